@@ -1,0 +1,45 @@
+# SPDX-License-Identifier: MIT
+# What every target of this project shares.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+    if(NOT DEFINED CMAKE_COMPILE_WARNING_AS_ERROR)
+        set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
+    endif()
+endif()
+
+if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    find_program(VKR_CCACHE ccache)
+    if(VKR_CCACHE)
+        set(CMAKE_CXX_COMPILER_LAUNCHER "${VKR_CCACHE}")
+    endif()
+endif()
+
+if(VKR_SANITIZE)
+    add_compile_options(-fsanitize=${VKR_SANITIZE} -fno-sanitize-recover=all
+                        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${VKR_SANITIZE})
+endif()
+if(VKR_COVERAGE)
+    add_compile_options(--coverage -fprofile-update=atomic)
+    add_link_options(--coverage)
+endif()
+
+# vkr_sources(<variable> <pattern>...): the files of the patterns, picked up again by every build.
+function(vkr_sources variable)
+    file(GLOB found CONFIGURE_DEPENDS LIST_DIRECTORIES OFF ${ARGN})
+    set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
+# vkr_target(<target>): language level, include directory and warnings.
+function(vkr_target target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
+endfunction()

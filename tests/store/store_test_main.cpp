@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    // Qt SQL finds its database drivers through the application object.
+    QCoreApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
