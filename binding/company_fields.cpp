@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+#include "binding/company_fields.hpp"
+
+#include "input/number_pattern.hpp"
+#include "input/number_text.hpp"
+#include "platform/error_trap.hpp"
+#include "platform/text.hpp"
+
+#include <array>
+
+namespace vkr {
+
+namespace {
+
+using enum FieldKind;
+using enum LoadStep;
+
+constexpr KeyFilter anything{.freeText = true, .allowNegative = true};
+constexpr KeyFilter capitals{.freeText = true, .allowNegative = true, .upperCase = true};
+constexpr KeyFilter figure{.allowNegative = true};
+constexpr KeyFilter positive{};
+constexpr bool unfiltered = false;
+constexpr bool inUnit = true;
+
+// In the order in which a company is loaded.
+constexpr CompanyField fields[] = {
+    {"txtPrefDiv", doPrefDiv, number, Datum::PrefDiv, otherNumbers, toOther, figure, true, inUnit},
+    {"txtTaxRate", doEstTaxRate, number, Datum::TaxRate, otherNumbers, toOther, figure},
+    {"txtCommDiv", doCommDiv, number, Datum::CommDiv, otherNumbers, toCompany, positive},
+
+    {"txtNotes", doNotes, text, Datum::Notes, otherTexts, toOther, anything, unfiltered},
+    {"txtVLSafety", doVLSafety, text, Datum::VLSafety, otherTexts, toOther, anything},
+    {"txtVLTimelines", doVLTimelines, text, Datum::VLTimeliness, otherTexts, toOther, anything},
+    {"txtTel", doTel, text, Datum::Tel, otherTexts, toOther, anything},
+    {"txtContactPerson", doContactPerson, text, Datum::ContactPerson, otherTexts, toOther,
+     anything},
+    {"txtInternet", doInternetURL, text, Datum::Internet, otherTexts, toOther, anything},
+    {"txtCountry", doCountry, text, Datum::Country, otherTexts, toOther, anything},
+    {"txtZip", doZip, text, Datum::Zip, otherTexts, toOther, anything},
+    {"txtState", doState, text, Datum::State, otherTexts, toOther, anything},
+    {"txtCity", doCity, text, Datum::City, otherTexts, toOther, anything},
+    {"txtAddress1", doAddress1, text, Datum::Address1, otherTexts, toOther, anything},
+    {"txtAddress2", doAddress2, text, Datum::Address2, otherTexts, toOther, anything},
+
+    {"cmbExchange", doExchange, list, Datum::Exchange, choices, toCompany, anything},
+    {"cmbIndustry", doIndustry, list, Datum::Industry, choices, toCompany, anything},
+    {"cmbSource", doSource, list, Datum::Source, choices, toCompany, anything},
+
+    {"txtDilutedShares", doDilutedShares, number, Datum::DilutedShares, companyNumbers, toCompany,
+     figure, true, inUnit},
+    {"txtCommonShares", doCommShares, number, Datum::CommShares, companyNumbers, toCompany, figure,
+     true, inUnit},
+    {"txtPreferredShares", doPrefShares, number, Datum::PrefShares, companyNumbers, toCompany,
+     figure, true, inUnit},
+    {"txtInstitutional", doInstitutional, number, Datum::Institutional, companyNumbers, toCompany,
+     figure},
+    {"txtInsiderHolding", doInsiderHolding, percent, Datum::InsiderHolding, companyNumbers,
+     toCompany, figure},
+    {"txtTotalDebt", doTotalDebt, number, Datum::TotalDebt, companyNumbers, toCompany, figure, true,
+     inUnit},
+    {"txtTotalCap", doTotalCap, number, Datum::TotalCap, companyNumbers, toCompany, positive, true,
+     inUnit},
+    {"txtLast4QEPS", doLast4QEPS, number, Datum::Last4QEPS, companyNumbers, toYearly, figure},
+    {"txtEPSProj", doORBEPSProj, number, Datum::ORBEPSProj, companyNumbers, toCompany, figure},
+
+    {"txtPriceUpdate", doPriceUpdatedDate, date, Datum::PriceUpdatedDate, dates, toCompany,
+     anything},
+    {"txtLastUpdate", doLastStudied, date, Datum::LastUpdate, dates, toCompany, anything},
+    {"txtDateOfSource", doDateOfSource, date, Datum::DateOfSource, dates, toCompany, anything},
+
+    {"txt52WLow", do52WLow, price, Datum::Low52W, prices, toCompany, positive},
+    {"txt52WHigh", do52WHigh, price, Datum::High52W, prices, toCompany, positive},
+    {"txtCurrentPrice", doCurrentPrice, price, Datum::CurrentPrice, prices, toCompany, positive},
+
+    {"txtName", doName, text, Datum::Name, identity, toCompany, anything},
+    {"txtSymbol", doSymbol, text, Datum::Symbol, identity, toCompany, capitals},
+};
+
+constexpr std::string_view sourcesStatingRates[] = {"S & P", "Value Line"};
+
+} // namespace
+
+std::span<const CompanyField> companyFieldTable() {
+    return fields;
+}
+
+CompanyFields::CompanyFields(Session& session) : session_(session) {
+    controls_.reserve(std::size(fields));
+    for (const auto& field : fields) {
+        controls_.push_back(&session.form.get<TextField>(field.control));
+        byControl_.emplace(controls_.back(), &field);
+    }
+}
+
+const CompanyField* CompanyFields::find(const Control& control) const {
+    const auto found = byControl_.find(&control);
+    return found == byControl_.end() ? nullptr : found->second;
+}
+
+TextField& CompanyFields::control(const CompanyField& field) const {
+    return *controls_[static_cast<std::size_t>(&field - fields)];
+}
+
+void CompanyFields::load(LoadStep step) {
+    for (const auto& field : fields)
+        if (field.step == step)
+            attempt([&] { show(field); });
+}
+
+void CompanyFields::show(const CompanyField& field) {
+    const auto& company = *session_.company;
+    switch (field.kind) {
+    case text:
+    case list:
+        putFieldText(control(field), readText(company, field.datum));
+        break;
+    case date:
+        putFieldText(control(field), session_.dateText(readDate(company, field.datum)));
+        break;
+    case number:
+    case price:
+    case percent: {
+        double stored = readNumber(company, field.datum);
+        if (field.datum == Datum::CommDiv) {
+            const double alternate = company.get_CommDivAlternate();
+            stored = alternate != 0 ? alternate : stored;
+        }
+        showNumber(field, stored);
+        break;
+    }
+    }
+}
+
+void CompanyFields::showNumber(const CompanyField& field, double stored) {
+    TextField& shown = control(field);
+    const bool negatives = field.filter.allowNegative || field.scaled;
+    if (field.kind == percent) {
+        ShowScaledValue(stored, "#0.0\\%", shown, negatives);
+    } else if (field.kind == price) {
+        ShowScaledValue(stored, session_.priceFormat, shown, negatives);
+        if (session_.fractionDisplay)
+            ConvertPriceText(false, shown);
+    } else {
+        const double value = field.scaled ? ScaledForDisplay(stored, session_.unitFactor) : stored;
+        ShowScaledValue(value, session_.numberFormat, shown, negatives);
+    }
+}
+
+void CompanyFields::showScaled() {
+    for (const auto& field : fields)
+        if (field.scaled)
+            attempt([&] { show(field); });
+}
+
+void CompanyFields::clear(TABObject page) {
+    for (const auto& field : fields)
+        if (field.page == page)
+            putFieldText(control(field), "");
+}
+
+void CompanyFields::leave(const CompanyField& field) {
+    TextField& left = control(field);
+    const bool untouched = isUntouched(left);
+    const bool changed = checkFieldChange(left, session_);
+    if (session_.company == nullptr || left.locked())
+        return;
+    if (untouched) {
+        attempt([&] { writeBack(field); });
+        return;
+    }
+    switch (field.kind) {
+    case text:
+    case list:
+        store(field, left.text());
+        if (field.datum == Datum::Source && changed)
+            followSource();
+        break;
+    case date:
+        storeDate(field, left);
+        break;
+    case number:
+    case price:
+    case percent:
+        storeNumber(field, left);
+        break;
+    }
+    if (changed && (field.datum == Datum::Name || field.datum == Datum::Symbol) &&
+        session_.stateChanged)
+        session_.stateChanged();
+}
+
+// The stored figure, not its rounded picture.
+void CompanyFields::writeBack(const CompanyField& field) {
+    writeDatum(*session_.company, field.datum, readDatum(*session_.company, field.datum));
+}
+
+// A record that refuses the value leaves the text as typed, with a mark that says so.
+void CompanyFields::store(const CompanyField& field, const Variant& value) {
+    bool stored = attempt([&] { writeDatum(*session_.company, field.datum, value); });
+    if (field.datum == Datum::CommDiv)
+        stored =
+            attempt([&] { session_.company->put_CommDivAlternate(value.toDouble()); }) && stored;
+    control(field).setMark(
+        stored ? std::string()
+               : session_.text(text_number::reasonRefused, "This value could not be stored."));
+}
+
+void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
+    const auto typed = session_.typedDate(control.text());
+    // Only the date of the source may be absent: an empty field is how that shows.
+    const bool taken =
+        typed || (field.datum == Datum::DateOfSource && trimmed(control.text()).empty());
+    if (!taken) {
+        control.setMark(
+            session_.text(text_number::reasonNoDate, "This is not a date and was not stored."));
+        return;
+    }
+    store(field, typed.value_or(Date{}));
+    if (control.mark().empty())
+        putFieldText(control, session_.dateText(typed.value_or(Date{})));
+}
+
+void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
+    const auto clean = cleanNumericText(
+        control.text(), field.kind == price ? NumericKind::PriceText : NumericKind::PlainNumber);
+    if (!clean.fits) {
+        control.setMark(session_.text(text_number::reasonTooLarge,
+                                      "This number is too large and was not stored."));
+        return;
+    }
+    const double value =
+        field.scaled ? UnscaledFromText(clean.text, session_.unitFactor) : numericValue(clean.text);
+    store(field, value);
+    if (!control.mark().empty())
+        return;
+    showNumber(field, value);
+    if (field.datum == Datum::CurrentPrice)
+        followPrice(value);
+}
+
+// The 52-week range always contains the current price. A price of nothing moves neither end.
+void CompanyFields::followPrice(double price) {
+    if (price == 0)
+        return;
+    const auto widen = [&](Datum datum, std::string_view name, auto beyond) {
+        attempt([&] {
+            if (!beyond(readNumber(*session_.company, datum)))
+                return;
+            writeNumber(*session_.company, datum, price);
+            show(*find(session_.form.get<TextField>(name)));
+        });
+    };
+    widen(Datum::High52W, "txt52WHigh", [&](double high) { return price > high; });
+    widen(Datum::Low52W, "txt52WLow", [&](double low) { return price < low; });
+}
+
+void CompanyFields::followSource() {
+    const auto& source = session_.form.get<TextField>("cmbSource").text();
+    for (const auto stating : sourcesStatingRates)
+        if (equalsIgnoringCase(source, stating) && sourceStatesRates)
+            sourceStatesRates();
+}
+
+} // namespace vkr

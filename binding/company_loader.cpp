@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "binding/company_loader.hpp"
+
+#include "input/mdlKMTMisc.hpp"
+#include "platform/error_trap.hpp"
+
+#include <algorithm>
+#include <array>
+
+namespace vkr {
+
+namespace {
+
+// --- loading -----------------------------------------------------------------------------------
+
+enum class LoadScale { one, unit };
+
+struct LoadedSeries {
+    Datum series;
+    LoadScale scale;
+};
+
+// The order in which series are shown. The quarterly earnings take the unit factor here alone:
+// they are typed and shown again per share.
+constexpr LoadedSeries yearlySeries[] = {
+    {Datum::YCSOSeries, LoadScale::unit},     {Datum::YLowSeries, LoadScale::one},
+    {Datum::YHighSeries, LoadScale::one},     {Datum::YDividendSeries, LoadScale::one},
+    {Datum::YEPSSeries, LoadScale::one},      {Datum::YNetIncSeries, LoadScale::unit},
+    {Datum::YRevenueSeries, LoadScale::unit},
+};
+constexpr LoadedSeries quarterlySeries[] = {
+    {Datum::QRevenueSeries, LoadScale::unit},
+    {Datum::QEPSSeries, LoadScale::unit},
+    {Datum::QNetIncSeries, LoadScale::unit},
+};
+
+Date endOfLastYear(const Session& session) {
+    return makeDate(civil(session.services.today()).year - 1, 12, 31).value_or(Date{});
+}
+
+// Whether the record has no valid date here, or won't say.
+bool lacksDate(const Session& session, Datum datum) {
+    Date stored{};
+    return attempt([&] { stored = readDate(*session.company, datum); }) &&
+           !Session::isValidDate(stored);
+}
+
+void showSeries(const Session& session, SeriesGrid& grid, std::span<const LoadedSeries> table) {
+    for (const auto& [series, scale] : table)
+        attempt([&] { grid.show(series, scale == LoadScale::unit ? session.unitFactor : 1); });
+}
+
+void loadReportingPeriod(Session& session) {
+    auto& list = session.form.get<ComboBox>("cmbReportingPeriod");
+    attempt([&] {
+        const int chosen =
+            session.company->get_ReportingPeriod()->get(setting::leadPeriod).toLong();
+        list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
+    });
+    list.setTag(list.text());
+}
+
+void loadSettings(Session& session) {
+    std::string symbol;
+    attempt(
+        [&] { symbol = session.company->get_Settings()->get(setting::currencySymbol).toText(); });
+    putFieldText(session.textBox("txtCurSymbol"), symbol.empty() ? "$" : symbol);
+    const auto flag = [&](std::string_view name) {
+        bool value = false;
+        attempt([&] { value = session.company->get_Settings()->get(name).toBoolean(); });
+        return value;
+    };
+    session.incomeRow = flag(setting::taxRate) ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
+    session.equityRow = flag(setting::bookValue) ? EquityRow::bookValue : EquityRow::commonEquity;
+}
+
+// --- committing ---------------------------------------------------------------------------------
+
+using Derive = Variant (*)(double, double);
+
+Variant quotient(double numerator, double denominator) {
+    return SafeDivide(numerator, denominator, true, Variant(), false, Variant());
+}
+
+Variant equityOf(double bookValue, double shares) {
+    return bookValue * shares;
+}
+Variant taxRateOf(double netIncome, double preTaxIncome) {
+    return (1 - quotient(netIncome, preTaxIncome).toDouble()) * 100;
+}
+Variant preTaxIncomeOf(double netIncome, double taxRate) {
+    return quotient(netIncome, 1 - taxRate / 100);
+}
+
+// The hidden member of a pair, from two series on show, where both have a figure.
+struct DerivedSeries {
+    Datum hidden;
+    Datum first;
+    Datum second;
+    Derive derive;
+    bool (*wanted)(const Session&);
+};
+
+bool showsBookValue(const Session& s) {
+    return s.equityRow == EquityRow::bookValue;
+}
+bool showsIncome(const Session& s) {
+    return s.incomeRow == IncomeRow::preTaxIncome;
+}
+bool showsTaxRate(const Session& s) {
+    return s.incomeRow == IncomeRow::taxRate;
+}
+
+constexpr DerivedSeries derivedSeries[] = {
+    {Datum::YCommEqSeries, Datum::YBookValSeries, Datum::YCSOSeries, equityOf, showsBookValue},
+    {Datum::YTaxRateSeries, Datum::YNetIncSeries, Datum::YPTISeries, taxRateOf, showsIncome},
+    {Datum::QTaxRateSeries, Datum::QNetIncSeries, Datum::QPTISeries, taxRateOf, showsIncome},
+    {Datum::YPTISeries, Datum::YNetIncSeries, Datum::YTaxRateSeries, preTaxIncomeOf, showsTaxRate},
+    {Datum::QPTISeries, Datum::QNetIncSeries, Datum::QTaxRateSeries, preTaxIncomeOf, showsTaxRate},
+};
+
+void derive(iVKR_Company& company, const DerivedSeries& rule) {
+    const Variant first = readSeries(company, rule.first);
+    const Variant second = readSeries(company, rule.second);
+    Variant hidden = readSeries(company, rule.hidden);
+    VariantArray& figures = hidden.array();
+    const int lower = std::max({figures.lower(), first.array().lower(), second.array().lower()});
+    const int upper = std::min({figures.upper(), first.array().upper(), second.array().upper()});
+    for (int i = lower; i <= upper; ++i) {
+        const double one = first.array().number(i);
+        const double other = second.array().number(i);
+        if (one > 0 && other > 0)
+            attempt([&] { figures.setNumber(i, rule.derive(one, other).toDouble()); });
+    }
+    writeSeries(company, rule.hidden, hidden);
+}
+
+} // namespace
+
+void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
+                 SeriesGrid& quarterly) {
+    iVKR_Company& company = *session.company;
+    fields.load(LoadStep::otherNumbers);
+    fields.load(LoadStep::otherTexts);
+
+    if (lacksDate(session, Datum::LastQDateForGrid))
+        attempt([&] { company.put_LastQDate(endOfLastYear(session)); });
+    quarterly.showSpan();
+    if (lacksDate(session, Datum::LastFYDate))
+        attempt([&] { company.put_LastFYDate(endOfLastYear(session)); });
+    attempt([&] { company.put_LastFY(company.get_LastFY()); });
+    yearly.showSpan();
+
+    fields.load(LoadStep::choices);
+    loadReportingPeriod(session);
+    fields.load(LoadStep::companyNumbers);
+    for (const Datum datum : {Datum::PriceUpdatedDate, Datum::LastUpdate})
+        if (lacksDate(session, datum))
+            attempt([&] { writeDate(company, datum, session.services.today()); });
+    fields.load(LoadStep::dates);
+    fields.load(LoadStep::prices);
+    fields.load(LoadStep::identity);
+
+    showSeries(session, yearly, yearlySeries);
+    showSeries(session, quarterly, quarterlySeries);
+    loadSettings(session);
+    yearly.showChoice(ColumnChoice::income);
+    yearly.showChoice(ColumnChoice::equity);
+    quarterly.showChoice(ColumnChoice::income);
+}
+
+void commitCompany(Session& session) {
+    iVKR_Company& company = *session.company;
+    for (const auto& rule : derivedSeries)
+        if (rule.wanted(session))
+            attempt([&] { derive(company, rule); });
+    if (const auto lastQuarter = session.typedDate(session.textBox("txtLastQDate").text()))
+        attempt([&] { company.put_LastQDate(*lastQuarter); });
+    if (const int period = session.form.get<ComboBox>("cmbReportingPeriod").listIndex();
+        period >= 0)
+        attempt([&] { company.get_ReportingPeriod()->put(setting::leadPeriod, period); });
+    attempt([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
+    const std::pair<std::string_view, Variant> settings[] = {
+        {setting::currencySymbol, session.textBox("txtCurSymbol").text()},
+        {setting::bookValue, showsBookValue(session)},
+        {setting::taxRate, showsTaxRate(session)},
+        {setting::lockBasicInfo, session.isLocked()},
+    };
+    for (const auto& [name, value] : settings)
+        attempt([&] { company.get_Settings()->put(name, value); });
+    attempt([&] { static_cast<void>(company.get_SettingsApply()); });
+}
+
+} // namespace vkr

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: MIT
+#include "binding/series_grid.hpp"
+
+#include "input/mdlKMTMisc.hpp"
+#include "input/number_text.hpp"
+#include "platform/error_trap.hpp"
+
+#include <algorithm>
+
+namespace vkr {
+
+SeriesGrid::SeriesGrid(Session& session, std::span<const GridColumn> columns)
+    : session_(session), columns_(columns) {
+    collectCells();
+}
+
+void SeriesGrid::collectCells() {
+    cells_.assign(columns_.size(), {});
+    byControl_.clear();
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        const auto name = columns_[column].cells;
+        for (int row = 0; row <= session_.form.upperBound(name); ++row) {
+            auto& cell = session_.textBox(name, row);
+            cells_[column].push_back(&cell);
+            byControl_.emplace(&cell, Cell{static_cast<int>(column), row});
+        }
+    }
+}
+
+const GridSeries& SeriesGrid::seriesOf(const GridColumn& column) const {
+    switch (column.choice) {
+    case ColumnChoice::income:
+        return session_.incomeRow == IncomeRow::preTaxIncome ? column.first : column.second;
+    case ColumnChoice::equity:
+        return session_.equityRow == EquityRow::commonEquity ? column.first : column.second;
+    case ColumnChoice::none:
+        break;
+    }
+    return column.first;
+}
+
+std::optional<SeriesGrid::Cell> SeriesGrid::find(const Control& control) const {
+    const auto found = byControl_.find(&control);
+    return found == byControl_.end() ? std::nullopt : std::optional(found->second);
+}
+
+DataEntryObject SeriesGrid::objectOf(const Control& control) const {
+    return seriesOf(columns_[static_cast<std::size_t>(find(control).value().column)]).object;
+}
+
+double SeriesGrid::scaleOf(const GridSeries& series) const {
+    return series.scaled ? session_.unitFactor : 1;
+}
+
+int SeriesGrid::reachableColumns() const {
+    return static_cast<int>(columns_.size());
+}
+
+void SeriesGrid::show(int column, std::optional<double> unitFactor) {
+    const GridColumn& description = columns_[static_cast<std::size_t>(column)];
+    const GridSeries& series = seriesOf(description);
+    Variant value;
+    if (!attempt([&] { value = readSeries(*session_.company, series.series); }) || !value.isArray())
+        return;
+    const VariantArray& figures = value.array();
+
+    // The rows that the series reaches are one run of cells; the others are empty and disabled.
+    std::vector<double> shown;
+    std::vector<TextBox*> fields;
+    const auto column_cells = cells(column);
+    for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
+        TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
+        const auto element = elementOf(row);
+        if (element && figures.contains(*element)) {
+            shown.push_back(figures.number(*element));
+            fields.push_back(&cell);
+        } else {
+            putFieldText(cell, "");
+            cell.setEnabled(false);
+        }
+    }
+    ShowScaledValueRow(true, description.price ? session_.priceFormat : session_.numberFormat,
+                       shown, fields, description.negativesShown,
+                       unitFactor.value_or(scaleOf(series)),
+                       description.price && session_.fractionDisplay);
+}
+
+void SeriesGrid::show(Datum series, std::optional<double> unitFactor) {
+    for (std::size_t column = 0; column < columns_.size(); ++column)
+        if (seriesOf(columns_[column]).series == series)
+            show(static_cast<int>(column), unitFactor);
+}
+
+void SeriesGrid::showAll() {
+    for (int column = 0; column < static_cast<int>(columns_.size()); ++column)
+        show(column);
+}
+
+void SeriesGrid::showScaled() {
+    for (std::size_t column = 0; column < columns_.size(); ++column)
+        if (seriesOf(columns_[column]).scaled)
+            show(static_cast<int>(column));
+}
+
+void SeriesGrid::showChoice(ColumnChoice choice) {
+    for (std::size_t column = 0; column < columns_.size(); ++column)
+        if (columns_[column].choice == choice)
+            show(static_cast<int>(column));
+}
+
+void SeriesGrid::showPrices() {
+    for (std::size_t column = 0; column < columns_.size(); ++column)
+        if (columns_[column].price)
+            show(static_cast<int>(column));
+}
+
+void SeriesGrid::convertPrices(bool toDecimal) {
+    for (std::size_t column = 0; column < columns_.size(); ++column)
+        if (columns_[column].price)
+            for (TextBox* cell : cells_[column])
+                ConvertPriceText(toDecimal, *cell);
+}
+
+void SeriesGrid::clear() {
+    for (const auto& column : cells_)
+        for (TextBox* cell : column)
+            putFieldText(*cell, "");
+}
+
+void SeriesGrid::enter(Cell cell) {
+    SelectAllText(*cells(cell.column)[static_cast<std::size_t>(cell.row)]);
+}
+
+void SeriesGrid::keyPress(Cell cell, char32_t& character) {
+    FilterNumericKey(character, true, false,
+                     *cells(cell.column)[static_cast<std::size_t>(cell.row)],
+                     columns_[static_cast<std::size_t>(cell.column)].minusTyped, false);
+}
+
+std::vector<TextBox*> SeriesGrid::focusable(int column) const {
+    std::vector<TextBox*> result;
+    std::ranges::copy_if(cells(column), std::back_inserter(result),
+                         [](TextBox* cell) { return cell->canTakeFocus(); });
+    return result;
+}
+
+void SeriesGrid::keyDown(Cell cell, KeyCode& key, int shift) {
+    if ((shift & shifts::alt) != 0)
+        return;
+    if ((shift & shifts::control) != 0) {
+        const bool navigates = key >= keys::end && key <= keys::down;
+        if (navigates) {
+            moveWithControl(cell, key);
+            key = keys::none;
+        }
+        return;
+    }
+    const bool vertical = key == keys::up || key == keys::down;
+    if (vertical || key == keys::enter)
+        moveWithinColumns(cell, key,
+                          key == keys::up || (key == keys::enter && (shift & shifts::shift) != 0));
+}
+
+// Ctrl keeps the row from column to column; beyond the first and last column it comes round.
+void SeriesGrid::moveWithControl(Cell cell, KeyCode key) {
+    const int count = reachableColumns();
+    const auto at = [&](int column, int row) -> Control* {
+        const auto column_cells = cells((column + count) % count);
+        return column_cells[static_cast<std::size_t>(
+            std::clamp(row, 0, static_cast<int>(column_cells.size()) - 1))];
+    };
+    const auto within = focusable(cell.column);
+    const auto* self = cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const int place = static_cast<int>(std::ranges::find(within, self) - within.begin());
+    const auto next = focusable((cell.column + 1) % count);
+    Control* right = at(cell.column + 1, cell.row);
+    if (key == keys::down && place + 1 >= static_cast<int>(within.size()) && !next.empty())
+        right = next.front();
+    MoveInGrid(key, within, place, right, at(cell.column - 1, cell.row), at(0, cell.row),
+               at(count - 1, cell.row));
+    if (key == keys::right)
+        movedRight(cell);
+}
+
+void SeriesGrid::moveWithinColumns(Cell cell, KeyCode& key, bool upward) {
+    const auto within = focusable(cell.column);
+    const auto* self = cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const int place = static_cast<int>(std::ranges::find(within, self) - within.begin());
+    const bool atEnd = upward ? place <= 0 : place + 1 >= static_cast<int>(within.size());
+    KeyCode enter = keys::enter;
+    key = keys::none; // moved here: the key press would move once more
+    lastVerticalDirection_ = upward ? 1 : 0;
+    if (!atEnd) {
+        MoveInColumn(place, lastVerticalDirection_, enter, within);
+        return;
+    }
+    const int target = cell.column + (upward ? -1 : 1);
+    if (target < 0 || target >= reachableColumns())
+        return;
+    const auto neighbours = focusable(target);
+    if (!neighbours.empty())
+        (upward ? neighbours.back() : neighbours.front())->setFocus();
+}
+
+void SeriesGrid::leave(Cell cell) {
+    const GridColumn& column = columns_[static_cast<std::size_t>(cell.column)];
+    const GridSeries& series = seriesOf(column);
+    TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const bool untouched = isUntouched(left);
+    const auto clean = cleanNumericText(left.text(), column.price ? NumericKind::PriceText
+                                                                  : NumericKind::PlainNumber);
+    const bool changed = checkFieldChange(left, session_);
+    if (session_.company == nullptr || left.locked())
+        return;
+    const auto element = elementOf(cell.row);
+    if (!element)
+        return;
+    if (!untouched) {
+        std::string reason = reasonNotToStore();
+        if (reason.empty() && !clean.fits)
+            reason = session_.text(text_number::reasonTooLarge,
+                                   "This number is too large and was not stored.");
+        left.setMark(reason);
+        if (!reason.empty())
+            return;
+    }
+    double stored = 0;
+    const bool taken = attempt([&] {
+        Variant value = readSeries(*session_.company, series.series);
+        VariantArray& figures = value.array();
+        stored =
+            untouched ? figures.number(*element) : UnscaledFromText(clean.text, scaleOf(series));
+        figures.setNumber(*element, stored);
+        writeSeries(*session_.company, series.series, value);
+    });
+    if (untouched)
+        return;
+    if (!taken) {
+        left.setMark(session_.text(text_number::reasonRefused, "This value could not be stored."));
+        return;
+    }
+    showStored(cell, stored);
+    if (changed)
+        this->stored(cell);
+}
+
+void SeriesGrid::shiftSeries(Datum series, int periods) {
+    attempt([&] {
+        Variant value = readSeries(*session_.company, series);
+        VariantArray& figures = value.array();
+        const auto moved = [&](int element) {
+            return figures.contains(element - periods) ? figures.number(element - periods) : 0;
+        };
+        const int step = periods > 0 ? -1 : 1; // from the end that is moved to
+        for (int element = periods > 0 ? figures.upper() : figures.lower();
+             figures.contains(element); element += step)
+            figures.setNumber(element, moved(element));
+        writeSeries(*session_.company, series, value);
+    });
+}
+
+void SeriesGrid::showStored(Cell cell, double stored) {
+    const GridColumn& column = columns_[static_cast<std::size_t>(cell.column)];
+    TextBox& shown = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    ShowScaledValue(ScaledForDisplay(stored, scaleOf(seriesOf(column))),
+                    column.price ? session_.priceFormat : session_.numberFormat, shown,
+                    column.negativesShown);
+    if (column.price && session_.fractionDisplay)
+        ConvertPriceText(false, shown);
+}
+
+} // namespace vkr

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/datum_table.hpp"
+#include "binding/enumerations.hpp"
+#include "binding/session.hpp"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace vkr {
+
+// A figure over time: its series, its object number, and whether it is money or shares, which
+// follow the currency unit.
+struct GridSeries {
+    Datum series;
+    DataEntryObject object;
+    bool scaled;
+};
+
+// A column whose figure the Options tab chooses shows `first` or `second`.
+enum class ColumnChoice { none, income, equity };
+
+struct GridColumn {
+    std::string_view cells; // name of the control array
+    GridSeries first;
+    GridSeries second; // the same as first where there is no choice
+    ColumnChoice choice = ColumnChoice::none;
+    bool minusTyped = false;     // a minus can be typed
+    bool negativesShown = false; // else a negative figure is an empty cell
+    bool price = false;          // shown in decimals or eighths
+};
+
+// A grid of cells over the record's series: one column a series, one row a period. The yearly and
+// the quarterly grid are this mechanism with a column table each.
+class SeriesGrid {
+  public:
+    // Which cell was meant, of all columns.
+    struct Cell {
+        int column;
+        int row;
+    };
+
+    SeriesGrid(Session& session, std::span<const GridColumn> columns);
+    virtual ~SeriesGrid() = default;
+    SeriesGrid(const SeriesGrid&) = delete;
+    SeriesGrid& operator=(const SeriesGrid&) = delete;
+
+    [[nodiscard]] std::span<const GridColumn> columns() const { return columns_; }
+    [[nodiscard]] const GridSeries& seriesOf(const GridColumn& column) const;
+    [[nodiscard]] DataEntryObject objectOf(const Control& control) const;
+    [[nodiscard]] std::optional<Cell> find(const Control& control) const;
+    [[nodiscard]] std::span<TextBox* const> cells(int column) const {
+        return cells_[static_cast<std::size_t>(column)];
+    }
+
+    // Shows the span of periods: dates and labels of the rows, from the record.
+    virtual void showSpan() = 0;
+    // Shows a column's series in its cells. The unit decides the scale of money and shares;
+    // `unitFactor` overrides it.
+    void show(int column, std::optional<double> unitFactor = std::nullopt);
+    void show(Datum series, std::optional<double> unitFactor = std::nullopt);
+    void showAll();
+    void showScaled(); // the columns that follow the currency unit
+    void showChoice(ColumnChoice choice);
+    void showPrices();
+    void convertPrices(bool toDecimal); // the texts on show
+    void clear();
+
+    // The handlers of every cell.
+    void keyDown(Cell cell, KeyCode& key, int shift);
+    void keyPress(Cell cell, char32_t& character);
+    void leave(Cell cell);
+    virtual void enter(Cell cell);
+
+  protected:
+    // The element of a series that a row shows; nothing where the row shows none.
+    [[nodiscard]] virtual std::optional<int> elementOf(int row) const = 0;
+    // Why nothing can be stored at the moment; empty when it can.
+    [[nodiscard]] virtual std::string reasonNotToStore() const { return {}; }
+    // Columns that the keys reach at the moment; the others are out of sight.
+    [[nodiscard]] virtual int reachableColumns() const;
+    virtual void movedRight(Cell /*from*/) {} // Ctrl+Right went off
+    virtual void stored(Cell /*cell*/) {}
+    void collectCells(); // again after rows were made or removed
+    // Moves a series of the record by a number of periods; what comes in is 0. A series that the
+    // record does not hand out as an array is left alone.
+    void shiftSeries(Datum series, int periods);
+
+    Session& session_;
+
+  private:
+    void moveWithControl(Cell cell, KeyCode key);
+    void moveWithinColumns(Cell cell, KeyCode& key, bool upward);
+    [[nodiscard]] std::vector<TextBox*> focusable(int column) const;
+    void showStored(Cell cell, double stored);
+    [[nodiscard]] double scaleOf(const GridSeries& series) const;
+
+    std::span<const GridColumn> columns_;
+    std::vector<std::vector<TextBox*>> cells_;
+    std::unordered_map<const Control*, Cell> byControl_;
+    std::int16_t lastVerticalDirection_ = 0;
+};
+
+} // namespace vkr

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/datum_table.hpp"
+#include "binding/enumerations.hpp"
+#include "binding/ivkr_company.hpp"
+#include "input/mdlDataEntry.hpp"
+#include "platform/form.hpp"
+#include "platform/localizer.hpp"
+#include "platform/services.hpp"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vkr {
+
+// Of each pair of alternative rows, which one is on show.
+enum class IncomeRow { preTaxIncome, taxRate };
+enum class EquityRow { commonEquity, bookValue };
+
+// What the parts of one component instance share: the form, the record that is held, and the
+// display state that loading, leaving and redrawing go by.
+class Session final : public FieldHost {
+  public:
+    Session(Form& ownForm, Services& hostServices);
+
+    Form& form;
+    Services& services;
+    std::shared_ptr<iVKR_Company> company;
+    std::shared_ptr<Localizer> localizer;
+
+    PlatformType platform = ptStandard;
+    std::string dateFormat;
+    std::string numberFormat;
+    std::string priceFormat;
+    std::string percentFormat;
+    bool fractionDisplay = false;
+    IncomeRow incomeRow = IncomeRow::preTaxIncome;
+    EquityRow equityRow = EquityRow::commonEquity;
+    // Shown money and share figures are the stored millions times this: 1000, 1 or 0.001.
+    double unitFactor = 1;
+    std::int32_t unit = defaultUnit;
+    bool dirty = false;
+
+    // A date that rebuilds a grid is being edited: txtDateofLastFY or txtLastQDate.
+    bool dateFieldPending = false;
+    // The pointer went down on Cancel: the date fields skip their processing.
+    bool cancelPressed = false;
+
+    std::function<void()> stateChanged;
+
+    static constexpr std::int32_t defaultUnit = 6;
+
+    void hideHelpFrame() override;
+    void markChanged() override;
+    void setDirty(bool value);
+
+    // The data lock is on.
+    [[nodiscard]] bool isLocked() const;
+
+    // Takes the unit from the record; a record without one gets millions.
+    void ComputeUnitFactor();
+
+    [[nodiscard]] static bool isValidDate(Date date);
+    // What a person typed, as a date in range; nothing otherwise.
+    [[nodiscard]] std::optional<Date> typedDate(std::string_view text) const;
+    [[nodiscard]] std::string dateText(Date date) const; // empty for a date out of range
+
+    // The localizer's text, or the fallback where there is none.
+    [[nodiscard]] std::string text(int number, std::string_view fallback) const;
+    MessageAnswer message(const std::string& text, int buttons);
+
+    [[nodiscard]] TextBox& textBox(std::string_view name, int index = Control::noIndex) const {
+        return form.get<TextBox>(name, index);
+    }
+};
+
+// The component's own messages, beyond those that the classic string table has.
+namespace text_number {
+inline constexpr int unitThousands = 620; // behind the caption of a money field
+inline constexpr int unitMillions = 621;
+inline constexpr int unitBillions = 622;
+inline constexpr int reasonNoDate = 630; // marks at a field whose text is not stored
+inline constexpr int reasonTooLarge = 631;
+inline constexpr int reasonRefused = 632;
+inline constexpr int reasonNoQuarter = 633;
+inline constexpr int firstReportingPeriod = 640; // 640 to 642, entries of cmbReportingPeriod
+} // namespace text_number
+
+} // namespace vkr

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/session.hpp"
+
+#include <map>
+#include <string>
+
+namespace vkr {
+
+// Captions from the localizer, and those that follow the display options.
+class Captions {
+  public:
+    explicit Captions(Session& session);
+
+    // Replaces every design caption that has a string number by the localizer's text. Numbers are
+    // used up by the first pass.
+    void pass();
+    // Unit behind the captions of money and shares; captions of the option rows.
+    void followUnit();
+    void followOptions();
+    void showCurrency(); // the symbol of txtCurSymbol beside the money fields
+
+  private:
+    [[nodiscard]] std::string unitSuffix() const;
+
+    Session& session_;
+    std::map<int, std::string> unitCaptions_; // of lblUnit, without the unit
+};
+
+} // namespace vkr

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/form.hpp"
+
+#include <span>
+#include <string_view>
+
+namespace vkr {
+
+// Frames of the array fraDE that handlers know by number.
+namespace frame {
+inline constexpr int help = 0;
+inline constexpr int yearlyView = 1;  // the part of the yearly panel that can be seen
+inline constexpr int yearlyPanel = 2; // pans inside of its view
+inline constexpr int quarterlyPanel = 3;
+inline constexpr int quarterlyView = 4;
+inline constexpr int firstPage = 10; // the page of tab t is firstPage + t - 1
+inline constexpr int lastPage = 14;
+} // namespace frame
+
+// Where a page lies while its tab is selected.
+inline constexpr Twips pageLeft = 60;
+
+// One control of the form. A row with `count` above 1 declares a control array's elements from
+// `index` on, each `pitch` below the one before.
+struct ControlRow {
+    ControlKind kind;
+    std::string_view name;
+    int index;
+    int container; // index of fraDE, noIndex for the form itself
+    Twips left;
+    Twips top;
+    Twips width;
+    Twips height;
+    std::string_view caption = {};
+    int tag = 0;                      // string number of the caption; 0 for none
+    std::string_view labelledBy = {}; // the label that names a field, as "lblLabel(3)"
+    int maxLength = 0;
+    Alignment alignment = Alignment::left;
+    bool visible = true;
+    int count = 1;
+    Twips pitch = 0;
+};
+
+// Every control of the form, in tab order; places in twips on a grid of 15.
+[[nodiscard]] std::span<const ControlRow> formLayout();
+
+// Makes the controls on an empty form.
+void buildForm(Form& form);
+
+// Gives every field the caption of its label as the name that is read out.
+void nameFields(Form& form);
+
+} // namespace vkr

@@ -1,0 +1,1101 @@
+// SPDX-License-Identifier: MIT
+#include "control/vkr_data_entry.hpp"
+
+#include "binding/company_fields.hpp"
+#include "binding/company_loader.hpp"
+#include "binding/session.hpp"
+#include "control/captions.hpp"
+#include "control/form_layout.hpp"
+#include "input/mdlDataEntry.hpp"
+#include "input/mdlKMTMisc.hpp"
+#include "input/options_tab.hpp"
+#include "platform/error_trap.hpp"
+#include "platform/number_text.hpp"
+#include "platform/text.hpp"
+#include "quarterly/quarterly_grid.hpp"
+#include "yearly/yearly_grid.hpp"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::string_view startDateFormat = "MMM/DD/YYYY";
+constexpr std::string_view startNumberFormat = "#0.00";
+constexpr std::string_view startPriceFormat = "#0.000";
+constexpr std::string_view startPercentFormat = "#0.00%";
+constexpr std::string_view startCurrencySymbol = "$";
+constexpr int linkPicture = 101;
+constexpr int zxProjectionCaption = 613;
+constexpr int zxOtherCaption = 614;
+
+// Keep their design colours.
+constexpr std::string_view ownColors[] = {"lblMoreHelp", "lblToolTip", "shaBackground", "shaBorder",
+                                          "picToolTip"};
+
+struct ControlName {
+    std::string_view name;
+    int index = Control::noIndex;
+};
+
+// Out of sight on the ZX platform.
+constexpr ControlName hiddenOnZx[] = {
+    {"lblUnit", 0},        {"lblUnit", 10},      {"lblLabel", 18},       {"lblLabel", 11},
+    {"lblCurrency", 3},    {"lblCurrency", 16},  {"txtTotalDebt"},       {"txtTotalCap"},
+    {"txtInsiderHolding"}, {"txtInstitutional"}, {"lblUnit", 1},         {"lblUnit", 2},
+    {"lblUnit", 3},        {"lblCurrency", 6},   {"txtPreferredShares"}, {"txtCommonShares"},
+    {"txtDilutedShares"},
+};
+
+// Fields outside the company table and the grids whose keys are filtered.
+struct FilteredField {
+    std::string_view name;
+    KeyFilter filter;
+};
+constexpr FilteredField otherFilters[] = {
+    {"txtLastFY", {.allowNegative = true}},
+    {"txtDateofLastFY", {.freeText = true, .allowNegative = true}},
+    {"cmbReportingPeriod", {.freeText = true, .allowNegative = true}},
+    {"txtLastQDate", {.freeText = true, .allowNegative = true}},
+    {"txtCurSymbol", {.freeText = true, .allowNegative = true}},
+};
+
+constexpr std::string_view reportingPeriods[] = {"3 months", "6 months", "12 months"};
+
+// Dates that OK settles before it closes.
+constexpr std::string_view settledByOk[] = {"txtLastUpdate", "txtPriceUpdate", "txtDateOfSource"};
+
+// The sample label of each colour button shows its colour.
+enum Shade { shadeLocked, shadeYear, shadeQuarter };
+
+Variant flag(bool value) {
+    return value;
+}
+
+} // namespace
+
+class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
+  public:
+    Impl(VKRDataEntry& owner, Services& services);
+
+    void initialize();
+    void readProperties(const PropertyBag& bag);
+    void writeProperties(PropertyBag& bag);
+    void resize();
+
+    void load(std::shared_ptr<iVKR_Company> company);
+    std::shared_ptr<iVKR_Company> commit();
+    void clear();
+    void stepTab(int step);
+    void scrollMouse(KeyCode key);
+    void leaveField();
+    [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
+
+    void setPlatform(PlatformType platform);
+    void setShade(Shade shade, Color color);
+    [[nodiscard]] Color shadeOf(Shade shade) const;
+    void setFractions(bool fractions);
+    void showReportingPeriod(bool shown);
+    void showVLs(bool shown);
+    void fillList(std::string_view name, const Variant& items);
+    void notify(std::string_view property) { services.propertyChanged(property); }
+
+    // --- FormHandler
+    void onGotFocus(Control& control) override;
+    void onLostFocus(Control& control) override;
+    void onKeyDown(Control& control, KeyCode& key, int shift) override;
+    void onKeyPress(Control& control, char32_t& character) override;
+    void onKeyUp(Control& control, KeyCode key, int shift) override;
+    void onChange(TextField& field) override;
+    void onMouseDown(Control& control, MouseButton button) override;
+    void onPressEnded(Control& control) override;
+    void onClick(Control& control) override;
+    void onDoubleClick(Control& control) override;
+    void onListChoice(ComboBox& list) override;
+    void onScroll(ScrollBar& bar) override;
+    void onSpin(Spinner& spinner, int steps) override;
+    void onTabSelected(TabStrip& strip) override;
+    void onFormClick() override { session.hideHelpFrame(); }
+    void onFocusLeft() override { session.hideHelpFrame(); }
+
+    // --- OptionsHost
+    void chooseUnit(std::int32_t unit) override;
+    void chooseFractions(bool fractions) override { setFractions(fractions); }
+    void chooseCommonEquity(bool commonEquity) override;
+    void chooseTaxRate(bool taxRate) override;
+    void chooseShade(int button) override;
+
+    VKRDataEntry& self;
+    Services& services;
+    Form form;
+    Session session;
+    CompanyFields fields;
+    YearlyGrid yearly;
+    QuarterlyGrid quarterly;
+    Captions captions;
+    VKRDataEntryEvents silent;
+    VKRDataEntryEvents* events = &silent;
+
+    UserModeType userMode = umDefault;
+    Color lockedShade = colors::paleCyan;
+    std::int16_t visibleQuarters = QuarterlyGrid::startRows;
+    bool reportingPeriodShown = false;
+    bool vlsShown = false;
+    TABObject currentTab = toCompany; // last one reported
+
+  private:
+    // The form's controls must be there before the parts that look them up.
+    static Form& built(Form& form) {
+        buildForm(form);
+        return form;
+    }
+    [[nodiscard]] TabStrip& strip() const { return form.get<TabStrip>("tbsDataEntry"); }
+    void applyColorScheme();
+    void applyLock();
+    void showUnit();
+    void showOptions();
+    void showAlternativeCaptions();
+    void createLocalizer();
+    void focusFirstField();
+    void pressOk();
+    void pressCancel();
+    void pressHelp();
+    void pressLock();
+    void settleDates();
+    [[nodiscard]] const KeyFilter* filterOf(const Control& control) const;
+
+    std::vector<Label*> lockedLabels_; // of the fields that the lock protects
+    bool okSettles_ = false;           // OK went down while a pending date was edited
+    bool helpKeyDown_ = false;
+    bool quiet_ = true; // start-up and restoring: the focus stays where it is
+    bool resizing_ = false;
+};
+
+VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
+    : self(owner), services(hostServices), session(built(form), hostServices), fields(session),
+      yearly(session), quarterly(session), captions(session) {
+    form.setHandler(this);
+    fields.sourceStatesRates = [this] {
+        for (const std::string_view name : {"optPTI", "optCommEq"}) {
+            auto& option = form.get<OptionButton>(name, 1);
+            option.setValue(true);
+            clickOption(option, *this);
+        }
+    };
+    yearly.commit = [this] { commit(); };
+    yearly.fiscalYearMoved = [this] {
+        quarterly.relabel();
+        quarterly.shade();
+    };
+    quarterly.showTrailing = [this] {
+        fields.show(*fields.find(form.get<TextBox>("txtLast4QEPS")));
+    };
+    for (const auto& declared : formLayout())
+        if (declared.container == frame::firstPage + toCompany - 1 ||
+            declared.container == frame::firstPage + toOther - 1)
+            if (declared.labelledBy.starts_with("lbl")) {
+                const auto bracket = declared.labelledBy.find('(');
+                lockedLabels_.push_back(&form.get<Label>(
+                    declared.labelledBy.substr(0, bracket),
+                    static_cast<int>(leadingNumber(declared.labelledBy.substr(bracket + 1)))));
+            }
+}
+
+// --- lifecycle -----------------------------------------------------------------------------------
+
+void VKRDataEntry::Impl::initialize() {
+    bool running = false;
+    attempt([&] { running = services.ambientUserMode(); });
+    if (!running) {
+        const bool zx = services.applicationTitle().find("VKR ZX ") != std::string::npos;
+        session.platform = zx ? ptZX : ptStandard;
+        createLocalizer();
+        if (session.localizer == nullptr)
+            session.message("Bad or missing value object\rData Entry",
+                            message_box::exclamationIcon);
+        else
+            attempt([&] { form.setMouseIcon(session.localizer->LoadPicture(linkPicture, 0)); });
+    }
+    clear();
+    session.dateFormat = startDateFormat;
+    session.numberFormat = startNumberFormat;
+    session.priceFormat = startPriceFormat;
+    session.percentFormat = startPercentFormat;
+    form.get<Frame>("fraDE", frame::quarterlyPanel).move(0, 0);
+    form.get<Label>("lblYOption").setAutoSize(true);
+    putFieldText(session.textBox("txtCurSymbol"), startCurrencySymbol);
+    for (const std::string_view name : {"cmbIndustry", "cmbExchange", "cmbSource"})
+        form.get<ComboBox>(name).clearList();
+    form.get<ComboBox>("cmbReportingPeriod").clearList();
+    currentTab = toCompany;
+    applyColorScheme();
+
+    form.get<Control>("cmdAddYear").setVisible(false);
+    form.get<Control>("cmdRemoveYear").setVisible(false);
+    showReportingPeriod(false);
+    showVLs(false);
+    yearly.setUpBar();
+    for (const Shade shade : {shadeLocked, shadeYear, shadeQuarter})
+        setShade(shade, colors::paleCyan);
+    quarterly.layOut();
+    nameFields(form);
+    resize();
+    quiet_ = false;
+}
+
+void VKRDataEntry::Impl::applyColorScheme() {
+    form.setBackColor(colors::buttonFace);
+    for (const auto& control : form.controls()) {
+        if (std::ranges::find(ownColors, control->name()) != std::end(ownColors))
+            continue;
+        const bool field =
+            control->kind() == ControlKind::textBox || control->kind() == ControlKind::comboBox;
+        attempt([&] {
+            control->setBackColor(field ? colors::white : colors::buttonFace);
+            control->setForeColor(field ? colors::blue : colors::black);
+        });
+    }
+}
+
+void VKRDataEntry::Impl::readProperties(const PropertyBag& bag) {
+    quiet_ = true;
+    const auto number = [&](std::string_view key, std::int32_t defaultValue) {
+        std::int32_t value = defaultValue;
+        attempt([&] { value = bag.read(key, defaultValue).toLong(); });
+        return value;
+    };
+    const auto boolean = [&](std::string_view key) {
+        bool value = false;
+        attempt([&] { value = bag.read(key, flag(false)).toBoolean(); });
+        return value;
+    };
+    const auto color = [&](std::string_view key) {
+        return static_cast<Color>(number(key, static_cast<std::int32_t>(colors::paleCyan)));
+    };
+    self.put_Platform(static_cast<PlatformType>(number("Platform", ptStandard)));
+    self.put_UserMode(static_cast<UserModeType>(number("UserMode", umDefault)));
+    self.put_ShadeColorLocked(color("ShadeColorLocked"));
+    self.put_ShadeColorYear(color("ShadeColorYear"));
+    self.put_ShadeColorQuarter(color("ShadeColorQuarter"));
+    self.put_VisibleQuarters(static_cast<std::int16_t>(
+        std::clamp(number("VisibleQuarters", QuarterlyGrid::startRows), 1, 35)));
+    self.put_ShowReportingPeriod(boolean("ShowReportingPeriod"));
+    self.put_ShowVLs(boolean("ShowVLs"));
+    self.put_CurrentTab(static_cast<TABObject>(number("CurrentTab", toCompany)));
+    self.put_BorderStyle(number("BorderStyle", 0) == 0 ? BorderStyle::none
+                                                       : BorderStyle::fixedSingle);
+    self.put_FractionDisplay(boolean("FractionDisplay"));
+    bool running = false;
+    attempt([&] { running = services.ambientUserMode(); });
+    if (running && session.platform == ptZX)
+        showAlternativeCaptions();
+    quiet_ = false;
+}
+
+void VKRDataEntry::Impl::showAlternativeCaptions() {
+    for (const auto& hidden : hiddenOnZx)
+        form.get<Control>(hidden.name, hidden.index).setVisible(false);
+    auto& projection = form.get<Label>("lblLabel", 15);
+    projection.setCaption(session.text(zxProjectionCaption, projection.caption()));
+    strip().setTabCaption(toOther, session.text(zxOtherCaption, strip().tab(toOther).caption));
+}
+
+void VKRDataEntry::Impl::writeProperties(PropertyBag& bag) {
+    const auto color = [](Color value) { return Variant(static_cast<std::int32_t>(value)); };
+    bag.write("Platform", static_cast<std::int32_t>(session.platform), std::int32_t{ptStandard});
+    bag.write("UserMode", static_cast<std::int32_t>(userMode), std::int32_t{umDefault});
+    bag.write("ShadeColorLocked", color(lockedShade), color(colors::paleCyan));
+    bag.write("VisibleQuarters", visibleQuarters, std::int16_t{QuarterlyGrid::startRows});
+    bag.write("ShowReportingPeriod", reportingPeriodShown, false);
+    bag.write("ShowVLs", vlsShown, false);
+    bag.write("CurrentTab", static_cast<std::int32_t>(currentTab), std::int32_t{toCompany});
+    quiet_ = true;
+    attempt([&] { strip().selectTab(currentTab); });
+    quiet_ = false;
+    bag.write("CommEquityData", session.equityRow == EquityRow::commonEquity, true);
+    bag.write("TaxRateData", session.incomeRow == IncomeRow::taxRate, false);
+    bag.write("BorderStyle", static_cast<std::int32_t>(form.borderStyle()), std::int32_t{0});
+    bag.write("FractionDisplay", session.fractionDisplay, false);
+    bag.write("ShadeColorQuarter", color(quarterly.shadeColor()), color(colors::paleCyan));
+    bag.write("ShadeColorYear", color(yearly.shadeColor()), color(colors::paleCyan));
+}
+
+void VKRDataEntry::Impl::resize() {
+    if (session.company != nullptr) {
+        strip().move(0, 0);
+        form.setSize(workingWidth, workingHeight);
+        return;
+    }
+    if (resizing_)
+        return;
+    resizing_ = true; // the container answers a new size with another resize
+    form.setSize(placeholderSize, placeholderSize);
+    strip().move(placeholderSize, placeholderSize);
+    resizing_ = false;
+}
+
+void VKRDataEntry::Impl::createLocalizer() {
+    session.localizer = nullptr;
+    const std::string_view id = session.platform == ptStandard ? standardLocalizerId
+                                : session.platform == ptZX     ? zxLocalizerId
+                                                               : std::string_view();
+    if (!id.empty())
+        attempt([&] {
+            session.localizer = std::dynamic_pointer_cast<Localizer>(services.createObject(id));
+        });
+}
+
+void VKRDataEntry::Impl::setPlatform(PlatformType platform) {
+    session.platform = platform;
+    notify("Platform");
+    createLocalizer();
+    if (session.localizer == nullptr) {
+        session.message("Bad or missing Localizer object\rData Entry",
+                        message_box::exclamationIcon);
+        return;
+    }
+    attempt([&] {
+        form.get<Label>("lblMoreHelp").setMouseIcon(session.localizer->LoadPicture(linkPicture, 0));
+    });
+    captions.pass();
+    yearly.shade();
+}
+
+// --- the record ----------------------------------------------------------------------------------
+
+void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
+    if (company == nullptr)
+        attempt([&] {
+            company =
+                std::dynamic_pointer_cast<iVKR_Company>(services.createObject(companyRecordId));
+        });
+    if (company == nullptr)
+        return; // no record class on this desktop: what is held stays
+    session.company = std::move(company);
+    session.dateFieldPending = false;
+    session.cancelPressed = false;
+
+    clear();
+    auto& periods = form.get<ComboBox>("cmbReportingPeriod");
+    std::vector<std::string> entries;
+    for (std::size_t i = 0; i < std::size(reportingPeriods); ++i)
+        entries.push_back(session.text(text_number::firstReportingPeriod + static_cast<int>(i),
+                                       reportingPeriods[i]));
+    periods.setList(std::move(entries));
+    session.ComputeUnitFactor();
+    quarterly.deriveTrailingEarnings();
+
+    loadCompany(session, fields, yearly, quarterly);
+    quarterly.relabel(); // names the last fiscal year beside its quarters
+    quarterly.shade();
+    showOptions();
+    showUnit();
+    captions.showCurrency();
+    bool locked = false;
+    attempt(
+        [&] { locked = session.company->get_Settings()->get(setting::lockBasicInfo).toBoolean(); });
+    form.get<CheckBox>("chkLockInfo").setValue(locked);
+    applyLock();
+    resize();
+    if (session.stateChanged)
+        session.stateChanged();
+}
+
+std::shared_ptr<iVKR_Company> VKRDataEntry::Impl::commit() {
+    if (session.company != nullptr)
+        commitCompany(session);
+    return session.company;
+}
+
+void VKRDataEntry::Impl::clear() {
+    fields.clear(toCompany);
+    quarterly.clear();
+    quarterly.clearLabels();
+    putFieldText(session.textBox("txtLastQDate"), "");
+    yearly.clear();
+    yearly.clearLabels();
+    fields.clear(toYearly);
+    putFieldText(session.textBox("txtLastFY"), "");
+    putFieldText(session.textBox("txtDateofLastFY"), "");
+    fields.clear(toOther);
+    putFieldText(form.get<ComboBox>("cmbReportingPeriod"), "");
+    form.get<CheckBox>("chkLockInfo").setValue(false);
+    applyLock();
+}
+
+void VKRDataEntry::Impl::applyLock() {
+    const bool locked = session.isLocked();
+    for (const auto& control : form.controls())
+        if (auto* field = dynamic_cast<TextField*>(control.get()))
+            field->setLocked(locked);
+    for (Label* label : lockedLabels_)
+        label->setBackColor(locked ? lockedShade : colors::buttonFace);
+}
+
+void VKRDataEntry::Impl::showOptions() {
+    form.get<OptionButton>("optPTI", session.incomeRow == IncomeRow::taxRate ? 1 : 0)
+        .setValue(true);
+    form.get<OptionButton>("optCommEq", session.equityRow == EquityRow::bookValue ? 1 : 0)
+        .setValue(true);
+}
+
+void VKRDataEntry::Impl::showUnit() {
+    form.get<OptionButton>("optCurrency", optionOfUnit(session.unit)).setValue(true);
+    captions.followUnit();
+}
+
+std::vector<UnstoredField> VKRDataEntry::Impl::unstoredFields() const {
+    std::vector<UnstoredField> result;
+    for (const auto& control : form.controls())
+        if (const auto* field = dynamic_cast<const TextField*>(control.get());
+            field != nullptr && !field->mark().empty())
+            result.push_back({field->id(), field->accessibleName(), field->text(), field->mark()});
+    return result;
+}
+
+void VKRDataEntry::Impl::leaveField() {
+    Control* active = form.activeControl();
+    if (active == nullptr || !form.hasFocus())
+        return;
+    onLostFocus(*active);
+    if (form.activeControl() == active)
+        onGotFocus(*active);
+}
+
+// --- display properties
+// -----------------------------------------------------------------------------
+
+Color VKRDataEntry::Impl::shadeOf(Shade shade) const {
+    return shade == shadeLocked ? lockedShade
+           : shade == shadeYear ? yearly.shadeColor()
+                                : quarterly.shadeColor();
+}
+
+void VKRDataEntry::Impl::setShade(Shade shade, Color color) {
+    form.get<Label>("lblSample", shade).setBackColor(color);
+    switch (shade) {
+    case shadeLocked:
+        lockedShade = color;
+        applyLock();
+        break;
+    case shadeYear:
+        yearly.setShade(color);
+        break;
+    case shadeQuarter:
+        quarterly.setShade(color);
+        break;
+    }
+}
+
+void VKRDataEntry::Impl::showReportingPeriod(bool shown) {
+    reportingPeriodShown = shown;
+    form.get<Control>("cmbReportingPeriod").setVisible(shown);
+    form.get<Control>("lblLabel", 53).setVisible(shown);
+}
+
+// The reporting period follows right below the last row that is shown.
+void VKRDataEntry::Impl::showVLs(bool shown) {
+    vlsShown = shown;
+    Control& timeliness = form.get<Control>("txtVLTimelines");
+    Control& safety = form.get<Control>("txtVLSafety");
+    Control& timelinessLabel = form.get<Control>("lblLabel", 51);
+    Control& safetyLabel = form.get<Control>("lblLabel", 52);
+    for (Control* control : {&timeliness, &safety, &timelinessLabel, &safetyLabel})
+        control->setVisible(shown);
+    Control& period = form.get<Control>("cmbReportingPeriod");
+    Control& periodLabel = form.get<Control>("lblLabel", 53);
+    period.move(period.left(), shown ? 2 * safety.top() - timeliness.top() : timeliness.top());
+    periodLabel.move(periodLabel.left(),
+                     shown ? 2 * safetyLabel.top() - timelinessLabel.top() : timelinessLabel.top());
+}
+
+void VKRDataEntry::Impl::setFractions(bool fractions) {
+    if (fractions == session.fractionDisplay)
+        return;
+    session.fractionDisplay = fractions;
+    auto& option = form.get<OptionButton>("optDisplay", fractions ? 1 : 0);
+    if (!option.value())
+        option.setValue(true);
+    auto& price = form.get<TextField>("txtCurrentPrice");
+    const std::string kept = price.text();
+    price.setText(price.tag());
+    price.setText(kept);
+    for (const auto& field : companyFieldTable()) {
+        if (field.kind != FieldKind::price)
+            continue;
+        auto& shown = form.get<TextField>(field.control);
+        // A figure that nobody touched comes from the record: eighths are its rounded picture.
+        if (session.company != nullptr && isUntouched(shown))
+            attempt([&] { fields.show(field); });
+        else
+            ConvertPriceText(!fractions, shown);
+    }
+    if (session.company != nullptr)
+        yearly.showPrices();
+    else
+        yearly.convertPrices(!fractions);
+}
+
+void VKRDataEntry::Impl::fillList(std::string_view name, const Variant& items) {
+    if (items.varType() <= Variant::vtArray)
+        return;
+    std::vector<std::string> texts;
+    const VariantArray& array = items.array();
+    for (int i = array.lower(); i <= array.upper(); ++i)
+        attempt([&] { texts.push_back(array.text(i)); });
+    form.get<ComboBox>(name).setList(std::move(texts));
+}
+
+// --- options
+// ------------------------------------------------------------------------------------------
+
+void VKRDataEntry::Impl::chooseUnit(std::int32_t unit) {
+    if (session.company == nullptr)
+        return;
+    bool changed = false;
+    attempt([&] {
+        const auto settings = session.company->get_Settings();
+        if (settings->get(setting::unit).toLong() == unit)
+            return;
+        settings->put(setting::unit, unit);
+        changed = true;
+    });
+    if (!changed) {
+        showUnit(); // the record refused: the choice goes back to what is in force
+        return;
+    }
+    attempt([&] { static_cast<void>(session.company->get_SettingsApply()); });
+    session.ComputeUnitFactor();
+    fields.showScaled();
+    yearly.showScaled();
+    quarterly.showScaled();
+    showUnit();
+    session.markChanged();
+}
+
+void VKRDataEntry::Impl::chooseCommonEquity(bool commonEquity) {
+    const EquityRow row = commonEquity ? EquityRow::commonEquity : EquityRow::bookValue;
+    if (row == session.equityRow)
+        return;
+    session.equityRow = row;
+    captions.followOptions();
+    if (session.company != nullptr)
+        yearly.showChoice(ColumnChoice::equity);
+    session.markChanged();
+}
+
+void VKRDataEntry::Impl::chooseTaxRate(bool taxRate) {
+    const IncomeRow row = taxRate ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
+    if (row == session.incomeRow)
+        return;
+    session.incomeRow = row;
+    captions.followOptions();
+    if (session.company != nullptr) {
+        yearly.showChoice(ColumnChoice::income);
+        quarterly.showChoice(ColumnChoice::income);
+    }
+    session.markChanged();
+}
+
+void VKRDataEntry::Impl::chooseShade(int button) {
+    const auto shade = static_cast<Shade>(button);
+    const auto chosen = services.chooseColor(shadeOf(shade));
+    if (!chosen || *chosen == shadeOf(shade))
+        return;
+    switch (shade) {
+    case shadeLocked:
+        self.put_ShadeColorLocked(*chosen);
+        break;
+    case shadeYear:
+        self.put_ShadeColorYear(*chosen);
+        break;
+    case shadeQuarter:
+        self.put_ShadeColorQuarter(*chosen);
+        break;
+    }
+    session.markChanged();
+}
+
+// --- tabs
+// -----------------------------------------------------------------------------------------------
+
+void VKRDataEntry::Impl::stepTab(int step) {
+    session.hideHelpFrame();
+    const int count = strip().count();
+    int target = strip().selected() + step;
+    target = target > count ? 1 : target < 1 ? count : target;
+    strip().selectTab(target);
+}
+
+void VKRDataEntry::Impl::onTabSelected(TabStrip& tabs) {
+    session.hideHelpFrame();
+    for (int page = 0; page < tabs.count(); ++page) {
+        auto& shown = form.get<Frame>("fraDE", frame::firstPage + page);
+        const bool selected = page == tabs.selected() - 1;
+        shown.move(selected ? pageLeft : Control::parkedLeft, shown.top());
+        shown.setEnabled(selected);
+    }
+    const bool onYearly = tabs.selected() == toYearly;
+    form.get<Control>("cmdAddYear").setVisible(onYearly);
+    form.get<Control>("cmdRemoveYear").setVisible(onYearly);
+    focusFirstField();
+    if (currentTab != tabs.selected()) {
+        currentTab = static_cast<TABObject>(tabs.selected());
+        events->TabChange(currentTab);
+    }
+}
+
+void VKRDataEntry::Impl::focusFirstField() {
+    if (strip().selected() == toQuarterly)
+        quarterly.layOut();
+    if (quiet_)
+        return;
+    switch (strip().selected()) {
+    case toCompany:
+        form.get<Control>(session.textBox("txtName").text().empty() ? "txtName" : "txtCurrentPrice")
+            .setFocus();
+        break;
+    case toYearly:
+        form.get<Control>("txtLastFY").setFocus();
+        break;
+    case toQuarterly:
+        form.get<Control>("txtRevenue", 0).setFocus();
+        break;
+    case toOther:
+        form.get<Control>("txtAddress1").setFocus();
+        break;
+    default:
+        for (int i = 0; i <= form.upperBound("optCurrency"); ++i)
+            if (form.get<OptionButton>("optCurrency", i).value())
+                form.get<Control>("optCurrency", i).setFocus();
+    }
+}
+
+void VKRDataEntry::Impl::scrollMouse(KeyCode key) {
+    const bool onQuarters = strip().selected() == toQuarterly;
+    if (!onQuarters && strip().selected() != toYearly)
+        return;
+    auto& bar = form.get<ScrollBar>(onQuarters ? "vscrQuarterly" : "hscrYearly");
+    if (key == keys::down)
+        bar.setValue(bar.value() + bar.smallChange());
+    else if (key == keys::up)
+        bar.setValue(bar.value() - bar.smallChange());
+}
+
+// --- what the user does
+// -----------------------------------------------------------------------------------
+
+void VKRDataEntry::Impl::onGotFocus(Control& control) {
+    if (const auto cell = yearly.find(control)) {
+        yearly.enter(*cell);
+    } else if (const auto quarter = quarterly.find(control)) {
+        quarterly.enter(*quarter);
+    } else if (auto* box = dynamic_cast<TextBox*>(&control)) {
+        SelectAllText(*box);
+        if (control.name() == "txtDateofLastFY" || control.name() == "txtLastQDate")
+            session.dateFieldPending = true;
+    } else if (auto* list = dynamic_cast<ComboBox*>(&control)) {
+        if (control.name() != "cmbReportingPeriod")
+            SelectAllCombo(*list);
+    }
+}
+
+void VKRDataEntry::Impl::onLostFocus(Control& control) {
+    if (const auto* field = fields.find(control))
+        fields.leave(*field);
+    else if (const auto cell = yearly.find(control))
+        yearly.leave(*cell);
+    else if (const auto quarter = quarterly.find(control))
+        quarterly.leave(*quarter);
+    else if (control.name() == "txtLastFY")
+        yearly.leaveLastFiscalYear();
+    else if (control.name() == "txtDateofLastFY")
+        yearly.leaveLastFiscalYearDate();
+    else if (control.name() == "txtLastQDate")
+        quarterly.leaveLastQuarterDate();
+    else if (auto* other = dynamic_cast<TextField*>(&control)) // symbol, reporting period
+        checkFieldChange(*other, session);
+}
+
+void VKRDataEntry::Impl::onKeyDown(Control& control, KeyCode& key, int shift) {
+    if (key == keys::f1) {
+        const auto& help = form.get<Frame>("fraDE", frame::help);
+        if (help.visible() && !helpKeyDown_) {
+            const double object = leadingNumber(form.get<Label>("lblMoreHelp").tag());
+            session.hideHelpFrame();
+            helpKeyDown_ = true;
+            events->MoreHelp(static_cast<std::int16_t>(helpObjectBase + object));
+        }
+        return;
+    }
+    if ((shift & shifts::control) != 0 && (key == keys::pageDown || key == keys::pageUp)) {
+        stepTab(key == keys::pageDown ? 1 : -1);
+        key = keys::none;
+        return;
+    }
+    if (control.name() == "cmdCancel" && key == keys::tab && shift == shifts::none) {
+        focusFirstField();
+        key = keys::none;
+    } else if (const auto cell = yearly.find(control)) {
+        yearly.keyDown(*cell, key, shift);
+    } else if (const auto quarter = quarterly.find(control)) {
+        quarterly.keyDown(*quarter, key, shift);
+    }
+}
+
+const KeyFilter* VKRDataEntry::Impl::filterOf(const Control& control) const {
+    if (const auto* field = fields.find(control))
+        return field->filtered ? &field->filter : nullptr;
+    const auto* other = std::ranges::find(otherFilters, control.name(), &FilteredField::name);
+    return other == std::end(otherFilters) ? nullptr : &other->filter;
+}
+
+void VKRDataEntry::Impl::onKeyPress(Control& control, char32_t& character) {
+    auto* field = dynamic_cast<TextField*>(&control);
+    if (field == nullptr)
+        return;
+    if (const auto cell = yearly.find(control))
+        yearly.keyPress(*cell, character);
+    else if (const auto quarter = quarterly.find(control))
+        quarterly.keyPress(*quarter, character);
+    else if (const auto* filter = filterOf(control))
+        FilterNumericKey(character, filter->numeric, filter->freeText, *field,
+                         filter->allowNegative, filter->upperCase);
+}
+
+void VKRDataEntry::Impl::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*/) {
+    session.hideHelpFrame();
+    if (key != keys::f1)
+        return;
+    if (!helpKeyDown_)
+        pressHelp();
+    helpKeyDown_ = false;
+}
+
+void VKRDataEntry::Impl::onChange(TextField& field) {
+    if (field.name() == "txtLastFY")
+        yearly.typeLastFiscalYear();
+    else if (field.name() == "txtCurSymbol")
+        captions.showCurrency();
+}
+
+void VKRDataEntry::Impl::onMouseDown(Control& control, MouseButton /*button*/) {
+    session.hideHelpFrame();
+    if (control.name() == "cmdCancel")
+        session.cancelPressed = true;
+    else if (control.name() == "cmdOK")
+        okSettles_ = session.dateFieldPending;
+}
+
+void VKRDataEntry::Impl::onPressEnded(Control& control) {
+    if (control.name() == "cmdCancel")
+        session.cancelPressed = false;
+    else if (control.name() == "cmdOK")
+        okSettles_ = false;
+}
+
+void VKRDataEntry::Impl::onClick(Control& control) {
+    struct Click {
+        std::string_view name;
+        void (*act)(Impl& impl);
+    };
+    static constexpr Click clicks[] = {
+        {"cmdOK", [](Impl& impl) { impl.pressOk(); }},
+        {"cmdCancel", [](Impl& impl) { impl.pressCancel(); }},
+        {"cmdHelp", [](Impl& impl) { impl.pressHelp(); }},
+        {"chkLockInfo", [](Impl& impl) { impl.pressLock(); }},
+        {"cmdAddYear", [](Impl& impl) { impl.yearly.addYear(); }},
+        {"cmdRemoveYear", [](Impl& impl) { impl.yearly.removeYear(); }},
+        {"cmdAddQuarter", [](Impl& impl) { impl.quarterly.addQuarter(); }},
+        {"lblToolTip", [](Impl& impl) { impl.session.hideHelpFrame(); }},
+        {"lblMoreHelp",
+         [](Impl& impl) {
+             const double object = leadingNumber(impl.form.get<Label>("lblMoreHelp").tag());
+             impl.session.hideHelpFrame();
+             impl.events->MoreHelp(static_cast<std::int16_t>(helpObjectBase + object));
+         }},
+    };
+    if (const auto* click = std::ranges::find(clicks, control.name(), &Click::name);
+        click != std::end(clicks)) {
+        click->act(*this);
+        return;
+    }
+    session.hideHelpFrame();
+    clickOption(control, *this);
+}
+
+void VKRDataEntry::Impl::onDoubleClick(Control& control) {
+    if (control.name() == "lblQLabel")
+        quarterly.moveLastQuarter(-control.index());
+}
+
+void VKRDataEntry::Impl::onListChoice(ComboBox& list) {
+    if (const auto* field = fields.find(list))
+        fields.choose(*field);
+    else
+        checkFieldChange(list, session);
+}
+
+void VKRDataEntry::Impl::onScroll(ScrollBar& bar) {
+    if (bar.name() == "hscrYearly")
+        yearly.pan();
+    else
+        quarterly.scroll();
+}
+
+void VKRDataEntry::Impl::onSpin(Spinner& /*spinner*/, int steps) {
+    quarterly.moveLastQuarter(steps);
+}
+
+void VKRDataEntry::Impl::settleDates() {
+    for (const auto name : settledByOk) {
+        auto& field = session.textBox(name);
+        if (field.text() != field.tag())
+            fields.leave(*fields.find(field));
+    }
+}
+
+void VKRDataEntry::Impl::pressOk() {
+    settleDates();
+    if (okSettles_ || session.dateFieldPending)
+        return;
+    events->UnloadRequest(ulConfirm);
+}
+
+void VKRDataEntry::Impl::pressCancel() {
+    events->UnloadRequest(ulCancel);
+}
+
+void VKRDataEntry::Impl::pressHelp() {
+    events->MoreHelp(static_cast<std::int16_t>(helpTabBase + strip().selected()));
+}
+
+void VKRDataEntry::Impl::pressLock() {
+    session.hideHelpFrame();
+    applyLock();
+    yearly.shade();
+    quarterly.shade();
+    session.markChanged();
+}
+
+// --- the public face
+// -----------------------------------------------------------------------------------
+
+VKRDataEntry::VKRDataEntry(Services& services) : impl_(std::make_unique<Impl>(*this, services)) {
+    impl_->session.stateChanged = [this] {
+        if (stateChanged)
+            stateChanged();
+    };
+    impl_->initialize();
+}
+
+VKRDataEntry::~VKRDataEntry() = default;
+
+void VKRDataEntry::setEvents(VKRDataEntryEvents* events) {
+    impl_->events = events == nullptr ? &impl_->silent : events;
+}
+
+Form& VKRDataEntry::form() {
+    return impl_->form;
+}
+const Form& VKRDataEntry::form() const {
+    return impl_->form;
+}
+
+bool VKRDataEntry::blnExistsQuarterlyData() const {
+    return impl_->session.company != nullptr && impl_->quarterly.existsData();
+}
+
+bool VKRDataEntry::get_blnDirty() const {
+    return impl_->session.dirty;
+}
+
+void VKRDataEntry::put_blnDirty(bool blnNewValue) {
+    impl_->session.setDirty(blnNewValue);
+    if (!blnNewValue)
+        impl_->commit();
+}
+
+UserModeType VKRDataEntry::get_UserMode() const {
+    return impl_->userMode;
+}
+
+void VKRDataEntry::put_UserMode(UserModeType enumNewValue) {
+    impl_->userMode = enumNewValue;
+    if (enumNewValue == umDefault) {
+        put_ShadeColorYear(colors::paleCyan);
+        put_ShadeColorLocked(colors::paleCyan);
+    }
+    impl_->notify("UserMode");
+}
+
+Color VKRDataEntry::get_ShadeColorLocked() const {
+    return impl_->shadeOf(shadeLocked);
+}
+Color VKRDataEntry::get_ShadeColorYear() const {
+    return impl_->shadeOf(shadeYear);
+}
+Color VKRDataEntry::get_ShadeColorQuarter() const {
+    return impl_->shadeOf(shadeQuarter);
+}
+
+void VKRDataEntry::put_ShadeColorLocked(Color newValue) {
+    if (newValue == get_ShadeColorLocked())
+        return;
+    impl_->setShade(shadeLocked, newValue);
+    impl_->notify("ShadeColorLocked");
+}
+
+void VKRDataEntry::put_ShadeColorYear(Color newValue) {
+    if (newValue == get_ShadeColorYear())
+        return;
+    impl_->setShade(shadeYear, newValue);
+    impl_->notify("ShadeColorYear");
+}
+
+void VKRDataEntry::put_ShadeColorQuarter(Color newValue) {
+    if (newValue == get_ShadeColorQuarter())
+        return;
+    impl_->setShade(shadeQuarter, newValue);
+    impl_->notify("ShadeColorQuarter");
+}
+
+std::int16_t VKRDataEntry::get_VisibleQuarters() const {
+    return impl_->visibleQuarters;
+}
+
+void VKRDataEntry::put_VisibleQuarters(std::int16_t intNewValue) {
+    if (intNewValue == impl_->visibleQuarters)
+        return;
+    impl_->quarterly.setVisibleRows(intNewValue);
+    impl_->visibleQuarters = static_cast<std::int16_t>(impl_->quarterly.visibleRows());
+    impl_->notify("VisibleQuarters");
+}
+
+bool VKRDataEntry::get_ShowReportingPeriod() const {
+    return impl_->reportingPeriodShown;
+}
+
+void VKRDataEntry::put_ShowReportingPeriod(bool blnNewValue) {
+    impl_->showReportingPeriod(blnNewValue);
+    impl_->notify("ShowReportingPeriod");
+}
+
+bool VKRDataEntry::get_ShowVLs() const {
+    return impl_->vlsShown;
+}
+
+void VKRDataEntry::put_ShowVLs(bool blnNewValue) {
+    impl_->showVLs(blnNewValue);
+    impl_->notify("ShowVLs");
+}
+
+TABObject VKRDataEntry::get_CurrentTab() const {
+    return static_cast<TABObject>(impl_->form.get<TabStrip>("tbsDataEntry").selected());
+}
+
+void VKRDataEntry::put_CurrentTab(TABObject enumNewValue) {
+    attempt([&] { impl_->form.get<TabStrip>("tbsDataEntry").selectTab(enumNewValue); });
+    impl_->notify("CurrentTab");
+}
+
+const std::string& VKRDataEntry::get_PercentFormat() const {
+    return impl_->session.percentFormat;
+}
+const std::string& VKRDataEntry::get_DateFormat() const {
+    return impl_->session.dateFormat;
+}
+const std::string& VKRDataEntry::get_NumberFormat() const {
+    return impl_->session.numberFormat;
+}
+
+void VKRDataEntry::put_PercentFormat(std::string_view strNewValue) {
+    impl_->session.percentFormat = strNewValue;
+    impl_->notify("PercentFormat");
+}
+
+void VKRDataEntry::put_DateFormat(std::string_view strNewValue) {
+    impl_->session.dateFormat = strNewValue;
+    impl_->notify("DateFormat");
+}
+
+void VKRDataEntry::put_NumberFormat(std::string_view strNewValue) {
+    impl_->session.numberFormat = strNewValue;
+    impl_->notify("NumberFormat");
+}
+
+bool VKRDataEntry::get_FractionDisplay() const {
+    return impl_->session.fractionDisplay;
+}
+void VKRDataEntry::put_FractionDisplay(bool blnNewValue) {
+    impl_->setFractions(blnNewValue);
+}
+
+void VKRDataEntry::put_vntSource(const Variant& vntNewValue) {
+    impl_->fillList("cmbSource", vntNewValue);
+}
+void VKRDataEntry::put_vntExchange(const Variant& vntNewValue) {
+    impl_->fillList("cmbExchange", vntNewValue);
+}
+void VKRDataEntry::put_vntIndustry(const Variant& vntNewValue) {
+    impl_->fillList("cmbIndustry", vntNewValue);
+}
+
+BorderStyle VKRDataEntry::get_BorderStyle() const {
+    return impl_->form.borderStyle();
+}
+void VKRDataEntry::put_BorderStyle(BorderStyle newValue) {
+    impl_->form.setBorderStyle(newValue);
+}
+
+std::shared_ptr<iVKR_Company> VKRDataEntry::get_objCompany() {
+    return impl_->commit();
+}
+void VKRDataEntry::put_objCompany(std::shared_ptr<iVKR_Company> objNewValue) {
+    impl_->load(std::move(objNewValue));
+}
+
+PlatformType VKRDataEntry::get_Platform() const {
+    return impl_->session.platform;
+}
+void VKRDataEntry::put_Platform(PlatformType enumNewValue) {
+    impl_->setPlatform(enumNewValue);
+}
+
+void VKRDataEntry::SetNext() {
+    impl_->stepTab(1);
+}
+void VKRDataEntry::SetPrevious() {
+    impl_->stepTab(-1);
+}
+void VKRDataEntry::Clear() {
+    impl_->clear();
+}
+void VKRDataEntry::ScrollMouse(std::int16_t& intKeyCode, std::int16_t& /*intShift*/) {
+    impl_->scrollMouse(intKeyCode);
+}
+
+void VKRDataEntry::leaveField() {
+    impl_->leaveField();
+}
+std::vector<UnstoredField> VKRDataEntry::unstoredFields() const {
+    return impl_->unstoredFields();
+}
+
+void VKRDataEntry::InitProperties() {
+    impl_->visibleQuarters = QuarterlyGrid::startRows;
+}
+void VKRDataEntry::ReadProperties(const PropertyBag& bag) {
+    impl_->readProperties(bag);
+}
+void VKRDataEntry::WriteProperties(PropertyBag& bag) {
+    impl_->writeProperties(bag);
+}
+void VKRDataEntry::Resize(Twips /*width*/, Twips /*height*/) {
+    impl_->resize();
+}
+
+} // namespace vkr

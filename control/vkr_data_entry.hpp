@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/enumerations.hpp"
+#include "binding/ivkr_company.hpp"
+#include "platform/form.hpp"
+#include "platform/property_bag.hpp"
+#include "platform/services.hpp"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+// What the component tells its host. Every event may be left alone.
+class VKRDataEntryEvents {
+  public:
+    virtual ~VKRDataEntryEvents() = default;
+
+    // The selection settled on another tab.
+    virtual void TabChange(TABObject /*intTab*/) {}
+    // The user wants the host's help: 3000 + DataEntryObject, or 3063 + tab index.
+    virtual void MoreHelp(std::int16_t /*intObject*/) {}
+    // The user asks the host's assistant about an object; with its text, or its caption.
+    virtual void Assistant(std::int16_t /*enumObject*/, const Variant& /*vntValue*/) {}
+    // OK (ulConfirm) or Cancel (ulCancel): the host is asked to close the component.
+    virtual void UnloadRequest(UnloadModeType /*enumMode*/) {}
+    // For hosts that bind to them; the component never raises these three.
+    virtual void UpdatePrice(const std::shared_ptr<iVKR_Company>& /*objCompany*/) {}
+    virtual void UpdateData(const std::shared_ptr<iVKR_Company>& /*objCompany*/) {}
+    virtual void UpdateQDataOnly(const std::shared_ptr<iVKR_Company>& /*objCompany*/) {}
+};
+
+// A field whose text on screen is not in the record, such as a date that is none.
+struct UnstoredField {
+    std::string control; // "txtPriceUpdate"
+    std::string label;   // as people read it on the form
+    std::string text;    // what was typed
+    std::string reason;  // why it can't be stored
+};
+
+// The data-entry component. All calls belong to the thread of the desktop; none of them throws.
+//
+// A host creates it with the services of its desktop, sets the lists and display properties,
+// hands in a record with put_objCompany, and reads it back with get_objCompany. Hosts that let
+// Cancel discard changes hand in a copy of their record.
+class VKRDataEntry {
+  public:
+    // Runs the start-up. `services` must outlive the component.
+    explicit VKRDataEntry(Services& services);
+    ~VKRDataEntry();
+    VKRDataEntry(const VKRDataEntry&) = delete;
+    VKRDataEntry& operator=(const VKRDataEntry&) = delete;
+
+    void setEvents(VKRDataEntryEvents* events); // null: nobody listens
+
+    // The controls, for adapters and tests.
+    [[nodiscard]] Form& form();
+    [[nodiscard]] const Form& form() const;
+
+    // --- properties, in the order of the interface ------------------------------------------
+    // Whether any quarterly figure is in the record or on screen.
+    [[nodiscard]] bool blnExistsQuarterlyData() const;
+    // True once the user has changed something. Writing false commits the form into the record.
+    [[nodiscard]] bool get_blnDirty() const;
+    void put_blnDirty(bool blnNewValue);
+    [[nodiscard]] UserModeType get_UserMode() const;
+    void put_UserMode(UserModeType enumNewValue);
+    // 24-bit blue-green-red.
+    [[nodiscard]] Color get_ShadeColorLocked() const;
+    void put_ShadeColorLocked(Color newValue);
+    [[nodiscard]] Color get_ShadeColorYear() const;
+    void put_ShadeColorYear(Color newValue);
+    [[nodiscard]] Color get_ShadeColorQuarter() const;
+    void put_ShadeColorQuarter(Color newValue);
+    // Rows of the quarterly grid, 1 to 35; others are cut to that.
+    [[nodiscard]] std::int16_t get_VisibleQuarters() const;
+    void put_VisibleQuarters(std::int16_t intNewValue);
+    [[nodiscard]] bool get_ShowReportingPeriod() const;
+    void put_ShowReportingPeriod(bool blnNewValue);
+    [[nodiscard]] bool get_ShowVLs() const;
+    void put_ShowVLs(bool blnNewValue);
+    // The selected tab. An index that no tab has is ignored.
+    [[nodiscard]] TABObject get_CurrentTab() const;
+    void put_CurrentTab(TABObject enumNewValue);
+    // Display patterns; what is on screen changes with the next load or edit.
+    [[nodiscard]] const std::string& get_PercentFormat() const;
+    void put_PercentFormat(std::string_view strNewValue);
+    [[nodiscard]] const std::string& get_DateFormat() const;
+    void put_DateFormat(std::string_view strNewValue);
+    [[nodiscard]] const std::string& get_NumberFormat() const;
+    void put_NumberFormat(std::string_view strNewValue);
+    // Prices in eighths instead of decimals.
+    [[nodiscard]] bool get_FractionDisplay() const;
+    void put_FractionDisplay(bool blnNewValue);
+    // Lists of the three drop-down fields; a value that is no array leaves the list as it is.
+    void put_vntSource(const Variant& vntNewValue);
+    void put_vntExchange(const Variant& vntNewValue);
+    void put_vntIndustry(const Variant& vntNewValue);
+    [[nodiscard]] BorderStyle get_BorderStyle() const;
+    void put_BorderStyle(BorderStyle newValue);
+    // Reading commits the form into the record. Call leaveField() first where the user may still
+    // be typing. Null until the first assignment; assigning null makes an empty record.
+    [[nodiscard]] std::shared_ptr<iVKR_Company> get_objCompany();
+    void put_objCompany(std::shared_ptr<iVKR_Company> objNewValue);
+    [[nodiscard]] PlatformType get_Platform() const;
+    void put_Platform(PlatformType enumNewValue);
+
+    // --- methods -------------------------------------------------------------------------------
+    void SetNext();
+    void SetPrevious();
+    void Clear();
+    // Mouse-wheel motion as arrow keys (keys::up, keys::down); intShift is ignored.
+    void ScrollMouse(std::int16_t& intKeyCode, std::int16_t& intShift);
+
+    // --- for hosts, beyond the classic interface ----------------------------------------------
+    // Leaves the field that has the focus as if the user had moved on, and comes back to it.
+    void leaveField();
+    [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
+    // Called after every change of blnDirty and of the record's identity (name, symbol).
+    std::function<void()> stateChanged;
+
+    // --- lifecycle, called by the container ------------------------------------------------------
+    void InitProperties();                       // placed for the first time
+    void ReadProperties(const PropertyBag& bag); // re-created from a saved set
+    void WriteProperties(PropertyBag& bag);      // saved; shows the remembered tab
+    void Resize(Twips width, Twips height);      // the container changed the size
+
+    static constexpr Twips workingWidth = 8070;
+    static constexpr Twips workingHeight = 5835;
+    static constexpr Twips placeholderSize = 382.5;
+
+  private:
+    class Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+} // namespace vkr

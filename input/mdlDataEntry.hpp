@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/control.hpp"
+
+namespace vkr {
+
+// What fields and cells need of the component around them.
+class FieldHost {
+  public:
+    virtual ~FieldHost() = default;
+    virtual void hideHelpFrame() = 0;
+    virtual void markChanged() = 0;
+};
+
+// The change check of a field that is left: closes the help frame; a text other than the tag (the
+// last accepted text) becomes the tag and marks the company changed. Answers whether it did.
+bool checkFieldChange(TextField& field, FieldHost& host);
+
+// Whether the field still shows what the program put there and stored: such a text stands for the
+// stored figure, not for its rounded picture.
+[[nodiscard]] bool isUntouched(const TextField& field);
+
+// Puts a text into field and tag, and takes a mark off.
+void putFieldText(TextField& field, std::string_view text);
+
+} // namespace vkr

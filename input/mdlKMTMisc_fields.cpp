@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "input/mdlKMTMisc.hpp"
+#include "input/number_pattern.hpp"
+#include "platform/error_trap.hpp"
+#include "platform/key_codes.hpp"
+#include "input/number_text.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+
+namespace vkr {
+
+namespace {
+
+bool holds(std::string_view text, char character) {
+    return text.find(character) != std::string_view::npos;
+}
+
+int exponentOf(double unitFactor) {
+    return unitFactor == 1000 ? 3 : unitFactor == 0.001 ? -3 : 0;
+}
+
+// The sign stands outside of the conversion, so that -1/2 keeps it.
+std::string convertedPrice(bool toDecimal, std::string text) {
+    const bool negative = holds(text, '-');
+    if (negative)
+        ReplaceAll(text, "-", "");
+    std::string converted = toDecimal ? FractionToDecimal(text) : DecimalToFraction(text, false);
+    return negative && !converted.empty() ? "-" + converted : converted;
+}
+
+} // namespace
+
+void ShowScaledValue(double value, std::string_view pattern, TextField& field, bool allowNegative) {
+    const bool shown = allowNegative ? value != 0 : value > 0;
+    const std::string text = shown ? formatNumber(value, pattern) : std::string();
+    field.setText(text);
+    field.setTag(text);
+    field.setMark("");
+}
+
+void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<const double> values,
+                        std::span<TextBox* const> fields, bool allowNegative, double unitFactor,
+                        bool asPrices) {
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        TextBox& field = *fields[i];
+        field.setEnabled(i < values.size());
+        if (i >= values.size())
+            continue;
+        ShowScaledValue(ScaledForDisplay(values[i], unitFactor), pattern, field, allowNegative);
+        if (asPrices)
+            ConvertPriceText(false, field);
+    }
+}
+
+void ConvertPriceText(bool toDecimal, TextField& field) {
+    attempt([&] {
+        const bool accepted = field.text() == field.tag();
+        field.setText(convertedPrice(toDecimal, field.text()));
+        if (accepted)
+            field.setTag(field.text());
+    });
+}
+
+double ScaledForDisplay(double stored, double unitFactor) {
+    return scaleValue(stored, exponentOf(unitFactor));
+}
+
+double UnscaledFromText(std::string_view cleanText, double unitFactor) {
+    return shiftDecimal(cleanText, -exponentOf(unitFactor));
+}
+
+void FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,
+                      bool allowNegative, bool upperCase) {
+    if (key == U'\r') {
+        if (field.kind() == ControlKind::textBox)
+            key = 0;
+        field.form().sendKey(keys::tab);
+        return;
+    }
+    if (key == keys::backspace || key == U' ')
+        return;
+    const std::string& text = field.text();
+    if (!numeric) {
+        const char32_t letter = vkr::upperCase(key);
+        if (letter < U'A' || letter > U'Z')
+            key = 0;
+    } else if (!freeText) {
+        switch (key) {
+        case U'.':
+            if ((holds(text, '.') || holds(text, '/')) && !holds(field.selText(), '.'))
+                key = 0;
+            break;
+        case U'/':
+            if (text.empty() || holds(text, '.') || holds(text, '/') || text.back() == '+' ||
+                text.back() == '-')
+                key = 0;
+            break;
+        case U'-':
+            if (!allowNegative || holds(text, '-') || holds(text, '+')) {
+                key = 0;
+                if (holds(text, '-')) {
+                    std::string unsignedText = text;
+                    ReplaceAll(unsignedText, "-", "");
+                    const auto before = textLeft(text, field.selStart());
+                    const auto signs = std::count(before.begin(), before.end(), '-');
+                    field.editText(unsignedText, field.selStart() - static_cast<int>(signs));
+                }
+            }
+            break;
+        case U'+':
+            if (!text.empty())
+                key = 0;
+            break;
+        default:
+            if (key < U'0' || key > U'9')
+                key = 0;
+        }
+    }
+    if (upperCase && key != 0)
+        key = vkr::upperCase(key);
+}
+
+void SelectAllText(TextBox& field) {
+    field.select(0, textLength(field.text()));
+}
+void SelectAllCombo(ComboBox& field) {
+    field.select(0, textLength(field.text()));
+}
+
+void MoveInColumn(int index, std::int16_t& lastVerticalDirection, KeyCode& key,
+                  std::span<TextBox* const> fields) {
+    if (key == keys::up || key == keys::down) {
+        lastVerticalDirection = key == keys::up ? 1 : 0;
+        key = keys::enter;
+    }
+    if (key != keys::enter)
+        return;
+    const int target = lastVerticalDirection == 0 ? index + 1 : index - 1;
+    if (target >= 0 && target < static_cast<int>(fields.size()))
+        fields[static_cast<std::size_t>(target)]->setFocus();
+}
+
+void MoveInGrid(KeyCode key, std::span<TextBox* const> fields, int index, Control* right,
+                Control* left, Control* home, Control* end) {
+    const int last = static_cast<int>(fields.size()) - 1;
+    const auto cell = [&](int i) -> Control* { return fields[static_cast<std::size_t>(i)]; };
+    Control* target = nullptr;
+    switch (key) {
+    case keys::right:
+        target = right;
+        break;
+    case keys::left:
+        target = left;
+        break;
+    case keys::down:
+        target = index >= last ? right : cell(index + 1);
+        break;
+    case keys::up:
+        target = last < 0 ? nullptr : index <= 0 ? cell(last) : cell(index - 1);
+        break;
+    case keys::home:
+        target = home;
+        break;
+    case keys::end:
+        target = end;
+        break;
+    default:
+        break;
+    }
+    if (target != nullptr)
+        target->setFocus();
+}
+
+} // namespace vkr

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "input/options_tab.hpp"
+
+#include <string_view>
+
+namespace vkr {
+
+namespace {
+
+struct Option {
+    std::string_view name;
+    void (*choose)(OptionsHost& host, int index);
+};
+
+constexpr Option options[] = {
+    {"optCurrency", [](OptionsHost& host, int index) { host.chooseUnit((index + 1) * 3); }},
+    {"optDisplay", [](OptionsHost& host, int index) { host.chooseFractions(index == 1); }},
+    {"optCommEq", [](OptionsHost& host, int index) { host.chooseCommonEquity(index == 0); }},
+    {"optPTI", [](OptionsHost& host, int index) { host.chooseTaxRate(index == 1); }},
+    {"cmdColor", [](OptionsHost& host, int index) { host.chooseShade(index); }},
+};
+
+} // namespace
+
+bool clickOption(const Control& control, OptionsHost& host) {
+    for (const auto& option : options)
+        if (option.name == control.name()) {
+            option.choose(host, control.index());
+            return true;
+        }
+    return false;
+}
+
+} // namespace vkr

@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: MIT
+#include "platform/control.hpp"
+
+#include "platform/form.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace vkr {
+
+Control::Control(ControlKind kind, Form& form, std::string_view name, int index, Frame* container)
+    : kind_(kind), form_(form), name_(name), index_(index), container_(container) {}
+
+std::string Control::id() const {
+    return index_ == noIndex ? name_ : name_ + "(" + std::to_string(index_) + ")";
+}
+
+void Control::notify(Property property) {
+    form_.tellChanged(*this, property);
+}
+
+void Control::move(Twips left, Twips top) {
+    if (left == left_ && top == top_)
+        return;
+    left_ = left;
+    top_ = top;
+    notify(Property::place);
+}
+
+void Control::resize(Twips width, Twips height) {
+    if (width == width_ && height == height_)
+        return;
+    width_ = width;
+    height_ = height;
+    notify(Property::place);
+}
+
+Twips Control::formLeft() const {
+    return left_ + (container_ == nullptr ? 0 : container_->formLeft());
+}
+
+Twips Control::formTop() const {
+    return top_ + (container_ == nullptr ? 0 : container_->formTop());
+}
+
+void Control::setVisible(bool visible) {
+    assign(visible_, visible, Property::visible);
+}
+void Control::setEnabled(bool enabled) {
+    assign(enabled_, enabled, Property::enabled);
+}
+
+bool Control::isShown() const {
+    return visible_ && left_ > parkedLeft && (container_ == nullptr || container_->isShown());
+}
+
+bool Control::isEnabled() const {
+    return enabled_ && (container_ == nullptr || container_->isEnabled());
+}
+
+bool Control::isFocusable() const {
+    switch (kind_) {
+    case ControlKind::textBox:
+    case ControlKind::comboBox:
+    case ControlKind::commandButton:
+    case ControlKind::optionButton:
+    case ControlKind::checkBox:
+    case ControlKind::tabStrip:
+        return true;
+    default:
+        return false; // bars and spinners are worked from the fields beside them
+    }
+}
+
+void Control::setToolTip(std::string_view toolTip) {
+    assign(toolTip_, std::string(toolTip), Property::toolTip);
+}
+
+bool Control::hasColors() const {
+    return kind_ != ControlKind::scrollBar && kind_ != ControlKind::spinner &&
+           kind_ != ControlKind::menuItem;
+}
+
+void Control::setBackColor(Color color) {
+    if (!hasColors())
+        throw std::logic_error(id() + " has no colours");
+    assign(backColor_, color, Property::colors);
+}
+
+void Control::setForeColor(Color color) {
+    if (!hasColors())
+        throw std::logic_error(id() + " has no colours");
+    assign(foreColor_, color, Property::colors);
+}
+
+bool Control::hasCaption() const {
+    switch (kind_) {
+    case ControlKind::label:
+    case ControlKind::commandButton:
+    case ControlKind::optionButton:
+    case ControlKind::checkBox:
+    case ControlKind::frame:
+    case ControlKind::menuItem:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void Control::setCaption(std::string_view caption) {
+    if (!hasCaption())
+        throw std::logic_error(id() + " has no caption");
+    if (caption_ == caption)
+        return;
+    caption_ = caption;
+    notify(Property::caption);
+}
+
+int Control::tabIndex() const {
+    const auto& order = form_.tabOrder();
+    return static_cast<int>(std::find(order.begin(), order.end(), this) - order.begin());
+}
+
+void Control::setTabIndex(int index) {
+    form_.setTabIndex(*this, index);
+}
+void Control::bringToFront() {
+    form_.reorderFront(*this);
+}
+void Control::setFocus() {
+    form_.focus(*this);
+}
+
+void TextField::setText(std::string_view text) {
+    const bool changed = text_ != text;
+    if (!changed && selStart_ == 0 && selLength_ == 0)
+        return;
+    text_ = text;
+    selStart_ = 0;
+    selLength_ = 0;
+    if (changed)
+        textChanged();
+    notify(changed ? Property::text : Property::selection);
+}
+
+bool TextField::editText(std::string_view text, int selectionStart) {
+    if (locked_)
+        return false;
+    const bool changed = text_ != text;
+    text_ = text;
+    selStart_ = std::clamp(selectionStart, 0, textLength(text_));
+    selLength_ = 0;
+    if (changed)
+        textChanged();
+    notify(changed ? Property::edit : Property::selection);
+    return true;
+}
+
+std::string_view TextField::selText() const {
+    return textMiddle(text_, selStart_, selLength_);
+}
+
+void TextField::select(int start, int length) {
+    const int end = textLength(text_);
+    start = std::clamp(start, 0, end);
+    length = std::clamp(length, 0, end - start);
+    if (start == selStart_ && length == selLength_)
+        return;
+    selStart_ = start;
+    selLength_ = length;
+    notify(Property::selection);
+}
+
+void TextField::takeUserEdit(std::string_view text, int start, int length) {
+    text_ = text;
+    takeUserSelection(start, length);
+    textChanged();
+}
+
+void TextField::takeUserSelection(int start, int length) {
+    const int end = textLength(text_);
+    selStart_ = std::clamp(start, 0, end);
+    selLength_ = std::clamp(length, 0, end - selStart_);
+}
+
+void ComboBox::clearList() {
+    setList({});
+}
+
+void ComboBox::addItem(std::string_view item) {
+    list_.emplace_back(item);
+    findText();
+    notify(Property::list);
+}
+
+void ComboBox::setList(std::vector<std::string> list) {
+    if (list_ == list)
+        return;
+    list_ = std::move(list);
+    findText();
+    notify(Property::list);
+}
+
+void ComboBox::setListIndex(int index) {
+    if (index < -1 || index >= static_cast<int>(list_.size()))
+        throw std::out_of_range(id() + " has no entry " + std::to_string(index));
+    setText(index < 0 ? std::string() : list_[static_cast<std::size_t>(index)]);
+    listIndex_ = index; // of equal entries the one that was asked for
+}
+
+void ComboBox::findText() {
+    if (listIndex_ >= 0 && listIndex_ < static_cast<int>(list_.size()) &&
+        list_[static_cast<std::size_t>(listIndex_)] == text())
+        return;
+    const auto found = std::find(list_.begin(), list_.end(), text());
+    listIndex_ = found == list_.end() ? -1 : static_cast<int>(found - list_.begin());
+}
+
+void OptionButton::setValue(bool value) {
+    if (value == value_)
+        return;
+    if (value)
+        for (int i = form().lowerBound(name()); i <= form().upperBound(name()); ++i)
+            if (auto* other = dynamic_cast<OptionButton*>(form().find(name(), i));
+                other != nullptr && other != this)
+                other->setValue(false);
+    value_ = value;
+    notify(Property::value);
+}
+
+void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeChange) {
+    maximum = std::max(minimum, maximum);
+    if (minimum != minimum_ || maximum != maximum_ || smallChange != smallChange_ ||
+        largeChange != largeChange_) {
+        minimum_ = minimum;
+        maximum_ = maximum;
+        smallChange_ = std::max(1, smallChange);
+        largeChange_ = std::max(1, largeChange);
+        notify(Property::value);
+    }
+    setValue(value_);
+}
+
+void ScrollBar::setValue(int value) {
+    value = std::clamp(value, minimum_, maximum_);
+    if (value == value_)
+        return;
+    value_ = value;
+    notify(Property::value);
+    form().handler().onScroll(*this);
+}
+
+const Tab& TabStrip::tab(int index) const {
+    return tabs_.at(static_cast<std::size_t>(index - 1));
+}
+
+void TabStrip::addTab(Tab tab) {
+    tabs_.push_back(std::move(tab));
+    notify(Property::caption);
+}
+
+void TabStrip::setTabCaption(int index, std::string_view caption) {
+    auto& changed = tabs_.at(static_cast<std::size_t>(index - 1)).caption;
+    if (changed == caption)
+        return;
+    changed = caption;
+    notify(Property::caption);
+}
+
+void TabStrip::selectTab(int index) {
+    if (index < 1 || index > count())
+        throw std::out_of_range(id() + " has no tab " + std::to_string(index));
+    if (index != selected_) {
+        selected_ = index;
+        notify(Property::value);
+    }
+    form().handler().onTabSelected(*this);
+}
+
+} // namespace vkr

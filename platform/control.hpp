@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/color.hpp"
+#include "platform/localizer.hpp"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+class Form;
+class Frame;
+
+// Lengths and places are in twips: 1440 to the inch, 15 to a pixel at 96 dots per inch.
+using Twips = double;
+
+enum class ControlKind {
+    textBox,
+    comboBox,
+    label,
+    commandButton,
+    optionButton,
+    checkBox,
+    scrollBar,
+    spinner,
+    frame,
+    tabStrip,
+    shape,
+    pictureBox,
+    menuItem,
+    calendar,
+};
+
+// What an observer is told has changed in a model.
+enum class Property {
+    text, // put there by the program: the field's own undo starts anew
+    edit, // text changed by a command on the user's behalf: one undoable step
+    selection,
+    caption, // also tab captions
+    place,   // left, top, width, height
+    visible,
+    enabled,
+    locked,
+    colors,
+    toolTip,
+    value, // option, check box, scroll bar value and range, selected tab, calendar date
+    list,
+    order, // brought to the front
+    look,  // word wrap, alignment, border, pictures
+    mark,  // the field's text is not stored, or is again
+};
+
+// A control model: what a control on the form holds. Handlers read and write models only; an
+// adapter draws them and forwards what the user does. Setting an equal value tells nobody.
+class Control {
+  public:
+    static constexpr int noIndex = -1;
+    // Pages that are not on show are parked here, to the left of everything.
+    static constexpr Twips parkedLeft = -20000;
+
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+    virtual ~Control() = default;
+
+    [[nodiscard]] ControlKind kind() const { return kind_; }
+    [[nodiscard]] const std::string& name() const { return name_; }
+    [[nodiscard]] int index() const { return index_; } // noIndex outside control arrays
+    [[nodiscard]] std::string id() const;              // "txtName", "txtSales(3)"
+    [[nodiscard]] Form& form() const { return form_; }
+    [[nodiscard]] Frame* container() const { return container_; } // null: the form itself
+
+    [[nodiscard]] Twips left() const { return left_; }
+    [[nodiscard]] Twips top() const { return top_; }
+    [[nodiscard]] Twips width() const { return width_; }
+    [[nodiscard]] Twips height() const { return height_; }
+    void move(Twips left, Twips top);
+    void resize(Twips width, Twips height);
+    // Left and top relative to the form's own corner.
+    [[nodiscard]] Twips formLeft() const;
+    [[nodiscard]] Twips formTop() const;
+
+    [[nodiscard]] bool visible() const { return visible_; }
+    void setVisible(bool visible);
+    [[nodiscard]] bool enabled() const { return enabled_; }
+    void setEnabled(bool enabled);
+    // With all containers around it, and on no parked page.
+    [[nodiscard]] bool isShown() const;
+    [[nodiscard]] bool isEnabled() const;
+    [[nodiscard]] bool isFocusable() const; // of a kind that takes the focus at all
+    [[nodiscard]] bool canTakeFocus() const { return isFocusable() && isShown() && isEnabled(); }
+
+    [[nodiscard]] const std::string& tag() const { return tag_; }
+    void setTag(std::string_view tag) { tag_ = tag; }
+    [[nodiscard]] const std::string& toolTip() const { return toolTip_; }
+    void setToolTip(std::string_view toolTip);
+    // The name for people who hear the form instead of seeing it. Empty: adapters take the caption.
+    [[nodiscard]] const std::string& accessibleName() const { return accessibleName_; }
+    void setAccessibleName(std::string_view name) { accessibleName_ = name; }
+
+    // Scroll bars and spinners have no colours of their own: setting one throws.
+    [[nodiscard]] bool hasColors() const;
+    [[nodiscard]] Color backColor() const { return backColor_; }
+    [[nodiscard]] Color foreColor() const { return foreColor_; }
+    void setBackColor(Color color);
+    void setForeColor(Color color);
+
+    [[nodiscard]] bool hasCaption() const;
+    [[nodiscard]] const std::string& caption() const { return caption_; }
+    void setCaption(std::string_view caption); // throws where hasCaption() is false
+
+    // Number of controls in front of it in tab order. Setting it moves the control there.
+    [[nodiscard]] int tabIndex() const;
+    void setTabIndex(int index);
+
+    void bringToFront();
+    void setFocus(); // does nothing while it can't take the focus
+
+  protected:
+    Control(ControlKind kind, Form& form, std::string_view name, int index, Frame* container);
+    void notify(Property property);
+    template <typename T>
+    void assign(T& member, const T& value, Property property) {
+        if (member == value)
+            return;
+        member = value;
+        notify(property);
+    }
+
+  private:
+    ControlKind kind_;
+    Form& form_;
+    std::string name_;
+    int index_;
+    Frame* container_;
+    Twips left_ = 0;
+    Twips top_ = 0;
+    Twips width_ = 0;
+    Twips height_ = 0;
+    bool visible_ = true;
+    bool enabled_ = true;
+    Color backColor_ = colors::buttonFace;
+    Color foreColor_ = colors::black;
+    std::string caption_;
+    std::string tag_;
+    std::string toolTip_;
+    std::string accessibleName_;
+};
+
+enum class Alignment { left, center, right };
+
+// What text boxes and editable lists have in common: a text with a selection, counted in
+// characters. A locked field can be read and selected, and no user action changes it.
+class TextField : public Control {
+  public:
+    [[nodiscard]] const std::string& text() const { return text_; }
+    // By the program: the caret goes to the start and the field's undo begins anew.
+    void setText(std::string_view text);
+    // On the user's behalf (a menu command, a key that takes a sign off): undoable in one step.
+    // Refused (false) while the field is locked.
+    bool editText(std::string_view text, int selectionStart);
+
+    [[nodiscard]] int selStart() const { return selStart_; }
+    [[nodiscard]] int selLength() const { return selLength_; }
+    [[nodiscard]] std::string_view selText() const;
+    void select(int start, int length); // cut to what is there
+
+    [[nodiscard]] bool locked() const { return locked_; }
+    void setLocked(bool locked) { assign(locked_, locked, Property::locked); }
+    // Longest text that can be typed, in characters; 0 is no limit.
+    [[nodiscard]] int maxLength() const { return maxLength_; }
+    void setMaxLength(int length) { maxLength_ = length; }
+
+    // Why the text on show is not stored in the record; empty while it is.
+    [[nodiscard]] const std::string& mark() const { return mark_; }
+    void setMark(std::string_view reason) { assign(mark_, std::string(reason), Property::mark); }
+
+  protected:
+    using Control::Control;
+
+  private:
+    friend class Form;
+    void takeUserEdit(std::string_view text, int start, int length);
+    void takeUserSelection(int start, int length);
+    virtual void textChanged() {}
+
+    std::string text_;
+    std::string mark_;
+    int selStart_ = 0;
+    int selLength_ = 0;
+    int maxLength_ = 0;
+    bool locked_ = false;
+};
+
+class TextBox : public TextField {
+  public:
+    TextBox(Form& form, std::string_view name, int index, Frame* container)
+        : TextField(ControlKind::textBox, form, name, index, container) {}
+
+    [[nodiscard]] bool multiLine() const { return multiLine_; }
+    void setMultiLine(bool multiLine) { assign(multiLine_, multiLine, Property::look); }
+    [[nodiscard]] Alignment alignment() const { return alignment_; }
+    void setAlignment(Alignment alignment) { assign(alignment_, alignment, Property::look); }
+
+  private:
+    bool multiLine_ = false;
+    Alignment alignment_ = Alignment::left;
+};
+
+// An editable drop-down list. The chosen entry is the one whose text stands in the field.
+class ComboBox : public TextField {
+  public:
+    ComboBox(Form& form, std::string_view name, int index, Frame* container)
+        : TextField(ControlKind::comboBox, form, name, index, container) {}
+
+    [[nodiscard]] const std::vector<std::string>& list() const { return list_; }
+    void clearList(); // the text stays
+    void addItem(std::string_view item);
+    void setList(std::vector<std::string> list);
+    [[nodiscard]] int listIndex() const { return listIndex_; } // -1: none of the entries
+    void setListIndex(int index);                              // -1 empties the text
+
+  private:
+    friend class Form;
+    void textChanged() override { findText(); }
+    void findText();
+
+    std::vector<std::string> list_;
+    int listIndex_ = -1;
+};
+
+class Label : public Control {
+  public:
+    Label(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::label, form, name, index, container) {}
+
+    [[nodiscard]] bool autoSize() const { return autoSize_; }
+    void setAutoSize(bool autoSize) { assign(autoSize_, autoSize, Property::look); }
+    [[nodiscard]] bool wordWrap() const { return wordWrap_; }
+    void setWordWrap(bool wordWrap) { assign(wordWrap_, wordWrap, Property::look); }
+    [[nodiscard]] Alignment alignment() const { return alignment_; }
+    void setAlignment(Alignment alignment) { assign(alignment_, alignment, Property::look); }
+    // A link is drawn underlined, with its picture as the pointer.
+    [[nodiscard]] bool isLink() const { return link_; }
+    void setLink(bool link) { assign(link_, link, Property::look); }
+    [[nodiscard]] const Picture& mouseIcon() const { return mouseIcon_; }
+    void setMouseIcon(const Picture& icon) { assign(mouseIcon_, icon, Property::look); }
+
+  private:
+    bool autoSize_ = false;
+    bool wordWrap_ = false;
+    bool link_ = false;
+    Alignment alignment_ = Alignment::left;
+    Picture mouseIcon_;
+};
+
+class CommandButton : public Control {
+  public:
+    CommandButton(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::commandButton, form, name, index, container) {}
+};
+
+// Of the options of one control array exactly one, or none at first, is chosen.
+class OptionButton : public Control {
+  public:
+    OptionButton(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::optionButton, form, name, index, container) {}
+
+    [[nodiscard]] bool value() const { return value_; }
+    void setValue(bool value); // true takes the choice from the other options of the array
+
+  private:
+    bool value_ = false;
+};
+
+class CheckBox : public Control {
+  public:
+    CheckBox(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::checkBox, form, name, index, container) {}
+
+    [[nodiscard]] bool value() const { return value_; }
+    void setValue(bool value) { assign(value_, value, Property::value); }
+
+  private:
+    bool value_ = false;
+};
+
+enum class Orientation { horizontal, vertical };
+
+class ScrollBar : public Control {
+  public:
+    ScrollBar(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::scrollBar, form, name, index, container) {}
+
+    [[nodiscard]] Orientation orientation() const { return orientation_; }
+    void setOrientation(Orientation orientation) {
+        assign(orientation_, orientation, Property::look);
+    }
+    [[nodiscard]] int minimum() const { return minimum_; }
+    [[nodiscard]] int maximum() const { return maximum_; }
+    [[nodiscard]] int smallChange() const { return smallChange_; }
+    [[nodiscard]] int largeChange() const { return largeChange_; }
+    void setRange(int minimum, int maximum, int smallChange, int largeChange);
+    [[nodiscard]] int value() const { return value_; }
+    // Cut to the range. A change runs the bar's own change handling, whoever made it.
+    void setValue(int value);
+
+  private:
+    Orientation orientation_ = Orientation::horizontal;
+    int minimum_ = 0;
+    int maximum_ = 0;
+    int smallChange_ = 1;
+    int largeChange_ = 1;
+    int value_ = 0;
+};
+
+class Spinner : public Control {
+  public:
+    Spinner(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::spinner, form, name, index, container) {}
+
+    [[nodiscard]] int value() const { return value_; }
+    void setValue(int value) { assign(value_, value, Property::value); }
+
+  private:
+    int value_ = 0;
+};
+
+enum class FrameBorder { none, line, group };
+
+class Frame : public Control {
+  public:
+    Frame(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::frame, form, name, index, container) {}
+
+    [[nodiscard]] FrameBorder border() const { return border_; }
+    void setBorder(FrameBorder border) { assign(border_, border, Property::look); }
+
+  private:
+    FrameBorder border_ = FrameBorder::none;
+};
+
+struct Tab {
+    std::string caption;
+    std::string key;
+    std::string tag;
+    std::string toolTip;
+    Twips width = 0;
+
+    friend bool operator==(const Tab&, const Tab&) = default;
+};
+
+class TabStrip : public Control {
+  public:
+    TabStrip(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::tabStrip, form, name, index, container) {}
+
+    [[nodiscard]] int count() const { return static_cast<int>(tabs_.size()); }
+    [[nodiscard]] const Tab& tab(int index) const; // 1 to count()
+    void addTab(Tab tab);
+    void setTabCaption(int index, std::string_view caption);
+    [[nodiscard]] int selected() const { return selected_; } // 1 to count()
+    // Runs the strip's selection handling, also for the tab that is selected already. An index
+    // outside 1 to count() throws std::out_of_range.
+    void selectTab(int index);
+
+  private:
+    std::vector<Tab> tabs_;
+    int selected_ = 1;
+};
+
+class Shape : public Control {
+  public:
+    Shape(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::shape, form, name, index, container) {}
+
+    [[nodiscard]] bool filled() const { return filled_; } // else its border line alone
+    void setFilled(bool filled) { assign(filled_, filled, Property::look); }
+
+  private:
+    bool filled_ = true;
+};
+
+class PictureBox : public Control {
+  public:
+    PictureBox(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::pictureBox, form, name, index, container) {}
+
+    [[nodiscard]] const Picture& picture() const { return picture_; }
+    void setPicture(const Picture& picture) { assign(picture_, picture, Property::look); }
+
+  private:
+    Picture picture_;
+};
+
+// An entry of the pop-up menu; the caption "-" is a separator.
+class MenuItem : public Control {
+  public:
+    MenuItem(Form& form, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::menuItem, form, name, index, container) {}
+};
+
+} // namespace vkr

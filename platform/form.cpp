@@ -1,0 +1,429 @@
+// SPDX-License-Identifier: MIT
+#include "platform/form.hpp"
+
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace vkr {
+
+namespace {
+
+FormHandler silentHandler;
+
+// Windowless controls hear of the pointer before the focus moves to them; a field only then.
+bool hearsPressFirst(const Control& control) {
+    return control.kind() == ControlKind::commandButton ||
+           control.kind() == ControlKind::optionButton || control.kind() == ControlKind::checkBox;
+}
+
+} // namespace
+
+Form::Form() = default;
+Form::~Form() = default;
+
+FormHandler& Form::handler() const {
+    return handler_ == nullptr ? silentHandler : *handler_;
+}
+
+void Form::fail(std::string_view name, int index) {
+    throw std::out_of_range("no control " + std::string(name) +
+                            (index == Control::noIndex ? "" : "(" + std::to_string(index) + ")"));
+}
+
+void Form::adopt(std::unique_ptr<Control> control) {
+    auto& byIndex = byName_[control->name()];
+    if (!byIndex.emplace(control->index(), control.get()).second)
+        throw std::invalid_argument("control exists already: " + control->id());
+    tabOrder_.push_back(control.get());
+    controls_.push_back(std::move(control));
+    if (observer_ != nullptr)
+        observer_->controlAdded(*controls_.back());
+}
+
+void Form::remove(Control& control) {
+    if (active_ == &control) {
+        active_ = nullptr;
+        ++focusMoves_;
+    }
+    if (observer_ != nullptr)
+        observer_->controlRemoved(control);
+    std::erase(tabOrder_, &control);
+    const auto named = byName_.find(control.name());
+    named->second.erase(control.index());
+    if (named->second.empty())
+        byName_.erase(named);
+    std::erase_if(controls_, [&](const auto& held) { return held.get() == &control; });
+}
+
+Control* Form::find(std::string_view name, int index) const {
+    const auto named = byName_.find(name);
+    if (named == byName_.end())
+        return nullptr;
+    const auto found = named->second.find(index);
+    return found == named->second.end() ? nullptr : found->second;
+}
+
+int Form::upperBound(std::string_view name) const {
+    const auto named = byName_.find(name);
+    return named == byName_.end() ? -1 : named->second.rbegin()->first;
+}
+
+int Form::lowerBound(std::string_view name) const {
+    const auto named = byName_.find(name);
+    return named == byName_.end() ? 0 : std::max(0, named->second.begin()->first);
+}
+
+void Form::tellChanged(Control& control, Property property) {
+    if (observer_ != nullptr)
+        observer_->controlChanged(control, property);
+}
+
+void Form::setTabIndex(Control& control, int index) {
+    std::erase(tabOrder_, &control);
+    const auto place = std::clamp<std::ptrdiff_t>(index, 0, std::ssize(tabOrder_));
+    tabOrder_.insert(tabOrder_.begin() + place, &control);
+}
+
+void Form::reorderFront(Control& control) {
+    tellChanged(control, Property::order);
+}
+
+void Form::setSize(Twips width, Twips height) {
+    if (width == width_ && height == height_)
+        return;
+    width_ = width;
+    height_ = height;
+    if (observer_ != nullptr)
+        observer_->formChanged();
+}
+
+void Form::setBackColor(Color color) {
+    backColor_ = color;
+    if (observer_ != nullptr)
+        observer_->formChanged();
+}
+
+void Form::setBorderStyle(BorderStyle style) {
+    borderStyle_ = style;
+    if (observer_ != nullptr)
+        observer_->formChanged();
+}
+
+void Form::setMouseIcon(const Picture& icon) {
+    mouseIcon_ = icon;
+    if (observer_ != nullptr)
+        observer_->formChanged();
+}
+
+// --- focus -----------------------------------------------------------------------------------
+
+bool Form::focus(Control& control) {
+    if (!control.canTakeFocus())
+        return false;
+    if (focused_ && active_ == &control)
+        return true;
+    const unsigned mine = ++focusMoves_;
+    if (focused_ && active_ != nullptr) {
+        Control& left = *active_;
+        handler().onLostFocus(left);
+        if (mine != focusMoves_) // the leave handler sent the focus elsewhere
+            return false;
+        if (!control.canTakeFocus()) {
+            if (observer_ != nullptr)
+                observer_->focusChanged();
+            return false;
+        }
+    }
+    active_ = &control;
+    focused_ = true;
+    handler().onGotFocus(control);
+    if (mine == focusMoves_ && observer_ != nullptr)
+        observer_->focusChanged();
+    return mine == focusMoves_;
+}
+
+bool Form::moveFocus(FocusDirection direction, bool wrap) {
+    const auto count = std::ssize(tabOrder_);
+    if (count == 0)
+        return false;
+    const std::ptrdiff_t step = direction == FocusDirection::forward ? 1 : -1;
+    auto place = std::find(tabOrder_.begin(), tabOrder_.end(), active_) - tabOrder_.begin();
+    if (place == count)
+        place = step > 0 ? -1 : count;
+    for (std::ptrdiff_t tried = 0; tried < count; ++tried) {
+        place += step;
+        if (place < 0 || place >= count) {
+            if (!wrap)
+                return false;
+            place = (place + count) % count;
+        }
+        Control& candidate = *tabOrder_[static_cast<std::size_t>(place)];
+        // Of an option group the chosen option is the one to stop at.
+        if (const auto* option = dynamic_cast<OptionButton*>(&candidate);
+            option != nullptr && !option->value()) {
+            bool anyChosen = false;
+            for (int i = lowerBound(option->name()); i <= upperBound(option->name()); ++i)
+                if (const auto* other = dynamic_cast<OptionButton*>(find(option->name(), i)))
+                    anyChosen = anyChosen || (other->value() && other->canTakeFocus());
+            if (anyChosen || (active_ != nullptr && active_->name() == option->name()))
+                continue;
+        }
+        if (candidate.canTakeFocus())
+            return focus(candidate);
+    }
+    return false;
+}
+
+bool Form::enterFocus(FocusDirection direction) {
+    active_ = nullptr;
+    focused_ = false;
+    return moveFocus(direction);
+}
+
+void Form::focusLeft() {
+    if (!focused_)
+        return;
+    const unsigned mine = ++focusMoves_;
+    if (active_ != nullptr)
+        handler().onLostFocus(*active_);
+    if (mine != focusMoves_)
+        return;
+    focused_ = false;
+    handler().onFocusLeft();
+}
+
+// --- keys --------------------------------------------------------------------------------------
+
+bool Form::keyDown(KeyCode key, int shift) {
+    if ((shift & shifts::alt) != 0 && key > keys::space && key <= 'Z' && key >= '0' &&
+        mnemonic(static_cast<char32_t>(key)))
+        return false;
+    if (active_ == nullptr)
+        return true;
+    Control& control = *active_;
+    const unsigned before = focusMoves_;
+    handler().onKeyDown(control, key, shift);
+    if (key == keys::none || before != focusMoves_)
+        return false;
+    if (key == keys::tab && (shift & (shifts::control | shifts::alt)) == 0) {
+        const auto direction =
+            (shift & shifts::shift) != 0 ? FocusDirection::backward : FocusDirection::forward;
+        if (!moveFocus(direction, false) && !(tabbedOut && tabbedOut(direction)))
+            moveFocus(direction);
+        return false;
+    }
+    return !builtInKey(control, key, shift);
+}
+
+bool Form::builtInKey(Control& control, KeyCode key, int shift) {
+    const bool plain = shift == shifts::none;
+    const int step = key == keys::right || key == keys::down ? 1
+                     : key == keys::left || key == keys::up  ? -1
+                                                             : 0;
+    switch (control.kind()) {
+    case ControlKind::commandButton:
+        if (plain && (key == keys::enter || key == keys::space)) {
+            press(control);
+            return true;
+        }
+        return false;
+    case ControlKind::checkBox:
+        if (plain && key == keys::space) {
+            press(control);
+            return true;
+        }
+        return false;
+    case ControlKind::optionButton:
+        if (plain && key == keys::space)
+            press(control);
+        else if (plain && step != 0)
+            stepOption(static_cast<OptionButton&>(control), step);
+        else
+            return false;
+        return true;
+    case ControlKind::tabStrip: {
+        auto& strip = static_cast<TabStrip&>(control);
+        const int target = strip.selected() + step;
+        if (plain && step != 0 && target >= 1 && target <= strip.count()) {
+            userSelectTab(strip, target);
+            return true;
+        }
+        return false;
+    }
+    case ControlKind::comboBox: {
+        auto& list = static_cast<ComboBox&>(control);
+        const bool vertical = key == keys::up || key == keys::down;
+        if (!plain || !vertical)
+            return false;
+        const int target = list.listIndex() + step;
+        if (target >= 0 && target < static_cast<int>(list.list().size()))
+            userPick(list, target);
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+// A press from the keyboard takes the same way as one with the pointer.
+void Form::press(Control& control) {
+    mouseDown(control, MouseButton::left);
+    click(control);
+}
+
+void Form::stepOption(OptionButton& option, int step) {
+    const auto* target = &option;
+    for (int i = option.index() + step;; i += step) {
+        target = dynamic_cast<OptionButton*>(find(option.name(), i));
+        if (target == nullptr || target->canTakeFocus())
+            break;
+    }
+    if (target != nullptr)
+        press(*find(target->name(), target->index()));
+}
+
+bool Form::keyPress(char32_t& character) {
+    if (active_ == nullptr)
+        return true;
+    const unsigned before = focusMoves_;
+    handler().onKeyPress(*active_, character);
+    return character != 0 && before == focusMoves_;
+}
+
+void Form::keyUp(KeyCode key, int shift) {
+    if (active_ != nullptr)
+        handler().onKeyUp(*active_, key, shift);
+}
+
+void Form::sendKey(KeyCode key, int shift) {
+    sentKeys_.emplace_back(key, shift);
+}
+
+void Form::keyDone() {
+    if (sending_)
+        return;
+    sending_ = true;
+    while (!sentKeys_.empty()) {
+        const auto [key, shift] = sentKeys_.front();
+        sentKeys_.pop_front();
+        keyDown(key, shift);
+        keyUp(key, shift);
+    }
+    sending_ = false;
+}
+
+bool Form::mnemonic(char32_t letter) {
+    letter = upperCase(letter);
+    std::vector<Control*> candidates;
+    const auto count = std::ssize(tabOrder_);
+    const auto start = std::find(tabOrder_.begin(), tabOrder_.end(), active_) - tabOrder_.begin();
+    for (std::ptrdiff_t offset = 1; offset <= count; ++offset) {
+        Control& control = *tabOrder_[static_cast<std::size_t>((start + offset) % count)];
+        if (!control.isShown() || !control.isEnabled())
+            continue;
+        if (auto* strip = dynamic_cast<TabStrip*>(&control)) {
+            for (int i = 1; i <= strip->count(); ++i)
+                if (mnemonicOf(strip->tab(i).caption) == letter) {
+                    userSelectTab(*strip, i);
+                    return true;
+                }
+        } else if (control.hasCaption() && mnemonicOf(control.caption()) == letter) {
+            candidates.push_back(&control);
+        }
+    }
+    if (candidates.empty())
+        return false;
+    Control* target = candidates.front();
+    if (!target->isFocusable()) { // a label stands for the next field in tab order
+        const auto place = std::find(tabOrder_.begin(), tabOrder_.end(), target);
+        const auto field = std::find_if(place, tabOrder_.end(),
+                                        [](Control* next) { return next->canTakeFocus(); });
+        return field != tabOrder_.end() && focus(**field);
+    }
+    if (candidates.size() > 1)
+        return focus(*target);
+    press(*target);
+    return true;
+}
+
+// --- edits and pointer -------------------------------------------------------------------------
+
+bool Form::userEdit(TextField& field, std::string_view text, int selStart, int selLength) {
+    if (field.locked())
+        return false;
+    const bool changed = field.text() != text;
+    field.takeUserEdit(text, selStart, selLength);
+    if (changed)
+        handler().onChange(field);
+    return true;
+}
+
+void Form::userSelect(TextField& field, int start, int length) {
+    field.takeUserSelection(start, length);
+}
+
+void Form::mouseDown(Control& control, MouseButton button) {
+    if (!control.isShown() || !control.isEnabled())
+        return;
+    if (hearsPressFirst(control)) {
+        handler().onMouseDown(control, button);
+        focus(control);
+    } else {
+        focus(control);
+        handler().onMouseDown(control, button);
+    }
+}
+
+void Form::click(Control& control) {
+    if (control.isShown() && control.isEnabled()) {
+        if (auto* option = dynamic_cast<OptionButton*>(&control))
+            option->setValue(true);
+        else if (auto* box = dynamic_cast<CheckBox*>(&control))
+            box->setValue(!box->value());
+        handler().onClick(control);
+    }
+    handler().onPressEnded(control);
+}
+
+void Form::pressGivenUp(Control& control) {
+    handler().onPressEnded(control);
+}
+
+void Form::doubleClick(Control& control) {
+    if (control.isShown() && control.isEnabled())
+        handler().onDoubleClick(control);
+}
+
+void Form::surfaceClick() {
+    handler().onFormClick();
+}
+
+void Form::userScroll(ScrollBar& bar, int value) {
+    bar.setValue(value);
+}
+
+void Form::userSpin(Spinner& spinner, int steps) {
+    if (spinner.isShown() && spinner.isEnabled())
+        handler().onSpin(spinner, steps);
+}
+
+bool Form::userPick(ComboBox& list, int index) {
+    if (list.locked() || index < 0 || index >= static_cast<int>(list.list().size()))
+        return false;
+    const bool changed = list.listIndex() != index;
+    list.editText(list.list()[static_cast<std::size_t>(index)], 0);
+    list.listIndex_ = index;
+    list.select(0, textLength(list.text()));
+    if (changed)
+        handler().onListChoice(list);
+    return true;
+}
+
+void Form::userSelectTab(TabStrip& strip, int index) {
+    if (strip.isShown() && strip.isEnabled())
+        strip.selectTab(index);
+}
+
+} // namespace vkr

@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/control.hpp"
+#include "platform/key_codes.hpp"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+// What a form does when the user acts; the component implements it. The order in which the calls
+// come is the form's: mouse down (buttons) or after the focus has moved (fields), key down, key
+// press, change, focus lost, focus gained, click, double-click.
+class FormHandler {
+  public:
+    virtual ~FormHandler() = default;
+
+    virtual void onGotFocus(Control& /*control*/) {}
+    virtual void onLostFocus(Control& /*control*/) {}
+    // Setting the key to keys::none uses it up: no key press, no edit, no move follows.
+    virtual void onKeyDown(Control& /*control*/, KeyCode& /*key*/, int /*shift*/) {}
+    virtual void onKeyPress(Control& /*control*/, char32_t& /*character*/) {}
+    virtual void onKeyUp(Control& /*control*/, KeyCode /*key*/, int /*shift*/) {}
+    virtual void onChange(TextField& /*field*/) {} // the user changed the text
+    virtual void onMouseDown(Control& /*control*/, MouseButton /*button*/) {}
+    virtual void onPressEnded(Control& /*control*/) {} // after click, or when given up
+    virtual void onClick(Control& /*control*/) {}      // button, option, check box, label
+    virtual void onDoubleClick(Control& /*control*/) {}
+    virtual void onListChoice(ComboBox& /*list*/) {}
+    virtual void onScroll(ScrollBar& /*bar*/) {}
+    virtual void onSpin(Spinner& /*spinner*/, int /*steps*/) {} // +1 up, -1 down
+    virtual void onTabSelected(TabStrip& /*strip*/) {}
+    virtual void onFormClick() {} // on the form's own surface
+    virtual void onFocusLeft() {} // the focus left the form
+};
+
+// An adapter's ear: told after a model has changed.
+class FormObserver {
+  public:
+    virtual ~FormObserver() = default;
+
+    virtual void controlAdded(Control& /*control*/) {}
+    virtual void controlRemoved(Control& /*control*/) {} // still whole, gone after the call
+    virtual void controlChanged(Control& /*control*/, Property /*property*/) {}
+    virtual void focusChanged() {} // activeControl() is the one that has the focus now
+    virtual void formChanged() {}  // size, colours, border, pointer of the form itself
+};
+
+enum class BorderStyle { none = 0, fixedSingle = 1 };
+enum class FocusDirection { forward, backward };
+
+// A form: its controls, its focus, and the one input pipeline that every adapter feeds.
+class Form {
+  public:
+    Form();
+    ~Form();
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+
+    void setHandler(FormHandler* handler) { handler_ = handler; }
+    void setObserver(FormObserver* observer) { observer_ = observer; }
+    [[nodiscard]] FormObserver* observer() const { return observer_; }
+
+    // --- controls -------------------------------------------------------------------------
+    // A new control comes last in tab order and in front of the others. A name and index that
+    // exist already throw std::invalid_argument.
+    template <typename Kind>
+    Kind& add(std::string_view name, int index = Control::noIndex, Frame* container = nullptr) {
+        auto control = std::make_unique<Kind>(*this, name, index, container);
+        Kind& added = *control;
+        adopt(std::move(control));
+        return added;
+    }
+    void remove(Control& control); // the focus leaves it first, without a leave event
+
+    [[nodiscard]] const std::vector<std::unique_ptr<Control>>& controls() const {
+        return controls_;
+    }
+    [[nodiscard]] Control* find(std::string_view name, int index = Control::noIndex) const;
+    // The control of that name; throws std::out_of_range when there is none or of another kind.
+    template <typename Kind>
+    [[nodiscard]] Kind& get(std::string_view name, int index = Control::noIndex) const {
+        auto* control = dynamic_cast<Kind*>(find(name, index));
+        if (control == nullptr)
+            fail(name, index);
+        return *control;
+    }
+    // Highest and lowest index of a control array; -1 and 0 where it has no element.
+    [[nodiscard]] int upperBound(std::string_view name) const;
+    [[nodiscard]] int lowerBound(std::string_view name) const;
+
+    // --- looks ----------------------------------------------------------------------------
+    [[nodiscard]] Twips width() const { return width_; }
+    [[nodiscard]] Twips height() const { return height_; }
+    void setSize(Twips width, Twips height);
+    [[nodiscard]] Color backColor() const { return backColor_; }
+    void setBackColor(Color color);
+    [[nodiscard]] BorderStyle borderStyle() const { return borderStyle_; }
+    void setBorderStyle(BorderStyle style);
+    [[nodiscard]] const Picture& mouseIcon() const { return mouseIcon_; }
+    void setMouseIcon(const Picture& icon);
+
+    // --- focus ----------------------------------------------------------------------------
+    // The control that has the focus, or had it when the focus left the form.
+    [[nodiscard]] Control* activeControl() const { return active_; }
+    [[nodiscard]] bool hasFocus() const { return focused_; }
+    // By program or by the user: leave event of the old control, enter event of the new one.
+    // A control that can't take the focus leaves everything as it is (false).
+    bool focus(Control& control);
+    // The next control in tab order. At the end it starts again, or with `wrap` false stays put
+    // and answers false, so that the focus can go on to the host's next control.
+    bool moveFocus(FocusDirection direction, bool wrap = true);
+    // The first control in tab order (the last one going backward), when the focus enters.
+    bool enterFocus(FocusDirection direction);
+    [[nodiscard]] const std::vector<Control*>& tabOrder() const { return tabOrder_; }
+
+    // --- input, for adapters: what the user did --------------------------------------------
+    // The focus went to a control of the host: the active control is left. Not to be called
+    // when another window, a message box, a menu or a list takes the focus for a while.
+    void focusLeft();
+    // Key down at the active control: mnemonics, tabbing, the handler, keys of buttons, options
+    // and lists. False when the key is used up; else key press and the field's own editing follow.
+    bool keyDown(KeyCode key, int shift);
+    // The character may be replaced by the handler. False when it is swallowed.
+    bool keyPress(char32_t& character);
+    void keyUp(KeyCode key, int shift);
+    // Ends one key stroke: keystrokes that handlers have sent are carried out now. Adapters call
+    // it after the field's own editing.
+    void keyDone();
+    // The field's own editing changed text and selection. False while it is locked: the adapter
+    // takes the model's text back.
+    bool userEdit(TextField& field, std::string_view text, int selStart, int selLength);
+    void userSelect(TextField& field, int start, int length);
+    void mouseDown(Control& control, MouseButton button); // moves the focus
+    void click(Control& control);                         // the press ended on it
+    void pressGivenUp(Control& control);                  // the press ended elsewhere
+    void doubleClick(Control& control);
+    void surfaceClick();
+    void userScroll(ScrollBar& bar, int value);
+    void userSpin(Spinner& spinner, int steps);
+    bool userPick(ComboBox& list, int index); // false while locked
+    void userSelectTab(TabStrip& strip, int index);
+    // Alt and a letter. A letter that a tab and something else share belongs to the tab; of
+    // several others the next one in tab order takes the focus and none is pressed.
+    bool mnemonic(char32_t letter);
+
+    // --- keyboard injection -----------------------------------------------------------------
+    // A keystroke that acts as if typed, once the one in progress is through.
+    void sendKey(KeyCode key, int shift = shifts::none);
+
+    // Tabbing at the end of the tab order is offered to the adapter first (it may have other
+    // controls in its window); answering false lets the focus wrap.
+    std::function<bool(FocusDirection)> tabbedOut;
+
+  private:
+    friend class Control;
+    friend class ScrollBar;
+    friend class TabStrip;
+
+    void adopt(std::unique_ptr<Control> control);
+    void tellChanged(Control& control, Property property);
+    void setTabIndex(Control& control, int index);
+    void reorderFront(Control& control);
+    bool builtInKey(Control& control, KeyCode key, int shift);
+    void press(Control& control);
+    void stepOption(OptionButton& option, int step);
+    [[noreturn]] static void fail(std::string_view name, int index);
+    [[nodiscard]] FormHandler& handler() const;
+
+    FormHandler* handler_ = nullptr;
+    FormObserver* observer_ = nullptr;
+    std::vector<std::unique_ptr<Control>> controls_;
+    std::map<std::string, std::map<int, Control*>, std::less<>> byName_;
+    std::vector<Control*> tabOrder_;
+    Control* active_ = nullptr;
+    bool focused_ = false;
+    unsigned focusMoves_ = 0;
+    std::deque<std::pair<KeyCode, int>> sentKeys_;
+    bool sending_ = false;
+    Twips width_ = 0;
+    Twips height_ = 0;
+    Color backColor_ = colors::buttonFace;
+    BorderStyle borderStyle_ = BorderStyle::none;
+    Picture mouseIcon_;
+};
+
+} // namespace vkr

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/color.hpp"
+#include "platform/control.hpp"
+#include "platform/date.hpp"
+#include "platform/object.hpp"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vkr {
+
+// Button codes of message boxes: buttons + icon + which button is the default.
+namespace message_box {
+inline constexpr int okOnly = 0;
+inline constexpr int yesNo = 4;
+inline constexpr int questionIcon = 32;
+inline constexpr int exclamationIcon = 48;
+inline constexpr int defaultSecondButton = 256;
+} // namespace message_box
+
+enum class MessageAnswer { ok = 1, cancel = 2, yes = 6, no = 7 };
+
+// The calendar dialog, as an adapter shows it. The dialog stays open until the user confirms a
+// date or gives up.
+struct CalendarRequest {
+    Date date; // shown first
+    std::string title;
+};
+
+// Everything the component needs of the desktop it runs on, and of the container it is placed in.
+class Services {
+  public:
+    virtual ~Services() = default;
+
+    // --- desktop ----------------------------------------------------------------------------
+    // Modal. `buttons` is one of the codes above, added up. Lines are parted by "\r".
+    virtual MessageAnswer messageBox(const std::string& text, int buttons,
+                                     const std::string& title) = 0;
+    virtual bool clipboardHasText() = 0;
+    virtual std::string clipboardText() = 0;
+    virtual void clearClipboard() = 0;
+    virtual void setClipboardText(const std::string& text) = 0;
+    virtual Date today() = 0; // without a time of day
+    virtual Twips screenWidth() = 0;
+    // The native colour dialog; nothing when the user gives up.
+    virtual std::optional<Color> chooseColor(Color current) = 0;
+    // The calendar dialog; nothing when the user gives up.
+    virtual std::optional<Date> chooseDate(const CalendarRequest& request) = 0;
+    // The field's own undo.
+    virtual bool canUndo(const TextField& field) = 0;
+    virtual void undo(TextField& field) = 0;
+    // Width and height that a text takes on one line, in twips.
+    virtual Twips textWidth(std::string_view text) = 0;
+    virtual Twips textHeight() = 0;
+    // Opens the visible entries of a menu array at a place of the form and answers the index of
+    // the chosen one, -1 for none.
+    virtual int popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) = 0;
+    // A new object by its programmatic identifier; null for an unknown one.
+    virtual std::shared_ptr<Object> createObject(std::string_view programmaticId) = 0;
+
+    // --- container ----------------------------------------------------------------------------
+    // True while the host runs, false at design time. May throw: the flag can't be read yet.
+    virtual bool ambientUserMode() = 0;
+    // The component's own application title, the caption of its message boxes.
+    virtual std::string applicationTitle() = 0;
+    virtual void propertyChanged(std::string_view name) = 0;
+};
+
+} // namespace vkr

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <limits>
+
+namespace vkr {
+
+namespace {
+
+// Bytes that the character at the front of `text` takes; 1 for a byte that starts none.
+std::size_t characterSize(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    const std::size_t wanted = lead < 0x80                     ? 1
+                               : (lead >= 0xC2 && lead < 0xE0) ? 2
+                               : (lead >= 0xE0 && lead < 0xF0) ? 3
+                               : (lead >= 0xF0 && lead < 0xF5) ? 4
+                                                               : 1;
+    if (wanted > text.size())
+        return 1;
+    for (std::size_t i = 1; i < wanted; ++i)
+        if ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U)
+            return 1;
+    return wanted;
+}
+
+std::size_t byteOffset(std::string_view text, int characters) {
+    std::size_t offset = 0;
+    for (int i = 0; i < characters && offset < text.size(); ++i)
+        offset += characterSize(text.substr(offset));
+    return offset;
+}
+
+} // namespace
+
+int textLength(std::string_view text) {
+    int length = 0;
+    for (std::size_t offset = 0; offset < text.size(); ++length)
+        offset += characterSize(text.substr(offset));
+    return length;
+}
+
+std::string_view textMiddle(std::string_view text, int start, int count) {
+    const auto rest = text.substr(byteOffset(text, std::max(start, 0)));
+    return rest.substr(0, byteOffset(rest, std::max(count, 0)));
+}
+
+std::string_view textLeft(std::string_view text, int count) {
+    return textMiddle(text, 0, count);
+}
+
+std::string_view textFrom(std::string_view text, int start) {
+    return text.substr(byteOffset(text, std::max(start, 0)));
+}
+
+char32_t firstCharacter(std::string_view text) {
+    if (text.empty())
+        return 0;
+    const auto byte = [&](std::size_t i) {
+        return static_cast<char32_t>(static_cast<unsigned char>(text[i]));
+    };
+    switch (characterSize(text)) {
+    case 2:
+        return ((byte(0) & 0x1FU) << 6U) | (byte(1) & 0x3FU);
+    case 3:
+        return ((byte(0) & 0x0FU) << 12U) | ((byte(1) & 0x3FU) << 6U) | (byte(2) & 0x3FU);
+    case 4:
+        return ((byte(0) & 0x07U) << 18U) | ((byte(1) & 0x3FU) << 12U) | ((byte(2) & 0x3FU) << 6U) |
+               (byte(3) & 0x3FU);
+    default:
+        return byte(0);
+    }
+}
+
+void appendCharacter(std::string& text, char32_t character) {
+    const auto put = [&](char32_t bits) { text.push_back(static_cast<char>(bits)); };
+    if (character < 0x80U) {
+        put(character);
+    } else if (character < 0x800U) {
+        put(0xC0U | (character >> 6U));
+        put(0x80U | (character & 0x3FU));
+    } else if (character < 0x10000U) {
+        put(0xE0U | (character >> 12U));
+        put(0x80U | ((character >> 6U) & 0x3FU));
+        put(0x80U | (character & 0x3FU));
+    } else if (character < 0x110000U) {
+        put(0xF0U | (character >> 18U));
+        put(0x80U | ((character >> 12U) & 0x3FU));
+        put(0x80U | ((character >> 6U) & 0x3FU));
+        put(0x80U | (character & 0x3FU));
+    }
+}
+
+char32_t upperCase(char32_t character) {
+    const auto within = [&](char32_t first, char32_t last) {
+        return character >= first && character <= last;
+    };
+    if (within('a', 'z'))
+        return character - 0x20U;
+    if (within(0xE0, 0xFE) && character != 0xF7)
+        return character - 0x20U;
+    if (character == 0xFF)
+        return 0x178;
+    // Latin Extended-A: pairs with the capital on the even number, then on the odd one.
+    if (within(0x100, 0x137) || within(0x14A, 0x177))
+        return character == 0x131 ? U'I' : character & ~char32_t{1};
+    if (within(0x139, 0x148) || within(0x179, 0x17E))
+        return (character & 1U) != 0 ? character : character - 1;
+    if (within(0x3B1, 0x3C9) && character != 0x3C2)
+        return character - 0x20U;
+    if (within(0x430, 0x44F))
+        return character - 0x20U;
+    if (within(0x450, 0x45F))
+        return character - 0x50U;
+    return character;
+}
+
+std::string upperCase(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const auto size = characterSize(text);
+        if (size == 1)
+            result.push_back(static_cast<unsigned char>(text.front()) < 0x80U
+                                 ? static_cast<char>(upperCase(firstCharacter(text)))
+                                 : text.front());
+        else
+            appendCharacter(result, upperCase(firstCharacter(text)));
+        text.remove_prefix(size);
+    }
+    return result;
+}
+
+bool equalsIgnoringCase(std::string_view left, std::string_view right) {
+    return upperCase(left) == upperCase(right);
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+char32_t mnemonicOf(std::string_view caption) {
+    for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
+        if (caption[i] != '&')
+            continue;
+        if (caption[i + 1] != '&')
+            return upperCase(firstCharacter(caption.substr(i + 1)));
+        ++i;
+    }
+    return 0;
+}
+
+std::string withoutMnemonic(std::string_view caption) {
+    std::string result;
+    for (std::size_t i = 0; i < caption.size(); ++i) {
+        if (caption[i] == '&' && ++i == caption.size())
+            break;
+        result.push_back(caption[i]);
+    }
+    return result;
+}
+
+} // namespace vkr

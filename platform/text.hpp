@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vkr {
+
+// UTF-8 text by characters (code points). Bytes that are no valid UTF-8 count as one character
+// each, so that no input can run out of bounds.
+
+[[nodiscard]] int textLength(std::string_view text);
+// `count` characters from `start` (0-based); out of range is cut to what is there.
+[[nodiscard]] std::string_view textMiddle(std::string_view text, int start, int count);
+[[nodiscard]] std::string_view textLeft(std::string_view text, int count);
+[[nodiscard]] std::string_view textFrom(std::string_view text, int start);
+[[nodiscard]] char32_t firstCharacter(std::string_view text); // 0 for an empty text
+void appendCharacter(std::string& text, char32_t character);
+
+// Upper case of a single character; Latin, Greek and Cyrillic letters, others unchanged.
+[[nodiscard]] char32_t upperCase(char32_t character);
+[[nodiscard]] std::string upperCase(std::string_view text);
+[[nodiscard]] bool equalsIgnoringCase(std::string_view left, std::string_view right);
+
+[[nodiscard]] std::string_view trimmed(std::string_view text); // without surrounding blanks
+
+// The letter behind "&" in a caption, in upper case; 0 where there is none. "&&" is a plain "&".
+[[nodiscard]] char32_t mnemonicOf(std::string_view caption);
+[[nodiscard]] std::string withoutMnemonic(std::string_view caption);
+
+} // namespace vkr

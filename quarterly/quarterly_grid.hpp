@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/series_grid.hpp"
+
+#include <functional>
+#include <string>
+
+namespace vkr {
+
+// The columns of the quarterly grid, left to right, which is the order of Enter.
+[[nodiscard]] std::span<const GridColumn> quarterlyColumns();
+
+// The last quarter and up to 34 before it, newest on top.
+class QuarterlyGrid final : public SeriesGrid {
+  public:
+    explicit QuarterlyGrid(Session& session);
+
+    static constexpr int mostRows = 35;
+    static constexpr int startRows = 9;
+    static constexpr int yellowRow = 4; // a year before the newest quarter
+
+    void showSpan() override; // txtLastQDate and spinner, from the record
+    void relabel();           // labels, offset and the date of the last fiscal year
+    void shade();
+    void setShade(Color color);
+    [[nodiscard]] Color shadeColor() const { return shadeColor_; }
+
+    [[nodiscard]] int visibleRows() const { return visibleRows_; }
+    void setVisibleRows(int count); // cut to 1 to 35
+    void layOut();                  // bar and scroll position
+    void scroll();                  // the bar was moved
+    void clearLabels();
+
+    [[nodiscard]] bool existsData() const;
+
+    // Moves the last quarter. Beyond the newest quarter of the record it adds quarters, after a
+    // question; back and forth inside of the record only the view moves.
+    void moveLastQuarter(int quarters);
+    void addQuarter() { addQuarters(1); }
+    void leaveLastQuarterDate();
+
+    // Earnings of the last four quarters, where all four are there: stored in the record.
+    void deriveTrailingEarnings();
+    void showTrailingEarnings(); // txtLast4QEPS, with the change check
+
+    void enter(Cell cell) override;
+
+    std::function<void()> showTrailing; // puts the record's sum into its field
+
+    // The date that lies some quarters away; the last day of a month stays a last day.
+    [[nodiscard]] static Date quartersFrom(Date date, int quarters);
+
+  protected:
+    [[nodiscard]] std::optional<int> elementOf(int row) const override { return row + offset_; }
+    [[nodiscard]] std::string reasonNotToStore() const override;
+    void stored(Cell cell) override;
+
+  private:
+    void addQuarters(int count);
+    void setLastQuarter(Date date);
+    void redisplay();
+    [[nodiscard]] std::optional<Date> shownDate() const;
+    [[nodiscard]] int firstShownRow() const;
+
+    Color shadeColor_ = colors::paleCyan;
+    int visibleRows_ = startRows;
+    int offset_ = 0; // element of the series that the top row shows
+};
+
+} // namespace vkr

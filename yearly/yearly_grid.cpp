@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: MIT
+#include "yearly/yearly_grid.hpp"
+
+#include "input/mdlKMTMisc.hpp"
+#include "platform/error_trap.hpp"
+#include "platform/number_text.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vkr {
+
+namespace {
+
+constexpr bool money = true;
+constexpr bool perShare = false;
+constexpr bool minus = true;
+constexpr bool negatives = true;
+
+constexpr GridColumn columnOf(std::string_view cells, GridSeries series, bool minusTyped,
+                              bool negativesShown, bool price = false) {
+    return {cells, series, series, ColumnChoice::none, minusTyped, negativesShown, price};
+}
+
+constexpr GridColumn table[] = {
+    columnOf("txtSales", {Datum::YRevenueSeries, doYRevenue, money}, !minus, !negatives),
+    {"txtYOption",
+     {Datum::YPTISeries, doYPTI, money},
+     {Datum::YTaxRateSeries, doYTaxRate, perShare},
+     ColumnChoice::income,
+     minus,
+     negatives},
+    columnOf("txtYNetInc", {Datum::YNetIncSeries, doYNetInc, money}, minus, negatives),
+    {"txtYOption2",
+     {Datum::YCommEqSeries, doYCommEq, money},
+     {Datum::YBookValSeries, doYBookVal, perShare},
+     ColumnChoice::equity,
+     minus,
+     negatives},
+    columnOf("txtYEPS", {Datum::YEPSSeries, doYEPS, perShare}, minus, negatives),
+    columnOf("txtDiv", {Datum::YDividendSeries, doYDividend, perShare}, !minus, !negatives),
+    columnOf("txtHigh", {Datum::YHighSeries, doYHigh, perShare}, !minus, !negatives, true),
+    columnOf("txtLow", {Datum::YLowSeries, doYLow, perShare}, !minus, !negatives, true),
+    columnOf("txtCSO", {Datum::YCSOSeries, doYCSO, money}, minus, negatives),
+};
+
+// Cells that an analysis needs, from the first to the last row of a column; `second` marks the
+// further band. Each platform has its own.
+struct ShadeBand {
+    PlatformType platform;
+    std::string_view cells;
+    int first;
+    int last;
+};
+
+constexpr ShadeBand bands[] = {
+    {ptStandard, "txtSales", 8, 9}, {ptStandard, "txtYEPS", 5, 9},  {ptStandard, "txtHigh", 5, 9},
+    {ptStandard, "txtLow", 5, 9},   {ptStandard, "txtSales", 3, 4}, {ptZX, "txtSales", 5, 9},
+    {ptZX, "txtYNetInc", 5, 9},     {ptZX, "txtYEPS", 5, 9},
+};
+
+} // namespace
+
+std::span<const GridColumn> yearlyColumns() {
+    return table;
+}
+
+YearlyGrid::YearlyGrid(Session& session) : SeriesGrid(session, table) {}
+
+int YearlyGrid::lastFiscalYear() const {
+    const double year = std::nearbyint(leadingNumber(session_.textBox("txtLastFY").text()));
+    return std::abs(year) <= lastYear ? static_cast<int>(year) : 0;
+}
+
+void YearlyGrid::showSpan() {
+    attempt([&] {
+        putFieldText(session_.textBox("txtDateofLastFY"),
+                     session_.dateText(session_.company->get_LastFYDate()));
+    });
+    attempt([&] {
+        const int year = session_.company->get_LastFY();
+        putFieldText(session_.textBox("txtLastFY"), year == 0 ? "" : std::to_string(year));
+    });
+    relabel();
+}
+
+void YearlyGrid::relabel() {
+    const int newest = lastFiscalYear();
+    for (int i = 0; i < rows; ++i) {
+        const std::string year = newest == 0 ? "" : std::to_string(newest - oldestAge + i);
+        session_.form.get<Label>("lblYear", i).setCaption(year);
+    }
+}
+
+void YearlyGrid::clearLabels() {
+    for (int i = 0; i < rows; ++i)
+        session_.form.get<Label>("lblYear", i).setCaption("");
+}
+
+void YearlyGrid::setShade(Color color) {
+    shadeColor_ = color;
+    for (int i = 0; i <= session_.form.upperBound("lblLegend"); ++i)
+        session_.form.get<Label>("lblLegend", i).setVisible(color != colors::white);
+    shade();
+}
+
+void YearlyGrid::shade() {
+    for (int column = 0; column < static_cast<int>(columns().size()); ++column)
+        for (TextBox* cell : cells(column))
+            cell->setBackColor(colors::white);
+    session_.form.get<Label>("lblLegend", 0).setBackColor(shadeColor_);
+    for (const auto& band : bands)
+        if (band.platform == session_.platform)
+            for (int row = band.first; row <= band.last; ++row)
+                session_.textBox(band.cells, row).setBackColor(shadeColor_);
+}
+
+// --- the span of years ------------------------------------------------------------------------
+
+void YearlyGrid::changeSpan(int years) {
+    const bool adds = years > 0;
+    if (session_.isLocked()) {
+        session_.message(adds ? "Data is locked!\r\rYou must unlock data to add a new year."
+                              : "Data is locked!\r\rYou must unlock data to remove a year.",
+                         message_box::okOnly);
+        return;
+    }
+    session_.hideHelpFrame();
+    const int newest = lastFiscalYear();
+    const int target = newest + years;
+    if (session_.company == nullptr || target < firstYear || target > lastYear)
+        return;
+    const std::string question = session_.text(adds ? 404 : 407, "") + " " +
+                                 std::to_string(adds ? newest - oldestAge : newest) + " " +
+                                 session_.text(405, "") + "\r" + session_.text(406, "");
+    if (session_.message(question, message_box::yesNo | message_box::defaultSecondButton) !=
+        MessageAnswer::yes)
+        return;
+    shift(years);
+    session_.textBox("txtLastFY").setText(std::to_string(target));
+    acceptLastFiscalYear(target);
+    session_.markChanged();
+}
+
+void YearlyGrid::shift(int years) {
+    if (years == 0)
+        return;
+    for (const auto& column : table) {
+        shiftSeries(column.first.series, years);
+        if (column.choice != ColumnChoice::none)
+            shiftSeries(column.second.series, years);
+    }
+    showAll();
+    if (commit)
+        commit();
+    auto& field = session_.textBox("txtDateofLastFY");
+    if (const auto date = session_.typedDate(field.text())) {
+        const Date moved = addYears(*date, years);
+        attempt([&] { session_.company->put_LastFYDate(moved); });
+        putFieldText(field, session_.dateText(moved));
+        if (fiscalYearMoved)
+            fiscalYearMoved();
+    }
+}
+
+void YearlyGrid::acceptLastFiscalYear(int year) {
+    checkFieldChange(session_.textBox("txtLastFY"), session_);
+    relabel();
+    attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
+}
+
+void YearlyGrid::typeLastFiscalYear() {
+    auto& field = session_.textBox("txtLastFY");
+    if (session_.company == nullptr || textLength(field.text()) < field.maxLength() ||
+        field.text() == field.tag())
+        return;
+    const int year = lastFiscalYear();
+    if (year < firstYear || year > lastYear)
+        putFieldText(field, field.tag());
+    else
+        acceptLastFiscalYear(year);
+}
+
+// What is no whole year gives way to the accepted one.
+void YearlyGrid::leaveLastFiscalYear() {
+    auto& field = session_.textBox("txtLastFY");
+    if (field.text() != field.tag())
+        putFieldText(field, field.tag());
+}
+
+void YearlyGrid::leaveLastFiscalYearDate() {
+    session_.dateFieldPending = false;
+    auto& field = session_.textBox("txtDateofLastFY");
+    if (session_.cancelPressed || field.locked() || session_.company == nullptr ||
+        isUntouched(field))
+        return;
+    checkFieldChange(field, session_);
+    const auto typed = session_.typedDate(field.text());
+    if (!typed) {
+        field.setMark(
+            session_.text(text_number::reasonNoDate, "This is not a date and was not stored."));
+        return;
+    }
+    if (!attempt([&] { session_.company->put_LastFYDate(*typed); })) {
+        field.setMark(session_.text(text_number::reasonRefused, "This value could not be stored."));
+        return;
+    }
+    putFieldText(field, session_.dateText(*typed));
+    if (fiscalYearMoved)
+        fiscalYearMoved();
+}
+
+void YearlyGrid::setUpBar() {
+    const auto& panel = session_.form.get<Frame>("fraDE", 2);
+    const auto& view = *panel.container();
+    auto& bar = session_.form.get<ScrollBar>("hscrYearly");
+    const int hidden = static_cast<int>(panel.width() - view.width());
+    bar.setVisible(hidden > 0);
+    bar.setRange(0, std::max(0, hidden), std::max(1, hidden / 4), std::max(1, hidden));
+}
+
+void YearlyGrid::pan() {
+    session_.hideHelpFrame();
+    auto& panel = session_.form.get<Frame>("fraDE", 2);
+    panel.move(-session_.form.get<ScrollBar>("hscrYearly").value(), panel.top());
+}
+
+int YearlyGrid::reachableColumns() const {
+    const int all = static_cast<int>(columns().size());
+    return session_.form.get<ScrollBar>("hscrYearly").visible() ? all : all - 1;
+}
+
+void YearlyGrid::movedRight(Cell from) {
+    auto& bar = session_.form.get<ScrollBar>("hscrYearly");
+    if (columns()[static_cast<std::size_t>(from.column)].cells == "txtLow" && bar.visible())
+        bar.setValue(bar.maximum());
+}
+
+void YearlyGrid::enter(Cell cell) {
+    // A cell that is panned out of the view comes into it.
+    const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const auto& panel = *box.container();
+    const auto& view = *panel.container();
+    auto& bar = session_.form.get<ScrollBar>("hscrYearly");
+    if (box.left() + panel.left() < 0)
+        bar.setValue(static_cast<int>(box.left()));
+    else if (box.left() + box.width() + panel.left() > view.width())
+        bar.setValue(static_cast<int>(box.left() + box.width() - view.width()));
+    SeriesGrid::enter(cell);
+}
+
+} // namespace vkr

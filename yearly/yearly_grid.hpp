@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/series_grid.hpp"
+
+#include <functional>
+
+namespace vkr {
+
+// The columns of the yearly grid, left to right, which is the order of Enter.
+[[nodiscard]] std::span<const GridColumn> yearlyColumns();
+
+// Ten fiscal years and the one after: cell 9 is the last fiscal year Y, cell i the year Y - 9 + i.
+class YearlyGrid final : public SeriesGrid {
+  public:
+    explicit YearlyGrid(Session& session);
+
+    static constexpr int rows = 11;
+    static constexpr int oldestAge = 9; // years before the last fiscal year in cell 0
+    static constexpr int firstYear = 1980;
+    static constexpr int lastYear = 9900;
+
+    // The last fiscal year as txtLastFY shows it; 0 where it shows none.
+    [[nodiscard]] int lastFiscalYear() const;
+
+    void showSpan() override;   // txtLastFY, txtDateofLastFY and the labels
+    void relabel();             // year labels
+    void shade();               // required cells, in the shade colour
+    void setShade(Color color); // also shows or hides the legend
+    [[nodiscard]] Color shadeColor() const { return shadeColor_; }
+    void pan(); // the bar was moved
+    void setUpBar();
+    void clearLabels();
+
+    // Adding and removing ask first; the figures keep their years.
+    void addYear() { changeSpan(1); }
+    void removeYear() { changeSpan(-1); }
+    void typeLastFiscalYear(); // at each change of txtLastFY
+    void leaveLastFiscalYear();
+    void leaveLastFiscalYearDate();
+
+    void enter(Cell cell) override;
+
+    std::function<void()> commit;          // writes the whole form into the record
+    std::function<void()> fiscalYearMoved; // the date of the last fiscal year has changed
+
+  protected:
+    [[nodiscard]] std::optional<int> elementOf(int row) const override { return 10 - row; }
+    [[nodiscard]] int reachableColumns() const override;
+    void movedRight(Cell from) override;
+
+  private:
+    void changeSpan(int years);
+    void shift(int years);
+    void acceptLastFiscalYear(int year);
+
+    Color shadeColor_ = colors::paleCyan;
+};
+
+} // namespace vkr
