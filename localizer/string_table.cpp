@@ -275,11 +275,25 @@ constexpr StringRow standardRows[] = {
     {577, "Total Capital"},
     {578, "Last 4Q EPS"},
     {579, "&Add New Quarter"},
+    {580, "Currency Symbol"},
 
     {613, "ORB EPS Projection"},
     {614, "Company &Other"},
     {615, "The new date must lie in the month in which one of the next three quarters ends."},
     {616, "The previous date has been put back."},
+
+    // The unit behind the captions of money and shares.
+    {620, "(000)"},
+    {621, "(M)"},
+    {622, "(B)"},
+    // Why a field's text is not stored.
+    {630, "This is not a date and was not stored."},
+    {631, "This number is too large and was not stored."},
+    {632, "This value could not be stored."},
+    {633, "Without a date of the last quarter this figure has no quarter and was not stored."},
+    {640, "3 months"},
+    {641, "6 months"},
+    {642, "12 months"},
 };
 static_assert(isStringTable(standardRows));
 
