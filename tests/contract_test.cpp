@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/contract.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+
+namespace {
+
+class VirtualDriver final : public ContractDriver {
+  public:
+    VKRDataEntry& entry() override { return *scene_.entry; }
+    void type(std::string_view notation) override { scene_.desktop.type(notation); }
+    void click(std::string_view id) override { scene_.desktop.click(id); }
+    void clickTab(int tab) override { scene_.desktop.clickTab(tab); }
+    void pick(std::string_view id, std::string_view item) override {
+        scene_.desktop.pick(id, item);
+    }
+    void answerNext(MessageAnswer answer) override { scene_.desktop.answerNext(answer); }
+    void setClipboard(const std::string& text) override { scene_.desktop.setClipboardText(text); }
+    void switchAway() override { scene_.desktop.switchAway(); }
+    void switchBack() override { scene_.desktop.switchBack(); }
+    std::string shownText(std::string_view id) override {
+        return dynamic_cast<TextField&>(scene_.desktop.control(id)).text();
+    }
+    std::string focusedId() override { return scene_.desktop.focusedId(); }
+    std::vector<std::string> messages() override {
+        std::vector<std::string> texts;
+        for (const auto& message : scene_.desktop.messages())
+            texts.push_back(message.text);
+        return texts;
+    }
+    std::vector<std::string>& events() override { return scene_.events.log; }
+
+  private:
+    EntryScene scene_;
+};
+
+class OnTheVirtualDesktop : public testing::TestWithParam<ContractScene> {};
+
+TEST_P(OnTheVirtualDesktop, Scene) {
+    VirtualDriver desktop;
+    GetParam().play(desktop);
+}
+
+INSTANTIATE_TEST_SUITE_P(Contract, OnTheVirtualDesktop, testing::ValuesIn(contractScenes()),
+                         [](const auto& scene) { return std::string(scene.param.name); });
+
+} // namespace
+
+} // namespace vkr

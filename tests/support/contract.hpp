@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_record.hpp"
+#include "control/vkr_data_entry.hpp"
+#include "tests/support/entry_scene.hpp"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+// A desktop with the component on it, worked from outside as a person does. The same scenes run
+// on every desktop: what one of them shows, all of them show.
+class ContractDriver {
+  public:
+    virtual ~ContractDriver() = default;
+
+    [[nodiscard]] virtual VKRDataEntry& entry() = 0;
+    virtual void type(std::string_view notation) = 0; // send-keys notation
+    virtual void click(std::string_view id) = 0;
+    virtual void clickTab(int tab) = 0;
+    virtual void pick(std::string_view id, std::string_view item) = 0;
+    virtual void answerNext(MessageAnswer answer) = 0;
+    virtual void setClipboard(const std::string& text) = 0;
+    virtual void switchAway() = 0; // to another window
+    virtual void switchBack() = 0;
+    // What the desktop itself shows and does, not what the models say.
+    [[nodiscard]] virtual std::string shownText(std::string_view id) = 0;
+    [[nodiscard]] virtual std::string focusedId() = 0;
+    [[nodiscard]] virtual std::vector<std::string> messages() = 0;
+    [[nodiscard]] virtual std::vector<std::string>& events() = 0;
+
+    std::shared_ptr<CompanyRecord> company; // the record that is edited
+    void load(const std::shared_ptr<CompanyRecord>& record) {
+        company = record;
+        entry().put_objCompany(record);
+    }
+};
+
+struct ContractScene {
+    const char* name;
+    void (*play)(ContractDriver& desktop);
+};
+
+[[nodiscard]] std::span<const ContractScene> contractScenes();
+
+} // namespace vkr
