@@ -222,7 +222,8 @@ void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
 
 void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
     const auto clean = cleanNumericText(
-        control.text(), field.kind == price ? NumericKind::PriceText : NumericKind::PlainNumber);
+        control.text(), field.kind == price ? NumericKind::PriceText : NumericKind::PlainNumber,
+        field.scaled ? -UnitExponent(session_.unitFactor) : 0);
     if (!clean.fits) {
         control.setMark(session_.text(text_number::reasonTooLarge,
                                       "This number is too large and was not stored."));

@@ -207,8 +207,9 @@ void SeriesGrid::leave(Cell cell) {
     const GridSeries& series = seriesOf(column);
     TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     const bool untouched = isUntouched(left);
-    const auto clean = cleanNumericText(left.text(), column.price ? NumericKind::PriceText
-                                                                  : NumericKind::PlainNumber);
+    const auto clean = cleanNumericText(
+        left.text(), column.price ? NumericKind::PriceText : NumericKind::PlainNumber,
+        -UnitExponent(scaleOf(series)));
     const bool changed = checkFieldChange(left, session_);
     if (session_.company == nullptr || left.locked())
         return;

@@ -49,7 +49,7 @@ bool Session::isValidDate(Date date) {
 }
 
 std::optional<Date> Session::typedDate(std::string_view text) const {
-    const auto read = vkr::readDate(text, services.today());
+    const auto read = vkr::readDate(text, services.today(), dateFormat);
     return read && isValidDate(*read) ? read : std::nullopt;
 }
 

@@ -60,6 +60,9 @@ void ShowScaledValueRow(bool perYear, std::string_view pattern, std::span<const 
 // follows the text where it did before.
 void ConvertPriceText(bool toDecimal, TextField& field);
 
+// 3, 0 or -3 for the unit factors 1000, 1 and 0.001.
+[[nodiscard]] int UnitExponent(double unitFactor);
+
 // Shown value of a stored one: times the unit factor (1000, 1 or 0.001), without stray digits.
 [[nodiscard]] double ScaledForDisplay(double stored, double unitFactor);
 // Stored value of a typed one: the plain decimal text divided by the unit factor, exactly rounded.

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
+#include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/key_codes.hpp"
-#include "input/number_text.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
@@ -14,10 +14,6 @@ namespace {
 
 bool holds(std::string_view text, char character) {
     return text.find(character) != std::string_view::npos;
-}
-
-int exponentOf(double unitFactor) {
-    return unitFactor == 1000 ? 3 : unitFactor == 0.001 ? -3 : 0;
 }
 
 // The sign stands outside of the conversion, so that -1/2 keeps it.
@@ -62,12 +58,16 @@ void ConvertPriceText(bool toDecimal, TextField& field) {
     });
 }
 
+int UnitExponent(double unitFactor) {
+    return unitFactor == 1000 ? 3 : unitFactor == 0.001 ? -3 : 0;
+}
+
 double ScaledForDisplay(double stored, double unitFactor) {
-    return scaleValue(stored, exponentOf(unitFactor));
+    return scaleValue(stored, UnitExponent(unitFactor));
 }
 
 double UnscaledFromText(std::string_view cleanText, double unitFactor) {
-    return shiftDecimal(cleanText, -exponentOf(unitFactor));
+    return shiftDecimal(cleanText, -UnitExponent(unitFactor));
 }
 
 void FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,

@@ -349,7 +349,7 @@ void QuarterlyGrid::deriveTrailingEarnings() {
         for (int element = start; element < start + 4; ++element) {
             if (missing(element))
                 return;
-            sum = scaleValue(sum + figures.number(element), 0);
+            sum = withoutStrayDigits(sum + figures.number(element));
         }
         const Date fiscalYearEnd = company.get_LastFYDate();
         if (Session::isValidDate(fiscalYearEnd) &&

@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: MIT
+#include "input/date_reader.hpp"
+
+#include "input/date_pattern.hpp"
+#include "platform/ascii.hpp"
+
+#include <algorithm>
+#include <array>
+
+namespace vkr {
+
+namespace {
+
+// Longer than any date a person writes.
+constexpr std::size_t longestText = 80;
+
+struct Part {
+    enum Kind { End, Number, Word } kind = End;
+    std::string_view text;
+    int value = 0;      // of a number; at most 4 digits are read
+    bool blank = false; // blanks before it
+    char mark = 0;      // the one mark before it, 0 for none
+};
+
+struct Parts {
+    std::array<Part, 16> items; // the last one stays End
+    std::size_t count = 0;
+};
+
+// Numbers and words with at most one mark between two of them; nothing for any other text.
+std::optional<Parts> split(std::string_view text) {
+    Parts parts;
+    Part part;
+    while (true) {
+        if (text.empty())
+            break;
+        const char c = text.front();
+        const auto blank = c == ' ' || c == '\t'        ? std::size_t{1}
+                           : text.starts_with("\u00A0") ? std::size_t{2}
+                           : text.starts_with("\u202F") ? std::size_t{3}
+                                                        : std::size_t{0};
+        if (blank > 0) {
+            part.blank = true;
+            text.remove_prefix(blank);
+            continue;
+        }
+        if (std::string_view("/-.,:").find(c) != std::string_view::npos) {
+            if (part.mark != 0 || parts.count == 0)
+                return std::nullopt;
+            part.mark = c;
+            text.remove_prefix(1);
+            continue;
+        }
+        const bool number = isAsciiDigit(c);
+        if (!number && !isAsciiLetter(c))
+            return std::nullopt;
+        const auto end =
+            std::find_if_not(text.begin(), text.end(), number ? isAsciiDigit : isAsciiLetter);
+        part.kind = number ? Part::Number : Part::Word;
+        part.text = text.substr(0, static_cast<std::size_t>(end - text.begin()));
+        if (number) {
+            if (part.text.size() > 4)
+                return std::nullopt;
+            for (const char digit : part.text)
+                part.value = part.value * 10 + (digit - '0');
+        }
+        if (parts.count + 1 == parts.items.size())
+            return std::nullopt;
+        parts.items[parts.count++] = part;
+        text.remove_prefix(part.text.size());
+        part = {};
+    }
+    if (part.mark != 0 || parts.count == 0)
+        return std::nullopt;
+    return parts;
+}
+
+bool isNameStart(std::string_view word, std::string_view name) {
+    return word.size() >= 3 && word.size() <= name.size() && startsWithAscii(name, word);
+}
+
+int monthOf(std::string_view word) {
+    if (equalsAscii(word, "Sept"))
+        return 9;
+    for (int month = 1; month <= 12; ++month)
+        if (isNameStart(word, monthName(month)))
+            return month;
+    return 0;
+}
+
+int weekdayOf(std::string_view word) {
+    for (int day = 1; day <= 7; ++day)
+        if (isNameStart(word, weekdayName(day)))
+            return day;
+    return 0;
+}
+
+bool isOrdinal(std::string_view word) {
+    static constexpr std::string_view endings[] = {"st", "nd", "rd", "th"};
+    return std::any_of(std::begin(endings), std::end(endings),
+                       [&](std::string_view ending) { return equalsAscii(word, ending); });
+}
+
+enum class Half { None, Morning, Afternoon };
+
+Half halfOf(const Part& part) {
+    if (part.kind != Part::Word || part.mark != 0)
+        return Half::None;
+    if (equalsAscii(part.text, "AM") || equalsAscii(part.text, "A"))
+        return Half::Morning;
+    if (equalsAscii(part.text, "PM") || equalsAscii(part.text, "P"))
+        return Half::Afternoon;
+    return Half::None;
+}
+
+class Reader {
+  public:
+    Reader(const Parts& parts, int currentYear, DateOrder order)
+        : parts_(parts), currentYear_(currentYear), order_(order) {}
+
+    std::optional<Date> read() {
+        readWeekday();
+        if (startsTime() && !readTime())
+            return std::nullopt;
+        if (!readDay())
+            return std::nullopt;
+        readWeekday();
+        if (startsTime() && !readTime())
+            return std::nullopt;
+        if (here().kind != Part::End)
+            return std::nullopt;
+        if (weekday_ != 0 && weekday_ != weekday(day_))
+            return std::nullopt;
+        return hasTime_ ? atTime(day_, time_) : day_;
+    }
+
+  private:
+    const Part& here(std::size_t ahead = 0) const {
+        return parts_.items[std::min(place_ + ahead, parts_.items.size() - 1)];
+    }
+    bool isNumber(std::size_t ahead, std::size_t minDigits, std::size_t maxDigits) const {
+        const Part& part = here(ahead);
+        return part.kind == Part::Number && part.text.size() >= minDigits &&
+               part.text.size() <= maxDigits;
+    }
+    bool isDayNumber(std::size_t ahead) const { return isNumber(ahead, 1, 2); }
+    bool isFullYear(std::size_t ahead) const { return isNumber(ahead, 4, 4); }
+    bool isYear(std::size_t ahead) const {
+        return (isNumber(ahead, 2, 2) || isFullYear(ahead)) && !startsTime(ahead);
+    }
+    int year(std::size_t ahead) const {
+        const int value = here(ahead).value;
+        if (isFullYear(ahead))
+            return value;
+        return value + (value < 30 ? 2000 : 1900);
+    }
+
+    void readWeekday() {
+        if (weekday_ != 0 || here().kind != Part::Word || here().mark == ':')
+            return;
+        weekday_ = weekdayOf(here().text);
+        if (weekday_ != 0)
+            ++place_;
+    }
+
+    // A number that ":" or a half-day mark follows.
+    bool startsTime(std::size_t ahead = 0) const {
+        if (!isDayNumber(ahead) && !(here(ahead).kind == Part::Word && isTimeMark(here(ahead))))
+            return false;
+        const std::size_t next = here(ahead).kind == Part::Word ? ahead + 1 : ahead;
+        if (!isDayNumber(next))
+            return false;
+        return (here(next + 1).kind == Part::Number && here(next + 1).mark == ':') ||
+               halfOf(here(next + 1)) != Half::None;
+    }
+    static bool isTimeMark(const Part& part) { return part.text == "T" && part.mark == 0; }
+
+    bool readTime() {
+        if (hasTime_)
+            return false;
+        hasTime_ = true;
+        if (place_ > 0 && here().mark != 0 && here().mark != ',')
+            return false;
+        if (here().kind == Part::Word)
+            ++place_;
+        time_.hour = here().value;
+        ++place_;
+        for (int* part : {&time_.minute, &time_.second}) {
+            if (here().mark != ':')
+                break;
+            if (!isNumber(0, 2, 2))
+                return false;
+            *part = here().value;
+            ++place_;
+        }
+        const Half half = halfOf(here());
+        if (half != Half::None) {
+            if (time_.hour < 1 || time_.hour > 12)
+                return false;
+            time_.hour = time_.hour % 12 + (half == Half::Afternoon ? 12 : 0);
+            ++place_;
+        }
+        return time_.hour < 24 && time_.minute < 60 && time_.second < 60;
+    }
+
+    bool take(std::size_t count, std::optional<Date> date) {
+        // A mark of the time does not belong between the parts of a day.
+        for (std::size_t i = 1; i < count; ++i)
+            if (here(i).mark == ':')
+                return false;
+        if (!date)
+            return false;
+        day_ = *date;
+        place_ += count;
+        return true;
+    }
+
+    bool readDay() {
+        if (here().mark != 0 && place_ > 0 && here().mark != ',' && here().mark != '.')
+            return false;
+        if (here().kind == Part::Word)
+            return readMonthFirst();
+        if (here().kind != Part::Number)
+            return false;
+        const std::size_t ordinal = isDayNumber(0) && isOrdinal(here(1).text) ? 1 : 0;
+        if (here(1 + ordinal).kind == Part::Word)
+            return readMonthSecond(ordinal);
+        return ordinal == 0 && readNumbers();
+    }
+
+    // Dec 31 2005, Dec 31, Dec 2005
+    bool readMonthFirst() {
+        const int month = monthOf(here().text);
+        if (month == 0)
+            return false;
+        if (isFullYear(1))
+            return take(2, makeDate(year(1), month, 1));
+        if (!isDayNumber(1) || startsTime(1))
+            return false;
+        const int day = here(1).value;
+        const std::size_t ordinal = isOrdinal(here(2).text) && here(2).mark == 0 ? 1 : 0;
+        if (isYear(2 + ordinal))
+            return take(3 + ordinal, makeDate(year(2 + ordinal), month, day));
+        return take(2 + ordinal, makeDate(currentYear_, month, day));
+    }
+
+    // 31 Dec 2005, 31 Dec, 2005 Dec 31, 2005 Dec
+    bool readMonthSecond(std::size_t ordinal) {
+        const int month = monthOf(here(1 + ordinal).text);
+        if (month == 0)
+            return false;
+        if (isFullYear(0)) {
+            if (isDayNumber(2) && !startsTime(2))
+                return take(3, makeDate(year(0), month, here(2).value));
+            return take(2, makeDate(year(0), month, 1));
+        }
+        if (!isDayNumber(0))
+            return false;
+        const int day = here().value;
+        if (order_ == DateOrder::YearMonthDay && ordinal == 0 && isNumber(0, 2, 2) &&
+            isDayNumber(2) && !startsTime(2)) // as "YY-MMM-DD" writes it
+            return take(3, makeDate(year(0), month, here(2).value));
+        if (isYear(2 + ordinal))
+            return take(3 + ordinal, makeDate(year(2 + ordinal), month, day));
+        return take(2 + ordinal, makeDate(currentYear_, month, day));
+    }
+
+    bool readNumbers() {
+        if (here(1).kind != Part::Number || startsTime(1))
+            return false;
+        const char mark = here(1).mark;
+        if (mark == ',' || (mark == 0 && !here(1).blank))
+            return false;
+        const bool three = here(2).kind == Part::Number && !startsTime(2);
+        if (!three)
+            return readTwoNumbers(mark);
+        if (here(2).mark != mark || (mark == 0 && !here(2).blank))
+            return false;
+        return take(3, dateOfThree());
+    }
+
+    std::optional<Date> dateOfThree() const {
+        const bool twoDigitYearFirst =
+            isNumber(0, 2, 2) && isDayNumber(2) &&
+            (order_ == DateOrder::YearMonthDay || order_ == DateOrder::YearDayMonth);
+        if ((isFullYear(0) || twoDigitYearFirst) && isDayNumber(1) && isDayNumber(2)) {
+            if (order_ == DateOrder::YearDayMonth)
+                if (const auto date = makeDate(year(0), here(2).value, here(1).value))
+                    return date;
+            return makeDate(year(0), here(1).value, here(2).value);
+        }
+        if (!isDayNumber(0) || !isDayNumber(1) || !isYear(2))
+            return std::nullopt;
+        int month = here(0).value;
+        int day = here(1).value;
+        if (order_ == DateOrder::DayMonthYear)
+            std::swap(month, day);
+        const auto date = makeDate(year(2), month, day);
+        return date ? date : makeDate(year(2), day, month);
+    }
+
+    // A month and a year, or a month and a day of this year.
+    bool readTwoNumbers(char mark) {
+        const bool slash = mark == '/';
+        if (!slash && mark != '-')
+            return false;
+        if (isDayNumber(0) && isFullYear(1))
+            return take(2, makeDate(year(1), here(0).value, 1));
+        if (isFullYear(0) && isDayNumber(1))
+            return take(2, makeDate(year(0), here(1).value, 1));
+        if (!slash || !isDayNumber(0) || !isDayNumber(1))
+            return false;
+        int month = here(0).value;
+        int day = here(1).value;
+        if (order_ == DateOrder::DayMonthYear)
+            std::swap(month, day);
+        const auto date = makeDate(currentYear_, month, day);
+        return take(2, date ? date : makeDate(currentYear_, day, month));
+    }
+
+    const Parts& parts_;
+    int currentYear_;
+    DateOrder order_;
+    std::size_t place_ = 0;
+    int weekday_ = 0;
+    Date day_;
+    bool hasTime_ = false;
+    ClockTime time_;
+};
+
+} // namespace
+
+std::optional<Date> readDate(std::string_view text, Date today, std::string_view pattern) {
+    if (text.size() > longestText)
+        return std::nullopt;
+    const auto parts = split(text);
+    if (!parts)
+        return std::nullopt;
+    const DateOrder order = pattern.empty() ? DateOrder::MonthDayYear : dateOrder(pattern);
+    const auto date = Reader(*parts, civil(today).year, order).read();
+    // 30 December 1899 is how an absent date is kept.
+    return date && !isAbsent(*date) ? date : std::nullopt;
+}
+
+} // namespace vkr

@@ -1,0 +1,275 @@
+// SPDX-License-Identifier: MIT
+#include "input/number_text.hpp"
+
+#include "input/mdlKMTMisc.hpp"
+#include "platform/ascii.hpp"
+#include "platform/decimal.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::string_view blanks[] = {" ",      "\t",     "\r",     "\n",
+                                       "\u00A0", "\u2007", "\u2009", "\u202F"};
+constexpr std::string_view minusSigns[] = {"-", "\u2212", "\u2012", "\u2013"};
+constexpr std::string_view currencySigns[] = {"$", "\u20AC", "\u00A3", "\u00A5"};
+constexpr std::string_view groupMarks[] = {",", " ", "\u00A0", "\u2009", "\u202F", "'", "\u2019"};
+
+struct VulgarFraction {
+    std::string_view sign;
+    std::string_view text;
+};
+
+constexpr VulgarFraction vulgarFractions[] = {
+    {"\u00BC", "1/4"}, {"\u00BD", "1/2"}, {"\u00BE", "3/4"}, {"\u215B", "1/8"},
+    {"\u215C", "3/8"}, {"\u215D", "5/8"}, {"\u215E", "7/8"},
+};
+
+bool isDigits(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), isAsciiDigit);
+}
+
+template <typename Marks>
+bool skipFront(std::string_view& text, const Marks& marks) {
+    for (const std::string_view mark : marks)
+        if (text.starts_with(mark)) {
+            text.remove_prefix(mark.size());
+            return true;
+        }
+    return false;
+}
+
+template <typename Marks>
+bool skipBack(std::string_view& text, const Marks& marks) {
+    for (const std::string_view mark : marks)
+        if (text.ends_with(mark)) {
+            text.remove_suffix(mark.size());
+            return true;
+        }
+    return false;
+}
+
+void trim(std::string_view& text) {
+    while (skipFront(text, blanks)) {
+    }
+    while (skipBack(text, blanks)) {
+    }
+}
+
+// A number without what people write around it.
+struct Bare {
+    std::string_view body;
+    bool negative = false;
+    bool signedAtAll = false;
+};
+
+Bare bare(std::string_view text) {
+    constexpr std::string_view percent[] = {"%"};
+    constexpr std::string_view opening[] = {"("};
+    constexpr std::string_view plus[] = {"+"};
+    Bare number;
+    bool currency = false;
+    bool bracket = false;
+    const auto takeSign = [&](bool negative) {
+        number.signedAtAll = true;
+        number.negative = negative;
+        return true;
+    };
+    trim(text);
+    // Each of them once, in any order that people use: -$5, $-5, $(5), ($5).
+    for (bool found = true; found; trim(text)) {
+        found = (!currency && (currency = skipFront(text, currencySigns))) ||
+                (!number.signedAtAll && skipFront(text, minusSigns) && takeSign(true)) ||
+                (!number.signedAtAll && skipFront(text, plus) && takeSign(false)) ||
+                (!number.signedAtAll && skipFront(text, opening) && (bracket = takeSign(true)));
+    }
+    bool percented = false;
+    bool closed = !bracket;
+    for (bool found = true; found; trim(text)) {
+        constexpr std::string_view closing[] = {")"};
+        found = (!percented && (percented = skipBack(text, percent))) ||
+                (!closed && (closed = skipBack(text, closing))) ||
+                (!currency && (currency = skipBack(text, currencySigns))) ||
+                (!number.signedAtAll && skipBack(text, minusSigns) && takeSign(true));
+    }
+    if (closed)
+        number.body = text;
+    return number;
+}
+
+// "1,234,567" without its marks, "" when they do not stand where they belong.
+std::string ungrouped(std::string_view whole) {
+    if (isDigits(whole))
+        return std::string(whole);
+    const auto first = static_cast<std::size_t>(
+        std::find_if_not(whole.begin(), whole.end(), isAsciiDigit) - whole.begin());
+    if (first < 1 || first > 3 || whole.front() == '0')
+        return {};
+    std::string digits(whole.substr(0, first));
+    std::string_view rest = whole.substr(first);
+    const auto mark = std::find_if(std::begin(groupMarks), std::end(groupMarks),
+                                   [&](std::string_view one) { return rest.starts_with(one); });
+    if (mark == std::end(groupMarks))
+        return {};
+    while (!rest.empty()) {
+        if (!rest.starts_with(*mark) || !isDigits(rest.substr(mark->size()).substr(0, 3)) ||
+            rest.size() < mark->size() + 3)
+            return {};
+        digits += rest.substr(mark->size(), 3);
+        rest.remove_prefix(mark->size() + 3);
+    }
+    return digits;
+}
+
+// A whole body as digits, mark and exponent; "" when it is no such number.
+std::string wholeNumber(std::string_view body) {
+    const auto end = std::min(body.find_first_of(".eE"), body.size());
+    const std::string_view tail = body.substr(end);
+    std::string digits = end == 0 ? std::string() : ungrouped(body.substr(0, end));
+    if (digits.empty() && end > 0)
+        return {};
+    digits += tail;
+    // A sign here would be a second one.
+    if (digits.empty() || (!isAsciiDigit(digits.front()) && digits.front() != '.'))
+        return {};
+    return scanNumber(digits).length == digits.size() ? digits : std::string();
+}
+
+// The body of a price as "3 1/8", the whole number without marks; "" when it is no such fraction.
+std::string wholeFraction(std::string_view body) {
+    std::string text(body);
+    for (const VulgarFraction& vulgar : vulgarFractions)
+        if (text.ends_with(vulgar.sign)) {
+            text.replace(text.size() - vulgar.sign.size(), vulgar.sign.size(), vulgar.text);
+            if (text.size() > vulgar.text.size())
+                text.insert(text.size() - vulgar.text.size(), " ");
+            break;
+        }
+    ReplaceAll(text, "\u2044", "/");
+    const auto slash = text.find('/');
+    if (slash == std::string::npos)
+        return {};
+    std::string_view denominator = std::string_view(text).substr(slash + 1);
+    std::string_view numerator = std::string_view(text).substr(0, slash);
+    trim(denominator);
+    trim(numerator);
+    std::string_view whole;
+    auto start = numerator.size();
+    while (start > 0 && isAsciiDigit(numerator[start - 1]))
+        --start;
+    if (start > 0) {
+        whole = numerator.substr(0, start);
+        numerator.remove_prefix(start);
+        constexpr std::string_view hyphen[] = {"-"};
+        std::string_view trimmed = whole;
+        trim(trimmed);
+        const bool separated = trimmed.size() < whole.size() || skipBack(trimmed, hyphen);
+        whole = trimmed;
+        if (!separated)
+            return {};
+    }
+    if (!isDigits(numerator) || !isDigits(denominator))
+        return {};
+    std::string digits = whole.empty() ? std::string("0") : ungrouped(whole);
+    if (digits.empty())
+        return {};
+    return digits + ' ' + std::string(numerator) + '/' + std::string(denominator);
+}
+
+constexpr std::int64_t longestExpansion = 400;
+
+// Sign, digits and "." only, unless the exponent is far beyond any figure.
+std::string plainText(const NumberSpan& number, bool negative) {
+    std::string text(number.mantissa);
+    std::string exponent;
+    if (number.exponent != 0) {
+        if (number.exponent > longestExpansion || number.exponent < -longestExpansion) {
+            exponent = "E" + std::to_string(number.exponent);
+        } else {
+            auto point = text.find('.');
+            if (point == std::string::npos)
+                point = text.size();
+            else
+                text.erase(point, 1);
+            const auto target = static_cast<std::int64_t>(point) + number.exponent;
+            if (target < 0)
+                text.insert(0, static_cast<std::size_t>(-target), '0');
+            const auto place = static_cast<std::size_t>(std::max<std::int64_t>(target, 0));
+            if (place > text.size())
+                text.append(place - text.size(), '0');
+            text.insert(place, 1, '.');
+        }
+    }
+    if (text.ends_with('.'))
+        text.pop_back();
+    text.erase(0, std::min(text.find_first_not_of('0'), text.size()));
+    if (text.empty() || text.front() == '.')
+        text.insert(0, 1, '0');
+    if (negative && text.find_first_of("123456789") != std::string::npos)
+        text.insert(0, 1, '-');
+    return text + exponent;
+}
+
+NumericText fromSpan(const NumberSpan& number, bool negative, int exponent) {
+    return {plainText(number, negative),
+            valueOf(number).has_value() && valueOf(number, exponent).has_value()};
+}
+
+} // namespace
+
+NumericText cleanNumericText(std::string_view text, NumericKind kind, int exponent) {
+    const Bare number = bare(text);
+    if (const std::string whole = wholeNumber(number.body); !whole.empty())
+        return fromSpan(scanNumber(whole), number.negative, exponent);
+
+    std::string decimal(text);
+    if (kind == NumericKind::PriceText) {
+        const std::string fraction = wholeFraction(number.body);
+        decimal = FractionToDecimal(fraction.empty() ? text : std::string_view(fraction));
+        if (!fraction.empty() && number.negative && !decimal.empty())
+            decimal.insert(0, 1, '-');
+    }
+    std::string_view start = decimal;
+    while (skipFront(start, blanks)) {
+    }
+    const bool negative = skipFront(start, minusSigns);
+    if (negative || start.starts_with('+'))
+        start.remove_prefix(negative ? 0 : 1);
+    while (skipFront(start, blanks)) {
+    }
+    const NumberSpan span = scanNumber(start);
+    if (span.length == 0 || !(isAsciiDigit(start.front()) || start.front() == '.'))
+        return {};
+    return fromSpan(span, negative, exponent);
+}
+
+double numericValue(std::string_view cleanText) {
+    return shiftDecimal(cleanText, 0);
+}
+
+double shiftDecimal(std::string_view cleanText, int exponent) {
+    const NumberSpan number = scanNumber(cleanText);
+    if (number.length == 0)
+        return 0;
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    return valueOf(number, exponent).value_or(number.negative ? -infinite : infinite);
+}
+
+double scaleValue(double stored, int exponent) {
+    if (exponent == 0 || !std::isfinite(stored))
+        return stored;
+    Decimal number = toDecimal(stored);
+    number.point += exponent;
+    return toDouble(number);
+}
+
+double withoutStrayDigits(double value) {
+    return std::isfinite(value) ? toDouble(toDecimal(value)) : value;
+}
+
+} // namespace vkr

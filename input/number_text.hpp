@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/number_text.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace vkr {
+
+enum class NumericKind {
+    PlainNumber,
+    PriceText, // may be written as a fraction: "3 1/8"
+};
+
+struct NumericText {
+    std::string text; // plain decimal text such as "-1234.50"; "" when there is no number
+    bool fits = true; // false: times the power of ten asked for it is too large for a double
+};
+
+// The text of a field as a plain decimal text with every digit that was typed.
+//
+// A text that is one number in a well-known written form is read as a whole: groups of thousands
+// ("1,234,567.89", also with blanks or apostrophes), a currency sign ($ euro pound yen), a minus
+// before or behind ("12-", also U+2212 and dashes), accounting brackets ("(1,234)"), "+", a percent
+// sign (which counts for nothing), no-break blanks around. A price may be a fraction in place of a
+// decimal: "3 1/8", "3-1/8", "3/8", "3" followed by the character for 1/8.
+//
+// Of any other text it is the number at its start, as readLeadingNumber finds it.
+//
+// `exponent`: the power of ten by which the value is going to be multiplied.
+[[nodiscard]] NumericText cleanNumericText(std::string_view text, NumericKind kind,
+                                           int exponent = 0);
+
+// The value of a plain decimal text, 0 for "".
+[[nodiscard]] double numericValue(std::string_view cleanText);
+
+// The value of the text times 10^exponent, rounded once, from the decimal text. Infinite when it
+// is too large; cleanNumericText tells beforehand.
+[[nodiscard]] double shiftDecimal(std::string_view cleanText, int exponent);
+
+// stored x 10^exponent by its decimal digits: 0.394 x 1000 is 394. An exponent of 0 changes
+// nothing.
+[[nodiscard]] double scaleValue(double stored, int exponent);
+
+// The value of the decimal text of at most 15 digits, for sums: 0.1 + 0.2 is 0.3.
+[[nodiscard]] double withoutStrayDigits(double value);
+
+} // namespace vkr

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "platform/decimal.hpp"
+
+#include "platform/ascii.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace vkr {
+
+namespace {
+
+void dropTrailingZeros(Decimal& number) {
+    while (number.count > 0 && number.digit(number.count - 1) == '0')
+        --number.count;
+    if (number.count == 0)
+        number.point = 0;
+}
+
+// Exponents beyond this lie far outside of what a double holds, whatever the mantissa.
+constexpr std::int64_t exponentLimit = 1'000'000'000;
+
+} // namespace
+
+Decimal toDecimal(double value) {
+    Decimal number;
+    if (value == 0 || !std::isfinite(value))
+        return number;
+    char text[32];
+    const auto written = std::to_chars(std::begin(text), std::end(text), std::fabs(value),
+                                       std::chars_format::scientific);
+    number.negative = value < 0;
+    const char* next = text;
+    for (; *next != 'e'; ++next)
+        if (*next != '.')
+            number.digits[static_cast<std::size_t>(number.count++)] = *next;
+    ++next;
+    if (*next == '+')
+        ++next;
+    int exponent = 0;
+    std::from_chars(next, written.ptr, exponent);
+    number.point = exponent + 1;
+    if (number.count > Decimal::capacity)
+        roundToDigits(number, Decimal::capacity);
+    else
+        dropTrailingZeros(number);
+    return number;
+}
+
+void roundToDigits(Decimal& number, int significant) {
+    if (significant >= number.count)
+        return;
+    const bool up = significant >= 0 && number.digit(significant) >= '5';
+    number.count = std::max(significant, 0);
+    if (up) {
+        while (number.count > 0 && number.digit(number.count - 1) == '9')
+            --number.count;
+        if (number.count == 0) {
+            number.digits[0] = '1';
+            number.count = 1;
+            ++number.point;
+        } else {
+            ++number.digits[static_cast<std::size_t>(number.count - 1)];
+        }
+    }
+    dropTrailingZeros(number);
+}
+
+void roundToPlaces(Decimal& number, int places) {
+    const std::int64_t significant = std::int64_t{number.point} + places;
+    if (significant < number.count)
+        roundToDigits(number, static_cast<int>(std::max<std::int64_t>(significant, -1)));
+}
+
+double toDouble(const Decimal& number) {
+    if (number.isZero())
+        return 0;
+    const NumberSpan span{number.negative,
+                          {number.digits.data(), static_cast<std::size_t>(number.count)},
+                          std::int64_t{number.point} - number.count,
+                          0};
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    return valueOf(span).value_or(number.negative ? -infinite : infinite);
+}
+
+NumberSpan scanNumber(std::string_view text) {
+    NumberSpan number;
+    std::size_t place = 0;
+    if (!text.empty() && (text[0] == '-' || text[0] == '+')) {
+        number.negative = text[0] == '-';
+        ++place;
+    }
+    const std::size_t start = place;
+    bool hasDigits = false;
+    bool hasPoint = false;
+    for (; place < text.size(); ++place) {
+        if (isAsciiDigit(text[place]))
+            hasDigits = true;
+        else if (text[place] == '.' && !hasPoint)
+            hasPoint = true;
+        else
+            break;
+    }
+    if (!hasDigits)
+        return {};
+    number.mantissa = text.substr(start, place - start);
+    number.length = place;
+    if (place < text.size() && (text[place] == 'e' || text[place] == 'E')) {
+        ++place;
+        bool negative = false;
+        if (place < text.size() && (text[place] == '-' || text[place] == '+'))
+            negative = text[place++] == '-';
+        const std::size_t first = place;
+        std::int64_t exponent = 0;
+        for (; place < text.size() && isAsciiDigit(text[place]); ++place)
+            exponent = std::min(exponent * 10 + (text[place] - '0'), exponentLimit);
+        if (place > first) {
+            number.exponent = negative ? -exponent : exponent;
+            number.length = place;
+        }
+    }
+    return number;
+}
+
+std::optional<double> valueOf(const NumberSpan& number, int shift) {
+    std::string text(number.mantissa);
+    text += 'e';
+    text += std::to_string(number.exponent + shift);
+    double value = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (read.ec == std::errc() && std::isfinite(value))
+        return number.negative ? -value : value;
+    // Too large or too small: the place of the first digit that counts tells which.
+    const auto first = number.mantissa.find_first_of("123456789");
+    if (first == std::string_view::npos)
+        return 0.0;
+    const auto point = std::min(number.mantissa.find('.'), number.mantissa.size());
+    const auto magnitude = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first) +
+                           number.exponent + shift;
+    if (magnitude > 0)
+        return std::nullopt;
+    return 0.0;
+}
+
+} // namespace vkr
