@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+// The widget against bare toolkit fields that show the same texts.
+#include "company/company_record.hpp"
+#include "desktop/vkr_data_entry_widget.hpp"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include <benchmark/benchmark.h>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace vkr;
+
+// Two companies without a figure in common, so that every field changes with each load.
+std::shared_ptr<CompanyRecord> company(double seed) {
+    auto record = std::make_shared<CompanyRecord>();
+    for (const auto& row : datumTable()) {
+        seed += 1.37;
+        if (std::holds_alternative<TextAccess>(row.access)) {
+            writeDatum(*record, row.datum, std::string(row.name) + " " + std::to_string(seed));
+        } else if (std::holds_alternative<NumberAccess>(row.access)) {
+            writeDatum(*record, row.datum, seed);
+        } else if (isSeries(row)) {
+            Variant series = readDatum(*record, row.datum);
+            for (int i = series.array().lower(); i <= series.array().upper(); ++i)
+                series.array().setNumber(i, seed + 10 * i);
+            writeDatum(*record, row.datum, series);
+        }
+    }
+    const int year = 1990 + static_cast<int>(seed) % 30;
+    const Date day = makeDate(year, 12, 31).value();
+    for (const Datum datum : {Datum::DateOfSource, Datum::PriceUpdatedDate, Datum::LastQDate,
+                              Datum::LastQDateForGrid, Datum::LastFYDate, Datum::LastUpdate})
+        writeDate(*record, datum, day);
+    record->put_LastFY(static_cast<std::int16_t>(year));
+    return record;
+}
+
+struct Companies {
+    std::shared_ptr<CompanyRecord> first = company(100);
+    std::shared_ptr<CompanyRecord> second = company(217);
+};
+
+// A bare form: a field or label for every one of the component's, with the texts of both companies.
+class BareForm : public QWidget {
+  public:
+    BareForm() {
+        VKRDataEntryWidget model;
+        const Companies companies;
+        model.setCompany(companies.first);
+        const auto before = texts(model);
+        model.setCompany(companies.second);
+        const auto after = texts(model);
+        int place = 0;
+        for (const auto& control : model.component().form().controls()) {
+            const auto key = control.get();
+            if (dynamic_cast<TextField*>(key) != nullptr) {
+                auto* edit = new QLineEdit(this);
+                edit->setGeometry(0, 18 * place++ % 400, 70, 18);
+                edits_.push_back({edit, before.at(key), after.at(key)});
+            } else if (dynamic_cast<Label*>(key) != nullptr && before.at(key) != after.at(key)) {
+                auto* label = new QLabel(this);
+                label->setGeometry(80, 18 * place++ % 400, 70, 18);
+                labels_.push_back({label, before.at(key), after.at(key)});
+            }
+        }
+        resize(540, 400);
+    }
+
+    void show(bool second) {
+        for (const auto& edit : edits_)
+            edit.widget->setText(second ? edit.second : edit.first);
+        for (const auto& label : labels_)
+            label.widget->setText(second ? label.second : label.first);
+    }
+    [[nodiscard]] QLineEdit& anyField() { return *edits_.front().widget; }
+
+    using QWidget::show;
+
+  private:
+    static std::map<const Control*, QString> texts(VKRDataEntryWidget& model) {
+        std::map<const Control*, QString> result;
+        for (const auto& control : model.component().form().controls()) {
+            if (const auto* field = dynamic_cast<TextField*>(control.get()))
+                result[control.get()] = QString::fromStdString(field->text());
+            else
+                result[control.get()] = QString::fromStdString(control->caption());
+        }
+        return result;
+    }
+
+    template <typename Widget>
+    struct Shown {
+        Widget* widget;
+        QString first;
+        QString second;
+    };
+    std::vector<Shown<QLineEdit>> edits_;
+    std::vector<Shown<QLabel>> labels_;
+};
+
+void loadWidget(benchmark::State& state) {
+    VKRDataEntryWidget widget;
+    widget.show();
+    const Companies companies;
+    bool second = false;
+    for (auto _ : state) {
+        widget.setCompany(second ? companies.second : companies.first);
+        QApplication::processEvents();
+        second = !second;
+    }
+}
+BENCHMARK(loadWidget)->Name("load/widget")->Unit(benchmark::kMicrosecond);
+
+void loadBare(benchmark::State& state) {
+    BareForm form;
+    form.show();
+    bool second = false;
+    for (auto _ : state) {
+        form.show(second);
+        QApplication::processEvents();
+        second = !second;
+    }
+}
+BENCHMARK(loadBare)->Name("load/bare")->Unit(benchmark::kMicrosecond);
+
+void strike(QWidget& field, int key, const QString& text) {
+    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(&field, &down);
+    QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier, text);
+    QApplication::sendEvent(&field, &up);
+}
+
+// A digit and a Backspace, so that the text stays short.
+void strikes(benchmark::State& state, QWidget& field) {
+    for (auto _ : state) {
+        strike(field, Qt::Key_7, QStringLiteral("7"));
+        strike(field, Qt::Key_Backspace, QStringLiteral("\b"));
+    }
+}
+
+void keyWidget(benchmark::State& state) {
+    VKRDataEntryWidget widget;
+    widget.setCompany(company(100));
+    widget.show();
+    widget.activateWindow();
+    widget.component().put_CurrentTab(toYearly);
+    auto* cell = widget.findChild<QLineEdit*>(QStringLiteral("txtSales(9)"));
+    cell->setFocus();
+    QApplication::processEvents();
+    strikes(state, *cell);
+}
+BENCHMARK(keyWidget)->Name("key/widget");
+
+void keyBare(benchmark::State& state) {
+    BareForm form;
+    form.show();
+    form.activateWindow();
+    form.anyField().setFocus();
+    QApplication::processEvents();
+    strikes(state, form.anyField());
+}
+BENCHMARK(keyBare)->Name("key/bare");
+
+} // namespace
