@@ -123,7 +123,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
 
     // --- OptionsHost
     void chooseUnit(std::int32_t unit) override;
-    void chooseFractions(bool fractions) override { setFractions(fractions); }
+    void chooseFractions(bool fractions) override;
     void chooseCommonEquity(bool commonEquity) override;
     void chooseTaxRate(bool taxRate) override;
     void chooseShade(int button) override;
@@ -527,10 +527,11 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
         if (field.kind != FieldKind::price)
             continue;
         auto& shown = form.get<TextField>(field.control);
-        // A figure that nobody touched comes from the record: eighths are its rounded picture.
+        // A figure that nobody touched comes from the record: eighths are its rounded picture. A
+        // text that was refused stays as it was typed.
         if (session.company != nullptr && isUntouched(shown))
             attempt([&] { fields.show(field); });
-        else
+        else if (shown.mark().empty())
             ConvertPriceText(!fractions, shown);
     }
     if (session.company != nullptr)
@@ -573,6 +574,13 @@ void VKRDataEntry::Impl::chooseUnit(std::int32_t unit) {
     yearly.showScaled();
     quarterly.showScaled();
     showUnit();
+    session.markChanged();
+}
+
+void VKRDataEntry::Impl::chooseFractions(bool fractions) {
+    if (fractions == session.fractionDisplay)
+        return;
+    setFractions(fractions);
     session.markChanged();
 }
 
@@ -783,7 +791,9 @@ void VKRDataEntry::Impl::onChange(TextField& field) {
 }
 
 void VKRDataEntry::Impl::onMouseDown(Control& control, MouseButton /*button*/) {
-    session.hideHelpFrame();
+    // Its own link and text act on the click, which a hidden control would not get.
+    if (control.container() != form.find("fraDE", frame::help))
+        session.hideHelpFrame();
     if (control.name() == "cmdCancel")
         session.cancelPressed = true;
     else if (control.name() == "cmdOK")

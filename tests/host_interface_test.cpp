@@ -1,0 +1,684 @@
+// SPDX-License-Identifier: MIT
+#include "binding/enumerations.hpp"
+#include "tests/support/entry_scene.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+#include <type_traits>
+
+namespace vkr {
+namespace {
+
+using Names = std::vector<std::string>;
+
+struct HostInterface : testing::Test {
+    EntryScene scene;
+    VKRDataEntry& entry = *scene.entry;
+    VirtualDesktop& desktop = scene.desktop;
+
+    [[nodiscard]] const Names& notified() const { return desktop.propertyChanges(); }
+    [[nodiscard]] ScrollBar& bar(std::string_view name) const {
+        return scene.form().get<ScrollBar>(name);
+    }
+    [[nodiscard]] const Control& control(std::string_view id) const { return desktop.control(id); }
+    void scrollMouse(KeyCode key, std::int16_t shift = 0) {
+        std::int16_t code = key;
+        entry.ScrollMouse(code, shift);
+    }
+};
+
+// --- enumerations --------------------------------------------------------------------------------
+
+TEST(Enumerations, TabsStartAtOneAndObjectsAtNought) {
+    EXPECT_EQ(
+        (Names{std::to_string(toCompany), std::to_string(toYearly), std::to_string(toQuarterly),
+               std::to_string(toOther), std::to_string(toOptions)}),
+        (Names{"1", "2", "3", "4", "5"}));
+    EXPECT_EQ(doName, 0);
+    EXPECT_EQ(dataEntryObjectCount, 70);
+}
+
+TEST(Enumerations, ObjectsAreNumberedConsecutively) {
+    constexpr DataEntryObject inOrder[] = {
+        doName,          doSymbol,         doExchange,        doIndustry,
+        doTotalCap,      doSource,         doLastStudied,     doUpdatedBy,
+        doCurrentPrice,  do52WHigh,        do52WLow,          doPriceUpdatedDate,
+        doLast4QEPS,     doORBEPSProj,     doTotalDebt,       doInsiderHolding,
+        doInstitutional, doPrefShares,     doCommShares,      doDilutedShares,
+        doLastFY,        doLastFYDate,     doYRevenue,        doYPTI,
+        doYTaxRate,      doYNetInc,        doYCommEq,         doYBookVal,
+        doYEPS,          doYDividend,      doYHigh,           doYLow,
+        doYCSO,          doLastQDate,      doQRevenue,        doQEPS,
+        doQPTI,          doQTaxRate,       doQNetInc,         doAddress1,
+        doAddress2,      doCity,           doState,           doZip,
+        doCountry,       doInternetURL,    doContactPerson,   doTel,
+        doVLTimelines,   doVLSafety,       doReportingPeriod, doNotes,
+        doPrefDiv,       doCommDiv,        doEstTaxRate,      doUnit,
+        doPTI_TaxRate,   doCommEq_BookVal, doLockInfo,        doDisplayOption,
+        doYearLabel,     doQuarterLabel,   doPercentDilution, doPercentTotalCap,
+        doTabCompany,    doTabYearly,      doTabQuarterly,    doTabOther,
+        doTabOptions,    doDateOfSource};
+    for (int i = 0; i < dataEntryObjectCount; ++i)
+        EXPECT_EQ(inOrder[i], i);
+    EXPECT_EQ(std::ssize(inOrder), dataEntryObjectCount);
+}
+
+TEST(Enumerations, AreThirtyTwoBitsWideWithTheirAgreedValues) {
+    static_assert(std::is_same_v<std::underlying_type_t<TABObject>, std::int32_t>);
+    static_assert(std::is_same_v<std::underlying_type_t<DataEntryObject>, std::int32_t>);
+    static_assert(std::is_same_v<std::underlying_type_t<UserModeType>, std::int32_t>);
+    static_assert(std::is_same_v<std::underlying_type_t<PlatformType>, std::int32_t>);
+    static_assert(std::is_same_v<std::underlying_type_t<UnloadModeType>, std::int32_t>);
+    EXPECT_EQ(umDefault, 0);
+    EXPECT_EQ(ptStandard, 0);
+    EXPECT_EQ(ptZX, 1);
+    EXPECT_EQ(ulConfirm, 0);
+    EXPECT_EQ(ulCancel, -1);
+}
+
+// --- initial values ------------------------------------------------------------------------------
+
+TEST_F(HostInterface, StartsWithTheAgreedValues) {
+    EXPECT_FALSE(entry.blnExistsQuarterlyData());
+    EXPECT_FALSE(entry.get_blnDirty());
+    EXPECT_EQ(entry.get_UserMode(), umDefault);
+    EXPECT_EQ(entry.get_ShadeColorLocked(), 0xFFFFC0U);
+    EXPECT_EQ(entry.get_ShadeColorYear(), 0xFFFFC0U);
+    EXPECT_EQ(entry.get_ShadeColorQuarter(), 0xFFFFC0U);
+    EXPECT_EQ(entry.get_VisibleQuarters(), 9);
+    EXPECT_FALSE(entry.get_ShowReportingPeriod());
+    EXPECT_FALSE(entry.get_ShowVLs());
+    EXPECT_EQ(entry.get_CurrentTab(), toCompany);
+    EXPECT_EQ(entry.get_PercentFormat(), "#0.00%");
+    EXPECT_EQ(entry.get_DateFormat(), "MMM/DD/YYYY");
+    EXPECT_EQ(entry.get_NumberFormat(), "#0.00");
+    EXPECT_FALSE(entry.get_FractionDisplay());
+    EXPECT_EQ(entry.get_BorderStyle(), BorderStyle::none);
+    EXPECT_EQ(entry.get_objCompany(), nullptr);
+    EXPECT_EQ(entry.get_Platform(), ptStandard);
+}
+
+// --- notifications -------------------------------------------------------------------------------
+
+TEST_F(HostInterface, NotifiesTheContainerAtEveryAssignmentOfThese) {
+    struct Row {
+        std::string name;
+        void (*put)(VKRDataEntry&);
+    };
+    const Row rows[] = {
+        {"ShowReportingPeriod", [](VKRDataEntry& e) { e.put_ShowReportingPeriod(true); }},
+        {"ShowVLs", [](VKRDataEntry& e) { e.put_ShowVLs(true); }},
+        {"CurrentTab", [](VKRDataEntry& e) { e.put_CurrentTab(toOther); }},
+        {"PercentFormat", [](VKRDataEntry& e) { e.put_PercentFormat("0%"); }},
+        {"DateFormat", [](VKRDataEntry& e) { e.put_DateFormat("YYYY-MM-DD"); }},
+        {"NumberFormat", [](VKRDataEntry& e) { e.put_NumberFormat("0"); }},
+        {"UserMode", [](VKRDataEntry& e) { e.put_UserMode(umCustom); }},
+        {"Platform", [](VKRDataEntry& e) { e.put_Platform(ptZX); }},
+    };
+    for (const auto& row : rows)
+        for (int again = 0; again < 2; ++again) {
+            desktop.forget();
+            row.put(entry);
+            EXPECT_EQ(notified(), Names{row.name});
+        }
+}
+
+TEST_F(HostInterface, NotifiesShadesAndVisibleQuartersWhenTheyReallyChange) {
+    struct Row {
+        std::string name;
+        void (*put)(VKRDataEntry&);
+    };
+    const Row rows[] = {
+        {"ShadeColorLocked", [](VKRDataEntry& e) { e.put_ShadeColorLocked(0x123456); }},
+        {"ShadeColorYear", [](VKRDataEntry& e) { e.put_ShadeColorYear(0x123456); }},
+        {"ShadeColorQuarter", [](VKRDataEntry& e) { e.put_ShadeColorQuarter(0x123456); }},
+        {"VisibleQuarters", [](VKRDataEntry& e) { e.put_VisibleQuarters(12); }},
+    };
+    for (const auto& row : rows) {
+        desktop.forget();
+        row.put(entry);
+        EXPECT_EQ(notified(), Names{row.name});
+        row.put(entry);
+        EXPECT_EQ(notified(), Names{row.name}) << "the same value again";
+    }
+}
+
+TEST_F(HostInterface, KeepsBorderFractionsListsAndDirtyToItself) {
+    entry.put_BorderStyle(BorderStyle::fixedSingle);
+    entry.put_FractionDisplay(true);
+    entry.put_vntSource(textArray({"Own"}));
+    entry.put_vntExchange(textArray({"NYSE"}));
+    entry.put_vntIndustry(textArray({"Steel"}));
+    entry.put_blnDirty(true);
+    entry.put_blnDirty(false);
+    entry.put_objCompany(fullCompany());
+    EXPECT_EQ(notified(), Names{});
+}
+
+TEST_F(HostInterface, PlatformNotifiesBeforeItLooksForTheLocalizer) {
+    Names before;
+    desktop.factory().add(zxLocalizerId, [&] {
+        before = notified();
+        return std::make_shared<ZxLocalizer>();
+    });
+    entry.put_Platform(ptZX);
+    EXPECT_EQ(before, Names{"Platform"});
+}
+
+TEST_F(HostInterface, TabChangeComesBeforeTheNotification) {
+    struct Watcher final : VKRDataEntryEvents {
+        explicit Watcher(const VirtualDesktop& theDesktop) : desktop(theDesktop) {}
+        void TabChange(TABObject /*tab*/) override { seen = desktop.propertyChanges(); }
+        const VirtualDesktop& desktop;
+        Names seen{"never raised"};
+    } watcher(desktop);
+    entry.setEvents(&watcher);
+    entry.put_CurrentTab(toOther);
+    EXPECT_EQ(watcher.seen, Names{});
+    EXPECT_EQ(notified(), Names{"CurrentTab"});
+}
+
+// --- blnDirty ------------------------------------------------------------------------------------
+
+TEST_F(HostInterface, SettingDirtyNeverWritesIntoTheRecord) {
+    const auto record = std::make_shared<ScriptedRecord>(fullCompany());
+    entry.put_objCompany(record);
+    record->log.clear();
+    entry.put_blnDirty(true);
+    EXPECT_TRUE(entry.get_blnDirty());
+    EXPECT_EQ(record->log, Names{});
+}
+
+TEST_F(HostInterface, ClearingDirtyCommitsAndKeepsTheRecord) {
+    const auto record = std::make_shared<ScriptedRecord>(fullCompany());
+    entry.put_objCompany(record);
+    entry.put_blnDirty(true);
+    record->log.clear();
+    entry.put_blnDirty(false);
+    EXPECT_FALSE(entry.get_blnDirty());
+    ASSERT_FALSE(record->log.empty());
+    EXPECT_EQ(record->log.back(), "read SettingsApply");
+    EXPECT_EQ(entry.get_objCompany(), record);
+}
+
+TEST_F(HostInterface, ClearingDirtyWithoutARecordOnlyStores) {
+    entry.put_blnDirty(true);
+    entry.put_blnDirty(false);
+    EXPECT_FALSE(entry.get_blnDirty());
+    EXPECT_EQ(entry.get_objCompany(), nullptr);
+    EXPECT_TRUE(desktop.messages().empty());
+}
+
+TEST_F(HostInterface, DisplayPropertiesLeaveDirtyAsItIs) {
+    entry.put_objCompany(fullCompany());
+    for (const bool dirty : {false, true}) {
+        entry.put_blnDirty(dirty);
+        entry.put_UserMode(umCustom);
+        entry.put_ShadeColorLocked(dirty ? 1 : 2);
+        entry.put_ShadeColorYear(dirty ? 1 : 2);
+        entry.put_ShadeColorQuarter(dirty ? 1 : 2);
+        entry.put_VisibleQuarters(dirty ? 5 : 6);
+        entry.put_ShowVLs(true);
+        entry.put_ShowReportingPeriod(true);
+        entry.put_CurrentTab(toOptions);
+        entry.put_FractionDisplay(!dirty);
+        entry.put_BorderStyle(BorderStyle::fixedSingle);
+        entry.put_Platform(ptZX);
+        entry.put_vntIndustry(textArray({"Steel"}));
+        entry.Clear();
+        entry.put_objCompany(fullCompany());
+        EXPECT_EQ(entry.get_blnDirty(), dirty);
+    }
+}
+
+// --- UserMode ------------------------------------------------------------------------------------
+
+TEST_F(HostInterface, UserModeNoughtResetsTwoShadesButNotTheQuarters) {
+    entry.put_ShadeColorLocked(1);
+    entry.put_ShadeColorYear(2);
+    entry.put_ShadeColorQuarter(3);
+    desktop.forget();
+    entry.put_UserMode(umDefault);
+    EXPECT_EQ(entry.get_ShadeColorLocked(), colors::paleCyan);
+    EXPECT_EQ(entry.get_ShadeColorYear(), colors::paleCyan);
+    EXPECT_EQ(entry.get_ShadeColorQuarter(), 3U);
+    EXPECT_EQ(notified(), (Names{"ShadeColorYear", "ShadeColorLocked", "UserMode"}));
+}
+
+TEST_F(HostInterface, OtherUserModesLeaveTheShades) {
+    entry.put_ShadeColorLocked(1);
+    entry.put_ShadeColorYear(2);
+    entry.put_UserMode(umCustom);
+    EXPECT_EQ(entry.get_UserMode(), umCustom);
+    EXPECT_EQ(entry.get_ShadeColorLocked(), 1U);
+    EXPECT_EQ(entry.get_ShadeColorYear(), 2U);
+}
+
+// --- what is shown -------------------------------------------------------------------------------
+
+TEST_F(HostInterface, ShowReportingPeriodShowsListAndLabel) {
+    for (const bool shown : {true, false, true}) {
+        entry.put_ShowReportingPeriod(shown);
+        EXPECT_EQ(entry.get_ShowReportingPeriod(), shown);
+        EXPECT_EQ(control("cmbReportingPeriod").visible(), shown);
+        EXPECT_EQ(control("lblLabel(53)").visible(), shown);
+    }
+}
+
+TEST_F(HostInterface, ShowVLsShowsFourControlsAndLeavesNoGap) {
+    const Twips left = control("cmbReportingPeriod").left();
+    for (const bool shown : {true, false, true}) {
+        entry.put_ShowVLs(shown);
+        EXPECT_EQ(entry.get_ShowVLs(), shown);
+        for (const auto* id : {"lblLabel(51)", "lblLabel(52)", "txtVLTimelines", "txtVLSafety"})
+            EXPECT_EQ(control(id).visible(), shown) << id;
+        const auto below = [&](const char* first, const char* second) {
+            return shown ? 2 * control(second).top() - control(first).top() : control(first).top();
+        };
+        EXPECT_EQ(control("cmbReportingPeriod").top(), below("txtVLTimelines", "txtVLSafety"));
+        EXPECT_EQ(control("lblLabel(53)").top(), below("lblLabel(51)", "lblLabel(52)"));
+        EXPECT_EQ(control("cmbReportingPeriod").left(), left);
+    }
+}
+
+TEST_F(HostInterface, FormatsAreKeptAsTheyAreGiven) {
+    for (const char* text : {"", "no pattern at all", "0.0;;\"x\"", "ä"}) {
+        entry.put_PercentFormat(text);
+        entry.put_DateFormat(text);
+        entry.put_NumberFormat(text);
+        EXPECT_EQ(entry.get_PercentFormat(), text);
+        EXPECT_EQ(entry.get_DateFormat(), text);
+        EXPECT_EQ(entry.get_NumberFormat(), text);
+    }
+}
+
+TEST_F(HostInterface, BorderStylePassesThroughToTheForm) {
+    entry.put_BorderStyle(BorderStyle::fixedSingle);
+    EXPECT_EQ(scene.form().borderStyle(), BorderStyle::fixedSingle);
+    scene.form().setBorderStyle(BorderStyle::none);
+    EXPECT_EQ(entry.get_BorderStyle(), BorderStyle::none);
+}
+
+// --- CurrentTab ----------------------------------------------------------------------------------
+
+TEST_F(HostInterface, CurrentTabReadsTheStripNotTheRememberedTab) {
+    scene.form().get<TabStrip>("tbsDataEntry").selectTab(toQuarterly);
+    EXPECT_EQ(entry.get_CurrentTab(), toQuarterly);
+    entry.put_CurrentTab(toOther);
+    EXPECT_EQ(scene.form().get<TabStrip>("tbsDataEntry").selected(), toOther);
+}
+
+TEST_F(HostInterface, SelectingTheSelectedTabRaisesNoTabChange) {
+    entry.put_CurrentTab(toCompany);
+    EXPECT_EQ(scene.events.log, Names{});
+    entry.put_CurrentTab(toYearly);
+    entry.put_CurrentTab(toYearly);
+    EXPECT_EQ(scene.events.log, Names{"TabChange 2"});
+}
+
+TEST_F(HostInterface, ATabThatIsNotThereIsIgnored) {
+    for (const int tab : {0, 6, -1, 1000}) {
+        EXPECT_NO_THROW(entry.put_CurrentTab(static_cast<TABObject>(tab)));
+        EXPECT_EQ(entry.get_CurrentTab(), toCompany);
+    }
+    EXPECT_EQ(scene.events.log, Names{});
+}
+
+TEST_F(HostInterface, SetNextAndSetPreviousGoRound) {
+    for (int i = 0; i < 5; ++i)
+        entry.SetNext();
+    EXPECT_EQ(scene.events.log,
+              (Names{"TabChange 2", "TabChange 3", "TabChange 4", "TabChange 5", "TabChange 1"}));
+    scene.events.log.clear();
+    for (int i = 0; i < 5; ++i)
+        entry.SetPrevious();
+    EXPECT_EQ(scene.events.log,
+              (Names{"TabChange 5", "TabChange 4", "TabChange 3", "TabChange 2", "TabChange 1"}));
+}
+
+TEST_F(HostInterface, TurningTabsHidesTheHelpFrame) {
+    auto& help = scene.form().get<Frame>("fraDE", 0);
+    help.setVisible(true);
+    entry.SetNext();
+    EXPECT_FALSE(help.visible());
+    help.setVisible(true);
+    entry.SetPrevious();
+    EXPECT_FALSE(help.visible());
+}
+
+// --- lists ---------------------------------------------------------------------------------------
+
+struct ListRow {
+    std::string_view list;
+    void (VKRDataEntry::*put)(const Variant&);
+};
+constexpr ListRow lists[] = {{"cmbSource", &VKRDataEntry::put_vntSource},
+                             {"cmbExchange", &VKRDataEntry::put_vntExchange},
+                             {"cmbIndustry", &VKRDataEntry::put_vntIndustry}};
+
+TEST_F(HostInterface, ListsAreFilledFromLowerToUpperBoundAndNoOthers) {
+    for (const auto& row : lists) {
+        const auto& list = scene.form().get<ComboBox>(row.list);
+        (entry.*row.put)(textArray({"b", "a", "", "b"}, -2));
+        EXPECT_EQ(list.list(), (Names{"b", "a", "", "b"})) << row.list;
+        for (const auto& other : lists)
+            if (other.list != row.list) {
+                EXPECT_EQ(scene.form().get<ComboBox>(other.list).list(), Names{});
+            }
+        (entry.*row.put)(textArray({"new"}, 7));
+        EXPECT_EQ(list.list(), Names{"new"});
+        (entry.*row.put)(textArray({}));
+    }
+}
+
+TEST_F(HostInterface, ListElementsOfOtherKindsAreConvertedToText) {
+    entry.put_vntIndustry(numberArray({1.5, -2}, 1));
+    EXPECT_EQ(scene.form().get<ComboBox>("cmbIndustry").list(), (Names{"1.5", "-2"}));
+    entry.put_vntIndustry(
+        Variant(VariantArray(0, std::vector<Variant>{"x", std::int16_t{7}, Variant()})));
+    EXPECT_EQ(scene.form().get<ComboBox>("cmbIndustry").list(), (Names{"x", "7", ""}));
+}
+
+TEST_F(HostInterface, AListTakesNothingButAnArray) {
+    entry.put_vntIndustry(textArray({"Steel"}));
+    for (const Variant& value :
+         {Variant("Paper"), Variant(), Variant(8193.0), Variant(true), Variant(std::int32_t{9000})})
+        entry.put_vntIndustry(value);
+    EXPECT_EQ(scene.form().get<ComboBox>("cmbIndustry").list(), Names{"Steel"});
+}
+
+TEST_F(HostInterface, AnArrayWithoutElementsLeavesTheListEmpty) {
+    entry.put_vntIndustry(textArray({"Steel"}));
+    entry.put_vntIndustry(textArray({}));
+    EXPECT_EQ(scene.form().get<ComboBox>("cmbIndustry").list(), Names{});
+}
+
+TEST_F(HostInterface, FillingAListKeepsWhatTheFieldShows) {
+    entry.put_objCompany(fullCompany());
+    entry.put_vntIndustry(textArray({"Steel", "Industry text"}));
+    EXPECT_EQ(scene.text("cmbIndustry"), "Industry text");
+    EXPECT_EQ(scene.form().get<ComboBox>("cmbIndustry").listIndex(), 1);
+}
+
+// --- FractionDisplay -----------------------------------------------------------------------------
+
+TEST_F(HostInterface, FractionDisplayChoosesItsOptionAndRewritesThePrices) {
+    const auto record = fullCompany();
+    record->put_CurrentPrice(3.125);
+    record->put_High52W(4.5);
+    record->put_Low52W(2);
+    entry.put_objCompany(record);
+    EXPECT_EQ(scene.text("txtCurrentPrice"), "3.125");
+
+    entry.put_FractionDisplay(true);
+    EXPECT_TRUE(entry.get_FractionDisplay());
+    EXPECT_TRUE(scene.form().get<OptionButton>("optDisplay", 1).value());
+    EXPECT_EQ(scene.text("txtCurrentPrice"), "3 1/8");
+    EXPECT_EQ(scene.text("txt52WHigh"), "4 1/2");
+    EXPECT_EQ(scene.text("txt52WLow"), "2");
+
+    entry.put_FractionDisplay(false);
+    EXPECT_TRUE(scene.form().get<OptionButton>("optDisplay", 0).value());
+    EXPECT_EQ(scene.text("txtCurrentPrice"), "3.125");
+    EXPECT_EQ(scene.text("txt52WHigh"), "4.500");
+    EXPECT_EQ(record->get_CurrentPrice(), 3.125);
+    EXPECT_FALSE(entry.get_blnDirty());
+}
+
+TEST_F(HostInterface, FractionDisplayRewritesTheYearlyPrices) {
+    const auto record = fullCompany();
+    Variant highs = record->get_YHighSeries();
+    for (int i = 0; i <= 10; ++i)
+        highs.array().setNumber(i, i + 0.5);
+    record->put_YHighSeries(highs);
+    entry.put_objCompany(record);
+    const auto before = record->clone();
+    entry.put_FractionDisplay(true);
+    for (int cell = 0; cell < 10; ++cell)
+        EXPECT_EQ(scene.text("txtHigh", cell), std::to_string(10 - cell) + " 1/2");
+    EXPECT_EQ(scene.text("txtHigh", 10), "1/2");
+    EXPECT_TRUE(sameAs(*before, *record));
+}
+
+TEST_F(HostInterface, TheSameFractionDisplayAgainDoesNothingAtAll) {
+    entry.put_objCompany(fullCompany());
+    auto& price = scene.field("txtCurrentPrice");
+    price.setText("12 1/2");
+    price.select(2, 3);
+    entry.put_FractionDisplay(false);
+    EXPECT_EQ(price.text(), "12 1/2");
+    EXPECT_EQ(price.selStart(), 2);
+    EXPECT_EQ(price.selLength(), 3);
+}
+
+// --- Platform ------------------------------------------------------------------------------------
+
+TEST_F(HostInterface, APlatformWithoutLocalizerSaysSoAndKeepsTheCaptions) {
+    const std::string caption = control("lblLabel(0)").caption();
+    entry.put_Platform(static_cast<PlatformType>(2));
+    EXPECT_EQ(entry.get_Platform(), 2);
+    ASSERT_EQ(desktop.messages().size(), 1U);
+    EXPECT_EQ(desktop.messages()[0].text, "Bad or missing Localizer object\rData Entry");
+    EXPECT_EQ(desktop.messages()[0].buttons, message_box::exclamationIcon);
+    EXPECT_EQ(desktop.messages()[0].title, "VKRDataEntry");
+    EXPECT_EQ(control("lblLabel(0)").caption(), caption);
+}
+
+TEST_F(HostInterface, ThePlatformDecidesWhichLocalizerIsCreated) {
+    struct Row {
+        PlatformType platform;
+        std::string_view missing;
+        bool complains;
+    };
+    for (const auto& [platform, missing, complains] :
+         {Row{ptStandard, standardLocalizerId, true}, Row{ptStandard, zxLocalizerId, false},
+          Row{ptZX, zxLocalizerId, true}, Row{ptZX, standardLocalizerId, false}}) {
+        EntryScene other;
+        other.desktop.factory().remove(missing);
+        other.entry->put_Platform(platform);
+        EXPECT_EQ(!other.desktop.messages().empty(), complains) << platform << " " << missing;
+    }
+}
+
+TEST_F(HostInterface, AnObjectThatIsNoLocalizerCountsAsMissing) {
+    desktop.factory().add(zxLocalizerId, [] { return std::make_shared<Object>(); });
+    entry.put_Platform(ptZX);
+    EXPECT_EQ(desktop.messages().size(), 1U);
+}
+
+TEST_F(HostInterface, TheHelpLinkGetsItsPointerFromTheLocalizer) {
+    EXPECT_EQ(scene.form().get<Label>("lblMoreHelp").mouseIcon(),
+              StandardLocalizer().LoadPicture(101, 0));
+}
+
+// --- Clear ---------------------------------------------------------------------------------------
+
+TEST_F(HostInterface, ClearBlanksTheFourDataTabs) {
+    const auto record = fullCompany();
+    record->get_Settings()->put(setting::lockBasicInfo, true);
+    entry.put_objCompany(record);
+    entry.put_vntExchange(textArray({"NYSE"}));
+    entry.Clear();
+    for (const auto& any : scene.form().controls())
+        if (const auto* field = dynamic_cast<const TextField*>(any.get())) {
+            if (field->name() == "txtCurSymbol")
+                continue; // on the Options tab
+            EXPECT_EQ(field->text(), "") << field->id();
+            EXPECT_EQ(field->tag(), "") << field->id();
+            EXPECT_FALSE(field->locked()) << field->id();
+        } else if (any->name() == "lblYear" || any->name() == "lblQLabel") {
+            EXPECT_EQ(any->caption(), "") << any->id();
+        }
+    EXPECT_FALSE(scene.form().get<CheckBox>("chkLockInfo").value());
+    EXPECT_EQ(scene.text("txtCurSymbol"), "$");
+    EXPECT_EQ(scene.form().get<ComboBox>("cmbExchange").list(), Names{"NYSE"});
+}
+
+TEST_F(HostInterface, ClearTouchesNeitherRecordNorDirtyFlag) {
+    const auto figures = fullCompany();
+    const auto record = std::make_shared<ScriptedRecord>(figures);
+    entry.put_objCompany(record);
+    entry.put_blnDirty(true);
+    record->log.clear();
+    entry.Clear();
+    EXPECT_EQ(record->log, Names{});
+    EXPECT_TRUE(entry.get_blnDirty());
+}
+
+// --- ScrollMouse ---------------------------------------------------------------------------------
+
+TEST_F(HostInterface, TheWheelMovesTheQuarterBarByItsSmallChangeAndStopsAtItsEnds) {
+    entry.put_VisibleQuarters(35);
+    entry.put_objCompany(fullCompany());
+    entry.put_CurrentTab(toQuarterly);
+    auto& quarters = bar("vscrQuarterly");
+    ASSERT_GT(quarters.maximum(), 3);
+    scrollMouse(keys::down);
+    EXPECT_EQ(quarters.value(), quarters.smallChange());
+    EXPECT_EQ(scene.form().get<Frame>("fraDE", 3).top(),
+              15 - scene.field("txtEPS", quarters.value()).top());
+    scrollMouse(keys::up);
+    EXPECT_EQ(quarters.value(), 0);
+    scrollMouse(keys::up);
+    EXPECT_EQ(quarters.value(), quarters.minimum());
+    for (int i = 0; i < 40; ++i)
+        scrollMouse(keys::down);
+    EXPECT_EQ(quarters.value(), quarters.maximum());
+}
+
+TEST_F(HostInterface, TheWheelPansTheYearsOnTheirTab) {
+    entry.put_objCompany(fullCompany());
+    entry.put_CurrentTab(toYearly);
+    auto& years = bar("hscrYearly");
+    ASSERT_GT(years.maximum(), years.smallChange());
+    scrollMouse(keys::down);
+    EXPECT_EQ(years.value(), years.smallChange());
+    EXPECT_EQ(scene.form().get<Frame>("fraDE", 2).left(), -years.value());
+    for (int i = 0; i < 9; ++i)
+        scrollMouse(keys::down);
+    EXPECT_EQ(years.value(), years.maximum());
+    for (int i = 0; i < 9; ++i)
+        scrollMouse(keys::up);
+    EXPECT_EQ(years.value(), years.minimum());
+}
+
+TEST_F(HostInterface, TheWheelDoesNothingElsewhereNorForOtherKeys) {
+    entry.put_VisibleQuarters(35);
+    entry.put_objCompany(fullCompany());
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        entry.put_CurrentTab(static_cast<TABObject>(tab));
+        for (const KeyCode key : {keys::left, keys::right, keys::pageDown, KeyCode{0}})
+            scrollMouse(key);
+        if (tab != toYearly && tab != toQuarterly)
+            for (const KeyCode key : {keys::down, keys::down, keys::up})
+                scrollMouse(key);
+        EXPECT_EQ(bar("hscrYearly").value(), 0) << tab;
+        EXPECT_EQ(bar("vscrQuarterly").value(), 0) << tab;
+    }
+}
+
+TEST_F(HostInterface, TheWheelIgnoresShiftAndLeavesItsArguments) {
+    entry.put_objCompany(fullCompany());
+    entry.put_CurrentTab(toYearly);
+    std::int16_t key = keys::down;
+    std::int16_t shift = shifts::control;
+    entry.ScrollMouse(key, shift);
+    EXPECT_EQ(bar("hscrYearly").value(), bar("hscrYearly").smallChange());
+    EXPECT_EQ(key, keys::down);
+    EXPECT_EQ(shift, shifts::control);
+}
+
+// --- events --------------------------------------------------------------------------------------
+
+TEST_F(HostInterface, TheHelpButtonNamesTheSelectedTab) {
+    entry.put_objCompany(fullCompany());
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        entry.put_CurrentTab(static_cast<TABObject>(tab));
+        scene.events.log.clear();
+        desktop.click("cmdHelp");
+        EXPECT_EQ(scene.events.log, Names{"MoreHelp " + std::to_string(3063 + tab)});
+    }
+}
+
+TEST_F(HostInterface, TheHelpLinkHidesTheFrameAndNamesItsObject) {
+    entry.put_objCompany(fullCompany());
+    auto& help = scene.form().get<Frame>("fraDE", 0);
+    scene.form().get<Label>("lblMoreHelp").setTag("66");
+    help.setVisible(true);
+    desktop.click("lblMoreHelp");
+    EXPECT_FALSE(help.visible());
+    EXPECT_EQ(scene.events.log, Names{"MoreHelp 3066"});
+}
+
+TEST_F(HostInterface, F1NamesTheObjectWhileTheFrameIsUpAndTheTabOtherwise) {
+    entry.put_objCompany(fullCompany());
+    desktop.click("txtName");
+    auto& help = scene.form().get<Frame>("fraDE", 0);
+    scene.form().get<Label>("lblMoreHelp").setTag("8");
+    help.setVisible(true);
+    desktop.type("{F1}");
+    EXPECT_FALSE(help.visible());
+    EXPECT_EQ(scene.events.log, Names{"MoreHelp 3008"});
+    desktop.type("{F1}");
+    EXPECT_EQ(scene.events.log, (Names{"MoreHelp 3008", "MoreHelp 3064"}));
+}
+
+TEST_F(HostInterface, TheThreeUpdateEventsAreNeverRaised) {
+    entry.put_objCompany(fullCompany());
+    scene.enter("txtCurrentPrice", "55");
+    desktop.clickTab(toYearly);
+    scene.enter("txtSales(9)", "55");
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddYear");
+    desktop.clickTab(toQuarterly);
+    scene.enter("txtEPS(0)", "55");
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    desktop.clickTab(toOptions);
+    desktop.click("optCurrency(0)");
+    desktop.click("optPTI(1)");
+    desktop.click("cmdOK");
+    desktop.click("cmdCancel");
+    for (const auto& event : scene.events.log)
+        EXPECT_FALSE(event.starts_with("Update")) << event;
+    EXPECT_TRUE(desktop.scriptUsedUp());
+}
+
+TEST_F(HostInterface, NobodyHasToListen) {
+    entry.setEvents(nullptr);
+    entry.put_objCompany(fullCompany());
+    EXPECT_NO_THROW(entry.SetNext());
+    EXPECT_NO_THROW(desktop.click("cmdHelp"));
+    EXPECT_NO_THROW(desktop.click("cmdOK"));
+    EXPECT_EQ(scene.events.log, Names{});
+}
+
+// --- quarterly data ------------------------------------------------------------------------------
+
+TEST_F(HostInterface, QuarterlyDataExistsInTheRecordOrOnScreen) {
+    EXPECT_FALSE(entry.blnExistsQuarterlyData());
+    entry.put_objCompany(nullptr);
+    EXPECT_FALSE(entry.blnExistsQuarterlyData());
+    scene.field("txtRevenue", 2).setText("1.5");
+    EXPECT_TRUE(entry.blnExistsQuarterlyData());
+    scene.field("txtRevenue", 2).setText("none");
+    EXPECT_FALSE(entry.blnExistsQuarterlyData());
+    entry.put_objCompany(fullCompany());
+    EXPECT_TRUE(entry.blnExistsQuarterlyData());
+}
+
+TEST_F(HostInterface, VisibleQuartersAreCutToWhatTheGridCanShow) {
+    struct Row {
+        std::int16_t count;
+        int rows;
+    };
+    for (const auto& [count, rows] : {Row{0, 1}, Row{40, 35}, Row{-5, 1}, Row{12, 12}}) {
+        entry.put_VisibleQuarters(count);
+        EXPECT_EQ(entry.get_VisibleQuarters(), rows);
+        for (const auto* array : {"lblQLabel", "txtRevenue", "txtQOption", "txtNetInc", "txtEPS"})
+            EXPECT_EQ(scene.form().upperBound(array), rows - 1) << array;
+    }
+}
+
+} // namespace
+} // namespace vkr
