@@ -312,9 +312,7 @@ void VKRDataEntry::Impl::writeProperties(PropertyBag& bag) {
     bag.write("ShowReportingPeriod", reportingPeriodShown, false);
     bag.write("ShowVLs", vlsShown, false);
     bag.write("CurrentTab", static_cast<std::int32_t>(currentTab), std::int32_t{toCompany});
-    quiet_ = true;
     attempt([&] { strip().selectTab(currentTab); });
-    quiet_ = false;
     bag.write("CommEquityData", session.equityRow == EquityRow::commonEquity, true);
     bag.write("TaxRateData", session.incomeRow == IncomeRow::taxRate, false);
     bag.write("BorderStyle", static_cast<std::int32_t>(form.borderStyle()), std::int32_t{0});
