@@ -231,15 +231,18 @@ void OptionButton::setValue(bool value) {
 
 void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeChange) {
     maximum = std::max(minimum, maximum);
-    if (minimum != minimum_ || maximum != maximum_ || smallChange != smallChange_ ||
-        largeChange != largeChange_) {
-        minimum_ = minimum;
-        maximum_ = maximum;
-        smallChange_ = std::max(1, smallChange);
-        largeChange_ = std::max(1, largeChange);
+    smallChange = std::max(1, smallChange);
+    largeChange = std::max(1, largeChange);
+    const bool changed = minimum != minimum_ || maximum != maximum_ ||
+                         smallChange != smallChange_ || largeChange != largeChange_;
+    minimum_ = minimum;
+    maximum_ = maximum;
+    smallChange_ = smallChange;
+    largeChange_ = largeChange;
+    if (value_ != std::clamp(value_, minimum_, maximum_))
+        setValue(value_);
+    else if (changed)
         notify(Property::value);
-    }
-    setValue(value_);
 }
 
 void ScrollBar::setValue(int value) {

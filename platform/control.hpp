@@ -44,8 +44,8 @@ enum class Property {
     enabled,
     locked,
     colors,
-    toolTip,
-    value, // option, check box, scroll bar value and range, selected tab, calendar date
+    toolTip, // or the accessible name
+    value,   // option, check box, scroll bar value and range, selected tab, calendar date
     list,
     order, // brought to the front
     look,  // word wrap, alignment, border, pictures
@@ -97,7 +97,9 @@ class Control {
     void setToolTip(std::string_view toolTip);
     // The name for people who hear the form instead of seeing it. Empty: adapters take the caption.
     [[nodiscard]] const std::string& accessibleName() const { return accessibleName_; }
-    void setAccessibleName(std::string_view name) { accessibleName_ = name; }
+    void setAccessibleName(std::string_view name) {
+        assign(accessibleName_, std::string(name), Property::toolTip);
+    }
 
     // Scroll bars and spinners have no colours of their own: setting one throws.
     [[nodiscard]] bool hasColors() const;

@@ -18,6 +18,12 @@ bool hearsPressFirst(const Control& control) {
            control.kind() == ControlKind::optionButton || control.kind() == ControlKind::checkBox;
 }
 
+// Takes a flag back when its scope is left, be it by an exception.
+struct Reset {
+    bool& flag;
+    ~Reset() { flag = false; }
+};
+
 } // namespace
 
 Form::Form() = default;
@@ -43,9 +49,17 @@ void Form::adopt(std::unique_ptr<Control> control) {
 }
 
 void Form::remove(Control& control) {
+    const auto isInside = [&](const auto& held) { return held->container() == &control; };
+    for (;;) {
+        const auto inside = std::find_if(controls_.begin(), controls_.end(), isInside);
+        if (inside == controls_.end())
+            break;
+        remove(**inside);
+    }
     if (active_ == &control) {
         active_ = nullptr;
-        ++focusMoves_;
+        if (!leaving_) // else the move under way goes on
+            ++focusMoves_;
     }
     if (observer_ != nullptr)
         observer_->controlRemoved(control);
@@ -122,26 +136,54 @@ void Form::setMouseIcon(const Picture& icon) {
 bool Form::focus(Control& control) {
     if (!control.canTakeFocus())
         return false;
-    if (focused_ && active_ == &control)
+    if (focused_ && active_ == &control && !leaving_)
         return true;
     const unsigned mine = ++focusMoves_;
-    if (focused_ && active_ != nullptr) {
-        Control& left = *active_;
-        handler().onLostFocus(left);
-        if (mine != focusMoves_) // the leave handler sent the focus elsewhere
+    if (focused_ && active_ != nullptr && !leaving_) {
+        if (!leave())
             return false;
-        if (!control.canTakeFocus()) {
-            if (observer_ != nullptr)
+        if (!holds(control) || !control.canTakeFocus()) {
+            if (active_ != nullptr)
+                handler().onGotFocus(*active_);
+            if (mine == focusMoves_ && observer_ != nullptr)
                 observer_->focusChanged();
             return false;
         }
     }
+    leaving_ = false;
     active_ = &control;
     focused_ = true;
     handler().onGotFocus(control);
     if (mine == focusMoves_ && observer_ != nullptr)
         observer_->focusChanged();
     return mine == focusMoves_;
+}
+
+// The leave event of the active control. False when its handler has sent the focus elsewhere, or
+// has kept it.
+bool Form::leave() {
+    const unsigned before = focusMoves_;
+    leaving_ = true;
+    const Reset reset{leaving_};
+    handler().onLostFocus(*active_);
+    return before == focusMoves_;
+}
+
+bool Form::holds(const Control& control) const {
+    return std::find(tabOrder_.begin(), tabOrder_.end(), &control) != tabOrder_.end();
+}
+
+// Of an option group Tab stops at the chosen option, or once where none is chosen.
+bool Form::passesOver(const OptionButton& option) const {
+    if (option.value())
+        return false;
+    if (active_ != nullptr && active_->name() == option.name())
+        return true;
+    for (int i = lowerBound(option.name()); i <= upperBound(option.name()); ++i)
+        if (const auto* other = dynamic_cast<OptionButton*>(find(option.name(), i));
+            other != nullptr && other->value() && other->canTakeFocus())
+            return true;
+    return false;
 }
 
 bool Form::moveFocus(FocusDirection direction, bool wrap) {
@@ -160,16 +202,9 @@ bool Form::moveFocus(FocusDirection direction, bool wrap) {
             place = (place + count) % count;
         }
         Control& candidate = *tabOrder_[static_cast<std::size_t>(place)];
-        // Of an option group the chosen option is the one to stop at.
-        if (const auto* option = dynamic_cast<OptionButton*>(&candidate);
-            option != nullptr && !option->value()) {
-            bool anyChosen = false;
-            for (int i = lowerBound(option->name()); i <= upperBound(option->name()); ++i)
-                if (const auto* other = dynamic_cast<OptionButton*>(find(option->name(), i)))
-                    anyChosen = anyChosen || (other->value() && other->canTakeFocus());
-            if (anyChosen || (active_ != nullptr && active_->name() == option->name()))
-                continue;
-        }
+        if (candidate.kind() == ControlKind::optionButton &&
+            passesOver(static_cast<OptionButton&>(candidate)))
+            continue;
         if (candidate.canTakeFocus())
             return focus(candidate);
     }
@@ -185,10 +220,8 @@ bool Form::enterFocus(FocusDirection direction) {
 void Form::focusLeft() {
     if (!focused_)
         return;
-    const unsigned mine = ++focusMoves_;
-    if (active_ != nullptr)
-        handler().onLostFocus(*active_);
-    if (mine != focusMoves_)
+    ++focusMoves_;
+    if (active_ != nullptr && !leaving_ && !leave())
         return;
     focused_ = false;
     handler().onFocusLeft();
@@ -197,7 +230,8 @@ void Form::focusLeft() {
 // --- keys --------------------------------------------------------------------------------------
 
 bool Form::keyDown(KeyCode key, int shift) {
-    if ((shift & shifts::alt) != 0 && key > keys::space && key <= 'Z' && key >= '0' &&
+    const bool altAlone = (shift & (shifts::alt | shifts::control)) == shifts::alt;
+    if (altAlone && key > keys::space && key <= 'Z' && key >= '0' &&
         mnemonic(static_cast<char32_t>(key)))
         return false;
     if (active_ == nullptr)
@@ -210,7 +244,10 @@ bool Form::keyDown(KeyCode key, int shift) {
     if (key == keys::tab && (shift & (shifts::control | shifts::alt)) == 0) {
         const auto direction =
             (shift & shifts::shift) != 0 ? FocusDirection::backward : FocusDirection::forward;
-        if (!moveFocus(direction, false) && !(tabbedOut && tabbedOut(direction)))
+        // A leave handler that sends the focus elsewhere, or keeps it, has the last word.
+        const unsigned moves = focusMoves_;
+        if (!moveFocus(direction, false) && moves == focusMoves_ &&
+            !(tabbedOut && tabbedOut(direction)) && moves == focusMoves_)
             moveFocus(direction);
         return false;
     }
@@ -274,14 +311,15 @@ void Form::press(Control& control) {
 }
 
 void Form::stepOption(OptionButton& option, int step) {
-    const auto* target = &option;
     for (int i = option.index() + step;; i += step) {
-        target = dynamic_cast<OptionButton*>(find(option.name(), i));
-        if (target == nullptr || target->canTakeFocus())
-            break;
+        auto* target = dynamic_cast<OptionButton*>(find(option.name(), i));
+        if (target == nullptr)
+            return;
+        if (target->canTakeFocus()) {
+            press(*target);
+            return;
+        }
     }
-    if (target != nullptr)
-        press(*find(target->name(), target->index()));
 }
 
 bool Form::keyPress(char32_t& character) {
@@ -305,23 +343,25 @@ void Form::keyDone() {
     if (sending_)
         return;
     sending_ = true;
+    const Reset reset{sending_};
     while (!sentKeys_.empty()) {
         const auto [key, shift] = sentKeys_.front();
         sentKeys_.pop_front();
         keyDown(key, shift);
         keyUp(key, shift);
     }
-    sending_ = false;
 }
 
 bool Form::mnemonic(char32_t letter) {
     letter = upperCase(letter);
     std::vector<Control*> candidates;
     const auto count = std::ssize(tabOrder_);
-    const auto start = std::find(tabOrder_.begin(), tabOrder_.end(), active_) - tabOrder_.begin();
+    auto start = std::find(tabOrder_.begin(), tabOrder_.end(), active_) - tabOrder_.begin();
+    if (start == count)
+        start = -1;
     for (std::ptrdiff_t offset = 1; offset <= count; ++offset) {
         Control& control = *tabOrder_[static_cast<std::size_t>((start + offset) % count)];
-        if (!control.isShown() || !control.isEnabled())
+        if (!control.isShown() || !control.isEnabled() || control.kind() == ControlKind::menuItem)
             continue;
         if (auto* strip = dynamic_cast<TabStrip*>(&control)) {
             for (int i = 1; i <= strip->count(); ++i)
@@ -384,7 +424,8 @@ void Form::click(Control& control) {
             box->setValue(!box->value());
         handler().onClick(control);
     }
-    handler().onPressEnded(control);
+    if (holds(control)) // its handler may have removed it
+        handler().onPressEnded(control);
 }
 
 void Form::pressGivenUp(Control& control) {

@@ -77,7 +77,8 @@ class Form {
         adopt(std::move(control));
         return added;
     }
-    void remove(Control& control); // the focus leaves it first, without a leave event
+    // With all that it holds. The focus leaves it first, without a leave event.
+    void remove(Control& control);
 
     [[nodiscard]] const std::vector<std::unique_ptr<Control>>& controls() const {
         return controls_;
@@ -112,6 +113,8 @@ class Form {
     [[nodiscard]] bool hasFocus() const { return focused_; }
     // By program or by the user: leave event of the old control, enter event of the new one.
     // A control that can't take the focus leaves everything as it is (false).
+    // A leave handler that sends the focus elsewhere, or back to its own control, has the last word
+    // (false); back to its own control is a leave event and an enter event.
     bool focus(Control& control);
     // The next control in tab order. At the end it starts again, or with `wrap` false stays put
     // and answers false, so that the focus can go on to the host's next control.
@@ -167,6 +170,9 @@ class Form {
     void tellChanged(Control& control, Property property);
     void setTabIndex(Control& control, int index);
     void reorderFront(Control& control);
+    bool leave();
+    [[nodiscard]] bool holds(const Control& control) const;
+    [[nodiscard]] bool passesOver(const OptionButton& option) const;
     bool builtInKey(Control& control, KeyCode key, int shift);
     void press(Control& control);
     void stepOption(OptionButton& option, int step);
@@ -180,6 +186,7 @@ class Form {
     std::vector<Control*> tabOrder_;
     Control* active_ = nullptr;
     bool focused_ = false;
+    bool leaving_ = false; // while the leave event of the active control runs
     unsigned focusMoves_ = 0;
     std::deque<std::pair<KeyCode, int>> sentKeys_;
     bool sending_ = false;

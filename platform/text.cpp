@@ -21,6 +21,12 @@ std::size_t characterSize(std::string_view text) {
     for (std::size_t i = 1; i < wanted; ++i)
         if ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U)
             return 1;
+    if (wanted > 2) { // neither overlong nor a surrogate nor beyond the last character
+        const auto second = static_cast<unsigned char>(text[1]);
+        if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0) ||
+            (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90))
+            return 1;
+    }
     return wanted;
 }
 
@@ -79,6 +85,8 @@ void appendCharacter(std::string& text, char32_t character) {
     } else if (character < 0x800U) {
         put(0xC0U | (character >> 6U));
         put(0x80U | (character & 0x3FU));
+    } else if (character >= 0xD800U && character < 0xE000U) {
+        return; // half of a surrogate pair
     } else if (character < 0x10000U) {
         put(0xE0U | (character >> 12U));
         put(0x80U | ((character >> 6U) & 0x3FU));
@@ -106,8 +114,16 @@ char32_t upperCase(char32_t character) {
         return character == 0x131 ? U'I' : character & ~char32_t{1};
     if (within(0x139, 0x148) || within(0x179, 0x17E))
         return (character & 1U) != 0 ? character : character - 1;
-    if (within(0x3B1, 0x3C9) && character != 0x3C2)
-        return character - 0x20U;
+    if (within(0x3B1, 0x3CB))
+        return character == 0x3C2 ? 0x3A3 : character - 0x20U; // there is one capital sigma
+    if (character == 0x3AC)
+        return 0x386;
+    if (within(0x3AD, 0x3AF))
+        return character - 0x25U;
+    if (character == 0x3CC)
+        return 0x38C;
+    if (within(0x3CD, 0x3CE))
+        return character - 0x3FU;
     if (within(0x430, 0x44F))
         return character - 0x20U;
     if (within(0x450, 0x45F))

@@ -15,6 +15,7 @@ namespace vkr {
 [[nodiscard]] std::string_view textLeft(std::string_view text, int count);
 [[nodiscard]] std::string_view textFrom(std::string_view text, int start);
 [[nodiscard]] char32_t firstCharacter(std::string_view text); // 0 for an empty text
+// What is no character, such as half of a surrogate pair, is left out.
 void appendCharacter(std::string& text, char32_t character);
 
 // Upper case of a single character; Latin, Greek and Cyrillic letters, others unchanged.

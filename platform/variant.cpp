@@ -25,11 +25,18 @@ Overloaded(Callables...) -> Overloaded<Callables...>;
 } // namespace
 
 VariantArray::VariantArray(int lower, std::vector<double> items)
-    : lower_(lower), items_(std::move(items)) {}
+    : VariantArray(lower, Items(std::move(items))) {}
 VariantArray::VariantArray(int lower, std::vector<std::string> items)
-    : lower_(lower), items_(std::move(items)) {}
+    : VariantArray(lower, Items(std::move(items))) {}
 VariantArray::VariantArray(int lower, std::vector<Variant> items)
-    : lower_(lower), items_(std::move(items)) {}
+    : VariantArray(lower, Items(std::move(items))) {}
+
+VariantArray::VariantArray(int lower, Items items) : lower_(lower), items_(std::move(items)) {
+    const auto last = std::int64_t{lower} + static_cast<std::int64_t>(size()) - 1;
+    if (last < std::numeric_limits<int>::min() || last > std::numeric_limits<int>::max())
+        throw std::length_error("array of " + std::to_string(size()) + " from " +
+                                std::to_string(lower) + " has no upper bound");
+}
 
 bool operator==(const VariantArray& left, const VariantArray& right) {
     return left.lower_ == right.lower_ && left.items_ == right.items_;
@@ -43,7 +50,7 @@ std::size_t VariantArray::offset(int index) const {
     if (!contains(index))
         throw std::out_of_range("array index " + std::to_string(index) + " outside " +
                                 std::to_string(lower()) + " to " + std::to_string(upper()));
-    return static_cast<std::size_t>(index - lower_);
+    return static_cast<std::size_t>(std::int64_t{index} - lower_);
 }
 
 Variant VariantArray::at(int index) const {

@@ -19,7 +19,7 @@ class Variant;
 
 // An array that carries its own lower and upper bound. An array of numbers keeps plain doubles;
 // one of strings keeps strings; any other mixture keeps variants. Reading or writing outside the
-// bounds throws std::out_of_range.
+// bounds throws std::out_of_range; bounds that are no int throw std::length_error on making one.
 class VariantArray {
   public:
     using Items = std::variant<std::vector<double>, std::vector<std::string>, std::vector<Variant>>;
@@ -31,7 +31,9 @@ class VariantArray {
 
     [[nodiscard]] int lower() const { return lower_; }
     // lower() - 1 for an array without elements.
-    [[nodiscard]] int upper() const { return lower_ + static_cast<int>(size()) - 1; }
+    [[nodiscard]] int upper() const {
+        return static_cast<int>(lower_ + static_cast<std::int64_t>(size()) - 1);
+    }
     [[nodiscard]] std::size_t size() const;
     [[nodiscard]] bool contains(int index) const { return index >= lower() && index <= upper(); }
 
@@ -56,6 +58,7 @@ class VariantArray {
     friend bool operator==(const VariantArray&, const VariantArray&);
 
   private:
+    VariantArray(int lower, Items items);
     [[nodiscard]] std::size_t offset(int index) const;
 
     int lower_ = 0;

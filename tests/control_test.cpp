@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+#include "platform/control.hpp"
+#include "platform/form.hpp"
+
+#include <gtest/gtest.h>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vkr {
+namespace {
+
+class Listener : public FormObserver, public FormHandler {
+  public:
+    std::vector<Property> changes;
+    std::vector<int> values; // of scroll bars, as seen at every change of value
+    int scrolls = 0;
+    int tabs = 0;
+
+    void controlChanged(Control& control, Property property) override {
+        changes.push_back(property);
+        if (const auto* bar = dynamic_cast<ScrollBar*>(&control))
+            values.push_back(bar->value());
+    }
+    void onScroll(ScrollBar& /*bar*/) override { ++scrolls; }
+    void onTabSelected(TabStrip& /*strip*/) override { ++tabs; }
+};
+
+class ControlTest : public testing::Test {
+  protected:
+    ControlTest() {
+        form.setObserver(&heard);
+        form.setHandler(&heard);
+    }
+    std::vector<Property> takeChanges() { return std::exchange(heard.changes, {}); }
+
+    Form form;
+    Listener heard;
+};
+
+using Changes = std::vector<Property>;
+
+TEST_F(ControlTest, AnIdNamesTheElementOfAControlArray) {
+    EXPECT_EQ(form.add<TextBox>("txtName").id(), "txtName");
+    EXPECT_EQ(form.add<TextBox>("txtSales", 3).id(), "txtSales(3)");
+}
+
+TEST_F(ControlTest, AnEqualValueTellsNobody) {
+    auto& box = form.add<TextBox>("txtName");
+    const auto setAll = [&] {
+        box.move(10, 20);
+        box.resize(30, 40);
+        box.setVisible(false);
+        box.setEnabled(false);
+        box.setToolTip("tip");
+        box.setBackColor(colors::yellow);
+        box.setForeColor(colors::blue);
+        box.setText("text");
+        box.select(1, 2);
+        box.setLocked(true);
+        box.setMark("no date");
+        box.setMultiLine(true);
+        box.setAlignment(Alignment::right);
+    };
+    setAll();
+    EXPECT_EQ(takeChanges(),
+              (Changes{Property::place, Property::place, Property::visible, Property::enabled,
+                       Property::toolTip, Property::colors, Property::colors, Property::text,
+                       Property::selection, Property::locked, Property::mark, Property::look,
+                       Property::look}));
+    box.select(1, 2);
+    box.move(10, 20);
+    box.resize(30, 40);
+    box.setMark("no date");
+    EXPECT_EQ(takeChanges(), Changes{});
+}
+
+TEST_F(ControlTest, PlacesAddUpThroughContainers) {
+    auto& page = form.add<Frame>("fraPage");
+    page.move(100, 200);
+    auto& panel = form.add<Frame>("fraPanel", Control::noIndex, &page);
+    panel.move(-30, 5);
+    auto& box = form.add<TextBox>("txtName", Control::noIndex, &panel);
+    box.move(1, 2);
+    EXPECT_EQ(box.formLeft(), 71);
+    EXPECT_EQ(box.formTop(), 207);
+}
+
+TEST_F(ControlTest, AControlIsShownAndEnabledWithItsContainers) {
+    auto& page = form.add<Frame>("fraPage");
+    auto& box = form.add<TextBox>("txtName", Control::noIndex, &page);
+    EXPECT_TRUE(box.canTakeFocus());
+    page.setEnabled(false);
+    EXPECT_FALSE(box.isEnabled());
+    EXPECT_TRUE(box.enabled());
+    page.setEnabled(true);
+    page.setVisible(false);
+    EXPECT_FALSE(box.isShown());
+    EXPECT_TRUE(box.visible());
+    page.setVisible(true);
+    page.move(Control::parkedLeft, 0);
+    EXPECT_FALSE(box.isShown());
+    page.move(0, 0);
+    EXPECT_TRUE(box.canTakeFocus());
+}
+
+TEST_F(ControlTest, BarsSpinnersAndMenuEntriesHaveNoColors) {
+    EXPECT_THROW(form.add<ScrollBar>("hscr").setBackColor(colors::white), std::logic_error);
+    EXPECT_THROW(form.add<Spinner>("spn").setForeColor(colors::white), std::logic_error);
+    EXPECT_FALSE(form.add<MenuItem>("mnu", 0).hasColors());
+}
+
+TEST_F(ControlTest, OnlyCaptionedControlsTakeACaption) {
+    auto& label = form.add<Label>("lblName");
+    label.setCaption("&Name");
+    label.setCaption("&Name");
+    EXPECT_EQ(label.caption(), "&Name");
+    EXPECT_EQ(takeChanges(), Changes{Property::caption});
+    EXPECT_THROW(form.add<TextBox>("txtName").setCaption("x"), std::logic_error);
+}
+
+TEST_F(ControlTest, AProgramsTextPutsTheCaretInFront) {
+    auto& box = form.add<TextBox>("txtName");
+    box.setText("abc");
+    box.select(1, 2);
+    takeChanges();
+    box.setText("abc");
+    EXPECT_EQ(box.selLength(), 0);
+    EXPECT_EQ(takeChanges(), Changes{Property::selection});
+    box.setText("abcd");
+    EXPECT_EQ(box.selStart(), 0);
+    EXPECT_EQ(takeChanges(), Changes{Property::text});
+}
+
+TEST_F(ControlTest, ATextMayBeSetFromAPartOfItself) {
+    auto& box = form.add<TextBox>("txtName");
+    box.setText("one two three four five six seven");
+    box.select(4, 29);
+    box.setText(box.selText());
+    EXPECT_EQ(box.text(), "two three four five six seven");
+    box.select(0, 3);
+    box.editText(box.selText(), 3);
+    EXPECT_EQ(box.text(), "two");
+}
+
+TEST_F(ControlTest, EditsOnTheUsersBehalfAreRefusedWhileLocked) {
+    auto& box = form.add<TextBox>("txtName");
+    EXPECT_TRUE(box.editText("abc", 99));
+    EXPECT_EQ(box.selStart(), 3);
+    EXPECT_TRUE(box.editText("abc", -1));
+    EXPECT_EQ(box.selStart(), 0);
+    EXPECT_EQ(takeChanges(), (Changes{Property::edit, Property::selection}));
+    box.setLocked(true);
+    takeChanges();
+    EXPECT_FALSE(box.editText("x", 0));
+    EXPECT_EQ(box.text(), "abc");
+    EXPECT_EQ(takeChanges(), Changes{});
+    box.setText("by the program");
+    EXPECT_EQ(box.text(), "by the program");
+}
+
+TEST_F(ControlTest, SelectionsAreCutToTheText) {
+    constexpr int huge = std::numeric_limits<int>::max();
+    constexpr int farBelow = std::numeric_limits<int>::min();
+    auto& box = form.add<TextBox>("txtName");
+    box.setText("a\xC3\xA9z"); // aéz
+    struct Row {
+        int start, length;
+        std::string_view selected;
+    };
+    const Row rows[] = {{1, 1, "\xC3\xA9"},         {2, huge, "z"},    {huge, huge, ""},
+                        {farBelow, 2, "a\xC3\xA9"}, {1, farBelow, ""}, {0, huge, "a\xC3\xA9z"}};
+    for (const auto& row : rows) {
+        box.select(row.start, row.length);
+        EXPECT_EQ(box.selText(), row.selected) << row.start << " " << row.length;
+    }
+}
+
+TEST_F(ControlTest, AListKnowsTheEntryWhoseTextStandsInTheField) {
+    auto& list = form.add<ComboBox>("cmbExchange");
+    EXPECT_EQ(list.listIndex(), -1);
+    list.setText("Nasdaq");
+    list.addItem("NYSE");
+    EXPECT_EQ(list.listIndex(), -1);
+    list.addItem("Nasdaq");
+    EXPECT_EQ(list.listIndex(), 1);
+    list.setListIndex(0);
+    EXPECT_EQ(list.text(), "NYSE");
+    list.setListIndex(-1);
+    EXPECT_EQ(list.text(), "");
+    EXPECT_THROW(list.setListIndex(2), std::out_of_range);
+    EXPECT_THROW(list.setListIndex(-2), std::out_of_range);
+    list.setText("NYSE");
+    list.clearList();
+    EXPECT_EQ(list.listIndex(), -1);
+    EXPECT_EQ(list.text(), "NYSE");
+}
+
+TEST_F(ControlTest, OfEqualEntriesTheOneAskedForIsChosen) {
+    auto& list = form.add<ComboBox>("cmbSource");
+    list.setList({"a", "same", "same", ""});
+    list.setListIndex(2);
+    EXPECT_EQ(list.listIndex(), 2);
+    list.setListIndex(-1);
+    EXPECT_EQ(list.listIndex(), -1);
+}
+
+TEST_F(ControlTest, OneOptionOfAnArrayIsChosen) {
+    auto& first = form.add<OptionButton>("optUnit", 0);
+    auto& third = form.add<OptionButton>("optUnit", 7);
+    auto& alone = form.add<OptionButton>("optAlone");
+    alone.setValue(true);
+    first.setValue(true);
+    third.setValue(true);
+    EXPECT_FALSE(first.value());
+    EXPECT_TRUE(third.value());
+    EXPECT_TRUE(alone.value());
+    third.setValue(false);
+    EXPECT_FALSE(third.value());
+}
+
+TEST_F(ControlTest, AScrollBarKeepsItsValueInRange) {
+    auto& bar = form.add<ScrollBar>("vscr");
+    bar.setRange(0, 26, 1, 9);
+    bar.setValue(99);
+    EXPECT_EQ(bar.value(), 26);
+    EXPECT_EQ(heard.scrolls, 1);
+    bar.setValue(26);
+    EXPECT_EQ(heard.scrolls, 1);
+    bar.setRange(0, 10, 1, 9);
+    EXPECT_EQ(bar.value(), 10);
+    EXPECT_EQ(heard.scrolls, 2);
+    EXPECT_EQ(heard.values, (std::vector<int>{0, 26, 10}));
+    bar.setRange(5, 1, 0, -1);
+    EXPECT_EQ(bar.maximum(), 5);
+    EXPECT_EQ(bar.value(), 5);
+    EXPECT_EQ(bar.smallChange(), 1);
+    EXPECT_EQ(bar.largeChange(), 1);
+    takeChanges();
+    bar.setRange(5, 1, 0, -1);
+    EXPECT_EQ(takeChanges(), Changes{});
+}
+
+TEST_F(ControlTest, TabsAreCountedFromOne) {
+    auto& strip = form.add<TabStrip>("tbsDataEntry");
+    EXPECT_EQ(strip.count(), 0);
+    for (const int outside : {0, 1, -1})
+        EXPECT_THROW(strip.selectTab(outside), std::out_of_range);
+    strip.addTab({});
+    strip.addTab({});
+    strip.setTabCaption(2, "Yearly Data");
+    EXPECT_EQ(strip.tab(2).caption, "Yearly Data");
+    EXPECT_THROW(static_cast<void>(strip.tab(0)), std::out_of_range);
+    EXPECT_THROW(static_cast<void>(strip.tab(3)), std::out_of_range);
+    EXPECT_THROW(strip.setTabCaption(0, ""), std::out_of_range);
+    strip.selectTab(2);
+    strip.selectTab(2);
+    EXPECT_EQ(heard.tabs, 2);
+}
+
+} // namespace
+} // namespace vkr

@@ -1,0 +1,755 @@
+// SPDX-License-Identifier: MIT
+#include "platform/form.hpp"
+#include "tests/support/form_recorder.hpp"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vkr {
+namespace {
+
+class Observer : public FormObserver {
+  public:
+    Events events;
+    void controlAdded(Control& control) override { events.push_back("added " + control.id()); }
+    void controlRemoved(Control& control) override { events.push_back("removed " + control.id()); }
+    void controlChanged(Control& control, Property property) override {
+        events.push_back("changed " + std::to_string(static_cast<int>(property)) + " " +
+                         control.id());
+    }
+    void focusChanged() override { events.emplace_back("focus"); }
+    void formChanged() override { events.emplace_back("form"); }
+};
+
+class FormTest : public testing::Test {
+  protected:
+    FormTest() { form.setHandler(&heard); }
+
+    TextBox& box(std::string_view name, int index = Control::noIndex) {
+        return form.add<TextBox>(name, index);
+    }
+    CommandButton& button(std::string_view name, std::string_view caption = "") {
+        auto& added = form.add<CommandButton>(name);
+        added.setCaption(caption);
+        return added;
+    }
+    OptionButton& option(std::string_view name, int index) {
+        return form.add<OptionButton>(name, index);
+    }
+    [[nodiscard]] std::string active() const {
+        return form.activeControl() == nullptr ? "" : form.activeControl()->id();
+    }
+    Events takeEvents() { return std::exchange(heard.events, {}); }
+
+    Form form;
+    FormRecorder heard;
+};
+
+// --- controls ----------------------------------------------------------------------------------
+
+TEST_F(FormTest, FindsControlsByNameAndIndex) {
+    auto& name = box("txtName");
+    auto& third = box("txtSales", 3);
+    box("txtSales", 1);
+    EXPECT_EQ(form.find("txtName"), &name);
+    EXPECT_EQ(form.find("txtSales", 3), &third);
+    EXPECT_EQ(form.find("txtSales"), nullptr);
+    EXPECT_EQ(form.find("txtSales", 2), nullptr);
+    EXPECT_EQ(form.find("txtnone", 0), nullptr);
+    EXPECT_EQ(form.lowerBound("txtSales"), 1);
+    EXPECT_EQ(form.upperBound("txtSales"), 3);
+    EXPECT_EQ(form.lowerBound("none"), 0);
+    EXPECT_EQ(form.upperBound("none"), -1);
+}
+
+TEST_F(FormTest, RefusesASecondControlOfTheSameNameAndIndex) {
+    box("txtName");
+    EXPECT_THROW(box("txtName"), std::invalid_argument);
+    EXPECT_EQ(form.controls().size(), 1U);
+}
+
+TEST_F(FormTest, AskingForAnotherKindOfControlThrows) {
+    box("txtName");
+    EXPECT_THROW(static_cast<void>(form.get<Label>("txtName")), std::out_of_range);
+    EXPECT_THROW(static_cast<void>(form.get<TextBox>("txtName", 4)), std::out_of_range);
+}
+
+TEST_F(FormTest, ObserverHearsOfControlsThatComeAndGo) {
+    Observer observer;
+    form.setObserver(&observer);
+    auto& item = form.add<MenuItem>("mnuItem", 1);
+    form.remove(item);
+    EXPECT_EQ(observer.events, (Events{"added mnuItem(1)", "removed mnuItem(1)"}));
+    EXPECT_EQ(form.find("mnuItem", 1), nullptr);
+    EXPECT_EQ(form.upperBound("mnuItem"), -1);
+}
+
+TEST_F(FormTest, RemovingTheFocusedControlLeavesNoFocusBehind) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    first.setFocus();
+    takeEvents();
+    form.remove(first);
+    EXPECT_EQ(form.activeControl(), nullptr);
+    char32_t character = 'a';
+    EXPECT_TRUE(form.keyDown('A', shifts::none));
+    EXPECT_TRUE(form.keyPress(character));
+    form.keyUp('A', shifts::none);
+    EXPECT_EQ(takeEvents(), Events{});
+    second.setFocus();
+    EXPECT_EQ(takeEvents(), Events{"got txtSecond"});
+}
+
+TEST_F(FormTest, RemovingAFrameRemovesWhatItHolds) {
+    auto& outer = form.add<Frame>("fraOuter");
+    auto& inner = form.add<Frame>("fraInner", Control::noIndex, &outer);
+    form.add<TextBox>("txtDeep", Control::noIndex, &inner);
+    box("txtBeside");
+    form.remove(outer);
+    EXPECT_EQ(form.find("fraInner"), nullptr);
+    EXPECT_EQ(form.find("txtDeep"), nullptr);
+    ASSERT_EQ(form.controls().size(), 1U);
+    EXPECT_EQ(form.tabOrder().size(), 1U);
+}
+
+TEST_F(FormTest, TellsTheObserverOfItsOwnLooksOnce) {
+    Observer observer;
+    form.setObserver(&observer);
+    form.setSize(100, 50);
+    form.setSize(100, 50);
+    EXPECT_EQ(observer.events, Events{"form"});
+}
+
+// --- focus -------------------------------------------------------------------------------------
+
+TEST_F(FormTest, LeavesTheOldControlBeforeItEntersTheNewOne) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    first.setFocus();
+    EXPECT_TRUE(form.focus(second));
+    EXPECT_EQ(takeEvents(), (Events{"got txtFirst", "lost txtFirst", "got txtSecond"}));
+}
+
+TEST_F(FormTest, FocusingTheFocusedControlDoesNothing) {
+    auto& first = box("txtFirst");
+    first.setFocus();
+    takeEvents();
+    EXPECT_TRUE(form.focus(first));
+    EXPECT_EQ(takeEvents(), Events{});
+}
+
+TEST_F(FormTest, ControlsThatCannotTakeTheFocusLeaveItWhereItIs) {
+    auto& first = box("txtFirst");
+    auto& hidden = box("txtHidden");
+    hidden.setVisible(false);
+    auto& disabled = box("txtDisabled");
+    disabled.setEnabled(false);
+    auto& page = form.add<Frame>("fraPage");
+    page.move(Control::parkedLeft, 0);
+    auto& parked = form.add<TextBox>("txtParked", Control::noIndex, &page);
+    auto& label = form.add<Label>("lblName");
+    first.setFocus();
+    takeEvents();
+    for (Control* control : std::vector<Control*>{&hidden, &disabled, &parked, &label})
+        EXPECT_FALSE(form.focus(*control)) << control->id();
+    EXPECT_EQ(takeEvents(), Events{});
+    EXPECT_EQ(active(), "txtFirst");
+}
+
+TEST_F(FormTest, ALeaveHandlerCanSendTheFocusElsewhere) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    auto& third = box("txtThird");
+    first.setFocus();
+    takeEvents();
+    heard.lostFocus = [&](Control& left) {
+        if (&left == &first)
+            third.setFocus();
+    };
+    EXPECT_FALSE(form.focus(second));
+    EXPECT_EQ(takeEvents(), (Events{"lost txtFirst", "got txtThird"}));
+    EXPECT_EQ(active(), "txtThird");
+}
+
+TEST_F(FormTest, ALeaveHandlerThatAlwaysSendsTheFocusElsewhereRunsOnce) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    first.setFocus();
+    takeEvents();
+    heard.lostFocus = [&](Control& left) { (&left == &first ? second : first).setFocus(); };
+    form.focus(second);
+    EXPECT_EQ(takeEvents(), (Events{"lost txtFirst", "got txtSecond"}));
+}
+
+TEST_F(FormTest, ALeaveHandlerCanKeepTheFocus) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    first.setFocus();
+    takeEvents();
+    heard.lostFocus = [&](Control& left) { left.setFocus(); };
+    EXPECT_FALSE(form.focus(second));
+    EXPECT_EQ(active(), "txtFirst");
+    EXPECT_EQ(takeEvents(), (Events{"lost txtFirst", "got txtFirst"}));
+    heard.lostFocus = nullptr;
+    EXPECT_TRUE(form.focus(second));
+    EXPECT_EQ(takeEvents(), (Events{"lost txtFirst", "got txtSecond"}));
+}
+
+TEST_F(FormTest, ALeaveHandlerCanKeepTheFocusFromLeavingTheForm) {
+    auto& first = box("txtFirst");
+    first.setFocus();
+    heard.lostFocus = [&](Control& left) { left.setFocus(); };
+    form.focusLeft();
+    EXPECT_TRUE(form.hasFocus());
+    EXPECT_EQ(takeEvents(), (Events{"got txtFirst", "lost txtFirst", "got txtFirst"}));
+}
+
+TEST_F(FormTest, AnEnterHandlerCanSendTheFocusOn) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    auto& third = box("txtThird");
+    first.setFocus();
+    takeEvents();
+    heard.gotFocus = [&](Control& entered) {
+        if (&entered == &second)
+            third.setFocus();
+    };
+    EXPECT_FALSE(form.focus(second));
+    EXPECT_EQ(takeEvents(),
+              (Events{"lost txtFirst", "got txtSecond", "lost txtSecond", "got txtThird"}));
+}
+
+TEST_F(FormTest, FocusStaysWhenTheLeaveHandlerTakesTheTargetAway) {
+    struct Row {
+        const char* how;
+        std::function<void(Form&, Control&)> takeAway;
+    };
+    const Row rows[] = {
+        {"hidden", [](Form&, Control& target) { target.setVisible(false); }},
+        {"disabled", [](Form&, Control& target) { target.setEnabled(false); }},
+        {"removed", [](Form& owner, Control& target) { owner.remove(target); }},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.how);
+        Form own;
+        FormRecorder recorder;
+        own.setHandler(&recorder);
+        auto& first = own.add<TextBox>("txtFirst");
+        auto& second = own.add<TextBox>("txtSecond");
+        first.setFocus();
+        recorder.events.clear();
+        recorder.lostFocus = [&](Control&) { row.takeAway(own, second); };
+        EXPECT_FALSE(own.focus(second));
+        EXPECT_EQ(own.activeControl(), &first);
+        EXPECT_EQ(recorder.events, (Events{"lost txtFirst", "got txtFirst"}));
+    }
+}
+
+TEST_F(FormTest, ALeaveHandlerMayRemoveTheControlThatIsLeft) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    first.setFocus();
+    takeEvents();
+    heard.lostFocus = [&](Control& left) { form.remove(left); };
+    form.focus(second);
+    EXPECT_EQ(form.find("txtFirst"), nullptr);
+    heard.lostFocus = nullptr;
+    second.setFocus();
+    EXPECT_EQ(active(), "txtSecond");
+}
+
+TEST_F(FormTest, LeavingTheFormLeavesTheControlAndRemembersIt) {
+    auto& first = box("txtFirst");
+    first.setFocus();
+    takeEvents();
+    form.focusLeft();
+    form.focusLeft();
+    EXPECT_EQ(takeEvents(), (Events{"lost txtFirst", "left the form"}));
+    EXPECT_FALSE(form.hasFocus());
+    EXPECT_EQ(form.activeControl(), &first);
+    first.setFocus();
+    EXPECT_EQ(takeEvents(), Events{"got txtFirst"});
+}
+
+TEST_F(FormTest, ObserverHearsWhereTheFocusHasSettled) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    Observer observer;
+    form.setObserver(&observer);
+    first.setFocus();
+    second.setFocus();
+    EXPECT_EQ(observer.events, (Events{"focus", "focus"}));
+    observer.events.clear();
+    heard.lostFocus = [&](Control& left) { left.setFocus(); };
+    first.setFocus();
+    EXPECT_EQ(observer.events, Events{"focus"}); // so that an adapter takes it back as well
+}
+
+// --- tab order -----------------------------------------------------------------------------------
+
+TEST_F(FormTest, TabGoesThroughTheTabOrderAndAround) {
+    auto& first = box("txtFirst");
+    box("txtSecond");
+    auto& third = box("txtThird");
+    third.setTabIndex(1);
+    EXPECT_EQ(third.tabIndex(), 1);
+    first.setFocus();
+    Events walk;
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(form.keyDown(keys::tab, shifts::none));
+        walk.push_back(active());
+    }
+    EXPECT_EQ(walk, (Events{"txtThird", "txtSecond", "txtFirst"}));
+    form.keyDown(keys::tab, shifts::shift);
+    EXPECT_EQ(active(), "txtSecond");
+}
+
+TEST_F(FormTest, TabIndexIsCutToTheControlsThereAre) {
+    auto& first = box("txtFirst");
+    box("txtSecond");
+    first.setTabIndex(99);
+    EXPECT_EQ(first.tabIndex(), 1);
+    first.setTabIndex(-5);
+    EXPECT_EQ(first.tabIndex(), 0);
+}
+
+TEST_F(FormTest, TabSkipsWhatCannotTakeTheFocus) {
+    auto& first = box("txtFirst");
+    box("txtHidden").setVisible(false);
+    box("txtDisabled").setEnabled(false);
+    form.add<Label>("lblName");
+    form.add<ScrollBar>("hscrYearly");
+    box("txtLast");
+    first.setFocus();
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_EQ(active(), "txtLast");
+}
+
+TEST_F(FormTest, TabStopsAtTheChosenOptionOfAGroup) {
+    auto& before = box("txtBefore");
+    option("optUnit", 0);
+    auto& chosen = option("optUnit", 1);
+    option("optUnit", 2);
+    box("txtAfter");
+    chosen.setValue(true);
+    before.setFocus();
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_EQ(active(), "optUnit(1)");
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_EQ(active(), "txtAfter");
+    form.keyDown(keys::tab, shifts::shift);
+    EXPECT_EQ(active(), "optUnit(1)");
+}
+
+TEST_F(FormTest, TabStopsOnceAtAGroupWithoutAChoice) {
+    auto& before = box("txtBefore");
+    option("optUnit", 0);
+    option("optUnit", 1);
+    box("txtAfter");
+    before.setFocus();
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_EQ(active(), "optUnit(0)");
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_EQ(active(), "txtAfter");
+}
+
+TEST_F(FormTest, TabbingOutIsOfferedToTheAdapterAtTheEndsOnly) {
+    auto& first = box("txtFirst");
+    box("txtSecond");
+    std::vector<FocusDirection> offered;
+    form.tabbedOut = [&](FocusDirection direction) {
+        offered.push_back(direction);
+        return true;
+    };
+    first.setFocus();
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_TRUE(offered.empty());
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_EQ(offered, std::vector{FocusDirection::forward});
+    EXPECT_EQ(active(), "txtSecond"); // where the adapter has taken the focus is its own business
+}
+
+TEST_F(FormTest, TabInAFieldThatKeepsTheFocusGoesNowhere) {
+    box("txtFirst");
+    auto& second = box("txtSecond");
+    box("txtThird");
+    bool offered = false;
+    form.tabbedOut = [&](FocusDirection) { return offered = true; };
+    second.setFocus();
+    heard.lostFocus = [&](Control& left) { left.setFocus(); };
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_EQ(active(), "txtSecond");
+    EXPECT_FALSE(offered);
+}
+
+TEST_F(FormTest, TabAtTheEndInAFieldThatKeepsTheFocusGoesNowhere) {
+    box("txtFirst");
+    auto& last = box("txtLast");
+    form.tabbedOut = [&](FocusDirection) {
+        form.focusLeft();
+        return !form.hasFocus();
+    };
+    last.setFocus();
+    heard.lostFocus = [&](Control& left) { left.setFocus(); };
+    takeEvents();
+    form.keyDown(keys::tab, shifts::none);
+    EXPECT_EQ(active(), "txtLast");
+    EXPECT_EQ(takeEvents(), (Events{"down 9/0 txtLast", "lost txtLast", "got txtLast"}));
+}
+
+TEST_F(FormTest, TabWithControlOrAltDoesNotMoveTheFocus) {
+    auto& first = box("txtFirst");
+    box("txtSecond");
+    first.setFocus();
+    EXPECT_TRUE(form.keyDown(keys::tab, shifts::control));
+    EXPECT_TRUE(form.keyDown(keys::tab, shifts::alt));
+    EXPECT_EQ(active(), "txtFirst");
+}
+
+TEST_F(FormTest, EnteringWithTabStartsAtTheEndItComesFrom) {
+    box("txtFirst");
+    box("txtLast");
+    EXPECT_TRUE(form.enterFocus(FocusDirection::forward));
+    EXPECT_EQ(active(), "txtFirst");
+    form.focusLeft();
+    EXPECT_TRUE(form.enterFocus(FocusDirection::backward));
+    EXPECT_EQ(active(), "txtLast");
+}
+
+TEST_F(FormTest, AFormWithNothingToFocusTakesNoFocus) {
+    form.add<Label>("lblName");
+    EXPECT_FALSE(form.enterFocus(FocusDirection::forward));
+    EXPECT_FALSE(form.hasFocus());
+    Form empty;
+    EXPECT_FALSE(empty.moveFocus(FocusDirection::backward));
+}
+
+// --- keys ----------------------------------------------------------------------------------------
+
+TEST_F(FormTest, AHandlerThatUsesAKeyUpStopsIt) {
+    auto& first = box("txtFirst");
+    box("txtSecond");
+    first.setFocus();
+    heard.keyDown = [](Control&, KeyCode& key) { key = keys::none; };
+    EXPECT_FALSE(form.keyDown('A', shifts::none));
+    EXPECT_FALSE(form.keyDown(keys::tab, shifts::none));
+    EXPECT_EQ(active(), "txtFirst");
+}
+
+TEST_F(FormTest, AHandlerThatMovesTheFocusUsesTheKeyUp) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    first.setFocus();
+    heard.keyDown = [&](Control&, KeyCode&) { second.setFocus(); };
+    EXPECT_FALSE(form.keyDown(keys::enter, shifts::none));
+}
+
+TEST_F(FormTest, KeyPressCanBeReplacedOrSwallowed) {
+    box("txtFirst").setFocus();
+    char32_t character = 'a';
+    heard.keyPress = [](char32_t& pressed) { pressed = 'A'; };
+    EXPECT_TRUE(form.keyPress(character));
+    EXPECT_EQ(character, U'A');
+    heard.keyPress = [](char32_t& pressed) { pressed = 0; };
+    EXPECT_FALSE(form.keyPress(character));
+}
+
+TEST_F(FormTest, ASentKeyWaitsForTheOneInProgress) {
+    auto& first = box("txtFirst");
+    box("txtSecond");
+    first.setFocus();
+    takeEvents();
+    heard.keyPress = [&](char32_t& pressed) {
+        pressed = 0;
+        form.sendKey(keys::tab);
+    };
+    form.keyDown(keys::enter, shifts::none);
+    char32_t character = 13;
+    form.keyPress(character);
+    EXPECT_EQ(active(), "txtFirst");
+    form.keyDone();
+    form.keyUp(keys::enter, shifts::none);
+    EXPECT_EQ(takeEvents(),
+              (Events{"down 13/0 txtFirst", "press 13 txtFirst", "down 9/0 txtFirst",
+                      "lost txtFirst", "got txtSecond", "up 9 txtSecond", "up 13 txtSecond"}));
+    form.keyDone();
+    EXPECT_EQ(takeEvents(), Events{});
+}
+
+TEST_F(FormTest, KeysSentWhileSentKeysRunFollowThem) {
+    auto& first = box("txtFirst");
+    box("txtSecond");
+    box("txtThird");
+    first.setFocus();
+    heard.keyDown = [&](Control& control, KeyCode&) {
+        if (&control == &first) {
+            form.sendKey(keys::tab);
+            form.keyDone(); // from inside: the loop outside goes on
+        }
+    };
+    form.sendKey(keys::tab);
+    form.keyDone();
+    EXPECT_EQ(active(), "txtThird");
+}
+
+TEST_F(FormTest, ButtonsAndCheckBoxesArePressedWithTheKeyboard) {
+    auto& ok = button("cmdOK");
+    auto& lock = form.add<CheckBox>("chkLockInfo");
+    ok.setFocus();
+    takeEvents();
+    EXPECT_FALSE(form.keyDown(keys::enter, shifts::none));
+    EXPECT_EQ(takeEvents(),
+              (Events{"down 13/0 cmdOK", "mouse 1 cmdOK", "click cmdOK", "ended cmdOK"}));
+    EXPECT_FALSE(form.keyDown(keys::space, shifts::none));
+    lock.setFocus();
+    EXPECT_FALSE(form.keyDown(keys::space, shifts::none));
+    EXPECT_TRUE(lock.value());
+    EXPECT_TRUE(form.keyDown(keys::space, shifts::control));
+    EXPECT_TRUE(lock.value());
+}
+
+TEST_F(FormTest, ArrowsChooseTheNextOptionThatCanBeChosen) {
+    auto& first = option("optUnit", 0);
+    option("optUnit", 1).setEnabled(false);
+    auto& last = option("optUnit", 2);
+    first.setValue(true);
+    first.setFocus();
+    form.keyDown(keys::down, shifts::none);
+    EXPECT_TRUE(last.value());
+    EXPECT_FALSE(first.value());
+    EXPECT_EQ(active(), "optUnit(2)");
+    form.keyDown(keys::right, shifts::none);
+    EXPECT_TRUE(last.value());
+    form.keyDown(keys::left, shifts::none);
+    EXPECT_TRUE(first.value());
+}
+
+TEST_F(FormTest, ArrowsSelectTheNextTab) {
+    auto& strip = form.add<TabStrip>("tbsDataEntry");
+    for (const char* caption : {"One", "Two"}) {
+        Tab tab;
+        tab.caption = caption;
+        strip.addTab(tab);
+    }
+    strip.setFocus();
+    takeEvents();
+    EXPECT_FALSE(form.keyDown(keys::right, shifts::none));
+    EXPECT_TRUE(form.keyDown(keys::right, shifts::none));
+    EXPECT_EQ(strip.selected(), 2);
+    EXPECT_EQ(takeEvents(),
+              (Events{"down 39/0 tbsDataEntry", "tab 2 tbsDataEntry", "down 39/0 tbsDataEntry"}));
+}
+
+TEST_F(FormTest, ArrowsChooseListEntriesUnlessLocked) {
+    auto& list = form.add<ComboBox>("cmbExchange");
+    list.setList({"NYSE", "Nasdaq"});
+    list.setFocus();
+    takeEvents();
+    EXPECT_FALSE(form.keyDown(keys::down, shifts::none));
+    EXPECT_FALSE(form.keyDown(keys::down, shifts::none));
+    EXPECT_FALSE(form.keyDown(keys::down, shifts::none));
+    EXPECT_EQ(list.text(), "Nasdaq");
+    EXPECT_EQ(list.listIndex(), 1);
+    list.setLocked(true);
+    EXPECT_FALSE(form.keyDown(keys::up, shifts::none));
+    EXPECT_EQ(list.text(), "Nasdaq");
+}
+
+// --- mnemonics
+// -------------------------------------------------------------------------------------
+
+TEST_F(FormTest, AMnemonicPressesAButtonWhereverTheFocusIs) {
+    box("txtName").setFocus();
+    button("cmdOK", "&OK");
+    takeEvents();
+    EXPECT_FALSE(form.keyDown('O', shifts::alt));
+    EXPECT_EQ(takeEvents(),
+              (Events{"mouse 1 cmdOK", "lost txtName", "got cmdOK", "click cmdOK", "ended cmdOK"}));
+}
+
+TEST_F(FormTest, AMnemonicOfALabelGoesToTheFieldBehindIt) {
+    auto& label = form.add<Label>("lblName");
+    label.setCaption("Co&mpany");
+    box("txtHidden").setVisible(false);
+    box("txtName");
+    EXPECT_TRUE(form.mnemonic('m'));
+    EXPECT_EQ(active(), "txtName");
+}
+
+TEST_F(FormTest, ATabWinsOverAButtonWithTheSameLetter) {
+    button("cmdOther", "&Other");
+    auto& strip = form.add<TabStrip>("tbsDataEntry");
+    Tab tab;
+    tab.caption = "Company";
+    strip.addTab(tab);
+    tab.caption = "&Other Company Data";
+    strip.addTab(tab);
+    EXPECT_TRUE(form.mnemonic('O'));
+    EXPECT_EQ(strip.selected(), 2);
+    EXPECT_EQ(takeEvents(), Events{"tab 2 tbsDataEntry"});
+}
+
+TEST_F(FormTest, ASharedMnemonicGoesAroundWithoutPressing) {
+    button("cmdAdd", "&Add");
+    button("cmdAnother", "&Another");
+    Events walk;
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(form.mnemonic('A'));
+        walk.push_back(active());
+    }
+    EXPECT_EQ(walk, (Events{"cmdAdd", "cmdAnother", "cmdAdd"}));
+    for (const auto& event : takeEvents())
+        EXPECT_EQ(event.find("click"), std::string::npos) << event;
+}
+
+TEST_F(FormTest, MnemonicsThatCannotBeSeenOrUsedDoNothing) {
+    button("cmdHidden", "&Add").setVisible(false);
+    button("cmdDisabled", "&Add").setEnabled(false);
+    EXPECT_FALSE(form.mnemonic('A'));
+    EXPECT_FALSE(form.mnemonic('Z'));
+}
+
+TEST_F(FormTest, EntriesOfTheMenuHaveNoMnemonicsOnTheForm) {
+    form.add<MenuItem>("mnuItem", 0).setCaption("&Undo");
+    box("txtName");
+    EXPECT_FALSE(form.mnemonic('U'));
+    EXPECT_EQ(active(), "");
+}
+
+TEST_F(FormTest, AltGrTypesCharactersAndIsNoMnemonic) {
+    box("txtName").setFocus();
+    button("cmdEdit", "&Edit");
+    EXPECT_TRUE(form.keyDown('E', shifts::control | shifts::alt));
+    EXPECT_EQ(active(), "txtName");
+}
+
+// --- edits
+// -----------------------------------------------------------------------------------------
+
+TEST_F(FormTest, AnEditOfTheUserIsAChange) {
+    auto& name = box("txtName");
+    EXPECT_TRUE(form.userEdit(name, "abc", 1, 1));
+    EXPECT_EQ(name.text(), "abc");
+    EXPECT_EQ(name.selText(), "b");
+    EXPECT_TRUE(form.userEdit(name, "abc", 3, 0));
+    EXPECT_EQ(takeEvents(), Events{"change txtName"});
+}
+
+TEST_F(FormTest, ALockedFieldRefusesEditsAndTakesSelections) {
+    auto& name = box("txtName");
+    name.setText("abc");
+    name.setLocked(true);
+    EXPECT_FALSE(form.userEdit(name, "x", 0, 0));
+    form.userSelect(name, 1, 99);
+    EXPECT_EQ(name.text(), "abc");
+    EXPECT_EQ(name.selText(), "bc");
+    EXPECT_EQ(takeEvents(), Events{});
+}
+
+TEST_F(FormTest, ATypedEntryIsTheChosenOne) {
+    auto& list = form.add<ComboBox>("cmbExchange");
+    list.setList({"NYSE", "Nasdaq"});
+    form.userEdit(list, "Nasdaq", 6, 0);
+    EXPECT_EQ(list.listIndex(), 1);
+    form.userEdit(list, "Nasda", 5, 0);
+    EXPECT_EQ(list.listIndex(), -1);
+}
+
+// --- pointer
+// -----------------------------------------------------------------------------------------
+
+TEST_F(FormTest, ButtonsHearOfThePointerBeforeTheFocusMovesAndFieldsAfter) {
+    auto& name = box("txtName");
+    auto& cancel = button("cmdCancel");
+    auto& city = box("txtCity");
+    name.setFocus();
+    takeEvents();
+    form.mouseDown(cancel, MouseButton::left);
+    EXPECT_EQ(takeEvents(), (Events{"mouse 1 cmdCancel", "lost txtName", "got cmdCancel"}));
+    form.mouseDown(city, MouseButton::left);
+    EXPECT_EQ(takeEvents(), (Events{"lost cmdCancel", "got txtCity", "mouse 1 txtCity"}));
+}
+
+TEST_F(FormTest, AClickActsAndEndsThePress) {
+    auto& lock = form.add<CheckBox>("chkLockInfo");
+    form.click(lock);
+    EXPECT_TRUE(lock.value());
+    form.click(lock);
+    EXPECT_FALSE(lock.value());
+    EXPECT_EQ(takeEvents(), (Events{"click chkLockInfo", "ended chkLockInfo", "click chkLockInfo",
+                                    "ended chkLockInfo"}));
+}
+
+TEST_F(FormTest, AClickTakesTheChoiceFromTheOtherOptions) {
+    auto& first = option("optUnit", 0);
+    auto& second = option("optUnit", 1);
+    auto& other = option("optOther", 0);
+    other.setValue(true);
+    first.setValue(true);
+    form.click(second);
+    EXPECT_FALSE(first.value());
+    EXPECT_TRUE(second.value());
+    EXPECT_TRUE(other.value());
+}
+
+TEST_F(FormTest, APressGivenUpEndsWithoutAClick) {
+    auto& ok = button("cmdOK");
+    form.mouseDown(ok, MouseButton::left);
+    form.pressGivenUp(ok);
+    EXPECT_EQ(takeEvents(), (Events{"mouse 1 cmdOK", "got cmdOK", "ended cmdOK"}));
+}
+
+TEST_F(FormTest, HiddenAndDisabledControlsHearOfNoClick) {
+    auto& hidden = button("cmdHidden");
+    hidden.setVisible(false);
+    auto& disabled = form.add<CheckBox>("chkDisabled");
+    disabled.setEnabled(false);
+    for (Control* control : std::vector<Control*>{&hidden, &disabled}) {
+        form.mouseDown(*control, MouseButton::left);
+        form.click(*control);
+        form.doubleClick(*control);
+    }
+    EXPECT_FALSE(disabled.value());
+    EXPECT_EQ(takeEvents(), (Events{"ended cmdHidden", "ended chkDisabled"}));
+}
+
+TEST_F(FormTest, AClickHandlerMayRemoveItsControl) {
+    auto& ok = button("cmdOK");
+    heard.click = [&](Control& clicked) { form.remove(clicked); };
+    form.click(ok);
+    EXPECT_EQ(takeEvents(), Events{"click cmdOK"});
+}
+
+TEST_F(FormTest, PickingAnEntryIsAChoiceOnlyWhenItIsAnotherOne) {
+    auto& list = form.add<ComboBox>("cmbExchange");
+    list.setList({"NYSE", "Nasdaq"});
+    EXPECT_TRUE(form.userPick(list, 1));
+    EXPECT_TRUE(form.userPick(list, 1));
+    EXPECT_FALSE(form.userPick(list, 2));
+    EXPECT_FALSE(form.userPick(list, -1));
+    EXPECT_EQ(list.text(), "Nasdaq");
+    EXPECT_EQ(list.selText(), "Nasdaq");
+    EXPECT_EQ(takeEvents(), Events{"choice 1 cmbExchange"});
+}
+
+TEST_F(FormTest, BarsSpinnersTabsAndTheSurfaceReport) {
+    auto& bar = form.add<ScrollBar>("vscrQuarterly");
+    bar.setRange(0, 26, 1, 9);
+    auto& spinner = form.add<Spinner>("spnQuarter");
+    auto& strip = form.add<TabStrip>("tbsDataEntry");
+    strip.addTab({});
+    form.userScroll(bar, 99);
+    form.userScroll(bar, 26);
+    form.userSpin(spinner, -1);
+    form.userSelectTab(strip, 1);
+    form.surfaceClick();
+    EXPECT_EQ(takeEvents(), (Events{"scroll 26 vscrQuarterly", "spin -1 spnQuarter",
+                                    "tab 1 tbsDataEntry", "surface"}));
+}
+
+} // namespace
+} // namespace vkr
