@@ -142,8 +142,9 @@ class FieldWalk : public testing::Test {
         auto& field = bracket == std::string::npos
                           ? scene_.field(id)
                           : scene_.field(id.substr(0, bracket), std::stoi(id.substr(bracket + 1)));
-        if (*entry.before != '\0')
+        if (*entry.before != '\0') {
             EXPECT_EQ(field.text(), entry.before);
+        }
         field.setFocus();
         scene_.desktop.type("^a" + keyNotation(entry.keys));
         scene_.desktop.type("{TAB}");

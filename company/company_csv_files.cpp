@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_csv.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <system_error>
+
+namespace vkr {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path pathOf(std::string_view utf8) {
+    return {std::u8string(utf8.begin(), utf8.end())};
+}
+
+std::string textOf(const fs::path& path) {
+    const auto utf8 = path.u8string();
+    return {utf8.begin(), utf8.end()};
+}
+
+std::string lastFault() {
+    return std::generic_category().message(errno == 0 ? EIO : errno);
+}
+
+// Nothing where there is no such file. A file that is there and cannot be read is a problem.
+std::optional<CsvText> readText(const fs::path& path, CsvImport& import) {
+    std::error_code fault;
+    if (!fs::exists(path, fault) && !fault)
+        return std::nullopt;
+    CsvText text{textOf(path.filename()), ""};
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    text.text.assign(std::istreambuf_iterator<char>(file), {});
+    if (!file.is_open() || file.bad() || fs::is_directory(path, fault))
+        import.errors.push_back({text.file, 0, 0, "", "cannot be read: " + lastFault()});
+    return text;
+}
+
+bool writeText(const fs::path& path, const std::string& text) {
+    errno = 0;
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(text.data(), static_cast<std::streamsize>(text.size()));
+    file.close();
+    return !file.fail();
+}
+
+// The files beside the places they are meant for; what was not put in place is taken away again.
+class PendingFiles {
+  public:
+    PendingFiles() = default;
+    PendingFiles(const PendingFiles&) = delete;
+    PendingFiles& operator=(const PendingFiles&) = delete;
+    ~PendingFiles() {
+        std::error_code ignored;
+        for (const auto& [temporary, place] : files_)
+            fs::remove(temporary, ignored);
+    }
+
+    // An error message, or "".
+    std::string add(const fs::path& place, const std::string& text) {
+        std::error_code ignored;
+        fs::path temporary = place;
+        for (int number = 1;; ++number) {
+            temporary.replace_filename(
+                pathOf("." + textOf(place.filename()) + "." + std::to_string(number) + ".part"));
+            if (!fs::exists(temporary, ignored))
+                break;
+        }
+        files_.emplace_back(temporary, place);
+        return writeText(temporary, text) ? ""
+                                          : textOf(place) + " could not be written: " + lastFault();
+    }
+
+    std::string putInPlace() {
+        // A folder cannot be replaced; better to know before the first file is.
+        for (const auto& [temporary, place] : files_)
+            if (std::error_code ignored; fs::is_directory(place, ignored))
+                return textOf(place) + " could not be replaced: it is a folder";
+        while (!files_.empty()) {
+            std::error_code fault;
+            const auto& [temporary, place] = files_.front();
+            fs::rename(temporary, place, fault);
+            if (fault)
+                return textOf(place) + " could not be replaced: " + fault.message();
+            files_.erase(files_.begin());
+        }
+        return "";
+    }
+
+  private:
+    std::vector<std::pair<fs::path, fs::path>> files_;
+};
+
+} // namespace
+
+CsvImport importCompany(const fs::path& folder, std::string_view prefix) {
+    const auto name = [&](std::string_view suffix) {
+        return std::string(prefix) + std::string(suffix);
+    };
+    CsvImport reading;
+    const auto company = readText(folder / pathOf(name(companySuffix)), reading);
+    auto yearly = readText(folder / pathOf(name(yearlySuffix)), reading);
+    auto quarterly = readText(folder / pathOf(name(quarterlySuffix)), reading);
+    if (!company)
+        reading.errors.push_back({name(companySuffix), 0, 0, "", "there is no such file"});
+    if (!reading.errors.empty())
+        return reading;
+
+    CsvImport import = importCompanyTexts({*company, yearly, quarterly});
+    for (const auto& [text, suffix] :
+         {std::pair(&yearly, yearlySuffix), std::pair(&quarterly, quarterlySuffix)})
+        if (!*text)
+            import.notes.push_back({name(suffix), 0, 0, "", "there is no such file"});
+    return import;
+}
+
+CsvExport exportCompany(const CompanyRecord& company, const fs::path& folder) {
+    const CompanyTexts texts = exportCompanyTexts(company);
+    CsvExport result;
+    PendingFiles pending;
+    for (const CsvText* text : {&texts.company, &*texts.yearly, &*texts.quarterly}) {
+        const fs::path place = folder / pathOf(text->file);
+        result.error = pending.add(place, text->text);
+        if (!result.error.empty())
+            return result;
+        result.files.push_back(place);
+    }
+    result.error = pending.putInPlace();
+    return result;
+}
+
+FolderImport importFolder(const fs::path& folder, const ImportProgress& progress) {
+    FolderImport result;
+    std::set<std::string> prefixes;
+    std::error_code fault;
+    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
+         entry.increment(fault)) {
+        const std::string name = textOf(entry->path().filename());
+        for (const auto suffix : {companySuffix, yearlySuffix, quarterlySuffix})
+            if (name.ends_with(suffix) && name.size() > suffix.size())
+                prefixes.insert(name.substr(0, name.size() - suffix.size()));
+    }
+    if (fault) {
+        result.error = textOf(folder) + " could not be read: " + fault.message();
+        return result;
+    }
+    for (const std::string& prefix : prefixes) {
+        const int done = static_cast<int>(result.entries.size());
+        if (progress && !progress(done, static_cast<int>(prefixes.size()), prefix)) {
+            result.stopped = true;
+            break;
+        }
+        result.entries.push_back({prefix, importCompany(folder, prefix)});
+    }
+    return result;
+}
+
+} // namespace vkr

@@ -1,0 +1,310 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_record.hpp"
+
+#include "company/exact_text.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <type_traits>
+
+namespace vkr {
+
+namespace {
+
+enum class SettingKind { number, text, flag };
+
+struct SettingRow {
+    std::string_view name;
+    SettingKind kind;
+    std::int16_t initial; // of a number
+};
+
+constexpr SettingRow settingRows[] = {
+    {setting::unit, SettingKind::number, 0},         {setting::leadPeriod, SettingKind::number, -1},
+    {setting::currencySymbol, SettingKind::text, 0}, {setting::bookValue, SettingKind::flag, 0},
+    {setting::taxRate, SettingKind::flag, 0},        {setting::lockBasicInfo, SettingKind::flag, 0},
+};
+constexpr std::size_t settingCount = std::size(settingRows);
+
+std::string validText(std::string text) {
+    if (!isValidUtf8(text))
+        throw std::invalid_argument("the text is not valid UTF-8");
+    return text;
+}
+
+double validNumber(double value) {
+    if (!std::isfinite(value))
+        throw std::invalid_argument("the figure is not a finite number");
+    return value + 0.0; // -0 is no value as well
+}
+
+Date validDay(Date date) {
+    if (isAbsent(date))
+        return {};
+    if (date < *makeDate(100, 1, 1) || date >= Date{makeDate(9999, 12, 31)->serial + 1})
+        throw std::invalid_argument("the date is outside of the years 100 to 9999");
+    const auto [year, month, day] = civil(date);
+    return makeDate(year, month, day).value();
+}
+
+std::int16_t validInteger(const Variant& value) {
+    if (!value.isNumeric() && !value.isEmpty())
+        throw std::invalid_argument("the setting is a whole number");
+    const auto number = value.toLong();
+    if (number < std::numeric_limits<std::int16_t>::min() ||
+        number > std::numeric_limits<std::int16_t>::max())
+        throw std::overflow_error("overflow");
+    return static_cast<std::int16_t>(number);
+}
+
+class CompanySettings final : public Object {
+  public:
+    CompanySettings() {
+        for (std::size_t i = 0; i < settingCount; ++i)
+            values_[i] = initial(settingRows[i]);
+    }
+
+    [[nodiscard]] Variant get(std::string_view name) const override {
+        const auto index = find(name);
+        return index == settingCount ? Object::get(name) : values_[index];
+    }
+
+    void put(std::string_view name, const Variant& value) override {
+        const auto index = find(name);
+        if (index == settingCount)
+            return Object::put(name, value);
+        switch (settingRows[index].kind) {
+        case SettingKind::number:
+            values_[index] = validInteger(value);
+            break;
+        case SettingKind::text:
+            values_[index] = validText(value.toText());
+            break;
+        case SettingKind::flag:
+            values_[index] = value.toBoolean();
+            break;
+        }
+    }
+
+  private:
+    static Variant initial(const SettingRow& row) {
+        switch (row.kind) {
+        case SettingKind::number:
+            return row.initial;
+        case SettingKind::text:
+            return "";
+        case SettingKind::flag:
+            return false;
+        }
+        return {};
+    }
+
+    static std::size_t find(std::string_view name) {
+        const auto* row =
+            std::find_if(std::begin(settingRows), std::end(settingRows),
+                         [&](const SettingRow& one) { return equalsIgnoringCase(one.name, name); });
+        return static_cast<std::size_t>(row - std::begin(settingRows));
+    }
+
+    std::array<Variant, settingCount> values_;
+};
+
+// The lead period alone, for whoever holds the reporting period only.
+class ReportingPeriod final : public Object {
+  public:
+    explicit ReportingPeriod(std::shared_ptr<Object> settings) : settings_(std::move(settings)) {}
+
+    [[nodiscard]] Variant get(std::string_view name) const override {
+        return answersTo(name) ? settings_->get(name) : Object::get(name);
+    }
+    void put(std::string_view name, const Variant& value) override {
+        answersTo(name) ? settings_->put(name, value) : Object::put(name, value);
+    }
+
+  private:
+    static bool answersTo(std::string_view name) {
+        return equalsIgnoringCase(name, setting::leadPeriod);
+    }
+
+    std::shared_ptr<Object> settings_;
+};
+
+Variant emptyDatum(const DatumRow& row) {
+    struct Empty {
+        Datum datum;
+        Variant operator()(const TextAccess&) const { return ""; }
+        Variant operator()(const NumberAccess&) const { return 0.0; }
+        Variant operator()(const YearAccess&) const { return std::int16_t{0}; }
+        Variant operator()(const DateAccess&) const { return Date{}; }
+        Variant operator()(const SeriesAccess&) const {
+            const int upper =
+                isYearly(datum) ? CompanyRecord::yearlyUpper : CompanyRecord::quarterlyUpper;
+            return numberArray(std::vector<double>(static_cast<std::size_t>(upper) + 1));
+        }
+    };
+    return std::visit(Empty{row.datum}, row.access);
+}
+
+// What stands in for an absent date.
+Datum counterpart(Datum datum) {
+    switch (datum) {
+    case Datum::LastQDate:
+        return Datum::LastQDateForGrid;
+    case Datum::LastQDateForGrid:
+        return Datum::LastQDate;
+    default:
+        return datum;
+    }
+}
+
+std::string differenceText(const Variant& value) {
+    if (const auto* date = std::get_if<Date>(&value.value()))
+        return isoDateText(*date);
+    if (const auto* number = std::get_if<double>(&value.value()))
+        return exactNumberText(*number);
+    return value.toText();
+}
+
+void compareSeries(std::string_view name, const VariantArray& before, const VariantArray& after,
+                   std::vector<Difference>& found) {
+    const int first = std::min(before.lower(), after.lower());
+    const int last = std::max(before.upper(), after.upper());
+    const auto element = [](const VariantArray& array, int index) {
+        return array.contains(index) ? array.at(index) : Variant();
+    };
+    for (int index = first; index <= last; ++index) {
+        const Variant left = element(before, index);
+        const Variant right = element(after, index);
+        if (left != right)
+            found.push_back(
+                {std::string(name), index, differenceText(left), differenceText(right)});
+    }
+}
+
+void compare(std::string_view name, const Variant& before, const Variant& after,
+             std::vector<Difference>& found) {
+    if (before == after)
+        return;
+    if (before.isArray() && after.isArray())
+        return compareSeries(name, before.array(), after.array(), found);
+    found.push_back(
+        {std::string(name), std::nullopt, differenceText(before), differenceText(after)});
+}
+
+} // namespace
+
+CompanyRecord::CompanyRecord()
+    : settings_(std::make_shared<CompanySettings>()),
+      reportingPeriod_(std::make_shared<ReportingPeriod>(settings_)) {
+    for (const DatumRow& row : datumTable())
+        place(row.datum) = emptyDatum(row);
+}
+
+CompanyRecord::CompanyRecord(const CompanyRecord& other)
+    : iVKR_Company(other), data_(other.data_), settings_(std::make_shared<CompanySettings>()),
+      reportingPeriod_(std::make_shared<ReportingPeriod>(settings_)) {
+    for (const auto name : settingNames())
+        settings_->put(name, other.settings_->get(name));
+}
+
+std::shared_ptr<CompanyRecord> CompanyRecord::clone() const {
+    return std::make_shared<CompanyRecord>(*this);
+}
+
+const Variant& CompanyRecord::stored(Datum datum) const {
+    return data_.at(static_cast<std::size_t>(datum));
+}
+
+Variant& CompanyRecord::place(Datum datum) {
+    return data_.at(static_cast<std::size_t>(datum));
+}
+
+std::string CompanyRecord::text(Datum datum) const {
+    return std::get<std::string>(stored(datum).value());
+}
+
+double CompanyRecord::number(Datum datum) const {
+    return std::get<double>(stored(datum).value());
+}
+
+Date CompanyRecord::date(Datum datum) const {
+    const Date own = std::get<Date>(stored(datum).value());
+    return isAbsent(own) ? std::get<Date>(stored(counterpart(datum)).value()) : own;
+}
+
+void CompanyRecord::setText(Datum datum, const std::string& value) {
+    place(datum) = validText(value);
+}
+
+void CompanyRecord::setNumber(Datum datum, double value) {
+    place(datum) = validNumber(value);
+}
+
+void CompanyRecord::setDate(Datum datum, Date value) {
+    place(datum) = validDay(value);
+}
+
+void CompanyRecord::setSeries(Datum datum, const Variant& value) {
+    const VariantArray& given = value.array();
+    const VariantArray& held = stored(datum).array();
+    if (given.lower() != held.lower() || given.upper() != held.upper())
+        throw std::invalid_argument("the series has other bounds than the record's");
+    std::vector<double> numbers;
+    numbers.reserve(given.size());
+    for (int index = given.lower(); index <= given.upper(); ++index)
+        numbers.push_back(validNumber(given.number(index)));
+    place(datum) = numberArray(std::move(numbers), given.lower());
+}
+
+std::int16_t CompanyRecord::get_LastFY() const {
+    const auto own = std::get<std::int16_t>(stored(Datum::LastFY).value());
+    if (own != 0)
+        return own;
+    const Date end = date(Datum::LastFYDate);
+    return isAbsent(end) ? std::int16_t{0} : static_cast<std::int16_t>(civil(end).year);
+}
+
+void CompanyRecord::put_LastFY(std::int16_t value) {
+    place(Datum::LastFY) = value;
+}
+
+bool isYearly(Datum series) {
+    return isSeries(rowOf(series)) && rowOf(series).name.starts_with('Y');
+}
+
+std::span<const std::string_view> settingNames() {
+    static constexpr auto names = [] {
+        std::array<std::string_view, settingCount> all;
+        for (std::size_t i = 0; i < settingCount; ++i)
+            all[i] = settingRows[i].name;
+        return all;
+    }();
+    return names;
+}
+
+std::vector<Difference> differences(const iVKR_Company& before, const iVKR_Company& after) {
+    std::vector<Difference> found;
+    for (const DatumRow& row : datumTable())
+        compare(row.name, readDatum(before, row.datum), readDatum(after, row.datum), found);
+    for (const auto name : settingNames()) {
+        const auto read = [name](const iVKR_Company& company) {
+            return name == setting::leadPeriod ? company.get_ReportingPeriod()->get(name)
+                                               : company.get_Settings()->get(name);
+        };
+        compare(name, read(before), read(after), found);
+    }
+    return found;
+}
+
+bool sameAs(const iVKR_Company& left, const iVKR_Company& right) {
+    return differences(left, right).empty();
+}
+
+void registerCompanyRecord(ObjectFactory& factory) {
+    factory.add(companyRecordId, [] { return std::make_shared<CompanyRecord>(); });
+}
+
+} // namespace vkr

@@ -1,0 +1,564 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_store.hpp"
+
+#include "company/company_store_connection.hpp"
+#include "company/company_store_schema.hpp"
+#include "company/exact_text.hpp"
+#include "platform/text.hpp"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QStringList>
+#include <QSysInfo>
+
+#include <limits>
+#include <map>
+#include <stdexcept>
+
+namespace vkr {
+
+namespace {
+
+using Statement = StoreConnection::Statement;
+using Transaction = StoreConnection::Transaction;
+
+std::string currentUser() {
+    QString user;
+    for (const char* variable : {"USER", "LOGNAME", "USERNAME"})
+        if (user.isEmpty())
+            user = qEnvironmentVariable(variable);
+    return ((user.isEmpty() ? "unknown" : user) + "@" + QSysInfo::machineHostName()).toStdString();
+}
+
+std::string currentTime() {
+    return QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toStdString();
+}
+
+std::string localTime(const std::string& utc) {
+    const QDateTime time = QDateTime::fromString(toQString(utc), Qt::ISODate);
+    return time.isValid() ? time.toLocalTime().toString("yyyy-MM-dd HH:mm").toStdString() : utc;
+}
+
+std::string called(const std::string& name, const std::string& symbol) {
+    if (!name.empty())
+        return "“" + name + "”";
+    return symbol.empty() ? "The company" : "“" + symbol + "”";
+}
+
+std::string called(const CompanyRecord& record) {
+    return called(record.get_Name(), record.get_Symbol());
+}
+
+std::string enumerate(const std::vector<Difference>& differences) {
+    static constexpr std::size_t most = 8;
+    std::string text;
+    std::size_t count = 0;
+    std::string last;
+    for (const Difference& difference : differences) {
+        if (difference.datum == last)
+            continue; // another element of the same series
+        last = difference.datum;
+        if (++count <= most)
+            text += (text.empty() ? "" : ", ") + difference.datum;
+    }
+    return count > most ? text + " and " + std::to_string(count - most) + " more" : text;
+}
+
+// Turns what is thrown into the result.
+template <typename Value, typename Function>
+StoreResult<Value> guarded(const std::string& path, Function function) {
+    try {
+        return function();
+    } catch (const StoreFailure& failure) {
+        return failure.error();
+    } catch (const std::exception& failure) {
+        return describeFault(StoreFault::other, toQString(path), failure.what());
+    }
+}
+
+// Opening
+
+[[noreturn]] void fail(StoreFault fault, const QString& path, const std::string& detail = {}) {
+    throw StoreFailure(describeFault(fault, path, detail));
+}
+
+SchemaState inspect(const QString& path, std::chrono::milliseconds patience) {
+    StoreConnection connection(path, StoreConnection::Access::inspect, patience);
+    return inspectSchema(connection);
+}
+
+QString backupName(const QString& path) {
+    const QFileInfo file(path);
+    const QString stem = file.absolutePath() + "/" + file.completeBaseName() + "-backup-" +
+                         QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
+    const QString suffix = file.suffix().isEmpty() ? "" : "." + file.suffix();
+    QString name = stem + suffix;
+    for (int number = 2; QFileInfo::exists(name); ++number)
+        name = stem + "-" + QString::number(number) + suffix;
+    return name;
+}
+
+// A copy is made by the database itself, which other windows may be writing to, and counts only
+// when it was opened again and found sound.
+QString backUp(const QString& path, std::chrono::milliseconds patience) {
+    const QString copy = backupName(path);
+    try {
+        const QString countCompanies = "SELECT count(*) FROM company";
+        StoreConnection original(path, StoreConnection::Access::existing, patience);
+        original.copyTo(copy);
+        StoreConnection made(copy, StoreConnection::Access::inspect, patience);
+        if (const QString damage = made.damage(); !damage.isEmpty())
+            fail(StoreFault::corrupt, path, damage.toStdString());
+        if (made.integer(countCompanies) != original.integer(countCompanies))
+            fail(StoreFault::other, path, "the backup copy is not complete");
+    } catch (...) {
+        QFile::remove(copy);
+        throw;
+    }
+    return copy;
+}
+
+void refuseWhatCannotBeOpened(const QString& path, OpenMode mode) {
+    const QFileInfo file(path);
+    if (!file.exists()) {
+        if (mode == OpenMode::existing)
+            fail(StoreFault::missing, path);
+        if (!QDir().mkpath(file.absolutePath()))
+            fail(StoreFault::readOnly, path);
+    } else if (!file.isFile()) {
+        fail(StoreFault::notADatabase, path);
+    } else if (!file.isReadable()) {
+        fail(StoreFault::other, path, "no permission to read it");
+    } else if (file.size() == 0 && mode == OpenMode::existing) {
+        fail(StoreFault::notADatabase, path, "it is empty");
+    }
+    if (!isWritableFile(path))
+        fail(StoreFault::readOnly, path);
+}
+
+// Records and rows
+
+QString columnList(const char* separator, const char* suffix) {
+    QStringList names;
+    for (const StoreColumn& column : storeColumns())
+        names += "\"" + column.name + "\"" + suffix;
+    return names.join(separator);
+}
+
+QVariant columnValue(const CompanyRecord& record, const StoreColumn& column) {
+    const auto* datum = std::get_if<Datum>(&column.content);
+    const Variant value =
+        datum != nullptr ? record.stored(*datum)
+                         : record.get_Settings()->get(std::get<std::string_view>(column.content));
+    switch (column.kind) {
+    case StoreColumn::Kind::text:
+        return textValue(value.toText());
+    case StoreColumn::Kind::number:
+        return value.toDouble();
+    case StoreColumn::Kind::integer:
+        if (value.varType() == Variant::vtBoolean)
+            return value.toBoolean() ? 1 : 0;
+        return value.toLong();
+    case StoreColumn::Kind::date: {
+        const std::string text = isoDateText(value.toDate());
+        return text.empty() ? QVariant(QMetaType::fromType<QString>()) : textValue(text);
+    }
+    }
+    return {};
+}
+
+Variant datumOf(const Statement& row, int place, StoreColumn::Kind kind) {
+    switch (kind) {
+    case StoreColumn::Kind::text:
+        return row.text(place);
+    case StoreColumn::Kind::number:
+        return row.number(place);
+    case StoreColumn::Kind::integer: {
+        const auto value = row.integer(place);
+        using Limits = std::numeric_limits<std::int16_t>;
+        if (value < Limits::min() || value > Limits::max())
+            throw std::out_of_range("no 16-bit number");
+        return static_cast<std::int16_t>(value);
+    }
+    case StoreColumn::Kind::date: {
+        if (row.isNull(place))
+            return Date{};
+        const auto date = dateFromIso(row.text(place));
+        if (!date)
+            throw std::invalid_argument("no date");
+        return *date;
+    }
+    }
+    return {};
+}
+
+void readColumns(const Statement& row, int first, LoadedCompany& loaded) {
+    for (const StoreColumn& column : storeColumns()) {
+        try {
+            const Variant value = datumOf(row, first++, column.kind);
+            if (const auto* datum = std::get_if<Datum>(&column.content))
+                writeDatum(*loaded.record, *datum, value);
+            else
+                loaded.record->get_Settings()->put(std::get<std::string_view>(column.content),
+                                                   value);
+        } catch (const std::logic_error&) {
+            loaded.unreadable.push_back(column.name.toStdString());
+        }
+    }
+}
+
+void readSeries(Statement& rows, LoadedCompany& loaded) {
+    std::map<std::string, Variant, std::less<>> series;
+    for (const DatumRow& row : datumTable())
+        if (isSeries(row))
+            series.emplace(row.name, loaded.record->stored(row.datum));
+    while (rows.next()) {
+        const std::string name = rows.text(0);
+        const auto found = series.find(name);
+        const auto element = rows.integer(1);
+        if (found != series.end() && element >= found->second.array().lower() &&
+            element <= found->second.array().upper())
+            found->second.array().setNumber(static_cast<int>(element), rows.number(2));
+        else
+            loaded.unreadable.push_back(name);
+    }
+    for (const DatumRow& row : datumTable()) {
+        if (!isSeries(row))
+            continue;
+        try {
+            writeDatum(*loaded.record, row.datum, series.find(row.name)->second);
+        } catch (const std::logic_error&) {
+            loaded.unreadable.emplace_back(row.name);
+        }
+    }
+}
+
+const char* kindText(StoreList list) {
+    switch (list) {
+    case StoreList::exchanges:
+        return "exchange";
+    case StoreList::industries:
+        return "industry";
+    case StoreList::sources:
+        return "source";
+    }
+    return "";
+}
+
+} // namespace
+
+StoreResult<std::unique_ptr<CompanyStore>>
+CompanyStore::open(const std::string& path, OpenMode mode, const StoreOptions& options) {
+    using Opened = std::unique_ptr<CompanyStore>;
+    return guarded<Opened>(path, [&]() -> StoreResult<Opened> {
+        const QString file = toQString(path);
+        const bool isNew = !QFileInfo::exists(file);
+        refuseWhatCannotBeOpened(file, mode);
+
+        SchemaState state = SchemaState::empty;
+        if (QFileInfo(file).size() > 0)
+            state = inspect(file, options.patience);
+        if (state == SchemaState::newer)
+            fail(StoreFault::newerSchema, file);
+        if (state == SchemaState::foreign ||
+            (state == SchemaState::empty && mode == OpenMode::existing))
+            fail(StoreFault::notADatabase, file);
+
+        const QString backup =
+            state == SchemaState::older ? backUp(file, options.patience) : QString();
+        std::unique_ptr<StoreConnection> connection;
+        try {
+            const auto access = mode == OpenMode::create ? StoreConnection::Access::create
+                                                         : StoreConnection::Access::existing;
+            connection = std::make_unique<StoreConnection>(file, access, options.patience);
+            if (state != SchemaState::current)
+                migrateSchema(*connection);
+        } catch (...) {
+            connection.reset();
+            if (isNew)
+                for (const char* suffix : {"", "-wal", "-shm", "-journal"})
+                    QFile::remove(file + suffix);
+            throw;
+        }
+        return Opened(new CompanyStore(path, backup.toStdString(),
+                                       options.user.empty() ? currentUser() : options.user,
+                                       std::move(connection)));
+    });
+}
+
+CompanyStore::CompanyStore(std::string path, std::string backupPath, std::string user,
+                           std::unique_ptr<StoreConnection> connection)
+    : path_(std::move(path)), backupPath_(std::move(backupPath)), user_(std::move(user)),
+      connection_(std::move(connection)) {}
+
+CompanyStore::~CompanyStore() = default;
+
+template <typename Transaction>
+void CompanyStore::commit(Transaction& transaction) {
+    // A file that was moved away or deleted would take the save with it, without an error.
+    if (!QFileInfo::exists(toQString(path_)))
+        fail(StoreFault::missing, toQString(path_), "it was moved or deleted while it was open");
+    transaction.commit();
+}
+
+StoreResult<std::vector<CompanySummary>> CompanyStore::list() {
+    using Summaries = std::vector<CompanySummary>;
+    return guarded<Summaries>(path_, [&] {
+        Statement rows(*connection_,
+                       "SELECT id, revision, \"Name\", \"Symbol\", \"Exchange\", \"Industry\", "
+                       "\"Source\", \"LastFY\", \"LastFYDate\", \"CurrentPrice\", "
+                       "\"PriceUpdatedDate\", saved_at FROM company "
+                       "ORDER BY \"Name\" COLLATE NOCASE, \"Symbol\" COLLATE NOCASE, id");
+        Summaries found;
+        while (rows.next()) {
+            const auto date = [&](int column) {
+                return dateFromIso(rows.text(column)).value_or(Date{});
+            };
+            int year = static_cast<int>(rows.integer(7));
+            if (const Date end = date(8); year == 0 && !isAbsent(end))
+                year = civil(end).year;
+            found.push_back({{rows.integer(0), rows.integer(1)},
+                             rows.text(2),
+                             rows.text(3),
+                             rows.text(4),
+                             rows.text(5),
+                             rows.text(6),
+                             year,
+                             rows.number(9),
+                             date(10),
+                             rows.text(11)});
+        }
+        return found;
+    });
+}
+
+StoreResult<LoadedCompany> CompanyStore::load(std::int64_t id) {
+    return guarded<LoadedCompany>(path_, [&] {
+        Transaction oneMoment(*connection_, Transaction::Kind::read);
+        return read(id);
+    });
+}
+
+LoadedCompany CompanyStore::read(std::int64_t id) {
+    static const QString selectCompany =
+        "SELECT revision, " + columnList(", ", "") + " FROM company WHERE id = ?";
+    LoadedCompany loaded{std::make_shared<CompanyRecord>(), 0, {}};
+    {
+        Statement row(*connection_, selectCompany, {qlonglong(id)});
+        if (!row.next())
+            failRemoved(id, "The company", StoreFault::missing);
+        loaded.revision = row.integer(0);
+        readColumns(row, 1, loaded);
+    }
+    Statement rows(*connection_, "SELECT series, element, value FROM series WHERE company_id = ?",
+                   {qlonglong(id)});
+    readSeries(rows, loaded);
+    return loaded;
+}
+
+StoreResult<CompanyKey> CompanyStore::save(std::optional<std::int64_t> id,
+                                           const CompanyRecord& record,
+                                           std::int64_t expectedRevision) {
+    return guarded<CompanyKey>(path_, [&] {
+        Transaction transaction(*connection_, Transaction::Kind::write);
+        const CompanyKey key = write(id, record, expectedRevision);
+        commit(transaction);
+        return key;
+    });
+}
+
+StoreResult<std::vector<CompanyKey>>
+CompanyStore::saveAll(const std::vector<SaveRequest>& requests) {
+    using Keys = std::vector<CompanyKey>;
+    return guarded<Keys>(path_, [&] {
+        Transaction transaction(*connection_, Transaction::Kind::write);
+        Keys keys;
+        for (const SaveRequest& request : requests)
+            keys.push_back(write(request.id, *request.record, request.expectedRevision));
+        commit(transaction);
+        return keys;
+    });
+}
+
+StoreResult<CompanyKey> CompanyStore::duplicate(std::int64_t id) {
+    return guarded<CompanyKey>(path_, [&] {
+        Transaction transaction(*connection_, Transaction::Kind::write);
+        const LoadedCompany original = read(id);
+        original.record->put_Name(original.record->get_Name() + " (copy)");
+        const CompanyKey key = write(std::nullopt, *original.record, 0);
+        commit(transaction);
+        return key;
+    });
+}
+
+StoreDone CompanyStore::remove(std::int64_t id, std::int64_t expectedRevision) {
+    return guarded<std::monostate>(path_, [&] {
+        Transaction transaction(*connection_, Transaction::Kind::write);
+        const LoadedCompany stored = read(id);
+        if (stored.revision != expectedRevision)
+            failChanged(id, called(*stored.record), stored.revision, {});
+        connection_->run("DELETE FROM company WHERE id = ?", {qlonglong(id)});
+        log({id, stored.revision}, "removed", currentTime());
+        commit(transaction);
+        return std::monostate();
+    });
+}
+
+CompanyKey CompanyStore::write(std::optional<std::int64_t> id, const CompanyRecord& record,
+                               std::int64_t expectedRevision) {
+    static const QString marks = [] {
+        QStringList all;
+        for (std::size_t i = 0; i < storeColumns().size(); ++i)
+            all += "?";
+        return all.join(", ");
+    }();
+    static const QString insertCompany = "INSERT INTO company (revision, saved_by, saved_at, " +
+                                         columnList(", ", "") + ") VALUES (?, ?, ?, " + marks + ")";
+    static const QString updateCompany =
+        "UPDATE company SET revision = ?, saved_by = ?, saved_at = ?, " + columnList(", ", " = ?") +
+        " WHERE id = ?";
+
+    CompanyKey key{id.value_or(0), 1};
+    if (id) {
+        const std::int64_t stored = storedRevision(*id);
+        if (stored == 0)
+            failRemoved(*id, called(record), StoreFault::conflict);
+        if (stored != expectedRevision) {
+            const auto changes = differences(*read(*id).record, record);
+            if (changes.empty())
+                return {*id, stored};
+            failChanged(*id, called(record), stored, changes);
+        }
+        key.revision = stored + 1;
+    }
+    const std::string time = currentTime();
+    std::vector<QVariant> values = {qlonglong(key.revision), textValue(user_), textValue(time)};
+    for (const StoreColumn& column : storeColumns())
+        values.push_back(columnValue(record, column));
+    if (id) {
+        values.emplace_back(qlonglong(*id));
+        connection_->run(updateCompany, values);
+        connection_->run("DELETE FROM series WHERE company_id = ?", {qlonglong(*id)});
+    } else {
+        key.id = Statement(*connection_, insertCompany, values).newId();
+    }
+    writeSeries(key.id, record);
+    log(key, "saved", time);
+    return key;
+}
+
+void CompanyStore::writeSeries(std::int64_t id, const CompanyRecord& record) {
+    for (const DatumRow& row : datumTable()) {
+        if (!isSeries(row))
+            continue;
+        const QVariant name = textValue(std::string(row.name));
+        const VariantArray& series = record.stored(row.datum).array();
+        for (int element = series.lower(); element <= series.upper(); ++element)
+            if (const double value = series.number(element); value != 0)
+                connection_->run(
+                    "INSERT INTO series (company_id, series, element, value) VALUES (?, ?, ?, ?)",
+                    {qlonglong(id), name, element, value});
+    }
+}
+
+std::int64_t CompanyStore::storedRevision(std::int64_t id) {
+    Statement row(*connection_, "SELECT revision FROM company WHERE id = ?", {qlonglong(id)});
+    return row.next() ? row.integer(0) : 0;
+}
+
+void CompanyStore::log(const CompanyKey& key, const char* change, const std::string& time) {
+    connection_->run(
+        "INSERT INTO change_log (company_id, revision, change, changed_by, "
+        "changed_at) VALUES (?, ?, ?, ?, ?)",
+        {qlonglong(key.id), qlonglong(key.revision), change, textValue(user_), textValue(time)});
+}
+
+StoreConflict CompanyStore::lastChange(std::int64_t id) {
+    Statement row(*connection_,
+                  "SELECT changed_by, changed_at, change FROM change_log WHERE company_id = ? "
+                  "ORDER BY id DESC LIMIT 1",
+                  {qlonglong(id)});
+    if (!row.next())
+        return {};
+    return {row.text(0), row.text(1), row.text(2) == "removed", 0, {}};
+}
+
+void CompanyStore::failChanged(std::int64_t id, const std::string& name, std::int64_t revision,
+                               std::vector<Difference> changes) {
+    StoreConflict conflict = lastChange(id);
+    conflict.revision = revision;
+    conflict.differences = std::move(changes);
+    std::string message = name + " was saved by " + conflict.changedBy + " on " +
+                          localTime(conflict.changedAt) +
+                          " while it was open here. Nothing was changed now.";
+    if (!conflict.differences.empty())
+        message += " What differs: " + enumerate(conflict.differences) + ".";
+    throw StoreFailure({StoreFault::conflict, message, conflict});
+}
+
+void CompanyStore::failRemoved(std::int64_t id, const std::string& name, StoreFault fault) {
+    StoreConflict conflict = lastChange(id);
+    std::string message = name + " is no longer in " + path_ + ".";
+    if (conflict.isRemoved)
+        message = name + " was removed by " + conflict.changedBy + " on " +
+                  localTime(conflict.changedAt) + ".";
+    conflict.isRemoved = true;
+    if (fault == StoreFault::conflict)
+        message += " Nothing was changed now; save it as a new company to keep it.";
+    throw StoreFailure({fault, message, conflict});
+}
+
+StoreResult<std::vector<std::string>> CompanyStore::entries(StoreList list) {
+    using Texts = std::vector<std::string>;
+    return guarded<Texts>(path_, [&] {
+        Statement rows(*connection_,
+                       "SELECT text FROM list_entry WHERE kind = ? ORDER BY position, text",
+                       {kindText(list)});
+        Texts texts;
+        while (rows.next())
+            texts.push_back(rows.text(0));
+        return texts;
+    });
+}
+
+StoreDone CompanyStore::addEntry(StoreList list, const std::string& text) {
+    return guarded<std::monostate>(path_, [&] {
+        Transaction transaction(*connection_, Transaction::Kind::write);
+        appendEntry(list, text);
+        commit(transaction);
+        return std::monostate();
+    });
+}
+
+StoreDone CompanyStore::removeEntry(StoreList list, const std::string& text) {
+    return guarded<std::monostate>(path_, [&] {
+        Transaction transaction(*connection_, Transaction::Kind::write);
+        connection_->run("DELETE FROM list_entry WHERE kind = ? AND text = ?",
+                         {kindText(list), textValue(text)});
+        commit(transaction);
+        return std::monostate();
+    });
+}
+
+StoreDone CompanyStore::setEntries(StoreList list, const std::vector<std::string>& texts) {
+    return guarded<std::monostate>(path_, [&] {
+        Transaction transaction(*connection_, Transaction::Kind::write);
+        connection_->run("DELETE FROM list_entry WHERE kind = ?", {kindText(list)});
+        for (const std::string& text : texts)
+            appendEntry(list, text);
+        commit(transaction);
+        return std::monostate();
+    });
+}
+
+void CompanyStore::appendEntry(StoreList list, const std::string& text) {
+    if (trimmed(text).empty())
+        return;
+    connection_->run("INSERT INTO list_entry (kind, position, text) "
+                     "SELECT ?, 1 + coalesce(max(position), -1), ? FROM list_entry WHERE kind = ? "
+                     "ON CONFLICT (kind, text) DO NOTHING",
+                     {kindText(list), textValue(text), kindText(list)});
+}
+
+} // namespace vkr

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_record.hpp"
+#include "platform/date.hpp"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace vkr {
+
+enum class OpenMode {
+    existing, // a file that is missing stays missing
+    create,   // makes the file, and its folder, where there is none; opens one that is there
+};
+
+enum class StoreFault {
+    missing,      // there is no such file or company
+    locked,       // another window or program is writing; trying again later helps
+    readOnly,     // the file or its folder cannot be written
+    full,         // the disk is full
+    notADatabase, // something else than a company file
+    newerSchema,  // written by a newer version of this program
+    corrupt,      // damaged
+    conflict,     // the company was saved or removed elsewhere in the meantime
+    other,
+};
+
+// Who was there first.
+struct StoreConflict {
+    std::string changedBy;     // user@host
+    std::string changedAt;     // UTC, 2026-01-31T12:00:00Z
+    bool isRemoved = false;    // else saved
+    std::int64_t revision = 0; // to save with, in order to overwrite; 0 where it is removed
+    // From the stored company to ours.
+    std::vector<Difference> differences;
+};
+
+struct StoreError {
+    StoreFault fault = StoreFault::other;
+    std::string message; // for people: which file, what happened, what to do
+    std::optional<StoreConflict> conflict;
+};
+
+// A value or the error that stood in the way of it.
+template <typename Value>
+class [[nodiscard]] StoreResult {
+  public:
+    StoreResult(Value value) : content_(std::move(value)) {}
+    StoreResult(StoreError error) : content_(std::move(error)) {}
+
+    [[nodiscard]] explicit operator bool() const { return std::holds_alternative<Value>(content_); }
+    // Each throws std::bad_variant_access where it is the other one.
+    [[nodiscard]] Value& value() { return std::get<Value>(content_); }
+    [[nodiscard]] const Value& value() const { return std::get<Value>(content_); }
+    [[nodiscard]] const StoreError& error() const { return std::get<StoreError>(content_); }
+
+  private:
+    std::variant<Value, StoreError> content_;
+};
+using StoreDone = StoreResult<std::monostate>;
+
+struct CompanyKey {
+    std::int64_t id = 0;
+    std::int64_t revision = 0; // counts the saves of this company, from 1
+
+    friend bool operator==(const CompanyKey&, const CompanyKey&) = default;
+};
+
+struct CompanySummary {
+    CompanyKey key;
+    std::string name;
+    std::string symbol;
+    std::string exchange;
+    std::string industry;
+    std::string source;
+    int lastFY = 0; // 0 where none is known
+    double currentPrice = 0;
+    Date priceUpdated;
+    std::string lastSaved; // UTC, 2026-01-31T12:00:00Z
+};
+
+struct LoadedCompany {
+    std::shared_ptr<CompanyRecord> record;
+    std::int64_t revision = 0;
+    // Data that another program has left in the file in a form that cannot be read, such as the
+    // day 0000-00-00. They are absent in the record, and saving it makes that final.
+    std::vector<std::string> unreadable;
+};
+
+struct SaveRequest {
+    std::optional<std::int64_t> id; // none: a new company
+    std::shared_ptr<const CompanyRecord> record;
+    std::int64_t expectedRevision = 0; // as loaded; ignored for a new company
+};
+
+enum class StoreList { exchanges, industries, sources };
+
+struct StoreOptions {
+    // Named to others as the one who saved; empty: the user of this computer.
+    std::string user;
+    // How long to wait for another one who is writing.
+    std::chrono::milliseconds patience{2000};
+};
+
+class StoreConnection;
+
+// The companies of one file. Several windows and programs may have the same file open: locks are
+// held for the time of a save only and end with the program that holds them. A save is done
+// completely or not at all, also when the computer stops in the middle of it.
+//
+// Needs a QCoreApplication, and is used from the thread that opened it. Text is UTF-8. No
+// operation throws for what can happen to a file.
+class CompanyStore {
+  public:
+    // A file of an older version is brought up to date after a copy of it was laid beside it and
+    // opened for a check; backupPath() names the copy. A file of a newer version, or one that is
+    // no company file, is left untouched.
+    static StoreResult<std::unique_ptr<CompanyStore>> open(const std::string& path, OpenMode mode,
+                                                           const StoreOptions& options = {});
+    CompanyStore(const CompanyStore&) = delete;
+    CompanyStore& operator=(const CompanyStore&) = delete;
+    ~CompanyStore();
+
+    [[nodiscard]] const std::string& path() const { return path_; }
+    // The copy made before the file was brought up to date; "" where that was not needed.
+    [[nodiscard]] const std::string& backupPath() const { return backupPath_; }
+
+    // By name, then symbol.
+    StoreResult<std::vector<CompanySummary>> list();
+    StoreResult<LoadedCompany> load(std::int64_t id);
+    // `conflict` where the stored company is no longer the one that was loaded, unless it holds
+    // the same data as `record`.
+    StoreResult<CompanyKey> save(std::optional<std::int64_t> id, const CompanyRecord& record,
+                                 std::int64_t expectedRevision = 0);
+    // All or none; the keys in the order of the requests.
+    StoreResult<std::vector<CompanyKey>> saveAll(const std::vector<SaveRequest>& requests);
+    // A new company with the same data and " (copy)" behind its name.
+    StoreResult<CompanyKey> duplicate(std::int64_t id);
+    StoreDone remove(std::int64_t id, std::int64_t expectedRevision);
+
+    // The texts offered in the combo boxes, in their order.
+    StoreResult<std::vector<std::string>> entries(StoreList list);
+    StoreResult<std::vector<std::string>> exchanges() { return entries(StoreList::exchanges); }
+    StoreResult<std::vector<std::string>> industries() { return entries(StoreList::industries); }
+    StoreResult<std::vector<std::string>> sources() { return entries(StoreList::sources); }
+    // Behind the last one; a text that is there already stays where it is.
+    StoreDone addEntry(StoreList list, const std::string& text);
+    StoreDone removeEntry(StoreList list, const std::string& text);
+    // Blank texts and repetitions are left out.
+    StoreDone setEntries(StoreList list, const std::vector<std::string>& texts);
+
+  private:
+    CompanyStore(std::string path, std::string backupPath, std::string user,
+                 std::unique_ptr<StoreConnection> connection);
+
+    // Within a transaction of the caller; they throw.
+    LoadedCompany read(std::int64_t id);
+    CompanyKey write(std::optional<std::int64_t> id, const CompanyRecord& record,
+                     std::int64_t expectedRevision);
+    void writeSeries(std::int64_t id, const CompanyRecord& record);
+    void appendEntry(StoreList list, const std::string& text);
+    void log(const CompanyKey& key, const char* change, const std::string& time);
+    [[nodiscard]] std::int64_t storedRevision(std::int64_t id);
+    [[nodiscard]] StoreConflict lastChange(std::int64_t id);
+    [[noreturn]] void failChanged(std::int64_t id, const std::string& name, std::int64_t revision,
+                                  std::vector<Difference> changes);
+    [[noreturn]] void failRemoved(std::int64_t id, const std::string& name, StoreFault fault);
+    template <typename Transaction>
+    void commit(Transaction& transaction);
+
+    std::string path_;
+    std::string backupPath_;
+    std::string user_;
+    std::unique_ptr<StoreConnection> connection_;
+};
+
+} // namespace vkr

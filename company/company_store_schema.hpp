@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_store_connection.hpp"
+
+#include <QString>
+
+#include <vector>
+
+namespace vkr {
+
+// What a file holds, told without writing to it.
+enum class SchemaState { empty, current, older, newer, foreign };
+
+inline constexpr int schemaVersion = 2;
+
+[[nodiscard]] SchemaState inspectSchema(StoreConnection& connection);
+// From whatever older version to the current one, in one transaction.
+void migrateSchema(StoreConnection& connection);
+
+// A column of the table of companies that holds a datum or a setting.
+struct StoreColumn {
+    enum class Kind { text, number, integer, date };
+
+    QString name;
+    Kind kind;
+    std::variant<Datum, std::string_view> content; // or the name of the setting
+};
+
+// Every datum that is no series, then the settings.
+[[nodiscard]] const std::vector<StoreColumn>& storeColumns();
+
+} // namespace vkr

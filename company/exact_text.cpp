@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "company/exact_text.hpp"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace vkr {
+
+namespace {
+
+constexpr bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+bool allDigits(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
+}
+
+int wholeNumber(std::string_view digits) {
+    int value = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return value;
+}
+
+} // namespace
+
+std::string exactNumberText(double value) {
+    // The smallest double has its first digit at the 324th decimal place, and 17 of them at most.
+    std::array<char, 400> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed).ptr;
+    return {text.data(), end};
+}
+
+std::string shiftDecimalPoint(std::string_view number, int places) {
+    std::string sign;
+    if (!number.empty() && (number.front() == '-' || number.front() == '+')) {
+        if (number.front() == '-')
+            sign = "-";
+        number.remove_prefix(1);
+    }
+    const auto point = std::min(number.find('.'), number.size());
+    std::string digits(number.substr(0, point));
+    auto whole = static_cast<std::ptrdiff_t>(digits.size()) + places;
+    if (point < number.size())
+        digits += number.substr(point + 1);
+    if (whole < 1) {
+        digits.insert(0, static_cast<std::size_t>(1 - whole), '0');
+        whole = 1;
+    }
+    if (digits.size() < static_cast<std::size_t>(whole))
+        digits.resize(static_cast<std::size_t>(whole), '0');
+    std::string decimals = digits.substr(static_cast<std::size_t>(whole));
+    digits.resize(static_cast<std::size_t>(whole));
+    digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
+    decimals.erase(decimals.find_last_not_of('0') + 1);
+    return sign + digits + (decimals.empty() ? "" : "." + decimals);
+}
+
+bool isPlainNumber(std::string_view text) {
+    if (!text.empty() && (text.front() == '-' || text.front() == '+'))
+        text.remove_prefix(1);
+    const auto points = std::count(text.begin(), text.end(), '.');
+    const auto digits = std::count_if(text.begin(), text.end(), isDigit);
+    return digits > 0 && points <= 1 && points + digits == static_cast<std::ptrdiff_t>(text.size());
+}
+
+std::optional<double> exactNumber(std::string_view text) {
+    if (!isPlainNumber(text))
+        return std::nullopt;
+    if (text.front() == '+')
+        text.remove_prefix(1);
+    double value = 0;
+    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (fault != std::errc{} || end != text.data() + text.size() || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+std::string isoDateText(Date date) {
+    if (isAbsent(date))
+        return {};
+    const auto [year, month, day] = civil(date);
+    const auto padded = [](int value, std::size_t width) {
+        std::string digits = std::to_string(value);
+        return std::string(width - std::min(width, digits.size()), '0') + digits;
+    };
+    return padded(year, 4) + "-" + padded(month, 2) + "-" + padded(day, 2);
+}
+
+std::optional<Date> dateFromIso(std::string_view text) {
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-')
+        return std::nullopt;
+    const auto year = text.substr(0, 4);
+    const auto month = text.substr(5, 2);
+    const auto day = text.substr(8, 2);
+    if (!allDigits(year) || !allDigits(month) || !allDigits(day))
+        return std::nullopt;
+    const auto date = makeDate(wholeNumber(year), wholeNumber(month), wholeNumber(day));
+    return date && !isAbsent(*date) ? date : std::nullopt;
+}
+
+std::size_t validUtf8Length(std::string_view text) {
+    struct Form {
+        unsigned char mask, lead;
+        std::size_t length;
+        char32_t smallest;
+    };
+    static constexpr Form forms[] = {{0x80, 0x00, 1, 0},
+                                     {0xE0, 0xC0, 2, 0x80},
+                                     {0xF0, 0xE0, 3, 0x800},
+                                     {0xF8, 0xF0, 4, 0x10000}};
+    std::size_t place = 0;
+    while (place < text.size()) {
+        const auto lead = static_cast<unsigned char>(text[place]);
+        const auto* form = std::find_if(std::begin(forms), std::end(forms), [&](const Form& one) {
+            return (lead & one.mask) == one.lead;
+        });
+        if (form == std::end(forms) || text.size() - place < form->length)
+            return place;
+        char32_t character = lead & static_cast<unsigned char>(~form->mask);
+        for (std::size_t next = 1; next < form->length; ++next) {
+            const auto byte = static_cast<unsigned char>(text[place + next]);
+            if ((byte & 0xC0) != 0x80)
+                return place;
+            character = character << 6 | (byte & 0x3FU);
+        }
+        const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+        if (character < form->smallest || character > 0x10FFFF || isSurrogate)
+            return place;
+        place += form->length;
+    }
+    return place;
+}
+
+} // namespace vkr

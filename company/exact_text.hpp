@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/date.hpp"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vkr {
+
+// The plain text in which a record's data leave the program and come back: every value returns
+// exactly as it was.
+
+// The shortest decimal text that reads back as the same number, without exponent; the decimal
+// mark is a point.
+[[nodiscard]] std::string exactNumberText(double value);
+// The text times ten to the `places`, by moving its decimal point, so that nothing is rounded.
+// The text is one that isPlainNumber() accepts.
+[[nodiscard]] std::string shiftDecimalPoint(std::string_view number, int places);
+// An optional sign, digits and at most one point; at least one digit.
+[[nodiscard]] bool isPlainNumber(std::string_view text);
+// Nothing where the text is no plain number or beyond what a double can hold.
+[[nodiscard]] std::optional<double> exactNumber(std::string_view text);
+
+// "2025-09-27"; "" for an absent date.
+[[nodiscard]] std::string isoDateText(Date date);
+// Nothing where the text is not of that form or there is no such day. 1899-12-30 is nothing
+// either: its number stands for "no date".
+[[nodiscard]] std::optional<Date> dateFromIso(std::string_view text);
+
+// Bytes from the start that are valid UTF-8; the whole size where all of it is.
+[[nodiscard]] std::size_t validUtf8Length(std::string_view text);
+[[nodiscard]] inline bool isValidUtf8(std::string_view text) {
+    return validUtf8Length(text) == text.size();
+}
+
+} // namespace vkr
