@@ -108,17 +108,26 @@ void SeriesGrid::showChoice(ColumnChoice choice) {
             show(static_cast<int>(column));
 }
 
-void SeriesGrid::showPrices() {
-    for (std::size_t column = 0; column < columns_.size(); ++column)
-        if (columns_[column].price)
-            show(static_cast<int>(column));
-}
-
-void SeriesGrid::convertPrices(bool toDecimal) {
-    for (std::size_t column = 0; column < columns_.size(); ++column)
-        if (columns_[column].price)
-            for (TextBox* cell : cells_[column])
-                ConvertPriceText(toDecimal, *cell);
+// A figure that nobody touched comes from the record: eighths are its rounded picture. A text that
+// was refused stays as it was typed.
+void SeriesGrid::followPriceDisplay() {
+    for (int column = 0; column < static_cast<int>(columns_.size()); ++column) {
+        const GridColumn& description = columns_[static_cast<std::size_t>(column)];
+        if (!description.price)
+            continue;
+        Variant value;
+        if (session_.company != nullptr)
+            attempt([&] { value = readSeries(*session_.company, seriesOf(description).series); });
+        const auto column_cells = cells(column);
+        for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
+            TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
+            const auto element = elementOf(row);
+            if (isUntouched(cell) && element && value.isArray() && value.array().contains(*element))
+                showStored({column, row}, value.array().number(*element));
+            else if (cell.mark().empty())
+                ConvertPriceText(!session_.fractionDisplay, cell);
+        }
+    }
 }
 
 void SeriesGrid::clear() {
@@ -229,9 +238,10 @@ void SeriesGrid::leave(Cell cell) {
     const bool taken = attempt([&] {
         Variant value = readSeries(*session_.company, series.series);
         VariantArray& figures = value.array();
-        stored =
-            untouched ? figures.number(*element) : UnscaledFromText(clean.text, scaleOf(series));
-        figures.setNumber(*element, stored);
+        if (!untouched) {
+            stored = UnscaledFromText(clean.text, scaleOf(series));
+            figures.setNumber(*element, stored);
+        }
         writeSeries(*session_.company, series.series, value);
     });
     if (untouched)

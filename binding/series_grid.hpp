@@ -67,8 +67,7 @@ class SeriesGrid {
     void showAll();
     void showScaled(); // the columns that follow the currency unit
     void showChoice(ColumnChoice choice);
-    void showPrices();
-    void convertPrices(bool toDecimal); // the texts on show
+    void followPriceDisplay(); // decimals or eighths, also of what is being typed
     void clear();
 
     // The handlers of every cell.

@@ -393,8 +393,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     showUnit();
     captions.showCurrency();
     bool locked = false;
-    attempt(
-        [&] { locked = session.company->get_Settings()->get(setting::lockBasicInfo).toBoolean(); });
+    attempt([&] { locked = session.settings()->get(setting::lockBasicInfo).toBoolean(); });
     form.get<CheckBox>("chkLockInfo").setValue(locked);
     applyLock();
     resize();
@@ -532,10 +531,7 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
         else if (shown.mark().empty())
             ConvertPriceText(!fractions, shown);
     }
-    if (session.company != nullptr)
-        yearly.showPrices();
-    else
-        yearly.convertPrices(!fractions);
+    yearly.followPriceDisplay();
 }
 
 void VKRDataEntry::Impl::fillList(std::string_view name, const Variant& items) {
@@ -556,7 +552,7 @@ void VKRDataEntry::Impl::chooseUnit(std::int32_t unit) {
         return;
     bool changed = false;
     attempt([&] {
-        const auto settings = session.company->get_Settings();
+        const auto settings = session.settings();
         if (settings->get(setting::unit).toLong() == unit)
             return;
         settings->put(setting::unit, unit);
