@@ -53,8 +53,7 @@ void showSeries(const Session& session, SeriesGrid& grid, std::span<const Loaded
 void loadReportingPeriod(Session& session) {
     auto& list = session.form.get<ComboBox>("cmbReportingPeriod");
     attempt([&] {
-        const int chosen =
-            session.company->get_ReportingPeriod()->get(setting::leadPeriod).toLong();
+        const int chosen = session.reportingPeriod()->get(setting::leadPeriod).toLong();
         list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
     });
     list.setTag(list.text());
@@ -62,12 +61,11 @@ void loadReportingPeriod(Session& session) {
 
 void loadSettings(Session& session) {
     std::string symbol;
-    attempt(
-        [&] { symbol = session.company->get_Settings()->get(setting::currencySymbol).toText(); });
+    attempt([&] { symbol = session.settings()->get(setting::currencySymbol).toText(); });
     putFieldText(session.textBox("txtCurSymbol"), symbol.empty() ? "$" : symbol);
     const auto flag = [&](std::string_view name) {
         bool value = false;
-        attempt([&] { value = session.company->get_Settings()->get(name).toBoolean(); });
+        attempt([&] { value = session.settings()->get(name).toBoolean(); });
         return value;
     };
     session.incomeRow = flag(setting::taxRate) ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
@@ -174,11 +172,11 @@ void commitCompany(Session& session) {
     for (const auto& rule : derivedSeries)
         if (rule.wanted(session))
             attempt([&] { derive(company, rule); });
-    if (const auto lastQuarter = session.typedDate(session.textBox("txtLastQDate").text()))
+    if (const auto lastQuarter = session.dateOf(session.textBox("txtLastQDate"), Datum::LastQDate))
         attempt([&] { company.put_LastQDate(*lastQuarter); });
     if (const int period = session.form.get<ComboBox>("cmbReportingPeriod").listIndex();
         period >= 0)
-        attempt([&] { company.get_ReportingPeriod()->put(setting::leadPeriod, period); });
+        attempt([&] { session.reportingPeriod()->put(setting::leadPeriod, period); });
     attempt([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
     const std::pair<std::string_view, Variant> settings[] = {
         {setting::currencySymbol, session.textBox("txtCurSymbol").text()},
@@ -187,7 +185,7 @@ void commitCompany(Session& session) {
         {setting::lockBasicInfo, session.isLocked()},
     };
     for (const auto& [name, value] : settings)
-        attempt([&] { company.get_Settings()->put(name, value); });
+        attempt([&] { session.settings()->put(name, value); });
     attempt([&] { static_cast<void>(company.get_SettingsApply()); });
 }
 

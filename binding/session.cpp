@@ -6,6 +6,8 @@
 #include "input/mdlKMTMisc.hpp"
 #include "platform/error_trap.hpp"
 
+#include <stdexcept>
+
 namespace vkr {
 
 Session::Session(Form& ownForm, Services& hostServices) : form(ownForm), services(hostServices) {}
@@ -30,14 +32,31 @@ bool Session::isLocked() const {
     return form.get<CheckBox>("chkLockInfo").value();
 }
 
+namespace {
+
+std::shared_ptr<Object> present(std::shared_ptr<Object> object) {
+    if (object == nullptr)
+        throw std::runtime_error("the record has no such object");
+    return object;
+}
+
+} // namespace
+
+std::shared_ptr<Object> Session::settings() const {
+    return present(company->get_Settings());
+}
+std::shared_ptr<Object> Session::reportingPeriod() const {
+    return present(company->get_ReportingPeriod());
+}
+
 void Session::ComputeUnitFactor() {
     std::int32_t stored = 0;
     attempt([&] {
-        const auto settings = company->get_Settings();
-        stored = settings->get(setting::unit).toLong();
+        const auto held = settings();
+        stored = held->get(setting::unit).toLong();
         if (stored == 0) {
             stored = defaultUnit;
-            settings->put(setting::unit, defaultUnit);
+            held->put(setting::unit, defaultUnit);
         }
     });
     unit = stored == 3 || stored == 9 ? stored : defaultUnit;
@@ -51,6 +70,14 @@ bool Session::isValidDate(Date date) {
 std::optional<Date> Session::typedDate(std::string_view text) const {
     const auto read = vkr::readDate(text, services.today(), dateFormat);
     return read && isValidDate(*read) ? read : std::nullopt;
+}
+
+std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
+    Date stored{};
+    if (company != nullptr && !field.text().empty() && isUntouched(field) &&
+        attempt([&] { stored = vkr::readDate(*company, datum); }) && isValidDate(stored))
+        return stored;
+    return typedDate(field.text());
 }
 
 std::string Session::dateText(Date date) const {

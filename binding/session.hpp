@@ -58,6 +58,10 @@ class Session final : public FieldHost {
     void markChanged() override;
     void setDirty(bool value);
 
+    // Objects of the record that is held. Both throw where it hands out none.
+    [[nodiscard]] std::shared_ptr<Object> settings() const;
+    [[nodiscard]] std::shared_ptr<Object> reportingPeriod() const;
+
     // The data lock is on.
     [[nodiscard]] bool isLocked() const;
 
@@ -67,6 +71,9 @@ class Session final : public FieldHost {
     [[nodiscard]] static bool isValidDate(Date date);
     // What a person typed, as a date in range; nothing otherwise.
     [[nodiscard]] std::optional<Date> typedDate(std::string_view text) const;
+    // The date that a date field stands for: the stored one while nobody has touched its text,
+    // whatever the display pattern left of it.
+    [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
     [[nodiscard]] std::string dateText(Date date) const; // empty for a date out of range
 
     // The localizer's text, or the fallback where there is none.

@@ -57,7 +57,11 @@ Date QuarterlyGrid::quartersFrom(Date date, int quarters) {
 }
 
 std::optional<Date> QuarterlyGrid::shownDate() const {
-    return session_.typedDate(session_.textBox("txtLastQDate").text());
+    return session_.dateOf(session_.textBox("txtLastQDate"), Datum::LastQDate);
+}
+
+std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
+    return session_.dateOf(session_.textBox("txtDateofLastFY"), Datum::LastFYDate);
 }
 
 void QuarterlyGrid::showSpan() {
@@ -84,7 +88,7 @@ void QuarterlyGrid::relabel() {
         label.setTag(plainNumberText(date.serial));
     }
     attempt([&] {
-        const auto fiscalYearEnd = session_.typedDate(session_.textBox("txtDateofLastFY").text());
+        const auto fiscalYearEnd = fiscalYearDate();
         session_.form.get<Label>("lblDatOfLastFY")
             .setCaption(session_.dateText(fiscalYearEnd.value_or(Date{})));
     });
@@ -106,7 +110,7 @@ void QuarterlyGrid::setShade(Color color) {
 // The four quarters of the last fiscal year are shaded; the row a year back is yellow.
 void QuarterlyGrid::shade() {
     const auto shown = shownDate();
-    const auto fiscalYearEnd = session_.typedDate(session_.textBox("txtDateofLastFY").text());
+    const auto fiscalYearEnd = fiscalYearDate();
     const int since = shown && fiscalYearEnd ? quartersBetween(*fiscalYearEnd, *shown) : -mostRows;
     for (int row = 0; row < visibleRows_; ++row) {
         const bool inYear = row >= since && row < since + 4;
@@ -276,8 +280,11 @@ void QuarterlyGrid::addQuarters(int count) {
 }
 
 void QuarterlyGrid::setLastQuarter(Date date) {
-    attempt([&] { session_.company->put_LastQDate(date); });
-    putFieldText(session_.textBox("txtLastQDate"), session_.dateText(date));
+    const bool stored = attempt([&] { session_.company->put_LastQDate(date); });
+    auto& field = session_.textBox("txtLastQDate");
+    putFieldText(field, session_.dateText(date));
+    if (!stored)
+        field.setMark(session_.text(text_number::reasonRefused, "This value could not be stored."));
 }
 
 void QuarterlyGrid::redisplay() {
@@ -294,7 +301,8 @@ void QuarterlyGrid::leaveLastQuarterDate() {
         return;
     const std::string accepted = field.tag();
     const auto typed = shownDate();
-    const auto before = session_.typedDate(accepted);
+    putFieldText(field, accepted);
+    const auto before = shownDate();
     if (typed && !before) { // there was none: the typed one is the first
         setLastQuarter(*typed);
         attempt([&] { session_.company->put_LastQDateForGrid(*typed); });
@@ -309,7 +317,6 @@ void QuarterlyGrid::leaveLastQuarterDate() {
         if (expected.year == got.year && expected.month == got.month)
             added = quarters;
     }
-    putFieldText(field, accepted);
     if (typed && before && *typed == *before)
         return;
     if (added == 0) {

@@ -61,6 +61,7 @@ class QuarterlyGrid final : public SeriesGrid {
     void setLastQuarter(Date date);
     void redisplay();
     [[nodiscard]] std::optional<Date> shownDate() const;
+    [[nodiscard]] std::optional<Date> fiscalYearDate() const;
     [[nodiscard]] int firstShownRow() const;
 
     Color shadeColor_ = colors::paleCyan;

@@ -155,10 +155,13 @@ void YearlyGrid::shift(int years) {
     if (commit)
         commit();
     auto& field = session_.textBox("txtDateofLastFY");
-    if (const auto date = session_.typedDate(field.text())) {
+    if (const auto date = session_.dateOf(field, Datum::LastFYDate)) {
         const Date moved = addYears(*date, years);
-        attempt([&] { session_.company->put_LastFYDate(moved); });
+        const bool stored = attempt([&] { session_.company->put_LastFYDate(moved); });
         putFieldText(field, session_.dateText(moved));
+        if (!stored)
+            field.setMark(
+                session_.text(text_number::reasonRefused, "This value could not be stored."));
         if (fiscalYearMoved)
             fiscalYearMoved();
     }

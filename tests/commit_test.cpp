@@ -1,0 +1,280 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/entry_scene.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace vkr {
+namespace {
+
+using Names = std::vector<std::string>;
+
+struct Commit : testing::Test {
+    EntryScene scene;
+    VKRDataEntry& entry = *scene.entry;
+    std::shared_ptr<CompanyRecord> figures = std::make_shared<CompanyRecord>();
+    std::shared_ptr<ScriptedRecord> record = std::make_shared<ScriptedRecord>(figures);
+
+    void set(Datum datum, std::vector<double> newest) {
+        Variant series = readSeries(*figures, datum);
+        const int first = isYearly(datum) ? 1 : 0;
+        for (std::size_t i = 0; i < newest.size(); ++i)
+            series.array().setNumber(first + static_cast<int>(i), newest[i]);
+        writeSeries(*figures, datum, series);
+    }
+    [[nodiscard]] double element(Datum datum, int index) const {
+        return readSeries(*figures, datum).array().number(index);
+    }
+    void load() { entry.put_objCompany(record); }
+    // What a commit asks of the record.
+    Names commit() {
+        record->log.clear();
+        static_cast<void>(entry.get_objCompany());
+        return record->log;
+    }
+    void chooseTaxRate() { figures->get_Settings()->put(setting::taxRate, true); }
+    void chooseBookValue() { figures->get_Settings()->put(setting::bookValue, true); }
+};
+
+// --- order ---------------------------------------------------------------------------------------
+
+Names onlyWrites(const Names& log) {
+    Names found;
+    std::copy_if(log.begin(), log.end(), std::back_inserter(found), [](const std::string& line) {
+        return line.starts_with("write ") || line.starts_with("put ") ||
+               line == "read ReportingPeriodEnd" || line == "read SettingsApply";
+    });
+    return found;
+}
+
+TEST_F(Commit, WritesTheHiddenTaxRatesThenQuarterPeriodAndSettings) {
+    figures->get_Settings()->put(setting::leadPeriod, std::int16_t{1});
+    load();
+    EXPECT_EQ(
+        onlyWrites(commit()),
+        (Names{"write YTaxRateSeries", "write QTaxRateSeries", "write LastQDate",
+               "put intLeadPeriod", "read ReportingPeriodEnd", "put strCurSymbol", "put blnBookVal",
+               "put blnTaxRate", "put blnLockBasicInfo", "read SettingsApply"}));
+}
+
+TEST_F(Commit, WritesTheOtherMembersWhenTheirPartnersAreOnShow) {
+    chooseTaxRate();
+    chooseBookValue();
+    load();
+    EXPECT_EQ(
+        onlyWrites(commit()),
+        (Names{"write YCommEqSeries", "write YPTISeries", "write QPTISeries", "write LastQDate",
+               "read ReportingPeriodEnd", "put strCurSymbol", "put blnBookVal", "put blnTaxRate",
+               "put blnLockBasicInfo", "read SettingsApply"}));
+}
+
+TEST_F(Commit, RunsWhenTheRecordIsReadAndWhenDirtyIsCleared) {
+    load();
+    record->log.clear();
+    entry.put_blnDirty(false);
+    EXPECT_EQ(record->log, commit());
+}
+
+TEST_F(Commit, ChangesNothingElse) {
+    const auto full = fullCompany();
+    full->get_Settings()->put(setting::leadPeriod, std::int16_t{2});
+    entry.put_objCompany(full);
+    const auto before = full->clone();
+    static_cast<void>(entry.get_objCompany());
+    std::set<std::string> changed;
+    for (const auto& change : differences(*before, *full))
+        changed.insert(change.datum);
+    EXPECT_EQ(changed, (std::set<std::string>{"YTaxRateSeries", "QTaxRateSeries"}));
+    const auto once = full->clone();
+    static_cast<void>(entry.get_objCompany());
+    EXPECT_TRUE(sameAs(*once, *full)) << "a second commit";
+}
+
+TEST_F(Commit, WithoutARecordThereIsNone) {
+    EXPECT_EQ(entry.get_objCompany(), nullptr);
+    EXPECT_TRUE(scene.desktop.messages().empty());
+}
+
+// --- the pairs -----------------------------------------------------------------------------------
+
+TEST_F(Commit, CommonEquityFollowsBookValueTimesShares) {
+    chooseBookValue();
+    set(Datum::YBookValSeries, {2.5, 3, 0, -1, 7});
+    set(Datum::YCSOSeries, {100, 0, 50, 50, 2});
+    set(Datum::YCommEqSeries, {1, 2, 3, 4, 5});
+    load();
+    commit();
+    EXPECT_EQ(element(Datum::YCommEqSeries, 1), 250);
+    EXPECT_EQ(element(Datum::YCommEqSeries, 2), 2); // no shares
+    EXPECT_EQ(element(Datum::YCommEqSeries, 3), 3); // no book value
+    EXPECT_EQ(element(Datum::YCommEqSeries, 4), 4); // negative
+    EXPECT_EQ(element(Datum::YCommEqSeries, 5), 14);
+    EXPECT_EQ(element(Datum::YBookValSeries, 1), 2.5);
+}
+
+TEST_F(Commit, CommonEquityIsNeverTurnedIntoBookValue) {
+    set(Datum::YBookValSeries, {2.5});
+    set(Datum::YCSOSeries, {100});
+    set(Datum::YCommEqSeries, {999});
+    load();
+    commit();
+    EXPECT_EQ(element(Datum::YCommEqSeries, 1), 999);
+    EXPECT_EQ(element(Datum::YBookValSeries, 1), 2.5);
+}
+
+struct Pair {
+    Datum netIncome;
+    Datum income;
+    Datum rate;
+    int first;
+};
+constexpr Pair pairs[] = {
+    {Datum::YNetIncSeries, Datum::YPTISeries, Datum::YTaxRateSeries, 1},
+    {Datum::QNetIncSeries, Datum::QPTISeries, Datum::QTaxRateSeries, 0},
+};
+
+TEST_F(Commit, TheTaxRateFollowsIncomeAfterAndBeforeTax) {
+    for (const auto& pair : pairs) {
+        set(pair.netIncome, {75, 75, 0, -75, 200});
+        set(pair.income, {100, 0, 100, 100, 100});
+        set(pair.rate, {1, 2, 3, 4, 5});
+    }
+    load();
+    commit();
+    for (const auto& pair : pairs) {
+        EXPECT_EQ(element(pair.rate, pair.first), 25);
+        EXPECT_EQ(element(pair.rate, pair.first + 1), 2);
+        EXPECT_EQ(element(pair.rate, pair.first + 2), 3);
+        EXPECT_EQ(element(pair.rate, pair.first + 3), 4);
+        EXPECT_EQ(element(pair.rate, pair.first + 4), -100) << "negative results are stored";
+        EXPECT_EQ(element(pair.income, pair.first), 100);
+    }
+}
+
+TEST_F(Commit, PreTaxIncomeFollowsNetIncomeAndTheTaxRate) {
+    chooseTaxRate();
+    for (const auto& pair : pairs) {
+        set(pair.netIncome, {75, 75, 0, -75, 75, 75});
+        set(pair.rate, {25, 0, 25, 25, 100, 150});
+        set(pair.income, {1, 2, 3, 4, 5, 6});
+    }
+    load();
+    commit();
+    for (const auto& pair : pairs) {
+        EXPECT_EQ(element(pair.income, pair.first), 100);
+        EXPECT_EQ(element(pair.income, pair.first + 1), 2);
+        EXPECT_EQ(element(pair.income, pair.first + 2), 3);
+        EXPECT_EQ(element(pair.income, pair.first + 3), 4);
+        EXPECT_EQ(element(pair.income, pair.first + 4), 0) << "nothing is left of 100 %";
+        EXPECT_EQ(element(pair.income, pair.first + 5), -150);
+        EXPECT_EQ(element(pair.rate, pair.first), 25);
+    }
+}
+
+TEST_F(Commit, EveryElementOfTheSeriesIsBroughtUpToDate) {
+    set(Datum::YNetIncSeries, std::vector<double>(10, 50));
+    set(Datum::YPTISeries, std::vector<double>(10, 100));
+    set(Datum::QNetIncSeries, std::vector<double>(35, 50));
+    set(Datum::QPTISeries, std::vector<double>(35, 100));
+    load();
+    commit();
+    for (int year = 1; year <= 10; ++year)
+        EXPECT_EQ(element(Datum::YTaxRateSeries, year), 50) << year;
+    EXPECT_EQ(element(Datum::YTaxRateSeries, 0), 0);
+    for (int quarter = 0; quarter <= 34; ++quarter)
+        EXPECT_EQ(element(Datum::QTaxRateSeries, quarter), 50) << quarter;
+}
+
+TEST_F(Commit, TheChoiceOnScreenDecidesNotTheOneOfTheRecord) {
+    set(Datum::YNetIncSeries, {75});
+    set(Datum::YTaxRateSeries, {25});
+    set(Datum::YPTISeries, {1});
+    load();
+    scene.desktop.clickTab(toOptions);
+    scene.desktop.click("optPTI(1)");
+    commit();
+    EXPECT_EQ(element(Datum::YPTISeries, 1), 100);
+    EXPECT_EQ(figures->get_Settings()->get(setting::taxRate), Variant(true));
+}
+
+// --- last quarter, reporting period, settings ----------------------------------------------------
+
+TEST_F(Commit, TheLastQuarterOnScreenIsWritten) {
+    figures->put_LastQDate(*makeDate(2026, 6, 30));
+    figures->put_LastQDateForGrid(*makeDate(2026, 6, 30));
+    load();
+    scene.field("txtLastQDate").setText("Sep/30/2026");
+    commit();
+    EXPECT_EQ(figures->get_LastQDate(), *makeDate(2026, 9, 30));
+    EXPECT_EQ(figures->get_LastQDateForGrid(), *makeDate(2026, 6, 30));
+}
+
+TEST_F(Commit, ATextThatIsNoDateLeavesTheLastQuarter) {
+    figures->put_LastQDate(*makeDate(2026, 6, 30));
+    load();
+    for (const auto* text : {"", "soon", "Feb/30/2026", "Jan/01/1900"}) {
+        scene.field("txtLastQDate").setText(text);
+        commit();
+        EXPECT_EQ(figures->get_LastQDate(), *makeDate(2026, 6, 30)) << text;
+    }
+}
+
+TEST_F(Commit, TheReportingPeriodIsWrittenByItsIndex) {
+    load();
+    entry.put_ShowReportingPeriod(true);
+    scene.desktop.clickTab(toOther);
+    for (const int period : {2, 0, 1}) {
+        scene.desktop.pick("cmbReportingPeriod", period);
+        commit();
+        EXPECT_EQ(figures->get_ReportingPeriod()->get(setting::leadPeriod).toLong(), period);
+    }
+    EXPECT_TRUE(entry.get_blnDirty());
+}
+
+TEST_F(Commit, NoReportingPeriodLeavesTheRecordsAlone) {
+    figures->get_Settings()->put(setting::leadPeriod, std::int16_t{11}); // none of the entries
+    load();
+    const auto log = commit();
+    EXPECT_EQ(std::count(log.begin(), log.end(), "put intLeadPeriod"), 0);
+    EXPECT_EQ(std::count(log.begin(), log.end(), "read ReportingPeriodEnd"), 1);
+    EXPECT_EQ(figures->get_ReportingPeriod()->get(setting::leadPeriod), Variant(std::int16_t{11}));
+}
+
+TEST_F(Commit, SettingsTakeWhatIsOnShow) {
+    load();
+    scene.desktop.clickTab(toOptions);
+    scene.desktop.click("optCommEq(1)");
+    scene.desktop.click("optPTI(1)");
+    scene.enter("txtCurSymbol", "SFr");
+    scene.desktop.click("chkLockInfo");
+    commit();
+    const auto settings = figures->get_Settings();
+    EXPECT_EQ(settings->get(setting::currencySymbol), Variant("SFr"));
+    EXPECT_EQ(settings->get(setting::bookValue), Variant(true));
+    EXPECT_EQ(settings->get(setting::taxRate), Variant(true));
+    EXPECT_EQ(settings->get(setting::lockBasicInfo), Variant(true));
+
+    scene.desktop.click("chkLockInfo");
+    scene.desktop.click("optCommEq(0)");
+    scene.desktop.click("optPTI(0)");
+    commit();
+    EXPECT_EQ(settings->get(setting::bookValue), Variant(false));
+    EXPECT_EQ(settings->get(setting::taxRate), Variant(false));
+    EXPECT_EQ(settings->get(setting::lockBasicInfo), Variant(false));
+}
+
+TEST_F(Commit, TheTextStillBeingTypedCountsOnceTheFieldIsLeft) {
+    load();
+    scene.desktop.click("txtName");
+    scene.desktop.type("Still typing");
+    entry.leaveField();
+    EXPECT_EQ(figures->get_Name(), "Still typing");
+    EXPECT_EQ(scene.desktop.focusedId(), "txtName");
+    EXPECT_EQ(scene.field("txtName").selText(), "Still typing");
+    EXPECT_TRUE(entry.get_blnDirty());
+}
+
+} // namespace
+} // namespace vkr

@@ -1,0 +1,490 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/entry_scene.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+using Names = std::vector<std::string>;
+
+struct Loading : testing::Test {
+    EntryScene scene;
+    VKRDataEntry& entry = *scene.entry;
+
+    std::shared_ptr<ScriptedRecord> load(std::shared_ptr<CompanyRecord> figures) {
+        auto record = std::make_shared<ScriptedRecord>(std::move(figures));
+        entry.put_objCompany(record);
+        return record;
+    }
+    [[nodiscard]] std::string text(std::string_view name, int index = Control::noIndex) const {
+        return scene.text(name, index);
+    }
+    [[nodiscard]] std::string caption(std::string_view id) const {
+        return scene.desktop.control(id).caption();
+    }
+};
+
+std::shared_ptr<CompanyRecord> emptyCompany() {
+    return std::make_shared<CompanyRecord>();
+}
+
+void setSeries(CompanyRecord& record, Datum datum, double value) {
+    Variant series = readSeries(record, datum);
+    for (int i = series.array().lower(); i <= series.array().upper(); ++i)
+        series.array().setNumber(i, value);
+    writeSeries(record, datum, series);
+}
+
+// --- the order -----------------------------------------------------------------------------------
+
+TEST_F(Loading, AsksTheRecordInTheOrderOfTheSteps) {
+    const auto record = load(fullCompany());
+    const Names steps{"get intUnit",
+                      "write Last4QEPS",
+                      "write QuarterlyFlag",
+                      "read PrefDiv",
+                      "read TaxRate",
+                      "read CommDiv",
+                      "read CommDivAlternate",
+                      "read Notes",
+                      "read VLSafety",
+                      "read VLTimeliness",
+                      "read Tel",
+                      "read ContactPerson",
+                      "read Internet",
+                      "read Country",
+                      "read Zip",
+                      "read State",
+                      "read City",
+                      "read Address1",
+                      "read Address2",
+                      "read LastQDateForGrid",
+                      "read LastQDate",
+                      "read LastFYDate",
+                      "read LastFY",
+                      "write LastFY",
+                      "read LastFYDate",
+                      "read LastFY",
+                      "read Exchange",
+                      "read Industry",
+                      "read Source",
+                      "read ReportingPeriod",
+                      "get intLeadPeriod",
+                      "read DilutedShares",
+                      "read CommShares",
+                      "read PrefShares",
+                      "read Institutional",
+                      "read InsiderHolding",
+                      "read TotalDebt",
+                      "read TotalCap",
+                      "read Last4QEPS",
+                      "read ORBEPSProj",
+                      "read PriceUpdatedDate",
+                      "read LastUpdate",
+                      "read PriceUpdatedDate",
+                      "read LastUpdate",
+                      "read DateOfSource",
+                      "read Low52W",
+                      "read High52W",
+                      "read CurrentPrice",
+                      "read Name",
+                      "read Symbol",
+                      "read YCSOSeries",
+                      "read YLowSeries",
+                      "read YHighSeries",
+                      "read YDividendSeries",
+                      "read YEPSSeries",
+                      "read YNetIncSeries",
+                      "read YRevenueSeries",
+                      "read QRevenueSeries",
+                      "read QEPSSeries",
+                      "read QNetIncSeries",
+                      "get strCurSymbol",
+                      "get blnTaxRate",
+                      "get blnBookVal",
+                      "read YPTISeries",
+                      "read YCommEqSeries",
+                      "read QPTISeries",
+                      "get blnLockBasicInfo"};
+    auto place = record->log.cbegin();
+    for (const auto& step : steps) {
+        place = std::find(place, record->log.cend(), step);
+        ASSERT_NE(place, record->log.cend()) << step << " does not come in its turn";
+        ++place;
+    }
+}
+
+TEST_F(Loading, WritesTheYearBackAndTheTrailingSumAndNothingElse) {
+    const auto figures = fullCompany();
+    const auto before = figures->clone();
+    const auto record = load(figures);
+    EXPECT_EQ(record->logged("write "),
+              (Names{"write Last4QEPS", "write QuarterlyFlag", "write LastFY"}));
+    EXPECT_EQ(record->logged("put "), Names{});
+    EXPECT_EQ(record->logged("call "), Names{});
+    const auto changes = differences(*before, *figures);
+    ASSERT_EQ(changes.size(), 1U);
+    EXPECT_EQ(changes[0].datum, "Last4QEPS");
+}
+
+TEST_F(Loading, AnEmptyRecordGetsItsDefaultsAndNothingElse) {
+    const auto record = load(emptyCompany());
+    EXPECT_EQ(record->logged("write "),
+              (Names{"write LastQDate", "write LastFYDate", "write LastFY",
+                     "write PriceUpdatedDate", "write LastUpdate"}));
+    EXPECT_EQ(record->logged("put "), Names{"put intUnit"});
+    EXPECT_EQ(record->company->get_LastQDate(), *makeDate(2025, 12, 31));
+    EXPECT_EQ(record->company->get_LastFYDate(), *makeDate(2025, 12, 31));
+    EXPECT_EQ(record->company->get_LastFY(), 2025);
+    EXPECT_EQ(record->company->get_PriceUpdatedDate(), *makeDate(2026, 11, 21));
+    EXPECT_EQ(record->company->get_LastUpdate(), *makeDate(2026, 11, 21));
+    EXPECT_TRUE(isAbsent(record->company->get_DateOfSource()));
+}
+
+// --- step by step --------------------------------------------------------------------------------
+
+TEST_F(Loading, AnEmptyRecordShowsItsDefaults) {
+    load(emptyCompany());
+    EXPECT_EQ(text("txtLastQDate"), "Dec/31/2025");
+    EXPECT_EQ(text("txtDateofLastFY"), "Dec/31/2025");
+    EXPECT_EQ(text("txtLastFY"), "2025");
+    EXPECT_EQ(text("txtPriceUpdate"), "Nov/21/2026");
+    EXPECT_EQ(text("txtLastUpdate"), "Nov/21/2026");
+    EXPECT_EQ(text("txtDateOfSource"), "");
+    EXPECT_EQ(text("txtCurSymbol"), "$");
+    EXPECT_FALSE(scene.form().get<CheckBox>("chkLockInfo").value());
+    EXPECT_EQ(caption("lblYear(9)"), "2025");
+    EXPECT_FALSE(entry.get_blnDirty());
+}
+
+TEST_F(Loading, AnAssignmentOfNoObjectMakesAnEmptyRecord) {
+    entry.put_objCompany(nullptr);
+    const auto made = entry.get_objCompany();
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(made->get_Name(), "");
+    EXPECT_EQ(text("txtLastFY"), "2025");
+}
+
+TEST_F(Loading, WithoutARecordClassNothingIsReplaced) {
+    load(fullCompany());
+    scene.desktop.factory().remove(companyRecordId);
+    EXPECT_NO_THROW(entry.put_objCompany(nullptr));
+    EXPECT_EQ(entry.get_objCompany()->get_Name(), "Name text");
+    EXPECT_EQ(text("txtName"), "Name text");
+}
+
+TEST_F(Loading, ShowsEveryScalarInItsField) {
+    const auto record = fullCompany();
+    record->get_Settings()->put(setting::leadPeriod, std::int16_t{1});
+    load(record);
+    const struct {
+        const char* field;
+        std::string shown;
+    } rows[] = {{"txtNotes", "Notes text"},
+                {"txtVLSafety", "VLSafety text"},
+                {"txtVLTimelines", "VLTimeliness text"},
+                {"txtTel", "Tel text"},
+                {"txtContactPerson", "ContactPerson text"},
+                {"txtInternet", "Internet text"},
+                {"txtCountry", "Country text"},
+                {"txtZip", "Zip text"},
+                {"txtState", "State text"},
+                {"txtCity", "City text"},
+                {"txtAddress1", "Address1 text"},
+                {"txtAddress2", "Address2 text"},
+                {"txtName", "Name text"},
+                {"txtSymbol", "FULL"},
+                {"cmbExchange", "Exchange text"},
+                {"cmbIndustry", "Industry text"},
+                {"cmbSource", "Source text"},
+                {"cmbReportingPeriod", "6 months"},
+                {"txtLastQDate", "Sep/30/2026"},
+                {"txtDateofLastFY", "Dec/31/2025"},
+                {"txtLastFY", "2025"},
+                {"txtPriceUpdate", "Nov/20/2026"},
+                {"txtLastUpdate", "Nov/19/2026"},
+                {"txtDateOfSource", "Oct/01/2026"},
+                {"txtCurSymbol", "$"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(text(row.field), row.shown) << row.field;
+        EXPECT_EQ(scene.field(row.field).tag(), row.shown) << row.field;
+    }
+}
+
+TEST_F(Loading, EachNumberGoesToItsOwnField) {
+    const struct {
+        Datum datum;
+        const char* field;
+        const char* shown;
+    } rows[] = {{Datum::PrefDiv, "txtPrefDiv", "7.25"},
+                {Datum::TaxRate, "txtTaxRate", "7.25"},
+                {Datum::CommDiv, "txtCommDiv", "7.25"},
+                {Datum::DilutedShares, "txtDilutedShares", "7.25"},
+                {Datum::CommShares, "txtCommonShares", "7.25"},
+                {Datum::PrefShares, "txtPreferredShares", "7.25"},
+                {Datum::Institutional, "txtInstitutional", "7.25"},
+                {Datum::InsiderHolding, "txtInsiderHolding", "7.3%"},
+                {Datum::TotalDebt, "txtTotalDebt", "7.25"},
+                {Datum::TotalCap, "txtTotalCap", "7.25"},
+                {Datum::Last4QEPS, "txtLast4QEPS", "7.25"},
+                {Datum::ORBEPSProj, "txtEPSProj", "7.25"},
+                {Datum::Low52W, "txt52WLow", "7.250"},
+                {Datum::High52W, "txt52WHigh", "7.250"},
+                {Datum::CurrentPrice, "txtCurrentPrice", "7.250"}};
+    for (const auto& row : rows) {
+        const auto record = emptyCompany();
+        writeNumber(*record, row.datum, 7.25);
+        load(record);
+        for (const auto& other : rows)
+            EXPECT_EQ(text(other.field), &other == &row ? row.shown : "")
+                << row.field << " " << other.field;
+    }
+}
+
+TEST_F(Loading, TheAlternateDividendStandsInWhereThereIsOne) {
+    const auto record = emptyCompany();
+    record->put_CommDiv(1.5);
+    load(record);
+    EXPECT_EQ(text("txtCommDiv"), "1.50");
+    record->put_CommDivAlternate(2.5);
+    load(record);
+    EXPECT_EQ(text("txtCommDiv"), "2.50");
+}
+
+TEST_F(Loading, TheQuarterSpinnerStandsAtTheDistanceOfTheTwoQuarterDates) {
+    const auto record = fullCompany();
+    load(record);
+    auto& spinner = scene.form().get<Spinner>("spnQuarter");
+    EXPECT_EQ(spinner.value(), 0);
+    EXPECT_EQ(text("txtRevenue", 0), "1146.12"); // element 0 of the series
+    record->put_LastQDateForGrid(*makeDate(2027, 3, 31));
+    load(record);
+    EXPECT_EQ(spinner.value(), -2);
+    EXPECT_EQ(text("txtRevenue", 0), "3146.12");
+}
+
+TEST_F(Loading, EveryInvalidDateCountsAsMissing) {
+    for (const Date date : {*makeDate(1899, 12, 31), *makeDate(1900, 1, 1), *makeDate(2999, 12, 1),
+                            *makeDate(3200, 1, 1)}) {
+        const auto record = fullCompany();
+        record->put_LastFYDate(date);
+        record->put_PriceUpdatedDate(date);
+        record->put_LastUpdate(date);
+        record->put_DateOfSource(date);
+        record->put_LastQDate(date);
+        record->put_LastQDateForGrid(date);
+        load(record);
+        EXPECT_EQ(text("txtDateofLastFY"), "Dec/31/2025");
+        EXPECT_EQ(text("txtLastQDate"), "Dec/31/2025");
+        EXPECT_EQ(text("txtPriceUpdate"), "Nov/21/2026");
+        EXPECT_EQ(text("txtLastUpdate"), "Nov/21/2026");
+        EXPECT_EQ(text("txtDateOfSource"), "");
+        EXPECT_EQ(record->get_DateOfSource(), date) << "kept although it can't be shown";
+    }
+}
+
+TEST_F(Loading, MoneyRowsFollowTheUnitAndPerShareRowsDoNot) {
+    struct Row {
+        std::int16_t unit;
+        const char* money;
+    };
+    for (const auto& [unit, money] : {Row{3, "2500.00"}, Row{6, "2.50"}, Row{9, "0.00"}}) {
+        const auto record = emptyCompany();
+        for (const auto& row : datumTable())
+            if (isSeries(row))
+                setSeries(*record, row.datum, 2.5);
+        for (const Datum datum : {Datum::PrefDiv, Datum::DilutedShares, Datum::CommShares,
+                                  Datum::PrefShares, Datum::TotalDebt, Datum::TotalCap})
+            writeNumber(*record, datum, 2.5);
+        record->put_Institutional(2.5);
+        record->get_Settings()->put(setting::unit, unit);
+        load(record);
+        for (const auto* cells : {"txtSales", "txtYOption", "txtYNetInc", "txtYOption2", "txtCSO",
+                                  "txtRevenue", "txtQOption", "txtNetInc"})
+            EXPECT_EQ(text(cells, 3), money) << cells << " " << unit;
+        EXPECT_EQ(text("txtEPS", 3), money) << "the quarterly earnings take the unit on loading";
+        for (const auto* field : {"txtPrefDiv", "txtDilutedShares", "txtCommonShares",
+                                  "txtPreferredShares", "txtTotalDebt", "txtTotalCap"})
+            EXPECT_EQ(text(field), money) << field << " " << unit;
+        for (const auto* cells : {"txtYEPS", "txtDiv"})
+            EXPECT_EQ(text(cells, 3), "2.50") << cells;
+        for (const auto* cells : {"txtHigh", "txtLow"})
+            EXPECT_EQ(text(cells, 3), "2.500") << cells;
+        EXPECT_EQ(text("txtInstitutional"), "2.50");
+        EXPECT_TRUE(scene.form().get<OptionButton>("optCurrency", unit / 3 - 1).value());
+    }
+}
+
+TEST_F(Loading, NegativeFiguresAreShownWhereAMinusCanBeTyped) {
+    const auto record = emptyCompany();
+    for (const auto& row : datumTable())
+        if (isSeries(row))
+            setSeries(*record, row.datum, -2.5);
+    load(record);
+    for (const auto* cells : {"txtCSO", "txtYEPS", "txtYNetInc", "txtYOption", "txtYOption2",
+                              "txtEPS", "txtNetInc", "txtQOption"})
+        EXPECT_EQ(text(cells, 2), "-2.50") << cells;
+    for (const auto* cells : {"txtSales", "txtDiv", "txtHigh", "txtLow", "txtRevenue"})
+        EXPECT_EQ(text(cells, 2), "") << cells;
+}
+
+TEST_F(Loading, YearsStandOldestFirstAndQuartersNewestFirst) {
+    load(fullCompany());
+    // Revenue is the 51st datum of the table: element k holds 151.12345 + 1000 (k + 1).
+    EXPECT_EQ(text("txtSales", 9), "2151.12");
+    EXPECT_EQ(text("txtSales", 0), "11151.12");
+    EXPECT_EQ(text("txtSales", 10), "1151.12");
+    EXPECT_EQ(text("txtRevenue", 0), "1146.12");
+    EXPECT_EQ(text("txtRevenue", 8), "9146.12");
+}
+
+TEST_F(Loading, TheCurrencySymbolIsTheRecordsOrADollar) {
+    const auto record = emptyCompany();
+    load(record);
+    EXPECT_EQ(text("txtCurSymbol"), "$");
+    record->get_Settings()->put(setting::currencySymbol, "€");
+    load(record);
+    EXPECT_EQ(text("txtCurSymbol"), "€");
+    EXPECT_EQ(caption("lblCurrency(0)"), "€");
+    EXPECT_EQ(caption("lblQCurrency(0)"), "€");
+    load(emptyCompany());
+    EXPECT_EQ(text("txtCurSymbol"), "$");
+    EXPECT_EQ(caption("lblCurrency(0)"), "$");
+}
+
+TEST_F(Loading, TheSettingsChooseWhatTheOptionRowsShow) {
+    for (const bool taxRate : {false, true})
+        for (const bool bookValue : {true, false}) {
+            const auto record = emptyCompany();
+            setSeries(*record, Datum::YPTISeries, 1);
+            setSeries(*record, Datum::YTaxRateSeries, 2);
+            setSeries(*record, Datum::YCommEqSeries, 3);
+            setSeries(*record, Datum::YBookValSeries, 4);
+            setSeries(*record, Datum::QPTISeries, 5);
+            setSeries(*record, Datum::QTaxRateSeries, 6);
+            record->get_Settings()->put(setting::taxRate, taxRate);
+            record->get_Settings()->put(setting::bookValue, bookValue);
+            record->get_Settings()->put(setting::unit, std::int16_t{3});
+            load(record);
+            EXPECT_EQ(text("txtYOption", 4), taxRate ? "2.00" : "1000.00");
+            EXPECT_EQ(text("txtYOption2", 4), bookValue ? "4.00" : "3000.00");
+            EXPECT_EQ(text("txtQOption", 4), taxRate ? "6.00" : "5000.00");
+            EXPECT_TRUE(scene.form().get<OptionButton>("optPTI", taxRate ? 1 : 0).value());
+            EXPECT_TRUE(scene.form().get<OptionButton>("optCommEq", bookValue ? 1 : 0).value());
+            EXPECT_EQ(caption("lblYOption"), taxRate ? "Tax Rate (%)" : "Pre-Tax Income (000)");
+            EXPECT_EQ(caption("lblQOption"), caption("lblYOption"));
+            EXPECT_EQ(caption("lblYOption2"), bookValue ? "Book Value" : "Common Equity (000)");
+            EXPECT_FALSE(entry.get_blnDirty());
+        }
+}
+
+TEST_F(Loading, TheLockFollowsTheRecord) {
+    const auto record = fullCompany();
+    for (const bool locked : {true, false, true}) {
+        record->get_Settings()->put(setting::lockBasicInfo, locked);
+        load(record);
+        EXPECT_EQ(scene.form().get<CheckBox>("chkLockInfo").value(), locked);
+        EXPECT_EQ(scene.field("txtName").locked(), locked);
+        EXPECT_EQ(scene.field("txtSales", 9).locked(), locked);
+        EXPECT_FALSE(entry.get_blnDirty());
+    }
+}
+
+// --- around it -----------------------------------------------------------------------------------
+
+TEST_F(Loading, LeavesDirtyListsFormatsTabAndLocalizerAsTheyAre) {
+    entry.put_vntIndustry(textArray({"Steel"}));
+    entry.put_NumberFormat("0.0");
+    entry.put_CurrentTab(toOther);
+    scene.events.log.clear();
+    for (const bool dirty : {false, true}) {
+        entry.put_blnDirty(dirty);
+        load(fullCompany());
+        EXPECT_EQ(entry.get_blnDirty(), dirty);
+        EXPECT_EQ(entry.get_CurrentTab(), toOther);
+        EXPECT_EQ(scene.form().get<ComboBox>("cmbIndustry").list(), Names{"Steel"});
+        EXPECT_EQ(entry.get_NumberFormat(), "0.0");
+        EXPECT_EQ(text("txtEPSProj"), "125.1");
+    }
+    EXPECT_EQ(scene.events.log, Names{});
+    EXPECT_TRUE(scene.desktop.messages().empty());
+}
+
+TEST_F(Loading, NothingOfTheFormerCompanyStays) {
+    load(fullCompany());
+    scene.desktop.clickTab(toYearly);
+    scene.enter("txtDateofLastFY", "no date");
+    ASSERT_EQ(entry.unstoredFields().size(), 1U);
+    load(emptyCompany());
+    for (const auto& any : scene.form().controls())
+        if (const auto* field = dynamic_cast<const TextField*>(any.get())) {
+            EXPECT_EQ(field->text().find("text"), std::string::npos) << field->id();
+            EXPECT_EQ(field->text(), field->tag()) << field->id();
+        }
+    EXPECT_EQ(text("txtSales", 9), "");
+    EXPECT_EQ(text("txtRevenue", 0), "");
+    EXPECT_TRUE(entry.unstoredFields().empty());
+}
+
+TEST_F(Loading, AnOpenedRecordTellsItsHostOfTheNewIdentity) {
+    int told = 0;
+    entry.stateChanged = [&] { ++told; };
+    load(fullCompany());
+    EXPECT_GE(told, 1);
+}
+
+TEST_F(Loading, ReadingBackAtOnceChangesNothing) {
+    for (const auto& company : {fullCompany(), emptyCompany()}) {
+        entry.put_objCompany(company);
+        const auto loaded = company->clone();
+        // The hidden members of the pairs are what the commit is there to change.
+        static_cast<void>(entry.get_objCompany());
+        for (const auto& change : differences(*loaded, *company))
+            EXPECT_TRUE(change.datum == "YTaxRateSeries" || change.datum == "QTaxRateSeries" ||
+                        change.datum == "strCurSymbol")
+                << change.datum << " " << change.before << " " << change.after;
+    }
+}
+
+TEST_F(Loading, DatesSurviveWhateverPatternShowsThem) {
+    for (const auto* pattern : {"DD/MM/YYYY", "MM/YY", "YYYY", "dddd", "\"none\"", ""}) {
+        entry.put_DateFormat(pattern);
+        const auto company = fullCompany();
+        company->put_LastQDate(*makeDate(2026, 9, 6));
+        company->put_LastQDateForGrid(*makeDate(2026, 9, 6));
+        company->put_LastFYDate(*makeDate(2025, 9, 6));
+        company->put_PriceUpdatedDate(*makeDate(2026, 2, 3));
+        entry.put_objCompany(company);
+        const auto loaded = company->clone();
+        for (int tab = toCompany; tab <= toOptions; ++tab) {
+            scene.desktop.clickTab(tab);
+            scene.desktop.tabWalk();
+        }
+        static_cast<void>(entry.get_objCompany());
+        for (const Datum datum : {Datum::LastQDate, Datum::LastQDateForGrid, Datum::LastFYDate,
+                                  Datum::PriceUpdatedDate, Datum::LastUpdate, Datum::DateOfSource})
+            EXPECT_EQ(readDate(*company, datum), readDate(*loaded, datum))
+                << pattern << " " << rowOf(datum).name;
+        if (text("txtLastQDate") != "") {
+            EXPECT_EQ(caption("lblQLabel(0)"), "9/6/2026") << pattern;
+        }
+    }
+}
+
+TEST_F(Loading, AYearIsMovedByItsStoredDateWhateverPatternShowsIt) {
+    entry.put_DateFormat("DD/MM/YYYY");
+    const auto company = fullCompany();
+    company->put_LastFYDate(*makeDate(2025, 9, 6));
+    entry.put_objCompany(company);
+    scene.desktop.clickTab(toYearly);
+    scene.desktop.answerNext(MessageAnswer::yes);
+    scene.desktop.click("cmdAddYear");
+    EXPECT_EQ(company->get_LastFYDate(), *makeDate(2026, 9, 6));
+    EXPECT_EQ(text("txtDateofLastFY"), "06/09/2026");
+}
+
+} // namespace
+} // namespace vkr
