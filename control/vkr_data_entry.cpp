@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 namespace vkr {
 
@@ -189,7 +190,9 @@ VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
     yearly.fiscalYearMoved = [this] {
         quarterly.relabel();
         quarterly.shade();
+        quarterly.followYearlyEarnings();
     };
+    yearly.earningsStored = [this] { quarterly.followYearlyEarnings(); };
     quarterly.showTrailing = [this] {
         fields.show(*fields.find(form.get<TextBox>("txtLast4QEPS")));
     };
@@ -795,10 +798,13 @@ void VKRDataEntry::Impl::onMouseDown(Control& control, MouseButton /*button*/) {
 }
 
 void VKRDataEntry::Impl::onPressEnded(Control& control) {
-    if (control.name() == "cmdCancel")
-        session.cancelPressed = false;
-    else if (control.name() == "cmdOK")
+    if (control.name() == "cmdOK") {
         okSettles_ = false;
+    } else if (control.name() == "cmdCancel" && std::exchange(session.cancelPressed, false)) {
+        // Given up without a click: the date that was skipped has been left after all.
+        yearly.leaveLastFiscalYearDate();
+        quarterly.leaveLastQuarterDate();
+    }
 }
 
 void VKRDataEntry::Impl::onClick(Control& control) {
@@ -870,6 +876,7 @@ void VKRDataEntry::Impl::pressOk() {
 }
 
 void VKRDataEntry::Impl::pressCancel() {
+    session.cancelPressed = false;
     events->UnloadRequest(ulCancel);
 }
 
