@@ -64,6 +64,31 @@ constexpr FilteredField otherFilters[] = {
     {"txtCurSymbol", {.freeText = true, .allowNegative = true}},
 };
 
+// A cell is called by the head of its column and the label of its row.
+struct CellLabels {
+    std::string_view cells;
+    ControlName head;
+    std::string_view rows;
+};
+constexpr CellLabels cellLabels[] = {
+    {"txtSales", {"lblUnit", 4}, "lblYear"},    {"txtYOption", {"lblYOption"}, "lblYear"},
+    {"txtYNetInc", {"lblUnit", 5}, "lblYear"},  {"txtYOption2", {"lblYOption2"}, "lblYear"},
+    {"txtYEPS", {"lblLabel", 23}, "lblYear"},   {"txtDiv", {"lblLabel", 24}, "lblYear"},
+    {"txtHigh", {"lblLabel", 26}, "lblYear"},   {"txtLow", {"lblLabel", 27}, "lblYear"},
+    {"txtCSO", {"lblUnit", 6}, "lblYear"},      {"txtRevenue", {"lblUnit", 7}, "lblQLabel"},
+    {"txtEPS", {"lblLabel", 33}, "lblQLabel"},  {"txtQOption", {"lblQOption"}, "lblQLabel"},
+    {"txtNetInc", {"lblUnit", 8}, "lblQLabel"},
+};
+
+std::string labelOf(const TextField& field) {
+    const auto* labels = std::ranges::find(cellLabels, field.name(), &CellLabels::cells);
+    if (labels == std::end(cellLabels))
+        return field.accessibleName();
+    const Form& form = field.form();
+    return withoutMnemonic(form.get<Label>(labels->head.name, labels->head.index).caption()) + " " +
+           form.get<Label>(labels->rows, field.index()).caption();
+}
+
 constexpr std::string_view reportingPeriods[] = {"3 months", "6 months", "12 months"};
 
 // Dates that OK settles before it closes.
@@ -452,7 +477,7 @@ std::vector<UnstoredField> VKRDataEntry::Impl::unstoredFields() const {
     for (const auto& control : form.controls())
         if (const auto* field = dynamic_cast<const TextField*>(control.get());
             field != nullptr && !field->mark().empty())
-            result.push_back({field->id(), field->accessibleName(), field->text(), field->mark()});
+            result.push_back({field->id(), labelOf(*field), field->text(), field->mark()});
     return result;
 }
 

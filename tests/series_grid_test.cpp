@@ -246,6 +246,36 @@ TEST(GridCells, WhatCannotBeStoredStaysTypedAndMarked) {
     }
 }
 
+TEST(GridCells, AnUnstoredOneIsCalledByItsColumnAndItsRow) {
+    struct {
+        const char* id;
+        const char* label;
+    } cells[] = {
+        {"txtSales(9)", "Revenue (000) 2025"},
+        {"txtYOption(0)", "Tax Rate (%) 2016"},
+        {"txtYNetInc(1)", "Net Inc. (000) 2017"},
+        {"txtYOption2(2)", "Book Value 2018"},
+        {"txtYEPS(3)", "Basic EPS 2019"},
+        {"txtDiv(4)", "Dividends Declared 2020"},
+        {"txtHigh(5)", "High 2021"},
+        {"txtLow(6)", "Low 2022"},
+        {"txtCSO(10)", "Shares Outstanding (000) 2026"},
+        {"txtRevenue(0)", "Revenue (000) 9/30/2026"},
+        {"txtEPS(1)", "Earnings Per Share 6/30/2026"},
+        {"txtQOption(2)", "Tax Rate (%) 3/31/2026"},
+        {"txtNetInc(3)", "Net Income (000) 12/31/2025"},
+    };
+    EntryScene scene;
+    scene.load(gridCompany(3, true));
+    for (const auto& cell : cells) {
+        pasteOver(scene, cell.id, "1e400");
+        ASSERT_EQ(scene.entry->unstoredFields().size(), 1U);
+        EXPECT_EQ(scene.entry->unstoredFields()[0].control, cell.id);
+        EXPECT_EQ(scene.entry->unstoredFields()[0].label, cell.label);
+        typeOver(scene, cell.id, "");
+    }
+}
+
 TEST(GridCells, AQuarterWithoutADateKeepsItsTextMarked) {
     EntryScene scene;
     const auto company = std::make_shared<ScriptedRecord>(gridCompany(6));
