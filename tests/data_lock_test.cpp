@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/entry_scene.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+struct DataLock : testing::Test {
+    EntryScene scene;
+    VKRDataEntry& entry = *scene.entry;
+    VirtualDesktop& desktop = scene.desktop;
+    std::shared_ptr<CompanyRecord> company = fullCompany();
+
+    DataLock() {
+        entry.put_ShowVLs(true);
+        entry.put_ShowReportingPeriod(true);
+        for (const auto& fill : {&VKRDataEntry::put_vntSource, &VKRDataEntry::put_vntExchange,
+                                 &VKRDataEntry::put_vntIndustry})
+            (entry.*fill)(textArray({"One", "Two"}));
+        company->get_Settings()->put(setting::leadPeriod, std::int16_t{1});
+        entry.put_objCompany(company);
+        desktop.setClipboardText("9");
+    }
+    [[nodiscard]] std::vector<TextField*> fields() const {
+        std::vector<TextField*> all;
+        for (const auto& control : scene.form().controls())
+            if (auto* field = dynamic_cast<TextField*>(control.get()))
+                all.push_back(field);
+        return all;
+    }
+    void lock(bool on) {
+        if (scene.form().get<CheckBox>("chkLockInfo").value() != on)
+            desktop.click("chkLockInfo");
+    }
+    // The page of a control comes up, and a panned or scrolled cell comes into view by its focus.
+    void reveal(TextField& field) {
+        const Control* page = &field;
+        while (page->container() != nullptr)
+            page = page->container();
+        entry.put_CurrentTab(static_cast<TABObject>(page->index() - 9));
+        field.setFocus();
+        ASSERT_EQ(desktop.focusedId(), field.id());
+    }
+};
+
+TEST_F(DataLock, LocksEveryTextBoxAndListAndUnlocksThemAgain) {
+    ASSERT_GT(fields().size(), 150U);
+    for (const bool on : {true, false, true, false}) {
+        lock(on);
+        for (const auto* field : fields())
+            EXPECT_EQ(field->locked(), on) << field->id();
+    }
+}
+
+TEST_F(DataLock, RowsThatAreAddedLaterAreLockedToo) {
+    lock(true);
+    entry.put_VisibleQuarters(20);
+    for (const auto* field : fields())
+        EXPECT_TRUE(field->locked()) << field->id();
+}
+
+TEST_F(DataLock, NothingThatAPersonDoesChangesALockedField) {
+    lock(true);
+    entry.put_blnDirty(false);
+    const auto before = company->clone();
+    for (auto* field : fields()) {
+        const std::string text = field->text();
+        reveal(*field);
+        for (const auto* keys : {"7", "x", "{DEL}", "{BACKSPACE}", "^a{DEL}", "^a^x", "^a^v", "^z",
+                                 "+{INSERT}", "^a+{DEL}", "-", "^{BACKSPACE}", "^{DEL}"}) {
+            field->setFocus();
+            desktop.type(keys);
+            EXPECT_EQ(field->text(), text) << field->id() << " " << keys;
+        }
+        desktop.undo(*field);
+        EXPECT_FALSE(field->editText("by a command", 0));
+        EXPECT_EQ(field->text(), text) << field->id();
+        if (auto* list = dynamic_cast<ComboBox*>(field)) {
+            ASSERT_FALSE(list->list().empty()) << list->id();
+            for (int entryIndex = 0; entryIndex < static_cast<int>(list->list().size());
+                 ++entryIndex)
+                desktop.pick(list->id(), entryIndex);
+            desktop.type("{DOWN}{UP}{UP}");
+            EXPECT_EQ(field->text(), text) << field->id();
+        }
+        entry.leaveField();
+        EXPECT_EQ(field->text(), field->tag()) << field->id();
+    }
+    EXPECT_FALSE(entry.get_blnDirty());
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_EQ(desktop.clipboardText(), "9");
+    EXPECT_TRUE(desktop.messages().empty());
+}
+
+TEST_F(DataLock, CopyingStillWorks) {
+    lock(true);
+    desktop.click("txtName");
+    desktop.type("^a^c");
+    EXPECT_EQ(desktop.clipboardText(), "Name text");
+}
+
+TEST_F(DataLock, WhatWasTypedBeforeTheLockIsStoredFirst) {
+    desktop.click("txtName");
+    desktop.type("^aTyped");
+    desktop.click("chkLockInfo");
+    EXPECT_EQ(company->get_Name(), "Typed");
+    EXPECT_TRUE(scene.field("txtName").locked());
+}
+
+TEST_F(DataLock, UnlockedFieldsCanBeEditedAgain) {
+    lock(true);
+    lock(false);
+    scene.enter("txtName", "Edited");
+    EXPECT_EQ(company->get_Name(), "Edited");
+    desktop.clickTab(toYearly);
+    scene.enter("txtSales(9)", "12");
+    EXPECT_EQ(company->get_YRevenueSeries().array().number(1), 12);
+    desktop.clickTab(toQuarterly);
+    scene.enter("txtNetInc(0)", "-3");
+    EXPECT_EQ(company->get_QNetIncSeries().array().number(0), -3);
+}
+
+TEST_F(DataLock, AClickOnTheBoxMarksTheCompanyChangedBothWays) {
+    for (int i = 0; i < 2; ++i) {
+        entry.put_blnDirty(false);
+        desktop.click("chkLockInfo");
+        EXPECT_TRUE(entry.get_blnDirty());
+    }
+}
+
+TEST_F(DataLock, AClickOnTheBoxClosesTheHelpFrame) {
+    auto& help = scene.form().get<Frame>("fraDE", 0);
+    desktop.press("chkLockInfo");
+    help.setVisible(true);
+    desktop.release();
+    EXPECT_FALSE(help.visible());
+}
+
+TEST_F(DataLock, TheSpaceKeyLocksToo) {
+    scene.form().get<CheckBox>("chkLockInfo").setFocus();
+    desktop.type(" ");
+    EXPECT_TRUE(scene.field("txtName").locked());
+}
+
+TEST_F(DataLock, LabelsOfLockedDataTakeTheirShade) {
+    entry.put_ShadeColorLocked(0x112233);
+    const auto& label = desktop.control("lblLabel(0)");
+    EXPECT_EQ(label.backColor(), colors::buttonFace);
+    lock(true);
+    EXPECT_EQ(label.backColor(), 0x112233U);
+    entry.put_ShadeColorLocked(0x445566);
+    EXPECT_EQ(label.backColor(), 0x445566U);
+    lock(false);
+    EXPECT_EQ(label.backColor(), colors::buttonFace);
+}
+
+TEST_F(DataLock, ShadesAreRedrawn) {
+    auto& cell = scene.field("txtSales", 9);
+    auto& yellow = scene.field("txtEPS", 4);
+    cell.setBackColor(1);
+    yellow.setBackColor(1);
+    lock(true);
+    EXPECT_EQ(cell.backColor(), entry.get_ShadeColorYear());
+    EXPECT_EQ(yellow.backColor(), colors::yellow);
+}
+
+TEST_F(DataLock, ButtonsThatChangeTheSpanRefuseWithTheirOwnWords) {
+    const struct {
+        int tab;
+        const char* button;
+        const char* text;
+    } rows[] = {
+        {toYearly, "cmdAddYear", "Data is locked!\r\rYou must unlock data to add a new year."},
+        {toYearly, "cmdRemoveYear", "Data is locked!\r\rYou must unlock data to remove a year."},
+        {toQuarterly, "cmdAddQuarter",
+         "Data is locked!\r\rYou must unlock data to add a new quarter."},
+    };
+    lock(true);
+    entry.put_blnDirty(false);
+    const auto before = company->clone();
+    const auto year = scene.text("txtLastFY");
+    const auto quarter = scene.text("txtLastQDate");
+    for (const auto& row : rows) {
+        desktop.forget();
+        desktop.clickTab(row.tab);
+        desktop.click(row.button);
+        ASSERT_EQ(desktop.messages().size(), 1U) << row.button;
+        EXPECT_EQ(desktop.messages()[0].text, row.text);
+        EXPECT_EQ(desktop.messages()[0].buttons, message_box::okOnly);
+        EXPECT_EQ(desktop.messages()[0].title, "VKRDataEntry");
+    }
+    EXPECT_EQ(scene.text("txtLastFY"), year);
+    EXPECT_EQ(scene.text("txtLastQDate"), quarter);
+    EXPECT_FALSE(entry.get_blnDirty());
+    EXPECT_TRUE(sameAs(*before, *company));
+}
+
+TEST_F(DataLock, SpinnerAndQuarterLabelsMoveNothing) {
+    lock(true);
+    desktop.clickTab(toQuarterly);
+    const auto before = company->clone();
+    const auto quarter = scene.text("txtLastQDate");
+    desktop.spin("spnQuarter", 1);
+    desktop.spin("spnQuarter", -1);
+    desktop.doubleClick("lblQLabel(2)");
+    EXPECT_EQ(scene.text("txtLastQDate"), quarter);
+    EXPECT_TRUE(sameAs(*before, *company));
+    for (const auto& message : desktop.messages())
+        EXPECT_TRUE(message.text.starts_with("Data is locked!\r\r")) << message.text;
+}
+
+} // namespace
+} // namespace vkr
