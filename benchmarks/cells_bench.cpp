@@ -2,6 +2,7 @@
 // A thousand figures typed with key events, cell after cell: the widget's yearly grid, a bare
 // table, and bare line edits.
 #include "company/company_record.hpp"
+#include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 
 #include <QApplication>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The widget against bare toolkit fields that show the same texts.
 #include "company/company_record.hpp"
+#include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 
 #include <QApplication>

@@ -46,8 +46,10 @@ bool lacksDate(const Session& session, Datum datum) {
 }
 
 void showSeries(const Session& session, SeriesGrid& grid, std::span<const LoadedSeries> table) {
-    for (const auto& [series, scale] : table)
-        attempt([&] { grid.show(series, scale == LoadScale::unit ? session.unitFactor : 1); });
+    for (const LoadedSeries& loaded : table)
+        attempt([&] {
+            grid.show(loaded.series, loaded.scale == LoadScale::unit ? session.unitFactor : 1);
+        });
 }
 
 void loadReportingPeriod(Session& session) {
@@ -172,6 +174,9 @@ void commitCompany(Session& session) {
     for (const auto& rule : derivedSeries)
         if (rule.wanted(session))
             attempt([&] { derive(company, rule); });
+    // A record may let the quarter of its series follow the last quarter: not what is being typed.
+    if (const auto& field = session.textBox("txtLastQDate"); field.text() != field.tag())
+        attempt([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
     if (const auto lastQuarter = session.dateOf(session.textBox("txtLastQDate"), Datum::LastQDate))
         attempt([&] { company.put_LastQDate(*lastQuarter); });
     if (const int period = session.form.get<ComboBox>("cmbReportingPeriod").listIndex();
@@ -184,8 +189,8 @@ void commitCompany(Session& session) {
         {setting::taxRate, showsTaxRate(session)},
         {setting::lockBasicInfo, session.isLocked()},
     };
-    for (const auto& [name, value] : settings)
-        attempt([&] { session.settings()->put(name, value); });
+    for (const auto& named : settings)
+        attempt([&] { session.settings()->put(named.first, named.second); });
     attempt([&] { static_cast<void>(company.get_SettingsApply()); });
 }
 

@@ -37,9 +37,10 @@ struct Column {
     Twips field;
     Twips fieldWidth;
 };
-constexpr Column leftColumn{120, 1350, 1470, 1680, 2190};
-constexpr Column rightColumn{4125, 1800, 5940, 6120, 1710};
-constexpr Column otherColumn{120, 1350, 1470, 1680, 2190};
+constexpr Column leftColumn{120, 1635, 1755, 1965, 1905};
+constexpr Column rightColumn{4080, 2055, 6135, 6330, 1500};
+constexpr Column otherLeftColumn{120, 1440, 1560, 1680, 2190};
+constexpr Column otherRightColumn{4080, 2250, 6330, 6525, 1305};
 
 constexpr ControlRow labelAt(Column column, int number, std::string_view name, int index, int page,
                              std::string_view caption, int tag) {
@@ -88,9 +89,11 @@ constexpr ControlRow currencyAt(Column column, int number, int index, int page) 
 constexpr int years = 11;
 constexpr Twips headHeight = 435;
 constexpr Twips cellPitch = 300;
-constexpr Twips moneyWidth = 1080;
-constexpr Twips shareWidth = 660;
-constexpr Twips priceWidth = 810;
+constexpr Twips moneyWidth = 1035;
+constexpr Twips earningsWidth = 645;
+constexpr Twips dividendWidth = 885;
+constexpr Twips priceWidth = 795;
+constexpr Twips sharesWidth = 1080;
 constexpr Twips yearlyTop = 465;
 constexpr Twips yearlyViewLeft = 630;
 constexpr Twips yearlyViewWidth = 7260;
@@ -242,7 +245,7 @@ constexpr ControlRow rows[] = {
      "lblLabel(20)",
      4,
      Alignment::right},
-    {label, "lblLabel", 21, yearlyPage, 1665, 150, 1245, labelHeight, "Date of Last FY", 528},
+    {label, "lblLabel", 21, yearlyPage, 1590, 150, 1395, labelHeight, "Date of Last FY", 528},
     {textBox,
      "txtDateofLastFY",
      single,
@@ -300,29 +303,29 @@ constexpr ControlRow rows[] = {
      cellPitch},
     yearHead("lblUnit", 4, 0, 15, moneyWidth, 405, "Revenue", 521),
     yearCells("txtSales", 0, moneyWidth),
-    yearHead("lblYOption", single, 1080, 15, moneyWidth, 405, "Pre-Tax Income", 0),
-    yearCells("txtYOption", 1080, moneyWidth),
-    yearHead("lblUnit", 5, 2160, 15, moneyWidth, 405, "Net Inc.", 522),
-    yearCells("txtYNetInc", 2160, moneyWidth),
-    yearHead("lblYOption2", single, 3240, 15, moneyWidth, 405, "Common Equity", 0),
-    yearCells("txtYOption2", 3240, moneyWidth),
-    yearHead("lblLabel", 23, 4320, 15, shareWidth, 405, "Basic EPS", 523),
-    yearCells("txtYEPS", 4320, shareWidth),
-    yearHead("lblLabel", 24, 4980, 15, shareWidth, 405, "Dividends Declared", 524),
-    yearCells("txtDiv", 4980, shareWidth),
-    yearHead("lblLabel", 25, 5640, 15, 2 * priceWidth, labelHeight, "Market Price", 525),
-    yearHead("lblLabel", 26, 5640, 225, priceWidth, labelHeight, "High", 526),
-    yearCells("txtHigh", 5640, priceWidth),
-    yearHead("lblLabel", 27, 6450, 225, priceWidth, labelHeight, "Low", 527),
-    yearCells("txtLow", 6450, priceWidth),
-    yearHead("lblUnit", 6, 7260, 15, moneyWidth, 405, "Shares Outstanding", 0),
-    yearCells("txtCSO", 7260, moneyWidth),
+    yearHead("lblYOption", single, 1035, 15, moneyWidth, 405, "Pre-Tax Income", 0),
+    yearCells("txtYOption", 1035, moneyWidth),
+    yearHead("lblUnit", 5, 2070, 15, moneyWidth, 405, "Net Inc.", 522),
+    yearCells("txtYNetInc", 2070, moneyWidth),
+    yearHead("lblYOption2", single, 3105, 15, moneyWidth, 405, "Common Equity", 0),
+    yearCells("txtYOption2", 3105, moneyWidth),
+    yearHead("lblLabel", 23, 4140, 15, earningsWidth, 405, "Basic EPS", 523),
+    yearCells("txtYEPS", 4140, earningsWidth),
+    yearHead("lblLabel", 24, 4785, 15, dividendWidth, 405, "Dividends Declared", 524),
+    yearCells("txtDiv", 4785, dividendWidth),
+    yearHead("lblLabel", 25, 5670, 15, 2 * priceWidth, labelHeight, "Market Price", 525),
+    yearHead("lblLabel", 26, 5670, 225, priceWidth, labelHeight, "High", 526),
+    yearCells("txtHigh", 5670, priceWidth),
+    yearHead("lblLabel", 27, 6465, 225, priceWidth, labelHeight, "Low", 527),
+    yearCells("txtLow", 6465, priceWidth),
+    yearHead("lblUnit", 6, 7260, 15, sharesWidth, 405, "Shares Outstanding", 0),
+    yearCells("txtCSO", 7260, sharesWidth),
     {scrollBar, "hscrYearly", single, yearlyPage, yearlyViewLeft, 4230, yearlyViewWidth - 15, 240},
     {label, "lblLegend", 0, yearlyPage, yearlyViewLeft, 4605, 285, labelHeight},
     {label, "lblLegend", 1, yearlyPage, 990, 4605, 3000, labelHeight, "Legend caption", 570},
 
     // --- Quarterly Data ------------------------------------------------------------------------
-    {label, "lblLabel", 30, quarterlyPage, 120, 150, 1620, labelHeight, "Date of Last Quarter",
+    {label, "lblLabel", 30, quarterlyPage, 120, 150, 1815, labelHeight, "Date of Last Quarter",
      529},
     {textBox,
      "txtLastQDate",
@@ -336,11 +339,11 @@ constexpr ControlRow rows[] = {
      0,
      "lblLabel(30)",
      40},
-    {spinner, "spnQuarter", single, quarterlyPage, 3000, 105, 240, fieldHeight},
-    {label, "lblLabel", 31, quarterlyPage, 3510, 150, 1230, labelHeight, "Date of Last FY", 528},
-    {label, "lblDatOfLastFY", single, quarterlyPage, 4785, 150, 1200, labelHeight, "Dat of Last FY",
+    {spinner, "spnQuarter", single, quarterlyPage, 3165, 105, 240, fieldHeight},
+    {label, "lblLabel", 31, quarterlyPage, 3570, 150, 1335, labelHeight, "Date of Last FY", 528},
+    {label, "lblDatOfLastFY", single, quarterlyPage, 4950, 150, 1170, labelHeight, "Dat of Last FY",
      0},
-    {commandButton, "cmdAddQuarter", single, quarterlyPage, 6180, 75, 1650, 345, "Add New &Quarter",
+    {commandButton, "cmdAddQuarter", single, quarterlyPage, 6180, 75, 1650, 345, "&Add New Quarter",
      579},
     quarterHead("lblLabel", 32, 120, 1140, "Quarter", 530),
     quarterHead("lblUnit", 7, 1560, 1440, "Revenue", 521),
@@ -409,37 +412,37 @@ constexpr ControlRow rows[] = {
     {scrollBar, "vscrQuarterly", single, quarterlyPage, 7620, quarterlyTop, 255, 3945},
 
     // --- Company Other -------------------------------------------------------------------------
-    labelAt(otherColumn, 0, "lblLabel", 40, otherPage, "Address", 533),
-    fieldAt(otherColumn, 0, "txtAddress1", otherPage, "lblLabel(40)", 100),
-    fieldAt(otherColumn, 1, "txtAddress2", otherPage, "lblLabel(40)", 100),
-    labelAt(otherColumn, 2, "lblLabel", 41, otherPage, "City", 534),
-    fieldAt(otherColumn, 2, "txtCity", otherPage, "lblLabel(41)", 60),
-    labelAt(otherColumn, 3, "lblLabel", 42, otherPage, "State/Province", 535),
-    fieldAt(otherColumn, 3, "txtState", otherPage, "lblLabel(42)", 60),
-    labelAt(otherColumn, 4, "lblLabel", 43, otherPage, "Zip/Postal", 536),
-    fieldAt(otherColumn, 4, "txtZip", otherPage, "lblLabel(43)", 20),
-    labelAt(otherColumn, 5, "lblLabel", 44, otherPage, "Country", 537),
-    fieldAt(otherColumn, 5, "txtCountry", otherPage, "lblLabel(44)", 60),
-    labelAt(otherColumn, 6, "lblLabel", 45, otherPage, "Internet", 538),
-    fieldAt(otherColumn, 6, "txtInternet", otherPage, "lblLabel(45)", 200),
-    labelAt(otherColumn, 7, "lblLabel", 46, otherPage, "Contact Person", 539),
-    fieldAt(otherColumn, 7, "txtContactPerson", otherPage, "lblLabel(46)", 100),
-    labelAt(otherColumn, 8, "lblLabel", 47, otherPage, "", 540),
-    fieldAt(otherColumn, 8, "txtTel", otherPage, "lblLabel(47)", 40),
+    labelAt(otherLeftColumn, 0, "lblLabel", 40, otherPage, "Address", 533),
+    fieldAt(otherLeftColumn, 0, "txtAddress1", otherPage, "lblLabel(40)", 100),
+    fieldAt(otherLeftColumn, 1, "txtAddress2", otherPage, "lblLabel(40)", 100),
+    labelAt(otherLeftColumn, 2, "lblLabel", 41, otherPage, "City", 534),
+    fieldAt(otherLeftColumn, 2, "txtCity", otherPage, "lblLabel(41)", 60),
+    labelAt(otherLeftColumn, 3, "lblLabel", 42, otherPage, "State/Province", 535),
+    fieldAt(otherLeftColumn, 3, "txtState", otherPage, "lblLabel(42)", 60),
+    labelAt(otherLeftColumn, 4, "lblLabel", 43, otherPage, "Zip/Postal", 536),
+    fieldAt(otherLeftColumn, 4, "txtZip", otherPage, "lblLabel(43)", 20),
+    labelAt(otherLeftColumn, 5, "lblLabel", 44, otherPage, "Country", 537),
+    fieldAt(otherLeftColumn, 5, "txtCountry", otherPage, "lblLabel(44)", 60),
+    labelAt(otherLeftColumn, 6, "lblLabel", 45, otherPage, "Internet", 538),
+    fieldAt(otherLeftColumn, 6, "txtInternet", otherPage, "lblLabel(45)", 200),
+    labelAt(otherLeftColumn, 7, "lblLabel", 46, otherPage, "Contact Person", 539),
+    fieldAt(otherLeftColumn, 7, "txtContactPerson", otherPage, "lblLabel(46)", 100),
+    labelAt(otherLeftColumn, 8, "lblLabel", 47, otherPage, "", 540),
+    fieldAt(otherLeftColumn, 8, "txtTel", otherPage, "lblLabel(47)", 40),
 
-    labelAt(rightColumn, 0, "lblUnit", 9, otherPage, "Preferred Dividends", 545),
-    currencyAt(rightColumn, 0, 7, otherPage),
-    figureAt(rightColumn, 0, "txtPrefDiv", otherPage, "lblUnit(9)"),
-    labelAt(rightColumn, 1, "lblLabel", 48, otherPage, "Est. Tax Rate (%)", 547),
-    figureAt(rightColumn, 1, "txtTaxRate", otherPage, "lblLabel(48)"),
-    labelAt(rightColumn, 3, "lblLabel", 51, otherPage, "VL Timelines", 542),
-    fieldAt(rightColumn, 3, "txtVLTimelines", otherPage, "lblLabel(51)", 40),
-    labelAt(rightColumn, 4, "lblLabel", 52, otherPage, "VL Safety", 543),
-    fieldAt(rightColumn, 4, "txtVLSafety", otherPage, "lblLabel(52)", 40),
-    labelAt(rightColumn, 5, "lblLabel", 53, otherPage, "Reporting Period", 544),
-    fieldAt(rightColumn, 5, "cmbReportingPeriod", otherPage, "lblLabel(53)", 40, Alignment::left,
-            comboBox),
-    labelAt(otherColumn, 9, "lblLabel", 49, otherPage, "Notes", 541),
+    labelAt(otherRightColumn, 0, "lblUnit", 9, otherPage, "Preferred Dividends", 545),
+    currencyAt(otherRightColumn, 0, 7, otherPage),
+    figureAt(otherRightColumn, 0, "txtPrefDiv", otherPage, "lblUnit(9)"),
+    labelAt(otherRightColumn, 1, "lblLabel", 48, otherPage, "Est. Tax Rate (%)", 547),
+    figureAt(otherRightColumn, 1, "txtTaxRate", otherPage, "lblLabel(48)"),
+    labelAt(otherRightColumn, 3, "lblLabel", 51, otherPage, "VL Timelines", 542),
+    fieldAt(otherRightColumn, 3, "txtVLTimelines", otherPage, "lblLabel(51)", 40),
+    labelAt(otherRightColumn, 4, "lblLabel", 52, otherPage, "VL Safety", 543),
+    fieldAt(otherRightColumn, 4, "txtVLSafety", otherPage, "lblLabel(52)", 40),
+    labelAt(otherRightColumn, 5, "lblLabel", 53, otherPage, "Reporting Period", 544),
+    fieldAt(otherRightColumn, 5, "cmbReportingPeriod", otherPage, "lblLabel(53)", 40,
+            Alignment::left, comboBox),
+    labelAt(otherLeftColumn, 9, "lblLabel", 49, otherPage, "Notes", 541),
     {textBox,
      "txtNotes",
      single,

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "desktop/qt_values.hpp"
+#include "platform/form.hpp"
+
+#include <QMouseEvent>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <utility>
+
+namespace vkr {
+
+class FormView;
+
+// Counts up while it lives.
+class Nested {
+  public:
+    explicit Nested(int& depth) : depth_(depth) { ++depth_; }
+    ~Nested() { --depth_; }
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+
+  private:
+    int& depth_;
+};
+
+// What a native widget does with an event by itself.
+using NativeEvent = bool (*)(QWidget& widget, QEvent& event);
+
+// The native side of one control. It shows the model in its widget and hands every event of that
+// widget to the form view, which decides how much of it the widget itself gets to see. Lives as
+// long as its control, or a little longer: without a control it does nothing.
+class ControlView : public QObject {
+  public:
+    ControlView(FormView& view, Control& control) : view_(view), control_(&control) {}
+
+    [[nodiscard]] Control* control() const { return control_; }
+    [[nodiscard]] QWidget& widget() const { return *widget_; }
+    [[nodiscard]] FormView& view() const { return view_; }
+
+    // After a change of the model.
+    virtual void show(Property property);
+    virtual void showAll();
+    void place();
+
+    // An event of the native widget, or of a part of it.
+    bool handle(QEvent& event, QWidget& source, NativeEvent native);
+    // What the widget itself makes of a key or an input method; then the form hears of it.
+    virtual void type(QEvent& event) { event.ignore(); }
+    virtual void focusGained() {}
+    virtual void pressEnded() {} // the press is over, however it ended
+    // A turn of the wheel over the control while it has the focus; false: not used.
+    virtual bool wheel(int /*steps*/) { return false; }
+    void retire(); // the control goes
+    void forget() { control_ = nullptr; }
+
+  protected:
+    void setWidget(QWidget& widget);
+    // Events that the kind of control treats in its own way; true when done.
+    virtual bool handleOwn(QEvent& /*event*/, QWidget& /*source*/, NativeEvent /*native*/) {
+        return false;
+    }
+    virtual void press(QMouseEvent& event, QWidget& source, NativeEvent native);
+    virtual void drag(QMouseEvent& event, QWidget& source, NativeEvent native);
+    virtual void release(QMouseEvent& event, QWidget& source, NativeEvent native);
+    virtual void doubleClick(QMouseEvent& event, QWidget& source, NativeEvent native);
+    virtual void showColors();
+    virtual void showEnabled();
+    void showNames();
+
+    bool pass(QEvent& event, QWidget& source, NativeEvent native);
+    [[nodiscard]] bool passing() const { return passing_ > 0; }
+    [[nodiscard]] bool isActive() const;
+    void beginPress(const QMouseEvent& event);
+    void endPress(const QMouseEvent& event, const QWidget& source);
+    [[nodiscard]] bool isInside(const QMouseEvent& event, const QWidget& source) const;
+    [[nodiscard]] Form& form() const;
+
+    int showing_ = 0; // the model is being shown: what the widget signals is no input
+
+  private:
+    void showVisible();
+
+    FormView& view_;
+    Control* control_;
+    QWidget* widget_ = nullptr;
+    int passing_ = 0; // the widget itself is at work
+};
+
+// A native widget whose events go to its view first.
+template <typename Widget>
+class Native final : public Widget {
+  public:
+    template <typename... Arguments>
+    explicit Native(ControlView& view, Arguments&&... arguments)
+        : Widget(std::forward<Arguments>(arguments)...), view_(&view) {}
+
+    static bool pass(QWidget& widget, QEvent& event) {
+        return static_cast<Native&>(widget).Widget::event(&event);
+    }
+
+  protected:
+    bool event(QEvent* event) override {
+        return view_.isNull() ? Widget::event(event) : view_->handle(*event, *this, &pass);
+    }
+
+  private:
+    QPointer<ControlView> view_;
+};
+
+} // namespace vkr

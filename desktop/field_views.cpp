@@ -1,0 +1,549 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/field_views.hpp"
+
+#include "desktop/form_view.hpp"
+#include "platform/text.hpp"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QTextBlock>
+
+#include <algorithm>
+
+namespace vkr {
+
+namespace {
+
+Qt::Alignment alignmentOf(const TextBox& box) {
+    switch (box.alignment()) {
+    case Alignment::center:
+        return Qt::AlignHCenter;
+    case Alignment::right:
+        return Qt::AlignRight;
+    default:
+        return Qt::AlignLeft;
+    }
+}
+
+// Models may hold line breaks of other systems, which the widget shows as its own.
+std::string withPlainBreaks(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text[i] != '\r')
+            result += text[i];
+        else if (i + 1 == text.size() || text[i + 1] != '\n')
+            result += '\n';
+    return result;
+}
+
+QColor between(const QColor& one, const QColor& other, double part) {
+    const auto mixed = [part](int from, int to) {
+        return static_cast<int>(from + (to - from) * part);
+    };
+    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
+            mixed(one.blue(), other.blue())};
+}
+
+} // namespace
+
+// --- what all fields have in common --------------------------------------------------------------
+
+void FieldView::show(Property property) {
+    switch (property) {
+    case Property::text:
+        showText();
+        break;
+    case Property::edit:
+        showEdit();
+        break;
+    case Property::selection:
+        showSelection();
+        break;
+    case Property::locked: {
+        const Nested nested(showing_);
+        setLocked(field().locked());
+        break;
+    }
+    case Property::mark:
+        ControlView::show(property);
+        widget().update();
+        break;
+    default:
+        ControlView::show(property);
+    }
+}
+
+void FieldView::showText() {
+    const Nested nested(showing_);
+    showLimit();
+    setText(toQt(field().text()));
+    shown_ = text();
+    select(modelSelection());
+}
+
+void FieldView::showEdit() {
+    const Nested nested(showing_);
+    showLimit();
+    replaceText(toQt(field().text()));
+    shown_ = text();
+    select(modelSelection());
+}
+
+void FieldView::showSelection() {
+    const Nested nested(showing_);
+    if (const auto wanted = modelSelection(); wanted != selection())
+        select(wanted);
+}
+
+// Only what is typed is limited; a longer text of the program stays whole.
+void FieldView::showLimit() {
+    const int limit = field().maxLength();
+    if (limit > 0)
+        setLimit(std::max(limit, static_cast<int>(field().text().size())));
+    else
+        setLimit(0);
+}
+
+void FieldView::focusGained() {
+    const Nested nested(showing_);
+    const int limit = field().maxLength();
+    setLimit(limit > 0 ? std::max(limit, static_cast<int>(shown_.size())) : 0);
+    showSelection();
+}
+
+UnitRange FieldView::modelSelection() const {
+    const auto& model = field().text();
+    if (model.find('\r') != std::string::npos) {
+        const auto units = [&](int characters) {
+            return static_cast<int>(
+                toQt(withPlainBreaks(textLeft(model, characters))).size());
+        };
+        const int start = units(field().selStart());
+        return {start, units(field().selStart() + field().selLength()) - start};
+    }
+    const int start = unitsOf(shown_, field().selStart());
+    return {start, unitsOf(shown_, field().selStart() + field().selLength()) - start};
+}
+
+void FieldView::showColors() {
+    const QColor window = view().palette().color(QPalette::Window);
+    const QColor chosen = toQt(field().backColor());
+    const QColor back = chosen.isValid() ? chosen : window;
+    const QColor fore = toQt(field().foreColor());
+    if (widget().palette().color(QPalette::Active, QPalette::Base) == back &&
+        widget().palette().color(QPalette::Active, QPalette::Text) == fore &&
+        widget().testAttribute(Qt::WA_SetPalette))
+        return;
+    QPalette palette;
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        palette.setColor(group, QPalette::Base, back);
+        palette.setColor(group, QPalette::Text, fore);
+    }
+    const QColor dimmed = between(back, window, 0.6);
+    palette.setColor(QPalette::Disabled, QPalette::Base, dimmed);
+    palette.setColor(QPalette::Disabled, QPalette::Text, between(fore, dimmed, 0.35));
+    widget().setPalette(palette);
+}
+
+void FieldView::widgetChanged() {
+    if (showing_ == 0 && !passing() && control() != nullptr)
+        takeEdit();
+}
+
+void FieldView::takeEdit() {
+    if (control() == nullptr)
+        return;
+    auto now = text();
+    if (now == shown_) {
+        if (const auto range = selection(); range != modelSelection()) {
+            const int start = charactersOf(now, range.start);
+            form().userSelect(field(), start,
+                              charactersOf(now, range.start + range.length) - start);
+        }
+        return;
+    }
+    if (field().locked() || choseEntry()) {
+        if (field().locked())
+            refuseEdit();
+        return;
+    }
+    if (const auto wanted = acceptable(now); wanted != now) {
+        const Nested nested(showing_);
+        const auto range = selection();
+        const int caret =
+            static_cast<int>(acceptable(now.left(range.start + range.length)).size());
+        stepBack();
+        replaceText(wanted);
+        now = text();
+        select({std::min(caret, static_cast<int>(now.size())), 0});
+    }
+    const auto range = selection();
+    const int start = charactersOf(now, range.start);
+    shown_ = now;
+    if (!form().userEdit(field(), fromQt(now), start,
+                         charactersOf(now, range.start + range.length) - start))
+        refuseEdit();
+}
+
+void FieldView::refuseEdit() {
+    if (control() == nullptr)
+        return;
+    showText();
+}
+
+void FieldView::undo() {
+    if (canUndo())
+        stepBack();
+}
+
+void FieldView::type(QEvent& event) {
+    typeInto(event);
+    takeEdit();
+}
+
+bool FieldView::handleOwn(QEvent& event, QWidget& source, NativeEvent native) {
+    switch (event.type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+        if (!field().locked())
+            return false;
+        event.ignore();
+        return true;
+    case QEvent::Drop:
+        // What is dropped is taken over when the field is left, like everything typed.
+        form().focus(field());
+        if (isActive() && !field().locked()) {
+            pass(event, source, native);
+            takeEdit();
+        } else {
+            event.ignore();
+        }
+        return true;
+    default:
+        return false;
+    }
+}
+
+// The first press into a field leaves the selection to what the form does on entering; with the
+// focus there, a press places the caret.
+void FieldView::press(QMouseEvent& event, QWidget& source, NativeEvent native) {
+    const bool wasActive = isActive();
+    beginPress(event);
+    if (!isActive() || !view().isPressed(*this))
+        return;
+    if (event.button() == Qt::RightButton)
+        return;
+    if (wasActive || event.button() == Qt::MiddleButton) {
+        pass(event, source, native);
+        takeEdit();
+    } else {
+        firstPress_.reset(event.clone());
+    }
+}
+
+void FieldView::drag(QMouseEvent& event, QWidget& source, NativeEvent native) {
+    if (firstPress_ != nullptr) {
+        const auto way = event.position() - firstPress_->position();
+        if (way.manhattanLength() < QApplication::startDragDistance())
+            return;
+        const auto first = std::move(firstPress_);
+        pass(*first, source, native);
+    }
+    pass(event, source, native);
+    if (event.buttons() != Qt::NoButton && isActive())
+        takeEdit();
+}
+
+void FieldView::release(QMouseEvent& event, QWidget& source, NativeEvent native) {
+    const bool first = firstPress_ != nullptr;
+    firstPress_.reset();
+    if (!first && view().isPressed(*this) && event.button() != Qt::RightButton) {
+        pass(event, source, native);
+        takeEdit();
+    }
+    endPress(event, source);
+}
+
+void FieldView::doubleClick(QMouseEvent& event, QWidget& source, NativeEvent native) {
+    if (event.button() != Qt::LeftButton)
+        return;
+    if (isActive()) {
+        pass(event, source, native);
+        takeEdit();
+    }
+    if (control() != nullptr)
+        form().doubleClick(field());
+}
+
+// --- on a line edit --------------------------------------------------------------------------------
+
+void LineFieldView::setEdit(QLineEdit& edit) {
+    edit_ = &edit;
+    edit.setCompleter(nullptr);
+    const auto changed = [this] { widgetChanged(); };
+    connect(&edit, &QLineEdit::textChanged, this, changed);
+    connect(&edit, &QLineEdit::selectionChanged, this, changed);
+    connect(&edit, &QLineEdit::cursorPositionChanged, this, changed);
+}
+
+void LineFieldView::replaceText(const QString& text) {
+    edit_->selectAll();
+    edit_->insert(text);
+}
+
+UnitRange LineFieldView::selection() const {
+    return edit_->hasSelectedText()
+               ? UnitRange{edit_->selectionStart(), edit_->selectionLength()}
+               : UnitRange{edit_->cursorPosition(), 0};
+}
+
+void LineFieldView::select(UnitRange range) {
+    if (range.length > 0) {
+        edit_->setSelection(range.start, range.length);
+    } else {
+        edit_->deselect();
+        edit_->setCursorPosition(range.start);
+    }
+}
+
+void LineFieldView::setLocked(bool locked) {
+    edit_->setReadOnly(locked);
+    edit_->setAcceptDrops(!locked);
+}
+
+void LineFieldView::setLimit(int units) {
+    constexpr int unlimited = 32767;
+    const int limit = units > 0 ? units : std::max(unlimited, edit_->maxLength());
+    if (limit == edit_->maxLength())
+        return;
+    const auto range = selection(); // the widget sets its text anew
+    edit_->setMaxLength(limit);
+    select(range);
+}
+
+LineView::LineView(FormView& view, TextBox& box, QWidget& parent) : LineFieldView(view, box) {
+    auto* edit = new Native<QLineEdit>(*this, &parent);
+    setWidget(*edit);
+    setEdit(*edit);
+}
+
+void LineView::show(Property property) {
+    LineFieldView::show(property);
+    if (property == Property::look)
+        edit().setAlignment(alignmentOf(static_cast<TextBox&>(*control())));
+}
+
+bool LineView::typeInto(QEvent& event) {
+    return pass(event, edit(), &Native<QLineEdit>::pass);
+}
+
+// --- lists -----------------------------------------------------------------------------------------
+
+namespace {
+
+// The list of a locked field stays closed.
+class ListBox : public QComboBox {
+  public:
+    ListBox(QWidget* parent, const ComboBox& list) : QComboBox(parent), list_(list) {}
+    void showPopup() override {
+        if (!list_.locked() && isEnabled())
+            QComboBox::showPopup();
+    }
+
+  private:
+    const ComboBox& list_;
+};
+
+} // namespace
+
+ComboView::ComboView(FormView& view, ComboBox& list, QWidget& parent)
+    : LineFieldView(view, list), combo_(new Native<ListBox>(*this, &parent, list)) {
+    combo_->setInsertPolicy(QComboBox::NoInsert);
+    combo_->setEditable(true);
+    combo_->setLineEdit(new Native<QLineEdit>(*this, combo_));
+    combo_->setCompleter(nullptr);
+    setWidget(*combo_);
+    combo_->lineEdit()->setFocusPolicy(Qt::NoFocus);
+    setEdit(*combo_->lineEdit());
+    connect(combo_, &QComboBox::activated, this, [this](int index) {
+        if (showing_ == 0 && !passing() && this->control() != nullptr)
+            choose(index);
+    });
+}
+
+void ComboView::show(Property property) {
+    if (property == Property::list) {
+        const Nested nested(showing_);
+        const auto kept = text();
+        const auto range = selection();
+        combo_->clear();
+        QStringList entries;
+        for (const auto& entry : list().list())
+            entries.append(toQt(entry));
+        combo_->addItems(entries);
+        if (text() != kept) {
+            edit().setText(kept);
+            select(range);
+        }
+    } else {
+        LineFieldView::show(property);
+    }
+    if (property == Property::toolTip && edit().accessibleName() != widget().accessibleName())
+        edit().setAccessibleName(widget().accessibleName());
+}
+
+// Entries are looked up by the model's list; the widget's own index may lag behind what was typed.
+bool ComboView::choseEntry() {
+    const int index = combo_->currentIndex();
+    if (passing() || index < 0 || combo_->itemText(index) != text())
+        return false;
+    choose(index);
+    return true;
+}
+
+void ComboView::choose(int index) {
+    form().focus(list());
+    if (isActive())
+        form().userPick(list(), index);
+    if (control() != nullptr)
+        show(Property::text);
+}
+
+// Keys go to the line edit alone: the list's own would change the entry behind the form's back.
+bool ComboView::typeInto(QEvent& event) {
+    if (event.type() == QEvent::KeyPress) {
+        const auto& key = static_cast<QKeyEvent&>(event);
+        const bool vertical = key.key() == Qt::Key_Down || key.key() == Qt::Key_Up;
+        if (key.key() == Qt::Key_F4 || (vertical && key.modifiers().testFlag(Qt::AltModifier))) {
+            combo_->showPopup();
+            event.accept();
+            return true;
+        }
+    }
+    return pass(event, edit(), &Native<QLineEdit>::pass);
+}
+
+bool ComboView::wheel(int steps) {
+    if (list().locked())
+        return false;
+    const int last = static_cast<int>(list().list().size()) - 1;
+    const int target = std::clamp(list().listIndex() + steps, 0, std::max(0, last));
+    if (target <= last && target != list().listIndex())
+        form().userPick(list(), target);
+    return true;
+}
+
+void ComboView::press(QMouseEvent& event, QWidget& source, NativeEvent native) {
+    if (&source != combo_) {
+        LineFieldView::press(event, source, native);
+        return;
+    }
+    beginPress(event);
+    if (!isActive() || !view().isPressed(*this))
+        return;
+    if (event.button() == Qt::LeftButton)
+        pass(event, source, native);
+    if (combo_->view()->isVisible()) // the list takes the release
+        view().endPress(*this, MouseButton::left, true);
+}
+
+// --- several lines -----------------------------------------------------------------------------------
+
+namespace {
+
+// A text edit gets the events of the pointer on its viewport.
+class NotesEdit final : public QPlainTextEdit {
+  public:
+    NotesEdit(ControlView& view, QWidget* parent) : QPlainTextEdit(parent), view_(&view) {}
+
+    static bool pass(QWidget& widget, QEvent& event) {
+        return static_cast<NotesEdit&>(widget).QPlainTextEdit::event(&event);
+    }
+    static bool passViewport(QWidget& viewport, QEvent& event) {
+        return static_cast<NotesEdit*>(viewport.parentWidget())
+            ->QPlainTextEdit::viewportEvent(&event);
+    }
+
+  protected:
+    bool event(QEvent* event) override {
+        return view_.isNull() ? QPlainTextEdit::event(event) : view_->handle(*event, *this, &pass);
+    }
+    bool viewportEvent(QEvent* event) override {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseMove:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::ContextMenu:
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+        case QEvent::Drop:
+            return view_.isNull() ? QPlainTextEdit::viewportEvent(event)
+                                  : view_->handle(*event, *viewport(), &passViewport);
+        default:
+            return QPlainTextEdit::viewportEvent(event);
+        }
+    }
+
+  private:
+    QPointer<ControlView> view_;
+};
+
+} // namespace
+
+NotesView::NotesView(FormView& view, TextBox& box, QWidget& parent)
+    : FieldView(view, box), edit_(new NotesEdit(*this, &parent)) {
+    setWidget(*edit_);
+    edit_->document()->setDocumentMargin(2);
+    const auto changed = [this] { widgetChanged(); };
+    connect(edit_, &QPlainTextEdit::textChanged, this, changed);
+    connect(edit_, &QPlainTextEdit::selectionChanged, this, changed);
+    connect(edit_, &QPlainTextEdit::cursorPositionChanged, this, changed);
+}
+
+void NotesView::show(Property property) {
+    FieldView::show(property);
+    if (property == Property::look) {
+        const Nested nested(showing_);
+        auto option = edit_->document()->defaultTextOption();
+        option.setAlignment(alignmentOf(static_cast<TextBox&>(*control())));
+        edit_->document()->setDefaultTextOption(option);
+    }
+}
+
+bool NotesView::canUndo() const {
+    return !edit_->isReadOnly() && edit_->document()->isUndoAvailable();
+}
+
+void NotesView::replaceText(const QString& text) {
+    QTextCursor cursor(edit_->document());
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(text);
+}
+
+UnitRange NotesView::selection() const {
+    const auto cursor = edit_->textCursor();
+    return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
+}
+
+void NotesView::select(UnitRange range) {
+    auto cursor = edit_->textCursor();
+    cursor.setPosition(range.start);
+    cursor.setPosition(range.start + range.length, QTextCursor::KeepAnchor);
+    edit_->setTextCursor(cursor);
+}
+
+void NotesView::setLocked(bool locked) {
+    edit_->setReadOnly(locked);
+    if (locked)
+        edit_->setTextInteractionFlags(edit_->textInteractionFlags() |
+                                       Qt::TextSelectableByKeyboard);
+    edit_->setAcceptDrops(!locked);
+}
+
+bool NotesView::typeInto(QEvent& event) {
+    return pass(event, *edit_, &NotesEdit::pass);
+}
+
+} // namespace vkr

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "desktop/control_view.hpp"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include <memory>
+#include <optional>
+
+namespace vkr {
+
+// A selection in UTF-16 units.
+struct UnitRange {
+    int start = 0;
+    int length = 0;
+
+    friend bool operator==(const UnitRange&, const UnitRange&) = default;
+};
+
+// What text boxes and lists have in common. The widget edits by itself; whatever came of it, by
+// key, input method, pointer, drop, undo or a slot of the widget, is offered to the form, and a
+// locked field gets the text of its model back.
+class FieldView : public ControlView {
+  public:
+    void show(Property property) override;
+    void type(QEvent& event) override;
+    void focusGained() override;
+
+    [[nodiscard]] virtual bool canUndo() const = 0;
+    void undo();
+
+  protected:
+    using ControlView::ControlView;
+
+    bool handleOwn(QEvent& event, QWidget& source, NativeEvent native) override;
+    void press(QMouseEvent& event, QWidget& source, NativeEvent native) override;
+    void drag(QMouseEvent& event, QWidget& source, NativeEvent native) override;
+    void release(QMouseEvent& event, QWidget& source, NativeEvent native) override;
+    void doubleClick(QMouseEvent& event, QWidget& source, NativeEvent native) override;
+    void showColors() override;
+    void pressEnded() override { firstPress_.reset(); }
+
+    // Of the widget.
+    [[nodiscard]] virtual QString text() const = 0;
+    virtual void setText(const QString& text) = 0;     // the undo starts anew
+    virtual void replaceText(const QString& text) = 0; // one step of the undo
+    [[nodiscard]] virtual UnitRange selection() const = 0;
+    virtual void select(UnitRange range) = 0;
+    virtual void setLocked(bool locked) = 0;
+    virtual void setLimit(int /*units*/) {} // 0: none
+    virtual void stepBack() = 0;
+    [[nodiscard]] virtual QString acceptable(const QString& text) const = 0;
+    virtual bool typeInto(QEvent& event) = 0;
+    // The widget's text has changed without the model; true when that was no edit.
+    virtual bool choseEntry() { return false; }
+
+    void widgetChanged(); // connected to the widget's signals
+    void takeEdit();      // compares with the model, and tells the form
+    [[nodiscard]] TextField& field() const { return static_cast<TextField&>(*control()); }
+
+  private:
+    void showText();
+    void showEdit();
+    void showSelection();
+    void showLimit();
+    void refuseEdit();
+    [[nodiscard]] UnitRange modelSelection() const;
+
+    QString shown_; // the widget's text as the model knows it
+    std::unique_ptr<QMouseEvent> firstPress_;
+};
+
+// A field on a QLineEdit, alone or inside an editable list.
+class LineFieldView : public FieldView {
+  public:
+    [[nodiscard]] bool canUndo() const override { return edit_->isUndoAvailable(); }
+
+  protected:
+    using FieldView::FieldView;
+    void setEdit(QLineEdit& edit);
+    [[nodiscard]] QLineEdit& edit() const { return *edit_; }
+
+    [[nodiscard]] QString text() const override { return edit_->text(); }
+    void setText(const QString& text) override { edit_->setText(text); }
+    void replaceText(const QString& text) override;
+    [[nodiscard]] UnitRange selection() const override;
+    void select(UnitRange range) override;
+    void setLocked(bool locked) override;
+    void setLimit(int units) override;
+    void stepBack() override { edit_->undo(); }
+    [[nodiscard]] QString acceptable(const QString& text) const override { return onOneLine(text); }
+
+  private:
+    QLineEdit* edit_ = nullptr;
+};
+
+class LineView final : public LineFieldView {
+  public:
+    LineView(FormView& view, TextBox& box, QWidget& parent);
+    void show(Property property) override;
+
+  protected:
+    bool typeInto(QEvent& event) override;
+};
+
+class ComboView final : public LineFieldView {
+  public:
+    ComboView(FormView& view, ComboBox& list, QWidget& parent);
+    void show(Property property) override;
+    bool wheel(int steps) override;
+
+  protected:
+    bool typeInto(QEvent& event) override;
+    bool choseEntry() override;
+    void press(QMouseEvent& event, QWidget& source, NativeEvent native) override;
+
+  private:
+    [[nodiscard]] ComboBox& list() const { return static_cast<ComboBox&>(*control()); }
+    void choose(int index);
+
+    QComboBox* combo_;
+};
+
+// A field with several lines.
+class NotesView final : public FieldView {
+  public:
+    NotesView(FormView& view, TextBox& box, QWidget& parent);
+    void show(Property property) override;
+    [[nodiscard]] bool canUndo() const override;
+
+  protected:
+    [[nodiscard]] QString text() const override { return edit_->toPlainText(); }
+    void setText(const QString& text) override { edit_->setPlainText(text); }
+    void replaceText(const QString& text) override;
+    [[nodiscard]] UnitRange selection() const override;
+    void select(UnitRange range) override;
+    void setLocked(bool locked) override;
+    void stepBack() override { edit_->undo(); }
+    [[nodiscard]] QString acceptable(const QString& text) const override { return onLines(text); }
+    bool typeInto(QEvent& event) override;
+
+  private:
+    QPlainTextEdit* edit_;
+};
+
+} // namespace vkr

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "desktop/qt_values.hpp"
+#include "platform/form.hpp"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <unordered_map>
+
+class QInputMethodEvent;
+class QWheelEvent;
+
+namespace vkr {
+
+class ControlView;
+class FieldView;
+
+// Draws a form and forwards what the user does to it. The form decides everything: which key is
+// used, who has the focus, what is selected. Native focus follows the form's.
+//
+// The form must outlive its view.
+class FormView : public QWidget, private FormObserver {
+  public:
+    explicit FormView(Form& form, QWidget* parent = nullptr);
+    ~FormView() override;
+
+    [[nodiscard]] Form& form() const { return *form_; }
+    // The native widget of a control; null for menu entries.
+    [[nodiscard]] QWidget* widgetOf(const Control& control) const;
+    [[nodiscard]] FieldView* fieldView(const TextField& field) const;
+
+    [[nodiscard]] PixelScale scale() const { return scale_; }
+    // Follows the screen unless set.
+    void setDotsPerInch(double dotsPerInch);
+    // The application's family in the size of the form.
+    [[nodiscard]] static QFont fontFor(const PixelScale& scale);
+    [[nodiscard]] QSize sizeOf(Twips width, Twips height) const;
+
+    // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0);
+    // false: not used.
+    std::function<bool(int steps)> wheelTurned;
+
+    // A dialog or a menu is about to take the pointer: the release of a press that is under way
+    // will not come here.
+    void interrupted() { ++interruptions_; }
+
+    // --- for the views of the controls -------------------------------------------------------
+    void keyPress(QKeyEvent& event, ControlView& origin);
+    void keyRelease(QKeyEvent& event, ControlView& origin);
+    void inputMethod(QInputMethodEvent& event, ControlView& origin);
+    void wheel(QWheelEvent& event, ControlView& origin);
+    // Whether a key is the component's before it is a shortcut of the host.
+    [[nodiscard]] bool usesKey(const QKeyEvent& event) const;
+    void focusCame(ControlView& view, Qt::FocusReason reason);
+    void focusWent(Qt::FocusReason reason);
+    void beginPress(ControlView& view, MouseButton button);
+    void endPress(ControlView& view, MouseButton button, bool inside);
+    void giveUpPress();
+    [[nodiscard]] bool isPressed(const ControlView& view) const;
+
+    static void paintMark(QWidget& widget);
+
+  protected:
+    bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void controlAdded(Control& control) override;
+    void controlRemoved(Control& control) override;
+    void controlChanged(Control& control, Property property) override;
+    void focusChanged() override;
+    void formChanged() override;
+
+    [[nodiscard]] ControlView* viewOf(const Control* control) const;
+    [[nodiscard]] ControlView* activeView() const;
+    ControlView& addView(Control& control);
+    void replaceView(Control& control);
+    void showScale();
+    void feedKey(QKeyEvent& event);
+    bool typeCharacter(char32_t character, const std::function<void(const QString&)>& type);
+    [[nodiscard]] bool isMnemonic(char32_t letter) const;
+    void followFocus();
+    void enter(Qt::FocusReason reason, Control* control);
+    void leave();
+    bool tabOut(FocusDirection direction);
+    [[nodiscard]] bool isInside(const QWidget* widget) const;
+    void turnWheel(QWheelEvent& event, ControlView* origin);
+
+    Form* form_;
+    PixelScale scale_;
+    bool ownScale_ = false;
+    std::unordered_map<const Control*, ControlView*> views_;
+    QPointer<ControlView> pressed_;
+    MouseButton pressedButton_ = MouseButton::left;
+    unsigned interruptions_ = 0;
+    int following_ = 0; // native focus is being set to the form's
+    int wheelRest_ = 0;
+    bool surfacePressed_ = false;
+};
+
+} // namespace vkr

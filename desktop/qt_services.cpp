@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/qt_services.hpp"
+
+#include "desktop/calendar_dialog.hpp"
+#include "desktop/field_views.hpp"
+#include "desktop/form_view.hpp"
+#include "desktop/qt_values.hpp"
+
+#include <QClipboard>
+#include <QColorDialog>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScreen>
+
+namespace vkr {
+
+namespace {
+
+PixelScale scaleOf(const FormView* view, const QWidget& owner) {
+    return view != nullptr ? view->scale() : PixelScale(owner.logicalDpiX());
+}
+
+constexpr int buttonsMask = 0x0F;
+constexpr int iconMask = 0x70;
+constexpr int defaultMask = 0x300;
+
+
+QList<QMessageBox::StandardButton> buttonsOf(int code) {
+    constexpr int okCancel = 1;
+    constexpr int yesNoCancel = 3;
+    switch (code & buttonsMask) {
+    case okCancel:
+        return {QMessageBox::Ok, QMessageBox::Cancel};
+    case yesNoCancel:
+        return {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel};
+    case message_box::yesNo:
+        return {QMessageBox::Yes, QMessageBox::No};
+    default:
+        return {QMessageBox::Ok};
+    }
+}
+
+QMessageBox::Icon iconOf(int code) {
+    constexpr int criticalIcon = 16;
+    constexpr int informationIcon = 64;
+    switch (code & iconMask) {
+    case criticalIcon:
+        return QMessageBox::Critical;
+    case message_box::questionIcon:
+        return QMessageBox::Question;
+    case message_box::exclamationIcon:
+        return QMessageBox::Warning;
+    case informationIcon:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+MessageAnswer answerOf(int button, const QList<QMessageBox::StandardButton>& offered) {
+    switch (button) {
+    case QMessageBox::Yes:
+        return MessageAnswer::yes;
+    case QMessageBox::No:
+        return MessageAnswer::no;
+    case QMessageBox::Cancel:
+        return MessageAnswer::cancel;
+    default:
+        // Closed without an answer. A question is not agreed to that way.
+        return offered.contains(QMessageBox::No) ? MessageAnswer::no : MessageAnswer::ok;
+    }
+}
+
+} // namespace
+
+QWidget* QtServices::window() {
+    return owner_.window();
+}
+
+void QtServices::interrupt() {
+    if (view_ != nullptr)
+        view_->interrupted();
+}
+
+MessageAnswer QtServices::messageBox(const std::string& text, int buttons,
+                                     const std::string& title) {
+    interrupt();
+    QString lines = toQt(text);
+    lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    QMessageBox box(window());
+    box.setTextFormat(Qt::PlainText);
+    box.setIcon(iconOf(buttons));
+    box.setWindowTitle(toQt(title));
+    box.setText(lines);
+    const auto offered = buttonsOf(buttons);
+    for (const auto button : offered)
+        box.addButton(button);
+    const auto chosen = (buttons & defaultMask) / message_box::defaultSecondButton;
+    box.setDefaultButton(offered.at(std::min<qsizetype>(chosen, offered.size() - 1)));
+    box.setEscapeButton(offered.contains(QMessageBox::Cancel) ? QMessageBox::Cancel
+                        : offered.contains(QMessageBox::No)   ? QMessageBox::No
+                                                              : QMessageBox::Ok);
+    return answerOf(box.exec(), offered);
+}
+
+bool QtServices::clipboardHasText() {
+    const auto* held = QGuiApplication::clipboard()->mimeData();
+    return held != nullptr && held->hasText() && !held->text().isEmpty();
+}
+
+std::string QtServices::clipboardText() {
+    return fromQt(QGuiApplication::clipboard()->text());
+}
+
+void QtServices::clearClipboard() {
+    QGuiApplication::clipboard()->clear();
+}
+
+void QtServices::setClipboardText(const std::string& text) {
+    QGuiApplication::clipboard()->setText(toQt(text));
+}
+
+Date QtServices::today() {
+    return fromQt(QDate::currentDate()).value_or(Date{});
+}
+
+Twips QtServices::screenWidth() {
+    return scaleOf(view_, owner_).twips(owner_.screen()->geometry().width());
+}
+
+std::optional<Color> QtServices::chooseColor(Color current) {
+    interrupt();
+    const QColor start = toQt(current);
+    QColorDialog dialog(start.isValid() ? start : owner_.palette().color(QPalette::Window),
+                        window());
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return fromQt(dialog.selectedColor());
+}
+
+std::optional<Date> QtServices::chooseDate(const CalendarRequest& request) {
+    interrupt();
+    CalendarDialog dialog(toQt(request.date), toQt(request.title), window());
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return fromQt(dialog.date());
+}
+
+bool QtServices::canUndo(const TextField& field) {
+    const auto* shown = view_ == nullptr ? nullptr : view_->fieldView(field);
+    return shown != nullptr && shown->canUndo();
+}
+
+void QtServices::undo(TextField& field) {
+    if (auto* shown = view_ == nullptr ? nullptr : view_->fieldView(field))
+        shown->undo();
+}
+
+QFont QtServices::font() const {
+    return view_ != nullptr ? view_->font() : FormView::fontFor(scaleOf(nullptr, owner_));
+}
+
+Twips QtServices::textWidth(std::string_view text) {
+    return scaleOf(view_, owner_).twips(QFontMetricsF(font()).horizontalAdvance(toQt(text)));
+}
+
+Twips QtServices::textHeight() {
+    return scaleOf(view_, owner_).twips(QFontMetricsF(font()).height());
+}
+
+int QtServices::popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) {
+    if (view_ == nullptr)
+        return -1;
+    interrupt();
+    QMenu menu(view_);
+    for (const auto* item : items) {
+        if (!item->visible())
+            continue;
+        if (item->caption() == "-") {
+            menu.addSeparator();
+            continue;
+        }
+        auto* action = menu.addAction(toQt(item->caption()));
+        action->setEnabled(item->enabled());
+        action->setData(item->index());
+    }
+    const QPoint place(view_->scale().pixels(left), view_->scale().pixels(top));
+    const auto* chosen = menu.exec(view_->mapToGlobal(place));
+    return chosen == nullptr ? -1 : chosen->data().toInt();
+}
+
+std::shared_ptr<Object> QtServices::createObject(std::string_view programmaticId) {
+    return factory_.create(programmaticId);
+}
+
+std::string QtServices::applicationTitle() {
+    return fromQt(title_);
+}
+
+void QtServices::propertyChanged(std::string_view name) {
+    if (propertyHasChanged)
+        propertyHasChanged(name);
+}
+
+} // namespace vkr

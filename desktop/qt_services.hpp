@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/object_factory.hpp"
+#include "platform/services.hpp"
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+namespace vkr {
+
+class FormView;
+
+// The desktop as the component sees it, on Qt. Dialogs belong to the window of the owner.
+class QtServices final : public Services {
+  public:
+    // The owner must outlive the services.
+    explicit QtServices(QWidget& owner) : owner_(owner) {}
+
+    void setView(FormView* view) { view_ = view; }
+    // Objects that the component creates by their identifier.
+    [[nodiscard]] ObjectFactory& factory() { return factory_; }
+    void setUserMode(bool userMode) { userMode_ = userMode; }
+    [[nodiscard]] QString title() const { return title_; }
+    void setTitle(const QString& title) { title_ = title; }
+    std::function<void(std::string_view name)> propertyHasChanged;
+
+    MessageAnswer messageBox(const std::string& text, int buttons,
+                             const std::string& title) override;
+    bool clipboardHasText() override;
+    std::string clipboardText() override;
+    void clearClipboard() override;
+    void setClipboardText(const std::string& text) override;
+    Date today() override;
+    Twips screenWidth() override;
+    std::optional<Color> chooseColor(Color current) override;
+    std::optional<Date> chooseDate(const CalendarRequest& request) override;
+    bool canUndo(const TextField& field) override;
+    void undo(TextField& field) override;
+    Twips textWidth(std::string_view text) override;
+    Twips textHeight() override;
+    int popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) override;
+    std::shared_ptr<Object> createObject(std::string_view programmaticId) override;
+    bool ambientUserMode() override { return userMode_; }
+    std::string applicationTitle() override;
+    void propertyChanged(std::string_view name) override;
+
+  private:
+    [[nodiscard]] QWidget* window();
+    void interrupt();
+    [[nodiscard]] QFont font() const;
+
+    QWidget& owner_;
+    QPointer<FormView> view_;
+    ObjectFactory factory_;
+    QString title_ = QStringLiteral("Data Entry");
+    bool userMode_ = true;
+};
+
+} // namespace vkr

@@ -1,0 +1,361 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/vkr_data_entry_widget.hpp"
+
+#include "company/company_record.hpp"
+#include "control/vkr_data_entry.hpp"
+#include "desktop/form_view.hpp"
+#include "desktop/qt_services.hpp"
+#include "desktop/qt_values.hpp"
+#include "localizer/localizer.hpp"
+
+#include <algorithm>
+
+namespace vkr {
+
+namespace {
+
+// Nothing is drawn until everything is there.
+class Batch {
+  public:
+    explicit Batch(QWidget& widget) : widget_(widget), drawn_(widget.updatesEnabled()) {
+        if (drawn_)
+            widget_.setUpdatesEnabled(false);
+    }
+    ~Batch() {
+        if (drawn_)
+            widget_.setUpdatesEnabled(true);
+    }
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
+
+  private:
+    QWidget& widget_;
+    bool drawn_;
+};
+
+Variant entriesOf(const QStringList& texts) {
+    std::vector<std::string> entries;
+    entries.reserve(static_cast<std::size_t>(texts.size()));
+    for (const auto& text : texts)
+        entries.push_back(fromQt(text));
+    return textArray(std::move(entries));
+}
+
+QVariant toQt(const Variant& value) {
+    return value.isNumeric() && value.varType() != Variant::vtString
+               ? QVariant(value.toDouble())
+               : QVariant(toQt(value.toText()));
+}
+
+} // namespace
+
+// Turns the component's events into signals.
+class VKRDataEntryWidget::Events final : public VKRDataEntryEvents {
+  public:
+    explicit Events(VKRDataEntryWidget& widget) : widget_(widget) {}
+
+    void TabChange(TABObject intTab) override {
+        emit widget_.tabChange(intTab);
+        emit widget_.currentTabChanged();
+    }
+    void MoreHelp(std::int16_t intObject) override { emit widget_.moreHelp(intObject); }
+    void Assistant(std::int16_t enumObject, const Variant& vntValue) override {
+        emit widget_.assistant(enumObject, toQt(vntValue));
+    }
+    void UnloadRequest(UnloadModeType enumMode) override { emit widget_.unloadRequest(enumMode); }
+    void UpdatePrice(const std::shared_ptr<iVKR_Company>& /*objCompany*/) override {
+        emit widget_.updatePrice();
+    }
+    void UpdateData(const std::shared_ptr<iVKR_Company>& /*objCompany*/) override {
+        emit widget_.updateData();
+    }
+    void UpdateQDataOnly(const std::shared_ptr<iVKR_Company>& /*objCompany*/) override {
+        emit widget_.updateQDataOnly();
+    }
+
+  private:
+    VKRDataEntryWidget& widget_;
+};
+
+VKRDataEntryWidget::VKRDataEntryWidget(QWidget* parent)
+    : QWidget(parent), services_(std::make_unique<QtServices>(*this)),
+      events_(std::make_unique<Events>(*this)) {
+    registerLocalizers(services_->factory());
+    registerCompanyRecord(services_->factory());
+    services_->propertyHasChanged = [this](std::string_view name) { notify(name); };
+    entry_ = std::make_unique<VKRDataEntry>(*services_);
+    entry_->InitProperties();
+    entry_->ReadProperties(PropertyBag()); // chooses the platform, and with it the texts
+    entry_->setEvents(events_.get());
+    entry_->stateChanged = [this] { stateChanged(); };
+
+    view_ = new FormView(entry_->form(), this);
+    view_->wheelTurned = [this](int steps) {
+        if (currentTab() != toYearly && currentTab() != toQuarterly)
+            return false;
+        for (int turned = 0; turned != steps; turned += steps < 0 ? -1 : 1) {
+            std::int16_t key = steps < 0 ? keys::up : keys::down;
+            std::int16_t shift = shifts::none;
+            entry_->ScrollMouse(key, shift);
+        }
+        return true;
+    };
+    services_->setView(view_);
+    setFocusProxy(view_);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+VKRDataEntryWidget::~VKRDataEntryWidget() {
+    services_->propertyHasChanged = nullptr;
+    entry_->setEvents(nullptr);
+    entry_->stateChanged = nullptr;
+    delete view_; // before the form it shows
+}
+
+// --- the record ----------------------------------------------------------------------------------
+
+void VKRDataEntryWidget::setCompany(std::shared_ptr<iVKR_Company> company) {
+    {
+        const Batch batch(*view_);
+        entry_->put_objCompany(company);
+    }
+    record_ = company != nullptr ? std::move(company) : entry_->get_objCompany();
+    stateChanged();
+}
+
+std::shared_ptr<iVKR_Company> VKRDataEntryWidget::company() {
+    entry_->leaveField();
+    return entry_->get_objCompany();
+}
+
+std::vector<UnstoredField> VKRDataEntryWidget::unstoredFields() const {
+    return entry_->unstoredFields();
+}
+
+QString VKRDataEntryWidget::recordTitle() const {
+    if (record_ == nullptr)
+        return {};
+    try {
+        const QString name = vkr::toQt(record_->get_Name());
+        const QString symbol = vkr::toQt(record_->get_Symbol());
+        if (name.isEmpty() || symbol.isEmpty())
+            return name + symbol;
+        return name + QStringLiteral(" (") + symbol + QStringLiteral(")");
+    } catch (const std::exception&) { // a record that can't be read has no title
+        return {};
+    }
+}
+
+void VKRDataEntryWidget::stateChanged() {
+    if (const bool dirty = entry_->get_blnDirty(); dirty != dirty_) {
+        dirty_ = dirty;
+        emit dirtyChanged(dirty);
+    }
+    if (const QString title = recordTitle(); title != title_) {
+        title_ = title;
+        emit titleChanged(title);
+    }
+}
+
+PropertyBag VKRDataEntryWidget::saveProperties() {
+    PropertyBag bag;
+    entry_->WriteProperties(bag);
+    return bag;
+}
+
+void VKRDataEntryWidget::restoreProperties(const PropertyBag& bag) {
+    const Batch batch(*view_);
+    entry_->ReadProperties(bag);
+}
+
+ObjectFactory& VKRDataEntryWidget::factory() {
+    return services_->factory();
+}
+
+void VKRDataEntryWidget::setNext() {
+    entry_->SetNext();
+}
+void VKRDataEntryWidget::setPrevious() {
+    entry_->SetPrevious();
+}
+void VKRDataEntryWidget::clear() {
+    const Batch batch(*view_);
+    entry_->Clear();
+}
+
+// --- properties ------------------------------------------------------------------------------------
+
+int VKRDataEntryWidget::userMode() const {
+    return entry_->get_UserMode();
+}
+void VKRDataEntryWidget::setUserMode(int mode) {
+    entry_->put_UserMode(static_cast<UserModeType>(mode));
+}
+QColor VKRDataEntryWidget::shadeColorLocked() const {
+    return vkr::toQt(entry_->get_ShadeColorLocked());
+}
+void VKRDataEntryWidget::setShadeColorLocked(const QColor& color) {
+    entry_->put_ShadeColorLocked(fromQt(color));
+}
+QColor VKRDataEntryWidget::shadeColorYear() const {
+    return vkr::toQt(entry_->get_ShadeColorYear());
+}
+void VKRDataEntryWidget::setShadeColorYear(const QColor& color) {
+    entry_->put_ShadeColorYear(fromQt(color));
+}
+QColor VKRDataEntryWidget::shadeColorQuarter() const {
+    return vkr::toQt(entry_->get_ShadeColorQuarter());
+}
+void VKRDataEntryWidget::setShadeColorQuarter(const QColor& color) {
+    entry_->put_ShadeColorQuarter(fromQt(color));
+}
+int VKRDataEntryWidget::visibleQuarters() const {
+    return entry_->get_VisibleQuarters();
+}
+void VKRDataEntryWidget::setVisibleQuarters(int quarters) {
+    const Batch batch(*view_);
+    entry_->put_VisibleQuarters(static_cast<std::int16_t>(std::clamp(quarters, 1, 35)));
+}
+bool VKRDataEntryWidget::showReportingPeriod() const {
+    return entry_->get_ShowReportingPeriod();
+}
+void VKRDataEntryWidget::setShowReportingPeriod(bool shown) {
+    entry_->put_ShowReportingPeriod(shown);
+}
+bool VKRDataEntryWidget::showVLs() const {
+    return entry_->get_ShowVLs();
+}
+void VKRDataEntryWidget::setShowVLs(bool shown) {
+    entry_->put_ShowVLs(shown);
+}
+int VKRDataEntryWidget::currentTab() const {
+    return entry_->get_CurrentTab();
+}
+void VKRDataEntryWidget::setCurrentTab(int tab) {
+    entry_->put_CurrentTab(static_cast<TABObject>(tab));
+}
+QString VKRDataEntryWidget::percentFormat() const {
+    return vkr::toQt(entry_->get_PercentFormat());
+}
+void VKRDataEntryWidget::setPercentFormat(const QString& pattern) {
+    entry_->put_PercentFormat(fromQt(pattern));
+}
+QString VKRDataEntryWidget::dateFormat() const {
+    return vkr::toQt(entry_->get_DateFormat());
+}
+void VKRDataEntryWidget::setDateFormat(const QString& pattern) {
+    entry_->put_DateFormat(fromQt(pattern));
+}
+QString VKRDataEntryWidget::numberFormat() const {
+    return vkr::toQt(entry_->get_NumberFormat());
+}
+void VKRDataEntryWidget::setNumberFormat(const QString& pattern) {
+    entry_->put_NumberFormat(fromQt(pattern));
+}
+bool VKRDataEntryWidget::fractionDisplay() const {
+    return entry_->get_FractionDisplay();
+}
+void VKRDataEntryWidget::setFractionDisplay(bool fractions) {
+    if (fractions == fractionDisplay())
+        return;
+    {
+        const Batch batch(*view_);
+        entry_->put_FractionDisplay(fractions);
+    }
+    emit fractionDisplayChanged();
+}
+int VKRDataEntryWidget::borderStyle() const {
+    return static_cast<int>(entry_->get_BorderStyle());
+}
+void VKRDataEntryWidget::setBorderStyle(int style) {
+    if (style == borderStyle())
+        return;
+    entry_->put_BorderStyle(style == 0 ? BorderStyle::none : BorderStyle::fixedSingle);
+    emit borderStyleChanged();
+}
+int VKRDataEntryWidget::platform() const {
+    return entry_->get_Platform();
+}
+void VKRDataEntryWidget::setPlatform(int platform) {
+    const Batch batch(*view_);
+    entry_->put_Platform(static_cast<PlatformType>(platform));
+}
+void VKRDataEntryWidget::setSources(const QStringList& sources) {
+    entry_->put_vntSource(entriesOf(sources));
+    sources_ = sources;
+    emit sourcesChanged();
+}
+void VKRDataEntryWidget::setExchanges(const QStringList& exchanges) {
+    entry_->put_vntExchange(entriesOf(exchanges));
+    exchanges_ = exchanges;
+    emit exchangesChanged();
+}
+void VKRDataEntryWidget::setIndustries(const QStringList& industries) {
+    entry_->put_vntIndustry(entriesOf(industries));
+    industries_ = industries;
+    emit industriesChanged();
+}
+bool VKRDataEntryWidget::isDirty() const {
+    return entry_->get_blnDirty();
+}
+void VKRDataEntryWidget::setDirty(bool dirty) {
+    if (!dirty)
+        entry_->leaveField(); // what is still being typed is committed too
+    entry_->put_blnDirty(dirty);
+    stateChanged();
+}
+QString VKRDataEntryWidget::applicationTitle() const {
+    return services_->title();
+}
+void VKRDataEntryWidget::setApplicationTitle(const QString& title) {
+    if (title == services_->title())
+        return;
+    services_->setTitle(title);
+    emit applicationTitleChanged();
+}
+bool VKRDataEntryWidget::runMode() const {
+    return services_->ambientUserMode();
+}
+void VKRDataEntryWidget::setRunMode(bool running) {
+    services_->setUserMode(running);
+}
+
+void VKRDataEntryWidget::notify(std::string_view property) {
+    using Signal = void (VKRDataEntryWidget::*)();
+    struct Row {
+        std::string_view name;
+        Signal changed;
+    };
+    static constexpr Row rows[] = {
+        {"UserMode", &VKRDataEntryWidget::userModeChanged},
+        {"ShadeColorLocked", &VKRDataEntryWidget::shadeColorLockedChanged},
+        {"ShadeColorYear", &VKRDataEntryWidget::shadeColorYearChanged},
+        {"ShadeColorQuarter", &VKRDataEntryWidget::shadeColorQuarterChanged},
+        {"VisibleQuarters", &VKRDataEntryWidget::visibleQuartersChanged},
+        {"ShowReportingPeriod", &VKRDataEntryWidget::showReportingPeriodChanged},
+        {"ShowVLs", &VKRDataEntryWidget::showVLsChanged},
+        {"CurrentTab", &VKRDataEntryWidget::currentTabChanged},
+        {"PercentFormat", &VKRDataEntryWidget::percentFormatChanged},
+        {"DateFormat", &VKRDataEntryWidget::dateFormatChanged},
+        {"NumberFormat", &VKRDataEntryWidget::numberFormatChanged},
+        {"Platform", &VKRDataEntryWidget::platformChanged},
+    };
+    const auto* row =
+        std::find_if(std::begin(rows), std::end(rows),
+                     [property](const Row& candidate) { return candidate.name == property; });
+    if (row != std::end(rows))
+        emit(this->*row->changed)();
+}
+
+// --- size ------------------------------------------------------------------------------------------
+
+QSize VKRDataEntryWidget::sizeHint() const {
+    return view_->sizeOf(VKRDataEntry::workingWidth, VKRDataEntry::workingHeight);
+}
+
+void VKRDataEntryWidget::resizeEvent(QResizeEvent* /*event*/) {
+    const auto scale = view_->scale();
+    entry_->Resize(scale.twips(width()), scale.twips(height()));
+}
+
+} // namespace vkr

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QStringList>
+#include <QVariant>
+#include <QWidget>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+class FormView;
+class iVKR_Company;
+class ObjectFactory;
+class PropertyBag;
+class QtServices;
+class VKRDataEntry;
+struct UnstoredField;
+
+// The data-entry component as a Qt widget.
+//
+//     auto* entry = new VKRDataEntryWidget(this);
+//     entry->setExchanges({"NYSE", "NASDAQ"});
+//     entry->setCompany(std::make_shared<CompanyRecord>());
+//     connect(entry, &VKRDataEntryWidget::unloadRequest, this, &Window::closeEntry);
+//
+// It is ready without any set-up, knows both localizers and the record class of this library, and
+// has one size. Until a record is handed in it shows an empty square.
+//
+// Signals come from within the component: a slot that destroys the widget does so by deleteLater().
+class VKRDataEntryWidget : public QWidget {
+    Q_OBJECT
+    // 0 resets the shades of locked and yearly cells, 1 leaves them to the host.
+    Q_PROPERTY(int userMode READ userMode WRITE setUserMode NOTIFY userModeChanged)
+    Q_PROPERTY(QColor shadeColorLocked READ shadeColorLocked WRITE setShadeColorLocked NOTIFY
+                   shadeColorLockedChanged)
+    Q_PROPERTY(QColor shadeColorYear READ shadeColorYear WRITE setShadeColorYear NOTIFY
+                   shadeColorYearChanged)
+    Q_PROPERTY(QColor shadeColorQuarter READ shadeColorQuarter WRITE setShadeColorQuarter NOTIFY
+                   shadeColorQuarterChanged)
+    // Rows of the quarterly grid, 1 to 35.
+    Q_PROPERTY(int visibleQuarters READ visibleQuarters WRITE setVisibleQuarters NOTIFY
+                   visibleQuartersChanged)
+    Q_PROPERTY(bool showReportingPeriod READ showReportingPeriod WRITE setShowReportingPeriod NOTIFY
+                   showReportingPeriodChanged)
+    Q_PROPERTY(bool showVLs READ showVLs WRITE setShowVLs NOTIFY showVLsChanged)
+    // 1 to 5; another number is ignored.
+    Q_PROPERTY(int currentTab READ currentTab WRITE setCurrentTab NOTIFY currentTabChanged)
+    Q_PROPERTY(QString percentFormat READ percentFormat WRITE setPercentFormat NOTIFY
+                   percentFormatChanged)
+    Q_PROPERTY(QString dateFormat READ dateFormat WRITE setDateFormat NOTIFY dateFormatChanged)
+    Q_PROPERTY(
+        QString numberFormat READ numberFormat WRITE setNumberFormat NOTIFY numberFormatChanged)
+    Q_PROPERTY(bool fractionDisplay READ fractionDisplay WRITE setFractionDisplay NOTIFY
+                   fractionDisplayChanged)
+    Q_PROPERTY(int borderStyle READ borderStyle WRITE setBorderStyle NOTIFY borderStyleChanged)
+    // 0 standard, 1 ZX; any other leaves the widget without texts.
+    Q_PROPERTY(int platform READ platform WRITE setPlatform NOTIFY platformChanged)
+    // Entries of the drop-down fields.
+    Q_PROPERTY(QStringList sources READ sources WRITE setSources NOTIFY sourcesChanged)
+    Q_PROPERTY(QStringList exchanges READ exchanges WRITE setExchanges NOTIFY exchangesChanged)
+    Q_PROPERTY(QStringList industries READ industries WRITE setIndustries NOTIFY industriesChanged)
+    // Writing false commits the form into the record.
+    Q_PROPERTY(bool dirty READ isDirty WRITE setDirty NOTIFY dirtyChanged STORED false)
+    // The name of the company that is being edited, with its symbol: "Acme Inc. (ACM)".
+    Q_PROPERTY(QString title READ title NOTIFY titleChanged STORED false)
+    // Caption of the message boxes.
+    Q_PROPERTY(QString applicationTitle READ applicationTitle WRITE setApplicationTitle NOTIFY
+                   applicationTitleChanged)
+    // False within a form designer.
+    Q_PROPERTY(bool runMode READ runMode WRITE setRunMode STORED false DESIGNABLE false)
+
+  public:
+    explicit VKRDataEntryWidget(QWidget* parent = nullptr);
+    ~VKRDataEntryWidget() override;
+
+    // The record is edited in place: hosts that let Cancel discard changes hand in a copy.
+    // Null makes an empty record.
+    void setCompany(std::shared_ptr<iVKR_Company> company);
+    // The record with everything that was typed, also in the field that still has the focus.
+    // Null until the first assignment.
+    [[nodiscard]] std::shared_ptr<iVKR_Company> company();
+    // Fields whose text is not in the record, for hosts that ask before they close.
+    [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
+
+    // The values that a container keeps for one instance. Saving shows the remembered tab.
+    [[nodiscard]] PropertyBag saveProperties();
+    void restoreProperties(const PropertyBag& bag);
+
+    // The component itself, for everything else.
+    [[nodiscard]] VKRDataEntry& component() { return *entry_; }
+    [[nodiscard]] const VKRDataEntry& component() const { return *entry_; }
+    // Objects it creates by identifier: localizers, records.
+    [[nodiscard]] ObjectFactory& factory();
+    [[nodiscard]] FormView& formView() { return *view_; }
+
+    [[nodiscard]] int userMode() const;
+    void setUserMode(int mode);
+    [[nodiscard]] QColor shadeColorLocked() const;
+    void setShadeColorLocked(const QColor& color);
+    [[nodiscard]] QColor shadeColorYear() const;
+    void setShadeColorYear(const QColor& color);
+    [[nodiscard]] QColor shadeColorQuarter() const;
+    void setShadeColorQuarter(const QColor& color);
+    [[nodiscard]] int visibleQuarters() const;
+    void setVisibleQuarters(int quarters);
+    [[nodiscard]] bool showReportingPeriod() const;
+    void setShowReportingPeriod(bool shown);
+    [[nodiscard]] bool showVLs() const;
+    void setShowVLs(bool shown);
+    [[nodiscard]] int currentTab() const;
+    void setCurrentTab(int tab);
+    [[nodiscard]] QString percentFormat() const;
+    void setPercentFormat(const QString& pattern);
+    [[nodiscard]] QString dateFormat() const;
+    void setDateFormat(const QString& pattern);
+    [[nodiscard]] QString numberFormat() const;
+    void setNumberFormat(const QString& pattern);
+    [[nodiscard]] bool fractionDisplay() const;
+    void setFractionDisplay(bool fractions);
+    [[nodiscard]] int borderStyle() const;
+    void setBorderStyle(int style);
+    [[nodiscard]] int platform() const;
+    void setPlatform(int platform);
+    [[nodiscard]] QStringList sources() const { return sources_; }
+    void setSources(const QStringList& sources);
+    [[nodiscard]] QStringList exchanges() const { return exchanges_; }
+    void setExchanges(const QStringList& exchanges);
+    [[nodiscard]] QStringList industries() const { return industries_; }
+    void setIndustries(const QStringList& industries);
+    [[nodiscard]] bool isDirty() const;
+    void setDirty(bool dirty);
+    [[nodiscard]] QString title() const { return title_; }
+    [[nodiscard]] QString applicationTitle() const;
+    void setApplicationTitle(const QString& title);
+    [[nodiscard]] bool runMode() const;
+    void setRunMode(bool running);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+  public slots:
+    void setNext();
+    void setPrevious();
+    void clear();
+
+  signals:
+    // The seven events of the component.
+    void tabChange(int tab);
+    // 3000 + object, or 3063 + tab.
+    void moreHelp(int object);
+    void assistant(int object, const QVariant& value);
+    // 0: OK, -1: Cancel. The host closes the widget, or not.
+    void unloadRequest(int mode);
+    // Declared for hosts that bind to them; never emitted.
+    void updatePrice();
+    void updateData();
+    void updateQDataOnly();
+
+    void dirtyChanged(bool dirty);
+    void titleChanged(const QString& title);
+
+    void userModeChanged();
+    void shadeColorLockedChanged();
+    void shadeColorYearChanged();
+    void shadeColorQuarterChanged();
+    void visibleQuartersChanged();
+    void showReportingPeriodChanged();
+    void showVLsChanged();
+    void currentTabChanged();
+    void percentFormatChanged();
+    void dateFormatChanged();
+    void numberFormatChanged();
+    void fractionDisplayChanged();
+    void borderStyleChanged();
+    void platformChanged();
+    void sourcesChanged();
+    void exchangesChanged();
+    void industriesChanged();
+    void applicationTitleChanged();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    class Events;
+
+    void notify(std::string_view property);
+    void stateChanged();
+    [[nodiscard]] QString recordTitle() const;
+
+    std::unique_ptr<QtServices> services_;
+    std::unique_ptr<Events> events_;
+    std::unique_ptr<VKRDataEntry> entry_;
+    FormView* view_ = nullptr;
+    std::shared_ptr<iVKR_Company> record_; // as handed in, for the title
+    QStringList sources_;
+    QStringList exchanges_;
+    QStringList industries_;
+    QString title_;
+    bool dirty_ = false;
+};
+
+} // namespace vkr
