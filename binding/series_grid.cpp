@@ -60,9 +60,9 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
     const GridColumn& description = columns_[static_cast<std::size_t>(column)];
     const GridSeries& series = seriesOf(description);
     Variant value;
-    if (!attempt([&] { value = readSeries(*session_.company, series.series); }) || !value.isArray())
-        return;
-    const VariantArray& figures = value.array();
+    attempt([&] { value = readSeries(*session_.company, series.series); });
+    const VariantArray none;
+    const VariantArray& figures = value.isArray() ? value.array() : none;
 
     // The rows that the series reaches are one run of cells; the others are empty and disabled.
     std::vector<double> shown;
@@ -170,23 +170,37 @@ void SeriesGrid::keyDown(Cell cell, KeyCode& key, int shift) {
                           key == keys::up || (key == keys::enter && (shift & shifts::shift) != 0));
 }
 
-// Ctrl keeps the row from column to column; beyond the first and last column it comes round.
-void SeriesGrid::moveWithControl(Cell cell, KeyCode key) {
+// The cell of the same row in the nearest column, going by `step` and coming round at the ends, in
+// which it can take the focus.
+TextBox* SeriesGrid::cellBeside(Cell cell, int step) const {
     const int count = reachableColumns();
-    const auto at = [&](int column, int row) -> Control* {
-        const auto column_cells = cells((column + count) % count);
-        return column_cells[static_cast<std::size_t>(
-            std::clamp(row, 0, static_cast<int>(column_cells.size()) - 1))];
-    };
+    for (int tried = 1; tried <= count; ++tried) {
+        const int column = ((cell.column + step * tried) % count + count) % count;
+        TextBox* beside = cells(column)[static_cast<std::size_t>(cell.row)];
+        if (beside->canTakeFocus())
+            return beside;
+    }
+    return nullptr;
+}
+
+// Ctrl keeps the row from column to column. Beyond the first and the last column it comes round,
+// and so it does above the first cell of the grid and below the last one.
+void SeriesGrid::moveWithControl(Cell cell, KeyCode key) {
+    const int last = reachableColumns() - 1;
     const auto within = focusable(cell.column);
     const auto* self = cells(cell.column)[static_cast<std::size_t>(cell.row)];
     const int place = static_cast<int>(std::ranges::find(within, self) - within.begin());
-    const auto next = focusable((cell.column + 1) % count);
-    Control* right = at(cell.column + 1, cell.row);
-    if (key == keys::down && place + 1 >= static_cast<int>(within.size()) && !next.empty())
-        right = next.front();
-    MoveInGrid(key, within, place, right, at(cell.column - 1, cell.row), at(0, cell.row),
-               at(count - 1, cell.row));
+    const auto ofFirst = focusable(0);
+    const auto ofLast = focusable(last);
+    if (key == keys::up && cell.column == 0 && place == 0 && !ofLast.empty()) {
+        ofLast.back()->setFocus();
+        return;
+    }
+    TextBox* right = cellBeside(cell, 1);
+    if (key == keys::down && cell.column == last && !ofFirst.empty())
+        right = ofFirst.front();
+    MoveInGrid(key, within, place, right, cellBeside(cell, -1), cellBeside({-1, cell.row}, 1),
+               cellBeside({last + 1, cell.row}, -1));
     if (key == keys::right)
         movedRight(cell);
 }
@@ -204,11 +218,14 @@ void SeriesGrid::moveWithinColumns(Cell cell, KeyCode& key, bool upward) {
         return;
     }
     const int target = cell.column + (upward ? -1 : 1);
-    if (target < 0 || target >= reachableColumns())
-        return;
-    const auto neighbours = focusable(target);
-    if (!neighbours.empty())
+    const auto neighbours =
+        target < 0 || target >= reachableColumns() ? std::vector<TextBox*>() : focusable(target);
+    if (!neighbours.empty()) {
         (upward ? neighbours.back() : neighbours.front())->setFocus();
+        return;
+    }
+    settleCell(); // the end of the grid: stored all the same, as everywhere else
+    selectCell();
 }
 
 void SeriesGrid::leave(Cell cell) {
@@ -253,6 +270,40 @@ void SeriesGrid::leave(Cell cell) {
     showStored(cell, stored);
     if (changed)
         this->stored(cell);
+}
+
+std::optional<SeriesGrid::Cell> SeriesGrid::activeCell() const {
+    const Control* active = session_.form.activeControl();
+    return active != nullptr && session_.form.hasFocus() ? find(*active) : std::nullopt;
+}
+
+void SeriesGrid::settleCell() {
+    if (const auto cell = activeCell())
+        leave(*cell);
+}
+
+void SeriesGrid::selectCell() {
+    if (const auto cell = activeCell())
+        enter(*cell);
+}
+
+void SeriesGrid::storeMarked() {
+    for (int column = 0; column < static_cast<int>(cells_.size()); ++column)
+        for (int row = 0; row < static_cast<int>(cells(column).size()); ++row)
+            if (!cells(column)[static_cast<std::size_t>(row)]->mark().empty())
+                leave({column, row});
+}
+
+void SeriesGrid::forEachSeries(const std::function<void(Datum)>& act) const {
+    for (const auto& column : columns_) {
+        act(column.first.series);
+        if (column.choice != ColumnChoice::none)
+            act(column.second.series);
+    }
+}
+
+void SeriesGrid::shiftAll(int periods) {
+    forEachSeries([&](Datum series) { shiftSeries(series, periods); });
 }
 
 void SeriesGrid::shiftSeries(Datum series, int periods) {

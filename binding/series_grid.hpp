@@ -5,6 +5,7 @@
 #include "binding/enumerations.hpp"
 #include "binding/session.hpp"
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -86,16 +87,26 @@ class SeriesGrid {
     virtual void movedRight(Cell /*from*/) {} // Ctrl+Right went off
     virtual void stored(Cell /*cell*/) {}
     void collectCells(); // again after rows were made or removed
-    // Moves a series of the record by a number of periods; what comes in is 0. A series that the
+    // What is being typed belongs to the period that its cell shows now: stored before the cells
+    // come to show other ones, and selected anew afterwards.
+    void settleCell();
+    void selectCell();
+    void storeMarked(); // tries again what could not be stored
+    // Every series that a column can show, once.
+    void forEachSeries(const std::function<void(Datum)>& act) const;
+    // Moves all series of the record by a number of periods; what comes in is 0. A series that the
     // record does not hand out as an array is left alone.
-    void shiftSeries(Datum series, int periods);
+    void shiftAll(int periods);
 
     Session& session_;
 
   private:
+    [[nodiscard]] std::optional<Cell> activeCell() const;
+    void shiftSeries(Datum series, int periods);
     void moveWithControl(Cell cell, KeyCode key);
     void moveWithinColumns(Cell cell, KeyCode& key, bool upward);
     [[nodiscard]] std::vector<TextBox*> focusable(int column) const;
+    [[nodiscard]] TextBox* cellBeside(Cell cell, int step) const;
     void showStored(Cell cell, double stored);
     [[nodiscard]] double scaleOf(const GridSeries& series) const;
 

@@ -157,6 +157,18 @@ int quartersBetween(Date from, Date to) {
     return (civil(to).year - civil(from).year) * 4 + quarter(to) - quarter(from);
 }
 
+int nearestQuarters(Date from, Date to) {
+    const auto distance = [&](int quarters) {
+        return std::abs(daysBetween(addQuarters(from, quarters), to));
+    };
+    const int calendar = quartersBetween(from, to);
+    int nearest = calendar;
+    for (const int quarters : {calendar - 1, calendar + 1})
+        if (distance(quarters) < distance(nearest))
+            nearest = quarters;
+    return nearest;
+}
+
 int daysBetween(Date from, Date to) {
     return split(to).day - split(from).day;
 }

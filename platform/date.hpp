@@ -59,6 +59,10 @@ struct ClockTime {
 
 // Calendar quarters from one date to the other, negative when `to` is the earlier one.
 [[nodiscard]] int quartersBetween(Date from, Date to);
+// Quarters from one date to the other where quarters end on days of their own: of the dates that
+// lie whole quarters away from `from`, how many to the one nearest to `to`. From 31 December to
+// 1 April it is one.
+[[nodiscard]] int nearestQuarters(Date from, Date to);
 // Whole days, the time of day ignored.
 [[nodiscard]] int daysBetween(Date from, Date to);
 

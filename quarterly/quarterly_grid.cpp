@@ -57,7 +57,18 @@ Date QuarterlyGrid::quartersFrom(Date date, int quarters) {
 }
 
 std::optional<Date> QuarterlyGrid::shownDate() const {
-    return session_.dateOf(session_.textBox("txtLastQDate"), Datum::LastQDate);
+    // A date that is being typed counts once it has been accepted.
+    const auto& field = session_.textBox("txtLastQDate");
+    if (field.text() == field.tag())
+        return session_.dateOf(field, Datum::LastQDate);
+    return accepted_;
+}
+
+Date QuarterlyGrid::newestQuarter() const {
+    Date newest{};
+    if (session_.company != nullptr)
+        attempt([&] { newest = session_.company->get_LastQDateForGrid(); });
+    return Session::isValidDate(newest) ? newest : shownDate().value_or(Date{});
 }
 
 std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
@@ -65,6 +76,7 @@ std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
 }
 
 void QuarterlyGrid::showSpan() {
+    visited_.clear();
     attempt([&] {
         putFieldText(session_.textBox("txtLastQDate"),
                      session_.dateText(session_.company->get_LastQDate()));
@@ -73,17 +85,17 @@ void QuarterlyGrid::showSpan() {
 }
 
 void QuarterlyGrid::relabel() {
-    offset_ = 0;
     const auto shown = shownDate();
-    attempt([&] {
-        const Date newest = session_.company->get_LastQDateForGrid();
-        if (shown && Session::isValidDate(newest))
-            offset_ = quartersBetween(*shown, newest);
-    });
+    const Date newest = newestQuarter();
+    accepted_ = shown;
+    offset_ = shown ? nearestQuarters(*shown, newest) : 0;
     session_.form.get<Spinner>("spnQuarter").setValue(-offset_);
     for (int row = 0; row < visibleRows_; ++row) {
         auto& label = session_.form.get<Label>("lblQLabel", row);
-        const Date date = shown ? quartersFrom(*shown, -row) : Date{};
+        // Counted from the newest quarter, so that a quarter has one name wherever it is shown.
+        const Date date = !shown     ? Date{}
+                          : row == 0 ? *shown
+                                     : quartersFrom(newest, -offset_ - row);
         label.setCaption(formatDate(date, "Short Date"));
         label.setTag(plainNumberText(date.serial));
     }
@@ -100,6 +112,8 @@ void QuarterlyGrid::clearLabels() {
         label.setCaption("");
         label.setTag("");
     }
+    if (session_.company != nullptr)
+        session_.form.get<Label>("lblDatOfLastFY").setCaption("");
 }
 
 void QuarterlyGrid::setShade(Color color) {
@@ -111,7 +125,7 @@ void QuarterlyGrid::setShade(Color color) {
 void QuarterlyGrid::shade() {
     const auto shown = shownDate();
     const auto fiscalYearEnd = fiscalYearDate();
-    const int since = shown && fiscalYearEnd ? quartersBetween(*fiscalYearEnd, *shown) : -mostRows;
+    const int since = shown && fiscalYearEnd ? nearestQuarters(*fiscalYearEnd, *shown) : -mostRows;
     for (int row = 0; row < visibleRows_; ++row) {
         const bool inYear = row >= since && row < since + 4;
         const Color cellColor = row == yellowRow ? colors::yellow
@@ -127,6 +141,12 @@ void QuarterlyGrid::shade() {
 void QuarterlyGrid::setVisibleRows(int count) {
     visibleRows_ = std::clamp(count, 1, mostRows);
     Form& form = session_.form;
+    if (const auto* active = form.activeControl(); active != nullptr && form.hasFocus())
+        if (const auto cell = find(*active)) {
+            settleCell();
+            cells(cell->column)[static_cast<std::size_t>(std::min(cell->row, visibleRows_ - 1))]
+                ->setFocus();
+        }
     for (const auto& array : rowArrays)
         for (int row = form.upperBound(array.name); row >= visibleRows_; --row)
             form.remove(*form.find(array.name, row));
@@ -135,7 +155,9 @@ void QuarterlyGrid::setVisibleRows(int count) {
             const Control& above = *form.find(array.name, row - 1);
             Control* added = nullptr;
             if (above.kind() == ControlKind::label) {
-                added = &form.add<Label>(array.name, row, above.container());
+                auto& label = form.add<Label>(array.name, row, above.container());
+                label.setAlignment(static_cast<const Label&>(above).alignment());
+                added = &label;
             } else {
                 auto& box = form.add<TextBox>(array.name, row, above.container());
                 const auto& model = static_cast<const TextBox&>(above);
@@ -159,6 +181,7 @@ void QuarterlyGrid::setVisibleRows(int count) {
     }
     shade();
     layOut();
+    selectCell();
 }
 
 void QuarterlyGrid::layOut() {
@@ -227,54 +250,83 @@ std::string QuarterlyGrid::reasonNotToStore() const {
 
 // --- the last quarter ----------------------------------------------------------------------------
 
-void QuarterlyGrid::moveLastQuarter(int quarters) {
-    const auto shown = shownDate();
-    if (session_.company == nullptr || !shown || quarters == 0)
-        return;
-    if (session_.isLocked() || quarters > offset_) {
-        addQuarters(quarters - std::max(offset_, 0));
-        return;
-    }
-    if (offset_ - quarters > oldestElement)
-        return;
-    setLastQuarter(quartersFrom(*shown, quarters));
-    session_.markChanged();
-    redisplay();
+void QuarterlyGrid::settle() {
+    session_.hideHelpFrame();
+    settleCell();
+    leaveLastQuarterDate();
 }
 
-void QuarterlyGrid::addQuarters(int count) {
-    if (session_.isLocked()) {
+bool QuarterlyGrid::refusesWhileLocked() {
+    if (session_.isLocked())
         session_.message("Data is locked!\r\rYou must unlock data to add a new quarter.",
                          message_box::okOnly);
+    return session_.isLocked();
+}
+
+void QuarterlyGrid::addQuarter() {
+    if (refusesWhileLocked())
         return;
+    settle();
+    tryMove(std::min(offset_, 0) - 1);
+}
+
+void QuarterlyGrid::moveLastQuarter(int quarters) {
+    if (session_.company == nullptr || !shownDate() || quarters == 0 || refusesWhileLocked())
+        return;
+    settle();
+    tryMove(offset_ - quarters);
+}
+
+void QuarterlyGrid::tryMove(int element) {
+    if (session_.company == nullptr || !shownDate() || element > oldestElement)
+        return;
+    if (!attempt([&] { moveTo(element); }))
+        session_.message(
+            session_.text(text_number::reasonRefused, "This value could not be stored."),
+            message_box::exclamationIcon);
+}
+
+// Names the quarters that will be gone: one, or the first and the last of several.
+bool QuarterlyGrid::confirmAdding(int count) {
+    const auto named = [&](int element) {
+        return formatDate(quartersFrom(newestQuarter(), -element), monthAndYear);
+    };
+    std::string leaving = named(oldestElement);
+    if (count > 1)
+        leaving += " - " + named(std::max(0, mostRows - count));
+    const std::string question = session_.text(412, "") + " " + leaving + " " +
+                                 session_.text(405, "") + "\r" + session_.text(406, "");
+    return session_.message(question, message_box::yesNo | message_box::questionIcon |
+                                          message_box::defaultSecondButton) == MessageAnswer::yes;
+}
+
+void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
+    auto& company = *session_.company;
+    if (element < 0 && !confirmAdding(-element))
+        return;
+    const Date newest = newestQuarter();
+    const auto known = visited_.find(element);
+    const Date date = typed                     ? *typed
+                      : known != visited_.end() ? known->second.date
+                                                : quartersFrom(newest, -element);
+    Visited left{*shownDate(), {}};
+    attempt([&] { left.trailing = company.get_Last4QEPS(); });
+    if (element < 0) {
+        company.put_LastQDateForGrid(date);
+        shiftAll(-element);
+        visited_.clear();
+    } else {
+        // Stated even where it has not changed: a record may let it follow the last quarter.
+        company.put_LastQDateForGrid(element == 0 && typed ? date : newest);
+        visited_[offset_] = left;
     }
-    session_.hideHelpFrame();
-    const auto shown = shownDate();
-    if (session_.company == nullptr || !shown)
-        return;
-    Date newest = *shown;
-    attempt([&] {
-        const Date stored = session_.company->get_LastQDateForGrid();
-        newest = offset_ > 0 && Session::isValidDate(stored) ? stored : newest;
-    });
-    // The last of the quarters that leave the grid is the newest that will be gone.
-    const Date oldest = quartersFrom(newest, count - 1 - oldestElement);
-    const std::string question = session_.text(412, "") + " " + formatDate(oldest, monthAndYear) +
-                                 " " + session_.text(405, "") + "\r" + session_.text(406, "");
-    if (session_.message(question, message_box::yesNo | message_box::questionIcon |
-                                       message_box::defaultSecondButton) != MessageAnswer::yes)
-        return;
-    for (const auto& column : table)
-        for (const Datum series : {column.second.series, column.first.series}) {
-            shiftSeries(series, count);
-            if (column.choice == ColumnChoice::none)
-                break;
-        }
-    const Date last = quartersFrom(newest, count);
-    attempt([&] { session_.company->put_LastQDateForGrid(last); });
-    setLastQuarter(last);
+    setLastQuarter(date);
     session_.markChanged();
-    deriveTrailingEarnings();
+    if (const auto again = visited_.find(element);
+        element >= 0 && again != visited_.end() && again->second.trailing)
+        attempt([&] { company.put_Last4QEPS(*again->second.trailing); });
+    else
+        deriveTrailingEarnings();
     redisplay();
     showTrailingEarnings();
 }
@@ -291,6 +343,20 @@ void QuarterlyGrid::redisplay() {
     relabel();
     shade();
     showAll();
+    selectCell();
+}
+
+bool QuarterlyGrid::holdsFigures() const {
+    bool found = false;
+    forEachSeries([&](Datum series) {
+        attempt([&] {
+            const Variant value = readSeries(*session_.company, series);
+            const VariantArray& figures = value.array();
+            for (int i = figures.lower(); i <= figures.upper() && !found; ++i)
+                found = figures.number(i) != 0;
+        });
+    });
+    return found;
 }
 
 void QuarterlyGrid::leaveLastQuarterDate() {
@@ -299,32 +365,52 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     if (session_.cancelPressed || field.locked() || session_.company == nullptr ||
         field.text() == field.tag())
         return;
-    const std::string accepted = field.tag();
-    const auto typed = shownDate();
-    putFieldText(field, accepted);
     const auto before = shownDate();
-    if (typed && !before) { // there was none: the typed one is the first
-        setLastQuarter(*typed);
-        attempt([&] { session_.company->put_LastQDateForGrid(*typed); });
-        session_.markChanged();
-        redisplay();
+    const auto typed = session_.typedDate(field.text());
+    putFieldText(field, std::string(field.tag()));
+    attempt([&] { // a commit may have written what was being typed
+        if (before && session_.company->get_LastQDate() != *before)
+            session_.company->put_LastQDate(*before);
+    });
+    try {
+        takeLastQuarter(before, typed);
+    } catch (const std::exception& error) {
+        session_.message(std::string("LastQDate Lost Focus error: ") + error.what(),
+                         message_box::exclamationIcon);
+    }
+}
+
+void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Date> typed) {
+    if (typed && before && daysBetween(*before, *typed) == 0)
+        return;
+    // Without figures any date will do: there is nothing that could come to stand elsewhere.
+    if (typed && (!before || !holdsFigures())) {
+        setAnchor(*typed);
         return;
     }
-    int added = 0;
-    for (int quarters = 1; typed && before && quarters <= 3; ++quarters) {
-        const auto expected = civil(quartersFrom(*before, quarters));
-        const auto got = civil(*typed);
-        if (expected.year == got.year && expected.month == got.month)
-            added = quarters;
+    // Of a week-based quarter the last day wanders by some days, so it may lie in another month.
+    std::optional<int> moved;
+    for (int quarters = 0; typed && quarters <= 3 && !moved; ++quarters) {
+        const Date expected = quartersFrom(*before, quarters);
+        if (std::abs(daysBetween(expected, *typed)) <= 7 ||
+            daysBetween(EndOfMonth(expected), EndOfMonth(*typed)) == 0)
+            moved = quarters;
     }
-    if (typed && before && *typed == *before)
-        return;
-    if (added == 0) {
+    if (moved)
+        moveTo(offset_ - *moved, typed);
+    else
         session_.message(session_.text(615, "") + "\r" + session_.text(616, ""),
                          message_box::exclamationIcon);
-        return;
-    }
-    moveLastQuarter(added);
+}
+
+void QuarterlyGrid::setAnchor(Date date) {
+    session_.company->put_LastQDateForGrid(date);
+    visited_.clear();
+    setLastQuarter(date);
+    session_.markChanged();
+    relabel();
+    storeMarked();
+    redisplay();
 }
 
 // --- trailing four-quarter earnings
@@ -334,21 +420,28 @@ void QuarterlyGrid::stored(Cell cell) {
     if (table[static_cast<std::size_t>(cell.column)].first.series != Datum::QEPSSeries ||
         !session_.dirty)
         return;
+    for (auto& [element, quarter] : visited_)
+        quarter.trailing.reset();
     deriveTrailingEarnings();
     showTrailingEarnings();
 }
 
-void QuarterlyGrid::deriveTrailingEarnings() {
+// Nothing where one of the four is missing, or the record has no date or no series.
+std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing() const {
+    std::optional<Trailing> result;
     attempt([&] {
-        auto& company = *session_.company;
-        const Date newest = company.get_LastQDateForGrid();
+        const auto& company = *session_.company;
         const Date last = company.get_LastQDate();
+        if (!Session::isValidDate(last))
+            return;
+        const Date stated = company.get_LastQDateForGrid();
+        const Date newest = Session::isValidDate(stated) ? stated : last;
         const Variant value = company.get_QEPSSeries();
         const VariantArray& figures = value.array();
-        int start = quartersBetween(last, newest);
         const auto missing = [&](int element) {
             return !figures.contains(element) || figures.number(element) == 0;
         };
+        int start = nearestQuarters(last, newest);
         // A quarter that has just been added has no figure yet: the four before it still stand.
         if (missing(start))
             ++start;
@@ -359,15 +452,32 @@ void QuarterlyGrid::deriveTrailingEarnings() {
             sum = withoutStrayDigits(sum + figures.number(element));
         }
         const Date fiscalYearEnd = company.get_LastFYDate();
-        if (Session::isValidDate(fiscalYearEnd) &&
-            quartersBetween(fiscalYearEnd, newest) == start) {
-            const Variant yearly = company.get_YEPSSeries();
-            if (yearly.isArray() && yearly.array().contains(1) && yearly.array().number(1) != 0)
-                sum = yearly.array().number(1);
-        }
-        company.put_Last4QEPS(sum);
-        company.put_QuarterlyFlag(true);
+        const Variant yearly = company.get_YEPSSeries();
+        const bool ofFiscalYear = Session::isValidDate(fiscalYearEnd) &&
+                                  nearestQuarters(fiscalYearEnd, newest) == start &&
+                                  yearly.isArray() && yearly.array().contains(1) &&
+                                  yearly.array().number(1) != 0;
+        result = Trailing{ofFiscalYear ? yearly.array().number(1) : sum, ofFiscalYear};
     });
+    return result;
+}
+
+void QuarterlyGrid::deriveTrailingEarnings() {
+    const auto derived = trailing();
+    if (!derived)
+        return;
+    attempt([&] {
+        session_.company->put_Last4QEPS(derived->earnings);
+        session_.company->put_QuarterlyFlag(true);
+    });
+}
+
+void QuarterlyGrid::followYearlyEarnings() {
+    const auto derived = trailing();
+    if (!derived || !derived->ofFiscalYear)
+        return;
+    deriveTrailingEarnings();
+    showTrailingEarnings();
 }
 
 void QuarterlyGrid::showTrailingEarnings() {

@@ -4,6 +4,7 @@
 #include "binding/series_grid.hpp"
 
 #include <functional>
+#include <map>
 #include <string>
 
 namespace vkr {
@@ -37,12 +38,13 @@ class QuarterlyGrid final : public SeriesGrid {
     // Moves the last quarter. Beyond the newest quarter of the record it adds quarters, after a
     // question; back and forth inside of the record only the view moves.
     void moveLastQuarter(int quarters);
-    void addQuarter() { addQuarters(1); }
+    void addQuarter();
     void leaveLastQuarterDate();
 
     // Earnings of the last four quarters, where all four are there: stored in the record.
     void deriveTrailingEarnings();
     void showTrailingEarnings(); // txtLast4QEPS, with the change check
+    void followYearlyEarnings(); // where the four are those of the last fiscal year
 
     void enter(Cell cell) override;
 
@@ -57,16 +59,39 @@ class QuarterlyGrid final : public SeriesGrid {
     void stored(Cell cell) override;
 
   private:
-    void addQuarters(int count);
+    struct Trailing {
+        double earnings;
+        bool ofFiscalYear; // the yearly figure
+    };
+    // A last quarter that the person has moved away from.
+    struct Visited {
+        Date date;
+        std::optional<double> trailing;
+    };
+
+    void settle();
+    [[nodiscard]] bool refusesWhileLocked();
+    [[nodiscard]] bool confirmAdding(int count);
+    [[nodiscard]] bool holdsFigures() const;
+    void tryMove(int element);
+    // The last quarter becomes element `element` of the series as they are now; below 0 quarters
+    // are added. Throws, with nothing moved, where the record refuses the date.
+    void moveTo(int element, std::optional<Date> typed = std::nullopt);
+    void takeLastQuarter(std::optional<Date> before, std::optional<Date> typed);
+    void setAnchor(Date date);
     void setLastQuarter(Date date);
     void redisplay();
+    [[nodiscard]] std::optional<Trailing> trailing() const;
+    [[nodiscard]] Date newestQuarter() const; // element 0 of the series
     [[nodiscard]] std::optional<Date> shownDate() const;
     [[nodiscard]] std::optional<Date> fiscalYearDate() const;
     [[nodiscard]] int firstShownRow() const;
 
     Color shadeColor_ = colors::paleCyan;
     int visibleRows_ = startRows;
-    int offset_ = 0; // element of the series that the top row shows
+    int offset_ = 0;                 // element of the series that the top row shows
+    std::optional<Date> accepted_;   // last quarter
+    std::map<int, Visited> visited_; // by element
 };
 
 } // namespace vkr

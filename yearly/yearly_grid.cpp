@@ -127,6 +127,8 @@ void YearlyGrid::changeSpan(int years) {
         return;
     }
     session_.hideHelpFrame();
+    settleCell();
+    leaveLastFiscalYear();
     const int newest = lastFiscalYear();
     const int target = newest + years;
     if (session_.company == nullptr || target < firstYear || target > lastYear)
@@ -141,16 +143,13 @@ void YearlyGrid::changeSpan(int years) {
     session_.textBox("txtLastFY").setText(std::to_string(target));
     acceptLastFiscalYear(target);
     session_.markChanged();
+    selectCell();
 }
 
 void YearlyGrid::shift(int years) {
     if (years == 0)
         return;
-    for (const auto& column : table) {
-        shiftSeries(column.first.series, years);
-        if (column.choice != ColumnChoice::none)
-            shiftSeries(column.second.series, years);
-    }
+    shiftAll(years);
     showAll();
     if (commit)
         commit();
@@ -179,10 +178,12 @@ void YearlyGrid::typeLastFiscalYear() {
         field.text() == field.tag())
         return;
     const int year = lastFiscalYear();
-    if (year < firstYear || year > lastYear)
+    if (year < firstYear || year > lastYear) {
         putFieldText(field, field.tag());
-    else
+        SelectAllText(field); // what is typed next replaces it
+    } else {
         acceptLastFiscalYear(year);
+    }
 }
 
 // What is no whole year gives way to the accepted one.
@@ -238,6 +239,12 @@ void YearlyGrid::movedRight(Cell from) {
     auto& bar = session_.form.get<ScrollBar>("hscrYearly");
     if (columns()[static_cast<std::size_t>(from.column)].cells == "txtLow" && bar.visible())
         bar.setValue(bar.maximum());
+}
+
+void YearlyGrid::stored(Cell cell) {
+    if (columns()[static_cast<std::size_t>(cell.column)].first.series == Datum::YEPSSeries &&
+        cell.row == oldestAge && earningsStored)
+        earningsStored();
 }
 
 void YearlyGrid::enter(Cell cell) {

@@ -43,11 +43,13 @@ class YearlyGrid final : public SeriesGrid {
 
     std::function<void()> commit;          // writes the whole form into the record
     std::function<void()> fiscalYearMoved; // the date of the last fiscal year has changed
+    std::function<void()> earningsStored;  // those of the last fiscal year
 
   protected:
     [[nodiscard]] std::optional<int> elementOf(int row) const override { return 10 - row; }
     [[nodiscard]] int reachableColumns() const override;
     void movedRight(Cell from) override;
+    void stored(Cell cell) override;
 
   private:
     void changeSpan(int years);
