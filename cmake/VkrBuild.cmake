@@ -42,4 +42,8 @@ function(vkr_target target)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
+    # g++ 12 sees overlaps in std::string at -O3 where there are none (GCC bug 105651).
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
 endfunction()
