@@ -227,8 +227,7 @@ TEST(CompanyFields, DatesAndTextsSurviveARecordThatAnswersNothing) {
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
-// --- price rule
-// ------------------------------------------------------------------------------------
+// --- price rule ------------------------------------------------------------------------------
 
 struct PriceCase {
     const char* typed;
@@ -318,8 +317,7 @@ TEST(PriceRule, KeepsThePriceWhenTheHighIsRefused) {
     EXPECT_EQ(textOf(scene, "txt52WLow"), "25.000");
 }
 
-// --- source rule
-// -----------------------------------------------------------------------------------
+// --- source rule -----------------------------------------------------------------------------
 
 struct SourceScene : EntryScene {
     std::shared_ptr<CompanyRecord> company = datedCompany();
@@ -417,8 +415,31 @@ TEST(CompanyFields, ListsTakeTheChoiceAndFreeText) {
     EXPECT_EQ(company->get_Exchange(), "");
 }
 
-// --- dates
-// -----------------------------------------------------------------------------------------
+TEST(CompanyFields, TheReportingPeriodIsWrittenByTheCommit) {
+    EntryScene scene;
+    showEveryField(scene);
+    const auto company = datedCompany();
+    company->get_ReportingPeriod()->put(setting::leadPeriod, std::int16_t{2});
+    scene.load(company);
+    const auto stored = [&] {
+        return scene.entry->get_objCompany()
+            ->get_ReportingPeriod()
+            ->get(setting::leadPeriod)
+            .toLong();
+    };
+    EXPECT_EQ(scene.text("cmbReportingPeriod"), "12 months");
+    show(scene, "cmbReportingPeriod");
+    scene.desktop.pick("cmbReportingPeriod", "6 months");
+    EXPECT_TRUE(scene.entry->get_blnDirty());
+    EXPECT_EQ(company->get_ReportingPeriod()->get(setting::leadPeriod).toLong(), 2);
+    EXPECT_EQ(stored(), 1);
+    typeOver(scene, "cmbReportingPeriod", "3 months"); // an entry, typed
+    EXPECT_EQ(stored(), 0);
+    typeOver(scene, "cmbReportingPeriod", "fortnight"); // none
+    EXPECT_EQ(stored(), 0);
+}
+
+// --- dates -----------------------------------------------------------------------------------
 
 TEST(CompanyDates, ReadsWhatPeopleType) {
     struct {
@@ -578,8 +599,7 @@ TEST(CompanyDates, FollowTheDateFormatOfTheHost) {
     EXPECT_EQ(company->get_LastUpdate(), *makeDate(2024, 3, 4));
 }
 
-// --- numbers
-// ---------------------------------------------------------------------------------------
+// --- numbers ---------------------------------------------------------------------------------
 
 TEST(CompanyNumbers, EveryTypedDigitIsStored) {
     const char* typed[] = {"394.33",
@@ -871,8 +891,7 @@ TEST(CompanyNumbers, NegativesAreStoredWithTheirSign) {
     }
 }
 
-// --- what a record refuses
-// ---------------------------------------------------------------------------
+// --- what a record refuses -------------------------------------------------------------------
 
 TEST(CompanyFields, ARefusedWriteKeepsTheTextMarkedAndIsTriedAgain) {
     EntryScene scene;

@@ -336,8 +336,7 @@ TEST(FieldKeys, UnderTheLockNoKeyChangesAText) {
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
-// --- the filter itself
-// -------------------------------------------------------------------------------
+// --- the filter itself -----------------------------------------------------------------------
 
 struct FilterForm {
     Form form;
@@ -398,8 +397,7 @@ TEST(FilterNumericKey, EnterIsSwallowedInATextBoxAndSendsATab) {
     EXPECT_EQ(form.form.activeControl(), &form.box);
 }
 
-// --- moving within a column and a grid
-// -----------------------------------------------------------------
+// --- moving within a column and a grid -------------------------------------------------------
 
 struct MoveForm {
     Form form;

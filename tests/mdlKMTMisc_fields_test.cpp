@@ -35,8 +35,7 @@ struct Cells {
     }
 };
 
-// --- ShowScaledValue
-// -----------------------------------------------------------------------------------
+// --- ShowScaledValue -------------------------------------------------------------------------
 
 TEST(ShowScaledValue, ShowsWhatTheFieldAllowsAndTagsIt) {
     struct {
@@ -77,8 +76,7 @@ TEST(ShowScaledValue, ShowsWhatTheFieldAllowsAndTagsIt) {
     }
 }
 
-// --- ShowScaledValueRow
-// ----------------------------------------------------------------------------------
+// --- ShowScaledValueRow ----------------------------------------------------------------------
 
 TEST(ShowScaledValueRow, ScalesEachValueByTheFactor) {
     const double values[] = {1.5, 0, -2.25, 1234.5678};
@@ -140,8 +138,7 @@ TEST(ShowScaledValueRow, ShowsPricesInEighths) {
         EXPECT_EQ(box->tag(), box->text());
 }
 
-// --- ConvertPriceText
-// ------------------------------------------------------------------------------------
+// --- ConvertPriceText ------------------------------------------------------------------------
 
 TEST(ConvertPriceText, TurnsDecimalsIntoEighthsAndBack) {
     struct {
@@ -197,8 +194,7 @@ TEST(ConvertPriceText, LeavesTheTagOfATextThatIsBeingTyped) {
     EXPECT_EQ(cells.box().tag(), "1.000");
 }
 
-// --- the unit factor
-// -------------------------------------------------------------------------------------
+// --- the unit factor -------------------------------------------------------------------------
 
 TEST(ScaledForDisplay, LeavesNoStrayDigits) {
     EXPECT_EQ(ScaledForDisplay(394.33, 1000), 394330);

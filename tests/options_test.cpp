@@ -69,8 +69,7 @@ struct OptionsScene : EntryScene {
     }
 };
 
-// --- currency unit
-// ---------------------------------------------------------------------------------------
+// --- currency unit ---------------------------------------------------------------------------
 
 std::set<std::string> unitFields(bool income, bool equity) {
     std::set<std::string> names{"txtPrefDiv",         "txtDilutedShares", "txtCommonShares",
@@ -221,8 +220,7 @@ TEST(UnitOption, ARecordThatRefusesKeepsTheUnitInForce) {
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
-// --- choosing what is chosen
-// ------------------------------------------------------------------------------
+// --- choosing what is chosen -----------------------------------------------------------------
 
 TEST(Options, ChoosingWhatIsChosenChangesNothing) {
     for (const int unit : {3, 6, 9})
@@ -299,8 +297,7 @@ TEST(Options, ArrowKeysChooseAsAClickDoes) {
     EXPECT_TRUE(scene.entry->get_blnDirty());
 }
 
-// --- price display
-// ---------------------------------------------------------------------------------------
+// --- price display ---------------------------------------------------------------------------
 
 TEST(PriceDisplay, ComesBackWithTheExactDecimalsOfTheRecord) {
     OptionsScene scene(datedCompany());
@@ -375,8 +372,7 @@ TEST(PriceDisplay, LoadsInTheFormInForce) {
     EXPECT_EQ(elementOf(*company, "YLowSeries", 2), 6.75);
 }
 
-// --- the option rows
-// -------------------------------------------------------------------------------------
+// --- the option rows -------------------------------------------------------------------------
 
 TEST(OptionRows, SwitchTheSeriesTheScaleAndTheCaption) {
     const auto record = evenCompany();
@@ -424,8 +420,7 @@ TEST(OptionRows, SwitchingWritesNoSeries) {
     EXPECT_EQ(changedData(*before, *scene.company), std::vector<std::string>{});
 }
 
-// --- currency symbol
-// ---------------------------------------------------------------------------------------
+// --- currency symbol -------------------------------------------------------------------------
 
 TEST(CurrencySymbol, StandsBesideEveryMoneyFieldAtEachKeystroke) {
     OptionsScene scene;
@@ -480,8 +475,7 @@ TEST(CurrencySymbol, LeavingItUnchangedMarksNothing) {
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
-// --- colours
-// -----------------------------------------------------------------------------------------------
+// --- colours ---------------------------------------------------------------------------------
 
 TEST(ColorOptions, AChosenColourIsShownAndMarksTheCompany) {
     struct {

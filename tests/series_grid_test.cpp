@@ -324,8 +324,7 @@ TEST(GridCells, TheFourNewestEarningsAreSummedAtOnce) {
     EXPECT_EQ(scene.desktop.focusedId(), "txtEPS(3)");
 }
 
-// --- keys
-// --------------------------------------------------------------------------------------------------
+// --- keys ------------------------------------------------------------------------------------
 
 // Where a key leads from the ends of a column, "" for staying.
 TEST(GridKeys, EnterAndArrowsWalkDownAColumnAndIntoTheNext) {
