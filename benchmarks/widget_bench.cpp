@@ -61,20 +61,20 @@ class BareForm : public QWidget {
         const auto before = texts(model);
         model.setCompany(companies.second);
         const auto after = texts(model);
-        int place = 0;
-        for (const auto& control : model.component().form().controls()) {
+        const auto& form = model.component().form();
+        resize(static_cast<int>(form.width() / 15), static_cast<int>(form.height() / 15));
+        for (const auto& control : form.controls()) {
             const auto key = control.get();
             if (dynamic_cast<TextField*>(key) != nullptr) {
                 auto* edit = new QLineEdit(this);
-                edit->setGeometry(0, 18 * place++ % 400, 70, 18);
+                place(*edit, *key);
                 edits_.push_back({edit, before.at(key), after.at(key)});
             } else if (dynamic_cast<Label*>(key) != nullptr && before.at(key) != after.at(key)) {
                 auto* label = new QLabel(this);
-                label->setGeometry(80, 18 * place++ % 400, 70, 18);
+                place(*label, *key);
                 labels_.push_back({label, before.at(key), after.at(key)});
             }
         }
-        resize(540, 400);
     }
 
     void show(bool second) {
@@ -88,6 +88,13 @@ class BareForm : public QWidget {
     using QWidget::show;
 
   private:
+    // Where the component has it, so that the same ones are on screen and painted.
+    static void place(QWidget& widget, const Control& control) {
+        widget.setGeometry(
+            static_cast<int>(control.formLeft() / 15), static_cast<int>(control.formTop() / 15),
+            static_cast<int>(control.width() / 15), static_cast<int>(control.height() / 15));
+    }
+
     static std::map<const Control*, QString> texts(VKRDataEntryWidget& model) {
         std::map<const Control*, QString> result;
         for (const auto& control : model.component().form().controls()) {

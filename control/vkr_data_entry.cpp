@@ -64,31 +64,6 @@ constexpr FilteredField otherFilters[] = {
     {"txtCurSymbol", {.freeText = true, .allowNegative = true}},
 };
 
-// A cell is called by the head of its column and the label of its row.
-struct CellLabels {
-    std::string_view cells;
-    ControlName head;
-    std::string_view rows;
-};
-constexpr CellLabels cellLabels[] = {
-    {"txtSales", {"lblUnit", 4}, "lblYear"},    {"txtYOption", {"lblYOption"}, "lblYear"},
-    {"txtYNetInc", {"lblUnit", 5}, "lblYear"},  {"txtYOption2", {"lblYOption2"}, "lblYear"},
-    {"txtYEPS", {"lblLabel", 23}, "lblYear"},   {"txtDiv", {"lblLabel", 24}, "lblYear"},
-    {"txtHigh", {"lblLabel", 26}, "lblYear"},   {"txtLow", {"lblLabel", 27}, "lblYear"},
-    {"txtCSO", {"lblUnit", 6}, "lblYear"},      {"txtRevenue", {"lblUnit", 7}, "lblQLabel"},
-    {"txtEPS", {"lblLabel", 33}, "lblQLabel"},  {"txtQOption", {"lblQOption"}, "lblQLabel"},
-    {"txtNetInc", {"lblUnit", 8}, "lblQLabel"},
-};
-
-std::string labelOf(const TextField& field) {
-    const auto* labels = std::ranges::find(cellLabels, field.name(), &CellLabels::cells);
-    if (labels == std::end(cellLabels))
-        return field.accessibleName();
-    const Form& form = field.form();
-    return withoutMnemonic(form.get<Label>(labels->head.name, labels->head.index).caption()) + " " +
-           form.get<Label>(labels->rows, field.index()).caption();
-}
-
 constexpr std::string_view reportingPeriods[] = {"3 months", "6 months", "12 months"};
 
 // Dates that OK settles before it closes.
@@ -204,6 +179,7 @@ VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
     : self(owner), services(hostServices), session(built(form), hostServices), fields(session),
       yearly(session), quarterly(session), captions(session) {
     form.setHandler(this);
+    session.rowsLabelled = [this] { nameCells(form); };
     fields.sourceStatesRates = [this] {
         for (const std::string_view name : {"optPTI", "optCommEq"}) {
             auto& option = form.get<OptionButton>(name, 1);
@@ -400,6 +376,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
         });
     if (company == nullptr)
         return; // no record class on this desktop: what is held stays
+    const Form::Update update(form);
     session.company = std::move(company);
     session.dateFieldPending = false;
     session.cancelPressed = false;
@@ -452,6 +429,7 @@ void VKRDataEntry::Impl::clear() {
 }
 
 void VKRDataEntry::Impl::applyLock() {
+    const Form::Update update(form);
     const bool locked = session.isLocked();
     for (const auto& control : form.controls())
         if (auto* field = dynamic_cast<TextField*>(control.get()))
@@ -477,7 +455,7 @@ std::vector<UnstoredField> VKRDataEntry::Impl::unstoredFields() const {
     for (const auto& control : form.controls())
         if (const auto* field = dynamic_cast<const TextField*>(control.get());
             field != nullptr && !field->mark().empty())
-            result.push_back({field->id(), labelOf(*field), field->text(), field->mark()});
+            result.push_back({field->id(), field->accessibleName(), field->text(), field->mark()});
     return result;
 }
 
@@ -591,6 +569,7 @@ void VKRDataEntry::Impl::chooseUnit(std::int32_t unit) {
         return;
     }
     attempt([&] { static_cast<void>(session.company->get_SettingsApply()); });
+    const Form::Update update(form);
     session.ComputeUnitFactor();
     fields.showScaled();
     yearly.showScaled();

@@ -131,7 +131,10 @@ class Control {
     }
 
   private:
+    friend class Form;
+
     ControlKind kind_;
+    unsigned changes_ = 0; // properties that observers are still to be told of
     Form& form_;
     std::string name_;
     int index_;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace vkr {
 
@@ -64,6 +65,7 @@ void Form::remove(Control& control) {
     if (observer_ != nullptr)
         observer_->controlRemoved(control);
     std::erase(tabOrder_, &control);
+    std::erase(changed_, &control);
     const auto named = byName_.find(control.name());
     named->second.erase(control.index());
     if (named->second.empty())
@@ -90,8 +92,30 @@ int Form::lowerBound(std::string_view name) const {
 }
 
 void Form::tellChanged(Control& control, Property property) {
-    if (observer_ != nullptr)
+    if (observer_ == nullptr)
+        return;
+    if (updates_ == 0) {
         observer_->controlChanged(control, property);
+        return;
+    }
+    if (control.changes_ == 0)
+        changed_.push_back(&control);
+    control.changes_ |= 1U << static_cast<unsigned>(property);
+}
+
+void Form::endUpdate() {
+    if (--updates_ > 0)
+        return;
+    const auto changed = std::exchange(changed_, {});
+    for (Control* control : changed)
+        for (unsigned property = 0; control->changes_ != 0; ++property) {
+            const unsigned bit = 1U << property;
+            if ((control->changes_ & bit) == 0)
+                continue;
+            control->changes_ &= ~bit;
+            if (observer_ != nullptr)
+                observer_->controlChanged(*control, static_cast<Property>(property));
+        }
 }
 
 void Form::setTabIndex(Control& control, int index) {

@@ -96,6 +96,19 @@ class Form {
     [[nodiscard]] int upperBound(std::string_view name) const;
     [[nodiscard]] int lowerBound(std::string_view name) const;
 
+    // Changes of models that belong together: observers are told once a control and property, when
+    // the outermost scope ends.
+    class Update {
+      public:
+        explicit Update(Form& form) : form_(form) { ++form_.updates_; }
+        ~Update() { form_.endUpdate(); }
+        Update(const Update&) = delete;
+        Update& operator=(const Update&) = delete;
+
+      private:
+        Form& form_;
+    };
+
     // --- looks ----------------------------------------------------------------------------
     [[nodiscard]] Twips width() const { return width_; }
     [[nodiscard]] Twips height() const { return height_; }
@@ -168,6 +181,7 @@ class Form {
 
     void adopt(std::unique_ptr<Control> control);
     void tellChanged(Control& control, Property property);
+    void endUpdate();
     void setTabIndex(Control& control, int index);
     void reorderFront(Control& control);
     bool leave();
@@ -181,6 +195,8 @@ class Form {
 
     FormHandler* handler_ = nullptr;
     FormObserver* observer_ = nullptr;
+    int updates_ = 0;
+    std::vector<Control*> changed_; // within an update
     std::vector<std::unique_ptr<Control>> controls_;
     std::map<std::string, std::map<int, Control*>, std::less<>> byName_;
     std::vector<Control*> tabOrder_;
