@@ -51,6 +51,7 @@ class Session final : public FieldHost {
     bool cancelPressed = false;
 
     std::function<void()> stateChanged;
+    std::function<void()> rowsLabelled; // years or quarters have other labels
 
     static constexpr std::int32_t defaultUnit = 6;
 

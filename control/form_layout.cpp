@@ -245,7 +245,7 @@ constexpr ControlRow rows[] = {
      "lblLabel(20)",
      4,
      Alignment::right},
-    {label, "lblLabel", 21, yearlyPage, 1590, 150, 1395, labelHeight, "Date of Last FY", 528},
+    {label, "lblLabel", 21, yearlyPage, 1530, 150, 1395, labelHeight, "Date of Last FY", 528},
     {textBox,
      "txtDateofLastFY",
      single,
@@ -331,7 +331,7 @@ constexpr ControlRow rows[] = {
      "txtLastQDate",
      single,
      quarterlyPage,
-     1785,
+     1950,
      105,
      1200,
      fieldHeight,
@@ -506,6 +506,21 @@ constexpr ControlRow rows[] = {
 };
 
 constexpr struct {
+    std::string_view cells;
+    std::string_view head;
+    int headIndex;
+    std::string_view rows;
+} cellNames[] = {
+    {"txtSales", "lblUnit", 4, "lblYear"},    {"txtYOption", "lblYOption", single, "lblYear"},
+    {"txtYNetInc", "lblUnit", 5, "lblYear"},  {"txtYOption2", "lblYOption2", single, "lblYear"},
+    {"txtYEPS", "lblLabel", 23, "lblYear"},   {"txtDiv", "lblLabel", 24, "lblYear"},
+    {"txtHigh", "lblLabel", 26, "lblYear"},   {"txtLow", "lblLabel", 27, "lblYear"},
+    {"txtCSO", "lblUnit", 6, "lblYear"},      {"txtRevenue", "lblUnit", 7, "lblQLabel"},
+    {"txtEPS", "lblLabel", 33, "lblQLabel"},  {"txtQOption", "lblQOption", single, "lblQLabel"},
+    {"txtNetInc", "lblUnit", 8, "lblQLabel"},
+};
+
+constexpr struct {
     std::string_view caption;
     std::string_view key;
     int tag;
@@ -625,6 +640,19 @@ void nameFields(Form& form) {
                             std::stoi(std::string(declared.labelledBy.substr(bracket + 1))));
         form.find(declared.name, declared.index)
             ->setAccessibleName(withoutMnemonic(naming.caption()));
+    }
+    nameCells(form);
+}
+
+void nameCells(Form& form) {
+    for (const auto& named : cellNames) {
+        const std::string head =
+            withoutMnemonic(form.get<Label>(named.head, named.headIndex).caption());
+        for (int row = 0; row <= form.upperBound(named.cells); ++row) {
+            const std::string& label = form.get<Label>(named.rows, row).caption();
+            form.find(named.cells, row)
+                ->setAccessibleName(label.empty() ? head : head + " " + label);
+        }
     }
 }
 

@@ -49,7 +49,9 @@ struct ControlRow {
 // Makes the controls on an empty form.
 void buildForm(Form& form);
 
-// Gives every field the caption of its label as the name that is read out.
+// Gives every field the caption of its label as the name that is read out, and every cell the
+// head of its column with the label of its row.
 void nameFields(Form& form);
+void nameCells(Form& form);
 
 } // namespace vkr

@@ -99,6 +99,8 @@ void QuarterlyGrid::relabel() {
         label.setCaption(formatDate(date, "Short Date"));
         label.setTag(plainNumberText(date.serial));
     }
+    if (session_.rowsLabelled)
+        session_.rowsLabelled();
     attempt([&] {
         const auto fiscalYearEnd = fiscalYearDate();
         session_.form.get<Label>("lblDatOfLastFY")
@@ -112,6 +114,8 @@ void QuarterlyGrid::clearLabels() {
         label.setCaption("");
         label.setTag("");
     }
+    if (session_.rowsLabelled)
+        session_.rowsLabelled();
     if (session_.company != nullptr)
         session_.form.get<Label>("lblDatOfLastFY").setCaption("");
 }

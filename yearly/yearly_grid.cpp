@@ -91,11 +91,15 @@ void YearlyGrid::relabel() {
         const std::string year = newest == 0 ? "" : std::to_string(newest - oldestAge + i);
         session_.form.get<Label>("lblYear", i).setCaption(year);
     }
+    if (session_.rowsLabelled)
+        session_.rowsLabelled();
 }
 
 void YearlyGrid::clearLabels() {
     for (int i = 0; i < rows; ++i)
         session_.form.get<Label>("lblYear", i).setCaption("");
+    if (session_.rowsLabelled)
+        session_.rowsLabelled();
 }
 
 void YearlyGrid::setShade(Color color) {

@@ -1,0 +1,346 @@
+// SPDX-License-Identifier: MIT
+#include "control/form_layout.hpp"
+#include "platform/text.hpp"
+#include "tests/support/entry_scene.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace vkr {
+namespace {
+
+struct FormLayout : testing::Test {
+    EntryScene scene;
+    VKRDataEntry& entry = *scene.entry;
+    VirtualDesktop& desktop = scene.desktop;
+    Form& form = scene.form();
+
+    FormLayout() {
+        entry.put_ShowVLs(true);
+        entry.put_ShowReportingPeriod(true);
+        entry.put_objCompany(fullCompany());
+    }
+    [[nodiscard]] const Control& control(std::string_view id) const { return desktop.control(id); }
+    [[nodiscard]] int pageOf(const Control& control) const {
+        const Control* outermost = &control;
+        while (outermost->container() != nullptr)
+            outermost = outermost->container();
+        return outermost->name() == "fraDE" ? outermost->index() : -1;
+    }
+};
+
+bool overlap(const Control& a, const Control& b) {
+    return a.left() < b.left() + b.width() && b.left() < a.left() + a.width() &&
+           a.top() < b.top() + b.height() && b.top() < a.top() + a.height();
+}
+
+TEST_F(FormLayout, EveryControlIsThere) {
+    const struct {
+        const char* name;
+        ControlKind kind;
+        int count; // 0: a single control
+    } rows[] = {
+        {"tbsDataEntry", ControlKind::tabStrip, 0},
+        {"txtName", ControlKind::textBox, 0},
+        {"txtSymbol", ControlKind::textBox, 0},
+        {"cmbExchange", ControlKind::comboBox, 0},
+        {"cmbIndustry", ControlKind::comboBox, 0},
+        {"cmbSource", ControlKind::comboBox, 0},
+        {"cmbReportingPeriod", ControlKind::comboBox, 0},
+        {"txtCurrentPrice", ControlKind::textBox, 0},
+        {"txt52WHigh", ControlKind::textBox, 0},
+        {"txt52WLow", ControlKind::textBox, 0},
+        {"txtPriceUpdate", ControlKind::textBox, 0},
+        {"txtLastUpdate", ControlKind::textBox, 0},
+        {"txtDateOfSource", ControlKind::textBox, 0},
+        {"txtTotalDebt", ControlKind::textBox, 0},
+        {"txtTotalCap", ControlKind::textBox, 0},
+        {"txtCommonShares", ControlKind::textBox, 0},
+        {"txtDilutedShares", ControlKind::textBox, 0},
+        {"txtPreferredShares", ControlKind::textBox, 0},
+        {"txtInsiderHolding", ControlKind::textBox, 0},
+        {"txtInstitutional", ControlKind::textBox, 0},
+        {"txtLast4QEPS", ControlKind::textBox, 0},
+        {"txtEPSProj", ControlKind::textBox, 0},
+        {"txtPrefDiv", ControlKind::textBox, 0},
+        {"txtCommDiv", ControlKind::textBox, 0},
+        {"txtTaxRate", ControlKind::textBox, 0},
+        {"txtAddress1", ControlKind::textBox, 0},
+        {"txtAddress2", ControlKind::textBox, 0},
+        {"txtCity", ControlKind::textBox, 0},
+        {"txtState", ControlKind::textBox, 0},
+        {"txtZip", ControlKind::textBox, 0},
+        {"txtCountry", ControlKind::textBox, 0},
+        {"txtTel", ControlKind::textBox, 0},
+        {"txtInternet", ControlKind::textBox, 0},
+        {"txtContactPerson", ControlKind::textBox, 0},
+        {"txtVLTimelines", ControlKind::textBox, 0},
+        {"txtVLSafety", ControlKind::textBox, 0},
+        {"txtNotes", ControlKind::textBox, 0},
+        {"txtLastFY", ControlKind::textBox, 0},
+        {"txtDateofLastFY", ControlKind::textBox, 0},
+        {"txtLastQDate", ControlKind::textBox, 0},
+        {"txtCurSymbol", ControlKind::textBox, 0},
+        {"lblYear", ControlKind::label, 11},
+        {"txtSales", ControlKind::textBox, 11},
+        {"txtYOption", ControlKind::textBox, 11},
+        {"txtYNetInc", ControlKind::textBox, 11},
+        {"txtYOption2", ControlKind::textBox, 11},
+        {"txtYEPS", ControlKind::textBox, 11},
+        {"txtDiv", ControlKind::textBox, 11},
+        {"txtHigh", ControlKind::textBox, 11},
+        {"txtLow", ControlKind::textBox, 11},
+        {"txtCSO", ControlKind::textBox, 11},
+        {"lblQLabel", ControlKind::label, 9},
+        {"txtRevenue", ControlKind::textBox, 9},
+        {"txtEPS", ControlKind::textBox, 9},
+        {"txtQOption", ControlKind::textBox, 9},
+        {"txtNetInc", ControlKind::textBox, 9},
+        {"hscrYearly", ControlKind::scrollBar, 0},
+        {"vscrQuarterly", ControlKind::scrollBar, 0},
+        {"spnQuarter", ControlKind::spinner, 0},
+        {"lblDatOfLastFY", ControlKind::label, 0},
+        {"lblYOption", ControlKind::label, 0},
+        {"lblToolTip", ControlKind::label, 0},
+        {"lblMoreHelp", ControlKind::label, 0},
+        {"shaBackground", ControlKind::shape, 0},
+        {"shaBorder", ControlKind::shape, 0},
+        {"picToolTip", ControlKind::pictureBox, 0},
+        {"chkLockInfo", ControlKind::checkBox, 0},
+        {"optCurrency", ControlKind::optionButton, 3},
+        {"optDisplay", ControlKind::optionButton, 2},
+        {"optPTI", ControlKind::optionButton, 2},
+        {"optCommEq", ControlKind::optionButton, 2},
+        {"cmdColor", ControlKind::commandButton, 3},
+        {"cmdAddYear", ControlKind::commandButton, 0},
+        {"cmdRemoveYear", ControlKind::commandButton, 0},
+        {"cmdAddQuarter", ControlKind::commandButton, 0},
+        {"cmdOK", ControlKind::commandButton, 0},
+        {"cmdCancel", ControlKind::commandButton, 0},
+        {"cmdHelp", ControlKind::commandButton, 0},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(form.upperBound(row.name), row.count == 0 ? -1 : row.count - 1) << row.name;
+        for (int i = 0; i < std::max(row.count, 1); ++i) {
+            const auto* found = form.find(row.name, row.count == 0 ? Control::noIndex : i);
+            ASSERT_NE(found, nullptr) << row.name << " " << i;
+            EXPECT_EQ(found->kind(), row.kind) << row.name;
+        }
+    }
+    for (const int frame : {0, 2, 3, 10, 11, 12, 13, 14})
+        EXPECT_NE(form.find("fraDE", frame), nullptr) << frame;
+    for (const int label : {11, 15, 18, 51, 52, 53})
+        EXPECT_NE(form.find("lblLabel", label), nullptr) << label;
+    for (const int label : {0, 1, 2, 3, 10})
+        EXPECT_NE(form.find("lblUnit", label), nullptr) << label;
+    for (const int label : {3, 6, 16})
+        EXPECT_NE(form.find("lblCurrency", label), nullptr) << label;
+    EXPECT_EQ(form.find("tbsDataEntry")->container(), nullptr);
+    EXPECT_TRUE(form.get<TextBox>("txtNotes").multiLine());
+    EXPECT_EQ(form.get<TextField>("txtLastFY").maxLength(), 4);
+}
+
+TEST_F(FormLayout, EveryPlaceIsOnTheGridOfFifteenTwips) {
+    for (const auto& any : form.controls())
+        for (const Twips length : {any->left(), any->top(), any->width(), any->height()})
+            EXPECT_EQ(std::remainder(any->left() == Control::parkedLeft ? 0 : length, 15.0), 0)
+                << any->id() << " " << length;
+}
+
+TEST_F(FormLayout, EveryControlHasASize) {
+    for (const auto& any : form.controls()) {
+        EXPECT_GT(any->width(), 0) << any->id();
+        EXPECT_GT(any->height(), 0) << any->id();
+    }
+}
+
+TEST_F(FormLayout, NothingOverlapsWithinItsContainer) {
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        entry.put_CurrentTab(static_cast<TABObject>(tab));
+        const auto& all = form.controls();
+        for (std::size_t i = 0; i < all.size(); ++i)
+            for (std::size_t j = i + 1; j < all.size(); ++j) {
+                const Control& a = *all[i];
+                const Control& b = *all[j];
+                const bool helpFrame = pageOf(a) == 0 || pageOf(b) == 0;
+                if (a.container() != b.container() || !a.isShown() || !b.isShown() || helpFrame)
+                    continue;
+                EXPECT_FALSE(overlap(a, b)) << a.id() << " " << b.id();
+            }
+    }
+}
+
+TEST_F(FormLayout, NothingIsCutOffButThePannedPanels) {
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        entry.put_CurrentTab(static_cast<TABObject>(tab));
+        for (const auto& any : form.controls()) {
+            const Control& one = *any;
+            const bool panned = one.id() == "fraDE(2)" || one.id() == "fraDE(3)";
+            if (!one.isShown() || panned)
+                continue;
+            const Twips width =
+                one.container() == nullptr ? form.width() : one.container()->width();
+            const Twips height =
+                one.container() == nullptr ? form.height() : one.container()->height();
+            EXPECT_GE(one.left(), 0) << one.id();
+            EXPECT_GE(one.top(), 0) << one.id();
+            EXPECT_LE(one.left() + one.width(), width) << one.id();
+            EXPECT_LE(one.top() + one.height(), height) << one.id();
+        }
+    }
+}
+
+TEST_F(FormLayout, ThirtyFiveQuartersFitTheirPanelAndOverlapNothing) {
+    entry.put_VisibleQuarters(35);
+    const auto& panel = control("fraDE(3)");
+    for (const auto* name : {"lblQLabel", "txtRevenue", "txtEPS", "txtQOption", "txtNetInc"})
+        for (int row = 0; row < 35; ++row) {
+            const auto& cell = *form.find(name, row);
+            EXPECT_LE(cell.top() + cell.height(), panel.height()) << cell.id();
+            if (row > 0) {
+                EXPECT_FALSE(overlap(cell, *form.find(name, row - 1))) << cell.id();
+            }
+        }
+}
+
+TEST_F(FormLayout, PanningShowsEveryColumnOfTheYears) {
+    entry.put_CurrentTab(toYearly);
+    EXPECT_TRUE(desktop.canReach("txtSales(9)"));
+    desktop.scroll("hscrYearly", form.get<ScrollBar>("hscrYearly").maximum());
+    const auto& panel = control("fraDE(2)");
+    const auto& view = control("fraDE(1)");
+    const auto& last = control("txtCSO(9)");
+    EXPECT_LE(panel.left() + last.left() + last.width(), view.width());
+    EXPECT_GE(panel.left() + last.left(), 0);
+}
+
+TEST_F(FormLayout, YearLabelsStandBesideTheirRows) {
+    for (int row = 0; row < 11; ++row) {
+        const auto& label = *form.find("lblYear", row);
+        const auto& cell = *form.find("txtSales", row);
+        EXPECT_GE(label.formTop(), cell.formTop()) << row;
+        EXPECT_LE(label.formTop() + label.height(), cell.formTop() + cell.height()) << row;
+    }
+}
+
+TEST_F(FormLayout, LabelsStandBesideOrAboveTheirFields) {
+    for (const auto& row : formLayout()) {
+        if (row.labelledBy.empty())
+            continue;
+        const auto& field = *form.find(row.name, row.index);
+        const auto& label = control(row.labelledBy);
+        EXPECT_EQ(label.container(), field.container()) << row.name;
+        EXPECT_LE(label.left() + label.width(), field.left()) << row.name;
+        const bool sameLine = label.top() < field.top() + field.height() &&
+                              label.top() + label.height() > field.top();
+        EXPECT_TRUE(sameLine || row.name == "txtAddress2") << row.name;
+    }
+}
+
+TEST_F(FormLayout, CaptionsFitTheirControls) {
+    const Twips perCharacter = 84; // a usual letter of the design font
+    for (const auto* name : {"cmdOK", "cmdCancel", "cmdHelp", "cmdAddYear", "cmdRemoveYear",
+                             "cmdAddQuarter", "chkLockInfo"}) {
+        const auto& button = control(name);
+        EXPECT_LE(textLength(withoutMnemonic(button.caption())) * perCharacter, button.width())
+            << name;
+    }
+}
+
+// --- tab order -----------------------------------------------------------------------------------
+
+// Rows are read from the top, within a row from the left; the columns of a page one after the
+// other, and the grids by row or by column as they are declared.
+TEST_F(FormLayout, TheTabOrderRunsAsAPersonReads) {
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        entry.put_CurrentTab(static_cast<TABObject>(tab));
+        form.find("tbsDataEntry")->setFocus();
+        const auto walk = desktop.tabWalk();
+        std::vector<std::string> columns; // in the order in which they are met
+        const Control* before = nullptr;
+        for (const auto& id : walk) {
+            const auto& now = control(id);
+            if (pageOf(now) != 9 + tab) {
+                before = nullptr;
+                continue;
+            }
+            const bool cell = now.container()->index() == 2 || now.container()->index() == 3;
+            if (before != nullptr && before->container() == now.container() && !cell) {
+                const bool below = now.formTop() > before->formTop();
+                const bool right = now.formLeft() > before->formLeft();
+                EXPECT_TRUE(below || right) << before->id() << " -> " << id;
+            } else if (before != nullptr && cell && before->container() == now.container()) {
+                EXPECT_TRUE(now.formTop() > before->formTop() ||
+                            now.formLeft() > before->formLeft())
+                    << before->id() << " -> " << id;
+            }
+            before = &now;
+        }
+    }
+}
+
+TEST_F(FormLayout, TabReachesEveryFieldOfThePageAndTheButtonsBelow) {
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        entry.put_CurrentTab(static_cast<TABObject>(tab));
+        form.find("tbsDataEntry")->setFocus();
+        const auto walk = desktop.tabWalk();
+        const std::set<std::string> met(walk.begin(), walk.end());
+        EXPECT_EQ(walk.size(), met.size());
+        for (const auto& any : form.controls()) {
+            const auto* option = dynamic_cast<const OptionButton*>(any.get());
+            const bool wanted = any->canTakeFocus() && (option == nullptr || option->value());
+            EXPECT_EQ(met.contains(any->id()), wanted) << any->id() << " on tab " << tab;
+        }
+        ASSERT_GE(walk.size(), 4U);
+        EXPECT_EQ(walk.back(), "cmdCancel") << tab;
+    }
+}
+
+// --- names ---------------------------------------------------------------------------------------
+
+TEST_F(FormLayout, EveryFieldHasANameToReadOut) {
+    for (const auto& any : form.controls()) {
+        if (!any->isFocusable() || any->kind() == ControlKind::tabStrip)
+            continue;
+        EXPECT_FALSE(any->accessibleName().empty() && any->caption().empty()) << any->id();
+        EXPECT_NE(any->accessibleName(), "...") << any->id();
+    }
+    EXPECT_EQ(control("cmdColor(0)").accessibleName(), "Locked Company Data");
+    EXPECT_EQ(control("txtTel").accessibleName(), "Telephone");
+    EXPECT_EQ(control("txtNotes").accessibleName(), "Notes");
+}
+
+TEST_F(FormLayout, ACellIsNamedAfterItsColumnAndItsRow) {
+    EXPECT_EQ(control("txtSales(9)").accessibleName(), "Revenue (M) 2025");
+    EXPECT_EQ(control("txtYOption(0)").accessibleName(), "Pre-Tax Income (M) 2016");
+    EXPECT_EQ(control("txtEPS(0)").accessibleName(), "Earnings Per Share 9/30/2026");
+    entry.put_CurrentTab(toOptions);
+    desktop.click("optPTI(1)");
+    desktop.click("optCurrency(2)");
+    EXPECT_EQ(control("txtSales(9)").accessibleName(), "Revenue (B) 2025");
+    EXPECT_EQ(control("txtQOption(0)").accessibleName(), "Tax Rate (%) 9/30/2026");
+    entry.put_CurrentTab(toYearly);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddYear");
+    EXPECT_EQ(control("txtSales(9)").accessibleName(), "Revenue (B) 2026");
+    entry.put_VisibleQuarters(12);
+    EXPECT_EQ(control("txtNetInc(11)").accessibleName(), "Net Income (B) 12/31/2023");
+    entry.Clear();
+    EXPECT_EQ(control("txtSales(9)").accessibleName(), "Revenue (B)");
+}
+
+TEST_F(FormLayout, FieldsThatHoldFiguresAreAlignedRight) {
+    for (const auto* name :
+         {"txtCurrentPrice", "txt52WHigh", "txt52WLow", "txtTotalDebt", "txtTotalCap",
+          "txtCommonShares", "txtPrefDiv", "txtTaxRate", "txtLastFY", "txtLast4QEPS", "txtSales(0)",
+          "txtLow(10)", "txtRevenue(0)", "txtNetInc(8)"})
+        EXPECT_EQ(dynamic_cast<const TextBox&>(control(name)).alignment(), Alignment::right)
+            << name;
+    for (const auto* name : {"txtName", "txtNotes", "txtLastUpdate", "txtZip"})
+        EXPECT_EQ(dynamic_cast<const TextBox&>(control(name)).alignment(), Alignment::left) << name;
+}
+
+} // namespace
+} // namespace vkr
