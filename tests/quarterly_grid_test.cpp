@@ -1,0 +1,539 @@
+// SPDX-License-Identifier: MIT
+#include "quarterly/quarterly_grid.hpp"
+#include "tests/support/field_steps.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+using namespace test;
+
+constexpr const char* rowArrays[] = {"lblQLabel", "txtRevenue", "txtQOption", "txtNetInc",
+                                     "txtEPS"};
+constexpr const char* cellArrays[] = {"txtRevenue", "txtEPS", "txtQOption", "txtNetInc"};
+constexpr const char* series[] = {"QRevenueSeries", "QEPSSeries", "QPTISeries", "QTaxRateSeries",
+                                  "QNetIncSeries"};
+
+struct QuarterSpan : testing::Test {
+    EntryScene scene;
+    VirtualDesktop& desktop = scene.desktop;
+    std::shared_ptr<CompanyRecord> company = datedCompany();
+
+    // Each figure names its element as it was at first.
+    void fill(int count = 35) {
+        for (const char* name : series)
+            for (int i = 0; i < 35; ++i)
+                putElement(*company, name, i, i < count ? 100 + i : 0);
+    }
+    void load(Date last, Date fiscalYear = *makeDate(2025, 12, 31)) {
+        company->put_LastQDate(last);
+        company->put_LastQDateForGrid(last);
+        company->put_LastFYDate(fiscalYear);
+        open(company);
+    }
+    void open(const std::shared_ptr<iVKR_Company>& record) {
+        scene.load(record);
+        desktop.clickTab(toQuarterly);
+        desktop.forget();
+    }
+    [[nodiscard]] std::string label(int row) const {
+        return scene.form().get<Label>("lblQLabel", row).caption();
+    }
+    [[nodiscard]] ScrollBar& bar() const { return scene.form().get<ScrollBar>("vscrQuarterly"); }
+    [[nodiscard]] Color back(std::string_view name, int row) const {
+        return desktop.control(name, row).backColor();
+    }
+    void typeDate(std::string_view date) { typeOver(scene, "txtLastQDate", date); }
+};
+
+// --- adding a quarter ----------------------------------------------------------------------------
+
+TEST_F(QuarterSpan, AddingNamesTheQuarterThatLeavesAndKeepsEveryFigureInItsQuarter) {
+    fill();
+    load(*makeDate(2006, 3, 31));
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    ASSERT_EQ(desktop.messages().size(), 1U);
+    EXPECT_EQ(desktop.messages()[0].text,
+              "Adding a new quarter removes the oldest one: the figures of Sep 1997 will drop out "
+              "of the company's history.\rThere is no undo for this. Do you want to go on?");
+    EXPECT_EQ(desktop.messages()[0].buttons, 292);
+    EXPECT_EQ(desktop.messages()[0].title, "VKRDataEntry");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Jun/30/2006");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2006, 6, 30));
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2006, 6, 30));
+    EXPECT_TRUE(scene.entry->get_blnDirty());
+    EXPECT_EQ(label(0), "6/30/2006");
+    EXPECT_EQ(label(1), "3/31/2006");
+    for (const char* name : series) {
+        EXPECT_EQ(elementOf(*company, name, 0), 0) << name;
+        for (int i = 1; i < 35; ++i)
+            EXPECT_EQ(elementOf(*company, name, i), 99 + i) << name;
+    }
+    EXPECT_EQ(scene.text("txtRevenue", 0), "");
+    EXPECT_EQ(scene.text("txtRevenue", 1), "100.00");
+}
+
+TEST_F(QuarterSpan, NoAndTheDefaultChangeNothing) {
+    fill();
+    load(*makeDate(2006, 3, 31));
+    const auto before = company->clone();
+    desktop.answerNext(MessageAnswer::no);
+    desktop.click("cmdAddQuarter");
+    desktop.click("cmdAddQuarter");
+    desktop.spin("spnQuarter", 1);
+    typeDate("Jun/30/2006");
+    EXPECT_EQ(desktop.messages().size(), 4U);
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_EQ(scene.text("txtLastQDate"), "Mar/31/2006");
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
+TEST_F(QuarterSpan, AddingFromAnOlderLastQuarterGoesOnAtTheNewest) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    desktop.spin("spnQuarter", -3);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Dec/31/2026");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), 100);
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 2), 101);
+}
+
+TEST_F(QuarterSpan, ARecordThatRefusesTheNewDateKeepsItsFiguresWhereTheyAre) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"write LastQDateForGrid"};
+    const auto before = company->clone();
+    open(record);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    ASSERT_EQ(desktop.messages().size(), 2U);
+    EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
+    desktop.answerNext(MessageAnswer::yes);
+    typeDate("Dec/31/2026");
+    ASSERT_EQ(desktop.messages().size(), 4U);
+    EXPECT_EQ(desktop.messages()[3].text,
+              "LastQDate Lost Focus error: write LastQDateForGrid fails");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+    company->put_Last4QEPS(before->get_Last4QEPS());
+    EXPECT_TRUE(sameAs(*before, *company));
+}
+
+// --- moving the last quarter ---------------------------------------------------------------------
+
+TEST_F(QuarterSpan, TheSpinnerMovesBackAndForthInsideOfTheRecord) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    desktop.spin("spnQuarter", -2);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Mar/31/2026");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 3, 31));
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 9, 30));
+    EXPECT_EQ(label(0), "3/31/2026");
+    EXPECT_EQ(scene.text("txtRevenue", 0), "102.00");
+    EXPECT_TRUE(scene.entry->get_blnDirty());
+    desktop.spin("spnQuarter", 2);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+    EXPECT_EQ(scene.text("txtRevenue", 0), "100.00");
+    EXPECT_TRUE(desktop.messages().empty());
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.spin("spnQuarter", 1);
+    EXPECT_EQ(desktop.messages().size(), 1U);
+    EXPECT_EQ(scene.text("txtRevenue", 1), "100.00");
+}
+
+TEST_F(QuarterSpan, MovingBackStopsAtTheOldestQuarter) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    desktop.spin("spnQuarter", -100);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Mar/31/2018");
+    EXPECT_EQ(scene.text("txtRevenue", 0), "134.00");
+    for (const char* cells : cellArrays)
+        EXPECT_FALSE(scene.field(cells, 1).enabled()) << "no such element";
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 34), 134);
+}
+
+// A record of which only the last quarter is known lets the grid's date follow it.
+TEST_F(QuarterSpan, MovingBackNeverRenamesTheFigures) {
+    fill();
+    company->put_LastQDateForGrid({});
+    company->put_LastQDate(*makeDate(2026, 9, 30));
+    open(company);
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 9, 30));
+    EXPECT_EQ(label(0), "6/30/2026");
+    EXPECT_EQ(scene.text("txtRevenue", 0), "101.00");
+}
+
+TEST_F(QuarterSpan, ADoubleClickOnAQuarterMakesItTheLastOne) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    desktop.doubleClick("lblQLabel(3)");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Dec/31/2025");
+    EXPECT_EQ(scene.text("txtEPS", 0), "103.00");
+    desktop.doubleClick("lblQLabel(0)");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Dec/31/2025");
+}
+
+TEST_F(QuarterSpan, AFigureThatIsBeingTypedIsStoredInItsQuarterFirst) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    goTo(scene, "txtRevenue(2)");
+    desktop.type("7.5");
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 2), 7.5);
+    EXPECT_EQ(scene.text("txtRevenue", 1), "7.50");
+    EXPECT_EQ(scene.text("txtRevenue", 2), "103.00");
+    EXPECT_EQ(desktop.focusedId(), "txtRevenue(2)");
+    desktop.type("8{TAB}"); // over the figure of the quarter that stands there now
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 3), 8);
+}
+
+TEST_F(QuarterSpan, ALastQuarterBehindTheNewestOneComesBackWithItsOwnDay) {
+    fill();
+    company->put_LastQDateForGrid(*makeDate(2026, 9, 26));
+    company->put_LastQDate(*makeDate(2026, 6, 27));
+    open(company);
+    EXPECT_EQ(scene.text("txtRevenue", 0), "101.00");
+    desktop.spin("spnQuarter", 1);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/26/2026");
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Jun/27/2026");
+}
+
+// The newest figures are those of the grid's date, whatever the last quarter says.
+TEST_F(QuarterSpan, ALastQuarterAfterTheNewestOneHasEmptyRowsInFront) {
+    fill();
+    company->put_LastQDateForGrid(*makeDate(2026, 6, 30));
+    company->put_LastQDate(*makeDate(2026, 9, 30));
+    open(company);
+    EXPECT_EQ(label(1), "6/30/2026");
+    EXPECT_EQ(scene.text("txtRevenue", 0), "");
+    EXPECT_FALSE(scene.field("txtRevenue", 0).enabled());
+    EXPECT_EQ(scene.text("txtRevenue", 1), "100.00");
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 12, 31));
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 2), 100) << "still June";
+    EXPECT_EQ(label(2), "6/30/2026");
+}
+
+// --- quarter ends
+// ----------------------------------------------------------------------------------
+
+TEST_F(QuarterSpan, LabelsFollowTheEndsOfMonthsAndTheDayOtherwise) {
+    const struct {
+        Date last;
+        const char* labels[5];
+    } rows[] = {
+        {*makeDate(2026, 6, 30),
+         {"6/30/2026", "3/31/2026", "12/31/2025", "9/30/2025", "6/30/2025"}},
+        {*makeDate(2024, 2, 29),
+         {"2/29/2024", "11/30/2023", "8/31/2023", "5/31/2023", "2/28/2023"}},
+        {*makeDate(2026, 5, 30),
+         {"5/30/2026", "2/28/2026", "11/30/2025", "8/30/2025", "5/30/2025"}},
+        {*makeDate(2026, 3, 28),
+         {"3/28/2026", "12/28/2025", "9/28/2025", "6/28/2025", "3/28/2025"}},
+        {*makeDate(2023, 4, 1), {"4/1/2023", "1/1/2023", "10/1/2022", "7/1/2022", "4/1/2022"}},
+    };
+    for (const auto& row : rows) {
+        load(row.last);
+        for (int i = 0; i < 5; ++i) {
+            EXPECT_EQ(label(i), row.labels[i]);
+            EXPECT_EQ(civil(Variant(desktop.control("lblQLabel", i).tag()).toDouble() == 0
+                                ? Date{}
+                                : Date{Variant(desktop.control("lblQLabel", i).tag()).toDouble()}),
+                      civil(QuarterlyGrid::quartersFrom(row.last, -i)));
+        }
+        desktop.spin("spnQuarter", -1);
+        EXPECT_EQ(label(0), row.labels[1]);
+        EXPECT_EQ(label(1), row.labels[2]) << "a quarter has one name wherever it is shown";
+        desktop.spin("spnQuarter", 1);
+        EXPECT_EQ(label(0), row.labels[0]) << "and the day comes back";
+    }
+}
+
+// Ends that wander from December into January and from March into April stay one quarter apart.
+TEST_F(QuarterSpan, AQuarterIsCountedToTheNearestDate) {
+    fill();
+    company->put_LastQDateForGrid(*makeDate(2023, 4, 1));
+    company->put_LastQDate(*makeDate(2022, 12, 31));
+    company->put_LastFYDate(*makeDate(2022, 9, 24));
+    open(company);
+    EXPECT_EQ(scene.text("txtRevenue", 0), "101.00");
+    typeOver(scene, "txtRevenue(0)", "5");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), 5);
+    EXPECT_EQ(back("txtRevenue", 1), colors::paleCyan) << "September, the end of the fiscal year";
+    EXPECT_EQ(back("txtRevenue", 0), colors::white);
+}
+
+// --- the last quarter, typed
+// -----------------------------------------------------------------------
+
+TEST_F(QuarterSpan, TypedDatesOfTheNextThreeQuartersAreAdded) {
+    const struct {
+        Date last;
+        const char* typed;
+        int added;
+        const char* leaving;
+    } rows[] = {
+        {*makeDate(2006, 3, 31), "6/30/2006", 1, "Sep 1997"},
+        {*makeDate(2006, 3, 31), "6/1/2006", 1, "Sep 1997"},
+        {*makeDate(2006, 3, 31), "9/30/2006", 2, "Sep 1997 - Dec 1997"},
+        {*makeDate(2006, 3, 31), "12/31/2006", 3, "Sep 1997 - Mar 1998"},
+        {*makeDate(2025, 12, 27), "3/28/2026", 1, "Jun 2017"},
+        {*makeDate(2022, 12, 31), "4/1/2023", 1, "Jun 2014"},
+        {*makeDate(2023, 4, 1), "9/30/2023", 2, "Oct 2014 - Jan 2015"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.typed);
+        fill();
+        load(row.last);
+        desktop.answerNext(MessageAnswer::yes);
+        typeDate(row.typed);
+        ASSERT_EQ(desktop.messages().size(), 1U);
+        EXPECT_NE(desktop.messages()[0].text.find(std::string("of ") + row.leaving + " will"),
+                  std::string::npos)
+            << desktop.messages()[0].text;
+        EXPECT_EQ(desktop.messages()[0].buttons, 292);
+        for (int i = row.added; i < 35; ++i)
+            EXPECT_EQ(elementOf(*company, "QRevenueSeries", i), 100 + i - row.added);
+        const auto typed = scene.text("txtLastQDate");
+        EXPECT_EQ(civil(company->get_LastQDate()), civil(company->get_LastQDateForGrid()));
+        EXPECT_EQ(Variant(civil(company->get_LastQDate()).month).toText() + "/" +
+                      Variant(civil(company->get_LastQDate()).day).toText() + "/" +
+                      Variant(civil(company->get_LastQDate()).year).toText(),
+                  row.typed)
+            << "the very day";
+    }
+}
+
+TEST_F(QuarterSpan, AnyOtherDateIsRefusedAndTheOldOneReturns) {
+    fill();
+    load(*makeDate(2006, 3, 31));
+    const auto before = company->clone();
+    for (const char* typed : {"3/31/2007", "12/31/2005", "5/15/2006", "no date", "", "2/30/2006"}) {
+        desktop.forget();
+        typeDate(typed);
+        ASSERT_EQ(desktop.messages().size(), 1U) << typed;
+        EXPECT_EQ(desktop.messages()[0].text,
+                  "The new date must lie in the month in which one of the next three quarters "
+                  "ends.\rThe previous date has been put back.");
+        EXPECT_EQ(desktop.messages()[0].buttons, message_box::exclamationIcon);
+        EXPECT_EQ(scene.text("txtLastQDate"), "Mar/31/2006");
+    }
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
+TEST_F(QuarterSpan, AnotherDayOfTheSameQuarterCorrectsTheDate) {
+    fill();
+    load(*makeDate(2026, 3, 27));
+    typeDate("3/28/2026");
+    EXPECT_TRUE(desktop.messages().empty());
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 3, 28));
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 3, 28));
+    EXPECT_EQ(label(0), "3/28/2026");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 0), 100);
+    EXPECT_TRUE(scene.entry->get_blnDirty());
+}
+
+TEST_F(QuarterSpan, WithoutFiguresAnyDateIsTheLastQuarter) {
+    load(*makeDate(2025, 12, 31));
+    typeDate("4/26/2022");
+    EXPECT_TRUE(desktop.messages().empty());
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2022, 4, 26));
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2022, 4, 26));
+    typeOver(scene, "txtNetInc(1)", "4");
+    EXPECT_EQ(label(1), "1/26/2022");
+    EXPECT_EQ(elementOf(*company, "QNetIncSeries", 1), 4);
+}
+
+// A commit in the middle of typing writes the date as the text stands; leaving the field settles
+// it.
+TEST_F(QuarterSpan, ACommitWhileADateIsTypedRenamesNothing) {
+    fill();
+    company->put_LastQDateForGrid({});
+    company->put_LastQDate(*makeDate(2026, 9, 30));
+    open(company);
+    goTo(scene, "txtLastQDate");
+    desktop.type("^a{DEL}3/31/2020");
+    scene.entry->put_blnDirty(false);
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 9, 30));
+    desktop.type("{TAB}");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 30));
+    EXPECT_EQ(label(0), "9/30/2026");
+}
+
+// --- rows
+// ------------------------------------------------------------------------------------------
+
+TEST_F(QuarterSpan, TheNumberOfRowsIsCutToWhatThereIs) {
+    load(*makeDate(2026, 9, 30));
+    for (const auto& [asked, shown] : {std::pair{0, 1}, {40, 35}, {-3, 1}, {12, 12}, {9, 9}}) {
+        scene.entry->put_VisibleQuarters(static_cast<std::int16_t>(asked));
+        EXPECT_EQ(scene.entry->get_VisibleQuarters(), shown);
+        for (const char* array : rowArrays)
+            EXPECT_EQ(scene.form().upperBound(array), shown - 1) << array;
+    }
+    const Control* kept = scene.form().find("txtEPS", 8);
+    desktop.forget();
+    scene.entry->put_VisibleQuarters(9);
+    EXPECT_EQ(scene.form().find("txtEPS", 8), kept);
+    EXPECT_TRUE(desktop.propertyChanges().empty());
+}
+
+TEST_F(QuarterSpan, NewRowsContinueTheOldOnes) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    scene.entry->put_VisibleQuarters(3);
+    scene.entry->put_VisibleQuarters(7);
+    for (const char* array : rowArrays)
+        for (int row = 1; row < 7; ++row) {
+            const Control& above = desktop.control(array, row - 1);
+            const Control& added = desktop.control(array, row);
+            EXPECT_EQ(added.left(), above.left());
+            EXPECT_EQ(added.width(), above.width());
+            EXPECT_EQ(added.top(), above.top() + above.height() +
+                                       (std::string_view(array) == "lblQLabel" ? 45 : 15));
+            EXPECT_TRUE(added.visible());
+            EXPECT_EQ(added.container(), above.container());
+            if (row > 2) {
+                EXPECT_EQ(added.tabIndex(), above.tabIndex() + 1) << array << row;
+            }
+        }
+    for (int row = 0; row < 7; ++row) {
+        EXPECT_EQ(scene.text("txtRevenue", row), std::to_string(100 + row) + ".00");
+        EXPECT_EQ(desktop.control("lblQLabel", row).foreColor(),
+                  desktop.control("lblQLabel", 0).foreColor());
+        EXPECT_EQ(scene.form().get<Label>("lblQLabel", row).alignment(), Alignment::right);
+    }
+    EXPECT_EQ(label(6), "3/31/2025");
+}
+
+TEST_F(QuarterSpan, ARowThatGoesAwayWithTheFocusIsStoredFirst) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    goTo(scene, "txtNetInc(8)");
+    desktop.type("55");
+    scene.entry->put_VisibleQuarters(4);
+    EXPECT_EQ(elementOf(*company, "QNetIncSeries", 8), 55);
+    EXPECT_EQ(desktop.focusedId(), "txtNetInc(3)");
+    desktop.type("66{TAB}");
+    EXPECT_EQ(elementOf(*company, "QNetIncSeries", 3), 66);
+    scene.entry->put_VisibleQuarters(9);
+    EXPECT_EQ(scene.text("txtNetInc", 8), "55.00");
+}
+
+TEST_F(QuarterSpan, AFigureThatIsBeingTypedSurvivesNewRows) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    goTo(scene, "txtNetInc(8)");
+    desktop.type("55");
+    scene.entry->put_VisibleQuarters(12);
+    EXPECT_EQ(elementOf(*company, "QNetIncSeries", 8), 55);
+    EXPECT_EQ(desktop.focusedId(), "txtNetInc(8)");
+    EXPECT_EQ(scene.field("txtNetInc", 8).selText(), "55.00");
+}
+
+// --- colours
+// ---------------------------------------------------------------------------------------
+
+TEST_F(QuarterSpan, TheFifthRowIsYellow) {
+    load(*makeDate(2026, 9, 30));
+    const auto yellowRows = [&] {
+        for (const char* array : rowArrays)
+            for (int row = 0; row <= scene.form().upperBound(array); ++row)
+                EXPECT_EQ(back(array, row) == Color{0xFFFF}, row == 4) << array << row;
+    };
+    yellowRows();
+    scene.entry->put_VisibleQuarters(3);
+    yellowRows();
+    scene.entry->put_VisibleQuarters(9);
+    yellowRows();
+    scene.entry->put_ShadeColorQuarter(0x00FF00);
+    yellowRows();
+    desktop.spin("spnQuarter", -1);
+    yellowRows();
+    desktop.click("chkLockInfo");
+    yellowRows();
+}
+
+TEST_F(QuarterSpan, TheFourQuartersOfTheLastFiscalYearAreShaded) {
+    const struct {
+        Date last;
+        Date fiscalYear;
+        std::vector<int> rows;
+    } rows[] = {
+        {*makeDate(2026, 9, 30), *makeDate(2025, 12, 31), {3, 5, 6}},
+        {*makeDate(2025, 12, 31), *makeDate(2025, 12, 31), {0, 1, 2, 3}},
+        {*makeDate(2026, 5, 31), *makeDate(2025, 11, 30), {2, 3, 5}},
+        {*makeDate(2026, 3, 28), *makeDate(2025, 9, 27), {2, 3, 5}},
+        {*makeDate(2025, 12, 31), *makeDate(2026, 6, 30), {0, 1}},
+        {*makeDate(2026, 9, 30), *makeDate(2020, 12, 31), {}},
+    };
+    for (const auto& row : rows) {
+        load(row.last, row.fiscalYear);
+        for (const char* cells : cellArrays) {
+            std::vector<int> shaded;
+            for (int i = 0; i < 9; ++i)
+                if (back(cells, i) == colors::paleCyan)
+                    shaded.push_back(i);
+            EXPECT_EQ(shaded, row.rows) << cells;
+        }
+    }
+}
+
+// --- scrolling
+// -------------------------------------------------------------------------------------
+
+TEST_F(QuarterSpan, TheBarBringsARowToTheTopWithItsCurrencySigns) {
+    load(*makeDate(2026, 9, 30));
+    EXPECT_FALSE(bar().visible()) << "nine rows fit";
+    scene.entry->put_VisibleQuarters(35);
+    ASSERT_TRUE(bar().visible());
+    const auto before = company->clone();
+    for (const int row : {5, bar().maximum(), 0}) {
+        desktop.scroll("vscrQuarterly", row);
+        const Twips top = desktop.control("txtEPS", row).top();
+        EXPECT_EQ(desktop.control("fraDE", 3).top(), 15 - top);
+        for (int i = 0; i <= 2; ++i)
+            EXPECT_EQ(desktop.control("lblQCurrency", i).top(), top + 30);
+        EXPECT_TRUE(desktop.canReach("txtEPS", row));
+    }
+    EXPECT_EQ(bar().maximum() + bar().largeChange(), 35) << "the last row stops at the bottom";
+    EXPECT_TRUE(sameAs(*before, *company));
+    goTo(scene, "txtEPS(12)");
+    desktop.type("{DOWN}{DOWN}{DOWN}");
+    EXPECT_EQ(desktop.focusedId(), "txtEPS(15)");
+    EXPECT_TRUE(desktop.canReach("txtEPS", 15));
+    scene.entry->put_VisibleQuarters(9);
+    EXPECT_EQ(desktop.control("fraDE", 3).top(), 0);
+}
+
+// --- whether there is any data
+// -----------------------------------------------------------------------
+
+TEST_F(QuarterSpan, DataIsFoundInTheRecordAndOnTheScreen) {
+    EXPECT_FALSE(scene.entry->blnExistsQuarterlyData()) << "no record";
+    load(*makeDate(2026, 9, 30));
+    EXPECT_FALSE(scene.entry->blnExistsQuarterlyData());
+    for (const char* name : {"QRevenueSeries", "QEPSSeries", "QPTISeries", "QNetIncSeries"}) {
+        putElement(*company, name, 34, -0.5);
+        EXPECT_TRUE(scene.entry->blnExistsQuarterlyData()) << name;
+        putElement(*company, name, 34, 0);
+    }
+    putElement(*company, "QTaxRateSeries", 1, 20);
+    EXPECT_FALSE(scene.entry->blnExistsQuarterlyData()) << "not on show";
+    goTo(scene, "txtRevenue(3)");
+    desktop.type("1.5");
+    EXPECT_TRUE(scene.entry->blnExistsQuarterlyData()) << "being typed";
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 3), 0);
+}
+
+} // namespace
+} // namespace vkr
