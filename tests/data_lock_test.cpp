@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/entry_scene.hpp"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace vkr {
@@ -17,7 +18,7 @@ struct DataLock : testing::Test {
         entry.put_ShowReportingPeriod(true);
         for (const auto& fill : {&VKRDataEntry::put_vntSource, &VKRDataEntry::put_vntExchange,
                                  &VKRDataEntry::put_vntIndustry})
-            (entry.*fill)(textArray({"One", "Two"}));
+            std::invoke(fill, entry, textArray({"One", "Two"}));
         company->get_Settings()->put(setting::leadPeriod, std::int16_t{1});
         entry.put_objCompany(company);
         desktop.setClipboardText("9");

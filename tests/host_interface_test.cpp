@@ -3,6 +3,7 @@
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/scripted_record.hpp"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <type_traits>
 
@@ -359,15 +360,15 @@ constexpr ListRow lists[] = {{"cmbSource", &VKRDataEntry::put_vntSource},
 TEST_F(HostInterface, ListsAreFilledFromLowerToUpperBoundAndNoOthers) {
     for (const auto& row : lists) {
         const auto& list = scene.form().get<ComboBox>(row.list);
-        (entry.*row.put)(textArray({"b", "a", "", "b"}, -2));
+        std::invoke(row.put, entry, textArray({"b", "a", "", "b"}, -2));
         EXPECT_EQ(list.list(), (Names{"b", "a", "", "b"})) << row.list;
         for (const auto& other : lists)
             if (other.list != row.list) {
                 EXPECT_EQ(scene.form().get<ComboBox>(other.list).list(), Names{});
             }
-        (entry.*row.put)(textArray({"new"}, 7));
+        std::invoke(row.put, entry, textArray({"new"}, 7));
         EXPECT_EQ(list.list(), Names{"new"});
-        (entry.*row.put)(textArray({}));
+        std::invoke(row.put, entry, textArray({}));
     }
 }
 
