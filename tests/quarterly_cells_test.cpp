@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "quarterly/quarterly_grid.hpp"
+#include "tests/support/field_steps.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+using namespace test;
+
+struct QuarterlyCells : testing::Test {
+    EntryScene scene;
+    VirtualDesktop& desktop = scene.desktop;
+    std::shared_ptr<CompanyRecord> company = fullCompany();
+
+    QuarterlyCells() { open(company); }
+    void open(const std::shared_ptr<iVKR_Company>& record) {
+        scene.load(record);
+        desktop.clickTab(toQuarterly);
+    }
+    [[nodiscard]] std::string after(std::string_view id, std::string_view keys) {
+        goTo(scene, id);
+        desktop.type(keys);
+        return desktop.focusedId();
+    }
+};
+
+TEST_F(QuarterlyCells, LeavingAnUnchangedOneIsNoChange) {
+    const auto before = company->clone();
+    for (const auto& column : quarterlyColumns())
+        for (int row = 0; row < QuarterlyGrid::startRows; ++row)
+            EXPECT_NE(after(std::string(column.cells) + "(" + std::to_string(row) + ")", "{TAB}"),
+                      "");
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+    EXPECT_TRUE(sameAs(*before, *company));
+}
+
+TEST_F(QuarterlyCells, TheColumnsFollowOneAnotherAtTheirEnds) {
+    const struct {
+        const char* from;
+        const char* keys;
+        const char* to;
+    } rows[] = {
+        {"txtEPS(8)", "~", "txtQOption(0)"},
+        {"txtEPS(8)", "{DOWN}", "txtQOption(0)"},
+        {"txtEPS(0)", "+~", "txtRevenue(8)"},
+        {"txtEPS(0)", "{UP}", "txtRevenue(8)"},
+        {"txtRevenue(0)", "+~", "txtRevenue(0)"},
+        {"txtNetInc(8)", "~", "txtNetInc(8)"},
+        // With Ctrl the row is kept, and the grid comes round.
+        {"txtEPS(3)", "^{RIGHT}", "txtQOption(3)"},
+        {"txtEPS(3)", "^{LEFT}", "txtRevenue(3)"},
+        {"txtRevenue(3)", "^{LEFT}", "txtNetInc(3)"},
+        {"txtNetInc(3)", "^{RIGHT}", "txtRevenue(3)"},
+        {"txtRevenue(0)", "^{UP}", "txtNetInc(8)"},
+        {"txtNetInc(8)", "^{DOWN}", "txtRevenue(0)"},
+        {"txtEPS(0)", "^{UP}", "txtEPS(8)"},
+        {"txtEPS(8)", "^{DOWN}", "txtQOption(8)"},
+        {"txtEPS(3)", "^{HOME}", "txtRevenue(3)"},
+        {"txtEPS(3)", "^{END}", "txtNetInc(3)"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(after(row.from, row.keys), row.to) << row.from << " " << row.keys;
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
+TEST_F(QuarterlyCells, EndsFollowTheNumberOfRows) {
+    scene.entry->put_VisibleQuarters(20);
+    EXPECT_EQ(after("txtRevenue(19)", "~"), "txtEPS(0)");
+    EXPECT_EQ(after("txtEPS(0)", "{UP}"), "txtRevenue(19)");
+    EXPECT_TRUE(desktop.canReach("txtRevenue", 19));
+    scene.entry->put_VisibleQuarters(1);
+    EXPECT_EQ(after("txtRevenue(0)", "~~~~"), "txtNetInc(0)");
+}
+
+// Rows that reach beyond the oldest quarter of the record take no focus.
+TEST_F(QuarterlyCells, KeysPassOverRowsWithoutAQuarter) {
+    desktop.spin("spnQuarter", -32);
+    ASSERT_FALSE(scene.field("txtRevenue", 3).enabled());
+    EXPECT_EQ(after("txtRevenue(2)", "~"), "txtEPS(0)");
+    EXPECT_EQ(after("txtRevenue(0)", "^{UP}"), "txtNetInc(2)");
+    EXPECT_EQ(after("txtNetInc(2)", "^{DOWN}"), "txtRevenue(0)");
+}
+
+TEST_F(QuarterlyCells, MoneyFollowsTheUnitAndTheOtherFiguresDoNot) {
+    const struct {
+        const char* cell;
+        const char* series;
+        double stored; // of 1500 in thousands
+    } rows[] = {{"txtRevenue(2)", "QRevenueSeries", 1.5},
+                {"txtEPS(2)", "QEPSSeries", 1500},
+                {"txtQOption(2)", "QPTISeries", 1.5},
+                {"txtNetInc(2)", "QNetIncSeries", 1.5}};
+    desktop.clickTab(toOptions);
+    desktop.click("optCurrency", 0);
+    for (const auto& row : rows) {
+        typeOver(scene, row.cell, "1500");
+        EXPECT_EQ(elementOf(*company, row.series, 2), row.stored);
+        EXPECT_EQ(textOf(scene, row.cell), "1500.00");
+    }
+    desktop.clickTab(toOptions);
+    desktop.click("optPTI", 1);
+    typeOver(scene, "txtQOption(2)", "-12.5");
+    EXPECT_EQ(elementOf(*company, "QTaxRateSeries", 2), -12.5);
+    EXPECT_EQ(elementOf(*company, "QPTISeries", 2), 1.5);
+}
+
+TEST_F(QuarterlyCells, AMinusCanBeTypedInEveryColumnButRevenue) {
+    for (const auto& column : quarterlyColumns()) {
+        const auto id = std::string(column.cells) + "(1)";
+        typeOver(scene, id, "-4");
+        EXPECT_EQ(textOf(scene, id), column.cells == "txtRevenue" ? "4.00" : "-4.00");
+    }
+}
+
+TEST_F(QuarterlyCells, TheElementIsThatOfTheQuarterBesideTheCell) {
+    desktop.spin("spnQuarter", -5);
+    typeOver(scene, "txtRevenue(3)", "42");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 8), 42);
+}
+
+TEST_F(QuarterlyCells, WithoutADateNothingIsWrittenUntilThereIsOne) {
+    auto empty = datedCompany();
+    const auto record = std::make_shared<ScriptedRecord>(empty);
+    record->failing = {"read LastQDate", "read LastQDateForGrid"};
+    open(record);
+    EXPECT_EQ(scene.text("txtLastQDate"), "");
+    EXPECT_EQ(scene.form().get<Label>("lblQLabel", 0).caption(), "");
+    empty->put_Last4QEPS(3);
+    typeOver(scene, "txtEPS(1)", "2.5");
+    EXPECT_EQ(elementOf(*empty, "QEPSSeries", 1), 0);
+    EXPECT_EQ(empty->get_Last4QEPS(), 3);
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "");
+    EXPECT_EQ(scene.text("txtEPS", 1), "2.5");
+    EXPECT_NE(markOf(scene, "txtEPS(1)"), "");
+    record->failing.clear();
+    typeOver(scene, "txtLastQDate", "6/30/2026");
+    EXPECT_EQ(elementOf(*empty, "QEPSSeries", 1), 2.5);
+    EXPECT_EQ(scene.text("txtEPS", 1), "2.50");
+    EXPECT_EQ(markOf(scene, "txtEPS(1)"), "");
+    EXPECT_EQ(scene.form().get<Label>("lblQLabel", 1).caption(), "3/31/2026");
+}
+
+} // namespace
+} // namespace vkr
