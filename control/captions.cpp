@@ -49,7 +49,7 @@ void Captions::pass() {
 std::string Captions::unitSuffix() const {
     switch (session_.unit) {
     case 3:
-        return " " + session_.text(text_number::unitThousands, "(000)");
+        return " " + session_.text(text_number::unitThousands, "(K)");
     case 9:
         return " " + session_.text(text_number::unitBillions, "(B)");
     default:

@@ -283,7 +283,7 @@ constexpr StringRow standardRows[] = {
     {616, "The previous date has been put back."},
 
     // The unit behind the captions of money and shares.
-    {620, "(000)"},
+    {620, "(K)"},
     {621, "(M)"},
     {622, "(B)"},
     // Why a field's text is not stored.

@@ -374,9 +374,9 @@ TEST_F(Loading, TheSettingsChooseWhatTheOptionRowsShow) {
             EXPECT_EQ(text("txtQOption", 4), taxRate ? "6.00" : "5000.00");
             EXPECT_TRUE(scene.form().get<OptionButton>("optPTI", taxRate ? 1 : 0).value());
             EXPECT_TRUE(scene.form().get<OptionButton>("optCommEq", bookValue ? 1 : 0).value());
-            EXPECT_EQ(caption("lblYOption"), taxRate ? "Tax Rate (%)" : "Pre-Tax Income (000)");
+            EXPECT_EQ(caption("lblYOption"), taxRate ? "Tax Rate (%)" : "Pre-Tax Income (K)");
             EXPECT_EQ(caption("lblQOption"), caption("lblYOption"));
-            EXPECT_EQ(caption("lblYOption2"), bookValue ? "Book Value" : "Common Equity (000)");
+            EXPECT_EQ(caption("lblYOption2"), bookValue ? "Book Value" : "Common Equity (K)");
             EXPECT_FALSE(entry.get_blnDirty());
         }
 }

@@ -134,7 +134,7 @@ TEST(UnitOption, NamesTheUnitInTheCaptions) {
     struct {
         int index;
         const char* suffix;
-    } units[] = {{0, " (000)"}, {2, " (B)"}, {1, " (M)"}};
+    } units[] = {{0, " (K)"}, {2, " (B)"}, {1, " (M)"}};
     OptionsScene scene;
     for (const auto& unit : units) {
         scene.choose("optCurrency", unit.index);

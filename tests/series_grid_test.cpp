@@ -251,19 +251,19 @@ TEST(GridCells, AnUnstoredOneIsCalledByItsColumnAndItsRow) {
         const char* id;
         const char* label;
     } cells[] = {
-        {"txtSales(9)", "Revenue (000) 2025"},
+        {"txtSales(9)", "Revenue (K) 2025"},
         {"txtYOption(0)", "Tax Rate (%) 2016"},
-        {"txtYNetInc(1)", "Net Inc. (000) 2017"},
+        {"txtYNetInc(1)", "Net Inc. (K) 2017"},
         {"txtYOption2(2)", "Book Value 2018"},
         {"txtYEPS(3)", "Basic EPS 2019"},
         {"txtDiv(4)", "Dividends Declared 2020"},
         {"txtHigh(5)", "High 2021"},
         {"txtLow(6)", "Low 2022"},
-        {"txtCSO(10)", "Shares Outstanding (000) 2026"},
-        {"txtRevenue(0)", "Revenue (000) 9/30/2026"},
+        {"txtCSO(10)", "Shares Outstanding (K) 2026"},
+        {"txtRevenue(0)", "Revenue (K) 9/30/2026"},
         {"txtEPS(1)", "Earnings Per Share 6/30/2026"},
         {"txtQOption(2)", "Tax Rate (%) 3/31/2026"},
-        {"txtNetInc(3)", "Net Income (000) 12/31/2025"},
+        {"txtNetInc(3)", "Net Income (K) 12/31/2025"},
     };
     EntryScene scene;
     scene.load(gridCompany(3, true));
