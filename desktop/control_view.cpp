@@ -116,9 +116,9 @@ void ControlView::showColors() {
 void ControlView::showNames() {
     auto* field = dynamic_cast<TextField*>(control_);
     const std::string& mark = field == nullptr ? std::string() : field->mark();
-    const QString name = toQt(control_->accessibleName().empty()
-                                  ? withoutMnemonic(control_->caption())
-                                  : control_->accessibleName());
+    const QString name =
+        toQt(control_->accessibleName().empty() ? withoutMnemonic(control_->caption())
+                                                : control_->accessibleName());
     if (widget_->accessibleName() != name)
         widget_->setAccessibleName(name);
     const QString reason = toQt(mark);

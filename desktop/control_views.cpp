@@ -24,17 +24,15 @@
 
 namespace vkr {
 
-// --- buttons ---------------------------------------------------------------------------------------
+// --- buttons
+// ---------------------------------------------------------------------------------------
 
 namespace {
 
 QAbstractButton* makeButton(ControlView& view, const Control& control, QWidget& parent) {
     switch (control.kind()) {
-    case ControlKind::optionButton: {
-        auto* button = new Native<QRadioButton>(view, &parent);
-        button->setAutoExclusive(false); // the model takes the choice from the others
-        return button;
-    }
+    case ControlKind::optionButton:
+        return new Native<QRadioButton>(view, &parent);
     case ControlKind::checkBox:
         return new Native<QCheckBox>(view, &parent);
     default: {
@@ -63,8 +61,7 @@ ButtonView::ButtonView(FormView& view, Control& control, QWidget& parent)
             return;
         this->view().beginPress(*this, MouseButton::left);
         this->view().endPress(*this, MouseButton::left, true);
-        if (this->control() != nullptr)
-            show(Property::value);
+        this->view().showChoices();
     });
 }
 
@@ -74,7 +71,11 @@ void ButtonView::show(Property property) {
         button_->setText(toQt(control()->caption()));
         button_->setShortcut({}); // mnemonics are the form's
     } else if (property == Property::value && button_->isCheckable()) {
+        // The model takes the choice from the other options; to screen readers they are a group.
+        const bool exclusive = button_->autoExclusive();
+        button_->setAutoExclusive(false);
         button_->setChecked(isChosen(*control()));
+        button_->setAutoExclusive(exclusive);
     }
 }
 
@@ -101,7 +102,8 @@ void ButtonView::doubleClick(QMouseEvent& event, QWidget& source, NativeEvent na
     press(event, source, native);
 }
 
-// --- labels ------------------------------------------------------------------------------------------
+// --- labels
+// ------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -173,7 +175,8 @@ void LabelView::show(Property property) {
     }
 }
 
-// --- frames ------------------------------------------------------------------------------------------
+// --- frames
+// ------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -222,7 +225,8 @@ void FrameView::show(Property property) {
     }
 }
 
-// --- tabs --------------------------------------------------------------------------------------------
+// --- tabs
+// --------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -416,7 +420,8 @@ SpinnerView::SpinnerView(FormView& view, Spinner& spinner, QWidget& parent)
     spins(arrows->down, -1, QCoreApplication::translate("VKRDataEntryWidget", "Down"));
 }
 
-// --- shapes and pictures ---------------------------------------------------------------------------
+// --- shapes and pictures
+// ---------------------------------------------------------------------------
 
 namespace {
 

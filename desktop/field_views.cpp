@@ -116,8 +116,7 @@ UnitRange FieldView::modelSelection() const {
     const auto& model = field().text();
     if (model.find('\r') != std::string::npos) {
         const auto units = [&](int characters) {
-            return static_cast<int>(
-                toQt(withPlainBreaks(textLeft(model, characters))).size());
+            return static_cast<int>(toQt(withPlainBreaks(textLeft(model, characters))).size());
         };
         const int start = units(field().selStart());
         return {start, units(field().selStart() + field().selLength()) - start};
@@ -171,8 +170,7 @@ void FieldView::takeEdit() {
     if (const auto wanted = acceptable(now); wanted != now) {
         const Nested nested(showing_);
         const auto range = selection();
-        const int caret =
-            static_cast<int>(acceptable(now.left(range.start + range.length)).size());
+        const int caret = static_cast<int>(acceptable(now.left(range.start + range.length)).size());
         stepBack();
         replaceText(wanted);
         now = text();
@@ -276,7 +274,8 @@ void FieldView::doubleClick(QMouseEvent& event, QWidget& source, NativeEvent nat
         form().doubleClick(field());
 }
 
-// --- on a line edit --------------------------------------------------------------------------------
+// --- on a line edit
+// --------------------------------------------------------------------------------
 
 void LineFieldView::setEdit(QLineEdit& edit) {
     edit_ = &edit;
@@ -293,9 +292,8 @@ void LineFieldView::replaceText(const QString& text) {
 }
 
 UnitRange LineFieldView::selection() const {
-    return edit_->hasSelectedText()
-               ? UnitRange{edit_->selectionStart(), edit_->selectionLength()}
-               : UnitRange{edit_->cursorPosition(), 0};
+    return edit_->hasSelectedText() ? UnitRange{edit_->selectionStart(), edit_->selectionLength()}
+                                    : UnitRange{edit_->cursorPosition(), 0};
 }
 
 void LineFieldView::select(UnitRange range) {
@@ -332,13 +330,40 @@ void LineView::show(Property property) {
     LineFieldView::show(property);
     if (property == Property::look)
         edit().setAlignment(alignmentOf(static_cast<TextBox&>(*control())));
+    if (property == Property::text || property == Property::edit || property == Property::place ||
+        property == Property::look)
+        fitFigure();
+}
+
+// A figure that is wider than its cell is condensed: no digit is out of sight.
+void LineView::fitFigure() {
+    static constexpr int margins = 10; // the frame and the gap beside the text, left and right
+    static constexpr int narrowest = 50;
+    if (static_cast<TextBox&>(*control()).alignment() != Alignment::right)
+        return;
+    const QFont& plain = view().font();
+    const QFontMetrics metrics(plain);
+    const QString figure = text();
+    const int room = std::max(1, edit().width() - margins);
+    const bool fits = figure.size() * metrics.averageCharWidth() * 3 / 2 <= room ||
+                      metrics.horizontalAdvance(figure) <= room;
+    if (fits && !condensed_)
+        return;
+    QFont font = plain;
+    if (!fits) {
+        const int own = plain.stretch() == QFont::AnyStretch ? 100 : plain.stretch();
+        font.setStretch(std::max(narrowest, own * room / metrics.horizontalAdvance(figure)));
+    }
+    edit().setFont(font);
+    condensed_ = !fits;
 }
 
 bool LineView::typeInto(QEvent& event) {
     return pass(event, edit(), &Native<QLineEdit>::pass);
 }
 
-// --- lists -----------------------------------------------------------------------------------------
+// --- lists
+// -----------------------------------------------------------------------------------------
 
 namespace {
 
@@ -363,8 +388,8 @@ ComboView::ComboView(FormView& view, ComboBox& list, QWidget& parent)
     combo_->setEditable(true);
     combo_->setLineEdit(new Native<QLineEdit>(*this, combo_));
     combo_->setCompleter(nullptr);
+    combo_->lineEdit()->setFocusPolicy(Qt::NoFocus); // sets the one of the list as well
     setWidget(*combo_);
-    combo_->lineEdit()->setFocusPolicy(Qt::NoFocus);
     setEdit(*combo_->lineEdit());
     connect(combo_, &QComboBox::activated, this, [this](int index) {
         if (showing_ == 0 && !passing() && this->control() != nullptr)
@@ -448,7 +473,8 @@ void ComboView::press(QMouseEvent& event, QWidget& source, NativeEvent native) {
         view().endPress(*this, MouseButton::left, true);
 }
 
-// --- several lines -----------------------------------------------------------------------------------
+// --- several lines
+// -----------------------------------------------------------------------------------
 
 namespace {
 

@@ -104,6 +104,11 @@ class LineView final : public LineFieldView {
 
   protected:
     bool typeInto(QEvent& event) override;
+
+  private:
+    void fitFigure();
+
+    bool condensed_ = false;
 };
 
 class ComboView final : public LineFieldView {

@@ -96,12 +96,18 @@ void FormView::controlChanged(Control& control, Property property) {
     if (view == nullptr)
         return;
     if (property == Property::look && control.kind() == ControlKind::textBox &&
-        static_cast<TextBox&>(control).multiLine() !=
-            (dynamic_cast<NotesView*>(view) != nullptr)) {
+        static_cast<TextBox&>(control).multiLine() != (dynamic_cast<NotesView*>(view) != nullptr)) {
         replaceView(control);
         return;
     }
     view->show(property);
+}
+
+void FormView::showChoices() {
+    for (const auto& control : form_->controls())
+        if (control->kind() == ControlKind::optionButton ||
+            control->kind() == ControlKind::checkBox)
+            controlChanged(*control, Property::value);
 }
 
 void FormView::formChanged() {
@@ -295,7 +301,7 @@ bool FormView::typeCharacter(char32_t character, const std::function<void(const 
 
 void FormView::keyRelease(QKeyEvent& event, ControlView& origin) {
     const auto key = keyCodeOf(event);
-    if (!origin.control()->isFocusable() || key == keys::none) {
+    if (!form_->hasFocus() || !origin.control()->isFocusable() || key == keys::none) {
         event.ignore();
         return;
     }
@@ -354,10 +360,9 @@ void FormView::followFocus() {
         return;
     const auto* view = activeView();
     const auto* control = form_->activeControl();
-    QWidget* target =
-        view != nullptr && control->canTakeFocus() && view->widget().isEnabledTo(this)
-            ? &view->widget()
-            : this;
+    QWidget* target = view != nullptr && control->canTakeFocus() && view->widget().isEnabledTo(this)
+                          ? &view->widget()
+                          : this;
     const Nested nested(following_);
     if (!target->hasFocus())
         target->setFocus(Qt::OtherFocusReason);
@@ -380,8 +385,8 @@ void FormView::enter(Qt::FocusReason reason, Control* control) {
 void FormView::focusCame(ControlView& view, Qt::FocusReason reason) {
     if (following_ > 0)
         return;
-    const bool returned = reason == Qt::ActiveWindowFocusReason ||
-                          reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+    const bool returned = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+                          reason == Qt::MenuBarFocusReason;
     if (!form_->hasFocus())
         enter(reason, view.control());
     else if (!returned && form_->activeControl() != view.control())
@@ -393,8 +398,8 @@ void FormView::focusCame(ControlView& view, Qt::FocusReason reason) {
 }
 
 void FormView::focusWent(Qt::FocusReason reason) {
-    if (following_ > 0 || reason == Qt::ActiveWindowFocusReason ||
-        reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason)
+    if (following_ > 0 || reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+        reason == Qt::MenuBarFocusReason)
         return;
     const auto* now = QApplication::focusWidget();
     if (now != nullptr && now->window() == window() && !isInside(now))
@@ -404,7 +409,8 @@ void FormView::focusWent(Qt::FocusReason reason) {
 void FormView::leave() {
     form_->focusLeft();
     if (form_->hasFocus()) // kept by a leave handler; native focus is still on its way elsewhere
-        QMetaObject::invokeMethod(this, [this] { followFocus(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { followFocus(); }, Qt::QueuedConnection);
 }
 
 // Qt moves the focus when a widget is hidden or disabled. Here the form alone does.
@@ -481,8 +487,8 @@ void FormView::turnWheel(QWheelEvent& event, ControlView* origin) {
         wheelRest_ = 0;
     wheelRest_ += turn;
     const int steps = -(wheelRest_ / QWheelEvent::DefaultDeltasPerStep);
-    const bool focused = origin != nullptr && origin == activeView() &&
-                         origin->widget().isEnabled();
+    const bool focused =
+        origin != nullptr && origin == activeView() && origin->widget().isEnabled();
     const bool used = (focused && origin->wheel(steps)) || (wheelTurned && wheelTurned(steps));
     // An unused turn comes here again, from the containers on its way up.
     wheelRest_ = used ? wheelRest_ % QWheelEvent::DefaultDeltasPerStep : 0;

@@ -61,6 +61,9 @@ class FormView : public QWidget, private FormObserver {
     void giveUpPress();
     [[nodiscard]] bool isPressed(const ControlView& view) const;
 
+    // Options and check boxes as their models have them.
+    void showChoices();
+
     static void paintMark(QWidget& widget);
 
   protected:

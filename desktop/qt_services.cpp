@@ -28,7 +28,6 @@ constexpr int buttonsMask = 0x0F;
 constexpr int iconMask = 0x70;
 constexpr int defaultMask = 0x300;
 
-
 QList<QMessageBox::StandardButton> buttonsOf(int code) {
     constexpr int okCancel = 1;
     constexpr int yesNoCancel = 3;

@@ -173,9 +173,8 @@ bool isControl(QChar unit) {
 }
 
 QString cleaned(const QString& text, QChar lineBreak, QChar tab) {
-    const bool clean = std::none_of(text.begin(), text.end(), [](QChar unit) {
-        return isControl(unit) || breaksLine(unit);
-    });
+    const bool clean = std::none_of(text.begin(), text.end(),
+                                    [](QChar unit) { return isControl(unit) || breaksLine(unit); });
     if (clean)
         return text;
     QString result;

@@ -49,8 +49,8 @@ class VKRDataEntryWidget : public QWidget {
     Q_PROPERTY(bool showVLs READ showVLs WRITE setShowVLs NOTIFY showVLsChanged)
     // 1 to 5; another number is ignored.
     Q_PROPERTY(int currentTab READ currentTab WRITE setCurrentTab NOTIFY currentTabChanged)
-    Q_PROPERTY(QString percentFormat READ percentFormat WRITE setPercentFormat NOTIFY
-                   percentFormatChanged)
+    Q_PROPERTY(
+        QString percentFormat READ percentFormat WRITE setPercentFormat NOTIFY percentFormatChanged)
     Q_PROPERTY(QString dateFormat READ dateFormat WRITE setDateFormat NOTIFY dateFormatChanged)
     Q_PROPERTY(
         QString numberFormat READ numberFormat WRITE setNumberFormat NOTIFY numberFormatChanged)
