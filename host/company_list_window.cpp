@@ -1,0 +1,354 @@
+// SPDX-License-Identifier: MIT
+#include "host/company_list_window.hpp"
+
+#include "host/help_pages.hpp"
+#include "host/window_memory.hpp"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QStyle>
+#include <QTableView>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace vkr {
+
+namespace {
+
+constexpr auto memoryName = "list";
+constexpr auto headerKey = "list/header";
+
+enum Page { tablePage, emptyPage, notFoundPage };
+
+// A few centred lines in place of the table.
+QWidget* messagePage(QWidget* parent, QLabel* label, const QList<QPushButton*>& buttons) {
+    auto* page = new QWidget(parent);
+    auto* layout = new QVBoxLayout(page);
+    label->setAlignment(Qt::AlignCenter);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    layout->addStretch(2);
+    layout->addWidget(label);
+    layout->addSpacing(12);
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    for (QPushButton* button : buttons)
+        row->addWidget(button);
+    row->addStretch();
+    layout->addLayout(row);
+    layout->addStretch(3);
+    return page;
+}
+
+} // namespace
+
+CompanyListWindow::CompanyListWindow(QWidget* parent)
+    : QMainWindow(parent), companies_(new CompanyListModel(this)),
+      order_(new CompanyListOrder(*companies_, this)), search_(new QLineEdit(this)),
+      table_(new QTableView(this)), pages_(new QStackedWidget(this)), notFound_(new QLabel(this)),
+      count_(new QLabel(this)) {
+    setObjectName(QStringLiteral("companyList"));
+    setWindowTitle(tr("Companies"));
+
+    search_->setObjectName(QStringLiteral("search"));
+    search_->setPlaceholderText(tr("Search name, symbol, exchange or industry"));
+    search_->setAccessibleName(tr("Search"));
+    search_->setClearButtonEnabled(true);
+    search_->installEventFilter(this);
+    connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        order_->search(text);
+        showFound();
+    });
+
+    auto* center = new QWidget(this);
+    auto* layout = new QVBoxLayout(center);
+    layout->setContentsMargins(8, 8, 8, 0);
+    layout->addWidget(search_);
+    layout->addWidget(pages_);
+    setCentralWidget(center);
+    count_->setContentsMargins(0, 0, 8, 0);
+    statusBar()->addPermanentWidget(count_);
+    statusBar()->setSizeGripEnabled(false);
+
+    buildTable();
+    buildActions();
+    buildPages();
+    rememberedSize(*this, memoryName, {860, 480});
+    showFound();
+}
+
+CompanyListWindow::~CompanyListWindow() {
+    rememberSize(*this, memoryName);
+    QSettings().setValue(QLatin1String(headerKey), table_->horizontalHeader()->saveState());
+}
+
+void CompanyListWindow::buildTable() {
+    table_->setObjectName(QStringLiteral("companies"));
+    table_->setAccessibleName(tr("Companies"));
+    table_->setModel(order_);
+    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table_->setTabKeyNavigation(false);
+    table_->setAlternatingRowColors(true);
+    table_->setShowGrid(false);
+    table_->setWordWrap(false);
+    table_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    table_->verticalHeader()->hide();
+    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 8);
+    table_->installEventFilter(this);
+
+    QHeaderView* header = table_->horizontalHeader();
+    header->setHighlightSections(false);
+    header->setStretchLastSection(true);
+    // In characters, so that they fit at every font size.
+    constexpr std::array<int, CompanyListModel::columns> widths = {26, 10, 13, 32, 12, 14, 18};
+    for (int column = 0; column < CompanyListModel::columns; ++column)
+        header->resizeSection(column, widths.at(static_cast<std::size_t>(column)) *
+                                          table_->fontMetrics().averageCharWidth());
+    table_->setSortingEnabled(true);
+    table_->sortByColumn(CompanyListModel::name, Qt::AscendingOrder);
+    if (header->restoreState(QSettings().value(QLatin1String(headerKey)).toByteArray()))
+        table_->sortByColumn(header->sortIndicatorSection(), header->sortIndicatorOrder());
+
+    connect(table_, &QTableView::doubleClicked, this, [this] { emit openAsked(chosenIds()); });
+    connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &CompanyListWindow::enableActions);
+}
+
+void CompanyListWindow::buildActions() {
+    auto* toolBar = addToolBar(tr("Companies"));
+    toolBar->setObjectName(QStringLiteral("companyActions"));
+    toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    toolBar->setMovable(false);
+    toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    auto* menu = menuBar()->addMenu(tr("&Company"));
+
+    enum Needs { nothing, one, some };
+    const auto add = [&](const QString& name, const QString& text, const QKeySequence& shortcut,
+                         Needs needs, bool onToolBar, auto&& run) {
+        auto* action = new QAction(text, this);
+        action->setObjectName(name);
+        action->setShortcut(shortcut);
+        connect(action, &QAction::triggered, this, run);
+        menu->addAction(action);
+        if (onToolBar)
+            toolBar->addAction(action);
+        if (needs != nothing) {
+            table_->addAction(action);
+            (needs == one ? forOne_ : forSome_).append(action);
+        }
+        return action;
+    };
+
+    add(QStringLiteral("new"), tr("&New"), QKeySequence::New, nothing, true,
+        [this] { emit newAsked(); });
+    // Enter is taken by the table itself, so that it keeps its meaning in the search field.
+    add(QStringLiteral("open"), tr("&Open"), Qt::CTRL | Qt::Key_O, some, true,
+        [this] { emit openAsked(chosenIds()); });
+    add(QStringLiteral("duplicate"), tr("&Duplicate"), Qt::CTRL | Qt::Key_D, one, true,
+        [this] { emit duplicateAsked(chosenIds().first()); });
+    add(QStringLiteral("delete"), tr("De&lete..."), QKeySequence::Delete, some, true, [this] {
+        emit deleteAsked(chosenIds());
+    })->setShortcutContext(Qt::WidgetShortcut);
+    menu->addSeparator();
+    toolBar->addSeparator();
+    add(QStringLiteral("import"), tr("&Import..."), Qt::CTRL | Qt::Key_I, nothing, true,
+        [this] { emit importAsked(); });
+    add(QStringLiteral("importFolder"), tr("Import &Folder..."), Qt::CTRL | Qt::SHIFT | Qt::Key_I,
+        nothing, false, [this] { emit importFolderAsked(); });
+    add(QStringLiteral("export"), tr("&Export..."), Qt::CTRL | Qt::Key_E, some, true,
+        [this] { emit exportAsked(chosenIds()); });
+    menu->addSeparator();
+    add(QStringLiteral("search"), tr("&Search"), QKeySequence::Find, nothing, false, [this] {
+        search_->setFocus(Qt::ShortcutFocusReason);
+        search_->selectAll();
+    });
+    add(QStringLiteral("refresh"), tr("&Refresh"), QKeySequence::Refresh, nothing, false,
+        [this] { emit refreshAsked(); });
+    menu->addSeparator();
+    add(QStringLiteral("quit"), tr("&Quit"), Qt::CTRL | Qt::Key_Q, nothing, false,
+        [this] { close(); });
+
+    menu = menuBar()->addMenu(tr("&Help"));
+    add(QStringLiteral("help"), tr("The &List of Companies"), QKeySequence::HelpContents, nothing,
+        false, [this] { emit helpAsked(help::list); });
+    add(QStringLiteral("contents"), tr("&Contents"), {}, nothing, false,
+        [this] { emit helpAsked(0); });
+    add(QStringLiteral("about"), tr("&About"), {}, nothing, false, [this] { emit aboutAsked(); });
+    enableActions();
+}
+
+void CompanyListWindow::buildPages() {
+    const auto button = [this](const char* action, const QString& text) {
+        auto* result = new QPushButton(text, this);
+        connect(result, &QPushButton::clicked, findChild<QAction*>(QLatin1String(action)),
+                &QAction::trigger);
+        return result;
+    };
+    pages_->insertWidget(tablePage, table_);
+    pages_->insertWidget(
+        emptyPage, messagePage(this, new QLabel(tr("No company yet: New or Import.")),
+                               {button("new", tr("New...")), button("import", tr("Import..."))}));
+    auto* showAll = new QPushButton(tr("Show All"), this);
+    connect(showAll, &QPushButton::clicked, this, [this] {
+        search_->clear();
+        search_->setFocus();
+    });
+    pages_->insertWidget(notFoundPage, messagePage(this, notFound_, {showAll}));
+}
+
+void CompanyListWindow::setDatabaseName(const QString& path) {
+    setWindowTitle(tr("Companies - %1").arg(QFileInfo(path).fileName()));
+    setWindowFilePath({});
+    count_->setToolTip(path);
+}
+
+void CompanyListWindow::setCompanies(std::vector<CompanyListing> companies) {
+    if (companies_->holds(companies))
+        return;
+    const int scrolled = table_->verticalScrollBar()->value();
+    const QList<qint64> ids = chosenIds();
+    const QModelIndex current = order_->mapToSource(table_->currentIndex());
+    const std::int64_t currentId = current.isValid() ? companies_->company(current.row()).id : 0;
+    const int column = current.isValid() ? current.column() : 0;
+
+    companies_->setCompanies(std::move(companies));
+
+    QItemSelection selection;
+    for (const qint64 id : ids)
+        if (const auto row = companies_->rowOf(id)) {
+            const QModelIndex index = order_->mapFromSource(companies_->index(*row, 0));
+            if (index.isValid())
+                selection.select(index, index);
+        }
+    QModelIndex next;
+    if (const auto row = companies_->rowOf(currentId))
+        next = order_->mapFromSource(companies_->index(*row, column));
+    if (!next.isValid() && order_->rowCount() > 0) {
+        // The current one is gone; the keyboard needs a place to go on from.
+        next = order_->index(0, 0);
+        if (selection.isEmpty())
+            selection.select(next, next);
+    }
+    QItemSelectionModel* chosenRows = table_->selectionModel();
+    chosenRows->setCurrentIndex(next, QItemSelectionModel::NoUpdate);
+    chosenRows->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    showFound();
+    table_->verticalScrollBar()->setValue(scrolled);
+}
+
+void CompanyListWindow::choose(std::int64_t id) {
+    const auto row = companies_->rowOf(id);
+    if (!row)
+        return;
+    const QModelIndex index = order_->mapFromSource(companies_->index(*row, 0));
+    if (!index.isValid())
+        return;
+    table_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                         QItemSelectionModel::Rows);
+    table_->scrollTo(index);
+}
+
+std::vector<CompanyListing> CompanyListWindow::chosen() const {
+    QModelIndexList rows = table_->selectionModel()->selectedRows();
+    std::ranges::sort(rows, {}, &QModelIndex::row);
+    std::vector<CompanyListing> result;
+    for (const QModelIndex& index : rows)
+        result.push_back(companies_->company(order_->mapToSource(index).row()));
+    return result;
+}
+
+QList<qint64> CompanyListWindow::chosenIds() const {
+    QList<qint64> ids;
+    for (const CompanyListing& company : chosen())
+        ids.append(company.id);
+    return ids;
+}
+
+void CompanyListWindow::showFound() {
+    const int all = companies_->rowCount();
+    const int found = order_->rowCount();
+    const bool firstCompanies = all > 0 && pages_->currentIndex() == emptyPage;
+    notFound_->setText(
+        tr("No company has \u201c%1\u201d in its name, symbol, exchange or industry.")
+            .arg(search_->text().trimmed()));
+    pages_->setCurrentIndex(all == 0 ? emptyPage : found == 0 ? notFoundPage : tablePage);
+    count_->setText(found == all ? (all == 1 ? tr("1 company") : tr("%L1 companies").arg(all))
+                                 : tr("%L1 of %L2 companies").arg(found).arg(all));
+    if (found > 0 && table_->selectionModel()->selectedRows().isEmpty())
+        table_->selectRow(0);
+    if (firstCompanies)
+        table_->setFocus();
+    enableActions();
+}
+
+void CompanyListWindow::enableActions() {
+    const auto count = table_->selectionModel()->selectedRows().size();
+    for (QAction* action : forOne_)
+        action->setEnabled(count == 1);
+    for (QAction* action : forSome_)
+        action->setEnabled(count > 0);
+}
+
+void CompanyListWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        emit refreshAsked();
+}
+
+void CompanyListWindow::closeEvent(QCloseEvent* event) {
+    bool allowed = true;
+    emit closing(&allowed);
+    event->setAccepted(allowed);
+}
+
+bool CompanyListWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(watched, event);
+    auto* key = static_cast<QKeyEvent*>(event);
+    const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    if (enter) {
+        if (!chosenIds().isEmpty())
+            emit openAsked(chosenIds());
+        return true;
+    }
+    if (watched == table_) {
+        // Letters typed over the list search it.
+        const QString text = key->text();
+        const auto modifiers = key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+        if (modifiers != Qt::NoModifier || text.isEmpty() || !text.front().isPrint() ||
+            text.front().isSpace())
+            return false;
+        search_->setFocus(Qt::OtherFocusReason);
+        search_->setText(text);
+        return true;
+    }
+    switch (key->key()) {
+    case Qt::Key_Down:
+    case Qt::Key_Up:
+        table_->setFocus(Qt::OtherFocusReason);
+        QCoreApplication::sendEvent(table_, event);
+        return true;
+    case Qt::Key_Escape:
+        search_->clear();
+        table_->setFocus(Qt::OtherFocusReason);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace vkr

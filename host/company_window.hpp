@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_store.hpp"
+#include "desktop/vkr_data_entry_widget.hpp"
+
+#include <QMainWindow>
+
+#include <optional>
+
+namespace vkr {
+
+// What the three lists of the component offer.
+struct OfferedLists {
+    QStringList exchanges;
+    QStringList industries;
+    QStringList sources;
+};
+
+// One company in a window of its own. It edits a copy of the record, which leaves the window only
+// by being saved: OK saves and closes, Ctrl+S saves and goes on, Cancel discards, closing asks.
+// Whatever can't be saved stays on screen.
+class CompanyWindow : public QMainWindow {
+    Q_OBJECT
+  public:
+    // Without an id the record is a new company.
+    CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id, const LoadedCompany& company,
+                  const OfferedLists& lists, QWidget* parent = nullptr);
+
+    void setOffered(const OfferedLists& lists);
+    [[nodiscard]] std::optional<std::int64_t> id() const { return id_; }
+    // As it is being edited; a text that is still being typed is not in it.
+    [[nodiscard]] std::shared_ptr<const CompanyRecord> record() const { return record_; }
+    [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
+
+    // False where there was an error or the user went back; both were told.
+    bool save();
+    void discard(); // closes without a question
+
+  signals:
+    void saved(qint64 id);
+    void exportAsked();
+    void helpAsked(int page);
+    void gone(CompanyWindow* window); // closed for good
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void buildActions();
+    void unload(int mode);
+    void showRecord(std::shared_ptr<CompanyRecord> record);
+    void showTitle();
+    [[nodiscard]] QString title() const;
+    [[nodiscard]] bool hasChanges() const;
+    [[nodiscard]] bool acceptUnstored();
+    enum class Conflict { again, reloaded, back };
+    Conflict settle(const StoreConflict& conflict, const QString& message);
+    bool takeTheirs();
+
+    CompanyStore& store_;
+    VKRDataEntryWidget* entry_;
+    std::shared_ptr<CompanyRecord> record_;
+    std::optional<std::int64_t> id_;
+    std::int64_t revision_;
+    bool decided_ = false; // what becomes of changes is settled: closing asks no more
+};
+
+} // namespace vkr

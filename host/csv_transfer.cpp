@@ -1,0 +1,305 @@
+// SPDX-License-Identifier: MIT
+#include "host/csv_transfer.hpp"
+
+#include "host/messages.hpp"
+#include "host/texts.hpp"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QProgressDialog>
+#include <QSettings>
+
+#include <algorithm>
+#include <set>
+
+namespace vkr {
+
+namespace {
+
+constexpr auto folderKey = "csv/folder";
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("CsvTransfer", text);
+}
+
+std::filesystem::path nativePath(const QString& path) {
+    return std::filesystem::path(path.toStdU16String());
+}
+
+QStringList described(const std::vector<CsvProblem>& problems) {
+    QStringList lines;
+    for (const CsvProblem& problem : problems)
+        lines.append(fromUtf8(describe(problem)));
+    return lines;
+}
+
+QString rememberedFolder() {
+    return QSettings().value(QLatin1String(folderKey), QDir::homePath()).toString();
+}
+void rememberFolder(const QString& folder) {
+    QSettings().setValue(QLatin1String(folderKey), folder);
+}
+
+QString titleOf(const FolderImport::Entry& entry) {
+    const CompanyRecord& record = *entry.result.company;
+    return companyTitle(record.get_Name(), record.get_Symbol());
+}
+
+// What is known of two companies that stand for the same one.
+bool isSame(const CompanyRecord& record, const CompanySummary& stored) {
+    return record.get_Symbol().empty() ? record.get_Name() == stored.name
+                                       : record.get_Symbol() == stored.symbol;
+}
+
+} // namespace
+
+std::optional<CsvPlace> csvPlace(const QString& path) {
+    const QFileInfo file(path);
+    for (const std::string_view suffix : {companySuffix, yearlySuffix, quarterlySuffix}) {
+        const QString ending = fromUtf8(suffix);
+        if (file.fileName().endsWith(ending))
+            return CsvPlace{file.absolutePath(), file.fileName().chopped(ending.size())};
+    }
+    return std::nullopt;
+}
+
+std::vector<CompanyKey> CsvTransfer::importFile(const QString& path) {
+    const auto place = csvPlace(path);
+    if (!place) {
+        tellFault(window_,
+                  tr("%1 is not named as a company's table is.").arg(QFileInfo(path).fileName()),
+                  tr("A company's tables are named like AAPL-company.csv, AAPL-yearly.csv and "
+                     "AAPL-quarterly.csv. Rename the file and import it again."));
+        return {};
+    }
+    CsvImport result = importCompany(nativePath(place->folder), place->prefix.toStdString());
+    if (!result.company) {
+        const QStringList lines = described(result.errors);
+        tellFault(window_, tr("%1 can't be imported; nothing was changed.").arg(place->prefix),
+                  tr("%1\n\nMend the table and import it again.").arg(lines.value(0)),
+                  lines.size() > 1 ? lines : QStringList());
+        return {};
+    }
+    return keep({{place->prefix.toStdString(), std::move(result)}});
+}
+
+std::vector<CompanyKey> CsvTransfer::importFolder(const QString& path) {
+    QProgressDialog progress(tr("Reading the folder..."), tr("&Stop"), 0, 0, window_);
+    progress.setObjectName(QStringLiteral("importProgress"));
+    progress.setWindowTitle(tr("Import Folder"));
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(0);
+    progress.setAutoClose(false);
+    progress.setAutoReset(false);
+    progress.show();
+    const FolderImport folder =
+        vkr::importFolder(nativePath(path), [&](int done, int total, const std::string& prefix) {
+            progress.setMaximum(total);
+            progress.setValue(done);
+            progress.setLabelText(
+                tr("%1 (%2 of %3)")
+                    .arg(fromUtf8(prefix), QString::number(done + 1), QString::number(total)));
+            QCoreApplication::processEvents();
+            return !progress.wasCanceled();
+        });
+    progress.close();
+
+    if (!folder.error.empty()) {
+        tellFault(window_, tr("The folder can't be read."), fromUtf8(folder.error));
+        return {};
+    }
+    if (folder.stopped) {
+        tellNews(window_, tr("The import was stopped."), tr("No company was imported."));
+        return {};
+    }
+    if (folder.entries.empty()) {
+        tellFault(window_, tr("There is no company in %1.").arg(QDir::toNativeSeparators(path)),
+                  tr("A company has at least a table named like AAPL-company.csv."));
+        return {};
+    }
+
+    std::vector<FolderImport::Entry> readable;
+    QStringList errors;
+    for (const FolderImport::Entry& entry : folder.entries) {
+        if (entry.result.company)
+            readable.push_back(entry);
+        errors += described(entry.result.errors);
+    }
+    if (readable.empty()) {
+        tellFault(window_,
+                  tr("None of the %n companies can be imported; nothing was changed.")
+                      .replace(QStringLiteral("%n"), QString::number(folder.entries.size())),
+                  errors.value(0), errors);
+        return {};
+    }
+    if (!errors.isEmpty()) {
+        const int choice = ask(
+            window_,
+            tr("%1 of %2 companies can be imported.")
+                .arg(readable.size())
+                .arg(folder.entries.size()),
+            tr("The others hold something that can't be read, such as:\n%1").arg(errors.value(0)),
+            {{tr("&Import %1").arg(readable.size())}, {tr("Import &None"), Choice::Role::reject}},
+            -1, errors);
+        if (choice != 0)
+            return {};
+    }
+    return keep(readable);
+}
+
+std::vector<CompanyKey> CsvTransfer::keep(const std::vector<FolderImport::Entry>& entries) {
+    const auto chosen = requests(entries);
+    if (!chosen || chosen->empty())
+        return {};
+    const auto saved = store_.saveAll(*chosen);
+    if (!saved) {
+        tellFault(window_, tr("Nothing was imported."), fromUtf8(saved.error().message));
+        return {};
+    }
+    QStringList notes;
+    for (const FolderImport::Entry& entry : entries)
+        notes += described(entry.result.notes);
+    if (!notes.isEmpty())
+        tellNews(
+            window_,
+            entries.size() == 1 ? tr("%1 was imported.").arg(titleOf(entries.front()))
+                                : tr("%1 companies were imported.").arg(chosen->size()),
+            notes.size() == 1
+                ? tr("Left out: %1").arg(notes.front())
+                : tr("%1 entries have no place in a company and were left out.").arg(notes.size()),
+            notes.size() == 1 ? QStringList() : notes);
+    return saved.value();
+}
+
+std::optional<std::vector<SaveRequest>>
+CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
+    const auto stored = store_.list();
+    if (!stored) {
+        tellFault(window_, tr("Nothing was imported."), fromUtf8(stored.error().message));
+        return std::nullopt;
+    }
+    std::vector<SaveRequest> fresh;
+    std::vector<SaveRequest> known;
+    QStringList names;
+    std::set<std::int64_t> taken; // two imported ones can't replace the same
+    for (const FolderImport::Entry& entry : entries) {
+        SaveRequest request{std::nullopt, entry.result.company, 0};
+        const auto found = std::ranges::find_if(stored.value(), [&](const CompanySummary& summary) {
+            return isSame(*entry.result.company, summary) && !taken.contains(summary.key.id);
+        });
+        if (found == stored.value().end()) {
+            fresh.push_back(request);
+            continue;
+        }
+        taken.insert(found->key.id);
+        request.id = found->key.id;
+        request.expectedRevision = found->key.revision;
+        known.push_back(request);
+        names.append(titleOf(entry));
+    }
+    if (known.empty())
+        return fresh;
+
+    const int choice =
+        ask(window_,
+            known.size() == 1 ? tr("%1 is in the list already.").arg(names.front())
+                              : tr("%1 companies are in the list already.").arg(known.size()),
+            tr("Replace loses what is stored now. Keep Both adds the imported one beside it."),
+            {{tr("&Keep Both")},
+             {tr("&Replace"), Choice::Role::destroy},
+             {tr("&Cancel"), Choice::Role::reject}},
+            -1, known.size() == 1 ? QStringList() : names);
+    if (choice == 2)
+        return std::nullopt;
+    for (SaveRequest& request : known) {
+        if (choice == 0)
+            request.id.reset();
+        fresh.push_back(request);
+    }
+    return fresh;
+}
+
+bool CsvTransfer::exportCompanies(const std::vector<CompanySummary>& companies,
+                                  const QString& folder) {
+    std::vector<std::shared_ptr<const CompanyRecord>> records;
+    for (const CompanySummary& company : companies) {
+        const auto loaded = store_.load(company.key.id);
+        if (!loaded) {
+            tellFault(window_, tr("Nothing was exported."), fromUtf8(loaded.error().message));
+            return false;
+        }
+        records.push_back(loaded.value().record);
+    }
+    return exportRecords(records, folder);
+}
+
+bool CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyRecord>>& records,
+                                const QString& folder) {
+    std::set<std::string> prefixes;
+    QStringList present;
+    for (const auto& record : records) {
+        const std::string prefix = csvPrefix(*record);
+        if (!prefixes.insert(prefix).second) {
+            tellFault(window_, tr("Nothing was exported."),
+                      tr("Several of the companies would be written to %1-company.csv. Export them "
+                         "to different folders, one by one.")
+                          .arg(fromUtf8(prefix)));
+            return false;
+        }
+        for (const std::string_view suffix : {companySuffix, yearlySuffix, quarterlySuffix}) {
+            const QString name = fromUtf8(prefix) + fromUtf8(suffix);
+            if (QFileInfo::exists(QDir(folder).filePath(name)))
+                present.append(name);
+        }
+    }
+    if (!present.isEmpty() &&
+        !askFirst(window_,
+                  present.size() == 1
+                      ? tr("%1 is there already. Replace it?").arg(present.front())
+                      : tr("%1 files are there already. Replace them?").arg(present.size()),
+                  present.size() > 1 && present.size() < 7 ? present.join(u'\n') : QString(),
+                  tr("&Replace")))
+        return false;
+    for (const auto& record : records) {
+        const CsvExport written = exportCompany(*record, nativePath(folder));
+        if (!written.error.empty()) {
+            tellFault(window_,
+                      tr("%1 can't be exported.")
+                          .arg(companyTitle(record->get_Name(), record->get_Symbol())),
+                      fromUtf8(written.error));
+            return false;
+        }
+    }
+    return true;
+}
+
+std::vector<CompanyKey> CsvTransfer::importChosenFile() {
+    const QString path = QFileDialog::getOpenFileName(
+        window_, tr("Import a Company"), rememberedFolder(),
+        tr("Tables of a company (*-company.csv *-yearly.csv *-quarterly.csv);;All files (*)"));
+    if (path.isEmpty())
+        return {};
+    rememberFolder(QFileInfo(path).absolutePath());
+    return importFile(path);
+}
+
+std::vector<CompanyKey> CsvTransfer::importChosenFolder() {
+    const QString path = QFileDialog::getExistingDirectory(
+        window_, tr("Import a Folder of Companies"), rememberedFolder());
+    if (path.isEmpty())
+        return {};
+    rememberFolder(path);
+    return importFolder(path);
+}
+
+QString CsvTransfer::chosenFolder() {
+    QString path =
+        QFileDialog::getExistingDirectory(window_, tr("Export to a Folder"), rememberedFolder());
+    if (!path.isEmpty())
+        rememberFolder(path);
+    return path;
+}
+
+} // namespace vkr

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "host/messages.hpp"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace vkr {
+
+namespace {
+
+void fill(QMessageBox& box, const QString& what, const QString& more, const QStringList& details) {
+    // What stands in a record or a file's name is text, whatever it looks like.
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowTitle(QApplication::applicationDisplayName());
+    box.setText(what);
+    box.setInformativeText(more);
+    if (!details.isEmpty())
+        box.setDetailedText(details.join(u'\n'));
+    box.setWindowModality(Qt::WindowModal);
+}
+
+QMessageBox::ButtonRole role(Choice::Role role) {
+    switch (role) {
+    case Choice::Role::accept:
+        return QMessageBox::AcceptRole;
+    case Choice::Role::destroy:
+        return QMessageBox::DestructiveRole;
+    case Choice::Role::reject:
+        break;
+    }
+    return QMessageBox::RejectRole;
+}
+
+} // namespace
+
+void tellFault(QWidget* parent, const QString& what, const QString& more,
+               const QStringList& details) {
+    QMessageBox box(QMessageBox::Warning, {}, {}, QMessageBox::Ok, parent);
+    fill(box, what, more, details);
+    box.exec();
+}
+
+void tellNews(QWidget* parent, const QString& what, const QString& more,
+              const QStringList& details) {
+    QMessageBox box(QMessageBox::Information, {}, {}, QMessageBox::Ok, parent);
+    fill(box, what, more, details);
+    box.exec();
+}
+
+int ask(QWidget* parent, const QString& what, const QString& more, const QList<Choice>& choices,
+        int defaultChoice, const QStringList& details) {
+    QMessageBox box(QMessageBox::Question, {}, {}, QMessageBox::NoButton, parent);
+    fill(box, what, more, details);
+    QList<QAbstractButton*> buttons;
+    for (const Choice& choice : choices)
+        buttons.append(box.addButton(choice.label, role(choice.role)));
+    const auto last = choices.size() - 1;
+    box.setEscapeButton(buttons.at(last));
+    box.setDefaultButton(
+        qobject_cast<QPushButton*>(buttons.at(defaultChoice < 0 ? last : defaultChoice)));
+    box.exec();
+    const auto chosen = buttons.indexOf(box.clickedButton());
+    return static_cast<int>(chosen < 0 ? last : chosen);
+}
+
+bool askFirst(QWidget* parent, const QString& what, const QString& more, const QString& doIt) {
+    return ask(parent, what, more,
+               {{doIt, Choice::Role::destroy},
+                {QApplication::translate("messages", "&Cancel"), Choice::Role::reject}}) == 0;
+}
+
+} // namespace vkr

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "host/texts.hpp"
+
+#include "company/exact_text.hpp"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QLocale>
+#include <QRegularExpression>
+
+namespace vkr {
+
+QString fromUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString isoDate(Date date) {
+    return fromUtf8(isoDateText(date));
+}
+
+QString localTime(std::string_view utc) {
+    const QDateTime time = QDateTime::fromString(fromUtf8(utc), Qt::ISODate);
+    return time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+}
+
+QString datumTitle(std::string_view datum) {
+    QString name = fromUtf8(datum);
+    const QString series = QStringLiteral("Series");
+    if (name.endsWith(series)) {
+        name.chop(series.size());
+        name = (name.startsWith(u'Y') ? QStringLiteral("Yearly") : QStringLiteral("Quarterly")) +
+               name.mid(1);
+    }
+    // Settings begin with their kind, in lower case.
+    while (!name.isEmpty() && name.front().isLower())
+        name.remove(0, 1);
+    static const QRegularExpression wordStart(
+        QStringLiteral("(?<=[a-z])(?=[A-Z0-9])|(?<=[A-Z])(?=[A-Z][a-z])"));
+    return name.replace(wordStart, QStringLiteral(" "));
+}
+
+QString priceText(double price) {
+    constexpr int fewest = 2;
+    constexpr int most = 6;
+    const QString plain = QString::number(price, 'f', most);
+    const auto point = plain.indexOf(u'.');
+    auto last = plain.size() - 1;
+    while (last > point + fewest && plain.at(last) == u'0')
+        --last;
+    return QLocale().toString(price, 'f', static_cast<int>(last - point));
+}
+
+QString companyTitle(std::string_view name, std::string_view symbol) {
+    if (name.empty() && symbol.empty())
+        return QCoreApplication::translate("texts", "New company");
+    if (symbol.empty() || name.empty())
+        return fromUtf8(name.empty() ? symbol : name);
+    return QStringLiteral("%1 (%2)").arg(fromUtf8(name), fromUtf8(symbol));
+}
+
+} // namespace vkr

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/date.hpp"
+
+#include <QString>
+
+#include <string_view>
+
+namespace vkr {
+
+[[nodiscard]] QString fromUtf8(std::string_view text);
+
+// 2026-01-30: four digits and the same everywhere. Empty for an absent date.
+[[nodiscard]] QString isoDate(Date date);
+
+// A time of the store, such as 2026-01-31T12:00:00Z, as 2026-01-31 13:00 where the user is.
+[[nodiscard]] QString localTime(std::string_view utc);
+
+// The name of a property or setting in words: "TotalDebt" is "Total Debt", "YEPSSeries" is
+// "Yearly EPS", "intUnit" is "Unit".
+[[nodiscard]] QString datumTitle(std::string_view datum);
+
+// In the user's locale, with two decimals and more where the price has them.
+[[nodiscard]] QString priceText(double price);
+
+// "Apple Inc. (AAPL)", "Apple Inc.", "AAPL", or "New company".
+[[nodiscard]] QString companyTitle(std::string_view name, std::string_view symbol);
+
+} // namespace vkr

@@ -1,0 +1,343 @@
+// SPDX-License-Identifier: MIT
+#include "host/tour.hpp"
+
+#include "control/vkr_data_entry.hpp"
+#include "host/company_window.hpp"
+#include "host/event_driver.hpp"
+#include "host/texts.hpp"
+#include "host/workspace.hpp"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QToolButton>
+
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+
+namespace vkr {
+
+namespace {
+
+constexpr auto symbol = "AAPL";
+
+// The tour can't go on: what it needs is not there.
+struct Stopped : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+QString textOf(const QWidget& widget) {
+    if (const auto* edit = qobject_cast<const QLineEdit*>(&widget))
+        return edit->text();
+    if (const auto* list = qobject_cast<const QComboBox*>(&widget))
+        return list->currentText();
+    return widget.property("plainText").toString();
+}
+
+class Tour {
+  public:
+    Tour(const QDir& folder, const QString& samples) : folder_(folder), samples_(samples) {
+        driver_.onEvent = [this](const QString& event) { write(event); };
+    }
+
+    int run();
+
+  private:
+    void visit();
+    void editCompany();
+    void editYears();
+    void editQuarters();
+    void editOther();
+    void chooseThousands();
+    void editMoney();
+    void pressOk();
+    void openAgain();
+
+    void open();
+    void chapter(const QString& title);
+    void tab(Qt::Key letter, TABObject expected);
+    void fill(const char* field, const QString& text);
+    void click(const char* control);
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void tellDifferences();
+    void picture(QWidget& window, const char* file);
+    void expect(bool fulfilled, const QString& what);
+    void expectText(const char* field, const QString& text);
+    void expectNumber(const char* what, double is, double expected);
+    void write(const QString& line) { lines_.append(line); }
+    [[nodiscard]] QWidget& control(const char* name) const;
+    [[nodiscard]] const CompanyRecord& record() const { return *record_; }
+
+    QDir folder_;
+    QString samples_;
+    EventDriver driver_;
+    QTemporaryDir home_;
+    std::unique_ptr<Workspace> workspace_;
+    CompanyWindow* window_ = nullptr;
+    std::shared_ptr<const CompanyRecord> record_; // in the window, also after it was closed
+    std::shared_ptr<const CompanyRecord> before_; // as it was before the event
+    QStringList lines_;
+    QStringList failures_;
+};
+
+int Tour::run() {
+    folder_.mkpath(QStringLiteral("."));
+    try {
+        visit();
+    } catch (const Stopped& stopped) {
+        expect(false, QString::fromUtf8(stopped.what()));
+    }
+    workspace_.reset();
+
+    lines_.append(failures_.isEmpty()
+                      ? QStringLiteral("\nEverything was as expected.")
+                      : QStringLiteral("\n%1 expectations failed.").arg(failures_.size()));
+    QFile transcript(folder_.filePath(QStringLiteral("transcript.txt")));
+    const QByteArray text = lines_.join(u'\n').toUtf8() + '\n';
+    if (!transcript.open(QIODevice::WriteOnly) || transcript.write(text) != text.size()) {
+        std::fprintf(stderr, "%s can't be written: %s\n", qUtf8Printable(transcript.fileName()),
+                     qUtf8Printable(transcript.errorString()));
+        return 1;
+    }
+    for (const QString& failure : failures_)
+        std::fprintf(stderr, "Not as expected: %s\n", qUtf8Printable(failure));
+    return failures_.isEmpty() ? 0 : 1;
+}
+
+void Tour::visit() {
+    chapter(QStringLiteral("The list"));
+    auto opened = Workspace::create(home_.filePath(QStringLiteral("companies.vkr")), samples_);
+    if (!opened.workspace)
+        throw Stopped(opened.error.toStdString());
+    for (const QString& note : opened.notes)
+        write(note);
+    workspace_ = std::move(opened.workspace);
+    driver_.activate(workspace_->list());
+    open();
+
+    editCompany();
+    editYears();
+    editQuarters();
+    editOther();
+    chooseThousands();
+    editMoney();
+    pressOk();
+    openAgain();
+}
+
+// --- what is done ----------------------------------------------------------------------------
+
+void Tour::open() {
+    press(Qt::Key_F, Qt::ControlModifier);
+    driver_.type(QLatin1String(symbol));
+    press(Qt::Key_Return);
+    window_ = workspace_->windows().isEmpty() ? nullptr : workspace_->windows().first();
+    if (window_ == nullptr)
+        throw Stopped("No window opened for the company.");
+    driver_.activate(*window_);
+    record_ = window_->record();
+    before_ = record().clone();
+}
+
+void Tour::editCompany() {
+    chapter(QStringLiteral("Company Data"));
+    expect(!window_->isWindowModified(), QStringLiteral("a company just opened is unchanged"));
+    click("txtName");
+    fill("txtName", QStringLiteral("Apple Computer Inc."));
+    expect(record().get_Name() == "Apple Computer Inc.", QStringLiteral("the name is stored"));
+    expect(window_->isWindowModified(), QStringLiteral("the title shows that there are changes"));
+
+    click("cmbExchange");
+    fill("cmbExchange", QStringLiteral("NYSE"));
+    expect(record().get_Exchange() == "NYSE", QStringLiteral("the exchange is stored"));
+
+    click("txt52WHigh");
+    fill("txt52WHigh", QStringLiteral("288.62"));
+    click("txtCurrentPrice");
+    fill("txtCurrentPrice", QStringLiteral("290 1/8"));
+    expectNumber("the price", record().get_CurrentPrice(), 290.125);
+    expectNumber("the 52-week high follows a higher price", record().get_High52W(), 290.125);
+
+    click("txtPriceUpdate");
+    fill("txtPriceUpdate", QStringLiteral("1/30/2026"));
+    expect(record().get_PriceUpdatedDate() == makeDate(2026, 1, 30),
+           QStringLiteral("the date is stored"));
+}
+
+void Tour::editYears() {
+    tab(Qt::Key_Y, toYearly);
+    const double newest = record().get_YDividendSeries().array().number(1);
+    click("txtDiv(9)");
+    fill("txtDiv(9)", QStringLiteral("1.03"));
+    expectNumber("the dividend of the last fiscal year",
+                 record().get_YDividendSeries().array().number(1), 1.03);
+    expect(newest != 1.03, QStringLiteral("the sample has another dividend"));
+    picture(*window_, "yearly.png");
+}
+
+void Tour::editQuarters() {
+    tab(Qt::Key_Q, toQuarterly);
+    const double sum = record().get_Last4QEPS();
+    const double newest = record().get_QEPSSeries().array().number(0);
+    click("txtEPS(0)");
+    fill("txtEPS(0)", QStringLiteral("2.94"));
+    expectNumber("the earnings of the last quarter", record().get_QEPSSeries().array().number(0),
+                 2.94);
+    expectNumber("the trailing four quarters follow", record().get_Last4QEPS(),
+                 sum + 2.94 - newest);
+    picture(*window_, "quarterly.png");
+}
+
+void Tour::editOther() {
+    tab(Qt::Key_O, toOther);
+    click("txtContactPerson");
+    fill("txtContactPerson", QStringLiteral("Investor Relations"));
+    expect(record().get_ContactPerson() == "Investor Relations",
+           QStringLiteral("the contact is stored"));
+    picture(*window_, "other.png");
+}
+
+void Tour::chooseThousands() {
+    tab(Qt::Key_P, toOptions);
+    click("optCurrency(0)");
+    expect(record().get_Settings()->get(setting::unit).toLong() == 3,
+           QStringLiteral("the unit is thousands"));
+    picture(*window_, "options.png");
+}
+
+void Tour::editMoney() {
+    tab(Qt::Key_C, toCompany);
+    click("txtTotalDebt");
+    fill("txtTotalDebt", QStringLiteral("90600500"));
+    expectNumber("thousands are kept in millions", record().get_TotalDebt(), 90600.5);
+    picture(*window_, "company.png");
+}
+
+void Tour::pressOk() {
+    chapter(QStringLiteral("OK"));
+    click("cmdOK");
+    expect(workspace_->windows().isEmpty(), QStringLiteral("OK closes the window"));
+    window_ = nullptr;
+    driver_.activate(workspace_->list());
+    press(Qt::Key_F, Qt::ControlModifier);
+    press(Qt::Key_Escape);
+    const std::vector<CompanyListing> chosen = workspace_->list().chosen();
+    expect(chosen.size() == 1 && chosen.front().name == QLatin1String("Apple Computer Inc."),
+           QStringLiteral("the list shows the new name"));
+    picture(workspace_->list(), "list.png");
+}
+
+void Tour::openAgain() {
+    chapter(QStringLiteral("Opened again"));
+    const auto edited = record_;
+    open();
+    QStringList lost;
+    for (const Difference& difference : differences(*edited, record()))
+        lost.append(fromUtf8(difference.datum));
+    expect(lost.isEmpty(), lost.isEmpty() ? QStringLiteral("every datum is as it was on OK")
+                                          : QStringLiteral("kept: ") + lost.join(u' '));
+    expectText("txtName", QStringLiteral("Apple Computer Inc."));
+    expectText("cmbExchange", QStringLiteral("NYSE"));
+    expectText("txtCurrentPrice", QStringLiteral("290.125"));
+    expectText("txtTotalDebt", QStringLiteral("90600500.00"));
+    expect(!window_->isWindowModified(), QStringLiteral("it is unchanged"));
+    click("cmdCancel");
+    expect(workspace_->windows().isEmpty(), QStringLiteral("Cancel closes the window"));
+}
+
+// --- how it is done --------------------------------------------------------------------------
+
+void Tour::chapter(const QString& title) {
+    write(QStringLiteral("\n%1\n").arg(title));
+}
+
+void Tour::tab(Qt::Key letter, TABObject expected) {
+    static const QStringList titles = {
+        QStringLiteral("Company Data"), QStringLiteral("Yearly Data"),
+        QStringLiteral("Quarterly Data"), QStringLiteral("Other Company Data"),
+        QStringLiteral("Options")};
+    chapter(titles.at(expected - 1));
+    press(letter, Qt::AltModifier);
+    expect(window_->entry().component().get_CurrentTab() == expected,
+           QStringLiteral("the tab is selected"));
+}
+
+void Tour::fill(const char* field, const QString& text) {
+    const QString old = textOf(control(field));
+    driver_.type(text);
+    press(Qt::Key_Tab);
+    write(QStringLiteral("    %1 on screen: %2 \u2192 %3")
+              .arg(QLatin1String(field), old, textOf(control(field))));
+}
+
+void Tour::click(const char* name) {
+    driver_.click(control(name));
+    tellDifferences();
+}
+
+void Tour::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    driver_.press(key, modifiers);
+    tellDifferences();
+}
+
+void Tour::tellDifferences() {
+    if (!record_)
+        return;
+    for (const Difference& difference : differences(*before_, record())) {
+        const QString element =
+            difference.element ? QStringLiteral("(%1)").arg(*difference.element) : QString();
+        write(QStringLiteral("    %1%2: %3 \u2192 %4")
+                  .arg(fromUtf8(difference.datum), element, fromUtf8(difference.before),
+                       fromUtf8(difference.after)));
+    }
+    before_ = record().clone();
+}
+
+void Tour::picture(QWidget& window, const char* file) {
+    // The buttons that clear a field fade in and out; a picture does not wait for them.
+    for (const auto* edit : window.findChildren<QLineEdit*>())
+        for (auto* button : edit->findChildren<QToolButton*>())
+            button->setProperty("opacity", edit->text().isEmpty() ? 0.0 : 1.0);
+    const QString path = folder_.filePath(QLatin1String(file));
+    expect(window.grab().save(path), QStringLiteral("%1 can be written").arg(path));
+    write(QStringLiteral("picture %1").arg(QLatin1String(file)));
+}
+
+void Tour::expect(bool fulfilled, const QString& what) {
+    write(QStringLiteral("    %1: %2")
+              .arg(fulfilled ? QStringLiteral("ok") : QStringLiteral("NOT"), what));
+    if (!fulfilled)
+        failures_.append(what);
+}
+
+void Tour::expectText(const char* field, const QString& text) {
+    const QString is = textOf(control(field));
+    expect(is == text, QStringLiteral("%1 shows \"%2\"").arg(QLatin1String(field), text) +
+                           (is == text ? QString() : QStringLiteral(", not \"%1\"").arg(is)));
+}
+
+void Tour::expectNumber(const char* what, double is, double expected) {
+    const bool equal = qAbs(is - expected) < 1e-9;
+    expect(equal, QStringLiteral("%1 (%2)").arg(QLatin1String(what)).arg(expected, 0, 'g', 12) +
+                      (equal ? QString() : QStringLiteral(", not %1").arg(is, 0, 'g', 12)));
+}
+
+QWidget& Tour::control(const char* name) const {
+    auto* found =
+        window_ == nullptr ? nullptr : window_->findChild<QWidget*>(QString::fromLatin1(name));
+    if (found == nullptr)
+        throw Stopped(std::string("There is no ") + name);
+    return *found;
+}
+
+} // namespace
+
+int runTour(const QString& folder, const QString& samples) {
+    return Tour(QDir(folder), samples).run();
+}
+
+} // namespace vkr

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "host/window_memory.hpp"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSettings>
+#include <QWidget>
+
+namespace vkr {
+
+namespace {
+QString key(const char* name) {
+    return QStringLiteral("windows/%1").arg(QLatin1String(name));
+}
+} // namespace
+
+void rememberSize(const QWidget& window, const char* name) {
+    if (!window.isMaximized() && !window.isFullScreen())
+        QSettings().setValue(key(name), window.size());
+}
+
+void rememberedSize(QWidget& window, const char* name, QSize atFirst) {
+    const QSize size = QSettings().value(key(name)).toSize();
+    // A size from a larger screen must not reach beyond this one.
+    const QSize room = QGuiApplication::primaryScreen()->availableSize();
+    window.resize((size.isValid() ? size : atFirst).boundedTo(room));
+}
+
+} // namespace vkr

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_store.hpp"
+#include "host/company_list_window.hpp"
+#include "host/company_window.hpp"
+#include "host/help_viewer.hpp"
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+namespace vkr {
+
+// One database and all windows on it.
+class Workspace : public QObject {
+    Q_OBJECT
+  public:
+    struct Opened {
+        std::unique_ptr<Workspace> workspace; // null where there was an error
+        QString error;                        // for people
+        StoreFault fault = StoreFault::other;
+        QStringList notes; // what else to tell: samples that can't be read, the copy of an old file
+    };
+    // Opens a database that is there.
+    [[nodiscard]] static Opened open(const QString& path, const StoreOptions& options = {});
+    // Makes a new one with the companies of a folder in it; without a folder it is empty.
+    [[nodiscard]] static Opened create(const QString& path, const QString& samples,
+                                       const StoreOptions& options = {});
+    ~Workspace() override;
+
+    [[nodiscard]] CompanyListWindow& list() { return *list_; }
+    [[nodiscard]] HelpViewer& help();
+    [[nodiscard]] const QList<CompanyWindow*>& windows() const { return windows_; }
+    [[nodiscard]] CompanyStore& store() { return *store_; }
+
+    // The window of the company, in front; null where it can't be read, which is told.
+    CompanyWindow* openCompany(std::int64_t id);
+    CompanyWindow* newCompany();
+    void duplicateCompany(std::int64_t id);
+    void deleteCompanies(const QList<qint64>& ids); // asks
+    void importFile(const QString& path);
+    void importFolder(const QString& path);
+    void exportCompanies(const QList<qint64>& ids, const QString& folder);
+    void exportWindow(CompanyWindow& window, const QString& folder); // as it is on screen
+    // Reads the list anew. An error is told in the status bar of the list.
+    void refresh();
+    // Every window may ask; false when the user wants to stay.
+    bool closeAll();
+
+  private:
+    explicit Workspace(std::unique_ptr<CompanyStore> store);
+
+    static Opened opened(const QString& path, OpenMode mode, const StoreOptions& options);
+    void connectList();
+    CompanyWindow* show(std::optional<std::int64_t> id, const LoadedCompany& company);
+    void imported(const std::vector<CompanyKey>& companies);
+    void showHelp(int page);
+    void tellAbout();
+    [[nodiscard]] std::vector<CompanySummary> summaries(const QList<qint64>& ids) const;
+    [[nodiscard]] CompanyWindow* windowOf(std::int64_t id) const;
+    [[nodiscard]] OfferedLists offered() const;
+    void offerLists(); // to every window
+
+    std::unique_ptr<CompanyStore> store_;
+    std::vector<CompanySummary> companies_;
+    std::unique_ptr<CompanyListWindow> list_;
+    std::unique_ptr<HelpViewer> help_;
+    QList<CompanyWindow*> windows_;
+};
+
+} // namespace vkr

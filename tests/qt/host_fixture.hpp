@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/event_driver.hpp"
+#include "host/workspace.hpp"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <ostream>
+
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
+namespace vkr {
+
+// Answers the message boxes that come up, in turn, and keeps what they said.
+class Answers {
+  public:
+    explicit Answers(QStringList labels) : labels_(std::move(labels)) {
+        QObject::connect(&timer_, &QTimer::timeout, [this] { answer(); });
+        timer_.start(0);
+    }
+
+    [[nodiscard]] const QStringList& told() const { return told_; }
+    [[nodiscard]] bool allGiven() const { return labels_.isEmpty() && unexpected_.isEmpty(); }
+
+  private:
+    void answer() {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr)
+            return;
+        told_.append(box->text() + u'\n' + box->informativeText() + u'\n' + box->detailedText());
+        const QString label = labels_.isEmpty() ? QString() : labels_.takeFirst();
+        for (QAbstractButton* button : box->buttons())
+            if (button->text().remove(u'&') == label) {
+                button->click();
+                return;
+            }
+        unexpected_.append(told_.last());
+        ADD_FAILURE() << "No button \"" << label.toStdString()
+                      << "\" in: " << told_.last().toStdString();
+        box->reject();
+    }
+
+    QTimer timer_;
+    QStringList labels_;
+    QStringList told_;
+    QStringList unexpected_;
+};
+
+// The host on a database of its own, with settings of its own.
+class HostTest : public testing::Test {
+  protected:
+    HostTest() {
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, home_.filePath("settings"));
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+        host_ = created();
+    }
+    ~HostTest() override {
+        host_.reset();
+        QLocale::setDefault(QLocale::c());
+    }
+
+    [[nodiscard]] QString database() const { return home_.filePath("companies.vkr"); }
+    [[nodiscard]] static QString samples() { return QStringLiteral(VKR_SOURCE_DIR "/samples"); }
+
+    std::unique_ptr<Workspace> created() {
+        auto opened = Workspace::create(database(), samples());
+        EXPECT_TRUE(opened.workspace) << opened.error.toStdString();
+        EXPECT_TRUE(opened.notes.isEmpty()) << opened.notes.join(u'\n').toStdString();
+        return std::move(opened.workspace);
+    }
+    std::unique_ptr<Workspace> another(const QString& user = "colleague@desk") {
+        StoreOptions options;
+        options.user = user.toStdString();
+        auto opened = Workspace::open(database(), options);
+        EXPECT_TRUE(opened.workspace) << opened.error.toStdString();
+        return std::move(opened.workspace);
+    }
+
+    static std::int64_t idOf(Workspace& host, const char* symbol) {
+        const auto companies = host.store().list();
+        for (const CompanySummary& company : companies.value())
+            if (company.symbol == symbol)
+                return company.key.id;
+        return 0;
+    }
+    static std::shared_ptr<CompanyRecord> stored(Workspace& host, const char* symbol) {
+        const auto loaded = host.store().load(idOf(host, symbol));
+        return loaded ? loaded.value().record : nullptr;
+    }
+
+    static QWidget& control(CompanyWindow& window, const char* name) {
+        auto* found = window.findChild<QWidget*>(name);
+        if (found == nullptr)
+            throw std::runtime_error(std::string("no control ") + name);
+        return *found;
+    }
+
+    CompanyWindow& open(Workspace& host, const char* symbol) {
+        CompanyWindow* window = host.openCompany(idOf(host, symbol));
+        if (window == nullptr)
+            throw std::runtime_error("the company did not open");
+        user_.activate(*window);
+        return *window;
+    }
+    // Types into a field and, unless told otherwise, leaves it.
+    void type(CompanyWindow& window, const char* field, const QString& text, bool leave = true) {
+        user_.activate(window);
+        user_.click(control(window, field));
+        user_.press(Qt::Key_A, Qt::ControlModifier);
+        user_.type(text);
+        if (leave)
+            user_.press(Qt::Key_Tab);
+    }
+    void click(CompanyWindow& window, const char* name) {
+        user_.activate(window);
+        user_.click(control(window, name));
+    }
+
+    QTemporaryDir home_;
+    EventDriver user_;
+    std::unique_ptr<Workspace> host_;
+};
+
+} // namespace vkr
