@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace vkr {
 
@@ -130,7 +131,11 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
         const double one = first.array().number(i);
         const double other = second.array().number(i);
         if (one > 0 && other > 0)
-            attempt([&] { figures.setNumber(i, rule.derive(one, other).toDouble()); });
+            attempt([&] {
+                const double derived = rule.derive(one, other).toDouble();
+                if (std::isfinite(derived))
+                    figures.setNumber(i, derived);
+            });
     }
     writeSeries(company, rule.hidden, hidden);
 }

@@ -114,6 +114,18 @@ TEST_F(Commit, CommonEquityFollowsBookValueTimesShares) {
     EXPECT_EQ(element(Datum::YBookValSeries, 1), 2.5);
 }
 
+TEST_F(Commit, AResultThatIsTooLargeLeavesItsElementAlone) {
+    chooseBookValue();
+    set(Datum::YBookValSeries, {2.5, 1e200, 7});
+    set(Datum::YCSOSeries, {100, 1e200, 2});
+    set(Datum::YCommEqSeries, {1, 2, 3});
+    load();
+    commit();
+    EXPECT_EQ(element(Datum::YCommEqSeries, 1), 250);
+    EXPECT_EQ(element(Datum::YCommEqSeries, 2), 2);
+    EXPECT_EQ(element(Datum::YCommEqSeries, 3), 14);
+}
+
 TEST_F(Commit, CommonEquityIsNeverTurnedIntoBookValue) {
     set(Datum::YBookValSeries, {2.5});
     set(Datum::YCSOSeries, {100});
