@@ -316,13 +316,13 @@ constexpr ControlRow rows[] = {
     yearHead("lblLabel", 25, 5670, 15, 2 * priceWidth, labelHeight, "Market Price", 525),
     yearHead("lblLabel", 26, 5670, 225, priceWidth, labelHeight, "High", 526),
     yearCells("txtHigh", 5670, priceWidth),
-    yearHead("lblLabel", 27, 6465, 225, priceWidth, labelHeight, "Low", 527),
+    yearHead("lblLabel", 27, 6465, 225, priceWidth, labelHeight, "", 527),
     yearCells("txtLow", 6465, priceWidth),
     yearHead("lblUnit", 6, 7260, 15, sharesWidth, 405, "Shares Outstanding", 0),
     yearCells("txtCSO", 7260, sharesWidth),
     {scrollBar, "hscrYearly", single, yearlyPage, yearlyViewLeft, 4230, yearlyViewWidth - 15, 240},
-    {label, "lblLegend", 0, yearlyPage, yearlyViewLeft, 4605, 285, labelHeight},
-    {label, "lblLegend", 1, yearlyPage, 990, 4605, 3000, labelHeight, "Legend caption", 570},
+    {label, "lblLegend", single, yearlyPage, yearlyViewLeft, 4605, 285, labelHeight},
+    {label, "lblLabel", 28, yearlyPage, 990, 4605, 3000, labelHeight, "Legend caption", 570},
 
     // --- Quarterly Data ------------------------------------------------------------------------
     {label, "lblLabel", 30, quarterlyPage, 120, 150, 1815, labelHeight, "Date of Last Quarter",

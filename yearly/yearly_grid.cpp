@@ -60,6 +60,8 @@ constexpr ShadeBand bands[] = {
     {ptZX, "txtYNetInc", 5, 9},     {ptZX, "txtYEPS", 5, 9},
 };
 
+constexpr int legendCaption = 28; // of lblLabel
+
 } // namespace
 
 std::span<const GridColumn> yearlyColumns() {
@@ -104,8 +106,9 @@ void YearlyGrid::clearLabels() {
 
 void YearlyGrid::setShade(Color color) {
     shadeColor_ = color;
-    for (int i = 0; i <= session_.form.upperBound("lblLegend"); ++i)
-        session_.form.get<Label>("lblLegend", i).setVisible(color != colors::white);
+    const bool shades = color != colors::white;
+    session_.form.get<Label>("lblLegend").setVisible(shades);
+    session_.form.get<Label>("lblLabel", legendCaption).setVisible(shades);
     shade();
 }
 
@@ -113,7 +116,7 @@ void YearlyGrid::shade() {
     for (int column = 0; column < static_cast<int>(columns().size()); ++column)
         for (TextBox* cell : cells(column))
             cell->setBackColor(colors::white);
-    session_.form.get<Label>("lblLegend", 0).setBackColor(shadeColor_);
+    session_.form.get<Label>("lblLegend").setBackColor(shadeColor_);
     for (const auto& band : bands)
         if (band.platform == session_.platform)
             for (int row = band.first; row <= band.last; ++row)
