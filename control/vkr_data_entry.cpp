@@ -68,6 +68,12 @@ constexpr std::string_view reportingPeriods[] = {"3 months", "6 months", "12 mon
 
 // Dates that OK settles before it closes.
 constexpr std::string_view settledByOk[] = {"txtLastUpdate", "txtPriceUpdate", "txtDateOfSource"};
+// Dates that rebuild a grid: the first OK settles them, the second one closes.
+constexpr std::string_view pendingDates[] = {"txtDateofLastFY", "txtLastQDate"};
+
+bool isPendingDate(const Control& control) {
+    return std::ranges::find(pendingDates, control.name()) != std::end(pendingDates);
+}
 
 // The sample label of each colour button shows its colour.
 enum Shade { shadeLocked, shadeYear, shadeQuarter };
@@ -166,6 +172,9 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     void pressHelp();
     void pressLock();
     void settleDates();
+    void leavePendingDates();
+    [[nodiscard]] bool hasSkippedDate() const;
+    void leaveOtherField(TextField& field);
     [[nodiscard]] const KeyFilter* filterOf(const Control& control) const;
 
     std::vector<Label*> lockedLabels_; // of the fields that the lock protects
@@ -378,7 +387,8 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
         return; // no record class on this desktop: what is held stays
     const Form::Update update(form);
     session.company = std::move(company);
-    session.dateFieldPending = false;
+    const Control* active = form.activeControl();
+    session.dateFieldPending = active != nullptr && form.hasFocus() && isPendingDate(*active);
     session.cancelPressed = false;
 
     clear();
@@ -704,7 +714,7 @@ void VKRDataEntry::Impl::onGotFocus(Control& control) {
         quarterly.enter(*quarter);
     } else if (auto* box = dynamic_cast<TextBox*>(&control)) {
         SelectAllText(*box);
-        if (control.name() == "txtDateofLastFY" || control.name() == "txtLastQDate")
+        if (isPendingDate(control))
             session.dateFieldPending = true;
     } else if (auto* list = dynamic_cast<ComboBox*>(&control)) {
         if (control.name() != "cmbReportingPeriod")
@@ -726,7 +736,18 @@ void VKRDataEntry::Impl::onLostFocus(Control& control) {
     else if (control.name() == "txtLastQDate")
         quarterly.leaveLastQuarterDate();
     else if (auto* other = dynamic_cast<TextField*>(&control)) // symbol, reporting period
-        checkFieldChange(*other, session);
+        leaveOtherField(*other);
+}
+
+void VKRDataEntry::Impl::leaveOtherField(TextField& field) {
+    checkFieldChange(field, session);
+    const auto* periods = dynamic_cast<const ComboBox*>(&field);
+    if (periods == nullptr || session.company == nullptr || field.locked())
+        return;
+    // The commit stores the chosen entry: any other text would get lost without a word.
+    const bool lost = periods->listIndex() < 0 && !field.text().empty();
+    field.setMark(lost ? session.text(text_number::reasonRefused, "This value could not be stored.")
+                       : "");
 }
 
 void VKRDataEntry::Impl::onKeyDown(Control& control, KeyCode& key, int shift) {
@@ -806,8 +827,7 @@ void VKRDataEntry::Impl::onPressEnded(Control& control) {
         okSettles_ = false;
     } else if (control.name() == "cmdCancel" && std::exchange(session.cancelPressed, false)) {
         // Given up without a click: the date that was skipped has been left after all.
-        yearly.leaveLastFiscalYearDate();
-        quarterly.leaveLastQuarterDate();
+        leavePendingDates();
     }
 }
 
@@ -850,7 +870,7 @@ void VKRDataEntry::Impl::onListChoice(ComboBox& list) {
     if (const auto* field = fields.find(list))
         fields.choose(*field);
     else
-        checkFieldChange(list, session);
+        leaveOtherField(list);
 }
 
 void VKRDataEntry::Impl::onScroll(ScrollBar& bar) {
@@ -872,10 +892,28 @@ void VKRDataEntry::Impl::settleDates() {
     }
 }
 
+void VKRDataEntry::Impl::leavePendingDates() {
+    yearly.leaveLastFiscalYearDate();
+    quarterly.leaveLastQuarterDate();
+}
+
+// Cancel skips a date that is being typed; where the host then stays open it is still to be left.
+bool VKRDataEntry::Impl::hasSkippedDate() const {
+    return session.company != nullptr &&
+           std::ranges::any_of(pendingDates, [&](std::string_view name) {
+               const auto& field = session.textBox(name);
+               return field.text() != field.tag() && !field.locked();
+           });
+}
+
 void VKRDataEntry::Impl::pressOk() {
     settleDates();
     if (okSettles_ || session.dateFieldPending)
         return;
+    if (hasSkippedDate()) {
+        leavePendingDates();
+        return;
+    }
     events->UnloadRequest(ulConfirm);
 }
 
@@ -983,10 +1021,11 @@ std::int16_t VKRDataEntry::get_VisibleQuarters() const {
 }
 
 void VKRDataEntry::put_VisibleQuarters(std::int16_t intNewValue) {
-    if (intNewValue == impl_->visibleQuarters)
+    const int rows = std::clamp<int>(intNewValue, 1, QuarterlyGrid::mostRows);
+    if (rows == impl_->visibleQuarters)
         return;
-    impl_->quarterly.setVisibleRows(intNewValue);
-    impl_->visibleQuarters = static_cast<std::int16_t>(impl_->quarterly.visibleRows());
+    impl_->quarterly.setVisibleRows(rows);
+    impl_->visibleQuarters = static_cast<std::int16_t>(rows);
     impl_->notify("VisibleQuarters");
 }
 

@@ -187,6 +187,69 @@ TEST_F(Closing, AGivenUpOkConfirmsNothing) {
     }
 }
 
+TEST_F(Closing, APendingDateStaysPendingWhenAnotherCompanyIsHandedIn) {
+    for (const auto& date : pendingDates) {
+        desktop.clickTab(date.tab);
+        desktop.click(date.field);
+        company = fullCompany();
+        start();
+        ASSERT_EQ(desktop.focusedId(), date.field);
+        desktop.answerNext(MessageAnswer::yes);
+        desktop.type("^a{DEL}" + std::string(date.typed));
+        desktop.click("cmdOK");
+        EXPECT_EQ(events(), Names{}) << date.field;
+        EXPECT_EQ(scene.field(date.field).tag(), date.typed) << "accepted";
+        desktop.click("cmdOK");
+        EXPECT_EQ(events(), confirmed) << date.field;
+    }
+}
+
+TEST_F(Closing, OkAfterACancelThatTheHostDeclinedSettlesTheSkippedDate) {
+    for (const auto& date : pendingDates) {
+        company = fullCompany();
+        start();
+        desktop.clickTab(date.tab);
+        typeInto(date.field, date.typed);
+        desktop.click("cmdCancel"); // the host asks its user, who goes on
+        scene.events.log.clear();
+        desktop.answerNext(MessageAnswer::yes);
+        desktop.click("cmdOK");
+        EXPECT_EQ(events(), Names{}) << date.field;
+        EXPECT_EQ(scene.field(date.field).tag(), date.typed) << "accepted";
+        desktop.click("cmdOK");
+        EXPECT_EQ(events(), confirmed) << date.field;
+    }
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 12, 31));
+    EXPECT_EQ(desktop.messages().size(), 1U) << "the question before a quarter is added";
+}
+
+TEST_F(Closing, OkAfterADeclinedCancelMarksADateThatIsNone) {
+    desktop.clickTab(toYearly);
+    typeInto("txtDateofLastFY", "no date");
+    desktop.click("cmdCancel");
+    scene.events.log.clear();
+    desktop.click("cmdOK");
+    EXPECT_EQ(events(), Names{});
+    ASSERT_EQ(entry.unstoredFields().size(), 1U);
+    desktop.click("cmdOK");
+    EXPECT_EQ(events(), confirmed) << "the host decides about the text that is not stored";
+}
+
+TEST_F(Closing, OkIsNotHeldUpByADateThatWasLockedAfterADeclinedCancel) {
+    for (const auto& date : pendingDates) {
+        company = fullCompany();
+        start();
+        desktop.clickTab(date.tab);
+        typeInto(date.field, date.typed);
+        desktop.click("cmdCancel");
+        desktop.click("chkLockInfo");
+        scene.events.log.clear();
+        desktop.click("cmdOK");
+        EXPECT_EQ(events(), confirmed) << date.field;
+        desktop.click("chkLockInfo");
+    }
+}
+
 TEST_F(Closing, ARejectedQuarterWarnsAndOkMustBePressedAgain) {
     desktop.clickTab(toQuarterly);
     scene.events.log.clear();

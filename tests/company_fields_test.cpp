@@ -435,8 +435,23 @@ TEST(CompanyFields, TheReportingPeriodIsWrittenByTheCommit) {
     EXPECT_EQ(stored(), 1);
     typeOver(scene, "cmbReportingPeriod", "3 months"); // an entry, typed
     EXPECT_EQ(stored(), 0);
+    EXPECT_EQ(markOf(scene, "cmbReportingPeriod"), "");
     typeOver(scene, "cmbReportingPeriod", "fortnight"); // none
     EXPECT_EQ(stored(), 0);
+    ASSERT_EQ(scene.entry->unstoredFields().size(), 1U);
+    EXPECT_EQ(scene.entry->unstoredFields()[0].label, "Reporting Period");
+    EXPECT_EQ(scene.entry->unstoredFields()[0].text, "fortnight");
+    EXPECT_EQ(scene.entry->unstoredFields()[0].reason, "This value could not be stored.");
+    goTo(scene, "cmbReportingPeriod");
+    scene.desktop.type("{TAB}"); // passing through does not take the mark off
+    EXPECT_NE(markOf(scene, "cmbReportingPeriod"), "");
+    show(scene, "cmbReportingPeriod");
+    scene.desktop.pick("cmbReportingPeriod", "12 months");
+    EXPECT_EQ(markOf(scene, "cmbReportingPeriod"), "");
+    EXPECT_EQ(stored(), 2);
+    typeOver(scene, "cmbReportingPeriod", ""); // nothing chosen: no text that could get lost
+    EXPECT_EQ(markOf(scene, "cmbReportingPeriod"), "");
+    EXPECT_EQ(stored(), 2);
 }
 
 // --- dates -----------------------------------------------------------------------------------

@@ -144,6 +144,15 @@ TEST_F(HostInterface, NotifiesShadesAndVisibleQuartersWhenTheyReallyChange) {
     }
 }
 
+TEST_F(HostInterface, ANumberOfQuartersThatIsCutToTheOneInForceIsNoChange) {
+    for (const auto& [most, beyond] : {std::pair{35, 40}, {1, -5}}) {
+        entry.put_VisibleQuarters(static_cast<std::int16_t>(most));
+        desktop.forget();
+        entry.put_VisibleQuarters(static_cast<std::int16_t>(beyond));
+        EXPECT_EQ(notified(), Names{}) << beyond;
+    }
+}
+
 TEST_F(HostInterface, KeepsBorderFractionsListsAndDirtyToItself) {
     entry.put_BorderStyle(BorderStyle::fixedSingle);
     entry.put_FractionDisplay(true);
