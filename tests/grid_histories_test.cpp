@@ -334,11 +334,13 @@ class History {
         const auto id = cellId(column.cells, row);
         log_ << id << " of " << period << ": " << text << "\n";
         goTo(scene_, id);
+        const std::string shown = scene_.field(column.cells, row).tag();
         // Left by a key, or by whatever comes next.
         const char* const moves[] = {"",       "~",        "{TAB}",   "{UP}", "{DOWN}",
                                      "+{TAB}", "^{RIGHT}", "^{LEFT}", "+~",   "^{HOME}"};
         scene_.desktop.type("^a{DEL}" + text + one(moves));
-        ledger_.figures[{other ? column.second : column.first, period}] = figure;
+        if (text != shown) // what is typed anew as it stands is no change
+            ledger_.figures[{other ? column.second : column.first, period}] = figure;
     }
 
     void compareLabelsAndCells() const {
