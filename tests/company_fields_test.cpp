@@ -23,6 +23,7 @@ using enum Kind;
 // wrong or swapped with another contradicts it.
 struct Row {
     const char* control;
+    DataEntryObject object;
     const char* datum;
     Kind kind;
     bool freeText;
@@ -31,41 +32,41 @@ struct Row {
 };
 
 constexpr Row rows[] = {
-    {"txtName", "Name", words, true, true, false},
-    {"txtSymbol", "Symbol", words, true, true, true},
-    {"cmbExchange", "Exchange", list, true, true, false},
-    {"cmbIndustry", "Industry", list, true, true, false},
-    {"cmbSource", "Source", list, true, true, false},
-    {"txtCurrentPrice", "CurrentPrice", price, false, false, false},
-    {"txt52WHigh", "High52W", price, false, false, false},
-    {"txt52WLow", "Low52W", price, false, false, false},
-    {"txtPriceUpdate", "PriceUpdatedDate", day, true, true, false},
-    {"txtLastUpdate", "LastUpdate", day, true, true, false},
-    {"txtDateOfSource", "DateOfSource", day, true, true, false},
-    {"txtTotalDebt", "TotalDebt", money, false, true, false},
-    {"txtTotalCap", "TotalCap", money, false, false, false},
-    {"txtCommonShares", "CommShares", money, false, true, false},
-    {"txtDilutedShares", "DilutedShares", money, false, true, false},
-    {"txtPreferredShares", "PrefShares", money, false, true, false},
-    {"txtInsiderHolding", "InsiderHolding", percent, false, true, false},
-    {"txtInstitutional", "Institutional", number, false, true, false},
-    {"txtLast4QEPS", "Last4QEPS", number, false, true, false},
-    {"txtEPSProj", "ORBEPSProj", number, false, true, false},
-    {"txtPrefDiv", "PrefDiv", money, false, true, false},
-    {"txtCommDiv", "CommDiv", number, false, false, false},
-    {"txtTaxRate", "TaxRate", number, false, true, false},
-    {"txtAddress1", "Address1", words, true, true, false},
-    {"txtAddress2", "Address2", words, true, true, false},
-    {"txtCity", "City", words, true, true, false},
-    {"txtState", "State", words, true, true, false},
-    {"txtZip", "Zip", words, true, true, false},
-    {"txtCountry", "Country", words, true, true, false},
-    {"txtTel", "Tel", words, true, true, false},
-    {"txtInternet", "Internet", words, true, true, false},
-    {"txtContactPerson", "ContactPerson", words, true, true, false},
-    {"txtVLTimelines", "VLTimeliness", words, true, true, false},
-    {"txtVLSafety", "VLSafety", words, true, true, false},
-    {"txtNotes", "Notes", words, true, true, false},
+    {"txtName", doName, "Name", words, true, true, false},
+    {"txtSymbol", doSymbol, "Symbol", words, true, true, true},
+    {"cmbExchange", doExchange, "Exchange", list, true, true, false},
+    {"cmbIndustry", doIndustry, "Industry", list, true, true, false},
+    {"cmbSource", doSource, "Source", list, true, true, false},
+    {"txtCurrentPrice", doCurrentPrice, "CurrentPrice", price, false, false, false},
+    {"txt52WHigh", do52WHigh, "High52W", price, false, false, false},
+    {"txt52WLow", do52WLow, "Low52W", price, false, false, false},
+    {"txtPriceUpdate", doPriceUpdatedDate, "PriceUpdatedDate", day, true, true, false},
+    {"txtLastUpdate", doLastStudied, "LastUpdate", day, true, true, false},
+    {"txtDateOfSource", doDateOfSource, "DateOfSource", day, true, true, false},
+    {"txtTotalDebt", doTotalDebt, "TotalDebt", money, false, true, false},
+    {"txtTotalCap", doTotalCap, "TotalCap", money, false, false, false},
+    {"txtCommonShares", doCommShares, "CommShares", money, false, true, false},
+    {"txtDilutedShares", doDilutedShares, "DilutedShares", money, false, true, false},
+    {"txtPreferredShares", doPrefShares, "PrefShares", money, false, true, false},
+    {"txtInsiderHolding", doInsiderHolding, "InsiderHolding", percent, false, true, false},
+    {"txtInstitutional", doInstitutional, "Institutional", number, false, true, false},
+    {"txtLast4QEPS", doLast4QEPS, "Last4QEPS", number, false, true, false},
+    {"txtEPSProj", doORBEPSProj, "ORBEPSProj", number, false, true, false},
+    {"txtPrefDiv", doPrefDiv, "PrefDiv", money, false, true, false},
+    {"txtCommDiv", doCommDiv, "CommDiv", number, false, false, false},
+    {"txtTaxRate", doEstTaxRate, "TaxRate", number, false, true, false},
+    {"txtAddress1", doAddress1, "Address1", words, true, true, false},
+    {"txtAddress2", doAddress2, "Address2", words, true, true, false},
+    {"txtCity", doCity, "City", words, true, true, false},
+    {"txtState", doState, "State", words, true, true, false},
+    {"txtZip", doZip, "Zip", words, true, true, false},
+    {"txtCountry", doCountry, "Country", words, true, true, false},
+    {"txtTel", doTel, "Tel", words, true, true, false},
+    {"txtInternet", doInternetURL, "Internet", words, true, true, false},
+    {"txtContactPerson", doContactPerson, "ContactPerson", words, true, true, false},
+    {"txtVLTimelines", doVLTimelines, "VLTimeliness", words, true, true, false},
+    {"txtVLSafety", doVLSafety, "VLSafety", words, true, true, false},
+    {"txtNotes", doNotes, "Notes", words, true, true, false},
 };
 
 constexpr const char* priceFields[] = {"txtCurrentPrice", "txt52WHigh", "txt52WLow"};
@@ -197,6 +198,7 @@ TEST(CompanyFieldTable, AgreesWithWhatEachFieldIs) {
         const auto found = std::ranges::find(companyFieldTable(), std::string_view(row.control),
                                              &CompanyField::control);
         ASSERT_NE(found, companyFieldTable().end());
+        EXPECT_EQ(found->object, row.object);
         EXPECT_EQ(rowOf(found->datum).name, row.datum);
         EXPECT_EQ(found->filter.numeric, true);
         EXPECT_EQ(found->filter.freeText, row.freeText);

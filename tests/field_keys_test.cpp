@@ -294,6 +294,18 @@ TEST(FieldKeys, EnteringSelectsAllSoThatTypingReplaces) {
     EXPECT_EQ(scene.text("txtCity"), "X");
 }
 
+TEST(FieldKeys, EnteringTheReportingPeriodSelectsNothing) {
+    EntryScene scene;
+    showEveryField(scene);
+    const auto company = datedCompany();
+    company->get_ReportingPeriod()->put(setting::leadPeriod, std::int16_t{1});
+    scene.load(company);
+    goTo(scene, "cmbReportingPeriod");
+    EXPECT_EQ(scene.desktop.focusedId(), "cmbReportingPeriod");
+    EXPECT_EQ(scene.text("cmbReportingPeriod"), "6 months");
+    EXPECT_EQ(scene.field("cmbReportingPeriod").selText(), "");
+}
+
 TEST(FieldKeys, ShortcutsPassTheFilterOfEveryField) {
     KeyScene scene;
     for (const auto& group : keyTable())
