@@ -12,7 +12,10 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QToolButton>
 
 #include <cstdio>
@@ -24,6 +27,7 @@ namespace vkr {
 namespace {
 
 constexpr auto symbol = "AAPL";
+constexpr auto newName = "Apple Computer Inc.";
 
 // The tour can't go on: what it needs is not there.
 struct Stopped : std::runtime_error {
@@ -58,11 +62,14 @@ class Tour {
     void openAgain();
 
     void open();
+    void addYear();
+    void addQuarter();
     void chapter(const QString& title);
     void tab(Qt::Key letter, TABObject expected);
     void fill(const char* field, const QString& text);
     void click(const char* control);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void clickAndAnswer(const char* control, QMessageBox::StandardButton answer);
     void tellDifferences();
     void picture(QWidget& window, const char* file);
     void expect(bool fulfilled, const QString& what);
@@ -127,6 +134,17 @@ void Tour::visit() {
     editMoney();
     pressOk();
     openAgain();
+    expectText("txtName", QLatin1String(newName));
+    expectText("cmbExchange", QStringLiteral("NYSE"));
+    expectText("txtCurrentPrice", QStringLiteral("290.125"));
+    expectText("txtTotalDebt", QStringLiteral("90600500.00"));
+
+    addYear();
+    addQuarter();
+    pressOk();
+    openAgain();
+    click("cmdCancel");
+    expect(workspace_->windows().isEmpty(), QStringLiteral("Cancel closes the window"));
 }
 
 // --- what is done ----------------------------------------------------------------------------
@@ -147,8 +165,8 @@ void Tour::editCompany() {
     chapter(QStringLiteral("Company Data"));
     expect(!window_->isWindowModified(), QStringLiteral("a company just opened is unchanged"));
     click("txtName");
-    fill("txtName", QStringLiteral("Apple Computer Inc."));
-    expect(record().get_Name() == "Apple Computer Inc.", QStringLiteral("the name is stored"));
+    fill("txtName", QLatin1String(newName));
+    expect(record().get_Name() == newName, QStringLiteral("the name is stored"));
     expect(window_->isWindowModified(), QStringLiteral("the title shows that there are changes"));
 
     click("cmbExchange");
@@ -217,6 +235,59 @@ void Tour::editMoney() {
     picture(*window_, "company.png");
 }
 
+// A made-up year, typed along its row in thousands and per share.
+void Tour::addYear() {
+    tab(Qt::Key_Y, toYearly);
+    const double newest = record().get_YRevenueSeries().array().number(1);
+    clickAndAnswer("cmdAddYear", QMessageBox::Yes);
+    expect(record().get_LastFY() == 2026, QStringLiteral("the last fiscal year is 2026"));
+    expectNumber("the year before kept its revenue",
+                 record().get_YRevenueSeries().array().number(2), newest);
+    struct Figure {
+        const char* cell;
+        const char* typed;
+        Datum series;
+        double stored;
+    };
+    static constexpr Figure figures[] = {
+        {"txtSales(9)", "430000500", Datum::YRevenueSeries, 430000.5},
+        {"txtYOption(9)", "137000000", Datum::YPTISeries, 137000},
+        {"txtYNetInc(9)", "115000000", Datum::YNetIncSeries, 115000},
+        {"txtYOption2(9)", "75000000", Datum::YCommEqSeries, 75000},
+        {"txtYEPS(9)", "7.75", Datum::YEPSSeries, 7.75},
+        {"txtDiv(9)", "1.05", Datum::YDividendSeries, 1.05},
+        {"txtHigh(9)", "290 1/8", Datum::YHighSeries, 290.125},
+        {"txtLow(9)", "195.5", Datum::YLowSeries, 195.5},
+    };
+    for (const Figure& figure : figures) {
+        click(figure.cell);
+        fill(figure.cell, QLatin1String(figure.typed));
+        expectNumber(figure.cell, readSeries(record(), figure.series).array().number(1),
+                     figure.stored);
+    }
+    picture(*window_, "yearly-added.png");
+}
+
+void Tour::addQuarter() {
+    tab(Qt::Key_Q, toQuarterly);
+    const double sum = record().get_Last4QEPS();
+    const VariantArray before = record().get_QEPSSeries().array();
+    clickAndAnswer("cmdAddQuarter", QMessageBox::Yes);
+    expect(record().get_LastQDate() == makeDate(2026, 3, 27),
+           QStringLiteral("the last quarter is that of March 2026"));
+    expectNumber("the quarter before kept its earnings",
+                 record().get_QEPSSeries().array().number(1), before.number(0));
+    expectNumber("three quarters are not passed off as four", record().get_Last4QEPS(), sum);
+    click("txtRevenue(0)");
+    fill("txtRevenue(0)", QStringLiteral("98000000"));
+    expectNumber("its revenue", record().get_QRevenueSeries().array().number(0), 98000);
+    click("txtEPS(0)");
+    fill("txtEPS(0)", QStringLiteral("1.71"));
+    expectNumber("the trailing four quarters follow", record().get_Last4QEPS(),
+                 1.71 + before.number(0) + before.number(1) + before.number(2));
+    picture(*window_, "quarterly-added.png");
+}
+
 void Tour::pressOk() {
     chapter(QStringLiteral("OK"));
     click("cmdOK");
@@ -226,7 +297,7 @@ void Tour::pressOk() {
     press(Qt::Key_F, Qt::ControlModifier);
     press(Qt::Key_Escape);
     const std::vector<CompanyListing> chosen = workspace_->list().chosen();
-    expect(chosen.size() == 1 && chosen.front().name == QLatin1String("Apple Computer Inc."),
+    expect(chosen.size() == 1 && chosen.front().name == QLatin1String(newName),
            QStringLiteral("the list shows the new name"));
     picture(workspace_->list(), "list.png");
 }
@@ -240,13 +311,7 @@ void Tour::openAgain() {
         lost.append(fromUtf8(difference.datum));
     expect(lost.isEmpty(), lost.isEmpty() ? QStringLiteral("every datum is as it was on OK")
                                           : QStringLiteral("kept: ") + lost.join(u' '));
-    expectText("txtName", QStringLiteral("Apple Computer Inc."));
-    expectText("cmbExchange", QStringLiteral("NYSE"));
-    expectText("txtCurrentPrice", QStringLiteral("290.125"));
-    expectText("txtTotalDebt", QStringLiteral("90600500.00"));
     expect(!window_->isWindowModified(), QStringLiteral("it is unchanged"));
-    click("cmdCancel");
-    expect(workspace_->windows().isEmpty(), QStringLiteral("Cancel closes the window"));
 }
 
 // --- how it is done --------------------------------------------------------------------------
@@ -277,6 +342,24 @@ void Tour::fill(const char* field, const QString& text) {
 void Tour::click(const char* name) {
     driver_.click(control(name));
     tellDifferences();
+}
+
+// A click that brings up a question.
+void Tour::clickAndAnswer(const char* name, QMessageBox::StandardButton answer) {
+    QString question;
+    QTimer waiting;
+    QObject::connect(&waiting, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            waiting.stop();
+            question = box->text().replace(u'\n', u' ');
+            driver_.click(*box->button(answer));
+        }
+    });
+    waiting.start(0);
+    click(name);
+    driver_.activate(*window_); // there is no window manager that does
+    write(QStringLiteral("    question: ") + question);
+    expect(!question.isEmpty(), QStringLiteral("a question comes up"));
 }
 
 void Tour::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
