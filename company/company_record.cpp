@@ -291,8 +291,11 @@ std::vector<Difference> differences(const iVKR_Company& before, const iVKR_Compa
         compare(row.name, readDatum(before, row.datum), readDatum(after, row.datum), found);
     for (const auto name : settingNames()) {
         const auto read = [name](const iVKR_Company& company) {
-            return name == setting::leadPeriod ? company.get_ReportingPeriod()->get(name)
-                                               : company.get_Settings()->get(name);
+            const auto object = name == setting::leadPeriod ? company.get_ReportingPeriod()
+                                                            : company.get_Settings();
+            if (object == nullptr)
+                throw std::runtime_error("the record has no object for " + std::string(name));
+            return object->get(name);
         };
         compare(name, read(before), read(after), found);
     }
