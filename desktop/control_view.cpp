@@ -183,6 +183,8 @@ bool ControlView::handle(QEvent& event, QWidget& source, NativeEvent native) {
             view_.focusCame(*this, reason);
         else
             view_.focusWent(reason);
+        if (type == QEvent::FocusOut && control_ != nullptr && !isActive())
+            focusLost();
         return true;
     }
     case QEvent::MouseButtonPress:
@@ -216,7 +218,7 @@ bool ControlView::isInside(const QMouseEvent& event, const QWidget& source) cons
 }
 
 void ControlView::beginPress(const QMouseEvent& event) {
-    view_.beginPress(*this, buttonOf(event.button()));
+    view_.beginPress(*this, buttonOf(event.button()), event.globalPosition().toPoint());
 }
 
 void ControlView::endPress(const QMouseEvent& event, const QWidget& source) {

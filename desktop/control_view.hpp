@@ -51,6 +51,7 @@ class ControlView : public QObject {
     // What the widget itself makes of a key or an input method; then the form hears of it.
     virtual void type(QEvent& event) { event.ignore(); }
     virtual void focusGained() {}
+    virtual void focusLost() {}  // another control has it, or the host
     virtual void pressEnded() {} // the press is over, however it ended
     // A turn of the wheel over the control while it has the focus; false: not used.
     virtual bool wheel(int /*steps*/) { return false; }

@@ -211,7 +211,7 @@ bool FieldView::handleOwn(QEvent& event, QWidget& source, NativeEvent native) {
     case QEvent::Drop:
         // What is dropped is taken over when the field is left, like everything typed.
         form().focus(field());
-        if (isActive() && !field().locked()) {
+        if (isActive()) {
             pass(event, source, native);
             takeEdit();
         } else {
@@ -303,6 +303,13 @@ void LineFieldView::select(UnitRange range) {
         edit_->deselect();
         edit_->setCursorPosition(range.start);
     }
+}
+
+// A text that is longer than its field shows its beginning again.
+void LineFieldView::focusLost() {
+    const Nested nested(showing_);
+    edit_->deselect();
+    edit_->setCursorPosition(0);
 }
 
 void LineFieldView::setLocked(bool locked) {

@@ -77,6 +77,7 @@ class FieldView : public ControlView {
 class LineFieldView : public FieldView {
   public:
     [[nodiscard]] bool canUndo() const override { return edit_->isUndoAvailable(); }
+    void focusLost() override;
 
   protected:
     using FieldView::FieldView;

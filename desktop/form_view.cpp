@@ -26,7 +26,7 @@ FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) 
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
         if (now != nullptr && form_->hasFocus() && now->window() == window() && !isInside(now) &&
             qobject_cast<QMenuBar*>(now) == nullptr)
-            leave();
+            form_->focusLeft();
     });
 }
 
@@ -385,32 +385,20 @@ void FormView::enter(Qt::FocusReason reason, Control* control) {
 void FormView::focusCame(ControlView& view, Qt::FocusReason reason) {
     if (following_ > 0)
         return;
-    const bool returned = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
-                          reason == Qt::MenuBarFocusReason;
     if (!form_->hasFocus())
         enter(reason, view.control());
-    else if (!returned && form_->activeControl() != view.control())
+    else if (form_->activeControl() != view.control())
         form_->focus(*view.control());
-    if (activeView() == &view)
-        view.focusGained();
-    else
+    if (activeView() != &view)
         followFocus();
 }
 
 void FormView::focusWent(Qt::FocusReason reason) {
-    if (following_ > 0 || reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
-        reason == Qt::MenuBarFocusReason)
+    if (following_ > 0 || reason == Qt::MenuBarFocusReason)
         return;
     const auto* now = QApplication::focusWidget();
     if (now != nullptr && now->window() == window() && !isInside(now))
-        leave();
-}
-
-void FormView::leave() {
-    form_->focusLeft();
-    if (form_->hasFocus()) // kept by a leave handler; native focus is still on its way elsewhere
-        QMetaObject::invokeMethod(
-            this, [this] { followFocus(); }, Qt::QueuedConnection);
+        form_->focusLeft();
 }
 
 // Qt moves the focus when a widget is hidden or disabled. Here the form alone does.
@@ -443,12 +431,14 @@ bool FormView::tabOut(FocusDirection direction) {
 
 // --- pointer -------------------------------------------------------------------------------------
 
-void FormView::beginPress(ControlView& view, MouseButton button) {
+void FormView::beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place) {
     giveUpPress();
     pressed_ = &view;
     pressedButton_ = button;
     const unsigned before = interruptions_;
+    pressPlace_ = place;
     form_->mouseDown(*view.control(), button);
+    pressPlace_.reset();
     if (before != interruptions_)
         giveUpPress();
 }

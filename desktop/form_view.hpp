@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 #include <unordered_map>
 
 class QInputMethodEvent;
@@ -52,11 +53,14 @@ class FormView : public QWidget, private FormObserver {
     void keyRelease(QKeyEvent& event, ControlView& origin);
     void inputMethod(QInputMethodEvent& event, ControlView& origin);
     void wheel(QWheelEvent& event, ControlView& origin);
+    // Where on the screen the press is that the form is just hearing of.
+    [[nodiscard]] std::optional<QPoint> pressPlace() const { return pressPlace_; }
     // Whether a key is the component's before it is a shortcut of the host.
     [[nodiscard]] bool usesKey(const QKeyEvent& event) const;
     void focusCame(ControlView& view, Qt::FocusReason reason);
     void focusWent(Qt::FocusReason reason);
-    void beginPress(ControlView& view, MouseButton button);
+    // `place` is where on the screen; nothing for a press without a pointer.
+    void beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place = {});
     void endPress(ControlView& view, MouseButton button, bool inside);
     void giveUpPress();
     [[nodiscard]] bool isPressed(const ControlView& view) const;
@@ -88,7 +92,6 @@ class FormView : public QWidget, private FormObserver {
     [[nodiscard]] bool isMnemonic(char32_t letter) const;
     void followFocus();
     void enter(Qt::FocusReason reason, Control* control);
-    void leave();
     bool tabOut(FocusDirection direction);
     [[nodiscard]] bool isInside(const QWidget* widget) const;
     void turnWheel(QWheelEvent& event, ControlView* origin);
@@ -99,6 +102,7 @@ class FormView : public QWidget, private FormObserver {
     std::unordered_map<const Control*, ControlView*> views_;
     QPointer<ControlView> pressed_;
     MouseButton pressedButton_ = MouseButton::left;
+    std::optional<QPoint> pressPlace_;
     unsigned interruptions_ = 0;
     int following_ = 0; // native focus is being set to the form's
     int wheelRest_ = 0;

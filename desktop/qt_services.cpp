@@ -188,7 +188,8 @@ int QtServices::popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips
         action->setData(item->index());
     }
     const QPoint place(view_->scale().pixels(left), view_->scale().pixels(top));
-    const auto* chosen = menu.exec(view_->mapToGlobal(place));
+    const auto* chosen =
+        menu.exec(view_->pressPlace().value_or(view_->mapToGlobal(place))); // under the pointer
     return chosen == nullptr ? -1 : chosen->data().toInt();
 }
 

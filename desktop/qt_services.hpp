@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "desktop/form_view.hpp"
 #include "platform/object_factory.hpp"
 #include "platform/services.hpp"
 
@@ -11,8 +12,6 @@
 #include <functional>
 
 namespace vkr {
-
-class FormView;
 
 // The desktop as the component sees it, on Qt. Dialogs belong to the window of the owner.
 class QtServices final : public Services {

@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_record.hpp"
+#include "control/vkr_data_entry.hpp"
+#include "desktop/form_view.hpp"
+#include "desktop/vkr_data_entry_widget.hpp"
+#include "platform/property_bag.hpp"
+#include "tests/qt/support/dialog_answers.hpp"
+#include "tests/support/entry_scene.hpp"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTabBar>
+#include <QTest>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+#include <tuple>
+
+namespace vkr {
+namespace {
+
+class DataEntryWidget : public testing::Test {
+  protected:
+    DataEntryWidget() : hostField(new QLineEdit(&window)), entry(new VKRDataEntryWidget(&window)) {
+        auto* column = new QVBoxLayout(&window);
+        column->addWidget(hostField);
+        column->addWidget(entry);
+    }
+    void open(const std::shared_ptr<iVKR_Company>& company) {
+        entry->setCompany(company);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+    template <typename Widget = QLineEdit>
+    [[nodiscard]] Widget* native(std::string_view id, int index = Control::noIndex) const {
+        const auto* control = form().find(id, index);
+        return control == nullptr ? nullptr
+                                  : dynamic_cast<Widget*>(entry->formView().widgetOf(*control));
+    }
+    [[nodiscard]] Form& form() const { return entry->component().form(); }
+    static void type(const QString& text) {
+        for (const QChar character : text)
+            if (character == u'\r')
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            else
+                QTest::keyClick(QApplication::focusWidget(), character.toLatin1());
+    }
+
+    QWidget window;
+    QLineEdit* hostField;
+    VKRDataEntryWidget* entry;
+};
+
+TEST_F(DataEntryWidget, IsReadyWithoutAnySetUp) {
+    VKRDataEntryWidget alone;
+    EXPECT_EQ(alone.sizeHint(), QSize(538, 389));
+    EXPECT_EQ(alone.company(), nullptr);
+    EXPECT_EQ(alone.currentTab(), 1);
+    const auto& ok = alone.component().form().get<CommandButton>("cmdOK");
+    EXPECT_FALSE(ok.caption().empty());
+    alone.setCompany(nullptr);
+    EXPECT_NE(alone.company(), nullptr) << "an empty record of this library";
+    EXPECT_EQ(alone.formView().size(), QSize(538, 389));
+}
+
+TEST_F(DataEntryWidget, EveryPropertyIsWrittenReadAndTold) {
+    struct Row {
+        const char* name;
+        QVariant value;
+    };
+    const Row rows[] = {
+        {"userMode", 1},
+        {"shadeColorLocked", QColor(1, 2, 3)},
+        {"shadeColorYear", QColor(4, 5, 6)},
+        {"shadeColorQuarter", QColor(7, 8, 9)},
+        {"visibleQuarters", 12},
+        {"showReportingPeriod", true},
+        {"showVLs", true},
+        {"currentTab", 4},
+        {"percentFormat", "0%"},
+        {"dateFormat", "DD.MM.YYYY"},
+        {"numberFormat", "#,##0.0"},
+        {"fractionDisplay", true},
+        {"borderStyle", 1},
+        {"platform", 1},
+        {"sources", QStringList{"Report"}},
+        {"exchanges", QStringList{"NYSE", "XETRA"}},
+        {"industries", QStringList{"Steel"}},
+        {"applicationTitle", "Mine"},
+        {"dirty", true},
+    };
+    entry->setCompany(std::make_shared<CompanyRecord>());
+    for (const auto& row : rows) {
+        const auto* meta = entry->metaObject();
+        const auto property = meta->property(meta->indexOfProperty(row.name));
+        ASSERT_TRUE(property.isWritable()) << row.name;
+        ASSERT_TRUE(property.hasNotifySignal()) << row.name;
+        QSignalSpy told(entry, property.notifySignal());
+        EXPECT_NE(property.read(entry), row.value) << row.name;
+        EXPECT_TRUE(property.write(entry, row.value)) << row.name;
+        EXPECT_EQ(property.read(entry), row.value) << row.name;
+        EXPECT_GE(told.count(), 1) << row.name;
+    }
+    EXPECT_EQ(form().get<ComboBox>("cmbExchange").list(),
+              (std::vector<std::string>{"NYSE", "XETRA"}));
+}
+
+TEST_F(DataEntryWidget, TheKeptPropertiesComeBack) {
+    entry->setShowVLs(true);
+    entry->setVisibleQuarters(11);
+    entry->setUserMode(1);
+    entry->setShadeColorYear(QColor(9, 8, 7));
+    entry->setCurrentTab(2);
+    const auto bag = entry->saveProperties();
+    VKRDataEntryWidget other;
+    other.restoreProperties(bag);
+    EXPECT_TRUE(other.showVLs());
+    EXPECT_EQ(other.visibleQuarters(), 11);
+    EXPECT_EQ(other.shadeColorYear(), QColor(9, 8, 7));
+    EXPECT_EQ(other.currentTab(), 2);
+}
+
+TEST_F(DataEntryWidget, WhatIsStillBeingTypedIsInTheRecord) {
+    auto record = std::make_shared<CompanyRecord>();
+    open(record);
+    auto& field = form().get<TextBox>("txtName");
+    QTest::mouseClick(native("txtName"), Qt::LeftButton);
+    type("Acme");
+    EXPECT_EQ(record->get_Name(), "");
+    EXPECT_EQ(entry->company(), record);
+    EXPECT_EQ(record->get_Name(), "Acme");
+    EXPECT_EQ(QApplication::focusWidget(), native("txtName")) << "the focus is where it was";
+    EXPECT_EQ(form().activeControl(), &field);
+}
+
+TEST_F(DataEntryWidget, ChangesAreToldWithTheTitle) {
+    auto record = std::make_shared<CompanyRecord>();
+    record->put_Name("Acme");
+    QSignalSpy titles(entry, &VKRDataEntryWidget::titleChanged);
+    QSignalSpy dirty(entry, &VKRDataEntryWidget::dirtyChanged);
+    open(record);
+    EXPECT_EQ(entry->title(), "Acme");
+    EXPECT_EQ(dirty.count(), 0) << "loading changes nothing";
+    QTest::mouseClick(native("txtSymbol"), Qt::LeftButton);
+    type("acm\r");
+    EXPECT_EQ(entry->title(), "Acme (ACM)");
+    EXPECT_EQ(titles.last()[0].toString(), "Acme (ACM)");
+    EXPECT_EQ(dirty.count(), 1);
+    EXPECT_TRUE(entry->isDirty());
+    entry->setDirty(false);
+    EXPECT_FALSE(entry->isDirty());
+    EXPECT_EQ(dirty.count(), 2);
+}
+
+TEST_F(DataEntryWidget, EnterGoesOnWhileOneTypesFast) {
+    auto record = std::make_shared<CompanyRecord>();
+    open(record);
+    QTest::mouseClick(native("txtName"), Qt::LeftButton);
+    type("Acme\racm\r");
+    EXPECT_EQ(form().activeControl()->name(), "cmbExchange");
+    type("NYSE\r");
+    EXPECT_EQ(record->get_Name(), "Acme");
+    EXPECT_EQ(record->get_Symbol(), "ACM");
+    EXPECT_EQ(record->get_Exchange(), "NYSE");
+}
+
+TEST_F(DataEntryWidget, EventsAreSignals) {
+    open(fullCompany());
+    QSignalSpy tabs(entry, &VKRDataEntryWidget::tabChange);
+    QSignalSpy help(entry, &VKRDataEntryWidget::moreHelp);
+    QSignalSpy unload(entry, &VKRDataEntryWidget::unloadRequest);
+    auto* strip = native<QTabBar>("tbsDataEntry");
+    QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(4).center());
+    ASSERT_EQ(tabs.count(), 1);
+    EXPECT_EQ(tabs[0][0].toInt(), 5);
+    QTest::mouseClick(native<QWidget>("cmdHelp"), Qt::LeftButton);
+    ASSERT_EQ(help.count(), 1);
+    EXPECT_EQ(help[0][0].toInt(), 3068);
+    QTest::mouseClick(native<QWidget>("cmdOK"), Qt::LeftButton);
+    QTest::mouseClick(native<QWidget>("cmdCancel"), Qt::LeftButton);
+    ASSERT_EQ(unload.count(), 2);
+    EXPECT_EQ(unload[0][0].toInt(), 0);
+    EXPECT_EQ(unload[1][0].toInt(), -1);
+}
+
+TEST_F(DataEntryWidget, TheHostMayTakeItAwayWhenAsked) {
+    open(fullCompany());
+    const QPointer<VKRDataEntryWidget> watched = entry;
+    QObject::connect(entry, &VKRDataEntryWidget::unloadRequest, entry, &QObject::deleteLater);
+    QTest::mouseClick(native<QWidget>("cmdCancel"), Qt::LeftButton);
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(watched.isNull());
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(DataEntryWidget, GoesWhileAFieldHasTheFocus) {
+    open(fullCompany());
+    QTest::mouseClick(native("txtName"), Qt::LeftButton);
+    type("x");
+    delete entry;
+    EXPECT_EQ(window.findChild<VKRDataEntryWidget*>(), nullptr);
+}
+
+TEST_F(DataEntryWidget, TheWheelScrollsTheGridsAndNothingElse) {
+    open(fullCompany());
+    entry->setVisibleQuarters(35);
+    const auto turn = [](QWidget* widget) {
+        const QPointF place = widget->rect().center();
+        QWheelEvent event(place, widget->mapToGlobal(place), {}, {0, -120}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(widget, &event);
+        return event.isAccepted();
+    };
+    EXPECT_FALSE(turn(native("txtName"))) << "the host may scroll instead";
+    entry->setCurrentTab(toQuarterly);
+    auto& bar = form().get<ScrollBar>("vscrQuarterly");
+    ASSERT_GT(bar.maximum(), bar.minimum());
+    const int before = bar.value();
+    EXPECT_TRUE(turn(native("txtRevenue", 0)));
+    EXPECT_EQ(bar.value(), before + bar.smallChange());
+    EXPECT_EQ(native<QScrollBar>("vscrQuarterly")->value(), bar.value());
+    EXPECT_TRUE(turn(native<QWidget>("vscrQuarterly")));
+    EXPECT_EQ(bar.value(), before + 2 * bar.smallChange());
+}
+
+TEST_F(DataEntryWidget, OnlyThePageOnShowIsThereForScreenReaders) {
+    open(fullCompany());
+    EXPECT_TRUE(native("txtName")->isVisible());
+    EXPECT_FALSE(native("txtLastFY")->isVisible());
+    entry->setCurrentTab(toYearly);
+    EXPECT_FALSE(native("txtName")->isVisible());
+    EXPECT_TRUE(native("txtLastFY")->isVisible());
+}
+
+TEST_F(DataEntryWidget, EveryFieldHasAName) {
+    open(fullCompany());
+    int fields = 0;
+    for (const auto& control : form().controls()) {
+        if (!control->isFocusable())
+            continue;
+        auto* widget = entry->formView().widgetOf(*control);
+        auto* heard = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(heard, nullptr) << control->id();
+        const bool named = !heard->text(QAccessible::Name).isEmpty();
+        EXPECT_TRUE(named || control->kind() == ControlKind::tabStrip) << control->id();
+        ++fields;
+    }
+    EXPECT_GT(fields, 100);
+}
+
+TEST_F(DataEntryWidget, ALockedFieldCanNotBeChangedFromAnywhere) {
+    auto record = fullCompany();
+    open(record);
+    QTest::mouseClick(native("txtName"), Qt::LeftButton);
+    QTest::mouseClick(native<QWidget>("chkLockInfo"), Qt::LeftButton, {}, QPoint(8, 10));
+    ASSERT_TRUE(form().get<CheckBox>("chkLockInfo").value());
+    std::ignore = entry->company(); // what the commit derives is in the record now
+    const auto before = record->clone();
+    QApplication::clipboard()->setText("pasted");
+    int lockedFields = 0;
+    for (const auto& control : form().controls()) {
+        auto* field = dynamic_cast<TextField*>(control.get());
+        if (field == nullptr || !field->locked())
+            continue;
+        ++lockedFields;
+        const std::string text = field->text();
+        auto* widget = entry->formView().widgetOf(*field);
+        auto* edit = dynamic_cast<QLineEdit*>(widget);
+        if (edit == nullptr)
+            edit = widget->findChild<QLineEdit*>();
+        if (edit != nullptr) {
+            edit->paste();
+            edit->clear();
+            edit->undo();
+            edit->setText("other");
+            EXPECT_EQ(edit->text().toStdString(), text) << field->id();
+        } else {
+            dynamic_cast<QPlainTextEdit&>(*widget).setPlainText("other");
+        }
+        EXPECT_EQ(field->text(), text) << field->id();
+    }
+    EXPECT_GT(lockedFields, 5);
+    EXPECT_TRUE(sameAs(*before, *entry->company()));
+}
+
+TEST_F(DataEntryWidget, AQuestionIsAskedInItsWindow) {
+    open(fullCompany());
+    entry->setCurrentTab(toYearly);
+    DialogAnswers answers;
+    answers.next([this](QWidget& dialog) {
+        EXPECT_EQ(dialog.parentWidget(), &window);
+        EXPECT_EQ(dialog.windowTitle(), "Data Entry");
+        DialogAnswers::clickButton(dialog, "No");
+    });
+    const auto year = form().get<TextBox>("txtLastFY").text();
+    QTest::mouseClick(native<QWidget>("cmdAddYear"), Qt::LeftButton);
+    EXPECT_EQ(form().get<TextBox>("txtLastFY").text(), year);
+}
+
+TEST_F(DataEntryWidget, TabReachesEveryFieldOfThePageAndThenTheHost) {
+    open(fullCompany());
+    hostField->setFocus();
+    QTest::keyClick(hostField, Qt::Key_Tab);
+    std::vector<std::string> met;
+    while (QApplication::focusWidget() != hostField && met.size() < 100) {
+        met.push_back(form().activeControl()->id());
+        EXPECT_EQ(QApplication::focusWidget(), entry->formView().widgetOf(*form().activeControl()));
+        if (met.back() == "cmdCancel")
+            break; // Tab goes on to the page from here
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    for (const char* id : {"txtName", "cmbExchange", "txtCurrentPrice", "cmdOK", "cmdCancel"})
+        EXPECT_EQ(std::count(met.begin(), met.end(), id), 1) << id;
+}
+
+} // namespace
+} // namespace vkr
