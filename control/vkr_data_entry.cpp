@@ -182,13 +182,17 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     bool helpKeyDown_ = false;
     bool quiet_ = true; // start-up and restoring: the focus stays where it is
     bool resizing_ = false;
+    bool loading_ = false;
 };
 
 VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
     : self(owner), services(hostServices), session(built(form), hostServices), fields(session),
       yearly(session), quarterly(session), captions(session) {
     form.setHandler(this);
-    session.rowsLabelled = [this] { nameCells(form); };
+    session.rowsLabelled = [this] {
+        if (!loading_)
+            nameCells(form);
+    };
     fields.sourceStatesRates = [this] {
         for (const std::string_view name : {"optPTI", "optCommEq"}) {
             auto& option = form.get<OptionButton>(name, 1);
@@ -386,6 +390,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     if (company == nullptr)
         return; // no record class on this desktop: what is held stays
     const Form::Update update(form);
+    loading_ = true; // cells get their names once, with the captions of the unit
     session.company = std::move(company);
     const Control* active = form.activeControl();
     session.dateFieldPending = active != nullptr && form.hasFocus() && isPendingDate(*active);
@@ -411,6 +416,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     attempt([&] { locked = session.settings()->get(setting::lockBasicInfo).toBoolean(); });
     form.get<CheckBox>("chkLockInfo").setValue(locked);
     applyLock();
+    loading_ = false;
     resize();
     if (session.stateChanged)
         session.stateChanged();

@@ -348,21 +348,22 @@ void LineView::fitFigure() {
     static constexpr int narrowest = 50;
     if (static_cast<TextBox&>(*control()).alignment() != Alignment::right)
         return;
-    const QFont& plain = view().font();
-    const QFontMetrics metrics(plain);
     const QString figure = text();
     const int room = std::max(1, edit().width() - margins);
-    const bool fits = figure.size() * metrics.averageCharWidth() * 3 / 2 <= room ||
-                      metrics.horizontalAdvance(figure) <= room;
+    // No character of a figure is wider than a digit.
+    const bool fits = figure.size() * view().digitWidth() <= room;
     if (fits && !condensed_)
         return;
-    QFont font = plain;
-    if (!fits) {
-        const int own = plain.stretch() == QFont::AnyStretch ? 100 : plain.stretch();
-        font.setStretch(std::max(narrowest, own * room / metrics.horizontalAdvance(figure)));
+    QFont font = view().font();
+    const int wanted = QFontMetrics(font).horizontalAdvance(figure);
+    if (wanted > room) {
+        const int own = font.stretch() == QFont::AnyStretch ? 100 : font.stretch();
+        font.setStretch(std::max(narrowest, own * room / wanted));
+    } else if (!condensed_) {
+        return;
     }
     edit().setFont(font);
-    condensed_ = !fits;
+    condensed_ = wanted > room;
 }
 
 bool LineView::typeInto(QEvent& event) {

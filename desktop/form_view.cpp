@@ -151,6 +151,7 @@ QFont FormView::fontFor(const PixelScale& scale) {
 
 void FormView::showScale() {
     setFont(fontFor(scale_));
+    digitWidth_ = QFontMetrics(font()).horizontalAdvance(u'0');
     for (const auto& [control, view] : views_)
         view->place();
     if (form_->width() > 0 && form_->height() > 0)

@@ -38,6 +38,7 @@ class FormView : public QWidget, private FormObserver {
     void setDotsPerInch(double dotsPerInch);
     // The application's family in the size of the form.
     [[nodiscard]] static QFont fontFor(const PixelScale& scale);
+    [[nodiscard]] int digitWidth() const { return digitWidth_; } // in that font
     [[nodiscard]] QSize sizeOf(Twips width, Twips height) const;
 
     // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0);
@@ -99,6 +100,7 @@ class FormView : public QWidget, private FormObserver {
     Form* form_;
     PixelScale scale_;
     bool ownScale_ = false;
+    int digitWidth_ = 0;
     std::unordered_map<const Control*, ControlView*> views_;
     QPointer<ControlView> pressed_;
     MouseButton pressedButton_ = MouseButton::left;

@@ -14,25 +14,6 @@ namespace vkr {
 
 namespace {
 
-// Nothing is drawn until everything is there.
-class Batch {
-  public:
-    explicit Batch(QWidget& widget) : widget_(widget), drawn_(widget.updatesEnabled()) {
-        if (drawn_)
-            widget_.setUpdatesEnabled(false);
-    }
-    ~Batch() {
-        if (drawn_)
-            widget_.setUpdatesEnabled(true);
-    }
-    Batch(const Batch&) = delete;
-    Batch& operator=(const Batch&) = delete;
-
-  private:
-    QWidget& widget_;
-    bool drawn_;
-};
-
 Variant entriesOf(const QStringList& texts) {
     std::vector<std::string> entries;
     entries.reserve(static_cast<std::size_t>(texts.size()));
@@ -115,10 +96,7 @@ VKRDataEntryWidget::~VKRDataEntryWidget() {
 // --- the record ----------------------------------------------------------------------------------
 
 void VKRDataEntryWidget::setCompany(std::shared_ptr<iVKR_Company> company) {
-    {
-        const Batch batch(*view_);
-        entry_->put_objCompany(company);
-    }
+    entry_->put_objCompany(company);
     record_ = company != nullptr ? std::move(company) : entry_->get_objCompany();
     stateChanged();
 }
@@ -164,7 +142,6 @@ PropertyBag VKRDataEntryWidget::saveProperties() {
 }
 
 void VKRDataEntryWidget::restoreProperties(const PropertyBag& bag) {
-    const Batch batch(*view_);
     entry_->ReadProperties(bag);
 }
 
@@ -179,7 +156,6 @@ void VKRDataEntryWidget::setPrevious() {
     entry_->SetPrevious();
 }
 void VKRDataEntryWidget::clear() {
-    const Batch batch(*view_);
     entry_->Clear();
 }
 
@@ -214,7 +190,6 @@ int VKRDataEntryWidget::visibleQuarters() const {
     return entry_->get_VisibleQuarters();
 }
 void VKRDataEntryWidget::setVisibleQuarters(int quarters) {
-    const Batch batch(*view_);
     entry_->put_VisibleQuarters(static_cast<std::int16_t>(std::clamp(quarters, 1, 35)));
 }
 bool VKRDataEntryWidget::showReportingPeriod() const {
@@ -259,10 +234,7 @@ bool VKRDataEntryWidget::fractionDisplay() const {
 void VKRDataEntryWidget::setFractionDisplay(bool fractions) {
     if (fractions == fractionDisplay())
         return;
-    {
-        const Batch batch(*view_);
-        entry_->put_FractionDisplay(fractions);
-    }
+    entry_->put_FractionDisplay(fractions);
     emit fractionDisplayChanged();
 }
 int VKRDataEntryWidget::borderStyle() const {
@@ -278,7 +250,6 @@ int VKRDataEntryWidget::platform() const {
     return entry_->get_Platform();
 }
 void VKRDataEntryWidget::setPlatform(int platform) {
-    const Batch batch(*view_);
     entry_->put_Platform(static_cast<PlatformType>(platform));
 }
 void VKRDataEntryWidget::setSources(const QStringList& sources) {

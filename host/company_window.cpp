@@ -103,8 +103,9 @@ QString CompanyWindow::title() const {
     return companyTitle(record_->get_Name(), record_->get_Symbol());
 }
 
+// A text that could not be stored is a change, also after all else was saved without it.
 bool CompanyWindow::hasChanges() const {
-    return entry_->isDirty();
+    return entry_->isDirty() || !entry_->unstoredFields().empty();
 }
 
 void CompanyWindow::unload(int mode) {
