@@ -1,115 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "tests/qt/support/form_scene.hpp"
-
-#include <QAbstractItemView>
-#include <QClipboard>
-#include <QComboBox>
-#include <QInputMethodEvent>
-#include <QPlainTextEdit>
-#include <QWheelEvent>
+#include "tests/qt/support/field_actions.hpp"
 
 namespace vkr {
 namespace {
 
-// Everything a user or another program can do to a field, on every kind of field.
-struct Action {
-    const char* name;
-    void (*act)(FormView& view, QWidget& widget);
-};
-
-void key(QWidget& widget, Qt::Key code, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(&widget, code, modifiers);
-}
-
-QLineEdit* lineOf(QWidget& widget) {
-    auto* edit = qobject_cast<QLineEdit*>(&widget);
-    return edit != nullptr ? edit : widget.findChild<QLineEdit*>();
-}
-
-QWidget& surfaceOf(QWidget& widget) {
-    if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget))
-        return *edit->viewport();
-    if (auto* edit = lineOf(widget))
-        return *edit;
-    return widget;
-}
-
-void callSlot(QWidget& widget, const char* slot) {
-    QWidget* target = lineOf(widget);
-    QMetaObject::invokeMethod(target == nullptr ? &widget : target, slot);
-}
-
-const Action actions[] = {
-    {"Character", [](FormView&, QWidget& widget) { QTest::keyClick(&widget, 'x'); }},
-    {"Delete", [](FormView&, QWidget& widget) { key(widget, Qt::Key_Delete); }},
-    {"Backspace", [](FormView&, QWidget& widget) { key(widget, Qt::Key_Backspace); }},
-    {"Enter", [](FormView&, QWidget& widget) { key(widget, Qt::Key_Return); }},
-    {"DeleteWord",
-     [](FormView&, QWidget& widget) { key(widget, Qt::Key_Backspace, Qt::ControlModifier); }},
-    {"CutKey", [](FormView&, QWidget& widget) { key(widget, Qt::Key_X, Qt::ControlModifier); }},
-    {"PasteKey", [](FormView&, QWidget& widget) { key(widget, Qt::Key_V, Qt::ControlModifier); }},
-    {"ShiftInsert",
-     [](FormView&, QWidget& widget) { key(widget, Qt::Key_Insert, Qt::ShiftModifier); }},
-    {"ShiftDelete",
-     [](FormView&, QWidget& widget) { key(widget, Qt::Key_Delete, Qt::ShiftModifier); }},
-    {"UndoKey", [](FormView&, QWidget& widget) { key(widget, Qt::Key_Z, Qt::ControlModifier); }},
-    {"RedoKey",
-     [](FormView&, QWidget& widget) {
-         key(widget, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-     }},
-    {"Down", [](FormView&, QWidget& widget) { key(widget, Qt::Key_Down); }},
-    {"MiddleClick",
-     [](FormView&, QWidget& widget) {
-         QGuiApplication::clipboard()->setText("selected", QClipboard::Selection);
-         QTest::mouseClick(&surfaceOf(widget), Qt::MiddleButton);
-     }},
-    {"Drop", [](FormView&, QWidget& widget) { dropText(surfaceOf(widget), "dropped"); }},
-    {"InputMethod",
-     [](FormView&, QWidget& widget) {
-         QInputMethodEvent commit;
-         commit.setCommitString("committed");
-         QApplication::sendEvent(&widget, &commit);
-     }},
-    {"Wheel",
-     [](FormView&, QWidget& widget) {
-         const QPointF place = widget.rect().center();
-         QWheelEvent event(place, widget.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, {},
-                           Qt::NoScrollPhase, false);
-         QApplication::sendEvent(&widget, &event);
-     }},
-    {"SlotPaste", [](FormView&, QWidget& widget) { callSlot(widget, "paste"); }},
-    {"SlotCut", [](FormView&, QWidget& widget) { callSlot(widget, "cut"); }},
-    {"SlotClear", [](FormView&, QWidget& widget) { callSlot(widget, "clear"); }},
-    {"SlotUndo", [](FormView&, QWidget& widget) { callSlot(widget, "undo"); }},
-    {"SlotRedo", [](FormView&, QWidget& widget) { callSlot(widget, "redo"); }},
-    {"MethodDelete",
-     [](FormView&, QWidget& widget) {
-         if (auto* edit = lineOf(widget))
-             edit->del();
-         else
-             static_cast<QPlainTextEdit&>(widget).textCursor().deleteChar();
-     }},
-    {"MethodSetText",
-     [](FormView&, QWidget& widget) {
-         if (auto* edit = lineOf(widget))
-             edit->setText("set");
-         else
-             static_cast<QPlainTextEdit&>(widget).setPlainText("set");
-     }},
-    {"ListEntry",
-     [](FormView&, QWidget& widget) {
-         if (auto* box = qobject_cast<QComboBox*>(&widget)) {
-             box->showPopup();
-             EXPECT_FALSE(box->view()->isVisible());
-             box->setCurrentIndex(1);
-         }
-     }},
-};
-
 enum class FieldKind { textBox, list, notes };
 
 class LockedField : public FormScene,
-                    public testing::WithParamInterface<std::tuple<FieldKind, Action>> {
+                    public testing::WithParamInterface<std::tuple<FieldKind, FieldAction>> {
   protected:
     TextField& field() {
         switch (std::get<FieldKind>(GetParam())) {
@@ -121,12 +19,7 @@ class LockedField : public FormScene,
             return *name;
         }
     }
-    [[nodiscard]] std::string shown() {
-        auto* widget = native(field());
-        if (auto* edit = lineOf(*widget))
-            return fromQt(edit->text());
-        return fromQt(static_cast<QPlainTextEdit*>(widget)->toPlainText());
-    }
+    [[nodiscard]] std::string shown() { return fromQt(shownBy(*native(field()))); }
 };
 
 TEST_P(LockedField, KeepsItsText) {
@@ -140,7 +33,7 @@ TEST_P(LockedField, KeepsItsText) {
     field().setLocked(true);
     QApplication::clipboard()->setText("pasted");
     handler.log.clear();
-    std::get<Action>(GetParam()).act(*view, *native(field()));
+    std::get<FieldAction>(GetParam()).act(*native(field()));
     EXPECT_EQ(field().text(), "starts");
     EXPECT_EQ(shown(), "starts");
     for (const auto& noted : handler.log)
@@ -150,13 +43,13 @@ TEST_P(LockedField, KeepsItsText) {
 std::string lockedName(const testing::TestParamInfo<LockedField::ParamType>& info) {
     static const char* const kinds[] = {"TextBox", "List", "Notes"};
     return std::string(kinds[static_cast<std::size_t>(std::get<FieldKind>(info.param))]) +
-           std::get<Action>(info.param).name;
+           std::get<FieldAction>(info.param).name;
 }
 
 INSTANTIATE_TEST_SUITE_P(All, LockedField,
                          testing::Combine(testing::Values(FieldKind::textBox, FieldKind::list,
                                                           FieldKind::notes),
-                                          testing::ValuesIn(actions)),
+                                          testing::ValuesIn(fieldActions)),
                          lockedName);
 
 using FormViewLocked = FormScene;
@@ -199,11 +92,11 @@ TEST_F(FormViewLocked, EditsThatTheLockRefusesGoThroughWithoutIt) {
         enter(*name, "start");
         name->select(0, 2);
         QApplication::clipboard()->setText("pasted");
-        const auto* action =
-            std::find_if(std::begin(actions), std::end(actions), [&row](const Action& candidate) {
-                return std::string(candidate.name) == row.action;
-            });
-        action->act(*view, *native(*name));
+        const auto* action = std::find_if(std::begin(fieldActions), std::end(fieldActions),
+                                          [&row](const FieldAction& candidate) {
+                                              return std::string(candidate.name) == row.action;
+                                          });
+        action->act(*native(*name));
         EXPECT_EQ(name->text(), row.result) << row.action;
         EXPECT_EQ(line(*name)->text(), row.result) << row.action;
     }
