@@ -12,6 +12,8 @@ class VirtualDriver final : public ContractDriver {
     VKRDataEntry& entry() override { return *scene_.entry; }
     void type(std::string_view notation) override { scene_.desktop.type(notation); }
     void click(std::string_view id) override { scene_.desktop.click(id); }
+    void doubleClick(std::string_view id) override { scene_.desktop.doubleClick(id); }
+    void spin(std::string_view id, int steps) override { scene_.desktop.spin(id, steps); }
     void clickTab(int tab) override { scene_.desktop.clickTab(tab); }
     void pick(std::string_view id, std::string_view item) override {
         scene_.desktop.pick(id, item);
@@ -20,6 +22,7 @@ class VirtualDriver final : public ContractDriver {
     void setClipboard(const std::string& text) override { scene_.desktop.setClipboardText(text); }
     void switchAway() override { scene_.desktop.switchAway(); }
     void switchBack() override { scene_.desktop.switchBack(); }
+    bool canReach(std::string_view id) override { return scene_.desktop.canReach(id); }
     std::string shownText(std::string_view id) override {
         return dynamic_cast<TextField&>(scene_.desktop.control(id)).text();
     }

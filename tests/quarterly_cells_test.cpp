@@ -37,35 +37,6 @@ TEST_F(QuarterlyCells, LeavingAnUnchangedOneIsNoChange) {
     EXPECT_TRUE(sameAs(*before, *company));
 }
 
-TEST_F(QuarterlyCells, TheColumnsFollowOneAnotherAtTheirEnds) {
-    const struct {
-        const char* from;
-        const char* keys;
-        const char* to;
-    } rows[] = {
-        {"txtEPS(8)", "~", "txtQOption(0)"},
-        {"txtEPS(8)", "{DOWN}", "txtQOption(0)"},
-        {"txtEPS(0)", "+~", "txtRevenue(8)"},
-        {"txtEPS(0)", "{UP}", "txtRevenue(8)"},
-        {"txtRevenue(0)", "+~", "txtRevenue(0)"},
-        {"txtNetInc(8)", "~", "txtNetInc(8)"},
-        // With Ctrl the row is kept, and the grid comes round.
-        {"txtEPS(3)", "^{RIGHT}", "txtQOption(3)"},
-        {"txtEPS(3)", "^{LEFT}", "txtRevenue(3)"},
-        {"txtRevenue(3)", "^{LEFT}", "txtNetInc(3)"},
-        {"txtNetInc(3)", "^{RIGHT}", "txtRevenue(3)"},
-        {"txtRevenue(0)", "^{UP}", "txtNetInc(8)"},
-        {"txtNetInc(8)", "^{DOWN}", "txtRevenue(0)"},
-        {"txtEPS(0)", "^{UP}", "txtEPS(8)"},
-        {"txtEPS(8)", "^{DOWN}", "txtQOption(8)"},
-        {"txtEPS(3)", "^{HOME}", "txtRevenue(3)"},
-        {"txtEPS(3)", "^{END}", "txtNetInc(3)"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(after(row.from, row.keys), row.to) << row.from << " " << row.keys;
-    EXPECT_FALSE(scene.entry->get_blnDirty());
-}
-
 TEST_F(QuarterlyCells, EndsFollowTheNumberOfRows) {
     scene.entry->put_VisibleQuarters(20);
     EXPECT_EQ(after("txtRevenue(19)", "~"), "txtEPS(0)");

@@ -50,40 +50,6 @@ TEST_F(YearlyCells, MoneyIsTypedInTheUnitOnShow) {
     }
 }
 
-TEST_F(YearlyCells, TheColumnsFollowOneAnotherAtTheirEnds) {
-    const struct {
-        const char* from;
-        const char* keys;
-        const char* to;
-    } rows[] = {
-        {"txtYEPS(10)", "~", "txtDiv(0)"},
-        {"txtYEPS(10)", "{DOWN}", "txtDiv(0)"},
-        {"txtYEPS(0)", "+~", "txtYOption2(10)"},
-        {"txtYEPS(0)", "{UP}", "txtYOption2(10)"},
-        {"txtLow(10)", "~", "txtCSO(0)"},
-        {"txtSales(0)", "+~", "txtSales(0)"},
-        {"txtSales(0)", "{UP}", "txtSales(0)"},
-        {"txtCSO(10)", "~", "txtCSO(10)"},
-        {"txtCSO(10)", "{DOWN}", "txtCSO(10)"},
-        // With Ctrl the row is kept, and the grid comes round.
-        {"txtYEPS(3)", "^{RIGHT}", "txtDiv(3)"},
-        {"txtYEPS(3)", "^{LEFT}", "txtYOption2(3)"},
-        {"txtCSO(3)", "^{RIGHT}", "txtSales(3)"},
-        {"txtSales(3)", "^{LEFT}", "txtCSO(3)"},
-        {"txtYEPS(10)", "^{DOWN}", "txtDiv(10)"},
-        {"txtYEPS(0)", "^{UP}", "txtYEPS(10)"},
-        {"txtCSO(10)", "^{DOWN}", "txtSales(0)"},
-        {"txtSales(0)", "^{UP}", "txtCSO(10)"},
-        {"txtYEPS(3)", "^{HOME}", "txtSales(3)"},
-        {"txtYEPS(3)", "^{END}", "txtCSO(3)"},
-        {"txtYEPS(3)", "^~", "txtYEPS(3)"},
-        {"txtYEPS(3)", "{LEFT}{RIGHT}{HOME}{END}", "txtYEPS(3)"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(after(row.from, row.keys), row.to) << row.from << " " << row.keys;
-    EXPECT_FALSE(scene.entry->get_blnDirty());
-}
-
 TEST_F(YearlyCells, WithoutTheBarTheLowsAreTheLastColumn) {
     hideBar();
     EXPECT_EQ(after("txtLow(10)", "~"), "txtLow(10)");

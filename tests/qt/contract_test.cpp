@@ -3,6 +3,7 @@
 #include "platform/key_notation.hpp"
 #include "tests/support/contract.hpp"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
@@ -16,6 +17,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <cstdlib>
 #include <deque>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -102,8 +104,10 @@ class QtDriver final : public ContractDriver {
 
     void type(std::string_view notation) override {
         for (const KeyStroke& stroke : parseKeyNotation(notation))
-            for (int i = 0; i < stroke.count; ++i)
+            for (int i = 0; i < stroke.count; ++i) {
                 strike(stroke);
+                activateAgain();
+            }
     }
 
     void click(std::string_view id) override {
@@ -112,6 +116,27 @@ class QtDriver final : public ContractDriver {
                                  ? target.rect().center()
                                  : QPoint(10, target.height() / 2);
         QTest::mouseClick(&target, Qt::LeftButton, Qt::NoModifier, place);
+        activateAgain();
+    }
+
+    void doubleClick(std::string_view id) override {
+        QWidget& target = native(id);
+        QTest::mouseClick(&target, Qt::LeftButton);
+        QTest::mouseDClick(&target, Qt::LeftButton);
+        QTest::mouseRelease(&target, Qt::LeftButton);
+        activateAgain();
+    }
+
+    // With the upper or the lower one of the two arrows.
+    void spin(std::string_view id, int steps) override {
+        QWidget& arrows = native(id);
+        const QPoint place(arrows.width() / 2, arrows.height() * (steps > 0 ? 1 : 3) / 4);
+        auto* arrow = qobject_cast<QAbstractButton*>(arrows.childAt(place));
+        ASSERT_NE(arrow, nullptr);
+        for (int step = 0; step < std::abs(steps); ++step) {
+            QTest::mouseClick(arrow, Qt::LeftButton);
+            activateAgain();
+        }
     }
 
     void clickTab(int tab) override {
@@ -149,6 +174,10 @@ class QtDriver final : public ContractDriver {
         QApplication::processEvents();
     }
 
+    bool canReach(std::string_view id) override {
+        const auto* found = find(id);
+        return found != nullptr && found->isEnabled() && !found->visibleRegion().isEmpty();
+    }
     std::string shownText(std::string_view id) override {
         QWidget& shown = native(id);
         if (const auto* edit = qobject_cast<QLineEdit*>(&shown))
@@ -175,10 +204,22 @@ class QtDriver final : public ContractDriver {
         log_.push_back(std::string(event) + " " + std::to_string(number));
     }
 
+    // Without a window manager no window becomes active when a message box has closed.
+    void activateAgain() {
+        if (QApplication::activeWindow() != nullptr)
+            return;
+        QApplication::setActiveWindow(&window_);
+        QApplication::processEvents();
+    }
+
+    [[nodiscard]] QWidget* find(std::string_view id) const {
+        return widget_->findChild<QWidget*>(
+            QString::fromUtf8(id.data(), static_cast<qsizetype>(id.size())));
+    }
+
     QWidget& native(std::string_view id) {
-        const auto name = QString::fromUtf8(id.data(), static_cast<qsizetype>(id.size()));
-        auto* found = widget_->findChild<QWidget*>(name);
-        if (found == nullptr || !found->isVisible())
+        auto* found = find(id);
+        if (found == nullptr || found->visibleRegion().isEmpty())
             throw std::out_of_range("not on screen: " + std::string(id));
         return *found;
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/contract.hpp"
 
+#include "tests/support/field_steps.hpp"
+
 #include <gtest/gtest.h>
 
 namespace vkr {
@@ -9,6 +11,10 @@ namespace {
 
 using Desktop = ContractDriver;
 using Names = std::vector<std::string>;
+using test::changedData;
+using test::datedCompany;
+using test::elementOf;
+using test::putElement;
 
 void aTextIsStoredWhenItsFieldIsLeft(Desktop& desktop) {
     desktop.load(fullCompany());
@@ -214,6 +220,313 @@ void helpNamesTheTab(Desktop& desktop) {
     EXPECT_EQ(desktop.events(), (Names{"TabChange 5", "MoreHelp 3068", "MoreHelp 3068"}));
 }
 
+struct CellStep {
+    const char* from;
+    const char* keys;
+    const char* to;
+};
+
+constexpr CellStep yearlySteps[] = {
+    {"txtYEPS(3)", "~", "txtYEPS(4)"},
+    {"txtYEPS(3)", "+~", "txtYEPS(2)"},
+    {"txtYEPS(3)", "{DOWN}", "txtYEPS(4)"},
+    {"txtYEPS(3)", "{UP}", "txtYEPS(2)"},
+    {"txtYEPS(10)", "~", "txtDiv(0)"},
+    {"txtYEPS(10)", "{DOWN}", "txtDiv(0)"},
+    {"txtYEPS(0)", "+~", "txtYOption2(10)"},
+    {"txtYEPS(0)", "{UP}", "txtYOption2(10)"},
+    {"txtLow(10)", "~", "txtCSO(0)"},
+    {"txtSales(0)", "+~", "txtSales(0)"},
+    {"txtSales(0)", "{UP}", "txtSales(0)"},
+    {"txtCSO(10)", "~", "txtCSO(10)"},
+    {"txtCSO(10)", "{DOWN}", "txtCSO(10)"},
+    // With Ctrl the row is kept, and the grid comes round.
+    {"txtYEPS(3)", "^{RIGHT}", "txtDiv(3)"},
+    {"txtYEPS(3)", "^{LEFT}", "txtYOption2(3)"},
+    {"txtCSO(3)", "^{RIGHT}", "txtSales(3)"},
+    {"txtSales(3)", "^{LEFT}", "txtCSO(3)"},
+    {"txtYEPS(10)", "^{DOWN}", "txtDiv(10)"},
+    {"txtYEPS(0)", "^{UP}", "txtYEPS(10)"},
+    {"txtCSO(10)", "^{DOWN}", "txtSales(0)"},
+    {"txtSales(0)", "^{UP}", "txtCSO(10)"},
+    {"txtYEPS(3)", "^{HOME}", "txtSales(3)"},
+    {"txtYEPS(3)", "^{END}", "txtCSO(3)"},
+    {"txtYEPS(3)", "^~", "txtYEPS(3)"},
+    {"txtYEPS(3)", "{LEFT}{RIGHT}{HOME}{END}", "txtYEPS(3)"},
+};
+
+constexpr CellStep quarterlySteps[] = {
+    {"txtEPS(3)", "~", "txtEPS(4)"},
+    {"txtEPS(3)", "+~", "txtEPS(2)"},
+    {"txtEPS(3)", "{DOWN}", "txtEPS(4)"},
+    {"txtEPS(3)", "{UP}", "txtEPS(2)"},
+    {"txtEPS(8)", "~", "txtQOption(0)"},
+    {"txtEPS(8)", "{DOWN}", "txtQOption(0)"},
+    {"txtEPS(0)", "+~", "txtRevenue(8)"},
+    {"txtEPS(0)", "{UP}", "txtRevenue(8)"},
+    {"txtRevenue(0)", "+~", "txtRevenue(0)"},
+    {"txtNetInc(8)", "~", "txtNetInc(8)"},
+    // With Ctrl the row is kept, and the grid comes round.
+    {"txtEPS(3)", "^{RIGHT}", "txtQOption(3)"},
+    {"txtEPS(3)", "^{LEFT}", "txtRevenue(3)"},
+    {"txtRevenue(3)", "^{LEFT}", "txtNetInc(3)"},
+    {"txtNetInc(3)", "^{RIGHT}", "txtRevenue(3)"},
+    {"txtRevenue(0)", "^{UP}", "txtNetInc(8)"},
+    {"txtNetInc(8)", "^{DOWN}", "txtRevenue(0)"},
+    {"txtEPS(0)", "^{UP}", "txtEPS(8)"},
+    {"txtEPS(8)", "^{DOWN}", "txtQOption(8)"},
+    {"txtEPS(3)", "^{HOME}", "txtRevenue(3)"},
+    {"txtEPS(3)", "^{END}", "txtNetInc(3)"},
+};
+
+// The lows are in view wherever the yearly grid is panned to.
+void clickYearlyCell(Desktop& desktop, std::string_view id) {
+    const std::string row(id.substr(id.find('(')));
+    const bool last = id.substr(0, id.find('(')) == "txtCSO";
+    desktop.click("txtLow" + row);
+    desktop.type(last ? "^{RIGHT}" : "^{HOME}");
+    desktop.click(id);
+}
+
+void yearlyCellsFollowOneAnother(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toYearly);
+    for (const auto& step : yearlySteps) {
+        clickYearlyCell(desktop, step.from);
+        ASSERT_EQ(desktop.focusedId(), step.from);
+        desktop.type(step.keys);
+        EXPECT_EQ(desktop.focusedId(), step.to) << step.from << " " << step.keys;
+    }
+    EXPECT_FALSE(desktop.entry().get_blnDirty());
+}
+
+void quarterlyCellsFollowOneAnother(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toQuarterly);
+    for (const auto& step : quarterlySteps) {
+        desktop.click(step.from);
+        ASSERT_EQ(desktop.focusedId(), step.from);
+        desktop.type(step.keys);
+        EXPECT_EQ(desktop.focusedId(), step.to) << step.from << " " << step.keys;
+    }
+    EXPECT_FALSE(desktop.entry().get_blnDirty());
+}
+
+void theVeryLastYearlyCellStoresAndSelects(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toYearly);
+    for (const char* move : {"~", "{DOWN}"}) {
+        clickYearlyCell(desktop, "txtCSO(10)");
+        desktop.type(std::string("^a{DEL}12.5") + move);
+        EXPECT_EQ(desktop.focusedId(), "txtCSO(10)");
+        EXPECT_EQ(elementOf(*desktop.company, "YCSOSeries", 0), 12.5);
+        EXPECT_EQ(desktop.shownText("txtCSO(10)"), "12.50");
+        desktop.type("7");
+        EXPECT_EQ(desktop.shownText("txtCSO(10)"), "7") << "typed over what was selected";
+        desktop.type("{TAB}");
+        EXPECT_EQ(elementOf(*desktop.company, "YCSOSeries", 0), 7);
+    }
+}
+
+void theVeryFirstYearlyCellStoresAndSelects(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toYearly);
+    for (const char* move : {"+~", "{UP}"}) {
+        desktop.click("txtSales(0)");
+        desktop.type(std::string("^a{DEL}3") + move);
+        EXPECT_EQ(desktop.focusedId(), "txtSales(0)");
+        EXPECT_EQ(elementOf(*desktop.company, "YRevenueSeries", 10), 3);
+        EXPECT_EQ(desktop.shownText("txtSales(0)"), "3.00");
+        desktop.type("7");
+        EXPECT_EQ(desktop.shownText("txtSales(0)"), "7") << "typed over what was selected";
+        desktop.type("{TAB}");
+        EXPECT_EQ(elementOf(*desktop.company, "YRevenueSeries", 10), 7);
+    }
+}
+
+void theSharesArePannedIntoView(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toYearly);
+    EXPECT_FALSE(desktop.canReach("txtCSO(4)"));
+    desktop.click("txtLow(4)");
+    desktop.type("^{RIGHT}");
+    EXPECT_EQ(desktop.focusedId(), "txtCSO(4)");
+    EXPECT_TRUE(desktop.canReach("txtCSO(4)"));
+    EXPECT_FALSE(desktop.canReach("txtSales(4)"));
+    desktop.type("12.5~");
+    EXPECT_EQ(elementOf(*desktop.company, "YCSOSeries", 6), 12.5);
+    EXPECT_EQ(desktop.shownText("txtCSO(4)"), "12.50");
+    EXPECT_EQ(desktop.focusedId(), "txtCSO(5)");
+    desktop.type("^{RIGHT}");
+    EXPECT_EQ(desktop.focusedId(), "txtSales(5)");
+    EXPECT_TRUE(desktop.canReach("txtSales(5)"));
+    EXPECT_FALSE(desktop.canReach("txtCSO(5)"));
+}
+
+void noMinusIsTypedInSales(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toYearly);
+    desktop.click("txtSales(8)");
+    desktop.type("-4~");
+    EXPECT_EQ(desktop.shownText("txtSales(8)"), "4.00");
+    EXPECT_EQ(elementOf(*desktop.company, "YRevenueSeries", 2), 4);
+    desktop.click("txtYNetInc(8)");
+    desktop.type("-4~");
+    EXPECT_EQ(desktop.shownText("txtYNetInc(8)"), "-4.00");
+    EXPECT_EQ(elementOf(*desktop.company, "YNetIncSeries", 2), -4);
+}
+
+void aPriceIsTypedAsAFraction(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toYearly);
+    desktop.click("txtHigh(9)");
+    desktop.type("3 1/8~");
+    EXPECT_EQ(elementOf(*desktop.company, "YHighSeries", 1), 3.125);
+    EXPECT_EQ(desktop.shownText("txtHigh(9)"), "3.125");
+    EXPECT_EQ(desktop.focusedId(), "txtHigh(10)");
+}
+
+void quarterlyMoneyIsTypedInTheUnitOnShow(Desktop& desktop) {
+    const struct {
+        const char* cell;
+        const char* series;
+        double stored; // of 1500 in thousands
+        const char* next;
+    } rows[] = {{"txtRevenue(2)", "QRevenueSeries", 1.5, "txtRevenue(3)"},
+                {"txtEPS(2)", "QEPSSeries", 1500, "txtEPS(3)"},
+                {"txtQOption(2)", "QPTISeries", 1.5, "txtQOption(3)"},
+                {"txtNetInc(2)", "QNetIncSeries", 1.5, "txtNetInc(3)"}};
+    const auto company = fullCompany();
+    company->get_Settings()->put("intUnit", 3);
+    desktop.load(company);
+    desktop.clickTab(toQuarterly);
+    for (const auto& row : rows) {
+        desktop.click(row.cell);
+        desktop.type("1500~");
+        EXPECT_EQ(elementOf(*company, row.series, 2), row.stored) << row.cell;
+        EXPECT_EQ(desktop.shownText(row.cell), "1500.00") << row.cell;
+        EXPECT_EQ(desktop.focusedId(), row.next);
+    }
+}
+
+void aTypedQuarterMovesTheTrailingSum(Desktop& desktop) {
+    const auto company = datedCompany();
+    for (int i = 0; i < 4; ++i)
+        putElement(*company, "QEPSSeries", i, i + 1);
+    desktop.load(company);
+    desktop.clickTab(toYearly);
+    EXPECT_EQ(desktop.shownText("txtLast4QEPS"), "10.00");
+    desktop.clickTab(toQuarterly);
+    desktop.click("txtEPS(2)");
+    desktop.type("3.5~");
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 2), 3.5);
+    EXPECT_EQ(company->get_Last4QEPS(), 10.5);
+    desktop.clickTab(toYearly);
+    EXPECT_EQ(desktop.shownText("txtLast4QEPS"), "10.50");
+}
+
+void theSpinnerMovesTheLastQuarter(Desktop& desktop) {
+    const auto company = fullCompany();
+    desktop.load(company);
+    desktop.clickTab(toQuarterly);
+    const auto newest = desktop.shownText("txtRevenue(0)");
+    const auto older = desktop.shownText("txtRevenue(2)");
+    desktop.spin("spnQuarter", -2);
+    EXPECT_EQ(desktop.shownText("txtLastQDate"), "Mar/31/2026");
+    EXPECT_EQ(desktop.shownText("txtRevenue(0)"), older);
+    EXPECT_EQ(company->get_LastQDate(), makeDate(2026, 3, 31));
+    EXPECT_EQ(company->get_LastQDateForGrid(), makeDate(2026, 9, 30));
+    desktop.spin("spnQuarter", 2);
+    EXPECT_EQ(desktop.shownText("txtLastQDate"), "Sep/30/2026");
+    EXPECT_EQ(desktop.shownText("txtRevenue(0)"), newest);
+    EXPECT_TRUE(desktop.messages().empty());
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.spin("spnQuarter", 1);
+    EXPECT_EQ(desktop.messages().size(), 1U) << "beyond the newest one it adds";
+    EXPECT_EQ(company->get_LastQDateForGrid(), makeDate(2026, 12, 31));
+    EXPECT_EQ(desktop.shownText("txtRevenue(1)"), newest);
+}
+
+void aDoubleClickPutsAQuarterOnTop(Desktop& desktop) {
+    const auto company = fullCompany();
+    desktop.load(company);
+    desktop.clickTab(toQuarterly);
+    const auto fourth = desktop.shownText("txtRevenue(3)");
+    desktop.doubleClick("lblQLabel(3)");
+    EXPECT_EQ(desktop.shownText("txtLastQDate"), "Dec/31/2025");
+    EXPECT_EQ(desktop.shownText("txtRevenue(0)"), fourth);
+    EXPECT_EQ(company->get_LastQDate(), makeDate(2025, 12, 31));
+    EXPECT_EQ(company->get_LastQDateForGrid(), makeDate(2026, 9, 30));
+}
+
+void aTypedQuarterIsAdded(Desktop& desktop) {
+    const auto company = fullCompany();
+    desktop.load(company);
+    desktop.clickTab(toQuarterly);
+    const auto newest = elementOf(*company, "QRevenueSeries", 0);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("txtLastQDate");
+    desktop.type("^a{DEL}12/31/2026{TAB}");
+    EXPECT_EQ(desktop.messages().size(), 1U);
+    EXPECT_EQ(company->get_LastQDate(), makeDate(2026, 12, 31));
+    EXPECT_EQ(company->get_LastQDateForGrid(), makeDate(2026, 12, 31));
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), newest);
+    EXPECT_EQ(desktop.shownText("txtLastQDate"), "Dec/31/2026");
+    EXPECT_EQ(desktop.shownText("txtRevenue(0)"), "");
+    desktop.click("txtRevenue(0)");
+    desktop.type("42~");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 0), 42);
+    EXPECT_EQ(desktop.focusedId(), "txtRevenue(1)");
+}
+
+void aTypedQuarterOutOfTurnIsRefused(Desktop& desktop) {
+    const auto company = fullCompany();
+    desktop.load(company);
+    desktop.clickTab(toQuarterly);
+    const auto before = company->clone();
+    desktop.click("txtLastQDate");
+    desktop.type("^a{DEL}5/15/2026{TAB}");
+    ASSERT_EQ(desktop.messages().size(), 1U);
+    const std::string told = desktop.messages()[0]; // desktops break the line their own way
+    EXPECT_EQ(told.substr(0, told.find_first_of("\r\n")),
+              "The new date must lie in the month in which one of the next three quarters ends.");
+    EXPECT_EQ(desktop.shownText("txtLastQDate"), "Sep/30/2026");
+    EXPECT_EQ(changedData(*before, *company), Names{});
+    EXPECT_FALSE(desktop.entry().get_blnDirty());
+}
+
+void aQuarterIsAdded(Desktop& desktop) {
+    const auto company = fullCompany();
+    desktop.load(company);
+    desktop.clickTab(toQuarterly);
+    const auto newest = desktop.shownText("txtEPS(0)");
+    desktop.answerNext(MessageAnswer::no);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(company->get_LastQDateForGrid(), makeDate(2026, 9, 30));
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(desktop.messages().size(), 2U);
+    EXPECT_EQ(company->get_LastQDateForGrid(), makeDate(2026, 12, 31));
+    EXPECT_EQ(desktop.shownText("txtLastQDate"), "Dec/31/2026");
+    EXPECT_EQ(desktop.shownText("txtEPS(0)"), "");
+    EXPECT_EQ(desktop.shownText("txtEPS(1)"), newest);
+}
+
+void aYearIsRemoved(Desktop& desktop) {
+    const auto company = fullCompany();
+    desktop.load(company);
+    desktop.clickTab(toYearly);
+    const auto kept = desktop.shownText("txtSales(9)");
+    const auto figure = elementOf(*company, "YRevenueSeries", 1);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdRemoveYear");
+    EXPECT_EQ(desktop.messages().size(), 1U);
+    EXPECT_EQ(company->get_LastFY(), 2024);
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 0), figure);
+    EXPECT_EQ(desktop.shownText("txtLastFY"), "2024");
+    EXPECT_EQ(desktop.shownText("txtSales(10)"), kept);
+}
+
 #define VKR_SCENE(name)                                                                            \
     { #name, name }
 
@@ -238,6 +551,21 @@ constexpr ContractScene scenes[] = {
     VKR_SCENE(aQuestionIsAnsweredNoByDefault),
     VKR_SCENE(enterBreaksTheLineInNotes),
     VKR_SCENE(helpNamesTheTab),
+    VKR_SCENE(yearlyCellsFollowOneAnother),
+    VKR_SCENE(quarterlyCellsFollowOneAnother),
+    VKR_SCENE(theVeryLastYearlyCellStoresAndSelects),
+    VKR_SCENE(theVeryFirstYearlyCellStoresAndSelects),
+    VKR_SCENE(theSharesArePannedIntoView),
+    VKR_SCENE(noMinusIsTypedInSales),
+    VKR_SCENE(aPriceIsTypedAsAFraction),
+    VKR_SCENE(quarterlyMoneyIsTypedInTheUnitOnShow),
+    VKR_SCENE(aTypedQuarterMovesTheTrailingSum),
+    VKR_SCENE(theSpinnerMovesTheLastQuarter),
+    VKR_SCENE(aDoubleClickPutsAQuarterOnTop),
+    VKR_SCENE(aTypedQuarterIsAdded),
+    VKR_SCENE(aTypedQuarterOutOfTurnIsRefused),
+    VKR_SCENE(aQuarterIsAdded),
+    VKR_SCENE(aYearIsRemoved),
 };
 
 #undef VKR_SCENE

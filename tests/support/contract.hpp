@@ -22,13 +22,16 @@ class ContractDriver {
     [[nodiscard]] virtual VKRDataEntry& entry() = 0;
     virtual void type(std::string_view notation) = 0; // send-keys notation
     virtual void click(std::string_view id) = 0;
+    virtual void doubleClick(std::string_view id) = 0;
     virtual void clickTab(int tab) = 0;
+    virtual void spin(std::string_view id, int steps) = 0; // up is positive
     virtual void pick(std::string_view id, std::string_view item) = 0;
     virtual void answerNext(MessageAnswer answer) = 0;
     virtual void setClipboard(const std::string& text) = 0;
     virtual void switchAway() = 0; // to another window
     virtual void switchBack() = 0;
     // What the desktop itself shows and does, not what the models say.
+    [[nodiscard]] virtual bool canReach(std::string_view id) = 0; // by a click
     [[nodiscard]] virtual std::string shownText(std::string_view id) = 0;
     [[nodiscard]] virtual std::string focusedId() = 0;
     [[nodiscard]] virtual std::vector<std::string> messages() = 0;
