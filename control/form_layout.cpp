@@ -22,12 +22,12 @@ constexpr int optionsPage = 14;
 
 constexpr Twips labelHeight = 195;
 constexpr Twips fieldHeight = 285;
-constexpr Twips row = 345;      // from one line of fields to the next
-constexpr Twips labelDrop = 45; // a label's text stands on the line of its field's text
+constexpr Twips linePitch = 345; // from one line of fields to the next
+constexpr Twips labelDrop = 45;  // a label's text stands on the line of its field's text
 
 // A place in one of the two columns of the Company page.
 constexpr Twips line(int number) {
-    return 105 + number * row;
+    return 105 + number * linePitch;
 }
 
 struct Column {

@@ -256,41 +256,6 @@ TEST_F(DataEntryWidget, EveryFieldHasAName) {
     EXPECT_GT(fields, 100);
 }
 
-TEST_F(DataEntryWidget, ALockedFieldCanNotBeChangedFromAnywhere) {
-    auto record = fullCompany();
-    open(record);
-    QTest::mouseClick(native("txtName"), Qt::LeftButton);
-    QTest::mouseClick(native<QWidget>("chkLockInfo"), Qt::LeftButton, {}, QPoint(8, 10));
-    ASSERT_TRUE(form().get<CheckBox>("chkLockInfo").value());
-    std::ignore = entry->company(); // what the commit derives is in the record now
-    const auto before = record->clone();
-    QApplication::clipboard()->setText("pasted");
-    int lockedFields = 0;
-    for (const auto& control : form().controls()) {
-        auto* field = dynamic_cast<TextField*>(control.get());
-        if (field == nullptr || !field->locked())
-            continue;
-        ++lockedFields;
-        const std::string text = field->text();
-        auto* widget = entry->formView().widgetOf(*field);
-        auto* edit = dynamic_cast<QLineEdit*>(widget);
-        if (edit == nullptr)
-            edit = widget->findChild<QLineEdit*>();
-        if (edit != nullptr) {
-            edit->paste();
-            edit->clear();
-            edit->undo();
-            edit->setText("other");
-            EXPECT_EQ(edit->text().toStdString(), text) << field->id();
-        } else {
-            dynamic_cast<QPlainTextEdit&>(*widget).setPlainText("other");
-        }
-        EXPECT_EQ(field->text(), text) << field->id();
-    }
-    EXPECT_GT(lockedFields, 5);
-    EXPECT_TRUE(sameAs(*before, *entry->company()));
-}
-
 TEST_F(DataEntryWidget, AQuestionIsAskedInItsWindow) {
     open(fullCompany());
     entry->setCurrentTab(toYearly);
