@@ -102,7 +102,7 @@ QString backupName(const QString& path) {
 // A copy is made by the database itself, which other windows may be writing to, and counts only
 // when it was opened again and found sound.
 QString backUp(const QString& path, std::chrono::milliseconds patience) {
-    const QString copy = backupName(path);
+    QString copy = backupName(path);
     try {
         const QString countCompanies = "SELECT count(*) FROM company";
         StoreConnection original(path, StoreConnection::Access::existing, patience);

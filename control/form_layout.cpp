@@ -650,8 +650,10 @@ void nameCells(Form& form) {
             withoutMnemonic(form.get<Label>(named.head, named.headIndex).caption());
         for (int row = 0; row <= form.upperBound(named.cells); ++row) {
             const std::string& label = form.get<Label>(named.rows, row).caption();
-            form.find(named.cells, row)
-                ->setAccessibleName(label.empty() ? head : head + " " + label);
+            std::string name = head;
+            if (!label.empty())
+                name.append(" ").append(label);
+            form.find(named.cells, row)->setAccessibleName(name);
         }
     }
 }

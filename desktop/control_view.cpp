@@ -114,11 +114,12 @@ void ControlView::showColors() {
 }
 
 void ControlView::showNames() {
-    auto* field = dynamic_cast<TextField*>(control_);
-    const std::string& mark = field == nullptr ? std::string() : field->mark();
-    const QString name =
-        toQt(control_->accessibleName().empty() ? withoutMnemonic(control_->caption())
-                                                : control_->accessibleName());
+    const Control& shown = *control_;
+    const bool isField =
+        shown.kind() == ControlKind::textBox || shown.kind() == ControlKind::comboBox;
+    const std::string mark = isField ? static_cast<const TextField&>(shown).mark() : std::string();
+    const QString name = toQt(shown.accessibleName().empty() ? withoutMnemonic(shown.caption())
+                                                             : shown.accessibleName());
     if (widget_->accessibleName() != name)
         widget_->setAccessibleName(name);
     const QString reason = toQt(mark);

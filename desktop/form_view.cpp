@@ -20,7 +20,7 @@ FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) 
     showScale();
     for (const auto& control : form.controls())
         addView(*control);
-    formChanged();
+    FormView::formChanged();
     form.setObserver(this);
     form.tabbedOut = [this](FocusDirection direction) { return tabOut(direction); };
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {

@@ -12,6 +12,7 @@ namespace vkr {
 struct Date {
     double serial = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): not what it takes the generated comparison for
     friend auto operator<=>(const Date&, const Date&) = default;
 };
 

@@ -9,10 +9,8 @@
 
 #include <QAccessible>
 #include <QCheckBox>
-#include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -20,8 +18,6 @@
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWheelEvent>
-
-#include <tuple>
 
 namespace vkr {
 namespace {
