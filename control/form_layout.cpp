@@ -37,7 +37,7 @@ struct Column {
     Twips field;
     Twips fieldWidth;
 };
-constexpr Column leftColumn{120, 1635, 1755, 1965, 1905};
+constexpr Column leftColumn{120, 1470, 1590, 1785, 2085};
 constexpr Column rightColumn{4080, 2055, 6135, 6330, 1500};
 constexpr Column otherLeftColumn{120, 1440, 1560, 1680, 2190};
 constexpr Column otherRightColumn{4080, 2250, 6330, 6525, 1305};
