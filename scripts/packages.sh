@@ -4,7 +4,7 @@
 # purpose    packages; one with a question mark only comes along when another has to be installed
 packages_table='
 component    g++ cmake ninja-build libgtest-dev ccache?
-qt           qt6-base-dev libqt6sql6-sqlite libgl1-mesa-dev fonts-dejavu-core fonts-liberation fontconfig
+qt           qt6-base-dev libqt6sql6-sqlite libgl1-mesa-dev fonts-dejavu-core fonts-liberation fontconfig qt6-wayland?
 coverage     gcovr
 fuzz         clang libclang-rt-14-dev
 bench        libbenchmark-dev libfmt-dev libicu-dev
