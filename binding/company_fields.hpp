@@ -63,8 +63,6 @@ class CompanyFields {
 
     // Leaving: change check, conversion, record, display. Under the lock nothing is written.
     void leave(const CompanyField& field);
-    // An entry of a drop-down list was chosen.
-    void choose(const CompanyField& field) { leave(field); }
 
     // Called after the source was changed to one that states tax rate and book value.
     std::function<void()> sourceStatesRates;

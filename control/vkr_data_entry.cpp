@@ -78,10 +78,6 @@ bool isPendingDate(const Control& control) {
 // The sample label of each colour button shows its colour.
 enum Shade { shadeLocked, shadeYear, shadeQuarter };
 
-Variant flag(bool value) {
-    return value;
-}
-
 } // namespace
 
 class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
@@ -286,7 +282,7 @@ void VKRDataEntry::Impl::readProperties(const PropertyBag& bag) {
     };
     const auto boolean = [&](std::string_view key) {
         bool value = false;
-        attempt([&] { value = bag.read(key, flag(false)).toBoolean(); });
+        attempt([&] { value = bag.read(key, false).toBoolean(); });
         return value;
     };
     const auto color = [&](std::string_view key) {
@@ -874,7 +870,7 @@ void VKRDataEntry::Impl::onDoubleClick(Control& control) {
 
 void VKRDataEntry::Impl::onListChoice(ComboBox& list) {
     if (const auto* field = fields.find(list))
-        fields.choose(*field);
+        fields.leave(*field); // a choice is stored at once
     else
         leaveOtherField(list);
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "input/mdlDataEntry.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "input/number_text.hpp"
@@ -29,10 +30,7 @@ std::string convertedPrice(bool toDecimal, std::string text) {
 
 void ShowScaledValue(double value, std::string_view pattern, TextField& field, bool allowNegative) {
     const bool shown = allowNegative ? value != 0 : value > 0;
-    const std::string text = shown ? formatNumber(value, pattern) : std::string();
-    field.setText(text);
-    field.setTag(text);
-    field.setMark("");
+    putFieldText(field, shown ? formatNumber(value, pattern) : std::string());
 }
 
 void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<const double> values,
