@@ -75,6 +75,8 @@ void FieldView::show(Property property) {
 }
 
 void FieldView::showText() {
+    if (postponed(&FieldView::showText))
+        return;
     const Nested nested(showing_);
     showLimit();
     setText(toQt(field().text()));
@@ -83,6 +85,8 @@ void FieldView::showText() {
 }
 
 void FieldView::showEdit() {
+    if (postponed(&FieldView::showEdit))
+        return;
     const Nested nested(showing_);
     showLimit();
     replaceText(toQt(field().text()));
@@ -91,9 +95,22 @@ void FieldView::showEdit() {
 }
 
 void FieldView::showSelection() {
+    if (postponed(&FieldView::showSelection))
+        return;
     const Nested nested(showing_);
     if (const auto wanted = modelSelection(); wanted != selection())
         select(wanted);
+}
+
+bool FieldView::postponed(void (FieldView::*part)()) {
+    if (!mustWait())
+        return false;
+    const auto showPart = [this, part] {
+        if (control() != nullptr)
+            (this->*part)();
+    };
+    QMetaObject::invokeMethod(this, showPart, Qt::QueuedConnection);
+    return true;
 }
 
 // Only what is typed is limited; a longer text of the program stays whole.
@@ -171,10 +188,14 @@ void FieldView::takeEdit() {
         const Nested nested(showing_);
         const auto range = selection();
         const int caret = static_cast<int>(acceptable(now.left(range.start + range.length)).size());
-        stepBack();
-        replaceText(wanted);
-        now = text();
-        select({std::min(caret, static_cast<int>(now.size())), 0});
+        if (mustWait()) {
+            showText();
+        } else {
+            stepBack();
+            replaceText(wanted);
+            select({std::min(caret, static_cast<int>(text().size())), 0});
+        }
+        now = wanted;
     }
     const auto range = selection();
     const int start = charactersOf(now, range.start);
@@ -532,7 +553,10 @@ NotesView::NotesView(FormView& view, TextBox& box, QWidget& parent)
     : FieldView(view, box), edit_(new NotesEdit(*this, &parent)) {
     setWidget(*edit_);
     edit_->document()->setDocumentMargin(2);
-    const auto changed = [this] { widgetChanged(); };
+    const auto changed = [this] {
+        const Nested telling(telling_);
+        widgetChanged();
+    };
     connect(edit_, &QPlainTextEdit::textChanged, this, changed);
     connect(edit_, &QPlainTextEdit::selectionChanged, this, changed);
     connect(edit_, &QPlainTextEdit::cursorPositionChanged, this, changed);

@@ -56,6 +56,8 @@ class FieldView : public ControlView {
     virtual bool typeInto(QEvent& event) = 0;
     // The widget's text has changed without the model; true when that was no edit.
     virtual bool choseEntry() { return false; }
+    // The widget must not be touched now; it gets its text once the events are through.
+    [[nodiscard]] virtual bool mustWait() const { return false; }
 
     void widgetChanged(); // connected to the widget's signals
     void takeEdit();      // compares with the model, and tells the form
@@ -65,6 +67,7 @@ class FieldView : public ControlView {
     void showText();
     void showEdit();
     void showSelection();
+    bool postponed(void (FieldView::*part)());
     void showLimit();
     void refuseEdit();
     [[nodiscard]] UnitRange modelSelection() const;
@@ -147,9 +150,12 @@ class NotesView final : public FieldView {
     void stepBack() override { edit_->undo(); }
     [[nodiscard]] QString acceptable(const QString& text) const override { return onLines(text); }
     bool typeInto(QEvent& event) override;
+    // A document that is given a text while it reports a change goes on with a cursor that is gone.
+    [[nodiscard]] bool mustWait() const override { return telling_ > 0; }
 
   private:
     QPlainTextEdit* edit_;
+    int telling_ = 0;
 };
 
 } // namespace vkr

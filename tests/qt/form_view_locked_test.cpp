@@ -33,7 +33,7 @@ TEST_P(LockedField, KeepsItsText) {
     field().setLocked(true);
     QApplication::clipboard()->setText("pasted");
     handler.log.clear();
-    std::get<FieldAction>(GetParam()).act(*native(field()));
+    perform(std::get<FieldAction>(GetParam()), *native(field()));
     EXPECT_EQ(field().text(), "starts");
     EXPECT_EQ(shown(), "starts");
     for (const auto& noted : handler.log)
@@ -96,7 +96,7 @@ TEST_F(FormViewLocked, EditsThatTheLockRefusesGoThroughWithoutIt) {
                                           [&row](const FieldAction& candidate) {
                                               return std::string(candidate.name) == row.action;
                                           });
-        action->act(*native(*name));
+        perform(*action, *native(*name));
         EXPECT_EQ(name->text(), row.result) << row.action;
         EXPECT_EQ(line(*name)->text(), row.result) << row.action;
     }

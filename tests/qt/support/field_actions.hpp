@@ -10,6 +10,8 @@
 #include <QPlainTextEdit>
 #include <QWheelEvent>
 
+#include <ostream>
+
 namespace vkr {
 
 // Everything a user or another program can do to a field, on every kind of field.
@@ -17,6 +19,16 @@ struct FieldAction {
     const char* name;
     void (*act)(QWidget& widget);
 };
+
+inline void PrintTo(const FieldAction& action, std::ostream* out) {
+    *out << action.name;
+}
+
+// Several lines get their text back only when the events are through.
+inline void perform(const FieldAction& action, QWidget& widget) {
+    action.act(widget);
+    QCoreApplication::sendPostedEvents();
+}
 
 inline void pressKey(QWidget& widget, Qt::Key code, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(&widget, code, modifiers);
