@@ -206,7 +206,7 @@ void CompanyFields::store(const CompanyField& field, const Variant& value) {
 }
 
 void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
-    const auto typed = session_.typedDate(control.text());
+    const auto typed = session_.typedDate(control);
     // Only the date of the source may be absent: an empty field is how that shows.
     const bool taken =
         typed || (field.datum == Datum::DateOfSource && trimmed(control.text()).empty());

@@ -67,8 +67,10 @@ bool Session::isValidDate(Date date) {
     return !isAbsent(date) && IsDateInRange(date);
 }
 
-std::optional<Date> Session::typedDate(std::string_view text) const {
-    const auto read = vkr::readDate(text, services.today(), dateFormat);
+std::optional<Date> Session::typedDate(const TextField& field) const {
+    if (picked.field == &field && picked.text == field.text())
+        return picked.date;
+    const auto read = vkr::readDate(field.text(), services.today(), dateFormat);
     return read && isValidDate(*read) ? read : std::nullopt;
 }
 
@@ -77,7 +79,7 @@ std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
     if (company != nullptr && !field.text().empty() && isUntouched(field) &&
         attempt([&] { stored = vkr::readDate(*company, datum); }) && isValidDate(stored))
         return stored;
-    return typedDate(field.text());
+    return typedDate(field);
 }
 
 std::string Session::dateText(Date date) const {

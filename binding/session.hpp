@@ -45,6 +45,14 @@ class Session final : public FieldHost {
     std::int32_t unit = defaultUnit;
     bool dirty = false;
 
+    // The date that was picked for a field whose text is its picture, until the field is left.
+    struct PickedDate {
+        const TextField* field = nullptr;
+        std::string text;
+        Date date;
+    };
+    PickedDate picked;
+
     // A date that rebuilds a grid is being edited: txtDateofLastFY or txtLastQDate.
     bool dateFieldPending = false;
     // The pointer went down on Cancel: the date fields skip their processing.
@@ -70,8 +78,8 @@ class Session final : public FieldHost {
     void ComputeUnitFactor();
 
     [[nodiscard]] static bool isValidDate(Date date);
-    // What a person typed, as a date in range; nothing otherwise.
-    [[nodiscard]] std::optional<Date> typedDate(std::string_view text) const;
+    // What a person typed or picked, as a date in range; nothing otherwise.
+    [[nodiscard]] std::optional<Date> typedDate(const TextField& field) const;
     // The date that a date field stands for: the stored one while nobody has touched its text,
     // whatever the display pattern left of it.
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;

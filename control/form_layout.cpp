@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/form_layout.hpp"
 
+#include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
 #include <string>
@@ -500,17 +501,29 @@ constexpr ControlRow rows[] = {
     {frame, "fraDE", frame::help, surface, 0, 0, 3000, 900, {}, 0, {}, 0, Alignment::left, false},
     {shape, "shaBackground", single, frame::help, 0, 0, 3000, 900},
     {shape, "shaBorder", single, frame::help, 0, 0, 3000, 900},
-    {pictureBox, "picToolTip", single, frame::help, 60, 60, 240, 240},
+    {pictureBox,
+     "picToolTip",
+     single,
+     frame::help,
+     60,
+     60,
+     240,
+     240,
+     {},
+     0,
+     {},
+     0,
+     Alignment::left,
+     false},
     {label, "lblToolTip", single, frame::help, 150, 150, 2700, labelHeight},
     {label, "lblMoreHelp", single, frame::help, 150, 600, 1200, labelHeight, "More Help..."},
+
+    // --- the pop-up menu, whose entries are made when it opens -----------------------------------
+    {menuItem, "mnuRightClick", single, surface, 0, 0, 0, 0, {}, 0, {}, 0, Alignment::left, false},
+    {menuItem, "mnuItem", 0, surface, 0, 0, 0, 0, {}, 0, {}, 0, Alignment::left, false},
 };
 
-constexpr struct {
-    std::string_view cells;
-    std::string_view head;
-    int headIndex;
-    std::string_view rows;
-} cellNames[] = {
+constexpr ColumnHead heads[] = {
     {"txtSales", "lblUnit", 4, "lblYear"},    {"txtYOption", "lblYOption", single, "lblYear"},
     {"txtYNetInc", "lblUnit", 5, "lblYear"},  {"txtYOption2", "lblYOption2", single, "lblYear"},
     {"txtYEPS", "lblLabel", 23, "lblYear"},   {"txtDiv", "lblLabel", 24, "lblYear"},
@@ -622,6 +635,16 @@ std::span<const ControlRow> formLayout() {
     return rows;
 }
 
+std::span<const ColumnHead> columnHeads() {
+    return heads;
+}
+
+Label& labelNamed(const Form& form, std::string_view id) {
+    const auto bracket = id.find('(');
+    return form.get<Label>(id.substr(0, bracket),
+                           static_cast<int>(leadingNumber(id.substr(bracket + 1))));
+}
+
 void buildForm(Form& form) {
     for (const auto& declared : rows)
         for (int i = 0; i < declared.count; ++i)
@@ -634,18 +657,14 @@ void nameFields(Form& form) {
     for (const auto& declared : rows) {
         if (declared.labelledBy.empty())
             continue;
-        const auto bracket = declared.labelledBy.find('(');
-        const auto& naming =
-            form.get<Label>(declared.labelledBy.substr(0, bracket),
-                            std::stoi(std::string(declared.labelledBy.substr(bracket + 1))));
         form.find(declared.name, declared.index)
-            ->setAccessibleName(withoutMnemonic(naming.caption()));
+            ->setAccessibleName(withoutMnemonic(labelNamed(form, declared.labelledBy).caption()));
     }
     nameCells(form);
 }
 
 void nameCells(Form& form) {
-    for (const auto& named : cellNames) {
+    for (const auto& named : heads) {
         const std::string head =
             withoutMnemonic(form.get<Label>(named.head, named.headIndex).caption());
         for (int row = 0; row <= form.upperBound(named.cells); ++row) {

@@ -46,6 +46,18 @@ struct ControlRow {
 // Every control of the form, in tab order; places in twips on a grid of 15.
 [[nodiscard]] std::span<const ControlRow> formLayout();
 
+// A column of cells, the label at its head and the labels of its rows.
+struct ColumnHead {
+    std::string_view cells;
+    std::string_view head;
+    int headIndex;
+    std::string_view rows;
+};
+[[nodiscard]] std::span<const ColumnHead> columnHeads();
+
+// The label that a row's `labelledBy` names.
+[[nodiscard]] Label& labelNamed(const Form& form, std::string_view id);
+
 // Makes the controls on an empty form.
 void buildForm(Form& form);
 

@@ -5,7 +5,10 @@
 #include "binding/company_loader.hpp"
 #include "binding/session.hpp"
 #include "control/captions.hpp"
+#include "control/entry_objects.hpp"
 #include "control/form_layout.hpp"
+#include "control/help_frame.hpp"
+#include "control/right_click_menu.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/options_tab.hpp"
@@ -75,6 +78,11 @@ bool isPendingDate(const Control& control) {
     return std::ranges::find(pendingDates, control.name()) != std::end(pendingDates);
 }
 
+bool isDateField(const Control& control) {
+    return isPendingDate(control) ||
+           std::ranges::find(settledByOk, control.name()) != std::end(settledByOk);
+}
+
 // The sample label of each colour button shows its colour.
 enum Shade { shadeLocked, shadeYear, shadeQuarter };
 
@@ -113,7 +121,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     void onKeyPress(Control& control, char32_t& character) override;
     void onKeyUp(Control& control, KeyCode key, int shift) override;
     void onChange(TextField& field) override;
-    void onMouseDown(Control& control, MouseButton button) override;
+    void onMouseDown(Control& control, MouseButton button, int tab) override;
     void onPressEnded(Control& control) override;
     void onClick(Control& control) override;
     void onDoubleClick(Control& control) override;
@@ -139,6 +147,9 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     YearlyGrid yearly;
     QuarterlyGrid quarterly;
     Captions captions;
+    EntryObjects objects;
+    HelpFrame help;
+    RightClickMenu menu;
     VKRDataEntryEvents silent;
     VKRDataEntryEvents* events = &silent;
 
@@ -172,18 +183,23 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     [[nodiscard]] bool hasSkippedDate() const;
     void leaveOtherField(TextField& field);
     [[nodiscard]] const KeyFilter* filterOf(const Control& control) const;
+    [[nodiscard]] std::optional<Date> dateOf(const TextField& field) const;
+    [[nodiscard]] bool opensCalendar(const Control& control, KeyCode key, int shift) const;
+    void askForMoreHelp();
 
     std::vector<Label*> lockedLabels_; // of the fields that the lock protects
     bool okSettles_ = false;           // OK went down while a pending date was edited
     bool helpKeyDown_ = false;
-    bool quiet_ = true; // start-up and restoring: the focus stays where it is
+    bool keyWentDown_ = false; // since the help frame was shown
+    bool quiet_ = true;        // start-up and restoring: the focus stays where it is
     bool resizing_ = false;
     bool loading_ = false;
 };
 
 VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
     : self(owner), services(hostServices), session(built(form), hostServices), fields(session),
-      yearly(session), quarterly(session), captions(session) {
+      yearly(session), quarterly(session), captions(session),
+      objects(form, fields, yearly, quarterly), help(session), menu(session, objects, help) {
     form.setHandler(this);
     session.rowsLabelled = [this] {
         if (!loading_)
@@ -206,15 +222,19 @@ VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
     quarterly.showTrailing = [this] {
         fields.show(*fields.find(form.get<TextBox>("txtLast4QEPS")));
     };
+    menu.addYear = [this] { yearly.addYear(); };
+    menu.removeYear = [this] { yearly.removeYear(); };
+    menu.dateOf = [this](const TextField& field) { return dateOf(field); };
+    menu.fieldChanged = [this](TextField& field) { onChange(field); };
+    menu.leave = [this](TextField& field) { onLostFocus(field); };
+    menu.assistant = [this](DataEntryObject object, const std::string& text) {
+        events->Assistant(static_cast<std::int16_t>(object), text);
+    };
     for (const auto& declared : formLayout())
-        if (declared.container == frame::firstPage + toCompany - 1 ||
-            declared.container == frame::firstPage + toOther - 1)
-            if (declared.labelledBy.starts_with("lbl")) {
-                const auto bracket = declared.labelledBy.find('(');
-                lockedLabels_.push_back(&form.get<Label>(
-                    declared.labelledBy.substr(0, bracket),
-                    static_cast<int>(leadingNumber(declared.labelledBy.substr(bracket + 1)))));
-            }
+        if ((declared.container == frame::firstPage + toCompany - 1 ||
+             declared.container == frame::firstPage + toOther - 1) &&
+            !declared.labelledBy.empty())
+            lockedLabels_.push_back(&labelNamed(form, declared.labelledBy));
 }
 
 // --- lifecycle -----------------------------------------------------------------------------------
@@ -391,6 +411,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     const Control* active = form.activeControl();
     session.dateFieldPending = active != nullptr && form.hasFocus() && isPendingDate(*active);
     session.cancelPressed = false;
+    session.picked = {};
 
     clear();
     auto& periods = form.get<ComboBox>("cmbReportingPeriod");
@@ -739,6 +760,9 @@ void VKRDataEntry::Impl::onLostFocus(Control& control) {
         quarterly.leaveLastQuarterDate();
     else if (auto* other = dynamic_cast<TextField*>(&control)) // symbol, reporting period
         leaveOtherField(*other);
+    if (auto* field = dynamic_cast<TextField*>(&control);
+        field != nullptr && session.picked.field == field && isUntouched(*field))
+        session.picked = {};
 }
 
 void VKRDataEntry::Impl::leaveOtherField(TextField& field) {
@@ -752,15 +776,42 @@ void VKRDataEntry::Impl::leaveOtherField(TextField& field) {
                        : "");
 }
 
+// The page on the object that the help frame is about.
+void VKRDataEntry::Impl::askForMoreHelp() {
+    session.hideHelpFrame();
+    events->MoreHelp(static_cast<std::int16_t>(helpObjectBase + help.object()));
+}
+
+std::optional<Date> VKRDataEntry::Impl::dateOf(const TextField& field) const {
+    if (const auto* row = fields.find(field))
+        return session.dateOf(field, row->datum);
+    return session.dateOf(field,
+                          field.name() == "txtLastQDate" ? Datum::LastQDate : Datum::LastFYDate);
+}
+
+bool VKRDataEntry::Impl::opensCalendar(const Control& control, KeyCode key, int shift) const {
+    return isDateField(control) && ((key == keys::f4 && shift == shifts::none) ||
+                                    (key == keys::down && shift == shifts::alt));
+}
+
 void VKRDataEntry::Impl::onKeyDown(Control& control, KeyCode& key, int shift) {
+    keyWentDown_ = true;
     if (key == keys::f1) {
-        const auto& help = form.get<Frame>("fraDE", frame::help);
         if (help.visible() && !helpKeyDown_) {
-            const double object = leadingNumber(form.get<Label>("lblMoreHelp").tag());
-            session.hideHelpFrame();
             helpKeyDown_ = true;
-            events->MoreHelp(static_cast<std::int16_t>(helpObjectBase + object));
+            askForMoreHelp();
         }
+        return;
+    }
+    const bool opensMenu = (key == keys::menu && shift == shifts::none) ||
+                           (key == keys::f10 && shift == shifts::shift);
+    if (opensMenu || opensCalendar(control, key, shift)) {
+        keyWentDown_ = false;
+        key = keys::none;
+        if (opensMenu)
+            menu.openFromKeyboard(control);
+        else
+            menu.ShowDatePicker(static_cast<TextBox&>(control), false);
         return;
     }
     if ((shift & shifts::control) != 0 && (key == keys::pageDown || key == keys::pageUp)) {
@@ -799,7 +850,9 @@ void VKRDataEntry::Impl::onKeyPress(Control& control, char32_t& character) {
 }
 
 void VKRDataEntry::Impl::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*/) {
-    session.hideHelpFrame();
+    // The key that has chosen the frame in the menu comes up afterwards.
+    if (keyWentDown_)
+        session.hideHelpFrame();
     if (key != keys::f1)
         return;
     if (!helpKeyDown_)
@@ -808,13 +861,15 @@ void VKRDataEntry::Impl::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*
 }
 
 void VKRDataEntry::Impl::onChange(TextField& field) {
+    if (session.picked.field == &field && session.picked.text != field.text())
+        session.picked = {};
     if (field.name() == "txtLastFY")
         yearly.typeLastFiscalYear();
     else if (field.name() == "txtCurSymbol")
         captions.showCurrency();
 }
 
-void VKRDataEntry::Impl::onMouseDown(Control& control, MouseButton /*button*/) {
+void VKRDataEntry::Impl::onMouseDown(Control& control, MouseButton button, int tab) {
     // Its own link and text act on the click, which a hidden control would not get.
     if (control.container() != form.find("fraDE", frame::help))
         session.hideHelpFrame();
@@ -822,6 +877,8 @@ void VKRDataEntry::Impl::onMouseDown(Control& control, MouseButton /*button*/) {
         session.cancelPressed = true;
     else if (control.name() == "cmdOK")
         okSettles_ = session.dateFieldPending;
+    keyWentDown_ = false;
+    menu.MouseDown(button, control, tab);
 }
 
 void VKRDataEntry::Impl::onPressEnded(Control& control) {
@@ -847,12 +904,7 @@ void VKRDataEntry::Impl::onClick(Control& control) {
         {"cmdRemoveYear", [](Impl& impl) { impl.yearly.removeYear(); }},
         {"cmdAddQuarter", [](Impl& impl) { impl.quarterly.addQuarter(); }},
         {"lblToolTip", [](Impl& impl) { impl.session.hideHelpFrame(); }},
-        {"lblMoreHelp",
-         [](Impl& impl) {
-             const double object = leadingNumber(impl.form.get<Label>("lblMoreHelp").tag());
-             impl.session.hideHelpFrame();
-             impl.events->MoreHelp(static_cast<std::int16_t>(helpObjectBase + object));
-         }},
+        {"lblMoreHelp", [](Impl& impl) { impl.askForMoreHelp(); }},
     };
     if (const auto* click = std::ranges::find(clicks, control.name(), &Click::name);
         click != std::end(clicks)) {
@@ -866,6 +918,8 @@ void VKRDataEntry::Impl::onClick(Control& control) {
 void VKRDataEntry::Impl::onDoubleClick(Control& control) {
     if (control.name() == "lblQLabel")
         quarterly.moveLastQuarter(-control.index());
+    else if (isDateField(control))
+        menu.ShowDatePicker(static_cast<TextBox&>(control), false);
 }
 
 void VKRDataEntry::Impl::onListChoice(ComboBox& list) {

@@ -1,20 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/services.hpp"
+
 #include <QCalendarWidget>
-#include <QDate>
 #include <QDialog>
 
 namespace vkr {
 
-// Picks a day. OK, a double-click and Enter confirm it.
+// Draws a calendar form: the toolkit's calendar over OK and Cancel. Enter in the calendar and a
+// double-click on a day are OK, closing the window is Cancel.
 class CalendarDialog final : public QDialog {
   public:
-    // Opens on the date, on today when it is invalid.
-    CalendarDialog(QDate date, const QString& title, QWidget* parent);
-    [[nodiscard]] QDate date() const { return calendar_->selectedDate(); }
+    CalendarDialog(CalendarForm& form, QWidget* parent);
+
+  public slots:
+    void accept() override;
+    void reject() override;
 
   private:
+    CalendarForm& form_;
     QCalendarWidget* calendar_;
 };
 

@@ -218,8 +218,8 @@ bool ControlView::isInside(const QMouseEvent& event, const QWidget& source) cons
     return widget_->rect().contains(source.mapTo(widget_, event.position().toPoint()));
 }
 
-void ControlView::beginPress(const QMouseEvent& event) {
-    view_.beginPress(*this, buttonOf(event.button()), event.globalPosition().toPoint());
+void ControlView::beginPress(const QMouseEvent& event, int tab) {
+    view_.beginPress(*this, buttonOf(event.button()), event.globalPosition().toPoint(), tab);
 }
 
 void ControlView::endPress(const QMouseEvent& event, const QWidget& source) {

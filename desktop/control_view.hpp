@@ -75,7 +75,7 @@ class ControlView : public QObject {
     bool pass(QEvent& event, QWidget& source, NativeEvent native);
     [[nodiscard]] bool passing() const { return passing_ > 0; }
     [[nodiscard]] bool isActive() const;
-    void beginPress(const QMouseEvent& event);
+    void beginPress(const QMouseEvent& event, int tab = 0);
     void endPress(const QMouseEvent& event, const QWidget& source);
     [[nodiscard]] bool isInside(const QMouseEvent& event, const QWidget& source) const;
     [[nodiscard]] Form& form() const;

@@ -289,7 +289,7 @@ void TabStripView::showTabs() {
 
 void TabStripView::press(QMouseEvent& event, QWidget& /*source*/, NativeEvent /*native*/) {
     const int tab = tabs_->tabAt(event.position().toPoint());
-    beginPress(event);
+    beginPress(event, tab + 1);
     if (tab >= 0 && event.button() == Qt::LeftButton && view().isPressed(*this))
         form().userSelectTab(strip(), tab + 1);
 }
@@ -508,7 +508,6 @@ ControlView* makeView(FormView& view, Control& control, QWidget& parent) {
     case ControlKind::pictureBox:
         return new PaintedView(view, control, parent);
     case ControlKind::menuItem:
-    case ControlKind::calendar:
         break;
     }
     return nullptr;

@@ -19,7 +19,7 @@ FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) 
     scale_ = PixelScale(logicalDpiX());
     showScale();
     for (const auto& control : form.controls())
-        addView(*control);
+        FormView::controlAdded(*control);
     FormView::formChanged();
     form.setObserver(this);
     form.tabbedOut = [this](FocusDirection direction) { return tabOut(direction); };
@@ -212,6 +212,7 @@ bool FormView::usesKey(const QKeyEvent& event) const {
         return false;
     switch (event.key()) {
     case Qt::Key_F1:
+    case Qt::Key_Menu:
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
@@ -224,6 +225,9 @@ bool FormView::usesKey(const QKeyEvent& event) const {
         return true;
     case Qt::Key_Escape:
         return false;
+    case Qt::Key_F10:
+        return event.modifiers().testFlag(Qt::ShiftModifier);
+    case Qt::Key_F4:
     case Qt::Key_Backspace:
     case Qt::Key_Delete:
     case Qt::Key_Insert:
@@ -432,13 +436,14 @@ bool FormView::tabOut(FocusDirection direction) {
 
 // --- pointer -------------------------------------------------------------------------------------
 
-void FormView::beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place) {
+void FormView::beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place,
+                          int tab) {
     giveUpPress();
     pressed_ = &view;
     pressedButton_ = button;
     const unsigned before = interruptions_;
     pressPlace_ = place;
-    form_->mouseDown(*view.control(), button);
+    form_->mouseDown(*view.control(), button, tab);
     pressPlace_.reset();
     if (before != interruptions_)
         giveUpPress();

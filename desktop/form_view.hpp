@@ -60,8 +60,10 @@ class FormView : public QWidget, private FormObserver {
     [[nodiscard]] bool usesKey(const QKeyEvent& event) const;
     void focusCame(ControlView& view, Qt::FocusReason reason);
     void focusWent(Qt::FocusReason reason);
-    // `place` is where on the screen; nothing for a press without a pointer.
-    void beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place = {});
+    // `place` is where on the screen; nothing for a press without a pointer. `tab` is the one under
+    // the pointer.
+    void beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place = {},
+                    int tab = 0);
     void endPress(ControlView& view, MouseButton button, bool inside);
     void giveUpPress();
     [[nodiscard]] bool isPressed(const ControlView& view) const;

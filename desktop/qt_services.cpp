@@ -141,12 +141,10 @@ std::optional<Color> QtServices::chooseColor(Color current) {
     return fromQt(dialog.selectedColor());
 }
 
-std::optional<Date> QtServices::chooseDate(const CalendarRequest& request) {
+void QtServices::showModal(CalendarForm& form) {
     interrupt();
-    CalendarDialog dialog(toQt(request.date), toQt(request.title), window());
-    if (dialog.exec() != QDialog::Accepted)
-        return std::nullopt;
-    return fromQt(dialog.date());
+    CalendarDialog dialog(form, window());
+    dialog.exec();
 }
 
 bool QtServices::canUndo(const TextField& field) {

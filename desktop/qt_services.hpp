@@ -36,7 +36,7 @@ class QtServices final : public Services {
     Date today() override;
     Twips screenWidth() override;
     std::optional<Color> chooseColor(Color current) override;
-    std::optional<Date> chooseDate(const CalendarRequest& request) override;
+    void showModal(CalendarForm& form) override;
     bool canUndo(const TextField& field) override;
     void undo(TextField& field) override;
     Twips textWidth(std::string_view text) override;

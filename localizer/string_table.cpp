@@ -294,6 +294,7 @@ constexpr StringRow standardRows[] = {
     {640, "3 months"},
     {641, "6 months"},
     {642, "12 months"},
+    {650, "Ask the Assistant..."},
 };
 static_assert(isStringTable(standardRows));
 

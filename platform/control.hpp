@@ -30,7 +30,6 @@ enum class ControlKind {
     shape,
     pictureBox,
     menuItem,
-    calendar,
 };
 
 // What an observer is told has changed in a model.
@@ -45,7 +44,7 @@ enum class Property {
     locked,
     colors,
     toolTip, // or the accessible name
-    value,   // option, check box, scroll bar value and range, selected tab, calendar date
+    value,   // option, check box, scroll bar value and range, selected tab
     list,
     order, // brought to the front
     look,  // word wrap, alignment, border, pictures

@@ -428,15 +428,15 @@ void Form::userSelect(TextField& field, int start, int length) {
     field.takeUserSelection(start, length);
 }
 
-void Form::mouseDown(Control& control, MouseButton button) {
+void Form::mouseDown(Control& control, MouseButton button, int tab) {
     if (!control.isShown() || !control.isEnabled())
         return;
     if (hearsPressFirst(control)) {
-        handler().onMouseDown(control, button);
+        handler().onMouseDown(control, button, tab);
         focus(control);
     } else {
         focus(control);
-        handler().onMouseDown(control, button);
+        handler().onMouseDown(control, button, tab);
     }
 }
 

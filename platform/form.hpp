@@ -28,7 +28,8 @@ class FormHandler {
     virtual void onKeyPress(Control& /*control*/, char32_t& /*character*/) {}
     virtual void onKeyUp(Control& /*control*/, KeyCode /*key*/, int /*shift*/) {}
     virtual void onChange(TextField& /*field*/) {} // the user changed the text
-    virtual void onMouseDown(Control& /*control*/, MouseButton /*button*/) {}
+    // `tab` is the one under the pointer, of a tab strip; else 0.
+    virtual void onMouseDown(Control& /*control*/, MouseButton /*button*/, int /*tab*/) {}
     virtual void onPressEnded(Control& /*control*/) {} // after click, or when given up
     virtual void onClick(Control& /*control*/) {}      // button, option, check box, label
     virtual void onDoubleClick(Control& /*control*/) {}
@@ -153,9 +154,9 @@ class Form {
     // takes the model's text back.
     bool userEdit(TextField& field, std::string_view text, int selStart, int selLength);
     void userSelect(TextField& field, int start, int length);
-    void mouseDown(Control& control, MouseButton button); // moves the focus
-    void click(Control& control);                         // the press ended on it
-    void pressGivenUp(Control& control);                  // the press ended elsewhere
+    void mouseDown(Control& control, MouseButton button, int tab = 0); // moves the focus
+    void click(Control& control);                                      // the press ended on it
+    void pressGivenUp(Control& control);                               // the press ended elsewhere
     void doubleClick(Control& control);
     void surfaceClick();
     void userScroll(ScrollBar& bar, int value);

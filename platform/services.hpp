@@ -24,11 +24,18 @@ inline constexpr int defaultSecondButton = 256;
 
 enum class MessageAnswer { ok = 1, cancel = 2, yes = 6, no = 7 };
 
-// The calendar dialog, as an adapter shows it. The dialog stays open until the user confirms a
-// date or gives up.
-struct CalendarRequest {
-    Date date; // shown first
-    std::string title;
+// A small form with a calendar, OK and Cancel, as an adapter shows it: it draws the form, hands on
+// what the user does, and stays until the form is not visible any more.
+class CalendarForm {
+  public:
+    virtual ~CalendarForm() = default;
+    [[nodiscard]] virtual const std::string& caption() const = 0;
+    // The day that is chosen in the calendar; absent where none is.
+    [[nodiscard]] virtual Date calendarDate() const = 0;
+    virtual void setCalendarDate(Date date) = 0;
+    virtual void pressOk() = 0;     // also a double-click on a day
+    virtual void pressCancel() = 0; // also closing the window
+    [[nodiscard]] virtual bool visible() const = 0;
 };
 
 // Everything the component needs of the desktop it runs on, and of the container it is placed in.
@@ -48,8 +55,8 @@ class Services {
     virtual Twips screenWidth() = 0;
     // The native colour dialog; nothing when the user gives up.
     virtual std::optional<Color> chooseColor(Color current) = 0;
-    // The calendar dialog; nothing when the user gives up.
-    virtual std::optional<Date> chooseDate(const CalendarRequest& request) = 0;
+    // Shows the form and answers when it is not visible any more. Modal.
+    virtual void showModal(CalendarForm& form) = 0;
     // The field's own undo.
     virtual bool canUndo(const TextField& field) = 0;
     virtual void undo(TextField& field) = 0;

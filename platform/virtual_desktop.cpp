@@ -255,17 +255,22 @@ std::optional<Color> VirtualDesktop::chooseColor(Color current) {
     return chosen;
 }
 
-std::optional<Date> VirtualDesktop::chooseDate(const CalendarRequest& request) {
-    std::optional<Date> chosen;
-    while (const auto answer = takeFront(dateAnswers_)) {
-        const auto* scripted = std::get_if<std::optional<Date>>(&*answer);
-        chosen = scripted != nullptr ? *scripted : request.date;
-        if (!chosen || !isAbsent(*chosen))
+void VirtualDesktop::showModal(CalendarForm& form) {
+    CalendarDialog shown{form.calendarDate(), form.caption(), std::nullopt};
+    while (form.visible()) {
+        const auto answer = takeFront(dateAnswers_);
+        const auto* scripted = answer ? std::get_if<std::optional<Date>>(&*answer) : nullptr;
+        if (!answer || (scripted != nullptr && !*scripted)) {
+            form.pressCancel();
             break;
-        chosen.reset();
+        }
+        if (scripted != nullptr)
+            form.setCalendarDate(**scripted);
+        form.pressOk();
+        if (!form.visible())
+            shown.chosen = form.calendarDate();
     }
-    calendars_.push_back({request.date, request.title, chosen});
-    return chosen;
+    calendars_.push_back(std::move(shown));
 }
 
 bool VirtualDesktop::canUndo(const TextField& field) {
@@ -406,7 +411,7 @@ TextField& VirtualDesktop::focusedField() const {
     return *field;
 }
 
-void VirtualDesktop::pressControl(Control& control, MouseButton button) {
+void VirtualDesktop::pressControl(Control& control, MouseButton button, int tab) {
     pressing_ = true;
     pressedButton_ = button;
     pressed_ = control.isEnabled() ? &control : nullptr;
@@ -415,7 +420,7 @@ void VirtualDesktop::pressControl(Control& control, MouseButton button) {
     auto* field = dynamic_cast<TextField*>(&control);
     const bool placesCaret = field != nullptr && button == MouseButton::left && form_->hasFocus() &&
                              form_->activeControl() == &control;
-    form_->mouseDown(control, button);
+    form_->mouseDown(control, button, tab);
     if (placesCaret && pressed_ != nullptr)
         fields_.select(*field, textLength(field->text()), 0);
 }
@@ -495,7 +500,7 @@ void VirtualDesktop::dragOver(int start, int length) {
     release();
 }
 
-void VirtualDesktop::clickTab(int tab) {
+TabStrip& VirtualDesktop::reachTab(int tab) {
     TabStrip* strip = nullptr;
     for (const auto& candidate : form().controls())
         if (auto* found = dynamic_cast<TabStrip*>(candidate.get());
@@ -505,9 +510,22 @@ void VirtualDesktop::clickTab(int tab) {
         refuse("no tab strip is on show");
     if (tab < 1 || tab > strip->count())
         refuse(strip->id() + " has no tab " + std::to_string(tab));
-    press(strip->name(), strip->index());
+    if (pressing_)
+        refuse("a press is under way already");
+    away_ = false;
+    return *strip;
+}
+
+void VirtualDesktop::clickTab(int tab) {
+    auto& strip = reachTab(tab);
+    pressControl(strip, MouseButton::left, tab);
     if (pressed_ != nullptr)
-        form_->userSelectTab(*strip, tab);
+        form_->userSelectTab(strip, tab);
+    dragAway();
+}
+
+void VirtualDesktop::rightClickTab(int tab) {
+    pressControl(reachTab(tab), MouseButton::right, tab);
     dragAway();
 }
 

@@ -65,7 +65,7 @@ class VirtualDesktop final : public Services, private FormObserver {
     void answerNext(MessageAnswer answer);
     void answerNextColor(std::optional<Color> color); // nothing: given up
     // A day and OK, or nothing: Cancel. OK on an absent date leaves the dialog open, so that it
-    // takes the answer after that one.
+    // takes the answer after that one, and is closed where there is none.
     void answerNextDate(std::optional<Date> date);
     void confirmNextDate(); // OK without touching the day on show
     // By caption, with or without its "&", or by the index of the entry. An entry that is not
@@ -89,7 +89,7 @@ class VirtualDesktop final : public Services, private FormObserver {
     };
     struct CalendarDialog {
         Date shown; // the day it opened with
-        std::string title;
+        std::string caption;
         std::optional<Date> chosen;
     };
     struct MenuEntry {
@@ -164,6 +164,7 @@ class VirtualDesktop final : public Services, private FormObserver {
     void dragOver(int start, int length);
     // A tab of the strip on show, 1 to its count.
     void clickTab(int tab);
+    void rightClickTab(int tab);
     // Opens the list and chooses an entry; one that the list doesn't have throws. A locked list
     // opens and keeps its text.
     void pick(std::string_view id, std::string_view entry);
@@ -213,7 +214,7 @@ class VirtualDesktop final : public Services, private FormObserver {
     Date today() override;
     Twips screenWidth() override { return screenWidth_; }
     std::optional<Color> chooseColor(Color current) override;
-    std::optional<Date> chooseDate(const CalendarRequest& request) override;
+    void showModal(CalendarForm& form) override;
     // The history of a field: a run of typing, of Backspace or of Delete is one step, as is every
     // other edit and every command on the user's behalf. A text put there by the program empties
     // it. A locked field can't undo.
@@ -245,7 +246,8 @@ class VirtualDesktop final : public Services, private FormObserver {
     Control& reach(std::string_view id, int index = Control::noIndex);
     template <typename Kind>
     Kind& reachKind(std::string_view id, std::string_view kind);
-    void pressControl(Control& control, MouseButton button);
+    void pressControl(Control& control, MouseButton button, int tab = 0);
+    TabStrip& reachTab(int tab);
     void clickControl(Control& control);
     void pickEntry(ComboBox& list, int entry);
     void stepBar(ScrollBar& bar, int steps, int size);

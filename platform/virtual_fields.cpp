@@ -77,31 +77,6 @@ bool isMultiLine(const TextField& field) {
     return box != nullptr && box->multiLine();
 }
 
-// As fields take it: no control characters, and one line where there is only one.
-std::string cleanedPaste(std::string_view text, bool multiLine) {
-    constexpr char32_t replacement = 0xFFFD;
-    std::string cleaned;
-    bool carriageReturn = false;
-    while (!text.empty()) {
-        const auto bytes = textLeft(text, 1);
-        char32_t character = firstCharacter(text);
-        text.remove_prefix(bytes.size());
-        if (bytes.size() == 1 && character >= 0x80)
-            character = replacement;
-        const bool secondHalf = carriageReturn && character == '\n';
-        carriageReturn = character == '\r';
-        if (secondHalf)
-            continue;
-        const bool breaks =
-            character == '\r' || character == '\n' || character == 0x2028 || character == 0x2029;
-        if (breaks || character == '\t')
-            appendCharacter(cleaned, !multiLine ? U' ' : breaks ? lineBreak : character);
-        else if (character >= 0x20 && (character < 0x7F || character > 0x9F))
-            appendCharacter(cleaned, character);
-    }
-    return cleaned;
-}
-
 } // namespace
 
 void VirtualFields::add(const TextField& field) {

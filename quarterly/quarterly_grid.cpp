@@ -370,8 +370,8 @@ void QuarterlyGrid::leaveLastQuarterDate() {
         field.text() == field.tag())
         return;
     const auto before = shownDate();
-    const auto typed = session_.typedDate(field.text());
-    putFieldText(field, std::string(field.tag()));
+    const auto typed = session_.typedDate(field);
+    putFieldText(field, session_.dateText(before.value_or(Date{})));
     attempt([&] { // a commit may have written what was being typed
         if (before && session_.company->get_LastQDate() != *before)
             session_.company->put_LastQDate(*before);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/virtual_desktop.hpp"
+#include "tests/support/date_picking.hpp"
 #include "tests/support/form_recorder.hpp"
 
 #include <gtest/gtest.h>
@@ -134,21 +135,21 @@ TEST_F(VirtualDesktopTest, TheColorDialogIsGivenUpWithoutAScript) {
 }
 
 TEST_F(VirtualDesktopTest, TheCalendarStaysOpenUntilADateOrCancel) {
-    const CalendarRequest request{Date{36526}, "Pick a date"};
-    EXPECT_EQ(desktop.chooseDate(request), std::nullopt);
+    const Date start{36526};
+    EXPECT_EQ(pickDate(desktop, start), std::nullopt);
     desktop.confirmNextDate();
-    EXPECT_EQ(desktop.chooseDate(request), Date{36526});
+    EXPECT_EQ(pickDate(desktop, start), start);
     desktop.answerNextDate(Date{0}); // OK on nothing: it stays open
     desktop.answerNextDate(Date{40000});
-    EXPECT_EQ(desktop.chooseDate(request), Date{40000});
+    EXPECT_EQ(pickDate(desktop, start), Date{40000});
     desktop.confirmNextDate();
-    EXPECT_EQ(desktop.chooseDate({Date{}, ""}), std::nullopt);
+    EXPECT_EQ(pickDate(desktop, Date{}), std::nullopt);
     EXPECT_TRUE(desktop.scriptUsedUp());
     desktop.answerNextDate(std::nullopt);
-    EXPECT_EQ(desktop.chooseDate(request), std::nullopt);
+    EXPECT_EQ(pickDate(desktop, start), std::nullopt);
     ASSERT_EQ(desktop.calendars().size(), 5U);
-    EXPECT_EQ(desktop.calendars()[2].shown, Date{36526});
-    EXPECT_EQ(desktop.calendars()[2].title, "Pick a date");
+    EXPECT_EQ(desktop.calendars()[2].shown, start);
+    EXPECT_EQ(desktop.calendars()[2].caption, "Pick");
     EXPECT_EQ(desktop.calendars()[2].chosen, Date{40000});
 }
 

@@ -207,7 +207,7 @@ void YearlyGrid::leaveLastFiscalYearDate() {
         isUntouched(field))
         return;
     checkFieldChange(field, session_);
-    const auto typed = session_.typedDate(field.text());
+    const auto typed = session_.typedDate(field);
     if (!typed) {
         field.setMark(
             session_.text(text_number::reasonNoDate, "This is not a date and was not stored."));

@@ -2,6 +2,7 @@
 #include "desktop/qt_services.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/qt/support/form_scene.hpp"
+#include "tests/support/date_picking.hpp"
 
 #include <QCalendarWidget>
 #include <QClipboard>
@@ -163,25 +164,25 @@ TEST_F(OnQtServices, ADayIsChosenOrNot) {
         move(dialog);
         DialogAnswers::clickButton(dialog, "OK");
     });
-    EXPECT_EQ(services.chooseDate({start, "Pick"}), next);
+    EXPECT_EQ(pickDate(services, start), next);
     answers.next([&](QWidget& dialog) {
         move(dialog);
         DialogAnswers::clickButton(dialog, "Cancel");
     });
-    EXPECT_EQ(services.chooseDate({start, "Pick"}), std::nullopt);
+    EXPECT_EQ(pickDate(services, start), std::nullopt);
     answers.next([&](QWidget& dialog) {
         auto* days = move(dialog)->findChild<QWidget*>("qt_calendar_calendarview");
         ASSERT_NE(days, nullptr);
         QTest::keyClick(days, Qt::Key_Return);
     });
-    EXPECT_EQ(services.chooseDate({start, "Pick"}), next);
+    EXPECT_EQ(pickDate(services, start), next);
     answers.nextKey(Qt::Key_Escape);
-    EXPECT_EQ(services.chooseDate({start, "Pick"}), std::nullopt);
+    EXPECT_EQ(pickDate(services, start), std::nullopt);
     answers.next([](QWidget& dialog) {
         EXPECT_EQ(dialog.findChild<QCalendarWidget*>()->selectedDate(), QDate::currentDate());
         DialogAnswers::clickButton(dialog, "Cancel");
     });
-    EXPECT_EQ(services.chooseDate({Date{}, "Pick"}), std::nullopt);
+    EXPECT_EQ(pickDate(services, Date{}), std::nullopt);
 }
 
 TEST_F(OnQtServices, UndoIsThatOfTheField) {

@@ -48,7 +48,7 @@ class FormRecorder : public FormHandler {
         if (change)
             change(field);
     }
-    void onMouseDown(Control& control, MouseButton button) override {
+    void onMouseDown(Control& control, MouseButton button, int /*tab*/) override {
         note("mouse " + std::to_string(static_cast<int>(button)), control);
     }
     void onPressEnded(Control& control) override { note("ended", control); }

@@ -69,7 +69,7 @@ class RecordingHandler : public FormHandler {
         if (changed)
             changed(field);
     }
-    void onMouseDown(Control& control, MouseButton button) override {
+    void onMouseDown(Control& control, MouseButton button, int /*tab*/) override {
         note("mouse " + control.id() + " " + std::to_string(static_cast<int>(button)));
         if (mouseDown)
             mouseDown(control, button);

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/session.hpp"
+
+#include <string_view>
+
+namespace vkr {
+
+// The floating help frame fraDE(0): a text above the link "More Help...".
+class HelpFrame {
+  public:
+    explicit HelpFrame(Session& session) : session_(session) {}
+
+    // Shows the text for an object with the frame's lower right corner at a place of a page, or as
+    // near to it as the form allows.
+    void ShowHelpFrame(std::string_view text, Twips left, Twips top, DataEntryObject object);
+    // Fits the frame to lblToolTip.
+    void SizeHelpFrame();
+    [[nodiscard]] bool visible() const;
+    [[nodiscard]] DataEntryObject object() const; // that it was shown for last
+
+  private:
+    [[nodiscard]] int linesOf(std::string_view text, Twips width) const;
+
+    Session& session_;
+};
+
+} // namespace vkr

@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: MIT
+#include "control/right_click_menu.hpp"
+
+#include "control/form_layout.hpp"
+#include "input/frmCalendar.hpp"
+#include "input/number_text.hpp"
+#include "platform/error_trap.hpp"
+#include "platform/number_text.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <limits>
+
+namespace vkr {
+
+RightClickMenu::RightClickMenu(Session& session, const EntryObjects& objects, HelpFrame& help)
+    : session_(session), objects_(objects), help_(help) {}
+
+// --- opening -------------------------------------------------------------------------------------
+
+void RightClickMenu::MouseDown(MouseButton button, Control& control, int tab) {
+    if (button != MouseButton::right)
+        return;
+    // A field that did not get the focus is not the one to act on.
+    if (control.isFocusable() && dynamic_cast<TextField*>(&control) != nullptr &&
+        session_.form.activeControl() != &control)
+        return;
+    open(control, tab, control.formLeft(), control.formTop());
+}
+
+void RightClickMenu::openFromKeyboard(Control& control) {
+    session_.hideHelpFrame();
+    const auto* strip = dynamic_cast<const TabStrip*>(&control);
+    open(control, strip == nullptr ? 0 : strip->selected(), control.formLeft(),
+         control.formTop() + control.height());
+}
+
+void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
+    const auto object = objects_.of(control, tab);
+    if (!object)
+        return;
+    control_ = &control;
+    object_ = *object;
+    field_ = objects_.fieldOf(control);
+    const auto texts = [this](int number) { return session_.text(number, ""); };
+    BuildMenu(session_.form, session_.services, texts, menuExtrasOf(object_),
+              dynamic_cast<TextBox*>(&control), field_);
+    const std::string name = control.name();
+    const int index = control.index();
+    const int chosen = session_.services.popUpMenu(menuEntries(session_.form), left, top);
+    // The host may have changed the form while the menu was up.
+    if (chosen >= 0 && session_.form.find(name, index) == &control)
+        mnuItem_Click(chosen);
+}
+
+void RightClickMenu::mnuItem_Click(int index) {
+    const auto* entry = dynamic_cast<MenuItem*>(session_.form.find("mnuItem", index));
+    if (entry == nullptr || control_ == nullptr)
+        return;
+    const int command = commandOf(*entry);
+    PrepareHelpText();
+    if (command != mcHelp)
+        DoMenuCommand(command, field_);
+    else if (!pendingText_.empty())
+        help_.ShowHelpFrame(pendingText_, pendingLeft_, pendingTop_, object_);
+}
+
+// --- help ----------------------------------------------------------------------------------------
+
+// Places are those within a page: the frame adds the page's own.
+Control& RightClickMenu::PrepareHelpText() {
+    Control& shown = field_ != nullptr && field_->isShown() ? *field_ : *control_;
+    const auto& page = session_.form.get<Frame>("fraDE", frame::firstPage);
+    pendingLeft_ = 0;
+    pendingTop_ = 0;
+    pendingText_ = session_.text(helpTextOf(object_), "");
+    if (object_ >= doTabCompany && object_ <= doTabOptions) {
+        const auto& strip = session_.form.get<TabStrip>("tbsDataEntry");
+        for (int tab = 1; tab <= object_ - doTabCompany; ++tab)
+            pendingLeft_ += strip.tab(tab).width;
+    } else {
+        pendingLeft_ = shown.formLeft() - pageLeft;
+        pendingTop_ = shown.formTop() - page.top();
+    }
+    if (pendingLeft_ == 0)
+        pendingLeft_ = shown.left();
+    if (pendingTop_ == 0)
+        pendingTop_ = shown.top();
+    return shown;
+}
+
+// --- commands ------------------------------------------------------------------------------------
+
+void RightClickMenu::edit(TextField& field, std::string_view text, int caret) {
+    if (field.text() == text || !field.editText(text, caret))
+        return;
+    if (fieldChanged)
+        fieldChanged(field);
+}
+
+// As much as the field has room for, as with the keys.
+void RightClickMenu::paste(TextField& field) {
+    const auto* box = dynamic_cast<const TextBox*>(&field);
+    const std::string pasted =
+        cleanedPaste(session_.services.clipboardText(), box != nullptr && box->multiLine());
+    const std::string& text = field.text();
+    const int kept = textLength(text) - field.selLength();
+    const int room = field.maxLength() > 0 ? std::max(0, field.maxLength() - kept)
+                                           : std::numeric_limits<int>::max();
+    const auto fitting = textLeft(pasted, room);
+    if (fitting.empty())
+        return;
+    const int start = field.selStart();
+    std::string result(textLeft(text, start));
+    result += fitting;
+    result += textFrom(text, start + field.selLength());
+    edit(field, result, start + textLength(fitting));
+}
+
+void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
+    const auto toClipboard = [this](const TextField& copied) {
+        session_.services.clearClipboard();
+        session_.services.setClipboardText(copied.text());
+    };
+    switch (intCommand) {
+    case mcAddYear:
+        addYear();
+        return;
+    case mcRemoveYear:
+        removeYear();
+        return;
+    case mcAssistant:
+        askAssistant();
+        return;
+    default:
+        break;
+    }
+    if (field == nullptr)
+        return;
+    // What is left without changing the field goes under the lock, too.
+    if (intCommand == mcCopy) {
+        toClipboard(*field);
+        return;
+    }
+    if (intCommand == mcSelectAll) {
+        field->select(0, textLength(field->text()));
+        return;
+    }
+    if (field->locked())
+        return;
+    switch (intCommand) {
+    case mcUndo:
+        session_.services.undo(*field);
+        break;
+    case mcCut:
+        toClipboard(*field);
+        edit(*field, "", 0);
+        break;
+    case mcPaste:
+        paste(*field);
+        break;
+    case mcClear:
+        edit(*field, "", 0);
+        break;
+    case mcLastQuarterDate: {
+        const Date date{leadingNumber(session_.form.get<Label>("lblQLabel", 0).tag())};
+        if (Session::isValidDate(date))
+            putDate(session_.textBox("txtDateofLastFY"), date);
+        break;
+    }
+    case mcPickDate:
+        if (auto* box = dynamic_cast<TextBox*>(field))
+            ShowDatePicker(*box, false);
+        break;
+    default:
+        break;
+    }
+}
+
+void RightClickMenu::askAssistant() {
+    std::string text;
+    if (field_ != nullptr)
+        text = field_->text().empty() ? field_->accessibleName() : field_->text();
+    else if (control_ != nullptr)
+        text = withoutMnemonic(control_->caption());
+    if (assistant)
+        assistant(object_, text);
+}
+
+// --- dates ---------------------------------------------------------------------------------------
+
+void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
+    if (field.locked())
+        return;
+    Date start = session_.services.today();
+    if (!blnToday)
+        if (const auto held = dateOf(field))
+            start = *held;
+    frmCalendar calendar(field.accessibleName());
+    calendar.put_SelectedDate(start);
+    calendar.Show(session_.services);
+    if (!calendar.Tag().empty())
+        putDate(field, calendar.get_SelectedDate());
+}
+
+// A field that is not on show, or that the focus is not in, is left at once: nobody would come to
+// leave it.
+void RightClickMenu::putDate(TextField& field, Date date) {
+    if (field.locked())
+        return;
+    if (const auto held = dateOf(field); held && daysBetween(*held, date) == 0)
+        return;
+    field.setFocus();
+    const std::string text = session_.dateText(date);
+    session_.picked = {&field, text, date};
+    if (field.text() == text)
+        field.setTag(""); // the pattern hides what has changed
+    edit(field, text, textLength(text));
+    session_.markChanged();
+    if (!session_.form.hasFocus() || session_.form.activeControl() != &field)
+        leave(field);
+}
+
+} // namespace vkr

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "input/frmCalendar.hpp"
+
+#include "input/mdlKMTMisc.hpp"
+
+#include <cmath>
+
+namespace vkr {
+
+void frmCalendar::put_SelectedDate(Date datNewValue) {
+    constexpr double secondsOfADay = 86400;
+    if (std::round(datNewValue.serial * secondsOfADay) ==
+        std::round(selectedDate_.serial * secondsOfADay))
+        return;
+    selectedDate_ = datNewValue;
+    calendar1_ = datNewValue;
+}
+
+void frmCalendar::Show(Services& services) {
+    visible_ = true;
+    services.showModal(*this);
+    visible_ = false;
+}
+
+void frmCalendar::cmdOK_Click() {
+    if (isAbsent(calendar1_) || !IsDateInRange(calendar1_))
+        return;
+    tag_ = "True";
+    put_SelectedDate(calendar1_);
+    visible_ = false;
+}
+
+void frmCalendar::cmdCancel_Click() {
+    tag_.clear();
+    visible_ = false;
+}
+
+} // namespace vkr

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/services.hpp"
+
+#include <string>
+
+namespace vkr {
+
+// The date picker: a calendar with OK and Cancel.
+class frmCalendar final : public CalendarForm {
+  public:
+    explicit frmCalendar(std::string caption) : caption_(std::move(caption)) {}
+
+    // The date that was last set, or confirmed with OK.
+    [[nodiscard]] Date get_SelectedDate() const { return selectedDate_; }
+    // Shows it in the calendar as well. The same date to the second does nothing.
+    void put_SelectedDate(Date datNewValue);
+    // "True" once the user has confirmed a date, empty after Cancel.
+    [[nodiscard]] const std::string& Tag() const { return tag_; }
+    // Modal: comes back with the form hidden again.
+    void Show(Services& services);
+
+    void cmdOK_Click(); // stays open while the calendar holds no valid date
+    void cmdCancel_Click();
+    void Calendar1_DblClick() { cmdOK_Click(); }
+
+    // --- CalendarForm
+    [[nodiscard]] const std::string& caption() const override { return caption_; }
+    [[nodiscard]] Date calendarDate() const override { return calendar1_; }
+    void setCalendarDate(Date date) override { calendar1_ = date; }
+    void pressOk() override { cmdOK_Click(); }
+    void pressCancel() override { cmdCancel_Click(); }
+    [[nodiscard]] bool visible() const override { return visible_; }
+
+  private:
+    std::string caption_;
+    Date selectedDate_{};
+    Date calendar1_{};
+    std::string tag_;
+    bool visible_ = false;
+};
+
+} // namespace vkr

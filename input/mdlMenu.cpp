@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "input/mdlMenu.hpp"
+
+#include "platform/number_text.hpp"
+
+#include <cstdint>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::string_view entries = "mnuItem";
+
+// A text box, as the entries of its text depend on it.
+struct FieldState {
+    bool changeable; // not locked
+    bool canUndo;
+    bool hasText;
+    bool hasSelection;
+    bool canPaste;
+};
+
+struct FieldEntry {
+    int text; // string number, 0 for a separator
+    MenuCommand command;
+    bool (*enabled)(const FieldState& state);
+};
+
+constexpr bool always(const FieldState& /*state*/) {
+    return true;
+}
+
+constexpr FieldEntry fieldEntries[] = {
+    {413, mcUndo, [](const FieldState& state) { return state.changeable && state.canUndo; }},
+    {0, mcSeparator, always},
+    {414, mcCut, [](const FieldState& state) { return state.changeable && state.hasSelection; }},
+    {415, mcCopy, [](const FieldState& state) { return state.hasText; }},
+    {416, mcPaste, [](const FieldState& state) { return state.changeable && state.canPaste; }},
+    {417, mcClear, [](const FieldState& state) { return state.changeable && state.hasSelection; }},
+    {0, mcSeparator, always},
+    {418, mcSelectAll, [](const FieldState& state) { return state.hasText; }},
+    {0, mcSeparator, always},
+};
+
+struct ExtraEntry {
+    MenuExtras extra;
+    int text;
+    MenuCommand command;
+    bool changesField;
+    bool endsGroup; // a separator follows
+};
+
+constexpr ExtraEntry extraEntries[] = {
+    {meDate, 428, mcPickDate, true, true},
+    {meLastQuarterDate, 421, mcLastQuarterDate, true, true},
+    {meYears, 419, mcAddYear, false, false},
+    {meYears, 420, mcRemoveYear, false, true},
+    {meAssistant, 650, mcAssistant, false, false},
+};
+
+constexpr int helpText = 422;
+
+// Adds entries to the array; the first one is always there.
+class Builder {
+  public:
+    Builder(Form& form, const MenuTexts& texts) : form_(form), texts_(texts) {
+        for (int i = form.upperBound(entries); i > 0; --i)
+            form.remove(form.get<MenuItem>(entries, i));
+        form.get<MenuItem>(entries, 0).setVisible(false);
+    }
+    void add(int text, MenuCommand command, bool enabled) {
+        auto& entry =
+            count_ == 0 ? form_.get<MenuItem>(entries, 0) : form_.add<MenuItem>(entries, count_);
+        entry.setEnabled(enabled);
+        entry.setCaption(text == 0 ? "-" : texts_(text));
+        entry.setTag(std::to_string(command));
+        entry.setVisible(true);
+        ++count_;
+    }
+
+  private:
+    Form& form_;
+    const MenuTexts& texts_;
+    std::int16_t count_ = 0;
+};
+
+} // namespace
+
+void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned extras,
+               const TextBox* field, const TextField* changeable) {
+    Builder builder(form, texts);
+    if (field != nullptr) {
+        const FieldState state{!field->locked(), services.canUndo(*field), !field->text().empty(),
+                               field->selLength() > 0, services.clipboardHasText()};
+        for (const auto& entry : fieldEntries)
+            builder.add(entry.text, entry.command, entry.enabled(state));
+    }
+    for (const auto& entry : extraEntries) {
+        if ((extras & entry.extra) == 0)
+            continue;
+        builder.add(entry.text, entry.command,
+                    !entry.changesField || (changeable != nullptr && !changeable->locked()));
+        if (entry.endsGroup)
+            builder.add(0, mcSeparator, true);
+    }
+    builder.add(helpText, mcHelp, true);
+}
+
+std::vector<MenuItem*> menuEntries(const Form& form) {
+    std::vector<MenuItem*> found;
+    for (int i = 0; i <= form.upperBound(entries); ++i)
+        found.push_back(&form.get<MenuItem>(entries, i));
+    return found;
+}
+
+MenuCommand commandOf(const MenuItem& entry) {
+    return static_cast<MenuCommand>(leadingNumber(entry.tag()));
+}
+
+} // namespace vkr
