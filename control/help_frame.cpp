@@ -77,9 +77,8 @@ void HelpFrame::SizeHelpFrame() {
     auto& link = session_.form.get<Label>("lblMoreHelp");
     const Twips lineHeight = upToPixel(session_.services.textHeight());
     const Twips linkWidth = upToPixel(session_.services.textWidth(link.caption()));
-    // A quarter of the screen, and never more than half of the form.
-    const Twips widest =
-        std::min(session_.services.screenWidth() / 4, VKRDataEntry::workingWidth / 2);
+    // Half of the form, where the screen is wide enough.
+    const Twips widest = std::min(session_.services.screenWidth(), VKRDataEntry::workingWidth) / 2;
     Twips width = upToPixel(session_.services.textWidth(label.caption())) + slack;
     int lines = 1;
     if (width > widest) {

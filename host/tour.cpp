@@ -4,6 +4,7 @@
 #include "control/vkr_data_entry.hpp"
 #include "host/company_window.hpp"
 #include "host/event_driver.hpp"
+#include "host/help_viewer.hpp"
 #include "host/texts.hpp"
 #include "host/workspace.hpp"
 
@@ -12,13 +13,16 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QToolButton>
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 
@@ -52,6 +56,12 @@ class Tour {
 
   private:
     void visit();
+    void seeMenu();
+    void seeHelp();
+    void seeCalendar();
+    void seeLocked();
+    void seeOptions();
+    void seeSecondPlatform();
     void editCompany();
     void editYears();
     void editQuarters();
@@ -70,6 +80,10 @@ class Tour {
     void click(const char* control);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void clickAndAnswer(const char* control, QMessageBox::StandardButton answer);
+    void whileOpen(const std::function<void()>& open, const std::function<void(QWidget&)>& act);
+    void chooseEntry(QWidget& menu, const QString& caption);
+    void picture(QWidget& window, const QWidget& inFront, const char* file);
+    void save(const QPixmap& pixmap, const char* file);
     void tellDifferences();
     void picture(QWidget& window, const char* file);
     void expect(bool fulfilled, const QString& what);
@@ -126,6 +140,17 @@ void Tour::visit() {
     driver_.activate(workspace_->list());
     open();
 
+    seeMenu();
+    seeHelp();
+    seeCalendar();
+    seeLocked();
+    seeOptions();
+    seeSecondPlatform();
+    click("cmdCancel");
+    expect(workspace_->windows().isEmpty(), QStringLiteral("Cancel closes the window"));
+    driver_.activate(workspace_->list());
+    open();
+
     editCompany();
     editYears();
     editQuarters();
@@ -145,6 +170,113 @@ void Tour::visit() {
     openAgain();
     click("cmdCancel");
     expect(workspace_->windows().isEmpty(), QStringLiteral("Cancel closes the window"));
+}
+
+// --- what there is to see ----------------------------------------------------------------------
+
+void Tour::seeMenu() {
+    chapter(QStringLiteral("The right-click menu"));
+    tab(Qt::Key_Y, toYearly);
+    QStringList entries;
+    whileOpen([this] { driver_.click(control("txtSales(9)"), Qt::RightButton); },
+              [&](QWidget& menu) {
+                  for (const auto* entry : menu.actions())
+                      entries.append(entry->isSeparator() ? QStringLiteral("-") : entry->text());
+                  picture(*window_, menu, "menu.png");
+                  press(Qt::Key_Escape);
+              });
+    write(QStringLiteral("    menu: ") + entries.join(u' '));
+    expect(entries.contains(QStringLiteral("Paste")) &&
+               entries.contains(QStringLiteral("Add New Year")) &&
+               entries.last() == QStringLiteral("What's This?"),
+           QStringLiteral("the menu has commands of the text, of the years, and help"));
+}
+
+void Tour::seeHelp() {
+    chapter(QStringLiteral("What's This?"));
+    tab(Qt::Key_C, toCompany);
+    whileOpen([this] { driver_.click(control("txtDilutedShares"), Qt::RightButton); },
+              [this](QWidget& menu) { chooseEntry(menu, QStringLiteral("What's This?")); });
+    expect(control("fraDE(0)").isVisible(), QStringLiteral("the help frame is up"));
+    picture(*window_, "help.png");
+    driver_.click(control("lblMoreHelp"));
+    expect(!control("fraDE(0)").isVisible(), QStringLiteral("the link takes it away"));
+    expect(workspace_->help().isVisible() &&
+               workspace_->help().shownPage() == helpObjectBase + doDilutedShares,
+           QStringLiteral("the host shows its page on the diluted shares"));
+    picture(workspace_->help(), "help-page.png");
+    workspace_->help().close();
+    driver_.activate(*window_);
+}
+
+void Tour::seeCalendar() {
+    chapter(QStringLiteral("The calendar"));
+    const Date before = record().get_LastUpdate();
+    auto& field = control("txtLastUpdate");
+    whileOpen([&] { driver_.doubleClick(field, field.rect().center()); },
+              [&](QWidget& calendar) {
+                  picture(*window_, calendar, "calendar.png");
+                  press(Qt::Key_Right);
+                  press(Qt::Key_Return);
+              });
+    press(Qt::Key_Tab);
+    expectNumber("the next day is stored", record().get_LastUpdate().serial, before.serial + 1);
+}
+
+void Tour::seeLocked() {
+    chapter(QStringLiteral("Locked"));
+    const std::string name = record().get_Name();
+    click("chkLockInfo");
+    click("txtName");
+    fill("txtName", QStringLiteral("Something else"));
+    expect(record().get_Name() == name, QStringLiteral("a locked company keeps its name"));
+    picture(*window_, "locked.png");
+    click("chkLockInfo");
+}
+
+void Tour::seeOptions() {
+    struct Sight {
+        const char* option;
+        TABObject page;
+        Qt::Key letter;
+        const char* file;
+        const char* field;
+        const char* text;
+    };
+    static constexpr Sight sights[] = {
+        {"optDisplay(1)", toYearly, Qt::Key_Y, "fraction.png", "txtHigh(9)", "260 1/8"},
+        {"optDisplay(0)", toYearly, Qt::Key_Y, nullptr, "txtHigh(9)", "260.100"},
+        {"optCurrency(0)", toYearly, Qt::Key_Y, "thousands.png", "txtSales(9)", "416161000.00"},
+        {"optCurrency(2)", toQuarterly, Qt::Key_Q, "billions.png", "txtRevenue(1)", "102.47"},
+        {"optCurrency(1)", toYearly, Qt::Key_Y, nullptr, "txtSales(9)", "416161.00"},
+        {"optPTI(1)", toYearly, Qt::Key_Y, nullptr, "txtYOption(9)", "15.61"},
+        {"optCommEq(1)", toYearly, Qt::Key_Y, "alternatives.png", "txtYOption2(9)", "4.99"},
+    };
+    for (const auto& sight : sights) {
+        tab(Qt::Key_P, toOptions);
+        click(sight.option);
+        tab(sight.letter, sight.page);
+        expectText(sight.field, QLatin1String(sight.text));
+        if (sight.file != nullptr)
+            picture(*window_, sight.file);
+    }
+}
+
+// The same company on a component of the second platform.
+void Tour::seeSecondPlatform() {
+    chapter(QStringLiteral("The second platform"));
+    PropertyBag saved;
+    saved.write("Platform", std::int32_t{ptZX}, std::int32_t{ptStandard});
+    VKRDataEntryWidget second;
+    second.restoreProperties(saved);
+    second.setCompany(record().clone());
+    second.resize(second.sizeHint());
+    second.show();
+    QCoreApplication::processEvents();
+    const auto* debt = second.findChild<QWidget*>(QStringLiteral("txtTotalDebt"));
+    expect(debt != nullptr && !debt->isVisible(), QStringLiteral("it asks for no debt"));
+    picture(second, "zx.png");
+    driver_.activate(*window_);
 }
 
 // --- what is done ----------------------------------------------------------------------------
@@ -344,22 +476,49 @@ void Tour::click(const char* name) {
     tellDifferences();
 }
 
+// `open` brings up a menu or a dialog and comes back when that is closed again, which `act` does.
+void Tour::whileOpen(const std::function<void()>& open, const std::function<void(QWidget&)>& act) {
+    bool acted = false;
+    QTimer waiting;
+    QObject::connect(&waiting, &QTimer::timeout, [&] {
+        QWidget* shown = QApplication::activePopupWidget();
+        if (shown == nullptr)
+            shown = QApplication::activeModalWidget();
+        if (shown == nullptr || !shown->isVisible())
+            return;
+        waiting.stop();
+        acted = true;
+        act(*shown);
+    });
+    waiting.start(0);
+    open();
+    driver_.activate(*window_); // there is no window manager that does
+    expect(acted, QStringLiteral("a menu or a dialog comes up"));
+    tellDifferences();
+}
+
+void Tour::chooseEntry(QWidget& menu, const QString& caption) {
+    auto& shown = dynamic_cast<QMenu&>(menu);
+    for (auto* entry : shown.actions())
+        if (entry->text() == caption) {
+            write(QStringLiteral("    entry: ") + caption);
+            driver_.click(shown, shown.actionGeometry(entry).center());
+            return;
+        }
+    shown.close();
+    expect(false, QStringLiteral("there is an entry ") + caption);
+}
+
 // A click that brings up a question.
 void Tour::clickAndAnswer(const char* name, QMessageBox::StandardButton answer) {
     QString question;
-    QTimer waiting;
-    QObject::connect(&waiting, &QTimer::timeout, [&] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            waiting.stop();
-            question = box->text().replace(u'\n', u' ');
-            driver_.click(*box->button(answer));
-        }
-    });
-    waiting.start(0);
-    click(name);
-    driver_.activate(*window_); // there is no window manager that does
+    whileOpen([&] { driver_.click(control(name)); },
+              [&](QWidget& dialog) {
+                  auto& box = dynamic_cast<QMessageBox&>(dialog);
+                  question = box.text().replace(u'\n', u' ');
+                  driver_.click(*box.button(answer));
+              });
     write(QStringLiteral("    question: ") + question);
-    expect(!question.isEmpty(), QStringLiteral("a question comes up"));
 }
 
 void Tour::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
@@ -385,8 +544,31 @@ void Tour::picture(QWidget& window, const char* file) {
     for (const auto* edit : window.findChildren<QLineEdit*>())
         for (auto* button : edit->findChildren<QToolButton*>())
             button->setProperty("opacity", edit->text().isEmpty() ? 0.0 : 1.0);
+    save(window.grab(), file);
+}
+
+// A window with a menu or a dialog in front of it.
+void Tour::picture(QWidget& window, const QWidget& inFront, const char* file) {
+    const QRect behind(window.mapToGlobal(QPoint()), window.size());
+    const QRect front(inFront.mapToGlobal(QPoint()), inFront.size());
+    const QRect whole = behind.united(front);
+    const double ratio = window.devicePixelRatioF();
+    QPixmap pixmap(whole.size() * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::white);
+    QPainter painter(&pixmap);
+    painter.drawPixmap(behind.topLeft() - whole.topLeft(), window.grab());
+    const QRect place = front.translated(-whole.topLeft());
+    painter.drawPixmap(place.topLeft(), const_cast<QWidget&>(inFront).grab());
+    painter.setPen(Qt::darkGray);
+    painter.drawRect(place.adjusted(-1, -1, 0, 0));
+    painter.end();
+    save(pixmap, file);
+}
+
+void Tour::save(const QPixmap& pixmap, const char* file) {
     const QString path = folder_.filePath(QLatin1String(file));
-    expect(window.grab().save(path), QStringLiteral("%1 can be written").arg(path));
+    expect(pixmap.save(path), QStringLiteral("%1 can be written").arg(path));
     write(QStringLiteral("picture %1").arg(QLatin1String(file)));
 }
 
