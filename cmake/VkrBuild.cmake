@@ -9,6 +9,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(PROJECT_IS_TOP_LEVEL)
     set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
     set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+    set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
     if(NOT DEFINED CMAKE_COMPILE_WARNING_AS_ERROR)
         set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
     endif()
@@ -17,7 +18,9 @@ endif()
 if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(VKR_CCACHE ccache)
     if(VKR_CCACHE)
-        set(CMAKE_CXX_COMPILER_LAUNCHER "${VKR_CCACHE}")
+        # Paths in debug information are absolute: build folders may share what is compiled.
+        set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_NOHASHDIR=1
+                                        "${VKR_CCACHE}")
     endif()
 endif()
 
@@ -40,10 +43,15 @@ endfunction()
 # vkr_target(<target>): language level, include directory and warnings.
 function(vkr_target target)
     target_compile_features(${target} PUBLIC cxx_std_20)
-    target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
+    target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${VKRDataEntry_SOURCE_DIR}>")
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
     # g++ 12 sees overlaps in std::string at -O3 where there are none (GCC bug 105651).
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
+    # Calls within a shared library stay within it.
+    if(BUILD_SHARED_LIBS)
+        target_compile_options(
+            ${target} PRIVATE "$<$<CONFIG:Release,RelWithDebInfo>:-fno-semantic-interposition>")
     endif()
 endfunction()

@@ -64,9 +64,10 @@ class VKRDataEntryWidget : public QWidget {
     Q_PROPERTY(QStringList exchanges READ exchanges WRITE setExchanges NOTIFY exchangesChanged)
     Q_PROPERTY(QStringList industries READ industries WRITE setIndustries NOTIFY industriesChanged)
     // Writing false commits the form into the record.
-    Q_PROPERTY(bool dirty READ isDirty WRITE setDirty NOTIFY dirtyChanged STORED false)
+    Q_PROPERTY(
+        bool dirty READ isDirty WRITE setDirty NOTIFY dirtyChanged STORED false DESIGNABLE false)
     // The name of the company that is being edited, with its symbol: "Acme Inc. (ACM)".
-    Q_PROPERTY(QString title READ title NOTIFY titleChanged STORED false)
+    Q_PROPERTY(QString title READ title NOTIFY titleChanged STORED false DESIGNABLE false)
     // Caption of the message boxes.
     Q_PROPERTY(QString applicationTitle READ applicationTitle WRITE setApplicationTitle NOTIFY
                    applicationTitleChanged)

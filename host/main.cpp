@@ -4,6 +4,7 @@
 #include "host/tour.hpp"
 
 #include <QApplication>
+#include <QIcon>
 #include <QLocale>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -40,6 +41,10 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("vkr-host"));
     QApplication::setApplicationDisplayName(QStringLiteral("VKR Data Entry"));
     QApplication::setApplicationVersion(QStringLiteral(VKR_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("vkr-host"));
+    QIcon icon(QStringLiteral(":/vkr/host/program-48.png"));
+    icon.addFile(QStringLiteral(":/vkr/host/program-256.png"));
+    QApplication::setWindowIcon(icon);
 
     const auto [options, print, exitCode] =
         vkr::parseOptions(QApplication::arguments(), QStringLiteral(VKR_SAMPLES_DIR));

@@ -5,6 +5,11 @@
 packages_table='
 component    g++ cmake ninja-build libgtest-dev ccache?
 qt           qt6-base-dev libqt6sql6-sqlite libgl1-mesa-dev fonts-dejavu-core fonts-liberation fontconfig qt6-wayland?
+designer     qt6-tools-dev qt6-tools-dev-tools?
+shipping     pkg-config desktop-file-utils? appstream? man-db?
+package      dpkg-dev fakeroot?
+clean-system debootstrap
+api          doxygen
 coverage     gcovr
 fuzz         clang libclang-rt-14-dev
 bench        libbenchmark-dev libfmt-dev libicu-dev
