@@ -2,6 +2,7 @@
 #include "host/company_window.hpp"
 
 #include "control/vkr_data_entry.hpp"
+#include "host/assistant.hpp"
 #include "host/help_pages.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
@@ -52,14 +53,16 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
 
     connect(entry_, &VKRDataEntryWidget::unloadRequest, this, &CompanyWindow::unload);
     connect(entry_, &VKRDataEntryWidget::moreHelp, this, &CompanyWindow::helpAsked);
-    // This host has no assistant of its own: the page on the object has to do.
-    connect(entry_, &VKRDataEntryWidget::assistant, this,
-            [this](int object) { emit helpAsked(helpObjectBase + object); });
+    connect(entry_, &VKRDataEntryWidget::assistant, this, &CompanyWindow::tellAbout);
     connect(entry_, &VKRDataEntryWidget::dirtyChanged, this, &CompanyWindow::setWindowModified);
     connect(entry_, &VKRDataEntryWidget::titleChanged, this, &CompanyWindow::showTitle);
 
     setOffered(lists);
     showRecord(company.record->clone());
+}
+
+CompanyWindow::~CompanyWindow() {
+    delete assistant_; // it asks for the record whenever the focus moves
 }
 
 void CompanyWindow::buildActions() {
@@ -77,6 +80,19 @@ void CompanyWindow::buildActions() {
     guide->addAction(tr("&Saving"), this, [this] { emit helpAsked(help::saving); });
     guide->addAction(tr("&Keys"), this, [this] { emit helpAsked(help::keyboard); });
     guide->addAction(tr("&Contents"), this, [this] { emit helpAsked(0); });
+}
+
+void CompanyWindow::tellAbout(int object, const QVariant& shown) {
+    if (assistant_ == nullptr) {
+        assistant_ = new Assistant([this] { return record(); }, this);
+        connect(assistant_, &Assistant::helpAsked, this, &CompanyWindow::helpAsked);
+    }
+    // What is handed over is a caption where there is no text to ask about.
+    const Form& form = entry_->component().form();
+    const auto* field = dynamic_cast<const TextField*>(form.activeControl());
+    const bool isTyped = field != nullptr && fromUtf8(field->text()) == shown.toString();
+    assistant_->tell(object, isTyped ? shown.toString() : QString(),
+                     focusedElement(form, object, *record_), entry_->dateFormat());
 }
 
 void CompanyWindow::setOffered(const OfferedLists& lists) {

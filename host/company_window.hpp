@@ -10,6 +10,8 @@
 
 namespace vkr {
 
+class Assistant;
+
 // What the three lists of the component offer.
 struct OfferedLists {
     QStringList exchanges;
@@ -26,6 +28,7 @@ class CompanyWindow : public QMainWindow {
     // Without an id the record is a new company.
     CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id, const LoadedCompany& company,
                   const OfferedLists& lists, QWidget* parent = nullptr);
+    ~CompanyWindow() override;
 
     void setOffered(const OfferedLists& lists);
     [[nodiscard]] std::optional<std::int64_t> id() const { return id_; }
@@ -48,6 +51,7 @@ class CompanyWindow : public QMainWindow {
 
   private:
     void buildActions();
+    void tellAbout(int object, const QVariant& shown);
     void unload(int mode);
     void showRecord(std::shared_ptr<CompanyRecord> record);
     void showTitle();
@@ -60,6 +64,7 @@ class CompanyWindow : public QMainWindow {
 
     CompanyStore& store_;
     VKRDataEntryWidget* entry_;
+    Assistant* assistant_ = nullptr; // from the first question on
     std::shared_ptr<CompanyRecord> record_;
     std::optional<std::int64_t> id_;
     std::int64_t revision_;

@@ -40,7 +40,7 @@ HelpViewer::HelpViewer(QWidget* parent)
     layout->addWidget(bar);
     layout->addWidget(text_);
 
-    rememberedSize(*this, memoryName, {460, 480});
+    rememberedSize(*this, memoryName, {480, 600});
     turnTo(0);
 }
 

@@ -50,6 +50,13 @@ QString priceText(double price) {
     return QLocale().toString(price, 'f', static_cast<int>(last - point));
 }
 
+QString figureText(double figure) {
+    const std::string plain = exactNumberText(figure);
+    const auto point = plain.find('.');
+    const std::size_t decimals = point == std::string::npos ? 0 : plain.size() - point - 1;
+    return QLocale().toString(figure, 'f', static_cast<int>(decimals));
+}
+
 QString companyTitle(std::string_view name, std::string_view symbol) {
     if (name.empty() && symbol.empty())
         return QCoreApplication::translate("texts", "New company");

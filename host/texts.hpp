@@ -24,6 +24,9 @@ namespace vkr {
 // In the user's locale, with two decimals and more where the price has them.
 [[nodiscard]] QString priceText(double price);
 
+// In the user's locale, with all of its digits.
+[[nodiscard]] QString figureText(double figure);
+
 // "Apple Inc. (AAPL)", "Apple Inc.", "AAPL", or "New company".
 [[nodiscard]] QString companyTitle(std::string_view name, std::string_view symbol);
 

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_record.hpp"
+#include "host/assistant_facts.hpp"
+
+#include <QDialog>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+QT_BEGIN_NAMESPACE
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+QT_END_NAMESPACE
+
+namespace vkr {
+
+// Says what the company's record knows of an object on screen: the stored figure in full, its
+// history, the newest quarters. It stands beside the form and follows what is stored meanwhile; it
+// only reads, so that a text that is half typed stays as it is.
+class Assistant : public QDialog {
+    Q_OBJECT
+  public:
+    // The record as it is at the time of asking; never null.
+    using Source = std::function<std::shared_ptr<const CompanyRecord>()>;
+
+    explicit Assistant(Source record, QWidget* parent = nullptr);
+
+    // Comes to the front with an object; a number that no object has is ignored. `shown` is the
+    // text on screen, `element` the period that is asked about, if any.
+    void tell(int object, const QString& shown, std::optional<int> element,
+              const QString& dateFormat);
+    [[nodiscard]] int object() const { return topic_ == nullptr ? -1 : topic_->object; }
+
+  signals:
+    void helpAsked(int page);
+
+  private:
+    void refresh();
+
+    Source record_;
+    const AssistantTopic* topic_ = nullptr;
+    QString shown_;
+    QString storedWhenAsked_;
+    std::optional<int> element_;
+    QString dateFormat_;
+
+    QLabel* title_;
+    QLabel* company_;
+    QLabel* stored_;
+    QPlainTextEdit* longText_; // in place of it
+    QLabel* unit_;
+    QLabel* onScreen_;
+    QWidget* body_;
+    QLabel* chartTitle_;
+    HistoryChart* chart_;
+    QWidget* quartersBox_;
+    QLabel* quartersTitle_;
+    QLabel* quarters_;
+    QPushButton* close_;
+};
+
+} // namespace vkr
