@@ -2,7 +2,7 @@
 # Debian packages, one per component of the installation: cpack -G DEB.
 set(CPACK_PACKAGE_NAME vkr-data-entry)
 set(CPACK_PACKAGE_VENDOR "The VKRDataEntry authors")
-set(CPACK_PACKAGE_CONTACT "The VKRDataEntry authors <vkr-data-entry@localhost>")
+set(CPACK_PACKAGE_CONTACT "The VKRDataEntry authors <maintainers@vkr-data-entry.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -48,4 +48,13 @@ if(TARGET vkr_designer_plugin)
         "The component in the widget box of Qt Designer.")
     set(CPACK_COMPONENT_DESIGNER_DEPENDS Runtime)
 endif()
+
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+    string(TOUPPER "${component}" key)
+    install(
+        FILES "${PROJECT_SOURCE_DIR}/LICENSE"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${key}_PACKAGE_NAME}"
+        RENAME copyright
+        COMPONENT ${component})
+endforeach()
 include(CPack)

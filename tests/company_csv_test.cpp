@@ -586,7 +586,7 @@ TEST_F(CompanyCsvFiles, AWriteThatFailsLeavesTheOldFiles) {
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     company->put_Notes(std::string(30000, 'x'));
     int failures = 0;
-    for (const rlim_t limit : {0, 1, 100, 4096, 8192, 20000, 29999}) {
+    for (const rlim_t limit : {0U, 1U, 100U, 4096U, 8192U, 20000U, 29999U}) {
         const rlimit small{limit, usual.rlim_max};
         setrlimit(RLIMIT_FSIZE, &small);
         const CsvExport written = exportCompany(*company, folder_);

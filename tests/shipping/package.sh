@@ -13,6 +13,7 @@ done
 
 rm -rf "$work"
 mkdir -p "$work/tree" "$work/tour"
+chmod 700 "$work" # as a folder for running programs has to be
 "$cpack" --config "$build/CPackConfig.cmake" -B "$work" >"$work/cpack.log" 2>&1 ||
     { cat "$work/cpack.log"; exit 1; }
 packages=("$work"/*.deb)
