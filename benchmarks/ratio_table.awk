@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
 # awk -f ratio_table.awk [-v strict=1] ratios.txt results.json
 #
-# Prints how long one benchmark takes as a multiple of another, from the medians of Google
-# Benchmark's report. Ends with 1 where a ratio is above its target or, when strict, was not measured.
+# Prints how long one benchmark takes as a multiple of another, or how many bytes, from the medians of
+# Google Benchmark's report. Ends with 1 where a ratio is above its target or, when strict, was not measured.
 
 function trim(text) {
     gsub(/^[ \t]+|[ \t]+$/, "", text)
@@ -45,13 +45,17 @@ file == 1 {
     if (aggregate == "median")
         median[run] = time * scale
 }
+# Where a benchmark counts bytes, they are what is compared.
+/^[ \t]*"bytes":/ && aggregate == "median" {
+    median[run] = value($0) + 0
+}
 
 END {
     if (malformed)
         exit 1
     if (width < 5)
         width = 5
-    printf "%-" width "s %14s %14s %8s %8s\n", "ratio", "ns", "against ns", "ratio", "target"
+    printf "%-" width "s %14s %14s %8s %8s\n", "ratio", "ns or bytes", "against", "ratio", "target"
     for (r = 1; r <= rows; ++r) {
         if (!(numerator[r] in median) || !(denominator[r] in median)) {
             printf "%-" width "s %s\n", name[r], "not measured"
