@@ -283,6 +283,7 @@ void SeriesGrid::settleCell() {
 }
 
 void SeriesGrid::selectCell() {
+    session_.form.settleFocus(); // the cell may show a period that the series does not reach
     if (const auto cell = activeCell())
         enter(*cell);
 }

@@ -220,7 +220,7 @@ VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
     };
     yearly.earningsStored = [this] { quarterly.followYearlyEarnings(); };
     quarterly.showTrailing = [this] {
-        fields.show(*fields.find(form.get<TextBox>("txtLast4QEPS")));
+        attempt([&] { fields.show(*fields.find(form.get<TextBox>("txtLast4QEPS"))); });
     };
     menu.addYear = [this] { yearly.addYear(); };
     menu.removeYear = [this] { yearly.removeYear(); };
@@ -325,6 +325,7 @@ void VKRDataEntry::Impl::readProperties(const PropertyBag& bag) {
     attempt([&] { running = services.ambientUserMode(); });
     if (running && session.platform == ptZX)
         showAlternativeCaptions();
+    form.settleFocus(); // on what the restored properties have on show
     quiet_ = false;
 }
 
@@ -435,6 +436,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     applyLock();
     loading_ = false;
     resize();
+    form.settleFocus(); // a smaller record disables cells
     if (session.stateChanged)
         session.stateChanged();
 }
@@ -530,6 +532,7 @@ void VKRDataEntry::Impl::showReportingPeriod(bool shown) {
     reportingPeriodShown = shown;
     form.get<Control>("cmbReportingPeriod").setVisible(shown);
     form.get<Control>("lblLabel", 53).setVisible(shown);
+    form.settleFocus();
 }
 
 // The reporting period follows right below the last row that is shown.
@@ -546,6 +549,7 @@ void VKRDataEntry::Impl::showVLs(bool shown) {
     period.move(period.left(), shown ? 2 * safety.top() - timeliness.top() : timeliness.top());
     periodLabel.move(periodLabel.left(),
                      shown ? 2 * safetyLabel.top() - timelinessLabel.top() : timelinessLabel.top());
+    form.settleFocus();
 }
 
 void VKRDataEntry::Impl::setFractions(bool fractions) {
@@ -684,6 +688,7 @@ void VKRDataEntry::Impl::onTabSelected(TabStrip& tabs) {
     form.get<Control>("cmdAddYear").setVisible(onYearly);
     form.get<Control>("cmdRemoveYear").setVisible(onYearly);
     focusFirstField();
+    form.settleFocus(); // where the first field can't take it
     if (currentTab != tabs.selected()) {
         currentTab = static_cast<TABObject>(tabs.selected());
         events->TabChange(currentTab);

@@ -241,6 +241,11 @@ bool Form::enterFocus(FocusDirection direction) {
     return moveFocus(direction);
 }
 
+void Form::settleFocus() {
+    if (focused_ && !leaving_ && (active_ == nullptr || !active_->canTakeFocus()))
+        moveFocus(FocusDirection::forward);
+}
+
 void Form::focusLeft() {
     if (!focused_)
         return;

@@ -135,6 +135,9 @@ class Form {
     bool moveFocus(FocusDirection direction, bool wrap = true);
     // The first control in tab order (the last one going backward), when the focus enters.
     bool enterFocus(FocusDirection direction);
+    // Once the control that has the focus can't take it any more (hidden, disabled, removed): the
+    // focus goes on to the next one that can.
+    void settleFocus();
     [[nodiscard]] const std::vector<Control*>& tabOrder() const { return tabOrder_; }
 
     // --- input, for adapters: what the user did --------------------------------------------

@@ -502,5 +502,16 @@ TEST_F(FailingRecord, AddingRemovingAndChoosingStandAnyFailure) {
     }
 }
 
+TEST_F(FailingRecord, ASumThatCantBeReadBackLeavesQuarterlyEarningsStored) {
+    const auto record = scripted();
+    entry.put_objCompany(record);
+    const std::string before = scene.text("txtLast4QEPS");
+    record->failing = {"read Last4QEPS"};
+    desktop.clickTab(toQuarterly);
+    ASSERT_NO_THROW(scene.enter("txtEPS(1)", "2.5"));
+    EXPECT_EQ(record->company->get_QEPSSeries().array().number(1), 2.5);
+    EXPECT_EQ(scene.text("txtLast4QEPS"), before);
+}
+
 } // namespace
 } // namespace vkr

@@ -535,5 +535,22 @@ TEST_F(QuarterSpan, DataIsFoundInTheRecordAndOnTheScreen) {
     EXPECT_EQ(elementOf(*company, "QRevenueSeries", 3), 0);
 }
 
+TEST_F(QuarterSpan, TheFocusGoesOnFromACellThatASmallerRecordDoesNotReach) {
+    load(*makeDate(2026, 9, 30));
+    goTo(scene, "txtRevenue(4)");
+    const auto smaller = std::make_shared<ScriptedRecord>(company);
+    smaller->missing = 32; // three quarters
+    scene.load(smaller);
+    EXPECT_FALSE(desktop.control("txtRevenue(4)").enabled());
+    EXPECT_EQ(desktop.focusedId(), "txtEPS(0)");
+    smaller->missing = 0;
+    scene.load(smaller);
+    goTo(scene, "txtEPS(5)");
+    smaller->missing = 29; // six quarters, of which the view leaves out one
+    desktop.spin("spnQuarter", -1);
+    EXPECT_FALSE(desktop.control("txtEPS(5)").enabled());
+    EXPECT_TRUE(desktop.control(desktop.focusedId()).canTakeFocus()) << desktop.focusedId();
+}
+
 } // namespace
 } // namespace vkr

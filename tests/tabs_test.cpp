@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
 
@@ -185,6 +186,30 @@ TEST_F(Tabs, AFieldIsLeftWhenItsPageGoes) {
     desktop.type("^aRenamed");
     desktop.clickTab(toOther);
     EXPECT_EQ(entry.get_objCompany()->get_Name(), "Renamed");
+}
+
+TEST_F(Tabs, WithoutItsFirstFieldAPageTakesTheFocusInTheNextOne) {
+    const auto none = std::make_shared<ScriptedRecord>(fullCompany());
+    none->missing = 35;
+    entry.put_objCompany(none);
+    desktop.click("txtName");
+    entry.put_CurrentTab(toQuarterly);
+    EXPECT_FALSE(desktop.control("txtRevenue(0)").enabled());
+    EXPECT_TRUE(desktop.control(desktop.focusedId()).isShown()) << desktop.focusedId();
+}
+
+TEST_F(Tabs, AFieldThatTheHostHidesLosesTheFocusToOneOnShow) {
+    entry.put_ShowVLs(true);
+    entry.put_ShowReportingPeriod(true);
+    desktop.clickTab(toOther);
+    for (const auto& [id, hide] :
+         {std::pair("txtVLSafety", &VKRDataEntry::put_ShowVLs),
+          std::pair("cmbReportingPeriod", &VKRDataEntry::put_ShowReportingPeriod)}) {
+        desktop.click(id);
+        ASSERT_EQ(desktop.focusedId(), id);
+        (entry.*hide)(false);
+        EXPECT_TRUE(desktop.control(desktop.focusedId()).canTakeFocus()) << desktop.focusedId();
+    }
 }
 
 } // namespace

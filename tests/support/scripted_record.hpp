@@ -3,6 +3,7 @@
 
 #include "company/company_record.hpp"
 
+#include <algorithm>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -26,6 +27,7 @@ class ScriptedRecord final : public iVKR_Company {
     mutable std::vector<std::string> log;
     std::set<std::string, std::less<>> failing; // operations that throw
     bool withoutObjects = false;                // settings and reporting period are null
+    int missing = 0; // elements that its series lack at their end; `company` keeps what is there
 
     // The operations of one kind that were asked for, oldest first.
     [[nodiscard]] std::vector<std::string> logged(std::string_view kind) const {
@@ -48,7 +50,15 @@ class ScriptedRecord final : public iVKR_Company {
 #define VKR_TEXT(name) VKR_PROPERTY(std::string, const std::string&, name)
 #define VKR_NUMBER(name) VKR_PROPERTY(double, double, name)
 #define VKR_DATE(name) VKR_PROPERTY(Date, Date, name)
-#define VKR_SERIES(name) VKR_PROPERTY(Variant, const Variant&, name)
+#define VKR_SERIES(name)                                                                           \
+    [[nodiscard]] Variant get_##name() const override {                                            \
+        note("read " #name);                                                                       \
+        return shortened(company->get_##name());                                                   \
+    }                                                                                              \
+    void put_##name(const Variant& value) override {                                               \
+        note("write " #name);                                                                      \
+        company->put_##name(missing == 0 ? value : laidOver(value, company->get_##name()));        \
+    }
 #define VKR_READ(Type, name)                                                                       \
     [[nodiscard]] Type get_##name() const override {                                               \
         note("read " #name);                                                                       \
@@ -170,6 +180,19 @@ class ScriptedRecord final : public iVKR_Company {
         std::shared_ptr<Object> object_;
     };
 
+    [[nodiscard]] Variant shortened(Variant series) const {
+        if (missing != 0) {
+            auto& figures = *series.array().numbers();
+            figures.resize(figures.size() -
+                           std::min(figures.size(), static_cast<std::size_t>(missing)));
+        }
+        return series;
+    }
+    static Variant laidOver(const Variant& series, Variant whole) {
+        for (int i = series.array().lower(); i <= series.array().upper(); ++i)
+            whole.array().set(i, series.array().at(i));
+        return whole;
+    }
     void note(const std::string& operation) const {
         log.push_back(operation);
         if (failing.contains(operation))
