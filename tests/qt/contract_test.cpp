@@ -47,7 +47,9 @@ Qt::Key qtKey(const KeyStroke& stroke) {
         if (code == stroke.key)
             return key;
     const bool letter = stroke.key >= 'A' && stroke.key <= 'Z';
-    return static_cast<Qt::Key>(letter || stroke.character == 0 ? stroke.key : stroke.character);
+    if (letter || stroke.character == 0)
+        return static_cast<Qt::Key>(stroke.key);
+    return static_cast<Qt::Key>(stroke.character);
 }
 
 // Presses a button of every message box that opens: the one in front of the script, else the
