@@ -1,0 +1,910 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/monkey.hpp"
+
+#include "binding/company_fields.hpp"
+#include "input/date_pattern.hpp"
+#include "input/mdlKMTMisc.hpp"
+#include "input/number_pattern.hpp"
+#include "platform/text.hpp"
+#include "quarterly/quarterly_grid.hpp"
+#include "tests/support/field_steps.hpp"
+#include "tests/support/random_company.hpp"
+#include "yearly/yearly_grid.hpp"
+
+#include <algorithm>
+#include <random>
+#include <typeinfo>
+#include <utility>
+
+namespace vkr::test {
+
+// --- the scene -----------------------------------------------------------------------------------
+
+MonkeyScene::MonkeyScene() {
+    entry->setEvents(this);
+    desktop.factory().add(companyRecordId, [this] {
+        record = std::make_shared<ScriptedRecord>(std::make_shared<CompanyRecord>());
+        return record;
+    });
+}
+
+void MonkeyScene::load(const std::shared_ptr<ScriptedRecord>& loaded) {
+    record = loaded;
+    entry->put_objCompany(loaded);
+}
+
+void MonkeyScene::loadRandom(unsigned number, int missing) {
+    auto loaded = std::make_shared<ScriptedRecord>(RandomCompany(number).record());
+    loaded->missing = missing;
+    load(loaded);
+}
+
+void MonkeyScene::loadNothing() {
+    entry->put_objCompany(nullptr);
+}
+
+void MonkeyScene::fail(std::string_view operation) {
+    if (record == nullptr)
+        return;
+    if (operation == "objects")
+        record->withoutObjects = true;
+    else
+        record->failing.emplace(operation);
+}
+
+void MonkeyScene::repair() {
+    if (record == nullptr)
+        return;
+    record->failing.clear();
+    record->withoutObjects = false;
+}
+
+// The reactions of a host, 1 to 5 for a closing or help request, 6 to 8 for a tab.
+void MonkeyScene::answer(int event) {
+    const bool onTab = event == 1;
+    if (answering_ || reaction_ == 0 || onTab != (reaction_ > 5))
+        return;
+    answering_ = true;
+    hostCalled = true;
+    switch (reaction_) {
+    case 1:
+        static_cast<void>(entry->get_objCompany());
+        break;
+    case 2:
+        loadRandom(1000 + ++loads_);
+        break;
+    case 3:
+        loadNothing();
+        break;
+    case 4:
+        entry->put_blnDirty(false);
+        break;
+    case 5:
+        entry->put_VisibleQuarters(entry->get_VisibleQuarters() == 9 ? 12 : 9);
+        break;
+    case 6:
+        entry->put_CurrentTab(toOptions);
+        break;
+    case 7:
+        entry->leaveField();
+        break;
+    default:
+        loadRandom(2000 + ++loads_, 3);
+    }
+    answering_ = false;
+}
+
+void MonkeyScene::fill(std::string_view id, std::string_view keys) {
+    show(*this, id);
+    desktop.click(id);
+    desktop.type("^a{DEL}" + std::string(keys));
+}
+
+void MonkeyScene::drag(std::string_view from, std::string_view to) {
+    desktop.press(from);
+    if (form().find(to) != nullptr && desktop.canReach(to))
+        desktop.release(to);
+    else
+        desktop.dragAway();
+}
+
+void MonkeyScene::withoutLocalizers() {
+    desktop.factory().remove(standardLocalizerId);
+    desktop.factory().remove(zxLocalizerId);
+}
+
+void MonkeyScene::restore(std::string_view property, int value) {
+    PropertyBag bag;
+    entry->WriteProperties(bag);
+    bag.write(property, std::int32_t{value}, Variant());
+    entry->ReadProperties(bag);
+}
+
+void MonkeyScene::fillLists(int entries) {
+    std::vector<std::string> texts = {"S & P", "Value Line", "A", "A", ""};
+    texts.resize(std::min(texts.size(), static_cast<std::size_t>(entries)));
+    entry->put_vntSource(textArray(texts));
+    entry->put_vntExchange(textArray(texts, 1));
+    entry->put_vntIndustry(entries == 0 ? Variant("no list") : numberArray({1, 2.5}));
+}
+
+void MonkeyScene::scrollMouse(std::int16_t key) {
+    std::int16_t shift = 0;
+    entry->ScrollMouse(key, shift);
+}
+
+namespace {
+
+// --- the acts ------------------------------------------------------------------------------------
+
+enum class By { person, surroundings, host };
+
+// Makes the choices of a random sequence, of what there is to choose at the moment.
+class Chooser {
+  public:
+    Chooser(MonkeyScene& scene, unsigned seed) : scene_(scene), random_(seed) {}
+
+    int within(int low, int high) { return std::uniform_int_distribution(low, high)(random_); }
+    bool chance(double likely) { return std::bernoulli_distribution(likely)(random_); }
+    template <typename Rows>
+    const auto& one(const Rows& rows) {
+        return rows[static_cast<std::size_t>(within(0, static_cast<int>(std::size(rows)) - 1))];
+    }
+
+    // One that a person can point at, where a few tries find one.
+    std::string control(bool (*wanted)(const Control&)) {
+        const auto& controls = scene_.form().controls();
+        std::string id;
+        for (int tries = 0; tries < 40; ++tries) {
+            const Control& control = *one(controls);
+            if (!wanted(control))
+                continue;
+            id = control.id();
+            if (scene_.desktop.canReach(id))
+                return id;
+        }
+        return id.empty() ? "txtName" : id;
+    }
+    std::string field() {
+        return control([](const Control& control) {
+            return dynamic_cast<const TextField*>(&control) != nullptr;
+        });
+    }
+    std::string figure() {
+        static const std::string_view figures[] = {
+            "0",    "-0",     "1",     "12",        "3.125",   "-4.5",
+            "1e3",  "1e308",  "9e999", "0.0000001", "1,234.5", "123456789012345678901234567890",
+            "(5)",  "$3",     "3 1/8", "7/8",       "1/0",     "/",
+            "-1/2", "5-",     "+",     "..",        ".5",      "1.5E+20",
+            "0012", "35.5%",  "2.005", "-",         "0.4",     "999999999999999",
+            "8.25", "99 1/1", "1/8/2", "",          "0.9375",  "1000.0005"};
+        return chance(0.3)
+                   ? std::to_string(within(-99'999, 999'999)) + "." + std::to_string(within(0, 999))
+                   : std::string(one(figures));
+    }
+    std::string word() {
+        static const std::string_view words[] = {
+            "12/31/2005",  "2026-09-30", "9/30/2026",   "6/30/2026",
+            "12/31/2026",  "3/31/2027",  "Feb 29 2025", "29.2.2024",
+            "13/13/2020",  "1/1/1900",   "12/1/2999",   "31 December 9999",
+            "Dec 2025",    "2020",       "1980",        "9900",
+            "2025",        "19800",      "Acme",        "ä漢😀",
+            "\u202eright", "S & P",      "6 months",    "%&{}()+^~",
+            "e\u0301",     "x",          "s & p",       "A",
+            " ",           "12/31/2025"};
+        return chance(0.5) ? figure() : std::string(one(words));
+    }
+    std::string keys() {
+        static const std::string_view named[] = {
+            "~",        "{TAB}",   "+{TAB}",  "{ESC}",     "{BACKSPACE}",  "{DEL}",
+            "{INSERT}", "{HOME}",  "{END}",   "{LEFT}",    "{RIGHT}",      "{UP}",
+            "{DOWN}",   "+{LEFT}", "+{END}",  "^{LEFT}",   "^{RIGHT}",     "^{UP}",
+            "^{DOWN}",  "^{HOME}", "^{END}",  "{PGUP}",    "{PGDN}",       "^{PGUP}",
+            "^{PGDN}",  "{MENU}",  "+{F10}",  "{F1}",      "{F4}",         "%{DOWN}",
+            "^a",       "^c",      "^x",      "^v",        "^z",           "^{INSERT}",
+            "+{DEL}",   "^{DEL}",  "{SPACE}", "+{INSERT}", "^{BACKSPACE}", "+~",
+            "{F2}",     "{F10}",   "^~",      "%{LEFT}",   "^a{DEL}",      "{TAB 5}",
+            "{DOWN 9}", "~~~",     "+{UP}",   "^a^c",      "^a^v",         "+{TAB 3}"};
+        if (chance(0.1))
+            return "%" + std::string(1, static_cast<char>('a' + within(0, 25)));
+        if (chance(0.3))
+            return keysOf(word());
+        const std::string chosen(one(named));
+        return chosen == "{SPACE}" ? " " : chosen;
+    }
+    std::string clipboard() {
+        static const std::string texts[] = {"",
+                                            "5",
+                                            "-7.25",
+                                            "a\nb\tc\r\n",
+                                            std::string("a\0b", 3),
+                                            "\xff\xfe\xc3",
+                                            std::string(3000, '9'),
+                                            "e\u0301\u202e👩‍💻",
+                                            "9/30/2026",
+                                            "3 1/8\n",
+                                            "\n\n",
+                                            "2030"};
+        return one(texts);
+    }
+    std::string operation() {
+        static const std::string_view others[] = {
+            "objects",          "read Settings",      "read ReportingPeriod",
+            "get intUnit",      "put intUnit",        "get blnLockBasicInfo",
+            "get blnTaxRate",   "put blnBookVal",     "get intLeadPeriod",
+            "put strCurSymbol", "read SettingsApply", "read ReportingPeriodEnd"};
+        return chance(0.2)
+                   ? std::string(one(others))
+                   : (chance(0.5) ? "read " : "write ") + std::string(one(datumTable()).name);
+    }
+
+  private:
+    MonkeyScene& scene_;
+    std::mt19937 random_;
+};
+
+bool any(const Control& control) {
+    return control.kind() != ControlKind::frame;
+}
+template <typename Kind>
+bool ofKind(const Control& control) {
+    return dynamic_cast<const Kind*>(&control) != nullptr;
+}
+
+struct Act {
+    By by;
+    int weight;
+    const char* code; // $t and $s stand for the texts, $n for the number
+    void (*choose)(Chooser& chooser, MonkeyStep& step);
+    void (*perform)(MonkeyScene& scene, const MonkeyStep& step);
+    bool loads = false;
+    bool staysUntilLoaded = false; // what is on show may differ from the record until then
+};
+
+void chooseNothing(Chooser& /*chooser*/, MonkeyStep& /*step*/) {}
+template <int low, int high>
+void chooseNumber(Chooser& chooser, MonkeyStep& step) {
+    step.number = chooser.within(low, high);
+}
+void chooseColor(Chooser& chooser, MonkeyStep& step) {
+    static constexpr int shades[] = {0xFFFFFF, 0xFFFFC0, 0x00FFFF, 0x123456, 0};
+    step.number = chooser.one(shades);
+}
+void choosePattern(Chooser& chooser, MonkeyStep& step) {
+    static constexpr std::string_view patterns[] = {
+        "#0.00",          "#,##0.00;(#,##0.00)", "0",        "",
+        "General Number", "#0.0000000",          "0.00E+00", "Percent"};
+    step.text = chooser.one(patterns);
+}
+void chooseDatePattern(Chooser& chooser, MonkeyStep& step) {
+    static constexpr std::string_view patterns[] = {
+        "MMM/DD/YYYY", "DD/MM/YYYY", "YYYY-MM-DD", "Short Date", "MMM YYYY", "", "d/m/yy", "q"};
+    step.text = chooser.one(patterns);
+}
+void chooseControl(Chooser& chooser, MonkeyStep& step) {
+    step.text = chooser.control(any);
+}
+
+using Step = MonkeyStep;
+using Scene = MonkeyScene;
+
+constexpr bool loads = true;
+constexpr bool stays = true;
+
+constexpr Act
+    acts[] =
+        {
+            // --- a person
+            {By::person, 300, "scene.desktop.type($t);",
+             [](Chooser& chooser, Step& step) { step.text = chooser.keys(); },
+             [](Scene& scene, const Step& step) { scene.desktop.type(step.text); }},
+            {By::person, 200, "scene.fill($t, $s);",
+             [](Chooser& chooser, Step& step) {
+                 step.text = chooser.field();
+                 step.second = keysOf(chooser.word());
+             },
+             [](Scene& scene, const Step& step) { scene.fill(step.text, step.second); }},
+            {By::person, 100, "scene.desktop.click($t);", chooseControl,
+             [](Scene& scene, const Step& step) { scene.desktop.click(step.text); }},
+            {By::person, 20, "scene.desktop.click($t);",
+             [](Chooser& chooser, Step& step) {
+                 step.text = chooser.control(ofKind<CommandButton>);
+             },
+             [](Scene& scene, const Step& step) { scene.desktop.click(step.text); }},
+            {By::person, 30, "scene.desktop.click($t);",
+             [](Chooser& chooser, Step& step) {
+                 step.text = chooser.control(ofKind<OptionButton>);
+             },
+             [](Scene& scene, const Step& step) { scene.desktop.click(step.text); }},
+            {By::person, 30, "scene.desktop.doubleClick($t);", chooseControl,
+             [](Scene& scene, const Step& step) { scene.desktop.doubleClick(step.text); }},
+            {By::person, 50, "scene.desktop.rightClick($t);", chooseControl,
+             [](Scene& scene, const Step& step) { scene.desktop.rightClick(step.text); }},
+            {By::person, 15, "scene.drag($t, $s);",
+             [](Chooser& chooser, Step& step) {
+                 step.text = chooser.control(any);
+                 step.second = chooser.control(any);
+             },
+             [](Scene& scene, const Step& step) { scene.drag(step.text, step.second); }},
+            {By::person, 10, "scene.drag(\"cmdCancel\", $t);", chooseControl,
+             [](Scene& scene, const Step& step) { scene.drag("cmdCancel", step.text); }},
+            {By::person, 15, "scene.desktop.dragOver($n, 2);", chooseNumber<0, 9>,
+             [](Scene& scene, const Step& step) { scene.desktop.dragOver(step.number, 2); }},
+            {By::person, 40, "scene.desktop.clickTab($n);", chooseNumber<1, 5>,
+             [](Scene& scene, const Step& step) { scene.desktop.clickTab(step.number); }},
+            {By::person, 10, "scene.desktop.rightClickTab($n);", chooseNumber<1, 5>,
+             [](Scene& scene, const Step& step) { scene.desktop.rightClickTab(step.number); }},
+            {By::person, 15, "scene.desktop.pick($t, $n);",
+             [](Chooser& chooser, Step& step) {
+                 step.text = chooser.control(ofKind<ComboBox>);
+                 step.number = chooser.within(0, 4);
+             },
+             [](Scene& scene, const Step& step) { scene.desktop.pick(step.text, step.number); }},
+            {By::person, 10, "scene.desktop.scroll($t, $n);",
+             [](Chooser& chooser, Step& step) {
+                 step.text = chooser.control(ofKind<ScrollBar>);
+                 step.number = chooser.within(-5, 1200);
+             },
+             [](Scene& scene, const Step& step) { scene.desktop.scroll(step.text, step.number); }},
+            {By::person, 10, "scene.desktop.scrollPages($t, $n);",
+             [](Chooser& chooser, Step& step) {
+                 step.text = chooser.control(ofKind<ScrollBar>);
+                 step.number = chooser.within(-3, 3);
+             },
+             [](Scene& scene, const Step& step) {
+                 scene.desktop.scrollPages(step.text, step.number);
+             }},
+            {By::person, 30, "scene.desktop.spin(\"spnQuarter\", $n);", chooseNumber<-3, 2>,
+             [](Scene& scene, const Step& step) { scene.desktop.spin("spnQuarter", step.number); }},
+            {By::person, 5, "scene.desktop.leaveForm();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.desktop.leaveForm(); }},
+            {By::person, 15, "scene.desktop.tabInto(FocusDirection($n));", chooseNumber<0, 1>,
+             [](Scene& scene, const Step& step) {
+                 scene.desktop.tabInto(static_cast<FocusDirection>(step.number));
+             }},
+            {By::person, 5, "scene.desktop.switchAway();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.desktop.switchAway(); }},
+            {By::person, 10, "scene.desktop.switchBack();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.desktop.switchBack(); }},
+            {By::person, 5, "scene.desktop.clickSurface();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.desktop.clickSurface(); }},
+
+            // --- what it meets
+            {By::surroundings, 60, "scene.desktop.answerNext(MessageAnswer($n));",
+             [](Chooser& chooser, Step& step) { step.number = chooser.chance(0.8) ? 6 : 7; },
+             [](Scene& scene, const Step& step) {
+                 scene.desktop.answerNext(static_cast<MessageAnswer>(step.number));
+             }},
+            {By::surroundings, 70, "scene.desktop.answerNextMenu($n);", chooseNumber<0, 15>,
+             [](Scene& scene, const Step& step) { scene.desktop.answerNextMenu(step.number); }},
+            {By::surroundings, 10, "scene.desktop.dismissNextMenu();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.desktop.dismissNextMenu(); }},
+            {By::surroundings, 30, "scene.desktop.answerNextDate(Date{$n});",
+             [](Chooser& chooser, Step& step) {
+                 step.number = chooser.chance(0.8) ? chooser.within(45000, 46500)
+                                                   : chooser.within(-5, 500000);
+             },
+             [](Scene& scene, const Step& step) {
+                 scene.desktop.answerNextDate(Date{static_cast<double>(step.number)});
+             }},
+            {By::surroundings, 5, "scene.desktop.answerNextDate(std::nullopt);", chooseNothing,
+             [](Scene& scene, const Step&) { scene.desktop.answerNextDate(std::nullopt); }},
+            {By::surroundings, 5, "scene.desktop.confirmNextDate();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.desktop.confirmNextDate(); }},
+            {By::surroundings, 10, "scene.desktop.answerNextColor($n);", chooseColor,
+             [](Scene& scene, const Step& step) {
+                 scene.desktop.answerNextColor(static_cast<Color>(step.number));
+             }},
+            {By::surroundings, 30, "scene.desktop.setClipboardText($t);",
+             [](Chooser& chooser, Step& step) { step.text = chooser.clipboard(); },
+             [](Scene& scene, const Step& step) { scene.desktop.setClipboardText(step.text); }},
+            {By::surroundings, 3, "scene.desktop.setScreenWidth($n);", chooseNumber<4800, 30000>,
+             [](Scene& scene, const Step& step) { scene.desktop.setScreenWidth(step.number); }},
+            {By::surroundings, 3, "scene.desktop.setHostControls($n);", chooseNumber<0, 1>,
+             [](Scene& scene, const Step& step) {
+                 scene.desktop.setHostControls(step.number != 0);
+             }},
+            {By::surroundings, 3, "scene.withoutLocalizers();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.withoutLocalizers(); }},
+            {By::surroundings, 3, "scene.withLocalizers();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.withLocalizers(); }},
+            {By::surroundings, 6, "scene.react($n);", chooseNumber<0, 8>,
+             [](Scene& scene, const Step& step) { scene.react(step.number); }},
+            {By::surroundings, 12, "scene.fail($t);",
+             [](Chooser& chooser, Step& step) { step.text = chooser.operation(); },
+             [](Scene& scene, const Step& step) { scene.fail(step.text); }},
+            {By::surroundings, 20, "scene.repair();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.repair(); }},
+
+            // --- a host
+            {By::host, 40, "scene.loadRandom($n);", chooseNumber<0, 999>,
+             [](Scene& scene, const Step& step) {
+                 scene.loadRandom(static_cast<unsigned>(step.number));
+             },
+             loads},
+            {By::host, 10, "scene.loadRandom(3, $n);", chooseNumber<1, 36>,
+             [](Scene& scene, const Step& step) { scene.loadRandom(3, step.number); }, loads},
+            {By::host, 5, "scene.loadNothing();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.loadNothing(); }, loads},
+            {By::host, 10, "scene.load(scene.record);", chooseNothing,
+             [](Scene& scene, const Step&) {
+                 if (scene.record != nullptr)
+                     scene.load(scene.record);
+             },
+             loads},
+            {By::host, 15, "scene.entry->get_objCompany();", chooseNothing,
+             [](Scene& scene, const Step&) { static_cast<void>(scene.entry->get_objCompany()); }},
+            {By::host, 10, "scene.entry->put_blnDirty($n);", chooseNumber<0, 1>,
+             [](Scene& scene, const Step& step) { scene.entry->put_blnDirty(step.number != 0); }},
+            {By::host, 3, "scene.entry->Clear();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.entry->Clear(); }, false, stays},
+            {By::host, 6, "scene.entry->SetNext();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.entry->SetNext(); }},
+            {By::host, 6, "scene.entry->SetPrevious();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.entry->SetPrevious(); }},
+            {By::host, 6, "scene.scrollMouse($n);", chooseNumber<38, 40>,
+             [](Scene& scene, const Step& step) {
+                 scene.scrollMouse(static_cast<std::int16_t>(step.number));
+             }},
+            {By::host, 10, "scene.entry->leaveField();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.entry->leaveField(); }},
+            {By::host, 10, "scene.entry->put_CurrentTab(TABObject($n));", chooseNumber<0, 6>,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_CurrentTab(static_cast<TABObject>(step.number));
+             }},
+            {By::host, 15, "scene.entry->put_VisibleQuarters($n);", chooseNumber<-1, 40>,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_VisibleQuarters(static_cast<std::int16_t>(step.number));
+             }},
+            {By::host, 10, "scene.entry->put_FractionDisplay($n);", chooseNumber<0, 1>,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_FractionDisplay(step.number != 0);
+             }},
+            {By::host, 5, "scene.entry->put_ShowVLs($n);", chooseNumber<0, 1>,
+             [](Scene& scene, const Step& step) { scene.entry->put_ShowVLs(step.number != 0); }},
+            {By::host, 5, "scene.entry->put_ShowReportingPeriod($n);", chooseNumber<0, 1>,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_ShowReportingPeriod(step.number != 0);
+             }},
+            {By::host, 4, "scene.entry->put_Platform(PlatformType($n));", chooseNumber<0, 2>,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_Platform(static_cast<PlatformType>(step.number));
+             }},
+            {By::host, 3, "scene.entry->put_UserMode(UserModeType($n));", chooseNumber<0, 1>,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_UserMode(static_cast<UserModeType>(step.number));
+             }},
+            {By::host, 3, "scene.entry->put_ShadeColorLocked($n);", chooseColor,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_ShadeColorLocked(static_cast<Color>(step.number));
+             }},
+            {By::host, 3, "scene.entry->put_ShadeColorYear($n);", chooseColor,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_ShadeColorYear(static_cast<Color>(step.number));
+             }},
+            {By::host, 3, "scene.entry->put_ShadeColorQuarter($n);", chooseColor,
+             [](Scene& scene, const Step& step) {
+                 scene.entry->put_ShadeColorQuarter(static_cast<Color>(step.number));
+             }},
+            {By::host, 2, "scene.entry->put_NumberFormat($t);", choosePattern,
+             [](Scene& scene, const Step& step) { scene.entry->put_NumberFormat(step.text); },
+             false, stays},
+            {By::host, 2, "scene.entry->put_PercentFormat($t);", choosePattern,
+             [](Scene& scene, const Step& step) { scene.entry->put_PercentFormat(step.text); },
+             false, stays},
+            {By::host, 2, "scene.entry->put_DateFormat($t);", chooseDatePattern,
+             [](Scene& scene, const Step& step) { scene.entry->put_DateFormat(step.text); }, false,
+             stays},
+            {By::host, 4, "scene.fillLists($n);", chooseNumber<0, 5>,
+             [](Scene& scene, const Step& step) { scene.fillLists(step.number); }},
+            {By::host, 4, "scene.restore($t, $n);",
+             [](Chooser& chooser, Step& step) {
+                 static constexpr std::string_view names[] = {
+                     "Platform",        "UserMode",        "CurrentTab",
+                     "VisibleQuarters", "FractionDisplay", "ShowReportingPeriod",
+                     "ShowVLs",         "BorderStyle",     "ShadeColorYear"};
+                 step.text = chooser.one(names);
+                 step.number = chooser.within(-1, 7);
+             },
+             [](Scene& scene, const Step& step) { scene.restore(step.text, step.number); }},
+            {By::host, 3, "scene.entry->Resize($n, 500);", chooseNumber<0, 9000>,
+             [](Scene& scene, const Step& step) { scene.entry->Resize(step.number, 500); }},
+};
+
+// --- invariants ----------------------------------------------------------------------------------
+
+// Every datum of a record and its settings, as they stand.
+std::vector<Variant> snapshotOf(const MonkeyScene& scene) {
+    std::vector<Variant> snapshot;
+    if (scene.record == nullptr)
+        return snapshot;
+    const CompanyRecord& company = *scene.record->company;
+    for (const auto& row : datumTable())
+        snapshot.push_back(company.stored(row.datum));
+    const auto settings = company.get_Settings();
+    for (const auto name : settingNames())
+        snapshot.push_back(settings->get(name));
+    return snapshot;
+}
+
+std::string nameInSnapshot(std::size_t place) {
+    const auto data = datumTable();
+    return std::string(place < data.size() ? data[place].name
+                                           : settingNames()[place - data.size()]);
+}
+
+bool isPending(const Control& control) {
+    return control.name() == "txtDateofLastFY" || control.name() == "txtLastQDate";
+}
+
+// What has to be so after every event, whatever came before it.
+class Invariants {
+  public:
+    explicit Invariants(MonkeyScene& scene) : scene_(scene), snapshot_(snapshotOf(scene)) {}
+
+    void before() {
+        held_ = scene_.record;
+        locked_ = isLocked();
+        scene_.hostCalled = false;
+        broken_.clear();
+    }
+
+    // What is broken, "" for nothing: a short name, a colon and the particulars.
+    // `faulty`: an operation of the record fails.
+    std::string after(const Act& act, bool faulty, bool thorough) {
+        const bool loaded = act.loads || held_ != scene_.record;
+        if (loaded)
+            uncertain_ = false;
+        if (faulty || act.staysUntilLoaded)
+            uncertain_ = true;
+        focus();
+        pages();
+        texts();
+        helpFrame();
+        menu();
+        if (act.loads && scene_.record != nullptr)
+            loadedTexts();
+        record(act);
+        if (thorough && !uncertain_ && scene_.record != nullptr)
+            shown();
+        return broken_;
+    }
+
+  private:
+    void expect(bool holds, const char* invariant, const std::string& particulars) {
+        if (!holds && broken_.empty())
+            broken_ = std::string(invariant) + ": " + particulars;
+    }
+    [[nodiscard]] Form& form() const { return scene_.form(); }
+    [[nodiscard]] bool isLocked() const { return form().get<CheckBox>("chkLockInfo").value(); }
+
+    // While the form has the focus, one control has it, which a person can see and use.
+    void focus() {
+        const Control* active = form().activeControl();
+        if (!form().hasFocus())
+            return;
+        expect(active != nullptr, "focus", "on no control");
+        if (active == nullptr)
+            return;
+        expect(active->isFocusable(), "focus", "on " + active->id() + ", which takes none");
+        expect(active->isShown(), "focus", "on " + active->id() + ", which is out of sight");
+        expect(active->isEnabled(), "focus", "on " + active->id() + ", which is disabled");
+    }
+
+    // One page is enabled and on show: that of the selected tab.
+    void pages() {
+        const int selected = form().get<TabStrip>("tbsDataEntry").selected();
+        for (int page = 0; page < 5; ++page) {
+            const auto& frame = form().get<Frame>("fraDE", 10 + page);
+            expect(frame.enabled() == (page + 1 == selected) &&
+                       frame.isShown() == (page + 1 == selected),
+                   "page", frame.id() + " with tab " + std::to_string(selected));
+        }
+        expect(form().upperBound("txtRevenue") + 1 == scene_.entry->get_VisibleQuarters(), "rows",
+               std::to_string(form().upperBound("txtRevenue")));
+    }
+
+    // A selection lies within its text. A field that was left has no text that nobody looked at,
+    // except for a date that Cancel has skipped.
+    void texts() {
+        for (const auto& control : form().controls()) {
+            const auto* field = dynamic_cast<const TextField*>(control.get());
+            if (field == nullptr)
+                continue;
+            expect(field->selStart() >= 0 && field->selLength() >= 0 &&
+                       field->selStart() + field->selLength() <= textLength(field->text()),
+                   "selection", field->id());
+            expect(field->locked() == isLocked(), "lock", field->id());
+            const bool edited = form().hasFocus() && form().activeControl() == field;
+            expect(edited || isPending(*field) || field->text() == field->tag(), "left",
+                   field->id() + " \"" + field->text() + "\", tag \"" + field->tag() + "\"");
+        }
+    }
+
+    void helpFrame() {
+        const auto& frame = form().get<Frame>("fraDE", 0);
+        if (frame.visible())
+            expect(frame.left() >= 0 && frame.top() >= 0 &&
+                       frame.left() + frame.width() <= VKRDataEntry::workingWidth &&
+                       frame.top() + frame.height() <= VKRDataEntry::workingHeight,
+                   "help frame", std::to_string(frame.left()) + ", " + std::to_string(frame.top()));
+    }
+
+    void menu() {
+        const int last = form().upperBound("mnuItem");
+        expect(last >= 0 && form().lowerBound("mnuItem") == 0, "menu", "without a first entry");
+        for (int i = 0; i <= last; ++i)
+            expect(form().find("mnuItem", i) != nullptr, "menu", "no entry " + std::to_string(i));
+    }
+
+    void loadedTexts() {
+        for (const TextField* field : allFields(scene_)) {
+            expect(field->text() == field->tag(), "loaded",
+                   field->id() + " \"" + field->text() + "\", tag \"" + field->tag() + "\"");
+            expect(field->mark().empty(), "loaded", field->id() + " is marked");
+        }
+    }
+
+    // Under the lock a record changes by its host alone; the currency unit is no datum. What a
+    // person changes makes the company a changed one.
+    void record(const Act& act) {
+        auto now = snapshotOf(scene_);
+        const bool same = held_ == scene_.record && now.size() == snapshot_.size();
+        if (same && act.by != By::host && !scene_.hostCalled)
+            for (std::size_t i = 0; i < now.size(); ++i) {
+                if (now[i] == snapshot_[i])
+                    continue;
+                const auto name = nameInSnapshot(i);
+                expect(act.by == By::person, "record", name + " changed by itself");
+                expect(scene_.entry->get_blnDirty(), "dirty", name + " changed, and nobody knows");
+                expect(!locked_ || !isLocked() || name == setting::unit, "locked",
+                       name + " changed under the lock");
+            }
+        snapshot_ = std::move(now);
+    }
+
+    // --- what the form shows is what the record holds, where nothing is being typed
+
+    [[nodiscard]] double unitFactor() const {
+        return form().get<OptionButton>("optCurrency", 0).value()   ? 1000
+               : form().get<OptionButton>("optCurrency", 2).value() ? 0.001
+                                                                    : 1;
+    }
+    [[nodiscard]] std::string numberText(double stored, double factor, std::string_view pattern,
+                                         bool negatives, bool price) const {
+        const double value = ScaledForDisplay(stored, factor);
+        if (negatives ? value == 0 : !(value > 0))
+            return {};
+        std::string text = formatNumber(value, pattern);
+        if (!price || !scene_.entry->get_FractionDisplay())
+            return text;
+        const bool minus = text.find('-') != std::string::npos;
+        ReplaceAll(text, "-", "");
+        text = DecimalToFraction(text, false);
+        return minus && !text.empty() ? "-" + text : text;
+    }
+    [[nodiscard]] std::string dateText(Date date) const {
+        return !isAbsent(date) && IsDateInRange(date)
+                   ? formatDate(date, scene_.entry->get_DateFormat())
+                   : "";
+    }
+    [[nodiscard]] std::string fieldText(const CompanyField& field) const {
+        const iVKR_Company& company = *scene_.record;
+        const bool negatives = field.filter.allowNegative || field.scaled;
+        switch (field.kind) {
+        case FieldKind::text:
+        case FieldKind::list:
+            return readText(company, field.datum);
+        case FieldKind::date:
+            return dateText(readDate(company, field.datum));
+        case FieldKind::percent:
+            return numberText(readNumber(company, field.datum), 1, "#0.0\\%", negatives, false);
+        case FieldKind::price:
+            return numberText(readNumber(company, field.datum), 1, "#0.000", negatives, true);
+        default:
+            break;
+        }
+        double stored = readNumber(company, field.datum);
+        if (field.datum == Datum::CommDiv && company.get_CommDivAlternate() != 0)
+            stored = company.get_CommDivAlternate();
+        return numberText(stored, field.scaled ? unitFactor() : 1, scene_.entry->get_NumberFormat(),
+                          negatives, false);
+    }
+
+    void agree(const TextField& field, const std::string& expected) {
+        if (!field.mark().empty())
+            expect(field.text() != expected, "mark",
+                   field.id() + " \"" + field.text() + "\" is what is stored");
+        else if (field.text() == field.tag())
+            expect(field.text() == expected, "shown",
+                   field.id() + " \"" + field.text() + "\" for \"" + expected + "\"");
+    }
+
+    void shown() {
+        const iVKR_Company& company = *scene_.record;
+        for (const auto& field : companyFieldTable())
+            agree(form().get<TextField>(field.control), fieldText(field));
+        const int year = company.get_LastFY();
+        agree(form().get<TextField>("txtLastFY"), year == 0 ? "" : std::to_string(year));
+        agree(form().get<TextField>("txtDateofLastFY"), dateText(company.get_LastFYDate()));
+        agree(form().get<TextField>("txtLastQDate"), dateText(company.get_LastQDate()));
+        for (const auto& column : yearlyColumns())
+            cells(column, [](int row) { return 10 - row; });
+        const int offset = -form().get<Spinner>("spnQuarter").value();
+        for (const auto& column : quarterlyColumns())
+            cells(column, [&](int row) { return row + offset; });
+        const auto unit = company.get_Settings()->get(setting::unit).toLong();
+        expect(unitFactor() == (unit == 3   ? 1000
+                                : unit == 9 ? 0.001
+                                            : 1),
+               "unit", std::to_string(unit));
+    }
+
+    template <typename ElementOf>
+    void cells(const GridColumn& column, ElementOf elementOf) {
+        const bool second = column.choice == ColumnChoice::income
+                                ? form().get<OptionButton>("optPTI", 1).value()
+                            : column.choice == ColumnChoice::equity
+                                ? form().get<OptionButton>("optCommEq", 1).value()
+                                : false;
+        const GridSeries& series = second ? column.second : column.first;
+        const Variant value = readSeries(*scene_.record, series.series);
+        const VariantArray& figures = value.array();
+        const auto pattern =
+            column.price ? std::string_view("#0.000") : scene_.entry->get_NumberFormat();
+        for (int row = 0; row <= form().upperBound(column.cells); ++row) {
+            const auto& cell = form().get<TextField>(column.cells, row);
+            const int element = elementOf(row);
+            const bool held = figures.contains(element);
+            expect(cell.enabled() == held, "enabled", cell.id());
+            const auto text = [&](double factor) {
+                return held ? numberText(figures.number(element), factor, pattern,
+                                         column.negativesShown, column.price)
+                            : std::string();
+            };
+            // Loading shows quarterly earnings in the unit of that time, all else per share.
+            if (series.series == Datum::QEPSSeries && cell.mark().empty() &&
+                (cell.text() == text(1000) || cell.text() == text(0.001)))
+                continue;
+            agree(cell, text(series.scaled ? unitFactor() : 1));
+        }
+    }
+
+    MonkeyScene& scene_;
+    std::vector<Variant> snapshot_;
+    std::shared_ptr<ScriptedRecord> held_;
+    bool locked_ = false;
+    bool uncertain_ = false;
+    std::string broken_;
+};
+
+// --- playing -------------------------------------------------------------------------------------
+
+// Whether the desktop refused it: nobody could do that at the moment, and nothing has happened.
+bool isRefusal(const std::logic_error& error) {
+    const std::string_view why = error.what();
+    return typeid(error) == typeid(std::logic_error) &&
+           why.find("has no colours") == std::string_view::npos &&
+           why.find("has no caption") == std::string_view::npos;
+}
+
+class Player {
+  public:
+    // What the step has broken, "" for nothing.
+    std::string play(const MonkeyStep& step, bool thorough) {
+        const Act& act = acts[step.act];
+        invariants_.before();
+        try {
+            act.perform(scene, step);
+        } catch (const std::logic_error& error) {
+            if (!isRefusal(error))
+                return std::string("escaped: ") + error.what();
+        } catch (const std::exception& error) {
+            return std::string("escaped: ") + error.what();
+        }
+        scene.desktop.forget();
+        // The checks read the record without the failures.
+        const auto record = scene.record;
+        if (record == nullptr)
+            return invariants_.after(act, false, thorough);
+        auto failing = std::exchange(record->failing, {});
+        const bool without = std::exchange(record->withoutObjects, false);
+        auto broken = invariants_.after(act, without || !failing.empty(), thorough);
+        record->failing = std::move(failing);
+        record->withoutObjects = without;
+        record->log.clear();
+        return broken;
+    }
+
+    MonkeyScene scene;
+
+  private:
+    Invariants invariants_{scene};
+};
+
+std::size_t randomAct(Chooser& chooser) {
+    static const int total = [] {
+        int sum = 0;
+        for (const auto& act : acts)
+            sum += act.weight;
+        return sum;
+    }();
+    int drawn = chooser.within(0, total - 1);
+    std::size_t act = 0;
+    while (drawn >= acts[act].weight)
+        drawn -= acts[act++].weight;
+    return act;
+}
+
+std::string literal(std::string_view text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            result += '\\';
+        if (static_cast<unsigned char>(c) < 0x20 || static_cast<unsigned char>(c) == 0xFF) {
+            constexpr char digits[] = "01234567";
+            const auto code = static_cast<unsigned char>(c);
+            result += {'\\', digits[code >> 6], digits[code >> 3 & 7], digits[code & 7]};
+        } else {
+            result += c;
+        }
+    }
+    return result + '"';
+}
+
+} // namespace
+
+std::string MonkeyStep::code() const {
+    std::string code = acts[act].code;
+    ReplaceAll(code, "$n", std::to_string(number));
+    ReplaceAll(code, "$s", literal(second));
+    ReplaceAll(code, "$t", literal(text));
+    return code;
+}
+
+MonkeyRun playMonkey(unsigned seed, int events,
+                     const std::function<void(const MonkeyStep&)>& told) {
+    constexpr int thoroughEvery = 10;
+    MonkeyRun run;
+    Player player;
+    Chooser chooser(player.scene, seed);
+    for (int i = 0; i < events && run.failure.empty(); ++i) {
+        MonkeyStep step;
+        step.act = i == 0 ? 0 : randomAct(chooser);
+        if (i == 0) // most of the form needs a record
+            while (!acts[step.act].loads)
+                ++step.act;
+        acts[step.act].choose(chooser, step);
+        if (told)
+            told(step);
+        run.steps.push_back(step);
+        run.failure = player.play(step, i % thoroughEvery == 0 || i + 1 == events);
+    }
+    return run;
+}
+
+MonkeyRun replay(const std::vector<MonkeyStep>& steps) {
+    MonkeyRun run;
+    Player player;
+    for (const auto& step : steps) {
+        run.steps.push_back(step);
+        run.failure = player.play(step, true);
+        if (!run.failure.empty())
+            break;
+    }
+    return run;
+}
+
+MonkeyRun shrunk(const MonkeyRun& run) {
+    MonkeyRun found = replay(run.steps);
+    if (found.failure.empty())
+        return run;
+    const auto invariant = found.failure.substr(0, found.failure.find(':'));
+    found.steps = shortest(found.steps, [&](const std::vector<MonkeyStep>& steps) {
+        return replay(steps).failure.starts_with(invariant + ":");
+    });
+    found.failure = replay(found.steps).failure;
+    return found;
+}
+
+} // namespace vkr::test
