@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <QSysInfo>
 
+#include <algorithm>
 #include <limits>
 #include <map>
 #include <stdexcept>
@@ -67,31 +68,36 @@ std::string enumerate(const std::vector<Difference>& differences) {
 
 // Turns what is thrown into the result.
 template <typename Value, typename Function>
-StoreResult<Value> guarded(const std::string& path, Function function) {
+StoreResult<Value> guarded(const StoreLocation& location, Function function) {
     try {
         return function();
     } catch (const StoreFailure& failure) {
         return failure.error();
     } catch (const std::exception& failure) {
-        return describeFault(StoreFault::other, toQString(path), failure.what());
+        return describeFault(StoreFault::other, location, failure.what());
     }
 }
 
 // Opening
 
-[[noreturn]] void fail(StoreFault fault, const QString& path, const std::string& detail = {}) {
-    throw StoreFailure(describeFault(fault, path, detail));
+[[noreturn]] void fail(StoreFault fault, const StoreLocation& location,
+                       const std::string& detail = {}) {
+    throw StoreFailure(describeFault(fault, location, detail));
 }
 
-SchemaState inspect(const QString& path, std::chrono::milliseconds patience) {
-    StoreConnection connection(path, StoreConnection::Access::inspect, patience);
+SchemaState inspect(const StoreLocation& file, std::chrono::milliseconds patience) {
+    StoreConnection connection(file, StoreConnection::Access::inspect, patience);
     return inspectSchema(connection);
+}
+
+QString fileTime() {
+    return QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
 }
 
 QString backupName(const QString& path) {
     const QFileInfo file(path);
-    const QString stem = file.absolutePath() + "/" + file.completeBaseName() + "-backup-" +
-                         QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
+    const QString stem =
+        file.absolutePath() + "/" + file.completeBaseName() + "-backup-" + fileTime();
     const QString suffix = file.suffix().isEmpty() ? "" : "." + file.suffix();
     QString name = stem + suffix;
     for (int number = 2; QFileInfo::exists(name); ++number)
@@ -101,40 +107,115 @@ QString backupName(const QString& path) {
 
 // A copy is made by the database itself, which other windows may be writing to, and counts only
 // when it was opened again and found sound.
-QString backUp(const QString& path, std::chrono::milliseconds patience) {
-    QString copy = backupName(path);
+QString backUpFile(const StoreLocation& file, std::chrono::milliseconds patience) {
+    StoreLocation copy = file;
+    copy.path = backupName(file.path);
     try {
         const QString countCompanies = "SELECT count(*) FROM company";
-        StoreConnection original(path, StoreConnection::Access::existing, patience);
-        original.copyTo(copy);
+        StoreConnection original(file, StoreConnection::Access::existing, patience);
+        original.copyTo(copy.path);
         StoreConnection made(copy, StoreConnection::Access::inspect, patience);
         if (const QString damage = made.damage(); !damage.isEmpty())
-            fail(StoreFault::corrupt, path, damage.toStdString());
+            fail(StoreFault::corrupt, file, damage.toStdString());
         if (made.integer(countCompanies) != original.integer(countCompanies))
-            fail(StoreFault::other, path, "the backup copy is not complete");
+            fail(StoreFault::other, file, "the backup copy is not complete");
     } catch (...) {
-        QFile::remove(copy);
+        QFile::remove(copy.path);
         throw;
     }
-    return copy;
+    return copy.path;
 }
 
-void refuseWhatCannotBeOpened(const QString& path, OpenMode mode) {
-    const QFileInfo file(path);
+void refuseWhatCannotBeOpened(const StoreLocation& location, OpenMode mode) {
+    const QFileInfo file(location.path);
     if (!file.exists()) {
         if (mode == OpenMode::existing)
-            fail(StoreFault::missing, path);
+            fail(StoreFault::missing, location);
         if (!QDir().mkpath(file.absolutePath()))
-            fail(StoreFault::readOnly, path);
+            fail(StoreFault::readOnly, location);
     } else if (!file.isFile()) {
-        fail(StoreFault::notADatabase, path);
+        fail(StoreFault::notADatabase, location);
     } else if (!file.isReadable()) {
-        fail(StoreFault::other, path, "no permission to read it");
+        fail(StoreFault::other, location, "no permission to read it");
     } else if (file.size() == 0 && mode == OpenMode::existing) {
-        fail(StoreFault::notADatabase, path, "it is empty");
+        fail(StoreFault::notADatabase, location, "it is empty");
     }
-    if (!isWritableFile(path))
-        fail(StoreFault::readOnly, path);
+    if (!isWritableFile(location.path))
+        fail(StoreFault::readOnly, location);
+}
+
+void refuseState(SchemaState state, const StoreLocation& location, OpenMode mode) {
+    if (state == SchemaState::newer)
+        fail(StoreFault::newerSchema, location);
+    if (state == SchemaState::foreign)
+        fail(StoreFault::notADatabase, location);
+    if (state == SchemaState::empty && mode == OpenMode::existing)
+        fail(location.dialect->isFile ? StoreFault::notADatabase : StoreFault::empty, location);
+}
+
+// The copy stands in the same database; within a transaction of the caller.
+void copyTables(StoreConnection& connection, const QString& schema) {
+    connection.execute("CREATE SCHEMA \"" + schema + "\"");
+    for (const char* table : {"company", "series", "list_entry", "change_log"}) {
+        const QString name = table;
+        if (connection.integer("SELECT count(to_regclass('" + name + "'))") == 0)
+            continue;
+        const QString copy = "\"" + schema + "\"." + name;
+        connection.execute("LOCK TABLE " + name + " IN SHARE ROW EXCLUSIVE MODE");
+        connection.execute("CREATE TABLE " + copy + " AS TABLE " + name);
+    }
+}
+
+struct Opening {
+    std::unique_ptr<StoreConnection> connection;
+    QString backup;
+};
+
+Opening openFile(const StoreLocation& file, OpenMode mode, std::chrono::milliseconds patience) {
+    const bool isNew = !QFileInfo::exists(file.path);
+    refuseWhatCannotBeOpened(file, mode);
+    SchemaState state = SchemaState::empty;
+    if (QFileInfo(file.path).size() > 0)
+        state = inspect(file, patience);
+    refuseState(state, file, mode);
+
+    Opening opening;
+    if (state == SchemaState::older)
+        opening.backup = backUpFile(file, patience);
+    try {
+        const auto access = mode == OpenMode::create ? StoreConnection::Access::create
+                                                     : StoreConnection::Access::existing;
+        opening.connection = std::make_unique<StoreConnection>(file, access, patience);
+        if (state != SchemaState::current)
+            migrateSchema(*opening.connection);
+    } catch (...) {
+        opening.connection.reset();
+        if (isNew)
+            for (const char* suffix : {"", "-wal", "-shm", "-journal"})
+                QFile::remove(file.path + suffix);
+        throw;
+    }
+    return opening;
+}
+
+Opening openOnServer(const StoreLocation& database, OpenMode mode,
+                     std::chrono::milliseconds patience) {
+    Opening opening;
+    opening.connection =
+        std::make_unique<StoreConnection>(database, StoreConnection::Access::existing, patience);
+    StoreConnection& connection = *opening.connection;
+    const SchemaState state = inspectSchema(connection);
+    refuseState(state, database, mode);
+    const auto copyFirst = [&] {
+        const QString schema = "companies_before_update_" + fileTime();
+        copyTables(connection, schema);
+        opening.backup = schema;
+    };
+    if (state == SchemaState::older)
+        migrateSchema(connection, copyFirst);
+    else if (state == SchemaState::empty)
+        migrateSchema(connection);
+    return opening;
 }
 
 // Records and rows
@@ -234,6 +315,38 @@ void readSeries(Statement& rows, LoadedCompany& loaded) {
     }
 }
 
+// In the order of the primary key, so that rows are put behind one another.
+const std::vector<const DatumRow*>& seriesInOrderOfTheTable() {
+    static const std::vector<const DatumRow*> rows = [] {
+        std::vector<const DatumRow*> found;
+        for (const DatumRow& row : datumTable())
+            if (isSeries(row))
+                found.push_back(&row);
+        std::ranges::sort(found, {}, &DatumRow::name);
+        return found;
+    }();
+    return rows;
+}
+
+// All figures of a company by one statement: its number, then every element of every series. A
+// statement for each figure takes more time than all the rest of a save.
+QString insertSeries(const StoreDialect& dialect) {
+    const CompanyRecord bounds;
+    QStringList rows;
+    for (const DatumRow* row : seriesInOrderOfTheTable()) {
+        const VariantArray& series = bounds.stored(row->datum).array();
+        for (int element = series.lower(); element <= series.upper(); ++element)
+            rows += QString("('%1', %2, CAST(? AS {number}))")
+                        .arg(toQString(std::string(row->name)))
+                        .arg(element);
+    }
+    return dialect.define("INSERT INTO series (company_id, series, element, value) "
+                          "SELECT company, series, element, value "
+                          "FROM (SELECT CAST(? AS {integer}) AS company) AS chosen, "
+                          "(WITH given (series, element, value) AS (VALUES " +
+                          rows.join(", ") + ") SELECT * FROM given) AS figures WHERE value <> 0");
+}
+
 const char* kindText(StoreList list) {
     switch (list) {
     case StoreList::exchanges:
@@ -251,45 +364,30 @@ const char* kindText(StoreList list) {
 StoreResult<std::unique_ptr<CompanyStore>>
 CompanyStore::open(const std::string& path, OpenMode mode, const StoreOptions& options) {
     using Opened = std::unique_ptr<CompanyStore>;
-    return guarded<Opened>(path, [&]() -> StoreResult<Opened> {
-        const QString file = toQString(path);
-        const bool isNew = !QFileInfo::exists(file);
-        refuseWhatCannotBeOpened(file, mode);
-
-        SchemaState state = SchemaState::empty;
-        if (QFileInfo(file).size() > 0)
-            state = inspect(file, options.patience);
-        if (state == SchemaState::newer)
-            fail(StoreFault::newerSchema, file);
-        if (state == SchemaState::foreign ||
-            (state == SchemaState::empty && mode == OpenMode::existing))
-            fail(StoreFault::notADatabase, file);
-
-        const QString backup =
-            state == SchemaState::older ? backUp(file, options.patience) : QString();
-        std::unique_ptr<StoreConnection> connection;
-        try {
-            const auto access = mode == OpenMode::create ? StoreConnection::Access::create
-                                                         : StoreConnection::Access::existing;
-            connection = std::make_unique<StoreConnection>(file, access, options.patience);
-            if (state != SchemaState::current)
-                migrateSchema(*connection);
-        } catch (...) {
-            connection.reset();
-            if (isNew)
-                for (const char* suffix : {"", "-wal", "-shm", "-journal"})
-                    QFile::remove(file + suffix);
-            throw;
-        }
-        return Opened(new CompanyStore(path, backup.toStdString(),
+    StoreLocation location;
+    try {
+        location = locateStore(path);
+    } catch (const StoreFailure& failure) {
+        return failure.error();
+    }
+    return guarded<Opened>(location, [&]() -> StoreResult<Opened> {
+        const auto openIt = location.dialect->isFile ? openFile : openOnServer;
+        Opening opening = openIt(location, mode, options.patience);
+        return Opened(new CompanyStore(location, opening.backup.toStdString(),
                                        options.user.empty() ? currentUser() : options.user,
-                                       std::move(connection)));
+                                       std::move(opening.connection)));
     });
 }
 
-CompanyStore::CompanyStore(std::string path, std::string backupPath, std::string user,
+bool CompanyStore::isOnServer(std::string_view path) {
+    return path.starts_with("postgresql://") || path.starts_with("postgres://");
+}
+
+CompanyStore::CompanyStore(const StoreLocation& location, std::string backupPath, std::string user,
                            std::unique_ptr<StoreConnection> connection)
-    : path_(std::move(path)), backupPath_(std::move(backupPath)), user_(std::move(user)),
+    : location_(std::make_unique<StoreLocation>(location)), path_(location.name.toStdString()),
+      backupPath_(std::move(backupPath)), user_(std::move(user)),
+      insertSeries_(insertSeries(*location.dialect).toStdString()),
       connection_(std::move(connection)) {}
 
 CompanyStore::~CompanyStore() = default;
@@ -297,19 +395,22 @@ CompanyStore::~CompanyStore() = default;
 template <typename Transaction>
 void CompanyStore::commit(Transaction& transaction) {
     // A file that was moved away or deleted would take the save with it, without an error.
-    if (!QFileInfo::exists(toQString(path_)))
-        fail(StoreFault::missing, toQString(path_), "it was moved or deleted while it was open");
+    if (location_->dialect->isFile && !QFileInfo::exists(location_->path))
+        fail(StoreFault::missing, *location_, "it was moved or deleted while it was open");
     transaction.commit();
 }
 
 StoreResult<std::vector<CompanySummary>> CompanyStore::list() {
     using Summaries = std::vector<CompanySummary>;
-    return guarded<Summaries>(path_, [&] {
+    return guarded<Summaries>(*location_, [&] {
+        Transaction oneMoment(*connection_, Transaction::Kind::read);
+        const QString folded = connection_->dialect().folded;
         Statement rows(*connection_,
                        "SELECT id, revision, \"Name\", \"Symbol\", \"Exchange\", \"Industry\", "
                        "\"Source\", \"LastFY\", \"LastFYDate\", \"CurrentPrice\", "
-                       "\"PriceUpdatedDate\", saved_at FROM company "
-                       "ORDER BY \"Name\" COLLATE NOCASE, \"Symbol\" COLLATE NOCASE, id");
+                       "\"PriceUpdatedDate\", saved_at FROM company ORDER BY " +
+                           QString(folded).replace("%1", "\"Name\"") + ", " +
+                           QString(folded).replace("%1", "\"Symbol\"") + ", id");
         Summaries found;
         while (rows.next()) {
             const auto date = [&](int column) {
@@ -334,7 +435,7 @@ StoreResult<std::vector<CompanySummary>> CompanyStore::list() {
 }
 
 StoreResult<LoadedCompany> CompanyStore::load(std::int64_t id) {
-    return guarded<LoadedCompany>(path_, [&] {
+    return guarded<LoadedCompany>(*location_, [&] {
         Transaction oneMoment(*connection_, Transaction::Kind::read);
         return read(id);
     });
@@ -360,7 +461,7 @@ LoadedCompany CompanyStore::read(std::int64_t id) {
 StoreResult<CompanyKey> CompanyStore::save(std::optional<std::int64_t> id,
                                            const CompanyRecord& record,
                                            std::int64_t expectedRevision) {
-    return guarded<CompanyKey>(path_, [&] {
+    return guarded<CompanyKey>(*location_, [&] {
         Transaction transaction(*connection_, Transaction::Kind::write);
         const CompanyKey key = write(id, record, expectedRevision);
         commit(transaction);
@@ -371,7 +472,7 @@ StoreResult<CompanyKey> CompanyStore::save(std::optional<std::int64_t> id,
 StoreResult<std::vector<CompanyKey>>
 CompanyStore::saveAll(const std::vector<SaveRequest>& requests) {
     using Keys = std::vector<CompanyKey>;
-    return guarded<Keys>(path_, [&] {
+    return guarded<Keys>(*location_, [&] {
         Transaction transaction(*connection_, Transaction::Kind::write);
         Keys keys;
         for (const SaveRequest& request : requests)
@@ -382,7 +483,7 @@ CompanyStore::saveAll(const std::vector<SaveRequest>& requests) {
 }
 
 StoreResult<CompanyKey> CompanyStore::duplicate(std::int64_t id) {
-    return guarded<CompanyKey>(path_, [&] {
+    return guarded<CompanyKey>(*location_, [&] {
         Transaction transaction(*connection_, Transaction::Kind::write);
         const LoadedCompany original = read(id);
         original.record->put_Name(original.record->get_Name() + " (copy)");
@@ -393,7 +494,7 @@ StoreResult<CompanyKey> CompanyStore::duplicate(std::int64_t id) {
 }
 
 StoreDone CompanyStore::remove(std::int64_t id, std::int64_t expectedRevision) {
-    return guarded<std::monostate>(path_, [&] {
+    return guarded<std::monostate>(*location_, [&] {
         Transaction transaction(*connection_, Transaction::Kind::write);
         const LoadedCompany stored = read(id);
         if (stored.revision != expectedRevision)
@@ -414,7 +515,8 @@ CompanyKey CompanyStore::write(std::optional<std::int64_t> id, const CompanyReco
         return all.join(", ");
     }();
     static const QString insertCompany = "INSERT INTO company (revision, saved_by, saved_at, " +
-                                         columnList(", ", "") + ") VALUES (?, ?, ?, " + marks + ")";
+                                         columnList(", ", "") + ") VALUES (?, ?, ?, " + marks +
+                                         ") RETURNING id";
     static const QString updateCompany =
         "UPDATE company SET revision = ?, saved_by = ?, saved_at = ?, " + columnList(", ", " = ?") +
         " WHERE id = ?";
@@ -441,7 +543,9 @@ CompanyKey CompanyStore::write(std::optional<std::int64_t> id, const CompanyReco
         connection_->run(updateCompany, values);
         connection_->run("DELETE FROM series WHERE company_id = ?", {qlonglong(*id)});
     } else {
-        key.id = Statement(*connection_, insertCompany, values).newId();
+        Statement made(*connection_, insertCompany, values);
+        made.next();
+        key.id = made.integer(0);
     }
     writeSeries(key.id, record);
     log(key, "saved", time);
@@ -449,17 +553,13 @@ CompanyKey CompanyStore::write(std::optional<std::int64_t> id, const CompanyReco
 }
 
 void CompanyStore::writeSeries(std::int64_t id, const CompanyRecord& record) {
-    for (const DatumRow& row : datumTable()) {
-        if (!isSeries(row))
-            continue;
-        const QVariant name = textValue(std::string(row.name));
-        const VariantArray& series = record.stored(row.datum).array();
+    std::vector<QVariant> values = {qlonglong(id)};
+    for (const DatumRow* row : seriesInOrderOfTheTable()) {
+        const VariantArray& series = record.stored(row->datum).array();
         for (int element = series.lower(); element <= series.upper(); ++element)
-            if (const double value = series.number(element); value != 0)
-                connection_->run(
-                    "INSERT INTO series (company_id, series, element, value) VALUES (?, ?, ?, ?)",
-                    {qlonglong(id), name, element, value});
+            values.emplace_back(series.number(element));
     }
+    connection_->run(toQString(insertSeries_), values);
 }
 
 std::int64_t CompanyStore::storedRevision(std::int64_t id) {
@@ -511,7 +611,8 @@ void CompanyStore::failRemoved(std::int64_t id, const std::string& name, StoreFa
 
 StoreResult<std::vector<std::string>> CompanyStore::entries(StoreList list) {
     using Texts = std::vector<std::string>;
-    return guarded<Texts>(path_, [&] {
+    return guarded<Texts>(*location_, [&] {
+        Transaction oneMoment(*connection_, Transaction::Kind::read);
         Statement rows(*connection_,
                        "SELECT text FROM list_entry WHERE kind = ? ORDER BY position, text",
                        {kindText(list)});
@@ -523,7 +624,7 @@ StoreResult<std::vector<std::string>> CompanyStore::entries(StoreList list) {
 }
 
 StoreDone CompanyStore::addEntry(StoreList list, const std::string& text) {
-    return guarded<std::monostate>(path_, [&] {
+    return guarded<std::monostate>(*location_, [&] {
         Transaction transaction(*connection_, Transaction::Kind::write);
         appendEntry(list, text);
         commit(transaction);
@@ -532,7 +633,7 @@ StoreDone CompanyStore::addEntry(StoreList list, const std::string& text) {
 }
 
 StoreDone CompanyStore::removeEntry(StoreList list, const std::string& text) {
-    return guarded<std::monostate>(path_, [&] {
+    return guarded<std::monostate>(*location_, [&] {
         Transaction transaction(*connection_, Transaction::Kind::write);
         connection_->run("DELETE FROM list_entry WHERE kind = ? AND text = ?",
                          {kindText(list), textValue(text)});
@@ -542,7 +643,7 @@ StoreDone CompanyStore::removeEntry(StoreList list, const std::string& text) {
 }
 
 StoreDone CompanyStore::setEntries(StoreList list, const std::vector<std::string>& texts) {
-    return guarded<std::monostate>(path_, [&] {
+    return guarded<std::monostate>(*location_, [&] {
         Transaction transaction(*connection_, Transaction::Kind::write);
         connection_->run("DELETE FROM list_entry WHERE kind = ?", {kindText(list)});
         for (const std::string& text : texts)

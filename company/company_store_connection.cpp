@@ -3,80 +3,51 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
 #include <QStringDecoder>
 #include <QUrl>
+#include <QUrlQuery>
 #include <QUuid>
 
 namespace vkr {
 
 namespace {
 
-// https://www.sqlite.org/rescode.html
-namespace sqlite {
-constexpr int primaryCode = 0xFF; // the rest of a code says more closely what happened
-constexpr int permissionDenied = 3;
-constexpr int busy = 5;
-constexpr int locked = 6;
-constexpr int readOnly = 8;
-constexpr int inputOutput = 10;
-constexpr int corrupt = 11;
-constexpr int full = 13;
-constexpr int cannotOpen = 14;
-constexpr int notADatabase = 26;
-constexpr int fileWasMoved = 1032;
-} // namespace sqlite
-
-bool isWritable(const QFileInfo& file) {
-    return (!file.exists() || file.isWritable()) && QFileInfo(file.absolutePath()).isWritable();
-}
-
-StoreFault faultOf(int code, const QString& path) {
-    if (code == sqlite::fileWasMoved)
-        return StoreFault::missing;
-    switch (code & sqlite::primaryCode) {
-    case sqlite::busy:
-    case sqlite::locked:
-        return StoreFault::locked;
-    case sqlite::readOnly:
-    case sqlite::permissionDenied:
-        return StoreFault::readOnly;
-    case sqlite::full:
-        return StoreFault::full;
-    case sqlite::corrupt:
-        return StoreFault::corrupt;
-    case sqlite::notADatabase:
-        return StoreFault::notADatabase;
-    case sqlite::cannotOpen:
-        return isWritable(QFileInfo(path)) ? StoreFault::other : StoreFault::readOnly;
-    case sqlite::inputOutput: {
-        const QStorageInfo disk(QFileInfo(path).absolutePath());
-        return disk.isValid() && disk.bytesAvailable() == 0 ? StoreFault::full : StoreFault::other;
-    }
-    default:
-        return StoreFault::other;
-    }
-}
-
 struct FaultText {
     StoreFault fault;
-    const char* text;
+    const char* ofFile;
+    const char* ofServer;
 };
 
 constexpr FaultText faultTexts[] = {
-    {StoreFault::missing, " does not exist. Choose another file, or make a new one."},
-    {StoreFault::locked, " is being written by another window or program. Nothing was changed; "
-                         "try again in a moment."},
-    {StoreFault::readOnly, " cannot be written: the file or its folder is read-only. Change that, "
-                           "or work on a copy in another folder."},
-    {StoreFault::full, " could not be written: the disk is full. It holds what it held before. "
-                       "Free some space and save again."},
-    {StoreFault::notADatabase, " is not a company file. It was left as it is; choose another one."},
-    {StoreFault::newerSchema, " was written by a newer version of this program. It was left as it "
-                              "is; open it with that version."},
-    {StoreFault::corrupt, " is damaged. Go on with a copy of it from before."},
-    {StoreFault::conflict, " was changed by somebody else."},
-    {StoreFault::other, " could not be read or written."},
+    {StoreFault::missing, " does not exist. Choose another file, or make a new one.",
+     " does not exist on the server. Check the name, or have it made there."},
+    {StoreFault::empty, " is empty.", " holds no companies yet; its tables are still to be made."},
+    {StoreFault::locked,
+     " is being written by another window or program. Nothing was changed; try again in a moment.",
+     " is being changed by somebody else. Nothing was changed; try again in a moment."},
+    {StoreFault::readOnly,
+     " cannot be written: the file or its folder is read-only. Change that, or work on a copy in "
+     "another folder.",
+     " cannot be written: the server does not allow it to this user, or to nobody at present."},
+    {StoreFault::full,
+     " could not be written: the disk is full. It holds what it held before. Free some space and "
+     "save again.",
+     " could not be written: the disk of the server is full. It holds what it held before."},
+    {StoreFault::notADatabase, " is not a company file. It was left as it is; choose another one.",
+     " holds the tables of another program. It was left as it is; choose another one."},
+    {StoreFault::newerSchema,
+     " was written by a newer version of this program. It was left as it is; open it with that "
+     "version.",
+     " was brought up to date by a newer version of this program. It was left as it is; open it "
+     "with that version."},
+    {StoreFault::corrupt, " is damaged. Go on with a copy of it from before.",
+     " is damaged on the server. Go on with a copy of it from before."},
+    {StoreFault::conflict, " was changed by somebody else.", " was changed by somebody else."},
+    {StoreFault::unreachable, " cannot be reached.",
+     " cannot be reached. Nothing was changed; check the network and the server, and try again."},
+    {StoreFault::denied, " may not be opened.",
+     " did not let this user in. Check the user and the password."},
+    {StoreFault::other, " could not be read or written.", " could not be read or written."},
 };
 
 } // namespace
@@ -87,16 +58,12 @@ QString toQString(const std::string& text) {
 }
 
 QVariant textValue(const std::string& text) {
-    QString value = toQString(text);
-    // The database takes one byte order mark away.
-    if (value.startsWith(QChar::ByteOrderMark) || value.startsWith(QChar::ByteOrderSwapped))
-        value.prepend(QChar::ByteOrderMark);
-    return value;
+    return toQString(text);
 }
 
-StoreConnection::Handle::Handle()
+StoreConnection::Handle::Handle(const char* driver)
     : name("vkr-" + QUuid::createUuid().toString(QUuid::WithoutBraces)),
-      database(QSqlDatabase::addDatabase("QSQLITE", name)) {}
+      database(QSqlDatabase::addDatabase(driver, name)) {}
 
 StoreConnection::Handle::~Handle() {
     database.close();
@@ -104,34 +71,70 @@ StoreConnection::Handle::~Handle() {
     QSqlDatabase::removeDatabase(name);
 }
 
-StoreConnection::StoreConnection(const QString& path, Access access,
+StoreConnection::StoreConnection(const StoreLocation& location, Access access,
                                  std::chrono::milliseconds patience)
-    : path_(path) {
-    // With nobody else at the file it can be inspected without leaving a trace beside it.
-    const QString mode = access == Access::create       ? "mode=rwc"
-                         : access == Access::existing   ? "mode=rw"
-                         : QFile::exists(path + "-wal") ? "mode=ro"
-                                                        : "mode=ro&immutable=1";
-    const QUrl location = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
-    handle_.database.setDatabaseName(location.toString(QUrl::FullyEncoded) + "?" + mode);
-    handle_.database.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=" +
-                                       QString::number(patience.count()));
-    if (!handle_.database.open())
-        throw StoreFailure(describe(handle_.database.lastError()));
-    if (access == Access::inspect)
+    : location_(location), patience_(patience), isInspecting_(access == Access::inspect) {
+    const StoreDialect& dialect = *location.dialect;
+    if (!QSqlDatabase::isDriverAvailable(dialect.driver))
+        throw StoreFailure(describeFault(StoreFault::other, location,
+                                         std::string("Qt has no driver for it here; package ") +
+                                             dialect.driverPackage));
+    handle_.emplace(dialect.driver);
+    QSqlDatabase& database = handle_->database;
+    if (dialect.isFile) {
+        const QString& path = location.path;
+        // With nobody else at the file it can be inspected without leaving a trace beside it.
+        const QString mode = access == Access::create       ? "mode=rwc"
+                             : access == Access::existing   ? "mode=rw"
+                             : QFile::exists(path + "-wal") ? "mode=ro"
+                                                            : "mode=ro&immutable=1";
+        const QUrl file = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
+        database.setDatabaseName(file.toString(QUrl::FullyEncoded) + "?" + mode);
+        database.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=" +
+                                   QString::number(patience.count()));
+    } else {
+        const QUrl& url = location.url;
+        database.setDatabaseName(url.path(QUrl::FullyDecoded).mid(1));
+        database.setHostName(url.host(QUrl::FullyDecoded));
+        database.setPort(url.port());
+        database.setUserName(url.userName(QUrl::FullyDecoded));
+        database.setPassword(url.password(QUrl::FullyDecoded));
+        QStringList options = {"connect_timeout=5"};
+        for (const auto& [option, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
+            options += option + "='" + QString(value).replace('\'', "\\'") + "'";
+        database.setConnectOptions(options.join(';'));
+    }
+    open();
+}
+
+void StoreConnection::open() {
+    statements_.clear();
+    handle_->database.close();
+    if (!handle_->database.open())
+        throw StoreFailure(describe(handle_->database.lastError()));
+    if (isInspecting_)
         return;
-    run("PRAGMA foreign_keys = ON");
-    run("PRAGMA journal_mode = WAL");
-    run("PRAGMA synchronous = FULL");
-    // Everything saved is in the file itself, for people who copy it while it is open.
-    run("PRAGMA wal_autocheckpoint = 1");
+    for (const char* statement : location_.dialect->setup)
+        if (statement != nullptr)
+            execute(QString(statement).replace("%1", QString::number(patience_.count())));
+}
+
+void StoreConnection::execute(const QString& text) {
+    QSqlQuery query(handle_->database);
+    if (!query.exec(text))
+        throw StoreFailure(describe(query.lastError()));
 }
 
 StoreConnection::Statement::Statement(StoreConnection& connection, const QString& text,
                                       const std::vector<QVariant>& values)
     : connection_(connection), query_(connection.prepared(text)) {
-    for (std::size_t i = 0; i < values.size(); ++i)
-        query_.bindValue(static_cast<int>(i), values[i]);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const int place = static_cast<int>(i);
+        if (values[i].typeId() == QMetaType::QString && !values[i].isNull())
+            query_.bindValue(place, connection.dialect().carried(values[i].toString()));
+        else
+            query_.bindValue(place, values[i]);
+    }
     if (query_.exec())
         return;
     const QSqlError error = query_.lastError();
@@ -160,23 +163,47 @@ std::string StoreConnection::Statement::text(int column) const {
 }
 
 std::int64_t StoreConnection::integer(const QString& text) {
-    Statement statement(*this, text);
-    return statement.next() ? statement.integer(0) : 0;
+    QSqlQuery query(handle_->database);
+    if (!query.exec(text))
+        throw StoreFailure(describe(query.lastError()));
+    return query.next() ? query.value(0).toLongLong() : 0;
 }
 
 StoreConnection::Transaction::Transaction(StoreConnection& connection, Kind kind)
     : connection_(connection) {
-    connection_.run(kind == Kind::write ? "BEGIN IMMEDIATE" : "BEGIN");
+    if (!connection_.handle_->database.isOpen())
+        connection_.open();
+    try {
+        begin(kind);
+    } catch (const StoreFailure& failure) {
+        rollBack();
+        // A server that was started anew since then knows nothing of the old connection.
+        if (failure.error().fault != StoreFault::unreachable)
+            throw;
+        connection_.open();
+        begin(kind);
+    }
+}
+
+void StoreConnection::Transaction::begin(Kind kind) {
+    for (const char* statement : connection_.dialect().begin[static_cast<std::size_t>(kind)])
+        if (statement != nullptr)
+            connection_.execute(statement);
 }
 
 StoreConnection::Transaction::~Transaction() {
     // The database may have rolled back by itself: then there is nothing left to undo.
     if (isOpen_)
-        QSqlQuery(connection_.handle_.database).exec("ROLLBACK");
+        rollBack();
+}
+
+void StoreConnection::Transaction::rollBack() {
+    if (connection_.handle_->database.isOpen())
+        QSqlQuery(connection_.handle_->database).exec("ROLLBACK");
 }
 
 void StoreConnection::Transaction::commit() {
-    connection_.run("COMMIT");
+    connection_.execute("COMMIT");
     isOpen_ = false;
 }
 
@@ -185,47 +212,53 @@ void StoreConnection::copyTo(const QString& path) {
 }
 
 QString StoreConnection::damage() {
-    QSqlQuery query(handle_.database);
-    if (!query.exec("PRAGMA quick_check(1)") || !query.next())
+    QSqlQuery query(handle_->database);
+    // SQLite 3.40 takes a column between those of the key for empty in a table that is kept by its
+    // key; no other check can leave such a column empty.
+    if (!query.exec("SELECT quick_check FROM pragma_quick_check(100000) WHERE quick_check <> 'ok' "
+                    "AND quick_check NOT LIKE 'NULL value in list_entry.%' LIMIT 1"))
         return query.lastError().databaseText();
-    const QString answer = query.value(0).toString();
-    return answer == "ok" ? QString() : answer;
+    if (query.next())
+        return query.value(0).toString();
+    return query.lastError().isValid() ? query.lastError().databaseText() : QString();
 }
 
 StoreError StoreConnection::describe(const QSqlError& error) {
-    const StoreFault fault = faultOf(error.nativeErrorCode().toInt(), path_);
+    const StoreFault fault = dialect().faultOf(error, location_.path);
     QString detail = error.databaseText();
-    if (fault == StoreFault::corrupt)
+    if (fault == StoreFault::corrupt && dialect().isFile)
         if (const QString found = damage(); !found.isEmpty())
             detail = found;
-    const bool needsDetail = fault == StoreFault::corrupt || fault == StoreFault::other;
-    return describeFault(fault, path_, needsDetail ? detail.toStdString() : std::string());
+    const bool needsDetail = fault == StoreFault::corrupt || fault == StoreFault::other ||
+                             fault == StoreFault::unreachable || fault == StoreFault::denied;
+    return describeFault(fault, location_,
+                         needsDetail ? detail.simplified().toStdString() : std::string());
 }
 
 QSqlQuery& StoreConnection::prepared(const QString& text) {
     std::unique_ptr<QSqlQuery>& query = statements_[text];
     if (query == nullptr) {
-        auto made = std::make_unique<QSqlQuery>(handle_.database);
-        made->setForwardOnly(true);
-        if (!made->prepare(text))
-            throw StoreFailure(describe(made->lastError()));
+        auto made = std::make_unique<QSqlQuery>(handle_->database);
+        made->setForwardOnly(dialect().isFile);
+        if (!made->prepare(text)) {
+            const QSqlError error = made->lastError();
+            statements_.erase(text);
+            throw StoreFailure(describe(error));
+        }
         query = std::move(made);
     }
     return *query;
 }
 
-StoreError describeFault(StoreFault fault, const QString& path, const std::string& detail) {
-    std::string message = path.toStdString();
+StoreError describeFault(StoreFault fault, const StoreLocation& location,
+                         const std::string& detail) {
+    std::string message = location.name.toStdString();
     for (const FaultText& row : faultTexts)
         if (row.fault == fault)
-            message += row.text;
+            message += location.dialect->isFile ? row.ofFile : row.ofServer;
     if (!detail.empty())
         message += " (" + detail + ")";
     return {fault, message, std::nullopt};
-}
-
-bool isWritableFile(const QString& path) {
-    return isWritable(QFileInfo(path));
 }
 
 } // namespace vkr

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/company_store.hpp"
+#include "company/company_store_dialect.hpp"
 
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -12,6 +12,7 @@
 #include <exception>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,13 +31,13 @@ class StoreFailure : public std::exception {
     StoreError error_;
 };
 
-// The only place that knows which database it is: how it is opened, what its error codes mean,
-// how a transaction begins. Everything here throws StoreFailure.
+// Everything here throws StoreFailure.
 class StoreConnection {
   public:
     enum class Access { inspect, existing, create };
 
-    StoreConnection(const QString& path, Access access, std::chrono::milliseconds patience);
+    StoreConnection(const StoreLocation& location, Access access,
+                    std::chrono::milliseconds patience);
     StoreConnection(const StoreConnection&) = delete;
     StoreConnection& operator=(const StoreConnection&) = delete;
 
@@ -55,8 +56,6 @@ class StoreConnection {
         [[nodiscard]] std::int64_t integer(int column) const;
         [[nodiscard]] double number(int column) const;
         [[nodiscard]] std::string text(int column) const;
-        [[nodiscard]] int changedRows() const { return query_.numRowsAffected(); }
-        [[nodiscard]] std::int64_t newId() const { return query_.lastInsertId().toLongLong(); }
 
       private:
         StoreConnection& connection_;
@@ -66,14 +65,17 @@ class StoreConnection {
     void run(const QString& text, const std::vector<QVariant>& values = {}) {
         Statement(*this, text, values);
     }
-    // The first value of the first row; 0 without a row.
+    // Run once and not kept: a definition, the begin and end of a transaction.
+    void execute(const QString& text);
+    // The first value of the first row; 0 without a row. Not kept either.
     [[nodiscard]] std::int64_t integer(const QString& text);
 
     // Undone at the end of its scope unless committed. `write` keeps other writers out from the
-    // start, `read` shows the file as it is at one moment.
+    // start, `migrate` does so before there are tables, `read` shows everything as it is at one
+    // moment. Connects anew where the server has gone and come back since.
     class Transaction {
       public:
-        enum class Kind { read, write };
+        enum class Kind { read, write, migrate };
         Transaction(StoreConnection& connection, Kind kind);
         Transaction(const Transaction&) = delete;
         Transaction& operator=(const Transaction&) = delete;
@@ -81,19 +83,23 @@ class StoreConnection {
         void commit();
 
       private:
+        void begin(Kind kind);
+        void rollBack();
+
         StoreConnection& connection_;
         bool isOpen_ = true;
     };
 
-    // A complete copy in a new file.
+    // Of a file only: a complete copy in a new one.
     void copyTo(const QString& path);
-    // What a check of the file finds; "" where it is sound.
+    // Of a file only: what a check of it finds; "" where it is sound.
     [[nodiscard]] QString damage();
     [[nodiscard]] StoreError describe(const QSqlError& error);
+    [[nodiscard]] const StoreDialect& dialect() const { return *location_.dialect; }
 
   private:
     struct Handle {
-        Handle();
+        explicit Handle(const char* driver);
         Handle(const Handle&) = delete;
         Handle& operator=(const Handle&) = delete;
         ~Handle();
@@ -102,19 +108,19 @@ class StoreConnection {
         QSqlDatabase database;
     };
 
+    void open();
     QSqlQuery& prepared(const QString& text);
 
-    QString path_;
-    Handle handle_; // outlives the statements
+    StoreLocation location_;
+    std::chrono::milliseconds patience_;
+    bool isInspecting_;
+    std::optional<Handle> handle_; // outlives the statements
     std::map<QString, std::unique_ptr<QSqlQuery>> statements_;
 };
 
 // The error in the words that people read.
-[[nodiscard]] StoreError describeFault(StoreFault fault, const QString& path,
+[[nodiscard]] StoreError describeFault(StoreFault fault, const StoreLocation& location,
                                        const std::string& detail = {});
-// The file, or where there is none a new one in its folder, and the files that go with it.
-[[nodiscard]] bool isWritableFile(const QString& path);
-
 // A text as the database takes it.
 [[nodiscard]] QVariant textValue(const std::string& text);
 

@@ -7,36 +7,33 @@ namespace vkr {
 
 namespace {
 
-// Tells our files from those of other programs that use the same database.
-constexpr int applicationId = 0x564B5243;
-
 constexpr const char* createCompanies[] = {
     "CREATE TABLE company ("
-    " id INTEGER PRIMARY KEY AUTOINCREMENT,"
-    " revision INTEGER NOT NULL,"
+    " id {id},"
+    " revision {integer} NOT NULL,"
     " saved_by TEXT NOT NULL,"
-    " saved_at TEXT NOT NULL) STRICT",
+    " saved_at TEXT NOT NULL){table}",
     "CREATE TABLE series ("
-    " company_id INTEGER NOT NULL REFERENCES company (id) ON DELETE CASCADE,"
+    " company_id {integer} NOT NULL REFERENCES company (id) ON DELETE CASCADE,"
     " series TEXT NOT NULL,"
-    " element INTEGER NOT NULL,"
-    " value REAL NOT NULL,"
-    " PRIMARY KEY (company_id, series, element)) STRICT, WITHOUT ROWID",
+    " element {integer} NOT NULL,"
+    " value {number} NOT NULL,"
+    " PRIMARY KEY (company_id, series, element)){keyedTable}",
 };
 
 constexpr const char* createListsAndLog[] = {
     "CREATE TABLE list_entry ("
     " kind TEXT NOT NULL,"
-    " position INTEGER NOT NULL,"
+    " position {integer} NOT NULL,"
     " text TEXT NOT NULL,"
-    " PRIMARY KEY (kind, text)) STRICT, WITHOUT ROWID",
+    " PRIMARY KEY (kind, text)){keyedTable}",
     "CREATE TABLE change_log ("
-    " id INTEGER PRIMARY KEY,"
-    " company_id INTEGER NOT NULL,"
-    " revision INTEGER NOT NULL,"
+    " id {logId},"
+    " company_id {integer} NOT NULL,"
+    " revision {integer} NOT NULL,"
     " change TEXT NOT NULL,"
     " changed_by TEXT NOT NULL,"
-    " changed_at TEXT NOT NULL) STRICT",
+    " changed_at TEXT NOT NULL){table}",
     "CREATE INDEX change_log_of_company ON change_log (company_id)",
 };
 
@@ -174,7 +171,7 @@ void seed(StoreConnection& connection, const char* kind, const char* const (&tex
 template <std::size_t count>
 void runAll(StoreConnection& connection, const char* const (&statements)[count]) {
     for (const char* statement : statements)
-        connection.run(statement);
+        connection.execute(connection.dialect().define(statement));
 }
 
 // The step at index n leads from version n to n + 1. Released steps are never changed. A new
@@ -184,8 +181,9 @@ constexpr Migration migrations[] = {
     [](StoreConnection& connection) { runAll(connection, createCompanies); },
     [](StoreConnection& connection) {
         runAll(connection, createListsAndLog);
-        connection.run("INSERT INTO change_log (company_id, revision, change, changed_by, "
-                       "changed_at) SELECT id, revision, 'saved', saved_by, saved_at FROM company");
+        connection.execute(
+            "INSERT INTO change_log (company_id, revision, change, changed_by, "
+            "changed_at) SELECT id, revision, 'saved', saved_by, saved_at FROM company");
         seed(connection, "exchange", exchanges);
         seed(connection, "industry", industries);
         seed(connection, "source", sources);
@@ -193,36 +191,35 @@ constexpr Migration migrations[] = {
 };
 static_assert(std::size(migrations) == schemaVersion);
 
-QString definition(StoreColumn::Kind kind) {
+const char* definition(StoreColumn::Kind kind) {
     switch (kind) {
     case StoreColumn::Kind::text:
         return "TEXT NOT NULL DEFAULT ''";
     case StoreColumn::Kind::number:
-        return "REAL NOT NULL DEFAULT 0";
+        return "{number} NOT NULL DEFAULT 0";
     case StoreColumn::Kind::integer:
-        return "INTEGER NOT NULL DEFAULT 0";
+        return "{integer} NOT NULL DEFAULT 0";
     case StoreColumn::Kind::date:
         return "TEXT DEFAULT NULL";
     }
-    return {};
+    return "";
 }
 
 void addMissingColumns(StoreConnection& connection) {
     QSet<QString> present;
     {
-        StoreConnection::Statement columns(connection,
-                                           "SELECT name FROM pragma_table_info('company')");
+        StoreConnection::Statement columns(connection, connection.dialect().columns);
         while (columns.next())
             present.insert(toQString(columns.text(0)));
     }
     for (const StoreColumn& column : storeColumns())
         if (!present.contains(column.name))
-            connection.run("ALTER TABLE company ADD COLUMN \"" + column.name + "\" " +
-                           definition(column.kind));
+            connection.execute("ALTER TABLE company ADD COLUMN \"" + column.name + "\" " +
+                               connection.dialect().define(definition(column.kind)));
 }
 
 int versionOf(StoreConnection& connection) {
-    return static_cast<int>(connection.integer("PRAGMA user_version"));
+    return static_cast<int>(connection.integer(connection.dialect().version));
 }
 
 StoreColumn::Kind kindOf(const DatumRow& row) {
@@ -236,28 +233,29 @@ StoreColumn::Kind kindOf(const DatumRow& row) {
 
 SchemaState inspectSchema(StoreConnection& connection) {
     const int version = versionOf(connection);
-    const auto owner = connection.integer("PRAGMA application_id");
-    if (owner != applicationId) {
-        const bool isUntouched = owner == 0 && version == 0 &&
-                                 connection.integer("SELECT count(*) FROM sqlite_schema") == 0;
-        return isUntouched ? SchemaState::empty : SchemaState::foreign;
-    }
+    const StoreDialect& dialect = connection.dialect();
+    if (connection.integer(dialect.isOurs) == 0)
+        return connection.integer(dialect.isUntouched) != 0 ? SchemaState::empty
+                                                            : SchemaState::foreign;
     if (version > schemaVersion)
         return SchemaState::newer;
     return version < schemaVersion ? SchemaState::older : SchemaState::current;
 }
 
-void migrateSchema(StoreConnection& connection) {
+void migrateSchema(StoreConnection& connection, const std::function<void()>& before) {
     using Transaction = StoreConnection::Transaction;
-    Transaction transaction(connection, Transaction::Kind::write);
+    Transaction transaction(connection, Transaction::Kind::migrate);
     const int version = versionOf(connection);
     if (version >= schemaVersion)
         return; // another window was faster
+    if (before)
+        before();
     for (int step = version; step < schemaVersion; ++step)
         migrations[step](connection);
     addMissingColumns(connection);
-    connection.run("PRAGMA user_version = " + QString::number(schemaVersion));
-    connection.run("PRAGMA application_id = " + QString::number(applicationId));
+    for (const char* statement : connection.dialect().mark)
+        if (statement != nullptr)
+            connection.execute(QString(statement).replace("%1", QString::number(schemaVersion)));
     transaction.commit();
 }
 

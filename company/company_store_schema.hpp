@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace vkr {
@@ -15,8 +16,9 @@ enum class SchemaState { empty, current, older, newer, foreign };
 inline constexpr int schemaVersion = 2;
 
 [[nodiscard]] SchemaState inspectSchema(StoreConnection& connection);
-// From whatever older version to the current one, in one transaction.
-void migrateSchema(StoreConnection& connection);
+// From whatever older version to the current one, in one transaction. `before` is done first, in
+// the same transaction, unless another window was faster.
+void migrateSchema(StoreConnection& connection, const std::function<void()>& before = {});
 
 // A column of the table of companies that holds a datum or a setting.
 struct StoreColumn {

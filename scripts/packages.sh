@@ -4,7 +4,8 @@
 # purpose    packages; one with a question mark only comes along when another has to be installed
 packages_table='
 component    g++ cmake ninja-build libgtest-dev ccache?
-qt           qt6-base-dev libqt6sql6-sqlite libgl1-mesa-dev fonts-dejavu-core fonts-liberation fontconfig qt6-wayland?
+qt           qt6-base-dev libqt6sql6-sqlite libgl1-mesa-dev fonts-dejavu-core fonts-liberation fontconfig qt6-wayland? libqt6sql6-psql?
+server       postgresql libqt6sql6-psql
 designer     qt6-tools-dev qt6-tools-dev-tools?
 shipping     pkg-config desktop-file-utils? appstream? man-db?
 package      dpkg-dev fakeroot?
@@ -12,7 +13,7 @@ clean-system debootstrap
 api          doxygen
 coverage     gcovr
 fuzz         clang libclang-rt-14-dev
-bench        libbenchmark-dev libfmt-dev libicu-dev
+bench        libbenchmark-dev libfmt-dev libicu-dev libsqlite3-dev
 tidy         clang-tidy
 '
 
