@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/options.hpp"
 
+#include "company/company_store.hpp"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -28,7 +30,9 @@ ParsedOptions parseOptions(const QStringList& arguments, const QString& sourceSa
         QCoreApplication::translate("options", "Fundamental data of listed companies."));
     const QCommandLineOption database(
         QStringLiteral("database"),
-        QCoreApplication::translate("options", "The database to work on; your own by default."),
+        QCoreApplication::translate("options",
+                                    "The database to work on; your own by default. One that is "
+                                    "shared is postgresql://user@host:port/name."),
         QStringLiteral("file"));
     const QCommandLineOption samples(
         QStringLiteral("samples"),
@@ -68,8 +72,10 @@ ParsedOptions parseOptions(const QStringList& arguments, const QString& sourceSa
 
     Options& options = parsed.options;
     options.isNamed = parser.isSet(database);
-    options.database = options.isNamed
-                           ? QFileInfo(parser.value(database)).absoluteFilePath()
+    const QString named = parser.value(database);
+    options.database = CompanyStore::isOnServer(named.toStdString()) ? named
+                       : options.isNamed
+                           ? QFileInfo(named).absoluteFilePath()
                            : QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
                                  .filePath(QStringLiteral("companies.vkr"));
     options.tour = parser.value(tour);

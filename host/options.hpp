@@ -8,7 +8,7 @@ namespace vkr {
 
 // What the command line asks for.
 struct Options {
-    QString database;     // the file; the user's own one where none was named
+    QString database;     // a file or an address; the user's own file where none was named
     bool isNamed = false; // by the user
     QString samples;      // folder of sample companies; empty where there is none
     QString tour;         // folder of the pictures; empty: no tour

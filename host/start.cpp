@@ -15,16 +15,30 @@ QString tr(const char* text) {
     return QCoreApplication::translate("start", text);
 }
 
-// A file that was named but is not there may be mistyped: nothing is made unasked.
+bool isOnServer(const QString& path) {
+    return CompanyStore::isOnServer(path.toStdString());
+}
+
+// A file that was named but is not there may be mistyped: nothing is made unasked, nor are tables
+// in a database that others share.
 Workspace::Opened openOrCreate(const QString& path, bool isNamed, const QString& samples,
                                bool& givenUp) {
-    if (QFileInfo::exists(path))
+    QString what = tr("There is no file %1.").arg(path);
+    if (isOnServer(path)) {
+        Workspace::Opened opened = Workspace::open(path);
+        if (opened.workspace || opened.fault != StoreFault::empty)
+            return opened;
+        what = opened.error;
+    } else if (QFileInfo::exists(path)) {
         return Workspace::open(path);
-    if (!isNamed)
+    } else if (!isNamed) {
         return Workspace::create(path, samples);
+    }
     enum { withSamples, empty, quit };
-    switch (ask(nullptr, tr("There is no file %1.").arg(path),
-                tr("It can be made now, with the sample companies in it or empty."),
+    switch (ask(nullptr, what,
+                isOnServer(path)
+                    ? tr("They can be made now, with the sample companies in them or empty.")
+                    : tr("It can be made now, with the sample companies in it or empty."),
                 {{tr("Create with &Samples")},
                  {tr("Create &Empty")},
                  {tr("&Quit"), Choice::Role::reject}})) {
@@ -63,7 +77,8 @@ std::unique_ptr<Workspace> start(const Options& options) {
             break;
         case another: {
             const QString chosen = QFileDialog::getOpenFileName(
-                nullptr, tr("Open a Database"), QFileInfo(path).absolutePath(),
+                nullptr, tr("Open a Database"),
+                isOnServer(path) ? QString() : QFileInfo(path).absolutePath(),
                 tr("Databases (*.vkr);;All files (*)"));
             if (!chosen.isEmpty()) {
                 path = chosen;
