@@ -99,6 +99,7 @@ namespace text_number {
 inline constexpr int unitThousands = 620; // behind the caption of a money field
 inline constexpr int unitMillions = 621;
 inline constexpr int unitBillions = 622;
+inline constexpr int unitPercent = 623;  // behind the caption of a rate
 inline constexpr int reasonNoDate = 630; // marks at a field whose text is not stored
 inline constexpr int reasonTooLarge = 631;
 inline constexpr int reasonRefused = 632;

@@ -73,7 +73,8 @@ void Captions::followOptions() {
     const std::string income =
         session_.incomeRow == IncomeRow::preTaxIncome
             ? session_.text(preTaxIncomeText, "Pre-Tax Income") + unitSuffix()
-            : session_.text(taxRateText, "Tax Rate") + " (%)";
+            : session_.text(taxRateText, "Tax Rate") + " " +
+                  session_.text(text_number::unitPercent, "(%)");
     session_.form.get<Label>("lblYOption").setCaption(income);
     session_.form.get<Label>("lblQOption").setCaption(income);
     session_.form.get<Label>("lblYOption2")
@@ -83,7 +84,7 @@ void Captions::followOptions() {
 }
 
 void Captions::showCurrency() {
-    const std::string& symbol = session_.textBox("txtCurSymbol").text();
+    const std::string symbol = literalCaption(session_.textBox("txtCurSymbol").text());
     for (const std::string_view array : {"lblCurrency", "lblQCurrency"})
         for (int i = 0; i <= session_.form.upperBound(array); ++i)
             if (auto* label = session_.form.find(array, i))

@@ -4,6 +4,7 @@
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -622,6 +623,15 @@ void finish(Form& form) {
     link.setBackColor(helpBackground);
     link.setForeColor(colors::blue);
     link.setLink(true);
+    for (const auto& declared : rows)
+        if (!declared.labelledBy.empty())
+            if (auto& named = labelNamed(form, declared.labelledBy); named.buddy() == nullptr)
+                named.setBuddy(form.find(declared.name, declared.index));
+    for (const auto& head : heads)
+        form.get<Label>(head.head, head.headIndex).setBuddy(form.find(head.cells, 0));
+    form.get<Label>("lblLabel", 25).setBuddy(form.find("txtHigh", 0));
+    // What it names can't be entered.
+    form.get<Label>("lblLabel", 31).setBuddy(form.find("lblDatOfLastFY"));
     // Column heads break into two lines.
     for (const auto& control : form.controls())
         if (auto* head = dynamic_cast<Label*>(control.get());
@@ -654,11 +664,14 @@ void buildForm(Form& form) {
 }
 
 void nameFields(Form& form) {
+    std::map<std::string_view, int> lines; // of fields that share a label
     for (const auto& declared : rows) {
         if (declared.labelledBy.empty())
             continue;
-        form.find(declared.name, declared.index)
-            ->setAccessibleName(withoutMnemonic(labelNamed(form, declared.labelledBy).caption()));
+        std::string name = withoutMnemonic(labelNamed(form, declared.labelledBy).caption());
+        if (const int line = ++lines[declared.labelledBy]; line > 1)
+            name += " " + std::to_string(line);
+        form.find(declared.name, declared.index)->setAccessibleName(name);
     }
     nameCells(form);
 }

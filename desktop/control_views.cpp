@@ -107,10 +107,11 @@ void ButtonView::doubleClick(QMouseEvent& event, QWidget& source, NativeEvent na
 
 namespace {
 
-// Shows the underline of a mnemonic without a buddy.
 class CaptionLabel : public QLabel {
   public:
-    explicit CaptionLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+    CaptionLabel(QWidget* parent, const ControlView& view) : QLabel(parent), view_(view) {
+        setTextFormat(Qt::PlainText);
+    }
 
   protected:
     // A text that is too wide for its place is drawn narrower rather than cut off.
@@ -123,8 +124,11 @@ class CaptionLabel : public QLabel {
             painter.scale(part, 1);
             place.setWidth(static_cast<int>(std::ceil(width() / part)));
         }
-        const int flags =
-            Qt::TextShowMnemonic | (wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine);
+        const auto* label = view_.control();
+        const bool leads = label != nullptr && text().contains(u'&') &&
+                           label->form().mnemonicTarget(*label) != nullptr;
+        const int flags = (leads ? Qt::TextShowMnemonic : Qt::TextHideMnemonic) |
+                          (wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine);
         style()->drawItemText(&painter, place, static_cast<int>(alignment()) | flags, palette(),
                               isEnabled(), text(), foregroundRole());
     }
@@ -143,12 +147,14 @@ class CaptionLabel : public QLabel {
             widest = std::max(widest, widthOf(word));
         return widest;
     }
+
+    const ControlView& view_;
 };
 
 } // namespace
 
 LabelView::LabelView(FormView& view, Label& label, QWidget& parent) : ControlView(view, label) {
-    setWidget(*new Native<CaptionLabel>(*this, &parent));
+    setWidget(*new Native<CaptionLabel>(*this, &parent, *this));
 }
 
 void LabelView::show(Property property) {
@@ -172,7 +178,19 @@ void LabelView::show(Property property) {
             shown.setCursor(Qt::PointingHandCursor);
         else
             shown.unsetCursor();
+        // Screen readers find the field's key by it.
+        shown.setBuddy(label.buddy() == nullptr ? nullptr : view().widgetOf(*label.buddy()));
     }
+}
+
+// Alt and the letter while the focus is elsewhere in the window; within the form the letter comes
+// as a key.
+bool LabelView::handleOwn(QEvent& event, QWidget& /*source*/, NativeEvent /*native*/) {
+    if (event.type() != QEvent::Shortcut)
+        return false;
+    form().mnemonic(mnemonicOf(control()->caption()));
+    form().keyDone();
+    return true;
 }
 
 // --- frames

@@ -36,6 +36,9 @@ class LabelView final : public ControlView {
   public:
     LabelView(FormView& view, Label& label, QWidget& parent);
     void show(Property property) override;
+
+  protected:
+    bool handleOwn(QEvent& event, QWidget& source, NativeEvent native) override;
 };
 
 class FrameView final : public ControlView {

@@ -68,6 +68,9 @@ ControlView& FormView::addView(Control& control) {
     view->showAll();
     return *view;
 }
+    for (const auto& label : form_->controls()) // made before the field that it names
+        if (label->kind() == ControlKind::label && static_cast<Label&>(*label).buddy() == &control)
+            controlChanged(*label, Property::look);
 
 void FormView::controlAdded(Control& control) {
     if (control.kind() != ControlKind::menuItem)
@@ -119,6 +122,7 @@ void FormView::formChanged() {
     setPalette(palette);
     if (form_->mouseIcon().empty())
         unsetCursor();
+    fieldPalettes_.clear(); // a disabled field fades into the window
     else
         setCursor(Qt::PointingHandCursor);
     update();
@@ -174,27 +178,11 @@ void FormView::paintMark(QWidget& widget) {
 
 // --- keys ----------------------------------------------------------------------------------------
 
-bool FormView::isMnemonic(char32_t letter) const {
-    letter = upperCase(letter);
-    for (const auto& control : form_->controls()) {
-        if (!control->isShown() || !control->isEnabled())
-            continue;
-        if (const auto* strip = dynamic_cast<const TabStrip*>(control.get())) {
-            for (int i = 1; i <= strip->count(); ++i)
-                if (mnemonicOf(strip->tab(i).caption) == letter)
-                    return true;
-        } else if (control->hasCaption() && mnemonicOf(control->caption()) == letter) {
-            return true;
-        }
-    }
-    return false;
-}
-
 bool FormView::usesKey(const QKeyEvent& event) const {
     const auto modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
     const auto* field = dynamic_cast<TextField*>(form_->activeControl());
     if (modifiers == Qt::AltModifier)
-        return isMnemonic(static_cast<char32_t>(event.key()));
+        return form_->hasMnemonic(static_cast<char32_t>(event.key()));
     if (modifiers == Qt::ControlModifier) {
         if (event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown)
             return true;
@@ -295,6 +283,11 @@ void FormView::feedKey(QKeyEvent& event) {
         event.ignore();
     }
     form_->keyDone();
+void FormView::catchUp() {
+    if (auto* view = activeView())
+        view->catchUp();
+}
+
 }
 
 bool FormView::typeCharacter(char32_t character, const std::function<void(const QString&)>& type) {
@@ -304,6 +297,7 @@ bool FormView::typeCharacter(char32_t character, const std::function<void(const 
     return true;
 }
 
+    catchUp();
 void FormView::keyRelease(QKeyEvent& event, ControlView& origin) {
     const auto key = keyCodeOf(event);
     if (!form_->hasFocus() || !origin.control()->isFocusable() || key == keys::none) {
@@ -364,6 +358,7 @@ void FormView::followFocus() {
     if (!form_->hasFocus())
         return;
     const auto* view = activeView();
+    catchUp();
     const auto* control = form_->activeControl();
     QWidget* target = view != nullptr && control->canTakeFocus() && view->widget().isEnabledTo(this)
                           ? &view->widget()
@@ -483,6 +478,7 @@ void FormView::turnWheel(QWheelEvent& event, ControlView* origin) {
         wheelRest_ = 0;
     wheelRest_ += turn;
     const int steps = -(wheelRest_ / QWheelEvent::DefaultDeltasPerStep);
+    catchUp();
     const bool focused =
         origin != nullptr && origin == activeView() && origin->widget().isEnabled();
     const bool used = (focused && origin->wheel(steps)) || (wheelTurned && wheelTurned(steps));

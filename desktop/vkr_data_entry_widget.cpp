@@ -22,6 +22,13 @@ Variant entriesOf(const QStringList& texts) {
     return textArray(std::move(entries));
 }
 
+ObjectFactory ownObjects() {
+    ObjectFactory objects;
+    registerLocalizers(objects);
+    registerCompanyRecord(objects);
+    return objects;
+}
+
 QVariant toQt(const Variant& value) {
     return value.isNumeric() && value.varType() != Variant::vtString
                ? QVariant(value.toDouble())
@@ -59,10 +66,12 @@ class VKRDataEntryWidget::Events final : public VKRDataEntryEvents {
 };
 
 VKRDataEntryWidget::VKRDataEntryWidget(QWidget* parent)
+    : VKRDataEntryWidget(ownObjects(), parent) {}
+
+VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* parent)
     : QWidget(parent), services_(std::make_unique<QtServices>(*this)),
       events_(std::make_unique<Events>(*this)) {
-    registerLocalizers(services_->factory());
-    registerCompanyRecord(services_->factory());
+    services_->factory() = objects;
     services_->propertyHasChanged = [this](std::string_view name) { notify(name); };
     entry_ = std::make_unique<VKRDataEntry>(*services_);
     entry_->InitProperties();

@@ -76,6 +76,9 @@ class VKRDataEntryWidget : public QWidget {
 
   public:
     explicit VKRDataEntryWidget(QWidget* parent = nullptr);
+    // With a host's own localizer or record class: captions are taken once, while the widget is
+    // made. The factory has to know all that the widget needs.
+    explicit VKRDataEntryWidget(const ObjectFactory& objects, QWidget* parent = nullptr);
     ~VKRDataEntryWidget() override;
 
     // The record is edited in place: hosts that let Cancel discard changes hand in a copy.

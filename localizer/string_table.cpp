@@ -282,10 +282,11 @@ constexpr StringRow standardRows[] = {
     {615, "The new date must lie in the month in which one of the next three quarters ends."},
     {616, "The previous date has been put back."},
 
-    // The unit behind the captions of money and shares.
+    // The unit behind the captions of money and shares, and of a rate.
     {620, "(K)"},
     {621, "(M)"},
     {622, "(B)"},
+    {623, "(%)"},
     // Why a field's text is not stored.
     {630, "This is not a date and was not stored."},
     {631, "This number is too large and was not stored."},

@@ -250,11 +250,17 @@ class Label : public Control {
     void setLink(bool link) { assign(link_, link, Property::look); }
     [[nodiscard]] const Picture& mouseIcon() const { return mouseIcon_; }
     void setMouseIcon(const Picture& icon) { assign(mouseIcon_, icon, Property::look); }
+    // The control that the label names, where its mnemonic leads; a control array's element stands
+    // for those below it where it can't take the focus itself. Null: the next one in tab order
+    // within the same container. A buddy that is removed from the form is one no more.
+    [[nodiscard]] Control* buddy() const { return buddy_; }
+    void setBuddy(Control* buddy) { assign(buddy_, buddy, Property::look); }
 
   private:
     bool autoSize_ = false;
     bool wordWrap_ = false;
     bool link_ = false;
+    Control* buddy_ = nullptr;
     Alignment alignment_ = Alignment::left;
     Picture mouseIcon_;
 };

@@ -170,7 +170,12 @@ class Form {
     // several others the next one in tab order takes the focus and none is pressed.
     bool mnemonic(char32_t letter);
 
+    // The letter of a label leads to the control that it names, that of a frame to the first
+    // control in it where Tab stops.
     // --- keyboard injection -----------------------------------------------------------------
+    [[nodiscard]] bool hasMnemonic(char32_t letter) const;
+    // Where the letter of a caption leads; null: nowhere, at present.
+    [[nodiscard]] Control* mnemonicTarget(const Control& control) const;
     // A keystroke that acts as if typed, once the one in progress is through.
     void sendKey(KeyCode key, int shift = shifts::none);
 
@@ -194,6 +199,7 @@ class Form {
     bool builtInKey(Control& control, KeyCode key, int shift);
     void press(Control& control);
     void stepOption(OptionButton& option, int step);
+    [[nodiscard]] bool bearsMnemonic(const Control& control, char32_t letter) const;
     [[noreturn]] static void fail(std::string_view name, int index);
     [[nodiscard]] FormHandler& handler() const;
 

@@ -205,4 +205,11 @@ std::string withoutMnemonic(std::string_view caption) {
     return result;
 }
 
+std::string literalCaption(std::string_view text) {
+    std::string result;
+    for (const char byte : text)
+        result.append(byte == '&' ? 2 : 1, byte);
+    return result;
+}
+
 } // namespace vkr

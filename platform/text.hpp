@@ -32,5 +32,7 @@ void appendCharacter(std::string& text, char32_t character);
 // The letter behind "&" in a caption, in upper case; 0 where there is none. "&&" is a plain "&".
 [[nodiscard]] char32_t mnemonicOf(std::string_view caption);
 [[nodiscard]] std::string withoutMnemonic(std::string_view caption);
+// The caption that shows a text as it stands, with every "&" in it.
+[[nodiscard]] std::string literalCaption(std::string_view text);
 
 } // namespace vkr

@@ -580,6 +580,52 @@ TEST_F(FormTest, AMnemonicOfALabelGoesToTheFieldBehindIt) {
     EXPECT_EQ(active(), "txtName");
 }
 
+TEST_F(FormTest, AMnemonicOfALabelGoesToItsBuddyOrTheElementsBelowIt) {
+    auto& label = form.add<Label>("lblSales");
+    label.setCaption("&Sales");
+    box("txtNext");
+    auto& first = form.add<TextBox>("txtSales", 0);
+    form.add<TextBox>("txtSales", 1);
+    label.setBuddy(&first);
+    EXPECT_TRUE(form.mnemonic('s'));
+    EXPECT_EQ(active(), "txtSales(0)");
+    first.setEnabled(false);
+    EXPECT_TRUE(form.mnemonic('s'));
+    EXPECT_EQ(active(), "txtSales(1)");
+    form.find("txtSales", 1)->setVisible(false);
+    EXPECT_FALSE(form.hasMnemonic('s'));
+    EXPECT_FALSE(form.mnemonic('s'));
+    // The buddy goes: what follows in tab order takes its place.
+    form.remove(first);
+    EXPECT_EQ(label.buddy(), nullptr);
+    EXPECT_TRUE(form.mnemonic('s'));
+    EXPECT_EQ(active(), "txtNext");
+}
+
+TEST_F(FormTest, AMnemonicOfALabelStaysWithinItsContainer) {
+    auto& frame = form.add<Frame>("fraDE", 10);
+    auto& label = form.add<Label>("lblLegend", Control::noIndex, &frame);
+    label.setCaption("&Legend");
+    box("txtName");
+    EXPECT_FALSE(form.mnemonic('L'));
+    form.add<TextBox>("txtSales", Control::noIndex, &frame);
+    EXPECT_TRUE(form.mnemonic('L'));
+    EXPECT_EQ(active(), "txtSales");
+}
+
+TEST_F(FormTest, AMnemonicOfAFrameGoesToWhereTabStopsInIt) {
+    auto& frame = form.add<Frame>("fraDE", 5);
+    frame.setCaption("&Unit");
+    box("txtName");
+    form.add<OptionButton>("optUnit", 0, &frame);
+    form.add<OptionButton>("optUnit", 1, &frame).setValue(true);
+    EXPECT_TRUE(form.hasMnemonic('U'));
+    EXPECT_TRUE(form.mnemonic('U'));
+    EXPECT_EQ(active(), "optUnit(1)");
+    for (const auto& event : takeEvents())
+        EXPECT_EQ(event.find("click"), std::string::npos) << event;
+}
+
 TEST_F(FormTest, ATabWinsOverAButtonWithTheSameLetter) {
     button("cmdOther", "&Other");
     auto& strip = form.add<TabStrip>("tbsDataEntry");

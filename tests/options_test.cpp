@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "input/options_tab.hpp"
+#include "platform/text.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
@@ -286,6 +287,35 @@ TEST(Options, EveryRealChangeMarksTheCompanyAndClosesTheHelpFrame) {
     }
 }
 
+TEST(Options, TheRightButtonAndTheMenuKeyOpenTheMenuAndChooseNothing) {
+    struct {
+        const char* option;
+        int count;
+        const char* object;
+    } groups[] = {{"optCurrency", 3, "55"},
+                  {"optDisplay", 2, "59"},
+                  {"optPTI", 2, "56"},
+                  {"optCommEq", 2, "57"}};
+    OptionsScene scene;
+    scene.desktop.clickTab(toOptions);
+    for (const auto& group : groups)
+        for (int index = 0; index < group.count; ++index) {
+            SCOPED_TRACE(std::string(group.option) + " " + std::to_string(index));
+            const bool was = scene.chosen(group.option, index);
+            const auto menus = scene.desktop.menus().size();
+            scene.desktop.answerNextMenu("What's This?");
+            scene.desktop.rightClick(group.option, index);
+            EXPECT_EQ(scene.desktop.control("lblMoreHelp").tag(), group.object);
+            EXPECT_TRUE(scene.form().get<Frame>("fraDE", 0).visible());
+            scene.form().find(group.option, index)->setFocus();
+            scene.desktop.type("{MENU}");
+            EXPECT_FALSE(scene.form().get<Frame>("fraDE", 0).visible());
+            EXPECT_EQ(scene.desktop.menus().size(), menus + 2);
+            EXPECT_EQ(scene.chosen(group.option, index), was);
+        }
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
 TEST(Options, ArrowKeysChooseAsAClickDoes) {
     OptionsScene scene;
     scene.desktop.clickTab(toOptions);
@@ -466,6 +496,16 @@ TEST(CurrencySymbol, IsADollarWhereTheCompanyHasNone) {
     EXPECT_EQ(scene.text("txtCurSymbol"), "$");
     EXPECT_EQ(scene.caption("lblCurrency", 0), "$");
     EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
+TEST(CurrencySymbol, IsSelectedOnEntryAndShownAsItIsTyped) {
+    OptionsScene scene;
+    goTo(scene, "txtCurSymbol");
+    EXPECT_EQ(scene.field("txtCurSymbol").selText(), "$");
+    scene.desktop.type("&k");
+    EXPECT_EQ(scene.text("txtCurSymbol"), "&k");
+    EXPECT_EQ(withoutMnemonic(scene.caption("lblCurrency", 0)), "&k");
+    EXPECT_EQ(mnemonicOf(scene.caption("lblCurrency", 0)), 0U);
 }
 
 TEST(CurrencySymbol, LeavingItUnchangedMarksNothing) {

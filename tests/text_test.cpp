@@ -153,6 +153,13 @@ TEST(TextTest, TrimsBlanksAroundATextOnly) {
     EXPECT_EQ(trimmed(""), "");
 }
 
+TEST(TextTest, ALiteralCaptionShowsItsTextAndHasNoMnemonic) {
+    for (const std::string_view text : {"", "$", "&", "R&D", "&&", "&k"}) {
+        EXPECT_EQ(withoutMnemonic(literalCaption(text)), text);
+        EXPECT_EQ(mnemonicOf(literalCaption(text)), 0U) << text;
+    }
+}
+
 TEST(TextTest, ReadsAndRemovesMnemonics) {
     struct Row {
         std::string_view caption;
