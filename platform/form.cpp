@@ -25,6 +25,14 @@ struct Reset {
     ~Reset() { flag = false; }
 };
 
+// The tab of a strip that has the letter; 0 for none.
+int tabOf(const TabStrip& strip, char32_t letter) {
+    for (int i = 1; i <= strip.count(); ++i)
+        if (mnemonicOf(strip.tab(i).caption) == letter)
+            return i;
+    return 0;
+}
+
 } // namespace
 
 Form::Form() = default;
@@ -66,6 +74,10 @@ void Form::remove(Control& control) {
         observer_->controlRemoved(control);
     std::erase(tabOrder_, &control);
     std::erase(changed_, &control);
+    for (const auto& held : controls_)
+        if (held->kind() == ControlKind::label)
+            if (auto& label = static_cast<Label&>(*held); label.buddy() == &control)
+                label.setBuddy(nullptr);
     const auto named = byName_.find(control.name());
     named->second.erase(control.index());
     if (named->second.empty())
@@ -79,6 +91,12 @@ Control* Form::find(std::string_view name, int index) const {
         return nullptr;
     const auto found = named->second.find(index);
     return found == named->second.end() ? nullptr : found->second;
+}
+
+const std::map<int, Control*>& Form::elements(std::string_view name) const {
+    static const std::map<int, Control*> none;
+    const auto found = byName_.find(name);
+    return found == byName_.end() ? none : found->second;
 }
 
 int Form::upperBound(std::string_view name) const {
@@ -381,6 +399,52 @@ void Form::keyDone() {
     }
 }
 
+bool Form::bearsMnemonic(const Control& control, char32_t letter) const {
+    if (!control.isShown() || !control.isEnabled() || control.kind() == ControlKind::menuItem)
+        return false;
+    if (const auto* strip = dynamic_cast<const TabStrip*>(&control))
+        return tabOf(*strip, letter) != 0;
+    return control.hasCaption() && mnemonicOf(control.caption()) == letter &&
+           mnemonicTarget(control) != nullptr;
+}
+
+// Null where the letter of a caption leads nowhere.
+Control* Form::mnemonicTarget(const Control& control) const {
+    const auto first = [this](auto begin, auto accepts) {
+        const auto found = std::find_if(begin, tabOrder_.end(), accepts);
+        return found == tabOrder_.end() ? nullptr : *found;
+    };
+    if (control.kind() == ControlKind::frame)
+        return first(tabOrder_.begin(), [&](Control* held) {
+            const Control* around = held->container();
+            while (around != nullptr && around != &control)
+                around = around->container();
+            const auto* option = dynamic_cast<OptionButton*>(held);
+            return around != nullptr && held->canTakeFocus() &&
+                   (option == nullptr || !passesOver(*option));
+        });
+    const auto place = std::find(tabOrder_.begin(), tabOrder_.end(), &control);
+    const auto* label = dynamic_cast<const Label*>(&control);
+    if (label == nullptr)
+        return control.canTakeFocus() ? *place : nullptr;
+    if (Control* named = label->buddy()) {
+        while (named != nullptr && !named->canTakeFocus())
+            named = named->index() == Control::noIndex ? nullptr
+                                                       : find(named->name(), named->index() + 1);
+        return named;
+    }
+    return first(place, [&](Control* next) {
+        return next->container() == control.container() && next->canTakeFocus();
+    });
+}
+
+bool Form::hasMnemonic(char32_t letter) const {
+    return std::any_of(controls_.begin(), controls_.end(),
+                       [this, upper = upperCase(letter)](const auto& control) {
+                           return bearsMnemonic(*control, upper);
+                       });
+}
+
 bool Form::mnemonic(char32_t letter) {
     letter = upperCase(letter);
     std::vector<Control*> candidates;
@@ -390,30 +454,21 @@ bool Form::mnemonic(char32_t letter) {
         start = -1;
     for (std::ptrdiff_t offset = 1; offset <= count; ++offset) {
         Control& control = *tabOrder_[static_cast<std::size_t>((start + offset) % count)];
-        if (!control.isShown() || !control.isEnabled() || control.kind() == ControlKind::menuItem)
+        if (!bearsMnemonic(control, letter))
             continue;
         if (auto* strip = dynamic_cast<TabStrip*>(&control)) {
-            for (int i = 1; i <= strip->count(); ++i)
-                if (mnemonicOf(strip->tab(i).caption) == letter) {
-                    userSelectTab(*strip, i);
-                    return true;
-                }
-        } else if (control.hasCaption() && mnemonicOf(control.caption()) == letter) {
-            candidates.push_back(&control);
+            userSelectTab(*strip, tabOf(*strip, letter));
+            return true;
         }
+        candidates.push_back(&control);
     }
     if (candidates.empty())
         return false;
-    Control* target = candidates.front();
-    if (!target->isFocusable()) { // a label stands for the next field in tab order
-        const auto place = std::find(tabOrder_.begin(), tabOrder_.end(), target);
-        const auto field = std::find_if(place, tabOrder_.end(),
-                                        [](Control* next) { return next->canTakeFocus(); });
-        return field != tabOrder_.end() && focus(**field);
-    }
-    if (candidates.size() > 1)
-        return focus(*target);
-    press(*target);
+    Control& bearer = *candidates.front();
+    Control& target = *mnemonicTarget(bearer);
+    if (candidates.size() > 1 || &bearer != &target)
+        return focus(target);
+    press(target);
     return true;
 }
 

@@ -93,6 +93,8 @@ class Form {
             fail(name, index);
         return *control;
     }
+    // The controls of a name by index; empty where there is none.
+    [[nodiscard]] const std::map<int, Control*>& elements(std::string_view name) const;
     // Highest and lowest index of a control array; -1 and 0 where it has no element.
     [[nodiscard]] int upperBound(std::string_view name) const;
     [[nodiscard]] int lowerBound(std::string_view name) const;
@@ -168,14 +170,14 @@ class Form {
     void userSelectTab(TabStrip& strip, int index);
     // Alt and a letter. A letter that a tab and something else share belongs to the tab; of
     // several others the next one in tab order takes the focus and none is pressed.
-    bool mnemonic(char32_t letter);
-
     // The letter of a label leads to the control that it names, that of a frame to the first
     // control in it where Tab stops.
-    // --- keyboard injection -----------------------------------------------------------------
+    bool mnemonic(char32_t letter);
     [[nodiscard]] bool hasMnemonic(char32_t letter) const;
     // Where the letter of a caption leads; null: nowhere, at present.
     [[nodiscard]] Control* mnemonicTarget(const Control& control) const;
+
+    // --- keyboard injection -----------------------------------------------------------------
     // A keystroke that acts as if typed, once the one in progress is through.
     void sendKey(KeyCode key, int shift = shifts::none);
 
@@ -197,9 +199,9 @@ class Form {
     [[nodiscard]] bool holds(const Control& control) const;
     [[nodiscard]] bool passesOver(const OptionButton& option) const;
     bool builtInKey(Control& control, KeyCode key, int shift);
+    [[nodiscard]] bool bearsMnemonic(const Control& control, char32_t letter) const;
     void press(Control& control);
     void stepOption(OptionButton& option, int step);
-    [[nodiscard]] bool bearsMnemonic(const Control& control, char32_t letter) const;
     [[noreturn]] static void fail(std::string_view name, int index);
     [[nodiscard]] FormHandler& handler() const;
 
