@@ -122,7 +122,6 @@ void FormView::formChanged() {
     setPalette(palette);
     if (form_->mouseIcon().empty())
         unsetCursor();
-    fieldPalettes_.clear(); // a disabled field fades into the window
     else
         setCursor(Qt::PointingHandCursor);
     update();
@@ -283,11 +282,6 @@ void FormView::feedKey(QKeyEvent& event) {
         event.ignore();
     }
     form_->keyDone();
-void FormView::catchUp() {
-    if (auto* view = activeView())
-        view->catchUp();
-}
-
 }
 
 bool FormView::typeCharacter(char32_t character, const std::function<void(const QString&)>& type) {
@@ -297,7 +291,6 @@ bool FormView::typeCharacter(char32_t character, const std::function<void(const 
     return true;
 }
 
-    catchUp();
 void FormView::keyRelease(QKeyEvent& event, ControlView& origin) {
     const auto key = keyCodeOf(event);
     if (!form_->hasFocus() || !origin.control()->isFocusable() || key == keys::none) {
@@ -358,7 +351,6 @@ void FormView::followFocus() {
     if (!form_->hasFocus())
         return;
     const auto* view = activeView();
-    catchUp();
     const auto* control = form_->activeControl();
     QWidget* target = view != nullptr && control->canTakeFocus() && view->widget().isEnabledTo(this)
                           ? &view->widget()
@@ -478,7 +470,6 @@ void FormView::turnWheel(QWheelEvent& event, ControlView* origin) {
         wheelRest_ = 0;
     wheelRest_ += turn;
     const int steps = -(wheelRest_ / QWheelEvent::DefaultDeltasPerStep);
-    catchUp();
     const bool focused =
         origin != nullptr && origin == activeView() && origin->widget().isEnabled();
     const bool used = (focused && origin->wheel(steps)) || (wheelTurned && wheelTurned(steps));

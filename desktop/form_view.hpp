@@ -58,8 +58,6 @@ class FormView : public QWidget, private FormObserver {
     void wheel(QWheelEvent& event, ControlView& origin);
     // Where on the screen the press is that the form is just hearing of.
     [[nodiscard]] std::optional<QPoint> pressPlace() const { return pressPlace_; }
-    // Of a field in these colours. All that are alike share it.
-    [[nodiscard]] const QPalette& fieldPalette(const QColor& back, const QColor& fore);
     // Whether a key is the component's before it is a shortcut of the host.
     [[nodiscard]] bool usesKey(const QKeyEvent& event) const;
     void focusCame(ControlView& view, Qt::FocusReason reason);
@@ -96,7 +94,6 @@ class FormView : public QWidget, private FormObserver {
     void showScale();
     void feedKey(QKeyEvent& event);
     bool typeCharacter(char32_t character, const std::function<void(const QString&)>& type);
-    void catchUp();
     void followFocus();
     void enter(Qt::FocusReason reason, Control* control);
     bool tabOut(FocusDirection direction);
