@@ -4,6 +4,7 @@
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/scripted_record.hpp"
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
