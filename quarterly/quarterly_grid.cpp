@@ -373,8 +373,10 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     const auto typed = session_.typedDate(field);
     putFieldText(field, session_.dateText(before.value_or(Date{})));
     attempt([&] { // a commit may have written what was being typed
-        if (before && session_.company->get_LastQDate() != *before)
+        if (before && session_.company->get_LastQDate() != *before) {
             session_.company->put_LastQDate(*before);
+            session_.markChanged(); // what was committed is no longer what is there
+        }
     });
     try {
         takeLastQuarter(before, typed);

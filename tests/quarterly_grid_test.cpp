@@ -552,5 +552,17 @@ TEST_F(QuarterSpan, TheFocusGoesOnFromACellThatASmallerRecordDoesNotReach) {
     EXPECT_TRUE(desktop.control(desktop.focusedId()).canTakeFocus()) << desktop.focusedId();
 }
 
+TEST_F(QuarterSpan, ADateThatIsRejectedAfterACommitLeavesTheCompanyChanged) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    desktop.click("txtLastQDate");
+    desktop.type("^a12/31/2005");
+    scene.entry->put_blnDirty(false); // as a host does that saves meanwhile
+    ASSERT_EQ(company->get_LastQDate(), *makeDate(2005, 12, 31));
+    desktop.type("{TAB}");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 30));
+    EXPECT_TRUE(scene.entry->get_blnDirty());
+}
+
 } // namespace
 } // namespace vkr
