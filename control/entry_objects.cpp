@@ -89,6 +89,9 @@ constexpr ControlObject controlObjects[] = {
     {"txtCurSymbol", all, doTabOptions},
     {"cmdColor", all, doTabOptions},
     {"lblSample", all, doTabOptions},
+    {"lblLabel", 60, doTabOptions}, // beside the colours
+    {"lblLabel", 61, doTabOptions},
+    {"lblLabel", 62, doTabOptions},
     {"fraDE", 9, doTabOptions},
     {"fraDE", frame::yearlyView, doTabYearly},
     {"fraDE", frame::yearlyPanel, doTabYearly},
@@ -138,6 +141,10 @@ EntryObjects::EntryObjects(const Form& form, const CompanyFields& fields, const 
                 named_.emplace(form.find(row.name, row.index), marked);
     }
     named_.emplace(form.find("spnQuarter"), &form.get<TextField>("txtLastQDate"));
+    // The quarters have the date of the last fiscal year beside them.
+    auto* fiscalYearDate = &form.get<TextField>("txtDateofLastFY");
+    named_.emplace(form.find("lblLabel", 31), fiscalYearDate);
+    named_.emplace(form.find("lblDatOfLastFY"), fiscalYearDate);
     for (const auto& head : columnHeads())
         heads_.emplace(form.find(head.head, head.headIndex), form.find(head.cells, 0));
 }

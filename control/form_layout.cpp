@@ -680,12 +680,10 @@ void nameCells(Form& form) {
     for (const auto& named : heads) {
         const std::string head =
             withoutMnemonic(form.get<Label>(named.head, named.headIndex).caption());
-        for (int row = 0; row <= form.upperBound(named.cells); ++row) {
-            const std::string& label = form.get<Label>(named.rows, row).caption();
-            std::string name = head;
-            if (!label.empty())
-                name.append(" ").append(label);
-            form.find(named.cells, row)->setAccessibleName(name);
+        const auto& labels = form.elements(named.rows);
+        for (const auto& [row, cell] : form.elements(named.cells)) {
+            const std::string& label = labels.at(row)->caption();
+            cell->setAccessibleName(label.empty() ? head : head + " " + label);
         }
     }
 }

@@ -4,6 +4,7 @@
 #include "control/form_layout.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "platform/number_text.hpp"
+#include "platform/text.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -42,7 +43,7 @@ void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
     auto& label = session_.form.get<Label>("lblToolTip");
     label.setCaption("");
     label.setWordWrap(false);
-    label.setCaption(text);
+    label.setCaption(literalCaption(text));
     session_.form.get<Label>("lblMoreHelp").setTag(std::to_string(object));
     SizeHelpFrame();
     auto& frame = session_.form.get<Frame>("fraDE", frame::help);
@@ -77,8 +78,10 @@ void HelpFrame::SizeHelpFrame() {
     auto& link = session_.form.get<Label>("lblMoreHelp");
     const Twips lineHeight = upToPixel(session_.services.textHeight());
     const Twips linkWidth = upToPixel(session_.services.textWidth(link.caption()));
+    const Twips narrowest = linkPart * linkWidth;
     // Half of the form, where the screen is wide enough.
-    const Twips widest = std::min(session_.services.screenWidth(), VKRDataEntry::workingWidth) / 2;
+    const Twips widest = std::max(
+        narrowest, std::min(session_.services.screenWidth(), VKRDataEntry::workingWidth) / 2);
     Twips width = upToPixel(session_.services.textWidth(label.caption())) + slack;
     int lines = 1;
     if (width > widest) {
@@ -86,7 +89,7 @@ void HelpFrame::SizeHelpFrame() {
         lines = linesOf(label.caption(), width - slack);
         label.setWordWrap(true);
     }
-    width = std::max(width, linkPart * linkWidth);
+    width = std::max(width, narrowest);
     label.move(margin / 2, margin / 2);
     label.resize(width, lines * lineHeight);
     link.move(margin / 2, label.top() + label.height() + linkGap);

@@ -21,6 +21,9 @@ RightClickMenu::RightClickMenu(Session& session, const EntryObjects& objects, He
 void RightClickMenu::MouseDown(MouseButton button, Control& control, int tab) {
     if (button != MouseButton::right)
         return;
+    // A box or option would get the focus only now, and the field that is left closes the frame.
+    if (control.isFocusable() && objects_.of(control, tab))
+        control.setFocus();
     // A field that did not get the focus is not the one to act on.
     if (control.isFocusable() && dynamic_cast<TextField*>(&control) != nullptr &&
         session_.form.activeControl() != &control)
@@ -42,7 +45,9 @@ void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
     control_ = &control;
     object_ = *object;
     field_ = objects_.fieldOf(control);
-    const auto texts = [this](int number) { return session_.text(number, ""); };
+    const auto texts = [this](int number, std::string_view fallback) {
+        return session_.text(number, fallback);
+    };
     BuildMenu(session_.form, session_.services, texts, menuExtrasOf(object_),
               dynamic_cast<TextBox*>(&control), field_);
     const std::string name = control.name();

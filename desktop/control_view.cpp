@@ -37,7 +37,7 @@ void ControlView::setWidget(QWidget& widget) {
 void ControlView::retire() {
     control_ = nullptr;
     widget_->hide();
-    widget_->deleteLater();
+    widget_->deleteLater(); // in this order: the widget's last events come to the view
     deleteLater();
 }
 
@@ -49,8 +49,8 @@ bool ControlView::isActive() const {
 
 void ControlView::showAll() {
     for (const auto property :
-         {Property::look, Property::colors, Property::list, Property::caption, Property::text,
-          Property::value, Property::locked, Property::mark, Property::toolTip, Property::place,
+         {Property::look, Property::colors, Property::place, Property::list, Property::caption,
+          Property::text, Property::value, Property::locked, Property::mark, Property::toolTip,
           Property::enabled, Property::visible})
         show(property);
 }

@@ -6,7 +6,6 @@
 
 #include <QMouseEvent>
 #include <QObject>
-#include <QPointer>
 #include <QWidget>
 
 #include <utility>
@@ -51,6 +50,8 @@ class ControlView : public QObject {
     // What the widget itself makes of a key or an input method; then the form hears of it.
     virtual void type(QEvent& event) { event.ignore(); }
     virtual void focusGained() {}
+    // Something else than the user may have moved the widget's selection.
+    virtual void catchUp() {}
     virtual void focusLost() {}  // another control has it, or the host
     virtual void pressEnded() {} // the press is over, however it ended
     // A turn of the wheel over the control while it has the focus; false: not used.
@@ -91,25 +92,23 @@ class ControlView : public QObject {
     int passing_ = 0; // the widget itself is at work
 };
 
-// A native widget whose events go to its view first.
+// A native widget whose events go to its view first. The view outlives it.
 template <typename Widget>
 class Native final : public Widget {
   public:
     template <typename... Arguments>
     explicit Native(ControlView& view, Arguments&&... arguments)
-        : Widget(std::forward<Arguments>(arguments)...), view_(&view) {}
+        : Widget(std::forward<Arguments>(arguments)...), view_(view) {}
 
     static bool pass(QWidget& widget, QEvent& event) {
         return static_cast<Native&>(widget).Widget::event(&event);
     }
 
   protected:
-    bool event(QEvent* event) override {
-        return view_.isNull() ? Widget::event(event) : view_->handle(*event, *this, &pass);
-    }
+    bool event(QEvent* event) override { return view_.handle(*event, *this, &pass); }
 
   private:
-    QPointer<ControlView> view_;
+    ControlView& view_;
 };
 
 } // namespace vkr

@@ -37,14 +37,6 @@ std::string withPlainBreaks(std::string_view text) {
     return result;
 }
 
-QColor between(const QColor& one, const QColor& other, double part) {
-    const auto mixed = [part](int from, int to) {
-        return static_cast<int>(from + (to - from) * part);
-    };
-    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
-            mixed(one.blue(), other.blue())};
-}
-
 } // namespace
 
 // --- what all fields have in common --------------------------------------------------------------
@@ -81,7 +73,8 @@ void FieldView::showText() {
     showLimit();
     setText(toQt(field().text()));
     shown_ = text();
-    select(modelSelection());
+    if (isActive() || !fits()) // else the caret is put there with the focus
+        select(modelSelection());
 }
 
 void FieldView::showEdit() {
@@ -151,20 +144,16 @@ void FieldView::showColors() {
         widget().palette().color(QPalette::Active, QPalette::Text) == fore &&
         widget().testAttribute(Qt::WA_SetPalette))
         return;
-    QPalette palette;
-    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        palette.setColor(group, QPalette::Base, back);
-        palette.setColor(group, QPalette::Text, fore);
-    }
-    const QColor dimmed = between(back, window, 0.6);
-    palette.setColor(QPalette::Disabled, QPalette::Base, dimmed);
-    palette.setColor(QPalette::Disabled, QPalette::Text, between(fore, dimmed, 0.35));
-    widget().setPalette(palette);
+    widget().setPalette(view().fieldPalette(back, fore));
 }
 
 void FieldView::widgetChanged() {
     if (showing_ == 0 && !passing() && control() != nullptr)
         takeEdit();
+}
+
+void FieldView::catchUp() {
+    widgetChanged();
 }
 
 void FieldView::takeEdit() {
@@ -303,8 +292,6 @@ void LineFieldView::setEdit(QLineEdit& edit) {
     edit.setCompleter(nullptr);
     const auto changed = [this] { widgetChanged(); };
     connect(&edit, &QLineEdit::textChanged, this, changed);
-    connect(&edit, &QLineEdit::selectionChanged, this, changed);
-    connect(&edit, &QLineEdit::cursorPositionChanged, this, changed);
 }
 
 void LineFieldView::replaceText(const QString& text) {
@@ -367,26 +354,28 @@ void LineView::show(Property property) {
 
 // A figure that is wider than its cell is condensed: no digit is out of sight.
 void LineView::fitFigure() {
-    static constexpr int margins = 10; // the frame and the gap beside the text, left and right
     static constexpr int narrowest = 50;
     if (static_cast<TextBox&>(*control()).alignment() != Alignment::right)
         return;
-    const QString figure = text();
-    const int room = std::max(1, edit().width() - margins);
-    // No character of a figure is wider than a digit.
-    const bool fits = figure.size() * view().digitWidth() <= room;
-    if (fits && !condensed_)
+    const int wanted = view().widthOf(text());
+    if (wanted <= room() && !condensed_)
         return;
     QFont font = view().font();
-    const int wanted = QFontMetrics(font).horizontalAdvance(figure);
-    if (wanted > room) {
+    condensed_ = wanted > room();
+    if (condensed_) {
         const int own = font.stretch() == QFont::AnyStretch ? 100 : font.stretch();
-        font.setStretch(std::max(narrowest, own * room / wanted));
-    } else if (!condensed_) {
-        return;
+        font.setStretch(std::max(narrowest, own * room() / wanted));
     }
     edit().setFont(font);
-    condensed_ = wanted > room;
+}
+
+bool LineView::fits() const {
+    return view().widthOf(text()) <= room();
+}
+
+int LineView::room() const {
+    constexpr int margins = 10; // the frame and the gap beside the text, left and right
+    return std::max(1, edit().width() - margins);
 }
 
 bool LineView::typeInto(QEvent& event) {
@@ -416,7 +405,6 @@ class ListBox : public QComboBox {
 ComboView::ComboView(FormView& view, ComboBox& list, QWidget& parent)
     : LineFieldView(view, list), combo_(new Native<ListBox>(*this, &parent, list)) {
     combo_->setInsertPolicy(QComboBox::NoInsert);
-    combo_->setEditable(true);
     combo_->setLineEdit(new Native<QLineEdit>(*this, combo_));
     combo_->setCompleter(nullptr);
     combo_->lineEdit()->setFocusPolicy(Qt::NoFocus); // sets the one of the list as well
@@ -512,7 +500,7 @@ namespace {
 // A text edit gets the events of the pointer on its viewport.
 class NotesEdit final : public QPlainTextEdit {
   public:
-    NotesEdit(ControlView& view, QWidget* parent) : QPlainTextEdit(parent), view_(&view) {}
+    NotesEdit(ControlView& view, QWidget* parent) : QPlainTextEdit(parent), view_(view) {}
 
     static bool pass(QWidget& widget, QEvent& event) {
         return static_cast<NotesEdit&>(widget).QPlainTextEdit::event(&event);
@@ -523,9 +511,7 @@ class NotesEdit final : public QPlainTextEdit {
     }
 
   protected:
-    bool event(QEvent* event) override {
-        return view_.isNull() ? QPlainTextEdit::event(event) : view_->handle(*event, *this, &pass);
-    }
+    bool event(QEvent* event) override { return view_.handle(*event, *this, &pass); }
     bool viewportEvent(QEvent* event) override {
         switch (event->type()) {
         case QEvent::MouseButtonPress:
@@ -536,15 +522,14 @@ class NotesEdit final : public QPlainTextEdit {
         case QEvent::DragEnter:
         case QEvent::DragMove:
         case QEvent::Drop:
-            return view_.isNull() ? QPlainTextEdit::viewportEvent(event)
-                                  : view_->handle(*event, *viewport(), &passViewport);
+            return view_.handle(*event, *viewport(), &passViewport);
         default:
             return QPlainTextEdit::viewportEvent(event);
         }
     }
 
   private:
-    QPointer<ControlView> view_;
+    ControlView& view_;
 };
 
 } // namespace
@@ -558,8 +543,6 @@ NotesView::NotesView(FormView& view, TextBox& box, QWidget& parent)
         widgetChanged();
     };
     connect(edit_, &QPlainTextEdit::textChanged, this, changed);
-    connect(edit_, &QPlainTextEdit::selectionChanged, this, changed);
-    connect(edit_, &QPlainTextEdit::cursorPositionChanged, this, changed);
 }
 
 void NotesView::show(Property property) {

@@ -28,6 +28,7 @@ class FieldView : public ControlView {
     void show(Property property) override;
     void type(QEvent& event) override;
     void focusGained() override;
+    void catchUp() override;
 
     [[nodiscard]] virtual bool canUndo() const = 0;
     void undo();
@@ -56,10 +57,12 @@ class FieldView : public ControlView {
     virtual bool typeInto(QEvent& event) = 0;
     // The widget's text has changed without the model; true when that was no edit.
     virtual bool choseEntry() { return false; }
+    // All of the text can be seen wherever the caret stands.
+    [[nodiscard]] virtual bool fits() const { return false; }
     // The widget must not be touched now; it gets its text once the events are through.
     [[nodiscard]] virtual bool mustWait() const { return false; }
 
-    void widgetChanged(); // connected to the widget's signals
+    void widgetChanged(); // connected to the change of the widget's text
     void takeEdit();      // compares with the model, and tells the form
     [[nodiscard]] TextField& field() const { return static_cast<TextField&>(*control()); }
 
@@ -108,9 +111,11 @@ class LineView final : public LineFieldView {
 
   protected:
     bool typeInto(QEvent& event) override;
+    [[nodiscard]] bool fits() const override;
 
   private:
     void fitFigure();
+    [[nodiscard]] int room() const; // for its text
 
     bool condensed_ = false;
 };

@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include <cmath>
+
 namespace vkr {
 
 FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) {
@@ -66,11 +68,11 @@ ControlView& FormView::addView(Control& control) {
     auto* view = makeView(*this, control, *parent);
     views_.emplace(&control, view);
     view->showAll();
-    return *view;
-}
     for (const auto& label : form_->controls()) // made before the field that it names
         if (label->kind() == ControlKind::label && static_cast<Label&>(*label).buddy() == &control)
             controlChanged(*label, Property::look);
+    return *view;
+}
 
 void FormView::controlAdded(Control& control) {
     if (control.kind() != ControlKind::menuItem)
@@ -120,6 +122,7 @@ void FormView::formChanged() {
     if (const QColor back = toQt(form_->backColor()); back.isValid())
         palette.setColor(QPalette::Window, back);
     setPalette(palette);
+    fieldPalettes_.clear(); // a disabled field fades into the window
     if (form_->mouseIcon().empty())
         unsetCursor();
     else
@@ -152,9 +155,51 @@ QFont FormView::fontFor(const PixelScale& scale) {
     return font;
 }
 
+namespace {
+
+QColor between(const QColor& one, const QColor& other, double part) {
+    const auto mixed = [part](int from, int to) {
+        return static_cast<int>(from + (to - from) * part);
+    };
+    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
+            mixed(one.blue(), other.blue())};
+}
+
+} // namespace
+
+const QPalette& FormView::fieldPalette(const QColor& back, const QColor& fore) {
+    const auto [found, isNew] = fieldPalettes_.try_emplace({back.rgb(), fore.rgb()});
+    QPalette& made = found->second;
+    if (isNew) {
+        const QColor window = palette().color(QPalette::Window);
+        const QColor dimmed = between(back, window, 0.6);
+        const QBrush base(back);
+        const QBrush text(fore);
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            made.setBrush(group, QPalette::Base, base);
+            made.setBrush(group, QPalette::Text, text);
+        }
+        made.setBrush(QPalette::Disabled, QPalette::Base, dimmed);
+        made.setBrush(QPalette::Disabled, QPalette::Text, between(fore, dimmed, 0.35));
+    }
+    return made;
+}
+
+int FormView::widthOf(const QString& text) const {
+    double width = 0;
+    for (const QChar character : text) {
+        if (character.unicode() >= characterWidths_.size())
+            return QFontMetrics(font()).horizontalAdvance(text);
+        width += characterWidths_[character.unicode()];
+    }
+    return static_cast<int>(std::ceil(width));
+}
+
 void FormView::showScale() {
     setFont(fontFor(scale_));
-    digitWidth_ = QFontMetrics(font()).horizontalAdvance(u'0');
+    const QFontMetricsF metrics(font());
+    for (std::size_t i = 0; i < characterWidths_.size(); ++i)
+        characterWidths_[i] = metrics.horizontalAdvance(QChar(static_cast<char16_t>(i)));
     for (const auto& [control, view] : views_)
         view->place();
     if (form_->width() > 0 && form_->height() > 0)
@@ -238,6 +283,11 @@ void FormView::keyPress(QKeyEvent& event, ControlView& origin) {
     feedKey(event);
 }
 
+void FormView::catchUp() {
+    if (auto* view = activeView())
+        view->catchUp();
+}
+
 // Key down, key press, the field's own editing, keystrokes that handlers have sent. The form says
 // who has the focus, also when native focus lags behind.
 void FormView::feedKey(QKeyEvent& event) {
@@ -247,6 +297,7 @@ void FormView::feedKey(QKeyEvent& event) {
         return;
     }
     event.accept();
+    catchUp();
     const int shift = shiftOf(event.modifiers());
     const bool altOnly = (shift & (shifts::alt | shifts::control)) == shifts::alt;
     if (altOnly && event.key() >= 0x80 && event.key() < 0x110000 &&
@@ -307,6 +358,7 @@ void FormView::inputMethod(QInputMethodEvent& event, ControlView& origin) {
     event.accept();
     if (!form_->hasFocus())
         form_->focus(*origin.control());
+    catchUp();
     const QPointer<ControlView> view = activeView();
     if (view == nullptr)
         return;
@@ -426,6 +478,7 @@ bool FormView::tabOut(FocusDirection direction) {
 void FormView::beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place,
                           int tab) {
     giveUpPress();
+    catchUp();
     pressed_ = &view;
     pressedButton_ = button;
     const unsigned before = interruptions_;

@@ -7,12 +7,13 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <array>
 #include <functional>
-#include <optional>
 #include <map>
+#include <optional>
 #include <unordered_map>
-
 #include <utility>
+
 class QInputMethodEvent;
 class QWheelEvent;
 
@@ -40,7 +41,8 @@ class FormView : public QWidget, private FormObserver {
     void setDotsPerInch(double dotsPerInch);
     // The application's family in the size of the form.
     [[nodiscard]] static QFont fontFor(const PixelScale& scale);
-    [[nodiscard]] int digitWidth() const { return digitWidth_; } // in that font
+    // Of a text in that font; quick for figures.
+    [[nodiscard]] int widthOf(const QString& text) const;
     [[nodiscard]] QSize sizeOf(Twips width, Twips height) const;
 
     // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0);
@@ -56,6 +58,8 @@ class FormView : public QWidget, private FormObserver {
     void keyRelease(QKeyEvent& event, ControlView& origin);
     void inputMethod(QInputMethodEvent& event, ControlView& origin);
     void wheel(QWheelEvent& event, ControlView& origin);
+    // Of a field in these colours. All that are alike share it.
+    [[nodiscard]] const QPalette& fieldPalette(const QColor& back, const QColor& fore);
     // Where on the screen the press is that the form is just hearing of.
     [[nodiscard]] std::optional<QPoint> pressPlace() const { return pressPlace_; }
     // Whether a key is the component's before it is a shortcut of the host.
@@ -92,6 +96,7 @@ class FormView : public QWidget, private FormObserver {
     ControlView& addView(Control& control);
     void replaceView(Control& control);
     void showScale();
+    void catchUp();
     void feedKey(QKeyEvent& event);
     bool typeCharacter(char32_t character, const std::function<void(const QString&)>& type);
     void followFocus();
@@ -103,7 +108,8 @@ class FormView : public QWidget, private FormObserver {
     Form* form_;
     PixelScale scale_;
     bool ownScale_ = false;
-    int digitWidth_ = 0;
+    std::array<double, 128> characterWidths_{};
+    std::map<std::pair<QRgb, QRgb>, QPalette> fieldPalettes_;
     std::unordered_map<const Control*, ControlView*> views_;
     QPointer<ControlView> pressed_;
     MouseButton pressedButton_ = MouseButton::left;

@@ -29,7 +29,7 @@ ObjectFactory ownObjects() {
     return objects;
 }
 
-QVariant toQt(const Variant& value) {
+QVariant variantOf(const Variant& value) {
     return value.isNumeric() && value.varType() != Variant::vtString
                ? QVariant(value.toDouble())
                : QVariant(toQt(value.toText()));
@@ -48,7 +48,7 @@ class VKRDataEntryWidget::Events final : public VKRDataEntryEvents {
     }
     void MoreHelp(std::int16_t intObject) override { emit widget_.moreHelp(intObject); }
     void Assistant(std::int16_t enumObject, const Variant& vntValue) override {
-        emit widget_.assistant(enumObject, toQt(vntValue));
+        emit widget_.assistant(enumObject, variantOf(vntValue));
     }
     void UnloadRequest(UnloadModeType enumMode) override { emit widget_.unloadRequest(enumMode); }
     void UpdatePrice(const std::shared_ptr<iVKR_Company>& /*objCompany*/) override {

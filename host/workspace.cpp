@@ -44,7 +44,7 @@ Workspace::Opened Workspace::opened(const QString& path, OpenMode mode,
     if (!store.value()->backupPath().empty())
         result.notes.append(
             tr("%1 was brought up to date. The file as it was before is kept as %2.")
-                .arg(path, fromUtf8(store.value()->backupPath())));
+                .arg(fromUtf8(store.value()->path()), fromUtf8(store.value()->backupPath())));
     result.workspace.reset(new Workspace(std::move(store.value())));
     return result;
 }

@@ -4,6 +4,7 @@
 #include "platform/number_text.hpp"
 
 #include <cstdint>
+#include <string_view>
 
 namespace vkr {
 
@@ -47,7 +48,8 @@ struct ExtraEntry {
     int text;
     MenuCommand command;
     bool changesField;
-    bool endsGroup; // a separator follows
+    bool endsGroup;                 // a separator follows
+    std::string_view fallback = {}; // for localizers that don't know the component's own number
 };
 
 constexpr ExtraEntry extraEntries[] = {
@@ -55,7 +57,7 @@ constexpr ExtraEntry extraEntries[] = {
     {meLastQuarterDate, 421, mcLastQuarterDate, true, true},
     {meYears, 419, mcAddYear, false, false},
     {meYears, 420, mcRemoveYear, false, true},
-    {meAssistant, 650, mcAssistant, false, false},
+    {meAssistant, 650, mcAssistant, false, false, "Ask the Assistant..."},
 };
 
 constexpr int helpText = 422;
@@ -68,11 +70,11 @@ class Builder {
             form.remove(form.get<MenuItem>(entries, i));
         form.get<MenuItem>(entries, 0).setVisible(false);
     }
-    void add(int text, MenuCommand command, bool enabled) {
+    void add(int text, MenuCommand command, bool enabled, std::string_view fallback = {}) {
         auto& entry =
             count_ == 0 ? form_.get<MenuItem>(entries, 0) : form_.add<MenuItem>(entries, count_);
         entry.setEnabled(enabled);
-        entry.setCaption(text == 0 ? "-" : texts_(text));
+        entry.setCaption(text == 0 ? "-" : texts_(text, fallback));
         entry.setTag(std::to_string(command));
         entry.setVisible(true);
         ++count_;
@@ -99,7 +101,8 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
         if ((extras & entry.extra) == 0)
             continue;
         builder.add(entry.text, entry.command,
-                    !entry.changesField || (changeable != nullptr && !changeable->locked()));
+                    !entry.changesField || (changeable != nullptr && !changeable->locked()),
+                    entry.fallback);
         if (entry.endsGroup)
             builder.add(0, mcSeparator, true);
     }

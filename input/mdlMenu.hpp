@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vkr {
@@ -36,8 +37,8 @@ enum MenuExtras : unsigned {
     meAssistant = 8,       // ask the host's assistant
 };
 
-// Text of a string number.
-using MenuTexts = std::function<std::string(int number)>;
+// Text of a string number, or the fallback where there is none.
+using MenuTexts = std::function<std::string(int number, std::string_view fallback)>;
 
 // Builds the entries of the control array mnuItem anew: those of a text box, null for any other
 // object, then the extras, then help. `changeable` is the field that the extras would change, null

@@ -15,11 +15,18 @@ class VirtualDriver final : public ContractDriver {
     void doubleClick(std::string_view id) override { scene_.desktop.doubleClick(id); }
     void spin(std::string_view id, int steps) override { scene_.desktop.spin(id, steps); }
     void clickTab(int tab) override { scene_.desktop.clickTab(tab); }
+    void rightClick(std::string_view id) override { scene_.desktop.rightClick(id); }
+    void rightClickTab(int tab) override { scene_.desktop.rightClickTab(tab); }
     void pick(std::string_view id, std::string_view item) override {
         scene_.desktop.pick(id, item);
     }
     void answerNext(MessageAnswer answer) override { scene_.desktop.answerNext(answer); }
+    void nextMenuEntry(const std::string& caption) override {
+        scene_.desktop.answerNextMenu(caption);
+    }
+    void nextDate(std::optional<Date> date) override { scene_.desktop.answerNextDate(date); }
     void setClipboard(const std::string& text) override { scene_.desktop.setClipboardText(text); }
+    std::string clipboard() override { return scene_.desktop.clipboardText(); }
     void switchAway() override { scene_.desktop.switchAway(); }
     void switchBack() override { scene_.desktop.switchBack(); }
     bool canReach(std::string_view id) override { return scene_.desktop.canReach(id); }
@@ -27,6 +34,26 @@ class VirtualDriver final : public ContractDriver {
         return dynamic_cast<TextField&>(scene_.desktop.control(id)).text();
     }
     std::string focusedId() override { return scene_.desktop.focusedId(); }
+    bool liesInside(std::string_view id) override {
+        const auto& control = scene_.desktop.control(id);
+        const auto& form = scene_.form();
+        return control.formLeft() >= 0 && control.formTop() >= 0 &&
+               control.formLeft() + control.width() <= form.width() &&
+               control.formTop() + control.height() <= form.height();
+    }
+    std::vector<std::string> lastMenu() override {
+        std::vector<std::string> captions;
+        if (!scene_.desktop.menus().empty())
+            for (const auto& entry : scene_.desktop.menus().back().entries)
+                captions.push_back(entry.enabled ? entry.caption : "(" + entry.caption + ")");
+        return captions;
+    }
+    std::vector<Date> calendars() override {
+        std::vector<Date> days;
+        for (const auto& calendar : scene_.desktop.calendars())
+            days.push_back(calendar.shown);
+        return days;
+    }
     std::vector<std::string> messages() override {
         std::vector<std::string> texts;
         for (const auto& message : scene_.desktop.messages())

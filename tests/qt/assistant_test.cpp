@@ -3,6 +3,7 @@
 #include "host/help_pages.hpp"
 #include "host/texts.hpp"
 #include "tests/qt/host_fixture.hpp"
+#include "tests/qt/support/dialog_answers.hpp"
 
 #include <QLabel>
 #include <QPixmap>
@@ -330,6 +331,20 @@ TEST_F(AssistantTest, MoreHelpOpensThePageOfTheObject) {
     user_.activate(assistant);
     user_.click(*assistant.findChild<QPushButton*>("moreHelp"));
     EXPECT_EQ(host_->help().shownPage(), helpObjectBase + doYBookVal);
+}
+
+TEST_F(AssistantTest, TheMenuOfACellLeadsToItsYear) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toYearly);
+    DialogAnswers menu;
+    menu.nextEntry("Ask the Assistant...");
+    user_.activate(window);
+    user_.click(control(window, "txtSales(7)"), Qt::RightButton);
+    auto& assistant = *window.findChild<Assistant*>();
+    EXPECT_TRUE(assistant.isVisible());
+    EXPECT_EQ(text(assistant, "company"), "Apple Inc. (AAPL), fiscal year 2023");
+    EXPECT_EQ(text(assistant, "stored"), "383,285 million");
+    EXPECT_EQ(text(assistant, "onScreen"), "");
 }
 
 } // namespace

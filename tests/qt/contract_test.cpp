@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "desktop/qt_values.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "platform/key_notation.hpp"
 #include "tests/support/contract.hpp"
@@ -6,20 +7,26 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
+#include <QTableView>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cstdlib>
 #include <deque>
 #include <gtest/gtest.h>
+#include <optional>
 #include <stdexcept>
 
 namespace vkr {
@@ -41,7 +48,10 @@ Qt::Key qtKey(const KeyStroke& stroke) {
         {keys::right, Qt::Key_Right},
         {keys::down, Qt::Key_Down},
         {keys::del, Qt::Key_Delete},
+        {keys::menu, Qt::Key_Menu},
         {keys::f1, Qt::Key_F1},
+        {keys::f4, Qt::Key_F4},
+        {keys::f10, Qt::Key_F10},
     };
     for (const auto& [code, key] : named)
         if (code == stroke.key)
@@ -52,19 +62,29 @@ Qt::Key qtKey(const KeyStroke& stroke) {
     return static_cast<Qt::Key>(stroke.character);
 }
 
-// Presses a button of every message box that opens: the one in front of the script, else the
-// default.
+// Works every message box, menu and calendar that opens with the pointer: what is in front of its
+// script, else the default button or no choice.
 class Answerer final : public QObject {
   public:
     Answerer() { qApp->installEventFilter(this); }
 
     std::deque<MessageAnswer> script;
     std::vector<std::string> seen;
+    std::deque<std::string> menuScript;
+    std::vector<std::string> lastMenu;
+    std::deque<std::optional<Date>> dateScript;
+    std::vector<Date> calendars;
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (auto* box = qobject_cast<QMessageBox*>(watched);
-            box != nullptr && event->type() == QEvent::Show)
+        if (event->type() != QEvent::Show)
+            return false;
+        if (auto* box = qobject_cast<QMessageBox*>(watched))
             QTimer::singleShot(0, box, [this, box] { answer(*box); });
+        else if (auto* menu = qobject_cast<QMenu*>(watched))
+            QTimer::singleShot(0, menu, [this, menu] { choose(*menu); });
+        else if (auto* dialog = qobject_cast<QDialog*>(watched);
+                 dialog != nullptr && dialog->findChild<QCalendarWidget*>() != nullptr)
+            QTimer::singleShot(0, dialog, [this, dialog] { pick(*dialog); });
         return false;
     }
 
@@ -81,6 +101,65 @@ class Answerer final : public QObject {
         ASSERT_NE(button, nullptr);
         button->click();
     }
+
+    void choose(QMenu& menu) {
+        lastMenu.clear();
+        for (const auto* action : menu.actions()) {
+            const auto caption = action->isSeparator() ? "-" : action->text().toStdString();
+            lastMenu.push_back(action->isEnabled() || action->isSeparator() ? caption
+                                                                            : "(" + caption + ")");
+        }
+        if (menuScript.empty()) {
+            QTest::keyClick(&menu, Qt::Key_Escape);
+            return;
+        }
+        const auto wanted = QString::fromStdString(menuScript.front());
+        menuScript.pop_front();
+        for (auto* action : menu.actions())
+            if (action->text().remove(u'&') == wanted) {
+                QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+                break;
+            }
+        if (menu.isVisible()) // not there, or disabled
+            QTest::keyClick(&menu, Qt::Key_Escape);
+    }
+
+    void pick(QDialog& dialog) {
+        auto& calendar = *dialog.findChild<QCalendarWidget*>();
+        calendars.push_back(fromQt(calendar.selectedDate()).value_or(Date{}));
+        std::optional<Date> day;
+        if (!dateScript.empty()) {
+            day = dateScript.front();
+            dateScript.pop_front();
+        }
+        if (day) {
+            const QDate wanted = toQt(*day);
+            calendar.setCurrentPage(wanted.year(), wanted.month());
+            clickDay(calendar, wanted.day());
+            EXPECT_EQ(calendar.selectedDate(), wanted);
+        }
+        const auto* buttons = dialog.findChild<QDialogButtonBox*>();
+        QTest::mouseClick(buttons->button(day ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel),
+                          Qt::LeftButton);
+    }
+
+    // The days of the month before and after the one on show are in the table as well.
+    static void clickDay(QCalendarWidget& calendar, int wanted) {
+        auto* view = calendar.findChild<QTableView*>(QStringLiteral("qt_calendar_calendarview"));
+        ASSERT_NE(view, nullptr);
+        int months = 0;
+        for (int row = 0; row < view->model()->rowCount(); ++row)
+            for (int column = 0; column < view->model()->columnCount(); ++column) {
+                const auto index = view->model()->index(row, column);
+                const int day = index.data().toInt();
+                months += day == 1 ? 1 : 0;
+                if (months == 1 && day == wanted) {
+                    QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                                      view->visualRect(index).center());
+                    return;
+                }
+            }
+    }
 };
 
 class QtDriver final : public ContractDriver {
@@ -94,6 +173,11 @@ class QtDriver final : public ContractDriver {
                          [this](int tab) { log("TabChange", tab); });
         QObject::connect(widget_, &VKRDataEntryWidget::moreHelp,
                          [this](int number) { log("MoreHelp", number); });
+        QObject::connect(widget_, &VKRDataEntryWidget::assistant,
+                         [this](int object, const QVariant& value) {
+                             log_.push_back("Assistant " + std::to_string(object) + " " +
+                                            value.toString().toStdString());
+                         });
         QObject::connect(widget_, &VKRDataEntryWidget::unloadRequest,
                          [this](int mode) { log("UnloadRequest", mode); });
         widget_->setCompany(std::make_shared<CompanyRecord>());
@@ -126,6 +210,20 @@ class QtDriver final : public ContractDriver {
         QTest::mouseClick(&target, Qt::LeftButton);
         QTest::mouseDClick(&target, Qt::LeftButton);
         QTest::mouseRelease(&target, Qt::LeftButton);
+        activateAgain();
+    }
+
+    void rightClick(std::string_view id) override {
+        QWidget& target = native(id);
+        auto* lines = qobject_cast<QPlainTextEdit*>(&target);
+        QTest::mouseClick(lines == nullptr ? &target : lines->viewport(), Qt::RightButton,
+                          Qt::NoModifier, QPoint(10, std::min(10, target.height() / 2)));
+        activateAgain();
+    }
+
+    void rightClickTab(int tab) override {
+        auto& bar = dynamic_cast<QTabBar&>(native("tbsDataEntry"));
+        QTest::mouseClick(&bar, Qt::RightButton, Qt::NoModifier, bar.tabRect(tab - 1).center());
         activateAgain();
     }
 
@@ -162,6 +260,11 @@ class QtDriver final : public ContractDriver {
     }
 
     void answerNext(MessageAnswer answer) override { answerer_.script.push_back(answer); }
+    void nextMenuEntry(const std::string& caption) override {
+        answerer_.menuScript.push_back(caption);
+    }
+    void nextDate(std::optional<Date> date) override { answerer_.dateScript.push_back(date); }
+    std::string clipboard() override { return QApplication::clipboard()->text().toStdString(); }
     void setClipboard(const std::string& text) override {
         QApplication::clipboard()->setText(QString::fromStdString(text));
     }
@@ -198,6 +301,12 @@ class QtDriver final : public ContractDriver {
         return {};
     }
 
+    bool liesInside(std::string_view id) override {
+        const QWidget& shown = native(id);
+        return widget_->rect().contains(QRect(shown.mapTo(widget_, QPoint(0, 0)), shown.size()));
+    }
+    std::vector<std::string> lastMenu() override { return answerer_.lastMenu; }
+    std::vector<Date> calendars() override { return answerer_.calendars; }
     std::vector<std::string> messages() override { return answerer_.seen; }
     std::vector<std::string>& events() override { return log_; }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/contract.hpp"
 
+#include "tests/support/entry_object_rows.hpp"
 #include "tests/support/field_steps.hpp"
 
 #include <gtest/gtest.h>
@@ -527,6 +528,236 @@ void aYearIsRemoved(Desktop& desktop) {
     EXPECT_EQ(desktop.shownText("txtSales(10)"), kept);
 }
 
+// --- menus, calendar and help --------------------------------------------------------------------
+
+Names captionsOf(const std::vector<test::ExpectedEntry>& entries) {
+    Names captions;
+    for (const auto& entry : entries)
+        captions.push_back(entry.enabled ? entry.caption : "(" + entry.caption + ")");
+    return captions;
+}
+
+void choose(Desktop& desktop, std::string_view id, const char* caption) {
+    desktop.nextMenuEntry(caption);
+    desktop.rightClick(id);
+}
+
+// Every entry below those of the text, chosen once.
+void chooseExtras(Desktop& desktop, const test::EntryObjectRow& row, std::string_view id) {
+    for (const char extra : row.extras) {
+        if (extra == 'd' || extra == 'q') {
+            const auto before = desktop.shownText(row.control);
+            if (extra == 'd')
+                desktop.nextDate(makeDate(2026, 2, 28));
+            choose(desktop, id, extra == 'd' ? "Pick a Date..." : "Use Date of Last Quarter");
+            EXPECT_EQ(desktop.shownText(row.control), extra == 'd' ? "Feb/28/2026" : "Sep/30/2026");
+            EXPECT_EQ(desktop.focusedId(), row.control);
+            choose(desktop, row.control, "Undo");
+            EXPECT_EQ(desktop.shownText(row.control), before);
+        } else if (extra == 'y') {
+            const auto before = desktop.messages().size();
+            desktop.answerNext(MessageAnswer::no);
+            choose(desktop, id, "Add New Year");
+            desktop.answerNext(MessageAnswer::no);
+            choose(desktop, id, "Remove Year");
+            EXPECT_EQ(desktop.messages().size(), before + 2);
+        } else {
+            desktop.events().clear();
+            choose(desktop, id, "Ask the Assistant...");
+            ASSERT_EQ(desktop.events().size(), 1U);
+            const auto asked = "Assistant " + std::to_string(row.object) + " ";
+            EXPECT_EQ(desktop.events()[0].substr(0, asked.size()), asked);
+            EXPECT_GT(desktop.events()[0].size(), asked.size());
+        }
+    }
+    desktop.events().clear();
+    choose(desktop, id, "What's This?");
+    EXPECT_TRUE(desktop.canReach("lblMoreHelp"));
+    EXPECT_TRUE(desktop.liesInside("fraDE(0)"));
+    desktop.click("lblMoreHelp");
+    EXPECT_EQ(desktop.events(), Names{"MoreHelp " + std::to_string(3000 + row.object)});
+    EXPECT_FALSE(desktop.canReach("lblMoreHelp"));
+}
+
+void chooseTextCommands(Desktop& desktop, std::string_view id) {
+    const auto text = desktop.shownText(id);
+    choose(desktop, id, "Select All");
+    choose(desktop, id, "Copy");
+    EXPECT_EQ(desktop.clipboard(), text);
+    choose(desktop, id, "Clear");
+    EXPECT_EQ(desktop.shownText(id), "");
+    EXPECT_EQ(desktop.clipboard(), text);
+    choose(desktop, id, "Paste");
+    EXPECT_EQ(desktop.shownText(id), text);
+    desktop.setClipboard("other");
+    choose(desktop, id, "Select All");
+    choose(desktop, id, "Cut");
+    EXPECT_EQ(desktop.shownText(id), "");
+    EXPECT_EQ(desktop.clipboard(), text);
+    choose(desktop, id, "Undo");
+    EXPECT_EQ(desktop.shownText(id), text);
+}
+
+void bringIntoView(Desktop& desktop, std::string_view id) {
+    if (desktop.canReach(id))
+        return;
+    desktop.click("txtLow(3)");
+    desktop.type(id == "txtCSO(3)" || id == "lblUnit(6)" ? "^{RIGHT}" : "^{HOME}");
+}
+
+// One control and one label of every object on a page.
+template <int Tab>
+void everyMenuEntryIsChosen(Desktop& desktop) {
+    const auto company = fullCompany();
+    desktop.entry().put_ShowVLs(true);
+    desktop.entry().put_ShowReportingPeriod(true);
+    desktop.load(company);
+    const auto loaded = company->clone();
+    desktop.clickTab(Tab);
+    for (const auto& row : test::entryObjectRows) {
+        const bool below = row.tab == 0 && Tab == toCompany;
+        if ((row.tab != Tab && !below) || row.control[0] == '\0' || test::isTab(row) ||
+            row.choice != test::Choice::none)
+            continue;
+        SCOPED_TRACE(row.control);
+        const std::string_view id = row.control;
+        bringIntoView(desktop, id);
+        const bool isText = id.substr(0, 3) == "txt";
+        desktop.setClipboard("held");
+        if (isText)
+            desktop.click(id);
+        desktop.rightClick(id);
+        EXPECT_EQ(desktop.lastMenu().back(), "What's This?");
+        EXPECT_EQ(desktop.lastMenu().size(),
+                  test::expectedExtras(row.extras, true).size() + (isText ? 9U : 0U));
+        if (isText)
+            chooseTextCommands(desktop, id);
+        chooseExtras(desktop, row, id);
+        const std::string_view label = row.label;
+        if (!label.empty()) {
+            bringIntoView(desktop, label);
+            desktop.rightClick(label);
+            EXPECT_EQ(desktop.lastMenu(), captionsOf(test::expectedExtras(row.extras, true)));
+            chooseExtras(desktop, row, label);
+        }
+    }
+    desktop.clickTab(Tab == toOther ? toCompany : toOther); // leaves the last field
+    EXPECT_EQ(changedData(*loaded, *company), Names{});
+}
+
+void everyTabHasItsHelp(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toOther);
+    desktop.events().clear();
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        desktop.nextMenuEntry("What's This?");
+        desktop.rightClickTab(tab);
+        EXPECT_EQ(desktop.lastMenu(), Names{"What's This?"});
+        EXPECT_TRUE(desktop.liesInside("fraDE(0)"));
+        desktop.click("lblMoreHelp");
+        EXPECT_EQ(desktop.events(), Names{"MoreHelp " + std::to_string(3063 + tab)}) << tab;
+        desktop.events().clear();
+    }
+    EXPECT_EQ(desktop.entry().get_CurrentTab(), toOther);
+}
+
+void theMenuKeyOpensTheMenu(Desktop& desktop) {
+    desktop.load(fullCompany());
+    for (const char* keys : {"{MENU}", "+{F10}"}) {
+        desktop.click("txtName");
+        desktop.type("^a");
+        desktop.nextMenuEntry("Clear");
+        desktop.type(keys);
+        EXPECT_EQ(desktop.lastMenu().size(), 11U);
+        EXPECT_EQ(desktop.shownText("txtName"), "") << keys;
+        desktop.nextMenuEntry("Undo");
+        desktop.type(keys);
+        EXPECT_EQ(desktop.shownText("txtName"), "Name text") << keys;
+        desktop.nextMenuEntry("What's This?");
+        desktop.type(keys);
+        EXPECT_TRUE(desktop.canReach("lblMoreHelp")) << "its own key does not hide it";
+        desktop.type("{F1}");
+        EXPECT_FALSE(desktop.canReach("lblMoreHelp"));
+        EXPECT_EQ(desktop.events().back(), "MoreHelp 3000");
+        EXPECT_EQ(desktop.focusedId(), "txtName");
+    }
+    EXPECT_EQ(desktop.events().size(), 2U);
+    desktop.click("chkLockInfo");
+    desktop.type("{MENU}");
+    EXPECT_EQ(desktop.lastMenu(), Names{"What's This?"});
+}
+
+void theMenuChangesNothingUnderTheLock(Desktop& desktop) {
+    const auto company = fullCompany();
+    desktop.load(company);
+    const auto loaded = company->clone();
+    desktop.click("chkLockInfo");
+    desktop.setClipboard("held");
+    desktop.click("txtLastUpdate");
+    desktop.rightClick("txtLastUpdate");
+    EXPECT_EQ(desktop.lastMenu(),
+              captionsOf(test::expectedTextMenu("da", true, false, false, true)));
+    for (const char* caption : {"Undo", "Cut", "Paste", "Clear", "Pick a Date..."})
+        choose(desktop, "txtLastUpdate", caption);
+    desktop.doubleClick("txtLastUpdate");
+    desktop.type("{F4}%{DOWN}");
+    EXPECT_EQ(desktop.shownText("txtLastUpdate"), "Nov/19/2026");
+    EXPECT_TRUE(desktop.calendars().empty());
+    EXPECT_EQ(desktop.clipboard(), "held");
+    choose(desktop, "txtLastUpdate", "Copy");
+    EXPECT_EQ(desktop.clipboard(), "Nov/19/2026");
+    EXPECT_EQ(changedData(*loaded, *company), Names{});
+}
+
+void aDateIsPicked(Desktop& desktop) {
+    const struct {
+        const char* field;
+        int tab;
+        Date (*stored)(const CompanyRecord& company);
+        Date picked;
+    } rows[] = {
+        {"txtLastUpdate", toCompany, [](const auto& company) { return company.get_LastUpdate(); },
+         *makeDate(2026, 2, 28)},
+        {"txtPriceUpdate", toCompany,
+         [](const auto& company) { return company.get_PriceUpdatedDate(); },
+         *makeDate(2024, 2, 29)},
+        {"txtDateOfSource", toCompany,
+         [](const auto& company) { return company.get_DateOfSource(); }, *makeDate(2026, 12, 1)},
+        {"txtDateofLastFY", toYearly, [](const auto& company) { return company.get_LastFYDate(); },
+         *makeDate(2025, 6, 30)},
+        {"txtLastQDate", toQuarterly,
+         [](const auto& company) { return company.get_LastQDateForGrid(); },
+         *makeDate(2026, 12, 31)},
+    };
+    for (const auto& row : rows)
+        for (const char* way : {"", "{F4}", "%{DOWN}"}) {
+            SCOPED_TRACE(std::string(row.field) + way);
+            const auto company = fullCompany();
+            desktop.load(company);
+            const Date before = row.stored(*company);
+            desktop.clickTab(row.tab);
+            const auto text = desktop.shownText(row.field);
+            for (const auto& answer : {std::optional<Date>(), std::optional(row.picked)}) {
+                desktop.nextDate(answer);
+                if (*way == '\0') {
+                    desktop.doubleClick(row.field);
+                } else {
+                    desktop.click(row.field);
+                    desktop.type(way);
+                }
+                EXPECT_EQ(desktop.calendars().back(), before);
+                EXPECT_EQ(desktop.shownText(row.field) == text, !answer);
+                EXPECT_EQ(desktop.focusedId(), row.field);
+                EXPECT_EQ(row.stored(*company), before);
+            }
+            if (row.tab == toQuarterly)
+                desktop.answerNext(MessageAnswer::yes); // to the new quarter
+            desktop.type("{TAB}");
+            EXPECT_EQ(row.stored(*company), row.picked);
+        }
+    EXPECT_EQ(desktop.calendars().size(), 30U);
+}
+
 #define VKR_SCENE(name)                                                                            \
     { #name, name }
 
@@ -566,6 +797,15 @@ constexpr ContractScene scenes[] = {
     VKR_SCENE(aTypedQuarterOutOfTurnIsRefused),
     VKR_SCENE(aQuarterIsAdded),
     VKR_SCENE(aYearIsRemoved),
+    {"everyMenuEntryOfTheCompanyPage", everyMenuEntryIsChosen<toCompany>},
+    {"everyMenuEntryOfTheYearlyPage", everyMenuEntryIsChosen<toYearly>},
+    {"everyMenuEntryOfTheQuarterlyPage", everyMenuEntryIsChosen<toQuarterly>},
+    {"everyMenuEntryOfTheOtherPage", everyMenuEntryIsChosen<toOther>},
+    {"everyMenuEntryOfTheOptionsPage", everyMenuEntryIsChosen<toOptions>},
+    VKR_SCENE(everyTabHasItsHelp),
+    VKR_SCENE(theMenuKeyOpensTheMenu),
+    VKR_SCENE(theMenuChangesNothingUnderTheLock),
+    VKR_SCENE(aDateIsPicked),
 };
 
 #undef VKR_SCENE

@@ -6,6 +6,7 @@
 #include "tests/support/entry_scene.hpp"
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -24,16 +25,28 @@ class ContractDriver {
     virtual void click(std::string_view id) = 0;
     virtual void doubleClick(std::string_view id) = 0;
     virtual void clickTab(int tab) = 0;
+    virtual void rightClick(std::string_view id) = 0;
+    virtual void rightClickTab(int tab) = 0;
     virtual void spin(std::string_view id, int steps) = 0; // up is positive
     virtual void pick(std::string_view id, std::string_view item) = 0;
     virtual void answerNext(MessageAnswer answer) = 0;
+    // Menus and calendars that open without an answer are closed without a choice.
+    virtual void nextMenuEntry(const std::string& caption) = 0;
+    virtual void nextDate(std::optional<Date> date) = 0; // nothing: Cancel
     virtual void setClipboard(const std::string& text) = 0;
+    [[nodiscard]] virtual std::string clipboard() = 0;
     virtual void switchAway() = 0; // to another window
     virtual void switchBack() = 0;
     // What the desktop itself shows and does, not what the models say.
     [[nodiscard]] virtual bool canReach(std::string_view id) = 0; // by a click
     [[nodiscard]] virtual std::string shownText(std::string_view id) = 0;
     [[nodiscard]] virtual std::string focusedId() = 0;
+    // Wholly within the component.
+    [[nodiscard]] virtual bool liesInside(std::string_view id) = 0;
+    // The entries of the menu that opened last, "-" for a separator, disabled ones in brackets.
+    [[nodiscard]] virtual std::vector<std::string> lastMenu() = 0;
+    // The day that each calendar opened with.
+    [[nodiscard]] virtual std::vector<Date> calendars() = 0;
     [[nodiscard]] virtual std::vector<std::string> messages() = 0;
     [[nodiscard]] virtual std::vector<std::string>& events() = 0;
 

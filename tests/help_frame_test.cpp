@@ -1,0 +1,536 @@
+// SPDX-License-Identifier: MIT
+#include "control/form_layout.hpp"
+#include "control/help_frame.hpp"
+#include "platform/text.hpp"
+#include "tests/support/entry_object_rows.hpp"
+
+#include <algorithm>
+#include <functional>
+#include <gtest/gtest.h>
+#include <set>
+#include <stdexcept>
+
+namespace vkr {
+namespace {
+
+using namespace test;
+using Names = std::vector<std::string>;
+
+constexpr std::string_view helpEntry = "What's This?";
+
+// A company on a form that shows everything its platform shows.
+struct HelpScene : EntryScene {
+    explicit HelpScene(PlatformType platform = ptStandard) {
+        PropertyBag bag;
+        bag.write("Platform", static_cast<std::int32_t>(platform), std::int32_t{-1});
+        entry->ReadProperties(bag);
+        showEveryField(*this);
+        load(fullCompany());
+        desktop.tabInto();
+        events.log.clear();
+    }
+
+    [[nodiscard]] Frame& frame() const { return form().get<Frame>("fraDE", frame::help); }
+    [[nodiscard]] Label& text() const { return form().get<Label>("lblToolTip"); }
+    [[nodiscard]] Label& link() const { return form().get<Label>("lblMoreHelp"); }
+
+    // Chooses help in the menu of a control.
+    void help(std::string_view id) {
+        test::show(*this, id);
+        desktop.answerNextMenu(helpEntry);
+        desktop.rightClick(id);
+        ASSERT_TRUE(frame().visible()) << id;
+    }
+    void helpOfTab(int tab) {
+        desktop.answerNextMenu(helpEntry);
+        desktop.rightClickTab(tab);
+        ASSERT_TRUE(frame().visible()) << tab;
+    }
+    void choose(Choice choice) {
+        if (choice == Choice::none)
+            return;
+        desktop.clickTab(toOptions);
+        desktop.click(choice == Choice::taxRate ? "optPTI(1)" : "optCommEq(1)");
+    }
+    void chooseBack() {
+        desktop.clickTab(toOptions);
+        desktop.click("optPTI(0)");
+        desktop.click("optCommEq(0)");
+    }
+};
+
+// Out of sight on the second platform.
+const std::set<int> notOnZx = {doTotalCap,   doTotalDebt,  doInsiderHolding, doInstitutional,
+                               doPrefShares, doCommShares, doDilutedShares};
+
+// What an object's help is asked for on: its control and its label.
+void forEveryControl(HelpScene& scene, PlatformType platform,
+                     const std::function<void(const EntryObjectRow&, std::string_view)>& act) {
+    for (const auto& row : entryObjectRows) {
+        if (row.control[0] == '\0' || (platform == ptZX && notOnZx.contains(row.object)))
+            continue;
+        scene.choose(row.choice);
+        for (const std::string_view id : {row.control, row.label})
+            if (!id.empty())
+                act(row, id);
+        if (row.choice != Choice::none)
+            scene.chooseBack();
+    }
+}
+
+void askFor(HelpScene& scene, const EntryObjectRow& row, std::string_view id) {
+    if (id == "tbsDataEntry")
+        scene.helpOfTab(row.object - doTabCompany + 1);
+    else
+        scene.help(id);
+}
+
+void expectInside(const HelpScene& scene) {
+    const auto& frame = scene.frame();
+    EXPECT_GE(frame.left(), 0);
+    EXPECT_GE(frame.top(), 0);
+    EXPECT_LE(frame.left() + frame.width(), 8070);
+    EXPECT_LE(frame.top() + frame.height(), 5835);
+    const auto& text = scene.text();
+    const auto& link = scene.link();
+    for (const Control* part :
+         {static_cast<const Control*>(&text), static_cast<const Control*>(&link)}) {
+        EXPECT_GE(part->left(), 0);
+        EXPECT_GE(part->top(), 0);
+        EXPECT_LE(part->left() + part->width(), frame.width());
+        EXPECT_LE(part->top() + part->height(), frame.height());
+    }
+    EXPECT_GE(link.top(), text.top() + text.height()) << "the link is below the text";
+}
+
+// --- text, place and number of every object ------------------------------------------------------
+
+class HelpFrameOn : public testing::TestWithParam<PlatformType> {};
+INSTANTIATE_TEST_SUITE_P(EitherPlatform, HelpFrameOn, testing::Values(ptStandard, ptZX),
+                         [](const auto& row) { return row.param == ptZX ? "Zx" : "Standard"; });
+
+TEST_P(HelpFrameOn, EveryObjectShowsItsText) {
+    HelpScene scene(GetParam());
+    const auto localizer = std::dynamic_pointer_cast<Localizer>(
+        scene.desktop.createObject(GetParam() == ptZX ? zxLocalizerId : standardLocalizerId));
+    forEveryControl(scene, GetParam(), [&](const EntryObjectRow& row, std::string_view id) {
+        SCOPED_TRACE(std::string(id));
+        askFor(scene, row, id);
+        EXPECT_EQ(scene.text().caption(), localizer->LoadString(row.helpText));
+        EXPECT_EQ(scene.link().caption(), "More Help...");
+        EXPECT_EQ(scene.link().tag(), std::to_string(row.object));
+        EXPECT_TRUE(scene.desktop.canReach("lblMoreHelp"));
+    });
+}
+
+TEST_P(HelpFrameOn, EveryFrameLiesInsideOfTheForm) {
+    for (const Twips screen : {0.0, 1500.0, 9600.0, 15360.0, 28800.0, 57600.0}) {
+        HelpScene scene(GetParam());
+        scene.desktop.setScreenWidth(screen);
+        forEveryControl(scene, GetParam(), [&](const EntryObjectRow& row, std::string_view id) {
+            SCOPED_TRACE(std::string(id) + " on a screen of " + std::to_string(screen));
+            askFor(scene, row, id);
+            expectInside(scene);
+        });
+    }
+}
+
+TEST_P(HelpFrameOn, EveryFrameHasItsCornerAtTheControl) {
+    HelpScene scene(GetParam());
+    forEveryControl(scene, GetParam(), [&](const EntryObjectRow& row, std::string_view id) {
+        SCOPED_TRACE(std::string(id));
+        if (isTab(row))
+            return;
+        askFor(scene, row, id);
+        // A label stands for the field that it names.
+        const auto& control = scene.desktop.control(row.control);
+        const bool ofField = dynamic_cast<const TextField*>(&control) != nullptr &&
+                             control.index() == Control::noIndex;
+        const auto& shown = ofField ? control : scene.desktop.control(id);
+        const auto& frame = scene.frame();
+        EXPECT_EQ(frame.left(), std::max(0.0, shown.formLeft() - frame.width()));
+        EXPECT_EQ(frame.top(), std::max(0.0, shown.formTop() - frame.height()));
+    });
+}
+
+TEST_P(HelpFrameOn, LinkAndF1NameEveryObject) {
+    HelpScene scene(GetParam());
+    forEveryControl(scene, GetParam(), [&](const EntryObjectRow& row, std::string_view id) {
+        SCOPED_TRACE(std::string(id));
+        const Names expected{"MoreHelp " + std::to_string(3000 + row.object)};
+        askFor(scene, row, id);
+        scene.events.log.clear();
+        scene.desktop.click("lblMoreHelp");
+        EXPECT_EQ(scene.events.log, expected);
+        EXPECT_FALSE(scene.frame().visible());
+        askFor(scene, row, id);
+        scene.events.log.clear();
+        scene.desktop.type("{F1}");
+        EXPECT_EQ(scene.events.log, expected);
+        EXPECT_FALSE(scene.frame().visible());
+    });
+}
+
+TEST(HelpFrame, ATabsFrameBeginsBehindTheTabsInFrontOfIt) {
+    HelpScene scene;
+    const auto& strip = scene.form().get<TabStrip>("tbsDataEntry");
+    Twips before = 0;
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        scene.helpOfTab(tab);
+        EXPECT_EQ(scene.frame().left(), std::max(0.0, before - scene.frame().width() + 60)) << tab;
+        EXPECT_EQ(scene.frame().top(), 0) << tab;
+        before += strip.tab(tab).width;
+    }
+    expectInside(scene);
+}
+
+TEST(HelpFrame, AnyTabsMenuShowsItsOwnTextWhicheverIsSelected) {
+    HelpScene scene;
+    scene.desktop.clickTab(toOther);
+    scene.helpOfTab(toQuarterly);
+    EXPECT_EQ(scene.link().tag(), "66");
+    EXPECT_EQ(scene.text().caption(), StandardLocalizer().LoadString(160));
+    EXPECT_EQ(scene.entry->get_CurrentTab(), toOther);
+}
+
+TEST(HelpFrame, HelpChangesNothingElse) {
+    HelpScene scene;
+    const auto company = fullCompany();
+    scene.load(company);
+    const auto loaded = company->clone();
+    scene.desktop.setClipboardText("held");
+    scene.desktop.click("txtSymbol");
+    scene.help("txtSymbol");
+    EXPECT_EQ(textOf(scene, "txtSymbol"), "FULL");
+    EXPECT_EQ(scene.desktop.focusedId(), "txtSymbol");
+    scene.help("lblLabel(0)");
+    EXPECT_EQ(scene.desktop.focusedId(), "txtSymbol") << "a label takes no focus";
+    EXPECT_EQ(scene.desktop.clipboardText(), "held");
+    EXPECT_EQ(scene.events.log, Names{});
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+    EXPECT_EQ(changedData(*loaded, *company), Names{});
+}
+
+TEST(HelpFrame, TheLockHidesNoHelp) {
+    HelpScene scene;
+    scene.desktop.click("chkLockInfo");
+    for (const auto* id : {"txtName", "lblLabel(2)", "cmbExchange", "chkLockInfo", "txtSales(3)"})
+        scene.help(id);
+    scene.desktop.click("lblMoreHelp");
+    EXPECT_EQ(scene.events.log.back(), "MoreHelp 3022");
+}
+
+// --- hiding --------------------------------------------------------------------------------------
+
+struct Hiding {
+    const char* name;
+    void (*act)(HelpScene& scene);
+};
+
+constexpr Hiding hidings[] = {
+    {"ClickOnTheSurface", [](HelpScene& scene) { scene.desktop.clickSurface(); }},
+    {"FocusLeavesTheForm", [](HelpScene& scene) { EXPECT_TRUE(scene.desktop.leaveForm()); }},
+    {"AKeyComesUp", [](HelpScene& scene) { scene.desktop.type("x"); }},
+    {"AKeyThatDoesNothing", [](HelpScene& scene) { scene.desktop.type("{LEFT}"); }},
+    {"Escape", [](HelpScene& scene) { scene.desktop.type("{ESC}"); }},
+    {"Tab", [](HelpScene& scene) { scene.desktop.type("{TAB}"); }},
+    {"SetNext", [](HelpScene& scene) { scene.entry->SetNext(); }},
+    {"SetPrevious", [](HelpScene& scene) { scene.entry->SetPrevious(); }},
+    {"ClickOnATab", [](HelpScene& scene) { scene.desktop.clickTab(toYearly); }},
+    {"ClickOnTheSelectedTab", [](HelpScene& scene) { scene.desktop.clickTab(toCompany); }},
+    {"TheHostSelectsATab", [](HelpScene& scene) { scene.entry->put_CurrentTab(toOther); }},
+    {"NextTabByKey", [](HelpScene& scene) { scene.desktop.type("^{PGDN}"); }},
+    {"TheLetterOfATab", [](HelpScene& scene) { scene.desktop.type("%y"); }},
+    {"PressOnItsField",
+     [](HelpScene& scene) {
+         scene.desktop.press("txtName");
+         EXPECT_FALSE(scene.frame().visible()) << "at the press already";
+         scene.desktop.release();
+     }},
+    {"PressOnAnotherField", [](HelpScene& scene) { scene.desktop.press("txtTotalDebt"); }},
+    {"PressOnALabel", [](HelpScene& scene) { scene.desktop.press("lblLabel(13)"); }},
+    {"PressOnAList", [](HelpScene& scene) { scene.desktop.press("cmbSource"); }},
+    {"MiddlePress",
+     [](HelpScene& scene) {
+         scene.desktop.press("txtTotalDebt", Control::noIndex, MouseButton::middle);
+     }},
+    {"AnotherMenu", [](HelpScene& scene) { scene.desktop.rightClick("txtTotalDebt"); }},
+    {"AMenuByKey", [](HelpScene& scene) { scene.desktop.type("{MENU}"); }},
+    {"ClickOnItsText", [](HelpScene& scene) { scene.desktop.click("lblToolTip"); }},
+    {"ClickOnItsLink", [](HelpScene& scene) { scene.desktop.click("lblMoreHelp"); }},
+    {"TheLockBox", [](HelpScene& scene) { scene.desktop.click("chkLockInfo"); }},
+    {"OkButton", [](HelpScene& scene) { scene.desktop.click("cmdOK"); }},
+    {"HelpButton", [](HelpScene& scene) { scene.desktop.click("cmdHelp"); }},
+    {"F1", [](HelpScene& scene) { scene.desktop.type("{F1}"); }},
+};
+
+class HelpFrameHides : public testing::TestWithParam<Hiding> {};
+INSTANTIATE_TEST_SUITE_P(By, HelpFrameHides, testing::ValuesIn(hidings),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_P(HelpFrameHides, After) {
+    HelpScene scene;
+    scene.desktop.click("txtName");
+    scene.help("txtName");
+    GetParam().act(scene);
+    EXPECT_FALSE(scene.frame().visible());
+}
+
+TEST(HelpFrame, OptionClicksHideIt) {
+    HelpScene scene;
+    for (const auto* id : {"optCurrency(0)", "optDisplay(1)", "optPTI(1)", "optCommEq(1)"}) {
+        scene.help("txtCurSymbol");
+        scene.desktop.click(id);
+        EXPECT_FALSE(scene.frame().visible()) << id;
+    }
+    scene.help("txtCurSymbol");
+    scene.desktop.click("optCommEq(1)"); // chosen already
+    EXPECT_FALSE(scene.frame().visible());
+    scene.desktop.click("optCommEq(1)");
+    scene.help("txtCurSymbol");
+    scene.form().get<OptionButton>("optCurrency", 0).setFocus();
+    scene.desktop.type("{DOWN}");
+    EXPECT_FALSE(scene.frame().visible());
+}
+
+// Every field, wherever it is, hides it at the press; no other button than the right one asks for
+// a menu.
+TEST(HelpFrame, APressOnAnyFieldHidesIt) {
+    HelpScene scene;
+    for (const auto& row : entryObjectRows) {
+        if (row.control[0] == '\0' || isTab(row))
+            continue;
+        scene.help(row.control);
+        const auto menus = scene.desktop.menus().size();
+        if (!scene.desktop.canReach(row.control))
+            continue; // it lies under its own frame
+        scene.desktop.press(row.control);
+        EXPECT_FALSE(scene.frame().visible()) << row.control;
+        scene.desktop.dragAway();
+        EXPECT_EQ(scene.desktop.menus().size(), menus) << row.control;
+    }
+}
+
+TEST(HelpFrame, TheKeyThatAskedForItDoesNotHideIt) {
+    HelpScene scene;
+    for (const auto* keys : {"{MENU}", "+{F10}"})
+        for (const auto* id : {"txtName", "cmbExchange", "chkLockInfo"}) {
+            scene.desktop.control(id).setFocus();
+            scene.desktop.answerNextMenu(helpEntry);
+            scene.desktop.type(keys);
+            EXPECT_TRUE(scene.frame().visible()) << id;
+            scene.desktop.type("{LEFT}");
+            EXPECT_FALSE(scene.frame().visible()) << id;
+        }
+}
+
+TEST(HelpFrame, HiddenItLeavesF1ToTheTab) {
+    HelpScene scene;
+    scene.help("txtName");
+    scene.desktop.type("{F1}{F1}");
+    EXPECT_EQ(scene.events.log, (Names{"MoreHelp 3000", "MoreHelp 3064"}));
+    scene.help("txtName");
+    scene.desktop.clickSurface();
+    scene.desktop.type("{F1}");
+    EXPECT_EQ(scene.events.log.back(), "MoreHelp 3064");
+    scene.desktop.clickTab(toOptions);
+    scene.desktop.type("{F1}");
+    EXPECT_EQ(scene.events.log.back(), "MoreHelp 3068");
+}
+
+TEST(HelpFrame, IsHiddenAtTheStart) {
+    EXPECT_FALSE(HelpScene().frame().visible());
+}
+
+// --- size ----------------------------------------------------------------------------------------
+
+// The frame alone, with texts of a test's own.
+class HelpFrameSize : public testing::Test {
+  protected:
+    HelpFrameSize() { desktop.attach(form); }
+
+    void showText(std::string_view text, Twips left = 8000, Twips top = 5000) {
+        help.ShowHelpFrame(text, left, top, doSymbol);
+    }
+    template <typename Kind = Label>
+    Kind& get(std::string_view name) {
+        return form.get<Kind>(name);
+    }
+    Frame& frame() { return form.get<Frame>("fraDE", frame::help); }
+
+    VirtualDesktop desktop;
+    Form form;
+    struct Built {
+        explicit Built(Form& form) { buildForm(form); }
+    } built{form};
+    Session session{form, desktop};
+    HelpFrame help{session};
+};
+
+TEST_F(HelpFrameSize, AShortTextTakesOneLine) {
+    showText("About twenty letters"); // 2100 twips
+    EXPECT_FALSE(get("lblToolTip").wordWrap());
+    EXPECT_EQ(get("lblToolTip").height(), VirtualDesktop::characterHeight);
+    EXPECT_GE(get("lblToolTip").width(), 2100);
+    EXPECT_EQ(frame().width(), get("lblToolTip").width() + 300);
+}
+
+TEST_F(HelpFrameSize, TheFrameIsNeverNarrowerThanTheLinkNeeds) {
+    for (const auto* text : {"", "x", "Symbol"}) {
+        showText(text);
+        const Twips link = desktop.textWidth("More Help...");
+        EXPECT_GE(get("lblToolTip").width(), 1.5 * link);
+        EXPECT_LE(get("lblMoreHelp").left() + link, frame().width());
+    }
+}
+
+TEST_F(HelpFrameSize, ALongTextBreaksAtTheLimitOfTheScreen) {
+    std::string text = "word";
+    for (int i = 0; i < 39; ++i)
+        text += " word";
+    for (const Twips screen : {9600.0, 14400.0, 28800.0}) {
+        desktop.setScreenWidth(screen);
+        showText(text);
+        EXPECT_TRUE(get("lblToolTip").wordWrap());
+        EXPECT_LE(get("lblToolTip").width(), screen / 2);
+        // Enough lines for every word.
+        const int perLine =
+            static_cast<int>((get("lblToolTip").width() + VirtualDesktop::characterWidth) /
+                             (5 * VirtualDesktop::characterWidth));
+        EXPECT_GE(get("lblToolTip").height() / VirtualDesktop::characterHeight,
+                  (40 + perLine - 1) / perLine);
+    }
+    showText("short");
+    EXPECT_FALSE(get("lblToolTip").wordWrap()) << "the next text starts on one line again";
+}
+
+TEST_F(HelpFrameSize, OnATinyScreenTheLinesAreAsWideAsTheLink) {
+    desktop.setScreenWidth(0);
+    showText("one two three four five six");
+    const Twips width = get("lblToolTip").width();
+    EXPECT_GE(width, 1.5 * desktop.textWidth("More Help..."));
+    EXPECT_EQ(get("lblToolTip").height(), 2 * VirtualDesktop::characterHeight);
+}
+
+TEST_F(HelpFrameSize, BackgroundAndBorderAreDrawnRoundTheWhole) {
+    for (const auto* text : {"x", "A text that is long enough to take more than a single line of "
+                                  "the frame that it is shown in"}) {
+        showText(text);
+        for (const auto* name : {"shaBackground", "shaBorder"}) {
+            const auto& shape = get<Shape>(name);
+            EXPECT_EQ(shape.left(), 0) << name;
+            EXPECT_EQ(shape.top(), 0) << name;
+            EXPECT_EQ(shape.width(), frame().width()) << name;
+            EXPECT_EQ(shape.height(), frame().height()) << name;
+        }
+        const auto& link = get("lblMoreHelp");
+        EXPECT_GE(link.top(), get("lblToolTip").top() + get("lblToolTip").height());
+        EXPECT_LE(link.top() + link.height(), frame().height());
+    }
+}
+
+TEST_F(HelpFrameSize, TheLowerRightCornerIsAtThePlace) {
+    showText("Symbol", 6000, 3000);
+    const auto& page = form.get<Frame>("fraDE", frame::firstPage);
+    EXPECT_EQ(frame().left() + frame().width(), 6000 + 60);
+    EXPECT_EQ(frame().top() + frame().height(), 3000 + page.top());
+    EXPECT_EQ(help.object(), doSymbol);
+    EXPECT_EQ(get("lblMoreHelp").tag(), "1");
+    EXPECT_TRUE(help.visible());
+}
+
+TEST_F(HelpFrameSize, WhatWouldBeginOutsideBeginsAtTheEdge) {
+    const std::pair<Twips, Twips> places[] = {{0, 0}, {100, 4000}, {7000, 100}, {-500, -500}};
+    for (const auto& [left, top] : places) {
+        showText("Symbol", left, top);
+        EXPECT_GE(frame().left(), 0);
+        EXPECT_GE(frame().top(), 0);
+    }
+    showText("Symbol", 0, 0);
+    EXPECT_EQ(frame().left(), 0);
+    EXPECT_EQ(frame().top(), 0);
+}
+
+TEST_F(HelpFrameSize, ATextOfOneEndlessWordStaysInside) {
+    showText(std::string(500, 'w'));
+    EXPECT_LE(frame().left() + frame().width(), 8070);
+    EXPECT_LE(frame().top() + frame().height(), 5835);
+}
+
+// --- without texts -------------------------------------------------------------------------------
+
+class BrokenLocalizer : public Localizer {
+  public:
+    explicit BrokenLocalizer(bool throws) : throws_(throws) {}
+    [[nodiscard]] std::string LoadString(int /*number*/) const override {
+        if (throws_)
+            throw std::runtime_error("the texts can't be read");
+        return {};
+    }
+    [[nodiscard]] Picture LoadPicture(int /*number*/, int /*kind*/) const override {
+        if (throws_)
+            throw std::runtime_error("the pictures can't be read");
+        return {};
+    }
+
+  private:
+    bool throws_;
+};
+
+enum class Texts { missing, failing, empty };
+
+class HelpFrameWithoutTexts : public testing::TestWithParam<Texts> {};
+INSTANTIATE_TEST_SUITE_P(Localizer, HelpFrameWithoutTexts,
+                         testing::Values(Texts::missing, Texts::failing, Texts::empty));
+
+TEST_P(HelpFrameWithoutTexts, EveryMenuOpensAndHelpShowsNothing) {
+    EntryScene scene;
+    auto& factory = scene.desktop.factory();
+    factory.remove(standardLocalizerId);
+    if (GetParam() != Texts::missing)
+        factory.add(standardLocalizerId,
+                    [] { return std::make_shared<BrokenLocalizer>(GetParam() == Texts::failing); });
+    scene.entry->put_Platform(ptStandard);
+    showEveryField(scene);
+    const auto company = fullCompany();
+    scene.load(company);
+    const auto loaded = company->clone();
+    scene.desktop.tabInto();
+    for (const auto& row : entryObjectRows) {
+        const std::string_view id = row.control;
+        if (id.empty() || row.choice != Choice::none)
+            continue;
+        SCOPED_TRACE(std::string(id));
+        show(scene, id);
+        for (int index = 0; index < 20; ++index) {
+            if (scene.desktop.menus().size() > 1 && index > 0 &&
+                index >= static_cast<int>(scene.desktop.menus().back().entries.size()))
+                break;
+            const bool years = index >= 9 && row.extras.find('y') != std::string_view::npos;
+            if (years || (index < 9 && index > 0 && index != 3 && index != 7))
+                continue;
+            scene.desktop.answerNextMenu(index);
+            if (isTab(row))
+                scene.desktop.rightClickTab(row.object - doTabCompany + 1);
+            else
+                scene.desktop.rightClick(id);
+            EXPECT_FALSE(scene.form().get<Frame>("fraDE", frame::help).visible());
+        }
+    }
+    // The date of the last quarter was taken over, and the trailing earnings follow it.
+    EXPECT_EQ(changedData(*loaded, *company), (Names{"Last4QEPS", "LastFYDate"}));
+}
+
+// The component's own entry has its text from the start; localizers of hosts may not know it.
+TEST(HelpFrame, TheAssistantsEntryIsNamedWithoutALocalizer) {
+    EntryScene scene;
+    scene.desktop.factory().remove(standardLocalizerId);
+    scene.entry->put_Platform(ptStandard);
+    scene.load(fullCompany());
+    scene.desktop.rightClick("lblLabel(0)");
+    ASSERT_EQ(scene.desktop.menus().back().entries.size(), 2U);
+    EXPECT_EQ(scene.desktop.menus().back().entries[0].caption, "Ask the Assistant...");
+}
+
+} // namespace
+} // namespace vkr
