@@ -2,6 +2,7 @@
 #include "host/tour.hpp"
 
 #include "control/vkr_data_entry.hpp"
+#include "host/assistant.hpp"
 #include "host/company_window.hpp"
 #include "host/event_driver.hpp"
 #include "host/help_viewer.hpp"
@@ -57,6 +58,7 @@ class Tour {
   private:
     void visit();
     void seeMenu();
+    void seeAssistant();
     void seeHelp();
     void seeCalendar();
     void seeLocked();
@@ -141,6 +143,7 @@ void Tour::visit() {
     open();
 
     seeMenu();
+    seeAssistant();
     seeHelp();
     seeCalendar();
     seeLocked();
@@ -190,6 +193,20 @@ void Tour::seeMenu() {
                entries.contains(QStringLiteral("Add New Year")) &&
                entries.last() == QStringLiteral("What's This?"),
            QStringLiteral("the menu has commands of the text, of the years, and help"));
+}
+
+void Tour::seeAssistant() {
+    chapter(QStringLiteral("The assistant"));
+    whileOpen([this] { driver_.click(control("txtYNetInc(9)"), Qt::RightButton); },
+              [this](QWidget& menu) { chooseEntry(menu, QStringLiteral("Ask the Assistant...")); });
+    auto* assistant = window_->findChild<Assistant*>();
+    expect(assistant != nullptr && assistant->isVisible() && assistant->object() == doYNetInc,
+           QStringLiteral("the assistant tells about the net income"));
+    if (assistant == nullptr)
+        return;
+    picture(*assistant, "assistant.png");
+    assistant->close();
+    driver_.activate(*window_);
 }
 
 void Tour::seeHelp() {
