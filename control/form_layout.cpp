@@ -615,6 +615,7 @@ void finish(Form& form) {
     form.get<OptionButton>("optDisplay", 0).setValue(true);
     form.get<OptionButton>("optPTI", 0).setValue(true);
     form.get<OptionButton>("optCommEq", 0).setValue(true);
+    form.get<Frame>("fraDE", frame::help).setNotice(true);
     form.get<Shape>("shaBackground").setBackColor(helpBackground);
     form.get<Shape>("shaBorder").setFilled(false);
     form.get<PictureBox>("picToolTip").setBackColor(helpBackground);

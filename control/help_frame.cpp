@@ -50,6 +50,7 @@ void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
     const auto& page = session_.form.get<Frame>("fraDE", frame::firstPage);
     frame.move(std::max(0.0, left - frame.width() + cornerShift),
                std::max(0.0, top - frame.height() + page.top()));
+    frame.setAccessibleName(text);
     frame.setVisible(true);
     frame.bringToFront();
 }

@@ -201,7 +201,7 @@ void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
     if (!blnToday)
         if (const auto held = dateOf(field))
             start = *held;
-    frmCalendar calendar(field.accessibleName());
+    frmCalendar calendar(field.accessibleName(), &field);
     calendar.put_SelectedDate(start);
     calendar.Show(session_.services);
     if (!calendar.Tag().empty())

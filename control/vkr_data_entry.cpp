@@ -503,8 +503,7 @@ void VKRDataEntry::Impl::leaveField() {
         onGotFocus(*active);
 }
 
-// --- display properties
-// -----------------------------------------------------------------------------
+// --- display properties --------------------------------------------------------------------------
 
 Color VKRDataEntry::Impl::shadeOf(Shade shade) const {
     return shade == shadeLocked ? lockedShade
@@ -587,8 +586,7 @@ void VKRDataEntry::Impl::fillList(std::string_view name, const Variant& items) {
     form.get<ComboBox>(name).setList(std::move(texts));
 }
 
-// --- options
-// ------------------------------------------------------------------------------------------
+// --- options -------------------------------------------------------------------------------------
 
 void VKRDataEntry::Impl::chooseUnit(std::int32_t unit) {
     if (session.company == nullptr)
@@ -665,8 +663,7 @@ void VKRDataEntry::Impl::chooseShade(int button) {
     session.markChanged();
 }
 
-// --- tabs
-// -----------------------------------------------------------------------------------------------
+// --- tabs ----------------------------------------------------------------------------------------
 
 void VKRDataEntry::Impl::stepTab(int step) {
     session.hideHelpFrame();
@@ -732,8 +729,7 @@ void VKRDataEntry::Impl::scrollMouse(KeyCode key) {
         bar.setValue(bar.value() - bar.smallChange());
 }
 
-// --- what the user does
-// -----------------------------------------------------------------------------------
+// --- what the user does --------------------------------------------------------------------------
 
 void VKRDataEntry::Impl::onGotFocus(Control& control) {
     if (const auto cell = yearly.find(control)) {
@@ -802,10 +798,9 @@ bool VKRDataEntry::Impl::opensCalendar(const Control& control, KeyCode key, int 
 void VKRDataEntry::Impl::onKeyDown(Control& control, KeyCode& key, int shift) {
     keyWentDown_ = true;
     if (key == keys::f1) {
-        if (help.visible() && !helpKeyDown_) {
-            helpKeyDown_ = true;
+        helpKeyDown_ = help.visible();
+        if (helpKeyDown_)
             askForMoreHelp();
-        }
         return;
     }
     const bool opensMenu = (key == keys::menu && shift == shifts::none) ||
@@ -995,8 +990,7 @@ void VKRDataEntry::Impl::pressLock() {
     session.markChanged();
 }
 
-// --- the public face
-// -----------------------------------------------------------------------------------
+// --- the public face -----------------------------------------------------------------------------
 
 VKRDataEntry::VKRDataEntry(Services& services) : impl_(std::make_unique<Impl>(*this, services)) {
     impl_->session.stateChanged = [this] {

@@ -12,7 +12,7 @@ CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
     : QDialog(parent), form_(form), calendar_(new QCalendarWidget(this)) {
     const QString caption = toQt(form.caption());
     setWindowTitle(caption);
-    calendar_->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
+    calendar_->setDateRange(toQt(form.firstDate()), toQt(form.lastDate()));
     calendar_->setGridVisible(true);
     calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     const QDate date = toQt(form.calendarDate());

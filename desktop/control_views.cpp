@@ -6,6 +6,7 @@
 #include "platform/text.hpp"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFrame>
@@ -24,8 +25,7 @@
 
 namespace vkr {
 
-// --- buttons
-// ---------------------------------------------------------------------------------------
+// --- buttons -------------------------------------------------------------------------------------
 
 namespace {
 
@@ -102,8 +102,7 @@ void ButtonView::doubleClick(QMouseEvent& event, QWidget& source, NativeEvent na
     press(event, source, native);
 }
 
-// --- labels
-// ------------------------------------------------------------------------------------------
+// --- labels --------------------------------------------------------------------------------------
 
 namespace {
 
@@ -193,8 +192,7 @@ bool LabelView::handleOwn(QEvent& event, QWidget& /*source*/, NativeEvent /*nati
     return true;
 }
 
-// --- frames
-// ------------------------------------------------------------------------------------------
+// --- frames --------------------------------------------------------------------------------------
 
 namespace {
 
@@ -240,11 +238,14 @@ void FrameView::show(Property property) {
         widget().update();
     } else if (property == Property::caption) {
         widget().update();
+    } else if (property == Property::visible && control()->visible() &&
+               static_cast<Frame&>(*control()).isNotice()) {
+        QAccessibleEvent alert(&widget(), QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
     }
 }
 
-// --- tabs
-// --------------------------------------------------------------------------------------------
+// --- tabs ----------------------------------------------------------------------------------------
 
 namespace {
 
@@ -438,8 +439,7 @@ SpinnerView::SpinnerView(FormView& view, Spinner& spinner, QWidget& parent)
     spins(arrows->down, -1, QCoreApplication::translate("VKRDataEntryWidget", "Down"));
 }
 
-// --- shapes and pictures
-// ---------------------------------------------------------------------------
+// --- shapes and pictures -------------------------------------------------------------------------
 
 namespace {
 

@@ -284,8 +284,7 @@ void FieldView::doubleClick(QMouseEvent& event, QWidget& source, NativeEvent nat
         form().doubleClick(field());
 }
 
-// --- on a line edit
-// --------------------------------------------------------------------------------
+// --- on a line edit ------------------------------------------------------------------------------
 
 void LineFieldView::setEdit(QLineEdit& edit) {
     edit_ = &edit;
@@ -382,8 +381,7 @@ bool LineView::typeInto(QEvent& event) {
     return pass(event, edit(), &Native<QLineEdit>::pass);
 }
 
-// --- lists
-// -----------------------------------------------------------------------------------------
+// --- lists ---------------------------------------------------------------------------------------
 
 namespace {
 
@@ -492,8 +490,7 @@ void ComboView::press(QMouseEvent& event, QWidget& source, NativeEvent native) {
         view().endPress(*this, MouseButton::left, true);
 }
 
-// --- several lines
-// -----------------------------------------------------------------------------------
+// --- several lines -------------------------------------------------------------------------------
 
 namespace {
 

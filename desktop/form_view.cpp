@@ -305,7 +305,7 @@ void FormView::feedKey(QKeyEvent& event) {
         form_->keyDone();
         return;
     }
-    if (!form_->keyDown(key, shift)) {
+    if (!form_->keyDown(key, shift, event.isAutoRepeat())) {
         form_->keyDone();
         return;
     }

@@ -16,6 +16,8 @@
 #include <QPushButton>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace vkr {
 
 namespace {
@@ -144,6 +146,20 @@ std::optional<Color> QtServices::chooseColor(Color current) {
 void QtServices::showModal(CalendarForm& form) {
     interrupt();
     CalendarDialog dialog(form, window());
+    const auto* field =
+        view_ == nullptr || form.owner() == nullptr ? nullptr : view_->widgetOf(*form.owner());
+    if (field != nullptr && field->isVisible()) {
+        // Right below the field, or above it where the screen ends.
+        dialog.adjustSize();
+        const QRect place(field->mapToGlobal(QPoint()), field->size());
+        const QRect screen = field->screen()->availableGeometry();
+        QPoint corner = place.bottomLeft() + QPoint(0, 1);
+        if (corner.y() + dialog.height() > screen.bottom())
+            corner.setY(std::max(screen.top(), place.top() - dialog.height()));
+        corner.setX(std::clamp(corner.x(), screen.left(),
+                               std::max(screen.left(), screen.right() - dialog.width())));
+        dialog.move(corner);
+    }
     dialog.exec();
 }
 

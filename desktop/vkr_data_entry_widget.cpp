@@ -168,8 +168,7 @@ void VKRDataEntryWidget::clear() {
     entry_->Clear();
 }
 
-// --- properties
-// ------------------------------------------------------------------------------------
+// --- properties ----------------------------------------------------------------------------------
 
 int VKRDataEntryWidget::userMode() const {
     return entry_->get_UserMode();
@@ -328,8 +327,7 @@ void VKRDataEntryWidget::notify(std::string_view property) {
         emit(this->*row->changed)();
 }
 
-// --- size
-// ------------------------------------------------------------------------------------------
+// --- size ----------------------------------------------------------------------------------------
 
 QSize VKRDataEntryWidget::sizeHint() const {
     return view_->sizeOf(VKRDataEntry::workingWidth, VKRDataEntry::workingHeight);

@@ -101,9 +101,10 @@ constexpr auto table = std::to_array<HelpPage>({
      "In the list: Ctrl+N new, Enter open, Ctrl+D duplicate, Delete delete, Ctrl+F search, Ctrl+I "
      "import, Ctrl+E export, F5 refresh.",
      "",
-     "In a company: Alt and the underlined letter changes the tab; Tab and Shift+Tab move from "
-     "field to field; Enter and the arrow keys move through the grids; Ctrl+S saves, Ctrl+W "
-     "closes, F1 opens this help.",
+     "In a company: Alt and the underlined letter, or Ctrl+PageUp and Ctrl+PageDown, change the "
+     "tab; Tab and Shift+Tab move from field to field; Enter and the arrow keys move through the "
+     "grids, with Ctrl to the next column. The Menu key or Shift+F10 opens the menu of a field, F4 "
+     "or Alt+Down a list or the calendar. Ctrl+S saves, Ctrl+W closes, F1 opens this help.",
      "",
      "",
      {}},
@@ -388,8 +389,8 @@ constexpr auto table = std::to_array<HelpPage>({
      "Earnings per Share",
      "Net income of the fiscal year divided by the number of shares: what one share earned.",
      "The most quoted figure of all. The price follows it over the years.",
-     "The last lines of the income statement in the annual report (10-K): \"diluted\" earnings per "
-     "share.",
+     "The last lines of the income statement in the annual report (10-K). Take basic or diluted "
+     "earnings per share, the same one in all years; the sample companies have the diluted ones.",
      perShare,
      "Apple, fiscal year 2025: 7.46. Snowflake's loss per share in its fiscal year 2025 is typed "
      "as -3.86.",
@@ -662,7 +663,7 @@ constexpr auto table = std::to_array<HelpPage>({
      "Lock Data",
      "Makes every field read-only. Adding and removing years and quarters is refused, too.",
      "What has been checked once is not changed by a slip of the finger.",
-     optionsTab,
+     "Below the fields, at the left, on every tab.",
      "Click it, or move to it and press the space bar; once more unlocks.",
      "With Apple's revenue of 416161 million for fiscal year 2025 checked against the report, lock "
      "the record: it can still be read and copied.",
@@ -688,12 +689,12 @@ constexpr auto table = std::to_array<HelpPage>({
      {{apple(Datum::LastFY, "2025")}}},
     {object(doQuarterLabel),
      "Quarters",
-     "The months in which the quarters ended, the newest first. Add Quarter makes room for a new "
+     "The days on which the quarters ended, the newest first. Add New Quarter makes room for a new "
      "one.",
      "Each quarter is best compared with the fourth row below it, the same one a year before.",
      "At the left of the Quarterly Data tab (Alt+Q).",
      "They follow from the Date of Last Quarter.",
-     "Apple's newest quarter, to 12/27/2025, is labelled Dec 2025.",
+     "Apple's newest quarter is labelled 12/27/2025.",
      {{apple(Datum::LastQDate, "12/27/2025")}}},
     {object(doPercentDilution),
      "Percent Dilution",
@@ -745,7 +746,7 @@ constexpr auto table = std::to_array<HelpPage>({
      {{apple(Datum::QRevenueSeries, "143756", "2025-12-27")}}},
     {tab(toOther),
      "The Other Company Data tab",
-     "Address, contact, preferred and common dividends, the estimated tax rate, and notes.",
+     "Address, contact, preferred dividends, the estimated tax rate, and notes.",
      "What one needs now and then, and nowhere else.",
      "Alt+O brings it up.",
      "Tab goes from field to field; in Notes, Enter begins a new line.",

@@ -16,6 +16,14 @@ void frmCalendar::put_SelectedDate(Date datNewValue) {
     calendar1_ = datNewValue;
 }
 
+// What IsDateInRange takes.
+Date frmCalendar::firstDate() const {
+    return makeDate(1900, 1, 2).value();
+}
+Date frmCalendar::lastDate() const {
+    return makeDate(2999, 11, 30).value();
+}
+
 void frmCalendar::Show(Services& services) {
     visible_ = true;
     services.showModal(*this);

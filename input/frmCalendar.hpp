@@ -10,7 +10,8 @@ namespace vkr {
 // The date picker: a calendar with OK and Cancel.
 class frmCalendar final : public CalendarForm {
   public:
-    explicit frmCalendar(std::string caption) : caption_(std::move(caption)) {}
+    explicit frmCalendar(std::string caption, const Control* owner = nullptr)
+        : caption_(std::move(caption)), owner_(owner) {}
 
     // The date that was last set, or confirmed with OK.
     [[nodiscard]] Date get_SelectedDate() const { return selectedDate_; }
@@ -27,6 +28,9 @@ class frmCalendar final : public CalendarForm {
 
     // --- CalendarForm
     [[nodiscard]] const std::string& caption() const override { return caption_; }
+    [[nodiscard]] const Control* owner() const override { return owner_; }
+    [[nodiscard]] Date firstDate() const override;
+    [[nodiscard]] Date lastDate() const override;
     [[nodiscard]] Date calendarDate() const override { return calendar1_; }
     void setCalendarDate(Date date) override { calendar1_ = date; }
     void pressOk() override { cmdOK_Click(); }
@@ -35,6 +39,7 @@ class frmCalendar final : public CalendarForm {
 
   private:
     std::string caption_;
+    const Control* owner_;
     Date selectedDate_{};
     Date calendar1_{};
     std::string tag_;

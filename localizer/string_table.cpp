@@ -43,12 +43,12 @@ constexpr StringRow standardRows[] = {
     {112, "The part of all shares that directors and managers own themselves, in percent: type "
           "12.5 for 12.5%. The statement sent out before the shareholders' meeting lists it. "
           "Empty means that it is not known."},
-    {113, "How much of the company funds, banks and insurers hold, as a plain number in the form "
-          "that your source uses. Quote pages and fund listings show it. Empty means that it is "
-          "not known."},
-    {114, "How many preferred shares are outstanding, in the chosen unit: thousands, millions or "
-          "billions. These get their dividend before the common shares. Look under shareholders' "
-          "equity in the balance sheet. Empty means that there are none."},
+    {113, "How much of the company funds, banks and insurers hold, in percent or in the form that "
+          "your source uses, as a plain number. Quote pages and fund listings show it. Empty means "
+          "that it is not known."},
+    {114, "The value of the preferred shares that are outstanding, in the chosen unit: thousands, "
+          "millions or billions. These get their dividend before the common shares. Look under "
+          "shareholders' equity in the balance sheet. Empty means that there are none."},
     {115, "How many common shares are in owners' hands today, in the chosen unit: thousands, "
           "millions or billions. The cover of the annual or quarterly report gives the count. "
           "Empty means that it is not known."},
@@ -79,9 +79,10 @@ constexpr StringRow standardRows[] = {
     {124, "The common equity behind one share at the year's end, in currency per share. Reports "
           "often print it in the summary of several years; otherwise divide common equity by the "
           "shares outstanding. An empty cell means no value."},
-    {125, "The year's profit for one common share, in currency per share. Take the basic figure "
-          "below net income in the income statement, restated if shares were split later. A loss "
-          "takes a minus sign. An empty cell means no value."},
+    {125, "The year's profit for one common share, in currency per share. Take the basic or the "
+          "diluted figure below net income in the income statement, the same one in all years, "
+          "restated if shares were split later. A loss takes a minus sign. An empty cell means no "
+          "value."},
     {126, "The dividends declared on one common share during the year, in currency per share. The "
           "summary of several years or the income statement lists them. An empty cell means that "
           "no dividend was declared, or that it is not known."},

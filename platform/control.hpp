@@ -346,9 +346,13 @@ class Frame : public Control {
 
     [[nodiscard]] FrameBorder border() const { return border_; }
     void setBorder(FrameBorder border) { assign(border_, border, Property::look); }
+    // Comes up by itself: adapters have its accessible name read out then.
+    [[nodiscard]] bool isNotice() const { return notice_; }
+    void setNotice(bool notice) { notice_ = notice; }
 
   private:
     FrameBorder border_ = FrameBorder::none;
+    bool notice_ = false;
 };
 
 struct Tab {

@@ -276,7 +276,9 @@ void Form::focusLeft() {
 
 // --- keys --------------------------------------------------------------------------------------
 
-bool Form::keyDown(KeyCode key, int shift) {
+bool Form::keyDown(KeyCode key, int shift, bool repeated) {
+    if (repeated && (key == keys::menu || (key >= keys::f1 && key <= keys::f12)))
+        return false;
     const bool altAlone = (shift & (shifts::alt | shifts::control)) == shifts::alt;
     if (altAlone && key > keys::space && key <= 'Z' && key >= '0' &&
         mnemonic(static_cast<char32_t>(key)))

@@ -148,7 +148,8 @@ class Form {
     void focusLeft();
     // Key down at the active control: mnemonics, tabbing, the handler, keys of buttons, options
     // and lists. False when the key is used up; else key press and the field's own editing follow.
-    bool keyDown(KeyCode key, int shift);
+    // `repeated` is a key that is held down; function keys and the Menu key act once a press.
+    bool keyDown(KeyCode key, int shift, bool repeated = false);
     // The character may be replaced by the handler. False when it is swallowed.
     bool keyPress(char32_t& character);
     void keyUp(KeyCode key, int shift);

@@ -29,6 +29,7 @@ inline constexpr KeyCode menu = 93;
 inline constexpr KeyCode f1 = 112;
 inline constexpr KeyCode f4 = 115;
 inline constexpr KeyCode f10 = 121;
+inline constexpr KeyCode f12 = 123;
 } // namespace keys
 
 // Shift state of a key event, to be added up.

@@ -30,6 +30,11 @@ class CalendarForm {
   public:
     virtual ~CalendarForm() = default;
     [[nodiscard]] virtual const std::string& caption() const = 0;
+    // The control it opens for, which it should not hide; null for none.
+    [[nodiscard]] virtual const Control* owner() const = 0;
+    // The days that can be chosen, both included.
+    [[nodiscard]] virtual Date firstDate() const = 0;
+    [[nodiscard]] virtual Date lastDate() const = 0;
     // The day that is chosen in the calendar; absent where none is.
     [[nodiscard]] virtual Date calendarDate() const = 0;
     virtual void setCalendarDate(Date date) = 0;

@@ -296,8 +296,7 @@ void VirtualFields::erase(TextField& field, Run run, bool wholeWord) {
             wholeWord ? Run::none : run);
 }
 
-// --- edits and undo
-// --------------------------------------------------------------------------------
+// --- edits and undo ------------------------------------------------------------------------------
 
 void VirtualFields::replace(TextField& field, int start, int length, std::string_view with,
                             Run run) {

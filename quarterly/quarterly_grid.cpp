@@ -419,8 +419,7 @@ void QuarterlyGrid::setAnchor(Date date) {
     redisplay();
 }
 
-// --- trailing four-quarter earnings
-// ---------------------------------------------------------------
+// --- trailing four-quarter earnings --------------------------------------------------------------
 
 void QuarterlyGrid::stored(Cell cell) {
     if (table[static_cast<std::size_t>(cell.column)].first.series != Datum::QEPSSeries ||

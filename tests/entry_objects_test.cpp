@@ -179,5 +179,9 @@ TEST_F(Objects, ACurrencyMarkBelongsToTheFieldBehindIt) {
     EXPECT_EQ(objects.fieldOf(control("spnQuarter")), &control("txtLastQDate"));
 }
 
+TEST_F(Objects, AHeadOverTwoColumnsStandsForTheFirst) {
+    EXPECT_EQ(objects.of(control("lblLabel(25)")), doYHigh);
+}
+
 } // namespace
 } // namespace vkr

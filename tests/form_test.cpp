@@ -559,8 +559,7 @@ TEST_F(FormTest, ArrowsChooseListEntriesUnlessLocked) {
     EXPECT_EQ(list.text(), "Nasdaq");
 }
 
-// --- mnemonics
-// -------------------------------------------------------------------------------------
+// --- mnemonics -----------------------------------------------------------------------------------
 
 TEST_F(FormTest, AMnemonicPressesAButtonWhereverTheFocusIs) {
     box("txtName").setFocus();
@@ -673,8 +672,7 @@ TEST_F(FormTest, AltGrTypesCharactersAndIsNoMnemonic) {
     EXPECT_EQ(active(), "txtName");
 }
 
-// --- edits
-// -----------------------------------------------------------------------------------------
+// --- edits ---------------------------------------------------------------------------------------
 
 TEST_F(FormTest, AnEditOfTheUserIsAChange) {
     auto& name = box("txtName");
@@ -705,8 +703,7 @@ TEST_F(FormTest, ATypedEntryIsTheChosenOne) {
     EXPECT_EQ(list.listIndex(), -1);
 }
 
-// --- pointer
-// -----------------------------------------------------------------------------------------
+// --- pointer -------------------------------------------------------------------------------------
 
 TEST_F(FormTest, ButtonsHearOfThePointerBeforeTheFocusMovesAndFieldsAfter) {
     auto& name = box("txtName");

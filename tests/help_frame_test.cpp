@@ -338,6 +338,42 @@ TEST(HelpFrame, HiddenItLeavesF1ToTheTab) {
     EXPECT_EQ(scene.events.log.back(), "MoreHelp 3068");
 }
 
+// The host's help may take the release of the key that called it.
+TEST(HelpFrame, AReleaseThatGoesElsewhereCostsNoPress) {
+    HelpScene scene;
+    scene.help("txtName");
+    EXPECT_TRUE(scene.form().keyDown(keys::f1, shifts::none));
+    EXPECT_EQ(scene.events.log, Names{"MoreHelp 3000"});
+    scene.desktop.type("{F1}");
+    EXPECT_EQ(scene.events.log.back(), "MoreHelp 3064");
+}
+
+TEST(HelpFrame, F1ThatIsHeldDownActsOnce) {
+    HelpScene scene;
+    scene.help("txtName");
+    scene.form().keyDown(keys::f1, shifts::none);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(scene.form().keyDown(keys::f1, shifts::none, true));
+    scene.form().keyUp(keys::f1, shifts::none);
+    EXPECT_EQ(scene.events.log, Names{"MoreHelp 3000"});
+}
+
+TEST(HelpFrame, HidesWhenTheFocusGoesFromABoxToTheHost) {
+    HelpScene scene;
+    scene.desktop.click("chkLockInfo");
+    scene.help("chkLockInfo");
+    ASSERT_TRUE(scene.frame().visible());
+    EXPECT_TRUE(scene.desktop.leaveForm());
+    EXPECT_FALSE(scene.frame().visible());
+}
+
+TEST(HelpFrame, IsReadOutWithItsText) {
+    HelpScene scene;
+    scene.help("txtName");
+    EXPECT_TRUE(scene.frame().isNotice());
+    EXPECT_EQ(scene.frame().accessibleName(), scene.form().get<Label>("lblToolTip").caption());
+}
+
 TEST(HelpFrame, IsHiddenAtTheStart) {
     EXPECT_FALSE(HelpScene().frame().visible());
 }

@@ -221,8 +221,7 @@ TEST_F(QuarterSpan, ALastQuarterAfterTheNewestOneHasEmptyRowsInFront) {
     EXPECT_EQ(label(2), "6/30/2026");
 }
 
-// --- quarter ends
-// ----------------------------------------------------------------------------------
+// --- quarter ends --------------------------------------------------------------------------------
 
 TEST_F(QuarterSpan, LabelsFollowTheEndsOfMonthsAndTheDayOtherwise) {
     const struct {
@@ -270,8 +269,7 @@ TEST_F(QuarterSpan, AQuarterIsCountedToTheNearestDate) {
     EXPECT_EQ(back("txtRevenue", 0), colors::white);
 }
 
-// --- the last quarter, typed
-// -----------------------------------------------------------------------
+// --- the last quarter, typed ---------------------------------------------------------------------
 
 TEST_F(QuarterSpan, TypedDatesOfTheNextThreeQuartersAreAdded) {
     const struct {
@@ -369,8 +367,7 @@ TEST_F(QuarterSpan, ACommitWhileADateIsTypedRenamesNothing) {
     EXPECT_EQ(label(0), "9/30/2026");
 }
 
-// --- rows
-// ------------------------------------------------------------------------------------------
+// --- rows ----------------------------------------------------------------------------------------
 
 TEST_F(QuarterSpan, TheNumberOfRowsIsCutToWhatThereIs) {
     load(*makeDate(2026, 9, 30));
@@ -440,8 +437,7 @@ TEST_F(QuarterSpan, AFigureThatIsBeingTypedSurvivesNewRows) {
     EXPECT_EQ(scene.field("txtNetInc", 8).selText(), "55.00");
 }
 
-// --- colours
-// ---------------------------------------------------------------------------------------
+// --- colours -------------------------------------------------------------------------------------
 
 TEST_F(QuarterSpan, TheFifthRowIsYellow) {
     load(*makeDate(2026, 9, 30));
@@ -488,8 +484,7 @@ TEST_F(QuarterSpan, TheFourQuartersOfTheLastFiscalYearAreShaded) {
     }
 }
 
-// --- scrolling
-// -------------------------------------------------------------------------------------
+// --- scrolling -----------------------------------------------------------------------------------
 
 TEST_F(QuarterSpan, TheBarBringsARowToTheTopWithItsCurrencySigns) {
     load(*makeDate(2026, 9, 30));
@@ -515,8 +510,7 @@ TEST_F(QuarterSpan, TheBarBringsARowToTheTopWithItsCurrencySigns) {
     EXPECT_EQ(desktop.control("fraDE", 3).top(), 0);
 }
 
-// --- whether there is any data
-// -----------------------------------------------------------------------
+// --- whether there is any data -------------------------------------------------------------------
 
 TEST_F(QuarterSpan, DataIsFoundInTheRecordAndOnTheScreen) {
     EXPECT_FALSE(scene.entry->blnExistsQuarterlyData()) << "no record";

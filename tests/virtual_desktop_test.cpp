@@ -431,8 +431,7 @@ TEST_F(VirtualDesktopTest, MnemonicsGoByAltAndAreFoundBeyondTheKeyboardToo) {
                                     "ended cmdOK", "up 79 cmdOK"}));
 }
 
-// --- undo
-// ------------------------------------------------------------------------------------------
+// --- undo ----------------------------------------------------------------------------------------
 
 TEST_F(VirtualDesktopTest, RunsOfTypingAreOneStep) {
     desktop.click("txtName");
@@ -537,8 +536,7 @@ TEST_F(VirtualDesktopTest, FieldsOfNoAttachedFormHaveNothingToUndo) {
     EXPECT_EQ(field.text(), "");
 }
 
-// --- mouse
-// -----------------------------------------------------------------------------------------
+// --- mouse ---------------------------------------------------------------------------------------
 
 TEST_F(VirtualDesktopTest, AClickPressesAndReleases) {
     desktop.click("txtName");
@@ -756,8 +754,7 @@ TEST_F(VirtualDesktopTest, SpinnersStepOneByOne) {
               (Events{"spin 1 spnQuarter", "spin 1 spnQuarter", "spin -1 spnQuarter"}));
 }
 
-// --- windows and focus
-// -----------------------------------------------------------------------------
+// --- windows and focus ---------------------------------------------------------------------------
 
 TEST_F(VirtualDesktopTest, SwitchingWindowsDoesNotLeaveTheField) {
     desktop.click("txtName");
@@ -820,8 +817,7 @@ TEST_F(VirtualDesktopTest, WalksNothingWhereNothingTakesTheFocus) {
     EXPECT_EQ(desktop.tabWalk(), Events{});
 }
 
-// --- what is on screen
-// -------------------------------------------------------------------------------
+// --- what is on screen ---------------------------------------------------------------------------
 
 TEST_F(VirtualDesktopTest, ASnapshotShowsWhatCanBeSeen) {
     form.setSize(6000, 4000);

@@ -3,6 +3,7 @@
 #include "control/vkr_data_entry.hpp"
 #include "host/help_pages.hpp"
 #include "tests/qt/host_fixture.hpp"
+#include "tests/qt/support/dialog_answers.hpp"
 
 #include <QDir>
 #include <QFile>
@@ -544,6 +545,29 @@ TEST_F(HostTest, TheHelpButtonOpensThePageOfItsTab) {
     click(window, "cmdHelp");
     EXPECT_EQ(host_->help().shownPage(), helpTabBase + toCompany);
     EXPECT_TRUE(host_->help().isVisible());
+}
+
+TEST_F(HostTest, TheLinkAndF1OfTheHelpFrameOpenThePageOfTheObject) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    struct Row {
+        const char* field;
+        DataEntryObject object;
+    };
+    for (const auto& row : {Row{"txtSymbol", doSymbol}, Row{"txtTotalDebt", doTotalDebt},
+                            Row{"cmbExchange", doExchange}})
+        for (const bool byKey : {false, true}) {
+            DialogAnswers menu;
+            menu.nextEntry("What's This?");
+            user_.activate(window);
+            user_.click(control(window, row.field), Qt::RightButton);
+            user_.activate(window);
+            if (byKey)
+                user_.press(Qt::Key_F1);
+            else
+                user_.click(control(window, "lblMoreHelp"));
+            EXPECT_EQ(host_->help().shownPage(), helpObjectBase + row.object) << row.field;
+            host_->help().close();
+        }
 }
 
 TEST_F(HostTest, FieldsOfferEveryValueThatACompanyHasOnce) {

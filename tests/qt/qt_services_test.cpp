@@ -185,6 +185,28 @@ TEST_F(OnQtServices, ADayIsChosenOrNot) {
     EXPECT_EQ(pickDate(services, Date{}), std::nullopt);
 }
 
+TEST_F(OnQtServices, TheCalendarLeavesItsFieldInSight) {
+    open();
+    frmCalendar calendar("Pick", name);
+    const QRect field(native(*name)->mapToGlobal(QPoint()), native(*name)->size());
+    answers.next([&](QWidget& dialog) {
+        EXPECT_FALSE(QRect(dialog.pos(), dialog.size()).intersects(field));
+        EXPECT_TRUE(dialog.screen()->geometry().contains(dialog.geometry()));
+        DialogAnswers::clickButton(dialog, "Cancel");
+    });
+    calendar.Show(services);
+}
+
+TEST_F(OnQtServices, EveryDayOfTheCalendarCanBeConfirmed) {
+    answers.next([](QWidget& dialog) {
+        const auto* days = dialog.findChild<QCalendarWidget*>();
+        EXPECT_EQ(days->minimumDate(), QDate(1900, 1, 2));
+        EXPECT_EQ(days->maximumDate(), QDate(2999, 11, 30));
+        DialogAnswers::clickButton(dialog, "Cancel");
+    });
+    EXPECT_EQ(pickDate(services, *makeDate(2024, 2, 29)), std::nullopt);
+}
+
 TEST_F(OnQtServices, UndoIsThatOfTheField) {
     open();
     enter(*name, "old");

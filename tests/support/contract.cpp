@@ -605,20 +605,28 @@ void bringIntoView(Desktop& desktop, std::string_view id) {
     desktop.type(id == "txtCSO(3)" || id == "lblUnit(6)" ? "^{RIGHT}" : "^{HOME}");
 }
 
-// One control and one label of every object on a page.
-template <int Tab>
+// One control and one label of every object on a page, or of those that the Options tab puts there.
+template <int Tab, bool Alternatives = false>
 void everyMenuEntryIsChosen(Desktop& desktop) {
     const auto company = fullCompany();
     desktop.entry().put_ShowVLs(true);
     desktop.entry().put_ShowReportingPeriod(true);
     desktop.load(company);
-    const auto loaded = company->clone();
+    if (Alternatives) {
+        desktop.clickTab(toOptions);
+        desktop.click("optPTI(1)");
+        desktop.click("optCommEq(1)");
+    }
+    const auto loaded =
+        std::dynamic_pointer_cast<CompanyRecord>(desktop.entry().get_objCompany())->clone();
     desktop.clickTab(Tab);
+    int met = 0;
     for (const auto& row : test::entryObjectRows) {
         const bool below = row.tab == 0 && Tab == toCompany;
         if ((row.tab != Tab && !below) || row.control[0] == '\0' || test::isTab(row) ||
-            row.choice != test::Choice::none)
+            (row.choice != test::Choice::none) != Alternatives)
             continue;
+        ++met;
         SCOPED_TRACE(row.control);
         const std::string_view id = row.control;
         bringIntoView(desktop, id);
@@ -641,6 +649,7 @@ void everyMenuEntryIsChosen(Desktop& desktop) {
             chooseExtras(desktop, row, label);
         }
     }
+    EXPECT_GT(met, 0);
     desktop.clickTab(Tab == toOther ? toCompany : toOther); // leaves the last field
     EXPECT_EQ(changedData(*loaded, *company), Names{});
 }
@@ -802,6 +811,8 @@ constexpr ContractScene scenes[] = {
     {"everyMenuEntryOfTheQuarterlyPage", everyMenuEntryIsChosen<toQuarterly>},
     {"everyMenuEntryOfTheOtherPage", everyMenuEntryIsChosen<toOther>},
     {"everyMenuEntryOfTheOptionsPage", everyMenuEntryIsChosen<toOptions>},
+    {"everyMenuEntryOfTheOtherYearlyRows", everyMenuEntryIsChosen<toYearly, true>},
+    {"everyMenuEntryOfTheOtherQuarterlyRow", everyMenuEntryIsChosen<toQuarterly, true>},
     VKR_SCENE(everyTabHasItsHelp),
     VKR_SCENE(theMenuKeyOpensTheMenu),
     VKR_SCENE(theMenuChangesNothingUnderTheLock),
