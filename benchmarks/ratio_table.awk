@@ -36,7 +36,10 @@ file == 1 {
     next
 }
 
-/^[ \t]*"run_name":/ { run = value($0) }
+/^[ \t]*"run_name":/ {
+    run = value($0)
+    sub(/\/(iterations:[0-9]+|real_time)$/, "", run) # how it was run
+}
 /^[ \t]*"aggregate_name":/ { aggregate = value($0) }
 /^[ \t]*"cpu_time":/ { time = value($0) + 0 }
 /^[ \t]*"time_unit":/ {

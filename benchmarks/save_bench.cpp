@@ -126,14 +126,13 @@ class RawFile {
         return all;
     }
 
-    // `UPDATE company` by all columns but the number.
-    sqlite3_stmt* prepareUpdate() {
-        std::string text;
-        sqlite3_stmt* columns = prepare("SELECT * FROM company");
+    // Of a row by all columns but the first, its number.
+    sqlite3_stmt* prepareUpdate(const std::string& table) {
+        std::string text = "UPDATE " + table + " SET \"";
+        sqlite3_stmt* columns = prepare("SELECT * FROM " + table);
         for (int i = 1; i < sqlite3_column_count(columns); ++i)
-            text += std::string(i == 1 ? "UPDATE company SET \"" : ", \"") +
-                    sqlite3_column_name(columns, i) + "\" = ?";
-        return prepare(text + " WHERE id = 1");
+            text += std::string(i == 1 ? "" : ", \"") + sqlite3_column_name(columns, i) + "\" = ?";
+        return prepare(text + " WHERE " + sqlite3_column_name(columns, 0) + " = 1");
     }
 
     static void write(sqlite3_stmt* statement, const Row& row, std::size_t from = 0) {
@@ -154,15 +153,18 @@ void saveRaw(benchmark::State& state) {
     RawFile file(companies.file());
     std::vector<RawFile::Row> company[2];
     std::vector<RawFile::Row> series[2];
+    std::vector<RawFile::Row> listing[2];
     for (const int i : {0, 1}) {
         const std::string id = std::to_string(i + 1);
         company[i] = file.rows("SELECT * FROM company WHERE id = " + id);
         series[i] =
             file.rows("SELECT 1, series, element, value FROM series WHERE company_id = " + id);
+        listing[i] = file.rows("SELECT * FROM listing WHERE company_id = " + id);
     }
     const auto logged = file.rows("SELECT company_id, revision, change, changed_by, changed_at "
                                   "FROM change_log WHERE company_id = 1");
-    sqlite3_stmt* update = file.prepareUpdate();
+    sqlite3_stmt* update = file.prepareUpdate("company");
+    sqlite3_stmt* list = file.prepareUpdate("listing");
     sqlite3_stmt* remove = file.prepare("DELETE FROM series WHERE company_id = 1");
     sqlite3_stmt* insert = file.prepare("INSERT INTO series VALUES (?, ?, ?, ?)");
     sqlite3_stmt* log = file.prepare("INSERT INTO change_log (company_id, revision, change, "
@@ -175,6 +177,7 @@ void saveRaw(benchmark::State& state) {
         RawFile::write(remove, {});
         for (const auto& row : series[turn])
             RawFile::write(insert, row);
+        RawFile::write(list, listing[turn].front(), 1);
         RawFile::write(log, logged.front());
         file.run("COMMIT");
     }

@@ -2,6 +2,7 @@
 #include "company/company_store.hpp"
 
 #include "company/company_store_connection.hpp"
+#include "company/company_store_listing.hpp"
 #include "company/company_store_schema.hpp"
 #include "company/exact_text.hpp"
 #include "platform/text.hpp"
@@ -156,7 +157,7 @@ void refuseState(SchemaState state, const StoreLocation& location, OpenMode mode
 // The copy stands in the same database; within a transaction of the caller.
 void copyTables(StoreConnection& connection, const QString& schema) {
     connection.execute("CREATE SCHEMA \"" + schema + "\"");
-    for (const char* table : {"company", "series", "list_entry", "change_log"}) {
+    for (const char* table : {"company", "series", "list_entry", "change_log", "listing"}) {
         const QString name = table;
         if (connection.integer("SELECT count(to_regclass('" + name + "'))") == 0)
             continue;
@@ -347,16 +348,59 @@ QString insertSeries(const StoreDialect& dialect) {
                           rows.join(", ") + ") SELECT * FROM given) AS figures WHERE value <> 0");
 }
 
+constexpr auto summaryColumns =
+    "id, revision, \"Name\", \"Symbol\", \"Exchange\", \"Industry\", \"Source\", \"LastFY\", "
+    "\"LastFYDate\", \"CurrentPrice\", \"PriceUpdatedDate\", saved_at";
+
+CompanySummary summaryOf(const Statement& row) {
+    const auto date = [&](int column) { return dateFromIso(row.text(column)).value_or(Date{}); };
+    int year = static_cast<int>(row.integer(7));
+    if (const Date end = date(8); year == 0 && !isAbsent(end))
+        year = civil(end).year;
+    return {{row.integer(0), row.integer(1)},
+            row.text(2),
+            row.text(3),
+            row.text(4),
+            row.text(5),
+            row.text(6),
+            year,
+            row.number(9),
+            date(10),
+            row.text(11)};
+}
+
+std::vector<CompanySummary> summariesOf(Statement& rows) {
+    std::vector<CompanySummary> found;
+    while (rows.next())
+        found.push_back(summaryOf(rows));
+    return found;
+}
+
+ListingRow listingOf(std::int64_t id, const CompanyRecord& record, const std::string& savedAt) {
+    return {id,
+            record.get_Name(),
+            record.get_Symbol(),
+            record.get_Exchange(),
+            record.get_Industry(),
+            record.stored(Datum::CurrentPrice).toDouble(),
+            isoDateText(record.stored(Datum::PriceUpdatedDate).toDate()),
+            savedAt};
+}
+
+struct ListNames {
+    const char* kind;
+    const char* column; // of the table of companies
+};
+// In the order of StoreList.
+constexpr ListNames listNames[] = {
+    {"exchange", "\"Exchange\""}, {"industry", "\"Industry\""}, {"source", "\"Source\""}};
+
+const ListNames& namesOf(StoreList list) {
+    return listNames[static_cast<std::size_t>(list)];
+}
+
 const char* kindText(StoreList list) {
-    switch (list) {
-    case StoreList::exchanges:
-        return "exchange";
-    case StoreList::industries:
-        return "industry";
-    case StoreList::sources:
-        return "source";
-    }
-    return "";
+    return namesOf(list).kind;
 }
 
 } // namespace
@@ -401,36 +445,40 @@ void CompanyStore::commit(Transaction& transaction) {
 }
 
 StoreResult<std::vector<CompanySummary>> CompanyStore::list() {
-    using Summaries = std::vector<CompanySummary>;
-    return guarded<Summaries>(*location_, [&] {
+    return guarded<std::vector<CompanySummary>>(*location_, [&] {
         Transaction oneMoment(*connection_, Transaction::Kind::read);
         const QString folded = connection_->dialect().folded;
-        Statement rows(*connection_,
-                       "SELECT id, revision, \"Name\", \"Symbol\", \"Exchange\", \"Industry\", "
-                       "\"Source\", \"LastFY\", \"LastFYDate\", \"CurrentPrice\", "
-                       "\"PriceUpdatedDate\", saved_at FROM company ORDER BY " +
-                           QString(folded).replace("%1", "\"Name\"") + ", " +
-                           QString(folded).replace("%1", "\"Symbol\"") + ", id");
-        Summaries found;
-        while (rows.next()) {
-            const auto date = [&](int column) {
-                return dateFromIso(rows.text(column)).value_or(Date{});
-            };
-            int year = static_cast<int>(rows.integer(7));
-            if (const Date end = date(8); year == 0 && !isAbsent(end))
-                year = civil(end).year;
-            found.push_back({{rows.integer(0), rows.integer(1)},
-                             rows.text(2),
-                             rows.text(3),
-                             rows.text(4),
-                             rows.text(5),
-                             rows.text(6),
-                             year,
-                             rows.number(9),
-                             date(10),
-                             rows.text(11)});
-        }
-        return found;
+        Statement rows(*connection_, QString("SELECT ") + summaryColumns +
+                                         " FROM company ORDER BY " +
+                                         QString(folded).replace("%1", "\"Name\"") + ", " +
+                                         QString(folded).replace("%1", "\"Symbol\"") + ", id");
+        return summariesOf(rows);
+    });
+}
+
+StoreResult<std::vector<CompanySummary>> CompanyStore::list(const ListQuery& query,
+                                                            std::int64_t from, std::int64_t most) {
+    return guarded<std::vector<CompanySummary>>(*location_, [&] {
+        Transaction oneMoment(*connection_, Transaction::Kind::read);
+        const auto page = selectPage(connection_->dialect(), query, summaryColumns, from, most);
+        Statement rows(*connection_, page.text, page.values);
+        return summariesOf(rows);
+    });
+}
+
+StoreResult<std::int64_t> CompanyStore::count(const ListQuery& query) {
+    return number(selectCount(connection_->dialect(), query));
+}
+
+StoreResult<std::int64_t> CompanyStore::rank(const ListQuery& query, std::int64_t id) {
+    return number(selectRank(connection_->dialect(), query, id));
+}
+
+StoreResult<std::int64_t> CompanyStore::number(const ListingStatement& statement) {
+    return guarded<std::int64_t>(*location_, [&] {
+        Transaction oneMoment(*connection_, Transaction::Kind::read);
+        Statement row(*connection_, statement.text, statement.values);
+        return row.next() ? row.integer(0) : 0;
     });
 }
 
@@ -548,6 +596,7 @@ CompanyKey CompanyStore::write(std::optional<std::int64_t> id, const CompanyReco
         key.id = made.integer(0);
     }
     writeSeries(key.id, record);
+    writeListing(*connection_, listingOf(key.id, record, time));
     log(key, "saved", time);
     return key;
 }
@@ -616,6 +665,20 @@ StoreResult<std::vector<std::string>> CompanyStore::entries(StoreList list) {
         Statement rows(*connection_,
                        "SELECT text FROM list_entry WHERE kind = ? ORDER BY position, text",
                        {kindText(list)});
+        Texts texts;
+        while (rows.next())
+            texts.push_back(rows.text(0));
+        return texts;
+    });
+}
+
+StoreResult<std::vector<std::string>> CompanyStore::used(StoreList list) {
+    using Texts = std::vector<std::string>;
+    return guarded<Texts>(*location_, [&] {
+        Transaction oneMoment(*connection_, Transaction::Kind::read);
+        const QString column = namesOf(list).column;
+        Statement rows(*connection_,
+                       "SELECT DISTINCT " + column + " FROM company WHERE " + column + " <> ''");
         Texts texts;
         while (rows.next())
             texts.push_back(rows.text(0));

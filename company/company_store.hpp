@@ -89,6 +89,23 @@ struct CompanySummary {
     double currentPrice = 0;
     Date priceUpdated;
     std::string lastSaved; // UTC, 2026-01-31T12:00:00Z
+
+    friend bool operator==(const CompanySummary&, const CompanySummary&) = default;
+};
+
+enum class ListColumn { name, symbol, exchange, industry, price, priceDate, lastSaved };
+
+// A choice of companies in an order.
+struct ListQuery {
+    // Words, each of which a company has somewhere in its name, symbol, exchange or industry, in
+    // upper or lower case; none: all companies.
+    std::string search;
+    // Without regard to case and accents, numbers by their value. Equal ones stand by name, then
+    // as they were entered; all of it backwards when descending.
+    ListColumn sortedBy = ListColumn::name;
+    bool isDescending = false;
+
+    friend bool operator==(const ListQuery&, const ListQuery&) = default;
 };
 
 struct LoadedCompany {
@@ -116,6 +133,7 @@ struct StoreOptions {
 
 class StoreConnection;
 struct StoreLocation;
+struct ListingStatement;
 
 // The companies of one file, or of one database on a PostgreSQL server, which people share. Several
 // windows and programs may have the same file open: locks are held for the time of a save only and
@@ -152,6 +170,13 @@ class CompanyStore {
 
     // By name, then symbol.
     StoreResult<std::vector<CompanySummary>> list();
+    // At most so many of the companies of the query, from a place in its order on; 0 is the first.
+    // Takes as long and as much memory in a large database as in a small one.
+    StoreResult<std::vector<CompanySummary>> list(const ListQuery& query, std::int64_t from,
+                                                  std::int64_t most);
+    StoreResult<std::int64_t> count(const ListQuery& query);
+    // The place of a company in the order of the query, from 1; 0 where it is not among them.
+    StoreResult<std::int64_t> rank(const ListQuery& query, std::int64_t id);
     StoreResult<LoadedCompany> load(std::int64_t id);
     // `conflict` where the stored company is no longer the one that was loaded, unless it holds
     // the same data as `record`.
@@ -168,6 +193,8 @@ class CompanyStore {
     StoreResult<std::vector<std::string>> exchanges() { return entries(StoreList::exchanges); }
     StoreResult<std::vector<std::string>> industries() { return entries(StoreList::industries); }
     StoreResult<std::vector<std::string>> sources() { return entries(StoreList::sources); }
+    // The texts that companies have, each once, in no order.
+    StoreResult<std::vector<std::string>> used(StoreList list);
     // Behind the last one; a text that is there already stays where it is.
     StoreDone addEntry(StoreList list, const std::string& text);
     StoreDone removeEntry(StoreList list, const std::string& text);
@@ -178,6 +205,7 @@ class CompanyStore {
     CompanyStore(const StoreLocation& location, std::string backupPath, std::string user,
                  std::unique_ptr<StoreConnection> connection);
 
+    StoreResult<std::int64_t> number(const ListingStatement& statement);
     // Within a transaction of the caller; they throw.
     LoadedCompany read(std::int64_t id);
     CompanyKey write(std::optional<std::int64_t> id, const CompanyRecord& record,

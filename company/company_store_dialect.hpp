@@ -21,7 +21,7 @@ struct StoreDialect {
     bool isFile;
 
     // Said once after connecting, each; %1 is the patience in milliseconds. Ends with null.
-    std::array<const char*, 5> setup;
+    std::array<const char*, 6> setup;
     // How a transaction begins, in the order of StoreConnection::Transaction::Kind; the second
     // statement of each may be null.
     std::array<std::array<const char*, 2>, 3> begin;
@@ -33,13 +33,16 @@ struct StoreDialect {
     std::array<const char*, 2> mark;
     // Orders text as people do that do not care for upper case; %1 is the column.
     const char* folded;
-    // For the {words} in a definition of a table. Ends with null.
-    std::array<std::pair<const char*, const char*>, 6> words;
+    // Whether the column %1 has a word in it, which is given as `sought` makes it.
+    const char* contains;
+    // For the {words} in a definition of a table.
+    std::array<std::pair<const char*, const char*>, 8> words;
 
     StoreFault (*faultOf)(const QSqlError& error, const QString& path);
     // A text in the form in which the driver carries it over unchanged. Throws StoreFailure for
     // one that the database cannot hold.
     QString (*carried)(const QString& text);
+    QString (*sought)(const QString& word);
 
     // A definition with this dialect's words.
     [[nodiscard]] QString define(QString definition) const;

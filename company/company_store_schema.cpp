@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_store_schema.hpp"
 
+#include "company/company_store_listing.hpp"
+
 #include <QSet>
 
 namespace vkr {
@@ -174,23 +176,6 @@ void runAll(StoreConnection& connection, const char* const (&statements)[count])
         connection.execute(connection.dialect().define(statement));
 }
 
-// The step at index n leads from version n to n + 1. Released steps are never changed. A new
-// datum needs no step of its own, only a new version: its column is added by itself.
-using Migration = void (*)(StoreConnection&);
-constexpr Migration migrations[] = {
-    [](StoreConnection& connection) { runAll(connection, createCompanies); },
-    [](StoreConnection& connection) {
-        runAll(connection, createListsAndLog);
-        connection.execute(
-            "INSERT INTO change_log (company_id, revision, change, changed_by, "
-            "changed_at) SELECT id, revision, 'saved', saved_by, saved_at FROM company");
-        seed(connection, "exchange", exchanges);
-        seed(connection, "industry", industries);
-        seed(connection, "source", sources);
-    },
-};
-static_assert(std::size(migrations) == schemaVersion);
-
 const char* definition(StoreColumn::Kind kind) {
     switch (kind) {
     case StoreColumn::Kind::text:
@@ -217,6 +202,28 @@ void addMissingColumns(StoreConnection& connection) {
             connection.execute("ALTER TABLE company ADD COLUMN \"" + column.name + "\" " +
                                connection.dialect().define(definition(column.kind)));
 }
+
+// The step at index n leads from version n to n + 1. Released steps are never changed. A new
+// datum needs no step of its own, only a new version: its column is added by itself.
+using Migration = void (*)(StoreConnection&);
+constexpr Migration migrations[] = {
+    [](StoreConnection& connection) { runAll(connection, createCompanies); },
+    [](StoreConnection& connection) {
+        runAll(connection, createListsAndLog);
+        connection.execute(
+            "INSERT INTO change_log (company_id, revision, change, changed_by, "
+            "changed_at) SELECT id, revision, 'saved', saved_by, saved_at FROM company");
+        seed(connection, "exchange", exchanges);
+        seed(connection, "industry", industries);
+        seed(connection, "source", sources);
+    },
+    [](StoreConnection& connection) {
+        addMissingColumns(connection); // that the listing is made of
+        createListing(connection);
+        fillListing(connection);
+    },
+};
+static_assert(std::size(migrations) == schemaVersion);
 
 int versionOf(StoreConnection& connection) {
     return static_cast<int>(connection.integer(connection.dialect().version));

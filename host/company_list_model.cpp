@@ -3,9 +3,9 @@
 
 #include "host/texts.hpp"
 
-#include <QLocale>
-
 #include <algorithm>
+#include <array>
+#include <limits>
 
 namespace vkr {
 
@@ -13,22 +13,23 @@ namespace {
 
 struct ColumnRow {
     const char* title;
-    QString CompanyListing::*text;
-    double CompanyListing::*number;
-    Date CompanyListing::*date;
+    std::string CompanySummary::*text;
+    double CompanySummary::*number;
+    Date CompanySummary::*date;
 };
 constexpr std::array<ColumnRow, CompanyListModel::columns> columnTable = {{
-    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Name"), &CompanyListing::name, nullptr, nullptr},
-    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Symbol"), &CompanyListing::symbol, nullptr,
+    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Name"), &CompanySummary::name, nullptr, nullptr},
+    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Symbol"), &CompanySummary::symbol, nullptr,
      nullptr},
-    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Exchange"), &CompanyListing::exchange, nullptr,
+    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Exchange"), &CompanySummary::exchange, nullptr,
      nullptr},
-    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Industry"), &CompanyListing::industry, nullptr,
+    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Industry"), &CompanySummary::industry, nullptr,
      nullptr},
-    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Price"), nullptr, &CompanyListing::price, nullptr},
+    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Price"), nullptr, &CompanySummary::currentPrice,
+     nullptr},
     {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Price Date"), nullptr, nullptr,
-     &CompanyListing::priceDate},
-    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Last Saved"), &CompanyListing::lastSaved, nullptr,
+     &CompanySummary::priceUpdated},
+    {QT_TRANSLATE_NOOP("vkr::CompanyListModel", "Last Saved"), &CompanySummary::lastSaved, nullptr,
      nullptr},
 }};
 
@@ -36,10 +37,12 @@ const ColumnRow& columnRow(int column) {
     return columnTable.at(static_cast<std::size_t>(column));
 }
 
-QString shown(const CompanyListing& company, int column) {
+QString shown(const CompanySummary& company, int column) {
     const ColumnRow& row = columnRow(column);
     if (row.text != nullptr) {
-        const QString& text = company.*row.text;
+        if (column == CompanyListModel::lastSaved)
+            return localTime(company.lastSaved);
+        const QString text = fromUtf8(company.*row.text);
         return column == CompanyListModel::name && text.isEmpty()
                    ? CompanyListModel::tr("(no name)")
                    : text;
@@ -58,66 +61,134 @@ Qt::Alignment alignment(const ColumnRow& row) {
                                                      : Qt::AlignLeft);
 }
 
-QString folded(const QString& text) {
-    return text.normalized(QString::NormalizationForm_KC).toCaseFolded();
-}
-
 } // namespace
 
-void CompanyListModel::setCompanies(std::vector<CompanyListing> companies) {
-    QCollator collator;
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    collator.setNumericMode(true);
+CompanyListModel::CompanyListModel(CompanyStore& store, QObject* parent)
+    : QAbstractTableModel(parent), store_(store) {}
 
-    std::vector<Row> rows;
-    rows.reserve(companies.size());
-    for (CompanyListing& company : companies) {
-        QStringList texts;
-        for (int column = 0; column < searchedColumns; ++column)
-            texts.append(company.*columnRow(column).text);
-        std::array<QCollatorSortKey, searchedColumns> order = {
-            collator.sortKey(texts[name]), collator.sortKey(texts[symbol]),
-            collator.sortKey(texts[exchange]), collator.sortKey(texts[industry])};
-        rows.push_back({std::move(company), folded(texts.join(u'\n')), std::move(order)});
-    }
+template <typename Value>
+std::optional<Value> CompanyListModel::checked(StoreResult<Value> result) {
+    emit told(result ? QString() : fromUtf8(result.error().message));
+    return result ? std::optional<Value>(std::move(result.value())) : std::nullopt;
+}
+
+void CompanyListModel::reset(Rows rows, std::int64_t asked) {
     beginResetModel();
+    isComplete_ = std::ssize(rows) < asked;
     rows_ = std::move(rows);
     endResetModel();
 }
 
-bool CompanyListModel::holds(const std::vector<CompanyListing>& companies) const {
-    return std::ranges::equal(rows_, companies, {}, &Row::listing);
+void CompanyListModel::refresh() {
+    const std::int64_t asked = std::max<std::int64_t>(pageSize, std::ssize(rows_));
+    auto rows = checked(store_.list(query_, 0, asked));
+    if (!rows)
+        return;
+    const bool isComplete = std::ssize(*rows) < asked;
+    if (isRead_ && *rows == rows_)
+        isComplete_ = isComplete;
+    else
+        reset(std::move(*rows), asked);
+    isRead_ = true;
 }
 
-const CompanyListing& CompanyListModel::company(int row) const {
-    return rows_.at(static_cast<std::size_t>(row)).listing;
+void CompanyListModel::readFrom(const ListQuery& query) {
+    if (query == query_)
+        return;
+    query_ = query;
+    if (!isRead_)
+        return;
+    if (auto rows = checked(store_.list(query_, 0, pageSize)))
+        reset(std::move(*rows), pageSize);
+}
+
+void CompanyListModel::search(const QString& text) {
+    ListQuery query = query_;
+    query.search = text.simplified().toStdString();
+    readFrom(query);
+}
+
+void CompanyListModel::sort(int column, Qt::SortOrder order) {
+    if (column < 0 || column >= columns)
+        return;
+    ListQuery query = query_;
+    query.sortedBy = static_cast<ListColumn>(column);
+    query.isDescending = order == Qt::DescendingOrder;
+    readFrom(query);
+}
+
+void CompanyListModel::append(std::int64_t most) {
+    auto more = checked(store_.list(query_, std::ssize(rows_), most));
+    if (!more)
+        return;
+    isComplete_ = std::ssize(*more) < most;
+    if (more->empty())
+        return;
+    const int first = rowCount();
+    beginInsertRows({}, first, first + static_cast<int>(more->size()) - 1);
+    rows_.insert(rows_.end(), std::make_move_iterator(more->begin()),
+                 std::make_move_iterator(more->end()));
+    endInsertRows();
+}
+
+bool CompanyListModel::reach(std::int64_t id) {
+    if (rowOf(id))
+        return true;
+    if (isComplete_)
+        return false;
+    const auto rank = checked(store_.rank(query_, id));
+    if (!rank || *rank <= std::ssize(rows_))
+        return false;
+    append(std::max<std::int64_t>(pageSize, *rank - std::ssize(rows_)));
+    return rowOf(id).has_value();
+}
+
+void CompanyListModel::reachEnd() {
+    if (!isComplete_)
+        append(std::numeric_limits<int>::max());
+}
+
+bool CompanyListModel::canFetchMore(const QModelIndex& parent) const {
+    return !parent.isValid() && isRead_ && !isComplete_;
+}
+
+void CompanyListModel::fetchMore(const QModelIndex& parent) {
+    if (canFetchMore(parent))
+        append(pageSize);
+}
+
+std::optional<CompanyListModel::Count> CompanyListModel::known() const {
+    if (!isComplete_ || isSearched())
+        return std::nullopt;
+    return Count{std::ssize(rows_), std::ssize(rows_)};
+}
+
+std::optional<CompanyListModel::Count> CompanyListModel::count() {
+    if (const auto count = known())
+        return count;
+    const auto all = checked(store_.count({}));
+    if (!all || !isSearched())
+        return all ? std::optional(Count{*all, *all}) : std::nullopt;
+    const auto found = isComplete_ ? std::optional<std::int64_t>(std::ssize(rows_))
+                                   : checked(store_.count(query_));
+    return found ? std::optional(Count{*found, *all}) : std::nullopt;
+}
+
+bool CompanyListModel::isDatabaseEmpty() {
+    const auto first = checked(store_.list({}, 0, 1));
+    return first && first->empty();
+}
+
+const CompanySummary& CompanyListModel::company(int row) const {
+    return rows_.at(static_cast<std::size_t>(row));
 }
 
 std::optional<int> CompanyListModel::rowOf(std::int64_t id) const {
-    const auto found = std::ranges::find(rows_, id, [](const Row& row) { return row.listing.id; });
+    const auto found =
+        std::ranges::find(rows_, id, [](const CompanySummary& row) { return row.key.id; });
     if (found == rows_.end())
         return std::nullopt;
     return static_cast<int>(found - rows_.begin());
-}
-
-bool CompanyListModel::contains(int row, const QStringList& words) const {
-    const QString& searched = rows_.at(static_cast<std::size_t>(row)).searched;
-    return std::ranges::all_of(words, [&](const QString& word) { return searched.contains(word); });
-}
-
-bool CompanyListModel::isBefore(int column, int left, int right) const {
-    const Row& first = rows_.at(static_cast<std::size_t>(left));
-    const Row& second = rows_.at(static_cast<std::size_t>(right));
-    const ColumnRow& row = columnRow(column);
-    if (column < searchedColumns) {
-        const auto key = static_cast<std::size_t>(column);
-        return first.order.at(key).compare(second.order.at(key)) < 0;
-    }
-    if (row.text != nullptr)
-        return first.listing.*row.text < second.listing.*row.text;
-    if (row.number != nullptr)
-        return first.listing.*row.number < second.listing.*row.number;
-    return first.listing.*row.date < second.listing.*row.date;
 }
 
 int CompanyListModel::rowCount(const QModelIndex& parent) const {
@@ -154,39 +225,6 @@ QVariant CompanyListModel::headerData(int section, Qt::Orientation orientation, 
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(alignment(row));
     return {};
-}
-
-CompanyListOrder::CompanyListOrder(CompanyListModel& companies, QObject* parent)
-    : QSortFilterProxyModel(parent), companies_(companies) {
-    setSourceModel(&companies);
-}
-
-void CompanyListOrder::search(const QString& text) {
-    QStringList words = folded(text).simplified().split(u' ', Qt::SkipEmptyParts);
-    if (words == words_)
-        return;
-    words_ = std::move(words);
-    invalidateFilter();
-}
-
-bool CompanyListOrder::filterAcceptsRow(int row, const QModelIndex& /*parent*/) const {
-    return companies_.contains(row, words_);
-}
-
-bool CompanyListOrder::lessThan(const QModelIndex& left, const QModelIndex& right) const {
-    const int column = left.column();
-    if (companies_.isBefore(column, left.row(), right.row()))
-        return true;
-    if (companies_.isBefore(column, right.row(), left.row()))
-        return false;
-    // Equal ones keep a fixed order: by name, then as they were entered.
-    if (column != CompanyListModel::name) {
-        if (companies_.isBefore(CompanyListModel::name, left.row(), right.row()))
-            return true;
-        if (companies_.isBefore(CompanyListModel::name, right.row(), left.row()))
-            return false;
-    }
-    return companies_.company(left.row()).id < companies_.company(right.row()).id;
 }
 
 } // namespace vkr

@@ -1,81 +1,74 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/date.hpp"
+#include "company/company_store.hpp"
 
 #include <QAbstractTableModel>
-#include <QCollator>
-#include <QSortFilterProxyModel>
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
 namespace vkr {
 
-// What the list shows of a company.
-struct CompanyListing {
-    std::int64_t id = 0;
-    QString name;
-    QString symbol;
-    QString exchange;
-    QString industry;
-    double price = 0; // 0: none
-    Date priceDate;
-    QString lastSaved; // 2026-01-31 12:00, the user's own time
-
-    friend bool operator==(const CompanyListing&, const CompanyListing&) = default;
-};
-
-// The companies of the database as a table. Everything is in memory: no row asks the database.
+// The companies of the database that are searched for, in the order chosen. It holds the rows from
+// the first one to the last one that was looked at; more are read when the view asks for them.
 class CompanyListModel : public QAbstractTableModel {
     Q_OBJECT
   public:
-    enum Column { name, symbol, exchange, industry, price, priceDate, lastSaved };
+    enum Column { name, symbol, exchange, industry, price, priceDate, lastSaved }; // as ListColumn
     static constexpr int columns = lastSaved + 1;
+    static constexpr int pageSize = 100; // more than a screen has room for
 
-    using QAbstractTableModel::QAbstractTableModel;
+    // Empty until the first refresh.
+    explicit CompanyListModel(CompanyStore& store, QObject* parent = nullptr);
 
-    void setCompanies(std::vector<CompanyListing> companies);
-    [[nodiscard]] bool holds(const std::vector<CompanyListing>& companies) const; // exactly these
-    [[nodiscard]] const CompanyListing& company(int row) const;
-    [[nodiscard]] std::optional<int> rowOf(std::int64_t id) const;
-    [[nodiscard]] bool contains(int row, const QStringList& words) const; // every word, somewhere
-    [[nodiscard]] bool isBefore(int column, int left, int right) const;
+    // Reads the rows anew, as many as there were. Nothing is reset where nothing has changed.
+    void refresh();
+    void search(const QString& text); // every word, somewhere
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+    // Reads on to this company; false where it is not among those searched for.
+    bool reach(std::int64_t id);
+    void reachEnd();
+
+    [[nodiscard]] const CompanySummary& company(int row) const;
+    [[nodiscard]] std::optional<int> rowOf(std::int64_t id) const; // of the rows read
+    [[nodiscard]] bool isSearched() const { return !query_.search.empty(); }
+    // How many companies are searched for, and how many there are in all. `known` where that takes
+    // no question to the database; else it may.
+    struct Count {
+        std::int64_t found = 0;
+        std::int64_t all = 0;
+    };
+    [[nodiscard]] std::optional<Count> known() const;
+    [[nodiscard]] std::optional<Count> count();
+    [[nodiscard]] bool isDatabaseEmpty();
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
                                       int role) const override;
+    [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
+    void fetchMore(const QModelIndex& parent) override;
+
+  signals:
+    void told(const QString& error); // for people; empty when reading works
 
   private:
-    static constexpr int searchedColumns = industry + 1;
-    struct Row {
-        CompanyListing listing;
-        QString searched; // the texts of these columns, folded
-        std::array<QCollatorSortKey, searchedColumns> order;
-    };
+    using Rows = std::vector<CompanySummary>;
 
-    std::vector<Row> rows_;
-};
+    template <typename Value>
+    std::optional<Value> checked(StoreResult<Value> result);
+    void readFrom(const ListQuery& query);
+    void reset(Rows rows, std::int64_t asked);
+    void append(std::int64_t most);
 
-// Sorted as people of the user's country sort, and only the rows that contain the words searched.
-class CompanyListOrder : public QSortFilterProxyModel {
-    Q_OBJECT
-  public:
-    explicit CompanyListOrder(CompanyListModel& companies, QObject* parent = nullptr);
-
-    void search(const QString& text);
-
-  protected:
-    [[nodiscard]] bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
-    [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
-
-  private:
-    CompanyListModel& companies_;
-    QStringList words_;
+    CompanyStore& store_;
+    ListQuery query_;
+    Rows rows_;
+    bool isRead_ = false;     // once
+    bool isComplete_ = false; // there are no more rows than these
 };
 
 } // namespace vkr

@@ -19,6 +19,7 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QTableView>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -53,11 +54,10 @@ QWidget* messagePage(QWidget* parent, QLabel* label, const QList<QPushButton*>& 
 
 } // namespace
 
-CompanyListWindow::CompanyListWindow(QWidget* parent)
-    : QMainWindow(parent), companies_(new CompanyListModel(this)),
-      order_(new CompanyListOrder(*companies_, this)), search_(new QLineEdit(this)),
-      table_(new QTableView(this)), pages_(new QStackedWidget(this)), notFound_(new QLabel(this)),
-      count_(new QLabel(this)) {
+CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
+    : QMainWindow(parent), companies_(new CompanyListModel(store, this)),
+      search_(new QLineEdit(this)), table_(new QTableView(this)), pages_(new QStackedWidget(this)),
+      notFound_(new QLabel(this)), count_(new QLabel(this)), counting_(new QTimer(this)) {
     setObjectName(QStringLiteral("companyList"));
     setWindowTitle(tr("Companies"));
 
@@ -66,10 +66,7 @@ CompanyListWindow::CompanyListWindow(QWidget* parent)
     search_->setAccessibleName(tr("Search"));
     search_->setClearButtonEnabled(true);
     search_->installEventFilter(this);
-    connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
-        order_->search(text);
-        showFound();
-    });
+    connect(search_, &QLineEdit::textChanged, companies_, &CompanyListModel::search);
 
     auto* center = new QWidget(this);
     auto* layout = new QVBoxLayout(center);
@@ -80,6 +77,8 @@ CompanyListWindow::CompanyListWindow(QWidget* parent)
     count_->setContentsMargins(0, 0, 8, 0);
     statusBar()->addPermanentWidget(count_);
     statusBar()->setSizeGripEnabled(false);
+    counting_->setSingleShot(true);
+    connect(counting_, &QTimer::timeout, this, &CompanyListWindow::tellCount);
 
     buildTable();
     buildActions();
@@ -96,7 +95,13 @@ CompanyListWindow::~CompanyListWindow() {
 void CompanyListWindow::buildTable() {
     table_->setObjectName(QStringLiteral("companies"));
     table_->setAccessibleName(tr("Companies"));
-    table_->setModel(order_);
+    table_->setModel(companies_);
+    // After the view's own, so that it knows the new rows.
+    connect(companies_, &CompanyListModel::modelAboutToBeReset, this,
+            &CompanyListWindow::rememberChosen);
+    connect(companies_, &CompanyListModel::modelReset, this, &CompanyListWindow::recallChosen);
+    connect(companies_, &CompanyListModel::told, this,
+            [this](const QString& error) { statusBar()->showMessage(error); });
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -216,83 +221,106 @@ void CompanyListWindow::setDatabaseName(const QString& path) {
     count_->setToolTip(path);
 }
 
-void CompanyListWindow::setCompanies(std::vector<CompanyListing> companies) {
-    if (companies_->holds(companies))
-        return;
+void CompanyListWindow::refresh() {
     const int scrolled = table_->verticalScrollBar()->value();
-    const QList<qint64> ids = chosenIds();
-    const QModelIndex current = order_->mapToSource(table_->currentIndex());
-    const std::int64_t currentId = current.isValid() ? companies_->company(current.row()).id : 0;
-    const int column = current.isValid() ? current.column() : 0;
+    companies_->refresh();
+    table_->verticalScrollBar()->setValue(scrolled);
+    showFound();
+}
 
-    companies_->setCompanies(std::move(companies));
+void CompanyListWindow::rememberChosen() {
+    const QModelIndex current = table_->currentIndex();
+    remembered_.ids = chosenIds();
+    remembered_.current = current.isValid() ? companies_->company(current.row()).key.id : 0;
+    remembered_.column = std::max(current.column(), 0);
+}
 
+void CompanyListWindow::recallChosen() {
+    // It may stand far down; among those found by a search it is not looked for there.
+    if (remembered_.current != 0 && !companies_->isSearched())
+        companies_->reach(remembered_.current);
     QItemSelection selection;
-    for (const qint64 id : ids)
+    for (const qint64 id : remembered_.ids)
         if (const auto row = companies_->rowOf(id)) {
-            const QModelIndex index = order_->mapFromSource(companies_->index(*row, 0));
-            if (index.isValid())
-                selection.select(index, index);
+            const QModelIndex index = companies_->index(*row, 0);
+            selection.select(index, index);
         }
     QModelIndex next;
-    if (const auto row = companies_->rowOf(currentId))
-        next = order_->mapFromSource(companies_->index(*row, column));
-    if (!next.isValid() && order_->rowCount() > 0) {
+    if (const auto row = companies_->rowOf(remembered_.current))
+        next = companies_->index(*row, remembered_.column);
+    if (!next.isValid() && companies_->rowCount() > 0) {
         // The current one is gone; the keyboard needs a place to go on from.
-        next = order_->index(0, 0);
+        next = companies_->index(0, 0);
         if (selection.isEmpty())
             selection.select(next, next);
     }
     QItemSelectionModel* chosenRows = table_->selectionModel();
     chosenRows->setCurrentIndex(next, QItemSelectionModel::NoUpdate);
     chosenRows->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (next.isValid())
+        table_->scrollTo(next);
     showFound();
-    table_->verticalScrollBar()->setValue(scrolled);
 }
 
 void CompanyListWindow::choose(std::int64_t id) {
-    const auto row = companies_->rowOf(id);
-    if (!row)
+    if (!companies_->reach(id))
         return;
-    const QModelIndex index = order_->mapFromSource(companies_->index(*row, 0));
-    if (!index.isValid())
-        return;
+    const QModelIndex index = companies_->index(companies_->rowOf(id).value(), 0);
     table_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
                                                          QItemSelectionModel::Rows);
     table_->scrollTo(index);
 }
 
-std::vector<CompanyListing> CompanyListWindow::chosen() const {
+std::vector<CompanySummary> CompanyListWindow::chosen() const {
     QModelIndexList rows = table_->selectionModel()->selectedRows();
     std::ranges::sort(rows, {}, &QModelIndex::row);
-    std::vector<CompanyListing> result;
+    std::vector<CompanySummary> result;
     for (const QModelIndex& index : rows)
-        result.push_back(companies_->company(order_->mapToSource(index).row()));
+        result.push_back(companies_->company(index.row()));
+    return result;
+}
+
+std::vector<CompanySummary> CompanyListWindow::summaries(const QList<qint64>& ids) const {
+    std::vector<CompanySummary> result;
+    for (const qint64 id : ids)
+        if (const auto row = companies_->rowOf(id))
+            result.push_back(companies_->company(*row));
     return result;
 }
 
 QList<qint64> CompanyListWindow::chosenIds() const {
     QList<qint64> ids;
-    for (const CompanyListing& company : chosen())
-        ids.append(company.id);
+    for (const CompanySummary& company : chosen())
+        ids.append(company.key.id);
     return ids;
 }
 
 void CompanyListWindow::showFound() {
-    const int all = companies_->rowCount();
-    const int found = order_->rowCount();
-    const bool firstCompanies = all > 0 && pages_->currentIndex() == emptyPage;
+    const bool isFound = companies_->rowCount() > 0;
+    const bool isEmpty = !isFound && (!companies_->isSearched() || companies_->isDatabaseEmpty());
+    const bool firstCompanies = !isEmpty && pages_->currentIndex() == emptyPage;
     notFound_->setText(
         tr("No company has \u201c%1\u201d in its name, symbol, exchange or industry.")
             .arg(search_->text().trimmed()));
-    pages_->setCurrentIndex(all == 0 ? emptyPage : found == 0 ? notFoundPage : tablePage);
-    count_->setText(found == all ? (all == 1 ? tr("1 company") : tr("%L1 companies").arg(all))
-                                 : tr("%L1 of %L2 companies").arg(found).arg(all));
-    if (found > 0 && table_->selectionModel()->selectedRows().isEmpty())
+    pages_->setCurrentIndex(isEmpty ? emptyPage : isFound ? tablePage : notFoundPage);
+    if (companies_->known())
+        tellCount();
+    else
+        counting_->start();
+    if (isFound && table_->selectionModel()->selectedRows().isEmpty())
         table_->selectRow(0);
     if (firstCompanies)
         table_->setFocus();
     enableActions();
+}
+
+void CompanyListWindow::tellCount() {
+    counting_->stop();
+    if (const auto count = companies_->count())
+        count_->setText(
+            count->found == count->all
+                ? (count->all == 1 ? tr("1 company") : tr("%L1 companies").arg(count->all))
+                : tr("%L1 of %L2 companies").arg(count->found).arg(count->all));
 }
 
 void CompanyListWindow::enableActions() {
@@ -326,6 +354,10 @@ bool CompanyListWindow::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (watched == table_) {
+        // To the last row, or all of them: not only of those that were read.
+        const bool toLastRow = key->key() == Qt::Key_End && key->modifiers() & Qt::ControlModifier;
+        if (toLastRow || key->matches(QKeySequence::SelectAll))
+            companies_->reachEnd();
         // Letters typed over the list search it.
         const QString text = key->text();
         const auto modifiers = key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);

@@ -11,24 +11,27 @@ class QLabel;
 class QLineEdit;
 class QStackedWidget;
 class QTableView;
+class QTimer;
 QT_END_NAMESPACE
 
 namespace vkr {
 
-// The first window: every company of the database, and what can be done with them. It asks for
-// everything by signals and knows no store.
+// The first window: every company of the database, and what can be done with them. It reads the
+// list and asks for everything else by signals.
 class CompanyListWindow : public QMainWindow {
     Q_OBJECT
   public:
-    explicit CompanyListWindow(QWidget* parent = nullptr);
+    explicit CompanyListWindow(CompanyStore& store, QWidget* parent = nullptr);
     ~CompanyListWindow() override;
 
-    // Keeps what is chosen and the place in the list.
-    void setCompanies(std::vector<CompanyListing> companies);
+    // Reads the list anew. Keeps what is chosen and the place in the list.
+    void refresh();
     void setDatabaseName(const QString& path); // shown in the title
     void choose(std::int64_t id);
 
-    [[nodiscard]] std::vector<CompanyListing> chosen() const; // in the order on screen
+    [[nodiscard]] std::vector<CompanySummary> chosen() const; // in the order on screen
+    // Those of them that were on screen, as they were then.
+    [[nodiscard]] std::vector<CompanySummary> summaries(const QList<qint64>& ids) const;
 
   signals:
     void newAsked();
@@ -52,17 +55,28 @@ class CompanyListWindow : public QMainWindow {
     void buildTable();
     void buildPages();
     void buildActions();
+    void rememberChosen();
+    void recallChosen();
     void showFound();
+    void tellCount();
     void enableActions();
     [[nodiscard]] QList<qint64> chosenIds() const;
 
+    // What is chosen while the rows are replaced.
+    struct Chosen {
+        QList<qint64> ids;
+        qint64 current = 0; // with the focus of the keyboard; 0: none
+        int column = 0;
+    };
+
     CompanyListModel* companies_;
-    CompanyListOrder* order_;
+    Chosen remembered_;
     QLineEdit* search_;
     QTableView* table_;
     QStackedWidget* pages_; // the table, or why it is empty
     QLabel* notFound_;
     QLabel* count_;
+    QTimer* counting_;        // until the first rows are on screen
     QList<QAction*> forOne_;  // need exactly one chosen company
     QList<QAction*> forSome_; // need at least one
 };

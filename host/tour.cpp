@@ -445,8 +445,8 @@ void Tour::pressOk() {
     driver_.activate(workspace_->list());
     press(Qt::Key_F, Qt::ControlModifier);
     press(Qt::Key_Escape);
-    const std::vector<CompanyListing> chosen = workspace_->list().chosen();
-    expect(chosen.size() == 1 && chosen.front().name == QLatin1String(newName),
+    const std::vector<CompanySummary> chosen = workspace_->list().chosen();
+    expect(chosen.size() == 1 && chosen.front().name == newName,
            QStringLiteral("the list shows the new name"));
     picture(workspace_->list(), "list.png");
 }

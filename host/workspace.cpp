@@ -8,27 +8,11 @@
 
 #include <QApplication>
 #include <QCollator>
-#include <QStatusBar>
 
 #include <algorithm>
 #include <tuple>
 
 namespace vkr {
-
-namespace {
-
-CompanyListing listing(const CompanySummary& company) {
-    return {company.key.id,
-            fromUtf8(company.name),
-            fromUtf8(company.symbol),
-            fromUtf8(company.exchange),
-            fromUtf8(company.industry),
-            company.currentPrice,
-            company.priceUpdated,
-            localTime(company.lastSaved)};
-}
-
-} // namespace
 
 // --- opening ---------------------------------------------------------------------------------
 
@@ -76,7 +60,7 @@ Workspace::Opened Workspace::create(const QString& path, const QString& samples,
 }
 
 Workspace::Workspace(std::unique_ptr<CompanyStore> store)
-    : store_(std::move(store)), list_(std::make_unique<CompanyListWindow>()) {
+    : store_(std::move(store)), list_(std::make_unique<CompanyListWindow>(*store_)) {
     connectList();
     list_->setDatabaseName(fromUtf8(store_->path()));
     refresh();
@@ -106,7 +90,7 @@ void Workspace::connectList() {
     connect(list, &CompanyListWindow::exportAsked, this, [this](const QList<qint64>& ids) {
         CsvTransfer transfer(*store_, list_.get());
         if (const QString folder = transfer.chosenFolder(); !folder.isEmpty())
-            transfer.exportCompanies(summaries(ids), folder);
+            transfer.exportCompanies(list_->summaries(ids), folder);
     });
     connect(list, &CompanyListWindow::refreshAsked, this, &Workspace::refresh);
     connect(list, &CompanyListWindow::helpAsked, this, &Workspace::showHelp);
@@ -121,52 +105,27 @@ void Workspace::connectList() {
 // --- the list --------------------------------------------------------------------------------
 
 void Workspace::refresh() {
-    auto companies = store_->list();
-    if (!companies) {
-        list_->statusBar()->showMessage(fromUtf8(companies.error().message));
-        return;
-    }
-    list_->statusBar()->clearMessage();
-    companies_ = std::move(companies.value());
-    std::vector<CompanyListing> listings;
-    listings.reserve(companies_.size());
-    std::ranges::transform(companies_, std::back_inserter(listings), listing);
-    list_->setCompanies(std::move(listings));
-}
-
-std::vector<CompanySummary> Workspace::summaries(const QList<qint64>& ids) const {
-    std::vector<CompanySummary> result;
-    for (const qint64 id : ids) {
-        const auto found =
-            std::ranges::find(companies_, id, [](const auto& company) { return company.key.id; });
-        if (found != companies_.end())
-            result.push_back(*found);
-    }
-    return result;
+    list_->refresh();
 }
 
 OfferedLists Workspace::offered() const {
     QCollator collator;
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     // First what the database lists, in its order; then what companies have beyond that.
-    const auto texts = [&](StoreList kind, std::string CompanySummary::*used) {
+    const auto texts = [&](StoreList kind) {
         QStringList listed;
         if (const auto entries = store_->entries(kind))
             for (const std::string& entry : entries.value())
                 listed.append(fromUtf8(entry));
         QStringList others;
-        for (const CompanySummary& company : companies_) {
-            const QString text = fromUtf8(company.*used);
-            if (!text.isEmpty() && !listed.contains(text))
-                others.append(text);
-        }
+        if (const auto used = store_->used(kind))
+            for (const std::string& text : used.value())
+                if (!listed.contains(fromUtf8(text)))
+                    others.append(fromUtf8(text));
         std::sort(others.begin(), others.end(), collator);
-        others.removeDuplicates();
         return listed + others;
     };
-    return {texts(StoreList::exchanges, &CompanySummary::exchange),
-            texts(StoreList::industries, &CompanySummary::industry),
-            texts(StoreList::sources, &CompanySummary::source)};
+    return {texts(StoreList::exchanges), texts(StoreList::industries), texts(StoreList::sources)};
 }
 
 void Workspace::offerLists() {
@@ -256,7 +215,7 @@ void Workspace::duplicateCompany(std::int64_t id) {
 }
 
 void Workspace::deleteCompanies(const QList<qint64>& ids) {
-    const std::vector<CompanySummary> companies = summaries(ids);
+    const std::vector<CompanySummary> companies = list_->summaries(ids);
     if (companies.empty())
         return;
     QStringList names;
@@ -311,7 +270,7 @@ void Workspace::importFolder(const QString& path) {
 }
 
 void Workspace::exportCompanies(const QList<qint64>& ids, const QString& folder) {
-    CsvTransfer(*store_, list_.get()).exportCompanies(summaries(ids), folder);
+    CsvTransfer(*store_, list_.get()).exportCompanies(list_->summaries(ids), folder);
 }
 
 void Workspace::exportWindow(CompanyWindow& window, const QString& folder) {

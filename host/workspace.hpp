@@ -58,13 +58,11 @@ class Workspace : public QObject {
     void imported(const std::vector<CompanyKey>& companies);
     void showHelp(int page);
     void tellAbout();
-    [[nodiscard]] std::vector<CompanySummary> summaries(const QList<qint64>& ids) const;
     [[nodiscard]] CompanyWindow* windowOf(std::int64_t id) const;
     [[nodiscard]] OfferedLists offered() const;
     void offerLists(); // to every window
 
     std::unique_ptr<CompanyStore> store_;
-    std::vector<CompanySummary> companies_;
     std::unique_ptr<CompanyListWindow> list_;
     std::unique_ptr<HelpViewer> help_;
     QList<CompanyWindow*> windows_;

@@ -1,78 +1,262 @@
 // SPDX-License-Identifier: MIT
-#include "host/company_list_model.hpp"
+#include "host/company_list_window.hpp"
 #include "host/texts.hpp"
 
+#include <QApplication>
+#include <QFile>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
 #include <QLocale>
+#include <QScrollBar>
+#include <QSettings>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QStatusBar>
+#include <QTableView>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <memory>
+#include <stdexcept>
 
 namespace vkr {
 namespace {
 
 class CompanyListTest : public testing::Test {
   protected:
-    CompanyListTest() : order_(companies_) {
+    CompanyListTest() {
         QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                           folder_.filePath("settings"));
+        auto opened = CompanyStore::open(folder_.filePath("companies.vkr").toStdString(),
+                                         OpenMode::create, {"test@here"});
+        if (!opened)
+            throw std::runtime_error(opened.error().message);
+        store_ = std::move(opened.value());
+        window_ = std::make_unique<CompanyListWindow>(*store_);
+        QObject::connect(window_.get(), &CompanyListWindow::openAsked,
+                         [this](const QList<qint64>& ids) { opened_ = ids; });
     }
     ~CompanyListTest() override { QLocale::setDefault(QLocale::c()); }
 
-    QStringList column(int column) {
-        QStringList texts;
-        for (int row = 0; row < order_.rowCount(); ++row)
-            texts.append(order_.index(row, column).data().toString());
-        return texts;
+    std::int64_t add(const std::string& name, double price = 0, const std::string& symbol = "") {
+        return addAll({name}, price, symbol).front();
+    }
+    std::vector<std::int64_t> addAll(const std::vector<std::string>& names, double price = 0,
+                                     const std::string& symbol = "") {
+        std::vector<SaveRequest> requests;
+        for (const std::string& name : names) {
+            auto record = std::make_shared<CompanyRecord>();
+            record->put_Name(name);
+            record->put_Symbol(symbol);
+            record->put_CurrentPrice(price);
+            requests.push_back({std::nullopt, record, 0});
+        }
+        std::vector<std::int64_t> ids;
+        for (const CompanyKey& key : store_->saveAll(requests).value())
+            ids.push_back(key.id);
+        return ids;
+    }
+    // "Company 1" and so on, the rows of several pages.
+    std::vector<std::int64_t> addMany(int count) {
+        std::vector<std::string> names;
+        for (int number = 1; number <= count; ++number)
+            names.push_back("Company " + std::to_string(number));
+        return addAll(names);
     }
 
-    CompanyListModel companies_;
-    CompanyListOrder order_;
+    [[nodiscard]] QTableView& table() { return *window_->findChild<QTableView*>("companies"); }
+    [[nodiscard]] CompanyListModel& rows() {
+        return dynamic_cast<CompanyListModel&>(*table().model());
+    }
+    QStringList column(int column) {
+        QStringList texts;
+        for (int row = 0; row < rows().rowCount(); ++row)
+            texts.append(rows().index(row, column).data().toString());
+        return texts;
+    }
+    void search(const char* text) {
+        window_->findChild<QLineEdit*>("search")->setText(QString::fromUtf8(text));
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(&table(), &event);
+    }
+    [[nodiscard]] QString counted() {
+        QApplication::processEvents(); // counting waits for the first rows
+        for (const QLabel* label : window_->findChildren<QLabel*>())
+            if (label->text().contains("compan") && !label->text().contains("No company"))
+                return label->text();
+        return {};
+    }
+    [[nodiscard]] std::vector<std::string> chosenNames() {
+        std::vector<std::string> names;
+        for (const CompanySummary& company : window_->chosen())
+            names.push_back(company.name);
+        return names;
+    }
+
+    using Names = std::vector<std::string>;
+    QTemporaryDir folder_;
+    std::unique_ptr<CompanyStore> store_;
+    std::unique_ptr<CompanyListWindow> window_;
+    QList<qint64> opened_;
 };
 
-CompanyListing company(std::int64_t id, const char* name, double price = 0) {
-    CompanyListing listing;
-    listing.id = id;
-    listing.name = QString::fromUtf8(name);
-    listing.price = price;
-    return listing;
-}
-
 TEST_F(CompanyListTest, NamesAreSortedAsPeopleSortThem) {
-    companies_.setCompanies({company(1, "zeta"), company(2, "Österreich AG"), company(3, "Alpha"),
-                             company(4, "Part 10"), company(5, "alpha"), company(6, "Part 9")});
-    order_.sort(CompanyListModel::name);
+    addAll({"zeta", "Österreich AG", "Alpha", "Part 10", "alpha", "Part 9"});
+    window_->refresh();
     EXPECT_EQ(column(CompanyListModel::name),
               (QStringList{"Alpha", "alpha", QString::fromUtf8("Österreich AG"), "Part 9",
                            "Part 10", "zeta"}));
 }
 
-TEST_F(CompanyListTest, PricesAreSortedAsNumbersAndStandRight) {
-    companies_.setCompanies(
-        {company(1, "a", 100), company(2, "b", 9.5), company(3, "c"), company(4, "d", 1234.125)});
-    order_.sort(CompanyListModel::price, Qt::DescendingOrder);
+TEST_F(CompanyListTest, PricesAreSortedAsNumbersAndShownWithTheirCents) {
+    add("a", 9.5);
+    add("b", 1234.125);
+    add("c");
+    add("d", 100);
+    window_->refresh();
+    table().sortByColumn(CompanyListModel::price, Qt::DescendingOrder);
     EXPECT_EQ(column(CompanyListModel::price), (QStringList{"1,234.125", "100.00", "9.50", ""}));
     const QVariant alignment =
-        companies_.data(companies_.index(0, CompanyListModel::price), Qt::TextAlignmentRole);
+        rows().data(rows().index(0, CompanyListModel::price), Qt::TextAlignmentRole);
     EXPECT_TRUE(alignment.value<Qt::Alignment>() & Qt::AlignRight);
 }
 
 TEST_F(CompanyListTest, EveryWordOfASearchMustBeFoundSomewhere) {
-    auto apple = company(1, "Apple Inc.");
-    apple.symbol = "AAPL";
-    apple.industry = "Electronic Computers";
-    companies_.setCompanies({apple, company(2, "Applied Works")});
+    add("Apple Inc.", 0, "AAPL");
+    add("Applied Works");
+    window_->refresh();
     struct Case {
         const char* search;
         int found;
+        const char* counted;
     };
-    for (const Case& row : {Case{"", 2}, Case{"  ", 2}, Case{"APPL", 2}, Case{"aapl", 1},
-                            Case{"apple comp", 1}, Case{"comp  apple ", 1}, Case{"apple x", 0}}) {
-        order_.search(row.search);
-        EXPECT_EQ(order_.rowCount(), row.found) << row.search;
+    for (const Case& row :
+         {Case{"", 2, "2 companies"}, Case{"  ", 2, "2 companies"}, Case{"APPL", 2, "2 companies"},
+          Case{"aapl", 1, "1 of 2 companies"}, Case{"apple inc", 1, "1 of 2 companies"},
+          Case{"aap  apple ", 1, "1 of 2 companies"}, Case{"apple x", 0, "0 of 2 companies"}}) {
+        search(row.search);
+        EXPECT_EQ(rows().rowCount(), row.found) << row.search;
+        EXPECT_EQ(counted(), row.counted) << row.search;
     }
 }
 
 TEST_F(CompanyListTest, ACompanyWithoutANameCanBeSeen) {
-    companies_.setCompanies({company(1, "")});
+    add("");
+    window_->refresh();
     EXPECT_EQ(column(CompanyListModel::name), QStringList{"(no name)"});
+    EXPECT_EQ(counted(), "1 company");
+}
+
+TEST_F(CompanyListTest, ALongListHoldsOnePageAndCountsAll) {
+    addMany(1250);
+    window_->refresh();
+    EXPECT_EQ(rows().rowCount(), CompanyListModel::pageSize);
+    EXPECT_EQ(counted(), "1,250 companies");
+    EXPECT_EQ(column(CompanyListModel::name).last(), "Company 100");
+    search("company 12");
+    EXPECT_EQ(counted(), "83 of 1,250 companies");
+    EXPECT_EQ(column(CompanyListModel::name).mid(0, 3),
+              (QStringList{"Company 12", "Company 112", "Company 120"}));
+}
+
+TEST_F(CompanyListTest, ScrollingDownReadsOn) {
+    addMany(250);
+    window_->refresh();
+    window_->show();
+    QApplication::processEvents();
+    auto* bar = table().verticalScrollBar();
+    for (const int rowsThen : {200, 250}) {
+        bar->setValue(bar->maximum());
+        QApplication::processEvents();
+        EXPECT_EQ(rows().rowCount(), rowsThen);
+    }
+    EXPECT_FALSE(rows().canFetchMore({}));
+    EXPECT_EQ(column(CompanyListModel::name).last(), "Company 250");
+    table().sortByColumn(CompanyListModel::name, Qt::DescendingOrder);
+    EXPECT_EQ(column(CompanyListModel::name).first(), "Company 250");
+}
+
+TEST_F(CompanyListTest, EndAndSelectAllMeanTheWholeList) {
+    addMany(350);
+    window_->refresh();
+    press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(table().currentIndex().row(), 349);
+    search("company 3");
+    search("");
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(window_->chosen().size(), 350U);
+}
+
+TEST_F(CompanyListTest, WhatIsChosenStaysChosen) {
+    const auto ids = addMany(350);
+    window_->refresh();
+    window_->choose(ids[299]);
+    ASSERT_EQ(chosenNames(), Names{"Company 300"});
+    add("A new one");
+    window_->refresh();
+    EXPECT_EQ(column(CompanyListModel::name).first(), "A new one");
+    EXPECT_EQ(chosenNames(), Names{"Company 300"});
+    table().sortByColumn(CompanyListModel::name, Qt::DescendingOrder);
+    EXPECT_EQ(chosenNames(), Names{"Company 300"});
+    search("300");
+    EXPECT_EQ(chosenNames(), Names{"Company 300"});
+    table().sortByColumn(CompanyListModel::name, Qt::AscendingOrder);
+    search("");
+    EXPECT_EQ(chosenNames(), Names{"Company 300"});
+    press(Qt::Key_Return);
+    EXPECT_EQ(opened_, QList<qint64>{ids[299]});
+    // A search that it is no part of takes the first one found.
+    search("new");
+    EXPECT_EQ(chosenNames(), Names{"A new one"});
+}
+
+TEST_F(CompanyListTest, ACompanyOutsideTheSearchIsNotChosen) {
+    const auto ids = addMany(3);
+    window_->refresh();
+    search("company 2");
+    window_->choose(ids[0]);
+    EXPECT_EQ(chosenNames(), Names{"Company 2"});
+}
+
+TEST_F(CompanyListTest, ARefreshWithoutChangesLeavesTheRowsAlone) {
+    addMany(250);
+    window_->refresh();
+    int resets = 0;
+    QObject::connect(&rows(), &CompanyListModel::modelReset, [&] { ++resets; });
+    window_->refresh();
+    EXPECT_EQ(resets, 0);
+    EXPECT_TRUE(rows().canFetchMore({}));
+    add("A new one");
+    window_->refresh();
+    EXPECT_EQ(resets, 1);
+    EXPECT_EQ(counted(), "251 companies");
+}
+
+TEST_F(CompanyListTest, AListThatCanNotBeReadSaysSoAndStays) {
+    addMany(3);
+    window_->refresh();
+    ASSERT_TRUE(QFile::exists(folder_.filePath("companies.vkr")));
+    {
+        auto other = QSqlDatabase::addDatabase("QSQLITE", "other");
+        other.setDatabaseName(folder_.filePath("companies.vkr"));
+        ASSERT_TRUE(other.open());
+        QSqlQuery query(other);
+        ASSERT_TRUE(query.exec("ALTER TABLE listing RENAME TO elsewhere"));
+        window_->refresh();
+        EXPECT_FALSE(window_->statusBar()->currentMessage().isEmpty());
+        search("2");
+        EXPECT_EQ(rows().rowCount(), 3);
+        ASSERT_TRUE(query.exec("ALTER TABLE elsewhere RENAME TO listing"));
+        window_->refresh();
+        EXPECT_EQ(window_->statusBar()->currentMessage(), "");
+        EXPECT_EQ(rows().rowCount(), 1);
+    }
+    QSqlDatabase::removeDatabase("other");
 }
 
 TEST(TextsTest, PricesKeepTheirDigitsAndShowCents) {

@@ -180,6 +180,8 @@ TEST_F(CompanyStoreTest, BringsAnOldFileUpToDateAndKeepsACopy) {
     EXPECT_EQ(company.get_Settings()->get(setting::unit).toLong(), 6);
     EXPECT_EQ(company.get_Settings()->get(setting::taxRate), Variant(true));
     EXPECT_EQ(store->list().value().size(), 2U);
+    EXPECT_EQ(store->list({}, 0, 10).value(), store->list().value());
+    EXPECT_EQ(store->count({"sons"}).value(), 1);
     EXPECT_FALSE(store->exchanges().value().empty());
 
     const QString copy = QString::fromStdString(store->backupPath());
@@ -210,7 +212,7 @@ TEST_F(CompanyStoreTest, AFileBroughtUpToDateIsLikeAFreshOne) {
         return lines;
     };
     EXPECT_EQ(shape(old), shape(fresh));
-    EXPECT_EQ(fresh.column("PRAGMA user_version"), QStringList("2"));
+    EXPECT_EQ(fresh.column("PRAGMA user_version"), QStringList("3"));
     const QStringList columns = fresh.column("SELECT name FROM pragma_table_info('company')");
     for (const DatumRow& row : datumTable()) {
         const QString name =

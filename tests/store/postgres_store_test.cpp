@@ -32,6 +32,7 @@ class PostgreSQLStore : public testing::Test {
             ASSERT_DONE(store->save(std::nullopt, *named("Old & Sons")));
         }
         const OtherProgram old(place());
+        old.run("DROP TABLE listing");
         old.run("DROP TABLE list_entry");
         old.run("DROP TABLE change_log");
         old.run("ALTER TABLE company DROP COLUMN \"Notes\"");
@@ -146,6 +147,8 @@ TEST_F(PostgreSQLStore, BringsOldTablesUpToDateAndKeepsACopy) {
     const auto list = store->list();
     ASSERT_DONE(list);
     ASSERT_EQ(list.value().size(), 2U);
+    EXPECT_EQ(store->list({}, 0, 10).value().size(), 2U);
+    EXPECT_EQ(store->count({"sons"}).value(), 1);
     EXPECT_FALSE(store->exchanges().value().empty());
     const auto wanted = RandomCompany(1).record();
     wanted->put_Notes("");

@@ -194,6 +194,215 @@ TEST_P(StoreContract, ListsCompaniesByName) {
     EXPECT_EQ(beta.lastSaved.back(), 'Z');
 }
 
+class ListContract : public StoreContract {
+  protected:
+    void SetUp() override {
+        StoreContract::SetUp();
+        if (!IsSkipped())
+            store_ = open(place());
+    }
+
+    std::int64_t add(const std::string& name, const std::string& symbol = "", double price = 0,
+                     Date priceDate = {}) {
+        const auto record = named(name);
+        record->put_Symbol(symbol);
+        record->put_CurrentPrice(price);
+        record->put_PriceUpdatedDate(priceDate);
+        const auto key = store_->save(std::nullopt, *record);
+        EXPECT_DONE(key);
+        return key ? key.value().id : 0;
+    }
+    std::vector<std::string> names(const ListQuery& query, std::int64_t from = 0,
+                                   std::int64_t most = 100) {
+        const auto page = store_->list(query, from, most);
+        EXPECT_DONE(page);
+        std::vector<std::string> found;
+        if (page)
+            for (const CompanySummary& company : page.value())
+                found.push_back(company.name);
+        return found;
+    }
+    std::int64_t count(const std::string& search) {
+        const auto counted = store_->count({search});
+        EXPECT_DONE(counted);
+        return counted ? counted.value() : -1;
+    }
+
+    using Names = std::vector<std::string>;
+    StorePtr store_;
+};
+
+INSTANTIATE_TEST_SUITE_P(SQLite, ListContract, testing::Values(DatabaseKind::file));
+INSTANTIATE_TEST_SUITE_P(PostgreSQL, ListContract, testing::Values(DatabaseKind::server));
+
+TEST_P(ListContract, SortsNamesAsPeopleDo) {
+    for (const char* name : {"zeta", "Österreich AG", "Alpha", "Part 10", "alpha", "Part 9", "",
+                             "Orange", "Part 009 b", "Zürich", "\u65e5\u672c", "3M"})
+        add(name);
+    const Names sorted = {"",       "3M",         "Alpha",   "alpha", "Orange", "Österreich AG",
+                          "Part 9", "Part 009 b", "Part 10", "zeta",  "Zürich", "\u65e5\u672c"};
+    EXPECT_EQ(names({}), sorted);
+    ListQuery backwards;
+    backwards.isDescending = true;
+    EXPECT_EQ(names(backwards), Names(sorted.rbegin(), sorted.rend()));
+}
+
+TEST_P(ListContract, SortsByEachColumnThenByNameThenAsEntered) {
+    struct Row {
+        const char* name;
+        const char* symbol;
+        double price;
+        Date date;
+    };
+    for (const Row& row : {Row{"b", "Z", 100, day(2025, 1, 2)}, Row{"a", "Y", 9.5, Date{}},
+                           Row{"d", "y", 0, day(2025, 1, 2)}, Row{"c", "", 9.5, day(1850, 1, 1)},
+                           Row{"A", "Y", 9.5, Date{}}}) {
+        CompanyRecord record;
+        record.put_Name(row.name);
+        record.put_Symbol(row.symbol);
+        record.put_Exchange(std::string("E") + row.symbol);
+        record.put_Industry(std::string("I") + row.symbol);
+        record.put_CurrentPrice(row.price);
+        record.put_PriceUpdatedDate(row.date);
+        ASSERT_DONE(store_->save(std::nullopt, record));
+    }
+    OtherProgram(place()).run("UPDATE listing SET saved_at = '2026-01-0' || (6 - company_id)");
+    const Names bySymbol = {"c", "a", "A", "d", "b"};
+    struct Case {
+        ListColumn column;
+        Names sorted;
+    };
+    for (const Case& row :
+         {Case{ListColumn::symbol, bySymbol}, Case{ListColumn::exchange, bySymbol},
+          Case{ListColumn::industry, bySymbol}, Case{ListColumn::price, {"d", "a", "A", "c", "b"}},
+          Case{ListColumn::priceDate, {"a", "A", "c", "b", "d"}},
+          Case{ListColumn::lastSaved, {"A", "c", "d", "a", "b"}}}) {
+        SCOPED_TRACE(static_cast<int>(row.column));
+        EXPECT_EQ(names({"", row.column, false}), row.sorted);
+        EXPECT_EQ(names({"", row.column, true}), Names(row.sorted.rbegin(), row.sorted.rend()));
+    }
+}
+
+TEST_P(ListContract, EveryWordOfASearchIsFoundSomewhere) {
+    CompanyRecord apple;
+    apple.put_Name("Apple & \u00d6lm\u00fchle 100%_*x");
+    apple.put_Symbol("AAPL");
+    apple.put_Exchange("Xetra");
+    apple.put_Industry("Electronic Computers");
+    ASSERT_DONE(store_->save(std::nullopt, apple));
+    add("Applied Works");
+    struct Case {
+        const char* search;
+        int found;
+    };
+    for (const Case& row : {Case{"", 2},
+                            Case{"  ", 2},
+                            Case{"APPL", 2},
+                            Case{"aapl", 1},
+                            Case{"apple comp", 1},
+                            Case{"\tcomp  apple ", 1},
+                            Case{"apple x", 1},
+                            Case{"apple zz", 0},
+                            Case{"xetra", 1},
+                            Case{"\u00d6L", 1},
+                            Case{"o\u0308LM\u00dcHLE", 1},
+                            Case{"%", 1},
+                            Case{"_", 1},
+                            Case{"a%l", 0},
+                            Case{"a*l", 0},
+                            Case{"a?p", 0},
+                            Case{"[a]p", 0},
+                            Case{"*x", 1},
+                            Case{"'", 0},
+                            Case{"\uff21pple", 1},
+                            Case{"aaplx", 0},
+                            Case{"\ufeff", 0}}) {
+        EXPECT_EQ(count(row.search), row.found) << row.search;
+        EXPECT_EQ(names({row.search}).size(), static_cast<std::size_t>(row.found)) << row.search;
+    }
+}
+
+TEST_P(ListContract, PagesFollowOneAnother) {
+    for (int i = 25; i > 0; --i)
+        add("Company " + std::to_string(i), i % 2 == 0 ? "even" : "odd");
+    const ListQuery even{"even"};
+    EXPECT_EQ(names(even, 0, 5),
+              (Names{"Company 2", "Company 4", "Company 6", "Company 8", "Company 10"}));
+    EXPECT_EQ(names(even, 5, 5),
+              (Names{"Company 12", "Company 14", "Company 16", "Company 18", "Company 20"}));
+    EXPECT_EQ(names(even, 10, 5), (Names{"Company 22", "Company 24"}));
+    EXPECT_EQ(names(even, 12, 5), Names());
+    EXPECT_EQ(count("even"), 12);
+}
+
+TEST_P(ListContract, ACompanyHasItsPlaceInTheOrder) {
+    const auto c = add("c", "X", 5);
+    const auto a = add("a", "X", 7);
+    const auto b = add("b", "Y", 5);
+    const auto rank = [&](const ListQuery& query, std::int64_t id) {
+        return store_->rank(query, id).value();
+    };
+    EXPECT_EQ(rank({}, a), 1);
+    EXPECT_EQ(rank({}, c), 3);
+    EXPECT_EQ(rank({"", ListColumn::name, true}, c), 1);
+    EXPECT_EQ(rank({"", ListColumn::price}, b), 1);
+    EXPECT_EQ(rank({"", ListColumn::price}, c), 2);
+    EXPECT_EQ(rank({"", ListColumn::price, true}, c), 2);
+    EXPECT_EQ(rank({"x"}, c), 2);
+    EXPECT_EQ(rank({"x"}, b), 0);
+    EXPECT_EQ(rank({}, 99), 0);
+}
+
+TEST_P(ListContract, FollowsWhatIsSavedDuplicatedAndRemoved) {
+    const auto id = add("beta", "B");
+    add("gamma");
+    ASSERT_DONE(store_->save(id, *named("zeta"), 1));
+    EXPECT_EQ(names({}), (Names{"gamma", "zeta"}));
+    EXPECT_EQ(count("beta"), 0);
+    ASSERT_DONE(store_->duplicate(id));
+    EXPECT_EQ(names({"zeta"}), (Names{"zeta", "zeta (copy)"}));
+    ASSERT_DONE(store_->remove(id, 2));
+    EXPECT_EQ(names({}), (Names{"gamma", "zeta (copy)"}));
+    EXPECT_EQ(count(""), 2);
+    // A page tells the same of a company as the whole list.
+    const auto all = store_->list();
+    ASSERT_DONE(all);
+    EXPECT_EQ(store_->list({}, 0, 100).value(), all.value());
+}
+
+TEST_P(ListContract, OddTextsAreSortedAndFoundAsWell) {
+    const std::string longest(65536, 'n');
+    add(longest + "needle");
+    add("\ufeffmark");
+    add(std::string(99, 'm') + "\U0001f600");
+    add(std::string(80, '9'));
+    EXPECT_EQ(names({}).size(), 4U);
+    EXPECT_EQ(names({"needle"}), Names{longest + "needle"});
+    EXPECT_EQ(names({"\ufeffmark"}), Names{"\ufeffmark"});
+    EXPECT_EQ(names({longest}), Names{longest + "needle"});
+    if (!isOnServer()) {
+        add(std::string("nu\0ll", 5));
+        EXPECT_EQ(count("ll"), 1);
+    }
+}
+
+TEST_P(ListContract, NamesTheTextsThatCompaniesHave) {
+    for (const char* exchange : {"NYSE", "", "Xetra", "NYSE"}) {
+        CompanyRecord record;
+        record.put_Exchange(exchange);
+        record.put_Source("10-K");
+        ASSERT_DONE(store_->save(std::nullopt, record));
+    }
+    const auto used = [&](StoreList list) {
+        auto texts = store_->used(list).value();
+        std::ranges::sort(texts);
+        return texts;
+    };
+    EXPECT_EQ(used(StoreList::exchanges), (Names{"NYSE", "Xetra"}));
+    EXPECT_EQ(used(StoreList::sources), Names{"10-K"});
+    EXPECT_EQ(used(StoreList::industries), Names());
+}
+
 TEST_P(StoreContract, CountsTheSavesOfACompany) {
     const auto store = open(place());
     const auto record = named("X");
