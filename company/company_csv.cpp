@@ -204,7 +204,7 @@ std::optional<bool> flag(std::string_view text) {
     for (const char* yes : {"true", "yes", "1"})
         if (equalsIgnoringCase(text, yes))
             return true;
-    for (const char* no : {"false", "no", "0", ""})
+    for (const char* no : {"false", "no", "0"})
         if (equalsIgnoringCase(text, no))
             return false;
     return std::nullopt;

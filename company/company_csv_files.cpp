@@ -5,7 +5,6 @@
 #include <array>
 #include <cerrno>
 #include <fstream>
-#include <iterator>
 #include <set>
 #include <system_error>
 
@@ -36,8 +35,11 @@ std::optional<CsvText> readText(const fs::path& path, CsvImport& import) {
     CsvText text{textOf(path.filename()), ""};
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    text.text.assign(std::istreambuf_iterator<char>(file), {});
-    if (!file.is_open() || file.bad() || fs::is_directory(path, fault))
+    // By the stream, which keeps to itself what its buffer throws, as for a folder.
+    std::array<char, 1 << 14> block;
+    while (file.read(block.data(), block.size()) || file.gcount() > 0)
+        text.text.append(block.data(), static_cast<std::size_t>(file.gcount()));
+    if (!file.is_open() || file.bad())
         import.errors.push_back({text.file, 0, 0, "", "cannot be read: " + lastFault()});
     return text;
 }

@@ -4,11 +4,13 @@
 #include "company/exact_text.hpp"
 #include "tests/support/random_company.hpp"
 
+#include <cerrno>
 #include <csignal>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <sys/resource.h>
+#include <system_error>
 
 namespace vkr {
 namespace {
@@ -364,6 +366,26 @@ TEST(CompanyCsv, QuartersThatDriftThroughTheCalendarStayInOrder) {
         EXPECT_EQ(element(*import.company, Datum::QRevenueSeries, quarter), quarter + 1);
 }
 
+TEST(CompanyCsv, AQuarterIsThatOfTheNearestDate) {
+    // A day short of the middle between the quarters that end in September and in June.
+    const CsvImport import = importTexts("key,value\nlast_quarter_end,2024-12-31\n", "",
+                                         "quarter_end,eps\n2024-08-16,1\n");
+    ASSERT_NE(import.company, nullptr) << testing::PrintToString(told(import.errors));
+    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 1), 1);
+    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 2), 0);
+}
+
+TEST(CompanyCsv, FlagsAreReadInEitherSpelling) {
+    const std::pair<const char*, bool> rows[] = {{"true", true},   {"YES", true}, {"1", true},
+                                                 {"False", false}, {"no", false}, {"0", false}};
+    for (const auto& [text, value] : rows) {
+        const CsvImport import =
+            importTexts("key,value\nname,X\nshow_tax_rate," + std::string(text) + "\n");
+        ASSERT_NE(import.company, nullptr) << testing::PrintToString(told(import.errors));
+        EXPECT_EQ(import.company->get_Settings()->get(setting::taxRate), Variant(value)) << text;
+    }
+}
+
 TEST(CompanyCsv, TheCompanyFileMayStateTheLastPeriods) {
     const CsvImport import =
         importTexts("key,value\nlast_fiscal_year,2024\nlast_quarter_end,2024-09-30\n",
@@ -623,6 +645,23 @@ TEST_F(CompanyCsvFiles, GridFilesMayBeMissingButNotTheCompanyFile) {
     const CsvImport missing = importCompany(folder_, "Y");
     EXPECT_EQ(missing.company, nullptr);
     EXPECT_EQ(told(missing.errors), Lines{"Y-company.csv: there is no such file"});
+}
+
+TEST_F(CompanyCsvFiles, AFileThatCannotBeReadIsAnError) {
+    write(folder_ / "X-company.csv", "key,value\nname,X\n");
+    fs::create_directories(folder_ / "X-yearly.csv");
+    const CsvImport import = importCompany(folder_, "X");
+    EXPECT_EQ(import.company, nullptr);
+    EXPECT_EQ(told(import.errors),
+              Lines{"X-yearly.csv: cannot be read: " + std::generic_category().message(EISDIR)});
+}
+
+TEST_F(CompanyCsvFiles, AFileLongerThanOneReadArrivesWhole) {
+    const std::string notes(100'000, 'n');
+    write(folder_ / "X-company.csv", "key,value\nname,X\nnotes," + notes + "\n");
+    const CsvImport import = importCompany(folder_, "X");
+    ASSERT_NE(import.company, nullptr) << testing::PrintToString(told(import.errors));
+    EXPECT_EQ(import.company->get_Notes(), notes);
 }
 
 TEST_F(CompanyCsvFiles, AFolderIsImportedCompanyByCompany) {
