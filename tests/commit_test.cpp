@@ -288,5 +288,12 @@ TEST_F(Commit, TheTextStillBeingTypedCountsOnceTheFieldIsLeft) {
     EXPECT_TRUE(entry.get_blnDirty());
 }
 
+TEST_F(Commit, LeavingWhereTheFocusIsElsewhereStoresNothing) {
+    load();
+    entry.leaveField();
+    EXPECT_EQ(scene.desktop.focusedId(), "");
+    EXPECT_FALSE(entry.get_blnDirty());
+}
+
 } // namespace
 } // namespace vkr

@@ -259,6 +259,13 @@ TEST(CompanyRecord, IgnoresTheCallsAroundAShiftOfYears) {
     EXPECT_TRUE(company->EndYearShift(0).isEmpty());
     EXPECT_TRUE(company->get_SettingsApply().isEmpty());
     EXPECT_TRUE(company->get_ReportingPeriodEnd().isEmpty());
+    EXPECT_TRUE(company->get_YearShiftFirst().isEmpty());
+    EXPECT_TRUE(company->get_YearShiftLast().isEmpty());
+    EXPECT_TRUE(company->get_YearShiftCount().isEmpty());
+    EXPECT_TRUE(company->get_YearShiftPrices().isEmpty());
+    EXPECT_TRUE(company->get_YearShiftEarnings().isEmpty());
+    EXPECT_TRUE(company->get_YearShiftDividends().isEmpty());
+    EXPECT_TRUE(company->get_YearShiftShares().isEmpty());
     EXPECT_TRUE(sameAs(*company, *before));
 }
 

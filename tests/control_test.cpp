@@ -203,6 +203,8 @@ TEST_F(ControlTest, OfEqualEntriesTheOneAskedForIsChosen) {
     list.setList({"a", "same", "same", ""});
     list.setListIndex(2);
     EXPECT_EQ(list.listIndex(), 2);
+    list.addItem("last");
+    EXPECT_EQ(list.listIndex(), 2);
     list.setListIndex(-1);
     EXPECT_EQ(list.listIndex(), -1);
 }
@@ -252,6 +254,9 @@ TEST_F(ControlTest, TabsAreCountedFromOne) {
     strip.addTab({});
     strip.setTabCaption(2, "Yearly Data");
     EXPECT_EQ(strip.tab(2).caption, "Yearly Data");
+    takeChanges();
+    strip.setTabCaption(2, "Yearly Data");
+    EXPECT_EQ(takeChanges(), Changes{});
     EXPECT_THROW(static_cast<void>(strip.tab(0)), std::out_of_range);
     EXPECT_THROW(static_cast<void>(strip.tab(3)), std::out_of_range);
     EXPECT_THROW(strip.setTabCaption(0, ""), std::out_of_range);

@@ -625,6 +625,16 @@ TEST_F(FormTest, AMnemonicOfAFrameGoesToWhereTabStopsInIt) {
         EXPECT_EQ(event.find("click"), std::string::npos) << event;
 }
 
+TEST_F(FormTest, AMnemonicOfAFrameLooksIntoTheFramesInsideIt) {
+    auto& frame = form.add<Frame>("fraDE", 5);
+    frame.setCaption("&Unit");
+    auto& inner = form.add<Frame>("fraInner", Control::noIndex, &frame);
+    box("txtName");
+    form.add<TextBox>("txtSales", Control::noIndex, &inner);
+    EXPECT_TRUE(form.mnemonic('U'));
+    EXPECT_EQ(active(), "txtSales");
+}
+
 TEST_F(FormTest, ATabWinsOverAButtonWithTheSameLetter) {
     button("cmdOther", "&Other");
     auto& strip = form.add<TabStrip>("tbsDataEntry");

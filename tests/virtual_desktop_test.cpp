@@ -587,6 +587,15 @@ TEST_F(VirtualDesktopTest, ADoubleClickIsAClickAndADoubleClickOrTwoPresses) {
     EXPECT_TRUE(lock.value());
 }
 
+TEST_F(VirtualDesktopTest, ADoubleClickEndsWhereItsFirstClickHidTheControl) {
+    heard.click = [](Control& control) { control.setVisible(false); };
+    desktop.doubleClick("txtName");
+    desktop.doubleClick("cmdOK");
+    EXPECT_EQ(takeEvents(),
+              (Events{"got txtName", "mouse 1 txtName", "click txtName", "ended txtName",
+                      "mouse 1 cmdOK", "lost txtName", "got cmdOK", "click cmdOK", "ended cmdOK"}));
+}
+
 TEST_F(VirtualDesktopTest, AClickIntoTheFocusedFieldPlacesTheCaret) {
     name.setText("abcdef");
     heard.gotFocus = [&](Control& control) {
@@ -708,6 +717,9 @@ TEST_F(VirtualDesktopTest, TabsAreClicked) {
                                     "tab 2 tbsDataEntry", "ended tbsDataEntry"}));
     for (const int outside : {0, 3, -1})
         EXPECT_THROW(desktop.clickTab(outside), std::logic_error);
+    desktop.press("cmdOK");
+    EXPECT_THROW(desktop.clickTab(1), std::logic_error);
+    EXPECT_EQ(strip.selected(), 2);
 }
 
 TEST_F(VirtualDesktopTest, ListEntriesArePicked) {
