@@ -77,6 +77,22 @@ TEST(Calendar, OkWithoutAValidDateStaysOpen) {
     }
 }
 
+TEST(Calendar, EveryDayFromTheFirstToTheLastCanBeTaken) {
+    const frmCalendar asked("Pick");
+    const auto taken = [](Date day) {
+        frmCalendar calendar("Pick");
+        calendar.setCalendarDate(day);
+        calendar.pressOk();
+        return calendar.Tag() == "True" && calendar.get_SelectedDate() == day;
+    };
+    EXPECT_EQ(asked.firstDate(), *makeDate(1900, 1, 2));
+    EXPECT_EQ(asked.lastDate(), *makeDate(2999, 11, 30));
+    EXPECT_TRUE(taken(asked.firstDate()));
+    EXPECT_TRUE(taken(asked.lastDate()));
+    EXPECT_FALSE(taken(addDays(asked.firstDate(), -1)));
+    EXPECT_FALSE(taken(addDays(asked.lastDate(), 1)));
+}
+
 TEST(Calendar, CancelTakesNoDateAndTakesBackAnEarlierOk) {
     const Date start = *makeDate(2026, 1, 1);
     VirtualDesktop desktop;
