@@ -114,6 +114,8 @@ void ControlView::showColors() {
 }
 
 void ControlView::showNames() {
+    if (!view_.hasBeenShown())
+        return; // the first record changes most of them once more
     const Control& shown = *control_;
     const bool isField =
         shown.kind() == ControlKind::textBox || shown.kind() == ControlKind::comboBox;

@@ -12,6 +12,7 @@
 #include <QWheelEvent>
 
 #include <cmath>
+#include <utility>
 
 namespace vkr {
 
@@ -579,6 +580,11 @@ bool FormView::event(QEvent* event) {
         return true;
     case QEvent::ContextMenu:
         return true;
+    case QEvent::Show:
+        if (!std::exchange(shown_, true))
+            for (const auto& [control, view] : views_)
+                view->show(Property::toolTip);
+        return QWidget::event(event);
     case QEvent::ScreenChangeInternal:
         if (!ownScale_ && scale_.dotsPerInch() != logicalDpiX()) {
             scale_ = PixelScale(logicalDpiX());

@@ -78,6 +78,8 @@ class FormView : public QWidget, private FormObserver {
     void showChoices();
 
     static void paintMark(QWidget& widget);
+    // Names and tool tips are there from the first show on.
+    [[nodiscard]] bool hasBeenShown() const { return shown_; }
 
   protected:
     bool event(QEvent* event) override;
@@ -108,6 +110,7 @@ class FormView : public QWidget, private FormObserver {
     Form* form_;
     PixelScale scale_;
     bool ownScale_ = false;
+    bool shown_ = false;
     std::array<double, 128> characterWidths_{};
     std::map<std::pair<QRgb, QRgb>, QPalette> fieldPalettes_;
     std::unordered_map<const Control*, ControlView*> views_;

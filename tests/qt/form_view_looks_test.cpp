@@ -124,7 +124,10 @@ TEST_F(FormViewLooks, ScreenReadersHearNamesAndStates) {
 
 TEST_F(FormViewLooks, TipsAreNeverMarkup) {
     name->setToolTip("<b>bold</b>");
+    open();
     EXPECT_TRUE(native(*name)->toolTip().contains("&lt;b&gt;"));
+    name->setToolTip("<i>slanted</i>");
+    EXPECT_TRUE(native(*name)->toolTip().contains("&lt;i&gt;"));
 }
 
 TEST_F(FormViewLooks, MnemonicsAreNoShortcutsOfTheWidget) {
