@@ -23,7 +23,7 @@ QString searchable(const QString& text) {
     return text.normalized(QString::NormalizationForm_KC).toCaseFolded().replace(QChar::Null, ' ');
 }
 
-// Bytes of it are compared: without case and accents, and "Part 9" before "Part 10".
+// Bytes of it are compared: without case and accents, and "Plant 9" before "Plant 10".
 QString sortKey(const std::string& text) {
     constexpr qsizetype most = 100; // an index takes no longer ones
     constexpr qsizetype widestNumber = 12;

@@ -106,11 +106,11 @@ class CompanyListTest : public testing::Test {
 };
 
 TEST_F(CompanyListTest, NamesAreSortedAsPeopleSortThem) {
-    addAll({"zeta", "Österreich AG", "Alpha", "Part 10", "alpha", "Part 9"});
+    addAll({"zeta", "Österreich AG", "Alpha", "Plant 10", "alpha", "Plant 9"});
     window_->refresh();
     EXPECT_EQ(column(CompanyListModel::name),
-              (QStringList{"Alpha", "alpha", QString::fromUtf8("Österreich AG"), "Part 9",
-                           "Part 10", "zeta"}));
+              (QStringList{"Alpha", "alpha", QString::fromUtf8("Österreich AG"), "Plant 9",
+                           "Plant 10", "zeta"}));
 }
 
 TEST_F(CompanyListTest, PricesAreSortedAsNumbersAndShownWithTheirCents) {

@@ -236,11 +236,11 @@ INSTANTIATE_TEST_SUITE_P(SQLite, ListContract, testing::Values(DatabaseKind::fil
 INSTANTIATE_TEST_SUITE_P(PostgreSQL, ListContract, testing::Values(DatabaseKind::server));
 
 TEST_P(ListContract, SortsNamesAsPeopleDo) {
-    for (const char* name : {"zeta", "Österreich AG", "Alpha", "Part 10", "alpha", "Part 9", "",
-                             "Orange", "Part 009 b", "Zürich", "\u65e5\u672c", "3M"})
+    for (const char* name : {"zeta", "Österreich AG", "Alpha", "Plant 10", "alpha", "Plant 9", "",
+                             "Orange", "Plant 009 b", "Zürich", "\u65e5\u672c", "3M"})
         add(name);
-    const Names sorted = {"",       "3M",         "Alpha",   "alpha", "Orange", "Österreich AG",
-                          "Part 9", "Part 009 b", "Part 10", "zeta",  "Zürich", "\u65e5\u672c"};
+    const Names sorted = {"",        "3M",          "Alpha",    "alpha", "Orange", "Österreich AG",
+                          "Plant 9", "Plant 009 b", "Plant 10", "zeta",  "Zürich", "\u65e5\u672c"};
     EXPECT_EQ(names({}), sorted);
     ListQuery backwards;
     backwards.isDescending = true;
