@@ -125,6 +125,11 @@ Assistant::Assistant(Source record, QWidget* parent)
     });
 }
 
+// The focus goes elsewhere while its widgets are taken down.
+Assistant::~Assistant() {
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void Assistant::tell(int object, const QString& shown, std::optional<int> element,
                      const QString& dateFormat) {
     const AssistantTopic* topic = assistantTopic(object);

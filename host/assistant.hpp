@@ -28,6 +28,7 @@ class Assistant : public QDialog {
     using Source = std::function<std::shared_ptr<const CompanyRecord>()>;
 
     explicit Assistant(Source record, QWidget* parent = nullptr);
+    ~Assistant() override;
 
     // Comes to the front with an object; a number that no object has is ignored. `shown` is the
     // text on screen, `element` the period that is asked about, if any.

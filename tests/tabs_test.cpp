@@ -202,12 +202,17 @@ TEST_F(Tabs, AFieldThatTheHostHidesLosesTheFocusToOneOnShow) {
     entry.put_ShowVLs(true);
     entry.put_ShowReportingPeriod(true);
     desktop.clickTab(toOther);
-    for (const auto& [id, hide] :
-         {std::pair("txtVLSafety", &VKRDataEntry::put_ShowVLs),
-          std::pair("cmbReportingPeriod", &VKRDataEntry::put_ShowReportingPeriod)}) {
-        desktop.click(id);
-        ASSERT_EQ(desktop.focusedId(), id);
-        (entry.*hide)(false);
+    struct Hidden {
+        const char* id;
+        void (*hide)(VKRDataEntry& entry);
+    };
+    for (const auto& row :
+         {Hidden{"txtVLSafety", [](VKRDataEntry& shown) { shown.put_ShowVLs(false); }},
+          Hidden{"cmbReportingPeriod",
+                 [](VKRDataEntry& shown) { shown.put_ShowReportingPeriod(false); }}}) {
+        desktop.click(row.id);
+        ASSERT_EQ(desktop.focusedId(), row.id);
+        row.hide(entry);
         EXPECT_TRUE(desktop.control(desktop.focusedId()).canTakeFocus()) << desktop.focusedId();
     }
 }
