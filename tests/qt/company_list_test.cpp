@@ -55,7 +55,8 @@ class CompanyListTest : public testing::Test {
             requests.push_back({std::nullopt, record, 0});
         }
         std::vector<std::int64_t> ids;
-        for (const CompanyKey& key : store_->saveAll(requests).value())
+        const auto saved = store_->saveAll(requests);
+        for (const CompanyKey& key : saved.value())
             ids.push_back(key.id);
         return ids;
     }
