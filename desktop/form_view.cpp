@@ -22,7 +22,11 @@ FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) 
     scale_ = PixelScale(logicalDpiX());
     showScale();
     for (const auto& control : form.controls())
-        FormView::controlAdded(*control);
+        if (control->kind() != ControlKind::menuItem)
+            addView(*control);
+    for (const auto& control : form.controls()) // labels stand in front of the fields they name
+        if (control->kind() == ControlKind::label)
+            FormView::controlChanged(*control, Property::look);
     FormView::formChanged();
     form.setObserver(this);
     form.tabbedOut = [this](FocusDirection direction) { return tabOut(direction); };
@@ -69,15 +73,20 @@ ControlView& FormView::addView(Control& control) {
     auto* view = makeView(*this, control, *parent);
     views_.emplace(&control, view);
     view->showAll();
-    for (const auto& label : form_->controls()) // made before the field that it names
-        if (label->kind() == ControlKind::label && static_cast<Label&>(*label).buddy() == &control)
-            controlChanged(*label, Property::look);
     return *view;
 }
 
 void FormView::controlAdded(Control& control) {
-    if (control.kind() != ControlKind::menuItem)
-        addView(control);
+    if (control.kind() == ControlKind::menuItem)
+        return;
+    addView(control);
+    tellLabelsOf(control);
+}
+
+void FormView::tellLabelsOf(const Control& named) {
+    for (const auto& label : form_->controls())
+        if (label->kind() == ControlKind::label && static_cast<Label&>(*label).buddy() == &named)
+            controlChanged(*label, Property::look);
 }
 
 void FormView::controlRemoved(Control& control) {
@@ -92,7 +101,7 @@ void FormView::controlRemoved(Control& control) {
 // The kind of native widget depends on this property.
 void FormView::replaceView(Control& control) {
     controlRemoved(control);
-    addView(control);
+    controlAdded(control);
     if (form_->hasFocus() && form_->activeControl() == &control)
         focusChanged();
 }

@@ -97,6 +97,7 @@ class FormView : public QWidget, private FormObserver {
     [[nodiscard]] ControlView* activeView() const;
     ControlView& addView(Control& control);
     void replaceView(Control& control);
+    void tellLabelsOf(const Control& named); // its view is another one
     void showScale();
     void catchUp();
     void feedKey(QKeyEvent& event);
