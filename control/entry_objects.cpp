@@ -53,7 +53,7 @@ constexpr Extras extras[] = {
     {doDateOfSource, doDateOfSource, meAssistant},
 };
 
-// Controls that neither the fields' table nor the grids know.
+// Controls that neither the fields' table nor the grids know, nor a label names.
 struct ControlObject {
     std::string_view name;
     int index; // noIndex: every element
@@ -64,12 +64,10 @@ constexpr int all = Control::noIndex;
 constexpr ControlObject controlObjects[] = {
     {"txtLastFY", all, doLastFY},
     {"txtDateofLastFY", all, doLastFYDate},
-    {"lblLabel", 31, doLastFYDate}, // beside the quarters
     {"lblDatOfLastFY", all, doLastFYDate},
     {"txtLastQDate", all, doLastQDate},
     {"spnQuarter", all, doLastQDate},
     {"lblLabel", 6, doUpdatedBy},
-    {"lblLabel", 25, doYHigh}, // over high and low
     {"cmbReportingPeriod", all, doReportingPeriod},
     {"lblYear", all, doYearLabel},
     {"lblQLabel", all, doQuarterLabel},
@@ -89,9 +87,6 @@ constexpr ControlObject controlObjects[] = {
     {"txtCurSymbol", all, doTabOptions},
     {"cmdColor", all, doTabOptions},
     {"lblSample", all, doTabOptions},
-    {"lblLabel", 60, doTabOptions}, // beside the colours
-    {"lblLabel", 61, doTabOptions},
-    {"lblLabel", 62, doTabOptions},
     {"fraDE", 9, doTabOptions},
     {"fraDE", frame::yearlyView, doTabYearly},
     {"fraDE", frame::yearlyPanel, doTabYearly},
@@ -128,32 +123,29 @@ unsigned menuExtrasOf(DataEntryObject object) {
 EntryObjects::EntryObjects(const Form& form, const CompanyFields& fields, const SeriesGrid& yearly,
                            const SeriesGrid& quarterly)
     : fields_(fields), yearly_(yearly), quarterly_(quarterly) {
+    // A currency mark stands in front of its field.
     const auto layout = formLayout();
-    for (std::size_t i = 0; i < layout.size(); ++i) {
-        const auto& row = layout[i];
-        auto* field = dynamic_cast<TextField*>(form.find(row.name, row.index));
-        if (field != nullptr && !row.labelledBy.empty())
-            named_.emplace(&labelNamed(form, row.labelledBy), field);
-        // A currency mark stands in front of its field.
-        if (row.name.ends_with("Currency") && i + 1 < layout.size())
+    for (std::size_t i = 0; i + 1 < layout.size(); ++i)
+        if (layout[i].name.ends_with("Currency"))
             if (auto* marked =
                     dynamic_cast<TextField*>(form.find(layout[i + 1].name, layout[i + 1].index)))
-                named_.emplace(form.find(row.name, row.index), marked);
-    }
-    named_.emplace(form.find("spnQuarter"), &form.get<TextField>("txtLastQDate"));
+                besideField_.emplace(form.find(layout[i].name, layout[i].index), marked);
+    besideField_.emplace(form.find("spnQuarter"), &form.get<TextField>("txtLastQDate"));
     // The quarters have the date of the last fiscal year beside them.
     auto* fiscalYearDate = &form.get<TextField>("txtDateofLastFY");
-    named_.emplace(form.find("lblLabel", 31), fiscalYearDate);
-    named_.emplace(form.find("lblDatOfLastFY"), fiscalYearDate);
-    for (const auto& head : columnHeads())
-        heads_.emplace(form.find(head.head, head.headIndex), form.find(head.cells, 0));
+    besideField_.emplace(form.find("lblLabel", 31), fiscalYearDate);
+    besideField_.emplace(form.find("lblDatOfLastFY"), fiscalYearDate);
 }
 
 TextField* EntryObjects::fieldOf(const Control& control) const {
     if (auto* field = dynamic_cast<const TextField*>(&control))
         return const_cast<TextField*>(field);
-    const auto found = named_.find(&control);
-    return found == named_.end() ? nullptr : found->second;
+    if (const auto found = besideField_.find(&control); found != besideField_.end())
+        return found->second;
+    const auto* label = dynamic_cast<const Label*>(&control);
+    auto* named = label == nullptr ? nullptr : dynamic_cast<TextField*>(label->buddy());
+    // The head of a column names no single cell.
+    return named == nullptr || yearly_.find(*named) || quarterly_.find(*named) ? nullptr : named;
 }
 
 std::optional<DataEntryObject> EntryObjects::ofField(const Control& field) const {
@@ -173,10 +165,11 @@ std::optional<DataEntryObject> EntryObjects::of(const Control& control, int tab)
     for (const auto& row : controlObjects)
         if (row.name == control.name() && (row.index == all || row.index == control.index()))
             return row.object;
-    if (const auto head = heads_.find(&control); head != heads_.end())
-        return ofField(*head->second);
-    if (const auto named = named_.find(&control); named != named_.end())
-        return of(*named->second);
+    if (const auto found = besideField_.find(&control); found != besideField_.end())
+        return of(*found->second);
+    if (const auto* label = dynamic_cast<const Label*>(&control);
+        label != nullptr && label->buddy() != nullptr)
+        return of(*label->buddy());
     return ofField(control);
 }
 

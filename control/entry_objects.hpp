@@ -33,8 +33,7 @@ class EntryObjects {
     const CompanyFields& fields_;
     const SeriesGrid& yearly_;
     const SeriesGrid& quarterly_;
-    std::unordered_map<const Control*, TextField*> named_;
-    std::unordered_map<const Control*, const Control*> heads_; // a column's head and first cell
+    std::unordered_map<const Control*, TextField*> besideField_; // what is no label of a field
 };
 
 } // namespace vkr

@@ -3,8 +3,6 @@
 
 #include "control/form_layout.hpp"
 #include "input/frmCalendar.hpp"
-#include "input/number_text.hpp"
-#include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
@@ -25,8 +23,7 @@ void RightClickMenu::MouseDown(MouseButton button, Control& control, int tab) {
     if (control.isFocusable() && objects_.of(control, tab))
         control.setFocus();
     // A field that did not get the focus is not the one to act on.
-    if (control.isFocusable() && dynamic_cast<TextField*>(&control) != nullptr &&
-        session_.form.activeControl() != &control)
+    if (dynamic_cast<TextField*>(&control) != nullptr && session_.form.activeControl() != &control)
         return;
     open(control, tab, control.formLeft(), control.formTop());
 }
@@ -122,64 +119,56 @@ void RightClickMenu::paste(TextField& field) {
     edit(field, result, start + textLength(fitting));
 }
 
+void RightClickMenu::copy(const TextField& field) {
+    session_.services.clearClipboard();
+    session_.services.setClipboardText(field.text());
+}
+
+void RightClickMenu::takeLastQuarterDate() {
+    const Date date{leadingNumber(session_.form.get<Label>("lblQLabel", 0).tag())};
+    if (Session::isValidDate(date))
+        putDate(session_.textBox("txtDateofLastFY"), date);
+}
+
 void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
-    const auto toClipboard = [this](const TextField& copied) {
-        session_.services.clearClipboard();
-        session_.services.setClipboardText(copied.text());
+    enum class Needs { nothing, anyField, unlockedField };
+    using enum Needs;
+    struct Command {
+        MenuCommand number;
+        Needs needs;
+        void (*carryOut)(RightClickMenu& menu, TextField* target);
     };
-    switch (intCommand) {
-    case mcAddYear:
-        addYear();
-        return;
-    case mcRemoveYear:
-        removeYear();
-        return;
-    case mcAssistant:
-        askAssistant();
-        return;
-    default:
-        break;
-    }
-    if (field == nullptr)
-        return;
-    // What is left without changing the field goes under the lock, too.
-    if (intCommand == mcCopy) {
-        toClipboard(*field);
-        return;
-    }
-    if (intCommand == mcSelectAll) {
-        field->select(0, textLength(field->text()));
-        return;
-    }
-    if (field->locked())
-        return;
-    switch (intCommand) {
-    case mcUndo:
-        session_.services.undo(*field);
-        break;
-    case mcCut:
-        toClipboard(*field);
-        edit(*field, "", 0);
-        break;
-    case mcPaste:
-        paste(*field);
-        break;
-    case mcClear:
-        edit(*field, "", 0);
-        break;
-    case mcLastQuarterDate: {
-        const Date date{leadingNumber(session_.form.get<Label>("lblQLabel", 0).tag())};
-        if (Session::isValidDate(date))
-            putDate(session_.textBox("txtDateofLastFY"), date);
-        break;
-    }
-    case mcPickDate:
-        if (auto* box = dynamic_cast<TextBox*>(field))
-            ShowDatePicker(*box, false);
-        break;
-    default:
-        break;
-    }
+    static constexpr Command commands[] = {
+        {mcUndo, unlockedField,
+         [](RightClickMenu& menu, TextField* target) { menu.session_.services.undo(*target); }},
+        {mcCut, unlockedField,
+         [](RightClickMenu& menu, TextField* target) {
+             menu.copy(*target);
+             menu.edit(*target, "", 0);
+         }},
+        {mcCopy, anyField, [](RightClickMenu& menu, TextField* target) { menu.copy(*target); }},
+        {mcPaste, unlockedField,
+         [](RightClickMenu& menu, TextField* target) { menu.paste(*target); }},
+        {mcClear, unlockedField,
+         [](RightClickMenu& menu, TextField* target) { menu.edit(*target, "", 0); }},
+        {mcSelectAll, anyField,
+         [](RightClickMenu&, TextField* target) { target->select(0, textLength(target->text())); }},
+        {mcAddYear, nothing, [](RightClickMenu& menu, TextField*) { menu.addYear(); }},
+        {mcRemoveYear, nothing, [](RightClickMenu& menu, TextField*) { menu.removeYear(); }},
+        {mcLastQuarterDate, unlockedField,
+         [](RightClickMenu& menu, TextField*) { menu.takeLastQuarterDate(); }},
+        {mcAssistant, nothing, [](RightClickMenu& menu, TextField*) { menu.askAssistant(); }},
+        {mcPickDate, unlockedField,
+         [](RightClickMenu& menu, TextField* target) {
+             if (auto* box = dynamic_cast<TextBox*>(target))
+                 menu.ShowDatePicker(*box, false);
+         }},
+    };
+    for (const auto& command : commands)
+        if (command.number == intCommand &&
+            (command.needs == nothing ||
+             (field != nullptr && !(command.needs == unlockedField && field->locked()))))
+            command.carryOut(*this, field);
 }
 
 void RightClickMenu::askAssistant() {

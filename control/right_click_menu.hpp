@@ -43,7 +43,9 @@ class RightClickMenu {
     void open(Control& control, int tab, Twips left, Twips top);
     Control& PrepareHelpText();
     void edit(TextField& field, std::string_view text, int caret);
+    void copy(const TextField& field); // all of it
     void paste(TextField& field);
+    void takeLastQuarterDate();
     void putDate(TextField& field, Date date);
     void askAssistant();
 
