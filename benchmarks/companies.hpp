@@ -34,7 +34,7 @@ inline std::shared_ptr<CompanyRecord> company(double seed) {
     return record;
 }
 
-struct Companies {
+struct CompanyPair {
     std::shared_ptr<CompanyRecord> first = company(100);
     std::shared_ptr<CompanyRecord> second = company(217);
 };

@@ -14,7 +14,7 @@ using namespace vkr;
 struct Scene {
     VirtualDesktop desktop;
     std::unique_ptr<VKRDataEntry> entry;
-    Companies companies;
+    CompanyPair companies;
 
     Scene() {
         registerLocalizers(desktop.factory());

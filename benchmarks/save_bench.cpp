@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A save through the store against the same rows written by the raw SQLite API.
+#include "benchmarks/companies.hpp"
 #include "company/company_record.hpp"
 #include "company/company_store.hpp"
 
@@ -15,28 +16,6 @@
 namespace {
 
 using namespace vkr;
-
-// Every datum has something in it, and no figure is the same for two seeds.
-std::shared_ptr<CompanyRecord> company(double seed) {
-    auto record = std::make_shared<CompanyRecord>();
-    for (const auto& row : datumTable()) {
-        seed += 1.37;
-        if (std::holds_alternative<TextAccess>(row.access)) {
-            writeDatum(*record, row.datum, std::string(row.name) + " " + std::to_string(seed));
-        } else if (std::holds_alternative<NumberAccess>(row.access)) {
-            writeDatum(*record, row.datum, seed);
-        } else if (std::holds_alternative<DateAccess>(row.access)) {
-            writeDatum(*record, row.datum,
-                       makeDate(2000 + static_cast<int>(seed) % 20, 1, 2).value());
-        } else if (isSeries(row)) {
-            Variant series = readDatum(*record, row.datum);
-            for (int i = series.array().lower(); i <= series.array().upper(); ++i)
-                series.array().setNumber(i, seed + 10.13 * i);
-            writeDatum(*record, row.datum, series);
-        }
-    }
-    return record;
-}
 
 void check(bool isDone) {
     if (!isDone)

@@ -26,7 +26,7 @@ class BareForm : public QWidget {
   public:
     BareForm() {
         VKRDataEntryWidget model;
-        const Companies companies;
+        const CompanyPair companies;
         model.setCompany(companies.first);
         const auto before = texts(model);
         model.setCompany(companies.second);
@@ -89,7 +89,7 @@ class BareForm : public QWidget {
 void loadWidget(benchmark::State& state) {
     VKRDataEntryWidget widget;
     widget.show();
-    const Companies companies;
+    const CompanyPair companies;
     bool second = false;
     for (auto _ : state) {
         widget.setCompany(second ? companies.second : companies.first);
