@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "control/entry_objects.hpp"
-#include "control/form_layout.hpp"
 #include "input/mdlMenu.hpp"
-#include "quarterly/quarterly_grid.hpp"
+#include "tests/support/component_parts.hpp"
 #include "tests/support/entry_object_rows.hpp"
-#include "yearly/yearly_grid.hpp"
 
 #include <gtest/gtest.h>
 #include <set>
@@ -15,20 +12,8 @@ namespace {
 using test::Choice;
 using test::entryObjectRows;
 
-// The parts of the component that know which control stands for what.
-class Objects : public testing::Test {
+class Objects : public testing::Test, protected test::ComponentParts {
   protected:
-    Form form;
-    VirtualDesktop desktop;
-    struct Built {
-        explicit Built(Form& form) { buildForm(form); }
-    } built{form};
-    Session session{form, desktop};
-    CompanyFields fields{session};
-    YearlyGrid yearly{session};
-    QuarterlyGrid quarterly{session};
-    EntryObjects objects{form, fields, yearly, quarterly};
-
     [[nodiscard]] const Control& control(std::string_view id) const {
         for (const auto& found : form.controls())
             if (found->id() == id)

@@ -2,6 +2,7 @@
 #include "control/form_layout.hpp"
 #include "control/help_frame.hpp"
 #include "platform/text.hpp"
+#include "tests/support/component_parts.hpp"
 #include "tests/support/entry_object_rows.hpp"
 
 #include <algorithm>
@@ -381,7 +382,7 @@ TEST(HelpFrame, IsHiddenAtTheStart) {
 // --- size ----------------------------------------------------------------------------------------
 
 // The frame alone, with texts of a test's own.
-class HelpFrameSize : public testing::Test {
+class HelpFrameSize : public testing::Test, protected test::ComponentParts {
   protected:
     HelpFrameSize() { desktop.attach(form); }
 
@@ -394,12 +395,6 @@ class HelpFrameSize : public testing::Test {
     }
     Frame& frame() { return form.get<Frame>("fraDE", frame::help); }
 
-    VirtualDesktop desktop;
-    Form form;
-    struct Built {
-        explicit Built(Form& form) { buildForm(form); }
-    } built{form};
-    Session session{form, desktop};
     HelpFrame help{session};
 };
 

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "control/form_layout.hpp"
 #include "control/right_click_menu.hpp"
 #include "platform/text.hpp"
-#include "quarterly/quarterly_grid.hpp"
+#include "tests/support/component_parts.hpp"
 #include "tests/support/entry_object_rows.hpp"
-#include "yearly/yearly_grid.hpp"
 
 #include <gtest/gtest.h>
 
@@ -940,7 +938,7 @@ TEST(DatePicking, ALabelOfAnotherPageStoresAtOnce) {
 
 // --- the command routine alone -------------------------------------------------------------------
 
-class Commands : public testing::Test {
+class Commands : public testing::Test, protected ComponentParts {
   protected:
     Commands() {
         form.setHandler(&handler);
@@ -955,16 +953,6 @@ class Commands : public testing::Test {
 
     struct Handler : FormHandler {
     } handler;
-    VirtualDesktop desktop;
-    Form form;
-    struct Built {
-        explicit Built(Form& form) { buildForm(form); }
-    } built{form};
-    Session session{form, desktop};
-    CompanyFields fields{session};
-    YearlyGrid yearly{session};
-    QuarterlyGrid quarterly{session};
-    EntryObjects objects{form, fields, yearly, quarterly};
     HelpFrame help{session};
     RightClickMenu menu{session, objects, help};
     Names asked;

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "control/entry_objects.hpp"
+#include "control/form_layout.hpp"
+#include "platform/virtual_desktop.hpp"
+#include "quarterly/quarterly_grid.hpp"
+#include "yearly/yearly_grid.hpp"
+
+namespace vkr::test {
+
+// The parts of the component by themselves: nobody hears of what is done to the form.
+struct ComponentParts {
+    VirtualDesktop desktop = VirtualDesktop();
+    Form form;
+    struct Built {
+        explicit Built(Form& form) { buildForm(form); }
+    } built{form};
+    Session session{form, desktop};
+    CompanyFields fields{session};
+    YearlyGrid yearly{session};
+    QuarterlyGrid quarterly{session};
+    EntryObjects objects{form, fields, yearly, quarterly};
+};
+
+} // namespace vkr::test
