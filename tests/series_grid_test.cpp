@@ -293,6 +293,32 @@ TEST(GridCells, AQuarterWithoutADateKeepsItsTextMarked) {
     EXPECT_EQ(elementOf(*company, "YEPSSeries", 10), 1.25);
 }
 
+TEST(GridCells, AFigureTypedBackToWhatIsStoredIsNotMarked) {
+    for (const bool fractions : {false, true}) {
+        EntryScene scene;
+        const auto company = std::make_shared<ScriptedRecord>(gridCompany(6));
+        Variant revenue = readSeries(*company, Datum::QRevenueSeries);
+        revenue.array().setNumber(0, 12.3456);
+        writeSeries(*company, Datum::QRevenueSeries, revenue);
+        company->failing = {"read LastQDate", "read LastQDateForGrid"};
+        scene.load(company);
+        scene.entry->put_FractionDisplay(fractions);
+        ASSERT_EQ(scene.text("txtLastQDate"), "");
+        const auto before = company->company->clone();
+        for (const char* cell : {"txtRevenue(0)", "txtRevenue(1)"}) {
+            SCOPED_TRACE(cell);
+            const std::string shown = textOf(scene, cell);
+            typeOver(scene, cell, "5");
+            EXPECT_NE(markOf(scene, cell), "");
+            typeOver(scene, cell, shown);
+            EXPECT_EQ(textOf(scene, cell), shown);
+            EXPECT_EQ(markOf(scene, cell), "");
+        }
+        EXPECT_TRUE(scene.entry->unstoredFields().empty());
+        EXPECT_EQ(changedData(*before, *company->company), std::vector<std::string>{});
+    }
+}
+
 TEST(GridCells, UnderTheLockNothingIsWritten) {
     EntryScene scene;
     const auto company = gridCompany(6);
