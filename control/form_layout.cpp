@@ -683,8 +683,10 @@ void nameCells(Form& form) {
             withoutMnemonic(form.get<Label>(named.head, named.headIndex).caption());
         const auto& labels = form.elements(named.rows);
         for (const auto& [row, cell] : form.elements(named.cells)) {
-            const std::string& label = labels.at(row)->caption();
-            cell->setAccessibleName(label.empty() ? head : head + " " + label);
+            std::string name = head;
+            if (const std::string& label = labels.at(row)->caption(); !label.empty())
+                name.append(" ").append(label);
+            cell->setAccessibleName(name);
         }
     }
 }

@@ -26,7 +26,7 @@ FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) 
             addView(*control);
     for (const auto& control : form.controls()) // labels stand in front of the fields they name
         if (control->kind() == ControlKind::label)
-            FormView::controlChanged(*control, Property::look);
+            viewOf(control.get())->show(Property::look);
     FormView::formChanged();
     form.setObserver(this);
     form.tabbedOut = [this](FocusDirection direction) { return tabOut(direction); };
