@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-# cmake -D build=<folder> -D prefix=<folder> -P install.cmake: installs into an empty prefix.
+# cmake -D build=<folder> -D prefix=<folder> -D libraries=<folder> [-D version=<version>]
+#       -P install.cmake: installs into an empty prefix; with a version, shared libraries.
 file(REMOVE_RECURSE "${prefix}")
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${build}" --prefix "${prefix}"
                 OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
@@ -18,3 +19,27 @@ foreach(text IN LISTS texts)
         endif()
     endforeach()
 endforeach()
+
+# A program asks for a library by its major version.
+if(version)
+    string(REGEX REPLACE "[.].*" "" major "${version}")
+    file(GLOB shared "${libraries}/lib*.so")
+    if(NOT shared)
+        message(FATAL_ERROR "No shared library was installed")
+    endif()
+    foreach(library IN LISTS shared)
+        file(READ_SYMLINK "${library}" asked)
+        cmake_path(GET library FILENAME name)
+        if(NOT asked STREQUAL "${name}.${major}")
+            message(FATAL_ERROR "${name} leads to ${asked}")
+        endif()
+        file(READ_SYMLINK "${libraries}/${asked}" file)
+        if(NOT file STREQUAL "${name}.${version}" OR NOT EXISTS "${libraries}/${file}")
+            message(FATAL_ERROR "${asked} leads to ${file}")
+        endif()
+        file(STRINGS "${libraries}/${file}" told REGEX "^${name}[.]${major}$" LIMIT_COUNT 1)
+        if(NOT told)
+            message(FATAL_ERROR "${file} does not call itself ${asked}")
+        endif()
+    endforeach()
+endif()
