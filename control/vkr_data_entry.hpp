@@ -65,48 +65,54 @@ class VKRDataEntry {
     // --- properties, in the order of the interface ------------------------------------------
     // Whether any quarterly figure is in the record or on screen.
     [[nodiscard]] bool blnExistsQuarterlyData() const;
-    // True once the user has changed something. Writing false commits the form into the record.
+    // True once the user has changed something; false at first. Writing false commits the form into
+    // the record.
     [[nodiscard]] bool get_blnDirty() const;
     void put_blnDirty(bool blnNewValue);
+    // umDefault at first.
     [[nodiscard]] UserModeType get_UserMode() const;
     void put_UserMode(UserModeType enumNewValue);
-    // 24-bit blue-green-red.
+    // 24-bit blue-green-red; the three shades are colors::paleCyan at first.
     [[nodiscard]] Color get_ShadeColorLocked() const;
     void put_ShadeColorLocked(Color newValue);
     [[nodiscard]] Color get_ShadeColorYear() const;
     void put_ShadeColorYear(Color newValue);
     [[nodiscard]] Color get_ShadeColorQuarter() const;
     void put_ShadeColorQuarter(Color newValue);
-    // Rows of the quarterly grid, 1 to 35; others are cut to that.
+    // Rows of the quarterly grid, 1 to 35; others are cut to that. 9 at first.
     [[nodiscard]] std::int16_t get_VisibleQuarters() const;
     void put_VisibleQuarters(std::int16_t intNewValue);
+    // Both false at first.
     [[nodiscard]] bool get_ShowReportingPeriod() const;
     void put_ShowReportingPeriod(bool blnNewValue);
     [[nodiscard]] bool get_ShowVLs() const;
     void put_ShowVLs(bool blnNewValue);
-    // The selected tab. An index that no tab has is ignored.
+    // The selected tab, toCompany at first. An index that no tab has is ignored.
     [[nodiscard]] TABObject get_CurrentTab() const;
     void put_CurrentTab(TABObject enumNewValue);
-    // Display patterns; what is on screen changes with the next load or edit.
+    // Display patterns; what is on screen changes with the next load or edit. At first "#0.00%",
+    // "MMM/DD/YYYY" and "#0.00".
     [[nodiscard]] const std::string& get_PercentFormat() const;
     void put_PercentFormat(std::string_view strNewValue);
     [[nodiscard]] const std::string& get_DateFormat() const;
     void put_DateFormat(std::string_view strNewValue);
     [[nodiscard]] const std::string& get_NumberFormat() const;
     void put_NumberFormat(std::string_view strNewValue);
-    // Prices in eighths instead of decimals.
+    // Prices in eighths instead of decimals; false at first.
     [[nodiscard]] bool get_FractionDisplay() const;
     void put_FractionDisplay(bool blnNewValue);
     // Lists of the three drop-down fields; a value that is no array leaves the list as it is.
     void put_vntSource(const Variant& vntNewValue);
     void put_vntExchange(const Variant& vntNewValue);
     void put_vntIndustry(const Variant& vntNewValue);
+    // BorderStyle::none at first.
     [[nodiscard]] BorderStyle get_BorderStyle() const;
     void put_BorderStyle(BorderStyle newValue);
     // Reading commits the form into the record. Call leaveField() first where the user may still
     // be typing. Null until the first assignment; assigning null makes an empty record.
     [[nodiscard]] std::shared_ptr<iVKR_Company> get_objCompany();
     void put_objCompany(std::shared_ptr<iVKR_Company> objNewValue);
+    // ptStandard at first; its localizer comes with the first assignment.
     [[nodiscard]] PlatformType get_Platform() const;
     void put_Platform(PlatformType enumNewValue);
 
