@@ -15,7 +15,9 @@
 #include <QTableView>
 
 #include <algorithm>
+#include <csignal>
 #include <set>
+#include <sys/resource.h>
 
 namespace vkr {
 namespace {
@@ -346,6 +348,55 @@ TEST_F(HostTest, ALockedFileGivesAMessageAndTheEditsStay) {
     EXPECT_TRUE(window.isWindowModified());
     click(window, "cmdOK");
     EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Zebra Inc.");
+}
+
+TEST_F(HostTest, AFullDiskGivesAMessageAndTheEditsStay) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtName", "Zebra Inc.");
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    {
+        Answers answers({"OK"});
+        const rlimit none{0, usual.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+        click(window, "cmdOK");
+        setrlimit(RLIMIT_FSIZE, &usual);
+        EXPECT_TRUE(answers.allGiven());
+        EXPECT_TRUE(answers.told().value(0).contains(database()));
+        EXPECT_TRUE(answers.told().value(0).contains("Your changes are still in this window."));
+    }
+    std::signal(SIGXFSZ, handler);
+    ASSERT_EQ(host_->windows().size(), 1);
+    EXPECT_TRUE(window.isWindowModified());
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Apple Inc.");
+    click(window, "cmdOK");
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Zebra Inc.");
+}
+
+TEST_F(HostTest, ADamagedFileGivesAMessageAndTheEditsStay) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtName", "Zebra Inc.");
+    // So that the pages that were read are read again.
+    ASSERT_TRUE(another()->store().duplicate(idOf(*host_, "NVDA")));
+    QByteArray damaged = contents(database());
+    constexpr qsizetype firstPage = 4096;
+    damaged.replace(firstPage, damaged.size() - firstPage,
+                    QByteArray(damaged.size() - firstPage, 'x'));
+    {
+        QFile file(database());
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_EQ(file.write(damaged), damaged.size());
+    }
+    Answers answers({"OK"});
+    click(window, "cmdOK");
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_TRUE(answers.told().value(0).contains(database() + " is damaged"));
+    EXPECT_TRUE(answers.told().value(0).contains("Your changes are still in this window."));
+    EXPECT_EQ(host_->windows().size(), 1);
+    EXPECT_TRUE(window.isWindowModified());
+    EXPECT_EQ(window.findChild<QLineEdit*>("txtName")->text(), "Zebra Inc.");
+    EXPECT_EQ(contents(database()), damaged);
 }
 
 TEST_F(HostTest, AMissingDatabaseIsNotMadeByOpeningIt) {
