@@ -183,6 +183,14 @@ StoreConnection::Transaction::Transaction(StoreConnection& connection, Kind kind
         connection_.open();
         begin(kind);
     }
+    if (kind == Kind::read)
+        return;
+    try {
+        connection_.refuseDamage();
+    } catch (...) {
+        rollBack();
+        throw;
+    }
 }
 
 void StoreConnection::Transaction::begin(Kind kind) {
@@ -215,12 +223,23 @@ QString StoreConnection::damage() {
     QSqlQuery query(handle_->database);
     // SQLite 3.40 takes a column between those of the key for empty in a table that is kept by its
     // key; no other check can leave such a column empty.
-    if (!query.exec("SELECT quick_check FROM pragma_quick_check(100000) WHERE quick_check <> 'ok' "
-                    "AND quick_check NOT LIKE 'NULL value in list_entry.%' LIMIT 1"))
+    if (!query.exec("SELECT integrity_check FROM pragma_integrity_check(100000) "
+                    "WHERE integrity_check <> 'ok' "
+                    "AND integrity_check NOT LIKE 'NULL value in list_entry.%' LIMIT 1"))
         return query.lastError().databaseText();
     if (query.next())
         return query.value(0).toString();
     return query.lastError().isValid() ? query.lastError().databaseText() : QString();
+}
+
+// Pages that are used twice are read well, and overwritten by the next save.
+void StoreConnection::refuseDamage() {
+    if (isSound_ || !dialect().isFile)
+        return;
+    if (const QString found = damage(); !found.isEmpty())
+        throw StoreFailure(
+            describeFault(StoreFault::corrupt, location_, found.simplified().toStdString()));
+    isSound_ = true;
 }
 
 StoreError StoreConnection::describe(const QSqlError& error) {

@@ -109,11 +109,13 @@ class StoreConnection {
     };
 
     void open();
+    void refuseDamage(); // of a file, once
     QSqlQuery& prepared(const QString& text);
 
     StoreLocation location_;
     std::chrono::milliseconds patience_;
     bool isInspecting_;
+    bool isSound_ = false;         // so far as it was looked at
     std::optional<Handle> handle_; // outlives the statements
     std::map<QString, std::unique_ptr<QSqlQuery>> statements_;
 };

@@ -66,7 +66,7 @@ TEST_F(DamagedFile, IsToldFromASoundOne) {
 TEST_F(DamagedFile, NeverCrashesAndIsNotMadeWorse) {
     const QByteArray sound = bytesOf(path_);
     const QByteArray chosen = qgetenv("VKR_SEED");
-    const unsigned seed = chosen.isEmpty() ? 20'261'121 : chosen.toUInt();
+    const unsigned seed = chosen.isEmpty() ? 25 : chosen.toUInt();
     std::mt19937 random(seed);
     const auto within = [&](qsizetype end) {
         return std::uniform_int_distribution<qsizetype>(0, end - 1)(random);
@@ -84,6 +84,7 @@ TEST_F(DamagedFile, NeverCrashesAndIsNotMadeWorse) {
                 damaged[within(attempt % 2 == 0 ? 4096 : damaged.size())] =
                     static_cast<char>(within(256));
         write(damaged);
+        std::vector<bool> whole(companies);
         {
             const auto opened = tryOpen(path_, OpenMode::existing);
             expectClear(opened);
@@ -94,21 +95,36 @@ TEST_F(DamagedFile, NeverCrashesAndIsNotMadeWorse) {
                 for (unsigned i = 0; i < companies; ++i) {
                     const auto loaded = store.load(i + 1);
                     expectClear(loaded);
-                    if (loaded)
-                        (sameAs(*loaded.value().record, *records_[i]) ? same : other) += 1;
+                    if (!loaded)
+                        continue;
+                    whole[i] = sameAs(*loaded.value().record, *records_[i]);
+                    (whole[i] ? same : other) += 1;
                 }
             }
         }
         EXPECT_EQ(bytesOf(path_), damaged);
         // On to what is written: done, or told, with the record as it was.
-        const auto opened = tryOpen(path_, OpenMode::existing);
+        auto opened = tryOpen(path_, OpenMode::existing);
         if (!opened)
             continue;
         const auto record = records_[0]->clone();
         record->put_City("elsewhere");
         const auto before = record->clone();
-        expectClear(opened.value()->save(1, *record, 1));
+        const auto save = opened.value()->save(1, *record, 1);
+        expectClear(save);
         EXPECT_TRUE(sameAs(*record, *before));
+        // The companies that were whole before are so after it, the saved one as it was saved.
+        opened.value().reset();
+        const auto after = tryOpen(path_, OpenMode::existing);
+        for (unsigned i = 0; i < companies; ++i) {
+            if (i == 0 ? !save : !whole[i])
+                continue;
+            ASSERT_DONE(after);
+            const auto loaded = after.value()->load(i + 1);
+            ASSERT_DONE(loaded) << " company " << i + 1;
+            EXPECT_TRUE(sameAs(*loaded.value().record, i == 0 ? *record : *records_[i]))
+                << "company " << i + 1;
+        }
     }
     std::printf("%d companies the same, %d not, %d faults told\n", same, other, told_);
     EXPECT_GT(same, 400);
