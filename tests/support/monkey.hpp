@@ -35,6 +35,11 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void react(int how) { reaction_ = how; }
 
     void fill(std::string_view id, std::string_view keys); // shows it, and types over its text
+    // These show what they are done with as well.
+    void pick(std::string_view id, int number);
+    void scroll(std::string_view id, int value);
+    void scrollPages(std::string_view id, int pages);
+    void spin(int steps);
     void drag(std::string_view from, std::string_view to);
     void withoutLocalizers();
     void withLocalizers() { registerLocalizers(desktop.factory()); }
@@ -69,10 +74,11 @@ struct MonkeyRun {
     std::string failure;           // "" when every invariant held
 };
 
-// Plays a random sequence; the same seed plays the same one. `told` hears of each step beforehand.
+// Plays a random sequence; the same seed plays the same one. A step that nobody could take at that
+// moment is none of the `events`. `told` hears of each step beforehand.
 [[nodiscard]] MonkeyRun playMonkey(unsigned seed, int events,
                                    const std::function<void(const MonkeyStep&)>& told = {});
-// Plays given steps, with every check after each of them.
+// Plays given steps.
 [[nodiscard]] MonkeyRun replay(const std::vector<MonkeyStep>& steps);
 // The steps that are needed to break the same invariant.
 [[nodiscard]] MonkeyRun shrunk(const MonkeyRun& run);
