@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/monkey.hpp"
+#include "tests/monkey/monkey.hpp"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

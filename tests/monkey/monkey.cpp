@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/monkey.hpp"
+#include "tests/monkey/monkey.hpp"
 
 #include "binding/company_fields.hpp"
 #include "input/date_pattern.hpp"
