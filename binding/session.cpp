@@ -5,6 +5,7 @@
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "platform/error_trap.hpp"
+#include "platform/text.hpp"
 
 #include <stdexcept>
 
@@ -90,11 +91,21 @@ std::string Session::text(int number, std::string_view fallback) const {
     std::string found;
     if (localizer != nullptr)
         attempt([&] { found = localizer->LoadString(number); });
-    return found.empty() ? std::string(fallback) : found;
+    return trimmed(found).empty() ? std::string(fallback) : found;
 }
 
 MessageAnswer Session::message(const std::string& text, int buttons) {
     return services.messageBox(text, buttons, services.applicationTitle());
+}
+
+bool Session::confirmLoss(int number, std::string_view fallback, const std::string& period,
+                          int icon) {
+    const std::string question =
+        text(number, fallback) + " " + period + " " +
+        text(text_number::dropsOut, "will drop out of the company's history.") + "\r" +
+        text(text_number::noUndo, "There is no undo for this. Do you want to go on?");
+    return message(question, message_box::yesNo | icon | message_box::defaultSecondButton) ==
+           MessageAnswer::yes;
 }
 
 } // namespace vkr

@@ -85,17 +85,29 @@ class Session final : public FieldHost {
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
     [[nodiscard]] std::string dateText(Date date) const; // empty for a date out of range
 
-    // The localizer's text, or the fallback where there is none.
+    // The localizer's text, or the fallback where there is none but blanks.
     [[nodiscard]] std::string text(int number, std::string_view fallback) const;
     MessageAnswer message(const std::string& text, int buttons);
+    // Asks before the figures of a period are lost; `number` and `fallback` say what is about to be
+    // done. No is the default.
+    bool confirmLoss(int number, std::string_view fallback, const std::string& period,
+                     int icon = 0);
 
     [[nodiscard]] TextBox& textBox(std::string_view name, int index = Control::noIndex) const {
         return form.get<TextBox>(name, index);
     }
 };
 
-// The component's own messages, beyond those that the classic string table has.
 namespace text_number {
+// Messages of the classic string table.
+inline constexpr int addsYear = 404;
+inline constexpr int dropsOut = 405;
+inline constexpr int noUndo = 406;
+inline constexpr int removesYear = 407;
+inline constexpr int addsQuarter = 412;
+inline constexpr int quarterRejected = 615;
+inline constexpr int quarterPutBack = 616;
+// The component's own beyond them.
 inline constexpr int unitThousands = 620; // behind the caption of a money field
 inline constexpr int unitMillions = 621;
 inline constexpr int unitBillions = 622;

@@ -22,7 +22,8 @@ struct FieldState {
 };
 
 struct FieldEntry {
-    int text; // string number, 0 for a separator
+    int text;                  // string number, 0 for a separator
+    std::string_view fallback; // where the localizer has no text
     MenuCommand command;
     bool (*enabled)(const FieldState& state);
 };
@@ -32,15 +33,19 @@ constexpr bool always(const FieldState& /*state*/) {
 }
 
 constexpr FieldEntry fieldEntries[] = {
-    {413, mcUndo, [](const FieldState& state) { return state.changeable && state.canUndo; }},
-    {0, mcSeparator, always},
-    {414, mcCut, [](const FieldState& state) { return state.changeable && state.hasSelection; }},
-    {415, mcCopy, [](const FieldState& state) { return state.hasText; }},
-    {416, mcPaste, [](const FieldState& state) { return state.changeable && state.canPaste; }},
-    {417, mcClear, [](const FieldState& state) { return state.changeable && state.hasSelection; }},
-    {0, mcSeparator, always},
-    {418, mcSelectAll, [](const FieldState& state) { return state.hasText; }},
-    {0, mcSeparator, always},
+    {413, "Undo", mcUndo,
+     [](const FieldState& state) { return state.changeable && state.canUndo; }},
+    {0, {}, mcSeparator, always},
+    {414, "Cut", mcCut,
+     [](const FieldState& state) { return state.changeable && state.hasSelection; }},
+    {415, "Copy", mcCopy, [](const FieldState& state) { return state.hasText; }},
+    {416, "Paste", mcPaste,
+     [](const FieldState& state) { return state.changeable && state.canPaste; }},
+    {417, "Clear", mcClear,
+     [](const FieldState& state) { return state.changeable && state.hasSelection; }},
+    {0, {}, mcSeparator, always},
+    {418, "Select All", mcSelectAll, [](const FieldState& state) { return state.hasText; }},
+    {0, {}, mcSeparator, always},
 };
 
 struct ExtraEntry {
@@ -48,15 +53,15 @@ struct ExtraEntry {
     int text;
     MenuCommand command;
     bool changesField;
-    bool endsGroup;                 // a separator follows
-    std::string_view fallback = {}; // for localizers that don't know the component's own number
+    bool endsGroup; // a separator follows
+    std::string_view fallback;
 };
 
 constexpr ExtraEntry extraEntries[] = {
-    {meDate, 428, mcPickDate, true, true},
-    {meLastQuarterDate, 421, mcLastQuarterDate, true, true},
-    {meYears, 419, mcAddYear, false, false},
-    {meYears, 420, mcRemoveYear, false, true},
+    {meDate, 428, mcPickDate, true, true, "Pick a Date..."},
+    {meLastQuarterDate, 421, mcLastQuarterDate, true, true, "Use Date of Last Quarter"},
+    {meYears, 419, mcAddYear, false, false, "Add New Year"},
+    {meYears, 420, mcRemoveYear, false, true, "Remove Year"},
     {meAssistant, 650, mcAssistant, false, false, "Ask the Assistant..."},
 };
 
@@ -95,7 +100,7 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
         const FieldState state{!field->locked(), services.canUndo(*field), !field->text().empty(),
                                field->selLength() > 0, services.clipboardHasText()};
         for (const auto& entry : fieldEntries)
-            builder.add(entry.text, entry.command, entry.enabled(state));
+            builder.add(entry.text, entry.command, entry.enabled(state), entry.fallback);
     }
     for (const auto& entry : extraEntries) {
         if ((extras & entry.extra) == 0)
@@ -106,7 +111,7 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
         if (entry.endsGroup)
             builder.add(0, mcSeparator, true);
     }
-    builder.add(helpText, mcHelp, true);
+    builder.add(helpText, mcHelp, true, "What's This?");
 }
 
 std::vector<MenuItem*> menuEntries(const Form& form) {

@@ -298,10 +298,9 @@ bool QuarterlyGrid::confirmAdding(int count) {
     std::string leaving = named(oldestElement);
     if (count > 1)
         leaving += " - " + named(std::max(0, mostRows - count));
-    const std::string question = session_.text(412, "") + " " + leaving + " " +
-                                 session_.text(405, "") + "\r" + session_.text(406, "");
-    return session_.message(question, message_box::yesNo | message_box::questionIcon |
-                                          message_box::defaultSecondButton) == MessageAnswer::yes;
+    return session_.confirmLoss(text_number::addsQuarter,
+                                "Adding a new quarter removes the oldest one: the figures of",
+                                leaving, message_box::questionIcon);
 }
 
 void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
@@ -405,8 +404,13 @@ void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Da
     if (moved)
         moveTo(offset_ - *moved, typed);
     else
-        session_.message(session_.text(615, "") + "\r" + session_.text(616, ""),
-                         message_box::exclamationIcon);
+        session_.message(
+            session_.text(text_number::quarterRejected,
+                          "The new date must lie in the month in which one of the "
+                          "next three quarters ends.") +
+                "\r" +
+                session_.text(text_number::quarterPutBack, "The previous date has been put back."),
+            message_box::exclamationIcon);
 }
 
 void QuarterlyGrid::setAnchor(Date date) {

@@ -563,5 +563,16 @@ TEST(HelpFrame, TheAssistantsEntryIsNamedWithoutALocalizer) {
     EXPECT_EQ(scene.desktop.menus().back().entries[0].caption, "Ask the Assistant...");
 }
 
+TEST(HelpFrame, StaysHiddenWhereThereIsNoText) {
+    EntryScene scene;
+    scene.load(fullCompany());
+    scene.entry->put_Platform(static_cast<PlatformType>(2));
+    scene.desktop.answerNextMenu(helpEntry);
+    scene.desktop.rightClick("txtName");
+    EXPECT_TRUE(scene.desktop.scriptUsedUp());
+    EXPECT_NE(scene.desktop.menus().back().chosen, -1);
+    EXPECT_FALSE(scene.form().get<Frame>("fraDE", frame::help).visible());
+}
+
 } // namespace
 } // namespace vkr

@@ -447,6 +447,17 @@ TEST_F(Lifecycle, TheOtherPlatformHidesSeventeenControlsAndHasTwoCaptionsOfItsOw
     EXPECT_EQ(caption("lblLabel(15)"), "EPS Projection");
 }
 
+TEST_F(Lifecycle, ABlankTextReplacesNeitherOfTheTwoCaptions) {
+    static constexpr StringRow blanks[] = {{613, "  "}, {614, " \t"}};
+    desktop.factory().add(zxLocalizerId, [] {
+        return std::make_shared<TableLocalizer>(
+            std::vector<StringTable>{blanks, standardStrings()});
+    });
+    restore(zxSet());
+    EXPECT_EQ(caption("lblLabel(15)"), "ORB EPS Projection");
+    EXPECT_EQ(entry->form().get<TabStrip>("tbsDataEntry").tab(toOther).caption, "Company &Other");
+}
+
 TEST_F(Lifecycle, TheStandardPlatformShowsThemAll) {
     restore({});
     for (const auto* id : hiddenOnZx)

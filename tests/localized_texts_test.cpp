@@ -416,5 +416,38 @@ TEST(LocalizedTexts, EveryExceptionIsAControlOfTheForm) {
             << row.control << ": " << row.reason;
 }
 
+// What the component asks and offers by itself reads the same where no localizer is there to say
+// it.
+TEST(WithoutALocalizer, QuestionsWarningsAndMenusKeepTheirWords) {
+    const auto told = [](bool localized) {
+        EntryScene scene;
+        auto& desktop = scene.desktop;
+        if (!localized)
+            scene.entry->put_Platform(static_cast<PlatformType>(2));
+        scene.load(fullCompany());
+        desktop.forget();
+        desktop.clickTab(toYearly);
+        desktop.click("cmdAddYear");
+        desktop.click("cmdRemoveYear");
+        for (const auto* id : {"txtDateofLastFY", "lblYear(3)"})
+            desktop.rightClick(id);
+        desktop.clickTab(toQuarterly);
+        desktop.click("cmdAddQuarter");
+        scene.enter("txtLastQDate", "Mar/31/2020");
+        std::vector<std::string> texts;
+        for (const auto& message : desktop.messages())
+            texts.push_back(message.text);
+        for (const auto& menu : desktop.menus())
+            for (const auto& entry : menu.entries)
+                texts.push_back(entry.caption);
+        return texts;
+    };
+    const auto texts = told(false);
+    EXPECT_EQ(texts, told(true));
+    EXPECT_EQ(texts.size(), 4U + 15U + 4U);
+    for (const auto& text : texts)
+        EXPECT_FALSE(text.empty());
+}
+
 } // namespace
 } // namespace vkr

@@ -140,11 +140,14 @@ void YearlyGrid::changeSpan(int years) {
     const int target = newest + years;
     if (session_.company == nullptr || target < firstYear || target > lastYear)
         return;
-    const std::string question = session_.text(adds ? 404 : 407, "") + " " +
-                                 std::to_string(adds ? newest - oldestAge : newest) + " " +
-                                 session_.text(405, "") + "\r" + session_.text(406, "");
-    if (session_.message(question, message_box::yesNo | message_box::defaultSecondButton) !=
-        MessageAnswer::yes)
+    const bool confirmed =
+        adds ? session_.confirmLoss(text_number::addsYear,
+                                    "Adding a new year removes the oldest one: the figures of",
+                                    std::to_string(newest - oldestAge))
+             : session_.confirmLoss(text_number::removesYear,
+                                    "This removes the newest year: the figures of",
+                                    std::to_string(newest));
+    if (!confirmed)
         return;
     shift(years);
     session_.textBox("txtLastFY").setText(std::to_string(target));
