@@ -184,9 +184,8 @@ void CompanyFields::leave(const CompanyField& field) {
         storeNumber(field, left);
         break;
     }
-    if (changed && (field.datum == Datum::Name || field.datum == Datum::Symbol) &&
-        session_.stateChanged)
-        session_.stateChanged();
+    if (changed && (field.datum == Datum::Name || field.datum == Datum::Symbol))
+        session_.tellState();
 }
 
 // The stored figure, not its rounded picture.

@@ -8,6 +8,7 @@
 #include "platform/text.hpp"
 
 #include <stdexcept>
+#include <utility>
 
 namespace vkr {
 
@@ -25,8 +26,20 @@ void Session::markChanged() {
 void Session::setDirty(bool value) {
     const bool changed = dirty != value;
     dirty = value;
-    if (changed && stateChanged)
+    if (changed)
+        tellState();
+}
+
+void Session::tellState() {
+    if (works_ > 0)
+        untold_ = true;
+    else if (stateChanged)
         stateChanged();
+}
+
+Session::Work::~Work() {
+    if (--session_.works_ == 0 && std::exchange(session_.untold_, false))
+        attempt([&] { session_.tellState(); });
 }
 
 bool Session::isLocked() const {

@@ -67,6 +67,20 @@ class Session final : public FieldHost {
     void markChanged() override;
     void setDirty(bool value);
 
+    // Whoever hears of a change may hand in another record or take rows away. So nobody does while
+    // one of these lives: in the middle of storing what was typed.
+    class Work {
+      public:
+        explicit Work(Session& session) : session_(session) { ++session_.works_; }
+        ~Work();
+        Work(const Work&) = delete;
+        Work& operator=(const Work&) = delete;
+
+      private:
+        Session& session_;
+    };
+    void tellState(); // calls stateChanged, at the end of the work under way
+
     // Objects of the record that is held. Both throw where it hands out none.
     [[nodiscard]] std::shared_ptr<Object> settings() const;
     [[nodiscard]] std::shared_ptr<Object> reportingPeriod() const;
@@ -96,6 +110,10 @@ class Session final : public FieldHost {
     [[nodiscard]] TextBox& textBox(std::string_view name, int index = Control::noIndex) const {
         return form.get<TextBox>(name, index);
     }
+
+  private:
+    int works_ = 0;
+    bool untold_ = false;
 };
 
 namespace text_number {

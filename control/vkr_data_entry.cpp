@@ -437,8 +437,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     loading_ = false;
     resize();
     form.settleFocus(); // a smaller record disables cells
-    if (session.stateChanged)
-        session.stateChanged();
+    session.tellState();
 }
 
 std::shared_ptr<iVKR_Company> VKRDataEntry::Impl::commit() {
@@ -747,6 +746,7 @@ void VKRDataEntry::Impl::onGotFocus(Control& control) {
 }
 
 void VKRDataEntry::Impl::onLostFocus(Control& control) {
+    const Session::Work work(session);
     if (const auto* field = fields.find(control))
         fields.leave(*field);
     else if (const auto cell = yearly.find(control))
@@ -861,6 +861,7 @@ void VKRDataEntry::Impl::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*
 }
 
 void VKRDataEntry::Impl::onChange(TextField& field) {
+    const Session::Work work(session);
     if (session.picked.field == &field && session.picked.text != field.text())
         session.picked = {};
     if (field.name() == "txtLastFY")
@@ -923,6 +924,7 @@ void VKRDataEntry::Impl::onDoubleClick(Control& control) {
 }
 
 void VKRDataEntry::Impl::onListChoice(ComboBox& list) {
+    const Session::Work work(session);
     if (const auto* field = fields.find(list))
         fields.leave(*field); // a choice is stored at once
     else
@@ -941,6 +943,7 @@ void VKRDataEntry::Impl::onSpin(Spinner& /*spinner*/, int steps) {
 }
 
 void VKRDataEntry::Impl::settleDates() {
+    const Session::Work work(session);
     for (const auto name : settledByOk) {
         auto& field = session.textBox(name);
         if (field.text() != field.tag())
@@ -949,6 +952,7 @@ void VKRDataEntry::Impl::settleDates() {
 }
 
 void VKRDataEntry::Impl::leavePendingDates() {
+    const Session::Work work(session);
     yearly.leaveLastFiscalYearDate();
     quarterly.leaveLastQuarterDate();
 }
@@ -1022,6 +1026,7 @@ bool VKRDataEntry::get_blnDirty() const {
 }
 
 void VKRDataEntry::put_blnDirty(bool blnNewValue) {
+    const Session::Work work(impl_->session);
     impl_->session.setDirty(blnNewValue);
     if (!blnNewValue)
         impl_->commit();
@@ -1079,6 +1084,7 @@ void VKRDataEntry::put_VisibleQuarters(std::int16_t intNewValue) {
     const int rows = std::clamp<int>(intNewValue, 1, QuarterlyGrid::mostRows);
     if (rows == impl_->visibleQuarters)
         return;
+    const Session::Work work(impl_->session);
     impl_->quarterly.setVisibleRows(rows);
     impl_->visibleQuarters = static_cast<std::int16_t>(rows);
     impl_->notify("VisibleQuarters");

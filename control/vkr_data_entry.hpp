@@ -16,7 +16,8 @@
 
 namespace vkr {
 
-// What the component tells its host. Every event may be left alone.
+// What the component tells its host. Every event may be left alone. They come from within the
+// component: a host destroys it after its handler has returned.
 class VKRDataEntryEvents {
   public:
     virtual ~VKRDataEntryEvents() = default;
@@ -127,7 +128,8 @@ class VKRDataEntry {
     // Leaves the field that has the focus as if the user had moved on, and comes back to it.
     void leaveField();
     [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
-    // Called after every change of blnDirty and of the record's identity (name, symbol).
+    // Called after every change of blnDirty and of the record's identity (name, symbol), when what
+    // changed it is done.
     std::function<void()> stateChanged;
 
     // --- lifecycle, called by the container ------------------------------------------------------

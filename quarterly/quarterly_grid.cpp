@@ -268,6 +268,7 @@ bool QuarterlyGrid::refusesWhileLocked() {
 }
 
 void QuarterlyGrid::addQuarter() {
+    const Session::Work work(session_);
     if (refusesWhileLocked())
         return;
     settle();
@@ -275,6 +276,7 @@ void QuarterlyGrid::addQuarter() {
 }
 
 void QuarterlyGrid::moveLastQuarter(int quarters) {
+    const Session::Work work(session_);
     if (session_.company == nullptr || !shownDate() || quarters == 0 || refusesWhileLocked())
         return;
     settle();

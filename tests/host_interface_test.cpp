@@ -3,9 +3,11 @@
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/scripted_record.hpp"
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <type_traits>
+#include <utility>
 
 namespace vkr {
 namespace {
@@ -661,6 +663,65 @@ TEST_F(HostInterface, NobodyHasToListen) {
     EXPECT_NO_THROW(desktop.click("cmdHelp"));
     EXPECT_NO_THROW(desktop.click("cmdOK"));
     EXPECT_EQ(scene.events.log, Names{});
+}
+
+// --- what a host does when it hears of a change
+// ----------------------------------------------------
+
+TEST_F(HostInterface, AnotherRecordHandedInAtAChangeGetsNothingOfWhatWasTyped) {
+    struct Row {
+        int tab;
+        const char* field;
+        const char* typed;
+    };
+    for (const auto& [tab, field, typed] :
+         {Row{toCompany, "txtName", "Typed"}, Row{toCompany, "cmbExchange", "Typed"},
+          Row{toCompany, "txtTotalDebt", "7"}, Row{toCompany, "txtLastUpdate", "Feb/03/2026"},
+          Row{toYearly, "txtLastFY", "2024"}, Row{toYearly, "txtDateofLastFY", "Nov/30/2025"},
+          Row{toYearly, "txtSales(9)", "7"}, Row{toQuarterly, "txtRevenue(8)", "7"},
+          Row{toQuarterly, "txtLastQDate", "Sep/29/2026"}}) {
+        const auto first = fullCompany();
+        const auto second = fullCompany();
+        entry.stateChanged = nullptr;
+        entry.put_objCompany(second);
+        const auto secondBefore = second->clone();
+        entry.put_objCompany(first);
+        const auto firstBefore = first->clone();
+        entry.put_blnDirty(false);
+        entry.put_CurrentTab(static_cast<TABObject>(tab));
+        bool replaced = false;
+        entry.stateChanged = [&] {
+            if (!std::exchange(replaced, true))
+                entry.put_objCompany(second);
+        };
+        scene.enter(field, typed);
+        EXPECT_TRUE(replaced) << field;
+        const auto stored = differences(*firstBefore, *first);
+        EXPECT_TRUE(std::ranges::any_of(
+            stored,
+            [](const Difference& change) { return !change.datum.ends_with("TaxRateSeries"); }))
+            << field << ": what was typed is stored";
+        for (const auto& change : differences(*secondBefore, *second))
+            ADD_FAILURE() << field << ": " << change.datum << " " << change.after;
+    }
+}
+
+TEST_F(HostInterface, RowsCanBeTakenAwayWhenACellInThemChanged) {
+    for (const auto* keys : {"{TAB}", "{ENTER}", "^{LEFT}", "^{HOME}"}) {
+        const auto record = fullCompany();
+        entry.stateChanged = nullptr;
+        entry.put_VisibleQuarters(9);
+        entry.put_objCompany(record);
+        entry.put_blnDirty(false);
+        entry.put_CurrentTab(toQuarterly);
+        desktop.click("txtNetInc(8)");
+        entry.stateChanged = [&] { entry.put_VisibleQuarters(2); };
+        desktop.type("^a7" + std::string(keys));
+        EXPECT_EQ(entry.get_VisibleQuarters(), 2) << keys;
+        EXPECT_EQ(scene.form().upperBound("txtNetInc"), 1) << keys;
+        EXPECT_EQ(record->get_QNetIncSeries().array().number(8), 7) << keys;
+        EXPECT_TRUE(desktop.control(desktop.focusedId()).canTakeFocus()) << keys;
+    }
 }
 
 // --- quarterly data ------------------------------------------------------------------------------

@@ -126,6 +126,7 @@ void YearlyGrid::shade() {
 // --- the span of years ------------------------------------------------------------------------
 
 void YearlyGrid::changeSpan(int years) {
+    const Session::Work work(session_);
     const bool adds = years > 0;
     if (session_.isLocked()) {
         session_.message(adds ? "Data is locked!\r\rYou must unlock data to add a new year."

@@ -22,6 +22,7 @@ namespace vkr::test {
 
 MonkeyScene::MonkeyScene() {
     entry->setEvents(this);
+    entry->stateChanged = [this] { answer(3); };
     desktop.factory().add(companyRecordId, [this] {
         record = std::make_shared<ScriptedRecord>(std::make_shared<CompanyRecord>());
         return record;
@@ -59,7 +60,7 @@ void MonkeyScene::repair() {
     record->withoutObjects = false;
 }
 
-// The reactions of a host, 1 to 5 for a closing or help request, 6 to 8 for a tab.
+// The reactions of a host, 1 to 5 for a change, a closing or a help request, 6 to 8 for a tab.
 void MonkeyScene::answer(int event) {
     const bool onTab = event == 1;
     if (answering_ || reaction_ == 0 || onTab != (reaction_ > 5))
