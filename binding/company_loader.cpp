@@ -130,7 +130,7 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
     for (int i = lower; i <= upper; ++i) {
         const double one = first.array().number(i);
         const double other = second.array().number(i);
-        if (one > 0 && other > 0)
+        if (one > 0 && other > 0 && std::isfinite(one) && std::isfinite(other))
             attempt([&] {
                 const double derived = rule.derive(one, other).toDouble();
                 if (std::isfinite(derived))
@@ -194,8 +194,12 @@ void commitCompany(Session& session) {
         {setting::taxRate, showsTaxRate(session)},
         {setting::lockBasicInfo, session.isLocked()},
     };
-    for (const auto& named : settings)
-        attempt([&] { session.settings()->put(named.first, named.second); });
+    // One and the same object: a record may hand out a copy that SettingsApply takes over.
+    attempt([&] {
+        const auto held = session.settings();
+        for (const auto& named : settings)
+            attempt([&] { held->put(named.first, named.second); });
+    });
     attempt([&] { static_cast<void>(company.get_SettingsApply()); });
 }
 

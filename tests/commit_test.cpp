@@ -277,6 +277,21 @@ TEST_F(Commit, SettingsTakeWhatIsOnShow) {
     EXPECT_EQ(settings->get(setting::lockBasicInfo), Variant(false));
 }
 
+TEST_F(Commit, ARecordThatLendsItsSettingsTakesThemOverTogether) {
+    record->lendsSettings = true;
+    load();
+    entry.put_CurrentTab(toOptions);
+    for (const auto* id : {"optPTI(1)", "optCommEq(1)", "chkLockInfo"})
+        scene.desktop.click(id);
+    scene.field("txtCurSymbol").setText("SFr");
+    commit();
+    const auto held = figures->get_Settings();
+    EXPECT_EQ(held->get(setting::currencySymbol), Variant("SFr"));
+    EXPECT_EQ(held->get(setting::bookValue), Variant(true));
+    EXPECT_EQ(held->get(setting::taxRate), Variant(true));
+    EXPECT_EQ(held->get(setting::lockBasicInfo), Variant(true));
+}
+
 TEST_F(Commit, TheTextStillBeingTypedCountsOnceTheFieldIsLeft) {
     load();
     scene.desktop.click("txtName");

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <limits>
 #include <map>
 #include <set>
 
@@ -268,6 +269,33 @@ TEST_F(FailingRecord, ARecordThatFailsAtEverythingLoadsAsAnEmptyForm) {
     EXPECT_FALSE(scene.form().get<CheckBox>("chkLockInfo").value());
     EXPECT_NO_THROW(static_cast<void>(entry.get_objCompany()));
     EXPECT_FALSE(entry.blnExistsQuarterlyData());
+}
+
+TEST_F(FailingRecord, FiguresThatAreNoneAreEmptyFieldsThatCanBeEdited) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    for (const double none : {std::numeric_limits<double>::quiet_NaN(), infinity, -infinity}) {
+        const auto record = scripted();
+        record->everyFigure = none;
+        ASSERT_NO_THROW(entry.put_objCompany(record)) << none;
+        const auto before = record->company->clone();
+        for (const auto* id :
+             {"txtCurrentPrice", "txtTotalDebt", "txtInsiderHolding", "txtSales(9)", "txtHigh(9)",
+              "txtCSO(9)", "txtEPS(0)", "txtNetInc(0)"})
+            EXPECT_EQ(dynamic_cast<TextField&>(desktop.control(id)).text(), "") << id << none;
+        EXPECT_EQ(scene.text("txtName"), "Name text");
+        for (int tab = toCompany; tab <= toOptions; ++tab) {
+            entry.put_CurrentTab(static_cast<TABObject>(tab));
+            desktop.tabWalk();
+        }
+        entry.put_FractionDisplay(true);
+        entry.put_FractionDisplay(false);
+        ASSERT_NO_THROW(static_cast<void>(entry.get_objCompany())) << none;
+        for (const auto& change : differences(*before, *record->company))
+            ADD_FAILURE() << none << " " << change.datum << " -> " << change.after;
+        entry.put_CurrentTab(toCompany);
+        scene.enter("txtTotalDebt", "7000");
+        EXPECT_EQ(record->company->get_TotalDebt(), 7) << none;
+    }
 }
 
 TEST_F(FailingRecord, ARecordWithoutSettingsAndReportingPeriodLoadsAndCommits) {

@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vkr {
@@ -28,6 +30,9 @@ class ScriptedRecord final : public iVKR_Company {
     std::set<std::string, std::less<>> failing; // operations that throw
     bool withoutObjects = false;                // settings and reporting period are null
     int missing = 0; // elements that its series lack at their end; `company` keeps what is there
+    // Its settings are a copy for whoever asks; reading SettingsApply takes over the last one.
+    bool lendsSettings = false;
+    std::optional<double> everyFigure; // read in place of all numbers and elements
 
     // The operations of one kind that were asked for, oldest first.
     [[nodiscard]] std::vector<std::string> logged(std::string_view kind) const {
@@ -48,7 +53,15 @@ class ScriptedRecord final : public iVKR_Company {
         company->put_##name(value);                                                                \
     }
 #define VKR_TEXT(name) VKR_PROPERTY(std::string, const std::string&, name)
-#define VKR_NUMBER(name) VKR_PROPERTY(double, double, name)
+#define VKR_NUMBER(name)                                                                           \
+    [[nodiscard]] double get_##name() const override {                                             \
+        note("read " #name);                                                                       \
+        return everyFigure.value_or(company->get_##name());                                        \
+    }                                                                                              \
+    void put_##name(double value) override {                                                       \
+        note("write " #name);                                                                      \
+        company->put_##name(value);                                                                \
+    }
 #define VKR_DATE(name) VKR_PROPERTY(Date, Date, name)
 #define VKR_SERIES(name)                                                                           \
     [[nodiscard]] Variant get_##name() const override {                                            \
@@ -118,7 +131,6 @@ class ScriptedRecord final : public iVKR_Company {
     VKR_READ(Variant, YearShiftEarnings)
     VKR_READ(Variant, YearShiftDividends)
     VKR_READ(Variant, YearShiftShares)
-    VKR_READ(Variant, SettingsApply)
     VKR_NUMBER(CommDivAlternate)
     VKR_DATE(LastQDateForGrid)
     VKR_DATE(LastUpdate)
@@ -154,7 +166,16 @@ class ScriptedRecord final : public iVKR_Company {
     }
     [[nodiscard]] std::shared_ptr<Object> get_Settings() const override {
         note("read Settings");
+        if (lendsSettings)
+            return lent_ = company->clone()->get_Settings();
         return withoutObjects ? nullptr : settings_;
+    }
+    [[nodiscard]] Variant get_SettingsApply() const override {
+        note("read SettingsApply");
+        if (const auto lent = std::exchange(lent_, nullptr))
+            for (const auto name : settingNames())
+                company->get_Settings()->put(name, lent->get(name));
+        return company->get_SettingsApply();
     }
     [[nodiscard]] std::shared_ptr<Object> get_ReportingPeriod() const override {
         note("read ReportingPeriod");
@@ -181,6 +202,8 @@ class ScriptedRecord final : public iVKR_Company {
     };
 
     [[nodiscard]] Variant shortened(Variant series) const {
+        if (everyFigure)
+            std::ranges::fill(*series.array().numbers(), *everyFigure);
         if (missing != 0) {
             auto& figures = *series.array().numbers();
             figures.resize(figures.size() -
@@ -201,6 +224,7 @@ class ScriptedRecord final : public iVKR_Company {
 
     std::shared_ptr<Object> settings_;
     std::shared_ptr<Object> period_;
+    mutable std::shared_ptr<Object> lent_;
 };
 
 } // namespace vkr
