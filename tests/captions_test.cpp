@@ -173,6 +173,25 @@ TEST_F(CaptionPass, AMissingBlankOrFailingTextKeepsTheDesignCaption) {
     EXPECT_EQ(caption("fraDE(5)"), "Currency Unit ");
 }
 
+TEST_F(CaptionPass, APictureThatFailsKeepsNoCaptionBack) {
+    struct WithoutPicture final : Localizer {
+        [[nodiscard]] std::string LoadString(int number) const override {
+            return number == 500 ? "Nom" : "";
+        }
+        [[nodiscard]] Picture LoadPicture(int /*number*/, int /*kind*/) const override {
+            throw std::runtime_error("no picture");
+        }
+    };
+    desktop.factory().add(standardLocalizerId, [] { return std::make_shared<WithoutPicture>(); });
+    entry.put_Platform(ptStandard);
+    EXPECT_EQ(caption("lblLabel(0)"), "Nom");
+    EXPECT_TRUE(entry.form().get<Label>("lblMoreHelp").mouseIcon().empty());
+    EXPECT_TRUE(desktop.messages().empty());
+    desktop.setUserMode(false);
+    VKRDataEntry atDesignTime(desktop);
+    EXPECT_EQ(atDesignTime.get_DateFormat(), "MMM/DD/YYYY") << "the start-up goes on";
+}
+
 TEST_F(CaptionPass, OnlyAPositiveNumberInTheTagCounts) {
     struct Row {
         const char* tag;

@@ -452,6 +452,22 @@ TEST_F(HostInterface, FractionDisplayRewritesTheYearlyPrices) {
     EXPECT_TRUE(sameAs(*before, *record));
 }
 
+TEST_F(HostInterface, WithoutARecordFractionDisplayRewritesWhatIsOnScreen) {
+    const char* prices[] = {"txtCurrentPrice", "txt52WHigh", "txt52WLow", "txtHigh(0)",
+                            "txtHigh(9)",      "txtLow(0)",  "txtLow(9)"};
+    const auto text = [&](const char* id) -> TextField& {
+        return dynamic_cast<TextField&>(desktop.control(id));
+    };
+    for (const auto* id : prices)
+        text(id).setText("-12.5");
+    entry.put_FractionDisplay(true);
+    for (const auto* id : prices)
+        EXPECT_EQ(text(id).text(), "-12 1/2") << id;
+    entry.put_FractionDisplay(false);
+    for (const auto* id : prices)
+        EXPECT_EQ(text(id).text(), "-12.5") << id;
+}
+
 TEST_F(HostInterface, TheSameFractionDisplayAgainDoesNothingAtAll) {
     entry.put_objCompany(fullCompany());
     auto& price = scene.field("txtCurrentPrice");
@@ -493,9 +509,16 @@ TEST_F(HostInterface, ThePlatformDecidesWhichLocalizerIsCreated) {
 }
 
 TEST_F(HostInterface, AnObjectThatIsNoLocalizerCountsAsMissing) {
-    desktop.factory().add(zxLocalizerId, [] { return std::make_shared<Object>(); });
-    entry.put_Platform(ptZX);
-    EXPECT_EQ(desktop.messages().size(), 1U);
+    const ObjectFactory::Creator none[] = {
+        [] { return std::make_shared<Object>(); },
+        []() -> std::shared_ptr<Object> { throw std::runtime_error("not registered"); }};
+    for (const auto& creator : none) {
+        desktop.forget();
+        desktop.factory().add(zxLocalizerId, creator);
+        EXPECT_NO_THROW(entry.put_Platform(ptZX));
+        ASSERT_EQ(desktop.messages().size(), 1U);
+        EXPECT_EQ(desktop.messages()[0].text, "Bad or missing Localizer object\rData Entry");
+    }
 }
 
 TEST_F(HostInterface, TheHelpLinkGetsItsPointerFromTheLocalizer) {
@@ -535,6 +558,22 @@ TEST_F(HostInterface, ClearTouchesNeitherRecordNorDirtyFlag) {
     entry.Clear();
     EXPECT_EQ(record->log, Names{});
     EXPECT_TRUE(entry.get_blnDirty());
+}
+
+TEST_F(HostInterface, WhatWasClearedIsStillInTheRecordAfterEveryFieldWasLeft) {
+    const auto record = fullCompany();
+    entry.put_ShowVLs(true);
+    entry.put_objCompany(record);
+    static_cast<void>(entry.get_objCompany()); // the hidden rates are derived
+    const auto before = record->clone();
+    entry.Clear();
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        desktop.clickTab(tab);
+        desktop.tabWalk();
+    }
+    static_cast<void>(entry.get_objCompany());
+    EXPECT_TRUE(sameAs(*before, *record));
+    EXPECT_FALSE(entry.get_blnDirty());
 }
 
 // --- ScrollMouse ---------------------------------------------------------------------------------
@@ -633,6 +672,26 @@ TEST_F(HostInterface, F1NamesTheObjectWhileTheFrameIsUpAndTheTabOtherwise) {
     EXPECT_EQ(scene.events.log, Names{"MoreHelp 3008"});
     desktop.type("{F1}");
     EXPECT_EQ(scene.events.log, (Names{"MoreHelp 3008", "MoreHelp 3064"}));
+}
+
+TEST_F(HostInterface, TheHelpFrameIsGoneWhenTheHostHearsOfLinkAndF1) {
+    struct Watcher final : VKRDataEntryEvents {
+        explicit Watcher(const Frame& theHelp) : help(theHelp) {}
+        void MoreHelp(std::int16_t /*object*/) override { shown.push_back(help.visible()); }
+        const Frame& help;
+        std::vector<bool> shown;
+    };
+    entry.put_objCompany(fullCompany());
+    auto& help = scene.form().get<Frame>("fraDE", 0);
+    Watcher watcher(help);
+    entry.setEvents(&watcher);
+    desktop.click("txtName");
+    help.setVisible(true);
+    desktop.click("lblMoreHelp");
+    help.setVisible(true);
+    desktop.type("{F1}");
+    EXPECT_EQ(watcher.shown, (std::vector<bool>{false, false}));
+    entry.setEvents(nullptr);
 }
 
 TEST_F(HostInterface, TheThreeUpdateEventsAreNeverRaised) {

@@ -337,6 +337,30 @@ TEST_F(Lifecycle, SavingShowsTheRememberedTab) {
     EXPECT_EQ(desktop.focusedId(), "txtLastFY");
 }
 
+TEST_F(Lifecycle, SavingWhileATabIsOnlyComingUpBringsTheRememberedOneBack) {
+    EventRecorder events;
+    restore({}).put_objCompany(fullCompany());
+    entry->setEvents(&events);
+    desktop.click("txtName");
+    desktop.type("x");
+    PropertyBag bag;
+    bag.write("CurrentTab", std::int32_t{toOther}, std::int32_t{toCompany});
+    auto& strip = entry->form().get<TabStrip>("tbsDataEntry");
+    int selected = 0;
+    entry->stateChanged = [&] {
+        selected = strip.selected();
+        entry->WriteProperties(bag);
+    };
+    entry->put_CurrentTab(toOther); // the name is left for its first field
+    EXPECT_EQ(selected, toOther);
+    EXPECT_FALSE(bag.contains("CurrentTab")) << "the first tab, which is the default";
+    EXPECT_EQ(strip.selected(), toCompany);
+    EXPECT_EQ(control("fraDE(10)").left(), 60);
+    EXPECT_FALSE(control("fraDE(13)").enabled());
+    EXPECT_EQ(desktop.focusedId(), "txtCurrentPrice");
+    EXPECT_EQ(events.log, Names{});
+}
+
 TEST_F(Lifecycle, RestoringAssignsEveryReadKeyInOrder) {
     create();
     PropertyBag bag;
@@ -369,6 +393,39 @@ TEST_F(Lifecycle, RestoringAssignsEveryReadKeyInOrder) {
     EXPECT_TRUE(entry->get_FractionDisplay());
     EXPECT_FALSE(entry->get_blnDirty());
     EXPECT_EQ(desktop.focusedId(), "");
+}
+
+TEST_F(Lifecycle, TheUserModeIsRestoredBeforeTheShadesThatItResets) {
+    PropertyBag bag;
+    bag.write("UserMode", std::int32_t{0}, std::int32_t{1});
+    bag.write("ShadeColorLocked", std::int32_t{1}, std::int32_t{0});
+    bag.write("ShadeColorYear", std::int32_t{2}, std::int32_t{0});
+    restore(bag);
+    EXPECT_EQ(entry->get_UserMode(), umDefault);
+    EXPECT_EQ(entry->get_ShadeColorLocked(), 1U);
+    EXPECT_EQ(entry->get_ShadeColorYear(), 2U);
+}
+
+TEST_F(Lifecycle, SystemColorsComeBackAsTheyWere) {
+    restore({});
+    entry->put_ShadeColorLocked(colors::buttonFace);
+    entry->put_ShadeColorYear(0xFFFFFFFFU);
+    PropertyBag bag;
+    entry->WriteProperties(bag);
+    restore(bag);
+    EXPECT_EQ(entry->get_ShadeColorLocked(), colors::buttonFace);
+    EXPECT_EQ(entry->get_ShadeColorYear(), 0xFFFFFFFFU);
+}
+
+TEST_F(Lifecycle, TheHostHearsOfARestoredTab) {
+    EventRecorder events;
+    PropertyBag bag;
+    bag.write("CurrentTab", std::int32_t{toOther}, std::int32_t{toCompany});
+    create().setEvents(&events);
+    entry->ReadProperties(bag);
+    EXPECT_EQ(events.log, Names{"TabChange 4"});
+    entry->ReadProperties(bag);
+    EXPECT_EQ(events.log, Names{"TabChange 4"}) << "selected already";
 }
 
 TEST_F(Lifecycle, AnEmptySetRestoresTheDefaultsAndNotifies) {
@@ -467,11 +524,25 @@ TEST_F(Lifecycle, TheStandardPlatformShowsThemAll) {
 }
 
 TEST_F(Lifecycle, DesignTimeHidesNothingOnTheOtherPlatform) {
-    desktop.setUserMode(false);
+    for (const bool readable : {true, false}) {
+        desktop.setUserMode(false);
+        if (!readable)
+            desktop.makeUserModeUnreadable();
+        restore(zxSet());
+        for (const auto* id : hiddenOnZx)
+            EXPECT_TRUE(control(id).visible()) << id;
+        EXPECT_EQ(caption("lblLabel(15)"), "ORB EPS Projection");
+    }
+}
+
+TEST_F(Lifecycle, TheOtherPlatformHidesThemWithoutItsLocalizerToo) {
+    desktop.factory().remove(zxLocalizerId);
     restore(zxSet());
     for (const auto* id : hiddenOnZx)
-        EXPECT_TRUE(control(id).visible()) << id;
+        EXPECT_FALSE(control(id).visible()) << id;
     EXPECT_EQ(caption("lblLabel(15)"), "ORB EPS Projection");
+    EXPECT_EQ(entry->form().get<TabStrip>("tbsDataEntry").tab(toOther).caption, "Company &Other");
+    EXPECT_EQ(desktop.messages().size(), 1U);
 }
 
 // --- what closes the help frame ------------------------------------------------------------------
