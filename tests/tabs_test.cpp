@@ -127,6 +127,43 @@ TEST_F(Tabs, ReselectingMovesTheFocusAgainButRaisesNothing) {
     EXPECT_EQ(scene.events.log, Names{});
 }
 
+TEST_F(Tabs, TheHostSelectingTheTabAgainMovesTheFocusToo) {
+    entry.put_CurrentTab(toOther);
+    desktop.click("txtCity");
+    scene.events.log.clear();
+    entry.put_CurrentTab(toOther);
+    EXPECT_EQ(desktop.focusedId(), "txtAddress1");
+    EXPECT_EQ(scene.events.log, Names{});
+}
+
+TEST_F(Tabs, PageFocusAndRecordAreReadyWhenTheEventComes) {
+    struct Watcher final : VKRDataEntryEvents {
+        explicit Watcher(const EntryScene& theScene, const iVKR_Company& theRecord)
+            : scene(theScene), record(theRecord) {}
+        void TabChange(TABObject /*tab*/) override {
+            seen = {scene.desktop.focusedId(), record.get_Name(), record.get_Country()};
+            added = scene.desktop.control("cmdAddYear").visible();
+            left = scene.form().get<Frame>("fraDE", 11).left();
+        }
+        const EntryScene& scene;
+        const iVKR_Company& record;
+        Names seen;
+        bool added = false;
+        Twips left = 0;
+    };
+    const auto record = fullCompany();
+    entry.put_objCompany(record);
+    Watcher watcher(scene, *record);
+    entry.setEvents(&watcher);
+    desktop.click("txtName");
+    desktop.type("^aTyped");
+    entry.put_CurrentTab(toYearly);
+    EXPECT_EQ(watcher.seen, (Names{"txtLastFY", "Typed", "Country text"}));
+    EXPECT_TRUE(watcher.added);
+    EXPECT_EQ(watcher.left, 60);
+    entry.setEvents(nullptr);
+}
+
 TEST_F(Tabs, TheQuarterlyGridIsLaidOutBeforeItIsShown) {
     scene.form().get<Frame>("fraDE", 3).move(0, -3000);
     desktop.clickTab(toQuarterly);
