@@ -293,6 +293,7 @@ DateOrder dateOrder(std::string_view pattern) {
     int day = 0;
     int month = 0;
     int year = 0;
+    bool shortYear = false;
     forEachPiece(resolved(pattern), [&](const Piece& piece) {
         int* part = nullptr;
         switch (piece.token) {
@@ -307,6 +308,8 @@ DateOrder dateOrder(std::string_view pattern) {
             part = &month;
             break;
         case Token::YearTwo:
+            shortYear = true;
+            [[fallthrough]];
         case Token::YearFour:
             part = &year;
             break;
@@ -316,6 +319,8 @@ DateOrder dateOrder(std::string_view pattern) {
         if (*part == 0)
             *part = ++places;
     });
+    if (day == 0 && month != 0 && shortYear)
+        return year < month ? DateOrder::ShortYearMonth : DateOrder::MonthShortYear;
     const bool dayFirst = day != 0 && month != 0 && day < month;
     if (year != 0 && month != 0 && year < month && year < (day == 0 ? month : day))
         return dayFirst ? DateOrder::YearDayMonth : DateOrder::YearMonthDay;

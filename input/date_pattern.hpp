@@ -21,7 +21,14 @@ namespace vkr {
 // "Short Time" are patterns too; an empty one is "General Date".
 [[nodiscard]] std::string formatDate(Date date, std::string_view pattern);
 
-enum class DateOrder { MonthDayYear, DayMonthYear, YearMonthDay, YearDayMonth };
+enum class DateOrder {
+    MonthDayYear,
+    DayMonthYear,
+    YearMonthDay,
+    YearDayMonth,
+    MonthShortYear, // without a day, the year with two digits
+    ShortYearMonth,
+};
 
 // The order in which a pattern writes day, month and year; MonthDayYear where it leaves it open.
 [[nodiscard]] DateOrder dateOrder(std::string_view pattern);

@@ -148,6 +148,10 @@ class Reader {
     bool isYear(std::size_t ahead) const {
         return (isNumber(ahead, 2, 2) || isFullYear(ahead)) && !startsTime(ahead);
     }
+    // The second part is a year of two digits, and nothing of a date follows.
+    bool endsInShortYear() const {
+        return isNumber(1, 2, 2) && !startsTime(1) && !isYear(2) && here(2).kind != Part::Word;
+    }
     int year(std::size_t ahead) const {
         const int value = here(ahead).value;
         if (isFullYear(ahead))
@@ -233,7 +237,7 @@ class Reader {
         const int month = monthOf(here().text);
         if (month == 0)
             return false;
-        if (isFullYear(1))
+        if (isFullYear(1) || (order_ == DateOrder::MonthShortYear && endsInShortYear()))
             return take(2, makeDate(year(1), month, 1));
         if (!isDayNumber(1) || startsTime(1))
             return false;
@@ -256,6 +260,9 @@ class Reader {
         }
         if (!isDayNumber(0))
             return false;
+        if (order_ == DateOrder::ShortYearMonth && ordinal == 0 && isNumber(0, 2, 2) &&
+            !isDayNumber(2) && !isYear(2))
+            return take(2, makeDate(year(0), month, 1));
         const int day = here().value;
         if (order_ == DateOrder::YearMonthDay && ordinal == 0 && isNumber(0, 2, 2) &&
             isDayNumber(2) && !startsTime(2)) // as "YY-MMM-DD" writes it
@@ -301,6 +308,10 @@ class Reader {
 
     // A month and a year, or a month and a day of this year.
     bool readTwoNumbers(char mark) {
+        if (order_ == DateOrder::MonthShortYear && isDayNumber(0) && endsInShortYear())
+            return take(2, makeDate(year(1), here(0).value, 1));
+        if (order_ == DateOrder::ShortYearMonth && isNumber(0, 2, 2) && isDayNumber(1))
+            return take(2, makeDate(year(0), here(1).value, 1));
         const bool slash = mark == '/';
         if (!slash && mark != '-')
             return false;
@@ -312,7 +323,7 @@ class Reader {
             return false;
         int month = here(0).value;
         int day = here(1).value;
-        if (order_ == DateOrder::DayMonthYear)
+        if (order_ == DateOrder::DayMonthYear || order_ == DateOrder::YearDayMonth)
             std::swap(month, day);
         const auto date = makeDate(currentYear_, month, day);
         return take(2, date ? date : makeDate(currentYear_, day, month));

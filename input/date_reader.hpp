@@ -21,7 +21,8 @@ namespace vkr {
 // 1999. Years are 100 to 9999 with four digits.
 //
 // A display pattern that orders day and month otherwise ("DD/MM/YYYY") can be named in `pattern`:
-// numbers are then read in its order first, so that what formatDate wrote is read back.
+// numbers are then read in its order first, so that what formatDate wrote is read back. Where it
+// leaves the day out and writes the year with two digits ("MMM YY"), "Nov 05" is November 2005.
 [[nodiscard]] std::optional<Date> readDate(std::string_view text, Date today,
                                            std::string_view pattern = {});
 

@@ -272,6 +272,46 @@ TEST(DateReader, ReadsBackWhatAPatternWrites) {
     }
 }
 
+TEST(DateReader, ReadsShortYearsOfAPatternWithoutDays) {
+    struct {
+        const char* text;
+        const char* pattern;
+        const char* date;
+    } rows[] = {
+        {"Nov 05", "MMM YY", "2005-11-01"},
+        {"Nov 31", "MMM YY", "1931-11-01"},
+        {"Nov/05", "MMM/YY", "2005-11-01"},
+        {"11/05", "MM/YY", "2005-11-01"},
+        {"11-05", "MM-YY", "2005-11-01"},
+        {"11.97", "MM.YY", "1997-11-01"},
+        {"05-11", "YY-MM", "2005-11-01"},
+        {"05 Nov", "YY MMM", "2005-11-01"},
+        {"13/05", "MM/YY", "none"},
+        {"Nov 2005", "MMM YY", "2005-11-01"},
+        {"Nov 5", "MMM YY", "2024-11-05"},
+        {"Nov 05th", "MMM YY", "2024-11-05"},
+        {"Nov 30 2005", "MMM YY", "2005-11-30"},
+        {"Nov 30, 05", "MMM YY", "2005-11-30"},
+        {"11/30/05", "MM/YY", "2005-11-30"},
+        {"11/30/2005", "YY/MM", "2005-11-30"},
+        {"30 Nov 2005", "YY MMM", "2005-11-30"},
+        {"30 Nov 05", "MMM YY", "2005-11-30"},
+        {"Nov 05", "MMM YYYY", "2024-11-05"}, // four digits are what it shows
+        {"Nov 05", "MMM/DD/YYYY", "2024-11-05"},
+        {"11/05", "MM/DD/YY", "2024-11-05"},
+        {"05/04", "YYYY/DD/MM", "2024-04-05"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(readBack(row.text, row.pattern), row.date) << row.text << " as " << row.pattern;
+    for (int year = 1930; year < 2030; ++year)
+        for (int month = 1; month <= 12; ++month)
+            for (const char* pattern :
+                 {"MMM YY", "mmmm/yy", "MM/YY", "mm-yy", "mm.yy", "yy/mm", "YY-MM", "yy mmm"}) {
+                const auto text = formatDate(*makeDate(year, month, 17), pattern);
+                EXPECT_EQ(readDate(text, today, pattern), makeDate(year, month, 1)) << text;
+            }
+}
+
 TEST(DateReader, AnyBytesHaveAnAnswer) {
     const auto seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
