@@ -104,9 +104,14 @@ void FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& fie
                 if (holds(text, '-')) {
                     std::string unsignedText = text;
                     ReplaceAll(unsignedText, "-", "");
-                    const auto before = textLeft(text, field.selStart());
-                    const auto signs = std::count(before.begin(), before.end(), '-');
-                    field.editText(unsignedText, field.selStart() - static_cast<int>(signs));
+                    const auto signsIn = [](std::string_view part) {
+                        return static_cast<int>(std::count(part.begin(), part.end(), '-'));
+                    };
+                    // What is selected stays so: the figure that follows replaces it.
+                    const int start = field.selStart() - signsIn(textLeft(text, field.selStart()));
+                    const int length = field.selLength() - signsIn(field.selText());
+                    field.editText(unsignedText, start);
+                    field.select(start, length);
                 }
             }
             break;

@@ -227,6 +227,41 @@ TEST(FieldKeys, TakingTheSignOffKeepsTheCaretAtItsFigure) {
     EXPECT_EQ(field.text(), "-1234");
 }
 
+TEST(FieldKeys, TakingTheSignOffKeepsTheSelection) {
+    struct {
+        const char* before;
+        int start;
+        int length;
+        const char* selected; // after the sign is off
+        const char* typed;    // and a 3 is typed
+    } cases[] = {{"-5.00", 0, 5, "5.00", "3"}, {"-5.00", 1, 4, "5.00", "3"},
+                 {"-5.25", 3, 2, "25", "5.3"}, {"-5.25", 0, 2, "5", "3.25"},
+                 {"-5.25", 0, 1, "", "35.25"}, {"-5.25-", 2, 4, ".25", "53"}};
+    KeyScene scene;
+    for (const char* id : {"txtTotalDebt", "txtSales(9)", "txtEPS(0)"}) {
+        goTo(scene, id);
+        auto& field = dynamic_cast<TextField&>(scene.desktop.control(id));
+        for (const auto& one : cases) {
+            SCOPED_TRACE(std::string(id) + " " + one.before + " " + std::to_string(one.start));
+            scene.put(field, one.before);
+            scene.desktop.dragOver(one.start, one.length);
+            scene.desktop.type("-");
+            EXPECT_EQ(field.selText(), one.selected);
+            scene.desktop.type("3");
+            EXPECT_EQ(field.text(), one.typed);
+        }
+    }
+    // A loss that is typed over is replaced as a whole: no digit of the old one stays.
+    const auto company = datedCompany();
+    company->put_TotalDebt(-5);
+    scene.load(company);
+    scene.desktop.clickTab(toYearly);
+    goTo(scene, "txtTotalDebt");
+    EXPECT_EQ(scene.text("txtTotalDebt"), "-5.00");
+    scene.desktop.type("-3{TAB}");
+    EXPECT_EQ(company->get_TotalDebt(), 3);
+}
+
 TEST(FieldKeys, EnterMovesAsTabDoesAndBreaksTheLineOfTheNotes) {
     KeyScene scene;
     for (const TextField* field : allFields(scene)) {
