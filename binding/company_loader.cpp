@@ -93,12 +93,14 @@ Variant preTaxIncomeOf(double netIncome, double taxRate) {
     return quotient(netIncome, 1 - taxRate / 100);
 }
 
-// The hidden member of a pair, from two series on show, where both have a figure.
+// The hidden member of a pair, from two series on show, where both have a figure. `back` leads from
+// the hidden figure to the shown one: a pair that agrees stays as it was typed.
 struct DerivedSeries {
     Datum hidden;
     Datum first;
     Datum second;
     Derive derive;
+    Derive back;
     bool (*wanted)(const Session&);
 };
 
@@ -113,11 +115,16 @@ bool showsTaxRate(const Session& s) {
 }
 
 constexpr DerivedSeries derivedSeries[] = {
-    {Datum::YCommEqSeries, Datum::YBookValSeries, Datum::YCSOSeries, equityOf, showsBookValue},
-    {Datum::YTaxRateSeries, Datum::YNetIncSeries, Datum::YPTISeries, taxRateOf, showsIncome},
-    {Datum::QTaxRateSeries, Datum::QNetIncSeries, Datum::QPTISeries, taxRateOf, showsIncome},
-    {Datum::YPTISeries, Datum::YNetIncSeries, Datum::YTaxRateSeries, preTaxIncomeOf, showsTaxRate},
-    {Datum::QPTISeries, Datum::QNetIncSeries, Datum::QTaxRateSeries, preTaxIncomeOf, showsTaxRate},
+    {Datum::YCommEqSeries, Datum::YBookValSeries, Datum::YCSOSeries, equityOf, nullptr,
+     showsBookValue},
+    {Datum::YTaxRateSeries, Datum::YNetIncSeries, Datum::YPTISeries, taxRateOf, preTaxIncomeOf,
+     showsIncome},
+    {Datum::QTaxRateSeries, Datum::QNetIncSeries, Datum::QPTISeries, taxRateOf, preTaxIncomeOf,
+     showsIncome},
+    {Datum::YPTISeries, Datum::YNetIncSeries, Datum::YTaxRateSeries, preTaxIncomeOf, taxRateOf,
+     showsTaxRate},
+    {Datum::QPTISeries, Datum::QNetIncSeries, Datum::QTaxRateSeries, preTaxIncomeOf, taxRateOf,
+     showsTaxRate},
 };
 
 void derive(iVKR_Company& company, const DerivedSeries& rule) {
@@ -132,6 +139,8 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
         const double other = second.array().number(i);
         if (one > 0 && other > 0 && std::isfinite(one) && std::isfinite(other))
             attempt([&] {
+                if (rule.back != nullptr && rule.back(one, figures.number(i)).toDouble() == other)
+                    return;
                 const double derived = rule.derive(one, other).toDouble();
                 if (std::isfinite(derived))
                     figures.setNumber(i, derived);

@@ -81,9 +81,12 @@ struct Ledger {
                                              : period < newest - 34;
         });
     }
-    void put(Datum hidden, Datum one, Datum other, double (*of)(double, double)) {
+    using Of = double (*)(double, double);
+    // A pair that agrees stays as it is.
+    void put(Datum hidden, Datum one, Datum other, Of of, Of back = nullptr) {
         for (const auto& [place, figure] : std::map(figures))
-            if (place.first == one && figure > 0 && at(other, place.second) > 0)
+            if (place.first == one && figure > 0 && at(other, place.second) > 0 &&
+                !(back && back(figure, at(hidden, place.second)) == at(other, place.second)))
                 figures[{hidden, place.second}] = of(figure, at(other, place.second));
     }
     // Whenever the form is written as a whole, the hidden one of a pair follows.
@@ -95,12 +98,15 @@ struct Ledger {
              {std::array{Datum::YNetIncSeries, Datum::YPTISeries, Datum::YTaxRateSeries},
               std::array{Datum::QNetIncSeries, Datum::QPTISeries, Datum::QTaxRateSeries}})
             if (rate)
-                put(pretax, income, tax, [](double net, double percent) {
-                    return percent == 100 ? 0 : net / (1 - percent / 100);
-                });
+                put(pretax, income, tax, incomeOf, rateOf);
             else
-                put(tax, income, pretax,
-                    [](double net, double before) { return (1 - net / before) * 100; });
+                put(tax, income, pretax, rateOf, incomeOf);
+    }
+    static double incomeOf(double net, double percent) {
+        return percent == 100 ? 0 : net / (1 - percent / 100);
+    }
+    static double rateOf(double net, double before) {
+        return (1 - (before == 0 ? 0 : net / before)) * 100;
     }
 };
 

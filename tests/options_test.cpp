@@ -450,6 +450,71 @@ TEST(OptionRows, SwitchingWritesNoSeries) {
     EXPECT_EQ(changedData(*before, *scene.company), std::vector<std::string>{});
 }
 
+TEST(OptionRows, SwitchingBackAndForthAndSavingKeepsTheFigures) {
+    OptionsScene scene(datedCompany());
+    // Quotients of these leave stray digits in binary.
+    for (int element = 1; element <= 10; ++element) {
+        putElement(*scene.company, "YNetIncSeries", element, (7000 * element + 20021) / 100.0);
+        putElement(*scene.company, "YPTISeries", element, (10000 * element + 28733) / 100.0);
+        putElement(*scene.company, "QNetIncSeries", element, 7 * element / 1000.0);
+        putElement(*scene.company, "QPTISeries", element, (100 * element + 13) / 13000.0);
+    }
+    putElement(*scene.company, "YNetIncSeries", 1, 70);
+    putElement(*scene.company, "YPTISeries", 1, 100);
+    scene.load(scene.company);
+    (void)scene.entry->get_objCompany();
+    const auto before = scene.company->clone();
+    for (int round = 0; round < 3; ++round)
+        for (const int index : {1, 0}) {
+            scene.choose("optPTI", index);
+            (void)scene.entry->get_objCompany();
+            SCOPED_TRACE(std::to_string(round) + " " + std::to_string(index));
+            EXPECT_EQ(changedData(*before, *scene.company),
+                      index == 1 ? std::vector<std::string>{"blnTaxRate"}
+                                 : std::vector<std::string>{});
+        }
+}
+
+TEST(OptionRows, AFigureThatIsEditedTakesItsPartnerAlong) {
+    OptionsScene scene(datedCompany());
+    putElement(*scene.company, "YNetIncSeries", 1, 70);
+    putElement(*scene.company, "YTaxRateSeries", 1, 30);
+    scene.company->get_Settings()->put(setting::taxRate, true);
+    scene.load(scene.company);
+    (void)scene.entry->get_objCompany();
+    EXPECT_EQ(elementOf(*scene.company, "YPTISeries", 1), 100);
+    typeOver(scene, "txtYOption(9)", "12.5");
+    (void)scene.entry->get_objCompany();
+    EXPECT_EQ(elementOf(*scene.company, "YPTISeries", 1), 80);
+    EXPECT_EQ(elementOf(*scene.company, "YTaxRateSeries", 1), 12.5);
+    scene.choose("optPTI", 0);
+    (void)scene.entry->get_objCompany();
+    EXPECT_EQ(elementOf(*scene.company, "YTaxRateSeries", 1), 12.5);
+    typeOver(scene, "txtYOption(9)", "140");
+    (void)scene.entry->get_objCompany();
+    EXPECT_EQ(elementOf(*scene.company, "YTaxRateSeries", 1), 50);
+}
+
+TEST(OptionRows, EveryTypedRateComesBackFromItsIncome) {
+    OptionsScene scene(datedCompany());
+    for (int first = 1; first < 100; first += 10) {
+        for (int i = 0; i < 10 && first + i < 100; ++i) {
+            putElement(*scene.company, "YNetIncSeries", i + 1, 207.21);
+            putElement(*scene.company, "YPTISeries", i + 1, 0);
+            putElement(*scene.company, "YTaxRateSeries", i + 1, first + i + 0.35);
+        }
+        scene.company->get_Settings()->put(setting::taxRate, true);
+        scene.load(scene.company);
+        (void)scene.entry->get_objCompany();
+        const auto before = scene.company->clone();
+        for (const int index : {0, 1, 0, 1}) {
+            scene.choose("optPTI", index);
+            (void)scene.entry->get_objCompany();
+        }
+        EXPECT_EQ(changedData(*before, *scene.company), std::vector<std::string>{}) << first;
+    }
+}
+
 // --- currency symbol -------------------------------------------------------------------------
 
 TEST(CurrencySymbol, StandsBesideEveryMoneyFieldAtEachKeystroke) {
