@@ -220,9 +220,12 @@ void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
 }
 
 void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
-    const auto clean = cleanNumericText(
-        control.text(), field.kind == price ? NumericKind::PriceText : NumericKind::PlainNumber,
-        field.scaled ? -UnitExponent(session_.unitFactor) : 0);
+    const auto clean =
+        field.kind == price ? cleanNumericText(control.text(), NumericKind::PriceText)
+        : field.kind == percent
+            ? cleanNumericText(control.text(), NumericKind::PlainNumber)
+            : session_.typedNumber(control.text(),
+                                   field.scaled ? -UnitExponent(session_.unitFactor) : 0);
     if (!clean.fits) {
         control.setMark(session_.text(text_number::reasonTooLarge,
                                       "This number is too large and was not stored."));

@@ -108,8 +108,8 @@ void SeriesGrid::showChoice(ColumnChoice choice) {
             show(static_cast<int>(column));
 }
 
-// A figure that nobody touched comes from the record: eighths are its rounded picture. A text that
-// was refused stays as it was typed.
+// Eighths are a rounded picture: a figure that nobody touched comes from the record, and one that
+// is being typed goes there first. A text that was refused stays as it was typed.
 void SeriesGrid::followPriceDisplay() {
     for (int column = 0; column < static_cast<int>(columns_.size()); ++column) {
         const GridColumn& description = columns_[static_cast<std::size_t>(column)];
@@ -122,8 +122,11 @@ void SeriesGrid::followPriceDisplay() {
         for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
             TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
             const auto element = elementOf(row);
-            if (isUntouched(cell) && element && value.isArray() && value.array().contains(*element))
+            const bool held = element && value.isArray() && value.array().contains(*element);
+            if (isUntouched(cell) && held)
                 showStored({column, row}, value.array().number(*element));
+            else if (cell.mark().empty() && held && !cell.locked())
+                leave({column, row});
             else if (cell.mark().empty())
                 ConvertPriceText(!session_.fractionDisplay, cell);
         }
@@ -234,9 +237,9 @@ void SeriesGrid::leave(Cell cell) {
     const GridSeries& series = seriesOf(column);
     TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     const bool untouched = isUntouched(left);
-    const auto clean = cleanNumericText(
-        left.text(), column.price ? NumericKind::PriceText : NumericKind::PlainNumber,
-        -UnitExponent(scaleOf(series)));
+    const auto clean = column.price
+                           ? cleanNumericText(left.text(), NumericKind::PriceText)
+                           : session_.typedNumber(left.text(), -UnitExponent(scaleOf(series)));
     const bool changed = checkFieldChange(left, session_);
     if (session_.company == nullptr || left.locked())
         return;

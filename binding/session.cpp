@@ -4,6 +4,7 @@
 #include "input/date_pattern.hpp"
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
+#include "input/number_pattern.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/text.hpp"
 
@@ -75,6 +76,14 @@ void Session::ComputeUnitFactor() {
     });
     unit = stored == 3 || stored == 9 ? stored : defaultUnit;
     unitFactor = unit == 3 ? 1000 : unit == 9 ? 0.001 : 1;
+}
+
+NumericText Session::typedNumber(std::string_view text, int exponent) const {
+    constexpr double grouped = 1234567;
+    std::string typed(text);
+    if (formatNumber(grouped, numberFormat).find(',') != std::string::npos)
+        ReplaceAll(typed, ",", "");
+    return cleanNumericText(typed, NumericKind::PlainNumber, exponent);
 }
 
 bool Session::isValidDate(Date date) {

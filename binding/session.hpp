@@ -5,6 +5,7 @@
 #include "binding/enumerations.hpp"
 #include "binding/ivkr_company.hpp"
 #include "input/mdlDataEntry.hpp"
+#include "input/number_text.hpp"
 #include "platform/form.hpp"
 #include "platform/localizer.hpp"
 #include "platform/services.hpp"
@@ -90,6 +91,10 @@ class Session final : public FieldHost {
 
     // Takes the unit from the record; a record without one gets millions.
     void ComputeUnitFactor();
+
+    // What a person typed into a field of the number pattern. Where the pattern groups thousands
+    // an edited figure may have its marks anywhere: "1,2345.50" is 12345.50.
+    [[nodiscard]] NumericText typedNumber(std::string_view text, int exponent) const;
 
     [[nodiscard]] static bool isValidDate(Date date);
     // What a person typed or picked, as a date in range; nothing otherwise.

@@ -14,7 +14,8 @@ class FieldHost {
 };
 
 // The change check of a field that is left: closes the help frame; a text other than the tag (the
-// last accepted text) becomes the tag and marks the company changed. Answers whether it did.
+// last accepted text) becomes the tag and marks the company changed. Answers whether it did. A
+// refused text that has given way to the stored one again takes its mark along.
 bool checkFieldChange(TextField& field, FieldHost& host);
 
 // Whether the field still shows what the program put there and stored: such a text stands for the

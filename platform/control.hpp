@@ -4,8 +4,10 @@
 #include "platform/color.hpp"
 #include "platform/localizer.hpp"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vkr {
@@ -178,6 +180,9 @@ class TextField : public Control {
 
     // Why the text on show is not stored in the record; empty while it is.
     [[nodiscard]] const std::string& mark() const { return mark_; }
+    // Of a marked field the text that stands for what is stored, where it is known.
+    [[nodiscard]] const std::optional<std::string>& storedText() const { return storedText_; }
+    void setStoredText(std::optional<std::string> text) { storedText_ = std::move(text); }
     void setMark(std::string_view reason) { assign(mark_, std::string(reason), Property::mark); }
 
   protected:
@@ -191,6 +196,7 @@ class TextField : public Control {
 
     std::string text_;
     std::string mark_;
+    std::optional<std::string> storedText_;
     int selStart_ = 0;
     int selLength_ = 0;
     int maxLength_ = 0;

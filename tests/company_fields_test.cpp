@@ -538,6 +538,42 @@ TEST(CompanyDates, TypingTheOldDateAgainTakesTheMarkOff) {
     EXPECT_EQ(company->get_LastUpdate(), *makeDate(2026, 11, 19));
 }
 
+TEST(CompanyDates, UndoingARefusedTextKeepsTheStoredDay) {
+    EntryScene scene;
+    scene.entry->put_DateFormat("MMM YYYY");
+    const auto company = datedCompany();
+    company->put_LastUpdate(*makeDate(2005, 12, 31));
+    company->put_DateOfSource(*makeDate(2005, 11, 30));
+    scene.load(company);
+    for (const char* id :
+         {"txtLastUpdate", "txtPriceUpdate", "txtDateOfSource", "txtDateofLastFY"}) {
+        SCOPED_TRACE(id);
+        const auto before = company->clone();
+        const std::string shown = textOf(scene, id);
+        typeOver(scene, id, "soon");
+        EXPECT_NE(markOf(scene, id), "");
+        typeOver(scene, id, shown);
+        EXPECT_EQ(markOf(scene, id), "");
+        EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
+        // The first of the month is what another month means.
+        typeOver(scene, id, "Mar 2006");
+    }
+    EXPECT_EQ(company->get_LastUpdate(), makeDate(2006, 3, 1));
+    EXPECT_EQ(company->get_LastFYDate(), makeDate(2006, 3, 1));
+}
+
+TEST(CompanyDates, AShortYearBehindAMonthIsAYear) {
+    EntryScene scene;
+    scene.entry->put_DateFormat("MMM YY");
+    const auto company = datedCompany();
+    company->put_LastUpdate(*makeDate(2005, 12, 31));
+    scene.load(company);
+    EXPECT_EQ(scene.text("txtLastUpdate"), "Dec 05");
+    typeOver(scene, "txtLastUpdate", "Nov 05");
+    EXPECT_EQ(company->get_LastUpdate(), makeDate(2005, 11, 1));
+    EXPECT_EQ(scene.text("txtLastUpdate"), "Nov 05");
+}
+
 TEST(CompanyDates, UnstoredOnesAreListedWithLabelAndReason) {
     EntryScene scene;
     scene.load(datedCompany());
@@ -836,6 +872,106 @@ TEST(CompanyNumbers, ATooLargeNumberStaysTypedAndMarked) {
                 << row.control;
         }
     }
+}
+
+TEST(CompanyNumbers, UndoingARefusedTextKeepsTheStoredFigure) {
+    EntryScene scene;
+    const auto company = datedCompany();
+    company->put_TotalDebt(1234.5678);
+    company->put_CurrentPrice(9.87654);
+    company->put_CommDiv(-2);
+    company->put_CommDivAlternate(-2);
+    putElement(*company, "YEPSSeries", 1, 1.23456);
+    putElement(*company, "YHighSeries", 1, 8.76543);
+    scene.load(company);
+    const auto before = company->clone();
+    for (const bool fractions : {false, true}) {
+        scene.entry->put_FractionDisplay(fractions);
+        for (const char* id :
+             {"txtTotalDebt", "txtCurrentPrice", "txtCommDiv", "txtYEPS(9)", "txtHigh(9)"}) {
+            SCOPED_TRACE(id);
+            const std::string shown = textOf(scene, id);
+            pasteOver(scene, id, "1e400");
+            EXPECT_NE(markOf(scene, id), "");
+            pasteOver(scene, id, "2e400"); // and once more
+            EXPECT_NE(markOf(scene, id), "");
+            scene.desktop.setClipboardText(shown);
+            goTo(scene, id);
+            scene.desktop.type(shown.empty() ? "^a{DEL}{TAB}" : "^a^v{TAB}");
+            EXPECT_EQ(textOf(scene, id), shown);
+            EXPECT_EQ(markOf(scene, id), "");
+            EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
+        }
+    }
+    EXPECT_TRUE(scene.entry->unstoredFields().empty());
+    pasteOver(scene, "txtTotalDebt", "1e400");
+    goTo(scene, "txtTotalDebt");
+    scene.desktop.type("^z^z");
+    EXPECT_EQ(scene.text("txtTotalDebt"), "1234.57");
+    scene.desktop.type("{TAB}");
+    EXPECT_EQ(company->get_TotalDebt(), 1234.5678);
+    EXPECT_EQ(markOf(scene, "txtTotalDebt"), "");
+}
+
+TEST(CompanyNumbers, ARefusedTextThatGaveWayToANewFigureIsStored) {
+    EntryScene scene;
+    const auto record = std::make_shared<ScriptedRecord>(datedCompany());
+    record->put_TotalDebt(1234.5678);
+    scene.load(record);
+    record->failing = {"write TotalDebt"};
+    typeOver(scene, "txtTotalDebt", "77");
+    EXPECT_NE(markOf(scene, "txtTotalDebt"), "");
+    record->failing = {};
+    typeOver(scene, "txtTotalDebt", "88.125");
+    EXPECT_EQ(record->get_TotalDebt(), 88.125);
+    EXPECT_EQ(scene.text("txtTotalDebt"), "88.13");
+    // From here on this is what stands for the stored figure.
+    pasteOver(scene, "txtTotalDebt", "1e400");
+    typeOver(scene, "txtTotalDebt", "1234.57");
+    EXPECT_EQ(record->get_TotalDebt(), 1234.57);
+    pasteOver(scene, "txtTotalDebt", "1e400");
+    typeOver(scene, "txtTotalDebt", "1234.57");
+    EXPECT_EQ(record->get_TotalDebt(), 1234.57);
+    EXPECT_EQ(markOf(scene, "txtTotalDebt"), "");
+}
+
+TEST(CompanyNumbers, AGroupedFigureMayBeEditedAnywhere) {
+    struct {
+        int caret;
+        const char* keys;
+        double stored;
+    } cases[] = {{4, "5", 12354.5},
+                 {4, "{BACKSPACE}", 124.5},
+                 {0, "9", 91234.5},
+                 {1, "0", 10234.5},
+                 {2, "{BACKSPACE}", 1234.5},
+                 {5, "67", 123467.5},
+                 {3, "{DEL}{DEL}{DEL}", 1250},
+                 {8, "9", 1234.509},
+                 {0, "-", -1234.5}};
+    for (const char* pattern : {"#,##0.00", "$#,##0.00", "Standard"})
+        for (const auto& one : cases) {
+            SCOPED_TRACE(std::string(pattern) + " " + std::to_string(one.caret) + one.keys);
+            EntryScene scene;
+            scene.entry->put_NumberFormat(pattern);
+            const auto company = datedCompany();
+            company->put_TotalDebt(1234.5);
+            putElement(*company, "YNetIncSeries", 1, 1234.5);
+            scene.load(company);
+            const int sign = pattern[0] == '$' ? 1 : 0;
+            for (const char* id : {"txtTotalDebt", "txtYNetInc(9)"}) {
+                goTo(scene, id);
+                ASSERT_EQ(textOf(scene, id),
+                          std::string(pattern[0] == '$' ? "$" : "") + "1,234.50");
+                scene.desktop.clickAt(one.caret == 0 ? 0 : one.caret + sign);
+                if (one.caret != 0 || sign == 0 || one.keys[0] == '-')
+                    scene.desktop.type(std::string(one.keys) + "{TAB}");
+                else
+                    scene.desktop.type(std::string("{RIGHT}") + one.keys + "{TAB}");
+            }
+            EXPECT_EQ(company->get_TotalDebt(), one.stored);
+            EXPECT_EQ(elementOf(*company, "YNetIncSeries", 1), one.stored);
+        }
 }
 
 TEST(CompanyNumbers, InsiderHoldingIsShownAndReadInPercent) {

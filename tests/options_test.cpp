@@ -388,6 +388,37 @@ TEST(PriceDisplay, KeepsAPriceThatIsBeingTyped) {
     EXPECT_EQ(elementOf(*scene.company, "YHighSeries", 6), 9.375);
 }
 
+TEST(PriceDisplay, StoresAPriceThatIsBeingTypedWithEveryDigit) {
+    struct {
+        const char* typed;
+        double stored;
+        const char* eighths;
+    } cases[] = {{"7.6", 7.6, "7 5/8"},  {"9.9999", 9.9999, "10"},
+                 {"12.06", 12.06, "12"}, {"2.95", 2.95, "2 1/1"},
+                 {"0.01", 0.01, "0"},    {"3 1/3", 3.33333333333333, "3 3/8"}};
+    for (const char* id : {"txtCurrentPrice", "txt52WHigh", "txt52WLow", "txtHigh(9)", "txtLow(0)"})
+        for (const auto& one : cases) {
+            SCOPED_TRACE(std::string(id) + " " + one.typed);
+            OptionsScene scene(datedCompany());
+            goTo(scene, id);
+            scene.desktop.type("^a{DEL}" + keysOf(one.typed));
+            scene.entry->put_FractionDisplay(true);
+            EXPECT_EQ(textOf(scene, id), one.eighths);
+            EXPECT_EQ(dynamic_cast<const TextField&>(scene.desktop.control(id)).selText(),
+                      one.eighths);
+            EXPECT_TRUE(scene.entry->get_blnDirty());
+            scene.desktop.type("{TAB}");
+            const std::map<std::string, double> stored = {
+                {"txtCurrentPrice", scene.company->get_CurrentPrice()},
+                {"txt52WHigh", scene.company->get_High52W()},
+                {"txt52WLow", scene.company->get_Low52W()},
+                {"txtHigh(9)", elementOf(*scene.company, "YHighSeries", 1)},
+                {"txtLow(0)", elementOf(*scene.company, "YLowSeries", 10)}};
+            EXPECT_EQ(stored.at(id), one.stored);
+            EXPECT_NE(scene.desktop.focusedId(), id);
+        }
+}
+
 TEST(PriceDisplay, LoadsInTheFormInForce) {
     EntryScene scene;
     scene.entry->put_FractionDisplay(true);

@@ -207,10 +207,12 @@ void YearlyGrid::leaveLastFiscalYear() {
 void YearlyGrid::leaveLastFiscalYearDate() {
     session_.dateFieldPending = false;
     auto& field = session_.textBox("txtDateofLastFY");
-    if (session_.cancelPressed || field.locked() || session_.company == nullptr ||
-        isUntouched(field))
+    if (session_.cancelPressed || field.locked() || session_.company == nullptr)
         return;
+    const bool untouched = isUntouched(field);
     checkFieldChange(field, session_);
+    if (untouched)
+        return;
     const auto typed = session_.typedDate(field);
     if (!typed) {
         field.setMark(
