@@ -108,8 +108,8 @@ void SeriesGrid::showChoice(ColumnChoice choice) {
             show(static_cast<int>(column));
 }
 
-// Eighths are a rounded picture: a figure that nobody touched comes from the record, and one that
-// is being typed goes there first. A text that was refused stays as it was typed.
+// A figure that nobody touched comes from the record: eighths are its rounded picture. A text that
+// was refused stays as it was typed.
 void SeriesGrid::followPriceDisplay() {
     for (int column = 0; column < static_cast<int>(columns_.size()); ++column) {
         const GridColumn& description = columns_[static_cast<std::size_t>(column)];
@@ -125,10 +125,10 @@ void SeriesGrid::followPriceDisplay() {
             const bool held = element && value.isArray() && value.array().contains(*element);
             if (isUntouched(cell) && held)
                 showStored({column, row}, value.array().number(*element));
-            else if (cell.mark().empty() && held && !cell.locked())
-                leave({column, row});
-            else if (cell.mark().empty())
+            else if (isUntouched(cell))
                 ConvertPriceText(!session_.fractionDisplay, cell);
+            else if (cell.mark().empty())
+                convertTypedPrice(!session_.fractionDisplay, cell);
         }
     }
 }

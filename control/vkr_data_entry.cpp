@@ -557,8 +557,6 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
     auto& option = form.get<OptionButton>("optDisplay", fractions ? 1 : 0);
     if (!option.value())
         option.setValue(true);
-    auto* const active = dynamic_cast<TextBox*>(form.activeControl());
-    const std::string typed = active == nullptr ? std::string() : active->text();
     auto& price = form.get<TextField>("txtCurrentPrice");
     const std::string kept = price.text();
     price.setText(price.tag());
@@ -567,18 +565,16 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
         if (field.kind != FieldKind::price)
             continue;
         auto& shown = form.get<TextField>(field.control);
-        // Eighths are a rounded picture: a figure that nobody touched comes from the record, and
-        // one that is being typed goes there first. A text that was refused stays as it was typed.
+        // A figure that nobody touched comes from the record: eighths are its rounded picture. A
+        // text that was refused stays as it was typed.
         if (session.company != nullptr && isUntouched(shown))
             attempt([&] { fields.show(field); });
-        else if (shown.mark().empty() && session.company != nullptr && !shown.locked())
-            fields.leave(field);
-        else if (shown.mark().empty())
+        else if (isUntouched(shown))
             ConvertPriceText(!fractions, shown);
+        else if (shown.mark().empty())
+            convertTypedPrice(!fractions, shown);
     }
     yearly.followPriceDisplay();
-    if (active != nullptr && active->text() != typed)
-        SelectAllText(*active); // what is typed next replaces it
 }
 
 void VKRDataEntry::Impl::fillList(std::string_view name, const Variant& items) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "input/mdlDataEntry.hpp"
 
+#include "input/mdlKMTMisc.hpp"
+#include "input/number_text.hpp"
+
 namespace vkr {
 
 bool checkFieldChange(TextField& field, FieldHost& host) {
@@ -25,6 +28,17 @@ void putFieldText(TextField& field, std::string_view text) {
     field.setTag(text);
     field.setMark("");
     field.setStoredText(std::nullopt);
+}
+
+void convertTypedPrice(bool toDecimal, TextField& field) {
+    const auto price = [&] {
+        return numericValue(cleanNumericText(field.text(), NumericKind::PriceText).text);
+    };
+    const std::string typed = field.text();
+    const double before = price();
+    ConvertPriceText(toDecimal, field);
+    if (price() != before)
+        field.setText(typed);
 }
 
 } // namespace vkr

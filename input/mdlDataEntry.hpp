@@ -25,4 +25,7 @@ bool checkFieldChange(TextField& field, FieldHost& host);
 // Puts a text into field and tag, and takes a mark off.
 void putFieldText(TextField& field, std::string_view text);
 
+// Rewrites a price that is being typed in the other form, unless it would lose digits there.
+void convertTypedPrice(bool toDecimal, TextField& field);
+
 } // namespace vkr
