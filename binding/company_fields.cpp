@@ -184,7 +184,7 @@ void CompanyFields::leave(const CompanyField& field) {
         storeNumber(field, left);
         break;
     }
-    if (changed && (field.datum == Datum::Name || field.datum == Datum::Symbol))
+    if (field.datum == Datum::Name || field.datum == Datum::Symbol)
         session_.tellState();
 }
 
@@ -202,6 +202,8 @@ void CompanyFields::store(const CompanyField& field, const Variant& value) {
     control(field).setMark(
         stored ? std::string()
                : session_.text(text_number::reasonRefused, "This value could not be stored."));
+    if (stored)
+        session_.markChanged(); // the host may have saved since the value was refused
 }
 
 void CompanyFields::storeDate(const CompanyField& field, TextField& control) {

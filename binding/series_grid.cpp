@@ -96,6 +96,24 @@ void SeriesGrid::showAll() {
         show(column);
 }
 
+void SeriesGrid::showAgain() {
+    struct Marked {
+        TextBox* cell;
+        std::string text;
+        std::string mark;
+    };
+    std::vector<Marked> kept;
+    for (const auto& column : cells_)
+        for (TextBox* cell : column)
+            if (!cell->mark().empty())
+                kept.push_back({cell, cell->text(), cell->mark()});
+    showAll();
+    for (const auto& [cell, text, mark] : kept) {
+        putFieldText(*cell, text);
+        cell->setMark(mark);
+    }
+}
+
 void SeriesGrid::showScaled() {
     for (std::size_t column = 0; column < columns_.size(); ++column)
         if (seriesOf(columns_[column]).scaled)
@@ -240,7 +258,7 @@ void SeriesGrid::leave(Cell cell) {
     const auto clean = column.price
                            ? cleanNumericText(left.text(), NumericKind::PriceText)
                            : session_.typedNumber(left.text(), -UnitExponent(scaleOf(series)));
-    const bool changed = checkFieldChange(left, session_);
+    checkFieldChange(left, session_);
     if (session_.company == nullptr || left.locked())
         return;
     const auto element = elementOf(cell.row);
@@ -274,8 +292,8 @@ void SeriesGrid::leave(Cell cell) {
         return;
     }
     showStored(cell, stored);
-    if (changed)
-        this->stored(cell);
+    session_.markChanged(); // also where the text was refused before, and the host has saved since
+    this->stored(cell);
 }
 
 std::optional<SeriesGrid::Cell> SeriesGrid::activeCell() const {
@@ -309,13 +327,16 @@ void SeriesGrid::forEachSeries(const std::function<void(Datum)>& act) const {
     }
 }
 
-void SeriesGrid::shiftAll(int periods) {
-    forEachSeries([&](Datum series) { shiftSeries(series, periods); });
+bool SeriesGrid::shiftAll(int periods) {
+    bool moved = true;
+    forEachSeries([&](Datum series) { moved = shiftSeries(series, periods) && moved; });
+    return moved;
 }
 
-void SeriesGrid::shiftSeries(Datum series, int periods) {
-    attempt([&] {
-        Variant value = readSeries(*session_.company, series);
+bool SeriesGrid::shiftSeries(Datum series, int periods) {
+    Variant value;
+    const bool held = attempt([&] {
+        value = readSeries(*session_.company, series);
         VariantArray& figures = value.array();
         const auto moved = [&](int element) {
             return figures.contains(element - periods) ? figures.number(element - periods) : 0;
@@ -324,8 +345,13 @@ void SeriesGrid::shiftSeries(Datum series, int periods) {
         for (int element = periods > 0 ? figures.upper() : figures.lower();
              figures.contains(element); element += step)
             figures.setNumber(element, moved(element));
-        writeSeries(*session_.company, series, value);
     });
+    return !held || attempt([&] { writeSeries(*session_.company, series, value); });
+}
+
+void SeriesGrid::tellRefused() {
+    session_.message(session_.text(text_number::reasonRefused, "This value could not be stored."),
+                     message_box::exclamationIcon);
 }
 
 std::string SeriesGrid::textOf(const GridColumn& column, double stored) const {

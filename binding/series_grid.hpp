@@ -66,6 +66,7 @@ class SeriesGrid {
     void show(int column, std::optional<double> unitFactor = std::nullopt);
     void show(Datum series, std::optional<double> unitFactor = std::nullopt);
     void showAll();
+    void showAgain();  // the same periods: what could not be stored stays as typed
     void showScaled(); // the columns that follow the currency unit
     void showChoice(ColumnChoice choice);
     void followPriceDisplay(); // decimals or eighths, also of what is being typed
@@ -95,14 +96,15 @@ class SeriesGrid {
     // Every series that a column can show, once.
     void forEachSeries(const std::function<void(Datum)>& act) const;
     // Moves all series of the record by a number of periods; what comes in is 0. A series that the
-    // record does not hand out as an array is left alone.
-    void shiftAll(int periods);
+    // record does not hand out as an array is left alone. False where the record refuses one.
+    bool shiftAll(int periods);
+    void tellRefused();
 
     Session& session_;
 
   private:
     [[nodiscard]] std::optional<Cell> activeCell() const;
-    void shiftSeries(Datum series, int periods);
+    [[nodiscard]] bool shiftSeries(Datum series, int periods);
     void moveWithControl(Cell cell, KeyCode key);
     void moveWithinColumns(Cell cell, KeyCode& key, bool upward);
     [[nodiscard]] std::vector<TextBox*> focusable(int column) const;

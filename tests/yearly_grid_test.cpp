@@ -170,6 +170,60 @@ TEST_F(YearSpan, TheDateKeepsItsDayWhereThereIsOneAndStaysWhereItIsNone) {
     }
 }
 
+TEST_F(YearSpan, TheSeriesMoveInTheOrderOfTheirColumns) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    record->log.clear();
+    press("cmdAddYear", MessageAnswer::yes);
+    std::vector<std::string> moved;
+    for (const auto& operation : record->logged("write "))
+        if (operation.ends_with("Series") && moved.size() < 11)
+            moved.push_back(operation.substr(6));
+    EXPECT_EQ(moved, (std::vector<std::string>{"YRevenueSeries", "YPTISeries", "YTaxRateSeries",
+                                               "YNetIncSeries", "YCommEqSeries", "YBookValSeries",
+                                               "YEPSSeries", "YDividendSeries", "YHighSeries",
+                                               "YLowSeries", "YCSOSeries"}));
+}
+
+// Where a record has no element for the year after, the last fiscal year is its first one.
+TEST_F(YearSpan, SeriesThatBeginWithTheLastFiscalYearKeepTheirYears) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->first = 1;
+    const struct {
+        const char* button;
+        int year;    // afterwards
+        int missing; // the year without a figure
+    } rows[] = {{"cmdAddYear", 2006, 2006}, {"cmdRemoveYear", 2004, 1995}};
+    for (const auto& row : rows) {
+        load();
+        scene.load(record);
+        for (const auto& column : yearlyColumns()) {
+            EXPECT_FALSE(scene.field(column.cells, 10).enabled()) << column.cells;
+            EXPECT_EQ(scene.text(column.cells, 10), "") << column.cells;
+            EXPECT_TRUE(scene.field(column.cells, 9).enabled()) << column.cells;
+        }
+        EXPECT_EQ(scene.text("txtYEPS", 9), "2005.00");
+        EXPECT_EQ(scene.text("txtYEPS", 0), "1996.00");
+        press(row.button, MessageAnswer::yes);
+        EXPECT_EQ(company->get_LastFY(), row.year);
+        for (const char* series : {"YEPSSeries", "YRevenueSeries", "YCSOSeries", "YLowSeries"})
+            for (int i = 1; i <= 10; ++i) {
+                const int year = row.year + 1 - i;
+                EXPECT_EQ(elementOf(*company, series, i), year == row.missing ? 0 : year)
+                    << series << " " << i;
+            }
+        for (int cell = 0; cell < 10; ++cell)
+            EXPECT_EQ(scene.text("txtYEPS", cell),
+                      label(cell) == std::to_string(row.missing) ? "" : label(cell) + ".00");
+        typeOver(scene, "txtDiv(9)", "1.25");
+        EXPECT_EQ(elementOf(*company, "YDividendSeries", 1), 1.25);
+        goTo(scene, "txtSales(9)");
+        desktop.type("~");
+        EXPECT_EQ(desktop.focusedId(), "txtYOption(0)") << "the row after takes no focus";
+    }
+}
+
 TEST_F(YearSpan, ASeriesThatTheRecordDoesNotHandOutIsSkipped) {
     load();
     const auto record = std::make_shared<ScriptedRecord>(company);
@@ -184,6 +238,41 @@ TEST_F(YearSpan, ASeriesThatTheRecordDoesNotHandOutIsSkipped) {
         EXPECT_EQ(scene.text("txtYEPS", row), "");
         EXPECT_FALSE(scene.field("txtYEPS", row).enabled());
     }
+}
+
+// Figures that move while the record keeps its year would stand in a wrong one.
+TEST_F(YearSpan, ARecordThatRefusesTheNewYearKeepsItsFiguresWhereTheyAre) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    for (const char* button : {"cmdAddYear", "cmdRemoveYear"}) {
+        record->failing.clear();
+        scene.load(record);
+        desktop.clickTab(toYearly);
+        desktop.forget();
+        record->failing = {"write LastFY"};
+        const auto before = company->clone();
+        press(button, MessageAnswer::yes);
+        ASSERT_EQ(desktop.messages().size(), 2U);
+        EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
+        EXPECT_TRUE(sameAs(*before, *company)) << button;
+        EXPECT_EQ(scene.text("txtLastFY"), "2005");
+        EXPECT_EQ(label(9), "2005");
+        EXPECT_FALSE(scene.entry->get_blnDirty());
+    }
+}
+
+TEST_F(YearSpan, FiguresThatTheRecordDoesNotLetMoveAreToldOf) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    desktop.forget();
+    record->failing = {"write YEPSSeries"};
+    press("cmdAddYear", MessageAnswer::yes);
+    EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), 2005);
+    EXPECT_EQ(elementOf(*company, "YDividendSeries", 2), 2005) << "the others go on";
+    EXPECT_EQ(company->get_LastFY(), 2006);
+    ASSERT_EQ(desktop.messages().size(), 2U);
+    EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
 }
 
 // What is being typed belongs to the year beside it, though the focus stays.
@@ -246,6 +335,27 @@ TEST_F(YearSpan, ARefusedYearCanBeTypedOverAtOnce) {
     desktop.type("^a19791999{TAB}");
     EXPECT_EQ(scene.text("txtLastFY"), "1999");
     EXPECT_EQ(company->get_LastFY(), 1999);
+}
+
+TEST_F(YearSpan, ARefusedYearKeepsItsMarkUntilItIsStored) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    record->failing = {"write LastFY"};
+    for (const char* typed : {"2010", "20", "1979"}) {
+        desktop.click("txtLastFY");
+        desktop.type("^a{DEL}" + std::string(typed) + "{TAB}");
+        EXPECT_EQ(scene.text("txtLastFY"), "2010") << typed;
+        EXPECT_EQ(markOf(scene, "txtLastFY"), "This value could not be stored.") << typed;
+        EXPECT_EQ(company->get_LastFY(), 2005);
+    }
+    ASSERT_EQ(scene.entry->unstoredFields().size(), 1U);
+    EXPECT_EQ(scene.entry->unstoredFields()[0].control, "txtLastFY");
+    record->failing.clear();
+    desktop.click("txtLastFY");
+    desktop.type("{TAB}");
+    EXPECT_EQ(markOf(scene, "txtLastFY"), "");
+    EXPECT_EQ(company->get_LastFY(), 2010);
 }
 
 // --- the date of the last fiscal year ------------------------------------------------------------

@@ -150,17 +150,24 @@ void YearlyGrid::changeSpan(int years) {
                                     std::to_string(newest));
     if (!confirmed)
         return;
-    shift(years);
+    // Asked of the record first: figures that move without their year would stand in a wrong one.
+    if (!attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(target)); })) {
+        tellRefused();
+        return;
+    }
+    const bool allMoved = shift(years);
     session_.textBox("txtLastFY").setText(std::to_string(target));
     acceptLastFiscalYear(target);
     session_.markChanged();
     selectCell();
+    if (!allMoved)
+        tellRefused();
 }
 
-void YearlyGrid::shift(int years) {
+bool YearlyGrid::shift(int years) {
     if (years == 0)
-        return;
-    shiftAll(years);
+        return true;
+    const bool allMoved = shiftAll(years);
     showAll();
     if (commit)
         commit();
@@ -172,15 +179,23 @@ void YearlyGrid::shift(int years) {
         if (!stored)
             field.setMark(
                 session_.text(text_number::reasonRefused, "This value could not be stored."));
-        if (fiscalYearMoved)
-            fiscalYearMoved();
     }
+    if (fiscalYearMoved)
+        fiscalYearMoved();
+    return allMoved;
 }
 
 void YearlyGrid::acceptLastFiscalYear(int year) {
-    checkFieldChange(session_.textBox("txtLastFY"), session_);
+    auto& field = session_.textBox("txtLastFY");
+    checkFieldChange(field, session_);
     relabel();
-    attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
+    bool stored = attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
+    if (!stored)
+        attempt([&] { stored = session_.company->get_LastFY() == year; });
+    field.setMark(
+        stored ? "" : session_.text(text_number::reasonRefused, "This value could not be stored."));
+    if (stored)
+        session_.markChanged();
 }
 
 void YearlyGrid::typeLastFiscalYear() {
@@ -190,7 +205,7 @@ void YearlyGrid::typeLastFiscalYear() {
         return;
     const int year = lastFiscalYear();
     if (year < firstYear || year > lastYear) {
-        putFieldText(field, field.tag());
+        field.setText(field.tag());
         SelectAllText(field); // what is typed next replaces it
     } else {
         acceptLastFiscalYear(year);
@@ -201,7 +216,9 @@ void YearlyGrid::typeLastFiscalYear() {
 void YearlyGrid::leaveLastFiscalYear() {
     auto& field = session_.textBox("txtLastFY");
     if (field.text() != field.tag())
-        putFieldText(field, field.tag());
+        field.setText(field.tag());
+    if (!field.mark().empty() && !field.locked() && session_.company != nullptr)
+        acceptLastFiscalYear(lastFiscalYear()); // the record may take it by now
 }
 
 void YearlyGrid::leaveLastFiscalYearDate() {
@@ -224,6 +241,7 @@ void YearlyGrid::leaveLastFiscalYearDate() {
         return;
     }
     putFieldText(field, session_.dateText(*typed));
+    session_.markChanged();
     if (fiscalYearMoved)
         fiscalYearMoved();
 }

@@ -53,7 +53,7 @@ class YearlyGrid final : public SeriesGrid {
 
   private:
     void changeSpan(int years);
-    void shift(int years);
+    bool shift(int years); // false where a figure could not be moved
     void acceptLastFiscalYear(int year);
 
     Color shadeColor_ = colors::paleCyan;

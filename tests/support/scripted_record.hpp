@@ -33,6 +33,7 @@ class ScriptedRecord final : public iVKR_Company {
     // Its settings are a copy for whoever asks; reading SettingsApply takes over the last one.
     bool lendsSettings = false;
     std::optional<double> everyFigure; // read in place of all numbers and elements
+    int first = 0;   // the lower bound of its series
 
     // The operations of one kind that were asked for, oldest first.
     [[nodiscard]] std::vector<std::string> logged(std::string_view kind) const {
@@ -70,7 +71,8 @@ class ScriptedRecord final : public iVKR_Company {
     }                                                                                              \
     void put_##name(const Variant& value) override {                                               \
         note("write " #name);                                                                      \
-        company->put_##name(missing == 0 ? value : laidOver(value, company->get_##name()));        \
+        company->put_##name(missing + first == 0 ? value                                           \
+                                                 : laidOver(value, company->get_##name()));        \
     }
 #define VKR_READ(Type, name)                                                                       \
     [[nodiscard]] Type get_##name() const override {                                               \
@@ -204,10 +206,12 @@ class ScriptedRecord final : public iVKR_Company {
     [[nodiscard]] Variant shortened(Variant series) const {
         if (everyFigure)
             std::ranges::fill(*series.array().numbers(), *everyFigure);
-        if (missing != 0) {
-            auto& figures = *series.array().numbers();
+        if (missing + first != 0) {
+            auto figures = *series.array().numbers();
             figures.resize(figures.size() -
                            std::min(figures.size(), static_cast<std::size_t>(missing)));
+            figures.erase(figures.begin(), figures.begin() + first);
+            series = numberArray(std::move(figures), first);
         }
         return series;
     }
