@@ -181,7 +181,7 @@ void QuarterlyGrid::setVisibleRows(int count) {
     collectCells();
     if (session_.company != nullptr) {
         relabel();
-        showAll();
+        showAgain();
     }
     shade();
     layOut();
@@ -287,9 +287,7 @@ void QuarterlyGrid::tryMove(int element) {
     if (session_.company == nullptr || !shownDate() || element > oldestElement)
         return;
     if (!attempt([&] { moveTo(element); }))
-        session_.message(
-            session_.text(text_number::reasonRefused, "This value could not be stored."),
-            message_box::exclamationIcon);
+        tellRefused();
 }
 
 // Names the quarters that will be gone: one, or the first and the last of several.
@@ -309,6 +307,8 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     auto& company = *session_.company;
     if (element < 0 && !confirmAdding(-element))
         return;
+    const bool samePeriods = element >= 0 && element == offset_;
+    bool allMoved = true;
     const Date newest = newestQuarter();
     const auto known = visited_.find(element);
     const Date date = typed                     ? *typed
@@ -318,7 +318,7 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     attempt([&] { left.trailing = company.get_Last4QEPS(); });
     if (element < 0) {
         company.put_LastQDateForGrid(date);
-        shiftAll(-element);
+        allMoved = shiftAll(-element);
         visited_.clear();
     } else {
         // Stated even where it has not changed: a record may let it follow the last quarter.
@@ -328,12 +328,17 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     setLastQuarter(date);
     session_.markChanged();
     if (const auto again = visited_.find(element);
-        element >= 0 && again != visited_.end() && again->second.trailing)
+        element >= 0 && again != visited_.end() && again->second.trailing) {
         attempt([&] { company.put_Last4QEPS(*again->second.trailing); });
-    else
+        const auto derived = trailing();
+        trailingOfFiscalYear_ = derived && derived->ofFiscalYear;
+    } else {
         deriveTrailingEarnings();
-    redisplay();
+    }
+    redisplay(samePeriods);
     showTrailingEarnings();
+    if (!allMoved)
+        tellRefused();
 }
 
 void QuarterlyGrid::setLastQuarter(Date date) {
@@ -344,10 +349,13 @@ void QuarterlyGrid::setLastQuarter(Date date) {
         field.setMark(session_.text(text_number::reasonRefused, "This value could not be stored."));
 }
 
-void QuarterlyGrid::redisplay() {
+void QuarterlyGrid::redisplay(bool samePeriods) {
     relabel();
     shade();
-    showAll();
+    if (samePeriods)
+        showAgain();
+    else
+        showAll();
     selectCell();
 }
 
@@ -368,14 +376,21 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     session_.dateFieldPending = false;
     auto& field = session_.textBox("txtLastQDate");
     if (session_.cancelPressed || field.locked() || session_.company == nullptr ||
-        field.text() == field.tag())
+        isUntouched(field))
         return;
+    if (field.text() == field.tag()) {
+        retryLastQuarter();
+        return;
+    }
     const auto before = shownDate();
     const auto typed = session_.typedDate(field);
+    const std::string mark = field.mark();
     putFieldText(field, session_.dateText(before.value_or(Date{})));
+    field.setMark(mark);
     attempt([&] { // a commit may have written what was being typed
         if (before && session_.company->get_LastQDate() != *before) {
             session_.company->put_LastQDate(*before);
+            field.setMark("");
             session_.markChanged(); // what was committed is no longer what is there
         }
     });
@@ -387,17 +402,36 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     }
 }
 
+// The record may take by now what it refused.
+void QuarterlyGrid::retryLastQuarter() {
+    const auto shown = shownDate();
+    if (!shown)
+        return;
+    setLastQuarter(*shown);
+    if (!session_.textBox("txtLastQDate").mark().empty())
+        return;
+    session_.markChanged();
+    deriveTrailingEarnings();
+    redisplay(true);
+    showTrailingEarnings();
+}
+
 void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Date> typed) {
     if (typed && before && daysBetween(*before, *typed) == 0)
         return;
     // Without figures any date will do: there is nothing that could come to stand elsewhere.
-    if (typed && (!before || !holdsFigures())) {
-        setAnchor(*typed);
+    // Figures keep the quarters that the record states for them, though the form shows no date.
+    const bool figures = holdsFigures();
+    const Date newest = newestQuarter();
+    const bool stated = figures && Session::isValidDate(newest);
+    const int back = typed && stated ? nearestQuarters(*typed, newest) : 0;
+    if (typed && (!figures || (!before && back >= -3 && back <= oldestElement))) {
+        setAnchor(*typed, !stated);
         return;
     }
     // Of a week-based quarter the last day wanders by some days, so it may lie in another month.
     std::optional<int> moved;
-    for (int quarters = 0; typed && quarters <= 3 && !moved; ++quarters) {
+    for (int quarters = 0; typed && before && quarters <= 3 && !moved; ++quarters) {
         const Date expected = quartersFrom(*before, quarters);
         if (std::abs(daysBetween(expected, *typed)) <= 7 ||
             daysBetween(EndOfMonth(expected), EndOfMonth(*typed)) == 0)
@@ -415,14 +449,17 @@ void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Da
             message_box::exclamationIcon);
 }
 
-void QuarterlyGrid::setAnchor(Date date) {
-    session_.company->put_LastQDateForGrid(date);
+void QuarterlyGrid::setAnchor(Date date, bool ofFigures) {
+    if (ofFigures)
+        session_.company->put_LastQDateForGrid(date);
     visited_.clear();
     setLastQuarter(date);
     session_.markChanged();
     relabel();
     storeMarked();
+    deriveTrailingEarnings();
     redisplay();
+    showTrailingEarnings();
 }
 
 // --- trailing four-quarter earnings --------------------------------------------------------------
@@ -475,6 +512,7 @@ std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing() const {
 
 void QuarterlyGrid::deriveTrailingEarnings() {
     const auto derived = trailing();
+    trailingOfFiscalYear_ = derived && derived->ofFiscalYear;
     if (!derived)
         return;
     attempt([&] {
@@ -483,9 +521,12 @@ void QuarterlyGrid::deriveTrailingEarnings() {
     });
 }
 
+// A sum that has nothing to do with the fiscal year, before and now, may have been typed by hand.
 void QuarterlyGrid::followYearlyEarnings() {
+    for (auto& [element, quarter] : visited_)
+        quarter.trailing.reset();
     const auto derived = trailing();
-    if (!derived || !derived->ofFiscalYear)
+    if (!trailingOfFiscalYear_ && !(derived && derived->ofFiscalYear))
         return;
     deriveTrailingEarnings();
     showTrailingEarnings();

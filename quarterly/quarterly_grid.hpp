@@ -44,7 +44,8 @@ class QuarterlyGrid final : public SeriesGrid {
     // Earnings of the last four quarters, where all four are there: stored in the record.
     void deriveTrailingEarnings();
     void showTrailingEarnings(); // txtLast4QEPS, with the change check
-    void followYearlyEarnings(); // where the four are those of the last fiscal year
+    // The latest yearly figure or the date of the last fiscal year has changed.
+    void followYearlyEarnings();
 
     void enter(Cell cell) override;
 
@@ -77,10 +78,11 @@ class QuarterlyGrid final : public SeriesGrid {
     // The last quarter becomes element `element` of the series as they are now; below 0 quarters
     // are added. Throws, with nothing moved, where the record refuses the date.
     void moveTo(int element, std::optional<Date> typed = std::nullopt);
+    void retryLastQuarter();
     void takeLastQuarter(std::optional<Date> before, std::optional<Date> typed);
-    void setAnchor(Date date);
+    void setAnchor(Date date, bool ofFigures);
     void setLastQuarter(Date date);
-    void redisplay();
+    void redisplay(bool samePeriods = false);
     [[nodiscard]] std::optional<Trailing> trailing() const;
     [[nodiscard]] Date newestQuarter() const; // element 0 of the series
     [[nodiscard]] std::optional<Date> shownDate() const;
@@ -92,6 +94,7 @@ class QuarterlyGrid final : public SeriesGrid {
     int offset_ = 0;                 // element of the series that the top row shows
     std::optional<Date> accepted_;   // last quarter
     std::map<int, Visited> visited_; // by element
+    bool trailingOfFiscalYear_ = false;
 };
 
 } // namespace vkr

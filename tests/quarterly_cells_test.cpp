@@ -114,5 +114,47 @@ TEST_F(QuarterlyCells, WithoutADateNothingIsWrittenUntilThereIsOne) {
     EXPECT_EQ(scene.form().get<Label>("lblQLabel", 1).caption(), "3/31/2026");
 }
 
+TEST_F(QuarterlyCells, EarningsTypedWithoutADateAreSummedOnceThereIsOne) {
+    auto empty = datedCompany();
+    const auto record = std::make_shared<ScriptedRecord>(empty);
+    record->failing = {"read LastQDate", "read LastQDateForGrid"};
+    open(record);
+    for (int row = 0; row < 4; ++row)
+        typeOver(scene, "txtEPS(" + std::to_string(row) + ")", "1.5");
+    record->failing.clear();
+    typeOver(scene, "txtLastQDate", "6/30/2026");
+    EXPECT_EQ(empty->get_Last4QEPS(), 6);
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "6.00");
+}
+
+// More or fewer rows show the same quarters: no reason to lose what is waiting to be stored.
+TEST_F(QuarterlyCells, UnstoredOnesOutliveAChangeOfTheRows) {
+    auto empty = datedCompany();
+    const auto record = std::make_shared<ScriptedRecord>(empty);
+    record->failing = {"read LastQDate", "read LastQDateForGrid"};
+    open(record);
+    typeOver(scene, "txtEPS(1)", "2.5");
+    for (const int rows : {12, 5}) {
+        scene.entry->put_VisibleQuarters(static_cast<std::int16_t>(rows));
+        EXPECT_EQ(scene.text("txtEPS", 1), "2.5") << rows;
+        EXPECT_NE(markOf(scene, "txtEPS(1)"), "") << rows;
+    }
+    record->failing.clear();
+    typeOver(scene, "txtLastQDate", "6/30/2026");
+    EXPECT_EQ(elementOf(*empty, "QEPSSeries", 1), 2.5);
+}
+
+TEST_F(QuarterlyCells, UnstoredOnesOutliveACorrectedDate) {
+    pasteOver(scene, "txtEPS(2)", "1e400");
+    const Date other = addDays(company->get_LastQDate(), -1);
+    const auto day = civil(other);
+    typeOver(scene, "txtLastQDate",
+             std::to_string(day.month) + "/" + std::to_string(day.day) + "/" +
+                 std::to_string(day.year));
+    ASSERT_EQ(company->get_LastQDate(), other);
+    EXPECT_EQ(scene.text("txtEPS", 2), "1e400");
+    EXPECT_NE(markOf(scene, "txtEPS(2)"), "");
+}
+
 } // namespace
 } // namespace vkr

@@ -123,6 +123,43 @@ TEST_F(QuarterSpan, ARecordThatRefusesTheNewDateKeepsItsFiguresWhereTheyAre) {
     EXPECT_TRUE(sameAs(*before, *company));
 }
 
+TEST_F(QuarterSpan, FiguresThatTheRecordDoesNotLetMoveAreToldOf) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"write QEPSSeries"};
+    open(record);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 0), 100);
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), 100) << "the others go on";
+    ASSERT_EQ(desktop.messages().size(), 2U);
+    EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
+}
+
+TEST_F(QuarterSpan, ALastQuarterThatTheRecordRefusedIsTriedAgain) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    open(record);
+    record->failing = {"write LastQDate"};
+    typeDate("9/29/2026");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/29/2026");
+    EXPECT_NE(markOf(scene, "txtLastQDate"), "");
+    goTo(scene, "txtLastQDate");
+    desktop.type("{TAB}");
+    EXPECT_NE(markOf(scene, "txtLastQDate"), "");
+    scene.entry->put_blnDirty(false);
+    record->failing.clear();
+    goTo(scene, "txtLastQDate");
+    desktop.type("{TAB}");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 29));
+    EXPECT_EQ(markOf(scene, "txtLastQDate"), "");
+    EXPECT_TRUE(scene.entry->get_blnDirty());
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 0), 100);
+    EXPECT_TRUE(desktop.messages().empty());
+}
+
 // --- moving the last quarter ---------------------------------------------------------------------
 
 TEST_F(QuarterSpan, TheSpinnerMovesBackAndForthInsideOfTheRecord) {
@@ -348,6 +385,40 @@ TEST_F(QuarterSpan, WithoutFiguresAnyDateIsTheLastQuarter) {
     typeOver(scene, "txtNetInc(1)", "4");
     EXPECT_EQ(label(1), "1/26/2022");
     EXPECT_EQ(elementOf(*company, "QNetIncSeries", 1), 4);
+}
+
+// A record that has no last quarter may still say what quarters its figures are of.
+TEST_F(QuarterSpan, ADateThatIsTypedWhereNoneIsShownRenamesNothing) {
+    const struct {
+        const char* typed;
+        const char* shown; // afterwards
+        int element;       // of the top row
+    } rows[] = {{"9/30/2026", "Sep/30/2026", 0},
+                {"6/30/2026", "Jun/30/2026", 1},
+                {"12/31/2026", "Dec/31/2026", -1},
+                {"6/30/2010", "", 0},
+                {"no date", "", 0}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.typed);
+        fill();
+        load(*makeDate(2026, 9, 30));
+        const auto record = std::make_shared<ScriptedRecord>(company);
+        record->failing = {"read LastQDate"};
+        open(record);
+        ASSERT_EQ(scene.text("txtLastQDate"), "");
+        record->failing.clear();
+        typeDate(row.typed);
+        EXPECT_EQ(desktop.messages().size(), *row.shown == 0 ? 1U : 0U);
+        EXPECT_EQ(scene.text("txtLastQDate"), row.shown);
+        EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 9, 30));
+        for (int i = 0; i < 35; ++i)
+            EXPECT_EQ(elementOf(*company, "QRevenueSeries", i), 100 + i);
+        if (*row.shown != 0) {
+            EXPECT_EQ(scene.text("txtRevenue", 2), std::to_string(102 + row.element) + ".00");
+            typeOver(scene, "txtRevenue(2)", "7");
+            EXPECT_EQ(elementOf(*company, "QRevenueSeries", 2 + row.element), 7);
+        }
+    }
 }
 
 // A commit in the middle of typing writes the date as the text stands; leaving the field settles

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/field_steps.hpp"
+#include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
 
@@ -115,7 +116,74 @@ TEST_F(TrailingEarnings, TheYearlyFigureCountsAsSoonAsItIsTyped) {
     typeOver(scene, "txtYEPS(9)", "10.1");
     EXPECT_EQ(shown(), "10.10");
     typeOver(scene, "txtDateofLastFY", "9/30/2025");
-    EXPECT_EQ(shown(), "10.10") << "nothing to sum anew";
+    EXPECT_EQ(shown(), "10.00") << "the four are not those of that fiscal year";
+    typeOver(scene, "txtDateofLastFY", "12/31/2025");
+    EXPECT_EQ(shown(), "10.10");
+    typeOver(scene, "txtYEPS(9)", "");
+    EXPECT_EQ(shown(), "10.00") << "taken back";
+    EXPECT_EQ(company->get_Last4QEPS(), 10);
+}
+
+TEST_F(TrailingEarnings, FollowTheFiscalYearThatIsAddedOrRemoved) {
+    company->put_LastQDate(*makeDate(2025, 12, 31));
+    company->put_LastQDateForGrid(*makeDate(2025, 12, 31));
+    putElement(*company, "YEPSSeries", 1, 10.1);
+    quarters({1, 2, 3, 4});
+    load();
+    const struct {
+        const char* button;
+        double earnings;
+    } rows[] = {{"cmdAddYear", 10}, {"cmdRemoveYear", 10.1}, {"cmdRemoveYear", 10}};
+    for (const auto& row : rows) {
+        desktop.clickTab(toYearly);
+        desktop.answerNext(MessageAnswer::yes);
+        desktop.click(row.button);
+        EXPECT_EQ(company->get_Last4QEPS(), row.earnings);
+        scene.load(company);
+        EXPECT_EQ(company->get_Last4QEPS(), row.earnings) << "as on loading";
+    }
+}
+
+TEST_F(TrailingEarnings, TypedByHandOutliveAFiscalYearThatHasNoPartInThem) {
+    quarters({1, 2, 3, 4});
+    load();
+    typeOver(scene, "txtLast4QEPS", "10.25");
+    typeOver(scene, "txtYEPS(9)", "8");
+    typeOver(scene, "txtDateofLastFY", "6/30/2025");
+    EXPECT_EQ(company->get_Last4QEPS(), 10.25);
+}
+
+TEST_F(TrailingEarnings, TheYearlyFigureCountsWhicheverQuarterIsOnShowWhenItIsTyped) {
+    company->put_LastQDate(*makeDate(2025, 12, 31));
+    company->put_LastQDateForGrid(*makeDate(2025, 12, 31));
+    putElement(*company, "YEPSSeries", 1, 10.1);
+    quarters({1, 2, 3, 4, 5});
+    load();
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(shown(), "14.00");
+    typeOver(scene, "txtYEPS(9)", "10.2");
+    EXPECT_EQ(shown(), "14.00");
+    desktop.clickTab(toQuarterly);
+    desktop.spin("spnQuarter", 1);
+    EXPECT_EQ(shown(), "10.20");
+    EXPECT_EQ(company->get_Last4QEPS(), 10.2);
+    typeOver(scene, "txtYEPS(9)", "");
+    EXPECT_EQ(shown(), "10.00");
+}
+
+TEST_F(TrailingEarnings, FollowAQuarterThatIsStoredAtTheSecondTry) {
+    quarters({1, 2, 3, 4});
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    record->failing = {"write QEPSSeries"};
+    typeOver(scene, "txtEPS(0)", "2");
+    EXPECT_EQ(company->get_Last4QEPS(), 10);
+    record->failing.clear();
+    goTo(scene, "txtEPS(0)");
+    desktop.type("{TAB}");
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 0), 2);
+    EXPECT_EQ(company->get_Last4QEPS(), 11);
+    EXPECT_EQ(shown(), "11.00");
 }
 
 // Looking at older quarters and coming back loses nothing that was typed by hand.
