@@ -269,11 +269,9 @@ void SeriesGrid::leave(Cell cell) {
         if (reason.empty() && !clean.fits)
             reason = session_.text(text_number::reasonTooLarge,
                                    "This number is too large and was not stored.");
-        if (!reason.empty()) {
-            left.setMark(showsStored(cell) ? "" : reason);
+        left.setMark(reason);
+        if (!reason.empty())
             return;
-        }
-        left.setMark("");
     }
     double stored = 0;
     const bool taken = attempt([&] {
@@ -354,27 +352,14 @@ void SeriesGrid::tellRefused() {
                      message_box::exclamationIcon);
 }
 
-std::string SeriesGrid::textOf(const GridColumn& column, double stored) const {
-    const std::string text = ScaledValueText(
-        ScaledForDisplay(stored, scaleOf(seriesOf(column))),
-        column.price ? session_.priceFormat : session_.numberFormat, column.negativesShown);
-    return column.price && session_.fractionDisplay ? ConvertedPriceText(false, text) : text;
-}
-
 void SeriesGrid::showStored(Cell cell, double stored) {
-    putFieldText(*cells(cell.column)[static_cast<std::size_t>(cell.row)],
-                 textOf(columns_[static_cast<std::size_t>(cell.column)], stored));
-}
-
-bool SeriesGrid::showsStored(Cell cell) const {
     const GridColumn& column = columns_[static_cast<std::size_t>(cell.column)];
-    const auto element = elementOf(cell.row);
-    std::optional<std::string> stored;
-    attempt([&] {
-        const Variant value = readSeries(*session_.company, seriesOf(column).series);
-        stored = textOf(column, value.array().number(element.value()));
-    });
-    return stored == cells(cell.column)[static_cast<std::size_t>(cell.row)]->text();
+    TextBox& shown = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    ShowScaledValue(ScaledForDisplay(stored, scaleOf(seriesOf(column))),
+                    column.price ? session_.priceFormat : session_.numberFormat, shown,
+                    column.negativesShown);
+    if (column.price && session_.fractionDisplay)
+        ConvertPriceText(false, shown);
 }
 
 } // namespace vkr

@@ -109,9 +109,7 @@ class SeriesGrid {
     void moveWithinColumns(Cell cell, KeyCode& key, bool upward);
     [[nodiscard]] std::vector<TextBox*> focusable(int column) const;
     [[nodiscard]] TextBox* cellBeside(Cell cell, int step) const;
-    [[nodiscard]] std::string textOf(const GridColumn& column, double stored) const;
     void showStored(Cell cell, double stored);
-    [[nodiscard]] bool showsStored(Cell cell) const;
     [[nodiscard]] double scaleOf(const GridSeries& series) const;
 
     std::span<const GridColumn> columns_;

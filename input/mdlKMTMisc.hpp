@@ -46,15 +46,8 @@ void ReplaceAll(std::string& text, std::string_view search, std::string_view rep
 
 // --- fields ---------------------------------------------------------------------------------
 
-// The text of a value that has been scaled already: formatted when it is above zero, or other than
-// zero where negatives are allowed; else empty.
-[[nodiscard]] std::string ScaledValueText(double value, std::string_view pattern,
-                                          bool allowNegative);
-
-// The text of a price in eighths, or of eighths as a decimal, sign outside of the conversion.
-[[nodiscard]] std::string ConvertedPriceText(bool toDecimal, std::string text);
-
-// Shows a value that has been scaled already. The tag gets the same text.
+// Shows a value that has been scaled already: formatted when it is above zero, or other than zero
+// where negatives are allowed; else as an empty field. The tag gets the same text.
 void ShowScaledValue(double value, std::string_view pattern, TextField& field, bool allowNegative);
 
 // One row of cells: cell i shows values[i] x unitFactor (a power of ten); cells beyond the values
@@ -63,8 +56,8 @@ void ShowScaledValueRow(bool perYear, std::string_view pattern, std::span<const 
                         std::span<TextBox* const> fields, bool allowNegative, double unitFactor,
                         bool asPrices);
 
-// Rewrites one price field between decimals and eighths. The tag follows the text where it did
-// before.
+// Rewrites one price field between decimals and eighths, sign outside of the conversion. The tag
+// follows the text where it did before.
 void ConvertPriceText(bool toDecimal, TextField& field);
 
 // 3, 0 or -3 for the unit factors 1000, 1 and 0.001.

@@ -17,15 +17,8 @@ bool holds(std::string_view text, char character) {
     return text.find(character) != std::string_view::npos;
 }
 
-} // namespace
-
-std::string ScaledValueText(double value, std::string_view pattern, bool allowNegative) {
-    const bool shown = allowNegative ? value != 0 : value > 0;
-    return shown ? formatNumber(value, pattern) : std::string();
-}
-
 // The sign stands outside of the conversion, so that -1/2 keeps it.
-std::string ConvertedPriceText(bool toDecimal, std::string text) {
+std::string convertedPrice(bool toDecimal, std::string text) {
     const bool negative = holds(text, '-');
     if (negative)
         ReplaceAll(text, "-", "");
@@ -33,8 +26,11 @@ std::string ConvertedPriceText(bool toDecimal, std::string text) {
     return negative && !converted.empty() ? "-" + converted : converted;
 }
 
+} // namespace
+
 void ShowScaledValue(double value, std::string_view pattern, TextField& field, bool allowNegative) {
-    putFieldText(field, ScaledValueText(value, pattern, allowNegative));
+    const bool shown = allowNegative ? value != 0 : value > 0;
+    putFieldText(field, shown ? formatNumber(value, pattern) : std::string());
 }
 
 void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<const double> values,
@@ -54,7 +50,7 @@ void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<co
 void ConvertPriceText(bool toDecimal, TextField& field) {
     attempt([&] {
         const bool accepted = field.text() == field.tag();
-        field.setText(ConvertedPriceText(toDecimal, field.text()));
+        field.setText(convertedPrice(toDecimal, field.text()));
         if (accepted)
             field.setTag(field.text());
     });

@@ -33,7 +33,7 @@ class ScriptedRecord final : public iVKR_Company {
     // Its settings are a copy for whoever asks; reading SettingsApply takes over the last one.
     bool lendsSettings = false;
     std::optional<double> everyFigure; // read in place of all numbers and elements
-    int first = 0;   // the lower bound of its series
+    int first = 0;                     // the lower bound of its series
 
     // The operations of one kind that were asked for, oldest first.
     [[nodiscard]] std::vector<std::string> logged(std::string_view kind) const {
