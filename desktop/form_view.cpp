@@ -308,6 +308,8 @@ void FormView::feedKey(QKeyEvent& event) {
     }
     event.accept();
     catchUp();
+    // The form moves the focus, so Qt does not know that the keyboard does; styles ask for it.
+    window()->setAttribute(Qt::WA_KeyboardFocusChange);
     const int shift = shiftOf(event.modifiers());
     const bool altOnly = (shift & (shifts::alt | shifts::control)) == shifts::alt;
     if (altOnly && event.key() >= 0x80 && event.key() < 0x110000 &&
@@ -495,6 +497,7 @@ void FormView::beginPress(ControlView& view, MouseButton button, std::optional<Q
     pressPlace_ = place;
     form_->mouseDown(*view.control(), button, tab);
     pressPlace_.reset();
+    followFocus(); // the host's menu bar may have the keys meanwhile
     if (before != interruptions_)
         giveUpPress();
 }
@@ -587,6 +590,9 @@ bool FormView::event(QEvent* event) {
     case QEvent::Wheel:
         turnWheel(static_cast<QWheelEvent&>(*event), nullptr);
         return true;
+    case QEvent::WindowActivate:
+        followFocus(); // a menu bar that was left by another window keeps the keys
+        return QWidget::event(event);
     case QEvent::ContextMenu:
         return true;
     case QEvent::Show:

@@ -152,6 +152,27 @@ TEST_F(FormViewFocus, TheMenuBarOfTheHostIsNoLeavingButWhatFollowsMayBe) {
     window.layout()->setMenuBar(nullptr);
 }
 
+TEST_F(FormViewFocus, AClickOrAReturnToTheWindowTakesTheKeysBackFromTheMenuBar) {
+    QMenuBar menus(&window);
+    menus.addMenu("&File")->addAction("Save");
+    window.layout()->setMenuBar(&menus);
+    open();
+    enter(*name);
+    menus.setFocus(Qt::MenuBarFocusReason);
+    QTest::mouseClick(native(*name), Qt::LeftButton);
+    EXPECT_EQ(focused(), native(*name));
+
+    menus.setFocus(Qt::MenuBarFocusReason);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    activate();
+    EXPECT_EQ(focused(), native(*name));
+    EXPECT_EQ(form.activeControl(), name);
+    window.layout()->setMenuBar(nullptr);
+}
+
 TEST_F(FormViewFocus, NativeFocusGivenToAWidgetMovesTheFocusOfTheForm) {
     open();
     native(*price)->setFocus(); // as screen readers do

@@ -235,6 +235,20 @@ TEST_F(FormViewLooks, ANarrowPlaceDoesNotCutItsCaption) {
     EXPECT_NE(native(narrow)->grab().toImage(), native(wide)->grab().toImage());
 }
 
+TEST_F(FormViewLooks, WhereTheKeyboardIsCanBeSeenOnEveryControl) {
+    open();
+    enter(*notes);
+    for (Control* control : {static_cast<Control*>(ok), static_cast<Control*>(options[0]),
+                             static_cast<Control*>(check), static_cast<Control*>(strip)}) {
+        ASSERT_NE(form.activeControl(), control);
+        const QImage without = native(*control)->grab().toImage();
+        for (int tabs = 0; form.activeControl() != control && tabs < 20; ++tabs)
+            press(Qt::Key_Tab);
+        ASSERT_EQ(form.activeControl(), control);
+        EXPECT_NE(native(*control)->grab().toImage(), without) << control->id();
+    }
+}
+
 TEST_F(FormViewLooks, TheBorderOfTheFormIsDrawn) {
     open();
     const auto corner = [this] { return view->grab().toImage().pixelColor(0, 0); };
