@@ -115,7 +115,7 @@ class CaptionLabel : public QLabel {
   protected:
     // A text that is too wide for its place is drawn narrower rather than cut off.
     void paintEvent(QPaintEvent* /*event*/) override {
-        constexpr double narrowest = 0.7;
+        constexpr double narrowest = 0.55; // three letters of a currency in the place of a "$"
         QPainter painter(this);
         QRect place = rect();
         if (const int needed = neededWidth(); needed > width()) {
