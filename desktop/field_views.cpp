@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QScreen>
 #include <QTextBlock>
 
 #include <algorithm>
@@ -390,8 +391,18 @@ class ListBox : public QComboBox {
   public:
     ListBox(QWidget* parent, const ComboBox& list) : QComboBox(parent), list_(list) {}
     void showPopup() override {
-        if (!list_.locked() && isEnabled())
-            QComboBox::showPopup();
+        if (list_.locked() || !isEnabled())
+            return;
+        // Entries may be longer than the field is wide.
+        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, view());
+        const int needed =
+            view()->sizeHintForColumn(modelColumn()) + bar + 2 * view()->frameWidth();
+        const int room = screen()->availableGeometry().right() - mapToGlobal(QPoint()).x();
+        view()->setMinimumWidth(std::clamp(needed, 0, std::max(0, room)));
+        QComboBox::showPopup();
+        // The widget's own index lags behind the text.
+        view()->setCurrentIndex(model()->index(list_.listIndex(), modelColumn()));
+        view()->scrollTo(view()->currentIndex());
     }
 
   private:

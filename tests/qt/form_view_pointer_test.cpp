@@ -248,6 +248,36 @@ TEST_F(FormViewPointer, AnEntryIsChosenWithTheMouse) {
     EXPECT_EQ(std::count(handler.log.begin(), handler.log.end(), "change cmbExchange NYSE"), 0);
 }
 
+TEST_F(FormViewPointer, AListOpensAtItsChoice) {
+    exchange->setText("NASDAQ");
+    open();
+    exchange->setFocus();
+    auto* entries = native<QComboBox>(*exchange)->view();
+    const auto afterOpening = [this, entries](std::initializer_list<Qt::Key> keys) {
+        press(Qt::Key_Down, Qt::AltModifier);
+        EXPECT_TRUE(entries->isVisible());
+        for (const Qt::Key key : keys)
+            QTest::keyClick(entries, key);
+        return exchange->text();
+    };
+    EXPECT_EQ(afterOpening({Qt::Key_Return}), "NASDAQ") << "the choice is confirmed";
+    exchange->setText("AMEX");
+    EXPECT_EQ(afterOpening({Qt::Key_Down, Qt::Key_Return}), "NASDAQ")
+        << "not one that stood before";
+    exchange->setText("OTC");
+    EXPECT_EQ(afterOpening({Qt::Key_Return}), "OTC") << "none of the entries";
+}
+
+TEST_F(FormViewPointer, AnOpenListIsAsWideAsItsEntries) {
+    exchange->setList({"OTC", "The exchange with the longest of all names in the list"});
+    open();
+    exchange->setFocus();
+    auto* entries = native<QComboBox>(*exchange)->view();
+    press(Qt::Key_Down, Qt::AltModifier);
+    ASSERT_TRUE(entries->isVisible());
+    EXPECT_GE(entries->viewport()->width(), entries->sizeHintForColumn(0));
+}
+
 TEST_F(FormViewPointer, AnEntryIsChosenAgainAfterAnotherTextWasTyped) {
     open();
     auto* box = native<QComboBox>(*exchange);
