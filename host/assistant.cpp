@@ -11,6 +11,8 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace vkr {
 
 namespace {
@@ -145,10 +147,35 @@ void Assistant::tell(int object, const QString& shown, std::optional<int> elemen
     for (const QWidget* part : {quartersBox_, body_, static_cast<QWidget*>(this)})
         part->layout()->activate();
     resize(sizeHint().boundedTo(screen()->availableSize()));
+    if (!isVisible())
+        standBeside(*parentWidget()->window());
     close_->setFocus();
     show();
     raise();
     activateWindow();
+}
+
+// Where there is no room on any side, the desktop finds a place.
+void Assistant::standBeside(const QWidget& form) {
+    const QRect taken = form.frameGeometry();
+    const QRect room = form.screen()->availableGeometry();
+    const QSize own = size() + taken.size() - form.size(); // the frames are alike
+    const int lowest = std::max(room.top(), room.bottom() - own.height() + 1);
+    const int rightmost = std::max(room.left(), room.right() - own.width() + 1);
+    for (const QPoint& place :
+         {QPoint(taken.right() + 1, taken.top()), QPoint(taken.left() - own.width(), taken.top()),
+          QPoint(taken.left(), taken.bottom() + 1),
+          QPoint(taken.left(), taken.top() - own.height())}) {
+        QRect wanted(place, own);
+        if (place.y() == taken.top())
+            wanted.moveTop(std::clamp(place.y(), room.top(), lowest));
+        else
+            wanted.moveLeft(std::clamp(place.x(), room.left(), rightmost));
+        if (room.contains(wanted)) {
+            move(wanted.topLeft());
+            return;
+        }
+    }
 }
 
 void Assistant::refresh() {

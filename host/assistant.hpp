@@ -41,6 +41,7 @@ class Assistant : public QDialog {
 
   private:
     void refresh();
+    void standBeside(const QWidget& form);
 
     Source record_;
     const AssistantTopic* topic_ = nullptr;

@@ -14,7 +14,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
@@ -89,7 +88,7 @@ CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
 
 CompanyListWindow::~CompanyListWindow() {
     rememberSize(*this, memoryName);
-    QSettings().setValue(QLatin1String(headerKey), table_->horizontalHeader()->saveState());
+    programSettings().setValue(QLatin1String(headerKey), table_->horizontalHeader()->saveState());
 }
 
 void CompanyListWindow::buildTable() {
@@ -125,7 +124,7 @@ void CompanyListWindow::buildTable() {
                                           table_->fontMetrics().averageCharWidth());
     table_->setSortingEnabled(true);
     table_->sortByColumn(CompanyListModel::name, Qt::AscendingOrder);
-    if (header->restoreState(QSettings().value(QLatin1String(headerKey)).toByteArray()))
+    if (header->restoreState(programSettings().value(QLatin1String(headerKey)).toByteArray()))
         table_->sortByColumn(header->sortIndicatorSection(), header->sortIndicatorOrder());
 
     connect(table_, &QTableView::doubleClicked, this, [this] { emit openAsked(chosenIds()); });
@@ -199,6 +198,7 @@ void CompanyListWindow::buildActions() {
 void CompanyListWindow::buildPages() {
     const auto button = [this](const char* action, const QString& text) {
         auto* result = new QPushButton(text, this);
+        result->setAutoDefault(true); // Enter presses it
         connect(result, &QPushButton::clicked, findChild<QAction*>(QLatin1String(action)),
                 &QAction::trigger);
         return result;
@@ -208,6 +208,7 @@ void CompanyListWindow::buildPages() {
         emptyPage, messagePage(this, new QLabel(tr("No company yet: New or Import.")),
                                {button("new", tr("New...")), button("import", tr("Import..."))}));
     auto* showAll = new QPushButton(tr("Show All"), this);
+    showAll->setAutoDefault(true);
     connect(showAll, &QPushButton::clicked, this, [this] {
         search_->clear();
         search_->setFocus();
@@ -333,8 +334,11 @@ void CompanyListWindow::enableActions() {
 
 void CompanyListWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        emit refreshAsked();
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow())
+        return;
+    if (focusWidget() == menuBar()) // left by another window, it keeps the keys
+        table_->setFocus(Qt::ActiveWindowFocusReason);
+    emit refreshAsked();
 }
 
 void CompanyListWindow::closeEvent(QCloseEvent* event) {

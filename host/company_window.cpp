@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QLayout>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -47,6 +48,7 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     setObjectName(QStringLiteral("companyWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
     setCentralWidget(entry_);
+    entry_->setApplicationTitle(QGuiApplication::applicationDisplayName());
     layout()->setSizeConstraint(QLayout::SetFixedSize); // the component has one size
     statusBar()->setSizeGripEnabled(false);
     buildActions();

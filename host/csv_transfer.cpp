@@ -3,13 +3,13 @@
 
 #include "host/messages.hpp"
 #include "host/texts.hpp"
+#include "host/window_memory.hpp"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QProgressDialog>
-#include <QSettings>
 
 #include <algorithm>
 #include <set>
@@ -36,10 +36,10 @@ QStringList described(const std::vector<CsvProblem>& problems) {
 }
 
 QString rememberedFolder() {
-    return QSettings().value(QLatin1String(folderKey), QDir::homePath()).toString();
+    return programSettings().value(QLatin1String(folderKey), QDir::homePath()).toString();
 }
 void rememberFolder(const QString& folder) {
-    QSettings().setValue(QLatin1String(folderKey), folder);
+    programSettings().setValue(QLatin1String(folderKey), folder);
 }
 
 QString titleOf(const FolderImport::Entry& entry) {

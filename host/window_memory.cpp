@@ -3,7 +3,6 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QSettings>
 #include <QWidget>
 
 namespace vkr {
@@ -14,13 +13,18 @@ QString key(const char* name) {
 }
 } // namespace
 
+QSettings programSettings() {
+    const QString name = QStringLiteral("vkr-host");
+    return QSettings(QSettings::defaultFormat(), QSettings::UserScope, name, name);
+}
+
 void rememberSize(const QWidget& window, const char* name) {
     if (!window.isMaximized() && !window.isFullScreen())
-        QSettings().setValue(key(name), window.size());
+        programSettings().setValue(key(name), window.size());
 }
 
 void rememberedSize(QWidget& window, const char* name, QSize atFirst) {
-    const QSize size = QSettings().value(key(name)).toSize();
+    const QSize size = programSettings().value(key(name)).toSize();
     // A size from a larger screen must not reach beyond this one.
     const QSize room = QGuiApplication::primaryScreen()->availableSize();
     window.resize((size.isValid() ? size : atFirst).boundedTo(room));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSettings>
 #include <QSize>
 
 QT_BEGIN_NAMESPACE
@@ -8,6 +9,9 @@ class QWidget;
 QT_END_NAMESPACE
 
 namespace vkr {
+
+// What the program keeps from one start to the next, in a folder of its own.
+[[nodiscard]] QSettings programSettings();
 
 // Sizes of windows from one start to the next. Places are the window manager's business.
 void rememberSize(const QWidget& window, const char* name);

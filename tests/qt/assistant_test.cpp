@@ -315,6 +315,21 @@ TEST_F(AssistantTest, OneWindowACompanyAnswersAndEscapeClosesIt) {
     EXPECT_EQ(assistant.object(), doYEPS);
 }
 
+TEST_F(AssistantTest, TheAnswerStandsBesideWhatIsAskedAbout) {
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto record = std::make_shared<CompanyRecord>();
+    const QSize size(room.width(), 60);
+    for (const QPoint& corner : {room.topLeft(), QPoint(room.left(), room.bottom() - 100)}) {
+        QWidget form;
+        form.setGeometry(QRect(corner, size));
+        form.show();
+        Assistant assistant([record] { return record; }, &form);
+        assistant.tell(doName, {}, std::nullopt, "Short Date");
+        EXPECT_FALSE(assistant.frameGeometry().intersects(form.frameGeometry()));
+        EXPECT_TRUE(room.contains(assistant.frameGeometry()));
+    }
+}
+
 TEST_F(AssistantTest, TheWindowGoesWithItsCompany) {
     CompanyWindow& window = open(*host_, "AAPL");
     const QPointer<Assistant> assistant(&ask(window, doYRevenue));

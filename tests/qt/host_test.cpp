@@ -168,6 +168,40 @@ TEST_F(HostTest, TheMenuOfACompanyOpensByItsLetterAndTheTabsKeepTheirs) {
     }
 }
 
+TEST_F(HostTest, TheListTakesTheKeysBackFromItsMenuBar) {
+    user_.activate(host_->list());
+    user_.press(Qt::Key_C, Qt::AltModifier);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    user_.press(Qt::Key_Escape); // closes the menu; the bar still has the keys
+    CompanyWindow* window = host_->newCompany();
+    user_.activate(*window);
+    window->close();
+    ASSERT_TRUE(host_->windows().isEmpty());
+    user_.activate(host_->list());
+    user_.press(Qt::Key_Down);
+    user_.press(Qt::Key_Return);
+    EXPECT_EQ(host_->windows().size(), 1);
+}
+
+TEST_F(HostTest, QuestionsOfTheFormCarryTheNameOfTheProgram) {
+    const QString own = QGuiApplication::applicationDisplayName();
+    QGuiApplication::setApplicationDisplayName("Fundamentals");
+    CompanyWindow& window = open(*host_, "AAPL");
+    QGuiApplication::setApplicationDisplayName(own);
+    window.entry().setCurrentTab(toYearly);
+    DialogAnswers answers;
+    answers.next([](QWidget& box) {
+        EXPECT_EQ(box.windowTitle(), "Fundamentals");
+        DialogAnswers::clickButton(box, "No");
+    });
+    click(window, "cmdAddYear");
+}
+
+TEST_F(HostTest, SettingsAreKeptInAFolderOfTheProgram) {
+    host_.reset();
+    EXPECT_TRUE(QFile::exists(home_.filePath("settings/vkr-host/vkr-host.ini")));
+}
+
 TEST_F(HostTest, AWindowOpensWithTheFocusInItsFirstField) {
     CompanyWindow& known = open(*host_, "AAPL");
     EXPECT_EQ(known.focusWidget(), &control(known, "txtCurrentPrice"));
@@ -456,6 +490,12 @@ TEST_F(HostTest, AnEmptyDatabaseSaysWhatToDo) {
     for (const QLabel* label : host_->list().findChildren<QLabel*>())
         isSaid |= label->isVisible() && label->text() == "No company yet: New or Import.";
     EXPECT_TRUE(isSaid);
+    user_.activate(host_->list());
+    for (auto* button : host_->list().findChildren<QPushButton*>())
+        if (button->isVisible() && button->text() == "New...")
+            button->setFocus();
+    user_.press(Qt::Key_Return);
+    EXPECT_EQ(host_->windows().size(), 1);
 }
 
 // --- CSV ---------------------------------------------------------------------------------------
