@@ -185,8 +185,10 @@ bool Form::focus(Control& control) {
         if (!leave())
             return false;
         if (!holds(control) || !control.canTakeFocus()) {
-            if (active_ != nullptr)
+            if (active_ != nullptr && active_->canTakeFocus())
                 handler().onGotFocus(*active_);
+            else
+                settleFocus();
             if (mine == focusMoves_ && observer_ != nullptr)
                 observer_->focusChanged();
             return false;

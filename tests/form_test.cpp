@@ -249,6 +249,21 @@ TEST_F(FormTest, FocusStaysWhenTheLeaveHandlerTakesTheTargetAway) {
     }
 }
 
+TEST_F(FormTest, WhereTheLeaveHandlerTakesBothAwayTheNextControlHasTheFocus) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    box("txtThird");
+    first.setFocus();
+    takeEvents();
+    heard.lostFocus = [&](Control&) {
+        first.setEnabled(false);
+        second.setEnabled(false);
+    };
+    EXPECT_FALSE(form.focus(second));
+    EXPECT_EQ(active(), "txtThird");
+    EXPECT_EQ(takeEvents(), (Events{"lost txtFirst", "lost txtFirst", "got txtThird"}));
+}
+
 TEST_F(FormTest, ALeaveHandlerMayRemoveTheControlThatIsLeft) {
     auto& first = box("txtFirst");
     auto& second = box("txtSecond");
