@@ -104,6 +104,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     void scrollMouse(KeyCode key);
     void leaveField();
     [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
+    void showField(std::string_view id);
 
     void setPlatform(PlatformType platform);
     void setShade(Shade shade, Color color);
@@ -491,6 +492,22 @@ std::vector<UnstoredField> VKRDataEntry::Impl::unstoredFields() const {
             field != nullptr && !field->mark().empty())
             result.push_back({field->id(), field->accessibleName(), field->text(), field->mark()});
     return result;
+}
+
+void VKRDataEntry::Impl::showField(std::string_view id) {
+    const auto found =
+        std::ranges::find(form.controls(), id, [](const auto& control) { return control->id(); });
+    if (found == form.controls().end())
+        return;
+    const std::string name((*found)->name());
+    const int index = (*found)->index();
+    const Control* page = found->get();
+    while (page->container() != nullptr)
+        page = page->container();
+    if (page->index() >= frame::firstPage)
+        strip().selectTab(page->index() - frame::firstPage + 1);
+    if (auto* field = form.find(name, index)) // the host has heard of the tab
+        field->setFocus();
 }
 
 void VKRDataEntry::Impl::leaveField() {
@@ -1200,6 +1217,9 @@ void VKRDataEntry::leaveField() {
 }
 std::vector<UnstoredField> VKRDataEntry::unstoredFields() const {
     return impl_->unstoredFields();
+}
+void VKRDataEntry::showField(std::string_view control) {
+    impl_->showField(control);
 }
 
 void VKRDataEntry::InitProperties() {

@@ -128,6 +128,8 @@ class VKRDataEntry {
     // Leaves the field that has the focus as if the user had moved on, and comes back to it.
     void leaveField();
     [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
+    // Brings a field, named as in UnstoredField, on show with its tab and moves the focus there.
+    void showField(std::string_view control);
     // Called after every change of blnDirty and of the record's identity (name, symbol), when what
     // changed it is done.
     std::function<void()> stateChanged;

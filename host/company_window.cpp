@@ -183,6 +183,8 @@ bool CompanyWindow::acceptUnstored() {
                            : tr("%1 fields hold texts that can't be stored.").arg(fields.size()),
         tr("%1\n\nSaving keeps what was stored there before.").arg(lines.join(u'\n')),
         {{tr("&Save Without"), Choice::Role::destroy}, {tr("&Go Back"), Choice::Role::reject}});
+    if (choice != 0)
+        entry_->component().showField(fields.front().control);
     return choice == 0;
 }
 

@@ -783,6 +783,33 @@ TEST_F(HostInterface, RowsCanBeTakenAwayWhenACellInThemChanged) {
     }
 }
 
+// --- a field that the user is led to -----------------------------------------------------------
+
+TEST_F(HostInterface, AFieldIsShownFromAnyTab) {
+    entry.put_objCompany(fullCompany());
+    entry.put_VisibleQuarters(20);
+    struct Row {
+        const char* id;
+        TABObject tab;
+    };
+    for (const auto& row : {Row{"txtPriceUpdate", toCompany}, Row{"txtCSO(3)", toYearly},
+                            Row{"txtRevenue(19)", toQuarterly}, Row{"txtNotes", toOther},
+                            Row{"txtCurSymbol", toOptions}})
+        for (int from = toCompany; from <= toOptions; ++from) {
+            SCOPED_TRACE(std::string(row.id) + " from " + std::to_string(from));
+            entry.put_CurrentTab(static_cast<TABObject>(from));
+            entry.showField(row.id);
+            EXPECT_EQ(entry.get_CurrentTab(), row.tab);
+            EXPECT_EQ(desktop.focusedId(), row.id);
+            EXPECT_TRUE(desktop.canReach(row.id));
+        }
+    // What there is not changes nothing.
+    for (const char* none : {"", "txtNone", "txtRevenue(20)", "txtRevenue"}) {
+        entry.showField(none);
+        EXPECT_EQ(desktop.focusedId(), "txtCurSymbol");
+    }
+}
+
 // --- quarterly data ------------------------------------------------------------------------------
 
 TEST_F(HostInterface, QuarterlyDataExistsInTheRecordOrOnScreen) {

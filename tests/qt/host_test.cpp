@@ -270,6 +270,7 @@ TEST_F(HostTest, OkAsksBeforeATextIsLeftOutThatCannotBeStored) {
         EXPECT_TRUE(answers.allGiven());
         EXPECT_TRUE(answers.told().value(0).contains("32/32/2026"));
     }
+    EXPECT_EQ(window.entry().component().form().activeControl()->id(), "txtPriceUpdate");
     ASSERT_EQ(host_->windows().size(), 1);
     EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Apple Inc.");
     {
