@@ -10,6 +10,7 @@
 #include <QTextBlock>
 
 #include <algorithm>
+#include <limits>
 
 namespace vkr {
 
@@ -328,8 +329,11 @@ void LineFieldView::setLocked(bool locked) {
 }
 
 void LineFieldView::setLimit(int units) {
-    constexpr int unlimited = 32767;
-    const int limit = units > 0 ? units : std::max(unlimited, edit_->maxLength());
+    constexpr int usual = 32767; // the widget's own, which a text of the program may exceed
+    const bool isLong = field().text().size() > usual;
+    const int limit = units > 0 ? units
+                      : isLong  ? std::numeric_limits<int>::max()
+                                : std::max(usual, edit_->maxLength());
     if (limit == edit_->maxLength())
         return;
     const auto range = selection(); // the widget sets its text anew

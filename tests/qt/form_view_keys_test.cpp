@@ -245,6 +245,14 @@ TEST_F(FormViewKeys, ALimitDoesNotCutTheTextOfTheProgram) {
     EXPECT_EQ(std::count(handler.log.begin(), handler.log.end(), "change txtName abcdef"), 0);
 }
 
+TEST_F(FormViewKeys, ATextLongerThanTheWidgetsOwnLimitIsEditedWhole) {
+    open();
+    enter(*name, std::string(40'000, 'a'));
+    press(Qt::Key_End);
+    type("b");
+    EXPECT_EQ(name->text(), std::string(40'000, 'a') + "b");
+}
+
 TEST_F(FormViewKeys, UndoAndRedoReachTheModel) {
     open();
     enter(*name, "old");
