@@ -152,6 +152,10 @@ class Reader {
     bool endsInShortYear() const {
         return isNumber(1, 2, 2) && !startsTime(1) && !isYear(2) && here(2).kind != Part::Word;
     }
+    // The year, then the month.
+    bool yearLeads() const {
+        return order_ == DateOrder::YearMonthDay || order_ == DateOrder::ShortYearMonth;
+    }
     int year(std::size_t ahead) const {
         const int value = here(ahead).value;
         if (isFullYear(ahead))
@@ -264,8 +268,8 @@ class Reader {
             !isDayNumber(2) && !isYear(2))
             return take(2, makeDate(year(0), month, 1));
         const int day = here().value;
-        if (order_ == DateOrder::YearMonthDay && ordinal == 0 && isNumber(0, 2, 2) &&
-            isDayNumber(2) && !startsTime(2)) // as "YY-MMM-DD" writes it
+        if (yearLeads() && ordinal == 0 && isNumber(0, 2, 2) && isDayNumber(2) &&
+            !startsTime(2)) // as "YY-MMM-DD" writes it
             return take(3, makeDate(year(0), month, here(2).value));
         if (isYear(2 + ordinal))
             return take(3 + ordinal, makeDate(year(2 + ordinal), month, day));
@@ -287,9 +291,8 @@ class Reader {
     }
 
     std::optional<Date> dateOfThree() const {
-        const bool twoDigitYearFirst =
-            isNumber(0, 2, 2) && isDayNumber(2) &&
-            (order_ == DateOrder::YearMonthDay || order_ == DateOrder::YearDayMonth);
+        const bool twoDigitYearFirst = isNumber(0, 2, 2) && isDayNumber(2) &&
+                                       (yearLeads() || order_ == DateOrder::YearDayMonth);
         if ((isFullYear(0) || twoDigitYearFirst) && isDayNumber(1) && isDayNumber(2)) {
             if (order_ == DateOrder::YearDayMonth)
                 if (const auto date = makeDate(year(0), here(2).value, here(1).value))

@@ -294,6 +294,8 @@ TEST(DateReader, ReadsShortYearsOfAPatternWithoutDays) {
         {"Nov 30, 05", "MMM YY", "2005-11-30"},
         {"11/30/05", "MM/YY", "2005-11-30"},
         {"11/30/2005", "YY/MM", "2005-11-30"},
+        {"05/11/30", "YY/MM", "2005-11-30"}, // the year first, as without a day
+        {"05-Nov-30", "YY-MMM", "2005-11-30"},
         {"30 Nov 2005", "YY MMM", "2005-11-30"},
         {"30 Nov 05", "MMM YY", "2005-11-30"},
         {"Nov 05", "MMM YYYY", "2024-11-05"}, // four digits are what it shows
