@@ -97,21 +97,14 @@ void SeriesGrid::showAll() {
 }
 
 void SeriesGrid::showAgain() {
-    struct Marked {
-        TextBox* cell;
-        std::string text;
-        std::string mark;
-    };
-    std::vector<Marked> kept;
+    std::vector<RefusedText> kept;
     for (const auto& column : cells_)
         for (TextBox* cell : column)
             if (!cell->mark().empty())
-                kept.push_back({cell, cell->text(), cell->mark()});
+                kept.emplace_back(*cell);
     showAll();
-    for (const auto& [cell, text, mark] : kept) {
-        putFieldText(*cell, text);
-        cell->setMark(mark);
-    }
+    for (const auto& text : kept)
+        text.putBack();
 }
 
 void SeriesGrid::showScaled() {
@@ -141,12 +134,17 @@ void SeriesGrid::followPriceDisplay() {
             TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
             const auto element = elementOf(row);
             const bool held = element && value.isArray() && value.array().contains(*element);
-            if (isUntouched(cell) && held)
+            if (isUntouched(cell) && held) {
                 showStored({column, row}, value.array().number(*element));
-            else if (isUntouched(cell))
+            } else if (isUntouched(cell)) {
                 ConvertPriceText(!session_.fractionDisplay, cell);
-            else if (cell.mark().empty())
+            } else if (cell.mark().empty()) {
                 convertTypedPrice(!session_.fractionDisplay, cell);
+            } else if (held) {
+                const RefusedText refused(cell);
+                showStored({column, row}, value.array().number(*element));
+                refused.putBack();
+            }
         }
     }
 }

@@ -584,12 +584,17 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
         auto& shown = form.get<TextField>(field.control);
         // A figure that nobody touched comes from the record: eighths are its rounded picture. A
         // text that was refused stays as it was typed.
-        if (session.company != nullptr && isUntouched(shown))
+        if (session.company != nullptr && isUntouched(shown)) {
             attempt([&] { fields.show(field); });
-        else if (isUntouched(shown))
+        } else if (isUntouched(shown)) {
             ConvertPriceText(!fractions, shown);
-        else if (shown.mark().empty())
+        } else if (shown.mark().empty()) {
             convertTypedPrice(!fractions, shown);
+        } else {
+            const RefusedText refused(shown);
+            if (attempt([&] { fields.show(field); }))
+                refused.putBack();
+        }
     }
     yearly.followPriceDisplay();
 }

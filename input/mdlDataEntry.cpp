@@ -30,6 +30,13 @@ void putFieldText(TextField& field, std::string_view text) {
     field.setStoredText(std::nullopt);
 }
 
+void RefusedText::putBack() const {
+    const std::string stored = field_.text();
+    putFieldText(field_, text_);
+    field_.setMark(reason_);
+    field_.setStoredText(stored);
+}
+
 void convertTypedPrice(bool toDecimal, TextField& field) {
     const auto price = [&] {
         return numericValue(cleanNumericText(field.text(), NumericKind::PriceText).text);

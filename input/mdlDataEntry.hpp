@@ -25,6 +25,20 @@ bool checkFieldChange(TextField& field, FieldHost& host);
 // Puts a text into field and tag, and takes a mark off.
 void putFieldText(TextField& field, std::string_view text);
 
+// A text that was refused, while what is stored is shown anew in its field.
+class RefusedText {
+  public:
+    explicit RefusedText(TextField& field)
+        : field_(field), text_(field.text()), reason_(field.mark()) {}
+    // What the field shows now is what stands for the stored datum from here on.
+    void putBack() const;
+
+  private:
+    TextField& field_;
+    std::string text_;
+    std::string reason_;
+};
+
 // Rewrites a price that is being typed in the other form, unless it would lose digits there.
 void convertTypedPrice(bool toDecimal, TextField& field);
 

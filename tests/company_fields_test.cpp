@@ -913,6 +913,36 @@ TEST(CompanyNumbers, UndoingARefusedTextKeepsTheStoredFigure) {
     EXPECT_EQ(markOf(scene, "txtTotalDebt"), "");
 }
 
+TEST(CompanyNumbers, ARefusedPriceFollowsTheDisplayOfWhatIsStored) {
+    EntryScene scene;
+    const auto company = datedCompany();
+    company->put_CurrentPrice(3.1416);
+    putElement(*company, "YHighSeries", 1, 3.1416);
+    scene.load(company);
+    const auto stored = [&](const std::string& id) {
+        return id == "txtHigh(9)" ? elementOf(*company, "YHighSeries", 1)
+                                  : company->get_CurrentPrice();
+    };
+    for (const char* id : {"txtCurrentPrice", "txtHigh(9)"}) {
+        SCOPED_TRACE(id);
+        scene.entry->put_FractionDisplay(true);
+        ASSERT_EQ(textOf(scene, id), "3 1/8");
+        pasteOver(scene, id, "1e400");
+        scene.entry->put_FractionDisplay(false);
+        EXPECT_EQ(textOf(scene, id), "1e400");
+        EXPECT_NE(markOf(scene, id), "");
+        typeOver(scene, id, "3.142"); // what decimals show of it
+        EXPECT_EQ(stored(id), 3.1416);
+        EXPECT_EQ(markOf(scene, id), "");
+        scene.entry->put_FractionDisplay(true);
+        pasteOver(scene, id, "1e400");
+        scene.entry->put_FractionDisplay(false);
+        typeOver(scene, id, "3 1/8");
+        EXPECT_EQ(stored(id), 3.125);
+        EXPECT_EQ(textOf(scene, id), "3.125");
+    }
+}
+
 TEST(CompanyNumbers, ARefusedTextThatGaveWayToANewFigureIsStored) {
     EntryScene scene;
     const auto record = std::make_shared<ScriptedRecord>(datedCompany());
