@@ -105,6 +105,11 @@ std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
     return typedDate(field);
 }
 
+void Session::refuseDate(TextField& field, Date date) {
+    field.setMark(text(text_number::reasonRefused, "This value could not be stored."));
+    picked = {&field, field.text(), date};
+}
+
 std::string Session::dateText(Date date) const {
     return isValidDate(date) ? formatDate(date, dateFormat) : std::string();
 }

@@ -46,7 +46,7 @@ class Session final : public FieldHost {
     std::int32_t unit = defaultUnit;
     bool dirty = false;
 
-    // The date that was picked for a field whose text is its picture, until the field is left.
+    // The date that was picked for a field whose text is its picture, until it is stored.
     struct PickedDate {
         const TextField* field = nullptr;
         std::string text;
@@ -102,6 +102,8 @@ class Session final : public FieldHost {
     // The date that a date field stands for: the stored one while nobody has touched its text,
     // whatever the display pattern left of it.
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
+    // The record did not take the date that the program shows there: the next leaving tries again.
+    void refuseDate(TextField& field, Date date);
     [[nodiscard]] std::string dateText(Date date) const; // empty for a date out of range
 
     // The localizer's text, or the fallback where there is none but blanks.

@@ -346,7 +346,7 @@ void QuarterlyGrid::setLastQuarter(Date date) {
     auto& field = session_.textBox("txtLastQDate");
     putFieldText(field, session_.dateText(date));
     if (!stored)
-        field.setMark(session_.text(text_number::reasonRefused, "This value could not be stored."));
+        session_.refuseDate(field, date);
 }
 
 void QuarterlyGrid::redisplay(bool samePeriods) {
@@ -455,10 +455,13 @@ void QuarterlyGrid::setAnchor(Date date, bool ofFigures) {
     visited_.clear();
     setLastQuarter(date);
     session_.markChanged();
+    if (ofFigures)
+        relabel();
+    storeMarked(); // what was typed over a figure takes its place
+    const int shown = offset_;
     relabel();
-    storeMarked();
     deriveTrailingEarnings();
-    redisplay();
+    redisplay(offset_ == shown);
     showTrailingEarnings();
 }
 

@@ -82,7 +82,7 @@ class QuarterlyGrid final : public SeriesGrid {
     void takeLastQuarter(std::optional<Date> before, std::optional<Date> typed);
     void setAnchor(Date date, bool ofFigures);
     void setLastQuarter(Date date);
-    void redisplay(bool samePeriods = false);
+    void redisplay(bool samePeriods);
     [[nodiscard]] std::optional<Trailing> trailing() const;
     [[nodiscard]] Date newestQuarter() const; // element 0 of the series
     [[nodiscard]] std::optional<Date> shownDate() const;

@@ -144,6 +144,28 @@ TEST_F(QuarterlyCells, UnstoredOnesOutliveAChangeOfTheRows) {
     EXPECT_EQ(elementOf(*empty, "QEPSSeries", 1), 2.5);
 }
 
+TEST_F(QuarterlyCells, UnstoredOnesKnowTheStoredFigureAfterAChangeOfTheRows) {
+    putElement(*company, "QNetIncSeries", 1, 1234.5678);
+    open(company);
+    pasteOver(scene, "txtNetInc(1)", "1e400");
+    scene.entry->put_VisibleQuarters(12);
+    ASSERT_NE(markOf(scene, "txtNetInc(1)"), "");
+    typeOver(scene, "txtNetInc(1)", "1234.57");
+    EXPECT_EQ(elementOf(*company, "QNetIncSeries", 1), 1234.5678);
+    EXPECT_EQ(markOf(scene, "txtNetInc(1)"), "");
+}
+
+TEST_F(QuarterlyCells, UnstoredOnesOutliveTheFirstDate) {
+    const auto record = std::make_shared<ScriptedRecord>(datedCompany());
+    record->failing = {"read LastQDate", "read LastQDateForGrid"};
+    open(record);
+    pasteOver(scene, "txtEPS(1)", "1e400");
+    record->failing.clear();
+    typeOver(scene, "txtLastQDate", "6/30/2026");
+    EXPECT_EQ(scene.text("txtEPS", 1), "1e400");
+    EXPECT_NE(markOf(scene, "txtEPS(1)"), "");
+}
+
 TEST_F(QuarterlyCells, UnstoredOnesOutliveACorrectedDate) {
     pasteOver(scene, "txtEPS(2)", "1e400");
     const Date other = addDays(company->get_LastQDate(), -1);

@@ -387,6 +387,38 @@ TEST_F(QuarterSpan, WithoutFiguresAnyDateIsTheLastQuarter) {
     EXPECT_EQ(elementOf(*company, "QNetIncSeries", 1), 4);
 }
 
+TEST_F(QuarterSpan, ARefusedLastQuarterKeepsItsDayWhereThePatternHasNone) {
+    scene.entry->put_DateFormat("MMM YYYY");
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    open(record);
+    record->failing = {"write LastQDate"};
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Dec 2026");
+    record->failing.clear();
+    goTo(scene, "txtLastQDate");
+    desktop.type("{TAB}");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 12, 31));
+}
+
+TEST_F(QuarterSpan, AFigureThatWasTypedOverAnotherTakesItsPlaceOnceThereIsADate) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"read LastQDate"};
+    open(record);
+    ASSERT_EQ(scene.text("txtRevenue", 2), "102.00");
+    typeOver(scene, "txtRevenue(2)", "7");
+    pasteOver(scene, "txtRevenue(4)", "1e400");
+    record->failing.clear();
+    typeDate("6/30/2026");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 2), 7);
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 3), 103);
+    EXPECT_EQ(scene.text("txtRevenue", 1), "7.00");
+    EXPECT_EQ(scene.text("txtRevenue", 4), "105.00") << "another quarter by now";
+}
+
 // A record that has no last quarter may still say what quarters its figures are of.
 TEST_F(QuarterSpan, ADateThatIsTypedWhereNoneIsShownRenamesNothing) {
     const struct {
