@@ -261,6 +261,34 @@ TEST_F(YearSpan, ARecordThatRefusesTheNewYearKeepsItsFiguresWhereTheyAre) {
     }
 }
 
+TEST_F(YearSpan, ADateThatFollowsTheYearInTheRecordMovesOnce) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->datesFollowYear = true;
+    for (const auto& [button, year] : {std::pair{"cmdAddYear", 2006}, {"cmdRemoveYear", 2004}}) {
+        load();
+        scene.load(record);
+        press(button, MessageAnswer::yes);
+        EXPECT_EQ(company->get_LastFY(), year);
+        EXPECT_EQ(company->get_LastFYDate(), makeDate(year, 12, 31));
+        EXPECT_EQ(scene.text("txtDateofLastFY"), "Dec/31/" + std::to_string(year));
+    }
+}
+
+TEST_F(YearSpan, ARefusedDateKeepsItsDayWhereThePatternHasNone) {
+    scene.entry->put_DateFormat("MMM YYYY");
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    record->failing = {"write LastFYDate"};
+    press("cmdAddYear", MessageAnswer::yes);
+    EXPECT_NE(markOf(scene, "txtDateofLastFY"), "");
+    record->failing.clear();
+    goTo(scene, "txtDateofLastFY");
+    desktop.type("{TAB}");
+    EXPECT_EQ(company->get_LastFYDate(), makeDate(2006, 12, 31));
+    EXPECT_EQ(markOf(scene, "txtDateofLastFY"), "");
+}
+
 TEST_F(YearSpan, FiguresThatTheRecordDoesNotLetMoveAreToldOf) {
     load();
     const auto record = std::make_shared<ScriptedRecord>(company);

@@ -150,12 +150,14 @@ void YearlyGrid::changeSpan(int years) {
                                     std::to_string(newest));
     if (!confirmed)
         return;
+    // As it is now: a record may let its date follow the year.
+    const auto end = session_.dateOf(session_.textBox("txtDateofLastFY"), Datum::LastFYDate);
     // Asked of the record first: figures that move without their year would stand in a wrong one.
     if (!attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(target)); })) {
         tellRefused();
         return;
     }
-    const bool allMoved = shift(years);
+    const bool allMoved = shift(years, end);
     session_.textBox("txtLastFY").setText(std::to_string(target));
     acceptLastFiscalYear(target);
     session_.markChanged();
@@ -164,21 +166,20 @@ void YearlyGrid::changeSpan(int years) {
         tellRefused();
 }
 
-bool YearlyGrid::shift(int years) {
+bool YearlyGrid::shift(int years, std::optional<Date> end) {
     if (years == 0)
         return true;
     const bool allMoved = shiftAll(years);
     showAll();
     if (commit)
         commit();
-    auto& field = session_.textBox("txtDateofLastFY");
-    if (const auto date = session_.dateOf(field, Datum::LastFYDate)) {
-        const Date moved = addYears(*date, years);
+    if (end) {
+        auto& field = session_.textBox("txtDateofLastFY");
+        const Date moved = addYears(*end, years);
         const bool stored = attempt([&] { session_.company->put_LastFYDate(moved); });
         putFieldText(field, session_.dateText(moved));
         if (!stored)
-            field.setMark(
-                session_.text(text_number::reasonRefused, "This value could not be stored."));
+            session_.refuseDate(field, moved);
     }
     if (fiscalYearMoved)
         fiscalYearMoved();

@@ -53,7 +53,8 @@ class YearlyGrid final : public SeriesGrid {
 
   private:
     void changeSpan(int years);
-    bool shift(int years); // false where a figure could not be moved
+    // `end` is the date of the last fiscal year. False where a figure could not be moved.
+    bool shift(int years, std::optional<Date> end);
     void acceptLastFiscalYear(int year);
 
     Color shadeColor_ = colors::paleCyan;

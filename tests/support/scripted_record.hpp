@@ -34,6 +34,7 @@ class ScriptedRecord final : public iVKR_Company {
     bool lendsSettings = false;
     std::optional<double> everyFigure; // read in place of all numbers and elements
     int first = 0;                     // the lower bound of its series
+    bool datesFollowYear = false;      // writing LastFY moves LastFYDate into that year
 
     // The operations of one kind that were asked for, oldest first.
     [[nodiscard]] std::vector<std::string> logged(std::string_view kind) const {
@@ -90,7 +91,6 @@ class ScriptedRecord final : public iVKR_Company {
     VKR_TEXT(Source)
     VKR_NUMBER(CurrentPrice)
     VKR_NUMBER(CommDiv)
-    VKR_PROPERTY(std::int16_t, std::int16_t, LastFY)
     VKR_NUMBER(High52W)
     VKR_NUMBER(Low52W)
     VKR_NUMBER(CommShares)
@@ -162,6 +162,17 @@ class ScriptedRecord final : public iVKR_Company {
 #undef VKR_TEXT
 #undef VKR_PROPERTY
 
+    [[nodiscard]] std::int16_t get_LastFY() const override {
+        note("read LastFY");
+        return company->get_LastFY();
+    }
+    void put_LastFY(std::int16_t value) override {
+        note("write LastFY");
+        if (datesFollowYear)
+            company->put_LastFYDate(
+                addYears(company->get_LastFYDate(), value - civil(company->get_LastFYDate()).year));
+        company->put_LastFY(value);
+    }
     void put_QuarterlyFlag(const Variant& value) override {
         note("write QuarterlyFlag");
         company->put_QuarterlyFlag(value);
