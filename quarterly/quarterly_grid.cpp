@@ -314,7 +314,7 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     const Date date = typed                     ? *typed
                       : known != visited_.end() ? known->second.date
                                                 : quartersFrom(newest, -element);
-    Visited left{*shownDate(), {}};
+    Visited left{*shownDate(), {}, trailingOfFiscalYear_};
     attempt([&] { left.trailing = company.get_Last4QEPS(); });
     if (element < 0) {
         company.put_LastQDateForGrid(date);
@@ -471,18 +471,22 @@ void QuarterlyGrid::stored(Cell cell) {
     if (table[static_cast<std::size_t>(cell.column)].first.series != Datum::QEPSSeries ||
         !session_.dirty)
         return;
-    for (auto& [element, quarter] : visited_)
-        quarter.trailing.reset();
+    followVisited(true);
     deriveTrailingEarnings();
     showTrailingEarnings();
 }
 
-// Nothing where one of the four is missing, or the record has no date or no series.
 std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing() const {
+    std::optional<Trailing> result;
+    attempt([&] { result = trailing(session_.company->get_LastQDate()); });
+    return result;
+}
+
+// Nothing where one of the four is missing, or the record has no date or no series.
+std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing(Date last) const {
     std::optional<Trailing> result;
     attempt([&] {
         const auto& company = *session_.company;
-        const Date last = company.get_LastQDate();
         if (!Session::isValidDate(last))
             return;
         const Date stated = company.get_LastQDateForGrid();
@@ -524,10 +528,19 @@ void QuarterlyGrid::deriveTrailingEarnings() {
     });
 }
 
+// What the last quarters that were on show before come back with.
+void QuarterlyGrid::followVisited(bool all) {
+    for (auto& [element, quarter] : visited_)
+        if (const auto derived = trailing(quarter.date);
+            derived && (all || quarter.ofFiscalYear || derived->ofFiscalYear)) {
+            quarter.trailing = derived->earnings;
+            quarter.ofFiscalYear = derived->ofFiscalYear;
+        }
+}
+
 // A sum that has nothing to do with the fiscal year, before and now, may have been typed by hand.
 void QuarterlyGrid::followYearlyEarnings() {
-    for (auto& [element, quarter] : visited_)
-        quarter.trailing.reset();
+    followVisited(false);
     const auto derived = trailing();
     if (!trailingOfFiscalYear_ && !(derived && derived->ofFiscalYear))
         return;

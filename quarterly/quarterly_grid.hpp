@@ -68,6 +68,7 @@ class QuarterlyGrid final : public SeriesGrid {
     struct Visited {
         Date date;
         std::optional<double> trailing;
+        bool ofFiscalYear;
     };
 
     void settle();
@@ -84,6 +85,8 @@ class QuarterlyGrid final : public SeriesGrid {
     void setLastQuarter(Date date);
     void redisplay(bool samePeriods);
     [[nodiscard]] std::optional<Trailing> trailing() const;
+    [[nodiscard]] std::optional<Trailing> trailing(Date last) const;
+    void followVisited(bool all);
     [[nodiscard]] Date newestQuarter() const; // element 0 of the series
     [[nodiscard]] std::optional<Date> shownDate() const;
     [[nodiscard]] std::optional<Date> fiscalYearDate() const;

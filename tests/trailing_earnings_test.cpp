@@ -171,6 +171,27 @@ TEST_F(TrailingEarnings, TheYearlyFigureCountsWhicheverQuarterIsOnShowWhenItIsTy
     EXPECT_EQ(shown(), "10.00");
 }
 
+// Of a quarter that is out of sight.
+TEST_F(TrailingEarnings, TypedByHandComeBackWhereTheYearlyFigureHasNoPartInThem) {
+    for (const bool complete : {false, true}) {
+        company = datedCompany();
+        company->put_LastQDate(*makeDate(2026, 9, 30));
+        company->put_LastQDateForGrid(*makeDate(2026, 9, 30));
+        company->put_LastFYDate(*makeDate(2024, 12, 31));
+        quarters({complete ? 1.0 : 0.0, complete ? 1.0 : 0.0, 2.5, 2.5, 2.5, 2.5});
+        load();
+        typeOver(scene, "txtLast4QEPS", "9.99");
+        desktop.clickTab(toQuarterly);
+        desktop.spin("spnQuarter", -2);
+        EXPECT_EQ(shown(), "10.00");
+        typeOver(scene, "txtYEPS(9)", "7");
+        desktop.clickTab(toQuarterly);
+        desktop.spin("spnQuarter", 2);
+        EXPECT_EQ(company->get_Last4QEPS(), 9.99) << complete;
+        EXPECT_EQ(shown(), "9.99") << complete;
+    }
+}
+
 TEST_F(TrailingEarnings, FollowAQuarterThatIsStoredAtTheSecondTry) {
     quarters({1, 2, 3, 4});
     const auto record = std::make_shared<ScriptedRecord>(company);
