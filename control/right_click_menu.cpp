@@ -209,6 +209,8 @@ void RightClickMenu::putDate(TextField& field, Date date) {
     session_.picked = {&field, text, date};
     if (field.text() == text)
         field.setTag(""); // the pattern hides what has changed
+    if (field.storedText() == text)
+        field.setStoredText(std::nullopt);
     edit(field, text, textLength(text));
     session_.markChanged();
     if (!session_.form.hasFocus() || session_.form.activeControl() != &field)
