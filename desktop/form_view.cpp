@@ -31,8 +31,7 @@ FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) 
     form.setObserver(this);
     form.tabbedOut = [this](FocusDirection direction) { return tabOut(direction); };
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
-        if (now != nullptr && form_->hasFocus() && now->window() == window() && !isInside(now) &&
-            qobject_cast<QMenuBar*>(now) == nullptr)
+        if (form_->hasFocus() && isOfHost(now) && now->window() == window())
             form_->focusLeft();
     });
 }
@@ -404,6 +403,12 @@ bool FormView::isInside(const QWidget* widget) const {
     return widget == this || isAncestorOf(widget);
 }
 
+// A menu bar has the keys for a while only.
+bool FormView::isOfHost(const QWidget* widget) const {
+    return widget != nullptr && !isInside(widget) &&
+           qobject_cast<const QMenuBar*>(widget) == nullptr;
+}
+
 void FormView::focusChanged() {
     followFocus();
     if (auto* view = activeView())
@@ -591,7 +596,8 @@ bool FormView::event(QEvent* event) {
         turnWheel(static_cast<QWheelEvent&>(*event), nullptr);
         return true;
     case QEvent::WindowActivate:
-        followFocus(); // a menu bar that was left by another window keeps the keys
+        if (!isOfHost(window()->focusWidget()))
+            followFocus(); // a menu bar that was left by another window keeps the keys
         return QWidget::event(event);
     case QEvent::ContextMenu:
         return true;

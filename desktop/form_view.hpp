@@ -106,6 +106,7 @@ class FormView : public QWidget, private FormObserver {
     void enter(Qt::FocusReason reason, Control* control);
     bool tabOut(FocusDirection direction);
     [[nodiscard]] bool isInside(const QWidget* widget) const;
+    [[nodiscard]] bool isOfHost(const QWidget* widget) const;
     void turnWheel(QWheelEvent& event, ControlView* origin);
 
     Form* form_;

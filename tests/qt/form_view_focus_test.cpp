@@ -173,6 +173,19 @@ TEST_F(FormViewFocus, AClickOrAReturnToTheWindowTakesTheKeysBackFromTheMenuBar) 
     window.layout()->setMenuBar(nullptr);
 }
 
+TEST_F(FormViewFocus, AHostThatTakesTheKeysWhileAnotherWindowIsActiveKeepsThem) {
+    open();
+    enter(*name);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    after->setFocus();
+    activate();
+    EXPECT_EQ(focused(), after);
+    EXPECT_FALSE(form.hasFocus());
+}
+
 TEST_F(FormViewFocus, NativeFocusGivenToAWidgetMovesTheFocusOfTheForm) {
     open();
     native(*price)->setFocus(); // as screen readers do
