@@ -199,9 +199,7 @@ void CompanyFields::store(const CompanyField& field, const Variant& value) {
     if (field.datum == Datum::CommDiv)
         stored =
             attempt([&] { session_.company->put_CommDivAlternate(value.toDouble()); }) && stored;
-    control(field).setMark(
-        stored ? std::string()
-               : session_.text(text_number::reasonRefused, "This value could not be stored."));
+    control(field).setMark(stored ? std::string() : session_.refusal());
     if (stored)
         session_.markChanged(); // the host may have saved since the value was refused
 }

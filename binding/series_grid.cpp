@@ -284,7 +284,7 @@ void SeriesGrid::leave(Cell cell) {
     if (untouched)
         return;
     if (!taken) {
-        left.setMark(session_.text(text_number::reasonRefused, "This value could not be stored."));
+        left.setMark(session_.refusal());
         return;
     }
     showStored(cell, stored);
@@ -346,8 +346,7 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
 }
 
 void SeriesGrid::tellRefused() {
-    session_.message(session_.text(text_number::reasonRefused, "This value could not be stored."),
-                     message_box::exclamationIcon);
+    session_.message(session_.refusal(), message_box::exclamationIcon);
 }
 
 void SeriesGrid::showStored(Cell cell, double stored) {

@@ -105,8 +105,12 @@ std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
     return typedDate(field);
 }
 
+std::string Session::refusal() const {
+    return text(text_number::reasonRefused, "This value could not be stored.");
+}
+
 void Session::refuseDate(TextField& field, Date date) {
-    field.setMark(text(text_number::reasonRefused, "This value could not be stored."));
+    field.setMark(refusal());
     picked = {&field, field.text(), date};
 }
 

@@ -193,8 +193,7 @@ void YearlyGrid::acceptLastFiscalYear(int year) {
     bool stored = attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
     if (!stored)
         attempt([&] { stored = session_.company->get_LastFY() == year; });
-    field.setMark(
-        stored ? "" : session_.text(text_number::reasonRefused, "This value could not be stored."));
+    field.setMark(stored ? "" : session_.refusal());
     if (stored)
         session_.markChanged();
 }
@@ -238,7 +237,7 @@ void YearlyGrid::leaveLastFiscalYearDate() {
         return;
     }
     if (!attempt([&] { session_.company->put_LastFYDate(*typed); })) {
-        field.setMark(session_.text(text_number::reasonRefused, "This value could not be stored."));
+        field.setMark(session_.refusal());
         return;
     }
     putFieldText(field, session_.dateText(*typed));
