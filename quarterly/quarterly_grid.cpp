@@ -378,13 +378,15 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     if (session_.cancelPressed || field.locked() || session_.company == nullptr ||
         isUntouched(field))
         return;
-    if (field.text() == field.tag()) {
-        retryLastQuarter();
-        return;
-    }
     const auto before = shownDate();
     const auto typed = session_.typedDate(field);
+    const bool sameDay = typed && before && daysBetween(*before, *typed) == 0;
     const std::string mark = field.mark();
+    if (field.text() == field.tag() || (sameDay && !mark.empty())) {
+        if (before)
+            retryLastQuarter(*before);
+        return;
+    }
     putFieldText(field, session_.dateText(before.value_or(Date{})));
     field.setMark(mark);
     attempt([&] { // a commit may have written what was being typed
@@ -403,11 +405,8 @@ void QuarterlyGrid::leaveLastQuarterDate() {
 }
 
 // The record may take by now what it refused.
-void QuarterlyGrid::retryLastQuarter() {
-    const auto shown = shownDate();
-    if (!shown)
-        return;
-    setLastQuarter(*shown);
+void QuarterlyGrid::retryLastQuarter(Date date) {
+    setLastQuarter(date);
     if (!session_.textBox("txtLastQDate").mark().empty())
         return;
     session_.markChanged();

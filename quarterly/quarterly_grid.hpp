@@ -79,7 +79,7 @@ class QuarterlyGrid final : public SeriesGrid {
     // The last quarter becomes element `element` of the series as they are now; below 0 quarters
     // are added. Throws, with nothing moved, where the record refuses the date.
     void moveTo(int element, std::optional<Date> typed = std::nullopt);
-    void retryLastQuarter();
+    void retryLastQuarter(Date date);
     void takeLastQuarter(std::optional<Date> before, std::optional<Date> typed);
     void setAnchor(Date date, bool ofFigures);
     void setLastQuarter(Date date);

@@ -387,6 +387,25 @@ TEST_F(QuarterSpan, WithoutFiguresAnyDateIsTheLastQuarter) {
     EXPECT_EQ(elementOf(*company, "QNetIncSeries", 1), 4);
 }
 
+TEST_F(QuarterSpan, ARefusedLastQuarterThatIsTypedAgainIsFollowedByTheTrailingEarnings) {
+    for (int i = 0; i < 8; ++i)
+        putElement(*company, "QEPSSeries", i, 1 + i);
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    for (const char* typed : {"6/30/2026", "Jun/30/2026"}) {
+        company->put_LastQDate(*makeDate(2026, 9, 30));
+        open(record);
+        ASSERT_EQ(company->get_Last4QEPS(), 10);
+        record->failing = {"write LastQDate"};
+        desktop.spin("spnQuarter", -1);
+        record->failing.clear();
+        typeDate(typed);
+        EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 6, 30));
+        EXPECT_EQ(company->get_Last4QEPS(), 14) << typed;
+        EXPECT_EQ(markOf(scene, "txtLastQDate"), "");
+    }
+}
+
 TEST_F(QuarterSpan, ARefusedLastQuarterKeepsItsDayWhereThePatternHasNone) {
     scene.entry->put_DateFormat("MMM YYYY");
     load(*makeDate(2026, 9, 30));
