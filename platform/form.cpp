@@ -495,12 +495,15 @@ void Form::userSelect(TextField& field, int start, int length) {
 void Form::mouseDown(Control& control, MouseButton button, int tab) {
     if (!control.isShown() || !control.isEnabled())
         return;
+    // What comes first may take the control away.
     if (hearsPressFirst(control)) {
         handler().onMouseDown(control, button, tab);
-        focus(control);
+        if (holds(control))
+            focus(control);
     } else {
         focus(control);
-        handler().onMouseDown(control, button, tab);
+        if (holds(control))
+            handler().onMouseDown(control, button, tab);
     }
 }
 

@@ -742,6 +742,22 @@ TEST_F(FormTest, ButtonsHearOfThePointerBeforeTheFocusMovesAndFieldsAfter) {
     EXPECT_EQ(takeEvents(), (Events{"lost cmdCancel", "got txtCity", "mouse 1 txtCity"}));
 }
 
+TEST_F(FormTest, AControlThatIsTakenAwayByThePressOnItHearsNoMore) {
+    auto& name = box("txtName");
+    auto& city = box("txtCity");
+    auto& cancel = button("cmdCancel");
+    name.setFocus();
+    takeEvents();
+    heard.lostFocus = [&](Control&) { form.remove(city); };
+    form.mouseDown(city, MouseButton::right);
+    EXPECT_EQ(takeEvents(), (Events{"lost txtName", "got txtName"}));
+    heard.lostFocus = nullptr;
+    heard.mouseDown = [&](Control& pressed) { form.remove(pressed); };
+    form.mouseDown(cancel, MouseButton::left);
+    EXPECT_EQ(takeEvents(), (Events{"mouse 1 cmdCancel"}));
+    EXPECT_EQ(active(), "txtName");
+}
+
 TEST_F(FormTest, AClickActsAndEndsThePress) {
     auto& lock = form.add<CheckBox>("chkLockInfo");
     form.click(lock);

@@ -783,6 +783,28 @@ TEST_F(HostInterface, RowsCanBeTakenAwayWhenACellInThemChanged) {
     }
 }
 
+TEST_F(HostInterface, ACellThatTheHostTakesAwayWhileItIsPressedIsGone) {
+    for (const bool right : {false, true}) {
+        SCOPED_TRACE(right ? "right" : "left");
+        const auto record = fullCompany();
+        entry.stateChanged = nullptr;
+        entry.put_objCompany(record);
+        entry.put_VisibleQuarters(12);
+        entry.put_blnDirty(false);
+        entry.put_CurrentTab(toQuarterly);
+        desktop.click("txtNetInc(0)");
+        desktop.type("^a7");
+        entry.stateChanged = [&] { entry.put_VisibleQuarters(2); };
+        if (right)
+            desktop.rightClick("txtRevenue(11)");
+        else
+            desktop.click("txtRevenue(11)");
+        EXPECT_EQ(scene.form().upperBound("txtRevenue"), 1);
+        EXPECT_EQ(record->get_QNetIncSeries().array().number(0), 7);
+        EXPECT_TRUE(desktop.control(desktop.focusedId()).canTakeFocus());
+    }
+}
+
 // --- a field that the user is led to -----------------------------------------------------------
 
 TEST_F(HostInterface, AFieldIsShownFromAnyTab) {

@@ -15,7 +15,7 @@ using Events = std::vector<std::string>;
 class FormRecorder : public FormHandler {
   public:
     Events events;
-    std::function<void(Control&)> gotFocus, lostFocus, click;
+    std::function<void(Control&)> gotFocus, lostFocus, mouseDown, click;
     std::function<void(Control&, KeyCode&)> keyDown;
     std::function<void(char32_t&)> keyPress;
     std::function<void(TextField&)> change;
@@ -50,6 +50,8 @@ class FormRecorder : public FormHandler {
     }
     void onMouseDown(Control& control, MouseButton button, int /*tab*/) override {
         note("mouse " + std::to_string(static_cast<int>(button)), control);
+        if (mouseDown)
+            mouseDown(control);
     }
     void onPressEnded(Control& control) override { note("ended", control); }
     void onClick(Control& control) override {
