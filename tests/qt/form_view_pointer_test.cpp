@@ -53,6 +53,21 @@ TEST_F(FormViewPointer, AFieldHearsOfThePressWhenItHasTheFocus) {
     EXPECT_EQ(QApplication::focusWidget(), native(*price));
 }
 
+TEST_F(FormViewPointer, AFieldThatIsTakenAwayByThePressOnItHearsNoMore) {
+    for (const auto mouseButton : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+        auto& gone = form.add<TextBox>("txtGone");
+        gone.move(name->left(), 4000);
+        open();
+        enter(*name);
+        QWidget* pressed = native(gone);
+        handler.lostFocus = [&](Control&) { form.remove(gone); };
+        QTest::mouseClick(pressed, mouseButton);
+        handler.lostFocus = nullptr;
+        EXPECT_EQ(handler.take(), (Lines{"lost txtName", "got txtName"}));
+        EXPECT_EQ(form.activeControl(), name);
+    }
+}
+
 TEST_F(FormViewPointer, APressThatEndsElsewhereIsNoClick) {
     open();
     auto* button = native<QPushButton>(*ok);
