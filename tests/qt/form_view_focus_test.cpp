@@ -139,26 +139,27 @@ TEST_F(FormViewFocus, AMenuIsNoLeaving) {
     EXPECT_EQ(focused(), native(*name));
 }
 
-TEST_F(FormViewFocus, TheMenuBarOfTheHostIsNoLeavingButWhatFollowsMayBe) {
-    QMenuBar menus(&window);
-    menus.addMenu("&File")->addAction("Save");
-    window.layout()->setMenuBar(&menus);
-    open();
-    enter(*name);
-    menus.setFocus(Qt::MenuBarFocusReason);
+class FormViewBelowMenus : public FormViewFocus {
+  protected:
+    FormViewBelowMenus() {
+        menus.addMenu("&File")->addAction("Save");
+        window.layout()->setMenuBar(&menus);
+        open();
+        enter(*name);
+        menus.setFocus(Qt::MenuBarFocusReason);
+    }
+    ~FormViewBelowMenus() override { window.layout()->setMenuBar(nullptr); }
+
+    QMenuBar menus{&window};
+};
+
+TEST_F(FormViewBelowMenus, TheMenuBarOfTheHostIsNoLeavingButWhatFollowsMayBe) {
     EXPECT_EQ(handler.take(), Lines{});
     before->setFocus(Qt::MenuBarFocusReason);
     EXPECT_EQ(handler.take(), (Lines{"lost txtName", "left"}));
-    window.layout()->setMenuBar(nullptr);
 }
 
-TEST_F(FormViewFocus, AClickOrAReturnToTheWindowTakesTheKeysBackFromTheMenuBar) {
-    QMenuBar menus(&window);
-    menus.addMenu("&File")->addAction("Save");
-    window.layout()->setMenuBar(&menus);
-    open();
-    enter(*name);
-    menus.setFocus(Qt::MenuBarFocusReason);
+TEST_F(FormViewBelowMenus, AClickOrAReturnToTheWindowTakesTheKeysBackFromTheMenuBar) {
     QTest::mouseClick(native(*name), Qt::LeftButton);
     EXPECT_EQ(focused(), native(*name));
 
@@ -170,7 +171,6 @@ TEST_F(FormViewFocus, AClickOrAReturnToTheWindowTakesTheKeysBackFromTheMenuBar) 
     activate();
     EXPECT_EQ(focused(), native(*name));
     EXPECT_EQ(form.activeControl(), name);
-    window.layout()->setMenuBar(nullptr);
 }
 
 TEST_F(FormViewFocus, AHostThatTakesTheKeysWhileAnotherWindowIsActiveKeepsThem) {
