@@ -199,7 +199,7 @@ void CompanyFields::store(const CompanyField& field, const Variant& value) {
     if (field.datum == Datum::CommDiv)
         stored =
             attempt([&] { session_.company->put_CommDivAlternate(value.toDouble()); }) && stored;
-    control(field).setMark(stored ? std::string() : session_.refusal());
+    control(field).setMark(stored ? std::string() : session_.reason(text_number::reasonRefused));
     if (stored)
         session_.markChanged(); // the host may have saved since the value was refused
 }
@@ -210,8 +210,7 @@ void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
     const bool taken =
         typed || (field.datum == Datum::DateOfSource && trimmed(control.text()).empty());
     if (!taken) {
-        control.setMark(
-            session_.text(text_number::reasonNoDate, "This is not a date and was not stored."));
+        control.setMark(session_.reason(text_number::reasonNoDate));
         return;
     }
     store(field, typed.value_or(Date{}));
@@ -227,8 +226,7 @@ void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
             : session_.typedNumber(control.text(),
                                    field.scaled ? -UnitExponent(session_.unitFactor) : 0);
     if (!clean.fits) {
-        control.setMark(session_.text(text_number::reasonTooLarge,
-                                      "This number is too large and was not stored."));
+        control.setMark(session_.reason(text_number::reasonTooLarge));
         return;
     }
     const double value =

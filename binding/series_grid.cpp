@@ -265,8 +265,7 @@ void SeriesGrid::leave(Cell cell) {
     if (!untouched) {
         std::string reason = reasonNotToStore();
         if (reason.empty() && !clean.fits)
-            reason = session_.text(text_number::reasonTooLarge,
-                                   "This number is too large and was not stored.");
+            reason = session_.reason(text_number::reasonTooLarge);
         left.setMark(reason);
         if (!reason.empty())
             return;
@@ -284,7 +283,7 @@ void SeriesGrid::leave(Cell cell) {
     if (untouched)
         return;
     if (!taken) {
-        left.setMark(session_.refusal());
+        left.setMark(session_.reason(text_number::reasonRefused));
         return;
     }
     showStored(cell, stored);
@@ -346,7 +345,7 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
 }
 
 void SeriesGrid::tellRefused() {
-    session_.message(session_.refusal(), message_box::exclamationIcon);
+    session_.message(session_.reason(text_number::reasonRefused), message_box::exclamationIcon);
 }
 
 void SeriesGrid::showStored(Cell cell, double stored) {

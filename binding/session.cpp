@@ -8,6 +8,7 @@
 #include "platform/error_trap.hpp"
 #include "platform/text.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -105,12 +106,23 @@ std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
     return typedDate(field);
 }
 
-std::string Session::refusal() const {
-    return text(text_number::reasonRefused, "This value could not be stored.");
+std::string Session::reason(int number) const {
+    struct Reason {
+        int number;
+        std::string_view fallback;
+    };
+    static constexpr Reason reasons[] = {
+        {text_number::reasonNoDate, "This is not a date and was not stored."},
+        {text_number::reasonTooLarge, "This number is too large and was not stored."},
+        {text_number::reasonRefused, "This value could not be stored."},
+        {text_number::reasonNoQuarter,
+         "Without a date of the last quarter this figure has no quarter and was not stored."},
+    };
+    return text(number, std::ranges::find(reasons, number, &Reason::number)->fallback);
 }
 
 void Session::refuseDate(TextField& field, Date date) {
-    field.setMark(refusal());
+    field.setMark(reason(text_number::reasonRefused));
     picked = {&field, field.text(), date};
 }
 

@@ -102,7 +102,8 @@ class Session final : public FieldHost {
     // The date that a date field stands for: the stored one while nobody has touched its text,
     // whatever the display pattern left of it.
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
-    [[nodiscard]] std::string refusal() const; // the reason of what the record does not take
+    // Why a text is not stored: one of the reasons of text_number.
+    [[nodiscard]] std::string reason(int number) const;
     // The record did not take the date that the program shows there: the next leaving tries again.
     void refuseDate(TextField& field, Date date);
     [[nodiscard]] std::string dateText(Date date) const; // empty for a date out of range

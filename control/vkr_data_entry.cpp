@@ -797,7 +797,7 @@ void VKRDataEntry::Impl::leaveOtherField(TextField& field) {
         return;
     // The commit stores the chosen entry: any other text would get lost without a word.
     const bool lost = periods->listIndex() < 0 && !field.text().empty();
-    field.setMark(lost ? session.refusal() : "");
+    field.setMark(lost ? session.reason(text_number::reasonRefused) : "");
 }
 
 // The page on the object that the help frame is about.

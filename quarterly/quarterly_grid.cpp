@@ -246,10 +246,7 @@ bool QuarterlyGrid::existsData() const {
 }
 
 std::string QuarterlyGrid::reasonNotToStore() const {
-    return shownDate() ? std::string()
-                       : session_.text(text_number::reasonNoQuarter,
-                                       "Without a date of the last quarter this figure has no "
-                                       "quarter and was not stored.");
+    return shownDate() ? std::string() : session_.reason(text_number::reasonNoQuarter);
 }
 
 // --- the last quarter ----------------------------------------------------------------------------

@@ -193,7 +193,7 @@ void YearlyGrid::acceptLastFiscalYear(int year) {
     bool stored = attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
     if (!stored)
         attempt([&] { stored = session_.company->get_LastFY() == year; });
-    field.setMark(stored ? "" : session_.refusal());
+    field.setMark(stored ? "" : session_.reason(text_number::reasonRefused));
     if (stored)
         session_.markChanged();
 }
@@ -232,12 +232,11 @@ void YearlyGrid::leaveLastFiscalYearDate() {
         return;
     const auto typed = session_.typedDate(field);
     if (!typed) {
-        field.setMark(
-            session_.text(text_number::reasonNoDate, "This is not a date and was not stored."));
+        field.setMark(session_.reason(text_number::reasonNoDate));
         return;
     }
     if (!attempt([&] { session_.company->put_LastFYDate(*typed); })) {
-        field.setMark(session_.refusal());
+        field.setMark(session_.reason(text_number::reasonRefused));
         return;
     }
     putFieldText(field, session_.dateText(*typed));
