@@ -333,7 +333,6 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
         deriveTrailingEarnings();
     }
     redisplay(samePeriods);
-    showTrailingEarnings();
     if (!allMoved)
         tellRefused();
 }
@@ -354,6 +353,7 @@ void QuarterlyGrid::redisplay(bool samePeriods) {
     else
         showAll();
     selectCell();
+    showTrailingEarnings();
 }
 
 bool QuarterlyGrid::holdsFigures() const {
@@ -409,7 +409,6 @@ void QuarterlyGrid::retryLastQuarter(Date date) {
     session_.markChanged();
     deriveTrailingEarnings();
     redisplay(true);
-    showTrailingEarnings();
 }
 
 void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Date> typed) {
@@ -458,7 +457,6 @@ void QuarterlyGrid::setAnchor(Date date, bool ofFigures) {
     relabel();
     deriveTrailingEarnings();
     redisplay(offset_ == shown);
-    showTrailingEarnings();
 }
 
 // --- trailing four-quarter earnings --------------------------------------------------------------
