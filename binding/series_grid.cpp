@@ -119,8 +119,6 @@ void SeriesGrid::showChoice(ColumnChoice choice) {
             show(static_cast<int>(column));
 }
 
-// A figure that nobody touched comes from the record: eighths are its rounded picture. A text that
-// was refused stays as it was typed.
 void SeriesGrid::followPriceDisplay() {
     for (int column = 0; column < static_cast<int>(columns_.size()); ++column) {
         const GridColumn& description = columns_[static_cast<std::size_t>(column)];
@@ -131,20 +129,15 @@ void SeriesGrid::followPriceDisplay() {
             attempt([&] { value = readSeries(*session_.company, seriesOf(description).series); });
         const auto column_cells = cells(column);
         for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
-            TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
             const auto element = elementOf(row);
-            const bool held = element && value.isArray() && value.array().contains(*element);
-            if (isUntouched(cell) && held) {
-                showStored({column, row}, value.array().number(*element));
-            } else if (isUntouched(cell)) {
-                ConvertPriceText(!session_.fractionDisplay, cell);
-            } else if (cell.mark().empty()) {
-                convertTypedPrice(!session_.fractionDisplay, cell);
-            } else if (held) {
-                const RefusedText refused(cell);
-                showStored({column, row}, value.array().number(*element));
-                refused.putBack();
-            }
+            const auto showElement = [&] {
+                const bool held = element && value.isArray() && value.array().contains(*element);
+                if (held)
+                    showStored({column, row}, value.array().number(*element));
+                return held;
+            };
+            vkr::followPriceDisplay(!session_.fractionDisplay,
+                                    *column_cells[static_cast<std::size_t>(row)], showElement);
         }
     }
 }

@@ -576,25 +576,17 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
         option.setValue(true);
     auto& price = form.get<TextField>("txtCurrentPrice");
     const std::string kept = price.text();
+    const int caret = price.selStart();
+    const int selected = price.selLength();
     price.setText(price.tag());
     price.setText(kept);
+    price.select(caret, selected);
     for (const auto& field : companyFieldTable()) {
         if (field.kind != FieldKind::price)
             continue;
-        auto& shown = form.get<TextField>(field.control);
-        // A figure that nobody touched comes from the record: eighths are its rounded picture. A
-        // text that was refused stays as it was typed.
-        if (session.company != nullptr && isUntouched(shown)) {
-            attempt([&] { fields.show(field); });
-        } else if (isUntouched(shown)) {
-            ConvertPriceText(!fractions, shown);
-        } else if (shown.mark().empty()) {
-            convertTypedPrice(!fractions, shown);
-        } else {
-            const RefusedText refused(shown);
-            if (attempt([&] { fields.show(field); }))
-                refused.putBack();
-        }
+        followPriceDisplay(!fractions, form.get<TextField>(field.control), [&] {
+            return session.company != nullptr && attempt([&] { fields.show(field); });
+        });
     }
     yearly.followPriceDisplay();
 }

@@ -3,6 +3,8 @@
 
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_text.hpp"
+#include "platform/form.hpp"
+#include "platform/text.hpp"
 
 namespace vkr {
 
@@ -37,6 +39,9 @@ void RefusedText::putBack() const {
     field_.setStoredText(stored);
 }
 
+namespace {
+
+// Rewrites a price that is being typed in the other form, unless it would lose digits there.
 void convertTypedPrice(bool toDecimal, TextField& field) {
     const auto price = [&] {
         return numericValue(cleanNumericText(field.text(), NumericKind::PriceText).text);
@@ -46,6 +51,58 @@ void convertTypedPrice(bool toDecimal, TextField& field) {
     ConvertPriceText(toDecimal, field);
     if (price() != before)
         field.setText(typed);
+}
+
+// The place of the caret in a field that is shown anew below the user's hands: a whole selection
+// stays whole, a rewritten text is gone on with at its end.
+class Caret {
+  public:
+    explicit Caret(TextField& field)
+        : field_(field), text_(field.text()), start_(field.selStart()), length_(field.selLength()) {
+    }
+    void putBack() const {
+        const int end = textLength(field_.text());
+        if (length_ > 0 && length_ == textLength(text_))
+            field_.select(0, end);
+        else if (field_.text() == text_)
+            field_.select(start_, length_);
+        else
+            field_.select(end, 0);
+    }
+
+  private:
+    TextField& field_;
+    std::string text_;
+    int start_;
+    int length_;
+};
+
+void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>& showStored) {
+    if (isUntouched(field)) {
+        if (!showStored())
+            ConvertPriceText(toDecimal, field);
+    } else if (!field.mark().empty()) {
+        const RefusedText refused(field);
+        if (showStored())
+            refused.putBack();
+    } else {
+        const std::string typed = field.text();
+        convertTypedPrice(toDecimal, field);
+        const std::string rewritten = field.text();
+        // The tag is the stored price in the form of now: what was typed may look like its rounded
+        // picture, and is not that price for it.
+        if (showStored())
+            field.setText(rewritten == field.tag() ? typed : rewritten);
+    }
+}
+
+} // namespace
+
+void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bool()>& showStored) {
+    const Caret caret(field);
+    rewritePrice(toDecimal, field, showStored);
+    if (field.form().activeControl() == &field)
+        caret.putBack();
 }
 
 } // namespace vkr

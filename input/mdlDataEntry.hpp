@@ -3,6 +3,8 @@
 
 #include "platform/control.hpp"
 
+#include <functional>
+
 namespace vkr {
 
 // What fields and cells need of the component around them.
@@ -39,7 +41,10 @@ class RefusedText {
     std::string reason_;
 };
 
-// Rewrites a price that is being typed in the other form, unless it would lose digits there.
-void convertTypedPrice(bool toDecimal, TextField& field);
+// A price field after the switch between decimals and eighths. A price that nobody touched is shown
+// anew from the record, as eighths are its rounded picture: `showStored` does so and answers false
+// where no price can be read. What is being typed is rewritten, unless it would lose digits in the
+// other form; a text that was refused stays as it was typed.
+void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bool()>& showStored);
 
 } // namespace vkr

@@ -417,6 +417,67 @@ TEST(PriceDisplay, KeepsTheDigitsOfAPriceThatIsBeingTyped) {
         }
 }
 
+std::shared_ptr<CompanyRecord> pricedCompany(double price) {
+    auto company = datedCompany();
+    company->put_CurrentPrice(price);
+    Variant highs = company->get_YHighSeries();
+    highs.array().setNumber(10, price);
+    company->put_YHighSeries(highs);
+    return company;
+}
+
+TEST(PriceDisplay, HoldsAPriceThatIsBeingTypedAgainstTheStoredOneInTheNewForm) {
+    struct {
+        const char* behaviour;
+        double stored;
+        const char* typed;
+        const char* then;
+        const char* shown;
+        double left;
+    } cases[] = {
+        {"emptied, as it had no eighths", 0.0004, "3", "^a{DEL}", "", 0},
+        {"typed again as stored", 5.1251, "9", "^a5.125", "5.125", 5.1251},
+        {"another one of the same eighths", 5.0304, "5.03", "", "5.030", 5.03},
+    };
+    for (const char* id : {"txtCurrentPrice", "txtHigh(0)"})
+        for (const auto& one : cases) {
+            SCOPED_TRACE(std::string(id) + " " + one.behaviour);
+            OptionsScene scene(pricedCompany(one.stored));
+            scene.entry->put_FractionDisplay(true);
+            goTo(scene, id);
+            scene.desktop.type(one.typed);
+            scene.entry->put_FractionDisplay(false);
+            EXPECT_EQ(textOf(scene, id), one.typed);
+            scene.desktop.type(one.then);
+            scene.desktop.type("{TAB}");
+            EXPECT_EQ(textOf(scene, id), one.shown);
+            EXPECT_EQ(std::string_view(id) == "txtHigh(0)"
+                          ? elementOf(*scene.company, "YHighSeries", 10)
+                          : scene.company->get_CurrentPrice(),
+                      one.left);
+        }
+}
+
+TEST(PriceDisplay, KeepsTheCaretWhereItIs) {
+    for (const char* id : {"txtCurrentPrice", "txtHigh(0)"}) {
+        SCOPED_TRACE(id);
+        OptionsScene scene(pricedCompany(5.125));
+        goTo(scene, id);
+        scene.entry->put_FractionDisplay(true);
+        scene.desktop.type("31"); // over the whole price, which stays selected
+        EXPECT_EQ(textOf(scene, id), "31");
+        scene.desktop.type("{LEFT}");
+        scene.entry->put_FractionDisplay(false);
+        scene.desktop.type("2");
+        EXPECT_EQ(textOf(scene, id), "321");
+        scene.desktop.type("{END}.5");
+        scene.entry->put_FractionDisplay(true);
+        EXPECT_EQ(textOf(scene, id), "321 1/2");
+        scene.desktop.type("{BS}8");
+        EXPECT_EQ(textOf(scene, id), "321 1/8");
+    }
+}
+
 TEST(PriceDisplay, LoadsInTheFormInForce) {
     EntryScene scene;
     scene.entry->put_FractionDisplay(true);
