@@ -20,8 +20,6 @@ namespace vkr {
 
 namespace {
 
-constexpr int noticeTime = 4000; // milliseconds
-
 QString told(const std::string& value) {
     return value.empty() ? CompanyWindow::tr("nothing") : fromUtf8(value);
 }
@@ -153,7 +151,7 @@ bool CompanyWindow::save() {
             entry_->setDirty(false);
             setWindowModified(false);
             showTitle();
-            statusBar()->showMessage(tr("Saved."), noticeTime);
+            notice(*this, tr("Saved."));
             emit saved(*id_);
             return true;
         }

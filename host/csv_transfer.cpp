@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMainWindow>
 #include <QProgressDialog>
 
 #include <algorithm>
@@ -221,21 +222,21 @@ CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
     return fresh;
 }
 
-bool CsvTransfer::exportCompanies(const std::vector<CompanySummary>& companies,
+void CsvTransfer::exportCompanies(const std::vector<CompanySummary>& companies,
                                   const QString& folder) {
     std::vector<std::shared_ptr<const CompanyRecord>> records;
     for (const CompanySummary& company : companies) {
         const auto loaded = store_.load(company.key.id);
         if (!loaded) {
             tellFault(window_, tr("Nothing was exported."), fromUtf8(loaded.error().message));
-            return false;
+            return;
         }
         records.push_back(loaded.value().record);
     }
-    return exportRecords(records, folder);
+    exportRecords(records, folder);
 }
 
-bool CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyRecord>>& records,
+void CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyRecord>>& records,
                                 const QString& folder) {
     std::set<std::string> prefixes;
     QStringList present;
@@ -246,7 +247,7 @@ bool CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyR
                       tr("Several of the companies would be written to %1-company.csv. Export them "
                          "to different folders, one by one.")
                           .arg(fromUtf8(prefix)));
-            return false;
+            return;
         }
         for (const std::string_view suffix : {companySuffix, yearlySuffix, quarterlySuffix}) {
             const QString name = fromUtf8(prefix) + fromUtf8(suffix);
@@ -261,7 +262,7 @@ bool CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyR
                       : tr("%1 files are there already. Replace them?").arg(present.size()),
                   present.size() > 1 && present.size() < 7 ? present.join(u'\n') : QString(),
                   tr("&Replace")))
-        return false;
+        return;
     for (const auto& record : records) {
         const CsvExport written = exportCompany(*record, nativePath(folder));
         if (!written.error.empty()) {
@@ -269,10 +270,13 @@ bool CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyR
                       tr("%1 can't be exported.")
                           .arg(companyTitle(record->get_Name(), record->get_Symbol())),
                       fromUtf8(written.error));
-            return false;
+            return;
         }
     }
-    return true;
+    const QString place = QDir::toNativeSeparators(folder);
+    notice(*window_, records.size() == 1
+                         ? tr("Exported to %1").arg(place)
+                         : tr("%1 companies exported to %2").arg(records.size()).arg(place));
 }
 
 std::vector<CompanyKey> CsvTransfer::importChosenFile() {

@@ -10,7 +10,7 @@
 #include <vector>
 
 QT_BEGIN_NAMESPACE
-class QWidget;
+class QMainWindow;
 QT_END_NAMESPACE
 
 namespace vkr {
@@ -19,15 +19,14 @@ namespace vkr {
 // and told on the way. A company comes in whole or not at all.
 class CsvTransfer {
   public:
-    CsvTransfer(CompanyStore& store, QWidget* window) : store_(store), window_(window) {}
+    CsvTransfer(CompanyStore& store, QMainWindow* window) : store_(store), window_(window) {}
 
     // Each answers the companies that were saved; empty where there was an error, which has been
     // told, or where the user gave up.
     std::vector<CompanyKey> importFile(const QString& path); // any of a company's three files
     std::vector<CompanyKey> importFolder(const QString& path);
-    // True when every file was written.
-    bool exportCompanies(const std::vector<CompanySummary>& companies, const QString& folder);
-    bool exportRecords(const std::vector<std::shared_ptr<const CompanyRecord>>& records,
+    void exportCompanies(const std::vector<CompanySummary>& companies, const QString& folder);
+    void exportRecords(const std::vector<std::shared_ptr<const CompanyRecord>>& records,
                        const QString& folder);
 
     // The same with a dialog before, which starts where the last one ended.
@@ -42,7 +41,7 @@ class CsvTransfer {
     requests(const std::vector<FolderImport::Entry>& entries);
 
     CompanyStore& store_;
-    QWidget* window_;
+    QMainWindow* window_;
 };
 
 // Which company of which folder a file belongs to.

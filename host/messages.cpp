@@ -3,8 +3,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStatusBar>
 
 namespace vkr {
 
@@ -63,6 +65,11 @@ int ask(QWidget* parent, const QString& what, const QString& more, const QList<C
     box.exec();
     const auto chosen = buttons.indexOf(box.clickedButton());
     return static_cast<int>(chosen < 0 ? last : chosen);
+}
+
+void notice(QMainWindow& window, const QString& what) {
+    constexpr int time = 4000; // milliseconds
+    window.statusBar()->showMessage(what, time);
 }
 
 bool askFirst(QWidget* parent, const QString& what, const QString& more, const QString& doIt) {

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 QT_BEGIN_NAMESPACE
+class QMainWindow;
 class QWidget;
 QT_END_NAMESPACE
 
@@ -17,6 +18,9 @@ void tellFault(QWidget* parent, const QString& what, const QString& more = {},
                const QStringList& details = {});
 void tellNews(QWidget* parent, const QString& what, const QString& more = {},
               const QStringList& details = {});
+
+// In the status bar for a moment: something went well.
+void notice(QMainWindow& window, const QString& what);
 
 struct Choice {
     QString label; // with its mnemonic

@@ -12,6 +12,7 @@
 #include <QProgressDialog>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QStatusBar>
 #include <QTableView>
 
 #include <algorithm>
@@ -518,6 +519,7 @@ TEST_F(HostTest, AWindowIsExportedAsItIsOnScreenAndSavesNothing) {
     type(window, "txtName", "Volta Inc.", false);
     host_->exportWindow(window, home_.path());
     EXPECT_TRUE(contents(home_.filePath("TSLA-company.csv")).contains("name,Volta Inc."));
+    EXPECT_EQ(window.statusBar()->currentMessage(), "Exported to " + home_.path());
     EXPECT_TRUE(window.isWindowModified());
     EXPECT_EQ(stored(*host_, "TSLA")->get_Name(), "Tesla, Inc.");
 }
@@ -530,11 +532,13 @@ TEST_F(HostTest, ExportAsksBeforeItReplacesAFile) {
         EXPECT_TRUE(answers.allGiven());
     }
     EXPECT_EQ(contents(home_.filePath("TSLA-company.csv")), "mine");
+    EXPECT_EQ(host_->list().statusBar()->currentMessage(), "");
     EXPECT_FALSE(QFile::exists(home_.filePath("TSLA-yearly.csv")));
     Answers answers({"Replace"});
     host_->exportCompanies({idOf(*host_, "TSLA")}, home_.path());
     EXPECT_TRUE(answers.allGiven());
     EXPECT_NE(contents(home_.filePath("TSLA-company.csv")), "mine");
+    EXPECT_EQ(host_->list().statusBar()->currentMessage(), "Exported to " + home_.path());
 }
 
 TEST_F(HostTest, AnImportWithAnErrorNamesTheLineAndImportsNothing) {
