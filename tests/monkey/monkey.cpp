@@ -12,6 +12,7 @@
 #include "yearly/yearly_grid.hpp"
 
 #include <algorithm>
+#include <optional>
 #include <random>
 #include <typeinfo>
 #include <utility>
@@ -254,12 +255,29 @@ class Chooser {
             "get intUnit",      "put intUnit",        "get blnLockBasicInfo",
             "get blnTaxRate",   "put blnBookVal",     "get intLeadPeriod",
             "put strCurSymbol", "read SettingsApply", "read ReportingPeriodEnd"};
-        return chance(0.2)
-                   ? std::string(one(others))
-                   : (chance(0.5) ? "read " : "write ") + std::string(one(datumTable()).name);
+        if (chance(0.2))
+            return std::string(one(others));
+        const auto used = chance(0.6) ? datumInUse() : std::nullopt;
+        return (chance(0.5) ? "read " : "write ") +
+               std::string(used ? rowOf(*used).name : one(datumTable()).name);
     }
 
   private:
+    // That of the field with the focus, which is the next to be read and written.
+    [[nodiscard]] std::optional<Datum> datumInUse() const {
+        const Control* active = scene_.form().activeControl();
+        if (active == nullptr)
+            return std::nullopt;
+        for (const auto& field : companyFieldTable())
+            if (field.control == active->name())
+                return field.datum;
+        for (const auto columns : {yearlyColumns(), quarterlyColumns()})
+            for (const auto& column : columns)
+                if (column.cells == active->name())
+                    return column.first.series;
+        return std::nullopt;
+    }
+
     MonkeyScene& scene_;
     std::mt19937 random_;
 };
