@@ -21,11 +21,12 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME vkr-data-entry)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION misc)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "Lists and edits the fundamental data of listed companies.
- Ten fiscal years and 35 quarters, prices, capital and notes of each company,
- kept in one file. Holds the shared libraries of the component as well.")
+Ten fiscal years and 35 quarters, prices, capital and notes of each company,
+kept in one file or in a shared PostgreSQL database. Holds the shared libraries
+of the component as well.")
 # Loaded while running, so no linker knows of it.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libqt6sql6-sqlite)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "qt6-wayland, fonts-dejavu-core")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "libqt6sql6-psql, qt6-wayland, fonts-dejavu-core")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY "=")
 
@@ -34,7 +35,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS qt6-base-dev)
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "Headers and packages for CMake and pkg-config, to embed the component.
- VKR::Company and VKR::Desktop need qt6-base-dev as well.")
+VKR::Company and VKR::Desktop need qt6-base-dev as well.")
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS Runtime)
 
 if(TARGET vkr_designer_plugin)

@@ -27,6 +27,12 @@ for package in libc6 libstdc++6 libqt6core6 libqt6sql6 libqt6widgets6 libqt6sql6
     [[ " $depends" == *" $package"[\ ,]* || " $depends" == *" $package" ]] ||
         { echo "The program does not depend on $package"; exit 1; }
 done
+# What it can do without comes along where people leave that to their system.
+recommends=$(dpkg-deb -f "$work"/vkr-data-entry_*.deb Recommends)
+for package in libqt6sql6-psql qt6-wayland; do
+    [[ ", $recommends," == *", $package,"* ]] ||
+        { echo "The program does not recommend $package"; exit 1; }
+done
 
 # It finds our libraries beside it without help, and no others.
 program=$work/tree/usr/bin/vkr-host
