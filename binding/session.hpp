@@ -126,7 +126,7 @@ class Session final : public FieldHost {
 };
 
 namespace text_number {
-// Messages of the classic string table.
+// Messages of the string table.
 inline constexpr int addsYear = 404;
 inline constexpr int dropsOut = 405;
 inline constexpr int noUndo = 406;

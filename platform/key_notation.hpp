@@ -18,7 +18,7 @@ struct KeyStroke {
     friend bool operator==(const KeyStroke&, const KeyStroke&) = default;
 };
 
-// The keys of the classic send-keys notation, as VirtualDesktop::type() describes it, on a US
+// The keys of the send-keys notation, as VirtualDesktop::type() describes it, on a US
 // keyboard. Throws std::invalid_argument for a malformed one.
 [[nodiscard]] std::vector<KeyStroke> parseKeyNotation(std::string_view notation);
 

@@ -68,7 +68,7 @@ class VariantArray {
 // One value of any of the kinds that travel between host and component.
 class Variant {
   public:
-    // The classic type numbers; an array has `array` added to its element type.
+    // The type numbers; an array has `array` added to its element type.
     enum Type : int {
         vtEmpty = 0,
         vtInteger = 2,

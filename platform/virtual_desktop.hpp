@@ -125,7 +125,7 @@ class VirtualDesktop final : public Services, private FormObserver {
     [[nodiscard]] ObjectFactory& factory() { return factory_; }
 
     // --- keyboard ------------------------------------------------------------------------------
-    // Types into the control that has the focus, in the classic send-keys notation:
+    // Types into the control that has the focus, in the send-keys notation:
     //   plain characters   themselves, any UTF-8 text; control characters are malformed
     //   ~                  Enter
     //   + ^ %              Shift, Ctrl, Alt for the key or the (group) that follows: "^c", "+(ab)"

@@ -88,7 +88,7 @@ constexpr const char* tabTexts[][2] = {
     {"O&ptions", "Options"},
 };
 
-// Messages whose words are laid down, with the beginning of each.
+// Messages whose words are fixed, with the beginning of each.
 constexpr const char* designMessages[] = {
     "Data is locked!\r\rYou must unlock data to add a new year.",
     "Data is locked!\r\rYou must unlock data to remove a year.",
