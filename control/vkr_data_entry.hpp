@@ -124,7 +124,7 @@ class VKRDataEntry {
     // Mouse-wheel motion as arrow keys (keys::up, keys::down); intShift is ignored.
     void ScrollMouse(std::int16_t& intKeyCode, std::int16_t& intShift);
 
-    // --- for hosts, beyond these --------------------------------------------------------------
+    // --- what else a host needs ---------------------------------------------------------------
     // Leaves the field that has the focus as if the user had moved on, and comes back to it.
     void leaveField();
     [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
