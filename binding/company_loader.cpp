@@ -2,6 +2,7 @@
 #include "binding/company_loader.hpp"
 
 #include "input/mdlKMTMisc.hpp"
+#include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
@@ -127,6 +128,11 @@ constexpr DerivedSeries derivedSeries[] = {
      showsTaxRate},
 };
 
+// A product or quotient of typed figures has stray digits that nobody typed.
+bool agree(double one, double other) {
+    return withoutStrayDigits(one) == withoutStrayDigits(other);
+}
+
 void derive(iVKR_Company& company, const DerivedSeries& rule) {
     const Variant first = readSeries(company, rule.first);
     const Variant second = readSeries(company, rule.second);
@@ -139,10 +145,11 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
         const double other = second.array().number(i);
         if (one > 0 && other > 0 && std::isfinite(one) && std::isfinite(other))
             attempt([&] {
-                if (rule.back != nullptr && rule.back(one, figures.number(i)).toDouble() == other)
+                const double held = figures.number(i);
+                if (rule.back != nullptr && agree(rule.back(one, held).toDouble(), other))
                     return;
                 const double derived = rule.derive(one, other).toDouble();
-                if (std::isfinite(derived))
+                if (std::isfinite(derived) && !agree(derived, held))
                     figures.setNumber(i, derived);
             });
     }

@@ -565,6 +565,25 @@ TEST(OptionRows, SwitchingBackAndForthAndSavingKeepsTheFigures) {
         }
 }
 
+// 1 - 0.93 and 1.1 x 3 leave stray digits in binary.
+TEST(OptionRows, APairThatAgreesStaysAsItWasTyped) {
+    OptionsScene scene(datedCompany());
+    const std::pair<const char*, double> typed[] = {
+        {"YNetIncSeries", 0.93}, {"YPTISeries", 1}, {"YTaxRateSeries", 7},
+        {"YBookValSeries", 1.1}, {"YCSOSeries", 3}, {"YCommEqSeries", 3.3},
+    };
+    for (const auto& [series, figure] : typed)
+        putElement(*scene.company, series, 1, figure);
+    scene.company->get_Settings()->put(setting::bookValue, true);
+    for (const bool taxRate : {false, true}) {
+        scene.company->get_Settings()->put(setting::taxRate, taxRate);
+        scene.load(scene.company);
+        (void)scene.entry->get_objCompany();
+        for (const auto& [series, figure] : typed)
+            EXPECT_EQ(elementOf(*scene.company, series, 1), figure) << series << taxRate;
+    }
+}
+
 TEST(OptionRows, AFigureThatIsEditedTakesItsPartnerAlong) {
     OptionsScene scene(datedCompany());
     putElement(*scene.company, "YNetIncSeries", 1, 70);
