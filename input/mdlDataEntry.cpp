@@ -3,6 +3,7 @@
 
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_text.hpp"
+#include "platform/ascii.hpp"
 #include "platform/form.hpp"
 #include "platform/text.hpp"
 
@@ -32,17 +33,30 @@ void putFieldText(TextField& field, std::string_view text) {
     field.setStoredText(std::nullopt);
 }
 
+void holdAsTyped(TextField& field) {
+    field.setTag(field.text() + '\n'); // no line of text is like it
+}
+
 void RefusedText::putBack() const {
     const std::string stored = field_.text();
     putFieldText(field_, text_);
     field_.setMark(reason_);
-    field_.setStoredText(stored);
+    if (stored != text_) // else what was refused would pass for what is stored
+        field_.setStoredText(stored);
 }
 
 namespace {
 
+// Whether all of a text is read: "3 1/" and "1,23" go on, and their first figures are no price.
+bool isWholePrice(std::string_view text) {
+    return text.find_first_not_of("-0123456789. /") == std::string_view::npos && !text.empty() &&
+           isAsciiDigit(text.back());
+}
+
 // Rewrites a price that is being typed in the other form, unless it would lose digits there.
 void convertTypedPrice(bool toDecimal, TextField& field) {
+    if (!isWholePrice(field.text()))
+        return;
     const auto price = [&] {
         return numericValue(cleanNumericText(field.text(), NumericKind::PriceText).text);
     };
@@ -91,8 +105,11 @@ void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>&
         const std::string rewritten = field.text();
         // The tag is the stored price in the form of now: what was typed may look like its rounded
         // picture, and is not that price for it.
-        if (showStored())
+        if (showStored()) {
             field.setText(rewritten == field.tag() ? typed : rewritten);
+            if (field.text() == field.tag())
+                holdAsTyped(field);
+        }
     }
 }
 

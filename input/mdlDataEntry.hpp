@@ -27,6 +27,9 @@ bool checkFieldChange(TextField& field, FieldHost& host);
 // Puts a text into field and tag, and takes a mark off.
 void putFieldText(TextField& field, std::string_view text);
 
+// Lets the text on show count as typed, though the program shows the stored datum like that too.
+void holdAsTyped(TextField& field);
+
 // A text that was refused, while what is stored is shown anew in its field.
 class RefusedText {
   public:

@@ -478,6 +478,36 @@ TEST(PriceDisplay, KeepsTheCaretWhereItIs) {
     }
 }
 
+TEST(PriceDisplay, KeepsATypedPriceApartFromTheStoredOneThatLooksAlike) {
+    for (const char* id : {"txtCurrentPrice", "txtHigh(0)"}) {
+        SCOPED_TRACE(id);
+        OptionsScene scene(pricedCompany(3.13));
+        goTo(scene, id);
+        scene.desktop.type("^a3 1/8");
+        scene.entry->put_FractionDisplay(true); // 3.13 is 3 1/8 there
+        EXPECT_EQ(textOf(scene, id), "3 1/8");
+        scene.desktop.type("{TAB}");
+        EXPECT_EQ(std::string_view(id) == "txtHigh(0)"
+                      ? elementOf(*scene.company, "YHighSeries", 10)
+                      : scene.company->get_CurrentPrice(),
+                  3.125);
+    }
+}
+
+TEST(PriceDisplay, LeavesWhatIsTypedInPartAlone) {
+    for (const char* typed : {"3 1/", "1,23", "(5", "$", ".", "1e"})
+        for (const bool fractions : {false, true}) {
+            SCOPED_TRACE(std::string(typed) + (fractions ? " in eighths" : ""));
+            OptionsScene scene(pricedCompany(7));
+            scene.entry->put_FractionDisplay(fractions);
+            scene.desktop.setClipboardText(typed);
+            goTo(scene, "txtCurrentPrice");
+            scene.desktop.type("^a^v");
+            scene.entry->put_FractionDisplay(!fractions);
+            EXPECT_EQ(scene.text("txtCurrentPrice"), typed);
+        }
+}
+
 TEST(PriceDisplay, LoadsInTheFormInForce) {
     EntryScene scene;
     scene.entry->put_FractionDisplay(true);
