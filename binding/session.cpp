@@ -92,8 +92,9 @@ bool Session::isValidDate(Date date) {
 }
 
 std::optional<Date> Session::typedDate(const TextField& field) const {
-    if (picked.field == &field && picked.text == field.text())
-        return picked.date;
+    if (const auto found = picked.find(&field);
+        found != picked.end() && found->second.text == field.text())
+        return found->second.date;
     const auto read = vkr::readDate(field.text(), services.today(), dateFormat);
     return read && isValidDate(*read) ? read : std::nullopt;
 }
@@ -121,9 +122,16 @@ std::string Session::reason(int number) const {
     return text(number, std::ranges::find(reasons, number, &Reason::number)->fallback);
 }
 
+bool Session::storeDate(Datum datum, Date date) {
+    bool stored = attempt([&] { writeDate(*company, datum, date); });
+    if (!stored)
+        attempt([&] { stored = vkr::readDate(*company, datum) == date; });
+    return stored;
+}
+
 void Session::refuseDate(TextField& field, Date date) {
     field.setMark(reason(text_number::reasonRefused));
-    picked = {&field, field.text(), date};
+    picked[&field] = {field.text(), date};
 }
 
 std::string Session::dateText(Date date) const {

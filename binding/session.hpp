@@ -11,6 +11,7 @@
 #include "platform/services.hpp"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -48,11 +49,10 @@ class Session final : public FieldHost {
 
     // The date that was picked for a field whose text is its picture, until it is stored.
     struct PickedDate {
-        const TextField* field = nullptr;
         std::string text;
         Date date;
     };
-    PickedDate picked;
+    std::map<const TextField*, PickedDate> picked;
 
     // A date that rebuilds a grid is being edited: txtDateofLastFY or txtLastQDate.
     bool dateFieldPending = false;
@@ -104,6 +104,8 @@ class Session final : public FieldHost {
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
     // Why a text is not stored: one of the reasons of text_number.
     [[nodiscard]] std::string reason(int number) const;
+    // Puts a date into the record; false where it neither takes it nor has it already.
+    [[nodiscard]] bool storeDate(Datum datum, Date date);
     // The record did not take the date that the program shows there: the next leaving tries again.
     void refuseDate(TextField& field, Date date);
     [[nodiscard]] std::string dateText(Date date) const; // empty for a date out of range

@@ -202,13 +202,14 @@ void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
 void RightClickMenu::putDate(TextField& field, Date date) {
     if (field.locked())
         return;
+    const Session::Work work(session_); // the date is for the record that it was picked for
     if (const auto held = dateOf(field); held && daysBetween(*held, date) == 0)
         return;
     field.setFocus();
     const std::string text = session_.dateText(date);
-    session_.picked = {&field, text, date};
+    session_.picked[&field] = {text, date};
     if (field.text() == text)
-        field.setTag(""); // the pattern hides what has changed
+        holdAsTyped(field); // the pattern hides what has changed
     if (field.storedText() == text)
         field.setStoredText(std::nullopt);
     edit(field, text, textLength(text));

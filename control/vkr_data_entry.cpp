@@ -413,7 +413,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     const Control* active = form.activeControl();
     session.dateFieldPending = active != nullptr && form.hasFocus() && isPendingDate(*active);
     session.cancelPressed = false;
-    session.picked = {};
+    session.picked.clear();
 
     clear();
     auto& periods = form.get<ComboBox>("cmbReportingPeriod");
@@ -442,8 +442,10 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
 }
 
 std::shared_ptr<iVKR_Company> VKRDataEntry::Impl::commit() {
-    if (session.company != nullptr)
+    if (session.company != nullptr) {
         commitCompany(session);
+        quarterly.followCommit();
+    }
     return session.company;
 }
 
@@ -777,9 +779,8 @@ void VKRDataEntry::Impl::onLostFocus(Control& control) {
         quarterly.leaveLastQuarterDate();
     else if (auto* other = dynamic_cast<TextField*>(&control)) // symbol, reporting period
         leaveOtherField(*other);
-    if (auto* field = dynamic_cast<TextField*>(&control);
-        field != nullptr && session.picked.field == field && isUntouched(*field))
-        session.picked = {};
+    if (auto* field = dynamic_cast<TextField*>(&control); field != nullptr && isUntouched(*field))
+        session.picked.erase(field);
 }
 
 void VKRDataEntry::Impl::leaveOtherField(TextField& field) {
@@ -877,8 +878,9 @@ void VKRDataEntry::Impl::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*
 
 void VKRDataEntry::Impl::onChange(TextField& field) {
     const Session::Work work(session);
-    if (session.picked.field == &field && session.picked.text != field.text())
-        session.picked = {};
+    if (const auto picked = session.picked.find(&field);
+        picked != session.picked.end() && picked->second.text != field.text())
+        session.picked.erase(picked);
     if (field.name() == "txtLastFY")
         yearly.typeLastFiscalYear();
     else if (field.name() == "txtCurSymbol")

@@ -338,7 +338,7 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
 }
 
 void QuarterlyGrid::setLastQuarter(Date date) {
-    const bool stored = attempt([&] { session_.company->put_LastQDate(date); });
+    const bool stored = session_.storeDate(Datum::LastQDate, date);
     auto& field = session_.textBox("txtLastQDate");
     putFieldText(field, session_.dateText(date));
     if (!stored)
@@ -391,6 +391,10 @@ void QuarterlyGrid::leaveLastQuarterDate() {
             session_.company->put_LastQDate(*before);
             field.setMark("");
             session_.markChanged(); // what was committed is no longer what is there
+            if (!mark.empty()) {    // taken by now
+                deriveTrailingEarnings();
+                showTrailingEarnings();
+            }
         }
     });
     try {
@@ -399,6 +403,20 @@ void QuarterlyGrid::leaveLastQuarterDate() {
         session_.message(std::string("LastQDate Lost Focus error: ") + error.what(),
                          message_box::exclamationIcon);
     }
+}
+
+void QuarterlyGrid::followCommit() {
+    auto& field = session_.textBox("txtLastQDate");
+    if (field.mark().empty() || field.text() != field.tag())
+        return;
+    bool stored = false;
+    attempt([&] { stored = session_.company->get_LastQDate() == shownDate(); });
+    if (!stored)
+        return;
+    field.setMark("");
+    deriveTrailingEarnings();
+    if (showTrailing)
+        showTrailing(); // a commit changes nothing that the host would have to save anew
 }
 
 // The record may take by now what it refused.

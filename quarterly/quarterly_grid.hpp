@@ -44,6 +44,7 @@ class QuarterlyGrid final : public SeriesGrid {
     // Earnings of the last four quarters, where all four are there: stored in the record.
     void deriveTrailingEarnings();
     void showTrailingEarnings(); // txtLast4QEPS, with the change check
+    void followCommit();         // which has tried a refused last quarter again
     // The latest yearly figure or the date of the last fiscal year has changed.
     void followYearlyEarnings();
 

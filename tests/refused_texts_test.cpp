@@ -29,6 +29,18 @@ struct RefusedTexts : testing::Test {
         goTo(scene, id);
         desktop.type("{TAB}");
     }
+    void pickDate(std::string_view id, Date date) {
+        goTo(scene, id);
+        desktop.answerNextDate(date);
+        desktop.doubleClick(id);
+        desktop.type("{TAB}");
+    }
+    void loadQuarters() {
+        for (int i = 0; i < 6; ++i)
+            putElement(*company, "QEPSSeries", i, i + 1);
+        scene.load(record);
+        desktop.clickTab(toQuarterly);
+    }
 };
 
 TEST_F(RefusedTexts, APriceThatLooksLikeTheStoredOneInTheOtherDisplayIsTriedAgain) {
@@ -62,6 +74,95 @@ TEST_F(RefusedTexts, EarningsThatLookLikeTheStoredOnesAreTriedAgain) {
     record->failing.clear();
     leaveAgain("txtEPS(1)");
     EXPECT_EQ(unstored(), Names{});
+}
+
+// --- dates ---------------------------------------------------------------------------------------
+
+TEST_F(RefusedTexts, TheLastQuarterThatTheRecordHasIsNone) {
+    loadQuarters();
+    record->failing = {"write LastQDate"};
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(unstored(), Names{"txtLastQDate=Jun/30/2026"});
+    desktop.spin("spnQuarter", 1);
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 30));
+    EXPECT_EQ(unstored(), Names{});
+}
+
+TEST_F(RefusedTexts, TheDateOfTheLastFiscalYearThatTheRecordHasIsNone) {
+    scene.load(record);
+    record->failing = {"write LastFYDate"};
+    desktop.clickTab(toYearly);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddYear");
+    EXPECT_EQ(unstored(), Names{"txtDateofLastFY=Dec/31/2026"});
+    typeOver(scene, "txtDateofLastFY", "12/31/2025");
+    EXPECT_EQ(unstored(), Names{});
+    typeOver(scene, "txtDateofLastFY", "12/31/2026");
+    EXPECT_EQ(unstored(), Names{"txtDateofLastFY=12/31/2026"});
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdRemoveYear");
+    EXPECT_EQ(unstored(), Names{});
+}
+
+TEST_F(RefusedTexts, QuartersFollowTheFiscalYearThatIsTypedBack) {
+    scene.load(record);
+    record->failing = {"write LastFYDate"};
+    typeOver(scene, "txtDateofLastFY", "6/30/2025");
+    scene.entry->put_VisibleQuarters(10);
+    typeOver(scene, "txtDateofLastFY", "Dec/31/2025");
+    EXPECT_EQ(unstored(), Names{});
+    EXPECT_EQ(scene.form().get<Label>("lblDatOfLastFY").caption(), "Dec/31/2025");
+}
+
+TEST_F(RefusedTexts, ALastQuarterThatTheCommitStoresIsNoLongerOne) {
+    loadQuarters();
+    record->failing = {"write LastQDate"};
+    desktop.spin("spnQuarter", -1);
+    (void)scene.entry->get_objCompany();
+    EXPECT_EQ(unstored(), Names{"txtLastQDate=Jun/30/2026"});
+    record->failing.clear();
+    scene.entry->put_blnDirty(false);
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 6, 30));
+    EXPECT_EQ(unstored(), Names{});
+    EXPECT_EQ(company->get_Last4QEPS(), 14);
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "14.00");
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
+TEST_F(RefusedTexts, ALastQuarterThatIsStoredBeforeAWrongOneTakesItsEarningsAlong) {
+    loadQuarters();
+    record->failing = {"write LastQDate"};
+    desktop.spin("spnQuarter", -1);
+    record->failing.clear();
+    typeOver(scene, "txtLastQDate", "1/1/1990");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Jun/30/2026");
+    EXPECT_EQ(unstored(), Names{});
+    EXPECT_EQ(company->get_Last4QEPS(), 14);
+}
+
+TEST_F(RefusedTexts, EveryPickedDayIsKeptBehindItsMonth) {
+    scene.entry->put_DateFormat("MMM YYYY");
+    scene.load(record);
+    record->failing = {"write LastUpdate", "write PriceUpdatedDate"};
+    pickDate("txtLastUpdate", *makeDate(2026, 5, 17));
+    pickDate("txtPriceUpdate", *makeDate(2026, 4, 16));
+    EXPECT_EQ(unstored().size(), 2U);
+    record->failing.clear();
+    leaveAgain("txtLastUpdate");
+    leaveAgain("txtPriceUpdate");
+    EXPECT_EQ(unstored(), Names{});
+    EXPECT_EQ(company->get_LastUpdate(), *makeDate(2026, 5, 17));
+    EXPECT_EQ(company->get_PriceUpdatedDate(), *makeDate(2026, 4, 16));
+}
+
+TEST_F(RefusedTexts, AFieldThatIsEmptiedAfterADayOfTheSameMonthStaysOne) {
+    scene.entry->put_DateFormat("MMM YYYY");
+    scene.load(record);
+    record->failing = {"write LastUpdate"};
+    pickDate("txtLastUpdate", *makeDate(2026, 11, 3));
+    EXPECT_EQ(unstored(), Names{"txtLastUpdate=Nov 2026"});
+    typeOver(scene, "txtLastUpdate", "");
+    EXPECT_EQ(unstored(), Names{"txtLastUpdate="});
 }
 
 } // namespace

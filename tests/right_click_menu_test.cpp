@@ -836,6 +836,25 @@ TEST(DatePicking, APickTakesTheMarkOffARefusedText) {
     }
 }
 
+TEST(DatePicking, ADateIsForTheRecordThatItWasPickedFor) {
+    EntryScene scene;
+    scene.load(fullCompany());
+    const auto other = fullCompany();
+    const auto before = other->clone();
+    scene.entry->stateChanged = [&] {
+        scene.entry->stateChanged = nullptr;
+        scene.load(other);
+    };
+    scene.desktop.click("txtName");
+    scene.desktop.type("A");
+    scene.desktop.answerNextMenu("Pick a Date...");
+    scene.desktop.answerNextDate(*makeDate(2026, 2, 28));
+    scene.desktop.rightClick("lblLabel(5)"); // the name is left behind the calendar
+    EXPECT_TRUE(scene.desktop.scriptUsedUp());
+    scene.desktop.type("{TAB}");
+    EXPECT_EQ(other->get_LastUpdate(), before->get_LastUpdate());
+}
+
 struct LossyRow {
     const char* format;
     Date picked;

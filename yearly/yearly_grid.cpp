@@ -176,7 +176,7 @@ bool YearlyGrid::shift(int years, std::optional<Date> end) {
     if (end) {
         auto& field = session_.textBox("txtDateofLastFY");
         const Date moved = addYears(*end, years);
-        const bool stored = attempt([&] { session_.company->put_LastFYDate(moved); });
+        const bool stored = session_.storeDate(Datum::LastFYDate, moved);
         putFieldText(field, session_.dateText(moved));
         if (!stored)
             session_.refuseDate(field, moved);
@@ -227,15 +227,19 @@ void YearlyGrid::leaveLastFiscalYearDate() {
     if (session_.cancelPressed || field.locked() || session_.company == nullptr)
         return;
     const bool untouched = isUntouched(field);
+    const bool marked = !field.mark().empty();
     checkFieldChange(field, session_);
-    if (untouched)
+    if (untouched) {
+        if (marked && fiscalYearMoved)
+            fiscalYearMoved(); // back from the date that was refused
         return;
+    }
     const auto typed = session_.typedDate(field);
     if (!typed) {
         field.setMark(session_.reason(text_number::reasonNoDate));
         return;
     }
-    if (!attempt([&] { session_.company->put_LastFYDate(*typed); })) {
+    if (!session_.storeDate(Datum::LastFYDate, *typed)) {
         field.setMark(session_.reason(text_number::reasonRefused));
         return;
     }
