@@ -248,7 +248,12 @@ void CompanyFields::followPrice(double price) {
             if (!beyond(readNumber(*session_.company, datum)))
                 return;
             writeNumber(*session_.company, datum, price);
-            show(*find(session_.form.get<TextField>(name)));
+            auto& end = session_.form.get<TextField>(name);
+            const std::optional<RefusedText> refused =
+                end.mark().empty() ? std::nullopt : std::optional<RefusedText>(end);
+            show(*find(end));
+            if (refused)
+                refused->putBack();
         });
     };
     widen(Datum::High52W, "txt52WHigh", [&](double high) { return price > high; });

@@ -326,7 +326,7 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     session_.markChanged();
     if (const auto again = visited_.find(element);
         element >= 0 && again != visited_.end() && again->second.trailing) {
-        attempt([&] { company.put_Last4QEPS(*again->second.trailing); });
+        attempt([&] { storeTrailing(*again->second.trailing); });
         const auto derived = trailing();
         trailingOfFiscalYear_ = derived && derived->ofFiscalYear;
     } else {
@@ -415,7 +415,7 @@ void QuarterlyGrid::followCommit() {
         return;
     field.setMark("");
     deriveTrailingEarnings();
-    if (showTrailing)
+    if (showTrailing && session_.textBox("txtLast4QEPS").mark().empty())
         showTrailing(); // a commit changes nothing that the host would have to save anew
 }
 
@@ -529,13 +529,19 @@ std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing(Date last) const 
     return result;
 }
 
+// A sum that was typed and refused gives way to the one that is taken.
+void QuarterlyGrid::storeTrailing(double earnings) {
+    session_.company->put_Last4QEPS(earnings);
+    session_.textBox("txtLast4QEPS").setMark("");
+}
+
 void QuarterlyGrid::deriveTrailingEarnings() {
     const auto derived = trailing();
     trailingOfFiscalYear_ = derived && derived->ofFiscalYear;
     if (!derived)
         return;
     attempt([&] {
-        session_.company->put_Last4QEPS(derived->earnings);
+        storeTrailing(derived->earnings);
         session_.company->put_QuarterlyFlag(true);
     });
 }
@@ -564,6 +570,8 @@ void QuarterlyGrid::showTrailingEarnings() {
     if (!showTrailing)
         return;
     auto& field = session_.textBox("txtLast4QEPS");
+    if (!field.mark().empty())
+        return;
     const std::string before = field.tag();
     showTrailing();
     field.setTag(before);

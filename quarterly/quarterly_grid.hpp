@@ -43,7 +43,7 @@ class QuarterlyGrid final : public SeriesGrid {
 
     // Earnings of the last four quarters, where all four are there: stored in the record.
     void deriveTrailingEarnings();
-    void showTrailingEarnings(); // txtLast4QEPS, with the change check
+    void showTrailingEarnings(); // txtLast4QEPS, with the change check; not over a refused text
     void followCommit();         // which has tried a refused last quarter again
     // The latest yearly figure or the date of the last fiscal year has changed.
     void followYearlyEarnings();
@@ -87,6 +87,7 @@ class QuarterlyGrid final : public SeriesGrid {
     void redisplay(bool samePeriods);
     [[nodiscard]] std::optional<Trailing> trailing() const;
     [[nodiscard]] std::optional<Trailing> trailing(Date last) const;
+    void storeTrailing(double earnings);
     void followVisited(bool all);
     [[nodiscard]] Date newestQuarter() const; // element 0 of the series
     [[nodiscard]] std::optional<Date> shownDate() const;

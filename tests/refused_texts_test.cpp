@@ -76,6 +76,39 @@ TEST_F(RefusedTexts, EarningsThatLookLikeTheStoredOnesAreTriedAgain) {
     EXPECT_EQ(unstored(), Names{});
 }
 
+TEST_F(RefusedTexts, AnEndOfTheRangeStaysAsTypedWhenThePriceMovesIt) {
+    company->put_High52W(50);
+    company->put_Low52W(40);
+    scene.load(record);
+    record->failing = {"write High52W"};
+    typeOver(scene, "txt52WHigh", "55");
+    record->failing.clear();
+    typeOver(scene, "txtCurrentPrice", "52");
+    EXPECT_EQ(company->get_High52W(), 52);
+    EXPECT_EQ(unstored(), Names{"txt52WHigh=55"});
+    leaveAgain("txt52WHigh");
+    EXPECT_EQ(company->get_High52W(), 55);
+    EXPECT_EQ(unstored(), Names{});
+}
+
+TEST_F(RefusedTexts, TrailingEarningsStayAsTypedUntilASumIsStored) {
+    company->put_Last4QEPS(9);
+    scene.load(record);
+    record->failing = {"write Last4QEPS"};
+    typeOver(scene, "txtLast4QEPS", "12.5");
+    typeOver(scene, "txtEPS(0)", "1"); // one quarter is no sum
+    EXPECT_EQ(unstored(), Names{"txtLast4QEPS=12.5"});
+    desktop.spin("spnQuarter", -1);
+    desktop.spin("spnQuarter", 1);
+    for (const char* cell : {"txtEPS(1)", "txtEPS(2)", "txtEPS(3)"})
+        typeOver(scene, cell, "2");
+    EXPECT_EQ(unstored(), Names{"txtLast4QEPS=12.5"});
+    record->failing.clear();
+    typeOver(scene, "txtEPS(3)", "3");
+    EXPECT_EQ(unstored(), Names{});
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "8.00");
+}
+
 // --- dates ---------------------------------------------------------------------------------------
 
 TEST_F(RefusedTexts, TheLastQuarterThatTheRecordHasIsNone) {
