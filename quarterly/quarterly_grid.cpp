@@ -85,6 +85,7 @@ void QuarterlyGrid::showSpan() {
 }
 
 void QuarterlyGrid::relabel() {
+    blank_ = false;
     const auto shown = shownDate();
     const Date newest = newestQuarter();
     accepted_ = shown;
@@ -109,6 +110,9 @@ void QuarterlyGrid::relabel() {
 }
 
 void QuarterlyGrid::clearLabels() {
+    accepted_.reset();
+    offset_ = 0;
+    blank_ = true;
     for (int row = 0; row < visibleRows_; ++row) {
         auto& label = session_.form.get<Label>("lblQLabel", row);
         label.setCaption("");
@@ -311,7 +315,7 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     const Date date = typed                     ? *typed
                       : known != visited_.end() ? known->second.date
                                                 : quartersFrom(newest, -element);
-    Visited left{*shownDate(), {}, trailingOfFiscalYear_};
+    Visited left{shownDate().value_or(newest), {}, trailingOfFiscalYear_};
     attempt([&] { left.trailing = company.get_Last4QEPS(); });
     if (element < 0) {
         company.put_LastQDateForGrid(date);
@@ -324,6 +328,10 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     }
     setLastQuarter(date);
     session_.markChanged();
+    if (blank_) {
+        relabel();
+        storeMarked();
+    }
     if (const auto again = visited_.find(element);
         element >= 0 && again != visited_.end() && again->second.trailing) {
         attempt([&] { storeTrailing(*again->second.trailing); });
@@ -438,12 +446,14 @@ void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Da
     const Date newest = newestQuarter();
     const bool stated = figures && Session::isValidDate(newest);
     const int back = typed && stated ? nearestQuarters(*typed, newest) : 0;
-    if (typed && (!figures || (!before && back >= -3 && back <= oldestElement))) {
+    if (typed && (!figures || (!before && back >= (blank_ ? 0 : -3) && back <= oldestElement))) {
         setAnchor(*typed, !stated);
         return;
     }
     // Of a week-based quarter the last day wanders by some days, so it may lie in another month.
     std::optional<int> moved;
+    if (!before && blank_ && back < 0 && back >= -3)
+        moved = -back;
     for (int quarters = 0; typed && before && quarters <= 3 && !moved; ++quarters) {
         const Date expected = quartersFrom(*before, quarters);
         if (std::abs(daysBetween(expected, *typed)) <= 7 ||
@@ -468,7 +478,7 @@ void QuarterlyGrid::setAnchor(Date date, bool ofFigures) {
     visited_.clear();
     setLastQuarter(date);
     session_.markChanged();
-    if (ofFigures)
+    if (ofFigures || blank_)
         relabel();
     storeMarked(); // what was typed over a figure takes its place
     const int shown = offset_;

@@ -100,6 +100,7 @@ class QuarterlyGrid final : public SeriesGrid {
     std::optional<Date> accepted_;   // last quarter
     std::map<int, Visited> visited_; // by element
     bool trailingOfFiscalYear_ = false;
+    bool blank_ = true; // the rows show no quarters
 };
 
 } // namespace vkr

@@ -178,5 +178,33 @@ TEST_F(QuarterlyCells, UnstoredOnesOutliveACorrectedDate) {
     EXPECT_NE(markOf(scene, "txtEPS(2)"), "");
 }
 
+TEST_F(QuarterlyCells, TypedIntoAClearedFormBelongToTheQuartersBelowTheTypedDate) {
+    const struct {
+        const char* typed;
+        int moved; // before the form was cleared
+        int element;
+    } rows[] = {
+        {"9/30/2026", 0, 0},  {"6/30/2026", 0, 1},   {"9/30/2026", -2, 0},
+        {"6/30/2026", -2, 1}, {"12/31/2026", -2, 0}, {"3/31/2027", 0, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.typed) + " " + std::to_string(row.moved));
+        company = datedCompany();
+        for (int i = 0; i < 6; ++i)
+            putElement(*company, "QEPSSeries", i, i + 1);
+        open(company);
+        if (row.moved != 0)
+            desktop.spin("spnQuarter", row.moved);
+        scene.entry->Clear();
+        typeOver(scene, "txtRevenue(0)", "77");
+        EXPECT_NE(markOf(scene, "txtRevenue(0)"), "");
+        desktop.answerNext(MessageAnswer::yes); // a later quarter is added
+        typeOver(scene, "txtLastQDate", row.typed);
+        EXPECT_EQ(markOf(scene, "txtRevenue(0)"), "");
+        EXPECT_EQ(scene.text("txtRevenue", 0), "77.00");
+        EXPECT_EQ(elementOf(*company, "QRevenueSeries", row.element), 77);
+    }
+}
+
 } // namespace
 } // namespace vkr
