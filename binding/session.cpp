@@ -151,12 +151,14 @@ MessageAnswer Session::message(const std::string& text, int buttons) {
 
 bool Session::confirmLoss(int number, std::string_view fallback, const std::string& period,
                           int icon) {
+    const auto asked = company; // the host may hand in another one while the question is up
     const std::string question =
         text(number, fallback) + " " + period + " " +
         text(text_number::dropsOut, "will drop out of the company's history.") + "\r" +
         text(text_number::noUndo, "There is no undo for this. Do you want to go on?");
     return message(question, message_box::yesNo | icon | message_box::defaultSecondButton) ==
-           MessageAnswer::yes;
+               MessageAnswer::yes &&
+           company == asked;
 }
 
 } // namespace vkr

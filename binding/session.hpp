@@ -114,7 +114,8 @@ class Session final : public FieldHost {
     [[nodiscard]] std::string text(int number, std::string_view fallback) const;
     MessageAnswer message(const std::string& text, int buttons);
     // Asks before the figures of a period are lost; `number` and `fallback` say what is about to be
-    // done. No is the default.
+    // done. No is the default, and the answer where the record is no longer the one of the
+    // question.
     bool confirmLoss(int number, std::string_view fallback, const std::string& period,
                      int icon = 0);
 

@@ -859,5 +859,38 @@ TEST_F(HostInterface, VisibleQuartersAreCutToWhatTheGridCanShow) {
     }
 }
 
+// While a message box is up the host goes on, and may hand in another record.
+TEST(Questions, AreAnsweredForTheRecordThatTheyWereAskedOf) {
+    struct Asking final : TableLocalizer {
+        Asking() : TableLocalizer({standardStrings()}) {}
+        [[nodiscard]] std::string LoadString(int number) const override {
+            if (number == 406 && asked)
+                asked();
+            return TableLocalizer::LoadString(number);
+        }
+        std::function<void()> asked;
+    };
+    for (const char* button : {"cmdAddYear", "cmdRemoveYear", "cmdAddQuarter"}) {
+        SCOPED_TRACE(button);
+        EntryScene scene;
+        const auto localizer = std::make_shared<Asking>();
+        scene.desktop.factory().add(standardLocalizerId, [&] { return localizer; });
+        scene.entry->put_Platform(ptStandard);
+        scene.load(fullCompany());
+        const auto other = fullCompany();
+        std::shared_ptr<CompanyRecord> loaded;
+        localizer->asked = [&] {
+            scene.load(other);
+            loaded = other->clone();
+        };
+        scene.desktop.clickTab(std::string_view(button) == "cmdAddQuarter" ? toQuarterly
+                                                                           : toYearly);
+        scene.desktop.answerNext(MessageAnswer::yes);
+        scene.desktop.click(button);
+        ASSERT_NE(loaded, nullptr);
+        EXPECT_TRUE(differences(*loaded, *other).empty());
+    }
+}
+
 } // namespace
 } // namespace vkr
