@@ -152,8 +152,8 @@ void QuarterlyGrid::setVisibleRows(int count) {
     if (const auto* active = form.activeControl(); active != nullptr && form.hasFocus())
         if (const auto cell = find(*active)) {
             settleCell();
-            cells(cell->column)[static_cast<std::size_t>(std::min(cell->row, visibleRows_ - 1))]
-                ->setFocus();
+            if (cell->row >= visibleRows_)
+                cells(cell->column)[static_cast<std::size_t>(visibleRows_ - 1)]->setFocus();
         }
     for (const auto& array : rowArrays)
         for (int row = form.upperBound(array.name); row >= visibleRows_; --row)

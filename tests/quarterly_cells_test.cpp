@@ -206,5 +206,18 @@ TEST_F(QuarterlyCells, TypedIntoAClearedFormBelongToTheQuartersBelowTheTypedDate
     }
 }
 
+TEST_F(QuarterlyCells, LeadOnThoughTheHostAnswersWithOtherRows) {
+    for (const int rows : {5, 20}) {
+        scene.entry->put_VisibleQuarters(QuarterlyGrid::startRows);
+        scene.entry->put_blnDirty(false);
+        scene.entry->stateChanged = [&] {
+            scene.entry->put_VisibleQuarters(static_cast<std::int16_t>(rows));
+        };
+        EXPECT_EQ(after("txtRevenue(2)", "7{TAB}"), "txtRevenue(3)") << rows;
+        EXPECT_EQ(scene.entry->get_VisibleQuarters(), rows);
+        scene.entry->stateChanged = nullptr;
+    }
+}
+
 } // namespace
 } // namespace vkr
