@@ -192,8 +192,9 @@ void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
             start = *held;
     frmCalendar calendar(field.accessibleName(), &field);
     calendar.put_SelectedDate(start);
+    const auto asked = session_.company; // the host may hand in another one meanwhile
     calendar.Show(session_.services);
-    if (!calendar.Tag().empty())
+    if (!calendar.Tag().empty() && session_.company == asked)
         putDate(field, calendar.get_SelectedDate());
 }
 

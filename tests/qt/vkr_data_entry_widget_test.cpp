@@ -8,6 +8,7 @@
 #include "tests/support/entry_scene.hpp"
 
 #include <QAccessible>
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -65,6 +66,30 @@ TEST_F(DataEntryWidget, IsReadyWithoutAnySetUp) {
     alone.setCompany(nullptr);
     EXPECT_NE(alone.company(), nullptr) << "an empty record of this library";
     EXPECT_EQ(alone.formView().size(), QSize(538, 389));
+}
+
+TEST_F(DataEntryWidget, ADayIsNotPickedForARecordThatCameInMeanwhile) {
+    const auto first = std::make_shared<CompanyRecord>();
+    const auto second = std::make_shared<CompanyRecord>();
+    open(first);
+    const auto pick = [&](const std::shared_ptr<CompanyRecord>& loaded) {
+        DialogAnswers answers;
+        answers.next([&](QWidget& dialog) {
+            if (loaded != nullptr)
+                entry->setCompany(loaded);
+            dialog.findChild<QCalendarWidget*>()->setSelectedDate(QDate(2024, 3, 1));
+            DialogAnswers::clickButton(dialog, "OK");
+        });
+        QTest::mouseDClick(native("txtPriceUpdate"), Qt::LeftButton);
+        entry->component().leaveField();
+    };
+    pick(nullptr);
+    EXPECT_EQ(first->get_PriceUpdatedDate(), *makeDate(2024, 3, 1));
+    const Date before = *makeDate(2020, 5, 17);
+    second->put_PriceUpdatedDate(before);
+    pick(second);
+    EXPECT_EQ(second->get_PriceUpdatedDate(), before);
+    EXPECT_EQ(entry->company(), second);
 }
 
 TEST_F(DataEntryWidget, EveryPropertyIsWrittenReadAndTold) {
