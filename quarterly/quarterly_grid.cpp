@@ -540,8 +540,8 @@ std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing(Date last) const 
 }
 
 // A sum that was typed and refused gives way to the one that is taken.
-void QuarterlyGrid::storeTrailing(double earnings) {
-    session_.company->put_Last4QEPS(earnings);
+void QuarterlyGrid::storeTrailing(double sum) {
+    session_.company->put_Last4QEPS(sum);
     session_.textBox("txtLast4QEPS").setMark("");
 }
 

@@ -87,7 +87,7 @@ class QuarterlyGrid final : public SeriesGrid {
     void redisplay(bool samePeriods);
     [[nodiscard]] std::optional<Trailing> trailing() const;
     [[nodiscard]] std::optional<Trailing> trailing(Date last) const;
-    void storeTrailing(double earnings);
+    void storeTrailing(double sum);
     void followVisited(bool all);
     [[nodiscard]] Date newestQuarter() const; // element 0 of the series
     [[nodiscard]] std::optional<Date> shownDate() const;
