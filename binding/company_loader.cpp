@@ -128,9 +128,13 @@ constexpr DerivedSeries derivedSeries[] = {
      showsTaxRate},
 };
 
-// A product or quotient of typed figures has stray digits that nobody typed.
+// To fifteen digits: a product or quotient of typed figures has stray digits behind them that
+// nobody typed. Most pairs are told by their distance, which takes a tenth of the time.
 bool agree(double one, double other) {
-    return withoutStrayDigits(one) == withoutStrayDigits(other);
+    const double apart = std::abs(one - other);
+    const double size = std::abs(other);
+    return apart <= 5e-16 * size ||
+           (apart <= 1.1e-14 * size && withoutStrayDigits(one) == withoutStrayDigits(other));
 }
 
 void derive(iVKR_Company& company, const DerivedSeries& rule) {
