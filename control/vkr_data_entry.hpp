@@ -17,7 +17,7 @@
 namespace vkr {
 
 // What the component tells its host. Every event may be left alone. They come from within the
-// component: a host destroys it after its handler has returned.
+// component: a host destroys it after its handler has returned, and lets no exception out of it.
 class VKRDataEntryEvents {
   public:
     virtual ~VKRDataEntryEvents() = default;
