@@ -77,9 +77,10 @@ std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
 
 void QuarterlyGrid::showSpan() {
     visited_.clear();
+    hidden_ = {};
     attempt([&] {
-        putFieldText(session_.textBox("txtLastQDate"),
-                     session_.dateText(session_.company->get_LastQDate()));
+        hidden_ = session_.company->get_LastQDate();
+        putFieldText(session_.textBox("txtLastQDate"), session_.dateText(hidden_));
     });
     relabel();
 }
@@ -110,6 +111,7 @@ void QuarterlyGrid::relabel() {
 }
 
 void QuarterlyGrid::clearLabels() {
+    hidden_ = accepted_.value_or(hidden_);
     accepted_.reset();
     offset_ = 0;
     blank_ = true;
@@ -395,8 +397,10 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     putFieldText(field, session_.dateText(before.value_or(Date{})));
     field.setMark(mark);
     attempt([&] { // a commit may have written what was being typed
-        if (before && session_.company->get_LastQDate() != *before) {
-            session_.company->put_LastQDate(*before);
+        const Date held = session_.company->get_LastQDate();
+        const Date old = before.value_or(hidden_);
+        if (held != old && (before || Session::isValidDate(held))) {
+            session_.company->put_LastQDate(old);
             field.setMark("");
             session_.markChanged(); // what was committed is no longer what is there
             if (!mark.empty()) {    // taken by now

@@ -98,6 +98,7 @@ class QuarterlyGrid final : public SeriesGrid {
     int visibleRows_ = startRows;
     int offset_ = 0;                 // element of the series that the top row shows
     std::optional<Date> accepted_;   // last quarter
+    Date hidden_;                    // what the record has while the form shows none
     std::map<int, Visited> visited_; // by element
     bool trailingOfFiscalYear_ = false;
     bool blank_ = true; // the rows show no quarters

@@ -670,14 +670,38 @@ TEST_F(QuarterSpan, TheFocusGoesOnFromACellThatASmallerRecordDoesNotReach) {
 
 TEST_F(QuarterSpan, ADateThatIsRejectedAfterACommitLeavesTheCompanyChanged) {
     fill();
+    for (const Date before : {*makeDate(2026, 9, 30), Date{-346306}}) { // which shows as none
+        SCOPED_TRACE(before.serial);
+        company->put_LastQDate(before);
+        company->put_LastQDateForGrid(*makeDate(2026, 9, 30));
+        open(company);
+        desktop.click("txtLastQDate");
+        desktop.type("^a12/31/2005");
+        scene.entry->put_blnDirty(false); // as a host does that saves meanwhile
+        ASSERT_EQ(company->get_LastQDate(), *makeDate(2005, 12, 31));
+        desktop.type("{TAB}");
+        EXPECT_EQ(desktop.messages().size(), 1U);
+        EXPECT_EQ(company->get_LastQDate(), before);
+        EXPECT_TRUE(scene.entry->get_blnDirty());
+    }
+}
+
+TEST_F(QuarterSpan, ADateThatIsRejectedInAClearedFormLeavesTheRecordsOwn) {
+    fill();
     load(*makeDate(2026, 9, 30));
-    desktop.click("txtLastQDate");
-    desktop.type("^a12/31/2005");
-    scene.entry->put_blnDirty(false); // as a host does that saves meanwhile
-    ASSERT_EQ(company->get_LastQDate(), *makeDate(2005, 12, 31));
-    desktop.type("{TAB}");
-    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 30));
-    EXPECT_TRUE(scene.entry->get_blnDirty());
+    desktop.spin("spnQuarter", -1);
+    const Date before = company->get_LastQDate();
+    ASSERT_EQ(before, *makeDate(2026, 6, 30));
+    scene.entry->Clear();
+    for (const bool committed : {false, true}) {
+        SCOPED_TRACE(committed);
+        desktop.click("txtLastQDate");
+        desktop.type("^a12/31/2005");
+        if (committed)
+            std::ignore = scene.entry->get_objCompany();
+        desktop.type("{TAB}");
+        EXPECT_EQ(company->get_LastQDate(), before);
+    }
 }
 
 } // namespace
