@@ -108,6 +108,12 @@ struct ListQuery {
     friend bool operator==(const ListQuery&, const ListQuery&) = default;
 };
 
+// Whether `narrower` finds some of what `wider` finds and no others, in the same order: its words
+// only go on.
+[[nodiscard]] bool goesOn(const ListQuery& wider, const ListQuery& narrower);
+// Whether the company has the words of the query.
+[[nodiscard]] bool isFound(const CompanySummary& company, const ListQuery& query);
+
 struct LoadedCompany {
     std::shared_ptr<CompanyRecord> record;
     std::int64_t revision = 0;

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace vkr {
@@ -63,12 +64,24 @@ struct Search {
     std::vector<QVariant> values;
 };
 
+QStringList wordsOf(const ListQuery& query) {
+    constexpr qsizetype most = 1000; // databases have a limit for patterns
+    return searchable(toQString(query.search).left(most))
+        .simplified()
+        .split(u' ', Qt::SkipEmptyParts);
+}
+
+// Where words are looked for.
+template <typename Company>
+QString searchedIn(const Company& company) {
+    return searchable(toQString(company.name + '\n' + company.symbol + '\n' + company.exchange +
+                                '\n' + company.industry));
+}
+
 // Every word is somewhere in the column.
 Search searchIn(const StoreDialect& dialect, const char* column, const ListQuery& query) {
     Search search{"1 = 1", {}};
-    constexpr qsizetype most = 1000; // databases have a limit for patterns
-    const QString words = searchable(toQString(query.search).left(most)).simplified();
-    for (const QString& word : words.split(u' ', Qt::SkipEmptyParts)) {
+    for (const QString& word : wordsOf(query)) {
         search.condition += " AND " + QString(dialect.contains).replace("%1", column);
         search.values.emplace_back(dialect.sought(word));
     }
@@ -89,6 +102,21 @@ QString prefixed(const QString& prefix, const QStringList& keys, const QString& 
 }
 
 } // namespace
+
+bool goesOn(const ListQuery& wider, const ListQuery& narrower) {
+    const QStringList words = wordsOf(narrower);
+    return wider.sortedBy == narrower.sortedBy && wider.isDescending == narrower.isDescending &&
+           std::ranges::all_of(wordsOf(wider), [&](const QString& begun) {
+               return std::ranges::any_of(
+                   words, [&](const QString& word) { return word.contains(begun); });
+           });
+}
+
+bool isFound(const CompanySummary& company, const ListQuery& query) {
+    const QString searched = searchedIn(company);
+    return std::ranges::all_of(wordsOf(query),
+                               [&](const QString& word) { return searched.contains(word); });
+}
 
 void createListing(StoreConnection& connection) {
     const StoreDialect& dialect = connection.dialect();
@@ -137,9 +165,7 @@ void writeListing(StoreConnection& connection, const ListingRow& row) {
                "searched = excluded.searched, " +
                changes.join(", ");
     }();
-    const std::string texts =
-        row.name + '\n' + row.symbol + '\n' + row.exchange + '\n' + row.industry;
-    connection.run(write, {qlonglong(row.id), searchable(toQString(texts)), sortKey(row.name),
+    connection.run(write, {qlonglong(row.id), searchedIn(row), sortKey(row.name),
                            sortKey(row.symbol), sortKey(row.exchange), sortKey(row.industry),
                            std::isfinite(row.price) ? row.price : 0.0, textValue(row.priceDate),
                            textValue(row.savedAt)});

@@ -72,15 +72,16 @@ std::optional<Value> CompanyListModel::checked(StoreResult<Value> result) {
     return result ? std::optional<Value>(std::move(result.value())) : std::nullopt;
 }
 
-void CompanyListModel::reset(Rows rows, std::int64_t asked) {
+void CompanyListModel::reset(Rows rows, bool isComplete) {
     beginResetModel();
-    isComplete_ = std::ssize(rows) < asked;
+    isComplete_ = isComplete;
     rows_ = std::move(rows);
     endResetModel();
 }
 
 void CompanyListModel::refresh() {
     const std::int64_t asked = std::max<std::int64_t>(pageSize, std::ssize(rows_));
+    read_.invalidate();
     auto rows = checked(store_.list(query_, 0, asked));
     if (!rows)
         return;
@@ -88,18 +89,31 @@ void CompanyListModel::refresh() {
     if (isRead_ && *rows == rows_)
         isComplete_ = isComplete;
     else
-        reset(std::move(*rows), asked);
+        reset(std::move(*rows), isComplete);
     isRead_ = true;
+    read_.start();
 }
 
 void CompanyListModel::readFrom(const ListQuery& query) {
     if (query == query_)
         return;
+    const bool isNarrowed =
+        isComplete_ && read_.isValid() && read_.elapsed() < freshness_ && goesOn(query_, query);
     query_ = query;
     if (!isRead_)
         return;
-    if (auto rows = checked(store_.list(query_, 0, pageSize)))
-        reset(std::move(*rows), pageSize);
+    if (isNarrowed) {
+        Rows found = rows_;
+        std::erase_if(found, [&](const CompanySummary& row) { return !isFound(row, query_); });
+        reset(std::move(found), true);
+        return;
+    }
+    read_.invalidate();
+    if (auto rows = checked(store_.list(query_, 0, pageSize))) {
+        const bool isComplete = std::ssize(*rows) < pageSize;
+        reset(std::move(*rows), isComplete);
+        read_.start();
+    }
 }
 
 void CompanyListModel::search(const QString& text) {

@@ -4,6 +4,7 @@
 #include "company/company_store.hpp"
 
 #include <QAbstractTableModel>
+#include <QElapsedTimer>
 
 #include <cstdint>
 #include <optional>
@@ -30,6 +31,8 @@ class CompanyListModel : public QAbstractTableModel {
     // Reads on to this company; false where it is not among those searched for.
     bool reach(std::int64_t id);
     void reachEnd();
+    // While the rows are this fresh, a search that only goes on is carried out among them.
+    void setFreshness(int milliseconds) { freshness_ = milliseconds; }
 
     [[nodiscard]] const CompanySummary& company(int row) const;
     [[nodiscard]] std::optional<int> rowOf(std::int64_t id) const; // of the rows read
@@ -61,12 +64,14 @@ class CompanyListModel : public QAbstractTableModel {
     template <typename Value>
     std::optional<Value> checked(StoreResult<Value> result);
     void readFrom(const ListQuery& query);
-    void reset(Rows rows, std::int64_t asked);
+    void reset(Rows rows, bool isComplete);
     void append(std::int64_t most);
 
     CompanyStore& store_;
     ListQuery query_;
     Rows rows_;
+    QElapsedTimer read_; // since the rows were, all of them with the query
+    int freshness_ = 2000;
     bool isRead_ = false;     // once
     bool isComplete_ = false; // there are no more rows than these
 };

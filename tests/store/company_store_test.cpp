@@ -639,5 +639,22 @@ TEST_F(CompanyStoreTest, AFileMovedAwayWhileOpenIsToldOnSaving) {
     EXPECT_DONE(store->save(key.id, *named("Y"), key.revision));
 }
 
+TEST(ListQueryTest, GoesOnWhereItCanOnlyLeaveCompaniesOut) {
+    struct Case {
+        const char* wider;
+        const char* narrower;
+        bool goesOn;
+    };
+    for (const Case& row :
+         {Case{"", "", true}, Case{"", "a", true}, Case{"a", "ab", true}, Case{"ab", "a", false},
+          Case{"ab", "ba", false}, Case{"a b", "ab", true}, Case{"a b", "a", false},
+          Case{"b A", "ab  c", true}, Case{"apple", "APPLES inc", true},
+          Case{"o\u0308", "\u00d6l", true}, Case{"o", "o\u0308", false}})
+        EXPECT_EQ(goesOn({row.wider}, {row.narrower}), row.goesOn)
+            << row.wider << " - " << row.narrower;
+    EXPECT_FALSE(goesOn({"a"}, {"ab", ListColumn::price}));
+    EXPECT_FALSE(goesOn({"a"}, {"ab", ListColumn::name, true}));
+}
+
 } // namespace
 } // namespace vkr

@@ -291,6 +291,7 @@ TEST_P(ListContract, EveryWordOfASearchIsFoundSomewhere) {
     apple.put_Industry("Electronic Computers");
     ASSERT_DONE(store_->save(std::nullopt, apple));
     add("Applied Works");
+    const auto all = store_->list().value();
     struct Case {
         const char* search;
         int found;
@@ -319,6 +320,10 @@ TEST_P(ListContract, EveryWordOfASearchIsFoundSomewhere) {
                             Case{"\ufeff", 0}}) {
         EXPECT_EQ(count(row.search), row.found) << row.search;
         EXPECT_EQ(names({row.search}).size(), static_cast<std::size_t>(row.found)) << row.search;
+        EXPECT_EQ(std::ranges::count_if(
+                      all, [&](const auto& company) { return isFound(company, {row.search}); }),
+                  row.found)
+            << row.search;
     }
 }
 
