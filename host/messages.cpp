@@ -69,7 +69,13 @@ int ask(QWidget* parent, const QString& what, const QString& more, const QList<C
 
 void notice(QMainWindow& window, const QString& what) {
     constexpr int time = 4000; // milliseconds
-    window.statusBar()->showMessage(what, time);
+    constexpr int margins = 16;
+    auto* bar = window.statusBar();
+    int room = bar->width() - margins;
+    for (const auto* beside : bar->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        room -= beside->width();
+    bar->showMessage(
+        bar->isVisible() ? bar->fontMetrics().elidedText(what, Qt::ElideMiddle, room) : what, time);
 }
 
 bool askFirst(QWidget* parent, const QString& what, const QString& more, const QString& doIt) {

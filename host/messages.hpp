@@ -19,7 +19,7 @@ void tellFault(QWidget* parent, const QString& what, const QString& more = {},
 void tellNews(QWidget* parent, const QString& what, const QString& more = {},
               const QStringList& details = {});
 
-// In the status bar for a moment: something went well.
+// In the status bar for a moment: something went well. Cut in the middle where room is short.
 void notice(QMainWindow& window, const QString& what);
 
 struct Choice {
