@@ -79,10 +79,17 @@ void CompanyListModel::reset(Rows rows, bool isComplete) {
     endResetModel();
 }
 
+std::optional<CompanyListModel::Rows> CompanyListModel::read(std::int64_t most) {
+    read_.invalidate();
+    auto rows = checked(store_.list(query_, 0, most));
+    if (rows)
+        read_.start();
+    return rows;
+}
+
 void CompanyListModel::refresh() {
     const std::int64_t asked = std::max<std::int64_t>(pageSize, std::ssize(rows_));
-    read_.invalidate();
-    auto rows = checked(store_.list(query_, 0, asked));
+    auto rows = read(asked);
     if (!rows)
         return;
     const bool isComplete = std::ssize(*rows) < asked;
@@ -91,7 +98,6 @@ void CompanyListModel::refresh() {
     else
         reset(std::move(*rows), isComplete);
     isRead_ = true;
-    read_.start();
 }
 
 void CompanyListModel::readFrom(const ListQuery& query) {
@@ -108,11 +114,9 @@ void CompanyListModel::readFrom(const ListQuery& query) {
         reset(std::move(found), true);
         return;
     }
-    read_.invalidate();
-    if (auto rows = checked(store_.list(query_, 0, pageSize))) {
+    if (auto rows = read(pageSize)) {
         const bool isComplete = std::ssize(*rows) < pageSize;
         reset(std::move(*rows), isComplete);
-        read_.start();
     }
 }
 

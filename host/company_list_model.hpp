@@ -63,6 +63,7 @@ class CompanyListModel : public QAbstractTableModel {
 
     template <typename Value>
     std::optional<Value> checked(StoreResult<Value> result);
+    std::optional<Rows> read(std::int64_t most);
     void readFrom(const ListQuery& query);
     void reset(Rows rows, bool isComplete);
     void append(std::int64_t most);
@@ -70,8 +71,8 @@ class CompanyListModel : public QAbstractTableModel {
     CompanyStore& store_;
     ListQuery query_;
     Rows rows_;
-    QElapsedTimer read_; // since the rows were, all of them with the query
-    int freshness_ = 2000;
+    QElapsedTimer read_;      // since the rows were read; invalid where that failed
+    int freshness_ = 2000;    // milliseconds
     bool isRead_ = false;     // once
     bool isComplete_ = false; // there are no more rows than these
 };
