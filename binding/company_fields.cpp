@@ -249,11 +249,9 @@ void CompanyFields::followPrice(double price) {
                 return;
             writeNumber(*session_.company, datum, price);
             auto& end = session_.form.get<TextField>(name);
-            const std::optional<RefusedText> refused =
-                end.mark().empty() ? std::nullopt : std::optional<RefusedText>(end);
+            const RefusedText refused(end);
             show(*find(end));
-            if (refused)
-                refused->putBack();
+            refused.putBack();
         });
     };
     widen(Datum::High52W, "txt52WHigh", [&](double high) { return price > high; });

@@ -129,7 +129,11 @@ bool Session::storeDate(Datum datum, Date date) {
     return stored;
 }
 
-void Session::refuseDate(TextField& field, Date date) {
+void Session::putDate(TextField& field, Datum datum, Date date) {
+    const bool stored = storeDate(datum, date);
+    putFieldText(field, dateText(date));
+    if (stored)
+        return;
     field.setMark(reason(text_number::reasonRefused));
     picked[&field] = {field.text(), date};
 }

@@ -47,7 +47,7 @@ class Session final : public FieldHost {
     std::int32_t unit = defaultUnit;
     bool dirty = false;
 
-    // The date that was picked for a field whose text is its picture, until it is stored.
+    // The dates behind texts that are but their pictures, by field, until they are stored.
     struct PickedDate {
         std::string text;
         Date date;
@@ -106,8 +106,9 @@ class Session final : public FieldHost {
     [[nodiscard]] std::string reason(int number) const;
     // Puts a date into the record; false where it neither takes it nor has it already.
     [[nodiscard]] bool storeDate(Datum datum, Date date);
-    // The record did not take the date that the program shows there: the next leaving tries again.
-    void refuseDate(TextField& field, Date date);
+    // A date that the program works out: shown, and stored. Where the record does not take it, the
+    // next leaving tries again.
+    void putDate(TextField& field, Datum datum, Date date);
     [[nodiscard]] std::string dateText(Date date) const; // empty for a date out of range
 
     // The localizer's text, or the fallback where there is none but blanks.

@@ -38,6 +38,8 @@ void holdAsTyped(TextField& field) {
 }
 
 void RefusedText::putBack() const {
+    if (reason_.empty())
+        return;
     const std::string stored = field_.text();
     putFieldText(field_, text_);
     field_.setMark(reason_);

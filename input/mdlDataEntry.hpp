@@ -30,7 +30,7 @@ void putFieldText(TextField& field, std::string_view text);
 // Lets the text on show count as typed, though the program shows the stored datum like that too.
 void holdAsTyped(TextField& field);
 
-// A text that was refused, while what is stored is shown anew in its field.
+// A text that was refused, if it was, while what is stored is shown anew in its field.
 class RefusedText {
   public:
     explicit RefusedText(TextField& field)

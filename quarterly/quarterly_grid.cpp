@@ -348,11 +348,7 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
 }
 
 void QuarterlyGrid::setLastQuarter(Date date) {
-    const bool stored = session_.storeDate(Datum::LastQDate, date);
-    auto& field = session_.textBox("txtLastQDate");
-    putFieldText(field, session_.dateText(date));
-    if (!stored)
-        session_.refuseDate(field, date);
+    session_.putDate(session_.textBox("txtLastQDate"), Datum::LastQDate, date);
 }
 
 void QuarterlyGrid::redisplay(bool samePeriods) {
@@ -456,7 +452,7 @@ void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Da
     }
     // Of a week-based quarter the last day wanders by some days, so it may lie in another month.
     std::optional<int> moved;
-    if (!before && blank_ && back < 0 && back >= -3)
+    if (blank_ && back < 0 && back >= -3)
         moved = -back;
     for (int quarters = 0; typed && before && quarters <= 3 && !moved; ++quarters) {
         const Date expected = quartersFrom(*before, quarters);

@@ -101,7 +101,7 @@ class QuarterlyGrid final : public SeriesGrid {
     Date hidden_;                    // what the record has while the form shows none
     std::map<int, Visited> visited_; // by element
     bool trailingOfFiscalYear_ = false;
-    bool blank_ = true; // the rows show no quarters
+    bool blank_ = true; // cleared: no date, and nothing of the record in the cells
 };
 
 } // namespace vkr

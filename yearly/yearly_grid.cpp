@@ -173,14 +173,9 @@ bool YearlyGrid::shift(int years, std::optional<Date> end) {
     showAll();
     if (commit)
         commit();
-    if (end) {
-        auto& field = session_.textBox("txtDateofLastFY");
-        const Date moved = addYears(*end, years);
-        const bool stored = session_.storeDate(Datum::LastFYDate, moved);
-        putFieldText(field, session_.dateText(moved));
-        if (!stored)
-            session_.refuseDate(field, moved);
-    }
+    if (end)
+        session_.putDate(session_.textBox("txtDateofLastFY"), Datum::LastFYDate,
+                         addYears(*end, years));
     if (fiscalYearMoved)
         fiscalYearMoved();
     return allMoved;
