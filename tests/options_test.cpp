@@ -420,9 +420,7 @@ TEST(PriceDisplay, KeepsTheDigitsOfAPriceThatIsBeingTyped) {
 std::shared_ptr<CompanyRecord> pricedCompany(double price) {
     auto company = datedCompany();
     company->put_CurrentPrice(price);
-    Variant highs = company->get_YHighSeries();
-    highs.array().setNumber(10, price);
-    company->put_YHighSeries(highs);
+    putElement(*company, "YHighSeries", 10, price);
     return company;
 }
 
