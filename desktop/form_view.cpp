@@ -3,6 +3,7 @@
 
 #include "desktop/control_views.hpp"
 #include "desktop/field_views.hpp"
+#include "desktop/readable_colors.hpp"
 #include "platform/text.hpp"
 
 #include <QApplication>
@@ -164,18 +165,6 @@ QFont FormView::fontFor(const PixelScale& scale) {
     return font;
 }
 
-namespace {
-
-QColor between(const QColor& one, const QColor& other, double part) {
-    const auto mixed = [part](int from, int to) {
-        return static_cast<int>(from + (to - from) * part);
-    };
-    return {mixed(one.red(), other.red()), mixed(one.green(), other.green()),
-            mixed(one.blue(), other.blue())};
-}
-
-} // namespace
-
 const QPalette& FormView::fieldPalette(const QColor& back, const QColor& fore) {
     const auto [found, isNew] = fieldPalettes_.try_emplace({back.rgb(), fore.rgb()});
     QPalette& made = found->second;
@@ -225,7 +214,8 @@ void FormView::paintEvent(QPaintEvent* /*event*/) {
 
 void FormView::paintMark(QWidget& widget) {
     QPainter painter(&widget);
-    painter.setPen(QPen(QColor(200, 0, 0), 2));
+    const QColor behind = widget.palette().color(QPalette::Base);
+    painter.setPen(QPen(readable(mark_colors::unstored, behind, signContrast), 2));
     painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
 }
 

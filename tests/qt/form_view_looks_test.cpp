@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "desktop/readable_colors.hpp"
 #include "tests/qt/support/form_scene.hpp"
 
 #include <QAbstractButton>
@@ -17,18 +18,6 @@ class FormViewLooks : public FormScene {
     static QColor color(const QWidget& widget, QPalette::ColorRole role,
                         QPalette::ColorGroup group = QPalette::Active) {
         return widget.palette().color(group, role);
-    }
-    static double lightness(const QColor& color) {
-        const auto part = [](double value) {
-            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) +
-               0.0722 * part(color.blueF());
-    }
-    static double contrast(const QColor& one, const QColor& other) {
-        const double light = std::max(lightness(one), lightness(other));
-        const double dark = std::min(lightness(one), lightness(other));
-        return (light + 0.05) / (dark + 0.05);
     }
     [[nodiscard]] bool anyPixel(QWidget& widget, const QColor& wanted) {
         const QImage image = widget.grab().toImage();
