@@ -86,7 +86,7 @@ std::string toDecimalText(std::string_view text) {
     const double quotient =
         SafeDivide(numerator, leadingNumber(text.substr(slash + 1)), true, 0.0, false, 0.0)
             .toDouble();
-    return plainNumberText(whole < 0 ? whole - quotient : whole + quotient);
+    return decimalNumberText(whole < 0 ? whole - quotient : whole + quotient);
 }
 
 } // namespace

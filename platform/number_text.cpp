@@ -38,6 +38,28 @@ bool isNumberText(std::string_view text) {
 }
 
 std::string plainNumberText(double value) {
+    const double magnitude = std::fabs(value);
+    const bool plain = magnitude == 0 || (magnitude >= 1e-7 && magnitude <= 1e15);
+    if (plain || !std::isfinite(value))
+        return decimalNumberText(value);
+    const Decimal number = toDecimal(value);
+    std::string text;
+    if (number.negative)
+        text += '-';
+    text += number.digit(0);
+    if (number.count > 1) {
+        text += '.';
+        text.append(number.digits.data() + 1, static_cast<std::size_t>(number.count - 1));
+    }
+    const int exponent = number.point - 1;
+    text += exponent < 0 ? "E-" : "E+";
+    const std::string size = std::to_string(std::abs(exponent));
+    if (size.size() < 2)
+        text += '0';
+    return text + size;
+}
+
+std::string decimalNumberText(double value) {
     if (!std::isfinite(value))
         return {};
     const Decimal number = toDecimal(value);
@@ -46,20 +68,6 @@ std::string plainNumberText(double value) {
     std::string text;
     if (number.negative)
         text += '-';
-    const double magnitude = std::fabs(value);
-    if (magnitude < 1e-7 || magnitude > 1e15) {
-        text += number.digit(0);
-        if (number.count > 1) {
-            text += '.';
-            text.append(number.digits.data() + 1, static_cast<std::size_t>(number.count - 1));
-        }
-        const int exponent = number.point - 1;
-        text += exponent < 0 ? "E-" : "E+";
-        const std::string size = std::to_string(std::abs(exponent));
-        if (size.size() < 2)
-            text += '0';
-        return text + size;
-    }
     if (number.point <= 0)
         text += '0';
     for (int index = 0; index < number.point; ++index)

@@ -20,5 +20,7 @@ namespace vkr {
 // The shortest text of at most 15 digits: without an exponent from 1e-7 to 1e15, beyond that as
 // "1.5E+20". "0" for zero of either sign, "" for what is not finite.
 [[nodiscard]] std::string plainNumberText(double value);
+// The same without an exponent, however many zeros that takes.
+[[nodiscard]] std::string decimalNumberText(double value);
 
 } // namespace vkr

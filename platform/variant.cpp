@@ -4,7 +4,9 @@
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
+#include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace vkr {
@@ -20,6 +22,15 @@ Overloaded(Callables...) -> Overloaded<Callables...>;
 
 [[noreturn]] void mismatch(const char* wanted) {
     throw std::invalid_argument(std::string("value cannot be taken as ") + wanted);
+}
+
+// The double of the same shortest text: 0.1, where the float's own value is 0.10000000149.
+double asWritten(float value) {
+    char text[32];
+    const auto written = std::to_chars(std::begin(text), std::end(text), value);
+    double same = value;
+    std::from_chars(text, written.ptr, same);
+    return same;
 }
 
 } // namespace
@@ -160,6 +171,7 @@ std::string Variant::toText() const {
                    [](Date value) { return plainNumberText(value.serial); },
                    [](const ObjectPtr&) -> std::string { mismatch("text"); },
                    [](const VariantArray&) -> std::string { mismatch("text"); },
+                   [](float value) { return plainNumberText(asWritten(value)); },
                    [](auto number) { return plainNumberText(static_cast<double>(number)); }},
         value_);
 }

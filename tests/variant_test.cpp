@@ -103,6 +103,15 @@ TEST(VariantTest, ConvertsToBooleans) {
         EXPECT_THROW(static_cast<void>(value.toBoolean()), std::invalid_argument);
 }
 
+TEST(VariantTest, ASingleIsTheTextThatItWasWrittenAs) {
+    EXPECT_EQ(Variant(0.1F).toText(), "0.1");
+    EXPECT_EQ(Variant(-394.33F).toText(), "-394.33");
+    EXPECT_EQ(Variant(16777216.0F).toText(), "16777216");
+    EXPECT_EQ(Variant(1e-10F).toText(), "1E-10");
+    EXPECT_EQ(Variant(std::numeric_limits<float>::max()).toText(), "3.4028235E+38");
+    EXPECT_EQ(Variant(std::numeric_limits<float>::infinity()).toText(), "");
+}
+
 TEST(VariantTest, ConvertsToText) {
     struct Row {
         Variant value;
