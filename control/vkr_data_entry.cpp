@@ -9,8 +9,10 @@
 #include "control/form_layout.hpp"
 #include "control/help_frame.hpp"
 #include "control/right_click_menu.hpp"
+#include "input/date_pattern.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/mdlKMTMisc.hpp"
+#include "input/number_pattern.hpp"
 #include "input/options_tab.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
@@ -27,8 +29,6 @@ namespace vkr {
 
 namespace {
 
-constexpr std::string_view startDateFormat = "MMM/DD/YYYY";
-constexpr std::string_view startNumberFormat = "#0.00";
 constexpr std::string_view startPriceFormat = "#0.000";
 constexpr std::string_view startPercentFormat = "#0.00%";
 constexpr std::string_view startCurrencySymbol = "$";
@@ -254,8 +254,8 @@ void VKRDataEntry::Impl::initialize() {
             attempt([&] { form.setMouseIcon(session.localizer->LoadPicture(linkPicture, 0)); });
     }
     clear();
-    session.dateFormat = startDateFormat;
-    session.numberFormat = startNumberFormat;
+    session.dateFormat = fallbackDatePattern;
+    session.numberFormat = fallbackNumberPattern;
     session.priceFormat = startPriceFormat;
     session.percentFormat = startPercentFormat;
     form.get<Frame>("fraDE", frame::quarterlyPanel).move(0, 0);

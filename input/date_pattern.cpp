@@ -139,6 +139,8 @@ void forEachPiece(std::string_view pattern, Visit&& visit) {
 }
 
 std::string_view resolved(std::string_view pattern) {
+    if (pattern.size() > maxDatePatternLength)
+        return fallbackDatePattern;
     for (const NamedPattern& named : namedPatterns)
         if (equalsAscii(pattern, named.name))
             return named.pattern;

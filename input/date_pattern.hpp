@@ -8,6 +8,10 @@
 
 namespace vkr {
 
+// Of dates whose pattern is none: one of more than maxDatePatternLength bytes.
+inline constexpr std::string_view fallbackDatePattern = "MMM/DD/YYYY";
+inline constexpr std::size_t maxDatePatternLength = 255;
+
 // The date as text. "" for an absent date. en-US names and marks; tokens in any case:
 //
 //   d dd ddd dddd      day, two digits, Sat, Saturday       y yy yyyy   day of the year, 05, 2005

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
+#include <string>
 
 namespace vkr {
 
@@ -86,22 +86,29 @@ bool roundQuickly(double magnitude, int exponent, std::uint64_t& whole) {
     return true;
 }
 
-char* put(char* out, std::string_view text) {
-    std::memcpy(out, text.data(), text.size());
-    return out + text.size();
-}
-
 template <typename Literals>
-char* putLiterals(char* out, const Literals& literals, int place) {
+void appendLiterals(std::string& text, const Literals& literals, int place) {
     for (const auto& literal : literals)
         if (literal.place == place)
-            out = put(out, literal.text);
-    return out;
+            text += literal.text;
+}
+
+// `count` digits from place `first` on; the number's own first digit has place 0.
+void appendDigits(std::string& text, const Decimal& number, int first, int count) {
+    const int before = std::clamp(-first, 0, count);
+    const int own = std::max(first, 0);
+    const int known = std::clamp(number.count - own, 0, count - before);
+    text.append(static_cast<std::size_t>(before), '0');
+    if (known > 0)
+        text.append(number.digits.data() + own, static_cast<std::size_t>(known));
+    text.append(static_cast<std::size_t>(count - before - known), '0');
 }
 
 } // namespace
 
 NumberPattern::NumberPattern(std::string_view pattern) {
+    if (pattern.size() > maxLength)
+        pattern = fallbackNumberPattern;
     for (const NamedPattern& named : namedPatterns)
         if (equalsAscii(pattern, named.name)) {
             pattern = named.pattern;
@@ -134,7 +141,6 @@ NumberPattern::Section NumberPattern::compile(std::string_view text) {
     int commas = 0;
     std::size_t skip = 0; // bytes of an exponent that were read ahead
     const auto addLiteral = [&](std::string_view literal) {
-        section.literalSize += literal.size();
         if (afterExponent || !section.hasDigits)
             section.suffix += literal;
         else if (inFraction)
@@ -227,21 +233,13 @@ std::string NumberPattern::format(double value) const {
     if (!std::isfinite(value))
         return {};
     const int sign = value > 0 ? 1 : value < 0 ? -1 : 0;
-    const Section* section = &sectionFor(sign);
-    if (!section->present)
+    const Section& section = sectionFor(sign);
+    if (!section.present)
         return plainNumberText(value);
-    const double magnitude = std::fabs(value);
-    std::string result;
-    Decimal number = rounded(*section, magnitude);
-    bool minus = sign < 0 && section == sections_.data();
-    if (number.isZero() && sign != 0 && section->hasDigits) {
-        section = &sectionFor(0);
-        minus = false;
-        if (!section->present)
-            return "0";
-    }
-    write(*section, number, minus, result);
-    return result;
+    const Decimal number = rounded(section, std::fabs(value));
+    const bool minus =
+        sign < 0 && &section == sections_.data() && !(number.isZero() && section.hasDigits);
+    return written(section, number, minus);
 }
 
 Decimal NumberPattern::rounded(const Section& section, double magnitude) {
@@ -268,74 +266,59 @@ Decimal NumberPattern::rounded(const Section& section, double magnitude) {
     return number;
 }
 
-void NumberPattern::write(const Section& section, Decimal number, bool minus, std::string& result) {
+std::string NumberPattern::written(const Section& section, Decimal number, bool minus) {
     int exponent = 0;
-    if (section.exponentMark != 0) {
-        exponent = number.isZero() ? 0 : number.point - section.integerPlaces;
-        number.point -= exponent;
+    if (section.exponentMark != 0 && !number.isZero()) {
+        exponent = number.point - section.integerPlaces;
+        number.point = section.integerPlaces;
     }
-    if (number.isZero())
-        number.point = 0;
-    const int shown = section.hasDigits ? std::max(number.point, section.minInteger) : 0;
-    const int places = std::max(shown, section.integerPlaces);
-    const auto size = static_cast<std::size_t>(shown) + static_cast<std::size_t>(shown / 3) +
-                      static_cast<std::size_t>(section.maxFraction) + section.literalSize +
-                      static_cast<std::size_t>(section.exponentDigits) + 8;
-    result.resize(size);
-    char* const begin = result.data();
-    char* out = begin;
-    if (minus)
-        *out++ = '-';
-    out = put(out, section.prefix);
+    const int point = number.point;
+    const int shown = section.hasDigits ? std::max(point, section.minInteger) : 0;
 
-    const bool plain = section.integerLiterals.empty() && !section.grouped;
-    if (plain) {
-        for (int place = shown - 1; place >= 0; --place)
-            *out++ = number.digit(number.point - 1 - place);
+    std::string text;
+    if (minus)
+        text += '-';
+    text += section.prefix;
+    if (section.integerLiterals.empty() && !section.grouped) {
+        appendDigits(text, number, point - shown, shown);
     } else {
-        for (int place = places - 1; place >= 0; --place) {
+        for (int place = std::max(shown, section.integerPlaces) - 1; place >= 0; --place) {
             if (place < shown) {
-                *out++ = number.digit(number.point - 1 - place);
+                text += number.digit(point - 1 - place);
                 if (section.grouped && place > 0 && place % 3 == 0)
-                    *out++ = ',';
+                    text += ',';
             }
-            out = putLiterals(out, section.integerLiterals, place);
+            appendLiterals(text, section.integerLiterals, place);
         }
     }
     if (section.hasPoint)
-        *out++ = '.';
-    const int used =
-        std::clamp(number.count - number.point, section.minFraction, section.maxFraction);
-    int fraction = used;
-    while (fraction > section.minFraction && number.digit(number.point + fraction - 1) == '0')
+        text += '.';
+    int fraction = std::clamp(number.count - point, section.minFraction, section.maxFraction);
+    while (fraction > section.minFraction && number.digit(point + fraction - 1) == '0')
         --fraction;
     if (section.fractionLiterals.empty()) {
-        for (int place = 0; place < fraction; ++place)
-            *out++ = number.digit(number.point + place);
+        appendDigits(text, number, point, fraction);
     } else {
         for (int place = 0; place < section.maxFraction; ++place) {
-            out = putLiterals(out, section.fractionLiterals, place);
+            appendLiterals(text, section.fractionLiterals, place);
             if (place < fraction)
-                *out++ = number.digit(number.point + place);
+                text += number.digit(point + place);
         }
-        out = putLiterals(out, section.fractionLiterals, section.maxFraction);
+        appendLiterals(text, section.fractionLiterals, section.maxFraction);
     }
     if (section.exponentMark != 0) {
-        *out++ = section.exponentMark;
+        text += section.exponentMark;
         if (exponent < 0)
-            *out++ = '-';
+            text += '-';
         else if (section.exponentPlus)
-            *out++ = '+';
-        char digits[12];
-        const auto written =
-            std::to_chars(std::begin(digits), std::end(digits), std::abs(exponent));
-        const auto length = static_cast<int>(written.ptr - digits);
-        for (int pad = length; pad < section.exponentDigits; ++pad)
-            *out++ = '0';
-        out = put(out, {digits, static_cast<std::size_t>(length)});
+            text += '+';
+        const std::string digits = std::to_string(std::abs(exponent));
+        const auto wanted = static_cast<std::size_t>(section.exponentDigits);
+        text.append(std::max(wanted, digits.size()) - digits.size(), '0');
+        text += digits;
     }
-    out = put(out, section.suffix);
-    result.resize(static_cast<std::size_t>(out - begin));
+    text += section.suffix;
+    return text;
 }
 
 std::string formatNumber(double value, std::string_view pattern) {

@@ -10,6 +10,9 @@ namespace vkr {
 
 struct Decimal;
 
+// Of figures whose pattern is none.
+inline constexpr std::string_view fallbackNumberPattern = "#0.00";
+
 // A display pattern for numbers, read once and used for many figures. en-US marks.
 //
 //   0 #        digit, digit or nothing        , between digits   groups of thousands
@@ -24,10 +27,15 @@ struct Decimal;
 // "Yes/No", "True/False" and "On/Off" are patterns too, in any case.
 //
 // Rounds half away from zero on the decimal text of at most 15 digits: 1.005 is "1.01" with
-// "0.00". A figure that rounds to zero is shown as zero is, without a sign. What is not finite
-// is "".
+// "0.00". The value chooses the section, not what is left of it: 0.001 is never shown by the one
+// for zero. The leading "-" is left out where only zeros would follow; what a negative section has
+// for a sign always stands. What is not finite is "".
+//
+// A pattern of more than maxLength bytes is fallbackNumberPattern.
 class NumberPattern {
   public:
+    static constexpr std::size_t maxLength = 255;
+
     NumberPattern() : NumberPattern(std::string_view()) {}
     explicit NumberPattern(std::string_view pattern);
 
@@ -56,12 +64,11 @@ class NumberPattern {
         std::string suffix;
         std::vector<Literal> integerLiterals;
         std::vector<Literal> fractionLiterals;
-        std::size_t literalSize = 0; // of all texts together
     };
 
     static Section compile(std::string_view text);
     static Decimal rounded(const Section& section, double magnitude);
-    static void write(const Section& section, Decimal number, bool minus, std::string& result);
+    static std::string written(const Section& section, Decimal number, bool minus);
     [[nodiscard]] const Section& sectionFor(int sign) const;
 
     std::array<Section, 3> sections_;

@@ -58,6 +58,14 @@ TEST(DatePattern, WritesDays) {
                                });
 }
 
+TEST(DatePattern, RefusesAPatternOfTooManyCharactersAndTakesTheFallBack) {
+    const Date day = *makeDate(2005, 3, 5);
+    const std::string longest = "d" + std::string(maxDatePatternLength - 1, '.');
+    EXPECT_EQ(formatDate(day, longest), "5" + longest.substr(1));
+    EXPECT_EQ(formatDate(day, longest + '.'), "Mar/05/2005");
+    EXPECT_EQ(dateOrder("yyyy-dd-mm" + std::string(5000, ' ')), DateOrder::MonthDayYear);
+}
+
 TEST(DatePattern, WritesEveryName) {
     const char* months[] = {"January", "February", "March",     "April",   "May",      "June",
                             "July",    "August",   "September", "October", "November", "December"};

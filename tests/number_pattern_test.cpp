@@ -96,11 +96,28 @@ TEST(NumberPattern, ShowsNoSignForWhatRoundsToZero) {
         {-0.001, "0.00", "0.00"},
         {-0.005, "0.00", "-0.01"},
         {-0.0, "0.00", "0.00"},
-        {-0.001, "0.00;(0.00)", "0.00"},
-        {-0.001, "0.00;(0.00);none", "none"},
-        {0.001, "0.00;(0.00);none", "none"},
-        {-0.01, "0.00;(0.00);none", "(0.01)"},
+        {-0.001, "0.00;", "0.00"},
+        {-0.001, "0.00;;none", "0.00"},
         {-0.001, "#", ""},
+        {-0.001, "0.0%", "-0.1%"},
+        {-0.0001, "0.0%", "0.0%"},
+        {-1e-200, "0.0E+0%", "-1.0E-198%"},
+    });
+}
+
+TEST(NumberPattern, ChoosesTheSectionForZeroByTheValueAndNotByItsRounding) {
+    expectRows({
+        {0, "0.00;(0.00);none", "none"},
+        {-0.0, "0.00;(0.00);none", "none"},
+        {0.001, "0.00;(0.00);none", "0.00"},
+        {-0.001, "0.00;(0.00);none", "(0.00)"},
+        {-0.001, "0.00;(0.00)", "(0.00)"},
+        {-0.01, "0.00;(0.00);none", "(0.01)"},
+        {-0.001, "0.00;-0.00;none", "-0.00"},
+        {-0.001, "0.00;\"loss of \"0.00", "loss of 0.00"},
+        {0.4, ";(0);none", "0.4"},
+        {-0.4, ";(0);none", "(0)"},
+        {0.001, "#;#;0", ""},
     });
 }
 
@@ -193,7 +210,6 @@ TEST(NumberPattern, ChoosesTheSectionBySign) {
         {5, ";(0)", "5"},
         {-5, ";(0)", "(5)"},
         {0, ";(0)", "0"},
-        {-0.4, ";(0)", "0"},
         {1.5, ";;", "1.5"},
         {5, "0;0;0;0;0;0", "5"},
     });
@@ -244,8 +260,29 @@ TEST(NumberPattern, ShowsTheLargestAndSmallestNumbers) {
     EXPECT_EQ(largest.substr(0, 16), "1797693134862320");
     EXPECT_EQ(largest.size(), 311U);
     EXPECT_EQ(formatNumber(std::numeric_limits<double>::denorm_min(), "0.00E+000"), "5.00E-324");
-    EXPECT_EQ(formatNumber(1, std::string(5000, '0') + "." + std::string(5000, '0')).size(),
-              10001U);
+    EXPECT_EQ(formatNumber(1, std::string(127, '0') + "." + std::string(127, '0')),
+              std::string(126, '0') + "1." + std::string(127, '0'));
+}
+
+TEST(NumberPattern, WritesWhatSignsOfPercentAndOfThousandsMakeOfAnExponent) {
+    const std::string percent(250, '%');
+    EXPECT_EQ(formatNumber(1, "0.E+#" + percent), "1.E+500" + percent);
+    EXPECT_EQ(formatNumber(-1, "0.E+#" + percent), "-1.E+500" + percent);
+    EXPECT_EQ(formatNumber(1, "0" + std::string(249, ',') + ".E+#"), "1.E-747");
+    EXPECT_EQ(formatNumber(1, "0" + percent), "1" + std::string(500, '0') + percent);
+    EXPECT_EQ(formatNumber(1e300, "#" + std::string(250, ',')), "");
+}
+
+TEST(NumberPattern, RefusesAPatternOfTooManyCharactersAndTakesTheFallBack) {
+    const std::string longest = "0.0" + std::string(NumberPattern::maxLength - 3, '#');
+    EXPECT_EQ(formatNumber(12.25, longest), "12.25");
+    EXPECT_EQ(formatNumber(12.25, longest + '#'), "12.25");
+    EXPECT_EQ(formatNumber(12.125, longest), "12.125");
+    EXPECT_EQ(formatNumber(12.125, longest + '#'), "12.13");
+    for (const char mark : {'%', ',', '0', '#', 'x', ';', '"'})
+        for (const char* start : {"0.E+#", "0.E+0", "0", "", "\""})
+            EXPECT_EQ(formatNumber(-1234.5, start + std::string(5000, mark)), "-1234.50")
+                << start << " and " << mark;
 }
 
 TEST(NumberPattern, ManyPatternsInTurnDoNotMixUp) {
