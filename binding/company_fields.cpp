@@ -199,7 +199,7 @@ void CompanyFields::store(const CompanyField& field, const Variant& value) {
     if (field.datum == Datum::CommDiv)
         stored =
             attempt([&] { session_.company->put_CommDivAlternate(value.toDouble()); }) && stored;
-    control(field).setMark(stored ? std::string() : session_.reason(text_number::reasonRefused));
+    control(field).setMark(stored ? FieldMark() : session_.unstored(text_number::reasonRefused));
     if (stored)
         session_.markChanged(); // the host may have saved since the value was refused
 }
@@ -210,11 +210,11 @@ void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
     const bool taken =
         typed || (field.datum == Datum::DateOfSource && trimmed(control.text()).empty());
     if (!taken) {
-        control.setMark(session_.reason(text_number::reasonNoDate));
+        control.setMark(session_.unstored(text_number::reasonNoDate));
         return;
     }
     store(field, typed.value_or(Date{}));
-    if (control.mark().empty())
+    if (!control.isUnstored())
         putFieldText(control, session_.dateText(typed.value_or(Date{})));
 }
 
@@ -226,13 +226,13 @@ void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
             : session_.typedNumber(control.text(),
                                    field.scaled ? -UnitExponent(session_.unitFactor) : 0);
     if (!clean.fits) {
-        control.setMark(session_.reason(text_number::reasonTooLarge));
+        control.setMark(session_.unstored(text_number::reasonTooLarge));
         return;
     }
     const double value =
         field.scaled ? UnscaledFromText(clean.text, session_.unitFactor) : numericValue(clean.text);
     store(field, value);
-    if (!control.mark().empty())
+    if (control.isUnstored())
         return;
     showNumber(field, value);
     if (field.datum == Datum::CurrentPrice)

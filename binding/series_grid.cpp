@@ -100,7 +100,7 @@ void SeriesGrid::showAgain() {
     std::vector<RefusedText> kept;
     for (const auto& column : cells_)
         for (TextBox* cell : column)
-            if (!cell->mark().empty())
+            if (cell->isUnstored())
                 kept.emplace_back(*cell);
     showAll();
     for (const auto& text : kept)
@@ -259,8 +259,8 @@ void SeriesGrid::leave(Cell cell) {
         std::string reason = reasonNotToStore();
         if (reason.empty() && !clean.fits)
             reason = session_.reason(text_number::reasonTooLarge);
-        left.setMark(reason);
-        if (!reason.empty())
+        left.setMark(reason.empty() ? FieldMark() : FieldMark{MarkKind::unstored, reason});
+        if (left.isUnstored())
             return;
     }
     double stored = 0;
@@ -276,7 +276,7 @@ void SeriesGrid::leave(Cell cell) {
     if (untouched)
         return;
     if (!taken) {
-        left.setMark(session_.reason(text_number::reasonRefused));
+        left.setMark(session_.unstored(text_number::reasonRefused));
         return;
     }
     showStored(cell, stored);
@@ -303,7 +303,7 @@ void SeriesGrid::selectCell() {
 void SeriesGrid::storeMarked() {
     for (int column = 0; column < static_cast<int>(cells_.size()); ++column)
         for (int row = 0; row < static_cast<int>(cells(column).size()); ++row)
-            if (!cells(column)[static_cast<std::size_t>(row)]->mark().empty())
+            if (cells(column)[static_cast<std::size_t>(row)]->isUnstored())
                 leave({column, row});
 }
 

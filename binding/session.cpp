@@ -122,6 +122,10 @@ std::string Session::reason(int number) const {
     return text(number, std::ranges::find(reasons, number, &Reason::number)->fallback);
 }
 
+FieldMark Session::unstored(int reasonNumber) const {
+    return {MarkKind::unstored, reason(reasonNumber)};
+}
+
 bool Session::storeDate(Datum datum, Date date) {
     bool stored = attempt([&] { writeDate(*company, datum, date); });
     if (!stored)
@@ -134,7 +138,7 @@ void Session::putDate(TextField& field, Datum datum, Date date) {
     putFieldText(field, dateText(date));
     if (stored)
         return;
-    field.setMark(reason(text_number::reasonRefused));
+    field.setMark(unstored(text_number::reasonRefused));
     picked[&field] = {field.text(), date};
 }
 

@@ -104,6 +104,7 @@ class Session final : public FieldHost {
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
     // Why a text is not stored: one of the reasons of text_number.
     [[nodiscard]] std::string reason(int number) const;
+    [[nodiscard]] FieldMark unstored(int reasonNumber) const;
     // Puts a date into the record; false where it neither takes it nor has it already.
     [[nodiscard]] bool storeDate(Datum datum, Date date);
     // A date that the program works out: shown, and stored. Where the record does not take it, the

@@ -491,8 +491,9 @@ std::vector<UnstoredField> VKRDataEntry::Impl::unstoredFields() const {
     std::vector<UnstoredField> result;
     for (const auto& control : form.controls())
         if (const auto* field = dynamic_cast<const TextField*>(control.get());
-            field != nullptr && !field->mark().empty())
-            result.push_back({field->id(), field->accessibleName(), field->text(), field->mark()});
+            field != nullptr && field->isUnstored())
+            result.push_back(
+                {field->id(), field->accessibleName(), field->text(), field->mark().reason});
     return result;
 }
 
@@ -790,7 +791,7 @@ void VKRDataEntry::Impl::leaveOtherField(TextField& field) {
         return;
     // The commit stores the chosen entry: any other text would get lost without a word.
     const bool lost = periods->listIndex() < 0 && !field.text().empty();
-    field.setMark(lost ? session.reason(text_number::reasonRefused) : "");
+    field.setMark(lost ? session.unstored(text_number::reasonRefused) : FieldMark());
 }
 
 // The page on the object that the help frame is about.

@@ -119,15 +119,15 @@ void ControlView::showNames() {
     const Control& shown = *control_;
     const bool isField =
         shown.kind() == ControlKind::textBox || shown.kind() == ControlKind::comboBox;
-    const std::string mark = isField ? static_cast<const TextField&>(shown).mark() : std::string();
+    const QString reason =
+        isField ? toQt(static_cast<const TextField&>(shown).mark().reason) : QString();
     const QString name = toQt(shown.accessibleName().empty() ? withoutMnemonic(shown.caption())
                                                              : shown.accessibleName());
     if (widget_->accessibleName() != name)
         widget_->setAccessibleName(name);
-    const QString reason = toQt(mark);
     if (widget_->accessibleDescription() != reason)
         widget_->setAccessibleDescription(reason);
-    const QString tip = plainToolTip(mark.empty() ? toQt(control_->toolTip()) : reason);
+    const QString tip = plainToolTip(reason.isEmpty() ? toQt(control_->toolTip()) : reason);
     if (widget_->toolTip() != tip)
         widget_->setToolTip(tip);
 }
@@ -146,8 +146,8 @@ bool ControlView::handle(QEvent& event, QWidget& source, NativeEvent native) {
     if (type == QEvent::Paint) {
         const bool painted = native(source, event);
         if (const auto* field = dynamic_cast<TextField*>(control_);
-            field != nullptr && !field->mark().empty() && &source == widget_)
-            FormView::paintMark(source);
+            field != nullptr && &source == widget_)
+            FormView::paintMark(source, field->mark().kind);
         return painted;
     }
     if (passing())

@@ -212,10 +212,14 @@ void FormView::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
-void FormView::paintMark(QWidget& widget) {
-    QPainter painter(&widget);
+void FormView::paintMark(QWidget& widget, MarkKind kind) {
+    if (kind == MarkKind::none)
+        return;
+    const QColor wanted =
+        kind == MarkKind::unstored ? mark_colors::unstored : mark_colors::doubtful;
     const QColor behind = widget.palette().color(QPalette::Base);
-    painter.setPen(QPen(readable(mark_colors::unstored, behind, signContrast), 2));
+    QPainter painter(&widget);
+    painter.setPen(QPen(readable(wanted, behind, signContrast), 2));
     painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
 }
 

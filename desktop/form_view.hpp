@@ -77,7 +77,7 @@ class FormView : public QWidget, private FormObserver {
     // Options and check boxes as their models have them.
     void showChoices();
 
-    static void paintMark(QWidget& widget);
+    static void paintMark(QWidget& widget, MarkKind kind); // nothing for none
     // Names and tool tips are there from the first show on.
     [[nodiscard]] bool hasBeenShown() const { return shown_; }
 

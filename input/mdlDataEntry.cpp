@@ -13,23 +13,23 @@ bool checkFieldChange(TextField& field, FieldHost& host) {
     host.hideHelpFrame();
     if (field.text() == field.tag())
         return false;
-    if (field.mark().empty())
+    if (!field.isUnstored())
         field.setStoredText(field.tag());
     else if (isUntouched(field))
-        field.setMark("");
+        field.setMark({});
     field.setTag(field.text());
     host.markChanged();
     return true;
 }
 
 bool isUntouched(const TextField& field) {
-    return field.mark().empty() ? field.text() == field.tag() : field.text() == field.storedText();
+    return field.text() == (field.isUnstored() ? field.storedText() : field.tag());
 }
 
 void putFieldText(TextField& field, std::string_view text) {
     field.setText(text);
     field.setTag(text);
-    field.setMark("");
+    field.setMark({});
     field.setStoredText(std::nullopt);
 }
 
@@ -38,11 +38,11 @@ void holdAsTyped(TextField& field) {
 }
 
 void RefusedText::putBack() const {
-    if (reason_.empty())
+    if (mark_.kind != MarkKind::unstored)
         return;
     const std::string stored = field_.text();
     putFieldText(field_, text_);
-    field_.setMark(reason_);
+    field_.setMark(mark_);
     if (stored != text_) // else what was refused would pass for what is stored
         field_.setStoredText(stored);
 }
@@ -97,7 +97,7 @@ void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>&
     if (isUntouched(field)) {
         if (!showStored())
             ConvertPriceText(toDecimal, field);
-    } else if (!field.mark().empty()) {
+    } else if (field.isUnstored()) {
         const RefusedText refused(field);
         if (showStored())
             refused.putBack();

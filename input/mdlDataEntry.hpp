@@ -34,14 +34,14 @@ void holdAsTyped(TextField& field);
 class RefusedText {
   public:
     explicit RefusedText(TextField& field)
-        : field_(field), text_(field.text()), reason_(field.mark()) {}
+        : field_(field), text_(field.text()), mark_(field.mark()) {}
     // What the field shows now is what stands for the stored datum from here on.
     void putBack() const;
 
   private:
     TextField& field_;
     std::string text_;
-    std::string reason_;
+    FieldMark mark_;
 };
 
 // A price field after the switch between decimals and eighths. A price that nobody touched is shown

@@ -148,6 +148,8 @@ bool TextField::editText(std::string_view text, int selectionStart) {
     if (locked_)
         return false;
     const bool changed = text_ != text;
+    if (changed)
+        settleDoubt();
     text_ = text;
     selStart_ = std::clamp(selectionStart, 0, textLength(text_));
     selLength_ = 0;
@@ -172,7 +174,14 @@ void TextField::select(int start, int length) {
     notify(Property::selection);
 }
 
+void TextField::settleDoubt() {
+    if (isDoubtful())
+        setMark({});
+}
+
 void TextField::takeUserEdit(std::string_view text, int start, int length) {
+    if (text_ != text)
+        settleDoubt();
     text_ = text;
     takeUserSelection(start, length);
     textChanged();

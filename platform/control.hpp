@@ -50,7 +50,7 @@ enum class Property {
     list,
     order, // brought to the front
     look,  // word wrap, alignment, border, pictures
-    mark,  // the field's text is not stored, or is again
+    mark,  // what there is to say of the field's text
 };
 
 // A control model: what a control on the form holds. Handlers read and write models only; an
@@ -156,6 +156,20 @@ class Control {
 
 enum class Alignment { left, center, right };
 
+// What is to be told of a field's text, the gravest last.
+enum class MarkKind {
+    none,
+    doubtful, // stored, though not all of what was typed
+    unstored, // not in the record
+};
+
+struct FieldMark {
+    MarkKind kind = MarkKind::none;
+    std::string reason; // what people are told; empty without a mark
+
+    friend bool operator==(const FieldMark&, const FieldMark&) = default;
+};
+
 // What text boxes and editable lists have in common: a text with a selection, counted in
 // characters. A locked field can be read and selected, and no user action changes it.
 class TextField : public Control {
@@ -178,12 +192,16 @@ class TextField : public Control {
     [[nodiscard]] int maxLength() const { return maxLength_; }
     void setMaxLength(int length) { maxLength_ = length; }
 
-    // Why the text on show is not stored in the record; empty while it is.
-    [[nodiscard]] const std::string& mark() const { return mark_; }
-    // Of a marked field the text that stands for what is stored, where it is known.
+    // A doubt goes with the next edit by the user; any other mark with what puts things right.
+    [[nodiscard]] const FieldMark& mark() const { return mark_; }
+    void setMark(const FieldMark& mark) { assign(mark_, mark, Property::mark); }
+    // Whether the record does not hold the text on show.
+    [[nodiscard]] bool isUnstored() const { return mark_.kind == MarkKind::unstored; }
+    [[nodiscard]] bool isDoubtful() const { return mark_.kind == MarkKind::doubtful; }
+    void settleDoubt(); // the user has seen it
+    // Of a field that is not stored the text that stands for what is, where it is known.
     [[nodiscard]] const std::optional<std::string>& storedText() const { return storedText_; }
     void setStoredText(std::optional<std::string> text) { storedText_ = std::move(text); }
-    void setMark(std::string_view reason) { assign(mark_, std::string(reason), Property::mark); }
 
   protected:
     using Control::Control;
@@ -195,7 +213,7 @@ class TextField : public Control {
     virtual void textChanged() {}
 
     std::string text_;
-    std::string mark_;
+    FieldMark mark_;
     std::optional<std::string> storedText_;
     int selStart_ = 0;
     int selLength_ = 0;

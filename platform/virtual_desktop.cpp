@@ -644,8 +644,9 @@ void VirtualDesktop::describe(std::string& lines, const Frame* container, int de
         if (const auto* field = dynamic_cast<const TextField*>(control.get())) {
             if (field->locked())
                 line << " locked";
-            if (!field->mark().empty())
-                line << " marked " << quoted(field->mark());
+            if (field->mark().kind != MarkKind::none)
+                line << (field->isDoubtful() ? " doubtful " : " marked ")
+                     << quoted(field->mark().reason);
         }
         if (form_->hasFocus() && form_->activeControl() == control.get())
             line << " focus";

@@ -384,8 +384,8 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     const auto before = shownDate();
     const auto typed = session_.typedDate(field);
     const bool sameDay = typed && before && daysBetween(*before, *typed) == 0;
-    const std::string mark = field.mark();
-    if (field.text() == field.tag() || (sameDay && !mark.empty())) {
+    const FieldMark mark = field.mark();
+    if (field.text() == field.tag() || (sameDay && mark.kind == MarkKind::unstored)) {
         if (before)
             retryLastQuarter(*before);
         return;
@@ -397,9 +397,9 @@ void QuarterlyGrid::leaveLastQuarterDate() {
         const Date old = before.value_or(hidden_);
         if (held != old && (before || Session::isValidDate(held))) {
             session_.company->put_LastQDate(old);
-            field.setMark("");
-            session_.markChanged(); // what was committed is no longer what is there
-            if (!mark.empty()) {    // taken by now
+            field.setMark({});
+            session_.markChanged();                // what was committed is no longer what is there
+            if (mark.kind == MarkKind::unstored) { // taken by now
                 deriveTrailingEarnings();
                 showTrailingEarnings();
             }
@@ -415,22 +415,22 @@ void QuarterlyGrid::leaveLastQuarterDate() {
 
 void QuarterlyGrid::followCommit() {
     auto& field = session_.textBox("txtLastQDate");
-    if (field.mark().empty() || field.text() != field.tag())
+    if (!field.isUnstored() || field.text() != field.tag())
         return;
     bool stored = false;
     attempt([&] { stored = session_.company->get_LastQDate() == shownDate(); });
     if (!stored)
         return;
-    field.setMark("");
+    field.setMark({});
     deriveTrailingEarnings();
-    if (showTrailing && session_.textBox("txtLast4QEPS").mark().empty())
+    if (showTrailing && !session_.textBox("txtLast4QEPS").isUnstored())
         showTrailing(); // a commit changes nothing that the host would have to save anew
 }
 
 // The record may take by now what it refused.
 void QuarterlyGrid::retryLastQuarter(Date date) {
     setLastQuarter(date);
-    if (!session_.textBox("txtLastQDate").mark().empty())
+    if (session_.textBox("txtLastQDate").isUnstored())
         return;
     session_.markChanged();
     deriveTrailingEarnings();
@@ -542,7 +542,7 @@ std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing(Date last) const 
 // A sum that was typed and refused gives way to the one that is taken.
 void QuarterlyGrid::storeTrailing(double sum) {
     session_.company->put_Last4QEPS(sum);
-    session_.textBox("txtLast4QEPS").setMark("");
+    session_.textBox("txtLast4QEPS").setMark({});
 }
 
 void QuarterlyGrid::deriveTrailingEarnings() {
@@ -580,7 +580,7 @@ void QuarterlyGrid::showTrailingEarnings() {
     if (!showTrailing)
         return;
     auto& field = session_.textBox("txtLast4QEPS");
-    if (!field.mark().empty())
+    if (field.isUnstored())
         return;
     const std::string before = field.tag();
     showTrailing();

@@ -60,7 +60,7 @@ TEST_F(ControlTest, AnEqualValueTellsNobody) {
         box.setText("text");
         box.select(1, 2);
         box.setLocked(true);
-        box.setMark("no date");
+        box.setMark({MarkKind::unstored, "no date"});
         box.setMultiLine(true);
         box.setAlignment(Alignment::right);
     };
@@ -73,8 +73,29 @@ TEST_F(ControlTest, AnEqualValueTellsNobody) {
     box.select(1, 2);
     box.move(10, 20);
     box.resize(30, 40);
-    box.setMark("no date");
+    box.setMark({MarkKind::unstored, "no date"});
     EXPECT_EQ(takeChanges(), Changes{});
+}
+
+TEST_F(ControlTest, ADoubtGoesWithTheUsersNextEdit) {
+    auto& box = form.add<TextBox>("txtName");
+    const FieldMark doubt{MarkKind::doubtful, "M was left out"};
+    box.setText("1.5");
+    box.setMark(doubt);
+    EXPECT_TRUE(box.isDoubtful());
+    EXPECT_FALSE(box.isUnstored());
+    form.userEdit(box, "1.5", 0, 3); // nothing was changed
+    EXPECT_EQ(box.mark(), doubt);
+    form.userEdit(box, "1.50", 4, 0);
+    EXPECT_EQ(box.mark(), FieldMark());
+    box.setMark(doubt);
+    EXPECT_TRUE(box.editText("15", 0));
+    EXPECT_EQ(box.mark(), FieldMark());
+
+    const FieldMark refused{MarkKind::unstored, "too large"};
+    box.setMark(refused);
+    form.userEdit(box, "1e999", 0, 0);
+    EXPECT_TRUE(box.isUnstored());
 }
 
 TEST_F(ControlTest, PlacesAddUpThroughContainers) {

@@ -163,8 +163,8 @@ struct BracketScene : EntryScene {
         if (!name.empty() && !secondLine && !isRowLabel(name))
             note(control.id() + " name", control.accessibleName());
         if (const auto* field = dynamic_cast<const TextField*>(&control);
-            field != nullptr && !outside(field->mark()).empty())
-            note(control.id() + " mark", field->mark());
+            field != nullptr && !outside(field->mark().reason).empty())
+            note(control.id() + " mark", field->mark().reason);
     }
     void readTabs() {
         const auto& strip = form().get<TabStrip>("tbsDataEntry");

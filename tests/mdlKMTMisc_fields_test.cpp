@@ -68,11 +68,11 @@ TEST(ShowScaledValue, ShowsWhatTheFieldAllowsAndTagsIt) {
     for (const auto& one : cases) {
         SCOPED_TRACE(std::to_string(one.value) + " " + one.pattern);
         Cells cells(1);
-        cells.box().setMark("not stored");
+        cells.box().setMark({MarkKind::unstored, "not stored"});
         ShowScaledValue(one.value, one.pattern, cells.box(), one.allowNegative);
         EXPECT_EQ(cells.box().text(), one.shown);
         EXPECT_EQ(cells.box().tag(), one.shown);
-        EXPECT_EQ(cells.box().mark(), "");
+        EXPECT_EQ(cells.box().mark(), FieldMark());
     }
 }
 

@@ -836,7 +836,7 @@ TEST_F(VirtualDesktopTest, ASnapshotShowsWhatCanBeSeen) {
     name.move(120, 240);
     name.resize(2400, 285);
     name.setText("Apple");
-    name.setMark("no date");
+    name.setMark({MarkKind::unstored, "no date"});
     notes.setText("one\ntwo");
     notes.setLocked(true);
     list.setVisible(false);

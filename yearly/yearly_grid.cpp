@@ -188,7 +188,7 @@ void YearlyGrid::acceptLastFiscalYear(int year) {
     bool stored = attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
     if (!stored)
         attempt([&] { stored = session_.company->get_LastFY() == year; });
-    field.setMark(stored ? "" : session_.reason(text_number::reasonRefused));
+    field.setMark(stored ? FieldMark() : session_.unstored(text_number::reasonRefused));
     if (stored)
         session_.markChanged();
 }
@@ -212,7 +212,7 @@ void YearlyGrid::leaveLastFiscalYear() {
     auto& field = session_.textBox("txtLastFY");
     if (field.text() != field.tag())
         field.setText(field.tag());
-    if (!field.mark().empty() && !field.locked() && session_.company != nullptr)
+    if (field.isUnstored() && !field.locked() && session_.company != nullptr)
         acceptLastFiscalYear(lastFiscalYear()); // the record may take it by now
 }
 
@@ -222,7 +222,7 @@ void YearlyGrid::leaveLastFiscalYearDate() {
     if (session_.cancelPressed || field.locked() || session_.company == nullptr)
         return;
     const bool untouched = isUntouched(field);
-    const bool marked = !field.mark().empty();
+    const bool marked = field.isUnstored();
     checkFieldChange(field, session_);
     if (untouched) {
         if (marked && fiscalYearMoved)
@@ -231,11 +231,11 @@ void YearlyGrid::leaveLastFiscalYearDate() {
     }
     const auto typed = session_.typedDate(field);
     if (!typed) {
-        field.setMark(session_.reason(text_number::reasonNoDate));
+        field.setMark(session_.unstored(text_number::reasonNoDate));
         return;
     }
     if (!session_.storeDate(Datum::LastFYDate, *typed)) {
-        field.setMark(session_.reason(text_number::reasonRefused));
+        field.setMark(session_.unstored(text_number::reasonRefused));
         return;
     }
     putFieldText(field, session_.dateText(*typed));

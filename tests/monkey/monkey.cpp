@@ -678,7 +678,7 @@ class Invariants {
         for (const TextField* field : allFields(scene_)) {
             expect(field->text() == field->tag(), "loaded",
                    field->id() + " \"" + field->text() + "\", tag \"" + field->tag() + "\"");
-            expect(field->mark().empty(), "loaded", field->id() + " is marked");
+            expect(field->mark() == FieldMark(), "loaded", field->id() + " is marked");
         }
     }
 
@@ -751,7 +751,7 @@ class Invariants {
     void agree(const TextField& field, const std::string& expected) {
         // A mark stays while its field is edited, or was left by the host and come back to.
         const bool edited = form().hasFocus() && form().activeControl() == &field;
-        if (!field.mark().empty())
+        if (field.isUnstored())
             expect(edited || field.text() != expected, "mark",
                    field.id() + " \"" + field.text() + "\" is what is stored");
         else if (field.text() == field.tag())
@@ -802,7 +802,7 @@ class Invariants {
                             : std::string();
             };
             // Loading shows quarterly earnings in the unit of that time, all else per share.
-            if (series.series == Datum::QEPSSeries && cell.mark().empty() &&
+            if (series.series == Datum::QEPSSeries && !cell.isUnstored() &&
                 (cell.text() == text(1000) || cell.text() == text(0.001)))
                 continue;
             agree(cell, text(series.scaled ? unitFactor() : 1));

@@ -67,20 +67,29 @@ TEST_F(FormViewLooks, AMarkIsAFrameATipAndADescription) {
     EXPECT_FALSE(anyPixel(*native(*name), red));
     for (TextField* field : {static_cast<TextField*>(name), static_cast<TextField*>(exchange),
                              static_cast<TextField*>(notes)}) {
-        field->setMark("This is no date.");
+        field->setMark({MarkKind::unstored, "This is no date."});
         EXPECT_TRUE(anyPixel(*native(*field), red)) << field->id();
         EXPECT_EQ(native(*field)->toolTip(), "This is no date.");
         EXPECT_EQ(native(*field)->accessibleDescription(), "This is no date.");
     }
-    name->setMark("");
+    name->setMark({});
     EXPECT_FALSE(anyPixel(*native(*name), red));
     EXPECT_EQ(native(*name)->toolTip(), "Tip");
     EXPECT_EQ(native(*name)->accessibleDescription(), "");
 }
 
+TEST_F(FormViewLooks, ADoubtIsAnAmberFrameWithTheSameTipAndDescription) {
+    open();
+    name->setMark({MarkKind::doubtful, "M was left out."});
+    EXPECT_TRUE(anyPixel(*native(*name), QColor(200, 115, 0)));
+    EXPECT_FALSE(anyPixel(*native(*name), QColor(200, 0, 0)));
+    EXPECT_EQ(native(*name)->toolTip(), "M was left out.");
+    EXPECT_EQ(native(*name)->accessibleDescription(), "M was left out.");
+}
+
 TEST_F(FormViewLooks, ScreenReadersHearNamesAndStates) {
     name->setAccessibleName("Company name");
-    name->setMark("not stored");
+    name->setMark({MarkKind::unstored, "not stored"});
     exchange->setAccessibleName("Exchange");
     open();
     struct Row {

@@ -65,7 +65,7 @@ inline std::string textOf(const EntryScene& scene, std::string_view id) {
     return dynamic_cast<const TextField&>(scene.desktop.control(id)).text();
 }
 inline std::string markOf(const EntryScene& scene, std::string_view id) {
-    return dynamic_cast<const TextField&>(scene.desktop.control(id)).mark();
+    return dynamic_cast<const TextField&>(scene.desktop.control(id)).mark().reason;
 }
 
 inline std::vector<TextField*> allFields(const EntryScene& scene) {
