@@ -95,10 +95,12 @@ int weekdayOf(std::string_view word) {
     return 0;
 }
 
-bool isOrdinal(std::string_view word) {
-    static constexpr std::string_view endings[] = {"st", "nd", "rd", "th"};
-    return std::any_of(std::begin(endings), std::end(endings),
-                       [&](std::string_view ending) { return equalsAscii(word, ending); });
+// 1st, 2nd, 3rd, 11th: an ending that does not fit is the sign of a slip in the number.
+bool isOrdinal(const Part& number, const Part& ending) {
+    static constexpr std::string_view endings[] = {"th", "st", "nd", "rd"};
+    const int last = number.value / 10 == 1 ? 0 : number.value % 10;
+    return ending.kind == Part::Word && ending.mark == 0 &&
+           equalsAscii(ending.text, endings[last < 4 ? last : 0]);
 }
 
 enum class Half { None, Morning, Afternoon };
@@ -230,7 +232,7 @@ class Reader {
             return readMonthFirst();
         if (here().kind != Part::Number)
             return false;
-        const std::size_t ordinal = isDayNumber(0) && isOrdinal(here(1).text) ? 1 : 0;
+        const std::size_t ordinal = isDayNumber(0) && isOrdinal(here(), here(1)) ? 1 : 0;
         if (here(1 + ordinal).kind == Part::Word)
             return readMonthSecond(ordinal);
         return ordinal == 0 && readNumbers();
@@ -246,7 +248,7 @@ class Reader {
         if (!isDayNumber(1) || startsTime(1))
             return false;
         const int day = here(1).value;
-        const std::size_t ordinal = isOrdinal(here(2).text) && here(2).mark == 0 ? 1 : 0;
+        const std::size_t ordinal = isOrdinal(here(1), here(2)) ? 1 : 0;
         if (isYear(2 + ordinal))
             return take(3 + ordinal, makeDate(year(2 + ordinal), month, day));
         return take(2 + ordinal, makeDate(currentYear_, month, day));

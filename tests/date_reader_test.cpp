@@ -100,6 +100,36 @@ TEST(DateReader, ReadsMonthNamesFromThreeLettersOn) {
     EXPECT_EQ(readBack("sept. 30, 2005"), "2005-09-30");
 }
 
+TEST(DateReader, TakesWhatCanMeanOneDayOnly) {
+    expectRows({
+        {"12.31.2005", "2005-12-31"},       {"12-31-05", "2005-12-31"},
+        {"Sept 30 2005", "2005-09-30"},     {"Sept/30/2005", "2005-09-30"},
+        {"30 Sept 05", "2005-09-30"},       {"Sept 2005", "2005-09-01"},
+        {"March 6th, 2006", "2006-03-06"},  {"March 6th 2006", "2006-03-06"},
+        {"6th March 2006", "2006-03-06"},   {"MARCH 6TH, 2006", "2006-03-06"},
+        {"March 1st, 2006", "2006-03-01"},  {"March 2nd, 2006", "2006-03-02"},
+        {"March 3rd, 2006", "2006-03-03"},  {"March 11th, 2006", "2006-03-11"},
+        {"March 12th, 2006", "2006-03-12"}, {"March 13th, 2006", "2006-03-13"},
+        {"March 20th, 2006", "2006-03-20"}, {"March 21st, 2006", "2006-03-21"},
+        {"March 22nd, 2006", "2006-03-22"}, {"31st March 2006", "2006-03-31"},
+    });
+}
+
+TEST(DateReader, RefusesWhatLooksLikeASlipInTheDay) {
+    expectRows({
+        {"March 3th, 2006", "none"}, // the 3rd, the 13th or the 30th
+        {"March 11st, 2006", "none"},
+        {"22th March 2006", "none"},
+        {"March 6ht, 2006", "none"},
+        {"March 6.th 2006", "none"},
+        {"Marhc 6, 2006", "none"},
+        {"Sep 30, 2005,", "none"},
+        {"12.31-2005", "none"},
+        {"12,31,2005", "none"},
+        {"12.32.2005", "none"},
+    });
+}
+
 TEST(DateReader, PutsTwoDigitYearsIntoTheirCentury) {
     expectRows({
         {"1/2/00", "2000-01-02"},
