@@ -3,6 +3,7 @@
 
 #include "company/csv_text.hpp"
 #include "company/exact_text.hpp"
+#include "platform/date.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
@@ -531,20 +532,6 @@ void placeYears(CompanyRecord& company, Findings& findings, std::vector<GridRow>
     noteOlderRows(older, yearlyFormat.period, findings);
 }
 
-// The quarters from a date back to the grid's quarter whose own date is nearest to it; negative
-// for one that is newer than the last quarter.
-int quartersBack(Date last, Date date) {
-    const auto distance = [&](int quarters) {
-        return std::abs(daysBetween(addQuarters(last, -quarters), date));
-    };
-    const int about = static_cast<int>(std::lround(daysBetween(date, last) / 91.3106));
-    int nearest = about;
-    for (const int quarters : {about - 1, about + 1})
-        if (distance(quarters) < distance(nearest))
-            nearest = quarters;
-    return nearest;
-}
-
 void placeQuarters(CompanyRecord& company, Findings& findings, std::vector<GridRow>& rows) {
     struct Quarter {
         GridRow* row;
@@ -567,7 +554,7 @@ void placeQuarters(CompanyRecord& company, Findings& findings, std::vector<GridR
     if (isAbsent(last)) {
         last = newest->end;
         company.put_LastQDate(last);
-    } else if (quartersBack(last, newest->end) < 0) {
+    } else if (nearestQuarters(last, newest->end) > 0) {
         last = newest->end;
         company.put_LastQDate(std::max(company.get_LastQDate(), last));
         company.put_LastQDateForGrid(last);
@@ -577,7 +564,7 @@ void placeQuarters(CompanyRecord& company, Findings& findings, std::vector<GridR
     }
     std::vector<const GridRow*> older;
     for (const Quarter& one : quarters) {
-        const int element = quartersBack(last, one.end);
+        const int element = -nearestQuarters(last, one.end);
         if (element > CompanyRecord::quarterlyUpper)
             older.push_back(one.row);
         else

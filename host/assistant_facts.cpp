@@ -6,6 +6,7 @@
 #include "input/date_pattern.hpp"
 #include "input/date_reader.hpp"
 #include "input/number_text.hpp"
+#include "platform/date.hpp"
 #include "platform/form.hpp"
 #include "quarterly/quarterly_grid.hpp"
 #include "yearly/yearly_grid.hpp"
@@ -167,8 +168,7 @@ History::Period yearAt(const iVKR_Company& company, int element) {
 
 std::optional<Date> quarterEnd(const iVKR_Company& company, int element) {
     const Date newest = company.get_LastQDateForGrid();
-    return isAbsent(newest) ? std::nullopt
-                            : std::optional(QuarterlyGrid::quartersFrom(newest, -element));
+    return isAbsent(newest) ? std::nullopt : std::optional(addQuarters(newest, -element));
 }
 
 History::Period quarterAt(const iVKR_Company& company, int element) {

@@ -72,7 +72,9 @@ Date join(int day, double fraction) {
     return {day < 0 ? day - fraction : day + fraction};
 }
 
-Date shiftMonths(Date date, std::int64_t months) {
+enum class MonthEnd { likeAnyDay, stays };
+
+Date shiftMonths(Date date, std::int64_t months, MonthEnd monthEnd = MonthEnd::likeAnyDay) {
     if (isAbsent(date))
         return {};
     const Parts parts = split(date);
@@ -81,8 +83,10 @@ Date shiftMonths(Date date, std::int64_t months) {
         std::int64_t{from.year} * 12 + from.month - 1 + months, firstYear * 12, lastYear * 12 + 11);
     const int year = static_cast<int>(target / 12);
     const int month = static_cast<int>(target % 12) + 1;
-    return join(dayNumber(year, month, std::min(from.day, daysInMonth(year, month))),
-                parts.fraction);
+    const int last = daysInMonth(year, month);
+    const bool toLast =
+        monthEnd == MonthEnd::stays && from.day == daysInMonth(from.year, from.month);
+    return join(dayNumber(year, month, toLast ? last : std::min(from.day, last)), parts.fraction);
 }
 
 } // namespace
@@ -147,7 +151,7 @@ Date addMonths(Date date, int months) {
     return shiftMonths(date, months);
 }
 Date addQuarters(Date date, int quarters) {
-    return shiftMonths(date, std::int64_t{quarters} * 3);
+    return shiftMonths(date, std::int64_t{quarters} * 3, MonthEnd::stays);
 }
 Date addYears(Date date, int years) {
     return shiftMonths(date, std::int64_t{years} * 12);

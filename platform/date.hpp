@@ -55,6 +55,8 @@ struct ClockTime {
 // absent. Where the month reached is shorter, the day becomes its last one.
 [[nodiscard]] Date addDays(Date date, int days);
 [[nodiscard]] Date addMonths(Date date, int months);
+// The end of a quarter some quarters away: the last day of a month leads to the last day of
+// another, so that 31 March comes a quarter before 30 June.
 [[nodiscard]] Date addQuarters(Date date, int quarters);
 [[nodiscard]] Date addYears(Date date, int years);
 

@@ -50,12 +50,6 @@ std::span<const GridColumn> quarterlyColumns() {
 
 QuarterlyGrid::QuarterlyGrid(Session& session) : SeriesGrid(session, table) {}
 
-Date QuarterlyGrid::quartersFrom(Date date, int quarters) {
-    const Date moved = vkr::addQuarters(date, quarters);
-    const bool lastDay = civil(date).day == civil(EndOfMonth(date)).day;
-    return lastDay ? EndOfMonth(moved) : moved;
-}
-
 std::optional<Date> QuarterlyGrid::shownDate() const {
     // A date that is being typed counts once it has been accepted.
     const auto& field = session_.textBox("txtLastQDate");
@@ -95,9 +89,7 @@ void QuarterlyGrid::relabel() {
     for (int row = 0; row < visibleRows_; ++row) {
         auto& label = session_.form.get<Label>("lblQLabel", row);
         // Counted from the newest quarter, so that a quarter has one name wherever it is shown.
-        const Date date = !shown     ? Date{}
-                          : row == 0 ? *shown
-                                     : quartersFrom(newest, -offset_ - row);
+        const Date date = !shown ? Date{} : row == 0 ? *shown : addQuarters(newest, -offset_ - row);
         label.setCaption(formatDate(date, "Short Date"));
         label.setTag(plainNumberText(date.serial));
     }
@@ -296,7 +288,7 @@ void QuarterlyGrid::tryMove(int element) {
 // Names the quarters that will be gone: one, or the first and the last of several.
 bool QuarterlyGrid::confirmAdding(int count) {
     const auto named = [&](int element) {
-        return formatDate(quartersFrom(newestQuarter(), -element), monthAndYear);
+        return formatDate(addQuarters(newestQuarter(), -element), monthAndYear);
     };
     std::string leaving = named(oldestElement);
     if (count > 1)
@@ -316,7 +308,7 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     const auto known = visited_.find(element);
     const Date date = typed                     ? *typed
                       : known != visited_.end() ? known->second.date
-                                                : quartersFrom(newest, -element);
+                                                : addQuarters(newest, -element);
     Visited left{shownDate().value_or(newest), {}, trailingOfFiscalYear_};
     attempt([&] { left.trailing = company.get_Last4QEPS(); });
     if (element < 0) {
@@ -455,7 +447,7 @@ void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Da
     if (blank_ && back < 0 && back >= -3)
         moved = -back;
     for (int quarters = 0; typed && before && quarters <= 3 && !moved; ++quarters) {
-        const Date expected = quartersFrom(*before, quarters);
+        const Date expected = addQuarters(*before, quarters);
         if (std::abs(daysBetween(expected, *typed)) <= 7 ||
             daysBetween(EndOfMonth(expected), EndOfMonth(*typed)) == 0)
             moved = quarters;

@@ -52,9 +52,6 @@ class QuarterlyGrid final : public SeriesGrid {
 
     std::function<void()> showTrailing; // puts the record's sum into its field
 
-    // The date that lies some quarters away; the last day of a month stays a last day.
-    [[nodiscard]] static Date quartersFrom(Date date, int quarters);
-
   protected:
     [[nodiscard]] std::optional<int> elementOf(int row) const override { return row + offset_; }
     [[nodiscard]] std::string reasonNotToStore() const override;

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <numeric>
 #include <sys/resource.h>
 #include <system_error>
 
@@ -333,6 +334,38 @@ TEST(CompanyCsv, FiguresAreWrittenAsPeopleKeepThem) {
               std::string::npos);
     EXPECT_NE(texts.quarterly->text.find("\n2025-12-27,143756,2.84,51002,17.46,42097\n2025-09-27,"),
               std::string::npos);
+}
+
+// Each quarter under the date that the grid shows for it.
+TEST(CompanyCsv, ExportedQuartersHaveTheDatesOfTheGrid) {
+    const struct {
+        Date last;
+        Lines ends;
+    } rows[] = {
+        {day(2024, 6, 30), {"2024-06-30", "2024-03-31", "2023-12-31", "2023-09-30", "2023-06-30"}},
+        {day(2024, 2, 29), {"2024-02-29", "2023-11-30", "2023-08-31", "2023-05-31", "2023-02-28"}},
+        {day(2026, 5, 30), {"2026-05-30", "2026-02-28", "2025-11-30", "2025-08-30", "2025-05-30"}},
+        {day(2026, 3, 28), {"2026-03-28", "2025-12-28", "2025-09-28", "2025-06-28", "2025-03-28"}},
+    };
+    for (const auto& row : rows) {
+        CompanyRecord company;
+        company.put_LastQDateForGrid(row.last);
+        std::vector<double> figures(CompanyRecord::quarterlyUpper + 1);
+        std::iota(figures.begin(), figures.begin() + 5, 1);
+        company.put_QRevenueSeries(VariantArray(0, figures));
+
+        const std::string text = exportCompanyTexts(company).quarterly->text;
+        Lines ends;
+        for (const CsvRow& line : readCsv(text).rows)
+            ends.push_back(line.front().text);
+        ends.erase(ends.begin()); // the header
+        EXPECT_EQ(ends, row.ends);
+
+        const CsvImport again =
+            importTexts("key,value\nlast_quarter_end," + isoDateText(row.last) + "\n", "", text);
+        ASSERT_NE(again.company, nullptr);
+        EXPECT_EQ(again.company->get_QRevenueSeries(), company.get_QRevenueSeries());
+    }
 }
 
 // Placing of rows

@@ -111,15 +111,40 @@ TEST(Date, AddsMonthsOntoTheLastDayOfAShorterMonth) {
     };
     for (const Row& row : rows)
         EXPECT_EQ(addMonths(row.from, row.months), row.to) << row.from.serial;
-    EXPECT_EQ(addQuarters(on(2005, 12, 31), -1), on(2005, 9, 30));
-    EXPECT_EQ(addQuarters(on(2005, 11, 30), 1), on(2006, 2, 28));
     EXPECT_EQ(addYears(on(2004, 2, 29), 1), on(2005, 2, 28));
     EXPECT_EQ(addYears(on(2004, 2, 29), 4), on(2008, 2, 29));
+}
+
+TEST(Date, AQuarterThatEndsOnALastDayLiesAmongOthersThatDo) {
+    struct Row {
+        Date from;
+        int quarters;
+        Date to;
+    };
+    const Row rows[] = {
+        {on(2024, 6, 30), -1, on(2024, 3, 31)},  {on(2024, 6, 30), -2, on(2023, 12, 31)},
+        {on(2005, 12, 31), -1, on(2005, 9, 30)}, {on(2005, 11, 30), 1, on(2006, 2, 28)},
+        {on(2006, 2, 28), 1, on(2006, 5, 31)},   {on(2024, 2, 28), 1, on(2024, 5, 28)},
+        {on(2026, 5, 30), -1, on(2026, 2, 28)},  {on(2026, 3, 28), 4, on(2027, 3, 28)},
+        {on(2024, 6, 30), 0, on(2024, 6, 30)},   {on(1899, 9, 30), 1, on(1899, 12, 31)},
+        {on(2024, 2, 29), -4, on(2023, 2, 28)},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(addQuarters(row.from, row.quarters), row.to) << row.from.serial;
+}
+
+TEST(Date, AQuarterIsThatOfTheNearestEnd) {
+    EXPECT_EQ(nearestQuarters(on(2022, 12, 31), on(2023, 4, 1)), 1);
+    EXPECT_EQ(nearestQuarters(on(2024, 12, 31), on(2024, 8, 16)), -1);
+    // A day nearer to 31 March than to 30 June, and as far from 30 March.
+    EXPECT_EQ(nearestQuarters(on(2024, 6, 30), on(2024, 5, 15)), -1);
+    EXPECT_EQ(nearestQuarters(on(2024, 6, 30), on(2024, 5, 16)), 0);
 }
 
 TEST(Date, ArithmeticKeepsTheTimeOfDay) {
     const Date noon{on(2005, 1, 31).serial + 0.5};
     EXPECT_EQ(addMonths(noon, 1).serial, on(2005, 2, 28).serial + 0.5);
+    EXPECT_EQ(addQuarters(noon, -1).serial, on(2004, 10, 31).serial + 0.5);
     EXPECT_EQ(addDays(noon, 1).serial, on(2005, 2, 1).serial + 0.5);
 }
 

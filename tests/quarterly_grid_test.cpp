@@ -282,7 +282,7 @@ TEST_F(QuarterSpan, LabelsFollowTheEndsOfMonthsAndTheDayOtherwise) {
             EXPECT_EQ(civil(Variant(desktop.control("lblQLabel", i).tag()).toDouble() == 0
                                 ? Date{}
                                 : Date{Variant(desktop.control("lblQLabel", i).tag()).toDouble()}),
-                      civil(QuarterlyGrid::quartersFrom(row.last, -i)));
+                      civil(addQuarters(row.last, -i)));
         }
         desktop.spin("spnQuarter", -1);
         EXPECT_EQ(label(0), row.labels[1]);
