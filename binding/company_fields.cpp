@@ -88,6 +88,7 @@ CompanyFields::CompanyFields(Session& session) : session_(session) {
     controls_.reserve(std::size(fields));
     for (const auto& field : fields) {
         controls_.push_back(&session.form.get<TextField>(field.control));
+        controls_.back()->setCapitals(field.filter.upperCase);
         byControl_.emplace(controls_.back(), &field);
     }
 }
@@ -220,9 +221,8 @@ void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
 
 void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
     const auto clean =
-        field.kind == price ? cleanNumericText(control.text(), NumericKind::PriceText)
-        : field.kind == percent
-            ? cleanNumericText(control.text(), NumericKind::PlainNumber)
+        field.kind == price     ? session_.typedText(control.text(), NumericKind::PriceText)
+        : field.kind == percent ? session_.typedText(control.text(), NumericKind::PlainNumber)
             : session_.typedNumber(control.text(),
                                    field.scaled ? -UnitExponent(session_.unitFactor) : 0);
     if (!clean.fits) {

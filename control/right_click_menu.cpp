@@ -7,7 +7,6 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
-#include <limits>
 
 namespace vkr {
 
@@ -105,18 +104,15 @@ void RightClickMenu::paste(TextField& field) {
     const auto* box = dynamic_cast<const TextBox*>(&field);
     const std::string pasted =
         cleanedPaste(session_.services.clipboardText(), box != nullptr && box->multiLine());
-    const std::string& text = field.text();
-    const int kept = textLength(text) - field.selLength();
-    const int room = field.maxLength() > 0 ? std::max(0, field.maxLength() - kept)
-                                           : std::numeric_limits<int>::max();
-    const auto fitting = textLeft(pasted, room);
-    if (fitting.empty())
+    if (pasted.empty())
         return;
+    const std::string& text = field.text();
     const int start = field.selStart();
-    std::string result(textLeft(text, start));
-    result += fitting;
-    result += textFrom(text, start + field.selLength());
-    edit(field, result, start + textLength(fitting));
+    std::string edited(textLeft(text, start));
+    edited += pasted;
+    edited += textFrom(text, start + field.selLength());
+    const auto taken = field.taken(edited, start + textLength(pasted));
+    edit(field, taken.text, taken.caret);
 }
 
 void RightClickMenu::copy(const TextField& field) {

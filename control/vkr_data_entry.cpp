@@ -110,6 +110,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     void setShade(Shade shade, Color color);
     [[nodiscard]] Color shadeOf(Shade shade) const;
     void setFractions(bool fractions);
+    void setNumberMarks(const NumberMarks& marks);
     void showReportingPeriod(bool shown);
     void showVLs(bool shown);
     void fillList(std::string_view name, const Variant& items);
@@ -518,8 +519,11 @@ void VKRDataEntry::Impl::leaveField() {
     if (active == nullptr || !form.hasFocus())
         return;
     onLostFocus(*active);
-    if (form.activeControl() == active)
-        onGotFocus(*active);
+    if (form.activeControl() != active)
+        return;
+    if (auto* field = dynamic_cast<TextField*>(active))
+        field->beginEntry();
+    onGotFocus(*active);
 }
 
 // --- display properties --------------------------------------------------------------------------
@@ -582,7 +586,7 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
     const int caret = price.selStart();
     const int selected = price.selLength();
     price.setText(price.tag());
-    price.setText(kept);
+    price.rewriteText(kept);
     price.select(caret, selected);
     for (const auto& field : companyFieldTable()) {
         if (field.kind != FieldKind::price)
@@ -592,6 +596,25 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
         });
     }
     yearly.followPriceDisplay();
+}
+
+void VKRDataEntry::Impl::setNumberMarks(const NumberMarks& marks) {
+    const NumberMarks before = form.numberMarks();
+    form.setNumberMarks(marks);
+    if (form.numberMarks() == before)
+        return;
+    const Form::Update update(form);
+    for (const auto& field : companyFieldTable()) {
+        if (field.kind != FieldKind::number && field.kind != FieldKind::price &&
+            field.kind != FieldKind::percent)
+            continue;
+        followNumberMarks(before, form.get<TextField>(field.control), [&] {
+            return session.company != nullptr && attempt([&] { fields.show(field); });
+        });
+    }
+    yearly.followNumberMarks(before);
+    quarterly.followNumberMarks(before);
+    notify("NumberMarks");
 }
 
 void VKRDataEntry::Impl::fillList(std::string_view name, const Variant& items) {
@@ -1158,6 +1181,13 @@ void VKRDataEntry::put_DateFormat(std::string_view strNewValue) {
 void VKRDataEntry::put_NumberFormat(std::string_view strNewValue) {
     impl_->session.numberFormat = strNewValue;
     impl_->notify("NumberFormat");
+}
+
+const NumberMarks& VKRDataEntry::get_NumberMarks() const {
+    return impl_->form.numberMarks();
+}
+void VKRDataEntry::put_NumberMarks(const NumberMarks& newValue) {
+    impl_->setNumberMarks(newValue);
 }
 
 bool VKRDataEntry::get_FractionDisplay() const {

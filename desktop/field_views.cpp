@@ -72,7 +72,6 @@ void FieldView::showText() {
     if (postponed(&FieldView::showText))
         return;
     const Nested nested(showing_);
-    showLimit();
     setText(toQt(field().text()));
     shown_ = text();
     if (isActive() || !fits()) // else the caret is put there with the focus
@@ -83,7 +82,6 @@ void FieldView::showEdit() {
     if (postponed(&FieldView::showEdit))
         return;
     const Nested nested(showing_);
-    showLimit();
     replaceText(toQt(field().text()));
     shown_ = text();
     select(modelSelection());
@@ -108,19 +106,7 @@ bool FieldView::postponed(void (FieldView::*part)()) {
     return true;
 }
 
-// Only what is typed is limited; a longer text of the program stays whole.
-void FieldView::showLimit() {
-    const int limit = field().maxLength();
-    if (limit > 0)
-        setLimit(std::max(limit, static_cast<int>(field().text().size())));
-    else
-        setLimit(0);
-}
-
 void FieldView::focusGained() {
-    const Nested nested(showing_);
-    const int limit = field().maxLength();
-    setLimit(limit > 0 ? std::max(limit, static_cast<int>(shown_.size())) : 0);
     showSelection();
 }
 
@@ -175,24 +161,29 @@ void FieldView::takeEdit() {
             refuseEdit();
         return;
     }
-    if (const auto wanted = acceptable(now); wanted != now) {
+    const auto range = selection();
+    const int end = range.start + range.length;
+    const auto clean = acceptable(now);
+    const int caret = charactersOf(acceptable(now.left(end)));
+    const auto taken =
+        undoing_ > 0 ? TextField::Edit{fromQt(clean), caret} : field().taken(fromQt(clean), caret);
+    if (const auto wanted = toQt(taken.text); wanted != now) {
         const Nested nested(showing_);
-        const auto range = selection();
-        const int caret = static_cast<int>(acceptable(now.left(range.start + range.length)).size());
         if (mustWait()) {
             showText();
         } else {
             stepBack();
-            replaceText(wanted);
-            select({std::min(caret, static_cast<int>(text().size())), 0});
+            if (text() != wanted)
+                replaceText(wanted);
+            select({unitsOf(wanted, taken.caret), 0});
         }
         now = wanted;
     }
-    const auto range = selection();
-    const int start = charactersOf(now, range.start);
+    const auto shown = selection();
+    const int start = charactersOf(now, shown.start);
     shown_ = now;
     if (!form().userEdit(field(), fromQt(now), start,
-                         charactersOf(now, range.start + range.length) - start))
+                         charactersOf(now, shown.start + shown.length) - start))
         refuseEdit();
 }
 
@@ -203,13 +194,19 @@ void FieldView::refuseEdit() {
 }
 
 void FieldView::undo() {
+    const Nested undoing(undoing_);
     if (canUndo())
         stepBack();
 }
 
 void FieldView::type(QEvent& event) {
+    const auto* key = event.type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(&event) : nullptr;
+    const bool undoes =
+        key != nullptr && (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo));
+    undoing_ += undoes ? 1 : 0;
     typeInto(event);
     takeEdit();
+    undoing_ -= undoes ? 1 : 0;
 }
 
 bool FieldView::handleOwn(QEvent& event, QWidget& source, NativeEvent native) {
@@ -291,6 +288,7 @@ void FieldView::doubleClick(QMouseEvent& event, QWidget& source, NativeEvent nat
 void LineFieldView::setEdit(QLineEdit& edit) {
     edit_ = &edit;
     edit.setCompleter(nullptr);
+    edit.setMaxLength(std::numeric_limits<int>::max()); // the model says how much there is room for
     const auto changed = [this] { widgetChanged(); };
     connect(&edit, &QLineEdit::textChanged, this, changed);
 }
@@ -326,19 +324,6 @@ void LineFieldView::setLocked(bool locked) {
     edit_->setAcceptDrops(!locked);
     if (locked && edit_->isUndoAvailable())
         edit_->setText(edit_->text()); // there is nothing to undo in a locked field
-}
-
-void LineFieldView::setLimit(int units) {
-    constexpr int usual = 32767; // the widget's own, which a text of the program may exceed
-    const bool isLong = field().text().size() > usual;
-    const int limit = units > 0 ? units
-                      : isLong  ? std::numeric_limits<int>::max()
-                                : std::max(usual, edit_->maxLength());
-    if (limit == edit_->maxLength())
-        return;
-    const auto range = selection(); // the widget sets its text anew
-    edit_->setMaxLength(limit);
-    select(range);
 }
 
 LineView::LineView(FormView& view, TextBox& box, QWidget& parent) : LineFieldView(view, box) {

@@ -51,7 +51,6 @@ class FieldView : public ControlView {
     [[nodiscard]] virtual UnitRange selection() const = 0;
     virtual void select(UnitRange range) = 0;
     virtual void setLocked(bool locked) = 0;
-    virtual void setLimit(int /*units*/) {} // 0: none
     virtual void stepBack() = 0;
     [[nodiscard]] virtual QString acceptable(const QString& text) const = 0;
     virtual bool typeInto(QEvent& event) = 0;
@@ -71,11 +70,11 @@ class FieldView : public ControlView {
     void showEdit();
     void showSelection();
     bool postponed(void (FieldView::*part)());
-    void showLimit();
     void refuseEdit();
     [[nodiscard]] UnitRange modelSelection() const;
 
-    QString shown_; // the widget's text as the model knows it
+    int undoing_ = 0; // what comes back was there before
+    QString shown_;   // the widget's text as the model knows it
     std::unique_ptr<QMouseEvent> firstPress_;
 };
 
@@ -96,7 +95,6 @@ class LineFieldView : public FieldView {
     [[nodiscard]] UnitRange selection() const override;
     void select(UnitRange range) override;
     void setLocked(bool locked) override;
-    void setLimit(int units) override;
     void stepBack() override { edit_->undo(); }
     [[nodiscard]] QString acceptable(const QString& text) const override { return onOneLine(text); }
 

@@ -259,7 +259,7 @@ bool FormView::usesKey(const QKeyEvent& event) const {
     case Qt::Key_Backtab:
         return true;
     case Qt::Key_Escape:
-        return false;
+        return field != nullptr && field->canTakeBack();
     case Qt::Key_F10:
         return event.modifiers().testFlag(Qt::ShiftModifier);
     case Qt::Key_F4:

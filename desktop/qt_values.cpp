@@ -120,6 +120,9 @@ KeyCode keyCodeOf(const QKeyEvent& event) {
     for (const auto& row : keyRows)
         if (row.qtKey == key)
             return row.code;
+    if ((key == Qt::Key_Period || key == Qt::Key_Comma) &&
+        event.modifiers().testFlag(Qt::KeypadModifier))
+        return keys::decimal;
     if ((key >= Qt::Key_0 && key <= Qt::Key_9) || (key >= Qt::Key_A && key <= Qt::Key_Z))
         return static_cast<KeyCode>(key);
     if (key >= Qt::Key_F1 && key <= Qt::Key_F12)

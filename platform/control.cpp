@@ -133,6 +133,11 @@ void Control::setFocus() {
 }
 
 void TextField::setText(std::string_view text) {
+    rewriteText(text);
+    beginEntry();
+}
+
+void TextField::rewriteText(std::string_view text) {
     const bool changed = text_ != text;
     if (!changed && selStart_ == 0 && selLength_ == 0)
         return;
@@ -177,6 +182,38 @@ void TextField::select(int start, int length) {
 void TextField::settleDoubt() {
     if (isDoubtful())
         setMark({});
+}
+
+bool TextField::isFull() const {
+    return maxLength_ > 0 && textLength(text_) - selLength_ >= maxLength_;
+}
+
+TextField::Edit TextField::taken(std::string_view edited, int caret) const {
+    const int newLength = textLength(edited);
+    if (!capitals_ && (maxLength_ <= 0 || newLength <= maxLength_))
+        return {std::string(edited), caret};
+    // What stands in front of what was put in, and behind it.
+    const int oldLength = textLength(text_);
+    const int shorter = std::min(oldLength, newLength);
+    const auto same = [&](int inOld, int inNew) {
+        return textMiddle(text_, inOld, 1) == textMiddle(edited, inNew, 1);
+    };
+    int front = 0;
+    while (front < shorter && same(front, front))
+        ++front;
+    int back = 0;
+    while (back < shorter - front && same(oldLength - back - 1, newLength - back - 1))
+        ++back;
+    const auto putIn = textMiddle(edited, front, newLength - front - back);
+    const auto fitting =
+        maxLength_ > 0 ? textLeft(putIn, std::max(0, maxLength_ - front - back)) : putIn;
+    if (fitting.empty() && !putIn.empty())
+        return {text_, selStart_};
+    Edit result{std::string(textLeft(edited, front)), 0};
+    result.text += capitals_ ? upperCase(fitting) : std::string(fitting);
+    result.text += textFrom(edited, newLength - back);
+    result.caret = std::min(caret, textLength(result.text) - back);
+    return result;
 }
 
 void TextField::takeUserEdit(std::string_view text, int start, int length) {

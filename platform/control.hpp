@@ -175,8 +175,10 @@ struct FieldMark {
 class TextField : public Control {
   public:
     [[nodiscard]] const std::string& text() const { return text_; }
-    // By the program: the caret goes to the start and the field's undo begins anew.
+    // By the program: the caret goes to the start, the field's undo begins anew, and the entry too.
     void setText(std::string_view text);
+    // What was typed, written in another way: like setText, and Escape goes back beyond it.
+    void rewriteText(std::string_view text);
     // On the user's behalf (a menu command, a key that takes a sign off): undoable in one step.
     // Refused (false) while the field is locked.
     bool editText(std::string_view text, int selectionStart);
@@ -191,6 +193,24 @@ class TextField : public Control {
     // Longest text that can be typed, in characters; 0 is no limit.
     [[nodiscard]] int maxLength() const { return maxLength_; }
     void setMaxLength(int length) { maxLength_ = length; }
+    [[nodiscard]] bool isFull() const; // no character more can be typed
+    // Letters that the user puts in become capitals.
+    [[nodiscard]] bool capitals() const { return capitals_; }
+    void setCapitals(bool capitals) { capitals_ = capitals; }
+
+    // What the field takes of a text that came of an edit in it: what was put in, as much as there
+    // is room for; nothing at all is no edit. `caret` is the place behind what was put in. Undo
+    // brings back what was there, also beyond the longest text.
+    struct Edit {
+        std::string text;
+        int caret = 0;
+    };
+    [[nodiscard]] Edit taken(std::string_view edited, int caret) const;
+
+    // What the field showed when it was entered. Escape brings it back.
+    [[nodiscard]] const std::string& entryText() const { return entryText_; }
+    void beginEntry() { entryText_ = text_; }
+    [[nodiscard]] bool canTakeBack() const { return !locked_ && text_ != entryText_; }
 
     // A doubt goes with the next edit by the user; any other mark with what puts things right.
     [[nodiscard]] const FieldMark& mark() const { return mark_; }
@@ -213,11 +233,13 @@ class TextField : public Control {
     virtual void textChanged() {}
 
     std::string text_;
+    std::string entryText_;
     FieldMark mark_;
     std::optional<std::string> storedText_;
     int selStart_ = 0;
     int selLength_ = 0;
     int maxLength_ = 0;
+    bool capitals_ = false;
     bool locked_ = false;
 };
 

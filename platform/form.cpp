@@ -167,6 +167,14 @@ void Form::setBorderStyle(BorderStyle style) {
         observer_->formChanged();
 }
 
+void Form::setNumberMarks(NumberMarks marks) {
+    if (marks.decimal != ',')
+        marks.decimal = '.';
+    if (marks.grouping == std::string_view(&marks.decimal, 1))
+        marks.grouping = marks.decimal == '.' ? "," : ".";
+    numberMarks_ = std::move(marks);
+}
+
 void Form::setMouseIcon(const Picture& icon) {
     mouseIcon_ = icon;
     if (observer_ != nullptr)
@@ -197,6 +205,8 @@ bool Form::focus(Control& control) {
     leaving_ = false;
     active_ = &control;
     focused_ = true;
+    if (auto* field = dynamic_cast<TextField*>(&control))
+        field->beginEntry();
     handler().onGotFocus(control);
     if (mine == focusMoves_ && observer_ != nullptr)
         observer_->focusChanged();
@@ -279,6 +289,7 @@ void Form::focusLeft() {
 // --- keys --------------------------------------------------------------------------------------
 
 bool Form::keyDown(KeyCode key, int shift, bool repeated) {
+    pressedKey_ = key;
     if (repeated && (key == keys::menu || (key >= keys::f1 && key <= keys::f12)))
         return false;
     const bool altAlone = (shift & (shifts::alt | shifts::control)) == shifts::alt;
@@ -305,8 +316,21 @@ bool Form::keyDown(KeyCode key, int shift, bool repeated) {
     return !builtInKey(control, key, shift);
 }
 
+// What an edited field showed when it was entered.
+bool Form::takeBack(Control& control) {
+    auto* field = dynamic_cast<TextField*>(&control);
+    if (field == nullptr || !field->canTakeBack())
+        return false;
+    field->editText(field->entryText(), 0);
+    field->select(0, textLength(field->text()));
+    handler().onChange(*field);
+    return true;
+}
+
 bool Form::builtInKey(Control& control, KeyCode key, int shift) {
     const bool plain = shift == shifts::none;
+    if (plain && key == keys::escape)
+        return takeBack(control);
     const int step = key == keys::right || key == keys::down ? 1
                      : key == keys::left || key == keys::up  ? -1
                                                              : 0;
@@ -378,7 +402,10 @@ bool Form::keyPress(char32_t& character) {
         return true;
     const unsigned before = focusMoves_;
     handler().onKeyPress(*active_, character);
-    return character != 0 && before == focusMoves_;
+    if (character == 0 || before != focusMoves_)
+        return false;
+    const auto* field = dynamic_cast<TextField*>(active_);
+    return field == nullptr || character < U' ' || character == 0x7F || !field->isFull();
 }
 
 void Form::keyUp(KeyCode key, int shift) {
@@ -401,6 +428,7 @@ void Form::keyDone() {
         keyDown(key, shift);
         keyUp(key, shift);
     }
+    pressedKey_ = keys::none;
 }
 
 bool Form::bearsMnemonic(const Control& control, char32_t letter) const {

@@ -3,6 +3,7 @@
 
 #include "platform/control.hpp"
 #include "platform/key_codes.hpp"
+#include "platform/number_marks.hpp"
 
 #include <deque>
 #include <functional>
@@ -123,6 +124,12 @@ class Form {
     [[nodiscard]] const Picture& mouseIcon() const { return mouseIcon_; }
     void setMouseIcon(const Picture& icon);
 
+    // How figures are written in its fields. Another decimal mark than point and comma is the
+    // point; a grouping that is the decimal mark too gives way to the other of the two. What is on
+    // show stays as it is.
+    [[nodiscard]] const NumberMarks& numberMarks() const { return numberMarks_; }
+    void setNumberMarks(NumberMarks marks);
+
     // --- focus ----------------------------------------------------------------------------
     // The control that has the focus, or had it when the focus left the form.
     [[nodiscard]] Control* activeControl() const { return active_; }
@@ -149,13 +156,16 @@ class Form {
     // Key down at the active control: mnemonics, tabbing, the handler, keys of buttons, options
     // and lists. False when the key is used up; else key press and the field's own editing follow.
     // `repeated` is a key that is held down; function keys and the Menu key act once a press.
+    // Escape brings back what an edited field showed on entry; in any other it is not used.
     bool keyDown(KeyCode key, int shift, bool repeated = false);
-    // The character may be replaced by the handler. False when it is swallowed.
+    // The character may be replaced by the handler. False when it is swallowed, or has no room.
     bool keyPress(char32_t& character);
     void keyUp(KeyCode key, int shift);
     // Ends one key stroke: keystrokes that handlers have sent are carried out now. Adapters call
     // it after the field's own editing.
     void keyDone();
+    // The key whose press is under way, keys::none between two of them.
+    [[nodiscard]] KeyCode pressedKey() const { return pressedKey_; }
     // The field's own editing changed text and selection. False while it is locked: the adapter
     // takes the model's text back.
     bool userEdit(TextField& field, std::string_view text, int selStart, int selLength);
@@ -200,6 +210,7 @@ class Form {
     [[nodiscard]] bool holds(const Control& control) const;
     [[nodiscard]] bool passesOver(const OptionButton& option) const;
     bool builtInKey(Control& control, KeyCode key, int shift);
+    bool takeBack(Control& control);
     [[nodiscard]] bool bearsMnemonic(const Control& control, char32_t letter) const;
     void press(Control& control);
     void stepOption(OptionButton& option, int step);
@@ -217,6 +228,7 @@ class Form {
     bool focused_ = false;
     bool leaving_ = false; // while the leave event of the active control runs
     unsigned focusMoves_ = 0;
+    KeyCode pressedKey_ = keys::none;
     std::deque<std::pair<KeyCode, int>> sentKeys_;
     bool sending_ = false;
     Twips width_ = 0;
@@ -224,6 +236,7 @@ class Form {
     Color backColor_ = colors::buttonFace;
     BorderStyle borderStyle_ = BorderStyle::none;
     Picture mouseIcon_;
+    NumberMarks numberMarks_;
 };
 
 } // namespace vkr

@@ -26,6 +26,7 @@ inline constexpr KeyCode down = 40;
 inline constexpr KeyCode insert = 45;
 inline constexpr KeyCode del = 46;
 inline constexpr KeyCode menu = 93;
+inline constexpr KeyCode decimal = 110; // of the keypad, whatever mark it types
 inline constexpr KeyCode f1 = 112;
 inline constexpr KeyCode f4 = 115;
 inline constexpr KeyCode f10 = 121;

@@ -27,7 +27,7 @@ constexpr NamedKey namedKeys[] = {
     {"INS", keys::insert, 0},          {"HOME", keys::home, 0},    {"END", keys::end, 0},
     {"LEFT", keys::left, 0},           {"RIGHT", keys::right, 0},  {"UP", keys::up, 0},
     {"DOWN", keys::down, 0},           {"PGUP", keys::pageUp, 0},  {"PGDN", keys::pageDown, 0},
-    {"MENU", keys::menu, 0},           {"F1", keys::f1, 0},        {"F2", keys::f1 + 1, 0},
+    {"MENU", keys::menu, 0},           {"DECIMAL", keys::decimal, '.'}, {"F1", keys::f1, 0},        {"F2", keys::f1 + 1, 0},
     {"F3", keys::f1 + 2, 0},           {"F4", keys::f1 + 3, 0},    {"F5", keys::f1 + 4, 0},
     {"F6", keys::f1 + 5, 0},           {"F7", keys::f1 + 6, 0},    {"F8", keys::f1 + 7, 0},
     {"F9", keys::f1 + 8, 0},           {"F10", keys::f10, 0},      {"F11", keys::f10 + 1, 0},

@@ -131,7 +131,7 @@ class VirtualDesktop final : public Services, private FormObserver {
     //   + ^ %              Shift, Ctrl, Alt for the key or the (group) that follows: "^c", "+(ab)"
     //   {NAME} {NAME n}    a named key, pressed n times (1 to 1000000): ENTER TAB ESC BACKSPACE BS
     //                      BKSP DELETE DEL INSERT INS HOME END LEFT RIGHT UP DOWN PGUP PGDN MENU
-    //                      F1 to F12; small letters will do
+    //                      F1 to F12, DECIMAL (of the keypad); small letters will do
     //   {c} {c n}          a single character, also one that means something else: {+} {{} {}}
     // A malformed notation throws std::invalid_argument before any key is pressed.
     //

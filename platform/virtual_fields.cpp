@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <limits>
 
 namespace vkr {
 
@@ -303,16 +302,12 @@ void VirtualFields::replace(TextField& field, int start, int length, std::string
     if (field.locked())
         return;
     const std::string before = field.text();
-    const int room = field.maxLength() > 0
-                         ? std::max(0, field.maxLength() - (textLength(before) - length))
-                         : std::numeric_limits<int>::max();
-    const auto fitting = textLeft(with, room);
-    if (fitting.empty() && (length == 0 || !with.empty()))
-        return;
-    std::string text(textLeft(before, start));
-    text += fitting;
-    text += textFrom(before, start + length);
-    const int caret = start + textLength(fitting);
+    std::string edited(textLeft(before, start));
+    edited += with;
+    edited += textFrom(before, start + length);
+    const auto [text, caret] = field.taken(edited, start + textLength(with));
+    if (text == before && edited != before)
+        return; // no room for it
     if (text == before) {
         setSelection(field, caret, caret);
         return;

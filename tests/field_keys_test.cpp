@@ -167,7 +167,7 @@ TEST(FieldKeys, EdgesOfTheNumericRules) {
         {"txtSales(0)", "5", "{+}", "5"},
         {"txtSales(0)", "+", "{+}", "+"},
         {"txtSymbol", "", "brk.b", "BRK.B"},
-        {"txtSymbol", "x", "{BACKSPACE}y z", "Y Z"},
+        {"txtSymbol", "X", "{BACKSPACE}y z", "Y Z"},
         {"txtTel", "", "{+}1 (555) 01-x/2", "+1 (555) 01-x/2"},
     };
     KeyScene scene;

@@ -366,7 +366,7 @@ TEST_F(RightClick, PasteReplacesTheSelection) {
         {"txtCity", "", 0, 0, "XY", "XY", 2},
         // No key filter.
         {"txtTotalDebt", "12", 1, 0, "a-b.c", "1a-b.c2", 6},
-        {"txtSymbol", "", 0, 0, "abc!", "abc!", 4},
+        {"txtSymbol", "", 0, 0, "abc!", "ABC!", 4},
         {"txtSales(3)", "1", 1, 0, "-x", "1-x", 3},
         {"txtEPS(3)", "1", 1, 0, "(5)", "1(5)", 4},
         // As much as there is room for.

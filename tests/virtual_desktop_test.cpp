@@ -341,6 +341,28 @@ TEST_F(VirtualDesktopTest, MaxLengthStopsTypingAndCutsPastes) {
     EXPECT_EQ(typed(name, "abcdef", "x{BS}+{LEFT}y"), "abcd[e]");
 }
 
+TEST_F(VirtualDesktopTest, LengthsCountCharacters) {
+    name.setMaxLength(3);
+    typed(name, "", "\u20AC\U0001F600\u00E9x");
+    EXPECT_EQ(name.text(), "\u20AC\U0001F600\u00E9");
+    EXPECT_EQ(name.selStart(), 3);
+    desktop.setClipboardText("\U0001F600\U0001F600\U0001F600");
+    typed(name, "a", "^v");
+    EXPECT_EQ(name.text(), "a\U0001F600\U0001F600");
+}
+
+TEST_F(VirtualDesktopTest, WhatIsPutIntoAFieldOfCapitalsIsInCapitals) {
+    name.setCapitals(true);
+    desktop.setClipboardText("brk.b");
+    EXPECT_EQ(typed(name, "xy", "{LEFT}^v"), "xBRK.B|y");
+    desktop.type("^z");
+    EXPECT_EQ(name.text(), "xy");
+    desktop.type("{END}z{BS 3}");
+    EXPECT_EQ(name.text(), "");
+    desktop.type("^z");
+    EXPECT_EQ(name.text(), "xyZ");
+}
+
 TEST_F(VirtualDesktopTest, ShortcutsAreNoCharacters) {
     name.setText("abc");
     desktop.click("txtName");

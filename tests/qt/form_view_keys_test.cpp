@@ -235,6 +235,33 @@ TEST_F(FormViewKeys, NoMoreIsTypedThanTheLimitAllows) {
     EXPECT_EQ(name->text(), "abc");
 }
 
+TEST_F(FormViewKeys, TheLimitCountsCharacters) {
+    name->setMaxLength(5);
+    open();
+    enter(*name, "\u20AC\u00E4\u00F6");
+    QApplication::clipboard()->setText(QString::fromUtf8("\U0001F600xyz"));
+    press(Qt::Key_End);
+    press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(name->text(), "\u20AC\u00E4\u00F6\U0001F600x");
+    EXPECT_EQ(line(*name)->text(), toQt(name->text()));
+    EXPECT_EQ(name->selStart(), 5);
+    type("z");
+    EXPECT_EQ(line(*name)->text(), toQt(name->text()));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(name->text(), "\u20AC\u00E4\u00F6");
+    EXPECT_EQ(line(*name)->text(), toQt(name->text()));
+}
+
+TEST_F(FormViewKeys, WhatIsDroppedOnAFieldOfCapitalsIsInCapitals) {
+    name->setCapitals(true);
+    open();
+    enter(*name, "ab");
+    dropText(*line(*name), "xy");
+    EXPECT_EQ(line(*name)->text().size(), 4);
+    EXPECT_NE(line(*name)->text().indexOf("XY"), -1);
+    EXPECT_EQ(toQt(name->text()), line(*name)->text());
+}
+
 TEST_F(FormViewKeys, ALimitDoesNotCutTheTextOfTheProgram) {
     name->setMaxLength(3);
     open();
