@@ -221,8 +221,9 @@ void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
 
 void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
     const auto clean =
-        field.kind == price     ? session_.typedText(control.text(), NumericKind::PriceText)
-        : field.kind == percent ? session_.typedText(control.text(), NumericKind::PlainNumber)
+        field.kind == price ? session_.typedText(control.text(), NumericKind::PriceText)
+        : field.kind == percent
+            ? session_.typedText(control.text(), NumericKind::PlainNumber)
             : session_.typedNumber(control.text(),
                                    field.scaled ? -UnitExponent(session_.unitFactor) : 0);
     if (!clean.fits) {

@@ -120,9 +120,26 @@ void SeriesGrid::showChoice(ColumnChoice choice) {
 }
 
 void SeriesGrid::followPriceDisplay() {
+    follow([](const GridColumn& column) { return column.price; },
+           [this](TextField& cell, const std::function<bool()>& showStored) {
+               vkr::followPriceDisplay(!session_.fractionDisplay, cell, showStored);
+           });
+}
+
+void SeriesGrid::followNumberMarks(const NumberMarks& before) {
+    follow([](const GridColumn& /*column*/) { return true; },
+           [&](TextField& cell, const std::function<bool()>& showStored) {
+               vkr::followNumberMarks(before, cell, showStored);
+           });
+}
+
+// Each cell of some columns in another form; its own figure can be shown anew.
+void SeriesGrid::follow(
+    const std::function<bool(const GridColumn&)>& concerns,
+    const std::function<void(TextField&, const std::function<bool()>&)>& cellFollows) {
     for (int column = 0; column < static_cast<int>(columns_.size()); ++column) {
         const GridColumn& description = columns_[static_cast<std::size_t>(column)];
-        if (!description.price)
+        if (!concerns(description))
             continue;
         Variant value;
         if (session_.company != nullptr)
@@ -136,8 +153,7 @@ void SeriesGrid::followPriceDisplay() {
                     showStored({column, row}, value.array().number(*element));
                 return held;
             };
-            vkr::followPriceDisplay(!session_.fractionDisplay,
-                                    *column_cells[static_cast<std::size_t>(row)], showElement);
+            cellFollows(*column_cells[static_cast<std::size_t>(row)], showElement);
         }
     }
 }
@@ -247,7 +263,7 @@ void SeriesGrid::leave(Cell cell) {
     TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     const bool untouched = isUntouched(left);
     const auto clean = column.price
-                           ? cleanNumericText(left.text(), NumericKind::PriceText)
+                           ? session_.typedText(left.text(), NumericKind::PriceText)
                            : session_.typedNumber(left.text(), -UnitExponent(scaleOf(series)));
     checkFieldChange(left, session_);
     if (session_.company == nullptr || left.locked())

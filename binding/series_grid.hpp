@@ -70,6 +70,7 @@ class SeriesGrid {
     void showScaled(); // the columns that follow the currency unit
     void showChoice(ColumnChoice choice);
     void followPriceDisplay(); // decimals or eighths, also of what is being typed
+    void followNumberMarks(const NumberMarks& before); // those of the form are others by now
     void clear();
 
     // The handlers of every cell.
@@ -105,6 +106,8 @@ class SeriesGrid {
   private:
     [[nodiscard]] std::optional<Cell> activeCell() const;
     [[nodiscard]] bool shiftSeries(Datum series, int periods);
+    void follow(const std::function<bool(const GridColumn&)>& concerns,
+                const std::function<void(TextField&, const std::function<bool()>&)>& cellFollows);
     void moveWithControl(Cell cell, KeyCode key);
     void moveWithinColumns(Cell cell, KeyCode& key, bool upward);
     [[nodiscard]] std::vector<TextBox*> focusable(int column) const;

@@ -81,10 +81,15 @@ void Session::ComputeUnitFactor() {
 
 NumericText Session::typedNumber(std::string_view text, int exponent) const {
     constexpr double grouped = 1234567;
+    const NumberMarks& marks = form.numberMarks();
     std::string typed(text);
     if (formatNumber(grouped, numberFormat).find(',') != std::string::npos)
-        ReplaceAll(typed, ",", "");
-    return cleanNumericText(typed, NumericKind::PlainNumber, exponent);
+        ReplaceAll(typed, marks.grouping, "");
+    return cleanNumericText(typed, NumericKind::PlainNumber, exponent, marks);
+}
+
+NumericText Session::typedText(std::string_view text, NumericKind kind) const {
+    return cleanNumericText(text, kind, 0, form.numberMarks());
 }
 
 bool Session::isValidDate(Date date) {

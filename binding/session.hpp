@@ -92,7 +92,9 @@ class Session final : public FieldHost {
     // Takes the unit from the record; a record without one gets millions.
     void ComputeUnitFactor();
 
-    // What a person typed into a field of the number pattern. Where the pattern groups thousands
+    // What a person typed into a field, by the marks of the form.
+    [[nodiscard]] NumericText typedText(std::string_view text, NumericKind kind) const;
+    // The same of a field of the number pattern. Where the pattern groups thousands
     // an edited figure may have its marks anywhere: "1,2345.50" is 12345.50.
     [[nodiscard]] NumericText typedNumber(std::string_view text, int exponent) const;
 

@@ -102,6 +102,11 @@ class VKRDataEntry {
     // Prices in eighths instead of decimals; false at first.
     [[nodiscard]] bool get_FractionDisplay() const;
     void put_FractionDisplay(bool blnNewValue);
+    // The decimal mark (point or comma) and what groups thousands, of figures on the form: "." and
+    // "," at first. The record and the patterns always have the point. All figures are shown anew,
+    // one that is being typed with the other marks; blnDirty stays as it is.
+    [[nodiscard]] const NumberMarks& get_NumberMarks() const;
+    void put_NumberMarks(const NumberMarks& newValue);
     // Lists of the three drop-down fields; a value that is no array leaves the list as it is.
     void put_vntSource(const Variant& vntNewValue);
     void put_vntExchange(const Variant& vntNewValue);

@@ -92,6 +92,7 @@ VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* pa
     };
     services_->setView(view_);
     setFocusProxy(view_);
+    resetNumberMarks();
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -236,6 +237,27 @@ QString VKRDataEntryWidget::numberFormat() const {
 void VKRDataEntryWidget::setNumberFormat(const QString& pattern) {
     entry_->put_NumberFormat(fromQt(pattern));
 }
+QString VKRDataEntryWidget::decimalMark() const {
+    return QString(QLatin1Char(entry_->get_NumberMarks().decimal));
+}
+void VKRDataEntryWidget::setDecimalMark(const QString& mark) {
+    NumberMarks marks = entry_->get_NumberMarks();
+    marks.decimal = mark == QStringLiteral(",") ? ',' : '.';
+    followsLocale_ = false;
+    entry_->put_NumberMarks(marks);
+}
+QString VKRDataEntryWidget::groupingMark() const {
+    return vkr::toQt(entry_->get_NumberMarks().grouping);
+}
+void VKRDataEntryWidget::setGroupingMark(const QString& mark) {
+    followsLocale_ = false;
+    entry_->put_NumberMarks({entry_->get_NumberMarks().decimal, fromQt(mark)});
+}
+void VKRDataEntryWidget::resetNumberMarks() {
+    followsLocale_ = true;
+    entry_->put_NumberMarks({locale().decimalPoint() == QStringLiteral(",") ? ',' : '.',
+                             fromQt(locale().groupSeparator())});
+}
 bool VKRDataEntryWidget::fractionDisplay() const {
     return entry_->get_FractionDisplay();
 }
@@ -318,6 +340,7 @@ void VKRDataEntryWidget::notify(std::string_view property) {
         {"PercentFormat", &VKRDataEntryWidget::percentFormatChanged},
         {"DateFormat", &VKRDataEntryWidget::dateFormatChanged},
         {"NumberFormat", &VKRDataEntryWidget::numberFormatChanged},
+        {"NumberMarks", &VKRDataEntryWidget::numberMarksChanged},
         {"Platform", &VKRDataEntryWidget::platformChanged},
     };
     const auto* row =
@@ -331,6 +354,12 @@ void VKRDataEntryWidget::notify(std::string_view property) {
 
 QSize VKRDataEntryWidget::sizeHint() const {
     return view_->sizeOf(VKRDataEntry::workingWidth, VKRDataEntry::workingHeight);
+}
+
+void VKRDataEntryWidget::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LocaleChange && followsLocale_)
+        resetNumberMarks();
+    QWidget::changeEvent(event);
 }
 
 void VKRDataEntryWidget::resizeEvent(QResizeEvent* /*event*/) {

@@ -54,6 +54,12 @@ class VKRDataEntryWidget : public QWidget {
     Q_PROPERTY(QString dateFormat READ dateFormat WRITE setDateFormat NOTIFY dateFormatChanged)
     Q_PROPERTY(
         QString numberFormat READ numberFormat WRITE setNumberFormat NOTIFY numberFormatChanged)
+    // Of figures on the form: the decimal mark, "." or ",", and what groups thousands where a
+    // pattern does. As the widget's locale has them, until they are set.
+    Q_PROPERTY(QString decimalMark READ decimalMark WRITE setDecimalMark RESET resetNumberMarks
+                   NOTIFY numberMarksChanged STORED false DESIGNABLE false)
+    Q_PROPERTY(QString groupingMark READ groupingMark WRITE setGroupingMark RESET resetNumberMarks
+                   NOTIFY numberMarksChanged STORED false DESIGNABLE false)
     Q_PROPERTY(bool fractionDisplay READ fractionDisplay WRITE setFractionDisplay NOTIFY
                    fractionDisplayChanged)
     Q_PROPERTY(int borderStyle READ borderStyle WRITE setBorderStyle NOTIFY borderStyleChanged)
@@ -123,6 +129,11 @@ class VKRDataEntryWidget : public QWidget {
     void setDateFormat(const QString& pattern);
     [[nodiscard]] QString numberFormat() const;
     void setNumberFormat(const QString& pattern);
+    [[nodiscard]] QString decimalMark() const;
+    void setDecimalMark(const QString& mark);
+    [[nodiscard]] QString groupingMark() const;
+    void setGroupingMark(const QString& mark);
+    void resetNumberMarks();
     [[nodiscard]] bool fractionDisplay() const;
     void setFractionDisplay(bool fractions);
     [[nodiscard]] int borderStyle() const;
@@ -178,6 +189,7 @@ class VKRDataEntryWidget : public QWidget {
     void percentFormatChanged();
     void dateFormatChanged();
     void numberFormatChanged();
+    void numberMarksChanged();
     void fractionDisplayChanged();
     void borderStyleChanged();
     void platformChanged();
@@ -188,6 +200,7 @@ class VKRDataEntryWidget : public QWidget {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     class Events;
@@ -206,6 +219,7 @@ class VKRDataEntryWidget : public QWidget {
     QStringList industries_;
     QString title_;
     bool dirty_ = false;
+    bool followsLocale_ = true; // of the marks of figures
 };
 
 } // namespace vkr

@@ -133,7 +133,7 @@ Assistant::~Assistant() {
 }
 
 void Assistant::tell(int object, const QString& shown, std::optional<int> element,
-                     const QString& dateFormat) {
+                     const QString& dateFormat, const NumberMarks& marks) {
     const AssistantTopic* topic = assistantTopic(object);
     if (topic == nullptr)
         return;
@@ -141,6 +141,7 @@ void Assistant::tell(int object, const QString& shown, std::optional<int> elemen
     shown_ = shown;
     element_ = element;
     dateFormat_ = dateFormat;
+    marks_ = marks;
     storedWhenAsked_ = assistantFacts(*topic, *record_(), element).stored;
     refresh();
     // What the texts need is known before the window is shown.
@@ -180,7 +181,8 @@ void Assistant::standBeside(const QWidget& form) {
 
 void Assistant::refresh() {
     const auto record = record_();
-    const AssistantFacts facts = assistantFacts(*topic_, *record, element_, shown_, dateFormat_);
+    const AssistantFacts facts =
+        assistantFacts(*topic_, *record, element_, shown_, dateFormat_, marks_);
     const QString company = companyTitle(record->get_Name(), record->get_Symbol());
     setWindowTitle(tr("%1 - %2").arg(facts.title, company));
     title_->setText(facts.title);

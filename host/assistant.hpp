@@ -33,7 +33,7 @@ class Assistant : public QDialog {
     // Comes to the front with an object; a number that no object has is ignored. `shown` is the
     // text on screen, `element` the period that is asked about, if any.
     void tell(int object, const QString& shown, std::optional<int> element,
-              const QString& dateFormat);
+              const QString& dateFormat, const NumberMarks& marks = {});
     [[nodiscard]] int object() const { return topic_ == nullptr ? -1 : topic_->object; }
 
   signals:
@@ -49,6 +49,7 @@ class Assistant : public QDialog {
     QString storedWhenAsked_;
     std::optional<int> element_;
     QString dateFormat_;
+    NumberMarks marks_; // of the text on screen
 
     QLabel* title_;
     QLabel* company_;

@@ -371,7 +371,7 @@ Date today() {
 }
 
 bool saysElse(const AssistantTopic& topic, const iVKR_Company& company, std::optional<int> element,
-              const QString& shown, const QString& dateFormat) {
+              const QString& shown, const QString& dateFormat, const NumberMarks& marks) {
     if (!topic.datum || shown.isEmpty())
         return false;
     const std::string typed = shown.toStdString();
@@ -392,7 +392,7 @@ bool saysElse(const AssistantTopic& topic, const iVKR_Company& company, std::opt
         isSeries(rowOf(*topic.datum))
             ? (element ? figureAt(company, *topic.datum, *element) : std::nullopt).value_or(0)
             : readNumber(company, *topic.datum);
-    return numericValue(cleanNumericText(typed, NumericKind::PriceText).text) != stored;
+    return numericValue(cleanNumericText(typed, NumericKind::PriceText, 0, marks).text) != stored;
 }
 
 } // namespace
@@ -427,7 +427,7 @@ std::optional<int> focusedElement(const Form& form, int object, const iVKR_Compa
 
 AssistantFacts assistantFacts(const AssistantTopic& topic, const iVKR_Company& company,
                               std::optional<int> element, const QString& shown,
-                              const QString& dateFormat) {
+                              const QString& dateFormat, const NumberMarks& marks) {
     AssistantFacts facts;
     facts.title = fromUtf8(helpPage(helpObjectBase + topic.object)->title);
     const bool isOfPeriods = topic.datum && isSeries(rowOf(*topic.datum));
@@ -447,7 +447,7 @@ AssistantFacts assistantFacts(const AssistantTopic& topic, const iVKR_Company& c
     facts.unit = unitText(topic.unit, company);
     if (element)
         facts.period = (showsQuarters(topic) ? quarterAt : yearAt)(company, *element).name;
-    facts.differs = saysElse(topic, company, element, shown, dateFormat);
+    facts.differs = saysElse(topic, company, element, shown, dateFormat, marks);
     facts.history = historyOf(topic, company, element);
     if (topic.quarterly) {
         facts.quartersTitle = seriesTitle(*topic.quarterly);

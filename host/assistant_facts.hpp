@@ -5,6 +5,7 @@
 #include "binding/enumerations.hpp"
 #include "company/company_record.hpp"
 #include "host/history_chart.hpp"
+#include "platform/number_marks.hpp"
 
 #include <QString>
 
@@ -65,11 +66,11 @@ struct AssistantFacts {
 };
 
 // `element`: the period that is asked about; otherwise the newest one that has a figure.
-// `shown`: the text on screen. `dateFormat`: the pattern of the dates on screen.
-[[nodiscard]] AssistantFacts assistantFacts(const AssistantTopic& topic,
-                                            const iVKR_Company& company,
-                                            std::optional<int> element = std::nullopt,
-                                            const QString& shown = {},
-                                            const QString& dateFormat = {});
+// `shown`: the text on screen. `dateFormat` and `marks`: how dates and figures are
+// written there.
+[[nodiscard]] AssistantFacts
+assistantFacts(const AssistantTopic& topic, const iVKR_Company& company,
+               std::optional<int> element = std::nullopt, const QString& shown = {},
+               const QString& dateFormat = {}, const NumberMarks& marks = {});
 
 } // namespace vkr

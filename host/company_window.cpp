@@ -92,7 +92,8 @@ void CompanyWindow::tellAbout(int object, const QVariant& shown) {
     const auto* field = dynamic_cast<const TextField*>(form.activeControl());
     const bool isTyped = field != nullptr && fromUtf8(field->text()) == shown.toString();
     assistant_->tell(object, isTyped ? shown.toString() : QString(),
-                     focusedElement(form, object, *record_), entry_->dateFormat());
+                     focusedElement(form, object, *record_), entry_->dateFormat(),
+                     entry_->component().get_NumberMarks());
 }
 
 void CompanyWindow::setOffered(const OfferedLists& lists) {

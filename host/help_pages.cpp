@@ -19,14 +19,15 @@ constexpr std::int16_t tab(TABObject number) {
 
 constexpr std::string_view money =
     "An amount in the currency unit chosen on the Options tab: thousands, millions or billions. "
-    "Commas, a currency sign and brackets for a loss, as in (1,234), are understood. It is kept in "
+    "Groups of thousands, a currency sign and brackets for a loss, as in (1,234), are understood. "
+    "It is kept in "
     "millions: another unit changes what you see, never the figure.";
 constexpr std::string_view shares =
     "A number of shares in the unit chosen on the Options tab, as the money amounts are. It is "
     "kept in millions.";
-constexpr std::string_view perShare =
-    "Money per share, with a point: 7.46. The currency unit has no bearing on it; a loss has a "
-    "minus in front.";
+constexpr std::string_view perShare = "Money per share, with the decimal mark of your system: "
+                                      "7.46. The currency unit has no bearing on it; a loss has a "
+                                      "minus in front.";
 constexpr std::string_view price =
     "Money per share, as a decimal (12.5) or in eighths (12 1/2). Both can be typed at any time; "
     "the Options tab decides which one is shown.";
@@ -83,7 +84,8 @@ constexpr auto table = std::to_array<HelpPage>({
      "",
      "Import Folder takes every company of a folder; it shows how far it is and can be stopped. "
      "A file that can't be read is named with its line, and nothing of that company is imported.",
-     "Money in millions, rates in percent, dates as 2025-09-27, a point as the decimal mark.",
+     "Money in millions, rates in percent, dates as 2025-09-27, always a point as the decimal "
+     "mark.",
      "fiscal_year,fiscal_year_end,revenue_musd,... then 2025,2025-09-27,416161,...",
      {}},
     {help::saving,
@@ -104,7 +106,9 @@ constexpr auto table = std::to_array<HelpPage>({
      "In a company: Alt and the underlined letter, or Ctrl+PageUp and Ctrl+PageDown, change the "
      "tab; Tab and Shift+Tab move from field to field; Enter and the arrow keys move through the "
      "grids, with Ctrl to the next column. The Menu key or Shift+F10 opens the menu of a field, F4 "
-     "or Alt+Down a list or the calendar. Ctrl+S saves, Ctrl+W closes, F1 opens this help.",
+     "or Alt+Down a list or the calendar. Escape takes a field back to what it showed. Ctrl+S "
+     "saves, Ctrl+W "
+     "closes, F1 opens this help.",
      "",
      "",
      {}},
@@ -122,7 +126,7 @@ constexpr auto table = std::to_array<HelpPage>({
      "The short code, or ticker symbol, under which the share is traded.",
      "Quotation pages and brokers know the company by it, and an import recognises it again.",
      coverPage,
-     "One to a few letters; they become capitals as you type.",
+     "One to a few letters; typed or pasted, they become capitals.",
      "NVIDIA's symbol is NVDA.",
      {{of("NVDA", Datum::Symbol, "NVDA")}}},
     {object(doExchange),

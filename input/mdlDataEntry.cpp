@@ -57,10 +57,11 @@ bool isWholePrice(std::string_view text) {
 
 // Rewrites a price that is being typed in the other form, unless it would lose digits there.
 void convertTypedPrice(bool toDecimal, TextField& field) {
-    if (!isWholePrice(field.text()))
+    const NumberMarks& marks = field.form().numberMarks();
+    if (!isWholePrice(exchangeMarks(field.text(), marks)))
         return;
     const auto price = [&] {
-        return numericValue(cleanNumericText(field.text(), NumericKind::PriceText).text);
+        return numericValue(cleanNumericText(field.text(), NumericKind::PriceText, 0, marks).text);
     };
     const std::string typed = field.text();
     const double before = price();
@@ -108,10 +109,35 @@ void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>&
         // The tag is the stored price in the form of now: what was typed may look like its rounded
         // picture, and is not that price for it.
         if (showStored()) {
-            field.setText(rewritten == field.tag() ? typed : rewritten);
+            field.rewriteText(rewritten == field.tag() ? typed : rewritten);
             if (field.text() == field.tag())
                 holdAsTyped(field);
         }
+    }
+}
+
+void rewriteMarks(const NumberMarks& before, TextField& field,
+                  const std::function<bool()>& showStored) {
+    const auto rewritten = [&](std::string_view text) {
+        return exchangeMarks(exchangeMarks(text, before), field.form().numberMarks());
+    };
+    const bool untouched = isUntouched(field);
+    const std::string typed = rewritten(field.text());
+    const FieldMark mark = field.mark();
+    RefusedText refused(field);
+    refused.rewrite(typed);
+    if (!showStored()) {
+        field.setTag(rewritten(field.tag()));
+        if (const auto stored = field.storedText())
+            field.setStoredText(rewritten(*stored));
+        field.rewriteText(typed);
+    } else if (untouched) {
+        field.setMark(mark);
+    } else {
+        refused.putBack();
+        field.rewriteText(typed);
+        if (isUntouched(field))
+            holdAsTyped(field);
     }
 }
 
@@ -120,6 +146,14 @@ void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>&
 void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bool()>& showStored) {
     const Caret caret(field);
     rewritePrice(toDecimal, field, showStored);
+    if (field.form().activeControl() == &field)
+        caret.putBack();
+}
+
+void followNumberMarks(const NumberMarks& before, TextField& field,
+                       const std::function<bool()>& showStored) {
+    const Caret caret(field);
+    rewriteMarks(before, field, showStored);
     if (field.form().activeControl() == &field)
         caret.putBack();
 }

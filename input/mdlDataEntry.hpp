@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/control.hpp"
+#include "platform/number_marks.hpp"
 
 #include <functional>
 
@@ -35,6 +36,7 @@ class RefusedText {
   public:
     explicit RefusedText(TextField& field)
         : field_(field), text_(field.text()), mark_(field.mark()) {}
+    void rewrite(std::string_view text) { text_ = text; } // as it is put back
     // What the field shows now is what stands for the stored datum from here on.
     void putBack() const;
 
@@ -49,5 +51,10 @@ class RefusedText {
 // where no price can be read. What is being typed is rewritten, unless it would lose digits in the
 // other form; a text that was refused stays as it was typed.
 void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bool()>& showStored);
+
+// The same of any figure after the form got other marks: what is being typed or was refused gets
+// them too, and means what it did.
+void followNumberMarks(const NumberMarks& before, TextField& field,
+                       const std::function<bool()>& showStored);
 
 } // namespace vkr

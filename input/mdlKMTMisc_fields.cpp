@@ -30,7 +30,8 @@ std::string convertedPrice(bool toDecimal, std::string text) {
 
 void ShowScaledValue(double value, std::string_view pattern, TextField& field, bool allowNegative) {
     const bool shown = allowNegative ? value != 0 : value > 0;
-    putFieldText(field, shown ? formatNumber(value, pattern) : std::string());
+    putFieldText(field,
+                 shown ? formatNumber(value, pattern, field.form().numberMarks()) : std::string());
 }
 
 void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<const double> values,
@@ -50,7 +51,9 @@ void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<co
 void ConvertPriceText(bool toDecimal, TextField& field) {
     attempt([&] {
         const bool accepted = field.text() == field.tag();
-        field.setText(convertedPrice(toDecimal, field.text()));
+        const NumberMarks& marks = field.form().numberMarks();
+        const std::string plain = exchangeMarks(field.text(), marks);
+        field.setText(exchangeMarks(convertedPrice(toDecimal, plain), marks));
         if (accepted)
             field.setTag(field.text());
     });
@@ -79,18 +82,19 @@ void FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& fie
     if (key == keys::backspace || key == U' ')
         return;
     const std::string& text = field.text();
+    const char mark = field.form().numberMarks().decimal;
     if (!numeric) {
         const char32_t letter = vkr::upperCase(key);
         if (letter < U'A' || letter > U'Z')
             key = 0;
+    } else if (!freeText &&
+               (key == static_cast<char32_t>(mark) || field.form().pressedKey() == keys::decimal)) {
+        const bool second = holds(text, mark) || holds(text, '/');
+        key = second && !holds(field.selText(), mark) ? U'\0' : static_cast<char32_t>(mark);
     } else if (!freeText) {
         switch (key) {
-        case U'.':
-            if ((holds(text, '.') || holds(text, '/')) && !holds(field.selText(), '.'))
-                key = 0;
-            break;
         case U'/':
-            if (text.empty() || holds(text, '.') || holds(text, '/') || text.back() == '+' ||
+            if (text.empty() || holds(text, mark) || holds(text, '/') || text.back() == '+' ||
                 text.back() == '-')
                 key = 0;
             break;

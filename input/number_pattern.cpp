@@ -229,17 +229,17 @@ const NumberPattern::Section& NumberPattern::sectionFor(int sign) const {
     return section.present ? section : sections_[0];
 }
 
-std::string NumberPattern::format(double value) const {
+std::string NumberPattern::format(double value, const NumberMarks& marks) const {
     if (!std::isfinite(value))
         return {};
     const int sign = value > 0 ? 1 : value < 0 ? -1 : 0;
     const Section& section = sectionFor(sign);
     if (!section.present)
-        return plainNumberText(value);
+        return exchangeMarks(plainNumberText(value), marks);
     const Decimal number = rounded(section, std::fabs(value));
     const bool minus =
         sign < 0 && &section == sections_.data() && !(number.isZero() && section.hasDigits);
-    return written(section, number, minus);
+    return written(section, number, minus, marks);
 }
 
 Decimal NumberPattern::rounded(const Section& section, double magnitude) {
@@ -266,7 +266,8 @@ Decimal NumberPattern::rounded(const Section& section, double magnitude) {
     return number;
 }
 
-std::string NumberPattern::written(const Section& section, Decimal number, bool minus) {
+std::string NumberPattern::written(const Section& section, Decimal number, bool minus,
+                                   const NumberMarks& marks) {
     int exponent = 0;
     if (section.exponentMark != 0 && !number.isZero()) {
         exponent = number.point - section.integerPlaces;
@@ -286,13 +287,13 @@ std::string NumberPattern::written(const Section& section, Decimal number, bool 
             if (place < shown) {
                 text += number.digit(point - 1 - place);
                 if (section.grouped && place > 0 && place % 3 == 0)
-                    text += ',';
+                    text += marks.grouping;
             }
             appendLiterals(text, section.integerLiterals, place);
         }
     }
     if (section.hasPoint)
-        text += '.';
+        text += marks.decimal;
     int fraction = std::clamp(number.count - point, section.minFraction, section.maxFraction);
     while (fraction > section.minFraction && number.digit(point + fraction - 1) == '0')
         --fraction;
@@ -321,7 +322,7 @@ std::string NumberPattern::written(const Section& section, Decimal number, bool 
     return text;
 }
 
-std::string formatNumber(double value, std::string_view pattern) {
+std::string formatNumber(double value, std::string_view pattern, const NumberMarks& marks) {
     struct Entry {
         bool used = false;
         std::string text;
@@ -331,11 +332,11 @@ std::string formatNumber(double value, std::string_view pattern) {
     thread_local std::size_t oldest = 0;
     for (const Entry& entry : entries)
         if (entry.used && entry.text == pattern)
-            return entry.pattern.format(value);
+            return entry.pattern.format(value, marks);
     Entry& entry = entries[oldest];
     oldest = (oldest + 1) % entries.size();
     entry = {true, std::string(pattern), NumberPattern(pattern)};
-    return entry.pattern.format(value);
+    return entry.pattern.format(value, marks);
 }
 
 } // namespace vkr

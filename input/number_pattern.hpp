@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/number_marks.hpp"
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -13,7 +15,8 @@ struct Decimal;
 // Of figures whose pattern is none.
 inline constexpr std::string_view fallbackNumberPattern = "#0.00";
 
-// A display pattern for numbers, read once and used for many figures. en-US marks.
+// A display pattern for numbers, read once and used for many figures. The pattern itself has
+// en-US marks.
 //
 //   0 #        digit, digit or nothing        , between digits   groups of thousands
 //   .          decimal mark                   , after the digits divides by 1000, each one
@@ -39,7 +42,7 @@ class NumberPattern {
     NumberPattern() : NumberPattern(std::string_view()) {}
     explicit NumberPattern(std::string_view pattern);
 
-    [[nodiscard]] std::string format(double value) const;
+    [[nodiscard]] std::string format(double value, const NumberMarks& marks = {}) const;
 
   private:
     // Text between the digits, before the digit with `place` digits still to come.
@@ -68,13 +71,15 @@ class NumberPattern {
 
     static Section compile(std::string_view text);
     static Decimal rounded(const Section& section, double magnitude);
-    static std::string written(const Section& section, Decimal number, bool minus);
+    static std::string written(const Section& section, Decimal number, bool minus,
+                               const NumberMarks& marks);
     [[nodiscard]] const Section& sectionFor(int sign) const;
 
     std::array<Section, 3> sections_;
 };
 
 // With a pattern that is read on its first use and kept for the next ones.
-[[nodiscard]] std::string formatNumber(double value, std::string_view pattern);
+[[nodiscard]] std::string formatNumber(double value, std::string_view pattern,
+                                       const NumberMarks& marks = {});
 
 } // namespace vkr

@@ -222,15 +222,17 @@ NumericText fromSpan(const NumberSpan& number, bool negative, int exponent) {
 
 } // namespace
 
-NumericText cleanNumericText(std::string_view text, NumericKind kind, int exponent) {
+NumericText cleanNumericText(std::string_view shown, NumericKind kind, int exponent,
+                             const NumberMarks& marks) {
+    const std::string text = exchangeMarks(shown, marks);
     const Bare number = bare(text);
     if (const std::string whole = wholeNumber(number.body); !whole.empty())
         return fromSpan(scanNumber(whole), number.negative, exponent);
 
-    std::string decimal(text);
+    std::string decimal = text;
     if (kind == NumericKind::PriceText) {
         const std::string fraction = wholeFraction(number.body);
-        decimal = FractionToDecimal(fraction.empty() ? text : std::string_view(fraction));
+        decimal = FractionToDecimal(fraction.empty() ? text : fraction);
         if (!fraction.empty() && number.negative && !decimal.empty())
             decimal.insert(0, 1, '-');
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/number_marks.hpp"
 #include "platform/number_text.hpp"
 
 #include <string>
@@ -28,9 +29,10 @@ struct NumericText {
 //
 // Of any other text it is the number at its start, as readLeadingNumber finds it.
 //
-// `exponent`: the power of ten by which the value is going to be multiplied.
+// `exponent`: the power of ten by which the value is going to be multiplied. `marks`: those of the
+// form that the text stands on.
 [[nodiscard]] NumericText cleanNumericText(std::string_view text, NumericKind kind,
-                                           int exponent = 0);
+                                           int exponent = 0, const NumberMarks& marks = {});
 
 // The value of a plain decimal text, 0 for "".
 [[nodiscard]] double numericValue(std::string_view cleanText);

@@ -21,17 +21,22 @@ struct NamedKey {
     char32_t character;
 };
 constexpr NamedKey namedKeys[] = {
-    {"ENTER", keys::enter, 13},        {"TAB", keys::tab, 0},      {"ESC", keys::escape, 27},
-    {"BACKSPACE", keys::backspace, 8}, {"BS", keys::backspace, 8}, {"BKSP", keys::backspace, 8},
-    {"DELETE", keys::del, 0},          {"DEL", keys::del, 0},      {"INSERT", keys::insert, 0},
-    {"INS", keys::insert, 0},          {"HOME", keys::home, 0},    {"END", keys::end, 0},
-    {"LEFT", keys::left, 0},           {"RIGHT", keys::right, 0},  {"UP", keys::up, 0},
-    {"DOWN", keys::down, 0},           {"PGUP", keys::pageUp, 0},  {"PGDN", keys::pageDown, 0},
-    {"MENU", keys::menu, 0},           {"DECIMAL", keys::decimal, '.'}, {"F1", keys::f1, 0},        {"F2", keys::f1 + 1, 0},
-    {"F3", keys::f1 + 2, 0},           {"F4", keys::f1 + 3, 0},    {"F5", keys::f1 + 4, 0},
-    {"F6", keys::f1 + 5, 0},           {"F7", keys::f1 + 6, 0},    {"F8", keys::f1 + 7, 0},
-    {"F9", keys::f1 + 8, 0},           {"F10", keys::f10, 0},      {"F11", keys::f10 + 1, 0},
-    {"F12", keys::f10 + 2, 0},
+    {"ENTER", keys::enter, 13},  {"TAB", keys::tab, 0},
+    {"ESC", keys::escape, 27},   {"BACKSPACE", keys::backspace, 8},
+    {"BS", keys::backspace, 8},  {"BKSP", keys::backspace, 8},
+    {"DELETE", keys::del, 0},    {"DEL", keys::del, 0},
+    {"INSERT", keys::insert, 0}, {"INS", keys::insert, 0},
+    {"HOME", keys::home, 0},     {"END", keys::end, 0},
+    {"LEFT", keys::left, 0},     {"RIGHT", keys::right, 0},
+    {"UP", keys::up, 0},         {"DOWN", keys::down, 0},
+    {"PGUP", keys::pageUp, 0},   {"PGDN", keys::pageDown, 0},
+    {"MENU", keys::menu, 0},     {"DECIMAL", keys::decimal, '.'},
+    {"F1", keys::f1, 0},         {"F2", keys::f1 + 1, 0},
+    {"F3", keys::f1 + 2, 0},     {"F4", keys::f1 + 3, 0},
+    {"F5", keys::f1 + 4, 0},     {"F6", keys::f1 + 5, 0},
+    {"F7", keys::f1 + 6, 0},     {"F8", keys::f1 + 7, 0},
+    {"F9", keys::f1 + 8, 0},     {"F10", keys::f10, 0},
+    {"F11", keys::f10 + 1, 0},   {"F12", keys::f10 + 2, 0},
 };
 
 struct CharacterKey {

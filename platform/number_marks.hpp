@@ -6,8 +6,8 @@
 
 namespace vkr {
 
-// How figures stand on a form. The record, CSV, patterns and everything that is computed have "." as
-// the decimal mark.
+// How figures stand on a form. The record, CSV, patterns and everything that is computed have "."
+// as the decimal mark.
 struct NumberMarks {
     char decimal = '.';         // '.' or ','
     std::string grouping = ","; // where a pattern groups thousands; may be empty

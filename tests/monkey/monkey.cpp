@@ -150,6 +150,11 @@ void MonkeyScene::fillLists(int entries) {
     entry->put_vntIndustry(entries == 0 ? Variant("no list") : numberArray({1, 2.5}));
 }
 
+void MonkeyScene::useMarks(int language) {
+    static const NumberMarks marks[] = {{'.', ","}, {',', "."}, {',', "\u202F"}, {'.', "\u2019"}};
+    entry->put_NumberMarks(marks[language]);
+}
+
 void MonkeyScene::scrollMouse(std::int16_t key) {
     std::int16_t shift = 0;
     entry->ScrollMouse(key, shift);
@@ -226,7 +231,8 @@ class Chooser {
             "^a",       "^c",      "^x",      "^v",        "^z",           "^{INSERT}",
             "+{DEL}",   "^{DEL}",  "{SPACE}", "+{INSERT}", "^{BACKSPACE}", "+~",
             "{F2}",     "{F10}",   "^~",      "%{LEFT}",   "^a{DEL}",      "{TAB 5}",
-            "{DOWN 9}", "~~~",     "+{UP}",   "^a^c",      "^a^v",         "+{TAB 3}"};
+            "{DOWN 9}", "~~~",     "+{UP}",   "^a^c",      "^a^v",         "+{TAB 3}",
+            "{DECIMAL}"};
         if (chance(0.1))
             return "%" + std::string(1, static_cast<char>('a' + within(0, 25)));
         if (chance(0.3))
@@ -532,6 +538,8 @@ constexpr Act
             {By::host, 2, "scene.entry->put_DateFormat($t);", chooseDatePattern,
              [](Scene& scene, const Step& step) { scene.entry->put_DateFormat(step.text); }, false,
              stays},
+            {By::host, 3, "scene.useMarks($n);", chooseNumber<0, 3>,
+             [](Scene& scene, const Step& step) { scene.useMarks(step.number); }},
             {By::host, 4, "scene.fillLists($n);", chooseNumber<0, 5>,
              [](Scene& scene, const Step& step) { scene.fillLists(step.number); }},
             {By::host, 4, "scene.restore($t, $n);",
@@ -712,9 +720,10 @@ class Invariants {
         const double value = ScaledForDisplay(stored, factor);
         if (negatives ? value == 0 : !(value > 0))
             return {};
-        std::string text = formatNumber(value, pattern);
+        const NumberMarks& marks = scene_.entry->get_NumberMarks();
         if (!price || !scene_.entry->get_FractionDisplay())
-            return text;
+            return formatNumber(value, pattern, marks);
+        std::string text = formatNumber(value, pattern);
         const bool minus = text.find('-') != std::string::npos;
         ReplaceAll(text, "-", "");
         text = DecimalToFraction(text, false);

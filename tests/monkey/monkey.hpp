@@ -45,6 +45,7 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void withLocalizers() { registerLocalizers(desktop.factory()); }
     void restore(std::string_view property, int value); // from a saved set with this value changed
     void fillLists(int entries);
+    void useMarks(int language);
     void scrollMouse(std::int16_t key);
 
   private:

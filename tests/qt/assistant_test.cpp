@@ -101,6 +101,17 @@ TEST_F(AssistantTest, ATextOnScreenThatSaysSomethingElseIsToldBesideTheStoredFig
             << row.object << " " << row.shown;
 }
 
+TEST_F(AssistantTest, ATextOnScreenIsReadByTheMarksOfTheForm) {
+    const auto apple = stored(*host_, "AAPL");
+    const auto differs = [&](const char* shown, const NumberMarks& marks) {
+        return assistantFacts(*assistantTopic(doTotalDebt), *apple, std::nullopt, shown, {}, marks)
+            .differs;
+    };
+    EXPECT_FALSE(differs("90.509,00", {',', "."}));
+    EXPECT_TRUE(differs("90,509", {',', "."}));
+    EXPECT_FALSE(differs("90\u2019509", {'.', "\u2019"}));
+}
+
 TEST_F(AssistantTest, TheCaptionThatStandsInForAnEmptyFieldIsNoTextOnScreen) {
     CompanyWindow& window = open(*host_, "AAPL");
     user_.click(control(window, "txt52WHigh"));

@@ -56,6 +56,8 @@ Qt::Key qtKey(const KeyStroke& stroke) {
     for (const auto& [code, key] : named)
         if (code == stroke.key)
             return key;
+    if (stroke.key == keys::decimal)
+        return Qt::Key_Period;
     const bool letter = stroke.key >= 'A' && stroke.key <= 'Z';
     if (letter || stroke.character == 0)
         return static_cast<Qt::Key>(stroke.key);
@@ -342,6 +344,7 @@ class QtDriver final : public ContractDriver {
         modifiers.setFlag(Qt::ShiftModifier, (stroke.shift & shifts::shift) != 0);
         modifiers.setFlag(Qt::ControlModifier, (stroke.shift & shifts::control) != 0);
         modifiers.setFlag(Qt::AltModifier, (stroke.shift & shifts::alt) != 0);
+        modifiers.setFlag(Qt::KeypadModifier, stroke.key == keys::decimal);
         const bool types =
             stroke.character != 0 && (stroke.shift & (shifts::control | shifts::alt)) == 0;
         const QString text = types ? QString::fromUcs4(&stroke.character, 1) : QString();

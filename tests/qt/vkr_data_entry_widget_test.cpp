@@ -7,13 +7,17 @@
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/support/entry_scene.hpp"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPointer>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTest>
@@ -92,6 +96,123 @@ TEST_F(DataEntryWidget, ADayIsNotPickedForARecordThatCameInMeanwhile) {
     EXPECT_EQ(entry->company(), second);
 }
 
+struct LocaleRow {
+    const char* name;
+    QString figure; // 1234567.5 with the pattern #,##0.00
+    const char* typed;
+};
+const LocaleRow localeRows[] = {
+    {"en_US", QStringLiteral("1,234,567.50"), "12.5"},
+    {"de_DE", QStringLiteral("1.234.567,50"), "12,5"},
+    {"fr_FR", QStringLiteral("1\u202F234\u202F567,50"), "12,5"},
+    {"de_CH", QStringLiteral("1\u2019234\u2019567.50"), "12.5"},
+};
+
+TEST_F(DataEntryWidget, FiguresFollowTheLocale) {
+    const auto company = fullCompany();
+    company->put_TotalDebt(1234567.5);
+    entry->setNumberFormat("#,##0.00");
+    open(company);
+    QSignalSpy told(entry, &VKRDataEntryWidget::numberMarksChanged);
+    for (const auto& row : localeRows) {
+        const QLocale locale(QString::fromLatin1(row.name));
+        entry->setLocale(locale);
+        EXPECT_EQ(native("txtTotalDebt")->text(), row.figure) << row.name;
+        EXPECT_EQ(entry->decimalMark(), locale.decimalPoint()) << row.name;
+        EXPECT_EQ(entry->groupingMark(), locale.groupSeparator()) << row.name;
+        EXPECT_FALSE(entry->isDirty());
+    }
+    EXPECT_GE(told.count(), 3); // four where the tests run in another one than the first
+}
+
+TEST_F(DataEntryWidget, ANewOneHasTheMarksOfTheDefaultLocale) {
+    for (const auto& row : localeRows) {
+        QLocale::setDefault(QLocale(QString::fromLatin1(row.name)));
+        VKRDataEntryWidget alone;
+        EXPECT_EQ(alone.decimalMark(), QLocale().decimalPoint()) << row.name;
+        const auto company = fullCompany();
+        alone.setCompany(company);
+        auto& field = alone.component().form().get<TextBox>("txtTotalDebt");
+        auto* line = dynamic_cast<QLineEdit*>(alone.formView().widgetOf(field));
+        alone.component().form().focus(field);
+        QTest::keyClicks(line, row.typed);
+        QTest::keyClick(line, Qt::Key_Tab);
+        EXPECT_EQ(company->get_TotalDebt(), 12.5) << row.name;
+    }
+    QLocale::setDefault(QLocale::c());
+}
+
+TEST_F(DataEntryWidget, MarksThatTheHostHasSetStayWhenTheLocaleChanges) {
+    entry->setDecimalMark(",");
+    EXPECT_EQ(entry->groupingMark(), ".");
+    entry->setLocale(QLocale("en_US"));
+    EXPECT_EQ(entry->decimalMark(), ",");
+    entry->resetNumberMarks();
+    EXPECT_EQ(entry->decimalMark(), ".");
+    EXPECT_EQ(entry->groupingMark(), ",");
+    entry->setLocale(QLocale("de_DE"));
+    EXPECT_EQ(entry->decimalMark(), ",");
+}
+
+TEST_F(DataEntryWidget, TheKeypadsDecimalKeyGivesTheMarkWhateverItTypes) {
+    for (const auto* mark : {",", "."}) {
+        entry->setDecimalMark(mark);
+        open(fullCompany());
+        for (const auto& [key, text] :
+             {std::pair{Qt::Key_Comma, ","}, std::pair{Qt::Key_Period, "."}}) {
+            auto& field = form().get<TextBox>("txtTotalDebt");
+            form().get<TextBox>("txtName").setFocus();
+            field.setFocus();
+            QTest::keyClick(native("txtTotalDebt"), Qt::Key_7);
+            QTest::sendKeyEvent(QTest::Click, native("txtTotalDebt"), key, QString(text),
+                                Qt::KeypadModifier);
+            QTest::keyClick(native("txtTotalDebt"), Qt::Key_5);
+            EXPECT_EQ(native("txtTotalDebt")->text(), QString("7") + mark + "5") << text;
+        }
+    }
+}
+
+TEST_F(DataEntryWidget, EscapeClosesTheDialogOnceTheFieldShowsWhatItDid) {
+    QDialog dialog;
+    auto* inside = new VKRDataEntryWidget(&dialog);
+    inside->setCompany(fullCompany());
+    int reached = 0;
+    QShortcut shortcut(QKeySequence(Qt::Key_Escape), &dialog, [&] {
+        ++reached;
+        dialog.reject();
+    });
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    auto& field = inside->component().form().get<TextBox>("txtName");
+    field.setFocus();
+    auto* line = dynamic_cast<QLineEdit*>(inside->formView().widgetOf(field));
+    QTest::keyClicks(line, "Acme");
+    QTest::keyClick(line, Qt::Key_Escape);
+    EXPECT_EQ(line->text(), "Name text");
+    EXPECT_EQ(line->selectedText(), "Name text");
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(reached, 0);
+    QTest::keyClick(line, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(DataEntryWidget, EscapeClosesAnOpenListFirst) {
+    entry->setExchanges({"NYSE", "NASDAQ"});
+    open(fullCompany());
+    auto& list = form().get<ComboBox>("cmbExchange");
+    list.setFocus();
+    auto* combo = native<QComboBox>("cmbExchange");
+    QTest::keyClicks(combo, "N");
+    ASSERT_EQ(list.text(), "N");
+    QTest::keyClick(combo, Qt::Key_F4);
+    ASSERT_TRUE(combo->view()->isVisible());
+    QTest::keyClick(combo->view(), Qt::Key_Escape);
+    EXPECT_FALSE(combo->view()->isVisible());
+    EXPECT_EQ(list.text(), "N");
+    QTest::keyClick(combo, Qt::Key_Escape);
+    EXPECT_EQ(list.text(), "Exchange text");
+}
+
 TEST_F(DataEntryWidget, EveryPropertyIsWrittenReadAndTold) {
     struct Row {
         const char* name;
@@ -109,6 +230,8 @@ TEST_F(DataEntryWidget, EveryPropertyIsWrittenReadAndTold) {
         {"percentFormat", "0%"},
         {"dateFormat", "DD.MM.YYYY"},
         {"numberFormat", "#,##0.0"},
+        {"decimalMark", ","},
+        {"groupingMark", "'"},
         {"fractionDisplay", true},
         {"borderStyle", 1},
         {"platform", 1},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/contract.hpp"
 
+#include "platform/text.hpp"
 #include "tests/support/entry_object_rows.hpp"
 #include "tests/support/field_steps.hpp"
 
@@ -59,6 +60,89 @@ void theSymbolIsTypedInCapitals(Desktop& desktop) {
     desktop.click("txtSymbol");
     desktop.type("abc.d");
     EXPECT_EQ(desktop.shownText("txtSymbol"), "ABC.D");
+}
+
+void aPastedSymbolComesInCapitals(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.setClipboard("brk.b");
+    desktop.click("txtSymbol");
+    desktop.type("^v");
+    EXPECT_EQ(desktop.shownText("txtSymbol"), "BRK.B");
+    desktop.type("^z");
+    EXPECT_EQ(desktop.shownText("txtSymbol"), "FULL");
+    desktop.type("^a");
+    desktop.nextMenuEntry("Paste");
+    desktop.rightClick("txtSymbol");
+    EXPECT_EQ(desktop.shownText("txtSymbol"), "BRK.B");
+}
+
+void aSymbolHasTwentyCharacters(Desktop& desktop) {
+    const auto company = fullCompany();
+    company->put_Symbol("\u00C4\u00C4\u00C4\u00C4\u00C4\u00C4\u00C4\u00C4\u00C4\u00C4\u00C4\u00C4");
+    desktop.load(company);
+    desktop.click("txtSymbol");
+    desktop.type("{END}1234567890AB");
+    EXPECT_EQ(textLength(desktop.shownText("txtSymbol")), 20);
+    EXPECT_TRUE(desktop.shownText("txtSymbol").ends_with("12345678"));
+    // Characters beyond the first plane are no longer than others.
+    std::string smiles;
+    for (int i = 0; i < 24; ++i)
+        smiles += "\U0001F600";
+    desktop.setClipboard(smiles);
+    desktop.type("^a^v");
+    EXPECT_EQ(desktop.shownText("txtSymbol"), textLeft(smiles, 20));
+    desktop.setClipboard("xyz");
+    desktop.type("{LEFT}^v");
+    EXPECT_EQ(desktop.shownText("txtSymbol"), textLeft(smiles, 20)) << "there is no room";
+    desktop.type("{BS}^v");
+    EXPECT_EQ(desktop.shownText("txtSymbol"),
+              std::string(textLeft(smiles, 18)) + "X" + std::string(textLeft(smiles, 1)));
+}
+
+void escapeTakesAnEditBack(Desktop& desktop) {
+    desktop.load(fullCompany());
+    const auto before = desktop.company->clone();
+    for (const auto& [tab, id] : {std::pair{toCompany, "txtTotalDebt"},
+                                  {toCompany, "cmbExchange"},
+                                  {toYearly, "txtSales(9)"},
+                                  {toQuarterly, "txtEPS(0)"},
+                                  {toOther, "txtNotes"}}) {
+        desktop.clickTab(tab);
+        desktop.click(id);
+        const std::string shown = desktop.shownText(id);
+        desktop.type("12");
+        EXPECT_NE(desktop.shownText(id), shown) << id;
+        desktop.type("{ESC}");
+        EXPECT_EQ(desktop.shownText(id), shown);
+        EXPECT_EQ(desktop.focusedId(), id);
+    }
+    desktop.clickTab(toCompany);
+    EXPECT_FALSE(desktop.entry().get_blnDirty());
+    EXPECT_EQ(changedData(*before, *desktop.company), Names{});
+}
+
+void theCommaIsTheDecimalMark(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.entry().put_NumberMarks({',', "."});
+    EXPECT_FALSE(desktop.entry().get_blnDirty());
+    desktop.click("txtTotalDebt");
+    desktop.type("1.2,5{TAB}");
+    EXPECT_EQ(desktop.company->get_TotalDebt(), 12.5);
+    EXPECT_EQ(desktop.shownText("txtTotalDebt"), "12,50");
+    desktop.click("txtTotalDebt");
+    desktop.type("7{DECIMAL}25{TAB}");
+    EXPECT_EQ(desktop.company->get_TotalDebt(), 7.25);
+    desktop.setClipboard("1.234,56");
+    desktop.click("txtTotalDebt");
+    desktop.type("^v{TAB}");
+    EXPECT_EQ(desktop.company->get_TotalDebt(), 1234.56);
+    EXPECT_EQ(desktop.shownText("txtTotalDebt"), "1234,56");
+    desktop.click("txtTotalDebt");
+    desktop.type("9,5");
+    desktop.entry().put_NumberMarks({'.', ","});
+    EXPECT_EQ(desktop.shownText("txtTotalDebt"), "9.5");
+    desktop.type("{DECIMAL}{TAB}");
+    EXPECT_EQ(desktop.company->get_TotalDebt(), 9.5);
 }
 
 void aPriceAboveTheHighRaisesIt(Desktop& desktop) {
@@ -776,6 +860,10 @@ constexpr ContractScene scenes[] = {
     VKR_SCENE(lettersAreSwallowedInNumbers),
     VKR_SCENE(theSecondMinusTakesTheSignOff),
     VKR_SCENE(theSymbolIsTypedInCapitals),
+    VKR_SCENE(aPastedSymbolComesInCapitals),
+    VKR_SCENE(aSymbolHasTwentyCharacters),
+    VKR_SCENE(escapeTakesAnEditBack),
+    VKR_SCENE(theCommaIsTheDecimalMark),
     VKR_SCENE(aPriceAboveTheHighRaisesIt),
     VKR_SCENE(aPastedTextArrivesWhole),
     VKR_SCENE(undoTakesAnEditBack),
