@@ -122,6 +122,24 @@ constexpr int lastFiscalYear = 9999;
 // Far enough from 1899 that no quarter of the grid falls on the day that stands for "no date".
 constexpr int firstQuarterYear = 1910;
 
+// A spreadsheet takes a cell that begins so for a formula. An apostrophe in front keeps it a text;
+// a text with apostrophes of its own there gets one more, so that each comes back as it was.
+constexpr std::string_view formulaStarts = "=+-@\t\r";
+
+bool looksLikeFormula(std::string_view text) {
+    const auto start = text.find_first_not_of('\'');
+    return start != std::string_view::npos &&
+           formulaStarts.find(text[start]) != std::string_view::npos;
+}
+
+std::string keptAsText(const std::string& text) {
+    return looksLikeFormula(text) ? "'" + text : text;
+}
+
+std::string_view withoutTextMark(std::string_view text) {
+    return text.starts_with('\'') && looksLikeFormula(text) ? text.substr(1) : text;
+}
+
 const CompanyRecord& emptyRecord() {
     static const CompanyRecord empty;
     return empty;
@@ -302,7 +320,7 @@ class CompanyReader {
     }
 
     void take(const CsvCell& cell, const KeyRow& row, const TextAccess& /*access*/) {
-        writeText(company_, row.datum, cell.text);
+        writeText(company_, row.datum, std::string(withoutTextMark(cell.text)));
     }
     void take(const CsvCell& cell, const KeyRow& row, const NumberAccess& /*access*/) {
         if (const auto value = findings_.figure(cell, 2, row.places))
@@ -322,7 +340,7 @@ class CompanyReader {
         const auto settings = company_.get_Settings();
         const int type = settings->get(name).varType();
         if (type == Variant::vtString)
-            return settings->put(name, cell.text);
+            return settings->put(name, std::string(withoutTextMark(cell.text)));
         if (trimmed(cell.text).empty())
             return;
         if (type == Variant::vtBoolean) {
@@ -579,20 +597,25 @@ std::string figureText(double value, int places = 0) {
     return value == 0 ? "" : shiftDecimalPoint(exactNumberText(value), places);
 }
 
+std::string cellText(const Variant& value) {
+    const bool isText = value.varType() == Variant::vtString;
+    return isText ? keptAsText(value.toText()) : value.toText();
+}
+
 std::string valueText(const CompanyRecord& company, const KeyRow& row) {
     const Variant& value = company.stored(row.datum);
     if (const auto* date = std::get_if<Date>(&value.value()))
         return isoDateText(*date);
     if (const auto* number = std::get_if<double>(&value.value()))
         return figureText(*number, row.places);
-    return value == emptyRecord().stored(row.datum) ? "" : value.toText();
+    return value == emptyRecord().stored(row.datum) ? "" : cellText(value);
 }
 
 std::string settingText(const CompanyRecord& company, std::string_view name) {
     const Variant value = company.get_Settings()->get(name);
     if (value == emptyRecord().get_Settings()->get(name))
         return "";
-    return value.varType() == Variant::vtBoolean ? "true" : value.toText();
+    return value.varType() == Variant::vtBoolean ? "true" : cellText(value);
 }
 
 std::string companyText(const CompanyRecord& company) {

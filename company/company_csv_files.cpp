@@ -30,9 +30,15 @@ std::string lastFault() {
 // Nothing where there is no such file. A file that is there and cannot be read is a problem.
 std::optional<CsvText> readText(const fs::path& path, CsvImport& import) {
     std::error_code fault;
-    if (!fs::exists(path, fault) && !fault)
+    const fs::file_status status = fs::status(path, fault);
+    if (status.type() == fs::file_type::not_found)
         return std::nullopt;
     CsvText text{textOf(path.filename()), ""};
+    // A pipe or a device would be waited for.
+    if (fs::is_other(status)) {
+        import.errors.push_back({text.file, 0, 0, "", "cannot be read: it is no file"});
+        return text;
+    }
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     // By the stream, which keeps to itself what its buffer throws, as for a folder.
@@ -143,6 +149,8 @@ FolderImport importFolder(const fs::path& folder, const ImportProgress& progress
     std::error_code fault;
     for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
          entry.increment(fault)) {
+        if (std::error_code ignored; !entry->is_regular_file(ignored))
+            continue;
         const std::string name = textOf(entry->path().filename());
         for (const auto suffix : {companySuffix, yearlySuffix, quarterlySuffix})
             if (name.ends_with(suffix) && name.size() > suffix.size())

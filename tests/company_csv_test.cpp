@@ -11,6 +11,7 @@
 #include <iterator>
 #include <numeric>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <system_error>
 
 namespace vkr {
@@ -368,6 +369,49 @@ TEST(CompanyCsv, ExportedQuartersHaveTheDatesOfTheGrid) {
     }
 }
 
+// A spreadsheet would work out a cell that begins like a formula.
+TEST(CompanyCsv, TextsThatLookLikeFormulasStayTexts) {
+    struct Row {
+        const char* text;
+        const char* cell;
+    };
+    const Row rows[] = {
+        {"=1+2", "'=1+2"},
+        {"+1 800 555 0100", "'+1 800 555 0100"},
+        {"-Alpha", "'-Alpha"},
+        {"@SUM(A1)", "'@SUM(A1)"},
+        {"\t=1", "\"'\t=1\""},
+        {"\r=1", "\"'\r=1\""},
+        {"=A1,\"x\"", "\"'=A1,\"\"x\"\"\""},
+        {"'=1", "''=1"},
+        {"''-x", "'''-x"},
+        {"'tis", "'tis"},
+        {"'", "'"},
+        {"a=b", "a=b"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        CompanyRecord company;
+        company.put_Name(row.text);
+        company.put_Notes(row.text);
+        company.get_Settings()->put(setting::currencySymbol, row.text);
+        const CompanyTexts texts = exportCompanyTexts(company);
+        for (const char* key : {"\nname,", "\nnotes,", "\ncurrency_symbol,"})
+            EXPECT_NE(texts.company.text.find(key + std::string(row.cell) + "\n"),
+                      std::string::npos)
+                << texts.company.text;
+        const CsvImport again = importCompanyTexts(texts);
+        ASSERT_NE(again.company, nullptr);
+        EXPECT_TRUE(sameAs(*again.company, company));
+    }
+    // Figures are no texts, and a text of another program's is taken as it stands.
+    CompanyRecord loss;
+    loss.put_Last4QEPS(-1.5);
+    EXPECT_NE(exportCompanyTexts(loss).company.text.find("\neps_last_4_quarters,-1.5\n"),
+              std::string::npos);
+    EXPECT_EQ(importTexts("key,value\nname,=X\n").company->get_Name(), "=X");
+}
+
 // Placing of rows
 
 TEST(CompanyCsv, RowsMayStandInAnyOrderAndLeaveGaps) {
@@ -687,6 +731,29 @@ TEST_F(CompanyCsvFiles, AFileThatCannotBeReadIsAnError) {
     EXPECT_EQ(import.company, nullptr);
     EXPECT_EQ(told(import.errors),
               Lines{"X-yearly.csv: cannot be read: " + std::generic_category().message(EISDIR)});
+}
+
+TEST_F(CompanyCsvFiles, APipeIsNotWaitedFor) {
+    write(folder_ / "X-company.csv", "key,value\nname,X\n");
+    ASSERT_EQ(mkfifo((folder_ / "X-yearly.csv").c_str(), 0600), 0);
+    const CsvImport import = importCompany(folder_, "X");
+    EXPECT_EQ(import.company, nullptr);
+    EXPECT_EQ(told(import.errors), Lines{"X-yearly.csv: cannot be read: it is no file"});
+}
+
+TEST_F(CompanyCsvFiles, AFolderImportPassesOverWhatIsNoRegularFile) {
+    write(folder_ / "X-company.csv", "key,value\nname,X\n");
+    fs::create_symlink(folder_ / "X-company.csv", folder_ / "LINK-company.csv");
+    fs::create_symlink(folder_ / "gone", folder_ / "NOWHERE-company.csv");
+    fs::create_directories(folder_ / "FOLDER-company.csv");
+    ASSERT_EQ(mkfifo((folder_ / "PIPE-company.csv").c_str(), 0600), 0);
+    const FolderImport import = importFolder(folder_);
+    EXPECT_EQ(import.error, "");
+    ASSERT_EQ(import.entries.size(), 2U);
+    EXPECT_EQ(import.entries[0].prefix, "LINK");
+    EXPECT_EQ(import.entries[1].prefix, "X");
+    for (const auto& entry : import.entries)
+        EXPECT_NE(entry.result.company, nullptr) << entry.prefix;
 }
 
 TEST_F(CompanyCsvFiles, AFileLongerThanOneReadArrivesWhole) {
