@@ -2,32 +2,14 @@
 #include "company/company_record.hpp"
 
 #include "company/exact_text.hpp"
-#include "platform/text.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <stdexcept>
-#include <type_traits>
 
 namespace vkr {
 
 namespace {
-
-enum class SettingKind { number, text, flag };
-
-struct SettingRow {
-    std::string_view name;
-    SettingKind kind;
-    std::int16_t initial; // of a number
-};
-
-constexpr SettingRow settingRows[] = {
-    {setting::unit, SettingKind::number, 0},         {setting::leadPeriod, SettingKind::number, -1},
-    {setting::currencySymbol, SettingKind::text, 0}, {setting::bookValue, SettingKind::flag, 0},
-    {setting::taxRate, SettingKind::flag, 0},        {setting::lockBasicInfo, SettingKind::flag, 0},
-};
-constexpr std::size_t settingCount = std::size(settingRows);
 
 std::string validText(std::string text) {
     if (!isValidUtf8(text))
@@ -49,88 +31,6 @@ Date validDay(Date date) {
     const auto [year, month, day] = civil(date);
     return makeDate(year, month, day).value();
 }
-
-std::int16_t validInteger(const Variant& value) {
-    if (!value.isNumeric() && !value.isEmpty())
-        throw std::invalid_argument("the setting is a whole number");
-    const auto number = value.toLong();
-    if (number < std::numeric_limits<std::int16_t>::min() ||
-        number > std::numeric_limits<std::int16_t>::max())
-        throw std::overflow_error("overflow");
-    return static_cast<std::int16_t>(number);
-}
-
-class CompanySettings final : public Object {
-  public:
-    CompanySettings() {
-        for (std::size_t i = 0; i < settingCount; ++i)
-            values_[i] = initial(settingRows[i]);
-    }
-
-    [[nodiscard]] Variant get(std::string_view name) const override {
-        const auto index = find(name);
-        return index == settingCount ? Object::get(name) : values_[index];
-    }
-
-    void put(std::string_view name, const Variant& value) override {
-        const auto index = find(name);
-        if (index == settingCount)
-            return Object::put(name, value);
-        switch (settingRows[index].kind) {
-        case SettingKind::number:
-            values_[index] = validInteger(value);
-            break;
-        case SettingKind::text:
-            values_[index] = validText(value.toText());
-            break;
-        case SettingKind::flag:
-            values_[index] = value.toBoolean();
-            break;
-        }
-    }
-
-  private:
-    static Variant initial(const SettingRow& row) {
-        switch (row.kind) {
-        case SettingKind::number:
-            return row.initial;
-        case SettingKind::text:
-            return "";
-        case SettingKind::flag:
-            return false;
-        }
-        return {};
-    }
-
-    static std::size_t find(std::string_view name) {
-        const auto* row =
-            std::find_if(std::begin(settingRows), std::end(settingRows),
-                         [&](const SettingRow& one) { return equalsIgnoringCase(one.name, name); });
-        return static_cast<std::size_t>(row - std::begin(settingRows));
-    }
-
-    std::array<Variant, settingCount> values_;
-};
-
-// The lead period alone, for whoever holds the reporting period only.
-class ReportingPeriod final : public Object {
-  public:
-    explicit ReportingPeriod(std::shared_ptr<Object> settings) : settings_(std::move(settings)) {}
-
-    [[nodiscard]] Variant get(std::string_view name) const override {
-        return answersTo(name) ? settings_->get(name) : Object::get(name);
-    }
-    void put(std::string_view name, const Variant& value) override {
-        answersTo(name) ? settings_->put(name, value) : Object::put(name, value);
-    }
-
-  private:
-    static bool answersTo(std::string_view name) {
-        return equalsIgnoringCase(name, setting::leadPeriod);
-    }
-
-    std::shared_ptr<Object> settings_;
-};
 
 Variant emptyDatum(const DatumRow& row) {
     struct Empty {
@@ -196,18 +96,9 @@ void compare(std::string_view name, const Variant& before, const Variant& after,
 
 } // namespace
 
-CompanyRecord::CompanyRecord()
-    : settings_(std::make_shared<CompanySettings>()),
-      reportingPeriod_(std::make_shared<ReportingPeriod>(settings_)) {
+CompanyRecord::CompanyRecord() {
     for (const DatumRow& row : datumTable())
         place(row.datum) = emptyDatum(row);
-}
-
-CompanyRecord::CompanyRecord(const CompanyRecord& other)
-    : iVKR_Company(other), data_(other.data_), settings_(std::make_shared<CompanySettings>()),
-      reportingPeriod_(std::make_shared<ReportingPeriod>(settings_)) {
-    for (const auto name : settingNames())
-        settings_->put(name, other.settings_->get(name));
 }
 
 std::shared_ptr<CompanyRecord> CompanyRecord::clone() const {
@@ -273,16 +164,6 @@ void CompanyRecord::put_LastFY(std::int16_t value) {
 
 bool isYearly(Datum series) {
     return isSeries(rowOf(series)) && rowOf(series).name.starts_with('Y');
-}
-
-std::span<const std::string_view> settingNames() {
-    static constexpr auto names = [] {
-        std::array<std::string_view, settingCount> all;
-        for (std::size_t i = 0; i < settingCount; ++i)
-            all[i] = settingRows[i].name;
-        return all;
-    }();
-    return names;
 }
 
 std::vector<Difference> differences(const iVKR_Company& before, const iVKR_Company& after) {

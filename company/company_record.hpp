@@ -2,14 +2,13 @@
 #pragma once
 
 #include "binding/datum_table.hpp"
-#include "binding/ivkr_company.hpp"
+#include "company/company_base.hpp"
 #include "platform/object_factory.hpp"
 #include "platform/variant.hpp"
 
 #include <array>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -28,17 +27,14 @@ namespace vkr {
 // Three data answer for one another while they are absent (0), so that a record is never half
 // dated: LastFY is then the year of LastFYDate, LastQDate the same as LastQDateForGrid and the
 // other way about.
-class CompanyRecord final : public iVKR_Company {
+class CompanyRecord final : public CompanyBase {
   public:
     static constexpr int yearlyUpper = 10;
     static constexpr int quarterlyUpper = 34;
 
     CompanyRecord();
-    // A copy shares nothing with the original, neither settings nor the reporting period.
-    CompanyRecord(const CompanyRecord& other);
-    CompanyRecord& operator=(const CompanyRecord&) = delete;
-    ~CompanyRecord() override = default;
 
+    // A copy shares nothing with the original, neither settings nor the reporting period.
     [[nodiscard]] std::shared_ptr<CompanyRecord> clone() const;
 
     // The datum as it was set, where the properties may answer with what stands in for it.
@@ -122,57 +118,6 @@ class CompanyRecord final : public iVKR_Company {
     [[nodiscard]] std::int16_t get_LastFY() const override;
     void put_LastFY(std::int16_t value) override;
 
-    // The settings answer to every name of `setting`, upper or lower case; any other name throws.
-    // The lead period is one and the same value for both objects.
-    [[nodiscard]] std::shared_ptr<Object> get_Settings() const override {
-        return settings_;
-    }
-    [[nodiscard]] std::shared_ptr<Object> get_ReportingPeriod() const override {
-        return reportingPeriod_;
-    }
-
-    // Nothing is derived from these, and nothing goes wrong by calling them.
-    void put_QuarterlyFlag(const Variant& /*value*/) override {}
-    Variant BeginYearShift(std::int16_t /*value*/) override {
-        return {};
-    }
-    Variant YearShiftState(std::int16_t /*value*/) override {
-        return {};
-    }
-    Variant EndYearShift(std::int16_t /*value*/) override {
-        return {};
-    }
-    Variant YearShiftUnit(std::int16_t /*value*/) override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftFirst() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftLast() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftCount() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_ReportingPeriodEnd() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftPrices() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftEarnings() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftDividends() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftShares() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_SettingsApply() const override {
-        return {};
-    }
-
   private:
     [[nodiscard]] std::string text(Datum datum) const;
     [[nodiscard]] double number(Datum datum) const;
@@ -184,15 +129,10 @@ class CompanyRecord final : public iVKR_Company {
     [[nodiscard]] Variant& place(Datum datum);
 
     std::array<Variant, datumCount> data_;
-    std::shared_ptr<Object> settings_;
-    std::shared_ptr<Object> reportingPeriod_;
 };
 
 // A series whose elements are fiscal years; the other ones hold quarters.
 [[nodiscard]] bool isYearly(Datum series);
-
-// The names that the settings object answers to, in a fixed order.
-[[nodiscard]] std::span<const std::string_view> settingNames();
 
 // One datum in which two records differ.
 struct Difference {

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_base.hpp"
+
+#include "company/exact_text.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+namespace vkr {
+
+namespace {
+
+enum class SettingKind { number, text, flag };
+
+struct SettingRow {
+    std::string_view name;
+    SettingKind kind;
+    std::int16_t initial; // of a number
+};
+
+constexpr SettingRow settingRows[] = {
+    {setting::unit, SettingKind::number, 0},         {setting::leadPeriod, SettingKind::number, -1},
+    {setting::currencySymbol, SettingKind::text, 0}, {setting::bookValue, SettingKind::flag, 0},
+    {setting::taxRate, SettingKind::flag, 0},        {setting::lockBasicInfo, SettingKind::flag, 0},
+};
+constexpr std::size_t settingCount = std::size(settingRows);
+
+std::string validText(std::string text) {
+    if (!isValidUtf8(text))
+        throw std::invalid_argument("the text is not valid UTF-8");
+    return text;
+}
+
+std::int16_t validInteger(const Variant& value) {
+    if (!value.isNumeric() && !value.isEmpty())
+        throw std::invalid_argument("the setting is a whole number");
+    const auto number = value.toLong();
+    if (number < std::numeric_limits<std::int16_t>::min() ||
+        number > std::numeric_limits<std::int16_t>::max())
+        throw std::overflow_error("overflow");
+    return static_cast<std::int16_t>(number);
+}
+
+class CompanySettings final : public Object {
+  public:
+    CompanySettings() {
+        for (std::size_t i = 0; i < settingCount; ++i)
+            values_[i] = initial(settingRows[i]);
+    }
+
+    [[nodiscard]] Variant get(std::string_view name) const override {
+        const auto index = find(name);
+        return index == settingCount ? Object::get(name) : values_[index];
+    }
+
+    void put(std::string_view name, const Variant& value) override {
+        const auto index = find(name);
+        if (index == settingCount)
+            return Object::put(name, value);
+        switch (settingRows[index].kind) {
+        case SettingKind::number:
+            values_[index] = validInteger(value);
+            break;
+        case SettingKind::text:
+            values_[index] = validText(value.toText());
+            break;
+        case SettingKind::flag:
+            values_[index] = value.toBoolean();
+            break;
+        }
+    }
+
+  private:
+    static Variant initial(const SettingRow& row) {
+        switch (row.kind) {
+        case SettingKind::number:
+            return row.initial;
+        case SettingKind::text:
+            return "";
+        case SettingKind::flag:
+            return false;
+        }
+        return {};
+    }
+
+    static std::size_t find(std::string_view name) {
+        const auto* row =
+            std::find_if(std::begin(settingRows), std::end(settingRows),
+                         [&](const SettingRow& one) { return equalsIgnoringCase(one.name, name); });
+        return static_cast<std::size_t>(row - std::begin(settingRows));
+    }
+
+    std::array<Variant, settingCount> values_;
+};
+
+// The lead period alone, for whoever holds the reporting period only.
+class ReportingPeriod final : public Object {
+  public:
+    explicit ReportingPeriod(std::shared_ptr<Object> settings) : settings_(std::move(settings)) {}
+
+    [[nodiscard]] Variant get(std::string_view name) const override {
+        return answersTo(name) ? settings_->get(name) : Object::get(name);
+    }
+    void put(std::string_view name, const Variant& value) override {
+        answersTo(name) ? settings_->put(name, value) : Object::put(name, value);
+    }
+
+  private:
+    static bool answersTo(std::string_view name) {
+        return equalsIgnoringCase(name, setting::leadPeriod);
+    }
+
+    std::shared_ptr<Object> settings_;
+};
+
+[[noreturn]] void refuse(std::string_view name) {
+    throw std::invalid_argument("the record has no " + std::string(name));
+}
+
+} // namespace
+
+CompanyBase::CompanyBase()
+    : settings_(std::make_shared<CompanySettings>()),
+      reportingPeriod_(std::make_shared<ReportingPeriod>(settings_)) {}
+
+CompanyBase::CompanyBase(const CompanyBase& other)
+    : iVKR_Company(other), settings_(std::make_shared<CompanySettings>()),
+      reportingPeriod_(std::make_shared<ReportingPeriod>(settings_)) {
+    for (const auto name : settingNames())
+        settings_->put(name, other.settings_->get(name));
+}
+
+void CompanyBase::takeNothing(std::string_view name, const std::string& value) {
+    if (!value.empty())
+        refuse(name);
+}
+void CompanyBase::takeNothing(std::string_view name, double value) {
+    if (value != 0)
+        refuse(name);
+}
+void CompanyBase::takeNothing(std::string_view name, std::int16_t value) {
+    if (value != 0)
+        refuse(name);
+}
+void CompanyBase::takeNothing(std::string_view name, Date value) {
+    if (!isAbsent(value))
+        refuse(name);
+}
+void CompanyBase::takeNothing(std::string_view name, const Variant& value) {
+    const VariantArray& figures = value.array();
+    for (std::int64_t element = figures.lower(); element <= figures.upper(); ++element)
+        if (figures.number(static_cast<int>(element)) != 0)
+            refuse(name);
+}
+
+std::span<const std::string_view> settingNames() {
+    static constexpr auto names = [] {
+        std::array<std::string_view, settingCount> all;
+        for (std::size_t i = 0; i < settingCount; ++i)
+            all[i] = settingRows[i].name;
+        return all;
+    }();
+    return names;
+}
+
+} // namespace vkr

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/ivkr_company.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace vkr {
+
+// A record that has nothing, to begin a record of your own with: override the reads and writes of
+// the data you have, and no others.
+//
+//     class Quote final : public vkr::CompanyBase {
+//       public:
+//         [[nodiscard]] double get_CurrentPrice() const override { return price_; }
+//         void put_CurrentPrice(double value) override { price_ = value; }
+//
+//       private:
+//         double price_ = 120.5;
+//     };
+//
+// A datum that is not overridden is absent: an empty text, 0, no date, a series without elements,
+// so that its cells can't be entered. Writing nothing into it is no fault; writing anything else
+// throws std::invalid_argument, so that the field on screen is marked as not stored rather than
+// what was typed being lost.
+//
+// Override both operations of a datum, or only the read for one that can be looked at alone.
+class CompanyBase : public iVKR_Company {
+  public:
+    CompanyBase();
+    // A copy has settings of its own.
+    CompanyBase(const CompanyBase& other);
+    CompanyBase& operator=(const CompanyBase&) = delete;
+    ~CompanyBase() override = default;
+
+#define VKR_ABSENT(Type, Argument, nothing, name)                                                  \
+    [[nodiscard]] Type get_##name() const override {                                               \
+        return nothing;                                                                            \
+    }                                                                                              \
+    void put_##name(Argument value) override {                                                     \
+        takeNothing(#name, value);                                                                 \
+    }
+#define VKR_TEXT(name) VKR_ABSENT(std::string, const std::string&, {}, name)
+#define VKR_NUMBER(name) VKR_ABSENT(double, double, 0, name)
+#define VKR_DATE(name) VKR_ABSENT(Date, Date, {}, name)
+#define VKR_SERIES(name) VKR_ABSENT(Variant, const Variant&, VariantArray(), name)
+
+    VKR_TEXT(Exchange)
+    VKR_TEXT(Industry)
+    VKR_TEXT(Source)
+    VKR_NUMBER(CurrentPrice)
+    VKR_NUMBER(CommDiv)
+    VKR_ABSENT(std::int16_t, std::int16_t, 0, LastFY)
+    VKR_NUMBER(High52W)
+    VKR_NUMBER(Low52W)
+    VKR_NUMBER(CommShares)
+    VKR_NUMBER(DilutedShares)
+    VKR_NUMBER(TotalDebt)
+    VKR_NUMBER(Last4QEPS)
+    VKR_NUMBER(TaxRate)
+    VKR_NUMBER(PrefDiv)
+    VKR_NUMBER(TotalCap)
+    VKR_NUMBER(InsiderHolding)
+    VKR_NUMBER(Institutional)
+    VKR_TEXT(Name)
+    VKR_TEXT(Symbol)
+    VKR_DATE(DateOfSource)
+    VKR_DATE(PriceUpdatedDate)
+    VKR_NUMBER(PrefShares)
+    VKR_DATE(LastQDate)
+    VKR_DATE(LastFYDate)
+    VKR_NUMBER(ORBEPSProj)
+    VKR_TEXT(Address1)
+    VKR_TEXT(Address2)
+    VKR_TEXT(City)
+    VKR_TEXT(State)
+    VKR_TEXT(Zip)
+    VKR_TEXT(Country)
+    VKR_TEXT(Internet)
+    VKR_TEXT(Tel)
+    VKR_TEXT(ContactPerson)
+    VKR_TEXT(VLTimeliness)
+    VKR_TEXT(VLSafety)
+    VKR_NUMBER(CommDivAlternate)
+    VKR_DATE(LastQDateForGrid)
+    VKR_DATE(LastUpdate)
+    VKR_TEXT(Notes)
+    VKR_SERIES(QPTISeries)
+    VKR_SERIES(YCSOSeries)
+    VKR_SERIES(YTaxRateSeries)
+    VKR_SERIES(YCommEqSeries)
+    VKR_SERIES(QNetIncSeries)
+    VKR_SERIES(QRevenueSeries)
+    VKR_SERIES(QTaxRateSeries)
+    VKR_SERIES(QEPSSeries)
+    VKR_SERIES(YPTISeries)
+    VKR_SERIES(YDividendSeries)
+    VKR_SERIES(YRevenueSeries)
+    VKR_SERIES(YHighSeries)
+    VKR_SERIES(YNetIncSeries)
+    VKR_SERIES(YBookValSeries)
+    VKR_SERIES(YLowSeries)
+    VKR_SERIES(YEPSSeries)
+
+#undef VKR_SERIES
+#undef VKR_DATE
+#undef VKR_NUMBER
+#undef VKR_TEXT
+#undef VKR_ABSENT
+
+    // The settings answer to every name of `setting`, upper or lower case; any other name throws.
+    // At first the unit is 0 (never chosen), the lead period -1 (none), the others empty or false.
+    // They live as long as the record; one that keeps them writes them down with its data. The
+    // lead period is one and the same value for both objects.
+    [[nodiscard]] std::shared_ptr<Object> get_Settings() const override {
+        return settings_;
+    }
+    [[nodiscard]] std::shared_ptr<Object> get_ReportingPeriod() const override {
+        return reportingPeriod_;
+    }
+
+    // Nothing is derived from these, and nothing goes wrong by calling them.
+    void put_QuarterlyFlag(const Variant& /*value*/) override {}
+    Variant BeginYearShift(std::int16_t /*value*/) override {
+        return {};
+    }
+    Variant YearShiftState(std::int16_t /*value*/) override {
+        return {};
+    }
+    Variant EndYearShift(std::int16_t /*value*/) override {
+        return {};
+    }
+    Variant YearShiftUnit(std::int16_t /*value*/) override {
+        return {};
+    }
+    [[nodiscard]] Variant get_YearShiftFirst() const override {
+        return {};
+    }
+    [[nodiscard]] Variant get_YearShiftLast() const override {
+        return {};
+    }
+    [[nodiscard]] Variant get_YearShiftCount() const override {
+        return {};
+    }
+    [[nodiscard]] Variant get_ReportingPeriodEnd() const override {
+        return {};
+    }
+    [[nodiscard]] Variant get_YearShiftPrices() const override {
+        return {};
+    }
+    [[nodiscard]] Variant get_YearShiftEarnings() const override {
+        return {};
+    }
+    [[nodiscard]] Variant get_YearShiftDividends() const override {
+        return {};
+    }
+    [[nodiscard]] Variant get_YearShiftShares() const override {
+        return {};
+    }
+    [[nodiscard]] Variant get_SettingsApply() const override {
+        return {};
+    }
+
+  private:
+    // What the record has no place for, unless it is nothing, throws.
+    static void takeNothing(std::string_view name, const std::string& value);
+    static void takeNothing(std::string_view name, double value);
+    static void takeNothing(std::string_view name, std::int16_t value);
+    static void takeNothing(std::string_view name, Date value);
+    static void takeNothing(std::string_view name, const Variant& value);
+
+    std::shared_ptr<Object> settings_;
+    std::shared_ptr<Object> reportingPeriod_;
+};
+
+// The names that the settings object answers to, in a fixed order.
+[[nodiscard]] std::span<const std::string_view> settingNames();
+
+} // namespace vkr
