@@ -2,8 +2,10 @@
 #include "desktop/calendar_dialog.hpp"
 
 #include "desktop/qt_values.hpp"
+#include "desktop/readable_colors.hpp"
 
 #include <QDialogButtonBox>
+#include <QTextCharFormat>
 #include <QVBoxLayout>
 
 namespace vkr {
@@ -18,6 +20,7 @@ CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
     const QDate date = toQt(form.calendarDate());
     calendar_->setSelectedDate(date.isValid() ? date : QDate::currentDate());
     calendar_->setAccessibleName(caption);
+    showWeekends();
     connect(calendar_, &QCalendarWidget::activated, this, &CalendarDialog::accept);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
@@ -29,6 +32,18 @@ CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
     column->addWidget(buttons);
     column->setSizeConstraint(QLayout::SetFixedSize);
     calendar_->setFocus();
+}
+
+// Red, as everywhere; the toolkit's own red is too dark for a dark theme.
+void CalendarDialog::showWeekends() {
+    const QPalette& shown = calendar_->palette();
+    const QColor red = readable(readable(Qt::red, shown.color(QPalette::Base)),
+                                shown.color(QPalette::AlternateBase)); // behind their names
+    for (const auto day : {Qt::Saturday, Qt::Sunday}) {
+        QTextCharFormat format = calendar_->weekdayTextFormat(day);
+        format.setForeground(red);
+        calendar_->setWeekdayTextFormat(day, format);
+    }
 }
 
 void CalendarDialog::accept() {

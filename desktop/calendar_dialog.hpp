@@ -19,6 +19,8 @@ class CalendarDialog final : public QDialog {
     void reject() override;
 
   private:
+    void showWeekends();
+
     CalendarForm& form_;
     QCalendarWidget* calendar_;
 };

@@ -2,6 +2,7 @@
 #include "desktop/control_view.hpp"
 
 #include "desktop/form_view.hpp"
+#include "desktop/readable_colors.hpp"
 #include "platform/text.hpp"
 
 #include <QContextMenuEvent>
@@ -101,13 +102,14 @@ void ControlView::showColors() {
     const QColor fore = toQt(control_->foreColor());
     // Black on the system colour is whatever is readable on this desktop.
     const bool own = back.isValid() || control_->foreColor() != colors::black;
+    const QColor behind = back.isValid() ? back : view_.palette().color(QPalette::Window);
     QPalette palette;
     if (back.isValid())
         for (const auto role : {QPalette::Window, QPalette::Button})
             palette.setColor(role, back);
     if (own && fore.isValid())
         for (const auto role : {QPalette::WindowText, QPalette::ButtonText})
-            palette.setColor(role, fore);
+            palette.setColor(role, readable(fore, behind));
     widget_->setAutoFillBackground(back.isValid());
     if (palette.resolveMask() != 0 || widget_->palette().resolveMask() != 0)
         widget_->setPalette(palette);

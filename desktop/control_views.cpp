@@ -3,6 +3,7 @@
 
 #include "desktop/field_views.hpp"
 #include "desktop/form_view.hpp"
+#include "desktop/readable_colors.hpp"
 #include "platform/text.hpp"
 
 #include <QAbstractButton>
@@ -117,6 +118,10 @@ class CaptionLabel : public QLabel {
     void paintEvent(QPaintEvent* /*event*/) override {
         constexpr double narrowest = 0.55; // three letters of a currency in the place of a "$"
         QPainter painter(this);
+        if (text().isEmpty() && autoFillBackground()) {
+            paintEdge(painter);
+            return;
+        }
         QRect place = rect();
         if (const int needed = neededWidth(); needed > width()) {
             const double part = std::max(narrowest, static_cast<double>(width()) / needed);
@@ -133,6 +138,14 @@ class CaptionLabel : public QLabel {
     }
 
   private:
+    // A patch of a colour that may be as good as that of the page.
+    void paintEdge(QPainter& painter) const {
+        const QPalette& page = view_.view().palette();
+        painter.setPen(
+            readable(page.color(QPalette::Mid), page.color(QPalette::Window), signContrast));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+
     // Of the widest piece that can't be broken.
     [[nodiscard]] int neededWidth() const {
         const auto metrics = fontMetrics();

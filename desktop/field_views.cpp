@@ -128,11 +128,15 @@ void FieldView::showColors() {
     const QColor chosen = toQt(field().backColor());
     const QColor back = chosen.isValid() ? chosen : window;
     const QColor fore = toQt(field().foreColor());
-    if (widget().palette().color(QPalette::Active, QPalette::Base) == back &&
-        widget().palette().color(QPalette::Active, QPalette::Text) == fore &&
-        widget().testAttribute(Qt::WA_SetPalette))
-        return;
-    widget().setPalette(view().fieldPalette(back, fore));
+    const QPalette& wanted = view().fieldPalette(back, fore);
+    const QPalette& shown = widget().palette();
+    const auto shows = [&](QPalette::ColorGroup group) {
+        return shown.color(group, QPalette::Base) == wanted.color(group, QPalette::Base) &&
+               shown.color(group, QPalette::Text) == wanted.color(group, QPalette::Text);
+    };
+    if (!widget().testAttribute(Qt::WA_SetPalette) || !shows(QPalette::Active) ||
+        !shows(QPalette::Disabled))
+        widget().setPalette(wanted);
 }
 
 void FieldView::widgetChanged() {

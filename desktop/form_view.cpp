@@ -171,14 +171,16 @@ const QPalette& FormView::fieldPalette(const QColor& back, const QColor& fore) {
     if (isNew) {
         const QColor window = palette().color(QPalette::Window);
         const QColor dimmed = between(back, window, 0.6);
+        const QColor text = readable(fore, back);
         const QBrush base(back);
-        const QBrush text(fore);
+        const QBrush ink(text);
         for (const auto group : {QPalette::Active, QPalette::Inactive}) {
             made.setBrush(group, QPalette::Base, base);
-            made.setBrush(group, QPalette::Text, text);
+            made.setBrush(group, QPalette::Text, ink);
         }
         made.setBrush(QPalette::Disabled, QPalette::Base, dimmed);
-        made.setBrush(QPalette::Disabled, QPalette::Text, between(fore, dimmed, 0.35));
+        made.setBrush(QPalette::Disabled, QPalette::Text,
+                      readable(between(text, dimmed, 0.35), dimmed, signContrast));
     }
     return made;
 }
@@ -210,6 +212,13 @@ void FormView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::Dark));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+// Colours that were chosen to be readable on the old one.
+void FormView::followTheme() {
+    fieldPalettes_.clear();
+    for (const auto& [control, view] : views_)
+        view->show(Property::colors);
 }
 
 void FormView::paintMark(QWidget& widget, MarkKind kind) {
@@ -586,6 +595,9 @@ bool FormView::event(QEvent* event) {
             form_->surfaceClick();
         surfacePressed_ = false;
         return true;
+    case QEvent::PaletteChange:
+        followTheme();
+        return QWidget::event(event);
     case QEvent::Wheel:
         turnWheel(static_cast<QWheelEvent&>(*event), nullptr);
         return true;

@@ -99,6 +99,7 @@ class FormView : public QWidget, private FormObserver {
     void replaceView(Control& control);
     void tellLabelsOf(const Control& named); // its view is another one
     void showScale();
+    void followTheme();
     void catchUp();
     void feedKey(QKeyEvent& event);
     bool typeCharacter(char32_t character, const std::function<void(const QString&)>& type);
