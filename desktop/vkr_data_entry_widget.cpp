@@ -50,7 +50,13 @@ class VKRDataEntryWidget::Events final : public VKRDataEntryEvents {
     void Assistant(std::int16_t enumObject, const Variant& vntValue) override {
         emit widget_.assistant(enumObject, variantOf(vntValue));
     }
-    void UnloadRequest(UnloadModeType enumMode) override { emit widget_.unloadRequest(enumMode); }
+    void UnloadRequest(UnloadModeType enumMode) override {
+        emit widget_.unloadRequest(enumMode);
+        if (enumMode == ulConfirm)
+            emit widget_.accepted();
+        else
+            emit widget_.rejected();
+    }
     void UpdatePrice(const std::shared_ptr<iVKR_Company>& /*objCompany*/) override {
         emit widget_.updatePrice();
     }
@@ -132,6 +138,11 @@ QString VKRDataEntryWidget::recordTitle() const {
     } catch (const std::exception&) { // a record that can't be read has no title
         return {};
     }
+}
+
+QString VKRDataEntryWidget::windowTitleFor(QString title) {
+    constexpr auto mark = QLatin1String("[*]");
+    return title.replace(mark, QStringLiteral("[*][*]")) + mark;
 }
 
 void VKRDataEntryWidget::stateChanged() {

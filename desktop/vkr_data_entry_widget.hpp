@@ -25,7 +25,8 @@ struct UnstoredField;
 //     auto* entry = new VKRDataEntryWidget(this);
 //     entry->setExchanges({"NYSE", "NASDAQ"});
 //     entry->setCompany(std::make_shared<CompanyRecord>());
-//     connect(entry, &VKRDataEntryWidget::unloadRequest, this, &Window::closeEntry);
+//     connect(entry, &VKRDataEntryWidget::accepted, this, &Window::saveAndClose);
+//     connect(entry, &VKRDataEntryWidget::rejected, this, &Window::close);
 //
 // It is ready without any set-up, knows both localizers and the record class of this library, and
 // has one size. Until a record is handed in it shows an empty square.
@@ -149,6 +150,9 @@ class VKRDataEntryWidget : public QWidget {
     [[nodiscard]] bool isDirty() const;
     void setDirty(bool dirty);
     [[nodiscard]] QString title() const { return title_; }
+    // A title for QWidget::setWindowTitle() of a window that shows by setWindowModified() whether
+    // there are changes. A "[*]" in a company's name stands for itself.
+    [[nodiscard]] static QString windowTitleFor(QString title);
     [[nodiscard]] QString applicationTitle() const;
     void setApplicationTitle(const QString& title);
     [[nodiscard]] bool runMode() const;
@@ -170,6 +174,9 @@ class VKRDataEntryWidget : public QWidget {
     void assistant(int object, const QVariant& value);
     // 0: OK, -1: Cancel. The host closes the widget, or not.
     void unloadRequest(int mode);
+    // The same by their names, right after it: connect to the one or to these.
+    void accepted();
+    void rejected();
     // Declared for hosts that bind to them; never emitted.
     void updatePrice();
     void updateData();

@@ -111,9 +111,7 @@ void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {
 }
 
 void CompanyWindow::showTitle() {
-    // A name may hold the placeholder of the mark itself; twice, it stands for itself.
-    constexpr auto mark = QLatin1String("[*]");
-    setWindowTitle(title().replace(mark, QStringLiteral("[*][*]")) + mark);
+    setWindowTitle(VKRDataEntryWidget::windowTitleFor(title()));
 }
 
 QString CompanyWindow::title() const {

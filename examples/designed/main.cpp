@@ -56,17 +56,21 @@ int main(int argc, char** argv) {
     Ui::CompanyWindow form;
     form.setupUi(&window);
     form.entry->setCompany(record);
-    QObject::connect(form.entry, &vkr::VKRDataEntryWidget::titleChanged, &window,
-                     &QWidget::setWindowTitle);
-    QObject::connect(form.entry, &vkr::VKRDataEntryWidget::unloadRequest, &window, [&](int mode) {
+    const auto showTitle = [&] {
+        window.setWindowTitle(vkr::VKRDataEntryWidget::windowTitleFor(form.entry->title()));
+    };
+    showTitle();
+    QObject::connect(form.entry, &vkr::VKRDataEntryWidget::titleChanged, &window, showTitle);
+    QObject::connect(form.entry, &vkr::VKRDataEntryWidget::dirtyChanged, &window,
+                     &QWidget::setWindowModified);
+    QObject::connect(form.entry, &vkr::VKRDataEntryWidget::rejected, &window, &QWidget::close);
+    QObject::connect(form.entry, &vkr::VKRDataEntryWidget::accepted, &window, [&] {
         // company() leaves the field: what is still being typed counts.
         record = std::dynamic_pointer_cast<vkr::CompanyRecord>(form.entry->company());
-        if (mode == 0)
-            if (const auto saved = store.save(id, *record, revision); !saved) {
-                form.message->setText(QString::fromStdString(saved.error().message));
-                return;
-            }
-        window.close();
+        if (const auto saved = store.save(id, *record, revision); !saved)
+            form.message->setText(QString::fromStdString(saved.error().message));
+        else
+            window.close();
     });
 
     if (arguments.size() > 2) {

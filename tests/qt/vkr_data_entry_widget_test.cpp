@@ -23,6 +23,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWheelEvent>
+#include <QWindow>
 
 namespace vkr {
 namespace {
@@ -70,6 +71,30 @@ TEST_F(DataEntryWidget, IsReadyWithoutAnySetUp) {
     alone.setCompany(nullptr);
     EXPECT_NE(alone.company(), nullptr) << "an empty record of this library";
     EXPECT_EQ(alone.formView().size(), QSize(538, 389));
+}
+
+TEST_F(DataEntryWidget, AcceptedAndRejectedComeRightAfterTheRequestToUnload) {
+    open(std::make_shared<CompanyRecord>());
+    QStringList heard;
+    QObject::connect(entry, &VKRDataEntryWidget::unloadRequest,
+                     [&](int mode) { heard.append(QString::number(mode)); });
+    QObject::connect(entry, &VKRDataEntryWidget::accepted, [&] { heard.append("accepted"); });
+    QObject::connect(entry, &VKRDataEntryWidget::rejected, [&] { heard.append("rejected"); });
+    QTest::mouseClick(native<QWidget>("cmdOK"), Qt::LeftButton);
+    QTest::mouseClick(native<QWidget>("cmdCancel"), Qt::LeftButton);
+    EXPECT_EQ(heard.join(u' '), "0 accepted -1 rejected");
+}
+
+TEST_F(DataEntryWidget, TheTitleOfAWindowShowsItsChangesAndTheWholeName) {
+    const auto record = std::make_shared<CompanyRecord>();
+    record->put_Name("Star [*] Inc.");
+    open(record);
+    window.setWindowTitle(VKRDataEntryWidget::windowTitleFor(entry->title()));
+    EXPECT_EQ(window.windowHandle()->title(), "Star [*] Inc.");
+    window.setWindowModified(true);
+    EXPECT_EQ(window.windowHandle()->title(), "Star [*] Inc.*");
+    window.setWindowTitle(VKRDataEntryWidget::windowTitleFor(QString()));
+    EXPECT_EQ(window.windowHandle()->title(), "*");
 }
 
 TEST_F(DataEntryWidget, ADayIsNotPickedForARecordThatCameInMeanwhile) {
