@@ -104,6 +104,15 @@ enum UnloadModeType : std::int32_t {
     ulConfirm = 0,
 };
 
+#ifdef Q_MOC_RUN // for Qt's meta-object compiler alone; hosts include desktop/enumerations.hpp
+Q_NAMESPACE
+Q_ENUM_NS(TABObject)
+Q_ENUM_NS(DataEntryObject)
+Q_ENUM_NS(UserModeType)
+Q_ENUM_NS(PlatformType)
+Q_ENUM_NS(UnloadModeType)
+#endif
+
 // Added to a DataEntryObject in the MoreHelp event.
 inline constexpr std::int16_t helpObjectBase = 3000;
 // Added to the index of a tab (1 to 5) in the MoreHelp event.
