@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+// The page of all string numbers, for whoever writes a localizer:
+//
+//     vkr_string_numbers <page>         1 where the page is not what the tables say
+//     vkr_string_numbers --write <page>
+#include "localizer/string_table.hpp"
+
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+namespace {
+
+struct Group {
+    int first; // up to the next group
+    std::string_view title;
+    std::string_view note;
+};
+
+constexpr Group groups[] = {
+    {0, "Help",
+     "What \"What's This?\" shows, a few sentences each. 108 and 163 are captions of labels."},
+    {400, "Questions",
+     "Before a year or quarter is added or removed. A question is put together as 404, 407 or 412, "
+     "a blank, the year or quarter, a blank, 405, a line break, 406."},
+    {413, "Menu", "Entries of the right-click menu."},
+    {500, "Captions", "\"&\" stands before the letter to press with Alt."},
+    {615, "Messages, units, reasons and notes",
+     "Beyond captions and help: warnings, what stands behind the caption of a field, why a text is "
+     "not stored, entries of lists."},
+};
+
+std::string cell(std::string_view text) {
+    std::string written;
+    for (const char character : text)
+        if (character == '\r')
+            written += "<br>";
+        else if (std::string_view("|\\`*_<[]").find(character) != std::string_view::npos)
+            (written += '\\') += character;
+        else
+            written += character;
+    return written;
+}
+
+std::string page() {
+    std::ostringstream out;
+    out << "<!-- SPDX-License-Identifier: MIT -->\n"
+           "<!-- Written by vkr_string_numbers; the tables are in localizer/string_table.cpp. -->\n"
+           "# String numbers\n\n"
+           "What a localizer is asked for, and what the project's own answers. The ZX platform "
+           "has the\ntexts of the standard platform, but for those in the last column.\n";
+    const auto standard = vkr::standardStrings();
+    for (std::size_t group = 0; group < std::size(groups); ++group) {
+        const auto& [first, title, note] = groups[group];
+        const bool isLast = group + 1 == std::size(groups);
+        out << "\n## " << title << "\n\n" << note << "\n\n| number | text | ZX |\n|---|---|---|\n";
+        for (const auto& row : standard)
+            if (row.number >= first && (isLast || row.number < groups[group + 1].first))
+                out << "| " << row.number << " | " << cell(row.text) << " | "
+                    << cell(vkr::findString(vkr::zxStrings(), row.number)) << " |\n";
+    }
+    return out.str();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::string path = argc > 1 ? argv[argc - 1] : "";
+    if (argc == 3 && std::string_view(argv[1]) == "--write") {
+        std::ofstream file(path, std::ios::binary);
+        file << page();
+        return file.flush() ? 0 : 1;
+    }
+    std::ifstream file(path, std::ios::binary);
+    const std::string written{std::istreambuf_iterator<char>(file), {}};
+    if (written == page())
+        return 0;
+    std::cerr << path << " is not what the string tables say: " << argv[0] << " --write " << path
+              << '\n';
+    return 1;
+}
