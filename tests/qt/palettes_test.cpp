@@ -58,7 +58,7 @@ QPalette paletteOf(const Theme& theme) {
 
 // As it is drawn, enlarged so that letters have their full colour somewhere.
 QImage drawn(QWidget& widget) {
-    constexpr int enlarged = 3;
+    constexpr int enlarged = 2;
     QPixmap pixmap(widget.size() * enlarged);
     pixmap.setDevicePixelRatio(enlarged);
     pixmap.fill(Qt::magenta);
@@ -209,6 +209,9 @@ TEST_P(Palettes, EveryTextOnTheFiveTabsIsReadableOnAnyShade) {
         entry->setShadeColorYear(shade);
         entry->setShadeColorQuarter(shade);
         for (int tab = toCompany; tab <= toOptions; ++tab) {
+            const bool hasShades = tab == toYearly || tab == toQuarterly;
+            if (!hasShades && shade != shades[0])
+                continue; // looks as it did
             entry->setCurrentTab(tab);
             EXPECT_GT(expectReadable(shade.name().toStdString() + " on tab " + std::to_string(tab)),
                       20);
