@@ -19,8 +19,9 @@ if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(VKR_CCACHE ccache)
     if(VKR_CCACHE)
         # Paths in debug information are absolute: build folders may share what is compiled.
-        set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_NOHASHDIR=1
-                                        "${VKR_CCACHE}")
+        set(CMAKE_CXX_COMPILER_LAUNCHER
+            "${CMAKE_COMMAND}" -E env CCACHE_NOHASHDIR=1
+            CCACHE_SLOPPINESS=pch_defines,time_macros "${VKR_CCACHE}")
     endif()
 endif()
 
@@ -53,5 +54,20 @@ function(vkr_target target)
     if(BUILD_SHARED_LIBS)
         target_compile_options(
             ${target} PRIVATE "$<$<CONFIG:Release,RelWithDebInfo>:-fno-semantic-interposition>")
+    endif()
+endfunction()
+
+# vkr_precompile(<target> <header>...): headers of other libraries that most sources of a target of
+# tests include. Ours are left out: a change in one would compile every source again.
+function(vkr_precompile target)
+    if(NOT VKR_PRECOMPILE_TESTS)
+        return()
+    endif()
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    # What ccache needs to see through a precompiled header.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(${target} PRIVATE -fpch-preprocess)
+    else()
+        target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
     endif()
 endfunction()

@@ -2,6 +2,7 @@
 #include "company/company_csv.hpp"
 #include "company/csv_text.hpp"
 #include "company/exact_text.hpp"
+#include "source_folder.hpp"
 #include "tests/support/random_company.hpp"
 
 #include <cerrno>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_csv.hpp"
 #include "input/date_reader.hpp"
+#include "source_folder.hpp"
 #include "tests/support/field_steps.hpp"
 
 #include <algorithm>

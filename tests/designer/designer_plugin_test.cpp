@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The plugin as form designers and form loaders meet it: as a file, without knowing its classes.
+#include "source_folder.hpp"
+
 #include <QBuffer>
 #include <QColor>
 #include <QCoreApplication>

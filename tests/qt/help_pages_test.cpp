@@ -6,6 +6,7 @@
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_text.hpp"
+#include "source_folder.hpp"
 
 #include <QSettings>
 #include <QTemporaryDir>

@@ -3,6 +3,7 @@
 
 #include "host/event_driver.hpp"
 #include "host/workspace.hpp"
+#include "source_folder.hpp"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -2,6 +2,7 @@
 #include "host/options.hpp"
 #include "host/start.hpp"
 #include "host/tour.hpp"
+#include "source_folder.hpp"
 #include "tests/qt/host_fixture.hpp"
 
 #include <QFile>

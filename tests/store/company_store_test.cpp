@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_csv.hpp"
 #include "company/company_store.hpp"
+#include "source_folder.hpp"
 #include "tests/store/store_tools.hpp"
 #include "tests/support/random_company.hpp"
 

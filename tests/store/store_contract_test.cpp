@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What every store keeps to, whatever kind of database it is on.
 #include "company/company_csv.hpp"
+#include "source_folder.hpp"
 #include "tests/store/store_places.hpp"
 #include "tests/support/random_company.hpp"
 
