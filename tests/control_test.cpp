@@ -2,6 +2,7 @@
 #include "platform/control.hpp"
 #include "platform/form.hpp"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <stdexcept>
@@ -75,6 +76,63 @@ TEST_F(ControlTest, AnEqualValueTellsNobody) {
     box.resize(30, 40);
     box.setMark({MarkKind::unstored, "no date"});
     EXPECT_EQ(takeChanges(), Changes{});
+}
+
+TEST_F(ControlTest, EveryKindTellsWhatHasChanged) {
+    auto& list = form.add<ComboBox>("cmbName");
+    auto& label = form.add<Label>("lblName");
+    auto& first = form.add<OptionButton>("optName", 0);
+    auto& second = form.add<OptionButton>("optName", 1);
+    auto& box = form.add<CheckBox>("chkName");
+    auto& bar = form.add<ScrollBar>("vscrName");
+    auto& frame = form.add<Frame>("fraName");
+    auto& strip = form.add<TabStrip>("tbsName");
+    auto& shape = form.add<Shape>("shaName");
+    auto& picture = form.add<PictureBox>("picName");
+    takeChanges();
+    struct Row {
+        std::function<void()> change;
+        Changes told;
+    };
+    const Row rows[] = {
+        {[&] { list.addItem("one"); }, {Property::list}},
+        {[&] {
+             list.setList({"two", "three"});
+         },
+         {Property::list}},
+        {[&] { list.setListIndex(1); }, {Property::text}},
+        {[&] { label.bringToFront(); }, {Property::order}},
+        {[&] { label.setAccessibleName("name"); }, {Property::toolTip}},
+        {[&] { label.setAutoSize(true); }, {Property::look}},
+        {[&] { label.setWordWrap(true); }, {Property::look}},
+        {[&] { label.setAlignment(Alignment::center); }, {Property::look}},
+        {[&] { label.setLink(true); }, {Property::look}},
+        {[&] {
+             label.setMouseIcon({1, "<svg/>"});
+         },
+         {Property::look}},
+        {[&] { label.setBuddy(&list); }, {Property::look}},
+        {[&] { first.setValue(true); }, {Property::value}},
+        {[&] { second.setValue(true); }, {Property::value, Property::value}},
+        {[&] { box.setValue(true); }, {Property::value}},
+        {[&] { bar.setOrientation(Orientation::vertical); }, {Property::look}},
+        {[&] { bar.setRange(0, 9, 1, 3); }, {Property::value}},
+        {[&] { bar.setValue(4); }, {Property::value}},
+        {[&] { frame.setBorder(FrameBorder::line); }, {Property::look}},
+        {[&] { strip.addTab({}); }, {Property::caption}},
+        {[&] { strip.addTab({}); }, {Property::caption}},
+        {[&] { strip.setTabCaption(1, "Tab"); }, {Property::caption}},
+        {[&] { strip.selectTab(2); }, {Property::value}},
+        {[&] { shape.setFilled(false); }, {Property::look}},
+        {[&] {
+             picture.setPicture({1, "<svg/>"});
+         },
+         {Property::look}},
+    };
+    for (const Row& row : rows) {
+        row.change();
+        EXPECT_EQ(takeChanges(), row.told) << "row " << &row - rows;
+    }
 }
 
 TEST_F(ControlTest, ADoubtGoesWithTheUsersNextEdit) {

@@ -124,6 +124,31 @@ TEST_F(FormTest, TellsTheObserverOfItsOwnLooksOnce) {
     EXPECT_EQ(observer.events, Events{"form"});
 }
 
+TEST_F(FormTest, TellsTheObserverOfEachOfItsLooks) {
+    Observer observer;
+    form.setObserver(&observer);
+    const std::function<void()> changes[] = {
+        [&] { form.setSize(100, 50); },
+        [&] { form.setSize(110, 50); },
+        [&] { form.setSize(110, 60); },
+        [&] { form.setBackColor(colors::yellow); },
+        [&] { form.setBorderStyle(BorderStyle::fixedSingle); },
+        [&] {
+            form.setMouseIcon({1, "<svg/>"});
+        },
+    };
+    for (const auto& change : changes) {
+        observer.events.clear();
+        change();
+        EXPECT_EQ(observer.events, Events{"form"}) << &change - changes;
+    }
+    EXPECT_EQ(form.width(), 110);
+    EXPECT_EQ(form.height(), 60);
+    EXPECT_EQ(form.backColor(), colors::yellow);
+    EXPECT_EQ(form.borderStyle(), BorderStyle::fixedSingle);
+    EXPECT_EQ(form.mouseIcon().id, 1);
+}
+
 // --- focus -------------------------------------------------------------------------------------
 
 TEST_F(FormTest, LeavesTheOldControlBeforeItEntersTheNewOne) {
@@ -541,6 +566,26 @@ TEST_F(FormTest, ArrowsChooseTheNextOptionThatCanBeChosen) {
     EXPECT_TRUE(last.value());
     form.keyDown(keys::left, shifts::none);
     EXPECT_TRUE(first.value());
+}
+
+TEST_F(FormTest, AnArrowChoosesTheNeighbourAlone) {
+    auto& first = option("optUnit", 0);
+    auto& next = option("optUnit", 1);
+    auto& last = option("optUnit", 2);
+    first.setValue(true);
+    first.setFocus();
+    takeEvents();
+    form.keyDown(keys::down, shifts::none);
+    EXPECT_TRUE(next.value());
+    EXPECT_EQ(active(), "optUnit(1)");
+    Events clicked = takeEvents();
+    std::erase_if(clicked, [](const std::string& event) { return !event.starts_with("click"); });
+    EXPECT_EQ(clicked, Events{"click optUnit(1)"});
+    last.setValue(true);
+    last.setFocus();
+    form.keyDown(keys::up, shifts::none);
+    EXPECT_TRUE(next.value());
+    EXPECT_EQ(active(), "optUnit(1)");
 }
 
 TEST_F(FormTest, ArrowsSelectTheNextTab) {

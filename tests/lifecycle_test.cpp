@@ -266,6 +266,23 @@ TEST_F(Lifecycle, AFreshInstanceGetsNineQuartersAndNothingElse) {
     EXPECT_EQ(desktop.propertyChanges(), Names{});
 }
 
+TEST_F(Lifecycle, TheStartValuesAreThereWithoutAPropertySet) {
+    create();
+    EXPECT_EQ(entry->get_VisibleQuarters(), 9);
+    EXPECT_EQ(entry->get_ShadeColorYear(), 0xFFFFC0U);
+    EXPECT_EQ(entry->get_ShadeColorQuarter(), 0xFFFFC0U);
+    EXPECT_EQ(entry->get_UserMode(), umDefault);
+    EXPECT_EQ(entry->get_CurrentTab(), toCompany);
+    EXPECT_FALSE(entry->get_blnDirty());
+    EXPECT_FALSE(entry->get_FractionDisplay());
+    EXPECT_TRUE(entry->form().get<OptionButton>("optCommEq", 0).value());
+    EXPECT_FALSE(entry->form().get<OptionButton>("optCommEq", 1).value());
+    EXPECT_TRUE(entry->form().get<OptionButton>("optPTI", 0).value());
+    EXPECT_FALSE(entry->form().get<OptionButton>("optPTI", 1).value());
+    EXPECT_FALSE(entry->get_ShowReportingPeriod());
+    EXPECT_FALSE(entry->get_ShowVLs());
+}
+
 TEST_F(Lifecycle, DefaultsAreNotStored) {
     restore({});
     PropertyBag bag;

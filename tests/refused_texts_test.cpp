@@ -173,6 +173,15 @@ TEST_F(RefusedTexts, ALastQuarterThatIsStoredBeforeAWrongOneTakesItsEarningsAlon
     EXPECT_EQ(company->get_Last4QEPS(), 14);
 }
 
+TEST_F(RefusedTexts, ALastQuarterThatIsStillRefusedStaysMarkedBehindAWrongOne) {
+    loadQuarters();
+    record->failing = {"write LastQDate"};
+    desktop.spin("spnQuarter", -1);
+    typeOver(scene, "txtLastQDate", "1/1/1990");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Jun/30/2026");
+    EXPECT_EQ(unstored(), Names{"txtLastQDate=Jun/30/2026"});
+}
+
 TEST_F(RefusedTexts, EveryPickedDayIsKeptBehindItsMonth) {
     scene.entry->put_DateFormat("MMM YYYY");
     scene.load(record);
