@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // One more instance of the widget, in time and memory, against a bare form of the same controls.
 #include "benchmarks/companies.hpp"
+#include "benchmarks/counted.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
@@ -152,8 +153,14 @@ void construct(benchmark::State& state) {
         state.ResumeTiming();
     }
 }
-BENCHMARK(construct<Widget>)->Name("construct/widget")->Unit(benchmark::kMillisecond);
-BENCHMARK(construct<BareForm>)->Name("construct/bare")->Unit(benchmark::kMillisecond);
+BENCHMARK(construct<Widget>)
+    ->Name("construct/widget")
+    ->Unit(benchmark::kMillisecond)
+    ->Apply(counted);
+BENCHMARK(construct<BareForm>)
+    ->Name("construct/bare")
+    ->Unit(benchmark::kMillisecond)
+    ->Apply(counted);
 
 // Bytes on the heap once it is painted, without the pixels of its window.
 template <typename Form>

@@ -1,16 +1,35 @@
 // SPDX-License-Identifier: MIT
+#include "benchmarks/ratios.hpp"
+
 #include <QApplication>
 
 #include <benchmark/benchmark.h>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string_view>
 
-// Widgets need an application object; no display is opened.
+// vkr_benchmarks [--ratios=<file>] [argument of Google Benchmark...]: the benchmarks themselves, or
+// the ratios of a file.
 int main(int argc, char** argv) {
+    // Widgets need an application object; no display is opened.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
+    constexpr std::string_view option = "--ratios=";
+    if (argc == 2 && std::string_view(argv[1]).starts_with(option)) {
+        constexpr int rounds = 21;
+        try {
+            return measureRatios(readRatios(argv[1] + option.size()), rounds) ? EXIT_SUCCESS
+                                                                              : EXIT_FAILURE;
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "%s\n", error.what());
+            return EXIT_FAILURE;
+        }
+    }
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
+        return EXIT_FAILURE;
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    return 0;
+    return EXIT_SUCCESS;
 }

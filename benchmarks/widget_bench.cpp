@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The widget against bare toolkit fields that show the same texts.
 #include "benchmarks/companies.hpp"
+#include "benchmarks/counted.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 
@@ -97,7 +98,7 @@ void loadWidget(benchmark::State& state) {
         second = !second;
     }
 }
-BENCHMARK(loadWidget)->Name("load/widget")->Unit(benchmark::kMicrosecond);
+BENCHMARK(loadWidget)->Name("load/widget")->Unit(benchmark::kMicrosecond)->Apply(counted);
 
 void loadBare(benchmark::State& state) {
     BareForm form;
@@ -109,7 +110,7 @@ void loadBare(benchmark::State& state) {
         second = !second;
     }
 }
-BENCHMARK(loadBare)->Name("load/bare")->Unit(benchmark::kMicrosecond);
+BENCHMARK(loadBare)->Name("load/bare")->Unit(benchmark::kMicrosecond)->Apply(counted);
 
 void strike(QWidget& field, int key, const QString& text) {
     QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
@@ -137,7 +138,7 @@ void keyWidget(benchmark::State& state) {
     QApplication::processEvents();
     strikes(state, *cell);
 }
-BENCHMARK(keyWidget)->Name("key/widget");
+BENCHMARK(keyWidget)->Name("key/widget")->Apply(counted);
 
 void keyBare(benchmark::State& state) {
     BareForm form;
@@ -147,6 +148,6 @@ void keyBare(benchmark::State& state) {
     QApplication::processEvents();
     strikes(state, form.anyField());
 }
-BENCHMARK(keyBare)->Name("key/bare");
+BENCHMARK(keyBare)->Name("key/bare")->Apply(counted);
 
 } // namespace

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+// A benchmark as a multiple of another one, and what that has to stay below.
+struct Ratio {
+    std::string name;
+    std::string subject;
+    std::string reference;
+    double target = 0;
+};
+
+// Of `name | subject | reference | target` a line; throws where a line is none.
+std::vector<Ratio> readRatios(const std::string& file);
+
+// Measures every ratio `rounds` times, subject and reference right after one another and each in
+// turn the first, so that what the machine does meanwhile falls on both. Prints the table; false
+// where a ratio is above its target, or was not measured.
+bool measureRatios(const std::vector<Ratio>& ratios, int rounds);
