@@ -25,6 +25,20 @@ if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
     endif()
 endif()
 
+# Releases: what makes a mistake harder to exploit, as programs of Debian have it; and nothing of the
+# folder they are built in, so that the same sources give the same files everywhere.
+if(PROJECT_IS_TOP_LEVEL)
+    include(CheckPIESupported)
+    check_pie_supported()
+    set(release "$<CONFIG:Release,RelWithDebInfo>")
+    add_compile_options(
+        "$<${release}:-D_FORTIFY_SOURCE=2;-fstack-protector-strong>"
+        "$<${release}:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>"
+    )
+    add_link_options("$<${release}:-Wl,-z,relro,-z,now>")
+    set(CMAKE_AUTORCC_OPTIONS --format-version 1) # later ones hold the times of the files
+endif()
+
 if(VKR_SANITIZE)
     add_compile_options(-fsanitize=${VKR_SANITIZE} -fno-sanitize-recover=all
                         -fno-omit-frame-pointer)

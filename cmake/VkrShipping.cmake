@@ -2,18 +2,46 @@
 # What is installed, and where: libraries with their public headers, the CMake package, pkg-config
 # files, and programs with what a desktop needs to list them.
 #
-# Components of the installation: Runtime (libraries, program), Development (headers, packages for
-# CMake and pkg-config), Designer (the plugin).
+# Components of the installation: Runtime (the program), one for each shared library, named as the
+# library, Development (headers, packages for CMake and pkg-config), Designer (the plugin).
+#
+# The target vkr_installed is all that is installed.
 
 set(VKR_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/vkr-data-entry")
 set(VKR_CMAKE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/VKRDataEntry")
 set(VKR_PKGCONFIG_DIR "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# Day of the release, as the change log has it: VKR_DATE as 2026-11-21, VKR_EPOCH in seconds.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/CHANGELOG.md")
+string(REPLACE "." "[.]" version "${PROJECT_VERSION}")
+file(STRINGS "${PROJECT_SOURCE_DIR}/CHANGELOG.md" heading LIMIT_COUNT 1
+     REGEX "^## ${version} [(][0-9]+ [A-Z][a-z]+ [0-9]+[)]$")
+if(NOT heading MATCHES "[(]([0-9]+) ([A-Z][a-z]+) ([0-9]+)[)]$")
+    message(FATAL_ERROR "CHANGELOG.md has no \"## ${PROJECT_VERSION} (day month year)\"")
+endif()
+set(day ${CMAKE_MATCH_1})
+set(year ${CMAKE_MATCH_3})
+set(months January February March April May June July August September October November December)
+list(FIND months ${CMAKE_MATCH_2} month)
+math(EXPR month "${month} + 1")
+string(REGEX REPLACE "^0*(..)$" "\\1" day_text "0${day}")
+string(REGEX REPLACE "^0*(..)$" "\\1" month_text "0${month}")
+set(VKR_DATE "${year}-${month_text}-${day_text}")
+# Days since 1970, of a year that begins in March.
+math(EXPR from_march "(${month} + 9) % 12")
+math(EXPR march_year "${year} - (${from_march} / 10)")
+math(EXPR VKR_EPOCH
+     "(365 * ${march_year} + ${march_year} / 4 - ${march_year} / 100 + ${march_year} / 400 \
+       + (153 * ${from_march} + 2) / 5 + ${day} - 719469) * 86400")
+
+define_property(GLOBAL PROPERTY VKR_INSTALLED)
 
 # vkr_runpath(<target> <folder>): finds our libraries from the folder it is installed to, wherever
 # the installation is moved.
 function(vkr_runpath target folder)
     file(RELATIVE_PATH way "/prefix/${folder}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${way}")
+    set_property(GLOBAL APPEND PROPERTY VKR_INSTALLED ${target})
 endfunction()
 
 # vkr_shipped_library(<target> NAME <name> DESCRIPTION <text> HEADERS <header>...
@@ -43,7 +71,7 @@ function(vkr_shipped_library target)
     install(
         TARGETS ${target}
         EXPORT VKR${lib_NAME}
-        LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development
+        LIBRARY COMPONENT ${lib_NAME} NAMELINK_COMPONENT Development
         ARCHIVE COMPONENT Development)
     install(
         EXPORT VKR${lib_NAME}
@@ -87,13 +115,14 @@ function(vkr_install_application target)
 
     set(from "${PROJECT_SOURCE_DIR}/packaging")
     set(to "${PROJECT_BINARY_DIR}/shipping")
-    string(TIMESTAMP VKR_DATE "%Y-%m-%d" UTC) # or of SOURCE_DATE_EPOCH
     configure_file("${from}/vkr-host.metainfo.xml.in" "${to}/vkr-host.metainfo.xml" @ONLY)
     configure_file("${from}/vkr-host.1.in" "${to}/vkr-host.1" @ONLY)
     set(data "${CMAKE_INSTALL_DATADIR}")
     install(FILES "${from}/vkr-host.desktop" DESTINATION "${data}/applications" COMPONENT Runtime)
     install(FILES "${to}/vkr-host.metainfo.xml" DESTINATION "${data}/metainfo" COMPONENT Runtime)
-    install(FILES "${to}/vkr-host.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT Runtime)
+    find_program(VKR_GZIP gzip REQUIRED)
+    execute_process(COMMAND "${VKR_GZIP}" -9nkf "${to}/vkr-host.1" COMMAND_ERROR_IS_FATAL ANY)
+    install(FILES "${to}/vkr-host.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT Runtime)
     install(FILES "${from}/icons/vkr-host.svg"
             DESTINATION "${data}/icons/hicolor/scalable/apps" COMPONENT Runtime)
     foreach(size IN ITEMS 16 24 32 48 64 128 256)
@@ -107,6 +136,8 @@ endfunction()
 
 # vkr_install_package(): what find_package(VKRDataEntry) reads.
 function(vkr_install_package)
+    get_property(installed GLOBAL PROPERTY VKR_INSTALLED)
+    add_custom_target(vkr_installed DEPENDS ${installed})
     include(CMakePackageConfigHelpers)
     configure_package_config_file(
         "${PROJECT_SOURCE_DIR}/cmake/VKRDataEntryConfig.cmake.in"

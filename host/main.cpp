@@ -4,6 +4,7 @@
 #include "host/tour.hpp"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 #include <QLocale>
 #include <QSettings>
@@ -46,8 +47,9 @@ int main(int argc, char** argv) {
     icon.addFile(QStringLiteral(":/vkr/host/program-256.png"));
     QApplication::setWindowIcon(icon);
 
-    const auto [options, print, exitCode] =
-        vkr::parseOptions(QApplication::arguments(), QStringLiteral(VKR_SAMPLES_DIR));
+    const QDir programs(QApplication::applicationDirPath());
+    const auto [options, print, exitCode] = vkr::parseOptions(
+        QApplication::arguments(), programs.absoluteFilePath(QStringLiteral(VKR_SAMPLES_DIR)));
     if (!print.isEmpty()) {
         std::fprintf(exitCode == 0 ? stdout : stderr, "%s\n", qUtf8Printable(print.trimmed()));
         return exitCode;

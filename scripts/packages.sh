@@ -8,13 +8,15 @@ qt           qt6-base-dev libqt6sql6-sqlite libgl1-mesa-dev fonts-dejavu-core fo
 server       postgresql libqt6sql6-psql
 designer     qt6-tools-dev qt6-tools-dev-tools?
 shipping     pkg-config desktop-file-utils? appstream? man-db?
-package      dpkg-dev fakeroot?
+package      dpkg-dev binutils lintian fakeroot?
 clean-system debootstrap
 api          doxygen
 coverage     gcovr
 fuzz         clang libclang-rt-14-dev
 bench        libbenchmark-dev libfmt-dev libicu-dev libsqlite3-dev
+instructions valgrind
 tidy         clang-tidy
+mutants      python3
 '
 
 # packages_for <purpose>...: their packages, one a line.

@@ -33,11 +33,11 @@ metainfo)
     appstreamcli validate --no-net "$metainfo"
     ;;
 man_page)
-    page=$data/man/man1/vkr-host.1
+    page=$data/man/man1/vkr-host.1.gz
     # Every option of the program is in the page, and the other way round.
     options() { grep -oE -- '(^|[^-a-z])--?[a-z]+' | grep -oE -- '-.*' | sort -u; }
     diff <("$program" --help | grep -E '^ +-' | sed 's/^ *//; s/  .*//' | options) \
-        <(sed 's/\\-/-/g' "$page" | sed -n '/^\.SH OPTIONS/,/^\.SH EXIT/p' |
+        <(zcat "$page" | sed 's/\\-/-/g' | sed -n '/^\.SH OPTIONS/,/^\.SH EXIT/p' |
             grep -A1 '^\.TP' | grep -E '^\.B' | options)
     needs man
     [[ -z $(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l -Z "$page" 2>&1 >/dev/null |
