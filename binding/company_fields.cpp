@@ -154,6 +154,7 @@ void CompanyFields::showScaled() {
 }
 
 void CompanyFields::clear(TABObject page) {
+    movedEnds_.clear();
     for (const auto& field : fields)
         if (field.page == page)
             putFieldText(control(field), "");
@@ -236,27 +237,42 @@ void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
     if (control.isUnstored())
         return;
     showNumber(field, value);
+    movedEnds_.erase(field.datum);
     if (field.datum == Datum::CurrentPrice)
         followPrice(value);
+    if (field.datum == Datum::Last4QEPS && trailingEarningsTyped)
+        trailingEarningsTyped();
 }
 
-// The 52-week range always contains the current price. A price of nothing moves neither end.
+// The 52-week range always contains the current price. A price of nothing moves neither end, and
+// one that is corrected takes back what it moved. The price of another day is no correction.
 void CompanyFields::followPrice(double price) {
-    if (price == 0)
-        return;
-    const auto widen = [&](Datum datum, std::string_view name, auto beyond) {
+    Date today{};
+    attempt([&] { today = session_.services.today(); });
+    const auto follow = [&](Datum datum, std::string_view name, auto beyond) {
         attempt([&] {
-            if (!beyond(readNumber(*session_.company, datum)))
-                return;
-            writeNumber(*session_.company, datum, price);
-            auto& end = session_.form.get<TextField>(name);
-            const RefusedText refused(end);
-            show(*find(end));
-            refused.putBack();
+            const double held = readNumber(*session_.company, datum);
+            const auto moved = movedEnds_.find(datum);
+            const bool corrects = moved != movedEnds_.end() && moved->second.after == held &&
+                                  moved->second.day == today;
+            const double before = corrects ? moved->second.before : held;
+            const bool widens = price != 0 && beyond(before);
+            const double after = widens ? price : before;
+            if (after != held) {
+                writeNumber(*session_.company, datum, after);
+                auto& end = session_.form.get<TextField>(name);
+                const RefusedText refused(end);
+                show(*find(end));
+                refused.putBack();
+            }
+            if (widens)
+                movedEnds_[datum] = {before, after, today};
+            else
+                movedEnds_.erase(datum);
         });
     };
-    widen(Datum::High52W, "txt52WHigh", [&](double high) { return price > high; });
-    widen(Datum::Low52W, "txt52WLow", [&](double low) { return price < low; });
+    follow(Datum::High52W, "txt52WHigh", [&](double high) { return price > high; });
+    follow(Datum::Low52W, "txt52WLow", [&](double low) { return price < low; });
 }
 
 void CompanyFields::followSource() {

@@ -7,6 +7,7 @@
 #include "input/mdlKMTMisc.hpp"
 
 #include <functional>
+#include <map>
 #include <span>
 #include <string_view>
 #include <unordered_map>
@@ -66,6 +67,7 @@ class CompanyFields {
 
     // Called after the source was changed to one that states tax rate and book value.
     std::function<void()> sourceStatesRates;
+    std::function<void()> trailingEarningsTyped; // and stored
 
   private:
     [[nodiscard]] TextField& control(const CompanyField& field) const;
@@ -77,9 +79,17 @@ class CompanyFields {
     void followPrice(double price);
     void followSource();
 
+    // An end of the 52-week range that a price has moved.
+    struct MovedEnd {
+        double before;
+        double after;
+        Date day;
+    };
+
     Session& session_;
     std::vector<TextField*> controls_; // in table order
     std::unordered_map<const Control*, const CompanyField*> byControl_;
+    std::map<Datum, MovedEnd> movedEnds_; // as long as nobody touched them
 };
 
 } // namespace vkr

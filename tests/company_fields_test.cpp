@@ -319,6 +319,118 @@ TEST(PriceRule, KeepsThePriceWhenTheHighIsRefused) {
     EXPECT_EQ(textOf(scene, "txt52WLow"), "25.000");
 }
 
+struct CorrectedPrice : testing::Test {
+    EntryScene scene;
+    std::shared_ptr<CompanyRecord> company = datedCompany();
+
+    CorrectedPrice() {
+        company->put_CurrentPrice(21);
+        company->put_High52W(25);
+        company->put_Low52W(10);
+        scene.load(company);
+    }
+    void price(std::string_view typed) { typeOver(scene, "txtCurrentPrice", typed); }
+    void expectRange(double low, double high) const {
+        EXPECT_EQ(company->get_Low52W(), low);
+        EXPECT_EQ(company->get_High52W(), high);
+        EXPECT_EQ(textOf(scene, "txt52WLow"), fixed(low, 3));
+        EXPECT_EQ(textOf(scene, "txt52WHigh"), fixed(high, 3));
+        EXPECT_EQ(scene.field("txt52WHigh").tag(), fixed(high, 3));
+    }
+};
+
+TEST_F(CorrectedPrice, TakesBackTheEndThatItsSlipMoved) {
+    price("222");
+    expectRange(10, 222);
+    price("22");
+    expectRange(10, 25);
+    price("2.2");
+    expectRange(2.2, 25);
+    price("22.5");
+    expectRange(10, 25);
+}
+
+TEST_F(CorrectedPrice, TakesBackSeveralSlipsInARow) {
+    for (const char* slip : {"222", "2222", "", "2", "30", "0.5", "0", "222"})
+        price(slip);
+    price("26");
+    expectRange(10, 26); // beyond the high that was there before all of them
+    price("22");
+    expectRange(10, 25);
+}
+
+TEST_F(CorrectedPrice, ClearedTakesBackWhatItMoved) {
+    price("222");
+    price("");
+    expectRange(10, 25);
+}
+
+TEST_F(CorrectedPrice, LeavesAnEndThatWasTouchedMeanwhile) {
+    price("222");
+    typeOver(scene, "txt52WHigh", "230");
+    price("22");
+    expectRange(10, 230);
+    price("300");
+    company->put_High52W(310); // by the host
+    price("22");
+    EXPECT_EQ(company->get_High52W(), 310);
+    price("1");
+    typeOver(scene, "txt52WLow", "1.5");
+    typeOver(scene, "txt52WLow", "1");
+    price("22");
+    EXPECT_EQ(company->get_Low52W(), 1) << "typed by hand";
+}
+
+TEST_F(CorrectedPrice, LookingAtTheEndIsNotTouchingIt) {
+    price("222");
+    goTo(scene, "txt52WHigh");
+    scene.desktop.type("{TAB}+{TAB}~");
+    scene.entry->put_blnDirty(false);
+    price("22");
+    expectRange(10, 25);
+}
+
+TEST_F(CorrectedPrice, OfAnotherRecordIsNone) {
+    price("222");
+    const auto other = datedCompany();
+    other->put_CurrentPrice(22);
+    other->put_High52W(222); // by chance
+    scene.load(other);
+    price("23");
+    EXPECT_EQ(other->get_High52W(), 222);
+    scene.load(company);
+    price("22");
+    expectRange(10, 222);
+}
+
+TEST_F(CorrectedPrice, OfAnotherDayIsNone) {
+    price("26");
+    scene.desktop.setToday(*makeDate(2026, 11, 23));
+    price("24");
+    expectRange(10, 26); // which was the high of Saturday
+}
+
+TEST_F(CorrectedPrice, GoesOnWhereTheRecordRefusesTheEnd) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    price("222");
+    record->failing = {"write High52W"};
+    price("22");
+    expectRange(10, 222);
+    record->failing.clear();
+    price("22.5");
+    expectRange(10, 25);
+}
+
+TEST_F(CorrectedPrice, KeepsWhatWasRefusedInTheFieldOfTheEnd) {
+    price("222");
+    pasteOver(scene, "txt52WHigh", "1e400");
+    price("22");
+    EXPECT_EQ(company->get_High52W(), 25);
+    EXPECT_EQ(textOf(scene, "txt52WHigh"), "1e400");
+    EXPECT_NE(markOf(scene, "txt52WHigh"), "");
+}
+
 // --- source rule -----------------------------------------------------------------------------
 
 struct SourceScene : EntryScene {
