@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/vkr_data_entry_widget.hpp"
 
+#include "binding/trailing_earnings.hpp"
 #include "company/company_record.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
@@ -26,6 +27,7 @@ ObjectFactory ownObjects() {
     ObjectFactory objects;
     registerLocalizers(objects);
     registerCompanyRecord(objects);
+    registerTrailingEarnings(objects);
     return objects;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "binding/trailing_earnings.hpp"
 #include "company/company_record.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "localizer/localizer.hpp"
@@ -48,6 +49,7 @@ struct EntryScene {
     EntryScene() {
         registerLocalizers(desktop.factory());
         registerCompanyRecord(desktop.factory());
+        registerTrailingEarnings(desktop.factory());
         desktop.setToday(*makeDate(2026, 11, 21));
         entry = std::make_unique<VKRDataEntry>(desktop);
         entry->setEvents(&events);
