@@ -25,7 +25,19 @@ void Session::markChanged() {
     setDirty(true);
 }
 
+void Session::markPicked() {
+    const bool only = !dirty || onlyPicked_;
+    setDirty(true);
+    onlyPicked_ = only;
+}
+
+void Session::takePickBack() {
+    if (onlyPicked_)
+        setDirty(false);
+}
+
 void Session::setDirty(bool value) {
+    onlyPicked_ = false;
     const bool changed = dirty != value;
     dirty = value;
     if (changed)
@@ -73,6 +85,7 @@ void Session::ComputeUnitFactor() {
         if (stored == 0) {
             stored = defaultUnit;
             held->put(setting::unit, defaultUnit);
+            static_cast<void>(company->get_SettingsApply());
         }
     });
     unit = stored == 3 || stored == 9 ? stored : defaultUnit;

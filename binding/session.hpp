@@ -67,6 +67,10 @@ class Session final : public FieldHost {
     void hideHelpFrame() override;
     void markChanged() override;
     void setDirty(bool value);
+    // A date that was picked counts as a change until it is left, and then no more if it came to
+    // nothing.
+    void markPicked();
+    void takePickBack();
 
     // Whoever hears of a change may hand in another record or take rows away. So nobody does while
     // one of these lives: in the middle of storing what was typed.
@@ -130,6 +134,7 @@ class Session final : public FieldHost {
   private:
     int works_ = 0;
     bool untold_ = false;
+    bool onlyPicked_ = false; // what made the company a changed one
 };
 
 namespace text_number {
@@ -150,6 +155,8 @@ inline constexpr int reasonNoDate = 630; // marks at a field whose text is not s
 inline constexpr int reasonTooLarge = 631;
 inline constexpr int reasonRefused = 632;
 inline constexpr int reasonNoQuarter = 633;
+inline constexpr int figuresStayed = 634;
+inline constexpr int sumReplaces = 635;
 inline constexpr int firstReportingPeriod = 640; // 640 to 642, entries of cmbReportingPeriod
 } // namespace text_number
 

@@ -3,6 +3,7 @@
 
 #include "control/form_layout.hpp"
 #include "input/frmCalendar.hpp"
+#include "input/mdlDataEntry.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
@@ -200,7 +201,8 @@ void RightClickMenu::putDate(TextField& field, Date date) {
     if (field.locked())
         return;
     const Session::Work work(session_); // the date is for the record that it was picked for
-    if (const auto held = dateOf(field); held && daysBetween(*held, date) == 0)
+    if (const auto held = dateOf(field);
+        held && daysBetween(*held, date) == 0 && !field.isUnstored())
         return;
     field.setFocus();
     const std::string text = session_.dateText(date);
@@ -210,7 +212,8 @@ void RightClickMenu::putDate(TextField& field, Date date) {
     if (field.storedText() == text)
         field.setStoredText(std::nullopt);
     edit(field, text, textLength(text));
-    session_.markChanged();
+    replaceRefused(field);
+    session_.markPicked();
     if (!session_.form.hasFocus() || session_.form.activeControl() != &field)
         leave(field);
 }

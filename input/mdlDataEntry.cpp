@@ -37,6 +37,17 @@ void holdAsTyped(TextField& field) {
     field.setTag(field.text() + '\n'); // no line of text is like it
 }
 
+void replaceRefused(TextField& field) {
+    if (!field.isUnstored())
+        return;
+    if (field.storedText())
+        field.setTag(*field.storedText());
+    else
+        holdAsTyped(field);
+    field.setMark({});
+    field.setStoredText(std::nullopt);
+}
+
 void RefusedText::putBack() const {
     if (mark_.kind != MarkKind::unstored)
         return;

@@ -31,6 +31,10 @@ void putFieldText(TextField& field, std::string_view text);
 // Lets the text on show count as typed, though the program shows the stored datum like that too.
 void holdAsTyped(TextField& field);
 
+// Another text takes the place of one that was refused: the mark goes, and leaving the field tries
+// to store it unless it is what is stored.
+void replaceRefused(TextField& field);
+
 // A text that was refused, if it was, while what is stored is shown anew in its field.
 class RefusedText {
   public:

@@ -293,6 +293,8 @@ constexpr StringRow standardRows[] = {
     {631, "This number is too large and was not stored."},
     {632, "This value could not be stored."},
     {633, "Without a date of the last quarter this figure has no quarter and was not stored."},
+    {634, "These figures could not be moved. They stand in another period now:"},
+    {635, "This figure will give way to what the quarters add up to:"},
     {640, "3 months"},
     {641, "6 months"},
     {642, "12 months"},
