@@ -194,15 +194,15 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     quarterly.showChoice(ColumnChoice::income);
 }
 
-void commitCompany(Session& session) {
+void commitCompany(Session& session, std::optional<Date> lastQuarter) {
     iVKR_Company& company = *session.company;
     for (const auto& rule : derivedSeries)
-        if (rule.wanted(session))
+        if (!session.isLocked() && rule.wanted(session))
             attempt([&] { derive(company, rule); });
     // A record may let the quarter of its series follow the last quarter: not what is being typed.
     if (const auto& field = session.textBox("txtLastQDate"); field.text() != field.tag())
         attempt([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
-    if (const auto lastQuarter = session.dateOf(session.textBox("txtLastQDate"), Datum::LastQDate))
+    if (lastQuarter)
         attempt([&] { company.put_LastQDate(*lastQuarter); });
     if (const int period = session.form.get<ComboBox>("cmbReportingPeriod").listIndex();
         period >= 0)

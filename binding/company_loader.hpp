@@ -13,8 +13,9 @@ namespace vkr {
 void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
                  SeriesGrid& quarterly);
 
-// Brings the record up to date with the form: the hidden member of each alternative pair, the
-// last quarter, the reporting period and the settings.
-void commitCompany(Session& session);
+// Brings the record up to date with the form: the hidden member of each alternative pair, which
+// stays as it is while the data lock is on, the last quarter, if there is one, the reporting period
+// and the settings.
+void commitCompany(Session& session, std::optional<Date> lastQuarter);
 
 } // namespace vkr

@@ -289,8 +289,11 @@ void SeriesGrid::leave(Cell cell) {
         }
         writeSeries(*session_.company, series.series, value);
     });
-    if (untouched)
+    if (untouched) {
+        if (taken)
+            this->stored(cell);
         return;
+    }
     if (!taken) {
         left.setMark(session_.unstored(text_number::reasonRefused));
         return;
@@ -323,24 +326,39 @@ void SeriesGrid::storeMarked() {
                 leave({column, row});
 }
 
-void SeriesGrid::forEachSeries(const std::function<void(Datum)>& act) const {
+void SeriesGrid::showElement(Cell cell) {
+    const Datum series = seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series;
+    putFieldText(*cells(cell.column)[static_cast<std::size_t>(cell.row)], "");
+    attempt([&] {
+        const Variant value = readSeries(*session_.company, series);
+        if (const auto element = elementOf(cell.row); element && value.array().contains(*element))
+            showStored(cell, value.array().number(*element));
+    });
+}
+
+void SeriesGrid::forEachSeries(const std::function<void(const GridSeries&)>& act) const {
     for (const auto& column : columns_) {
-        act(column.first.series);
+        act(column.first);
         if (column.choice != ColumnChoice::none)
-            act(column.second.series);
+            act(column.second);
     }
 }
 
-bool SeriesGrid::shiftAll(int periods) {
-    bool moved = true;
-    forEachSeries([&](Datum series) { moved = shiftSeries(series, periods) && moved; });
-    return moved;
+std::vector<std::string> SeriesGrid::shiftAll(int periods) {
+    std::vector<std::string> stayed;
+    forEachSeries([&](const GridSeries& series) {
+        if (!shiftSeries(series.series, periods))
+            stayed.push_back(session_.text(series.nameNumber, series.name));
+    });
+    return stayed;
 }
 
+// False where figures stay that the record has.
 bool SeriesGrid::shiftSeries(Datum series, int periods) {
     Variant value;
+    if (!attempt([&] { value = readSeries(*session_.company, series); }))
+        return false;
     const bool held = attempt([&] {
-        value = readSeries(*session_.company, series);
         VariantArray& figures = value.array();
         const auto moved = [&](int element) {
             return figures.contains(element - periods) ? figures.number(element - periods) : 0;
@@ -351,6 +369,19 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
             figures.setNumber(element, moved(element));
     });
     return !held || attempt([&] { writeSeries(*session_.company, series, value); });
+}
+
+void SeriesGrid::tellStayed(const std::vector<std::string>& names) {
+    if (names.empty())
+        return;
+    std::string list;
+    for (const auto& name : names)
+        list += (list.empty() ? "" : ", ") + name;
+    session_.message(session_.text(text_number::figuresStayed,
+                                   "These figures could not be moved. They stand in another period "
+                                   "now:") +
+                         "\r" + list,
+                     message_box::exclamationIcon);
 }
 
 void SeriesGrid::tellRefused() {

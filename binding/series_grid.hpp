@@ -15,12 +15,14 @@
 
 namespace vkr {
 
-// A figure over time: its series, its object number, and whether it is money or shares, which
-// follow the currency unit.
+// A figure over time: its series, its object number, whether it is money or shares, which follow
+// the currency unit, and what people call it.
 struct GridSeries {
     Datum series;
     DataEntryObject object;
     bool scaled;
+    int nameNumber; // in the string table
+    std::string_view name;
 };
 
 // A column whose figure the Options tab chooses shows `first` or `second`.
@@ -87,18 +89,22 @@ class SeriesGrid {
     // Columns that the keys reach at the moment; the others are out of sight.
     [[nodiscard]] virtual int reachableColumns() const;
     virtual void movedRight(Cell /*from*/) {} // Ctrl+Right went off
-    virtual void stored(Cell /*cell*/) {}
-    void collectCells(); // again after rows were made or removed
+    virtual void stored(Cell /*cell*/) {}     // left, and written back where it was not touched
+    void collectCells();                      // again after rows were made or removed
     // What is being typed belongs to the period that its cell shows now: stored before the cells
     // come to show other ones, and selected anew afterwards.
     void settleCell();
     void selectCell();
     void storeMarked(); // tries again what could not be stored
+    // Shows a cell's figure anew from the record; nothing where it can't be read.
+    void showElement(Cell cell);
     // Every series that a column can show, once.
-    void forEachSeries(const std::function<void(Datum)>& act) const;
+    void forEachSeries(const std::function<void(const GridSeries&)>& act) const;
     // Moves all series of the record by a number of periods; what comes in is 0. A series that the
-    // record does not hand out as an array is left alone. False where the record refuses one.
-    bool shiftAll(int periods);
+    // record does not hand out as an array is left alone. Names those that stay since the record
+    // can't read or write them.
+    [[nodiscard]] std::vector<std::string> shiftAll(int periods);
+    void tellStayed(const std::vector<std::string>& names);
     void tellRefused();
 
     Session& session_;

@@ -5,6 +5,9 @@
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
+#include "yearly/yearly_grid.hpp"
+
+#include <algorithm>
 
 namespace vkr {
 
@@ -16,10 +19,10 @@ bool tagIsData(const Control& control) {
            control.kind() == ControlKind::menuItem;
 }
 
-constexpr int preTaxIncomeText = 554;
-constexpr int taxRateText = 555;
-constexpr int commonEquityText = 557;
-constexpr int bookValueText = 558;
+// The column that an option row of the grid is.
+const GridColumn& optionColumn(std::span<const GridColumn> columns, ColumnChoice choice) {
+    return *std::ranges::find(columns, choice, &GridColumn::choice);
+}
 
 } // namespace
 
@@ -70,17 +73,21 @@ void Captions::followUnit() {
 }
 
 void Captions::followOptions() {
+    const auto caption = [this](const GridSeries& series) {
+        return session_.text(series.nameNumber, series.name) +
+               (series.scaled ? unitSuffix() : std::string());
+    };
+    const auto& incomes = optionColumn(yearlyColumns(), ColumnChoice::income);
     const std::string income =
         session_.incomeRow == IncomeRow::preTaxIncome
-            ? session_.text(preTaxIncomeText, "Pre-Tax Income") + unitSuffix()
-            : session_.text(taxRateText, "Tax Rate") + " " +
-                  session_.text(text_number::unitPercent, "(%)");
+            ? caption(incomes.first)
+            : caption(incomes.second) + " " + session_.text(text_number::unitPercent, "(%)");
     session_.form.get<Label>("lblYOption").setCaption(income);
     session_.form.get<Label>("lblQOption").setCaption(income);
+    const auto& equities = optionColumn(yearlyColumns(), ColumnChoice::equity);
     session_.form.get<Label>("lblYOption2")
-        .setCaption(session_.equityRow == EquityRow::commonEquity
-                        ? session_.text(commonEquityText, "Common Equity") + unitSuffix()
-                        : session_.text(bookValueText, "Book Value"));
+        .setCaption(caption(session_.equityRow == EquityRow::commonEquity ? equities.first
+                                                                          : equities.second));
 }
 
 void Captions::showCurrency() {

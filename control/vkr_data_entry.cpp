@@ -214,6 +214,7 @@ VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
             clickOption(option, *this);
         }
     };
+    fields.trailingEarningsTyped = [this] { quarterly.doubtTypedEarnings(); };
     yearly.commit = [this] { commit(); };
     yearly.fiscalYearMoved = [this] {
         quarterly.relabel();
@@ -407,7 +408,7 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
                 std::dynamic_pointer_cast<iVKR_Company>(services.createObject(companyRecordId));
         });
     if (company == nullptr)
-        return; // no record class on this desktop: what is held stays
+        company = newCompanyRecord();
     const Form::Update update(form);
     loading_ = true; // cells get their names once, with the captions of the unit
     session.company = std::move(company);
@@ -439,12 +440,14 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     loading_ = false;
     resize();
     form.settleFocus(); // a smaller record disables cells
+    if (Control* focused = form.activeControl(); focused != nullptr && form.hasFocus())
+        onGotFocus(*focused); // what it shows now is entered anew
     session.tellState();
 }
 
 std::shared_ptr<iVKR_Company> VKRDataEntry::Impl::commit() {
     if (session.company != nullptr) {
-        commitCompany(session);
+        commitCompany(session, quarterly.lastQuarter());
         quarterly.followCommit();
     }
     return session.company;
@@ -649,7 +652,7 @@ void VKRDataEntry::Impl::chooseUnit(std::int32_t unit) {
     session.ComputeUnitFactor();
     fields.showScaled();
     yearly.showScaled();
-    quarterly.showScaled();
+    quarterly.followUnit();
     showUnit();
     session.markChanged();
 }

@@ -3,6 +3,7 @@
 
 #include "input/date_pattern.hpp"
 #include "input/mdlKMTMisc.hpp"
+#include "input/number_pattern.hpp"
 #include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
@@ -18,11 +19,11 @@ namespace {
 constexpr bool money = true;
 constexpr bool perShare = false;
 
-constexpr GridSeries revenue{Datum::QRevenueSeries, doQRevenue, money};
-constexpr GridSeries earnings{Datum::QEPSSeries, doQEPS, perShare};
-constexpr GridSeries preTaxIncome{Datum::QPTISeries, doQPTI, money};
-constexpr GridSeries taxRate{Datum::QTaxRateSeries, doQTaxRate, perShare};
-constexpr GridSeries netIncome{Datum::QNetIncSeries, doQNetInc, money};
+constexpr GridSeries revenue{Datum::QRevenueSeries, doQRevenue, money, 521, "Revenue"};
+constexpr GridSeries earnings{Datum::QEPSSeries, doQEPS, perShare, 531, "Earnings Per Share"};
+constexpr GridSeries preTaxIncome{Datum::QPTISeries, doQPTI, money, 554, "Pre-Tax Income"};
+constexpr GridSeries taxRate{Datum::QTaxRateSeries, doQTaxRate, perShare, 555, "Tax Rate"};
+constexpr GridSeries netIncome{Datum::QNetIncSeries, doQNetInc, money, 532, "Net Income"};
 
 constexpr GridColumn table[] = {
     {"txtRevenue", revenue, revenue, ColumnChoice::none, false, false},
@@ -50,19 +51,16 @@ std::span<const GridColumn> quarterlyColumns() {
 
 QuarterlyGrid::QuarterlyGrid(Session& session) : SeriesGrid(session, table) {}
 
-std::optional<Date> QuarterlyGrid::shownDate() const {
-    // A date that is being typed counts once it has been accepted.
+std::optional<Date> QuarterlyGrid::lastQuarter() const {
     const auto& field = session_.textBox("txtLastQDate");
-    if (field.text() == field.tag())
-        return session_.dateOf(field, Datum::LastQDate);
-    return accepted_;
+    return field.text() == field.tag() ? accepted_ : session_.typedDate(field);
 }
 
 Date QuarterlyGrid::newestQuarter() const {
     Date newest{};
     if (session_.company != nullptr)
         attempt([&] { newest = session_.company->get_LastQDateForGrid(); });
-    return Session::isValidDate(newest) ? newest : shownDate().value_or(Date{});
+    return Session::isValidDate(newest) ? newest : accepted_.value_or(Date{});
 }
 
 std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
@@ -72,24 +70,26 @@ std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
 void QuarterlyGrid::showSpan() {
     visited_.clear();
     hidden_ = {};
+    accepted_.reset();
     attempt([&] {
         hidden_ = session_.company->get_LastQDate();
         putFieldText(session_.textBox("txtLastQDate"), session_.dateText(hidden_));
+        accept(hidden_);
     });
     relabel();
 }
 
 void QuarterlyGrid::relabel() {
     blank_ = false;
-    const auto shown = shownDate();
     const Date newest = newestQuarter();
-    accepted_ = shown;
-    offset_ = shown ? nearestQuarters(*shown, newest) : 0;
+    offset_ = accepted_ ? nearestQuarters(*accepted_, newest) : 0;
     session_.form.get<Spinner>("spnQuarter").setValue(-offset_);
     for (int row = 0; row < visibleRows_; ++row) {
         auto& label = session_.form.get<Label>("lblQLabel", row);
         // Counted from the newest quarter, so that a quarter has one name wherever it is shown.
-        const Date date = !shown ? Date{} : row == 0 ? *shown : addQuarters(newest, -offset_ - row);
+        const Date date = !accepted_ ? Date{}
+                          : row == 0 ? *accepted_
+                                     : addQuarters(newest, -offset_ - row);
         label.setCaption(formatDate(date, "Short Date"));
         label.setTag(plainNumberText(date.serial));
     }
@@ -125,9 +125,9 @@ void QuarterlyGrid::setShade(Color color) {
 
 // The four quarters of the last fiscal year are shaded; the row a year back is yellow.
 void QuarterlyGrid::shade() {
-    const auto shown = shownDate();
     const auto fiscalYearEnd = fiscalYearDate();
-    const int since = shown && fiscalYearEnd ? nearestQuarters(*fiscalYearEnd, *shown) : -mostRows;
+    const int since =
+        accepted_ && fiscalYearEnd ? nearestQuarters(*fiscalYearEnd, *accepted_) : -mostRows;
     for (int row = 0; row < visibleRows_; ++row) {
         const bool inYear = row >= since && row < since + 4;
         const Color cellColor = row == yellowRow ? colors::yellow
@@ -221,7 +221,20 @@ void QuarterlyGrid::enter(Cell cell) {
         bar.setValue(cell.row);
     else if (cell.row >= bar.value() + bar.largeChange())
         bar.setValue(cell.row - bar.largeChange() + 1);
+    const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    if (isOfEarnings(cell) && session_.unitFactor != 1 && session_.company != nullptr && !blank_ &&
+        box.mark().kind == MarkKind::none && box.text() == box.tag())
+        showElement(cell); // per share, as it is typed
     SeriesGrid::enter(cell);
+}
+
+bool QuarterlyGrid::isOfEarnings(Cell cell) const {
+    return columns()[static_cast<std::size_t>(cell.column)].first.series == Datum::QEPSSeries;
+}
+
+void QuarterlyGrid::followUnit() {
+    showScaled();
+    show(Datum::QEPSSeries); // which loading has shown in the unit of that time
 }
 
 bool QuarterlyGrid::existsData() const {
@@ -244,7 +257,8 @@ bool QuarterlyGrid::existsData() const {
 }
 
 std::string QuarterlyGrid::reasonNotToStore() const {
-    return shownDate() ? std::string() : session_.reason(text_number::reasonNoQuarter);
+    return accepted_ && lastQuarter() ? std::string()
+                                      : session_.reason(text_number::reasonNoQuarter);
 }
 
 // --- the last quarter ----------------------------------------------------------------------------
@@ -272,14 +286,14 @@ void QuarterlyGrid::addQuarter() {
 
 void QuarterlyGrid::moveLastQuarter(int quarters) {
     const Session::Work work(session_);
-    if (session_.company == nullptr || !shownDate() || quarters == 0 || refusesWhileLocked())
+    if (session_.company == nullptr || !accepted_ || quarters == 0 || refusesWhileLocked())
         return;
     settle();
     tryMove(offset_ - quarters);
 }
 
 void QuarterlyGrid::tryMove(int element) {
-    if (session_.company == nullptr || !shownDate() || element > oldestElement)
+    if (session_.company == nullptr || !accepted_ || element > oldestElement)
         return;
     if (!attempt([&] { moveTo(element); }))
         tellRefused();
@@ -303,17 +317,17 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
     if (element < 0 && !confirmAdding(-element))
         return;
     const bool samePeriods = element >= 0 && element == offset_;
-    bool allMoved = true;
+    std::vector<std::string> stayed;
     const Date newest = newestQuarter();
     const auto known = visited_.find(element);
     const Date date = typed                     ? *typed
                       : known != visited_.end() ? known->second.date
                                                 : addQuarters(newest, -element);
-    Visited left{shownDate().value_or(newest), {}, trailingOfFiscalYear_};
+    Visited left{accepted_.value_or(newest), {}};
     attempt([&] { left.trailing = company.get_Last4QEPS(); });
     if (element < 0) {
-        company.put_LastQDateForGrid(date);
-        allMoved = shiftAll(-element);
+        putNewestQuarter(date);
+        stayed = shiftAll(-element);
         visited_.clear();
     } else {
         // Stated even where it has not changed: a record may let it follow the last quarter.
@@ -326,21 +340,37 @@ void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
         relabel();
         storeMarked();
     }
+    deriveTrailingEarnings();
     if (const auto again = visited_.find(element);
-        element >= 0 && again != visited_.end() && again->second.trailing) {
+        !derived_ && again != visited_.end() && again->second.trailing)
         attempt([&] { storeTrailing(*again->second.trailing); });
-        const auto derived = trailing();
-        trailingOfFiscalYear_ = derived && derived->ofFiscalYear;
-    } else {
-        deriveTrailingEarnings();
-    }
     redisplay(samePeriods);
-    if (!allMoved)
-        tellRefused();
+    tellStayed(stayed);
+}
+
+// Both dates of the record, before any figure moves. Throws, with neither changed.
+void QuarterlyGrid::putNewestQuarter(Date date) {
+    auto& company = *session_.company;
+    Date before = accepted_.value_or(hidden_);
+    attempt([&] { before = company.get_LastQDate(); });
+    company.put_LastQDate(date);
+    try {
+        company.put_LastQDateForGrid(date);
+    } catch (const std::exception&) {
+        attempt([&] { company.put_LastQDate(before); });
+        throw;
+    }
 }
 
 void QuarterlyGrid::setLastQuarter(Date date) {
     session_.putDate(session_.textBox("txtLastQDate"), Datum::LastQDate, date);
+    accept(date);
+}
+
+// What the field has just come to show.
+void QuarterlyGrid::accept(Date date) {
+    const bool shown = !session_.textBox("txtLastQDate").text().empty();
+    accepted_ = shown ? std::optional(date) : std::nullopt;
 }
 
 void QuarterlyGrid::redisplay(bool samePeriods) {
@@ -356,9 +386,9 @@ void QuarterlyGrid::redisplay(bool samePeriods) {
 
 bool QuarterlyGrid::holdsFigures() const {
     bool found = false;
-    forEachSeries([&](Datum series) {
+    forEachSeries([&](const GridSeries& series) {
         attempt([&] {
-            const Variant value = readSeries(*session_.company, series);
+            const Variant value = readSeries(*session_.company, series.series);
             const VariantArray& figures = value.array();
             for (int i = figures.lower(); i <= figures.upper() && !found; ++i)
                 found = figures.number(i) != 0;
@@ -370,14 +400,20 @@ bool QuarterlyGrid::holdsFigures() const {
 void QuarterlyGrid::leaveLastQuarterDate() {
     session_.dateFieldPending = false;
     auto& field = session_.textBox("txtLastQDate");
-    if (session_.cancelPressed || field.locked() || session_.company == nullptr ||
-        isUntouched(field))
+    if (session_.cancelPressed || field.locked() || session_.company == nullptr)
         return;
-    const auto before = shownDate();
+    const auto before = accepted_;
+    if (isUntouched(field)) {
+        if (before)
+            storeMarked(); // what waited for the date to be back
+        return;
+    }
     const auto typed = session_.typedDate(field);
     const bool sameDay = typed && before && daysBetween(*before, *typed) == 0;
     const FieldMark mark = field.mark();
-    if (field.text() == field.tag() || (sameDay && mark.kind == MarkKind::unstored)) {
+    bool stored = true;
+    attempt([&] { stored = session_.company->get_LastQDate() == before; });
+    if (field.text() == field.tag() || (sameDay && (field.isUnstored() || !stored))) {
         if (before)
             retryLastQuarter(*before);
         return;
@@ -387,30 +423,36 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     attempt([&] { // a commit may have written what was being typed
         const Date held = session_.company->get_LastQDate();
         const Date old = before.value_or(hidden_);
-        if (held != old && (before || Session::isValidDate(held))) {
-            session_.company->put_LastQDate(old);
-            field.setMark({});
-            session_.markChanged();                // what was committed is no longer what is there
-            if (mark.kind == MarkKind::unstored) { // taken by now
-                deriveTrailingEarnings();
-                showTrailingEarnings();
-            }
+        if (held == old || (!before && !Session::isValidDate(held)))
+            return;
+        if (!session_.storeDate(Datum::LastQDate, old)) {
+            field.setMark(session_.unstored(text_number::reasonRefused));
+            return;
+        }
+        field.setMark({});
+        session_.markChanged();                // what was committed is no longer what is there
+        if (mark.kind == MarkKind::unstored) { // taken by now
+            deriveTrailingEarnings();
+            showTrailingEarnings();
         }
     });
+    if (before)
+        storeMarked(); // in the quarters that are still beside the cells
     try {
         takeLastQuarter(before, typed);
     } catch (const std::exception& error) {
         session_.message(std::string("LastQDate Lost Focus error: ") + error.what(),
                          message_box::exclamationIcon);
     }
+    session_.takePickBack(); // unless the date was taken
 }
 
 void QuarterlyGrid::followCommit() {
     auto& field = session_.textBox("txtLastQDate");
-    if (!field.isUnstored() || field.text() != field.tag())
+    if (!field.isUnstored() || field.text() != field.tag() || session_.isLocked())
         return;
     bool stored = false;
-    attempt([&] { stored = session_.company->get_LastQDate() == shownDate(); });
+    attempt([&] { stored = session_.company->get_LastQDate() == accepted_; });
     if (!stored)
         return;
     field.setMark({});
@@ -482,53 +524,42 @@ void QuarterlyGrid::setAnchor(Date date, bool ofFigures) {
 // --- trailing four-quarter earnings --------------------------------------------------------------
 
 void QuarterlyGrid::stored(Cell cell) {
-    if (table[static_cast<std::size_t>(cell.column)].first.series != Datum::QEPSSeries ||
-        !session_.dirty)
+    if (!isOfEarnings(cell) || !session_.dirty)
         return;
-    followVisited(true);
     deriveTrailingEarnings();
-    showTrailingEarnings();
+    if (derived_)
+        showTrailingEarnings();
 }
 
-std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing() const {
-    std::optional<Trailing> result;
-    attempt([&] { result = trailing(session_.company->get_LastQDate()); });
-    return result;
-}
-
-// Nothing where one of the four is missing, or the record has no date or no series.
-std::optional<QuarterlyGrid::Trailing> QuarterlyGrid::trailing(Date last) const {
-    std::optional<Trailing> result;
+// The rule's answer for what the form and the record have now.
+std::optional<double> QuarterlyGrid::trailingEarnings() {
+    if (rule_ == nullptr)
+        attempt([&] {
+            rule_ = std::dynamic_pointer_cast<TrailingEarnings>(
+                session_.services.createObject(trailingEarningsId));
+        });
+    if (rule_ == nullptr)
+        rule_ = newTrailingEarnings();
+    std::optional<double> result;
     attempt([&] {
         const auto& company = *session_.company;
-        if (!Session::isValidDate(last))
-            return;
-        const Date stated = company.get_LastQDateForGrid();
-        const Date newest = Session::isValidDate(stated) ? stated : last;
-        const Variant value = company.get_QEPSSeries();
-        const VariantArray& figures = value.array();
-        const auto missing = [&](int element) {
-            return !figures.contains(element) || figures.number(element) == 0;
-        };
-        int start = nearestQuarters(last, newest);
-        // A quarter that has just been added has no figure yet: the four before it still stand.
-        if (missing(start))
-            ++start;
-        double sum = 0;
-        for (int element = start; element < start + 4; ++element) {
-            if (missing(element))
-                return;
-            sum = withoutStrayDigits(sum + figures.number(element));
-        }
-        const Date fiscalYearEnd = company.get_LastFYDate();
-        const Variant yearly = company.get_YEPSSeries();
-        const bool ofFiscalYear = Session::isValidDate(fiscalYearEnd) &&
-                                  nearestQuarters(fiscalYearEnd, newest) == start &&
-                                  yearly.isArray() && yearly.array().contains(1) &&
-                                  yearly.array().number(1) != 0;
-        result = Trailing{ofFiscalYear ? yearly.array().number(1) : sum, ofFiscalYear};
+        const auto valid = [](Date date) { return Session::isValidDate(date) ? date : Date{}; };
+        // A last quarter that was refused is that of the form alone.
+        const bool shown = accepted_ && !session_.textBox("txtLastQDate").isUnstored();
+        EarningsInput input;
+        input.lastQuarter = valid(shown ? *accepted_ : company.get_LastQDate());
+        input.newestQuarter = valid(company.get_LastQDateForGrid());
+        if (isAbsent(input.newestQuarter))
+            input.newestQuarter = input.lastQuarter;
+        input.quarterly = company.get_QEPSSeries();
+        attempt([&] {
+            const Variant yearly = company.get_YEPSSeries();
+            input.yearly = yearly.array().contains(1) ? yearly.array().number(1) : 0;
+        });
+        attempt([&] { input.fiscalYearEnd = valid(company.get_LastFYDate()); });
+        result = rule_->lastFour(input);
     });
-    return result;
+    return result && std::isfinite(*result) ? result : std::nullopt;
 }
 
 // A sum that was typed and refused gives way to the one that is taken.
@@ -538,34 +569,39 @@ void QuarterlyGrid::storeTrailing(double sum) {
 }
 
 void QuarterlyGrid::deriveTrailingEarnings() {
-    const auto derived = trailing();
-    trailingOfFiscalYear_ = derived && derived->ofFiscalYear;
-    if (!derived)
+    derived_ = trailingEarnings();
+    if (!derived_)
         return;
     attempt([&] {
-        storeTrailing(derived->earnings);
+        storeTrailing(*derived_);
         session_.company->put_QuarterlyFlag(true);
     });
 }
 
-// What the last quarters that were on show before come back with.
-void QuarterlyGrid::followVisited(bool all) {
-    for (auto& [element, quarter] : visited_)
-        if (const auto derived = trailing(quarter.date);
-            derived && (all || quarter.ofFiscalYear || derived->ofFiscalYear)) {
-            quarter.trailing = derived->earnings;
-            quarter.ofFiscalYear = derived->ofFiscalYear;
-        }
-}
-
-// A sum that has nothing to do with the fiscal year, before and now, may have been typed by hand.
+// A sum that the year has no part in may have been typed by hand.
 void QuarterlyGrid::followYearlyEarnings() {
-    followVisited(false);
-    const auto derived = trailing();
-    if (!trailingOfFiscalYear_ && !(derived && derived->ofFiscalYear))
+    const auto before = derived_;
+    derived_ = trailingEarnings();
+    if (!derived_ || derived_ == before)
         return;
     deriveTrailingEarnings();
     showTrailingEarnings();
+}
+
+void QuarterlyGrid::doubtTypedEarnings() {
+    auto& field = session_.textBox("txtLast4QEPS");
+    double typed = 0;
+    derived_ = trailingEarnings();
+    if (!derived_ || field.isUnstored() ||
+        !attempt([&] { typed = session_.company->get_Last4QEPS(); }) || typed == *derived_)
+        return;
+    const std::string before = field.mark().reason.empty() ? "" : field.mark().reason + " ";
+    field.setMark(
+        {MarkKind::doubtful,
+         before +
+             session_.text(text_number::sumReplaces,
+                           "This figure will give way to what the quarters add up to:") +
+             " " + formatNumber(*derived_, session_.numberFormat, session_.form.numberMarks())});
 }
 
 void QuarterlyGrid::showTrailingEarnings() {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "binding/series_grid.hpp"
+#include "binding/trailing_earnings.hpp"
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 
 namespace vkr {
@@ -35,14 +37,21 @@ class QuarterlyGrid final : public SeriesGrid {
 
     [[nodiscard]] bool existsData() const;
 
+    void followUnit(); // the currency unit was changed
+
     // Moves the last quarter. Beyond the newest quarter of the record it adds quarters, after a
     // question; back and forth inside of the record only the view moves.
     void moveLastQuarter(int quarters);
     void addQuarter();
     void leaveLastQuarterDate();
+    // As the form shows it, with the day that its text may leave out; nothing where the text is
+    // no date.
+    [[nodiscard]] std::optional<Date> lastQuarter() const;
 
-    // Earnings of the last four quarters, where all four are there: stored in the record.
+    // Earnings of the last four quarters, where the rule can tell them: stored in the record.
     void deriveTrailingEarnings();
+    // Marks a figure that was typed where the rule has another one, which replaces it.
+    void doubtTypedEarnings();
     void showTrailingEarnings(); // txtLast4QEPS, with the change check; not over a refused text
     void followCommit();         // which has tried a refused last quarter again
     // The latest yearly figure or the date of the last fiscal year has changed.
@@ -58,15 +67,11 @@ class QuarterlyGrid final : public SeriesGrid {
     void stored(Cell cell) override;
 
   private:
-    struct Trailing {
-        double earnings;
-        bool ofFiscalYear; // the yearly figure
-    };
+    [[nodiscard]] bool isOfEarnings(Cell cell) const;
     // A last quarter that the person has moved away from.
     struct Visited {
         Date date;
         std::optional<double> trailing;
-        bool ofFiscalYear;
     };
 
     void settle();
@@ -81,24 +86,24 @@ class QuarterlyGrid final : public SeriesGrid {
     void takeLastQuarter(std::optional<Date> before, std::optional<Date> typed);
     void setAnchor(Date date, bool ofFigures);
     void setLastQuarter(Date date);
+    void accept(Date date);
+    void putNewestQuarter(Date date);
     void redisplay(bool samePeriods);
-    [[nodiscard]] std::optional<Trailing> trailing() const;
-    [[nodiscard]] std::optional<Trailing> trailing(Date last) const;
+    [[nodiscard]] std::optional<double> trailingEarnings();
     void storeTrailing(double sum);
-    void followVisited(bool all);
     [[nodiscard]] Date newestQuarter() const; // element 0 of the series
-    [[nodiscard]] std::optional<Date> shownDate() const;
     [[nodiscard]] std::optional<Date> fiscalYearDate() const;
     [[nodiscard]] int firstShownRow() const;
 
     Color shadeColor_ = colors::paleCyan;
     int visibleRows_ = startRows;
     int offset_ = 0;                 // element of the series that the top row shows
-    std::optional<Date> accepted_;   // last quarter
+    std::optional<Date> accepted_;   // last quarter on show; one that is being typed counts later
     Date hidden_;                    // what the record has while the form shows none
     std::map<int, Visited> visited_; // by element
-    bool trailingOfFiscalYear_ = false;
-    bool blank_ = true; // cleared: no date, and nothing of the record in the cells
+    std::shared_ptr<TrailingEarnings> rule_;
+    std::optional<double> derived_; // what the rule answered last
+    bool blank_ = true;             // cleared: no date, and nothing of the record in the cells
 };
 
 } // namespace vkr

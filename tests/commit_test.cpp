@@ -211,7 +211,72 @@ TEST_F(Commit, TheChoiceOnScreenDecidesNotTheOneOfTheRecord) {
     EXPECT_EQ(figures->get_Settings()->get(setting::taxRate), Variant(true));
 }
 
+TEST_F(Commit, UnderTheLockNoFigureIsWritten) {
+    for (const bool rate : {false, true}) {
+        SCOPED_TRACE(rate);
+        figures->get_Settings()->put(setting::taxRate, rate);
+        figures->get_Settings()->put(setting::lockBasicInfo, true);
+        figures->get_Settings()->put(setting::currencySymbol, "$");
+        chooseBookValue();
+        for (const auto& pair : pairs) {
+            set(pair.netIncome, {75});
+            set(pair.income, {100});
+            set(pair.rate, {30});
+        }
+        set(Datum::YBookValSeries, {2.5});
+        set(Datum::YCSOSeries, {100});
+        load();
+        const auto before = figures->clone();
+        for (const auto& operation : onlyWrites(commit()))
+            EXPECT_FALSE(operation.ends_with("Series")) << operation;
+        entry.put_blnDirty(false);
+        EXPECT_TRUE(sameAs(*before, *figures));
+        scene.desktop.click("chkLockInfo"); // off: the pairs are brought up to date again
+        commit();
+        EXPECT_FALSE(sameAs(*before, *figures));
+        EXPECT_EQ(element(Datum::YCommEqSeries, 1), 250);
+    }
+}
+
 // --- last quarter, reporting period, settings ----------------------------------------------------
+
+TEST_F(Commit, TheLastQuarterIsThatOfTheFormWhateverTheRecordHasByNow) {
+    figures->put_LastQDate(*makeDate(2026, 6, 30));
+    load();
+    figures->put_LastQDate(*makeDate(2025, 3, 31)); // by somebody else
+    commit();
+    EXPECT_EQ(figures->get_LastQDate(), *makeDate(2026, 6, 30));
+}
+
+TEST_F(Commit, TheLastQuarterKeepsTheDayThatWasLoaded) {
+    figures->put_LastQDateForGrid(*makeDate(2026, 9, 26));
+    figures->put_LastQDate(*makeDate(2026, 9, 26));
+    for (const auto* pattern : {"MMM YYYY", "q", "YYYY"}) {
+        entry.put_DateFormat(pattern);
+        load();
+        record->failing = {"read LastQDate"};
+        commit();
+        record->failing.clear();
+        EXPECT_EQ(figures->get_LastQDate(), *makeDate(2026, 9, 26)) << pattern;
+    }
+    entry.put_DateFormat("MMM YYYY");
+    load();
+    scene.desktop.clickTab(toQuarterly);
+    scene.desktop.spin("spnQuarter", -1);
+    ASSERT_EQ(scene.text("txtLastQDate"), "Jun 2026");
+    figures->put_LastQDate(*makeDate(2025, 3, 31));
+    commit();
+    EXPECT_EQ(figures->get_LastQDate(), *makeDate(2026, 6, 26)) << "of a quarter moved to";
+}
+
+TEST_F(Commit, ALastQuarterThatCouldNotBeReadIsNotWritten) {
+    figures->put_LastQDate(*makeDate(2026, 6, 30));
+    record->failing = {"read LastQDate"};
+    load();
+    record->failing.clear();
+    commit();
+    EXPECT_EQ(figures->get_LastQDate(), *makeDate(2026, 6, 30));
+}
 
 TEST_F(Commit, TheLastQuarterOnScreenIsWritten) {
     figures->put_LastQDate(*makeDate(2026, 6, 30));

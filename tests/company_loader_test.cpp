@@ -168,12 +168,35 @@ TEST_F(Loading, AnAssignmentOfNoObjectMakesAnEmptyRecord) {
     EXPECT_EQ(text("txtLastFY"), "2025");
 }
 
-TEST_F(Loading, WithoutARecordClassNothingIsReplaced) {
-    load(fullCompany());
-    scene.desktop.factory().remove(companyRecordId);
-    EXPECT_NO_THROW(entry.put_objCompany(nullptr));
-    EXPECT_EQ(entry.get_objCompany()->get_Name(), "Name text");
-    EXPECT_EQ(text("txtName"), "Name text");
+// What a person types next would go into the company before.
+TEST_F(Loading, WithoutARecordClassTheEmptyRecordIsTheProjectsOwn) {
+    const ObjectFactory::Creator none[] = {
+        {},
+        [] { return nullptr; },
+        [] { return std::make_shared<Object>(); },
+        []() -> std::shared_ptr<Object> { throw std::runtime_error("no class"); }};
+    for (const auto& creator : none) {
+        load(fullCompany());
+        scene.desktop.factory().remove(companyRecordId);
+        if (creator)
+            scene.desktop.factory().add(companyRecordId, creator);
+        EXPECT_NO_THROW(entry.put_objCompany(nullptr));
+        const auto made = std::dynamic_pointer_cast<CompanyRecord>(entry.get_objCompany());
+        ASSERT_NE(made, nullptr);
+        EXPECT_EQ(made->get_Name(), "");
+        EXPECT_EQ(text("txtName"), "");
+    }
+}
+
+TEST_F(Loading, AUnitThatWasNeverSetIsTakenOverByTheRecord) {
+    const auto figures = std::make_shared<CompanyRecord>();
+    const auto record = std::make_shared<ScriptedRecord>(figures);
+    record->lendsSettings = true;
+    entry.put_objCompany(record);
+    EXPECT_EQ(figures->get_Settings()->get(setting::unit).toLong(), 6);
+    record->log.clear();
+    entry.put_objCompany(record);
+    EXPECT_EQ(record->logged("read SettingsApply"), Names{}) << "it is set by now";
 }
 
 TEST_F(Loading, ShowsEveryScalarInItsField) {

@@ -452,7 +452,9 @@ TEST_F(FailingRecord, APriceThatWidensTheRangeWidensWhatItCan) {
 TEST_F(FailingRecord, ACommitLeavesOutTheFailingDatumAlone) {
     const auto prepare = [&](bool rates) {
         auto record = scripted();
+        record->company->get_Settings()->put(setting::lockBasicInfo, true);
         entry.put_objCompany(record);
+        desktop.click("chkLockInfo"); // off: under the lock no figure is written
         desktop.clickTab(toOptions);
         if (rates) {
             desktop.click("optPTI(1)");
@@ -461,7 +463,6 @@ TEST_F(FailingRecord, ACommitLeavesOutTheFailingDatumAlone) {
         scene.enter("txtCurSymbol", "SFr");
         desktop.clickTab(toOther);
         desktop.pick("cmbReportingPeriod", 2);
-        scene.form().get<CheckBox>("chkLockInfo").setValue(true);
         scene.field("txtLastQDate").setText("Jun/30/2026");
         return record;
     };

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <map>
@@ -134,6 +135,7 @@ class History {
                 }
             }
         compareLabelsAndCells();
+        compareTrailingEarnings();
     }
 
   private:
@@ -362,6 +364,19 @@ class History {
         for (const auto& column : quarterly)
             for (int row = 0; row <= scene_.form().upperBound("lblQLabel"); ++row)
                 compareCell(column, row, ledger_.newest - back_ - row);
+    }
+
+    // Wherever the four quarters that end at the last one are there.
+    void compareTrailingEarnings() const {
+        const int last = ledger_.newest - back_;
+        double sum = 0;
+        for (int quarter = last - 3; quarter <= last; ++quarter) {
+            const double figure = ledger_.at(Datum::QEPSSeries, quarter);
+            if (figure == 0)
+                return;
+            sum += figure;
+        }
+        ASSERT_NEAR(company_->get_Last4QEPS(), sum, 1e-9 * std::abs(sum) + 1e-6) << log_.str();
     }
 
     void compareCell(const Column& column, int row, int period) const {

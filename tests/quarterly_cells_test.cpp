@@ -78,6 +78,119 @@ TEST_F(QuarterlyCells, MoneyFollowsTheUnitAndTheOtherFiguresDoNot) {
     EXPECT_EQ(elementOf(*company, "QPTISeries", 2), 1.5);
 }
 
+struct EarningsInUnit : testing::TestWithParam<int> {
+    EntryScene scene;
+    VirtualDesktop& desktop = scene.desktop;
+    std::shared_ptr<CompanyRecord> company = datedCompany(static_cast<std::int16_t>(GetParam()));
+
+    EarningsInUnit() {
+        for (int i = 0; i < 35; ++i)
+            putElement(*company, "QEPSSeries", i, i == 2 ? -1.23456 : 1.5 + i);
+        scene.load(company);
+        desktop.clickTab(toQuarterly);
+        desktop.forget();
+    }
+    [[nodiscard]] std::string loaded(const char* thousands, const char* billions) const {
+        return GetParam() == 3 ? thousands : billions;
+    }
+};
+
+TEST_P(EarningsInUnit, AreShownPerShareInTheCellThatIsEntered) {
+    EXPECT_EQ(scene.text("txtEPS", 0), loaded("1500.00", "0.00"));
+    EXPECT_EQ(scene.text("txtEPS", 2), loaded("-1234.56", "0.00"));
+    goTo(scene, "txtEPS(0)");
+    EXPECT_EQ(scene.text("txtEPS", 0), "1.50");
+    EXPECT_EQ(scene.field("txtEPS", 0).selText(), "1.50");
+    desktop.type("~~");
+    EXPECT_EQ(scene.text("txtEPS", 2), "-1.23");
+    desktop.rightClick("txtEPS(3)");
+    EXPECT_EQ(scene.text("txtEPS", 3), "4.50");
+    EXPECT_EQ(scene.text("txtEPS", 4), loaded("5500.00", "0.01"));
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 2), -1.23456);
+}
+
+TEST_P(EarningsInUnit, AreShownPerShareWhereALoadingMeetsTheFocus) {
+    goTo(scene, "txtEPS(1)");
+    scene.load(company);
+    EXPECT_EQ(scene.text("txtEPS", 1), "2.50");
+    EXPECT_EQ(scene.field("txtEPS", 1).selText(), "2.50");
+    EXPECT_EQ(scene.text("txtEPS", 0), loaded("1500.00", "0.00"));
+    desktop.type("{END}5{TAB}");
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 1), 2.505);
+}
+
+TEST_P(EarningsInUnit, AreShownPerShareInTheWholeRowOnceTheUnitIsChanged) {
+    for (const int unit : {1, GetParam() / 3 - 1}) {
+        desktop.clickTab(toOptions);
+        desktop.click("optCurrency", unit);
+        for (int row = 0; row < 9; ++row)
+            EXPECT_EQ(scene.text("txtEPS", row),
+                      row == 2 ? "-1.23" : std::to_string(1 + row) + ".50");
+    }
+}
+
+TEST_P(EarningsInUnit, ThatCanNotBeReadAreNotShownInTheCellThatIsEntered) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    record->failing = {"read QEPSSeries"};
+    goTo(scene, "txtEPS(0)");
+    EXPECT_EQ(scene.text("txtEPS", 0), "") << "digits in the unit would be typed on";
+    record->failing.clear();
+    desktop.type("{TAB}");
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 0), 1.5);
+}
+
+// Whatever is typed, the figures become those that the same keys make of them in millions.
+TEST_P(EarningsInUnit, BecomeByAnyKeysWhatTheyBecomeInMillions) {
+    const auto after = [](int unit, const std::string& keys, int menuEntry) {
+        EntryScene typed;
+        const auto record = datedCompany(static_cast<std::int16_t>(unit));
+        for (int i = 0; i < 35; ++i)
+            putElement(*record, "QEPSSeries", i, i == 2 ? -1.23456 : 1.5 + i);
+        typed.load(record);
+        typed.desktop.setClipboardText("7.25");
+        goTo(typed, "txtEPS(2)");
+        typed.desktop.type(keys);
+        if (menuEntry >= 0) {
+            typed.desktop.answerNextMenu(menuEntry);
+            typed.desktop.rightClick("txtEPS(3)");
+        }
+        typed.desktop.type("~");
+        typed.entry->leaveField();
+        return *readSeries(*record, Datum::QEPSSeries).array().numbers();
+    };
+    const char* const keys[] = {"{TAB}",
+                                "7{TAB}",
+                                "7^z{TAB}",
+                                "^z{TAB}",
+                                "{END}5",
+                                "{END}{BS}",
+                                "{HOME}{DEL}",
+                                "-",
+                                "^a^c^v",
+                                "^a^x^z",
+                                "^v",
+                                "^a^x~+~^v",
+                                "{END}5^z~",
+                                "7~+~^z~",
+                                "{ESC}",
+                                "7{ESC}",
+                                "{END}5{ESC}~",
+                                "~~{UP}",
+                                "{RIGHT}4",
+                                "^a{DEL}",
+                                "^a{DEL}^z",
+                                "1{TAB}+{TAB}",
+                                "{ESC}{TAB}+{TAB}5"};
+    for (const char* sequence : keys)
+        for (int entry = -1; entry < 6; ++entry)
+            EXPECT_EQ(after(GetParam(), sequence, entry), after(6, sequence, entry))
+                << sequence << " and entry " << entry;
+}
+
+INSTANTIATE_TEST_SUITE_P(Units, EarningsInUnit, testing::Values(3, 9));
+
 TEST_F(QuarterlyCells, AMinusCanBeTypedInEveryColumnButRevenue) {
     for (const auto& column : quarterlyColumns()) {
         const auto id = std::string(column.cells) + "(1)";
@@ -112,6 +225,56 @@ TEST_F(QuarterlyCells, WithoutADateNothingIsWrittenUntilThereIsOne) {
     EXPECT_EQ(scene.text("txtEPS", 1), "2.50");
     EXPECT_EQ(markOf(scene, "txtEPS(1)"), "");
     EXPECT_EQ(scene.form().get<Label>("lblQLabel", 1).caption(), "3/31/2026");
+}
+
+// Cancel skips what it leaves: a host that stays open has the date on show as it was typed.
+TEST_F(QuarterlyCells, WithTheDateEmptiedOrUnreadableNothingIsWrittenUntilItIsBack) {
+    const struct {
+        const char* date;
+        const char* cell;
+        const char* series;
+    } rows[] = {{"", "txtRevenue(1)", "QRevenueSeries"},
+                {"soon", "txtEPS(1)", "QEPSSeries"},
+                {"2/30/2026", "txtQOption(1)", "QPTISeries"},
+                {"1/1/1900", "txtNetInc(1)", "QNetIncSeries"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.date);
+        const auto before = company->clone();
+        goTo(scene, "txtLastQDate");
+        desktop.type("^a{DEL}" + std::string(row.date));
+        desktop.click("cmdCancel");
+        ASSERT_EQ(scene.text("txtLastQDate"), row.date);
+        typeOver(scene, row.cell, "42.5");
+        EXPECT_TRUE(sameAs(*before, *company));
+        EXPECT_EQ(markOf(scene, row.cell), "Without a date of the last quarter this figure has no "
+                                           "quarter and was not stored.");
+        EXPECT_EQ(textOf(scene, row.cell), "42.5");
+        goTo(scene, "txtLastQDate");
+        desktop.type("{TAB}"); // refused, and the old date is back
+        EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+        EXPECT_EQ(elementOf(*company, row.series, 1), 42.5);
+        EXPECT_EQ(markOf(scene, row.cell), "");
+    }
+}
+
+TEST_F(QuarterlyCells, FiguresThatWaitForTheDateGoIntoTheQuartersBesideThem) {
+    goTo(scene, "txtLastQDate");
+    desktop.type("^a{DEL}");
+    desktop.click("cmdCancel");
+    typeOver(scene, "txtRevenue(1)", "42.5");
+    desktop.answerNext(MessageAnswer::yes);
+    typeOver(scene, "txtLastQDate", "12/31/2026");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Dec/31/2026");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 2), 42.5) << "still June";
+    EXPECT_EQ(scene.text("txtRevenue", 2), "42.50");
+    goTo(scene, "txtLastQDate");
+    desktop.type("^a{DEL}");
+    desktop.click("cmdCancel");
+    typeOver(scene, "txtRevenue(0)", "43");
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 0), 43);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+    EXPECT_EQ(scene.text("txtRevenue", 1), "42.50");
 }
 
 TEST_F(QuarterlyCells, EarningsTypedWithoutADateAreSummedOnceThereIsOne) {

@@ -134,7 +134,46 @@ TEST_F(QuarterSpan, FiguresThatTheRecordDoesNotLetMoveAreToldOf) {
     EXPECT_EQ(elementOf(*company, "QEPSSeries", 0), 100);
     EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), 100) << "the others go on";
     ASSERT_EQ(desktop.messages().size(), 2U);
+    EXPECT_EQ(
+        desktop.messages()[1].text,
+        "These figures could not be moved. They stand in another period now:\rEarnings Per Share");
+}
+
+TEST_F(QuarterSpan, FiguresThatTheRecordCouldNotReadAreToldOf) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    open(record);
+    record->failing = {"read QTaxRateSeries", "read QNetIncSeries"};
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(elementOf(*company, "QNetIncSeries", 0), 100) << "not moved";
+    EXPECT_EQ(elementOf(*company, "QPTISeries", 1), 100);
+    ASSERT_EQ(desktop.messages().size(), 2U);
+    EXPECT_EQ(desktop.messages()[1].text, "These figures could not be moved. They stand in another "
+                                          "period now:\rTax Rate, Net Income");
+}
+
+TEST_F(QuarterSpan, ARecordThatRefusesTheLastQuarterOnAnAddKeepsItsFiguresWhereTheyAre) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    open(record);
+    const auto before = company->clone();
+    record->failing = {"write LastQDate"};
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    ASSERT_EQ(desktop.messages().size(), 2U);
     EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
+    desktop.answerNext(MessageAnswer::yes);
+    typeDate("Dec/31/2026");
+    EXPECT_EQ(desktop.messages().back().text, "LastQDate Lost Focus error: write LastQDate fails");
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.spin("spnQuarter", 1);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+    EXPECT_EQ(markOf(scene, "txtLastQDate"), "");
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
 TEST_F(QuarterSpan, ALastQuarterThatTheRecordRefusedIsTriedAgain) {
@@ -412,13 +451,12 @@ TEST_F(QuarterSpan, ARefusedLastQuarterKeepsItsDayWhereThePatternHasNone) {
     const auto record = std::make_shared<ScriptedRecord>(company);
     open(record);
     record->failing = {"write LastQDate"};
-    desktop.answerNext(MessageAnswer::yes);
-    desktop.click("cmdAddQuarter");
-    EXPECT_EQ(scene.text("txtLastQDate"), "Dec 2026");
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Jun 2026");
     record->failing.clear();
     goTo(scene, "txtLastQDate");
     desktop.type("{TAB}");
-    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 12, 31));
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 6, 30));
 }
 
 TEST_F(QuarterSpan, AFigureThatWasTypedOverAnotherTakesItsPlaceOnceThereIsADate) {

@@ -62,18 +62,21 @@ TEST_F(RefusedTexts, APriceThatLooksLikeTheStoredOneInTheOtherDisplayIsTriedAgai
     EXPECT_EQ(elementOf(*company, "YHighSeries", 1), 3.125);
 }
 
-TEST_F(RefusedTexts, EarningsThatLookLikeTheStoredOnesAreTriedAgain) {
+TEST_F(RefusedTexts, EarningsTypedAsTheyAreStoredAreNone) {
     company->get_Settings()->put(setting::unit, 3);
     putElement(*company, "QEPSSeries", 1, 1.5);
     scene.load(record);
-    EXPECT_EQ(scene.text("txtEPS", 1), "1500.00"); // until the first edit
+    EXPECT_EQ(scene.text("txtEPS", 1), "1500.00"); // until it is entered
     record->failing = {"write QEPSSeries"};
     typeOver(scene, "txtEPS(1)", "1.50");
+    EXPECT_EQ(unstored(), Names{});
+    typeOver(scene, "txtEPS(1)", "1500.00");
     scene.entry->put_VisibleQuarters(10);
-    EXPECT_EQ(unstored(), Names{"txtEPS(1)=1.50"});
+    EXPECT_EQ(unstored(), Names{"txtEPS(1)=1500.00"});
     record->failing.clear();
     leaveAgain("txtEPS(1)");
     EXPECT_EQ(unstored(), Names{});
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 1), 1500);
 }
 
 TEST_F(RefusedTexts, AnEndOfTheRangeStaysAsTypedWhenThePriceMovesIt) {

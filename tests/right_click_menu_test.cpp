@@ -3,6 +3,7 @@
 #include "platform/text.hpp"
 #include "tests/support/component_parts.hpp"
 #include "tests/support/entry_object_rows.hpp"
+#include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
 
@@ -834,6 +835,105 @@ TEST(DatePicking, APickTakesTheMarkOffARefusedText) {
         EXPECT_EQ(markOf(scene, row.field), "") << row.field;
         EXPECT_EQ(row.stored(*company), row.picked) << row.field;
     }
+}
+
+TEST(DatePicking, APickTakesTheMarkOffAtOnce) {
+    for (const auto& row : dateFields) {
+        if (!row.inMenu)
+            continue; // refuses with a message, and puts the old date back
+        for (const bool storedDay : {false, true}) {
+            EntryScene scene;
+            const auto company = fullCompany();
+            scene.load(company);
+            const auto before = company->clone();
+            typeOver(scene, row.field, "rubbish");
+            goTo(scene, row.field);
+            scene.desktop.answerNextDate(storedDay ? row.stored(*company) : row.picked);
+            scene.desktop.type("{F4}");
+            EXPECT_EQ(markOf(scene, row.field), "") << row.field;
+            EXPECT_EQ(row.stored(*company), row.stored(*before)) << "before leaving";
+            scene.desktop.type("{TAB}");
+            EXPECT_EQ(markOf(scene, row.field), "") << row.field;
+            EXPECT_EQ(row.stored(*company), storedDay ? row.stored(*before) : row.picked);
+        }
+    }
+}
+
+TEST(DatePicking, APickIntoAMarkedFieldThatIsUndoneIsMarkedAgain) {
+    EntryScene scene;
+    scene.load(fullCompany());
+    typeOver(scene, "txtLastUpdate", "rubbish");
+    goTo(scene, "txtLastUpdate");
+    scene.desktop.answerNextDate(*makeDate(2026, 2, 28));
+    scene.desktop.type("{F4}^z");
+    ASSERT_EQ(textOf(scene, "txtLastUpdate"), "rubbish");
+    scene.desktop.type("{TAB}");
+    EXPECT_NE(markOf(scene, "txtLastUpdate"), "");
+    typeOver(scene, "txtLastUpdate", "Nov/19/2026");
+    EXPECT_EQ(markOf(scene, "txtLastUpdate"), "");
+}
+
+// The day that the record refused may be the one that it takes by now.
+TEST(DatePicking, ThePickOfARefusedDayTriesItAgain) {
+    for (const char* field : {"txtLastUpdate", "txtDateofLastFY", "txtLastQDate"}) {
+        SCOPED_TRACE(field);
+        EntryScene scene;
+        const auto company = fullCompany();
+        const auto record = std::make_shared<ScriptedRecord>(company);
+        scene.load(record);
+        record->failing = {"write LastUpdate", "write LastFYDate", "write LastQDate"};
+        typeOver(scene, field, "9/28/2026");
+        ASSERT_NE(markOf(scene, field), "");
+        record->failing.clear();
+        goTo(scene, field);
+        scene.desktop.answerNextDate(*makeDate(2026, 9, 28));
+        scene.desktop.type("{F4}");
+        EXPECT_EQ(markOf(scene, field), "");
+        scene.desktop.type("{TAB}");
+        EXPECT_EQ(markOf(scene, field), "");
+        EXPECT_EQ(textOf(scene, field), "Sep/28/2026");
+        const auto& row = *std::ranges::find(dateFields, std::string_view(field),
+                                             [](const auto& one) { return one.field; });
+        EXPECT_EQ(row.inMenu ? row.stored(*company) : company->get_LastQDate(),
+                  *makeDate(2026, 9, 28));
+    }
+}
+
+TEST(DatePicking, ALastQuarterThatIsRejectedIsNoChange) {
+    for (const bool changedBefore : {false, true})
+        for (const Date picked : {*makeDate(2005, 12, 31), *makeDate(2026, 12, 31)}) { // and No
+            EntryScene scene;
+            const auto company = fullCompany();
+            scene.load(company);
+            scene.entry->put_blnDirty(changedBefore);
+            const auto before = company->clone();
+            goTo(scene, "txtLastQDate");
+            scene.desktop.answerNextDate(picked);
+            scene.desktop.type("{F4}");
+            EXPECT_TRUE(scene.entry->get_blnDirty()) << "until it is left";
+            scene.desktop.answerNext(MessageAnswer::no);
+            scene.desktop.type("{TAB}");
+            EXPECT_EQ(scene.desktop.messages().size(), 1U);
+            EXPECT_EQ(textOf(scene, "txtLastQDate"), "Sep/30/2026");
+            EXPECT_EQ(scene.entry->get_blnDirty(), changedBefore);
+            EXPECT_EQ(changedData(*before, *company), Names{});
+        }
+}
+
+TEST(DatePicking, ALastQuarterThatIsTakenIsAChange) {
+    EntryScene scene;
+    scene.load(fullCompany());
+    goTo(scene, "txtLastQDate");
+    scene.desktop.answerNextDate(*makeDate(2026, 12, 31));
+    scene.desktop.answerNext(MessageAnswer::yes);
+    scene.desktop.type("{F4}{TAB}");
+    EXPECT_TRUE(scene.entry->get_blnDirty());
+    scene.entry->put_blnDirty(false);
+    goTo(scene, "txtLastQDate");
+    scene.desktop.type("{F4}"); // nothing is picked
+    scene.entry->put_blnDirty(true);
+    scene.desktop.type("{TAB}");
+    EXPECT_TRUE(scene.entry->get_blnDirty()) << "by the host";
 }
 
 TEST(DatePicking, ADateIsForTheRecordThatItWasPickedFor) {

@@ -234,6 +234,9 @@ TEST_F(YearSpan, ASeriesThatTheRecordDoesNotHandOutIsSkipped) {
     EXPECT_EQ(elementOf(*company, "YDividendSeries", 1), 2006);
     EXPECT_EQ(elementOf(*company, "YCSOSeries", 1), 2006);
     EXPECT_EQ(company->get_LastFY(), 2006);
+    ASSERT_EQ(desktop.messages().size(), 2U);
+    EXPECT_EQ(desktop.messages()[1].text,
+              "These figures could not be moved. They stand in another period now:\rBasic EPS");
     for (int row = 0; row <= 10; ++row) {
         EXPECT_EQ(scene.text("txtYEPS", row), "");
         EXPECT_FALSE(scene.field("txtYEPS", row).enabled());
@@ -300,7 +303,26 @@ TEST_F(YearSpan, FiguresThatTheRecordDoesNotLetMoveAreToldOf) {
     EXPECT_EQ(elementOf(*company, "YDividendSeries", 2), 2005) << "the others go on";
     EXPECT_EQ(company->get_LastFY(), 2006);
     ASSERT_EQ(desktop.messages().size(), 2U);
-    EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
+    EXPECT_EQ(desktop.messages()[1].text,
+              "These figures could not be moved. They stand in another period now:\rBasic EPS");
+}
+
+TEST_F(YearSpan, FiguresThatStayAreNamedOneByOne) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    for (const char* button : {"cmdAddYear", "cmdRemoveYear"}) {
+        desktop.forget();
+        record->failing = {"read YRevenueSeries", "write YTaxRateSeries", "read YBookValSeries",
+                           "write YHighSeries", "read YCSOSeries"};
+        press(button, MessageAnswer::yes);
+        ASSERT_EQ(desktop.messages().size(), 2U);
+        EXPECT_EQ(desktop.messages()[1].text,
+                  "These figures could not be moved. They stand in another period now:\rRevenue, "
+                  "Tax Rate, Book Value, High, Shares Outstanding");
+        EXPECT_EQ(desktop.messages()[1].buttons, message_box::exclamationIcon);
+        record->failing.clear();
+    }
 }
 
 // What is being typed belongs to the year beside it, though the focus stays.

@@ -17,6 +17,7 @@ constexpr bool money = true;
 constexpr bool perShare = false;
 constexpr bool minus = true;
 constexpr bool negatives = true;
+constexpr int noNumber = 0; // its head has none either
 
 constexpr GridColumn columnOf(std::string_view cells, GridSeries series, bool minusTyped,
                               bool negativesShown, bool price = false) {
@@ -24,25 +25,30 @@ constexpr GridColumn columnOf(std::string_view cells, GridSeries series, bool mi
 }
 
 constexpr GridColumn table[] = {
-    columnOf("txtSales", {Datum::YRevenueSeries, doYRevenue, money}, !minus, !negatives),
+    columnOf("txtSales", {Datum::YRevenueSeries, doYRevenue, money, 521, "Revenue"}, !minus,
+             !negatives),
     {"txtYOption",
-     {Datum::YPTISeries, doYPTI, money},
-     {Datum::YTaxRateSeries, doYTaxRate, perShare},
+     {Datum::YPTISeries, doYPTI, money, 554, "Pre-Tax Income"},
+     {Datum::YTaxRateSeries, doYTaxRate, perShare, 555, "Tax Rate"},
      ColumnChoice::income,
      minus,
      negatives},
-    columnOf("txtYNetInc", {Datum::YNetIncSeries, doYNetInc, money}, minus, negatives),
+    columnOf("txtYNetInc", {Datum::YNetIncSeries, doYNetInc, money, 522, "Net Inc."}, minus,
+             negatives),
     {"txtYOption2",
-     {Datum::YCommEqSeries, doYCommEq, money},
-     {Datum::YBookValSeries, doYBookVal, perShare},
+     {Datum::YCommEqSeries, doYCommEq, money, 557, "Common Equity"},
+     {Datum::YBookValSeries, doYBookVal, perShare, 558, "Book Value"},
      ColumnChoice::equity,
      minus,
      negatives},
-    columnOf("txtYEPS", {Datum::YEPSSeries, doYEPS, perShare}, minus, negatives),
-    columnOf("txtDiv", {Datum::YDividendSeries, doYDividend, perShare}, !minus, !negatives),
-    columnOf("txtHigh", {Datum::YHighSeries, doYHigh, perShare}, !minus, !negatives, true),
-    columnOf("txtLow", {Datum::YLowSeries, doYLow, perShare}, !minus, !negatives, true),
-    columnOf("txtCSO", {Datum::YCSOSeries, doYCSO, money}, minus, negatives),
+    columnOf("txtYEPS", {Datum::YEPSSeries, doYEPS, perShare, 523, "Basic EPS"}, minus, negatives),
+    columnOf("txtDiv", {Datum::YDividendSeries, doYDividend, perShare, 524, "Dividends Declared"},
+             !minus, !negatives),
+    columnOf("txtHigh", {Datum::YHighSeries, doYHigh, perShare, 526, "High"}, !minus, !negatives,
+             true),
+    columnOf("txtLow", {Datum::YLowSeries, doYLow, perShare, 527, "Low"}, !minus, !negatives, true),
+    columnOf("txtCSO", {Datum::YCSOSeries, doYCSO, money, noNumber, "Shares Outstanding"}, minus,
+             negatives),
 };
 
 // Cells that an analysis needs, from the first to the last row of a column; `second` marks the
@@ -157,19 +163,18 @@ void YearlyGrid::changeSpan(int years) {
         tellRefused();
         return;
     }
-    const bool allMoved = shift(years, end);
+    const auto stayed = shift(years, end);
     session_.textBox("txtLastFY").setText(std::to_string(target));
     acceptLastFiscalYear(target);
     session_.markChanged();
     selectCell();
-    if (!allMoved)
-        tellRefused();
+    tellStayed(stayed);
 }
 
-bool YearlyGrid::shift(int years, std::optional<Date> end) {
+std::vector<std::string> YearlyGrid::shift(int years, std::optional<Date> end) {
     if (years == 0)
-        return true;
-    const bool allMoved = shiftAll(years);
+        return {};
+    auto stayed = shiftAll(years);
     showAll();
     if (commit)
         commit();
@@ -178,7 +183,7 @@ bool YearlyGrid::shift(int years, std::optional<Date> end) {
                          addYears(*end, years));
     if (fiscalYearMoved)
         fiscalYearMoved();
-    return allMoved;
+    return stayed;
 }
 
 void YearlyGrid::acceptLastFiscalYear(int year) {

@@ -53,8 +53,8 @@ class YearlyGrid final : public SeriesGrid {
 
   private:
     void changeSpan(int years);
-    // `end` is the date of the last fiscal year. False where a figure could not be moved.
-    bool shift(int years, std::optional<Date> end);
+    // `end` is the date of the last fiscal year. Names the figures that could not be moved.
+    std::vector<std::string> shift(int years, std::optional<Date> end);
     void acceptLastFiscalYear(int year);
 
     Color shadeColor_ = colors::paleCyan;

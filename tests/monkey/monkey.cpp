@@ -578,6 +578,10 @@ std::string nameInSnapshot(std::size_t place) {
                                            : settingNames()[place - data.size()]);
 }
 
+bool isFigure(const DatumRow& row) {
+    return isSeries(row) || std::holds_alternative<NumberAccess>(row.access);
+}
+
 bool isPending(const Control& control) {
     return control.name() == "txtDateofLastFY" || control.name() == "txtLastQDate";
 }
@@ -695,6 +699,10 @@ class Invariants {
     void record(const Act& act) {
         auto now = snapshotOf(scene_);
         const bool same = held_ == scene_.record && now.size() == snapshot_.size();
+        if (same && act.by == By::host && locked_ && isLocked() && !act.loads)
+            for (std::size_t i = 0; i < datumTable().size(); ++i)
+                expect(now[i] == snapshot_[i] || !isFigure(datumTable()[i]), "locked",
+                       nameInSnapshot(i) + " changed by a commit under the lock");
         if (same && act.by != By::host && !scene_.hostCalled)
             for (std::size_t i = 0; i < now.size(); ++i) {
                 if (now[i] == snapshot_[i])
@@ -811,7 +819,8 @@ class Invariants {
                             : std::string();
             };
             // Loading shows quarterly earnings in the unit of that time, all else per share.
-            if (series.series == Datum::QEPSSeries && !cell.isUnstored() &&
+            const bool entered = form().hasFocus() && form().activeControl() == &cell;
+            if (series.series == Datum::QEPSSeries && !entered && !cell.isUnstored() &&
                 (cell.text() == text(1000) || cell.text() == text(0.001)))
                 continue;
             agree(cell, text(series.scaled ? unitFactor() : 1));

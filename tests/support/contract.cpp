@@ -264,6 +264,23 @@ void aCellIsTypedInTheUnitOnShow(Desktop& desktop) {
     EXPECT_EQ(desktop.focusedId(), "txtSales(9)");
 }
 
+// Loading shows quarterly earnings in the unit; what is typed on to them is per share.
+void earningsThatAreEnteredArePerShare(Desktop& desktop) {
+    const auto company = datedCompany(3);
+    putElement(*company, "QEPSSeries", 0, 1.5);
+    putElement(*company, "QEPSSeries", 1, 2.5);
+    desktop.load(company);
+    desktop.clickTab(toQuarterly);
+    EXPECT_EQ(desktop.shownText("txtEPS(0)"), "1500.00");
+    desktop.click("txtEPS(0)");
+    EXPECT_EQ(desktop.shownText("txtEPS(0)"), "1.50");
+    desktop.type("^z{END}5~"); // there is nothing to undo
+    EXPECT_EQ(desktop.shownText("txtEPS(1)"), "2.50");
+    desktop.type("7^z{TAB}");
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 0), 1.505);
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 1), 2.5);
+}
+
 void arrowsWalkTheCells(Desktop& desktop) {
     desktop.load(fullCompany());
     desktop.clickTab(toYearly);
@@ -875,6 +892,7 @@ constexpr ContractScene scenes[] = {
     VKR_SCENE(okSettlesAPendingDateFirst),
     VKR_SCENE(cancelSkipsAPendingDate),
     VKR_SCENE(aCellIsTypedInTheUnitOnShow),
+    VKR_SCENE(earningsThatAreEnteredArePerShare),
     VKR_SCENE(arrowsWalkTheCells),
     VKR_SCENE(aQuestionIsAnsweredNoByDefault),
     VKR_SCENE(enterBreaksTheLineInNotes),
