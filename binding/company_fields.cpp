@@ -170,6 +170,7 @@ void CompanyFields::leave(const CompanyField& field) {
         attempt([&] { writeBack(field); });
         return;
     }
+    const FieldMark doubt = left.mark(); // of a paste that was cut
     switch (field.kind) {
     case text:
     case list:
@@ -186,6 +187,8 @@ void CompanyFields::leave(const CompanyField& field) {
         storeNumber(field, left);
         break;
     }
+    if (doubt.kind == MarkKind::doubtful && left.mark().kind == MarkKind::none)
+        left.setMark(doubt);
     if (field.datum == Datum::Name || field.datum == Datum::Symbol)
         session_.tellState();
 }
@@ -231,12 +234,18 @@ void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
         control.setMark(session_.unstored(text_number::reasonTooLarge));
         return;
     }
+    const std::string typed = control.text();
     const double value =
         field.scaled ? UnscaledFromText(clean.text, session_.unitFactor) : numericValue(clean.text);
+    if (value < 0 && !field.filter.allowNegative) {
+        control.setMark(session_.unstored(text_number::reasonNegative));
+        return;
+    }
     store(field, value);
     if (control.isUnstored())
         return;
     showNumber(field, value);
+    session_.tellLeftOut(control, typed, clean.leftOut);
     movedEnds_.erase(field.datum);
     if (field.datum == Datum::CurrentPrice)
         followPrice(value);

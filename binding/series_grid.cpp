@@ -100,7 +100,7 @@ void SeriesGrid::showAgain() {
     std::vector<RefusedText> kept;
     for (const auto& column : cells_)
         for (TextBox* cell : column)
-            if (cell->isUnstored())
+            if (cell->mark().kind != MarkKind::none)
                 kept.emplace_back(*cell);
     showAll();
     for (const auto& text : kept)
@@ -168,10 +168,10 @@ void SeriesGrid::enter(Cell cell) {
     SelectAllText(*cells(cell.column)[static_cast<std::size_t>(cell.row)]);
 }
 
-void SeriesGrid::keyPress(Cell cell, char32_t& character) {
-    FilterNumericKey(character, true, false,
-                     *cells(cell.column)[static_cast<std::size_t>(cell.row)],
-                     columns_[static_cast<std::size_t>(cell.column)].minusTyped, false);
+bool SeriesGrid::keyPress(Cell cell, char32_t& character) {
+    return FilterNumericKey(character, true, false,
+                            *cells(cell.column)[static_cast<std::size_t>(cell.row)],
+                            columns_[static_cast<std::size_t>(cell.column)].minusTyped, false);
 }
 
 std::vector<TextBox*> SeriesGrid::focusable(int column) const {
@@ -262,6 +262,7 @@ void SeriesGrid::leave(Cell cell) {
     const GridSeries& series = seriesOf(column);
     TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     const bool untouched = isUntouched(left);
+    const std::string typed = left.text();
     const auto clean = column.price
                            ? session_.typedText(left.text(), NumericKind::PriceText)
                            : session_.typedNumber(left.text(), -UnitExponent(scaleOf(series)));
@@ -275,6 +276,8 @@ void SeriesGrid::leave(Cell cell) {
         std::string reason = reasonNotToStore();
         if (reason.empty() && !clean.fits)
             reason = session_.reason(text_number::reasonTooLarge);
+        if (reason.empty() && !column.minusTyped && numericValue(clean.text) < 0)
+            reason = session_.reason(text_number::reasonNegative);
         left.setMark(reason.empty() ? FieldMark() : FieldMark{MarkKind::unstored, reason});
         if (left.isUnstored())
             return;
@@ -299,6 +302,7 @@ void SeriesGrid::leave(Cell cell) {
         return;
     }
     showStored(cell, stored);
+    session_.tellLeftOut(left, typed, clean.leftOut);
     session_.markChanged(); // also where the text was refused before, and the host has saved since
     this->stored(cell);
 }

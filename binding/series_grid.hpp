@@ -77,7 +77,7 @@ class SeriesGrid {
 
     // The handlers of every cell.
     void keyDown(Cell cell, KeyCode& key, int shift);
-    void keyPress(Cell cell, char32_t& character);
+    bool keyPress(Cell cell, char32_t& character); // true: the character was refused
     void leave(Cell cell);
     virtual void enter(Cell cell);
 

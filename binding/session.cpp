@@ -136,12 +136,51 @@ std::string Session::reason(int number) const {
         {text_number::reasonRefused, "This value could not be stored."},
         {text_number::reasonNoQuarter,
          "Without a date of the last quarter this figure has no quarter and was not stored."},
+        {text_number::takenInPart, "Taken as %1; \"%2\" was left out."},
+        {text_number::reasonNegative, "A negative figure makes no sense here and was not stored."},
+        {text_number::noteFigure, "Figures only. A loss begins with a minus sign."},
+        {text_number::notePositive, "Figures only, without a minus sign."},
+        {text_number::notePrice,
+         "Figures only, without a minus sign. Eighths are written as 3 1/8."},
+        {text_number::noteYear, "A year in four figures, from 1980 to 9900."},
+        {text_number::noteDecimalMark, "The decimal mark is \"%1\", once in a figure."},
+        {text_number::noteOneFigure,
+         "This field takes one figure. Several cells can't be pasted into it."},
     };
     return text(number, std::ranges::find(reasons, number, &Reason::number)->fallback);
 }
 
 FieldMark Session::unstored(int reasonNumber) const {
     return {MarkKind::unstored, reason(reasonNumber)};
+}
+
+void Session::tellLeftOut(TextField& field, std::string_view typed,
+                          std::string_view leftOut) const {
+    const std::string& shown = field.text();
+    const bool ofDisplay =
+        shown == typed ||
+        (shown.ends_with(leftOut) && leftOut.find_first_of("0123456789") == std::string_view::npos);
+    if (!leftOut.empty() && !ofDisplay)
+        markDoubtful(field, leftOut);
+}
+
+void Session::markDoubtful(TextField& field, std::string_view leftOut) const {
+    const auto brief = [](std::string_view text) {
+        constexpr int longest = 40;
+        return textLength(text) <= longest ? std::string(text)
+                                           : std::string(textLeft(text, longest)) + "\u2026";
+    };
+    std::string reason = this->reason(text_number::takenInPart);
+    // What was typed may hold a "%1" of its own: the figure comes first.
+    ReplaceAll(reason, "%1", field.text().empty() ? "0" : brief(field.text()));
+    ReplaceAll(reason, "%2", brief(leftOut));
+    field.setMark({MarkKind::doubtful, reason});
+}
+
+void Session::tellRefused(TextField& field, int noteNumber) const {
+    std::string note = reason(noteNumber);
+    ReplaceAll(note, "%1", std::string(1, form.numberMarks().decimal));
+    attempt([&] { services.tellRefused(field, note); });
 }
 
 bool Session::storeDate(Datum datum, Date date) {

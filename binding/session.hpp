@@ -111,6 +111,12 @@ class Session final : public FieldHost {
     // Why a text is not stored: one of the reasons of text_number.
     [[nodiscard]] std::string reason(int number) const;
     [[nodiscard]] FieldMark unstored(int reasonNumber) const;
+    // A figure was stored and is on show: where it does not say all that was typed, the field says
+    // so. What the display itself puts beside figures is nothing left out.
+    void tellLeftOut(TextField& field, std::string_view typed, std::string_view leftOut) const;
+    void markDoubtful(TextField& field, std::string_view leftOut) const;
+    // By a text of text_number: what was typed or pasted does not go into the field.
+    void tellRefused(TextField& field, int noteNumber) const;
     // Puts a date into the record; false where it neither takes it nor has it already.
     [[nodiscard]] bool storeDate(Datum datum, Date date);
     // A date that the program works out: shown, and stored. Where the record does not take it, the
@@ -157,6 +163,14 @@ inline constexpr int reasonRefused = 632;
 inline constexpr int reasonNoQuarter = 633;
 inline constexpr int figuresStayed = 634;
 inline constexpr int sumReplaces = 635;
+inline constexpr int takenInPart = 670; // "%1" the figure stored, "%2" what was left out
+inline constexpr int reasonNegative = 671;
+inline constexpr int noteFigure = 672; // what a field takes, where a key or a paste was refused
+inline constexpr int notePositive = 673;
+inline constexpr int notePrice = 674;
+inline constexpr int noteYear = 675;
+inline constexpr int noteDecimalMark = 676; // "%1" the mark
+inline constexpr int noteOneFigure = 677;
 inline constexpr int firstReportingPeriod = 640; // 640 to 642, entries of cmbReportingPeriod
 } // namespace text_number
 

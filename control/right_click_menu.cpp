@@ -100,20 +100,8 @@ void RightClickMenu::edit(TextField& field, std::string_view text, int caret) {
         fieldChanged(field);
 }
 
-// As much as the field has room for, as with the keys.
 void RightClickMenu::paste(TextField& field) {
-    const auto* box = dynamic_cast<const TextBox*>(&field);
-    const std::string pasted =
-        cleanedPaste(session_.services.clipboardText(), box != nullptr && box->multiLine());
-    if (pasted.empty())
-        return;
-    const std::string& text = field.text();
-    const int start = field.selStart();
-    std::string edited(textLeft(text, start));
-    edited += pasted;
-    edited += textFrom(text, start + field.selLength());
-    const auto taken = field.taken(edited, start + textLength(pasted));
-    edit(field, taken.text, taken.caret);
+    session_.form.userPaste(field, session_.services.clipboardText());
 }
 
 void RightClickMenu::copy(const TextField& field) {

@@ -103,7 +103,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     void stepTab(int step);
     void scrollMouse(KeyCode key);
     void leaveField();
-    [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
+    [[nodiscard]] std::vector<MarkedField> markedFields(MarkKind kind) const;
     void showField(std::string_view id);
 
     void setPlatform(PlatformType platform);
@@ -122,6 +122,8 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     void onKeyDown(Control& control, KeyCode& key, int shift) override;
     void onKeyPress(Control& control, char32_t& character) override;
     void onKeyUp(Control& control, KeyCode key, int shift) override;
+    bool onPaste(TextField& field, std::string_view text) override;
+    void onPasteCut(TextField& field, std::string_view leftOut) override;
     void onChange(TextField& field) override;
     void onMouseDown(Control& control, MouseButton button, int tab) override;
     void onPressEnded(Control& control) override;
@@ -185,6 +187,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     [[nodiscard]] bool hasSkippedDate() const;
     void leaveOtherField(TextField& field);
     [[nodiscard]] const KeyFilter* filterOf(const Control& control) const;
+    [[nodiscard]] std::optional<int> noteOf(const Control& control) const;
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field) const;
     [[nodiscard]] bool opensCalendar(const Control& control, KeyCode key, int shift) const;
     void askForMoreHelp();
@@ -192,8 +195,9 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     std::vector<Label*> lockedLabels_; // of the fields that the lock protects
     bool okSettles_ = false;           // OK went down while a pending date was edited
     bool helpKeyDown_ = false;
-    bool keyWentDown_ = false; // since the help frame was shown
-    bool quiet_ = true;        // start-up and restoring: the focus stays where it is
+    bool keyWentDown_ = false;
+    bool toldOfKey_ = false; // that it was refused // since the help frame was shown
+    bool quiet_ = true;      // start-up and restoring: the focus stays where it is
     bool resizing_ = false;
     bool loading_ = false;
 };
@@ -491,11 +495,11 @@ void VKRDataEntry::Impl::showUnit() {
     captions.followUnit();
 }
 
-std::vector<UnstoredField> VKRDataEntry::Impl::unstoredFields() const {
-    std::vector<UnstoredField> result;
+std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) const {
+    std::vector<MarkedField> result;
     for (const auto& control : form.controls())
         if (const auto* field = dynamic_cast<const TextField*>(control.get());
-            field != nullptr && field->isUnstored())
+            field != nullptr && field->mark().kind == kind)
             result.push_back(
                 {field->id(), field->accessibleName(), field->text(), field->mark().reason});
     return result;
@@ -840,6 +844,10 @@ bool VKRDataEntry::Impl::opensCalendar(const Control& control, KeyCode key, int 
 
 void VKRDataEntry::Impl::onKeyDown(Control& control, KeyCode& key, int shift) {
     keyWentDown_ = true;
+    // Enter on a figure that is left as it is agrees with it.
+    if (auto* field = dynamic_cast<TextField*>(&control);
+        field != nullptr && key == keys::enter && !form.isKeyHeld() && isUntouched(*field))
+        field->settleDoubt();
     if (key == keys::f1) {
         helpKeyDown_ = help.visible();
         if (helpKeyDown_)
@@ -883,13 +891,54 @@ void VKRDataEntry::Impl::onKeyPress(Control& control, char32_t& character) {
     auto* field = dynamic_cast<TextField*>(&control);
     if (field == nullptr)
         return;
+    const char32_t pressed = character;
+    bool refused = false;
     if (const auto cell = yearly.find(control))
-        yearly.keyPress(*cell, character);
+        refused = yearly.keyPress(*cell, character);
     else if (const auto quarter = quarterly.find(control))
-        quarterly.keyPress(*quarter, character);
+        refused = quarterly.keyPress(*quarter, character);
     else if (const auto* filter = filterOf(control))
-        FilterNumericKey(character, filter->numeric, filter->freeText, *field,
-                         filter->allowNegative, filter->upperCase);
+        refused = FilterNumericKey(character, filter->numeric, filter->freeText, *field,
+                                   filter->allowNegative, filter->upperCase);
+    if (!form.isKeyHeld())
+        toldOfKey_ = false;
+    if (!refused || toldOfKey_ || field->locked())
+        return;
+    toldOfKey_ = true;
+    session.tellRefused(*field, pressed == U'.' || pressed == U',' ? text_number::noteDecimalMark
+                                                                   : noteOf(control).value_or(0));
+}
+
+// What a field for one figure takes, as a text of text_number; nothing for any other.
+std::optional<int> VKRDataEntry::Impl::noteOf(const Control& control) const {
+    using namespace text_number;
+    const auto note = [](bool price, bool minus) {
+        return price ? notePrice : minus ? noteFigure : notePositive;
+    };
+    for (const SeriesGrid* grid :
+         {static_cast<const SeriesGrid*>(&yearly), static_cast<const SeriesGrid*>(&quarterly)})
+        if (const auto cell = grid->find(control)) {
+            const auto& column = grid->columns()[static_cast<std::size_t>(cell->column)];
+            return note(column.price, column.minusTyped);
+        }
+    if (control.name() == "txtLastFY")
+        return noteYear;
+    const auto* field = fields.find(control);
+    if (field == nullptr || field->filter.freeText)
+        return std::nullopt;
+    return note(field->kind == FieldKind::price, field->filter.allowNegative);
+}
+
+// A block would be squeezed into one figure: its cells are figures of their own.
+bool VKRDataEntry::Impl::onPaste(TextField& field, std::string_view text) {
+    if (!noteOf(field) || !isBlockOfCells(text))
+        return true;
+    session.tellRefused(field, text_number::noteOneFigure);
+    return false;
+}
+
+void VKRDataEntry::Impl::onPasteCut(TextField& field, std::string_view leftOut) {
+    session.markDoubtful(field, leftOut);
 }
 
 void VKRDataEntry::Impl::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*/) {
@@ -1247,8 +1296,11 @@ void VKRDataEntry::ScrollMouse(std::int16_t& intKeyCode, std::int16_t& /*intShif
 void VKRDataEntry::leaveField() {
     impl_->leaveField();
 }
-std::vector<UnstoredField> VKRDataEntry::unstoredFields() const {
-    return impl_->unstoredFields();
+std::vector<MarkedField> VKRDataEntry::unstoredFields() const {
+    return impl_->markedFields(MarkKind::unstored);
+}
+std::vector<MarkedField> VKRDataEntry::doubtfulFields() const {
+    return impl_->markedFields(MarkKind::doubtful);
 }
 void VKRDataEntry::showField(std::string_view control) {
     impl_->showField(control);

@@ -36,13 +36,15 @@ class VKRDataEntryEvents {
     virtual void UpdateQDataOnly(const std::shared_ptr<iVKR_Company>& /*objCompany*/) {}
 };
 
-// A field whose text on screen is not in the record, such as a date that is none.
-struct UnstoredField {
+// A field with a mark: its text is not in the record, such as a date that is none, or says more
+// than what was stored.
+struct MarkedField {
     std::string control; // "txtPriceUpdate"
     std::string label;   // as people read it on the form
-    std::string text;    // what was typed
-    std::string reason;  // why it can't be stored
+    std::string text;    // that is on screen
+    std::string reason;  // why it can't be stored, or what was left out
 };
+using UnstoredField = MarkedField;
 
 // The data-entry component. All calls belong to the thread of the desktop; none of them throws.
 //
@@ -132,8 +134,11 @@ class VKRDataEntry {
     // --- what else a host needs ---------------------------------------------------------------
     // Leaves the field that has the focus as if the user had moved on, and comes back to it.
     void leaveField();
-    [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
-    // Brings a field, named as in UnstoredField, on show with its tab and moves the focus there.
+    [[nodiscard]] std::vector<MarkedField> unstoredFields() const;
+    // Fields whose figure was stored though not all that was typed or pasted: "1.5M" as 1.5. Such a
+    // doubt goes with the next edit of its field, or by Enter in it.
+    [[nodiscard]] std::vector<MarkedField> doubtfulFields() const;
+    // Brings a field, named as in MarkedField, on show with its tab and moves the focus there.
     void showField(std::string_view control);
     // Called after every change of blnDirty and of the record's identity (name, symbol), when what
     // changed it is done.

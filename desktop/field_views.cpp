@@ -6,6 +6,8 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
 #include <QScreen>
 #include <QTextBlock>
 
@@ -295,6 +297,54 @@ void LineFieldView::setEdit(QLineEdit& edit) {
     edit.setMaxLength(std::numeric_limits<int>::max()); // the model says how much there is room for
     const auto changed = [this] { widgetChanged(); };
     connect(&edit, &QLineEdit::textChanged, this, changed);
+}
+
+// What is pasted and dropped is the form's to put in, which may refuse it.
+void LineFieldView::type(QEvent& event) {
+    if (event.type() != QEvent::KeyPress ||
+        !static_cast<QKeyEvent&>(event).matches(QKeySequence::Paste)) {
+        FieldView::type(event);
+        return;
+    }
+    event.accept();
+    form().userPaste(field(), fromQt(QGuiApplication::clipboard()->text()));
+}
+
+bool LineFieldView::handleOwn(QEvent& event, QWidget& source, NativeEvent native) {
+    if (event.type() != QEvent::Drop)
+        return FieldView::handleOwn(event, source, native);
+    auto& dropped = static_cast<QDropEvent&>(event);
+    if (dropped.source() == edit_ || !dropped.mimeData()->hasText()) // moved within the field
+        return FieldView::handleOwn(event, source, native);
+    QDragLeaveEvent left; // takes the mark of the place away
+    pass(left, source, native);
+    form().focus(field());
+    if (isActive())
+        drop(dropped, source);
+    else
+        event.ignore();
+    return true;
+}
+
+void LineFieldView::drop(QDropEvent& event, const QWidget& source) {
+    const auto place = source.mapTo(widget().window(), event.position().toPoint());
+    select({edit_->cursorPositionAt(edit_->mapFrom(widget().window(), place)), 0});
+    takeEdit();
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+    form().userPaste(field(), fromQt(event.mimeData()->text()));
+}
+
+void LineFieldView::release(QMouseEvent& event, QWidget& source, NativeEvent native) {
+    const auto* clipboard = QGuiApplication::clipboard();
+    if (event.button() != Qt::MiddleButton || !clipboard->supportsSelection() ||
+        !view().isPressed(*this)) {
+        FieldView::release(event, source, native);
+        return;
+    }
+    endPress(event, source);
+    if (control() != nullptr && isActive())
+        form().userPaste(field(), fromQt(clipboard->text(QClipboard::Selection)));
 }
 
 void LineFieldView::replaceText(const QString& text) {

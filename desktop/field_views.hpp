@@ -81,12 +81,15 @@ class FieldView : public ControlView {
 // A field on a QLineEdit, alone or inside an editable list.
 class LineFieldView : public FieldView {
   public:
+    void type(QEvent& event) override;
     [[nodiscard]] bool canUndo() const override { return edit_->isUndoAvailable(); }
     void focusLost() override;
 
   protected:
     using FieldView::FieldView;
     void setEdit(QLineEdit& edit);
+    bool handleOwn(QEvent& event, QWidget& source, NativeEvent native) override;
+    void release(QMouseEvent& event, QWidget& source, NativeEvent native) override;
     [[nodiscard]] QLineEdit& edit() const { return *edit_; }
 
     [[nodiscard]] QString text() const override { return edit_->text(); }
@@ -99,6 +102,8 @@ class LineFieldView : public FieldView {
     [[nodiscard]] QString acceptable(const QString& text) const override { return onOneLine(text); }
 
   private:
+    void drop(QDropEvent& event, const QWidget& source);
+
     QLineEdit* edit_ = nullptr;
 };
 

@@ -6,10 +6,13 @@
 #include "desktop/readable_colors.hpp"
 #include "platform/text.hpp"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QInputMethodEvent>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPainter>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -230,6 +233,49 @@ void FormView::paintMark(QWidget& widget, MarkKind kind) {
     QPainter painter(&widget);
     painter.setPen(QPen(readable(wanted, behind, signContrast), 2));
     painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
+}
+
+// --- notes ---------------------------------------------------------------------------------------
+
+void FormView::showNote(const Control& control, const QString& text) {
+    const auto* field = widgetOf(control);
+    if (field == nullptr || !field->isVisible())
+        return;
+    if (note_ == nullptr) {
+        note_ = new QLabel(this);
+        note_->setObjectName(QStringLiteral("note"));
+        note_->setTextFormat(Qt::PlainText);
+        note_->setFrameStyle(QFrame::Box);
+        note_->setMargin(3);
+        note_->setAutoFillBackground(true);
+        note_->setBackgroundRole(QPalette::ToolTipBase);
+        note_->setForegroundRole(QPalette::ToolTipText);
+        note_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+    note_->setPalette(QToolTip::palette());
+    note_->setText(text);
+    note_->setWordWrap(false);
+    QSize size = note_->sizeHint();
+    if (size.width() > width()) {
+        note_->setWordWrap(true);
+        size = QSize(width(), note_->heightForWidth(width()));
+    }
+    // Right below the field, or above it where the form ends.
+    const QRect place(field->mapTo(this, QPoint()), field->size());
+    QPoint corner = place.bottomLeft() + QPoint(0, 2);
+    if (corner.y() + size.height() > height())
+        corner.setY(std::max(0, place.top() - 1 - size.height()));
+    corner.setX(std::clamp(corner.x(), 0, width() - size.width()));
+    note_->setGeometry(QRect(corner, size));
+    note_->raise();
+    note_->show();
+    QAccessibleEvent alert(note_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void FormView::noteOver() {
+    if (note_ != nullptr)
+        note_->hide();
 }
 
 // --- keys ----------------------------------------------------------------------------------------

@@ -15,6 +15,7 @@
 #include <utility>
 
 class QInputMethodEvent;
+class QLabel;
 class QWheelEvent;
 
 namespace vkr {
@@ -77,6 +78,9 @@ class FormView : public QWidget, private FormObserver {
     // Options and check boxes as their models have them.
     void showChoices();
 
+    // A word at a field, in front of everything, until the form says that it is over.
+    void showNote(const Control& control, const QString& text);
+
     static void paintMark(QWidget& widget, MarkKind kind); // nothing for none
     // Names and tool tips are there from the first show on.
     [[nodiscard]] bool hasBeenShown() const { return shown_; }
@@ -91,6 +95,7 @@ class FormView : public QWidget, private FormObserver {
     void controlRemoved(Control& control) override;
     void controlChanged(Control& control, Property property) override;
     void focusChanged() override;
+    void noteOver() override;
     void formChanged() override;
 
     [[nodiscard]] ControlView* viewOf(const Control* control) const;
@@ -119,6 +124,7 @@ class FormView : public QWidget, private FormObserver {
     std::unordered_map<const Control*, ControlView*> views_;
     QPointer<ControlView> pressed_;
     MouseButton pressedButton_ = MouseButton::left;
+    QPointer<QLabel> note_; // made with the first one
     std::optional<QPoint> pressPlace_;
     unsigned interruptions_ = 0;
     int following_ = 0; // native focus is being set to the form's

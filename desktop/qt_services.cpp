@@ -6,6 +6,7 @@
 #include "desktop/form_view.hpp"
 #include "desktop/qt_values.hpp"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QColorDialog>
 #include <QFontMetricsF>
@@ -161,6 +162,12 @@ void QtServices::showModal(CalendarForm& form) {
         dialog.move(corner);
     }
     dialog.exec();
+}
+
+void QtServices::tellRefused(TextField& field, const std::string& note) {
+    QApplication::beep();
+    if (view_ != nullptr)
+        view_->showNote(field, toQt(note));
 }
 
 bool QtServices::canUndo(const TextField& field) {

@@ -37,6 +37,7 @@ class QtServices final : public Services {
     Twips screenWidth() override;
     std::optional<Color> chooseColor(Color current) override;
     void showModal(CalendarForm& form) override;
+    void tellRefused(TextField& field, const std::string& note) override;
     bool canUndo(const TextField& field) override;
     void undo(TextField& field) override;
     Twips textWidth(std::string_view text) override;

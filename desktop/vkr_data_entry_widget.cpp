@@ -124,8 +124,12 @@ std::shared_ptr<iVKR_Company> VKRDataEntryWidget::company() {
     return entry_->get_objCompany();
 }
 
-std::vector<UnstoredField> VKRDataEntryWidget::unstoredFields() const {
+std::vector<MarkedField> VKRDataEntryWidget::unstoredFields() const {
     return entry_->unstoredFields();
+}
+
+std::vector<MarkedField> VKRDataEntryWidget::doubtfulFields() const {
+    return entry_->doubtfulFields();
 }
 
 QString VKRDataEntryWidget::recordTitle() const {

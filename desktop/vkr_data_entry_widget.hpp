@@ -18,7 +18,7 @@ class ObjectFactory;
 class PropertyBag;
 class QtServices;
 class VKRDataEntry;
-struct UnstoredField;
+struct MarkedField;
 
 // The data-entry component as a Qt widget.
 //
@@ -95,7 +95,9 @@ class VKRDataEntryWidget : public QWidget {
     // Null until the first assignment.
     [[nodiscard]] std::shared_ptr<iVKR_Company> company();
     // Fields whose text is not in the record, for hosts that ask before they close.
-    [[nodiscard]] std::vector<UnstoredField> unstoredFields() const;
+    [[nodiscard]] std::vector<MarkedField> unstoredFields() const;
+    // Fields of whose text something was left out when it was stored.
+    [[nodiscard]] std::vector<MarkedField> doubtfulFields() const;
 
     // The values that a container keeps for one instance. Saving shows the remembered tab.
     [[nodiscard]] PropertyBag saveProperties();

@@ -18,16 +18,25 @@ constexpr std::int16_t tab(TABObject number) {
 }
 
 constexpr std::string_view money =
-    "An amount in the currency unit chosen on the Options tab: thousands, millions or billions. "
-    "Groups of thousands, a currency sign and brackets for a loss, as in (1,234), are understood. "
-    "It is kept in "
-    "millions: another unit changes what you see, never the figure.";
+    "An amount in the currency unit chosen on the Options tab: thousands, millions or billions. A "
+    "loss begins with a minus or an opening bracket. A pasted figure may have groups of "
+    "thousands, a currency sign and brackets, as in $(1,234). It is kept in millions: another unit "
+    "changes what you see, "
+    "never the figure.";
+constexpr std::string_view moneyAboveZero =
+    "An amount in the currency unit chosen on the Options tab: thousands, millions or billions. It "
+    "takes no minus. A pasted figure may have groups of thousands and a currency sign, as in "
+    "$1,234. It is kept "
+    "in millions: another unit changes what you see, never the figure.";
 constexpr std::string_view shares =
     "A number of shares in the unit chosen on the Options tab, as the money amounts are. It is "
     "kept in millions.";
 constexpr std::string_view perShare = "Money per share, with the decimal mark of your system: "
-                                      "7.46. The currency unit has no bearing on it; a loss has a "
-                                      "minus in front.";
+                                      "7.46. The currency unit has no bearing on it; a loss begins "
+                                      "with a minus or an opening bracket.";
+constexpr std::string_view perShareAboveZero =
+    "Money per share, with the decimal mark of your system: 1.02. The currency "
+    "unit has no bearing on it; it takes no minus.";
 constexpr std::string_view price =
     "Money per share, as a decimal (12.5) or in eighths (12 1/2). Both can be typed at any time; "
     "the Options tab decides which one is shown.";
@@ -109,7 +118,10 @@ constexpr auto table = std::to_array<HelpPage>({
      "or Alt+Down a list or the calendar. Escape takes a field back to what it showed. Ctrl+S "
      "saves, Ctrl+W "
      "closes, F1 opens this help.",
-     "",
+     "A key that a field does not take makes a sound, and a note says what the field takes. A red "
+     "frame: the text is not stored. An amber frame: it is stored, but something was left out, as "
+     "the M of a pasted 1.5M; point at it to see what. Mend the figure, or press Enter in it to "
+     "agree. Several cells of a spreadsheet can't be pasted into one figure.",
      "",
      {}},
 
@@ -153,7 +165,7 @@ constexpr auto table = std::to_array<HelpPage>({
      "Set against the debt it shows how much of the business is financed with borrowed money.",
      "The balance sheet: add up debt, preferred stock and common equity; data services state it as "
      "total capitalization.",
-     money,
+     moneyAboveZero,
      "Apple, fiscal year 2025: debt of 90509 million and common equity of 73733 million, with no "
      "preferred stock, make 164242.",
      {{apple(Datum::TotalDebt, "90509"), apple(Datum::YCommEqSeries, "73733", "2025")}}},
@@ -331,7 +343,7 @@ constexpr auto table = std::to_array<HelpPage>({
      "the first sign of a healthy business.",
      "The first line of the income statement in the annual report (10-K): total net sales, or "
      "total revenues.",
-     money,
+     moneyAboveZero,
      "Apple sold for 391035 million in fiscal year 2024 and for 416161 million in 2025, which is "
      "6.4 percent more.",
      {{apple(Datum::YRevenueSeries, "391035", "2024"),
@@ -405,7 +417,7 @@ constexpr auto table = std::to_array<HelpPage>({
      "It is the part of the earnings that reaches your account. Set against the earnings it shows "
      "how much is kept for growth.",
      "The annual report's statement of shareholders' equity, or below the income statement.",
-     perShare,
+     perShareAboveZero,
      "Apple declared 1.02 in fiscal year 2025, out of earnings of 7.46.",
      {{apple(Datum::YDividendSeries, "1.02", "2025"), apple(Datum::YEPSSeries, "7.46", "2025")}}},
     {object(doYHigh),
@@ -449,7 +461,7 @@ constexpr auto table = std::to_array<HelpPage>({
      "Compare it with the same quarter a year before: many companies sell most at one time of the "
      "year.",
      quarterlyReport,
-     money,
+     moneyAboveZero,
      "Apple, quarter to 12/27/2025: 143756 million. A year before it was 124300 million.",
      {{apple(Datum::QRevenueSeries, "143756", "2025-12-27"),
        apple(Datum::QRevenueSeries, "124300", "2024-12-28")}}},
@@ -619,7 +631,7 @@ constexpr auto table = std::to_array<HelpPage>({
      "The dividend per common share for a whole year, at the present rate.",
      "Divided by the price it is the yield: what the share pays while you wait.",
      "Quotation pages, or four times the latest quarterly dividend.",
-     perShare,
+     perShareAboveZero,
      "Apple declared 1.02 in fiscal year 2025; with a latest quarterly dividend of 0.26 the "
      "present rate is 1.04.",
      {{apple(Datum::YDividendSeries, "1.02", "2025")}}},

@@ -49,6 +49,8 @@ void replaceRefused(TextField& field) {
 }
 
 void RefusedText::putBack() const {
+    if (mark_.kind == MarkKind::doubtful && field_.text() == text_)
+        field_.setMark(mark_);
     if (mark_.kind != MarkKind::unstored)
         return;
     const std::string stored = field_.text();
@@ -156,7 +158,10 @@ void rewriteMarks(const NumberMarks& before, TextField& field,
 
 void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bool()>& showStored) {
     const Caret caret(field);
+    const FieldMark mark = field.mark();
     rewritePrice(toDecimal, field, showStored);
+    if (mark.kind == MarkKind::doubtful)
+        field.setMark(mark); // the figure is the same
     if (field.form().activeControl() == &field)
         caret.putBack();
 }

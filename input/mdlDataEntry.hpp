@@ -35,7 +35,7 @@ void holdAsTyped(TextField& field);
 // to store it unless it is what is stored.
 void replaceRefused(TextField& field);
 
-// A text that was refused, if it was, while what is stored is shown anew in its field.
+// A text that was refused, or is in doubt, while what is stored is shown anew in its field.
 class RefusedText {
   public:
     explicit RefusedText(TextField& field)

@@ -77,8 +77,9 @@ struct KeyFilter {
     bool upperCase = false;
 };
 
-// Accepts, swallows (0) or rewrites one typed character. Enter sends a Tab.
-void FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,
+// Accepts, swallows (0) or rewrites one typed character. Enter sends a Tab. Answers whether the
+// character was refused: swallowed with nothing done in its place.
+bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,
                       bool allowNegative, bool upperCase);
 
 void SelectAllText(TextBox& field);

@@ -71,18 +71,31 @@ double UnscaledFromText(std::string_view cleanText, double unitFactor) {
     return shiftDecimal(cleanText, -UnitExponent(unitFactor));
 }
 
-void FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,
+bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,
                       bool allowNegative, bool upperCase) {
     if (key == U'\r') {
         if (field.kind() == ControlKind::textBox)
             key = 0;
         field.form().sendKey(keys::tab);
-        return;
+        return false;
     }
     if (key == keys::backspace || key == U' ')
-        return;
+        return false;
     const std::string& text = field.text();
     const char mark = field.form().numberMarks().decimal;
+    const bool first = field.selLength() == textLength(text); // it is all that will stand there
+    bool refused = key > U' ';                                // where it is swallowed
+    if (numeric && !freeText && allowNegative) {
+        // Accounting brackets are a minus.
+        if (key == U')' && text.starts_with('-')) {
+            key = 0;
+            return false;
+        }
+        if ((key == U'(' || key == U'-') && first) {
+            key = U'-';
+            return false;
+        }
+    }
     if (!numeric) {
         const char32_t letter = vkr::upperCase(key);
         if (letter < U'A' || letter > U'Z')
@@ -102,6 +115,7 @@ void FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& fie
             if (!allowNegative || holds(text, '-') || holds(text, '+')) {
                 key = 0;
                 if (holds(text, '-')) {
+                    refused = false;
                     std::string unsignedText = text;
                     ReplaceAll(unsignedText, "-", "");
                     const auto signsIn = [](std::string_view part) {
@@ -126,6 +140,7 @@ void FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& fie
     }
     if (upperCase && key != 0)
         key = vkr::upperCase(key);
+    return refused && key == 0;
 }
 
 void SelectAllText(TextBox& field) {

@@ -216,8 +216,45 @@ std::string plainText(const NumberSpan& number, bool negative) {
 }
 
 NumericText fromSpan(const NumberSpan& number, bool negative, int exponent) {
-    return {plainText(number, negative),
-            valueOf(number).has_value() && valueOf(number, exponent).has_value()};
+    return {.text = plainText(number, negative),
+            .fits = valueOf(number).has_value() && valueOf(number, exponent).has_value(),
+            .leftOut = {}};
+}
+
+std::string withoutBlanks(std::string_view text) {
+    trim(text);
+    return std::string(text);
+}
+
+// The plain text of a price that is a number or a fraction as a whole; "" for any other.
+std::string wholePrice(std::string_view text) {
+    const Bare number = bare(text);
+    if (const std::string whole = wholeNumber(number.body); !whole.empty())
+        return plainText(scanNumber(whole), number.negative);
+    const std::string decimal = FractionToDecimal(wholeFraction(number.body));
+    return decimal.empty() ? decimal : plainText(scanNumber(decimal), number.negative);
+}
+
+// What the price read of a text with a "/" does not say.
+std::string leftOutOfFraction(std::string_view text, std::string_view fraction,
+                              const std::string& taken) {
+    if (!fraction.empty()) { // as whole, numerator and denominator
+        const auto blank = fraction.find(' ');
+        const auto slash = fraction.find('/');
+        const bool nothing = numericValue(fraction.substr(blank + 1, slash - blank - 1)) == 0;
+        if (nothing && numericValue(fraction.substr(0, blank)) == 0)
+            return {};
+        if (!nothing && numericValue(fraction.substr(slash + 1)) != 0)
+            return {};
+        if (!nothing && numericValue(taken) != 0)
+            return std::string(fraction.substr(blank + 1));
+        return withoutBlanks(text);
+    }
+    constexpr std::size_t longest = 64; // far beyond any price
+    for (auto end = std::min(text.size(), longest); end > 0 && !taken.empty(); --end)
+        if (wholePrice(text.substr(0, end)) == taken)
+            return withoutBlanks(text.substr(end));
+    return withoutBlanks(text);
 }
 
 } // namespace
@@ -230,8 +267,9 @@ NumericText cleanNumericText(std::string_view shown, NumericKind kind, int expon
         return fromSpan(scanNumber(whole), number.negative, exponent);
 
     std::string decimal = text;
+    std::string fraction;
     if (kind == NumericKind::PriceText) {
-        const std::string fraction = wholeFraction(number.body);
+        fraction = wholeFraction(number.body);
         decimal = FractionToDecimal(fraction.empty() ? text : fraction);
         if (!fraction.empty() && number.negative && !decimal.empty())
             decimal.insert(0, 1, '-');
@@ -245,9 +283,17 @@ NumericText cleanNumericText(std::string_view shown, NumericKind kind, int expon
     while (skipFront(start, blanks)) {
     }
     const NumberSpan span = scanNumber(start);
+    const auto leftOut = [&](const std::string& taken) {
+        const std::string rest = decimal != text ? leftOutOfFraction(text, fraction, taken)
+                                 : taken.empty() ? withoutBlanks(text)
+                                                 : withoutBlanks(start.substr(span.length));
+        return exchangeMarks(rest, marks); // as it was typed
+    };
     if (span.length == 0 || !(isAsciiDigit(start.front()) || start.front() == '.'))
-        return {};
-    return fromSpan(span, negative, exponent);
+        return {.text = {}, .fits = true, .leftOut = leftOut({})};
+    NumericText result = fromSpan(span, negative, exponent);
+    result.leftOut = leftOut(result.text);
+    return result;
 }
 
 double numericValue(std::string_view cleanText) {

@@ -299,6 +299,14 @@ constexpr StringRow standardRows[] = {
     {641, "6 months"},
     {642, "12 months"},
     {650, "Ask the Assistant..."},
+    {670, "Taken as %1; \"%2\" was left out."},
+    {671, "A negative figure makes no sense here and was not stored."},
+    {672, "Figures only. A loss begins with a minus sign."},
+    {673, "Figures only, without a minus sign."},
+    {674, "Figures only, without a minus sign. Eighths are written as 3 1/8."},
+    {675, "A year in four figures, from 1980 to 9900."},
+    {676, "The decimal mark is \"%1\", once in a figure."},
+    {677, "This field takes one figure. Several cells can't be pasted into it."},
 };
 static_assert(isStringTable(standardRows));
 

@@ -66,6 +66,7 @@ void Form::remove(Control& control) {
         remove(**inside);
     }
     if (active_ == &control) {
+        endNote();
         active_ = nullptr;
         if (!leaving_) // else the move under way goes on
             ++focusMoves_;
@@ -109,9 +110,16 @@ int Form::lowerBound(std::string_view name) const {
     return named == byName_.end() ? 0 : std::max(0, named->second.begin()->first);
 }
 
+void Form::endNote() {
+    if (observer_ != nullptr)
+        observer_->noteOver();
+}
+
 void Form::tellChanged(Control& control, Property property) {
     if (observer_ == nullptr)
         return;
+    if (property == Property::locked)
+        endNote();
     if (updates_ == 0) {
         observer_->controlChanged(control, property);
         return;
@@ -189,6 +197,7 @@ bool Form::focus(Control& control) {
     if (focused_ && active_ == &control && !leaving_)
         return true;
     const unsigned mine = ++focusMoves_;
+    endNote();
     if (focused_ && active_ != nullptr && !leaving_) {
         if (!leave())
             return false;
@@ -280,6 +289,7 @@ void Form::focusLeft() {
     if (!focused_)
         return;
     ++focusMoves_;
+    endNote();
     if (active_ != nullptr && !leaving_ && !leave())
         return;
     focused_ = false;
@@ -290,6 +300,9 @@ void Form::focusLeft() {
 
 bool Form::keyDown(KeyCode key, int shift, bool repeated) {
     pressedKey_ = key;
+    keyHeld_ = repeated;
+    if (!repeated)
+        endNote();
     if (repeated && (key == keys::menu || (key >= keys::f1 && key <= keys::f12)))
         return false;
     const bool altAlone = (shift & (shifts::alt | shifts::control)) == shifts::alt;
@@ -516,11 +529,37 @@ bool Form::userEdit(TextField& field, std::string_view text, int selStart, int s
     return true;
 }
 
+bool Form::userPaste(TextField& field, std::string_view text) {
+    endNote();
+    if (field.locked() || !handler().onPaste(field, text))
+        return false;
+    const auto* box = dynamic_cast<const TextBox*>(&field);
+    const std::string pasted = cleanedPaste(text, box != nullptr && box->multiLine());
+    if (pasted.empty())
+        return false;
+    const std::string before = field.text();
+    const int start = field.selStart();
+    std::string edited(textLeft(before, start));
+    edited += pasted;
+    edited += textFrom(before, start + field.selLength());
+    const auto taken = field.taken(edited, start + textLength(pasted));
+    const int fitting =
+        std::max(0, textLength(pasted) - textLength(edited) + textLength(taken.text));
+    field.editText(taken.text, taken.caret);
+    if (taken.text != before)
+        handler().onChange(field);
+    const auto leftOut = textFrom(pasted, fitting);
+    if (!trimmed(leftOut).empty() && holds(field))
+        handler().onPasteCut(field, leftOut);
+    return fitting > 0;
+}
+
 void Form::userSelect(TextField& field, int start, int length) {
     field.takeUserSelection(start, length);
 }
 
 void Form::mouseDown(Control& control, MouseButton button, int tab) {
+    endNote();
     if (!control.isShown() || !control.isEnabled())
         return;
     // What comes first may take the control away.

@@ -28,6 +28,10 @@ class FormHandler {
     virtual void onKeyDown(Control& /*control*/, KeyCode& /*key*/, int /*shift*/) {}
     virtual void onKeyPress(Control& /*control*/, char32_t& /*character*/) {}
     virtual void onKeyUp(Control& /*control*/, KeyCode /*key*/, int /*shift*/) {}
+    // A text is about to be pasted or dropped, as the clipboard has it. False refuses it.
+    virtual bool onPaste(TextField& /*field*/, std::string_view /*text*/) { return true; }
+    // The end of a pasted text for which the field had no room.
+    virtual void onPasteCut(TextField& /*field*/, std::string_view /*leftOut*/) {}
     virtual void onChange(TextField& /*field*/) {} // the user changed the text
     // `tab` is the one under the pointer, of a tab strip; else 0.
     virtual void onMouseDown(Control& /*control*/, MouseButton /*button*/, int /*tab*/) {}
@@ -51,6 +55,7 @@ class FormObserver {
     virtual void controlRemoved(Control& /*control*/) {} // still whole, gone after the call
     virtual void controlChanged(Control& /*control*/, Property /*property*/) {}
     virtual void focusChanged() {} // activeControl() is the one that has the focus now
+    virtual void noteOver() {}     // what Services::tellRefused has put up goes away
     virtual void formChanged() {}  // size, colours, border, pointer of the form itself
 };
 
@@ -166,10 +171,15 @@ class Form {
     void keyDone();
     // The key whose press is under way, keys::none between two of them.
     [[nodiscard]] KeyCode pressedKey() const { return pressedKey_; }
+    // The key of the last key down is one that is held.
+    [[nodiscard]] bool isKeyHeld() const { return keyHeld_; }
     // The field's own editing changed text and selection. False while it is locked: the adapter
     // takes the model's text back.
     bool userEdit(TextField& field, std::string_view text, int selStart, int selLength);
     void userSelect(TextField& field, int start, int length);
+    // A pasted or dropped text takes the place of the selection, as much of it as the field takes.
+    // False where nothing of it is taken.
+    bool userPaste(TextField& field, std::string_view text);
     void mouseDown(Control& control, MouseButton button, int tab = 0); // moves the focus
     void click(Control& control);                                      // the press ended on it
     void pressGivenUp(Control& control);                               // the press ended elsewhere
@@ -202,6 +212,7 @@ class Form {
     friend class TabStrip;
 
     void adopt(std::unique_ptr<Control> control);
+    void endNote();
     void tellChanged(Control& control, Property property);
     void endUpdate();
     void setTabIndex(Control& control, int index);
@@ -226,6 +237,7 @@ class Form {
     std::vector<Control*> tabOrder_;
     Control* active_ = nullptr;
     bool focused_ = false;
+    bool keyHeld_ = false;
     bool leaving_ = false; // while the leave event of the active control runs
     unsigned focusMoves_ = 0;
     KeyCode pressedKey_ = keys::none;

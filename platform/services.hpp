@@ -62,6 +62,9 @@ class Services {
     virtual std::optional<Color> chooseColor(Color current) = 0;
     // Shows the form and answers when it is not visible any more. Modal.
     virtual void showModal(CalendarForm& form) = 0;
+    // What was typed or pasted is not taken: the desktop's alert, and a note at the field that says
+    // why. The note must not take the focus; FormObserver::noteOver() takes it away.
+    virtual void tellRefused(TextField& field, const std::string& note) = 0;
     // The field's own undo.
     virtual bool canUndo(const TextField& field) = 0;
     virtual void undo(TextField& field) = 0;

@@ -160,7 +160,18 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
+bool isBlockOfCells(std::string_view text) {
+    text = trimmed(text);
+    return text.find_first_of("\t\r\n\v\f") != std::string_view::npos ||
+           text.find("\u2028") != std::string_view::npos ||
+           text.find("\u2029") != std::string_view::npos;
+}
+
 std::string cleanedPaste(std::string_view text, bool multiLine) {
+    if (!multiLine && text.ends_with('\n'))
+        text.remove_suffix(1);
+    if (!multiLine && text.ends_with('\r'))
+        text.remove_suffix(1);
     constexpr char32_t replacement = 0xFFFD;
     std::string cleaned;
     bool carriageReturn = false;

@@ -25,9 +25,13 @@ void appendCharacter(std::string& text, char32_t character);
 
 [[nodiscard]] std::string_view trimmed(std::string_view text); // without surrounding blanks
 
-// A pasted text as fields take it: without control characters, and with blanks for line breaks and
-// tabs where the field has one line. Bytes that are no valid UTF-8 become U+FFFD.
+// A pasted text as fields take it: without control characters. Where the field has one line, a line
+// break at the end, as spreadsheets put behind a cell, is dropped, and other ones and tabs become
+// blanks. Bytes that are no valid UTF-8 become U+FFFD.
 [[nodiscard]] std::string cleanedPaste(std::string_view text, bool multiLine);
+
+// Whether a text is several cells of a spreadsheet, or several lines: tabs or line breaks part it.
+[[nodiscard]] bool isBlockOfCells(std::string_view text);
 
 // The letter behind "&" in a caption, in upper case; 0 where there is none. "&&" is a plain "&".
 [[nodiscard]] char32_t mnemonicOf(std::string_view caption);

@@ -228,9 +228,15 @@ void VirtualDesktop::forget() {
     calendars_.clear();
     menus_.clear();
     propertyChanges_.clear();
+    refusals_.clear();
 }
 
 // --- Services ----------------------------------------------------------------------------------
+
+void VirtualDesktop::tellRefused(TextField& field, const std::string& note) {
+    refusals_.push_back({field.id(), note});
+    note_ = refusals_.back();
+}
 
 MessageAnswer VirtualDesktop::messageBox(const std::string& text, int buttons,
                                          const std::string& title) {
@@ -647,6 +653,8 @@ void VirtualDesktop::describe(std::string& lines, const Frame* container, int de
             if (field->mark().kind != MarkKind::none)
                 line << (field->isDoubtful() ? " doubtful " : " marked ")
                      << quoted(field->mark().reason);
+            if (note_ && note_->field == field->id())
+                line << " note " << quoted(note_->note);
         }
         if (form_->hasFocus() && form_->activeControl() == control.get())
             line << " focus";

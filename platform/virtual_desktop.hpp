@@ -105,10 +105,17 @@ class VirtualDesktop final : public Services, private FormObserver {
         int chosen = -1;     // index of the chosen entry, -1 for none
         std::string refusal; // why the scripted choice could not be made
     };
+    struct Refusal {
+        std::string field; // its id
+        std::string note;
+    };
     [[nodiscard]] const std::vector<MessageBox>& messages() const { return messages_; }
     [[nodiscard]] const std::vector<ColorDialog>& colorDialogs() const { return colorDialogs_; }
     [[nodiscard]] const std::vector<CalendarDialog>& calendars() const { return calendars_; }
     [[nodiscard]] const std::vector<Menu>& menus() const { return menus_; }
+    // What was typed or pasted and not taken; and the note of it that is on show at the moment.
+    [[nodiscard]] const std::vector<Refusal>& refusals() const { return refusals_; }
+    [[nodiscard]] const std::optional<Refusal>& note() const { return note_; }
     // Names of the property-changed notifications to the container.
     [[nodiscard]] const std::vector<std::string>& propertyChanges() const {
         return propertyChanges_;
@@ -215,6 +222,7 @@ class VirtualDesktop final : public Services, private FormObserver {
     Twips screenWidth() override { return screenWidth_; }
     std::optional<Color> chooseColor(Color current) override;
     void showModal(CalendarForm& form) override;
+    void tellRefused(TextField& field, const std::string& note) override;
     // The history of a field: a run of typing, of Backspace or of Delete is one step, as is every
     // other edit and every command on the user's behalf. A text put there by the program empties
     // it. A locked field can't undo.
@@ -237,6 +245,7 @@ class VirtualDesktop final : public Services, private FormObserver {
     void controlRemoved(Control& control) override;
     void controlChanged(Control& control, Property property) override;
     void focusChanged() override;
+    void noteOver() override { note_.reset(); }
 
     void strike(const KeyStroke& stroke);
     void typeCharacter(char32_t character);
@@ -277,6 +286,8 @@ class VirtualDesktop final : public Services, private FormObserver {
     std::vector<CalendarDialog> calendars_;
     std::vector<Menu> menus_;
     std::vector<std::string> propertyChanges_;
+    std::vector<Refusal> refusals_;
+    std::optional<Refusal> note_;
 };
 
 } // namespace vkr

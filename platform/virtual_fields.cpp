@@ -275,11 +275,8 @@ void VirtualFields::cut(TextField& field) {
 }
 
 void VirtualFields::paste(TextField& field) {
-    if (!clipboard_.clipboardHasText())
-        return;
-    const auto text = cleanedPaste(clipboard_.clipboardText(), isMultiLine(field));
-    if (!text.empty())
-        replace(field, field.selStart(), field.selLength(), text, Run::none);
+    if (clipboard_.clipboardHasText())
+        field.form().userPaste(field, clipboard_.clipboardText());
 }
 
 void VirtualFields::erase(TextField& field, Run run, bool wholeWord) {

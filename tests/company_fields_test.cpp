@@ -910,14 +910,15 @@ TEST(CompanyNumbers, PastedFiguresAreReadAsTheyAreWritten) {
     struct {
         std::string pasted;
         double value;
+        std::string leftOut = {};
     } cases[] = {
         {"1,234.5", 1234.5},
         {"(1,234)", -1234},
         {"$5", 5},
         {"-$5", -5},
         {"$(5.5)", -5.5},
-        {"abc", 0},
-        {"12abc", 12},
+        {"abc", 0, "abc"},
+        {"12abc", 12, "abc"},
         {"\u22125.5", -5.5},
         {"5.5-", -5.5},
         {"1,234,567.89", 1234567.89},
@@ -926,11 +927,11 @@ TEST(CompanyNumbers, PastedFiguresAreReadAsTheyAreWritten) {
         {"42\r\n", 42},
         {"12.5%", 12.5},
         {"\u00a07\u00a0", 7},
-        {"\U0001F4B0", 0},
-        {"5\U0001F4B0", 5},
-        {std::string(10'000, 'x'), 0},
+        {"\U0001F4B0", 0, "\U0001F4B0"},
+        {"5\U0001F4B0", 5, "\U0001F4B0"},
+        {std::string(10'000, 'x'), 0, std::string(40, 'x') + "\u2026"},
         {"0." + std::string(9'999, '0'), 0},
-        {"1-2", 1},
+        {"1-2", 1, "-2"},
     };
     EntryScene scene;
     showEveryField(scene);
@@ -945,11 +946,20 @@ TEST(CompanyNumbers, PastedFiguresAreReadAsTheyAreWritten) {
             SCOPED_TRACE(std::string(row.control) + " " + one.pasted.substr(0, 30));
             typeOver(scene, row.control, "77");
             pasteOver(scene, row.control, one.pasted);
+            if (one.value < 0 && !row.allowNegative) {
+                EXPECT_EQ(readNumber(*company, datumNamed(row.datum)), 77);
+                EXPECT_EQ(textOf(scene, row.control), one.pasted);
+                EXPECT_EQ(markOf(scene, row.control),
+                          "A negative figure makes no sense here and was not stored.");
+                continue;
+            }
+            const std::string shown = one.value != 0 ? shownFigure(row, one.value, 6) : "";
             EXPECT_EQ(readNumber(*company, datumNamed(row.datum)), one.value);
-            EXPECT_EQ(markOf(scene, row.control), "");
-            const bool shown =
-                row.allowNegative || row.kind == money ? one.value != 0 : one.value > 0;
-            EXPECT_EQ(textOf(scene, row.control), shown ? shownFigure(row, one.value, 6) : "");
+            EXPECT_EQ(textOf(scene, row.control), shown);
+            EXPECT_EQ(markOf(scene, row.control),
+                      one.leftOut.empty() ? ""
+                                          : "Taken as " + (shown.empty() ? "0" : shown) + "; \"" +
+                                                one.leftOut + "\" was left out.");
         }
     }
 }

@@ -83,6 +83,8 @@ std::string expectedNumeric(const std::string& before, const std::string& key, b
     const bool signedAlready = has(before, '-') || has(before, '+');
     if (c == '-' && negatives && !signedAlready)
         return before + c;
+    if (c == '(' && negatives && before.empty())
+        return "-"; // as accountants write a loss
     if (c == '-') {
         std::string bare;
         for (const char kept : before)
@@ -98,9 +100,10 @@ std::string expectedNumeric(const std::string& before, const std::string& key, b
 }
 
 TEST(FieldKeys, EveryFieldTakesTheKeysThatItsDatumNeeds) {
-    const std::string keys[] = {
-        "0", "5", "9", ".", "/", "-",      "+",      " ",      "a",      "E",          "z",     "e",
-        ",", "%", "(", "$", "'", "\u00e9", "\u20ac", "\uff15", "\u2212", "\U0001F600", "\u0663"};
+    const std::string keys[] = {"0",      "5",      "9",      ".",      "/",          "-",
+                                "+",      " ",      "a",      "E",      "z",          "e",
+                                ",",      "%",      "(",      ")",      "$",          "'",
+                                "\u00e9", "\u20ac", "\uff15", "\u2212", "\U0001F600", "\u0663"};
     const std::string texts[] = {"", "5", "5.", "5/", "-5", "+5", "+", "-", "5-", "5+"};
     KeyScene scene;
     for (const auto& group : keyTable())
@@ -234,9 +237,11 @@ TEST(FieldKeys, TakingTheSignOffKeepsTheSelection) {
         int length;
         const char* selected; // after the sign is off
         const char* typed;    // and a 3 is typed
-    } cases[] = {{"-5.00", 0, 5, "5.00", "3"}, {"-5.00", 1, 4, "5.00", "3"},
-                 {"-5.25", 3, 2, "25", "5.3"}, {"-5.25", 0, 2, "5", "3.25"},
-                 {"-5.25", 0, 1, "", "35.25"}, {"-5.25-", 2, 4, ".25", "53"}};
+    } cases[] = {{"-5.00", 1, 4, "5.00", "3"},
+                 {"-5.25", 3, 2, "25", "5.3"},
+                 {"-5.25", 0, 2, "5", "3.25"},
+                 {"-5.25", 0, 1, "", "35.25"},
+                 {"-5.25-", 2, 4, ".25", "53"}};
     KeyScene scene;
     for (const char* id : {"txtTotalDebt", "txtSales(9)", "txtEPS(0)"}) {
         goTo(scene, id);
@@ -251,6 +256,12 @@ TEST(FieldKeys, TakingTheSignOffKeepsTheSelection) {
             EXPECT_EQ(field.text(), one.typed);
         }
     }
+    // Where no minus is taken the whole text is no exception.
+    goTo(scene, "txtSales(9)");
+    scene.put(scene.field("txtSales", 9), "-5.00");
+    scene.desktop.dragOver(0, 5);
+    scene.desktop.type("-");
+    EXPECT_EQ(scene.field("txtSales", 9).selText(), "5.00");
     // A loss that is typed over is replaced as a whole: no digit of the old one stays.
     const auto company = datedCompany();
     company->put_TotalDebt(-5);
@@ -259,7 +270,7 @@ TEST(FieldKeys, TakingTheSignOffKeepsTheSelection) {
     goTo(scene, "txtTotalDebt");
     EXPECT_EQ(scene.text("txtTotalDebt"), "-5.00");
     scene.desktop.type("-3{TAB}");
-    EXPECT_EQ(company->get_TotalDebt(), 3);
+    EXPECT_EQ(company->get_TotalDebt(), -3);
 }
 
 TEST(FieldKeys, EnterMovesAsTabDoesAndBreaksTheLineOfTheNotes) {

@@ -256,6 +256,52 @@ TEST(NumberText, CleansAPriceWithItsFraction) {
     }
 }
 
+TEST(NumberText, TellsWhatOfATextIsNotInTheNumber) {
+    struct Row {
+        const char* text;
+        const char* number;
+        const char* leftOut;
+    };
+    const Row plain[] = {
+        {"1.5M", "1.5", "M"},
+        {"1 234,5", "1", "234,5"},
+        {"1/2", "1", "/2"},
+        {"12.5 % p.a.", "12.5", "% p.a."},
+        {"1.2.3", "1.2", ".3"},
+        {"-7 x ", "-7", "x"},
+        {"USD 12.5", "", "USD 12.5"},
+        {"$1.5M", "", "$1.5M"},
+        {"-", "", "-"},
+        {"\u00a0n/a ", "", "n/a"},
+        {"1e3x", "1000", "x"},
+        {"1,234.50", "1234.50", ""},
+        {"(5)", "-5", ""},
+        {"12.5%", "12.5", ""},
+        {" \u00a0", "", ""},
+        {"", "", ""},
+    };
+    for (const auto& row : plain) {
+        const NumericText read = cleanNumericText(row.text, NumericKind::PlainNumber);
+        EXPECT_EQ(read.text, row.number) << row.text;
+        EXPECT_EQ(read.leftOut, row.leftOut) << row.text;
+    }
+    const Row prices[] = {
+        {"3 1/8", "3.125", ""}, {"-3 1/8", "-3.125", ""},
+        {"3\u00BD", "3.5", ""}, {"0/8", "", ""},
+        {"0 0/8", "", ""},      {"3 0/8", "", "3 0/8"},
+        {"12/", "0", "12/"},    {"/8", "", "/8"},
+        {"4 1/0", "4", "1/0"},  {"1/0", "0", "1/0"},
+        {"3 1/", "3", "1/"},    {"3 1/8 USD", "3.125", "USD"},
+        {"12.5x", "12.5", "x"}, {"3 1/8/2", "3.125", "/2"},
+        {"abc/8", "", "abc/8"}, {"3\u00BD USD", "3", "\u00BD USD"},
+    };
+    for (const auto& row : prices) {
+        const NumericText read = cleanNumericText(row.text, NumericKind::PriceText);
+        EXPECT_EQ(read.text, row.number) << row.text;
+        EXPECT_EQ(read.leftOut, row.leftOut) << row.text;
+    }
+}
+
 TEST(NumberText, TellsWhatDoesNotFit) {
     const auto fits = [](std::string_view text, int exponent = 0) {
         return cleanNumericText(text, NumericKind::PlainNumber, exponent).fits;

@@ -177,18 +177,20 @@ TEST(GridCells, ReadNegativesFractionsAndPastedFigures) {
         std::string text;
         double value;
         double priceValue;
+        std::string leftOut = {};
+        std::string priceLeftOut = {};
     } cases[] = {
         {"-12.5", -12.5, -12.5},
         {"(1,234.5)", -1234.5, -1234.5},
         {"1,234.5", 1234.5, 1234.5},
         {"$5", 5, 5},
         {"\u22125", -5, -5},
-        {"abc", 0, 0},
-        {"12 abc", 12, 12},
-        {"3 1/8", 3, 3.125},
-        {"\u215b", 0, 0.125},
+        {"abc", 0, 0, "abc", "abc"},
+        {"12 abc", 12, 12, "abc", "abc"},
+        {"3 1/8", 3, 3.125, "1/8"},
+        {"\u215b", 0, 0.125, "\u215b"},
         {"1e3", 1000, 1000},
-        {"5\t6", 5, 5},
+        {"5\t6", 0, 0}, // refused: the emptied cell stays empty
         {"", 0, 0},
     };
     EntryScene scene;
@@ -200,12 +202,16 @@ TEST(GridCells, ReadNegativesFractionsAndPastedFigures) {
             SCOPED_TRACE(id + " " + one.text);
             typeOver(scene, id, "77");
             pasteOver(scene, id, one.text);
-            const double value = column.price ? one.priceValue : one.value;
+            const double read = column.price ? one.priceValue : one.value;
+            const bool taken = column.minus || read >= 0;
+            const double value = taken ? read : 77;
+            const auto& leftOut = column.price ? one.priceLeftOut : one.leftOut;
             EXPECT_EQ(elementOf(*company, column.first, elementOfRow(column, 3)), value);
-            EXPECT_EQ(markOf(scene, id), "");
-            const bool shown = column.minus ? value != 0 : value > 0;
-            EXPECT_EQ(textOf(scene, id).empty(), !shown);
-            // Hidden or not, it stands while nobody types.
+            EXPECT_EQ(scene.field(column.cells, 3).isUnstored(), !taken);
+            EXPECT_EQ(scene.field(column.cells, 3).isDoubtful(), taken && !leftOut.empty());
+            EXPECT_NE(markOf(scene, id).find(leftOut), std::string::npos);
+            EXPECT_EQ(textOf(scene, id).empty(), value == 0);
+            // It stands while nobody types.
             goTo(scene, id);
             scene.desktop.type("{TAB}");
             EXPECT_EQ(elementOf(*company, column.first, elementOfRow(column, 3)), value);

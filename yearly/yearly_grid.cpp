@@ -207,6 +207,7 @@ void YearlyGrid::typeLastFiscalYear() {
     if (year < firstYear || year > lastYear) {
         field.setText(field.tag());
         SelectAllText(field); // what is typed next replaces it
+        session_.tellRefused(field, text_number::noteYear);
     } else {
         acceptLastFiscalYear(year);
     }
@@ -215,8 +216,11 @@ void YearlyGrid::typeLastFiscalYear() {
 // What is no whole year gives way to the accepted one.
 void YearlyGrid::leaveLastFiscalYear() {
     auto& field = session_.textBox("txtLastFY");
-    if (field.text() != field.tag())
+    if (const std::string typed(trimmed(field.text())); field.text() != field.tag()) {
         field.setText(field.tag());
+        if (!typed.empty() && !field.isUnstored())
+            session_.markDoubtful(field, typed);
+    }
     if (field.isUnstored() && !field.locked() && session_.company != nullptr)
         acceptLastFiscalYear(lastFiscalYear()); // the record may take it by now
 }

@@ -609,6 +609,7 @@ class Invariants {
         focus();
         pages();
         texts();
+        note();
         helpFrame();
         menu();
         if (act.loads && scene_.record != nullptr)
@@ -664,10 +665,21 @@ class Invariants {
                        field->selStart() + field->selLength() <= textLength(field->text()),
                    "selection", field->id());
             expect(field->locked() == isLocked(), "lock", field->id());
+            expect((field->mark().kind == MarkKind::none) == field->mark().reason.empty(), "mark",
+                   field->id() + " for \"" + field->mark().reason + "\"");
             const bool edited = form().hasFocus() && form().activeControl() == field;
             expect(edited || isPending(*field) || field->text() == field->tag(), "left",
                    field->id() + " \"" + field->text() + "\", tag \"" + field->tag() + "\"");
         }
+    }
+
+    // A word on what was refused stands at the field that is being worked in.
+    void note() {
+        const auto& note = scene_.desktop.note();
+        if (note)
+            expect(form().hasFocus() && form().activeControl() != nullptr &&
+                       form().activeControl()->id() == note->field && !isLocked(),
+                   "note", "at " + note->field);
     }
 
     void helpFrame() {
@@ -694,6 +706,13 @@ class Invariants {
         }
     }
 
+    [[nodiscard]] static bool takesNoMinus(const std::string& name) {
+        return std::ranges::any_of(companyFieldTable(), [&](const CompanyField& field) {
+            return !field.filter.freeText && !field.filter.allowNegative &&
+                   rowOf(field.datum).name == name;
+        });
+    }
+
     // Under the lock a record changes by its host alone; the currency unit is no datum. What a
     // person changes makes the company a changed one.
     void record(const Act& act) {
@@ -712,6 +731,7 @@ class Invariants {
                 expect(scene_.entry->get_blnDirty(), "dirty", name + " changed, and nobody knows");
                 expect(!locked_ || !isLocked() || name == setting::unit, "locked",
                        name + " changed under the lock");
+                expect(!takesNoMinus(name) || now[i].toDouble() >= 0, "negative", name);
             }
         snapshot_ = std::move(now);
     }

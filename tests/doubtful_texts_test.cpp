@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/field_steps.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+using namespace test;
+
+// Figures that were stored though not all of the text was taken: which fields say so, and for how
+// long.
+struct DoubtfulTexts : testing::Test {
+    using Names = std::vector<std::string>;
+
+    EntryScene scene;
+    VirtualDesktop& desktop = scene.desktop;
+    std::shared_ptr<CompanyRecord> company = datedCompany();
+
+    DoubtfulTexts() {
+        showEveryField(scene);
+        scene.load(company);
+    }
+
+    // "txtEPS(1): Taken as ..." for every field in doubt.
+    [[nodiscard]] Names doubts() const {
+        Names names;
+        for (const auto& field : scene.entry->doubtfulFields())
+            names.push_back(field.control + ": " + field.reason);
+        return names;
+    }
+    void expectNoDoubt(std::string_view id) {
+        EXPECT_EQ(doubts(), Names{}) << id;
+        EXPECT_EQ(markOf(scene, id), "");
+    }
+};
+
+TEST_F(DoubtfulTexts, WhatIsLeftOutOfAFigureIsTold) {
+    struct {
+        const char* pasted;
+        double stored;
+        const char* shown;
+        const char* reason;
+    } cases[] = {
+        {"1.5M", 1.5, "1.50", "Taken as 1.50; \"M\" was left out."},
+        {"1 234,5", 1, "1.00", "Taken as 1.00; \"234,5\" was left out."},
+        {"12,5", 12, "12.00", "Taken as 12.00; \",5\" was left out."},
+        {"1/2", 1, "1.00", "Taken as 1.00; \"/2\" was left out."},
+        {"-3.25 (restated)", -3.25, "-3.25", "Taken as -3.25; \"(restated)\" was left out."},
+        {"USD 12.5", 0, "", "Taken as 0; \"USD 12.5\" was left out."},
+        {"n/a", 0, "", "Taken as 0; \"n/a\" was left out."},
+        {"-", 0, "", "Taken as 0; \"-\" was left out."},
+    };
+    for (const char* id : {"txtEPSProj", "txtLast4QEPS", "txtTotalDebt", "txtYEPS(9)", "txtEPS(0)",
+                           "txtTaxRate", "txtYNetInc(4)"})
+        for (const auto& one : cases) {
+            SCOPED_TRACE(std::string(id) + " " + one.pasted);
+            typeOver(scene, id, "77");
+            EXPECT_EQ(doubts(), Names{});
+            pasteOver(scene, id, one.pasted);
+            EXPECT_EQ(doubts(), Names{std::string(id) + ": " + one.reason});
+            EXPECT_EQ(textOf(scene, id), one.shown);
+            EXPECT_TRUE(scene.entry->unstoredFields().empty());
+            typeOver(scene, id, "77");
+        }
+    pasteOver(scene, "txtEPSProj", "1.5M");
+    EXPECT_EQ(company->get_ORBEPSProj(), 1.5);
+    pasteOver(scene, "txtInsiderHolding", "12.5 % p.a.");
+    EXPECT_EQ(markOf(scene, "txtInsiderHolding"), "Taken as 12.5%; \"% p.a.\" was left out.");
+    EXPECT_EQ(company->get_InsiderHolding(), 12.5);
+}
+
+TEST_F(DoubtfulTexts, TheFigureIsToldInTheUnitOfItsField) {
+    company->get_Settings()->put(setting::unit, 9);
+    scene.load(company);
+    pasteOver(scene, "txtTotalDebt", "90.509bn");
+    EXPECT_EQ(company->get_TotalDebt(), 90509);
+    EXPECT_EQ(doubts(), Names{"txtTotalDebt: Taken as 90.51; \"bn\" was left out."});
+}
+
+TEST_F(DoubtfulTexts, AFractionThatLosesAPartIsInDoubt) {
+    struct {
+        const char* typed;
+        double stored;
+        const char* reason;
+    } cases[] = {
+        {"3 0/8", 0, "Taken as 0; \"3 0/8\" was left out."},
+        {"12/", 0, "Taken as 0; \"12/\" was left out."},
+        {"4 1/0", 4, "Taken as 4.000; \"1/0\" was left out."},
+        {"3 1/", 3, "Taken as 3.000; \"1/\" was left out."},
+        {"1/0", 0, "Taken as 0; \"1/0\" was left out."},
+    };
+    for (const char* id : {"txt52WHigh", "txtHigh(9)"})
+        for (const auto& one : cases) {
+            SCOPED_TRACE(std::string(id) + " " + one.typed);
+            typeOver(scene, id, one.typed);
+            EXPECT_EQ(doubts(), Names{std::string(id) + ": " + one.reason});
+            EXPECT_EQ(id[3] == '5' ? company->get_High52W() : elementOf(*company, "YHighSeries", 1),
+                      one.stored);
+            typeOver(scene, id, "3 1/8");
+            expectNoDoubt(id);
+        }
+    pasteOver(scene, "txt52WHigh", "3 1/8 USD");
+    EXPECT_EQ(company->get_High52W(), 3.125);
+    EXPECT_EQ(doubts(), Names{"txt52WHigh: Taken as 3.125; \"USD\" was left out."});
+}
+
+TEST_F(DoubtfulTexts, AFigureThatIsReadAsAWholeRaisesNone) {
+    for (const char* text :
+         {"1,234.5", "(1,234)", "$5", "-$5", "$(5.5)", "5.5-", "1e3", "\t42\t", "42\r\n", "12.5%",
+          "\u00a07\u00a0", "+5", "5.", ".5", "0", "", "0.00", "1 234 567"}) {
+        SCOPED_TRACE(text);
+        pasteOver(scene, "txtEPSProj", text);
+        expectNoDoubt("txtEPSProj");
+    }
+    for (const char* text : {"3 1/8", "3-1/8", "3/8", "3\u215B", "0/8", "0 0/8", "12.25"}) {
+        SCOPED_TRACE(text);
+        pasteOver(scene, "txt52WHigh", text);
+        expectNoDoubt("txt52WHigh");
+    }
+    typeOver(scene, "txtInsiderHolding", "12.5");
+    pasteOver(scene, "txtInsiderHolding", "12.5%");
+    expectNoDoubt("txtInsiderHolding");
+}
+
+TEST_F(DoubtfulTexts, WhatTheDisplayAddsIsNotLeftOut) {
+    scene.entry->put_NumberFormat("#0.00 \"USD\"");
+    typeOver(scene, "txtEPSProj", "7");
+    EXPECT_EQ(scene.text("txtEPSProj"), "7.00 USD");
+    goTo(scene, "txtEPSProj");
+    desktop.type("{HOME}1{TAB}");
+    EXPECT_EQ(scene.text("txtEPSProj"), "17.00 USD");
+    expectNoDoubt("txtEPSProj");
+}
+
+TEST_F(DoubtfulTexts, ADoubtStaysUntilItsFieldIsEditedOrEnterAgrees) {
+    pasteOver(scene, "txtEPSProj", "1.5M");
+    pasteOver(scene, "txtYEPS(9)", "1.5M");
+    pasteOver(scene, "txtYEPS(8)", "1.5M");
+    EXPECT_EQ(doubts().size(), 3U);
+    // Tabbing through is not looking at it, nor is the mouse.
+    goTo(scene, "txtEPSProj");
+    desktop.type("{TAB}");
+    goTo(scene, "txtYEPS(9)");
+    desktop.type("{DOWN}+{TAB}");
+    EXPECT_EQ(doubts().size(), 3U);
+
+    goTo(scene, "txtEPSProj");
+    desktop.type("~");
+    EXPECT_EQ(markOf(scene, "txtEPSProj"), "");
+    EXPECT_EQ(scene.text("txtEPSProj"), "1.50");
+    goTo(scene, "txtYEPS(9)");
+    desktop.type("+~"); // up
+    EXPECT_EQ(doubts(), Names{"txtYEPS(8): Taken as 1.50; \"M\" was left out."});
+    desktop.type("{END}{BACKSPACE}");
+    EXPECT_EQ(doubts(), Names{});
+    desktop.type("0{TAB}");
+    EXPECT_EQ(doubts(), Names{});
+    EXPECT_EQ(elementOf(*company, "YEPSSeries", 2), 1.5);
+}
+
+TEST_F(DoubtfulTexts, TheEnterThatStoresAFigureDoesNotAgreeWithIt) {
+    desktop.setClipboardText("1.5M");
+    goTo(scene, "txtYEPS(9)");
+    desktop.type("^v~");
+    EXPECT_EQ(doubts().size(), 1U);
+    desktop.setClipboardText("12345678901234567890123");
+    goTo(scene, "txtZip");
+    desktop.type("^a^v~");
+    EXPECT_EQ(doubts().size(), 2U);
+}
+
+TEST_F(DoubtfulTexts, AnotherRecordHasNone) {
+    pasteOver(scene, "txtEPSProj", "1.5M");
+    pasteOver(scene, "txtYEPS(9)", "1.5M");
+    scene.load(datedCompany());
+    EXPECT_EQ(doubts(), Names{});
+}
+
+TEST_F(DoubtfulTexts, ADoubtStaysWhereItsFigureIsShownAnew) {
+    pasteOver(scene, "txt52WHigh", "12.5 USD");
+    pasteOver(scene, "txtHigh(9)", "12.5 USD");
+    pasteOver(scene, "txtEPS(0)", "1.5M");
+    scene.entry->put_FractionDisplay(true);
+    scene.entry->put_VisibleQuarters(12);
+    EXPECT_EQ(scene.text("txt52WHigh"), "12 1/2");
+    EXPECT_EQ(scene.text("txtHigh", 9), "12 1/2");
+    EXPECT_EQ(doubts().size(), 3U);
+}
+
+TEST_F(DoubtfulTexts, TheEndOfAPasteThatHasNoRoomIsTold) {
+    desktop.setClipboardText("12345678901234567890XYZ");
+    goTo(scene, "txtZip");
+    desktop.type("^a^v");
+    EXPECT_EQ(scene.text("txtZip"), "12345678901234567890");
+    EXPECT_EQ(doubts(), Names{"txtZip: Taken as 12345678901234567890; \"XYZ\" was left out."});
+    desktop.type("{TAB}");
+    EXPECT_EQ(company->get_Zip(), "12345678901234567890");
+    EXPECT_EQ(doubts().size(), 1U);
+
+    desktop.answerNextMenu("Paste");
+    goTo(scene, "txtState");
+    desktop.type("^a");
+    desktop.setClipboardText(std::string(200, 'x'));
+    desktop.rightClick("txtState");
+    desktop.type("{TAB}");
+    EXPECT_EQ(doubts().size(), 2U);
+    goTo(scene, "txtState");
+    desktop.type("NY{TAB}");
+    EXPECT_EQ(doubts().size(), 1U);
+}
+
+TEST_F(DoubtfulTexts, AYearThatGivesWaySaysSo) {
+    const std::string year = scene.text("txtLastFY");
+    typeOver(scene, "txtLastFY", "20");
+    EXPECT_EQ(scene.text("txtLastFY"), year);
+    EXPECT_EQ(doubts(), Names{"txtLastFY: Taken as " + year + "; \"20\" was left out."});
+    goTo(scene, "txtLastFY");
+    desktop.setClipboardText("2019E");
+    desktop.type("^a^v");
+    EXPECT_EQ(scene.text("txtLastFY"), "2019");
+    EXPECT_EQ(company->get_LastFY(), 2019);
+    EXPECT_EQ(doubts(), Names{"txtLastFY: Taken as 2019; \"E\" was left out."});
+}
+
+TEST_F(DoubtfulTexts, ANegativeWhereNoneIsTakenIsNotStored) {
+    company->put_High52W(90);
+    company->put_Low52W(10);
+    company->put_CurrentPrice(50);
+    company->put_TotalCap(-7);
+    company->put_CommDiv(-3);
+    putElement(*company, "YDividendSeries", 1, -2);
+    scene.load(company);
+    const std::string reason = "A negative figure makes no sense here and was not stored.";
+    for (const char* id :
+         {"txtCurrentPrice", "txt52WHigh", "txt52WLow", "txtCommDiv", "txtTotalCap", "txtSales(3)",
+          "txtDiv(9)", "txtHigh(3)", "txtLow(3)", "txtRevenue(0)"})
+        for (const char* text : {"-5", "(5)", "\u22125", "5-", "-5M"}) {
+            SCOPED_TRACE(std::string(id) + " " + text);
+            const auto before = company->clone();
+            goTo(scene, id);
+            desktop.setClipboardText(text);
+            desktop.type("^a^v{TAB}");
+            EXPECT_EQ(textOf(scene, id), text);
+            EXPECT_EQ(markOf(scene, id), reason);
+            EXPECT_TRUE(changedData(*before, *company).empty());
+        }
+    EXPECT_EQ(scene.entry->unstoredFields().size(), 10U);
+    EXPECT_EQ(doubts(), Names{});
+    typeOver(scene, "txtCurrentPrice", "60");
+    EXPECT_EQ(company->get_CurrentPrice(), 60);
+    EXPECT_EQ(markOf(scene, "txtCurrentPrice"), "");
+    pasteOver(scene, "txtSales(3)", "-0"); // no negative figure
+    EXPECT_EQ(markOf(scene, "txtSales(3)"), "");
+}
+
+TEST_F(DoubtfulTexts, ANegativeFigureOfTheRecordStays) {
+    company->put_CommDiv(-3);
+    company->put_CommDivAlternate(-3);
+    putElement(*company, "YRevenueSeries", 1, -2);
+    scene.load(company);
+    for (const char* id : {"txtCommDiv", "txtSales(9)"}) {
+        goTo(scene, id);
+        desktop.type("{TAB}");
+        EXPECT_EQ(markOf(scene, id), "");
+    }
+    EXPECT_EQ(company->get_CommDiv(), -3);
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), -2);
+}
+
+} // namespace
+} // namespace vkr

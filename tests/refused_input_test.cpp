@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: MIT
+#include "platform/text.hpp"
+#include "tests/support/field_steps.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+using namespace test;
+
+constexpr const char* figureNote = "Figures only. A loss begins with a minus sign.";
+constexpr const char* positiveNote = "Figures only, without a minus sign.";
+constexpr const char* priceNote =
+    "Figures only, without a minus sign. Eighths are written as 3 1/8.";
+constexpr const char* yearNote = "A year in four figures, from 1980 to 9900.";
+constexpr const char* markNote = "The decimal mark is \".\", once in a figure.";
+constexpr const char* oneFigureNote =
+    "This field takes one figure. Several cells can't be pasted into it.";
+
+// Keys and pastes that a field does not take, and the voice that they have.
+struct RefusedInput : testing::Test {
+    EntryScene scene;
+    VirtualDesktop& desktop = scene.desktop;
+    std::shared_ptr<CompanyRecord> company = datedCompany();
+
+    RefusedInput() {
+        showEveryField(scene);
+        scene.load(company);
+        desktop.forget();
+    }
+    void hold(KeyCode key, char32_t character, int times) {
+        for (int i = 0; i < times; ++i) {
+            if (scene.form().keyDown(key, shifts::none, i > 0)) {
+                char32_t typed = character;
+                auto& field = dynamic_cast<TextField&>(*scene.form().activeControl());
+                if (scene.form().keyPress(typed))
+                    scene.form().userEdit(field, field.text() + static_cast<char>(typed),
+                                          textLength(field.text()) + 1, 0);
+            }
+            scene.form().keyDone();
+        }
+        scene.form().keyUp(key, shifts::none);
+    }
+};
+
+TEST_F(RefusedInput, ASwallowedKeySaysWhatTheFieldTakes) {
+    struct {
+        const char* field;
+        const char* before;
+        const char* key;
+        const char* note;
+    } cases[] = {
+        {"txtYEPS(9)", "", "x", figureNote},         {"txtEPS(0)", "5", "%", figureNote},
+        {"txtTotalDebt", "5", "(", figureNote},      {"txtTotalDebt", "5", ")", figureNote},
+        {"txtSales(9)", "", "-", positiveNote},      {"txtRevenue(0)", "", "(", positiveNote},
+        {"txtTotalCap", "", "\u20ac", positiveNote}, {"txtCommDiv", "", "-", positiveNote},
+        {"txtCurrentPrice", "", "/", priceNote},     {"txtHigh(9)", "", "-", priceNote},
+        {"txtLow(9)", "5", "+", priceNote},          {"txtLastFY", "20", "x", yearNote},
+        {"txtEPS(0)", "1.5", ".", markNote},         {"txtEPS(0)", "1", ",", markNote},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(std::string(one.field) + " " + one.before + " " + one.key);
+        goTo(scene, one.field);
+        desktop.type("^a{DEL}" + std::string(one.before));
+        desktop.forget();
+        desktop.type(keysOf(one.key));
+        EXPECT_EQ(textOf(scene, one.field), one.before);
+        ASSERT_EQ(desktop.refusals().size(), 1U);
+        EXPECT_EQ(desktop.refusals()[0].field, one.field);
+        EXPECT_EQ(desktop.refusals()[0].note, one.note);
+        EXPECT_TRUE(desktop.note().has_value());
+    }
+}
+
+TEST_F(RefusedInput, WhatIsTakenOrHasAnEffectIsSilent) {
+    goTo(scene, "txtYEPS(9)");
+    desktop.type("^a{DEL}-12.5{BACKSPACE}{LEFT}{HOME} {ESC}{F1}");
+    desktop.type("{END}-"); // takes the sign off
+    goTo(scene, "txtName");
+    desktop.type(keysOf("A%(+x"));
+    goTo(scene, "txtYEPS(8)");
+    desktop.type("~");
+    EXPECT_TRUE(desktop.refusals().empty());
+}
+
+TEST_F(RefusedInput, AHeldKeySoundsOnce) {
+    goTo(scene, "txtYEPS(9)");
+    hold('X', U'x', 20);
+    EXPECT_EQ(desktop.refusals().size(), 1U);
+    EXPECT_TRUE(desktop.note().has_value());
+    hold('X', U'x', 20);
+    EXPECT_EQ(desktop.refusals().size(), 2U);
+    desktop.forget();
+    desktop.type("^a{DEL}");
+    hold(190, U'.', 20); // the first one is taken
+    EXPECT_EQ(desktop.refusals().size(), 1U);
+    desktop.forget();
+    desktop.type("{x 3}"); // three presses
+    EXPECT_EQ(desktop.refusals().size(), 3U);
+}
+
+TEST_F(RefusedInput, TheNoteGoesWithTheNextThingThatHappens) {
+    const auto refuse = [&] {
+        goTo(scene, "txtYEPS(9)");
+        desktop.type("x");
+        ASSERT_TRUE(desktop.note().has_value());
+    };
+    refuse();
+    desktop.type("5");
+    EXPECT_FALSE(desktop.note().has_value());
+    refuse();
+    desktop.type("{LEFT}");
+    EXPECT_FALSE(desktop.note().has_value());
+    refuse();
+    desktop.click("txtYEPS(8)");
+    EXPECT_FALSE(desktop.note().has_value());
+    refuse();
+    EXPECT_TRUE(desktop.leaveForm());
+    EXPECT_FALSE(desktop.note().has_value());
+    refuse();
+    scene.entry->put_CurrentTab(toCompany);
+    EXPECT_FALSE(desktop.note().has_value());
+    refuse();
+    company->get_Settings()->put(setting::lockBasicInfo, true);
+    scene.load(company);
+    EXPECT_FALSE(desktop.note().has_value());
+}
+
+TEST_F(RefusedInput, ALockedFieldHasNoVoice) {
+    company->get_Settings()->put(setting::lockBasicInfo, true);
+    scene.load(company);
+    goTo(scene, "txtYEPS(9)");
+    desktop.setClipboardText("1\t2");
+    desktop.type("x^v");
+    EXPECT_TRUE(desktop.refusals().empty());
+}
+
+TEST_F(RefusedInput, BracketsAreAMinusWhereOneIsTaken) {
+    goTo(scene, "txtYEPS(9)");
+    desktop.type("{(}350{)}{TAB}");
+    EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), -350);
+    EXPECT_EQ(scene.text("txtYEPS", 9), "-350.00");
+    goTo(scene, "txtYEPS(9)"); // all of it is selected
+    desktop.type("{(}1.5{)}{TAB}");
+    EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), -1.5);
+    EXPECT_TRUE(desktop.refusals().empty());
+    EXPECT_TRUE(scene.entry->doubtfulFields().empty());
+
+    goTo(scene, "txtSales(9)");
+    desktop.type("{(}350{)}{TAB}");
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), 350);
+    EXPECT_EQ(desktop.refusals().size(), 2U);
+}
+
+TEST_F(RefusedInput, AMinusOverTheWholeTextReplacesIt) {
+    typeOver(scene, "txtYEPS(9)", "-3");
+    goTo(scene, "txtYEPS(9)");
+    desktop.type("-5{TAB}");
+    EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), -5);
+    goTo(scene, "txtYEPS(9)");
+    desktop.type("{END}-{TAB}"); // with the caret in the text it takes the sign off
+    EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), 5);
+    goTo(scene, "txtYEPS(9)");
+    desktop.type("-7{TAB}");
+    EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), -7);
+    EXPECT_TRUE(desktop.refusals().empty());
+}
+
+TEST_F(RefusedInput, ABlockOfCellsIsNotSqueezedIntoOneFigure) {
+    for (const char* id : {"txtYEPS(9)", "txtRevenue(0)", "txtTotalDebt", "txtCurrentPrice",
+                           "txtInsiderHolding", "txtLastFY"}) {
+        goTo(scene, id);
+        const std::string before = textOf(scene, id);
+        for (const char* block : {"1\t2", "1\n2", "1\r\n2\r\n3\r\n", "1\u20282", "a\tb"}) {
+            SCOPED_TRACE(std::string(id) + " " + block);
+            desktop.forget();
+            desktop.setClipboardText(block);
+            desktop.type("^v");
+            EXPECT_EQ(textOf(scene, id), before);
+            ASSERT_EQ(desktop.refusals().size(), 1U);
+            EXPECT_EQ(desktop.refusals()[0].note, oneFigureNote);
+            desktop.answerNextMenu("Paste");
+            desktop.rightClick(id);
+            EXPECT_EQ(textOf(scene, id), before);
+            EXPECT_EQ(desktop.refusals().size(), 2U);
+        }
+    }
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
+TEST_F(RefusedInput, ACellWithItsLineBreakIsNoBlock) {
+    for (const char* cell : {"42\r\n", "42\n", "42\r", "\t42\t", " 42 "}) {
+        typeOver(scene, "txtYEPS(9)", "7");
+        pasteOver(scene, "txtYEPS(9)", cell);
+        EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), 42);
+    }
+    pasteOver(scene, "txtName", "Acme\tInc.\r\n"); // texts take blocks
+    EXPECT_EQ(company->get_Name(), "Acme Inc.");
+    EXPECT_TRUE(desktop.refusals().empty());
+}
+
+TEST_F(RefusedInput, AYearThatIsOutOfReachHasAVoice) {
+    goTo(scene, "txtLastFY");
+    desktop.type("^a1979");
+    ASSERT_EQ(desktop.refusals().size(), 1U);
+    EXPECT_EQ(desktop.refusals()[0].note, yearNote);
+}
+
+} // namespace
+} // namespace vkr
