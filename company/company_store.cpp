@@ -12,11 +12,16 @@
 #include <QFileInfo>
 #include <QStringList>
 #include <QSysInfo>
+#include <QUuid>
 
 #include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <map>
+#include <set>
 #include <stdexcept>
+#include <system_error>
+#include <tuple>
 
 namespace vkr {
 
@@ -86,9 +91,54 @@ StoreResult<Value> guarded(const StoreLocation& location, Function function) {
     throw StoreFailure(describeFault(fault, location, detail));
 }
 
-SchemaState inspect(const StoreLocation& file, std::chrono::milliseconds patience) {
+QString logOf(const StoreLocation& file) {
+    return file.path + "-wal";
+}
+
+// A program that was killed leaves its log behind. Where the file was replaced since, by a copy
+// from before, the two do not belong together.
+void refuseStrangeLog(StoreConnection& connection, const StoreLocation& file) {
+    const QString found = connection.damage();
+    if (found.isEmpty())
+        return;
+    StoreError error = describeFault(StoreFault::corrupt, file, found.simplified().toStdString());
+    const std::string log = QFileInfo(logOf(file)).fileName().toStdString();
+    error.message += ". Beside it lies " + log +
+                     ", which has to belong to it. If the file was put there as a copy, move that "
+                     "one away and open it again";
+    throw StoreFailure(error);
+}
+
+SchemaState inspectOnce(const StoreLocation& file, std::chrono::milliseconds patience) {
+    const bool hasLog = QFileInfo(logOf(file)).size() > 0;
     StoreConnection connection(file, StoreConnection::Access::inspect, patience);
-    return inspectSchema(connection);
+    const SchemaState state = inspectSchema(connection);
+    if (hasLog && (state == SchemaState::current || state == SchemaState::older))
+        refuseStrangeLog(connection, file);
+    return state;
+}
+
+// Without a log a file is taken to be at rest. What is found wrong is looked at again where
+// another program has begun to write meanwhile.
+SchemaState inspect(const StoreLocation& file, std::chrono::milliseconds patience) {
+    const auto looks = [&] {
+        const QFileInfo info(file.path);
+        return std::tuple(info.size(), info.lastModified(), QFileInfo::exists(logOf(file)));
+    };
+    static constexpr int mostAttempts = 10;
+    for (int attempt = 1;; ++attempt) {
+        const auto before = looks();
+        const auto isAtRest = [&] { return attempt == mostAttempts || looks() == before; };
+        try {
+            const SchemaState state = inspectOnce(file, patience);
+            const bool isSuspect = state == SchemaState::empty || state == SchemaState::foreign;
+            if (!isSuspect || isAtRest())
+                return state;
+        } catch (const StoreFailure&) {
+            if (isAtRest())
+                throw;
+        }
+    }
 }
 
 QString fileTime() {
@@ -111,9 +161,11 @@ QString backupName(const QString& path) {
 QString backUpFile(const StoreLocation& file, std::chrono::milliseconds patience) {
     StoreLocation copy = file;
     copy.path = backupName(file.path);
+    if (!QFile(copy.path).open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        fail(StoreFault::readOnly, file, "a copy of it could not be made");
     try {
         const QString countCompanies = "SELECT count(*) FROM company";
-        StoreConnection original(file, StoreConnection::Access::existing, patience);
+        StoreConnection original(file, StoreConnection::Access::inspect, patience);
         original.copyTo(copy.path);
         StoreConnection made(copy, StoreConnection::Access::inspect, patience);
         if (const QString damage = made.damage(); !damage.isEmpty())
@@ -172,28 +224,60 @@ struct Opening {
     QString backup;
 };
 
+void removeFile(const QString& path) {
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"})
+        QFile::remove(path + suffix);
+}
+
+// A new file gets its name when it is whole: another program that makes the same one finds all of
+// it or nothing, and what failed is taken away without taking away anybody else's.
+void makeFile(const StoreLocation& file, std::chrono::milliseconds patience) {
+    const QFileInfo place(file.path);
+    StoreLocation made = file;
+    made.path = place.absolutePath() + "/." + place.fileName() + "-" +
+                QUuid::createUuid().toString(QUuid::WithoutBraces) + ".new";
+    try {
+        StoreConnection connection(made, StoreConnection::Access::create, patience);
+        migrateSchema(connection);
+        connection.emptyLog();
+    } catch (...) {
+        removeFile(made.path);
+        throw;
+    }
+    const auto pathOf = [](const QString& path) {
+        return std::filesystem::path(path.toStdU16String());
+    };
+    // Where another program was faster, theirs is opened. Where the file system knows no links,
+    // the file is made in its place.
+    std::error_code ignored;
+    std::filesystem::create_hard_link(pathOf(made.path), pathOf(file.path), ignored);
+    removeFile(made.path);
+}
+
 Opening openFile(const StoreLocation& file, OpenMode mode, std::chrono::milliseconds patience) {
-    const bool isNew = !QFileInfo::exists(file.path);
     refuseWhatCannotBeOpened(file, mode);
+    if (!QFileInfo::exists(file.path))
+        makeFile(file, patience);
     SchemaState state = SchemaState::empty;
     if (QFileInfo(file.path).size() > 0)
         state = inspect(file, patience);
     refuseState(state, file, mode);
 
     Opening opening;
-    if (state == SchemaState::older)
-        opening.backup = backUpFile(file, patience);
+    const auto access = mode == OpenMode::create ? StoreConnection::Access::create
+                                                 : StoreConnection::Access::existing;
+    opening.connection = std::make_unique<StoreConnection>(file, access, patience);
+    if (state == SchemaState::current)
+        return opening;
+    const auto copyFirst = [&] {
+        if (state == SchemaState::older)
+            opening.backup = backUpFile(file, patience);
+    };
     try {
-        const auto access = mode == OpenMode::create ? StoreConnection::Access::create
-                                                     : StoreConnection::Access::existing;
-        opening.connection = std::make_unique<StoreConnection>(file, access, patience);
-        if (state != SchemaState::current)
-            migrateSchema(*opening.connection);
+        migrateSchema(*opening.connection, copyFirst);
     } catch (...) {
-        opening.connection.reset();
-        if (isNew)
-            for (const char* suffix : {"", "-wal", "-shm", "-journal"})
-                QFile::remove(file.path + suffix);
+        if (!opening.backup.isEmpty())
+            QFile::remove(opening.backup); // of a file that is as it was
         throw;
     }
     return opening;
@@ -226,6 +310,18 @@ QString columnList(const char* separator, const char* suffix) {
     for (const StoreColumn& column : storeColumns())
         names += "\"" + column.name + "\"" + suffix;
     return names.join(separator);
+}
+
+// As they are read; the revision and the number of figures come first.
+QString selectCompany(const StoreDialect& dialect) {
+    QStringList columns = {"revision", "figures"};
+    for (const StoreColumn& column : storeColumns()) {
+        const QString name = "\"" + column.name + "\"";
+        columns += column.kind == StoreColumn::Kind::text
+                       ? QString(dialect.whole).replace("%1", name)
+                       : name;
+    }
+    return "SELECT " + columns.join(", ") + " FROM company WHERE id = ?";
 }
 
 QVariant columnValue(const CompanyRecord& record, const StoreColumn& column) {
@@ -290,30 +386,59 @@ void readColumns(const Statement& row, int first, LoadedCompany& loaded) {
     }
 }
 
-void readSeries(Statement& rows, LoadedCompany& loaded) {
-    std::map<std::string, Variant, std::less<>> series;
+// `stated` is how many figures there have to be.
+void readSeries(Statement& rows, const FigureCounts& stated, LoadedCompany& loaded) {
+    struct Series {
+        Variant figures;
+        int missing;
+    };
+    std::map<std::string, Series, std::less<>> all;
     for (const DatumRow& row : datumTable())
-        if (isSeries(row))
-            series.emplace(row.name, loaded.record->stored(row.datum));
+        if (isSeries(row)) {
+            const auto count = stated.find(row.name);
+            all.emplace(row.name, Series{loaded.record->stored(row.datum),
+                                         count == stated.end() ? 0 : count->second});
+        }
     while (rows.next()) {
         const std::string name = rows.text(0);
-        const auto found = series.find(name);
+        const auto found = all.find(name);
         const auto element = rows.integer(1);
-        if (found != series.end() && element >= found->second.array().lower() &&
-            element <= found->second.array().upper())
-            found->second.array().setNumber(static_cast<int>(element), rows.number(2));
-        else
+        if (found != all.end() && element >= found->second.figures.array().lower() &&
+            element <= found->second.figures.array().upper()) {
+            found->second.figures.array().setNumber(static_cast<int>(element), rows.number(2));
+            --found->second.missing;
+        } else {
             loaded.unreadable.push_back(name);
+        }
     }
     for (const DatumRow& row : datumTable()) {
         if (!isSeries(row))
             continue;
+        const Series& read = all.find(row.name)->second;
         try {
-            writeDatum(*loaded.record, row.datum, series.find(row.name)->second);
+            writeDatum(*loaded.record, row.datum, read.figures);
+            if (read.missing > 0)
+                loaded.unreadable.emplace_back(row.name);
         } catch (const std::logic_error&) {
             loaded.unreadable.emplace_back(row.name);
         }
     }
+}
+
+// One row a figure that is not 0.
+FigureCounts countFigures(const CompanyRecord& record) {
+    FigureCounts counts;
+    for (const DatumRow& row : datumTable()) {
+        if (!isSeries(row))
+            continue;
+        const VariantArray& series = record.stored(row.datum).array();
+        int count = 0;
+        for (int element = series.lower(); element <= series.upper(); ++element)
+            count += series.number(element) != 0 ? 1 : 0;
+        if (count > 0)
+            counts.emplace(row.name, count);
+    }
+    return counts;
 }
 
 // In the order of the primary key, so that rows are put behind one another.
@@ -348,9 +473,15 @@ QString insertSeries(const StoreDialect& dialect) {
                           rows.join(", ") + ") SELECT * FROM given) AS figures WHERE value <> 0");
 }
 
-constexpr auto summaryColumns =
-    "id, revision, \"Name\", \"Symbol\", \"Exchange\", \"Industry\", \"Source\", \"LastFY\", "
-    "\"LastFYDate\", \"CurrentPrice\", \"PriceUpdatedDate\", saved_at";
+QString summaryColumns(const StoreDialect& dialect) {
+    QStringList columns = {"id", "revision"};
+    for (const char* text :
+         {"\"Name\"", "\"Symbol\"", "\"Exchange\"", "\"Industry\"", "\"Source\""})
+        columns += QString(dialect.whole).replace("%1", text);
+    columns +=
+        {"\"LastFY\"", "\"LastFYDate\"", "\"CurrentPrice\"", "\"PriceUpdatedDate\"", "saved_at"};
+    return columns.join(", ");
+}
 
 CompanySummary summaryOf(const Statement& row) {
     const auto date = [&](int column) { return dateFromIso(row.text(column)).value_or(Date{}); };
@@ -427,28 +558,92 @@ bool CompanyStore::isOnServer(std::string_view path) {
     return path.starts_with("postgresql://") || path.starts_with("postgres://");
 }
 
+// A save of which the answer got lost.
+struct CompanyStore::Attempt {
+    bool isNew;
+    std::int64_t before; // the revision that it was made from
+    CompanyKey key;      // as it is stored if the save was done
+    std::shared_ptr<const CompanyRecord> record;
+    bool isDone = false;
+    bool isUsed = false; // by the transaction under way
+};
+
 CompanyStore::CompanyStore(const StoreLocation& location, std::string backupPath, std::string user,
                            std::unique_ptr<StoreConnection> connection)
     : location_(std::make_unique<StoreLocation>(location)), path_(location.name.toStdString()),
       backupPath_(std::move(backupPath)), user_(std::move(user)),
       insertSeries_(insertSeries(*location.dialect).toStdString()),
+      selectCompany_(selectCompany(*location.dialect).toStdString()),
       connection_(std::move(connection)) {}
 
 CompanyStore::~CompanyStore() = default;
 
-template <typename Transaction>
-void CompanyStore::commit(Transaction& transaction) {
+template <typename Value, typename Function>
+Value CompanyStore::changeOnce(Function function) {
+    Transaction transaction(*connection_, Transaction::Kind::write);
+    attempts_.clear();
+    for (Attempt& attempt : settled_)
+        attempt.isUsed = false;
+    Value value = function();
     // A file that was moved away or deleted would take the save with it, without an error.
     if (location_->dialect->isFile && !QFileInfo::exists(location_->path))
         fail(StoreFault::missing, *location_, "it was moved or deleted while it was open");
     transaction.commit();
+    std::erase_if(settled_, [](const Attempt& attempt) { return attempt.isUsed; });
+    return value;
+}
+
+template <typename Value, typename Function>
+StoreResult<Value> CompanyStore::change(Function function) {
+    return guarded<Value>(*location_, [&] {
+        settleUncertainSaves();
+        try {
+            return changeOnce<Value>(function);
+        } catch (const StoreFailure& failure) {
+            // A file that could not be opened for writing at one moment is tried once more.
+            if (failure.error().fault == StoreFault::readOnly && location_->dialect->isFile &&
+                isWritableFile(location_->path)) {
+                connection_->reopen();
+                return changeOnce<Value>(function);
+            }
+            if (failure.error().fault != StoreFault::uncertain || attempts_.size() != 1)
+                throw;
+            StoreError error = failure.error();
+            error.attempted = attempts_.front().key;
+            throw StoreFailure(error);
+        }
+    });
+}
+
+void CompanyStore::settleUncertainSaves() {
+    if (connection_->uncertainTransaction() == 0)
+        return;
+    const auto isDone = connection_->settleTransaction();
+    if (!isDone)
+        fail(StoreFault::unreachable, *location_);
+    for (Attempt& attempt : attempts_) {
+        attempt.isDone = *isDone;
+        settled_.push_back(std::move(attempt));
+    }
+    attempts_.clear();
+}
+
+// The attempt that a save repeats: under the key of it, or, a new company without, by its data.
+CompanyStore::Attempt* CompanyStore::repeated(std::optional<std::int64_t> id,
+                                              const CompanyRecord& record,
+                                              std::int64_t expectedRevision) {
+    for (Attempt& attempt : settled_)
+        if (id ? attempt.key == CompanyKey{*id, expectedRevision}
+               : attempt.isNew && attempt.isDone && sameAs(*attempt.record, record))
+            return &attempt;
+    return nullptr;
 }
 
 StoreResult<std::vector<CompanySummary>> CompanyStore::list() {
     return guarded<std::vector<CompanySummary>>(*location_, [&] {
         Transaction oneMoment(*connection_, Transaction::Kind::read);
         const QString folded = connection_->dialect().folded;
-        Statement rows(*connection_, QString("SELECT ") + summaryColumns +
+        Statement rows(*connection_, "SELECT " + summaryColumns(connection_->dialect()) +
                                          " FROM company ORDER BY " +
                                          QString(folded).replace("%1", "\"Name\"") + ", " +
                                          QString(folded).replace("%1", "\"Symbol\"") + ", id");
@@ -460,7 +655,8 @@ StoreResult<std::vector<CompanySummary>> CompanyStore::list(const ListQuery& que
                                                             std::int64_t from, std::int64_t most) {
     return guarded<std::vector<CompanySummary>>(*location_, [&] {
         Transaction oneMoment(*connection_, Transaction::Kind::read);
-        const auto page = selectPage(connection_->dialect(), query, summaryColumns, from, most);
+        const auto page = selectPage(connection_->dialect(), query,
+                                     summaryColumns(connection_->dialect()), from, most);
         Statement rows(*connection_, page.text, page.values);
         return summariesOf(rows);
     });
@@ -490,66 +686,54 @@ StoreResult<LoadedCompany> CompanyStore::load(std::int64_t id) {
 }
 
 LoadedCompany CompanyStore::read(std::int64_t id) {
-    static const QString selectCompany =
-        "SELECT revision, " + columnList(", ", "") + " FROM company WHERE id = ?";
     LoadedCompany loaded{std::make_shared<CompanyRecord>(), 0, {}};
+    FigureCounts stated;
     {
-        Statement row(*connection_, selectCompany, {qlonglong(id)});
+        Statement row(*connection_, toQString(selectCompany_), {qlonglong(id)});
         if (!row.next())
             failRemoved(id, "The company", StoreFault::missing);
         loaded.revision = row.integer(0);
-        readColumns(row, 1, loaded);
+        stated = figureCounts(row.text(1));
+        readColumns(row, 2, loaded);
     }
     Statement rows(*connection_, "SELECT series, element, value FROM series WHERE company_id = ?",
                    {qlonglong(id)});
-    readSeries(rows, loaded);
+    readSeries(rows, stated, loaded);
     return loaded;
 }
 
 StoreResult<CompanyKey> CompanyStore::save(std::optional<std::int64_t> id,
                                            const CompanyRecord& record,
                                            std::int64_t expectedRevision) {
-    return guarded<CompanyKey>(*location_, [&] {
-        Transaction transaction(*connection_, Transaction::Kind::write);
-        const CompanyKey key = write(id, record, expectedRevision);
-        commit(transaction);
-        return key;
-    });
+    return change<CompanyKey>([&] { return write(id, record, expectedRevision); });
 }
 
 StoreResult<std::vector<CompanyKey>>
 CompanyStore::saveAll(const std::vector<SaveRequest>& requests) {
     using Keys = std::vector<CompanyKey>;
-    return guarded<Keys>(*location_, [&] {
-        Transaction transaction(*connection_, Transaction::Kind::write);
+    return change<Keys>([&] {
         Keys keys;
         for (const SaveRequest& request : requests)
             keys.push_back(write(request.id, *request.record, request.expectedRevision));
-        commit(transaction);
         return keys;
     });
 }
 
 StoreResult<CompanyKey> CompanyStore::duplicate(std::int64_t id) {
-    return guarded<CompanyKey>(*location_, [&] {
-        Transaction transaction(*connection_, Transaction::Kind::write);
+    return change<CompanyKey>([&] {
         const LoadedCompany original = read(id);
         original.record->put_Name(original.record->get_Name() + " (copy)");
-        const CompanyKey key = write(std::nullopt, *original.record, 0);
-        commit(transaction);
-        return key;
+        return write(std::nullopt, *original.record, 0);
     });
 }
 
 StoreDone CompanyStore::remove(std::int64_t id, std::int64_t expectedRevision) {
-    return guarded<std::monostate>(*location_, [&] {
-        Transaction transaction(*connection_, Transaction::Kind::write);
+    return change<std::monostate>([&] {
         const LoadedCompany stored = read(id);
         if (stored.revision != expectedRevision)
             failChanged(id, called(*stored.record), stored.revision, {});
         connection_->run("DELETE FROM company WHERE id = ?", {qlonglong(id)});
         log({id, stored.revision}, "removed", currentTime());
-        commit(transaction);
         return std::monostate();
     });
 }
@@ -562,13 +746,22 @@ CompanyKey CompanyStore::write(std::optional<std::int64_t> id, const CompanyReco
             all += "?";
         return all.join(", ");
     }();
-    static const QString insertCompany = "INSERT INTO company (revision, saved_by, saved_at, " +
-                                         columnList(", ", "") + ") VALUES (?, ?, ?, " + marks +
-                                         ") RETURNING id";
+    static const QString insertCompany =
+        "INSERT INTO company (revision, saved_by, saved_at, figures, " + columnList(", ", "") +
+        ") VALUES (?, ?, ?, ?, " + marks + ") RETURNING id";
     static const QString updateCompany =
-        "UPDATE company SET revision = ?, saved_by = ?, saved_at = ?, " + columnList(", ", " = ?") +
-        " WHERE id = ?";
+        "UPDATE company SET revision = ?, saved_by = ?, saved_at = ?, figures = ?, " +
+        columnList(", ", " = ?") + " WHERE id = ?";
 
+    if (Attempt* attempt = repeated(id, record, expectedRevision)) {
+        attempt->isUsed = true;
+        if (!id)
+            return attempt->key;
+        if (!attempt->isDone && attempt->isNew)
+            id.reset();
+        else if (!attempt->isDone)
+            expectedRevision = attempt->before;
+    }
     CompanyKey key{id.value_or(0), 1};
     if (id) {
         const std::int64_t stored = storedRevision(*id);
@@ -583,7 +776,8 @@ CompanyKey CompanyStore::write(std::optional<std::int64_t> id, const CompanyReco
         key.revision = stored + 1;
     }
     const std::string time = currentTime();
-    std::vector<QVariant> values = {qlonglong(key.revision), textValue(user_), textValue(time)};
+    std::vector<QVariant> values = {qlonglong(key.revision), textValue(user_), textValue(time),
+                                    textValue(figuresText(countFigures(record)))};
     for (const StoreColumn& column : storeColumns())
         values.push_back(columnValue(record, column));
     if (id) {
@@ -598,6 +792,8 @@ CompanyKey CompanyStore::write(std::optional<std::int64_t> id, const CompanyReco
     writeSeries(key.id, record);
     writeListing(*connection_, listingOf(key.id, record, time));
     log(key, "saved", time);
+    if (!location_->dialect->isFile)
+        attempts_.push_back({!id, expectedRevision, key, record.clone()});
     return key;
 }
 
@@ -663,7 +859,8 @@ StoreResult<std::vector<std::string>> CompanyStore::entries(StoreList list) {
     return guarded<Texts>(*location_, [&] {
         Transaction oneMoment(*connection_, Transaction::Kind::read);
         Statement rows(*connection_,
-                       "SELECT text FROM list_entry WHERE kind = ? ORDER BY position, text",
+                       "SELECT " + QString(connection_->dialect().whole).replace("%1", "text") +
+                           " FROM list_entry WHERE kind = ? ORDER BY position, text",
                        {kindText(list)});
         Texts texts;
         while (rows.next())
@@ -678,7 +875,9 @@ StoreResult<std::vector<std::string>> CompanyStore::used(StoreList list) {
         Transaction oneMoment(*connection_, Transaction::Kind::read);
         const QString column = namesOf(list).column;
         Statement rows(*connection_,
-                       "SELECT DISTINCT " + column + " FROM company WHERE " + column + " <> ''");
+                       "SELECT DISTINCT " +
+                           QString(connection_->dialect().whole).replace("%1", column) +
+                           " FROM company WHERE " + column + " <> ''");
         Texts texts;
         while (rows.next())
             texts.push_back(rows.text(0));
@@ -687,31 +886,25 @@ StoreResult<std::vector<std::string>> CompanyStore::used(StoreList list) {
 }
 
 StoreDone CompanyStore::addEntry(StoreList list, const std::string& text) {
-    return guarded<std::monostate>(*location_, [&] {
-        Transaction transaction(*connection_, Transaction::Kind::write);
+    return change<std::monostate>([&] {
         appendEntry(list, text);
-        commit(transaction);
         return std::monostate();
     });
 }
 
 StoreDone CompanyStore::removeEntry(StoreList list, const std::string& text) {
-    return guarded<std::monostate>(*location_, [&] {
-        Transaction transaction(*connection_, Transaction::Kind::write);
+    return change<std::monostate>([&] {
         connection_->run("DELETE FROM list_entry WHERE kind = ? AND text = ?",
                          {kindText(list), textValue(text)});
-        commit(transaction);
         return std::monostate();
     });
 }
 
 StoreDone CompanyStore::setEntries(StoreList list, const std::vector<std::string>& texts) {
-    return guarded<std::monostate>(*location_, [&] {
-        Transaction transaction(*connection_, Transaction::Kind::write);
+    return change<std::monostate>([&] {
         connection_->run("DELETE FROM list_entry WHERE kind = ?", {kindText(list)});
         for (const std::string& text : texts)
             appendEntry(list, text);
-        commit(transaction);
         return std::monostate();
     });
 }

@@ -34,6 +34,7 @@ enum class StoreFault {
     conflict,     // the company was saved or removed elsewhere in the meantime
     unreachable,  // the server does not answer, or has gone in the meantime
     denied,       // the server does not know the user, or the password is wrong
+    uncertain,    // the server went away while it was saving; the save may be done or not
     other,
 };
 
@@ -47,10 +48,20 @@ struct StoreConflict {
     std::vector<Difference> differences;
 };
 
+struct CompanyKey {
+    std::int64_t id = 0;
+    std::int64_t revision = 0; // counts the saves of this company, from 1
+
+    friend bool operator==(const CompanyKey&, const CompanyKey&) = default;
+};
+
 struct StoreError {
     StoreFault fault = StoreFault::other;
     std::string message; // for people: which file, what happened, what to do
     std::optional<StoreConflict> conflict;
+    // `uncertain`: the company as it is stored if the save was done. Saving it again through the
+    // same store, under this key, makes no second one, whatever came of the first save.
+    std::optional<CompanyKey> attempted = std::nullopt;
 };
 
 // A value or the error that stood in the way of it.
@@ -70,13 +81,6 @@ class [[nodiscard]] StoreResult {
     std::variant<Value, StoreError> content_;
 };
 using StoreDone = StoreResult<std::monostate>;
-
-struct CompanyKey {
-    std::int64_t id = 0;
-    std::int64_t revision = 0; // counts the saves of this company, from 1
-
-    friend bool operator==(const CompanyKey&, const CompanyKey&) = default;
-};
 
 struct CompanySummary {
     CompanyKey key;
@@ -118,7 +122,8 @@ struct LoadedCompany {
     std::shared_ptr<CompanyRecord> record;
     std::int64_t revision = 0;
     // Data that another program has left in the file in a form that cannot be read, such as the
-    // day 0000-00-00. They are absent in the record, and saving it makes that final.
+    // day 0000-00-00, and series of which figures are missing. What cannot be read is absent in the
+    // record, and saving it makes that final.
     std::vector<std::string> unreadable;
 };
 
@@ -224,15 +229,25 @@ class CompanyStore {
     [[noreturn]] void failChanged(std::int64_t id, const std::string& name, std::int64_t revision,
                                   std::vector<Difference> changes);
     [[noreturn]] void failRemoved(std::int64_t id, const std::string& name, StoreFault fault);
-    template <typename Transaction>
-    void commit(Transaction& transaction);
+    // One transaction, with the result of the function.
+    template <typename Value, typename Function>
+    StoreResult<Value> change(Function function);
+    template <typename Value, typename Function>
+    Value changeOnce(Function function);
+    void settleUncertainSaves();
+    struct Attempt;
+    [[nodiscard]] Attempt* repeated(std::optional<std::int64_t> id, const CompanyRecord& record,
+                                    std::int64_t expectedRevision);
 
     std::unique_ptr<const StoreLocation> location_;
     std::string path_;
     std::string backupPath_;
     std::string user_;
-    std::string insertSeries_; // the statement
+    std::string insertSeries_; // the statements
+    std::string selectCompany_;
     std::unique_ptr<StoreConnection> connection_;
+    std::vector<Attempt> attempts_; // of the transaction under way, or one of unknown outcome
+    std::vector<Attempt> settled_;  // of earlier ones of which the outcome was unknown
 };
 
 } // namespace vkr

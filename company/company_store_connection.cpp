@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStringDecoder>
 #include <QUrl>
 #include <QUrlQuery>
@@ -47,8 +48,18 @@ constexpr FaultText faultTexts[] = {
      " cannot be reached. Nothing was changed; check the network and the server, and try again."},
     {StoreFault::denied, " may not be opened.",
      " did not let this user in. Check the user and the password."},
+    {StoreFault::uncertain, " went away.",
+     " went away while it was saving, and it is not known whether the save was done. Save again "
+     "when the server is back; what was stored is not stored a second time."},
     {StoreFault::other, " could not be read or written.", " could not be read or written."},
 };
+
+// A check goes on where a page could not be read, and says so among what it finds.
+bool isFailedRead(const QString& found) {
+    static const QRegularExpression failure("unable to get the page. error code=(\\d+)");
+    const QRegularExpressionMatch match = failure.match(found);
+    return match.hasMatch() && isPassingSqliteError(match.captured(1).toInt());
+}
 
 } // namespace
 
@@ -159,7 +170,9 @@ double StoreConnection::Statement::number(int column) const {
 }
 
 std::string StoreConnection::Statement::text(int column) const {
-    return query_.value(column).toString().toStdString();
+    const QVariant value = query_.value(column);
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray().toStdString()
+                                                   : value.toString().toStdString();
 }
 
 std::int64_t StoreConnection::integer(const QString& text) {
@@ -177,8 +190,10 @@ StoreConnection::Transaction::Transaction(StoreConnection& connection, Kind kind
         begin(kind);
     } catch (const StoreFailure& failure) {
         rollBack();
-        // A server that was started anew since then knows nothing of the old connection.
-        if (failure.error().fault != StoreFault::unreachable)
+        // A server that was started anew since then knows nothing of the old connection; to a file
+        // the transaction before it may still be open, where there was no memory to end it.
+        if (failure.error().fault != StoreFault::unreachable &&
+            !(failure.error().fault == StoreFault::other && connection_.dialect().isFile))
             throw;
         connection_.open();
         begin(kind);
@@ -211,25 +226,81 @@ void StoreConnection::Transaction::rollBack() {
 }
 
 void StoreConnection::Transaction::commit() {
-    connection_.execute("COMMIT");
+    const char* number = connection_.dialect().transaction;
+    const std::int64_t transaction = number != nullptr ? connection_.integer(number) : 0;
+    try {
+        connection_.execute("COMMIT");
+    } catch (const StoreFailure& failure) {
+        if (transaction == 0 || failure.error().fault != StoreFault::unreachable)
+            throw;
+        isOpen_ = false; // ended with the connection
+        connection_.uncertainTransaction_ = transaction;
+        const auto isCommitted = connection_.settleTransaction();
+        if (!isCommitted)
+            throw StoreFailure(describeFault(StoreFault::uncertain, connection_.location_));
+        if (!*isCommitted)
+            throw;
+    }
     isOpen_ = false;
+}
+
+std::optional<bool> StoreConnection::settleTransaction() {
+    try {
+        open();
+        // The server may still be at it: whoever writes waits for the end of that.
+        const Transaction afterIt(*this, Transaction::Kind::write);
+        const std::int64_t isCommitted = integer(
+            QString(dialect().isCommitted).replace("%1", QString::number(uncertainTransaction_)));
+        uncertainTransaction_ = 0;
+        return isCommitted != 0;
+    } catch (const StoreFailure&) {
+        return std::nullopt;
+    }
 }
 
 void StoreConnection::copyTo(const QString& path) {
     run("VACUUM INTO ?", {path});
 }
 
-QString StoreConnection::damage() {
+QString StoreConnection::damageSeenOnce() {
     QSqlQuery query(handle_->database);
     // SQLite 3.40 takes a column between those of the key for empty in a table that is kept by its
     // key; no other check can leave such a column empty.
-    if (!query.exec("SELECT integrity_check FROM pragma_integrity_check(100000) "
-                    "WHERE integrity_check <> 'ok' "
-                    "AND integrity_check NOT LIKE 'NULL value in list_entry.%' LIMIT 1"))
-        return query.lastError().databaseText();
-    if (query.next())
-        return query.value(0).toString();
-    return query.lastError().isValid() ? query.lastError().databaseText() : QString();
+    QString unread;
+    if (query.exec("SELECT integrity_check FROM pragma_integrity_check(100000) "
+                   "WHERE integrity_check <> 'ok' "
+                   "AND integrity_check NOT LIKE 'NULL value in list_entry.%'"))
+        while (query.next()) {
+            if (const QString found = query.value(0).toString(); !isFailedRead(found))
+                return found;
+            unread = query.value(0).toString();
+        }
+    if (const QSqlError error = query.lastError(); error.isValid()) {
+        const StoreFault fault = dialect().faultOf(error, location_.path);
+        if (fault == StoreFault::corrupt || fault == StoreFault::notADatabase)
+            return error.databaseText();
+        throw StoreFailure(describe(error));
+    }
+    if (!unread.isEmpty())
+        throw StoreFailure(
+            describeFault(StoreFault::other, location_, unread.simplified().toStdString()));
+    return {};
+}
+
+// Found twice, in a file that can be read: a read that fails looks like damage, too.
+QString StoreConnection::damage() {
+    if (damageSeenOnce().isEmpty())
+        return {};
+    const QString found = damageSeenOnce();
+    QFile file(location_.path);
+    QByteArray block(1 << 16, '\0');
+    qint64 size = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? 1 : -1;
+    while (size > 0)
+        size = file.read(block.data(), block.size());
+    if (size < 0 || found.isEmpty())
+        throw StoreFailure(
+            describeFault(StoreFault::other, location_, file.errorString().toStdString()));
+    return found;
 }
 
 // Pages that are used twice are read well, and overwritten by the next save.
@@ -243,11 +314,14 @@ void StoreConnection::refuseDamage() {
 }
 
 StoreError StoreConnection::describe(const QSqlError& error) {
-    const StoreFault fault = dialect().faultOf(error, location_.path);
+    StoreFault fault = dialect().faultOf(error, location_.path);
     QString detail = error.databaseText();
-    if (fault == StoreFault::corrupt && dialect().isFile)
+    if (fault == StoreFault::corrupt && dialect().isFile) {
         if (const QString found = damage(); !found.isEmpty())
             detail = found;
+        else
+            fault = StoreFault::other; // read while another program was writing
+    }
     const bool needsDetail = fault == StoreFault::corrupt || fault == StoreFault::other ||
                              fault == StoreFault::unreachable || fault == StoreFault::denied;
     return describeFault(fault, location_,

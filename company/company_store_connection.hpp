@@ -65,6 +65,9 @@ class StoreConnection {
     void run(const QString& text, const std::vector<QVariant>& values = {}) {
         Statement(*this, text, values);
     }
+    // Connects anew. A file that could not be opened for writing is opened for reading only, and
+    // stays so until then.
+    void reopen() { open(); }
     // Run once and not kept: a definition, the begin and end of a transaction.
     void execute(const QString& text);
     // The first value of the first row; 0 without a row. Not kept either.
@@ -80,6 +83,8 @@ class StoreConnection {
         Transaction(const Transaction&) = delete;
         Transaction& operator=(const Transaction&) = delete;
         ~Transaction();
+        // Where the answer gets lost the outcome is looked up; where that cannot be done either, it
+        // fails with StoreFault::uncertain.
         void commit();
 
       private:
@@ -90,10 +95,18 @@ class StoreConnection {
         bool isOpen_ = true;
     };
 
+    // The number of the last transaction of which the outcome is not known; 0 where there is none.
+    [[nodiscard]] std::int64_t uncertainTransaction() const { return uncertainTransaction_; }
+    // Looks it up; nothing where that cannot be done.
+    [[nodiscard]] std::optional<bool> settleTransaction();
+
     // Of a file only: a complete copy in a new one.
     void copyTo(const QString& path);
-    // Of a file only: what a check of it finds; "" where it is sound.
+    // Of a file only: what a check of it finds; "" where it is sound. Fails where it cannot be
+    // read.
     [[nodiscard]] QString damage();
+    // Of a file only: all that was committed goes from the log into the file.
+    void emptyLog() { execute("PRAGMA wal_checkpoint(TRUNCATE)"); }
     [[nodiscard]] StoreError describe(const QSqlError& error);
     [[nodiscard]] const StoreDialect& dialect() const { return *location_.dialect; }
 
@@ -110,11 +123,13 @@ class StoreConnection {
 
     void open();
     void refuseDamage(); // of a file, once
+    [[nodiscard]] QString damageSeenOnce();
     QSqlQuery& prepared(const QString& text);
 
     StoreLocation location_;
     std::chrono::milliseconds patience_;
     bool isInspecting_;
+    std::int64_t uncertainTransaction_ = 0;
     bool isSound_ = false;         // so far as it was looked at
     std::optional<Handle> handle_; // outlives the statements
     std::map<QString, std::unique_ptr<QSqlQuery>> statements_;

@@ -172,7 +172,7 @@ void writeListing(StoreConnection& connection, const ListingRow& row) {
 }
 
 ListingStatement selectPage(const StoreDialect& dialect, const ListQuery& query,
-                            const char* columns, std::int64_t from, std::int64_t most) {
+                            const QString& columns, std::int64_t from, std::int64_t most) {
     const QStringList keys = keysOf(query);
     const QString direction = query.isDescending ? " DESC" : "";
     QStringList named;
@@ -184,10 +184,10 @@ ListingStatement selectPage(const StoreDialect& dialect, const ListQuery& query,
     Search search = searchIn(dialect, "searched", query);
     search.values.emplace_back(qlonglong(most));
     search.values.emplace_back(qlonglong(from));
-    return {QString("SELECT ") + columns + " FROM (SELECT " + named.join(", ") +
-                " FROM listing WHERE " + search.condition + " ORDER BY " +
-                prefixed("", keys, direction) + " LIMIT ? OFFSET ?) AS page JOIN company ON id = " +
-                names.back() + " ORDER BY " + prefixed("", names, direction),
+    return {"SELECT " + columns + " FROM (SELECT " + named.join(", ") + " FROM listing WHERE " +
+                search.condition + " ORDER BY " + prefixed("", keys, direction) +
+                " LIMIT ? OFFSET ?) AS page JOIN company ON id = " + names.back() + " ORDER BY " +
+                prefixed("", names, direction),
             std::move(search.values)};
 }
 

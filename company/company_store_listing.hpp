@@ -37,7 +37,7 @@ struct ListingStatement {
 
 // The given columns of the companies on a page, in the order of the list.
 [[nodiscard]] ListingStatement selectPage(const StoreDialect& dialect, const ListQuery& query,
-                                          const char* columns, std::int64_t from,
+                                          const QString& columns, std::int64_t from,
                                           std::int64_t most);
 [[nodiscard]] ListingStatement selectCount(const StoreDialect& dialect, const ListQuery& query);
 [[nodiscard]] ListingStatement selectRank(const StoreDialect& dialect, const ListQuery& query,

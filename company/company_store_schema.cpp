@@ -5,6 +5,9 @@
 
 #include <QSet>
 
+#include <algorithm>
+#include <charconv>
+
 namespace vkr {
 
 namespace {
@@ -203,6 +206,20 @@ void addMissingColumns(StoreConnection& connection) {
                                connection.dialect().define(definition(column.kind)));
 }
 
+void countFigures(StoreConnection& connection) {
+    std::map<std::int64_t, FigureCounts> companies;
+    {
+        StoreConnection::Statement rows(
+            connection,
+            "SELECT company_id, series, count(*) FROM series GROUP BY company_id, series");
+        while (rows.next())
+            companies[rows.integer(0)][rows.text(1)] = static_cast<int>(rows.integer(2));
+    }
+    for (const auto& [id, counts] : companies)
+        connection.run("UPDATE company SET figures = ? WHERE id = ?",
+                       {textValue(figuresText(counts)), qlonglong(id)});
+}
+
 // The step at index n leads from version n to n + 1. Released steps are never changed. A new
 // datum needs no step of its own, only a new version: its column is added by itself.
 using Migration = void (*)(StoreConnection&);
@@ -221,6 +238,10 @@ constexpr Migration migrations[] = {
         addMissingColumns(connection); // that the listing is made of
         createListing(connection);
         fillListing(connection);
+    },
+    [](StoreConnection& connection) {
+        connection.execute("ALTER TABLE company ADD COLUMN figures TEXT NOT NULL DEFAULT ''");
+        countFigures(connection);
     },
 };
 static_assert(std::size(migrations) == schemaVersion);
@@ -264,6 +285,27 @@ void migrateSchema(StoreConnection& connection, const std::function<void()>& bef
         if (statement != nullptr)
             connection.execute(QString(statement).replace("%1", QString::number(schemaVersion)));
     transaction.commit();
+}
+
+std::string figuresText(const FigureCounts& counts) {
+    std::string text;
+    for (const auto& [series, count] : counts)
+        text += (text.empty() ? "" : " ") + series + ":" + std::to_string(count);
+    return text;
+}
+
+FigureCounts figureCounts(std::string_view text) {
+    FigureCounts counts;
+    while (!text.empty()) {
+        const std::string_view entry = text.substr(0, text.find(' '));
+        text.remove_prefix(std::min(text.size(), entry.size() + 1));
+        const auto colon = std::min(entry.find(':'), entry.size());
+        int count = 0;
+        std::from_chars(entry.data() + std::min(colon + 1, entry.size()),
+                        entry.data() + entry.size(), count);
+        counts.emplace(entry.substr(0, colon), count);
+    }
+    return counts;
 }
 
 const std::vector<StoreColumn>& storeColumns() {

@@ -6,6 +6,9 @@
 #include <QString>
 
 #include <functional>
+#include <map>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace vkr {
@@ -13,7 +16,7 @@ namespace vkr {
 // What a file holds, told without writing to it.
 enum class SchemaState { empty, current, older, newer, foreign };
 
-inline constexpr int schemaVersion = 3;
+inline constexpr int schemaVersion = 4;
 
 [[nodiscard]] SchemaState inspectSchema(StoreConnection& connection);
 // From whatever older version to the current one, in one transaction. `before` is done first, in
@@ -28,6 +31,12 @@ struct StoreColumn {
     Kind kind;
     std::variant<Datum, std::string_view> content; // or the name of the setting
 };
+
+// How many figures each series of a company has, as the column `figures` says it: a row that is
+// missing is no figure that is 0.
+using FigureCounts = std::map<std::string, int, std::less<>>;
+[[nodiscard]] std::string figuresText(const FigureCounts& counts);
+[[nodiscard]] FigureCounts figureCounts(std::string_view text);
 
 // Every datum that is no series, then the settings.
 [[nodiscard]] const std::vector<StoreColumn>& storeColumns();

@@ -155,6 +155,10 @@ bool CompanyWindow::save() {
             return true;
         }
         const StoreError& error = result.error();
+        if (error.attempted) { // what is saved next is this company, whether it is stored or not
+            id_ = error.attempted->id;
+            revision_ = error.attempted->revision;
+        }
         if (!error.conflict) {
             tellFault(
                 this, tr("%1 was not saved.").arg(title()),

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_csv.hpp"
 #include "company/company_store.hpp"
-#include "source_folder.hpp"
-#include "tests/store/store_tools.hpp"
+#include "tests/store/old_file.hpp"
 #include "tests/support/random_company.hpp"
 
 #include <QDir>
@@ -32,16 +31,6 @@ class CompanyStoreTest : public testing::Test {
     }
     [[nodiscard]] QStringList filesInFolder() const {
         return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    }
-
-    // A file of version 1.
-    void makeOldFile(const QString& path) const {
-        const OtherProgram old(path);
-        const QString script =
-            QString::fromUtf8(bytesOf(QStringLiteral(VKR_SOURCE_DIR "/tests/store/schema_1.sql")));
-        ASSERT_FALSE(script.isEmpty());
-        for (const QString& statement : script.split(";\n", Qt::SkipEmptyParts))
-            old.run(statement);
     }
 
     QTemporaryDir folder_;
@@ -213,7 +202,7 @@ TEST_F(CompanyStoreTest, AFileBroughtUpToDateIsLikeAFreshOne) {
         return lines;
     };
     EXPECT_EQ(shape(old), shape(fresh));
-    EXPECT_EQ(fresh.column("PRAGMA user_version"), QStringList("3"));
+    EXPECT_EQ(fresh.column("PRAGMA user_version"), QStringList("4"));
     const QStringList columns = fresh.column("SELECT name FROM pragma_table_info('company')");
     for (const DatumRow& row : datumTable()) {
         const QString name =
@@ -242,6 +231,24 @@ TEST_F(CompanyStoreTest, AMigrationThatFailsChangesNothing) {
     EXPECT_EQ(after.run("SELECT count(*) FROM company").toInt(), 2);
     EXPECT_EQ(after.run("SELECT count(*) FROM series").toInt(), 3);
     EXPECT_EQ(after.run("SELECT count(*) FROM sqlite_schema WHERE name = 'list_entry'").toInt(), 0);
+    EXPECT_EQ(filesInFolder().filter("backup"), QStringList()) << "of a file that is as it was";
+}
+
+TEST_F(CompanyStoreTest, AFileOfVersion3KeepsItsFiguresAndCountsThem) {
+    const auto record = test::RandomCompany(22).record();
+    ASSERT_DONE(open(file())->save(std::nullopt, *record));
+    {
+        const OtherProgram old(file());
+        old.run("ALTER TABLE company DROP COLUMN figures");
+        old.run("PRAGMA user_version = 3");
+    }
+    const auto loaded = open(file(), OpenMode::existing)->load(1);
+    ASSERT_DONE(loaded);
+    EXPECT_TRUE(sameAs(*loaded.value().record, *record));
+    EXPECT_TRUE(loaded.value().unreadable.empty());
+    OtherProgram(file()).run("DELETE FROM series WHERE series = 'YEPSSeries' AND element = "
+                             "(SELECT min(element) FROM series WHERE series = 'YEPSSeries')");
+    EXPECT_EQ(open(file())->load(1).value().unreadable, std::vector<std::string>{"YEPSSeries"});
 }
 
 TEST_F(CompanyStoreTest, AnOldFileThatIsBeingWrittenIsNotMigrated) {
@@ -638,6 +645,50 @@ TEST_F(CompanyStoreTest, AFileMovedAwayWhileOpenIsToldOnSaving) {
     EXPECT_EQ(save.error().fault, StoreFault::missing);
     ASSERT_TRUE(QFile::rename(file("moved.sqlite"), file()));
     EXPECT_DONE(store->save(key.id, *named("Y"), key.revision));
+}
+
+// A backup that was put in the place of the file, while the log of a program that was killed lay
+// beside it.
+TEST_F(CompanyStoreTest, ACopyBesideAStrangeLogIsNotShown) {
+    {
+        const auto store = open(file());
+        for (unsigned seed = 0; seed < 30; ++seed)
+            ASSERT_DONE(store->save(std::nullopt, *test::RandomCompany(seed).record()));
+    }
+    ASSERT_TRUE(QFile::copy(file(), file("copy.sqlite")));
+    {
+        const auto store = open(file());
+        for (unsigned seed = 0; seed < 30; ++seed)
+            ASSERT_DONE(store->save(std::nullopt, *test::RandomCompany(100 + seed).record()));
+    }
+    const auto saveAndDie = [&] {
+        const auto store = open(file(), OpenMode::existing);
+        if (store->save(3, *test::RandomCompany(300).record(), 1))
+            std::raise(SIGKILL);
+    };
+    EXPECT_EXIT(saveAndDie(), testing::KilledBySignal(SIGKILL), "");
+    ASSERT_GT(QFileInfo(file() + "-wal").size(), 0);
+    const QByteArray copy = bytesOf(file("copy.sqlite"));
+    const auto putInPlace = [&](const QByteArray& bytes) {
+        QFile place(file());
+        ASSERT_TRUE(place.open(QIODevice::WriteOnly));
+        place.write(bytes);
+    };
+    const QByteArray whole = bytesOf(file());
+    putInPlace(copy);
+    const auto opened = tryOpen(file(), OpenMode::existing);
+    ASSERT_FALSE(opened);
+    EXPECT_EQ(opened.error().fault, StoreFault::corrupt) << opened.error().message;
+    EXPECT_NE(opened.error().message.find("companies.sqlite-wal"), std::string::npos);
+    EXPECT_EQ(bytesOf(file()), copy) << "the copy is as it was";
+
+    // Together with its own file the log is welcome, without one so is the copy.
+    putInPlace(whole);
+    EXPECT_EQ(open(file(), OpenMode::existing)->load(3).value().revision, 2);
+    for (const char* suffix : {"-wal", "-shm"})
+        QFile::remove(file() + suffix);
+    putInPlace(copy);
+    EXPECT_EQ(open(file(), OpenMode::existing)->list().value().size(), 30U);
 }
 
 TEST(ListQueryTest, GoesOnWhereItCanOnlyLeaveCompaniesOut) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What only a store on a server can meet.
+#include "tests/store/cut_line.hpp"
 #include "tests/store/store_places.hpp"
 #include "tests/support/random_company.hpp"
 
@@ -36,6 +37,7 @@ class PostgreSQLStore : public testing::Test {
         old.run("DROP TABLE list_entry");
         old.run("DROP TABLE change_log");
         old.run("ALTER TABLE company DROP COLUMN \"Notes\"");
+        old.run("ALTER TABLE company DROP COLUMN figures");
         old.run("COMMENT ON TABLE company IS 'companies, version 1'");
     }
 
@@ -253,6 +255,124 @@ TEST_F(PostgreSQLStore, AServerThatWentAwayIsToldAndFoundAgain) {
     ASSERT_EQ(server().absence(), "");
     EXPECT_EQ(store->save(1, *record, 1).value().revision, 2);
     EXPECT_TRUE(sameAs(*store->load(1).value().record, *record));
+}
+
+// What became of a save whose answer got lost.
+class PostgreSQLCut : public PostgreSQLStore {
+  protected:
+    void SetUp() override {
+        PostgreSQLStore::SetUp();
+        if (IsSkipped())
+            return;
+        line_ = std::make_unique<CutLine>(QUrl(place()).port());
+        QUrl cut(place());
+        cut.setPort(line_->port());
+        ASSERT_NE(open(place()), nullptr);
+        store_ = open(cut.toString(QUrl::FullyEncoded), OpenMode::existing);
+        ASSERT_NE(store_, nullptr);
+    }
+    [[nodiscard]] CutLine& line() { return *line_; }
+    [[nodiscard]] CompanyStore& store() { return *store_; }
+    [[nodiscard]] std::vector<CompanySummary> stored() const {
+        return open(place(), OpenMode::existing)->list().value();
+    }
+
+  private:
+    std::unique_ptr<CutLine> line_;
+    StorePtr store_;
+};
+
+TEST_F(PostgreSQLCut, AnAnswerThatGetsLostIsLookedUp) {
+    const auto record = RandomCompany(1).record();
+    line().cut(CutLine::At::answer);
+    const auto made = store().save(std::nullopt, *record);
+    ASSERT_DONE(made);
+    EXPECT_EQ(made.value().revision, 1);
+    EXPECT_EQ(stored().size(), 1U);
+    record->put_City("elsewhere");
+    line().cut(CutLine::At::answer);
+    EXPECT_EQ(store().save(made.value().id, *record, 1).value().revision, 2);
+    EXPECT_TRUE(sameAs(*store().load(made.value().id).value().record, *record));
+    line().cut(CutLine::At::answer);
+    EXPECT_DONE(store().remove(made.value().id, 2));
+    EXPECT_TRUE(stored().empty());
+}
+
+TEST_F(PostgreSQLCut, ACommitThatNeverArrivedIsToldAndChangesNothing) {
+    const auto record = RandomCompany(2).record();
+    line().cut(CutLine::At::commit);
+    const auto refused = store().save(std::nullopt, *record);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().fault, StoreFault::unreachable) << refused.error().message;
+    EXPECT_FALSE(refused.error().attempted);
+    EXPECT_TRUE(stored().empty());
+    ASSERT_DONE(store().save(std::nullopt, *record));
+    EXPECT_EQ(stored().size(), 1U);
+}
+
+TEST_F(PostgreSQLCut, WhereItCannotBeLookedUpSavingAgainMakesNoSecondCompany) {
+    for (const bool arrives : {true, false})
+        for (const bool underTheKey : {true, false}) {
+            SCOPED_TRACE(std::string(arrives ? "arrives" : "lost") + (underTheKey ? ", key" : ""));
+            const std::size_t before = stored().size();
+            const auto record = RandomCompany(static_cast<unsigned>(before) + 10).record();
+            line().stayDead(true);
+            line().cut(arrives ? CutLine::At::answer : CutLine::At::commit);
+            const auto uncertain = store().save(std::nullopt, *record);
+            ASSERT_FALSE(uncertain);
+            EXPECT_EQ(uncertain.error().fault, StoreFault::uncertain) << uncertain.error().message;
+            EXPECT_EQ(uncertain.error().message.find("Nothing was changed"), std::string::npos);
+            ASSERT_TRUE(uncertain.error().attempted);
+            const CompanyKey attempted = *uncertain.error().attempted;
+            EXPECT_FALSE(store().save(std::nullopt, *named("other")));
+            line().mend();
+
+            CompanyKey key;
+            if (underTheKey) {
+                record->put_City("corrected meanwhile");
+                const auto again = store().save(attempted.id, *record, attempted.revision);
+                ASSERT_DONE(again);
+                key = again.value();
+            } else {
+                const auto again = store().save(std::nullopt, *record);
+                ASSERT_DONE(again);
+                key = again.value();
+            }
+            EXPECT_EQ(stored().size(), before + 1);
+            const auto loaded = store().load(key.id);
+            ASSERT_DONE(loaded);
+            EXPECT_EQ(loaded.value().revision, key.revision);
+            EXPECT_TRUE(sameAs(*loaded.value().record, *record));
+            // From then on the company is like any other.
+            record->put_City("once more");
+            EXPECT_EQ(store().save(key.id, *record, key.revision).value().revision,
+                      key.revision + 1);
+            ASSERT_DONE(store().save(std::nullopt, *record));
+            EXPECT_EQ(stored().size(), before + 2);
+        }
+}
+
+TEST_F(PostgreSQLCut, ASaveOfUnknownOutcomeGoesOnFromWhatBecameOfIt) {
+    const auto record = RandomCompany(3).record();
+    auto key = store().save(std::nullopt, *record).value();
+    for (const bool arrives : {true, false}) {
+        SCOPED_TRACE(arrives);
+        line().stayDead(true);
+        line().cut(arrives ? CutLine::At::answer : CutLine::At::commit);
+        record->put_City("first " + std::to_string(arrives));
+        const auto uncertain = store().save(key.id, *record, key.revision);
+        ASSERT_FALSE(uncertain);
+        ASSERT_TRUE(uncertain.error().attempted);
+        line().mend();
+        record->put_City("second " + std::to_string(arrives));
+        const auto again = store().save(uncertain.error().attempted->id, *record,
+                                        uncertain.error().attempted->revision);
+        ASSERT_DONE(again);
+        EXPECT_EQ(again.value().revision, key.revision + (arrives ? 2 : 1));
+        EXPECT_EQ(stored().size(), 1U);
+        EXPECT_TRUE(sameAs(*store().load(key.id).value().record, *record));
+        key = again.value();
+    }
 }
 
 } // namespace

@@ -50,6 +50,8 @@ TEST_P(StoreContract, OddTextsComeBackAsTheyWere) {
         everyByte,
         "\ufeffmark",
         "\ufeff\ufeff",
+        "\ufffe\uffff",
+        "a\uffff b\ufffe",
         "'; DROP TABLE company; --",
         "\u202eright to left\u202c",
         "👩‍👩‍👧‍👦 e\u0301 漢字 \U0010ffff",
@@ -138,6 +140,7 @@ TEST_P(StoreContract, WhatAnotherProgramLeftUnreadableIsToldAndTheRestIsRead) {
         {"UPDATE company SET \"intUnit\" = -70000", "intUnit"},
         {"INSERT INTO series VALUES (1, 'QEPSSeries', 35, 1)", "QEPSSeries"},
         {"INSERT INTO series VALUES (1, 'ZSeries', 0, 1)", "ZSeries"},
+        {"DELETE FROM series WHERE series = 'YEPSSeries'", "YEPSSeries"},
         {"INSERT INTO series VALUES (1, 'YLowSeries', 1, {-infinity}) "
          "ON CONFLICT (company_id, series, element) DO UPDATE SET value = excluded.value",
          "YLowSeries"},

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Windows and programs that have the same company open.
 #include "tests/store/child_program.hpp"
+#include "tests/store/old_file.hpp"
 #include "tests/store/store_places.hpp"
+
+#include <QDir>
 
 #include <csignal>
 
@@ -61,6 +64,59 @@ TEST_P(TwoPrograms, LoseNoneOfTheirSaves) {
     ASSERT_DONE(loaded);
     EXPECT_EQ(loaded.value().record->get_CurrentPrice(), programs * increments);
     EXPECT_EQ(loaded.value().revision, 1 + programs * increments);
+}
+
+// Each makes the file, or finds it made.
+TEST(TwoProgramsAtOneFile, MakeItWithoutTakingAwayWhatTheOtherSaved) {
+    static constexpr int programs = 4;
+    for (int round = 0; round < 25; ++round) {
+        SCOPED_TRACE(round);
+        const QTemporaryDir folder;
+        const QString place = folder.filePath("companies.vkr");
+        int saved = 0;
+        {
+            std::vector<std::unique_ptr<ChildProgram>> children;
+            for (int i = 0; i < programs; ++i)
+                children.push_back(std::make_unique<ChildProgram>([&](ChildProgram::Report report) {
+                    const auto store =
+                        tryOpen(place, OpenMode::create, "test@here", std::chrono::milliseconds(5));
+                    report(store && store.value()->save(std::nullopt, *named("X")) ? 1 : 0);
+                }));
+            for (const auto& child : children)
+                saved += static_cast<int>(child->next().value_or(-100));
+        }
+        const auto list = open(place, OpenMode::existing)->list();
+        ASSERT_DONE(list);
+        EXPECT_EQ(list.value().size(), static_cast<std::size_t>(saved));
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+                  QStringList("companies.vkr"));
+    }
+}
+
+TEST(TwoProgramsAtOneFile, BringItUpToDateTogetherWithOneCopy) {
+    static constexpr int programs = 4;
+    for (int round = 0; round < 10; ++round) {
+        SCOPED_TRACE(round);
+        const QTemporaryDir folder;
+        const QString place = folder.filePath("companies.vkr");
+        makeOldFile(place);
+        {
+            std::vector<std::unique_ptr<ChildProgram>> children;
+            for (int i = 0; i < programs; ++i)
+                children.push_back(std::make_unique<ChildProgram>([&](ChildProgram::Report report) {
+                    const auto store = tryOpen(place, OpenMode::existing, "test@here",
+                                               std::chrono::milliseconds(20'000));
+                    if (!store)
+                        std::fprintf(stderr, "%s\n", messageOf(store).c_str());
+                    report(store ? static_cast<int>(store.value()->list().value().size()) : -1);
+                }));
+            for (const auto& child : children)
+                EXPECT_EQ(child->next(), 2);
+        }
+        EXPECT_EQ(QDir(folder.path()).entryList({"*-backup-*"}).size(), 1);
+        EXPECT_EQ(open(place, OpenMode::existing)->load(1).value().record->get_Notes(),
+                  "kept from version 1");
+    }
 }
 
 TEST_P(TwoPrograms, TwoWindowsThatTakeTurnsLoseNothing) {
