@@ -23,10 +23,6 @@ namespace vkr {
 
 namespace {
 
-PixelScale scaleOf(const FormView* view, const QWidget& owner) {
-    return view != nullptr ? view->scale() : PixelScale(owner.logicalDpiX());
-}
-
 constexpr int buttonsMask = 0x0F;
 constexpr int iconMask = 0x70;
 constexpr int defaultMask = 0x300;
@@ -63,6 +59,21 @@ QMessageBox::Icon iconOf(int code) {
     }
 }
 
+// A window that its parent may delete while it is open.
+template <typename Window>
+class Opened {
+  public:
+    explicit Opened(Window* window) : window_(window) {}
+    Opened(const Opened&) = delete;
+    Opened& operator=(const Opened&) = delete;
+    ~Opened() { delete window_; }
+    [[nodiscard]] Window* get() const { return window_; }
+    Window* operator->() const { return window_; }
+
+  private:
+    QPointer<Window> window_;
+};
+
 MessageAnswer answerOf(int button, const QList<QMessageBox::StandardButton>& offered) {
     switch (button) {
     case QMessageBox::Yes:
@@ -73,14 +84,42 @@ MessageAnswer answerOf(int button, const QList<QMessageBox::StandardButton>& off
         return MessageAnswer::cancel;
     default:
         // Closed without an answer. A question is not agreed to that way.
-        return offered.contains(QMessageBox::No) ? MessageAnswer::no : MessageAnswer::ok;
+        return offered.contains(QMessageBox::No)       ? MessageAnswer::no
+               : offered.contains(QMessageBox::Cancel) ? MessageAnswer::cancel
+                                                       : MessageAnswer::ok;
     }
 }
 
 } // namespace
 
+QtServices::Call::Call(QtServices& services, QWidget* window) : services_(services) {
+    services_.calls_.emplace_back(window);
+}
+
+QtServices::Call::~Call() {
+    services_.calls_.pop_back();
+    // Not before the event that all of this began with is done.
+    if (services_.calls_.empty() && services_.remains_ != nullptr)
+        services_.remains_->deleteLater();
+}
+
+void QtServices::leave(QObject& remains) {
+    remains_ = &remains;
+    owner_.clear();
+    for (const auto& open : calls_)
+        if (open != nullptr)
+            open->hide(); // which ends its loop
+}
+
+PixelScale QtServices::scale() const {
+    return view_ != nullptr ? view_->scale()
+           : owner_ != nullptr
+               ? PixelScale(owner_->logicalDpiX())
+               : PixelScale(QGuiApplication::primaryScreen()->logicalDotsPerInchX());
+}
+
 QWidget* QtServices::window() {
-    return owner_.window();
+    return owner_->window();
 }
 
 void QtServices::interrupt() {
@@ -90,23 +129,26 @@ void QtServices::interrupt() {
 
 MessageAnswer QtServices::messageBox(const std::string& text, int buttons,
                                      const std::string& title) {
+    const auto offered = buttonsOf(buttons);
+    if (owner_ == nullptr)
+        return answerOf(QMessageBox::NoButton, offered);
     interrupt();
     QString lines = toQt(text);
     lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
-    QMessageBox box(window());
-    box.setTextFormat(Qt::PlainText);
-    box.setIcon(iconOf(buttons));
-    box.setWindowTitle(toQt(title));
-    box.setText(lines);
-    const auto offered = buttonsOf(buttons);
+    const Opened<QMessageBox> box(new QMessageBox(window()));
+    box->setTextFormat(Qt::PlainText);
+    box->setIcon(iconOf(buttons));
+    box->setWindowTitle(toQt(title));
+    box->setText(lines);
     for (const auto button : offered)
-        box.addButton(button);
+        box->addButton(button);
     const auto chosen = (buttons & defaultMask) / message_box::defaultSecondButton;
-    box.setDefaultButton(offered.at(std::min<qsizetype>(chosen, offered.size() - 1)));
-    box.setEscapeButton(offered.contains(QMessageBox::Cancel) ? QMessageBox::Cancel
-                        : offered.contains(QMessageBox::No)   ? QMessageBox::No
-                                                              : QMessageBox::Ok);
-    return answerOf(box.exec(), offered);
+    box->setDefaultButton(offered.at(std::min<qsizetype>(chosen, offered.size() - 1)));
+    box->setEscapeButton(offered.contains(QMessageBox::Cancel) ? QMessageBox::Cancel
+                         : offered.contains(QMessageBox::No)   ? QMessageBox::No
+                                                               : QMessageBox::Ok);
+    const Call call(*this, box.get());
+    return answerOf(box->exec(), offered);
 }
 
 bool QtServices::clipboardHasText() {
@@ -131,37 +173,48 @@ Date QtServices::today() {
 }
 
 Twips QtServices::screenWidth() {
-    return scaleOf(view_, owner_).twips(owner_.screen()->geometry().width());
+    const QScreen* screen = owner_ != nullptr ? owner_->screen() : QGuiApplication::primaryScreen();
+    return scale().twips(screen->geometry().width());
 }
 
 std::optional<Color> QtServices::chooseColor(Color current) {
+    if (owner_ == nullptr)
+        return std::nullopt;
     interrupt();
     const QColor start = toQt(current);
-    QColorDialog dialog(start.isValid() ? start : owner_.palette().color(QPalette::Window),
-                        window());
-    if (dialog.exec() != QDialog::Accepted)
+    const Opened<QColorDialog> dialog(new QColorDialog(
+        start.isValid() ? start : owner_->palette().color(QPalette::Window), window()));
+    const Call call(*this, dialog.get());
+    if (dialog->exec() != QDialog::Accepted || dialog.get() == nullptr)
         return std::nullopt;
-    return fromQt(dialog.selectedColor());
+    return fromQt(dialog->selectedColor());
 }
 
 void QtServices::showModal(CalendarForm& form) {
+    if (owner_ == nullptr) {
+        form.pressCancel();
+        return;
+    }
     interrupt();
-    CalendarDialog dialog(form, window());
+    const Opened<CalendarDialog> dialog(new CalendarDialog(form, window()));
     const auto* field =
         view_ == nullptr || form.owner() == nullptr ? nullptr : view_->widgetOf(*form.owner());
     if (field != nullptr && field->isVisible()) {
         // Right below the field, or above it where the screen ends.
-        dialog.adjustSize();
+        dialog->adjustSize();
         const QRect place(field->mapToGlobal(QPoint()), field->size());
         const QRect screen = field->screen()->availableGeometry();
         QPoint corner = place.bottomLeft() + QPoint(0, 1);
-        if (corner.y() + dialog.height() > screen.bottom())
-            corner.setY(std::max(screen.top(), place.top() - dialog.height()));
+        if (corner.y() + dialog->height() > screen.bottom())
+            corner.setY(std::max(screen.top(), place.top() - dialog->height()));
         corner.setX(std::clamp(corner.x(), screen.left(),
-                               std::max(screen.left(), screen.right() - dialog.width())));
-        dialog.move(corner);
+                               std::max(screen.left(), screen.right() - dialog->width())));
+        dialog->move(corner);
     }
-    dialog.exec();
+    const Call call(*this, dialog.get());
+    dialog->exec();
+    if (form.visible()) // it was closed by nobody
+        form.pressCancel();
 }
 
 void QtServices::tellRefused(TextField& field, const std::string& note) {
@@ -181,37 +234,38 @@ void QtServices::undo(TextField& field) {
 }
 
 QFont QtServices::font() const {
-    return view_ != nullptr ? view_->font() : FormView::fontFor(scaleOf(nullptr, owner_));
+    return view_ != nullptr ? view_->font() : FormView::fontFor(scale());
 }
 
 Twips QtServices::textWidth(std::string_view text) {
-    return scaleOf(view_, owner_).twips(QFontMetricsF(font()).horizontalAdvance(toQt(text)));
+    return scale().twips(QFontMetricsF(font()).horizontalAdvance(toQt(text)));
 }
 
 Twips QtServices::textHeight() {
-    return scaleOf(view_, owner_).twips(QFontMetricsF(font()).height());
+    return scale().twips(QFontMetricsF(font()).height());
 }
 
 int QtServices::popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) {
-    if (view_ == nullptr)
+    if (view_ == nullptr || owner_ == nullptr)
         return -1;
     interrupt();
-    QMenu menu(view_);
+    const Opened<QMenu> menu(new QMenu(view_));
     for (const auto* item : items) {
         if (!item->visible())
             continue;
         if (item->caption() == "-") {
-            menu.addSeparator();
+            menu->addSeparator();
             continue;
         }
-        auto* action = menu.addAction(toQt(item->caption()));
+        auto* action = menu->addAction(toQt(item->caption()));
         action->setEnabled(item->enabled());
         action->setData(item->index());
     }
     const QPoint place(view_->scale().pixels(left), view_->scale().pixels(top));
+    const Call call(*this, menu.get());
     const auto* chosen =
-        menu.exec(view_->pressPlace().value_or(view_->mapToGlobal(place))); // under the pointer
-    return chosen == nullptr ? -1 : chosen->data().toInt();
+        menu->exec(view_->pressPlace().value_or(view_->mapToGlobal(place))); // under the pointer
+    return chosen == nullptr || menu.get() == nullptr ? -1 : chosen->data().toInt();
 }
 
 std::shared_ptr<Object> QtServices::createObject(std::string_view programmaticId) {
@@ -223,6 +277,7 @@ std::string QtServices::applicationTitle() {
 }
 
 void QtServices::propertyChanged(std::string_view name) {
+    const Call call(*this);
     if (propertyHasChanged)
         propertyHasChanged(name);
 }

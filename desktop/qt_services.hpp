@@ -10,14 +10,32 @@
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
 namespace vkr {
 
-// The desktop as the component sees it, on Qt. Dialogs belong to the window of the owner.
+// The desktop as the component sees it, on Qt. Dialogs belong to the window of the owner; without
+// an owner, which may be destroyed while one is open, every question is answered with no.
 class QtServices final : public Services {
   public:
-    // The owner must outlive the services.
-    explicit QtServices(QWidget& owner) : owner_(owner) {}
+    explicit QtServices(QWidget& owner) : owner_(&owner) {}
+
+    // A call that has not returned to the component yet: a dialog or a menu is open, or the host
+    // handles an event.
+    class Call {
+      public:
+        explicit Call(QtServices& services, QWidget* window = nullptr);
+        Call(const Call&) = delete;
+        Call& operator=(const Call&) = delete;
+        ~Call();
+
+      private:
+        QtServices& services_;
+    };
+    [[nodiscard]] bool isCalling() const { return !calls_.empty(); }
+    // The owner goes: closes what is open. `remains` has all that the calls return to, these
+    // services included, and is deleted when they have.
+    void leave(QObject& remains);
 
     void setView(FormView* view) { view_ = view; }
     // Objects that the component creates by their identifier.
@@ -53,8 +71,12 @@ class QtServices final : public Services {
     void interrupt();
     [[nodiscard]] QFont font() const;
 
-    QWidget& owner_;
+    [[nodiscard]] PixelScale scale() const;
+
+    QPointer<QWidget> owner_;
     QPointer<FormView> view_;
+    std::vector<QPointer<QWidget>> calls_; // the window of each, null for a handler of the host's
+    QPointer<QObject> remains_;
     ObjectFactory factory_;
     QString title_ = QStringLiteral("Data Entry");
     bool userMode_ = true;

@@ -9,6 +9,8 @@
 #include "desktop/qt_values.hpp"
 #include "localizer/localizer.hpp"
 
+#include <QPointer>
+
 #include <algorithm>
 
 namespace vkr {
@@ -45,32 +47,62 @@ class VKRDataEntryWidget::Events final : public VKRDataEntryEvents {
     explicit Events(VKRDataEntryWidget& widget) : widget_(widget) {}
 
     void TabChange(TABObject intTab) override {
+        const QtServices::Call call(*widget_.services_);
+        const QPointer<VKRDataEntryWidget> stays(&widget_);
         emit widget_.tabChange(intTab);
-        emit widget_.currentTabChanged();
+        if (stays)
+            emit widget_.currentTabChanged();
     }
-    void MoreHelp(std::int16_t intObject) override { emit widget_.moreHelp(intObject); }
+    void MoreHelp(std::int16_t intObject) override {
+        tell(&VKRDataEntryWidget::moreHelp, intObject);
+    }
     void Assistant(std::int16_t enumObject, const Variant& vntValue) override {
-        emit widget_.assistant(enumObject, variantOf(vntValue));
+        tell(&VKRDataEntryWidget::assistant, enumObject, variantOf(vntValue));
     }
     void UnloadRequest(UnloadModeType enumMode) override {
-        emit widget_.unloadRequest(enumMode);
-        if (enumMode == ulConfirm)
-            emit widget_.accepted();
-        else
-            emit widget_.rejected();
+        const QPointer<VKRDataEntryWidget> stays(&widget_);
+        tell(&VKRDataEntryWidget::unloadRequest, enumMode);
+        if (stays)
+            tell(enumMode == ulConfirm ? &VKRDataEntryWidget::accepted
+                                       : &VKRDataEntryWidget::rejected);
     }
     void UpdatePrice(const std::shared_ptr<iVKR_Company>& /*objCompany*/) override {
-        emit widget_.updatePrice();
+        tell(&VKRDataEntryWidget::updatePrice);
     }
     void UpdateData(const std::shared_ptr<iVKR_Company>& /*objCompany*/) override {
-        emit widget_.updateData();
+        tell(&VKRDataEntryWidget::updateData);
     }
     void UpdateQDataOnly(const std::shared_ptr<iVKR_Company>& /*objCompany*/) override {
-        emit widget_.updateQDataOnly();
+        tell(&VKRDataEntryWidget::updateQDataOnly);
     }
 
   private:
+    // A handler may delete the widget.
+    template <typename Signal, typename... Values>
+    void tell(Signal signal, Values... values) {
+        const QtServices::Call call(*widget_.services_);
+        emit(widget_.*signal)(values...);
+    }
+
     VKRDataEntryWidget& widget_;
+};
+
+// What a widget leaves behind that is destroyed while calls of its component have not returned.
+class VKRDataEntryWidget::Remains final : public QObject {
+  public:
+    explicit Remains(VKRDataEntryWidget& widget)
+        : view_(widget.view_), services_(std::move(widget.services_)),
+          events_(std::move(widget.events_)), entry_(std::move(widget.entry_)) {
+        view_->setParent(nullptr);
+        services_->leave(*this);
+    }
+    ~Remains() override { delete view_; } // before the form it shows
+
+  private:
+    QPointer<FormView> view_;
+    std::unique_ptr<QtServices> services_;
+    std::unique_ptr<Events> events_;
+    std::unique_ptr<VKRDataEntry> entry_;
 };
 
 VKRDataEntryWidget::VKRDataEntryWidget(QWidget* parent)
@@ -88,13 +120,13 @@ VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* pa
     entry_->stateChanged = [this] { stateChanged(); };
 
     view_ = new FormView(entry_->form(), this);
-    view_->wheelTurned = [this](int steps) {
-        if (currentTab() != toYearly && currentTab() != toQuarterly)
+    view_->wheelTurned = [entry = entry_.get()](int steps) {
+        if (entry->get_CurrentTab() != toYearly && entry->get_CurrentTab() != toQuarterly)
             return false;
         for (int turned = 0; turned != steps; turned += steps < 0 ? -1 : 1) {
             std::int16_t key = steps < 0 ? keys::up : keys::down;
             std::int16_t shift = shifts::none;
-            entry_->ScrollMouse(key, shift);
+            entry->ScrollMouse(key, shift);
         }
         return true;
     };
@@ -108,20 +140,27 @@ VKRDataEntryWidget::~VKRDataEntryWidget() {
     services_->propertyHasChanged = nullptr;
     entry_->setEvents(nullptr);
     entry_->stateChanged = nullptr;
-    delete view_; // before the form it shows
+    if (services_->isCalling())
+        new Remains(*this); // deletes itself
+    else
+        delete view_; // before the form it shows
 }
 
 // --- the record ----------------------------------------------------------------------------------
 
 void VKRDataEntryWidget::setCompany(std::shared_ptr<iVKR_Company> company) {
+    const QPointer<VKRDataEntryWidget> stays(this);
     entry_->put_objCompany(company);
+    if (!stays)
+        return;
     record_ = company != nullptr ? std::move(company) : entry_->get_objCompany();
     stateChanged();
 }
 
 std::shared_ptr<iVKR_Company> VKRDataEntryWidget::company() {
+    const QPointer<VKRDataEntryWidget> stays(this);
     entry_->leaveField();
-    return entry_->get_objCompany();
+    return stays ? entry_->get_objCompany() : nullptr;
 }
 
 std::vector<MarkedField> VKRDataEntryWidget::unstoredFields() const {
@@ -152,9 +191,13 @@ QString VKRDataEntryWidget::windowTitleFor(QString title) {
 }
 
 void VKRDataEntryWidget::stateChanged() {
+    const QtServices::Call call(*services_);
+    const QPointer<VKRDataEntryWidget> stays(this);
     if (const bool dirty = entry_->get_blnDirty(); dirty != dirty_) {
         dirty_ = dirty;
         emit dirtyChanged(dirty);
+        if (!stays)
+            return;
     }
     if (const QString title = recordTitle(); title != title_) {
         title_ = title;
@@ -318,10 +361,13 @@ bool VKRDataEntryWidget::isDirty() const {
     return entry_->get_blnDirty();
 }
 void VKRDataEntryWidget::setDirty(bool dirty) {
+    const QPointer<VKRDataEntryWidget> stays(this);
     if (!dirty)
         entry_->leaveField(); // what is still being typed is committed too
-    entry_->put_blnDirty(dirty);
-    stateChanged();
+    if (stays)
+        entry_->put_blnDirty(dirty);
+    if (stays)
+        stateChanged();
 }
 QString VKRDataEntryWidget::applicationTitle() const {
     return services_->title();

@@ -213,6 +213,7 @@ class VKRDataEntryWidget : public QWidget {
 
   private:
     class Events;
+    class Remains;
 
     void notify(std::string_view property);
     void stateChanged();
