@@ -156,6 +156,12 @@ QString backupName(const QString& path) {
     return name;
 }
 
+// With what the database lays beside it.
+void removeFile(const QString& path) {
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"})
+        QFile::remove(path + suffix);
+}
+
 // A copy is made by the database itself, which other windows may be writing to, and counts only
 // when it was opened again and found sound.
 QString backUpFile(const StoreLocation& file, std::chrono::milliseconds patience) {
@@ -173,7 +179,7 @@ QString backUpFile(const StoreLocation& file, std::chrono::milliseconds patience
         if (made.integer(countCompanies) != original.integer(countCompanies))
             fail(StoreFault::other, file, "the backup copy is not complete");
     } catch (...) {
-        QFile::remove(copy.path);
+        removeFile(copy.path);
         throw;
     }
     return copy.path;
@@ -224,11 +230,6 @@ struct Opening {
     QString backup;
 };
 
-void removeFile(const QString& path) {
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"})
-        QFile::remove(path + suffix);
-}
-
 // A new file gets its name when it is whole: another program that makes the same one finds all of
 // it or nothing, and what failed is taken away without taking away anybody else's.
 void makeFile(const StoreLocation& file, std::chrono::milliseconds patience) {
@@ -277,7 +278,7 @@ Opening openFile(const StoreLocation& file, OpenMode mode, std::chrono::millisec
         migrateSchema(*opening.connection, copyFirst);
     } catch (...) {
         if (!opening.backup.isEmpty())
-            QFile::remove(opening.backup); // of a file that is as it was
+            removeFile(opening.backup); // of a file that is as it was
         throw;
     }
     return opening;

@@ -299,7 +299,8 @@ QString StoreConnection::damage() {
         size = file.read(block.data(), block.size());
     if (size < 0 || found.isEmpty())
         throw StoreFailure(
-            describeFault(StoreFault::other, location_, file.errorString().toStdString()));
+            describeFault(StoreFault::other, location_,
+                          size < 0 ? file.errorString().toStdString() : "a read failed"));
     return found;
 }
 

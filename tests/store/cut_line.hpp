@@ -107,7 +107,8 @@ class CutLine {
     }
     bool fromClient(Call& call) {
         const std::string_view said = hear(call.client);
-        if (cut_ != At::nothing && said.find("COMMIT") != std::string_view::npos) {
+        static constexpr std::string_view commit("COMMIT", 7); // with the end of the statement
+        if (cut_ != At::nothing && said.find(commit) != std::string_view::npos) {
             call.awaitsAnswer = cut_ == At::answer;
             cut_ = At::nothing;
             isDead_ = staysDead_.load();

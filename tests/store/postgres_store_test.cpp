@@ -268,8 +268,11 @@ class PostgreSQLCut : public PostgreSQLStore {
         QUrl cut(place());
         cut.setPort(line_->port());
         ASSERT_NE(open(place()), nullptr);
-        store_ = open(cut.toString(QUrl::FullyEncoded), OpenMode::existing);
-        ASSERT_NE(store_, nullptr);
+        // A server takes a moment to see that a line was cut.
+        auto opened = tryOpen(cut.toString(QUrl::FullyEncoded), OpenMode::existing, "test@here",
+                              std::chrono::milliseconds(20'000));
+        ASSERT_DONE(opened);
+        store_ = std::move(opened.value());
     }
     [[nodiscard]] CutLine& line() { return *line_; }
     [[nodiscard]] CompanyStore& store() { return *store_; }
