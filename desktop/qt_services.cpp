@@ -82,6 +82,8 @@ MessageAnswer answerOf(int button, const QList<QMessageBox::StandardButton>& off
         return MessageAnswer::no;
     case QMessageBox::Cancel:
         return MessageAnswer::cancel;
+    case QMessageBox::Ok:
+        return MessageAnswer::ok;
     default:
         // Closed without an answer. A question is not agreed to that way.
         return offered.contains(QMessageBox::No)       ? MessageAnswer::no
