@@ -161,6 +161,10 @@ void CompanyFields::clear(TABObject page) {
 }
 
 void CompanyFields::leave(const CompanyField& field) {
+    session_.guarded(control(field), [&] { takeText(field); });
+}
+
+void CompanyFields::takeText(const CompanyField& field) {
     TextField& left = control(field);
     const bool untouched = isUntouched(left);
     const bool changed = checkFieldChange(left, session_);

@@ -71,6 +71,7 @@ class CompanyFields {
 
   private:
     [[nodiscard]] TextField& control(const CompanyField& field) const;
+    void takeText(const CompanyField& field);
     void writeBack(const CompanyField& field);
     void storeDate(const CompanyField& field, TextField& control);
     void storeNumber(const CompanyField& field, TextField& control);

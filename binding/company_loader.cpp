@@ -144,7 +144,8 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
     VariantArray& figures = hidden.array();
     const int lower = std::max({figures.lower(), first.array().lower(), second.array().lower()});
     const int upper = std::min({figures.upper(), first.array().upper(), second.array().upper()});
-    for (int i = lower; i <= upper; ++i) {
+    for (std::int64_t next = lower; next <= upper; ++next) { // the bounds may be the ends of int
+        const int i = static_cast<int>(next);
         const double one = first.array().number(i);
         const double other = second.array().number(i);
         if (one > 0 && other > 0 && std::isfinite(one) && std::isfinite(other))
@@ -170,14 +171,14 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
 
     if (lacksDate(session, Datum::LastQDateForGrid))
         attempt([&] { company.put_LastQDate(endOfLastYear(session)); });
-    quarterly.showSpan();
+    attempt([&] { quarterly.showSpan(); });
     if (lacksDate(session, Datum::LastFYDate))
         attempt([&] { company.put_LastFYDate(endOfLastYear(session)); });
     attempt([&] { company.put_LastFY(company.get_LastFY()); });
-    yearly.showSpan();
+    attempt([&] { yearly.showSpan(); });
 
     fields.load(LoadStep::choices);
-    loadReportingPeriod(session);
+    attempt([&] { loadReportingPeriod(session); });
     fields.load(LoadStep::companyNumbers);
     for (const Datum datum : {Datum::PriceUpdatedDate, Datum::LastUpdate})
         if (lacksDate(session, datum))
@@ -188,10 +189,10 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
 
     showSeries(session, yearly, yearlySeries);
     showSeries(session, quarterly, quarterlySeries);
-    loadSettings(session);
-    yearly.showChoice(ColumnChoice::income);
-    yearly.showChoice(ColumnChoice::equity);
-    quarterly.showChoice(ColumnChoice::income);
+    attempt([&] { loadSettings(session); });
+    attempt([&] { yearly.showChoice(ColumnChoice::income); });
+    attempt([&] { yearly.showChoice(ColumnChoice::equity); });
+    attempt([&] { quarterly.showChoice(ColumnChoice::income); });
 }
 
 void commitCompany(Session& session, std::optional<Date> lastQuarter) {

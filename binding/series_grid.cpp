@@ -258,6 +258,11 @@ void SeriesGrid::moveWithinColumns(Cell cell, KeyCode& key, bool upward) {
 }
 
 void SeriesGrid::leave(Cell cell) {
+    session_.guarded(*cells(cell.column)[static_cast<std::size_t>(cell.row)],
+                     [&] { takeText(cell); });
+}
+
+void SeriesGrid::takeText(Cell cell) {
     const GridColumn& column = columns_[static_cast<std::size_t>(cell.column)];
     const GridSeries& series = seriesOf(column);
     TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
@@ -364,13 +369,17 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
         return false;
     const bool held = attempt([&] {
         VariantArray& figures = value.array();
-        const auto moved = [&](int element) {
-            return figures.contains(element - periods) ? figures.number(element - periods) : 0;
+        // Wider than an index: the bounds may be its ends.
+        const std::int64_t lower = figures.lower();
+        const std::int64_t upper = figures.upper();
+        const auto moved = [&](std::int64_t element) {
+            const std::int64_t from = element - periods;
+            return from < lower || from > upper ? 0 : figures.number(static_cast<int>(from));
         };
         const int step = periods > 0 ? -1 : 1; // from the end that is moved to
-        for (int element = periods > 0 ? figures.upper() : figures.lower();
-             figures.contains(element); element += step)
-            figures.setNumber(element, moved(element));
+        for (std::int64_t element = periods > 0 ? upper : lower;
+             element >= lower && element <= upper; element += step)
+            figures.setNumber(static_cast<int>(element), moved(element));
     });
     return !held || attempt([&] { writeSeries(*session_.company, series, value); });
 }

@@ -117,6 +117,7 @@ class SeriesGrid {
     void moveWithControl(Cell cell, KeyCode key);
     void moveWithinColumns(Cell cell, KeyCode& key, bool upward);
     [[nodiscard]] std::vector<TextBox*> focusable(int column) const;
+    void takeText(Cell cell);
     [[nodiscard]] TextBox* cellBeside(Cell cell, int step) const;
     void showStored(Cell cell, double stored);
     [[nodiscard]] double scaleOf(const GridSeries& series) const;

@@ -48,12 +48,16 @@ void Session::tellState() {
     if (works_ > 0)
         untold_ = true;
     else if (stateChanged)
-        stateChanged();
+        attempt([&] { stateChanged(); });
 }
 
 Session::Work::~Work() {
-    if (--session_.works_ == 0 && std::exchange(session_.untold_, false))
-        attempt([&] { session_.tellState(); });
+    if (--session_.works_ > 0)
+        return;
+    if (session_.workDone)
+        attempt([&] { session_.workDone(); });
+    if (session_.works_ == 0 && std::exchange(session_.untold_, false))
+        session_.tellState();
 }
 
 bool Session::isLocked() const {
@@ -113,7 +117,9 @@ std::optional<Date> Session::typedDate(const TextField& field) const {
     if (const auto found = picked.find(&field);
         found != picked.end() && found->second.text == field.text())
         return found->second.date;
-    const auto read = vkr::readDate(field.text(), services.today(), dateFormat);
+    const auto read = attemptOr(std::optional<Date>(), [&] {
+        return vkr::readDate(field.text(), services.today(), dateFormat);
+    });
     return read && isValidDate(*read) ? read : std::nullopt;
 }
 
@@ -183,6 +189,11 @@ void Session::tellRefused(TextField& field, int noteNumber) const {
     attempt([&] { services.tellRefused(field, note); });
 }
 
+void Session::markUnstored(TextField& field) {
+    if (!attempt([&] { field.setMark(unstored(text_number::reasonRefused)); }))
+        attempt([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
+}
+
 bool Session::storeDate(Datum datum, Date date) {
     bool stored = attempt([&] { writeDate(*company, datum, date); });
     if (!stored)
@@ -211,19 +222,25 @@ std::string Session::text(int number, std::string_view fallback) const {
 }
 
 MessageAnswer Session::message(const std::string& text, int buttons) {
-    return services.messageBox(text, buttons, services.applicationTitle());
+    const std::string title = attemptOr(std::string(), [&] { return services.applicationTitle(); });
+    return attemptOr(MessageAnswer::cancel,
+                     [&] { return services.messageBox(text, buttons, title); });
 }
 
 bool Session::confirmLoss(int number, std::string_view fallback, const std::string& period,
                           int icon) {
+    if (asking_)
+        return false;
     const auto asked = company; // the host may hand in another one while the question is up
     const std::string question =
         text(number, fallback) + " " + period + " " +
         text(text_number::dropsOut, "will drop out of the company's history.") + "\r" +
         text(text_number::noUndo, "There is no undo for this. Do you want to go on?");
-    return message(question, message_box::yesNo | icon | message_box::defaultSecondButton) ==
-               MessageAnswer::yes &&
-           company == asked;
+    asking_ = true;
+    const MessageAnswer answer =
+        message(question, message_box::yesNo | icon | message_box::defaultSecondButton);
+    asking_ = false;
+    return answer == MessageAnswer::yes && company == asked;
 }
 
 } // namespace vkr

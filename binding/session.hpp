@@ -6,6 +6,7 @@
 #include "binding/ivkr_company.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/number_text.hpp"
+#include "platform/error_trap.hpp"
 #include "platform/form.hpp"
 #include "platform/localizer.hpp"
 #include "platform/services.hpp"
@@ -16,6 +17,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vkr {
 
@@ -60,6 +62,7 @@ class Session final : public FieldHost {
     bool cancelPressed = false;
 
     std::function<void()> stateChanged;
+    std::function<void()> workDone;     // for what had to wait for the end of the work
     std::function<void()> rowsLabelled; // years or quarters have other labels
 
     static constexpr std::int32_t defaultUnit = 6;
@@ -84,6 +87,7 @@ class Session final : public FieldHost {
       private:
         Session& session_;
     };
+    [[nodiscard]] bool isWorking() const { return works_ > 0; }
     void tellState(); // calls stateChanged, at the end of the work under way
 
     // Objects of the record that is held. Both throw where it hands out none.
@@ -117,6 +121,14 @@ class Session final : public FieldHost {
     void markDoubtful(TextField& field, std::string_view leftOut) const;
     // By a text of text_number: what was typed or pasted does not go into the field.
     void tellRefused(TextField& field, int noteNumber) const;
+    // Leaves a field by `leave`. Where that fails on the way, be it for want of memory, a text that
+    // was typed is told as not stored.
+    template <typename Leave>
+    void guarded(TextField& field, Leave&& leave) {
+        const bool typed = !isUntouched(field);
+        if (!attempt(std::forward<Leave>(leave)) && typed)
+            markUnstored(field);
+    }
     // Puts a date into the record; false where it neither takes it nor has it already.
     [[nodiscard]] bool storeDate(Datum datum, Date date);
     // A date that the program works out: shown, and stored. Where the record does not take it, the
@@ -129,7 +141,8 @@ class Session final : public FieldHost {
     MessageAnswer message(const std::string& text, int buttons);
     // Asks before the figures of a period are lost; `number` and `fallback` say what is about to be
     // done. No is the default, and the answer where the record is no longer the one of the
-    // question.
+    // question, and to a further question that comes up while one is open: two answers would move
+    // the figures twice.
     bool confirmLoss(int number, std::string_view fallback, const std::string& period,
                      int icon = 0);
 
@@ -138,9 +151,12 @@ class Session final : public FieldHost {
     }
 
   private:
+    void markUnstored(TextField& field);
+
     int works_ = 0;
     bool untold_ = false;
     bool onlyPicked_ = false; // what made the company a changed one
+    bool asking_ = false;
 };
 
 namespace text_number {

@@ -3,12 +3,14 @@
 
 #include "control/form_layout.hpp"
 #include "control/vkr_data_entry.hpp"
+#include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <vector>
 
 namespace vkr {
 
@@ -20,6 +22,20 @@ constexpr Twips linkPart = 1.5;
 constexpr Twips cornerShift = 60;
 // A label breaks its lines a little earlier than the sum of its words says.
 constexpr Twips slack = 60;
+
+constexpr Twips guessedLineHeight = 240; // where the desktop can't tell
+
+// Parted by CR, LF, or both.
+std::vector<std::string_view> linesIn(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (true) {
+        const auto end = text.find_first_of("\r\n");
+        lines.push_back(text.substr(0, end));
+        if (end == std::string_view::npos)
+            return lines;
+        text.remove_prefix(end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
+    }
+}
 
 Twips upToPixel(Twips length) {
     constexpr Twips pixel = 15;
@@ -55,21 +71,42 @@ void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
     frame.bringToFront();
 }
 
-// Lines that a text takes in a width, broken at blanks.
+Twips HelpFrame::widthOf(std::string_view text) const {
+    constexpr Twips guessed = 90;
+    return attemptOr(textLength(text) * guessed, [&] { return session_.services.textWidth(text); });
+}
+
+// As many characters as a line has room for, one at least.
+int HelpFrame::fitting(std::string_view word, Twips width) const {
+    int fits = 1;
+    for (int tooMany = textLength(word) + 1; tooMany - fits > 1;) {
+        const int tried = (fits + tooMany) / 2;
+        (widthOf(textLeft(word, tried)) > width ? tooMany : fits) = tried;
+    }
+    return fits;
+}
+
+// Lines that a line of the text takes in a width: broken at blanks, and within a word that is too
+// long for a line of its own.
 int HelpFrame::linesOf(std::string_view text, Twips width) const {
     int lines = 1;
     std::string line;
     while (!text.empty()) {
         const auto blank = text.find(' ');
-        const auto word = text.substr(0, blank);
+        auto word = text.substr(0, blank);
         text.remove_prefix(blank == std::string_view::npos ? text.size() : blank + 1);
-        std::string longer = line.empty() ? std::string(word) : line + " " + std::string(word);
-        if (!line.empty() && session_.services.textWidth(longer) > width) {
+        if (!line.empty()) {
+            line += ' ';
+            line += word;
+            if (widthOf(line) <= width)
+                continue;
             ++lines;
-            line = word;
-        } else {
-            line = std::move(longer);
         }
+        while (widthOf(word) > width && textLength(word) > 1) {
+            word = textFrom(word, fitting(word, width));
+            ++lines;
+        }
+        line = word;
     }
     return lines;
 }
@@ -77,19 +114,35 @@ int HelpFrame::linesOf(std::string_view text, Twips width) const {
 void HelpFrame::SizeHelpFrame() {
     auto& label = session_.form.get<Label>("lblToolTip");
     auto& link = session_.form.get<Label>("lblMoreHelp");
-    const Twips lineHeight = upToPixel(session_.services.textHeight());
-    const Twips linkWidth = upToPixel(session_.services.textWidth(link.caption()));
+    const Twips lineHeight =
+        upToPixel(attemptOr(guessedLineHeight, [&] { return session_.services.textHeight(); }));
+    const Twips linkWidth = upToPixel(widthOf(link.caption()));
     const Twips narrowest = linkPart * linkWidth;
+    const Twips screen =
+        attemptOr(VKRDataEntry::workingWidth, [&] { return session_.services.screenWidth(); });
     // Half of the form, where the screen is wide enough.
-    const Twips widest = std::max(
-        narrowest, std::min(session_.services.screenWidth(), VKRDataEntry::workingWidth) / 2);
-    Twips width = upToPixel(session_.services.textWidth(label.caption())) + slack;
-    int lines = 1;
-    if (width > widest) {
-        width = upToPixel(widest);
-        lines = linesOf(label.caption(), width - slack);
-        label.setWordWrap(true);
-    }
+    const Twips widest = std::max(narrowest, std::min(screen, VKRDataEntry::workingWidth) / 2);
+
+    const auto ownLines = linesIn(label.caption());
+    Twips width = 0;
+    for (const auto line : ownLines)
+        width = std::max(width, upToPixel(widthOf(line)) + slack);
+    auto lines = static_cast<int>(ownLines.size());
+    const auto breakAt = [&](Twips limit) {
+        width = upToPixel(limit);
+        lines = 0;
+        for (const auto line : ownLines)
+            lines += linesOf(line, width - slack);
+    };
+    if (width > widest)
+        breakAt(widest);
+    // What is too high for the form takes its whole width, and is cut where that is not enough.
+    const Twips below = margin / 2 + linkGap + lineHeight + margin / 2;
+    const int most = static_cast<int>((VKRDataEntry::workingHeight - below) / lineHeight);
+    if (lines > most)
+        breakAt(VKRDataEntry::workingWidth - margin);
+    lines = std::min(lines, most);
+    label.setWordWrap(lines > 1);
     width = std::max(width, narrowest);
     label.move(margin / 2, margin / 2);
     label.resize(width, lines * lineHeight);

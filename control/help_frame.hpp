@@ -21,6 +21,8 @@ class HelpFrame {
     [[nodiscard]] DataEntryObject object() const; // that it was shown for last
 
   private:
+    [[nodiscard]] Twips widthOf(std::string_view text) const;
+    [[nodiscard]] int fitting(std::string_view word, Twips width) const;
     [[nodiscard]] int linesOf(std::string_view text, Twips width) const;
 
     Session& session_;

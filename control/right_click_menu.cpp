@@ -4,6 +4,7 @@
 #include "control/form_layout.hpp"
 #include "input/frmCalendar.hpp"
 #include "input/mdlDataEntry.hpp"
+#include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
@@ -49,7 +50,8 @@ void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
               dynamic_cast<TextBox*>(&control), field_);
     const std::string name = control.name();
     const int index = control.index();
-    const int chosen = session_.services.popUpMenu(menuEntries(session_.form), left, top);
+    const int chosen = attemptOr(
+        -1, [&] { return session_.services.popUpMenu(menuEntries(session_.form), left, top); });
     // The host may have changed the form while the menu was up.
     if (chosen >= 0 && session_.form.find(name, index) == &control)
         mnuItem_Click(chosen);
@@ -80,14 +82,13 @@ Control& RightClickMenu::PrepareHelpText() {
         const auto& strip = session_.form.get<TabStrip>("tbsDataEntry");
         for (int tab = 1; tab <= object_ - doTabCompany; ++tab)
             pendingLeft_ += strip.tab(tab).width;
+        if (pendingLeft_ == 0)
+            pendingLeft_ = shown.left();
+        pendingTop_ = shown.top();
     } else {
         pendingLeft_ = shown.formLeft() - pageLeft;
         pendingTop_ = shown.formTop() - page.top();
     }
-    if (pendingLeft_ == 0)
-        pendingLeft_ = shown.left();
-    if (pendingTop_ == 0)
-        pendingTop_ = shown.top();
     return shown;
 }
 
@@ -101,12 +102,13 @@ void RightClickMenu::edit(TextField& field, std::string_view text, int caret) {
 }
 
 void RightClickMenu::paste(TextField& field) {
-    session_.form.userPaste(field, session_.services.clipboardText());
+    session_.form.userPaste(
+        field, attemptOr(std::string(), [&] { return session_.services.clipboardText(); }));
 }
 
-void RightClickMenu::copy(const TextField& field) {
-    session_.services.clearClipboard();
-    session_.services.setClipboardText(field.text());
+bool RightClickMenu::copy(const TextField& field) {
+    attempt([&] { session_.services.clearClipboard(); });
+    return attempt([&] { session_.services.setClipboardText(field.text()); });
 }
 
 void RightClickMenu::takeLastQuarterDate() {
@@ -128,8 +130,8 @@ void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
          [](RightClickMenu& menu, TextField* target) { menu.session_.services.undo(*target); }},
         {mcCut, unlockedField,
          [](RightClickMenu& menu, TextField* target) {
-             menu.copy(*target);
-             menu.edit(*target, "", 0);
+             if (menu.copy(*target)) // else the text would be nowhere
+                 menu.edit(*target, "", 0);
          }},
         {mcCopy, anyField, [](RightClickMenu& menu, TextField* target) { menu.copy(*target); }},
         {mcPaste, unlockedField,
@@ -171,7 +173,7 @@ void RightClickMenu::askAssistant() {
 void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
     if (field.locked())
         return;
-    Date start = session_.services.today();
+    Date start = attemptOr(Date{}, [&] { return session_.services.today(); });
     if (!blnToday)
         if (const auto held = dateOf(field))
             start = *held;

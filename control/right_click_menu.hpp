@@ -43,7 +43,7 @@ class RightClickMenu {
     void open(Control& control, int tab, Twips left, Twips top);
     Control& PrepareHelpText();
     void edit(TextField& field, std::string_view text, int caret);
-    void copy(const TextField& field); // all of it
+    bool copy(const TextField& field); // all of it; false where the clipboard took nothing
     void paste(TextField& field);
     void takeLastQuarterDate();
     void putDate(TextField& field, Date date);

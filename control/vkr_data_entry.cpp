@@ -114,7 +114,13 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     void showReportingPeriod(bool shown);
     void showVLs(bool shown);
     void fillList(std::string_view name, const Variant& items);
-    void notify(std::string_view property) { services.propertyChanged(property); }
+    void notify(std::string_view property) {
+        attempt([&] { services.propertyChanged(property); });
+    }
+    void showQuarters(int rows);
+    [[nodiscard]] int visibleQuarters() const {
+        return wantedQuarters_.value_or(quarterly.visibleRows());
+    }
 
     // --- FormHandler
     void onGotFocus(Control& control) override;
@@ -159,7 +165,6 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
 
     UserModeType userMode = umDefault;
     Color lockedShade = colors::paleCyan;
-    std::int16_t visibleQuarters = QuarterlyGrid::startRows;
     bool reportingPeriodShown = false;
     bool vlsShown = false;
     TABObject currentTab = toCompany; // last one reported
@@ -173,6 +178,9 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     [[nodiscard]] TabStrip& strip() const { return form.get<TabStrip>("tbsDataEntry"); }
     void applyColorScheme();
     void applyLock();
+    void listReportingPeriods();
+    void makeWantedQuarters();
+    void leaveControl(Control& control);
     void showUnit();
     void showOptions();
     void showAlternativeCaptions();
@@ -192,8 +200,9 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     [[nodiscard]] bool opensCalendar(const Control& control, KeyCode key, int shift) const;
     void askForMoreHelp();
 
-    std::vector<Label*> lockedLabels_; // of the fields that the lock protects
-    bool okSettles_ = false;           // OK went down while a pending date was edited
+    std::optional<int> wantedQuarters_; // rows to be made at the end of the work under way
+    std::vector<Label*> lockedLabels_;  // of the fields that the lock protects
+    bool okSettles_ = false;            // OK went down while a pending date was edited
     bool helpKeyDown_ = false;
     bool keyWentDown_ = false;
     bool toldOfKey_ = false; // that it was refused // since the help frame was shown
@@ -211,6 +220,7 @@ VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
         if (!loading_)
             nameCells(form);
     };
+    session.workDone = [this] { makeWantedQuarters(); };
     fields.sourceStatesRates = [this] {
         for (const std::string_view name : {"optPTI", "optCommEq"}) {
             auto& option = form.get<OptionButton>(name, 1);
@@ -235,7 +245,7 @@ VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
     menu.fieldChanged = [this](TextField& field) { onChange(field); };
     menu.leave = [this](TextField& field) { onLostFocus(field); };
     menu.assistant = [this](DataEntryObject object, const std::string& text) {
-        events->Assistant(static_cast<std::int16_t>(object), text);
+        attempt([&] { events->Assistant(static_cast<std::int16_t>(object), text); });
     };
     for (const auto& declared : formLayout())
         if ((declared.container == frame::firstPage + toCompany - 1 ||
@@ -250,7 +260,9 @@ void VKRDataEntry::Impl::initialize() {
     bool running = false;
     attempt([&] { running = services.ambientUserMode(); });
     if (!running) {
-        const bool zx = services.applicationTitle().find("VKR ZX ") != std::string::npos;
+        const bool zx = attemptOr(false, [&] {
+            return services.applicationTitle().find("VKR ZX ") != std::string::npos;
+        });
         session.platform = zx ? ptZX : ptStandard;
         createLocalizer();
         if (session.localizer == nullptr)
@@ -331,7 +343,7 @@ void VKRDataEntry::Impl::readProperties(const PropertyBag& bag) {
     bool running = false;
     attempt([&] { running = services.ambientUserMode(); });
     if (running && session.platform == ptZX)
-        showAlternativeCaptions();
+        attempt([&] { showAlternativeCaptions(); });
     form.settleFocus(); // on what the restored properties have on show
     quiet_ = false;
 }
@@ -349,7 +361,8 @@ void VKRDataEntry::Impl::writeProperties(PropertyBag& bag) {
     bag.write("Platform", static_cast<std::int32_t>(session.platform), std::int32_t{ptStandard});
     bag.write("UserMode", static_cast<std::int32_t>(userMode), std::int32_t{umDefault});
     bag.write("ShadeColorLocked", color(lockedShade), color(colors::paleCyan));
-    bag.write("VisibleQuarters", visibleQuarters, std::int16_t{QuarterlyGrid::startRows});
+    bag.write("VisibleQuarters", static_cast<std::int16_t>(visibleQuarters()),
+              std::int16_t{QuarterlyGrid::startRows});
     bag.write("ShowReportingPeriod", reportingPeriodShown, false);
     bag.write("ShowVLs", vlsShown, false);
     bag.write("CurrentTab", static_cast<std::int32_t>(currentTab), std::int32_t{toCompany});
@@ -413,7 +426,9 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
         });
     if (company == nullptr)
         company = newCompanyRecord();
+    const Session::Work work(session);
     const Form::Update update(form);
+    session.hideHelpFrame();
     loading_ = true; // cells get their names once, with the captions of the unit
     session.company = std::move(company);
     const Control* active = form.activeControl();
@@ -421,43 +436,47 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     session.cancelPressed = false;
     session.picked.clear();
 
-    clear();
-    auto& periods = form.get<ComboBox>("cmbReportingPeriod");
-    std::vector<std::string> entries;
-    for (std::size_t i = 0; i < std::size(reportingPeriods); ++i)
-        entries.push_back(session.text(text_number::firstReportingPeriod + static_cast<int>(i),
-                                       reportingPeriods[i]));
-    periods.setList(std::move(entries));
+    attempt([&] { clear(); });
+    attempt([&] { listReportingPeriods(); });
     session.ComputeUnitFactor();
-    quarterly.deriveTrailingEarnings();
-
+    attempt([&] { quarterly.deriveTrailingEarnings(); });
     loadCompany(session, fields, yearly, quarterly);
-    quarterly.relabel(); // names the last fiscal year beside its quarters
+    attempt([&] { quarterly.relabel(); }); // names the last fiscal year beside its quarters
     quarterly.shade();
     showOptions();
-    showUnit();
-    captions.showCurrency();
-    bool locked = false;
-    attempt([&] { locked = session.settings()->get(setting::lockBasicInfo).toBoolean(); });
-    form.get<CheckBox>("chkLockInfo").setValue(locked);
+    attempt([&] { showUnit(); });
+    attempt([&] { captions.showCurrency(); });
+    form.get<CheckBox>("chkLockInfo").setValue(attemptOr(false, [&] {
+        return session.settings()->get(setting::lockBasicInfo).toBoolean();
+    }));
     applyLock();
     loading_ = false;
     resize();
     form.settleFocus(); // a smaller record disables cells
     if (Control* focused = form.activeControl(); focused != nullptr && form.hasFocus())
-        onGotFocus(*focused); // what it shows now is entered anew
+        attempt([&] { onGotFocus(*focused); }); // what it shows now is entered anew
     session.tellState();
 }
 
+void VKRDataEntry::Impl::listReportingPeriods() {
+    std::vector<std::string> entries;
+    for (std::size_t i = 0; i < std::size(reportingPeriods); ++i)
+        entries.push_back(session.text(text_number::firstReportingPeriod + static_cast<int>(i),
+                                       reportingPeriods[i]));
+    form.get<ComboBox>("cmbReportingPeriod").setList(std::move(entries));
+}
+
 std::shared_ptr<iVKR_Company> VKRDataEntry::Impl::commit() {
+    const Session::Work work(session);
     if (session.company != nullptr) {
-        commitCompany(session, quarterly.lastQuarter());
-        quarterly.followCommit();
+        attempt([&] { commitCompany(session, quarterly.lastQuarter()); });
+        attempt([&] { quarterly.followCommit(); });
     }
     return session.company;
 }
 
 void VKRDataEntry::Impl::clear() {
+    session.hideHelpFrame();
     fields.clear(toCompany);
     quarterly.clear();
     quarterly.clearLabels();
@@ -564,6 +583,28 @@ void VKRDataEntry::Impl::showReportingPeriod(bool shown) {
     form.settleFocus();
 }
 
+void VKRDataEntry::Impl::showQuarters(int rows) {
+    rows = std::clamp(rows, 1, QuarterlyGrid::mostRows);
+    if (rows == visibleQuarters())
+        return;
+    wantedQuarters_ = rows;
+    if (!session.isWorking()) // else the cell that is being stored might be gone under it
+        makeWantedQuarters();
+}
+
+void VKRDataEntry::Impl::makeWantedQuarters() {
+    const auto rows = std::exchange(wantedQuarters_, std::nullopt);
+    if (!rows || *rows == quarterly.visibleRows())
+        return;
+    const int before = quarterly.visibleRows();
+    {
+        const Session::Work work(session);
+        if (!attempt([&] { quarterly.setVisibleRows(*rows); })) // not all of them could be made
+            attempt([&] { quarterly.setVisibleRows(before); });
+    }
+    notify("VisibleQuarters");
+}
+
 // The reporting period follows right below the last row that is shown.
 void VKRDataEntry::Impl::showVLs(bool shown) {
     vlsShown = shown;
@@ -584,6 +625,7 @@ void VKRDataEntry::Impl::showVLs(bool shown) {
 void VKRDataEntry::Impl::setFractions(bool fractions) {
     if (fractions == session.fractionDisplay)
         return;
+    const Session::Work work(session);
     session.fractionDisplay = fractions;
     auto& option = form.get<OptionButton>("optDisplay", fractions ? 1 : 0);
     if (!option.value())
@@ -603,6 +645,8 @@ void VKRDataEntry::Impl::setFractions(bool fractions) {
         });
     }
     yearly.followPriceDisplay();
+    if (self.fractionDisplayChanged)
+        attempt([&] { self.fractionDisplayChanged(); });
 }
 
 void VKRDataEntry::Impl::setNumberMarks(const NumberMarks& marks) {
@@ -629,14 +673,16 @@ void VKRDataEntry::Impl::fillList(std::string_view name, const Variant& items) {
         return;
     std::vector<std::string> texts;
     const VariantArray& array = items.array();
-    for (int i = array.lower(); i <= array.upper(); ++i)
-        attempt([&] { texts.push_back(array.text(i)); });
+    const std::int64_t last = array.upper(); // which may be the end of int
+    for (std::int64_t i = array.lower(); i <= last; ++i)
+        attempt([&] { texts.push_back(array.text(static_cast<int>(i))); });
     form.get<ComboBox>(name).setList(std::move(texts));
 }
 
 // --- options -------------------------------------------------------------------------------------
 
 void VKRDataEntry::Impl::chooseUnit(std::int32_t unit) {
+    const Session::Work work(session);
     if (session.company == nullptr)
         return;
     bool changed = false;
@@ -669,6 +715,7 @@ void VKRDataEntry::Impl::chooseFractions(bool fractions) {
 }
 
 void VKRDataEntry::Impl::chooseCommonEquity(bool commonEquity) {
+    const Session::Work work(session);
     const EquityRow row = commonEquity ? EquityRow::commonEquity : EquityRow::bookValue;
     if (row == session.equityRow)
         return;
@@ -680,6 +727,7 @@ void VKRDataEntry::Impl::chooseCommonEquity(bool commonEquity) {
 }
 
 void VKRDataEntry::Impl::chooseTaxRate(bool taxRate) {
+    const Session::Work work(session);
     const IncomeRow row = taxRate ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
     if (row == session.incomeRow)
         return;
@@ -694,7 +742,8 @@ void VKRDataEntry::Impl::chooseTaxRate(bool taxRate) {
 
 void VKRDataEntry::Impl::chooseShade(int button) {
     const auto shade = static_cast<Shade>(button);
-    const auto chosen = services.chooseColor(shadeOf(shade));
+    const auto chosen =
+        attemptOr(std::optional<Color>(), [&] { return services.chooseColor(shadeOf(shade)); });
     if (!chosen || *chosen == shadeOf(shade))
         return;
     switch (shade) {
@@ -732,11 +781,11 @@ void VKRDataEntry::Impl::onTabSelected(TabStrip& tabs) {
     const bool onYearly = tabs.selected() == toYearly;
     form.get<Control>("cmdAddYear").setVisible(onYearly);
     form.get<Control>("cmdRemoveYear").setVisible(onYearly);
-    focusFirstField();
+    attempt([&] { focusFirstField(); });
     form.settleFocus(); // where the first field can't take it
     if (currentTab != tabs.selected()) {
         currentTab = static_cast<TABObject>(tabs.selected());
-        events->TabChange(currentTab);
+        attempt([&] { events->TabChange(currentTab); });
     }
 }
 
@@ -796,6 +845,11 @@ void VKRDataEntry::Impl::onGotFocus(Control& control) {
 
 void VKRDataEntry::Impl::onLostFocus(Control& control) {
     const Session::Work work(session);
+    if (auto* field = dynamic_cast<TextField*>(&control))
+        session.guarded(*field, [&] { leaveControl(control); });
+}
+
+void VKRDataEntry::Impl::leaveControl(Control& control) {
     if (const auto* field = fields.find(control))
         fields.leave(*field);
     else if (const auto cell = yearly.find(control))
@@ -827,7 +881,7 @@ void VKRDataEntry::Impl::leaveOtherField(TextField& field) {
 // The page on the object that the help frame is about.
 void VKRDataEntry::Impl::askForMoreHelp() {
     session.hideHelpFrame();
-    events->MoreHelp(static_cast<std::int16_t>(helpObjectBase + help.object()));
+    attempt([&] { events->MoreHelp(static_cast<std::int16_t>(helpObjectBase + help.object())); });
 }
 
 std::optional<Date> VKRDataEntry::Impl::dateOf(const TextField& field) const {
@@ -1025,6 +1079,7 @@ void VKRDataEntry::Impl::onListChoice(ComboBox& list) {
 }
 
 void VKRDataEntry::Impl::onScroll(ScrollBar& bar) {
+    session.hideHelpFrame(); // its control is elsewhere now
     if (bar.name() == "hscrYearly")
         yearly.pan();
     else
@@ -1046,8 +1101,10 @@ void VKRDataEntry::Impl::settleDates() {
 
 void VKRDataEntry::Impl::leavePendingDates() {
     const Session::Work work(session);
-    yearly.leaveLastFiscalYearDate();
-    quarterly.leaveLastQuarterDate();
+    for (const auto name : pendingDates) {
+        auto& field = session.textBox(name);
+        session.guarded(field, [&] { leaveControl(field); });
+    }
 }
 
 // Cancel skips a date that is being typed; where the host then stays open it is still to be left.
@@ -1067,16 +1124,16 @@ void VKRDataEntry::Impl::pressOk() {
         leavePendingDates();
         return;
     }
-    events->UnloadRequest(ulConfirm);
+    attempt([&] { events->UnloadRequest(ulConfirm); });
 }
 
 void VKRDataEntry::Impl::pressCancel() {
     session.cancelPressed = false;
-    events->UnloadRequest(ulCancel);
+    attempt([&] { events->UnloadRequest(ulCancel); });
 }
 
 void VKRDataEntry::Impl::pressHelp() {
-    events->MoreHelp(static_cast<std::int16_t>(helpTabBase + strip().selected()));
+    attempt([&] { events->MoreHelp(static_cast<std::int16_t>(helpTabBase + strip().selected())); });
 }
 
 void VKRDataEntry::Impl::pressLock() {
@@ -1151,36 +1208,30 @@ Color VKRDataEntry::get_ShadeColorQuarter() const {
 void VKRDataEntry::put_ShadeColorLocked(Color newValue) {
     if (newValue == get_ShadeColorLocked())
         return;
-    impl_->setShade(shadeLocked, newValue);
+    attempt([&] { impl_->setShade(shadeLocked, newValue); });
     impl_->notify("ShadeColorLocked");
 }
 
 void VKRDataEntry::put_ShadeColorYear(Color newValue) {
     if (newValue == get_ShadeColorYear())
         return;
-    impl_->setShade(shadeYear, newValue);
+    attempt([&] { impl_->setShade(shadeYear, newValue); });
     impl_->notify("ShadeColorYear");
 }
 
 void VKRDataEntry::put_ShadeColorQuarter(Color newValue) {
     if (newValue == get_ShadeColorQuarter())
         return;
-    impl_->setShade(shadeQuarter, newValue);
+    attempt([&] { impl_->setShade(shadeQuarter, newValue); });
     impl_->notify("ShadeColorQuarter");
 }
 
 std::int16_t VKRDataEntry::get_VisibleQuarters() const {
-    return impl_->visibleQuarters;
+    return static_cast<std::int16_t>(impl_->visibleQuarters());
 }
 
 void VKRDataEntry::put_VisibleQuarters(std::int16_t intNewValue) {
-    const int rows = std::clamp<int>(intNewValue, 1, QuarterlyGrid::mostRows);
-    if (rows == impl_->visibleQuarters)
-        return;
-    const Session::Work work(impl_->session);
-    impl_->quarterly.setVisibleRows(rows);
-    impl_->visibleQuarters = static_cast<std::int16_t>(rows);
-    impl_->notify("VisibleQuarters");
+    attempt([&] { impl_->showQuarters(intNewValue); });
 }
 
 bool VKRDataEntry::get_ShowReportingPeriod() const {
@@ -1188,7 +1239,7 @@ bool VKRDataEntry::get_ShowReportingPeriod() const {
 }
 
 void VKRDataEntry::put_ShowReportingPeriod(bool blnNewValue) {
-    impl_->showReportingPeriod(blnNewValue);
+    attempt([&] { impl_->showReportingPeriod(blnNewValue); });
     impl_->notify("ShowReportingPeriod");
 }
 
@@ -1197,7 +1248,7 @@ bool VKRDataEntry::get_ShowVLs() const {
 }
 
 void VKRDataEntry::put_ShowVLs(bool blnNewValue) {
-    impl_->showVLs(blnNewValue);
+    attempt([&] { impl_->showVLs(blnNewValue); });
     impl_->notify("ShowVLs");
 }
 
@@ -1221,17 +1272,17 @@ const std::string& VKRDataEntry::get_NumberFormat() const {
 }
 
 void VKRDataEntry::put_PercentFormat(std::string_view strNewValue) {
-    impl_->session.percentFormat = strNewValue;
+    attempt([&] { impl_->session.percentFormat = strNewValue; });
     impl_->notify("PercentFormat");
 }
 
 void VKRDataEntry::put_DateFormat(std::string_view strNewValue) {
-    impl_->session.dateFormat = strNewValue;
+    attempt([&] { impl_->session.dateFormat = strNewValue; });
     impl_->notify("DateFormat");
 }
 
 void VKRDataEntry::put_NumberFormat(std::string_view strNewValue) {
-    impl_->session.numberFormat = strNewValue;
+    attempt([&] { impl_->session.numberFormat = strNewValue; });
     impl_->notify("NumberFormat");
 }
 
@@ -1246,17 +1297,17 @@ bool VKRDataEntry::get_FractionDisplay() const {
     return impl_->session.fractionDisplay;
 }
 void VKRDataEntry::put_FractionDisplay(bool blnNewValue) {
-    impl_->setFractions(blnNewValue);
+    attempt([&] { impl_->setFractions(blnNewValue); });
 }
 
 void VKRDataEntry::put_vntSource(const Variant& vntNewValue) {
-    impl_->fillList("cmbSource", vntNewValue);
+    attempt([&] { impl_->fillList("cmbSource", vntNewValue); });
 }
 void VKRDataEntry::put_vntExchange(const Variant& vntNewValue) {
-    impl_->fillList("cmbExchange", vntNewValue);
+    attempt([&] { impl_->fillList("cmbExchange", vntNewValue); });
 }
 void VKRDataEntry::put_vntIndustry(const Variant& vntNewValue) {
-    impl_->fillList("cmbIndustry", vntNewValue);
+    attempt([&] { impl_->fillList("cmbIndustry", vntNewValue); });
 }
 
 BorderStyle VKRDataEntry::get_BorderStyle() const {
@@ -1270,31 +1321,31 @@ std::shared_ptr<iVKR_Company> VKRDataEntry::get_objCompany() {
     return impl_->commit();
 }
 void VKRDataEntry::put_objCompany(std::shared_ptr<iVKR_Company> objNewValue) {
-    impl_->load(std::move(objNewValue));
+    attempt([&] { impl_->load(std::move(objNewValue)); });
 }
 
 PlatformType VKRDataEntry::get_Platform() const {
     return impl_->session.platform;
 }
 void VKRDataEntry::put_Platform(PlatformType enumNewValue) {
-    impl_->setPlatform(enumNewValue);
+    attempt([&] { impl_->setPlatform(enumNewValue); });
 }
 
 void VKRDataEntry::SetNext() {
-    impl_->stepTab(1);
+    attempt([&] { impl_->stepTab(1); });
 }
 void VKRDataEntry::SetPrevious() {
-    impl_->stepTab(-1);
+    attempt([&] { impl_->stepTab(-1); });
 }
 void VKRDataEntry::Clear() {
-    impl_->clear();
+    attempt([&] { impl_->clear(); });
 }
 void VKRDataEntry::ScrollMouse(std::int16_t& intKeyCode, std::int16_t& /*intShift*/) {
-    impl_->scrollMouse(intKeyCode);
+    attempt([&] { impl_->scrollMouse(intKeyCode); });
 }
 
 void VKRDataEntry::leaveField() {
-    impl_->leaveField();
+    attempt([&] { impl_->leaveField(); });
 }
 std::vector<MarkedField> VKRDataEntry::unstoredFields() const {
     return impl_->markedFields(MarkKind::unstored);
@@ -1303,17 +1354,17 @@ std::vector<MarkedField> VKRDataEntry::doubtfulFields() const {
     return impl_->markedFields(MarkKind::doubtful);
 }
 void VKRDataEntry::showField(std::string_view control) {
-    impl_->showField(control);
+    attempt([&] { impl_->showField(control); });
 }
 
 void VKRDataEntry::InitProperties() {
-    impl_->visibleQuarters = QuarterlyGrid::startRows;
+    attempt([&] { impl_->showQuarters(QuarterlyGrid::startRows); });
 }
 void VKRDataEntry::ReadProperties(const PropertyBag& bag) {
-    impl_->readProperties(bag);
+    attempt([&] { impl_->readProperties(bag); });
 }
 void VKRDataEntry::WriteProperties(PropertyBag& bag) {
-    impl_->writeProperties(bag);
+    attempt([&] { impl_->writeProperties(bag); });
 }
 void VKRDataEntry::Resize(Twips /*width*/, Twips /*height*/) {
     impl_->resize();

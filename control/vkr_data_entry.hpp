@@ -17,7 +17,8 @@
 namespace vkr {
 
 // What the component tells its host. Every event may be left alone. They come from within the
-// component: a host destroys it after its handler has returned, and lets no exception out of it.
+// component: a host destroys it after its handler has returned. What a handler throws ends there,
+// and the component goes on.
 class VKRDataEntryEvents {
   public:
     virtual ~VKRDataEntryEvents() = default;
@@ -143,6 +144,8 @@ class VKRDataEntry {
     // Called after every change of blnDirty and of the record's identity (name, symbol), when what
     // changed it is done.
     std::function<void()> stateChanged;
+    // Called after every change of FractionDisplay, by the host or by the user.
+    std::function<void()> fractionDisplayChanged;
 
     // --- lifecycle, called by the container ------------------------------------------------------
     void InitProperties();                       // placed for the first time

@@ -5,8 +5,12 @@
 #include "desktop/readable_colors.hpp"
 
 #include <QDialogButtonBox>
+#include <QPushButton>
 #include <QTextCharFormat>
 #include <QVBoxLayout>
+
+#include <string_view>
+#include <utility>
 
 namespace vkr {
 
@@ -19,11 +23,20 @@ CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
     calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     const QDate date = toQt(form.calendarDate());
     calendar_->setSelectedDate(date.isValid() ? date : QDate::currentDate());
+    calendar_->setObjectName(toQt(calendar_part::calendar));
     calendar_->setAccessibleName(caption);
     showWeekends();
     connect(calendar_, &QCalendarWidget::activated, this, &CalendarDialog::accept);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    const std::pair<QDialogButtonBox::StandardButton, std::string_view> named[] = {
+        {QDialogButtonBox::Ok, calendar_part::ok},
+        {QDialogButtonBox::Cancel, calendar_part::cancel}};
+    for (const auto& [which, name] : named) {
+        auto* button = buttons->button(which);
+        button->setObjectName(toQt(name));
+        button->setAccessibleName(button->text().remove(u'&'));
+    }
     connect(buttons, &QDialogButtonBox::accepted, this, &CalendarDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &CalendarDialog::reject);
 

@@ -123,7 +123,8 @@ class CaptionLabel : public QLabel {
             return;
         }
         QRect place = rect();
-        if (const int needed = neededWidth(); needed > width()) {
+        const QString shown = wordWrap() ? withBreaks(text(), width() / narrowest) : text();
+        if (const int needed = neededWidth(shown); needed > width()) {
             const double part = std::max(narrowest, static_cast<double>(width()) / needed);
             painter.scale(part, 1);
             place.setWidth(static_cast<int>(std::ceil(width() / part)));
@@ -134,7 +135,7 @@ class CaptionLabel : public QLabel {
         const int flags = (leads ? Qt::TextShowMnemonic : Qt::TextHideMnemonic) |
                           (wordWrap() ? Qt::TextWordWrap : Qt::TextSingleLine);
         style()->drawItemText(&painter, place, static_cast<int>(alignment()) | flags, palette(),
-                              isEnabled(), text(), foregroundRole());
+                              isEnabled(), shown, foregroundRole());
     }
 
   private:
@@ -146,17 +147,49 @@ class CaptionLabel : public QLabel {
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
 
-    // Of the widest piece that can't be broken.
-    [[nodiscard]] int neededWidth() const {
-        const auto metrics = fontMetrics();
-        const auto widthOf = [&metrics](const QString& piece) {
-            return metrics.size(Qt::TextShowMnemonic | Qt::TextSingleLine, piece).width();
+    static constexpr QChar mayBreak = QChar(0x200B); // takes no room
+
+    [[nodiscard]] int widthOf(const QString& piece) const {
+        return fontMetrics().size(Qt::TextShowMnemonic | Qt::TextSingleLine, piece).width();
+    }
+    // Calls visit(word) for each one.
+    template <typename Visit>
+    static void forEachWord(const QString& text, Visit&& visit) {
+        const auto parts = [](QChar unit) {
+            return unit == u' ' || unit == u'\n' || unit == mayBreak;
         };
+        for (auto start = text.begin(); start != text.end();) {
+            const auto end = std::find_if(start, text.end(), parts);
+            if (end != start)
+                visit(QStringView(start, end));
+            start = end == text.end() ? end : end + 1;
+        }
+    }
+    // A word that is wider than that may be broken anywhere.
+    [[nodiscard]] QString withBreaks(const QString& text, double widest) const {
+        QString result;
+        const QChar* copied = text.constData();
+        forEachWord(text, [&](QStringView word) {
+            if (widthOf(word.toString()) <= widest)
+                return;
+            result.append(QStringView(copied, word.begin()));
+            QChar before = u'&'; // belongs to what follows
+            for (const QChar unit : word) {
+                if (before != u'&' && !unit.isLowSurrogate() && !unit.isMark())
+                    result += mayBreak;
+                result += before = unit;
+            }
+            copied = word.end();
+        });
+        return result.append(QStringView(copied, text.constData() + text.size()));
+    }
+    // Of the widest piece that can't be broken.
+    [[nodiscard]] int neededWidth(const QString& text) const {
         if (!wordWrap())
-            return widthOf(text());
+            return widthOf(text);
         int widest = 0;
-        for (const auto& word : text().split(u' '))
-            widest = std::max(widest, widthOf(word));
+        forEachWord(text,
+                    [&](QStringView word) { widest = std::max(widest, widthOf(word.toString())); });
         return widest;
     }
 
@@ -174,7 +207,7 @@ void LabelView::show(Property property) {
     auto& shown = static_cast<QLabel&>(widget());
     const auto& label = static_cast<Label&>(*control());
     if (property == Property::caption) {
-        shown.setText(toQt(label.caption()));
+        shown.setText(withLineFeeds(toQt(label.caption())));
     } else if (property == Property::look) {
         const auto across = label.alignment() == Alignment::center  ? Qt::AlignHCenter
                             : label.alignment() == Alignment::right ? Qt::AlignRight

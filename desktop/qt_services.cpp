@@ -135,13 +135,11 @@ MessageAnswer QtServices::messageBox(const std::string& text, int buttons,
     if (owner_ == nullptr)
         return answerOf(QMessageBox::NoButton, offered);
     interrupt();
-    QString lines = toQt(text);
-    lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
     const Opened<QMessageBox> box(new QMessageBox(window()));
     box->setTextFormat(Qt::PlainText);
     box->setIcon(iconOf(buttons));
     box->setWindowTitle(toQt(title));
-    box->setText(lines);
+    box->setText(withLineFeeds(toQt(text)));
     for (const auto button : offered)
         box->addButton(button);
     const auto chosen = (buttons & defaultMask) / message_box::defaultSecondButton;

@@ -198,6 +198,10 @@ QString cleaned(const QString& text, QChar lineBreak, QChar tab) {
 
 } // namespace
 
+QString withLineFeeds(QString text) {
+    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+}
+
 QString onOneLine(const QString& text) {
     return cleaned(text, u' ', u' ');
 }

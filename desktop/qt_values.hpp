@@ -43,6 +43,9 @@ namespace vkr {
 // for shortcuts, arrows, Delete and their like.
 [[nodiscard]] QString charactersPressed(const QKeyEvent& event);
 
+// The same text with LF for every line break, also for CR and CR LF.
+[[nodiscard]] QString withLineFeeds(QString text);
+
 // A text as a field with one line takes it: line breaks and tabs are blanks, other control
 // characters are left out.
 [[nodiscard]] QString onOneLine(const QString& text);

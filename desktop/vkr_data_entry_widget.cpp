@@ -8,6 +8,7 @@
 #include "desktop/qt_services.hpp"
 #include "desktop/qt_values.hpp"
 #include "localizer/localizer.hpp"
+#include "platform/error_trap.hpp"
 
 #include <QPointer>
 
@@ -118,6 +119,7 @@ VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* pa
     entry_->ReadProperties(PropertyBag()); // chooses the platform, and with it the texts
     entry_->setEvents(events_.get());
     entry_->stateChanged = [this] { stateChanged(); };
+    entry_->fractionDisplayChanged = [this] { emit fractionDisplayChanged(); };
 
     view_ = new FormView(entry_->form(), this);
     view_->wheelTurned = [entry = entry_.get()](int steps) {
@@ -140,6 +142,7 @@ VKRDataEntryWidget::~VKRDataEntryWidget() {
     services_->propertyHasChanged = nullptr;
     entry_->setEvents(nullptr);
     entry_->stateChanged = nullptr;
+    entry_->fractionDisplayChanged = nullptr;
     if (services_->isCalling())
         new Remains(*this); // deletes itself
     else
@@ -174,15 +177,13 @@ std::vector<MarkedField> VKRDataEntryWidget::doubtfulFields() const {
 QString VKRDataEntryWidget::recordTitle() const {
     if (record_ == nullptr)
         return {};
-    try {
+    return attemptOr(QString(), [&] { // a record that can't be read has no title
         const QString name = vkr::toQt(record_->get_Name());
         const QString symbol = vkr::toQt(record_->get_Symbol());
         if (name.isEmpty() || symbol.isEmpty())
             return name + symbol;
-        return name + QStringLiteral(" (") + symbol + QStringLiteral(")");
-    } catch (const std::exception&) { // a record that can't be read has no title
-        return {};
-    }
+        return QString(name + QStringLiteral(" (") + symbol + QStringLiteral(")"));
+    });
 }
 
 QString VKRDataEntryWidget::windowTitleFor(QString title) {
@@ -322,10 +323,7 @@ bool VKRDataEntryWidget::fractionDisplay() const {
     return entry_->get_FractionDisplay();
 }
 void VKRDataEntryWidget::setFractionDisplay(bool fractions) {
-    if (fractions == fractionDisplay())
-        return;
     entry_->put_FractionDisplay(fractions);
-    emit fractionDisplayChanged();
 }
 int VKRDataEntryWidget::borderStyle() const {
     return static_cast<int>(entry_->get_BorderStyle());
@@ -399,7 +397,6 @@ void VKRDataEntryWidget::notify(std::string_view property) {
         {"VisibleQuarters", &VKRDataEntryWidget::visibleQuartersChanged},
         {"ShowReportingPeriod", &VKRDataEntryWidget::showReportingPeriodChanged},
         {"ShowVLs", &VKRDataEntryWidget::showVLsChanged},
-        {"CurrentTab", &VKRDataEntryWidget::currentTabChanged},
         {"PercentFormat", &VKRDataEntryWidget::percentFormatChanged},
         {"DateFormat", &VKRDataEntryWidget::dateFormatChanged},
         {"NumberFormat", &VKRDataEntryWidget::numberFormatChanged},

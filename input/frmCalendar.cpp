@@ -2,6 +2,7 @@
 #include "input/frmCalendar.hpp"
 
 #include "input/mdlKMTMisc.hpp"
+#include "platform/error_trap.hpp"
 
 #include <cmath>
 
@@ -26,7 +27,7 @@ Date frmCalendar::lastDate() const {
 
 void frmCalendar::Show(Services& services) {
     visible_ = true;
-    services.showModal(*this);
+    attempt([&] { services.showModal(*this); });
     visible_ = false;
 }
 

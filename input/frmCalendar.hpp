@@ -7,7 +7,7 @@
 
 namespace vkr {
 
-// The date picker: a calendar with OK and Cancel.
+// The date picker: the calendar Calendar1 over the buttons cmdOK and cmdCancel.
 class frmCalendar final : public CalendarForm {
   public:
     explicit frmCalendar(std::string caption, const Control* owner = nullptr)

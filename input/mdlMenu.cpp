@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "input/mdlMenu.hpp"
 
+#include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 
 #include <cstdint>
@@ -97,8 +98,10 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
                const TextBox* field, const TextField* changeable) {
     Builder builder(form, texts);
     if (field != nullptr) {
-        const FieldState state{!field->locked(), services.canUndo(*field), !field->text().empty(),
-                               field->selLength() > 0, services.clipboardHasText()};
+        const FieldState state{!field->locked(),
+                               attemptOr(false, [&] { return services.canUndo(*field); }),
+                               !field->text().empty(), field->selLength() > 0,
+                               attemptOr(false, [&] { return services.clipboardHasText(); })};
         for (const auto& entry : fieldEntries)
             builder.add(entry.text, entry.command, entry.enabled(state), entry.fallback);
     }

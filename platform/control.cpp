@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/control.hpp"
 
+#include "platform/error_trap.hpp"
 #include "platform/form.hpp"
 #include "platform/text.hpp"
 
@@ -297,7 +298,7 @@ void ScrollBar::setValue(int value) {
         return;
     value_ = value;
     notify(Property::value);
-    form().handler().onScroll(*this);
+    attempt([&] { form().handler().onScroll(*this); });
 }
 
 const Tab& TabStrip::tab(int index) const {
@@ -324,7 +325,7 @@ void TabStrip::selectTab(int index) {
         selected_ = index;
         notify(Property::value);
     }
-    form().handler().onTabSelected(*this);
+    attempt([&] { form().handler().onTabSelected(*this); });
 }
 
 } // namespace vkr

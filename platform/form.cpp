@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/form.hpp"
 
+#include "platform/error_trap.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
@@ -48,13 +49,22 @@ void Form::fail(std::string_view name, int index) {
 }
 
 void Form::adopt(std::unique_ptr<Control> control) {
-    auto& byIndex = byName_[control->name()];
-    if (!byIndex.emplace(control->index(), control.get()).second)
+    if (find(control->name(), control->index()) != nullptr)
         throw std::invalid_argument("control exists already: " + control->id());
+    // Where memory runs out the form is as before.
+    if (controls_.size() == controls_.capacity())
+        controls_.reserve(2 * controls_.size() + 16);
+    if (tabOrder_.size() == tabOrder_.capacity())
+        tabOrder_.reserve(2 * tabOrder_.size() + 16);
+    std::map<int, Control*> first{{control->index(), control.get()}};
+    if (const auto named = byName_.find(control->name()); named == byName_.end())
+        byName_.emplace(control->name(), std::move(first));
+    else
+        named->second.merge(first);
     tabOrder_.push_back(control.get());
     controls_.push_back(std::move(control));
     if (observer_ != nullptr)
-        observer_->controlAdded(*controls_.back());
+        attempt([&] { observer_->controlAdded(*controls_.back()); });
 }
 
 void Form::remove(Control& control) {
@@ -72,7 +82,7 @@ void Form::remove(Control& control) {
             ++focusMoves_;
     }
     if (observer_ != nullptr)
-        observer_->controlRemoved(control);
+        attempt([&] { observer_->controlRemoved(control); });
     std::erase(tabOrder_, &control);
     std::erase(changed_, &control);
     for (const auto& held : controls_)
@@ -121,12 +131,21 @@ void Form::tellChanged(Control& control, Property property) {
     if (property == Property::locked)
         endNote();
     if (updates_ == 0) {
-        observer_->controlChanged(control, property);
+        attempt([&] { observer_->controlChanged(control, property); });
         return;
     }
-    if (control.changes_ == 0)
-        changed_.push_back(&control);
+    if (control.changes_ == 0 && !attempt([&] { changed_.push_back(&control); })) {
+        attempt([&] { observer_->controlChanged(control, property); });
+        return;
+    }
     control.changes_ |= 1U << static_cast<unsigned>(property);
+}
+
+void Form::tellFocus() {
+    if (updates_ > 0)
+        focusMoved_ = true;
+    else if (observer_ != nullptr)
+        attempt([&] { observer_->focusChanged(); });
 }
 
 void Form::endUpdate() {
@@ -140,8 +159,11 @@ void Form::endUpdate() {
                 continue;
             control->changes_ &= ~bit;
             if (observer_ != nullptr)
-                observer_->controlChanged(*control, static_cast<Property>(property));
+                attempt(
+                    [&] { observer_->controlChanged(*control, static_cast<Property>(property)); });
         }
+    if (std::exchange(focusMoved_, false))
+        tellFocus();
 }
 
 void Form::setTabIndex(Control& control, int index) {
@@ -160,19 +182,19 @@ void Form::setSize(Twips width, Twips height) {
     width_ = width;
     height_ = height;
     if (observer_ != nullptr)
-        observer_->formChanged();
+        attempt([&] { observer_->formChanged(); });
 }
 
 void Form::setBackColor(Color color) {
     backColor_ = color;
     if (observer_ != nullptr)
-        observer_->formChanged();
+        attempt([&] { observer_->formChanged(); });
 }
 
 void Form::setBorderStyle(BorderStyle style) {
     borderStyle_ = style;
     if (observer_ != nullptr)
-        observer_->formChanged();
+        attempt([&] { observer_->formChanged(); });
 }
 
 void Form::setNumberMarks(NumberMarks marks) {
@@ -186,7 +208,7 @@ void Form::setNumberMarks(NumberMarks marks) {
 void Form::setMouseIcon(const Picture& icon) {
     mouseIcon_ = icon;
     if (observer_ != nullptr)
-        observer_->formChanged();
+        attempt([&] { observer_->formChanged(); });
 }
 
 // --- focus -----------------------------------------------------------------------------------
@@ -203,11 +225,11 @@ bool Form::focus(Control& control) {
             return false;
         if (!holds(control) || !control.canTakeFocus()) {
             if (active_ != nullptr && active_->canTakeFocus())
-                handler().onGotFocus(*active_);
+                attempt([&] { handler().onGotFocus(*active_); });
             else
                 settleFocus();
-            if (mine == focusMoves_ && observer_ != nullptr)
-                observer_->focusChanged();
+            if (mine == focusMoves_)
+                tellFocus();
             return false;
         }
     }
@@ -215,10 +237,10 @@ bool Form::focus(Control& control) {
     active_ = &control;
     focused_ = true;
     if (auto* field = dynamic_cast<TextField*>(&control))
-        field->beginEntry();
-    handler().onGotFocus(control);
-    if (mine == focusMoves_ && observer_ != nullptr)
-        observer_->focusChanged();
+        attempt([&] { field->beginEntry(); });
+    attempt([&] { handler().onGotFocus(control); });
+    if (mine == focusMoves_)
+        tellFocus();
     return mine == focusMoves_;
 }
 
@@ -228,7 +250,7 @@ bool Form::leave() {
     const unsigned before = focusMoves_;
     leaving_ = true;
     const Reset reset{leaving_};
-    handler().onLostFocus(*active_);
+    attempt([&] { handler().onLostFocus(*active_); });
     return before == focusMoves_;
 }
 
@@ -293,7 +315,7 @@ void Form::focusLeft() {
     if (active_ != nullptr && !leaving_ && !leave())
         return;
     focused_ = false;
-    handler().onFocusLeft();
+    attempt([&] { handler().onFocusLeft(); });
 }
 
 // --- keys --------------------------------------------------------------------------------------
@@ -313,7 +335,7 @@ bool Form::keyDown(KeyCode key, int shift, bool repeated) {
         return true;
     Control& control = *active_;
     const unsigned before = focusMoves_;
-    handler().onKeyDown(control, key, shift);
+    attempt([&] { handler().onKeyDown(control, key, shift); });
     if (key == keys::none || before != focusMoves_)
         return false;
     if (key == keys::tab && (shift & (shifts::control | shifts::alt)) == 0) {
@@ -336,7 +358,7 @@ bool Form::takeBack(Control& control) {
         return false;
     field->editText(field->entryText(), 0);
     field->select(0, textLength(field->text()));
-    handler().onChange(*field);
+    attempt([&] { handler().onChange(*field); });
     return true;
 }
 
@@ -414,7 +436,8 @@ bool Form::keyPress(char32_t& character) {
     if (active_ == nullptr)
         return true;
     const unsigned before = focusMoves_;
-    handler().onKeyPress(*active_, character);
+    if (!attempt([&] { handler().onKeyPress(*active_, character); }))
+        character = 0; // what the filter did not see is not typed
     if (character == 0 || before != focusMoves_)
         return false;
     const auto* field = dynamic_cast<TextField*>(active_);
@@ -423,7 +446,7 @@ bool Form::keyPress(char32_t& character) {
 
 void Form::keyUp(KeyCode key, int shift) {
     if (active_ != nullptr)
-        handler().onKeyUp(*active_, key, shift);
+        attempt([&] { handler().onKeyUp(*active_, key, shift); });
 }
 
 void Form::sendKey(KeyCode key, int shift) {
@@ -523,9 +546,10 @@ bool Form::userEdit(TextField& field, std::string_view text, int selStart, int s
     if (field.locked())
         return false;
     const bool changed = field.text() != text;
-    field.takeUserEdit(text, selStart, selLength);
+    if (!attempt([&] { field.takeUserEdit(text, selStart, selLength); }))
+        return false;
     if (changed)
-        handler().onChange(field);
+        attempt([&] { handler().onChange(field); });
     return true;
 }
 
@@ -564,13 +588,13 @@ void Form::mouseDown(Control& control, MouseButton button, int tab) {
         return;
     // What comes first may take the control away.
     if (hearsPressFirst(control)) {
-        handler().onMouseDown(control, button, tab);
+        attempt([&] { handler().onMouseDown(control, button, tab); });
         if (holds(control))
             focus(control);
     } else {
         focus(control);
         if (holds(control))
-            handler().onMouseDown(control, button, tab);
+            attempt([&] { handler().onMouseDown(control, button, tab); });
     }
 }
 
@@ -580,23 +604,23 @@ void Form::click(Control& control) {
             option->setValue(true);
         else if (auto* box = dynamic_cast<CheckBox*>(&control))
             box->setValue(!box->value());
-        handler().onClick(control);
+        attempt([&] { handler().onClick(control); });
     }
     if (holds(control)) // its handler may have removed it
-        handler().onPressEnded(control);
+        attempt([&] { handler().onPressEnded(control); });
 }
 
 void Form::pressGivenUp(Control& control) {
-    handler().onPressEnded(control);
+    attempt([&] { handler().onPressEnded(control); });
 }
 
 void Form::doubleClick(Control& control) {
     if (control.isShown() && control.isEnabled())
-        handler().onDoubleClick(control);
+        attempt([&] { handler().onDoubleClick(control); });
 }
 
 void Form::surfaceClick() {
-    handler().onFormClick();
+    attempt([&] { handler().onFormClick(); });
 }
 
 void Form::userScroll(ScrollBar& bar, int value) {
@@ -605,7 +629,7 @@ void Form::userScroll(ScrollBar& bar, int value) {
 
 void Form::userSpin(Spinner& spinner, int steps) {
     if (spinner.isShown() && spinner.isEnabled())
-        handler().onSpin(spinner, steps);
+        attempt([&] { handler().onSpin(spinner, steps); });
 }
 
 bool Form::userPick(ComboBox& list, int index) {
@@ -616,7 +640,7 @@ bool Form::userPick(ComboBox& list, int index) {
     list.listIndex_ = index;
     list.select(0, textLength(list.text()));
     if (changed)
-        handler().onListChoice(list);
+        attempt([&] { handler().onListChoice(list); });
     return true;
 }
 

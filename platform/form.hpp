@@ -17,7 +17,7 @@ namespace vkr {
 
 // What a form does when the user acts; the component implements it. The order in which the calls
 // come is the form's: mouse down (buttons) or after the focus has moved (fields), key down, key
-// press, change, focus lost, focus gained, click, double-click.
+// press, change, focus lost, focus gained, click, double-click. What a handler throws ends there.
 class FormHandler {
   public:
     virtual ~FormHandler() = default;
@@ -106,7 +106,8 @@ class Form {
     [[nodiscard]] int lowerBound(std::string_view name) const;
 
     // Changes of models that belong together: observers are told once a control and property, when
-    // the outermost scope ends.
+    // the outermost scope ends, and of the focus after them: it may have gone to a control that
+    // could not take it before.
     class Update {
       public:
         explicit Update(Form& form) : form_(form) { ++form_.updates_; }
@@ -214,6 +215,7 @@ class Form {
     void adopt(std::unique_ptr<Control> control);
     void endNote();
     void tellChanged(Control& control, Property property);
+    void tellFocus();
     void endUpdate();
     void setTabIndex(Control& control, int index);
     void reorderFront(Control& control);
@@ -232,6 +234,7 @@ class Form {
     FormObserver* observer_ = nullptr;
     int updates_ = 0;
     std::vector<Control*> changed_; // within an update
+    bool focusMoved_ = false;       // the same
     std::vector<std::unique_ptr<Control>> controls_;
     std::map<std::string, std::map<int, Control*>, std::less<>> byName_;
     std::vector<Control*> tabOrder_;

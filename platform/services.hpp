@@ -24,6 +24,13 @@ inline constexpr int defaultSecondButton = 256;
 
 enum class MessageAnswer { ok = 1, cancel = 2, yes = 6, no = 7 };
 
+// Names of the parts of a calendar form.
+namespace calendar_part {
+inline constexpr std::string_view calendar = "Calendar1";
+inline constexpr std::string_view ok = "cmdOK";
+inline constexpr std::string_view cancel = "cmdCancel";
+} // namespace calendar_part
+
 // A small form with a calendar, OK and Cancel, as an adapter shows it: it draws the form, hands on
 // what the user does, and stays until the form is not visible any more.
 class CalendarForm {
@@ -44,6 +51,7 @@ class CalendarForm {
 };
 
 // Everything the component needs of the desktop it runs on, and of the container it is placed in.
+// What a service throws ends at the statement that asked for it.
 class Services {
   public:
     virtual ~Services() = default;
@@ -78,7 +86,7 @@ class Services {
     virtual std::shared_ptr<Object> createObject(std::string_view programmaticId) = 0;
 
     // --- container ----------------------------------------------------------------------------
-    // True while the host runs, false at design time. May throw: the flag can't be read yet.
+    // True while the host runs, false at design time. Throws while the flag can't be read yet.
     virtual bool ambientUserMode() = 0;
     // The component's own application title, the caption of its message boxes.
     virtual std::string applicationTitle() = 0;

@@ -37,7 +37,7 @@ namespace vkr {
 // Wrong use of the desktop itself, such as a click on what nobody could see, throws
 // std::logic_error (a malformed key notation its kind std::invalid_argument) with a message that
 // says why. Nothing has happened to the form by then.
-class VirtualDesktop final : public Services, private FormObserver {
+class VirtualDesktop : public Services, private FormObserver {
   public:
     // The day a new desktop has as today: 15 March 2024.
     static constexpr Date defaultToday{45366};

@@ -245,8 +245,9 @@ bool QuarterlyGrid::existsData() const {
             const Variant value = readSeries(
                 *session_.company, seriesOf(table[static_cast<std::size_t>(column)]).series);
             const VariantArray& figures = value.array();
-            for (int i = std::max(0, figures.lower()); i <= figures.upper() && !found; ++i)
-                found = leadingNumber(figures.text(i)) != 0;
+            const std::int64_t last = figures.upper(); // which may be the end of int
+            for (std::int64_t i = std::max(0, figures.lower()); i <= last && !found; ++i)
+                found = leadingNumber(figures.text(static_cast<int>(i))) != 0;
         });
         if (found || std::ranges::any_of(cells(column), [](const TextBox* cell) {
                 return leadingNumber(cell->text()) != 0;
@@ -390,8 +391,9 @@ bool QuarterlyGrid::holdsFigures() const {
         attempt([&] {
             const Variant value = readSeries(*session_.company, series.series);
             const VariantArray& figures = value.array();
-            for (int i = figures.lower(); i <= figures.upper() && !found; ++i)
-                found = figures.number(i) != 0;
+            const std::int64_t last = figures.upper(); // which may be the end of int
+            for (std::int64_t i = figures.lower(); i <= last && !found; ++i)
+                found = figures.number(static_cast<int>(i)) != 0;
         });
     });
     return found;
@@ -438,12 +440,8 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     });
     if (before)
         storeMarked(); // in the quarters that are still beside the cells
-    try {
-        takeLastQuarter(before, typed);
-    } catch (const std::exception& error) {
-        session_.message(std::string("LastQDate Lost Focus error: ") + error.what(),
-                         message_box::exclamationIcon);
-    }
+    if (const auto failure = failureOf([&] { takeLastQuarter(before, typed); }))
+        session_.message("LastQDate Lost Focus error: " + *failure, message_box::exclamationIcon);
     session_.takePickBack(); // unless the date was taken
 }
 

@@ -263,6 +263,8 @@ constexpr Hiding hidings[] = {
     {"OkButton", [](HelpScene& scene) { scene.desktop.click("cmdOK"); }},
     {"HelpButton", [](HelpScene& scene) { scene.desktop.click("cmdHelp"); }},
     {"F1", [](HelpScene& scene) { scene.desktop.type("{F1}"); }},
+    {"AnotherRecord", [](HelpScene& scene) { scene.load(fullCompany()); }},
+    {"Clear", [](HelpScene& scene) { scene.entry->Clear(); }},
 };
 
 class HelpFrameHides : public testing::TestWithParam<Hiding> {};
@@ -292,6 +294,46 @@ TEST(HelpFrame, OptionClicksHideIt) {
     scene.form().get<OptionButton>("optCurrency", 0).setFocus();
     scene.desktop.type("{DOWN}");
     EXPECT_FALSE(scene.frame().visible());
+}
+
+TEST(HelpFrame, ScrollingEitherGridHidesIt) {
+    HelpScene scene;
+    scene.entry->put_VisibleQuarters(35);
+    struct Row {
+        const char* cell;
+        const char* bar;
+        TABObject tab;
+    };
+    for (const Row& row : {Row{"txtSales(3)", "hscrYearly", toYearly},
+                           Row{"txtRevenue(1)", "vscrQuarterly", toQuarterly}}) {
+        scene.desktop.clickTab(row.tab);
+        auto& bar = scene.form().get<ScrollBar>(row.bar);
+        bar.setRange(0, 900, 1, 5);
+        scene.help(row.cell);
+        scene.desktop.scroll(row.bar, 2);
+        EXPECT_FALSE(scene.frame().visible()) << row.bar;
+        scene.help(row.cell);
+        std::int16_t key = keys::down;
+        std::int16_t shift = 0;
+        scene.entry->ScrollMouse(key, shift);
+        EXPECT_FALSE(scene.frame().visible()) << row.bar;
+    }
+}
+
+TEST(HelpFrame, StandsAtItsCellWhereTheGridIsScrolled) {
+    HelpScene scene;
+    scene.entry->put_VisibleQuarters(35);
+    scene.desktop.clickTab(toQuarterly);
+    const auto& cell = scene.field("txtNetInc", 20);
+    Twips before = -1;
+    for (const int first : {20, 15, 12}) {
+        scene.desktop.scroll("vscrQuarterly", first);
+        scene.help("txtNetInc(20)");
+        EXPECT_EQ(scene.frame().left(), std::max(0.0, cell.formLeft() - scene.frame().width()));
+        EXPECT_EQ(scene.frame().top(), std::max(0.0, cell.formTop() - scene.frame().height()));
+        EXPECT_GT(cell.formTop(), before);
+        before = cell.formTop();
+    }
 }
 
 // Every field, wherever it is, hides it at the press; no other button than the right one asks for
@@ -486,6 +528,60 @@ TEST_F(HelpFrameSize, ATextOfOneEndlessWordStaysInside) {
     showText(std::string(500, 'w'));
     EXPECT_LE(frame().left() + frame().width(), 8070);
     EXPECT_LE(frame().top() + frame().height(), 5835);
+}
+
+TEST_F(HelpFrameSize, LineBreaksOfItsOwnMakeLines) {
+    struct Row {
+        const char* text;
+        int lines;
+    };
+    for (const Row& row :
+         {Row{"one\rtwo", 2}, Row{"one\ntwo", 2}, Row{"one\r\ntwo", 2}, Row{"one\r\n\r\nthree", 3},
+          Row{"one\n\rthree", 3}, Row{"one\n", 2}, Row{"a\rb\nc\r\nd", 4}}) {
+        showText(row.text);
+        EXPECT_EQ(get("lblToolTip").height(), row.lines * VirtualDesktop::characterHeight)
+            << row.text;
+        EXPECT_TRUE(get("lblToolTip").wordWrap());
+        EXPECT_EQ(get("lblToolTip").caption(), row.text);
+        EXPECT_LT(get("lblToolTip").width(), 2 * desktop.textWidth("More Help..."));
+    }
+    const std::string line = "about twenty letters"; // the widest line counts, not their sum
+    showText(line + "\r" + line + "\r" + line);
+    EXPECT_LT(get("lblToolTip").width(), 2 * desktop.textWidth(line));
+    EXPECT_EQ(get("lblToolTip").height(), 3 * VirtualDesktop::characterHeight);
+}
+
+TEST_F(HelpFrameSize, AWordThatIsTooLongForALineGoesOnInTheNext) {
+    const std::string endless(200, 'w');
+    showText(endless);
+    const Twips width = get("lblToolTip").width();
+    EXPECT_TRUE(get("lblToolTip").wordWrap());
+    EXPECT_GE(get("lblToolTip").height() * width,
+              desktop.textWidth(endless) * VirtualDesktop::characterHeight);
+    const auto linesOf = [&](std::string_view text) {
+        showText(text);
+        return get("lblToolTip").height() / VirtualDesktop::characterHeight;
+    };
+    const auto alone = linesOf(endless);
+    EXPECT_EQ(linesOf("a " + endless), alone + 1);
+    EXPECT_EQ(linesOf(endless + " b"), alone);
+    EXPECT_EQ(linesOf("a\r" + endless), alone + 1);
+    std::string chinese;
+    for (int i = 0; i < 200; ++i)
+        chinese += "\u8CC7";
+    EXPECT_EQ(linesOf(chinese), alone);
+}
+
+TEST_F(HelpFrameSize, AVeryLongTextLeavesTheLinkOnTheForm) {
+    std::string text;
+    for (int i = 0; i < 3000; ++i)
+        text += "word ";
+    for (const std::string& shown : {text, std::string(20'000, 'w'), std::string(500, '\r')}) {
+        showText(shown);
+        EXPECT_LE(frame().left() + frame().width(), 8070);
+        EXPECT_LE(frame().top() + frame().height(), 5835);
+        EXPECT_LE(get("lblMoreHelp").top() + get("lblMoreHelp").height(), frame().height());
+    }
 }
 
 // --- without texts -------------------------------------------------------------------------------

@@ -126,6 +126,46 @@ TEST_F(HostInterface, NotifiesTheContainerAtEveryAssignmentOfThese) {
         }
 }
 
+TEST_F(HostInterface, InitPropertiesBringsTheRowsBackWithTheirNumber) {
+    const auto rows = [&] { return entry.form().upperBound("txtRevenue") + 1; };
+    entry.put_VisibleQuarters(20);
+    EXPECT_EQ(rows(), 20);
+    entry.InitProperties();
+    EXPECT_EQ(entry.get_VisibleQuarters(), 9);
+    EXPECT_EQ(rows(), 9);
+    entry.put_VisibleQuarters(9);
+    EXPECT_EQ(rows(), 9);
+}
+
+TEST_F(HostInterface, TellsOfThePriceDisplayWhoeverChangesIt) {
+    int told = 0;
+    entry.fractionDisplayChanged = [&] { ++told; };
+    entry.put_FractionDisplay(true);
+    EXPECT_EQ(told, 1);
+    entry.put_FractionDisplay(true);
+    EXPECT_EQ(told, 1);
+    desktop.clickTab(toOptions);
+    desktop.click("optDisplay(0)");
+    EXPECT_FALSE(entry.get_FractionDisplay());
+    EXPECT_EQ(told, 2);
+}
+
+TEST_F(HostInterface, LoadingWhileAFieldHasTheFocusSelectsItsNewText) {
+    entry.put_objCompany(fullCompany());
+    for (const char* id : {"txtName", "txtSales(2)", "txtEPS(1)", "cmbExchange"}) {
+        entry.showField(id);
+        ASSERT_EQ(desktop.focusedId(), id);
+        entry.put_objCompany(fullCompany());
+        const auto& field = dynamic_cast<TextField&>(desktop.control(id));
+        EXPECT_EQ(field.selText(), field.text()) << id;
+        EXPECT_EQ(desktop.focusedId(), id);
+    }
+    entry.showField("txtName");
+    entry.put_objCompany(fullCompany());
+    desktop.type("Typed over");
+    EXPECT_EQ(dynamic_cast<TextField&>(desktop.control("txtName")).text(), "Typed over");
+}
+
 TEST_F(HostInterface, NotifiesShadesAndVisibleQuartersWhenTheyReallyChange) {
     struct Row {
         std::string name;

@@ -154,7 +154,7 @@ void YearlyGrid::changeSpan(int years) {
              : session_.confirmLoss(text_number::removesYear,
                                     "This removes the newest year: the figures of",
                                     std::to_string(newest));
-    if (!confirmed)
+    if (!confirmed || lastFiscalYear() != newest) // another year was typed under the question
         return;
     // As it is now: a record may let its date follow the year.
     const auto end = session_.dateOf(session_.textBox("txtDateofLastFY"), Datum::LastFYDate);
@@ -263,7 +263,6 @@ void YearlyGrid::setUpBar() {
 }
 
 void YearlyGrid::pan() {
-    session_.hideHelpFrame();
     auto& panel = session_.form.get<Frame>("fraDE", 2);
     panel.move(-session_.form.get<ScrollBar>("hscrYearly").value(), panel.top());
 }

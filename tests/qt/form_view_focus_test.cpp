@@ -29,6 +29,27 @@ TEST_F(FormViewFocus, BacktabFromTheHostEntersAtTheLastControl) {
     EXPECT_EQ(focused(), native(*strip));
 }
 
+TEST_F(FormViewFocus, FollowsToAControlThatIsEnabledInTheSameUpdate) {
+    open();
+    name->setFocus();
+    price->setEnabled(false);
+    {
+        const Form::Update update(form);
+        price->setEnabled(true);
+        price->setFocus();
+    }
+    EXPECT_EQ(form.activeControl(), price);
+    EXPECT_EQ(focused(), native(*price));
+    {
+        const Form::Update update(form);
+        name->setVisible(false);
+        price->setEnabled(false);
+        name->setVisible(true);
+        name->setFocus();
+    }
+    EXPECT_EQ(focused(), native(*name));
+}
+
 TEST_F(FormViewFocus, TabFollowsTheTabOrderOfTheForm) {
     ok->setTabIndex(0);
     open();

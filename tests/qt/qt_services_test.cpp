@@ -185,6 +185,20 @@ TEST_F(OnQtServices, ADayIsChosenOrNot) {
     EXPECT_EQ(pickDate(services, Date{}), std::nullopt);
 }
 
+TEST_F(OnQtServices, ThePartsOfTheCalendarCarryTheirNames) {
+    answers.next([&](QWidget& dialog) {
+        const auto* days = dialog.findChild<QCalendarWidget*>("Calendar1");
+        const auto* ok = dialog.findChild<QPushButton*>("cmdOK");
+        auto* cancel = dialog.findChild<QPushButton*>("cmdCancel");
+        ASSERT_TRUE(days != nullptr && ok != nullptr && cancel != nullptr);
+        EXPECT_EQ(days->accessibleName(), "Pick");
+        EXPECT_EQ(ok->accessibleName(), "OK");
+        EXPECT_EQ(cancel->accessibleName(), "Cancel");
+        cancel->click();
+    });
+    EXPECT_EQ(pickDate(services, *makeDate(2024, 2, 29)), std::nullopt);
+}
+
 TEST_F(OnQtServices, TheCalendarLeavesItsFieldInSight) {
     open();
     frmCalendar calendar("Pick", name);

@@ -97,6 +97,37 @@ TEST_F(DataEntryWidget, TheTitleOfAWindowShowsItsChangesAndTheWholeName) {
     EXPECT_EQ(window.windowHandle()->title(), "*");
 }
 
+TEST_F(DataEntryWidget, SignalsATabOnceAndThePriceDisplayAlsoWhereTheUserChoosesIt) {
+    open(std::make_shared<CompanyRecord>());
+    QSignalSpy tabs(entry, &VKRDataEntryWidget::currentTabChanged);
+    QSignalSpy fractions(entry, &VKRDataEntryWidget::fractionDisplayChanged);
+    entry->setCurrentTab(toOptions);
+    EXPECT_EQ(tabs.count(), 1);
+    entry->setCurrentTab(toOptions);
+    EXPECT_EQ(tabs.count(), 1);
+    QTest::mouseClick(native<QWidget>("optDisplay", 1), Qt::LeftButton);
+    EXPECT_TRUE(entry->fractionDisplay());
+    EXPECT_EQ(fractions.count(), 1);
+    entry->setFractionDisplay(false);
+    EXPECT_EQ(fractions.count(), 2);
+    entry->setFractionDisplay(false);
+    EXPECT_EQ(fractions.count(), 2);
+    entry->setNext();
+    EXPECT_EQ(tabs.count(), 2);
+}
+
+TEST_F(DataEntryWidget, KeepsTheTextSelectedWhereARecordComesInUnderTheFocus) {
+    const auto company = fullCompany();
+    open(company);
+    entry->component().showField("txtName");
+    auto* box = native("txtName");
+    ASSERT_TRUE(box->hasFocus());
+    entry->setCompany(fullCompany());
+    EXPECT_TRUE(box->hasFocus());
+    EXPECT_EQ(box->selectedText(), box->text());
+    EXPECT_FALSE(box->text().isEmpty());
+}
+
 TEST_F(DataEntryWidget, ADayIsNotPickedForARecordThatCameInMeanwhile) {
     const auto first = std::make_shared<CompanyRecord>();
     const auto second = std::make_shared<CompanyRecord>();

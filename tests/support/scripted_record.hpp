@@ -4,6 +4,7 @@
 #include "company/company_record.hpp"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -27,14 +28,16 @@ class ScriptedRecord final : public iVKR_Company {
 
     std::shared_ptr<CompanyRecord> company; // what stands in it
     mutable std::vector<std::string> log;
-    std::set<std::string, std::less<>> failing; // operations that throw
-    bool withoutObjects = false;                // settings and reporting period are null
+    std::set<std::string, std::less<>> failing;             // operations that throw
+    std::function<void(const std::string& operation)> hook; // runs before each one
+    bool withoutObjects = false; // settings and reporting period are null
     int missing = 0; // elements that its series lack at their end; `company` keeps what is there
     // Its settings are a copy for whoever asks; reading SettingsApply takes over the last one.
     bool lendsSettings = false;
-    std::optional<double> everyFigure; // read in place of all numbers and elements
-    int first = 0;                     // the lower bound of its series
-    bool datesFollowYear = false;      // writing LastFY moves LastFYDate into that year
+    std::optional<double> everyFigure;  // read in place of all numbers and elements
+    int first = 0;                      // the lower bound of its series
+    std::optional<Variant> everySeries; // read in place of all series
+    bool datesFollowYear = false;       // writing LastFY moves LastFYDate into that year
 
     // The operations of one kind that were asked for, oldest first.
     [[nodiscard]] std::vector<std::string> logged(std::string_view kind) const {
@@ -215,6 +218,8 @@ class ScriptedRecord final : public iVKR_Company {
     };
 
     [[nodiscard]] Variant shortened(Variant series) const {
+        if (everySeries)
+            return *everySeries;
         if (everyFigure)
             std::ranges::fill(*series.array().numbers(), *everyFigure);
         if (missing + first != 0) {
@@ -233,6 +238,8 @@ class ScriptedRecord final : public iVKR_Company {
     }
     void note(const std::string& operation) const {
         log.push_back(operation);
+        if (hook)
+            hook(operation);
         if (failing.contains(operation))
             throw std::runtime_error(operation + " fails");
     }

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/failing_memory.hpp"
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+int allocationsLeft = 0; // 0: none fails
+bool failed = false;
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    if (allocationsLeft > 0 && --allocationsLeft == 0) {
+        failed = true;
+        throw std::bad_alloc();
+    }
+    if (void* place = std::malloc(size == 0 ? 1 : size))
+        return place;
+    throw std::bad_alloc();
+}
+void operator delete(void* place) noexcept {
+    std::free(place);
+}
+void operator delete(void* place, std::size_t /*size*/) noexcept {
+    std::free(place);
+}
+
+namespace vkr {
+
+FailingMemory::FailingMemory(int nth) {
+    failed = false;
+    allocationsLeft = nth;
+}
+FailingMemory::~FailingMemory() {
+    allocationsLeft = 0;
+}
+bool FailingMemory::hasFailed() const {
+    return failed;
+}
+
+} // namespace vkr
