@@ -215,6 +215,20 @@ void QuarterlyGrid::scroll() {
     }
 }
 
+void QuarterlyGrid::turnPage(const Control& active, int direction) {
+    auto& bar = session_.form.get<ScrollBar>("vscrQuarterly");
+    const int rows = direction * bar.largeChange();
+    bar.setValue(bar.value() + rows);
+    const auto cell = find(active);
+    if (!cell)
+        return;
+    const auto column = cells(cell->column);
+    int row = std::clamp(cell->row + rows, 0, visibleRows_ - 1);
+    while (row != cell->row && !column[static_cast<std::size_t>(row)]->canTakeFocus())
+        row -= direction; // a smaller record has no such quarter
+    column[static_cast<std::size_t>(row)]->setFocus();
+}
+
 void QuarterlyGrid::enter(Cell cell) {
     auto& bar = session_.form.get<ScrollBar>("vscrQuarterly");
     if (cell.row < bar.value())

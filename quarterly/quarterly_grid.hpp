@@ -33,6 +33,9 @@ class QuarterlyGrid final : public SeriesGrid {
     void setVisibleRows(int count); // cut to 1 to 35
     void layOut();                  // bar and scroll position
     void scroll();                  // the bar was moved
+    // Scrolls by as many rows as are in view, 1 down and -1 up. A cell that has the focus hands it
+    // on to its column's cell at the same place of the view.
+    void turnPage(const Control& active, int direction);
     void clearLabels();
 
     [[nodiscard]] bool existsData() const;

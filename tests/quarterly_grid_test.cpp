@@ -670,6 +670,50 @@ TEST_F(QuarterSpan, TheBarBringsARowToTheTopWithItsCurrencySigns) {
     EXPECT_EQ(desktop.control("fraDE", 3).top(), 0);
 }
 
+TEST_F(QuarterSpan, PageKeysLookAtAllQuartersAndChangeNothing) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    scene.entry->put_VisibleQuarters(35);
+    const auto before = company->clone();
+    goTo(scene, "txtEPS(2)");
+    const int page = bar().largeChange();
+    desktop.type("{PGDN}");
+    EXPECT_EQ(bar().value(), page);
+    EXPECT_EQ(desktop.focusedId(), "txtEPS(" + std::to_string(2 + page) + ")");
+    EXPECT_TRUE(desktop.canReach(desktop.focusedId()));
+    for (int i = 0; i < 5; ++i)
+        desktop.type("{PGDN}");
+    EXPECT_EQ(bar().value(), bar().maximum());
+    EXPECT_EQ(desktop.focusedId(), "txtEPS(34)");
+    for (int i = 0; i < 5; ++i)
+        desktop.type("{PGUP}");
+    EXPECT_EQ(bar().value(), 0);
+    EXPECT_EQ(desktop.focusedId(), "txtEPS(0)");
+    goTo(scene, "txtLastQDate");
+    desktop.type("{PGDN}");
+    EXPECT_EQ(bar().value(), page) << "from anywhere on the tab";
+    EXPECT_EQ(desktop.focusedId(), "txtLastQDate");
+    desktop.type("^{PGDN}");
+    EXPECT_EQ(scene.entry->get_CurrentTab(), toOther) << "with Ctrl it is the next tab";
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
+TEST_F(QuarterSpan, ThePageKeysStoreWhatIsBeingTypedAndStopAtTheLastQuarterOfTheRecord) {
+    fill();
+    const Date last = *makeDate(2026, 9, 30);
+    load(last);
+    scene.entry->put_VisibleQuarters(35);
+    goTo(scene, "txtRevenue(0)");
+    desktop.type("^a7{PGDN}");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 0), 7);
+    desktop.spin("spnQuarter", -20); // the rows below show no quarter of the record
+    goTo(scene, "txtRevenue(0)");
+    for (int i = 0; i < 4; ++i)
+        desktop.type("{PGDN}");
+    EXPECT_EQ(desktop.focusedId(), "txtRevenue(14)");
+}
+
 // --- whether there is any data -------------------------------------------------------------------
 
 TEST_F(QuarterSpan, DataIsFoundInTheRecordAndOnTheScreen) {
