@@ -47,6 +47,12 @@ bool lacksDate(const Session& session, Datum datum) {
            !Session::isValidDate(stored);
 }
 
+// Writes a date where the record has no valid one.
+void suggest(Session& session, Datum missing, Datum written, Date date) {
+    if (lacksDate(session, missing) && attempt([&] { writeDate(*session.company, written, date); }))
+        session.suggestedDates.insert(written);
+}
+
 void showSeries(const Session& session, SeriesGrid& grid, std::span<const LoadedSeries> table) {
     for (const LoadedSeries& loaded : table)
         attempt([&] {
@@ -169,11 +175,9 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     fields.load(LoadStep::otherNumbers);
     fields.load(LoadStep::otherTexts);
 
-    if (lacksDate(session, Datum::LastQDateForGrid))
-        attempt([&] { company.put_LastQDate(endOfLastYear(session)); });
+    suggest(session, Datum::LastQDateForGrid, Datum::LastQDate, endOfLastYear(session));
     attempt([&] { quarterly.showSpan(); });
-    if (lacksDate(session, Datum::LastFYDate))
-        attempt([&] { company.put_LastFYDate(endOfLastYear(session)); });
+    suggest(session, Datum::LastFYDate, Datum::LastFYDate, endOfLastYear(session));
     attempt([&] { company.put_LastFY(company.get_LastFY()); });
     attempt([&] { yearly.showSpan(); });
 
@@ -181,8 +185,7 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     attempt([&] { loadReportingPeriod(session); });
     fields.load(LoadStep::companyNumbers);
     for (const Datum datum : {Datum::PriceUpdatedDate, Datum::LastUpdate})
-        if (lacksDate(session, datum))
-            attempt([&] { writeDate(company, datum, session.services.today()); });
+        suggest(session, datum, datum, session.services.today());
     fields.load(LoadStep::dates);
     fields.load(LoadStep::prices);
     fields.load(LoadStep::identity);

@@ -22,7 +22,8 @@ void Session::hideHelpFrame() {
 }
 
 void Session::markChanged() {
-    setDirty(true);
+    dirty = true;
+    tellState();
 }
 
 void Session::markPicked() {
@@ -203,6 +204,7 @@ bool Session::storeDate(Datum datum, Date date) {
 
 void Session::putDate(TextField& field, Datum datum, Date date) {
     const bool stored = storeDate(datum, date);
+    suggestedDates.erase(datum);
     putFieldText(field, dateText(date));
     if (stored)
         return;

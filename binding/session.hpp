@@ -15,6 +15,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -55,6 +56,9 @@ class Session final : public FieldHost {
         Date date;
     };
     std::map<const TextField*, PickedDate> picked;
+
+    // Dates that loading wrote where the record had none, until somebody types or picks one there.
+    std::set<Datum> suggestedDates;
 
     // A date that rebuilds a grid is being edited: txtDateofLastFY or txtLastQDate.
     bool dateFieldPending = false;

@@ -192,8 +192,12 @@ void RightClickMenu::putDate(TextField& field, Date date) {
         return;
     const Session::Work work(session_); // the date is for the record that it was picked for
     if (const auto held = dateOf(field);
-        held && daysBetween(*held, date) == 0 && !field.isUnstored())
+        held && daysBetween(*held, date) == 0 && !field.isUnstored()) {
+        if (fieldChanged)
+            fieldChanged(field); // a date that was only suggested is picked now
+        leave(field);
         return;
+    }
     field.setFocus();
     const std::string text = session_.dateText(date);
     session_.picked[&field] = {text, date};

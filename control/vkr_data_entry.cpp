@@ -99,6 +99,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
 
     void load(std::shared_ptr<iVKR_Company> company);
     std::shared_ptr<iVKR_Company> commit();
+    void commitInto(std::shared_ptr<iVKR_Company> copy);
     void clear();
     void stepTab(int step);
     void scrollMouse(KeyCode key);
@@ -197,6 +198,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     [[nodiscard]] const KeyFilter* filterOf(const Control& control) const;
     [[nodiscard]] std::optional<int> noteOf(const Control& control) const;
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field) const;
+    [[nodiscard]] std::optional<Datum> dateIn(const Control& control) const;
     [[nodiscard]] bool opensCalendar(const Control& control, KeyCode key, int shift) const;
     void askForMoreHelp();
 
@@ -204,11 +206,12 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     std::vector<Label*> lockedLabels_;  // of the fields that the lock protects
     bool okSettles_ = false;            // OK went down while a pending date was edited
     bool helpKeyDown_ = false;
-    bool keyWentDown_ = false;
-    bool toldOfKey_ = false; // that it was refused // since the help frame was shown
-    bool quiet_ = true;      // start-up and restoring: the focus stays where it is
+    bool keyWentDown_ = false; // since the help frame was shown
+    bool toldOfKey_ = false;   // that it was refused
+    bool quiet_ = true;        // start-up and restoring: the focus stays where it is
     bool resizing_ = false;
     bool loading_ = false;
+    const TextField* typedDate_ = nullptr; // with a date that was but suggested until it is left
 };
 
 VKRDataEntry::Impl::Impl(VKRDataEntry& owner, Services& hostServices)
@@ -435,6 +438,8 @@ void VKRDataEntry::Impl::load(std::shared_ptr<iVKR_Company> company) {
     session.dateFieldPending = active != nullptr && form.hasFocus() && isPendingDate(*active);
     session.cancelPressed = false;
     session.picked.clear();
+    session.suggestedDates.clear();
+    typedDate_ = nullptr;
 
     attempt([&] { clear(); });
     attempt([&] { listReportingPeriods(); });
@@ -473,6 +478,14 @@ std::shared_ptr<iVKR_Company> VKRDataEntry::Impl::commit() {
         attempt([&] { quarterly.followCommit(); });
     }
     return session.company;
+}
+
+void VKRDataEntry::Impl::commitInto(std::shared_ptr<iVKR_Company> copy) {
+    if (session.company == nullptr || copy == nullptr)
+        return;
+    std::swap(session.company, copy);
+    commitCompany(session, quarterly.lastQuarter()); // whatever fails is skipped in there
+    std::swap(session.company, copy);
 }
 
 void VKRDataEntry::Impl::clear() {
@@ -866,6 +879,12 @@ void VKRDataEntry::Impl::leaveControl(Control& control) {
         leaveOtherField(*other);
     if (auto* field = dynamic_cast<TextField*>(&control); field != nullptr && isUntouched(*field))
         session.picked.erase(field);
+    if (typedDate_ == &control && typedDate_->mark().empty() &&
+        typedDate_->text() == typedDate_->tag()) {
+        session.suggestedDates.erase(dateIn(*typedDate_).value());
+        typedDate_ = nullptr;
+        session.tellState(); // typed as it stood there: nothing else tells of it
+    }
 }
 
 void VKRDataEntry::Impl::leaveOtherField(TextField& field) {
@@ -885,10 +904,18 @@ void VKRDataEntry::Impl::askForMoreHelp() {
 }
 
 std::optional<Date> VKRDataEntry::Impl::dateOf(const TextField& field) const {
-    if (const auto* row = fields.find(field))
-        return session.dateOf(field, row->datum);
-    return session.dateOf(field,
-                          field.name() == "txtLastQDate" ? Datum::LastQDate : Datum::LastFYDate);
+    return session.dateOf(field, dateIn(field).value_or(Datum::LastFYDate));
+}
+
+// The date that a field shows or decides.
+std::optional<Datum> VKRDataEntry::Impl::dateIn(const Control& control) const {
+    if (const auto* row = fields.find(control))
+        return row->kind == FieldKind::date ? std::optional(row->datum) : std::nullopt;
+    if (control.name() == "txtLastQDate")
+        return Datum::LastQDate;
+    if (control.name() == "txtDateofLastFY" || control.name() == "txtLastFY")
+        return Datum::LastFYDate;
+    return std::nullopt;
 }
 
 bool VKRDataEntry::Impl::opensCalendar(const Control& control, KeyCode key, int shift) const {
@@ -921,6 +948,12 @@ void VKRDataEntry::Impl::onKeyDown(Control& control, KeyCode& key, int shift) {
     }
     if ((shift & shifts::control) != 0 && (key == keys::pageDown || key == keys::pageUp)) {
         stepTab(key == keys::pageDown ? 1 : -1);
+        key = keys::none;
+        return;
+    }
+    if ((key == keys::pageDown || key == keys::pageUp) && shift == shifts::none &&
+        strip().selected() == toQuarterly) {
+        quarterly.turnPage(control, key == keys::pageDown ? 1 : -1);
         key = keys::none;
         return;
     }
@@ -1011,6 +1044,8 @@ void VKRDataEntry::Impl::onChange(TextField& field) {
     if (const auto picked = session.picked.find(&field);
         picked != session.picked.end() && picked->second.text != field.text())
         session.picked.erase(picked);
+    if (const auto date = dateIn(field); date && session.suggestedDates.contains(*date))
+        typedDate_ = &field;
     if (field.name() == "txtLastFY")
         yearly.typeLastFiscalYear();
     else if (field.name() == "txtCurSymbol")
@@ -1346,6 +1381,12 @@ void VKRDataEntry::ScrollMouse(std::int16_t& intKeyCode, std::int16_t& /*intShif
 
 void VKRDataEntry::leaveField() {
     attempt([&] { impl_->leaveField(); });
+}
+void VKRDataEntry::commitInto(std::shared_ptr<iVKR_Company> copy) {
+    attempt([&] { impl_->commitInto(std::move(copy)); });
+}
+std::vector<Datum> VKRDataEntry::suggestedDates() const {
+    return {impl_->session.suggestedDates.begin(), impl_->session.suggestedDates.end()};
 }
 std::vector<MarkedField> VKRDataEntry::unstoredFields() const {
     return impl_->markedFields(MarkKind::unstored);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "binding/datum_table.hpp"
 #include "binding/enumerations.hpp"
 #include "binding/ivkr_company.hpp"
 #include "platform/form.hpp"
@@ -141,8 +142,14 @@ class VKRDataEntry {
     [[nodiscard]] std::vector<MarkedField> doubtfulFields() const;
     // Brings a field, named as in MarkedField, on show with its tab and moves the focus there.
     void showField(std::string_view control);
-    // Called after every change of blnDirty and of the record's identity (name, symbol), when what
-    // changed it is done.
+    // Puts into a copy of the record what reading objCompany would put into the record, which stays
+    // as it is: for a host that asks what would be saved.
+    void commitInto(std::shared_ptr<iVKR_Company> copy);
+    // The dates that handing in the record has written into it because it had none, and that nobody
+    // has typed or picked since: of LastQDate, LastFYDate, PriceUpdatedDate and LastUpdate.
+    [[nodiscard]] std::vector<Datum> suggestedDates() const;
+    // Called after every change that the user makes, of blnDirty and of the record's identity
+    // (name, symbol), when what changed it is done.
     std::function<void()> stateChanged;
     // Called after every change of FractionDisplay, by the host or by the user.
     std::function<void()> fractionDisplayChanged;

@@ -204,6 +204,7 @@ void VKRDataEntryWidget::stateChanged() {
         title_ = title;
         emit titleChanged(title);
     }
+    emit edited();
 }
 
 PropertyBag VKRDataEntryWidget::saveProperties() {

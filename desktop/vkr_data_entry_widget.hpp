@@ -185,6 +185,9 @@ class VKRDataEntryWidget : public QWidget {
     void updateQDataOnly();
 
     void dirtyChanged(bool dirty);
+    // After every change that the user makes, also one that takes another back; and after a record
+    // was handed in or `dirty` assigned.
+    void edited();
     void titleChanged(const QString& title);
 
     void userModeChanged();

@@ -92,6 +92,34 @@ TEST_F(Commit, ChangesNothingElse) {
     EXPECT_TRUE(sameAs(*once, *full)) << "a second commit";
 }
 
+TEST_F(Commit, ACopyTakesWhatTheRecordWouldAndTheRecordStaysAsItIs) {
+    figures = fullCompany();
+    record = std::make_shared<ScriptedRecord>(figures);
+    load();
+    entry.put_CurrentTab(toOptions);
+    scene.desktop.click("optPTI(1)");
+    scene.desktop.click("chkLockInfo");
+    const auto before = figures->clone();
+    const auto copy = figures->clone();
+    record->log.clear();
+    entry.commitInto(copy);
+    EXPECT_TRUE(record->log.empty());
+    EXPECT_TRUE(sameAs(*before, *figures));
+    EXPECT_TRUE(copy->get_Settings()->get(setting::lockBasicInfo).toBoolean());
+    EXPECT_EQ(entry.get_objCompany(), record);
+    EXPECT_TRUE(sameAs(*copy, *figures));
+}
+
+TEST_F(Commit, WithoutARecordOrACopyNothingIsCopied) {
+    const auto copy = fullCompany();
+    const auto before = copy->clone();
+    entry.commitInto(copy);
+    EXPECT_TRUE(sameAs(*before, *copy));
+    load();
+    entry.commitInto(nullptr);
+    EXPECT_EQ(entry.get_objCompany(), record);
+}
+
 TEST_F(Commit, WithoutARecordThereIsNone) {
     EXPECT_EQ(entry.get_objCompany(), nullptr);
     EXPECT_TRUE(scene.desktop.messages().empty());

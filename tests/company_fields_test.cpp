@@ -1304,6 +1304,21 @@ TEST(CompanyFields, NameAndSymbolTellTheHostOfTheirChange) {
     scene.entry->stateChanged = nullptr;
 }
 
+TEST(CompanyFields, EveryChangeIsToldAlsoOneThatTakesAnotherBack) {
+    EntryScene scene;
+    scene.load(datedCompany());
+    int told = 0;
+    scene.entry->stateChanged = [&] { ++told; };
+    typeOver(scene, "txtCity", "Springfield");
+    EXPECT_EQ(told, 1);
+    typeOver(scene, "txtCity", "");
+    EXPECT_EQ(told, 2);
+    goTo(scene, "txtCity");
+    scene.desktop.type("{TAB}");
+    EXPECT_EQ(told, 2) << "nothing was typed";
+    scene.entry->stateChanged = nullptr;
+}
+
 TEST(CompanyFields, LeavingForTheHostsOwnButtonStoresWhatIsBeingTyped) {
     EntryScene scene;
     const auto company = datedCompany();

@@ -144,6 +144,91 @@ TEST_F(Loading, AnEmptyRecordGetsItsDefaultsAndNothingElse) {
     EXPECT_TRUE(isAbsent(record->company->get_DateOfSource()));
 }
 
+struct SuggestedDates : Loading {
+    std::shared_ptr<CompanyRecord> company = emptyCompany();
+
+    [[nodiscard]] bool isSuggested(Datum datum) const {
+        return std::ranges::count(entry.suggestedDates(), datum) > 0;
+    }
+};
+
+TEST_F(SuggestedDates, AreThoseThatTheRecordDidNotHave) {
+    load(fullCompany());
+    EXPECT_TRUE(entry.suggestedDates().empty());
+    load(company);
+    for (const Datum datum :
+         {Datum::LastQDate, Datum::LastFYDate, Datum::PriceUpdatedDate, Datum::LastUpdate})
+        EXPECT_TRUE(isSuggested(datum)) << rowOf(datum).name;
+    EXPECT_EQ(entry.suggestedDates().size(), 4U);
+    load(fullCompany());
+    EXPECT_TRUE(entry.suggestedDates().empty());
+}
+
+TEST_F(SuggestedDates, StaySuggestedWhereNothingIsTyped) {
+    load(company);
+    for (const char* field : {"txtPriceUpdate", "txtLastUpdate"})
+        scene.desktop.click(field);
+    scene.desktop.type("{TAB}");
+    scene.entry->Clear();
+    EXPECT_EQ(entry.suggestedDates().size(), 4U);
+}
+
+TEST_F(SuggestedDates, StaySuggestedBehindATextThatIsNoDate) {
+    load(company);
+    scene.enter("txtLastUpdate", "32/32/2026");
+    EXPECT_TRUE(isSuggested(Datum::LastUpdate));
+    scene.enter("txtLastUpdate", "Nov/21/2026");
+    EXPECT_FALSE(isSuggested(Datum::LastUpdate));
+}
+
+TEST_F(SuggestedDates, ATypedDateIsNoneAlsoTheOneThatStoodThere) {
+    struct Case {
+        TABObject tab;
+        const char* field;
+        const char* typed;
+        Datum datum;
+    };
+    for (const Case& row :
+         {Case{toCompany, "txtLastUpdate", "Nov/21/2026", Datum::LastUpdate},
+          Case{toCompany, "txtPriceUpdate", "Nov/20/2026", Datum::PriceUpdatedDate},
+          Case{toYearly, "txtLastFY", "2025", Datum::LastFYDate},
+          Case{toYearly, "txtDateofLastFY", "Dec/31/2025", Datum::LastFYDate},
+          Case{toQuarterly, "txtLastQDate", "Dec/31/2025", Datum::LastQDate}}) {
+        load(emptyCompany());
+        entry.put_CurrentTab(row.tab);
+        int told = 0;
+        entry.stateChanged = [&] { ++told; };
+        scene.enter(row.field, row.typed);
+        EXPECT_FALSE(isSuggested(row.datum)) << row.field;
+        EXPECT_EQ(entry.suggestedDates().size(), 3U) << row.field;
+        EXPECT_GE(told, 1) << row.field;
+        entry.stateChanged = nullptr;
+    }
+}
+
+TEST_F(SuggestedDates, ADateThatWasPickedIsNoneAlsoTheOneThatStoodThere) {
+    load(company);
+    int told = 0;
+    entry.stateChanged = [&] { ++told; };
+    scene.desktop.answerNextDate(*makeDate(2026, 11, 21));
+    scene.desktop.doubleClick("txtLastUpdate");
+    EXPECT_FALSE(isSuggested(Datum::LastUpdate));
+    EXPECT_GE(told, 1);
+    entry.stateChanged = nullptr;
+    scene.desktop.answerNextDate(std::nullopt);
+    scene.desktop.doubleClick("txtPriceUpdate");
+    EXPECT_TRUE(isSuggested(Datum::PriceUpdatedDate)) << "closing the calendar picks nothing";
+}
+
+TEST_F(SuggestedDates, AQuarterThatIsAddedMakesTheDateThePersons) {
+    load(company);
+    entry.put_CurrentTab(toQuarterly);
+    scene.desktop.answerNext(MessageAnswer::yes);
+    scene.desktop.click("cmdAddQuarter");
+    EXPECT_FALSE(isSuggested(Datum::LastQDate));
+    EXPECT_TRUE(isSuggested(Datum::LastFYDate));
+}
+
 // --- step by step --------------------------------------------------------------------------------
 
 TEST_F(Loading, AnEmptyRecordShowsItsDefaults) {
