@@ -679,6 +679,10 @@ StoreResult<std::int64_t> CompanyStore::number(const ListingStatement& statement
     });
 }
 
+StoreResult<std::int64_t> CompanyStore::changeStamp() {
+    return number({connection_->dialect().changeStamp, {}});
+}
+
 StoreResult<LoadedCompany> CompanyStore::load(std::int64_t id) {
     return guarded<LoadedCompany>(*location_, [&] {
         Transaction oneMoment(*connection_, Transaction::Kind::read);

@@ -188,6 +188,9 @@ class CompanyStore {
     StoreResult<std::int64_t> count(const ListQuery& query);
     // The place of a company in the order of the query, from 1; 0 where it is not among them.
     StoreResult<std::int64_t> rank(const ListQuery& query, std::int64_t id);
+    // A number that is another one after somebody else has changed something: to ask for every few
+    // seconds, and read again only then.
+    StoreResult<std::int64_t> changeStamp();
     StoreResult<LoadedCompany> load(std::int64_t id);
     // `conflict` where the stored company is no longer the one that was loaded, unless it holds
     // the same data as `record`.

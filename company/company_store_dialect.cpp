@@ -90,6 +90,7 @@ constexpr StoreDialect sqliteDialect = {
                    "sqlite_schema) FROM pragma_application_id, pragma_user_version",
     .version = "PRAGMA user_version",
     .columns = "SELECT name FROM pragma_table_info('company')",
+    .changeStamp = "PRAGMA data_version",
     .mark = {"PRAGMA user_version = %1", "PRAGMA application_id = 1447776835"},
     // Read as text, U+FFFE and U+FFFF would be replaced.
     .whole = "CAST(%1 AS BLOB)",
@@ -182,6 +183,7 @@ constexpr StoreDialect postgresDialect = {
                "from '^companies, version ([0-9]+)$')::integer, 0)",
     .columns = "SELECT attname::text FROM pg_attribute WHERE attrelid = to_regclass('company') AND "
                "attnum > 0 AND NOT attisdropped",
+    .changeStamp = "SELECT coalesce(max(id), 0) FROM change_log",
     .mark = {"COMMENT ON TABLE company IS 'companies, version %1'"},
     .whole = "%1",
     .folded = "lower(%1 COLLATE \"C\")",

@@ -29,6 +29,7 @@ struct StoreDialect {
     const char* isUntouched; // 1 where there are no tables at all
     const char* version;     // of the schema
     const char* columns;     // the names of the columns of `company`
+    const char* changeStamp; // another number after somebody else has changed something
     // Marks the schema as ours, of version %1.
     std::array<const char*, 2> mark;
     // The text of the column %1, every character of it.

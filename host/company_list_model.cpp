@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 namespace vkr {
 
@@ -98,6 +99,15 @@ void CompanyListModel::refresh() {
     else
         reset(std::move(*rows), isComplete);
     isRead_ = true;
+}
+
+std::optional<bool> CompanyListModel::hasNews() {
+    const auto stamp = store_.changeStamp();
+    if (!stamp) {
+        stamp_.reset();
+        return std::nullopt;
+    }
+    return std::exchange(stamp_, stamp.value()) != stamp.value();
 }
 
 void CompanyListModel::readFrom(const ListQuery& query) {

@@ -26,6 +26,9 @@ class CompanyListModel : public QAbstractTableModel {
 
     // Reads the rows anew, as many as there were. Nothing is reset where nothing has changed.
     void refresh();
+    // Whether somebody else has changed something since this was asked last; nothing where the
+    // database doesn't answer.
+    [[nodiscard]] std::optional<bool> hasNews();
     void search(const QString& text); // every word, somewhere
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
     // Reads on to this company; false where it is not among those searched for.
@@ -71,10 +74,11 @@ class CompanyListModel : public QAbstractTableModel {
     CompanyStore& store_;
     ListQuery query_;
     Rows rows_;
-    QElapsedTimer read_;      // since the rows were read; invalid where that failed
-    int freshness_ = 2000;    // milliseconds
-    bool isRead_ = false;     // once
-    bool isComplete_ = false; // there are no more rows than these
+    std::optional<std::int64_t> stamp_; // of the database, when it was asked last
+    QElapsedTimer read_;                // since the rows were read; invalid where that failed
+    int freshness_ = 2000;              // milliseconds
+    bool isRead_ = false;               // once
+    bool isComplete_ = false;           // there are no more rows than these
 };
 
 } // namespace vkr

@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -17,10 +18,15 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolTip>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 namespace vkr {
 
@@ -28,8 +34,27 @@ namespace {
 
 constexpr auto memoryName = "list";
 constexpr auto headerKey = "list/header";
+constexpr auto characterKey = "list/characterWidth"; // when the header was remembered
 
 enum Page { tablePage, emptyPage, notFoundPage };
+
+// The whole text of a cell that has no room for it.
+class ElidedCells : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override {
+        if (event->type() != QEvent::ToolTip)
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const bool isCut = sizeHint(option, index).width() > view->visualRect(index).width();
+        // What stands in a record is text, whatever it looks like.
+        const QString whole = index.data().toString().toHtmlEscaped();
+        QToolTip::showText(event->globalPos(),
+                           isCut ? QStringLiteral("<p>%1</p>").arg(whole) : QString(), view);
+        return true;
+    }
+};
 
 // A few centred lines in place of the table.
 QWidget* messagePage(QWidget* parent, QLabel* label, const QList<QPushButton*>& buttons) {
@@ -56,7 +81,8 @@ QWidget* messagePage(QWidget* parent, QLabel* label, const QList<QPushButton*>& 
 CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
     : QMainWindow(parent), companies_(new CompanyListModel(store, this)),
       search_(new QLineEdit(this)), table_(new QTableView(this)), pages_(new QStackedWidget(this)),
-      notFound_(new QLabel(this)), count_(new QLabel(this)), counting_(new QTimer(this)) {
+      notFound_(new QLabel(this)), count_(new QLabel(this)), counting_(new QTimer(this)),
+      watching_(new QTimer(this)) {
     setObjectName(QStringLiteral("companyList"));
     setWindowTitle(tr("Companies"));
 
@@ -78,6 +104,8 @@ CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
     statusBar()->setSizeGripEnabled(false);
     counting_->setSingleShot(true);
     connect(counting_, &QTimer::timeout, this, &CompanyListWindow::tellCount);
+    connect(watching_, &QTimer::timeout, this, &CompanyListWindow::watch);
+    watching_->start(watchInterval_);
 
     buildTable();
     buildActions();
@@ -89,6 +117,7 @@ CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
 CompanyListWindow::~CompanyListWindow() {
     rememberSize(*this, memoryName);
     programSettings().setValue(QLatin1String(headerKey), table_->horizontalHeader()->saveState());
+    programSettings().setValue(QLatin1String(characterKey), columnsFor_);
 }
 
 void CompanyListWindow::buildTable() {
@@ -111,7 +140,7 @@ void CompanyListWindow::buildTable() {
     table_->setContextMenuPolicy(Qt::ActionsContextMenu);
     table_->verticalHeader()->hide();
     table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 8);
+    table_->setItemDelegate(new ElidedCells(table_));
     table_->installEventFilter(this);
 
     QHeaderView* header = table_->horizontalHeader();
@@ -120,16 +149,35 @@ void CompanyListWindow::buildTable() {
     // In characters, so that they fit at every font size.
     constexpr std::array<int, CompanyListModel::columns> widths = {26, 10, 13, 32, 12, 14, 18};
     for (int column = 0; column < CompanyListModel::columns; ++column)
-        header->resizeSection(column, widths.at(static_cast<std::size_t>(column)) *
-                                          table_->fontMetrics().averageCharWidth());
+        header->resizeSection(
+            column, qRound(widths.at(static_cast<std::size_t>(column)) * characterWidth()));
+    columnsFor_ = characterWidth();
     table_->setSortingEnabled(true);
     table_->sortByColumn(CompanyListModel::name, Qt::AscendingOrder);
-    if (header->restoreState(programSettings().value(QLatin1String(headerKey)).toByteArray()))
+    if (header->restoreState(programSettings().value(QLatin1String(headerKey)).toByteArray())) {
         table_->sortByColumn(header->sortIndicatorSection(), header->sortIndicatorOrder());
+        columnsFor_ = programSettings().value(QLatin1String(characterKey), columnsFor_).toDouble();
+    }
+    scaleColumns();
 
     connect(table_, &QTableView::doubleClicked, this, [this] { emit openAsked(chosenIds()); });
     connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &CompanyListWindow::enableActions);
+}
+
+double CompanyListWindow::characterWidth() const {
+    return QFontMetricsF(table_->font()).averageCharWidth();
+}
+
+// To the font that is in force by now.
+void CompanyListWindow::scaleColumns() {
+    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 8);
+    const double before = std::exchange(columnsFor_, characterWidth());
+    if (before <= 0 || before == columnsFor_)
+        return;
+    QHeaderView* header = table_->horizontalHeader();
+    for (int column = 0; column < CompanyListModel::columns; ++column)
+        header->resizeSection(column, qRound(header->sectionSize(column) * columnsFor_ / before));
 }
 
 void CompanyListWindow::buildActions() {
@@ -227,6 +275,22 @@ void CompanyListWindow::refresh() {
     companies_->refresh();
     table_->verticalScrollBar()->setValue(scrolled);
     showFound();
+}
+
+void CompanyListWindow::setWatchInterval(int milliseconds) {
+    watchInterval_ = milliseconds;
+    watching_->start(watchInterval_);
+}
+
+// A server that is gone is asked less often: asking takes time.
+void CompanyListWindow::watch() {
+    constexpr int slower = 15;
+    if (!isVisible() || isMinimized())
+        return;
+    const auto isNew = companies_->hasNews();
+    watching_->start(isNew ? watchInterval_ : watchInterval_ * slower);
+    if (isNew.value_or(false))
+        refresh();
 }
 
 void CompanyListWindow::rememberChosen() {
@@ -332,8 +396,30 @@ void CompanyListWindow::enableActions() {
         action->setEnabled(count > 0);
 }
 
+void CompanyListWindow::goToEnd(bool last, bool extends) {
+    if (companies_->rowCount() == 0)
+        return;
+    const QModelIndex target = companies_->index(last ? companies_->rowCount() - 1 : 0, 0);
+    const int from = extends ? std::max(table_->currentIndex().row(), 0) : target.row();
+    const auto [first, final] = std::minmax(from, target.row());
+    const QItemSelection rows(companies_->index(first, 0), companies_->index(final, 0));
+    QItemSelectionModel* chosenRows = table_->selectionModel();
+    chosenRows->setCurrentIndex(target, QItemSelectionModel::NoUpdate);
+    chosenRows->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    table_->scrollTo(target);
+}
+
+bool CompanyListWindow::isShortcut(const QKeyEvent& key) const {
+    const QKeySequence pressed(key.keyCombination());
+    return std::ranges::any_of(findChildren<QAction*>(), [&](const QAction* action) {
+        return action->shortcutContext() == Qt::WindowShortcut && action->shortcut() == pressed;
+    });
+}
+
 void CompanyListWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        scaleColumns();
     if (event->type() != QEvent::ActivationChange || !isActiveWindow())
         return;
     if (focusWidget() == menuBar()) // left by another window, it keeps the keys
@@ -348,9 +434,16 @@ void CompanyListWindow::closeEvent(QCloseEvent* event) {
 }
 
 bool CompanyListWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
         return QMainWindow::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
+    if (event->type() == QEvent::ShortcutOverride) {
+        // Ctrl+E and Ctrl+D would move the caret and delete a letter, on some desktops.
+        if (watched != search_ || !isShortcut(*key))
+            return QMainWindow::eventFilter(watched, event);
+        event->ignore();
+        return true;
+    }
     const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
     if (enter) {
         if (!chosenIds().isEmpty())
@@ -359,9 +452,14 @@ bool CompanyListWindow::eventFilter(QObject* watched, QEvent* event) {
     }
     if (watched == table_) {
         // To the last row, or all of them: not only of those that were read.
-        const bool toLastRow = key->key() == Qt::Key_End && key->modifiers() & Qt::ControlModifier;
-        if (toLastRow || key->matches(QKeySequence::SelectAll))
+        if (key->key() == Qt::Key_End || key->matches(QKeySequence::SelectAll))
             companies_->reachEnd();
+        const auto held = key->modifiers() & ~Qt::KeypadModifier;
+        if ((key->key() == Qt::Key_Home || key->key() == Qt::Key_End) &&
+            (held == Qt::NoModifier || held == Qt::ShiftModifier)) {
+            goToEnd(key->key() == Qt::Key_End, held == Qt::ShiftModifier);
+            return true;
+        }
         // Letters typed over the list search it.
         const QString text = key->text();
         const auto modifiers = key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);

@@ -7,6 +7,7 @@
 
 QT_BEGIN_NAMESPACE
 class QAction;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QStackedWidget;
@@ -27,6 +28,8 @@ class CompanyListWindow : public QMainWindow {
     // Reads the list anew. Keeps what is chosen and the place in the list.
     void refresh();
     void setDatabaseName(const QString& path); // shown in the title
+    // How often to look whether somebody else has saved something; every two seconds at first.
+    void setWatchInterval(int milliseconds);
     void choose(std::int64_t id);
 
     [[nodiscard]] std::vector<CompanySummary> chosen() const; // in the order on screen
@@ -55,6 +58,12 @@ class CompanyListWindow : public QMainWindow {
     void buildTable();
     void buildPages();
     void buildActions();
+    void watch();
+    void scaleColumns();
+    [[nodiscard]] double characterWidth() const;
+    // First or last company; with `extends` all between them and the current one are chosen, too.
+    void goToEnd(bool last, bool extends);
+    [[nodiscard]] bool isShortcut(const QKeyEvent& key) const;
     void rememberChosen();
     void recallChosen();
     void showFound();
@@ -76,9 +85,12 @@ class CompanyListWindow : public QMainWindow {
     QStackedWidget* pages_; // the table, or why it is empty
     QLabel* notFound_;
     QLabel* count_;
-    QTimer* counting_;        // until the first rows are on screen
-    QList<QAction*> forOne_;  // need exactly one chosen company
-    QList<QAction*> forSome_; // need at least one
+    QTimer* counting_;         // until the first rows are on screen
+    QTimer* watching_;         // for what others save
+    int watchInterval_ = 2000; // milliseconds
+    double columnsFor_ = 0;    // the width of a character that the columns were made for
+    QList<QAction*> forOne_;   // need exactly one chosen company
+    QList<QAction*> forSome_;  // need at least one
 };
 
 } // namespace vkr

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "host/company_list_window.hpp"
+#include "host/event_driver.hpp"
 #include "host/texts.hpp"
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,6 +18,7 @@
 #include <QStatusBar>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -190,6 +195,115 @@ TEST_F(CompanyListTest, EndAndSelectAllMeanTheWholeList) {
     search("");
     press(Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(window_->chosen().size(), 350U);
+}
+
+TEST_F(CompanyListTest, HomeAndEndGoToTheFirstAndTheLastCompany) {
+    addMany(250);
+    window_->refresh();
+    press(Qt::Key_End);
+    EXPECT_EQ(chosenNames(), Names{"Company 250"});
+    EXPECT_EQ(table().currentIndex().row(), 249);
+    press(Qt::Key_Home);
+    EXPECT_EQ(chosenNames(), Names{"Company 1"});
+    press(Qt::Key_Down);
+    press(Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(chosenNames().size(), 249U);
+    press(Qt::Key_Home, Qt::ShiftModifier);
+    EXPECT_EQ(table().currentIndex().row(), 0);
+}
+
+TEST_F(CompanyListTest, TheKeysOfItsCommandsWorkFromTheSearchField) {
+    addAll({"Alpha", "Beta"});
+    window_->refresh();
+    QList<qint64> exported;
+    int duplicated = 0;
+    QObject::connect(window_.get(), &CompanyListWindow::exportAsked,
+                     [&](const QList<qint64>& ids) { exported = ids; });
+    QObject::connect(window_.get(), &CompanyListWindow::duplicateAsked, [&] { ++duplicated; });
+    const EventDriver user;
+    user.activate(*window_);
+    user.press(Qt::Key_F, Qt::ControlModifier);
+    user.type("bet");
+    user.press(Qt::Key_E, Qt::ControlModifier);
+    EXPECT_EQ(exported.size(), 1);
+    user.press(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(duplicated, 1);
+    user.press(Qt::Key_Home);
+    user.press(Qt::Key_Delete);
+    auto* field = window_->findChild<QLineEdit*>("search");
+    EXPECT_EQ(field->text(), "et") << "keys of the field stay the field's";
+    EXPECT_TRUE(field->hasFocus());
+}
+
+TEST_F(CompanyListTest, WhatAnotherProgramSavesShowsByItself) {
+    addAll({"Alpha", "Beta"});
+    window_->refresh();
+    window_->show();
+    window_->setWatchInterval(1);
+    auto other = CompanyStore::open(folder_.filePath("companies.vkr").toStdString(),
+                                    OpenMode::existing, {"other@there"});
+    ASSERT_TRUE(other);
+    const auto rowsBecome = [&](const QStringList& names) {
+        QElapsedTimer time;
+        time.start();
+        while (column(CompanyListModel::name) != names && time.elapsed() < 10000)
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        return column(CompanyListModel::name) == names;
+    };
+    table().selectRow(1);
+    CompanyRecord record;
+    record.put_Name("Aaron");
+    ASSERT_TRUE(other.value()->save(std::nullopt, record));
+    EXPECT_TRUE(rowsBecome({"Aaron", "Alpha", "Beta"}));
+    EXPECT_EQ(chosenNames(), Names{"Beta"});
+    const auto listed = other.value()->list();
+    ASSERT_TRUE(listed);
+    ASSERT_TRUE(
+        other.value()->remove(listed.value().front().key.id, listed.value().front().key.revision));
+    EXPECT_TRUE(rowsBecome({"Alpha", "Beta"}));
+}
+
+TEST_F(CompanyListTest, ColumnsFollowTheFontAlsoFromOneStartToTheNext) {
+    const auto widths = [&] {
+        std::vector<int> found;
+        for (int column = 0; column + 1 < CompanyListModel::columns; ++column)
+            found.push_back(table().horizontalHeader()->sectionSize(column));
+        return found;
+    };
+    table().horizontalHeader()->resizeSection(CompanyListModel::symbol, 200);
+    const std::vector<int> small = widths();
+    const int row = table().verticalHeader()->defaultSectionSize();
+    QFont large = window_->font();
+    large.setPointSizeF(large.pointSizeF() * 2);
+    window_->setFont(large);
+    const double ratio = QFontMetricsF(table().font()).averageCharWidth() /
+                         QFontMetricsF(QApplication::font()).averageCharWidth();
+    ASSERT_GT(ratio, 1.5);
+    const std::vector<int> wide = widths();
+    for (std::size_t column = 0; column < small.size(); ++column)
+        EXPECT_NEAR(wide[column], small[column] * ratio, 1) << column;
+    EXPECT_GT(table().verticalHeader()->defaultSectionSize(), row + row / 2);
+    window_.reset();
+    window_ = std::make_unique<CompanyListWindow>(*store_);
+    const std::vector<int> again = widths();
+    for (std::size_t column = 0; column < small.size(); ++column)
+        EXPECT_NEAR(again[column], small[column], 2) << column;
+}
+
+TEST_F(CompanyListTest, ANameThatIsCutHasAllOfItAsToolTip) {
+    const QString longName = QString("<b>Incorporated</b> & Sons ").repeated(8).trimmed();
+    addAll({"Alpha", "Beta " + longName.toStdString()});
+    window_->refresh();
+    window_->show();
+    const auto toolTipAt = [&](int row) {
+        const QPoint place = table().visualRect(rows().index(row, CompanyListModel::name)).center();
+        QHelpEvent event(QEvent::ToolTip, place, table().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(table().viewport(), &event);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(table().textElideMode(), Qt::ElideRight);
+    EXPECT_EQ(toolTipAt(0), "") << "a name that is seen whole needs none";
+    EXPECT_EQ(toolTipAt(1), "<p>Beta " + longName.toHtmlEscaped() + "</p>");
 }
 
 TEST_F(CompanyListTest, WhatIsChosenStaysChosen) {

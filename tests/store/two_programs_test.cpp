@@ -45,6 +45,22 @@ class TwoPrograms : public OnEveryDatabase {
 INSTANTIATE_TEST_SUITE_P(SQLite, TwoPrograms, testing::Values(DatabaseKind::file));
 INSTANTIATE_TEST_SUITE_P(PostgreSQL, TwoPrograms, testing::Values(DatabaseKind::server));
 
+TEST_P(TwoPrograms, NoticeWhatTheOtherOneHasSavedByAStamp) {
+    const auto mine = open(place());
+    const auto theirs = open(place(), OpenMode::existing);
+    const auto stamp = mine->changeStamp();
+    ASSERT_DONE(stamp);
+    EXPECT_EQ(mine->changeStamp().value(), stamp.value()) << "nothing has happened";
+    ASSERT_DONE(theirs->list());
+    EXPECT_EQ(mine->changeStamp().value(), stamp.value()) << "reading changes nothing";
+    const auto saved = theirs->save(std::nullopt, *named("X"));
+    ASSERT_DONE(saved);
+    const auto after = mine->changeStamp().value();
+    EXPECT_NE(after, stamp.value());
+    ASSERT_DONE(theirs->remove(saved.value().id, saved.value().revision));
+    EXPECT_NE(mine->changeStamp().value(), after);
+}
+
 TEST_P(TwoPrograms, LoseNoneOfTheirSaves) {
     ASSERT_DONE(open(place())->save(std::nullopt, *named("X")));
     static constexpr int programs = 3;
