@@ -5,6 +5,7 @@
 #include "host/assistant.hpp"
 #include "host/help_pages.hpp"
 #include "host/messages.hpp"
+#include "host/suggested_dates.hpp"
 #include "host/texts.hpp"
 
 #include <QAction>
@@ -14,23 +15,25 @@
 #include <QMenuBar>
 #include <QStatusBar>
 
-#include <tuple>
-
 namespace vkr {
 
 namespace {
+
+// Of each pair of rows the commit works the hidden one out from the one on show.
+constexpr Datum workedOut[] = {Datum::YCommEqSeries, Datum::YTaxRateSeries, Datum::QTaxRateSeries,
+                               Datum::YPTISeries, Datum::QPTISeries};
 
 QString told(const std::string& value) {
     return value.empty() ? CompanyWindow::tr("nothing") : fromUtf8(value);
 }
 
-QStringList described(const std::vector<Difference>& differences) {
+// A line each: %1 is the datum, %2 and %3 are what it is before and after.
+QStringList described(const std::vector<Difference>& differences, const QString& line) {
     QStringList lines;
     for (const Difference& difference : differences) {
         const QString element =
             difference.element ? QStringLiteral("(%1)").arg(*difference.element) : QString();
-        lines.append(CompanyWindow::tr("%1%2: theirs %3, yours %4")
-                         .arg(datumTitle(difference.datum), element, told(difference.before),
+        lines.append(line.arg(datumTitle(difference.datum) + element, told(difference.before),
                               told(difference.after)));
     }
     return lines;
@@ -47,6 +50,7 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     setAttribute(Qt::WA_DeleteOnClose);
     setCentralWidget(entry_);
     entry_->setApplicationTitle(QGuiApplication::applicationDisplayName());
+    entry_->setVisibleQuarters(35);                     // all there are, by scrolling
     layout()->setSizeConstraint(QLayout::SetFixedSize); // the component has one size
     statusBar()->setSizeGripEnabled(false);
     buildActions();
@@ -54,11 +58,11 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     connect(entry_, &VKRDataEntryWidget::unloadRequest, this, &CompanyWindow::unload);
     connect(entry_, &VKRDataEntryWidget::moreHelp, this, &CompanyWindow::helpAsked);
     connect(entry_, &VKRDataEntryWidget::assistant, this, &CompanyWindow::tellAbout);
-    connect(entry_, &VKRDataEntryWidget::dirtyChanged, this, &CompanyWindow::setWindowModified);
+    connect(entry_, &VKRDataEntryWidget::edited, this, &CompanyWindow::showModified);
     connect(entry_, &VKRDataEntryWidget::titleChanged, this, &CompanyWindow::showTitle);
 
     setOffered(lists);
-    showRecord(company.record->clone());
+    open(company.record->clone());
 }
 
 CompanyWindow::~CompanyWindow() {
@@ -102,12 +106,24 @@ void CompanyWindow::setOffered(const OfferedLists& lists) {
     entry_->setSources(lists.sources);
 }
 
+void CompanyWindow::open(std::shared_ptr<CompanyRecord> record) {
+    const auto stored = record->clone();
+    showRecord(std::move(record));
+    startFrom(*stored);
+}
+
+void CompanyWindow::startFrom(const CompanyRecord& stored) {
+    auto unchanged = edited();
+    takeBack(entry_->component().suggestedDates(), stored, *unchanged);
+    unchanged_ = std::move(unchanged);
+    showModified();
+}
+
 void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {
     record_ = std::move(record);
     entry_->setDirty(false);
     entry_->setCompany(record_);
     showTitle();
-    setWindowModified(hasChanges());
 }
 
 void CompanyWindow::showTitle() {
@@ -118,9 +134,57 @@ QString CompanyWindow::title() const {
     return companyTitle(record_->get_Name(), record_->get_Symbol());
 }
 
-// A text that could not be stored is a change, also after all else was saved without it.
-bool CompanyWindow::hasChanges() const {
-    return entry_->isDirty() || !entry_->unstoredFields().empty();
+std::shared_ptr<CompanyRecord> CompanyWindow::committed() const {
+    auto copy = record_->clone();
+    entry_->component().commitInto(copy);
+    return copy;
+}
+
+std::shared_ptr<CompanyRecord> CompanyWindow::edited() const {
+    auto copy = committed();
+    for (const Datum series : workedOut)
+        writeDatum(*copy, series, record_->stored(series));
+    return copy;
+}
+
+std::vector<Datum> CompanyWindow::untypedDates() const {
+    return datingNothing(entry_->component().suggestedDates(), *unchanged_, *edited());
+}
+
+std::shared_ptr<CompanyRecord> CompanyWindow::recordToSave() const {
+    auto copy = committed();
+    takeBack(untypedDates(), *unchanged_, *copy);
+    return copy;
+}
+
+// A text that is not stored is a change, also after all else was saved without it; so is a date
+// that is being typed and that Cancel passes over.
+QStringList CompanyWindow::changes() const {
+    const auto now = edited();
+    takeBack(untypedDates(), *unchanged_, *now);
+    std::vector<Difference> differing = differences(*unchanged_, *now);
+    QStringList texts;
+    const auto addText = [&](const std::string& label, const std::string& text) {
+        texts.append(tr("%1: \u201c%2\u201d, not stored").arg(fromUtf8(label), fromUtf8(text)));
+    };
+    for (const UnstoredField& field : entry_->unstoredFields())
+        addText(field.label, field.text);
+    for (const auto* name : {"txtDateofLastFY", "txtLastQDate"}) {
+        const auto& field = entry_->component().form().get<TextField>(name);
+        if (!field.mark().empty() || field.text() == field.tag())
+            continue;
+        addText(field.accessibleName(), field.text());
+        if (field.name() == "txtLastQDate") // a commit takes what is typed so far
+            std::erase_if(differing, [](const Difference& difference) {
+                return difference.datum == rowOf(Datum::LastQDate).name;
+            });
+    }
+    return described(differing, tr("%1: %2 \u2192 %3")) + texts;
+}
+
+void CompanyWindow::showModified() {
+    if (unchanged_ != nullptr) // else a company is just being opened
+        setWindowModified(hasChanges());
 }
 
 void CompanyWindow::unload(int mode) {
@@ -128,8 +192,21 @@ void CompanyWindow::unload(int mode) {
         entry_->component().leaveField();
         if (hasChanges() && !save())
             return;
+    } else if (!confirmDiscard()) {
+        return;
     }
     discard(); // what was confirmed is saved by now
+}
+
+bool CompanyWindow::confirmDiscard() {
+    const QStringList lines = changes();
+    return lines.isEmpty() ||
+           ask(this,
+               lines.size() == 1 ? tr("Discard 1 change?")
+                                 : tr("Discard %1 changes?").arg(lines.size()),
+               tr("%1 stays as it was saved last.").arg(title()),
+               {{tr("&Discard"), Choice::Role::destroy}, {tr("&Go Back"), Choice::Role::reject}},
+               -1, lines) == 0;
 }
 
 void CompanyWindow::discard() {
@@ -138,17 +215,17 @@ void CompanyWindow::discard() {
 }
 
 bool CompanyWindow::save() {
-    // Reading the record leaves the focused field first, so that what was typed last counts.
-    std::ignore = entry_->company(); // the one we hold
+    entry_->component().leaveField(); // what was typed last counts
     if (!acceptUnstored())
         return false;
     for (;;) {
-        const auto result = store_.save(id_, *record_, revision_);
+        const auto saving = recordToSave();
+        const auto result = store_.save(id_, *saving, revision_);
         if (result) {
             id_ = result.value().id;
             revision_ = result.value().revision;
             entry_->setDirty(false);
-            setWindowModified(false);
+            startFrom(*saving);
             showTitle();
             notice(*this, tr("Saved."));
             emit saved(*id_);
@@ -210,7 +287,7 @@ CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
                             {tr("&Take Theirs"), Choice::Role::destroy},
                             {tr("Save Mine as a &Copy")},
                             {tr("&Go Back"), Choice::Role::reject}},
-                           -1, described(conflict.differences));
+                           -1, described(conflict.differences, tr("%1: theirs %2, yours %3")));
     switch (choice) {
     case overwrite:
         revision_ = conflict.revision;
@@ -219,10 +296,9 @@ CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
         return takeTheirs() ? Conflict::reloaded : Conflict::back;
     case copy: {
         id_.reset();
-        auto mine = record_->clone();
-        mine->put_Name(record_->get_Name() + tr(" (copy)").toStdString());
+        auto mine = recordToSave();
+        mine->put_Name(mine->get_Name() + tr(" (copy)").toStdString());
         showRecord(std::move(mine));
-        entry_->setDirty(true);
         return Conflict::again;
     }
     default:
@@ -239,21 +315,21 @@ bool CompanyWindow::takeTheirs() {
         return false;
     }
     revision_ = loaded.value().revision;
-    showRecord(loaded.value().record);
+    open(loaded.value().record);
     return true;
 }
 
 void CompanyWindow::closeEvent(QCloseEvent* event) {
     if (!decided_) {
         entry_->component().leaveField();
-        if (hasChanges()) {
+        if (const QStringList lines = changes(); !lines.isEmpty()) {
             enum { saving, discarding, staying };
             const int choice = ask(this, tr("Save the changes to %1?").arg(title()),
                                    tr("What is not saved is lost."),
                                    {{tr("&Save")},
                                     {tr("&Discard"), Choice::Role::destroy},
                                     {tr("&Cancel"), Choice::Role::reject}},
-                                   0);
+                                   0, lines);
             if (choice == staying || (choice == saving && !save())) {
                 event->ignore();
                 return;

@@ -20,8 +20,8 @@ struct OfferedLists {
 };
 
 // One company in a window of its own. It edits a copy of the record, which leaves the window only
-// by being saved: OK saves and closes, Ctrl+S saves and goes on, Cancel discards, closing asks.
-// Whatever can't be saved stays on screen.
+// by being saved: OK saves and closes, Ctrl+S saves and goes on, Cancel and closing ask before
+// changes are discarded. Whatever can't be saved stays on screen.
 class CompanyWindow : public QMainWindow {
     Q_OBJECT
   public:
@@ -34,6 +34,8 @@ class CompanyWindow : public QMainWindow {
     [[nodiscard]] std::optional<std::int64_t> id() const { return id_; }
     // As it is being edited; a text that is still being typed is not in it.
     [[nodiscard]] std::shared_ptr<const CompanyRecord> record() const { return record_; }
+    // As it would be saved now: without the dates that nobody has typed.
+    [[nodiscard]] std::shared_ptr<CompanyRecord> recordToSave() const;
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
 
     // False where there was an error or the user went back; both were told.
@@ -53,10 +55,20 @@ class CompanyWindow : public QMainWindow {
     void buildActions();
     void tellAbout(int object, const QVariant& shown);
     void unload(int mode);
+    void open(std::shared_ptr<CompanyRecord> record); // as it is stored
     void showRecord(std::shared_ptr<CompanyRecord> record);
     void showTitle();
+    void showModified();
     [[nodiscard]] QString title() const;
-    [[nodiscard]] bool hasChanges() const;
+    void startFrom(const CompanyRecord& stored); // there are no changes
+    // A copy of the record as a commit leaves it; and without what a commit works out, which nobody
+    // has changed.
+    [[nodiscard]] std::shared_ptr<CompanyRecord> committed() const;
+    [[nodiscard]] std::shared_ptr<CompanyRecord> edited() const;
+    [[nodiscard]] std::vector<Datum> untypedDates() const; // that are not to be stored
+    [[nodiscard]] QStringList changes() const;             // a line each
+    [[nodiscard]] bool hasChanges() const { return !changes().isEmpty(); }
+    [[nodiscard]] bool confirmDiscard();
     [[nodiscard]] bool acceptUnstored();
     enum class Conflict { again, reloaded, back };
     Conflict settle(const StoreConflict& conflict, const QString& message);
@@ -66,6 +78,7 @@ class CompanyWindow : public QMainWindow {
     VKRDataEntryWidget* entry_;
     Assistant* assistant_ = nullptr; // from the first question on
     std::shared_ptr<CompanyRecord> record_;
+    std::shared_ptr<const CompanyRecord> unchanged_; // as the form shows it without any change
     std::optional<std::int64_t> id_;
     std::int64_t revision_;
     bool decided_ = false; // what becomes of changes is settled: closing asks no more

@@ -100,7 +100,11 @@ constexpr auto table = std::to_array<HelpPage>({
     {help::saving,
      "Saving, and two people at once",
      "OK saves and closes, Ctrl+S saves and goes on, Cancel discards what was changed since the "
-     "last save. Closing a window with changes asks.",
+     "last save. Cancel and closing a window ask where there are changes, and say how many. "
+     "Where a company has no date yet, the form suggests one: today, or the end of last year. It "
+     "is "
+     "kept when you type or pick it, or a figure that goes by it, such as the price beside its "
+     "day.",
      "",
      "When somebody else has saved the same company meanwhile, you are shown what differs and "
      "choose: keep yours, take theirs, or keep yours as a copy. Nothing is overwritten unasked.",
@@ -110,14 +114,15 @@ constexpr auto table = std::to_array<HelpPage>({
     {help::keyboard,
      "Keys",
      "In the list: Ctrl+N new, Enter open, Ctrl+D duplicate, Delete delete, Ctrl+F search, Ctrl+I "
-     "import, Ctrl+E export, F5 refresh.",
+     "import, Ctrl+E export, Home and End the first and the last company. What other people save "
+     "shows by itself; F5 reads the list anew.",
      "",
      "In a company: Alt and the underlined letter, or Ctrl+PageUp and Ctrl+PageDown, change the "
      "tab; Tab and Shift+Tab move from field to field; Enter and the arrow keys move through the "
-     "grids, with Ctrl to the next column. The Menu key or Shift+F10 opens the menu of a field, F4 "
-     "or Alt+Down a list or the calendar. Escape takes a field back to what it showed. Ctrl+S "
-     "saves, Ctrl+W "
-     "closes, F1 opens this help.",
+     "grids, with Ctrl to the next column; PageUp, PageDown and the wheel look at older and newer "
+     "quarters. The Menu key or Shift+F10 opens the menu of a field, F4 or Alt+Down a list or the "
+     "calendar. Escape takes a field back to what it showed. Ctrl+S saves, Ctrl+W closes, F1 opens "
+     "this help.",
      "A key that a field does not take makes a sound, and a note says what the field takes. A red "
      "frame: the text is not stored. An amber frame: it is stored, but something was left out, as "
      "the M of a pasted 1.5M; point at it to see what. Mend the figure, or press Enter in it to "

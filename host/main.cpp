@@ -35,8 +35,10 @@ bool needsNoDisplay(std::string_view argument) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (std::any_of(argv + 1, argv + argc, needsNoDisplay))
+    if (std::any_of(argv + 1, argv + argc, needsNoDisplay)) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        vkr::silenceThePlatform();
+    }
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vkr-host"));

@@ -2,6 +2,7 @@
 #include "host/workspace.hpp"
 
 #include "binding/enumerations.hpp"
+#include "control/vkr_data_entry.hpp"
 #include "host/csv_transfer.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
@@ -10,7 +11,6 @@
 #include <QCollator>
 
 #include <algorithm>
-#include <tuple>
 
 namespace vkr {
 
@@ -274,8 +274,8 @@ void Workspace::exportCompanies(const QList<qint64>& ids, const QString& folder)
 }
 
 void Workspace::exportWindow(CompanyWindow& window, const QString& folder) {
-    std::ignore = window.entry().company(); // with what was typed last
-    CsvTransfer(*store_, &window).exportRecords({window.record()}, folder);
+    window.entry().component().leaveField(); // with what was typed last
+    CsvTransfer(*store_, &window).exportRecords({window.recordToSave()}, folder);
 }
 
 // --- help ------------------------------------------------------------------------------------

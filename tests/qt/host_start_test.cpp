@@ -115,8 +115,9 @@ TEST_F(HostStartTest, SortingIsRememberedFromOneStartToTheNext) {
 
 TEST_F(HostStartTest, TheTourFindsEverythingAsExpectedAndDrawsEveryTab) {
     EXPECT_EQ(runTour(home_.filePath("tour"), samples()), 0);
-    for (const char* name : {"company", "yearly", "yearly-added", "quarterly", "quarterly-added",
-                             "other", "options", "list"}) {
+    for (const char* name : {"company", "yearly", "yearly-edited", "yearly-added", "quarterly",
+                             "quarterly-oldest", "quarterly-edited", "quarterly-added", "other",
+                             "options", "list", "list-edited", "assistant", "discard"}) {
         const QImage picture(home_.filePath(QString("tour/%1.png").arg(name)));
         EXPECT_GT(picture.width(), 400) << name;
     }

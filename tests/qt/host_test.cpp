@@ -14,6 +14,7 @@
 #include <QSqlQuery>
 #include <QStatusBar>
 #include <QTableView>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <csignal>
@@ -87,11 +88,10 @@ TEST_F(HostTest, OkSavesShowsTheChangeInTheListAndKeepsItOverARestart) {
 }
 
 TEST_F(HostTest, OkChangesNothingButWhatWasTypedAndWhatIsDerived) {
-    // Today's date and the currency stand in where the record has none; sums and the hidden
-    // member of a pair are worked out.
-    const std::set<std::string> derived = {"Last4QEPS",      "PriceUpdatedDate", "LastUpdate",
-                                           "YTaxRateSeries", "QTaxRateSeries",   "strCurSymbol",
-                                           "intUnit"};
+    // The currency stands in where the record has none; sums and the hidden member of a pair are
+    // worked out. Dates that nobody has typed are not stored.
+    const std::set<std::string> derived = {"Last4QEPS", "YTaxRateSeries", "QTaxRateSeries",
+                                           "strCurSymbol", "intUnit"};
     const auto before = stored(*host_, "AAPL");
     CompanyWindow& window = open(*host_, "AAPL");
     type(window, "txtName", "Zebra Inc.");
@@ -110,14 +110,108 @@ TEST_F(HostTest, OkWithoutAChangeSavesNothing) {
     EXPECT_EQ(host_->store().load(idOf(*host_, "AAPL")).value().revision, before);
 }
 
-TEST_F(HostTest, CancelLeavesEverythingAsItWas) {
+TEST_F(HostTest, CancelAsksHowManyChangesToDiscardAndLeavesEverythingAsItWas) {
     const auto before = stored(*host_, "AAPL");
     CompanyWindow& window = open(*host_, "AAPL");
     type(window, "txtName", "Zebra Inc.");
-    click(window, "cmdCancel");
+    type(window, "txtTotalDebt", "7");
+    window.entry().setCurrentTab(toOther);
+    type(window, "txtCity", "Springfield");
+    {
+        Answers answers({"Go Back"});
+        click(window, "cmdCancel");
+        EXPECT_TRUE(answers.allGiven());
+        const QString told = answers.told().value(0);
+        for (const char* part : {"Discard 3 changes?", "Name: Apple Inc. \u2192 Zebra Inc.",
+                                 "Total Debt: 90509 \u2192 7", "City: "})
+            EXPECT_TRUE(told.contains(part)) << part << " in " << told.toStdString();
+    }
+    ASSERT_EQ(host_->windows().size(), 1);
+    EXPECT_EQ(window.record()->get_TotalDebt(), 7) << "going back keeps what was typed";
+    EXPECT_TRUE(window.isWindowModified());
+    {
+        Answers answers({"Discard"});
+        click(window, "cmdCancel");
+        EXPECT_TRUE(answers.allGiven());
+    }
     EXPECT_TRUE(host_->windows().isEmpty());
     EXPECT_TRUE(sameAs(*before, *stored(*host_, "AAPL")));
     EXPECT_EQ(shownNames(*host_).first(), "Apple Inc.");
+}
+
+TEST_F(HostTest, CancelWithoutAChangeAsksNothing) {
+    for (const bool isLookedAt : {false, true}) {
+        CompanyWindow& window = open(*host_, "AAPL");
+        if (isLookedAt)
+            for (const int tab : {toYearly, toQuarterly, toOther, toOptions, toCompany})
+                window.entry().setCurrentTab(tab);
+        click(window, "cmdCancel");
+        EXPECT_TRUE(host_->windows().isEmpty());
+    }
+}
+
+TEST_F(HostTest, TypingAFigureBackTakesTheMarkOfTheChangesAway) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const auto before = idOf(*host_, "AAPL");
+    const auto revision = host_->store().load(before).value().revision;
+    type(window, "txtTotalDebt", "7");
+    EXPECT_TRUE(window.isWindowModified());
+    type(window, "txtTotalDebt", "90509");
+    EXPECT_FALSE(window.isWindowModified());
+    window.entry().setCurrentTab(toOptions);
+    click(window, "optPTI(1)");
+    EXPECT_TRUE(window.isWindowModified());
+    click(window, "optPTI(0)");
+    EXPECT_FALSE(window.isWindowModified());
+    click(window, "chkLockInfo");
+    EXPECT_TRUE(window.isWindowModified());
+    click(window, "chkLockInfo");
+    EXPECT_FALSE(window.isWindowModified());
+    window.entry().setCurrentTab(toYearly);
+    type(window, "txtYNetInc(9)", "1");
+    EXPECT_TRUE(window.isWindowModified());
+    type(window, "txtYNetInc(9)", "112010");
+    EXPECT_FALSE(window.isWindowModified()) << "with all that is worked out from it";
+    click(window, "cmdOK");
+    EXPECT_TRUE(host_->windows().isEmpty());
+    EXPECT_EQ(host_->store().load(before).value().revision, revision) << "nothing to save";
+}
+
+TEST_F(HostTest, ARowThatIsSwitchedIsOneChangeHoweverMuchIsWorkedOutFromIt) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toOptions);
+    click(window, "optPTI(1)");
+    Answers answers({"Discard"});
+    click(window, "cmdCancel");
+    EXPECT_TRUE(answers.told().value(0).contains("Discard 1 change?"));
+    EXPECT_TRUE(answers.allGiven());
+}
+
+TEST_F(HostTest, ATextThatIsNotStoredIsAChangeToDiscard) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtPriceUpdate", "32/32/2026");
+    EXPECT_TRUE(window.isWindowModified());
+    {
+        Answers answers({"Go Back"});
+        click(window, "cmdCancel");
+        EXPECT_TRUE(answers.told().value(0).contains("Discard 1 change?"));
+        EXPECT_TRUE(answers.told().value(0).contains("32/32/2026"));
+        EXPECT_TRUE(answers.allGiven());
+    }
+    // A date that is still being typed, and that Cancel leaves unread.
+    for (const auto& [tab, field] :
+         {std::pair{toYearly, "txtDateofLastFY"}, std::pair{toQuarterly, "txtLastQDate"}}) {
+        CompanyWindow& other = open(*host_, "NVDA");
+        other.entry().setCurrentTab(tab);
+        type(other, field, "3/31/2030", false);
+        Answers answers({"Discard"});
+        click(other, "cmdCancel");
+        EXPECT_TRUE(answers.told().value(0).contains("Discard 1 change?")) << field;
+        EXPECT_TRUE(answers.allGiven()) << field;
+    }
+    Answers answers({"Discard"});
+    click(window, "cmdCancel");
+    EXPECT_TRUE(answers.allGiven());
 }
 
 TEST_F(HostTest, ControlSSavesAndGoesOn) {
@@ -147,6 +241,122 @@ TEST_F(HostTest, ANewCompanyThatStaysEmptyIsNotStored) {
     click(*window, "cmdOK");
     EXPECT_TRUE(host_->windows().isEmpty());
     EXPECT_EQ(shownNames(*host_).size(), 4);
+}
+
+// --- dates that nobody has typed ---------------------------------------------------------------
+
+// Fills what is named by control, on its tab, and presses OK.
+struct DateCase {
+    const char* test;
+    int tab;
+    const char* field;
+    const char* typed;
+    Datum stored; // Datum::Name: no date
+};
+
+class HostDatesTest : public HostTest, public testing::WithParamInterface<DateCase> {};
+
+TEST_P(HostDatesTest, AreStoredOnlyWithWhatGoesByThem) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtSymbol", "ACME");
+    window.entry().setCurrentTab(GetParam().tab);
+    type(window, GetParam().field, GetParam().typed);
+    EXPECT_TRUE(window.isWindowModified());
+    click(window, "cmdOK");
+    if (!host_->windows().isEmpty())
+        click(window, "cmdOK"); // the first one settled a date
+    const auto company = stored(*host_, "ACME");
+    ASSERT_NE(company, nullptr);
+    for (const Datum date :
+         {Datum::LastQDate, Datum::LastFYDate, Datum::PriceUpdatedDate, Datum::LastUpdate})
+        EXPECT_EQ(isAbsent(company->stored(date).toDate()), date != GetParam().stored)
+            << rowOf(date).name;
+    EXPECT_EQ(company->get_LastFY() != 0, GetParam().stored == Datum::LastFYDate);
+}
+
+QString todayAsShown() {
+    return QLocale::c().toString(QDate::currentDate(), "MMM/dd/yyyy");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Data, HostDatesTest,
+    testing::Values(
+        DateCase{"Name", toCompany, "txtName", "Acme", Datum::Name},
+        DateCase{"Debt", toCompany, "txtTotalDebt", "7", Datum::Name},
+        DateCase{"Price", toCompany, "txtCurrentPrice", "12", Datum::PriceUpdatedDate},
+        DateCase{"PriceDate", toCompany, "txtPriceUpdate", "1/30/2026", Datum::PriceUpdatedDate},
+        DateCase{"LastUpdate", toCompany, "txtLastUpdate", "1/30/2026", Datum::LastUpdate},
+        DateCase{"Quarter", toQuarterly, "txtEPS(3)", "1.5", Datum::LastQDate},
+        DateCase{"Year", toYearly, "txtSales(9)", "7", Datum::LastFYDate},
+        DateCase{"YearTyped", toYearly, "txtLastFY", "2020", Datum::LastFYDate}),
+    [](const auto& row) { return row.param.test; });
+
+TEST_F(HostTest, ADateIsStoredThatWasTypedAsItStoodThere) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtSymbol", "ACME");
+    type(window, "txtLastUpdate", todayAsShown());
+    click(window, "cmdOK");
+    const auto company = stored(*host_, "ACME");
+    EXPECT_FALSE(isAbsent(company->stored(Datum::LastUpdate).toDate()));
+    EXPECT_TRUE(isAbsent(company->stored(Datum::PriceUpdatedDate).toDate()));
+}
+
+TEST_F(HostTest, ADateThatCameWithItsFigureStaysThereAfterTheNextSave) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtSymbol", "ACME");
+    type(window, "txtCurrentPrice", "12");
+    user_.press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(window.isWindowModified());
+    const Date saved = stored(*host_, "ACME")->get_PriceUpdatedDate();
+    EXPECT_FALSE(isAbsent(saved));
+    type(window, "txtName", "Acme");
+    click(window, "cmdOK");
+    EXPECT_EQ(stored(*host_, "ACME")->get_PriceUpdatedDate(), saved);
+    EXPECT_TRUE(isAbsent(stored(*host_, "ACME")->get_LastUpdate()));
+}
+
+TEST_F(HostTest, AnExportedWindowHasNoDateThatNobodyHasTyped) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtSymbol", "ACME");
+    const QTemporaryDir folder;
+    host_->exportWindow(window, folder.path());
+    const auto company = importCompany(folder.path().toStdString(), "ACME").company;
+    ASSERT_NE(company, nullptr);
+    EXPECT_TRUE(isAbsent(company->get_PriceUpdatedDate()));
+    EXPECT_TRUE(isAbsent(company->get_LastQDate()));
+    Answers answers({"Discard"});
+    click(window, "cmdCancel");
+}
+
+// --- all quarters ------------------------------------------------------------------------------
+
+TEST_F(HostTest, AllQuartersAreLookedAtByScrollingAndNothingChanges) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toQuarterly);
+    EXPECT_EQ(window.entry().visibleQuarters(), 35);
+    const auto isInView = [&](const char* cell) {
+        const QWidget& shown = control(window, cell);
+        return shown.visibleRegion().boundingRect() == shown.rect();
+    };
+    EXPECT_FALSE(isInView("txtEPS(34)"));
+    user_.click(control(window, "txtEPS(0)"));
+    for (int i = 0; i < 4; ++i)
+        user_.press(Qt::Key_PageDown);
+    EXPECT_TRUE(isInView("txtEPS(34)"));
+    for (int i = 0; i < 4; ++i)
+        user_.press(Qt::Key_PageUp);
+    EXPECT_TRUE(isInView("txtEPS(0)"));
+    for (int i = 0; i < 40; ++i) {
+        QWidget& under = control(window, "fraDE(3)");
+        const QPointF place(5, 5);
+        QWheelEvent turn(place, under.mapToGlobal(place), {}, {0, -120}, Qt::NoButton,
+                         Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&under, &turn);
+    }
+    EXPECT_TRUE(isInView("txtEPS(34)"));
+    EXPECT_FALSE(window.isWindowModified());
+    click(window, "cmdCancel");
+    EXPECT_TRUE(host_->windows().isEmpty());
 }
 
 // --- closing -----------------------------------------------------------------------------------

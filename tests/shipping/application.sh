@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# application.sh menu_entry|metainfo|man_page <data> <program>: what a desktop is told about the
-# program is well-formed and true.
+# application.sh menu_entry|metainfo|man_page|tour <data> <program>: what a desktop is told about the
+# program is well-formed and true; the tour says nothing and draws what the README shows.
 set -euo pipefail
 part=$1 data=$2 program=$3
 
@@ -42,5 +42,16 @@ man_page)
     needs man
     [[ -z $(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l -Z "$page" 2>&1 >/dev/null |
         tee /dev/stderr) ]]
+    ;;
+tour)
+    folder=$(mktemp -d)
+    trap 'rm -rf "$folder"' EXIT
+    said=$(env -u XDG_RUNTIME_DIR HOME="$folder" "$program" --tour "$folder" 2>&1)
+    [[ -z $said ]] || { echo "The tour said: $said"; exit 1; }
+    root=$(dirname "${BASH_SOURCE[0]}")/../..
+    for picture in $(grep -oE 'docs/pictures/[a-z-]+\.png' "$root/README.md"); do
+        [[ -s $root/$picture ]] || { echo "There is no $picture"; exit 1; }
+        [[ -s $folder/$(basename "$picture") ]] || { echo "The tour does not draw $picture"; exit 1; }
+    done
     ;;
 esac
