@@ -879,7 +879,7 @@ void VKRDataEntry::Impl::leaveControl(Control& control) {
         leaveOtherField(*other);
     if (auto* field = dynamic_cast<TextField*>(&control); field != nullptr && isUntouched(*field))
         session.picked.erase(field);
-    if (typedDate_ == &control && typedDate_->mark().empty() &&
+    if (typedDate_ == &control && !typedDate_->isUnstored() &&
         typedDate_->text() == typedDate_->tag()) {
         session.suggestedDates.erase(dateIn(*typedDate_).value());
         typedDate_ = nullptr;
