@@ -100,10 +100,19 @@ void Session::ComputeUnitFactor() {
 NumericText Session::typedNumber(std::string_view text, int exponent) const {
     constexpr double grouped = 1234567;
     const NumberMarks& marks = form.numberMarks();
+    const auto read = [&](std::string_view one) {
+        return cleanNumericText(one, NumericKind::PlainNumber, exponent, marks);
+    };
+    const NumericText asItStands = read(text);
     std::string typed(text);
     if (formatNumber(grouped, numberFormat).find(',') != std::string::npos)
         ReplaceAll(typed, marks.grouping, "");
-    return cleanNumericText(typed, NumericKind::PlainNumber, exponent, marks);
+    NumericText result = read(typed);
+    // Without a decimal mark the one that was passed over may have been meant for it.
+    if (result.leftOut.empty() && text.find(marks.decimal) == std::string_view::npos &&
+        (result.text != asItStands.text || !asItStands.leftOut.empty()))
+        result.leftOut = marks.grouping;
+    return result;
 }
 
 NumericText Session::typedText(std::string_view text, NumericKind kind) const {

@@ -257,20 +257,17 @@ std::string leftOutOfFraction(std::string_view text, std::string_view fraction,
     return withoutBlanks(text);
 }
 
-} // namespace
-
-NumericText cleanNumericText(std::string_view shown, NumericKind kind, int exponent,
-                             const NumberMarks& marks) {
-    const std::string text = exchangeMarks(shown, marks);
+// With the point as the decimal mark.
+NumericText cleanPlainText(std::string_view text, NumericKind kind, int exponent) {
     const Bare number = bare(text);
     if (const std::string whole = wholeNumber(number.body); !whole.empty())
         return fromSpan(scanNumber(whole), number.negative, exponent);
 
-    std::string decimal = text;
+    std::string decimal(text);
     std::string fraction;
     if (kind == NumericKind::PriceText) {
         fraction = wholeFraction(number.body);
-        decimal = FractionToDecimal(fraction.empty() ? text : fraction);
+        decimal = FractionToDecimal(fraction.empty() ? text : std::string_view(fraction));
         if (!fraction.empty() && number.negative && !decimal.empty())
             decimal.insert(0, 1, '-');
     }
@@ -284,15 +281,35 @@ NumericText cleanNumericText(std::string_view shown, NumericKind kind, int expon
     }
     const NumberSpan span = scanNumber(start);
     const auto leftOut = [&](const std::string& taken) {
-        const std::string rest = decimal != text ? leftOutOfFraction(text, fraction, taken)
-                                 : taken.empty() ? withoutBlanks(text)
-                                                 : withoutBlanks(start.substr(span.length));
-        return exchangeMarks(rest, marks); // as it was typed
+        return decimal != text ? leftOutOfFraction(text, fraction, taken)
+               : taken.empty() ? withoutBlanks(text)
+                               : withoutBlanks(start.substr(span.length));
     };
     if (span.length == 0 || !(isAsciiDigit(start.front()) || start.front() == '.'))
         return {.text = {}, .fits = true, .leftOut = leftOut({})};
     NumericText result = fromSpan(span, negative, exponent);
     result.leftOut = leftOut(result.text);
+    return result;
+}
+
+// The mark of the only group of a whole number, where it may be meant as the decimal mark.
+std::string doubtfulGroup(std::string_view plain, const NumberMarks& marks) {
+    const std::string mark = exchangeMarks(",", marks);
+    const std::string_view body = bare(plain).body;
+    const bool groupsAlone =
+        body.find('.') == std::string_view::npos && std::count(body.begin(), body.end(), ',') == 1;
+    const bool usual = mark == "," && marks.grouping == mark;
+    return groupsAlone && !usual && !wholeNumber(body).empty() ? mark : std::string();
+}
+
+} // namespace
+
+NumericText cleanNumericText(std::string_view text, NumericKind kind, int exponent,
+                             const NumberMarks& marks) {
+    const std::string plain = exchangeMarks(text, marks);
+    NumericText result = cleanPlainText(plain, kind, exponent);
+    result.leftOut =
+        result.leftOut.empty() ? doubtfulGroup(plain, marks) : exchangeMarks(result.leftOut, marks);
     return result;
 }
 

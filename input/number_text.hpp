@@ -30,6 +30,10 @@ struct NumericText {
 //
 // Of any other text it is the number at its start, as readLeadingNumber finds it.
 //
+// One group of thousands alone may be the decimals of somebody with other marks: "1.234" where the
+// comma is the decimal mark is 1234, and its point is left out. So is the comma where the form does
+// not group by it.
+//
 // `exponent`: the power of ten by which the value is going to be multiplied. `marks`: those of the
 // form that the text stands on.
 [[nodiscard]] NumericText cleanNumericText(std::string_view text, NumericKind kind,

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "binding/session.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "input/number_text.hpp"
 #include "platform/number_marks.hpp"
 #include "tests/support/field_steps.hpp"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -132,6 +134,54 @@ TEST(NumberMarks, ATextIsReadByThem) {
             << one.text << " with " << one.marks.decimal;
     EXPECT_EQ(cleanNumericText("3 1/8", NumericKind::PriceText, 0, german).text, "3.125");
     EXPECT_EQ(cleanNumericText("1.234 1/8", NumericKind::PriceText, 0, german).text, "1234.125");
+}
+
+TEST(NumberMarks, OneGroupThatMayBeMeantAsDecimalsIsInDoubt) {
+    const struct {
+        const NumberMarks& marks;
+        const char* text;
+        const char* leftOut;
+    } cases[] = {
+        {german, "1.234", "."},    {german, "$1.234", "."},    {german, "(1.234)", "."},
+        {french, "1.234", "."},    {swiss, "1,234", ","},      {german, "1.234,5", ""},
+        {german, "1.234.567", ""}, {french, "1\u202F234", ""}, {swiss, "1\u2019234", ""},
+        {american, "1,234", ""},   {american, "1.234", ""},    {german, "1,234", ""},
+    };
+    for (const auto& one : cases) {
+        const auto read = cleanNumericText(one.text, NumericKind::PlainNumber, 0, one.marks);
+        EXPECT_EQ(read.leftOut, one.leftOut) << one.text << " with " << one.marks.decimal;
+        if (!read.leftOut.empty()) {
+            EXPECT_EQ(std::abs(numericValue(read.text)), 1234) << one.text;
+        }
+    }
+}
+
+TEST(NumberMarks, WhatAGroupedPatternPassesOverIsInDoubtWithoutADecimalMark) {
+    Form form;
+    VirtualDesktop desktop;
+    Session session(form, desktop);
+    session.numberFormat = "#,##0.00";
+    const struct {
+        const NumberMarks& marks;
+        const char* text;
+        const char* number;
+        const char* leftOut;
+    } cases[] = {
+        {american, "12,5", "125", ","},
+        {american, "1,234", "1234", ""},
+        {american, "1,2345.50", "12345.50", ""},
+        {german, "12.5", "125", "."},
+        {german, "1.234", "1234", "."},
+        {german, "1.2345,50", "12345.50", ""},
+        {german, "1234", "1234", ""},
+        {american, "", "", ""},
+    };
+    for (const auto& one : cases) {
+        form.setNumberMarks(one.marks);
+        const NumericText read = session.typedNumber(one.text, 0);
+        EXPECT_EQ(read.text, one.number) << one.text;
+        EXPECT_EQ(read.leftOut, one.leftOut) << one.text;
+    }
 }
 
 TEST(NumberMarks, WhatIsTypedAndPastedIsStoredByThem) {
