@@ -188,11 +188,11 @@ TEST_F(OnQtServices, ADayIsChosenOrNot) {
 TEST_F(OnQtServices, ThePartsOfTheCalendarCarryTheirNames) {
     answers.next([&](QWidget& dialog) {
         const auto* days = dialog.findChild<QCalendarWidget*>("Calendar1");
-        const auto* ok = dialog.findChild<QPushButton*>("cmdOK");
+        const auto* confirm = dialog.findChild<QPushButton*>("cmdOK");
         auto* cancel = dialog.findChild<QPushButton*>("cmdCancel");
-        ASSERT_TRUE(days != nullptr && ok != nullptr && cancel != nullptr);
+        ASSERT_TRUE(days != nullptr && confirm != nullptr && cancel != nullptr);
         EXPECT_EQ(days->accessibleName(), "Pick");
-        EXPECT_EQ(ok->accessibleName(), "OK");
+        EXPECT_EQ(confirm->accessibleName(), "OK");
         EXPECT_EQ(cancel->accessibleName(), "Cancel");
         cancel->click();
     });

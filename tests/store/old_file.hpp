@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "source_folder.hpp"
 #include "tests/store/store_tools.hpp"
 
 namespace vkr::test {
