@@ -36,8 +36,12 @@ constexpr LoadedSeries quarterlySeries[] = {
     {Datum::QNetIncSeries, LoadScale::unit},
 };
 
+Date today(const Session& session) {
+    return session.services.today();
+}
+
 Date endOfLastYear(const Session& session) {
-    return makeDate(civil(session.services.today()).year - 1, 12, 31).value_or(Date{});
+    return makeDate(civil(today(session)).year - 1, 12, 31).value_or(Date{});
 }
 
 // Whether the record has no valid date here, or won't say.
@@ -48,8 +52,9 @@ bool lacksDate(const Session& session, Datum datum) {
 }
 
 // Writes a date where the record has no valid one.
-void suggest(Session& session, Datum missing, Datum written, Date date) {
-    if (lacksDate(session, missing) && attempt([&] { writeDate(*session.company, written, date); }))
+void suggest(Session& session, Datum missing, Datum written, Date date(const Session&)) {
+    if (lacksDate(session, missing) &&
+        attempt([&] { writeDate(*session.company, written, date(session)); }))
         session.suggestedDates.insert(written);
 }
 
@@ -175,9 +180,9 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     fields.load(LoadStep::otherNumbers);
     fields.load(LoadStep::otherTexts);
 
-    suggest(session, Datum::LastQDateForGrid, Datum::LastQDate, endOfLastYear(session));
+    suggest(session, Datum::LastQDateForGrid, Datum::LastQDate, endOfLastYear);
     attempt([&] { quarterly.showSpan(); });
-    suggest(session, Datum::LastFYDate, Datum::LastFYDate, endOfLastYear(session));
+    suggest(session, Datum::LastFYDate, Datum::LastFYDate, endOfLastYear);
     attempt([&] { company.put_LastFY(company.get_LastFY()); });
     attempt([&] { yearly.showSpan(); });
 
@@ -185,7 +190,7 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     attempt([&] { loadReportingPeriod(session); });
     fields.load(LoadStep::companyNumbers);
     for (const Datum datum : {Datum::PriceUpdatedDate, Datum::LastUpdate})
-        suggest(session, datum, datum, session.services.today());
+        suggest(session, datum, datum, today);
     fields.load(LoadStep::dates);
     fields.load(LoadStep::prices);
     fields.load(LoadStep::identity);

@@ -22,6 +22,7 @@ void Session::hideHelpFrame() {
 }
 
 void Session::markChanged() {
+    onlyPicked_ = false;
     dirty = true;
     tellState();
 }

@@ -401,7 +401,7 @@ void CompanyListWindow::goToEnd(bool last, bool extends) {
         return;
     const QModelIndex target = companies_->index(last ? companies_->rowCount() - 1 : 0, 0);
     const int from = extends ? std::max(table_->currentIndex().row(), 0) : target.row();
-    const auto [first, final] = std::minmax(from, target.row());
+    const auto [first, final] = std::minmax({from, target.row()});
     const QItemSelection rows(companies_->index(first, 0), companies_->index(final, 0));
     QItemSelectionModel* chosenRows = table_->selectionModel();
     chosenRows->setCurrentIndex(target, QItemSelectionModel::NoUpdate);

@@ -371,7 +371,7 @@ void QuarterlyGrid::putNewestQuarter(Date date) {
     company.put_LastQDate(date);
     try {
         company.put_LastQDateForGrid(date);
-    } catch (const std::exception&) {
+    } catch (...) {
         attempt([&] { company.put_LastQDate(before); });
         throw;
     }

@@ -140,6 +140,8 @@ TEST_F(HostInterface, InitPropertiesBringsTheRowsBackWithTheirNumber) {
 TEST_F(HostInterface, TellsOfThePriceDisplayWhoeverChangesIt) {
     int told = 0;
     entry.fractionDisplayChanged = [&] { ++told; };
+    entry.put_objCompany(fullCompany()); // without one there is no tab to click
+    EXPECT_EQ(told, 0);
     entry.put_FractionDisplay(true);
     EXPECT_EQ(told, 1);
     entry.put_FractionDisplay(true);

@@ -471,8 +471,8 @@ TEST_F(HostTest, ClosingTheListAsksForEveryCompanyWithChanges) {
 }
 
 TEST_F(HostTest, OkAsksBeforeATextIsLeftOutThatCannotBeStored) {
+    const Date before = stored(*host_, "AAPL")->get_PriceUpdatedDate();
     CompanyWindow& window = open(*host_, "AAPL");
-    const Date before = window.record()->get_PriceUpdatedDate();
     type(window, "txtPriceUpdate", "32/32/2026");
     type(window, "txtName", "Zebra Inc.");
     {
