@@ -260,8 +260,7 @@ void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
 // The 52-week range always contains the current price. A price of nothing moves neither end, and
 // one that is corrected takes back what it moved. The price of another day is no correction.
 void CompanyFields::followPrice(double price) {
-    Date today{};
-    attempt([&] { today = session_.services.today(); });
+    const Date today = attemptOr(Date{}, [&] { return session_.services.today(); });
     const auto follow = [&](Datum datum, std::string_view name, auto beyond) {
         attempt([&] {
             const double held = readNumber(*session_.company, datum);
