@@ -119,7 +119,10 @@ VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* pa
     entry_->ReadProperties(PropertyBag()); // chooses the platform, and with it the texts
     entry_->setEvents(events_.get());
     entry_->stateChanged = [this] { stateChanged(); };
-    entry_->fractionDisplayChanged = [this] { emit fractionDisplayChanged(); };
+    entry_->fractionDisplayChanged = [this] {
+        const QtServices::Call call(*services_);
+        emit fractionDisplayChanged();
+    };
 
     view_ = new FormView(entry_->form(), this);
     view_->wheelTurned = [entry = entry_.get()](int steps) {
@@ -203,6 +206,8 @@ void VKRDataEntryWidget::stateChanged() {
     if (const QString title = recordTitle(); title != title_) {
         title_ = title;
         emit titleChanged(title);
+        if (!stays)
+            return;
     }
     emit edited();
 }

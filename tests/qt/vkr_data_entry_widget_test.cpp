@@ -25,6 +25,8 @@
 #include <QWheelEvent>
 #include <QWindow>
 
+#include <functional>
+
 namespace vkr {
 namespace {
 
@@ -399,6 +401,43 @@ TEST_F(DataEntryWidget, TheHostMayTakeItAwayWhenAsked) {
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(watched.isNull());
     EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(DataEntryWidget, TheHostMayTakeItAwayWhenItHearsOfAnything) {
+    using Heard = std::function<void(const std::function<void()>& act)>;
+    const std::pair<const char*, Heard> all[] = {
+        {"title",
+         [&](auto& act) {
+             QObject::connect(entry, &VKRDataEntryWidget::titleChanged, &window, act);
+         }},
+        {"dirty",
+         [&](auto& act) {
+             QObject::connect(entry, &VKRDataEntryWidget::dirtyChanged, &window, act);
+         }},
+        {"edited",
+         [&](auto& act) { QObject::connect(entry, &VKRDataEntryWidget::edited, &window, act); }}};
+    for (const auto& [name, hear] : all) {
+        SCOPED_TRACE(name);
+        entry = new VKRDataEntryWidget(&window);
+        open(fullCompany());
+        const QPointer<VKRDataEntryWidget> watched = entry;
+        hear([&] { delete watched; });
+        QTest::mouseClick(native("txtName"), Qt::LeftButton);
+        for (const char* letter = "Another\t"; watched && *letter != 0; ++letter)
+            QTest::keyClick(QApplication::focusWidget(), *letter);
+        EXPECT_TRUE(watched.isNull());
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    entry = new VKRDataEntryWidget(&window);
+    open(fullCompany());
+    const QPointer<VKRDataEntryWidget> watched = entry;
+    QObject::connect(entry, &VKRDataEntryWidget::fractionDisplayChanged, &window,
+                     [&] { delete watched; });
+    entry->setCurrentTab(toOptions);
+    QTest::mouseClick(native<QWidget>("optDisplay", 1), Qt::LeftButton);
+    EXPECT_TRUE(watched.isNull());
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    entry = nullptr;
 }
 
 TEST_F(DataEntryWidget, GoesWhileAFieldHasTheFocus) {
