@@ -13,6 +13,7 @@
 #include <QGuiApplication>
 #include <QLayout>
 #include <QMenuBar>
+#include <QPointer>
 #include <QStatusBar>
 
 namespace vkr {
@@ -212,6 +213,10 @@ bool CompanyWindow::confirmDiscard() {
 void CompanyWindow::discard() {
     decided_ = true;
     close();
+    if (isVisible()) { // it was closing already, and asks about that: no more
+        emit gone(this);
+        deleteLater();
+    }
 }
 
 bool CompanyWindow::save() {
@@ -255,13 +260,14 @@ bool CompanyWindow::acceptUnstored() {
     for (const UnstoredField& field : fields)
         lines.append(tr("%1: \u201c%2\u201d - %3")
                          .arg(fromUtf8(field.label), fromUtf8(field.text), fromUtf8(field.reason)));
+    const QPointer<CompanyWindow> stays(this);
     const int choice = ask(
         this,
         fields.size() == 1 ? tr("One field holds a text that can't be stored.")
                            : tr("%1 fields hold texts that can't be stored.").arg(fields.size()),
         tr("%1\n\nSaving keeps what was stored there before.").arg(lines.join(u'\n')),
         {{tr("&Save Without"), Choice::Role::destroy}, {tr("&Go Back"), Choice::Role::reject}});
-    if (choice != 0)
+    if (choice != 0 && stays)
         entry_->component().showField(fields.front().control);
     return choice == 0;
 }

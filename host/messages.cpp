@@ -5,12 +5,30 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QStatusBar>
 
 namespace vkr {
 
 namespace {
+
+// Its parent may go while it is open, as when a company is deleted in the list that its own window
+// asks about: then the box goes with it.
+class Box {
+  public:
+    Box(QMessageBox::Icon icon, QWidget* parent)
+        : box_(new QMessageBox(icon, {}, {}, QMessageBox::NoButton, parent)) {}
+    Box(const Box&) = delete;
+    Box& operator=(const Box&) = delete;
+    ~Box() { delete box_; }
+    [[nodiscard]] QMessageBox* get() const { return box_; }
+    QMessageBox& operator*() const { return *box_; }
+    QMessageBox* operator->() const { return box_; }
+
+  private:
+    QPointer<QMessageBox> box_;
+};
 
 void fill(QMessageBox& box, const QString& what, const QString& more, const QStringList& details) {
     // What stands in a record or a file's name is text, whatever it looks like.
@@ -21,6 +39,14 @@ void fill(QMessageBox& box, const QString& what, const QString& more, const QStr
     if (!details.isEmpty())
         box.setDetailedText(details.join(u'\n'));
     box.setWindowModality(Qt::WindowModal);
+}
+
+void tell(QMessageBox::Icon icon, QWidget* parent, const QString& what, const QString& more,
+          const QStringList& details) {
+    const Box box(icon, parent);
+    fill(*box, what, more, details);
+    box->setStandardButtons(QMessageBox::Ok);
+    box->exec();
 }
 
 QMessageBox::ButtonRole role(Choice::Role role) {
@@ -39,31 +65,27 @@ QMessageBox::ButtonRole role(Choice::Role role) {
 
 void tellFault(QWidget* parent, const QString& what, const QString& more,
                const QStringList& details) {
-    QMessageBox box(QMessageBox::Warning, {}, {}, QMessageBox::Ok, parent);
-    fill(box, what, more, details);
-    box.exec();
+    tell(QMessageBox::Warning, parent, what, more, details);
 }
 
 void tellNews(QWidget* parent, const QString& what, const QString& more,
               const QStringList& details) {
-    QMessageBox box(QMessageBox::Information, {}, {}, QMessageBox::Ok, parent);
-    fill(box, what, more, details);
-    box.exec();
+    tell(QMessageBox::Information, parent, what, more, details);
 }
 
 int ask(QWidget* parent, const QString& what, const QString& more, const QList<Choice>& choices,
         int defaultChoice, const QStringList& details) {
-    QMessageBox box(QMessageBox::Question, {}, {}, QMessageBox::NoButton, parent);
-    fill(box, what, more, details);
+    const Box box(QMessageBox::Question, parent);
+    fill(*box, what, more, details);
     QList<QAbstractButton*> buttons;
     for (const Choice& choice : choices)
-        buttons.append(box.addButton(choice.label, role(choice.role)));
+        buttons.append(box->addButton(choice.label, role(choice.role)));
     const auto last = choices.size() - 1;
-    box.setEscapeButton(buttons.at(last));
-    box.setDefaultButton(
+    box->setEscapeButton(buttons.at(last));
+    box->setDefaultButton(
         qobject_cast<QPushButton*>(buttons.at(defaultChoice < 0 ? last : defaultChoice)));
-    box.exec();
-    const auto chosen = buttons.indexOf(box.clickedButton());
+    box->exec();
+    const auto chosen = box.get() == nullptr ? -1 : buttons.indexOf(box->clickedButton());
     return static_cast<int>(chosen < 0 ? last : chosen);
 }
 

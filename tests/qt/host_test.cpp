@@ -691,6 +691,46 @@ TEST_F(HostTest, DeletingAnOpenCompanyClosesItsWindow) {
     EXPECT_EQ(shownNames(*host_).size(), 3);
 }
 
+struct ClosingWay {
+    const char* test;
+    const char* control; // none: the window's own button
+};
+// The question is modal to its window alone: the list can still be used.
+class HostDeletedWindowTest : public HostTest, public testing::WithParamInterface<ClosingWay> {};
+
+TEST_P(HostDeletedWindowTest, GoesWithTheQuestionThatIsOpen) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtName", "Zebra Inc.");
+    type(window, "txtPriceUpdate", "32/32/2026");
+    const QPointer<CompanyWindow> watched(&window);
+    QPointer<QWidget> question;
+    QTimer waiting;
+    QObject::connect(&waiting, &QTimer::timeout, [&] {
+        question = QApplication::activeModalWidget();
+        if (question.isNull())
+            return;
+        waiting.stop();
+        Answers answers({"Delete"});
+        host_->deleteCompanies({idOf(*host_, "AAPL")});
+        EXPECT_TRUE(answers.allGiven());
+    });
+    waiting.start(0);
+    if (GetParam().control == nullptr)
+        window.close();
+    else
+        click(window, GetParam().control);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(watched.isNull());
+    EXPECT_TRUE(question.isNull());
+    EXPECT_TRUE(host_->windows().isEmpty());
+    EXPECT_EQ(shownNames(*host_).size(), 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Under, HostDeletedWindowTest,
+                         testing::Values(ClosingWay{"Cancel", "cmdCancel"},
+                                         ClosingWay{"Ok", "cmdOK"}, ClosingWay{"Close", nullptr}),
+                         [](const auto& row) { return row.param.test; });
+
 TEST_F(HostTest, AnEmptyDatabaseSaysWhatToDo) {
     Answers answers({"Delete"});
     QList<qint64> ids;
