@@ -345,19 +345,11 @@ void SeriesGrid::showElement(Cell cell) {
     });
 }
 
-void SeriesGrid::forEachSeries(const std::function<void(const GridSeries&)>& act) const {
-    for (const auto& column : columns_) {
-        act(column.first);
-        if (column.choice != ColumnChoice::none)
-            act(column.second);
-    }
-}
-
 std::vector<std::string> SeriesGrid::shiftAll(int periods) {
     std::vector<std::string> stayed;
     forEachSeries([&](const GridSeries& series) {
-        if (!shiftSeries(series.series, periods))
-            stayed.push_back(session_.text(series.nameNumber, series.name));
+        if (!shiftSeries(series.series, periods)) // the others move, even where it can't be named
+            attempt([&] { stayed.push_back(session_.text(series.nameNumber, series.name)); });
     });
     return stayed;
 }
@@ -367,7 +359,9 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
     Variant value;
     if (!attempt([&] { value = readSeries(*session_.company, series); }))
         return false;
-    const bool held = attempt([&] {
+    if (!value.isArray())
+        return true;
+    return attempt([&] {
         VariantArray& figures = value.array();
         // Wider than an index: the bounds may be its ends.
         const std::int64_t lower = figures.lower();
@@ -380,8 +374,8 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
         for (std::int64_t element = periods > 0 ? upper : lower;
              element >= lower && element <= upper; element += step)
             figures.setNumber(static_cast<int>(element), moved(element));
+        writeSeries(*session_.company, series, value);
     });
-    return !held || attempt([&] { writeSeries(*session_.company, series, value); });
 }
 
 void SeriesGrid::tellStayed(const std::vector<std::string>& names) {

@@ -99,7 +99,14 @@ class SeriesGrid {
     // Shows a cell's figure anew from the record; nothing where it can't be read.
     void showElement(Cell cell);
     // Every series that a column can show, once.
-    void forEachSeries(const std::function<void(const GridSeries&)>& act) const;
+    template <typename Act>
+    void forEachSeries(Act&& act) const {
+        for (const auto& column : columns_) {
+            act(column.first);
+            if (column.choice != ColumnChoice::none)
+                act(column.second);
+        }
+    }
     // Moves all series of the record by a number of periods; what comes in is 0. A series that the
     // record does not hand out as an array is left alone. Names those that stay since the record
     // can't read or write them.

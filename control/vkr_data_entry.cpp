@@ -879,6 +879,8 @@ void VKRDataEntry::Impl::leaveControl(Control& control) {
         leaveOtherField(*other);
     if (auto* field = dynamic_cast<TextField*>(&control); field != nullptr && isUntouched(*field))
         session.picked.erase(field);
+    if (dateIn(control) && dynamic_cast<TextField&>(control).text() == control.tag())
+        session.takePickBack(); // unless the date was taken
     if (typedDate_ == &control && !typedDate_->isUnstored() &&
         typedDate_->text() == typedDate_->tag()) {
         session.suggestedDates.erase(dateIn(*typedDate_).value());

@@ -456,7 +456,6 @@ void QuarterlyGrid::leaveLastQuarterDate() {
         storeMarked(); // in the quarters that are still beside the cells
     if (const auto failure = failureOf([&] { takeLastQuarter(before, typed); }))
         session_.message("LastQDate Lost Focus error: " + *failure, message_box::exclamationIcon);
-    session_.takePickBack(); // unless the date was taken
 }
 
 void QuarterlyGrid::followCommit() {

@@ -379,6 +379,112 @@ TEST(ErrorTrap, WhereMemoryRunsOutOnLeavingAFieldItsTextIsStoredOrMarked) {
     }
 }
 
+TEST(ErrorTrap, WhereMemoryRunsOutACopyNeverStaysInThePlaceOfTheRecord) {
+    EntryScene scene;
+    const auto company = fullCompany();
+    scene.load(company);
+    scene.entry->put_CurrentTab(toOptions);
+    test::typeOver(scene, "txtCurSymbol", "A symbol that needs memory of its own");
+    bool failed = true;
+    for (int round = 1; failed; ++round) {
+        const auto copy = company->clone();
+        {
+            const FailingMemory memory(round);
+            scene.entry->commitInto(copy);
+            failed = memory.hasFailed();
+        }
+        ASSERT_EQ(scene.entry->get_objCompany(), company) << "at allocation " << round;
+    }
+}
+
+TEST(ErrorTrap, WhereMemoryRanOutOnLoadingTheNextLoadingIsWhole) {
+    const auto company = fullCompany();
+    company->get_Settings()->put(setting::lockBasicInfo, true);
+    const auto names = [](const EntryScene& scene) {
+        Names result;
+        for (const auto& control : scene.form().controls())
+            result.push_back(control->id() + ": " + control->accessibleName());
+        return result;
+    };
+    EntryScene whole;
+    whole.load(company);
+    const Names expected = names(whole);
+    bool failed = true;
+    for (int round = 1; failed; round += 1 + round / 8) {
+        EntryScene scene;
+        {
+            const FailingMemory memory(round);
+            scene.load(company);
+            failed = memory.hasFailed();
+        }
+        scene.load(company);
+        ASSERT_EQ(names(scene), expected) << "at allocation " << round;
+        ASSERT_TRUE(scene.field("txtName").locked());
+    }
+}
+
+// Figures that the record keeps as texts: moving them takes memory.
+TEST(ErrorTrap, WhereMemoryRunsOutEveryFigureKeepsItsPeriodOrIsToldOf) {
+    struct Way {
+        const char* button;
+        TABObject tab;
+        const char* first;
+        const char* second;
+        const char* names[2];
+        std::string (*period)(const iVKR_Company& company);
+    };
+    const Way ways[] = {
+        {"cmdAddQuarter",
+         toQuarterly,
+         "QRevenueSeries",
+         "QNetIncSeries",
+         {"Revenue", "Net Income"},
+         [](const iVKR_Company& company) {
+             return std::to_string(company.get_LastQDateForGrid().serial);
+         }},
+        {"cmdAddYear",
+         toYearly,
+         "YRevenueSeries",
+         "YNetIncSeries",
+         {"Revenue", "Net Inc."},
+         [](const iVKR_Company& company) { return std::to_string(company.get_LastFY()); }},
+    };
+    for (const auto& way : ways) {
+        SCOPED_TRACE(way.button);
+        bool failed = true;
+        for (int round = 1; failed; round += 1 + round / 60) {
+            EntryScene scene;
+            const auto company = fullCompany();
+            for (const char* series : {way.first, way.second})
+                test::putElement(*company, series, 2, 4321.5);
+            company->put_LastQDateForGrid(company->get_LastQDate());
+            scene.load(company);
+            scene.desktop.clickTab(way.tab);
+            scene.desktop.forget();
+            scene.desktop.answerNext(MessageAnswer::yes);
+            const std::string before = way.period(*company);
+            {
+                const FailingMemory memory(round);
+                try {
+                    scene.desktop.click(way.button);
+                } catch (const std::bad_alloc&) { // the desktop's own
+                }
+                failed = memory.hasFailed();
+            }
+            const bool moved = way.period(*company) != before;
+            std::string told;
+            for (const auto& message : scene.desktop.messages())
+                told += message.text + "\r";
+            for (const int one : {0, 1}) {
+                const char* series = one == 0 ? way.first : way.second;
+                const bool figureMoved = test::elementOf(*company, series, 3) == 4321.5;
+                ASSERT_TRUE(figureMoved == moved || told.find(way.names[one]) != std::string::npos)
+                    << series << " at allocation " << round;
+            }
+        }
+    }
+}
+
 TEST(ErrorTrap, WhereMemoryRunsOutNothingComesOutAndNoDatumChanges) {
     struct Act {
         const char* name;

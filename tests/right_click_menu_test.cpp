@@ -1028,6 +1028,26 @@ TEST(DatePicking, APickCanBeUndone) {
     EXPECT_EQ(changedData(*loaded, *company), Names{});
 }
 
+TEST(DatePicking, APickThatIsTakenBackIsNoChange) {
+    for (const auto& row : dateFields)
+        for (const char* takenBack : {"{ESC}", "^z"})
+            for (const bool changedBefore : {false, true}) {
+                SCOPED_TRACE(std::string(row.field) + takenBack);
+                EntryScene scene;
+                const auto company = fullCompany();
+                scene.load(company);
+                scene.entry->put_blnDirty(changedBefore);
+                const auto loaded = company->clone();
+                goTo(scene, row.field);
+                scene.desktop.answerNextDate(row.picked);
+                scene.desktop.type("{F4}");
+                ASSERT_TRUE(scene.entry->get_blnDirty());
+                scene.desktop.type(takenBack + std::string("{TAB}"));
+                EXPECT_EQ(scene.entry->get_blnDirty(), changedBefore);
+                EXPECT_EQ(changedData(*loaded, *company), Names{});
+            }
+}
+
 TEST(DatePicking, ALockedFieldOpensNoCalendar) {
     EntryScene scene;
     const auto company = fullCompany();
