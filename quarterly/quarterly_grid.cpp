@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace vkr {
 
@@ -69,6 +70,7 @@ std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
 
 void QuarterlyGrid::showSpan() {
     visited_.clear();
+    typedCommitted_ = false;
     hidden_ = {};
     accepted_.reset();
     attempt([&] {
@@ -419,7 +421,10 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     if (session_.cancelPressed || field.locked() || session_.company == nullptr)
         return;
     const auto before = accepted_;
+    const bool committed = std::exchange(typedCommitted_, false);
     if (isUntouched(field)) {
+        if (committed)
+            takeCommitBack(before, field.mark());
         if (before)
             storeMarked(); // what waited for the date to be back
         return;
@@ -436,7 +441,17 @@ void QuarterlyGrid::leaveLastQuarterDate() {
     }
     putFieldText(field, session_.dateText(before.value_or(Date{})));
     field.setMark(mark);
-    attempt([&] { // a commit may have written what was being typed
+    takeCommitBack(before, mark);
+    if (before)
+        storeMarked(); // in the quarters that are still beside the cells
+    if (const auto failure = failureOf([&] { takeLastQuarter(before, typed); }))
+        session_.message("LastQDate Lost Focus error: " + *failure, message_box::exclamationIcon);
+}
+
+// A commit may have written what was being typed in the place of the date before.
+void QuarterlyGrid::takeCommitBack(std::optional<Date> before, const FieldMark& mark) {
+    auto& field = session_.textBox("txtLastQDate");
+    attempt([&] {
         const Date held = session_.company->get_LastQDate();
         const Date old = before.value_or(hidden_);
         if (held == old || (!before && !Session::isValidDate(held)))
@@ -452,14 +467,11 @@ void QuarterlyGrid::leaveLastQuarterDate() {
             showTrailingEarnings();
         }
     });
-    if (before)
-        storeMarked(); // in the quarters that are still beside the cells
-    if (const auto failure = failureOf([&] { takeLastQuarter(before, typed); }))
-        session_.message("LastQDate Lost Focus error: " + *failure, message_box::exclamationIcon);
 }
 
 void QuarterlyGrid::followCommit() {
     auto& field = session_.textBox("txtLastQDate");
+    typedCommitted_ = typedCommitted_ || field.text() != field.tag();
     if (!field.isUnstored() || field.text() != field.tag() || session_.isLocked())
         return;
     bool stored = false;

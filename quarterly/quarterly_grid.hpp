@@ -86,6 +86,7 @@ class QuarterlyGrid final : public SeriesGrid {
     // are added. Throws, with nothing moved, where the record refuses the date.
     void moveTo(int element, std::optional<Date> typed = std::nullopt);
     void retryLastQuarter(Date date);
+    void takeCommitBack(std::optional<Date> before, const FieldMark& mark);
     void takeLastQuarter(std::optional<Date> before, std::optional<Date> typed);
     void setAnchor(Date date, bool ofFigures);
     void setLastQuarter(Date date);
@@ -103,6 +104,7 @@ class QuarterlyGrid final : public SeriesGrid {
     int offset_ = 0;                 // element of the series that the top row shows
     std::optional<Date> accepted_;   // last quarter on show; one that is being typed counts later
     Date hidden_;                    // what the record has while the form shows none
+    bool typedCommitted_ = false;    // a commit came while a last quarter was being typed
     std::map<int, Visited> visited_; // by element
     std::shared_ptr<TrailingEarnings> rule_;
     std::optional<double> derived_; // what the rule answered last

@@ -768,6 +768,27 @@ TEST_F(QuarterSpan, ADateThatIsRejectedAfterACommitLeavesTheCompanyChanged) {
     }
 }
 
+TEST_F(QuarterSpan, ADateThatIsTakenBackAfterACommitIsTakenBackInTheRecord) {
+    fill();
+    for (const char* takenBack : {"{ESC}", "^z", "^aSep/30/2026"}) {
+        SCOPED_TRACE(takenBack);
+        load(*makeDate(2026, 9, 30));
+        desktop.click("txtLastQDate");
+        desktop.type("^a12/31/2005");
+        scene.entry->put_blnDirty(false); // as a host does that saves meanwhile
+        ASSERT_EQ(company->get_LastQDate(), *makeDate(2005, 12, 31));
+        desktop.type(takenBack + std::string("{TAB}"));
+        EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+        EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 30));
+        EXPECT_TRUE(scene.entry->get_blnDirty());
+        scene.entry->put_blnDirty(false);
+        desktop.click("txtLastQDate");
+        company->put_LastQDate(*makeDate(2026, 9, 29)); // by the host
+        desktop.type("{TAB}");
+        EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 29)) << "nothing was typed";
+    }
+}
+
 TEST_F(QuarterSpan, ADateThatIsRejectedInAClearedFormLeavesTheRecordsOwn) {
     fill();
     load(*makeDate(2026, 9, 30));
