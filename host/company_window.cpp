@@ -16,6 +16,8 @@
 #include <QPointer>
 #include <QStatusBar>
 
+#include <algorithm>
+
 namespace vkr {
 
 namespace {
@@ -149,7 +151,13 @@ std::shared_ptr<CompanyRecord> CompanyWindow::edited() const {
 }
 
 std::vector<Datum> CompanyWindow::untypedDates() const {
-    return datingNothing(entry_->component().suggestedDates(), *unchanged_, *edited());
+    const std::vector<Datum> suggested = entry_->component().suggestedDates();
+    std::vector<Datum> untyped = datingNothing(suggested, *unchanged_, *edited());
+    // A price has no date where one was typed that can't be read.
+    if (entry_->component().form().get<TextField>("txtPriceUpdate").isUnstored() &&
+        std::ranges::find(suggested, Datum::PriceUpdatedDate) != suggested.end())
+        untyped.push_back(Datum::PriceUpdatedDate);
+    return untyped;
 }
 
 std::shared_ptr<CompanyRecord> CompanyWindow::recordToSave() const {
@@ -205,7 +213,8 @@ bool CompanyWindow::confirmDiscard() {
            ask(this,
                lines.size() == 1 ? tr("Discard 1 change?")
                                  : tr("Discard %1 changes?").arg(lines.size()),
-               tr("%1 stays as it was saved last.").arg(title()),
+               (id_ ? tr("%1 stays as it was saved last.") : tr("%1 was never saved."))
+                   .arg(title()),
                {{tr("&Discard"), Choice::Role::destroy}, {tr("&Go Back"), Choice::Role::reject}},
                -1, lines) == 0;
 }

@@ -139,6 +139,16 @@ TEST_F(HostTest, CancelAsksHowManyChangesToDiscardAndLeavesEverythingAsItWas) {
     EXPECT_EQ(shownNames(*host_).first(), "Apple Inc.");
 }
 
+TEST_F(HostTest, CancelOfANewCompanySaysThatNothingOfItIsKept) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtName", "Acme Works");
+    Answers answers({"Discard"});
+    click(window, "cmdCancel");
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_TRUE(answers.told().value(0).contains("Discard 1 change?\nAcme Works was never saved."))
+        << answers.told().value(0).toStdString();
+}
+
 TEST_F(HostTest, CancelWithoutAChangeAsksNothing) {
     for (const bool isLookedAt : {false, true}) {
         CompanyWindow& window = open(*host_, "AAPL");
@@ -313,6 +323,19 @@ TEST_F(HostTest, ADateThatCameWithItsFigureStaysThereAfterTheNextSave) {
     click(window, "cmdOK");
     EXPECT_EQ(stored(*host_, "ACME")->get_PriceUpdatedDate(), saved);
     EXPECT_TRUE(isAbsent(stored(*host_, "ACME")->get_LastUpdate()));
+}
+
+// The day that the form suggested is not the one that somebody meant to type.
+TEST_F(HostTest, APriceWhoseDateIsRefusedIsNotStoredAsOfToday) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtSymbol", "ACME");
+    type(window, "txtCurrentPrice", "12.5");
+    type(window, "txtPriceUpdate", "31/31/2026");
+    Answers answers({"Save Without"});
+    click(window, "cmdOK");
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_EQ(stored(*host_, "ACME")->get_CurrentPrice(), 12.5);
+    EXPECT_EQ(stored(*host_, "ACME")->get_PriceUpdatedDate(), Date{});
 }
 
 TEST_F(HostTest, AnExportedWindowHasNoDateThatNobodyHasTyped) {
