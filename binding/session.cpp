@@ -163,6 +163,7 @@ std::string Session::reason(int number) const {
         {text_number::noteDecimalMark, "The decimal mark is \"%1\", once in a figure."},
         {text_number::noteOneFigure,
          "This field takes one figure. Several cells can't be pasted into it."},
+        {text_number::noteFull, "There is room for %1 characters."},
     };
     return text(number, std::ranges::find(reasons, number, &Reason::number)->fallback);
 }
@@ -196,7 +197,9 @@ void Session::markDoubtful(TextField& field, std::string_view leftOut) const {
 
 void Session::tellRefused(TextField& field, int noteNumber) const {
     std::string note = reason(noteNumber);
-    ReplaceAll(note, "%1", std::string(1, form.numberMarks().decimal));
+    ReplaceAll(note, "%1",
+               noteNumber == text_number::noteFull ? std::to_string(field.maxLength())
+                                                   : std::string(1, form.numberMarks().decimal));
     attempt([&] { services.tellRefused(field, note); });
 }
 

@@ -191,6 +191,7 @@ inline constexpr int notePrice = 674;
 inline constexpr int noteYear = 675;
 inline constexpr int noteDecimalMark = 676; // "%1" the mark
 inline constexpr int noteOneFigure = 677;
+inline constexpr int noteFull = 678;             // "%1" the characters that a field has room for
 inline constexpr int firstReportingPeriod = 640; // 640 to 642, entries of cmbReportingPeriod
 } // namespace text_number
 

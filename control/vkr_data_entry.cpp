@@ -989,13 +989,16 @@ void VKRDataEntry::Impl::onKeyPress(Control& control, char32_t& character) {
     else if (const auto* filter = filterOf(control))
         refused = FilterNumericKey(character, filter->numeric, filter->freeText, *field,
                                    filter->allowNegative, filter->upperCase);
+    const bool noRoom = character >= U' ' && character != 0x7F && field->isFull();
     if (!form.isKeyHeld())
         toldOfKey_ = false;
-    if (!refused || toldOfKey_ || field->locked())
+    if (!(refused || noRoom) || toldOfKey_ || field->locked())
         return;
     toldOfKey_ = true;
-    session.tellRefused(*field, pressed == U'.' || pressed == U',' ? text_number::noteDecimalMark
-                                                                   : noteOf(control).value_or(0));
+    const int takes = noteOf(control).value_or(text_number::noteFull);
+    const bool mark =
+        refused && takes != text_number::noteYear && (pressed == U'.' || pressed == U',');
+    session.tellRefused(*field, mark ? text_number::noteDecimalMark : takes);
 }
 
 // What a field for one figure takes, as a text of text_number; nothing for any other.

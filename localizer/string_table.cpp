@@ -307,6 +307,7 @@ constexpr StringRow standardRows[] = {
     {675, "A year in four figures, from 1980 to 9900."},
     {676, "The decimal mark is \"%1\", once in a figure."},
     {677, "This field takes one figure. Several cells can't be pasted into it."},
+    {678, "There is room for %1 characters."},
 };
 static_assert(isStringTable(standardRows));
 

@@ -567,14 +567,16 @@ bool Form::userPaste(TextField& field, std::string_view text) {
     edited += pasted;
     edited += textFrom(before, start + field.selLength());
     const auto taken = field.taken(edited, start + textLength(pasted));
-    const int fitting =
-        std::max(0, textLength(pasted) - textLength(edited) + textLength(taken.text));
+    const int cut = textLength(edited) - textLength(taken.text);
+    const int fitting = taken.text == before && edited != before
+                            ? 0 // no room at all
+                            : std::max(0, textLength(pasted) - cut);
     field.editText(taken.text, taken.caret);
     if (taken.text != before)
-        handler().onChange(field);
+        attempt([&] { handler().onChange(field); });
     const auto leftOut = textFrom(pasted, fitting);
     if (!trimmed(leftOut).empty() && holds(field))
-        handler().onPasteCut(field, leftOut);
+        attempt([&] { handler().onPasteCut(field, leftOut); });
     return fitting > 0;
 }
 

@@ -161,10 +161,19 @@ std::string_view trimmed(std::string_view text) {
 }
 
 bool isBlockOfCells(std::string_view text) {
-    text = trimmed(text);
-    return text.find_first_of("\t\r\n\v\f") != std::string_view::npos ||
-           text.find("\u2028") != std::string_view::npos ||
-           text.find("\u2029") != std::string_view::npos;
+    const auto isBreak = [](char32_t c) {
+        return c < U' ' || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+    };
+    bool begun = false;
+    bool broken = false;
+    for (text = trimmed(text); !text.empty(); text = textFrom(text, 1)) {
+        const bool breaks = isBreak(firstCharacter(text));
+        if (!breaks && broken)
+            return true;
+        begun = begun || !breaks;
+        broken = begun && breaks;
+    }
+    return false;
 }
 
 std::string cleanedPaste(std::string_view text, bool multiLine) {

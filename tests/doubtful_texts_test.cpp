@@ -211,6 +211,36 @@ TEST_F(DoubtfulTexts, TheEndOfAPasteThatHasNoRoomIsTold) {
     EXPECT_EQ(doubts().size(), 1U);
 }
 
+TEST_F(DoubtfulTexts, APasteIntoAnOverlongTextIsToldAsAWhole) {
+    const std::string overlong = "123456789012345678901234567890";
+    company->put_Zip(overlong);
+    scene.load(company);
+    goTo(scene, "txtZip");
+    desktop.setClipboardText("ABC");
+    desktop.type("{HOME}+{RIGHT}+{RIGHT}^v");
+    EXPECT_EQ(scene.text("txtZip"), overlong);
+    EXPECT_EQ(doubts(), Names{"txtZip: Taken as " + overlong + "; \"ABC\" was left out."});
+}
+
+TEST_F(DoubtfulTexts, UnderTheCommaTheyAreWrittenWithIt) {
+    scene.entry->put_NumberMarks({',', "."});
+    struct {
+        const char* pasted;
+        const char* shown;
+        const char* reason;
+    } cases[] = {
+        {"1.234", "1234,00", "Taken as 1234,00; \".\" was left out."},
+        {"12.5", "12,00", "Taken as 12,00; \".5\" was left out."},
+        {"1,5M", "1,50", "Taken as 1,50; \"M\" was left out."},
+    };
+    for (const char* id : {"txtEPSProj", "txtTotalDebt", "txtYEPS(9)", "txtEPS(0)"})
+        for (const auto& one : cases) {
+            pasteOver(scene, id, one.pasted);
+            EXPECT_EQ(textOf(scene, id), one.shown);
+            EXPECT_EQ(markOf(scene, id), one.reason);
+        }
+}
+
 TEST_F(DoubtfulTexts, AYearThatGivesWaySaysSo) {
     const std::string year = scene.text("txtLastFY");
     typeOver(scene, "txtLastFY", "20");

@@ -59,6 +59,7 @@ TEST_F(RefusedInput, ASwallowedKeySaysWhatTheFieldTakes) {
         {"txtCurrentPrice", "", "/", priceNote},     {"txtHigh(9)", "", "-", priceNote},
         {"txtLow(9)", "5", "+", priceNote},          {"txtLastFY", "20", "x", yearNote},
         {"txtEPS(0)", "1.5", ".", markNote},         {"txtEPS(0)", "1", ",", markNote},
+        {"txtLastFY", "20", ",", yearNote},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(std::string(one.field) + " " + one.before + " " + one.key);
@@ -83,6 +84,41 @@ TEST_F(RefusedInput, WhatIsTakenOrHasAnEffectIsSilent) {
     goTo(scene, "txtYEPS(8)");
     desktop.type("~");
     EXPECT_TRUE(desktop.refusals().empty());
+}
+
+TEST_F(RefusedInput, UnderTheCommaTheVoiceNamesTheComma) {
+    scene.entry->put_NumberMarks({',', "."});
+    for (const char* id : {"txtYEPS(9)", "txtTotalDebt", "txtCurrentPrice"}) {
+        goTo(scene, id);
+        desktop.forget();
+        desktop.type("^a12.5");
+        EXPECT_EQ(textOf(scene, id), "125");
+        ASSERT_EQ(desktop.refusals().size(), 1U);
+        EXPECT_EQ(desktop.refusals()[0].note, "The decimal mark is \",\", once in a figure.");
+    }
+}
+
+TEST_F(RefusedInput, ACharacterThatHasNoRoomSaysSo) {
+    const std::string full(20, '7');
+    for (const char* id : {"txtZip", "txtSymbol"}) {
+        SCOPED_TRACE(id);
+        goTo(scene, id);
+        desktop.type("^a" + full);
+        EXPECT_TRUE(desktop.refusals().empty());
+        desktop.type("x");
+        EXPECT_EQ(textOf(scene, id), full);
+        ASSERT_EQ(desktop.refusals().size(), 1U);
+        EXPECT_EQ(desktop.refusals()[0].note, "There is room for 20 characters.");
+        hold('X', U'x', 20);
+        EXPECT_EQ(desktop.refusals().size(), 2U);
+        desktop.forget();
+        desktop.type("{BS}x^ax"); // there is room again
+        EXPECT_TRUE(desktop.refusals().empty());
+    }
+    goTo(scene, "txtLastFY");
+    desktop.type("{END}1");
+    ASSERT_EQ(desktop.refusals().size(), 1U);
+    EXPECT_EQ(desktop.refusals()[0].note, yearNote);
 }
 
 TEST_F(RefusedInput, AHeldKeySoundsOnce) {
@@ -173,7 +209,10 @@ TEST_F(RefusedInput, ABlockOfCellsIsNotSqueezedIntoOneFigure) {
                            "txtInsiderHolding", "txtLastFY"}) {
         goTo(scene, id);
         const std::string before = textOf(scene, id);
-        for (const char* block : {"1\t2", "1\n2", "1\r\n2\r\n3\r\n", "1\u20282", "a\tb"}) {
+        for (const char* block : {"1\t2", "1\n2", "1\r\n2\r\n3\r\n", "1\u20282", "1\u00852",
+                                  "1\x1e"
+                                  "2",
+                                  "a\tb"}) {
             SCOPED_TRACE(std::string(id) + " " + block);
             desktop.forget();
             desktop.setClipboardText(block);
@@ -191,7 +230,7 @@ TEST_F(RefusedInput, ABlockOfCellsIsNotSqueezedIntoOneFigure) {
 }
 
 TEST_F(RefusedInput, ACellWithItsLineBreakIsNoBlock) {
-    for (const char* cell : {"42\r\n", "42\n", "42\r", "\t42\t", " 42 "}) {
+    for (const char* cell : {"42\r\n", "42\n", "42\r", "\t42\t", " 42 ", "42\u0085"}) {
         typeOver(scene, "txtYEPS(9)", "7");
         pasteOver(scene, "txtYEPS(9)", cell);
         EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), 42);
