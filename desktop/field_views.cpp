@@ -179,6 +179,8 @@ void FieldView::takeEdit() {
             showText();
         } else {
             stepBack();
+            if (pastedAnew(now))
+                return;
             if (text() != wanted)
                 replaceText(wanted);
             select({unitsOf(wanted, taken.caret), 0});
@@ -191,6 +193,23 @@ void FieldView::takeEdit() {
     if (!form().userEdit(field(), fromQt(now), start,
                          charactersOf(now, shown.start + shown.length) - start))
         refuseEdit();
+}
+
+// Where a slot of the widget has pasted, which is taken back by now: the form puts it in, as it
+// does after the key. False for what is no paste.
+bool FieldView::pastedAnew(const QString& edited) {
+    const auto range = selection();
+    const auto length = edited.size() - shown_.size() + range.length;
+    const auto pasted = edited.mid(range.start, std::max<qsizetype>(0, length));
+    QString anew = shown_;
+    anew.replace(range.start, range.length, pasted);
+    if (undoing_ > 0 || passing() || pasted.isEmpty() || text() != shown_ || anew != edited)
+        return false;
+    const int start = charactersOf(shown_, range.start);
+    form().userSelect(field(), start, charactersOf(shown_, range.start + range.length) - start);
+    if (!form().userPaste(field(), fromQt(pasted)) && control() != nullptr)
+        replaceText(shown_); // nor is it brought back by a redo
+    return true;
 }
 
 void FieldView::refuseEdit() {

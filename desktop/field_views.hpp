@@ -70,6 +70,7 @@ class FieldView : public ControlView {
     void showEdit();
     void showSelection();
     bool postponed(void (FieldView::*part)());
+    bool pastedAnew(const QString& edited);
     void refuseEdit();
     [[nodiscard]] UnitRange modelSelection() const;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
+#include "desktop/readable_colors.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "tests/qt/support/field_actions.hpp"
 #include "tests/support/entry_scene.hpp"
@@ -8,6 +9,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
@@ -126,6 +128,51 @@ TEST_F(FormViewNotes, APasteThatIsCutIsInDoubt) {
     press(Qt::Key_Return);
     EXPECT_TRUE(window.doubtfulFields().empty());
     EXPECT_EQ(native("txtZip").toolTip(), "");
+}
+
+TEST_F(FormViewNotes, TheSlotOfTheWidgetPastesAsTheKeyDoes) {
+    auto& cell = native("txtYEPS", 9);
+    const QString before = cell.text();
+    for (const char* block : {"1\t2", "1\n2\n3"}) {
+        QGuiApplication::clipboard()->setText(QString::fromUtf8(block));
+        cell.selectAll();
+        cell.paste();
+        EXPECT_EQ(cell.text(), before);
+        EXPECT_FALSE(note().isEmpty());
+        cell.redo();
+        EXPECT_EQ(cell.text(), before);
+    }
+    cell.selectAll();
+    QGuiApplication::clipboard()->setText(QStringLiteral("42"));
+    cell.paste();
+    EXPECT_EQ(cell.text(), "42");
+
+    form().get<TabStrip>("tbsDataEntry").selectTab(toOther);
+    form().get<TextField>("txtZip").setFocus();
+    QGuiApplication::clipboard()->setText(QStringLiteral("12345678901234567890XYZ"));
+    native("txtZip").selectAll();
+    native("txtZip").paste();
+    EXPECT_EQ(native("txtZip").text(), "12345678901234567890");
+    EXPECT_EQ(native("txtZip").toolTip(), "Taken as 12345678901234567890; \"XYZ\" was left out.");
+    native("txtZip").undo();
+    EXPECT_NE(native("txtZip").text(), "12345678901234567890");
+    EXPECT_EQ(native("txtZip").text().toStdString(), form().get<TextField>("txtZip").text());
+}
+
+TEST_F(FormViewNotes, AGroupThatMayBeDecimalsIsFramedInAmberUnderTheComma) {
+    window.component().put_NumberMarks({',', "."});
+    auto& cell = native("txtYEPS", 9);
+    const auto amber = [&] {
+        const QImage shown = cell.grab().toImage();
+        return shown.pixelColor(shown.width() / 2, 1) == mark_colors::doubtful;
+    };
+    EXPECT_FALSE(amber());
+    press(Qt::Key_A, Qt::ControlModifier);
+    paste(QStringLiteral("1.234"));
+    press(Qt::Key_Tab);
+    EXPECT_EQ(cell.text(), "1234,00");
+    EXPECT_EQ(cell.toolTip(), "Taken as 1234,00; \".\" was left out.");
+    EXPECT_TRUE(amber());
 }
 
 TEST_F(FormViewNotes, TheNoteFitsAtTheEdgesOfTheForm) {
