@@ -40,7 +40,8 @@ constexpr std::string_view perShareAboveZero =
 constexpr std::string_view price =
     "Money per share, as a decimal (12.5) or in eighths (12 1/2). Both can be typed at any time; "
     "the Options tab decides which one is shown.";
-constexpr std::string_view percent = "Percent: 15.61 for 15.61 %. The sign may be left out.";
+constexpr std::string_view percent =
+    "Percent: 15.61 for 15.61 %. The sign is not typed; a pasted one makes no difference.";
 constexpr std::string_view date =
     "A date, month first: 9/27/2025, Sep 27 2025 or 27 Sep 2025. Years of two digits are 2000 to "
     "2029 and 1930 to 1999. A double-click opens the calendar. A text that is no date is framed, "
