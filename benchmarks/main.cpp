@@ -15,6 +15,11 @@ int main(int argc, char** argv) {
     // Widgets need an application object; no display is opened.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
+    // What the offscreen platform can't do would stand between the figures.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
+        if (!text.startsWith(QLatin1String("This plugin does not support")))
+            std::fprintf(stderr, "%s\n", qPrintable(text));
+    });
     benchmark::Initialize(&argc, argv);
     constexpr std::string_view option = "--ratios=";
     if (argc == 2 && std::string_view(argv[1]).starts_with(option)) {
