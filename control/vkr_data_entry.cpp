@@ -100,6 +100,7 @@ class VKRDataEntry::Impl final : public FormHandler, public OptionsHost {
     void load(std::shared_ptr<iVKR_Company> company);
     std::shared_ptr<iVKR_Company> commit();
     void commitInto(std::shared_ptr<iVKR_Company> copy);
+    void holdCommitted();
     void clear();
     void stepTab(int step);
     void scrollMouse(KeyCode key);
@@ -486,6 +487,22 @@ void VKRDataEntry::Impl::commitInto(std::shared_ptr<iVKR_Company> copy) {
     std::swap(session.company, copy);
     commitCompany(session, quarterly.lastQuarter()); // whatever fails is skipped in there
     std::swap(session.company, copy);
+}
+
+// What a commit has stored while it was being typed is there by now: taking it back is a change.
+void VKRDataEntry::Impl::holdCommitted() {
+    auto& symbol = session.textBox("txtCurSymbol");
+    auto& period = form.get<ComboBox>("cmbReportingPeriod");
+    attempt([&] {
+        if (symbol.text() != symbol.tag() &&
+            session.settings()->get(setting::currencySymbol).toText() == symbol.text())
+            symbol.setTag(symbol.text());
+    });
+    attempt([&] {
+        if (period.text() != period.tag() &&
+            session.reportingPeriod()->get(setting::leadPeriod).toLong() == period.listIndex())
+            period.setTag(period.text());
+    });
 }
 
 void VKRDataEntry::Impl::clear() {
@@ -1218,8 +1235,8 @@ bool VKRDataEntry::get_blnDirty() const {
 void VKRDataEntry::put_blnDirty(bool blnNewValue) {
     const Session::Work work(impl_->session);
     impl_->session.setDirty(blnNewValue);
-    if (!blnNewValue)
-        impl_->commit();
+    if (!blnNewValue && impl_->commit() != nullptr)
+        impl_->holdCommitted();
 }
 
 UserModeType VKRDataEntry::get_UserMode() const {

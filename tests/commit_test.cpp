@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
@@ -394,6 +395,47 @@ TEST_F(Commit, TheTextStillBeingTypedCountsOnceTheFieldIsLeft) {
     EXPECT_EQ(scene.desktop.focusedId(), "txtName");
     EXPECT_EQ(scene.field("txtName").selText(), "Still typing");
     EXPECT_TRUE(entry.get_blnDirty());
+}
+
+// A host that saves meanwhile has saved what stood there.
+TEST_F(Commit, WhatWasCommittedWhileItWasTypedAndIsTakenBackIsAChange) {
+    struct Row {
+        const char* field;
+        TABObject tab;
+        const char* typed;
+        std::string (*stored)(const CompanyRecord& company);
+    };
+    const Row rows[] = {
+        {"txtCurSymbol", toOptions, "EUR",
+         [](const CompanyRecord& company) {
+             return company.get_Settings()->get(setting::currencySymbol).toText();
+         }},
+        {"cmbReportingPeriod", toOther, "12 months",
+         [](const CompanyRecord& company) {
+             return company.get_ReportingPeriod()->get(setting::leadPeriod).toText();
+         }},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.field);
+        figures = fullCompany();
+        figures->get_ReportingPeriod()->put(setting::leadPeriod, 0);
+        record = std::make_shared<ScriptedRecord>(figures);
+        load();
+        entry.put_ShowReportingPeriod(true);
+        entry.put_blnDirty(false);
+        const std::string before = row.stored(*figures);
+        test::goTo(scene, row.field);
+        scene.desktop.type(std::string("^a") + row.typed);
+        entry.put_blnDirty(false);
+        ASSERT_NE(row.stored(*figures), before);
+        scene.desktop.type("{ESC}{TAB}");
+        EXPECT_TRUE(entry.get_blnDirty());
+        entry.put_blnDirty(false);
+        EXPECT_EQ(row.stored(*figures), before);
+        test::goTo(scene, row.field);
+        scene.desktop.type("{TAB}");
+        EXPECT_FALSE(entry.get_blnDirty());
+    }
 }
 
 TEST_F(Commit, LeavingWhereTheFocusIsElsewhereStoresNothing) {
