@@ -3,6 +3,7 @@
 #include "company/csv_text.hpp"
 #include "company/exact_text.hpp"
 #include "source_folder.hpp"
+#include "tests/support/field_steps.hpp"
 #include "tests/support/random_company.hpp"
 
 #include <cerrno>
@@ -336,6 +337,29 @@ TEST(CompanyCsv, FiguresAreWrittenAsPeopleKeepThem) {
               std::string::npos);
     EXPECT_NE(texts.quarterly->text.find("\n2025-12-27,143756,2.84,51002,17.46,42097\n2025-09-27,"),
               std::string::npos);
+}
+
+// A file names the years 1900 to 9999; beyond them the figures are numbered.
+TEST(CompanyCsv, YearsThatAFileCannotNameAreNumbered) {
+    const std::pair<int, bool> rows[] = {{1908, false}, {1909, true}, {9998, true}, {9999, false}};
+    for (const auto& [last, named] : rows) {
+        CompanyRecord company;
+        company.put_Name("X");
+        company.put_LastFY(static_cast<std::int16_t>(last));
+        test::putElement(company, "YRevenueSeries", 1, 5);
+        const CompanyTexts texts = exportCompanyTexts(company);
+        ASSERT_TRUE(texts.yearly.has_value()) << last;
+        EXPECT_EQ(texts.yearly->text.find("fiscal_year") != std::string::npos, named) << last;
+        EXPECT_EQ(texts.yearly->text.find("element") != std::string::npos, !named) << last;
+    }
+}
+
+TEST(CompanyCsv, AQuoteIsCutWhereItIsTooLong) {
+    const std::string fitting(40, 'x');
+    EXPECT_EQ(describe({"c.csv", 2, 3, fitting, "no number"}),
+              "c.csv, line 2, column 3, \"" + fitting + "\": no number");
+    EXPECT_EQ(describe({"c.csv", 2, 3, fitting + "y", "no number"}),
+              "c.csv, line 2, column 3, \"" + fitting + "…\": no number");
 }
 
 // Each quarter under the date that the grid shows for it.
