@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/captions.hpp"
 
-#include "control/form_layout.hpp"
+#include "form/form_layout.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"

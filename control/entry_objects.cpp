@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/entry_objects.hpp"
 
-#include "control/form_layout.hpp"
+#include "form/form_layout.hpp"
 #include "input/mdlMenu.hpp"
 
 #include <algorithm>

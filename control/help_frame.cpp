@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "control/help_frame.hpp"
 
-#include "control/form_layout.hpp"
 #include "control/vkr_data_entry.hpp"
+#include "form/form_layout.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/right_click_menu.hpp"
 
-#include "control/form_layout.hpp"
+#include "form/form_layout.hpp"
 #include "input/frmCalendar.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"

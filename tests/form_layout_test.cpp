@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "control/form_layout.hpp"
+#include "form/form_layout.hpp"
 #include "platform/text.hpp"
 #include "tests/support/entry_scene.hpp"
 

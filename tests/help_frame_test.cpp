@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "control/form_layout.hpp"
 #include "control/help_frame.hpp"
+#include "form/form_layout.hpp"
 #include "platform/text.hpp"
 #include "tests/support/component_parts.hpp"
 #include "tests/support/entry_object_rows.hpp"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "control/entry_objects.hpp"
-#include "control/form_layout.hpp"
+#include "form/form_layout.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
 #include "tests/support/entry_scene.hpp"

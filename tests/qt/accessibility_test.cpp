@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "control/form_layout.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
 #include "desktop/qt_values.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "form/form_layout.hpp"
 #include "platform/number_text.hpp"
 #include "platform/object_factory.hpp"
 #include "platform/text.hpp"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_record.hpp"
-#include "control/form_layout.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "form/form_layout.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/qt/support/field_actions.hpp"
 #include "tests/support/entry_scene.hpp"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "control/form_layout.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
 #include "desktop/qt_values.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "form/form_layout.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"

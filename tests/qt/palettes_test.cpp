@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "control/form_layout.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
 #include "desktop/qt_values.hpp"
 #include "desktop/readable_colors.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "form/form_layout.hpp"
 #include "platform/text.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/support/entry_scene.hpp"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "control/entry_objects.hpp"
-#include "control/form_layout.hpp"
+#include "form/form_layout.hpp"
 #include "platform/virtual_desktop.hpp"
 #include "quarterly/quarterly_grid.hpp"
 #include "yearly/yearly_grid.hpp"
