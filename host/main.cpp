@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/options.hpp"
 #include "host/start.hpp"
-#include "host/tour.hpp"
+#include "tools/tour.hpp"
 
 #include <QApplication>
 #include <QDir>

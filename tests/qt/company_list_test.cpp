@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/company_list_window.hpp"
-#include "host/event_driver.hpp"
 #include "host/texts.hpp"
+#include "tools/event_driver.hpp"
 
 #include <QApplication>
 #include <QElapsedTimer>

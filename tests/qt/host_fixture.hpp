@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/event_driver.hpp"
 #include "host/workspace.hpp"
 #include "source_folder.hpp"
+#include "tools/event_driver.hpp"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/options.hpp"
 #include "host/start.hpp"
-#include "host/tour.hpp"
 #include "source_folder.hpp"
 #include "tests/qt/host_fixture.hpp"
+#include "tools/tour.hpp"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "host/tour.hpp"
+#include "tools/tour.hpp"
 
 #include "control/vkr_data_entry.hpp"
 #include "host/assistant.hpp"
 #include "host/company_window.hpp"
-#include "host/event_driver.hpp"
 #include "host/help_viewer.hpp"
 #include "host/texts.hpp"
 #include "host/workspace.hpp"
+#include "tools/event_driver.hpp"
 
 #include <QApplication>
 #include <QComboBox>

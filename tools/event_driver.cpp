@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/event_driver.hpp"
+#include "tools/event_driver.hpp"
 
 #include <QApplication>
 #include <QKeySequence>
