@@ -38,16 +38,11 @@ ParsedOptions parseOptions(const QStringList& arguments, const QString& sourceSa
         QStringLiteral("samples"),
         QCoreApplication::translate("options", "Where a new database takes its companies from."),
         QStringLiteral("folder"));
-    const QCommandLineOption tour(
-        QStringLiteral("tour"),
-        QCoreApplication::translate(
-            "options", "Goes through the windows by itself, without a display, and draws them."),
-        QStringLiteral("folder"));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QCoreApplication::translate("options", "Shows this text."));
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
                                      QCoreApplication::translate("options", "Shows the version."));
-    parser.addOptions({database, samples, tour, help, version});
+    parser.addOptions({database, samples, help, version});
 
     ParsedOptions parsed;
     const auto refuse = [&](const QString& why) {
@@ -78,9 +73,6 @@ ParsedOptions parseOptions(const QStringList& arguments, const QString& sourceSa
                            ? QFileInfo(named).absoluteFilePath()
                            : QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
                                  .filePath(QStringLiteral("companies.vkr"));
-    options.tour = parser.value(tour);
-    if (parser.isSet(tour) && options.tour.isEmpty())
-        return refuse(QCoreApplication::translate("options", "--tour needs a folder."));
     options.samples = parser.isSet(samples) ? parser.value(samples) : foundSamples(sourceSamples);
     if (parser.isSet(samples) && !QFileInfo(options.samples).isDir())
         return refuse(

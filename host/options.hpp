@@ -11,7 +11,6 @@ struct Options {
     QString database;     // a file or an address; the user's own file where none was named
     bool isNamed = false; // by the user
     QString samples;      // folder of sample companies; empty where there is none
-    QString tour;         // folder of the pictures; empty: no tour
 };
 
 struct ParsedOptions {

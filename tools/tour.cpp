@@ -657,17 +657,6 @@ QWidget& Tour::control(const char* name) const {
 
 } // namespace
 
-void silenceThePlatform() {
-    static QtMessageHandler other = nullptr;
-    other = qInstallMessageHandler(
-        [](QtMsgType type, const QMessageLogContext& context, const QString& message) {
-            for (const auto* known : {"This plugin does not support ", "QStandardPaths: "})
-                if (message.startsWith(QLatin1String(known)))
-                    return;
-            other(type, context, message);
-        });
-}
-
 int runTour(const QString& folder, const QString& samples) {
     return Tour(QDir(folder), samples).run();
 }

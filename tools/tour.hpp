@@ -14,7 +14,4 @@ namespace vkr {
 // The pictures that carry the name of a window or tab alone show a sample company as it is.
 [[nodiscard]] int runTour(const QString& folder, const QString& samples);
 
-// Keeps what a platform without a display says it lacks from the error output.
-void silenceThePlatform();
-
 } // namespace vkr

@@ -3,12 +3,10 @@
 #include "host/start.hpp"
 #include "source_folder.hpp"
 #include "tests/qt/host_fixture.hpp"
-#include "tools/tour.hpp"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QImage>
 #include <QTableView>
 
 namespace vkr {
@@ -22,17 +20,15 @@ TEST(OptionsTest, WithoutArgumentsTheUsersOwnDatabaseIsTaken) {
     EXPECT_FALSE(parsed.options.isNamed);
     EXPECT_TRUE(parsed.options.database.endsWith("/companies.vkr"));
     EXPECT_EQ(parsed.options.samples, VKR_SOURCE_DIR "/samples");
-    EXPECT_TRUE(parsed.options.tour.isEmpty());
 }
 
 TEST(OptionsTest, EveryOptionIsTaken) {
-    const ParsedOptions parsed = parseOptions(
-        {"vkr-host", "--database", "a.vkr", "--samples=" VKR_SOURCE_DIR, "--tour", "pictures"}, {});
+    const ParsedOptions parsed =
+        parseOptions({"vkr-host", "--database", "a.vkr", "--samples=" VKR_SOURCE_DIR}, {});
     EXPECT_TRUE(parsed.print.isEmpty());
     EXPECT_TRUE(parsed.options.isNamed);
     EXPECT_EQ(parsed.options.database, QFileInfo("a.vkr").absoluteFilePath());
     EXPECT_EQ(parsed.options.samples, VKR_SOURCE_DIR);
-    EXPECT_EQ(parsed.options.tour, "pictures");
 }
 
 TEST(OptionsTest, WhatIsNotUnderstoodIsRefusedWithAReason) {
@@ -43,7 +39,7 @@ TEST(OptionsTest, WhatIsNotUnderstoodIsRefusedWithAReason) {
     };
     for (const Case& row :
          {Case{{"--nonsense"}, "nonsense", 2}, Case{{"stray"}, "stray", 2},
-          Case{{"--database"}, "database", 2}, Case{{"--tour="}, "--tour needs a folder", 2},
+          Case{{"--database"}, "database", 2}, Case{{"--tour", "pictures"}, "tour", 2},
           Case{{"--samples", "/no/such/folder"}, "/no/such/folder", 2},
           Case{{"--help"}, "--database", 0}}) {
         const ParsedOptions parsed = parseOptions(QStringList{"vkr-host"} + row.arguments, {});
@@ -57,7 +53,7 @@ TEST(OptionsTest, WhatIsNotUnderstoodIsRefusedWithAReason) {
 class HostStartTest : public HostTest {
   protected:
     [[nodiscard]] Options options(const QString& file, bool isNamed) const {
-        return {home_.filePath(file), isNamed, samples(), {}};
+        return {home_.filePath(file), isNamed, samples()};
     }
 };
 
@@ -109,32 +105,6 @@ TEST_F(HostStartTest, SortingIsRememberedFromOneStartToTheNext) {
     EXPECT_EQ(header(*host_)->sortIndicatorOrder(), Qt::DescendingOrder);
     const auto* rows = host_->list().findChild<QTableView*>("companies")->model();
     EXPECT_EQ(rows->index(0, CompanyListModel::symbol).data(), "TSLA");
-}
-
-// --- tour ----------------------------------------------------------------------------------------
-
-TEST_F(HostStartTest, TheTourFindsEverythingAsExpectedAndDrawsEveryTab) {
-    EXPECT_EQ(runTour(home_.filePath("tour"), samples()), 0);
-    for (const char* name : {"company", "yearly", "yearly-edited", "yearly-added", "quarterly",
-                             "quarterly-oldest", "quarterly-edited", "quarterly-added", "other",
-                             "options", "list", "list-edited", "assistant", "discard"}) {
-        const QImage picture(home_.filePath(QString("tour/%1.png").arg(name)));
-        EXPECT_GT(picture.width(), 400) << name;
-    }
-    QFile transcript(home_.filePath("tour/transcript.txt"));
-    ASSERT_TRUE(transcript.open(QIODevice::ReadOnly));
-    const QString text = QString::fromUtf8(transcript.readAll());
-    for (const char* line : {"type \"90600500\"", "TotalDebt: 90509 \u2192 90600.5",
-                             "High52W: 288.62 \u2192 290.125", "Everything was as expected."})
-        EXPECT_TRUE(text.contains(line)) << line;
-}
-
-TEST_F(HostStartTest, ATourWithoutTheSampleCompanyFails) {
-    QTemporaryDir empty;
-    EXPECT_NE(runTour(home_.filePath("tour"), empty.path()), 0);
-    QFile transcript(home_.filePath("tour/transcript.txt"));
-    ASSERT_TRUE(transcript.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(transcript.readAll().contains("NOT: "));
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# application.sh menu_entry|metainfo|man_page|tour <data> <program>: what a desktop is told about the
-# program is well-formed and true; the tour says nothing and draws what the README shows.
+# application.sh menu_entry|metainfo|man_page <data> <program>: what a desktop is told about the program
+# is well-formed and true.
+# application.sh tour <data> <tour>: the tour says nothing and draws what the README shows.
 set -euo pipefail
 part=$1 data=$2 program=$3
 
@@ -46,7 +47,7 @@ man_page)
 tour)
     folder=$(mktemp -d)
     trap 'rm -rf "$folder"' EXIT
-    said=$(env -u XDG_RUNTIME_DIR HOME="$folder" "$program" --tour "$folder" 2>&1)
+    said=$(env -u XDG_RUNTIME_DIR HOME="$folder" "$program" "$folder" "$data/vkr-data-entry/samples" 2>&1)
     [[ -z $said ]] || { echo "The tour said: $said"; exit 1; }
     root=$(dirname "${BASH_SOURCE[0]}")/../..
     for picture in $(grep -oE 'docs/pictures/[a-z-]+\.png' "$root/README.md"); do

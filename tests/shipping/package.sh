@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# package.sh <cpack> <build> <work> [release]: packs the Debian packages, and starts the program from
-# what they hold, unpacked into an empty folder. Those of a release are hardened, and lintian has
+# package.sh <cpack> <build> <work> [release]: packs the Debian packages, starts the program from what
+# they hold, unpacked into an empty folder, and goes on the tour with their libraries. Those of a release are hardened, and lintian has
 # nothing to say about them.
 set -euo pipefail
 cpack=$1 build=$2 work=$3 kind=${4-}
@@ -38,8 +38,8 @@ needs() {
         [[ ", $depends," == *", $other"[\ ,]* ]] || { echo "$package does not depend on $other"; exit 1; }
     done
 }
-libraries="$work/tree/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)"
-if compgen -G "$libraries/*.so.*" >/dev/null; then
+libraries=$(find "$work/tree/usr/lib" -name 'libvkr_*.so.?' -printf '%h\n' | sort -u)
+if [[ -n $libraries ]]; then
     # Each library in a package of its own, named as programs ask for it.
     for library in "$libraries"/libvkr_*.so.?; do
         name=$(basename "$library" | sed 's/[.]so[.]//; s/_/-/g')
@@ -65,14 +65,19 @@ for package in "${packages[@]}"; do
     cmp "$package" "$work/again/$(basename "$package")"
 done
 
-# The program finds our libraries where the packages have them, and no others.
+# The program finds our libraries where the packages have them, and no others; so does the tour.
 program=$work/tree/usr/bin/vkr-host
+tour=$build/bin/vkr-tour
 export LD_LIBRARY_PATH=$libraries
-linked=$(ldd "$program")
-if grep -F "not found" <<<"$linked" || grep -F libvkr_ <<<"$linked" | grep -vF "$work/tree/"; then
-    exit 1
-fi
-HOME=$work XDG_RUNTIME_DIR=$work XDG_DATA_HOME=$work "$program" --tour "$work/tour"
+for file in "$program" "$tour"; do
+    linked=$(ldd "$file")
+    if grep -F "not found" <<<"$linked" || grep -F libvkr_ <<<"$linked" | grep -vF "$work/tree/"; then
+        exit 1
+    fi
+done
+"$(dirname "${BASH_SOURCE[0]}")/start.sh" "$program"
+HOME=$work XDG_RUNTIME_DIR=$work XDG_DATA_HOME=$work \
+    "$tour" "$work/tour" "$work/tree/usr/share/vkr-data-entry/samples"
 [[ -s $work/tour/list.png && -s $work/tour/transcript.txt ]]
 [[ $kind == release ]] || exit 0
 
