@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "binding/company_fields.hpp"
 
+#include "form/controls.hpp"
 #include "input/number_pattern.hpp"
 #include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
@@ -261,7 +262,7 @@ void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
 // one that is corrected takes back what it moved. The price of another day is no correction.
 void CompanyFields::followPrice(double price) {
     const Date today = attemptOr(Date{}, [&] { return session_.services.today(); });
-    const auto follow = [&](Datum datum, std::string_view name, auto beyond) {
+    const auto follow = [&](Datum datum, const Handle<TextBox>& shown, auto beyond) {
         attempt([&] {
             const double held = readNumber(*session_.company, datum);
             const auto moved = movedEnds_.find(datum);
@@ -272,7 +273,7 @@ void CompanyFields::followPrice(double price) {
             const double after = widens ? price : before;
             if (after != held) {
                 writeNumber(*session_.company, datum, after);
-                auto& end = session_.form.get<TextField>(name);
+                auto& end = session_[shown];
                 const RefusedText refused(end);
                 show(*find(end));
                 refused.putBack();
@@ -283,12 +284,12 @@ void CompanyFields::followPrice(double price) {
                 movedEnds_.erase(datum);
         });
     };
-    follow(Datum::High52W, "txt52WHigh", [&](double high) { return price > high; });
-    follow(Datum::Low52W, "txt52WLow", [&](double low) { return price < low; });
+    follow(Datum::High52W, controls::high52Week, [&](double high) { return price > high; });
+    follow(Datum::Low52W, controls::low52Week, [&](double low) { return price < low; });
 }
 
 void CompanyFields::followSource() {
-    const auto& source = session_.form.get<TextField>("cmbSource").text();
+    const auto& source = session_[controls::source].text();
     for (const auto stating : sourcesStatingRates)
         if (equalsIgnoringCase(source, stating) && sourceStatesRates)
             sourceStatesRates();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "binding/company_loader.hpp"
 
+#include "form/controls.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
@@ -66,7 +67,7 @@ void showSeries(const Session& session, SeriesGrid& grid, std::span<const Loaded
 }
 
 void loadReportingPeriod(Session& session) {
-    auto& list = session.form.get<ComboBox>("cmbReportingPeriod");
+    auto& list = session[controls::reportingPeriod];
     attempt([&] {
         const int chosen = session.reportingPeriod()->get(setting::leadPeriod).toLong();
         list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
@@ -77,7 +78,7 @@ void loadReportingPeriod(Session& session) {
 void loadSettings(Session& session) {
     std::string symbol;
     attempt([&] { symbol = session.settings()->get(setting::currencySymbol).toText(); });
-    putFieldText(session.textBox("txtCurSymbol"), symbol.empty() ? "$" : symbol);
+    putFieldText(session[controls::currencySymbol], symbol.empty() ? "$" : symbol);
     const auto flag = [&](std::string_view name) {
         bool value = false;
         attempt([&] { value = session.settings()->get(name).toBoolean(); });
@@ -209,16 +210,15 @@ void commitCompany(Session& session, std::optional<Date> lastQuarter) {
         if (!session.isLocked() && rule.wanted(session))
             attempt([&] { derive(company, rule); });
     // A record may let the quarter of its series follow the last quarter: not what is being typed.
-    if (const auto& field = session.textBox("txtLastQDate"); field.text() != field.tag())
+    if (const auto& field = session[controls::lastQuarterDate]; field.text() != field.tag())
         attempt([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
     if (lastQuarter)
         attempt([&] { company.put_LastQDate(*lastQuarter); });
-    if (const int period = session.form.get<ComboBox>("cmbReportingPeriod").listIndex();
-        period >= 0)
+    if (const int period = session[controls::reportingPeriod].listIndex(); period >= 0)
         attempt([&] { session.reportingPeriod()->put(setting::leadPeriod, period); });
     attempt([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
     const std::pair<std::string_view, Variant> settings[] = {
-        {setting::currencySymbol, session.textBox("txtCurSymbol").text()},
+        {setting::currencySymbol, session[controls::currencySymbol].text()},
         {setting::bookValue, showsBookValue(session)},
         {setting::taxRate, showsTaxRate(session)},
         {setting::lockBasicInfo, session.isLocked()},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "binding/session.hpp"
 
+#include "form/controls.hpp"
 #include "input/date_pattern.hpp"
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
@@ -17,8 +18,7 @@ namespace vkr {
 Session::Session(Form& ownForm, Services& hostServices) : form(ownForm), services(hostServices) {}
 
 void Session::hideHelpFrame() {
-    if (Control* frame = form.find("fraDE", 0))
-        frame->setVisible(false);
+    controls::helpFrame.in(form).setVisible(false);
 }
 
 void Session::markChanged() {
@@ -63,7 +63,7 @@ Session::Work::~Work() {
 }
 
 bool Session::isLocked() const {
-    return form.get<CheckBox>("chkLockInfo").value();
+    return controls::lock.in(form).value();
 }
 
 namespace {

@@ -4,6 +4,7 @@
 #include "binding/datum_table.hpp"
 #include "binding/enumerations.hpp"
 #include "binding/ivkr_company.hpp"
+#include "form/handle.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
@@ -150,6 +151,11 @@ class Session final : public FieldHost {
     bool confirmLoss(int number, std::string_view fallback, const std::string& period,
                      int icon = 0);
 
+    // A control of the form.
+    template <typename Kind>
+    [[nodiscard]] Kind& operator[](const Handle<Kind>& control) const {
+        return control.in(form);
+    }
     [[nodiscard]] TextBox& textBox(std::string_view name, int index = Control::noIndex) const {
         return form.get<TextBox>(name, index);
     }

@@ -91,7 +91,7 @@ void Captions::followOptions() {
 }
 
 void Captions::showCurrency() {
-    const std::string symbol = literalCaption(session_.textBox("txtCurSymbol").text());
+    const std::string symbol = literalCaption(session_[controls::currencySymbol].text());
     for (const std::string_view array : {"lblCurrency", "lblQCurrency"})
         for (int i = 0; i <= session_.form.upperBound(array); ++i)
             if (auto* label = session_.form.find(array, i))

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "control/help_frame.hpp"
 
-#include "control/vkr_data_entry.hpp"
 #include "form/form_layout.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
@@ -119,9 +118,9 @@ void HelpFrame::SizeHelpFrame() {
     const Twips linkWidth = upToPixel(widthOf(link.caption()));
     const Twips narrowest = linkPart * linkWidth;
     const Twips screen =
-        attemptOr(VKRDataEntry::workingWidth, [&] { return session_.services.screenWidth(); });
+        attemptOr(sizes::workingWidth, [&] { return session_.services.screenWidth(); });
     // Half of the form, where the screen is wide enough.
-    const Twips widest = std::max(narrowest, std::min(screen, VKRDataEntry::workingWidth) / 2);
+    const Twips widest = std::max(narrowest, std::min(screen, sizes::workingWidth) / 2);
 
     const auto ownLines = linesIn(label.caption());
     Twips width = 0;
@@ -138,9 +137,9 @@ void HelpFrame::SizeHelpFrame() {
         breakAt(widest);
     // What is too high for the form takes its whole width, and is cut where that is not enough.
     const Twips below = margin / 2 + linkGap + lineHeight + margin / 2;
-    const int most = static_cast<int>((VKRDataEntry::workingHeight - below) / lineHeight);
+    const int most = static_cast<int>((sizes::workingHeight - below) / lineHeight);
     if (lines > most)
-        breakAt(VKRDataEntry::workingWidth - margin);
+        breakAt(sizes::workingWidth - margin);
     lines = std::min(lines, most);
     label.setWordWrap(lines > 1);
     width = std::max(width, narrowest);

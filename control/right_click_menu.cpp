@@ -86,7 +86,7 @@ Control& RightClickMenu::PrepareHelpText() {
             pendingLeft_ = shown.left();
         pendingTop_ = shown.top();
     } else {
-        pendingLeft_ = shown.formLeft() - pageLeft;
+        pendingLeft_ = shown.formLeft() - sizes::pageLeft;
         pendingTop_ = shown.formTop() - page.top();
     }
     return shown;
@@ -114,7 +114,7 @@ bool RightClickMenu::copy(const TextField& field) {
 void RightClickMenu::takeLastQuarterDate() {
     const Date date{leadingNumber(session_.form.get<Label>("lblQLabel", 0).tag())};
     if (Session::isValidDate(date))
-        putDate(session_.textBox("txtDateofLastFY"), date);
+        putDate(session_[controls::lastFiscalYearDate], date);
 }
 
 void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {

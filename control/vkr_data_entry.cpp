@@ -805,7 +805,7 @@ void VKRDataEntry::Impl::onTabSelected(TabStrip& tabs) {
     for (int page = 0; page < tabs.count(); ++page) {
         auto& shown = form.get<Frame>("fraDE", frame::firstPage + page);
         const bool selected = page == tabs.selected() - 1;
-        shown.move(selected ? pageLeft : Control::parkedLeft, shown.top());
+        shown.move(selected ? sizes::pageLeft : Control::parkedLeft, shown.top());
         shown.setEnabled(selected);
     }
     const bool onYearly = tabs.selected() == toYearly;

@@ -4,6 +4,7 @@
 #include "binding/datum_table.hpp"
 #include "binding/enumerations.hpp"
 #include "binding/ivkr_company.hpp"
+#include "form/sizes.hpp"
 #include "platform/form.hpp"
 #include "platform/property_bag.hpp"
 #include "platform/services.hpp"
@@ -160,9 +161,9 @@ class VKRDataEntry {
     void WriteProperties(PropertyBag& bag);      // saved; shows the remembered tab
     void Resize(Twips width, Twips height);      // the container changed the size
 
-    static constexpr Twips workingWidth = 8070;
-    static constexpr Twips workingHeight = 5835;
-    static constexpr Twips placeholderSize = 382.5;
+    static constexpr Twips workingWidth = sizes::workingWidth;
+    static constexpr Twips workingHeight = sizes::workingHeight;
+    static constexpr Twips placeholderSize = sizes::placeholder;
 
   private:
     class Impl;

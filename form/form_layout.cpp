@@ -143,7 +143,7 @@ constexpr ControlRow quarterHead(std::string_view name, int index, Twips left, T
 
 constexpr ControlRow rows[] = {
     // --- frames: pages, views and panels, groups; the help frame comes last ----------------------
-    {frame, "fraDE", 10, surface, pageLeft, 360, 7950, 4995},
+    {frame, "fraDE", 10, surface, sizes::pageLeft, 360, 7950, 4995},
     {frame, "fraDE", 11, surface, Control::parkedLeft, 360, 7950, 4995},
     {frame, "fraDE", 12, surface, Control::parkedLeft, 360, 7950, 4995},
     {frame, "fraDE", 13, surface, Control::parkedLeft, 360, 7950, 4995},

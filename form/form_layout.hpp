@@ -1,26 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "form/controls.hpp"
+#include "form/sizes.hpp"
 #include "platform/form.hpp"
 
 #include <span>
 #include <string_view>
 
 namespace vkr {
-
-// Frames of the array fraDE that handlers know by number.
-namespace frame {
-inline constexpr int help = 0;
-inline constexpr int yearlyView = 1;  // the part of the yearly panel that can be seen
-inline constexpr int yearlyPanel = 2; // pans inside of its view
-inline constexpr int quarterlyPanel = 3;
-inline constexpr int quarterlyView = 4;
-inline constexpr int firstPage = 10; // the page of tab t is firstPage + t - 1
-inline constexpr int lastPage = 14;
-} // namespace frame
-
-// Where a page lies while its tab is selected.
-inline constexpr Twips pageLeft = 60;
 
 // One control of the form. A row with `count` above 1 declares a control array's elements from
 // `index` on, each `pitch` below the one before.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "input/mdlMenu.hpp"
 
+#include "form/controls.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 
@@ -11,7 +12,7 @@ namespace vkr {
 
 namespace {
 
-constexpr std::string_view entries = "mnuItem";
+using controls::menuEntry;
 
 // A text box, as the entries of its text depend on it.
 struct FieldState {
@@ -72,13 +73,13 @@ constexpr int helpText = 422;
 class Builder {
   public:
     Builder(Form& form, const MenuTexts& texts) : form_(form), texts_(texts) {
-        for (int i = form.upperBound(entries); i > 0; --i)
-            form.remove(form.get<MenuItem>(entries, i));
-        form.get<MenuItem>(entries, 0).setVisible(false);
+        for (int i = menuEntry.last(form); i > 0; --i)
+            form.remove(menuEntry[i].in(form));
+        menuEntry[0].in(form).setVisible(false);
     }
     void add(int text, MenuCommand command, bool enabled, std::string_view fallback = {}) {
         auto& entry =
-            count_ == 0 ? form_.get<MenuItem>(entries, 0) : form_.add<MenuItem>(entries, count_);
+            count_ == 0 ? menuEntry[0].in(form_) : form_.add<MenuItem>(menuEntry.name, count_);
         entry.setEnabled(enabled);
         entry.setCaption(text == 0 ? "-" : texts_(text, fallback));
         entry.setTag(std::to_string(command));
@@ -119,8 +120,8 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
 
 std::vector<MenuItem*> menuEntries(const Form& form) {
     std::vector<MenuItem*> found;
-    for (int i = 0; i <= form.upperBound(entries); ++i)
-        found.push_back(&form.get<MenuItem>(entries, i));
+    for (int i = 0; i <= menuEntry.last(form); ++i)
+        found.push_back(&menuEntry[i].in(form));
     return found;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "input/options_tab.hpp"
 
+#include "form/controls.hpp"
+
 #include <string_view>
 
 namespace vkr {
@@ -13,11 +15,15 @@ struct Option {
 };
 
 constexpr Option options[] = {
-    {"optCurrency", [](OptionsHost& host, int index) { host.chooseUnit((index + 1) * 3); }},
-    {"optDisplay", [](OptionsHost& host, int index) { host.chooseFractions(index == 1); }},
-    {"optCommEq", [](OptionsHost& host, int index) { host.chooseCommonEquity(index == 0); }},
-    {"optPTI", [](OptionsHost& host, int index) { host.chooseTaxRate(index == 1); }},
-    {"cmdColor", [](OptionsHost& host, int index) { host.chooseShade(index); }},
+    {controls::unitOption.name,
+     [](OptionsHost& host, int index) { host.chooseUnit((index + 1) * 3); }},
+    {controls::displayOption.name,
+     [](OptionsHost& host, int index) { host.chooseFractions(index == 1); }},
+    {controls::equityOption.name,
+     [](OptionsHost& host, int index) { host.chooseCommonEquity(index == 0); }},
+    {controls::incomeOption.name,
+     [](OptionsHost& host, int index) { host.chooseTaxRate(index == 1); }},
+    {controls::colorButton.name, [](OptionsHost& host, int index) { host.chooseShade(index); }},
 };
 
 } // namespace

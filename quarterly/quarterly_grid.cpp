@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "quarterly/quarterly_grid.hpp"
 
+#include "form/controls.hpp"
 #include "input/date_pattern.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
@@ -53,7 +54,7 @@ std::span<const GridColumn> quarterlyColumns() {
 QuarterlyGrid::QuarterlyGrid(Session& session) : SeriesGrid(session, table) {}
 
 std::optional<Date> QuarterlyGrid::lastQuarter() const {
-    const auto& field = session_.textBox("txtLastQDate");
+    const auto& field = session_[controls::lastQuarterDate];
     return field.text() == field.tag() ? accepted_ : session_.typedDate(field);
 }
 
@@ -65,7 +66,7 @@ Date QuarterlyGrid::newestQuarter() const {
 }
 
 std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
-    return session_.dateOf(session_.textBox("txtDateofLastFY"), Datum::LastFYDate);
+    return session_.dateOf(session_[controls::lastFiscalYearDate], Datum::LastFYDate);
 }
 
 void QuarterlyGrid::showSpan() {
@@ -75,7 +76,7 @@ void QuarterlyGrid::showSpan() {
     accepted_.reset();
     attempt([&] {
         hidden_ = session_.company->get_LastQDate();
-        putFieldText(session_.textBox("txtLastQDate"), session_.dateText(hidden_));
+        putFieldText(session_[controls::lastQuarterDate], session_.dateText(hidden_));
         accept(hidden_);
     });
     relabel();
@@ -85,9 +86,9 @@ void QuarterlyGrid::relabel() {
     blank_ = false;
     const Date newest = newestQuarter();
     offset_ = accepted_ ? nearestQuarters(*accepted_, newest) : 0;
-    session_.form.get<Spinner>("spnQuarter").setValue(-offset_);
+    session_[controls::quarterSpinner].setValue(-offset_);
     for (int row = 0; row < visibleRows_; ++row) {
-        auto& label = session_.form.get<Label>("lblQLabel", row);
+        auto& label = session_[controls::quarterLabel[row]];
         // Counted from the newest quarter, so that a quarter has one name wherever it is shown.
         const Date date = !accepted_ ? Date{}
                           : row == 0 ? *accepted_
@@ -99,8 +100,8 @@ void QuarterlyGrid::relabel() {
         session_.rowsLabelled();
     attempt([&] {
         const auto fiscalYearEnd = fiscalYearDate();
-        session_.form.get<Label>("lblDatOfLastFY")
-            .setCaption(session_.dateText(fiscalYearEnd.value_or(Date{})));
+        session_[controls::fiscalYearDateShown].setCaption(
+            session_.dateText(fiscalYearEnd.value_or(Date{})));
     });
 }
 
@@ -110,14 +111,14 @@ void QuarterlyGrid::clearLabels() {
     offset_ = 0;
     blank_ = true;
     for (int row = 0; row < visibleRows_; ++row) {
-        auto& label = session_.form.get<Label>("lblQLabel", row);
+        auto& label = session_[controls::quarterLabel[row]];
         label.setCaption("");
         label.setTag("");
     }
     if (session_.rowsLabelled)
         session_.rowsLabelled();
     if (session_.company != nullptr)
-        session_.form.get<Label>("lblDatOfLastFY").setCaption("");
+        session_[controls::fiscalYearDateShown].setCaption("");
 }
 
 void QuarterlyGrid::setShade(Color color) {
@@ -130,16 +131,16 @@ void QuarterlyGrid::shade() {
     const auto fiscalYearEnd = fiscalYearDate();
     const int since =
         accepted_ && fiscalYearEnd ? nearestQuarters(*fiscalYearEnd, *accepted_) : -mostRows;
-    for (int row = 0; row < visibleRows_; ++row) {
+    const auto cellColor = [&](int row) {
         const bool inYear = row >= since && row < since + 4;
-        const Color cellColor = row == yellowRow ? colors::yellow
-                                : inYear         ? shadeColor_
-                                                 : colors::white;
-        for (const auto& column : table)
-            session_.textBox(column.cells, row).setBackColor(cellColor);
-        session_.form.get<Label>("lblQLabel", row)
-            .setBackColor(row == yellowRow ? colors::yellow : colors::buttonFace);
-    }
+        return row == yellowRow ? colors::yellow : inYear ? shadeColor_ : colors::white;
+    };
+    for (int column = 0; column < static_cast<int>(columns().size()); ++column)
+        for (TextBox* cell : cells(column))
+            cell->setBackColor(cellColor(cell->index()));
+    for (int row = 0; row < visibleRows_; ++row)
+        session_[controls::quarterLabel[row]].setBackColor(row == yellowRow ? colors::yellow
+                                                                            : colors::buttonFace);
 }
 
 void QuarterlyGrid::setVisibleRows(int count) {
@@ -189,36 +190,35 @@ void QuarterlyGrid::setVisibleRows(int count) {
 }
 
 void QuarterlyGrid::layOut() {
-    const auto& view = *session_.form.get<Frame>("fraDE", 3).container();
-    const auto& first = session_.textBox("txtEPS", 0);
+    const auto& view = *session_[controls::quarterlyPanel].container();
+    const auto& first = session_[controls::quarterlyEarnings[0]];
     const Twips pitch = first.height() + 15;
     const int fitting = std::max(1, static_cast<int>((view.height() - 15) / pitch));
-    auto& bar = session_.form.get<ScrollBar>("vscrQuarterly");
+    auto& bar = session_[controls::quarterlyBar];
     bar.setRange(0, std::max(0, visibleRows_ - fitting), 1, fitting);
     bar.setVisible(visibleRows_ > fitting);
-    session_.form.get<Frame>("fraDE", 3)
-        .resize(session_.form.get<Frame>("fraDE", 3).width(),
-                std::max(view.height(), visibleRows_ * pitch + 15));
+    session_[controls::quarterlyPanel].resize(session_[controls::quarterlyPanel].width(),
+                                              std::max(view.height(), visibleRows_ * pitch + 15));
     scroll();
 }
 
 int QuarterlyGrid::firstShownRow() const {
-    const auto& bar = session_.form.get<ScrollBar>("vscrQuarterly");
+    const auto& bar = session_[controls::quarterlyBar];
     return SafeDivide(bar.value(), bar.smallChange(), false, 0, false, 0).toLong();
 }
 
 void QuarterlyGrid::scroll() {
-    auto& panel = session_.form.get<Frame>("fraDE", 3);
-    const auto& cell = session_.textBox("txtEPS", firstShownRow());
+    auto& panel = session_[controls::quarterlyPanel];
+    const auto& cell = session_[controls::quarterlyEarnings[firstShownRow()]];
     panel.move(panel.left(), 15 - cell.top());
-    for (int i = 0; i <= session_.form.upperBound("lblQCurrency"); ++i) {
-        auto& label = session_.form.get<Label>("lblQCurrency", i);
+    for (int i = 0; i <= controls::quarterlyCurrency.last(session_.form); ++i) {
+        auto& label = session_[controls::quarterlyCurrency[i]];
         label.move(label.left(), cell.top() + 30);
     }
 }
 
 void QuarterlyGrid::turnPage(const Control& active, int direction) {
-    auto& bar = session_.form.get<ScrollBar>("vscrQuarterly");
+    auto& bar = session_[controls::quarterlyBar];
     const int rows = direction * bar.largeChange();
     bar.setValue(bar.value() + rows);
     const auto cell = find(active);
@@ -232,7 +232,7 @@ void QuarterlyGrid::turnPage(const Control& active, int direction) {
 }
 
 void QuarterlyGrid::enter(Cell cell) {
-    auto& bar = session_.form.get<ScrollBar>("vscrQuarterly");
+    auto& bar = session_[controls::quarterlyBar];
     if (cell.row < bar.value())
         bar.setValue(cell.row);
     else if (cell.row >= bar.value() + bar.largeChange())
@@ -380,13 +380,13 @@ void QuarterlyGrid::putNewestQuarter(Date date) {
 }
 
 void QuarterlyGrid::setLastQuarter(Date date) {
-    session_.putDate(session_.textBox("txtLastQDate"), Datum::LastQDate, date);
+    session_.putDate(session_[controls::lastQuarterDate], Datum::LastQDate, date);
     accept(date);
 }
 
 // What the field has just come to show.
 void QuarterlyGrid::accept(Date date) {
-    const bool shown = !session_.textBox("txtLastQDate").text().empty();
+    const bool shown = !session_[controls::lastQuarterDate].text().empty();
     accepted_ = shown ? std::optional(date) : std::nullopt;
 }
 
@@ -417,7 +417,7 @@ bool QuarterlyGrid::holdsFigures() const {
 
 void QuarterlyGrid::leaveLastQuarterDate() {
     session_.dateFieldPending = false;
-    auto& field = session_.textBox("txtLastQDate");
+    auto& field = session_[controls::lastQuarterDate];
     if (session_.cancelPressed || field.locked() || session_.company == nullptr)
         return;
     const auto before = accepted_;
@@ -450,7 +450,7 @@ void QuarterlyGrid::leaveLastQuarterDate() {
 
 // A commit may have written what was being typed in the place of the date before.
 void QuarterlyGrid::takeCommitBack(std::optional<Date> before, const FieldMark& mark) {
-    auto& field = session_.textBox("txtLastQDate");
+    auto& field = session_[controls::lastQuarterDate];
     attempt([&] {
         const Date held = session_.company->get_LastQDate();
         const Date old = before.value_or(hidden_);
@@ -470,7 +470,7 @@ void QuarterlyGrid::takeCommitBack(std::optional<Date> before, const FieldMark& 
 }
 
 void QuarterlyGrid::followCommit() {
-    auto& field = session_.textBox("txtLastQDate");
+    auto& field = session_[controls::lastQuarterDate];
     typedCommitted_ = typedCommitted_ || field.text() != field.tag();
     if (!field.isUnstored() || field.text() != field.tag() || session_.isLocked())
         return;
@@ -480,14 +480,14 @@ void QuarterlyGrid::followCommit() {
         return;
     field.setMark({});
     deriveTrailingEarnings();
-    if (showTrailing && !session_.textBox("txtLast4QEPS").isUnstored())
+    if (showTrailing && !session_[controls::trailingEarnings].isUnstored())
         showTrailing(); // a commit changes nothing that the host would have to save anew
 }
 
 // The record may take by now what it refused.
 void QuarterlyGrid::retryLastQuarter(Date date) {
     setLastQuarter(date);
-    if (session_.textBox("txtLastQDate").isUnstored())
+    if (session_[controls::lastQuarterDate].isUnstored())
         return;
     session_.markChanged();
     deriveTrailingEarnings();
@@ -568,7 +568,7 @@ std::optional<double> QuarterlyGrid::trailingEarnings() {
         const auto& company = *session_.company;
         const auto valid = [](Date date) { return Session::isValidDate(date) ? date : Date{}; };
         // A last quarter that was refused is that of the form alone.
-        const bool shown = accepted_ && !session_.textBox("txtLastQDate").isUnstored();
+        const bool shown = accepted_ && !session_[controls::lastQuarterDate].isUnstored();
         EarningsInput input;
         input.lastQuarter = valid(shown ? *accepted_ : company.get_LastQDate());
         input.newestQuarter = valid(company.get_LastQDateForGrid());
@@ -588,7 +588,7 @@ std::optional<double> QuarterlyGrid::trailingEarnings() {
 // A sum that was typed and refused gives way to the one that is taken.
 void QuarterlyGrid::storeTrailing(double sum) {
     session_.company->put_Last4QEPS(sum);
-    session_.textBox("txtLast4QEPS").setMark({});
+    session_[controls::trailingEarnings].setMark({});
 }
 
 void QuarterlyGrid::deriveTrailingEarnings() {
@@ -612,7 +612,7 @@ void QuarterlyGrid::followYearlyEarnings() {
 }
 
 void QuarterlyGrid::doubtTypedEarnings() {
-    auto& field = session_.textBox("txtLast4QEPS");
+    auto& field = session_[controls::trailingEarnings];
     double typed = 0;
     derived_ = trailingEarnings();
     if (!derived_ || field.isUnstored() ||
@@ -630,7 +630,7 @@ void QuarterlyGrid::doubtTypedEarnings() {
 void QuarterlyGrid::showTrailingEarnings() {
     if (!showTrailing)
         return;
-    auto& field = session_.textBox("txtLast4QEPS");
+    auto& field = session_[controls::trailingEarnings];
     if (field.isUnstored())
         return;
     const std::string before = field.tag();

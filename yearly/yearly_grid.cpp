@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "yearly/yearly_grid.hpp"
 
+#include "form/controls.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
@@ -51,22 +52,21 @@ constexpr GridColumn table[] = {
              negatives),
 };
 
-// Cells that an analysis needs, from the first to the last row of a column; `second` marks the
-// further band. Each platform has its own.
+// Cells that an analysis needs, from the first to the last row of a column. Each platform has its
+// own.
 struct ShadeBand {
     PlatformType platform;
-    std::string_view cells;
+    Datum series;
     int first;
     int last;
 };
 
 constexpr ShadeBand bands[] = {
-    {ptStandard, "txtSales", 8, 9}, {ptStandard, "txtYEPS", 5, 9},  {ptStandard, "txtHigh", 5, 9},
-    {ptStandard, "txtLow", 5, 9},   {ptStandard, "txtSales", 3, 4}, {ptZX, "txtSales", 5, 9},
-    {ptZX, "txtYNetInc", 5, 9},     {ptZX, "txtYEPS", 5, 9},
+    {ptStandard, Datum::YRevenueSeries, 3, 4}, {ptStandard, Datum::YRevenueSeries, 8, 9},
+    {ptStandard, Datum::YEPSSeries, 5, 9},     {ptStandard, Datum::YHighSeries, 5, 9},
+    {ptStandard, Datum::YLowSeries, 5, 9},     {ptZX, Datum::YRevenueSeries, 5, 9},
+    {ptZX, Datum::YNetIncSeries, 5, 9},        {ptZX, Datum::YEPSSeries, 5, 9},
 };
-
-constexpr int legendCaption = 28; // of lblLabel
 
 } // namespace
 
@@ -77,18 +77,18 @@ std::span<const GridColumn> yearlyColumns() {
 YearlyGrid::YearlyGrid(Session& session) : SeriesGrid(session, table) {}
 
 int YearlyGrid::lastFiscalYear() const {
-    const double year = std::nearbyint(leadingNumber(session_.textBox("txtLastFY").text()));
+    const double year = std::nearbyint(leadingNumber(session_[controls::lastFiscalYear].text()));
     return std::abs(year) <= lastYear ? static_cast<int>(year) : 0;
 }
 
 void YearlyGrid::showSpan() {
     attempt([&] {
-        putFieldText(session_.textBox("txtDateofLastFY"),
+        putFieldText(session_[controls::lastFiscalYearDate],
                      session_.dateText(session_.company->get_LastFYDate()));
     });
     attempt([&] {
         const int year = session_.company->get_LastFY();
-        putFieldText(session_.textBox("txtLastFY"), year == 0 ? "" : std::to_string(year));
+        putFieldText(session_[controls::lastFiscalYear], year == 0 ? "" : std::to_string(year));
     });
     relabel();
 }
@@ -97,7 +97,7 @@ void YearlyGrid::relabel() {
     const int newest = lastFiscalYear();
     for (int i = 0; i < rows; ++i) {
         const std::string year = newest == 0 ? "" : std::to_string(newest - oldestAge + i);
-        session_.form.get<Label>("lblYear", i).setCaption(year);
+        session_[controls::yearLabel[i]].setCaption(year);
     }
     if (session_.rowsLabelled)
         session_.rowsLabelled();
@@ -105,7 +105,7 @@ void YearlyGrid::relabel() {
 
 void YearlyGrid::clearLabels() {
     for (int i = 0; i < rows; ++i)
-        session_.form.get<Label>("lblYear", i).setCaption("");
+        session_[controls::yearLabel[i]].setCaption("");
     if (session_.rowsLabelled)
         session_.rowsLabelled();
 }
@@ -113,20 +113,23 @@ void YearlyGrid::clearLabels() {
 void YearlyGrid::setShade(Color color) {
     shadeColor_ = color;
     const bool shades = color != colors::white;
-    session_.form.get<Label>("lblLegend").setVisible(shades);
-    session_.form.get<Label>("lblLabel", legendCaption).setVisible(shades);
+    session_[controls::legend].setVisible(shades);
+    session_[controls::legendCaption].setVisible(shades);
     shade();
 }
 
 void YearlyGrid::shade() {
-    for (int column = 0; column < static_cast<int>(columns().size()); ++column)
-        for (TextBox* cell : cells(column))
-            cell->setBackColor(colors::white);
-    session_.form.get<Label>("lblLegend").setBackColor(shadeColor_);
-    for (const auto& band : bands)
-        if (band.platform == session_.platform)
-            for (int row = band.first; row <= band.last; ++row)
-                session_.textBox(band.cells, row).setBackColor(shadeColor_);
+    session_[controls::legend].setBackColor(shadeColor_);
+    for (int column = 0; column < static_cast<int>(columns().size()); ++column) {
+        const Datum series = columns()[static_cast<std::size_t>(column)].first.series;
+        for (TextBox* cell : cells(column)) {
+            const bool required = std::ranges::any_of(bands, [&](const ShadeBand& band) {
+                return band.platform == session_.platform && band.series == series &&
+                       cell->index() >= band.first && cell->index() <= band.last;
+            });
+            cell->setBackColor(required ? shadeColor_ : colors::white);
+        }
+    }
 }
 
 // --- the span of years ------------------------------------------------------------------------
@@ -157,14 +160,14 @@ void YearlyGrid::changeSpan(int years) {
     if (!confirmed || lastFiscalYear() != newest) // another year was typed under the question
         return;
     // As it is now: a record may let its date follow the year.
-    const auto end = session_.dateOf(session_.textBox("txtDateofLastFY"), Datum::LastFYDate);
+    const auto end = session_.dateOf(session_[controls::lastFiscalYearDate], Datum::LastFYDate);
     // Asked of the record first: figures that move without their year would stand in a wrong one.
     if (!attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(target)); })) {
         tellRefused();
         return;
     }
     const auto stayed = shift(years, end);
-    session_.textBox("txtLastFY").setText(std::to_string(target));
+    session_[controls::lastFiscalYear].setText(std::to_string(target));
     acceptLastFiscalYear(target);
     session_.markChanged();
     selectCell();
@@ -179,7 +182,7 @@ std::vector<std::string> YearlyGrid::shift(int years, std::optional<Date> end) {
     if (commit)
         commit();
     if (end)
-        session_.putDate(session_.textBox("txtDateofLastFY"), Datum::LastFYDate,
+        session_.putDate(session_[controls::lastFiscalYearDate], Datum::LastFYDate,
                          addYears(*end, years));
     if (fiscalYearMoved)
         fiscalYearMoved();
@@ -187,7 +190,7 @@ std::vector<std::string> YearlyGrid::shift(int years, std::optional<Date> end) {
 }
 
 void YearlyGrid::acceptLastFiscalYear(int year) {
-    auto& field = session_.textBox("txtLastFY");
+    auto& field = session_[controls::lastFiscalYear];
     checkFieldChange(field, session_);
     relabel();
     bool stored = attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
@@ -199,7 +202,7 @@ void YearlyGrid::acceptLastFiscalYear(int year) {
 }
 
 void YearlyGrid::typeLastFiscalYear() {
-    auto& field = session_.textBox("txtLastFY");
+    auto& field = session_[controls::lastFiscalYear];
     if (session_.company == nullptr || textLength(field.text()) < field.maxLength() ||
         field.text() == field.tag())
         return;
@@ -215,7 +218,7 @@ void YearlyGrid::typeLastFiscalYear() {
 
 // What is no whole year gives way to the accepted one.
 void YearlyGrid::leaveLastFiscalYear() {
-    auto& field = session_.textBox("txtLastFY");
+    auto& field = session_[controls::lastFiscalYear];
     if (const std::string typed(trimmed(field.text())); field.text() != field.tag()) {
         field.setText(field.tag());
         if (!typed.empty() && !field.isUnstored())
@@ -227,7 +230,7 @@ void YearlyGrid::leaveLastFiscalYear() {
 
 void YearlyGrid::leaveLastFiscalYearDate() {
     session_.dateFieldPending = false;
-    auto& field = session_.textBox("txtDateofLastFY");
+    auto& field = session_[controls::lastFiscalYearDate];
     if (session_.cancelPressed || field.locked() || session_.company == nullptr)
         return;
     const bool untouched = isUntouched(field);
@@ -254,27 +257,28 @@ void YearlyGrid::leaveLastFiscalYearDate() {
 }
 
 void YearlyGrid::setUpBar() {
-    const auto& panel = session_.form.get<Frame>("fraDE", 2);
+    const auto& panel = session_[controls::yearlyPanel];
     const auto& view = *panel.container();
-    auto& bar = session_.form.get<ScrollBar>("hscrYearly");
+    auto& bar = session_[controls::yearlyBar];
     const int hidden = static_cast<int>(panel.width() - view.width());
     bar.setVisible(hidden > 0);
     bar.setRange(0, std::max(0, hidden), std::max(1, hidden / 4), std::max(1, hidden));
 }
 
 void YearlyGrid::pan() {
-    auto& panel = session_.form.get<Frame>("fraDE", 2);
-    panel.move(-session_.form.get<ScrollBar>("hscrYearly").value(), panel.top());
+    auto& panel = session_[controls::yearlyPanel];
+    panel.move(-session_[controls::yearlyBar].value(), panel.top());
 }
 
 int YearlyGrid::reachableColumns() const {
     const int all = static_cast<int>(columns().size());
-    return session_.form.get<ScrollBar>("hscrYearly").visible() ? all : all - 1;
+    return session_[controls::yearlyBar].visible() ? all : all - 1;
 }
 
 void YearlyGrid::movedRight(Cell from) {
-    auto& bar = session_.form.get<ScrollBar>("hscrYearly");
-    if (columns()[static_cast<std::size_t>(from.column)].cells == "txtLow" && bar.visible())
+    auto& bar = session_[controls::yearlyBar];
+    if (columns()[static_cast<std::size_t>(from.column)].first.series == Datum::YLowSeries &&
+        bar.visible())
         bar.setValue(bar.maximum());
 }
 
@@ -289,7 +293,7 @@ void YearlyGrid::enter(Cell cell) {
     const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     const auto& panel = *box.container();
     const auto& view = *panel.container();
-    auto& bar = session_.form.get<ScrollBar>("hscrYearly");
+    auto& bar = session_[controls::yearlyBar];
     if (box.left() + panel.left() < 0)
         bar.setValue(static_cast<int>(box.left()));
     else if (box.left() + box.width() + panel.left() > view.width())
