@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The list of many companies, opened and searched, against a list of few.
 #include "company/company_record.hpp"
-#include "company/company_store.hpp"
 #include "host/workspace.hpp"
+#include "store/company_store.hpp"
 
 #include <QApplication>
 #include <QLineEdit>

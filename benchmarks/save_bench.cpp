@@ -2,7 +2,7 @@
 // A save through the store against the same rows written by the raw SQLite API.
 #include "benchmarks/companies.hpp"
 #include "company/company_record.hpp"
-#include "company/company_store.hpp"
+#include "store/company_store.hpp"
 
 #include <QTemporaryDir>
 

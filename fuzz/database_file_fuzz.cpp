@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Whatever stands in a file, the store opens it or says why not. What can be read of a damaged one
 // is a company, and a file that is none, or can't be opened, is left as it was.
-#include "company/company_store.hpp"
 #include "fuzz/fuzz_input.hpp"
+#include "store/company_store.hpp"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/company_store.hpp"
+#include "store/company_store.hpp"
 
 #include <QAbstractTableModel>
 #include <QElapsedTimer>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/company_store.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "store/company_store.hpp"
 
 #include <QMainWindow>
 

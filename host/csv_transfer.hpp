@@ -2,7 +2,7 @@
 #pragma once
 
 #include "company/company_csv.hpp"
-#include "company/company_store.hpp"
+#include "store/company_store.hpp"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/options.hpp"
 
-#include "company/company_store.hpp"
+#include "store/company_store.hpp"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/company_store.hpp"
 #include "host/company_list_window.hpp"
 #include "host/company_window.hpp"
 #include "host/help_viewer.hpp"
+#include "store/company_store.hpp"
 
 #include <QObject>
 

@@ -5,7 +5,7 @@
 //     vkr-example-designed companies.vkr [picture.png]
 //
 // With a picture named, it draws itself into it and ends.
-#include "company/company_store.hpp"
+#include "store/company_store.hpp"
 #include "ui_company_window.h"
 
 #include <QApplication>

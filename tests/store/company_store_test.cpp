@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_csv.hpp"
-#include "company/company_store.hpp"
+#include "store/company_store.hpp"
 #include "tests/store/old_file.hpp"
 #include "tests/support/random_company.hpp"
 

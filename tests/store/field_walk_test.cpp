@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Every datum on its whole way: from a record onto the form, typed over with keys, into the record,
 // into a file, and back out of it.
-#include "company/company_store.hpp"
+#include "store/company_store.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <cstdio>

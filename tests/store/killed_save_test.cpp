@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_store_connection.hpp"
+#include "store/store_connection.hpp"
 #include "tests/store/child_program.hpp"
 #include "tests/store/store_places.hpp"
 #include "tests/support/random_company.hpp"

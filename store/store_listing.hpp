@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/company_store_connection.hpp"
+#include "store/store_connection.hpp"
 
 #include <QString>
 #include <QVariant>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_store_schema.hpp"
+#include "store/store_schema.hpp"
 
-#include "company/company_store_listing.hpp"
+#include "store/store_listing.hpp"
 
 #include <QSet>
 

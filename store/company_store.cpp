@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_store.hpp"
+#include "store/company_store.hpp"
 
-#include "company/company_store_connection.hpp"
-#include "company/company_store_listing.hpp"
-#include "company/company_store_schema.hpp"
 #include "company/exact_text.hpp"
 #include "platform/text.hpp"
+#include "store/store_connection.hpp"
+#include "store/store_listing.hpp"
+#include "store/store_schema.hpp"
 
 #include <QDateTime>
 #include <QDir>

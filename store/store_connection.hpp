@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/company_store_dialect.hpp"
+#include "store/store_dialect.hpp"
 
 #include <QSqlDatabase>
 #include <QSqlError>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_store_connection.hpp"
+#include "store/store_connection.hpp"
 
 #include <QFile>
 #include <QFileInfo>

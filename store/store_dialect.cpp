@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_store_dialect.hpp"
+#include "store/store_dialect.hpp"
 
-#include "company/company_store_connection.hpp"
+#include "store/store_connection.hpp"
 
 #include <QFileInfo>
 #include <QStorageInfo>

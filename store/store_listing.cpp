@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_store_listing.hpp"
+#include "store/store_listing.hpp"
 
 #include "company/exact_text.hpp"
 
