@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "control/data_lock.hpp"
+
+#include "form/form_layout.hpp"
+
+namespace vkr {
+
+DataLock::DataLock(Session& session) : session_(session) {
+    for (const auto& declared : formLayout())
+        if ((declared.container == frame::firstPage + toCompany - 1 ||
+             declared.container == frame::firstPage + toOther - 1) &&
+            !declared.labelledBy.empty())
+            labels_.push_back(&labelNamed(session.form, declared.labelledBy));
+}
+
+void DataLock::set(bool locked) {
+    session_.form.get<CheckBox>("chkLockInfo").setValue(locked);
+    apply();
+}
+
+void DataLock::setShade(Color color) {
+    shadeColor_ = color;
+    apply();
+}
+
+void DataLock::apply() {
+    const Form::Update update(session_.form);
+    const bool locked = session_.isLocked();
+    for (const auto& control : session_.form.controls())
+        if (auto* field = dynamic_cast<TextField*>(control.get()))
+            field->setLocked(locked);
+    for (Label* label : labels_)
+        label->setBackColor(locked ? shadeColor_ : colors::buttonFace);
+}
+
+} // namespace vkr

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "control/figure_display.hpp"
+
+#include "input/mdlDataEntry.hpp"
+#include "platform/error_trap.hpp"
+
+#include <string>
+
+namespace vkr {
+
+void FigureDisplay::follow(
+    const std::function<bool(FieldKind)>& concerns,
+    const std::function<void(TextField&, const std::function<bool()>&)>& fieldFollows) {
+    for (const auto& field : companyFieldTable())
+        if (concerns(field.kind))
+            fieldFollows(session_.form.get<TextField>(field.control), [&] {
+                return session_.company != nullptr && attempt([&] { fields_.show(field); });
+            });
+}
+
+void FigureDisplay::setFractions(bool fractions) {
+    if (fractions == session_.fractionDisplay)
+        return;
+    const Session::Work work(session_);
+    session_.fractionDisplay = fractions;
+    auto& option = session_.form.get<OptionButton>("optDisplay", fractions ? 1 : 0);
+    if (!option.value())
+        option.setValue(true);
+    auto& price = session_.form.get<TextField>("txtCurrentPrice");
+    const std::string kept = price.text();
+    const int caret = price.selStart();
+    const int selected = price.selLength();
+    price.setText(price.tag());
+    price.rewriteText(kept);
+    price.select(caret, selected);
+    follow([](FieldKind kind) { return kind == FieldKind::price; },
+           [&](TextField& field, const std::function<bool()>& showStored) {
+               followPriceDisplay(!fractions, field, showStored);
+           });
+    yearly_.followPriceDisplay();
+    host_.fractionDisplayChanged();
+}
+
+void FigureDisplay::setNumberMarks(const NumberMarks& marks) {
+    Form& form = session_.form;
+    const NumberMarks before = form.numberMarks();
+    form.setNumberMarks(marks);
+    if (form.numberMarks() == before)
+        return;
+    const Form::Update update(form);
+    follow(
+        [](FieldKind kind) {
+            return kind == FieldKind::number || kind == FieldKind::price ||
+                   kind == FieldKind::percent;
+        },
+        [&](TextField& field, const std::function<bool()>& showStored) {
+            followNumberMarks(before, field, showStored);
+        });
+    yearly_.followNumberMarks(before);
+    quarterly_.followNumberMarks(before);
+    host_.propertyChanged("NumberMarks");
+}
+
+void FigureDisplay::followUnit() {
+    session_.ComputeUnitFactor();
+    fields_.showScaled();
+    yearly_.showScaled();
+    quarterly_.followUnit();
+}
+
+} // namespace vkr

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "control/held_company.hpp"
+
+#include "binding/company_loader.hpp"
+#include "form/form_layout.hpp"
+#include "input/mdlDataEntry.hpp"
+#include "platform/error_trap.hpp"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::string_view reportingPeriods[] = {"3 months", "6 months", "12 months"};
+
+} // namespace
+
+HeldCompany::HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
+                         QuarterlyGrid& quarterly, Captions& captions, Options& options,
+                         DataLock& lock, FieldEntry& entry)
+    : session_(session), fields_(fields), yearly_(yearly), quarterly_(quarterly),
+      captions_(captions), options_(options), lock_(lock), entry_(entry) {
+    session_.rowsLabelled = [this] {
+        if (!loading_)
+            nameCells(session_.form);
+    };
+}
+
+void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
+    if (company == nullptr)
+        attempt([&] {
+            company = std::dynamic_pointer_cast<iVKR_Company>(
+                session_.services.createObject(companyRecordId));
+        });
+    if (company == nullptr)
+        company = newCompanyRecord();
+    Form& form = session_.form;
+    const Session::Work work(session_);
+    const Form::Update update(form);
+    session_.hideHelpFrame();
+    session_.company = std::move(company);
+    entry_.startOver();
+    show();
+    resize();
+    form.settleFocus(); // a smaller record disables cells
+    if (Control* focused = form.activeControl(); focused != nullptr && form.hasFocus())
+        attempt([&] { entry_.enter(*focused); }); // what it shows now is entered anew
+    session_.tellState();
+}
+
+void HeldCompany::show() {
+    const During loading(loading_); // cells get their names once, with the captions of the unit
+    attempt([&] { clear(); });
+    attempt([&] { listReportingPeriods(); });
+    session_.ComputeUnitFactor();
+    attempt([&] { quarterly_.deriveTrailingEarnings(); });
+    loadCompany(session_, fields_, yearly_, quarterly_);
+    attempt([&] { quarterly_.relabel(); }); // names the last fiscal year beside its quarters
+    quarterly_.shade();
+    options_.showPairs();
+    attempt([&] { options_.showUnit(); });
+    attempt([&] { captions_.showCurrency(); });
+    lock_.set(attemptOr(
+        false, [&] { return session_.settings()->get(setting::lockBasicInfo).toBoolean(); }));
+}
+
+void HeldCompany::listReportingPeriods() {
+    std::vector<std::string> entries;
+    for (std::size_t i = 0; i < std::size(reportingPeriods); ++i)
+        entries.push_back(session_.text(text_number::firstReportingPeriod + static_cast<int>(i),
+                                        reportingPeriods[i]));
+    session_.form.get<ComboBox>("cmbReportingPeriod").setList(std::move(entries));
+}
+
+std::shared_ptr<iVKR_Company> HeldCompany::commit() {
+    const Session::Work work(session_);
+    if (session_.company != nullptr) {
+        attempt([&] { commitCompany(session_, quarterly_.lastQuarter()); });
+        attempt([&] { quarterly_.followCommit(); });
+    }
+    return session_.company;
+}
+
+void HeldCompany::commitInto(std::shared_ptr<iVKR_Company> copy) {
+    if (session_.company == nullptr || copy == nullptr)
+        return;
+    std::swap(session_.company, copy);
+    commitCompany(session_, quarterly_.lastQuarter()); // whatever fails is skipped in there
+    std::swap(session_.company, copy);
+}
+
+void HeldCompany::holdCommitted() {
+    auto& symbol = session_.textBox("txtCurSymbol");
+    auto& period = session_.form.get<ComboBox>("cmbReportingPeriod");
+    attempt([&] {
+        if (symbol.text() != symbol.tag() &&
+            session_.settings()->get(setting::currencySymbol).toText() == symbol.text())
+            symbol.setTag(symbol.text());
+    });
+    attempt([&] {
+        if (period.text() != period.tag() &&
+            session_.reportingPeriod()->get(setting::leadPeriod).toLong() == period.listIndex())
+            period.setTag(period.text());
+    });
+}
+
+void HeldCompany::clear() {
+    session_.hideHelpFrame();
+    fields_.clear(toCompany);
+    quarterly_.clear();
+    quarterly_.clearLabels();
+    putFieldText(session_.textBox("txtLastQDate"), "");
+    yearly_.clear();
+    yearly_.clearLabels();
+    fields_.clear(toYearly);
+    putFieldText(session_.textBox("txtLastFY"), "");
+    putFieldText(session_.textBox("txtDateofLastFY"), "");
+    fields_.clear(toOther);
+    putFieldText(session_.form.get<ComboBox>("cmbReportingPeriod"), "");
+    lock_.set(false);
+}
+
+void HeldCompany::resize() {
+    auto& strip = session_.form.get<TabStrip>("tbsDataEntry");
+    if (session_.company != nullptr) {
+        strip.move(0, 0);
+        session_.form.setSize(sizes::workingWidth, sizes::workingHeight);
+        return;
+    }
+    if (resizing_)
+        return;
+    const During resizing(resizing_); // the container answers a new size with another resize
+    session_.form.setSize(sizes::placeholder, sizes::placeholder);
+    strip.move(sizes::placeholder, sizes::placeholder);
+}
+
+} // namespace vkr

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "control/data_lock.hpp"
+#include "control/field_entry.hpp"
+#include "control/options.hpp"
+
+#include <memory>
+
+namespace vkr {
+
+// The company that is held: brought onto the form, put back into its record, cleared away. The
+// form has its working size while there is one.
+class HeldCompany {
+  public:
+    HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
+                QuarterlyGrid& quarterly, Captions& captions, Options& options, DataLock& lock,
+                FieldEntry& entry);
+
+    void load(std::shared_ptr<iVKR_Company> company);
+    std::shared_ptr<iVKR_Company> commit();
+    void commitInto(std::shared_ptr<iVKR_Company> copy);
+    // What a commit has stored while it was being typed is there by now: taking it back is a
+    // change.
+    void holdCommitted();
+    void clear();
+    void resize();
+
+  private:
+    void show();
+    void listReportingPeriods();
+
+    Session& session_;
+    CompanyFields& fields_;
+    YearlyGrid& yearly_;
+    QuarterlyGrid& quarterly_;
+    Captions& captions_;
+    Options& options_;
+    DataLock& lock_;
+    FieldEntry& entry_;
+    bool loading_ = false;
+    bool resizing_ = false;
+};
+
+} // namespace vkr

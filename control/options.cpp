@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "control/options.hpp"
+
+#include "platform/error_trap.hpp"
+
+#include <optional>
+#include <string_view>
+
+namespace vkr {
+
+void Options::chooseUnit(std::int32_t unit) {
+    const Session::Work work(session_);
+    if (session_.company == nullptr)
+        return;
+    bool changed = false;
+    attempt([&] {
+        const auto settings = session_.settings();
+        if (settings->get(setting::unit).toLong() == unit)
+            return;
+        settings->put(setting::unit, unit);
+        changed = true;
+    });
+    if (!changed) {
+        showUnit(); // the record refused: the choice goes back to what is in force
+        return;
+    }
+    attempt([&] { static_cast<void>(session_.company->get_SettingsApply()); });
+    const Form::Update update(session_.form);
+    display_.followUnit();
+    showUnit();
+    session_.markChanged();
+}
+
+void Options::chooseFractions(bool fractions) {
+    if (fractions == session_.fractionDisplay)
+        return;
+    display_.setFractions(fractions);
+    session_.markChanged();
+}
+
+void Options::chooseCommonEquity(bool commonEquity) {
+    const Session::Work work(session_);
+    const EquityRow row = commonEquity ? EquityRow::commonEquity : EquityRow::bookValue;
+    if (row == session_.equityRow)
+        return;
+    session_.equityRow = row;
+    captions_.followOptions();
+    if (session_.company != nullptr)
+        yearly_.showChoice(ColumnChoice::equity);
+    session_.markChanged();
+}
+
+void Options::chooseTaxRate(bool taxRate) {
+    const Session::Work work(session_);
+    const IncomeRow row = taxRate ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
+    if (row == session_.incomeRow)
+        return;
+    session_.incomeRow = row;
+    captions_.followOptions();
+    if (session_.company != nullptr) {
+        yearly_.showChoice(ColumnChoice::income);
+        quarterly_.showChoice(ColumnChoice::income);
+    }
+    session_.markChanged();
+}
+
+void Options::chooseShade(int button) {
+    const auto shade = static_cast<Shade>(button);
+    const auto chosen = attemptOr(std::optional<Color>(), [&] {
+        return session_.services.chooseColor(properties_.shade(shade));
+    });
+    if (!chosen || *chosen == properties_.shade(shade))
+        return;
+    properties_.putShade(shade, *chosen);
+    session_.markChanged();
+}
+
+void Options::showStatedRates() {
+    for (const std::string_view name : {"optPTI", "optCommEq"}) {
+        auto& option = session_.form.get<OptionButton>(name, 1);
+        option.setValue(true);
+        clickOption(option, *this);
+    }
+}
+
+void Options::showPairs() {
+    session_.form.get<OptionButton>("optPTI", session_.incomeRow == IncomeRow::taxRate ? 1 : 0)
+        .setValue(true);
+    session_.form.get<OptionButton>("optCommEq", session_.equityRow == EquityRow::bookValue ? 1 : 0)
+        .setValue(true);
+}
+
+void Options::showUnit() {
+    session_.form.get<OptionButton>("optCurrency", optionOfUnit(session_.unit)).setValue(true);
+    captions_.followUnit();
+}
+
+} // namespace vkr

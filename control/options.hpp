@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "control/captions.hpp"
+#include "control/figure_display.hpp"
+#include "control/properties.hpp"
+#include "input/options_tab.hpp"
+
+namespace vkr {
+
+// What the Options tab chooses: the unit, decimals or eighths, which row of the two pairs is on
+// show, and the shades. The buttons show what is in force.
+class Options final : public OptionsHost {
+  public:
+    Options(Session& session, FigureDisplay& display, YearlyGrid& yearly, QuarterlyGrid& quarterly,
+            Captions& captions, Properties& properties)
+        : session_(session), display_(display), yearly_(yearly), quarterly_(quarterly),
+          captions_(captions), properties_(properties) {}
+
+    void chooseUnit(std::int32_t unit) override;
+    void chooseFractions(bool fractions) override;
+    void chooseCommonEquity(bool commonEquity) override;
+    void chooseTaxRate(bool taxRate) override;
+    void chooseShade(int button) override;
+
+    // Tax rate and book value, which the chosen source of the data states, come on show.
+    void showStatedRates();
+    void showPairs(); // which rows a company that was loaded wants
+    void showUnit();
+
+  private:
+    Session& session_;
+    FigureDisplay& display_;
+    YearlyGrid& yearly_;
+    QuarterlyGrid& quarterly_;
+    Captions& captions_;
+    Properties& properties_;
+};
+
+} // namespace vkr

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include "control/platform_texts.hpp"
+
+#include "platform/error_trap.hpp"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vkr {
+
+namespace {
+
+constexpr int linkPicture = 101;
+constexpr int zxProjectionCaption = 613;
+constexpr int zxOtherCaption = 614;
+
+struct ControlName {
+    std::string_view name;
+    int index = Control::noIndex;
+};
+
+// Out of sight on the ZX platform.
+constexpr ControlName hiddenOnZx[] = {
+    {"lblUnit", 0},        {"lblUnit", 10},      {"lblLabel", 18},       {"lblLabel", 11},
+    {"lblCurrency", 3},    {"lblCurrency", 16},  {"txtTotalDebt"},       {"txtTotalCap"},
+    {"txtInsiderHolding"}, {"txtInstitutional"}, {"lblUnit", 1},         {"lblUnit", 2},
+    {"lblUnit", 3},        {"lblCurrency", 6},   {"txtPreferredShares"}, {"txtCommonShares"},
+    {"txtDilutedShares"},
+};
+
+} // namespace
+
+void PlatformTexts::createLocalizer() {
+    session_.localizer = nullptr;
+    const std::string_view id = session_.platform == ptStandard ? standardLocalizerId
+                                : session_.platform == ptZX     ? zxLocalizerId
+                                                                : std::string_view();
+    if (!id.empty())
+        attempt([&] {
+            session_.localizer =
+                std::dynamic_pointer_cast<Localizer>(session_.services.createObject(id));
+        });
+}
+
+void PlatformTexts::startUp() {
+    const bool zx = attemptOr(false, [&] {
+        return session_.services.applicationTitle().find("VKR ZX ") != std::string::npos;
+    });
+    session_.platform = zx ? ptZX : ptStandard;
+    createLocalizer();
+    if (session_.localizer == nullptr)
+        session_.message("Bad or missing value object\rData Entry", message_box::exclamationIcon);
+    else
+        attempt(
+            [&] { session_.form.setMouseIcon(session_.localizer->LoadPicture(linkPicture, 0)); });
+}
+
+void PlatformTexts::load() {
+    createLocalizer();
+    if (session_.localizer == nullptr) {
+        session_.message("Bad or missing Localizer object\rData Entry",
+                         message_box::exclamationIcon);
+        return;
+    }
+    attempt([&] {
+        session_.form.get<Label>("lblMoreHelp")
+            .setMouseIcon(session_.localizer->LoadPicture(linkPicture, 0));
+    });
+    captions_.pass();
+    yearly_.shade();
+}
+
+void PlatformTexts::showAlternatives() {
+    const Form& form = session_.form;
+    for (const auto& hidden : hiddenOnZx)
+        form.get<Control>(hidden.name, hidden.index).setVisible(false);
+    auto& projection = form.get<Label>("lblLabel", 15);
+    projection.setCaption(session_.text(zxProjectionCaption, projection.caption()));
+    auto& strip = form.get<TabStrip>("tbsDataEntry");
+    strip.setTabCaption(toOther, session_.text(zxOtherCaption, strip.tab(toOther).caption));
+}
+
+} // namespace vkr

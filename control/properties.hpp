@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "control/data_lock.hpp"
+#include "control/figure_display.hpp"
+#include "control/pages.hpp"
+#include "control/platform_texts.hpp"
+#include "platform/property_bag.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace vkr {
+
+// The sample label of each colour button shows its colour.
+enum Shade { shadeLocked, shadeYear, shadeQuarter };
+
+// The display properties that a host sets and a container keeps. Each belongs to the part that it
+// works on; those of nobody else stand here.
+class Properties {
+  public:
+    Properties(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly, DataLock& lock,
+               FigureDisplay& display, Pages& pages, PlatformTexts& texts, HostLine& host);
+
+    void startUp();
+    void read(const PropertyBag& bag);
+    void write(PropertyBag& bag); // comes back to the page that the host was told of
+    void startRows();             // placed for the first time
+
+    [[nodiscard]] UserModeType userMode() const { return userMode_; }
+    void putUserMode(UserModeType mode);
+    [[nodiscard]] Color shade(Shade shade) const;
+    void putShade(Shade shade, Color color);
+    [[nodiscard]] int visibleQuarters() const {
+        return wantedQuarters_.value_or(quarterly_.visibleRows());
+    }
+    void putVisibleQuarters(int rows);
+    [[nodiscard]] bool showsReportingPeriod() const { return reportingPeriodShown_; }
+    void putShowReportingPeriod(bool shown);
+    [[nodiscard]] bool showsVLs() const { return vlsShown_; }
+    void putShowVLs(bool shown);
+    void putCurrentTab(TABObject tab);
+    void putPattern(std::string_view property, std::string& pattern, std::string_view newPattern);
+    void putList(std::string_view control, const Variant& items);
+    void putPlatform(PlatformType platform);
+
+  private:
+    void setShade(Shade shade, Color color);
+    void showReportingPeriod(bool shown);
+    void showVLs(bool shown);
+    void makeWantedQuarters();
+
+    Session& session_;
+    YearlyGrid& yearly_;
+    QuarterlyGrid& quarterly_;
+    DataLock& lock_;
+    FigureDisplay& display_;
+    Pages& pages_;
+    PlatformTexts& texts_;
+    HostLine& host_;
+    UserModeType userMode_ = umDefault;
+    bool reportingPeriodShown_ = false;
+    bool vlsShown_ = false;
+    std::optional<int> wantedQuarters_; // rows to be made at the end of the work under way
+};
+
+} // namespace vkr
