@@ -145,7 +145,7 @@ std::optional<double> figureAt(const iVKR_Company& company, Datum series, int el
 // The object of a series, whose help page has its name.
 QString seriesTitle(Datum series) {
     const auto named = [series](const AssistantTopic& topic) { return topic.datum == series; };
-    return fromUtf8(helpPage(helpObjectBase + std::ranges::find_if(topics, named)->object)->title);
+    return helpPage(helpObjectBase + std::ranges::find_if(topics, named)->object)->title;
 }
 
 FigureUnit unitOf(Datum series) {
@@ -429,7 +429,7 @@ AssistantFacts assistantFacts(const AssistantTopic& topic, const iVKR_Company& c
                               std::optional<int> element, const QString& shown,
                               const QString& dateFormat, const NumberMarks& marks) {
     AssistantFacts facts;
-    facts.title = fromUtf8(helpPage(helpObjectBase + topic.object)->title);
+    facts.title = helpPage(helpObjectBase + topic.object)->title;
     const bool isOfPeriods = topic.datum && isSeries(rowOf(*topic.datum));
     if (!isOfPeriods)
         element.reset();

@@ -236,7 +236,7 @@ TEST_F(AssistantTest, EveryObjectHasAnAnswerForEachSampleAndForAnEmptyRecord) {
     for (CompanyWindow* window : windows)
         for (int object = 0; object < dataEntryObjectCount; ++object) {
             Assistant& assistant = ask(*window, object, "x");
-            const QString title = fromUtf8(helpPage(helpObjectBase + object)->title);
+            const QString title = helpPage(helpObjectBase + object)->title;
             EXPECT_EQ(text(assistant, "title"), title);
             EXPECT_FALSE(text(assistant, "stored").isEmpty()) << title.toStdString();
             EXPECT_EQ(chart(assistant).isVisible(), !chart(assistant).accessibleName().isEmpty());
