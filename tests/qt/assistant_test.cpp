@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/assistant.hpp"
 #include "host/help_pages.hpp"
-#include "host/texts.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 
