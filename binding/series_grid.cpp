@@ -16,14 +16,10 @@ SeriesGrid::SeriesGrid(Session& session, std::span<const GridColumn> columns)
 
 void SeriesGrid::collectCells() {
     cells_.assign(columns_.size(), {});
-    byControl_.clear();
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         const auto name = columns_[column].cells;
-        for (int row = 0; row <= session_.form.upperBound(name); ++row) {
-            auto& cell = session_.textBox(name, row);
-            cells_[column].push_back(&cell);
-            byControl_.emplace(&cell, Cell{static_cast<int>(column), row});
-        }
+        for (int row = 0; row <= session_.form.upperBound(name); ++row)
+            cells_[column].push_back(&session_.textBox(name, row));
     }
 }
 
@@ -40,8 +36,13 @@ const GridSeries& SeriesGrid::seriesOf(const GridColumn& column) const {
 }
 
 std::optional<SeriesGrid::Cell> SeriesGrid::find(const Control& control) const {
-    const auto found = byControl_.find(&control);
-    return found == byControl_.end() ? std::nullopt : std::optional(found->second);
+    const int row = control.index();
+    for (int column = 0; column < static_cast<int>(columns_.size()); ++column)
+        if (const auto ofColumn = cells(column);
+            row >= 0 && row < std::ssize(ofColumn) &&
+            ofColumn[static_cast<std::size_t>(row)] == &control)
+            return Cell{column, row};
+    return std::nullopt;
 }
 
 DataEntryObject SeriesGrid::objectOf(const Control& control) const {

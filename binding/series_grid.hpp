@@ -10,7 +10,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace vkr {
@@ -131,7 +130,6 @@ class SeriesGrid {
 
     std::span<const GridColumn> columns_;
     std::vector<std::vector<TextBox*>> cells_;
-    std::unordered_map<const Control*, Cell> byControl_;
     std::int16_t lastVerticalDirection_ = 0;
 };
 

@@ -1,54 +1,56 @@
 // SPDX-License-Identifier: MIT
 #include "control/closing.hpp"
 
+#include "form/controls.hpp"
+
 #include <algorithm>
 #include <utility>
 
 namespace vkr {
 
-void Closing::okClicked() {
+namespace {
+
+constexpr Handle<TextBox> settledByOk[] = {controls::lastUpdate, controls::priceUpdate,
+                                           controls::dateOfSource};
+
+} // namespace
+
+void OkButton::click(Control& /*control*/) {
     settleDates();
-    if (okSettles_ || session_.dateFieldPending)
+    if (settlesOnly_ || session_.dateFieldPending)
         return;
-    if (hasSkippedDate()) {
-        leavePendingDates();
-        return;
-    }
-    host_.unloadRequest(ulConfirm);
+    if (session_.company != nullptr && entry_.hasSkippedDate())
+        entry_.leavePendingDates();
+    else
+        host_.unloadRequest(ulConfirm);
 }
 
-void Closing::cancelClicked() {
-    session_.cancelPressed = false;
-    host_.unloadRequest(ulCancel);
-}
-
-void Closing::cancelEnded() {
-    // Given up without a click: the date that was skipped has been left after all.
-    if (std::exchange(session_.cancelPressed, false))
-        leavePendingDates();
-}
-
-void Closing::settleDates() {
+void OkButton::settleDates() {
     const Session::Work work(session_);
-    for (const auto name : settledByOk) {
-        auto& field = session_.textBox(name);
+    for (const auto& handle : settledByOk) {
+        auto& field = session_[handle];
         if (field.text() != field.tag())
             fields_.leave(*fields_.find(field));
     }
 }
 
-void Closing::leavePendingDates() {
-    const Session::Work work(session_);
-    for (const auto name : pendingDates)
-        entry_.leave(session_.textBox(name));
+// The field after the last button is the first one of the page, not the tab strip.
+void CancelButton::key(Control& /*control*/, KeyCode& key, int shift) {
+    if (key != keys::tab || shift != shifts::none)
+        return;
+    pages_.focusFirstField();
+    key = keys::none;
 }
 
-bool Closing::hasSkippedDate() const {
-    return session_.company != nullptr &&
-           std::ranges::any_of(pendingDates, [&](std::string_view name) {
-               const auto& field = session_.textBox(name);
-               return field.text() != field.tag() && !field.locked();
-           });
+void CancelButton::click(Control& /*control*/) {
+    session_.cancelPressed = false;
+    host_.unloadRequest(ulCancel);
+}
+
+void CancelButton::pressEnded() {
+    // Given up without a click: the date that was skipped has been left after all.
+    if (std::exchange(session_.cancelPressed, false))
+        entry_.leavePendingDates();
 }
 
 } // namespace vkr

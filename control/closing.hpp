@@ -1,36 +1,51 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "control/field_entry.hpp"
+#include "control/controller.hpp"
+#include "control/field_controllers.hpp"
 #include "control/host_line.hpp"
+#include "control/pages.hpp"
 
 namespace vkr {
 
-// OK and Cancel. A date that rebuilds a grid is settled by a first OK, and the second one closes;
-// Cancel skips such a date, and where the host stays open after all it is still to be left.
-class Closing {
+// OK: settles the dates of the company first. While a date is edited that rebuilds a grid a press
+// settles this date alone, and the next one asks the host to close.
+class OkButton final : public Controller {
   public:
-    Closing(Session& session, CompanyFields& fields, FieldEntry& entry, HostLine& host)
+    OkButton(Session& session, CompanyFields& fields, FieldControllers& entry, HostLine& host)
         : session_(session), fields_(fields), entry_(entry), host_(host) {}
 
-    // The pointer goes down on a button, is clicked or not, and the press is over.
-    void okDown() { okSettles_ = session_.dateFieldPending; }
-    void okClicked();
-    void okEnded() { okSettles_ = false; }
-    void cancelDown() { session_.cancelPressed = true; }
-    void cancelClicked();
-    void cancelEnded();
+    void mouseDown() override { settlesOnly_ = session_.dateFieldPending; }
+    void click(Control& control) override;
+    void pressEnded() override { settlesOnly_ = false; }
 
   private:
     void settleDates();
-    void leavePendingDates();
-    [[nodiscard]] bool hasSkippedDate() const;
 
     Session& session_;
     CompanyFields& fields_;
-    FieldEntry& entry_;
+    FieldControllers& entry_;
     HostLine& host_;
-    bool okSettles_ = false; // OK went down while a pending date was edited
+    bool settlesOnly_ = false; // the press that is under way
+};
+
+// Cancel: a date that rebuilds a grid is not looked at any more. Where the press is given up, or
+// the host stays open, it is still to be left.
+class CancelButton final : public Controller {
+  public:
+    CancelButton(Session& session, FieldControllers& entry, Pages& pages, HostLine& host)
+        : session_(session), entry_(entry), pages_(pages), host_(host) {}
+
+    void key(Control& control, KeyCode& key, int shift) override;
+    void mouseDown() override { session_.cancelPressed = true; }
+    void click(Control& control) override;
+    void pressEnded() override;
+
+  private:
+    Session& session_;
+    FieldControllers& entry_;
+    Pages& pages_;
+    HostLine& host_;
 };
 
 } // namespace vkr

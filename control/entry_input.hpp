@@ -1,61 +1,53 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "control/closing.hpp"
-#include "control/field_entry.hpp"
-#include "control/help_frame.hpp"
-#include "control/options.hpp"
+#include "control/controller.hpp"
+#include "control/more_help.hpp"
 #include "control/pages.hpp"
 #include "control/right_click_menu.hpp"
 
 namespace vkr {
 
-// What a person does on the form, handed to the part whose task it is.
+// What a person does on the form, handed to the controller of the control. What is the same at
+// every control is done here: help, menu, calendar, turning pages, telling of refused keys.
 class EntryInput final : public FormHandler {
   public:
-    EntryInput(Session& session, CompanyFields& fields, YearlyGrid& yearly,
-               QuarterlyGrid& quarterly, HelpFrame& help, RightClickMenu& menu, FieldEntry& entry,
-               Pages& pages, Options& options, DataLock& lock, Closing& closing, HostLine& host);
+    EntryInput(Session& session, Controllers& controllers, QuarterlyGrid& quarterly, Pages& pages,
+               HelpFrame& frame, MoreHelp& help, RightClickMenu& menu);
 
-    void onGotFocus(Control& control) override { entry_.enter(control); }
-    void onLostFocus(Control& control) override { entry_.leave(control); }
+    void leaveActive(); // and comes back to it
+
+    void onGotFocus(Control& control) override { controllers_.of(control).enter(control); }
+    void onLostFocus(Control& control) override { controllers_.of(control).leave(control); }
     void onKeyDown(Control& control, KeyCode& key, int shift) override;
     void onKeyPress(Control& control, char32_t& character) override;
     void onKeyUp(Control& control, KeyCode key, int shift) override;
     bool onPaste(TextField& field, std::string_view text) override;
     void onPasteCut(TextField& field, std::string_view leftOut) override;
-    void onChange(TextField& field) override { entry_.change(field); }
+    void onChange(TextField& field) override { controllers_.of(field).change(field); }
     void onMouseDown(Control& control, MouseButton button, int tab) override;
-    void onPressEnded(Control& control) override;
-    void onClick(Control& control) override;
+    void onPressEnded(Control& control) override { controllers_.of(control).pressEnded(); }
+    void onClick(Control& control) override { controllers_.of(control).click(control); }
     void onDoubleClick(Control& control) override;
-    void onListChoice(ComboBox& list) override { entry_.choose(list); }
-    void onScroll(ScrollBar& bar) override;
-    void onSpin(Spinner& spinner, int steps) override;
+    void onListChoice(ComboBox& list) override { controllers_.of(list).choose(list); }
+    void onScroll(ScrollBar& bar) override { controllers_.of(bar).scroll(); }
+    void onSpin(Spinner& spinner, int steps) override { controllers_.of(spinner).spin(steps); }
     void onTabSelected(TabStrip& /*strip*/) override { pages_.tabSelected(); }
     void onFormClick() override { session_.hideHelpFrame(); }
     void onFocusLeft() override { session_.hideHelpFrame(); }
 
   private:
-    [[nodiscard]] const KeyFilter* filterOf(const Control& control) const;
-    [[nodiscard]] bool opensCalendar(const Control& control, KeyCode key, int shift) const;
-    void askForMoreHelp();
-    void pressHelp();
-    void pressLock();
+    bool opens(Control& control, KeyCode& key, int shift);
+    bool turnsPage(Control& control, KeyCode& key, int shift);
 
     Session& session_;
-    CompanyFields& fields_;
-    YearlyGrid& yearly_;
+    Controllers& controllers_;
     QuarterlyGrid& quarterly_;
-    HelpFrame& help_;
-    RightClickMenu& menu_;
-    FieldEntry& entry_;
     Pages& pages_;
-    Options& options_;
-    DataLock& lock_;
-    Closing& closing_;
-    HostLine& host_;
-    bool helpKeyDown_ = false;
+    HelpFrame& frame_;
+    MoreHelp& help_;
+    RightClickMenu& menu_;
+    bool helpKeyDown_ = false; // on the help frame: coming up it asks for nothing else
     bool keyWentDown_ = false; // since the help frame was shown
     bool toldOfKey_ = false;   // that it was refused
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/figure_display.hpp"
 
+#include "control/property_table.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
 
@@ -58,7 +59,7 @@ void FigureDisplay::setNumberMarks(const NumberMarks& marks) {
         });
     yearly_.followNumberMarks(before);
     quarterly_.followNumberMarks(before);
-    host_.propertyChanged("NumberMarks");
+    host_.propertyChanged(propertyRow(EntryProperty::NumberMarks).name);
 }
 
 void FigureDisplay::followUnit() {

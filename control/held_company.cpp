@@ -21,9 +21,10 @@ constexpr std::string_view reportingPeriods[] = {"3 months", "6 months", "12 mon
 
 HeldCompany::HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
                          QuarterlyGrid& quarterly, Captions& captions, Options& options,
-                         DataLock& lock, FieldEntry& entry)
+                         DataLock& lock, FieldControllers& entry, Controllers& controllers)
     : session_(session), fields_(fields), yearly_(yearly), quarterly_(quarterly),
-      captions_(captions), options_(options), lock_(lock), entry_(entry) {
+      captions_(captions), options_(options), lock_(lock), entry_(entry),
+      controllers_(controllers) {
     session_.rowsLabelled = [this] {
         if (!loading_)
             nameCells(session_.form);
@@ -48,7 +49,9 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
     resize();
     form.settleFocus(); // a smaller record disables cells
     if (Control* focused = form.activeControl(); focused != nullptr && form.hasFocus())
-        attempt([&] { entry_.enter(*focused); }); // what it shows now is entered anew
+        attempt([&] {
+            controllers_.of(*focused).enter(*focused);
+        }); // what it shows now is entered anew
     session_.tellState();
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "control/data_lock.hpp"
-#include "control/field_entry.hpp"
+#include "control/field_controllers.hpp"
 #include "control/options.hpp"
 
 #include <memory>
@@ -15,7 +15,7 @@ class HeldCompany {
   public:
     HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
                 QuarterlyGrid& quarterly, Captions& captions, Options& options, DataLock& lock,
-                FieldEntry& entry);
+                FieldControllers& entry, Controllers& controllers);
 
     void load(std::shared_ptr<iVKR_Company> company);
     std::shared_ptr<iVKR_Company> commit();
@@ -37,7 +37,8 @@ class HeldCompany {
     Captions& captions_;
     Options& options_;
     DataLock& lock_;
-    FieldEntry& entry_;
+    FieldControllers& entry_;
+    Controllers& controllers_;
     bool loading_ = false;
     bool resizing_ = false;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/properties.hpp"
 
-#include "platform/error_trap.hpp"
+#include "form/controls.hpp"
 
 #include <algorithm>
 #include <string>
@@ -12,8 +12,43 @@ namespace vkr {
 
 namespace {
 
-constexpr std::string_view shadeProperties[] = {"ShadeColorLocked", "ShadeColorYear",
-                                                "ShadeColorQuarter"};
+constexpr EntryProperty shadeProperties[] = {EntryProperty::ShadeColorLocked,
+                                             EntryProperty::ShadeColorYear,
+                                             EntryProperty::ShadeColorQuarter};
+
+Color startOf(Shade shade) {
+    return static_cast<Color>(propertyRow(shadeProperties[shade]).start.number);
+}
+
+template <Shade which>
+std::int32_t getShade(const Properties& from) {
+    return static_cast<std::int32_t>(from.shade(which));
+}
+
+template <Shade which>
+void setShadeTo(Properties& into, std::int32_t value) {
+    into.putShade(which, static_cast<Color>(value));
+}
+
+// A value in a property bag, as its type has it.
+Variant bagValue(PropertyType type, std::int32_t value) {
+    switch (type) {
+    case PropertyType::boolean:
+        return value != 0;
+    case PropertyType::shortInteger:
+        return static_cast<std::int16_t>(value);
+    default:
+        return value;
+    }
+}
+
+// The default where the bag holds none that can be read.
+std::int32_t valueIn(const PropertyBag& bag, const PropertyRow& row) {
+    return attemptOr(row.start.number, [&] {
+        const Variant held = bag.read(row.name, bagValue(row.type, row.start.number));
+        return row.type == PropertyType::boolean ? std::int32_t{held.toBoolean()} : held.toLong();
+    });
+}
 
 } // namespace
 
@@ -26,76 +61,120 @@ Properties::Properties(Session& session, YearlyGrid& yearly, QuarterlyGrid& quar
 }
 
 void Properties::startUp() {
+    for (const EntryProperty pattern :
+         {EntryProperty::PercentFormat, EntryProperty::DateFormat, EntryProperty::NumberFormat})
+        patternOf(pattern) = propertyRow(pattern).start.text;
     showReportingPeriod(false);
     showVLs(false);
     yearly_.setUpBar();
     for (const Shade shade : {shadeLocked, shadeYear, shadeQuarter})
-        setShade(shade, colors::paleCyan);
+        setShade(shade, startOf(shade));
 }
 
 void Properties::startRows() {
-    putVisibleQuarters(QuarterlyGrid::startRows);
+    putVisibleQuarters(propertyRow(EntryProperty::VisibleQuarters).start.number);
+}
+
+// --- the property bag ----------------------------------------------------------------------------
+
+// How the value of a property that is kept is got and put.
+struct Properties::Kept {
+    EntryProperty property;
+    std::int32_t (*get)(const Properties& from);
+    void (*put)(Properties& into, std::int32_t value); // null: never restored
+};
+
+std::span<const Properties::Kept> Properties::kept() {
+    static constexpr Kept rows[] = {
+        {EntryProperty::Platform,
+         [](const Properties& p) -> std::int32_t { return p.session_.platform; },
+         [](Properties& p, std::int32_t value) {
+             p.putPlatform(static_cast<PlatformType>(value));
+         }},
+        {EntryProperty::UserMode, [](const Properties& p) -> std::int32_t { return p.userMode_; },
+         [](Properties& p, std::int32_t value) {
+             p.putUserMode(static_cast<UserModeType>(value));
+         }},
+        {EntryProperty::ShadeColorLocked, getShade<shadeLocked>, setShadeTo<shadeLocked>},
+        {EntryProperty::ShadeColorYear, getShade<shadeYear>, setShadeTo<shadeYear>},
+        {EntryProperty::ShadeColorQuarter, getShade<shadeQuarter>, setShadeTo<shadeQuarter>},
+        {EntryProperty::VisibleQuarters,
+         [](const Properties& p) -> std::int32_t { return p.visibleQuarters(); },
+         [](Properties& p, std::int32_t value) { p.putVisibleQuarters(value); }},
+        {EntryProperty::ShowReportingPeriod,
+         [](const Properties& p) -> std::int32_t { return p.reportingPeriodShown_; },
+         [](Properties& p, std::int32_t value) { p.putShowReportingPeriod(value != 0); }},
+        {EntryProperty::ShowVLs, [](const Properties& p) -> std::int32_t { return p.vlsShown_; },
+         [](Properties& p, std::int32_t value) { p.putShowVLs(value != 0); }},
+        {EntryProperty::CurrentTab,
+         [](const Properties& p) -> std::int32_t { return p.pages_.reported(); },
+         [](Properties& p, std::int32_t value) { p.putCurrentTab(static_cast<TABObject>(value)); }},
+        {EntryProperty::CommEquityData,
+         [](const Properties& p) -> std::int32_t {
+             return p.session_.equityRow == EquityRow::commonEquity;
+         },
+         nullptr},
+        {EntryProperty::TaxRateData,
+         [](const Properties& p) -> std::int32_t {
+             return p.session_.incomeRow == IncomeRow::taxRate;
+         },
+         nullptr},
+        {EntryProperty::BorderStyle,
+         [](const Properties& p) {
+             return static_cast<std::int32_t>(p.session_.form.borderStyle());
+         },
+         [](Properties& p, std::int32_t value) {
+             p.putBorderStyle(value == 0 ? BorderStyle::none : BorderStyle::fixedSingle);
+         }},
+        {EntryProperty::FractionDisplay,
+         [](const Properties& p) -> std::int32_t { return p.session_.fractionDisplay; },
+         [](Properties& p, std::int32_t value) { p.putFractionDisplay(value != 0); }},
+    };
+    return rows;
+}
+
+// Goes over what is kept in one of its orders.
+template <typename Act>
+void Properties::inOrder(int BagPlaces::*place, Act&& act) {
+    for (int next = 1;; ++next) {
+        const auto rows = kept();
+        const auto found = std::ranges::find_if(
+            rows, [&](const Kept& one) { return propertyRow(one.property).bag.*place == next; });
+        if (found == rows.end())
+            return;
+        act(*found, propertyRow(found->property));
+    }
 }
 
 void Properties::read(const PropertyBag& bag) {
     const During restoring = pages_.keepFocus();
-    const auto number = [&](std::string_view key, std::int32_t defaultValue) {
-        std::int32_t value = defaultValue;
-        attempt([&] { value = bag.read(key, defaultValue).toLong(); });
-        return value;
-    };
-    const auto boolean = [&](std::string_view key) {
-        bool value = false;
-        attempt([&] { value = bag.read(key, false).toBoolean(); });
-        return value;
-    };
-    putPlatform(static_cast<PlatformType>(number("Platform", ptStandard)));
-    putUserMode(static_cast<UserModeType>(number("UserMode", umDefault)));
-    for (const Shade shade : {shadeLocked, shadeYear, shadeQuarter})
-        putShade(shade, static_cast<Color>(number(shadeProperties[shade],
-                                                  static_cast<std::int32_t>(colors::paleCyan))));
-    putVisibleQuarters(std::clamp(number("VisibleQuarters", QuarterlyGrid::startRows), 1,
-                                  int{QuarterlyGrid::mostRows}));
-    putShowReportingPeriod(boolean("ShowReportingPeriod"));
-    putShowVLs(boolean("ShowVLs"));
-    putCurrentTab(static_cast<TABObject>(number("CurrentTab", toCompany)));
-    session_.form.setBorderStyle(number("BorderStyle", 0) == 0 ? BorderStyle::none
-                                                               : BorderStyle::fixedSingle);
-    attempt([&] { display_.setFractions(boolean("FractionDisplay")); });
-    bool running = false;
-    attempt([&] { running = session_.services.ambientUserMode(); });
+    inOrder(&BagPlaces::restored,
+            [&](const Kept& one, const PropertyRow& row) { one.put(*this, valueIn(bag, row)); });
+    const bool running = attemptOr(false, [&] { return session_.services.ambientUserMode(); });
     if (running && session_.platform == ptZX)
         attempt([&] { texts_.showAlternatives(); });
     session_.form.settleFocus(); // on what the restored properties have on show
 }
 
 void Properties::write(PropertyBag& bag) {
-    const auto color = [](Color value) { return Variant(static_cast<std::int32_t>(value)); };
-    bag.write("Platform", static_cast<std::int32_t>(session_.platform), std::int32_t{ptStandard});
-    bag.write("UserMode", static_cast<std::int32_t>(userMode_), std::int32_t{umDefault});
-    bag.write("ShadeColorLocked", color(shade(shadeLocked)), color(colors::paleCyan));
-    bag.write("VisibleQuarters", static_cast<std::int16_t>(visibleQuarters()),
-              std::int16_t{QuarterlyGrid::startRows});
-    bag.write("ShowReportingPeriod", reportingPeriodShown_, false);
-    bag.write("ShowVLs", vlsShown_, false);
-    bag.write("CurrentTab", static_cast<std::int32_t>(pages_.reported()), std::int32_t{toCompany});
-    attempt([&] { pages_.show(pages_.reported()); });
-    bag.write("CommEquityData", session_.equityRow == EquityRow::commonEquity, true);
-    bag.write("TaxRateData", session_.incomeRow == IncomeRow::taxRate, false);
-    bag.write("BorderStyle", static_cast<std::int32_t>(session_.form.borderStyle()),
-              std::int32_t{0});
-    bag.write("FractionDisplay", session_.fractionDisplay, false);
-    bag.write("ShadeColorQuarter", color(shade(shadeQuarter)), color(colors::paleCyan));
-    bag.write("ShadeColorYear", color(shade(shadeYear)), color(colors::paleCyan));
+    inOrder(&BagPlaces::saved, [&](const Kept& one, const PropertyRow& row) {
+        bag.write(row.name, bagValue(row.type, one.get(*this)),
+                  bagValue(row.type, row.start.number));
+        if (row.property == EntryProperty::CurrentTab)
+            attempt([&] { pages_.show(pages_.reported()); });
+    });
 }
 
+// --- assignments ---------------------------------------------------------------------------------
+
 void Properties::putUserMode(UserModeType mode) {
-    userMode_ = mode;
-    if (mode == umDefault) {
-        putShade(shadeYear, colors::paleCyan);
-        putShade(shadeLocked, colors::paleCyan);
-    }
-    host_.propertyChanged("UserMode");
+    assign(EntryProperty::UserMode, [&] {
+        userMode_ = mode;
+        if (mode != umDefault)
+            return;
+        putShade(shadeYear, startOf(shadeYear));
+        putShade(shadeLocked, startOf(shadeLocked));
+    });
 }
 
 // --- shades --------------------------------------------------------------------------------------
@@ -109,8 +188,7 @@ Color Properties::shade(Shade shade) const {
 void Properties::putShade(Shade shade, Color color) {
     if (color == this->shade(shade))
         return;
-    attempt([&] { setShade(shade, color); });
-    host_.propertyChanged(shadeProperties[shade]);
+    assign(shadeProperties[shade], [&] { setShade(shade, color); });
 }
 
 void Properties::setShade(Shade shade, Color color) {
@@ -131,8 +209,7 @@ void Properties::setShade(Shade shade, Color color) {
 // --- what is on show -----------------------------------------------------------------------------
 
 void Properties::putShowReportingPeriod(bool shown) {
-    attempt([&] { showReportingPeriod(shown); });
-    host_.propertyChanged("ShowReportingPeriod");
+    assign(EntryProperty::ShowReportingPeriod, [&] { showReportingPeriod(shown); });
 }
 
 void Properties::showReportingPeriod(bool shown) {
@@ -143,8 +220,7 @@ void Properties::showReportingPeriod(bool shown) {
 }
 
 void Properties::putShowVLs(bool shown) {
-    attempt([&] { showVLs(shown); });
-    host_.propertyChanged("ShowVLs");
+    assign(EntryProperty::ShowVLs, [&] { showVLs(shown); });
 }
 
 // The reporting period follows right below the last row that is shown.
@@ -179,42 +255,52 @@ void Properties::makeWantedQuarters() {
     if (!rows || *rows == quarterly_.visibleRows())
         return;
     const int before = quarterly_.visibleRows();
-    {
+    assign(EntryProperty::VisibleQuarters, [&] {
         const Session::Work work(session_);
         if (!attempt([&] { quarterly_.setVisibleRows(*rows); })) // not all of them could be made
-            attempt([&] { quarterly_.setVisibleRows(before); });
-    }
-    host_.propertyChanged("VisibleQuarters");
+            quarterly_.setVisibleRows(before);
+    });
 }
 
 void Properties::putCurrentTab(TABObject tab) {
-    attempt([&] { pages_.show(tab); });
-    host_.propertyChanged("CurrentTab");
+    assign(EntryProperty::CurrentTab, [&] { pages_.show(tab); });
 }
 
 // --- patterns, lists, platform -------------------------------------------------------------------
 
-void Properties::putPattern(std::string_view property, std::string& pattern,
-                            std::string_view newPattern) {
-    attempt([&] { pattern = newPattern; });
-    host_.propertyChanged(property);
+std::string& Properties::patternOf(EntryProperty property) {
+    return property == EntryProperty::PercentFormat ? session_.percentFormat
+           : property == EntryProperty::DateFormat  ? session_.dateFormat
+                                                    : session_.numberFormat;
 }
 
-void Properties::putList(std::string_view control, const Variant& items) {
-    if (items.varType() <= Variant::vtArray)
-        return;
-    std::vector<std::string> texts;
-    const VariantArray& array = items.array();
-    const std::int64_t last = array.upper(); // which may be the end of int
-    for (std::int64_t i = array.lower(); i <= last; ++i)
-        attempt([&] { texts.push_back(array.text(static_cast<int>(i))); });
-    session_.form.get<ComboBox>(control).setList(std::move(texts));
+void Properties::putPattern(EntryProperty property, std::string_view pattern) {
+    assign(property, [&] { patternOf(property) = pattern; });
+}
+
+void Properties::putFractionDisplay(bool fractions) {
+    assign(EntryProperty::FractionDisplay, [&] { display_.setFractions(fractions); });
+}
+
+void Properties::putList(EntryProperty property, const Variant& items) {
+    const auto& list = property == EntryProperty::vntSource     ? controls::source
+                       : property == EntryProperty::vntExchange ? controls::exchange
+                                                                : controls::industry;
+    assign(property, [&] {
+        if (items.varType() <= Variant::vtArray)
+            return;
+        std::vector<std::string> texts;
+        const VariantArray& array = items.array();
+        const std::int64_t last = array.upper(); // which may be the end of int
+        for (std::int64_t i = array.lower(); i <= last; ++i)
+            attempt([&] { texts.push_back(array.text(static_cast<int>(i))); });
+        session_[list].setList(std::move(texts));
+    });
 }
 
 void Properties::putPlatform(PlatformType platform) {
     session_.platform = platform;
-    host_.propertyChanged("Platform");
-    attempt([&] { texts_.load(); });
+    assign(EntryProperty::Platform, [&] { texts_.load(); });
 }
 
 } // namespace vkr

@@ -5,19 +5,24 @@
 #include "control/figure_display.hpp"
 #include "control/pages.hpp"
 #include "control/platform_texts.hpp"
+#include "control/property_table.hpp"
+#include "platform/error_trap.hpp"
 #include "platform/property_bag.hpp"
 
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace vkr {
 
 // The sample label of each colour button shows its colour.
 enum Shade { shadeLocked, shadeYear, shadeQuarter };
 
-// The display properties that a host sets and a container keeps. Each belongs to the part that it
-// works on; those of nobody else stand here.
+// The properties that a host sets and a container keeps, by the table of properties. A value
+// belongs to the part that it works on; those of nobody else stand here.
 class Properties {
   public:
     Properties(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly, DataLock& lock,
@@ -41,11 +46,29 @@ class Properties {
     [[nodiscard]] bool showsVLs() const { return vlsShown_; }
     void putShowVLs(bool shown);
     void putCurrentTab(TABObject tab);
-    void putPattern(std::string_view property, std::string& pattern, std::string_view newPattern);
-    void putList(std::string_view control, const Variant& items);
+    void putPattern(EntryProperty property, std::string_view pattern);
+    void putFractionDisplay(bool fractions);
+    void putList(EntryProperty property, const Variant& items);
+    void putBorderStyle(BorderStyle style) { session_.form.setBorderStyle(style); }
     void putPlatform(PlatformType platform);
 
   private:
+    struct Kept;
+    [[nodiscard]] static std::span<const Kept> kept();
+    template <typename Act>
+    void inOrder(int BagPlaces::*place, Act&& act);
+
+    // An assignment: what fails of it is skipped, and the container hears of it.
+    template <typename Statement>
+    void assign(EntryProperty property, Statement&& put) {
+        const PropertyRow& row = propertyRow(property);
+        if (row.notice == PropertyNotice::beforeEffect)
+            host_.propertyChanged(row.name);
+        attempt(std::forward<Statement>(put));
+        if (row.notice == PropertyNotice::assigned || row.notice == PropertyNotice::changed)
+            host_.propertyChanged(row.name);
+    }
+    [[nodiscard]] std::string& patternOf(EntryProperty property);
     void setShade(Shade shade, Color color);
     void showReportingPeriod(bool shown);
     void showVLs(bool shown);

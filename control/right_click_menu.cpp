@@ -12,8 +12,9 @@
 
 namespace vkr {
 
-RightClickMenu::RightClickMenu(Session& session, const EntryObjects& objects, HelpFrame& help)
-    : session_(session), objects_(objects), help_(help) {}
+RightClickMenu::RightClickMenu(Session& session, const EntryObjects& objects, HelpFrame& help,
+                               MenuHost& host)
+    : session_(session), objects_(objects), help_(help), host_(host) {}
 
 // --- opening -------------------------------------------------------------------------------------
 
@@ -95,10 +96,8 @@ Control& RightClickMenu::PrepareHelpText() {
 // --- commands ------------------------------------------------------------------------------------
 
 void RightClickMenu::edit(TextField& field, std::string_view text, int caret) {
-    if (field.text() == text || !field.editText(text, caret))
-        return;
-    if (fieldChanged)
-        fieldChanged(field);
+    if (field.text() != text && field.editText(text, caret))
+        host_.fieldChanged(field);
 }
 
 void RightClickMenu::paste(TextField& field) {
@@ -140,8 +139,8 @@ void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
          [](RightClickMenu& menu, TextField* target) { menu.edit(*target, "", 0); }},
         {mcSelectAll, anyField,
          [](RightClickMenu&, TextField* target) { target->select(0, textLength(target->text())); }},
-        {mcAddYear, nothing, [](RightClickMenu& menu, TextField*) { menu.addYear(); }},
-        {mcRemoveYear, nothing, [](RightClickMenu& menu, TextField*) { menu.removeYear(); }},
+        {mcAddYear, nothing, [](RightClickMenu& menu, TextField*) { menu.host_.addYear(); }},
+        {mcRemoveYear, nothing, [](RightClickMenu& menu, TextField*) { menu.host_.removeYear(); }},
         {mcLastQuarterDate, unlockedField,
          [](RightClickMenu& menu, TextField*) { menu.takeLastQuarterDate(); }},
         {mcAssistant, nothing, [](RightClickMenu& menu, TextField*) { menu.askAssistant(); }},
@@ -164,8 +163,7 @@ void RightClickMenu::askAssistant() {
         text = field_->text().empty() ? field_->accessibleName() : field_->text();
     else if (control_ != nullptr)
         text = withoutMnemonic(control_->caption());
-    if (assistant)
-        assistant(object_, text);
+    host_.askAssistant(object_, text);
 }
 
 // --- dates ---------------------------------------------------------------------------------------
@@ -175,7 +173,7 @@ void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
         return;
     Date start = attemptOr(Date{}, [&] { return session_.services.today(); });
     if (!blnToday)
-        if (const auto held = dateOf(field))
+        if (const auto held = host_.dateOf(field))
             start = *held;
     frmCalendar calendar(field.accessibleName(), &field);
     calendar.put_SelectedDate(start);
@@ -191,11 +189,10 @@ void RightClickMenu::putDate(TextField& field, Date date) {
     if (field.locked())
         return;
     const Session::Work work(session_); // the date is for the record that it was picked for
-    if (const auto held = dateOf(field);
+    if (const auto held = host_.dateOf(field);
         held && daysBetween(*held, date) == 0 && !field.isUnstored()) {
-        if (fieldChanged)
-            fieldChanged(field); // a date that was only suggested is picked now
-        leave(field);
+        host_.fieldChanged(field); // a date that was only suggested is picked now
+        host_.leave(field);
         return;
     }
     field.setFocus();
@@ -209,7 +206,7 @@ void RightClickMenu::putDate(TextField& field, Date date) {
     replaceRefused(field);
     session_.markPicked();
     if (!session_.form.hasFocus() || session_.form.activeControl() != &field)
-        leave(field);
+        host_.leave(field);
 }
 
 } // namespace vkr

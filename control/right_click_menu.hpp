@@ -6,16 +6,27 @@
 #include "control/help_frame.hpp"
 #include "input/mdlMenu.hpp"
 
-#include <functional>
 #include <optional>
 #include <string>
 
 namespace vkr {
 
+// What the menu can't do by itself.
+class MenuHost {
+  public:
+    virtual ~MenuHost() = default;
+    virtual void addYear() = 0;
+    virtual void removeYear() = 0;
+    [[nodiscard]] virtual std::optional<Date> dateOf(const TextField& field) = 0; // it stands for
+    virtual void fieldChanged(TextField& field) = 0;                              // as after a key
+    virtual void leave(TextField& field) = 0; // of a field that has no focus
+    virtual void askAssistant(DataEntryObject object, const std::string& text) = 0;
+};
+
 // The pop-up menu of every object, and the date picker.
 class RightClickMenu {
   public:
-    RightClickMenu(Session& session, const EntryObjects& objects, HelpFrame& help);
+    RightClickMenu(Session& session, const EntryObjects& objects, HelpFrame& help, MenuHost& host);
 
     // At each press on a control: the right button opens the menu. `tab` is the one under the
     // pointer, of a tab strip.
@@ -31,14 +42,6 @@ class RightClickMenu {
     // Lets the user pick a date for a field. A locked field stays as it is, and no dialog opens.
     void ShowDatePicker(TextBox& field, bool blnToday);
 
-    // --- what it can't do by itself
-    std::function<void()> addYear;
-    std::function<void()> removeYear;
-    std::function<std::optional<Date>(const TextField& field)> dateOf; // that it stands for
-    std::function<void(TextField& field)> fieldChanged;                // as after a key
-    std::function<void(TextField& field)> leave; // of a field that has no focus
-    std::function<void(DataEntryObject object, const std::string& text)> assistant;
-
   private:
     void open(Control& control, int tab, Twips left, Twips top);
     Control& PrepareHelpText();
@@ -52,6 +55,7 @@ class RightClickMenu {
     Session& session_;
     const EntryObjects& objects_;
     HelpFrame& help_;
+    MenuHost& host_;
     Control* control_ = nullptr; // that the menu was opened on
     TextField* field_ = nullptr;
     DataEntryObject object_ = doName;

@@ -4,24 +4,25 @@
 #include "binding/company_fields.hpp"
 #include "binding/session.hpp"
 #include "control/captions.hpp"
+#include "control/click_controllers.hpp"
 #include "control/closing.hpp"
 #include "control/data_lock.hpp"
 #include "control/entry_input.hpp"
 #include "control/entry_objects.hpp"
-#include "control/field_entry.hpp"
+#include "control/field_controllers.hpp"
 #include "control/figure_display.hpp"
 #include "control/held_company.hpp"
 #include "control/help_frame.hpp"
 #include "control/host_line.hpp"
+#include "control/menu_actions.hpp"
+#include "control/more_help.hpp"
 #include "control/options.hpp"
 #include "control/pages.hpp"
 #include "control/platform_texts.hpp"
 #include "control/properties.hpp"
 #include "control/right_click_menu.hpp"
 #include "form/form_layout.hpp"
-#include "input/date_pattern.hpp"
 #include "input/mdlDataEntry.hpp"
-#include "input/number_pattern.hpp"
 #include "platform/error_trap.hpp"
 #include "quarterly/quarterly_grid.hpp"
 #include "yearly/yearly_grid.hpp"
@@ -34,7 +35,6 @@ namespace vkr {
 namespace {
 
 constexpr std::string_view startPriceFormat = "#0.000";
-constexpr std::string_view startPercentFormat = "#0.00%";
 constexpr std::string_view startCurrencySymbol = "$";
 
 // Keep their design colours.
@@ -61,19 +61,25 @@ class VKRDataEntry::Impl final {
     QuarterlyGrid quarterly{session};
     Captions captions{session};
     EntryObjects objects{form, fields, yearly, quarterly};
-    HelpFrame help{session};
-    RightClickMenu menu{session, objects, help};
-    FieldEntry entry{session, fields, yearly, quarterly, captions};
+    SilentController silent{session};
+    Controllers controllers{silent};
+    FieldControllers entry{session, fields, yearly, quarterly, captions, controllers};
     Pages pages{session, quarterly, host};
     DataLock lock{session};
     FigureDisplay display{session, fields, yearly, quarterly, host};
     PlatformTexts texts{session, captions, yearly};
     Properties properties{session, yearly, quarterly, lock, display, pages, texts, host};
     Options options{session, display, yearly, quarterly, captions, properties};
-    HeldCompany company{session, fields, yearly, quarterly, captions, options, lock, entry};
-    Closing closing{session, fields, entry, host};
-    EntryInput input{session, fields, yearly,  quarterly, help,    menu,
-                     entry,   pages,  options, lock,      closing, host};
+    HeldCompany company{session, fields, yearly, quarterly,  captions,
+                        options, lock,   entry,  controllers};
+    HelpFrame helpFrame{session};
+    MoreHelp help{session, helpFrame, pages, host};
+    MenuActions menuActions{session, controllers, yearly, host};
+    RightClickMenu menu{session, objects, helpFrame, menuActions};
+    OkButton ok{session, fields, entry, host};
+    CancelButton cancel{session, entry, pages, host};
+    ClickControllers clicks{session, yearly, quarterly, options, lock, help, controllers};
+    EntryInput input{session, controllers, quarterly, pages, helpFrame, help, menu};
 
   private:
     // The form's controls must be there before the parts that look them up.
@@ -100,14 +106,8 @@ VKRDataEntry::Impl::Impl(Services& services, const std::function<void()>& stateC
     quarterly.showTrailing = [this] {
         attempt([&] { fields.show(*fields.find(form.get<TextBox>("txtLast4QEPS"))); });
     };
-    menu.addYear = [this] { yearly.addYear(); };
-    menu.removeYear = [this] { yearly.removeYear(); };
-    menu.dateOf = [this](const TextField& field) { return entry.dateOf(field); };
-    menu.fieldChanged = [this](TextField& field) { entry.change(field); };
-    menu.leave = [this](TextField& field) { entry.leave(field); };
-    menu.assistant = [this](DataEntryObject object, const std::string& text) {
-        host.assistant(object, text);
-    };
+    controllers.add(controls::ok.name, ok);
+    controllers.add(controls::cancel.name, cancel);
 }
 
 void VKRDataEntry::Impl::initialize() {
@@ -117,10 +117,7 @@ void VKRDataEntry::Impl::initialize() {
     if (!running)
         texts.startUp();
     company.clear();
-    session.dateFormat = fallbackDatePattern;
-    session.numberFormat = fallbackNumberPattern;
     session.priceFormat = startPriceFormat;
-    session.percentFormat = startPercentFormat;
     form.get<Frame>("fraDE", frame::quarterlyPanel).move(0, 0);
     form.get<Label>("lblYOption").setAutoSize(true);
     putFieldText(session.textBox("txtCurSymbol"), startCurrencySymbol);
@@ -270,15 +267,15 @@ const std::string& VKRDataEntry::get_NumberFormat() const {
 }
 
 void VKRDataEntry::put_PercentFormat(std::string_view strNewValue) {
-    impl_->properties.putPattern("PercentFormat", impl_->session.percentFormat, strNewValue);
+    impl_->properties.putPattern(EntryProperty::PercentFormat, strNewValue);
 }
 
 void VKRDataEntry::put_DateFormat(std::string_view strNewValue) {
-    impl_->properties.putPattern("DateFormat", impl_->session.dateFormat, strNewValue);
+    impl_->properties.putPattern(EntryProperty::DateFormat, strNewValue);
 }
 
 void VKRDataEntry::put_NumberFormat(std::string_view strNewValue) {
-    impl_->properties.putPattern("NumberFormat", impl_->session.numberFormat, strNewValue);
+    impl_->properties.putPattern(EntryProperty::NumberFormat, strNewValue);
 }
 
 const NumberMarks& VKRDataEntry::get_NumberMarks() const {
@@ -292,24 +289,24 @@ bool VKRDataEntry::get_FractionDisplay() const {
     return impl_->session.fractionDisplay;
 }
 void VKRDataEntry::put_FractionDisplay(bool blnNewValue) {
-    attempt([&] { impl_->display.setFractions(blnNewValue); });
+    impl_->properties.putFractionDisplay(blnNewValue);
 }
 
 void VKRDataEntry::put_vntSource(const Variant& vntNewValue) {
-    attempt([&] { impl_->properties.putList("cmbSource", vntNewValue); });
+    impl_->properties.putList(EntryProperty::vntSource, vntNewValue);
 }
 void VKRDataEntry::put_vntExchange(const Variant& vntNewValue) {
-    attempt([&] { impl_->properties.putList("cmbExchange", vntNewValue); });
+    impl_->properties.putList(EntryProperty::vntExchange, vntNewValue);
 }
 void VKRDataEntry::put_vntIndustry(const Variant& vntNewValue) {
-    attempt([&] { impl_->properties.putList("cmbIndustry", vntNewValue); });
+    impl_->properties.putList(EntryProperty::vntIndustry, vntNewValue);
 }
 
 BorderStyle VKRDataEntry::get_BorderStyle() const {
     return impl_->form.borderStyle();
 }
 void VKRDataEntry::put_BorderStyle(BorderStyle newValue) {
-    impl_->form.setBorderStyle(newValue);
+    impl_->properties.putBorderStyle(newValue);
 }
 
 std::shared_ptr<iVKR_Company> VKRDataEntry::get_objCompany() {
@@ -340,7 +337,7 @@ void VKRDataEntry::ScrollMouse(std::int16_t& intKeyCode, std::int16_t& /*intShif
 }
 
 void VKRDataEntry::leaveField() {
-    attempt([&] { impl_->entry.leaveActive(); });
+    attempt([&] { impl_->input.leaveActive(); });
 }
 void VKRDataEntry::commitInto(std::shared_ptr<iVKR_Company> copy) {
     attempt([&] { impl_->company.commitInto(std::move(copy)); });

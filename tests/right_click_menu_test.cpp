@@ -1091,23 +1091,26 @@ TEST(DatePicking, ALabelOfAnotherPageStoresAtOnce) {
 
 // --- the command routine alone -------------------------------------------------------------------
 
-class Commands : public testing::Test, protected ComponentParts {
+class Commands : public testing::Test, protected ComponentParts, private MenuHost {
   protected:
     Commands() {
         form.setHandler(&handler);
         desktop.attach(form);
-        menu.addYear = [this] { asked.emplace_back("add"); };
-        menu.removeYear = [this] { asked.emplace_back("remove"); };
-        menu.dateOf = [](const TextField&) { return std::optional<Date>(); };
-        menu.fieldChanged = [this](TextField& field) { asked.push_back("change " + field.id()); };
-        menu.leave = [this](TextField& field) { asked.push_back("leave " + field.id()); };
         desktop.setClipboardText("held");
     }
+
+    void addYear() override { asked.emplace_back("add"); }
+    void removeYear() override { asked.emplace_back("remove"); }
+    std::optional<Date> dateOf(const TextField& /*field*/) override { return held; }
+    void fieldChanged(TextField& field) override { asked.push_back("change " + field.id()); }
+    void leave(TextField& field) override { asked.push_back("leave " + field.id()); }
+    void askAssistant(DataEntryObject /*object*/, const std::string& /*text*/) override {}
 
     struct Handler : FormHandler {
     } handler;
     HelpFrame help{session};
-    RightClickMenu menu{session, objects, help};
+    RightClickMenu menu{session, objects, help, *this};
+    std::optional<Date> held; // by the field that is asked for
     Names asked;
 };
 
@@ -1162,7 +1165,7 @@ TEST_F(Commands, AnEntryBeforeAnyMenuDoesNothing) {
 TEST_F(Commands, TheCalendarCanStartFromToday) {
     auto& field = form.get<TextBox>("txtLastUpdate");
     field.setText("Jan/1/2020");
-    menu.dateOf = [](const TextField&) { return makeDate(2020, 1, 1); };
+    held = makeDate(2020, 1, 1);
     menu.ShowDatePicker(field, true);
     menu.ShowDatePicker(field, false);
     ASSERT_EQ(desktop.calendars().size(), 2U);

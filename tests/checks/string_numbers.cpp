@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The page of all string numbers, for whoever writes a localizer:
-//
-//     vkr_string_numbers <page>         1 where the page is not what the tables say
-//     vkr_string_numbers --write <page>
+// The page of all string numbers, for whoever writes a localizer.
 #include "localizer/string_table.hpp"
+#include "tests/checks/written_page.hpp"
 
-#include <algorithm>
-#include <fstream>
-#include <iostream>
 #include <iterator>
 #include <sstream>
 #include <string>
@@ -34,18 +29,6 @@ constexpr Group groups[] = {
      "not stored, entries of lists."},
 };
 
-std::string cell(std::string_view text) {
-    std::string written;
-    for (const char character : text)
-        if (character == '\r')
-            written += "<br>";
-        else if (std::string_view("|\\`*_<[]").find(character) != std::string_view::npos)
-            (written += '\\') += character;
-        else
-            written += character;
-    return written;
-}
-
 std::string page() {
     std::ostringstream out;
     out << "<!-- SPDX-License-Identifier: MIT -->\n"
@@ -60,8 +43,8 @@ std::string page() {
         out << "\n## " << title << "\n\n" << note << "\n\n| number | text | ZX |\n|---|---|---|\n";
         for (const auto& row : standard)
             if (row.number >= first && (isLast || row.number < groups[group + 1].first))
-                out << "| " << row.number << " | " << cell(row.text) << " | "
-                    << cell(vkr::findString(vkr::zxStrings(), row.number)) << " |\n";
+                out << "| " << row.number << " | " << vkr::cell(row.text) << " | "
+                    << vkr::cell(vkr::findString(vkr::zxStrings(), row.number)) << " |\n";
     }
     return out.str();
 }
@@ -69,17 +52,5 @@ std::string page() {
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::string path = argc > 1 ? argv[argc - 1] : "";
-    if (argc == 3 && std::string_view(argv[1]) == "--write") {
-        std::ofstream file(path, std::ios::binary);
-        file << page();
-        return file.flush() ? 0 : 1;
-    }
-    std::ifstream file(path, std::ios::binary);
-    const std::string written{std::istreambuf_iterator<char>(file), {}};
-    if (written == page())
-        return 0;
-    std::cerr << path << " is not what the string tables say: " << argv[0] << " --write " << path
-              << '\n';
-    return 1;
+    return vkr::checkOrWrite(argc, argv, page());
 }

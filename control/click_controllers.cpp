@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "control/click_controllers.hpp"
+
+#include "form/controls.hpp"
+#include "input/options_tab.hpp"
+
+#include <utility>
+
+namespace vkr {
+
+namespace {
+
+template <typename Act>
+class ClickController final : public Controller {
+  public:
+    explicit ClickController(Act act) : act_(std::move(act)) {}
+    void click(Control& /*control*/) override { act_(); }
+
+  private:
+    Act act_;
+};
+
+class OptionController final : public Controller {
+  public:
+    OptionController(Session& session, OptionsHost& options)
+        : session_(session), options_(options) {}
+    void click(Control& control) override {
+        session_.hideHelpFrame();
+        clickOption(control, options_);
+    }
+
+  private:
+    Session& session_;
+    OptionsHost& options_;
+};
+
+// The bar that pans the yearly grid.
+class YearlyBarController final : public Controller {
+  public:
+    YearlyBarController(Session& session, YearlyGrid& yearly)
+        : session_(session), yearly_(yearly) {}
+    void scroll() override {
+        session_.hideHelpFrame(); // its control is elsewhere now
+        yearly_.pan();
+    }
+
+  private:
+    Session& session_;
+    YearlyGrid& yearly_;
+};
+
+// What moves the quarters: the bar, the spinner, and the labels of the rows.
+class QuartersController final : public Controller {
+  public:
+    QuartersController(Session& session, QuarterlyGrid& quarterly)
+        : session_(session), quarterly_(quarterly) {}
+    void scroll() override {
+        session_.hideHelpFrame();
+        quarterly_.scroll();
+    }
+    void spin(int steps) override { quarterly_.moveLastQuarter(steps); }
+    void click(Control& /*control*/) override { session_.hideHelpFrame(); }
+    // The quarter of the row becomes the last one.
+    void doubleClick(Control& control) override { quarterly_.moveLastQuarter(-control.index()); }
+
+  private:
+    Session& session_;
+    QuarterlyGrid& quarterly_;
+};
+
+} // namespace
+
+template <typename Made, typename... Parts>
+void ClickControllers::add(std::string_view name, Parts&&... parts) {
+    made_.push_back(std::make_unique<Made>(std::forward<Parts>(parts)...));
+    controllers_.add(name, *made_.back());
+}
+
+template <typename Act>
+void ClickControllers::onClick(std::string_view name, Act act) {
+    add<ClickController<Act>>(name, std::move(act));
+}
+
+ClickControllers::ClickControllers(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly,
+                                   Options& options, DataLock& lock, MoreHelp& help,
+                                   Controllers& controllers)
+    : controllers_(controllers) {
+    onClick(controls::addYear.name, [&yearly] { yearly.addYear(); });
+    onClick(controls::removeYear.name, [&yearly] { yearly.removeYear(); });
+    onClick(controls::addQuarter.name, [&quarterly] { quarterly.addQuarter(); });
+    onClick(controls::help.name, [&help] { help.aboutPage(); });
+    onClick(controls::moreHelp.name, [&help] { help.aboutObject(); });
+    onClick(controls::lock.name, [&session, &lock, &yearly, &quarterly] {
+        session.hideHelpFrame();
+        lock.apply();
+        yearly.shade();
+        quarterly.shade();
+        session.markChanged();
+    });
+    for (const auto option :
+         {controls::unitOption.name, controls::displayOption.name, controls::equityOption.name,
+          controls::incomeOption.name, controls::colorButton.name})
+        add<OptionController>(option, session, options);
+    add<YearlyBarController>(controls::yearlyBar.name, session, yearly);
+    for (const auto mover :
+         {controls::quarterlyBar.name, controls::quarterSpinner.name, controls::quarterLabel.name})
+        add<QuartersController>(mover, session, quarterly);
+}
+
+} // namespace vkr

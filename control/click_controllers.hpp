@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "control/controller.hpp"
+#include "control/data_lock.hpp"
+#include "control/more_help.hpp"
+#include "control/options.hpp"
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+// What is clicked, beside the buttons that close: buttons, links, options, the lock, the labels,
+// bars and spinner of the grids. A click anywhere else hides the help frame.
+class ClickControllers {
+  public:
+    ClickControllers(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly,
+                     Options& options, DataLock& lock, MoreHelp& help, Controllers& controllers);
+
+  private:
+    // One that does one thing when it is clicked.
+    template <typename Act>
+    void onClick(std::string_view name, Act act);
+    template <typename Made, typename... Parts>
+    void add(std::string_view name, Parts&&... parts);
+
+    Controllers& controllers_;
+    std::vector<std::unique_ptr<Controller>> made_;
+};
+
+// A label or frame: nothing happens at it.
+class SilentController final : public Controller {
+  public:
+    explicit SilentController(Session& session) : session_(session) {}
+    void click(Control& /*control*/) override { session_.hideHelpFrame(); }
+
+  private:
+    Session& session_;
+};
+
+} // namespace vkr

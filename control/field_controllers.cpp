@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#include "control/field_controllers.hpp"
+
+#include "form/controls.hpp"
+#include "input/mdlDataEntry.hpp"
+#include "input/mdlKMTMisc.hpp"
+
+namespace vkr {
+
+namespace {
+
+constexpr KeyFilter anything{.freeText = true, .allowNegative = true};
+constexpr KeyFilter figure{.allowNegative = true};
+
+int noteOf(bool price, bool minus) {
+    return price   ? text_number::notePrice
+           : minus ? text_number::noteFigure
+                   : text_number::notePositive;
+}
+
+} // namespace
+
+// --- any field -----------------------------------------------------------------------------------
+
+void FieldController::enter(Control& control) {
+    if (auto* box = dynamic_cast<TextBox*>(&control))
+        SelectAllText(*box);
+    else if (auto* list = dynamic_cast<ComboBox*>(&control))
+        SelectAllCombo(*list);
+}
+
+bool FieldController::press(TextField& field, char32_t& character) {
+    return filter_ != nullptr &&
+           FilterNumericKey(character, filter_->numeric, filter_->freeText, field,
+                            filter_->allowNegative, filter_->upperCase);
+}
+
+void FieldController::change(TextField& field) {
+    const Session::Work work(session_);
+    if (const auto picked = session_.picked.find(&field);
+        picked != session_.picked.end() && picked->second.text != field.text())
+        session_.picked.erase(picked);
+    if (const auto datum = date(); datum && session_.suggestedDates.contains(*datum))
+        suggestionTyped_ = true;
+    typed();
+}
+
+void FieldController::choose(ComboBox& list) {
+    const Session::Work work(session_);
+    store(list); // a choice is stored at once
+}
+
+void FieldController::leave(Control& control) {
+    auto& field = static_cast<TextField&>(control);
+    const Session::Work work(session_);
+    session_.guarded(field, [&] {
+        store(field);
+        settle(field);
+    });
+}
+
+// What was picked or typed is stored by now, or told as not stored.
+void FieldController::settle(TextField& field) {
+    if (isUntouched(field))
+        session_.picked.erase(&field);
+    const auto datum = date();
+    if (!datum || field.text() != field.tag())
+        return;
+    session_.takePickBack(); // unless the date was taken
+    if (suggestionTyped_ && !field.isUnstored()) {
+        suggestionTyped_ = false;
+        session_.suggestedDates.erase(*datum);
+        session_.tellState(); // typed as it stood there: nothing else tells of it
+    }
+}
+
+// --- company fields and cells --------------------------------------------------------------------
+
+CompanyFieldController::CompanyFieldController(Session& session, CompanyFields& fields,
+                                               const CompanyField& row)
+    : FieldController(session, row.filtered ? &row.filter : nullptr), fields_(fields), row_(row) {}
+
+std::optional<int> CompanyFieldController::takes(const TextField& /*field*/) const {
+    if (row_.filter.freeText)
+        return std::nullopt;
+    return noteOf(row_.kind == FieldKind::price, row_.filter.allowNegative);
+}
+
+std::optional<Datum> CompanyFieldController::date() const {
+    return row_.kind == FieldKind::date ? std::optional(row_.datum) : std::nullopt;
+}
+
+CellController::CellController(Session& session, SeriesGrid& grid)
+    : FieldController(session, nullptr), grid_(grid) {}
+
+void CellController::key(Control& control, KeyCode& key, int shift) {
+    grid_.keyDown(cellOf(control), key, shift);
+}
+
+bool CellController::press(TextField& field, char32_t& character) {
+    return grid_.keyPress(cellOf(field), character);
+}
+
+std::optional<int> CellController::takes(const TextField& field) const {
+    const auto& column = grid_.columns()[static_cast<std::size_t>(cellOf(field).column)];
+    return noteOf(column.price, column.minusTyped);
+}
+
+// --- year and dates ------------------------------------------------------------------------------
+
+LastFiscalYearController::LastFiscalYearController(Session& session, YearlyGrid& yearly)
+    : FieldController(session, &figure), yearly_(yearly) {}
+
+std::optional<int> LastFiscalYearController::takes(const TextField& /*field*/) const {
+    return text_number::noteYear;
+}
+
+PendingDateController::PendingDateController(Session& session, const Handle<TextBox>& handle)
+    : FieldController(session, &anything), handle_(handle) {}
+
+void PendingDateController::enter(Control& control) {
+    FieldController::enter(control);
+    session_.dateFieldPending = true;
+}
+
+void PendingDateController::startOver() {
+    FieldController::startOver();
+    if (session_.form.hasFocus() && session_.form.activeControl() == &field())
+        session_.dateFieldPending = true;
+}
+
+bool PendingDateController::isSkipped() const {
+    return field().text() != field().tag() && !field().locked();
+}
+
+LastFiscalYearDateController::LastFiscalYearDateController(Session& session, YearlyGrid& yearly)
+    : PendingDateController(session, controls::lastFiscalYearDate), yearly_(yearly) {}
+
+LastQuarterDateController::LastQuarterDateController(Session& session, QuarterlyGrid& quarterly)
+    : PendingDateController(session, controls::lastQuarterDate), quarterly_(quarterly) {}
+
+// --- what a commit stores ------------------------------------------------------------------------
+
+CurrencySymbolController::CurrencySymbolController(Session& session, Captions& captions)
+    : FieldController(session, &anything), captions_(captions) {}
+
+void CurrencySymbolController::store(TextField& field) {
+    checkFieldChange(field, session_);
+}
+
+ReportingPeriodController::ReportingPeriodController(Session& session)
+    : FieldController(session, &anything) {}
+
+void ReportingPeriodController::store(TextField& field) {
+    checkFieldChange(field, session_);
+    if (session_.company == nullptr || field.locked())
+        return;
+    // Any other text than an entry would get lost without a word.
+    const bool lost = static_cast<ComboBox&>(field).listIndex() < 0 && !field.text().empty();
+    field.setMark(lost ? session_.unstored(text_number::reasonRefused) : FieldMark());
+}
+
+// --- all of them ---------------------------------------------------------------------------------
+
+FieldControllers::FieldControllers(Session& session, CompanyFields& fields, YearlyGrid& yearly,
+                                   QuarterlyGrid& quarterly, Captions& captions,
+                                   Controllers& controllers)
+    : session_(session), yearlyCells_(session, yearly), quarterlyCells_(session, quarterly),
+      lastFiscalYear_(session, yearly), lastFiscalYearDate_(session, yearly),
+      lastQuarterDate_(session, quarterly), currencySymbol_(session, captions),
+      reportingPeriod_(session), dates_{&lastFiscalYear_, &lastFiscalYearDate_, &lastQuarterDate_} {
+    for (const auto& row : companyFieldTable()) {
+        auto& added = companyFields_.emplace_back(session, fields, row);
+        controllers.add(row.control, added);
+        if (added.date())
+            dates_.push_back(&added);
+    }
+    for (const auto& column : yearly.columns())
+        controllers.add(column.cells, yearlyCells_);
+    for (const auto& column : quarterly.columns())
+        controllers.add(column.cells, quarterlyCells_);
+    controllers.add(controls::lastFiscalYear.name, lastFiscalYear_);
+    controllers.add(controls::lastFiscalYearDate.name, lastFiscalYearDate_);
+    controllers.add(controls::lastQuarterDate.name, lastQuarterDate_);
+    controllers.add(controls::currencySymbol.name, currencySymbol_);
+    controllers.add(controls::reportingPeriod.name, reportingPeriod_);
+}
+
+void FieldControllers::startOver() {
+    session_.dateFieldPending = false;
+    session_.cancelPressed = false;
+    session_.picked.clear();
+    session_.suggestedDates.clear();
+    for (FieldController* date : dates_)
+        date->startOver();
+}
+
+bool FieldControllers::hasSkippedDate() const {
+    return lastFiscalYearDate_.isSkipped() || lastQuarterDate_.isSkipped();
+}
+
+void FieldControllers::leavePendingDates() {
+    const Session::Work work(session_);
+    lastFiscalYearDate_.leave(lastFiscalYearDate_.field());
+    lastQuarterDate_.leave(lastQuarterDate_.field());
+}
+
+} // namespace vkr
