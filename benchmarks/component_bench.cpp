@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The component without a display: what an edit of a whole record costs against loading it.
 #include "benchmarks/companies.hpp"
+#include "benchmarks/counted.hpp"
 #include "control/vkr_data_entry.hpp"
+#include "input/number_pattern.hpp"
 #include "localizer/localizer.hpp"
+#include "platform/number_text.hpp"
 #include "platform/virtual_desktop.hpp"
 
 #include <benchmark/benchmark.h>
@@ -32,7 +35,22 @@ void load(benchmark::State& state) {
         second = !second;
     }
 }
-BENCHMARK(load)->Name("component/load")->Unit(benchmark::kMicrosecond);
+BENCHMARK(load)->Name("component/load")->Unit(benchmark::kMicrosecond)->Apply(counted);
+
+// The figures that a load writes into the fields, formatted and nothing else.
+void figures(benchmark::State& state) {
+    Scene scene;
+    std::vector<double> values;
+    for (const auto& control : scene.entry->form().controls())
+        if (const auto* box = dynamic_cast<const TextBox*>(control.get()))
+            if (const auto value = readLeadingNumber(box->text()).value_or(0); value != 0)
+                values.push_back(value);
+    for (auto _ : state)
+        for (const double value : values)
+            benchmark::DoNotOptimize(formatNumber(value, fallbackNumberPattern));
+    state.counters["figures"] = static_cast<double>(values.size());
+}
+BENCHMARK(figures)->Name("component/figures")->Unit(benchmark::kMicrosecond)->Apply(counted);
 
 void commit(benchmark::State& state) {
     Scene scene;

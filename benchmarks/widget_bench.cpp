@@ -1,116 +1,73 @@
 // SPDX-License-Identifier: MIT
 // The widget against bare toolkit fields that show the same texts.
+#include "benchmarks/bare_form.hpp"
 #include "benchmarks/companies.hpp"
 #include "benchmarks/counted.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 
 #include <benchmark/benchmark.h>
-#include <map>
-#include <memory>
-#include <utility>
-#include <vector>
 
 namespace {
 
 using namespace vkr;
 
-// A bare form: a field or label for every one of the component's, with the texts of both companies.
-class BareForm : public QWidget {
-  public:
-    BareForm() {
-        VKRDataEntryWidget model;
-        const CompanyPair companies;
-        model.setCompany(companies.first);
-        const auto before = texts(model);
-        model.setCompany(companies.second);
-        const auto after = texts(model);
-        const auto& form = model.component().form();
-        resize(static_cast<int>(form.width() / 15), static_cast<int>(form.height() / 15));
-        for (const auto& control : form.controls()) {
-            const auto key = control.get();
-            if (dynamic_cast<TextField*>(key) != nullptr) {
-                auto* edit = new QLineEdit(this);
-                place(*edit, *key);
-                edits_.push_back({edit, before.at(key), after.at(key)});
-            } else if (dynamic_cast<Label*>(key) != nullptr && before.at(key) != after.at(key)) {
-                auto* label = new QLabel(this);
-                place(*label, *key);
-                labels_.push_back({label, before.at(key), after.at(key)});
-            }
-        }
-    }
+constexpr bool onShow = false;
+constexpr bool visited = true; // each page was on show, and is after each load
 
-    void show(bool second) {
-        for (const auto& edit : edits_)
-            edit.widget->setText(second ? edit.second : edit.first);
-        for (const auto& label : labels_)
-            label.widget->setText(second ? label.second : label.first);
-    }
-    [[nodiscard]] QLineEdit& anyField() { return *edits_.front().widget; }
-
-    using QWidget::show;
-
-  private:
-    // Where the component has it, so that the same ones are on screen and painted.
-    static void place(QWidget& widget, const Control& control) {
-        widget.setGeometry(
-            static_cast<int>(control.formLeft() / 15), static_cast<int>(control.formTop() / 15),
-            static_cast<int>(control.width() / 15), static_cast<int>(control.height() / 15));
-    }
-
-    static std::map<const Control*, QString> texts(VKRDataEntryWidget& model) {
-        std::map<const Control*, QString> result;
-        for (const auto& control : model.component().form().controls()) {
-            if (const auto* field = dynamic_cast<TextField*>(control.get()))
-                result[control.get()] = QString::fromStdString(field->text());
-            else
-                result[control.get()] = QString::fromStdString(control->caption());
-        }
-        return result;
-    }
-
-    template <typename Widget>
-    struct Shown {
-        Widget* widget;
-        QString first;
-        QString second;
-    };
-    std::vector<Shown<QLineEdit>> edits_;
-    std::vector<Shown<QLabel>> labels_;
-};
-
+template <bool Pages>
 void loadWidget(benchmark::State& state) {
     VKRDataEntryWidget widget;
     widget.show();
     const CompanyPair companies;
-    bool second = false;
-    for (auto _ : state) {
+    const auto load = [&](bool second) {
         widget.setCompany(second ? companies.second : companies.first);
         QApplication::processEvents();
+        for (int page = BareForm::pages; Pages && page > 0; --page) {
+            widget.setCurrentTab(page);
+            QApplication::processEvents();
+        }
+    };
+    bool second = false;
+    load(!second);
+    for (auto _ : state) {
+        load(second);
         second = !second;
     }
 }
-BENCHMARK(loadWidget)->Name("load/widget")->Unit(benchmark::kMicrosecond)->Apply(counted);
+BENCHMARK(loadWidget<onShow>)->Name("load/widget")->Unit(benchmark::kMicrosecond)->Apply(counted);
+BENCHMARK(loadWidget<visited>)
+    ->Name("load_visited/widget")
+    ->Unit(benchmark::kMicrosecond)
+    ->Apply(counted);
 
+template <bool Pages>
 void loadBare(benchmark::State& state) {
     BareForm form;
-    form.show();
-    bool second = false;
-    for (auto _ : state) {
-        form.show(second);
+    const auto load = [&](bool second) {
+        form.load(second);
         QApplication::processEvents();
+        for (int page = BareForm::pages; Pages && page > 0; --page) {
+            form.turnTo(page);
+            QApplication::processEvents();
+        }
+    };
+    bool second = false;
+    load(!second);
+    for (auto _ : state) {
+        load(second);
         second = !second;
     }
 }
-BENCHMARK(loadBare)->Name("load/bare")->Unit(benchmark::kMicrosecond)->Apply(counted);
+BENCHMARK(loadBare<onShow>)->Name("load/bare")->Unit(benchmark::kMicrosecond)->Apply(counted);
+BENCHMARK(loadBare<visited>)
+    ->Name("load_visited/bare")
+    ->Unit(benchmark::kMicrosecond)
+    ->Apply(counted);
 
 void strike(QWidget& field, int key, const QString& text) {
     QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
@@ -142,8 +99,7 @@ BENCHMARK(keyWidget)->Name("key/widget")->Apply(counted);
 
 void keyBare(benchmark::State& state) {
     BareForm form;
-    form.show();
-    form.activateWindow();
+    form.window().activateWindow();
     form.anyField().setFocus();
     QApplication::processEvents();
     strikes(state, form.anyField());

@@ -43,6 +43,9 @@ class ControlView : public QObject {
     // After a change of the model.
     virtual void show(Property property);
     virtual void showAll();
+    // After a change that nobody sees: the widget gets it with showDue().
+    void showLater(Property property);
+    void showDue();
     void place();
 
     // An event of the native widget, or of a part of it.
@@ -89,7 +92,8 @@ class ControlView : public QObject {
     FormView& view_;
     Control* control_;
     QWidget* widget_ = nullptr;
-    int passing_ = 0; // the widget itself is at work
+    unsigned due_ = 0; // properties that the widget does not show yet
+    int passing_ = 0;  // the widget itself is at work
 };
 
 // A native widget whose events go to its view first. The view outlives it.

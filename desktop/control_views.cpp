@@ -224,7 +224,7 @@ void LabelView::show(Property property) {
         else
             shown.unsetCursor();
         // Screen readers find the field's key by it.
-        shown.setBuddy(label.buddy() == nullptr ? nullptr : view().widgetOf(*label.buddy()));
+        shown.setBuddy(label.buddy() == nullptr ? nullptr : view().madeWidgetOf(*label.buddy()));
     }
 }
 

@@ -395,8 +395,6 @@ void LineFieldView::focusLost() {
 void LineFieldView::setLocked(bool locked) {
     edit_->setReadOnly(locked);
     edit_->setAcceptDrops(!locked);
-    if (locked && edit_->isUndoAvailable())
-        edit_->setText(edit_->text()); // there is nothing to undo in a locked field
 }
 
 LineView::LineView(FormView& view, TextBox& box, QWidget& parent) : LineFieldView(view, box) {

@@ -20,17 +20,21 @@
 
 namespace vkr {
 
+namespace {
+
+// The frame it is in can be seen; whether it can itself, its view says.
+bool isOnShow(const Control& control) {
+    return control.container() == nullptr || control.container()->isShown();
+}
+
+} // namespace
+
 FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) {
     setFocusPolicy(Qt::TabFocus);
     setAutoFillBackground(true);
     scale_ = PixelScale(logicalDpiX());
     showScale();
-    for (const auto& control : form.controls())
-        if (control->kind() != ControlKind::menuItem)
-            addView(*control);
-    for (const auto& control : form.controls()) // labels stand in front of the fields they name
-        if (control->kind() == ControlKind::label)
-            viewOf(control.get())->show(Property::look);
+    makeViews(isOnShow);
     FormView::formChanged();
     form.setObserver(this);
     form.tabbedOut = [this](FocusDirection direction) { return tabOut(direction); };
@@ -62,7 +66,27 @@ ControlView* FormView::activeView() const {
     return form_->hasFocus() ? viewOf(form_->activeControl()) : nullptr;
 }
 
-QWidget* FormView::widgetOf(const Control& control) const {
+ControlView* FormView::ensureView(const Control& control) {
+    if (viewOf(&control) == nullptr) {
+        const auto isBeside = [&](const Control& other) {
+            return other.container() == control.container();
+        };
+        if (control.container() != nullptr)
+            ensureView(*control.container());
+        makeViews(isBeside);
+    }
+    return viewOf(&control);
+}
+
+QWidget* FormView::widgetOf(const Control& control) {
+    auto* view = ensureView(control);
+    if (view == nullptr)
+        return nullptr;
+    view->showDue();
+    return &view->widget();
+}
+
+QWidget* FormView::madeWidgetOf(const Control& control) const {
     const auto* view = viewOf(&control);
     return view == nullptr ? nullptr : &view->widget();
 }
@@ -71,30 +95,56 @@ FieldView* FormView::fieldView(const TextField& field) const {
     return dynamic_cast<FieldView*>(viewOf(&field));
 }
 
-ControlView& FormView::addView(Control& control) {
-    QWidget* parent = control.container() == nullptr ? this : widgetOf(*control.container());
+// Views of the wanted controls, as their models are now.
+template <typename Wanted>
+void FormView::makeViews(Wanted&& wanted) {
+    for (const auto& control : form_->controls()) {
+        if (control->kind() == ControlKind::menuItem || !wanted(*control))
+            continue;
+        if (auto* view = viewOf(control.get()))
+            view->showDue();
+        else
+            addView(*control);
+    }
+    nameFields();
+}
+
+void FormView::addView(Control& control) {
+    QWidget* parent = control.container() == nullptr ? this : madeWidgetOf(*control.container());
     auto* view = makeView(*this, control, *parent);
     views_.emplace(&control, view);
     view->showAll();
-    return *view;
+    if (control.isFocusable()) // else the host's own controls would stand among those of the form
+        setTabOrder(this, &view->widget());
 }
 
 void FormView::controlAdded(Control& control) {
-    if (control.kind() == ControlKind::menuItem)
+    const auto* around = control.container();
+    const bool hasPlace = around == nullptr || viewOf(around) != nullptr;
+    if (control.kind() == ControlKind::menuItem || !isOnShow(control) || !hasPlace)
         return;
     addView(control);
-    tellLabelsOf(control);
+    nameFields();
 }
 
-void FormView::tellLabelsOf(const Control& named) {
-    for (const auto& label : form_->controls())
-        if (label->kind() == ControlKind::label && static_cast<Label&>(*label).buddy() == &named)
-            controlChanged(*label, Property::look);
+// Labels stand in front of the fields they name.
+void FormView::nameFields() {
+    for (const auto& control : form_->controls()) {
+        if (control->kind() != ControlKind::label)
+            continue;
+        auto* view = viewOf(control.get());
+        const auto* named = static_cast<Label&>(*control).buddy();
+        if (view != nullptr && named != nullptr &&
+            static_cast<QLabel&>(view->widget()).buddy() != madeWidgetOf(*named))
+            view->show(Property::look);
+    }
 }
 
 void FormView::controlRemoved(Control& control) {
     if (auto* view = viewOf(&control)) {
         views_.erase(&control);
+        if (control.kind() == ControlKind::frame)
+            onShow_.erase(static_cast<const Frame*>(&control));
         if (pressed_ == view)
             pressed_.clear();
         view->retire();
@@ -110,7 +160,11 @@ void FormView::replaceView(Control& control) {
 }
 
 void FormView::controlChanged(Control& control, Property property) {
-    auto* view = viewOf(&control);
+    if (control.kind() == ControlKind::frame &&
+        (property == Property::place || property == Property::visible))
+        frameChanged(static_cast<Frame&>(control));
+    // A view that is made later would not know of the order.
+    auto* view = property == Property::order ? ensureView(control) : viewOf(&control);
     if (view == nullptr)
         return;
     if (property == Property::look && control.kind() == ControlKind::textBox &&
@@ -118,7 +172,24 @@ void FormView::controlChanged(Control& control, Property property) {
         replaceView(control);
         return;
     }
-    view->show(property);
+    tell(*view, property);
+}
+
+void FormView::tell(ControlView& view, Property property) {
+    if (isOnShow(*view.control()) || property == Property::order)
+        view.show(property);
+    else
+        view.showLater(property);
+}
+
+// What it holds is drawn before it is seen itself.
+void FormView::frameChanged(const Frame& frame) {
+    if (!frame.isShown()) {
+        onShow_.erase(&frame);
+    } else if (!onShow_.contains(&frame)) {
+        makeViews(isOnShow);
+        onShow_.insert(&frame);
+    }
 }
 
 void FormView::showChoices() {
@@ -221,7 +292,7 @@ void FormView::paintEvent(QPaintEvent* /*event*/) {
 void FormView::followTheme() {
     fieldPalettes_.clear();
     for (const auto& [control, view] : views_)
-        view->show(Property::colors);
+        tell(*view, Property::colors);
 }
 
 void FormView::paintMark(QWidget& widget, MarkKind kind) {
@@ -238,7 +309,7 @@ void FormView::paintMark(QWidget& widget, MarkKind kind) {
 // --- notes ---------------------------------------------------------------------------------------
 
 void FormView::showNote(const Control& control, const QString& text) {
-    const auto* field = widgetOf(control);
+    const auto* field = madeWidgetOf(control);
     if (field == nullptr || !field->isVisible())
         return;
     if (note_ == nullptr) {
@@ -656,7 +727,7 @@ bool FormView::event(QEvent* event) {
     case QEvent::Show:
         if (!std::exchange(shown_, true))
             for (const auto& [control, view] : views_)
-                view->show(Property::toolTip);
+                tell(*view, Property::toolTip);
         return QWidget::event(event);
     case QEvent::ScreenChangeInternal:
         if (!ownScale_ && scale_.dotsPerInch() != logicalDpiX()) {

@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -26,6 +27,9 @@ class FieldView;
 // Draws a form and forwards what the user does to it. The form decides everything: which key is
 // used, who has the focus, what is selected. Native focus follows the form's.
 //
+// What a frame holds gets its native widgets when the frame is first on show. What changes in a
+// model while its frame is not on show is drawn when the frame comes on show again.
+//
 // The form must outlive its view.
 class FormView : public QWidget, private FormObserver {
   public:
@@ -33,8 +37,11 @@ class FormView : public QWidget, private FormObserver {
     ~FormView() override;
 
     [[nodiscard]] Form& form() const { return *form_; }
-    // The native widget of a control; null for menu entries.
-    [[nodiscard]] QWidget* widgetOf(const Control& control) const;
+    // The native widget of a control as its model is now, made where the control has not been on
+    // show yet; null for menu entries.
+    [[nodiscard]] QWidget* widgetOf(const Control& control);
+    // Null where the control has not been on show yet.
+    [[nodiscard]] QWidget* madeWidgetOf(const Control& control) const;
     [[nodiscard]] FieldView* fieldView(const TextField& field) const;
 
     [[nodiscard]] PixelScale scale() const { return scale_; }
@@ -100,9 +107,14 @@ class FormView : public QWidget, private FormObserver {
 
     [[nodiscard]] ControlView* viewOf(const Control* control) const;
     [[nodiscard]] ControlView* activeView() const;
-    ControlView& addView(Control& control);
+    ControlView* ensureView(const Control& control);
+    void tell(ControlView& view, Property property);
+    template <typename Wanted>
+    void makeViews(Wanted&& wanted);
+    void addView(Control& control);
     void replaceView(Control& control);
-    void tellLabelsOf(const Control& named); // its view is another one
+    void nameFields();
+    void frameChanged(const Frame& frame);
     void showScale();
     void followTheme();
     void catchUp();
@@ -122,6 +134,7 @@ class FormView : public QWidget, private FormObserver {
     std::array<double, 128> characterWidths_{};
     std::map<std::pair<QRgb, QRgb>, QPalette> fieldPalettes_;
     std::unordered_map<const Control*, ControlView*> views_;
+    std::set<const Frame*> onShow_; // frames whose views are up to date
     QPointer<ControlView> pressed_;
     MouseButton pressedButton_ = MouseButton::left;
     QPointer<QLabel> note_; // made with the first one
