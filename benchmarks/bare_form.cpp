@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -39,6 +40,7 @@ struct BarePart {
     std::array<QString, 2> texts;                 // of the two companies
     std::array<Look, BareForm::pages> looks = {}; // while each page is on show
     std::vector<QString> entries;                 // of a list, or the tabs
+    FrameBorder border = FrameBorder::none;
     bool moves = false;
 };
 
@@ -74,6 +76,8 @@ std::vector<BarePart> partsOf(VKRDataEntryWidget& model) {
         part.container = control->container() == nullptr ? 0 : numbers.at(control->container()) + 1;
         const auto* box = dynamic_cast<const TextBox*>(control.get());
         part.multiLine = box != nullptr && box->multiLine();
+        if (const auto* frame = dynamic_cast<const Frame*>(control.get()))
+            part.border = frame->border();
         part.texts[0] = textOf(*control);
         part.entries = entriesOf(*control);
         numbers.emplace(control.get(), found.size());
@@ -130,6 +134,10 @@ QWidget* make(const BarePart& part, QWidget* parent) {
             bar->addTab(entry);
         return bar;
     }
+    case ControlKind::frame:
+        if (part.border == FrameBorder::group)
+            return new QGroupBox(text, parent);
+        [[fallthrough]];
     default:
         return new QFrame(parent);
     }
@@ -177,6 +185,8 @@ void BareForm::turnTo(int page) {
     for (std::size_t i = 0; i < made_.size(); ++i) {
         const BarePart& part = parts()[i];
         const auto& look = part.looks[static_cast<std::size_t>(page - 1)];
+        if (part.kind == ControlKind::tabStrip)
+            static_cast<QTabBar*>(made_[i])->setCurrentIndex(page - 1);
         if (!part.moves)
             continue;
         made_[i]->setGeometry(look.place);

@@ -20,18 +20,16 @@ int main(int argc, char** argv) {
         if (!text.startsWith(QLatin1String("This plugin does not support")))
             std::fprintf(stderr, "%s\n", qPrintable(text));
     });
-    benchmark::Initialize(&argc, argv);
     constexpr std::string_view option = "--ratios=";
     if (argc == 2 && std::string_view(argv[1]).starts_with(option)) {
-        constexpr int rounds = 21;
         try {
-            return measureRatios(readRatios(argv[1] + option.size()), rounds) ? EXIT_SUCCESS
-                                                                              : EXIT_FAILURE;
+            return measureRatios(readRatios(argv[1] + option.size())) ? EXIT_SUCCESS : EXIT_FAILURE;
         } catch (const std::exception& error) {
             std::fprintf(stderr, "%s\n", error.what());
             return EXIT_FAILURE;
         }
     }
+    benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return EXIT_FAILURE;
     benchmark::RunSpecifiedBenchmarks();

@@ -44,6 +44,45 @@ double quantile(std::vector<double> values, double share) {
     return std::lerp(values[below], values[above], place - static_cast<double>(below));
 }
 
+// What was measured of one ratio.
+class Measured {
+  public:
+    static constexpr int fewest = 7; // rounds
+    static constexpr int most = 21;
+
+    void measure(const Ratio& ratio, bool subjectFirst) {
+        const auto first = measured(subjectFirst ? ratio.subject : ratio.reference);
+        const auto second = measured(subjectFirst ? ratio.reference : ratio.subject);
+        if (first && second)
+            pairs_.push_back(subjectFirst ? *first / *second : *second / *first);
+    }
+
+    [[nodiscard]] bool isSettled(double target) const {
+        return pairs_.size() >= fewest && (low() > target || high() <= target);
+    }
+
+    [[nodiscard]] bool print(const Ratio& ratio) const {
+        if (pairs_.empty()) {
+            std::printf("%-52s not measured\n", ratio.name.c_str());
+            return false;
+        }
+        // Only what three pairs of four say is said of the work and not of the machine.
+        const double median = quantile(pairs_, 0.5);
+        const char* verdict = low() > ratio.target    ? "MISSED"
+                              : median > ratio.target ? "met within the spread"
+                                                      : "met";
+        std::printf("%-52s %8.3f %8.3f-%8.3f %8.3f %6zu  %s\n", ratio.name.c_str(), median, low(),
+                    high(), ratio.target, pairs_.size(), verdict);
+        return low() <= ratio.target;
+    }
+
+  private:
+    [[nodiscard]] double low() const { return quantile(pairs_, 0.25); }
+    [[nodiscard]] double high() const { return quantile(pairs_, 0.75); }
+
+    std::vector<double> pairs_;
+};
+
 std::string trimmed(const std::string& text) {
     const auto first = text.find_first_not_of(" \t");
     return first == std::string::npos
@@ -73,37 +112,30 @@ std::vector<Ratio> readRatios(const std::string& file) {
     return ratios;
 }
 
-bool measureRatios(const std::vector<Ratio>& ratios, int rounds) {
-    std::vector<std::vector<double>> pairs(ratios.size());
-    for (int round = 0; round < rounds; ++round) {
+bool measureRatios(const std::vector<Ratio>& ratios) {
+    // Many short runs: what disturbs one of them disturbs few pairs.
+    std::string arguments[] = {"vkr_benchmarks", "--benchmark_min_time=0.1"};
+    char* argv[] = {arguments[0].data(), arguments[1].data(), nullptr};
+    int argc = 2;
+    benchmark::Initialize(&argc, argv);
+
+    std::vector<Measured> measurements(ratios.size());
+    for (int round = 0; round < Measured::most; ++round) {
+        std::size_t open = 0;
         for (std::size_t i = 0; i < ratios.size(); ++i) {
-            const bool subjectFirst = round % 2 == 0;
-            const auto first = measured(subjectFirst ? ratios[i].subject : ratios[i].reference);
-            const auto second = measured(subjectFirst ? ratios[i].reference : ratios[i].subject);
-            if (first && second)
-                pairs[i].push_back(subjectFirst ? *first / *second : *second / *first);
+            if (measurements[i].isSettled(ratios[i].target))
+                continue;
+            measurements[i].measure(ratios[i], round % 2 == 0);
+            open += measurements[i].isSettled(ratios[i].target) ? 0 : 1;
         }
-        std::fprintf(stderr, "round %d of %d\n", round + 1, rounds);
+        std::fprintf(stderr, "round %d: %zu of %zu are open\n", round + 1, open, ratios.size());
+        if (open == 0)
+            break;
     }
 
-    std::printf("%-52s %8s %17s %8s\n", "ratio", "median", "middle half", "target");
+    std::printf("%-52s %8s %17s %8s %6s\n", "ratio", "median", "middle half", "target", "pairs");
     bool met = true;
-    for (std::size_t i = 0; i < ratios.size(); ++i) {
-        const Ratio& ratio = ratios[i];
-        if (pairs[i].empty()) {
-            std::printf("%-52s not measured\n", ratio.name.c_str());
-            met = false;
-            continue;
-        }
-        const double low = quantile(pairs[i], 0.25);
-        const double median = quantile(pairs[i], 0.5);
-        // Only what three pairs of four say is said of the work and not of the machine.
-        const char* verdict = median <= ratio.target ? "met"
-                              : low <= ratio.target  ? "met within the spread"
-                                                     : "MISSED";
-        met = met && low <= ratio.target;
-        std::printf("%-52s %8.3f %8.3f-%8.3f %8.3f  %s\n", ratio.name.c_str(), median, low,
-                    quantile(pairs[i], 0.75), ratio.target, verdict);
-    }
+    for (std::size_t i = 0; i < ratios.size(); ++i)
+        met = measurements[i].print(ratios[i]) && met;
     return met;
 }

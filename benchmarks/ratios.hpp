@@ -15,7 +15,8 @@ struct Ratio {
 // Of `name | subject | reference | target` a line; throws where a line is none.
 std::vector<Ratio> readRatios(const std::string& file);
 
-// Measures every ratio `rounds` times, subject and reference right after one another and each in
-// turn the first, so that what the machine does meanwhile falls on both. Prints the table; false
-// where a ratio is above its target, or was not measured.
-bool measureRatios(const std::vector<Ratio>& ratios, int rounds);
+// Measures every ratio again and again, subject and reference right after one another and each in
+// turn the first, so that what the machine does meanwhile falls on both: until the middle half of
+// what was measured is on one side of the target, or often enough. Prints the table; false where a
+// ratio is above its target, or was not measured.
+bool measureRatios(const std::vector<Ratio>& ratios);

@@ -41,15 +41,18 @@ void Pages::showField(std::string_view id) {
 void Pages::tabSelected() {
     session_.hideHelpFrame();
     Form& form = session_.form;
-    for (int page = 0; page < strip().count(); ++page) {
-        auto& panel = form.get<Frame>("fraDE", frame::firstPage + page);
-        const bool selected = page == strip().selected() - 1;
-        panel.move(selected ? sizes::pageLeft : Control::parkedLeft, panel.top());
-        panel.setEnabled(selected);
+    {
+        const Form::Update update(form);
+        for (int page = 0; page < strip().count(); ++page) {
+            auto& panel = form.get<Frame>("fraDE", frame::firstPage + page);
+            const bool selected = page == strip().selected() - 1;
+            panel.move(selected ? sizes::pageLeft : Control::parkedLeft, panel.top());
+            panel.setEnabled(selected);
+        }
+        const bool onYearly = shown() == toYearly;
+        form.get<Control>("cmdAddYear").setVisible(onYearly);
+        form.get<Control>("cmdRemoveYear").setVisible(onYearly);
     }
-    const bool onYearly = shown() == toYearly;
-    form.get<Control>("cmdAddYear").setVisible(onYearly);
-    form.get<Control>("cmdRemoveYear").setVisible(onYearly);
     attempt([&] { focusFirstField(); });
     form.settleFocus(); // where the first field can't take it
     if (reported_ != shown()) {

@@ -27,6 +27,10 @@ bool isOnShow(const Control& control) {
     return control.container() == nullptr || control.container()->isShown();
 }
 
+bool setsOnShow(Property property) {
+    return property == Property::place || property == Property::visible;
+}
+
 } // namespace
 
 FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) {
@@ -160,8 +164,7 @@ void FormView::replaceView(Control& control) {
 }
 
 void FormView::controlChanged(Control& control, Property property) {
-    if (control.kind() == ControlKind::frame &&
-        (property == Property::place || property == Property::visible))
+    if (control.kind() == ControlKind::frame && setsOnShow(property))
         frameChanged(static_cast<Frame&>(control));
     // A view that is made later would not know of the order.
     auto* view = property == Property::order ? ensureView(control) : viewOf(&control);
@@ -175,11 +178,17 @@ void FormView::controlChanged(Control& control, Property property) {
     tell(*view, property);
 }
 
+// What can't be seen is drawn when it can.
 void FormView::tell(ControlView& view, Property property) {
-    if (isOnShow(*view.control()) || property == Property::order)
-        view.show(property);
-    else
+    const Control& control = *view.control();
+    const bool canBeSeen = setsOnShow(property) ? isOnShow(control) : control.isShown();
+    if (!canBeSeen && property != Property::order) {
         view.showLater(property);
+        return;
+    }
+    if (setsOnShow(property) && control.isShown())
+        view.showDue();
+    view.show(property);
 }
 
 // What it holds is drawn before it is seen itself.

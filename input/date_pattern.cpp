@@ -91,8 +91,9 @@ Piece nextPiece(std::string_view pattern) {
     }
     if (pattern.front() == '\\' && pattern.size() > 1)
         return {Token::Literal, pattern.substr(1, 1), 2};
+    const char first = asciiLower(pattern.front());
     for (const Spelling& spelling : spellings) {
-        if (!startsWithAscii(pattern, spelling.text))
+        if (first != spelling.text.front() || !startsWithAscii(pattern, spelling.text))
             continue;
         Token token = spelling.token;
         if (pattern.front() == 'a' && token == Token::HalfUpper && spelling.text == "am/pm" &&
@@ -163,9 +164,10 @@ class DateText {
     void append(std::string_view pattern) {
         // Any half-day mark, wherever it stands, turns the hours to twelve.
         bool twelve = false;
-        forEachPiece(pattern, [&](const Piece& piece) {
-            twelve |= piece.token >= Token::HalfUpper && piece.token <= Token::LetterLower;
-        });
+        if (pattern.find_first_of("aA") != std::string_view::npos)
+            forEachPiece(pattern, [&](const Piece& piece) {
+                twelve |= piece.token >= Token::HalfUpper && piece.token <= Token::LetterLower;
+            });
         forEachPiece(pattern, [&](const Piece& piece) { append(piece, twelve); });
     }
 
