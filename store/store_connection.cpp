@@ -1,58 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "store/store_connection.hpp"
 
+#include "store/company_file.hpp"
+#include "store/fault_text.hpp"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QStringDecoder>
 #include <QUrl>
 #include <QUrlQuery>
 #include <QUuid>
 
+#include <cassert>
+
 namespace vkr {
 
 namespace {
-
-struct FaultText {
-    StoreFault fault;
-    const char* ofFile;
-    const char* ofServer;
-};
-
-constexpr FaultText faultTexts[] = {
-    {StoreFault::missing, " does not exist. Choose another file, or make a new one.",
-     " does not exist on the server. Check the name, or have it made there."},
-    {StoreFault::empty, " is empty.", " holds no companies yet; its tables are still to be made."},
-    {StoreFault::locked,
-     " is being written by another window or program. Nothing was changed; try again in a moment.",
-     " is being changed by somebody else. Nothing was changed; try again in a moment."},
-    {StoreFault::readOnly,
-     " cannot be written: the file or its folder is read-only. Change that, or work on a copy in "
-     "another folder.",
-     " cannot be written: the server does not allow it to this user, or to nobody at present."},
-    {StoreFault::full,
-     " could not be written: the disk is full. It holds what it held before. Free some space and "
-     "save again.",
-     " could not be written: the disk of the server is full. It holds what it held before."},
-    {StoreFault::notADatabase, " is not a company file. It was left as it is; choose another one.",
-     " holds the tables of another program. It was left as it is; choose another one."},
-    {StoreFault::newerSchema,
-     " was written by a newer version of this program. It was left as it is; open it with that "
-     "version.",
-     " was brought up to date by a newer version of this program. It was left as it is; open it "
-     "with that version."},
-    {StoreFault::corrupt, " is damaged. Go on with a copy of it from before.",
-     " is damaged on the server. Go on with a copy of it from before."},
-    {StoreFault::conflict, " was changed by somebody else.", " was changed by somebody else."},
-    {StoreFault::unreachable, " cannot be reached.",
-     " cannot be reached. Nothing was changed; check the network and the server, and try again."},
-    {StoreFault::denied, " may not be opened.",
-     " did not let this user in. Check the user and the password."},
-    {StoreFault::uncertain, " went away.",
-     " went away while it was saving, and it is not known whether the save was done. Save again "
-     "when the server is back; what was stored is not stored a second time."},
-    {StoreFault::other, " could not be read or written.", " could not be read or written."},
-};
 
 // A check goes on where a page could not be read, and says so among what it finds.
 bool isFailedRead(const QString& found) {
@@ -61,16 +24,33 @@ bool isFailedRead(const QString& found) {
     return match.hasMatch() && isPassingSqliteError(match.captured(1).toInt());
 }
 
+void nameFile(QSqlDatabase& database, const QString& path, StoreConnection::Access access,
+              std::chrono::milliseconds patience) {
+    using Access = StoreConnection::Access;
+    // With nobody else at the file it can be inspected without leaving a trace beside it.
+    const QString mode = access == Access::create     ? "mode=rwc"
+                         : access == Access::existing ? "mode=rw"
+                         : QFile::exists(logOf(path)) ? "mode=ro"
+                                                      : "mode=ro&immutable=1";
+    const QUrl file = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
+    database.setDatabaseName(file.toString(QUrl::FullyEncoded) + "?" + mode);
+    database.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=" +
+                               QString::number(patience.count()));
+}
+
+void nameServer(QSqlDatabase& database, const QUrl& url) {
+    database.setDatabaseName(url.path(QUrl::FullyDecoded).mid(1));
+    database.setHostName(url.host(QUrl::FullyDecoded));
+    database.setPort(url.port());
+    database.setUserName(url.userName(QUrl::FullyDecoded));
+    database.setPassword(url.password(QUrl::FullyDecoded));
+    QStringList options = {"connect_timeout=5"};
+    for (const auto& [option, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
+        options += option + "='" + QString(value).replace('\'', "\\'") + "'";
+    database.setConnectOptions(options.join(';'));
+}
+
 } // namespace
-
-QString toQString(const std::string& text) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
-    return decoder(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
-}
-
-QVariant textValue(const std::string& text) {
-    return toQString(text);
-}
 
 StoreConnection::Handle::Handle(const char* driver)
     : name("vkr-" + QUuid::createUuid().toString(QUuid::WithoutBraces)),
@@ -87,34 +67,13 @@ StoreConnection::StoreConnection(const StoreLocation& location, Access access,
     : location_(location), patience_(patience), isInspecting_(access == Access::inspect) {
     const StoreDialect& dialect = *location.dialect;
     if (!QSqlDatabase::isDriverAvailable(dialect.driver))
-        throw StoreFailure(describeFault(StoreFault::other, location,
-                                         std::string("Qt has no driver for it here; package ") +
-                                             dialect.driverPackage));
+        fail(StoreFault::other, location,
+             std::string("Qt has no driver for it here; package ") + dialect.driverPackage);
     handle_.emplace(dialect.driver);
-    QSqlDatabase& database = handle_->database;
-    if (dialect.isFile) {
-        const QString& path = location.path;
-        // With nobody else at the file it can be inspected without leaving a trace beside it.
-        const QString mode = access == Access::create       ? "mode=rwc"
-                             : access == Access::existing   ? "mode=rw"
-                             : QFile::exists(path + "-wal") ? "mode=ro"
-                                                            : "mode=ro&immutable=1";
-        const QUrl file = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
-        database.setDatabaseName(file.toString(QUrl::FullyEncoded) + "?" + mode);
-        database.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=" +
-                                   QString::number(patience.count()));
-    } else {
-        const QUrl& url = location.url;
-        database.setDatabaseName(url.path(QUrl::FullyDecoded).mid(1));
-        database.setHostName(url.host(QUrl::FullyDecoded));
-        database.setPort(url.port());
-        database.setUserName(url.userName(QUrl::FullyDecoded));
-        database.setPassword(url.password(QUrl::FullyDecoded));
-        QStringList options = {"connect_timeout=5"};
-        for (const auto& [option, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
-            options += option + "='" + QString(value).replace('\'', "\\'") + "'";
-        database.setConnectOptions(options.join(';'));
-    }
+    if (dialect.isFile)
+        nameFile(handle_->database, location.path, access, patience);
+    else
+        nameServer(handle_->database, location.url);
     open();
 }
 
@@ -139,6 +98,7 @@ void StoreConnection::execute(const QString& text) {
 StoreConnection::Statement::Statement(StoreConnection& connection, const QString& text,
                                       const std::vector<QVariant>& values)
     : connection_(connection), query_(connection.prepared(text)) {
+    assert(!query_.isActive());
     for (std::size_t i = 0; i < values.size(); ++i) {
         const int place = static_cast<int>(i);
         if (values[i].typeId() == QMetaType::QString && !values[i].isNull())
@@ -184,6 +144,8 @@ std::int64_t StoreConnection::integer(const QString& text) {
 
 StoreConnection::Transaction::Transaction(StoreConnection& connection, Kind kind)
     : connection_(connection) {
+    assert(connection_.transaction_ == nullptr);
+    assert(kind == Kind::read || !connection_.isInspecting_);
     if (!connection_.handle_->database.isOpen())
         connection_.open();
     try {
@@ -198,14 +160,15 @@ StoreConnection::Transaction::Transaction(StoreConnection& connection, Kind kind
         connection_.open();
         begin(kind);
     }
-    if (kind == Kind::read)
-        return;
-    try {
-        connection_.refuseDamage();
-    } catch (...) {
-        rollBack();
-        throw;
+    if (kind != Kind::read) {
+        try {
+            connection_.refuseDamage();
+        } catch (...) {
+            rollBack();
+            throw;
+        }
     }
+    connection_.transaction_ = this;
 }
 
 void StoreConnection::Transaction::begin(Kind kind) {
@@ -216,16 +179,18 @@ void StoreConnection::Transaction::begin(Kind kind) {
 
 StoreConnection::Transaction::~Transaction() {
     // The database may have rolled back by itself: then there is nothing left to undo.
-    if (isOpen_)
+    if (isOpen())
         rollBack();
 }
 
 void StoreConnection::Transaction::rollBack() {
+    connection_.transaction_ = nullptr;
     if (connection_.handle_->database.isOpen())
         QSqlQuery(connection_.handle_->database).exec("ROLLBACK");
 }
 
 void StoreConnection::Transaction::commit() {
+    assert(isOpen());
     const char* number = connection_.dialect().transaction;
     const std::int64_t transaction = number != nullptr ? connection_.integer(number) : 0;
     try {
@@ -233,18 +198,20 @@ void StoreConnection::Transaction::commit() {
     } catch (const StoreFailure& failure) {
         if (transaction == 0 || failure.error().fault != StoreFault::unreachable)
             throw;
-        isOpen_ = false; // ended with the connection
+        connection_.transaction_ = nullptr; // ended with the connection
+        assert(connection_.uncertainTransaction_ == 0);
         connection_.uncertainTransaction_ = transaction;
         const auto isCommitted = connection_.settleTransaction();
         if (!isCommitted)
-            throw StoreFailure(describeFault(StoreFault::uncertain, connection_.location_));
+            fail(StoreFault::uncertain, connection_.location_);
         if (!*isCommitted)
             throw;
     }
-    isOpen_ = false;
+    connection_.transaction_ = nullptr;
 }
 
 std::optional<bool> StoreConnection::settleTransaction() {
+    assert(uncertainTransaction_ != 0 && transaction_ == nullptr);
     try {
         open();
         // The server may still be at it: whoever writes waits for the end of that.
@@ -259,10 +226,12 @@ std::optional<bool> StoreConnection::settleTransaction() {
 }
 
 void StoreConnection::copyTo(const QString& path) {
+    assert(dialect().isFile && transaction_ == nullptr);
     run("VACUUM INTO ?", {path});
 }
 
 QString StoreConnection::damageSeenOnce() {
+    assert(dialect().isFile);
     QSqlQuery query(handle_->database);
     // SQLite 3.40 takes a column between those of the key for empty in a table that is kept by its
     // key; no other check can leave such a column empty.
@@ -282,8 +251,7 @@ QString StoreConnection::damageSeenOnce() {
         throw StoreFailure(describe(error));
     }
     if (!unread.isEmpty())
-        throw StoreFailure(
-            describeFault(StoreFault::other, location_, unread.simplified().toStdString()));
+        fail(StoreFault::other, location_, unread.simplified().toStdString());
     return {};
 }
 
@@ -298,9 +266,8 @@ QString StoreConnection::damage() {
     while (size > 0)
         size = file.read(block.data(), block.size());
     if (size < 0 || found.isEmpty())
-        throw StoreFailure(
-            describeFault(StoreFault::other, location_,
-                          size < 0 ? file.errorString().toStdString() : "a read failed"));
+        fail(StoreFault::other, location_,
+             size < 0 ? file.errorString().toStdString() : "a read failed");
     return found;
 }
 
@@ -309,8 +276,7 @@ void StoreConnection::refuseDamage() {
     if (isSound_ || !dialect().isFile)
         return;
     if (const QString found = damage(); !found.isEmpty())
-        throw StoreFailure(
-            describeFault(StoreFault::corrupt, location_, found.simplified().toStdString()));
+        fail(StoreFault::corrupt, location_, found.simplified().toStdString());
     isSound_ = true;
 }
 
@@ -330,6 +296,7 @@ StoreError StoreConnection::describe(const QSqlError& error) {
 }
 
 QSqlQuery& StoreConnection::prepared(const QString& text) {
+    assert(handle_->database.isOpen());
     std::unique_ptr<QSqlQuery>& query = statements_[text];
     if (query == nullptr) {
         auto made = std::make_unique<QSqlQuery>(handle_->database);
@@ -342,17 +309,6 @@ QSqlQuery& StoreConnection::prepared(const QString& text) {
         query = std::move(made);
     }
     return *query;
-}
-
-StoreError describeFault(StoreFault fault, const StoreLocation& location,
-                         const std::string& detail) {
-    std::string message = location.name.toStdString();
-    for (const FaultText& row : faultTexts)
-        if (row.fault == fault)
-            message += location.dialect->isFile ? row.ofFile : row.ofServer;
-    if (!detail.empty())
-        message += " (" + detail + ")";
-    return {fault, message, std::nullopt};
 }
 
 } // namespace vkr

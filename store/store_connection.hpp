@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "store/store_dialect.hpp"
+#include "store/store_failure.hpp"
+#include "store/store_location.hpp"
 
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -9,7 +10,8 @@
 #include <QString>
 #include <QVariant>
 
-#include <exception>
+#include <chrono>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -18,20 +20,16 @@
 
 namespace vkr {
 
-[[nodiscard]] QString toQString(const std::string& text);
-
-// How an error travels inside of the store; no public operation lets it out.
-class StoreFailure : public std::exception {
-  public:
-    explicit StoreFailure(StoreError error) : error_(std::move(error)) {}
-    [[nodiscard]] const StoreError& error() const { return error_; }
-    [[nodiscard]] const char* what() const noexcept override { return error_.message.c_str(); }
-
-  private:
-    StoreError error_;
-};
-
-// Everything here throws StoreFailure.
+// A connection to the database, with its statements prepared once and kept. Everything here throws
+// StoreFailure.
+//
+// What may be true together:
+// - It is open, but after a server has gone: then the next transaction opens it anew. The
+// statements
+//   belong to the open database and go with it.
+// - There is one transaction at a time, or none.
+// - A transaction of which the outcome is not known there is only on a server, and it has ended.
+// - What only inspects has no transaction that writes. Only a file is looked at for damage.
 class StoreConnection {
   public:
     enum class Access { inspect, existing, create };
@@ -73,9 +71,10 @@ class StoreConnection {
     // The first value of the first row; 0 without a row. Not kept either.
     [[nodiscard]] std::int64_t integer(const QString& text);
 
-    // Undone at the end of its scope unless committed. `write` keeps other writers out from the
-    // start, `migrate` does so before there are tables, `read` shows everything as it is at one
-    // moment. Connects anew where the server has gone and come back since.
+    // Undone at the end of its scope unless committed; it ends once, by either. `write` keeps other
+    // writers out from the start, `migrate` does so before there are tables, `read` shows
+    // everything as it is at one moment. Connects anew where the server has gone and come back
+    // since.
     class Transaction {
       public:
         enum class Kind { read, write, migrate };
@@ -88,11 +87,11 @@ class StoreConnection {
         void commit();
 
       private:
+        [[nodiscard]] bool isOpen() const { return connection_.transaction_ == this; }
         void begin(Kind kind);
         void rollBack();
 
         StoreConnection& connection_;
-        bool isOpen_ = true;
     };
 
     // The number of the last transaction of which the outcome is not known; 0 where there is none.
@@ -109,6 +108,7 @@ class StoreConnection {
     void emptyLog() { execute("PRAGMA wal_checkpoint(TRUNCATE)"); }
     [[nodiscard]] StoreError describe(const QSqlError& error);
     [[nodiscard]] const StoreDialect& dialect() const { return *location_.dialect; }
+    [[nodiscard]] const StoreLocation& location() const { return location_; }
 
   private:
     struct Handle {
@@ -129,16 +129,11 @@ class StoreConnection {
     StoreLocation location_;
     std::chrono::milliseconds patience_;
     bool isInspecting_;
+    const Transaction* transaction_ = nullptr; // under way
     std::int64_t uncertainTransaction_ = 0;
     bool isSound_ = false;         // so far as it was looked at
     std::optional<Handle> handle_; // outlives the statements
     std::map<QString, std::unique_ptr<QSqlQuery>> statements_;
 };
-
-// The error in the words that people read.
-[[nodiscard]] StoreError describeFault(StoreFault fault, const StoreLocation& location,
-                                       const std::string& detail = {});
-// A text as the database takes it.
-[[nodiscard]] QVariant textValue(const std::string& text);
 
 } // namespace vkr

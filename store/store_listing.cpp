@@ -2,10 +2,11 @@
 #include "store/store_listing.hpp"
 
 #include "company/exact_text.hpp"
+#include "store/search_text.hpp"
+#include "store/store_text.hpp"
 
 #include <QStringList>
 
-#include <algorithm>
 #include <cmath>
 
 namespace vkr {
@@ -19,69 +20,15 @@ constexpr const char* sortColumns[] = {"name_key", "symbol_key", "exchange_key",
                                        "price",    "price_date", "saved_at"};
 constexpr auto nameKey = "name_key";
 
-QString searchable(const QString& text) {
-    // A pattern would end at a null character.
-    return text.normalized(QString::NormalizationForm_KC).toCaseFolded().replace(QChar::Null, ' ');
-}
-
-// Bytes of it are compared: without case and accents, and "Plant 9" before "Plant 10".
-QString sortKey(const std::string& text) {
-    constexpr qsizetype most = 100; // an index takes no longer ones
-    constexpr qsizetype widestNumber = 12;
-    QString key = ""; // a null one would be NULL
-    QString digits;
-    const auto endNumber = [&] {
-        if (digits.isEmpty())
-            return;
-        while (digits.size() > 1 && digits.front() == u'0')
-            digits.remove(0, 1);
-        key += digits.rightJustified(widestNumber, u'0');
-        digits.clear();
-    };
-    const QString letters =
-        toQString(text).trimmed().normalized(QString::NormalizationForm_KD).toCaseFolded();
-    for (const QChar letter : letters) {
-        if (key.size() + digits.size() >= most)
-            break;
-        if (letter.isMark())
-            continue;
-        if (letter.isDigit()) {
-            digits += QChar(u'0' + letter.digitValue());
-            continue;
-        }
-        endNumber();
-        key += letter;
-    }
-    endNumber();
-    key.truncate(most);
-    if (!key.isEmpty() && key.back().isHighSurrogate())
-        key.chop(1);
-    return key;
-}
-
 struct Search {
     QString condition;
     std::vector<QVariant> values;
 };
 
-QStringList wordsOf(const ListQuery& query) {
-    constexpr qsizetype most = 1000; // databases have a limit for patterns
-    return searchable(toQString(query.search).left(most))
-        .simplified()
-        .split(u' ', Qt::SkipEmptyParts);
-}
-
-// Where words are looked for.
-template <typename Company>
-QString searchedIn(const Company& company) {
-    return searchable(toQString(company.name + '\n' + company.symbol + '\n' + company.exchange +
-                                '\n' + company.industry));
-}
-
 // Every word is somewhere in the column.
 Search searchIn(const StoreDialect& dialect, const char* column, const ListQuery& query) {
     Search search{"1 = 1", {}};
-    for (const QString& word : wordsOf(query)) {
+    for (const QString& word : searchWords(query.search)) {
         search.condition += " AND " + QString(dialect.contains).replace("%1", column);
         search.values.emplace_back(dialect.sought(word));
     }
@@ -103,19 +50,15 @@ QString prefixed(const QString& prefix, const QStringList& keys, const QString& 
 
 } // namespace
 
-bool goesOn(const ListQuery& wider, const ListQuery& narrower) {
-    const QStringList words = wordsOf(narrower);
-    return wider.sortedBy == narrower.sortedBy && wider.isDescending == narrower.isDescending &&
-           std::ranges::all_of(wordsOf(wider), [&](const QString& begun) {
-               return std::ranges::any_of(
-                   words, [&](const QString& word) { return word.contains(begun); });
-           });
-}
-
-bool isFound(const CompanySummary& company, const ListQuery& query) {
-    const QString searched = searchedIn(company);
-    return std::ranges::all_of(wordsOf(query),
-                               [&](const QString& word) { return searched.contains(word); });
+ListingRow listingOf(std::int64_t id, const CompanyRecord& record, const std::string& savedAt) {
+    return {id,
+            record.get_Name(),
+            record.get_Symbol(),
+            record.get_Exchange(),
+            record.get_Industry(),
+            record.stored(Datum::CurrentPrice).toDouble(),
+            isoDateText(record.stored(Datum::PriceUpdatedDate).toDate()),
+            savedAt};
 }
 
 void createListing(StoreConnection& connection) {
@@ -165,7 +108,7 @@ void writeListing(StoreConnection& connection, const ListingRow& row) {
                "searched = excluded.searched, " +
                changes.join(", ");
     }();
-    connection.run(write, {qlonglong(row.id), searchedIn(row), sortKey(row.name),
+    connection.run(write, {qlonglong(row.id), searchedText(row), sortKey(row.name),
                            sortKey(row.symbol), sortKey(row.exchange), sortKey(row.industry),
                            std::isfinite(row.price) ? row.price : 0.0, textValue(row.priceDate),
                            textValue(row.savedAt)});

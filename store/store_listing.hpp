@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/company_record.hpp"
+#include "store/company_list.hpp"
 #include "store/store_connection.hpp"
 
 #include <QString>
 #include <QVariant>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -23,6 +26,9 @@ struct ListingRow {
     std::string priceDate; // ISO; "" where absent
     std::string savedAt;
 };
+
+[[nodiscard]] ListingRow listingOf(std::int64_t id, const CompanyRecord& record,
+                                   const std::string& savedAt);
 
 void createListing(StoreConnection& connection);
 // A row for each company that is there.

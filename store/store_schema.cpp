@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "store/store_schema.hpp"
 
+#include "store/figure_counts.hpp"
+#include "store/first_entries.hpp"
+#include "store/store_columns.hpp"
 #include "store/store_listing.hpp"
+#include "store/store_text.hpp"
 
 #include <QSet>
 
-#include <algorithm>
-#include <charconv>
+#include <cassert>
+#include <iterator>
+#include <map>
 
 namespace vkr {
 
@@ -42,137 +47,6 @@ constexpr const char* createListsAndLog[] = {
     "CREATE INDEX change_log_of_company ON change_log (company_id)",
 };
 
-constexpr const char* exchanges[] = {
-    "Nasdaq",
-    "NYSE",
-    "NYSE American",
-    "NYSE Arca",
-    "OTC Markets",
-    "Toronto",
-    "TSX Venture",
-    "London",
-    "Xetra",
-    "Frankfurt",
-    "Euronext Paris",
-    "Euronext Amsterdam",
-    "Euronext Brussels",
-    "Swiss",
-    "Milan",
-    "Madrid",
-    "Vienna",
-    "Stockholm",
-    "Copenhagen",
-    "Helsinki",
-    "Oslo",
-    "Tokyo",
-    "Hong Kong",
-    "Shanghai",
-    "Shenzhen",
-    "Korea",
-    "Taiwan",
-    "Singapore",
-    "India NSE",
-    "Bombay",
-    "Australia",
-    "New Zealand",
-    "Johannesburg",
-    "São Paulo",
-    "Mexico",
-    "Tel Aviv",
-};
-
-constexpr const char* industries[] = {
-    "Advertising & Marketing",
-    "Aerospace & Defense",
-    "Agriculture",
-    "Airlines",
-    "Apparel",
-    "Auto Manufacturers",
-    "Auto Parts",
-    "Banks",
-    "Beverages",
-    "Biotechnology",
-    "Broadcasting & Media",
-    "Building Materials",
-    "Business Services",
-    "Chemicals",
-    "Coal & Fuels",
-    "Communications Equipment",
-    "Computers & Peripherals",
-    "Construction & Engineering",
-    "Consumer Finance",
-    "Containers & Packaging",
-    "Drugs",
-    "Education",
-    "Electric Utilities",
-    "Electrical Equipment",
-    "Electronics",
-    "Entertainment",
-    "Environmental Services",
-    "Financial Services",
-    "Food Processing",
-    "Footwear",
-    "Forest & Paper Products",
-    "Gas Utilities",
-    "Grocery Stores",
-    "Health Care Facilities",
-    "Health Care Services",
-    "Home Building",
-    "Hotels & Lodging",
-    "Household Products",
-    "Household Durables",
-    "Insurance, Life & Health",
-    "Insurance, Property & Casualty",
-    "Internet Services",
-    "Investment Management",
-    "Leisure Products",
-    "Machinery",
-    "Medical Devices",
-    "Metals & Mining",
-    "Oil & Gas Equipment & Services",
-    "Oil & Gas Exploration & Production",
-    "Oil & Gas Integrated",
-    "Office Equipment",
-    "Personal Care",
-    "Pipelines",
-    "Precious Metals",
-    "Publishing",
-    "Railroads",
-    "Real Estate",
-    "Real Estate Investment Trusts",
-    "Restaurants",
-    "Retail, Apparel",
-    "Retail, General",
-    "Retail, Online",
-    "Retail, Specialty",
-    "Scientific Instruments",
-    "Semiconductor Equipment",
-    "Semiconductors",
-    "Shipping",
-    "Software",
-    "Staffing",
-    "Steel",
-    "Telecommunication Services",
-    "Textiles",
-    "Tobacco",
-    "Toys & Games",
-    "Trucking",
-    "Water Utilities",
-    "Wholesale Distribution",
-};
-
-constexpr const char* sources[] = {
-    "S & P", "Value Line",    "Annual report",    "10-K",      "10-Q",
-    "20-F",  "Press release", "Company web site", "Newspaper",
-};
-
-template <std::size_t count>
-void seed(StoreConnection& connection, const char* kind, const char* const (&texts)[count]) {
-    for (std::size_t i = 0; i < count; ++i)
-        connection.run("INSERT INTO list_entry (kind, position, text) VALUES (?, ?, ?)",
-                       {kind, static_cast<qlonglong>(i), QString::fromUtf8(texts[i])});
-}
-
 template <std::size_t count>
 void runAll(StoreConnection& connection, const char* const (&statements)[count]) {
     for (const char* statement : statements)
@@ -206,7 +80,7 @@ void addMissingColumns(StoreConnection& connection) {
                                connection.dialect().define(definition(column.kind)));
 }
 
-void countFigures(StoreConnection& connection) {
+void countStoredFigures(StoreConnection& connection) {
     std::map<std::int64_t, FigureCounts> companies;
     {
         StoreConnection::Statement rows(
@@ -220,8 +94,9 @@ void countFigures(StoreConnection& connection) {
                        {textValue(figuresText(counts)), qlonglong(id)});
 }
 
-// The step at index n leads from version n to n + 1. Released steps are never changed. A new
-// datum needs no step of its own, only a new version: its column is added by itself.
+// The step at index n leads from version n to n + 1. Released steps are never changed: files of
+// every version are still around. A new datum needs a step that does nothing, only so that there is
+// a new version: its column is added by itself. docs/contributing.md says how a step is added.
 using Migration = void (*)(StoreConnection&);
 constexpr Migration migrations[] = {
     [](StoreConnection& connection) { runAll(connection, createCompanies); },
@@ -230,9 +105,7 @@ constexpr Migration migrations[] = {
         connection.execute(
             "INSERT INTO change_log (company_id, revision, change, changed_by, "
             "changed_at) SELECT id, revision, 'saved', saved_by, saved_at FROM company");
-        seed(connection, "exchange", exchanges);
-        seed(connection, "industry", industries);
-        seed(connection, "source", sources);
+        insertFirstEntries(connection);
     },
     [](StoreConnection& connection) {
         addMissingColumns(connection); // that the listing is made of
@@ -241,20 +114,13 @@ constexpr Migration migrations[] = {
     },
     [](StoreConnection& connection) {
         connection.execute("ALTER TABLE company ADD COLUMN figures TEXT NOT NULL DEFAULT ''");
-        countFigures(connection);
+        countStoredFigures(connection);
     },
 };
 static_assert(std::size(migrations) == schemaVersion);
 
 int versionOf(StoreConnection& connection) {
     return static_cast<int>(connection.integer(connection.dialect().version));
-}
-
-StoreColumn::Kind kindOf(const DatumRow& row) {
-    static constexpr StoreColumn::Kind kinds[] = {
-        StoreColumn::Kind::text, StoreColumn::Kind::number, StoreColumn::Kind::integer,
-        StoreColumn::Kind::date};
-    return kinds[row.access.index()];
 }
 
 } // namespace
@@ -278,6 +144,7 @@ void migrateSchema(StoreConnection& connection, const std::function<void()>& bef
         return; // another window was faster
     if (before)
         before();
+    assert(version >= 0);
     for (int step = version; step < schemaVersion; ++step)
         migrations[step](connection);
     addMissingColumns(connection);
@@ -285,47 +152,6 @@ void migrateSchema(StoreConnection& connection, const std::function<void()>& bef
         if (statement != nullptr)
             connection.execute(QString(statement).replace("%1", QString::number(schemaVersion)));
     transaction.commit();
-}
-
-std::string figuresText(const FigureCounts& counts) {
-    std::string text;
-    for (const auto& [series, count] : counts)
-        text += (text.empty() ? "" : " ") + series + ":" + std::to_string(count);
-    return text;
-}
-
-FigureCounts figureCounts(std::string_view text) {
-    FigureCounts counts;
-    while (!text.empty()) {
-        const std::string_view entry = text.substr(0, text.find(' '));
-        text.remove_prefix(std::min(text.size(), entry.size() + 1));
-        const auto colon = std::min(entry.find(':'), entry.size());
-        int count = 0;
-        std::from_chars(entry.data() + std::min(colon + 1, entry.size()),
-                        entry.data() + entry.size(), count);
-        counts.emplace(entry.substr(0, colon), count);
-    }
-    return counts;
-}
-
-const std::vector<StoreColumn>& storeColumns() {
-    static const std::vector<StoreColumn> columns = [] {
-        std::vector<StoreColumn> all;
-        const auto name = [](std::string_view text) {
-            return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-        };
-        for (const DatumRow& row : datumTable())
-            if (!isSeries(row))
-                all.push_back({name(row.name), kindOf(row), row.datum});
-        const CompanyRecord empty;
-        for (const auto setting : settingNames()) {
-            const bool isText = empty.get_Settings()->get(setting).varType() == Variant::vtString;
-            all.push_back({name(setting),
-                           isText ? StoreColumn::Kind::text : StoreColumn::Kind::integer, setting});
-        }
-        return all;
-    }();
-    return columns;
 }
 
 } // namespace vkr

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "store/company_list.hpp"
+#include "store/store_connection.hpp"
+
+#include <cstdint>
+#include <vector>
+
+namespace vkr {
+
+// By name, then symbol, straight from the companies. Both within a transaction of the caller.
+[[nodiscard]] std::vector<CompanySummary> allSummaries(StoreConnection& connection);
+// At most so many of the companies of the query, from a place in its order on.
+[[nodiscard]] std::vector<CompanySummary> summaryPage(StoreConnection& connection,
+                                                      const ListQuery& query, std::int64_t from,
+                                                      std::int64_t most);
+
+} // namespace vkr

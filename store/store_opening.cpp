@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+#include "store/store_opening.hpp"
+
+#include "store/company_file.hpp"
+#include "store/fault_text.hpp"
+#include "store/store_backup.hpp"
+#include "store/store_schema.hpp"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+
+#include <filesystem>
+#include <system_error>
+#include <tuple>
+
+namespace vkr {
+
+namespace {
+
+// A program that was killed leaves its log behind. Where the file was replaced since, by a copy
+// from before, the two do not belong together.
+void refuseStrangeLog(StoreConnection& connection, const StoreLocation& file) {
+    const QString found = connection.damage();
+    if (found.isEmpty())
+        return;
+    StoreError error = describeFault(StoreFault::corrupt, file, found.simplified().toStdString());
+    const std::string log = QFileInfo(logOf(file.path)).fileName().toStdString();
+    error.message += ". Beside it lies " + log +
+                     ", which has to belong to it. If the file was put there as a copy, move that "
+                     "one away and open it again";
+    throw StoreFailure(error);
+}
+
+SchemaState inspectOnce(const StoreLocation& file, std::chrono::milliseconds patience) {
+    const bool hasLog = QFileInfo(logOf(file.path)).size() > 0;
+    StoreConnection connection(file, StoreConnection::Access::inspect, patience);
+    const SchemaState state = inspectSchema(connection);
+    if (hasLog && (state == SchemaState::current || state == SchemaState::older))
+        refuseStrangeLog(connection, file);
+    return state;
+}
+
+// Without a log a file is taken to be at rest. What is found wrong is looked at again where
+// another program has begun to write meanwhile.
+SchemaState inspect(const StoreLocation& file, std::chrono::milliseconds patience) {
+    const auto looks = [&] {
+        const QFileInfo info(file.path);
+        return std::tuple(info.size(), info.lastModified(), QFileInfo::exists(logOf(file.path)));
+    };
+    static constexpr int mostAttempts = 10;
+    for (int attempt = 1;; ++attempt) {
+        const auto before = looks();
+        const auto isAtRest = [&] { return attempt == mostAttempts || looks() == before; };
+        try {
+            const SchemaState state = inspectOnce(file, patience);
+            const bool isSuspect = state == SchemaState::empty || state == SchemaState::foreign;
+            if (!isSuspect || isAtRest())
+                return state;
+        } catch (const StoreFailure&) {
+            if (isAtRest())
+                throw;
+        }
+    }
+}
+
+void refuseWhatCannotBeOpened(const StoreLocation& location, OpenMode mode) {
+    const QFileInfo file(location.path);
+    if (!file.exists()) {
+        if (mode == OpenMode::existing)
+            fail(StoreFault::missing, location);
+        if (!QDir().mkpath(file.absolutePath()))
+            fail(StoreFault::readOnly, location);
+    } else if (!file.isFile()) {
+        fail(StoreFault::notADatabase, location);
+    } else if (!file.isReadable()) {
+        fail(StoreFault::other, location, "no permission to read it");
+    } else if (file.size() == 0 && mode == OpenMode::existing) {
+        fail(StoreFault::notADatabase, location, "it is empty");
+    }
+    if (!isWritableFile(location.path))
+        fail(StoreFault::readOnly, location);
+}
+
+void refuseState(SchemaState state, const StoreLocation& location, OpenMode mode) {
+    if (state == SchemaState::newer)
+        fail(StoreFault::newerSchema, location);
+    if (state == SchemaState::foreign)
+        fail(StoreFault::notADatabase, location);
+    if (state == SchemaState::empty && mode == OpenMode::existing)
+        fail(location.dialect->isFile ? StoreFault::notADatabase : StoreFault::empty, location);
+}
+
+// A new file gets its name when it is whole: another program that makes the same one finds all of
+// it or nothing, and what failed is taken away without taking away anybody else's.
+void makeFile(const StoreLocation& file, std::chrono::milliseconds patience) {
+    StoreLocation made = file;
+    made.path = unfinishedName(file.path);
+    try {
+        StoreConnection connection(made, StoreConnection::Access::create, patience);
+        migrateSchema(connection);
+        connection.emptyLog();
+    } catch (...) {
+        removeFile(made.path);
+        throw;
+    }
+    const auto pathOf = [](const QString& path) {
+        return std::filesystem::path(path.toStdU16String());
+    };
+    // Where another program was faster, theirs is opened. Where the file system knows no links,
+    // the file is made in its place.
+    std::error_code ignored;
+    std::filesystem::create_hard_link(pathOf(made.path), pathOf(file.path), ignored);
+    removeFile(made.path);
+}
+
+OpenedStore openFile(const StoreLocation& file, OpenMode mode, std::chrono::milliseconds patience) {
+    refuseWhatCannotBeOpened(file, mode);
+    if (!QFileInfo::exists(file.path))
+        makeFile(file, patience);
+    SchemaState state = SchemaState::empty;
+    if (QFileInfo(file.path).size() > 0)
+        state = inspect(file, patience);
+    refuseState(state, file, mode);
+
+    OpenedStore opened;
+    const auto access = mode == OpenMode::create ? StoreConnection::Access::create
+                                                 : StoreConnection::Access::existing;
+    opened.connection = std::make_unique<StoreConnection>(file, access, patience);
+    if (state == SchemaState::current)
+        return opened;
+    const auto copyFirst = [&] {
+        if (state == SchemaState::older)
+            opened.backup = backUpFile(file, patience);
+    };
+    try {
+        migrateSchema(*opened.connection, copyFirst);
+    } catch (...) {
+        if (!opened.backup.isEmpty())
+            removeFile(opened.backup); // of a file that is as it was
+        throw;
+    }
+    return opened;
+}
+
+OpenedStore openOnServer(const StoreLocation& database, OpenMode mode,
+                         std::chrono::milliseconds patience) {
+    OpenedStore opened;
+    opened.connection =
+        std::make_unique<StoreConnection>(database, StoreConnection::Access::existing, patience);
+    StoreConnection& connection = *opened.connection;
+    const SchemaState state = inspectSchema(connection);
+    refuseState(state, database, mode);
+    const auto copyFirst = [&] { opened.backup = backUpTables(connection); };
+    if (state == SchemaState::older)
+        migrateSchema(connection, copyFirst);
+    else if (state == SchemaState::empty)
+        migrateSchema(connection);
+    return opened;
+}
+
+} // namespace
+
+OpenedStore openStore(const StoreLocation& location, OpenMode mode,
+                      std::chrono::milliseconds patience) {
+    return location.dialect->isFile ? openFile(location, mode, patience)
+                                    : openOnServer(location, mode, patience);
+}
+
+} // namespace vkr

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace vkr {
+
+enum class OpenMode {
+    existing, // a file that is missing stays missing
+    create,   // makes the file, and its folder, where there is none; opens one that is there.
+              // Of a database on a server it makes the tables; the database has to be there.
+};
+
+struct StoreOptions {
+    // Named to others as the one who saved; empty: the user of this computer.
+    std::string user;
+    // How long to wait for another one who is writing.
+    std::chrono::milliseconds patience{2000};
+};
+
+} // namespace vkr

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_record.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vkr {
+
+struct CompanyKey {
+    std::int64_t id = 0;
+    std::int64_t revision = 0; // counts the saves of this company, from 1
+
+    friend bool operator==(const CompanyKey&, const CompanyKey&) = default;
+};
+
+struct LoadedCompany {
+    std::shared_ptr<CompanyRecord> record;
+    std::int64_t revision = 0;
+    // Data that another program has left in the file in a form that cannot be read, such as the
+    // day 0000-00-00, and series of which figures are missing. What cannot be read is absent in the
+    // record, and saving it makes that final.
+    std::vector<std::string> unreadable;
+};
+
+struct SaveRequest {
+    std::optional<std::int64_t> id; // none: a new company
+    std::shared_ptr<const CompanyRecord> record;
+    std::int64_t expectedRevision = 0; // as loaded; ignored for a new company
+};
+
+} // namespace vkr
