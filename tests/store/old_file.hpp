@@ -6,11 +6,14 @@
 
 namespace vkr::test {
 
-// A file of version 1.
-inline void makeOldFile(const QString& path) {
+// What a file of the version is made of. What is in it is told in companies.txt beside it.
+inline QString schemaScript(int version) {
+    return QStringLiteral(VKR_SOURCE_DIR "/tests/store/schemas/version_%1.sql").arg(version);
+}
+
+inline void makeOldFile(const QString& path, int version = 1) {
     const OtherProgram old(path);
-    const QString script =
-        QString::fromUtf8(bytesOf(QStringLiteral(VKR_SOURCE_DIR "/tests/store/schema_1.sql")));
+    const QString script = QString::fromUtf8(bytesOf(schemaScript(version)));
     ASSERT_FALSE(script.isEmpty());
     for (const QString& statement : script.split(";\n", Qt::SkipEmptyParts))
         old.run(statement);
