@@ -1,49 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
-#include "binding/enumerations.hpp"
 #include "company/company_record.hpp"
+#include "host/assistant_topics.hpp"
 #include "host/history_chart.hpp"
 #include "platform/number_marks.hpp"
 
 #include <QString>
 
-#include <array>
 #include <optional>
-#include <span>
 #include <utility>
 
 namespace vkr {
 
 class Form;
-
-// What a figure counts.
-enum class FigureUnit {
-    nothing, // the object holds none
-    text,
-    date,
-    year,
-    choice,
-    money,    // millions of the company's currency
-    shares,   // millions
-    perShare, // the company's currency
-    percent,
-};
-
-// Where a record keeps what an object on screen shows, and which histories tell about it.
-struct AssistantTopic {
-    DataEntryObject object;
-    FigureUnit unit;
-    std::optional<Datum> datum; // none: kept elsewhere, or worked out
-    std::array<std::optional<Datum>, 2> yearly;
-    std::optional<Datum> quarterly;
-};
-
-// One row an object, in the order of their numbers.
-[[nodiscard]] std::span<const AssistantTopic> assistantTopics();
-// Null where there is no such object.
-[[nodiscard]] const AssistantTopic* assistantTopic(int object);
 
 // Which period a cell of the form shows, as the element of its series. Nothing where the focus is
 // on no cell of that object.

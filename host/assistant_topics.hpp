@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/datum_table.hpp"
+#include "binding/enumerations.hpp"
+
+#include <array>
+#include <optional>
+#include <span>
+
+namespace vkr {
+
+// What a figure counts.
+enum class FigureUnit {
+    nothing, // the object holds none
+    text,
+    date,
+    year,
+    choice,
+    money,    // millions of the company's currency
+    shares,   // millions
+    perShare, // the company's currency
+    percent,
+};
+
+// Where a record keeps what an object on screen shows, and which histories tell about it.
+struct AssistantTopic {
+    DataEntryObject object;
+    FigureUnit unit;
+    std::optional<Datum> datum; // none: kept elsewhere, or worked out
+    std::array<std::optional<Datum>, 2> yearly;
+    std::optional<Datum> quarterly;
+};
+
+// One row an object, in the order of their numbers.
+[[nodiscard]] std::span<const AssistantTopic> assistantTopics();
+// Null where there is no such object.
+[[nodiscard]] const AssistantTopic* assistantTopic(int object);
+// The first object that shows the datum; there has to be one.
+[[nodiscard]] const AssistantTopic& topicOf(Datum datum);
+
+} // namespace vkr
