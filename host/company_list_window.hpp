@@ -10,12 +10,15 @@ class QAction;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QStackedWidget;
-class QTableView;
 class QTimer;
+class QToolBar;
 QT_END_NAMESPACE
 
 namespace vkr {
+
+class CompanyTable;
 
 // The first window: every company of the database, and what can be done with them. It reads the
 // list and asks for everything else by signals.
@@ -55,42 +58,38 @@ class CompanyListWindow : public QMainWindow {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void buildTable();
+    // How many companies have to be chosen for a command.
+    enum class Needs { nothing, one, some };
+    // Where a command stands; some are in no tool bar.
+    struct Place {
+        QMenu* menu;
+        QToolBar* toolBar;
+    };
+
+    void connectTable();
     void buildPages();
     void buildActions();
+    template <typename Run>
+    QAction* addCommand(Place place, const char* name, const QString& text,
+                        const QKeySequence& shortcut, Needs needs, Run&& run);
     void watch();
-    void scaleColumns();
-    [[nodiscard]] double characterWidth() const;
-    // First or last company; with `extends` all between them and the current one are chosen, too.
-    void goToEnd(bool last, bool extends);
     [[nodiscard]] bool isShortcut(const QKeyEvent& key) const;
-    void rememberChosen();
-    void recallChosen();
+    void openChosen();
     void showFound();
     void tellCount();
     void enableActions();
-    [[nodiscard]] QList<qint64> chosenIds() const;
-
-    // What is chosen while the rows are replaced.
-    struct Chosen {
-        QList<qint64> ids;
-        qint64 current = 0; // with the focus of the keyboard; 0: none
-        int column = 0;
-    };
 
     CompanyListModel* companies_;
-    Chosen remembered_;
     QLineEdit* search_;
-    QTableView* table_;
+    CompanyTable* table_;
     QStackedWidget* pages_; // the table, or why it is empty
     QLabel* notFound_;
     QLabel* count_;
     QTimer* counting_;         // until the first rows are on screen
     QTimer* watching_;         // for what others save
     int watchInterval_ = 2000; // milliseconds
-    double columnsFor_ = 0;    // the width of a character that the columns were made for
-    QList<QAction*> forOne_;   // need exactly one chosen company
-    QList<QAction*> forSome_;  // need at least one
+    QList<QAction*> forOne_;
+    QList<QAction*> forSome_;
 };
 
 } // namespace vkr
