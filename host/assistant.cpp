@@ -84,6 +84,18 @@ Assistant::Assistant(Source record, QWidget* parent)
     for (QLabel* mayBeLong : {company_, onScreen_})
         mayBeLong->setWordWrap(true);
 
+    layOutBody();
+    layOut();
+
+    // A field is stored when it is left, which is when the focus goes elsewhere.
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        if (isVisible())
+            refresh();
+    });
+}
+
+// The history, and the newest quarters beside it.
+void Assistant::layOutBody() {
     auto* beside = new QVBoxLayout(quartersBox_);
     beside->setContentsMargins(0, 0, 0, 0);
     beside->addWidget(quartersTitle_);
@@ -98,7 +110,9 @@ Assistant::Assistant(Source record, QWidget* parent)
     row->setSpacing(2 * row->spacing() + 12);
     row->addLayout(history, 1);
     row->addWidget(quartersBox_);
+}
 
+void Assistant::layOut() {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     auto* help = buttons->addButton(tr("More &Help..."), QDialogButtonBox::HelpRole);
     help->setObjectName(QStringLiteral("moreHelp"));
@@ -119,12 +133,6 @@ Assistant::Assistant(Source record, QWidget* parent)
     layout->addSpacing(layout->spacing());
     layout->addWidget(body_, 1);
     layout->addWidget(buttons);
-
-    // A field is stored when it is left, which is when the focus goes elsewhere.
-    connect(qApp, &QApplication::focusChanged, this, [this] {
-        if (isVisible())
-            refresh();
-    });
 }
 
 // The focus goes elsewhere while its widgets are taken down.

@@ -40,6 +40,8 @@ class Assistant : public QDialog {
     void helpAsked(int page);
 
   private:
+    void layOutBody();
+    void layOut();
     void refresh();
     void standBeside(const QWidget& form);
 

@@ -86,7 +86,7 @@ std::vector<CompanyKey> CsvTransfer::importFile(const QString& path) {
     return keep({{place->prefix.toStdString(), std::move(result)}});
 }
 
-std::vector<CompanyKey> CsvTransfer::importFolder(const QString& path) {
+FolderImport CsvTransfer::readFolder(const QString& path) {
     QProgressDialog progress(tr("Reading the folder..."), tr("&Stop"), 0, 0, window_);
     progress.setObjectName(QStringLiteral("importProgress"));
     progress.setWindowTitle(tr("Import Folder"));
@@ -95,18 +95,19 @@ std::vector<CompanyKey> CsvTransfer::importFolder(const QString& path) {
     progress.setAutoClose(false);
     progress.setAutoReset(false);
     progress.show();
-    const FolderImport folder =
-        vkr::importFolder(nativePath(path), [&](int done, int total, const std::string& prefix) {
-            progress.setMaximum(total);
-            progress.setValue(done);
-            progress.setLabelText(
-                tr("%1 (%2 of %3)")
-                    .arg(fromUtf8(prefix), QString::number(done + 1), QString::number(total)));
-            QCoreApplication::processEvents();
-            return !progress.wasCanceled();
-        });
-    progress.close();
+    return vkr::importFolder(nativePath(path), [&](int done, int total, const std::string& prefix) {
+        progress.setMaximum(total);
+        progress.setValue(done);
+        progress.setLabelText(
+            tr("%1 (%2 of %3)")
+                .arg(fromUtf8(prefix), QString::number(done + 1), QString::number(total)));
+        QCoreApplication::processEvents();
+        return !progress.wasCanceled();
+    });
+}
 
+std::vector<CompanyKey> CsvTransfer::importFolder(const QString& path) {
+    const FolderImport folder = readFolder(path);
     if (!folder.error.empty()) {
         tellFault(window_, tr("The folder can't be read."), fromUtf8(folder.error));
         return {};

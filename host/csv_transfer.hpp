@@ -35,6 +35,8 @@ class CsvTransfer {
     [[nodiscard]] QString chosenFolder(); // to export to; empty when the user gave up
 
   private:
+    // With its progress, which can be stopped.
+    FolderImport readFolder(const QString& path);
     std::vector<CompanyKey> keep(const std::vector<FolderImport::Entry>& entries);
     // Where each record goes; nothing when the user gave up.
     std::optional<std::vector<SaveRequest>>
