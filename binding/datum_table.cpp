@@ -2,87 +2,66 @@
 #include "binding/datum_table.hpp"
 
 #include <array>
+#include <type_traits>
 
 namespace vkr {
 
 namespace {
 
-// The name stands once: reading, writing and the column of a store follow from it.
-#define VKR_DATUM(kind, name)                                                                      \
-    DatumRow {                                                                                     \
-        Datum::name, #name, kind##Access {                                                         \
-            &iVKR_Company::get_##name, &iVKR_Company::put_##name                                   \
-        }                                                                                          \
-    }
-
-constexpr std::array<DatumRow, datumCount> table = {{
-    VKR_DATUM(Text, Exchange),
-    VKR_DATUM(Text, Industry),
-    VKR_DATUM(Text, Source),
-    VKR_DATUM(Number, CurrentPrice),
-    VKR_DATUM(Number, CommDiv),
-    VKR_DATUM(Year, LastFY),
-    VKR_DATUM(Number, High52W),
-    VKR_DATUM(Number, Low52W),
-    VKR_DATUM(Number, CommShares),
-    VKR_DATUM(Number, DilutedShares),
-    VKR_DATUM(Number, TotalDebt),
-    VKR_DATUM(Number, Last4QEPS),
-    VKR_DATUM(Number, TaxRate),
-    VKR_DATUM(Number, PrefDiv),
-    VKR_DATUM(Number, TotalCap),
-    VKR_DATUM(Number, InsiderHolding),
-    VKR_DATUM(Number, Institutional),
-    VKR_DATUM(Text, Name),
-    VKR_DATUM(Text, Symbol),
-    VKR_DATUM(Date, DateOfSource),
-    VKR_DATUM(Date, PriceUpdatedDate),
-    VKR_DATUM(Number, PrefShares),
-    VKR_DATUM(Date, LastQDate),
-    VKR_DATUM(Date, LastFYDate),
-    VKR_DATUM(Number, ORBEPSProj),
-    VKR_DATUM(Text, Address1),
-    VKR_DATUM(Text, Address2),
-    VKR_DATUM(Text, City),
-    VKR_DATUM(Text, State),
-    VKR_DATUM(Text, Zip),
-    VKR_DATUM(Text, Country),
-    VKR_DATUM(Text, Internet),
-    VKR_DATUM(Text, Tel),
-    VKR_DATUM(Text, ContactPerson),
-    VKR_DATUM(Text, VLTimeliness),
-    VKR_DATUM(Text, VLSafety),
-    VKR_DATUM(Number, CommDivAlternate),
-    VKR_DATUM(Date, LastQDateForGrid),
-    VKR_DATUM(Date, LastUpdate),
-    VKR_DATUM(Text, Notes),
-    VKR_DATUM(Series, QPTISeries),
-    VKR_DATUM(Series, YCSOSeries),
-    VKR_DATUM(Series, YTaxRateSeries),
-    VKR_DATUM(Series, YCommEqSeries),
-    VKR_DATUM(Series, QNetIncSeries),
-    VKR_DATUM(Series, QRevenueSeries),
-    VKR_DATUM(Series, QTaxRateSeries),
-    VKR_DATUM(Series, QEPSSeries),
-    VKR_DATUM(Series, YPTISeries),
-    VKR_DATUM(Series, YDividendSeries),
-    VKR_DATUM(Series, YRevenueSeries),
-    VKR_DATUM(Series, YHighSeries),
-    VKR_DATUM(Series, YNetIncSeries),
-    VKR_DATUM(Series, YBookValSeries),
-    VKR_DATUM(Series, YLowSeries),
-    VKR_DATUM(Series, YEPSSeries),
-}};
-
+// The interface and the list say the same.
+#define VKR_DATUM(kind, name, unit, key, place)                                                    \
+    static_assert(std::is_same_v<decltype(&iVKR_Company::get_##name),                              \
+                                 datum_kind::kind::Value (iVKR_Company::*)() const>,               \
+                  "get_" #name " of iVKR_Company does not read a " #kind                           \
+                  ", as the list of data has it");                                                 \
+    static_assert(std::is_same_v<decltype(&iVKR_Company::put_##name),                              \
+                                 void (iVKR_Company::*)(datum_kind::kind::Argument)>,              \
+                  "put_" #name " of iVKR_Company does not write a " #kind                          \
+                  ", as the list of data has it");
+VKR_DATA(VKR_DATUM)
 #undef VKR_DATUM
 
-constexpr bool everyRowStandsAtItsDatum() {
-    for (std::size_t i = 0; i < table.size(); ++i)
-        if (table[i].datum != static_cast<Datum>(i))
+#define VKR_DATUM(kind, name, unit, key, place)                                                    \
+    DatumRow{Datum::name,                                                                          \
+             #name,                                                                                \
+             AccessOf<datum_kind::kind>{&iVKR_Company::get_##name, &iVKR_Company::put_##name},     \
+             datum_kind::kind::period,                                                             \
+             datum_kind::kind::upper,                                                              \
+             DatumUnit::unit,                                                                      \
+             key,                                                                                  \
+             place},
+constexpr std::array<DatumRow, datumCount> table = {{VKR_DATA(VKR_DATUM)}};
+#undef VKR_DATUM
+
+constexpr bool isFigure(const DatumRow& row) {
+    return std::holds_alternative<NumberAccess>(row.access) || isSeries(row);
+}
+
+constexpr bool everyFigureHasItsUnit() {
+    for (const DatumRow& row : table)
+        if (isFigure(row) != (row.unit != DatumUnit::none))
             return false;
     return true;
 }
-static_assert(everyRowStandsAtItsDatum());
+static_assert(everyFigureHasItsUnit(), "a figure needs a unit, anything else has none");
+
+constexpr bool everyKeyTellsItsUnit() {
+    for (const DatumRow& row : table)
+        if (row.key.ends_with("_pct") != (row.unit == DatumUnit::percent) ||
+            (row.unit == DatumUnit::money && !row.key.ends_with("_musd")))
+            return false;
+    return true;
+}
+static_assert(everyKeyTellsItsUnit(), "_musd ends the key of money, _pct that of percent");
+
+constexpr bool noKeyStandsTwice() {
+    for (const DatumRow& row : table)
+        for (const DatumRow& other : table)
+            if (row.datum != other.datum && row.period == other.period && row.key == other.key)
+                return false;
+    return true;
+}
+static_assert(noKeyStandsTwice(), "two data of one CSV file have the same key");
 
 } // namespace
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "binding/data_list.hpp"
 #include "binding/ivkr_company.hpp"
 
 #include <span>
@@ -9,88 +10,44 @@
 
 namespace vkr {
 
-// Every datum of a record that can be read and written, in the order of the interface.
-enum class Datum {
-    Exchange,
-    Industry,
-    Source,
-    CurrentPrice,
-    CommDiv,
-    LastFY,
-    High52W,
-    Low52W,
-    CommShares,
-    DilutedShares,
-    TotalDebt,
-    Last4QEPS,
-    TaxRate,
-    PrefDiv,
-    TotalCap,
-    InsiderHolding,
-    Institutional,
-    Name,
-    Symbol,
-    DateOfSource,
-    PriceUpdatedDate,
-    PrefShares,
-    LastQDate,
-    LastFYDate,
-    ORBEPSProj,
-    Address1,
-    Address2,
-    City,
-    State,
-    Zip,
-    Country,
-    Internet,
-    Tel,
-    ContactPerson,
-    VLTimeliness,
-    VLSafety,
-    CommDivAlternate,
-    LastQDateForGrid,
-    LastUpdate,
-    Notes,
-    QPTISeries,
-    YCSOSeries,
-    YTaxRateSeries,
-    YCommEqSeries,
-    QNetIncSeries,
-    QRevenueSeries,
-    QTaxRateSeries,
-    QEPSSeries,
-    YPTISeries,
-    YDividendSeries,
-    YRevenueSeries,
-    YHighSeries,
-    YNetIncSeries,
-    YBookValSeries,
-    YLowSeries,
-    YEPSSeries,
-};
-inline constexpr int datumCount = static_cast<int>(Datum::YEPSSeries) + 1;
+// Every datum of a record, in the order of the list.
+#define VKR_DATUM(kind, name, unit, key, place) name,
+enum class Datum { VKR_DATA(VKR_DATUM) };
+#undef VKR_DATUM
+
+#define VKR_DATUM(kind, name, unit, key, place) +1
+inline constexpr int datumCount = VKR_DATA(VKR_DATUM);
+#undef VKR_DATUM
 
 template <typename Value, typename Argument>
 struct Access {
     Value (iVKR_Company::*read)() const;
     void (iVKR_Company::*write)(Argument);
 };
-using TextAccess = Access<std::string, const std::string&>;
-using NumberAccess = Access<double, double>;
-using YearAccess = Access<std::int16_t, std::int16_t>;
-using DateAccess = Access<Date, Date>;
-using SeriesAccess = Access<Variant, const Variant&>;
+template <typename Kind>
+using AccessOf = Access<typename Kind::Value, typename Kind::Argument>;
+using TextAccess = AccessOf<datum_kind::Text>;
+using NumberAccess = AccessOf<datum_kind::Number>;
+using YearAccess = AccessOf<datum_kind::Year>;
+using DateAccess = AccessOf<datum_kind::Day>;
+using SeriesAccess = AccessOf<datum_kind::Series>;
 
+// A datum as the list tells it.
 struct DatumRow {
     Datum datum;
     std::string_view name; // of the property
     std::variant<TextAccess, NumberAccess, YearAccess, DateAccess, SeriesAccess> access;
+    DatumPeriod period; // none for what is no series
+    int upper;          // bound of a series, whose lower one is 0
+    DatumUnit unit;
+    std::string_view key; // in the CSV files
+    int place;
 };
 
 [[nodiscard]] std::span<const DatumRow> datumTable();
 [[nodiscard]] const DatumRow& rowOf(Datum datum);
 [[nodiscard]] constexpr bool isSeries(const DatumRow& row) {
-    return std::holds_alternative<SeriesAccess>(row.access);
+    return row.period != DatumPeriod::none;
 }
 
 // The datum as a variant: text, number, 16-bit year, date or array. Both pass on what the record

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "binding/data_list.hpp"
 #include "binding/ivkr_company.hpp"
 
 #include <cstdint>
@@ -37,79 +38,14 @@ class CompanyBase : public iVKR_Company {
     CompanyBase& operator=(const CompanyBase&) = delete;
     ~CompanyBase() override = default;
 
-#define VKR_ABSENT(Type, Argument, nothing, name)                                                  \
-    [[nodiscard]] Type get_##name() const override {                                               \
-        return nothing;                                                                            \
+#define VKR_ABSENT(kind, name, unit, key, place)                                                   \
+    [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
+        return datum_kind::kind::absent();                                                         \
     }                                                                                              \
-    void put_##name(Argument value) override {                                                     \
+    void put_##name(datum_kind::kind::Argument value) override {                                   \
         takeNothing(#name, value);                                                                 \
     }
-#define VKR_TEXT(name) VKR_ABSENT(std::string, const std::string&, {}, name)
-#define VKR_NUMBER(name) VKR_ABSENT(double, double, 0, name)
-#define VKR_DATE(name) VKR_ABSENT(Date, Date, {}, name)
-#define VKR_SERIES(name) VKR_ABSENT(Variant, const Variant&, VariantArray(), name)
-
-    VKR_TEXT(Exchange)
-    VKR_TEXT(Industry)
-    VKR_TEXT(Source)
-    VKR_NUMBER(CurrentPrice)
-    VKR_NUMBER(CommDiv)
-    VKR_ABSENT(std::int16_t, std::int16_t, 0, LastFY)
-    VKR_NUMBER(High52W)
-    VKR_NUMBER(Low52W)
-    VKR_NUMBER(CommShares)
-    VKR_NUMBER(DilutedShares)
-    VKR_NUMBER(TotalDebt)
-    VKR_NUMBER(Last4QEPS)
-    VKR_NUMBER(TaxRate)
-    VKR_NUMBER(PrefDiv)
-    VKR_NUMBER(TotalCap)
-    VKR_NUMBER(InsiderHolding)
-    VKR_NUMBER(Institutional)
-    VKR_TEXT(Name)
-    VKR_TEXT(Symbol)
-    VKR_DATE(DateOfSource)
-    VKR_DATE(PriceUpdatedDate)
-    VKR_NUMBER(PrefShares)
-    VKR_DATE(LastQDate)
-    VKR_DATE(LastFYDate)
-    VKR_NUMBER(ORBEPSProj)
-    VKR_TEXT(Address1)
-    VKR_TEXT(Address2)
-    VKR_TEXT(City)
-    VKR_TEXT(State)
-    VKR_TEXT(Zip)
-    VKR_TEXT(Country)
-    VKR_TEXT(Internet)
-    VKR_TEXT(Tel)
-    VKR_TEXT(ContactPerson)
-    VKR_TEXT(VLTimeliness)
-    VKR_TEXT(VLSafety)
-    VKR_NUMBER(CommDivAlternate)
-    VKR_DATE(LastQDateForGrid)
-    VKR_DATE(LastUpdate)
-    VKR_TEXT(Notes)
-    VKR_SERIES(QPTISeries)
-    VKR_SERIES(YCSOSeries)
-    VKR_SERIES(YTaxRateSeries)
-    VKR_SERIES(YCommEqSeries)
-    VKR_SERIES(QNetIncSeries)
-    VKR_SERIES(QRevenueSeries)
-    VKR_SERIES(QTaxRateSeries)
-    VKR_SERIES(QEPSSeries)
-    VKR_SERIES(YPTISeries)
-    VKR_SERIES(YDividendSeries)
-    VKR_SERIES(YRevenueSeries)
-    VKR_SERIES(YHighSeries)
-    VKR_SERIES(YNetIncSeries)
-    VKR_SERIES(YBookValSeries)
-    VKR_SERIES(YLowSeries)
-    VKR_SERIES(YEPSSeries)
-
-#undef VKR_SERIES
-#undef VKR_DATE
-#undef VKR_NUMBER
-#undef VKR_TEXT
+    VKR_DATA(VKR_ABSENT)
 #undef VKR_ABSENT
 
     // The settings answer to every name of `setting`, upper or lower case; any other name throws.

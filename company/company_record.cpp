@@ -34,18 +34,16 @@ Date validDay(Date date) {
 
 Variant emptyDatum(const DatumRow& row) {
     struct Empty {
-        Datum datum;
-        Variant operator()(const TextAccess&) const { return ""; }
-        Variant operator()(const NumberAccess&) const { return 0.0; }
-        Variant operator()(const YearAccess&) const { return std::int16_t{0}; }
-        Variant operator()(const DateAccess&) const { return Date{}; }
+        int upper;
+        Variant operator()(const TextAccess&) const { return datum_kind::Text::absent(); }
+        Variant operator()(const NumberAccess&) const { return datum_kind::Number::absent(); }
+        Variant operator()(const YearAccess&) const { return datum_kind::Year::absent(); }
+        Variant operator()(const DateAccess&) const { return datum_kind::Day::absent(); }
         Variant operator()(const SeriesAccess&) const {
-            const int upper =
-                isYearly(datum) ? CompanyRecord::yearlyUpper : CompanyRecord::quarterlyUpper;
             return numberArray(std::vector<double>(static_cast<std::size_t>(upper) + 1));
         }
     };
-    return std::visit(Empty{row.datum}, row.access);
+    return std::visit(Empty{row.upper}, row.access);
 }
 
 // What stands in for an absent date.
@@ -113,32 +111,48 @@ Variant& CompanyRecord::place(Datum datum) {
     return data_.at(static_cast<std::size_t>(datum));
 }
 
-std::string CompanyRecord::text(Datum datum) const {
+std::string CompanyRecord::read(datum_kind::Text /*kind*/, Datum datum) const {
     return std::get<std::string>(stored(datum).value());
 }
 
-double CompanyRecord::number(Datum datum) const {
+double CompanyRecord::read(datum_kind::Number /*kind*/, Datum datum) const {
     return std::get<double>(stored(datum).value());
 }
 
-Date CompanyRecord::date(Datum datum) const {
+std::int16_t CompanyRecord::read(datum_kind::Year /*kind*/, Datum datum) const {
+    const auto own = std::get<std::int16_t>(stored(datum).value());
+    if (own != 0 || datum != Datum::LastFY)
+        return own;
+    const Date end = get_LastFYDate();
+    return isAbsent(end) ? std::int16_t{0} : static_cast<std::int16_t>(civil(end).year);
+}
+
+Date CompanyRecord::read(datum_kind::Day /*kind*/, Datum datum) const {
     const Date own = std::get<Date>(stored(datum).value());
     return isAbsent(own) ? std::get<Date>(stored(counterpart(datum)).value()) : own;
 }
 
-void CompanyRecord::setText(Datum datum, const std::string& value) {
+const Variant& CompanyRecord::read(datum_kind::Series /*kind*/, Datum datum) const {
+    return stored(datum);
+}
+
+void CompanyRecord::write(datum_kind::Text /*kind*/, Datum datum, const std::string& value) {
     place(datum) = validText(value);
 }
 
-void CompanyRecord::setNumber(Datum datum, double value) {
+void CompanyRecord::write(datum_kind::Number /*kind*/, Datum datum, double value) {
     place(datum) = validNumber(value);
 }
 
-void CompanyRecord::setDate(Datum datum, Date value) {
+void CompanyRecord::write(datum_kind::Year /*kind*/, Datum datum, std::int16_t value) {
+    place(datum) = value;
+}
+
+void CompanyRecord::write(datum_kind::Day /*kind*/, Datum datum, Date value) {
     place(datum) = validDay(value);
 }
 
-void CompanyRecord::setSeries(Datum datum, const Variant& value) {
+void CompanyRecord::write(datum_kind::Series /*kind*/, Datum datum, const Variant& value) {
     const VariantArray& given = value.array();
     const VariantArray& held = stored(datum).array();
     if (given.lower() != held.lower() || given.upper() != held.upper())
@@ -150,20 +164,8 @@ void CompanyRecord::setSeries(Datum datum, const Variant& value) {
     place(datum) = numberArray(std::move(numbers), given.lower());
 }
 
-std::int16_t CompanyRecord::get_LastFY() const {
-    const auto own = std::get<std::int16_t>(stored(Datum::LastFY).value());
-    if (own != 0)
-        return own;
-    const Date end = date(Datum::LastFYDate);
-    return isAbsent(end) ? std::int16_t{0} : static_cast<std::int16_t>(civil(end).year);
-}
-
-void CompanyRecord::put_LastFY(std::int16_t value) {
-    place(Datum::LastFY) = value;
-}
-
 bool isYearly(Datum series) {
-    return isSeries(rowOf(series)) && rowOf(series).name.starts_with('Y');
+    return rowOf(series).period == DatumPeriod::year;
 }
 
 std::vector<Difference> differences(const iVKR_Company& before, const iVKR_Company& after) {

@@ -29,8 +29,8 @@ namespace vkr {
 // other way about.
 class CompanyRecord final : public CompanyBase {
   public:
-    static constexpr int yearlyUpper = 10;
-    static constexpr int quarterlyUpper = 34;
+    static constexpr int yearlyUpper = datum_kind::Yearly::upper;
+    static constexpr int quarterlyUpper = datum_kind::Quarterly::upper;
 
     CompanyRecord();
 
@@ -40,92 +40,27 @@ class CompanyRecord final : public CompanyBase {
     // The datum as it was set, where the properties may answer with what stands in for it.
     [[nodiscard]] const Variant& stored(Datum datum) const;
 
-// A property is named once; the rest follows from its kind.
-#define VKR_PROPERTY(Type, Argument, read, write, name)                                            \
-    [[nodiscard]] Type get_##name() const override {                                               \
-        return read(Datum::name);                                                                  \
+#define VKR_PROPERTY(kind, name, unit, key, place)                                                 \
+    [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
+        return read(datum_kind::kind(), Datum::name);                                              \
     }                                                                                              \
-    void put_##name(Argument value) override {                                                     \
-        write(Datum::name, value);                                                                 \
+    void put_##name(datum_kind::kind::Argument value) override {                                   \
+        write(datum_kind::kind(), Datum::name, value);                                             \
     }
-#define VKR_TEXT(name) VKR_PROPERTY(std::string, const std::string&, text, setText, name)
-#define VKR_NUMBER(name) VKR_PROPERTY(double, double, number, setNumber, name)
-#define VKR_DATE(name) VKR_PROPERTY(Date, Date, date, setDate, name)
-#define VKR_SERIES(name) VKR_PROPERTY(Variant, const Variant&, stored, setSeries, name)
-
-    VKR_TEXT(Exchange)
-    VKR_TEXT(Industry)
-    VKR_TEXT(Source)
-    VKR_NUMBER(CurrentPrice)
-    VKR_NUMBER(CommDiv)
-    VKR_NUMBER(High52W)
-    VKR_NUMBER(Low52W)
-    VKR_NUMBER(CommShares)
-    VKR_NUMBER(DilutedShares)
-    VKR_NUMBER(TotalDebt)
-    VKR_NUMBER(Last4QEPS)
-    VKR_NUMBER(TaxRate)
-    VKR_NUMBER(PrefDiv)
-    VKR_NUMBER(TotalCap)
-    VKR_NUMBER(InsiderHolding)
-    VKR_NUMBER(Institutional)
-    VKR_TEXT(Name)
-    VKR_TEXT(Symbol)
-    VKR_DATE(DateOfSource)
-    VKR_DATE(PriceUpdatedDate)
-    VKR_NUMBER(PrefShares)
-    VKR_DATE(LastQDate)
-    VKR_DATE(LastFYDate)
-    VKR_NUMBER(ORBEPSProj)
-    VKR_TEXT(Address1)
-    VKR_TEXT(Address2)
-    VKR_TEXT(City)
-    VKR_TEXT(State)
-    VKR_TEXT(Zip)
-    VKR_TEXT(Country)
-    VKR_TEXT(Internet)
-    VKR_TEXT(Tel)
-    VKR_TEXT(ContactPerson)
-    VKR_TEXT(VLTimeliness)
-    VKR_TEXT(VLSafety)
-    VKR_NUMBER(CommDivAlternate)
-    VKR_DATE(LastQDateForGrid)
-    VKR_DATE(LastUpdate)
-    VKR_TEXT(Notes)
-    VKR_SERIES(QPTISeries)
-    VKR_SERIES(YCSOSeries)
-    VKR_SERIES(YTaxRateSeries)
-    VKR_SERIES(YCommEqSeries)
-    VKR_SERIES(QNetIncSeries)
-    VKR_SERIES(QRevenueSeries)
-    VKR_SERIES(QTaxRateSeries)
-    VKR_SERIES(QEPSSeries)
-    VKR_SERIES(YPTISeries)
-    VKR_SERIES(YDividendSeries)
-    VKR_SERIES(YRevenueSeries)
-    VKR_SERIES(YHighSeries)
-    VKR_SERIES(YNetIncSeries)
-    VKR_SERIES(YBookValSeries)
-    VKR_SERIES(YLowSeries)
-    VKR_SERIES(YEPSSeries)
-
-#undef VKR_SERIES
-#undef VKR_DATE
-#undef VKR_NUMBER
-#undef VKR_TEXT
+    VKR_DATA(VKR_PROPERTY)
 #undef VKR_PROPERTY
 
-    [[nodiscard]] std::int16_t get_LastFY() const override;
-    void put_LastFY(std::int16_t value) override;
-
   private:
-    [[nodiscard]] std::string text(Datum datum) const;
-    [[nodiscard]] double number(Datum datum) const;
-    [[nodiscard]] Date date(Datum datum) const;
-    void setText(Datum datum, const std::string& value);
-    void setNumber(Datum datum, double value);
-    void setDate(Datum datum, Date value);
-    void setSeries(Datum datum, const Variant& value);
+    [[nodiscard]] std::string read(datum_kind::Text kind, Datum datum) const;
+    [[nodiscard]] double read(datum_kind::Number kind, Datum datum) const;
+    [[nodiscard]] std::int16_t read(datum_kind::Year kind, Datum datum) const;
+    [[nodiscard]] Date read(datum_kind::Day kind, Datum datum) const;
+    [[nodiscard]] const Variant& read(datum_kind::Series kind, Datum datum) const;
+    void write(datum_kind::Text kind, Datum datum, const std::string& value);
+    void write(datum_kind::Number kind, Datum datum, double value);
+    void write(datum_kind::Year kind, Datum datum, std::int16_t value);
+    void write(datum_kind::Day kind, Datum datum, Date value);
+    void write(datum_kind::Series kind, Datum datum, const Variant& value);
     [[nodiscard]] Variant& place(Datum datum);
 
     std::array<Variant, datumCount> data_;

@@ -91,7 +91,7 @@ constexpr Entry optionEntries[] = {
     {Page::quarterly, "txtQOption(2)", "", "27.5", "QTaxRateSeries", "2=27.5"},
 };
 
-// Have no field of their own: written along with another one.
+// Have no field of their own: written along with another one, if at all.
 const std::set<std::string> writtenAlong = {"CommDivAlternate", "LastQDate", "LastQDateForGrid"};
 
 const DatumRow& rowNamed(std::string_view name) {
@@ -213,7 +213,11 @@ TEST(FieldWalkTable, NamesEveryDatum) {
     for (const auto& entry : optionEntries)
         named.insert(entry.datum);
     for (const auto& row : datumTable())
-        EXPECT_TRUE(named.contains(std::string(row.name))) << row.name;
+        EXPECT_TRUE(named.contains(std::string(row.name)))
+            << row.name
+            << " is typed nowhere. Add a row to `entries`: page, control, what it shows of "
+            << "the full record, the keys, \"" << row.name << "\", what the record has then. "
+            << "Where it has no field, add its name to `writtenAlong`.";
 }
 
 } // namespace

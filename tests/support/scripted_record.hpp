@@ -48,38 +48,17 @@ class ScriptedRecord final : public iVKR_Company {
         return found;
     }
 
-#define VKR_PROPERTY(Type, Argument, name)                                                         \
-    [[nodiscard]] Type get_##name() const override {                                               \
+#define VKR_PROPERTY(kind, name, unit, key, place)                                                 \
+    [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
         note("read " #name);                                                                       \
-        return company->get_##name();                                                              \
+        return shown(company->get_##name());                                                       \
     }                                                                                              \
-    void put_##name(Argument value) override {                                                     \
+    void put_##name(datum_kind::kind::Argument value) override {                                   \
         note("write " #name);                                                                      \
-        company->put_##name(value);                                                                \
+        company->put_##name(taken(Datum::name, value));                                            \
     }
-#define VKR_TEXT(name) VKR_PROPERTY(std::string, const std::string&, name)
-#define VKR_NUMBER(name)                                                                           \
-    [[nodiscard]] double get_##name() const override {                                             \
-        note("read " #name);                                                                       \
-        return everyFigure.value_or(company->get_##name());                                        \
-    }                                                                                              \
-    void put_##name(double value) override {                                                       \
-        note("write " #name);                                                                      \
-        company->put_##name(value);                                                                \
-    }
-#define VKR_DATE(name) VKR_PROPERTY(Date, Date, name)
-#define VKR_SERIES(name)                                                                           \
+#define VKR_READ(name)                                                                             \
     [[nodiscard]] Variant get_##name() const override {                                            \
-        note("read " #name);                                                                       \
-        return shortened(company->get_##name());                                                   \
-    }                                                                                              \
-    void put_##name(const Variant& value) override {                                               \
-        note("write " #name);                                                                      \
-        company->put_##name(missing + first == 0 ? value                                           \
-                                                 : laidOver(value, company->get_##name()));        \
-    }
-#define VKR_READ(Type, name)                                                                       \
-    [[nodiscard]] Type get_##name() const override {                                               \
         note("read " #name);                                                                       \
         return company->get_##name();                                                              \
     }
@@ -89,93 +68,24 @@ class ScriptedRecord final : public iVKR_Company {
         return company->name(value);                                                               \
     }
 
-    VKR_TEXT(Exchange)
-    VKR_TEXT(Industry)
-    VKR_TEXT(Source)
-    VKR_NUMBER(CurrentPrice)
-    VKR_NUMBER(CommDiv)
-    VKR_NUMBER(High52W)
-    VKR_NUMBER(Low52W)
-    VKR_NUMBER(CommShares)
-    VKR_NUMBER(DilutedShares)
-    VKR_NUMBER(TotalDebt)
-    VKR_NUMBER(Last4QEPS)
+    VKR_DATA(VKR_PROPERTY)
     VKR_CALL(BeginYearShift)
     VKR_CALL(YearShiftState)
     VKR_CALL(EndYearShift)
-    VKR_NUMBER(TaxRate)
-    VKR_NUMBER(PrefDiv)
     VKR_CALL(YearShiftUnit)
-    VKR_NUMBER(TotalCap)
-    VKR_NUMBER(InsiderHolding)
-    VKR_NUMBER(Institutional)
-    VKR_TEXT(Name)
-    VKR_TEXT(Symbol)
-    VKR_DATE(DateOfSource)
-    VKR_DATE(PriceUpdatedDate)
-    VKR_NUMBER(PrefShares)
-    VKR_DATE(LastQDate)
-    VKR_DATE(LastFYDate)
-    VKR_NUMBER(ORBEPSProj)
-    VKR_TEXT(Address1)
-    VKR_TEXT(Address2)
-    VKR_TEXT(City)
-    VKR_TEXT(State)
-    VKR_TEXT(Zip)
-    VKR_TEXT(Country)
-    VKR_TEXT(Internet)
-    VKR_TEXT(Tel)
-    VKR_TEXT(ContactPerson)
-    VKR_TEXT(VLTimeliness)
-    VKR_TEXT(VLSafety)
-    VKR_READ(Variant, YearShiftFirst)
-    VKR_READ(Variant, YearShiftLast)
-    VKR_READ(Variant, YearShiftCount)
-    VKR_READ(Variant, ReportingPeriodEnd)
-    VKR_READ(Variant, YearShiftPrices)
-    VKR_READ(Variant, YearShiftEarnings)
-    VKR_READ(Variant, YearShiftDividends)
-    VKR_READ(Variant, YearShiftShares)
-    VKR_NUMBER(CommDivAlternate)
-    VKR_DATE(LastQDateForGrid)
-    VKR_DATE(LastUpdate)
-    VKR_TEXT(Notes)
-    VKR_SERIES(QPTISeries)
-    VKR_SERIES(YCSOSeries)
-    VKR_SERIES(YTaxRateSeries)
-    VKR_SERIES(YCommEqSeries)
-    VKR_SERIES(QNetIncSeries)
-    VKR_SERIES(QRevenueSeries)
-    VKR_SERIES(QTaxRateSeries)
-    VKR_SERIES(QEPSSeries)
-    VKR_SERIES(YPTISeries)
-    VKR_SERIES(YDividendSeries)
-    VKR_SERIES(YRevenueSeries)
-    VKR_SERIES(YHighSeries)
-    VKR_SERIES(YNetIncSeries)
-    VKR_SERIES(YBookValSeries)
-    VKR_SERIES(YLowSeries)
-    VKR_SERIES(YEPSSeries)
+    VKR_READ(YearShiftFirst)
+    VKR_READ(YearShiftLast)
+    VKR_READ(YearShiftCount)
+    VKR_READ(ReportingPeriodEnd)
+    VKR_READ(YearShiftPrices)
+    VKR_READ(YearShiftEarnings)
+    VKR_READ(YearShiftDividends)
+    VKR_READ(YearShiftShares)
 
 #undef VKR_CALL
 #undef VKR_READ
-#undef VKR_SERIES
-#undef VKR_DATE
-#undef VKR_NUMBER
-#undef VKR_TEXT
 #undef VKR_PROPERTY
 
-    [[nodiscard]] std::int16_t get_LastFY() const override {
-        note("read LastFY");
-        return company->get_LastFY();
-    }
-    void put_LastFY(std::int16_t value) override {
-        note("write LastFY");
-        if (datesFollowYear)
-            company->put_LastFYDate(
-                addYears(company->get_LastFYDate(), value - civil(company->get_LastFYDate()).year));
-        company->put_LastFY(value);
-    }
     void put_QuarterlyFlag(const Variant& value) override {
         note("write QuarterlyFlag");
         company->put_QuarterlyFlag(value);
@@ -217,7 +127,15 @@ class ScriptedRecord final : public iVKR_Company {
         std::shared_ptr<Object> object_;
     };
 
-    [[nodiscard]] Variant shortened(Variant series) const {
+    // What is read in place of what stands in it.
+    template <typename Value>
+    [[nodiscard]] Value shown(const Value& value) const {
+        return value;
+    }
+    [[nodiscard]] double shown(double figure) const {
+        return everyFigure.value_or(figure);
+    }
+    [[nodiscard]] Variant shown(Variant series) const {
         if (everySeries)
             return *everySeries;
         if (everyFigure)
@@ -230,6 +148,20 @@ class ScriptedRecord final : public iVKR_Company {
             series = numberArray(std::move(figures), first);
         }
         return series;
+    }
+    // What is written in place of what was given.
+    template <typename Value>
+    const Value& taken(Datum /*datum*/, const Value& value) {
+        return value;
+    }
+    std::int16_t taken(Datum /*datum*/, std::int16_t year) {
+        if (datesFollowYear)
+            company->put_LastFYDate(
+                addYears(company->get_LastFYDate(), year - civil(company->get_LastFYDate()).year));
+        return year;
+    }
+    Variant taken(Datum datum, const Variant& series) {
+        return missing + first == 0 ? series : laidOver(series, company->stored(datum));
     }
     static Variant laidOver(const Variant& series, Variant whole) {
         for (int i = series.array().lower(); i <= series.array().upper(); ++i)
