@@ -2,6 +2,7 @@
 #include "company/company_base.hpp"
 
 #include "company/exact_text.hpp"
+#include "company/setting_table.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
@@ -13,27 +14,6 @@
 namespace vkr {
 
 namespace {
-
-enum class SettingKind { number, text, flag };
-
-struct SettingRow {
-    std::string_view name;
-    SettingKind kind;
-    std::int16_t initial; // of a number
-};
-
-constexpr SettingRow settingRows[] = {
-    {setting::unit, SettingKind::number, 0},         {setting::leadPeriod, SettingKind::number, -1},
-    {setting::currencySymbol, SettingKind::text, 0}, {setting::bookValue, SettingKind::flag, 0},
-    {setting::taxRate, SettingKind::flag, 0},        {setting::lockBasicInfo, SettingKind::flag, 0},
-};
-constexpr std::size_t settingCount = std::size(settingRows);
-
-std::string validText(std::string text) {
-    if (!isValidUtf8(text))
-        throw std::invalid_argument("the text is not valid UTF-8");
-    return text;
-}
 
 std::int16_t validInteger(const Variant& value) {
     if (!value.isNumeric() && !value.isEmpty())
@@ -49,7 +29,7 @@ class CompanySettings final : public Object {
   public:
     CompanySettings() {
         for (std::size_t i = 0; i < settingCount; ++i)
-            values_[i] = initial(settingRows[i]);
+            values_[i] = initial(settingTable[i]);
     }
 
     [[nodiscard]] Variant get(std::string_view name) const override {
@@ -61,7 +41,7 @@ class CompanySettings final : public Object {
         const auto index = find(name);
         if (index == settingCount)
             return Object::put(name, value);
-        switch (settingRows[index].kind) {
+        switch (settingTable[index].kind) {
         case SettingKind::number:
             values_[index] = validInteger(value);
             break;
@@ -89,9 +69,9 @@ class CompanySettings final : public Object {
 
     static std::size_t find(std::string_view name) {
         const auto* row =
-            std::find_if(std::begin(settingRows), std::end(settingRows),
+            std::find_if(std::begin(settingTable), std::end(settingTable),
                          [&](const SettingRow& one) { return equalsIgnoringCase(one.name, name); });
-        return static_cast<std::size_t>(row - std::begin(settingRows));
+        return static_cast<std::size_t>(row - std::begin(settingTable));
     }
 
     std::array<Variant, settingCount> values_;
@@ -161,7 +141,7 @@ std::span<const std::string_view> settingNames() {
     static constexpr auto names = [] {
         std::array<std::string_view, settingCount> all;
         for (std::size_t i = 0; i < settingCount; ++i)
-            all[i] = settingRows[i].name;
+            all[i] = settingTable[i].name;
         return all;
     }();
     return names;

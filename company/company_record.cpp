@@ -11,12 +11,6 @@ namespace vkr {
 
 namespace {
 
-std::string validText(std::string text) {
-    if (!isValidUtf8(text))
-        throw std::invalid_argument("the text is not valid UTF-8");
-    return text;
-}
-
 double validNumber(double value) {
     if (!std::isfinite(value))
         throw std::invalid_argument("the figure is not a finite number");

@@ -135,6 +135,13 @@ bool needsQuotes(std::string_view cell) {
            cell.back() == ' ';
 }
 
+bool looksLikeFormula(std::string_view text) {
+    static constexpr std::string_view formulaStarts = "=+-@\t\r";
+    const auto start = text.find_first_not_of('\'');
+    return start != std::string_view::npos &&
+           formulaStarts.find(text[start]) != std::string_view::npos;
+}
+
 } // namespace
 
 CsvTable readCsv(std::string_view text) {
@@ -168,6 +175,14 @@ void appendCsvRow(std::string& text, const std::vector<std::string>& cells) {
         text += '"';
     }
     text += '\n';
+}
+
+std::string markedAsText(const std::string& text) {
+    return looksLikeFormula(text) ? "'" + text : text;
+}
+
+std::string_view withoutTextMark(std::string_view text) {
+    return text.starts_with('\'') && looksLikeFormula(text) ? text.substr(1) : text;
 }
 
 } // namespace vkr

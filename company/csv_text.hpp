@@ -33,6 +33,12 @@ struct CsvTable {
 // Appends a row of comma-separated cells, in quotation marks where they are needed.
 void appendCsvRow(std::string& text, const std::vector<std::string>& cells);
 
+// A spreadsheet takes a cell that begins with one of =+-@ for a formula. An apostrophe in front
+// keeps it a text; a text with apostrophes of its own there gets one more, so that each comes back
+// as it was.
+[[nodiscard]] std::string markedAsText(const std::string& text);
+[[nodiscard]] std::string_view withoutTextMark(std::string_view text);
+
 inline constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
 } // namespace vkr

@@ -1,22 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "company/exact_text.hpp"
 
+#include "platform/ascii.hpp"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <stdexcept>
 #include <system_error>
 
 namespace vkr {
 
 namespace {
 
-constexpr bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 bool allDigits(std::string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
+    return !text.empty() && std::all_of(text.begin(), text.end(), isAsciiDigit);
 }
 
 int wholeNumber(std::string_view digits) {
@@ -64,7 +63,7 @@ bool isPlainNumber(std::string_view text) {
     if (!text.empty() && (text.front() == '-' || text.front() == '+'))
         text.remove_prefix(1);
     const auto points = std::count(text.begin(), text.end(), '.');
-    const auto digits = std::count_if(text.begin(), text.end(), isDigit);
+    const auto digits = std::count_if(text.begin(), text.end(), isAsciiDigit);
     return digits > 0 && points <= 1 && points + digits == static_cast<std::ptrdiff_t>(text.size());
 }
 
@@ -134,6 +133,12 @@ std::size_t validUtf8Length(std::string_view text) {
         place += form->length;
     }
     return place;
+}
+
+std::string validText(std::string text) {
+    if (!isValidUtf8(text))
+        throw std::invalid_argument("the text is not valid UTF-8");
+    return text;
 }
 
 } // namespace vkr

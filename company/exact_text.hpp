@@ -34,5 +34,7 @@ namespace vkr {
 [[nodiscard]] inline bool isValidUtf8(std::string_view text) {
     return validUtf8Length(text) == text.size();
 }
+// The text; throws std::invalid_argument where it is not valid UTF-8.
+[[nodiscard]] std::string validText(std::string text);
 
 } // namespace vkr

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <numeric>
+#include <sstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -337,6 +338,48 @@ TEST(CompanyCsv, FiguresAreWrittenAsPeopleKeepThem) {
               std::string::npos);
     EXPECT_NE(texts.quarterly->text.find("\n2025-12-27,143756,2.84,51002,17.46,42097\n2025-09-27,"),
               std::string::npos);
+}
+
+// Those that come later may stand between them.
+TEST(CompanyCsv, RowsAndColumnsKeepTheirOrder) {
+    const auto company = importCompany(samples, "AAPL").company;
+    ASSERT_NE(company, nullptr);
+    const CompanyTexts texts = exportCompanyTexts(*company);
+    const auto header = [](const std::string& text) {
+        const CsvTable table = readCsv(text);
+        Lines names;
+        for (const CsvCell& cell : table.rows.front())
+            names.push_back(cell.text);
+        return names;
+    };
+    const CsvTable table = readCsv(texts.company.text);
+    Lines keys;
+    for (const CsvRow& row : table.rows)
+        keys.push_back(row.front().text);
+    const std::pair<Lines, const char*> rows[] = {
+        {keys, "key name symbol exchange industry source source_date last_update address1 "
+               "address2 city state zip country internet tel contact_person current_price "
+               "price_date high_52_weeks low_52_weeks common_dividend common_dividend_alternate "
+               "eps_last_4_quarters eps_projected common_shares diluted_shares total_debt_musd "
+               "total_capitalization_musd preferred_stock_musd preferred_dividends_musd "
+               "tax_rate_pct insider_holding_pct institutional_holding_pct timeliness safety "
+               "last_fiscal_year last_fiscal_year_end last_quarter_end grid_quarter_end notes "
+               "unit lead_period currency_symbol show_book_value show_tax_rate lock_basic_info"},
+        {header(texts.yearly->text),
+         "fiscal_year fiscal_year_end revenue_musd pretax_income_musd tax_rate_pct "
+         "net_income_musd common_equity_musd book_value_per_share eps dividend high low "
+         "shares_musd"},
+        {header(texts.quarterly->text),
+         "quarter_end revenue_musd eps pretax_income_musd tax_rate_pct net_income_musd"},
+    };
+    for (const auto& [names, inOrder] : rows) {
+        std::istringstream expected(inOrder);
+        auto place = names.begin();
+        for (std::string name; expected >> name;) {
+            place = std::find(place, names.end(), name);
+            ASSERT_NE(place, names.end()) << name;
+        }
+    }
 }
 
 // A file names the years 1900 to 9999; beyond them the figures are numbered.
