@@ -6,9 +6,11 @@
 #include "tools/event_driver.hpp"
 
 #include <QApplication>
+#include <QFile>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -132,5 +134,24 @@ class HostTest : public testing::Test {
     EventDriver user_;
     std::unique_ptr<Workspace> host_;
 };
+
+// The names in the list of companies, in its order.
+inline QStringList shownNames(Workspace& host) {
+    QStringList names;
+    const QAbstractItemModel& rows = *host.list().findChild<QTableView*>("companies")->model();
+    for (int row = 0; row < rows.rowCount(); ++row)
+        names.append(rows.index(row, CompanyListModel::name).data().toString());
+    return names;
+}
+
+inline QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+inline void write(const QString& path, const QByteArray& text) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(text), text.size());
+}
 
 } // namespace vkr
