@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
-#include "binding/enumerations.hpp"
 #include "binding/session.hpp"
 #include "input/mdlKMTMisc.hpp"
+#include "record/datum_table.hpp"
+#include "record/enumerations.hpp"
 
 #include <functional>
 #include <map>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
-#include "binding/enumerations.hpp"
 #include "binding/session.hpp"
+#include "record/datum_table.hpp"
+#include "record/enumerations.hpp"
 
 #include <functional>
 #include <optional>

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
-#include "binding/enumerations.hpp"
-#include "binding/ivkr_company.hpp"
 #include "form/handle.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/number_text.hpp"
@@ -11,6 +8,9 @@
 #include "platform/form.hpp"
 #include "platform/localizer.hpp"
 #include "platform/services.hpp"
+#include "record/datum_table.hpp"
+#include "record/enumerations.hpp"
+#include "record/ivkr_company.hpp"
 
 #include <functional>
 #include <map>

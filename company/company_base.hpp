@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/data_list.hpp"
-#include "binding/ivkr_company.hpp"
+#include "record/data_list.hpp"
+#include "record/ivkr_company.hpp"
 
 #include <cstdint>
 #include <memory>

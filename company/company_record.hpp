@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
 #include "company/company_base.hpp"
 #include "platform/object_factory.hpp"
 #include "platform/variant.hpp"
+#include "record/datum_table.hpp"
 
 #include <array>
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
+#include "record/datum_table.hpp"
 
 #include <string_view>
 #include <vector>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/ivkr_company.hpp"
+#include "record/ivkr_company.hpp"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
 #include "platform/form.hpp"
+#include "record/datum_table.hpp"
 
 #include <optional>
 #include <string_view>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "binding/company_fields.hpp"
-#include "binding/enumerations.hpp"
 #include "binding/series_grid.hpp"
+#include "record/enumerations.hpp"
 
 #include <optional>
 #include <unordered_map>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "control/property_table.hpp"
 
-#include "binding/enumerations.hpp"
 #include "input/date_pattern.hpp"
 #include "input/number_pattern.hpp"
 #include "platform/color.hpp"
+#include "record/enumerations.hpp"
 
 #include <cstddef>
 #include <iterator>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
-#include "binding/enumerations.hpp"
-#include "binding/ivkr_company.hpp"
 #include "control/vkr_data_entry_events.hpp"
 #include "form/sizes.hpp"
 #include "platform/form.hpp"
 #include "platform/property_bag.hpp"
 #include "platform/services.hpp"
+#include "record/datum_table.hpp"
+#include "record/enumerations.hpp"
+#include "record/ivkr_company.hpp"
 
 #include <cstdint>
 #include <functional>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/enumerations.hpp"
-#include "binding/ivkr_company.hpp"
 #include "platform/variant.hpp"
+#include "record/enumerations.hpp"
+#include "record/ivkr_company.hpp"
 
 #include <cstdint>
 #include <memory>

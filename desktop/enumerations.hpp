@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/enumerations.hpp"
+#include "record/enumerations.hpp"
 
 #include <QMetaEnum>
 #include <QObject>
@@ -13,7 +13,7 @@ namespace vkr {
 //     QMetaEnum::fromType<vkr::DataEntryObject>().valueToKey(20); // "doLastFY"
 //     qDebug() << vkr::toYearly;                                 // vkr::toYearly
 //
-// A new one is named in binding/enumerations.hpp too, where the meta-object compiler reads it.
+// A new one is named in record/enumerations.hpp too, where the meta-object compiler reads it.
 Q_NAMESPACE
 Q_ENUM_NS(TABObject)
 Q_ENUM_NS(DataEntryObject)

@@ -5,6 +5,8 @@
 #include "host/assistant_topics.hpp"
 #include "host/history_chart.hpp"
 #include "platform/number_marks.hpp"
+#include "record/datum_table.hpp"
+#include "record/enumerations.hpp"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/datum_table.hpp"
-#include "binding/enumerations.hpp"
+#include "record/datum_table.hpp"
+#include "record/enumerations.hpp"
 
 #include <array>
 #include <optional>

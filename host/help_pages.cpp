@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/help_pages.hpp"
 
-#include "binding/enumerations.hpp"
+#include "record/enumerations.hpp"
 
 #include <QFile>
 

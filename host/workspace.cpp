@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "host/workspace.hpp"
 
-#include "binding/enumerations.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "host/csv_transfer.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
+#include "record/enumerations.hpp"
 
 #include <QApplication>
 #include <QCollator>

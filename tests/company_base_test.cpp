@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "binding/datum_table.hpp"
 #include "company/company_base.hpp"
 #include "company/company_record.hpp"
+#include "record/datum_table.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "binding/enumerations.hpp"
+#include "record/enumerations.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/scripted_record.hpp"
 

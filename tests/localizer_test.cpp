@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "binding/enumerations.hpp"
 #include "localizer/localizer.hpp"
+#include "record/enumerations.hpp"
 
 #include <array>
 #include <gtest/gtest.h>

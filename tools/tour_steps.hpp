@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/enumerations.hpp"
 #include "host/workspace.hpp"
+#include "record/enumerations.hpp"
 #include "tools/event_driver.hpp"
 
 #include <QDir>

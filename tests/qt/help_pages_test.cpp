@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "binding/enumerations.hpp"
 #include "company/company_csv.hpp"
 #include "host/help_pages.hpp"
 #include "host/help_viewer.hpp"
@@ -7,6 +6,7 @@
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_text.hpp"
+#include "record/enumerations.hpp"
 #include "source_folder.hpp"
 
 #include <QFile>

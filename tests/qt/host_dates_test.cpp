@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "binding/enumerations.hpp"
 #include "company/company_csv.hpp"
+#include "record/enumerations.hpp"
 #include "tests/qt/host_fixture.hpp"
 
 namespace vkr {

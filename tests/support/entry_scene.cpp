@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/entry_scene.hpp"
 
-#include "binding/datum_table.hpp"
+#include "record/datum_table.hpp"
 
 namespace vkr {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "binding/datum_table.hpp"
+#include "record/datum_table.hpp"
 
 #include <array>
 #include <type_traits>
