@@ -2,6 +2,7 @@
 #include "binding/company_fields.hpp"
 
 #include "form/controls.hpp"
+#include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
@@ -14,115 +15,49 @@ namespace vkr {
 namespace {
 
 using enum FieldKind;
-using enum LoadStep;
-
-constexpr KeyFilter anything{.freeText = true, .allowNegative = true};
-constexpr KeyFilter capitals{.freeText = true, .allowNegative = true, .upperCase = true};
-constexpr KeyFilter figure{.allowNegative = true};
-constexpr KeyFilter positive{};
-constexpr bool unfiltered = false;
-constexpr bool inUnit = true;
-
-// In the order in which a company is loaded.
-constexpr CompanyField fields[] = {
-    {"txtPrefDiv", doPrefDiv, number, Datum::PrefDiv, otherNumbers, toOther, figure, true, inUnit},
-    {"txtTaxRate", doEstTaxRate, number, Datum::TaxRate, otherNumbers, toOther, figure},
-    {"txtCommDiv", doCommDiv, number, Datum::CommDiv, otherNumbers, toCompany, positive},
-
-    {"txtNotes", doNotes, text, Datum::Notes, otherTexts, toOther, anything, unfiltered},
-    {"txtVLSafety", doVLSafety, text, Datum::VLSafety, otherTexts, toOther, anything},
-    {"txtVLTimelines", doVLTimelines, text, Datum::VLTimeliness, otherTexts, toOther, anything},
-    {"txtTel", doTel, text, Datum::Tel, otherTexts, toOther, anything},
-    {"txtContactPerson", doContactPerson, text, Datum::ContactPerson, otherTexts, toOther,
-     anything},
-    {"txtInternet", doInternetURL, text, Datum::Internet, otherTexts, toOther, anything},
-    {"txtCountry", doCountry, text, Datum::Country, otherTexts, toOther, anything},
-    {"txtZip", doZip, text, Datum::Zip, otherTexts, toOther, anything},
-    {"txtState", doState, text, Datum::State, otherTexts, toOther, anything},
-    {"txtCity", doCity, text, Datum::City, otherTexts, toOther, anything},
-    {"txtAddress1", doAddress1, text, Datum::Address1, otherTexts, toOther, anything},
-    {"txtAddress2", doAddress2, text, Datum::Address2, otherTexts, toOther, anything},
-
-    {"cmbExchange", doExchange, list, Datum::Exchange, choices, toCompany, anything},
-    {"cmbIndustry", doIndustry, list, Datum::Industry, choices, toCompany, anything},
-    {"cmbSource", doSource, list, Datum::Source, choices, toCompany, anything},
-
-    {"txtDilutedShares", doDilutedShares, number, Datum::DilutedShares, companyNumbers, toCompany,
-     figure, true, inUnit},
-    {"txtCommonShares", doCommShares, number, Datum::CommShares, companyNumbers, toCompany, figure,
-     true, inUnit},
-    {"txtPreferredShares", doPrefShares, number, Datum::PrefShares, companyNumbers, toCompany,
-     figure, true, inUnit},
-    {"txtInstitutional", doInstitutional, number, Datum::Institutional, companyNumbers, toCompany,
-     figure},
-    {"txtInsiderHolding", doInsiderHolding, percent, Datum::InsiderHolding, companyNumbers,
-     toCompany, figure},
-    {"txtTotalDebt", doTotalDebt, number, Datum::TotalDebt, companyNumbers, toCompany, figure, true,
-     inUnit},
-    {"txtTotalCap", doTotalCap, number, Datum::TotalCap, companyNumbers, toCompany, positive, true,
-     inUnit},
-    {"txtLast4QEPS", doLast4QEPS, number, Datum::Last4QEPS, companyNumbers, toYearly, figure},
-    {"txtEPSProj", doORBEPSProj, number, Datum::ORBEPSProj, companyNumbers, toCompany, figure},
-
-    {"txtPriceUpdate", doPriceUpdatedDate, date, Datum::PriceUpdatedDate, dates, toCompany,
-     anything},
-    {"txtLastUpdate", doLastStudied, date, Datum::LastUpdate, dates, toCompany, anything},
-    {"txtDateOfSource", doDateOfSource, date, Datum::DateOfSource, dates, toCompany, anything},
-
-    {"txt52WLow", do52WLow, price, Datum::Low52W, prices, toCompany, positive},
-    {"txt52WHigh", do52WHigh, price, Datum::High52W, prices, toCompany, positive},
-    {"txtCurrentPrice", doCurrentPrice, price, Datum::CurrentPrice, prices, toCompany, positive},
-
-    {"txtName", doName, text, Datum::Name, identity, toCompany, anything},
-    {"txtSymbol", doSymbol, text, Datum::Symbol, identity, toCompany, capitals},
-};
 
 constexpr std::string_view sourcesStatingRates[] = {"S & P", "Value Line"};
 
 } // namespace
 
-std::span<const CompanyField> companyFieldTable() {
-    return fields;
-}
-
 CompanyFields::CompanyFields(Session& session) : session_(session) {
-    controls_.reserve(std::size(fields));
-    for (const auto& field : fields) {
-        controls_.push_back(&session.form.get<TextField>(field.control));
+    controls_.reserve(companyFieldTable().size());
+    for (const auto& field : companyFieldTable()) {
+        controls_.push_back(&session.form.get<TextField>(field.control.name, field.control.index));
         controls_.back()->setCapitals(field.filter.upperCase);
         byControl_.emplace(controls_.back(), &field);
     }
 }
 
-const CompanyField* CompanyFields::find(const Control& control) const {
+const FieldRow* CompanyFields::find(const Control& control) const {
     const auto found = byControl_.find(&control);
     return found == byControl_.end() ? nullptr : found->second;
 }
 
-TextField& CompanyFields::control(const CompanyField& field) const {
-    return *controls_[static_cast<std::size_t>(&field - fields)];
+TextField& CompanyFields::control(const FieldRow& field) const {
+    return *controls_[static_cast<std::size_t>(&field - companyFieldTable().data())];
 }
 
 void CompanyFields::load(LoadStep step) {
-    for (const auto& field : fields)
-        if (field.step == step)
+    for (const auto& field : companyFieldTable())
+        if (field.load.step == step)
             attempt([&] { show(field); });
 }
 
-void CompanyFields::show(const CompanyField& field) {
+void CompanyFields::show(const FieldRow& field) {
     const auto& company = *session_.company;
     switch (field.kind) {
     case text:
     case list:
-        putFieldText(control(field), readText(company, field.datum));
+        putFieldText(control(field), readText(company, *field.datum));
         break;
     case date:
-        putFieldText(control(field), session_.dateText(readDate(company, field.datum)));
+        putFieldText(control(field), session_.dateText(readDate(company, *field.datum)));
         break;
     case number:
     case price:
     case percent: {
-        double stored = readNumber(company, field.datum);
+        double stored = readNumber(company, *field.datum);
         if (field.datum == Datum::CommDiv) {
             const double alternate = company.get_CommDivAlternate();
             stored = alternate != 0 ? alternate : stored;
@@ -133,9 +68,9 @@ void CompanyFields::show(const CompanyField& field) {
     }
 }
 
-void CompanyFields::showNumber(const CompanyField& field, double stored) {
+void CompanyFields::showNumber(const FieldRow& field, double stored) {
     TextField& shown = control(field);
-    const bool negatives = field.filter.allowNegative || field.scaled;
+    const bool negatives = field.filter.allowNegative || field.isScaled();
     if (field.kind == percent) {
         ShowScaledValue(stored, "#0.0\\%", shown, negatives);
     } else if (field.kind == price) {
@@ -143,29 +78,30 @@ void CompanyFields::showNumber(const CompanyField& field, double stored) {
         if (session_.fractionDisplay)
             ConvertPriceText(false, shown);
     } else {
-        const double value = field.scaled ? ScaledForDisplay(stored, session_.unitFactor) : stored;
+        const double value =
+            field.isScaled() ? ScaledForDisplay(stored, session_.unitFactor) : stored;
         ShowScaledValue(value, session_.numberFormat, shown, negatives);
     }
 }
 
 void CompanyFields::showScaled() {
-    for (const auto& field : fields)
-        if (field.scaled)
+    for (const auto& field : companyFieldTable())
+        if (field.isScaled())
             attempt([&] { show(field); });
 }
 
 void CompanyFields::clear(TABObject page) {
     movedEnds_.clear();
-    for (const auto& field : fields)
+    for (const auto& field : companyFieldTable())
         if (field.page == page)
             putFieldText(control(field), "");
 }
 
-void CompanyFields::leave(const CompanyField& field) {
+void CompanyFields::leave(const FieldRow& field) {
     session_.guarded(control(field), [&] { takeText(field); });
 }
 
-void CompanyFields::takeText(const CompanyField& field) {
+void CompanyFields::takeText(const FieldRow& field) {
     TextField& left = control(field);
     const bool untouched = isUntouched(left);
     const bool changed = checkFieldChange(left, session_);
@@ -199,13 +135,13 @@ void CompanyFields::takeText(const CompanyField& field) {
 }
 
 // The stored figure, not its rounded picture.
-void CompanyFields::writeBack(const CompanyField& field) {
-    writeDatum(*session_.company, field.datum, readDatum(*session_.company, field.datum));
+void CompanyFields::writeBack(const FieldRow& field) {
+    writeDatum(*session_.company, *field.datum, readDatum(*session_.company, *field.datum));
 }
 
 // A record that refuses the value leaves the text as typed, with a mark that says so.
-void CompanyFields::store(const CompanyField& field, const Variant& value) {
-    bool stored = attempt([&] { writeDatum(*session_.company, field.datum, value); });
+void CompanyFields::store(const FieldRow& field, const Variant& value) {
+    bool stored = attempt([&] { writeDatum(*session_.company, *field.datum, value); });
     if (field.datum == Datum::CommDiv)
         stored =
             attempt([&] { session_.company->put_CommDivAlternate(value.toDouble()); }) && stored;
@@ -214,7 +150,7 @@ void CompanyFields::store(const CompanyField& field, const Variant& value) {
         session_.markChanged(); // the host may have saved since the value was refused
 }
 
-void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
+void CompanyFields::storeDate(const FieldRow& field, TextField& control) {
     const auto typed = session_.typedDate(control);
     // Only the date of the source may be absent: an empty field is how that shows.
     const bool taken =
@@ -228,20 +164,20 @@ void CompanyFields::storeDate(const CompanyField& field, TextField& control) {
         putFieldText(control, session_.dateText(typed.value_or(Date{})));
 }
 
-void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
+void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {
     const auto clean =
         field.kind == price ? session_.typedText(control.text(), NumericKind::PriceText)
         : field.kind == percent
             ? session_.typedText(control.text(), NumericKind::PlainNumber)
             : session_.typedNumber(control.text(),
-                                   field.scaled ? -UnitExponent(session_.unitFactor) : 0);
+                                   field.isScaled() ? -UnitExponent(session_.unitFactor) : 0);
     if (!clean.fits) {
         control.setMark(session_.unstored(text_number::reasonTooLarge));
         return;
     }
     const std::string typed = control.text();
-    const double value =
-        field.scaled ? UnscaledFromText(clean.text, session_.unitFactor) : numericValue(clean.text);
+    const double value = field.isScaled() ? UnscaledFromText(clean.text, session_.unitFactor)
+                                          : numericValue(clean.text);
     if (value < 0 && !field.filter.allowNegative) {
         control.setMark(session_.unstored(text_number::reasonNegative));
         return;
@@ -251,7 +187,7 @@ void CompanyFields::storeNumber(const CompanyField& field, TextField& control) {
         return;
     showNumber(field, value);
     session_.tellLeftOut(control, typed, clean.leftOut);
-    movedEnds_.erase(field.datum);
+    movedEnds_.erase(*field.datum);
     if (field.datum == Datum::CurrentPrice)
         followPrice(value);
     if (field.datum == Datum::Last4QEPS && trailingEarningsTyped)

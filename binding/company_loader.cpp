@@ -16,27 +16,6 @@ namespace {
 
 // --- loading -----------------------------------------------------------------------------------
 
-enum class LoadScale { one, unit };
-
-struct LoadedSeries {
-    Datum series;
-    LoadScale scale;
-};
-
-// The order in which series are shown. The quarterly earnings take the unit factor here alone:
-// they are typed and shown again per share.
-constexpr LoadedSeries yearlySeries[] = {
-    {Datum::YCSOSeries, LoadScale::unit},     {Datum::YLowSeries, LoadScale::one},
-    {Datum::YHighSeries, LoadScale::one},     {Datum::YDividendSeries, LoadScale::one},
-    {Datum::YEPSSeries, LoadScale::one},      {Datum::YNetIncSeries, LoadScale::unit},
-    {Datum::YRevenueSeries, LoadScale::unit},
-};
-constexpr LoadedSeries quarterlySeries[] = {
-    {Datum::QRevenueSeries, LoadScale::unit},
-    {Datum::QEPSSeries, LoadScale::unit},
-    {Datum::QNetIncSeries, LoadScale::unit},
-};
-
 Date today(const Session& session) {
     return session.services.today();
 }
@@ -59,11 +38,22 @@ void suggest(Session& session, Datum missing, Datum written, Date date(const Ses
         session.suggestedDates.insert(written);
 }
 
-void showSeries(const Session& session, SeriesGrid& grid, std::span<const LoadedSeries> table) {
-    for (const LoadedSeries& loaded : table)
+// What the options choose is shown once they are known.
+void showColumn(const Session& session, SeriesGrid& grid, int number) {
+    const GridColumn& column = grid.columns()[static_cast<std::size_t>(number)];
+    if (column.choice == ColumnChoice::none)
         attempt([&] {
-            grid.show(loaded.series, loaded.scale == LoadScale::unit ? session.unitFactor : 1);
+            grid.show(number,
+                      column.loadedInUnit ? std::optional(session.unitFactor) : std::nullopt);
         });
+}
+
+// The yearly columns from the last to the first, the quarterly ones from the first.
+void showColumns(const Session& session, SeriesGrid& yearly, SeriesGrid& quarterly) {
+    for (int column = static_cast<int>(yearly.columns().size()); column-- > 0;)
+        showColumn(session, yearly, column);
+    for (int column = 0; column < static_cast<int>(quarterly.columns().size()); ++column)
+        showColumn(session, quarterly, column);
 }
 
 void loadReportingPeriod(Session& session) {
@@ -196,8 +186,7 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     fields.load(LoadStep::prices);
     fields.load(LoadStep::identity);
 
-    showSeries(session, yearly, yearlySeries);
-    showSeries(session, quarterly, quarterlySeries);
+    showColumns(session, yearly, quarterly);
     attempt([&] { loadSettings(session); });
     attempt([&] { yearly.showChoice(ColumnChoice::income); });
     attempt([&] { yearly.showChoice(ColumnChoice::equity); });

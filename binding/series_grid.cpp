@@ -17,18 +17,18 @@ SeriesGrid::SeriesGrid(Session& session, std::span<const GridColumn> columns)
 void SeriesGrid::collectCells() {
     cells_.assign(columns_.size(), {});
     for (std::size_t column = 0; column < columns_.size(); ++column) {
-        const auto name = columns_[column].cells;
-        for (int row = 0; row <= session_.form.upperBound(name); ++row)
-            cells_[column].push_back(&session_.textBox(name, row));
+        const auto& array = columns_[column].cells;
+        for (int row = 0; row <= array.last(session_.form); ++row)
+            cells_[column].push_back(&session_[array[row]]);
     }
 }
 
 const GridSeries& SeriesGrid::seriesOf(const GridColumn& column) const {
     switch (column.choice) {
     case ColumnChoice::income:
-        return session_.incomeRow == IncomeRow::preTaxIncome ? column.first : column.second;
+        return session_.incomeRow == IncomeRow::preTaxIncome ? column.first : *column.second;
     case ColumnChoice::equity:
-        return session_.equityRow == EquityRow::commonEquity ? column.first : column.second;
+        return session_.equityRow == EquityRow::commonEquity ? column.first : *column.second;
     case ColumnChoice::none:
         break;
     }
@@ -50,7 +50,7 @@ DataEntryObject SeriesGrid::objectOf(const Control& control) const {
 }
 
 double SeriesGrid::scaleOf(const GridSeries& series) const {
-    return series.scaled ? session_.unitFactor : 1;
+    return series.isScaled() ? session_.unitFactor : 1;
 }
 
 int SeriesGrid::reachableColumns() const {
@@ -81,15 +81,14 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
         }
     }
     ShowScaledValueRow(true, description.price ? session_.priceFormat : session_.numberFormat,
-                       shown, fields, description.negativesShown,
-                       unitFactor.value_or(scaleOf(series)),
+                       shown, fields, description.negatives, unitFactor.value_or(scaleOf(series)),
                        description.price && session_.fractionDisplay);
 }
 
-void SeriesGrid::show(Datum series, std::optional<double> unitFactor) {
+void SeriesGrid::show(Datum series) {
     for (std::size_t column = 0; column < columns_.size(); ++column)
         if (seriesOf(columns_[column]).series == series)
-            show(static_cast<int>(column), unitFactor);
+            show(static_cast<int>(column));
 }
 
 void SeriesGrid::showAll() {
@@ -110,7 +109,7 @@ void SeriesGrid::showAgain() {
 
 void SeriesGrid::showScaled() {
     for (std::size_t column = 0; column < columns_.size(); ++column)
-        if (seriesOf(columns_[column]).scaled)
+        if (seriesOf(columns_[column]).isScaled())
             show(static_cast<int>(column));
 }
 
@@ -172,7 +171,7 @@ void SeriesGrid::enter(Cell cell) {
 bool SeriesGrid::keyPress(Cell cell, char32_t& character) {
     return FilterNumericKey(character, true, false,
                             *cells(cell.column)[static_cast<std::size_t>(cell.row)],
-                            columns_[static_cast<std::size_t>(cell.column)].minusTyped, false);
+                            columns_[static_cast<std::size_t>(cell.column)].negatives, false);
 }
 
 std::vector<TextBox*> SeriesGrid::focusable(int column) const {
@@ -281,9 +280,9 @@ void SeriesGrid::takeText(Cell cell) {
     if (!untouched) {
         std::string reason = reasonNotToStore();
         if (reason.empty() && !clean.fits)
-            reason = session_.reason(text_number::reasonTooLarge);
-        if (reason.empty() && !column.minusTyped && numericValue(clean.text) < 0)
-            reason = session_.reason(text_number::reasonNegative);
+            reason = session_.text(text_number::reasonTooLarge);
+        if (reason.empty() && !column.negatives && numericValue(clean.text) < 0)
+            reason = session_.text(text_number::reasonNegative);
         left.setMark(reason.empty() ? FieldMark() : FieldMark{MarkKind::unstored, reason});
         if (left.isUnstored())
             return;
@@ -346,11 +345,15 @@ void SeriesGrid::showElement(Cell cell) {
     });
 }
 
+std::string SeriesGrid::nameOf(const GridSeries& series) const {
+    return series.name == 0 ? std::string(series.nameWithoutNumber) : session_.text(series.name);
+}
+
 std::vector<std::string> SeriesGrid::shiftAll(int periods) {
     std::vector<std::string> stayed;
     forEachSeries([&](const GridSeries& series) {
         if (!shiftSeries(series.series, periods)) // the others move, even where it can't be named
-            attempt([&] { stayed.push_back(session_.text(series.nameNumber, series.name)); });
+            attempt([&] { stayed.push_back(nameOf(series)); });
     });
     return stayed;
 }
@@ -385,15 +388,12 @@ void SeriesGrid::tellStayed(const std::vector<std::string>& names) {
     std::string list;
     for (const auto& name : names)
         list += (list.empty() ? "" : ", ") + name;
-    session_.message(session_.text(text_number::figuresStayed,
-                                   "These figures could not be moved. They stand in another period "
-                                   "now:") +
-                         "\r" + list,
+    session_.message(session_.text(text_number::figuresStayed) + "\r" + list,
                      message_box::exclamationIcon);
 }
 
 void SeriesGrid::tellRefused() {
-    session_.message(session_.reason(text_number::reasonRefused), message_box::exclamationIcon);
+    session_.message(session_.text(text_number::reasonRefused), message_box::exclamationIcon);
 }
 
 void SeriesGrid::showStored(Cell cell, double stored) {
@@ -401,7 +401,7 @@ void SeriesGrid::showStored(Cell cell, double stored) {
     TextBox& shown = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     ShowScaledValue(ScaledForDisplay(stored, scaleOf(seriesOf(column))),
                     column.price ? session_.priceFormat : session_.numberFormat, shown,
-                    column.negativesShown);
+                    column.negatives);
     if (column.price && session_.fractionDisplay)
         ConvertPriceText(false, shown);
 }

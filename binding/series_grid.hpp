@@ -2,40 +2,15 @@
 #pragma once
 
 #include "binding/session.hpp"
-#include "record/datum_table.hpp"
-#include "record/enumerations.hpp"
+#include "form/form_layout.hpp"
 
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace vkr {
-
-// A figure over time: its series, its object number, whether it is money or shares, which follow
-// the currency unit, and what people call it.
-struct GridSeries {
-    Datum series;
-    DataEntryObject object;
-    bool scaled;
-    int nameNumber; // in the string table
-    std::string_view name;
-};
-
-// A column whose figure the Options tab chooses shows `first` or `second`.
-enum class ColumnChoice { none, income, equity };
-
-struct GridColumn {
-    std::string_view cells; // name of the control array
-    GridSeries first;
-    GridSeries second; // the same as first where there is no choice
-    ColumnChoice choice = ColumnChoice::none;
-    bool minusTyped = false;     // a minus can be typed
-    bool negativesShown = false; // else a negative figure is an empty cell
-    bool price = false;          // shown in decimals or eighths
-};
 
 // A grid of cells over the record's series: one column a series, one row a period. The yearly and
 // the quarterly grid are this mechanism with a column table each.
@@ -65,7 +40,7 @@ class SeriesGrid {
     // Shows a column's series in its cells. The unit decides the scale of money and shares;
     // `unitFactor` overrides it.
     void show(int column, std::optional<double> unitFactor = std::nullopt);
-    void show(Datum series, std::optional<double> unitFactor = std::nullopt);
+    void show(Datum series);
     void showAll();
     void showAgain();  // the same periods: what could not be stored stays as typed
     void showScaled(); // the columns that follow the currency unit
@@ -102,8 +77,8 @@ class SeriesGrid {
     void forEachSeries(Act&& act) const {
         for (const auto& column : columns_) {
             act(column.first);
-            if (column.choice != ColumnChoice::none)
-                act(column.second);
+            if (column.second)
+                act(*column.second);
         }
     }
     // Moves all series of the record by a number of periods; what comes in is 0. A series that the
@@ -117,6 +92,7 @@ class SeriesGrid {
 
   private:
     [[nodiscard]] std::optional<Cell> activeCell() const;
+    [[nodiscard]] std::string nameOf(const GridSeries& series) const;
     [[nodiscard]] bool shiftSeries(Datum series, int periods);
     void follow(const std::function<bool(const GridColumn&)>& concerns,
                 const std::function<void(TextField&, const std::function<bool()>&)>& cellFollows);

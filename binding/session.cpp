@@ -6,6 +6,7 @@
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
+#include "localizer/string_table.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/text.hpp"
 
@@ -142,34 +143,8 @@ std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
     return typedDate(field);
 }
 
-std::string Session::reason(int number) const {
-    struct Reason {
-        int number;
-        std::string_view fallback;
-    };
-    static constexpr Reason reasons[] = {
-        {text_number::reasonNoDate, "This is not a date and was not stored."},
-        {text_number::reasonTooLarge, "This number is too large and was not stored."},
-        {text_number::reasonRefused, "This value could not be stored."},
-        {text_number::reasonNoQuarter,
-         "Without a date of the last quarter this figure has no quarter and was not stored."},
-        {text_number::takenInPart, "Taken as %1; \"%2\" was left out."},
-        {text_number::reasonNegative, "A negative figure makes no sense here and was not stored."},
-        {text_number::noteFigure, "Figures only. A loss begins with a minus sign."},
-        {text_number::notePositive, "Figures only, without a minus sign."},
-        {text_number::notePrice,
-         "Figures only, without a minus sign. Eighths are written as 3 1/8."},
-        {text_number::noteYear, "A year in four figures, from 1980 to 9900."},
-        {text_number::noteDecimalMark, "The decimal mark is \"%1\", once in a figure."},
-        {text_number::noteOneFigure,
-         "This field takes one figure. Several cells can't be pasted into it."},
-        {text_number::noteFull, "There is room for %1 characters."},
-    };
-    return text(number, std::ranges::find(reasons, number, &Reason::number)->fallback);
-}
-
 FieldMark Session::unstored(int reasonNumber) const {
-    return {MarkKind::unstored, reason(reasonNumber)};
+    return {MarkKind::unstored, text(reasonNumber)};
 }
 
 void Session::tellLeftOut(TextField& field, std::string_view typed,
@@ -188,7 +163,7 @@ void Session::markDoubtful(TextField& field, std::string_view leftOut) const {
         return textLength(text) <= longest ? std::string(text)
                                            : std::string(textLeft(text, longest)) + "\u2026";
     };
-    std::string reason = this->reason(text_number::takenInPart);
+    std::string reason = text(text_number::takenInPart);
     // What was typed may hold a "%1" of its own: the figure comes first.
     ReplaceAll(reason, "%1", field.text().empty() ? "0" : brief(field.text()));
     ReplaceAll(reason, "%2", brief(leftOut));
@@ -196,7 +171,7 @@ void Session::markDoubtful(TextField& field, std::string_view leftOut) const {
 }
 
 void Session::tellRefused(TextField& field, int noteNumber) const {
-    std::string note = reason(noteNumber);
+    std::string note = text(noteNumber);
     ReplaceAll(note, "%1",
                noteNumber == text_number::noteFull ? std::to_string(field.maxLength())
                                                    : std::string(1, form.numberMarks().decimal));
@@ -229,6 +204,10 @@ std::string Session::dateText(Date date) const {
     return isValidDate(date) ? formatDate(date, dateFormat) : std::string();
 }
 
+std::string Session::text(int number) const {
+    return text(number, findString(standardStrings(), number));
+}
+
 std::string Session::text(int number, std::string_view fallback) const {
     std::string found;
     if (localizer != nullptr)
@@ -242,15 +221,12 @@ MessageAnswer Session::message(const std::string& text, int buttons) {
                      [&] { return services.messageBox(text, buttons, title); });
 }
 
-bool Session::confirmLoss(int number, std::string_view fallback, const std::string& period,
-                          int icon) {
+bool Session::confirmLoss(int number, const std::string& period, int icon) {
     if (asking_)
         return false;
     const auto asked = company; // the host may hand in another one while the question is up
-    const std::string question =
-        text(number, fallback) + " " + period + " " +
-        text(text_number::dropsOut, "will drop out of the company's history.") + "\r" +
-        text(text_number::noUndo, "There is no undo for this. Do you want to go on?");
+    const std::string question = text(number) + " " + period + " " + text(text_number::dropsOut) +
+                                 "\r" + text(text_number::noUndo);
     asking_ = true;
     const MessageAnswer answer =
         message(question, message_box::yesNo | icon | message_box::defaultSecondButton);

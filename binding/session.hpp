@@ -117,8 +117,6 @@ class Session final : public FieldHost {
     // The date that a date field stands for: the stored one while nobody has touched its text,
     // whatever the display pattern left of it.
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
-    // Why a text is not stored: one of the reasons of text_number.
-    [[nodiscard]] std::string reason(int number) const;
     [[nodiscard]] FieldMark unstored(int reasonNumber) const;
     // A figure was stored and is on show: where it does not say all that was typed, the field says
     // so. What the display itself puts beside figures is nothing left out.
@@ -141,15 +139,15 @@ class Session final : public FieldHost {
     void putDate(TextField& field, Datum datum, Date date);
     [[nodiscard]] std::string dateText(Date date) const; // empty for a date out of range
 
-    // The localizer's text, or the fallback where there is none but blanks.
+    // The localizer's text, the English one where there is none but blanks.
+    [[nodiscard]] std::string text(int number) const;
     [[nodiscard]] std::string text(int number, std::string_view fallback) const;
     MessageAnswer message(const std::string& text, int buttons);
-    // Asks before the figures of a period are lost; `number` and `fallback` say what is about to be
+    // Asks before the figures of a period are lost; the text of `number` says what is about to be
     // done. No is the default, and the answer where the record is no longer the one of the
     // question, and to a further question that comes up while one is open: two answers would move
     // the figures twice.
-    bool confirmLoss(int number, std::string_view fallback, const std::string& period,
-                     int icon = 0);
+    bool confirmLoss(int number, const std::string& period, int icon = 0);
 
     // A control of the form.
     template <typename Kind>

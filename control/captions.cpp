@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "control/captions.hpp"
 
+#include "form/build_form.hpp"
 #include "form/form_layout.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
-#include "yearly/yearly_grid.hpp"
 
 #include <algorithm>
 
@@ -15,7 +15,7 @@ namespace {
 
 // Tags of these are data, not string numbers.
 bool tagIsData(const Control& control) {
-    return control.name() == "lblQLabel" || control.name() == "lblMoreHelp" ||
+    return controls::quarterLabel.holds(control) || controls::moreHelp.is(control) ||
            control.kind() == ControlKind::menuItem;
 }
 
@@ -38,7 +38,7 @@ void Captions::pass() {
                 const std::string text = session_.localizer->LoadString(static_cast<int>(number));
                 if (const auto caption = trimmed(text); !caption.empty()) {
                     control->setCaption(caption);
-                    if (control->name() == "lblUnit")
+                    if (controls::unitLabel.holds(*control))
                         unitCaptions_.erase(control->index());
                 }
             });
@@ -52,20 +52,17 @@ void Captions::pass() {
 std::string Captions::unitSuffix() const {
     switch (session_.unit) {
     case 3:
-        return " " + session_.text(text_number::unitThousands, "(K)");
+        return " " + session_.text(text_number::unitThousands);
     case 9:
-        return " " + session_.text(text_number::unitBillions, "(B)");
+        return " " + session_.text(text_number::unitBillions);
     default:
-        return " " + session_.text(text_number::unitMillions, "(M)");
+        return " " + session_.text(text_number::unitMillions);
     }
 }
 
 void Captions::followUnit() {
-    for (int i = 0; i <= session_.form.upperBound("lblUnit"); ++i) {
-        auto* label = session_.form.find("lblUnit", i);
-        if (label == nullptr)
-            continue;
-        const auto bare = unitCaptions_.try_emplace(i, label->caption()).first;
+    for (const auto& [number, label] : controls::unitLabel.all(session_.form)) {
+        const auto bare = unitCaptions_.try_emplace(number, label->caption()).first;
         label->setCaption(bare->second + unitSuffix());
     }
     followOptions();
@@ -74,28 +71,25 @@ void Captions::followUnit() {
 
 void Captions::followOptions() {
     const auto caption = [this](const GridSeries& series) {
-        return session_.text(series.nameNumber, series.name) +
-               (series.scaled ? unitSuffix() : std::string());
+        return session_.text(series.name) + (series.isScaled() ? unitSuffix() : std::string());
     };
     const auto& incomes = optionColumn(yearlyColumns(), ColumnChoice::income);
     const std::string income =
         session_.incomeRow == IncomeRow::preTaxIncome
             ? caption(incomes.first)
-            : caption(incomes.second) + " " + session_.text(text_number::unitPercent, "(%)");
-    session_.form.get<Label>("lblYOption").setCaption(income);
-    session_.form.get<Label>("lblQOption").setCaption(income);
+            : caption(*incomes.second) + " " + session_.text(text_number::unitPercent);
+    session_[controls::yearlyIncomeHead].setCaption(income);
+    session_[controls::quarterlyIncomeHead].setCaption(income);
     const auto& equities = optionColumn(yearlyColumns(), ColumnChoice::equity);
-    session_.form.get<Label>("lblYOption2")
-        .setCaption(caption(session_.equityRow == EquityRow::commonEquity ? equities.first
-                                                                          : equities.second));
+    session_[controls::yearlyEquityHead].setCaption(
+        caption(session_.equityRow == EquityRow::commonEquity ? equities.first : *equities.second));
 }
 
 void Captions::showCurrency() {
     const std::string symbol = literalCaption(session_[controls::currencySymbol].text());
-    for (const std::string_view array : {"lblCurrency", "lblQCurrency"})
-        for (int i = 0; i <= session_.form.upperBound(array); ++i)
-            if (auto* label = session_.form.find(array, i))
-                label->setCaption(symbol);
+    for (const auto& signs : {controls::currency, controls::quarterlyCurrency})
+        for (const auto& [number, label] : signs.all(session_.form))
+            label->setCaption(symbol);
 }
 
 } // namespace vkr

@@ -6,15 +6,13 @@
 namespace vkr {
 
 DataLock::DataLock(Session& session) : session_(session) {
-    for (const auto& declared : formLayout())
-        if ((declared.container == frame::firstPage + toCompany - 1 ||
-             declared.container == frame::firstPage + toOther - 1) &&
-            !declared.labelledBy.empty())
-            labels_.push_back(&labelNamed(session.form, declared.labelledBy));
+    for (const auto& field : fieldRows())
+        if (field.page == toCompany || field.page == toOther)
+            labels_.push_back(&session[field.label.control]);
 }
 
 void DataLock::set(bool locked) {
-    session_.form.get<CheckBox>("chkLockInfo").setValue(locked);
+    session_[controls::lock].setValue(locked);
     apply();
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/company_fields.hpp"
 #include "binding/series_grid.hpp"
 #include "record/enumerations.hpp"
 
@@ -18,8 +17,7 @@ namespace vkr {
 // Which object a control of the form stands for, and which field a label names.
 class EntryObjects {
   public:
-    EntryObjects(const Form& form, const CompanyFields& fields, const SeriesGrid& yearly,
-                 const SeriesGrid& quarterly);
+    EntryObjects(const Form& form, const SeriesGrid& yearly, const SeriesGrid& quarterly);
 
     // Nothing for buttons and bars. `tab` is the tab that is meant, of a tab strip.
     [[nodiscard]] std::optional<DataEntryObject> of(const Control& control, int tab = 0) const;
@@ -28,12 +26,11 @@ class EntryObjects {
     [[nodiscard]] TextField* fieldOf(const Control& control) const;
 
   private:
-    [[nodiscard]] std::optional<DataEntryObject> ofField(const Control& field) const;
+    [[nodiscard]] std::optional<DataEntryObject> ofCell(const Control& cell) const;
 
-    const CompanyFields& fields_;
     const SeriesGrid& yearly_;
     const SeriesGrid& quarterly_;
-    std::unordered_map<const Control*, TextField*> besideField_; // what is no label of a field
+    std::unordered_map<const Control*, TextField*> besideField_;
 };
 
 } // namespace vkr

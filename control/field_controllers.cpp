@@ -9,8 +9,9 @@ namespace vkr {
 
 namespace {
 
-constexpr KeyFilter anything{.freeText = true, .allowNegative = true};
-constexpr KeyFilter figure{.allowNegative = true};
+const KeyFilter* filterOf(const FieldRow& row) {
+    return row.filtered ? &row.filter : nullptr;
+}
 
 int noteOf(bool price, bool minus) {
     return price   ? text_number::notePrice
@@ -77,8 +78,8 @@ void FieldController::settle(TextField& field) {
 // --- company fields and cells --------------------------------------------------------------------
 
 CompanyFieldController::CompanyFieldController(Session& session, CompanyFields& fields,
-                                               const CompanyField& row)
-    : FieldController(session, row.filtered ? &row.filter : nullptr), fields_(fields), row_(row) {}
+                                               const FieldRow& row)
+    : FieldController(session, filterOf(row)), fields_(fields), row_(row) {}
 
 std::optional<int> CompanyFieldController::takes(const TextField& /*field*/) const {
     if (row_.filter.freeText)
@@ -87,7 +88,7 @@ std::optional<int> CompanyFieldController::takes(const TextField& /*field*/) con
 }
 
 std::optional<Datum> CompanyFieldController::date() const {
-    return row_.kind == FieldKind::date ? std::optional(row_.datum) : std::nullopt;
+    return row_.kind == FieldKind::date ? row_.datum : std::nullopt;
 }
 
 CellController::CellController(Session& session, SeriesGrid& grid)
@@ -103,20 +104,20 @@ bool CellController::press(TextField& field, char32_t& character) {
 
 std::optional<int> CellController::takes(const TextField& field) const {
     const auto& column = grid_.columns()[static_cast<std::size_t>(cellOf(field).column)];
-    return noteOf(column.price, column.minusTyped);
+    return noteOf(column.price, column.negatives);
 }
 
 // --- year and dates ------------------------------------------------------------------------------
 
 LastFiscalYearController::LastFiscalYearController(Session& session, YearlyGrid& yearly)
-    : FieldController(session, &figure), yearly_(yearly) {}
+    : FieldController(session, filterOf(fieldRow(controls::lastFiscalYear))), yearly_(yearly) {}
 
 std::optional<int> LastFiscalYearController::takes(const TextField& /*field*/) const {
     return text_number::noteYear;
 }
 
 PendingDateController::PendingDateController(Session& session, const Handle<TextBox>& handle)
-    : FieldController(session, &anything), handle_(handle) {}
+    : FieldController(session, filterOf(fieldRow(handle))), handle_(handle) {}
 
 void PendingDateController::enter(Control& control) {
     FieldController::enter(control);
@@ -142,14 +143,14 @@ LastQuarterDateController::LastQuarterDateController(Session& session, Quarterly
 // --- what a commit stores ------------------------------------------------------------------------
 
 CurrencySymbolController::CurrencySymbolController(Session& session, Captions& captions)
-    : FieldController(session, &anything), captions_(captions) {}
+    : FieldController(session, filterOf(fieldRow(controls::currencySymbol))), captions_(captions) {}
 
 void CurrencySymbolController::store(TextField& field) {
     checkFieldChange(field, session_);
 }
 
 ReportingPeriodController::ReportingPeriodController(Session& session)
-    : FieldController(session, &anything) {}
+    : FieldController(session, filterOf(fieldRow(controls::reportingPeriod))) {}
 
 void ReportingPeriodController::store(TextField& field) {
     checkFieldChange(field, session_);
@@ -171,14 +172,14 @@ FieldControllers::FieldControllers(Session& session, CompanyFields& fields, Year
       reportingPeriod_(session), dates_{&lastFiscalYear_, &lastFiscalYearDate_, &lastQuarterDate_} {
     for (const auto& row : companyFieldTable()) {
         auto& added = companyFields_.emplace_back(session, fields, row);
-        controllers.add(row.control, added);
+        controllers.add(row.control.name, added);
         if (added.date())
             dates_.push_back(&added);
     }
     for (const auto& column : yearly.columns())
-        controllers.add(column.cells, yearlyCells_);
+        controllers.add(column.cells.name, yearlyCells_);
     for (const auto& column : quarterly.columns())
-        controllers.add(column.cells, quarterlyCells_);
+        controllers.add(column.cells.name, quarterlyCells_);
     controllers.add(controls::lastFiscalYear.name, lastFiscalYear_);
     controllers.add(controls::lastFiscalYearDate.name, lastFiscalYearDate_);
     controllers.add(controls::lastQuarterDate.name, lastQuarterDate_);

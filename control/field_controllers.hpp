@@ -45,7 +45,7 @@ class FieldController : public Controller {
 // A field of the company table.
 class CompanyFieldController final : public FieldController {
   public:
-    CompanyFieldController(Session& session, CompanyFields& fields, const CompanyField& row);
+    CompanyFieldController(Session& session, CompanyFields& fields, const FieldRow& row);
 
     [[nodiscard]] std::optional<int> takes(const TextField& field) const override;
     [[nodiscard]] std::optional<Datum> date() const override;
@@ -55,7 +55,7 @@ class CompanyFieldController final : public FieldController {
     void store(TextField& /*field*/) override { fields_.leave(row_); }
 
     CompanyFields& fields_;
-    const CompanyField& row_;
+    const FieldRow& row_;
 };
 
 // All cells of a grid.

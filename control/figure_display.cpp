@@ -2,6 +2,7 @@
 #include "control/figure_display.hpp"
 
 #include "control/property_table.hpp"
+#include "form/controls.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
 
@@ -14,7 +15,7 @@ void FigureDisplay::follow(
     const std::function<void(TextField&, const std::function<bool()>&)>& fieldFollows) {
     for (const auto& field : companyFieldTable())
         if (concerns(field.kind))
-            fieldFollows(session_.form.get<TextField>(field.control), [&] {
+            fieldFollows(dynamic_cast<TextField&>(*field.control.find(session_.form)), [&] {
                 return session_.company != nullptr && attempt([&] { fields_.show(field); });
             });
 }
@@ -24,10 +25,10 @@ void FigureDisplay::setFractions(bool fractions) {
         return;
     const Session::Work work(session_);
     session_.fractionDisplay = fractions;
-    auto& option = session_.form.get<OptionButton>("optDisplay", fractions ? 1 : 0);
+    auto& option = session_[controls::displayOption[fractions ? 1 : 0]];
     if (!option.value())
         option.setValue(true);
-    auto& price = session_.form.get<TextField>("txtCurrentPrice");
+    auto& price = session_[controls::currentPrice];
     const std::string kept = price.text();
     const int caret = price.selStart();
     const int selected = price.selLength();

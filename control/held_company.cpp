@@ -2,12 +2,13 @@
 #include "control/held_company.hpp"
 
 #include "binding/company_loader.hpp"
-#include "form/form_layout.hpp"
+#include "form/build_form.hpp"
+#include "form/controls.hpp"
+#include "form/sizes.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
 
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -15,7 +16,7 @@ namespace vkr {
 
 namespace {
 
-constexpr std::string_view reportingPeriods[] = {"3 months", "6 months", "12 months"};
+constexpr int reportingPeriods = 3;
 
 } // namespace
 
@@ -73,10 +74,9 @@ void HeldCompany::show() {
 
 void HeldCompany::listReportingPeriods() {
     std::vector<std::string> entries;
-    for (std::size_t i = 0; i < std::size(reportingPeriods); ++i)
-        entries.push_back(session_.text(text_number::firstReportingPeriod + static_cast<int>(i),
-                                        reportingPeriods[i]));
-    session_.form.get<ComboBox>("cmbReportingPeriod").setList(std::move(entries));
+    for (int i = 0; i < reportingPeriods; ++i)
+        entries.push_back(session_.text(text_number::firstReportingPeriod + i));
+    session_[controls::reportingPeriod].setList(std::move(entries));
 }
 
 std::shared_ptr<iVKR_Company> HeldCompany::commit() {
@@ -97,8 +97,8 @@ void HeldCompany::commitInto(std::shared_ptr<iVKR_Company> copy) {
 }
 
 void HeldCompany::holdCommitted() {
-    auto& symbol = session_.textBox("txtCurSymbol");
-    auto& period = session_.form.get<ComboBox>("cmbReportingPeriod");
+    auto& symbol = session_[controls::currencySymbol];
+    auto& period = session_[controls::reportingPeriod];
     attempt([&] {
         if (symbol.text() != symbol.tag() &&
             session_.settings()->get(setting::currencySymbol).toText() == symbol.text())
@@ -116,19 +116,19 @@ void HeldCompany::clear() {
     fields_.clear(toCompany);
     quarterly_.clear();
     quarterly_.clearLabels();
-    putFieldText(session_.textBox("txtLastQDate"), "");
+    putFieldText(session_[controls::lastQuarterDate], "");
     yearly_.clear();
     yearly_.clearLabels();
     fields_.clear(toYearly);
-    putFieldText(session_.textBox("txtLastFY"), "");
-    putFieldText(session_.textBox("txtDateofLastFY"), "");
+    putFieldText(session_[controls::lastFiscalYear], "");
+    putFieldText(session_[controls::lastFiscalYearDate], "");
     fields_.clear(toOther);
-    putFieldText(session_.form.get<ComboBox>("cmbReportingPeriod"), "");
+    putFieldText(session_[controls::reportingPeriod], "");
     lock_.set(false);
 }
 
 void HeldCompany::resize() {
-    auto& strip = session_.form.get<TabStrip>("tbsDataEntry");
+    auto& strip = session_[controls::tabs];
     if (session_.company != nullptr) {
         strip.move(0, 0);
         session_.form.setSize(sizes::workingWidth, sizes::workingHeight);

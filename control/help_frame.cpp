@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "control/help_frame.hpp"
 
-#include "form/form_layout.hpp"
+#include "form/controls.hpp"
+#include "form/sizes.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
@@ -44,25 +45,24 @@ Twips upToPixel(Twips length) {
 } // namespace
 
 bool HelpFrame::visible() const {
-    return session_.form.get<Frame>("fraDE", frame::help).visible();
+    return session_[controls::helpFrame].visible();
 }
 
 DataEntryObject HelpFrame::object() const {
-    return static_cast<DataEntryObject>(
-        leadingNumber(session_.form.get<Label>("lblMoreHelp").tag()));
+    return static_cast<DataEntryObject>(leadingNumber(session_[controls::moreHelp].tag()));
 }
 
 void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
                               DataEntryObject object) {
     const Form::Update update(session_.form);
-    auto& label = session_.form.get<Label>("lblToolTip");
+    auto& label = session_[controls::helpText];
     label.setCaption("");
     label.setWordWrap(false);
     label.setCaption(literalCaption(text));
-    session_.form.get<Label>("lblMoreHelp").setTag(std::to_string(object));
+    session_[controls::moreHelp].setTag(std::to_string(object));
     SizeHelpFrame();
-    auto& frame = session_.form.get<Frame>("fraDE", frame::help);
-    const auto& page = session_.form.get<Frame>("fraDE", frame::firstPage);
+    auto& frame = session_[controls::helpFrame];
+    const auto& page = session_[controls::frames[frame::firstPage]];
     frame.move(std::max(0.0, left - frame.width() + cornerShift),
                std::max(0.0, top - frame.height() + page.top()));
     frame.setAccessibleName(text);
@@ -111,8 +111,8 @@ int HelpFrame::linesOf(std::string_view text, Twips width) const {
 }
 
 void HelpFrame::SizeHelpFrame() {
-    auto& label = session_.form.get<Label>("lblToolTip");
-    auto& link = session_.form.get<Label>("lblMoreHelp");
+    auto& label = session_[controls::helpText];
+    auto& link = session_[controls::moreHelp];
     const Twips lineHeight =
         upToPixel(attemptOr(guessedLineHeight, [&] { return session_.services.textHeight(); }));
     const Twips linkWidth = upToPixel(widthOf(link.caption()));
@@ -147,10 +147,10 @@ void HelpFrame::SizeHelpFrame() {
     label.resize(width, lines * lineHeight);
     link.move(margin / 2, label.top() + label.height() + linkGap);
     link.resize(linkWidth, lineHeight);
-    auto& frame = session_.form.get<Frame>("fraDE", frame::help);
+    auto& frame = session_[controls::helpFrame];
     frame.resize(label.width() + margin, link.top() + link.height() + margin / 2);
-    for (const auto* name : {"shaBackground", "shaBorder"}) {
-        auto& shape = session_.form.get<Shape>(name);
+    for (const auto& name : {controls::helpBackground, controls::helpBorder}) {
+        auto& shape = session_[name];
         shape.move(0, 0);
         shape.resize(frame.width(), frame.height());
     }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "control/options.hpp"
 
+#include "form/controls.hpp"
 #include "platform/error_trap.hpp"
 
 #include <optional>
-#include <string_view>
 
 namespace vkr {
 
@@ -76,22 +76,22 @@ void Options::chooseShade(int button) {
 }
 
 void Options::showStatedRates() {
-    for (const std::string_view name : {"optPTI", "optCommEq"}) {
-        auto& option = session_.form.get<OptionButton>(name, 1);
+    for (const auto& pair : {controls::incomeOption, controls::equityOption}) {
+        auto& option = session_[pair[1]];
         option.setValue(true);
         clickOption(option, *this);
     }
 }
 
 void Options::showPairs() {
-    session_.form.get<OptionButton>("optPTI", session_.incomeRow == IncomeRow::taxRate ? 1 : 0)
-        .setValue(true);
-    session_.form.get<OptionButton>("optCommEq", session_.equityRow == EquityRow::bookValue ? 1 : 0)
-        .setValue(true);
+    session_[controls::incomeOption[session_.incomeRow == IncomeRow::taxRate ? 1 : 0]].setValue(
+        true);
+    session_[controls::equityOption[session_.equityRow == EquityRow::bookValue ? 1 : 0]].setValue(
+        true);
 }
 
 void Options::showUnit() {
-    session_.form.get<OptionButton>("optCurrency", optionOfUnit(session_.unit)).setValue(true);
+    session_[controls::unitOption[optionOfUnit(session_.unit)]].setValue(true);
     captions_.followUnit();
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "control/pages.hpp"
 
-#include "form/form_layout.hpp"
+#include "form/controls.hpp"
+#include "form/sizes.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
@@ -10,7 +11,7 @@
 namespace vkr {
 
 TabStrip& Pages::strip() const {
-    return session_.form.get<TabStrip>("tbsDataEntry");
+    return session_[controls::tabs];
 }
 
 void Pages::step(int step) {
@@ -44,14 +45,14 @@ void Pages::tabSelected() {
     {
         const Form::Update update(form);
         for (int page = 0; page < strip().count(); ++page) {
-            auto& panel = form.get<Frame>("fraDE", frame::firstPage + page);
+            auto& panel = controls::frames[frame::firstPage + page].in(form);
             const bool selected = page == strip().selected() - 1;
             panel.move(selected ? sizes::pageLeft : Control::parkedLeft, panel.top());
             panel.setEnabled(selected);
         }
         const bool onYearly = shown() == toYearly;
-        form.get<Control>("cmdAddYear").setVisible(onYearly);
-        form.get<Control>("cmdRemoveYear").setVisible(onYearly);
+        controls::addYear.in(form).setVisible(onYearly);
+        controls::removeYear.in(form).setVisible(onYearly);
     }
     attempt([&] { focusFirstField(); });
     form.settleFocus(); // where the first field can't take it
@@ -62,30 +63,28 @@ void Pages::tabSelected() {
 }
 
 void Pages::focusFirstField() {
-    const Form& form = session_.form;
     if (shown() == toQuarterly)
         quarterly_.layOut();
     if (keepsFocus_)
         return;
     switch (shown()) {
     case toCompany:
-        form.get<Control>(session_.textBox("txtName").text().empty() ? "txtName"
-                                                                     : "txtCurrentPrice")
+        session_[session_[controls::name].text().empty() ? controls::name : controls::currentPrice]
             .setFocus();
         break;
     case toYearly:
-        form.get<Control>("txtLastFY").setFocus();
+        session_[controls::lastFiscalYear].setFocus();
         break;
     case toQuarterly:
-        form.get<Control>("txtRevenue", 0).setFocus();
+        session_[controls::quarterlyRevenue[0]].setFocus();
         break;
     case toOther:
-        form.get<Control>("txtAddress1").setFocus();
+        session_[controls::address1].setFocus();
         break;
     default:
-        for (int i = 0; i <= form.upperBound("optCurrency"); ++i)
-            if (form.get<OptionButton>("optCurrency", i).value())
-                form.get<Control>("optCurrency", i).setFocus();
+        for (const auto& [unit, option] : controls::unitOption.all(session_.form))
+            if (session_[controls::unitOption[unit]].value())
+                option->setFocus();
     }
 }
 
@@ -93,7 +92,7 @@ void Pages::scrollMouse(KeyCode key) {
     const bool onQuarters = shown() == toQuarterly;
     if (!onQuarters && shown() != toYearly)
         return;
-    auto& bar = session_.form.get<ScrollBar>(onQuarters ? "vscrQuarterly" : "hscrYearly");
+    auto& bar = session_[onQuarters ? controls::quarterlyBar : controls::yearlyBar];
     if (key == keys::down)
         bar.setValue(bar.value() + bar.smallChange());
     else if (key == keys::up)

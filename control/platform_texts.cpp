@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/platform_texts.hpp"
 
+#include "form/form_layout.hpp"
 #include "platform/error_trap.hpp"
 
 #include <memory>
@@ -14,20 +15,6 @@ namespace {
 constexpr int linkPicture = 101;
 constexpr int zxProjectionCaption = 613;
 constexpr int zxOtherCaption = 614;
-
-struct ControlName {
-    std::string_view name;
-    int index = Control::noIndex;
-};
-
-// Out of sight on the ZX platform.
-constexpr ControlName hiddenOnZx[] = {
-    {"lblUnit", 0},        {"lblUnit", 10},      {"lblLabel", 18},       {"lblLabel", 11},
-    {"lblCurrency", 3},    {"lblCurrency", 16},  {"txtTotalDebt"},       {"txtTotalCap"},
-    {"txtInsiderHolding"}, {"txtInstitutional"}, {"lblUnit", 1},         {"lblUnit", 2},
-    {"lblUnit", 3},        {"lblCurrency", 6},   {"txtPreferredShares"}, {"txtCommonShares"},
-    {"txtDilutedShares"},
-};
 
 } // namespace
 
@@ -64,8 +51,7 @@ void PlatformTexts::load() {
         return;
     }
     attempt([&] {
-        session_.form.get<Label>("lblMoreHelp")
-            .setMouseIcon(session_.localizer->LoadPicture(linkPicture, 0));
+        session_[controls::moreHelp].setMouseIcon(session_.localizer->LoadPicture(linkPicture, 0));
     });
     captions_.pass();
     yearly_.shade();
@@ -73,11 +59,12 @@ void PlatformTexts::load() {
 
 void PlatformTexts::showAlternatives() {
     const Form& form = session_.form;
-    for (const auto& hidden : hiddenOnZx)
-        form.get<Control>(hidden.name, hidden.index).setVisible(false);
-    auto& projection = form.get<Label>("lblLabel", 15);
+    for (const auto& row : formLayout())
+        if (!row.onZx)
+            row.control.find(form)->setVisible(false);
+    auto& projection = controls::projectionLabel.in(form);
     projection.setCaption(session_.text(zxProjectionCaption, projection.caption()));
-    auto& strip = form.get<TabStrip>("tbsDataEntry");
+    auto& strip = controls::tabs.in(form);
     strip.setTabCaption(toOther, session_.text(zxOtherCaption, strip.tab(toOther).caption));
 }
 

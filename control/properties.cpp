@@ -192,7 +192,7 @@ void Properties::putShade(Shade shade, Color color) {
 }
 
 void Properties::setShade(Shade shade, Color color) {
-    session_.form.get<Label>("lblSample", shade).setBackColor(color);
+    session_[controls::colorSample[shade]].setBackColor(color);
     switch (shade) {
     case shadeLocked:
         lock_.setShade(color);
@@ -214,8 +214,8 @@ void Properties::putShowReportingPeriod(bool shown) {
 
 void Properties::showReportingPeriod(bool shown) {
     reportingPeriodShown_ = shown;
-    session_.form.get<Control>("cmbReportingPeriod").setVisible(shown);
-    session_.form.get<Control>("lblLabel", 53).setVisible(shown);
+    session_[controls::reportingPeriod].setVisible(shown);
+    session_[controls::reportingPeriodLabel].setVisible(shown);
     session_.form.settleFocus();
 }
 
@@ -227,14 +227,14 @@ void Properties::putShowVLs(bool shown) {
 void Properties::showVLs(bool shown) {
     vlsShown_ = shown;
     const Form& form = session_.form;
-    Control& timeliness = form.get<Control>("txtVLTimelines");
-    Control& safety = form.get<Control>("txtVLSafety");
-    Control& timelinessLabel = form.get<Control>("lblLabel", 51);
-    Control& safetyLabel = form.get<Control>("lblLabel", 52);
+    Control& timeliness = controls::vlTimeliness.in(form);
+    Control& safety = controls::vlSafety.in(form);
+    Control& timelinessLabel = controls::vlTimelinessLabel.in(form);
+    Control& safetyLabel = controls::vlSafetyLabel.in(form);
     for (Control* control : {&timeliness, &safety, &timelinessLabel, &safetyLabel})
         control->setVisible(shown);
-    Control& period = form.get<Control>("cmbReportingPeriod");
-    Control& periodLabel = form.get<Control>("lblLabel", 53);
+    Control& period = controls::reportingPeriod.in(form);
+    Control& periodLabel = controls::reportingPeriodLabel.in(form);
     period.move(period.left(), shown ? 2 * safety.top() - timeliness.top() : timeliness.top());
     periodLabel.move(periodLabel.left(),
                      shown ? 2 * safetyLabel.top() - timelinessLabel.top() : timelinessLabel.top());

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "control/right_click_menu.hpp"
 
-#include "form/form_layout.hpp"
+#include "form/controls.hpp"
+#include "form/sizes.hpp"
 #include "input/frmCalendar.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
@@ -44,9 +45,7 @@ void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
     control_ = &control;
     object_ = *object;
     field_ = objects_.fieldOf(control);
-    const auto texts = [this](int number, std::string_view fallback) {
-        return session_.text(number, fallback);
-    };
+    const auto texts = [this](int number) { return session_.text(number); };
     BuildMenu(session_.form, session_.services, texts, menuExtrasOf(object_),
               dynamic_cast<TextBox*>(&control), field_);
     const std::string name = control.name();
@@ -59,7 +58,8 @@ void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
 }
 
 void RightClickMenu::mnuItem_Click(int index) {
-    const auto* entry = dynamic_cast<MenuItem*>(session_.form.find("mnuItem", index));
+    const auto* entry =
+        dynamic_cast<const MenuItem*>(ControlId(controls::menuEntry[index]).find(session_.form));
     if (entry == nullptr || control_ == nullptr)
         return;
     const int command = commandOf(*entry);
@@ -75,12 +75,12 @@ void RightClickMenu::mnuItem_Click(int index) {
 // Places are those within a page: the frame adds the page's own.
 Control& RightClickMenu::PrepareHelpText() {
     Control& shown = field_ != nullptr && field_->isShown() ? *field_ : *control_;
-    const auto& page = session_.form.get<Frame>("fraDE", frame::firstPage);
+    const auto& page = session_[controls::frames[frame::firstPage]];
     pendingLeft_ = 0;
     pendingTop_ = 0;
     pendingText_ = session_.text(helpTextOf(object_), "");
     if (object_ >= doTabCompany && object_ <= doTabOptions) {
-        const auto& strip = session_.form.get<TabStrip>("tbsDataEntry");
+        const auto& strip = session_[controls::tabs];
         for (int tab = 1; tab <= object_ - doTabCompany; ++tab)
             pendingLeft_ += strip.tab(tab).width;
         if (pendingLeft_ == 0)
@@ -111,7 +111,7 @@ bool RightClickMenu::copy(const TextField& field) {
 }
 
 void RightClickMenu::takeLastQuarterDate() {
-    const Date date{leadingNumber(session_.form.get<Label>("lblQLabel", 0).tag())};
+    const Date date{leadingNumber(session_[controls::quarterLabel[0]].tag())};
     if (Session::isValidDate(date))
         putDate(session_[controls::lastFiscalYearDate], date);
 }

@@ -21,7 +21,8 @@
 #include "control/platform_texts.hpp"
 #include "control/properties.hpp"
 #include "control/right_click_menu.hpp"
-#include "form/form_layout.hpp"
+#include "form/build_form.hpp"
+#include "form/controls.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
 #include "quarterly/quarterly_grid.hpp"
@@ -36,10 +37,6 @@ namespace {
 
 constexpr std::string_view startPriceFormat = "#0.000";
 constexpr std::string_view startCurrencySymbol = "$";
-
-// Keep their design colours.
-constexpr std::string_view ownColors[] = {"lblMoreHelp", "lblToolTip", "shaBackground", "shaBorder",
-                                          "picToolTip"};
 
 } // namespace
 
@@ -60,7 +57,7 @@ class VKRDataEntry::Impl final {
     YearlyGrid yearly{session};
     QuarterlyGrid quarterly{session};
     Captions captions{session};
-    EntryObjects objects{form, fields, yearly, quarterly};
+    EntryObjects objects{form, yearly, quarterly};
     SilentController silent{session};
     Controllers controllers{silent};
     FieldControllers entry{session, fields, yearly, quarterly, captions, controllers};
@@ -104,7 +101,7 @@ VKRDataEntry::Impl::Impl(Services& services, const std::function<void()>& stateC
     };
     yearly.earningsStored = [this] { quarterly.followYearlyEarnings(); };
     quarterly.showTrailing = [this] {
-        attempt([&] { fields.show(*fields.find(form.get<TextBox>("txtLast4QEPS"))); });
+        attempt([&] { fields.show(*fields.find(controls::trailingEarnings.in(form))); });
     };
     controllers.add(controls::ok.name, ok);
     controllers.add(controls::cancel.name, cancel);
@@ -118,17 +115,17 @@ void VKRDataEntry::Impl::initialize() {
         texts.startUp();
     company.clear();
     session.priceFormat = startPriceFormat;
-    form.get<Frame>("fraDE", frame::quarterlyPanel).move(0, 0);
-    form.get<Label>("lblYOption").setAutoSize(true);
-    putFieldText(session.textBox("txtCurSymbol"), startCurrencySymbol);
-    for (const std::string_view name : {"cmbIndustry", "cmbExchange", "cmbSource"})
-        form.get<ComboBox>(name).clearList();
-    form.get<ComboBox>("cmbReportingPeriod").clearList();
+    controls::quarterlyPanel.in(form).move(0, 0);
+    controls::yearlyIncomeHead.in(form).setAutoSize(true);
+    putFieldText(session[controls::currencySymbol], startCurrencySymbol);
+    for (const auto& list : {controls::industry, controls::exchange, controls::source})
+        session[list].clearList();
+    controls::reportingPeriod.in(form).clearList();
     pages.startOver();
     applyColorScheme();
 
-    form.get<Control>("cmdAddYear").setVisible(false);
-    form.get<Control>("cmdRemoveYear").setVisible(false);
+    controls::addYear.in(form).setVisible(false);
+    controls::removeYear.in(form).setVisible(false);
     properties.startUp();
     quarterly.layOut();
     nameFields(form);
@@ -138,8 +135,8 @@ void VKRDataEntry::Impl::initialize() {
 void VKRDataEntry::Impl::applyColorScheme() {
     form.setBackColor(colors::buttonFace);
     for (const auto& control : form.controls()) {
-        if (std::ranges::find(ownColors, control->name()) != std::end(ownColors))
-            continue;
+        if (control->container() == &controls::helpFrame.in(form))
+            continue; // keeps its design colours
         const bool field =
             control->kind() == ControlKind::textBox || control->kind() == ControlKind::comboBox;
         attempt([&] {

@@ -1,57 +1,31 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "form/controls.hpp"
-#include "form/sizes.hpp"
-#include "platform/form.hpp"
+#include "form/form_rows.hpp"
 
 #include <span>
 #include <string_view>
 
 namespace vkr {
 
-// One control of the form. A row with `count` above 1 declares a control array's elements from
-// `index` on, each `pitch` below the one before.
-struct ControlRow {
-    ControlKind kind;
-    std::string_view name;
-    int index;
-    int container; // index of fraDE, noIndex for the form itself
-    Twips left;
-    Twips top;
-    Twips width;
-    Twips height;
-    std::string_view caption = {};
-    int tag = 0;                      // string number of the caption; 0 for none
-    std::string_view labelledBy = {}; // the label that names a field, as "lblLabel(3)"
-    int maxLength = 0;
-    Alignment alignment = Alignment::left;
-    bool visible = true;
-    int count = 1;
-    Twips pitch = 0;
-};
-
-// Every control of the form, in tab order; places in twips on a grid of 15.
+// Every control of the form, in tab order; places in twips on a grid of 15. The rows of fields and
+// columns stand in it with all their controls.
 [[nodiscard]] std::span<const ControlRow> formLayout();
 
-// A column of cells, the label at its head and the labels of its rows.
-struct ColumnHead {
-    std::string_view cells;
-    std::string_view head;
-    int headIndex;
-    std::string_view rows;
-};
-[[nodiscard]] std::span<const ColumnHead> columnHeads();
+// Every field outside the grids, page by page.
+[[nodiscard]] std::span<const FieldRow> fieldRows();
+[[nodiscard]] const FieldRow& fieldRow(const ControlId& control); // std::out_of_range: none
+// Those with a datum, in the order in which a company is loaded.
+[[nodiscard]] std::span<const FieldRow> companyFieldTable();
 
-// The label that a row's `labelledBy` names.
-[[nodiscard]] Label& labelNamed(const Form& form, std::string_view id);
+// The columns of the grids, left to right, which is the order of Enter.
+[[nodiscard]] std::span<const GridColumn> yearlyColumns();
+[[nodiscard]] std::span<const GridColumn> quarterlyColumns();
 
-// Makes the controls on an empty form.
-void buildForm(Form& form);
+// String number of an object's help text; 0 for none.
+[[nodiscard]] int helpNumberOf(DataEntryObject object);
 
-// Gives every field the caption of its label as the name that is read out, and every cell the
-// head of its column with the label of its row.
-void nameFields(Form& form);
-void nameCells(Form& form);
+// What stands on a control before a localizer was asked.
+[[nodiscard]] std::string_view designCaption(const ControlRow& row);
 
 } // namespace vkr

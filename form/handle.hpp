@@ -3,6 +3,7 @@
 
 #include "platform/form.hpp"
 
+#include <map>
 #include <string_view>
 
 namespace vkr {
@@ -44,6 +45,7 @@ struct ControlId {
     [[nodiscard]] bool is(const Control& control) const {
         return control.index() == index && control.name() == name;
     }
+    [[nodiscard]] Control* find(const Form& form) const { return form.find(name, index); }
     friend constexpr bool operator==(const ControlId&, const ControlId&) = default;
 };
 
@@ -67,6 +69,9 @@ struct HandleArray {
 
     [[nodiscard]] constexpr Handle<Kind> operator[](int index) const { return {name, index}; }
     [[nodiscard]] bool holds(const Control& control) const { return control.name() == name; }
+    [[nodiscard]] const std::map<int, Control*>& all(const Form& form) const {
+        return form.elements(name);
+    }
     // Highest index of an element; -1 where there is none.
     [[nodiscard]] int last(const Form& form) const { return form.upperBound(name); }
 };

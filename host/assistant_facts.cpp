@@ -292,8 +292,8 @@ std::optional<int> focusedElement(const Form& form, int object, const iVKR_Compa
     if (control == nullptr || control->index() == Control::noIndex)
         return std::nullopt;
     const auto holds = [&](const GridColumn& column) {
-        return column.cells == control->name() &&
-               (column.first.object == object || column.second.object == object);
+        return column.cells.holds(*control) && (column.first.object == object ||
+                                                (column.second && column.second->object == object));
     };
     if (std::ranges::any_of(yearlyColumns(), holds))
         return YearlyGrid::rows - 1 - control->index();

@@ -70,13 +70,6 @@ void ConvertPriceText(bool toDecimal, TextField& field);
 
 // --- keys and focus ---------------------------------------------------------------------------
 
-struct KeyFilter {
-    bool numeric = true;
-    bool freeText = false;
-    bool allowNegative = false;
-    bool upperCase = false;
-};
-
 // Accepts, swallows (0) or rewrites one typed character. Enter sends a Tab. Answers whether the
 // character was refused: swallowed with nothing done in its place.
 bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,

@@ -24,8 +24,7 @@ struct FieldState {
 };
 
 struct FieldEntry {
-    int text;                  // string number, 0 for a separator
-    std::string_view fallback; // where the localizer has no text
+    int text; // string number, 0 for a separator
     MenuCommand command;
     bool (*enabled)(const FieldState& state);
 };
@@ -35,19 +34,15 @@ constexpr bool always(const FieldState& /*state*/) {
 }
 
 constexpr FieldEntry fieldEntries[] = {
-    {413, "Undo", mcUndo,
-     [](const FieldState& state) { return state.changeable && state.canUndo; }},
-    {0, {}, mcSeparator, always},
-    {414, "Cut", mcCut,
-     [](const FieldState& state) { return state.changeable && state.hasSelection; }},
-    {415, "Copy", mcCopy, [](const FieldState& state) { return state.hasText; }},
-    {416, "Paste", mcPaste,
-     [](const FieldState& state) { return state.changeable && state.canPaste; }},
-    {417, "Clear", mcClear,
-     [](const FieldState& state) { return state.changeable && state.hasSelection; }},
-    {0, {}, mcSeparator, always},
-    {418, "Select All", mcSelectAll, [](const FieldState& state) { return state.hasText; }},
-    {0, {}, mcSeparator, always},
+    {413, mcUndo, [](const FieldState& state) { return state.changeable && state.canUndo; }},
+    {0, mcSeparator, always},
+    {414, mcCut, [](const FieldState& state) { return state.changeable && state.hasSelection; }},
+    {415, mcCopy, [](const FieldState& state) { return state.hasText; }},
+    {416, mcPaste, [](const FieldState& state) { return state.changeable && state.canPaste; }},
+    {417, mcClear, [](const FieldState& state) { return state.changeable && state.hasSelection; }},
+    {0, mcSeparator, always},
+    {418, mcSelectAll, [](const FieldState& state) { return state.hasText; }},
+    {0, mcSeparator, always},
 };
 
 struct ExtraEntry {
@@ -56,15 +51,14 @@ struct ExtraEntry {
     MenuCommand command;
     bool changesField;
     bool endsGroup; // a separator follows
-    std::string_view fallback;
 };
 
 constexpr ExtraEntry extraEntries[] = {
-    {meDate, 428, mcPickDate, true, true, "Pick a Date..."},
-    {meLastQuarterDate, 421, mcLastQuarterDate, true, true, "Use Date of Last Quarter"},
-    {meYears, 419, mcAddYear, false, false, "Add New Year"},
-    {meYears, 420, mcRemoveYear, false, true, "Remove Year"},
-    {meAssistant, 650, mcAssistant, false, false, "Ask the Assistant..."},
+    {meDate, 428, mcPickDate, true, true},
+    {meLastQuarterDate, 421, mcLastQuarterDate, true, true},
+    {meYears, 419, mcAddYear, false, false},
+    {meYears, 420, mcRemoveYear, false, true},
+    {meAssistant, 650, mcAssistant, false, false},
 };
 
 constexpr int helpText = 422;
@@ -77,11 +71,11 @@ class Builder {
             form.remove(menuEntry[i].in(form));
         menuEntry[0].in(form).setVisible(false);
     }
-    void add(int text, MenuCommand command, bool enabled, std::string_view fallback = {}) {
+    void add(int text, MenuCommand command, bool enabled) {
         auto& entry =
             count_ == 0 ? menuEntry[0].in(form_) : form_.add<MenuItem>(menuEntry.name, count_);
         entry.setEnabled(enabled);
-        entry.setCaption(text == 0 ? "-" : texts_(text, fallback));
+        entry.setCaption(text == 0 ? "-" : texts_(text));
         entry.setTag(std::to_string(command));
         entry.setVisible(true);
         ++count_;
@@ -104,18 +98,17 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
                                !field->text().empty(), field->selLength() > 0,
                                attemptOr(false, [&] { return services.clipboardHasText(); })};
         for (const auto& entry : fieldEntries)
-            builder.add(entry.text, entry.command, entry.enabled(state), entry.fallback);
+            builder.add(entry.text, entry.command, entry.enabled(state));
     }
     for (const auto& entry : extraEntries) {
         if ((extras & entry.extra) == 0)
             continue;
         builder.add(entry.text, entry.command,
-                    !entry.changesField || (changeable != nullptr && !changeable->locked()),
-                    entry.fallback);
+                    !entry.changesField || (changeable != nullptr && !changeable->locked()));
         if (entry.endsGroup)
             builder.add(0, mcSeparator, true);
     }
-    builder.add(helpText, mcHelp, true, "What's This?");
+    builder.add(helpText, mcHelp, true);
 }
 
 std::vector<MenuItem*> menuEntries(const Form& form) {

@@ -37,8 +37,8 @@ enum MenuExtras : unsigned {
     meAssistant = 8,       // ask the host's assistant
 };
 
-// Text of a string number, or the fallback where there is none.
-using MenuTexts = std::function<std::string(int number, std::string_view fallback)>;
+// Text of a string number.
+using MenuTexts = std::function<std::string(int number)>;
 
 // Builds the entries of the control array mnuItem anew: those of a text box, null for any other
 // object, then the extras, then help. `changeable` is the field that the extras would change, null

@@ -12,46 +12,20 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vkr {
 
 namespace {
-
-constexpr bool money = true;
-constexpr bool perShare = false;
-
-constexpr GridSeries revenue{Datum::QRevenueSeries, doQRevenue, money, 521, "Revenue"};
-constexpr GridSeries earnings{Datum::QEPSSeries, doQEPS, perShare, 531, "Earnings Per Share"};
-constexpr GridSeries preTaxIncome{Datum::QPTISeries, doQPTI, money, 554, "Pre-Tax Income"};
-constexpr GridSeries taxRate{Datum::QTaxRateSeries, doQTaxRate, perShare, 555, "Tax Rate"};
-constexpr GridSeries netIncome{Datum::QNetIncSeries, doQNetInc, money, 532, "Net Income"};
-
-constexpr GridColumn table[] = {
-    {"txtRevenue", revenue, revenue, ColumnChoice::none, false, false},
-    {"txtEPS", earnings, earnings, ColumnChoice::none, true, true},
-    {"txtQOption", preTaxIncome, taxRate, ColumnChoice::income, true, true},
-    {"txtNetInc", netIncome, netIncome, ColumnChoice::none, true, true},
-};
-
-// The arrays that have one element a row, with the gap below each in twips.
-struct RowArray {
-    std::string_view name;
-    Twips gap;
-};
-constexpr RowArray rowArrays[] = {
-    {"lblQLabel", 45}, {"txtRevenue", 15}, {"txtQOption", 15}, {"txtNetInc", 15}, {"txtEPS", 15}};
 
 constexpr int oldestElement = QuarterlyGrid::mostRows - 1;
 constexpr std::string_view monthAndYear = "MMM YYYY";
 
 } // namespace
 
-std::span<const GridColumn> quarterlyColumns() {
-    return table;
-}
-
-QuarterlyGrid::QuarterlyGrid(Session& session) : SeriesGrid(session, table) {}
+QuarterlyGrid::QuarterlyGrid(Session& session) : SeriesGrid(session, quarterlyColumns()) {}
 
 std::optional<Date> QuarterlyGrid::lastQuarter() const {
     const auto& field = session_[controls::lastQuarterDate];
@@ -152,19 +126,22 @@ void QuarterlyGrid::setVisibleRows(int count) {
             if (cell->row >= visibleRows_)
                 cells(cell->column)[static_cast<std::size_t>(visibleRows_ - 1)]->setFocus();
         }
-    for (const auto& array : rowArrays)
-        for (int row = form.upperBound(array.name); row >= visibleRows_; --row)
-            form.remove(*form.find(array.name, row));
-    for (const auto& array : rowArrays)
-        for (int row = form.upperBound(array.name) + 1; row < visibleRows_; ++row) {
-            const Control& above = *form.find(array.name, row - 1);
+    std::vector<std::string_view> rowArrays{controls::quarterLabel.name};
+    for (const auto& column : columns())
+        rowArrays.push_back(column.cells.name);
+    for (const auto name : rowArrays)
+        for (int row = form.upperBound(name); row >= visibleRows_; --row)
+            form.remove(*form.find(name, row));
+    for (const auto name : rowArrays)
+        for (int row = form.upperBound(name) + 1; row < visibleRows_; ++row) {
+            const Control& above = *form.find(name, row - 1);
             Control* added = nullptr;
             if (above.kind() == ControlKind::label) {
-                auto& label = form.add<Label>(array.name, row, above.container());
+                auto& label = form.add<Label>(name, row, above.container());
                 label.setAlignment(static_cast<const Label&>(above).alignment());
                 added = &label;
             } else {
-                auto& box = form.add<TextBox>(array.name, row, above.container());
+                auto& box = form.add<TextBox>(name, row, above.container());
                 const auto& model = static_cast<const TextBox&>(above);
                 box.setAlignment(model.alignment());
                 box.setMaxLength(model.maxLength());
@@ -175,7 +152,7 @@ void QuarterlyGrid::setVisibleRows(int count) {
             added->setBackColor(above.backColor());
             added->setForeColor(above.foreColor());
             added->resize(above.width(), above.height());
-            added->move(above.left(), above.top() + above.height() + array.gap);
+            added->move(above.left(), above.top() + sizes::cellPitch);
             added->setVisible(true);
             added->setTabIndex(above.tabIndex() + 1);
         }
@@ -191,8 +168,7 @@ void QuarterlyGrid::setVisibleRows(int count) {
 
 void QuarterlyGrid::layOut() {
     const auto& view = *session_[controls::quarterlyPanel].container();
-    const auto& first = session_[controls::quarterlyEarnings[0]];
-    const Twips pitch = first.height() + 15;
+    const Twips pitch = sizes::cellPitch;
     const int fitting = std::max(1, static_cast<int>((view.height() - 15) / pitch));
     auto& bar = session_[controls::quarterlyBar];
     bar.setRange(0, std::max(0, visibleRows_ - fitting), 1, fitting);
@@ -259,7 +235,7 @@ bool QuarterlyGrid::existsData() const {
         bool found = false;
         attempt([&] {
             const Variant value = readSeries(
-                *session_.company, seriesOf(table[static_cast<std::size_t>(column)]).series);
+                *session_.company, seriesOf(columns()[static_cast<std::size_t>(column)]).series);
             const VariantArray& figures = value.array();
             const std::int64_t last = figures.upper(); // which may be the end of int
             for (std::int64_t i = std::max(0, figures.lower()); i <= last && !found; ++i)
@@ -274,8 +250,7 @@ bool QuarterlyGrid::existsData() const {
 }
 
 std::string QuarterlyGrid::reasonNotToStore() const {
-    return accepted_ && lastQuarter() ? std::string()
-                                      : session_.reason(text_number::reasonNoQuarter);
+    return accepted_ && lastQuarter() ? std::string() : session_.text(text_number::reasonNoQuarter);
 }
 
 // --- the last quarter ----------------------------------------------------------------------------
@@ -324,9 +299,7 @@ bool QuarterlyGrid::confirmAdding(int count) {
     std::string leaving = named(oldestElement);
     if (count > 1)
         leaving += " - " + named(std::max(0, mostRows - count));
-    return session_.confirmLoss(text_number::addsQuarter,
-                                "Adding a new quarter removes the oldest one: the figures of",
-                                leaving, message_box::questionIcon);
+    return session_.confirmLoss(text_number::addsQuarter, leaving, message_box::questionIcon);
 }
 
 void QuarterlyGrid::moveTo(int element, std::optional<Date> typed) {
@@ -520,13 +493,9 @@ void QuarterlyGrid::takeLastQuarter(std::optional<Date> before, std::optional<Da
     if (moved)
         moveTo(offset_ - *moved, typed);
     else
-        session_.message(
-            session_.text(text_number::quarterRejected,
-                          "The new date must lie in the month in which one of the "
-                          "next three quarters ends.") +
-                "\r" +
-                session_.text(text_number::quarterPutBack, "The previous date has been put back."),
-            message_box::exclamationIcon);
+        session_.message(session_.text(text_number::quarterRejected) + "\r" +
+                             session_.text(text_number::quarterPutBack),
+                         message_box::exclamationIcon);
 }
 
 void QuarterlyGrid::setAnchor(Date date, bool ofFigures) {
@@ -619,12 +588,9 @@ void QuarterlyGrid::doubtTypedEarnings() {
         !attempt([&] { typed = session_.company->get_Last4QEPS(); }) || typed == *derived_)
         return;
     const std::string before = field.mark().reason.empty() ? "" : field.mark().reason + " ";
-    field.setMark(
-        {MarkKind::doubtful,
-         before +
-             session_.text(text_number::sumReplaces,
-                           "This figure will give way to what the quarters add up to:") +
-             " " + formatNumber(*derived_, session_.numberFormat, session_.form.numberMarks())});
+    field.setMark({MarkKind::doubtful, before + session_.text(text_number::sumReplaces) + " " +
+                                           formatNumber(*derived_, session_.numberFormat,
+                                                        session_.form.numberMarks())});
 }
 
 void QuarterlyGrid::showTrailingEarnings() {

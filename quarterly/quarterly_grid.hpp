@@ -3,6 +3,7 @@
 
 #include "binding/series_grid.hpp"
 #include "binding/trailing_earnings.hpp"
+#include "form/sizes.hpp"
 
 #include <functional>
 #include <map>
@@ -11,16 +12,13 @@
 
 namespace vkr {
 
-// The columns of the quarterly grid, left to right, which is the order of Enter.
-[[nodiscard]] std::span<const GridColumn> quarterlyColumns();
-
 // The last quarter and up to 34 before it, newest on top.
 class QuarterlyGrid final : public SeriesGrid {
   public:
     explicit QuarterlyGrid(Session& session);
 
     static constexpr int mostRows = 35;
-    static constexpr int startRows = 9;
+    static constexpr int startRows = sizes::quarterRows;
     static constexpr int yellowRow = 4; // a year before the newest quarter
 
     void showSpan() override; // txtLastQDate and spinner, from the record

@@ -6,6 +6,7 @@
 
 #include <span>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 
 namespace vkr {
@@ -18,6 +19,23 @@ enum class Datum { VKR_DATA(VKR_DATUM) };
 #define VKR_DATUM(kind, name, unit, key, place) +1
 inline constexpr int datumCount = VKR_DATA(VKR_DATUM);
 #undef VKR_DATUM
+
+// Whether a datum is of a kind of datum_kind.
+template <typename Kind>
+[[nodiscard]] constexpr bool isOf(Datum datum) {
+#define VKR_DATUM(kind, name, unit, key, place) std::is_same_v<datum_kind::kind, Kind>,
+    constexpr bool matches[] = {VKR_DATA(VKR_DATUM)};
+#undef VKR_DATUM
+    return matches[static_cast<int>(datum)];
+}
+
+// What the figure of a datum is given in.
+[[nodiscard]] constexpr DatumUnit unitOf(Datum datum) {
+#define VKR_DATUM(kind, name, unit, key, place) DatumUnit::unit,
+    constexpr DatumUnit units[] = {VKR_DATA(VKR_DATUM)};
+#undef VKR_DATUM
+    return units[static_cast<int>(datum)];
+}
 
 template <typename Value, typename Argument>
 struct Access {

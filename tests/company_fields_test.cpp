@@ -195,17 +195,18 @@ TEST(CompanyFieldTable, AgreesWithWhatEachFieldIs) {
     EntryScene scene;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.control);
-        const auto found = std::ranges::find(companyFieldTable(), std::string_view(row.control),
-                                             &CompanyField::control);
+        const auto found = std::ranges::find_if(companyFieldTable(), [&](const FieldRow& field) {
+            return field.control.name == row.control;
+        });
         ASSERT_NE(found, companyFieldTable().end());
         EXPECT_EQ(found->object, row.object);
-        EXPECT_EQ(rowOf(found->datum).name, row.datum);
+        EXPECT_EQ(rowOf(*found->datum).name, row.datum);
         EXPECT_EQ(found->filter.numeric, true);
         EXPECT_EQ(found->filter.freeText, row.freeText);
         EXPECT_EQ(found->filter.allowNegative, row.allowNegative);
         EXPECT_EQ(found->filter.upperCase, row.upperCase);
         EXPECT_EQ(found->filtered, row.control != std::string_view("txtNotes"));
-        EXPECT_EQ(found->scaled, row.kind == money);
+        EXPECT_EQ(found->isScaled(), row.kind == money);
         EXPECT_EQ(static_cast<int>(found->page), tabOf(scene.desktop.control(row.control)));
         EXPECT_EQ(scene.desktop.control(row.control).kind(),
                   row.kind == list ? ControlKind::comboBox : ControlKind::textBox);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "form/key_filter.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"

@@ -229,15 +229,15 @@ TEST_F(FormLayout, YearLabelsStandBesideTheirRows) {
 
 TEST_F(FormLayout, LabelsStandBesideOrAboveTheirFields) {
     for (const auto& row : formLayout()) {
-        if (row.labelledBy.empty())
+        if (!row.labelledBy)
             continue;
-        const auto& field = *form.find(row.name, row.index);
-        const auto& label = control(row.labelledBy);
-        EXPECT_EQ(label.container(), field.container()) << row.name;
-        EXPECT_LE(label.left() + label.width(), field.left()) << row.name;
+        const auto& field = *row.control.find(form);
+        const auto& label = row.labelledBy->in(form);
+        EXPECT_EQ(label.container(), field.container()) << field.id();
+        EXPECT_LE(label.left() + label.width(), field.left()) << field.id();
         const bool sameLine = label.top() < field.top() + field.height() &&
                               label.top() + label.height() > field.top();
-        EXPECT_TRUE(sameLine || row.name == "txtAddress2") << row.name;
+        EXPECT_TRUE(sameLine || field.name() == "txtAddress2") << field.id();
     }
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "input/mdlMenu.hpp"
+#include "localizer/string_table.hpp"
 #include "platform/virtual_desktop.hpp"
 
 #include <gtest/gtest.h>
@@ -25,8 +26,7 @@ class MenuBuilder : public testing::Test {
 
     void build(unsigned extras, const TextBox* box, const TextField* changeable) {
         BuildMenu(
-            form, desktop,
-            [](int number, std::string_view) { return "#" + std::to_string(number); }, extras, box,
+            form, desktop, [](int number) { return "#" + std::to_string(number); }, extras, box,
             changeable);
     }
     [[nodiscard]] Strings captions() const {
@@ -160,9 +160,10 @@ TEST_F(MenuBuilder, EachMenuIsBuiltAnew) {
     EXPECT_EQ(menuEntries(form)[0]->caption(), "#422");
 }
 
-TEST_F(MenuBuilder, EntriesKeepTheirWordsWithoutALocalizer) {
+TEST_F(MenuBuilder, EntriesHaveTheirWords) {
     BuildMenu(
-        form, desktop, [](int, std::string_view fallback) { return std::string(fallback); }, meDate,
+        form, desktop,
+        [](int number) { return std::string(findString(standardStrings(), number)); }, meDate,
         field, field);
     EXPECT_EQ(captions(), (Strings{"Undo", "-", "Cut", "Copy", "Paste", "Clear", "-", "Select All",
                                    "-", "Pick a Date...", "-", "What's This?"}));

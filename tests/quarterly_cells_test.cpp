@@ -31,8 +31,9 @@ TEST_F(QuarterlyCells, LeavingAnUnchangedOneIsNoChange) {
     const auto before = company->clone();
     for (const auto& column : quarterlyColumns())
         for (int row = 0; row < QuarterlyGrid::startRows; ++row)
-            EXPECT_NE(after(std::string(column.cells) + "(" + std::to_string(row) + ")", "{TAB}"),
-                      "");
+            EXPECT_NE(
+                after(std::string(column.cells.name) + "(" + std::to_string(row) + ")", "{TAB}"),
+                "");
     EXPECT_FALSE(scene.entry->get_blnDirty());
     EXPECT_TRUE(sameAs(*before, *company));
 }
@@ -193,9 +194,9 @@ INSTANTIATE_TEST_SUITE_P(Units, EarningsInUnit, testing::Values(3, 9));
 
 TEST_F(QuarterlyCells, AMinusCanBeTypedInEveryColumnButRevenue) {
     for (const auto& column : quarterlyColumns()) {
-        const auto id = std::string(column.cells) + "(1)";
+        const auto id = std::string(column.cells.name) + "(1)";
         typeOver(scene, id, "-4");
-        EXPECT_EQ(textOf(scene, id), column.cells == "txtRevenue" ? "4.00" : "-4.00");
+        EXPECT_EQ(textOf(scene, id), column.cells.name == "txtRevenue" ? "4.00" : "-4.00");
     }
 }
 

@@ -30,8 +30,9 @@ TEST_F(YearlyCells, LeavingAnUnchangedOneIsNoChange) {
     const auto before = company->clone();
     for (const auto& column : yearlyColumns())
         for (int row = 0; row < YearlyGrid::rows; ++row)
-            EXPECT_NE(after(std::string(column.cells) + "(" + std::to_string(row) + ")", "{TAB}"),
-                      "");
+            EXPECT_NE(
+                after(std::string(column.cells.name) + "(" + std::to_string(row) + ")", "{TAB}"),
+                "");
     EXPECT_FALSE(scene.entry->get_blnDirty());
     EXPECT_TRUE(sameAs(*before, *company));
 }

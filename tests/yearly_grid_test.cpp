@@ -72,8 +72,9 @@ TEST_F(YearSpan, AddingNamesTheYearThatLeavesAndKeepsEveryFigureInItsYear) {
         if (column.choice != ColumnChoice::none)
             continue;
         for (int row = 0; row < 10; ++row)
-            EXPECT_EQ(scene.text(column.cells, row).substr(0, 4), label(row)) << column.cells;
-        EXPECT_EQ(scene.text(column.cells, 10), "");
+            EXPECT_EQ(scene.text(column.cells.name, row).substr(0, 4), label(row))
+                << column.cells.name;
+        EXPECT_EQ(scene.text(column.cells.name, 10), "");
         const Variant series = readSeries(*company, column.first.series);
         EXPECT_EQ(series.array().number(0), 0);
         EXPECT_EQ(series.array().number(1), 2006) << "the year after has become the last one";
@@ -199,9 +200,9 @@ TEST_F(YearSpan, SeriesThatBeginWithTheLastFiscalYearKeepTheirYears) {
         load();
         scene.load(record);
         for (const auto& column : yearlyColumns()) {
-            EXPECT_FALSE(scene.field(column.cells, 10).enabled()) << column.cells;
-            EXPECT_EQ(scene.text(column.cells, 10), "") << column.cells;
-            EXPECT_TRUE(scene.field(column.cells, 9).enabled()) << column.cells;
+            EXPECT_FALSE(scene.field(column.cells.name, 10).enabled()) << column.cells.name;
+            EXPECT_EQ(scene.text(column.cells.name, 10), "") << column.cells.name;
+            EXPECT_TRUE(scene.field(column.cells.name, 9).enabled()) << column.cells.name;
         }
         EXPECT_EQ(scene.text("txtYEPS", 9), "2005.00");
         EXPECT_EQ(scene.text("txtYEPS", 0), "1996.00");

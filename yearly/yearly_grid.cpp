@@ -14,44 +14,6 @@ namespace vkr {
 
 namespace {
 
-constexpr bool money = true;
-constexpr bool perShare = false;
-constexpr bool minus = true;
-constexpr bool negatives = true;
-constexpr int noNumber = 0; // its head has none either
-
-constexpr GridColumn columnOf(std::string_view cells, GridSeries series, bool minusTyped,
-                              bool negativesShown, bool price = false) {
-    return {cells, series, series, ColumnChoice::none, minusTyped, negativesShown, price};
-}
-
-constexpr GridColumn table[] = {
-    columnOf("txtSales", {Datum::YRevenueSeries, doYRevenue, money, 521, "Revenue"}, !minus,
-             !negatives),
-    {"txtYOption",
-     {Datum::YPTISeries, doYPTI, money, 554, "Pre-Tax Income"},
-     {Datum::YTaxRateSeries, doYTaxRate, perShare, 555, "Tax Rate"},
-     ColumnChoice::income,
-     minus,
-     negatives},
-    columnOf("txtYNetInc", {Datum::YNetIncSeries, doYNetInc, money, 522, "Net Inc."}, minus,
-             negatives),
-    {"txtYOption2",
-     {Datum::YCommEqSeries, doYCommEq, money, 557, "Common Equity"},
-     {Datum::YBookValSeries, doYBookVal, perShare, 558, "Book Value"},
-     ColumnChoice::equity,
-     minus,
-     negatives},
-    columnOf("txtYEPS", {Datum::YEPSSeries, doYEPS, perShare, 523, "Basic EPS"}, minus, negatives),
-    columnOf("txtDiv", {Datum::YDividendSeries, doYDividend, perShare, 524, "Dividends Declared"},
-             !minus, !negatives),
-    columnOf("txtHigh", {Datum::YHighSeries, doYHigh, perShare, 526, "High"}, !minus, !negatives,
-             true),
-    columnOf("txtLow", {Datum::YLowSeries, doYLow, perShare, 527, "Low"}, !minus, !negatives, true),
-    columnOf("txtCSO", {Datum::YCSOSeries, doYCSO, money, noNumber, "Shares Outstanding"}, minus,
-             negatives),
-};
-
 // Cells that an analysis needs, from the first to the last row of a column. Each platform has its
 // own.
 struct ShadeBand {
@@ -70,11 +32,7 @@ constexpr ShadeBand bands[] = {
 
 } // namespace
 
-std::span<const GridColumn> yearlyColumns() {
-    return table;
-}
-
-YearlyGrid::YearlyGrid(Session& session) : SeriesGrid(session, table) {}
+YearlyGrid::YearlyGrid(Session& session) : SeriesGrid(session, yearlyColumns()) {}
 
 int YearlyGrid::lastFiscalYear() const {
     const double year = std::nearbyint(leadingNumber(session_[controls::lastFiscalYear].text()));
@@ -151,12 +109,8 @@ void YearlyGrid::changeSpan(int years) {
     if (session_.company == nullptr || target < firstYear || target > lastYear)
         return;
     const bool confirmed =
-        adds ? session_.confirmLoss(text_number::addsYear,
-                                    "Adding a new year removes the oldest one: the figures of",
-                                    std::to_string(newest - oldestAge))
-             : session_.confirmLoss(text_number::removesYear,
-                                    "This removes the newest year: the figures of",
-                                    std::to_string(newest));
+        adds ? session_.confirmLoss(text_number::addsYear, std::to_string(newest - oldestAge))
+             : session_.confirmLoss(text_number::removesYear, std::to_string(newest));
     if (!confirmed || lastFiscalYear() != newest) // another year was typed under the question
         return;
     // As it is now: a record may let its date follow the year.

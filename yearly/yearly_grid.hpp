@@ -2,20 +2,18 @@
 #pragma once
 
 #include "binding/series_grid.hpp"
+#include "form/sizes.hpp"
 
 #include <functional>
 
 namespace vkr {
-
-// The columns of the yearly grid, left to right, which is the order of Enter.
-[[nodiscard]] std::span<const GridColumn> yearlyColumns();
 
 // Ten fiscal years and the one after: cell 9 is the last fiscal year Y, cell i the year Y - 9 + i.
 class YearlyGrid final : public SeriesGrid {
   public:
     explicit YearlyGrid(Session& session);
 
-    static constexpr int rows = 11;
+    static constexpr int rows = sizes::yearRows;
     static constexpr int oldestAge = 9; // years before the last fiscal year in cell 0
     static constexpr int firstYear = 1980;
     static constexpr int lastYear = 9900;

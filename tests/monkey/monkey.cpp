@@ -275,11 +275,11 @@ class Chooser {
         if (active == nullptr)
             return std::nullopt;
         for (const auto& field : companyFieldTable())
-            if (field.control == active->name())
-                return field.datum;
+            if (field.control.is(*active))
+                return *field.datum;
         for (const auto columns : {yearlyColumns(), quarterlyColumns()})
             for (const auto& column : columns)
-                if (column.cells == active->name())
+                if (column.cells.holds(*active))
                     return column.first.series;
         return std::nullopt;
     }
@@ -707,9 +707,9 @@ class Invariants {
     }
 
     [[nodiscard]] static bool takesNoMinus(const std::string& name) {
-        return std::ranges::any_of(companyFieldTable(), [&](const CompanyField& field) {
+        return std::ranges::any_of(companyFieldTable(), [&](const FieldRow& field) {
             return !field.filter.freeText && !field.filter.allowNegative &&
-                   rowOf(field.datum).name == name;
+                   rowOf(*field.datum).name == name;
         });
     }
 
@@ -762,27 +762,27 @@ class Invariants {
                    ? formatDate(date, scene_.entry->get_DateFormat())
                    : "";
     }
-    [[nodiscard]] std::string fieldText(const CompanyField& field) const {
+    [[nodiscard]] std::string fieldText(const FieldRow& field) const {
         const iVKR_Company& company = *scene_.record;
-        const bool negatives = field.filter.allowNegative || field.scaled;
+        const bool negatives = field.filter.allowNegative || field.isScaled();
         switch (field.kind) {
         case FieldKind::text:
         case FieldKind::list:
-            return readText(company, field.datum);
+            return readText(company, *field.datum);
         case FieldKind::date:
-            return dateText(readDate(company, field.datum));
+            return dateText(readDate(company, *field.datum));
         case FieldKind::percent:
-            return numberText(readNumber(company, field.datum), 1, "#0.0\\%", negatives, false);
+            return numberText(readNumber(company, *field.datum), 1, "#0.0\\%", negatives, false);
         case FieldKind::price:
-            return numberText(readNumber(company, field.datum), 1, "#0.000", negatives, true);
+            return numberText(readNumber(company, *field.datum), 1, "#0.000", negatives, true);
         default:
             break;
         }
-        double stored = readNumber(company, field.datum);
+        double stored = readNumber(company, *field.datum);
         if (field.datum == Datum::CommDiv && company.get_CommDivAlternate() != 0)
             stored = company.get_CommDivAlternate();
-        return numberText(stored, field.scaled ? unitFactor() : 1, scene_.entry->get_NumberFormat(),
-                          negatives, false);
+        return numberText(stored, field.isScaled() ? unitFactor() : 1,
+                          scene_.entry->get_NumberFormat(), negatives, false);
     }
 
     void agree(const TextField& field, const std::string& expected) {
@@ -799,7 +799,7 @@ class Invariants {
     void shown() {
         const iVKR_Company& company = *scene_.record;
         for (const auto& field : companyFieldTable())
-            agree(form().get<TextField>(field.control), fieldText(field));
+            agree(dynamic_cast<TextField&>(*field.control.find(form())), fieldText(field));
         const int year = company.get_LastFY();
         agree(form().get<TextField>("txtLastFY"), year == 0 ? "" : std::to_string(year));
         agree(form().get<TextField>("txtDateofLastFY"), dateText(company.get_LastFYDate()));
@@ -823,19 +823,19 @@ class Invariants {
                             : column.choice == ColumnChoice::equity
                                 ? form().get<OptionButton>("optCommEq", 1).value()
                                 : false;
-        const GridSeries& series = second ? column.second : column.first;
+        const GridSeries& series = second ? *column.second : column.first;
         const Variant value = readSeries(*scene_.record, series.series);
         const VariantArray& figures = value.array();
         const auto pattern =
             column.price ? std::string_view("#0.000") : scene_.entry->get_NumberFormat();
-        for (int row = 0; row <= form().upperBound(column.cells); ++row) {
-            const auto& cell = form().get<TextField>(column.cells, row);
+        for (int row = 0; row <= column.cells.last(form()); ++row) {
+            const auto& cell = column.cells[row].in(form());
             const int element = elementOf(row);
             const bool held = figures.contains(element);
             expect(cell.enabled() == held, "enabled", cell.id());
             const auto text = [&](double factor) {
-                return held ? numberText(figures.number(element), factor, pattern,
-                                         column.negativesShown, column.price)
+                return held ? numberText(figures.number(element), factor, pattern, column.negatives,
+                                         column.price)
                             : std::string();
             };
             // Loading shows quarterly earnings in the unit of that time, all else per share.
@@ -843,7 +843,7 @@ class Invariants {
             if (series.series == Datum::QEPSSeries && !entered && !cell.isUnstored() &&
                 (cell.text() == text(1000) || cell.text() == text(0.001)))
                 continue;
-            agree(cell, text(series.scaled ? unitFactor() : 1));
+            agree(cell, text(series.isScaled() ? unitFactor() : 1));
         }
     }
 

@@ -227,16 +227,15 @@ TEST_P(Accessibility, EveryControlHasItsOwnNameAndRole) {
 TEST_P(Accessibility, FieldsAreCalledAsTheirLabelsRead) {
     int fields = 0;
     for (const auto& row : formLayout()) {
-        if (row.labelledBy.empty())
+        if (!row.labelledBy)
             continue;
-        const Control& field = *form().find(row.name, row.index);
+        const Control& field = *row.control.find(form());
         if (!field.isShown())
             continue;
         ++fields;
-        const auto* caption =
-            dynamic_cast<QLabel*>(heard.widgetOf(labelNamed(form(), row.labelledBy)));
+        const auto* caption = dynamic_cast<QLabel*>(heard.widgetOf(row.labelledBy->in(form())));
         ASSERT_NE(caption, nullptr);
-        const QString line = row.name == "txtAddress2" ? QStringLiteral(" 2") : QString();
+        const QString line = field.name() == "txtAddress2" ? QStringLiteral(" 2") : QString();
         EXPECT_EQ(heard.nameOf(field), caption->text() + line);
         if (line.isEmpty()) {
             const auto related = heard.of(field).relations(QAccessible::Label);
@@ -349,15 +348,11 @@ struct Lettered final : Localizer {
         const std::string free = "BDEFGIJKLMNSTUVWXZ1234567890";
         std::map<int, std::size_t> used; // by page
         for (const auto& row : formLayout()) {
-            if (row.labelledBy.empty())
+            if (!row.labelledBy)
                 continue;
-            const auto id = row.labelledBy;
-            const auto bracket = id.find('(');
             for (const auto& label : formLayout())
-                if (label.name == id.substr(0, bracket) &&
-                    label.index == static_cast<int>(leadingNumber(id.substr(bracket + 1))))
-                    letters.emplace(label.tag,
-                                    free.at(used[label.container < 10 ? 14 : label.container]++));
+                if (label.control == ControlId(*row.labelledBy))
+                    letters.emplace(label.caption, free.at(used[label.in < 10 ? 14 : label.in]++));
         }
         for (const int head : {521, 522, 523, 524, 525, 526, 527, 530, 531, 532})
             letters.emplace(head, free.at(10 + used[-1]++));
@@ -388,12 +383,12 @@ TEST(LabelMnemonics, LeadToTheFieldThatTheLabelNamesAndAreHeardThere) {
     auto& form = heard.form();
     int fields = 0;
     for (const auto& row : formLayout()) {
-        if (row.labelledBy.empty() || row.name == "txtAddress2")
+        if (!row.labelledBy || row.control.name == "txtAddress2")
             continue;
-        Control& field = *form.find(row.name, row.index);
+        Control& field = *row.control.find(form);
         const Control* page = pageOf(field);
         heard.entry->setCurrentTab(page->index() - 9);
-        const auto& label = labelNamed(form, row.labelledBy);
+        const auto& label = row.labelledBy->in(form);
         const char32_t letter = mnemonicOf(label.caption());
         ASSERT_NE(letter, 0U) << label.id();
         for (Control* from : {form.find("cmdHelp"), form.find("chkLockInfo")}) {
@@ -425,18 +420,20 @@ TEST(LabelMnemonics, OfAColumnLeadToItsFirstCell) {
     LetteredHeard heard(LetteredHeard::objects(localizer));
     auto& form = heard.form();
     int columns = 0;
-    for (const auto& head : columnHeads()) {
-        const auto& label = form.get<Label>(head.head, head.headIndex);
-        const char32_t letter = mnemonicOf(label.caption());
-        if (letter == 0)
-            continue; // captions of the option rows, and the one that is never localized
-        Control& first = *form.find(head.cells, 0);
-        heard.entry->setCurrentTab(pageOf(first)->index() - 9);
-        form.find("cmdHelp")->setFocus();
-        QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(letter), Qt::AltModifier);
-        EXPECT_EQ(form.activeControl(), &first) << label.id();
-        ++columns;
-    }
+    for (const auto grid : {yearlyColumns(), quarterlyColumns()})
+        for (const auto& column : grid) {
+            const auto& label = column.head.in(form);
+            const char32_t letter = mnemonicOf(label.caption());
+            if (letter == 0)
+                continue; // captions of the option rows, and the one that is never localized
+            Control& first = column.cells[0].in(form);
+            heard.entry->setCurrentTab(pageOf(first)->index() - 9);
+            form.find("cmdHelp")->setFocus();
+            QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(letter),
+                            Qt::AltModifier);
+            EXPECT_EQ(form.activeControl(), &first) << label.id();
+            ++columns;
+        }
     EXPECT_EQ(columns, 9);
 }
 

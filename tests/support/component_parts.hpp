@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "binding/company_fields.hpp"
 #include "control/entry_objects.hpp"
-#include "form/form_layout.hpp"
+#include "form/build_form.hpp"
 #include "platform/virtual_desktop.hpp"
 #include "quarterly/quarterly_grid.hpp"
 #include "yearly/yearly_grid.hpp"
@@ -20,7 +21,7 @@ struct ComponentParts {
     CompanyFields fields{session};
     YearlyGrid yearly{session};
     QuarterlyGrid quarterly{session};
-    EntryObjects objects{form, fields, yearly, quarterly};
+    EntryObjects objects{form, yearly, quarterly};
 };
 
 } // namespace vkr::test
