@@ -207,23 +207,6 @@ TEST_F(CompanyStoreTest, AMigrationThatFailsChangesNothing) {
     EXPECT_EQ(filesInFolder().filter("backup"), QStringList()) << "of a file that is as it was";
 }
 
-TEST_F(CompanyStoreTest, AFileOfVersion3KeepsItsFiguresAndCountsThem) {
-    const auto record = test::RandomCompany(22).record();
-    ASSERT_DONE(open(file())->save(std::nullopt, *record));
-    {
-        const OtherProgram old(file());
-        old.run("ALTER TABLE company DROP COLUMN figures");
-        old.run("PRAGMA user_version = 3");
-    }
-    const auto loaded = open(file(), OpenMode::existing)->load(1);
-    ASSERT_DONE(loaded);
-    EXPECT_TRUE(sameAs(*loaded.value().record, *record));
-    EXPECT_TRUE(loaded.value().unreadable.empty());
-    OtherProgram(file()).run("DELETE FROM series WHERE series = 'YEPSSeries' AND element = "
-                             "(SELECT min(element) FROM series WHERE series = 'YEPSSeries')");
-    EXPECT_EQ(open(file())->load(1).value().unreadable, std::vector<std::string>{"YEPSSeries"});
-}
-
 TEST_F(CompanyStoreTest, AnOldFileThatIsBeingWrittenIsNotMigrated) {
     makeOldFile(file());
     const OtherProgram other(file());
