@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/variant.hpp"
 
+#include "platform/nearest_double.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
@@ -8,6 +9,8 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 namespace vkr {
 
@@ -28,9 +31,7 @@ Overloaded(Callables...) -> Overloaded<Callables...>;
 double asWritten(float value) {
     char text[32];
     const auto written = std::to_chars(std::begin(text), std::end(text), value);
-    double same = value;
-    std::from_chars(text, written.ptr, same);
-    return same;
+    return nearestDouble({text, written.ptr}).value_or(value);
 }
 
 } // namespace
@@ -41,6 +42,21 @@ VariantArray::VariantArray(int lower, std::vector<std::string> items)
     : VariantArray(lower, Items(std::move(items))) {}
 VariantArray::VariantArray(int lower, std::vector<Variant> items)
     : VariantArray(lower, Items(std::move(items))) {}
+
+// The kind of items is named before they are copied: libstdc++ takes a variant of vectors for one
+// that always holds a value, and destroys one it has not made where copying the vector fails.
+VariantArray::VariantArray(const VariantArray& other)
+    : lower_(other.lower_), items_(std::visit(
+                                [](const auto& items) {
+                                    using Kind = std::remove_cvref_t<decltype(items)>;
+                                    return Items(std::in_place_type<Kind>, items);
+                                },
+                                other.items_)) {}
+
+VariantArray& VariantArray::operator=(const VariantArray& other) {
+    VariantArray copy(other);
+    return *this = std::move(copy);
+}
 
 VariantArray::VariantArray(int lower, Items items) : lower_(lower), items_(std::move(items)) {
     const auto last = std::int64_t{lower} + static_cast<std::int64_t>(size()) - 1;

@@ -28,6 +28,12 @@ class VariantArray {
     VariantArray(int lower, std::vector<double> items);
     VariantArray(int lower, std::vector<std::string> items);
     VariantArray(int lower, std::vector<Variant> items);
+    // Whole, or nothing where memory runs out.
+    VariantArray(const VariantArray& other);
+    VariantArray& operator=(const VariantArray& other);
+    VariantArray(VariantArray&&) noexcept = default;
+    VariantArray& operator=(VariantArray&&) noexcept = default;
+    ~VariantArray() = default;
 
     [[nodiscard]] int lower() const { return lower_; }
     // lower() - 1 for an array without elements.
