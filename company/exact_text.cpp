@@ -2,13 +2,12 @@
 #include "company/exact_text.hpp"
 
 #include "platform/ascii.hpp"
+#include "platform/nearest_double.hpp"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <stdexcept>
-#include <system_error>
 
 namespace vkr {
 
@@ -72,11 +71,7 @@ std::optional<double> exactNumber(std::string_view text) {
         return std::nullopt;
     if (text.front() == '+')
         text.remove_prefix(1);
-    double value = 0;
-    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (fault != std::errc{} || end != text.data() + text.size() || !std::isfinite(value))
-        return std::nullopt;
-    return value;
+    return nearestDouble(text);
 }
 
 std::string isoDateText(Date date) {

@@ -2,6 +2,7 @@
 #include "platform/decimal.hpp"
 
 #include "platform/ascii.hpp"
+#include "platform/nearest_double.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -129,10 +130,8 @@ std::optional<double> valueOf(const NumberSpan& number, int shift) {
     std::string text(number.mantissa);
     text += 'e';
     text += std::to_string(number.exponent + shift);
-    double value = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (read.ec == std::errc() && std::isfinite(value))
-        return number.negative ? -value : value;
+    if (const auto value = nearestDouble(text))
+        return number.negative ? -*value : *value;
     // Too large or too small: the place of the first digit that counts tells which.
     const auto first = number.mantissa.find_first_of("123456789");
     if (first == std::string_view::npos)
