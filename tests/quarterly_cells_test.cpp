@@ -228,6 +228,24 @@ TEST_F(QuarterlyCells, WithoutADateNothingIsWrittenUntilThereIsOne) {
     EXPECT_EQ(scene.form().get<Label>("lblQLabel", 1).caption(), "3/31/2026");
 }
 
+TEST_F(QuarterlyCells, WhereNoDateIsShownOneUpToThreeQuartersLaterIsTaken) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"read LastQDate"};
+    open(record);
+    ASSERT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 9, 30));
+    ASSERT_EQ(scene.text("txtLastQDate"), "");
+    typeOver(scene, "txtLastQDate", "9/30/2027");
+    ASSERT_EQ(desktop.messages().size(), 1U);
+    EXPECT_EQ(desktop.messages()[0].text,
+              "The new date must lie in the month in which one of the next three quarters ends.\r"
+              "The previous date has been put back.");
+    EXPECT_EQ(scene.text("txtLastQDate"), "");
+    typeOver(scene, "txtLastQDate", "6/30/2027");
+    EXPECT_EQ(desktop.messages().size(), 1U);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Jun/30/2027");
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 9, 30));
+}
+
 // Cancel skips what it leaves: a host that stays open has the date on show as it was typed.
 TEST_F(QuarterlyCells, WithTheDateEmptiedOrUnreadableNothingIsWrittenUntilItIsBack) {
     const struct {
