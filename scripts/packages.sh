@@ -3,7 +3,7 @@
 
 # purpose    packages; one with a question mark only comes along when another has to be installed
 packages_table='
-component    g++ cmake ninja-build libgtest-dev ccache?
+component    g++ cmake ninja-build libgtest-dev ccache? locales?
 qt           qt6-base-dev libqt6sql6-sqlite libgl1-mesa-dev fonts-dejavu-core fonts-liberation fontconfig qt6-wayland? libqt6sql6-psql?
 server       postgresql libqt6sql6-psql
 designer     qt6-tools-dev qt6-tools-dev-tools?
