@@ -35,7 +35,11 @@ if(PROJECT_IS_TOP_LEVEL)
         "$<${release}:-D_FORTIFY_SOURCE=2;-fstack-protector-strong>"
         "$<${release}:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>"
     )
-    add_link_options("$<${release}:-Wl,-z,relro,-z,now>")
+    if(WIN32)
+        link_libraries("$<${release}:ssp>") # where the protector's functions are
+    else()
+        add_link_options("$<${release}:-Wl,-z,relro,-z,now>")
+    endif()
     set(CMAKE_AUTORCC_OPTIONS --format-version 1) # later ones hold the times of the files
 endif()
 

@@ -16,6 +16,7 @@ fuzz         clang libclang-rt-14-dev
 bench        libbenchmark-dev libfmt-dev libicu-dev libsqlite3-dev
 instructions valgrind
 tidy         clang-tidy
+portable     clang-16 libc++-16-dev libc++abi-16-dev libclang-rt-16-dev googletest g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
 mutants      python3
 '
 
