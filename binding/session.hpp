@@ -154,9 +154,6 @@ class Session final : public FieldHost {
     [[nodiscard]] Kind& operator[](const Handle<Kind>& control) const {
         return control.in(form);
     }
-    [[nodiscard]] TextBox& textBox(std::string_view name, int index = Control::noIndex) const {
-        return form.get<TextBox>(name, index);
-    }
 
   private:
     void markUnstored(TextField& field);

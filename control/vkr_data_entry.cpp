@@ -134,9 +134,10 @@ void VKRDataEntry::Impl::initialize() {
 
 void VKRDataEntry::Impl::applyColorScheme() {
     form.setBackColor(colors::buttonFace);
+    const Frame* const designed = &controls::helpFrame.in(form); // what it holds keeps its colours
     for (const auto& control : form.controls()) {
-        if (control->container() == &controls::helpFrame.in(form))
-            continue; // keeps its design colours
+        if (control->container() == designed)
+            continue;
         const bool field =
             control->kind() == ControlKind::textBox || control->kind() == ControlKind::comboBox;
         attempt([&] {

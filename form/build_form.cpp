@@ -17,33 +17,29 @@ namespace {
 
 constexpr Color helpBackground = 0xE1FFFF;
 
-void place(Control& control, const ControlRow& declared, int number) {
-    control.move(declared.at.left, declared.at.top + number * declared.pitch);
-    control.resize(declared.size.width, declared.size.height);
-    if (const auto caption = designCaption(declared); control.hasCaption() && !caption.empty())
-        control.setCaption(caption);
-    if (declared.caption != 0)
-        control.setTag(std::to_string(declared.caption));
-    control.setVisible(declared.visible);
-    if (auto* field = dynamic_cast<TextField*>(&control))
-        field->setMaxLength(declared.length);
-    if (auto* box = dynamic_cast<TextBox*>(&control))
-        box->setAlignment(declared.alignment);
-    if (auto* text = dynamic_cast<Label*>(&control))
-        text->setAlignment(declared.alignment);
-}
-
-Control& make(Form& form, const ControlRow& declared, int index) {
+// Makes a control by its kind, with what only that kind has.
+Control& make(Form& form, const ControlRow& declared, int index, Frame* container) {
     const std::string_view name = declared.control.name;
-    Frame* container =
-        declared.in == Control::noIndex ? nullptr : &controls::frames[declared.in].in(form);
     switch (declared.control.kind) {
-    case ControlKind::textBox:
-        return form.add<TextBox>(name, index, container);
-    case ControlKind::comboBox:
-        return form.add<ComboBox>(name, index, container);
-    case ControlKind::label:
-        return form.add<Label>(name, index, container);
+    case ControlKind::textBox: {
+        auto& box = form.add<TextBox>(name, index, container);
+        box.setMaxLength(declared.length);
+        box.setAlignment(declared.alignment);
+        return box;
+    }
+    case ControlKind::comboBox: {
+        auto& list = form.add<ComboBox>(name, index, container);
+        list.setMaxLength(declared.length);
+        return list;
+    }
+    case ControlKind::label: {
+        auto& label = form.add<Label>(name, index, container);
+        label.setAlignment(declared.alignment);
+        // Column heads break into two lines.
+        label.setWordWrap(declared.size.height > page::labelHeight &&
+                          name != controls::quarterLabel.name);
+        return label;
+    }
     case ControlKind::commandButton:
         return form.add<CommandButton>(name, index, container);
     case ControlKind::optionButton:
@@ -65,6 +61,26 @@ Control& make(Form& form, const ControlRow& declared, int index) {
     default:
         return form.add<MenuItem>(name, index, container);
     }
+}
+
+void place(Control& control, const ControlRow& declared, int number) {
+    control.move(declared.at.left, declared.at.top + number * declared.pitch);
+    control.resize(declared.size.width, declared.size.height);
+    if (const auto caption = designCaption(declared); control.hasCaption() && !caption.empty())
+        control.setCaption(caption);
+    if (declared.caption != 0)
+        control.setTag(std::to_string(declared.caption));
+    control.setVisible(declared.visible);
+}
+
+// All elements that a row declares, in their frame.
+void add(Form& form, const ControlRow& declared) {
+    Frame* container =
+        declared.in == Control::noIndex ? nullptr : &controls::frames[declared.in].in(form);
+    const int first = declared.control.index;
+    for (int i = 0; i < declared.count; ++i)
+        place(make(form, declared, first == Control::noIndex ? first : first + i, container),
+              declared, i);
 }
 
 // A label leads to the first of its fields, a head to the first cell of its column.
@@ -108,12 +124,6 @@ void finish(Form& form) {
     link.setBackColor(helpBackground);
     link.setForeColor(colors::blue);
     link.setLink(true);
-    // Column heads break into two lines.
-    for (const auto& control : form.controls())
-        if (auto* head = dynamic_cast<Label*>(control.get()); head != nullptr &&
-                                                              head->height() > page::labelHeight &&
-                                                              !controls::quarterLabel.holds(*head))
-            head->setWordWrap(true);
 }
 
 void nameColumns(const Form& form, std::span<const GridColumn> columns,
@@ -134,11 +144,7 @@ void nameColumns(const Form& form, std::span<const GridColumn> columns,
 
 void buildForm(Form& form) {
     for (const auto& declared : formLayout())
-        for (int i = 0; i < declared.count; ++i)
-            place(make(form, declared,
-                       declared.control.index == Control::noIndex ? Control::noIndex
-                                                                  : declared.control.index + i),
-                  declared, i);
+        add(form, declared);
     finish(form);
     nameTargets(form);
 }
