@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <locale>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -629,6 +630,7 @@ std::vector<std::string> VirtualDesktop::tabWalk() {
 
 std::string VirtualDesktop::snapshot() const {
     std::ostringstream heading;
+    heading.imbue(std::locale::classic());
     heading << "form " << form().width() << " x " << form().height();
     auto lines = heading.str() + "\n";
     describe(lines, nullptr, 1);
@@ -640,6 +642,7 @@ void VirtualDesktop::describe(std::string& lines, const Frame* container, int de
         if (control->container() != container || !reasonOutOfReach(*control).empty())
             continue;
         std::ostringstream line;
+        line.imbue(std::locale::classic());
         line << std::string(static_cast<std::size_t>(depth) * 2, ' ') << control->id() << " ("
              << control->left() << ", " << control->top() << ", " << control->width() << " x "
              << control->height() << ")";

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "binding/company_fields.hpp"
+#include "tests/support/classic_figures.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
@@ -72,12 +72,6 @@ constexpr Row rows[] = {
 constexpr const char* priceFields[] = {"txtCurrentPrice", "txt52WHigh", "txt52WLow"};
 constexpr const char* dateFields[] = {"txtPriceUpdate", "txtLastUpdate", "txtDateOfSource"};
 
-std::string fixed(double value, int digits) {
-    char text[400];
-    std::snprintf(text, sizeof text, "%.*f", digits, value);
-    return text;
-}
-
 double factorOf(int unit) {
     return unit == 3 ? 1000 : unit == 9 ? 0.001 : 1;
 }
@@ -119,13 +113,13 @@ std::shared_ptr<CompanyRecord> distinctCompany(int unit) {
 std::string shownFigure(const Row& row, double stored, int unit) {
     switch (row.kind) {
     case price:
-        return fixed(stored, 3);
+        return fixedFigure(stored, 3);
     case percent:
-        return fixed(stored, 1) + "%";
+        return fixedFigure(stored, 1) + "%";
     case money:
-        return fixed(stored * factorOf(unit), 2);
+        return fixedFigure(stored * factorOf(unit), 2);
     default:
-        return fixed(stored, 2);
+        return fixedFigure(stored, 2);
     }
 }
 
@@ -172,7 +166,7 @@ TEST_P(CompanyFieldsWalk, EveryFieldShowsItsDatumAndWritesItAlone) {
         } else {
             typeOver(scene, row.control, figure);
             const char* exponent = row.kind != money || unit == 6 ? "" : unit == 3 ? "e-3" : "e3";
-            const double stored = std::strtod((figure + exponent).c_str(), nullptr);
+            const double stored = readFigure(figure + exponent);
             EXPECT_EQ(readNumber(*company, datum), stored);
             shown = shownFigure(row, row.kind == money ? 7000 + i + 0.5 : stored,
                                 row.kind == money ? 6 : unit);
@@ -258,10 +252,11 @@ TEST(PriceRule, KeepsThePriceInsideThe52WeekRange) {
         EXPECT_EQ(company->get_CurrentPrice(), one.price);
         EXPECT_EQ(company->get_High52W(), one.high);
         EXPECT_EQ(company->get_Low52W(), one.low);
-        EXPECT_EQ(textOf(scene, "txt52WHigh"), fixed(one.high, 3));
-        EXPECT_EQ(textOf(scene, "txt52WLow"), fixed(one.low, 3));
-        EXPECT_EQ(scene.field("txt52WHigh").tag(), fixed(one.high, 3));
-        EXPECT_EQ(textOf(scene, "txtCurrentPrice"), one.price == 0 ? "" : fixed(one.price, 3));
+        EXPECT_EQ(textOf(scene, "txt52WHigh"), fixedFigure(one.high, 3));
+        EXPECT_EQ(textOf(scene, "txt52WLow"), fixedFigure(one.low, 3));
+        EXPECT_EQ(scene.field("txt52WHigh").tag(), fixedFigure(one.high, 3));
+        EXPECT_EQ(textOf(scene, "txtCurrentPrice"),
+                  one.price == 0 ? "" : fixedFigure(one.price, 3));
     }
 }
 
@@ -334,9 +329,9 @@ struct CorrectedPrice : testing::Test {
     void expectRange(double low, double high) const {
         EXPECT_EQ(company->get_Low52W(), low);
         EXPECT_EQ(company->get_High52W(), high);
-        EXPECT_EQ(textOf(scene, "txt52WLow"), fixed(low, 3));
-        EXPECT_EQ(textOf(scene, "txt52WHigh"), fixed(high, 3));
-        EXPECT_EQ(scene.field("txt52WHigh").tag(), fixed(high, 3));
+        EXPECT_EQ(textOf(scene, "txt52WLow"), fixedFigure(low, 3));
+        EXPECT_EQ(textOf(scene, "txt52WHigh"), fixedFigure(high, 3));
+        EXPECT_EQ(scene.field("txt52WHigh").tag(), fixedFigure(high, 3));
     }
 };
 
@@ -799,7 +794,7 @@ TEST(CompanyNumbers, EveryTypedDigitIsStored) {
                 if (digits.ends_with('.'))
                     digits.pop_back();
                 EXPECT_EQ(readNumber(*company, datumNamed(row.datum)),
-                          std::strtod((digits + exponent).c_str(), nullptr));
+                          readFigure(digits + exponent));
                 EXPECT_EQ(markOf(scene, row.control), "");
                 // The next leave finds it untouched.
                 const double stored = readNumber(*company, datumNamed(row.datum));

@@ -2,12 +2,12 @@
 #include "company/company_csv.hpp"
 #include "input/date_reader.hpp"
 #include "source_folder.hpp"
+#include "tests/support/classic_figures.hpp"
 #include "tests/support/field_steps.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
@@ -339,7 +339,7 @@ class History {
             const char* shift = !column.money || other || unit_ == 6 ? ""
                                 : unit_ == 3                         ? "e-3"
                                                                      : "e3";
-            figure = std::strtod((text + shift).c_str(), nullptr);
+            figure = readFigure(text + shift);
         }
         const auto id = cellId(column.cells, row);
         log_ << id << " of " << period << ": " << text << "\n";
@@ -447,7 +447,7 @@ void rescale(CompanyRecord& company, const std::string& exponent) {
         Variant series = readSeries(company, column.first);
         VariantArray& figures = series.array();
         for (int i = 0; i <= figures.upper(); ++i)
-            figures.setNumber(i, std::strtod((figures.text(i) + exponent).c_str(), nullptr));
+            figures.setNumber(i, readFigure(figures.text(i) + exponent));
         writeSeries(company, column.first, series);
     }
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "input/mdlKMTMisc.hpp"
+#include "tests/support/classic_figures.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 
 #include <cmath>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -233,11 +233,10 @@ TEST(UnscaledFromText, IsTheNearestDoubleForEveryFigureOfFifteenDigits) {
         const auto point = state / 7 % 15;
         if (point > 0)
             digits.insert(static_cast<std::size_t>(point), ".");
-        ASSERT_EQ(UnscaledFromText(digits, 1000), std::strtod((digits + "e-3").c_str(), nullptr));
-        ASSERT_EQ(UnscaledFromText(digits, 0.001), std::strtod((digits + "e3").c_str(), nullptr));
+        ASSERT_EQ(UnscaledFromText(digits, 1000), test::readFigure(digits + "e-3"));
+        ASSERT_EQ(UnscaledFromText(digits, 0.001), test::readFigure(digits + "e3"));
         // Shown again in the same unit it is the figure that was typed.
-        ASSERT_EQ(ScaledForDisplay(UnscaledFromText(digits, 1000), 1000),
-                  std::strtod(digits.c_str(), nullptr))
+        ASSERT_EQ(ScaledForDisplay(UnscaledFromText(digits, 1000), 1000), test::readFigure(digits))
             << digits;
     }
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "input/mdlKMTMisc.hpp"
+#include "tests/support/classic_figures.hpp"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -117,7 +118,7 @@ TEST(FractionToDecimal, EveryEighthComesBack) {
         const std::string decimal =
             std::to_string(eighths / 8) + '.' + std::to_string(1000 + eighths % 8 * 125).substr(1);
         const std::string back = FractionToDecimal(DecimalToFraction(decimal, false));
-        ASSERT_EQ(std::stod(back), eighths / 8.0) << decimal;
+        ASSERT_EQ(test::readFigure(back), eighths / 8.0) << decimal;
     }
 }
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "input/number_text.hpp"
+#include "tests/support/classic_figures.hpp"
 
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -367,7 +367,7 @@ TEST(NumberText, FiguresOfFifteenDigitsSurviveEveryUnit) {
         if (const auto point = random() % whole.size(); point > 0)
             typed.insert(point, 1, '.');
         const double value = numericValue(typed);
-        ASSERT_EQ(value, std::strtod(typed.c_str(), nullptr)) << typed;
+        ASSERT_EQ(value, test::readFigure(typed)) << typed;
         // Stored from what was typed in a unit, shown in it again.
         for (const int exponent : {3, 0, -3}) {
             const double stored = shiftDecimal(typed, -exponent);

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "input/options_tab.hpp"
 #include "platform/text.hpp"
+#include "tests/support/classic_figures.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
@@ -20,9 +20,7 @@ namespace {
 using namespace test;
 
 std::string fixed(double value, int digits = 2) {
-    char text[400];
-    std::snprintf(text, sizeof text, "%.*f", digits, value);
-    return text;
+    return fixedFigure(value, digits);
 }
 
 // Figures whose two decimals never stand half-way, in every datum and element.
@@ -101,7 +99,7 @@ TEST(UnitOption, RedrawsMoneyAndSharesAndNothingElse) {
                 SCOPED_TRACE("unit " + std::to_string(index));
                 for (const auto& [id, text] : scene.texts()) {
                     const std::string name = id.substr(0, id.find('('));
-                    const double old = std::atof(before.at(id).c_str());
+                    const double old = readFigure(before.at(id));
                     EXPECT_EQ(text, names.contains(name) && !before.at(id).empty()
                                         ? fixed(std::round(old / shownFactor * factor * 100) / 100)
                                         : before.at(id))

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "binding/series_grid.hpp"
+#include "tests/support/classic_figures.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -83,8 +83,7 @@ TEST(GridCells, AFigureLandsInTheElementOfItsRowAlone) {
                     typeOver(scene, id, typed);
                     const int element = elementOfRow(column, row);
                     const char* exponent = !scaled || unit == 6 ? "" : unit == 3 ? "e-3" : "e3";
-                    EXPECT_EQ(elementOf(*company, series, element),
-                              std::strtod((typed + exponent).c_str(), nullptr));
+                    EXPECT_EQ(elementOf(*company, series, element), readFigure(typed + exponent));
                     EXPECT_EQ(changedData(*before, *company),
                               std::vector<std::string>{std::string(series) + "(" +
                                                        std::to_string(element) + ")"});
