@@ -190,8 +190,8 @@ void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {
     movedEnds_.erase(*field.datum);
     if (field.datum == Datum::CurrentPrice)
         followPrice(value);
-    if (field.datum == Datum::Last4QEPS && trailingEarningsTyped)
-        trailingEarningsTyped();
+    if (field.datum == Datum::Last4QEPS)
+        session_.consequences.trailingEarningsTyped();
 }
 
 // The 52-week range always contains the current price. A price of nothing moves neither end, and
@@ -227,8 +227,8 @@ void CompanyFields::followPrice(double price) {
 void CompanyFields::followSource() {
     const auto& source = session_[controls::source].text();
     for (const auto stating : sourcesStatingRates)
-        if (equalsIgnoringCase(source, stating) && sourceStatesRates)
-            sourceStatesRates();
+        if (equalsIgnoringCase(source, stating))
+            session_.consequences.sourceStatesRates();
 }
 
 } // namespace vkr

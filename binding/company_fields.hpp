@@ -4,7 +4,6 @@
 #include "binding/session.hpp"
 #include "form/form_layout.hpp"
 
-#include <functional>
 #include <map>
 #include <unordered_map>
 #include <vector>
@@ -24,10 +23,6 @@ class CompanyFields {
 
     // Leaving: change check, conversion, record, display. Under the lock nothing is written.
     void leave(const FieldRow& field);
-
-    // Called after the source was changed to one that states tax rate and book value.
-    std::function<void()> sourceStatesRates;
-    std::function<void()> trailingEarningsTyped; // and stored
 
   private:
     [[nodiscard]] TextField& control(const FieldRow& field) const;

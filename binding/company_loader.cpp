@@ -35,7 +35,7 @@ bool lacksDate(const Session& session, Datum datum) {
 void suggest(Session& session, Datum missing, Datum written, Date date(const Session&)) {
     if (lacksDate(session, missing) &&
         attempt([&] { writeDate(*session.company, written, date(session)); }))
-        session.suggestedDates.insert(written);
+        session.dates.suggest(written);
 }
 
 // What the options choose is shown once they are known.

@@ -16,7 +16,15 @@
 
 namespace vkr {
 
-Session::Session(Form& ownForm, Services& hostServices) : form(ownForm), services(hostServices) {}
+namespace {
+
+Consequences nothingFollows;
+
+} // namespace
+
+Session::Session(Form& ownForm, Services& hostServices, Consequences* theConsequences)
+    : form(ownForm), services(hostServices),
+      consequences(theConsequences == nullptr ? nothingFollows : *theConsequences) {}
 
 void Session::hideHelpFrame() {
     controls::helpFrame.in(form).setVisible(false);
@@ -50,15 +58,14 @@ void Session::setDirty(bool value) {
 void Session::tellState() {
     if (works_ > 0)
         untold_ = true;
-    else if (stateChanged)
-        attempt([&] { stateChanged(); });
+    else
+        attempt([&] { consequences.stateChanged(); });
 }
 
 Session::Work::~Work() {
     if (--session_.works_ > 0)
         return;
-    if (session_.workDone)
-        attempt([&] { session_.workDone(); });
+    attempt([&] { session_.consequences.workDone(); });
     if (session_.works_ == 0 && std::exchange(session_.untold_, false))
         session_.tellState();
 }
@@ -126,9 +133,8 @@ bool Session::isValidDate(Date date) {
 }
 
 std::optional<Date> Session::typedDate(const TextField& field) const {
-    if (const auto found = picked.find(&field);
-        found != picked.end() && found->second.text == field.text())
-        return found->second.date;
+    if (const auto picked = dates.pickedIn(field))
+        return picked;
     const auto read = attemptOr(std::optional<Date>(), [&] {
         return vkr::readDate(field.text(), services.today(), dateFormat);
     });
@@ -192,12 +198,12 @@ bool Session::storeDate(Datum datum, Date date) {
 
 void Session::putDate(TextField& field, Datum datum, Date date) {
     const bool stored = storeDate(datum, date);
-    suggestedDates.erase(datum);
+    dates.settle(datum);
     putFieldText(field, dateText(date));
     if (stored)
         return;
     field.setMark(unstored(text_number::reasonRefused));
-    picked[&field] = {field.text(), date};
+    dates.pick(field, field.text(), date);
 }
 
 std::string Session::dateText(Date date) const {

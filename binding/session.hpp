@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "binding/consequences.hpp"
+#include "binding/date_entries.hpp"
 #include "form/handle.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/number_text.hpp"
@@ -12,11 +14,8 @@
 #include "record/enumerations.hpp"
 #include "record/ivkr_company.hpp"
 
-#include <functional>
-#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,7 +30,8 @@ enum class EquityRow { commonEquity, bookValue };
 // display state that loading, leaving and redrawing go by.
 class Session final : public FieldHost {
   public:
-    Session(Form& ownForm, Services& hostServices);
+    // `theConsequences` outlives this; nothing follows where it is null.
+    Session(Form& ownForm, Services& hostServices, Consequences* theConsequences = nullptr);
 
     Form& form;
     Services& services;
@@ -51,24 +51,8 @@ class Session final : public FieldHost {
     std::int32_t unit = defaultUnit;
     bool dirty = false;
 
-    // The dates behind texts that are but their pictures, by field, until they are stored.
-    struct PickedDate {
-        std::string text;
-        Date date;
-    };
-    std::map<const TextField*, PickedDate> picked;
-
-    // Dates that loading wrote where the record had none, until somebody types or picks one there.
-    std::set<Datum> suggestedDates;
-
-    // A date that rebuilds a grid is being edited: txtDateofLastFY or txtLastQDate.
-    bool dateFieldPending = false;
-    // The pointer went down on Cancel: the date fields skip their processing.
-    bool cancelPressed = false;
-
-    std::function<void()> stateChanged;
-    std::function<void()> workDone;     // for what had to wait for the end of the work
-    std::function<void()> rowsLabelled; // years or quarters have other labels
+    DateEntries dates;
+    Consequences& consequences; // for the rest of the form
 
     static constexpr std::int32_t defaultUnit = 6;
 
@@ -93,7 +77,7 @@ class Session final : public FieldHost {
         Session& session_;
     };
     [[nodiscard]] bool isWorking() const { return works_ > 0; }
-    void tellState(); // calls stateChanged, at the end of the work under way
+    void tellState(); // by its consequence, at the end of the work under way
 
     // Objects of the record that is held. Both throw where it hands out none.
     [[nodiscard]] std::shared_ptr<Object> settings() const;

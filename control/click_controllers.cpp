@@ -52,20 +52,21 @@ class YearlyBarController final : public Controller {
 // What moves the quarters: the bar, the spinner, and the labels of the rows.
 class QuartersController final : public Controller {
   public:
-    QuartersController(Session& session, QuarterlyGrid& quarterly)
-        : session_(session), quarterly_(quarterly) {}
+    QuartersController(Session& session, QuarterlyGrid& quarterly, LastQuarter& lastQuarter)
+        : session_(session), quarterly_(quarterly), lastQuarter_(lastQuarter) {}
     void scroll() override {
         session_.hideHelpFrame();
         quarterly_.scroll();
     }
-    void spin(int steps) override { quarterly_.moveLastQuarter(steps); }
+    void spin(int steps) override { lastQuarter_.move(steps); }
     void click(Control& /*control*/) override { session_.hideHelpFrame(); }
     // The quarter of the row becomes the last one.
-    void doubleClick(Control& control) override { quarterly_.moveLastQuarter(-control.index()); }
+    void doubleClick(Control& control) override { lastQuarter_.move(-control.index()); }
 
   private:
     Session& session_;
     QuarterlyGrid& quarterly_;
+    LastQuarter& lastQuarter_;
 };
 
 } // namespace
@@ -82,12 +83,12 @@ void ClickControllers::onClick(std::string_view name, Act act) {
 }
 
 ClickControllers::ClickControllers(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly,
-                                   Options& options, DataLock& lock, MoreHelp& help,
-                                   Controllers& controllers)
+                                   LastQuarter& lastQuarter, Options& options, DataLock& lock,
+                                   MoreHelp& help, Controllers& controllers)
     : controllers_(controllers) {
     onClick(controls::addYear.name, [&yearly] { yearly.addYear(); });
     onClick(controls::removeYear.name, [&yearly] { yearly.removeYear(); });
-    onClick(controls::addQuarter.name, [&quarterly] { quarterly.addQuarter(); });
+    onClick(controls::addQuarter.name, [&lastQuarter] { lastQuarter.add(); });
     onClick(controls::help.name, [&help] { help.aboutPage(); });
     onClick(controls::moreHelp.name, [&help] { help.aboutObject(); });
     onClick(controls::lock.name, [&session, &lock, &yearly, &quarterly] {
@@ -104,7 +105,7 @@ ClickControllers::ClickControllers(Session& session, YearlyGrid& yearly, Quarter
     add<YearlyBarController>(controls::yearlyBar.name, session, yearly);
     for (const auto mover :
          {controls::quarterlyBar.name, controls::quarterSpinner.name, controls::quarterLabel.name})
-        add<QuartersController>(mover, session, quarterly);
+        add<QuartersController>(mover, session, quarterly, lastQuarter);
 }
 
 } // namespace vkr

@@ -5,6 +5,7 @@
 #include "control/data_lock.hpp"
 #include "control/more_help.hpp"
 #include "control/options.hpp"
+#include "quarterly/last_quarter.hpp"
 
 #include <memory>
 #include <string_view>
@@ -17,7 +18,8 @@ namespace vkr {
 class ClickControllers {
   public:
     ClickControllers(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly,
-                     Options& options, DataLock& lock, MoreHelp& help, Controllers& controllers);
+                     LastQuarter& lastQuarter, Options& options, DataLock& lock, MoreHelp& help,
+                     Controllers& controllers);
 
   private:
     // One that does one thing when it is clicked.

@@ -3,9 +3,6 @@
 
 #include "form/controls.hpp"
 
-#include <algorithm>
-#include <utility>
-
 namespace vkr {
 
 namespace {
@@ -17,7 +14,7 @@ constexpr Handle<TextBox> settledByOk[] = {controls::lastUpdate, controls::price
 
 void OkButton::click(Control& /*control*/) {
     settleDates();
-    if (settlesOnly_ || session_.dateFieldPending)
+    if (settlesOnly_ || session_.dates.isPending())
         return;
     if (session_.company != nullptr && entry_.hasSkippedDate())
         entry_.leavePendingDates();
@@ -43,14 +40,16 @@ void CancelButton::key(Control& /*control*/, KeyCode& key, int shift) {
 }
 
 void CancelButton::click(Control& /*control*/) {
-    session_.cancelPressed = false;
+    session_.dates.setSkipped(false);
     host_.unloadRequest(ulCancel);
 }
 
 void CancelButton::pressEnded() {
     // Given up without a click: the date that was skipped has been left after all.
-    if (std::exchange(session_.cancelPressed, false))
-        entry_.leavePendingDates();
+    if (!session_.dates.isSkipped())
+        return;
+    session_.dates.setSkipped(false);
+    entry_.leavePendingDates();
 }
 
 } // namespace vkr

@@ -15,7 +15,7 @@ class OkButton final : public Controller {
     OkButton(Session& session, CompanyFields& fields, FieldControllers& entry, HostLine& host)
         : session_(session), fields_(fields), entry_(entry), host_(host) {}
 
-    void mouseDown() override { settlesOnly_ = session_.dateFieldPending; }
+    void mouseDown() override { settlesOnly_ = session_.dates.isPending(); }
     void click(Control& control) override;
     void pressEnded() override { settlesOnly_ = false; }
 
@@ -37,7 +37,7 @@ class CancelButton final : public Controller {
         : session_(session), entry_(entry), pages_(pages), host_(host) {}
 
     void key(Control& control, KeyCode& key, int shift) override;
-    void mouseDown() override { session_.cancelPressed = true; }
+    void mouseDown() override { session_.dates.setSkipped(true); }
     void click(Control& control) override;
     void pressEnded() override;
 

@@ -38,10 +38,9 @@ bool FieldController::press(TextField& field, char32_t& character) {
 
 void FieldController::change(TextField& field) {
     const Session::Work work(session_);
-    if (const auto picked = session_.picked.find(&field);
-        picked != session_.picked.end() && picked->second.text != field.text())
-        session_.picked.erase(picked);
-    if (const auto datum = date(); datum && session_.suggestedDates.contains(*datum))
+    if (!session_.dates.pickedIn(field))
+        session_.dates.forgetPick(field);
+    if (const auto datum = date(); datum && session_.dates.isSuggested(*datum))
         suggestionTyped_ = true;
     typed();
 }
@@ -63,14 +62,14 @@ void FieldController::leave(Control& control) {
 // What was picked or typed is stored by now, or told as not stored.
 void FieldController::settle(TextField& field) {
     if (isUntouched(field))
-        session_.picked.erase(&field);
+        session_.dates.forgetPick(field);
     const auto datum = date();
     if (!datum || field.text() != field.tag())
         return;
     session_.takePickBack(); // unless the date was taken
     if (suggestionTyped_ && !field.isUnstored()) {
         suggestionTyped_ = false;
-        session_.suggestedDates.erase(*datum);
+        session_.dates.settle(*datum);
         session_.tellState(); // typed as it stood there: nothing else tells of it
     }
 }
@@ -121,13 +120,13 @@ PendingDateController::PendingDateController(Session& session, const Handle<Text
 
 void PendingDateController::enter(Control& control) {
     FieldController::enter(control);
-    session_.dateFieldPending = true;
+    session_.dates.setPending(true);
 }
 
 void PendingDateController::startOver() {
     FieldController::startOver();
     if (session_.form.hasFocus() && session_.form.activeControl() == &field())
-        session_.dateFieldPending = true;
+        session_.dates.setPending(true);
 }
 
 bool PendingDateController::isSkipped() const {
@@ -137,8 +136,13 @@ bool PendingDateController::isSkipped() const {
 LastFiscalYearDateController::LastFiscalYearDateController(Session& session, YearlyGrid& yearly)
     : PendingDateController(session, controls::lastFiscalYearDate), yearly_(yearly) {}
 
-LastQuarterDateController::LastQuarterDateController(Session& session, QuarterlyGrid& quarterly)
-    : PendingDateController(session, controls::lastQuarterDate), quarterly_(quarterly) {}
+LastQuarterDateController::LastQuarterDateController(Session& session, LastQuarter& quarter)
+    : PendingDateController(session, controls::lastQuarterDate), quarter_(quarter) {}
+
+void LastQuarterDateController::startOver() {
+    PendingDateController::startOver();
+    quarter_.startOver();
+}
 
 // --- what a commit stores ------------------------------------------------------------------------
 
@@ -164,11 +168,11 @@ void ReportingPeriodController::store(TextField& field) {
 // --- all of them ---------------------------------------------------------------------------------
 
 FieldControllers::FieldControllers(Session& session, CompanyFields& fields, YearlyGrid& yearly,
-                                   QuarterlyGrid& quarterly, Captions& captions,
-                                   Controllers& controllers)
+                                   QuarterlyGrid& quarterly, LastQuarter& lastQuarter,
+                                   Captions& captions, Controllers& controllers)
     : session_(session), yearlyCells_(session, yearly), quarterlyCells_(session, quarterly),
       lastFiscalYear_(session, yearly), lastFiscalYearDate_(session, yearly),
-      lastQuarterDate_(session, quarterly), currencySymbol_(session, captions),
+      lastQuarterDate_(session, lastQuarter), currencySymbol_(session, captions),
       reportingPeriod_(session), dates_{&lastFiscalYear_, &lastFiscalYearDate_, &lastQuarterDate_} {
     for (const auto& row : companyFieldTable()) {
         auto& added = companyFields_.emplace_back(session, fields, row);
@@ -188,10 +192,7 @@ FieldControllers::FieldControllers(Session& session, CompanyFields& fields, Year
 }
 
 void FieldControllers::startOver() {
-    session_.dateFieldPending = false;
-    session_.cancelPressed = false;
-    session_.picked.clear();
-    session_.suggestedDates.clear();
+    session_.dates.startOver();
     for (FieldController* date : dates_)
         date->startOver();
 }

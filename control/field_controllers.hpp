@@ -5,7 +5,7 @@
 #include "control/captions.hpp"
 #include "control/controller.hpp"
 #include "form/controls.hpp"
-#include "quarterly/quarterly_grid.hpp"
+#include "quarterly/last_quarter.hpp"
 #include "yearly/yearly_grid.hpp"
 
 #include <deque>
@@ -121,13 +121,14 @@ class LastFiscalYearDateController final : public PendingDateController {
 
 class LastQuarterDateController final : public PendingDateController {
   public:
-    LastQuarterDateController(Session& session, QuarterlyGrid& quarterly);
+    LastQuarterDateController(Session& session, LastQuarter& quarter);
+    void startOver() override;
     [[nodiscard]] std::optional<Datum> date() const override { return Datum::LastQDate; }
 
   private:
-    void store(TextField& /*field*/) override { quarterly_.leaveLastQuarterDate(); }
+    void store(TextField& /*field*/) override { quarter_.leave(); }
 
-    QuarterlyGrid& quarterly_;
+    LastQuarter& quarter_;
 };
 
 // The symbol of the currency, which a commit stores.
@@ -156,7 +157,8 @@ class ReportingPeriodController final : public FieldController {
 class FieldControllers {
   public:
     FieldControllers(Session& session, CompanyFields& fields, YearlyGrid& yearly,
-                     QuarterlyGrid& quarterly, Captions& captions, Controllers& controllers);
+                     QuarterlyGrid& quarterly, LastQuarter& lastQuarter, Captions& captions,
+                     Controllers& controllers);
 
     void startOver(); // another company is held
     [[nodiscard]] bool hasSkippedDate() const;

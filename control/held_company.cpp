@@ -21,15 +21,16 @@ constexpr int reportingPeriods = 3;
 } // namespace
 
 HeldCompany::HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
-                         QuarterlyGrid& quarterly, Captions& captions, Options& options,
-                         DataLock& lock, FieldControllers& entry, Controllers& controllers)
+                         QuarterlyGrid& quarterly, LastQuarter& lastQuarter, Captions& captions,
+                         Options& options, DataLock& lock, FieldControllers& entry,
+                         Controllers& controllers)
     : session_(session), fields_(fields), yearly_(yearly), quarterly_(quarterly),
-      captions_(captions), options_(options), lock_(lock), entry_(entry),
-      controllers_(controllers) {
-    session_.rowsLabelled = [this] {
-        if (!loading_)
-            nameCells(session_.form);
-    };
+      lastQuarter_(lastQuarter), captions_(captions), options_(options), lock_(lock), entry_(entry),
+      controllers_(controllers) {}
+
+void HeldCompany::rowsLabelled() {
+    if (!loading_)
+        nameCells(session_.form);
 }
 
 void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
@@ -61,7 +62,7 @@ void HeldCompany::show() {
     attempt([&] { clear(); });
     attempt([&] { listReportingPeriods(); });
     session_.ComputeUnitFactor();
-    attempt([&] { quarterly_.deriveTrailingEarnings(); });
+    attempt([&] { quarterly_.trailing().derive(); });
     loadCompany(session_, fields_, yearly_, quarterly_);
     attempt([&] { quarterly_.relabel(); }); // names the last fiscal year beside its quarters
     quarterly_.shade();
@@ -83,7 +84,7 @@ std::shared_ptr<iVKR_Company> HeldCompany::commit() {
     const Session::Work work(session_);
     if (session_.company != nullptr) {
         attempt([&] { commitCompany(session_, quarterly_.lastQuarter()); });
-        attempt([&] { quarterly_.followCommit(); });
+        attempt([&] { lastQuarter_.followCommit(); });
     }
     return session_.company;
 }

@@ -14,8 +14,9 @@ namespace vkr {
 class HeldCompany {
   public:
     HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
-                QuarterlyGrid& quarterly, Captions& captions, Options& options, DataLock& lock,
-                FieldControllers& entry, Controllers& controllers);
+                QuarterlyGrid& quarterly, LastQuarter& lastQuarter, Captions& captions,
+                Options& options, DataLock& lock, FieldControllers& entry,
+                Controllers& controllers);
 
     void load(std::shared_ptr<iVKR_Company> company);
     std::shared_ptr<iVKR_Company> commit();
@@ -25,6 +26,8 @@ class HeldCompany {
     void holdCommitted();
     void clear();
     void resize();
+    // Years or quarters have other labels.
+    void rowsLabelled();
 
   private:
     void show();
@@ -34,6 +37,7 @@ class HeldCompany {
     CompanyFields& fields_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;
+    LastQuarter& lastQuarter_;
     Captions& captions_;
     Options& options_;
     DataLock& lock_;

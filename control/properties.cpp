@@ -56,9 +56,7 @@ Properties::Properties(Session& session, YearlyGrid& yearly, QuarterlyGrid& quar
                        DataLock& lock, FigureDisplay& display, Pages& pages, PlatformTexts& texts,
                        HostLine& host)
     : session_(session), yearly_(yearly), quarterly_(quarterly), lock_(lock), display_(display),
-      pages_(pages), texts_(texts), host_(host) {
-    session_.workDone = [this] { makeWantedQuarters(); };
-}
+      pages_(pages), texts_(texts), host_(host) {}
 
 void Properties::startUp() {
     for (const EntryProperty pattern :

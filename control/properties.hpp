@@ -41,6 +41,7 @@ class Properties {
         return wantedQuarters_.value_or(quarterly_.visibleRows());
     }
     void putVisibleQuarters(int rows);
+    void makeWantedQuarters(); // the work is done that they had to wait for
     [[nodiscard]] bool showsReportingPeriod() const { return reportingPeriodShown_; }
     void putShowReportingPeriod(bool shown);
     [[nodiscard]] bool showsVLs() const { return vlsShown_; }
@@ -72,7 +73,6 @@ class Properties {
     void setShade(Shade shade, Color color);
     void showReportingPeriod(bool shown);
     void showVLs(bool shown);
-    void makeWantedQuarters();
 
     Session& session_;
     YearlyGrid& yearly_;

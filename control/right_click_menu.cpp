@@ -197,7 +197,7 @@ void RightClickMenu::putDate(TextField& field, Date date) {
     }
     field.setFocus();
     const std::string text = session_.dateText(date);
-    session_.picked[&field] = {text, date};
+    session_.dates.pick(field, text, date);
     if (field.text() == text)
         holdAsTyped(field); // the pattern hides what has changed
     if (field.storedText() == text)

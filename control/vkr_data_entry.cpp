@@ -11,6 +11,7 @@
 #include "control/entry_objects.hpp"
 #include "control/field_controllers.hpp"
 #include "control/figure_display.hpp"
+#include "control/form_consequences.hpp"
 #include "control/held_company.hpp"
 #include "control/help_frame.hpp"
 #include "control/host_line.hpp"
@@ -25,7 +26,7 @@
 #include "form/controls.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
-#include "quarterly/quarterly_grid.hpp"
+#include "quarterly/last_quarter.hpp"
 #include "yearly/yearly_grid.hpp"
 
 #include <algorithm>
@@ -51,31 +52,34 @@ class VKRDataEntry::Impl final {
     [[nodiscard]] std::vector<MarkedField> markedFields(MarkKind kind) const;
 
     HostLine host;
+    FormConsequences consequences{host, session, fields, quarterly, options, properties, company};
     Form form;
     Session session;
     CompanyFields fields{session};
     YearlyGrid yearly{session};
     QuarterlyGrid quarterly{session};
+    LastQuarter lastQuarter{session, quarterly};
     Captions captions{session};
     EntryObjects objects{form, yearly, quarterly};
     SilentController silent{session};
     Controllers controllers{silent};
-    FieldControllers entry{session, fields, yearly, quarterly, captions, controllers};
+    FieldControllers entry{session, fields, yearly, quarterly, lastQuarter, captions, controllers};
     Pages pages{session, quarterly, host};
     DataLock lock{session};
     FigureDisplay display{session, fields, yearly, quarterly, host};
     PlatformTexts texts{session, captions, yearly};
     Properties properties{session, yearly, quarterly, lock, display, pages, texts, host};
     Options options{session, display, yearly, quarterly, captions, properties};
-    HeldCompany company{session, fields, yearly, quarterly,  captions,
-                        options, lock,   entry,  controllers};
+    HeldCompany company{session,  fields,  yearly, quarterly, lastQuarter,
+                        captions, options, lock,   entry,     controllers};
     HelpFrame helpFrame{session};
     MoreHelp help{session, helpFrame, pages, host};
     MenuActions menuActions{session, controllers, yearly, host};
     RightClickMenu menu{session, objects, helpFrame, menuActions};
     OkButton ok{session, fields, entry, host};
     CancelButton cancel{session, entry, pages, host};
-    ClickControllers clicks{session, yearly, quarterly, options, lock, help, controllers};
+    ClickControllers clicks{session, yearly, quarterly, lastQuarter,
+                            options, lock,   help,      controllers};
     EntryInput input{session, controllers, quarterly, pages, helpFrame, help, menu};
 
   private:
@@ -89,20 +93,8 @@ class VKRDataEntry::Impl final {
 
 VKRDataEntry::Impl::Impl(Services& services, const std::function<void()>& stateChanged,
                          const std::function<void()>& fractionDisplayChanged)
-    : host(services, stateChanged, fractionDisplayChanged), session(built(form), services) {
-    session.stateChanged = [this] { host.stateChanged(); };
-    fields.sourceStatesRates = [this] { options.showStatedRates(); };
-    fields.trailingEarningsTyped = [this] { quarterly.doubtTypedEarnings(); };
-    yearly.commit = [this] { company.commit(); };
-    yearly.fiscalYearMoved = [this] {
-        quarterly.relabel();
-        quarterly.shade();
-        quarterly.followYearlyEarnings();
-    };
-    yearly.earningsStored = [this] { quarterly.followYearlyEarnings(); };
-    quarterly.showTrailing = [this] {
-        attempt([&] { fields.show(*fields.find(controls::trailingEarnings.in(form))); });
-    };
+    : host(services, stateChanged, fractionDisplayChanged),
+      session(built(form), services, &consequences) {
     controllers.add(controls::ok.name, ok);
     controllers.add(controls::cancel.name, cancel);
 }
@@ -341,7 +333,7 @@ void VKRDataEntry::commitInto(std::shared_ptr<iVKR_Company> copy) {
     attempt([&] { impl_->company.commitInto(std::move(copy)); });
 }
 std::vector<Datum> VKRDataEntry::suggestedDates() const {
-    return {impl_->session.suggestedDates.begin(), impl_->session.suggestedDates.end()};
+    return impl_->session.dates.suggested();
 }
 std::vector<MarkedField> VKRDataEntry::unstoredFields() const {
     return impl_->markedFields(MarkKind::unstored);

@@ -57,15 +57,13 @@ void YearlyGrid::relabel() {
         const std::string year = newest == 0 ? "" : std::to_string(newest - oldestAge + i);
         session_[controls::yearLabel[i]].setCaption(year);
     }
-    if (session_.rowsLabelled)
-        session_.rowsLabelled();
+    session_.consequences.rowsLabelled();
 }
 
 void YearlyGrid::clearLabels() {
     for (int i = 0; i < rows; ++i)
         session_[controls::yearLabel[i]].setCaption("");
-    if (session_.rowsLabelled)
-        session_.rowsLabelled();
+    session_.consequences.rowsLabelled();
 }
 
 void YearlyGrid::setShade(Color color) {
@@ -133,13 +131,11 @@ std::vector<std::string> YearlyGrid::shift(int years, std::optional<Date> end) {
         return {};
     auto stayed = shiftAll(years);
     showAll();
-    if (commit)
-        commit();
+    session_.consequences.yearsShifted();
     if (end)
         session_.putDate(session_[controls::lastFiscalYearDate], Datum::LastFYDate,
                          addYears(*end, years));
-    if (fiscalYearMoved)
-        fiscalYearMoved();
+    session_.consequences.fiscalYearMoved();
     return stayed;
 }
 
@@ -183,16 +179,16 @@ void YearlyGrid::leaveLastFiscalYear() {
 }
 
 void YearlyGrid::leaveLastFiscalYearDate() {
-    session_.dateFieldPending = false;
+    session_.dates.setPending(false);
     auto& field = session_[controls::lastFiscalYearDate];
-    if (session_.cancelPressed || field.locked() || session_.company == nullptr)
+    if (session_.dates.isSkipped() || field.locked() || session_.company == nullptr)
         return;
     const bool untouched = isUntouched(field);
     const bool marked = field.isUnstored();
     checkFieldChange(field, session_);
     if (untouched) {
-        if (marked && fiscalYearMoved)
-            fiscalYearMoved(); // back from the date that was refused
+        if (marked)
+            session_.consequences.fiscalYearMoved(); // back from the date that was refused
         return;
     }
     const auto typed = session_.typedDate(field);
@@ -206,8 +202,7 @@ void YearlyGrid::leaveLastFiscalYearDate() {
     }
     putFieldText(field, session_.dateText(*typed));
     session_.markChanged();
-    if (fiscalYearMoved)
-        fiscalYearMoved();
+    session_.consequences.fiscalYearMoved();
 }
 
 void YearlyGrid::setUpBar() {
@@ -238,8 +233,8 @@ void YearlyGrid::movedRight(Cell from) {
 
 void YearlyGrid::stored(Cell cell) {
     if (columns()[static_cast<std::size_t>(cell.column)].first.series == Datum::YEPSSeries &&
-        cell.row == oldestAge && earningsStored)
-        earningsStored();
+        cell.row == oldestAge)
+        session_.consequences.yearlyEarningsStored();
 }
 
 void YearlyGrid::enter(Cell cell) {

@@ -4,8 +4,6 @@
 #include "binding/series_grid.hpp"
 #include "form/sizes.hpp"
 
-#include <functional>
-
 namespace vkr {
 
 // Ten fiscal years and the one after: cell 9 is the last fiscal year Y, cell i the year Y - 9 + i.
@@ -38,10 +36,6 @@ class YearlyGrid final : public SeriesGrid {
     void leaveLastFiscalYearDate();
 
     void enter(Cell cell) override;
-
-    std::function<void()> commit;          // writes the whole form into the record
-    std::function<void()> fiscalYearMoved; // the date of the last fiscal year has changed
-    std::function<void()> earningsStored;  // those of the last fiscal year
 
   protected:
     [[nodiscard]] std::optional<int> elementOf(int row) const override { return 10 - row; }

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/control.hpp"
+#include "record/datum_table.hpp"
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vkr {
+
+// What is known of the dates on the form beyond their texts:
+//
+//   picked     the day behind a text that is but its picture, until it is stored
+//   suggested  written by loading where the record had none, until somebody types or picks one
+//   pending    a date that rebuilds a grid is being edited
+//   skipped    Cancel was pressed, and a pending date is not looked at
+//
+// They are free of each other. What was picked counts while its field shows the same text.
+class DateEntries {
+  public:
+    void startOver() { *this = {}; }
+
+    // `text` is what the field is about to show for the date.
+    void pick(const TextField& field, std::string text, Date date) {
+        picked_[&field] = {std::move(text), date};
+    }
+    void forgetPick(const TextField& field) { picked_.erase(&field); }
+    [[nodiscard]] std::optional<Date> pickedIn(const TextField& field) const {
+        const auto found = picked_.find(&field);
+        return found != picked_.end() && found->second.text == field.text()
+                   ? std::optional(found->second.date)
+                   : std::nullopt;
+    }
+
+    void suggest(Datum date) { suggested_.insert(date); }
+    void settle(Datum date) { suggested_.erase(date); } // it is somebody's by now
+    [[nodiscard]] bool isSuggested(Datum date) const { return suggested_.contains(date); }
+    [[nodiscard]] std::vector<Datum> suggested() const {
+        return {suggested_.begin(), suggested_.end()};
+    }
+
+    void setPending(bool pending) { pending_ = pending; }
+    [[nodiscard]] bool isPending() const { return pending_; }
+    void setSkipped(bool skipped) { skipped_ = skipped; }
+    [[nodiscard]] bool isSkipped() const { return skipped_; }
+
+  private:
+    struct Picked {
+        std::string text;
+        Date date;
+    };
+    std::map<const TextField*, Picked> picked_;
+    std::set<Datum> suggested_;
+    bool pending_ = false;
+    bool skipped_ = false;
+};
+
+} // namespace vkr

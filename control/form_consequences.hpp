@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "control/held_company.hpp"
+
+namespace vkr {
+
+// Which part of the form follows another one, all of it.
+class FormConsequences final : public Consequences {
+  public:
+    // The parts may come to be after this, as long as none of them does anything before.
+    FormConsequences(HostLine& host, Session& session, CompanyFields& fields,
+                     QuarterlyGrid& quarterly, Options& options, Properties& properties,
+                     HeldCompany& company)
+        : host_(host), session_(session), fields_(fields), quarterly_(quarterly), options_(options),
+          properties_(properties), company_(company) {}
+
+    void sourceStatesRates() override { options_.showStatedRates(); }
+    void trailingEarningsTyped() override { quarterly_.trailing().doubtTyped(); }
+    void trailingEarningsDerived() override;
+    void fiscalYearMoved() override;
+    void yearlyEarningsStored() override { quarterly_.trailing().followYear(); }
+    void yearsShifted() override { company_.commit(); }
+    void rowsLabelled() override { company_.rowsLabelled(); }
+    void stateChanged() override { host_.stateChanged(); }
+    void workDone() override { properties_.makeWantedQuarters(); }
+
+  private:
+    HostLine& host_;
+    Session& session_;
+    CompanyFields& fields_;
+    QuarterlyGrid& quarterly_;
+    Options& options_;
+    Properties& properties_;
+    HeldCompany& company_;
+};
+
+} // namespace vkr

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "quarterly/quarter_rows.hpp"
+
+#include "form/controls.hpp"
+#include "form/form_layout.hpp"
+#include "form/sizes.hpp"
+#include "input/mdlKMTMisc.hpp"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+void QuarterRows::make(int count) {
+    count_ = std::clamp(count, 1, most);
+    Form& form = session_.form;
+    std::vector<std::string_view> arrays{controls::quarterLabel.name}; // an element each a row
+    for (const auto& column : quarterlyColumns())
+        arrays.push_back(column.cells.name);
+    for (const auto name : arrays)
+        for (int row = form.upperBound(name); row >= count_; --row)
+            form.remove(*form.find(name, row));
+    for (const auto name : arrays)
+        for (int row = form.upperBound(name) + 1; row < count_; ++row)
+            add(name, row);
+}
+
+// As the one above it.
+void QuarterRows::add(std::string_view array, int row) {
+    Form& form = session_.form;
+    const Control& above = *form.find(array, row - 1);
+    Control* added = nullptr;
+    if (above.kind() == ControlKind::label) {
+        auto& label = form.add<Label>(array, row, above.container());
+        label.setAlignment(static_cast<const Label&>(above).alignment());
+        added = &label;
+    } else {
+        auto& box = form.add<TextBox>(array, row, above.container());
+        const auto& model = static_cast<const TextBox&>(above);
+        box.setAlignment(model.alignment());
+        box.setMaxLength(model.maxLength());
+        box.setLocked(model.locked());
+        added = &box;
+    }
+    added->setVisible(false);
+    added->setBackColor(above.backColor());
+    added->setForeColor(above.foreColor());
+    added->resize(above.width(), above.height());
+    added->move(above.left(), above.top() + sizes::cellPitch);
+    added->setVisible(true);
+    added->setTabIndex(above.tabIndex() + 1);
+}
+
+void QuarterRows::layOut() {
+    auto& panel = session_[controls::quarterlyPanel];
+    const auto& view = *panel.container();
+    const Twips pitch = sizes::cellPitch;
+    const int fitting = std::max(1, static_cast<int>((view.height() - 15) / pitch));
+    auto& bar = session_[controls::quarterlyBar];
+    bar.setRange(0, std::max(0, count_ - fitting), 1, fitting);
+    bar.setVisible(count_ > fitting);
+    panel.resize(panel.width(), std::max(view.height(), count_ * pitch + 15));
+    scroll();
+}
+
+int QuarterRows::firstInView() const {
+    const auto& bar = session_[controls::quarterlyBar];
+    return SafeDivide(bar.value(), bar.smallChange(), false, 0, false, 0).toLong();
+}
+
+void QuarterRows::scroll() {
+    auto& panel = session_[controls::quarterlyPanel];
+    const auto& cell = session_[controls::quarterlyEarnings[firstInView()]];
+    panel.move(panel.left(), 15 - cell.top());
+    for (int i = 0; i <= controls::quarterlyCurrency.last(session_.form); ++i) {
+        auto& label = session_[controls::quarterlyCurrency[i]];
+        label.move(label.left(), cell.top() + 30);
+    }
+}
+
+void QuarterRows::bringIntoView(int row) {
+    auto& bar = session_[controls::quarterlyBar];
+    if (row < bar.value())
+        bar.setValue(row);
+    else if (row >= bar.value() + bar.largeChange())
+        bar.setValue(row - bar.largeChange() + 1);
+}
+
+int QuarterRows::page() const {
+    return session_[controls::quarterlyBar].largeChange();
+}
+
+} // namespace vkr

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "quarterly/trailing_sum.hpp"
+
+#include "form/controls.hpp"
+#include "input/number_pattern.hpp"
+#include "platform/error_trap.hpp"
+
+#include <cmath>
+#include <string>
+
+namespace vkr {
+
+EarningsInput TrailingSum::asked() const {
+    const auto& company = *session_.company;
+    const auto valid = [](Date date) { return Session::isValidDate(date) ? date : Date{}; };
+    // A last quarter that was refused is that of the form alone.
+    const bool shown = lastQuarter_ && !session_[controls::lastQuarterDate].isUnstored();
+    EarningsInput input;
+    input.lastQuarter = valid(shown ? *lastQuarter_ : company.get_LastQDate());
+    input.newestQuarter = valid(company.get_LastQDateForGrid());
+    if (isAbsent(input.newestQuarter))
+        input.newestQuarter = input.lastQuarter;
+    input.quarterly = company.get_QEPSSeries();
+    attempt([&] {
+        const Variant yearly = company.get_YEPSSeries();
+        input.yearly = yearly.array().contains(1) ? yearly.array().number(1) : 0;
+    });
+    attempt([&] { input.fiscalYearEnd = valid(company.get_LastFYDate()); });
+    return input;
+}
+
+// The rule's answer for what the form and the record have now.
+std::optional<double> TrailingSum::worked() {
+    if (rule_ == nullptr)
+        attempt([&] {
+            rule_ = std::dynamic_pointer_cast<TrailingEarnings>(
+                session_.services.createObject(trailingEarningsId));
+        });
+    if (rule_ == nullptr)
+        rule_ = newTrailingEarnings();
+    const auto result =
+        attemptOr(std::optional<double>(), [&] { return rule_->lastFour(asked()); });
+    return result && std::isfinite(*result) ? result : std::nullopt;
+}
+
+void TrailingSum::store(double sum) {
+    session_.company->put_Last4QEPS(sum);
+    session_[controls::trailingEarnings].setMark({});
+}
+
+void TrailingSum::derive() {
+    derived_ = worked();
+    if (!derived_)
+        return;
+    attempt([&] {
+        store(*derived_);
+        session_.company->put_QuarterlyFlag(true);
+    });
+}
+
+// A sum that the year has no part in may have been typed by hand.
+void TrailingSum::followYear() {
+    const auto before = derived_;
+    derived_ = worked();
+    if (!derived_ || derived_ == before)
+        return;
+    derive();
+    show();
+}
+
+void TrailingSum::doubtTyped() {
+    auto& field = session_[controls::trailingEarnings];
+    double typed = 0;
+    derived_ = worked();
+    if (!derived_ || field.isUnstored() ||
+        !attempt([&] { typed = session_.company->get_Last4QEPS(); }) || typed == *derived_)
+        return;
+    const std::string before = field.mark().reason.empty() ? "" : field.mark().reason + " ";
+    field.setMark({MarkKind::doubtful, before + session_.text(text_number::sumReplaces) + " " +
+                                           formatNumber(*derived_, session_.numberFormat,
+                                                        session_.form.numberMarks())});
+}
+
+void TrailingSum::show() {
+    auto& field = session_[controls::trailingEarnings];
+    if (field.isUnstored())
+        return;
+    const std::string before = field.tag();
+    session_.consequences.trailingEarningsDerived();
+    field.setTag(before);
+    checkFieldChange(field, session_);
+}
+
+} // namespace vkr

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/session.hpp"
+#include "binding/trailing_earnings.hpp"
+
+#include <memory>
+#include <optional>
+
+namespace vkr {
+
+// The earnings of the last four quarters in txtLast4QEPS: what the rule tells from form and record
+// replaces what is there. A figure that a person typed stays until the rule has another one.
+class TrailingSum {
+  public:
+    // `lastQuarter` is the one on show.
+    TrailingSum(Session& session, const std::optional<Date>& lastQuarter)
+        : session_(session), lastQuarter_(lastQuarter) {}
+
+    void derive(); // and stores it, where the rule can tell
+    // Whether it could at the last time.
+    [[nodiscard]] bool isDerived() const { return derived_.has_value(); }
+    // A sum that was typed and refused gives way to this one. Throws where the record does.
+    void store(double sum);
+    void doubtTyped(); // marks a figure that will give way to the rule's
+    void show();       // with the change check; not over a refused text
+    // The latest yearly figure or the date of the last fiscal year has changed.
+    void followYear();
+
+  private:
+    [[nodiscard]] std::optional<double> worked();
+    [[nodiscard]] EarningsInput asked() const;
+
+    Session& session_;
+    const std::optional<Date>& lastQuarter_;
+    std::shared_ptr<TrailingEarnings> rule_; // made when it is first asked
+    std::optional<double> derived_;          // what it answered last
+};
+
+} // namespace vkr
