@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/control.hpp"
+#include "input/field_text.hpp"
 #include "platform/number_marks.hpp"
 
 #include <functional>
@@ -20,35 +20,6 @@ class FieldHost {
 // last accepted text) becomes the tag and marks the company changed. Answers whether it did. A
 // refused text that has given way to the stored one again takes its mark along.
 bool checkFieldChange(TextField& field, FieldHost& host);
-
-// Whether the field still shows what the program put there and stored: such a text stands for the
-// stored figure, not for its rounded picture.
-[[nodiscard]] bool isUntouched(const TextField& field);
-
-// Puts a text into field and tag, and takes a mark off.
-void putFieldText(TextField& field, std::string_view text);
-
-// Lets the text on show count as typed, though the program shows the stored datum like that too.
-void holdAsTyped(TextField& field);
-
-// Another text takes the place of one that was refused: the mark goes, and leaving the field tries
-// to store it unless it is what is stored.
-void replaceRefused(TextField& field);
-
-// A text that was refused, or is in doubt, while what is stored is shown anew in its field.
-class RefusedText {
-  public:
-    explicit RefusedText(TextField& field)
-        : field_(field), text_(field.text()), mark_(field.mark()) {}
-    void rewrite(std::string_view text) { text_ = text; } // as it is put back
-    // What the field shows now is what stands for the stored datum from here on.
-    void putBack() const;
-
-  private:
-    TextField& field_;
-    std::string text_;
-    FieldMark mark_;
-};
 
 // A price field after the switch between decimals and eighths. A price that nobody touched is shown
 // anew from the record, as eighths are its rounded picture: `showStored` does so and answers false

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/date.hpp"
+#include "input/mdlKMTMisc_values.hpp"
 #include "platform/form.hpp"
-#include "platform/variant.hpp"
 
 #include <cstdint>
 #include <span>
@@ -21,28 +20,6 @@ namespace vkr {
 // the empty string, unless keepZero. 0.938 and more behind the point is written as "1/1" after the
 // unchanged whole number.
 [[nodiscard]] std::string DecimalToFraction(std::string_view text, bool keepZero);
-
-// "3 1/8" as "3.125". A text without "/" comes back unchanged; a zero numerator is "".
-[[nodiscard]] std::string FractionToDecimal(std::string_view text);
-
-// Throws std::domain_error when the second argument is 0.
-[[nodiscard]] std::int32_t GreatestCommonDivisor(std::int32_t first, std::int32_t second);
-
-// Numerator / denominator; valueIfNegative when checkSign is set and one of them is negative, else
-// valueIfZero for a zero denominator. Without trueDivision the quotient is cut to a whole number.
-[[nodiscard]] Variant SafeDivide(const Variant& numerator, const Variant& denominator,
-                                 bool trueDivision, const Variant& valueIfZero, bool checkSign,
-                                 const Variant& valueIfNegative);
-
-// Every occurrence, from the left; what was put in is not searched again. An empty search text
-// changes nothing.
-void ReplaceAll(std::string& text, std::string_view search, std::string_view replacement);
-
-// After 1 January 1900 and before 1 December 2999, by whole days.
-[[nodiscard]] bool IsDateInRange(Date date);
-
-// Last day of the date's month, without a time of day.
-[[nodiscard]] Date EndOfMonth(Date date);
 
 // --- fields ---------------------------------------------------------------------------------
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "input/mdlDataEntry.hpp"
+#include "input/field_text.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "input/number_text.hpp"

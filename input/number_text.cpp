@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "input/number_text.hpp"
 
-#include "input/mdlKMTMisc.hpp"
+#include "input/mdlKMTMisc_values.hpp"
 #include "platform/ascii.hpp"
 #include "platform/decimal.hpp"
 
