@@ -41,7 +41,7 @@ TextField& CompanyFields::control(const FieldRow& field) const {
 void CompanyFields::load(LoadStep step) {
     for (const auto& field : companyFieldTable())
         if (field.load.step == step)
-            attempt([&] { show(field); });
+            ifPossible([&] { show(field); });
 }
 
 void CompanyFields::show(const FieldRow& field) {
@@ -87,7 +87,7 @@ void CompanyFields::showNumber(const FieldRow& field, double stored) {
 void CompanyFields::showScaled() {
     for (const auto& field : companyFieldTable())
         if (field.isScaled())
-            attempt([&] { show(field); });
+            ifPossible([&] { show(field); });
 }
 
 void CompanyFields::clear(TABObject page) {
@@ -108,7 +108,7 @@ void CompanyFields::takeText(const FieldRow& field) {
     if (session_.company == nullptr || left.locked())
         return;
     if (untouched) {
-        attempt([&] { writeBack(field); });
+        ifPossible([&] { writeBack(field); });
         return;
     }
     const FieldMark doubt = left.mark(); // of a paste that was cut
@@ -141,12 +141,14 @@ void CompanyFields::writeBack(const FieldRow& field) {
 
 // A record that refuses the value leaves the text as typed, with a mark that says so.
 void CompanyFields::store(const FieldRow& field, const Variant& value) {
-    bool stored = attempt([&] { writeDatum(*session_.company, *field.datum, value); });
-    if (field.datum == Datum::CommDiv)
-        stored =
-            attempt([&] { session_.company->put_CommDivAlternate(value.toDouble()); }) && stored;
-    control(field).setMark(stored ? FieldMark() : session_.unstored(text_number::reasonRefused));
-    if (stored)
+    auto refusal = failureOf([&] { writeDatum(*session_.company, *field.datum, value); });
+    if (field.datum == Datum::CommDiv) {
+        const auto other =
+            failureOf([&] { session_.company->put_CommDivAlternate(value.toDouble()); });
+        refusal = refusal ? refusal : other;
+    }
+    control(field).setMark(refusal ? session_.refused(*refusal) : FieldMark());
+    if (!refusal)
         session_.markChanged(); // the host may have saved since the value was refused
 }
 
@@ -199,7 +201,7 @@ void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {
 void CompanyFields::followPrice(double price) {
     const Date today = attemptOr(Date{}, [&] { return session_.services.today(); });
     const auto follow = [&](Datum datum, const Handle<TextBox>& shown, auto beyond) {
-        attempt([&] {
+        ifPossible([&] {
             const double held = readNumber(*session_.company, datum);
             const auto moved = movedEnds_.find(datum);
             const bool corrects = moved != movedEnds_.end() && moved->second.after == held &&

@@ -42,7 +42,7 @@ void suggest(Session& session, Datum missing, Datum written, Date date(const Ses
 void showColumn(const Session& session, SeriesGrid& grid, int number) {
     const GridColumn& column = grid.columns()[static_cast<std::size_t>(number)];
     if (column.choice == ColumnChoice::none)
-        attempt([&] {
+        ifPossible([&] {
             grid.show(number,
                       column.loadedInUnit ? std::optional(session.unitFactor) : std::nullopt);
         });
@@ -58,7 +58,7 @@ void showColumns(const Session& session, SeriesGrid& yearly, SeriesGrid& quarter
 
 void loadReportingPeriod(Session& session) {
     auto& list = session[controls::reportingPeriod];
-    attempt([&] {
+    ifPossible([&] {
         const int chosen = session.reportingPeriod()->get(setting::leadPeriod).toLong();
         list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
     });
@@ -67,11 +67,11 @@ void loadReportingPeriod(Session& session) {
 
 void loadSettings(Session& session) {
     std::string symbol;
-    attempt([&] { symbol = session.settings()->get(setting::currencySymbol).toText(); });
+    ifPossible([&] { symbol = session.settings()->get(setting::currencySymbol).toText(); });
     putFieldText(session[controls::currencySymbol], symbol.empty() ? "$" : symbol);
     const auto flag = [&](std::string_view name) {
         bool value = false;
-        attempt([&] { value = session.settings()->get(name).toBoolean(); });
+        ifPossible([&] { value = session.settings()->get(name).toBoolean(); });
         return value;
     };
     session.incomeRow = flag(setting::taxRate) ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
@@ -151,7 +151,7 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
         const double one = first.array().number(i);
         const double other = second.array().number(i);
         if (one > 0 && other > 0 && std::isfinite(one) && std::isfinite(other))
-            attempt([&] {
+            ifPossible([&] {
                 const double held = figures.number(i);
                 if (rule.back != nullptr && agree(rule.back(one, held).toDouble(), other))
                     return;
@@ -172,13 +172,13 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     fields.load(LoadStep::otherTexts);
 
     suggest(session, Datum::LastQDateForGrid, Datum::LastQDate, endOfLastYear);
-    attempt([&] { quarterly.showSpan(); });
+    ifPossible([&] { quarterly.showSpan(); });
     suggest(session, Datum::LastFYDate, Datum::LastFYDate, endOfLastYear);
-    attempt([&] { company.put_LastFY(company.get_LastFY()); });
-    attempt([&] { yearly.showSpan(); });
+    ifPossible([&] { company.put_LastFY(company.get_LastFY()); });
+    ifPossible([&] { yearly.showSpan(); });
 
     fields.load(LoadStep::choices);
-    attempt([&] { loadReportingPeriod(session); });
+    ifPossible([&] { loadReportingPeriod(session); });
     fields.load(LoadStep::companyNumbers);
     for (const Datum datum : {Datum::PriceUpdatedDate, Datum::LastUpdate})
         suggest(session, datum, datum, today);
@@ -187,25 +187,25 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     fields.load(LoadStep::identity);
 
     showColumns(session, yearly, quarterly);
-    attempt([&] { loadSettings(session); });
-    attempt([&] { yearly.showChoice(ColumnChoice::income); });
-    attempt([&] { yearly.showChoice(ColumnChoice::equity); });
-    attempt([&] { quarterly.showChoice(ColumnChoice::income); });
+    ifPossible([&] { loadSettings(session); });
+    ifPossible([&] { yearly.showChoice(ColumnChoice::income); });
+    ifPossible([&] { yearly.showChoice(ColumnChoice::equity); });
+    ifPossible([&] { quarterly.showChoice(ColumnChoice::income); });
 }
 
 void commitCompany(Session& session, std::optional<Date> lastQuarter) {
     iVKR_Company& company = *session.company;
     for (const auto& rule : derivedSeries)
         if (!session.isLocked() && rule.wanted(session))
-            attempt([&] { derive(company, rule); });
+            ifPossible([&] { derive(company, rule); });
     // A record may let the quarter of its series follow the last quarter: not what is being typed.
     if (const auto& field = session[controls::lastQuarterDate]; field.text() != field.tag())
-        attempt([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
+        ifPossible([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
     if (lastQuarter)
-        attempt([&] { company.put_LastQDate(*lastQuarter); });
+        ifPossible([&] { company.put_LastQDate(*lastQuarter); });
     if (const int period = session[controls::reportingPeriod].listIndex(); period >= 0)
-        attempt([&] { session.reportingPeriod()->put(setting::leadPeriod, period); });
-    attempt([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
+        ifPossible([&] { session.reportingPeriod()->put(setting::leadPeriod, period); });
+    ifPossible([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
     const std::pair<std::string_view, Variant> settings[] = {
         {setting::currencySymbol, session[controls::currencySymbol].text()},
         {setting::bookValue, showsBookValue(session)},
@@ -213,12 +213,12 @@ void commitCompany(Session& session, std::optional<Date> lastQuarter) {
         {setting::lockBasicInfo, session.isLocked()},
     };
     // One and the same object: a record may hand out a copy that SettingsApply takes over.
-    attempt([&] {
+    ifPossible([&] {
         const auto held = session.settings();
         for (const auto& named : settings)
-            attempt([&] { held->put(named.first, named.second); });
+            ifPossible([&] { held->put(named.first, named.second); });
     });
-    attempt([&] { static_cast<void>(company.get_SettingsApply()); });
+    ifPossible([&] { static_cast<void>(company.get_SettingsApply()); });
 }
 
 } // namespace vkr

@@ -61,7 +61,7 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
     const GridColumn& description = columns_[static_cast<std::size_t>(column)];
     const GridSeries& series = seriesOf(description);
     Variant value;
-    attempt([&] { value = readSeries(*session_.company, series.series); });
+    ifPossible([&] { value = readSeries(*session_.company, series.series); });
     const VariantArray none;
     const VariantArray& figures = value.isArray() ? value.array() : none;
 
@@ -143,7 +143,8 @@ void SeriesGrid::follow(
             continue;
         Variant value;
         if (session_.company != nullptr)
-            attempt([&] { value = readSeries(*session_.company, seriesOf(description).series); });
+            ifPossible(
+                [&] { value = readSeries(*session_.company, seriesOf(description).series); });
         const auto column_cells = cells(column);
         for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
             const auto element = elementOf(row);
@@ -288,22 +289,25 @@ void SeriesGrid::takeText(Cell cell) {
             return;
     }
     double stored = 0;
-    const bool taken = attempt([&] {
-        Variant value = readSeries(*session_.company, series.series);
+    Variant value;
+    auto refusal = failureOf([&] { value = readSeries(*session_.company, series.series); });
+    const bool holds = !refusal && attempt([&] {
         VariantArray& figures = value.array();
-        if (!untouched) {
-            stored = UnscaledFromText(clean.text, scaleOf(series));
-            figures.setNumber(*element, stored);
-        }
-        writeSeries(*session_.company, series.series, value);
+        if (untouched)
+            return;
+        stored = UnscaledFromText(clean.text, scaleOf(series));
+        figures.setNumber(*element, stored);
     });
+    if (holds)
+        refusal = failureOf([&] { writeSeries(*session_.company, series.series, value); });
+    const bool taken = holds && !refusal;
     if (untouched) {
         if (taken)
             this->stored(cell);
         return;
     }
     if (!taken) {
-        left.setMark(session_.unstored(text_number::reasonRefused));
+        left.setMark(session_.refused(refusal.value_or("")));
         return;
     }
     showStored(cell, stored);
@@ -338,7 +342,7 @@ void SeriesGrid::storeMarked() {
 void SeriesGrid::showElement(Cell cell) {
     const Datum series = seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series;
     putFieldText(*cells(cell.column)[static_cast<std::size_t>(cell.row)], "");
-    attempt([&] {
+    ifPossible([&] {
         const Variant value = readSeries(*session_.company, series);
         if (const auto element = elementOf(cell.row); element && value.array().contains(*element))
             showStored(cell, value.array().number(*element));
@@ -353,7 +357,7 @@ std::vector<std::string> SeriesGrid::shiftAll(int periods) {
     std::vector<std::string> stayed;
     forEachSeries([&](const GridSeries& series) {
         if (!shiftSeries(series.series, periods)) // the others move, even where it can't be named
-            attempt([&] { stayed.push_back(nameOf(series)); });
+            ifPossible([&] { stayed.push_back(nameOf(series)); });
     });
     return stayed;
 }
@@ -392,8 +396,8 @@ void SeriesGrid::tellStayed(const std::vector<std::string>& names) {
                      message_box::exclamationIcon);
 }
 
-void SeriesGrid::tellRefused() {
-    session_.message(session_.text(text_number::reasonRefused), message_box::exclamationIcon);
+void SeriesGrid::tellRefused(std::string_view words) {
+    session_.message(session_.refusedText(words), message_box::exclamationIcon);
 }
 
 void SeriesGrid::showStored(Cell cell, double stored) {

@@ -86,7 +86,7 @@ class SeriesGrid {
     // can't read or write them.
     [[nodiscard]] std::vector<std::string> shiftAll(int periods);
     void tellStayed(const std::vector<std::string>& names);
-    void tellRefused();
+    void tellRefused(std::string_view words); // of the record
 
     Session& session_;
 

@@ -11,6 +11,7 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <stdexcept>
 #include <utility>
 
@@ -26,20 +27,28 @@ Session::Session(Form& ownForm, Services& hostServices, Consequences* theConsequ
     : form(ownForm), services(hostServices),
       consequences(theConsequences == nullptr ? nothingFollows : *theConsequences) {}
 
+void Session::checkInvariants() const {
+    assert(works_ >= 0);
+    assert(!onlyPicked_ || dirty_);
+    assert((unit == 3 && unitFactor == 1000) || (unit == 6 && unitFactor == 1) ||
+           (unit == 9 && unitFactor == 0.001));
+}
+
 void Session::hideHelpFrame() {
     controls::helpFrame.in(form).setVisible(false);
 }
 
 void Session::markChanged() {
     onlyPicked_ = false;
-    dirty = true;
+    dirty_ = true;
     tellState();
 }
 
 void Session::markPicked() {
-    const bool only = !dirty || onlyPicked_;
+    const bool only = !dirty_ || onlyPicked_;
     setDirty(true);
-    onlyPicked_ = only;
+    onlyPicked_ = only && dirty_; // whoever heard of it may have taken it back
+    checkInvariants();
 }
 
 void Session::takePickBack() {
@@ -49,8 +58,8 @@ void Session::takePickBack() {
 
 void Session::setDirty(bool value) {
     onlyPicked_ = false;
-    const bool changed = dirty != value;
-    dirty = value;
+    const bool changed = dirty_ != value;
+    dirty_ = value;
     if (changed)
         tellState();
 }
@@ -59,15 +68,17 @@ void Session::tellState() {
     if (works_ > 0)
         untold_ = true;
     else
-        attempt([&] { consequences.stateChanged(); });
+        ifPossible([&] { consequences.stateChanged(); });
+    checkInvariants();
 }
 
 Session::Work::~Work() {
     if (--session_.works_ > 0)
         return;
-    attempt([&] { session_.consequences.workDone(); });
+    ifPossible([&] { session_.consequences.workDone(); });
     if (session_.works_ == 0 && std::exchange(session_.untold_, false))
         session_.tellState();
+    assert(session_.works_ > 0 || !session_.untold_);
 }
 
 bool Session::isLocked() const {
@@ -93,7 +104,7 @@ std::shared_ptr<Object> Session::reportingPeriod() const {
 
 void Session::ComputeUnitFactor() {
     std::int32_t stored = 0;
-    attempt([&] {
+    ifPossible([&] {
         const auto held = settings();
         stored = held->get(setting::unit).toLong();
         if (stored == 0) {
@@ -104,6 +115,7 @@ void Session::ComputeUnitFactor() {
     });
     unit = stored == 3 || stored == 9 ? stored : defaultUnit;
     unitFactor = unit == 3 ? 1000 : unit == 9 ? 0.001 : 1;
+    checkInvariants();
 }
 
 NumericText Session::typedNumber(std::string_view text, int exponent) const {
@@ -153,6 +165,17 @@ FieldMark Session::unstored(int reasonNumber) const {
     return {MarkKind::unstored, text(reasonNumber)};
 }
 
+std::string Session::refusedText(std::string_view words) const {
+    constexpr int longest = 200;
+    const std::string said = cleanedPaste(trimmed(words), false);
+    const std::string base = text(text_number::reasonRefused);
+    return said.empty() ? base : base + " " + std::string(textLeft(said, longest));
+}
+
+FieldMark Session::refused(std::string_view words) const {
+    return {MarkKind::unstored, refusedText(words)};
+}
+
 void Session::tellLeftOut(TextField& field, std::string_view typed,
                           std::string_view leftOut) const {
     const std::string& shown = field.text();
@@ -181,28 +204,28 @@ void Session::tellRefused(TextField& field, int noteNumber) const {
     ReplaceAll(note, "%1",
                noteNumber == text_number::noteFull ? std::to_string(field.maxLength())
                                                    : std::string(1, form.numberMarks().decimal));
-    attempt([&] { services.tellRefused(field, note); });
+    ifPossible([&] { services.tellRefused(field, note); });
 }
 
 void Session::markUnstored(TextField& field) {
     if (!attempt([&] { field.setMark(unstored(text_number::reasonRefused)); }))
-        attempt([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
+        ifPossible([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
 }
 
-bool Session::storeDate(Datum datum, Date date) {
-    bool stored = attempt([&] { writeDate(*company, datum, date); });
-    if (!stored)
-        attempt([&] { stored = vkr::readDate(*company, datum) == date; });
-    return stored;
+std::optional<std::string> Session::refusalOf(Datum datum, Date date) {
+    const auto refusal = failureOf([&] { writeDate(*company, datum, date); });
+    const bool held =
+        refusal && attemptOr(false, [&] { return vkr::readDate(*company, datum) == date; });
+    return held ? std::nullopt : refusal;
 }
 
 void Session::putDate(TextField& field, Datum datum, Date date) {
-    const bool stored = storeDate(datum, date);
+    const auto refusal = refusalOf(datum, date);
     dates.settle(datum);
     putFieldText(field, dateText(date));
-    if (stored)
+    if (!refusal)
         return;
-    field.setMark(unstored(text_number::reasonRefused));
+    field.setMark(refused(*refusal));
     dates.pick(field, field.text(), date);
 }
 
@@ -217,7 +240,7 @@ std::string Session::text(int number) const {
 std::string Session::text(int number, std::string_view fallback) const {
     std::string found;
     if (localizer != nullptr)
-        attempt([&] { found = localizer->LoadString(number); });
+        ifPossible([&] { found = localizer->LoadString(number); });
     return trimmed(found).empty() ? std::string(fallback) : found;
 }
 

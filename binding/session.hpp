@@ -27,7 +27,11 @@ enum class IncomeRow { preTaxIncome, taxRate };
 enum class EquityRow { commonEquity, bookValue };
 
 // What the parts of one component instance share: the form, the record that is held, and the
-// display state that loading, leaving and redrawing go by.
+// display state that loading, leaving and redrawing go by. At the end of each of its verbs
+//
+//   a state that the host has not been told of waits for the end of work under way;
+//   what was only picked counts as a change, for as long as it is the only one;
+//   the unit is 3, 6 or 9, and the unit factor is that of the unit.
 class Session final : public FieldHost {
   public:
     // `theConsequences` outlives this; nothing follows where it is null.
@@ -49,7 +53,6 @@ class Session final : public FieldHost {
     // Shown money and share figures are the stored millions times this: 1000, 1 or 0.001.
     double unitFactor = 1;
     std::int32_t unit = defaultUnit;
-    bool dirty = false;
 
     DateEntries dates;
     Consequences& consequences; // for the rest of the form
@@ -59,6 +62,7 @@ class Session final : public FieldHost {
     void hideHelpFrame() override;
     void markChanged() override;
     void setDirty(bool value);
+    [[nodiscard]] bool isDirty() const { return dirty_; }
     // A date that was picked counts as a change until it is left, and then no more if it came to
     // nothing.
     void markPicked();
@@ -102,6 +106,9 @@ class Session final : public FieldHost {
     // whatever the display pattern left of it.
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
     [[nodiscard]] FieldMark unstored(int reasonNumber) const;
+    // That a value was refused, and what the record itself said of it.
+    [[nodiscard]] FieldMark refused(std::string_view words) const;
+    [[nodiscard]] std::string refusedText(std::string_view words) const;
     // A figure was stored and is on show: where it does not say all that was typed, the field says
     // so. What the display itself puts beside figures is nothing left out.
     void tellLeftOut(TextField& field, std::string_view typed, std::string_view leftOut) const;
@@ -116,8 +123,9 @@ class Session final : public FieldHost {
         if (!attempt(std::forward<Leave>(leave)) && typed)
             markUnstored(field);
     }
-    // Puts a date into the record; false where it neither takes it nor has it already.
-    [[nodiscard]] bool storeDate(Datum datum, Date date);
+    // Puts a date into the record. What the record said where it neither takes it nor has it
+    // already, be it nothing; without a value where the date is there.
+    [[nodiscard]] std::optional<std::string> refusalOf(Datum datum, Date date);
     // A date that the program works out: shown, and stored. Where the record does not take it, the
     // next leaving tries again.
     void putDate(TextField& field, Datum datum, Date date);
@@ -141,7 +149,9 @@ class Session final : public FieldHost {
 
   private:
     void markUnstored(TextField& field);
+    void checkInvariants() const;
 
+    bool dirty_ = false;
     int works_ = 0;
     bool untold_ = false;
     bool onlyPicked_ = false; // what made the company a changed one

@@ -34,7 +34,7 @@ void Captions::pass() {
             continue;
         const double number = leadingNumber(control->tag());
         if (number > 0)
-            attempt([&] {
+            ifPossible([&] {
                 const std::string text = session_.localizer->LoadString(static_cast<int>(number));
                 if (const auto caption = trimmed(text); !caption.empty()) {
                     control->setCaption(caption);

@@ -35,7 +35,7 @@ void HeldCompany::rowsLabelled() {
 
 void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
     if (company == nullptr)
-        attempt([&] {
+        ifPossible([&] {
             company = std::dynamic_pointer_cast<iVKR_Company>(
                 session_.services.createObject(companyRecordId));
         });
@@ -51,7 +51,7 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
     resize();
     form.settleFocus(); // a smaller record disables cells
     if (Control* focused = form.activeControl(); focused != nullptr && form.hasFocus())
-        attempt([&] {
+        ifPossible([&] {
             controllers_.of(*focused).enter(*focused);
         }); // what it shows now is entered anew
     session_.tellState();
@@ -59,16 +59,16 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
 
 void HeldCompany::show() {
     const During loading(loading_); // cells get their names once, with the captions of the unit
-    attempt([&] { clear(); });
-    attempt([&] { listReportingPeriods(); });
+    ifPossible([&] { clear(); });
+    ifPossible([&] { listReportingPeriods(); });
     session_.ComputeUnitFactor();
-    attempt([&] { quarterly_.trailing().derive(); });
+    ifPossible([&] { quarterly_.trailing().derive(); });
     loadCompany(session_, fields_, yearly_, quarterly_);
-    attempt([&] { quarterly_.relabel(); }); // names the last fiscal year beside its quarters
+    ifPossible([&] { quarterly_.relabel(); }); // names the last fiscal year beside its quarters
     quarterly_.shade();
     options_.showPairs();
-    attempt([&] { options_.showUnit(); });
-    attempt([&] { captions_.showCurrency(); });
+    ifPossible([&] { options_.showUnit(); });
+    ifPossible([&] { captions_.showCurrency(); });
     lock_.set(attemptOr(
         false, [&] { return session_.settings()->get(setting::lockBasicInfo).toBoolean(); }));
 }
@@ -83,8 +83,8 @@ void HeldCompany::listReportingPeriods() {
 std::shared_ptr<iVKR_Company> HeldCompany::commit() {
     const Session::Work work(session_);
     if (session_.company != nullptr) {
-        attempt([&] { commitCompany(session_, quarterly_.lastQuarter()); });
-        attempt([&] { lastQuarter_.followCommit(); });
+        ifPossible([&] { commitCompany(session_, quarterly_.lastQuarter()); });
+        ifPossible([&] { lastQuarter_.followCommit(); });
     }
     return session_.company;
 }
@@ -100,12 +100,12 @@ void HeldCompany::commitInto(std::shared_ptr<iVKR_Company> copy) {
 void HeldCompany::holdCommitted() {
     auto& symbol = session_[controls::currencySymbol];
     auto& period = session_[controls::reportingPeriod];
-    attempt([&] {
+    ifPossible([&] {
         if (symbol.text() != symbol.tag() &&
             session_.settings()->get(setting::currencySymbol).toText() == symbol.text())
             symbol.setTag(symbol.text());
     });
-    attempt([&] {
+    ifPossible([&] {
         if (period.text() != period.tag() &&
             session_.reportingPeriod()->get(setting::leadPeriod).toLong() == period.listIndex())
             period.setTag(period.text());

@@ -6,33 +6,33 @@
 namespace vkr {
 
 void HostLine::tabChange(TABObject tab) {
-    attempt([&] { events_->TabChange(tab); });
+    ifPossible([&] { events_->TabChange(tab); });
 }
 
 void HostLine::moreHelp(int number) {
-    attempt([&] { events_->MoreHelp(static_cast<std::int16_t>(number)); });
+    ifPossible([&] { events_->MoreHelp(static_cast<std::int16_t>(number)); });
 }
 
 void HostLine::assistant(DataEntryObject object, const std::string& text) {
-    attempt([&] { events_->Assistant(static_cast<std::int16_t>(object), text); });
+    ifPossible([&] { events_->Assistant(static_cast<std::int16_t>(object), text); });
 }
 
 void HostLine::unloadRequest(UnloadModeType mode) {
-    attempt([&] { events_->UnloadRequest(mode); });
+    ifPossible([&] { events_->UnloadRequest(mode); });
 }
 
 void HostLine::propertyChanged(std::string_view property) {
-    attempt([&] { services_.propertyChanged(property); });
+    ifPossible([&] { services_.propertyChanged(property); });
 }
 
 void HostLine::fractionDisplayChanged() {
     if (fractionDisplayChanged_)
-        attempt([&] { fractionDisplayChanged_(); });
+        ifPossible([&] { fractionDisplayChanged_(); });
 }
 
 void HostLine::stateChanged() {
     if (stateChanged_)
-        attempt([&] { stateChanged_(); });
+        ifPossible([&] { stateChanged_(); });
 }
 
 } // namespace vkr

@@ -13,7 +13,7 @@ void Options::chooseUnit(std::int32_t unit) {
     if (session_.company == nullptr)
         return;
     bool changed = false;
-    attempt([&] {
+    ifPossible([&] {
         const auto settings = session_.settings();
         if (settings->get(setting::unit).toLong() == unit)
             return;
@@ -24,7 +24,7 @@ void Options::chooseUnit(std::int32_t unit) {
         showUnit(); // the record refused: the choice goes back to what is in force
         return;
     }
-    attempt([&] { static_cast<void>(session_.company->get_SettingsApply()); });
+    ifPossible([&] { static_cast<void>(session_.company->get_SettingsApply()); });
     const Form::Update update(session_.form);
     display_.followUnit();
     showUnit();

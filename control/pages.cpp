@@ -54,7 +54,7 @@ void Pages::tabSelected() {
         controls::addYear.in(form).setVisible(onYearly);
         controls::removeYear.in(form).setVisible(onYearly);
     }
-    attempt([&] { focusFirstField(); });
+    ifPossible([&] { focusFirstField(); });
     form.settleFocus(); // where the first field can't take it
     if (reported_ != shown()) {
         reported_ = shown();

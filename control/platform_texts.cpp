@@ -24,7 +24,7 @@ void PlatformTexts::createLocalizer() {
                                 : session_.platform == ptZX     ? zxLocalizerId
                                                                 : std::string_view();
     if (!id.empty())
-        attempt([&] {
+        ifPossible([&] {
             session_.localizer =
                 std::dynamic_pointer_cast<Localizer>(session_.services.createObject(id));
         });
@@ -39,7 +39,7 @@ void PlatformTexts::startUp() {
     if (session_.localizer == nullptr)
         session_.message("Bad or missing value object\rData Entry", message_box::exclamationIcon);
     else
-        attempt(
+        ifPossible(
             [&] { session_.form.setMouseIcon(session_.localizer->LoadPicture(linkPicture, 0)); });
 }
 
@@ -50,7 +50,7 @@ void PlatformTexts::load() {
                          message_box::exclamationIcon);
         return;
     }
-    attempt([&] {
+    ifPossible([&] {
         session_[controls::moreHelp].setMouseIcon(session_.localizer->LoadPicture(linkPicture, 0));
     });
     captions_.pass();

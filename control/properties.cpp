@@ -4,6 +4,7 @@
 #include "form/controls.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <string>
 #include <utility>
 #include <vector>
@@ -150,7 +151,7 @@ void Properties::read(const PropertyBag& bag) {
             [&](const Kept& one, const PropertyRow& row) { one.put(*this, valueIn(bag, row)); });
     const bool running = attemptOr(false, [&] { return session_.services.ambientUserMode(); });
     if (running && session_.platform == ptZX)
-        attempt([&] { texts_.showAlternatives(); });
+        ifPossible([&] { texts_.showAlternatives(); });
     session_.form.settleFocus(); // on what the restored properties have on show
 }
 
@@ -159,7 +160,7 @@ void Properties::write(PropertyBag& bag) {
         bag.write(row.name, bagValue(row.type, one.get(*this)),
                   bagValue(row.type, row.start.number));
         if (row.property == EntryProperty::CurrentTab)
-            attempt([&] { pages_.show(pages_.reported()); });
+            ifPossible([&] { pages_.show(pages_.reported()); });
     });
 }
 
@@ -245,7 +246,8 @@ void Properties::putVisibleQuarters(int rows) {
         return;
     wantedQuarters_ = rows;
     if (!session_.isWorking()) // else the cell that is being stored might be gone under it
-        attempt([&] { makeWantedQuarters(); });
+        ifPossible([&] { makeWantedQuarters(); });
+    assert(!wantedQuarters_ || session_.isWorking());
 }
 
 void Properties::makeWantedQuarters() {
@@ -291,7 +293,7 @@ void Properties::putList(EntryProperty property, const Variant& items) {
         const VariantArray& array = items.array();
         const std::int64_t last = array.upper(); // which may be the end of int
         for (std::int64_t i = array.lower(); i <= last; ++i)
-            attempt([&] { texts.push_back(array.text(static_cast<int>(i))); });
+            ifPossible([&] { texts.push_back(array.text(static_cast<int>(i))); });
         session_[list].setList(std::move(texts));
     });
 }

@@ -65,7 +65,7 @@ class Properties {
         const PropertyRow& row = propertyRow(property);
         if (row.notice == PropertyNotice::beforeEffect)
             host_.propertyChanged(row.name);
-        attempt(std::forward<Statement>(put));
+        ifPossible(std::forward<Statement>(put));
         if (row.notice == PropertyNotice::assigned || row.notice == PropertyNotice::changed)
             host_.propertyChanged(row.name);
     }

@@ -106,7 +106,7 @@ void RightClickMenu::paste(TextField& field) {
 }
 
 bool RightClickMenu::copy(const TextField& field) {
-    attempt([&] { session_.services.clearClipboard(); });
+    ifPossible([&] { session_.services.clearClipboard(); });
     return attempt([&] { session_.services.setClipboardText(field.text()); });
 }
 

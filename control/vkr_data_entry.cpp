@@ -102,7 +102,7 @@ VKRDataEntry::Impl::Impl(Services& services, const std::function<void()>& stateC
 void VKRDataEntry::Impl::initialize() {
     const During startingUp = pages.keepFocus();
     bool running = false;
-    attempt([&] { running = session.services.ambientUserMode(); });
+    ifPossible([&] { running = session.services.ambientUserMode(); });
     if (!running)
         texts.startUp();
     company.clear();
@@ -132,7 +132,7 @@ void VKRDataEntry::Impl::applyColorScheme() {
             continue;
         const bool field =
             control->kind() == ControlKind::textBox || control->kind() == ControlKind::comboBox;
-        attempt([&] {
+        ifPossible([&] {
             control->setBackColor(field ? colors::white : colors::buttonFace);
             control->setForeColor(field ? colors::blue : colors::black);
         });
@@ -174,7 +174,7 @@ bool VKRDataEntry::blnExistsQuarterlyData() const {
 }
 
 bool VKRDataEntry::get_blnDirty() const {
-    return impl_->session.dirty;
+    return impl_->session.isDirty();
 }
 
 void VKRDataEntry::put_blnDirty(bool blnNewValue) {
@@ -303,7 +303,7 @@ std::shared_ptr<iVKR_Company> VKRDataEntry::get_objCompany() {
     return impl_->company.commit();
 }
 void VKRDataEntry::put_objCompany(std::shared_ptr<iVKR_Company> objNewValue) {
-    attempt([&] { impl_->company.load(std::move(objNewValue)); });
+    ifPossible([&] { impl_->company.load(std::move(objNewValue)); });
 }
 
 PlatformType VKRDataEntry::get_Platform() const {
@@ -314,23 +314,23 @@ void VKRDataEntry::put_Platform(PlatformType enumNewValue) {
 }
 
 void VKRDataEntry::SetNext() {
-    attempt([&] { impl_->pages.step(1); });
+    ifPossible([&] { impl_->pages.step(1); });
 }
 void VKRDataEntry::SetPrevious() {
-    attempt([&] { impl_->pages.step(-1); });
+    ifPossible([&] { impl_->pages.step(-1); });
 }
 void VKRDataEntry::Clear() {
-    attempt([&] { impl_->company.clear(); });
+    ifPossible([&] { impl_->company.clear(); });
 }
 void VKRDataEntry::ScrollMouse(std::int16_t& intKeyCode, std::int16_t& /*intShift*/) {
-    attempt([&] { impl_->pages.scrollMouse(intKeyCode); });
+    ifPossible([&] { impl_->pages.scrollMouse(intKeyCode); });
 }
 
 void VKRDataEntry::leaveField() {
-    attempt([&] { impl_->input.leaveActive(); });
+    ifPossible([&] { impl_->input.leaveActive(); });
 }
 void VKRDataEntry::commitInto(std::shared_ptr<iVKR_Company> copy) {
-    attempt([&] { impl_->company.commitInto(std::move(copy)); });
+    ifPossible([&] { impl_->company.commitInto(std::move(copy)); });
 }
 std::vector<Datum> VKRDataEntry::suggestedDates() const {
     return impl_->session.dates.suggested();
@@ -342,17 +342,17 @@ std::vector<MarkedField> VKRDataEntry::doubtfulFields() const {
     return impl_->markedFields(MarkKind::doubtful);
 }
 void VKRDataEntry::showField(std::string_view control) {
-    attempt([&] { impl_->pages.showField(control); });
+    ifPossible([&] { impl_->pages.showField(control); });
 }
 
 void VKRDataEntry::InitProperties() {
     impl_->properties.startRows();
 }
 void VKRDataEntry::ReadProperties(const PropertyBag& bag) {
-    attempt([&] { impl_->properties.read(bag); });
+    ifPossible([&] { impl_->properties.read(bag); });
 }
 void VKRDataEntry::WriteProperties(PropertyBag& bag) {
-    attempt([&] { impl_->properties.write(bag); });
+    ifPossible([&] { impl_->properties.write(bag); });
 }
 void VKRDataEntry::Resize(Twips /*width*/, Twips /*height*/) {
     impl_->company.resize();

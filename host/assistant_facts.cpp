@@ -86,7 +86,7 @@ Span spanOf(const AssistantTopic& topic, const iVKR_Company& company) {
         const bool isComing = std::ranges::any_of(topic.yearly, [&](const auto& series) {
             return series && figureAt(company, *series, 0);
         });
-        return {isComing ? 0 : 1, YearlyGrid::oldestAge + 1, yearAt};
+        return {isComing ? 0 : 1, YearlyGrid::lastYearRow + 1, yearAt};
     }
     int oldest = QuarterlyGrid::mostRows - 1;
     while (oldest >= quartersBeside && !figureAt(company, *topic.quarterly, oldest))

@@ -27,7 +27,7 @@ Date frmCalendar::lastDate() const {
 
 void frmCalendar::Show(Services& services) {
     visible_ = true;
-    attempt([&] { services.showModal(*this); });
+    ifPossible([&] { services.showModal(*this); });
     visible_ = false;
 }
 

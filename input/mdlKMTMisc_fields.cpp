@@ -49,7 +49,7 @@ void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<co
 }
 
 void ConvertPriceText(bool toDecimal, TextField& field) {
-    attempt([&] {
+    ifPossible([&] {
         const bool accepted = field.text() == field.tag();
         const NumberMarks& marks = field.form().numberMarks();
         const std::string plain = exchangeMarks(field.text(), marks);

@@ -70,7 +70,7 @@ std::string toFraction(std::string_view text, bool keepZero) {
 
 std::string DecimalToFraction(std::string_view text, bool keepZero) {
     std::string result;
-    attempt([&] { result = toFraction(text, keepZero); });
+    ifPossible([&] { result = toFraction(text, keepZero); });
     return result;
 }
 

@@ -37,7 +37,7 @@ std::string toDecimalText(std::string_view text) {
 
 std::string FractionToDecimal(std::string_view text) {
     std::string result;
-    attempt([&] { result = toDecimalText(text); });
+    ifPossible([&] { result = toDecimalText(text); });
     return result;
 }
 
@@ -56,7 +56,7 @@ std::int32_t GreatestCommonDivisor(std::int32_t first, std::int32_t second) {
 Variant SafeDivide(const Variant& numerator, const Variant& denominator, bool trueDivision,
                    const Variant& valueIfZero, bool checkSign, const Variant& valueIfNegative) {
     Variant result;
-    attempt([&] {
+    ifPossible([&] {
         const double dividend = numerator.toDouble();
         const double divisor = denominator.toDouble();
         if (checkSign && (dividend < 0 || divisor < 0)) {

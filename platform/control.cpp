@@ -298,7 +298,7 @@ void ScrollBar::setValue(int value) {
         return;
     value_ = value;
     notify(Property::value);
-    attempt([&] { form().handler().onScroll(*this); });
+    ifPossible([&] { form().handler().onScroll(*this); });
 }
 
 const Tab& TabStrip::tab(int index) const {
@@ -325,7 +325,7 @@ void TabStrip::selectTab(int index) {
         selected_ = index;
         notify(Property::value);
     }
-    attempt([&] { form().handler().onTabSelected(*this); });
+    ifPossible([&] { form().handler().onTabSelected(*this); });
 }
 
 } // namespace vkr

@@ -44,8 +44,8 @@ FormHandler& Form::handler() const {
 }
 
 void Form::fail(std::string_view name, int index) {
-    throw std::out_of_range("no control " + std::string(name) +
-                            (index == Control::noIndex ? "" : "(" + std::to_string(index) + ")"));
+    throw ProgramError("no control " + std::string(name) +
+                       (index == Control::noIndex ? "" : "(" + std::to_string(index) + ")"));
 }
 
 void Form::adopt(std::unique_ptr<Control> control) {
@@ -64,7 +64,7 @@ void Form::adopt(std::unique_ptr<Control> control) {
     tabOrder_.push_back(control.get());
     controls_.push_back(std::move(control));
     if (observer_ != nullptr)
-        attempt([&] { observer_->controlAdded(*controls_.back()); });
+        ifPossible([&] { observer_->controlAdded(*controls_.back()); });
 }
 
 void Form::remove(Control& control) {
@@ -82,7 +82,7 @@ void Form::remove(Control& control) {
             ++focusMoves_;
     }
     if (observer_ != nullptr)
-        attempt([&] { observer_->controlRemoved(control); });
+        ifPossible([&] { observer_->controlRemoved(control); });
     std::erase(tabOrder_, &control);
     std::erase(changed_, &control);
     for (const auto& held : controls_)
@@ -131,11 +131,11 @@ void Form::tellChanged(Control& control, Property property) {
     if (property == Property::locked)
         endNote();
     if (updates_ == 0) {
-        attempt([&] { observer_->controlChanged(control, property); });
+        ifPossible([&] { observer_->controlChanged(control, property); });
         return;
     }
     if (control.changes_ == 0 && !attempt([&] { changed_.push_back(&control); })) {
-        attempt([&] { observer_->controlChanged(control, property); });
+        ifPossible([&] { observer_->controlChanged(control, property); });
         return;
     }
     control.changes_ |= 1U << static_cast<unsigned>(property);
@@ -145,7 +145,7 @@ void Form::tellFocus() {
     if (updates_ > 0)
         focusMoved_ = true;
     else if (observer_ != nullptr)
-        attempt([&] { observer_->focusChanged(); });
+        ifPossible([&] { observer_->focusChanged(); });
 }
 
 void Form::endUpdate() {
@@ -159,7 +159,7 @@ void Form::endUpdate() {
                 continue;
             control->changes_ &= ~bit;
             if (observer_ != nullptr)
-                attempt(
+                ifPossible(
                     [&] { observer_->controlChanged(*control, static_cast<Property>(property)); });
         }
     if (std::exchange(focusMoved_, false))
@@ -182,19 +182,19 @@ void Form::setSize(Twips width, Twips height) {
     width_ = width;
     height_ = height;
     if (observer_ != nullptr)
-        attempt([&] { observer_->formChanged(); });
+        ifPossible([&] { observer_->formChanged(); });
 }
 
 void Form::setBackColor(Color color) {
     backColor_ = color;
     if (observer_ != nullptr)
-        attempt([&] { observer_->formChanged(); });
+        ifPossible([&] { observer_->formChanged(); });
 }
 
 void Form::setBorderStyle(BorderStyle style) {
     borderStyle_ = style;
     if (observer_ != nullptr)
-        attempt([&] { observer_->formChanged(); });
+        ifPossible([&] { observer_->formChanged(); });
 }
 
 void Form::setNumberMarks(NumberMarks marks) {
@@ -208,7 +208,7 @@ void Form::setNumberMarks(NumberMarks marks) {
 void Form::setMouseIcon(const Picture& icon) {
     mouseIcon_ = icon;
     if (observer_ != nullptr)
-        attempt([&] { observer_->formChanged(); });
+        ifPossible([&] { observer_->formChanged(); });
 }
 
 // --- focus -----------------------------------------------------------------------------------
@@ -225,7 +225,7 @@ bool Form::focus(Control& control) {
             return false;
         if (!holds(control) || !control.canTakeFocus()) {
             if (active_ != nullptr && active_->canTakeFocus())
-                attempt([&] { handler().onGotFocus(*active_); });
+                ifPossible([&] { handler().onGotFocus(*active_); });
             else
                 settleFocus();
             if (mine == focusMoves_)
@@ -237,8 +237,8 @@ bool Form::focus(Control& control) {
     active_ = &control;
     focused_ = true;
     if (auto* field = dynamic_cast<TextField*>(&control))
-        attempt([&] { field->beginEntry(); });
-    attempt([&] { handler().onGotFocus(control); });
+        ifPossible([&] { field->beginEntry(); });
+    ifPossible([&] { handler().onGotFocus(control); });
     if (mine == focusMoves_)
         tellFocus();
     return mine == focusMoves_;
@@ -250,7 +250,7 @@ bool Form::leave() {
     const unsigned before = focusMoves_;
     leaving_ = true;
     const Reset reset{leaving_};
-    attempt([&] { handler().onLostFocus(*active_); });
+    ifPossible([&] { handler().onLostFocus(*active_); });
     return before == focusMoves_;
 }
 
@@ -315,7 +315,7 @@ void Form::focusLeft() {
     if (active_ != nullptr && !leaving_ && !leave())
         return;
     focused_ = false;
-    attempt([&] { handler().onFocusLeft(); });
+    ifPossible([&] { handler().onFocusLeft(); });
 }
 
 // --- keys --------------------------------------------------------------------------------------
@@ -335,7 +335,7 @@ bool Form::keyDown(KeyCode key, int shift, bool repeated) {
         return true;
     Control& control = *active_;
     const unsigned before = focusMoves_;
-    attempt([&] { handler().onKeyDown(control, key, shift); });
+    ifPossible([&] { handler().onKeyDown(control, key, shift); });
     if (key == keys::none || before != focusMoves_)
         return false;
     if (key == keys::tab && (shift & (shifts::control | shifts::alt)) == 0) {
@@ -358,7 +358,7 @@ bool Form::takeBack(Control& control) {
         return false;
     field->editText(field->entryText(), 0);
     field->select(0, textLength(field->text()));
-    attempt([&] { handler().onChange(*field); });
+    ifPossible([&] { handler().onChange(*field); });
     return true;
 }
 
@@ -446,7 +446,7 @@ bool Form::keyPress(char32_t& character) {
 
 void Form::keyUp(KeyCode key, int shift) {
     if (active_ != nullptr)
-        attempt([&] { handler().onKeyUp(*active_, key, shift); });
+        ifPossible([&] { handler().onKeyUp(*active_, key, shift); });
 }
 
 void Form::sendKey(KeyCode key, int shift) {
@@ -549,7 +549,7 @@ bool Form::userEdit(TextField& field, std::string_view text, int selStart, int s
     if (!attempt([&] { field.takeUserEdit(text, selStart, selLength); }))
         return false;
     if (changed)
-        attempt([&] { handler().onChange(field); });
+        ifPossible([&] { handler().onChange(field); });
     return true;
 }
 
@@ -573,10 +573,10 @@ bool Form::userPaste(TextField& field, std::string_view text) {
                             : std::max(0, textLength(pasted) - cut);
     field.editText(taken.text, taken.caret);
     if (taken.text != before)
-        attempt([&] { handler().onChange(field); });
+        ifPossible([&] { handler().onChange(field); });
     const auto leftOut = textFrom(pasted, fitting);
     if (!trimmed(leftOut).empty() && holds(field))
-        attempt([&] { handler().onPasteCut(field, leftOut); });
+        ifPossible([&] { handler().onPasteCut(field, leftOut); });
     return fitting > 0;
 }
 
@@ -590,13 +590,13 @@ void Form::mouseDown(Control& control, MouseButton button, int tab) {
         return;
     // What comes first may take the control away.
     if (hearsPressFirst(control)) {
-        attempt([&] { handler().onMouseDown(control, button, tab); });
+        ifPossible([&] { handler().onMouseDown(control, button, tab); });
         if (holds(control))
             focus(control);
     } else {
         focus(control);
         if (holds(control))
-            attempt([&] { handler().onMouseDown(control, button, tab); });
+            ifPossible([&] { handler().onMouseDown(control, button, tab); });
     }
 }
 
@@ -606,23 +606,23 @@ void Form::click(Control& control) {
             option->setValue(true);
         else if (auto* box = dynamic_cast<CheckBox*>(&control))
             box->setValue(!box->value());
-        attempt([&] { handler().onClick(control); });
+        ifPossible([&] { handler().onClick(control); });
     }
     if (holds(control)) // its handler may have removed it
-        attempt([&] { handler().onPressEnded(control); });
+        ifPossible([&] { handler().onPressEnded(control); });
 }
 
 void Form::pressGivenUp(Control& control) {
-    attempt([&] { handler().onPressEnded(control); });
+    ifPossible([&] { handler().onPressEnded(control); });
 }
 
 void Form::doubleClick(Control& control) {
     if (control.isShown() && control.isEnabled())
-        attempt([&] { handler().onDoubleClick(control); });
+        ifPossible([&] { handler().onDoubleClick(control); });
 }
 
 void Form::surfaceClick() {
-    attempt([&] { handler().onFormClick(); });
+    ifPossible([&] { handler().onFormClick(); });
 }
 
 void Form::userScroll(ScrollBar& bar, int value) {
@@ -631,7 +631,7 @@ void Form::userScroll(ScrollBar& bar, int value) {
 
 void Form::userSpin(Spinner& spinner, int steps) {
     if (spinner.isShown() && spinner.isEnabled())
-        attempt([&] { handler().onSpin(spinner, steps); });
+        ifPossible([&] { handler().onSpin(spinner, steps); });
 }
 
 bool Form::userPick(ComboBox& list, int index) {
@@ -642,7 +642,7 @@ bool Form::userPick(ComboBox& list, int index) {
     list.listIndex_ = index;
     list.select(0, textLength(list.text()));
     if (changed)
-        attempt([&] { handler().onListChoice(list); });
+        ifPossible([&] { handler().onListChoice(list); });
     return true;
 }
 

@@ -59,8 +59,8 @@ void LastQuarter::move(int quarters) {
 void LastQuarter::tryMove(int element) {
     if (session_.company == nullptr || !grid_.shown() || element > oldestElement)
         return;
-    if (!attempt([&] { moveTo(element); }))
-        grid_.tellRefused();
+    if (const auto refusal = failureOf([&] { moveTo(element); }))
+        grid_.tellRefused(*refusal);
 }
 
 // Names the quarters that will be gone: one, or the first and the last of several.
@@ -86,7 +86,7 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
                       : known != visited_.end() ? known->second.date
                                                 : addQuarters(newest, -element);
     Visited left{grid_.shown().value_or(newest), {}};
-    attempt([&] { left.trailing = company.get_Last4QEPS(); });
+    ifPossible([&] { left.trailing = company.get_Last4QEPS(); });
     if (element < 0) {
         putNewestQuarter(date);
         stayed = grid_.shiftAll(-element);
@@ -105,7 +105,7 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
     trailing_.derive();
     if (const auto again = visited_.find(element);
         !trailing_.isDerived() && again != visited_.end() && again->second.trailing)
-        attempt([&] { trailing_.store(*again->second.trailing); });
+        ifPossible([&] { trailing_.store(*again->second.trailing); });
     redisplay(samePeriods);
     grid_.tellStayed(stayed);
 }
@@ -114,12 +114,12 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
 void LastQuarter::putNewestQuarter(Date date) {
     auto& company = *session_.company;
     Date before = grid_.shown().value_or(grid_.heldUnseen());
-    attempt([&] { before = company.get_LastQDate(); });
+    ifPossible([&] { before = company.get_LastQDate(); });
     company.put_LastQDate(date);
     try {
         company.put_LastQDateForGrid(date);
     } catch (...) {
-        attempt([&] { company.put_LastQDate(before); });
+        ifPossible([&] { company.put_LastQDate(before); });
         throw;
     }
 }
@@ -158,7 +158,7 @@ void LastQuarter::leave() {
     const bool sameDay = typed && before && daysBetween(*before, *typed) == 0;
     const FieldMark mark = field.mark();
     bool stored = true;
-    attempt([&] { stored = session_.company->get_LastQDate() == before; });
+    ifPossible([&] { stored = session_.company->get_LastQDate() == before; });
     if (field.text() == field.tag() || (sameDay && (field.isUnstored() || !stored))) {
         if (before)
             retry(*before);
@@ -176,13 +176,13 @@ void LastQuarter::leave() {
 // A commit may have written what was being typed in the place of the date before.
 void LastQuarter::takeCommitBack(std::optional<Date> before, const FieldMark& mark) {
     auto& field = session_[controls::lastQuarterDate];
-    attempt([&] {
+    ifPossible([&] {
         const Date held = session_.company->get_LastQDate();
         const Date old = before.value_or(grid_.heldUnseen());
         if (held == old || (!before && !Session::isValidDate(held)))
             return;
-        if (!session_.storeDate(Datum::LastQDate, old)) {
-            field.setMark(session_.unstored(text_number::reasonRefused));
+        if (const auto refusal = session_.refusalOf(Datum::LastQDate, old)) {
+            field.setMark(session_.refused(*refusal));
             return;
         }
         field.setMark({});
@@ -200,7 +200,7 @@ void LastQuarter::followCommit() {
     if (!field.isUnstored() || field.text() != field.tag() || session_.isLocked())
         return;
     bool stored = false;
-    attempt([&] { stored = session_.company->get_LastQDate() == grid_.shown(); });
+    ifPossible([&] { stored = session_.company->get_LastQDate() == grid_.shown(); });
     if (!stored)
         return;
     field.setMark({});

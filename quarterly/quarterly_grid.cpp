@@ -24,7 +24,7 @@ std::optional<Date> QuarterlyGrid::lastQuarter() const {
 Date QuarterlyGrid::newestQuarter() const {
     Date newest{};
     if (session_.company != nullptr)
-        attempt([&] { newest = session_.company->get_LastQDateForGrid(); });
+        ifPossible([&] { newest = session_.company->get_LastQDateForGrid(); });
     return Session::isValidDate(newest) ? newest : shown_.value_or(Date{});
 }
 
@@ -35,7 +35,7 @@ std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
 void QuarterlyGrid::showSpan() {
     hidden_ = {};
     shown_.reset();
-    attempt([&] {
+    ifPossible([&] {
         hidden_ = session_.company->get_LastQDate();
         putFieldText(session_[controls::lastQuarterDate], session_.dateText(hidden_));
         accept(hidden_);
@@ -58,7 +58,7 @@ void QuarterlyGrid::relabel() {
         label.setTag(plainNumberText(date.serial));
     }
     session_.consequences.rowsLabelled();
-    attempt([&] {
+    ifPossible([&] {
         const auto fiscalYearEnd = fiscalYearDate();
         session_[controls::fiscalYearDateShown].setCaption(
             session_.dateText(fiscalYearEnd.value_or(Date{})));
@@ -161,7 +161,7 @@ bool QuarterlyGrid::existsData() const {
     static constexpr int order[] = {0, 1, 3, 2}; // revenue, earnings, net income, option column
     for (const int column : order) {
         bool found = false;
-        attempt([&] {
+        ifPossible([&] {
             const Variant value = readSeries(
                 *session_.company, seriesOf(columns()[static_cast<std::size_t>(column)]).series);
             const VariantArray& figures = value.array();
@@ -182,7 +182,7 @@ std::string QuarterlyGrid::reasonNotToStore() const {
 }
 
 void QuarterlyGrid::stored(Cell cell) {
-    if (!isOfEarnings(cell) || !session_.dirty)
+    if (!isOfEarnings(cell) || !session_.isDirty())
         return;
     trailing_.derive();
     if (trailing_.isDerived())
@@ -198,7 +198,7 @@ void QuarterlyGrid::accept(Date date) {
 bool QuarterlyGrid::holdsFigures() const {
     bool found = false;
     forEachSeries([&](const GridSeries& series) {
-        attempt([&] {
+        ifPossible([&] {
             const Variant value = readSeries(*session_.company, series.series);
             const VariantArray& figures = value.array();
             const std::int64_t last = figures.upper(); // which may be the end of int

@@ -21,18 +21,18 @@ EarningsInput TrailingSum::asked() const {
     if (isAbsent(input.newestQuarter))
         input.newestQuarter = input.lastQuarter;
     input.quarterly = company.get_QEPSSeries();
-    attempt([&] {
+    ifPossible([&] {
         const Variant yearly = company.get_YEPSSeries();
         input.yearly = yearly.array().contains(1) ? yearly.array().number(1) : 0;
     });
-    attempt([&] { input.fiscalYearEnd = valid(company.get_LastFYDate()); });
+    ifPossible([&] { input.fiscalYearEnd = valid(company.get_LastFYDate()); });
     return input;
 }
 
 // The rule's answer for what the form and the record have now.
 std::optional<double> TrailingSum::worked() {
     if (rule_ == nullptr)
-        attempt([&] {
+        ifPossible([&] {
             rule_ = std::dynamic_pointer_cast<TrailingEarnings>(
                 session_.services.createObject(trailingEarningsId));
         });
@@ -52,7 +52,7 @@ void TrailingSum::derive() {
     derived_ = worked();
     if (!derived_)
         return;
-    attempt([&] {
+    ifPossible([&] {
         store(*derived_);
         session_.company->put_QuarterlyFlag(true);
     });

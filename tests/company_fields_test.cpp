@@ -1207,7 +1207,8 @@ TEST(CompanyFields, ARefusedWriteKeepsTheTextMarkedAndIsTriedAgain) {
         const std::string typed = isText(row) ? "9 LIVES" : row.kind == day ? "5/6/2024" : "125000";
         typeOver(scene, row.control, typed);
         EXPECT_EQ(textOf(scene, row.control), typed);
-        EXPECT_EQ(markOf(scene, row.control), "This value could not be stored.");
+        EXPECT_EQ(markOf(scene, row.control),
+                  "This value could not be stored. write " + std::string(row.datum) + " fails");
     }
     EXPECT_EQ(scene.entry->unstoredFields().size(), std::size(rows));
     // The alternate dividend has its own write, which was not refused.

@@ -37,7 +37,19 @@ TEST(ErrorTrap, EndsWhateverIsThrown) {
     EXPECT_EQ(attemptOr(7, [] { return 8; }), 8);
     EXPECT_EQ(failureOf([] {}), std::nullopt);
     EXPECT_EQ(failureOf(throwers[0].second), "fails");
+    EXPECT_EQ(failureOf(throwers[1].second), "") << "the library's word tells nobody anything";
     EXPECT_EQ(failureOf(throwers[2].second), "");
+}
+
+TEST(ErrorTrap, ANameThatNoControlHasIsNoFailureToGetOver) {
+    Form form;
+    const auto misspelt = [&] { form.get<TextBox>("txtNoSuch").setText("x"); };
+    EXPECT_THROW(misspelt(), ProgramError);
+#ifndef NDEBUG
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(ifPossible(misspelt), "mistake");
+    EXPECT_DEATH(static_cast<void>(failureOf(misspelt)), "mistake");
+#endif
 }
 
 // --- services ------------------------------------------------------------------------------------

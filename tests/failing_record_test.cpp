@@ -3,10 +3,13 @@
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <map>
+#include <new>
 #include <set>
+#include <stdexcept>
 
 namespace vkr {
 namespace {
@@ -372,6 +375,43 @@ constexpr Edit edits[] = {
     {"txtNotes", toOther, "new", "Notes"},
 };
 
+// What a record says when it refuses: the mark has it on one line, as far as it is a text.
+TEST_F(FailingRecord, TheMarkTellsTheRecordsOwnWords) {
+    struct Row {
+        std::function<void()> refuse;
+        std::string told; // behind the system's own text
+    };
+    const std::string long200(200, 'x');
+    const Row rows[] = {
+        {[] { throw std::runtime_error("Shares are above the authorised capital."); },
+         " Shares are above the authorised capital."},
+        {[] { throw std::logic_error("  first\nsecond\tthird\r\n"); }, " first second third"},
+        {[] { throw std::runtime_error("bad \xff"); }, " bad \ufffd"},
+        {[&] { throw std::runtime_error(long200 + "yz"); }, " " + long200},
+        {[] { throw std::runtime_error(""); }, ""},
+        {[] { throw std::bad_alloc(); }, ""}, // no word of the record
+        {[] { throw 42; }, ""},
+    };
+    const auto record = scripted();
+    entry.put_objCompany(record);
+    entry.put_CurrentTab(toCompany);
+    for (const auto& row : rows) {
+        record->hook = [&](const std::string& operation) {
+            if (operation == "write CommShares")
+                row.refuse();
+        };
+        desktop.control("txtCommonShares").setFocus();
+        ASSERT_NO_THROW(desktop.type("^a77{TAB}"));
+        const auto unstored = entry.unstoredFields();
+        ASSERT_EQ(unstored.size(), 1U);
+        EXPECT_EQ(unstored[0].reason, "This value could not be stored." + row.told);
+    }
+    record->hook = nullptr;
+    desktop.control("txtCommonShares").setFocus();
+    desktop.type("^a78{TAB}");
+    EXPECT_TRUE(entry.unstoredFields().empty());
+}
+
 TEST_F(FailingRecord, ARefusedWriteKeepsTheTextMarksTheFieldAndTouchesNoOtherDatum) {
     for (const auto& edit : edits) {
         const auto record = scripted();
@@ -387,7 +427,8 @@ TEST_F(FailingRecord, ARefusedWriteKeepsTheTextMarksTheFieldAndTouchesNoOtherDat
         const auto unstored = entry.unstoredFields();
         ASSERT_EQ(unstored.size(), 1U) << edit.field;
         EXPECT_EQ(unstored[0].control, edit.field);
-        EXPECT_EQ(unstored[0].reason, "This value could not be stored.");
+        EXPECT_EQ(unstored[0].reason,
+                  std::string("This value could not be stored. write ") + edit.datum + " fails");
         // The dividend alone has two places; the one that takes it has it.
         for (const auto& change : differences(*before, *record->company))
             EXPECT_TRUE(change.datum.starts_with("CommDiv") && change.datum != edit.datum)

@@ -221,7 +221,8 @@ TEST(HostileKeys, ATextThatTheRecordCannotKeepIsMarked) {
     scene.desktop.type("{TAB}");
     EXPECT_EQ(company->get_Name(), "Acme");
     EXPECT_EQ(scene.text("txtName"), "bad \xff");
-    EXPECT_EQ(markOf(scene, "txtName"), "This value could not be stored.");
+    EXPECT_EQ(markOf(scene, "txtName"),
+              "This value could not be stored. the text is not valid UTF-8");
 }
 
 TEST(HostileKeys, ANovelFitsIntoTheNotesAlone) {

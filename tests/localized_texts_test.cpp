@@ -337,12 +337,13 @@ TEST(LocalizedTexts, MessagesWhoseWordsAreLaidDownStayAsTheyAre) {
     scene.desktop.click("cmdRemoveYear");
     scene.entry->put_Platform(static_cast<PlatformType>(2));
     ASSERT_EQ(scene.desktop.messages().size(), 8U);
-    EXPECT_EQ(scene.desktop.messages()[1].text, "[This value could not be stored.]");
+    EXPECT_EQ(scene.desktop.messages()[1].text,
+              "[This value could not be stored.] write LastQDateForGrid fails");
     for (std::size_t i = 0; i < 3; ++i) // as the lock is met
         EXPECT_EQ(scene.desktop.messages()[4 + i].text, designMessages[(i + 2) % 3]);
     EXPECT_TRUE(scene.desktop.messages()[3].text.starts_with(designMessages[5]));
     EXPECT_EQ(scene.desktop.messages()[7].text, designMessages[3]);
-    scene.readMessages({"Jun 2018", "Mar 2018"});
+    scene.readMessages({"Jun 2018", "Mar 2018", "write LastQDateForGrid fails"});
     scene.expectNoneForeign();
 
     VirtualDesktop designing;
@@ -362,7 +363,11 @@ TEST(LocalizedTexts, EveryReasonReadsAsTheLocalizerSays) {
     for (const char* id : {"txtTotalDebt", "txtSales(3)", "txtRevenue(2)"})
         pasteOver(scene, id, huge);
     typeOver(scene, "cmbReportingPeriod", "5 weeks");
-    company->failing = {"write Name", "write YEPSSeries", "write QEPSSeries"};
+    company->hook = [](const std::string& operation) { // refuses without a word
+        if (operation == "write Name" || operation == "write YEPSSeries" ||
+            operation == "write QEPSSeries")
+            throw 42;
+    };
     for (const char* id : {"txtName", "txtYEPS(2)", "txtEPS(2)"})
         typeOver(scene, id, "7");
     auto unstored = scene.entry->unstoredFields();

@@ -112,7 +112,8 @@ TEST_F(QuarterSpan, ARecordThatRefusesTheNewDateKeepsItsFiguresWhereTheyAre) {
     desktop.answerNext(MessageAnswer::yes);
     desktop.click("cmdAddQuarter");
     ASSERT_EQ(desktop.messages().size(), 2U);
-    EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
+    EXPECT_EQ(desktop.messages()[1].text,
+              "This value could not be stored. write LastQDateForGrid fails");
     desktop.answerNext(MessageAnswer::yes);
     typeDate("Dec/31/2026");
     ASSERT_EQ(desktop.messages().size(), 4U);
@@ -164,7 +165,7 @@ TEST_F(QuarterSpan, ARecordThatRefusesTheLastQuarterOnAnAddKeepsItsFiguresWhereT
     desktop.answerNext(MessageAnswer::yes);
     desktop.click("cmdAddQuarter");
     ASSERT_EQ(desktop.messages().size(), 2U);
-    EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
+    EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored. write LastQDate fails");
     desktop.answerNext(MessageAnswer::yes);
     typeDate("Dec/31/2026");
     EXPECT_EQ(desktop.messages().back().text, "LastQDate Lost Focus error: write LastQDate fails");

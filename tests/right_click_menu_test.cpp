@@ -1130,7 +1130,7 @@ TEST_F(Commands, NoneChangesALockedField) {
             desktop.setClipboardText("held");
         }
     EXPECT_TRUE(desktop.calendars().empty());
-    EXPECT_FALSE(session.dirty);
+    EXPECT_FALSE(session.isDirty());
     for (const auto& what : asked)
         EXPECT_TRUE(what == "add" || what == "remove") << what;
     EXPECT_EQ(asked.size(), 8U) << "the buttons' own handlers know the lock";

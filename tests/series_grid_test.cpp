@@ -236,7 +236,8 @@ TEST(GridCells, WhatCannotBeStoredStaysTypedAndMarked) {
         company->failing = {"write " + std::string(column.first)};
         typeOver(scene, id, "250");
         EXPECT_EQ(textOf(scene, id), "250");
-        EXPECT_EQ(markOf(scene, id), "This value could not be stored.");
+        EXPECT_EQ(markOf(scene, id),
+                  "This value could not be stored. write " + std::string(column.first) + " fails");
         ASSERT_EQ(scene.entry->unstoredFields().size(), 1U);
         EXPECT_EQ(scene.entry->unstoredFields()[0].control, id);
         EXPECT_EQ(scene.entry->unstoredFields()[0].text, "250");

@@ -257,7 +257,7 @@ TEST_F(YearSpan, ARecordThatRefusesTheNewYearKeepsItsFiguresWhereTheyAre) {
         const auto before = company->clone();
         press(button, MessageAnswer::yes);
         ASSERT_EQ(desktop.messages().size(), 2U);
-        EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored.");
+        EXPECT_EQ(desktop.messages()[1].text, "This value could not be stored. write LastFY fails");
         EXPECT_TRUE(sameAs(*before, *company)) << button;
         EXPECT_EQ(scene.text("txtLastFY"), "2005");
         EXPECT_EQ(label(9), "2005");
@@ -397,7 +397,8 @@ TEST_F(YearSpan, ARefusedYearKeepsItsMarkUntilItIsStored) {
         desktop.click("txtLastFY");
         desktop.type("^a{DEL}" + std::string(typed) + "{TAB}");
         EXPECT_EQ(scene.text("txtLastFY"), "2010") << typed;
-        EXPECT_EQ(markOf(scene, "txtLastFY"), "This value could not be stored.") << typed;
+        EXPECT_EQ(markOf(scene, "txtLastFY"), "This value could not be stored. write LastFY fails")
+            << typed;
         EXPECT_EQ(company->get_LastFY(), 2005);
     }
     ASSERT_EQ(scene.entry->unstoredFields().size(), 1U);

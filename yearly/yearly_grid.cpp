@@ -40,11 +40,11 @@ int YearlyGrid::lastFiscalYear() const {
 }
 
 void YearlyGrid::showSpan() {
-    attempt([&] {
+    ifPossible([&] {
         putFieldText(session_[controls::lastFiscalYearDate],
                      session_.dateText(session_.company->get_LastFYDate()));
     });
-    attempt([&] {
+    ifPossible([&] {
         const int year = session_.company->get_LastFY();
         putFieldText(session_[controls::lastFiscalYear], year == 0 ? "" : std::to_string(year));
     });
@@ -54,7 +54,7 @@ void YearlyGrid::showSpan() {
 void YearlyGrid::relabel() {
     const int newest = lastFiscalYear();
     for (int i = 0; i < rows; ++i) {
-        const std::string year = newest == 0 ? "" : std::to_string(newest - oldestAge + i);
+        const std::string year = newest == 0 ? "" : std::to_string(newest - lastYearRow + i);
         session_[controls::yearLabel[i]].setCaption(year);
     }
     session_.consequences.rowsLabelled();
@@ -107,15 +107,16 @@ void YearlyGrid::changeSpan(int years) {
     if (session_.company == nullptr || target < firstYear || target > lastYear)
         return;
     const bool confirmed =
-        adds ? session_.confirmLoss(text_number::addsYear, std::to_string(newest - oldestAge))
+        adds ? session_.confirmLoss(text_number::addsYear, std::to_string(newest - lastYearRow))
              : session_.confirmLoss(text_number::removesYear, std::to_string(newest));
     if (!confirmed || lastFiscalYear() != newest) // another year was typed under the question
         return;
     // As it is now: a record may let its date follow the year.
     const auto end = session_.dateOf(session_[controls::lastFiscalYearDate], Datum::LastFYDate);
     // Asked of the record first: figures that move without their year would stand in a wrong one.
-    if (!attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(target)); })) {
-        tellRefused();
+    if (const auto refusal =
+            failureOf([&] { session_.company->put_LastFY(static_cast<std::int16_t>(target)); })) {
+        tellRefused(*refusal);
         return;
     }
     const auto stayed = shift(years, end);
@@ -143,11 +144,12 @@ void YearlyGrid::acceptLastFiscalYear(int year) {
     auto& field = session_[controls::lastFiscalYear];
     checkFieldChange(field, session_);
     relabel();
-    bool stored = attempt([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
-    if (!stored)
-        attempt([&] { stored = session_.company->get_LastFY() == year; });
-    field.setMark(stored ? FieldMark() : session_.unstored(text_number::reasonRefused));
-    if (stored)
+    auto refusal =
+        failureOf([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
+    if (refusal && attemptOr(false, [&] { return session_.company->get_LastFY() == year; }))
+        refusal.reset();
+    field.setMark(refusal ? session_.refused(*refusal) : FieldMark());
+    if (!refusal)
         session_.markChanged();
 }
 
@@ -196,8 +198,8 @@ void YearlyGrid::leaveLastFiscalYearDate() {
         field.setMark(session_.unstored(text_number::reasonNoDate));
         return;
     }
-    if (!session_.storeDate(Datum::LastFYDate, *typed)) {
-        field.setMark(session_.unstored(text_number::reasonRefused));
+    if (const auto refusal = session_.refusalOf(Datum::LastFYDate, *typed)) {
+        field.setMark(session_.refused(*refusal));
         return;
     }
     putFieldText(field, session_.dateText(*typed));
@@ -233,7 +235,7 @@ void YearlyGrid::movedRight(Cell from) {
 
 void YearlyGrid::stored(Cell cell) {
     if (columns()[static_cast<std::size_t>(cell.column)].first.series == Datum::YEPSSeries &&
-        cell.row == oldestAge)
+        cell.row == lastYearRow)
         session_.consequences.yearlyEarningsStored();
 }
 

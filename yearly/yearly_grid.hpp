@@ -12,7 +12,7 @@ class YearlyGrid final : public SeriesGrid {
     explicit YearlyGrid(Session& session);
 
     static constexpr int rows = sizes::yearRows;
-    static constexpr int oldestAge = 9; // years before the last fiscal year in cell 0
+    static constexpr int lastYearRow = 9; // of the last fiscal year; the next one is below
     static constexpr int firstYear = 1980;
     static constexpr int lastYear = 9900;
 
@@ -38,7 +38,7 @@ class YearlyGrid final : public SeriesGrid {
     void enter(Cell cell) override;
 
   protected:
-    [[nodiscard]] std::optional<int> elementOf(int row) const override { return 10 - row; }
+    [[nodiscard]] std::optional<int> elementOf(int row) const override { return rows - 1 - row; }
     [[nodiscard]] int reachableColumns() const override;
     void movedRight(Cell from) override;
     void stored(Cell cell) override;
