@@ -5,11 +5,13 @@
 #include "company/company_record.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
+#include "desktop/property_names.hpp"
 #include "desktop/qt_services.hpp"
 #include "desktop/qt_values.hpp"
 #include "localizer/localizer.hpp"
 #include "platform/error_trap.hpp"
 
+#include <QMetaProperty>
 #include <QPointer>
 
 #include <algorithm>
@@ -390,30 +392,19 @@ void VKRDataEntryWidget::setRunMode(bool running) {
 }
 
 void VKRDataEntryWidget::notify(std::string_view property) {
-    using Signal = void (VKRDataEntryWidget::*)();
-    struct Row {
-        std::string_view name;
-        Signal changed;
-    };
-    static constexpr Row rows[] = {
-        {"UserMode", &VKRDataEntryWidget::userModeChanged},
-        {"ShadeColorLocked", &VKRDataEntryWidget::shadeColorLockedChanged},
-        {"ShadeColorYear", &VKRDataEntryWidget::shadeColorYearChanged},
-        {"ShadeColorQuarter", &VKRDataEntryWidget::shadeColorQuarterChanged},
-        {"VisibleQuarters", &VKRDataEntryWidget::visibleQuartersChanged},
-        {"ShowReportingPeriod", &VKRDataEntryWidget::showReportingPeriodChanged},
-        {"ShowVLs", &VKRDataEntryWidget::showVLsChanged},
-        {"PercentFormat", &VKRDataEntryWidget::percentFormatChanged},
-        {"DateFormat", &VKRDataEntryWidget::dateFormatChanged},
-        {"NumberFormat", &VKRDataEntryWidget::numberFormatChanged},
-        {"NumberMarks", &VKRDataEntryWidget::numberMarksChanged},
-        {"Platform", &VKRDataEntryWidget::platformChanged},
-    };
-    const auto* row =
-        std::find_if(std::begin(rows), std::end(rows),
-                     [property](const Row& candidate) { return candidate.name == property; });
-    if (row != std::end(rows))
-        emit(this->*row->changed)();
+    const auto rows = propertyTable();
+    const auto row = std::find_if(rows.begin(), rows.end(), [property](const PropertyRow& one) {
+        return one.name == property;
+    });
+    if (row == rows.end() || row->property == EntryProperty::CurrentTab)
+        return; // the tab's signal comes with the event, also where the user selects it
+    if (row->property == EntryProperty::NumberMarks) {
+        emit numberMarksChanged(); // of two properties
+        return;
+    }
+    const QMetaObject& meta = staticMetaObject;
+    if (const int index = meta.indexOfProperty(widgetProperty(*row).constData()); index >= 0)
+        meta.property(index).notifySignal().invoke(this, Qt::DirectConnection);
 }
 
 // --- size ----------------------------------------------------------------------------------------

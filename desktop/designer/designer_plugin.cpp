@@ -1,41 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/designer/designer_plugin.hpp"
 
+#include "desktop/property_names.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 
 #include <QIcon>
+#include <QMetaProperty>
 
 namespace vkr {
 
 namespace {
 
-struct PropertyNote {
-    const char* property;
-    const char* text;
-};
-
-// Shown beside the property in the editor.
-constexpr PropertyNote notes[] = {
-    {"userMode", "0 resets the shades of locked and yearly cells, 1 leaves them as set here"},
-    {"shadeColorLocked", "Background of cells that cannot be edited"},
-    {"shadeColorYear", "Background of the yearly cells"},
-    {"shadeColorQuarter", "Background of the quarterly cells"},
-    {"visibleQuarters", "Rows of the quarterly grid, 1 to 35"},
-    {"currentTab", "The tab that is shown first, 1 to 5"},
-    {"percentFormat", "Pattern of percentages, such as 0.0%"},
-    {"dateFormat", "Pattern of dates, such as MM/DD/YYYY"},
-    {"numberFormat", "Pattern of figures, such as #,##0.00"},
-    {"fractionDisplay", "Prices in eighths instead of decimals"},
-    {"borderStyle", "0 none, 1 a single line"},
-    {"platform", "0 standard, 1 ZX"},
-    {"sources", "Entries of the field Source"},
-    {"exchanges", "Entries of the field Exchange"},
-    {"industries", "Entries of the field Industry"},
-    {"applicationTitle", "Caption of the message boxes"},
-};
+// Shown beside a property in the editor.
+QString tooltip(const char* property, QLatin1String text) {
+    return QStringLiteral("<tooltip name=\"%1\">%2</tooltip>")
+        .arg(QLatin1String(property), QString(text).toHtmlEscaped());
+}
 
 // Neither translated nor of several lines.
-constexpr const char* patterns[] = {"percentFormat", "dateFormat", "numberFormat"};
+QString singleLine(const char* property) {
+    return QStringLiteral("<stringpropertyspecification name=\"%1\" notr=\"true\" "
+                          "type=\"singleline\"/>")
+        .arg(QLatin1String(property));
+}
 
 } // namespace
 
@@ -65,14 +52,18 @@ QIcon DesignerPlugin::icon() const {
 
 QString DesignerPlugin::domXml() const {
     QString specifications;
-    for (const auto& note : notes)
-        specifications +=
-            QStringLiteral("<tooltip name=\"%1\">%2</tooltip>")
-                .arg(QLatin1String(note.property), QString::fromLatin1(note.text).toHtmlEscaped());
-    for (const auto* pattern : patterns)
-        specifications += QStringLiteral("<stringpropertyspecification name=\"%1\" notr=\"true\" "
-                                         "type=\"singleline\"/>")
-                              .arg(QLatin1String(pattern));
+    const QMetaObject& widget = VKRDataEntryWidget::staticMetaObject;
+    for (const auto& row : propertyTable()) {
+        const int index = widget.indexOfProperty(widgetProperty(row).constData());
+        if (index < 0 || !widget.property(index).isDesignable())
+            continue;
+        const char* property = widget.property(index).name();
+        specifications += tooltip(
+            property, QLatin1String(row.meaning.data(), static_cast<int>(row.meaning.size())));
+        if (row.type == PropertyType::text)
+            specifications += singleLine(property);
+    }
+    specifications += tooltip("applicationTitle", QLatin1String("Caption of the message boxes"));
     return QStringLiteral("<ui language=\"c++\" displayname=\"Company Data Entry\">"
                           "<widget class=\"%1\" name=\"dataEntry\"/>"
                           "<customwidgets><customwidget>"

@@ -2,6 +2,8 @@
 #include "company/company_record.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
+#include "desktop/property_names.hpp"
+#include "desktop/qt_values.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "platform/property_bag.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
@@ -15,6 +17,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMetaProperty>
 #include <QPointer>
 #include <QScrollBar>
 #include <QShortcut>
@@ -26,6 +29,7 @@
 #include <QWindow>
 
 #include <functional>
+#include <set>
 
 namespace vkr {
 namespace {
@@ -313,6 +317,47 @@ TEST_F(DataEntryWidget, EveryPropertyIsWrittenReadAndTold) {
     }
     EXPECT_EQ(form().get<ComboBox>("cmbExchange").list(),
               (std::vector<std::string>{"NYSE", "XETRA"}));
+}
+
+// What the widget has of a property of the component.
+QVariant shownBy(const PropertyRow& row) {
+    switch (row.type) {
+    case PropertyType::boolean:
+        return row.start.number != 0;
+    case PropertyType::shortInteger:
+    case PropertyType::enumeration:
+        return row.start.number;
+    case PropertyType::color:
+        return toQt(static_cast<Color>(row.start.number));
+    case PropertyType::text:
+        return toQt(row.start.text);
+    default:
+        return QStringList();
+    }
+}
+
+TEST_F(DataEntryWidget, ItsPropertiesAreThoseOfTheTable) {
+    const auto* meta = entry->metaObject();
+    std::set<QByteArray> known{"decimalMark", "groupingMark", // together NumberMarks
+                               "title", "applicationTitle",   // of the widget itself
+                               "runMode"};
+    for (const auto& row : propertyTable()) {
+        const QByteArray name = widgetProperty(row);
+        if (name.isEmpty())
+            continue;
+        const auto property = meta->property(meta->indexOfProperty(name.constData()));
+        ASSERT_TRUE(property.isValid()) << row.name;
+        known.insert(name);
+        const QVariant start = shownBy(row);
+        EXPECT_EQ(property.metaType(), start.metaType()) << row.name;
+        EXPECT_EQ(property.read(entry), start) << row.name;
+        EXPECT_NE(row.access, PropertyAccess::none) << row.name;
+        EXPECT_EQ(property.isWritable(), row.access != PropertyAccess::read) << row.name;
+        EXPECT_EQ(QByteArray(property.notifySignal().name()), name + "Changed");
+        EXPECT_EQ(property.isDesignable(), row.property != EntryProperty::blnDirty) << row.name;
+    }
+    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i)
+        EXPECT_TRUE(known.contains(meta->property(i).name())) << meta->property(i).name();
 }
 
 TEST_F(DataEntryWidget, TheKeptPropertiesComeBack) {
