@@ -17,7 +17,7 @@ namespace {
 
 std::int16_t validInteger(const Variant& value) {
     if (!value.isNumeric() && !value.isEmpty())
-        throw std::invalid_argument("the setting is a whole number");
+        throw std::invalid_argument("The setting is a whole number.");
     const auto number = value.toLong();
     if (number < std::numeric_limits<std::int16_t>::min() ||
         number > std::numeric_limits<std::int16_t>::max())
@@ -98,7 +98,7 @@ class ReportingPeriod final : public Object {
 };
 
 [[noreturn]] void refuse(std::string_view name) {
-    throw std::invalid_argument("the record has no " + std::string(name));
+    throw std::invalid_argument("The record has no " + std::string(name) + ".");
 }
 
 } // namespace

@@ -13,7 +13,7 @@ namespace {
 
 double validNumber(double value) {
     if (!std::isfinite(value))
-        throw std::invalid_argument("the figure is not a finite number");
+        throw std::invalid_argument("The figure is not a finite number.");
     return value + 0.0; // -0 is no value as well
 }
 
@@ -21,7 +21,7 @@ Date validDay(Date date) {
     if (isAbsent(date))
         return {};
     if (date < *makeDate(100, 1, 1) || date >= Date{makeDate(9999, 12, 31)->serial + 1})
-        throw std::invalid_argument("the date is outside of the years 100 to 9999");
+        throw std::invalid_argument("The date is outside of the years 100 to 9999.");
     const auto [year, month, day] = civil(date);
     return makeDate(year, month, day).value();
 }
@@ -150,7 +150,7 @@ void CompanyRecord::write(datum_kind::Series /*kind*/, Datum datum, const Varian
     const VariantArray& given = value.array();
     const VariantArray& held = stored(datum).array();
     if (given.lower() != held.lower() || given.upper() != held.upper())
-        throw std::invalid_argument("the series has other bounds than the record's");
+        throw std::invalid_argument("The series has other bounds than the record's.");
     std::vector<double> numbers;
     numbers.reserve(given.size());
     for (int index = given.lower(); index <= given.upper(); ++index)

@@ -132,7 +132,7 @@ std::size_t validUtf8Length(std::string_view text) {
 
 std::string validText(std::string text) {
     if (!isValidUtf8(text))
-        throw std::invalid_argument("the text is not valid UTF-8");
+        throw std::invalid_argument("The text is not valid UTF-8.");
     return text;
 }
 

@@ -222,7 +222,7 @@ TEST(HostileKeys, ATextThatTheRecordCannotKeepIsMarked) {
     EXPECT_EQ(company->get_Name(), "Acme");
     EXPECT_EQ(scene.text("txtName"), "bad \xff");
     EXPECT_EQ(markOf(scene, "txtName"),
-              "This value could not be stored. the text is not valid UTF-8");
+              "This value could not be stored. The text is not valid UTF-8.");
 }
 
 TEST(HostileKeys, ANovelFitsIntoTheNotesAlone) {
