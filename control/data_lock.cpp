@@ -25,7 +25,7 @@ void DataLock::apply() {
     const Form::Update update(session_.form);
     const bool locked = session_.isLocked();
     for (const auto& control : session_.form.controls())
-        if (auto* field = dynamic_cast<TextField*>(control.get()))
+        if (auto* field = textFieldOf(control.get()))
             field->setLocked(locked);
     for (Label* label : labels_)
         label->setBackColor(locked ? shadeColor_ : colors::buttonFace);

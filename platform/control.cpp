@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/control.hpp"
 
-#include "platform/error_trap.hpp"
-#include "platform/form.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
@@ -15,10 +13,6 @@ Control::Control(ControlKind kind, Form& form, std::string_view name, int index,
 
 std::string Control::id() const {
     return index_ == noIndex ? name_ : name_ + "(" + std::to_string(index_) + ")";
-}
-
-void Control::notify(Property property) {
-    form_.tellChanged(*this, property);
 }
 
 void Control::move(Twips left, Twips top) {
@@ -75,7 +69,7 @@ bool Control::isFocusable() const {
 }
 
 void Control::setToolTip(std::string_view toolTip) {
-    assign(toolTip_, std::string(toolTip), Property::toolTip);
+    assign(toolTip_, toolTip, Property::toolTip);
 }
 
 bool Control::hasColors() const {
@@ -116,21 +110,6 @@ void Control::setCaption(std::string_view caption) {
         return;
     caption_ = caption;
     notify(Property::caption);
-}
-
-int Control::tabIndex() const {
-    const auto& order = form_.tabOrder();
-    return static_cast<int>(std::find(order.begin(), order.end(), this) - order.begin());
-}
-
-void Control::setTabIndex(int index) {
-    form_.setTabIndex(*this, index);
-}
-void Control::bringToFront() {
-    form_.reorderFront(*this);
-}
-void Control::setFocus() {
-    form_.focus(*this);
 }
 
 void TextField::setText(std::string_view text) {
@@ -264,18 +243,6 @@ void ComboBox::findText() {
     listIndex_ = found == list_.end() ? -1 : static_cast<int>(found - list_.begin());
 }
 
-void OptionButton::setValue(bool value) {
-    if (value == value_)
-        return;
-    if (value)
-        for (int i = form().lowerBound(name()); i <= form().upperBound(name()); ++i)
-            if (auto* other = dynamic_cast<OptionButton*>(form().find(name(), i));
-                other != nullptr && other != this)
-                other->setValue(false);
-    value_ = value;
-    notify(Property::value);
-}
-
 void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeChange) {
     maximum = std::max(minimum, maximum);
     smallChange = std::max(1, smallChange);
@@ -290,15 +257,6 @@ void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeCha
         setValue(value_);
     else if (changed)
         notify(Property::value);
-}
-
-void ScrollBar::setValue(int value) {
-    value = std::clamp(value, minimum_, maximum_);
-    if (value == value_)
-        return;
-    value_ = value;
-    notify(Property::value);
-    ifPossible([&] { form().handler().onScroll(*this); });
 }
 
 const Tab& TabStrip::tab(int index) const {
@@ -316,16 +274,6 @@ void TabStrip::setTabCaption(int index, std::string_view caption) {
         return;
     changed = caption;
     notify(Property::caption);
-}
-
-void TabStrip::selectTab(int index) {
-    if (index < 1 || index > count())
-        throw std::out_of_range(id() + " has no tab " + std::to_string(index));
-    if (index != selected_) {
-        selected_ = index;
-        notify(Property::value);
-    }
-    ifPossible([&] { form().handler().onTabSelected(*this); });
 }
 
 } // namespace vkr

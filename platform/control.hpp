@@ -90,6 +90,9 @@ class Control {
     [[nodiscard]] bool isShown() const;
     [[nodiscard]] bool isEnabled() const;
     [[nodiscard]] bool isFocusable() const; // of a kind that takes the focus at all
+    [[nodiscard]] bool isField() const {    // a TextField
+        return kind_ == ControlKind::textBox || kind_ == ControlKind::comboBox;
+    }
     [[nodiscard]] bool canTakeFocus() const { return isFocusable() && isShown() && isEnabled(); }
 
     [[nodiscard]] const std::string& tag() const { return tag_; }
@@ -99,7 +102,7 @@ class Control {
     // The name for people who hear the form instead of seeing it. Empty: adapters take the caption.
     [[nodiscard]] const std::string& accessibleName() const { return accessibleName_; }
     void setAccessibleName(std::string_view name) {
-        assign(accessibleName_, std::string(name), Property::toolTip);
+        assign(accessibleName_, name, Property::toolTip);
     }
 
     // Scroll bars and spinners have no colours of their own: setting one throws.
@@ -123,8 +126,8 @@ class Control {
   protected:
     Control(ControlKind kind, Form& form, std::string_view name, int index, Frame* container);
     void notify(Property property);
-    template <typename T>
-    void assign(T& member, const T& value, Property property) {
+    template <typename T, typename Value>
+    void assign(T& member, const Value& value, Property property) {
         if (member == value)
             return;
         member = value;
@@ -242,6 +245,15 @@ class TextField : public Control {
     bool capitals_ = false;
     bool locked_ = false;
 };
+
+// The text field that a control is; null for every other kind, and for null.
+[[nodiscard]] inline TextField* textFieldOf(Control* control) {
+    return control != nullptr && control->isField() ? static_cast<TextField*>(control) : nullptr;
+}
+[[nodiscard]] inline const TextField* textFieldOf(const Control* control) {
+    return control != nullptr && control->isField() ? static_cast<const TextField*>(control)
+                                                    : nullptr;
+}
 
 class TextBox : public TextField {
   public:

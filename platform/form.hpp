@@ -9,11 +9,15 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vkr {
+
+struct Stroke;
+class NativeEditor;
 
 // What a form does when the user acts; the component implements it. The order in which the calls
 // come is the form's: mouse down (buttons) or after the focus has moved (fields), key down, key
@@ -155,10 +159,26 @@ class Form {
     void settleFocus();
     [[nodiscard]] const std::vector<Control*>& tabOrder() const { return tabOrder_; }
 
+    // --- native focus, for adapters -----------------------------------------------------------
+    // The control whose native one is to have the keys, now and after focusChanged(); null: the
+    // form's own surface, where no control can take them, or the form does not have the focus.
+    [[nodiscard]] Control* keyTarget() const;
+    // Native focus has come by itself: to a control or to the form's surface (null), from the
+    // host's control beside the form by Tab or Shift+Tab, or some other way.
+    void focusCame(Control* control, std::optional<FocusDirection> tabbed = std::nullopt);
+
     // --- input, for adapters: what the user did --------------------------------------------
     // The focus went to a control of the host: the active control is left. Not to be called
     // when another window, a message box, a menu or a list takes the focus for a while.
     void focusLeft();
+    // A key is pressed: key down, key press, the native control's own editing, keystrokes that
+    // handlers have sent. False: neither form nor control has a use for it, it is the host's.
+    bool stroke(const Stroke& stroke, NativeEditor& editor);
+    // Whether a key is the component's before it is a shortcut of the host.
+    [[nodiscard]] bool uses(const Stroke& stroke) const;
+    // What an input method has composed passes the same filter as keys, character by character.
+    void commit(std::u32string_view text, NativeEditor& editor);
+    // The parts of a stroke.
     // Key down at the active control: mnemonics, tabbing, the handler, keys of buttons, options
     // and lists. False when the key is used up; else key press and the field's own editing follow.
     // `repeated` is a key that is held down; function keys and the Menu key act once a press.
@@ -167,8 +187,7 @@ class Form {
     // The character may be replaced by the handler. False when it is swallowed, or has no room.
     bool keyPress(char32_t& character);
     void keyUp(KeyCode key, int shift);
-    // Ends one key stroke: keystrokes that handlers have sent are carried out now. Adapters call
-    // it after the field's own editing.
+    // Ends one key stroke: keystrokes that handlers have sent are carried out now.
     void keyDone();
     // The key whose press is under way, keys::none between two of them.
     [[nodiscard]] KeyCode pressedKey() const { return pressedKey_; }
@@ -220,6 +239,8 @@ class Form {
     void setTabIndex(Control& control, int index);
     void reorderFront(Control& control);
     bool leave();
+    bool conduct(const Stroke& stroke, NativeEditor& editor);
+    bool type(char32_t character, NativeEditor& editor);
     [[nodiscard]] bool holds(const Control& control) const;
     [[nodiscard]] bool passesOver(const OptionButton& option) const;
     bool builtInKey(Control& control, KeyCode key, int shift);

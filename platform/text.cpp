@@ -181,6 +181,10 @@ std::string cleanedPaste(std::string_view text, bool multiLine) {
         text.remove_suffix(1);
     if (!multiLine && text.ends_with('\r'))
         text.remove_suffix(1);
+    return cleanedText(text, multiLine);
+}
+
+std::string cleanedText(std::string_view text, bool multiLine) {
     constexpr char32_t replacement = 0xFFFD;
     std::string cleaned;
     bool carriageReturn = false;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/date.hpp"
-#include "platform/object.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -15,6 +14,7 @@
 
 namespace vkr {
 
+class Object;
 class Variant;
 
 // An array that carries its own lower and upper bound. An array of numbers keeps plain doubles;

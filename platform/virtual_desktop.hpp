@@ -10,8 +10,10 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -148,6 +150,10 @@ class VirtualDesktop : public Services, private FormObserver {
     // of the field and no characters. Keys that follow one that took the focus out of the form
     // are lost to it.
     void type(std::string_view notation);
+    // Keys that the host has for itself, such as "^s": it gets those that the component does not
+    // use, and the form does not hear of them.
+    void addHostShortcut(std::string_view notation);
+    [[nodiscard]] int hostShortcutsFired() const { return firedShortcuts_; }
 
     // --- mouse ---------------------------------------------------------------------------------
     // Controls are given by their id, "cmdOK" or "txtSales(3)", or by name and index. One that is
@@ -201,9 +207,8 @@ class VirtualDesktop : public Services, private FormObserver {
     // ids in the order met, beginning where the focus is, or where it enters.
     std::vector<std::string> tabWalk();
 
-    // --- what is on screen
-    // ------------------------------------------------------------------------- The control of an
-    // id, whether it can be seen or not; an unknown one throws.
+    // --- what is on screen ---------------------------------------------------------------------
+    // The control of an id, whether it can be seen or not; an unknown one throws.
     [[nodiscard]] Control& control(std::string_view id, int index = Control::noIndex) const;
     // Whether a person can see it and reach it with the mouse.
     [[nodiscard]] bool canReach(std::string_view id, int index = Control::noIndex) const;
@@ -247,8 +252,9 @@ class VirtualDesktop : public Services, private FormObserver {
     void focusChanged() override;
     void noteOver() override { note_.reset(); }
 
-    void strike(const KeyStroke& stroke);
-    void typeCharacter(char32_t character);
+    class Editor;
+
+    void strike(const KeyStroke& pressed);
     [[nodiscard]] TextField* editedField() const;
     [[nodiscard]] TextField& focusedField() const;
 
@@ -269,6 +275,8 @@ class VirtualDesktop : public Services, private FormObserver {
     bool pressing_ = false;
     bool away_ = false;
     bool hostControls_ = false;
+    std::set<std::pair<KeyCode, int>> hostShortcuts_;
+    int firedShortcuts_ = 0;
 
     std::string clipboard_;
     Date today_ = defaultToday;

@@ -185,6 +185,26 @@ void VirtualFields::moveCaret(TextField& field, const KeyStroke& stroke) {
 
 // --- keys ----------------------------------------------------------------------------------------
 
+bool VirtualFields::isCommand(const KeyStroke& stroke) {
+    switch (stroke.key) {
+    case 'A':
+    case 'C':
+    case 'V':
+    case 'X':
+    case 'Z':
+    case keys::insert:
+    case keys::backspace:
+    case keys::del:
+    case keys::left:
+    case keys::right:
+    case keys::home:
+    case keys::end:
+        return stroke.shift == shifts::control;
+    default:
+        return false;
+    }
+}
+
 void VirtualFields::key(TextField& field, const KeyStroke& stroke) {
     if ((stroke.shift & shifts::alt) != 0 || shortcut(field, stroke))
         return;

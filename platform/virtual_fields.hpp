@@ -26,6 +26,8 @@ class VirtualFields {
     void modelChanged(const TextField& field, Property property);
     void endRuns(); // typing from now on is a new undo step
 
+    // Copy, paste, undo, to the next word and their like.
+    [[nodiscard]] static bool isCommand(const KeyStroke& stroke);
     // A key that came through key down, without a character or with Ctrl or Alt held.
     void key(TextField& field, const KeyStroke& stroke);
     // A character that came through key press.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/object.hpp"
 #include "platform/variant.hpp"
 
 #include <cmath>
