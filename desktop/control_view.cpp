@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/control_view.hpp"
 
-#include "desktop/form_view.hpp"
 #include "desktop/readable_colors.hpp"
 #include "platform/text.hpp"
 
 #include <QContextMenuEvent>
+#include <QPainter>
 #include <QWheelEvent>
 
 namespace vkr {
@@ -23,10 +23,33 @@ MouseButton buttonOf(Qt::MouseButton button) {
     }
 }
 
+bool isPointer(const QEvent& event) {
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void paintMark(QWidget& widget, MarkKind kind) {
+    if (kind == MarkKind::none)
+        return;
+    const QColor wanted =
+        kind == MarkKind::unstored ? mark_colors::unstored : mark_colors::doubtful;
+    const QColor behind = widget.palette().color(QPalette::Base);
+    QPainter painter(&widget);
+    painter.setPen(QPen(readable(wanted, behind, signContrast), 2));
+    painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
+}
+
 } // namespace
 
 Form& ControlView::form() const {
-    return view_.form();
+    return host_.form();
 }
 
 void ControlView::setWidget(QWidget& widget) {
@@ -80,36 +103,37 @@ void ControlView::showDue() {
     }
 }
 
+void ControlView::show(Property property, std::span<const Setter> setters) {
+    for (const Setter& setter : setters)
+        if (setter.property == property)
+            (this->*setter.show)();
+}
+
 void ControlView::show(Property property) {
-    switch (property) {
-    case Property::place:
-        place();
-        showVisible();
-        break;
-    case Property::visible:
-        showVisible();
-        break;
-    case Property::enabled:
-        showEnabled();
-        break;
-    case Property::colors:
-        showColors();
-        break;
-    case Property::caption:
-    case Property::toolTip:
-    case Property::mark:
-        showNames();
-        break;
-    case Property::order:
-        widget_->raise();
-        break;
-    default:
-        break;
-    }
+    static const Setter setters[] = {
+        {Property::place, &ControlView::showPlace},
+        {Property::visible, &ControlView::showVisible},
+        {Property::enabled, &ControlView::showEnabled},
+        {Property::colors, &ControlView::showColors},
+        {Property::caption, &ControlView::showNames},
+        {Property::toolTip, &ControlView::showNames},
+        {Property::mark, &ControlView::showNames},
+        {Property::order, &ControlView::showOrder},
+    };
+    show(property, setters);
 }
 
 void ControlView::place() {
-    widget_->setGeometry(view_.scale().rect(*control_));
+    widget_->setGeometry(host_.scale().rect(*control_));
+}
+
+void ControlView::showPlace() {
+    place();
+    showVisible();
+}
+
+void ControlView::showOrder() {
+    widget_->raise();
 }
 
 // What is on a parked page is nowhere, for screen readers as well.
@@ -126,7 +150,7 @@ void ControlView::showColors() {
     const QColor fore = toQt(control_->foreColor());
     // Black on the system colour is whatever is readable on this desktop.
     const bool own = back.isValid() || control_->foreColor() != colors::black;
-    const QColor behind = back.isValid() ? back : view_.palette().color(QPalette::Window);
+    const QColor behind = back.isValid() ? back : host_.surface().palette().color(QPalette::Window);
     QPalette palette;
     if (back.isValid())
         for (const auto role : {QPalette::Window, QPalette::Button})
@@ -140,13 +164,11 @@ void ControlView::showColors() {
 }
 
 void ControlView::showNames() {
-    if (!view_.hasBeenShown())
+    if (!host_.hasBeenShown())
         return; // the first record changes most of them once more
     const Control& shown = *control_;
-    const bool isField =
-        shown.kind() == ControlKind::textBox || shown.kind() == ControlKind::comboBox;
-    const QString reason =
-        isField ? toQt(static_cast<const TextField&>(shown).mark().reason) : QString();
+    const auto* field = textFieldOf(&shown);
+    const QString reason = field == nullptr ? QString() : toQt(field->mark().reason);
     const QString name = toQt(shown.accessibleName().empty() ? withoutMnemonic(shown.caption())
                                                              : shown.accessibleName());
     if (widget_->accessibleName() != name)
@@ -168,54 +190,24 @@ bool ControlView::pass(QEvent& event, QWidget& source, NativeEvent native) {
 bool ControlView::handle(QEvent& event, QWidget& source, NativeEvent native) {
     if (control_ == nullptr)
         return native(source, event);
-    const auto type = event.type();
-    if (type == QEvent::Paint) {
+    if (event.type() == QEvent::Paint) {
         const bool painted = native(source, event);
-        if (const auto* field = dynamic_cast<TextField*>(control_);
-            field != nullptr && &source == widget_)
-            FormView::paintMark(source, field->mark().kind);
+        if (const auto* field = textFieldOf(control_); field != nullptr && &source == widget_)
+            paintMark(source, field->mark().kind);
         return painted;
     }
     if (passing())
         return native(source, event);
-    const bool mouse = type == QEvent::MouseButtonPress || type == QEvent::MouseMove ||
-                       type == QEvent::MouseButtonRelease || type == QEvent::MouseButtonDblClick;
-    if (mouse && !source.isEnabled()) {
+    if (isPointer(event) && !source.isEnabled()) {
         event.accept(); // it must not reach what lies behind
         return true;
     }
-    if (handleOwn(event, source, native))
-        return true;
-    switch (type) {
-    case QEvent::KeyPress:
-        view_.keyPress(static_cast<QKeyEvent&>(event), *this);
-        return true;
-    case QEvent::KeyRelease:
-        view_.keyRelease(static_cast<QKeyEvent&>(event), *this);
-        return true;
-    case QEvent::InputMethod:
-        view_.inputMethod(static_cast<QInputMethodEvent&>(event), *this);
-        return true;
-    case QEvent::ShortcutOverride:
-        pass(event, source, native);
-        if (view_.usesKey(static_cast<QKeyEvent&>(event)))
-            event.accept();
-        return true;
-    case QEvent::FocusIn:
-    case QEvent::FocusOut: {
-        const auto reason = static_cast<QFocusEvent&>(event).reason();
-        {
-            const Nested nested(showing_);
-            pass(event, source, native);
-        }
-        if (type == QEvent::FocusIn)
-            view_.focusCame(*this, reason);
-        else
-            view_.focusWent(reason);
-        if (type == QEvent::FocusOut && control_ != nullptr && !isActive())
-            focusLost();
-        return true;
-    }
+    return handleOwn(event, source, native) || handlePointer(event, source, native) ||
+           handleKeys(event, source, native) || pass(event, source, native);
+}
+
+bool ControlView::handlePointer(QEvent& event, QWidget& source, NativeEvent native) {
+    switch (event.type()) {
     case QEvent::MouseButtonPress:
         event.accept();
         press(static_cast<QMouseEvent&>(event), source, native);
@@ -232,14 +224,54 @@ bool ControlView::handle(QEvent& event, QWidget& source, NativeEvent native) {
         doubleClick(static_cast<QMouseEvent&>(event), source, native);
         return true;
     case QEvent::Wheel:
-        view_.wheel(static_cast<QWheelEvent&>(event), *this);
+        host_.wheel(static_cast<QWheelEvent&>(event), *this);
         return true;
     case QEvent::ContextMenu: // the form has its own
         event.accept();
         return true;
     default:
-        return pass(event, source, native);
+        return false;
     }
+}
+
+bool ControlView::handleKeys(QEvent& event, QWidget& source, NativeEvent native) {
+    switch (event.type()) {
+    case QEvent::KeyPress:
+        host_.keyPress(static_cast<QKeyEvent&>(event), *this);
+        return true;
+    case QEvent::KeyRelease:
+        host_.keyRelease(static_cast<QKeyEvent&>(event), *this);
+        return true;
+    case QEvent::InputMethod:
+        host_.inputMethod(static_cast<QInputMethodEvent&>(event), *this);
+        return true;
+    case QEvent::ShortcutOverride:
+        pass(event, source, native);
+        if (host_.usesKey(static_cast<QKeyEvent&>(event)))
+            event.accept();
+        return true;
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        handleFocus(static_cast<QFocusEvent&>(event), source, native);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ControlView::handleFocus(QFocusEvent& event, QWidget& source, NativeEvent native) {
+    const bool came = event.type() == QEvent::FocusIn;
+    const auto reason = event.reason();
+    {
+        const Nested nested(showing_);
+        pass(event, source, native);
+    }
+    if (came)
+        host_.focusCame(this, reason);
+    else
+        host_.focusWent(reason);
+    if (!came && control_ != nullptr && !isActive())
+        focusLost();
 }
 
 bool ControlView::isInside(const QMouseEvent& event, const QWidget& source) const {
@@ -247,11 +279,11 @@ bool ControlView::isInside(const QMouseEvent& event, const QWidget& source) cons
 }
 
 void ControlView::beginPress(const QMouseEvent& event, int tab) {
-    view_.beginPress(*this, buttonOf(event.button()), event.globalPosition().toPoint(), tab);
+    host_.beginPress(*this, buttonOf(event.button()), event.globalPosition().toPoint(), tab);
 }
 
 void ControlView::endPress(const QMouseEvent& event, const QWidget& source) {
-    view_.endPress(*this, buttonOf(event.button()), isInside(event, source));
+    host_.endPress(*this, buttonOf(event.button()), isInside(event, source));
 }
 
 void ControlView::press(QMouseEvent& event, QWidget& /*source*/, NativeEvent /*native*/) {

@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/qt_values.hpp"
-#include "platform/form.hpp"
+#include "desktop/view_host.hpp"
 
 #include <QMouseEvent>
 #include <QObject>
 #include <QWidget>
 
+#include <span>
 #include <utility>
 
 namespace vkr {
-
-class FormView;
 
 // Counts up while it lives.
 class Nested {
@@ -34,15 +32,16 @@ using NativeEvent = bool (*)(QWidget& widget, QEvent& event);
 // long as its control, or a little longer: without a control it does nothing.
 class ControlView : public QObject {
   public:
-    ControlView(FormView& view, Control& control) : view_(view), control_(&control) {}
+    ControlView(ViewHost& host, Control& control) : host_(host), control_(&control) {}
 
     [[nodiscard]] Control* control() const { return control_; }
     [[nodiscard]] QWidget& widget() const { return *widget_; }
-    [[nodiscard]] FormView& view() const { return view_; }
+    [[nodiscard]] ViewHost& host() const { return host_; }
 
-    // After a change of the model.
+    // After a change of the model. Each kind of control has a table of native setters, which come
+    // after those that all have in common.
     virtual void show(Property property);
-    virtual void showAll();
+    void showAll();
     // After a change that nobody sees: the widget gets it with showDue().
     void showLater(Property property);
     void showDue();
@@ -63,6 +62,16 @@ class ControlView : public QObject {
     void forget() { control_ = nullptr; }
 
   protected:
+    struct Setter {
+        Property property;
+        void (ControlView::*show)();
+
+        template <typename View>
+        Setter(Property changed, void (View::*setter)())
+            : property(changed), show(static_cast<void (ControlView::*)()>(setter)) {}
+    };
+    void show(Property property, std::span<const Setter> setters);
+
     void setWidget(QWidget& widget);
     // Events that the kind of control treats in its own way; true when done.
     virtual bool handleOwn(QEvent& /*event*/, QWidget& /*source*/, NativeEvent /*native*/) {
@@ -73,7 +82,6 @@ class ControlView : public QObject {
     virtual void release(QMouseEvent& event, QWidget& source, NativeEvent native);
     virtual void doubleClick(QMouseEvent& event, QWidget& source, NativeEvent native);
     virtual void showColors();
-    virtual void showEnabled();
     void showNames();
 
     bool pass(QEvent& event, QWidget& source, NativeEvent native);
@@ -87,9 +95,15 @@ class ControlView : public QObject {
     int showing_ = 0; // the model is being shown: what the widget signals is no input
 
   private:
+    bool handlePointer(QEvent& event, QWidget& source, NativeEvent native);
+    bool handleKeys(QEvent& event, QWidget& source, NativeEvent native);
+    void handleFocus(QFocusEvent& event, QWidget& source, NativeEvent native);
+    void showPlace();
+    void showEnabled();
     void showVisible();
+    void showOrder();
 
-    FormView& view_;
+    ViewHost& host_;
     Control* control_;
     QWidget* widget_ = nullptr;
     unsigned due_ = 0; // properties that the widget does not show yet

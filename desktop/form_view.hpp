@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/qt_values.hpp"
-#include "platform/form.hpp"
+#include "desktop/view_host.hpp"
 
 #include <QPointer>
 #include <QWidget>
@@ -31,26 +30,21 @@ class FieldView;
 // model while its frame is not on show is drawn when the frame comes on show again.
 //
 // The form must outlive its view.
-class FormView : public QWidget, private FormObserver {
+class FormView : public QWidget, public ViewHost, private FormObserver {
   public:
     explicit FormView(Form& form, QWidget* parent = nullptr);
     ~FormView() override;
 
-    [[nodiscard]] Form& form() const { return *form_; }
     // The native widget of a control as its model is now, made where the control has not been on
     // show yet; null for menu entries.
     [[nodiscard]] QWidget* widgetOf(const Control& control);
     // Null where the control has not been on show yet.
-    [[nodiscard]] QWidget* madeWidgetOf(const Control& control) const;
     [[nodiscard]] FieldView* fieldView(const TextField& field) const;
 
-    [[nodiscard]] PixelScale scale() const { return scale_; }
     // Follows the screen unless set.
     void setDotsPerInch(double dotsPerInch);
     // The application's family in the size of the form.
     [[nodiscard]] static QFont fontFor(const PixelScale& scale);
-    // Of a text in that font; quick for figures.
-    [[nodiscard]] int widthOf(const QString& text) const;
     [[nodiscard]] QSize sizeOf(Twips width, Twips height) const;
 
     // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0);
@@ -60,37 +54,33 @@ class FormView : public QWidget, private FormObserver {
     // A dialog or a menu is about to take the pointer: the release of a press that is under way
     // will not come here.
     void interrupted() { ++interruptions_; }
-
-    // --- for the views of the controls -------------------------------------------------------
-    void keyPress(QKeyEvent& event, ControlView& origin);
-    void keyRelease(QKeyEvent& event, ControlView& origin);
-    void inputMethod(QInputMethodEvent& event, ControlView& origin);
-    void wheel(QWheelEvent& event, ControlView& origin);
-    // Of a field in these colours. All that are alike share it.
-    [[nodiscard]] const QPalette& fieldPalette(const QColor& back, const QColor& fore);
     // Where on the screen the press is that the form is just hearing of.
     [[nodiscard]] std::optional<QPoint> pressPlace() const { return pressPlace_; }
-    // Whether a key is the component's before it is a shortcut of the host.
-    [[nodiscard]] bool usesKey(const QKeyEvent& event) const;
-    void focusCame(ControlView& view, Qt::FocusReason reason);
-    void focusWent(Qt::FocusReason reason);
-    // `place` is where on the screen; nothing for a press without a pointer. `tab` is the one under
-    // the pointer.
-    void beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place = {},
-                    int tab = 0);
-    void endPress(ControlView& view, MouseButton button, bool inside);
-    void giveUpPress();
-    [[nodiscard]] bool isPressed(const ControlView& view) const;
-
-    // Options and check boxes as their models have them.
-    void showChoices();
 
     // A word at a field, in front of everything, until the form says that it is over.
     void showNote(const Control& control, const QString& text);
 
-    static void paintMark(QWidget& widget, MarkKind kind); // nothing for none
-    // Names and tool tips are there from the first show on.
-    [[nodiscard]] bool hasBeenShown() const { return shown_; }
+    // --- for the views of the controls -------------------------------------------------------
+    [[nodiscard]] Form& form() const override { return *form_; }
+    [[nodiscard]] const QWidget& surface() const override { return *this; }
+    [[nodiscard]] PixelScale scale() const override { return scale_; }
+    [[nodiscard]] int widthOf(const QString& text) const override;
+    [[nodiscard]] const QPalette& fieldPalette(const QColor& back, const QColor& fore) override;
+    [[nodiscard]] QWidget* madeWidgetOf(const Control& control) const override;
+    [[nodiscard]] bool hasBeenShown() const override { return shown_; }
+    void showChoices() override;
+    void keyPress(QKeyEvent& event, ControlView& origin) override;
+    void keyRelease(QKeyEvent& event, ControlView& origin) override;
+    void inputMethod(QInputMethodEvent& event, ControlView& origin) override;
+    void wheel(QWheelEvent& event, ControlView& origin) override;
+    [[nodiscard]] bool usesKey(const QKeyEvent& event) const override;
+    void focusCame(ControlView* view, Qt::FocusReason reason) override;
+    void focusWent(Qt::FocusReason reason) override;
+    void beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place = {},
+                    int tab = 0) override;
+    void endPress(ControlView& view, MouseButton button, bool inside) override;
+    void giveUpPress() override;
+    [[nodiscard]] bool isPressed(const ControlView& view) const override;
 
   protected:
     bool event(QEvent* event) override;
@@ -98,6 +88,9 @@ class FormView : public QWidget, private FormObserver {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    class KeyEditor;
+    class InputEditor;
+
     void controlAdded(Control& control) override;
     void controlRemoved(Control& control) override;
     void controlChanged(Control& control, Property property) override;
@@ -119,13 +112,12 @@ class FormView : public QWidget, private FormObserver {
     void followTheme();
     void catchUp();
     void feedKey(QKeyEvent& event);
-    bool typeCharacter(char32_t character, const std::function<void(const QString&)>& type);
     void followFocus();
-    void enter(Qt::FocusReason reason, Control* control);
     bool tabOut(FocusDirection direction);
     [[nodiscard]] bool isInside(const QWidget* widget) const;
     [[nodiscard]] bool isOfHost(const QWidget* widget) const;
     void turnWheel(QWheelEvent& event, ControlView* origin);
+    bool inputEvent(QEvent& event);
 
     Form* form_;
     PixelScale scale_;

@@ -2,9 +2,10 @@
 #include "desktop/qt_services.hpp"
 
 #include "desktop/calendar_dialog.hpp"
-#include "desktop/field_views.hpp"
+#include "desktop/field_view.hpp"
 #include "desktop/form_view.hpp"
 #include "desktop/qt_values.hpp"
+#include "platform/message_box.hpp"
 
 #include <QApplication>
 #include <QClipboard>
@@ -23,36 +24,30 @@ namespace vkr {
 
 namespace {
 
-constexpr int buttonsMask = 0x0F;
-constexpr int iconMask = 0x70;
-constexpr int defaultMask = 0x300;
+struct ButtonRow {
+    MessageAnswer answer;
+    QMessageBox::StandardButton button;
+};
+constexpr ButtonRow buttonRows[] = {
+    {MessageAnswer::ok, QMessageBox::Ok},
+    {MessageAnswer::cancel, QMessageBox::Cancel},
+    {MessageAnswer::yes, QMessageBox::Yes},
+    {MessageAnswer::no, QMessageBox::No},
+};
 
-QList<QMessageBox::StandardButton> buttonsOf(int code) {
-    constexpr int okCancel = 1;
-    constexpr int yesNoCancel = 3;
-    switch (code & buttonsMask) {
-    case okCancel:
-        return {QMessageBox::Ok, QMessageBox::Cancel};
-    case yesNoCancel:
-        return {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel};
-    case message_box::yesNo:
-        return {QMessageBox::Yes, QMessageBox::No};
-    default:
-        return {QMessageBox::Ok};
-    }
+QMessageBox::StandardButton buttonOf(MessageAnswer answer) {
+    return std::ranges::find(buttonRows, answer, &ButtonRow::answer)->button;
 }
 
-QMessageBox::Icon iconOf(int code) {
-    constexpr int criticalIcon = 16;
-    constexpr int informationIcon = 64;
-    switch (code & iconMask) {
-    case criticalIcon:
+QMessageBox::Icon iconOf(MessageIcon icon) {
+    switch (icon) {
+    case MessageIcon::critical:
         return QMessageBox::Critical;
-    case message_box::questionIcon:
+    case MessageIcon::question:
         return QMessageBox::Question;
-    case message_box::exclamationIcon:
+    case MessageIcon::warning:
         return QMessageBox::Warning;
-    case informationIcon:
+    case MessageIcon::information:
         return QMessageBox::Information;
     default:
         return QMessageBox::NoIcon;
@@ -73,24 +68,6 @@ class Opened {
   private:
     QPointer<Window> window_;
 };
-
-MessageAnswer answerOf(int button, const QList<QMessageBox::StandardButton>& offered) {
-    switch (button) {
-    case QMessageBox::Yes:
-        return MessageAnswer::yes;
-    case QMessageBox::No:
-        return MessageAnswer::no;
-    case QMessageBox::Cancel:
-        return MessageAnswer::cancel;
-    case QMessageBox::Ok:
-        return MessageAnswer::ok;
-    default:
-        // Closed without an answer. A question is not agreed to that way.
-        return offered.contains(QMessageBox::No)       ? MessageAnswer::no
-               : offered.contains(QMessageBox::Cancel) ? MessageAnswer::cancel
-                                                       : MessageAnswer::ok;
-    }
-}
 
 } // namespace
 
@@ -131,24 +108,23 @@ void QtServices::interrupt() {
 
 MessageAnswer QtServices::messageBox(const std::string& text, int buttons,
                                      const std::string& title) {
-    const auto offered = buttonsOf(buttons);
+    const auto look = messageBoxLook(buttons);
     if (owner_ == nullptr)
-        return answerOf(QMessageBox::NoButton, offered);
+        return look.closed;
     interrupt();
     const Opened<QMessageBox> box(new QMessageBox(window()));
     box->setTextFormat(Qt::PlainText);
-    box->setIcon(iconOf(buttons));
+    box->setIcon(iconOf(look.icon));
     box->setWindowTitle(toQt(title));
     box->setText(withLineFeeds(toQt(text)));
-    for (const auto button : offered)
-        box->addButton(button);
-    const auto chosen = (buttons & defaultMask) / message_box::defaultSecondButton;
-    box->setDefaultButton(offered.at(std::min<qsizetype>(chosen, offered.size() - 1)));
-    box->setEscapeButton(offered.contains(QMessageBox::Cancel) ? QMessageBox::Cancel
-                         : offered.contains(QMessageBox::No)   ? QMessageBox::No
-                                                               : QMessageBox::Ok);
+    for (const auto answer : look.buttons)
+        box->addButton(buttonOf(answer));
+    box->setDefaultButton(buttonOf(look.chosen));
+    box->setEscapeButton(buttonOf(look.closed));
     const Call call(*this, box.get());
-    return answerOf(box->exec(), offered);
+    const int pressed = box->exec();
+    const auto* row = std::ranges::find(buttonRows, pressed, &ButtonRow::button);
+    return row == std::end(buttonRows) ? look.closed : row->answer;
 }
 
 bool QtServices::clipboardHasText() {

@@ -136,6 +136,10 @@ int shiftOf(Qt::KeyboardModifiers modifiers) {
            (modifiers.testFlag(Qt::AltModifier) ? shifts::alt : 0);
 }
 
+namespace {
+
+// The characters that the key presses: Enter, Backspace, Esc and all that can be printed. Empty
+// for shortcuts, arrows, Delete and their like.
 QString charactersPressed(const QKeyEvent& event) {
     const auto modifiers = event.modifiers();
     const bool control = modifiers.testFlag(Qt::ControlModifier);
@@ -162,52 +166,42 @@ QString charactersPressed(const QKeyEvent& event) {
     return !text.isEmpty() && isPrintable(text.at(0)) ? text : QString();
 }
 
-// --- pasted text ---------------------------------------------------------------------------------
-
-namespace {
-
-bool breaksLine(QChar unit) {
-    return unit == u'\r' || unit == u'\n' || unit == QChar::LineSeparator ||
-           unit == QChar::ParagraphSeparator;
+// To the fields of this desktop.
+bool isCommand(const QKeyEvent& event) {
+    for (const auto command :
+         {QKeySequence::Copy, QKeySequence::Cut, QKeySequence::Paste, QKeySequence::Undo,
+          QKeySequence::Redo, QKeySequence::SelectAll, QKeySequence::DeleteStartOfWord,
+          QKeySequence::DeleteEndOfWord, QKeySequence::MoveToNextWord,
+          QKeySequence::MoveToPreviousWord, QKeySequence::MoveToStartOfDocument,
+          QKeySequence::MoveToEndOfDocument})
+        if (event.matches(command))
+            return true;
+    return false;
 }
 
-bool isControl(QChar unit) {
-    return unit.unicode() < 0x20 || (unit.unicode() >= 0x7F && unit.unicode() <= 0x9F);
-}
-
-QString cleaned(const QString& text, QChar lineBreak, QChar tab) {
-    const bool clean = std::none_of(text.begin(), text.end(),
-                                    [](QChar unit) { return isControl(unit) || breaksLine(unit); });
-    if (clean)
-        return text;
-    QString result;
-    result.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar unit = text.at(i);
-        if (unit == u'\n' && i > 0 && text.at(i - 1) == u'\r')
-            continue;
-        if (breaksLine(unit))
-            result += lineBreak;
-        else if (unit == u'\t')
-            result += tab;
-        else if (!isControl(unit))
-            result += unit;
-    }
-    return result;
+// On the key, whatever is held beside it.
+char32_t characterOn(const QKeyEvent& event) {
+    constexpr int beyondCharacters = 0x110000;
+    if (event.key() < beyondCharacters)
+        return static_cast<char32_t>(event.key());
+    return event.text().isEmpty() ? U'\0' : event.text().at(0).unicode();
 }
 
 } // namespace
 
+Stroke strokeOf(const QKeyEvent& event) {
+    Stroke stroke{keyCodeOf(event), shiftOf(event.modifiers()),
+                  charactersPressed(event).toStdU32String(), characterOn(event),
+                  event.isAutoRepeat()};
+    stroke.command = (stroke.shift & shifts::control) != 0 && isCommand(event);
+    stroke.systemKey = event.modifiers().testFlag(Qt::MetaModifier);
+    return stroke;
+}
+
+// --- texts ---------------------------------------------------------------------------------------
+
 QString withLineFeeds(QString text) {
     return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
-}
-
-QString onOneLine(const QString& text) {
-    return cleaned(text, u' ', u' ');
-}
-
-QString onLines(const QString& text) {
-    return cleaned(text, u'\n', u'\t');
 }
 
 // --- scale ---------------------------------------------------------------------------------------

@@ -4,7 +4,7 @@
 #include "platform/color.hpp"
 #include "platform/control.hpp"
 #include "platform/date.hpp"
-#include "platform/key_codes.hpp"
+#include "platform/stroke.hpp"
 
 #include <QColor>
 #include <QDate>
@@ -39,18 +39,10 @@ namespace vkr {
 // The code of a key; keys::none for Shift, Ctrl, Alt and their like alone.
 [[nodiscard]] KeyCode keyCodeOf(const QKeyEvent& event);
 [[nodiscard]] int shiftOf(Qt::KeyboardModifiers modifiers);
-// The characters that the key presses: Enter, Backspace, Esc and all that can be printed. Empty
-// for shortcuts, arrows, Delete and their like.
-[[nodiscard]] QString charactersPressed(const QKeyEvent& event);
+[[nodiscard]] Stroke strokeOf(const QKeyEvent& event);
 
 // The same text with LF for every line break, also for CR and CR LF.
 [[nodiscard]] QString withLineFeeds(QString text);
-
-// A text as a field with one line takes it: line breaks and tabs are blanks, other control
-// characters are left out.
-[[nodiscard]] QString onOneLine(const QString& text);
-// The same for a field with several lines, which keeps line breaks and tabs.
-[[nodiscard]] QString onLines(const QString& text);
 
 // Twips to logical pixels. Edges are rounded, not sizes, so that neighbours stay neighbours.
 class PixelScale {

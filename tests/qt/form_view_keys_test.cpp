@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/field_views.hpp"
+#include "desktop/field_view.hpp"
 #include "tests/qt/support/form_scene.hpp"
 
 #include <QCheckBox>

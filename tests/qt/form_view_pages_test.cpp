@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Native widgets of what frames hold: made when a frame is first on show, drawn when it is again.
-#include "desktop/field_views.hpp"
+#include "desktop/field_view.hpp"
 #include "tests/qt/support/form_scene.hpp"
 
 #include <QLabel>
