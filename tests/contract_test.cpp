@@ -14,6 +14,10 @@ class VirtualDriver final : public ContractDriver {
     void click(std::string_view id) override { scene_.desktop.click(id); }
     void doubleClick(std::string_view id) override { scene_.desktop.doubleClick(id); }
     void spin(std::string_view id, int steps) override { scene_.desktop.spin(id, steps); }
+    void dragOff(std::string_view id) override {
+        scene_.desktop.press(id);
+        scene_.desktop.dragAway();
+    }
     void clickTab(int tab) override { scene_.desktop.clickTab(tab); }
     void rightClick(std::string_view id) override { scene_.desktop.rightClick(id); }
     void rightClickTab(int tab) override { scene_.desktop.rightClickTab(tab); }
@@ -29,11 +33,27 @@ class VirtualDriver final : public ContractDriver {
     std::string clipboard() override { return scene_.desktop.clipboardText(); }
     void switchAway() override { scene_.desktop.switchAway(); }
     void switchBack() override { scene_.desktop.switchBack(); }
+    void leaveToHost() override { scene_.desktop.leaveForm(); }
+    void tabFromHost(FocusDirection direction) override { scene_.desktop.tabInto(direction); }
+    void addHostShortcut(std::string_view notation) override {
+        scene_.desktop.addHostShortcut(notation);
+    }
+    int hostShortcutsFired() override { return scene_.desktop.hostShortcutsFired(); }
     bool canReach(std::string_view id) override { return scene_.desktop.canReach(id); }
     std::string shownText(std::string_view id) override {
         return dynamic_cast<TextField&>(scene_.desktop.control(id)).text();
     }
     std::string focusedId() override { return scene_.desktop.focusedId(); }
+    std::string heardName(std::string_view id) override {
+        return scene_.desktop.control(id).accessibleName();
+    }
+    std::string heardMark(std::string_view id) override {
+        return dynamic_cast<TextField&>(scene_.desktop.control(id)).mark().reason;
+    }
+    std::string note() override {
+        const auto& note = scene_.desktop.note();
+        return note ? note->note : "";
+    }
     bool liesInside(std::string_view id) override {
         const auto& control = scene_.desktop.control(id);
         const auto& form = scene_.form();

@@ -11,11 +11,13 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTableView>
 #include <QTest>
@@ -170,7 +172,7 @@ class QtDriver final : public ContractDriver {
         auto* layout = new QVBoxLayout(&window_);
         widget_ = new VKRDataEntryWidget(&window_);
         layout->addWidget(widget_);
-        layout->addWidget(new QLineEdit(&window_));
+        layout->addWidget(host_ = new QLineEdit(&window_));
         QObject::connect(widget_, &VKRDataEntryWidget::tabChange,
                          [this](int tab) { log("TabChange", tab); });
         QObject::connect(widget_, &VKRDataEntryWidget::moreHelp,
@@ -241,6 +243,15 @@ class QtDriver final : public ContractDriver {
         }
     }
 
+    void dragOff(std::string_view id) override {
+        QWidget& target = native(id);
+        const QPoint place(10, target.height() / 2);
+        QTest::mousePress(&target, Qt::LeftButton, {}, place);
+        const QPoint beside(place.x(), -2 * target.height());
+        QTest::mouseMove(&target, beside);
+        QTest::mouseRelease(&target, Qt::LeftButton, {}, beside);
+    }
+
     void clickTab(int tab) override {
         auto& bar = dynamic_cast<QTabBar&>(native("tbsDataEntry"));
         QTest::mouseClick(&bar, Qt::LeftButton, Qt::NoModifier, bar.tabRect(tab - 1).center());
@@ -281,6 +292,23 @@ class QtDriver final : public ContractDriver {
         QApplication::processEvents();
     }
 
+    void leaveToHost() override { QTest::mouseClick(host_, Qt::LeftButton); }
+    void tabFromHost(FocusDirection direction) override {
+        host_->setFocus();
+        if (direction == FocusDirection::forward)
+            QTest::keyClick(host_, Qt::Key_Tab);
+        else
+            QTest::keyClick(host_, Qt::Key_Backtab, Qt::ShiftModifier);
+    }
+    void addHostShortcut(std::string_view notation) override {
+        for (const KeyStroke& stroke : parseKeyNotation(notation)) {
+            auto* shortcut = new QShortcut(
+                QKeySequence(QKeyCombination(modifiersOf(stroke), qtKey(stroke))), &window_);
+            QObject::connect(shortcut, &QShortcut::activated, [this] { ++fired_; });
+        }
+    }
+    int hostShortcutsFired() override { return fired_; }
+
     bool canReach(std::string_view id) override {
         const auto* found = find(id);
         return found != nullptr && found->isEnabled() && !found->visibleRegion().isEmpty();
@@ -301,6 +329,17 @@ class QtDriver final : public ContractDriver {
                 if (control->id() == focused->objectName().toStdString())
                     return control->id();
         return {};
+    }
+
+    std::string heardName(std::string_view id) override {
+        return native(id).accessibleName().toStdString();
+    }
+    std::string heardMark(std::string_view id) override {
+        return native(id).accessibleDescription().toStdString();
+    }
+    std::string note() override {
+        const auto* label = widget_->findChild<QLabel*>(QStringLiteral("note"));
+        return label != nullptr && label->isVisible() ? label->text().toStdString() : "";
     }
 
     bool liesInside(std::string_view id) override {
@@ -337,13 +376,18 @@ class QtDriver final : public ContractDriver {
         return *found;
     }
 
-    static void strike(const KeyStroke& stroke) {
-        QWidget* focused = QApplication::focusWidget();
-        ASSERT_NE(focused, nullptr);
+    static Qt::KeyboardModifiers modifiersOf(const KeyStroke& stroke) {
         Qt::KeyboardModifiers modifiers;
         modifiers.setFlag(Qt::ShiftModifier, (stroke.shift & shifts::shift) != 0);
         modifiers.setFlag(Qt::ControlModifier, (stroke.shift & shifts::control) != 0);
         modifiers.setFlag(Qt::AltModifier, (stroke.shift & shifts::alt) != 0);
+        return modifiers;
+    }
+
+    static void strike(const KeyStroke& stroke) {
+        QWidget* focused = QApplication::focusWidget();
+        ASSERT_NE(focused, nullptr);
+        Qt::KeyboardModifiers modifiers = modifiersOf(stroke);
         modifiers.setFlag(Qt::KeypadModifier, stroke.key == keys::decimal);
         const bool types =
             stroke.character != 0 && (stroke.shift & (shifts::control | shifts::alt)) == 0;
@@ -353,6 +397,8 @@ class QtDriver final : public ContractDriver {
 
     QWidget window_;
     QWidget other_;
+    QLineEdit* host_ = nullptr; // a field of the host
+    int fired_ = 0;
     VKRDataEntryWidget* widget_ = nullptr;
     Answerer answerer_;
     std::vector<std::string> log_;

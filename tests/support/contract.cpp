@@ -868,6 +868,90 @@ void aDateIsPicked(Desktop& desktop) {
     EXPECT_EQ(desktop.calendars().size(), 30U);
 }
 
+void theHostsShortcutsAreThoseTheFormHasNoUseFor(Desktop& desktop) {
+    desktop.load(fullCompany());
+    for (const char* shortcut : {"^s", "^a", "{F1}", "{ESC}", "%y", "{DEL}"})
+        desktop.addHostShortcut(shortcut);
+    desktop.click("txtName");
+    desktop.type("^s");
+    EXPECT_EQ(desktop.hostShortcutsFired(), 1);
+    desktop.type("^ab"); // all of the text is replaced
+    EXPECT_EQ(desktop.shownText("txtName"), "b");
+    desktop.type("{ESC}");
+    EXPECT_EQ(desktop.shownText("txtName"), "Name text");
+    desktop.type("{DEL}");
+    EXPECT_EQ(desktop.shownText("txtName"), "");
+    EXPECT_EQ(desktop.hostShortcutsFired(), 1);
+    desktop.type("{TAB}{ESC}"); // nothing was edited here
+    EXPECT_EQ(desktop.hostShortcutsFired(), 2);
+    desktop.type("%y");
+    EXPECT_EQ(desktop.focusedId(), "txtLastFY");
+    desktop.type("{F1}");
+    EXPECT_EQ(desktop.hostShortcutsFired(), 2);
+    desktop.clickTab(toCompany);
+    desktop.click("chkLockInfo");
+    desktop.type("{DEL}^a"); // no field has the keys
+    EXPECT_EQ(desktop.hostShortcutsFired(), 4);
+}
+
+void theFocusGoesToTheHostAndComesBack(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.click("txtName");
+    desktop.type("Acme Ltd.");
+    desktop.leaveToHost();
+    EXPECT_EQ(desktop.focusedId(), "");
+    EXPECT_EQ(desktop.company->get_Name(), "Acme Ltd.");
+    desktop.tabFromHost(FocusDirection::forward);
+    EXPECT_EQ(desktop.focusedId(), "tbsDataEntry");
+    desktop.leaveToHost();
+    desktop.tabFromHost(FocusDirection::backward);
+    EXPECT_EQ(desktop.focusedId(), "cmdCancel");
+}
+
+void aPressThatEndsElsewhereDoesNothing(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.click("txtName");
+    desktop.dragOff("chkLockInfo");
+    EXPECT_FALSE(desktop.entry().form().get<CheckBox>("chkLockInfo").value());
+    desktop.dragOff("cmdOK");
+    EXPECT_TRUE(desktop.events().empty());
+}
+
+void aNoteSaysWhyAKeyIsRefused(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.click("txtTotalDebt");
+    desktop.type("x");
+    EXPECT_NE(desktop.note(), "");
+    desktop.type("5");
+    EXPECT_EQ(desktop.note(), "");
+    EXPECT_EQ(desktop.shownText("txtTotalDebt"), "5");
+}
+
+void marksAndNamesAreHeard(Desktop& desktop) {
+    desktop.load(fullCompany());
+    EXPECT_EQ(desktop.heardName("txtName"),
+              desktop.entry().form().find("txtName")->accessibleName());
+    EXPECT_EQ(desktop.heardMark("txtPriceUpdate"), "");
+    desktop.click("txtPriceUpdate");
+    desktop.type("Feb 31, 2026{TAB}");
+    EXPECT_NE(desktop.heardMark("txtPriceUpdate"), "");
+    desktop.click("txtPriceUpdate");
+    desktop.type("2/28/2026{TAB}");
+    EXPECT_EQ(desktop.heardMark("txtPriceUpdate"), "");
+}
+
+// Also where the page was on show before.
+void aPageShowsWhatWasLoadedWhileItWasAway(Desktop& desktop) {
+    for (const char* city : {"Oslo", "Lima"}) {
+        const auto company = fullCompany();
+        company->put_City(city);
+        desktop.load(company);
+        desktop.clickTab(toOther);
+        EXPECT_EQ(desktop.shownText("txtCity"), city);
+        desktop.clickTab(toCompany);
+    }
+}
+
 #define VKR_SCENE(name)                                                                            \
     { #name, name }
 
@@ -923,6 +1007,12 @@ constexpr ContractScene scenes[] = {
     VKR_SCENE(theMenuKeyOpensTheMenu),
     VKR_SCENE(theMenuChangesNothingUnderTheLock),
     VKR_SCENE(aDateIsPicked),
+    VKR_SCENE(theHostsShortcutsAreThoseTheFormHasNoUseFor),
+    VKR_SCENE(theFocusGoesToTheHostAndComesBack),
+    VKR_SCENE(aPressThatEndsElsewhereDoesNothing),
+    VKR_SCENE(aNoteSaysWhyAKeyIsRefused),
+    VKR_SCENE(marksAndNamesAreHeard),
+    VKR_SCENE(aPageShowsWhatWasLoadedWhileItWasAway),
 };
 
 #undef VKR_SCENE

@@ -28,6 +28,7 @@ class ContractDriver {
     virtual void rightClick(std::string_view id) = 0;
     virtual void rightClickTab(int tab) = 0;
     virtual void spin(std::string_view id, int steps) = 0; // up is positive
+    virtual void dragOff(std::string_view id) = 0;         // pressed there, let go elsewhere
     virtual void pick(std::string_view id, std::string_view item) = 0;
     virtual void answerNext(MessageAnswer answer) = 0;
     // Menus and calendars that open without an answer are closed without a choice.
@@ -37,10 +38,20 @@ class ContractDriver {
     [[nodiscard]] virtual std::string clipboard() = 0;
     virtual void switchAway() = 0; // to another window
     virtual void switchBack() = 0;
+    virtual void leaveToHost() = 0; // a click into a field of the host beside the form
+    virtual void tabFromHost(FocusDirection direction) = 0;
+    // A shortcut of the host's, in send-keys notation, and how often it has fired.
+    virtual void addHostShortcut(std::string_view notation) = 0;
+    [[nodiscard]] virtual int hostShortcutsFired() = 0;
     // What the desktop itself shows and does, not what the models say.
     [[nodiscard]] virtual bool canReach(std::string_view id) = 0; // by a click
     [[nodiscard]] virtual std::string shownText(std::string_view id) = 0;
     [[nodiscard]] virtual std::string focusedId() = 0;
+    // What people hear of it who do not see it: its name, and what its mark says.
+    [[nodiscard]] virtual std::string heardName(std::string_view id) = 0;
+    [[nodiscard]] virtual std::string heardMark(std::string_view id) = 0;
+    // The note at a field that says why nothing was taken; empty while there is none.
+    [[nodiscard]] virtual std::string note() = 0;
     // Wholly within the component.
     [[nodiscard]] virtual bool liesInside(std::string_view id) = 0;
     // The entries of the menu that opened last, "-" for a separator, disabled ones in brackets.
