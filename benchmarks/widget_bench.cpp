@@ -11,63 +11,73 @@
 #include <QLineEdit>
 
 #include <benchmark/benchmark.h>
+#include <string>
 
 namespace {
 
 using namespace vkr;
 
-constexpr bool onShow = false;
-constexpr bool visited = true; // each page was on show, and is after each load
+// What is measured of a load.
+enum class Part {
+    told,    // until every control has been told
+    painted, // and the page on show is painted
+    pages,   // and each page has been turned to and painted
+};
 
-template <bool Pages>
+template <Part part, typename Load, typename Turn>
+void loadAgainAndAgain(benchmark::State& state, Load&& load, Turn&& turnTo) {
+    const auto one = [&](bool second) {
+        load(second);
+        if constexpr (part != Part::told)
+            QApplication::processEvents();
+        for (int page = BareForm::pages; part == Part::pages && page > 0; --page) {
+            turnTo(page);
+            QApplication::processEvents();
+        }
+    };
+    bool second = false;
+    one(!second);
+    QApplication::processEvents();
+    for (auto _ : state) {
+        one(second);
+        second = !second;
+    }
+}
+
+template <Part part>
 void loadWidget(benchmark::State& state) {
     VKRDataEntryWidget widget;
     widget.show();
     const CompanyPair companies;
-    const auto load = [&](bool second) {
-        widget.setCompany(second ? companies.second : companies.first);
-        QApplication::processEvents();
-        for (int page = BareForm::pages; Pages && page > 0; --page) {
-            widget.setCurrentTab(page);
-            QApplication::processEvents();
-        }
-    };
-    bool second = false;
-    load(!second);
-    for (auto _ : state) {
-        load(second);
-        second = !second;
-    }
+    loadAgainAndAgain<part>(
+        state, [&](bool second) { widget.setCompany(second ? companies.second : companies.first); },
+        [&](int page) { widget.setCurrentTab(page); });
 }
-BENCHMARK(loadWidget<onShow>)->Name("load/widget")->Unit(benchmark::kMicrosecond)->Apply(counted);
-BENCHMARK(loadWidget<visited>)
-    ->Name("load_visited/widget")
-    ->Unit(benchmark::kMicrosecond)
-    ->Apply(counted);
 
-template <bool Pages>
+template <Part part>
 void loadBare(benchmark::State& state) {
     BareForm form;
-    const auto load = [&](bool second) {
-        form.load(second);
-        QApplication::processEvents();
-        for (int page = BareForm::pages; Pages && page > 0; --page) {
-            form.turnTo(page);
-            QApplication::processEvents();
-        }
-    };
-    bool second = false;
-    load(!second);
-    for (auto _ : state) {
-        load(second);
-        second = !second;
-    }
+    loadAgainAndAgain<part>(
+        state, [&](bool second) { form.load(second); }, [&](int page) { form.turnTo(page); });
 }
-BENCHMARK(loadBare<onShow>)->Name("load/bare")->Unit(benchmark::kMicrosecond)->Apply(counted);
-BENCHMARK(loadBare<visited>)
-    ->Name("load_visited/bare")
-    ->Unit(benchmark::kMicrosecond)
-    ->Apply(counted);
+
+template <Part part>
+void both(const std::string& name) {
+    const auto add = [&](const char* side, void (*run)(benchmark::State&)) {
+        benchmark::RegisterBenchmark((name + side).c_str(), run)
+            ->Unit(benchmark::kMicrosecond)
+            ->Apply(counted);
+    };
+    add("/widget", loadWidget<part>);
+    add("/bare", loadBare<part>);
+}
+
+[[maybe_unused]] const bool registered = [] {
+    both<Part::told>("load");
+    both<Part::painted>("load_painted");
+    both<Part::pages>("load_visited");
+    return true;
+}();
 
 void strike(QWidget& field, int key, const QString& text) {
     QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
