@@ -19,7 +19,7 @@ run() {
     "$program" "$@"
 }
 [[ $(run vkr-example-display-less) == "Acme Inc. (ACM) 120.5" ]]
-[[ $(run vkr-example-own-record) == "Acme Inc. 121.25"$'\n'"Symbol: ACM - This value could not be stored." ]]
+[[ $(run vkr-example-own-record) == "Acme Inc. 121.25"$'\n'"Symbol: ACM - This value could not be stored. The record has no Symbol." ]]
 
 if compgen -G "$work/build/vkr-example-designed" >/dev/null; then
     run vkr-example-designed "$work/companies.vkr" "$work/designed.png"
