@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Who has the focus, and where it goes next.
+#include "platform/during.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/form.hpp"
-#include "platform/reset.hpp"
 
 #include <algorithm>
 
@@ -43,8 +43,7 @@ bool Form::focus(Control& control) {
 // has kept it.
 bool Form::leave() {
     const unsigned before = focusMoves_;
-    leaving_ = true;
-    const Reset reset{leaving_};
+    const During leaving(leaving_);
     ifPossible([&] { handler().onLostFocus(*active_); });
     return before == focusMoves_;
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The way of a key: stroke, key down, key press, edit, keystrokes that handlers have sent.
+#include "platform/during.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/form.hpp"
-#include "platform/reset.hpp"
 #include "platform/stroke.hpp"
 #include "platform/text.hpp"
 
@@ -252,8 +252,7 @@ void Form::sendKey(KeyCode key, int shift) {
 void Form::keyDone() {
     if (sending_)
         return;
-    sending_ = true;
-    const Reset reset{sending_};
+    const During sending(sending_);
     while (!sentKeys_.empty()) {
         const auto [key, shift] = sentKeys_.front();
         sentKeys_.pop_front();

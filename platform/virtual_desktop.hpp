@@ -263,7 +263,6 @@ class VirtualDesktop : public Services, private FormObserver {
     Kind& reachKind(std::string_view id, std::string_view kind);
     void pressControl(Control& control, MouseButton button, int tab = 0);
     TabStrip& reachTab(int tab);
-    void clickControl(Control& control);
     void pickEntry(ComboBox& list, int entry);
     void stepBar(ScrollBar& bar, int steps, int size);
     void describe(std::string& lines, const Frame* container, int depth) const;
