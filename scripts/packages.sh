@@ -6,7 +6,7 @@ packages_table='
 component    g++ cmake ninja-build libgtest-dev ccache? locales?
 qt           qt6-base-dev libqt6sql6-sqlite libgl1-mesa-dev fonts-dejavu-core fonts-liberation fontconfig qt6-wayland? libqt6sql6-psql?
 server       postgresql libqt6sql6-psql
-designer     qt6-tools-dev qt6-tools-dev-tools?
+designer     qt6-tools-dev libqt6opengl6-dev qt6-tools-dev-tools?
 shipping     pkg-config desktop-file-utils? appstream? man-db?
 package      dpkg-dev binutils lintian fakeroot?
 clean-system debootstrap
