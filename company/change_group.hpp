@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "record/actions.hpp"
+#include "record/datum_changes.hpp"
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+namespace vkr {
+
+// A datum, an element of a series or a setting of a record that has changed, and where what stands
+// there now comes from.
+struct Change : DatumChange {
+    std::string setting; // a name of vkr::setting; then it is that, and neither datum nor element
+    Origin origin = Origin::typed;
+    std::string document; // that an imported figure was taken from
+
+    friend bool operator==(const Change&, const Change&) = default;
+};
+
+// What one action of a person changed. No datum, element or setting comes twice, and a shifted
+// series is one change of the whole series.
+struct ChangeGroup {
+    std::string name; // for people: "Paste of 30 Figures", "Revenue 2024"; may be empty
+    std::chrono::system_clock::time_point at{};
+    std::vector<Change> changes; // the one that was made first comes first
+
+    friend bool operator==(const ChangeGroup&, const ChangeGroup&) = default;
+};
+
+} // namespace vkr
