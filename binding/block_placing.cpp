@@ -1,0 +1,432 @@
+// SPDX-License-Identifier: MIT
+#include "binding/block_placing.hpp"
+
+#include "platform/ascii.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+#include <utility>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::size_t leastHeading = 2;
+
+bool isBlank(std::string_view text) {
+    return readCell(text, NumericKind::PlainNumber, 0, {}).kind == CellKind::empty;
+}
+
+bool isNoFigure(std::string_view text) {
+    return readCell(text, NumericKind::PriceText, 0, {}).kind == CellKind::other &&
+           readCell(text, NumericKind::PriceText, 0, {.decimal = ','}).kind == CellKind::other;
+}
+
+// With a letter in it: "100-50" is no head of anything.
+bool isText(std::string_view text) {
+    const auto isLetter = [](char one) {
+        return (upperCase(static_cast<unsigned char>(one)) >= U'A' &&
+                upperCase(static_cast<unsigned char>(one)) <= U'Z') ||
+               static_cast<unsigned char>(one) >= 0x80;
+    };
+    return std::any_of(text.begin(), text.end(), isLetter) && isNoFigure(text);
+}
+
+// Web tables give these a cell of their own beside the figure.
+bool isCurrencySign(std::string_view text) {
+    return text == "$" || text == "\u20AC" || text == "\u00A3" || text == "\u00A5";
+}
+bool isClosingSign(std::string_view text) {
+    return text == ")" || text == "%" || text == ")%";
+}
+
+// "2021", "FY 2021", "FY2021", "Fiscal 2021".
+std::optional<int> yearIn(std::string_view text) {
+    constexpr int first = 1900;
+    constexpr int last = 2100;
+    for (const std::string_view prefix : {"FY", "Fiscal year", "Fiscal"})
+        if (equalsIgnoringCase(textLeft(text, textLength(prefix)), prefix)) {
+            text = trimmed(text.substr(prefix.size()));
+            break;
+        }
+    if (text.size() != 4 || !std::all_of(text.begin(), text.end(), isAsciiDigit))
+        return std::nullopt;
+    const int year = std::atoi(std::string(text).c_str());
+    return year >= first && year <= last ? std::optional(year) : std::nullopt;
+}
+
+} // namespace
+
+BlockPlacing::BlockPlacing(CellTexts cells, BlockGrid grid, std::optional<char> decimal)
+    : cells_(std::move(cells)), grid_(std::move(grid)) {
+    for (auto& row : cells_)
+        for (std::string& cell : row)
+            cell = trimmed(cell);
+    joinSigns();
+    marks_ = decimal ? BlockMarks{.decimal = *decimal} : marksOf(cells_, grid_.decimal);
+    for (const auto& row : cells_)
+        for (const std::string& cell : row)
+            hasMarks_ = hasMarks_ || cell.find_first_of(".,") != std::string::npos;
+    peelTitles();
+    suggest();
+    place();
+}
+
+void BlockPlacing::setSwitches(const BlockSwitches& switches) {
+    switches_ = switches;
+    place();
+}
+
+int BlockPlacing::taken() const {
+    return static_cast<int>(placed_.size()) - leftOut();
+}
+
+int BlockPlacing::leftOut() const {
+    return static_cast<int>(std::ranges::count(placed_, BlockFate::leftOut, &PlacedCell::fate));
+}
+
+// --- what the block is made of -------------------------------------------------------------------
+
+BlockPlacing::Line BlockPlacing::line(bool across, std::size_t index) const {
+    if (across)
+        return cells_[index];
+    Line column;
+    column.reserve(height());
+    for (const auto& row : cells_)
+        column.push_back(row[index]);
+    return column;
+}
+
+// Columns of signs alone go to the figures that they stand beside.
+void BlockPlacing::joinSigns() {
+    for (std::size_t column = width(); column-- > 0;) {
+        bool signs = false;
+        bool others = false;
+        for (const auto& row : cells_) {
+            const bool sign = isCurrencySign(row[column]) || isClosingSign(row[column]);
+            signs = signs || sign;
+            others = others || (!sign && !row[column].empty());
+        }
+        if (!signs || others || width() == 1)
+            continue;
+        for (auto& row : cells_) {
+            if (isClosingSign(row[column]) && column > 0 && !row[column - 1].empty())
+                row[column - 1] += row[column];
+            else if (isCurrencySign(row[column]) && column + 1 < row.size() &&
+                     !row[column + 1].empty())
+                row[column + 1] = row[column] + row[column + 1];
+            row.erase(row.begin() + static_cast<std::ptrdiff_t>(column));
+        }
+    }
+}
+
+// Texts alone, at least one, from a cell on. A date is no text.
+bool BlockPlacing::isTitle(const Line& line, std::size_t from) const {
+    bool found = false;
+    for (auto cell = line.begin() + static_cast<std::ptrdiff_t>(from); cell != line.end(); ++cell) {
+        if (isBlank(*cell))
+            continue;
+        if (!isText(*cell) || periodIn(*cell))
+            return false;
+        found = true;
+    }
+    return found;
+}
+
+void BlockPlacing::peelTitles() {
+    const auto isEmpty = [](const Line& line) { return std::ranges::all_of(line, isBlank); };
+    while (firstRow_ < height() &&
+           (isTitle(cells_[firstRow_], 0) || (firstRow_ > 0 && isEmpty(cells_[firstRow_]))))
+        ++firstRow_;
+    if (firstRow_ < height() && width() > 0 && isTitle(line(false, 0), firstRow_))
+        firstColumn_ = 1;
+}
+
+// "in thousands", as reports say it above their figures; 0 for none, or for several.
+int BlockPlacing::unitInTitles() const {
+    static constexpr std::pair<std::string_view, int> words[] = {
+        {"IN THOUSANDS", 3}, {"IN MILLIONS", 6}, {"IN BILLIONS", 9}};
+    std::set<int> found;
+    for (std::size_t row = 0; row < height(); ++row)
+        for (std::size_t column = 0; column < width(); ++column)
+            if (row < firstRow_ || column < firstColumn_ || row == 0)
+                for (const auto& [word, unit] : words)
+                    if (upperCase(cells_[row][column]).find(word) != std::string::npos)
+                        found.insert(unit);
+    return found.size() == 1 ? *found.begin() : 0;
+}
+
+void BlockPlacing::suggest() {
+    for (const bool across : {true, false})
+        if (auto found = headingIn(across); found && (!heading_ || !heading_->isSure))
+            heading_ = std::move(found);
+    switches_.decimal = marks_.decimal;
+    if (heading_ && heading_->isSure) {
+        switches_.byPeriods = true;
+        switches_.turned = heading_->across;
+        switches_.reversed = heading_->descends != grid_.newestOnTop;
+    } else {
+        switches_.turned = namesOf(false).empty() && !namesOf(true).empty();
+    }
+    switches_.byNames = hasNames();
+    switches_.unit = unitInTitles();
+    if (!switches_.byNames || switches_.unit != 0)
+        return;
+    std::set<int> units;
+    const Line heads = periodsAcross() ? line(false, 0) : cells_[firstRow_ - 1];
+    for (const std::string& head : heads) {
+        int unit = 0;
+        if (const int column = columnNamed(head, &unit);
+            column >= 0 && grid_.columns[static_cast<std::size_t>(column)].inUnit)
+            units.insert(unit);
+    }
+    if (units.size() == 1)
+        switches_.unit = *units.begin();
+}
+
+// --- headings ------------------------------------------------------------------------------------
+
+std::optional<BlockPlacing::Period> BlockPlacing::periodIn(std::string_view text) const {
+    if (const auto year = yearIn(text))
+        return grid_.quarterly ? std::nullopt : std::optional(Period{.year = year, .date = {}});
+    if (grid_.dateOf && isNoFigure(text)) // "4.5" is no fourth of May
+        if (const auto date = grid_.dateOf(text))
+            return Period{.year = {}, .date = date};
+    return std::nullopt;
+}
+
+std::optional<int> BlockPlacing::rowOf(const Period& period) const {
+    constexpr int halfQuarter = 46;
+    constexpr int halfYear = 183;
+    int nearest = grid_.quarterly ? halfQuarter : halfYear;
+    std::optional<int> found;
+    for (int row = 0; row < static_cast<int>(grid_.rows.size()); ++row) {
+        const auto& one = grid_.rows[static_cast<std::size_t>(row)];
+        if (period.year) {
+            if (one.year == *period.year)
+                return row;
+        } else if (isAbsent(one.date)) {
+            if (!grid_.quarterly && one.year == civil(*period.date).year)
+                return row;
+        } else if (const int days = std::abs(daysBetween(one.date, *period.date)); days < nearest) {
+            nearest = days;
+            found = row;
+        }
+    }
+    return found;
+}
+
+// The cell where heading and labels meet; nothing where the heading fills its line.
+std::optional<std::string> BlockPlacing::cornerOf(bool across) const {
+    if (across && firstColumn_ > 0)
+        return cells_[firstRow_][firstColumn_ - 1];
+    if (!across && firstRow_ > 0)
+        return cells_[firstRow_ - 1][firstColumn_];
+    const std::string& first = cells_[firstRow_][firstColumn_];
+    return isBlank(first) || (isText(first) && !periodIn(first)) ? std::optional(first)
+                                                                 : std::nullopt;
+}
+
+std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(bool across) const {
+    if (firstRow_ >= height() || firstColumn_ >= width() ||
+        (across ? height() - firstRow_ : width() - firstColumn_) < 2)
+        return std::nullopt;
+    const auto corner = cornerOf(across);
+    if (corner && columnNamed(*corner) >= 0)
+        return std::nullopt; // figures that look like years
+    Line cells = line(across, across ? firstRow_ : firstColumn_);
+    std::size_t from = across ? firstColumn_ : firstRow_;
+    from += corner && *corner == cells[from] && !periodIn(cells[from]) ? 1U : 0U;
+    while (cells.size() > from && isBlank(cells.back()))
+        cells.pop_back();
+    if (cells.size() < from + leastHeading)
+        return std::nullopt;
+
+    Heading heading{.across = across, .isSure = corner.has_value(), .descends = false, .rows = {}};
+    heading.rows.resize(from);
+    std::optional<Period> before;
+    for (std::size_t at = from; at < cells.size(); ++at) {
+        const auto period = periodIn(cells[at]);
+        if (!period || (before && before->year.has_value() != period->year.has_value()))
+            return std::nullopt;
+        if (before) {
+            const int step = period->year ? *period->year - *before->year
+                                          : daysBetween(*before->date, *period->date);
+            const bool follows = period->year      ? std::abs(step) == 1
+                                 : grid_.quarterly ? std::abs(step) >= 80 && std::abs(step) <= 100
+                                                   : std::abs(step) >= 350 && std::abs(step) <= 380;
+            const bool turns = at > from + 1 && heading.descends != (step < 0);
+            if (!follows || turns)
+                return std::nullopt;
+            heading.descends = step < 0;
+        }
+        heading.rows.push_back(rowOf(*period));
+        before = period;
+    }
+    heading.rows.resize(across ? width() : height());
+    return heading;
+}
+
+int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
+    head = trimmed(head);
+    for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
+        const std::string& name = grid_.columns[column].name;
+        if (equalsIgnoringCase(head, name))
+            return static_cast<int>(column);
+        for (const auto& shown : grid_.unitNames)
+            if (equalsIgnoringCase(head, name + " " + shown.text)) {
+                if (unit != nullptr)
+                    *unit = shown.exponent;
+                return static_cast<int>(column);
+            }
+    }
+    return -1;
+}
+
+std::vector<int> BlockPlacing::namesOf(bool periodsAcross) const {
+    if (periodsAcross ? firstColumn_ == 0 : firstRow_ == 0)
+        return {};
+    std::vector<int> names;
+    for (const std::string& head : line(!periodsAcross, periodsAcross ? 0 : firstRow_ - 1))
+        names.push_back(columnNamed(head));
+    const bool known = std::ranges::any_of(names, [](int column) { return column >= 0; });
+    return known ? names : std::vector<int>();
+}
+
+// --- placing -------------------------------------------------------------------------------------
+
+bool BlockPlacing::periodsAcross() const {
+    return switches_.byPeriods && heading_ ? heading_->across : switches_.turned;
+}
+
+bool BlockPlacing::isInHeading(std::size_t row, std::size_t column) const {
+    return heading_ && (heading_->across ? row == firstRow_ : column == firstColumn_);
+}
+
+void BlockPlacing::place() {
+    placed_.clear();
+    const auto names = switches_.byNames ? namesOf(periodsAcross()) : std::vector<int>();
+    std::set<std::pair<int, int>> targets;
+    for (std::size_t row = firstRow_; row < height(); ++row)
+        for (std::size_t column = firstColumn_; column < width(); ++column) {
+            if (switches_.byPeriods && isInHeading(row, column))
+                continue;
+            PlacedCell cell = aimed(row, column, names);
+            if (cell.comments.empty())
+                read(cell);
+            if (cell.figure && !switches_.byPeriods && isInHeading(row, column) &&
+                periodIn(cell.text))
+                cell.comments.push_back({BlockRemark::looksLikeYear, {}});
+            if (cell.figure)
+                check(cell);
+            if (isBlank(cell.text) && (!cell.figure || cell.held == 0))
+                continue;
+            if (cell.figure && !targets.insert({cell.column, cell.row}).second) {
+                cell.figure.reset();
+                cell.comments.push_back({BlockRemark::twice, {}});
+            }
+            const bool doubtful =
+                std::ranges::any_of(cell.comments, isDoubt, &BlockComment::remark);
+            cell.fate = !cell.figure ? BlockFate::leftOut
+                        : doubtful   ? BlockFate::doubtful
+                                     : BlockFate::taken;
+            placed_.push_back(std::move(cell));
+        }
+}
+
+// The place that a cell goes to, or a comment why there is none.
+PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
+                               const std::vector<int>& names) const {
+    PlacedCell cell;
+    cell.text = cells_[row][column];
+    const bool across = periodsAcross();
+    const std::size_t headed = switches_.byPeriods && heading_ ? 1 : 0;
+    const std::size_t period = across ? column : row;
+    const std::size_t series = across ? row : column;
+    const std::size_t firstPeriod = across ? firstColumn_ : firstRow_;
+    const std::size_t firstSeries = (across ? firstRow_ : firstColumn_) + headed;
+    const std::size_t periods = (across ? width() : height()) - firstPeriod;
+
+    const auto placeIn = [](int from, std::size_t steps) { return from + static_cast<int>(steps); };
+    cell.column = names.empty() ? placeIn(grid_.column, series - firstSeries) : names[series];
+    if (headed != 0) {
+        cell.row = heading_->rows[period].value_or(-1);
+    } else {
+        const std::size_t step = period - firstPeriod;
+        cell.row = placeIn(grid_.row, switches_.reversed ? periods - 1 - step : step);
+    }
+    if (cell.column < 0) {
+        const Line heads = line(!across, across ? 0 : firstRow_ - 1);
+        cell.comments.push_back({BlockRemark::noSuchColumn, heads[series]});
+    } else if (cell.row < 0) {
+        const Line heads = line(heading_->across, heading_->across ? firstRow_ : firstColumn_);
+        cell.comments.push_back({BlockRemark::noSuchPeriod, heads[period]});
+    } else {
+        const bool inGrid = cell.column < static_cast<int>(grid_.columns.size()) &&
+                            cell.row < static_cast<int>(grid_.rows.size());
+        const auto held = inGrid ? grid_.held(cell.column, cell.row) : std::nullopt;
+        if (held)
+            cell.held = *held;
+        else
+            cell.comments.push_back({BlockRemark::outside, {}});
+    }
+    if (!cell.comments.empty()) {
+        cell.column = -1;
+        cell.row = -1;
+    }
+    return cell;
+}
+
+void BlockPlacing::read(PlacedCell& cell) const {
+    using enum BlockRemark;
+    constexpr int stored = 6; // in millions
+    const auto& column = grid_.columns[static_cast<std::size_t>(cell.column)];
+    const int unit = switches_.unit == 0 ? grid_.unit : switches_.unit;
+    const int power = column.inUnit ? unit - stored : 0;
+    BlockMarks marks = marks_;
+    marks.decimal = switches_.decimal;
+    const CellFigure read = readCell(
+        cell.text, column.price ? NumericKind::PriceText : NumericKind::PlainNumber, power, marks);
+    const auto say = [&](bool applies, BlockRemark remark, const std::string& detail = {}) {
+        if (applies)
+            cell.comments.push_back({remark, detail});
+    };
+    if (read.kind == CellKind::empty || read.kind == CellKind::dash) {
+        if (switches_.emptyCells)
+            cell.figure = 0;
+        say(switches_.emptyCells, empties);
+        say(!switches_.emptyCells && read.kind == CellKind::dash, dash);
+        return;
+    }
+    say(read.kind == CellKind::notAvailable, notAvailable);
+    say(read.kind == CellKind::hidden, hidden);
+    say(read.kind == CellKind::failed, failed);
+    say(read.kind == CellKind::other, noFigure);
+    if (read.kind != CellKind::figure)
+        return;
+    say(read.brackets && !read.openBracket, brackets);
+    say(read.openBracket, openBracket);
+    say(read.minusBehind, minusBehind);
+    say(!read.currency.empty(), currency, read.currency);
+    say(read.percent && column.rate, percentSign);
+    say(read.percent && !column.rate, percentOfAmount);
+    say(read.fraction, fraction);
+    say(read.exponent, BlockRemark::exponent);
+    if (read.otherReading)
+        say(true, otherReading, *read.otherReading);
+    const double figure = shiftDecimal(read.number.text, power);
+    say(!read.number.fits, tooLarge);
+    say(read.number.fits && figure < 0 && !column.negatives, negative);
+    if (read.number.fits && (figure >= 0 || column.negatives))
+        cell.figure = figure == 0 ? 0 : figure; // no negative zero
+}
+
+void BlockPlacing::check(PlacedCell& cell) const {
+    if (cell.held != 0 && cell.held != *cell.figure && grid_.originOf &&
+        grid_.originOf(cell.column, cell.row) == Origin::typed)
+        cell.comments.push_back({BlockRemark::replacesTyped, {}});
+}
+
+} // namespace vkr

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "input/block_figure.hpp"
+#include "platform/date.hpp"
+#include "record/actions.hpp"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+// The grid that a block is pasted into, as placing needs to know it.
+struct BlockGrid {
+    struct Column {
+        std::string name;       // its head, without a unit
+        bool negatives = false; // takes a minus
+        bool price = false;     // takes fractions
+        bool rate = false;      // in percent
+        bool inUnit = false;    // money and shares, in the unit of the form
+    };
+    struct Row {
+        int year = 0; // of a yearly grid; 0: unknown
+        Date date{};  // on which year or quarter ends; absent: unknown
+    };
+    struct UnitName {
+        std::string text; // "(M)", as it stands behind a head
+        int exponent = 6;
+    };
+
+    std::vector<Column> columns;
+    std::vector<Row> rows; // from top to bottom
+    bool quarterly = false;
+    bool newestOnTop = false;
+    int column = 0; // where the block is pasted
+    int row = 0;
+    int unit = 6; // exponent of what the form shows: 3, 6 or 9
+    std::vector<UnitName> unitNames;
+    char decimal = '.'; // of the form
+    // A heading as a date; nothing for every other text.
+    std::function<std::optional<Date>(std::string_view text)> dateOf;
+    // The figure that the record has at a place; nothing where it has no such place.
+    std::function<std::optional<double>(int column, int row)> held;
+    // Where that figure is from; nothing where nobody knows.
+    std::function<std::optional<Origin>(int column, int row)> originOf;
+};
+
+// What a person can change about the placing.
+struct BlockSwitches {
+    bool byPeriods = false;  // the block's own years or dates say where a figure goes
+    bool byNames = false;    // the block's own heads say to which column
+    bool turned = false;     // its columns are periods, its rows are columns of the grid
+    bool reversed = false;   // its periods run the other way than those of the grid
+    bool emptyCells = false; // a dash or an empty cell empties a cell of the grid
+    int unit = 0;            // exponent of its amounts: 3, 6, 9; 0: as the form shows them
+    char decimal = '.';
+
+    friend bool operator==(const BlockSwitches&, const BlockSwitches&) = default;
+};
+
+enum class BlockRemark {
+    // how the figure was read
+    brackets,
+    minusBehind,
+    currency, // detail: the sign
+    percentSign,
+    fraction,
+    // doubts
+    openBracket,
+    percentOfAmount,
+    exponent,
+    otherReading, // detail: the other figure
+    empties,
+    looksLikeYear,
+    replacesTyped,
+    // why it is left out
+    dash,
+    notAvailable,
+    hidden,
+    failed,
+    noFigure,
+    negative,
+    tooLarge,
+    outside,
+    noSuchPeriod, // detail: as the block has it
+    noSuchColumn, // detail: its head in the block
+    twice,
+};
+[[nodiscard]] constexpr bool isDoubt(BlockRemark remark) {
+    return remark >= BlockRemark::openBracket && remark < BlockRemark::dash;
+}
+
+struct BlockComment {
+    BlockRemark remark{};
+    std::string detail;
+
+    friend bool operator==(const BlockComment&, const BlockComment&) = default;
+};
+
+enum class BlockFate { taken, doubtful, leftOut };
+
+// A cell of the block: where its figure goes, and what is to be said of it.
+struct PlacedCell {
+    std::string text; // as it stands in the block
+    int column = -1;  // of the grid; -1: none
+    int row = -1;
+    std::optional<double> figure; // as it will be stored; nothing: left out
+    double held = 0;              // what it replaces; 0: nothing
+    BlockFate fate = BlockFate::leftOut;
+    std::vector<BlockComment> comments;
+};
+
+// A block of cells on its way into a grid: what its headings are, and where each cell goes.
+//
+// Titles above the figures and labels beside them are no figures. A row or a column of two years
+// or more, one after the other, is a heading where its corner is empty or a text; so are dates that
+// lie as far apart as the periods of the grid.
+class BlockPlacing {
+  public:
+    // `decimal`: the block's own mark where the clipboard names it.
+    BlockPlacing(CellTexts cells, BlockGrid grid, std::optional<char> decimal = std::nullopt);
+
+    // As the block suggests them, until they are set.
+    [[nodiscard]] const BlockSwitches& switches() const { return switches_; }
+    void setSwitches(const BlockSwitches& switches);
+    // Whether the block has what these switches go by.
+    [[nodiscard]] bool hasPeriods() const { return heading_.has_value(); }
+    [[nodiscard]] bool hasNames() const { return !namesOf(periodsAcross()).empty(); }
+    [[nodiscard]] bool hasMarks() const { return hasMarks_; }
+
+    [[nodiscard]] const BlockGrid& grid() const { return grid_; }
+    // Every cell with something in it, row by row of the block; empty ones where they empty a
+    // cell of the grid.
+    [[nodiscard]] const std::vector<PlacedCell>& cells() const { return placed_; }
+    [[nodiscard]] int taken() const; // doubtful ones too
+    [[nodiscard]] int leftOut() const;
+
+  private:
+    using Line = std::vector<std::string>;
+    // Periods by the lines that run along them; nothing: not on the grid.
+    struct Heading {
+        bool across = false; // in a row of the block, else in a column
+        bool isSure = false; // it has a corner
+        bool descends = false;
+        std::vector<std::optional<int>> rows;
+    };
+    struct Period {
+        std::optional<int> year;
+        std::optional<Date> date;
+    };
+
+    [[nodiscard]] std::size_t height() const { return cells_.size(); }
+    [[nodiscard]] std::size_t width() const { return cells_.empty() ? 0 : cells_.front().size(); }
+    [[nodiscard]] Line line(bool across, std::size_t index) const;
+    [[nodiscard]] bool isTitle(const Line& line, std::size_t from) const;
+    void joinSigns();
+    void peelTitles();
+    void suggest();
+    [[nodiscard]] int unitInTitles() const;
+
+    [[nodiscard]] std::optional<Period> periodIn(std::string_view text) const;
+    [[nodiscard]] std::optional<int> rowOf(const Period& period) const;
+    [[nodiscard]] std::optional<Heading> headingIn(bool across) const;
+    [[nodiscard]] std::optional<std::string> cornerOf(bool across) const;
+    [[nodiscard]] int columnNamed(std::string_view head, int* unit = nullptr) const;
+    // Columns of the grid by the block's lines; -1: none. Empty where no head is one of the grid's.
+    [[nodiscard]] std::vector<int> namesOf(bool periodsAcross) const;
+    [[nodiscard]] bool periodsAcross() const;
+
+    void place();
+    [[nodiscard]] PlacedCell aimed(std::size_t row, std::size_t column,
+                                   const std::vector<int>& names) const;
+    void read(PlacedCell& cell) const;
+    void check(PlacedCell& cell) const;
+    [[nodiscard]] bool isInHeading(std::size_t row, std::size_t column) const;
+
+    CellTexts cells_;
+    BlockGrid grid_;
+    BlockMarks marks_;
+    bool hasMarks_ = false;
+    std::size_t firstRow_ = 0;    // behind titles
+    std::size_t firstColumn_ = 0; // behind labels
+    std::optional<Heading> heading_;
+    BlockSwitches switches_;
+    std::vector<PlacedCell> placed_;
+};
+
+} // namespace vkr

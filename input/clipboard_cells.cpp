@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "input/clipboard_cells.hpp"
+
+#include <algorithm>
+#include <optional>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::string_view ends = "\t\r\n";
+
+// A quoted cell from the front, taken off; nothing where the text begins with none.
+std::optional<std::string> takeQuoted(std::string_view& text) {
+    if (!text.starts_with('"'))
+        return std::nullopt;
+    std::string cell;
+    for (std::size_t at = 1; at < text.size(); ++at) {
+        if (text[at] != '"') {
+            cell += text[at];
+            continue;
+        }
+        const std::string_view rest = text.substr(at + 1);
+        if (rest.starts_with('"')) {
+            cell += '"';
+            ++at;
+        } else if (rest.empty() || ends.find(rest.front()) != std::string_view::npos) {
+            text = rest;
+            return cell;
+        } else {
+            return std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string takeCell(std::string_view& text) {
+    if (auto quoted = takeQuoted(text))
+        return std::move(*quoted);
+    const auto end = std::min(text.find_first_of(ends), text.size());
+    std::string cell(text.substr(0, end));
+    text.remove_prefix(end);
+    return cell;
+}
+
+bool takeBreak(std::string_view& text) {
+    for (const std::string_view one : {"\r\n", "\n", "\r"})
+        if (text.starts_with(one)) {
+            text.remove_prefix(one.size());
+            return true;
+        }
+    return false;
+}
+
+} // namespace
+
+CellTexts cellsOf(std::string_view text) {
+    CellTexts rows;
+    while (!text.empty()) {
+        auto& row = rows.emplace_back();
+        row.push_back(takeCell(text));
+        while (text.starts_with('\t')) {
+            text.remove_prefix(1);
+            row.push_back(takeCell(text));
+        }
+        takeBreak(text);
+    }
+    std::size_t widest = 0;
+    for (const auto& row : rows)
+        widest = std::max(widest, row.size());
+    for (auto& row : rows)
+        row.resize(widest);
+    return rows;
+}
+
+std::string clipboardText(const CellTexts& cells) {
+    std::string text;
+    for (std::size_t row = 0; row < cells.size(); ++row) {
+        text += row == 0 ? "" : "\n";
+        for (std::size_t column = 0; column < cells[row].size(); ++column) {
+            const std::string& cell = cells[row][column];
+            text += column == 0 ? "" : "\t";
+            if (!cell.starts_with('"') && cell.find_first_of(ends) == std::string::npos) {
+                text += cell;
+                continue;
+            }
+            text += '"';
+            for (const char character : cell)
+                text += character == '"' ? std::string("\"\"") : std::string(1, character);
+            text += '"';
+        }
+    }
+    const bool endsEmpty = !cells.empty() && cells.back().size() == 1 && cells.back()[0].empty();
+    return endsEmpty ? text + "\n" : text;
+}
+
+} // namespace vkr

@@ -1,0 +1,352 @@
+// SPDX-License-Identifier: MIT
+#include "binding/block_placing.hpp"
+#include "input/date_reader.hpp"
+#include "platform/exact_number.hpp"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+
+namespace vkr {
+namespace {
+
+const char* wordFor(BlockRemark remark) {
+    static const std::map<BlockRemark, const char*> words = {
+        {BlockRemark::brackets, "brackets"},
+        {BlockRemark::minusBehind, "behind"},
+        {BlockRemark::currency, "currency"},
+        {BlockRemark::percentSign, "percent"},
+        {BlockRemark::fraction, "fraction"},
+        {BlockRemark::openBracket, "open?"},
+        {BlockRemark::percentOfAmount, "percent?"},
+        {BlockRemark::exponent, "exponent?"},
+        {BlockRemark::otherReading, "mark?"},
+        {BlockRemark::empties, "empties?"},
+        {BlockRemark::looksLikeYear, "year?"},
+        {BlockRemark::replacesTyped, "typed?"},
+        {BlockRemark::dash, "dash"},
+        {BlockRemark::notAvailable, "n/a"},
+        {BlockRemark::hidden, "hidden"},
+        {BlockRemark::failed, "failed"},
+        {BlockRemark::noFigure, "none"},
+        {BlockRemark::negative, "negative"},
+        {BlockRemark::tooLarge, "large"},
+        {BlockRemark::outside, "outside"},
+        {BlockRemark::noSuchPeriod, "period"},
+        {BlockRemark::noSuchColumn, "column"},
+        {BlockRemark::twice, "twice"},
+    };
+    return words.at(remark);
+}
+
+// Ten years up to 2025 and the one after, oldest on top; five columns.
+BlockGrid yearly(int column = 0, int row = 0) {
+    BlockGrid grid;
+    grid.columns = {{.name = "Revenue", .inUnit = true},
+                    {.name = "Tax Rate", .negatives = true, .rate = true},
+                    {.name = "Net Income", .negatives = true, .inUnit = true},
+                    {.name = "EPS", .negatives = true},
+                    {.name = "High", .price = true}};
+    for (int year = 2016; year <= 2026; ++year)
+        grid.rows.push_back({.year = year, .date = *makeDate(year, 9, 30)});
+    grid.column = column;
+    grid.row = row;
+    grid.unitNames = {{"(K)", 3}, {"(M)", 6}, {"(B)", 9}};
+    grid.dateOf = [](std::string_view text) { return readDate(text, *makeDate(2026, 11, 21)); };
+    grid.held = [](int, int) { return std::optional<double>(0); };
+    return grid;
+}
+
+// Eight quarters, newest on top, the last one 2026-09-30.
+BlockGrid quarterly(int column = 0, int row = 0) {
+    BlockGrid grid = yearly(column, row);
+    grid.quarterly = true;
+    grid.newestOnTop = true;
+    grid.rows.clear();
+    for (int quarter = 0; quarter < 8; ++quarter)
+        grid.rows.push_back({.date = addQuarters(*makeDate(2026, 9, 30), -quarter)});
+    return grid;
+}
+
+// "2016 Revenue 5" and what is said of it; parted by "; ". The quarters by their row.
+std::string told(const BlockPlacing& placing) {
+    std::string text;
+    const auto& grid = placing.grid();
+    for (const auto& cell : placing.cells()) {
+        text += text.empty() ? "" : "; ";
+        if (cell.figure) {
+            const int year = grid.rows[static_cast<std::size_t>(cell.row)].year;
+            text += year == 0 ? "#" + std::to_string(cell.row) : std::to_string(year);
+            text += " " + grid.columns[static_cast<std::size_t>(cell.column)].name + " " +
+                    exactNumberText(*cell.figure);
+        } else {
+            text += "'" + cell.text + "'";
+        }
+        for (const auto& comment : cell.comments) {
+            text += std::string(" ") + wordFor(comment.remark);
+            text += comment.detail.empty() ? "" : "=" + comment.detail;
+        }
+    }
+    return text;
+}
+
+std::string placed(const char* text, const BlockGrid& grid = yearly()) {
+    return told(BlockPlacing(cellsOf(text), grid));
+}
+
+TEST(BlockPlacing, BeginsAtTheCell) {
+    EXPECT_EQ(placed("1\t2\n3\t4", yearly()),
+              "2016 Revenue 1; 2016 Tax Rate 2; 2017 Revenue 3; 2017 Tax Rate 4");
+    EXPECT_EQ(placed("1\n2\n", yearly(2, 5)), "2021 Net Income 1; 2022 Net Income 2");
+    EXPECT_EQ(placed("1\t\n\t4", yearly(0, 0)), "2016 Revenue 1; 2017 Tax Rate 4");
+    EXPECT_EQ(placed("\n2", yearly(0, 0)), "2017 Revenue 2"); // an empty cell has its place
+    EXPECT_EQ(placed("1\n2", quarterly(3, 4)), "#4 EPS 1; #5 EPS 2");
+}
+
+TEST(BlockPlacing, TellsWhatLiesOutside) {
+    EXPECT_EQ(placed("1\t2", yearly(4, 0)), "2016 High 1; '2' outside");
+    EXPECT_EQ(placed("1\n2", yearly(0, 10)), "2026 Revenue 1; '2' outside");
+    BlockGrid small = yearly();
+    small.held = [](int, int row) { return row < 2 ? std::optional<double>(0) : std::nullopt; };
+    EXPECT_EQ(placed("1\n2\n3", small), "2016 Revenue 1; 2017 Revenue 2; '3' outside");
+}
+
+TEST(BlockPlacing, LeavesOutWhatIsNoFigure) {
+    EXPECT_EQ(placed("n/a\t#DIV/0!\t###\tsee note\t-", yearly()),
+              "'n/a' n/a; '#DIV/0!' failed; '###' hidden; 'see note' none; '-' dash");
+    EXPECT_EQ(placed("-5", yearly(0, 0)), "'-5' negative");
+    EXPECT_EQ(placed("-5", yearly(2, 0)), "2016 Net Income -5");
+    EXPECT_EQ(placed("1e400", yearly(3, 0)), "'1e400' exponent? large");
+    EXPECT_EQ(placed("100-50\t1/8", yearly(3, 0)), "'100-50' none; 2016 High 0.125 fraction");
+}
+
+TEST(BlockPlacing, TellsHowAFigureWasRead) {
+    EXPECT_EQ(placed("(5)\t5-\t$5", yearly(2, 0)),
+              "2016 Net Income -5 brackets; 2016 EPS -5 behind; 2016 High 5 currency=$");
+    EXPECT_EQ(placed("12.5%\t12.5%", yearly(1, 0)),
+              "2016 Tax Rate 12.5 percent; 2016 Net Income 12.5 percent?");
+    EXPECT_EQ(placed("1,234", yearly(0, 0)), "2016 Revenue 1234 mark?=1.234");
+    EXPECT_EQ(placed("1.5E+3", yearly(0, 0)), "2016 Revenue 1500 exponent?");
+    EXPECT_EQ(placed("(5", yearly(2, 0)), "2016 Net Income -5 open?");
+    EXPECT_EQ(placed("-0", yearly(0, 0)), "2016 Revenue 0");
+}
+
+TEST(BlockPlacing, KnowsTheYearsOfAReport) {
+    struct Row {
+        const char* text;
+        const char* told;
+    };
+    const Row rows[] = {
+        // years above, newest first, with labels beside
+        {"\t2025\t2024\nRevenue\t5\t4\nNet Income\t2\t1",
+         "2025 Revenue 5; 2024 Revenue 4; 2025 Net Income 2; 2024 Net Income 1"},
+        {"Years ended\t2024\t2025\nSales\t4\t5", "2024 Revenue 4; 2025 Revenue 5"},
+        {"\tFY2024\tFY 2025\nSales\t4\t5", "2024 Revenue 4; 2025 Revenue 5"},
+        {"Income statement\nin millions\n\t2024\t2025\nSales\t4\t5",
+         "2024 Revenue 4; 2025 Revenue 5"},
+        // down the side
+        {"Year\tRevenue\tEPS\n2024\t4\t1\n2025\t5\t2",
+         "2024 Revenue 4; 2024 EPS 1; 2025 Revenue 5; 2025 EPS 2"},
+        {"\tx\n2025\t5\n2024\t4", "2025 Revenue 5; 2024 Revenue 4"},
+        // dates of the fiscal year
+        {"\tSep 28, 2024\tSep 27, 2025\nSales\t4\t5", "2024 Revenue 4; 2025 Revenue 5"},
+        {"\t2024-09-30\t2025-09-30\nSales\t4\t5", "2024 Revenue 4; 2025 Revenue 5"},
+        // not on the form
+        {"\t2014\t2015\t2016\nSales\t1\t2\t3", "'1' period=2014; '2' period=2015; 2016 Revenue 3"},
+        // signs in cells of their own
+        {"\t\t2025\t\t2024\nSales\t$\t5\t$\t4\nTax\t\t2\t\t1",
+         "2025 Revenue 5 currency=$; 2024 Revenue 4 currency=$; 2025 Tax Rate 2; 2024 Tax Rate 1"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(placed(row.text), row.told);
+    }
+}
+
+TEST(BlockPlacing, KnowsTheQuartersByTheirDates) {
+    EXPECT_EQ(placed("\t2026-06-30\t2026-03-31\t2025-12-31\nEPS\t1\t2\t3", quarterly()),
+              "#1 EPS 1; #2 EPS 2; #3 EPS 3");
+    EXPECT_EQ(placed("\t6/27/2026\t9/26/2026\nx\t1\t2", quarterly()), "#1 Revenue 1; #0 Revenue 2");
+    EXPECT_EQ(placed("\t2020-06-30\t2020-03-31\nx\t1\t2", quarterly()),
+              "'1' period=2020-06-30; '2' period=2020-03-31");
+    // Years are no quarters.
+    EXPECT_EQ(placed("\t2024\t2025\nx\t1\t2", quarterly()).find("period"), std::string::npos);
+}
+
+TEST(BlockPlacing, TakesNoFiguresForYears) {
+    struct Row {
+        const char* text;
+        const char* told;
+    };
+    const Row rows[] = {
+        // revenue of 2019, 2020 and 2021 million
+        {"Revenue\n2019\n2020\n2021", "2016 Revenue 2019; 2017 Revenue 2020; 2018 Revenue 2021"},
+        {"Revenue\tNet Income\n2019\t5\n2020\t6",
+         "2016 Revenue 2019; 2016 Net Income 5; 2017 Revenue 2020; 2017 Net Income 6"},
+        {"Revenue\t2019\t2020\nNet Income\t5\t6",
+         "2016 Revenue 2019; 2017 Revenue 2020; 2016 Net Income 5; 2017 Net Income 6"},
+        {"2019\n2020\n2021", "2016 Revenue 2019; 2017 Revenue 2020; 2018 Revenue 2021"},
+        {"2019\t2020\t2021", "2016 Revenue 2019; 2016 Tax Rate 2020; 2016 Net Income 2021"},
+        // nobody can tell: as it stands, with a doubt
+        {"2019\t5\n2020\t6",
+         "2016 Revenue 2019 year?; 2016 Tax Rate 5; 2017 Revenue 2020 year?; 2017 Tax Rate 6"},
+        {"\t2019\t2021\nx\t5\t6",
+         "2016 Revenue 2019; 2016 Tax Rate 2021; 2017 Revenue 5; 2017 Tax Rate 6"}, // a gap
+        {"\t1.5\t4.5\nx\t1\t2",
+         "2016 Revenue 1.5; 2016 Tax Rate 4.5; 2017 Revenue 1; 2017 Tax Rate 2"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(placed(row.text), row.told);
+    }
+}
+
+TEST(BlockPlacing, IsPlacedByYearsOnRequest) {
+    BlockPlacing placing(cellsOf("2024\t5\n2025\t6"), yearly());
+    EXPECT_FALSE(placing.switches().byPeriods);
+    ASSERT_TRUE(placing.hasPeriods());
+    BlockSwitches switches = placing.switches();
+    switches.byPeriods = true;
+    placing.setSwitches(switches);
+    EXPECT_EQ(told(placing), "2024 Revenue 5; 2025 Revenue 6");
+}
+
+TEST(BlockPlacing, TurnsAndReverses) {
+    BlockPlacing placing(cellsOf("1\t2\t3\n4\t5\t6"), yearly());
+    BlockSwitches switches = placing.switches();
+    switches.turned = true;
+    placing.setSwitches(switches);
+    EXPECT_EQ(told(placing), "2016 Revenue 1; 2017 Revenue 2; 2018 Revenue 3; 2016 Tax Rate 4; "
+                             "2017 Tax Rate 5; 2018 Tax Rate 6");
+    switches.reversed = true;
+    placing.setSwitches(switches);
+    EXPECT_EQ(told(placing), "2018 Revenue 1; 2017 Revenue 2; 2016 Revenue 3; 2018 Tax Rate 4; "
+                             "2017 Tax Rate 5; 2016 Tax Rate 6");
+    switches.turned = false;
+    placing.setSwitches(switches);
+    EXPECT_EQ(told(placing), "2017 Revenue 1; 2017 Tax Rate 2; 2017 Net Income 3; 2016 Revenue 4; "
+                             "2016 Tax Rate 5; 2016 Net Income 6");
+}
+
+TEST(BlockPlacing, SuggestsOrderAndTurnByTheHeading) {
+    const auto suggested = [](const char* text, const BlockGrid& grid) {
+        return BlockPlacing(cellsOf(text), grid).switches();
+    };
+    const auto across = suggested("\t2025\t2024\nx\t1\t2", yearly());
+    EXPECT_TRUE(across.byPeriods && across.turned && across.reversed);
+    const auto down = suggested("\tx\n2024\t1\n2025\t2", yearly());
+    EXPECT_TRUE(down.byPeriods && !down.turned && !down.reversed);
+    const auto quarters = suggested("\t2026-06-30\t2026-03-31\nx\t1\t2", quarterly());
+    EXPECT_TRUE(quarters.byPeriods && quarters.turned && !quarters.reversed);
+    EXPECT_TRUE(suggested("Revenue\t1\t2\nEPS\t3\t4", yearly()).turned);
+}
+
+TEST(BlockPlacing, GoesByTheNamesOfColumns) {
+    EXPECT_EQ(placed("Cost of sales\t1\t2\nNet Income\t3\t4\nrevenue\t5\t6"),
+              "'1' column=Cost of sales; '2' column=Cost of sales; 2016 Net Income 3; "
+              "2017 Net Income 4; 2016 Revenue 5; 2017 Revenue 6");
+    EXPECT_EQ(placed("EPS\tRevenue\n1\t2"), "2016 EPS 1; 2016 Revenue 2");
+    BlockPlacing placing(cellsOf("EPS\tRevenue\n1\t2"), yearly());
+    BlockSwitches switches = placing.switches();
+    EXPECT_TRUE(switches.byNames);
+    switches.byNames = false;
+    placing.setSwitches(switches);
+    EXPECT_EQ(told(placing), "2016 Revenue 1; 2016 Tax Rate 2");
+    EXPECT_EQ(placed("EPS\tEPS\n1\t2"), "2016 EPS 1; '2' twice");
+}
+
+TEST(BlockPlacing, ScalesAmountsAndNoFiguresPerShare) {
+    BlockPlacing placing(cellsOf("1234.5\t21\t-0.3\t1.5\t9"), yearly());
+    const struct {
+        int unit;
+        const char* told;
+    } rows[] = {
+        {0,
+         "2016 Revenue 1234.5; 2016 Tax Rate 21; 2016 Net Income -0.3; 2016 EPS 1.5; 2016 High 9"},
+        {3, "2016 Revenue 1.2345; 2016 Tax Rate 21; 2016 Net Income -0.0003; 2016 EPS 1.5; 2016 "
+            "High 9"},
+        {6,
+         "2016 Revenue 1234.5; 2016 Tax Rate 21; 2016 Net Income -0.3; 2016 EPS 1.5; 2016 High 9"},
+        {9,
+         "2016 Revenue 1234500; 2016 Tax Rate 21; 2016 Net Income -300; 2016 EPS 1.5; 2016 High 9"},
+    };
+    for (const auto& row : rows) {
+        BlockSwitches switches = placing.switches();
+        switches.unit = row.unit;
+        placing.setSwitches(switches);
+        EXPECT_EQ(told(placing), row.told);
+    }
+    BlockGrid thousands = yearly();
+    thousands.unit = 3;
+    EXPECT_EQ(placed("5\t5", thousands), "2016 Revenue 0.005; 2016 Tax Rate 5");
+}
+
+TEST(BlockPlacing, FindsTheUnitInItsTitles) {
+    const auto unitOf = [](const char* text) {
+        return BlockPlacing(cellsOf(text), yearly()).switches().unit;
+    };
+    EXPECT_EQ(unitOf("1\t2"), 0);
+    EXPECT_EQ(unitOf("(In thousands, except per share)\t2024\t2025\nSales\t1\t2"), 3);
+    EXPECT_EQ(unitOf("Dollars in billions\n1\t2"), 9);
+    EXPECT_EQ(unitOf("in millions, shares in thousands\n1\t2"), 0); // nobody can tell
+    EXPECT_EQ(unitOf("Revenue (K)\tEPS\n1\t2"), 3);
+    EXPECT_EQ(unitOf("Revenue (K)\tNet Income (M)\n1\t2"), 0);
+}
+
+TEST(BlockPlacing, ADashIsNothingUnlessItIsToBeEmpty) {
+    BlockGrid grid = yearly();
+    grid.held = [](int column, int) { return std::optional<double>(column); };
+    BlockPlacing placing(cellsOf("-\t\u2014\t\t5"), grid);
+    EXPECT_EQ(told(placing), "'-' dash; '\u2014' dash; 2016 EPS 5");
+    BlockSwitches switches = placing.switches();
+    switches.emptyCells = true;
+    placing.setSwitches(switches);
+    EXPECT_EQ(told(placing), "2016 Revenue 0 empties?; 2016 Tax Rate 0 empties?; "
+                             "2016 Net Income 0 empties?; 2016 EPS 5");
+}
+
+TEST(BlockPlacing, AsksTwiceBeforeATypedFigureGoes) {
+    BlockGrid grid = yearly();
+    grid.held = [](int, int row) { return std::optional<double>(row == 3 ? 0 : 7); };
+    grid.originOf = [](int, int row) {
+        return row == 0   ? std::optional(Origin::typed)
+               : row == 1 ? std::optional(Origin::imported)
+               : row == 2 ? std::nullopt
+                          : std::optional(Origin::typed);
+    };
+    EXPECT_EQ(placed("1\n2\n3\n4", grid),
+              "2016 Revenue 1 typed?; 2017 Revenue 2; 2018 Revenue 3; 2019 Revenue 4");
+    EXPECT_EQ(placed("7", grid), "2016 Revenue 7"); // the same figure
+}
+
+TEST(BlockPlacing, JoinsSignsThatWebTablesHoldApart) {
+    EXPECT_EQ(placed("$\t5\t$\t6\n\t7\t\t8", yearly(2, 0)),
+              "2016 Net Income 5 currency=$; 2016 EPS 6 currency=$; 2017 Net Income 7; 2017 EPS 8");
+    EXPECT_EQ(placed("(5\t)\t(6\t)", yearly(2, 0)),
+              "2016 Net Income -5 brackets; 2016 EPS -6 brackets");
+    EXPECT_EQ(placed("21.5\t%\n20\t%", yearly(1, 0)),
+              "2016 Tax Rate 21.5 percent; 2017 Tax Rate 20 percent");
+    // A column that is empty is one of the block.
+    EXPECT_EQ(placed("5\t\t6", yearly(2, 0)), "2016 Net Income 5; 2016 High 6");
+}
+
+TEST(BlockPlacing, ReadsWithTheMarksThatTheClipboardNames) {
+    BlockPlacing declared(cellsOf("1,234"), yearly(), ',');
+    EXPECT_EQ(told(declared), "2016 Revenue 1.234");
+    BlockPlacing chosen(cellsOf("1,234"), yearly());
+    EXPECT_TRUE(chosen.hasMarks());
+    BlockSwitches switches = chosen.switches();
+    switches.decimal = ',';
+    chosen.setSwitches(switches);
+    EXPECT_EQ(told(chosen), "2016 Revenue 1.234 mark?=1234");
+}
+
+TEST(BlockPlacing, CountsWhatItTakes) {
+    const BlockPlacing placing(cellsOf("1\tn/a\t(2)\t1,234"), yearly());
+    EXPECT_EQ(placing.taken(), 3);
+    EXPECT_EQ(placing.leftOut(), 1);
+    EXPECT_EQ(BlockPlacing({}, yearly()).taken(), 0);
+}
+
+} // namespace
+} // namespace vkr
