@@ -272,6 +272,7 @@ TEST(FiledFigures, ASplitThatNoShareCountProvesIsDoubtfulAndOneTheyContradictIsN
 TEST(FiledFigures, AThousandIsNoSplit) {
     const auto company =
         MadeDocument()
+            .income("2023-01-01", "2023-12-31", "15000000", first)
             .fact(ratio, "pure", "", "2024-06-30", "1000", second)
             .fact(earnings, "USD/shares", "2023-01-01", "2023-12-31", "3.00", first)
             .company();
