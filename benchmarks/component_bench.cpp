@@ -7,6 +7,7 @@
 #include "localizer/localizer.hpp"
 #include "platform/number_text.hpp"
 #include "platform/virtual_desktop.hpp"
+#include "plausibility/company_findings.hpp"
 
 #include <benchmark/benchmark.h>
 
@@ -58,6 +59,15 @@ void commit(benchmark::State& state) {
         benchmark::DoNotOptimize(scene.entry->get_objCompany());
 }
 BENCHMARK(commit)->Name("component/commit")->Unit(benchmark::kMicrosecond);
+
+// All rules over a company that is full, and odd wherever it can be: each finding is a sentence.
+void checks(benchmark::State& state) {
+    const auto record = company(100);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(companyFindings(*record));
+    state.counters["findings"] = static_cast<double>(companyFindings(*record).size());
+}
+BENCHMARK(checks)->Name("component/checks")->Unit(benchmark::kMicrosecond)->Apply(counted);
 
 void switchUnit(benchmark::State& state) {
     Scene scene;

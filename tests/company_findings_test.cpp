@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_csv.hpp"
+#include "plausibility/company_findings.hpp"
+#include "plausibility/plausibility_rules.hpp"
+#include "plausibility/silenced_findings.hpp"
+#include "source_folder.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <set>
+#include <stdexcept>
+
+namespace vkr {
+namespace {
+
+using enum Datum;
+using enum Sureness;
+
+std::shared_ptr<CompanyRecord> sample(std::string_view symbol) {
+    return importCompany(VKR_SOURCE_DIR "/samples", symbol).company;
+}
+
+void put(CompanyRecord& company, Datum series, int element, double figure) {
+    Variant value = readSeries(company, series);
+    value.array().setNumber(element, figure);
+    writeSeries(company, series, value);
+}
+
+// A company without anything to be said of: years from 2025 back, quarters from 2025-12-31 back.
+std::shared_ptr<CompanyRecord> soundCompany() {
+    auto company = std::make_shared<CompanyRecord>();
+    company->put_LastFY(2025);
+    company->put_LastFYDate(makeDate(2025, 12, 31).value());
+    company->put_LastQDate(makeDate(2025, 12, 31).value());
+    company->put_LastQDateForGrid(makeDate(2025, 12, 31).value());
+    for (int year = 1; year <= 8; ++year) {
+        const double growth = 1 + 0.05 * (8 - year);
+        put(*company, YRevenueSeries, year, 4000 * growth);
+        put(*company, YPTISeries, year, 500 * growth);
+        put(*company, YTaxRateSeries, year, 20);
+        put(*company, YNetIncSeries, year, 400 * growth);
+        put(*company, YCommEqSeries, year, 2000 * growth);
+        put(*company, YBookValSeries, year, 20 * growth);
+        put(*company, YEPSSeries, year, 4 * growth);
+        put(*company, YDividendSeries, year, 1 * growth);
+        put(*company, YHighSeries, year, 60 * growth);
+        put(*company, YLowSeries, year, 40 * growth);
+        put(*company, YCSOSeries, year, 100);
+        for (int quarter = 4 * (year - 1); quarter < 4 * year; ++quarter) {
+            put(*company, QRevenueSeries, quarter, 1000 * growth);
+            put(*company, QPTISeries, quarter, 125 * growth);
+            put(*company, QTaxRateSeries, quarter, 20);
+            put(*company, QNetIncSeries, quarter, 100 * growth);
+            put(*company, QEPSSeries, quarter, 1 * growth);
+        }
+    }
+    company->put_CommShares(99);
+    company->put_DilutedShares(101);
+    company->put_CurrentPrice(70);
+    company->put_High52W(75);
+    company->put_Low52W(55);
+    return company;
+}
+
+std::vector<std::string> rulesOf(const std::vector<Finding>& findings) {
+    std::vector<std::string> names;
+    for (const Finding& one : findings)
+        names.emplace_back(one.rule);
+    return names;
+}
+
+TEST(CompanyFindings, areNoneForASoundOrAnEmptyCompany) {
+    EXPECT_EQ(rulesOf(companyFindings(*soundCompany())), std::vector<std::string>());
+    EXPECT_EQ(rulesOf(companyFindings(CompanyRecord())), std::vector<std::string>());
+    EXPECT_EQ(rulesOf(companyFindings(CompanyBase())), std::vector<std::string>());
+}
+
+// What there is to say of the samples, with what the filings say about it.
+TEST(CompanyFindings, ofTheSamplesEachHaveTheirReasonInTheFilings) {
+    struct Row {
+        std::string_view symbol;
+        std::string_view rule;
+        FigurePlace place;
+        Sureness sureness;
+        std::string_view reason;
+    };
+    const Row rows[] = {
+        {"TSLA",
+         "income-after-tax",
+         {QNetIncSeries, 10},
+         likely,
+         "2020-03-31: 68 million after tax, of which minority holders of solar funds got 52"},
+        {"TSLA",
+         "income-after-tax",
+         {QNetIncSeries, 15},
+         hint,
+         "2018-12-31: 210 million after tax, of which minority holders got 70"},
+        {"TSLA",
+         "income-after-tax",
+         {QNetIncSeries, 23},
+         hint,
+         "2016-12-31: a loss of 219 million after tax, of which minority holders bore 98"},
+        {"SNOW",
+         "missing-quarter",
+         {QEPSSeries, 17},
+         likely,
+         "2021-01-31: the filing states no fourth quarter, and the year less nine months gives a "
+         "gain beside a loss, as the shares tripled at the listing"},
+        {"SNOW",
+         "diluted-below-common",
+         {DilutedShares, std::nullopt},
+         hint,
+         "an average of the year to 2025-01-31 against the count of 2025-05-08; a loss dilutes by "
+         "nothing"},
+        {"SNOW",
+         "book-value-times-shares",
+         {YCSOSeries, 5},
+         hint,
+         "2021: listed in September 2020, so that the average is half of the shares at the end"},
+        {"SNOW",
+         "split-step",
+         {YCSOSeries, 5},
+         hint,
+         "2022 against 2021: the first whole year after the listing"},
+        {"SNOW",
+         "split-step",
+         {YCSOSeries, 5},
+         hint,
+         "2021 against 2020: preferred became common shares at the listing"},
+    };
+    for (const std::string_view symbol : {"AAPL", "NVDA", "TSLA", "SNOW"}) {
+        std::vector<Row> expected;
+        std::ranges::copy_if(rows, std::back_inserter(expected),
+                             [&](const Row& row) { return row.symbol == symbol; });
+        const auto findings = companyFindings(*sample(symbol));
+        ASSERT_EQ(findings.size(), expected.size()) << symbol;
+        for (std::size_t at = 0; at < expected.size(); ++at) {
+            SCOPED_TRACE(std::string(symbol) + ": " + std::string(expected[at].reason));
+            EXPECT_EQ(findings[at].rule, expected[at].rule) << findings[at].text;
+            EXPECT_EQ(findings[at].places.front(), expected[at].place) << findings[at].text;
+            EXPECT_EQ(findings[at].sureness, expected[at].sureness) << findings[at].text;
+        }
+    }
+}
+
+TEST(CompanyFindings, sayTheFiguresWithTheMarksOfTheForm) {
+    const auto company = soundCompany();
+    put(*company, YRevenueSeries, 3, 5000000);
+    auto findings = companyFindings(*company);
+    ASSERT_EQ(rulesOf(findings),
+              (std::vector<std::string>{"quarters-against-year", "jump-of-hundreds"}));
+    EXPECT_EQ(findings[1].text,
+              "Revenue of fiscal year 2023, 5,000,000 million, is about 1,000 times the figures "
+              "beside it, 4,800 million and 5,200 million.");
+    findings = companyFindings(*company, {{',', "."}, {}});
+    EXPECT_EQ(findings[0].text,
+              "Revenue of fiscal year 2023: the four quarters make 5.000 million, the year says "
+              "5.000.000 million.");
+    put(*company, YRevenueSeries, 3, 5000);
+    put(*company, YEPSSeries, 1, 4.5);
+    findings = companyFindings(*company, {{',', "."}, {}});
+    EXPECT_NE(findings.at(0).text.find("says 4,5."), std::string::npos) << findings[0].text;
+}
+
+TEST(CompanyFindings, pointAtTheFigureThatMostOfThemSuspect) {
+    const auto company = soundCompany();
+    put(*company, YNetIncSeries, 3, 500 * 10.0); // it was 500
+    const auto findings = companyFindings(*company);
+    EXPECT_EQ(findings.size(), 3U);
+    for (const Finding& one : findings)
+        EXPECT_EQ(one.places.front(), (FigurePlace{YNetIncSeries, 3})) << one.text;
+}
+
+TEST(CompanyFindings, putTheSurestFigureFirstAndKeepThoseOfOneTogether) {
+    const auto company = soundCompany();
+    company->put_DilutedShares(98);     // a hint
+    put(*company, YLowSeries, 2, 90);   // sure
+    put(*company, QNetIncSeries, 9, 0); // likely
+    const auto findings = companyFindings(*company);
+    ASSERT_EQ(rulesOf(findings), (std::vector<std::string>{"high-below-low", "missing-quarter",
+                                                           "diluted-below-common"}));
+    EXPECT_TRUE(std::ranges::is_sorted(findings, std::greater(), &Finding::sureness));
+}
+
+// A key stays as long as the figures do, whatever comes before or after them.
+TEST(CompanyFindings, keepTheirKeysWhenAYearAndAQuarterAreAdded) {
+    const auto company = soundCompany();
+    put(*company, YLowSeries, 2, 90);
+    put(*company, QEPSSeries, 5, -1);
+    std::set<std::string> before;
+    for (const Finding& one : companyFindings(*company))
+        before.insert(one.key);
+    ASSERT_GE(before.size(), 2U);
+
+    for (const DatumRow& row : datumTable())
+        if (isSeries(row)) {
+            Variant series = readSeries(*company, row.datum);
+            const int by = row.period == DatumPeriod::year ? 1 : 4;
+            for (int element = row.upper; element >= by; --element)
+                series.array().setNumber(element, series.array().number(element - by));
+            for (int element = 0; element < by; ++element)
+                series.array().setNumber(element, 0);
+            writeSeries(*company, row.datum, series);
+        }
+    company->put_LastFY(2026);
+    company->put_LastFYDate(makeDate(2026, 12, 31).value());
+    company->put_LastQDateForGrid(makeDate(2026, 12, 28).value()); // not quite the last day
+    company->put_LastQDate(makeDate(2026, 12, 28).value());
+    std::set<std::string> after;
+    for (const Finding& one : companyFindings(*company))
+        after.insert(one.key);
+    for (const std::string& key : before)
+        EXPECT_TRUE(after.contains(key)) << key;
+
+    put(*company, YLowSeries, 3, 91);
+    for (const Finding& one : companyFindings(*company))
+        if (one.rule == "high-below-low") {
+            EXPECT_FALSE(before.contains(one.key));
+        }
+}
+
+TEST(CompanyFindings, haveKeysOfTheirOwn) {
+    for (const std::string_view symbol : {"TSLA", "SNOW"}) {
+        std::set<std::string> keys;
+        const auto findings = companyFindings(*sample(symbol));
+        for (const Finding& one : findings)
+            keys.insert(one.key);
+        EXPECT_EQ(keys.size(), findings.size());
+    }
+}
+
+TEST(CompanyFindings, passOverWhatTheRecordCannotRead) {
+    class Broken final : public CompanyBase {
+      public:
+        [[nodiscard]] Variant get_YEPSSeries() const override {
+            throw std::runtime_error("no earnings");
+        }
+        [[nodiscard]] Variant get_YHighSeries() const override { return {3.0}; } // no array
+        [[nodiscard]] Variant get_YLowSeries() const override {
+            return numberArray({40, std::numeric_limits<double>::infinity()}, -7);
+        }
+        [[nodiscard]] Variant get_YRevenueSeries() const override {
+            return VariantArray(2, std::vector<std::string>{"100", "-5", "x"});
+        }
+        [[nodiscard]] double get_High52W() const override { return std::nan(""); }
+    };
+    const auto findings = companyFindings(Broken());
+    ASSERT_EQ(rulesOf(findings), std::vector<std::string>{"negative-figure"});
+    EXPECT_EQ(findings[0].places.front(), (FigurePlace{YRevenueSeries, 3}));
+}
+
+TEST(CompanyFindings, changeNothing) {
+    const auto company = sample("SNOW");
+    const auto before = company->clone();
+    (void)companyFindings(*company);
+    EXPECT_TRUE(differences(*before, *company).empty());
+}
+
+TEST(SilencedFindings, staySilentUntilOneOfTheirFiguresChanges) {
+    const auto company = soundCompany();
+    put(*company, YLowSeries, 2, 90);
+    SilencedInMemory silenced;
+    const Finding finding = companyFindings(*company).at(0);
+    EXPECT_FALSE(silenced.isSilenced(finding));
+    silenced.silence(finding);
+    EXPECT_TRUE(silenced.isSilenced(companyFindings(*company).at(0)));
+    put(*company, YRevenueSeries, 4, 4700); // has nothing to do with it
+    const auto more = companyFindings(*company);
+    EXPECT_EQ(
+        std::ranges::count_if(more, [&](const auto& one) { return silenced.isSilenced(one); }), 1);
+    put(*company, YLowSeries, 2, 91);
+    for (const Finding& one : companyFindings(*company))
+        EXPECT_FALSE(silenced.isSilenced(one)) << one.text;
+    silenced.speakAgain(finding);
+    EXPECT_FALSE(silenced.isSilenced(finding));
+}
+
+// --- each rule by itself
+// --------------------------------------------------------------------------
+
+// Figures that make a rule speak, and some that just do not.
+struct Case {
+    std::string_view rule;
+    std::vector<std::pair<FigurePlace, double>> speaks;
+    std::vector<std::pair<FigurePlace, double>> silent;
+};
+
+void put(CompanyRecord& company, const std::vector<std::pair<FigurePlace, double>>& figures) {
+    for (const auto& [place, figure] : figures)
+        if (place.element)
+            put(company, place.datum, *place.element, figure);
+        else if (isOf<datum_kind::Day>(place.datum))
+            writeDate(company, place.datum, Date{figure});
+        else if (place.datum == LastFY)
+            company.put_LastFY(static_cast<std::int16_t>(figure));
+        else
+            writeNumber(company, place.datum, figure);
+}
+
+double day(int year, int month, int dayOfMonth) {
+    return makeDate(year, month, dayOfMonth).value().serial;
+}
+
+std::vector<Case> cases() {
+    constexpr std::nullopt_t card = std::nullopt;
+    return {
+        {"high-below-low", {{{YHighSeries, 1}, 53.9}}, {{{YHighSeries, 1}, 54}}},
+        {"range-too-wide", {{{YLowSeries, 1}, 6.7}}, {{{YLowSeries, 1}, 6.75}}},
+        {"range-reversed", {{{High52W, card}, 54.9}}, {{{High52W, card}, 70}}},
+        {"price-outside-range", {{{CurrentPrice, card}, 54}}, {{{CurrentPrice, card}, 55}}},
+        {"price-outside-range", {{{CurrentPrice, card}, 76}}, {{{CurrentPrice, card}, 75}}},
+        {"negative-figure", {{{TotalDebt, card}, -1}}, {{{TotalDebt, card}, 1}}},
+        {"sign-of-earnings", {{{QEPSSeries, 3}, -1}}, {{{QEPSSeries, 3}, 1.35}}},
+        {"sign-of-book-value", {{{YBookValSeries, 1}, -27}}, {{{YBookValSeries, 1}, 27}}},
+        {"sign-of-pre-tax-income",
+         {{{YPTISeries, 8}, -500}},
+         {{{YPTISeries, 8}, -500}, {{YTaxRateSeries, 8}, 180}}},
+        {"preferred-above-income", {{{PrefDiv, card}, 541}}, {{{PrefDiv, card}, 540}}},
+        {"diluted-below-common", {{{DilutedShares, card}, 98.9}}, {{{DilutedShares, card}, 99}}},
+        {"share-counts-apart", {{{DilutedShares, card}, 141}}, {{{DilutedShares, card}, 139}}},
+        {"quarters-against-year", {{{YRevenueSeries, 8}, 4008.1}}, {{{YRevenueSeries, 8}, 4008}}},
+        {"quarterly-earnings-against-year", {{{QEPSSeries, 3}, 1.47}}, {{{QEPSSeries, 3}, 1.45}}},
+        {"earnings-times-shares", {{{YEPSSeries, 8}, 4.21}}, {{{YEPSSeries, 8}, 4.19}}},
+        {"quarterly-earnings-times-shares", {{{QEPSSeries, 3}, 1.56}}, {{{QEPSSeries, 3}, 1.55}}},
+        {"book-value-times-shares", {{{YBookValSeries, 8}, 25.1}}, {{{YBookValSeries, 8}, 24.9}}},
+        {"income-after-tax", {{{YTaxRateSeries, 8}, 36}}, {{{YTaxRateSeries, 8}, 34}}},
+        {"income-after-tax", {{{QTaxRateSeries, 8}, 46}}, {{{QTaxRateSeries, 8}, 44}}},
+        {"jump-of-hundreds", {{{YDividendSeries, 4}, 42}}, {{{YDividendSeries, 4}, 37}}},
+        {"jump-of-ten", {{{YDividendSeries, 4}, 9.5}}, {{{YDividendSeries, 4}, 9}}},
+        {"jump-at-end", {{{YDividendSeries, 1}, 42}}, {{{YDividendSeries, 1}, 40}}},
+        {"split-ratio-jump", {{{YDividendSeries, 4}, 2.5}}, {{{YDividendSeries, 4}, 2.7}}},
+        {"prices-by-split-ratio",
+         {{{YHighSeries, 4}, 144}, {{YLowSeries, 4}, 96}},
+         {{{YHighSeries, 4}, 144}, {{YLowSeries, 4}, 70}}},
+        {"ranges-apart", {{{YLowSeries, 1}, 98}}, {{{YLowSeries, 1}, 97}}},
+        {"split-step",
+         {{{YCSOSeries, 1}, 141}, {{YEPSSeries, 1}, 3.7}},
+         {{{YCSOSeries, 1}, 139}, {{YEPSSeries, 1}, 3.7}}},
+        {"missing-year", {{{YRevenueSeries, 3}, 0}}, {{{YTaxRateSeries, 3}, 0}}},
+        {"missing-year",
+         {{{YPTISeries, 3}, 0}, {{YTaxRateSeries, 3}, 0}},
+         {{{YPTISeries, 3}, 0}, {{YDividendSeries, 3}, 0}}},
+        {"missing-quarter", {{{QNetIncSeries, 3}, 0}}, {{{QNetIncSeries, 31}, 0}}},
+        {"year-unlike-its-end", {{{LastFY, card}, 2024}}, {{{LastFY, card}, 2025}}},
+        {"year-unlike-its-end",
+         {{{LastFYDate, card}, day(2026, 1, 8)}},
+         {{{LastFYDate, card}, day(2026, 1, 7)}}},
+        {"quarter-before-year-end",
+         {{{LastQDateForGrid, card}, day(2025, 11, 15)}},
+         {{{LastQDateForGrid, card}, day(2025, 11, 16)}}},
+        {"year-behind-quarters",
+         {{{LastQDateForGrid, card}, day(2026, 12, 31)}},
+         {{{LastQDateForGrid, card}, day(2026, 9, 30)}}},
+        {"source-before-quarter",
+         {{{DateOfSource, card}, day(2025, 12, 30)}},
+         {{{DateOfSource, card}, day(2025, 12, 31)}}},
+        {"day-to-come",
+         {{{PriceUpdatedDate, card}, day(2026, 6, 2)}},
+         {{{PriceUpdatedDate, card}, day(2026, 6, 1)}}},
+    };
+}
+
+bool speaks(std::string_view rule, const std::vector<std::pair<FigurePlace, double>>& figures) {
+    const auto company = soundCompany();
+    put(*company, figures);
+    const auto findings = companyFindings(*company, {{}, makeDate(2026, 6, 1).value()});
+    return std::ranges::find(findings, rule, &Finding::rule) != findings.end();
+}
+
+TEST(PlausibilityRules, speakBeyondTheirBoundsAndNotWithin) {
+    for (const Case& one : cases()) {
+        EXPECT_TRUE(speaks(one.rule, one.speaks)) << one.rule;
+        EXPECT_FALSE(speaks(one.rule, one.silent)) << one.rule;
+    }
+}
+
+TEST(PlausibilityRules, areAllTriedAndHaveNamesOfTheirOwn) {
+    std::set<std::string_view> tried;
+    for (const Case& one : cases())
+        tried.insert(one.rule);
+    std::set<std::string_view> names;
+    for (const PlausibilityRule& rule : plausibilityRules()) {
+        names.insert(rule.name);
+        EXPECT_TRUE(tried.contains(rule.name)) << rule.name;
+        EXPECT_EQ(findPlausibilityRule(rule.name), &rule);
+    }
+    EXPECT_EQ(names.size(), plausibilityRules().size());
+    EXPECT_EQ(findPlausibilityRule("no-rule"), nullptr);
+}
+
+TEST(PlausibilityRules, leaveNoPlaceOfTheirSentencesOpen) {
+    for (const Case& one : cases()) {
+        const auto company = soundCompany();
+        put(*company, one.speaks);
+        for (const Finding& finding : companyFindings(*company, {{}, makeDate(2026, 6, 1).value()}))
+            for (const char* open : {"%1", "%2", "%3", "%4", "%5", "%6", "Series", "nan", "inf"})
+                EXPECT_EQ(finding.text.find(open), std::string::npos) << finding.text;
+    }
+}
+
+} // namespace
+} // namespace vkr
