@@ -26,10 +26,11 @@ double unitOfAmount(double value) {
     return unit;
 }
 
-// Whether one is the other, rounded to thousands or millions.
+// Whether one is the other, rounded to thousands or millions: one that has few digits by chance is
+// not as much finer.
 bool isCoarser(double coarse, double fine) {
     const double unit = unitOfAmount(coarse);
-    return unit > unitOfAmount(fine) && std::abs(coarse - fine) <= unit / 2;
+    return unit >= 100 * unitOfAmount(fine) && std::abs(coarse - fine) <= unit / 2;
 }
 
 FigureSource sourceOf(const ConceptRow& row, const FiledFact& fact) {

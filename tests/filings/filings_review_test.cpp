@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_csv.hpp"
+#include "company/company_record.hpp"
+#include "company/exact_text.hpp"
+#include "filings/filings_review.hpp"
+#include "filings/review_table.hpp"
+#include "source_folder.hpp"
+#include "tests/filings/filing_texts.hpp"
+#include "tests/filings/made_document.hpp"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace vkr {
+
+namespace {
+
+std::shared_ptr<CompanyRecord> sample(const std::string& symbol) {
+    auto read = importCompany(VKR_SOURCE_DIR "/samples", symbol);
+    if (read.company == nullptr)
+        throw std::runtime_error("no sample " + symbol);
+    return read.company;
+}
+
+const MadeDocument::Filing report{"10-K", "2024-02-20", "0000000001-24-000001"};
+const MadeDocument::Filing laterReport{"10-K", "2025-02-20", "0000000001-25-000001"};
+
+// Net income of two years.
+FiledCompany twoYears() {
+    return MadeDocument()
+        .income("2022-01-01", "2022-12-31", "5000000", report)
+        .income("2023-01-01", "2023-12-31", "6000000", laterReport)
+        .company();
+}
+
+std::shared_ptr<CompanyRecord> madeUp() {
+    auto record = std::make_shared<CompanyRecord>();
+    record->put_Name("Made Up, Inc");
+    return record;
+}
+
+void putYear(CompanyRecord& record, Datum series, int element, double value) {
+    Variant held = readSeries(record, series);
+    held.array().setNumber(element, value);
+    writeSeries(record, series, held);
+}
+
+double year(const iVKR_Company& record, Datum series, int element) {
+    return readSeries(record, series).array().number(element);
+}
+
+const ReviewRow& rowFor(const FilingsReview& review, Datum datum, const std::string& period) {
+    const auto row = std::ranges::find_if(review.rows, [&](const ReviewRow& one) {
+        return one.figure.datum == datum && one.period == period;
+    });
+    if (row == review.rows.end())
+        throw std::runtime_error("no row " + period);
+    return *row;
+}
+
+// A record that tells its actions and writes, and refuses the n-th write where it is told to.
+class ToldRecord final : public CompanyBase, public ActionListener {
+  public:
+    std::vector<std::string> told;
+    int refusesWrite = 0; // counted from 1
+
+    void beginAction(const Action& action) override {
+        told.push_back("begin " + std::string(originName(action.origin)) + " '" + action.name +
+                       "' " + action.document);
+    }
+    void endAction() noexcept override { told.emplace_back("end"); }
+    [[nodiscard]] std::string get_Name() const override { return "Made Up"; }
+    [[nodiscard]] std::int16_t get_LastFY() const override { return lastYear_; }
+    void put_LastFY(std::int16_t value) override {
+        write("LastFY");
+        lastYear_ = value;
+    }
+    [[nodiscard]] Date get_LastFYDate() const override { return lastDate_; }
+    void put_LastFYDate(Date value) override {
+        write("LastFYDate");
+        lastDate_ = value;
+    }
+    [[nodiscard]] Variant get_YNetIncSeries() const override { return income_; }
+    void put_YNetIncSeries(const Variant& value) override {
+        write("YNetIncSeries");
+        income_ = value;
+    }
+
+  private:
+    void write(const std::string& name) {
+        told.push_back(name);
+        if (refusesWrite > 0 && --refusesWrite == 0)
+            throw std::invalid_argument("not today");
+    }
+
+    std::int16_t lastYear_ = 0;
+    Date lastDate_;
+    Variant income_ = numberArray(std::vector<double>(11, 0.0));
+};
+
+} // namespace
+
+// --- comparing ---------------------------------------------------------------------------------
+
+TEST(FilingsReview, OfTheSampleCompaniesEveryFigureIsTheSame) {
+    for (const char* symbol : {"AAPL", "NVDA"}) {
+        const auto review = reviewFilings(companyOf(symbol), *sample(symbol));
+        EXPECT_EQ(review.refusal, "");
+        EXPECT_EQ(review.match, CompanyMatch::same);
+        EXPECT_GE(review.rows.size(), 250u);
+        EXPECT_EQ(review.ticked(), 0);
+        for (const ReviewRow& row : review.rows)
+            EXPECT_EQ(row.state, ReviewState::same)
+                << symbol << ' ' << figureTitle(row.figure.datum) << ' ' << row.period << ' '
+                << exactNumberText(row.stored) << ' ' << exactNumberText(row.figure.value);
+    }
+}
+
+TEST(FilingsReview, TicksWhatIsNewAndWhatDiffersFromADocumentButNothingThatMayBeTyped) {
+    const auto company = madeUp();
+    company->put_LastFY(2023);
+    putYear(*company, Datum::YNetIncSeries, 1, 7);
+    ReviewOptions options;
+    const auto stateOf = [&](std::optional<Origin> origin) {
+        options.originOf = [=](Datum, std::optional<int>) { return origin; };
+        return reviewFilings(twoYears(), *company, options);
+    };
+    for (const Origin origin : {Origin::imported, Origin::derived}) {
+        const auto review = stateOf(origin);
+        EXPECT_TRUE(rowFor(review, Datum::YNetIncSeries, "2023").ticked);
+        EXPECT_FALSE(rowFor(review, Datum::YNetIncSeries, "2023").isByHand());
+        EXPECT_EQ(review.ticked(), 2);
+    }
+    for (const auto& origin : {std::optional(Origin::typed), std::optional(Origin::pasted),
+                               std::optional(Origin::shifted), std::optional<Origin>()}) {
+        const auto review = stateOf(origin);
+        const ReviewRow& row = rowFor(review, Datum::YNetIncSeries, "2023");
+        EXPECT_EQ(row.state, ReviewState::differs);
+        EXPECT_EQ(row.difference(), -1);
+        EXPECT_TRUE(row.isByHand());
+        EXPECT_FALSE(row.ticked);
+        EXPECT_TRUE(rowFor(review, Datum::YNetIncSeries, "2022").ticked);
+    }
+}
+
+TEST(FilingsReview, AsksForTheOriginOfTheFigureWhereItIsBeforeYearsAreAdded) {
+    const auto company = madeUp();
+    company->put_LastFY(2022);
+    putYear(*company, Datum::YNetIncSeries, 1, 7);
+    std::vector<std::pair<Datum, std::optional<int>>> asked;
+    ReviewOptions options;
+    options.originOf = [&](Datum datum, std::optional<int> element) {
+        asked.emplace_back(datum, element);
+        return Origin::typed;
+    };
+    const auto review = reviewFilings(twoYears(), *company, options);
+    EXPECT_EQ(rowFor(review, Datum::YNetIncSeries, "2022").element, 2);
+    ASSERT_EQ(asked.size(), 1u);
+    EXPECT_EQ(asked[0].second, 1);
+}
+
+TEST(FilingsReview, ADoubtfulFigureIsNotTickedByItself) {
+    const auto filed =
+        MadeDocument()
+            .fact("us-gaap:ProfitLoss", "USD", "2023-01-01", "2023-12-31", "7000000", report)
+            .company();
+    auto review = reviewFilings(filed, *madeUp());
+    ASSERT_EQ(review.rows.size(), 1u);
+    EXPECT_EQ(review.ticked(), 0);
+    tick(review, ReviewTicks::fresh);
+    EXPECT_EQ(review.ticked(), 0);
+    tick(review, ReviewTicks::all);
+    EXPECT_EQ(review.ticked(), 1);
+    tick(review, ReviewTicks::none);
+    EXPECT_EQ(review.ticked(), 0);
+    EXPECT_TRUE(passes(review.rows[0], ReviewFilter::doubtful));
+    EXPECT_TRUE(passes(review.rows[0], ReviewFilter::fresh));
+    EXPECT_FALSE(passes(review.rows[0], ReviewFilter::differs));
+    EXPECT_FALSE(passes(review.rows[0], ReviewFilter::same));
+    EXPECT_FALSE(passes(review.rows[0], ReviewFilter::byHand));
+}
+
+// --- whose document it is ----------------------------------------------------------------------
+
+TEST(FilingsReview, NamesAreComparedWithoutMarksAndLegalForms) {
+    EXPECT_EQ(matchCompany("Apple Inc.", "APPLE, Inc"), CompanyMatch::same);
+    EXPECT_EQ(matchCompany("NVIDIA CORP", "Nvidia Corporation"), CompanyMatch::same);
+    EXPECT_EQ(matchCompany("SNOWFLAKE INC.", "The Snowflake Company"), CompanyMatch::same);
+    EXPECT_EQ(matchCompany("LOWES COMPANIES", "Lowe's Companies"), CompanyMatch::same);
+    EXPECT_EQ(matchCompany("PEPSICO INC", "Pepsi Bottling Group"), CompanyMatch::other);
+    EXPECT_EQ(matchCompany("GENERAL MILLS INC", "General Motors"), CompanyMatch::unsure);
+    EXPECT_EQ(matchCompany("Apple Inc.", "NVIDIA CORP"), CompanyMatch::other);
+    EXPECT_EQ(matchCompany("Apple Inc.", ""), CompanyMatch::unsure);
+    EXPECT_EQ(matchCompany("Inc.", "Inc."), CompanyMatch::unsure);
+}
+
+TEST(FilingsReview, SaysThatTheDocumentIsOfAnotherCompany) {
+    const auto review = reviewFilings(companyOf("NVDA"), *sample("AAPL"));
+    EXPECT_EQ(review.match, CompanyMatch::other);
+    EXPECT_EQ(review.question,
+              "The document is of NVIDIA CORP (CIK 1045810), the company is Apple Inc. (AAPL).");
+}
+
+TEST(FilingsReview, OfARefusedDocumentNothingIsImported) {
+    const auto company = madeUp();
+    const auto file = std::string(VKR_SOURCE_DIR) + "/samples/AAPL-yearly.csv";
+    const auto review = reviewFilingsFile(file, *company);
+    EXPECT_NE(review.refusal.find("no JSON"), std::string::npos);
+    EXPECT_EQ(importFilings(company, review), review.refusal);
+    EXPECT_TRUE(sameAs(*company, *madeUp()));
+}
+
+// --- years and quarters ------------------------------------------------------------------------
+
+TEST(FilingsReview, AnEmptyRecordTakesNameYearsAndQuartersOfTheFilings) {
+    for (const char* symbol : {"AAPL", "NVDA"}) {
+        const auto held = sample(symbol);
+        auto company = std::make_shared<CompanyRecord>();
+        company->put_Symbol(symbol);
+        company->put_LastFYDate(*makeDate(2025, 12, 31)); // as the form suggests it
+        company->put_LastQDate(*makeDate(2025, 12, 31));
+        const auto review = reviewFilings(companyOf(symbol), *company);
+        EXPECT_EQ(review.match, CompanyMatch::unsure);
+        EXPECT_EQ(importFilings(company, review), std::nullopt);
+        EXPECT_EQ(company->get_Name(), held->get_Name());
+        EXPECT_EQ(company->get_LastFY(), held->get_LastFY());
+        EXPECT_EQ(company->get_LastFYDate(), held->get_LastFYDate());
+        EXPECT_EQ(company->get_LastQDate(), held->get_LastQDate());
+        EXPECT_EQ(company->get_LastQDateForGrid(), held->get_LastQDateForGrid());
+        for (const Datum datum : {Datum::YRevenueSeries, Datum::YTaxRateSeries, Datum::YCSOSeries,
+                                  Datum::YBookValSeries, Datum::QRevenueSeries,
+                                  Datum::QNetIncSeries, Datum::QTaxRateSeries})
+            EXPECT_EQ(readSeries(*company, datum), readSeries(*held, datum)) << rowOf(datum).name;
+        EXPECT_EQ(company->get_TotalDebt(), held->get_TotalDebt());
+        EXPECT_EQ(company->get_CommShares(), held->get_CommShares());
+        EXPECT_EQ(company->get_DilutedShares(), held->get_DilutedShares());
+        // A second time there is nothing left to do.
+        EXPECT_EQ(reviewFilings(companyOf(symbol), *company).ticked(), 0);
+    }
+}
+
+TEST(FilingsReview, LaterYearsAndQuartersAreAddedFirst) {
+    const auto held = sample("AAPL");
+    auto company = sample("AAPL");
+    // As it was two years and five quarters before.
+    for (const DatumRow& row : datumTable()) {
+        if (!isSeries(row))
+            continue;
+        const int back = row.period == DatumPeriod::year ? 2 : 5;
+        Variant series = readSeries(*company, row.datum);
+        for (int i = 0; i <= row.upper; ++i)
+            series.array().setNumber(i, i + back <= row.upper && (i > 0 || back == 5)
+                                            ? series.array().number(i + back)
+                                            : 0);
+        writeSeries(*company, row.datum, series);
+    }
+    company->put_LastFY(2023);
+    company->put_LastFYDate(*makeDate(2023, 9, 30));
+    company->put_LastQDate(*makeDate(2024, 9, 28));
+    company->put_LastQDateForGrid(*makeDate(2024, 9, 28));
+
+    const auto review = reviewFilings(companyOf("AAPL"), *company);
+    EXPECT_EQ(review.years.added, 2);
+    EXPECT_EQ(review.quarters.added, 5);
+    EXPECT_EQ(review.notes[0], "2 fiscal years added: the last one is 2025, to 2025-09-27.");
+    for (const ReviewRow& row : review.rows)
+        if (row.period == "2023" || row.period == "2024-09-28") {
+            EXPECT_EQ(row.state, ReviewState::same) << figureTitle(row.figure.datum);
+        }
+    ASSERT_EQ(importFilings(company, review), std::nullopt);
+    EXPECT_EQ(company->get_LastFY(), 2025);
+    EXPECT_EQ(company->get_LastFYDate(), held->get_LastFYDate());
+    EXPECT_EQ(company->get_LastQDateForGrid(), held->get_LastQDateForGrid());
+    EXPECT_EQ(readSeries(*company, Datum::YRevenueSeries),
+              readSeries(*held, Datum::YRevenueSeries));
+    EXPECT_EQ(readSeries(*company, Datum::QRevenueSeries),
+              readSeries(*held, Datum::QRevenueSeries));
+    // Prices are in no filing: theirs have moved on with their years.
+    for (int element = 3; element <= 10; ++element)
+        EXPECT_EQ(year(*company, Datum::YHighSeries, element),
+                  year(*held, Datum::YHighSeries, element));
+    EXPECT_EQ(year(*company, Datum::YHighSeries, 1), 0);
+}
+
+TEST(FilingsReview, LaterYearsAreLeftOutWhereTheyAreNotWanted) {
+    const auto company = madeUp();
+    company->put_LastFY(2022);
+    putYear(*company, Datum::YNetIncSeries, 1, 5);
+    ReviewOptions options;
+    options.addsYears = false;
+    const auto review = reviewFilings(twoYears(), *company, options);
+    EXPECT_EQ(review.years.added, 0);
+    EXPECT_TRUE(review.years.changes.empty());
+    EXPECT_EQ(review.notes[0], "1 fiscal year after the last one of the company is left out.");
+    EXPECT_EQ(review.rows.size(), 1u);
+    EXPECT_EQ(rowFor(review, Datum::YNetIncSeries, "2022").state, ReviewState::same);
+}
+
+TEST(FilingsReview, TheLastFiscalYearIsThatOfItsDayWhateverItIsCalled) {
+    const auto filed = MadeDocument()
+                           .income("2023-01-01", "2024-01-06", "6000000", report)
+                           .company(); // called 2023
+    const auto company = madeUp();
+    company->put_LastFY(2024);
+    company->put_LastFYDate(*makeDate(2024, 1, 6));
+    putYear(*company, Datum::YRevenueSeries, 1, 5);
+    const auto review = reviewFilings(filed, *company);
+    EXPECT_EQ(review.years.added, 0);
+    EXPECT_EQ(rowFor(review, Datum::YNetIncSeries, "2023").element, 1);
+}
+
+TEST(FilingsReview, WithoutALastFiscalYearFiguresHaveNoPlace) {
+    const auto company = madeUp();
+    putYear(*company, Datum::YRevenueSeries, 1, 5);
+    const auto review = reviewFilings(twoYears(), *company);
+    EXPECT_TRUE(review.rows.empty());
+    EXPECT_EQ(review.notes[0], "Yearly figures are left out: the company has no last fiscal year.");
+}
+
+// --- importing ---------------------------------------------------------------------------------
+
+TEST(FilingsReview, AnImportIsOneActionWithTheNumberOfEachFiling) {
+    const auto company = std::make_shared<ToldRecord>();
+    ASSERT_EQ(importFilings(company, reviewFilings(twoYears(), *company)), std::nullopt);
+    EXPECT_EQ(company->told,
+              (std::vector<std::string>{
+                  "begin imported 'Import of 2 Figures' ", "begin shifted '' ", "LastFY",
+                  "LastFYDate", "end", "begin imported '' 0000000001-25-000001", "YNetIncSeries",
+                  "end", "begin imported '' 0000000001-24-000001", "YNetIncSeries", "end", "end"}));
+    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 1), 6);
+    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 5);
+}
+
+TEST(FilingsReview, AnImportIsAllOrNothing) {
+    for (int refused = 1; refused <= 4; ++refused) {
+        const auto company = std::make_shared<ToldRecord>();
+        const auto review = reviewFilings(twoYears(), *company);
+        company->refusesWrite = refused;
+        EXPECT_EQ(importFilings(company, review), "not today") << refused;
+        EXPECT_EQ(company->get_LastFY(), 0) << refused;
+        EXPECT_TRUE(isAbsent(company->get_LastFYDate())) << refused;
+        EXPECT_EQ(year(*company, Datum::YNetIncSeries, 1), 0) << refused;
+        EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 0) << refused;
+        EXPECT_EQ(company->told.back(), "end");
+    }
+}
+
+TEST(FilingsReview, OnlyTickedFiguresAreImported) {
+    const auto company = madeUp();
+    company->put_LastFY(2023);
+    company->put_LastFYDate(*makeDate(2023, 12, 31));
+    auto review = reviewFilings(twoYears(), *company);
+    tick(review, ReviewTicks::none);
+    EXPECT_EQ(importFilings(company, review), "No figure is ticked.");
+    review.rows[1].ticked = true; // 2022
+    EXPECT_EQ(importFilings(company, review), std::nullopt);
+    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 1), 0);
+    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 5);
+}
+
+TEST(FilingsReview, ACompanyThatHasChangedSinceIsNotTouched) {
+    const auto company = madeUp();
+    const auto review = reviewFilings(twoYears(), *company);
+    putYear(*company, Datum::YNetIncSeries, 2, 4);
+    EXPECT_EQ(importFilings(company, review),
+              "The company has been changed since the figures were compared.");
+    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 4);
+}
+
+// --- as a table --------------------------------------------------------------------------------
+
+TEST(ReviewTable, HasARowForEachFigure) {
+    const auto company = madeUp();
+    company->put_LastFY(2023);
+    putYear(*company, Datum::YNetIncSeries, 1, 7);
+    const auto review = reviewFilings(twoYears(), *company);
+    std::vector<std::string> cells;
+    for (const ReviewColumn& column : reviewColumns())
+        cells.push_back(std::string(column.key) + "=" + column.text(review.rows[0]));
+    EXPECT_EQ(cells,
+              (std::vector<std::string>{"figure=Net income", "period=2023", "stored=7", "filed=6",
+                                        "difference=-1", "state=differs", "origin=", "form=10-K",
+                                        "filed_on=2025-02-20", "accession=0000000001-25-000001",
+                                        "concept=us-gaap:NetIncomeLoss", "notes="}));
+    for (const ReviewRow& row : reviewFilings(companyOf("AAPL"), *sample("AAPL")).rows)
+        EXPECT_NE(figureTitle(row.figure.datum), rowOf(row.figure.datum).name);
+}
+
+TEST(ReviewTable, DetailsTellTheOtherValuesOfThePeriod) {
+    const auto company = MadeDocument()
+                             .income("2023-01-01", "2023-12-31", "6000000", report)
+                             .income("2023-01-01", "2023-12-31", "6500000", laterReport)
+                             .company();
+    EXPECT_EQ(reviewDetails(reviewFilings(company, *madeUp()).rows[0]),
+              "6.5: us-gaap:NetIncomeLoss, 10-K of 2025-02-20 (0000000001-25-000001)\n"
+              "restated\n"
+              "6 in 10-K of 2024-02-20 (0000000001-24-000001): restated later");
+}
+
+} // namespace vkr
