@@ -74,7 +74,13 @@ inline constexpr std::string_view quarterlySuffix = "-quarterly.csv";
 
 // What stands before the suffixes: the symbol, with "_" for what a file name cannot hold, and
 // "company" where there is no symbol.
-[[nodiscard]] std::string csvPrefix(const CompanyRecord& company);
+[[nodiscard]] std::string csvPrefix(std::string_view symbol);
+[[nodiscard]] inline std::string csvPrefix(const CompanyRecord& company) {
+    return csvPrefix(company.get_Symbol());
+}
+// The three files of a company in a folder.
+[[nodiscard]] std::vector<std::filesystem::path> csvFiles(const std::filesystem::path& folder,
+                                                          std::string_view prefix);
 
 // Reads <prefix>-company.csv, -yearly.csv and -quarterly.csv of a folder. The latter two may be
 // missing, which is noted.
@@ -89,6 +95,13 @@ struct CsvExport {
 // their places before the first one is replaced, so that none is ever left half written.
 [[nodiscard]] CsvExport exportCompany(const CompanyRecord& company,
                                       const std::filesystem::path& folder);
+
+// The companies of a folder by what stands before the suffixes, in the order of their texts.
+struct CsvFolder {
+    std::vector<std::string> prefixes;
+    std::string error; // the folder could not be read
+};
+[[nodiscard]] CsvFolder csvFolder(const std::filesystem::path& folder);
 
 struct FolderImport {
     struct Entry {

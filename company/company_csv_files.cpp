@@ -14,6 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::string_view suffixes[] = {companySuffix, yearlySuffix, quarterlySuffix};
+
 fs::path pathOf(std::string_view utf8) {
     return {std::u8string(utf8.begin(), utf8.end())};
 }
@@ -107,6 +109,13 @@ class PendingFiles {
 
 } // namespace
 
+std::vector<fs::path> csvFiles(const fs::path& folder, std::string_view prefix) {
+    std::vector<fs::path> files;
+    for (const auto suffix : suffixes)
+        files.push_back(folder / pathOf(std::string(prefix) + std::string(suffix)));
+    return files;
+}
+
 CsvImport importCompany(const fs::path& folder, std::string_view prefix) {
     const auto name = [&](std::string_view suffix) {
         return std::string(prefix) + std::string(suffix);
@@ -143,8 +152,8 @@ CsvExport exportCompany(const CompanyRecord& company, const fs::path& folder) {
     return result;
 }
 
-FolderImport importFolder(const fs::path& folder, const ImportProgress& progress) {
-    FolderImport result;
+CsvFolder csvFolder(const fs::path& folder) {
+    CsvFolder result;
     std::set<std::string> prefixes;
     std::error_code fault;
     for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
@@ -152,17 +161,24 @@ FolderImport importFolder(const fs::path& folder, const ImportProgress& progress
         if (std::error_code ignored; !entry->is_regular_file(ignored))
             continue;
         const std::string name = textOf(entry->path().filename());
-        for (const auto suffix : {companySuffix, yearlySuffix, quarterlySuffix})
+        for (const auto suffix : suffixes)
             if (name.ends_with(suffix) && name.size() > suffix.size())
                 prefixes.insert(name.substr(0, name.size() - suffix.size()));
     }
-    if (fault) {
+    if (fault)
         result.error = textOf(folder) + " could not be read: " + fault.message();
-        return result;
-    }
-    for (const std::string& prefix : prefixes) {
+    else
+        result.prefixes.assign(prefixes.begin(), prefixes.end());
+    return result;
+}
+
+FolderImport importFolder(const fs::path& folder, const ImportProgress& progress) {
+    const CsvFolder found = csvFolder(folder);
+    FolderImport result;
+    result.error = found.error;
+    for (const std::string& prefix : found.prefixes) {
         const int done = static_cast<int>(result.entries.size());
-        if (progress && !progress(done, static_cast<int>(prefixes.size()), prefix)) {
+        if (progress && !progress(done, static_cast<int>(found.prefixes.size()), prefix)) {
             result.stopped = true;
             break;
         }

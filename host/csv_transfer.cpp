@@ -4,6 +4,7 @@
 #include "host/messages.hpp"
 #include "host/texts.hpp"
 #include "host/window_memory.hpp"
+#include "store/import_matches.hpp"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -12,7 +13,7 @@
 #include <QMainWindow>
 #include <QProgressDialog>
 
-#include <algorithm>
+#include <filesystem>
 #include <set>
 
 namespace vkr {
@@ -46,12 +47,6 @@ void rememberFolder(const QString& folder) {
 QString titleOf(const FolderImport::Entry& entry) {
     const CompanyRecord& record = *entry.result.company;
     return companyTitle(record.get_Name(), record.get_Symbol());
-}
-
-// What is known of two companies that stand for the same one.
-bool isSame(const CompanyRecord& record, const CompanySummary& stored) {
-    return record.get_Symbol().empty() ? record.get_Name() == stored.name
-                                       : record.get_Symbol() == stored.symbol;
 }
 
 } // namespace
@@ -177,27 +172,23 @@ std::vector<CompanyKey> CsvTransfer::keep(const std::vector<FolderImport::Entry>
 
 std::optional<std::vector<SaveRequest>>
 CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
-    const auto stored = store_.list();
-    if (!stored) {
-        tellFault(window_, tr("Nothing was imported."), fromUtf8(stored.error().message));
-        return std::nullopt;
-    }
     std::vector<SaveRequest> fresh;
     std::vector<SaveRequest> known;
     QStringList names;
-    std::set<std::int64_t> taken; // two imported ones can't replace the same
+    ImportMatches matches(store_);
     for (const FolderImport::Entry& entry : entries) {
         SaveRequest request{std::nullopt, entry.result.company, 0};
-        const auto found = std::ranges::find_if(stored.value(), [&](const CompanySummary& summary) {
-            return isSame(*entry.result.company, summary) && !taken.contains(summary.key.id);
-        });
-        if (found == stored.value().end()) {
+        const auto stored = matches.take(*entry.result.company);
+        if (!stored) {
+            tellFault(window_, tr("Nothing was imported."), fromUtf8(stored.error().message));
+            return std::nullopt;
+        }
+        if (!stored.value()) {
             fresh.push_back(request);
             continue;
         }
-        taken.insert(found->key.id);
-        request.id = found->key.id;
-        request.expectedRevision = found->key.revision;
+        request.id = stored.value()->key.id;
+        request.expectedRevision = stored.value()->key.revision;
         known.push_back(request);
         names.append(titleOf(entry));
     }
@@ -250,11 +241,9 @@ void CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyR
                           .arg(fromUtf8(prefix)));
             return;
         }
-        for (const std::string_view suffix : {companySuffix, yearlySuffix, quarterlySuffix}) {
-            const QString name = fromUtf8(prefix) + fromUtf8(suffix);
-            if (QFileInfo::exists(QDir(folder).filePath(name)))
-                present.append(name);
-        }
+        for (const std::filesystem::path& file : csvFiles(nativePath(folder), prefix))
+            if (std::error_code ignored; std::filesystem::exists(file, ignored))
+                present.append(QString::fromStdU16String(file.filename().u16string()));
     }
     if (!present.isEmpty() &&
         !askFirst(window_,

@@ -59,8 +59,9 @@ StoreResult<Value> guarded(const StoreLocation& location, Function function) {
 // change settles it before anything else. Attempts are noted only there.
 class CompanyStore::Impl {
   public:
-    Impl(OpenedStore opened, std::string user)
-        : connection_(std::move(opened.connection)), user_(std::move(user)),
+    Impl(OpenedStore opened, const StoreOptions& options)
+        : connection_(std::move(opened.connection)), isRehearsal_(options.isRehearsal),
+          user_(options.user.empty() ? currentUser() : options.user),
           path_(connection_->location().name.toStdString()),
           backupPath_(opened.backup.toStdString()), companies_(*connection_), lists_(*connection_),
           log_(*connection_) {}
@@ -91,6 +92,7 @@ class CompanyStore::Impl {
     void settleUncertainSaves();
 
     const std::unique_ptr<StoreConnection> connection_;
+    const bool isRehearsal_;
     const std::string user_;
     const std::string path_;
     const std::string backupPath_;
@@ -124,6 +126,8 @@ Value CompanyStore::Impl::changeOnce(Function function) {
     // A file that was moved away or deleted would take the save with it, without an error.
     if (isFile() && !QFileInfo::exists(location.path))
         fail(StoreFault::missing, location, "it was moved or deleted while it was open");
+    if (isRehearsal_)
+        return value; // the transaction ends without a commit
     transaction.commit();
     uncertain_.forgetRepeated();
     return value;
@@ -217,9 +221,8 @@ CompanyStore::open(const std::string& path, OpenMode mode, const StoreOptions& o
         return failure.error();
     }
     return guarded<Opened>(location, [&]() -> StoreResult<Opened> {
-        return Opened(new CompanyStore(
-            std::make_unique<Impl>(openStore(location, mode, options.patience),
-                                   options.user.empty() ? currentUser() : options.user)));
+        return Opened(
+            new CompanyStore(std::make_unique<Impl>(openStore(location, mode, options), options)));
     });
 }
 
@@ -248,6 +251,12 @@ StoreResult<std::vector<CompanySummary>> CompanyStore::list(const ListQuery& que
                                                             std::int64_t from, std::int64_t most) {
     return impl_->reading<std::vector<CompanySummary>>(
         [&] { return summaryPage(impl_->connection(), query, from, most); });
+}
+
+StoreResult<std::vector<CompanySummary>> CompanyStore::find(ListColumn column,
+                                                            const std::string& text) {
+    return impl_->reading<std::vector<CompanySummary>>(
+        [&] { return summariesWith(impl_->connection(), column, text); });
 }
 
 StoreResult<std::int64_t> CompanyStore::count(const ListQuery& query) {

@@ -59,6 +59,9 @@ class CompanyStore {
     StoreResult<std::int64_t> count(const ListQuery& query);
     // The place of a company in the order of the query, from 1; 0 where it is not among them.
     StoreResult<std::int64_t> rank(const ListQuery& query, std::int64_t id);
+    // Those whose name, symbol, exchange or industry is this text, without regard to case and
+    // accents, as they were entered. A number, a date or a time is not looked for.
+    StoreResult<std::vector<CompanySummary>> find(ListColumn column, const std::string& text);
     // A number that is another one after somebody else has changed something: to ask for every few
     // seconds, and read again only then.
     StoreResult<std::int64_t> changeStamp();

@@ -58,6 +58,13 @@ std::vector<CompanySummary> allSummaries(StoreConnection& connection) {
     return summariesOf(rows);
 }
 
+std::vector<CompanySummary> summariesWith(StoreConnection& connection, ListColumn column,
+                                          const std::string& text) {
+    const auto chosen = selectWith(column, summaryColumns(connection.dialect()), text);
+    Statement rows(connection, chosen.text, chosen.values);
+    return summariesOf(rows);
+}
+
 std::vector<CompanySummary> summaryPage(StoreConnection& connection, const ListQuery& query,
                                         std::int64_t from, std::int64_t most) {
     const StoreDialect& dialect = connection.dialect();

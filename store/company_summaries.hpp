@@ -16,4 +16,8 @@ namespace vkr {
                                                       const ListQuery& query, std::int64_t from,
                                                       std::int64_t most);
 
+// Those that have this text there, as CompanyStore::find() says.
+[[nodiscard]] std::vector<CompanySummary> summariesWith(StoreConnection& connection,
+                                                        ListColumn column, const std::string& text);
+
 } // namespace vkr

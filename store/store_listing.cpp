@@ -134,6 +134,13 @@ ListingStatement selectPage(const StoreDialect& dialect, const ListQuery& query,
             std::move(search.values)};
 }
 
+ListingStatement selectWith(ListColumn column, const QString& columns, const std::string& text) {
+    return {"SELECT " + columns +
+                " FROM company WHERE id IN (SELECT company_id FROM listing WHERE " +
+                sortColumns[static_cast<std::size_t>(column)] + " = ?) ORDER BY id",
+            {sortKey(text)}};
+}
+
 ListingStatement selectCount(const StoreDialect& dialect, const ListQuery& query) {
     Search search = searchIn(dialect, "searched", query);
     return {"SELECT count(*) FROM listing WHERE " + search.condition, std::move(search.values)};

@@ -45,6 +45,9 @@ struct ListingStatement {
 [[nodiscard]] ListingStatement selectPage(const StoreDialect& dialect, const ListQuery& query,
                                           const QString& columns, std::int64_t from,
                                           std::int64_t most);
+// Of the companies that have this text there.
+[[nodiscard]] ListingStatement selectWith(ListColumn column, const QString& columns,
+                                          const std::string& text);
 [[nodiscard]] ListingStatement selectCount(const StoreDialect& dialect, const ListQuery& query);
 [[nodiscard]] ListingStatement selectRank(const StoreDialect& dialect, const ListQuery& query,
                                           std::int64_t id);

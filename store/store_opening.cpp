@@ -82,7 +82,11 @@ void refuseWhatCannotBeOpened(const StoreLocation& location, OpenMode mode) {
         fail(StoreFault::readOnly, location);
 }
 
-void refuseState(SchemaState state, const StoreLocation& location, OpenMode mode) {
+void refuseState(SchemaState state, const StoreLocation& location, OpenMode mode,
+                 const StoreOptions& options) {
+    if (state == SchemaState::older && options.isRehearsal)
+        fail(StoreFault::other, location,
+             "it is of an older version, and opening it to stay would bring it up to date first");
     if (state == SchemaState::newer)
         fail(StoreFault::newerSchema, location);
     if (state == SchemaState::foreign)
@@ -114,14 +118,15 @@ void makeFile(const StoreLocation& file, std::chrono::milliseconds patience) {
     removeFile(made.path);
 }
 
-OpenedStore openFile(const StoreLocation& file, OpenMode mode, std::chrono::milliseconds patience) {
+OpenedStore openFile(const StoreLocation& file, OpenMode mode, const StoreOptions& options) {
+    const std::chrono::milliseconds patience = options.patience;
     refuseWhatCannotBeOpened(file, mode);
     if (!QFileInfo::exists(file.path))
         makeFile(file, patience);
     SchemaState state = SchemaState::empty;
     if (QFileInfo(file.path).size() > 0)
         state = inspect(file, patience);
-    refuseState(state, file, mode);
+    refuseState(state, file, mode, options);
 
     OpenedStore opened;
     const auto access = mode == OpenMode::create ? StoreConnection::Access::create
@@ -144,13 +149,13 @@ OpenedStore openFile(const StoreLocation& file, OpenMode mode, std::chrono::mill
 }
 
 OpenedStore openOnServer(const StoreLocation& database, OpenMode mode,
-                         std::chrono::milliseconds patience) {
+                         const StoreOptions& options) {
     OpenedStore opened;
-    opened.connection =
-        std::make_unique<StoreConnection>(database, StoreConnection::Access::existing, patience);
+    opened.connection = std::make_unique<StoreConnection>(
+        database, StoreConnection::Access::existing, options.patience);
     StoreConnection& connection = *opened.connection;
     const SchemaState state = inspectSchema(connection);
-    refuseState(state, database, mode);
+    refuseState(state, database, mode, options);
     const auto copyFirst = [&] { opened.backup = backUpTables(connection); };
     if (state == SchemaState::older)
         migrateSchema(connection, copyFirst);
@@ -161,10 +166,11 @@ OpenedStore openOnServer(const StoreLocation& database, OpenMode mode,
 
 } // namespace
 
-OpenedStore openStore(const StoreLocation& location, OpenMode mode,
-                      std::chrono::milliseconds patience) {
-    return location.dialect->isFile ? openFile(location, mode, patience)
-                                    : openOnServer(location, mode, patience);
+OpenedStore openStore(const StoreLocation& location, OpenMode mode, const StoreOptions& options) {
+    if (options.isRehearsal)
+        mode = OpenMode::existing;
+    return location.dialect->isFile ? openFile(location, mode, options)
+                                    : openOnServer(location, mode, options);
 }
 
 } // namespace vkr

@@ -6,7 +6,6 @@
 
 #include <QString>
 
-#include <chrono>
 #include <memory>
 
 namespace vkr {
@@ -20,6 +19,6 @@ struct OpenedStore {
 // Opens what is there, makes what is asked for, and brings what is older up to date. Throws
 // StoreFailure; what was there before is then as it was.
 [[nodiscard]] OpenedStore openStore(const StoreLocation& location, OpenMode mode,
-                                    std::chrono::milliseconds patience);
+                                    const StoreOptions& options);
 
 } // namespace vkr

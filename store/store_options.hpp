@@ -17,6 +17,9 @@ struct StoreOptions {
     std::string user;
     // How long to wait for another one who is writing.
     std::chrono::milliseconds patience{2000};
+    // Every change is made, and answered as ever, but taken back at once. Nothing is brought up to
+    // date either, nor made: what is older or missing is not opened.
+    bool isRehearsal = false;
 };
 
 } // namespace vkr

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+// How the program is called, what it answers, and what it needs.
+#include "tests/vkr/program_run.hpp"
+#include "vkr/commands.hpp"
+
+#include <QStandardPaths>
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace vkr::test {
+namespace {
+
+using CommandLineTest = ProgramTest;
+
+TEST_F(CommandLineTest, EveryRefusalHasItsCodeAndSaysWhatIsWrong) {
+    importSamples();
+    write("text.txt", "This is no database, but long enough to be looked at as one would be.");
+    write("newer.vkr", bytes("companies.vkr").replace(60, 4, QByteArray("\0\0\0\x7f", 4)));
+    struct Row {
+        QStringList arguments;
+        bool named; // with the database
+        int code;
+        std::string words;
+    };
+    const Row rows[] = {
+        {{}, true, 2, "Name a command."},
+        {{"lst"}, true, 2, "There is no command lst."},
+        {{"list", "--sort"}, true, 2, "There is no option --sort."},
+        {{"list", "-x"}, true, 2, "There is no option -x."},
+        {{"list", "--yearly"}, true, 2, "list has no option --yearly."},
+        {{"list", "--format"}, true, 2, "--format needs a value: tsv|json."},
+        {{"list", "--format="}, true, 2, "--format needs a value: tsv|json."},
+        {{"list", "--format", "xml"}, true, 2, "There is no format xml: tsv or json."},
+        {{"list", "--version=2"}, true, 2, "--version takes no value."},
+        {{"list", "--database", "x"}, true, 2, "--database is given twice."},
+        {{"show"}, true, 2, "vkr show takes SYMBOL."},
+        {{"show", "A", "B"}, true, 2, "vkr show takes SYMBOL."},
+        {{"export", "AAPL"}, true, 2, "vkr export takes SYMBOL... FOLDER."},
+        {{"export", "--all", "AAPL", "in"}, true, 2, "--all is every company: name no symbol."},
+        {{"list"}, false, 2, "Name the database with --database PLACE"},
+        {{"show", "NONE"}, true, 3, "No company in companies.vkr has the symbol NONE."},
+        {{"show", "id:99"}, true, 3, "company"},
+        {{"export", "AAPL", "nowhere"}, true, 3, "There is no folder nowhere."},
+        {{"import", "nowhere"}, true, 3, "nowhere could not be read: No such file or directory."},
+        {{"import", "in"}, true, 3, "There is no company in in"},
+        {{"--database", "none.vkr", "list"}, false, 3, "none.vkr does not exist."},
+        {{"--database", "text.txt", "list"}, false, 3, "text.txt is not a company file."},
+        {{"--database", "newer.vkr", "list"}, false, 3, "newer version"},
+        {{"--database", "in", "list"}, false, 3, "is not a company file."},
+        {{"--database", "postgresql://localhost", "list"}, false, 3, "names no database"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.arguments.join(' ').toStdString());
+        const auto refused = run(row.arguments, row.named);
+        EXPECT_EQ(refused.code, row.code);
+        EXPECT_TRUE(contains(refused.err, row.words)) << refused.err;
+        EXPECT_TRUE(refused.err.starts_with("vkr: ")) << refused.err;
+        EXPECT_EQ(refused.out, "");
+    }
+    EXPECT_FALSE(QFile::exists(path("none.vkr")));
+}
+
+TEST_F(CommandLineTest, AReadOnlyDatabaseIsRefused) {
+    if (geteuid() == 0)
+        GTEST_SKIP() << "Everything can be written by this user.";
+    importSamples();
+    QFile(path("companies.vkr")).setPermissions(QFile::ReadOwner);
+    const auto refused = run({"import", samples()});
+    EXPECT_EQ(refused.code, 4);
+    EXPECT_TRUE(contains(refused.err, "read-only")) << refused.err;
+}
+
+TEST_F(CommandLineTest, TheDatabaseMayStandInTheEnvironment) {
+    importSamples();
+    QProcess process;
+    prepare(process, {"list", "--format", "tsv"}, false);
+    auto variables = environment();
+    variables.insert("VKR_DATABASE", "companies.vkr");
+    process.setProcessEnvironment(variables);
+    process.start();
+    EXPECT_TRUE(contains(ended(process).out, "TSLA\tTesla, Inc."));
+}
+
+TEST_F(CommandLineTest, OptionsMayStandAnywhereAndEndAtTwoDashes) {
+    importSamples();
+    EXPECT_EQ(run({"--format", "tsv", "show", "--yearly", "TSLA"}).out,
+              run({"show", "TSLA", "--yearly", "--format=tsv"}).out);
+    EXPECT_TRUE(contains(run({"show", "--", "--yearly"}).err, "has the symbol --yearly."));
+}
+
+TEST_F(CommandLineTest, HelpAndVersionNeedNothing) {
+    for (const QStringList& arguments :
+         {QStringList{"--help"}, QStringList{"-h"}, QStringList{"import", "--help"}}) {
+        const auto help = run(arguments, false);
+        EXPECT_EQ(help.code, 0);
+        EXPECT_TRUE(help.out.starts_with("Usage: vkr ")) << help.out;
+        EXPECT_TRUE(contains(help.out, "\nExit status:\n  0 ")) << help.out;
+        EXPECT_EQ(help.err, "");
+    }
+    const auto version = run({"--version"}, false);
+    EXPECT_EQ(version.code, 0);
+    EXPECT_TRUE(version.out.starts_with("vkr ")) << version.out;
+    const std::string all = run({"--help"}, false).out;
+    for (const CommandRow& command : commandTable())
+        EXPECT_TRUE(contains(all, "\n  " + std::string(command.name) + " ")) << command.name;
+}
+
+TEST_F(CommandLineTest, AReaderThatLeavesIsNoError) {
+    importSamples();
+    QProcess process;
+    prepare(process, {});
+    process.setProgram("bash");
+    process.setArguments({"-c", "'" + program() +
+                                    "' --database companies.vkr show AAPL --quarterly "
+                                    "--yearly | true; exit ${PIPESTATUS[0]}"});
+    process.start();
+    const auto left = ended(process);
+    EXPECT_EQ(left.code, 0);
+    EXPECT_EQ(left.err, "");
+}
+
+TEST_F(CommandLineTest, AnOutputThatCannotBeWrittenIsAnError) {
+    importSamples();
+    QProcess process;
+    prepare(process, {"list"});
+    process.setStandardOutputFile("/dev/full");
+    process.start();
+    const auto failed = ended(process);
+    EXPECT_EQ(failed.code, 4);
+    EXPECT_TRUE(contains(failed.err, "The output could not be written: No space left"))
+        << failed.err;
+}
+
+TEST_F(CommandLineTest, AServerWithoutALocaleHearsNothingOfIt) {
+    importSamples();
+    QProcess process;
+    prepare(process, {"list"});
+    auto variables = environment();
+    variables.insert("LC_ALL", "C");
+    process.setProcessEnvironment(variables);
+    process.start();
+    EXPECT_EQ(ended(process).err, "");
+}
+
+// Progress is for whoever watches standard error, and for nobody else.
+TEST_F(CommandLineTest, ProgressIsShownOnATerminalOnly) {
+    importSamples();
+    EXPECT_FALSE(contains(run({"import", samples()}).err, "\r"));
+    const int watcher = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(watcher, 0);
+    ASSERT_EQ(grantpt(watcher), 0);
+    ASSERT_EQ(unlockpt(watcher), 0);
+    const int terminal = ::open(ptsname(watcher), O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    QProcess process;
+    prepare(process, {"import", samples()});
+    process.setChildProcessModifier([terminal] { dup2(terminal, STDERR_FILENO); });
+    process.start();
+    EXPECT_EQ(ended(process).code, 0);
+    std::string seen(4096, '\0');
+    const ssize_t size = read(watcher, seen.data(), seen.size());
+    ASSERT_GT(size, 0);
+    EXPECT_TRUE(contains(seen, "\r\x1b[K0 of 4  AAPL\r\x1b[K")) << seen;
+    EXPECT_TRUE(contains(seen, "4 unchanged.")) << seen;
+    close(terminal);
+    close(watcher);
+}
+
+TEST_F(CommandLineTest, NeitherWidgetsNorADisplayAreNeeded) {
+    const QString reader = QStandardPaths::findExecutable("ldd");
+    if (reader.isEmpty())
+        GTEST_SKIP() << "ldd is not installed.";
+    QProcess process;
+    process.start(reader, {program()});
+    const std::string libraries = ended(process).out;
+    EXPECT_TRUE(contains(libraries, "libQt6Core")) << libraries;
+    EXPECT_FALSE(contains(libraries, "libQt6Widgets")) << libraries;
+    EXPECT_FALSE(contains(libraries, "libvkr_desktop")) << libraries;
+    importSamples();
+    QProcess strange;
+    prepare(strange, {"list"});
+    auto variables = environment();
+    variables.insert("QT_QPA_PLATFORM", "no-such-platform");
+    strange.setProcessEnvironment(variables);
+    strange.start();
+    EXPECT_EQ(ended(strange).code, 0);
+}
+
+} // namespace
+} // namespace vkr::test

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+#include "tests/vkr/program_run.hpp"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+#include <algorithm>
+#include <csignal>
+#include <sys/resource.h>
+
+namespace vkr::test {
+namespace {
+
+using ImportCommand = ProgramTest;
+
+int rows(const std::string& out) {
+    return static_cast<int>(std::ranges::count(out, '\n')) - 1;
+}
+
+TEST_F(ImportCommand, TheSamplesComeInWholeAndASecondTimeChangeNothing) {
+    importSamples();
+    const auto again = run({"import", samples(), "--format", "tsv"});
+    EXPECT_EQ(again.code, 0) << again.err;
+    EXPECT_EQ(again.out, "fate\tsymbol\tname\nunchanged\tAAPL\tApple Inc.\n"
+                         "unchanged\tNVDA\tNVIDIA CORP\nunchanged\tSNOW\tSNOWFLAKE INC.\n"
+                         "unchanged\tTSLA\tTesla, Inc.\n");
+    const auto database = store();
+    const auto list = database->list();
+    ASSERT_EQ(list.value().size(), 4U);
+    for (const CompanySummary& company : list.value()) {
+        EXPECT_EQ(company.key.revision, 1);
+        const CsvImport direct = importCompany(samples().toStdString(), company.symbol);
+        EXPECT_TRUE(sameAs(*database->load(company.key.id).value().record, *direct.company));
+    }
+}
+
+TEST_F(ImportCommand, WhatHasNoPlaceIsCountedAndListedOnRequest) {
+    const auto counted = run({"import", samples(), "--create"});
+    EXPECT_TRUE(contains(counted.err, "41 entries and tables were left out or are not there"))
+        << counted.err;
+    const auto listed = run({"import", samples(), "--verbose"});
+    EXPECT_EQ(std::ranges::count(listed.err, '\n'), 41 + 1);
+    EXPECT_TRUE(contains(listed.err, "AAPL: AAPL-company.csv, line 6")) << listed.err;
+}
+
+TEST_F(ImportCommand, ABadCompanyKeepsNoneOutAndIsToldByTheExitCode) {
+    writeCompany("GOOD", "Good");
+    write("in/BAD-company.csv", "key,value\nname,Bad\nlast_fiscal_year,20x5\n");
+    const auto partly = run({"import", "in", "--create"});
+    EXPECT_EQ(partly.code, 5);
+    EXPECT_TRUE(contains(partly.out, "failed     \nadded      GOOD      Good") ||
+                contains(partly.out, "failed\nadded      GOOD      Good"))
+        << partly.out;
+    EXPECT_TRUE(contains(partly.err, "BAD: BAD-company.csv, line 3, column 2, \"20x5\""))
+        << partly.err;
+    EXPECT_TRUE(contains(partly.err, "1 added, 1 failed.")) << partly.err;
+    EXPECT_EQ(store()->list().value().size(), 1U);
+    ASSERT_TRUE(QFile::remove(path("in/GOOD-company.csv")));
+    EXPECT_EQ(run({"import", "in"}).code, 3) << "nothing of it could be read";
+}
+
+TEST_F(ImportCommand, WhatIsThereWithOtherDataStaysUnlessItIsToBeReplaced) {
+    writeCompany("X", "Old");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    writeCompany("X", "New");
+    const auto left = run({"import", "in"});
+    EXPECT_EQ(left.code, 5);
+    EXPECT_TRUE(contains(left.out, "left       X         New")) << left.out;
+    EXPECT_TRUE(contains(left.err, "X: the database has it already, with other data")) << left.err;
+    EXPECT_EQ(store()->list().value().front().name, "Old");
+
+    const auto replaced = run({"import", "in", "--replace"});
+    EXPECT_EQ(replaced.code, 0);
+    EXPECT_TRUE(contains(replaced.out, "replaced   X         New")) << replaced.out;
+    EXPECT_EQ(store()->list().value().front().name, "New");
+    EXPECT_EQ(store()->list().value().front().key, (CompanyKey{1, 2}));
+
+    writeCompany("X", "Third");
+    EXPECT_EQ(run({"import", "in", "--keep-both"}).code, 0);
+    EXPECT_EQ(store()->list().value().size(), 2U);
+    EXPECT_EQ(run({"import", "in", "--keep-both", "--replace"}).code, 2);
+}
+
+TEST_F(ImportCommand, TwoOfOneFolderAreNotTakenForOne) {
+    writeCompany("X", "First");
+    write("in/Y-company.csv", "key,value\nname,Second\nsymbol,X\n");
+    const auto partly = run({"import", "in", "--create", "--replace"});
+    EXPECT_EQ(partly.code, 5);
+    EXPECT_TRUE(contains(partly.err, "Y: another company of the folder has the symbol X, too"))
+        << partly.err;
+    EXPECT_EQ(store()->list().value().front().name, "First");
+}
+
+TEST_F(ImportCommand, ADryRunSaysWhatWouldHappenAndChangesNoByte) {
+    writeCompany("X", "Old");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    writeCompany("X", "New");
+    for (int number = 0; number < 250; ++number)
+        writeCompany(QString("N%1").arg(number, 3, 10, QChar('0')), "N");
+    const QByteArray before = bytes("companies.vkr");
+    const auto dry = run({"import", "in", "--replace", "--dry-run"});
+    EXPECT_EQ(dry.code, 0) << dry.err;
+    EXPECT_EQ(bytes("companies.vkr"), before);
+    EXPECT_EQ(QDir(path("")).entryList(QDir::Files), QStringList("companies.vkr"));
+    EXPECT_TRUE(contains(dry.err, "250 added, 1 replaced.")) << dry.err;
+    const auto real = run({"import", "in", "--replace"});
+    EXPECT_EQ(real.out, dry.out);
+    EXPECT_NE(bytes("companies.vkr"), before);
+}
+
+TEST_F(ImportCommand, ADryRunMakesNoDatabase) {
+    const auto dry = run({"import", samples(), "--create", "-n"});
+    EXPECT_EQ(dry.code, 3);
+    EXPECT_TRUE(contains(dry.err, "companies.vkr does not exist")) << dry.err;
+    EXPECT_FALSE(QFile::exists(path("companies.vkr")));
+}
+
+TEST_F(ImportCommand, ADatabaseThatIsBeingWrittenIsToldAndNothingIsHalfDone) {
+    importSamples();
+    writeCompany("X", "X");
+    const QString name = "holder";
+    {
+        auto database = QSqlDatabase::addDatabase("QSQLITE", name);
+        database.setDatabaseName(path("companies.vkr"));
+        ASSERT_TRUE(database.open());
+        QSqlQuery query(database);
+        ASSERT_TRUE(query.exec("BEGIN IMMEDIATE"));
+        const auto refused = run({"import", "in"});
+        EXPECT_EQ(refused.code, 4);
+        EXPECT_TRUE(contains(refused.err, "is being written by another window or program"))
+            << refused.err;
+    }
+    QSqlDatabase::removeDatabase(name);
+    EXPECT_EQ(store()->list().value().size(), 4U);
+}
+
+// --- many companies --------------------------------------------------------------------------
+
+class ManyCompanies : public ProgramTest {
+  protected:
+    // Each with all figures of a sample.
+    void writeMany(int count, const QString& folder) {
+        QDir(path("")).mkdir(folder);
+        for (const char* part : {"company", "yearly", "quarterly"}) {
+            QFile sample(samples() + "/AAPL-" + part + ".csv");
+            ASSERT_TRUE(sample.open(QIODevice::ReadOnly));
+            const QByteArray text = sample.readAll();
+            for (int number = 0; number < count; ++number) {
+                const QString symbol = QString("M%1").arg(number, 5, 10, QChar('0'));
+                write(folder + "/" + symbol + "-" + part + ".csv",
+                      QByteArray(text).replace("symbol,AAPL", "symbol," + symbol.toLatin1()));
+            }
+        }
+    }
+};
+
+// What was listed is saved, and nothing else.
+TEST_F(ManyCompanies, ASignalStopsAnImportBetweenTwoSaves) {
+    constexpr int count = 800;
+    writeMany(count, "many");
+    for (const int signal : {SIGINT, SIGTERM}) {
+        SCOPED_TRACE(signal);
+        QFile::remove(path("companies.vkr"));
+        QProcess process;
+        prepare(process, {"import", "many", "--create", "--format", "tsv"});
+        process.start();
+        std::string out;
+        while (rows(out) < 200) {
+            ASSERT_TRUE(process.waitForReadyRead(60'000));
+            out += process.readAllStandardOutput().toStdString();
+        }
+        ASSERT_EQ(kill(static_cast<pid_t>(process.processId()), signal), 0);
+        auto stopped = ended(process);
+        out += stopped.out;
+        EXPECT_EQ(stopped.code, 130);
+        EXPECT_LT(rows(out), count);
+        EXPECT_EQ(rows(out) % 100, 0);
+        EXPECT_TRUE(contains(stopped.err, "Stopped: ")) << stopped.err;
+        EXPECT_EQ(store()->count({}).value(), rows(out));
+    }
+    const auto rest = run({"import", "many"});
+    EXPECT_EQ(rest.code, 0);
+    EXPECT_EQ(store()->count({}).value(), count);
+}
+
+TEST_F(ManyCompanies, AReaderThatLeavesDoesNotEndTheImport) {
+    writeMany(300, "many");
+    QProcess process;
+    prepare(process, {});
+    process.setProgram("sh");
+    process.setArguments(
+        {"-c", "'" + program() + "' --database companies.vkr import many --create | head -n 1"});
+    process.start();
+    const auto done = ended(process);
+    EXPECT_TRUE(done.out.starts_with("fate")) << done.out;
+    EXPECT_TRUE(contains(done.err, "300 added.")) << done.err;
+    EXPECT_EQ(store()->count({}).value(), 300);
+}
+
+// Ten times as many take no more memory.
+TEST_F(ManyCompanies, TakeNoMoreMemoryThanFew) {
+    writeMany(1000, "many");
+    writeMany(100, "few");
+    const auto most = [] { // of all processes that have ended, in kibibytes
+        rusage usage{};
+        getrusage(RUSAGE_CHILDREN, &usage);
+        return usage.ru_maxrss;
+    };
+    ASSERT_EQ(run({"import", "few", "--create"}).code, 0);
+    const long few = most();
+    QFile::remove(path("companies.vkr"));
+    ASSERT_EQ(run({"import", "many", "--create"}).code, 0);
+    EXPECT_LT(most() - few, 4096) << few;
+}
+
+} // namespace
+} // namespace vkr::test

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "vkr/commands.hpp"
+#include "vkr/database.hpp"
+#include "vkr/folder_import.hpp"
+
+#include <array>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::string_view fateNames[] = {"added", "replaced", "unchanged", "left", "failed"};
+
+KnownCompany knownIn(const CommandLine& line) {
+    if (line.has(Option::replace) && line.has(Option::keepBoth))
+        throw CommandFailure(ExitCode::usage, "--replace and --keep-both rule each other out.");
+    if (line.has(Option::replace))
+        return KnownCompany::replace;
+    return line.has(Option::keepBoth) ? KnownCompany::keepBoth : KnownCompany::leave;
+}
+
+// Tells what happens while it does, and what it comes to.
+class ImportReport {
+  public:
+    explicit ImportReport(const Call& call) : call_(call) {
+        call_.output.begin({{"fate", false, 9}, {"symbol", false, 8}, {"name"}}, {}, true);
+    }
+
+    void add(const ImportedCompany& company) {
+        ++counts_[static_cast<std::size_t>(company.fate)];
+        notes_ += company.notes.size();
+        if (company.fault && !fault_)
+            fault_ = company.fault;
+        call_.output.row({std::string(fateNames[static_cast<std::size_t>(company.fate)]),
+                          company.symbol, company.name});
+        for (const std::string& error : company.errors)
+            call_.terminal.say(printable(company.prefix + ": " + error));
+        if (call_.line.has(Option::verbose))
+            for (const std::string& note : company.notes)
+                call_.terminal.say(printable(company.prefix + ": " + note));
+    }
+
+    ExitCode finish(std::size_t total, bool isStopped) {
+        call_.output.end();
+        std::string words;
+        std::size_t seen = 0;
+        for (std::size_t fate = 0; fate < counts_.size(); ++fate)
+            if (const std::size_t count = counts_[fate]; count > 0) {
+                seen += count;
+                words += (words.empty() ? "" : ", ") + std::to_string(count) + " " +
+                         std::string(fateNames[fate]);
+            }
+        call_.terminal.say((words.empty() ? "Nothing was imported" : words) + ".");
+        if (notes_ > 0 && !call_.line.has(Option::verbose))
+            call_.terminal.say(std::to_string(notes_) +
+                               " entries and tables were left out or are not there; --verbose "
+                               "lists them.");
+        if (seen < total)
+            call_.terminal.say(std::string(isStopped ? "Stopped: " : "Given up: ") +
+                               std::to_string(total - seen) + " companies were not looked at.");
+        if (call_.line.has(Option::dryRun))
+            call_.terminal.say("This was a dry run: the database is as it was.");
+        return code(isStopped);
+    }
+
+  private:
+    [[nodiscard]] std::size_t count(Fate fate) const {
+        return counts_[static_cast<std::size_t>(fate)];
+    }
+    [[nodiscard]] ExitCode code(bool isStopped) const {
+        if (isStopped)
+            return ExitCode::stopped;
+        if (count(Fate::failed) + count(Fate::left) == 0)
+            return ExitCode::done;
+        if (count(Fate::added) + count(Fate::replaced) + count(Fate::unchanged) > 0)
+            return ExitCode::partly;
+        if (fault_)
+            return exitCodeOf(*fault_);
+        return count(Fate::failed) > 0 ? ExitCode::input : ExitCode::partly;
+    }
+
+    const Call& call_;
+    std::array<std::size_t, std::size(fateNames)> counts_{};
+    std::size_t notes_ = 0;
+    std::optional<StoreFault> fault_;
+};
+
+} // namespace
+
+ExitCode importCompanies(const Call& call) {
+    const KnownCompany known = knownIn(call.line);
+    const std::filesystem::path path = call.line.arguments.front();
+    const CsvFolder folder = csvFolder(path);
+    if (!folder.error.empty())
+        throw CommandFailure(ExitCode::input, printable(folder.error) + ".");
+    if (folder.prefixes.empty())
+        throw CommandFailure(ExitCode::input,
+                             "There is no company in " + printable(path.string()) +
+                                 ": one has at least a file named like AAPL-company.csv.");
+    const auto store =
+        openDatabase(call, call.line.has(Option::create) ? OpenMode::create : OpenMode::existing);
+
+    ImportReport report(call);
+    std::size_t read = 0;
+    FolderImporter importer(*store, path, known);
+    importer.run(folder.prefixes, {[&](const std::string& prefix) {
+                                       call.terminal.progress(read++, folder.prefixes.size(),
+                                                              prefix);
+                                       return !Terminal::isToStop();
+                                   },
+                                   [&](const ImportedCompany& company) { report.add(company); }});
+    return report.finish(folder.prefixes.size(), Terminal::isToStop());
+}
+
+} // namespace vkr

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vkr {
+
+enum class Format { text, tsv, json };
+
+struct Column {
+    std::string_view name;
+    bool isFigure = false; // stands on the right for people
+    int width = 0;         // of a table that is written row by row: for most of its texts
+};
+
+// Standard output: tables, for people or for programs. What people read is aligned; in
+// tab-separated values a tab, a line break and a backslash are \t, \n, \r and \\ and nothing is
+// quoted; in JSON a table is an array of objects, all values are texts, and what is absent is null.
+//
+// A reader that goes away is no error: what comes after is not written. Any other failure throws
+// CommandFailure.
+class Output {
+  public:
+    explicit Output(Format format) : format_(format) {}
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    [[nodiscard]] Format format() const { return format_; }
+    // Whether there is still somebody to read it.
+    [[nodiscard]] bool isRead() const { return isRead_; }
+
+    // A table; several of them have a name each, by which JSON makes one object of them.
+    void begin(std::vector<Column> columns, std::string_view name = {}, bool rowByRow = false);
+    void row(std::vector<std::string> cells);
+    void end();
+
+    // Lines as they are.
+    void write(std::string_view text);
+    // Closes what is open and gets all of it to the reader.
+    void finish();
+
+  private:
+    void writeRow(const std::vector<std::string>& cells, const std::vector<int>& widths);
+    void writeText();
+
+    Format format_;
+    bool isRead_ = true;
+    std::vector<Column> columns_;
+    std::vector<std::vector<std::string>> rows_; // that wait for their widths
+    bool rowByRow_ = false;
+    std::size_t tables_ = 0;
+    std::size_t written_ = 0; // rows of the table
+    bool isObject_ = false;   // tables are members of one JSON object
+};
+
+[[nodiscard]] std::string tsvText(std::string_view text);
+// In quotation marks.
+[[nodiscard]] std::string jsonText(std::string_view text);
+
+} // namespace vkr

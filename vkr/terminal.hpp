@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace vkr {
+
+// Where words for people go, as standard error: messages line by line, and progress on one line
+// that is written over, only where that is a terminal.
+class Terminal {
+  public:
+    Terminal();
+
+    void say(const std::string& words);
+    // So often as a person can read it.
+    void progress(std::size_t done, std::size_t total, const std::string& what);
+    void endProgress();
+
+    // Whether somebody wants the program to end: it does so at the next clean point.
+    [[nodiscard]] static bool isToStop();
+
+  private:
+    bool isTerminal_;
+    bool isShown_ = false;
+    std::chrono::steady_clock::time_point last_{};
+};
+
+// From now on SIGINT and SIGTERM are noted, a second one ends the program at once, and a reader
+// that goes away is no more than an error of writing.
+void catchSignals();
+
+// The text without what a terminal would take for a command.
+[[nodiscard]] std::string printable(const std::string& text);
+// Columns of a terminal that the text takes.
+[[nodiscard]] int shownWidth(const std::string& text);
+
+} // namespace vkr
