@@ -171,6 +171,27 @@ std::vector<Part> partsOf(const iVKR_Company& company, const FilingsReview& revi
     return parts;
 }
 
+// The form sums up the last four quarters whenever one of them is left; so does an import.
+std::vector<DatumChange> trailingEarnings(const iVKR_Company& company) {
+    double sum = 0;
+    for (int quarter = 0; quarter < 4; ++quarter) {
+        const auto earnings = storedFigure(company, Datum::QEPSSeries, quarter);
+        if (earnings.value_or(0) == 0)
+            return {};
+        sum += *earnings;
+    }
+    sum = roundedFigure(DatumUnit::perShare, sum, false);
+    const double held = company.get_Last4QEPS();
+    return sum == held ? std::vector<DatumChange>()
+                       : std::vector<DatumChange>{{Datum::Last4QEPS, std::nullopt, held, sum}};
+}
+
+bool changesEarnings(const FilingsReview& review) {
+    return review.quarters.added > 0 || std::ranges::any_of(review.rows, [](const ReviewRow& row) {
+               return row.ticked && row.figure.datum == Datum::QEPSSeries && row.element < 4;
+           });
+}
+
 // Whether the record is still the one that was reviewed.
 bool isCurrent(const iVKR_Company& company, const FilingsReview& review) {
     const auto unchanged = [&](const ReviewRow& row) {
@@ -263,17 +284,26 @@ std::optional<std::string> importFilings(const std::shared_ptr<iVKR_Company>& co
     if (!current)
         return "The company has been changed since the figures were compared.";
     const ActionScope whole(company, {Origin::imported, importName(review.ticked()), {}});
+    const auto write = [&](const Part& part) {
+        const ActionScope scope(company, part.action);
+        return applyChanges(*company, part.changes);
+    };
     for (auto part = parts.begin(); part != parts.end(); ++part) {
-        const ActionScope scope(company, part->action);
-        auto refusal = applyChanges(*company, part->changes);
+        const auto refusal = write(*part);
         if (!refusal)
             continue;
-        for (auto done = part; done != parts.begin();) {
-            --done;
-            static_cast<void>(applyChanges(*company, inverted(done->changes)));
+        while (part != parts.begin()) {
+            --part;
+            static_cast<void>(write({part->action, inverted(part->changes)}));
         }
         return refusal;
     }
+    // A record that has no place for the sum has all figures nevertheless.
+    if (changesEarnings(review))
+        ifPossible([&] {
+            if (const auto sum = trailingEarnings(*company); !sum.empty())
+                static_cast<void>(write({{Origin::derived, {}, {}}, sum}));
+        });
     return std::nullopt;
 }
 

@@ -114,6 +114,7 @@ RecordSpan yearSpan(const FiscalCalendar& calendar, const iVKR_Company& company,
         return span;
     }
     const int later = std::max(0, newest.year - *last);
+    span.later = later;
     span.placed = true;
     span.newestYear = later > 0 && adds ? newest.year : *last;
     if (later > 0 && !adds)
@@ -147,6 +148,7 @@ RecordSpan quarterSpan(const FiscalCalendar& calendar, const iVKR_Company& compa
         return span;
     }
     const int later = std::max(0, nearestQuarters(last, newest));
+    span.later = later;
     span.placed = true;
     span.newestQuarter = later > 0 && adds ? newest : last;
     if (later > 0 && !adds)

@@ -12,7 +12,8 @@ namespace vkr {
 
 // Where the years or quarters of filings lie in the series of a record, once `changes` are made.
 struct RecordSpan {
-    int added = 0; // periods that the record has to be moved on by
+    int later = 0; // periods of the filings after the record's last one
+    int added = 0; // by how many of them the record is moved on: all or none
     // What moves it, or dates a record that has no figures of such periods.
     std::vector<DatumChange> changes;
     std::vector<std::string> told; // of the changes, and of what is left out, for people

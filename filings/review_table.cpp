@@ -35,10 +35,6 @@ constexpr TitleRow titles[] = {
     {Datum::PrefShares, "Preferred stock"},
 };
 
-std::string differenceText(const ReviewRow& row) {
-    return row.state == ReviewState::differs ? exactNumberText(row.difference()) : std::string();
-}
-
 std::string notesText(const ReviewRow& row) {
     std::string text;
     for (const FigureNote& note : row.figure.notes)
@@ -46,31 +42,56 @@ std::string notesText(const ReviewRow& row) {
     return text;
 }
 
-const ReviewColumn columns[] = {
-    {"Figure", "figure", false, [](const ReviewRow& row) { return figureTitle(row.figure.datum); }},
-    {"Period", "period", false, [](const ReviewRow& row) { return row.period; }},
-    {"Stored", "stored", true,
-     [](const ReviewRow& row) { return row.stored == 0 ? "" : exactNumberText(row.stored); }},
-    {"Filed", "filed", true,
-     [](const ReviewRow& row) { return exactNumberText(row.figure.value); }},
-    {"Difference", "difference", true, differenceText},
-    {"State", "state", false,
-     [](const ReviewRow& row) { return std::string(stateName(row.state)); }},
-    {"Origin", "origin", false,
-     [](const ReviewRow& row) { return std::string(originName(row.origin)); }},
-    {"Form", "form", false, [](const ReviewRow& row) { return row.figure.source.form; }},
-    {"Filed On", "filed_on", false,
-     [](const ReviewRow& row) { return isoDateText(row.figure.source.filed); }},
-    {"Accession Number", "accession", false,
-     [](const ReviewRow& row) { return row.figure.source.accession; }},
-    {"Concept", "concept", false, [](const ReviewRow& row) { return row.figure.source.concepts; }},
-    {"Notes", "notes", false, notesText},
+std::optional<double> storedNumber(const ReviewRow& row) {
+    return row.stored == 0 ? std::nullopt : std::optional(row.stored);
+}
+
+std::optional<double> differenceNumber(const ReviewRow& row) {
+    return row.state == ReviewState::differs ? std::optional(row.difference()) : std::nullopt;
+}
+
+constexpr ReviewColumn columns[] = {
+    {.title = "Figure",
+     .key = "figure",
+     .text = [](const ReviewRow& row) { return figureTitle(row.figure.datum); }},
+    {.title = "Period", .key = "period", .text = [](const ReviewRow& row) { return row.period; }},
+    {.title = "Stored", .key = "stored", .number = storedNumber},
+    {.title = "Filed",
+     .key = "filed",
+     .number = [](const ReviewRow& row) { return std::optional(row.figure.value); }},
+    {.title = "Difference", .key = "difference", .number = differenceNumber},
+    {.title = "State",
+     .key = "state",
+     .text = [](const ReviewRow& row) { return std::string(stateName(row.state)); }},
+    {.title = "Stored By",
+     .key = "origin",
+     .text = [](const ReviewRow& row) { return std::string(originName(row.origin)); }},
+    {.title = "Form",
+     .key = "form",
+     .text = [](const ReviewRow& row) { return row.figure.source.form; }},
+    {.title = "Filed On",
+     .key = "filed_on",
+     .text = [](const ReviewRow& row) { return isoDateText(row.figure.source.filed); }},
+    {.title = "Accession Number",
+     .key = "accession",
+     .text = [](const ReviewRow& row) { return row.figure.source.accession; }},
+    {.title = "Notes", .key = "notes", .text = notesText},
+    {.title = "Concept",
+     .key = "concept",
+     .text = [](const ReviewRow& row) { return row.figure.source.concepts; }},
 };
 
 } // namespace
 
 std::span<const ReviewColumn> reviewColumns() {
     return columns;
+}
+
+std::string reviewCell(const ReviewRow& row, const ReviewColumn& column) {
+    if (column.text != nullptr)
+        return column.text(row);
+    const auto number = column.number(row);
+    return number ? exactNumberText(*number) : std::string();
 }
 
 std::string figureTitle(Datum datum) {

@@ -3,6 +3,7 @@
 
 #include "filings/filings_review.hpp"
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,12 +14,14 @@ namespace vkr {
 struct ReviewColumn {
     std::string_view title; // for people
     std::string_view key;   // for programs
-    bool isNumber = false;
-    std::string (*text)(const ReviewRow&);
+    // One of the two. A figure that is not there is nothing.
+    std::string (*text)(const ReviewRow&) = nullptr;
+    std::optional<double> (*number)(const ReviewRow&) = nullptr;
 };
 
-// Figures are plain decimals with all their digits, an absent one is "".
 [[nodiscard]] std::span<const ReviewColumn> reviewColumns();
+// A cell for programs: figures are plain decimals with all their digits.
+[[nodiscard]] std::string reviewCell(const ReviewRow& row, const ReviewColumn& column);
 
 // "Revenue", "Earnings per share (quarter)".
 [[nodiscard]] std::string figureTitle(Datum datum);

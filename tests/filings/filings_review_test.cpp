@@ -362,6 +362,18 @@ TEST(FilingsReview, OnlyTickedFiguresAreImported) {
     EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 5);
 }
 
+TEST(FilingsReview, TheLastFourQuartersAreSummedUpWhereTheirEarningsAreImported) {
+    const auto company = std::make_shared<CompanyRecord>();
+    auto review = reviewFilings(companyOf("AAPL"), *company);
+    ASSERT_EQ(importFilings(company, review), std::nullopt);
+    EXPECT_EQ(company->get_Last4QEPS(), 7.9); // 2.84 + 1.84 + 1.57 + 1.65
+
+    company->put_Last4QEPS(7);
+    company->put_TotalDebt(0);
+    ASSERT_EQ(importFilings(company, reviewFilings(companyOf("AAPL"), *company)), std::nullopt);
+    EXPECT_EQ(company->get_Last4QEPS(), 7); // no earnings were among them
+}
+
 TEST(FilingsReview, ACompanyThatHasChangedSinceIsNotTouched) {
     const auto company = madeUp();
     const auto review = reviewFilings(twoYears(), *company);
@@ -380,12 +392,12 @@ TEST(ReviewTable, HasARowForEachFigure) {
     const auto review = reviewFilings(twoYears(), *company);
     std::vector<std::string> cells;
     for (const ReviewColumn& column : reviewColumns())
-        cells.push_back(std::string(column.key) + "=" + column.text(review.rows[0]));
+        cells.push_back(std::string(column.key) + "=" + reviewCell(review.rows[0], column));
     EXPECT_EQ(cells,
               (std::vector<std::string>{"figure=Net income", "period=2023", "stored=7", "filed=6",
                                         "difference=-1", "state=differs", "origin=", "form=10-K",
                                         "filed_on=2025-02-20", "accession=0000000001-25-000001",
-                                        "concept=us-gaap:NetIncomeLoss", "notes="}));
+                                        "notes=", "concept=us-gaap:NetIncomeLoss"}));
     for (const ReviewRow& row : reviewFilings(companyOf("AAPL"), *sample("AAPL")).rows)
         EXPECT_NE(figureTitle(row.figure.datum), rowOf(row.figure.datum).name);
 }
