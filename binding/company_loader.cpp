@@ -14,6 +14,11 @@ namespace vkr {
 
 namespace {
 
+// Those that the form keeps until a commit writes them.
+constexpr std::string_view followedSettings[] = {setting::currencySymbol, setting::bookValue,
+                                                 setting::taxRate, setting::lockBasicInfo,
+                                                 setting::leadPeriod};
+
 // --- loading -----------------------------------------------------------------------------------
 
 Date today(const Session& session) {
@@ -33,9 +38,12 @@ bool lacksDate(const Session& session, Datum datum) {
 
 // Writes a date where the record has no valid one.
 void suggest(Session& session, Datum missing, Datum written, Date date(const Session&)) {
-    if (lacksDate(session, missing) &&
-        attempt([&] { writeDate(*session.company, written, date(session)); }))
-        session.dates.suggest(written);
+    Date suggested{};
+    if (lacksDate(session, missing) && attempt([&] {
+            suggested = date(session);
+            writeDate(*session.company, written, suggested);
+        }))
+        session.dates.suggest(written, suggested);
 }
 
 // What the options choose is shown once they are known.
@@ -56,22 +64,13 @@ void showColumns(const Session& session, SeriesGrid& yearly, SeriesGrid& quarter
         showColumn(session, quarterly, column);
 }
 
-void loadReportingPeriod(Session& session) {
-    auto& list = session[controls::reportingPeriod];
-    ifPossible([&] {
-        const int chosen = session.reportingPeriod()->get(setting::leadPeriod).toLong();
-        list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
-    });
-    list.setTag(list.text());
-}
-
 void loadSettings(Session& session) {
     std::string symbol;
-    ifPossible([&] { symbol = session.settings()->get(setting::currencySymbol).toText(); });
+    ifPossible([&] { symbol = readSetting(session, setting::currencySymbol).toText(); });
     putFieldText(session[controls::currencySymbol], symbol.empty() ? "$" : symbol);
     const auto flag = [&](std::string_view name) {
         bool value = false;
-        ifPossible([&] { value = session.settings()->get(name).toBoolean(); });
+        ifPossible([&] { value = readSetting(session, name).toBoolean(); });
         return value;
     };
     session.incomeRow = flag(setting::taxRate) ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
@@ -193,6 +192,46 @@ void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
     ifPossible([&] { quarterly.showChoice(ColumnChoice::income); });
 }
 
+void showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterly) {
+    for (const auto step :
+         {LoadStep::otherNumbers, LoadStep::otherTexts, LoadStep::choices, LoadStep::companyNumbers,
+          LoadStep::dates, LoadStep::prices, LoadStep::identity})
+        fields.load(step);
+    ifPossible([&] { yearly.showSpan(); });
+    ifPossible([&] { quarterly.showSpan(); });
+    yearly.showAll();
+    quarterly.showAll();
+}
+
+std::vector<std::pair<std::string_view, Variant>> changedSettings(Session& session) {
+    std::vector<std::pair<std::string_view, Variant>> changed;
+    for (const auto name : followedSettings)
+        ifPossible([&] {
+            const auto seen = session.settingsSeen.find(name);
+            const bool known = seen != session.settingsSeen.end();
+            const std::string before = known ? seen->second.toText() : std::string();
+            const Variant held = readSetting(session, name);
+            if (!known || before != held.toText())
+                changed.emplace_back(name, held);
+        });
+    return changed;
+}
+
+Variant readSetting(Session& session, std::string_view name) {
+    return session.settingsSeen[name] = name == setting::leadPeriod
+                                            ? session.reportingPeriod()->get(name)
+                                            : session.settings()->get(name);
+}
+
+void loadReportingPeriod(Session& session) {
+    auto& list = session[controls::reportingPeriod];
+    ifPossible([&] {
+        const int chosen = readSetting(session, setting::leadPeriod).toLong();
+        list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
+    });
+    list.setTag(list.text());
+}
+
 void commitCompany(Session& session, std::optional<Date> lastQuarter) {
     iVKR_Company& company = *session.company;
     for (const auto& rule : derivedSeries)
@@ -204,7 +243,10 @@ void commitCompany(Session& session, std::optional<Date> lastQuarter) {
     if (lastQuarter)
         ifPossible([&] { company.put_LastQDate(*lastQuarter); });
     if (const int period = session[controls::reportingPeriod].listIndex(); period >= 0)
-        ifPossible([&] { session.reportingPeriod()->put(setting::leadPeriod, period); });
+        ifPossible([&] {
+            session.reportingPeriod()->put(setting::leadPeriod, period);
+            session.settingsSeen[setting::leadPeriod] = period;
+        });
     ifPossible([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
     const std::pair<std::string_view, Variant> settings[] = {
         {setting::currencySymbol, session[controls::currencySymbol].text()},
@@ -216,7 +258,10 @@ void commitCompany(Session& session, std::optional<Date> lastQuarter) {
     ifPossible([&] {
         const auto held = session.settings();
         for (const auto& named : settings)
-            ifPossible([&] { held->put(named.first, named.second); });
+            ifPossible([&] {
+                held->put(named.first, named.second);
+                session.settingsSeen[named.first] = named.second;
+            });
     });
     ifPossible([&] { static_cast<void>(company.get_SettingsApply()); });
 }

@@ -5,6 +5,10 @@
 #include "binding/series_grid.hpp"
 #include "binding/session.hpp"
 
+#include <string_view>
+#include <utility>
+#include <vector>
+
 namespace vkr {
 
 // Fills the form from the record that the session holds. Every read and write stands under its
@@ -12,6 +16,16 @@ namespace vkr {
 // the record; nothing else is written.
 void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
                  SeriesGrid& quarterly);
+
+// Fills the form anew from the same record, and writes nothing. The settings are another matter:
+// changedSettings.
+void showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterly);
+void loadReportingPeriod(Session& session);
+// A setting of the record, which counts as seen from then on.
+[[nodiscard]] Variant readSetting(Session& session, std::string_view name);
+// Settings of which somebody else than the form has made another value since it last read or wrote
+// them, with that value. They count as read.
+[[nodiscard]] std::vector<std::pair<std::string_view, Variant>> changedSettings(Session& session);
 
 // Brings the record up to date with the form: the hidden member of each alternative pair, which
 // stays as it is while the data lock is on, the last quarter, if there is one, the reporting period

@@ -37,11 +37,24 @@ class DateEntries {
                    : std::nullopt;
     }
 
-    void suggest(Datum date) { suggested_.insert(date); }
+    void suggest(Datum date, Date value) {
+        suggested_.insert(date);
+        offered_[date] = value;
+    }
     void settle(Datum date) { suggested_.erase(date); } // it is somebody's by now
     [[nodiscard]] bool isSuggested(Datum date) const { return suggested_.contains(date); }
     [[nodiscard]] std::vector<Datum> suggested() const {
         return {suggested_.begin(), suggested_.end()};
+    }
+
+    // Another date than before stands in the record: the one that loading has suggested is nobody's
+    // again.
+    void follow(Datum date, Date value) {
+        const auto offered = offered_.find(date);
+        if (offered != offered_.end() && offered->second == value)
+            suggested_.insert(date);
+        else
+            suggested_.erase(date);
     }
 
     void setPending(bool pending) { pending_ = pending; }
@@ -56,6 +69,7 @@ class DateEntries {
     };
     std::map<const TextField*, Picked> picked_;
     std::set<Datum> suggested_;
+    std::map<Datum, Date> offered_; // by loading, whatever became of it
     bool pending_ = false;
     bool skipped_ = false;
 };

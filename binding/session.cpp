@@ -113,6 +113,10 @@ void Session::ComputeUnitFactor() {
             static_cast<void>(company->get_SettingsApply());
         }
     });
+    takeUnit(stored);
+}
+
+void Session::takeUnit(std::int32_t stored) {
     unit = stored == 3 || stored == 9 ? stored : defaultUnit;
     unitFactor = unit == 3 ? 1000 : unit == 9 ? 0.001 : 1;
     checkInvariants();

@@ -14,6 +14,7 @@
 #include "record/enumerations.hpp"
 #include "record/ivkr_company.hpp"
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -55,6 +56,8 @@ class Session final : public FieldHost {
     std::int32_t unit = defaultUnit;
 
     DateEntries dates;
+    // What the record's settings were when the form last read or wrote them, by their names.
+    std::map<std::string_view, Variant> settingsSeen;
     Consequences& consequences; // for the rest of the form
 
     static constexpr std::int32_t defaultUnit = 6;
@@ -92,6 +95,7 @@ class Session final : public FieldHost {
 
     // Takes the unit from the record; a record without one gets millions.
     void ComputeUnitFactor();
+    void takeUnit(std::int32_t stored); // one that is none is millions
 
     // What a person typed into a field, by the marks of the form.
     [[nodiscard]] NumericText typedText(std::string_view text, NumericKind kind) const;
@@ -178,6 +182,7 @@ inline constexpr int reasonRefused = 632;
 inline constexpr int reasonNoQuarter = 633;
 inline constexpr int figuresStayed = 634;
 inline constexpr int sumReplaces = 635;
+inline constexpr int dataLocked = 669;
 inline constexpr int takenInPart = 670; // "%1" the figure stored, "%2" what was left out
 inline constexpr int reasonNegative = 671;
 inline constexpr int noteFigure = 672; // what a field takes, where a key or a paste was refused

@@ -8,9 +8,10 @@
 namespace vkr {
 
 EntryInput::EntryInput(Session& session, Controllers& controllers, QuarterlyGrid& quarterly,
-                       Pages& pages, HelpFrame& frame, MoreHelp& help, RightClickMenu& menu)
+                       Pages& pages, HelpFrame& frame, MoreHelp& help, RightClickMenu& menu,
+                       HostLine& host)
     : session_(session), controllers_(controllers), quarterly_(quarterly), pages_(pages),
-      frame_(frame), help_(help), menu_(menu) {
+      frame_(frame), help_(help), menu_(menu), host_(host) {
     session_.form.setHandler(this);
 }
 
@@ -26,6 +27,51 @@ void EntryInput::leaveActive() {
     onGotFocus(*active);
 }
 
+void EntryInput::onGotFocus(Control& control) {
+    tookBack_ = false;
+    controllers_.of(control).enter(control);
+}
+
+// --- undo and redo -------------------------------------------------------------------------------
+
+namespace {
+
+std::optional<HistoryStep> stepOf(KeyCode key, int shift) {
+    if (key == 'Z' && shift == shifts::control)
+        return HistoryStep::undo;
+    if ((key == 'Z' && shift == (shifts::control | shifts::shift)) ||
+        (key == 'Y' && shift == shifts::control))
+        return HistoryStep::redo;
+    return std::nullopt;
+}
+
+} // namespace
+
+bool EntryInput::wantsKey(const Control& /*control*/, KeyCode key, int shift) const {
+    return stepOf(key, shift).has_value() && host_.takesHistory();
+}
+
+void EntryInput::step(HistoryStep step) {
+    auto* field = session_.form.hasFocus() ? textFieldOf(session_.form.activeControl()) : nullptr;
+    const bool typed = field != nullptr && field->canTakeBack();
+    if (typed && step == HistoryStep::undo) {
+        tookBack_ = true;
+        if (session_.services.canUndo(*field))
+            session_.services.undo(*field);
+        else
+            session_.form.sendKey(keys::escape); // what the program has put there goes as a whole
+        return;
+    }
+    if (field != nullptr && !field->locked() && step == HistoryStep::redo && (typed || tookBack_)) {
+        session_.services.redo(*field);
+        return;
+    }
+    if (session_.company == nullptr || session_.isLocked() || !host_.history(step))
+        return;
+    tookBack_ = false;
+    session_.markChanged();
+}
+
 // --- keys ----------------------------------------------------------------------------------------
 
 void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
@@ -38,6 +84,11 @@ void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
         helpKeyDown_ = frame_.visible();
         if (helpKeyDown_)
             help_.aboutObject();
+        return;
+    }
+    if (const auto step = stepOf(key, shift); step && host_.takesHistory()) {
+        key = keys::none;
+        this->step(*step);
         return;
     }
     if (!opens(control, key, shift) && !turnsPage(control, key, shift))

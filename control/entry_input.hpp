@@ -13,13 +13,15 @@ namespace vkr {
 class EntryInput final : public FormHandler {
   public:
     EntryInput(Session& session, Controllers& controllers, QuarterlyGrid& quarterly, Pages& pages,
-               HelpFrame& frame, MoreHelp& help, RightClickMenu& menu);
+               HelpFrame& frame, MoreHelp& help, RightClickMenu& menu, HostLine& host);
 
     void leaveActive(); // and comes back to it
+    void step(HistoryStep step);
 
-    void onGotFocus(Control& control) override { controllers_.of(control).enter(control); }
+    void onGotFocus(Control& control) override;
     void onLostFocus(Control& control) override { controllers_.of(control).leave(control); }
     void onKeyDown(Control& control, KeyCode& key, int shift) override;
+    [[nodiscard]] bool wantsKey(const Control& control, KeyCode key, int shift) const override;
     void onKeyPress(Control& control, char32_t& character) override;
     void onKeyUp(Control& control, KeyCode key, int shift) override;
     bool onPaste(TextField& field, std::string_view text) override;
@@ -47,9 +49,11 @@ class EntryInput final : public FormHandler {
     HelpFrame& frame_;
     MoreHelp& help_;
     RightClickMenu& menu_;
+    HostLine& host_;
     bool helpKeyDown_ = false; // on the help frame: coming up it asks for nothing else
     bool keyWentDown_ = false; // since the help frame was shown
     bool toldOfKey_ = false;   // that it was refused
+    bool tookBack_ = false;    // edits of the field that has the focus
 };
 
 } // namespace vkr

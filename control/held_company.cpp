@@ -2,12 +2,14 @@
 #include "control/held_company.hpp"
 
 #include "binding/company_loader.hpp"
+#include "control/kept_texts.hpp"
 #include "form/build_form.hpp"
 #include "form/controls.hpp"
 #include "form/sizes.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,6 +19,28 @@ namespace vkr {
 namespace {
 
 constexpr int reportingPeriods = 3;
+
+// Dates that loading suggests, and where they are shown.
+constexpr std::pair<Datum, Handle<TextBox>> suggestedDates[] = {
+    {Datum::LastQDate, controls::lastQuarterDate},
+    {Datum::LastFYDate, controls::lastFiscalYearDate},
+    {Datum::PriceUpdatedDate, controls::priceUpdate},
+    {Datum::LastUpdate, controls::lastUpdate},
+};
+
+// The trailing earnings follow, unless they are changed themselves.
+bool movesTrailing(const DatumChange& change) {
+    switch (change.datum) {
+    case Datum::QEPSSeries:
+    case Datum::YEPSSeries:
+    case Datum::LastQDate:
+    case Datum::LastQDateForGrid:
+    case Datum::LastFYDate:
+        return true;
+    default:
+        return false;
+    }
+}
 
 } // namespace
 
@@ -69,8 +93,8 @@ void HeldCompany::show() {
     options_.showPairs();
     ifPossible([&] { options_.showUnit(); });
     ifPossible([&] { captions_.showCurrency(); });
-    lock_.set(attemptOr(
-        false, [&] { return session_.settings()->get(setting::lockBasicInfo).toBoolean(); }));
+    lock_.set(attemptOr(false,
+                        [&] { return readSetting(session_, setting::lockBasicInfo).toBoolean(); }));
 }
 
 void HeldCompany::listReportingPeriods() {
@@ -78,6 +102,84 @@ void HeldCompany::listReportingPeriods() {
     for (int i = 0; i < reportingPeriods; ++i)
         entries.push_back(session_.text(text_number::firstReportingPeriod + i));
     session_[controls::reportingPeriod].setList(std::move(entries));
+}
+
+void HeldCompany::showAnew() {
+    if (session_.company == nullptr)
+        return;
+    Form& form = session_.form;
+    const Session::Work work(session_);
+    const Form::Update update(form);
+    session_.hideHelpFrame();
+    const KeptTexts kept(session_, yearly_, quarterly_);
+    std::vector<std::string> dates;
+    for (const auto& [datum, shown] : suggestedDates)
+        dates.push_back(session_[shown].tag());
+    const auto quarters = std::pair(quarterly_.newestQuarter(), quarterly_.shown());
+    {
+        const During loading(loading_);
+        ifPossible([&] {
+            if (const auto unit = session_.settings()->get(setting::unit).toLong(); unit != 0)
+                session_.takeUnit(unit);
+        });
+        followSettings();
+        showCompany(fields_, yearly_, quarterly_);
+        ifPossible([&] { quarterly_.relabel(); });
+        quarterly_.shade();
+        ifPossible([&] { options_.showUnit(); });
+    }
+    nameCells(form);
+    for (std::size_t i = 0; i < dates.size(); ++i)
+        if (const auto& [datum, shown] = suggestedDates[i]; session_[shown].tag() != dates[i])
+            ifPossible([&] { session_.dates.follow(datum, readDate(*session_.company, datum)); });
+    kept.putBack();
+    if (quarters != std::pair(quarterly_.newestQuarter(), quarterly_.shown()))
+        lastQuarter_.startOver();
+    ifPossible([&] { quarterly_.trailing().lookAgain(); });
+    form.settleFocus(); // a cell may be out of reach now
+    session_.tellState();
+}
+
+// What somebody else has set takes the place of what the form has not written yet.
+void HeldCompany::followSettings() {
+    for (const auto& [name, value] : changedSettings(session_))
+        ifPossible([&] {
+            if (name == setting::currencySymbol)
+                putFieldText(session_[controls::currencySymbol], value.toText());
+            else if (name == setting::bookValue)
+                session_.equityRow =
+                    value.toBoolean() ? EquityRow::bookValue : EquityRow::commonEquity;
+            else if (name == setting::taxRate)
+                session_.incomeRow =
+                    value.toBoolean() ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
+            else if (name == setting::lockBasicInfo)
+                lock_.set(value.toBoolean());
+            else
+                loadReportingPeriod(session_);
+        });
+    options_.showPairs();
+    ifPossible([&] { captions_.showCurrency(); });
+}
+
+std::optional<std::string> HeldCompany::change(std::span<const DatumChange> changes,
+                                               const Action& action) {
+    if (session_.company == nullptr)
+        return std::string();
+    if (session_.isLocked())
+        return session_.text(text_number::dataLocked);
+    const ActionScope scope(session_.company, action);
+    const Session::Work work(session_);
+    if (auto refusal = applyChanges(*session_.company, changes))
+        return refusal;
+    session_.markChanged();
+    showAnew();
+    if (std::ranges::any_of(changes, movesTrailing) &&
+        std::ranges::find(changes, Datum::Last4QEPS, &DatumChange::datum) == changes.end()) {
+        const ActionScope derived(session_.company, {Origin::derived, {}, {}});
+        ifPossible([&] { quarterly_.trailing().derive(); });
+        ifPossible([&] { quarterly_.trailing().show(); });
+    }
+    return std::nullopt;
 }
 
 std::shared_ptr<iVKR_Company> HeldCompany::commit() {
@@ -92,9 +194,11 @@ std::shared_ptr<iVKR_Company> HeldCompany::commit() {
 void HeldCompany::commitInto(std::shared_ptr<iVKR_Company> copy) {
     if (session_.company == nullptr || copy == nullptr)
         return;
+    const auto seen = session_.settingsSeen;
     std::swap(session_.company, copy);
     commitCompany(session_, quarterly_.lastQuarter()); // whatever fails is skipped in there
     std::swap(session_.company, copy);
+    session_.settingsSeen = seen;
 }
 
 void HeldCompany::holdCommitted() {

@@ -4,8 +4,13 @@
 #include "control/data_lock.hpp"
 #include "control/field_controllers.hpp"
 #include "control/options.hpp"
+#include "record/actions.hpp"
+#include "record/datum_changes.hpp"
 
 #include <memory>
+#include <optional>
+#include <span>
+#include <string>
 
 namespace vkr {
 
@@ -20,6 +25,12 @@ class HeldCompany {
 
     void load(std::shared_ptr<iVKR_Company> company);
     std::shared_ptr<iVKR_Company> commit();
+    // Somebody else than the form has changed the record.
+    void showAnew();
+    // Many data as one action, all or none, and what follows from them; what the record or the lock
+    // said where they are not taken.
+    [[nodiscard]] std::optional<std::string> change(std::span<const DatumChange> changes,
+                                                    const Action& action);
     void commitInto(std::shared_ptr<iVKR_Company> copy);
     // What a commit has stored while it was being typed is there by now: taking it back is a
     // change.
@@ -32,6 +43,7 @@ class HeldCompany {
   private:
     void show();
     void listReportingPeriods();
+    void followSettings();
 
     Session& session_;
     CompanyFields& fields_;

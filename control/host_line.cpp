@@ -26,13 +26,17 @@ void HostLine::propertyChanged(std::string_view property) {
 }
 
 void HostLine::fractionDisplayChanged() {
-    if (fractionDisplayChanged_)
-        ifPossible([&] { fractionDisplayChanged_(); });
+    if (asked_.fractionDisplayChanged)
+        ifPossible([&] { asked_.fractionDisplayChanged(); });
 }
 
 void HostLine::stateChanged() {
-    if (stateChanged_)
-        ifPossible([&] { stateChanged_(); });
+    if (asked_.stateChanged)
+        ifPossible([&] { asked_.stateChanged(); });
+}
+
+bool HostLine::history(HistoryStep step) {
+    return takesHistory() && attemptOr(false, [&] { return asked_.history(step); });
 }
 
 } // namespace vkr

@@ -13,11 +13,13 @@ namespace vkr {
 // The line to the host and its container. What they throw ends with the call.
 class HostLine {
   public:
-    // The two functions belong to the public face, where the host sets them.
-    HostLine(Services& services, const std::function<void()>& stateChanged,
-             const std::function<void()>& fractionDisplayChanged)
-        : services_(services), stateChanged_(stateChanged),
-          fractionDisplayChanged_(fractionDisplayChanged) {}
+    // What the host sets at the public face, to which these belong.
+    struct Asked {
+        const std::function<void()>& stateChanged;
+        const std::function<void()>& fractionDisplayChanged;
+        const std::function<bool(HistoryStep)>& history;
+    };
+    HostLine(Services& services, const Asked& asked) : services_(services), asked_(asked) {}
 
     void listen(VKRDataEntryEvents* events) { events_ = events == nullptr ? &silent_ : events; }
 
@@ -28,11 +30,12 @@ class HostLine {
     void propertyChanged(std::string_view property);
     void fractionDisplayChanged();
     void stateChanged();
+    [[nodiscard]] bool takesHistory() const { return asked_.history != nullptr; }
+    bool history(HistoryStep step); // whether the host has taken the step
 
   private:
     Services& services_;
-    const std::function<void()>& stateChanged_;
-    const std::function<void()>& fractionDisplayChanged_;
+    Asked asked_;
     VKRDataEntryEvents silent_;
     VKRDataEntryEvents* events_ = &silent_; // never null
 };

@@ -45,8 +45,7 @@ constexpr std::string_view startCurrencySymbol = "$";
 // each other.
 class VKRDataEntry::Impl final {
   public:
-    Impl(Services& services, const std::function<void()>& stateChanged,
-         const std::function<void()>& fractionDisplayChanged);
+    Impl(Services& services, const VKRDataEntry& face);
 
     void initialize();
     [[nodiscard]] std::vector<MarkedField> markedFields(MarkKind kind) const;
@@ -80,7 +79,7 @@ class VKRDataEntry::Impl final {
     CancelButton cancel{session, entry, pages, host};
     ClickControllers clicks{session, yearly, quarterly, lastQuarter,
                             options, lock,   help,      controllers};
-    EntryInput input{session, controllers, quarterly, pages, helpFrame, help, menu};
+    EntryInput input{session, controllers, quarterly, pages, helpFrame, help, menu, host};
 
   private:
     // The form's controls must be there before the parts that look them up.
@@ -91,9 +90,8 @@ class VKRDataEntry::Impl final {
     void applyColorScheme();
 };
 
-VKRDataEntry::Impl::Impl(Services& services, const std::function<void()>& stateChanged,
-                         const std::function<void()>& fractionDisplayChanged)
-    : host(services, stateChanged, fractionDisplayChanged),
+VKRDataEntry::Impl::Impl(Services& services, const VKRDataEntry& face)
+    : host(services, {face.stateChanged, face.fractionDisplayChanged, face.historyAsked}),
       session(built(form), services, &consequences) {
     controllers.add(controls::ok.name, ok);
     controllers.add(controls::cancel.name, cancel);
@@ -151,8 +149,7 @@ std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) const {
 
 // --- the public face -----------------------------------------------------------------------------
 
-VKRDataEntry::VKRDataEntry(Services& services)
-    : impl_(std::make_unique<Impl>(services, stateChanged, fractionDisplayChanged)) {
+VKRDataEntry::VKRDataEntry(Services& services) : impl_(std::make_unique<Impl>(services, *this)) {
     impl_->initialize();
 }
 
@@ -331,6 +328,20 @@ void VKRDataEntry::leaveField() {
 }
 void VKRDataEntry::commitInto(std::shared_ptr<iVKR_Company> copy) {
     ifPossible([&] { impl_->company.commitInto(std::move(copy)); });
+}
+void VKRDataEntry::recordChanged() {
+    ifPossible([&] { impl_->company.showAnew(); });
+}
+std::optional<std::string> VKRDataEntry::changeRecord(std::span<const DatumChange> changes,
+                                                      const Action& action) {
+    return attemptOr(std::optional(std::string()), [&] {
+        impl_->input.leaveActive();
+        return impl_->company.change(changes, action);
+    });
+}
+void VKRDataEntry::step(HistoryStep step) {
+    ifPossible([&] { impl_->input.step(step); });
+    ifPossible([&] { impl_->form.keyDone(); });
 }
 std::vector<Datum> VKRDataEntry::suggestedDates() const {
     return impl_->session.dates.suggested();

@@ -6,6 +6,8 @@
 #include "platform/form.hpp"
 #include "platform/property_bag.hpp"
 #include "platform/services.hpp"
+#include "record/actions.hpp"
+#include "record/datum_changes.hpp"
 #include "record/datum_table.hpp"
 #include "record/enumerations.hpp"
 #include "record/ivkr_company.hpp"
@@ -13,6 +15,8 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -126,6 +130,27 @@ class VKRDataEntry {
     // Puts into a copy of the record what reading objCompany would put into the record, which stays
     // as it is: for a host that asks what would be saved.
     void commitInto(std::shared_ptr<iVKR_Company> copy);
+    // To be called when somebody else than the form has changed the record that is held, such as a
+    // host that takes a change back. Shows its data anew; nothing is committed, nothing written,
+    // and nothing worked out. Tab, focus and scroll positions stay, and so does blnDirty: whoever
+    // has changed the record knows whether that is to be saved. A text that is being typed stays as
+    // it is, over the figure that is stored now, and so do texts that could not be stored; in a
+    // grid whose periods have moved they go with theirs. Choices that a commit has not written yet
+    // stay, unless the record has another setting than the form has last seen there.
+    void recordChanged();
+    // Changes many data as one action, all or none: leaves the field that has the focus, writes,
+    // works out the trailing earnings where quarters or years have moved, shows the data anew and
+    // marks the company as changed. What the record said where it refuses, be it nothing, and a
+    // sentence where the data is locked; without a value where all are there.
+    [[nodiscard]] std::optional<std::string> changeRecord(std::span<const DatumChange> changes,
+                                                          const Action& action);
+    // What Ctrl+Z does, and Ctrl+Y or Ctrl+Shift+Z, for a host's menu: a field that is being typed
+    // in takes back or repeats its own edits, any other hands on to historyAsked.
+    void step(HistoryStep step);
+    // Asked for a step beyond the field that has the focus. True where the host has taken one, and
+    // has called recordChanged; false where there is none. Not asked while the data is locked.
+    // Where no function is set the keys are the field's and the host's as they come.
+    std::function<bool(HistoryStep)> historyAsked;
     // The dates that handing in the record has written into it because it had none, and that nobody
     // has typed or picked since: of LastQDate, LastFYDate, PriceUpdatedDate and LastUpdate.
     [[nodiscard]] std::vector<Datum> suggestedDates() const;

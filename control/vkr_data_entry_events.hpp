@@ -10,6 +10,9 @@
 
 namespace vkr {
 
+// A step in what a person has done so far.
+enum class HistoryStep { undo, redo };
+
 // What the component tells its host. Every event may be left alone. They come from within the
 // component: a host destroys it after its handler has returned. What a handler throws ends there,
 // and the component goes on.

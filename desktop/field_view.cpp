@@ -215,6 +215,11 @@ void FieldView::undo() {
         stepBack();
 }
 
+void FieldView::redo() {
+    const Nested undoing(undoing_);
+    stepForward();
+}
+
 void FieldView::type(QEvent& event) {
     const auto* key = event.type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(&event) : nullptr;
     const bool undoes =

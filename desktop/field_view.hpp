@@ -30,6 +30,7 @@ class FieldView : public ControlView {
 
     [[nodiscard]] virtual bool canUndo() const = 0;
     void undo();
+    void redo();
 
   protected:
     using ControlView::ControlView;
@@ -50,6 +51,7 @@ class FieldView : public ControlView {
     virtual void select(UnitRange range) = 0;
     virtual void setLocked(bool locked) = 0;
     virtual void stepBack() = 0;
+    virtual void stepForward() = 0;
     virtual bool typeInto(QEvent& event) = 0;
     // The widget's text has changed without the model; true when that was no edit.
     virtual bool choseEntry() { return false; }

@@ -28,6 +28,7 @@ class LineFieldView : public FieldView {
     void select(UnitRange range) override;
     void setLocked(bool locked) override;
     void stepBack() override { edit_->undo(); }
+    void stepForward() override { edit_->redo(); }
 
   private:
     void drop(QDropEvent& event, const QWidget& source);

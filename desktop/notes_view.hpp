@@ -22,6 +22,7 @@ class NotesView final : public FieldView {
     void select(UnitRange range) override;
     void setLocked(bool locked) override;
     void stepBack() override { edit_->undo(); }
+    void stepForward() override { edit_->redo(); }
     bool typeInto(QEvent& event) override;
     // A document that is given a text while it reports a change goes on with a cursor that is gone.
     [[nodiscard]] bool mustWait() const override { return telling_ > 0; }

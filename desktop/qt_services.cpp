@@ -209,6 +209,11 @@ void QtServices::undo(TextField& field) {
         shown->undo();
 }
 
+void QtServices::redo(TextField& field) {
+    if (auto* shown = view_ == nullptr ? nullptr : view_->fieldView(field))
+        shown->redo();
+}
+
 QFont QtServices::font() const {
     return view_ != nullptr ? view_->font() : FormView::fontFor(scale());
 }

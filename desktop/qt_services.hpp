@@ -58,6 +58,7 @@ class QtServices final : public Services {
     void tellRefused(TextField& field, const std::string& note) override;
     bool canUndo(const TextField& field) override;
     void undo(TextField& field) override;
+    void redo(TextField& field) override;
     Twips textWidth(std::string_view text) override;
     Twips textHeight() override;
     int popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) override;

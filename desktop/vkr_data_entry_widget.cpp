@@ -165,6 +165,10 @@ void VKRDataEntryWidget::setCompany(std::shared_ptr<iVKR_Company> company) {
     stateChanged();
 }
 
+void VKRDataEntryWidget::recordChanged() {
+    entry_->recordChanged();
+}
+
 std::shared_ptr<iVKR_Company> VKRDataEntryWidget::company() {
     const QPointer<VKRDataEntryWidget> stays(this);
     entry_->leaveField();

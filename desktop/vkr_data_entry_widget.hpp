@@ -99,6 +99,10 @@ class VKRDataEntryWidget : public QWidget {
     // Fields of whose text something was left out when it was stored.
     [[nodiscard]] std::vector<MarkedField> doubtfulFields() const;
 
+    // Shows the data of the record anew, which somebody else than the widget has changed: see
+    // VKRDataEntry::recordChanged.
+    void recordChanged();
+
     // The values that a container keeps for one instance. Saving shows the remembered tab.
     [[nodiscard]] PropertyBag saveProperties();
     void restoreProperties(const PropertyBag& bag);

@@ -299,6 +299,7 @@ constexpr StringRow standardRows[] = {
     {641, "6 months"},
     {642, "12 months"},
     {650, "Ask the Assistant..."},
+    {669, "The data is locked. Unlock it to change anything."},
     {670, "Taken as %1; \"%2\" was left out."},
     {671, "A negative figure makes no sense here and was not stored."},
     {672, "Figures only. A loss begins with a minus sign."},

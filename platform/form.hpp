@@ -30,6 +30,11 @@ class FormHandler {
     virtual void onLostFocus(Control& /*control*/) {}
     // Setting the key to keys::none uses it up: no key press, no edit, no move follows.
     virtual void onKeyDown(Control& /*control*/, KeyCode& /*key*/, int /*shift*/) {}
+    // A key with Ctrl that it takes at this control, before a shortcut of the host does.
+    [[nodiscard]] virtual bool wantsKey(const Control& /*control*/, KeyCode /*key*/,
+                                        int /*shift*/) const {
+        return false;
+    }
     virtual void onKeyPress(Control& /*control*/, char32_t& /*character*/) {}
     virtual void onKeyUp(Control& /*control*/, KeyCode /*key*/, int /*shift*/) {}
     // A text is about to be pasted or dropped, as the clipboard has it. False refuses it.

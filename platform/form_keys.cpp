@@ -101,7 +101,10 @@ bool Form::uses(const Stroke& stroke) const {
         return stroke.character != 0 && hasMnemonic(stroke.character);
     case shifts::control:
         return stroke.key == keys::pageUp || stroke.key == keys::pageDown ||
-               (stroke.command && field != nullptr);
+               (stroke.command && field != nullptr) ||
+               (active_ != nullptr && attemptOr(false, [&] {
+                    return handler().wantsKey(*active_, stroke.key, stroke.shift);
+                }));
     default:
         return false;
     }

@@ -76,6 +76,7 @@ class Services {
     // The field's own undo.
     virtual bool canUndo(const TextField& field) = 0;
     virtual void undo(TextField& field) = 0;
+    virtual void redo(TextField& /*field*/) {} // where the desktop's fields can
     // Width and height that a text takes on one line, in twips.
     virtual Twips textWidth(std::string_view text) = 0;
     virtual Twips textHeight() = 0;

@@ -17,7 +17,8 @@ class TrailingSum {
     TrailingSum(Session& session, const std::optional<Date>& lastQuarter)
         : session_(session), lastQuarter_(lastQuarter) {}
 
-    void derive(); // and stores it, where the rule can tell
+    void derive();                            // and stores it, where the rule can tell
+    void lookAgain() { derived_ = worked(); } // what is stored stays
     // Whether it could at the last time.
     [[nodiscard]] bool isDerived() const { return derived_.has_value(); }
     // A sum that was typed and refused gives way to this one. Throws where the record does.

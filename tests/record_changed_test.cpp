@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: MIT
+#include "input/field_text.hpp"
+#include "support/entry_scene.hpp"
+#include "support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+// The component holding a full company, of which somebody else changes the record.
+class RecordChanged : public testing::Test {
+  protected:
+    void SetUp() override {
+        company_ = fullCompany();
+        company_->get_Settings()->put(setting::currencySymbol, "$");
+        record_ = std::make_shared<ScriptedRecord>(company_);
+        scene_.load(record_);
+        record_->log.clear();
+    }
+
+    void change(Datum series, int element, double figure) {
+        Variant value = readDatum(*company_, series);
+        value.array().setNumber(element, figure);
+        writeDatum(*company_, series, value);
+    }
+
+    [[nodiscard]] std::vector<std::string> written() const {
+        auto all = record_->logged("write");
+        for (const auto& one : record_->logged("put"))
+            all.push_back(one);
+        for (const auto& one : record_->logged("call"))
+            all.push_back(one);
+        return all;
+    }
+
+    std::shared_ptr<CompanyRecord> company_;
+    std::shared_ptr<ScriptedRecord> record_;
+    EntryScene scene_;
+};
+
+TEST_F(RecordChanged, ShowsEveryKindOfDatumAnew) {
+    company_->put_Name("Other Inc.");
+    company_->put_TotalDebt(77);
+    company_->put_PriceUpdatedDate(*makeDate(2025, 3, 4));
+    change(Datum::YRevenueSeries, 1, 4321);
+    change(Datum::QRevenueSeries, 0, 987);
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.text("txtName"), "Other Inc.");
+    EXPECT_EQ(scene_.text("txtTotalDebt"), "77.00");
+    EXPECT_EQ(scene_.text("txtPriceUpdate"), "Mar/04/2025");
+    EXPECT_EQ(scene_.text("txtSales", 9), "4321.00");
+    EXPECT_EQ(scene_.text("txtRevenue", 0), "987.00");
+}
+
+TEST_F(RecordChanged, WritesNothing) {
+    company_->put_Name("Other Inc.");
+    change(Datum::QEPSSeries, 0, 9);
+    company_->put_LastUpdate(Date{});
+    scene_.entry->recordChanged();
+    EXPECT_EQ(written(), std::vector<std::string>());
+}
+
+TEST_F(RecordChanged, LeavesTabFocusScrollingAndTheDirtyFlagAlone) {
+    scene_.entry->put_CurrentTab(toQuarterly);
+    scene_.desktop.click("txtRevenue(2)");
+    auto& bar = scene_.form().get<ScrollBar>("vscrQuarterly");
+    bar.setValue(bar.maximum());
+    const int scrolled = bar.value();
+    change(Datum::QRevenueSeries, 2, 5);
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.entry->get_CurrentTab(), toQuarterly);
+    EXPECT_EQ(scene_.form().activeControl()->id(), "txtRevenue(2)");
+    EXPECT_EQ(bar.value(), scrolled);
+    EXPECT_FALSE(scene_.entry->get_blnDirty());
+    EXPECT_EQ(scene_.text("txtRevenue", 2), "5.00");
+    EXPECT_EQ(scene_.field("txtRevenue", 2).selLength(), 4);
+}
+
+TEST_F(RecordChanged, KeepsWhatIsBeingTypedOverTheFigureThatIsStoredNow) {
+    scene_.desktop.click("txtTotalDebt");
+    scene_.desktop.type("^a{DEL}55");
+    company_->put_TotalDebt(77);
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.text("txtTotalDebt"), "55");
+    scene_.desktop.type("{ESC}");
+    EXPECT_EQ(scene_.text("txtTotalDebt"), "77.00");
+    scene_.desktop.type("^a{DEL}56{TAB}");
+    EXPECT_EQ(company_->get_TotalDebt(), 56);
+}
+
+TEST_F(RecordChanged, StoresATypedTextThatLooksLikeTheFigureThatIsStoredNow) {
+    scene_.desktop.click("txtTotalDebt");
+    scene_.desktop.type("^a{DEL}77.00");
+    company_->put_TotalDebt(77.001);
+    scene_.entry->recordChanged();
+    scene_.desktop.type("{TAB}");
+    EXPECT_EQ(company_->get_TotalDebt(), 77);
+}
+
+TEST_F(RecordChanged, KeepsATextThatCouldNotBeStored) {
+    scene_.enter("txtPriceUpdate", "someday");
+    ASSERT_TRUE(scene_.field("txtPriceUpdate").isUnstored());
+    company_->put_Name("Other Inc.");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.text("txtPriceUpdate"), "someday");
+    EXPECT_TRUE(scene_.field("txtPriceUpdate").isUnstored());
+}
+
+TEST_F(RecordChanged, TakesATextThatCouldNotBeStoredAlongWithItsYear) {
+    record_->failing.insert("write YRevenueSeries");
+    scene_.entry->put_CurrentTab(toYearly);
+    scene_.enter("txtSales(5)", "123");
+    ASSERT_TRUE(scene_.field("txtSales", 5).isUnstored());
+    record_->failing.clear();
+    const auto year = company_->get_LastFY();
+    for (const DatumRow& row : datumTable())
+        if (row.period == DatumPeriod::year) {
+            Variant series = company_->stored(row.datum);
+            for (int i = 10; i > 0; --i)
+                series.array().setNumber(i, series.array().number(i - 1));
+            writeDatum(*company_, row.datum, series);
+        }
+    company_->put_LastFY(static_cast<std::int16_t>(year + 1));
+    scene_.entry->recordChanged();
+    EXPECT_FALSE(scene_.field("txtSales", 5).isUnstored());
+    EXPECT_EQ(scene_.text("txtSales", 4), "123");
+    EXPECT_TRUE(scene_.field("txtSales", 4).isUnstored());
+}
+
+TEST_F(RecordChanged, KeepsChoicesThatNoCommitHasWritten) {
+    scene_.entry->put_CurrentTab(toOptions);
+    scene_.enter("txtCurSymbol", "EUR");
+    scene_.desktop.click("optCommEq(1)");
+    company_->put_Name("Other Inc.");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.text("txtCurSymbol"), "EUR");
+    EXPECT_TRUE(scene_.form().get<OptionButton>("optCommEq", 1).value());
+}
+
+TEST_F(RecordChanged, TakesOverSettingsThatAreOthersNow) {
+    company_->get_Settings()->put(setting::currencySymbol, "GBP");
+    company_->get_Settings()->put(setting::bookValue, true);
+    company_->get_Settings()->put(setting::lockBasicInfo, true);
+    company_->get_Settings()->put(setting::unit, std::int16_t{3});
+    company_->put_TotalDebt(2);
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.text("txtCurSymbol"), "GBP");
+    EXPECT_TRUE(scene_.form().get<OptionButton>("optCommEq", 1).value());
+    EXPECT_TRUE(scene_.form().get<CheckBox>("chkLockInfo").value());
+    EXPECT_TRUE(scene_.field("txtName").locked());
+    EXPECT_EQ(scene_.text("txtTotalDebt"), "2000.00");
+}
+
+TEST_F(RecordChanged, KnowsASuggestedDateThatIsBack) {
+    EntryScene scene;
+    const auto company = std::make_shared<CompanyRecord>();
+    scene.load(company);
+    const Date suggested = company->get_PriceUpdatedDate();
+    ASSERT_EQ(scene.entry->suggestedDates().size(), 4U);
+    scene.enter("txtPriceUpdate", "1/2/2020");
+    ASSERT_EQ(scene.entry->suggestedDates().size(), 3U);
+    company->put_PriceUpdatedDate(suggested);
+    scene.entry->recordChanged();
+    EXPECT_EQ(scene.entry->suggestedDates().size(), 4U);
+    company->put_PriceUpdatedDate(*makeDate(2021, 1, 1));
+    scene.entry->recordChanged();
+    EXPECT_EQ(scene.entry->suggestedDates().size(), 3U);
+}
+
+TEST_F(RecordChanged, IsNothingWithoutARecord) {
+    EntryScene scene;
+    scene.entry->recordChanged();
+    EXPECT_TRUE(scene.entry->changeRecord({}, {}));
+}
+
+TEST_F(RecordChanged, ManyDataAreChangedAsOneAction) {
+    const DatumChange changes[] = {{Datum::YRevenueSeries, 1, {}, 11.0},
+                                   {Datum::TotalDebt, {}, {}, 12.0}};
+    EXPECT_EQ(scene_.entry->changeRecord(changes, {Origin::pasted, "Paste", ""}), std::nullopt);
+    EXPECT_EQ(scene_.text("txtSales", 9), "11.00");
+    EXPECT_EQ(scene_.text("txtTotalDebt"), "12.00");
+    EXPECT_TRUE(scene_.entry->get_blnDirty());
+}
+
+TEST_F(RecordChanged, WhatARecordRefusesLeavesAllAsItWas) {
+    record_->failing.insert("write TotalDebt");
+    const auto before = company_->clone();
+    const DatumChange changes[] = {{Datum::YRevenueSeries, 1, {}, 11.0},
+                                   {Datum::TotalDebt, {}, {}, 12.0}};
+    EXPECT_TRUE(scene_.entry->changeRecord(changes, {}));
+    EXPECT_TRUE(sameAs(*before, *company_));
+    EXPECT_FALSE(scene_.entry->get_blnDirty());
+}
+
+TEST_F(RecordChanged, ChangesNothingUnderTheLock) {
+    scene_.entry->put_CurrentTab(toCompany);
+    company_->get_Settings()->put(setting::lockBasicInfo, true);
+    scene_.entry->recordChanged();
+    const auto before = company_->clone();
+    const DatumChange changes[] = {{Datum::TotalDebt, {}, {}, 12.0}};
+    const auto refusal = scene_.entry->changeRecord(changes, {});
+    ASSERT_TRUE(refusal);
+    EXPECT_FALSE(refusal->empty());
+    EXPECT_TRUE(sameAs(*before, *company_));
+}
+
+TEST_F(RecordChanged, TrailingEarningsFollowQuartersThatAreChanged) {
+    EntryScene scene;
+    const auto company = std::make_shared<CompanyRecord>();
+    company->put_LastQDate(*makeDate(2026, 9, 30));
+    company->put_LastQDateForGrid(*makeDate(2026, 9, 30));
+    scene.load(company);
+    std::vector<DatumChange> changes;
+    for (int quarter = 0; quarter < 4; ++quarter)
+        changes.push_back({Datum::QEPSSeries, quarter, {}, 1.5});
+    EXPECT_EQ(scene.entry->changeRecord(changes, {Origin::pasted, "", ""}), std::nullopt);
+    EXPECT_EQ(company->get_Last4QEPS(), 6);
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "6.00");
+}
+
+// --- the keys ------------------------------------------------------------------------------------
+
+class HistoryKeys : public RecordChanged {
+  protected:
+    void listen() {
+        scene_.entry->historyAsked = [this](HistoryStep step) {
+            asked_ += step == HistoryStep::undo ? 'u' : 'r';
+            return answer_;
+        };
+    }
+
+    std::string asked_;
+    bool answer_ = true;
+};
+
+TEST_F(HistoryKeys, AskTheHostWhereTheFieldHasNoEditsOfItsOwn) {
+    listen();
+    scene_.desktop.click("txtTotalDebt");
+    scene_.desktop.type("^z^y^+z");
+    EXPECT_EQ(asked_, "urr");
+    EXPECT_TRUE(scene_.entry->get_blnDirty());
+}
+
+TEST_F(HistoryKeys, AskTheHostAtAButton) {
+    listen();
+    scene_.entry->put_CurrentTab(toYearly);
+    scene_.form().get<CommandButton>("cmdAddYear").setFocus();
+    scene_.desktop.type("^z");
+    EXPECT_EQ(asked_, "u");
+}
+
+TEST_F(HistoryKeys, AreTheFieldsOwnWhileItIsTypedIn) {
+    listen();
+    scene_.desktop.click("txtTotalDebt");
+    const std::string shown = scene_.text("txtTotalDebt");
+    scene_.desktop.type("5^z");
+    EXPECT_EQ(scene_.text("txtTotalDebt"), shown);
+    EXPECT_EQ(asked_, "");
+    scene_.desktop.type("^z");
+    EXPECT_EQ(asked_, "u");
+}
+
+TEST_F(HistoryKeys, TakeBackAsAWholeWhatTheFieldCanNot) {
+    listen();
+    scene_.desktop.click("txtTotalDebt");
+    const std::string shown = scene_.text("txtTotalDebt");
+    scene_.desktop.type("5");
+    scene_.field("txtTotalDebt").rewriteText("55"); // no edit that the field knows of
+    scene_.desktop.type("^z");
+    EXPECT_EQ(scene_.text("txtTotalDebt"), shown);
+    EXPECT_EQ(asked_, "");
+}
+
+TEST_F(HistoryKeys, DoNotBringBackATextThatWasLeft) {
+    listen();
+    scene_.desktop.click("txtTotalDebt");
+    scene_.desktop.type("^a{DEL}77{TAB}");
+    scene_.desktop.click("txtTotalDebt");
+    scene_.desktop.type("^z");
+    EXPECT_EQ(scene_.text("txtTotalDebt"), "77.00"); // the host is asked, and has done nothing
+    EXPECT_EQ(asked_, "u");
+}
+
+TEST_F(HistoryKeys, ChangeNothingWhereTheHostHasNoStep) {
+    listen();
+    answer_ = false;
+    scene_.desktop.click("txtTotalDebt");
+    scene_.desktop.type("^z");
+    EXPECT_EQ(asked_, "u");
+    EXPECT_FALSE(scene_.entry->get_blnDirty());
+}
+
+TEST_F(HistoryKeys, AskNobodyUnderTheLock) {
+    listen();
+    company_->get_Settings()->put(setting::lockBasicInfo, true);
+    scene_.entry->recordChanged();
+    scene_.desktop.click("txtTotalDebt");
+    scene_.desktop.type("^z^y");
+    scene_.entry->step(HistoryStep::undo);
+    EXPECT_EQ(asked_, "");
+}
+
+TEST_F(HistoryKeys, ComeBeforeAShortcutOfTheHost) {
+    scene_.desktop.addHostShortcut("^z");
+    scene_.desktop.addHostShortcut("^y");
+    scene_.desktop.click("txtTotalDebt");
+    scene_.desktop.type("^y");
+    EXPECT_EQ(scene_.desktop.hostShortcutsFired(), 1); // nobody listens: the host's
+    listen();
+    scene_.desktop.type("^y^z");
+    EXPECT_EQ(scene_.desktop.hostShortcutsFired(), 1);
+    EXPECT_EQ(asked_, "ru");
+}
+
+TEST_F(HistoryKeys, AreTheHostsMenuToo) {
+    listen();
+    scene_.desktop.click("txtTotalDebt");
+    const std::string shown = scene_.text("txtTotalDebt");
+    scene_.desktop.type("5");
+    scene_.entry->step(HistoryStep::undo);
+    EXPECT_EQ(scene_.text("txtTotalDebt"), shown);
+    scene_.entry->step(HistoryStep::undo);
+    scene_.entry->step(HistoryStep::redo);
+    EXPECT_EQ(asked_, "ur");
+}
+
+} // namespace
+} // namespace vkr
