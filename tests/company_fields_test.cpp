@@ -3,6 +3,7 @@
 #include "tests/support/classic_figures.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
+#include "tests/support/form_fields.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
@@ -16,68 +17,24 @@ namespace {
 
 using namespace test;
 
-enum class Kind { words, list, number, money, price, percent, day };
-using enum Kind;
+using enum FieldContent;
 
-// What every field is, written down a second time: a row of the component's own table that is
-// wrong or swapped with another contradicts it.
-struct Row {
-    const char* control;
-    DataEntryObject object;
-    const char* datum;
-    Kind kind;
-    bool freeText;
-    bool allowNegative;
-    bool upperCase;
-};
-
-constexpr Row rows[] = {
-    {"txtName", doName, "Name", words, true, true, false},
-    {"txtSymbol", doSymbol, "Symbol", words, true, true, true},
-    {"cmbExchange", doExchange, "Exchange", list, true, true, false},
-    {"cmbIndustry", doIndustry, "Industry", list, true, true, false},
-    {"cmbSource", doSource, "Source", list, true, true, false},
-    {"txtCurrentPrice", doCurrentPrice, "CurrentPrice", price, false, false, false},
-    {"txt52WHigh", do52WHigh, "High52W", price, false, false, false},
-    {"txt52WLow", do52WLow, "Low52W", price, false, false, false},
-    {"txtPriceUpdate", doPriceUpdatedDate, "PriceUpdatedDate", day, true, true, false},
-    {"txtLastUpdate", doLastStudied, "LastUpdate", day, true, true, false},
-    {"txtDateOfSource", doDateOfSource, "DateOfSource", day, true, true, false},
-    {"txtTotalDebt", doTotalDebt, "TotalDebt", money, false, true, false},
-    {"txtTotalCap", doTotalCap, "TotalCap", money, false, false, false},
-    {"txtCommonShares", doCommShares, "CommShares", money, false, true, false},
-    {"txtDilutedShares", doDilutedShares, "DilutedShares", money, false, true, false},
-    {"txtPreferredShares", doPrefShares, "PrefShares", money, false, true, false},
-    {"txtInsiderHolding", doInsiderHolding, "InsiderHolding", percent, false, true, false},
-    {"txtInstitutional", doInstitutional, "Institutional", number, false, true, false},
-    {"txtLast4QEPS", doLast4QEPS, "Last4QEPS", number, false, true, false},
-    {"txtEPSProj", doORBEPSProj, "ORBEPSProj", number, false, true, false},
-    {"txtPrefDiv", doPrefDiv, "PrefDiv", money, false, true, false},
-    {"txtCommDiv", doCommDiv, "CommDiv", number, false, false, false},
-    {"txtTaxRate", doEstTaxRate, "TaxRate", number, false, true, false},
-    {"txtAddress1", doAddress1, "Address1", words, true, true, false},
-    {"txtAddress2", doAddress2, "Address2", words, true, true, false},
-    {"txtCity", doCity, "City", words, true, true, false},
-    {"txtState", doState, "State", words, true, true, false},
-    {"txtZip", doZip, "Zip", words, true, true, false},
-    {"txtCountry", doCountry, "Country", words, true, true, false},
-    {"txtTel", doTel, "Tel", words, true, true, false},
-    {"txtInternet", doInternetURL, "Internet", words, true, true, false},
-    {"txtContactPerson", doContactPerson, "ContactPerson", words, true, true, false},
-    {"txtVLTimelines", doVLTimelines, "VLTimeliness", words, true, true, false},
-    {"txtVLSafety", doVLSafety, "VLSafety", words, true, true, false},
-    {"txtNotes", doNotes, "Notes", words, true, true, false},
-};
+// The fields outside of the grids that need no controller of their own.
+std::vector<FormField> companyFields() {
+    std::vector<FormField> fields;
+    for (const FormField& field : formFields)
+        if (!field.isCell() && !field.datum.empty() && field.object != doLastFY &&
+            field.object != doLastFYDate && field.object != doLastQDate)
+            fields.push_back(field);
+    return fields;
+}
+const std::vector<FormField> rows = companyFields();
 
 constexpr const char* priceFields[] = {"txtCurrentPrice", "txt52WHigh", "txt52WLow"};
 constexpr const char* dateFields[] = {"txtPriceUpdate", "txtLastUpdate", "txtDateOfSource"};
 
 double factorOf(int unit) {
     return unit == 3 ? 1000 : unit == 9 ? 0.001 : 1;
-}
-
-bool isText(const Row& row) {
-    return row.kind == words || row.kind == list;
 }
 
 double figureAt(int i) {
@@ -97,10 +54,10 @@ std::string dayText(const char* month, int i, int year) {
 std::shared_ptr<CompanyRecord> distinctCompany(int unit) {
     auto company = datedCompany(static_cast<std::int16_t>(unit));
     int i = 0;
-    for (const Row& row : rows) {
+    for (const FormField& row : rows) {
         ++i;
         const Datum datum = datumNamed(row.datum);
-        if (isText(row))
+        if (row.isText())
             writeText(*company, datum, "Old " + std::to_string(i));
         else if (row.kind == day)
             writeDate(*company, datum, dayAt(i));
@@ -110,7 +67,7 @@ std::shared_ptr<CompanyRecord> distinctCompany(int unit) {
     return company;
 }
 
-std::string shownFigure(const Row& row, double stored, int unit) {
+std::string shownFigure(const FormField& row, double stored, int unit) {
     switch (row.kind) {
     case price:
         return fixedFigure(stored, 3);
@@ -133,9 +90,9 @@ TEST_P(CompanyFieldsWalk, EveryFieldShowsItsDatumAndWritesItAlone) {
     scene.load(company);
 
     int i = 0;
-    for (const Row& row : rows) {
+    for (const FormField& row : rows) {
         ++i;
-        const std::string shown = isText(row)       ? "Old " + std::to_string(i)
+        const std::string shown = row.isText()      ? "Old " + std::to_string(i)
                                   : row.kind == day ? dayText("Mar", i, 2024)
                                                     : shownFigure(row, figureAt(i), unit);
         EXPECT_EQ(textOf(scene, row.control), shown) << row.control;
@@ -147,7 +104,7 @@ TEST_P(CompanyFieldsWalk, EveryFieldShowsItsDatumAndWritesItAlone) {
     company->put_Low52W(1);
     company->put_High52W(1e9);
     i = 0;
-    for (const Row& row : rows) {
+    for (const FormField& row : rows) {
         ++i;
         SCOPED_TRACE(row.control);
         const auto before = company->clone();
@@ -155,9 +112,9 @@ TEST_P(CompanyFieldsWalk, EveryFieldShowsItsDatumAndWritesItAlone) {
         const Datum datum = datumNamed(row.datum);
         const std::string figure = std::to_string(7000 + i) + ".5";
         std::string shown;
-        if (isText(row)) {
+        if (row.isText()) {
             typeOver(scene, row.control, "New " + std::to_string(i));
-            shown = (row.upperCase ? "NEW " : "New ") + std::to_string(i);
+            shown = (row.keys == FieldKeys::capitals ? "NEW " : "New ") + std::to_string(i);
             EXPECT_EQ(readText(*company, datum), shown);
         } else if (row.kind == day) {
             typeOver(scene, row.control, "5/" + std::to_string(1 + i % 28) + "/2025");
@@ -175,7 +132,7 @@ TEST_P(CompanyFieldsWalk, EveryFieldShowsItsDatumAndWritesItAlone) {
         EXPECT_EQ(scene.field(row.control).tag(), shown);
         EXPECT_EQ(markOf(scene, row.control), "");
         EXPECT_TRUE(scene.entry->get_blnDirty());
-        std::vector<std::string> expected{row.datum};
+        std::vector<std::string> expected{std::string(row.datum)};
         if (expected.front() == "CommDiv")
             expected.emplace_back("CommDivAlternate");
         EXPECT_EQ(changedData(*before, *company), expected);
@@ -185,9 +142,9 @@ TEST_P(CompanyFieldsWalk, EveryFieldShowsItsDatumAndWritesItAlone) {
 INSTANTIATE_TEST_SUITE_P(Units, CompanyFieldsWalk, testing::Values(3, 6, 9));
 
 TEST(CompanyFieldTable, AgreesWithWhatEachFieldIs) {
-    ASSERT_EQ(companyFieldTable().size(), std::size(rows));
+    ASSERT_EQ(companyFieldTable().size(), rows.size());
     EntryScene scene;
-    for (const Row& row : rows) {
+    for (const FormField& row : rows) {
         SCOPED_TRACE(row.control);
         const auto found = std::ranges::find_if(companyFieldTable(), [&](const FieldRow& field) {
             return field.control.name == row.control;
@@ -196,10 +153,11 @@ TEST(CompanyFieldTable, AgreesWithWhatEachFieldIs) {
         EXPECT_EQ(found->object, row.object);
         EXPECT_EQ(rowOf(*found->datum).name, row.datum);
         EXPECT_EQ(found->filter.numeric, true);
-        EXPECT_EQ(found->filter.freeText, row.freeText);
-        EXPECT_EQ(found->filter.allowNegative, row.allowNegative);
-        EXPECT_EQ(found->filter.upperCase, row.upperCase);
-        EXPECT_EQ(found->filtered, row.control != std::string_view("txtNotes"));
+        EXPECT_EQ(found->filter.freeText,
+                  row.keys == FieldKeys::words || row.keys == FieldKeys::capitals);
+        EXPECT_EQ(found->filter.allowNegative, row.takesMinus());
+        EXPECT_EQ(found->filter.upperCase, row.keys == FieldKeys::capitals);
+        EXPECT_EQ(found->filtered, row.control != "txtNotes");
         EXPECT_EQ(found->isScaled(), row.kind == money);
         EXPECT_EQ(static_cast<int>(found->page), tabOf(scene.desktop.control(row.control)));
         EXPECT_EQ(scene.desktop.control(row.control).kind(),
@@ -211,11 +169,11 @@ TEST(CompanyFields, DatesAndTextsSurviveARecordThatAnswersNothing) {
     EntryScene scene;
     showEveryField(scene);
     const auto company = std::make_shared<ScriptedRecord>(distinctCompany(6));
-    for (const Row& row : rows)
-        company->failing.insert(std::string("read ") + row.datum);
+    for (const FormField& row : rows)
+        company->failing.insert("read " + std::string(row.datum));
     scene.load(company);
     const auto before = company->company->clone();
-    for (const Row& row : rows) {
+    for (const FormField& row : rows) {
         EXPECT_EQ(textOf(scene, row.control), "") << row.control;
         goTo(scene, row.control);
         scene.desktop.type("{TAB}");
@@ -783,8 +741,8 @@ TEST(CompanyNumbers, EveryTypedDigitIsStored) {
         const auto company = datedCompany(static_cast<std::int16_t>(unit));
         company->put_High52W(1e300);
         scene.load(company);
-        for (const Row& row : rows) {
-            if (isText(row) || row.kind == day)
+        for (const FormField& row : rows) {
+            if (row.isText() || row.kind == day)
                 continue;
             const char* exponent = row.kind != money || unit == 6 ? "" : unit == 3 ? "e-3" : "e3";
             for (const char* text : typed) {
@@ -935,14 +893,14 @@ TEST(CompanyNumbers, PastedFiguresAreReadAsTheyAreWritten) {
     company->put_High52W(1e300);
     company->put_Low52W(-1e300);
     scene.load(company);
-    for (const Row& row : rows) {
-        if (isText(row) || row.kind == day)
+    for (const FormField& row : rows) {
+        if (row.isText() || row.kind == day)
             continue;
         for (const auto& one : cases) {
             SCOPED_TRACE(std::string(row.control) + " " + one.pasted.substr(0, 30));
             typeOver(scene, row.control, "77");
             pasteOver(scene, row.control, one.pasted);
-            if (one.value < 0 && !row.allowNegative) {
+            if (one.value < 0 && !row.takesMinus()) {
                 EXPECT_EQ(readNumber(*company, datumNamed(row.datum)), 77);
                 EXPECT_EQ(textOf(scene, row.control), one.pasted);
                 EXPECT_EQ(markOf(scene, row.control),
@@ -966,8 +924,8 @@ TEST(CompanyNumbers, ATooLargeNumberStaysTypedAndMarked) {
         showEveryField(scene);
         const auto company = distinctCompany(unit);
         scene.load(company);
-        for (const Row& row : rows) {
-            if (isText(row) || row.kind == day)
+        for (const FormField& row : rows) {
+            if (row.isText() || row.kind == day)
                 continue;
             for (const char* typed : {"1e400", "-1e400", "1e308"}) {
                 // As billions even the last one is too many millions.
@@ -1165,8 +1123,8 @@ TEST(CompanyNumbers, FractionsAreStoredAsDecimals) {
             for (const auto& one : cases) {
                 SCOPED_TRACE(std::string(field) + " " + one.typed);
                 typeOver(scene, field, one.typed);
-                const Row* row = std::ranges::find(rows, std::string_view(field),
-                                                   [](const Row& r) { return r.control; });
+                const auto row =
+                    std::ranges::find(rows, std::string_view(field), &FormField::control);
                 EXPECT_EQ(readNumber(*company, datumNamed(row->datum)), one.stored);
                 EXPECT_EQ(textOf(scene, field), eighths ? one.fraction : one.decimal);
                 EXPECT_EQ(scene.field(field).tag(), textOf(scene, field));
@@ -1180,8 +1138,8 @@ TEST(CompanyNumbers, NegativesAreStoredWithTheirSign) {
         showEveryField(scene);
         const auto company = datedCompany(static_cast<std::int16_t>(unit));
         scene.load(company);
-        for (const Row& row : rows) {
-            if (isText(row) || row.kind == day || !row.allowNegative)
+        for (const FormField& row : rows) {
+            if (row.isText() || row.kind == day || !row.takesMinus())
                 continue;
             SCOPED_TRACE(row.control);
             typeOver(scene, row.control, "-12.5");
@@ -1198,13 +1156,15 @@ TEST(CompanyFields, ARefusedWriteKeepsTheTextMarkedAndIsTriedAgain) {
     EntryScene scene;
     showEveryField(scene);
     const auto company = std::make_shared<ScriptedRecord>(distinctCompany(6));
-    for (const Row& row : rows)
-        company->failing.insert(std::string("write ") + row.datum);
+    for (const FormField& row : rows)
+        company->failing.insert("write " + std::string(row.datum));
     scene.load(company);
     const auto before = company->company->clone();
-    for (const Row& row : rows) {
+    for (const FormField& row : rows) {
         SCOPED_TRACE(row.control);
-        const std::string typed = isText(row) ? "9 LIVES" : row.kind == day ? "5/6/2024" : "125000";
+        const std::string typed = row.isText()      ? "9 LIVES"
+                                  : row.kind == day ? "5/6/2024"
+                                                    : "125000";
         typeOver(scene, row.control, typed);
         EXPECT_EQ(textOf(scene, row.control), typed);
         EXPECT_EQ(markOf(scene, row.control),
@@ -1215,13 +1175,13 @@ TEST(CompanyFields, ARefusedWriteKeepsTheTextMarkedAndIsTriedAgain) {
     EXPECT_EQ(changedData(*before, *company->company),
               std::vector<std::string>{"CommDivAlternate"});
     company->failing.clear();
-    for (const Row& row : rows) {
+    for (const FormField& row : rows) {
         SCOPED_TRACE(row.control);
         goTo(scene, row.control);
         scene.desktop.type("{TAB}");
         EXPECT_EQ(markOf(scene, row.control), "");
         const Datum datum = datumNamed(row.datum);
-        if (isText(row))
+        if (row.isText())
             EXPECT_EQ(readText(*company->company, datum), "9 LIVES");
         else if (row.kind == day)
             EXPECT_EQ(readDate(*company->company, datum), *makeDate(2024, 5, 6));
@@ -1252,7 +1212,7 @@ TEST(CompanyFields, UnderTheLockNothingIsWritten) {
     company->get_Settings()->put(setting::lockBasicInfo, true);
     scene.load(company);
     const auto before = company->clone();
-    for (const Row& row : rows) {
+    for (const FormField& row : rows) {
         const std::string shown = textOf(scene, row.control);
         typeOver(scene, row.control, "5");
         pasteOver(scene, row.control, "6");

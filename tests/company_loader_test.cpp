@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/field_steps.hpp"
+#include "tests/support/form_fields.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
@@ -288,67 +290,31 @@ TEST_F(Loading, ShowsEveryScalarInItsField) {
     const auto record = fullCompany();
     record->get_Settings()->put(setting::leadPeriod, std::int16_t{1});
     load(record);
-    const struct {
-        const char* field;
-        std::string shown;
-    } rows[] = {{"txtNotes", "Notes text"},
-                {"txtVLSafety", "VLSafety text"},
-                {"txtVLTimelines", "VLTimeliness text"},
-                {"txtTel", "Tel text"},
-                {"txtContactPerson", "ContactPerson text"},
-                {"txtInternet", "Internet text"},
-                {"txtCountry", "Country text"},
-                {"txtZip", "Zip text"},
-                {"txtState", "State text"},
-                {"txtCity", "City text"},
-                {"txtAddress1", "Address1 text"},
-                {"txtAddress2", "Address2 text"},
-                {"txtName", "Name text"},
-                {"txtSymbol", "FULL"},
-                {"cmbExchange", "Exchange text"},
-                {"cmbIndustry", "Industry text"},
-                {"cmbSource", "Source text"},
-                {"cmbReportingPeriod", "6 months"},
-                {"txtLastQDate", "Sep/30/2026"},
-                {"txtDateofLastFY", "Dec/31/2025"},
-                {"txtLastFY", "2025"},
-                {"txtPriceUpdate", "Nov/20/2026"},
-                {"txtLastUpdate", "Nov/19/2026"},
-                {"txtDateOfSource", "Oct/01/2026"},
-                {"txtCurSymbol", "$"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(text(row.field), row.shown) << row.field;
-        EXPECT_EQ(scene.field(row.field).tag(), row.shown) << row.field;
-    }
+    for (const test::FormField& field : test::formFields)
+        if (!field.shown.empty()) {
+            EXPECT_EQ(text(field.control), field.shown) << field.control;
+            EXPECT_EQ(scene.field(field.control).tag(), field.shown) << field.control;
+        }
 }
 
 TEST_F(Loading, EachNumberGoesToItsOwnField) {
-    const struct {
-        Datum datum;
-        const char* field;
-        const char* shown;
-    } rows[] = {{Datum::PrefDiv, "txtPrefDiv", "7.25"},
-                {Datum::TaxRate, "txtTaxRate", "7.25"},
-                {Datum::CommDiv, "txtCommDiv", "7.25"},
-                {Datum::DilutedShares, "txtDilutedShares", "7.25"},
-                {Datum::CommShares, "txtCommonShares", "7.25"},
-                {Datum::PrefShares, "txtPreferredShares", "7.25"},
-                {Datum::Institutional, "txtInstitutional", "7.25"},
-                {Datum::InsiderHolding, "txtInsiderHolding", "7.3%"},
-                {Datum::TotalDebt, "txtTotalDebt", "7.25"},
-                {Datum::TotalCap, "txtTotalCap", "7.25"},
-                {Datum::Last4QEPS, "txtLast4QEPS", "7.25"},
-                {Datum::ORBEPSProj, "txtEPSProj", "7.25"},
-                {Datum::Low52W, "txt52WLow", "7.250"},
-                {Datum::High52W, "txt52WHigh", "7.250"},
-                {Datum::CurrentPrice, "txtCurrentPrice", "7.250"}};
-    for (const auto& row : rows) {
+    using test::FieldContent;
+    std::vector<test::FormField> numbers;
+    for (const test::FormField& field : test::formFields)
+        if (!field.isCell() &&
+            (field.kind == FieldContent::number || field.kind == FieldContent::money ||
+             field.kind == FieldContent::price || field.kind == FieldContent::percent))
+            numbers.push_back(field);
+    for (const auto& written : numbers) {
         const auto record = emptyCompany();
-        writeNumber(*record, row.datum, 7.25);
+        writeNumber(*record, test::datumNamed(written.datum), 7.25);
         load(record);
-        for (const auto& other : rows)
-            EXPECT_EQ(text(other.field), &other == &row ? row.shown : "")
-                << row.field << " " << other.field;
+        for (const auto& other : numbers)
+            EXPECT_EQ(text(other.control), other.control != written.control        ? ""
+                                           : written.kind == FieldContent::price   ? "7.250"
+                                           : written.kind == FieldContent::percent ? "7.3%"
+                                                                                   : "7.25")
+                << written.control << " " << other.control;
     }
 }
 

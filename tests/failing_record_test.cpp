@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/form_fields.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
@@ -17,65 +18,16 @@ namespace {
 using Names = std::vector<std::string>;
 using NameSet = std::set<std::string, std::less<>>;
 
-// The field or the column of cells that shows each datum.
-const std::map<std::string, std::string, std::less<>> shownIn{
-    {"Exchange", "cmbExchange"},
-    {"Industry", "cmbIndustry"},
-    {"Source", "cmbSource"},
-    {"CurrentPrice", "txtCurrentPrice"},
-    {"CommDiv", "txtCommDiv"},
-    {"LastFY", "txtLastFY"},
-    {"High52W", "txt52WHigh"},
-    {"Low52W", "txt52WLow"},
-    {"CommShares", "txtCommonShares"},
-    {"DilutedShares", "txtDilutedShares"},
-    {"TotalDebt", "txtTotalDebt"},
-    {"Last4QEPS", "txtLast4QEPS"},
-    {"TaxRate", "txtTaxRate"},
-    {"PrefDiv", "txtPrefDiv"},
-    {"TotalCap", "txtTotalCap"},
-    {"InsiderHolding", "txtInsiderHolding"},
-    {"Institutional", "txtInstitutional"},
-    {"Name", "txtName"},
-    {"Symbol", "txtSymbol"},
-    {"DateOfSource", "txtDateOfSource"},
-    {"PriceUpdatedDate", "txtPriceUpdate"},
-    {"PrefShares", "txtPreferredShares"},
-    {"LastQDate", "txtLastQDate"},
-    {"LastFYDate", "txtDateofLastFY"},
-    {"ORBEPSProj", "txtEPSProj"},
-    {"Address1", "txtAddress1"},
-    {"Address2", "txtAddress2"},
-    {"City", "txtCity"},
-    {"State", "txtState"},
-    {"Zip", "txtZip"},
-    {"Country", "txtCountry"},
-    {"Internet", "txtInternet"},
-    {"Tel", "txtTel"},
-    {"ContactPerson", "txtContactPerson"},
-    {"VLTimeliness", "txtVLTimelines"},
-    {"VLSafety", "txtVLSafety"},
-    {"CommDivAlternate", "txtCommDiv"},
-    {"LastQDateForGrid", ""},
-    {"LastUpdate", "txtLastUpdate"},
-    {"Notes", "txtNotes"},
-    {"QPTISeries", "txtQOption"},
-    {"YCSOSeries", "txtCSO"},
-    {"YTaxRateSeries", ""},
-    {"YCommEqSeries", "txtYOption2"},
-    {"QNetIncSeries", "txtNetInc"},
-    {"QRevenueSeries", "txtRevenue"},
-    {"QTaxRateSeries", ""},
-    {"QEPSSeries", "txtEPS"},
-    {"YPTISeries", "txtYOption"},
-    {"YDividendSeries", "txtDiv"},
-    {"YRevenueSeries", "txtSales"},
-    {"YHighSeries", "txtHigh"},
-    {"YNetIncSeries", "txtYNetInc"},
-    {"YBookValSeries", ""},
-    {"YLowSeries", "txtLow"},
-    {"YEPSSeries", "txtYEPS"},
-};
+// The field or the column of cells that shows each datum; empty where none does.
+std::map<std::string, std::string, std::less<>> controlsOfData() {
+    std::map<std::string, std::string, std::less<>> controls{{"CommDivAlternate", "txtCommDiv"},
+                                                             {"LastQDateForGrid", ""}};
+    for (const test::FormField& field : test::formFields)
+        if (!field.datum.empty())
+            controls.emplace(field.datum, field.choice == test::Choice::none ? field.control : "");
+    return controls;
+}
+const std::map<std::string, std::string, std::less<>> shownIn = controlsOfData();
 
 Names everyOperation() {
     Names all;

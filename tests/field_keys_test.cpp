@@ -3,6 +3,7 @@
 #include "input/mdlKMTMisc.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
+#include "tests/support/form_fields.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -14,41 +15,10 @@ namespace {
 
 using namespace test;
 
-struct Keys {
-    bool freeText;
-    bool allowNegative;
-    bool upperCase;
-    std::vector<std::string> fields;
-};
-
-const std::vector<Keys>& keyTable() {
-    static const std::vector<Keys> table = {
-        {true, true, true, {"txtSymbol"}},
-        {true, true, false, {"cmbExchange",     "cmbIndustry",      "cmbReportingPeriod",
-                             "cmbSource",       "txtAddress1",      "txtAddress2",
-                             "txtCity",         "txtContactPerson", "txtCountry",
-                             "txtDateOfSource", "txtDateofLastFY",  "txtInternet",
-                             "txtLastUpdate",   "txtName",          "txtPriceUpdate",
-                             "txtState",        "txtTel",           "txtVLSafety",
-                             "txtVLTimelines",  "txtZip",           "txtCurSymbol",
-                             "txtLastQDate",    "txtNotes"}},
-        {false, true, false, {"txtCommonShares",   "txtDilutedShares", "txtEPSProj",
-                              "txtInsiderHolding", "txtInstitutional", "txtLast4QEPS",
-                              "txtLastFY",         "txtPrefDiv",       "txtPreferredShares",
-                              "txtTotalDebt",      "txtTaxRate",       "txtCSO(0)",
-                              "txtCSO(10)",        "txtEPS(0)",        "txtEPS(8)",
-                              "txtNetInc(0)",      "txtNetInc(8)",     "txtQOption(0)",
-                              "txtQOption(8)",     "txtYEPS(0)",       "txtYEPS(10)",
-                              "txtYNetInc(0)",     "txtYNetInc(10)",   "txtYOption(0)",
-                              "txtYOption(10)",    "txtYOption2(0)",   "txtYOption2(10)"}},
-        {false,
-         false,
-         false,
-         {"txt52WHigh", "txt52WLow", "txtCommDiv", "txtCurrentPrice", "txtTotalCap", "txtDiv(0)",
-          "txtDiv(10)", "txtHigh(0)", "txtHigh(10)", "txtLow(0)", "txtLow(10)", "txtRevenue(0)",
-          "txtRevenue(8)", "txtSales(0)", "txtSales(10)"}},
-    };
-    return table;
+// Of cells the first and the last row of the form.
+std::vector<std::string> idsOf(const FormField& field) {
+    return field.isCell() ? std::vector{field.id(0), field.id(field.rows - 1)}
+                          : std::vector{field.id()};
 }
 
 struct KeyScene : EntryScene {
@@ -107,17 +77,17 @@ TEST(FieldKeys, EveryFieldTakesTheKeysThatItsDatumNeeds) {
                                 "\u00e9", "\u20ac", "\uff15", "\u2212", "\U0001F600", "\u0663"};
     const std::string texts[] = {"", "5", "5.", "5/", "-5", "+5", "+", "-", "5-", "5+"};
     KeyScene scene;
-    for (const auto& group : keyTable())
-        for (const auto& id : group.fields) {
+    for (const FormField& one : formFields)
+        for (const std::string& id : idsOf(one)) {
             goTo(scene, id);
             auto& field = dynamic_cast<TextField&>(scene.desktop.control(id));
             for (const auto& text : texts) {
                 for (const auto& key : keys) {
                     SCOPED_TRACE(id + ": " + text + " and " + key);
                     std::string expected = text + key;
-                    if (!group.freeText)
-                        expected = expectedNumeric(text, key, group.allowNegative);
-                    else if (group.upperCase)
+                    if (one.keys == FieldKeys::figure || one.keys == FieldKeys::signedFigure)
+                        expected = expectedNumeric(text, key, one.keys == FieldKeys::signedFigure);
+                    else if (one.keys == FieldKeys::capitals)
                         expected = key == "a"        ? text + "A"
                                    : key == "e"      ? text + "E"
                                    : key == "z"      ? text + "Z"
@@ -136,9 +106,8 @@ TEST(FieldKeys, TheTableNamesEveryFieldOfTheForm) {
     KeyScene scene;
     scene.entry->put_VisibleQuarters(9);
     std::vector<std::string> named;
-    for (const auto& group : keyTable())
-        for (const auto& id : group.fields)
-            named.push_back(id.substr(0, id.find('(')));
+    for (const FormField& one : formFields)
+        named.emplace_back(one.control);
     for (const TextField* field : allFields(scene))
         EXPECT_NE(std::find(named.begin(), named.end(), field->name()), named.end()) << field->id();
 }
@@ -355,8 +324,8 @@ TEST(FieldKeys, EnteringTheReportingPeriodSelectsNothing) {
 
 TEST(FieldKeys, ShortcutsPassTheFilterOfEveryField) {
     KeyScene scene;
-    for (const auto& group : keyTable())
-        for (const auto& id : group.fields) {
+    for (const FormField& one : formFields)
+        for (const std::string& id : idsOf(one)) {
             SCOPED_TRACE(id);
             goTo(scene, id);
             auto& field = dynamic_cast<TextField&>(scene.desktop.control(id));

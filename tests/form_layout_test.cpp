@@ -2,6 +2,7 @@
 #include "form/form_layout.hpp"
 #include "platform/text.hpp"
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/form_fields.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -41,63 +42,10 @@ TEST_F(FormLayout, EveryControlIsThere) {
         const char* name;
         ControlKind kind;
         int count; // 0: a single control
-    } rows[] = {
+    } others[] = {
         {"tbsDataEntry", ControlKind::tabStrip, 0},
-        {"txtName", ControlKind::textBox, 0},
-        {"txtSymbol", ControlKind::textBox, 0},
-        {"cmbExchange", ControlKind::comboBox, 0},
-        {"cmbIndustry", ControlKind::comboBox, 0},
-        {"cmbSource", ControlKind::comboBox, 0},
-        {"cmbReportingPeriod", ControlKind::comboBox, 0},
-        {"txtCurrentPrice", ControlKind::textBox, 0},
-        {"txt52WHigh", ControlKind::textBox, 0},
-        {"txt52WLow", ControlKind::textBox, 0},
-        {"txtPriceUpdate", ControlKind::textBox, 0},
-        {"txtLastUpdate", ControlKind::textBox, 0},
-        {"txtDateOfSource", ControlKind::textBox, 0},
-        {"txtTotalDebt", ControlKind::textBox, 0},
-        {"txtTotalCap", ControlKind::textBox, 0},
-        {"txtCommonShares", ControlKind::textBox, 0},
-        {"txtDilutedShares", ControlKind::textBox, 0},
-        {"txtPreferredShares", ControlKind::textBox, 0},
-        {"txtInsiderHolding", ControlKind::textBox, 0},
-        {"txtInstitutional", ControlKind::textBox, 0},
-        {"txtLast4QEPS", ControlKind::textBox, 0},
-        {"txtEPSProj", ControlKind::textBox, 0},
-        {"txtPrefDiv", ControlKind::textBox, 0},
-        {"txtCommDiv", ControlKind::textBox, 0},
-        {"txtTaxRate", ControlKind::textBox, 0},
-        {"txtAddress1", ControlKind::textBox, 0},
-        {"txtAddress2", ControlKind::textBox, 0},
-        {"txtCity", ControlKind::textBox, 0},
-        {"txtState", ControlKind::textBox, 0},
-        {"txtZip", ControlKind::textBox, 0},
-        {"txtCountry", ControlKind::textBox, 0},
-        {"txtTel", ControlKind::textBox, 0},
-        {"txtInternet", ControlKind::textBox, 0},
-        {"txtContactPerson", ControlKind::textBox, 0},
-        {"txtVLTimelines", ControlKind::textBox, 0},
-        {"txtVLSafety", ControlKind::textBox, 0},
-        {"txtNotes", ControlKind::textBox, 0},
-        {"txtLastFY", ControlKind::textBox, 0},
-        {"txtDateofLastFY", ControlKind::textBox, 0},
-        {"txtLastQDate", ControlKind::textBox, 0},
-        {"txtCurSymbol", ControlKind::textBox, 0},
         {"lblYear", ControlKind::label, 11},
-        {"txtSales", ControlKind::textBox, 11},
-        {"txtYOption", ControlKind::textBox, 11},
-        {"txtYNetInc", ControlKind::textBox, 11},
-        {"txtYOption2", ControlKind::textBox, 11},
-        {"txtYEPS", ControlKind::textBox, 11},
-        {"txtDiv", ControlKind::textBox, 11},
-        {"txtHigh", ControlKind::textBox, 11},
-        {"txtLow", ControlKind::textBox, 11},
-        {"txtCSO", ControlKind::textBox, 11},
         {"lblQLabel", ControlKind::label, 9},
-        {"txtRevenue", ControlKind::textBox, 9},
-        {"txtEPS", ControlKind::textBox, 9},
-        {"txtQOption", ControlKind::textBox, 9},
-        {"txtNetInc", ControlKind::textBox, 9},
         {"hscrYearly", ControlKind::scrollBar, 0},
         {"vscrQuarterly", ControlKind::scrollBar, 0},
         {"spnQuarter", ControlKind::spinner, 0},
@@ -121,14 +69,21 @@ TEST_F(FormLayout, EveryControlIsThere) {
         {"cmdCancel", ControlKind::commandButton, 0},
         {"cmdHelp", ControlKind::commandButton, 0},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(form.upperBound(row.name), row.count == 0 ? -1 : row.count - 1) << row.name;
-        for (int i = 0; i < std::max(row.count, 1); ++i) {
-            const auto* found = form.find(row.name, row.count == 0 ? Control::noIndex : i);
-            ASSERT_NE(found, nullptr) << row.name << " " << i;
-            EXPECT_EQ(found->kind(), row.kind) << row.name;
+    const auto expectThere = [&](std::string_view name, ControlKind kind, int count) {
+        EXPECT_EQ(form.upperBound(name), count == 0 ? -1 : count - 1) << name;
+        for (int i = 0; i < std::max(count, 1); ++i) {
+            const auto* found = form.find(name, count == 0 ? Control::noIndex : i);
+            ASSERT_NE(found, nullptr) << name << " " << i;
+            EXPECT_EQ(found->kind(), kind) << name;
         }
-    }
+    };
+    for (const auto& row : others)
+        expectThere(row.name, row.kind, row.count);
+    for (const test::FormField& field : test::formFields)
+        expectThere(field.control,
+                    field.kind == test::FieldContent::list ? ControlKind::comboBox
+                                                           : ControlKind::textBox,
+                    field.rows);
     for (const int frame : {0, 2, 3, 10, 11, 12, 13, 14})
         EXPECT_NE(form.find("fraDE", frame), nullptr) << frame;
     for (const int label : {11, 15, 18, 51, 52, 53})

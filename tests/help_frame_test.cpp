@@ -71,7 +71,7 @@ void forEveryControl(HelpScene& scene, PlatformType platform,
         if (row.control[0] == '\0' || (platform == ptZX && notOnZx.contains(row.object)))
             continue;
         scene.choose(row.choice);
-        for (const std::string_view id : {row.control, row.label})
+        for (const std::string& id : {row.control, row.label})
             if (!id.empty())
                 act(row, id);
         if (row.choice != Choice::none)
@@ -114,6 +114,7 @@ TEST_P(HelpFrameOn, EveryObjectShowsItsText) {
     HelpScene scene(GetParam());
     const auto localizer = std::dynamic_pointer_cast<Localizer>(
         scene.desktop.createObject(GetParam() == ptZX ? zxLocalizerId : standardLocalizerId));
+    ASSERT_EQ(std::ssize(entryObjectRows), dataEntryObjectCount);
     forEveryControl(scene, GetParam(), [&](const EntryObjectRow& row, std::string_view id) {
         SCOPED_TRACE(std::string(id));
         askFor(scene, row, id);
