@@ -130,9 +130,10 @@ void nameColumns(const Form& form, std::span<const GridColumn> columns,
                  const HandleArray<Label>& rowLabels) {
     const auto& labels = form.elements(rowLabels.name);
     for (const auto& column : columns) {
-        const std::string head = withoutMnemonic(column.head.in(form).caption());
+        std::string name = withoutMnemonic(column.head.in(form).caption());
+        const std::size_t head = name.size();
         for (const auto& [row, cell] : form.elements(column.cells.name)) {
-            std::string name = head;
+            name.resize(head); // hundreds of cells at each load: one text for all
             if (const std::string& label = labels.at(row)->caption(); !label.empty())
                 name.append(" ").append(label);
             cell->setAccessibleName(name);
