@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_record.hpp"
+#include "company/figure_origins.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+
+namespace {
+
+Change figure(Datum datum, std::optional<int> element, double before, double after, Origin origin,
+              const std::string& document = {}) {
+    return {{datum, element, before, after}, {}, origin, document};
+}
+
+FigureOrigins after(const std::vector<ChangeGroup>& groups) {
+    FigureOrigins origins;
+    for (const ChangeGroup& group : groups)
+        origins.note(group);
+    return origins;
+}
+
+const ChangeGroup importedRate{
+    "Import",
+    {},
+    {figure(Datum::YNetIncSeries, 3, 0, 80, Origin::imported, "0001-24"),
+     figure(Datum::YTaxRateSeries, 3, 0, 18.1, Origin::imported, "0001-24"),
+     figure(Datum::YPTISeries, 3, 0, 102, Origin::imported, "0001-24")}};
+
+TEST(FigureOrigins, AreNotKnownAtFirst) {
+    const FigureOrigins origins;
+    EXPECT_EQ(origins.of(Datum::TotalDebt), FigureOrigin());
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 3).origin, std::nullopt);
+    EXPECT_EQ(origins.text(), "");
+    EXPECT_FALSE(origins.mayDerive(Datum::YTaxRateSeries, 3));
+}
+
+TEST(FigureOrigins, FollowTheChanges) {
+    const auto origins =
+        after({importedRate, {"", {}, {figure(Datum::YPTISeries, 3, 102, 103, Origin::typed)}}});
+    EXPECT_EQ(origins.of(Datum::YPTISeries, 3), (FigureOrigin{Origin::typed, "", false}));
+    EXPECT_EQ(origins.of(Datum::YNetIncSeries, 3).document, "0001-24");
+    EXPECT_EQ(origins.of(Datum::YNetIncSeries, 4), FigureOrigin());
+}
+
+TEST(FigureOrigins, OfAWholeSeriesAreThoseOfTheElementsThatChanged) {
+    const auto origins = after({importedRate,
+                                {"Paste",
+                                 {},
+                                 {{{Datum::YNetIncSeries, std::nullopt, numberArray({0, 0, 0, 80}),
+                                    numberArray({0, 70, 0, 80})},
+                                   {},
+                                   Origin::pasted,
+                                   {}}}}});
+    EXPECT_EQ(origins.of(Datum::YNetIncSeries, 1).origin, Origin::pasted);
+    EXPECT_EQ(origins.of(Datum::YNetIncSeries, 2).origin, std::nullopt);
+    EXPECT_EQ(origins.of(Datum::YNetIncSeries, 3).origin, Origin::imported);
+}
+
+TEST(FigureOrigins, AreNoneForWhatWasEmptied) {
+    const auto origins =
+        after({importedRate, {"", {}, {figure(Datum::YPTISeries, 3, 102, 0, Origin::typed)}}});
+    EXPECT_EQ(origins.of(Datum::YPTISeries, 3).origin, std::nullopt);
+}
+
+TEST(FigureOrigins, KeepAFigureFromBeingWorkedOutWhileNothingItFollowsFromChanges) {
+    auto origins = after({importedRate});
+    EXPECT_FALSE(origins.mayDerive(Datum::YTaxRateSeries, 3));
+    origins.note({"", {}, {figure(Datum::YNetIncSeries, 4, 0, 90, Origin::typed)}});
+    EXPECT_FALSE(origins.mayDerive(Datum::YTaxRateSeries, 3)) << "another year";
+    origins.note({"", {}, {figure(Datum::YNetIncSeries, 3, 80, 90, Origin::typed)}});
+    EXPECT_TRUE(origins.mayDerive(Datum::YTaxRateSeries, 3));
+    EXPECT_EQ(origins.of(Datum::YTaxRateSeries, 3).origin, Origin::imported);
+    origins.note({"", {}, {figure(Datum::YTaxRateSeries, 3, 18.1, 19, Origin::typed)}});
+    EXPECT_FALSE(origins.mayDerive(Datum::YTaxRateSeries, 3));
+}
+
+TEST(FigureOrigins, TakeNoDerivedFigureForANewInput) {
+    auto origins = after({importedRate});
+    origins.note({"", {}, {figure(Datum::YPTISeries, 3, 102, 101, Origin::derived)}});
+    EXPECT_FALSE(origins.mayDerive(Datum::YTaxRateSeries, 3));
+    EXPECT_TRUE(origins.mayDerive(Datum::YPTISeries, 3));
+}
+
+TEST(FigureOrigins, LetAFigureOfUnknownOriginBeWorkedOutOnceItsInputsChanged) {
+    FigureOrigins origins;
+    origins.note({"", {}, {figure(Datum::QEPSSeries, 2, 0, 1.5, Origin::typed)}});
+    EXPECT_TRUE(origins.mayDerive(Datum::Last4QEPS, std::nullopt));
+    EXPECT_EQ(origins.of(Datum::Last4QEPS).origin, std::nullopt);
+}
+
+TEST(FigureOrigins, MoveWithTheirFigures) {
+    auto origins = after({importedRate});
+    std::vector<double> before(11);
+    std::vector<double> later(11);
+    before[3] = later[4] = 80;
+    const ChangeGroup shift{
+        "Add Fiscal Year 2026",
+        {},
+        {{{Datum::LastFY, std::nullopt, std::int16_t{2025}, std::int16_t{2026}},
+          {},
+          Origin::shifted,
+          {}},
+         {{Datum::YNetIncSeries, std::nullopt, numberArray(before), numberArray(later)},
+          {},
+          Origin::shifted,
+          {}}}};
+    origins.note(shift);
+    EXPECT_EQ(origins.of(Datum::YNetIncSeries, 3).origin, std::nullopt);
+    EXPECT_EQ(origins.of(Datum::YNetIncSeries, 4),
+              (FigureOrigin{Origin::imported, "0001-24", false}));
+    EXPECT_FALSE(origins.mayDerive(Datum::YTaxRateSeries, 3)) << "moving is no new figure";
+    EXPECT_EQ(origins.of(Datum::LastFY).origin, Origin::shifted);
+}
+
+TEST(FigureOrigins, AreTextAndBack) {
+    auto origins =
+        after({importedRate,
+               {"", {}, {figure(Datum::YNetIncSeries, 3, 80, 81, Origin::typed)}},
+               {"", {}, {figure(Datum::TotalDebt, {}, 0, 5, Origin::imported, "a\tb\\c\nd")}}});
+    for (const int element : {0, 1, 2, 5, 34})
+        origins.put(Datum::QEPSSeries, element, {Origin::pasted, {}, false});
+    const std::string text = origins.text();
+    EXPECT_EQ(FigureOrigins::fromText(text), origins);
+    EXPECT_EQ(FigureOrigins::fromText(text).text(), text);
+    EXPECT_NE(text.find("pasted\t\tQEPSSeries:0-2,5,34\n"), std::string::npos) << text;
+    EXPECT_NE(FigureOrigins(), origins);
+}
+
+TEST(FigureOrigins, AreReadFromWhateverTextAsFarAsItGoes) {
+    for (const char* text :
+         {"", "\n\n", "typed", "typed\t", "typed\t\t", "nothing\t\tName", "typed\t\tGoodwill:1",
+          "typed\t\tYEPSSeries", "typed\t\tYEPSSeries:", "typed\t\tYEPSSeries:-5",
+          "typed\t\tYEPSSeries:9-999999999999", "typed\t\tYEPSSeries:x,1-,12,-3", "!\t\tName"})
+        EXPECT_EQ(FigureOrigins::fromText(text).of(Datum::YEPSSeries, 0), FigureOrigin()) << text;
+    const auto origins =
+        FigureOrigins::fromText("typed\t\tGoodwill:1 YEPSSeries:9-2000000000 Name\nnonsense\n");
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 10).origin, Origin::typed);
+    EXPECT_EQ(origins.of(Datum::Name).origin, Origin::typed);
+}
+
+TEST(FigureOrigins, KnowWhatEachFigureFollowsFrom) {
+    for (const Derivation& rule : derivations()) {
+        EXPECT_NE(rule.derived, rule.from);
+        if (isSeries(rowOf(rule.derived))) {
+            EXPECT_EQ(rowOf(rule.derived).period, rowOf(rule.from).period);
+        }
+    }
+}
+
+} // namespace
+} // namespace vkr
