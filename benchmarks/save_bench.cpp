@@ -22,7 +22,8 @@ void check(bool isDone) {
         std::abort();
 }
 
-// A new file with two companies in it, numbers 1 and 2.
+// A new file with two companies in it, numbers 1 and 2; the second one has been saved as the first
+// and as itself again.
 class Companies {
   public:
     Companies() {
@@ -31,6 +32,9 @@ class Companies {
         store_ = std::move(opened.value());
         for (const auto& record : records_)
             check(bool(store_->save(std::nullopt, *record)));
+        // What a save from one to the other says of its changes, either way.
+        check(bool(store_->save(2, *records_[0], 1)));
+        check(bool(store_->save(2, *records_[1], 2)));
     }
     [[nodiscard]] std::string file() const {
         return folder_.filePath(QStringLiteral("companies.vkr")).toStdString();
@@ -115,13 +119,24 @@ class RawFile {
     }
 
     static void write(sqlite3_stmt* statement, const Row& row, std::size_t from = 0) {
-        for (std::size_t i = from; i < row.size(); ++i)
-            sqlite3_bind_value(statement, static_cast<int>(i - from) + 1, row[i].get());
+        bind(statement, row, from);
+        check(sqlite3_step(statement) == SQLITE_DONE);
+        sqlite3_reset(statement);
+    }
+    // As part of company 1 and of another save than it was read from.
+    static void writeAt(sqlite3_stmt* statement, const Row& row, std::int64_t revision) {
+        bind(statement, row, 0);
+        sqlite3_bind_int64(statement, 2, revision);
         check(sqlite3_step(statement) == SQLITE_DONE);
         sqlite3_reset(statement);
     }
 
   private:
+    static void bind(sqlite3_stmt* statement, const Row& row, std::size_t from) {
+        for (std::size_t i = from; i < row.size(); ++i)
+            sqlite3_bind_value(statement, static_cast<int>(i - from) + 1, row[i].get());
+    }
+
     sqlite3* database_ = nullptr;
     std::vector<sqlite3_stmt*> statements_;
 };
@@ -133,12 +148,21 @@ void saveRaw(benchmark::State& state) {
     std::vector<RawFile::Row> company[2];
     std::vector<RawFile::Row> series[2];
     std::vector<RawFile::Row> listing[2];
+    std::vector<RawFile::Row> groups[2];
+    std::vector<RawFile::Row> changes[2];
     for (const int i : {0, 1}) {
         const std::string id = std::to_string(i + 1);
         company[i] = file.rows("SELECT * FROM company WHERE id = " + id);
         series[i] =
             file.rows("SELECT 1, series, element, value FROM series WHERE company_id = " + id);
         listing[i] = file.rows("SELECT * FROM listing WHERE company_id = " + id);
+        const std::string saved = " WHERE company_id = 2 AND revision = " + std::to_string(i + 2);
+        groups[i] = file.rows("SELECT 1, revision, place, name, changed_by, changed_at, checksum "
+                              "FROM change_group" +
+                              saved);
+        changes[i] = file.rows("SELECT 1, revision, place, line, datum, counted_from, elements, "
+                               "before, after, origin, document FROM figure_change" +
+                               saved);
     }
     const auto logged = file.rows("SELECT company_id, revision, change, changed_by, changed_at "
                                   "FROM change_log WHERE company_id = 1");
@@ -148,7 +172,11 @@ void saveRaw(benchmark::State& state) {
     sqlite3_stmt* insert = file.prepare("INSERT INTO series VALUES (?, ?, ?, ?)");
     sqlite3_stmt* log = file.prepare("INSERT INTO change_log (company_id, revision, change, "
                                      "changed_by, changed_at) VALUES (?, ?, ?, ?, ?)");
+    sqlite3_stmt* group = file.prepare("INSERT INTO change_group VALUES (?, ?, ?, ?, ?, ?, ?)");
+    sqlite3_stmt* change =
+        file.prepare("INSERT INTO figure_change VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
     int turn = 0;
+    std::int64_t revision = 1;
     for (auto _ : state) {
         turn = 1 - turn;
         file.run("BEGIN IMMEDIATE");
@@ -157,6 +185,11 @@ void saveRaw(benchmark::State& state) {
         for (const auto& row : series[turn])
             RawFile::write(insert, row);
         RawFile::write(list, listing[turn].front(), 1);
+        ++revision;
+        for (const auto& row : groups[turn])
+            RawFile::writeAt(group, row, revision);
+        for (const auto& row : changes[turn])
+            RawFile::writeAt(change, row, revision);
         RawFile::write(log, logged.front());
         file.run("COMMIT");
     }
