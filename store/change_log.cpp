@@ -19,13 +19,6 @@ std::string localTime(const std::string& utc) {
     return time.isValid() ? time.toLocalTime().toString("yyyy-MM-dd HH:mm").toStdString() : utc;
 }
 
-std::string called(const CompanyRecord& record) {
-    if (const std::string name = record.get_Name(); !name.empty())
-        return "“" + name + "”";
-    const std::string symbol = record.get_Symbol();
-    return symbol.empty() ? "The company" : "“" + symbol + "”";
-}
-
 std::string enumerate(const std::vector<Difference>& differences) {
     static constexpr std::size_t most = 8;
     std::string text;
@@ -42,6 +35,13 @@ std::string enumerate(const std::vector<Difference>& differences) {
 }
 
 } // namespace
+
+std::string calledName(const CompanyRecord& record) {
+    if (const std::string name = record.get_Name(); !name.empty())
+        return "“" + name + "”";
+    const std::string symbol = record.get_Symbol();
+    return symbol.empty() ? "The company" : "“" + symbol + "”";
+}
 
 void ChangeLog::add(const CompanyKey& key, Change change, const SaveStamp& stamp) {
     connection_.run("INSERT INTO change_log (company_id, revision, change, changed_by, "
@@ -67,7 +67,7 @@ void ChangeLog::failSaved(const CompanyKey& stored, const CompanyRecord& record,
     StoreConflict conflict = lastChange(stored.id);
     conflict.revision = stored.revision;
     conflict.differences = std::move(differences);
-    std::string message = called(record) + " was saved by " + conflict.changedBy + " on " +
+    std::string message = calledName(record) + " was saved by " + conflict.changedBy + " on " +
                           localTime(conflict.changedAt) +
                           " while it was open here. Nothing was changed now.";
     if (!conflict.differences.empty())
@@ -76,7 +76,7 @@ void ChangeLog::failSaved(const CompanyKey& stored, const CompanyRecord& record,
 }
 
 void ChangeLog::failRemoved(std::int64_t id, const CompanyRecord& record) {
-    failAbsent(id, called(record), StoreFault::conflict,
+    failAbsent(id, calledName(record), StoreFault::conflict,
                " Nothing was changed now; save it as a new company to keep it.");
 }
 

@@ -11,6 +11,9 @@
 
 namespace vkr {
 
+// How a company is named in messages.
+[[nodiscard]] std::string calledName(const CompanyRecord& record);
+
 // Who changed which company when, in the table `change_log`, and what is told to somebody who comes
 // second. Everything here is done within a transaction of the caller.
 class ChangeLog {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "company/company_record.hpp"
+#include "store/company_history.hpp"
 #include "store/company_list.hpp"
 #include "store/store_list.hpp"
 #include "store/store_options.hpp"
@@ -16,6 +17,8 @@
 #include <vector>
 
 namespace vkr {
+
+class StoreSession;
 
 // The companies of one file, or of one database on a PostgreSQL server, which people share. Several
 // windows and programs may have the same file open: locks are held for the time of a save only and
@@ -67,14 +70,33 @@ class CompanyStore {
     StoreResult<std::int64_t> changeStamp();
     StoreResult<LoadedCompany> load(std::int64_t id);
     // `conflict` where the stored company is no longer the one that was loaded, unless it holds
-    // the same data as `record`.
+    // the same data as `record`. What has changed is kept in the company's history, by the account
+    // so far as there is one.
     StoreResult<CompanyKey> save(std::optional<std::int64_t> id, const CompanyRecord& record,
-                                 std::int64_t expectedRevision = 0);
+                                 std::int64_t expectedRevision = 0,
+                                 const SaveAccount& account = {});
     // All or none; the keys in the order of the requests.
     StoreResult<std::vector<CompanyKey>> saveAll(const std::vector<SaveRequest>& requests);
     // A new company with the same data and " (copy)" behind its name.
     StoreResult<CompanyKey> duplicate(std::int64_t id);
+    // Its history goes with it.
     StoreDone remove(std::int64_t id, std::int64_t expectedRevision);
+
+    // Who changed what of a company, the newest first; of one figure, from one person and so on by
+    // the query.
+    StoreResult<std::vector<HistoryGroup>> history(std::int64_t id, const HistoryQuery& query = {});
+    StoreResult<HistoryExtent> historyExtent(std::int64_t id);
+    // The company as it was after a group of its history.
+    StoreResult<std::shared_ptr<CompanyRecord>> stateAfter(std::int64_t id,
+                                                           const HistoryGroup& group);
+    // How many saves of each company the history keeps, for everybody who uses the database; 0, as
+    // at first: all. Up to a quarter more are there before the oldest ones become one.
+    StoreResult<std::int64_t> historyLimit();
+    StoreDone setHistoryLimit(std::int64_t saves);
+
+    // Whether what is stored is what was saved: nothing where it is. Loading tells the same of the
+    // company's own data alone.
+    StoreResult<std::optional<CompanyDamage>> check(std::int64_t id);
 
     // The texts offered in the combo boxes, in their order.
     StoreResult<std::vector<std::string>> entries(StoreList list);
@@ -90,10 +112,9 @@ class CompanyStore {
     StoreDone setEntries(StoreList list, const std::vector<std::string>& texts);
 
   private:
-    class Impl;
-    explicit CompanyStore(std::unique_ptr<Impl> impl);
+    explicit CompanyStore(std::unique_ptr<StoreSession> session);
 
-    std::unique_ptr<Impl> impl_;
+    std::unique_ptr<StoreSession> session_;
 };
 
 } // namespace vkr

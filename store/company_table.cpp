@@ -2,6 +2,7 @@
 #include "store/company_table.hpp"
 
 #include "company/exact_text.hpp"
+#include "store/company_checksum.hpp"
 #include "store/figure_counts.hpp"
 #include "store/store_columns.hpp"
 #include "store/store_text.hpp"
@@ -26,9 +27,12 @@ QString columnList(const char* separator, const char* suffix) {
     return names.join(separator);
 }
 
-// As they are read; the revision and the number of figures come first.
+// As they are read: what stands beside the data comes first.
+constexpr int firstDatum = 6;
 QString companySelection(const StoreDialect& dialect) {
-    QStringList columns = {"revision", "figures"};
+    QStringList columns = {"revision", "checksum"};
+    for (const char* text : {"figures", "saved_by", "saved_at", "origins"})
+        columns += dialect.wholeText(text);
     for (const StoreColumn& column : storeColumns()) {
         const QString name = "\"" + column.name + "\"";
         columns += column.kind == StoreColumn::Kind::text ? dialect.wholeText(name) : name;
@@ -173,24 +177,31 @@ QString companyInsertion() {
     QStringList marks;
     for (std::size_t i = 0; i < storeColumns().size(); ++i)
         marks += "?";
-    return "INSERT INTO company (revision, saved_by, saved_at, figures, " + columnList(", ", "") +
-           ") VALUES (?, ?, ?, ?, " + marks.join(", ") + ") RETURNING id";
+    return "INSERT INTO company (revision, saved_by, saved_at, figures, origins, " +
+           columnList(", ", "") + ") VALUES (?, ?, ?, ?, ?, " + marks.join(", ") + ") RETURNING id";
 }
 
 QString companyUpdate() {
-    return "UPDATE company SET revision = ?, saved_by = ?, saved_at = ?, figures = ?, " +
-           columnList(", ", " = ?") + " WHERE id = ?";
+    return "UPDATE company SET revision = ?, saved_by = ?, saved_at = ?, figures = ?, origins = "
+           "?, " +
+           columnList(", ", " = ?") + ", checksum = ? WHERE id = ?";
 }
 
-// For the statements above, but for the number at the end of an update.
-std::vector<QVariant> valuesOf(std::int64_t revision, const CompanyRecord& record,
-                               const SaveStamp& stamp) {
-    std::vector<QVariant> values = {qlonglong(revision), textValue(stamp.user),
-                                    textValue(stamp.time),
-                                    textValue(figuresText(countFigures(record)))};
+// For the statements above, but for what stands at the end of an update.
+std::vector<QVariant> valuesOf(std::int64_t revision, const SavedCompany& company,
+                               const std::string& figures) {
+    std::vector<QVariant> values = {qlonglong(revision), textValue(company.stamp.user),
+                                    textValue(company.stamp.time), textValue(figures),
+                                    textValue(company.origins)};
     for (const StoreColumn& column : storeColumns())
-        values.push_back(columnValue(record, column));
+        values.push_back(columnValue(company.record, column));
     return values;
+}
+
+std::int64_t sealOf(const CompanyKey& key, const SavedCompany& company,
+                    const std::string& figures) {
+    return checksumOf({key.id, key.revision, company.stamp.user, company.stamp.time, figures,
+                       company.origins, company.record});
 }
 
 } // namespace
@@ -205,41 +216,67 @@ std::int64_t CompanyTable::revision(std::int64_t id) {
     return row.next() ? row.integer(0) : 0;
 }
 
-std::optional<LoadedCompany> CompanyTable::read(std::int64_t id) {
-    LoadedCompany loaded{std::make_shared<CompanyRecord>(), 0, {}};
-    FigureCounts stated;
+std::optional<CompanyTable::Row> CompanyTable::read(std::int64_t id) {
+    Row read{{std::make_shared<CompanyRecord>(), 0, {}}, {}};
+    LoadedCompany& loaded = read.company;
+    std::string figures;
+    std::string origins;
+    std::int64_t checksum = 0; // as it was saved
     {
         Statement row(connection_, select_, {qlonglong(id)});
         if (!row.next())
             return std::nullopt;
         loaded.revision = row.integer(0);
-        stated = figureCounts(row.text(1));
-        readColumns(row, 2, loaded);
+        checksum = row.integer(1);
+        figures = row.text(2);
+        read.saved = {row.text(3), row.text(4)};
+        origins = row.text(5);
+        readColumns(row, firstDatum, loaded);
     }
-    Statement rows(connection_, "SELECT series, element, value FROM series WHERE company_id = ?",
-                   {qlonglong(id)});
-    readSeries(rows, stated, loaded);
-    return loaded;
+    {
+        Statement rows(connection_,
+                       "SELECT series, element, value FROM series WHERE company_id = ?",
+                       {qlonglong(id)});
+        readSeries(rows, figureCounts(figures), loaded);
+    }
+    loaded.origins = FigureOrigins::fromText(origins);
+    read.checksum = checksumOf(
+        {id, loaded.revision, read.saved.user, read.saved.time, figures, origins, *loaded.record});
+    read.isAsSaved = checksum == read.checksum;
+    return read;
 }
 
-std::int64_t CompanyTable::insert(const CompanyRecord& record, const SaveStamp& stamp) {
+std::int64_t CompanyTable::insert(const SavedCompany& company) {
+    const std::string figures = figuresText(countFigures(company.record));
     std::int64_t id = 0;
     {
-        Statement made(connection_, insert_, valuesOf(1, record, stamp));
+        Statement made(connection_, insert_, valuesOf(1, company, figures));
         made.next();
         id = made.integer(0);
     }
-    insertSeries(id, record);
+    insertSeries(id, company.record);
+    writeChecksum(id, sealOf({id, 1}, company, figures));
     return id;
 }
 
-void CompanyTable::update(const CompanyKey& key, const CompanyRecord& record,
-                          const SaveStamp& stamp) {
-    std::vector<QVariant> values = valuesOf(key.revision, record, stamp);
+void CompanyTable::update(const CompanyKey& key, const SavedCompany& company) {
+    const std::string figures = figuresText(countFigures(company.record));
+    std::vector<QVariant> values = valuesOf(key.revision, company, figures);
+    values.emplace_back(qlonglong(sealOf(key, company, figures)));
     values.emplace_back(qlonglong(key.id));
     connection_.run(update_, values);
     connection_.run("DELETE FROM series WHERE company_id = ?", {qlonglong(key.id)});
-    insertSeries(key.id, record);
+    insertSeries(key.id, company.record);
+}
+
+void CompanyTable::seal(std::int64_t id) {
+    if (const auto row = read(id))
+        writeChecksum(id, row->checksum);
+}
+
+void CompanyTable::writeChecksum(std::int64_t id, std::int64_t checksum) {
+    connection_.run("UPDATE company SET checksum = ? WHERE id = ?",
+                    {qlonglong(checksum), qlonglong(id)});
 }
 
 void CompanyTable::remove(std::int64_t id) {

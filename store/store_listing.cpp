@@ -44,6 +44,19 @@ QStringList keysOf(const ListQuery& query) {
     return keys += "company_id";
 }
 
+// In the order of the columns.
+std::vector<QVariant> valuesOf(const ListingRow& row) {
+    return {qlonglong(row.id),
+            searchedText(row),
+            sortKey(row.name),
+            sortKey(row.symbol),
+            sortKey(row.exchange),
+            sortKey(row.industry),
+            std::isfinite(row.price) ? row.price : 0.0,
+            textValue(row.priceDate),
+            textValue(row.savedAt)};
+}
+
 QString prefixed(const QString& prefix, const QStringList& keys, const QString& suffix = {}) {
     return prefix + keys.join(suffix + ", " + prefix) + suffix;
 }
@@ -108,10 +121,16 @@ void writeListing(StoreConnection& connection, const ListingRow& row) {
                "searched = excluded.searched, " +
                changes.join(", ");
     }();
-    connection.run(write, {qlonglong(row.id), searchedText(row), sortKey(row.name),
-                           sortKey(row.symbol), sortKey(row.exchange), sortKey(row.industry),
-                           std::isfinite(row.price) ? row.price : 0.0, textValue(row.priceDate),
-                           textValue(row.savedAt)});
+    connection.run(write, valuesOf(row));
+}
+
+bool isListed(StoreConnection& connection, const ListingRow& row) {
+    static const QString sameRow =
+        "SELECT count(*) FROM listing WHERE company_id = ? AND searched = ? AND " +
+        prefixed("", QStringList(std::begin(sortColumns), std::end(sortColumns)), " = ?")
+            .replace(", ", " AND ");
+    Statement found(connection, sameRow, valuesOf(row));
+    return found.next() && found.integer(0) == 1;
 }
 
 ListingStatement selectPage(const StoreDialect& dialect, const ListQuery& query,

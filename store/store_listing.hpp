@@ -35,6 +35,8 @@ void createListing(StoreConnection& connection);
 void fillListing(StoreConnection& connection);
 // Replaces the row of the company. It leaves together with its company.
 void writeListing(StoreConnection& connection, const ListingRow& row);
+// Whether the row of the company is just this one.
+[[nodiscard]] bool isListed(StoreConnection& connection, const ListingRow& row);
 
 struct ListingStatement {
     QString text;

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "store/store_schema.hpp"
 
+#include "store/company_table.hpp"
 #include "store/figure_counts.hpp"
 #include "store/first_entries.hpp"
+#include "store/history_table.hpp"
 #include "store/store_columns.hpp"
 #include "store/store_listing.hpp"
 #include "store/store_text.hpp"
@@ -94,6 +96,26 @@ void countStoredFigures(StoreConnection& connection) {
                        {textValue(figuresText(counts)), qlonglong(id)});
 }
 
+// Companies that were saved before there was a checksum get theirs, and a history that begins with
+// what is stored. Not a part of a step, for it is done by what reads and writes a company now.
+void beginHistories(StoreConnection& connection) {
+    std::vector<std::int64_t> ids;
+    {
+        StoreConnection::Statement rows(connection, "SELECT id FROM company WHERE checksum = 0");
+        while (rows.next())
+            ids.push_back(rows.integer(0));
+    }
+    CompanyTable companies(connection);
+    HistoryTable history(connection);
+    for (const std::int64_t id : ids) {
+        companies.seal(id);
+        const auto row = companies.read(id);
+        if (row && history.extent(id).groups == 0)
+            history.begin({id, row->company.revision}, "Stored before there was a history",
+                          *row->company.record, row->saved);
+    }
+}
+
 // The step at index n leads from version n to n + 1. Released steps are never changed: files of
 // every version are still around. A new datum needs a step that does nothing, only so that there is
 // a new version: its column is added by itself. docs/contributing.md says how a step is added.
@@ -115,6 +137,12 @@ constexpr Migration migrations[] = {
     [](StoreConnection& connection) {
         connection.execute("ALTER TABLE company ADD COLUMN figures TEXT NOT NULL DEFAULT ''");
         countStoredFigures(connection);
+    },
+    [](StoreConnection& connection) {
+        connection.execute("ALTER TABLE company ADD COLUMN origins TEXT NOT NULL DEFAULT ''");
+        connection.execute(connection.dialect().define(
+            "ALTER TABLE company ADD COLUMN checksum {integer} NOT NULL DEFAULT 0"));
+        createHistory(connection);
     },
 };
 static_assert(std::size(migrations) == schemaVersion);
@@ -148,6 +176,7 @@ void migrateSchema(StoreConnection& connection, const std::function<void()>& bef
     for (int step = version; step < schemaVersion; ++step)
         migrations[step](connection);
     addMissingColumns(connection);
+    beginHistories(connection);
     for (const char* statement : connection.dialect().mark)
         if (statement != nullptr)
             connection.execute(QString(statement).replace("%1", QString::number(schemaVersion)));

@@ -10,7 +10,7 @@ namespace vkr {
 // What a file holds, told without writing to it.
 enum class SchemaState { empty, current, older, newer, foreign };
 
-inline constexpr int schemaVersion = 4;
+inline constexpr int schemaVersion = 5;
 
 [[nodiscard]] SchemaState inspectSchema(StoreConnection& connection);
 // From whatever older version to the current one, in one transaction. `before` is done first, in

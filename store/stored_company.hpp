@@ -2,6 +2,8 @@
 #pragma once
 
 #include "company/company_record.hpp"
+#include "company/figure_origins.hpp"
+#include "store/company_history.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -18,6 +20,18 @@ struct CompanyKey {
     friend bool operator==(const CompanyKey&, const CompanyKey&) = default;
 };
 
+// What is stored is not what was saved: bits in the file have changed, or another program has
+// written to it.
+struct CompanyDamage {
+    CompanyKey key;
+    std::string name;    // and symbol, as far as they can be read
+    std::string message; // for people: what is wrong, and what can be had from the history
+    // What was saved last, as the history tells it; null where it can't.
+    std::shared_ptr<CompanyRecord> saved = {};
+    // From what is stored to what was saved.
+    std::vector<Difference> differences = {};
+};
+
 struct LoadedCompany {
     std::shared_ptr<CompanyRecord> record;
     std::int64_t revision = 0;
@@ -25,12 +39,16 @@ struct LoadedCompany {
     // day 0000-00-00, and series of which figures are missing. What cannot be read is absent in the
     // record, and saving it makes that final.
     std::vector<std::string> unreadable;
+    // Where each figure comes from.
+    FigureOrigins origins = {};
+    std::optional<CompanyDamage> damage = {};
 };
 
 struct SaveRequest {
     std::optional<std::int64_t> id; // none: a new company
     std::shared_ptr<const CompanyRecord> record;
     std::int64_t expectedRevision = 0; // as loaded; ignored for a new company
+    SaveAccount account = {};
 };
 
 } // namespace vkr

@@ -414,13 +414,13 @@ class SmallDisk {
 };
 
 TEST_F(CompanyStoreTest, AFullDiskIsToldAndCostsNothing) {
-    const SmallDisk disk(folder_.path(), "size=600k");
+    const SmallDisk disk(folder_.path(), "size=1200k");
     if (!disk.isMounted())
         GTEST_SKIP() << "mounting a small disk is not permitted";
     const QString path = disk.file("companies.sqlite");
     QFile filler(disk.file("filler"));
     ASSERT_TRUE(filler.open(QIODevice::WriteOnly));
-    filler.write(QByteArray(100'000, 'f'));
+    filler.write(QByteArray(300'000, 'f'));
     filler.close();
 
     const auto store = open(path);

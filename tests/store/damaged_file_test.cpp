@@ -99,6 +99,7 @@ TEST_F(DamagedFile, NeverCrashesAndIsNotMadeWorse) {
                         continue;
                     whole[i] = sameAs(*loaded.value().record, *records_[i]);
                     (whole[i] ? same : other) += 1;
+                    EXPECT_TRUE(whole[i] || loaded.value().damage) << "company " << i + 1;
                 }
             }
         }

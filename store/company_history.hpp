@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/change_group.hpp"
+#include "company/figure_origins.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vkr {
+
+// What led from the company as it was stored to the one that is saved. Whatever the groups do not
+// account for is found out by comparing, and noted as `rest` says: a save without any account keeps
+// what it changes all the same.
+struct SaveAccount {
+    std::vector<ChangeGroup> groups; // since the last save, the first one first
+    // An import says where it comes from: {Origin::imported, "Import of AAPL", "AAPL-company.csv"}.
+    Action rest;
+    // Of a new company that was made from another one: where its data come from.
+    std::optional<FigureOrigins> origins = std::nullopt;
+};
+
+// One value that changed. Of a series it is told by its period, and the figures of a period that
+// only moved to another element are no change.
+struct HistoryChange {
+    std::string datum;          // the name of the property or the setting
+    std::optional<int> element; // of a series, as it was counted after the change
+    std::string period;         // "2024", or the end of a quarter, "2025-09-27"; "" where not known
+    std::string before;         // as in Difference
+    std::string after;
+    std::optional<Origin> origin; // nothing: not known
+    std::string document;
+
+    friend bool operator==(const HistoryChange&, const HistoryChange&) = default;
+};
+
+// What a person did, as it was saved.
+struct HistoryGroup {
+    std::int64_t revision = 0; // of the save
+    std::int64_t place = 0;    // within it, from 0
+    std::string name;          // for people; may be empty
+    std::string user;          // user@host
+    std::string time;          // UTC, 2026-01-31T12:00:00Z
+    std::vector<HistoryChange> changes;
+};
+
+// What to look for; what is left empty is not asked for.
+struct HistoryQuery {
+    std::string user = {};
+    std::string from = {};  // UTC, the first moment; 2026-01-31 will do
+    std::string until = {}; // UTC, the first moment that is too late
+    std::optional<Origin> origin = std::nullopt;
+    std::string datum = {};
+    std::string period = {}; // of a series; a quarter by any day in it
+};
+
+// What there is of a company's history.
+struct HistoryExtent {
+    std::int64_t groups = 0;
+    std::int64_t bytes = 0; // of text, about what it takes in the database
+    std::string since;      // time of the first group
+};
+
+} // namespace vkr

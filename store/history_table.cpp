@@ -1,0 +1,296 @@
+// SPDX-License-Identifier: MIT
+#include "store/history_table.hpp"
+
+#include "company/company_record.hpp"
+#include "store/checksum.hpp"
+#include "store/store_text.hpp"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <limits>
+
+namespace vkr {
+
+namespace {
+
+using Statement = StoreConnection::Statement;
+
+constexpr auto limitSetting = "history_limit";
+
+constexpr const char* definitions[] = {
+    "CREATE TABLE change_group ("
+    " company_id {integer} NOT NULL REFERENCES company (id) ON DELETE CASCADE,"
+    " revision {integer} NOT NULL,"
+    " place {integer} NOT NULL,"
+    " name TEXT NOT NULL,"
+    " changed_by TEXT NOT NULL,"
+    " changed_at TEXT NOT NULL,"
+    " checksum {integer} NOT NULL,"
+    " PRIMARY KEY (company_id, revision, place)){keyedTable}",
+    "CREATE TABLE figure_change ("
+    " company_id {integer} NOT NULL REFERENCES company (id) ON DELETE CASCADE,"
+    " revision {integer} NOT NULL,"
+    " place {integer} NOT NULL,"
+    " line {integer} NOT NULL,"
+    " datum TEXT NOT NULL,"
+    " counted_from TEXT NOT NULL,"
+    " elements TEXT NOT NULL,"
+    " before TEXT NOT NULL,"
+    " after TEXT NOT NULL,"
+    " origin TEXT NOT NULL,"
+    " document TEXT NOT NULL,"
+    " PRIMARY KEY (company_id, revision, place, line)){keyedTable}",
+    "CREATE TABLE store_setting ("
+    " name TEXT NOT NULL,"
+    " value TEXT NOT NULL,"
+    " PRIMARY KEY (name)){keyedTable}",
+};
+
+constexpr int rowColumns = 11;
+
+// A statement of its own for each row takes several times as long as the rows; statements are kept,
+// so there are few.
+constexpr std::size_t rowsAtOnce[] = {32, 8, 1};
+
+QString rowInsertion(std::size_t rows) {
+    const QString row = "(" + QStringList(rowColumns, "?").join(", ") + ")";
+    return "INSERT INTO figure_change VALUES " +
+           QStringList(static_cast<qsizetype>(rows), row).join(", ");
+}
+
+std::int64_t checksumOf(std::int64_t id, const HistoryGroup& group,
+                        const std::vector<HistoryRow>& rows) {
+    Checksum checksum;
+    for (const std::int64_t number : {id, group.revision, group.place})
+        checksum.add(number);
+    for (const std::string* text : {&group.name, &group.user, &group.time})
+        checksum.addText(*text);
+    for (const HistoryRow& row : rows)
+        for (const std::string* text : {&row.datum, &row.countedFrom, &row.elements, &row.before,
+                                        &row.after, &row.origin, &row.document})
+            checksum.addText(*text);
+    return checksum.value();
+}
+
+QString selection(const StoreDialect& dialect) {
+    QStringList columns = {"g.revision", "g.place", "g.checksum", "c.line"};
+    for (const char* text : {"g.name", "g.changed_by", "g.changed_at", "c.datum", "c.counted_from",
+                             "c.elements", "c.before", "c.after", "c.origin", "c.document"})
+        columns += dialect.wholeText(text);
+    return "SELECT " + columns.join(", ") +
+           " FROM change_group g LEFT JOIN figure_change c ON c.company_id = g.company_id AND "
+           "c.revision = g.revision AND c.place = g.place "
+           "WHERE g.company_id = ? AND g.revision <= ? ORDER BY g.revision, g.place, c.line";
+}
+
+bool isAsked(const HistoryGroup& group, const HistoryQuery& query) {
+    return (query.user.empty() || group.user == query.user) &&
+           (query.from.empty() || group.time >= query.from) &&
+           (query.until.empty() || group.time < query.until);
+}
+
+bool isAsked(const HistoryChange& change, const HistoryQuery& query) {
+    return (query.datum.empty() || change.datum == query.datum) &&
+           (!query.origin || change.origin == query.origin) &&
+           (query.period.empty() || isPeriod(change.period, query.period));
+}
+
+} // namespace
+
+void createHistory(StoreConnection& connection) {
+    for (const char* definition : definitions)
+        connection.execute(connection.dialect().define(definition));
+}
+
+HistoryTable::HistoryTable(StoreConnection& connection)
+    : connection_(connection), select_(selection(connection.dialect())) {}
+
+void HistoryTable::add(const CompanyKey& key, const std::string& user,
+                       const std::vector<SavedGroup>& groups) {
+    std::int64_t place = 0;
+    for (const SavedGroup& saved : groups) {
+        const HistoryGroup group{key.revision, place, saved.name, user, saved.time, {}};
+        connection_.run("INSERT INTO change_group VALUES (?, ?, ?, ?, ?, ?, ?)",
+                        {qlonglong(key.id), qlonglong(key.revision), qlonglong(place),
+                         textValue(saved.name), textValue(user), textValue(saved.time),
+                         qlonglong(checksumOf(key.id, group, saved.rows))});
+        insertRows(key, place++, saved.rows);
+    }
+}
+
+void HistoryTable::begin(const CompanyKey& key, const std::string& name,
+                         const CompanyRecord& record, const SaveStamp& stamp) {
+    const CompanyRecord empty;
+    SaveAccount account;
+    account.rest.name = name;
+    auto groups = savedGroups(empty, exactGroups(empty, record, account), stamp.time);
+    for (SavedGroup& group : groups)
+        for (HistoryRow& row : group.rows)
+            row.origin.clear();
+    add(key, stamp.user, groups);
+}
+
+void HistoryTable::insertRows(const CompanyKey& key, std::int64_t place,
+                              const std::vector<HistoryRow>& rows) {
+    static const QString insertions[] = {rowInsertion(rowsAtOnce[0]), rowInsertion(rowsAtOnce[1]),
+                                         rowInsertion(rowsAtOnce[2])};
+    std::size_t line = 0;
+    for (std::size_t size = 0; size < std::size(rowsAtOnce); ++size)
+        while (rows.size() - line >= rowsAtOnce[size]) {
+            std::vector<QVariant> values;
+            values.reserve(rowsAtOnce[size] * rowColumns);
+            for (const std::size_t end = line + rowsAtOnce[size]; line < end; ++line) {
+                const HistoryRow& row = rows[line];
+                for (const std::int64_t number :
+                     {key.id, key.revision, place, static_cast<std::int64_t>(line)})
+                    values.emplace_back(qlonglong(number));
+                for (const std::string* text :
+                     {&row.datum, &row.countedFrom, &row.elements, &row.before, &row.after,
+                      &row.origin, &row.document})
+                    values.push_back(textValue(*text));
+            }
+            connection_.run(insertions[size], values);
+        }
+}
+
+void HistoryTable::forEach(std::int64_t id, std::int64_t lastRevision,
+                           const std::function<bool(const StoredGroup&)>& function) {
+    Statement found(connection_, select_, {qlonglong(id), qlonglong(lastRevision)});
+    StoredGroup stored{};
+    std::int64_t checksum = 0;
+    const auto isToGoOn = [&] {
+        if (stored.group.revision == 0)
+            return true; // before the first one
+        stored.isSound &= checksum == checksumOf(id, stored.group, stored.rows);
+        return function(stored);
+    };
+    while (found.next()) {
+        const std::int64_t revision = found.integer(0);
+        const std::int64_t place = found.integer(1);
+        if (revision != stored.group.revision || place != stored.group.place) {
+            if (!isToGoOn())
+                return;
+            stored = {{revision, place, found.text(4), found.text(5), found.text(6), {}}, {}, true};
+            checksum = found.integer(2);
+        }
+        if (found.isNull(3))
+            continue; // nothing was changed
+        stored.isSound &= found.integer(3) == std::ssize(stored.rows);
+        stored.rows.push_back({found.text(7), found.text(8), found.text(9), found.text(10),
+                               found.text(11), found.text(12), found.text(13)});
+    }
+    static_cast<void>(isToGoOn());
+}
+
+std::vector<HistoryGroup> HistoryTable::groups(std::int64_t id, const HistoryQuery& query) {
+    std::vector<HistoryGroup> all;
+    forEach(id, std::numeric_limits<std::int64_t>::max(), [&](const StoredGroup& stored) {
+        if (!isAsked(stored.group, query))
+            return true;
+        HistoryGroup group = stored.group;
+        for (const HistoryRow& row : stored.rows)
+            if (query.datum.empty() || row.datum == query.datum)
+                for (HistoryChange& change : changesOf(row))
+                    if (isAsked(change, query))
+                        group.changes.push_back(std::move(change));
+        const bool isOfAll = query.datum.empty() && query.period.empty() && !query.origin;
+        if (isOfAll || !group.changes.empty())
+            all.push_back(std::move(group));
+        return true;
+    });
+    std::ranges::reverse(all);
+    return all;
+}
+
+HistoryExtent HistoryTable::extent(std::int64_t id) {
+    HistoryExtent extent;
+    {
+        Statement row(
+            connection_,
+            "SELECT count(*), coalesce(min(changed_at), ''), "
+            "coalesce(sum(length(name) + length(changed_by) + length(changed_at) + 32), 0) "
+            "FROM change_group WHERE company_id = ?",
+            {qlonglong(id)});
+        if (row.next()) {
+            extent.groups = row.integer(0);
+            extent.since = row.text(1);
+            extent.bytes = row.integer(2);
+        }
+    }
+    Statement row(connection_,
+                  "SELECT coalesce(sum(length(datum) + length(counted_from) + length(elements) + "
+                  "length(before) + length(after) + length(origin) + length(document) + 32), 0) "
+                  "FROM figure_change WHERE company_id = ?",
+                  {qlonglong(id)});
+    if (row.next())
+        extent.bytes += row.integer(0);
+    return extent;
+}
+
+HistoryTable::Replayed HistoryTable::replay(std::int64_t id, std::int64_t revision,
+                                            std::optional<std::int64_t> place) {
+    Replayed replayed;
+    forEach(id, revision, [&](const StoredGroup& stored) {
+        if (stored.group.revision == revision && place && stored.group.place > *place)
+            return false;
+        if (replayed.record == nullptr)
+            replayed.record = std::make_shared<CompanyRecord>();
+        replayed.revision = stored.group.revision;
+        replayed.isSound &= stored.isSound;
+        for (const HistoryRow& row : stored.rows)
+            replayed.isSound &= redo(row, *replayed.record);
+        return true;
+    });
+    return replayed;
+}
+
+std::int64_t HistoryTable::limit() {
+    Statement row(connection_, "SELECT value FROM store_setting WHERE name = ?",
+                  {QString(limitSetting)});
+    return row.next() ? toQString(row.text(0)).toLongLong() : 0;
+}
+
+void HistoryTable::setLimit(std::int64_t saves) {
+    connection_.run("DELETE FROM store_setting WHERE name = ?", {QString(limitSetting)});
+    connection_.run("INSERT INTO store_setting VALUES (?, ?)",
+                    {QString(limitSetting), QString::number(saves)});
+}
+
+void HistoryTable::shorten(const CompanyKey& key) {
+    const std::int64_t most = limit();
+    if (most <= 0)
+        return;
+    std::int64_t saves = 0;
+    {
+        Statement row(connection_,
+                      "SELECT count(DISTINCT revision) FROM change_group WHERE company_id = ?",
+                      {qlonglong(key.id)});
+        saves = row.next() ? row.integer(0) : 0;
+    }
+    if (saves <= most + most / 4)
+        return;
+    std::int64_t last = 0; // of those that become one
+    {
+        Statement row(connection_,
+                      "SELECT DISTINCT revision FROM change_group WHERE company_id = ? "
+                      "ORDER BY revision DESC LIMIT 1 OFFSET ?",
+                      {qlonglong(key.id), qlonglong(most)});
+        last = row.next() ? row.integer(0) : 0;
+    }
+    const Replayed state = replay(key.id, last);
+    if (state.record == nullptr || !state.isSound)
+        return; // damaged: all of it is kept
+    SaveStamp stamp;
+    for (const HistoryGroup& group : groups(key.id, {}))
+        if (group.revision == last) {
+            stamp = {group.user, group.time};
+            break;
+        }
+    for (const char* table : {"figure_change", "change_group"})
+        connection_.run("DELETE FROM " + QString(table) + " WHERE company_id = ? AND revision <= ?",
+                        {qlonglong(key.id), qlonglong(last)});
+    begin({key.id, last}, "Earlier changes", *state.record, stamp);
+}
+
+} // namespace vkr

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "store/stored_company.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace vkr {
+
+// A company as it is stored.
+struct StoredState {
+    CompanyKey key;
+    std::shared_ptr<const CompanyRecord> record;
+    FigureOrigins origins;
+};
+
+// The companies that were read or saved last, so that a save need not read again what it replaces.
+// What is read or saved in a transaction that writes counts once that is committed.
+class RecentCompanies {
+  public:
+    // Null where the company is not among them in this revision.
+    [[nodiscard]] const StoredState* find(const CompanyKey& key) const;
+    void note(StoredState state);
+
+    void begin(); // a transaction that writes
+    void committed();
+
+  private:
+    bool isWriting_ = false;
+    std::vector<StoredState> recent_; // the oldest first
+    std::vector<StoredState> open_; // of the transaction under way, or of one that came to nothing
+};
+
+} // namespace vkr

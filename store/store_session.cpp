@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "store/store_session.hpp"
+
+#include "store/company_check.hpp"
+
+#include <QDateTime>
+#include <QSysInfo>
+
+#include <cassert>
+
+namespace vkr {
+
+namespace {
+
+using Statement = StoreConnection::Statement;
+
+std::string currentUser() {
+    QString user;
+    for (const char* variable : {"USER", "LOGNAME", "USERNAME"})
+        if (user.isEmpty())
+            user = qEnvironmentVariable(variable);
+    return ((user.isEmpty() ? "unknown" : user) + "@" + QSysInfo::machineHostName()).toStdString();
+}
+
+std::string currentTime() {
+    return QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toStdString();
+}
+
+} // namespace
+
+StoreSession::StoreSession(OpenedStore opened, const StoreOptions& options)
+    : connection_(std::move(opened.connection)), isRehearsal_(options.isRehearsal),
+      user_(options.user.empty() ? currentUser() : options.user),
+      path_(connection_->location().name.toStdString()), backupPath_(opened.backup.toStdString()),
+      companies_(*connection_), lists_(*connection_), log_(*connection_), history_(*connection_) {}
+
+SaveStamp StoreSession::stamp() const {
+    return {user_, currentTime()};
+}
+
+StoreResult<std::int64_t> StoreSession::number(const ListingStatement& statement) {
+    return reading<std::int64_t>([&] {
+        Statement row(*connection_, statement.text, statement.values);
+        return row.next() ? row.integer(0) : 0;
+    });
+}
+
+void StoreSession::settleUncertainSaves() {
+    if (connection_->uncertainTransaction() == 0)
+        return;
+    assert(!isFile());
+    const auto isDone = connection_->settleTransaction();
+    if (!isDone)
+        fail(StoreFault::unreachable, connection_->location());
+    uncertain_.settle(*isDone);
+}
+
+LoadedCompany StoreSession::load(std::int64_t id) {
+    auto row = companies_.read(id);
+    if (!row)
+        log_.failMissing(id);
+    LoadedCompany& loaded = row->company;
+    if (!row->isAsSaved)
+        loaded.damage = damageOf(id, *row, history_);
+    recent_.note({{id, loaded.revision}, loaded.record->clone(), loaded.origins});
+    return std::move(loaded);
+}
+
+std::optional<CompanyDamage> StoreSession::check(std::int64_t id) {
+    if (companies_.revision(id) == 0)
+        log_.failMissing(id);
+    return checkCompany(*connection_, companies_, history_, id);
+}
+
+StoredState StoreSession::storedState(const CompanyKey& key) {
+    if (recent_.find(key) == nullptr)
+        static_cast<void>(load(key.id));
+    return *recent_.find(key);
+}
+
+CompanyKey StoreSession::save(const SaveRequest& request) {
+    const CompanyRecord& record = *request.record;
+    const auto wanted = uncertain_.repeat(request.id, record, request.expectedRevision);
+    if (wanted.done)
+        return *wanted.done;
+    StoredState stored{{wanted.id.value_or(0), 0}, nullptr, {}};
+    if (wanted.id) {
+        stored.key.revision = companies_.revision(*wanted.id);
+        if (stored.key.revision == 0)
+            log_.failRemoved(*wanted.id, record);
+        if (stored.key.revision != wanted.expectedRevision) {
+            const auto changes = differences(*load(*wanted.id).record, record);
+            if (changes.empty())
+                return stored.key;
+            log_.failSaved(stored.key, record, changes);
+        }
+        stored = storedState(stored.key);
+    } else {
+        stored.record = std::make_shared<CompanyRecord>();
+    }
+    const CompanyKey key = write(stored, request);
+    if (!isFile())
+        uncertain_.add({!wanted.id, wanted.expectedRevision, key, record.clone()});
+    return key;
+}
+
+CompanyKey StoreSession::write(const StoredState& stored, const SaveRequest& request) {
+    const bool isNew = stored.key.id == 0;
+    const auto record = request.record->clone();
+    const auto groups = exactGroups(*stored.record, *record, request.account);
+    FigureOrigins origins = stored.origins;
+    if (isNew && request.account.origins)
+        origins = *request.account.origins;
+    else
+        for (const ChangeGroup& group : groups)
+            origins.note(group);
+    const SaveStamp saved = stamp();
+    const SavedCompany company{*record, origins.text(), saved};
+    CompanyKey key{stored.key.id, stored.key.revision + 1};
+    if (isNew)
+        key.id = companies_.insert(company);
+    else
+        companies_.update(key, company);
+    history_.add(key, saved.user, savedGroups(*stored.record, groups, saved.time));
+    history_.shorten(key);
+    writeListing(*connection_, listingOf(key.id, *record, saved.time));
+    log_.add(key, ChangeLog::Change::saved, saved);
+    recent_.note({key, record, std::move(origins)});
+    return key;
+}
+
+void StoreSession::remove(std::int64_t id, std::int64_t expectedRevision) {
+    const LoadedCompany stored = load(id);
+    if (stored.revision != expectedRevision)
+        log_.failSaved({id, stored.revision}, *stored.record, {});
+    companies_.remove(id);
+    log_.add({id, stored.revision}, ChangeLog::Change::removed, stamp());
+}
+
+} // namespace vkr

@@ -1,0 +1,316 @@
+// SPDX-License-Identifier: MIT
+// Who changed what, and where each figure comes from, on every kind of database.
+#include "tests/store/store_places.hpp"
+#include "tests/support/random_company.hpp"
+
+#include <algorithm>
+
+namespace vkr {
+
+namespace {
+
+using namespace test;
+
+class CompanyHistory : public OnEveryDatabase {
+  protected:
+    static std::shared_ptr<CompanyRecord> company() {
+        auto record = named("Acme");
+        record->put_LastFY(2024);
+        record->put_LastQDateForGrid(day(2025, 3, 31));
+        setFigure(*record, Datum::YEPSSeries, 1, 1.5);
+        setFigure(*record, Datum::YEPSSeries, 2, 1.25);
+        setFigure(*record, Datum::QEPSSeries, 0, 0.4);
+        return record;
+    }
+    static void setFigure(CompanyRecord& record, Datum datum, int element, double value) {
+        Variant series = record.stored(datum);
+        series.array().setNumber(element, value);
+        writeDatum(record, datum, series);
+    }
+    static Change typed(Datum datum, std::optional<int> element, const Variant& before,
+                        const Variant& after) {
+        return {{datum, element, before, after}, {}, Origin::typed, {}};
+    }
+    static HistoryChange changed(const char* datum, std::optional<int> element, const char* period,
+                                 const char* before, const char* after,
+                                 Origin origin = Origin::typed, const char* document = "") {
+        return {datum, element, period, before, after, origin, document};
+    }
+    // Every datum as it was set, and every setting.
+    static void expectSame(const CompanyRecord& one, const CompanyRecord& other) {
+        for (const DatumRow& row : datumTable())
+            EXPECT_EQ(one.stored(row.datum), other.stored(row.datum)) << row.name;
+        for (const auto name : settingNames())
+            EXPECT_EQ(one.get_Settings()->get(name).toText(),
+                      other.get_Settings()->get(name).toText())
+                << name;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(SQLite, CompanyHistory, testing::Values(DatabaseKind::file));
+INSTANTIATE_TEST_SUITE_P(PostgreSQL, CompanyHistory, testing::Values(DatabaseKind::server));
+
+TEST_P(CompanyHistory, BeginsWithTheFirstSave) {
+    const auto store = open(place(), OpenMode::create, "anna@desk");
+    const auto key = store->save(std::nullopt, *company());
+    ASSERT_DONE(key);
+    const auto history = store->history(key.value().id);
+    ASSERT_DONE(history);
+    ASSERT_EQ(history.value().size(), 1U);
+    const HistoryGroup& group = history.value().front();
+    EXPECT_EQ(group.revision, 1);
+    EXPECT_EQ(group.user, "anna@desk");
+    EXPECT_EQ(group.time, store->list().value().front().lastSaved);
+    EXPECT_EQ(group.changes,
+              (std::vector<HistoryChange>{changed("LastFY", {}, "", "", "2024"),
+                                          changed("Name", {}, "", "", "Acme"),
+                                          changed("LastQDateForGrid", {}, "", "", "2025-03-31"),
+                                          changed("QEPSSeries", 0, "2025-03-31", "", "0.4"),
+                                          changed("YEPSSeries", 1, "2024", "", "1.5"),
+                                          changed("YEPSSeries", 2, "2023", "", "1.25")}));
+}
+
+TEST_P(CompanyHistory, TellsWhatASaveWithoutAnAccountChanged) {
+    const auto store = open(place());
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    setFigure(*record, Datum::YEPSSeries, 2, 0);
+    record->put_TotalDebt(12.5);
+    record->get_Settings()->put(setting::unit, std::int16_t{6});
+    ASSERT_DONE(store->save(1, *record, 1));
+    const auto history = store->history(1).value();
+    ASSERT_EQ(history.size(), 2U);
+    EXPECT_EQ(history.front().revision, 2);
+    EXPECT_EQ(history.front().changes,
+              (std::vector<HistoryChange>{changed("TotalDebt", {}, "", "", "12.5"),
+                                          changed("YEPSSeries", 2, "2023", "1.25", ""),
+                                          changed("intUnit", {}, "", "0", "6")}));
+}
+
+TEST_P(CompanyHistory, KeepsTheGroupsOfTheAccountAndWhatTheyLeaveOut) {
+    const auto store = open(place());
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    SaveAccount account;
+    account.groups = {
+        {"Revenue 2024",
+         std::chrono::sys_days(std::chrono::year(2026) / 2 / 3) + std::chrono::hours(4),
+         {typed(Datum::YRevenueSeries, 1, 0.0, 100.0)}},
+        {"Revenue 2024", {}, {typed(Datum::YRevenueSeries, 1, 100.0, 110.0)}},
+        // What the record did not take in the end.
+        {"Total Debt", {}, {typed(Datum::TotalDebt, {}, 0.0, 99.0)}},
+    };
+    account.rest = {Origin::imported, "Import", "0001-24-5"};
+    setFigure(*record, Datum::YRevenueSeries, 1, 110);
+    record->put_Source("10-K");
+    ASSERT_DONE(store->save(1, *record, 1, account));
+    const auto history = store->history(1).value();
+    ASSERT_EQ(history.size(), 5U);
+    EXPECT_EQ(history[3].name, "Revenue 2024");
+    EXPECT_EQ(history[3].time, "2026-02-03T04:00:00Z");
+    EXPECT_EQ(history[3].changes, std::vector{changed("YRevenueSeries", 1, "2024", "", "100")});
+    EXPECT_EQ(history[2].changes, std::vector{changed("YRevenueSeries", 1, "2024", "100", "110")});
+    EXPECT_EQ(history[1].changes, std::vector{changed("TotalDebt", {}, "", "", "99")});
+    EXPECT_EQ(history[0].name, "Import");
+    EXPECT_EQ(history[0].changes,
+              (std::vector<HistoryChange>{
+                  changed("Source", {}, "", "", "10-K", Origin::imported, "0001-24-5"),
+                  changed("TotalDebt", {}, "", "99", "", Origin::imported, "0001-24-5")}));
+    const auto extent = store->historyExtent(1);
+    ASSERT_DONE(extent);
+    EXPECT_EQ(extent.value().groups, 5);
+    EXPECT_GT(extent.value().bytes, 300);
+}
+
+TEST_P(CompanyHistory, KnowsWhereEachFigureComesFrom) {
+    const auto store = open(place());
+    const auto record = company();
+    SaveAccount account;
+    account.rest = {Origin::imported, "Import of ACM", "ACM-company.csv"};
+    ASSERT_DONE(store->save(std::nullopt, *record, 0, account));
+    setFigure(*record, Datum::YEPSSeries, 1, 1.75);
+    ASSERT_DONE(store->save(1, *record, 1));
+    const auto origins = open(place(), OpenMode::existing)->load(1).value().origins;
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 1), (FigureOrigin{Origin::typed, "", false}));
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 2),
+              (FigureOrigin{Origin::imported, "ACM-company.csv", false}));
+    EXPECT_EQ(origins.of(Datum::TotalDebt), FigureOrigin());
+    ASSERT_DONE(store->duplicate(1));
+    const auto copy = store->load(2).value().origins;
+    EXPECT_EQ(copy.of(Datum::YEPSSeries, 2).document, "ACM-company.csv");
+}
+
+TEST_P(CompanyHistory, FollowsFiguresThatMoveToAnotherElement) {
+    const auto store = open(place());
+    const auto record = company();
+    setFigure(*record, Datum::YEPSSeries, 10, 0.125);
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    record->put_LastFY(2025);
+    std::vector<double> figures(11);
+    figures[2] = 1.5;
+    figures[3] = 1.25;
+    figures[1] = 2;
+    record->put_YEPSSeries(numberArray(figures));
+    ASSERT_DONE(store->save(1, *record, 1));
+    const auto history = store->history(1).value();
+    EXPECT_EQ(history.front().changes,
+              (std::vector<HistoryChange>{changed("LastFY", {}, "", "2024", "2025"),
+                                          changed("YEPSSeries", 1, "2025", "", "2"),
+                                          changed("YEPSSeries", {}, "2015", "0.125", "")}));
+    HistoryQuery query;
+    query.datum = "YEPSSeries";
+    query.period = "2024";
+    const auto figure = store->history(1, query).value();
+    ASSERT_EQ(figure.size(), 1U);
+    EXPECT_EQ(figure.front().changes, std::vector{changed("YEPSSeries", 1, "2024", "", "1.5")});
+    query.datum = "QEPSSeries";
+    query.period = "2025-01-28";
+    EXPECT_EQ(store->history(1, query).value().size(), 1U) << "a day of the same quarter";
+}
+
+TEST_P(CompanyHistory, IsFilteredByPersonTimeAndOrigin) {
+    const auto record = company();
+    ASSERT_DONE(open(place(), OpenMode::create, "anna@desk")->save(std::nullopt, *record));
+    const auto store = open(place(), OpenMode::existing, "ben@desk");
+    SaveAccount account;
+    for (const int number : {1, 2, 3})
+        account.groups.push_back({"Group " + std::to_string(number),
+                                  std::chrono::sys_days(std::chrono::year(2030) / 1 / number),
+                                  {{{Datum::TotalDebt, {}, number - 1.0, double(number)},
+                                    {},
+                                    number == 2 ? Origin::pasted : Origin::typed,
+                                    {}}}});
+    record->put_TotalDebt(3);
+    ASSERT_DONE(store->save(1, *record, 1, account));
+    const auto names = [&](const HistoryQuery& query) {
+        std::string found;
+        for (const HistoryGroup& group : store->history(1, query).value())
+            found += "[" + group.name + "]";
+        return found;
+    };
+    EXPECT_EQ(names({}), "[Group 3][Group 2][Group 1][]");
+    EXPECT_EQ(names({.user = "ben@desk"}), "[Group 3][Group 2][Group 1]");
+    EXPECT_EQ(names({.user = "anna@desk"}), "[]");
+    EXPECT_EQ(names({.user = "carl@desk"}), "");
+    EXPECT_EQ(names({.from = "2030-01-02", .until = "2030-01-03"}), "[Group 2]");
+    EXPECT_EQ(names({.origin = Origin::pasted}), "[Group 2]");
+    EXPECT_EQ(names({.datum = "TotalDebt"}), "[Group 3][Group 2][Group 1]");
+    EXPECT_EQ(names({.datum = "Notes"}), "");
+}
+
+TEST_P(CompanyHistory, LeadsToEveryStateThatWasSaved) {
+    const auto store = open(place());
+    std::vector<std::shared_ptr<CompanyRecord>> states;
+    for (unsigned seed = 0; seed < 12; ++seed) {
+        states.push_back(RandomCompany(seed).record());
+        // Now and then nothing or little changes.
+        if (seed % 4 == 3)
+            states.back() = states[seed - 1]->clone();
+        if (seed % 4 == 2)
+            setFigure(*states.back(), Datum::QEPSSeries, 7, seed);
+        ASSERT_DONE(store->save(seed == 0 ? std::nullopt : std::optional<std::int64_t>(1),
+                                *states.back(), seed));
+    }
+    const auto reader = open(place(), OpenMode::existing);
+    const auto history = reader->history(1).value();
+    ASSERT_EQ(history.size(), states.size());
+    for (const HistoryGroup& group : history) {
+        const auto state = reader->stateAfter(1, group);
+        ASSERT_DONE(state);
+        expectSame(*state.value(), *states[static_cast<std::size_t>(group.revision - 1)]);
+    }
+    EXPECT_EQ(reader->check(1).value(), std::nullopt);
+}
+
+TEST_P(CompanyHistory, LeadsToTheStateBetweenTwoGroupsOfASave) {
+    const auto store = open(place());
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    SaveAccount account;
+    account.groups = {{"one", {}, {typed(Datum::TotalDebt, {}, 0.0, 1.0)}},
+                      {"two", {}, {typed(Datum::TotalDebt, {}, 1.0, 2.0)}}};
+    record->put_TotalDebt(2);
+    ASSERT_DONE(store->save(1, *record, 1, account));
+    const auto history = store->history(1).value();
+    EXPECT_EQ(store->stateAfter(1, history[1]).value()->get_TotalDebt(), 1);
+    EXPECT_EQ(store->stateAfter(1, history[0]).value()->get_TotalDebt(), 2);
+}
+
+TEST_P(CompanyHistory, OfASaveThatFailsIsNotKept) {
+    const auto store = open(place());
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    record->put_City("Graz");
+    ASSERT_FALSE(store->save(1, *record, 7));
+    // The second of two fails, and takes the first one with it.
+    const auto other = record->clone();
+    other->put_City("Linz");
+    ASSERT_FALSE(store->saveAll({{1, record, 1}, {1, other, 9}}));
+    EXPECT_EQ(store->history(1).value().size(), 1U);
+    record->put_City("Wien");
+    ASSERT_DONE(store->save(1, *record, 1));
+    EXPECT_EQ(store->history(1).value().front().changes,
+              std::vector{changed("City", {}, "", "", "Wien")});
+}
+
+TEST_P(CompanyHistory, IsToldFromWhatSomebodyElseSavedInBetween) {
+    const auto store = open(place());
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    const auto theirs = record->clone();
+    theirs->put_City("Graz");
+    ASSERT_DONE(open(place(), OpenMode::existing, "ben@desk")->save(1, *theirs, 1));
+    const auto mine = record->clone();
+    mine->put_City("Linz");
+    ASSERT_DONE(store->save(1, *mine, 2));
+    EXPECT_EQ(store->history(1).value().front().changes,
+              std::vector{changed("City", {}, "", "Graz", "Linz")});
+}
+
+TEST_P(CompanyHistory, LeavesWithTheCompany) {
+    const auto store = open(place());
+    ASSERT_DONE(store->save(std::nullopt, *company()));
+    ASSERT_DONE(store->save(std::nullopt, *named("Other")));
+    ASSERT_DONE(store->remove(1, 1));
+    EXPECT_TRUE(store->history(1).value().empty());
+    EXPECT_EQ(OtherProgram(place()).run("SELECT count(*) FROM figure_change").toInt(), 1);
+    EXPECT_EQ(OtherProgram(place()).run("SELECT count(*) FROM change_group").toInt(), 1);
+}
+
+TEST_P(CompanyHistory, IsBoundedWherePeopleWantItSo) {
+    const auto store = open(place());
+    EXPECT_EQ(store->historyLimit().value(), 0);
+    ASSERT_DONE(store->setHistoryLimit(8));
+    EXPECT_EQ(open(place(), OpenMode::existing)->historyLimit().value(), 8);
+    std::vector<std::shared_ptr<CompanyRecord>> states;
+    for (unsigned seed = 0; seed < 30; ++seed) {
+        states.push_back(RandomCompany(seed).record());
+        ASSERT_DONE(store->save(seed == 0 ? std::nullopt : std::optional<std::int64_t>(1),
+                                *states.back(), seed));
+        const auto history = store->history(1).value();
+        EXPECT_GE(history.size(), std::min<std::size_t>(seed + 1, 8));
+        EXPECT_LE(history.size(), 11U);
+        for (const HistoryGroup& group : history)
+            expectSame(*store->stateAfter(1, group).value(),
+                       *states[static_cast<std::size_t>(group.revision - 1)]);
+        EXPECT_EQ(store->check(1).value(), std::nullopt);
+    }
+    EXPECT_EQ(store->history(1).value().back().name, "Earlier changes");
+}
+
+TEST_P(CompanyHistory, KeepsOddTextsAsTheyAre) {
+    const auto store = open(place());
+    const auto record = company();
+    record->put_Notes("\ufefftab\tbreak\r\n'; DROP TABLE company; -- 漢 😀");
+    SaveAccount account;
+    account.rest = {Origin::imported, "Import “of” 100 %", "a\tb\nc\\"};
+    ASSERT_DONE(store->save(std::nullopt, *record, 0, account));
+    const auto group = store->history(1, {.datum = "Notes"}).value().front();
+    EXPECT_EQ(group.name, account.rest.name);
+    EXPECT_EQ(group.changes.front().after, record->get_Notes());
+    EXPECT_EQ(group.changes.front().document, account.rest.document);
+    EXPECT_EQ(store->load(1).value().origins.of(Datum::Notes).document, account.rest.document);
+}
+
+} // namespace
+} // namespace vkr
