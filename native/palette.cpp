@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include "native/palette.hpp"
+
+#include "platform/readable_color.hpp"
+
+namespace vkr {
+
+void Palette::follow() {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    highContrast_ =
+        SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
+        (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+    face_ = GetSysColor(COLOR_BTNFACE);
+    brushes_.clear();
+}
+
+COLORREF Palette::plain(Color color) {
+    return isSystemColor(color) ? GetSysColor(static_cast<int>(color & 0xFFU)) : color;
+}
+
+Palette::Pair Palette::field(const Control& field) const {
+    const bool enabled = field.isEnabled();
+    if (highContrast_)
+        return {GetSysColor(COLOR_WINDOW),
+                GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT)};
+    const COLORREF back = plain(field.backColor());
+    const COLORREF text = readable(plain(field.foreColor()), back);
+    if (enabled)
+        return {back, text};
+    const COLORREF dimmed = between(back, face_, 0.6);
+    return {dimmed, readable(between(text, dimmed, 0.35), dimmed, signContrast)};
+}
+
+Palette::Pair Palette::surface(const Control& control) const {
+    const bool enabled = control.isEnabled();
+    const int text = enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT;
+    // Black on the system colour is whatever is readable on this desktop.
+    const bool own = !isSystemColor(control.backColor()) || control.foreColor() != colors::black;
+    if (highContrast_ || !own || !enabled)
+        return {highContrast_ ? face_ : plain(control.backColor()), GetSysColor(text)};
+    const COLORREF back = plain(control.backColor());
+    return {back, readable(plain(control.foreColor()), back)};
+}
+
+COLORREF Palette::mark(const TextField& shown) const {
+    if (shown.mark().kind == MarkKind::none)
+        return CLR_NONE;
+    const Color wanted = shown.isUnstored() ? mark_colors::unstored : mark_colors::doubtful;
+    return readable(wanted, field(shown).back, signContrast);
+}
+
+COLORREF Palette::edge() const {
+    return readable(GetSysColor(COLOR_BTNSHADOW), face_, signContrast);
+}
+
+HBRUSH Palette::brush(COLORREF color) {
+    auto& brush = brushes_[color];
+    if (brush == nullptr)
+        brush.reset(CreateSolidBrush(color));
+    return brush.get();
+}
+
+} // namespace vkr

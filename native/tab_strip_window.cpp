@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "native/tab_strip_window.hpp"
+
+#include "native/native_text.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+
+namespace vkr {
+
+TabStripWindow::TabStripWindow(ViewHost& host, TabStrip& strip, HWND parent)
+    : ControlWindow(host, strip) {
+    create(WC_TABCONTROLW, TCS_SINGLELINE | TCS_FOCUSONBUTTONDOWN | WS_TABSTOP | WS_CLIPCHILDREN,
+           parent);
+}
+
+void TabStripWindow::show(Property property) {
+    static const Setter setters[] = {
+        {Property::caption, &TabStripWindow::showTabs},
+        {Property::caption, &TabStripWindow::showSelected},
+        {Property::value, &TabStripWindow::showSelected},
+        {Property::place, &TabStripWindow::showWidths},
+    };
+    const Nested nested(showing_);
+    ControlWindow::show(property);
+    ControlWindow::show(property, setters);
+}
+
+void TabStripWindow::showAll() {
+    ControlWindow::showAll();
+    showWidths();
+}
+
+void TabStripWindow::showSelected() {
+    pass(mainPart(), TCM_SETCURSEL, static_cast<WPARAM>(strip().selected() - 1));
+}
+
+void TabStripWindow::showTabs() {
+    const int there = static_cast<int>(pass(mainPart(), TCM_GETITEMCOUNT));
+    for (int i = 0; i < strip().count(); ++i) {
+        auto caption = toWide(strip().tab(i + 1).caption);
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = caption.data();
+        pass(mainPart(), i < there ? TCM_SETITEMW : TCM_INSERTITEMW, static_cast<WPARAM>(i),
+             reinterpret_cast<LPARAM>(&item));
+    }
+    for (int i = there; i > strip().count(); --i)
+        pass(mainPart(), TCM_DELETEITEM, static_cast<WPARAM>(i - 1));
+}
+
+// The native tabs are as wide as their texts; what the models have more goes around these.
+void TabStripWindow::showWidths() {
+    if (strip().count() == 0)
+        return;
+    int room = 0;
+    for (int tab = 1; tab <= strip().count(); ++tab)
+        room += host().scale().pixels(strip().tab(tab).width) -
+                host().fonts().widthOf(toWide(withoutMnemonic(strip().tab(tab).caption)));
+    const int beside = std::max(3, room / (2 * strip().count()));
+    const int above =
+        std::max(1, (host().scale().place(strip()).height - host().fonts().height()) / 2 - 3);
+    pass(mainPart(), TCM_SETPADDING, 0, MAKELPARAM(beside, above));
+}
+
+int TabStripWindow::tabAt(POINT place) const {
+    TCHITTESTINFO hit{};
+    hit.pt = place;
+    return static_cast<int>(
+               SendMessageW(window(), TCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit))) +
+           1;
+}
+
+std::wstring TabStripWindow::tip() const {
+    if (control() == nullptr)
+        return {};
+    POINT place{};
+    GetCursorPos(&place);
+    ScreenToClient(window(), &place);
+    const int tab = tabAt(place);
+    return tab > 0 && tab <= strip().count() ? toWide(strip().tab(tab).toolTip) : std::wstring();
+}
+
+void TabStripWindow::press(const Pointer& pointer) {
+    const int tab = tabAt(pointer.place());
+    beginPress(pointer, tab);
+    if (tab > 0 && pointer.button == MouseButton::left && control() != nullptr &&
+        host().isPressed(*this))
+        form().userSelectTab(strip(), tab);
+    if (control() != nullptr)
+        show(Property::value);
+}
+
+void TabStripWindow::releaseButton(const Pointer& pointer) {
+    if (GetCapture() == pointer.part.window)
+        ReleaseCapture();
+    if (control() != nullptr && host().isPressed(*this))
+        host().giveUpPress();
+}
+
+} // namespace vkr

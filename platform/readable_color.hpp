@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/color.hpp"
+
+namespace vkr {
+
+// Of colours that are no system colours.
+
+// Whether one colour can be told from the other: from 1, the same lightness, to 21, black on white.
+[[nodiscard]] double contrast(Color one, Color other);
+
+// The least contrast to what lies behind.
+inline constexpr double textContrast = 4.5;
+inline constexpr double signContrast = 3; // frames and other signs, and texts that are disabled
+
+// `part` of the way from one colour to the other.
+[[nodiscard]] Color between(Color one, Color other, double part);
+
+// The wanted colour, made darker or lighter only as far as it takes to tell it from what is behind.
+[[nodiscard]] Color readable(Color wanted, Color behind, double least = textContrast);
+
+// Marks at fields: frames that can be told from the usual grounds of a field, and from each other.
+namespace mark_colors {
+inline constexpr Color unstored = colorOf(200, 0, 0);
+inline constexpr Color doubtful = colorOf(200, 115, 0);
+} // namespace mark_colors
+
+} // namespace vkr
