@@ -199,6 +199,7 @@ void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {
 // The 52-week range always contains the current price. A price of nothing moves neither end, and
 // one that is corrected takes back what it moved. The price of another day is no correction.
 void CompanyFields::followPrice(double price) {
+    const ActionScope derived(session_.company, {Origin::derived, {}, {}});
     const Date today = attemptOr(Date{}, [&] { return session_.services.today(); });
     const auto follow = [&](Datum datum, const Handle<TextBox>& shown, auto beyond) {
         ifPossible([&] {

@@ -38,6 +38,7 @@ bool lacksDate(const Session& session, Datum datum) {
 
 // Writes a date where the record has no valid one.
 void suggest(Session& session, Datum missing, Datum written, Date date(const Session&)) {
+    const ActionScope derived(session.company, {Origin::derived, {}, {}});
     Date suggested{};
     if (lacksDate(session, missing) && attempt([&] {
             suggested = date(session);
@@ -162,6 +163,23 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
     writeSeries(company, rule.hidden, hidden);
 }
 
+// What the form has chosen and keeps until a commit.
+Variant choiceOf(const Session& session, std::string_view name) {
+    if (name == setting::currencySymbol)
+        return session[controls::currencySymbol].text();
+    if (name == setting::leadPeriod)
+        return session[controls::reportingPeriod].listIndex();
+    return name == setting::bookValue ? showsBookValue(session)
+           : name == setting::taxRate ? showsTaxRate(session)
+                                      : session.isLocked();
+}
+
+void putSetting(Session& session, Object& held, std::string_view name) {
+    const Variant chosen = choiceOf(session, name);
+    held.put(name, chosen);
+    session.settingsSeen[name] = chosen;
+}
+
 } // namespace
 
 void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
@@ -234,36 +252,42 @@ void loadReportingPeriod(Session& session) {
 
 void commitCompany(Session& session, std::optional<Date> lastQuarter) {
     iVKR_Company& company = *session.company;
-    for (const auto& rule : derivedSeries)
-        if (!session.isLocked() && rule.wanted(session))
-            ifPossible([&] { derive(company, rule); });
+    {
+        const ActionScope derived(session.company, {Origin::derived, {}, {}});
+        for (const auto& rule : derivedSeries)
+            if (!session.isLocked() && rule.wanted(session))
+                ifPossible([&] { derive(company, rule); });
+    }
     // A record may let the quarter of its series follow the last quarter: not what is being typed.
     if (const auto& field = session[controls::lastQuarterDate]; field.text() != field.tag())
         ifPossible([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
     if (lastQuarter)
         ifPossible([&] { company.put_LastQDate(*lastQuarter); });
-    if (const int period = session[controls::reportingPeriod].listIndex(); period >= 0)
-        ifPossible([&] {
-            session.reportingPeriod()->put(setting::leadPeriod, period);
-            session.settingsSeen[setting::leadPeriod] = period;
-        });
+    if (choiceOf(session, setting::leadPeriod).toLong() >= 0)
+        ifPossible([&] { putSetting(session, *session.reportingPeriod(), setting::leadPeriod); });
     ifPossible([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
-    const std::pair<std::string_view, Variant> settings[] = {
-        {setting::currencySymbol, session[controls::currencySymbol].text()},
-        {setting::bookValue, showsBookValue(session)},
-        {setting::taxRate, showsTaxRate(session)},
-        {setting::lockBasicInfo, session.isLocked()},
-    };
     // One and the same object: a record may hand out a copy that SettingsApply takes over.
     ifPossible([&] {
         const auto held = session.settings();
-        for (const auto& named : settings)
-            ifPossible([&] {
-                held->put(named.first, named.second);
-                session.settingsSeen[named.first] = named.second;
-            });
+        for (const auto name : followedSettings)
+            if (name != setting::leadPeriod)
+                ifPossible([&] { putSetting(session, *held, name); });
     });
     ifPossible([&] { static_cast<void>(company.get_SettingsApply()); });
+}
+
+void noteChoice(Session& session, std::string_view name) {
+    const auto& company = session.company;
+    if (std::dynamic_pointer_cast<ActionListener>(company) == nullptr)
+        return;
+    ifPossible([&] {
+        const bool isPeriod = name == setting::leadPeriod;
+        if (isPeriod && choiceOf(session, name).toLong() < 0)
+            return;
+        putSetting(session, isPeriod ? *session.reportingPeriod() : *session.settings(), name);
+        static_cast<void>(isPeriod ? company->get_ReportingPeriodEnd()
+                                   : company->get_SettingsApply());
+    });
 }
 
 } // namespace vkr

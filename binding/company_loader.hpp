@@ -27,6 +27,10 @@ void loadReportingPeriod(Session& session);
 // them, with that value. They count as read.
 [[nodiscard]] std::vector<std::pair<std::string_view, Variant>> changedSettings(Session& session);
 
+// A choice of the form was made, of the setting of this name. A record that listens to actions gets
+// it at once, others by the commit.
+void noteChoice(Session& session, std::string_view name);
+
 // Brings the record up to date with the form: the hidden member of each alternative pair, which
 // stays as it is while the data lock is on, the last quarter, if there is one, the reporting period
 // and the settings.

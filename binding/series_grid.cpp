@@ -259,8 +259,9 @@ void SeriesGrid::moveWithinColumns(Cell cell, KeyCode& key, bool upward) {
 }
 
 void SeriesGrid::leave(Cell cell) {
-    session_.guarded(*cells(cell.column)[static_cast<std::size_t>(cell.row)],
-                     [&] { takeText(cell); });
+    TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const ActionScope typing(session_.company, typingIn(left));
+    session_.guarded(left, [&] { takeText(cell); });
 }
 
 void SeriesGrid::takeText(Cell cell) {

@@ -72,7 +72,19 @@ void Session::tellState() {
     checkInvariants();
 }
 
+Action typingIn(const TextField& field) {
+    return attemptOr(Action(), [&] { return Action{Origin::typed, field.accessibleName(), {}}; });
+}
+
+Session::Work::Work(Session& session, const std::optional<Action>& action) : session_(session) {
+    static const Action plain; // memory may have run out
+    if (action || session.works_ == 0)
+        action_.emplace(session.company, action ? *action : plain);
+    ++session_.works_;
+}
+
 Session::Work::~Work() {
+    action_.reset(); // whoever hears of the change finds it noted
     if (--session_.works_ > 0)
         return;
     ifPossible([&] { session_.consequences.workDone(); });

@@ -10,6 +10,7 @@
 #include "platform/form.hpp"
 #include "platform/localizer.hpp"
 #include "platform/services.hpp"
+#include "record/actions.hpp"
 #include "record/datum_table.hpp"
 #include "record/enumerations.hpp"
 #include "record/ivkr_company.hpp"
@@ -75,13 +76,15 @@ class Session final : public FieldHost {
     // one of these lives: in the middle of storing what was typed.
     class Work {
       public:
-        explicit Work(Session& session) : session_(session) { ++session_.works_; }
+        // One that is named is an action for records that listen; so is the outermost one.
+        explicit Work(Session& session, const std::optional<Action>& action = std::nullopt);
         ~Work();
         Work(const Work&) = delete;
         Work& operator=(const Work&) = delete;
 
       private:
         Session& session_;
+        std::optional<ActionScope> action_;
     };
     [[nodiscard]] bool isWorking() const { return works_ > 0; }
     void tellState(); // by its consequence, at the end of the work under way
@@ -161,6 +164,9 @@ class Session final : public FieldHost {
     bool onlyPicked_ = false; // what made the company a changed one
     bool asking_ = false;
 };
+
+// What is typed into a field, as an action that is named like it.
+[[nodiscard]] Action typingIn(const TextField& field);
 
 namespace text_number {
 // Messages of the string table.

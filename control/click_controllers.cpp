@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "control/click_controllers.hpp"
 
+#include "binding/company_loader.hpp"
 #include "form/controls.hpp"
 #include "input/options_tab.hpp"
+#include "platform/text.hpp"
 
 #include <utility>
 
@@ -92,10 +94,14 @@ ClickControllers::ClickControllers(Session& session, YearlyGrid& yearly, Quarter
     onClick(controls::help.name, [&help] { help.aboutPage(); });
     onClick(controls::moreHelp.name, [&help] { help.aboutObject(); });
     onClick(controls::lock.name, [&session, &lock, &yearly, &quarterly] {
+        const Session::Work work(
+            session, Action{Origin::typed, withoutMnemonic(session[controls::lock].caption()), {}});
         session.hideHelpFrame();
         lock.apply();
         yearly.shade();
         quarterly.shade();
+        if (session.company != nullptr)
+            noteChoice(session, setting::lockBasicInfo);
         session.markChanged();
     });
     for (const auto option :

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/field_controllers.hpp"
 
+#include "binding/company_loader.hpp"
 #include "form/controls.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/mdlKMTMisc.hpp"
@@ -37,7 +38,7 @@ bool FieldController::press(TextField& field, char32_t& character) {
 }
 
 void FieldController::change(TextField& field) {
-    const Session::Work work(session_);
+    const Session::Work work(session_, typingIn(field));
     if (!session_.dates.pickedIn(field))
         session_.dates.forgetPick(field);
     if (const auto datum = date(); datum && session_.dates.isSuggested(*datum))
@@ -46,13 +47,13 @@ void FieldController::change(TextField& field) {
 }
 
 void FieldController::choose(ComboBox& list) {
-    const Session::Work work(session_);
+    const Session::Work work(session_, typingIn(list));
     store(list); // a choice is stored at once
 }
 
 void FieldController::leave(Control& control) {
     auto& field = static_cast<TextField&>(control);
-    const Session::Work work(session_);
+    const Session::Work work(session_, typingIn(field));
     session_.guarded(field, [&] {
         store(field);
         settle(field);
@@ -150,19 +151,22 @@ CurrencySymbolController::CurrencySymbolController(Session& session, Captions& c
     : FieldController(session, filterOf(fieldRow(controls::currencySymbol))), captions_(captions) {}
 
 void CurrencySymbolController::store(TextField& field) {
-    checkFieldChange(field, session_);
+    if (checkFieldChange(field, session_) && session_.company != nullptr)
+        noteChoice(session_, setting::currencySymbol);
 }
 
 ReportingPeriodController::ReportingPeriodController(Session& session)
     : FieldController(session, filterOf(fieldRow(controls::reportingPeriod))) {}
 
 void ReportingPeriodController::store(TextField& field) {
-    checkFieldChange(field, session_);
+    const bool changed = checkFieldChange(field, session_);
     if (session_.company == nullptr || field.locked())
         return;
     // Any other text than an entry would get lost without a word.
     const bool lost = static_cast<ComboBox&>(field).listIndex() < 0 && !field.text().empty();
     field.setMark(lost ? session_.unstored(text_number::reasonRefused) : FieldMark());
+    if (changed)
+        noteChoice(session_, setting::leadPeriod);
 }
 
 // --- all of them ---------------------------------------------------------------------------------

@@ -70,6 +70,7 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
     const Form::Update update(form);
     session_.hideHelpFrame();
     session_.company = std::move(company);
+    const ActionScope loading(session_.company, {Origin::derived, {}, {}});
     entry_.startOver();
     show();
     resize();
@@ -167,8 +168,7 @@ std::optional<std::string> HeldCompany::change(std::span<const DatumChange> chan
         return std::string();
     if (session_.isLocked())
         return session_.text(text_number::dataLocked);
-    const ActionScope scope(session_.company, action);
-    const Session::Work work(session_);
+    const Session::Work work(session_, action);
     if (auto refusal = applyChanges(*session_.company, changes))
         return refusal;
     session_.markChanged();

@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "control/options.hpp"
 
+#include "binding/company_loader.hpp"
 #include "form/controls.hpp"
 #include "platform/error_trap.hpp"
+#include "platform/text.hpp"
 
 #include <optional>
 
 namespace vkr {
 
+template <typename Kind>
+Action Options::choosing(const Handle<Kind>& control) const {
+    return {Origin::typed, std::string(trimmed(withoutMnemonic(session_[control].caption()))), {}};
+}
+
 void Options::chooseUnit(std::int32_t unit) {
-    const Session::Work work(session_);
+    const Session::Work work(session_, choosing(controls::frames[frame::unitGroup]));
     if (session_.company == nullptr)
         return;
     bool changed = false;
@@ -39,7 +46,7 @@ void Options::chooseFractions(bool fractions) {
 }
 
 void Options::chooseCommonEquity(bool commonEquity) {
-    const Session::Work work(session_);
+    const Session::Work work(session_, choosing(controls::equityOption[commonEquity ? 0 : 1]));
     const EquityRow row = commonEquity ? EquityRow::commonEquity : EquityRow::bookValue;
     if (row == session_.equityRow)
         return;
@@ -47,11 +54,13 @@ void Options::chooseCommonEquity(bool commonEquity) {
     captions_.followOptions();
     if (session_.company != nullptr)
         yearly_.showChoice(ColumnChoice::equity);
+    if (session_.company != nullptr)
+        noteChoice(session_, setting::bookValue);
     session_.markChanged();
 }
 
 void Options::chooseTaxRate(bool taxRate) {
-    const Session::Work work(session_);
+    const Session::Work work(session_, choosing(controls::incomeOption[taxRate ? 1 : 0]));
     const IncomeRow row = taxRate ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
     if (row == session_.incomeRow)
         return;
@@ -60,6 +69,7 @@ void Options::chooseTaxRate(bool taxRate) {
     if (session_.company != nullptr) {
         yearly_.showChoice(ColumnChoice::income);
         quarterly_.showChoice(ColumnChoice::income);
+        noteChoice(session_, setting::taxRate);
     }
     session_.markChanged();
 }

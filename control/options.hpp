@@ -29,6 +29,10 @@ class Options final : public OptionsHost {
     void showUnit();
 
   private:
+    // What a person does who chooses it.
+    template <typename Kind>
+    [[nodiscard]] Action choosing(const Handle<Kind>& control) const;
+
     Session& session_;
     FigureDisplay& display_;
     YearlyGrid& yearly_;

@@ -5,6 +5,7 @@
 #include "input/date_pattern.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "platform/error_trap.hpp"
+#include "platform/text.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -41,7 +42,9 @@ bool LastQuarter::refusesWhileLocked() {
 }
 
 void LastQuarter::add() {
-    const Session::Work work(session_);
+    const auto& button = session_[controls::addQuarter];
+    const Session::Work work(session_,
+                             Action{Origin::shifted, withoutMnemonic(button.caption()), {}});
     if (refusesWhileLocked())
         return;
     settle();
@@ -49,7 +52,8 @@ void LastQuarter::add() {
 }
 
 void LastQuarter::move(int quarters) {
-    const Session::Work work(session_);
+    const auto& field = session_[controls::lastQuarterDate];
+    const Session::Work work(session_, typingIn(field));
     if (session_.company == nullptr || !grid_.shown() || quarters == 0 || refusesWhileLocked())
         return;
     settle();
@@ -88,6 +92,7 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
     Visited left{grid_.shown().value_or(newest), {}};
     ifPossible([&] { left.trailing = company.get_Last4QEPS(); });
     if (element < 0) {
+        const ActionScope shifting(session_.company, {Origin::shifted, {}, {}});
         putNewestQuarter(date);
         stayed = grid_.shiftAll(-element);
         visited_.clear();

@@ -44,6 +44,7 @@ std::optional<double> TrailingSum::worked() {
 }
 
 void TrailingSum::store(double sum) {
+    const ActionScope derived(session_.company, {Origin::derived, {}, {}});
     session_.company->put_Last4QEPS(sum);
     session_[controls::trailingEarnings].setMark({});
 }

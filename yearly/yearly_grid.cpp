@@ -91,8 +91,10 @@ void YearlyGrid::shade() {
 // --- the span of years ------------------------------------------------------------------------
 
 void YearlyGrid::changeSpan(int years) {
-    const Session::Work work(session_);
     const bool adds = years > 0;
+    const auto& button = session_[adds ? controls::addYear : controls::removeYear];
+    const Session::Work work(session_,
+                             Action{Origin::shifted, withoutMnemonic(button.caption()), {}});
     if (session_.isLocked()) {
         session_.message(adds ? "Data is locked!\r\rYou must unlock data to add a new year."
                               : "Data is locked!\r\rYou must unlock data to remove a year.",

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/change_group.hpp"
+#include "record/actions.hpp"
+#include "record/data_list.hpp"
+#include "record/ivkr_company.hpp"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vkr {
+
+// A record that stands between the component and the host's record, passes everything on, and notes
+// what becomes another one on the way: whatever the host's record has changed when an action ends,
+// also where one datum of it follows another.
+//
+//     const auto journal = std::make_shared<ChangeJournal>(record);
+//     entry.put_objCompany(journal);
+//     journal->startOver(); // what loading has suggested is no change
+//     entry.historyAsked = [&](HistoryStep step) {
+//         const bool taken = (step == HistoryStep::undo ? journal->canUndo() : journal->canRedo())
+//         &&
+//                            !(step == HistoryStep::undo ? journal->undo() : journal->redo());
+//         if (taken)
+//             entry.recordChanged();
+//         return taken;
+//     };
+//
+// The outermost action is a group; one that has changed nothing is none. A series is noted element
+// by element; one that was shifted, as a whole. A group that holds nothing but what was worked out,
+// such as a commit leaves behind, belongs to the group before it. Whether the data are locked is
+// noted and never taken back.
+//
+// What the host's record throws is passed on. The journal itself throws nothing but std::bad_alloc,
+// before anything is written.
+class ChangeJournal final : public iVKR_Company, public ActionListener {
+  public:
+    explicit ChangeJournal(std::shared_ptr<iVKR_Company> record);
+    ~ChangeJournal() override;
+    ChangeJournal(const ChangeJournal&) = delete;
+    ChangeJournal& operator=(const ChangeJournal&) = delete;
+
+    [[nodiscard]] const std::shared_ptr<iVKR_Company>& record() const;
+
+    // --- undo and redo
+    [[nodiscard]] bool canUndo() const;
+    [[nodiscard]] bool canRedo() const;
+    // The group that is next; null where there is none.
+    [[nodiscard]] const ChangeGroup* toUndo() const;
+    [[nodiscard]] const ChangeGroup* toRedo() const;
+    // A group whole or not at all. What the record said where it refuses, be it nothing, and then
+    // record and journal are as before; without a value where it is done. Nothing to do, and a call
+    // in the middle of an action, are refusals.
+    [[nodiscard]] std::optional<std::string> undo();
+    [[nodiscard]] std::optional<std::string> redo();
+    // The change that the last undo, redo or apply is about, where the focus belongs.
+    [[nodiscard]] const std::optional<Change>& place() const;
+    // Does what a group says, such as one that was found after a crash, as a step to undo.
+    [[nodiscard]] std::optional<std::string> apply(const ChangeGroup& group);
+
+    // Whatever is in the record now is how it began: nothing to undo, and all saved.
+    void startOver();
+
+    // --- what was done
+    // Since the beginning, without what was taken back.
+    [[nodiscard]] std::vector<ChangeGroup> groups() const;
+    // What leads from the record as it was saved to the record as it is, step by step. A group that
+    // was saved and taken back since is in there the other way round.
+    [[nodiscard]] const std::vector<ChangeGroup>& unsaved() const;
+    void setSavePoint(); // the record was saved as it is; undo goes back beyond it
+    // Called after each change of unsaved() but that of setSavePoint and startOver: with the group
+    // that has come to its end, with null where the last one has gone.
+    std::function<void(const ChangeGroup* added)> unsavedChanged;
+
+    // --- of an action, and of the record
+    void beginAction(const Action& action) override;
+    void endAction() noexcept override;
+
+#define VKR_PASSED_ON(kind, name, unit, key, place)                                                \
+    [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
+        return record()->get_##name();                                                             \
+    }                                                                                              \
+    void put_##name(datum_kind::kind::Argument value) override;
+    VKR_DATA(VKR_PASSED_ON)
+#undef VKR_PASSED_ON
+    [[nodiscard]] std::shared_ptr<Object> get_Settings() const override;
+    [[nodiscard]] std::shared_ptr<Object> get_ReportingPeriod() const override;
+    void put_QuarterlyFlag(const Variant& value) override;
+    Variant BeginYearShift(std::int16_t value) override;
+    Variant YearShiftState(std::int16_t value) override;
+    Variant EndYearShift(std::int16_t value) override;
+    Variant YearShiftUnit(std::int16_t value) override;
+    [[nodiscard]] Variant get_YearShiftFirst() const override;
+    [[nodiscard]] Variant get_YearShiftLast() const override;
+    [[nodiscard]] Variant get_YearShiftCount() const override;
+    [[nodiscard]] Variant get_ReportingPeriodEnd() const override;
+    [[nodiscard]] Variant get_YearShiftPrices() const override;
+    [[nodiscard]] Variant get_YearShiftEarnings() const override;
+    [[nodiscard]] Variant get_YearShiftDividends() const override;
+    [[nodiscard]] Variant get_YearShiftShares() const override;
+    [[nodiscard]] Variant get_SettingsApply() const override;
+
+  private:
+    class Noting;
+    std::shared_ptr<Noting> noting_;
+};
+
+} // namespace vkr

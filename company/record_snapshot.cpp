@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "company/record_snapshot.hpp"
+
+#include "platform/error_trap.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <ranges>
+#include <stdexcept>
+#include <utility>
+
+namespace vkr {
+
+namespace {
+
+std::shared_ptr<Object> holderOf(const iVKR_Company& company, std::string_view setting) {
+    return setting == setting::leadPeriod ? company.get_ReportingPeriod() : company.get_Settings();
+}
+
+Variant readSetting(const iVKR_Company& company, std::string_view name) {
+    const auto held = holderOf(company, name);
+    if (held == nullptr)
+        throw std::runtime_error("The record has no settings.");
+    return held->get(name);
+}
+
+void writeSetting(iVKR_Company& company, std::string_view name, const Variant& value) {
+    const auto held = holderOf(company, name);
+    if (held == nullptr)
+        throw std::runtime_error("The record has no settings.");
+    held->put(name, value);
+    // The record takes over what was written.
+    static_cast<void>(name == setting::leadPeriod ? company.get_ReportingPeriodEnd()
+                                                  : company.get_SettingsApply());
+}
+
+bool isNoNumber(const Variant& value) {
+    const auto* number = std::get_if<double>(&value.value());
+    return number != nullptr && std::isnan(*number);
+}
+
+bool haveSameBounds(const VariantArray& left, const VariantArray& right) {
+    return left.lower() == right.lower() && left.size() == right.size();
+}
+
+void addDifferences(Datum datum, const Variant& before, const Variant& after,
+                    std::vector<Change>& found) {
+    const auto add = [&](std::optional<int> element, const Variant& from, const Variant& to) {
+        Change change;
+        static_cast<DatumChange&>(change) = {datum, element, from, to};
+        found.push_back(std::move(change));
+    };
+    if (!before.isArray() || !after.isArray() || !haveSameBounds(before.array(), after.array())) {
+        add(std::nullopt, before, after);
+        return;
+    }
+    const std::int64_t last = before.array().upper(); // which may be the end of int
+    for (std::int64_t next = before.array().lower(); next <= last; ++next) {
+        const int i = static_cast<int>(next);
+        const Variant from = before.array().at(i);
+        const Variant to = after.array().at(i);
+        if (!isSame(from, to))
+            add(i, from, to);
+    }
+}
+
+// As far as the record takes it. Twice, as a datum may move another one.
+void bringBack(iVKR_Company& company, const RecordSnapshot& wanted) {
+    for (int pass = 0; pass < 2; ++pass) {
+        for (const DatumRow& row : datumTable()) {
+            const auto& value = wanted[static_cast<std::size_t>(row.datum)];
+            ifPossible([&] {
+                if (value && !isSame(readDatum(company, row.datum), *value))
+                    writeDatum(company, row.datum, *value);
+            });
+        }
+    }
+}
+
+// What the record is to have when all are there, a change for each datum.
+std::vector<DatumChange> wholeData(const iVKR_Company& company, std::span<const Change> changes) {
+    std::vector<DatumChange> whole;
+    for (const Change& one : changes) {
+        if (!one.setting.empty())
+            continue;
+        auto datum = std::ranges::find(whole, one.datum, &DatumChange::datum);
+        if (datum == whole.end())
+            datum = whole.insert(datum, {one.datum, {}, {}, readDatum(company, one.datum)});
+        if (one.element)
+            datum->after.array().set(*one.element, one.after); // std::out_of_range: no such place
+        else
+            datum->after = one.after;
+    }
+    return whole;
+}
+
+std::optional<std::string> putData(iVKR_Company& company, std::span<const Change> changes) {
+    std::vector<DatumChange> left;
+    auto refusal = failureOf([&] { left = wholeData(company, changes); });
+    for (int pass = 0; pass < 2 && !refusal && !left.empty(); ++pass) {
+        refusal = applyChanges(company, left);
+        if (!refusal) // one datum may have moved another
+            refusal = failureOf([&] {
+                std::erase_if(left, [&](const DatumChange& one) {
+                    return isSame(readDatum(company, one.datum), one.after);
+                });
+            });
+    }
+    return refusal || left.empty() ? refusal : std::optional(std::string());
+}
+
+} // namespace
+
+RecordSnapshot snapshotOf(const iVKR_Company& company) {
+    RecordSnapshot all;
+    for (const DatumRow& row : datumTable())
+        ifPossible(
+            [&] { all[static_cast<std::size_t>(row.datum)] = readDatum(company, row.datum); });
+    return all;
+}
+
+bool isSame(const Variant& left, const Variant& right) {
+    if (left == right || (isNoNumber(left) && isNoNumber(right)))
+        return true;
+    if (!left.isArray() || !right.isArray() || !haveSameBounds(left.array(), right.array()))
+        return false;
+    const std::int64_t last = left.array().upper();
+    for (std::int64_t next = left.array().lower(); next <= last; ++next) {
+        const int i = static_cast<int>(next);
+        const Variant one = left.array().at(i);
+        const Variant other = right.array().at(i);
+        if (!(one == other || (isNoNumber(one) && isNoNumber(other))))
+            return false;
+    }
+    return true;
+}
+
+std::vector<Change> changesBetween(const RecordSnapshot& before, const RecordSnapshot& after) {
+    std::vector<Change> found;
+    for (const DatumRow& row : datumTable()) {
+        const auto& from = before[static_cast<std::size_t>(row.datum)];
+        const auto& to = after[static_cast<std::size_t>(row.datum)];
+        if (from && to && !isSame(*from, *to))
+            addDifferences(row.datum, *from, *to, found);
+    }
+    return found;
+}
+
+std::optional<std::string> putChanges(iVKR_Company& company, std::span<const Change> changes) {
+    const RecordSnapshot before = snapshotOf(company);
+    auto refusal = putData(company, changes);
+    std::vector<std::pair<std::string, Variant>> settings;
+    for (const Change& one : changes)
+        if (!refusal && !one.setting.empty())
+            refusal = failureOf([&] {
+                settings.emplace_back(one.setting, readSetting(company, one.setting));
+                writeSetting(company, one.setting, one.after);
+            });
+    if (!refusal)
+        return std::nullopt;
+    bringBack(company, before);
+    for (const auto& setting : settings | std::views::reverse)
+        ifPossible([&] { writeSetting(company, setting.first, setting.second); });
+    return refusal;
+}
+
+} // namespace vkr

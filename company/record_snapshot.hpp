@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/change_group.hpp"
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vkr {
+
+// The data of a record at one time; without a value where it does not answer. Settings are no part:
+// a record may lend a copy of them, which is not to be asked for in between.
+using RecordSnapshot = std::array<std::optional<Variant>, datumCount>;
+
+[[nodiscard]] RecordSnapshot snapshotOf(const iVKR_Company& company);
+
+// Equal for people who enter figures: what is no number equals itself.
+[[nodiscard]] bool isSame(const Variant& left, const Variant& right);
+
+// What differs, element by element where the bounds are the same.
+[[nodiscard]] std::vector<Change> changesBetween(const RecordSnapshot& before,
+                                                 const RecordSnapshot& after);
+
+// Puts every `after` into the record, settings included. All or none: where one is refused, or is
+// not there afterwards, the record is brought back. What it said, be it nothing; without a value
+// where all are there.
+[[nodiscard]] std::optional<std::string> putChanges(iVKR_Company& company,
+                                                    std::span<const Change> changes);
+
+} // namespace vkr

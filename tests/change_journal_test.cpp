@@ -1,0 +1,549 @@
+// SPDX-License-Identifier: MIT
+#include "company/change_journal.hpp"
+#include "support/entry_scene.hpp"
+#include "support/field_steps.hpp"
+#include "support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace vkr {
+namespace {
+
+// A journal over a record that fails on demand.
+class Journal : public testing::Test {
+  protected:
+    static Variant with(Variant series, int element, double figure) {
+        series.array().setNumber(element, figure);
+        return series;
+    }
+    void type(Datum series, int element, double figure) {
+        writeDatum(*journal, series, with(readDatum(*journal, series), element, figure));
+    }
+    [[nodiscard]] static std::string brief(const Change& change) {
+        const std::string name(change.setting.empty() ? rowOf(change.datum).name
+                                                      : std::string_view(change.setting));
+        const auto text = [](const Variant& value) {
+            return value.isArray() ? "series" : value.toText();
+        };
+        return name + (change.element ? "(" + std::to_string(*change.element) + ")" : "") + " " +
+               text(change.before) + " > " + text(change.after);
+    }
+    [[nodiscard]] std::vector<std::string> brief(std::size_t group) const {
+        std::vector<std::string> lines;
+        const auto groups = journal->groups();
+        for (const Change& change : groups.at(group).changes)
+            lines.push_back(brief(change));
+        return lines;
+    }
+    // What leads from `saved` to the record, done over again.
+    void expectTheWayFrom(const CompanyRecord& saved) const {
+        const auto way = std::make_shared<ChangeJournal>(saved.clone());
+        for (const ChangeGroup& group : journal->unsaved())
+            EXPECT_EQ(way->apply(group), std::nullopt);
+        EXPECT_TRUE(sameAs(*way, *company));
+    }
+
+    std::shared_ptr<CompanyRecord> company = fullCompany();
+    std::shared_ptr<ScriptedRecord> record = std::make_shared<ScriptedRecord>(company);
+    std::shared_ptr<ChangeJournal> journal = std::make_shared<ChangeJournal>(record);
+    using Lines = std::vector<std::string>;
+};
+
+TEST_F(Journal, PassesEverythingOn) {
+    journal->put_Name("Acme");
+    journal->get_Settings()->put(setting::unit, std::int16_t{9});
+    EXPECT_EQ(company->get_Name(), "Acme");
+    EXPECT_EQ(journal->get_Name(), "Acme");
+    EXPECT_EQ(company->get_Settings()->get(setting::unit).toLong(), 9);
+    static_cast<void>(journal->BeginYearShift(0));
+    static_cast<void>(journal->get_YearShiftPrices());
+    EXPECT_EQ(record->logged("call"), Lines{"call BeginYearShift"});
+    EXPECT_TRUE(sameAs(*journal, *company));
+    record->withoutObjects = true;
+    EXPECT_EQ(journal->get_Settings(), nullptr);
+}
+
+TEST_F(Journal, PassesOnWhatTheRecordThrowsAndNotesNothing) {
+    record->failing.insert("write Name");
+    EXPECT_THROW(journal->put_Name("Acme"), std::exception);
+    EXPECT_FALSE(journal->canUndo());
+}
+
+TEST_F(Journal, AWriteOutsideOfAnActionIsAGroupOfItsOwn) {
+    company->put_TotalDebt(1);
+    journal->put_TotalDebt(2);
+    type(Datum::YRevenueSeries, 1, 7);
+    ASSERT_EQ(journal->groups().size(), 2U);
+    EXPECT_EQ(brief(0), Lines{"TotalDebt 1 > 2"});
+    EXPECT_EQ(journal->groups().at(0).changes.at(0).origin, Origin::typed);
+    EXPECT_EQ(brief(1).size(), 1U);
+    EXPECT_TRUE(brief(1).at(0).starts_with("YRevenueSeries(1) "));
+}
+
+TEST_F(Journal, WhatStaysAsItIsIsNoChange) {
+    journal->put_TotalDebt(company->get_TotalDebt());
+    journal->put_YEPSSeries(company->get_YEPSSeries());
+    { const ActionScope nothing(journal, {Origin::pasted, "Paste", {}}); }
+    EXPECT_FALSE(journal->canUndo());
+    EXPECT_TRUE(journal->unsaved().empty());
+}
+
+TEST_F(Journal, TheOutermostActionIsTheGroupAndTheInnerOnesSayWhereTheirWritesComeFrom) {
+    {
+        const ActionScope paste(journal, {Origin::imported, "Import", "0001"});
+        type(Datum::YRevenueSeries, 1, 7);
+        type(Datum::YRevenueSeries, 2, 8);
+        const ActionScope sum(journal, {Origin::derived, "Sum", {}});
+        journal->put_Last4QEPS(99);
+    }
+    ASSERT_EQ(journal->groups().size(), 1U);
+    const ChangeGroup group = journal->groups().front();
+    EXPECT_EQ(group.name, "Import");
+    ASSERT_EQ(group.changes.size(), 3U);
+    EXPECT_EQ(group.changes[0].origin, Origin::imported);
+    EXPECT_EQ(group.changes[0].document, "0001");
+    EXPECT_EQ(group.changes[2].datum, Datum::Last4QEPS);
+    EXPECT_EQ(group.changes[2].origin, Origin::derived);
+    EXPECT_EQ(group.changes[2].document, "");
+}
+
+TEST_F(Journal, AGroupSaysEachDatumOnceFromItsBeginningToItsEnd) {
+    company->put_TotalDebt(1);
+    {
+        const ActionScope action(journal, {});
+        journal->put_TotalDebt(2);
+        journal->put_TotalDebt(3);
+        journal->put_Name("Acme");
+        journal->put_Name(company->get_Name());
+        journal->put_PrefDiv(5);
+        journal->put_PrefDiv(company->get_PrefDiv());
+    }
+    EXPECT_EQ(brief(0).front(), "TotalDebt 1 > 3");
+}
+
+TEST_F(Journal, AShiftedSeriesIsOneChange) {
+    {
+        const ActionScope shift(journal, {Origin::shifted, "Add New Year", {}});
+        journal->put_YRevenueSeries(numberArray(std::vector<double>(11, 4)));
+    }
+    EXPECT_EQ(brief(0), Lines{"YRevenueSeries series > series"});
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*company, *fullCompany()));
+}
+
+TEST_F(Journal, WhatARecordMovesByItselfBelongsToTheGroup) {
+    record->datesFollowYear = true;
+    const auto before = company->clone();
+    journal->put_LastFY(static_cast<std::int16_t>(company->get_LastFY() - 3));
+    ASSERT_EQ(brief(0).size(), 2U);
+    EXPECT_EQ(journal->groups().front().changes[1].origin, Origin::derived);
+    const auto after = company->clone();
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*after, *company));
+}
+
+TEST_F(Journal, SettingsAreNotedAndTakenBack) {
+    company->get_Settings()->put(setting::unit, std::int16_t{6});
+    journal->get_Settings()->put(setting::unit, std::int16_t{9});
+    journal->get_ReportingPeriod()->put(setting::leadPeriod, std::int16_t{2});
+    EXPECT_EQ(brief(0), Lines{"intUnit 6 > 9"});
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(company->get_Settings()->get(setting::unit).toLong(), 6);
+    EXPECT_NE(company->get_ReportingPeriod()->get(setting::leadPeriod).toLong(), 2);
+}
+
+TEST_F(Journal, SettingsThatAreLentAreTakenBackAsWell) {
+    record->lendsSettings = true;
+    const auto before = company->clone();
+    {
+        const ActionScope action(journal, {});
+        const auto settings = journal->get_Settings();
+        settings->put(setting::currencySymbol, "EUR");
+        static_cast<void>(journal->get_SettingsApply());
+    }
+    EXPECT_EQ(company->get_Settings()->get(setting::currencySymbol).toText(), "EUR");
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*before, *company));
+}
+
+TEST_F(Journal, TheLockIsNotedAndNeverTakenBack) {
+    journal->put_Name("Acme");
+    journal->get_Settings()->put(setting::lockBasicInfo, true);
+    EXPECT_EQ(journal->unsaved().size(), 2U);
+    EXPECT_EQ(journal->toUndo()->changes.front().datum, Datum::Name);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_TRUE(company->get_Settings()->get(setting::lockBasicInfo).toBoolean());
+    EXPECT_FALSE(journal->canUndo());
+}
+
+TEST_F(Journal, OnlyARealChangeTakesTheWayForwardAway) {
+    journal->put_Name("Acme");
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    journal->put_Name(company->get_Name());
+    {
+        const ActionScope commit(journal, {Origin::derived, {}, {}});
+        journal->put_Last4QEPS(99);
+    }
+    EXPECT_TRUE(journal->canRedo());
+    journal->put_TotalDebt(77);
+    EXPECT_FALSE(journal->canRedo());
+}
+
+TEST_F(Journal, WhatACommitWorksOutGoesWithTheStepBefore) {
+    const auto before = company->clone();
+    journal->put_Name("Acme");
+    {
+        const ActionScope commit(journal, {Origin::derived, {}, {}});
+        type(Datum::YTaxRateSeries, 1, 12);
+    }
+    const auto after = company->clone();
+    EXPECT_EQ(journal->toUndo()->changes.front().datum, Datum::Name);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_FALSE(journal->canUndo());
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*after, *company));
+}
+
+TEST_F(Journal, ARefusalOfAnyWriteLeavesRecordAndStackAsTheyWere) {
+    const auto before = company->clone();
+    {
+        const ActionScope paste(journal, {Origin::pasted, "Paste of 5 Figures", {}});
+        type(Datum::YRevenueSeries, 1, 7);
+        journal->put_Name("Acme");
+        journal->put_TotalDebt(3);
+        type(Datum::QEPSSeries, 4, 8);
+        journal->get_Settings()->put(setting::unit, std::int16_t{9});
+    }
+    const auto after = company->clone();
+    const char* const operations[] = {"write YRevenueSeries", "write Name", "write TotalDebt",
+                                      "write QEPSSeries", "put intUnit"};
+    for (const auto* operation : operations) {
+        record->failing = {operation};
+        const auto refusal = journal->undo();
+        ASSERT_TRUE(refusal) << operation;
+        EXPECT_FALSE(refusal->empty()) << operation;
+        EXPECT_TRUE(sameAs(*after, *company)) << operation;
+        EXPECT_EQ(journal->toUndo()->name, "Paste of 5 Figures");
+        EXPECT_EQ(journal->unsaved().size(), 1U);
+    }
+    record->failing.clear();
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*before, *company));
+    for (const auto* operation : operations) {
+        record->failing = {operation};
+        EXPECT_TRUE(journal->redo()) << operation;
+        EXPECT_TRUE(sameAs(*before, *company)) << operation;
+        EXPECT_TRUE(journal->canRedo());
+        EXPECT_TRUE(journal->unsaved().empty());
+    }
+    record->failing.clear();
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*after, *company));
+}
+
+TEST_F(Journal, NothingIsTakenBackInTheMiddleOfAnAction) {
+    journal->put_Name("Acme");
+    const ActionScope action(journal, {});
+    EXPECT_TRUE(journal->undo());
+    EXPECT_EQ(company->get_Name(), "Acme");
+}
+
+TEST_F(Journal, LeadsFromWhatWasSavedToWhatIsThere) {
+    std::vector<bool> told;
+    journal->unsavedChanged = [&](const ChangeGroup* added) { told.push_back(added != nullptr); };
+    journal->put_Name("One");
+    journal->put_Name("Two");
+    EXPECT_EQ(journal->unsaved().size(), 2U);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(journal->unsaved().size(), 1U);
+    journal->setSavePoint();
+    const auto saved = company->clone();
+    EXPECT_TRUE(journal->unsaved().empty());
+    EXPECT_EQ(journal->undo(), std::nullopt); // beyond what was saved
+    ASSERT_EQ(journal->unsaved().size(), 1U);
+    expectTheWayFrom(*saved);
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_TRUE(journal->unsaved().empty());
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_EQ(journal->unsaved().size(), 1U);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    journal->put_TotalDebt(5);
+    expectTheWayFrom(*saved);
+    EXPECT_EQ(told, (std::vector<bool>{true, true, false, true, false, true, false, true, true}));
+}
+
+TEST_F(Journal, TheSavedValueComesBackWhereItIsRetypedAndTakenBack) {
+    journal->put_Name("One");
+    journal->setSavePoint();
+    journal->put_Name("Two");
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(company->get_Name(), "One");
+    EXPECT_TRUE(journal->unsaved().empty());
+}
+
+TEST_F(Journal, SaysWhereTheStepWas) {
+    type(Datum::YRevenueSeries, 3, 7);
+    journal->put_Name("Acme");
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(journal->place()->datum, Datum::Name);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(journal->place()->datum, Datum::YRevenueSeries);
+    EXPECT_EQ(journal->place()->element, 3);
+}
+
+TEST_F(Journal, DoesAGroupOnceMore) {
+    const auto before = company->clone();
+    {
+        const ActionScope import(journal, {Origin::imported, "Import", "0001"});
+        type(Datum::YRevenueSeries, 1, 7);
+        journal->get_Settings()->put(setting::currencySymbol, "EUR");
+    }
+    const ChangeGroup group = journal->groups().front();
+    const auto other = std::make_shared<ChangeJournal>(before->clone());
+    EXPECT_EQ(other->apply(group), std::nullopt);
+    EXPECT_TRUE(sameAs(*other, *company));
+    EXPECT_EQ(other->groups().front(), group);
+    EXPECT_EQ(other->undo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*other, *before));
+    ChangeGroup beyond = group;
+    beyond.changes.front().element = 77;
+    EXPECT_TRUE(other->apply(beyond));
+    EXPECT_TRUE(sameAs(*other, *before));
+}
+
+TEST_F(Journal, ASettingsObjectOutlivesIt) {
+    const auto settings = journal->get_Settings();
+    journal->unsavedChanged = [](const ChangeGroup*) { FAIL(); };
+    journal.reset();
+    settings->put(setting::unit, std::int16_t{9});
+    EXPECT_EQ(company->get_Settings()->get(setting::unit).toLong(), 9);
+}
+
+// --- the component at work -----------------------------------------------------------------------
+
+class JournalOfTheForm : public Journal {
+  protected:
+    JournalOfTheForm() {
+        company->get_Settings()->put(setting::unit, std::int16_t{6});
+        scene.load(journal);
+        journal->startOver();
+        scene.entry->historyAsked = [this](HistoryStep step) {
+            const bool undo = step == HistoryStep::undo;
+            const bool taken = undo ? journal->canUndo() && !journal->undo()
+                                    : journal->canRedo() && !journal->redo();
+            if (taken)
+                scene.entry->recordChanged();
+            return taken;
+        };
+    }
+    void enter(std::string_view id, std::string_view keys) {
+        test::show(scene, id);
+        scene.enter(id, keys);
+    }
+    [[nodiscard]] const ChangeGroup& last() const {
+        groups_ = journal->groups();
+        return groups_.back();
+    }
+
+    EntryScene scene;
+    mutable std::vector<ChangeGroup> groups_;
+};
+
+TEST_F(JournalOfTheForm, ALeftFieldIsAGroupNamedLikeIt) {
+    enter("txtTotalDebt", "77");
+    ASSERT_EQ(journal->groups().size(), 1U);
+    EXPECT_EQ(last().name, scene.field("txtTotalDebt").accessibleName());
+    enter("txtSales(9)", "1234");
+    EXPECT_EQ(last().name, scene.field("txtSales", 9).accessibleName());
+    EXPECT_EQ(last().changes.size(), 1U);
+    EXPECT_EQ(last().changes.front().element, 1);
+}
+
+TEST_F(JournalOfTheForm, FieldsThatAreWalkedThroughAreNone) {
+    test::show(scene, "txtName");
+    scene.desktop.click("txtName");
+    for (int i = 0; i < 40; ++i)
+        scene.desktop.type("{TAB}");
+    EXPECT_FALSE(journal->canUndo());
+}
+
+TEST_F(JournalOfTheForm, ThePricesRangeBelongsToThePrice) {
+    company->put_High52W(10);
+    scene.load(journal);
+    journal->startOver();
+    enter("txtCurrentPrice", "5000");
+    ASSERT_EQ(journal->groups().size(), 1U);
+    EXPECT_EQ(last().changes.at(0).origin, Origin::typed);
+    EXPECT_EQ(last().changes.at(1).datum, Datum::High52W);
+    EXPECT_EQ(last().changes.at(1).origin, Origin::derived);
+    scene.desktop.type("^z");
+    EXPECT_EQ(company->get_High52W(), 10);
+}
+
+TEST_F(JournalOfTheForm, AnAddedYearIsOneGroupThatMovesEverySeries) {
+    const auto before = company->clone();
+    scene.entry->put_CurrentTab(toYearly);
+    scene.desktop.answerNext(MessageAnswer::yes);
+    scene.desktop.click("cmdAddYear");
+    ASSERT_EQ(journal->groups().size(), 1U);
+    EXPECT_EQ(last().name, "Add New Year");
+    const auto shifted = std::ranges::count(last().changes, Origin::shifted, &Change::origin);
+    EXPECT_GE(shifted, 10);
+    scene.entry->step(HistoryStep::undo);
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_EQ(scene.text("txtLastFY"), std::to_string(before->get_LastFY()));
+}
+
+TEST_F(JournalOfTheForm, AChoiceIsAGroupAtOnce) {
+    test::show(scene, "optCommEq(1)");
+    const bool bookValue = company->get_Settings()->get(setting::bookValue).toBoolean();
+    scene.desktop.click(bookValue ? "optCommEq(0)" : "optCommEq(1)");
+    EXPECT_EQ(company->get_Settings()->get(setting::bookValue).toBoolean(), !bookValue);
+    EXPECT_EQ(last().name, bookValue ? "Common Equity" : "Book Value");
+    scene.entry->step(HistoryStep::undo);
+    EXPECT_EQ(company->get_Settings()->get(setting::bookValue).toBoolean(), bookValue);
+    EXPECT_EQ(scene.form().get<OptionButton>("optCommEq", 1).value(), bookValue);
+}
+
+TEST_F(JournalOfTheForm, NothingIsTakenBackUnderTheLock) {
+    enter("txtTotalDebt", "77");
+    test::show(scene, "chkLockInfo");
+    scene.desktop.click("chkLockInfo");
+    scene.desktop.type("^z");
+    scene.entry->step(HistoryStep::undo);
+    EXPECT_EQ(company->get_TotalDebt(), 77);
+    scene.desktop.click("chkLockInfo");
+    scene.entry->step(HistoryStep::undo);
+    EXPECT_NE(company->get_TotalDebt(), 77);
+    EXPECT_FALSE(scene.form().get<CheckBox>("chkLockInfo").value());
+}
+
+// --- any session ---------------------------------------------------------------------------------
+
+// Somebody at random, with a record that refuses at random where `refuses` says so.
+class AnySession : public JournalOfTheForm, public testing::WithParamInterface<unsigned> {
+  protected:
+    int within(int low, int high) { return std::uniform_int_distribution(low, high)(random_); }
+
+    void typeSomewhere() {
+        std::vector<const TextField*> fields;
+        for (const auto& control : scene.form().controls())
+            if (const auto* field = textFieldOf(control.get()))
+                fields.push_back(field);
+        const auto& field =
+            *fields[static_cast<std::size_t>(within(0, static_cast<int>(fields.size()) - 1))];
+        test::show(scene, field.id());
+        if (!scene.desktop.canReach(field.id()))
+            return;
+        static const char* const texts[] = {"12.5", "-3",     "1999",        "3/4/2024",
+                                            "Text", "",       "1234567.891", "12/31/2026",
+                                            "0.1",  "someday"};
+        scene.desktop.click(field.id());
+        scene.desktop.type("^a{DEL}" + std::string(texts[within(0, 9)]) + "{TAB}");
+    }
+    void click(std::string_view id) {
+        if (id.ends_with("Year"))
+            scene.entry->put_CurrentTab(toYearly);
+        else
+            test::show(scene, id);
+        scene.desktop.answerNext(MessageAnswer::yes);
+        if (scene.desktop.canReach(id))
+            scene.desktop.click(id);
+    }
+    void act() {
+        static const char* const buttons[] = {"cmdAddYear",   "cmdRemoveYear",  "cmdAddQuarter",
+                                              "optCommEq(0)", "optCommEq(1)",   "optPTI(0)",
+                                              "optPTI(1)",    "optCurrency(0)", "optCurrency(2)"};
+        switch (const int what = within(0, 19)) {
+        case 0:
+        case 1:
+            click(buttons[within(0, 8)]);
+            break;
+        case 2:
+            test::show(scene, "spnQuarter");
+            scene.desktop.answerNext(MessageAnswer::yes);
+            scene.desktop.spin("spnQuarter", within(-2, 2));
+            break;
+        case 3:
+        case 4:
+            scene.entry->step(HistoryStep::undo);
+            break;
+        case 5:
+            scene.entry->step(HistoryStep::redo);
+            break;
+        case 6:
+            static_cast<void>(scene.entry->get_objCompany());
+            break;
+        default:
+            if (what == 7 && GetParam() % 2 == 1)
+                refuseSomething();
+            typeSomewhere();
+            record->failing.clear();
+        }
+    }
+    void refuseSomething() {
+        const auto table = datumTable();
+        for (int i = 0; i < 30; ++i)
+            record->failing.insert(
+                "write " +
+                std::string(table[static_cast<std::size_t>(within(0, datumCount - 1))].name));
+    }
+    static void expectSame(const CompanyRecord& wanted, const CompanyRecord& held) {
+        for (const Difference& one : differences(wanted, held))
+            ADD_FAILURE() << one.datum << " " << one.element.value_or(-1) << ": " << one.before
+                          << " is " << one.after;
+    }
+
+    std::mt19937 random_{GetParam()};
+};
+
+TEST_P(AnySession, LeadsBackToItsBeginningAndForwardToItsEnd) {
+    static_cast<void>(scene.entry->get_objCompany()); // what a commit works out of the beginning
+    journal->startOver();
+    const auto beginning = company->clone();
+    for (int i = 0; i < 60; ++i)
+        act();
+    const auto end = company->clone();
+    expectTheWayFrom(*beginning);
+    while (journal->canUndo())
+        ASSERT_EQ(journal->undo(), std::nullopt);
+    expectSame(*beginning, *company);
+    EXPECT_TRUE(journal->unsaved().empty());
+    scene.entry->recordChanged();
+    expectSame(*beginning, *company); // showing it is no change
+    while (journal->canRedo())
+        ASSERT_EQ(journal->redo(), std::nullopt);
+    if (!HasFailure() && journal->unsaved().size() > 0)
+        expectTheWayFrom(*beginning);
+    while (journal->canUndo())
+        ASSERT_EQ(journal->undo(), std::nullopt);
+    expectSame(*beginning, *company);
+}
+
+TEST_P(AnySession, OfTypingAloneIsRedoneToItsEnd) {
+    static_cast<void>(scene.entry->get_objCompany());
+    journal->startOver();
+    const auto beginning = company->clone();
+    for (int i = 0; i < 40; ++i)
+        typeSomewhere();
+    const auto end = company->clone();
+    for (int round = 0; round < 2; ++round) {
+        while (journal->canUndo())
+            ASSERT_EQ(journal->undo(), std::nullopt);
+        expectSame(*beginning, *company);
+        while (journal->canRedo())
+            ASSERT_EQ(journal->redo(), std::nullopt);
+        expectSame(*end, *company);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, AnySession, testing::Range(1U, 41U));
+
+} // namespace
+} // namespace vkr
