@@ -153,6 +153,10 @@ void CompanyListWindow::buildActions() {
                nothing, [this] { emit importFolderAsked(); });
     addCommand(inBoth, "export", tr("&Export..."), Qt::CTRL | Qt::Key_E, some,
                [this] { emit exportAsked(table_->chosenIds()); });
+    addCommand(inMenu, "print", tr("&Print..."), QKeySequence::Print, some,
+               [this] { emit printAsked(table_->chosenIds()); });
+    addCommand(inMenu, "savePdf", tr("Save as P&DF..."), {}, some,
+               [this] { emit pdfAsked(table_->chosenIds()); });
     menu->addSeparator();
     addCommand(inMenu, "search", tr("&Search"), QKeySequence::Find, nothing, [this] {
         search_->setFocus(Qt::ShortcutFocusReason);

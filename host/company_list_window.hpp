@@ -47,6 +47,8 @@ class CompanyListWindow : public QMainWindow {
     void importAsked();
     void importFolderAsked();
     void exportAsked(const QList<qint64>& ids);
+    void printAsked(const QList<qint64>& ids);
+    void pdfAsked(const QList<qint64>& ids);
     void refreshAsked(); // also whenever the window comes to the front
     void helpAsked(int page);
     void aboutAsked();

@@ -79,6 +79,11 @@ void CompanyWindow::buildActions() {
     save->setObjectName(QStringLiteral("save"));
     auto* exported = menu->addAction(tr("&Export..."), this, [this] { emit exportAsked(); });
     exported->setObjectName(QStringLiteral("export"));
+    auto* printed =
+        menu->addAction(tr("&Print..."), QKeySequence::Print, this, [this] { emit printAsked(); });
+    printed->setObjectName(QStringLiteral("print"));
+    auto* pdf = menu->addAction(tr("Save as P&DF..."), this, [this] { emit pdfAsked(); });
+    pdf->setObjectName(QStringLiteral("savePdf"));
     menu->addSeparator();
     auto* closing = menu->addAction(tr("&Close"), QKeySequence::Close, this, &QWidget::close);
     closing->setObjectName(QStringLiteral("close"));

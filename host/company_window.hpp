@@ -45,6 +45,8 @@ class CompanyWindow : public QMainWindow {
   signals:
     void saved(qint64 id);
     void exportAsked();
+    void printAsked();
+    void pdfAsked();
     void helpAsked(int page);
     void gone(CompanyWindow* window); // closed for good
 

@@ -19,9 +19,6 @@ namespace {
 constexpr double smaller = 0.9; // of the window's font
 constexpr int gap = 6;          // between a text and what it belongs to
 constexpr double barShare = 0.72;
-constexpr int fewestSteps = 3;
-constexpr double smallestRange = 1e-6;
-constexpr double longestPlain = 1e12; // beyond, the axis is written with an exponent
 
 QColor blend(const QColor& front, const QColor& back, double share) {
     const auto mix = [share](int one, int other) {
@@ -29,22 +26,6 @@ QColor blend(const QColor& front, const QColor& back, double share) {
     };
     return {mix(front.red(), back.red()), mix(front.green(), back.green()),
             mix(front.blue(), back.blue())};
-}
-
-// Within what can be reckoned with; anybody may type 1e308.
-double drawn(const std::optional<double>& figure) {
-    constexpr double farthest = 1e300;
-    return std::clamp(figure.value_or(0), -farthest, farthest);
-}
-
-// 1, 2 or 5 times a power of ten.
-double niceStep(double range) {
-    const double rough = range / fewestSteps;
-    const double power = std::pow(10.0, std::floor(std::log10(rough)));
-    for (const double factor : {5.0, 2.0})
-        if (factor * power <= rough)
-            return factor * power;
-    return power;
 }
 
 } // namespace
@@ -55,24 +36,6 @@ bool History::hasFigures() const {
                                    [](const auto& figure) { return figure.has_value(); });
     });
 }
-
-struct HistoryChart::Scale {
-    double low = 0;
-    double high = 1;
-    double step = 1;
-
-    [[nodiscard]] int steps() const { return static_cast<int>(std::lround((high - low) / step)); }
-    [[nodiscard]] double at(int index) const {
-        const double value = low + index * step;
-        return std::abs(value) < step / 2 ? 0 : value;
-    }
-    [[nodiscard]] QString text(int index) const {
-        if (std::max(-low, high) >= longestPlain)
-            return QLocale().toString(at(index), 'g', 2);
-        const int decimals = std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9)));
-        return QLocale().toString(at(index), 'f', decimals);
-    }
-};
 
 struct HistoryChart::Places {
     QRectF plot;
@@ -145,22 +108,18 @@ QSize HistoryChart::minimumSizeHint() const {
     return {metrics.averageCharWidth() * 40, metrics.height() * 11};
 }
 
-HistoryChart::Scale HistoryChart::scale() const {
+ChartScale HistoryChart::scale() const {
     double least = 0;
     double most = 0;
     for (const History::Series& one : history_.series)
         for (const auto& figure : one.figures) {
-            least = std::min(least, drawn(figure));
-            most = std::max(most, drawn(figure));
+            least = std::min(least, figure.value_or(0));
+            most = std::max(most, figure.value_or(0));
         }
-    Scale scale;
-    scale.step = niceStep(std::max(most - least, smallestRange));
-    scale.low = std::floor(least / scale.step) * scale.step;
-    scale.high = std::max(std::ceil(most / scale.step) * scale.step, scale.low + scale.step);
-    return scale;
+    return ChartScale::over(least, most);
 }
 
-HistoryChart::Places HistoryChart::places(const Scale& scale) const {
+HistoryChart::Places HistoryChart::places(const ChartScale& scale) const {
     const QFontMetricsF metrics(smallFont());
     double widest = 0;
     for (int index = 0; index <= scale.steps(); ++index)
@@ -189,7 +148,7 @@ void HistoryChart::paintEvent(QPaintEvent* /*event*/) {
                          tr("No figures are stored yet."));
         return;
     }
-    const Scale axis = scale();
+    const ChartScale axis = scale();
     const Places where = places(axis);
     paintScale(painter, axis, where);
     paintBars(painter, where);
@@ -206,7 +165,8 @@ void HistoryChart::paintEvent(QPaintEvent* /*event*/) {
     }
 }
 
-void HistoryChart::paintScale(QPainter& painter, const Scale& scale, const Places& places) const {
+void HistoryChart::paintScale(QPainter& painter, const ChartScale& scale,
+                              const Places& places) const {
     constexpr double faint = 0.15;
     const QColor ink = palette().color(QPalette::WindowText);
     const double height = QFontMetricsF(painter.font()).height();
@@ -236,9 +196,10 @@ void HistoryChart::paintBars(QPainter& painter, const Places& places) const {
                                      : blend(strong, back, pale);
             const double left = places.x(period) + places.slot * (1 - barShare) / 2 +
                                 static_cast<double>(number) * width;
-            const QRectF bar = QRectF(QPointF(left, places.y(0)),
-                                      QPointF(left + width, places.y(drawn(figures.at(period)))))
-                                   .normalized();
+            const QRectF bar =
+                QRectF(QPointF(left, places.y(0)),
+                       QPointF(left + width, places.y(ChartScale::drawn(*figures.at(period)))))
+                    .normalized();
             // The second series is hollow, so that no colour has to tell them apart.
             if (number == 0) {
                 painter.fillRect(bar, color);

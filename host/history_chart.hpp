@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sheet/chart_scale.hpp"
+
 #include <QList>
 #include <QString>
 #include <QWidget>
@@ -50,11 +52,10 @@ class HistoryChart : public QWidget {
     bool event(QEvent* event) override;
 
   private:
-    struct Scale;
     struct Places;
-    [[nodiscard]] Scale scale() const;
-    [[nodiscard]] Places places(const Scale& scale) const;
-    void paintScale(QPainter& painter, const Scale& scale, const Places& places) const;
+    [[nodiscard]] ChartScale scale() const;
+    [[nodiscard]] Places places(const ChartScale& scale) const;
+    void paintScale(QPainter& painter, const ChartScale& scale, const Places& places) const;
     void paintBars(QPainter& painter, const Places& places) const;
     void paintPeriods(QPainter& painter, const Places& places) const;
     void paintLegend(QPainter& painter) const;

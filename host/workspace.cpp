@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QCollator>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -91,6 +92,18 @@ void Workspace::connectList() {
         CsvTransfer transfer(*store_, list_.get());
         if (const QString folder = transfer.chosenFolder(); !folder.isEmpty())
             transfer.exportCompanies(list_->summaries(ids), folder);
+    });
+    connect(list, &CompanyListWindow::printAsked, this, [this](const QList<qint64>& ids) {
+        SheetPrinting(list_.get()).printOnChosen(sheets(ids));
+    });
+    connect(list, &CompanyListWindow::pdfAsked, this, [this](const QList<qint64>& ids) {
+        const std::vector<CompanySummary> companies = list_->summaries(ids);
+        if (!companies.empty())
+            SheetPrinting(list_.get())
+                .saveToChosen(sheets(ids),
+                              companies.size() == 1
+                                  ? companyTitle(companies.front().name, companies.front().symbol)
+                                  : tr("Companies"));
     });
     connect(list, &CompanyListWindow::refreshAsked, this, &Workspace::refresh);
     connect(list, &CompanyListWindow::helpAsked, this, &Workspace::showHelp);
@@ -184,6 +197,12 @@ CompanyWindow* Workspace::show(std::optional<std::int64_t> id, const LoadedCompa
         if (const QString folder = transfer.chosenFolder(); !folder.isEmpty())
             exportWindow(*window, folder);
     });
+    connect(window, &CompanyWindow::printAsked, this,
+            [this, window] { SheetPrinting(window).printOnChosen(sheet(*window)); });
+    connect(window, &CompanyWindow::pdfAsked, this, [this, window] {
+        const auto companies = sheet(*window);
+        SheetPrinting(window).saveToChosen(companies, titleOf(*window));
+    });
     connect(window, &CompanyWindow::helpAsked, this, &Workspace::showHelp);
     connect(window, &CompanyWindow::gone, this,
             [this](CompanyWindow* closed) { windows_.removeOne(closed); });
@@ -276,6 +295,30 @@ void Workspace::exportCompanies(const QList<qint64>& ids, const QString& folder)
 void Workspace::exportWindow(CompanyWindow& window, const QString& folder) {
     window.entry().component().leaveField(); // with what was typed last
     CsvTransfer(*store_, &window).exportRecords({window.recordToSave()}, folder);
+}
+
+std::vector<SheetPrinting::Record> Workspace::sheets(const QList<qint64>& ids) {
+    return SheetPrinting::stored(*store_, list_->summaries(ids));
+}
+
+std::vector<SheetPrinting::Record> Workspace::sheet(CompanyWindow& window) {
+    window.entry().component().leaveField(); // with what was typed last
+    return {[record = std::shared_ptr<const CompanyRecord>(window.recordToSave())] {
+        return StoreResult(record);
+    }};
+}
+
+QString Workspace::titleOf(CompanyWindow& window) {
+    const auto record = window.recordToSave();
+    return companyTitle(record->get_Name(), record->get_Symbol());
+}
+
+void Workspace::saveSheets(const QList<qint64>& ids, const QString& file, Paper paper) {
+    SheetPrinting(list_.get()).savePdf(sheets(ids), QFileInfo(file).baseName(), file, paper);
+}
+
+void Workspace::saveWindowSheet(CompanyWindow& window, const QString& file, Paper paper) {
+    SheetPrinting(&window).savePdf(sheet(window), titleOf(window), file, paper);
 }
 
 // --- help ------------------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 #include "host/company_list_window.hpp"
 #include "host/company_window.hpp"
 #include "host/help_viewer.hpp"
+#include "host/sheet_printing.hpp"
 #include "store/company_store.hpp"
 
 #include <QObject>
@@ -44,12 +45,18 @@ class Workspace : public QObject {
     void importFolder(const QString& path);
     void exportCompanies(const QList<qint64>& ids, const QString& folder);
     void exportWindow(CompanyWindow& window, const QString& folder); // as it is on screen
+    void saveSheets(const QList<qint64>& ids, const QString& file, Paper paper);
+    void saveWindowSheet(CompanyWindow& window, const QString& file, Paper paper);
     // Reads the list anew. An error is told in the status bar of the list.
     void refresh();
     // Every window may ask; false when the user wants to stay.
     bool closeAll();
 
   private:
+    [[nodiscard]] std::vector<SheetPrinting::Record> sheets(const QList<qint64>& ids);
+    // As it is on screen.
+    [[nodiscard]] static std::vector<SheetPrinting::Record> sheet(CompanyWindow& window);
+    [[nodiscard]] static QString titleOf(CompanyWindow& window);
     explicit Workspace(std::unique_ptr<CompanyStore> store);
 
     static Opened opened(const QString& path, OpenMode mode, const StoreOptions& options);

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "host/sheet_printing.hpp"
+
+#include "host/messages.hpp"
+#include "host/texts.hpp"
+#include "host/window_memory.hpp"
+#include "sheet/finding_notes.hpp"
+
+#include <QCoreApplication>
+#include <QDate>
+#include <QDir>
+#include <QFileDialog>
+#include <QMainWindow>
+#include <QPrintDialog>
+#include <QPrinter>
+
+#include <stdexcept>
+
+namespace vkr {
+
+namespace {
+
+constexpr auto folderKey = "sheet/folder";
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("SheetPrinting", text);
+}
+
+Date today() {
+    const QDate day = QDate::currentDate();
+    return makeDate(day.year(), day.month(), day.day()).value_or(Date{});
+}
+
+SheetSource sourceOf(const std::vector<SheetPrinting::Record>& companies) {
+    return [&companies, next = std::size_t(0)]() mutable -> std::optional<SheetCompany> {
+        if (next == companies.size())
+            return std::nullopt;
+        const auto record = companies[next++]();
+        if (!record)
+            throw std::runtime_error(record.error().message);
+        return SheetCompany{record.value(), findingNotes(*record.value())};
+    };
+}
+
+Paper paperOf(const QPrinter& printer) {
+    return printer.pageLayout().pageSize().id() == QPageSize::Letter ? Paper::letter : Paper::a4;
+}
+
+} // namespace
+
+std::vector<SheetPrinting::Record>
+SheetPrinting::stored(CompanyStore& store, const std::vector<CompanySummary>& companies) {
+    std::vector<Record> records;
+    for (const CompanySummary& company : companies)
+        records.emplace_back(
+            [&store, id = company.key.id]() -> StoreResult<std::shared_ptr<const CompanyRecord>> {
+                auto loaded = store.load(id);
+                if (!loaded)
+                    return loaded.error();
+                return std::shared_ptr<const CompanyRecord>(loaded.value().record);
+            });
+    return records;
+}
+
+bool SheetPrinting::isDone(const QString& error) {
+    if (!error.isEmpty())
+        tellFault(window_, tr("The data sheet can't be printed."), error);
+    return error.isEmpty();
+}
+
+void SheetPrinting::print(const std::vector<Record>& companies, QPrinter& printer) {
+    printer.setFullPage(true);
+    if (isDone(printSheets(printer, printer.resolution(), paperOf(printer), today(),
+                           sourceOf(companies))))
+        notice(*window_, companies.size() == 1 ? tr("Printed")
+                                               : tr("%1 companies printed").arg(companies.size()));
+}
+
+void SheetPrinting::savePdf(const std::vector<Record>& companies, const QString& title,
+                            const QString& file, Paper paper) {
+    if (isDone(writeSheetPdf(file, title, paper, today(), sourceOf(companies))))
+        notice(*window_, tr("Saved as %1").arg(QDir::toNativeSeparators(file)));
+}
+
+void SheetPrinting::printOnChosen(const std::vector<Record>& companies) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageSize(
+        QPageSize(usualPaper() == Paper::letter ? QPageSize::Letter : QPageSize::A4));
+    QPrintDialog dialog(&printer, window_);
+    dialog.setWindowTitle(tr("Print Data Sheets"));
+    if (dialog.exec() == QDialog::Accepted)
+        print(companies, printer);
+}
+
+void SheetPrinting::saveToChosen(const std::vector<Record>& companies, const QString& title) {
+    const QString folder =
+        programSettings().value(QLatin1String(folderKey), QDir::homePath()).toString();
+    QString name = title;
+    for (QChar& letter : name)
+        if (QStringLiteral("/\\:*?\"<>|").contains(letter))
+            letter = u'_';
+    QString file = QFileDialog::getSaveFileName(window_, tr("Save as PDF"),
+                                                QDir(folder).filePath(name + ".pdf"),
+                                                tr("PDF files (*.pdf);;All files (*)"));
+    if (file.isEmpty())
+        return;
+    programSettings().setValue(QLatin1String(folderKey), QFileInfo(file).absolutePath());
+    savePdf(companies, title, file, usualPaper());
+}
+
+} // namespace vkr

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/sheet_flow.hpp"
+
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+
+namespace vkr {
+
+namespace {
+
+// The longest beginning of a word that fits, one letter at least.
+qsizetype fittingLetters(const QString& word, double width, double size, bool isBold) {
+    QTextBoundaryFinder letters(QTextBoundaryFinder::Grapheme, word);
+    qsizetype fitting = 0;
+    for (qsizetype end = letters.toNextBoundary(); end > 0; end = letters.toNextBoundary()) {
+        if (fitting > 0 && textWidth(word.left(end), size, isBold) > width)
+            break;
+        fitting = end;
+    }
+    return fitting;
+}
+
+void wrapLine(const QString& paragraph, double width, double size, bool isBold,
+              QStringList& lines) {
+    QString line;
+    for (QString word : paragraph.simplified().split(u' ')) {
+        const QString longer = line.isEmpty() ? word : line + u' ' + word;
+        if (textWidth(longer, size, isBold) <= width) {
+            line = longer;
+            continue;
+        }
+        if (!line.isEmpty())
+            lines.append(line);
+        while (textWidth(word, size, isBold) > width) {
+            const qsizetype letters = fittingLetters(word, width, size, isBold);
+            if (letters >= word.size())
+                break;
+            lines.append(word.left(letters));
+            word.remove(0, letters);
+        }
+        line = word;
+    }
+    lines.append(line);
+}
+
+} // namespace
+
+void SheetFlow::newPage() {
+    pages_.append({size_, {}, {}});
+    top_ = margin;
+}
+
+void SheetFlow::text(const QRectF& box, const QString& text, double size, bool isBold, SheetInk ink,
+                     Qt::Alignment alignment) {
+    if (!text.isEmpty())
+        pages_.last().texts.append({box, text, size, isBold, ink, alignment});
+}
+
+void SheetFlow::area(const QRectF& box, SheetInk ink) {
+    pages_.last().areas.append({box, ink});
+}
+
+void SheetFlow::rule() {
+    area({left(), top_, width(), 0.75 * point}, SheetInk::plain);
+    skip(6 * point);
+}
+
+void SheetFlow::title(const QString& text) {
+    need(3 * lineHeight(titleType));
+    skip(5 * point);
+    lines({text}, titleType, true);
+    skip(2 * point);
+}
+
+void SheetFlow::lines(const QStringList& texts, double size, bool isBold, SheetInk ink,
+                      double indent) {
+    const double height = lineHeight(size);
+    for (const QString& line : texts) {
+        need(height);
+        text({left() + indent, top_, width() - indent, height}, line, size, isBold, ink);
+        skip(height);
+    }
+}
+
+QList<SheetPage> SheetFlow::finish(const QString& footer) && {
+    const double height = lineHeight(smallestType);
+    const double y = size_.height() - margin - height;
+    const auto count = pages_.size();
+    for (qsizetype number = 1; number <= count; ++number) {
+        const QString place = QStringLiteral("%1 / %2").arg(number).arg(count);
+        const double right = textWidth(place, smallestType) + columnGap;
+        pages_[number - 1].texts.append(
+            {{left(), y, width() - right, height},
+             wrappedLines(footer, width() - right, smallestType).first(),
+             smallestType,
+             false,
+             SheetInk::strong,
+             Qt::AlignLeft});
+        pages_[number - 1].texts.append({{left() + width() - right, y, right, height},
+                                         place,
+                                         smallestType,
+                                         false,
+                                         SheetInk::strong,
+                                         Qt::AlignRight});
+    }
+    return std::move(pages_);
+}
+
+QStringList wrappedLines(const QString& text, double width, double size, bool isBold) {
+    QStringList lines;
+    for (const QString& paragraph : text.split(u'\n'))
+        wrapLine(paragraph, width, size, isBold, lines);
+    return lines;
+}
+
+FittedText fittedFigure(const SheetValue& value, double width, double size) {
+    constexpr double smaller = point / 4;
+    for (; size >= smallestType; size -= smaller)
+        if (textWidth(value.text, size) <= width)
+            return {value.text, size};
+    constexpr int mostDigits = 15;
+    QString rounded;
+    for (int digits = mostDigits; digits > 0; --digits) {
+        rounded = roundedFigure(value.figure, digits);
+        if (textWidth(rounded, smallestType) <= width)
+            break;
+    }
+    return {rounded, smallestType};
+}
+
+} // namespace vkr

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/sheet_page.hpp"
+
+#include <QFontMetricsF>
+#include <QPageSize>
+
+#include <cmath>
+
+namespace vkr {
+
+QSizeF sizeOf(Paper paper) {
+    return QPageSize(paper == Paper::a4 ? QPageSize::A4 : QPageSize::Letter)
+               .size(QPageSize::Point) *
+           point;
+}
+
+QFont sheetFont(double size, bool isBold) {
+    QFont font(QStringLiteral("Sans Serif"));
+    font.setStyleHint(QFont::SansSerif);
+    font.setPixelSize(static_cast<int>(std::lround(size)));
+    font.setBold(isBold);
+    font.setHintingPreference(QFont::PreferNoHinting); // else widths would not be those on paper
+    return font;
+}
+
+double textWidth(const QString& text, double size, bool isBold) {
+    return QFontMetricsF(sheetFont(size, isBold)).horizontalAdvance(text);
+}
+
+double lineHeight(double size) {
+    return 1.25 * size;
+}
+
+QFont SheetText::font() const {
+    return sheetFont(size, isBold);
+}
+
+double SheetText::width() const {
+    return textWidth(text, size, isBold);
+}
+
+} // namespace vkr

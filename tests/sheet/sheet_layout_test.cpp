@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: MIT
+// The data sheet: all of a company on paper, and nothing of it cut off.
+#include "company/company_csv.hpp"
+#include "company/exact_text.hpp"
+#include "sheet/finding_notes.hpp"
+#include "sheet/sheet_layout.hpp"
+#include "sheet/sheet_print.hpp"
+
+#include <QFile>
+#include <QImage>
+#include <QPainter>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <source_folder.hpp>
+
+namespace vkr {
+namespace {
+
+std::shared_ptr<CompanyRecord> sample(const char* symbol) {
+    return importCompany(VKR_SOURCE_DIR "/samples", symbol).company;
+}
+
+Date day() {
+    return makeDate(2026, 11, 22).value();
+}
+
+std::shared_ptr<CompanyRecord> dated() {
+    auto record = std::make_shared<CompanyRecord>();
+    record->put_LastFY(2025);
+    record->put_LastFYDate(makeDate(2025, 9, 27).value());
+    record->put_LastQDate(makeDate(2025, 12, 27).value());
+    return record;
+}
+
+// Every figure, and every element of every series, is this one.
+void fill(CompanyRecord& record, double figure) {
+    for (const DatumRow& row : datumTable()) {
+        if (std::holds_alternative<NumberAccess>(row.access))
+            writeDatum(record, row.datum, figure);
+        if (!isSeries(row))
+            continue;
+        Variant series = record.stored(row.datum);
+        for (int element = 0; element <= row.upper; ++element)
+            series.array().setNumber(element, figure);
+        writeDatum(record, row.datum, series);
+    }
+}
+
+QString allText(const QList<SheetPage>& pages) {
+    QStringList texts;
+    for (const SheetPage& page : pages)
+        for (const SheetText& text : page.texts)
+            texts.append(text.text);
+    return texts.join(u'\n');
+}
+
+// Where the letters are.
+QRectF inked(const SheetText& text) {
+    const double width = text.width();
+    double left = text.box.left();
+    if (text.alignment & Qt::AlignRight)
+        left = text.box.right() - width;
+    if (text.alignment & Qt::AlignHCenter)
+        left = text.box.center().x() - width / 2;
+    constexpr double letters = 0.7; // of the type, from the foot of a letter to its head
+    const double height = letters * text.size;
+    return {left, text.box.center().y() - height / 2, width, height};
+}
+
+void expectNothingCutOff(const QList<SheetPage>& pages) {
+    constexpr double margin = 36 * point;
+    constexpr double hair = 1.5; // less than a tenth of a point
+    for (const SheetPage& page : pages) {
+        const QRectF paper = QRectF({}, page.size).adjusted(margin, margin, -margin, -margin);
+        const QRectF wide = paper.adjusted(-hair, -hair, hair, hair);
+        QList<QRectF> before;
+        for (const SheetText& text : page.texts) {
+            const QRectF ink = inked(text);
+            EXPECT_LE(text.width(), text.box.width() + hair) << text.text.toStdString();
+            EXPECT_TRUE(wide.contains(ink)) << text.text.toStdString();
+            EXPECT_GE(text.size, 3 * point) << text.text.toStdString();
+            const QRectF core = ink.adjusted(hair, hair, -hair, -hair);
+            for (qsizetype other = 0; other < before.size(); ++other)
+                EXPECT_FALSE(before.at(other).intersects(core))
+                    << text.text.toStdString() << " over "
+                    << page.texts.at(other).text.toStdString();
+            before.append(core);
+        }
+        for (const SheetArea& area : page.areas)
+            EXPECT_TRUE(wide.contains(area.box));
+    }
+}
+
+struct SheetCase {
+    const char* name;
+    SheetCompany company;
+    int pages;
+};
+
+std::vector<SheetCase> cases() {
+    std::vector<SheetCase> all;
+    for (const char* symbol : {"AAPL", "NVDA", "SNOW", "TSLA"})
+        all.push_back({symbol, {sample(symbol), findingNotes(*sample(symbol))}, 2});
+    all.push_back({"empty", {std::make_shared<CompanyRecord>(), {}}, 2});
+
+    auto wide = dated();
+    wide->put_Name(std::string(100, 'W'));
+    wide->put_Symbol(std::string(20, 'W'));
+    for (const DatumRow& row : datumTable())
+        if (std::holds_alternative<TextAccess>(row.access) && row.datum != Datum::Symbol)
+            writeDatum(*wide, row.datum, std::string(100, 'W'));
+    wide->get_Settings()->put(setting::currencySymbol, std::string("WWWW"));
+    fill(*wide, -1234.5678);
+    all.push_back({"wide texts", {wide, {}}, 3});
+
+    for (const auto& [name, figure] :
+         {std::pair("large", 123456789012.345), std::pair("huge", -1.2345678901234567e300),
+          std::pair("tiny", 1.2345678901234567e-300),
+          std::pair("many digits", -0.1234567890123456)}) {
+        auto record = dated();
+        fill(*record, figure);
+        all.push_back({name, {record, {}}, 2});
+    }
+
+    auto noted = sample("TSLA");
+    std::string notes;
+    for (int line = 0; line < 300; ++line)
+        notes += "Line " + std::to_string(line) + " of many.\n";
+    noted->put_Notes(notes);
+    SheetCompany marked{noted, {}};
+    for (int element = 0; element < 35; ++element)
+        for (int twice = 0; twice < 2; ++twice)
+            marked.notes.push_back({{{Datum::QEPSSeries, element}, {Datum::TotalDebt, {}}},
+                                    "It is ten times its neighbours, and so is what stands beside "
+                                    "it, so that somebody should look it up in the filing."});
+    all.push_back({"notes", marked, 9});
+    return all;
+}
+
+TEST(SheetLayout, NothingIsCutOffOrOverAnother) {
+    for (const SheetCase& one : cases())
+        for (const Paper paper : {Paper::a4, Paper::letter}) {
+            SCOPED_TRACE(std::string(one.name) + (paper == Paper::a4 ? " on A4" : " on Letter"));
+            const auto pages = companySheet(one.company, paper, day());
+            EXPECT_GE(pages.size(), 2);
+            EXPECT_LE(pages.size(), one.pages);
+            expectNothingCutOff(pages);
+        }
+}
+
+TEST(SheetLayout, EverythingThatIsStoredIsOnPaper) {
+    auto record = dated();
+    double figure = 1000.5;
+    QStringList expected;
+    for (const DatumRow& row : datumTable()) {
+        if (row.datum == Datum::LastFY)
+            continue;
+        if (std::holds_alternative<TextAccess>(row.access)) {
+            writeDatum(*record, row.datum, "T" + std::string(row.name));
+            expected.append("T" + QString::fromUtf8(row.name.data(), std::ssize(row.name)));
+        } else if (std::holds_alternative<NumberAccess>(row.access)) {
+            writeDatum(*record, row.datum, ++figure);
+            expected.append(localizedFigure(QString::number(figure)));
+        } else if (std::holds_alternative<DateAccess>(row.access)) {
+            writeDatum(*record, row.datum, Date{++figure});
+            expected.append(QString::fromStdString(isoDateText(readDate(*record, row.datum))));
+        } else if (isSeries(row)) {
+            Variant series = record->stored(row.datum);
+            for (int element = 0; element <= row.upper; ++element) {
+                series.array().setNumber(element, ++figure);
+                expected.append(localizedFigure(QString::number(figure)));
+            }
+            writeDatum(*record, row.datum, series);
+        }
+    }
+    const auto pages = companySheet({record, {}}, Paper::a4, day());
+    const QString text = allText(pages);
+    EXPECT_EQ(pages.size(), 2);
+    for (const QString& one : expected)
+        EXPECT_TRUE(text.contains(one)) << one.toStdString();
+    EXPECT_FALSE(text.contains(QString(QChar(0x2248)) + "1"));
+}
+
+TEST(SheetLayout, AFigureIsRoundedOnlyWhereItHasNoRoomAndIsMarkedThen) {
+    auto record = dated();
+    fill(*record, 12345.678901);
+    EXPECT_FALSE(allText(companySheet({record, {}}, Paper::a4, day())).contains(u"\u22481"));
+    fill(*record, -1.2345678901234567e300);
+    const QStringList texts = allText(companySheet({record, {}}, Paper::a4, day())).split(u'\n');
+    int rounded = 0;
+    for (const QString& text : texts)
+        rounded += text.startsWith(u"\u2248-1.") && text.endsWith("e+300") ? 1 : 0;
+    EXPECT_GE(rounded, 11 * 11 + 5 * 35);
+}
+
+TEST(SheetLayout, ANoteHasItsNumberAtTheFigure) {
+    const auto pages = companySheet({sample("AAPL"),
+                                     {{{{Datum::YRevenueSeries, 1}}, "First remark."},
+                                      {{}, "Second remark."},
+                                      {{{Datum::YRevenueSeries, 1}}, "Third remark."}}},
+                                    Paper::a4, day());
+    const auto& texts = pages.first().texts;
+    const auto mark = std::ranges::find(texts, QStringLiteral("1,3"), &SheetText::text);
+    ASSERT_NE(mark, texts.end());
+    const auto figure = std::ranges::find(texts, QStringLiteral("416,161"), &SheetText::text);
+    ASSERT_NE(figure, texts.end());
+    EXPECT_NEAR(mark->box.left(), figure->box.right(), point);
+    const QString notes = allText(pages);
+    EXPECT_TRUE(notes.contains("2\nSecond remark.\n3\nThird remark.")) << notes.toStdString();
+}
+
+// The painter draws what was laid out: no ink in the margins, some of it on the page.
+TEST(SheetLayout, IsPaintedWhereItWasLaidOut) {
+    for (const SheetPage& page : companySheet({sample("NVDA"), {}}, Paper::letter, day())) {
+        QImage image((page.size / point).toSize(), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(1 / point, 1 / point);
+        paintPage(painter, page);
+        painter.end();
+        QRect ink;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (qGray(image.pixel(x, y)) < 0x80)
+                    ink |= QRect(x, y, 1, 1);
+        EXPECT_GE(ink.left(), 35);
+        EXPECT_LE(ink.right(), image.width() - 35);
+        EXPECT_GE(ink.top(), 35);
+        EXPECT_LE(ink.bottom(), image.height() - 35);
+        EXPECT_GT(ink.width(), 500);
+    }
+}
+
+TEST(SheetPrint, WritesAPdfOfTwoPagesACompanyOrNothing) {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("two.pdf");
+    int given = 0;
+    const auto next = [&]() -> std::optional<SheetCompany> {
+        return given++ < 2 ? std::optional(SheetCompany{sample("AAPL"), {}}) : std::nullopt;
+    };
+    EXPECT_EQ(writeSheetPdf(file, "Two", Paper::a4, day(), next).toStdString(), "");
+    QFile pdf(file);
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    const QByteArray content = pdf.readAll();
+    EXPECT_TRUE(content.startsWith("%PDF-"));
+    EXPECT_EQ(content.count("/Type /Page\n"), 4);
+    EXPECT_TRUE(content.contains("/MediaBox [0 0 595.000000 842.000000]"))
+        << content.left(3000).data();
+
+    given = 0;
+    EXPECT_NE(writeSheetPdf(folder.filePath("no/where.pdf"), "Two", Paper::a4, day(), next), "");
+    const QString failed = folder.filePath("failed.pdf");
+    const auto fails = []() -> std::optional<SheetCompany> { throw std::runtime_error("gone"); };
+    EXPECT_EQ(writeSheetPdf(failed, "Two", Paper::a4, day(), fails), "gone");
+    EXPECT_FALSE(QFile::exists(failed));
+}
+
+} // namespace
+} // namespace vkr
