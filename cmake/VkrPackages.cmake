@@ -96,6 +96,15 @@ Keeps companies in one file or in a shared PostgreSQL database.")
 Shows the component as a widget of Qt.")
     list(APPEND libraries Company Desktop)
     vkr_package(
+        Tools vkr-data-entry-tools
+        SECTION misc
+        DEPENDS DataEntry Company
+        RECOMMENDS "libqt6sql6-psql, fonts-dejavu-core"
+        DESCRIPTION
+            "Fundamental data of listed companies on the command line
+Lists, shows, imports, exports and checks companies in scripts and on servers,
+without a display.")
+    vkr_package(
         Runtime vkr-data-entry
         SECTION misc
         DEPENDS ${libraries}

@@ -2,7 +2,7 @@
 # What is installed, and where: libraries with their public headers, the CMake package, pkg-config
 # files, and programs with what a desktop needs to list them.
 #
-# Components of the installation: Runtime (the program), one for each shared library, named as the
+# Components of the installation: Runtime (the program), Tools (the command line), one for each shared library, named as the
 # library, Development (headers, packages for CMake and pkg-config), Designer (the plugin).
 #
 # The target vkr_installed is all that is installed.
@@ -102,6 +102,29 @@ function(vkr_shipped_library target)
 endfunction()
 define_property(TARGET PROPERTY VKR_PUBLIC_HEADERS)
 
+# vkr_install_man_page(<name> <component>): packaging/<name>.1.in.
+function(vkr_install_man_page name component)
+    set(page "${PROJECT_BINARY_DIR}/shipping/${name}.1")
+    configure_file("${PROJECT_SOURCE_DIR}/packaging/${name}.1.in" "${page}" @ONLY)
+    find_program(VKR_GZIP gzip REQUIRED)
+    execute_process(COMMAND "${VKR_GZIP}" -9nkf "${page}" COMMAND_ERROR_IS_FATAL ANY)
+    install(FILES "${page}.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT ${component})
+endfunction()
+
+# vkr_install_command(<target>): the program of the command line with its manual page and its
+# completion for bash.
+function(vkr_install_command target)
+    if(NOT VKR_INSTALL)
+        return()
+    endif()
+    vkr_runpath(${target} "${CMAKE_INSTALL_BINDIR}")
+    install(TARGETS ${target} RUNTIME COMPONENT Tools)
+    vkr_install_man_page(${target} Tools)
+    install(FILES "${PROJECT_SOURCE_DIR}/packaging/${target}.bash-completion"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
+            RENAME ${target} COMPONENT Tools)
+endfunction()
+
 # vkr_install_application(<target>): the program with its samples, menu entry, description for
 # software catalogues, icons, and manual page.
 function(vkr_install_application target)
@@ -116,13 +139,10 @@ function(vkr_install_application target)
     set(from "${PROJECT_SOURCE_DIR}/packaging")
     set(to "${PROJECT_BINARY_DIR}/shipping")
     configure_file("${from}/vkr-host.metainfo.xml.in" "${to}/vkr-host.metainfo.xml" @ONLY)
-    configure_file("${from}/vkr-host.1.in" "${to}/vkr-host.1" @ONLY)
     set(data "${CMAKE_INSTALL_DATADIR}")
     install(FILES "${from}/vkr-host.desktop" DESTINATION "${data}/applications" COMPONENT Runtime)
     install(FILES "${to}/vkr-host.metainfo.xml" DESTINATION "${data}/metainfo" COMPONENT Runtime)
-    find_program(VKR_GZIP gzip REQUIRED)
-    execute_process(COMMAND "${VKR_GZIP}" -9nkf "${to}/vkr-host.1" COMMAND_ERROR_IS_FATAL ANY)
-    install(FILES "${to}/vkr-host.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT Runtime)
+    vkr_install_man_page(vkr-host Runtime)
     install(FILES "${from}/icons/vkr-host.svg"
             DESTINATION "${data}/icons/hicolor/scalable/apps" COMPONENT Runtime)
     foreach(size IN ITEMS 16 24 32 48 64 128 256)

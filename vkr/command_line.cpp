@@ -26,6 +26,28 @@ constexpr OptionRow options[] = {
      "Let what comes in take the place of what is there."},
     {Option::keepBoth, "keep-both", 0, "", Operand::none,
      "Add what comes in beside what is there."},
+    {Option::pdf, "pdf", 0, "FILE", Operand::file,
+     "Write a data sheet of two pages into this PDF file instead."},
+    {Option::paper, "paper", 0, "a4|letter", Operand::paper,
+     "The paper of the data sheet; without it what is usual where you are."},
+    {Option::symbol, "symbol", 0, "SYMBOL", Operand::symbols, "The company that it is about."},
+    {Option::accept, "accept", 0, "new|all", Operand::accept,
+     "Take over the figures that the company has not, or all that differ, what was typed and "
+     "what is doubtful among them. Without it nothing is changed."},
+    {Option::sameCompany, "same-company", 0, "", Operand::none,
+     "It is of this company, though it bears another name."},
+    {Option::replaceTyped, "replace-typed", 0, "", Operand::none,
+     "As --replace, but for figures, too, that were typed or that nobody knows the origin of."},
+    {Option::user, "user", 0, "USER@HOST", Operand::text, "What this person has changed."},
+    {Option::from, "from", 0, "TIME", Operand::text,
+     "From this moment on, UTC, as 2026-01-31 or 2026-01-31T12:00:00Z."},
+    {Option::until, "until", 0, "TIME", Operand::text, "Before this moment."},
+    {Option::origin, "origin", 0, "ORIGIN", Operand::origin,
+     "What was typed, pasted, imported, derived or shifted."},
+    {Option::figure, "figure", 0, "NAME", Operand::text,
+     "Of this figure, as the column of that name has it."},
+    {Option::period, "period", 0, "PERIOD", Operand::text,
+     "Of this year, or of the quarter with this day."},
 };
 
 const OptionRow* named(std::string_view name) {
@@ -118,9 +140,17 @@ class Parser {
                                                    : std::string(command->arguments)) +
                        ".",
                    command);
-        const auto format = line_.value(Option::format);
-        if (format && *format != "tsv" && *format != "json")
-            refuse("There is no format " + *format + ": tsv or json.", command);
+        refuseOther(Option::format, "tsv", "json");
+        refuseOther(Option::paper, "a4", "letter");
+        refuseOther(Option::accept, "new", "all");
+    }
+
+    void refuseOther(Option option, std::string_view one, std::string_view other) const {
+        const auto given = line_.value(option);
+        if (given && *given != one && *given != other)
+            refuse("There is no " + std::string(rowOf(option).name) + " " + *given + ": " +
+                       std::string(one) + " or " + std::string(other) + ".",
+                   line_.command);
     }
 
     std::span<const CommandRow> commands_;

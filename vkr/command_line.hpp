@@ -27,10 +27,22 @@ enum class Option {
     create,
     replace,
     keepBoth,
+    pdf,
+    paper,
+    symbol,
+    accept,
+    sameCompany,
+    replaceTyped,
+    user,
+    from,
+    until,
+    origin,
+    figure,
+    period,
 };
 
 // What may be given for an option or an argument, for its completion.
-enum class Operand { none, text, format, file, folder, symbols, command };
+enum class Operand { none, text, format, paper, accept, origin, file, folder, symbols };
 
 struct OptionRow {
     Option option;

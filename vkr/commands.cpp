@@ -23,7 +23,7 @@ const CommandRow commands[] = {
      1,
      1,
      {Operand::symbols},
-     {Option::yearly, Option::quarterly},
+     {Option::yearly, Option::quarterly, Option::pdf, Option::paper},
      "Show one company.",
      "Shows what is stored of a company, all digits of it: its own data, or with --yearly and "
      "--quarterly the figures of years and quarters. Money is in millions, rates are in percent; "
@@ -45,13 +45,48 @@ const CommandRow commands[] = {
      1,
      1,
      {Operand::folder},
-     {Option::replace, Option::keepBoth, Option::create, Option::dryRun, Option::verbose},
+     {Option::replace, Option::replaceTyped, Option::keepBoth, Option::create, Option::dryRun,
+      Option::verbose},
      "Read companies from CSV files.",
      "Reads every company of a folder of CSV files. A company that can't be read keeps none of "
      "the others out. One that the database has already with other data is left alone, unless "
-     "--replace or --keep-both says otherwise. A hundred companies are saved at a time: what was "
-     "listed is saved, also when the program is stopped.",
+     "--replace or --keep-both says otherwise; --replace leaves alone what was typed, and "
+     "companies that are locked. A hundred companies are saved at a time: what was listed is "
+     "saved, also when the program is stopped.",
      importCompanies},
+    {"facts",
+     "FILE.json",
+     1,
+     1,
+     {Operand::file},
+     {Option::symbol, Option::accept, Option::sameCompany, Option::dryRun, Option::verbose},
+     "Compare a company with what it has filed.",
+     "Reads a companyfacts document, as filings of listed companies are published, and lists the "
+     "figures that are new or differ, with the filing that each is from; with --verbose the same "
+     "ones, too. --accept takes them over, all of them or none. Exit status 1 says that some were "
+     "not taken over.",
+     importFacts},
+    {"check",
+     "[SYMBOL...]",
+     0,
+     anyNumber,
+     {Operand::symbols},
+     {},
+     "List what is odd about figures.",
+     "Looks at the figures of the companies named, or of all, by rules of plausibility, and lists "
+     "what somebody should look at; so it does with what is not stored as it was saved. Exit "
+     "status 1 says that there is something.",
+     checkCompanies},
+    {"history",
+     "SYMBOL",
+     1,
+     1,
+     {Operand::symbols},
+     {Option::figure, Option::period, Option::user, Option::from, Option::until, Option::origin},
+     "Tell who changed what of a company.",
+     "Lists every change that was saved, the newest first: when, by whom, what it was before and "
+     "after, and where it came from. Options leave only some of them.",
+     tellHistory},
 };
 
 // The lines behind the first one begin with that many blanks.

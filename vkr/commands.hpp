@@ -27,5 +27,8 @@ ExitCode listCompanies(const Call& call);
 ExitCode showCompany(const Call& call);
 ExitCode exportCompanies(const Call& call);
 ExitCode importCompanies(const Call& call);
+ExitCode importFacts(const Call& call);
+ExitCode checkCompanies(const Call& call);
+ExitCode tellHistory(const Call& call);
 
 } // namespace vkr

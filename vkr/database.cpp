@@ -126,6 +126,8 @@ std::vector<CompanySummary> chosenCompanies(const Call& call, CompanyStore& stor
 
 LoadedCompany load(const Call& call, CompanyStore& store, const CompanySummary& company) {
     LoadedCompany loaded = valueOf(store.load(company.key.id));
+    if (loaded.damage)
+        call.terminal.say(printable(loaded.damage->message));
     std::string unreadable;
     for (const std::string& datum : loaded.unreadable)
         unreadable += (unreadable.empty() ? "" : ", ") + datum;

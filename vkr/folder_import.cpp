@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "vkr/folder_import.hpp"
 
+#include "company/typed_figures.hpp"
+
 #include <utility>
 
 namespace vkr {
@@ -60,7 +62,7 @@ FolderImporter::Pending FolderImporter::read(const std::string& prefix) {
     return pending;
 }
 
-void FolderImporter::choose(Pending& pending, std::shared_ptr<const CompanyRecord> record) {
+void FolderImporter::choose(Pending& pending, std::shared_ptr<CompanyRecord> record) {
     ImportedCompany& company = pending.company;
     if (!company.symbol.empty() && !symbols_.insert(company.symbol).second &&
         known_ != KnownCompany::keepBoth) {
@@ -72,6 +74,8 @@ void FolderImporter::choose(Pending& pending, std::shared_ptr<const CompanyRecor
     if (!stored)
         return noteFault(company, stored.error());
     SaveRequest request{std::nullopt, record, 0};
+    request.account.rest = {Origin::imported, "Import of " + company.prefix,
+                            company.prefix + std::string(companySuffix)};
     company.fate = Fate::added;
     if (stored.value()) {
         const CompanyKey key = stored.value()->key;
@@ -87,12 +91,33 @@ void FolderImporter::choose(Pending& pending, std::shared_ptr<const CompanyRecor
             company.errors.emplace_back("the database has it already, with other data");
             return;
         }
-        if (known_ == KnownCompany::replace) {
-            company.fate = Fate::replaced;
+        if (known_ != KnownCompany::keepBoth) {
             request.id = key.id;
-            request.expectedRevision = loaded.value().revision;
+            replace(pending, request, loaded.value(), record);
+            return;
         }
     }
+    pending.request = std::move(request);
+}
+
+void FolderImporter::replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored,
+                             const std::shared_ptr<CompanyRecord>& record) {
+    ImportedCompany& company = pending.company;
+    if (isLocked(*stored.record)) {
+        company.fate = Fate::left;
+        company.errors.emplace_back("its data are locked in the database");
+        return;
+    }
+    if (known_ == KnownCompany::replace) {
+        for (const std::string& kept : keepTyped(*stored.record, stored.origins, *record))
+            company.notes.push_back("what was typed stays: " + kept);
+        if (sameAs(*stored.record, *record)) {
+            company.fate = Fate::unchanged;
+            return;
+        }
+    }
+    company.fate = Fate::replaced;
+    request.expectedRevision = stored.revision;
     pending.request = std::move(request);
 }
 

@@ -16,7 +16,12 @@
 namespace vkr {
 
 // What becomes of a company that the database has already.
-enum class KnownCompany { leave, replace, keepBoth };
+enum class KnownCompany {
+    leave,
+    replace, // but for what was typed, and for a company that is locked
+    replaceTyped,
+    keepBoth,
+};
 
 enum class Fate {
     added,
@@ -59,7 +64,9 @@ class FolderImporter {
         std::optional<SaveRequest> request;
     };
     [[nodiscard]] Pending read(const std::string& prefix);
-    void choose(Pending& pending, std::shared_ptr<const CompanyRecord> record);
+    void choose(Pending& pending, std::shared_ptr<CompanyRecord> record);
+    void replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored,
+                 const std::shared_ptr<CompanyRecord>& record);
     bool save(std::vector<Pending>& batch);
 
     CompanyStore& store_;

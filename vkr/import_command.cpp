@@ -12,8 +12,11 @@ namespace {
 constexpr std::string_view fateNames[] = {"added", "replaced", "unchanged", "left", "failed"};
 
 KnownCompany knownIn(const CommandLine& line) {
-    if (line.has(Option::replace) && line.has(Option::keepBoth))
+    const bool isReplacing = line.has(Option::replace) || line.has(Option::replaceTyped);
+    if (isReplacing && line.has(Option::keepBoth))
         throw CommandFailure(ExitCode::usage, "--replace and --keep-both rule each other out.");
+    if (line.has(Option::replaceTyped))
+        return KnownCompany::replaceTyped;
     if (line.has(Option::replace))
         return KnownCompany::replace;
     return line.has(Option::keepBoth) ? KnownCompany::keepBoth : KnownCompany::leave;
@@ -53,8 +56,8 @@ class ImportReport {
         call_.terminal.say((words.empty() ? "Nothing was imported" : words) + ".");
         if (notes_ > 0 && !call_.line.has(Option::verbose))
             call_.terminal.say(std::to_string(notes_) +
-                               " entries and tables were left out or are not there; --verbose "
-                               "lists them.");
+                               " entries and tables were left out, kept or are not there; "
+                               "--verbose lists them.");
         if (seen < total)
             call_.terminal.say(std::string(isStopped ? "Stopped: " : "Given up: ") +
                                std::to_string(total - seen) + " companies were not looked at.");

@@ -2,6 +2,7 @@
 #include "vkr/program.hpp"
 
 #include "vkr/commands.hpp"
+#include "vkr/completion.hpp"
 
 #include <QCoreApplication>
 
@@ -16,6 +17,17 @@ Format formatOf(const CommandLine& line) {
     if (!named)
         return Format::text;
     return *named == "json" ? Format::json : Format::tsv;
+}
+
+// For the completion of shells, which hand over the line as far as it is typed.
+constexpr std::string_view completing = "__complete";
+
+ExitCode complete(const std::vector<std::string>& words) {
+    Output output(Format::text);
+    for (const std::string& word : completions(commandTable(), {words.begin() + 1, words.end()}))
+        output.write(word + "\n");
+    output.finish();
+    return ExitCode::done;
 }
 
 ExitCode run(const CommandLine& line, Terminal& terminal) {
@@ -44,7 +56,9 @@ int runProgram(const std::vector<std::string>& words) {
     Terminal terminal;
     ExitCode code = ExitCode::input;
     try {
-        code = run(parseCommandLine(commandTable(), words), terminal);
+        code = !words.empty() && words.front() == completing
+                   ? complete(words)
+                   : run(parseCommandLine(commandTable(), words), terminal);
     } catch (const CommandFailure& failure) {
         terminal.say("vkr: " + std::string(failure.what()));
         code = failure.code();

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_tables.hpp"
+#include "sheet/finding_notes.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/database.hpp"
+#include "vkr/sheet_file.hpp"
 
 namespace vkr {
 
@@ -51,6 +53,13 @@ ExitCode showCompany(const Call& call) {
     const auto store = openDatabase(call);
     const CompanySummary company = findCompany(*store, call.line.arguments.front());
     const LoadedCompany loaded = load(call, *store, company);
+    const ExitCode code =
+        loaded.unreadable.empty() && !loaded.damage ? ExitCode::done : ExitCode::findings;
+    if (const auto file = call.line.value(Option::pdf)) {
+        writePdf(call, {{loaded.record, findingNotes(*loaded.record)}},
+                 titleOf(company.name, company.symbol), *file);
+        return code;
+    }
     const bool isYearly = call.line.has(Option::yearly);
     const bool isQuarterly = call.line.has(Option::quarterly);
     if (!isYearly && !isQuarterly)
@@ -59,7 +68,7 @@ ExitCode showCompany(const Call& call) {
         writeFigures(*loaded.record, DatumPeriod::year, "yearly", call.output);
     if (isQuarterly)
         writeFigures(*loaded.record, DatumPeriod::quarter, "quarterly", call.output);
-    return loaded.unreadable.empty() ? ExitCode::done : ExitCode::findings;
+    return code;
 }
 
 } // namespace vkr

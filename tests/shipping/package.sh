@@ -49,6 +49,11 @@ if [[ -n $libraries ]]; then
     needs libvkr-data-entry1 libc6 libstdc++6
     needs libvkr-company1 libvkr-data-entry1 libqt6core6 libqt6sql6 libqt6sql6-sqlite
     needs libvkr-desktop1 libvkr-data-entry1 libqt6widgets6
+    needs vkr-data-entry-tools libvkr-data-entry1 libvkr-company1 libqt6gui6
+    if dpkg-deb -f "$work"/vkr-data-entry-tools_*.deb Depends | grep -F libqt6widgets6; then
+        echo "The command line depends on widgets"
+        exit 1
+    fi
     needs vkr-data-entry-dev libvkr-data-entry1 libvkr-company1 libvkr-desktop1
 fi
 # What it can do without comes along where people leave that to their system.
@@ -67,26 +72,28 @@ done
 
 # The program finds our libraries where the packages have them, and no others; so does the tour.
 program=$work/tree/usr/bin/vkr-host
+command=$work/tree/usr/bin/vkr
 tour=$build/bin/vkr-tour
 export LD_LIBRARY_PATH=$libraries
-for file in "$program" "$tour"; do
+for file in "$program" "$command" "$tour"; do
     linked=$(ldd "$file")
     if grep -F "not found" <<<"$linked" || grep -F libvkr_ <<<"$linked" | grep -vF "$work/tree/"; then
         exit 1
     fi
 done
 "$(dirname "${BASH_SOURCE[0]}")/start.sh" "$program"
+"$(dirname "${BASH_SOURCE[0]}")/command_line.sh" "$work/tree/usr/share" "$command" || (($? == 77))
 HOME=$work XDG_RUNTIME_DIR=$work XDG_DATA_HOME=$work \
     "$tour" "$work/tour" "$work/tree/usr/share/vkr-data-entry/samples"
 [[ -s $work/tour/list.png && -s $work/tour/transcript.txt ]]
 [[ $kind == release ]] || exit 0
 
 # Position-independent, no writable tables of addresses, guarded stacks, checked copies.
-for file in "$program" "$libraries"/libvkr_*.so.?; do
+for file in "$program" "$command" "$libraries"/libvkr_*.so.?; do
     about=$(readelf -hlsdW "$file")
     for mark in ' DYN ' GNU_RELRO 'BIND_NOW\|FLAGS_1.* NOW' __stack_chk_fail '_chk@'; do
         # Some of our libraries copy nothing that could be checked.
-        [[ $mark == _chk@ && $file != "$program" ]] && continue
+        [[ $mark == _chk@ && $file != "$work"/tree/usr/bin/* ]] && continue
         grep -q "$mark" <<<"$about" || { echo "$file lacks $mark"; exit 1; }
     done
     if grep -aF "$build" "$file" >/dev/null || grep -aF "$(dirname "$(dirname "$build")")/" "$file" >/dev/null; then

@@ -36,7 +36,7 @@ TEST_F(ImportCommand, TheSamplesComeInWholeAndASecondTimeChangeNothing) {
 
 TEST_F(ImportCommand, WhatHasNoPlaceIsCountedAndListedOnRequest) {
     const auto counted = run({"import", samples(), "--create"});
-    EXPECT_TRUE(contains(counted.err, "41 entries and tables were left out or are not there"))
+    EXPECT_TRUE(contains(counted.err, "41 entries and tables were left out, kept or are not there"))
         << counted.err;
     const auto listed = run({"import", samples(), "--verbose"});
     EXPECT_EQ(std::ranges::count(listed.err, '\n'), 41 + 1);
@@ -79,6 +79,61 @@ TEST_F(ImportCommand, WhatIsThereWithOtherDataStaysUnlessItIsToBeReplaced) {
     EXPECT_EQ(run({"import", "in", "--keep-both"}).code, 0);
     EXPECT_EQ(store()->list().value().size(), 2U);
     EXPECT_EQ(run({"import", "in", "--keep-both", "--replace"}).code, 2);
+}
+
+TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
+    importSamples();
+    {
+        const auto database = store();
+        const auto record = database->load(1).value().record->clone();
+        Variant revenue = record->get_YRevenueSeries();
+        revenue.array().setNumber(2, 999);
+        record->put_YRevenueSeries(revenue);
+        record->put_Notes("mine");
+        ASSERT_TRUE(database->save(1, *record, 1));
+    }
+    // The import has moved on by a year, and mended another figure.
+    for (const char* part : {"company", "quarterly"})
+        ASSERT_TRUE(QFile::copy(samples() + "/AAPL-" + part + ".csv",
+                                path(QString("in/AAPL-") + part + ".csv")));
+    QFile yearly(samples() + "/AAPL-yearly.csv");
+    ASSERT_TRUE(yearly.open(QIODevice::ReadOnly));
+    QByteArray text = yearly.readAll().replace("383285", "383286");
+    text.insert(text.indexOf('\n') + 1, "2026,2026-09-26,500000,,,,,,,,,,\n");
+    write("in/AAPL-yearly.csv", text);
+
+    const auto replaced = run({"import", "in", "--replace", "--verbose"});
+    EXPECT_EQ(replaced.code, 0) << replaced.err;
+    EXPECT_TRUE(contains(replaced.err, "what was typed stays: YRevenueSeries 2024: 999, not "
+                                       "391035"))
+        << replaced.err;
+    auto record = store()->load(1).value().record;
+    EXPECT_EQ(record->get_LastFY(), 2026);
+    EXPECT_EQ(record->get_YRevenueSeries().array().number(1), 500000);
+    EXPECT_EQ(record->get_YRevenueSeries().array().number(3), 999);
+    EXPECT_EQ(record->get_YRevenueSeries().array().number(4), 383286);
+    EXPECT_EQ(record->get_Notes(), "mine");
+
+    EXPECT_EQ(run({"import", "in", "--replace-typed"}).code, 0);
+    record = store()->load(1).value().record;
+    EXPECT_EQ(record->get_YRevenueSeries().array().number(3), 391035);
+    EXPECT_EQ(record->get_Notes(), "");
+}
+
+TEST_F(ImportCommand, ALockedCompanyIsLeftAsItIs) {
+    writeCompany("X", "Old");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    {
+        const auto database = store();
+        const auto record = database->load(1).value().record->clone();
+        record->get_Settings()->put(setting::lockBasicInfo, true);
+        ASSERT_TRUE(database->save(1, *record, 1));
+    }
+    writeCompany("X", "New");
+    const auto left = run({"import", "in", "--replace-typed"});
+    EXPECT_EQ(left.code, 5);
+    EXPECT_TRUE(contains(left.err, "X: its data are locked in the database")) << left.err;
+    EXPECT_EQ(store()->list().value().front().name, "Old");
 }
 
 TEST_F(ImportCommand, TwoOfOneFolderAreNotTakenForOne) {

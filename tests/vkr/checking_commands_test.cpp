@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+// What is compared and looked at: facts, check, and the data sheet.
+#include "tests/vkr/program_run.hpp"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+#include <algorithm>
+
+namespace vkr::test {
+namespace {
+
+class CheckingCommands : public ProgramTest {
+  protected:
+    void SetUp() override { importSamples(); }
+
+    static QString facts(const char* symbol) {
+        return QStringLiteral(VKR_SOURCE_DIR "/tests/filings/%1-facts.json").arg(symbol);
+    }
+    static std::ptrdiff_t lines(const std::string& text) { return std::ranges::count(text, '\n'); }
+    // Leaves a figure out.
+    void emptyRevenue(int element) {
+        const auto database = store();
+        auto loaded = database->load(1);
+        auto record = loaded.value().record;
+        Variant series = record->get_YRevenueSeries();
+        series.array().setNumber(element, 0);
+        record->put_YRevenueSeries(series);
+        ASSERT_TRUE(database->save(1, *record, loaded.value().revision));
+    }
+};
+
+TEST_F(CheckingCommands, FactsAreComparedAndNothingIsChanged) {
+    emptyRevenue(2);
+    const QByteArray before = bytes("companies.vkr");
+    const auto review = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--format", "tsv"});
+    EXPECT_EQ(review.code, 1) << review.err;
+    EXPECT_TRUE(contains(review.out, "\nRevenue\t2024\t\t391035\t\t")) << review.out;
+    EXPECT_EQ(bytes("companies.vkr"), before);
+    const auto all =
+        run({"facts", facts("AAPL"), "--symbol", "AAPL", "--format", "tsv", "--verbose"});
+    EXPECT_GT(lines(all.out), lines(review.out) + 200);
+}
+
+TEST_F(CheckingCommands, FactsThatAreNewAreTakenOver) {
+    emptyRevenue(2);
+    const QByteArray before = bytes("companies.vkr");
+    const QStringList accept = {"facts", facts("AAPL"), "--symbol", "AAPL", "--accept", "new"};
+    const auto dry = run(accept + QStringList("--dry-run"));
+    EXPECT_EQ(bytes("companies.vkr"), before);
+    EXPECT_TRUE(contains(dry.err, "This was a dry run")) << dry.err;
+    const auto done = run(accept);
+    EXPECT_EQ(done.out, dry.out);
+    EXPECT_TRUE(contains(done.err, ": done.")) << done.err;
+    EXPECT_EQ(store()->load(1).value().record->get_YRevenueSeries().array().number(2), 391035);
+    EXPECT_EQ(store()->load(1).value().revision, 3);
+    const auto told = run({"history", "AAPL", "--origin", "imported", "--figure", "YRevenueSeries",
+                           "--period", "2024", "--format", "tsv"});
+    EXPECT_EQ(told.code, 0) << told.err;
+    EXPECT_TRUE(contains(told.out, "\tYRevenueSeries\t2024\t\t391035\timported\t0000320193-"))
+        << told.out;
+    const auto again = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--accept", "all"});
+    EXPECT_EQ(again.code, 0) << again.err;
+    const auto same = run({"facts", facts("AAPL"), "--symbol", "AAPL"});
+    EXPECT_EQ(same.code, 0) << same.out;
+}
+
+TEST_F(CheckingCommands, FactsOfAnotherCompanyAreRefused) {
+    const auto other = run({"facts", facts("AAPL"), "--symbol", "NVDA", "--accept", "all"});
+    EXPECT_EQ(other.code, 3);
+    EXPECT_TRUE(contains(other.err, "Nothing was changed.")) << other.err;
+    EXPECT_EQ(other.out, "");
+    EXPECT_EQ(store()->load(2).value().revision, 1);
+}
+
+TEST_F(CheckingCommands, ADocumentThatIsNoneIsRefused) {
+    write("cut.json", "{\"cik\": 320193, \"entityName\": \"Apple Inc.\", \"facts\": {");
+    for (const QString& file : {QString("cut.json"), QString("none.json"), QString("in")}) {
+        const auto refused = run({"facts", file, "--symbol", "AAPL"});
+        EXPECT_EQ(refused.code, 3);
+        EXPECT_TRUE(refused.err.starts_with("vkr: ")) << refused.err;
+    }
+    EXPECT_EQ(run({"facts", "cut.json"}).code, 2);
+    EXPECT_EQ(run({"facts", "cut.json", "--symbol", "AAPL", "--accept", "some"}).code, 2);
+}
+
+TEST_F(CheckingCommands, WhatIsOddIsListedAndCounts) {
+    const auto nothing = run({"check", "AAPL"});
+    EXPECT_EQ(nothing.code, nothing.out.find('\n') + 1 == nothing.out.size() ? 0 : 1);
+    const auto database = store();
+    auto loaded = database->load(1);
+    auto record = loaded.value().record;
+    Variant series = record->get_YHighSeries();
+    series.array().setNumber(3, 1);
+    record->put_YHighSeries(series);
+    ASSERT_TRUE(database->save(1, *record, 1));
+    const auto found = run({"check", "AAPL", "--format", "tsv"});
+    EXPECT_EQ(found.code, 1);
+    EXPECT_TRUE(contains(found.out, "\nAAPL\tsure\t")) << found.out;
+    EXPECT_TRUE(contains(found.out, "The high price of fiscal year 2023, 1, is below the low"))
+        << found.out;
+    const auto all = run({"check", "--format", "tsv"});
+    EXPECT_TRUE(contains(all.err, " to look at in 4 companies.")) << all.err;
+    EXPECT_TRUE(contains(all.out, "\nTSLA\t")) << all.out;
+}
+
+TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
+    emptyRevenue(2);
+    const auto all = run({"history", "AAPL", "--format", "tsv"});
+    EXPECT_EQ(all.code, 0) << all.err;
+    EXPECT_TRUE(all.out.starts_with("revision\ttime\tuser\taction\tfigure\tperiod\tbefore\tafter"
+                                    "\torigin\tdocument\n2\t"))
+        << all.out;
+    EXPECT_TRUE(contains(all.out, "\tYRevenueSeries\t2024\t391035\t\ttyped\t\n")) << all.out;
+    EXPECT_TRUE(contains(all.out, "\tImport of AAPL\tName\t\t\tApple Inc.\timported\t"
+                                  "AAPL-company.csv\n"))
+        << all.out;
+    EXPECT_EQ(lines(run({"history", "AAPL", "--origin", "typed"}).out), 2);
+    EXPECT_EQ(run({"history", "AAPL", "--origin", "guessed"}).code, 2);
+}
+
+TEST_F(CheckingCommands, FactsLeaveALockedCompanyAlone) {
+    emptyRevenue(2);
+    {
+        const auto database = store();
+        const auto loaded = database->load(1);
+        const auto record = loaded.value().record->clone();
+        record->get_Settings()->put(setting::lockBasicInfo, true);
+        ASSERT_TRUE(database->save(1, *record, loaded.value().revision));
+    }
+    const auto refused = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--accept", "new"});
+    EXPECT_EQ(refused.code, 4);
+    EXPECT_TRUE(contains(refused.err, "are locked; nothing was changed.")) << refused.err;
+}
+
+TEST_F(CheckingCommands, WhatIsNotStoredAsItWasSavedIsFound) {
+    {
+        auto database = QSqlDatabase::addDatabase("QSQLITE", "other");
+        database.setDatabaseName(path("companies.vkr"));
+        ASSERT_TRUE(database.open());
+        QSqlQuery query(database);
+        ASSERT_TRUE(query.exec("UPDATE series SET value = value + 1 WHERE company_id = 1 AND "
+                               "series = 'YEPSSeries' AND element = 2"));
+    }
+    QSqlDatabase::removeDatabase("other");
+    const auto found = run({"check", "AAPL", "--format", "tsv"});
+    EXPECT_EQ(found.code, 1);
+    EXPECT_TRUE(contains(found.out, "\nAAPL\tsure\tchecksum\t")) << found.out;
+    EXPECT_EQ(run({"show", "AAPL"}).code, 1);
+}
+
+TEST_F(CheckingCommands, ADataSheetIsWrittenWithoutADisplay) {
+    const auto done = run({"show", "AAPL", "--pdf", "a.pdf", "--paper", "letter"});
+    EXPECT_EQ(done.code, 0) << done.err;
+    EXPECT_EQ(done.out + done.err, "");
+    EXPECT_TRUE(bytes("a.pdf").startsWith("%PDF-"));
+    EXPECT_EQ(bytes("a.pdf").count("/Type /Page\n"), 2);
+    EXPECT_TRUE(bytes("a.pdf").contains("/MediaBox [0 0 612.000000 792.000000]"));
+    EXPECT_EQ(run({"show", "AAPL", "--pdf=a4.pdf", "--paper=a4"}).code, 0);
+    EXPECT_TRUE(bytes("a4.pdf").contains("/MediaBox [0 0 595.000000 842.000000]"));
+    EXPECT_EQ(run({"show", "AAPL", "--pdf", "no/where.pdf"}).code, 4);
+    EXPECT_EQ(run({"show", "AAPL", "--paper", "a5", "--pdf", "x.pdf"}).code, 2);
+}
+
+} // namespace
+} // namespace vkr::test

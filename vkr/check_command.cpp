@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "plausibility/company_findings.hpp"
+#include "vkr/commands.hpp"
+#include "vkr/database.hpp"
+#include "vkr/today.hpp"
+
+namespace vkr {
+
+namespace {
+
+std::string_view nameOf(Sureness sureness) {
+    switch (sureness) {
+    case Sureness::hint:
+        return "hint";
+    case Sureness::likely:
+        return "likely";
+    case Sureness::sure:
+        break;
+    }
+    return "sure";
+}
+
+// What is odd about companies, a row for each, as it is found.
+class CheckReport {
+  public:
+    explicit CheckReport(const Call& call) : call_(call) {
+        call_.output.begin({{"symbol", false, 8},
+                            {"sureness", false, 8},
+                            {"rule", false, 18},
+                            {"finding"},
+                            {"id"}},
+                           {}, true);
+    }
+
+    void add(CompanyStore& store, const CompanySummary& company) {
+        const auto loaded = store.load(company.key.id);
+        if (!loaded) {
+            // One that is gone meanwhile is no finding; all else concerns the whole database.
+            if (loaded.error().fault != StoreFault::conflict &&
+                loaded.error().fault != StoreFault::corrupt)
+                fail(loaded.error());
+            row(company, Sureness::sure, "stored", loaded.error().message);
+            return;
+        }
+        const auto damage = valueOf(store.check(company.key.id));
+        if (damage)
+            row(company, Sureness::sure, "checksum", damage->message);
+        for (const std::string& datum : loaded.value().unreadable)
+            row(company, Sureness::sure, "stored",
+                "What is stored of " + datum + " can't be read.");
+        for (const Finding& finding : companyFindings(*loaded.value().record, options_))
+            row(company, finding.sureness, finding.rule, finding.text);
+    }
+
+    [[nodiscard]] std::size_t found() const { return found_; }
+
+  private:
+    void row(const CompanySummary& company, Sureness sureness, std::string_view rule,
+             const std::string& text) {
+        ++found_;
+        call_.output.row({company.symbol, std::string(nameOf(sureness)), std::string(rule), text,
+                          std::to_string(company.key.id)});
+    }
+
+    const Call& call_;
+    FindingOptions options_{{}, today()};
+    std::size_t found_ = 0;
+};
+
+} // namespace
+
+ExitCode checkCompanies(const Call& call) {
+    const auto store = openDatabase(call);
+    CommandLine line = call.line;
+    if (line.arguments.empty())
+        line.options.emplace(Option::all, "");
+    const auto companies =
+        chosenCompanies({line, call.output, call.terminal}, *store, line.arguments);
+    CheckReport report(call);
+    std::size_t done = 0;
+    for (const CompanySummary& company : companies) {
+        if (Terminal::isToStop())
+            break;
+        call.terminal.progress(done++, companies.size(), company.symbol);
+        report.add(*store, company);
+    }
+    call.output.end();
+    call.terminal.say(std::to_string(report.found()) + " to look at in " + std::to_string(done) +
+                      (done == 1 ? " company." : " companies."));
+    if (Terminal::isToStop())
+        return ExitCode::stopped;
+    return report.found() == 0 ? ExitCode::done : ExitCode::findings;
+}
+
+} // namespace vkr

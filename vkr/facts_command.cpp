@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "company/typed_figures.hpp"
+#include "filings/filings_review.hpp"
+#include "filings/review_table.hpp"
+#include "vkr/commands.hpp"
+#include "vkr/database.hpp"
+
+#include <algorithm>
+#include <chrono>
+
+namespace vkr {
+
+namespace {
+
+// The figures that differ or are new; all of them with --verbose.
+void writeReview(const Call& call, const FilingsReview& review) {
+    std::vector<Column> columns;
+    for (const ReviewColumn& column : reviewColumns())
+        columns.push_back({column.key, column.number != nullptr});
+    call.output.begin(std::move(columns));
+    for (const ReviewRow& row : review.rows) {
+        if (row.state == ReviewState::same && !call.line.has(Option::verbose))
+            continue;
+        std::vector<std::string> cells;
+        for (const ReviewColumn& column : reviewColumns())
+            cells.push_back(reviewCell(row, column));
+        call.output.row(std::move(cells));
+    }
+    call.output.end();
+}
+
+std::string counted(std::ptrdiff_t count, const std::string& what) {
+    return std::to_string(count) + " " + what;
+}
+
+// What is left to look at.
+std::ptrdiff_t tellCounts(const Call& call, const FilingsReview& review) {
+    const auto count = [&](ReviewState state) {
+        return std::ranges::count(review.rows, state, &ReviewRow::state);
+    };
+    const auto fresh = count(ReviewState::fresh);
+    const auto differing = count(ReviewState::differs);
+    call.terminal.say(counted(fresh, "new, ") + counted(differing, "different, ") +
+                      counted(count(ReviewState::same), "as they are stored."));
+    for (const std::string& note : review.notes)
+        call.terminal.say(printable(note));
+    return fresh + differing;
+}
+
+// Each figure with the filing that it is from. Where periods are added the figures that only move
+// are found out by the store, and nothing else can be told apart from them.
+SaveAccount accountOf(const FilingsReview& review) {
+    SaveAccount account;
+    account.rest = {Origin::imported, importName(review.ticked()), {}};
+    if (review.years.added + review.quarters.added > 0)
+        return account;
+    ChangeGroup group;
+    group.name = account.rest.name;
+    group.at = std::chrono::system_clock::now();
+    for (const ReviewRow& row : review.rows)
+        if (row.ticked)
+            group.changes.push_back({{row.figure.datum, row.element, row.stored, row.figure.value},
+                                     {},
+                                     Origin::imported,
+                                     row.figure.source.accession});
+    account.groups.push_back(std::move(group));
+    return account;
+}
+
+void takeOver(const Call& call, CompanyStore& store, const CompanySummary& company,
+              const LoadedCompany& loaded, const FilingsReview& review) {
+    if (isLocked(*loaded.record))
+        throw CommandFailure(ExitCode::refused,
+                             "The data of " + printable(titleOf(company.name, company.symbol)) +
+                                 " are locked; nothing was changed.");
+    const auto record = loaded.record->clone();
+    if (const auto refusal = importFilings(record, review))
+        throw CommandFailure(ExitCode::refused, printable(*refusal));
+    valueOf(store.save(company.key.id, *record, loaded.revision, accountOf(review)));
+    call.terminal.say(importName(review.ticked()) + ": done.");
+}
+
+} // namespace
+
+ExitCode importFacts(const Call& call) {
+    const auto symbol = call.line.value(Option::symbol);
+    if (!symbol)
+        throw CommandFailure(ExitCode::usage, "Name the company with --symbol SYMBOL.");
+    const auto store = openDatabase(call);
+    const CompanySummary company = findCompany(*store, *symbol);
+    const LoadedCompany loaded = load(call, *store, company);
+    FilingsReview review = reviewFilingsFile(call.line.arguments.front(), *loaded.record,
+                                             {[&](Datum datum, std::optional<int> element) {
+                                                 return loaded.origins.of(datum, element).origin;
+                                             }});
+    if (!review.refusal.empty())
+        throw CommandFailure(ExitCode::input, printable(review.refusal));
+    if (review.match != CompanyMatch::same && !call.line.has(Option::sameCompany))
+        throw CommandFailure(ExitCode::input, printable(review.question) +
+                                                  "\nNothing was changed. With "
+                                                  "--same-company it is taken as it is.");
+
+    const auto accepted = call.line.value(Option::accept);
+    tick(review, !accepted            ? ReviewTicks::none
+                 : *accepted == "all" ? ReviewTicks::all
+                                      : ReviewTicks::fresh);
+    writeReview(call, review);
+    const auto open = tellCounts(call, review);
+    const int ticked = review.ticked();
+    if (ticked > 0)
+        takeOver(call, *store, company, loaded, review);
+    if (call.line.has(Option::dryRun))
+        call.terminal.say("This was a dry run: the database is as it was.");
+    return open > ticked ? ExitCode::findings : ExitCode::done;
+}
+
+} // namespace vkr
