@@ -318,7 +318,8 @@ void Workspace::saveSheets(const QList<qint64>& ids, const QString& file, Paper 
 }
 
 void Workspace::saveWindowSheet(CompanyWindow& window, const QString& file, Paper paper) {
-    SheetPrinting(&window).savePdf(sheet(window), titleOf(window), file, paper);
+    const auto companies = sheet(window); // its title is that of the field left by this
+    SheetPrinting(&window).savePdf(companies, titleOf(window), file, paper);
 }
 
 // --- help ------------------------------------------------------------------------------------
