@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "automation/company_object.hpp"
+
+#include "automation/foreign_company.hpp"
+#include "automation/late_bound.hpp"
+#include "automation/texts.hpp"
+#include "automation/type_library.hpp"
+#include "automation/variants.hpp"
+#include "company/company_base.hpp"
+#include "company/company_csv.hpp"
+#include "record/datum_changes.hpp"
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vkr::automation {
+
+// By which the library knows its own records again. No proxy has it.
+struct InsideRecord : IUnknown {
+    virtual const std::shared_ptr<vkr::iVKR_Company>& inside() const = 0;
+};
+
+} // namespace vkr::automation
+
+__CRT_UUID_DECL(vkr::automation::InsideRecord, 0x4c9c9d97, 0x6c91, 0x4bdd, 0xa0, 0xb5, 0x5c, 0xe2,
+                0x6e, 0xaa, 0x65, 0x9b)
+
+namespace vkr::automation {
+
+namespace {
+
+// What a datum is outside, and how it comes in and goes out.
+template <typename Kind>
+struct Outside;
+template <>
+struct Outside<datum_kind::Text> {
+    using Type = BSTR;
+    static std::string in(BSTR value) { return textOf(value); }
+    static BSTR out(const std::string& value) { return newBstr(value); }
+};
+template <>
+struct Outside<datum_kind::Number> {
+    using Type = double;
+    static double in(double value) { return value; }
+    static double out(double value) { return value; }
+};
+template <>
+struct Outside<datum_kind::Year> {
+    using Type = SHORT;
+    static std::int16_t in(SHORT value) { return value; }
+    static SHORT out(std::int16_t value) { return value; }
+};
+template <>
+struct Outside<datum_kind::Day> {
+    using Type = DATE;
+    static Date in(DATE value) { return Date{value}; }
+    static DATE out(Date value) { return value.serial; }
+};
+template <>
+struct Outside<datum_kind::Series> {
+    using Type = VARIANT;
+    static Variant in(const VARIANT& value) { return seriesIn(value); }
+    static VARIANT out(const Variant& value) { return newVariant(value); }
+};
+template <>
+struct Outside<datum_kind::Yearly> : Outside<datum_kind::Series> {};
+template <>
+struct Outside<datum_kind::Quarterly> : Outside<datum_kind::Series> {};
+
+std::filesystem::path pathOf(BSTR text) {
+    if (text == nullptr || SysStringLen(text) == 0)
+        throw ComError(E_INVALIDARG, "There is no folder of no name.");
+    return {std::wstring(text, SysStringLen(text))};
+}
+
+std::string lines(const std::vector<CsvProblem>& problems) {
+    std::string all;
+    for (const CsvProblem& one : problems)
+        all += (all.empty() ? "" : "\n") + describe(one);
+    return all;
+}
+
+class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, InsideRecord> {
+  public:
+    explicit CompanyObject(std::shared_ptr<vkr::iVKR_Company> record)
+        : record_(std::move(record)) {}
+
+    const std::shared_ptr<vkr::iVKR_Company>& inside() const override { return record_; }
+
+#define VKR_AUTOMATED(kind, name, unit, key, place)                                                \
+    HRESULT STDMETHODCALLTYPE get_##name(Outside<datum_kind::kind>::Type* value) override {        \
+        return reading(value,                                                                      \
+                       [&] { return Outside<datum_kind::kind>::out(record_->get_##name()); });     \
+    }                                                                                              \
+    HRESULT STDMETHODCALLTYPE put_##name(Outside<datum_kind::kind>::Type value) override {         \
+        return entered([&] { record_->put_##name(Outside<datum_kind::kind>::in(value)); });        \
+    }
+    VKR_DATA(VKR_AUTOMATED)
+#undef VKR_AUTOMATED
+
+#define VKR_AUTOMATED_READ(name)                                                                   \
+    HRESULT STDMETHODCALLTYPE get_##name(VARIANT* value) override {                                \
+        return reading(value, [&] { return newVariant(record_->get_##name()); });                  \
+    }
+    VKR_AUTOMATED_READ(YearShiftFirst)
+    VKR_AUTOMATED_READ(YearShiftLast)
+    VKR_AUTOMATED_READ(YearShiftCount)
+    VKR_AUTOMATED_READ(ReportingPeriodEnd)
+    VKR_AUTOMATED_READ(YearShiftPrices)
+    VKR_AUTOMATED_READ(YearShiftEarnings)
+    VKR_AUTOMATED_READ(YearShiftDividends)
+    VKR_AUTOMATED_READ(YearShiftShares)
+    VKR_AUTOMATED_READ(SettingsApply)
+#undef VKR_AUTOMATED_READ
+
+#define VKR_AUTOMATED_CALL(name)                                                                   \
+    HRESULT STDMETHODCALLTYPE name(SHORT value, VARIANT* result) override {                        \
+        return reading(result, [&] { return newVariant(record_->name(value)); });                  \
+    }
+    VKR_AUTOMATED_CALL(BeginYearShift)
+    VKR_AUTOMATED_CALL(YearShiftState)
+    VKR_AUTOMATED_CALL(EndYearShift)
+    VKR_AUTOMATED_CALL(YearShiftUnit)
+#undef VKR_AUTOMATED_CALL
+
+    HRESULT STDMETHODCALLTYPE put_QuarterlyFlag(VARIANT value) override {
+        return entered([&] { record_->put_QuarterlyFlag(fromVariant(value)); });
+    }
+    HRESULT STDMETHODCALLTYPE get_ReportingPeriod(IDispatch** value) override {
+        return reading(value, [&] { return dispatchOf(record_->get_ReportingPeriod()).detach(); });
+    }
+    HRESULT STDMETHODCALLTYPE get_Settings(IDispatch** value) override {
+        return reading(value, [&] { return dispatchOf(record_->get_Settings()).detach(); });
+    }
+
+    // --- files -----------------------------------------------------------------------------------
+    HRESULT STDMETHODCALLTYPE ReadCsv(BSTR folder, BSTR prefix) override {
+        return entered([&] {
+            CompanyRecord& record = own();
+            const CsvImport read = importCompany(pathOf(folder), textOf(prefix));
+            if (read.company == nullptr)
+                throw ComError(E_FAIL, lines(read.errors));
+            std::vector<DatumChange> changes;
+            for (const DatumRow& row : datumTable())
+                changes.push_back({row.datum, {}, {}, read.company->stored(row.datum)});
+            if (const auto refused = applyChanges(record, changes))
+                throw ComError(E_FAIL, *refused);
+            notices_ = lines(read.notes);
+            for (const std::string_view name : settingNames())
+                record.get_Settings()->put(name, read.company->get_Settings()->get(name));
+        });
+    }
+    HRESULT STDMETHODCALLTYPE WriteCsv(BSTR folder) override {
+        return entered([&] {
+            const CsvExport written = exportCompany(own(), pathOf(folder));
+            if (!written.error.empty())
+                throw ComError(E_FAIL, written.error);
+        });
+    }
+    HRESULT STDMETHODCALLTYPE Clone(::iVKR_Company** copy) override {
+        return reading(copy,
+                       [&]() -> ::iVKR_Company* { return outsideRecord(own().clone()).detach(); });
+    }
+    HRESULT STDMETHODCALLTYPE get_Notices(VARIANT* value) override {
+        return reading(value, [&] {
+            std::vector<std::string> all;
+            for (std::size_t start = 0; start < notices_.size();) {
+                const std::size_t end = std::min(notices_.find('\n', start), notices_.size());
+                all.push_back(notices_.substr(start, end - start));
+                start = end + 1;
+            }
+            return newVariant(textArray(std::move(all)));
+        });
+    }
+
+  protected:
+    [[nodiscard]] void* find(REFIID id) override {
+        if (IsEqualIID(id, __uuidof(::iVKR_Company)))
+            return static_cast<::iVKR_Company*>(this);
+        return Dual::find(id);
+    }
+
+  private:
+    template <typename Call>
+    HRESULT entered(Call&& call) {
+        return guarded(this, __uuidof(::iVKR_Company), std::forward<Call>(call));
+    }
+    template <typename Value, typename Call>
+    HRESULT reading(Value* value, Call&& call) {
+        return entered([&] {
+            answer(value) = Value();
+            *value = call();
+        });
+    }
+    // The record where it is of this library: one of a host's has no files.
+    [[nodiscard]] CompanyRecord& own() const {
+        auto* const record = dynamic_cast<CompanyRecord*>(record_.get());
+        if (record == nullptr)
+            throw ComError(E_NOTIMPL, "The record is not of this library.");
+        return *record;
+    }
+
+    std::shared_ptr<vkr::iVKR_Company> record_;
+    std::string notices_; // a line each
+};
+
+} // namespace
+
+ComPtr<::iVKR_CompanyRecord> outsideRecord(std::shared_ptr<vkr::iVKR_Company> record) {
+    return ComPtr<::iVKR_CompanyRecord>(makeCom<CompanyObject>(std::move(record)).get());
+}
+
+ComPtr<IUnknown> newCompanyObject() {
+    return ComPtr<IUnknown>(outsideRecord(newCompanyRecord()).get());
+}
+
+std::shared_ptr<vkr::iVKR_Company> insideRecord(IUnknown* object) {
+    if (object == nullptr)
+        return nullptr;
+    if (const auto own = queryFor<InsideRecord>(object))
+        return own->inside();
+    auto dispatch = queryFor<IDispatch>(object);
+    if (!dispatch)
+        throw ComError(DISP_E_TYPEMISMATCH, "The record can't be called by name.");
+    return std::make_shared<ForeignCompany>(std::move(dispatch));
+}
+
+IDispatch* outsideOf(const vkr::iVKR_Company& record) {
+    const auto* const foreign = dynamic_cast<const ForeignCompany*>(&record);
+    return foreign == nullptr ? nullptr : foreign->dispatch();
+}
+
+} // namespace vkr::automation

@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: MIT
+// The control within a window of its container.
+#include "automation/data_entry_control.hpp"
+#include "platform/error_trap.hpp"
+
+#include <cmath>
+#include <utility>
+
+namespace vkr::automation {
+
+namespace {
+
+// KEYMOD_*, as they stand in the model's documents.
+DWORD modifiers() {
+    const auto down = [](int key) { return GetKeyState(key) < 0; };
+    return (down(VK_SHIFT) ? 1U : 0U) | (down(VK_CONTROL) ? 2U : 0U) | (down(VK_MENU) ? 4U : 0U);
+}
+
+} // namespace
+
+SIZE DataEntryControl::pixels() const {
+    const HDC screen = GetDC(nullptr);
+    const double perTwipX = GetDeviceCaps(screen, LOGPIXELSX) / 1440.0;
+    const double perTwipY = GetDeviceCaps(screen, LOGPIXELSY) / 1440.0;
+    ReleaseDC(nullptr, screen);
+    const Form& form = entry_->form();
+    return {std::lround(form.width() * perTwipX), std::lround(form.height() * perTwipY)};
+}
+
+// The component has taken another size: the container gives it the room.
+void DataEntryControl::followSize() {
+    const SIZE now = pixels();
+    if (now.cx == toldSize_.cx && now.cy == toldSize_.cy)
+        return;
+    toldSize_ = now;
+    viewChanged();
+    if (!active_ || !inPlace_ || !face_.isOpen())
+        return;
+    RECT place{};
+    GetWindowRect(face_.window(), &place);
+    MapWindowPoints(nullptr, GetParent(face_.window()), reinterpret_cast<POINT*>(&place), 2);
+    place.right = place.left + now.cx;
+    place.bottom = place.top + now.cy;
+    if (FAILED(ComPtr(inPlace_)->OnPosRectChange(&place)))
+        face_.move(place);
+}
+
+// --- states --------------------------------------------------------------------------------------
+
+// The one way to become active: each step is taken where it has not been yet.
+HRESULT DataEntryControl::activate(bool withUserInterface) {
+    if (!active_) {
+        auto place = site_.as<IOleInPlaceSite>();
+        if (!place)
+            return E_FAIL;
+        if (place->CanInPlaceActivate() != S_OK)
+            return E_FAIL;
+        HWND parent = nullptr;
+        if (const HRESULT refused = place->OnInPlaceActivate(); FAILED(refused))
+            return refused;
+        active_ = true;
+        inPlace_ = place;
+        OLEINPLACEFRAMEINFO about{};
+        about.cb = sizeof about;
+        RECT rectangle{};
+        RECT clip{};
+        ComPtr<IOleInPlaceFrame> frame;
+        ComPtr<IOleInPlaceUIWindow> document;
+        if (FAILED(place->GetWindow(&parent)) || parent == nullptr ||
+            FAILED(place->GetWindowContext(frame.receive(), document.receive(), &rectangle, &clip,
+                                           &about))) {
+            deactivate();
+            return E_FAIL;
+        }
+        frame_ = std::move(frame);
+        document_ = std::move(document);
+        if (!attempt([&] { face_.open(parent, rectangle, entry_->form()); })) {
+            deactivate();
+            return E_FAIL;
+        }
+        toldSize_ = {rectangle.right - rectangle.left, rectangle.bottom - rectangle.top};
+        if (const auto site = site_.site())
+            site->ShowObject();
+    }
+    if (withUserInterface && active_)
+        activateUserInterface();
+    return S_OK;
+}
+
+void DataEntryControl::activateUserInterface() {
+    if (userInterfaceActive_) {
+        face_.focus();
+        return;
+    }
+    const auto place = inPlace_;
+    if (FAILED(place->OnUIActivate()))
+        return;
+    userInterfaceActive_ = true;
+    face_.focus();
+    if (const auto frame = frame_) {
+        frame->SetActiveObject(this, L"VKR data entry");
+        frame->SetBorderSpace(nullptr);
+    }
+    if (const auto document = document_) {
+        document->SetActiveObject(this, L"VKR data entry");
+        document->SetBorderSpace(nullptr);
+    }
+    if (const auto site = site_.as<IOleControlSite>())
+        site->OnFocus(TRUE);
+}
+
+void DataEntryControl::deactivateUserInterface() {
+    if (!std::exchange(userInterfaceActive_, false))
+        return;
+    if (const auto frame = frame_)
+        frame->SetActiveObject(nullptr, nullptr);
+    if (const auto document = document_)
+        document->SetActiveObject(nullptr, nullptr);
+    if (const auto site = site_.as<IOleControlSite>())
+        site->OnFocus(FALSE);
+    if (const auto place = inPlace_)
+        place->OnUIDeactivate(FALSE);
+}
+
+void DataEntryControl::deactivate() {
+    deactivateUserInterface();
+    if (!std::exchange(active_, false))
+        return;
+    if (entry_ != nullptr)
+        entry_->leaveField(); // what is still being typed
+    face_.close();
+    frame_.reset();
+    document_.reset();
+    if (const auto place = std::exchange(inPlace_, {}))
+        place->OnInPlaceDeactivate();
+}
+
+HRESULT DataEntryControl::InPlaceDeactivate() {
+    return entered(IID_IOleInPlaceObject, [&] { deactivate(); });
+}
+
+HRESULT DataEntryControl::UIDeactivate() {
+    return entered(IID_IOleInPlaceObject, [&] { deactivateUserInterface(); });
+}
+
+HRESULT DataEntryControl::ReactivateAndUndo() {
+    return INPLACE_E_NOTUNDOABLE;
+}
+
+// --- window --------------------------------------------------------------------------------------
+
+HRESULT DataEntryControl::GetWindow(HWND* window) {
+    return entered(IID_IOleInPlaceObject, [&] {
+        answer(window) = face_.window();
+        return *window == nullptr ? E_FAIL : S_OK;
+    });
+}
+
+HRESULT DataEntryControl::ContextSensitiveHelp(BOOL /*enter*/) {
+    return E_NOTIMPL;
+}
+
+HRESULT DataEntryControl::SetObjectRects(LPCRECT place, LPCRECT clip) {
+    return entered(IID_IOleInPlaceObject, [&] {
+        if (place == nullptr)
+            return E_POINTER;
+        if (!face_.isOpen())
+            return S_OK;
+        face_.move(*place);
+        // Only what sticks out is cut off.
+        RECT visible{};
+        const bool cut = clip != nullptr && IntersectRect(&visible, place, clip) != FALSE &&
+                         EqualRect(&visible, place) == FALSE;
+        if (cut) {
+            OffsetRect(&visible, -place->left, -place->top);
+            SetWindowRgn(face_.window(), CreateRectRgnIndirect(&visible), TRUE);
+        } else {
+            SetWindowRgn(face_.window(), nullptr, TRUE);
+        }
+        return S_OK;
+    });
+}
+
+// --- keys ----------------------------------------------------------------------------------------
+
+HRESULT DataEntryControl::TranslateAccelerator(LPMSG message) {
+    return entered(IID_IOleInPlaceActiveObject, [&] {
+        const MSG& key = answer(message);
+        if (!face_.isOpen() || key.message < WM_KEYFIRST || key.message > WM_KEYLAST)
+            return S_FALSE;
+        const MSG* const outer = std::exchange(translated_, &key);
+        const bool used = face_.translate(key);
+        translated_ = outer;
+        return used ? S_OK : S_FALSE;
+    });
+}
+
+// Tab at the last field is the container's.
+bool DataEntryControl::tabOut(FocusDirection direction) {
+    const auto site = site_.as<IOleControlSite>();
+    if (!site)
+        return false;
+    MSG key{};
+    if (translated_ != nullptr) {
+        key = *translated_;
+    } else {
+        key.hwnd = face_.window();
+        key.message = WM_KEYDOWN;
+        key.wParam = VK_TAB;
+    }
+    const DWORD pressed =
+        direction == FocusDirection::backward ? modifiers() | 1U : modifiers() & ~1U;
+    return site->TranslateAccelerator(&key, pressed) == S_OK;
+}
+
+HRESULT DataEntryControl::OnFrameWindowActivate(BOOL /*active*/) {
+    return S_OK;
+}
+
+HRESULT DataEntryControl::OnDocWindowActivate(BOOL active) {
+    return entered(IID_IOleInPlaceActiveObject, [&] {
+        if (active != FALSE && userInterfaceActive_)
+            face_.focus();
+    });
+}
+
+HRESULT DataEntryControl::ResizeBorder(LPCRECT /*border*/, IOleInPlaceUIWindow* /*window*/,
+                                       BOOL /*frame*/) {
+    return S_OK;
+}
+
+HRESULT DataEntryControl::EnableModeless(BOOL enable) {
+    return entered(IID_IOleInPlaceActiveObject, [&] {
+        if (face_.isOpen())
+            EnableWindow(face_.window(), enable);
+    });
+}
+
+} // namespace vkr::automation

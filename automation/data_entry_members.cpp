@@ -1,0 +1,358 @@
+// SPDX-License-Identifier: MIT
+// The dual interface: each member is one of the component's, and no rule stands here.
+#include "automation/company_object.hpp"
+#include "automation/data_entry_control.hpp"
+#include "automation/member_numbers.hpp"
+#include "automation/texts.hpp"
+#include "automation/variants.hpp"
+#include "platform/error_trap.hpp"
+
+#include <utility>
+#include <vector>
+
+namespace vkr::automation {
+
+namespace {
+
+VARIANT_BOOL toBool(bool value) {
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+// Each as control, label, text and reason.
+VARIANT listOf(const std::vector<MarkedField>& fields) {
+    std::vector<Variant> all;
+    for (const MarkedField& one : fields)
+        all.emplace_back(textArray({one.control, one.label, one.text, one.reason}));
+    return newVariant(VariantArray(0, std::move(all)));
+}
+
+} // namespace
+
+// --- properties ----------------------------------------------------------------------------------
+
+HRESULT DataEntryControl::blnExistsQuarterlyData(VARIANT_BOOL* value) {
+    return reading(value, [&] { return toBool(entry_->blnExistsQuarterlyData()); });
+}
+
+HRESULT DataEntryControl::get_blnDirty(VARIANT_BOOL* value) {
+    return reading(value, [&] { return toBool(entry_->get_blnDirty()); });
+}
+HRESULT DataEntryControl::put_blnDirty(VARIANT_BOOL value) {
+    return writing([&] {
+        if (value == VARIANT_FALSE)
+            entry_->leaveField(); // what is still being typed is committed too
+        entry_->put_blnDirty(value != VARIANT_FALSE);
+    });
+}
+
+HRESULT DataEntryControl::get_UserMode(::UserModeType* value) {
+    return reading(value, [&] { return static_cast<::UserModeType>(entry_->get_UserMode()); });
+}
+HRESULT DataEntryControl::put_UserMode(::UserModeType value) {
+    return writing([&] { entry_->put_UserMode(static_cast<vkr::UserModeType>(value)); });
+}
+
+HRESULT DataEntryControl::get_ShadeColorLocked(LONG* value) {
+    return reading(value, [&] { return static_cast<LONG>(entry_->get_ShadeColorLocked()); });
+}
+HRESULT DataEntryControl::put_ShadeColorLocked(LONG value) {
+    return writing([&] { entry_->put_ShadeColorLocked(static_cast<Color>(value)); });
+}
+HRESULT DataEntryControl::get_ShadeColorYear(LONG* value) {
+    return reading(value, [&] { return static_cast<LONG>(entry_->get_ShadeColorYear()); });
+}
+HRESULT DataEntryControl::put_ShadeColorYear(LONG value) {
+    return writing([&] { entry_->put_ShadeColorYear(static_cast<Color>(value)); });
+}
+HRESULT DataEntryControl::get_ShadeColorQuarter(LONG* value) {
+    return reading(value, [&] { return static_cast<LONG>(entry_->get_ShadeColorQuarter()); });
+}
+HRESULT DataEntryControl::put_ShadeColorQuarter(LONG value) {
+    return writing([&] { entry_->put_ShadeColorQuarter(static_cast<Color>(value)); });
+}
+
+HRESULT DataEntryControl::get_VisibleQuarters(SHORT* value) {
+    return reading(value, [&] { return SHORT{entry_->get_VisibleQuarters()}; });
+}
+HRESULT DataEntryControl::put_VisibleQuarters(SHORT value) {
+    return writing([&] { entry_->put_VisibleQuarters(value); });
+}
+
+HRESULT DataEntryControl::get_ShowReportingPeriod(VARIANT_BOOL* value) {
+    return reading(value, [&] { return toBool(entry_->get_ShowReportingPeriod()); });
+}
+HRESULT DataEntryControl::put_ShowReportingPeriod(VARIANT_BOOL value) {
+    return writing([&] { entry_->put_ShowReportingPeriod(value != VARIANT_FALSE); });
+}
+HRESULT DataEntryControl::get_ShowVLs(VARIANT_BOOL* value) {
+    return reading(value, [&] { return toBool(entry_->get_ShowVLs()); });
+}
+HRESULT DataEntryControl::put_ShowVLs(VARIANT_BOOL value) {
+    return writing([&] { entry_->put_ShowVLs(value != VARIANT_FALSE); });
+}
+
+HRESULT DataEntryControl::get_CurrentTab(::TABObject* value) {
+    return reading(value, [&] { return static_cast<::TABObject>(entry_->get_CurrentTab()); });
+}
+HRESULT DataEntryControl::put_CurrentTab(::TABObject value) {
+    return writing([&] { entry_->put_CurrentTab(static_cast<vkr::TABObject>(value)); });
+}
+
+HRESULT DataEntryControl::get_PercentFormat(BSTR* value) {
+    return reading(value, [&] { return newBstr(entry_->get_PercentFormat()); });
+}
+HRESULT DataEntryControl::put_PercentFormat(BSTR value) {
+    return writing([&] { entry_->put_PercentFormat(textOf(value)); });
+}
+HRESULT DataEntryControl::get_DateFormat(BSTR* value) {
+    return reading(value, [&] { return newBstr(entry_->get_DateFormat()); });
+}
+HRESULT DataEntryControl::put_DateFormat(BSTR value) {
+    return writing([&] { entry_->put_DateFormat(textOf(value)); });
+}
+HRESULT DataEntryControl::get_NumberFormat(BSTR* value) {
+    return reading(value, [&] { return newBstr(entry_->get_NumberFormat()); });
+}
+HRESULT DataEntryControl::put_NumberFormat(BSTR value) {
+    return writing([&] { entry_->put_NumberFormat(textOf(value)); });
+}
+
+HRESULT DataEntryControl::get_FractionDisplay(VARIANT_BOOL* value) {
+    return reading(value, [&] { return toBool(entry_->get_FractionDisplay()); });
+}
+HRESULT DataEntryControl::put_FractionDisplay(VARIANT_BOOL value) {
+    return writing([&] { entry_->put_FractionDisplay(value != VARIANT_FALSE); });
+}
+
+// What is no list, or can't be read, leaves the list as it is.
+void DataEntryControl::putList(void (VKRDataEntry::*put)(const Variant&), const VARIANT& value) {
+    ifPossible([&] { (entry_.get()->*put)(fromVariant(value)); });
+}
+HRESULT DataEntryControl::put_vntSource(VARIANT value) {
+    return writing([&] { putList(&vkr::VKRDataEntry::put_vntSource, value); });
+}
+HRESULT DataEntryControl::put_vntExchange(VARIANT value) {
+    return writing([&] { putList(&vkr::VKRDataEntry::put_vntExchange, value); });
+}
+HRESULT DataEntryControl::put_vntIndustry(VARIANT value) {
+    return writing([&] { putList(&vkr::VKRDataEntry::put_vntIndustry, value); });
+}
+
+HRESULT DataEntryControl::get_BorderStyle(::BorderStyleConstants* value) {
+    return reading(value,
+                   [&] { return static_cast<::BorderStyleConstants>(entry_->get_BorderStyle()); });
+}
+HRESULT DataEntryControl::put_BorderStyle(::BorderStyleConstants value) {
+    return writing([&] {
+        if (value != ::bsNone && value != ::bsFixedSingle)
+            throw ComError(CTL_E_INVALIDPROPERTYVALUE, "BorderStyle is 0 or 1.");
+        entry_->put_BorderStyle(static_cast<vkr::BorderStyle>(value));
+        unsaved_ = true;
+    });
+}
+
+HRESULT DataEntryControl::get_Platform(::PlatformType* value) {
+    return reading(value, [&] { return static_cast<::PlatformType>(entry_->get_Platform()); });
+}
+HRESULT DataEntryControl::put_Platform(::PlatformType value) {
+    return writing([&] { entry_->put_Platform(static_cast<vkr::PlatformType>(value)); });
+}
+
+// --- the record ----------------------------------------------------------------------------------
+
+void DataEntryControl::setCompany(IUnknown* company) {
+    auto record = insideRecord(company);
+    auto outside = queryFor<IDispatch>(company);
+    entry_->put_objCompany(record);
+    inside_ = std::move(record);
+    outside_ = std::move(outside);
+}
+
+// With everything that was typed, also in the field that still has the focus.
+ComPtr<IDispatch> DataEntryControl::company() {
+    entry_->leaveField();
+    auto record = entry_->get_objCompany();
+    if (record == nullptr)
+        return {};
+    if (record != inside_ || !outside_) {
+        inside_ = record;
+        IDispatch* const foreign = outsideOf(*record);
+        outside_ = foreign != nullptr ? ComPtr<IDispatch>(foreign)
+                                      : ComPtr<IDispatch>(outsideRecord(std::move(record)).get());
+    }
+    return outside_;
+}
+
+HRESULT DataEntryControl::get_objCompany(::iVKR_Company** value) {
+    return reading(value, [&]() -> ::iVKR_Company* {
+        const auto outside = company();
+        if (!outside)
+            return nullptr;
+        if (auto record = queryFor<::iVKR_Company>(outside.get()))
+            return record.detach();
+        return outsideRecord(inside_).detach(); // one that can be called by name alone
+    });
+}
+HRESULT DataEntryControl::putref_objCompany(::iVKR_Company* value) {
+    return writing([&] { setCompany(value); });
+}
+HRESULT DataEntryControl::put_objCompany(::iVKR_Company* value) {
+    return putref_objCompany(value);
+}
+
+// --- methods -------------------------------------------------------------------------------------
+
+HRESULT DataEntryControl::SetNext() {
+    return writing([&] { entry_->SetNext(); });
+}
+HRESULT DataEntryControl::SetPrevious() {
+    return writing([&] { entry_->SetPrevious(); });
+}
+HRESULT DataEntryControl::Clear() {
+    return writing([&] { entry_->Clear(); });
+}
+HRESULT DataEntryControl::ScrollMouse(SHORT* keyCode, SHORT* shift) {
+    return writing([&] { entry_->ScrollMouse(answer(keyCode), answer(shift)); });
+}
+
+// --- besides -------------------------------------------------------------------------------------
+
+HRESULT DataEntryControl::get_DecimalMark(BSTR* value) {
+    return reading(value, [&] { return newBstr({&entry_->get_NumberMarks().decimal, 1}); });
+}
+HRESULT DataEntryControl::put_DecimalMark(BSTR value) {
+    return writing([&] {
+        const std::string text = textOf(value);
+        if (text != "." && text != ",")
+            throw ComError(CTL_E_INVALIDPROPERTYVALUE, "The decimal mark is a point or a comma.");
+        NumberMarks marks = entry_->get_NumberMarks();
+        marks.decimal = text[0];
+        ownMarks_ = true;
+        entry_->put_NumberMarks(marks);
+    });
+}
+HRESULT DataEntryControl::get_GroupingMark(BSTR* value) {
+    return reading(value, [&] { return newBstr(entry_->get_NumberMarks().grouping); });
+}
+HRESULT DataEntryControl::put_GroupingMark(BSTR value) {
+    return writing([&] {
+        NumberMarks marks = entry_->get_NumberMarks();
+        marks.grouping = textOf(value);
+        ownMarks_ = true;
+        entry_->put_NumberMarks(marks);
+    });
+}
+HRESULT DataEntryControl::get_ApplicationTitle(BSTR* value) {
+    return reading(value, [&] { return newBstr(services_.title()); });
+}
+HRESULT DataEntryControl::put_ApplicationTitle(BSTR value) {
+    return writing([&] { services_.setTitle(textOf(value)); });
+}
+HRESULT DataEntryControl::get_UnstoredFields(VARIANT* value) {
+    return reading(value, [&] { return listOf(entry_->unstoredFields()); });
+}
+HRESULT DataEntryControl::get_DoubtfulFields(VARIANT* value) {
+    return reading(value, [&] { return listOf(entry_->doubtfulFields()); });
+}
+HRESULT DataEntryControl::ShowField(BSTR control) {
+    return writing([&] { entry_->showField(textOf(control)); });
+}
+HRESULT DataEntryControl::LeaveField() {
+    return writing([&] { entry_->leaveField(); });
+}
+
+// --- late bound ----------------------------------------------------------------------------------
+
+namespace {
+
+// What an argument is, by reference or not.
+const VARIANT& meant(const VARIANT& value) {
+    return V_VT(&value) == (VT_VARIANT | VT_BYREF) && V_VARIANTREF(&value) != nullptr
+               ? *V_VARIANTREF(&value)
+               : value;
+}
+
+IUnknown* objectIn(const VARIANT& value) {
+    switch (V_VT(&value)) {
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+        return V_UNKNOWN(&value);
+    case VT_DISPATCH | VT_BYREF:
+    case VT_UNKNOWN | VT_BYREF:
+        return answer(V_UNKNOWNREF(&value));
+    default:
+        throw ComError(DISP_E_TYPEMISMATCH, "objCompany is a record, or nothing.");
+    }
+}
+
+// A 16-bit number that is passed by reference, however a script holds it; written back as it came.
+class ShortByReference {
+  public:
+    explicit ShortByReference(VARIANT& given) : place_(meantPlace(given)) {
+        OwnedVariant number;
+        check(VariantChangeType(number.receive(), &place_, 0, VT_I2));
+        value = V_I2(&number.get());
+    }
+    void writeBack() const {
+        if (V_VT(&place_) == (VT_I2 | VT_BYREF))
+            *V_I2REF(&place_) = value;
+        else if (V_VT(&place_) == VT_I2)
+            V_I2(&place_) = value;
+    }
+    SHORT value = 0;
+
+  private:
+    static VARIANT& meantPlace(VARIANT& given) {
+        return V_VT(&given) == (VT_VARIANT | VT_BYREF) && V_VARIANTREF(&given) != nullptr
+                   ? *V_VARIANTREF(&given)
+                   : given;
+    }
+    VARIANT& place_;
+};
+
+} // namespace
+
+HRESULT DataEntryControl::invoke(DISPID memberId, WORD kind, DISPPARAMS& given, VARIANT* result,
+                                 EXCEPINFO* error, UINT* wrongArgument) {
+    if (memberId == member::of(EntryProperty::objCompany))
+        return invokeCompany(kind, given, result);
+    if (memberId == member::scrollMouse && given.cArgs == 2 && (kind & DISPATCH_METHOD) != 0)
+        return invokeScroll(given);
+    return DataEntryBase::invoke(memberId, kind, given, result, error, wrongArgument);
+}
+
+// By its name a record may be any object that answers to the names of the interface: a script's own
+// class has no interface beside.
+HRESULT DataEntryControl::invokeCompany(WORD kind, DISPPARAMS& given, VARIANT* result) {
+    HRESULT done = S_OK;
+    const HRESULT called = writing([&] {
+        if ((kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
+            if (given.cArgs != 1)
+                done = DISP_E_BADPARAMCOUNT;
+            else
+                setCompany(objectIn(meant(given.rgvarg[0])));
+            return;
+        }
+        if (given.cArgs != 0) {
+            done = DISP_E_BADPARAMCOUNT;
+            return;
+        }
+        auto record = company();
+        if (result != nullptr) {
+            V_DISPATCH(result) = record.detach();
+            V_VT(result) = VT_DISPATCH;
+        }
+    });
+    return FAILED(called) ? called : done;
+}
+
+HRESULT DataEntryControl::invokeScroll(DISPPARAMS& given) {
+    ShortByReference keyCode(given.rgvarg[1]);
+    ShortByReference shift(given.rgvarg[0]);
+    const HRESULT result = ScrollMouse(&keyCode.value, &shift.value);
+    keyCode.writeBack();
+    shift.writeBack();
+    return result;
+}
+
+} // namespace vkr::automation

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "automation/late_bound.hpp"
+#include "record/data_list.hpp"
+#include "record/ivkr_company.hpp"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace vkr::automation {
+
+// A host's own record, any object that answers to the names of the interface, in this process or
+// in another. What it fails with is thrown, as is an answer of another type than the datum's: the
+// component leaves that datum out.
+class ForeignCompany final : public iVKR_Company {
+  public:
+    explicit ForeignCompany(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+
+    [[nodiscard]] IDispatch* dispatch() const { return object_.dispatch(); }
+
+#define VKR_FOREIGN(kind, name, unit, key, place)                                                  \
+    [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
+        return read(datum_kind::kind(), #name);                                                    \
+    }                                                                                              \
+    void put_##name(datum_kind::kind::Argument value) override {                                   \
+        object_.put(object_.idOf(#name), value);                                                   \
+    }
+    VKR_DATA(VKR_FOREIGN)
+#undef VKR_FOREIGN
+
+    void put_QuarterlyFlag(const Variant& value) override;
+    Variant BeginYearShift(std::int16_t value) override;
+    Variant YearShiftState(std::int16_t value) override;
+    Variant EndYearShift(std::int16_t value) override;
+    Variant YearShiftUnit(std::int16_t value) override;
+    [[nodiscard]] Variant get_YearShiftFirst() const override;
+    [[nodiscard]] Variant get_YearShiftLast() const override;
+    [[nodiscard]] std::shared_ptr<Object> get_ReportingPeriod() const override;
+    [[nodiscard]] Variant get_YearShiftCount() const override;
+    [[nodiscard]] Variant get_ReportingPeriodEnd() const override;
+    [[nodiscard]] Variant get_YearShiftPrices() const override;
+    [[nodiscard]] Variant get_YearShiftEarnings() const override;
+    [[nodiscard]] Variant get_YearShiftDividends() const override;
+    [[nodiscard]] Variant get_YearShiftShares() const override;
+    [[nodiscard]] std::shared_ptr<Object> get_Settings() const override;
+    [[nodiscard]] Variant get_SettingsApply() const override;
+
+  private:
+    [[nodiscard]] std::string read(datum_kind::Text kind, std::string_view name) const;
+    [[nodiscard]] double read(datum_kind::Number kind, std::string_view name) const;
+    [[nodiscard]] std::int16_t read(datum_kind::Year kind, std::string_view name) const;
+    [[nodiscard]] Date read(datum_kind::Day kind, std::string_view name) const;
+    [[nodiscard]] Variant read(datum_kind::Series kind, std::string_view name) const;
+    [[nodiscard]] Variant value(std::string_view name) const;
+    Variant call(std::string_view name, std::int16_t value);
+
+    LateBound object_;
+};
+
+} // namespace vkr::automation

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "automation/component_model.hpp"
+#include "platform/form.hpp"
+#include "platform/services.hpp"
+
+#include <functional>
+#include <memory>
+
+namespace vkr::automation {
+
+// While it lasts, windows are made with the visual styles that this library asks for.
+class Styled {
+  public:
+    Styled();
+    Styled(const Styled&) = delete;
+    Styled& operator=(const Styled&) = delete;
+    ~Styled();
+
+  private:
+    ULONG_PTR cookie_ = 0;
+    bool active_ = false;
+};
+
+// A form's face on the desktop: the services of the desktop, from the start, and the window of the
+// form, while it is open.
+class FormFace {
+  public:
+    FormFace();
+    ~FormFace();
+    FormFace(const FormFace&) = delete;
+    FormFace& operator=(const FormFace&) = delete;
+
+    [[nodiscard]] Services& services();
+
+    // As a child of a window of the container's; `place` in its pixels. Throws where there can't be
+    // a window.
+    void open(HWND parent, const RECT& place, Form& form);
+    void close();
+    [[nodiscard]] bool isOpen() const { return window() != nullptr; }
+    [[nodiscard]] HWND window() const; // null while closed
+    void move(const RECT& place);
+    void show(bool visible);
+    void focus();
+    // A key message: true where the form has used it.
+    bool translate(const MSG& message);
+    // As large as the window is, at the context's origin.
+    void draw(HDC context);
+    // Tab at the end of the tab order; false: the focus wraps.
+    std::function<bool(FocusDirection)> tabbedOut;
+    // The pointer was pressed in the window.
+    std::function<void()> pressed;
+
+  private:
+    class Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+} // namespace vkr::automation

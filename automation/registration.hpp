@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "automation/com.hpp"
+
+#include <span>
+
+namespace vkr::automation {
+
+// A class that can be created.
+struct CreatableClass {
+    CLSID id;
+    const wchar_t* name;           // of the class
+    const wchar_t* programmaticId; // without a version
+    int library;                   // number of its type library
+    bool control;                  // is placed in containers
+    ComPtr<IUnknown> (*create)();
+};
+[[nodiscard]] std::span<const CreatableClass> creatableClasses();
+
+// For whom a registration is.
+enum class Scope { machine, user };
+
+// Writes every key of the classes, type libraries and interfaces, or takes all of them away again;
+// each may be repeated. The error of the system where a key can't be written, with what was written
+// so far taken away again.
+[[nodiscard]] HRESULT registerAll(Scope scope);
+[[nodiscard]] HRESULT unregisterAll(Scope scope);
+
+} // namespace vkr::automation

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// What registering writes, read back; and what is left when it is taken back.
+#include "tests/automation/loaded_library.hpp"
+
+namespace vkr::automation {
+namespace {
+
+std::wstring idText(REFGUID id) {
+    wchar_t text[40] = {};
+    StringFromGUID2(id, text, 40);
+    return text;
+}
+
+struct Registration : testing::TestWithParam<const wchar_t*> {
+    LoadedLibrary& library = LoadedLibrary::get();
+    HKEY root = std::wstring_view(GetParam()) == L"user" ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+
+    HKEY shared = nullptr; // given back with the process
+
+    [[nodiscard]] HRESULT install(bool wanted) const {
+        using Install = HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR);
+        return reinterpret_cast<Install>(reinterpret_cast<void*>(library.function("DllInstall")))(
+            wanted ? TRUE : FALSE, GetParam());
+    }
+    [[nodiscard]] std::wstring value(const std::wstring& key, const wchar_t* name = nullptr) const {
+        wchar_t text[500] = {};
+        DWORD size = sizeof text;
+        const LSTATUS read = RegGetValueW(root, (L"Software\\Classes\\" + key).c_str(), name,
+                                          RRF_RT_REG_SZ, nullptr, text, &size);
+        return read == ERROR_SUCCESS ? text : L"(none)";
+    }
+    // Every key and value below, as text.
+    [[nodiscard]] std::wstring dump(const std::wstring& key) const {
+        HKEY open = nullptr;
+        if (RegOpenKeyExW(root, key.c_str(), 0, KEY_READ, &open) != ERROR_SUCCESS)
+            return {};
+        std::wstring all = key + L"\n";
+        std::vector<std::wstring> names;
+        wchar_t name[300];
+        for (DWORD i = 0, length = 300; RegEnumKeyExW(open, i, name, &length, nullptr, nullptr,
+                                                      nullptr, nullptr) == ERROR_SUCCESS;
+             ++i, length = 300)
+            names.emplace_back(name);
+        RegCloseKey(open);
+        for (const std::wstring& one : names)
+            all += dump(key + L"\\" + one);
+        return all;
+    }
+};
+
+TEST_P(Registration, WritesEveryKeyAndTakesAllOfThemAway) {
+    for (const wchar_t* const common : {L"CLSID", L"Interface", L"TypeLib"}) // everybody's
+        RegCreateKeyW(root, (std::wstring(L"Software\\Classes\\") + common).c_str(), &shared);
+    EXPECT_EQ(install(false), S_OK); // whatever was there
+    const std::wstring before = dump(L"Software\\Classes");
+    ASSERT_EQ(install(true), S_OK);
+    ASSERT_EQ(install(true), S_OK); // again
+    const std::wstring id = idText(__uuidof(::VKRDataEntry));
+    EXPECT_EQ(value(L"VKR_DataEntry.VKRDataEntry\\CLSID"), id);
+    EXPECT_EQ(value(L"VKR_DataEntry.VKRDataEntry\\CurVer"), L"VKR_DataEntry.VKRDataEntry.1");
+    EXPECT_EQ(value(L"CLSID\\" + id + L"\\InprocServer32"), library.path());
+    EXPECT_EQ(value(L"CLSID\\" + id + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_EQ(value(L"CLSID\\" + id + L"\\Control"), L"");
+    EXPECT_EQ(value(L"CLSID\\" + id + L"\\MiscStatus\\1"), L"131473");
+    for (const wchar_t* const name : {L"VKR_Company.Company", L"VKR_Company.TrailingEarnings",
+                                      L"iVKR_DataEntry.Localizer", L"iVKR_ZX_DataEntry.Localizer"})
+        EXPECT_NE(value(std::wstring(name) + L"\\CLSID"), L"(none)") << textOf(name);
+    const std::wstring record = L"Interface\\" + idText(__uuidof(::iVKR_Company));
+    EXPECT_EQ(value(record), L"iVKR_Company");
+    EXPECT_EQ(value(record + L"\\ProxyStubClsid32"), L"{00020424-0000-0000-C000-000000000046}");
+    const std::wstring typeLibrary = value(record + L"\\TypeLib");
+    EXPECT_EQ(value(L"TypeLib\\" + typeLibrary + L"\\1.0\\0\\win64"), library.path() + L"\\2");
+    ASSERT_EQ(install(false), S_OK);
+    EXPECT_EQ(install(false), S_OK); // again
+    EXPECT_EQ(dump(L"Software\\Classes"), before);
+}
+
+TEST_P(Registration, LeavesSomebodyElsesIdentifierAlone) {
+    ASSERT_EQ(install(true), S_OK);
+    const wchar_t* const key = L"Software\\Classes\\iVKR_DataEntry.Localizer\\CLSID";
+    const std::wstring other = L"{94a87303-defb-4ed3-b42b-ab8bc2648e13}";
+    ASSERT_EQ(RegSetKeyValueW(root, key, nullptr, REG_SZ, other.c_str(),
+                              static_cast<DWORD>((other.size() + 1) * sizeof(wchar_t))),
+              ERROR_SUCCESS);
+    EXPECT_EQ(install(false), S_OK);
+    EXPECT_EQ(value(L"iVKR_DataEntry.Localizer\\CLSID"), other);
+    RegDeleteTreeW(root, L"Software\\Classes\\iVKR_DataEntry.Localizer");
+}
+
+INSTANTIATE_TEST_SUITE_P(ForWhom, Registration, testing::Values(L"user", L"machine"),
+                         [](const auto& whom) { return textOf(whom.param); });
+
+TEST(RegistrationCommand, AnotherIsRefused) {
+    using Install = HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR);
+    const auto install = reinterpret_cast<Install>(
+        reinterpret_cast<void*>(LoadedLibrary::get().function("DllInstall")));
+    EXPECT_EQ(install(TRUE, L"everybody"), E_INVALIDARG);
+}
+
+} // namespace
+} // namespace vkr::automation
