@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <random>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
