@@ -42,7 +42,7 @@ class Printer final : public Named {
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* given,
                                      VARIANT* result, EXCEPINFO*, UINT*) override {
         return guarded(this, IID_IDispatch, [&] {
-            if (member == argument) {
+            if (member == argumentId) {
                 if (result != nullptr)
                     *result = newVariant(argument_);
                 return S_OK;
@@ -56,11 +56,11 @@ class Printer final : public Named {
     }
 
   private:
-    static constexpr DISPID print = 1;
-    static constexpr DISPID argument = 2;
+    static constexpr DISPID printId = 1;
+    static constexpr DISPID argumentId = 2;
     DISPID idOf(const wchar_t* name) override {
-        return lstrcmpiW(name, L"Print") == 0      ? print
-               : lstrcmpiW(name, L"Argument") == 0 ? argument
+        return lstrcmpiW(name, L"Print") == 0      ? printId
+               : lstrcmpiW(name, L"Argument") == 0 ? argumentId
                                                    : DISPID_UNKNOWN;
     }
     std::string argument_;
