@@ -3,6 +3,7 @@
 
 #include "company/exact_text.hpp"
 #include "filings/figure_sums.hpp"
+#include "filings/figure_titles.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
@@ -63,6 +64,8 @@ class Reviewer {
         review_.quarters = quarterSpan(filed_.calendar, company_, options_.addsQuarters);
         for (const FiledFigure& figure : filed_.figures)
             add(figure);
+        std::ranges::stable_sort(
+            review_.rows, {}, [](const ReviewRow& row) { return figureOrder(row.figure.datum); });
         for (const RecordSpan* span : {&review_.years, &review_.quarters})
             review_.notes.insert(review_.notes.end(), span->told.begin(), span->told.end());
         if (outside_ > 0)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/exact_text.hpp"
 #include "filings/filings_review.hpp"
 
 #include <optional>
@@ -23,12 +24,9 @@ struct ReviewColumn {
 // A cell for programs: figures are plain decimals with all their digits.
 [[nodiscard]] std::string reviewCell(const ReviewRow& row, const ReviewColumn& column);
 
-// "Revenue", "Earnings per share (quarter)".
-[[nodiscard]] std::string figureTitle(Datum datum);
 [[nodiscard]] std::string_view stateName(ReviewState state);
-// "typed", "imported"; "" for none.
-[[nodiscard]] std::string_view originName(const std::optional<Origin>& origin);
-// Notes and other values of a figure, a line each.
-[[nodiscard]] std::string reviewDetails(const ReviewRow& row);
+// Where a figure was read, its notes, and other values of its period, a line each.
+[[nodiscard]] std::string reviewDetails(const ReviewRow& row,
+                                        std::string (*figureText)(double) = exactNumberText);
 
 } // namespace vkr

@@ -2,7 +2,9 @@
 #include "host/company_window.hpp"
 
 #include "control/vkr_data_entry.hpp"
+#include "form/controls.hpp"
 #include "host/assistant.hpp"
+#include "host/filings_import.hpp"
 #include "host/help_pages.hpp"
 #include "host/messages.hpp"
 #include "host/suggested_dates.hpp"
@@ -79,6 +81,9 @@ void CompanyWindow::buildActions() {
     save->setObjectName(QStringLiteral("save"));
     auto* exported = menu->addAction(tr("&Export..."), this, [this] { emit exportAsked(); });
     exported->setObjectName(QStringLiteral("export"));
+    auto* imported =
+        menu->addAction(tr("&Import from Filings..."), this, &CompanyWindow::importChosenFilings);
+    imported->setObjectName(QStringLiteral("importFilings"));
     auto* printed =
         menu->addAction(tr("&Print..."), QKeySequence::Print, this, [this] { emit printAsked(); });
     printed->setObjectName(QStringLiteral("print"));
@@ -284,6 +289,52 @@ bool CompanyWindow::acceptUnstored() {
     if (choice != 0 && stays)
         entry_->component().showField(fields.front().control);
     return choice == 0;
+}
+
+void CompanyWindow::importChosenFilings() {
+    entry_->component().leaveField();
+    const QPointer<CompanyWindow> stays(this);
+    const QString path = FilingsImport(this).chosenFile();
+    if (!path.isEmpty() && stays)
+        importFilings(path);
+}
+
+void CompanyWindow::importFilings(const QString& path) {
+    if (controls::lock.in(entry_->component().form()).value()) {
+        tellFault(this, tr("The data is locked."), tr("Unlock it to import figures."));
+        return;
+    }
+    entry_->component().leaveField(); // what was typed last is compared, too
+    FilingsImport transfer(this);
+    transfer.originOf = originOfFigures();
+    transfer.helpAsked = [this] { emit helpAsked(help::filings); };
+    const QPointer<CompanyWindow> stays(this);
+    const auto figures = transfer.import(path, record_);
+    if (!figures || !stays)
+        return;
+    entry_->recordChanged();
+    showTitle();
+    showModified();
+    notice(*this,
+           *figures == 1 ? tr("1 figure imported.") : tr("%1 figures imported.").arg(*figures));
+}
+
+OriginQuery CompanyWindow::originOfFigures() const {
+    if (!id_)
+        return {};
+    const auto loaded = store_.load(*id_);
+    if (!loaded || loaded.value().revision != revision_)
+        return {};
+    const auto stored = std::make_shared<const LoadedCompany>(loaded.value());
+    return [stored, record = record_](Datum datum, std::optional<int> element) {
+        const auto valueIn = [&](const CompanyRecord& company) {
+            const Variant& held = company.stored(datum);
+            return element ? held.array().at(*element) : held;
+        };
+        return valueIn(*stored->record) == valueIn(*record)
+                   ? stored->origins.of(datum, element).origin
+                   : std::optional(Origin::typed);
+    };
 }
 
 CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,

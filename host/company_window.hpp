@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "filings/filings_review.hpp"
 #include "store/company_store.hpp"
 
 #include <QMainWindow>
@@ -40,6 +41,8 @@ class CompanyWindow : public QMainWindow {
 
     // False where there was an error or the user went back; both were told.
     bool save();
+    // Figures from a document of filings into the record, after a review; nothing is saved.
+    void importFilings(const QString& path);
     void discard(); // closes without a question
 
   signals:
@@ -55,6 +58,9 @@ class CompanyWindow : public QMainWindow {
 
   private:
     void buildActions();
+    void importChosenFilings();
+    // Where figures come from that are as they are stored; others were changed in this window.
+    [[nodiscard]] OriginQuery originOfFigures() const;
     void tellAbout(int object, const QVariant& shown);
     void unload(int mode);
     void open(std::shared_ptr<CompanyRecord> record); // as it is stored

@@ -20,6 +20,7 @@ std::optional<int> numberOf(const QString& key) {
         {QStringLiteral("importAndExport"), help::importAndExport},
         {QStringLiteral("saving"), help::saving},
         {QStringLiteral("keyboard"), help::keyboard},
+        {QStringLiteral("filings"), help::filings},
     };
     if (own.contains(key))
         return own.value(key);

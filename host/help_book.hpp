@@ -39,6 +39,7 @@ inline constexpr int list = 1;
 inline constexpr int importAndExport = 2;
 inline constexpr int saving = 3;
 inline constexpr int keyboard = 4;
+inline constexpr int filings = 5;
 } // namespace help
 
 struct HelpBook {

@@ -2,6 +2,8 @@
 #include "company/company_csv.hpp"
 #include "company/company_record.hpp"
 #include "company/exact_text.hpp"
+#include "company/figure_origins.hpp"
+#include "filings/figure_titles.hpp"
 #include "filings/filings_review.hpp"
 #include "filings/review_table.hpp"
 #include "source_folder.hpp"

@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: MIT
+#include "host/filings_dialog.hpp"
+
+#include "host/filings_review_model.hpp"
+#include "host/texts.hpp"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFontMetrics>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace vkr {
+
+namespace {
+
+struct FilterRow {
+    ReviewFilter filter;
+    const char* title;
+};
+
+constexpr FilterRow filters[] = {
+    {ReviewFilter::all, QT_TRANSLATE_NOOP("vkr::FilingsDialog", "All")},
+    {ReviewFilter::fresh, QT_TRANSLATE_NOOP("vkr::FilingsDialog", "New")},
+    {ReviewFilter::differs, QT_TRANSLATE_NOOP("vkr::FilingsDialog", "Differs")},
+    {ReviewFilter::same, QT_TRANSLATE_NOOP("vkr::FilingsDialog", "Same")},
+    {ReviewFilter::byHand, QT_TRANSLATE_NOOP("vkr::FilingsDialog", "Typed, or may be typed")},
+    {ReviewFilter::doubtful, QT_TRANSLATE_NOOP("vkr::FilingsDialog", "Doubtful")},
+};
+
+constexpr int detailLines = 4;
+constexpr int visibleRows = 18;
+
+// Boxes to tick whose frame can be told from a dark ground.
+class TickDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const QColor text = option->palette.color(QPalette::Text);
+        const QColor base = option->palette.color(QPalette::Base);
+        if (base.lightness() < text.lightness()) // styles draw it a shade darker than the window
+            option->palette.setColor(QPalette::Window, text);
+    }
+};
+
+} // namespace
+
+FilingsDialog::FilingsDialog(Reviewer reviewer, QWidget* parent)
+    : QDialog(parent), reviewer_(std::move(reviewer)), model_(new FilingsReviewModel(this)),
+      shown_(new FilteredReview(*model_, this)), title_(new QLabel(this)), notes_(new QLabel(this)),
+      addsYears_(new QCheckBox(this)), addsQuarters_(new QCheckBox(this)),
+      table_(new QTableView(this)), details_(new QPlainTextEdit(this)) {
+    setObjectName(QStringLiteral("filings"));
+    setWindowTitle(tr("Import from Filings"));
+    setSizeGripEnabled(true);
+    title_->setTextFormat(Qt::PlainText);
+    title_->setWordWrap(true);
+    notes_->setObjectName(QStringLiteral("notes"));
+    notes_->setTextFormat(Qt::PlainText);
+    notes_->setWordWrap(true);
+    addsYears_->setObjectName(QStringLiteral("addsYears"));
+    addsQuarters_->setObjectName(QStringLiteral("addsQuarters"));
+    addsYears_->setChecked(true);
+    addsQuarters_->setChecked(true);
+    details_->setObjectName(QStringLiteral("details"));
+    details_->setReadOnly(true);
+    details_->setTabChangesFocus(true);
+    details_->setAccessibleName(tr("Where the figure comes from"));
+    details_->setFixedHeight(QFontMetrics(details_->font()).lineSpacing() * detailLines +
+                             2 * static_cast<int>(details_->document()->documentMargin()) +
+                             2 * details_->frameWidth());
+
+    auto* adds = new QHBoxLayout;
+    adds->addWidget(addsYears_);
+    adds->addWidget(addsQuarters_);
+    adds->addStretch();
+    buildTable();
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(title_);
+    column->addWidget(notes_);
+    column->addLayout(adds);
+    column->addWidget(buildFilter());
+    column->addWidget(table_, 1);
+    column->addWidget(details_);
+    column->addWidget(buildButtons());
+
+    connect(addsYears_, &QCheckBox::toggled, this, &FilingsDialog::reviewAnew);
+    connect(addsQuarters_, &QCheckBox::toggled, this, &FilingsDialog::reviewAnew);
+    connect(model_, &FilingsReviewModel::ticksChanged, this, &FilingsDialog::showTicks);
+    reviewAnew();
+    table_->resizeColumnsToContents();
+    table_->setCurrentIndex(shown_->index(0, 0));
+    table_->setFocus();
+}
+
+const FilingsReview& FilingsDialog::review() const {
+    return model_->review();
+}
+
+void FilingsDialog::buildTable() {
+    table_->setObjectName(QStringLiteral("figures"));
+    table_->setAccessibleName(tr("Figures of the filings"));
+    table_->setModel(shown_);
+    table_->setItemDelegateForColumn(0, new TickDelegate(this));
+    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table_->setTabKeyNavigation(false);
+    table_->setAlternatingRowColors(true);
+    table_->setWordWrap(false);
+    table_->verticalHeader()->hide();
+    table_->horizontalHeader()->setHighlightSections(false);
+    table_->horizontalHeader()->setStretchLastSection(true);
+    table_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // none yet
+    table_->setSortingEnabled(true);
+    const int row = QFontMetrics(font()).height() + QFontMetrics(font()).leading() + 8;
+    table_->verticalHeader()->setMinimumSectionSize(row);
+    table_->verticalHeader()->setDefaultSectionSize(row);
+    table_->setMinimumHeight(5 * row);
+    table_->installEventFilter(this);
+    connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &FilingsDialog::showDetails);
+    const int letter = QFontMetrics(font()).averageCharWidth();
+    resize(178 * letter, (visibleRows + 12) * row);
+}
+
+QWidget* FilingsDialog::buildFilter() {
+    auto* line = new QWidget(this);
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins({});
+    filter_ = new QComboBox(line);
+    filter_->setObjectName(QStringLiteral("filter"));
+    filter_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    auto* label = new QLabel(tr("&Show:"), line);
+    label->setBuddy(filter_);
+    for (const FilterRow& one : filters)
+        filter_->addItem(tr(one.title));
+    row->addWidget(label);
+    row->addWidget(filter_);
+    row->addStretch();
+    const auto button = [&](const QString& text, const char* name, auto act) {
+        auto* made = new QPushButton(text, line);
+        made->setObjectName(QLatin1String(name));
+        made->setAutoDefault(false);
+        connect(made, &QPushButton::clicked, this, act);
+        row->addWidget(made);
+    };
+    button(tr("&Tick All Shown"), "tickShown", [this] { tickShown(true); });
+    button(tr("&Untick All Shown"), "untickShown", [this] { tickShown(false); });
+    button(tr("As at &First"), "preset", [this] { model_->setTicks(ReviewTicks::preset); });
+    connect(filter_, &QComboBox::currentIndexChanged, this, [this](int index) {
+        shown_->setFilter(filters[index].filter);
+        table_->setCurrentIndex(shown_->index(0, 0));
+        showDetails();
+    });
+    return line;
+}
+
+QWidget* FilingsDialog::buildButtons() {
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+    auto* import = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
+    import->setObjectName(QStringLiteral("import"));
+    import->setDefault(true);
+    import_ = import;
+    auto* help = buttons->addButton(QDialogButtonBox::Help);
+    help->setAutoDefault(false);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(buttons, &QDialogButtonBox::helpRequested, this, &FilingsDialog::helpAsked);
+    return buttons;
+}
+
+void FilingsDialog::reviewAnew() {
+    model_->setReview(reviewer_(addsYears_->isChecked(), addsQuarters_->isChecked()));
+    const FilingsReview& made = review();
+    title_->setText(tr("%1 (CIK %2)").arg(fromUtf8(made.entityName)).arg(made.cik));
+    QStringList notes;
+    for (const std::string& note : made.notes)
+        notes.append(fromUtf8(note));
+    notes_->setText(notes.join(u'\n'));
+    notes_->setVisible(!notes.isEmpty());
+    addsYears_->setVisible(made.years.later > 0);
+    addsYears_->setText(made.years.later == 1 ? tr("Add 1 fiscal &year")
+                                              : tr("Add %1 fiscal &years").arg(made.years.later));
+    addsQuarters_->setVisible(made.quarters.later > 0);
+    addsQuarters_->setText(made.quarters.later == 1
+                               ? tr("Add 1 &quarter")
+                               : tr("Add %1 &quarters").arg(made.quarters.later));
+    showFilterCounts();
+    showDetails();
+}
+
+void FilingsDialog::showFilterCounts() {
+    const auto& rows = review().rows;
+    for (int i = 0; i < filter_->count(); ++i)
+        filter_->setItemText(i, tr("%1 (%2)")
+                                    .arg(tr(filters[i].title))
+                                    .arg(std::ranges::count_if(rows, [&](const ReviewRow& row) {
+                                        return passes(row, filters[i].filter);
+                                    })));
+}
+
+void FilingsDialog::showTicks() {
+    const int figures = review().ticked();
+    import_->setText(figures == 1 ? tr("&Import 1 Figure") : tr("&Import %1 Figures").arg(figures));
+    import_->setEnabled(figures > 0);
+}
+
+void FilingsDialog::showDetails() {
+    const QModelIndex current = table_->currentIndex();
+    details_->setPlainText(current.isValid() ? model_->details(shown_->mapToSource(current).row())
+                                             : QString());
+}
+
+void FilingsDialog::tickShown(bool ticked) {
+    QModelIndexList all;
+    for (int row = 0; row < shown_->rowCount(); ++row)
+        all.append(shown_->index(row, 0));
+    model_->setTicked(shown_->inReview(all), ticked);
+}
+
+// All of them as the first one becomes.
+void FilingsDialog::toggleSelected() {
+    const QModelIndexList rows = shown_->inReview(table_->selectionModel()->selectedRows());
+    if (!rows.isEmpty())
+        model_->setTicked(rows, !model_->row(rows.front().row()).ticked);
+}
+
+bool FilingsDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == table_ && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
+        toggleSelected();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace vkr

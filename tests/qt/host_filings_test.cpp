@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: MIT
+#include "control/vkr_data_entry.hpp"
+#include "host/filings_dialog.hpp"
+#include "record/enumerations.hpp"
+#include "tests/qt/host_fixture.hpp"
+#include "tests/qt/support/dialog_answers.hpp"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QTableView>
+
+namespace vkr {
+namespace {
+
+QString document(const char* symbol) {
+    return QStringLiteral(VKR_SOURCE_DIR "/tests/filings/%1-facts.json").arg(QLatin1String(symbol));
+}
+
+QString importButton(QWidget& dialog) {
+    return dialog.findChild<QPushButton*>("import")->text().remove(u'&');
+}
+
+int shownRows(QWidget& dialog) {
+    return dialog.findChild<QTableView*>("figures")->model()->rowCount();
+}
+
+void show(QWidget& dialog, const QString& filter) {
+    auto* box = dialog.findChild<QComboBox*>("filter");
+    for (int i = 0; i < box->count(); ++i)
+        if (box->itemText(i).startsWith(filter + QStringLiteral(" (")))
+            box->setCurrentIndex(i);
+}
+
+QString cell(QWidget& dialog, int row, const QString& heading) {
+    const auto* table = dialog.findChild<QTableView*>("figures");
+    for (int column = 0; column < table->model()->columnCount(); ++column)
+        if (table->model()->headerData(column, Qt::Horizontal).toString() == heading)
+            return table->model()->index(row, column).data().toString();
+    return QStringLiteral("no such column");
+}
+
+double revenue(const CompanyRecord& record, int element) {
+    return record.get_YRevenueSeries().array().number(element);
+}
+
+class HostFilingsTest : public HostTest {
+  protected:
+    // The sample company without one figure, and with another one that a person changed.
+    CompanyWindow& openChanged() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        window.entry().setCurrentTab(toYearly);
+        user_.activate(window);
+        user_.click(control(window, "txtSales(9)"));
+        user_.press(Qt::Key_A, Qt::ControlModifier);
+        user_.press(Qt::Key_Delete);
+        user_.press(Qt::Key_Tab);
+        type(window, "txtSales(8)", "391000");
+        return window;
+    }
+
+    DialogAnswers dialogs_;
+};
+
+} // namespace
+
+TEST_F(HostFilingsTest, WhatIsMissingIsImportedAndWhatMayBeTypedIsNot) {
+    CompanyWindow& window = openChanged();
+    dialogs_.next([](QWidget& dialog) {
+        EXPECT_EQ(importButton(dialog), "Import 1 Figure");
+        show(dialog, "New");
+        EXPECT_EQ(shownRows(dialog), 1);
+        EXPECT_EQ(cell(dialog, 0, "Figure"), "Revenue");
+        EXPECT_EQ(cell(dialog, 0, "Period"), "2025");
+        EXPECT_EQ(cell(dialog, 0, "Stored"), "");
+        EXPECT_EQ(cell(dialog, 0, "Filed"), "416,161");
+        EXPECT_EQ(cell(dialog, 0, "Form"), "10-K");
+        EXPECT_EQ(cell(dialog, 0, "Filed On"), "2025-10-31");
+        EXPECT_EQ(cell(dialog, 0, "Accession Number"), "0000320193-25-000079");
+        show(dialog, "Differs");
+        EXPECT_EQ(shownRows(dialog), 1);
+        EXPECT_EQ(cell(dialog, 0, "Difference"), "35");
+        EXPECT_EQ(cell(dialog, 0, "Stored By"), "typed");
+        DialogAnswers::clickButton(dialog, "Import 1 Figure");
+    });
+    window.importFilings(document("AAPL"));
+    EXPECT_EQ(revenue(*window.record(), 1), 416161);
+    EXPECT_EQ(revenue(*window.record(), 2), 391000);
+    EXPECT_TRUE(window.isWindowModified());
+    const auto& form = window.entry().component().form();
+    EXPECT_EQ(form.get<TextField>("txtSales", 9).text(), "416161.00");
+    EXPECT_EQ(form.get<TextField>("txtSales", 8).text(), "391000.00");
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(revenue(*stored(*host_, "AAPL"), 1), 416161);
+}
+
+TEST_F(HostFilingsTest, ATickTakesTheFiledFigureByKeysAlone) {
+    CompanyWindow& window = openChanged();
+    dialogs_.next([this](QWidget& dialog) {
+        user_.activate(dialog);
+        user_.press(Qt::Key_S, Qt::AltModifier); // Show
+        user_.press(Qt::Key_D);                  // Differs
+        user_.press(Qt::Key_Tab);
+        while (QApplication::focusWidget()->objectName() != "figures")
+            user_.press(Qt::Key_Tab);
+        user_.press(Qt::Key_Home, Qt::ControlModifier);
+        user_.press(Qt::Key_Space);
+        EXPECT_EQ(importButton(dialog), "Import 2 Figures");
+        user_.press(Qt::Key_Return);
+    });
+    window.importFilings(document("AAPL"));
+    EXPECT_EQ(revenue(*window.record(), 1), 416161);
+    EXPECT_EQ(revenue(*window.record(), 2), 391035);
+}
+
+TEST_F(HostFilingsTest, AllShownAreTickedAndUntickedAtOnce) {
+    CompanyWindow& window = openChanged();
+    dialogs_.next([](QWidget& dialog) {
+        show(dialog, "Same");
+        DialogAnswers::clickButton(dialog, "Untick All Shown");
+        EXPECT_EQ(importButton(dialog), "Import 1 Figure");
+        show(dialog, "Differs");
+        DialogAnswers::clickButton(dialog, "Tick All Shown");
+        EXPECT_EQ(importButton(dialog), "Import 2 Figures");
+        show(dialog, "All");
+        DialogAnswers::clickButton(dialog, "Untick All Shown");
+        EXPECT_EQ(importButton(dialog), "Import 0 Figures");
+        EXPECT_FALSE(dialog.findChild<QPushButton*>("import")->isEnabled());
+        DialogAnswers::clickButton(dialog, "As at First");
+        EXPECT_EQ(importButton(dialog), "Import 1 Figure");
+        DialogAnswers::clickButton(dialog, "Cancel");
+    });
+    window.importFilings(document("AAPL"));
+    EXPECT_EQ(revenue(*window.record(), 1), 0);
+}
+
+TEST_F(HostFilingsTest, DetailsTellWhereAFigureComesFrom) {
+    CompanyWindow& window = open(*host_, "NVDA");
+    dialogs_.next([](QWidget& dialog) {
+        auto* table = dialog.findChild<QTableView*>("figures");
+        for (int row = 0; row < shownRows(dialog); ++row)
+            if (cell(dialog, row, "Figure") == "Earnings per share of the quarter" &&
+                cell(dialog, row, "Period") == "2020-04-26")
+                table->setCurrentIndex(table->model()->index(row, 0));
+        const QString details = dialog.findChild<QPlainTextEdit*>("details")->toPlainText();
+        EXPECT_TRUE(details.startsWith("0.0368: us-gaap:EarningsPerShareDiluted, 10-Q of"))
+            << details.toStdString();
+        EXPECT_TRUE(details.contains("adjusted for splits, 40 for 1; 1.47 as filed"));
+        DialogAnswers::clickButton(dialog, "Cancel");
+    });
+    window.importFilings(document("NVDA"));
+}
+
+TEST_F(HostFilingsTest, ANewCompanyTakesItsNameItsYearsAndItsFigures) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtSymbol", "AAPL");
+    dialogs_.nextButton("Compare Figures");
+    dialogs_.next([](QWidget& dialog) {
+        EXPECT_TRUE(dialog.findChild<QLabel*>("notes")->text().contains(
+            "The last fiscal year becomes 2025, to 2025-09-27."));
+        DialogAnswers::clickButton(dialog, importButton(dialog));
+    });
+    window.importFilings(document("AAPL"));
+    const auto& form = window.entry().component().form();
+    EXPECT_EQ(form.get<TextField>("txtName").text(), "Apple Inc.");
+    EXPECT_EQ(form.get<TextField>("txtLastFY").text(), "2025");
+    EXPECT_EQ(form.get<TextField>("txtSales", 9).text(), "416161.00");
+    EXPECT_EQ(window.record()->get_LastQDate(), makeDate(2025, 12, 27));
+    EXPECT_EQ(window.record()->get_Last4QEPS(), 7.9);
+    ASSERT_TRUE(window.save());
+    const auto loaded = host_->store().load(*window.id());
+    EXPECT_EQ(loaded.value().record->get_LastFYDate(), makeDate(2025, 9, 27));
+    EXPECT_EQ(loaded.value().record->get_LastQDate(), makeDate(2025, 12, 27));
+}
+
+TEST_F(HostFilingsTest, LaterYearsAreAddedUnlessTheyAreNotWanted) {
+    auto loaded = host_->store().load(idOf(*host_, "AAPL"));
+    ASSERT_TRUE(loaded);
+    auto& company = *loaded.value().record; // as it was a year before
+    for (const DatumRow& row : datumTable()) {
+        if (row.period != DatumPeriod::year)
+            continue;
+        Variant series = readSeries(company, row.datum);
+        for (int i = 1; i < row.upper; ++i)
+            series.array().setNumber(i, series.array().number(i + 1));
+        series.array().setNumber(row.upper, 0);
+        writeSeries(company, row.datum, series);
+    }
+    company.put_LastFY(2024);
+    company.put_LastFYDate(*makeDate(2024, 9, 28));
+    ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), company, loaded.value().revision));
+
+    CompanyWindow& window = open(*host_, "AAPL");
+    dialogs_.next([](QWidget& dialog) {
+        auto& adds = *dialog.findChild<QCheckBox*>("addsYears");
+        EXPECT_EQ(adds.text(), "Add 1 fiscal &year");
+        EXPECT_FALSE(dialog.findChild<QCheckBox*>("addsQuarters")->isVisible());
+        show(dialog, "New");
+        EXPECT_EQ(shownRows(dialog), 9);
+        EXPECT_EQ(cell(dialog, 0, "Period"), "2025");
+        adds.click();
+        EXPECT_EQ(shownRows(dialog), 9); // those of the oldest year
+        EXPECT_EQ(cell(dialog, 0, "Period"), "2015");
+        EXPECT_TRUE(dialog.findChild<QLabel*>("notes")->text().contains("is left out"));
+        adds.click();
+        DialogAnswers::clickButton(dialog, "Import 9 Figures");
+    });
+    window.importFilings(document("AAPL"));
+    EXPECT_EQ(window.record()->get_LastFY(), 2025);
+    EXPECT_EQ(revenue(*window.record(), 1), 416161);
+    EXPECT_EQ(revenue(*window.record(), 2), 391035);
+    EXPECT_EQ(window.record()->get_YHighSeries().array().number(2), 237.23);
+    EXPECT_EQ(window.entry().component().form().get<TextField>("txtLastFY").text(), "2025");
+}
+
+TEST_F(HostFilingsTest, TheDocumentOfAnotherCompanyIsRefused) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    dialogs_.next([](QWidget& dialog) {
+        const auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->text(), "This document is of another company.");
+        EXPECT_TRUE(box->informativeText().startsWith("The document is of NVIDIA CORP"));
+        DialogAnswers::clickButton(dialog, "OK");
+    });
+    window.importFilings(document("NVDA"));
+    EXPECT_FALSE(window.isWindowModified());
+}
+
+TEST_F(HostFilingsTest, WhatIsNoDocumentIsTold) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    dialogs_.next([](QWidget& dialog) {
+        const auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->text(), "Nothing was imported from AAPL-yearly.csv.");
+        EXPECT_TRUE(box->informativeText().contains("no JSON"));
+        DialogAnswers::clickButton(dialog, "OK");
+    });
+    window.importFilings(samples() + "/AAPL-yearly.csv");
+    EXPECT_FALSE(window.isWindowModified());
+}
+
+TEST_F(HostFilingsTest, UnderTheLockNothingIsImported) {
+    CompanyWindow& window = openChanged();
+    window.entry().component().form().get<CheckBox>("chkLockInfo").setValue(true);
+    dialogs_.next([](QWidget& dialog) {
+        EXPECT_EQ(qobject_cast<QMessageBox*>(&dialog)->text(), "The data is locked.");
+        DialogAnswers::clickButton(dialog, "OK");
+    });
+    window.importFilings(document("AAPL"));
+    EXPECT_EQ(revenue(*window.record(), 1), 0);
+}
+
+TEST_F(HostFilingsTest, TheMenuLeadsToIt) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const auto* action = window.findChild<QAction*>("importFilings");
+    ASSERT_NE(action, nullptr);
+    EXPECT_EQ(action->text().remove(u'&'), "Import from Filings...");
+}
+
+} // namespace vkr
