@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -383,6 +384,42 @@ TEST(FilingsReview, ACompanyThatHasChangedSinceIsNotTouched) {
     EXPECT_EQ(importFilings(company, review),
               "The company has been changed since the figures were compared.");
     EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 4);
+}
+
+TEST(FilingsReview, WhatIsImportedFromADamagedDocumentIsTheSameWhenItIsComparedAgain) {
+    const std::string whole = MadeDocument()
+                                  .income("2022-01-01", "2022-12-31", "5000000", report)
+                                  .income("2023-01-01", "2023-12-31", "6000000", laterReport)
+                                  .income("2023-07-01", "2023-09-30", "1000000", laterReport)
+                                  .fact("us-gaap:EarningsPerShareDiluted", "USD/shares",
+                                        "2023-01-01", "2023-12-31", "1.25", laterReport)
+                                  .fact("us-gaap:StockholdersEquityNoteStockSplitConversionRatio1",
+                                        "pure", "", "2025-06-30", "3", laterReport)
+                                  .json();
+    std::mt19937 random(7);
+    int imported = 0;
+    for (int round = 0; round < 3000; ++round) {
+        std::string damaged = whole;
+        for (int change = 0; change < 2; ++change) {
+            const std::size_t at = damaged.find_first_of("0123456789", random() % damaged.size());
+            if (at != std::string::npos)
+                damaged[at] = static_cast<char>('0' + random() % 10);
+        }
+        const auto read = readFilings(damaged);
+        if (!read.document)
+            continue;
+        const auto filed = filedFigures(*read.document);
+        const auto company = std::make_shared<CompanyRecord>();
+        auto review = reviewFilings(filed, *company);
+        tick(review, ReviewTicks::all);
+        if (review.ticked() == 0)
+            continue;
+        ASSERT_EQ(importFilings(company, review), std::nullopt) << damaged;
+        ++imported;
+        for (const ReviewRow& row : reviewFilings(filed, *company).rows)
+            ASSERT_EQ(row.state, ReviewState::same) << damaged;
+    }
+    EXPECT_GT(imported, 1000);
 }
 
 // --- as a table --------------------------------------------------------------------------------
