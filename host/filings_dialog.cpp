@@ -186,7 +186,9 @@ QWidget* FilingsDialog::buildButtons() {
 void FilingsDialog::reviewAnew() {
     model_->setReview(reviewer_(addsYears_->isChecked(), addsQuarters_->isChecked()));
     const FilingsReview& made = review();
-    title_->setText(tr("%1 (CIK %2)").arg(fromUtf8(made.entityName)).arg(made.cik));
+    title_->setText(tr("%1 (CIK %2). Money and shares are in millions, rates in percent.")
+                        .arg(fromUtf8(made.entityName))
+                        .arg(made.cik));
     QStringList notes;
     for (const std::string& note : made.notes)
         notes.append(fromUtf8(note));
