@@ -4,7 +4,7 @@
 #include "host/messages.hpp"
 #include "host/texts.hpp"
 #include "host/window_memory.hpp"
-#include "sheet/finding_notes.hpp"
+#include "sheet/company_notes.hpp"
 
 #include <QCoreApplication>
 #include <QDate>
@@ -31,14 +31,14 @@ Date today() {
     return makeDate(day.year(), day.month(), day.day()).value_or(Date{});
 }
 
-SheetSource sourceOf(const std::vector<SheetPrinting::Record>& companies) {
+SheetSource sourceOf(const std::vector<SheetPrinting::Sheet>& companies) {
     return [&companies, next = std::size_t(0)]() mutable -> std::optional<SheetCompany> {
         if (next == companies.size())
             return std::nullopt;
-        const auto record = companies[next++]();
-        if (!record)
-            throw std::runtime_error(record.error().message);
-        return SheetCompany{record.value(), findingNotes(*record.value())};
+        auto company = companies[next++]();
+        if (!company)
+            throw std::runtime_error(company.error().message);
+        return std::move(company.value());
     };
 }
 
@@ -48,18 +48,17 @@ Paper paperOf(const QPrinter& printer) {
 
 } // namespace
 
-std::vector<SheetPrinting::Record>
+std::vector<SheetPrinting::Sheet>
 SheetPrinting::stored(CompanyStore& store, const std::vector<CompanySummary>& companies) {
-    std::vector<Record> records;
+    std::vector<Sheet> sheets;
     for (const CompanySummary& company : companies)
-        records.emplace_back(
-            [&store, id = company.key.id]() -> StoreResult<std::shared_ptr<const CompanyRecord>> {
-                auto loaded = store.load(id);
-                if (!loaded)
-                    return loaded.error();
-                return std::shared_ptr<const CompanyRecord>(loaded.value().record);
-            });
-    return records;
+        sheets.emplace_back([&store, id = company.key.id]() -> StoreResult<SheetCompany> {
+            const auto loaded = store.load(id);
+            if (!loaded)
+                return loaded.error();
+            return sheetOf(loaded.value().record, loaded.value().origins);
+        });
+    return sheets;
 }
 
 bool SheetPrinting::isDone(const QString& error) {
@@ -68,7 +67,7 @@ bool SheetPrinting::isDone(const QString& error) {
     return error.isEmpty();
 }
 
-void SheetPrinting::print(const std::vector<Record>& companies, QPrinter& printer) {
+void SheetPrinting::print(const std::vector<Sheet>& companies, QPrinter& printer) {
     printer.setFullPage(true);
     if (isDone(printSheets(printer, printer.resolution(), paperOf(printer), today(),
                            sourceOf(companies))))
@@ -76,13 +75,13 @@ void SheetPrinting::print(const std::vector<Record>& companies, QPrinter& printe
                                                : tr("%1 companies printed").arg(companies.size()));
 }
 
-void SheetPrinting::savePdf(const std::vector<Record>& companies, const QString& title,
+void SheetPrinting::savePdf(const std::vector<Sheet>& companies, const QString& title,
                             const QString& file, Paper paper) {
     if (isDone(writeSheetPdf(file, title, paper, today(), sourceOf(companies))))
         notice(*window_, tr("Saved as %1").arg(QDir::toNativeSeparators(file)));
 }
 
-void SheetPrinting::printOnChosen(const std::vector<Record>& companies) {
+void SheetPrinting::printOnChosen(const std::vector<Sheet>& companies) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageSize(
         QPageSize(usualPaper() == Paper::letter ? QPageSize::Letter : QPageSize::A4));
@@ -92,7 +91,7 @@ void SheetPrinting::printOnChosen(const std::vector<Record>& companies) {
         print(companies, printer);
 }
 
-void SheetPrinting::saveToChosen(const std::vector<Record>& companies, const QString& title) {
+void SheetPrinting::saveToChosen(const std::vector<Sheet>& companies, const QString& title) {
     const QString folder =
         programSettings().value(QLatin1String(folderKey), QDir::homePath()).toString();
     QString name = title;

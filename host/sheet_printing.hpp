@@ -24,16 +24,16 @@ class SheetPrinting {
     explicit SheetPrinting(QMainWindow* window) : window_(window) {}
 
     // The companies one by one: a stored one is not in memory before its turn.
-    using Record = std::function<StoreResult<std::shared_ptr<const CompanyRecord>>()>;
-    static std::vector<Record> stored(CompanyStore& store,
-                                      const std::vector<CompanySummary>& companies);
+    using Sheet = std::function<StoreResult<SheetCompany>()>;
+    static std::vector<Sheet> stored(CompanyStore& store,
+                                     const std::vector<CompanySummary>& companies);
 
-    void print(const std::vector<Record>& companies, QPrinter& printer);
-    void savePdf(const std::vector<Record>& companies, const QString& title, const QString& file,
+    void print(const std::vector<Sheet>& companies, QPrinter& printer);
+    void savePdf(const std::vector<Sheet>& companies, const QString& title, const QString& file,
                  Paper paper);
     // The same with a dialog before.
-    void printOnChosen(const std::vector<Record>& companies);
-    void saveToChosen(const std::vector<Record>& companies, const QString& title);
+    void printOnChosen(const std::vector<Sheet>& companies);
+    void saveToChosen(const std::vector<Sheet>& companies, const QString& title);
 
   private:
     // Tells a failure, and answers whether there was none.

@@ -6,6 +6,7 @@
 #include "host/messages.hpp"
 #include "host/texts.hpp"
 #include "record/enumerations.hpp"
+#include "sheet/company_notes.hpp"
 
 #include <QApplication>
 #include <QCollator>
@@ -297,14 +298,14 @@ void Workspace::exportWindow(CompanyWindow& window, const QString& folder) {
     CsvTransfer(*store_, &window).exportRecords({window.recordToSave()}, folder);
 }
 
-std::vector<SheetPrinting::Record> Workspace::sheets(const QList<qint64>& ids) {
+std::vector<SheetPrinting::Sheet> Workspace::sheets(const QList<qint64>& ids) {
     return SheetPrinting::stored(*store_, list_->summaries(ids));
 }
 
-std::vector<SheetPrinting::Record> Workspace::sheet(CompanyWindow& window) {
+std::vector<SheetPrinting::Sheet> Workspace::sheet(CompanyWindow& window) {
     window.entry().component().leaveField(); // with what was typed last
     return {[record = std::shared_ptr<const CompanyRecord>(window.recordToSave())] {
-        return StoreResult(record);
+        return StoreResult(sheetOf(record));
     }};
 }
 

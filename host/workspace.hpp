@@ -53,9 +53,9 @@ class Workspace : public QObject {
     bool closeAll();
 
   private:
-    [[nodiscard]] std::vector<SheetPrinting::Record> sheets(const QList<qint64>& ids);
+    [[nodiscard]] std::vector<SheetPrinting::Sheet> sheets(const QList<qint64>& ids);
     // As it is on screen.
-    [[nodiscard]] static std::vector<SheetPrinting::Record> sheet(CompanyWindow& window);
+    [[nodiscard]] static std::vector<SheetPrinting::Sheet> sheet(CompanyWindow& window);
     [[nodiscard]] static QString titleOf(CompanyWindow& window);
     explicit Workspace(std::unique_ptr<CompanyStore> store);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_tables.hpp"
-#include "sheet/finding_notes.hpp"
+#include "sheet/company_notes.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/database.hpp"
 #include "vkr/sheet_file.hpp"
@@ -56,7 +56,7 @@ ExitCode showCompany(const Call& call) {
     const ExitCode code =
         loaded.unreadable.empty() && !loaded.damage ? ExitCode::done : ExitCode::findings;
     if (const auto file = call.line.value(Option::pdf)) {
-        writePdf(call, {{loaded.record, findingNotes(*loaded.record)}},
+        writePdf(call, {sheetOf(loaded.record, loaded.origins)},
                  titleOf(company.name, company.symbol), *file);
         return code;
     }

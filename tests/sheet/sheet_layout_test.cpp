@@ -3,6 +3,7 @@
 #include "company/company_csv.hpp"
 #include "company/exact_text.hpp"
 #include "sheet/finding_notes.hpp"
+#include "sheet/origin_notes.hpp"
 #include "sheet/sheet_layout.hpp"
 #include "sheet/sheet_print.hpp"
 
@@ -209,6 +210,23 @@ TEST(SheetLayout, ANoteHasItsNumberAtTheFigure) {
     EXPECT_NEAR(mark->box.left(), figure->box.right(), point);
     const QString notes = allText(pages);
     EXPECT_TRUE(notes.contains("2\nSecond remark.\n3\nThird remark.")) << notes.toStdString();
+}
+
+TEST(SheetLayout, OriginsAreToldByDocumentAndMarkedWhereTheyAreFew) {
+    const auto record = sample("AAPL");
+    FigureOrigins origins;
+    for (int element = 0; element < 35; ++element)
+        origins.put(Datum::QRevenueSeries, element, {Origin::imported, "AAPL-company.csv"});
+    origins.put(Datum::YRevenueSeries, 1, {Origin::typed, ""});
+    origins.put(Datum::TotalDebt, std::nullopt, {Origin::typed, ""});
+    origins.put(Datum::CurrentPrice, std::nullopt, {Origin::typed, ""}); // of which there is none
+    const std::vector<SheetNote> notes = originNotes(*record, origins);
+    ASSERT_EQ(notes.size(), 2U);
+    EXPECT_EQ(notes[0].text, "2 figures: typed.");
+    EXPECT_EQ(notes[0].places,
+              (std::vector<FigurePlace>{{Datum::TotalDebt, {}}, {Datum::YRevenueSeries, 1}}));
+    EXPECT_EQ(notes[1].text, "35 figures: imported from AAPL-company.csv.");
+    EXPECT_TRUE(notes[1].places.empty());
 }
 
 // The painter draws what was laid out: no ink in the margins, some of it on the page.
