@@ -57,6 +57,9 @@ DataEntryControl::DataEntryControl()
     entry_ = std::make_unique<VKRDataEntry>(services_);
     entry_->setEvents(&events_);
     entry_->fractionDisplayChanged = [this] { unsaved_ = true; };
+    // Ready as it is, also for who creates it and never initializes it.
+    entry_->InitProperties();
+    entry_->ReadProperties(PropertyBag());
     toldSize_ = pixels();
     unsaved_ = false;
 }

@@ -253,6 +253,8 @@ class DataEntryControl final : public DataEntryBase {
     DWORD viewAspect_ = 0;
     DWORD viewFlags_ = 0;
     HACCEL accelerators_ = nullptr;
+    Twips toldWidth_ = 0; // of the form, when its size was last looked at
+    Twips toldHeight_ = 0;
     SIZE toldSize_{}; // in pixels, as the container last heard
 
     ComPtr<IOleInPlaceSite> inPlace_;

@@ -19,6 +19,8 @@ DWORD modifiers() {
 } // namespace
 
 SIZE DataEntryControl::pixels() const {
+    if (face_.isOpen()) // by the monitor that it is on
+        return face_.sizeOf(entry_->form());
     const HDC screen = GetDC(nullptr);
     const double perTwipX = GetDeviceCaps(screen, LOGPIXELSX) / 1440.0;
     const double perTwipY = GetDeviceCaps(screen, LOGPIXELSY) / 1440.0;
@@ -29,6 +31,11 @@ SIZE DataEntryControl::pixels() const {
 
 // The component has taken another size: the container gives it the room.
 void DataEntryControl::followSize() {
+    const Form& form = entry_->form();
+    if (form.width() == toldWidth_ && form.height() == toldHeight_)
+        return;
+    toldWidth_ = form.width();
+    toldHeight_ = form.height();
     const SIZE now = pixels();
     if (now.cx == toldSize_.cx && now.cy == toldSize_.cy)
         return;
@@ -79,6 +86,7 @@ HRESULT DataEntryControl::activate(bool withUserInterface) {
             return E_FAIL;
         }
         toldSize_ = {rectangle.right - rectangle.left, rectangle.bottom - rectangle.top};
+        toldWidth_ = toldHeight_ = 0; // the place may have another size than the form
         if (const auto site = site_.site())
             site->ShowObject();
     }

@@ -34,8 +34,7 @@ HRESULT DataEntryControl::IsDirty() {
 
 HRESULT DataEntryControl::InitNew() {
     return entered(IID_IPersistStreamInit, [&] {
-        begin();
-        entry_->InitProperties();
+        begin(); // with what it was made with
         unsaved_ = false;
     });
 }

@@ -90,6 +90,9 @@ void FormFace::close() {
 HWND FormFace::window() const {
     return impl_->form == nullptr ? nullptr : impl_->form->window();
 }
+SIZE FormFace::sizeOf(const Form& form) const {
+    return impl_->form->sizeOf(form.width(), form.height());
+}
 void FormFace::move(const RECT& place) {
     if (isOpen())
         impl_->form->move(place);

@@ -40,6 +40,8 @@ class FormFace {
     void close();
     [[nodiscard]] bool isOpen() const { return window() != nullptr; }
     [[nodiscard]] HWND window() const; // null while closed
+    // In pixels of its monitor, while it is open.
+    [[nodiscard]] SIZE sizeOf(const Form& form) const;
     void move(const RECT& place);
     void show(bool visible);
     void focus();

@@ -5,7 +5,10 @@
 #include "tests/automation/scripted_objects.hpp"
 #include "tests/automation/test_container.hpp"
 
+#include <algorithm>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace vkr::automation {
 namespace {
@@ -407,6 +410,29 @@ TEST_F(Control, AsksForTheRoomThatARecordTakes) {
     EXPECT_EQ(as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &size), S_OK);
     EXPECT_EQ(size.cx, 14235);
     EXPECT_EQ(as<IOleObject>()->SetExtent(DVASPECT_ICON, &wanted), DV_E_DVASPECT);
+    takeAway();
+}
+
+TEST_F(Control, HasItsCaptionsWithoutHavingBeenRestored) {
+    place();
+    const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
+    control->putref_objCompany(company.get());
+    doVerb(OLEIVERB_INPLACEACTIVATE);
+    HWND window = nullptr;
+    ASSERT_EQ(as<IOleInPlaceObject>()->GetWindow(&window), S_OK);
+    std::vector<std::wstring> captions;
+    EnumChildWindows(
+        window,
+        [](HWND child, LPARAM into) -> BOOL {
+            wchar_t text[200] = {};
+            GetWindowTextW(child, text, 200);
+            reinterpret_cast<std::vector<std::wstring>*>(into)->emplace_back(text);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&captions));
+    // A text of the localizer, where the form as it is laid out has another.
+    EXPECT_NE(std::ranges::find(captions, L"&Help"), captions.end());
+    EXPECT_EQ(std::ranges::find(captions, L"Legend caption"), captions.end());
     takeAway();
 }
 
