@@ -72,7 +72,9 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
     for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
         TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
         const auto element = elementOf(row);
-        if (element && figures.contains(*element)) {
+        const bool isReached = element && figures.contains(*element);
+        cell.setRemark(isReached ? session_.remarks.of({series.series, element}) : "");
+        if (isReached) {
             shown.push_back(figures.number(*element));
             fields.push_back(&cell);
         } else {
@@ -94,6 +96,26 @@ void SeriesGrid::show(Datum series) {
 void SeriesGrid::showAll() {
     for (int column = 0; column < static_cast<int>(columns_.size()); ++column)
         show(column);
+}
+
+void SeriesGrid::showRemarks() {
+    for (std::size_t column = 0; column < columns_.size(); ++column)
+        for (std::size_t row = 0; row < cells_[column].size(); ++row)
+            if (TextBox& cell = *cells_[column][row]; cell.enabled())
+                cell.setRemark(session_.remarks.of(
+                    {seriesOf(columns_[column]).series, elementOf(static_cast<int>(row))}));
+}
+
+TextBox* SeriesGrid::cellOf(Datum series, int element) const {
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        const GridColumn& shown = columns_[column];
+        if (shown.first.series != series && (!shown.second || shown.second->series != series))
+            continue;
+        for (std::size_t row = 0; row < cells_[column].size(); ++row)
+            if (elementOf(static_cast<int>(row)) == element)
+                return cells_[column][row];
+    }
+    return nullptr;
 }
 
 void SeriesGrid::showAgain() {

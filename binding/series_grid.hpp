@@ -48,6 +48,11 @@ class SeriesGrid {
     void followPriceDisplay(); // decimals or eighths, also of what is being typed
     void followNumberMarks(const NumberMarks& before); // those of the form are others by now
     void clear();
+    void showRemarks(); // on the figures that are on show
+
+    // The cell that shows an element of a series, or of the one that takes turns with it; null
+    // where none does.
+    [[nodiscard]] TextBox* cellOf(Datum series, int element) const;
 
     // The handlers of every cell.
     void keyDown(Cell cell, KeyCode& key, int shift);

@@ -11,6 +11,7 @@
 #include "control/entry_objects.hpp"
 #include "control/field_controllers.hpp"
 #include "control/figure_display.hpp"
+#include "control/figure_places.hpp"
 #include "control/form_consequences.hpp"
 #include "control/held_company.hpp"
 #include "control/help_frame.hpp"
@@ -71,6 +72,7 @@ class VKRDataEntry::Impl final {
     Options options{session, display, yearly, quarterly, captions, properties};
     HeldCompany company{session,  fields,  yearly, quarterly, lastQuarter,
                         captions, options, lock,   entry,     controllers};
+    FigurePlaces places{session, fields, yearly, quarterly};
     HelpFrame helpFrame{session};
     MoreHelp help{session, helpFrame, pages, host};
     MenuActions menuActions{session, controllers, yearly, host};
@@ -300,6 +302,7 @@ std::shared_ptr<iVKR_Company> VKRDataEntry::get_objCompany() {
     return impl_->company.commit();
 }
 void VKRDataEntry::put_objCompany(std::shared_ptr<iVKR_Company> objNewValue) {
+    setRemarks({});
     ifPossible([&] { impl_->company.load(std::move(objNewValue)); });
 }
 
@@ -317,6 +320,7 @@ void VKRDataEntry::SetPrevious() {
     ifPossible([&] { impl_->pages.step(-1); });
 }
 void VKRDataEntry::Clear() {
+    setRemarks({});
     ifPossible([&] { impl_->company.clear(); });
 }
 void VKRDataEntry::ScrollMouse(std::int16_t& intKeyCode, std::int16_t& /*intShift*/) {
@@ -351,6 +355,18 @@ std::vector<MarkedField> VKRDataEntry::unstoredFields() const {
 }
 std::vector<MarkedField> VKRDataEntry::doubtfulFields() const {
     return impl_->markedFields(MarkKind::doubtful);
+}
+void VKRDataEntry::setRemarks(std::map<FigurePlace, std::string> remarks) {
+    ifPossible([&] { impl_->places.setRemarks(std::move(remarks)); });
+}
+bool VKRDataEntry::showFigure(const FigurePlace& place) {
+    return attemptOr(false, [&] {
+        const TextField* field = impl_->places.fieldOf(place);
+        if (field == nullptr)
+            return false;
+        impl_->pages.showField(field->id());
+        return true;
+    });
 }
 void VKRDataEntry::showField(std::string_view control) {
     ifPossible([&] { impl_->pages.showField(control); });

@@ -10,10 +10,12 @@
 #include "record/datum_changes.hpp"
 #include "record/datum_table.hpp"
 #include "record/enumerations.hpp"
+#include "record/figure_place.hpp"
 #include "record/ivkr_company.hpp"
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -127,6 +129,13 @@ class VKRDataEntry {
     [[nodiscard]] std::vector<MarkedField> doubtfulFields() const;
     // Brings a field, named as in MarkedField, on show with its tab and moves the focus there.
     void showField(std::string_view control);
+    // What whoever looks over the figures has to say of them, such as companyFindings(): a quiet
+    // mark at the field of each, with the text for its reason, where the field has no graver one.
+    // In place of those before; handing in another record, and Clear, take them away.
+    void setRemarks(std::map<FigurePlace, std::string> remarks);
+    // Brings the field of a figure or date on show with its tab and moves the focus there; of a
+    // pair of rows that of the row on show. False where the form shows neither.
+    bool showFigure(const FigurePlace& place);
     // Puts into a copy of the record what reading objCompany would put into the record, which stays
     // as it is: for a host that asks what would be saved.
     void commitInto(std::shared_ptr<iVKR_Company> copy);

@@ -35,15 +35,31 @@ bool isPointer(const QEvent& event) {
     }
 }
 
+// Below the text, as a word is marked that somebody should look at.
+void paintWave(QPainter& painter, const QRect& field) {
+    constexpr double step = 3;
+    constexpr double edge = 4;
+    const double bottom = field.bottom() - 1;
+    QPolygonF wave;
+    for (double x = field.left() + edge; x <= field.right() - edge; x += step)
+        wave << QPointF(x, wave.size() % 2 == 0 ? bottom : bottom - step + 0.5);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.drawPolyline(wave);
+}
+
 void paintMark(QWidget& widget, MarkKind kind) {
     if (kind == MarkKind::none)
         return;
-    const QColor wanted =
-        kind == MarkKind::unstored ? mark_colors::unstored : mark_colors::doubtful;
+    const QColor wanted = kind == MarkKind::unstored   ? mark_colors::unstored
+                          : kind == MarkKind::doubtful ? mark_colors::doubtful
+                                                       : mark_colors::quiet;
     const QColor behind = widget.palette().color(QPalette::Base);
     QPainter painter(&widget);
-    painter.setPen(QPen(readable(wanted, behind, signContrast), 2));
-    painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
+    painter.setPen(QPen(readable(wanted, behind, signContrast), kind == MarkKind::quiet ? 1.5 : 2));
+    if (kind == MarkKind::quiet)
+        paintWave(painter, widget.rect());
+    else
+        painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
 }
 
 } // namespace
@@ -168,7 +184,7 @@ void ControlView::showNames() {
         return; // the first record changes most of them once more
     const Control& shown = *control_;
     const auto* field = textFieldOf(&shown);
-    const QString reason = field == nullptr ? QString() : toQt(field->mark().reason);
+    const QString reason = field == nullptr ? QString() : toQt(field->shownReason());
     const QString name = toQt(shown.accessibleName().empty() ? withoutMnemonic(shown.caption())
                                                              : shown.accessibleName());
     if (widget_->accessibleName() != name)
@@ -193,7 +209,7 @@ bool ControlView::handle(QEvent& event, QWidget& source, NativeEvent native) {
     if (event.type() == QEvent::Paint) {
         const bool painted = native(source, event);
         if (const auto* field = textFieldOf(control_); field != nullptr && &source == widget_)
-            paintMark(source, field->mark().kind);
+            paintMark(source, field->shownMark());
         return painted;
     }
     if (passing())

@@ -19,10 +19,12 @@ inline constexpr double signContrast = 3; // frames and other signs, and texts t
 [[nodiscard]] QColor readable(const QColor& wanted, const QColor& behind,
                               double least = textContrast);
 
-// Marks at fields: frames that can be told from the usual grounds of a field, and from each other.
+// Marks at fields that can be told from the usual grounds of a field, and from each other: frames,
+// and a wave below the text for a quiet one.
 namespace mark_colors {
 inline constexpr QColor unstored(200, 0, 0);
 inline constexpr QColor doubtful(200, 115, 0);
+inline constexpr QColor quiet(125, 60, 190);
 } // namespace mark_colors
 
 } // namespace vkr

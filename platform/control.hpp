@@ -162,6 +162,7 @@ enum class Alignment { left, center, right };
 // What is to be told of a field's text, the gravest last.
 enum class MarkKind {
     none,
+    quiet,    // stored, and somebody should look at the figure
     doubtful, // stored, though not all of what was typed
     unstored, // not in the record
 };
@@ -222,6 +223,17 @@ class TextField : public Control {
     [[nodiscard]] bool isUnstored() const { return mark_.kind == MarkKind::unstored; }
     [[nodiscard]] bool isDoubtful() const { return mark_.kind == MarkKind::doubtful; }
     void settleDoubt(); // the user has seen it
+    // What there is to say of the figure that the field stands for, by whoever looks it over; empty
+    // for nothing. It stays until that is told anew, whatever is typed.
+    [[nodiscard]] const std::string& remark() const { return remark_; }
+    void setRemark(std::string_view text) { assign(remark_, text, Property::mark); }
+    // What a face shows: the mark, and where there is none the remark, as a quiet one.
+    [[nodiscard]] MarkKind shownMark() const {
+        return mark_.kind != MarkKind::none || remark_.empty() ? mark_.kind : MarkKind::quiet;
+    }
+    [[nodiscard]] const std::string& shownReason() const {
+        return mark_.kind != MarkKind::none ? mark_.reason : remark_;
+    }
     // Of a field that is not stored the text that stands for what is, where it is known.
     [[nodiscard]] const std::optional<std::string>& storedText() const { return storedText_; }
     void setStoredText(std::optional<std::string> text) { storedText_ = std::move(text); }
@@ -238,6 +250,7 @@ class TextField : public Control {
     std::string text_;
     std::string entryText_;
     FieldMark mark_;
+    std::string remark_;
     std::optional<std::string> storedText_;
     int selStart_ = 0;
     int selLength_ = 0;

@@ -73,9 +73,11 @@ void VirtualDesktop::describe(std::string& lines, const Frame* container, int de
         if (const auto* field = textFieldOf(control.get())) {
             if (field->locked())
                 line << " locked";
-            if (field->mark().kind != MarkKind::none)
-                line << (field->isDoubtful() ? " doubtful " : " marked ")
-                     << quoted(field->mark().reason);
+            if (const MarkKind mark = field->shownMark(); mark != MarkKind::none)
+                line << (mark == MarkKind::quiet      ? " remarked "
+                         : mark == MarkKind::doubtful ? " doubtful "
+                                                      : " marked ")
+                     << quoted(field->shownReason());
             if (note_ && note_->field == field->id())
                 line << " note " << quoted(note_->note);
         }

@@ -13,6 +13,7 @@ struct FigurePlace {
     Datum datum{};
     std::optional<int> element;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): not what it takes the generated comparison for
     friend auto operator<=>(const FigurePlace&, const FigurePlace&) = default;
 };
 

@@ -48,7 +48,7 @@ class VirtualDriver final : public ContractDriver {
         return scene_.desktop.control(id).accessibleName();
     }
     std::string heardMark(std::string_view id) override {
-        return dynamic_cast<TextField&>(scene_.desktop.control(id)).mark().reason;
+        return dynamic_cast<TextField&>(scene_.desktop.control(id)).shownReason();
     }
     std::string note() override {
         const auto& note = scene_.desktop.note();

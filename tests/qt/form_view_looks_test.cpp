@@ -87,6 +87,24 @@ TEST_F(FormViewLooks, ADoubtIsAnAmberFrameWithTheSameTipAndDescription) {
     EXPECT_EQ(native(*name)->accessibleDescription(), "M was left out.");
 }
 
+TEST_F(FormViewLooks, ARemarkIsAWaveUnlessThereIsAMark) {
+    open();
+    const QColor violet(125, 60, 190);
+    EXPECT_FALSE(anyPixel(*native(*name), violet));
+    name->setRemark("Is below the low.");
+    EXPECT_TRUE(anyPixel(*native(*name), violet));
+    EXPECT_EQ(native(*name)->toolTip(), "Is below the low.");
+    EXPECT_EQ(native(*name)->accessibleDescription(), "Is below the low.");
+    name->setMark({MarkKind::doubtful, "M was left out."});
+    EXPECT_FALSE(anyPixel(*native(*name), violet));
+    EXPECT_EQ(native(*name)->toolTip(), "M was left out.");
+    name->setMark({});
+    EXPECT_TRUE(anyPixel(*native(*name), violet));
+    name->setRemark("");
+    EXPECT_FALSE(anyPixel(*native(*name), violet));
+    EXPECT_EQ(native(*name)->toolTip(), "");
+}
+
 TEST_F(FormViewLooks, ScreenReadersHearNamesAndStates) {
     name->setAccessibleName("Company name");
     name->setMark({MarkKind::unstored, "not stored"});

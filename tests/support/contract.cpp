@@ -940,6 +940,21 @@ void marksAndNamesAreHeard(Desktop& desktop) {
     EXPECT_EQ(desktop.heardMark("txtPriceUpdate"), "");
 }
 
+void aRemarkIsHeardWhereNothingGraverIs(Desktop& desktop) {
+    desktop.load(fullCompany());
+    VKRDataEntry& entry = desktop.entry();
+    entry.setRemarks({{{Datum::PriceUpdatedDate, {}}, "Is still to come."}});
+    EXPECT_EQ(desktop.heardMark("txtPriceUpdate"), "Is still to come.");
+    desktop.click("txtPriceUpdate");
+    desktop.type("Feb 31, 2026{TAB}");
+    EXPECT_NE(desktop.heardMark("txtPriceUpdate"), "Is still to come.");
+    desktop.click("txtPriceUpdate");
+    desktop.type("2/28/2026{TAB}");
+    EXPECT_EQ(desktop.heardMark("txtPriceUpdate"), "Is still to come.");
+    entry.setRemarks({});
+    EXPECT_EQ(desktop.heardMark("txtPriceUpdate"), "");
+}
+
 // Also where the page was on show before.
 void aPageShowsWhatWasLoadedWhileItWasAway(Desktop& desktop) {
     for (const char* city : {"Oslo", "Lima"}) {
@@ -1012,6 +1027,7 @@ constexpr ContractScene scenes[] = {
     VKR_SCENE(aPressThatEndsElsewhereDoesNothing),
     VKR_SCENE(aNoteSaysWhyAKeyIsRefused),
     VKR_SCENE(marksAndNamesAreHeard),
+    VKR_SCENE(aRemarkIsHeardWhereNothingGraverIs),
     VKR_SCENE(aPageShowsWhatWasLoadedWhileItWasAway),
 };
 
