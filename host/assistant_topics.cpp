@@ -125,6 +125,10 @@ const AssistantTopic* assistantTopic(int object) {
 }
 
 const AssistantTopic& topicOf(Datum datum) {
+    if (datum == Datum::CommDivAlternate) // these two are shown by the field of another datum
+        datum = Datum::CommDiv;
+    else if (datum == Datum::LastQDateForGrid)
+        datum = Datum::LastQDate;
     return *std::ranges::find(topics, std::optional(datum), &AssistantTopic::datum);
 }
 

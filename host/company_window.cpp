@@ -4,9 +4,11 @@
 #include "control/vkr_data_entry.hpp"
 #include "form/controls.hpp"
 #include "host/assistant.hpp"
+#include "host/figure_checks.hpp"
 #include "host/filings_import.hpp"
 #include "host/help_pages.hpp"
 #include "host/messages.hpp"
+#include "host/split_dialog.hpp"
 #include "host/suggested_dates.hpp"
 #include "host/texts.hpp"
 
@@ -58,6 +60,7 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     entry_->setVisibleQuarters(35);                     // all there are, by scrolling
     layout()->setSizeConstraint(QLayout::SetFixedSize); // the component has one size
     statusBar()->setSizeGripEnabled(false);
+    checks_ = new FigureChecks(*this, *entry_, [this] { return recordToSave(); });
     buildActions();
 
     connect(entry_, &VKRDataEntryWidget::unloadRequest, this, &CompanyWindow::unload);
@@ -93,8 +96,17 @@ void CompanyWindow::buildActions() {
     auto* closing = menu->addAction(tr("&Close"), QKeySequence::Close, this, &QWidget::close);
     closing->setObjectName(QStringLiteral("close"));
 
+    auto* figures = menuBar()->addMenu(tr("F&igures"));
+    checks_->addTo(*figures);
+    figures->addSeparator();
+    auto* split = figures->addAction(tr("Adjust for a &Split..."), this,
+                                     [this] { adjustForSplit(*this, *entry_, record_); });
+    split->setObjectName(QStringLiteral("split"));
+
     auto* guide = menuBar()->addMenu(tr("&Guide"));
     guide->addAction(tr("&Saving"), this, [this] { emit helpAsked(help::saving); });
+    guide->addAction(tr("&Figures to Look At"), this, [this] { emit helpAsked(help::checks); });
+    guide->addAction(tr("Sp&lits"), this, [this] { emit helpAsked(help::split); });
     guide->addAction(tr("&Keys"), this, [this] { emit helpAsked(help::keyboard); });
     guide->addAction(tr("&Contents"), this, [this] { emit helpAsked(0); });
 }
@@ -130,6 +142,7 @@ void CompanyWindow::startFrom(const CompanyRecord& stored) {
     takeBack(entry_->component().suggestedDates(), stored, *unchanged);
     unchanged_ = std::move(unchanged);
     showModified();
+    checks_->lookLater();
 }
 
 void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {

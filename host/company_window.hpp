@@ -12,6 +12,7 @@
 namespace vkr {
 
 class Assistant;
+class FigureChecks;
 
 // What the three lists of the component offer.
 struct OfferedLists {
@@ -84,6 +85,7 @@ class CompanyWindow : public QMainWindow {
 
     CompanyStore& store_;
     VKRDataEntryWidget* entry_;
+    FigureChecks* checks_;
     Assistant* assistant_ = nullptr; // from the first question on
     std::shared_ptr<CompanyRecord> record_;
     std::shared_ptr<const CompanyRecord> unchanged_; // as the form shows it without any change

@@ -21,6 +21,8 @@ std::optional<int> numberOf(const QString& key) {
         {QStringLiteral("saving"), help::saving},
         {QStringLiteral("keyboard"), help::keyboard},
         {QStringLiteral("filings"), help::filings},
+        {QStringLiteral("checks"), help::checks},
+        {QStringLiteral("split"), help::split},
     };
     if (own.contains(key))
         return own.value(key);

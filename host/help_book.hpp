@@ -40,6 +40,8 @@ inline constexpr int importAndExport = 2;
 inline constexpr int saving = 3;
 inline constexpr int keyboard = 4;
 inline constexpr int filings = 5;
+inline constexpr int checks = 6;
+inline constexpr int split = 7;
 } // namespace help
 
 struct HelpBook {

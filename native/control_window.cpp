@@ -166,7 +166,7 @@ std::wstring ControlWindow::heardName() const {
 
 std::wstring ControlWindow::heardDescription() const {
     const auto* field = textFieldOf(static_cast<const Control*>(control_));
-    return field == nullptr ? std::wstring() : toWide(field->mark().reason);
+    return field == nullptr ? std::wstring() : toWide(field->shownReason());
 }
 
 std::wstring ControlWindow::tip() const {

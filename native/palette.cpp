@@ -44,9 +44,12 @@ Palette::Pair Palette::surface(const Control& control) const {
 }
 
 COLORREF Palette::mark(const TextField& shown) const {
-    if (shown.mark().kind == MarkKind::none)
+    const MarkKind kind = shown.shownMark();
+    if (kind == MarkKind::none)
         return CLR_NONE;
-    const Color wanted = shown.isUnstored() ? mark_colors::unstored : mark_colors::doubtful;
+    const Color wanted = kind == MarkKind::unstored   ? mark_colors::unstored
+                         : kind == MarkKind::doubtful ? mark_colors::doubtful
+                                                      : mark_colors::quiet;
     return readable(wanted, field(shown).back, signContrast);
 }
 

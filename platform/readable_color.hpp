@@ -24,6 +24,7 @@ inline constexpr double signContrast = 3; // frames and other signs, and texts t
 namespace mark_colors {
 inline constexpr Color unstored = colorOf(200, 0, 0);
 inline constexpr Color doubtful = colorOf(200, 115, 0);
+inline constexpr Color quiet = colorOf(125, 60, 190);
 } // namespace mark_colors
 
 } // namespace vkr

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_record.hpp"
+#include "plausibility/silenced_findings.hpp"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+QT_BEGIN_NAMESPACE
+class QMainWindow;
+class QMenu;
+class QToolButton;
+QT_END_NAMESPACE
+
+namespace vkr {
+
+class FindingsPanel;
+class VKRDataEntryWidget;
+
+// Looks over the figures of a company's window after each change, once for all that happens in one
+// go, and tells: a quiet mark at each figure, how many there are in the status bar, and the panel.
+// It stops nobody.
+class FigureChecks : public QObject {
+    Q_OBJECT
+  public:
+    // The record as it would be saved; never null.
+    using Source = std::function<std::shared_ptr<const CompanyRecord>()>;
+
+    FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry, Source record);
+
+    // Those of the company that is open, in place of those before.
+    void setSilenced(std::shared_ptr<SilencedFindings> silenced);
+    void addTo(QMenu& menu);
+    void lookLater(); // when the event under way is done
+
+  private:
+    void look();
+    void mark(const std::vector<Finding>& findings);
+    void goTo(const FigurePlace& place);
+    void silence(const Finding& finding, bool silence);
+
+    QMainWindow& window_;
+    VKRDataEntryWidget& entry_;
+    Source record_;
+    std::shared_ptr<SilencedFindings> silenced_;
+    FindingsPanel* panel_;
+    QToolButton* count_; // in the status bar
+    bool isDue_ = false;
+};
+
+} // namespace vkr

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/company_record.hpp"
+#include "company/split.hpp"
+
+#include <QDialog>
+
+#include <memory>
+#include <vector>
+
+QT_BEGIN_NAMESPACE
+class QLabel;
+class QLineEdit;
+class QMainWindow;
+class QPushButton;
+class QTableWidget;
+QT_END_NAMESPACE
+
+namespace vkr {
+
+class VKRDataEntryWidget;
+
+// Asks for a split and shows every figure that it changes, before and after. Figures that are not
+// ticked stay.
+class SplitDialog : public QDialog {
+    Q_OBJECT
+  public:
+    // `dateFormat` as on the form.
+    SplitDialog(std::shared_ptr<const CompanyRecord> record, const QString& dateFormat,
+                QWidget* parent = nullptr);
+
+    [[nodiscard]] SplitRatio ratio() const { return split_.ratio; }
+    [[nodiscard]] std::vector<DatumChange> changes() const; // those that are ticked
+
+  private:
+    void layOut();
+    void preview();
+    void fill(const SplitChanges& split);
+    void showCount();
+    void tell(const QString& text);
+
+    std::shared_ptr<const CompanyRecord> record_;
+    QString dateFormat_;
+    Split split_;
+    std::vector<SplitChange> changes_; // a row each
+    QLineEdit* ratio_;
+    QLineEdit* date_;
+    QLabel* told_;
+    QTableWidget* table_;
+    QPushButton* apply_;
+};
+
+// Asks, and changes the record that the form shows as one action. Says why where the data is locked
+// or the record refuses.
+void adjustForSplit(QMainWindow& window, VKRDataEntryWidget& entry,
+                    const std::shared_ptr<const CompanyRecord>& record);
+
+} // namespace vkr

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "control/vkr_data_entry.hpp"
+#include "host/figure_checks.hpp"
+#include "host/findings_panel.hpp"
+#include "host/history_chart.hpp"
+#include "tests/qt/host_fixture.hpp"
+
+#include <QCheckBox>
+#include <QListWidget>
+#include <QToolButton>
+
+namespace vkr {
+namespace {
+
+class FigureChecksTest : public HostTest {
+  protected:
+    static QListWidget& list(CompanyWindow& window) {
+        return *window.findChild<QListWidget*>("findingsList");
+    }
+    static QToolButton& count(CompanyWindow& window) {
+        return *window.findChild<QToolButton*>("findingsCount");
+    }
+    static QWidget& panel(CompanyWindow& window) { return *window.findChild<QWidget*>("findings"); }
+    static const TextField& field(CompanyWindow& window, std::string_view id) {
+        for (const auto& control : window.entry().component().form().controls())
+            if (control->id() == id)
+                return dynamic_cast<const TextField&>(*control);
+        throw std::runtime_error("no field " + std::string(id));
+    }
+    static std::string focused(CompanyWindow& window) {
+        return window.entry().component().form().activeControl()->id();
+    }
+    // What was to happen after the event under way.
+    static void settle() { QApplication::processEvents(); }
+
+    // A loss of a year whose earnings are a gain.
+    CompanyWindow& openWithASlip() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        window.entry().setCurrentTab(toYearly);
+        type(window, "txtYEPS(5)", "56.1"); // 5.61
+        settle();
+        return window;
+    }
+};
+
+TEST_F(FigureChecksTest, AreSilentOnASoundCompanyAndOutOfTheWay) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    settle();
+    EXPECT_FALSE(count(window).isVisible());
+    EXPECT_FALSE(panel(window).isVisible());
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    EXPECT_TRUE(panel(window).isVisible());
+    EXPECT_EQ(panel(window).windowTitle(), "Nothing to Look At");
+}
+
+TEST_F(FigureChecksTest, TellOfASlipAsSoonAsItsFieldIsLeft) {
+    CompanyWindow& window = openWithASlip();
+    EXPECT_TRUE(count(window).isVisible());
+    EXPECT_EQ(count(window).text(), "2 to look at");
+    EXPECT_EQ(field(window, "txtYEPS(5)").shownMark(), MarkKind::quiet);
+    EXPECT_NE(control(window, "txtYEPS(5)").toolTip().indexOf("56.1"), -1);
+    EXPECT_EQ(control(window, "txtYEPS(5)").accessibleDescription(),
+              QString::fromStdString(field(window, "txtYEPS(5)").remark()));
+    EXPECT_FALSE(panel(window).isVisible()) << "it comes up when it is asked for";
+
+    type(window, "txtYEPS(5)", "5.61");
+    settle();
+    EXPECT_FALSE(count(window).isVisible());
+    EXPECT_EQ(field(window, "txtYEPS(5)").shownMark(), MarkKind::none);
+}
+
+TEST_F(FigureChecksTest, LeadToTheFigureByTheKeyboardAndBack) {
+    CompanyWindow& window = openWithASlip();
+    window.entry().setCurrentTab(toCompany);
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    ASSERT_TRUE(list(window).hasFocus());
+    EXPECT_EQ(list(window).count(), 2);
+    auto& chart = *panel(window).findChild<HistoryChart*>();
+    EXPECT_EQ(chart.history().title, "Earnings per Share by fiscal year");
+    ASSERT_GE(chart.history().marked, 0);
+    EXPECT_EQ(chart.history().periods.at(chart.history().marked).label, "2021");
+    user_.press(Qt::Key_Return);
+    EXPECT_EQ(focused(window), "txtYEPS(5)");
+    EXPECT_EQ(window.entry().currentTab(), toYearly);
+    EXPECT_TRUE(control(window, "txtYEPS(5)").hasFocus());
+
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    user_.press(Qt::Key_Escape);
+    EXPECT_TRUE(control(window, "txtYEPS(5)").hasFocus());
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(FigureChecksTest, F8GoesFromOneToTheNext) {
+    CompanyWindow& window = open(*host_, "SNOW");
+    settle();
+    EXPECT_EQ(count(window).text(), "5 to look at");
+    std::vector<std::string> visited;
+    for (int press = 0; press < 6; ++press) {
+        user_.press(Qt::Key_F8);
+        visited.push_back(focused(window));
+    }
+    EXPECT_EQ(visited.front(), visited.back());
+    EXPECT_EQ(visited.front(), "txtEPS(17)");
+    EXPECT_EQ(std::ranges::count(visited, "txtDilutedShares"), 1);
+}
+
+TEST_F(FigureChecksTest, OneThatIsRightIsSilentUntilItsFigureChanges) {
+    CompanyWindow& window = open(*host_, "SNOW");
+    settle();
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    const QString silenced = list(window).currentItem()->text();
+    user_.click(control(window, "itIsRight"));
+    EXPECT_EQ(count(window).text(), "4 to look at");
+    EXPECT_EQ(list(window).count(), 4);
+    EXPECT_NE(list(window).item(0)->text(), silenced);
+    EXPECT_EQ(field(window, "txtEPS(17)").shownMark(), MarkKind::none);
+    EXPECT_FALSE(window.isWindowModified()) << "no figure was changed";
+
+    auto& all = *window.findChild<QCheckBox*>("showSilenced");
+    settle(); // it has just come up
+    user_.click(all);
+    EXPECT_EQ(list(window).count(), 5);
+    list(window).setCurrentRow(0);
+    auto& again = dynamic_cast<QPushButton&>(control(window, "itIsRight"));
+    EXPECT_EQ(again.text(), "Look Again");
+    user_.click(again);
+    EXPECT_EQ(count(window).text(), "5 to look at");
+}
+
+TEST_F(FigureChecksTest, NeverKeepAnybodyFromSaving) {
+    CompanyWindow& window = openWithASlip();
+    const Answers answers({});
+    click(window, "cmdOK");
+    EXPECT_TRUE(host_->windows().isEmpty());
+    EXPECT_EQ(readSeries(*stored(*host_, "AAPL"), Datum::YEPSSeries).array().number(5), 56.1);
+}
+
+// A hidden row is looked at as it would be saved, not as it was before the figure above it changed.
+TEST_F(FigureChecksTest, GoByWhatWouldBeSaved) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toQuarterly);
+    type(window, "txtNetInc(0)", "25000");
+    settle();
+    for (int row = 0; row < list(window).count(); ++row)
+        EXPECT_FALSE(list(window).item(row)->text().startsWith("Tax unlike"))
+            << list(window).item(row)->text().toStdString();
+}
+
+} // namespace
+} // namespace vkr

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "control/vkr_data_entry.hpp"
+#include "host/split_dialog.hpp"
+#include "tests/qt/host_fixture.hpp"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableWidget>
+
+namespace vkr {
+namespace {
+
+class SplitDialogTest : public HostTest {
+  protected:
+    static double at(CompanyWindow& window, Datum series, int element) {
+        return readSeries(*window.record(), series).array().number(element);
+    }
+    // What is done with the dialog when it is up.
+    static void whenUp(const std::function<void(SplitDialog&)>& act) {
+        QTimer::singleShot(0, [act] {
+            auto* dialog = qobject_cast<SplitDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            act(*dialog);
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+    }
+    static void choose(CompanyWindow& window) { window.findChild<QAction*>("split")->trigger(); }
+    static void fill(SplitDialog& dialog, const char* ratio, const char* date) {
+        dialog.findChild<QLineEdit*>("ratio")->setText(ratio);
+        dialog.findChild<QLineEdit*>("effective")->setText(date);
+    }
+    static QTableWidget& table(SplitDialog& dialog) {
+        return *dialog.findChild<QTableWidget*>("preview");
+    }
+    static QPushButton& adjust(SplitDialog& dialog) {
+        return *dialog.findChild<QPushButton*>("adjust");
+    }
+    static QString told(SplitDialog& dialog) { return dialog.findChild<QLabel*>("told")->text(); }
+};
+
+TEST_F(SplitDialogTest, ShowsEveryFigureBeforeAndAfter) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    whenUp([](SplitDialog& dialog) {
+        EXPECT_FALSE(adjust(dialog).isEnabled());
+        fill(dialog, "4:1", "2020-08-31");
+        EXPECT_EQ(table(dialog).rowCount(), 37);
+        EXPECT_EQ(adjust(dialog).text(), "Adjust 37 Figures");
+        const auto rows = table(dialog).findItems("2.97", Qt::MatchExactly);
+        ASSERT_EQ(rows.size(), 1);
+        const int row = rows.front()->row();
+        EXPECT_EQ(table(dialog).item(row, 0)->text(), "Earnings per Share");
+        EXPECT_EQ(table(dialog).item(row, 1)->text(), "fiscal year 2019");
+        EXPECT_EQ(table(dialog).item(row, 3)->text(), "0.7425");
+    });
+    choose(window);
+    EXPECT_EQ(at(window, Datum::YEPSSeries, 7), 2.97) << "it was given up";
+    EXPECT_FALSE(window.isWindowModified());
+}
+
+TEST_F(SplitDialogTest, AdjustsWhatIsTicked) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toYearly);
+    whenUp([](SplitDialog& dialog) {
+        fill(dialog, "4:1", "2020-08-31");
+        const int row = table(dialog).findItems("2.97", Qt::MatchExactly).front()->row();
+        table(dialog).item(row, 0)->setCheckState(Qt::Unchecked);
+        EXPECT_EQ(adjust(dialog).text(), "Adjust 36 Figures");
+        adjust(dialog).click();
+    });
+    choose(window);
+    EXPECT_EQ(at(window, Datum::YEPSSeries, 7), 2.97);
+    EXPECT_EQ(at(window, Datum::YEPSSeries, 8), 0.745);
+    EXPECT_EQ(at(window, Datum::YCSOSeries, 7), 74382.604);
+    EXPECT_EQ(at(window, Datum::YEPSSeries, 6), 3.28);
+    EXPECT_TRUE(window.isWindowModified());
+    const auto& cell = window.entry().component().form().get<TextBox>("txtYEPS", 2);
+    EXPECT_EQ(cell.text().substr(0, 3), "0.7") << "and shows it";
+}
+
+TEST_F(SplitDialogTest, SaysWhatIsNoSplitAndNoDate) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    whenUp([](SplitDialog& dialog) {
+        for (const auto& [ratio, date, says] :
+             {std::tuple("", "", "Type the new"), std::tuple("1:1", "2020-08-31", "no split"),
+              std::tuple("4:1", "", "Type the day"), std::tuple("4:1", "someday", "no date"),
+              std::tuple("4:1", "1990-01-01", "No figure is of before 1990-01-01")}) {
+            fill(dialog, ratio, date);
+            EXPECT_NE(told(dialog).indexOf(says), -1) << told(dialog).toStdString();
+            EXPECT_FALSE(adjust(dialog).isEnabled());
+            EXPECT_EQ(table(dialog).rowCount(), 0);
+        }
+    });
+    choose(window);
+}
+
+TEST_F(SplitDialogTest, IsRefusedWhileTheDataIsLocked) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toOptions);
+    click(window, "chkLockInfo");
+    const Answers answers({"OK"});
+    choose(window);
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_NE(answers.told().value(0).indexOf("locked"), -1);
+    EXPECT_EQ(at(window, Datum::YEPSSeries, 7), 2.97);
+}
+
+} // namespace
+} // namespace vkr
