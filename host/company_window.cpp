@@ -8,6 +8,7 @@
 #include "host/filings_import.hpp"
 #include "host/help_pages.hpp"
 #include "host/messages.hpp"
+#include "host/silenced_in_settings.hpp"
 #include "host/split_dialog.hpp"
 #include "host/suggested_dates.hpp"
 #include "host/texts.hpp"
@@ -142,7 +143,10 @@ void CompanyWindow::startFrom(const CompanyRecord& stored) {
     takeBack(entry_->component().suggestedDates(), stored, *unchanged);
     unchanged_ = std::move(unchanged);
     showModified();
-    checks_->lookLater();
+    if (id_)
+        checks_->setSilenced(std::make_shared<SilencedInSettings>(store_.path(), *id_));
+    else
+        checks_->lookLater();
 }
 
 void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {

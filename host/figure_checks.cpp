@@ -41,7 +41,12 @@ FigureChecks::FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry, Sourc
 }
 
 void FigureChecks::setSilenced(std::shared_ptr<SilencedFindings> silenced) {
-    silenced_ = std::move(silenced);
+    const auto before = std::exchange(silenced_, std::move(silenced));
+    ifPossible([&] {
+        for (const Finding& one : companyFindings(*record_()))
+            if (before->isSilenced(one))
+                silenced_->silence(one);
+    });
     lookLater();
 }
 

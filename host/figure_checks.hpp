@@ -32,7 +32,7 @@ class FigureChecks : public QObject {
 
     FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry, Source record);
 
-    // Those of the company that is open, in place of those before.
+    // Where those of the company that is open are kept; what was silenced before goes over to it.
     void setSilenced(std::shared_ptr<SilencedFindings> silenced);
     void addTo(QMenu& menu);
     void lookLater(); // when the event under way is done

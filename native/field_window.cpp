@@ -123,7 +123,10 @@ void FieldWindow::paintMark() const {
     RECT area;
     GetWindowRect(window(), &area);
     OffsetRect(&area, -area.left, -area.top);
-    outline(context, area, mark, 2);
+    constexpr int thickness = 2;
+    if (field().shownMark() == MarkKind::quiet)
+        area.top = area.bottom - thickness; // a line below the text
+    outline(context, area, mark, thickness);
 }
 
 std::optional<LRESULT> FieldWindow::reflect(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -117,14 +117,46 @@ TEST_F(FigureChecksTest, OneThatIsRightIsSilentUntilItsFigureChanges) {
     EXPECT_FALSE(window.isWindowModified()) << "no figure was changed";
 
     auto& all = *window.findChild<QCheckBox*>("showSilenced");
-    settle(); // it has just come up
-    user_.click(all);
+    all.setFocus();
+    user_.press(Qt::Key_Space);
     EXPECT_EQ(list(window).count(), 5);
     list(window).setCurrentRow(0);
     auto& again = dynamic_cast<QPushButton&>(control(window, "itIsRight"));
     EXPECT_EQ(again.text(), "Look Again");
     user_.click(again);
     EXPECT_EQ(count(window).text(), "5 to look at");
+}
+
+TEST_F(FigureChecksTest, WhatIsRightIsKeptFromOneWindowToTheNext) {
+    open(*host_, "SNOW");
+    settle();
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    user_.click(control(*host_->windows().front(), "itIsRight"));
+    host_->windows().front()->discard();
+    settle();
+    CompanyWindow& again = open(*host_, "SNOW");
+    settle();
+    EXPECT_EQ(count(again).text(), "4 to look at");
+}
+
+TEST_F(FigureChecksTest, WhatIsRightOfANewCompanyStaysSoWhenItIsSaved) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtSymbol", "ACME");
+    type(window, "txtCommonShares", "200");
+    type(window, "txtDilutedShares", "150");
+    settle();
+    EXPECT_EQ(count(window).text(), "1 to look at");
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    user_.click(control(window, "itIsRight"));
+    EXPECT_FALSE(count(window).isVisible());
+    ASSERT_TRUE(window.save());
+    settle();
+    EXPECT_FALSE(count(window).isVisible());
+    window.discard();
+    settle();
+    CompanyWindow& again = open(*host_, "ACME");
+    settle();
+    EXPECT_FALSE(count(again).isVisible());
 }
 
 TEST_F(FigureChecksTest, NeverKeepAnybodyFromSaving) {
