@@ -11,7 +11,8 @@ namespace vkr {
 
 namespace {
 
-// What it does not know itself, the system's own object answers.
+// What it does not know itself, the system's own object answers. Libraries of some compilers have a
+// wrong IID_IAccessible; __uuidof has the right one.
 class NamedAccessible final : public IAccessible {
   public:
     NamedAccessible(IAccessible& standard, std::weak_ptr<const Heard> heard)
@@ -22,7 +23,7 @@ class NamedAccessible final : public IAccessible {
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
         if (object == nullptr)
             return E_POINTER;
-        if (id == IID_IUnknown || id == IID_IDispatch || id == IID_IAccessible) {
+        if (id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(IAccessible)) {
             *object = static_cast<IAccessible*>(this);
             AddRef();
             return S_OK;
@@ -153,11 +154,11 @@ class NamedAccessible final : public IAccessible {
 LRESULT accessibleOf(HWND window, const std::weak_ptr<const Heard>& heard, WPARAM wParam) {
     void* standard = nullptr;
     const HRESULT made =
-        CreateStdAccessibleObject(window, OBJID_CLIENT, IID_IAccessible, &standard);
+        CreateStdAccessibleObject(window, OBJID_CLIENT, __uuidof(IAccessible), &standard);
     if (FAILED(made))
         return 0;
     auto* named = new NamedAccessible(*static_cast<IAccessible*>(standard), heard);
-    const LRESULT answer = LresultFromObject(IID_IAccessible, wParam, named);
+    const LRESULT answer = LresultFromObject(__uuidof(IAccessible), wParam, named);
     named->Release();
     return answer;
 }

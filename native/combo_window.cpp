@@ -12,10 +12,7 @@ ComboWindow::ComboWindow(ViewHost& host, ComboBox& list, HWND parent) : FieldWin
            CBS_DROPDOWN | CBS_AUTOHSCROLL | CBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP |
                WS_CLIPCHILDREN,
            parent);
-    COMBOBOXINFO parts{};
-    parts.cbSize = sizeof parts;
-    GetComboBoxInfo(window(), &parts);
-    adopt(edit_, parts.hwndItem);
+    adopt(edit_, FindWindowExW(window(), nullptr, WC_EDITW, nullptr));
 }
 
 ComboWindow::~ComboWindow() {

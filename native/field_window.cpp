@@ -247,10 +247,41 @@ bool FieldWindow::typeCharacter(char32_t character) {
     } else {
         units += static_cast<wchar_t>(character);
     }
-    for (const wchar_t unit : units)
-        send(WM_CHAR, unit, 1);
+    if (character != U'\b' || !deletePair(true))
+        for (const wchar_t unit : units)
+            send(WM_CHAR, unit, 1);
     takeEdit();
     return true;
+}
+
+// Not every edit control of the system knows that a pair of surrogates is one character.
+bool FieldWindow::deletePair(bool before) {
+    const auto range = selection();
+    const auto all = text();
+    const int start = before ? range.start - 2 : range.start;
+    if (range.length > 0 || start < 0 || start + 2 > static_cast<int>(all.size()) ||
+        unitsOf(std::wstring_view(all).substr(static_cast<std::size_t>(start)), 1) != 2 ||
+        field().locked())
+        return false;
+    send(EM_SETSEL, static_cast<WPARAM>(start), start + 2);
+    send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
+    return true;
+}
+
+void FieldWindow::leavePairs(UnitRange before) {
+    const auto all = text();
+    const auto range = selection();
+    const auto isWithin = [&](int unit) {
+        return unit > 0 && unit < static_cast<int>(all.size()) &&
+               IS_SURROGATE_PAIR(all[static_cast<std::size_t>(unit) - 1],
+                                 all[static_cast<std::size_t>(unit)]);
+    };
+    const int end = range.start + range.length;
+    const bool back = range.length > 0 || range.start < before.start;
+    const int newStart = range.start + (isWithin(range.start) ? (back ? -1 : 1) : 0);
+    const int newEnd = range.length == 0 ? newStart : end + (isWithin(end) ? 1 : 0);
+    if (newStart != range.start || newEnd != end)
+        send(EM_SETSEL, static_cast<WPARAM>(newStart), newEnd);
 }
 
 void FieldWindow::paste() {
@@ -308,9 +339,14 @@ bool FieldWindow::edit(const MSG& key, int shift) {
         if (!locked)
             deleteWord(key.wParam == VK_BACK);
         break;
-    case FieldCommand::move:
+    case FieldCommand::move: {
+        if (key.wParam == VK_DELETE && deletePair(false))
+            break;
+        const auto before = selection();
         send(key.message, key.wParam, key.lParam);
+        leavePairs(before);
         break;
+    }
     case FieldCommand::none:
         return false;
     }

@@ -75,6 +75,8 @@ class FieldWindow : public ControlWindow {
     bool pastedAnew(const std::wstring& edited);
     void paste();
     void deleteWord(bool before);
+    bool deletePair(bool before);
+    void leavePairs(UnitRange before);
     void tellSelection(const std::wstring& text, UnitRange range);
 
     struct Press {

@@ -11,6 +11,13 @@ SpinnerWindow::SpinnerWindow(ViewHost& host, Spinner& spinner, HWND parent)
     pass(mainPart(), UDM_SETPOS32, 0, 0);
 }
 
+// A message box that came up has taken the release: without one it would go on stepping.
+void SpinnerWindow::press(const Pointer& pointer) {
+    pass(pointer);
+    if (control() != nullptr && GetKeyState(VK_LBUTTON) >= 0)
+        pass(mainPart(), WM_LBUTTONUP, 0, pointer.lParam);
+}
+
 std::optional<LRESULT> SpinnerWindow::reflect(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_VSCROLL)
         return 0;

@@ -12,9 +12,9 @@ class SpinnerWindow final : public ControlWindow {
     std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   protected:
-    void press(const Pointer& pointer) override { pass(pointer); }
+    void press(const Pointer& pointer) override;
     void releaseButton(const Pointer& pointer) override { pass(pointer); }
-    void doubleClick(const Pointer& pointer) override { pass(pointer); }
+    void doubleClick(const Pointer& pointer) override { press(pointer); }
 };
 
 } // namespace vkr

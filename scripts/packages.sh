@@ -36,6 +36,14 @@ package_is_installed() {
     [[ $(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
 }
 
+# packages_are_there <purpose>...: whether all of them are installed.
+packages_are_there() {
+    local package
+    for package in $(packages_for "$@"); do
+        [[ $package == *\? ]] || package_is_installed "$package" || return 1
+    done
+}
+
 # ensure_packages <purpose>...: installs what is missing; where that is not allowed, says how and fails.
 ensure_packages() {
     local list package required=() optional=()

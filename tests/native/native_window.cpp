@@ -5,6 +5,7 @@
 #include "company/company_record.hpp"
 #include "localizer/localizer.hpp"
 
+#include <ole2.h>
 #include <stdexcept>
 
 namespace vkr {
@@ -31,6 +32,7 @@ const wchar_t* kindOf(WNDPROC procedure) {
 } // namespace
 
 NativeWindow::NativeWindow(VKRDataEntryEvents* events) {
+    OleInitialize(nullptr); // screen readers come by it
     registerLocalizers(services_.factory());
     registerCompanyRecord(services_.factory());
     registerTrailingEarnings(services_.factory());
@@ -70,6 +72,7 @@ NativeWindow::~NativeWindow() {
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
     DestroyWindow(window_);
     pump();
+    OleUninitialize();
 }
 
 LRESULT CALLBACK NativeWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
