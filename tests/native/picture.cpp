@@ -98,7 +98,7 @@ Bytes rowsOf(HWND window, int width, int height) {
 
 void writePicture(HWND window, const std::string& file) {
     RECT area;
-    GetClientRect(window, &area);
+    GetClientRect(window == nullptr ? GetDesktopWindow() : window, &area);
     const int width = static_cast<int>(area.right);
     const int height = static_cast<int>(area.bottom);
     if (width <= 0 || height <= 0)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // vkr-native-tour <folder>: pictures of the form with a company, tab by tab, with a menu, the help
 // and the calendar.
-#include "company/company_csv.hpp"
+#include "tests/native/answerer.hpp"
 #include "tests/native/native_window.hpp"
 #include "tests/native/picture.hpp"
 #include "tests/support/entry_scene.hpp"
@@ -9,28 +9,102 @@
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace {
 
 using namespace vkr;
 
-void show(NativeWindow& host, const std::string& file) {
-    host.pump();
-    RedrawWindow(host.window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    writePicture(host.window(), file);
-}
-
-void take(const std::string& folder) {
-    NativeWindow host;
-    const std::string before = folder + "/" + std::to_string(GetDpiForWindow(host.window())) + "-";
-    show(host, before + "empty.png");
-    host.entry().put_objCompany(fullCompany());
-    constexpr const char* names[] = {"company", "yearly", "quarterly", "other", "options"};
-    for (int tab = toCompany; tab <= toOptions; ++tab) {
-        host.entry().put_CurrentTab(static_cast<TABObject>(tab));
-        show(host, before + names[tab - toCompany] + ".png");
+class Tour {
+  public:
+    explicit Tour(const std::string& folder) {
+        before_ = folder + "/" + std::to_string(GetDpiForWindow(host_.window())) + "-";
     }
-}
+
+    void take() {
+        show("empty");
+        host_.entry().put_vntExchange(textArray({"Nasdaq", "NYSE", "Xetra"}));
+        host_.entry().put_objCompany(fullCompany());
+        constexpr const char* names[] = {"company", "yearly", "quarterly", "other", "options"};
+        for (int tab = toCompany; tab <= toOptions; ++tab) {
+            host_.entry().put_CurrentTab(static_cast<TABObject>(tab));
+            show(names[tab - toCompany]);
+        }
+        host_.entry().put_CurrentTab(toCompany);
+        showMarks();
+        showList();
+        showOpened("calendar", "txtLastUpdate", VK_F4);
+        showOpened("menu", "txtName", VK_APPS);
+        showHelp();
+    }
+
+  private:
+    // Of the whole screen where a window of its own lies before the form.
+    void show(const std::string& name, bool screen = false) {
+        host_.pump();
+        write(name, screen);
+    }
+    void write(const std::string& name, bool screen) {
+        RedrawWindow(host_.window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        writePicture(screen ? nullptr : host_.window(), before_ + name + ".png");
+    }
+    void enter(const char* field) {
+        host_.entry().showField(field);
+        host_.pump();
+    }
+    void strike(WORD key) {
+        strikeKey(key);
+        host_.pump();
+    }
+
+    void showMarks() {
+        enter("txtPriceUpdate");
+        for (const char32_t character : U"Feb 31, 2026")
+            if (character != 0)
+                strikeCharacter(character);
+        strike(VK_TAB);
+        enter("txtTotalDebt");
+        host_.services().setClipboardText("1.5M");
+        strikeKey('V', shifts::control);
+        strike(VK_TAB);
+        enter("txtCommSO");
+        strikeCharacter(U'x');
+        show("marks");
+    }
+
+    void showList() {
+        enter("cmbExchange");
+        strike(VK_F4);
+        show("list", true);
+        strike(VK_ESCAPE);
+    }
+
+    // What opens has a loop of its own: a timer takes the picture, and closes it.
+    void showOpened(const char* name, const char* field, WORD key) {
+        enter(field);
+        name_ = name;
+        open_ = this;
+        const UINT_PTR timer = SetTimer(nullptr, 0, 300, [](HWND, UINT, UINT_PTR, DWORD) {
+            if (Tour* tour = std::exchange(open_, nullptr); tour != nullptr) {
+                tour->write(tour->name_, true);
+                strikeKey(VK_ESCAPE);
+            }
+        });
+        strike(key);
+        KillTimer(nullptr, timer);
+    }
+
+    void showHelp() {
+        enter("txtName");
+        strike(VK_F1);
+        show("help");
+    }
+
+    static inline Tour* open_ = nullptr; // while something is open
+    NativeWindow host_;
+    std::string before_;
+    std::string name_;
+};
 
 } // namespace
 
@@ -38,7 +112,7 @@ int main(int count, char** arguments) {
     try {
         if (count != 2)
             throw std::runtime_error("which folder?");
-        take(arguments[1]);
+        Tour(arguments[1]).take();
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "vkr-native-tour: %s\n", error.what());
