@@ -8,9 +8,7 @@
 namespace vkr {
 
 ComboWindow::ComboWindow(ViewHost& host, ComboBox& list, HWND parent) : FieldWindow(host, list) {
-    create(WC_COMBOBOXW,
-           CBS_DROPDOWN | CBS_AUTOHSCROLL | CBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP |
-               WS_CLIPCHILDREN,
+    create(WC_COMBOBOXW, CBS_DROPDOWN | CBS_AUTOHSCROLL | WS_VSCROLL | WS_TABSTOP | WS_CLIPCHILDREN,
            parent);
     adopt(edit_, FindWindowExW(window(), nullptr, WC_EDITW, nullptr));
 }

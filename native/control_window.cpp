@@ -141,6 +141,10 @@ void ControlWindow::showOrder() {
     SetWindowPos(main_.window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+void ControlWindow::putBehind() {
+    SetWindowPos(main_.window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 // What is on a parked page is nowhere, for screen readers as well.
 void ControlWindow::showVisible() {
     const bool visible = control_->visible() && control_->left() > Control::parkedLeft;
@@ -207,7 +211,7 @@ LRESULT ControlWindow::handle(const Part& part, UINT message, WPARAM wParam, LPA
         return accessibleOf(part.window, weak_from_this(), wParam);
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS)
         return handleFocus(part, message, wParam, lParam);
-    if (!passing())
+    if (!passing() || message == WM_NCPAINT) // which comes within the native painting
         for (const auto step : {&ControlWindow::handleOwn, &ControlWindow::handlePointer,
                                 &ControlWindow::handleKeys, &ControlWindow::handleText})
             if (const auto answer = (this->*step)(part, message, wParam, lParam))

@@ -37,7 +37,10 @@ class ControlWindow : public Heard, public std::enable_shared_from_this<ControlW
     void showDue();
     virtual void place();
     void showVisible();
-    virtual void followColors() { redraw(); }
+    void putBehind(); // its neighbours
+
+    // What the view adds to the native looks: `area` is that of the whole window.
+    virtual void paintOver(HDC /*context*/, const RECT& /*area*/) const {}
 
     // A message to the parent that tells of this window, or asks for its looks.
     virtual std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam);

@@ -40,6 +40,23 @@ void EditWindow::show(Property property) {
     ControlWindow::show(property, setters);
 }
 
+void EditWindow::showAll() {
+    condensed_ = false;
+    FieldWindow::showAll();
+    if (!condensed_)
+        useFont(host().fonts().plain());
+}
+
+int EditWindow::margin() const {
+    return host().scale().pixels(30);
+}
+
+// With each font the system sets margins of its own, which depend on it.
+void EditWindow::useFont(HFONT font) {
+    pass(mainPart(), WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    pass(mainPart(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin(), margin()));
+}
+
 // A figure that is wider than its cell is condensed: no digit is out of sight.
 void EditWindow::fitFigure() {
     static constexpr int narrowest = 50;
@@ -51,8 +68,7 @@ void EditWindow::fitFigure() {
     if (!tooWide && !condensed_)
         return;
     condensed_ = tooWide;
-    const HFONT font = tooWide ? fonts.fitting(text, room(), narrowest) : fonts.plain();
-    pass(mainPart(), WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    useFont(tooWide ? fonts.fitting(text, room(), narrowest) : fonts.plain());
 }
 
 bool EditWindow::fits() const {
@@ -60,8 +76,8 @@ bool EditWindow::fits() const {
 }
 
 int EditWindow::room() const {
-    constexpr int margins = 9; // the frame and the gap beside the text, left and right
-    return std::max(1, host().scale().place(*control()).width - margins);
+    const int beside = 2 * (margin() + GetSystemMetrics(SM_CXEDGE)) + 1; // and the caret
+    return std::max(1, host().scale().place(*control()).width - beside);
 }
 
 } // namespace vkr

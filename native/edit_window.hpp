@@ -10,6 +10,7 @@ class EditWindow final : public FieldWindow {
   public:
     EditWindow(ViewHost& host, TextBox& box, HWND parent);
     void show(Property property) override;
+    void showAll() override;
 
     [[nodiscard]] bool hasLines() const override { return hasLines_; }
 
@@ -18,6 +19,8 @@ class EditWindow final : public FieldWindow {
 
   private:
     void fitFigure();
+    void useFont(HFONT font);
+    [[nodiscard]] int margin() const; // beside the text
     [[nodiscard]] int room() const;
 
     bool hasLines_;

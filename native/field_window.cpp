@@ -115,18 +115,23 @@ void FieldWindow::focusLost() {
 }
 
 // The frame of the window, where no digit is.
-void FieldWindow::paintMark() const {
+void FieldWindow::paintOver(HDC context, const RECT& area) const {
+    constexpr int thickness = 2;
     const COLORREF mark = host().palette().mark(field());
     if (mark == CLR_NONE)
         return;
+    RECT frame = area;
+    if (field().shownMark() == MarkKind::quiet)
+        frame.top = frame.bottom - thickness; // a line below the text
+    outline(context, frame, mark, thickness);
+}
+
+void FieldWindow::paintMark() const {
     const WindowContext context(window(), WindowContext::Part::all);
     RECT area;
     GetWindowRect(window(), &area);
     OffsetRect(&area, -area.left, -area.top);
-    constexpr int thickness = 2;
-    if (field().shownMark() == MarkKind::quiet)
-        area.top = area.bottom - thickness; // a line below the text
-    outline(context, area, mark, thickness);
+    paintOver(context, area);
 }
 
 std::optional<LRESULT> FieldWindow::reflect(UINT message, WPARAM wParam, LPARAM lParam) {

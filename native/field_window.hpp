@@ -29,6 +29,7 @@ class FieldWindow : public ControlWindow {
     void focusLost() override;
     void catchUp() override;
     void pressEnded() override { firstPress_.reset(); }
+    void paintOver(HDC context, const RECT& area) const override;
     std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     [[nodiscard]] bool canUndo() const;

@@ -7,6 +7,7 @@
 #include "native/windows.hpp"
 
 #include <algorithm>
+#include <vector>
 
 namespace vkr {
 
@@ -93,14 +94,20 @@ FieldWindow* NativeForm::fieldWindow(const TextField& field) const {
 // Views of the wanted controls, as their models are now.
 template <typename Wanted>
 void NativeForm::makeViews(Wanted&& wanted) {
+    std::vector<const Control*> shapes;
     for (const auto& control : form_->controls()) {
         if (control->kind() == ControlKind::menuItem || !wanted(*control))
             continue;
-        if (auto* view = viewOf(control.get()))
+        if (auto* view = viewOf(control.get())) {
             view->showDue();
-        else
+        } else {
             addView(*control);
+            if (control->kind() == ControlKind::shape)
+                shapes.push_back(control.get());
+        }
     }
+    for (auto shape = shapes.rbegin(); shape != shapes.rend(); ++shape)
+        viewOf(*shape)->putBehind(); // the first one behind the others
 }
 
 // The system puts a new window behind its neighbours, so that screen readers come to them in the
@@ -270,6 +277,8 @@ void NativeForm::drawInside(HWND parent, HDC context) const {
         IntersectClipRect(context, place.left, place.top, place.right, place.bottom);
         if ((GetWindowLongPtrW(child, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0)
             DrawEdge(context, &place, EDGE_SUNKEN, BF_RECT);
+        const auto* view = ControlWindow::of(child);
+        const int unclipped = SaveDC(context);
         OffsetViewportOrgEx(context, inner.x - corner.x, inner.y - corner.y, nullptr);
         RECT area;
         GetClientRect(child, &area);
@@ -278,6 +287,9 @@ void NativeForm::drawInside(HWND parent, HDC context) const {
         SendMessageW(child, WM_ERASEBKGND, target, 0);
         SendMessageW(child, WM_PRINTCLIENT, target, PRF_CLIENT | PRF_ERASEBKGND);
         drawInside(child, context);
+        RestoreDC(context, unclipped);
+        if (view != nullptr && view->control() != nullptr)
+            view->paintOver(context, place);
         RestoreDC(context, before);
     }
 }

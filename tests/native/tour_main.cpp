@@ -96,7 +96,8 @@ class Tour {
 
     void showHelp() {
         enter("txtName");
-        strike(VK_F1);
+        for (const int key : {VK_APPS, VK_UP, VK_RETURN}) // the last entry of the menu
+            strikeKey(static_cast<WORD>(key));
         show("help");
     }
 
