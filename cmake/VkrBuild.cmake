@@ -67,6 +67,9 @@ function(vkr_target target)
     # g++ 12 sees overlaps in std::string at -O3 where there are none (GCC bug 105651).
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         target_compile_options(${target} PRIVATE -Wno-restrict)
+        if(WIN32) # nor are the members of a variant used before they are set
+            target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
+        endif()
     endif()
     # Calls within a shared library stay within it.
     if(BUILD_SHARED_LIBS)
