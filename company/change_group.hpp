@@ -30,4 +30,10 @@ struct ChangeGroup {
     friend bool operator==(const ChangeGroup&, const ChangeGroup&) = default;
 };
 
+class CompanyRecord;
+// What leads from one record to the other, datum by datum as they were set, then the settings. Each
+// change has the action's origin and document.
+[[nodiscard]] ChangeGroup changesBetween(const CompanyRecord& before, const CompanyRecord& after,
+                                         const Action& action);
+
 } // namespace vkr

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/assistant.hpp"
 
+#include "host/history_window.hpp"
 #include "host/texts.hpp"
 
 #include <QApplication>
@@ -64,7 +65,7 @@ Assistant::Assistant(Source record, QWidget* parent)
     : QDialog(parent), record_(std::move(record)), title_(label(this, "title")),
       company_(label(this, "company")), stored_(label(this, "stored")),
       longText_(new QPlainTextEdit(this)), unit_(label(this, "unit")),
-      onScreen_(label(this, "onScreen")), body_(new QWidget(this)),
+      origin_(label(this, "origin")), onScreen_(label(this, "onScreen")), body_(new QWidget(this)),
       chartTitle_(label(body_, "chartTitle")), chart_(new HistoryChart(body_)),
       quartersBox_(new QWidget(body_)), quartersTitle_(label(quartersBox_, "quartersTitle")),
       quarters_(label(quartersBox_, "quarters")) {
@@ -81,7 +82,7 @@ Assistant::Assistant(Source record, QWidget* parent)
     quarters_->setTextFormat(Qt::RichText);
     for (QLabel* read : {stored_, quarters_}) // with the keyboard, too
         read->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    for (QLabel* mayBeLong : {company_, onScreen_})
+    for (QLabel* mayBeLong : {company_, origin_, onScreen_})
         mayBeLong->setWordWrap(true);
 
     layOutBody();
@@ -118,6 +119,13 @@ void Assistant::layOut() {
     help->setObjectName(QStringLiteral("moreHelp"));
     connect(help, &QPushButton::clicked, this,
             [this] { emit helpAsked(helpObjectBase + object()); });
+    history_ = buttons->addButton(tr("&History..."), QDialogButtonBox::ActionRole);
+    history_->setObjectName(QStringLiteral("history"));
+    history_->setAutoDefault(false);
+    connect(history_, &QPushButton::clicked, this, [this] {
+        const auto facts = assistantFacts(*topic_, *record_(), element_);
+        emit historyAsked(*topic_->datum, facts.element);
+    });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     close_ = buttons->button(QDialogButtonBox::Close);
     close_->setDefault(true);
@@ -129,6 +137,7 @@ void Assistant::layOut() {
     layout->addWidget(stored_);
     layout->addWidget(longText_);
     layout->addWidget(unit_);
+    layout->addWidget(origin_);
     layout->addWidget(onScreen_);
     layout->addSpacing(layout->spacing());
     layout->addWidget(body_, 1);
@@ -209,6 +218,7 @@ void Assistant::refresh() {
     onScreen_->setText(tr("On screen: %1").arg(elided(shown_)));
     onScreen_->setVisible(differs);
 
+    showOrigin(facts);
     chartTitle_->setText(facts.history.title);
     chart_->setHistory(facts.history);
     quartersTitle_->setText(facts.quartersTitle);
@@ -216,6 +226,19 @@ void Assistant::refresh() {
     quarters_->setText(tableText(tr("Quarter ended"), facts.quartersUnit, facts.quarters));
     quartersBox_->setVisible(!facts.quarters.isEmpty());
     body_->setVisible(!facts.history.periods.isEmpty());
+}
+
+void Assistant::showOrigin(const AssistantFacts& facts) {
+    const bool isKnown = origins_ != nullptr && topic_->datum.has_value();
+    history_->setVisible(isKnown);
+    origin_->setVisible(isKnown && facts.isStored);
+    if (!isKnown)
+        return;
+    const FigureOrigin origin = origins_().of(*topic_->datum, facts.element);
+    QString text = originText(origin.origin, fromUtf8(origin.document));
+    if (origin.isOutdated && origin.origin != Origin::derived)
+        text = tr("%1; what it follows from has changed since").arg(text);
+    origin_->setText(tr("Where it comes from: %1").arg(text));
 }
 
 } // namespace vkr

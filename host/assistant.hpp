@@ -2,6 +2,7 @@
 #pragma once
 
 #include "company/company_record.hpp"
+#include "company/figure_origins.hpp"
 #include "host/assistant_facts.hpp"
 
 #include <QDialog>
@@ -30,6 +31,9 @@ class Assistant : public QDialog {
     explicit Assistant(Source record, QWidget* parent = nullptr);
     ~Assistant() override;
 
+    // Where the figures come from at the time of asking; without it nothing is said of that.
+    void setOrigins(std::function<FigureOrigins()> origins) { origins_ = std::move(origins); }
+
     // Comes to the front with an object; a number that no object has is ignored. `shown` is the
     // text on screen, `element` the period that is asked about, if any.
     void tell(int object, const QString& shown, std::optional<int> element,
@@ -38,14 +42,17 @@ class Assistant : public QDialog {
 
   signals:
     void helpAsked(int page);
+    void historyAsked(vkr::Datum datum, std::optional<int> element);
 
   private:
     void layOutBody();
     void layOut();
     void refresh();
+    void showOrigin(const AssistantFacts& facts);
     void standBeside(const QWidget& form);
 
     Source record_;
+    std::function<FigureOrigins()> origins_;
     const AssistantTopic* topic_ = nullptr;
     QString shown_;
     QString storedWhenAsked_;
@@ -58,6 +65,7 @@ class Assistant : public QDialog {
     QLabel* stored_;
     QPlainTextEdit* longText_; // in place of it
     QLabel* unit_;
+    QLabel* origin_;
     QLabel* onScreen_;
     QWidget* body_;
     QLabel* chartTitle_;
@@ -65,6 +73,7 @@ class Assistant : public QDialog {
     QWidget* quartersBox_;
     QLabel* quartersTitle_;
     QLabel* quarters_;
+    QPushButton* history_ = nullptr;
     QPushButton* close_;
 };
 

@@ -317,6 +317,7 @@ AssistantFacts assistantFacts(const AssistantTopic& topic, const iVKR_Company& c
     else if (!element)
         element = newestElement(topic, company);
 
+    facts.element = element;
     facts.stored = storedText(topic, company, element);
     facts.isStored = !facts.stored.isEmpty();
     if (!facts.isStored) {

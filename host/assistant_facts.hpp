@@ -29,6 +29,7 @@ struct AssistantFacts {
     bool isStored = false;
     QString unit;
     QString period; // of a figure that belongs to one
+    std::optional<int> element;
     // Whether a text on screen says something else than what is stored.
     bool differs = false;
     History history;

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "host/company_window.hpp"
 
+#include "company/kept_figures.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "form/controls.hpp"
 #include "host/assistant.hpp"
 #include "host/figure_checks.hpp"
 #include "host/filings_import.hpp"
 #include "host/help_pages.hpp"
+#include "host/history_window.hpp"
 #include "host/messages.hpp"
 #include "host/silenced_in_settings.hpp"
 #include "host/split_dialog.hpp"
@@ -52,8 +54,8 @@ QStringList described(const std::vector<Difference>& differences, const QString&
 CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id,
                              const LoadedCompany& company, const OfferedLists& lists,
                              QWidget* parent)
-    : QMainWindow(parent), store_(store), entry_(new VKRDataEntryWidget(this)), id_(id),
-      revision_(company.revision) {
+    : QMainWindow(parent), store_(store), entry_(new VKRDataEntryWidget(this)),
+      origins_(company.origins), id_(id), revision_(company.revision) {
     setObjectName(QStringLiteral("companyWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
     setCentralWidget(entry_);
@@ -93,6 +95,15 @@ void CompanyWindow::buildActions() {
     printed->setObjectName(QStringLiteral("print"));
     auto* pdf = menu->addAction(tr("Save as P&DF..."), this, [this] { emit pdfAsked(); });
     pdf->setObjectName(QStringLiteral("savePdf"));
+    auto* history = menu->addAction(tr("&History..."), this, [this] {
+        if (id_)
+            this->history().showAll();
+        else
+            tellNews(this, tr("%1 has no history yet.").arg(title()),
+                     tr("It begins when the company is saved."));
+    });
+    history->setShortcut(Qt::CTRL | Qt::Key_H);
+    history->setObjectName(QStringLiteral("history"));
     menu->addSeparator();
     auto* closing = menu->addAction(tr("&Close"), QKeySequence::Close, this, &QWidget::close);
     closing->setObjectName(QStringLiteral("close"));
@@ -115,6 +126,8 @@ void CompanyWindow::buildActions() {
 void CompanyWindow::tellAbout(int object, const QVariant& shown) {
     if (assistant_ == nullptr) {
         assistant_ = new Assistant([this] { return record(); }, this);
+        assistant_->setOrigins([this] { return origins(); });
+        connect(assistant_, &Assistant::historyAsked, this, &CompanyWindow::showHistory);
         connect(assistant_, &Assistant::helpAsked, this, &CompanyWindow::helpAsked);
     }
     // What is handed over is a caption where there is no text to ask about.
@@ -124,6 +137,85 @@ void CompanyWindow::tellAbout(int object, const QVariant& shown) {
     assistant_->tell(object, isTyped ? shown.toString() : QString(),
                      focusedElement(form, object, *record_), entry_->dateFormat(),
                      entry_->component().get_NumberMarks());
+}
+
+// --- history -----------------------------------------------------------------------------------
+
+FigureOrigins CompanyWindow::origins() const {
+    FigureOrigins now = origins_;
+    if (unchanged_ != nullptr) // else a company is just being opened
+        now.note(changesBetween(*unchanged_, *record_, {Origin::typed, {}, {}}));
+    return now;
+}
+
+SaveAccount CompanyWindow::account() const {
+    const auto typed = edited();
+    takeBack(untypedDates(), *unchanged_, *typed);
+    SaveAccount account;
+    account.groups = {changesBetween(*unchanged_, *typed, {Origin::typed, {}, {}})};
+    account.rest = {Origin::derived, tr("Worked out when it was saved").toStdString(), {}};
+    if (!id_ && origins_ != FigureOrigins()) {
+        account.rest = {Origin::typed, tr("Saved as a copy").toStdString(), {}};
+        account.origins = origins();
+    }
+    return account;
+}
+
+HistoryWindow& CompanyWindow::history() {
+    if (history_ == nullptr) {
+        history_ = new HistoryWindow(store_, *id_, title(), this);
+        connect(history_, &HistoryWindow::restoreAsked, this, &CompanyWindow::restoreState);
+    }
+    return *history_;
+}
+
+void CompanyWindow::showHistory(Datum datum, std::optional<int> element) {
+    if (!id_) {
+        tellNews(this, tr("%1 has no history yet.").arg(title()),
+                 tr("It begins when the company is saved."));
+        return;
+    }
+    QString period;
+    if (element && rowOf(datum).period == DatumPeriod::year && record_->get_LastFY() != 0)
+        period = QString::number(record_->get_LastFY() + 1 - *element);
+    if (element && rowOf(datum).period == DatumPeriod::quarter &&
+        !isAbsent(record_->get_LastQDateForGrid()))
+        period = isoDate(addQuarters(record_->get_LastQDateForGrid(), -*element));
+    history().showFigure(datum, period);
+}
+
+void CompanyWindow::restoreState(const HistoryGroup& group) {
+    const auto state = store_.stateAfter(*id_, group);
+    if (!state) {
+        tellFault(this, tr("This state can't be restored."), fromUtf8(state.error().message));
+        return;
+    }
+    entry_->component().leaveField();
+    const auto differing = changesBetween(*record_, *state.value(), {});
+    if (differing.changes.empty()) {
+        tellNews(history_, tr("The company is as it was then."));
+        return;
+    }
+    const QString time = localTime(group.time);
+    if (askFirst(history_, tr("Make %1 what it was on %2?").arg(title(), time),
+                 tr("%1 values change. It is saved when you save the company.")
+                     .arg(differing.changes.size()),
+                 tr("&Restore")))
+        restore(*state.value(), tr("Restore of %1").arg(time));
+}
+
+bool CompanyWindow::restore(const CompanyRecord& state, const QString& name) {
+    std::vector<DatumChange> changes;
+    for (const Change& change : changesBetween(*record_, state, {}).changes)
+        if (change.setting.empty())
+            changes.push_back(change);
+    const auto refusal =
+        entry_->component().changeRecord(changes, {Origin::typed, name.toStdString(), {}});
+    if (refusal)
+        tellFault(this, tr("Nothing was restored."), fromUtf8(*refusal));
+    showTitle();
+    showModified();
+    return !refusal;
 }
 
 void CompanyWindow::setOffered(const OfferedLists& lists) {
@@ -166,7 +258,10 @@ QString CompanyWindow::title() const {
 
 std::shared_ptr<CompanyRecord> CompanyWindow::committed() const {
     auto copy = record_->clone();
-    entry_->component().commitInto(copy);
+    // All that a commit writes it has worked out.
+    const auto kept = std::make_shared<KeptFigures>(copy, [this] { return origins(); });
+    const ActionScope working(kept, {Origin::derived, {}, {}});
+    entry_->component().commitInto(kept);
     return copy;
 }
 
@@ -261,12 +356,16 @@ bool CompanyWindow::save() {
         return false;
     for (;;) {
         const auto saving = recordToSave();
-        const auto result = store_.save(id_, *saving, revision_);
+        const auto result = store_.save(id_, *saving, revision_, account());
         if (result) {
             id_ = result.value().id;
             revision_ = result.value().revision;
             entry_->setDirty(false);
+            if (const auto stored = store_.load(*id_))
+                origins_ = stored.value().origins;
             startFrom(*saving);
+            if (history_ != nullptr && history_->isVisible())
+                history_->refresh();
             showTitle();
             notice(*this, tr("Saved."));
             emit saved(*id_);
@@ -403,6 +502,7 @@ bool CompanyWindow::takeTheirs() {
         return false;
     }
     revision_ = loaded.value().revision;
+    origins_ = loaded.value().origins;
     open(loaded.value().record);
     return true;
 }

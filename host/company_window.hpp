@@ -13,6 +13,7 @@ namespace vkr {
 
 class Assistant;
 class FigureChecks;
+class HistoryWindow;
 
 // What the three lists of the component offer.
 struct OfferedLists {
@@ -40,6 +41,11 @@ class CompanyWindow : public QMainWindow {
     [[nodiscard]] std::shared_ptr<CompanyRecord> recordToSave() const;
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
 
+    // Where each figure comes from, what was typed here included.
+    [[nodiscard]] FigureOrigins origins() const;
+    // Makes the company what it was, as one change that is not saved yet; `name` says which state.
+    bool restore(const CompanyRecord& state, const QString& name);
+
     // False where there was an error or the user went back; both were told.
     bool save();
     // Figures from a document of filings into the record, after a review; nothing is saved.
@@ -63,6 +69,11 @@ class CompanyWindow : public QMainWindow {
     // Where figures come from that are as they are stored; others were changed in this window.
     [[nodiscard]] OriginQuery originOfFigures() const;
     void tellAbout(int object, const QVariant& shown);
+    HistoryWindow& history();
+    void showHistory(Datum datum, std::optional<int> element);
+    void restoreState(const HistoryGroup& group);
+    // What was changed since the company was opened or saved.
+    [[nodiscard]] SaveAccount account() const;
     void unload(int mode);
     void open(std::shared_ptr<CompanyRecord> record); // as it is stored
     void showRecord(std::shared_ptr<CompanyRecord> record);
@@ -87,6 +98,8 @@ class CompanyWindow : public QMainWindow {
     VKRDataEntryWidget* entry_;
     FigureChecks* checks_;
     Assistant* assistant_ = nullptr; // from the first question on
+    HistoryWindow* history_ = nullptr;
+    FigureOrigins origins_; // of what is stored
     std::shared_ptr<CompanyRecord> record_;
     std::shared_ptr<const CompanyRecord> unchanged_; // as the form shows it without any change
     std::optional<std::int64_t> id_;

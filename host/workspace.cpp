@@ -7,6 +7,7 @@
 #include "host/texts.hpp"
 #include "record/enumerations.hpp"
 #include "sheet/company_notes.hpp"
+#include "store/import_matches.hpp"
 
 #include <QApplication>
 #include <QCollator>
@@ -50,7 +51,7 @@ Workspace::Opened Workspace::create(const QString& path, const QString& samples,
     std::vector<SaveRequest> requests;
     for (const FolderImport::Entry& entry : folder.entries) {
         if (entry.result.company)
-            requests.push_back({std::nullopt, entry.result.company, 0});
+            requests.push_back({std::nullopt, entry.result.company, 0, importedFrom(entry.prefix)});
         for (const CsvProblem& problem : entry.result.errors)
             result.notes.append(fromUtf8(describe(problem)));
     }
@@ -170,7 +171,9 @@ CompanyWindow* Workspace::openCompany(std::int64_t id) {
         return nullptr;
     }
     CompanyWindow* window = show(id, loaded.value());
-    if (!loaded.value().unreadable.empty()) {
+    if (loaded.value().damage) {
+        tellDamage(*window, *loaded.value().damage);
+    } else if (!loaded.value().unreadable.empty()) {
         QStringList lines;
         for (const std::string& datum : loaded.value().unreadable)
             lines.append(fromUtf8(datum));
@@ -180,6 +183,18 @@ CompanyWindow* Workspace::openCompany(std::int64_t id) {
                       .arg(lines.join(QStringLiteral(", "))));
     }
     return window;
+}
+
+// What was saved may be shown in place of what is stored; either way the user decides by saving.
+void Workspace::tellDamage(CompanyWindow& window, const CompanyDamage& damage) {
+    const QString more = tr("%1\n\nNothing was changed now.").arg(fromUtf8(damage.message));
+    if (damage.saved == nullptr || damage.differences.empty())
+        return tellFault(&window, tr("This company is not as it was saved."), more);
+    const int choice =
+        ask(&window, tr("This company is not as it was saved."), more,
+            {{tr("Show What Was &Saved")}, {tr("Show What Is S&tored"), Choice::Role::reject}}, 0);
+    if (choice == 0)
+        window.restore(*damage.saved, tr("Take what was saved"));
 }
 
 CompanyWindow* Workspace::newCompany() {

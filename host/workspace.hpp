@@ -62,6 +62,7 @@ class Workspace : public QObject {
     static Opened opened(const QString& path, OpenMode mode, const StoreOptions& options);
     void connectList();
     CompanyWindow* show(std::optional<std::int64_t> id, const LoadedCompany& company);
+    void tellDamage(CompanyWindow& window, const CompanyDamage& damage);
     void imported(const std::vector<CompanyKey>& companies);
     void showHelp(int page);
     void tellAbout();

@@ -128,30 +128,6 @@ bool replay(CompanyRecord& company, Change& change) {
     return change.before != change.after;
 }
 
-ChangeGroup rest(const CompanyRecord& reached, const CompanyRecord& saved, const Action& action) {
-    ChangeGroup group{action.name, {}, {}};
-    for (const DatumRow& row : datumTable()) {
-        const Variant& before = reached.stored(row.datum);
-        const Variant& after = saved.stored(row.datum);
-        if (before != after)
-            group.changes.push_back(
-                {{row.datum, std::nullopt, before, after}, {}, action.origin, action.document});
-    }
-    const auto settingsBefore = reached.get_Settings();
-    const auto settingsAfter = saved.get_Settings();
-    for (const SettingRow& row : settingTable) {
-        const Variant before = settingsBefore->get(row.name);
-        const Variant after = settingsAfter->get(row.name);
-        if (before.toText() != after.toText())
-            group.changes.push_back(
-                {{Datum{}, std::nullopt, before, after},
-                 std::string(row.name),
-                 action.origin == Origin::derived ? Origin::typed : action.origin,
-                 action.document});
-    }
-    return group;
-}
-
 // --- rows ------------------------------------------------------------------------------------
 
 std::string utcText(std::chrono::system_clock::time_point at) {
@@ -339,7 +315,10 @@ std::vector<ChangeGroup> exactGroups(const CompanyRecord& stored, const CompanyR
         if (!group.changes.empty())
             groups.push_back(std::move(group));
     }
-    ChangeGroup others = rest(*reached, saved, account.rest);
+    ChangeGroup others = changesBetween(*reached, saved, account.rest);
+    for (Change& change : others.changes)
+        if (!change.setting.empty() && change.origin == Origin::derived)
+            change.origin = Origin::typed; // how figures are shown is chosen by people
     if (!others.changes.empty() || groups.empty())
         groups.push_back(std::move(others));
     return groups;

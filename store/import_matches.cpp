@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "store/import_matches.hpp"
 
+#include "company/company_csv.hpp"
+
 namespace vkr {
 
 StoreResult<std::optional<CompanySummary>> ImportMatches::take(const CompanyRecord& imported) {
@@ -14,6 +16,12 @@ StoreResult<std::optional<CompanySummary>> ImportMatches::take(const CompanyReco
             taken_.insert(stored.key.id).second)
             return std::optional(stored);
     return std::optional<CompanySummary>();
+}
+
+SaveAccount importedFrom(const std::string& prefix) {
+    SaveAccount account;
+    account.rest = {Origin::imported, "Import of " + prefix, prefix + std::string(companySuffix)};
+    return account;
 }
 
 } // namespace vkr

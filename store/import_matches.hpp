@@ -23,4 +23,7 @@ class ImportMatches {
     std::set<std::int64_t> taken_;
 };
 
+// That a company was imported, from the tables of this prefix.
+[[nodiscard]] SaveAccount importedFrom(const std::string& prefix);
+
 } // namespace vkr

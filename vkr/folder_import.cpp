@@ -73,9 +73,7 @@ void FolderImporter::choose(Pending& pending, std::shared_ptr<CompanyRecord> rec
     const auto stored = matches_.take(*record);
     if (!stored)
         return noteFault(company, stored.error());
-    SaveRequest request{std::nullopt, record, 0};
-    request.account.rest = {Origin::imported, "Import of " + company.prefix,
-                            company.prefix + std::string(companySuffix)};
+    SaveRequest request{std::nullopt, record, 0, importedFrom(company.prefix)};
     company.fate = Fate::added;
     if (stored.value()) {
         const CompanyKey key = stored.value()->key;
@@ -141,7 +139,8 @@ bool FolderImporter::save(std::vector<Pending>& batch) {
             continue;
         }
         const SaveRequest& request = *pending.request;
-        const auto single = store_.save(request.id, *request.record, request.expectedRevision);
+        const auto single =
+            store_.save(request.id, *request.record, request.expectedRevision, request.account);
         if (!single)
             noteFault(pending.company, single.error());
     }

@@ -184,7 +184,8 @@ TEST_P(CompanyHistory, IsFilteredByPersonTimeAndOrigin) {
     ASSERT_DONE(store->save(1, *record, 1, account));
     const auto names = [&](const HistoryQuery& query) {
         std::string found;
-        for (const HistoryGroup& group : store->history(1, query).value())
+        const auto groups = store->history(1, query);
+        for (const HistoryGroup& group : groups.value())
             found += "[" + group.name + "]";
         return found;
     };

@@ -1,0 +1,359 @@
+// SPDX-License-Identifier: MIT
+#include "host/history_window.hpp"
+
+#include "company/exact_text.hpp"
+#include "host/messages.hpp"
+#include "host/texts.hpp"
+#include "host/window_memory.hpp"
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+#include <QMap>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <set>
+
+namespace vkr {
+
+namespace {
+
+enum Column { when, who, what, before, after, from, columnCount };
+
+struct OriginRow {
+    Origin origin;
+    const char* text;
+};
+constexpr OriginRow origins[] = {
+    {Origin::typed, QT_TRANSLATE_NOOP("history", "typed")},
+    {Origin::pasted, QT_TRANSLATE_NOOP("history", "pasted")},
+    {Origin::imported, QT_TRANSLATE_NOOP("history", "imported")},
+    {Origin::derived, QT_TRANSLATE_NOOP("history", "worked out")},
+    {Origin::shifted, QT_TRANSLATE_NOOP("history", "moved to another period")},
+};
+
+struct Span {
+    const char* text;
+    int days; // 0: ever
+};
+constexpr Span spans[] = {
+    {QT_TRANSLATE_NOOP("history", "Any time"), 0},
+    {QT_TRANSLATE_NOOP("history", "Last 24 hours"), 1},
+    {QT_TRANSLATE_NOOP("history", "Last 7 days"), 7},
+    {QT_TRANSLATE_NOOP("history", "Last 30 days"), 30},
+    {QT_TRANSLATE_NOOP("history", "Last 12 months"), 365},
+};
+
+constexpr Qt::Alignment numbers = Qt::AlignRight | Qt::AlignVCenter;
+constexpr int limits[] = {0, 1000, 100, 20};
+
+QString told(const char* text) {
+    return QCoreApplication::translate("history", text);
+}
+
+QString figureTitle(const std::string& datum, const QString& period) {
+    const QString title = datumTitle(datum);
+    return period.isEmpty() ? title : title + u' ' + period;
+}
+
+// Numbers as the user's locale has them, with all their digits.
+QString valueText(const HistoryChange& change, const std::string& value) {
+    if (value.empty())
+        return {};
+    const auto row = std::ranges::find(datumTable(), change.datum, &DatumRow::name);
+    const bool isFigure = row != datumTable().end() && row->unit != DatumUnit::none;
+    const auto number = isFigure ? exactNumber(value) : std::nullopt;
+    QString text = number ? figureText(*number) : fromUtf8(value);
+    constexpr qsizetype most = 200; // of notes
+    return text.size() <= most ? text : text.left(most) + QChar(0x2026);
+}
+
+QTreeWidgetItem* changeItem(const HistoryChange& change) {
+    auto* item = new QTreeWidgetItem;
+    item->setText(what, figureTitle(change.datum, fromUtf8(change.period)));
+    item->setText(before, valueText(change, change.before));
+    item->setText(after, valueText(change, change.after));
+    item->setText(from, originText(change.origin, fromUtf8(change.document)));
+    for (const int column : {before, after}) {
+        item->setTextAlignment(column, numbers);
+        item->setToolTip(column, item->text(column));
+    }
+    item->setToolTip(from, item->text(from));
+    return item;
+}
+
+QString groupTitle(const HistoryGroup& group) {
+    if (!group.name.empty())
+        return fromUtf8(group.name);
+    if (group.changes.empty())
+        return told("Saved without a change");
+    return group.changes.size() == 1
+               ? figureTitle(group.changes.front().datum, fromUtf8(group.changes.front().period))
+               : told("%1 changes").arg(group.changes.size());
+}
+
+QTreeWidgetItem* groupItem(const HistoryGroup& group) {
+    auto* item =
+        new QTreeWidgetItem({localTime(group.time), fromUtf8(group.user), groupTitle(group)});
+    item->setToolTip(what, item->text(what));
+    if (group.changes.size() == 1) { // said in one line
+        const std::unique_ptr<QTreeWidgetItem> only(changeItem(group.changes.front()));
+        for (const int column : {before, after, from}) {
+            item->setText(column, only->text(column));
+            item->setToolTip(column, only->text(column));
+            if (column != from)
+                item->setTextAlignment(column, numbers);
+        }
+        if (group.name.empty())
+            return item;
+    }
+    for (const HistoryChange& change : group.changes)
+        item->addChild(changeItem(change));
+    return item;
+}
+
+// A list of choices with the one that was chosen before still chosen, where it is there.
+void choose(QComboBox& list, const QVariant& chosen) {
+    list.setCurrentIndex(std::max(0, list.findData(chosen)));
+}
+
+} // namespace
+
+QString originText(const std::optional<Origin>& origin, const QString& document) {
+    if (!origin)
+        return told("not known");
+    const auto* const row = std::ranges::find(origins, *origin, &OriginRow::origin);
+    return document.isEmpty() ? told(row->text) : told("%1 from %2").arg(told(row->text), document);
+}
+
+HistoryWindow::HistoryWindow(CompanyStore& store, std::int64_t company, const QString& title,
+                             QWidget* parent)
+    : QDialog(parent), store_(store), company_(company), person_(new QComboBox(this)),
+      time_(new QComboBox(this)), origin_(new QComboBox(this)), figure_(new QComboBox(this)),
+      tree_(new QTreeWidget(this)), extent_(new QLabel(this)), limit_(new QComboBox(this)) {
+    setObjectName(QStringLiteral("history"));
+    setWindowTitle(tr("History of %1").arg(title));
+    for (const Span& span : spans)
+        time_->addItem(told(span.text), span.days);
+    origin_->addItem(tr("Any origin"), -1);
+    for (const OriginRow& row : origins) {
+        QString text = told(row.text);
+        text[0] = text[0].toUpper();
+        origin_->addItem(text, static_cast<int>(row.origin));
+    }
+    for (const int limit : limits)
+        limit_->addItem(limit == 0 ? tr("all saves") : tr("%1 saves").arg(limit), limit);
+    layOut();
+    for (QComboBox* filter : {person_, time_, origin_, figure_})
+        connect(filter, &QComboBox::activated, this, &HistoryWindow::fillTree);
+    connect(limit_, &QComboBox::activated, this, &HistoryWindow::setLimit);
+    connect(tree_, &QTreeWidget::currentItemChanged, this,
+            [this] { restore_->setEnabled(chosen() != nullptr); });
+    rememberedSize(*this, "history", {920, 560});
+    connect(this, &QDialog::finished, this, [this] { rememberSize(*this, "history"); });
+}
+
+void HistoryWindow::layOut() {
+    struct Filter {
+        QComboBox* list;
+        const char* name;
+        QString label;
+    };
+    auto* row = new QHBoxLayout;
+    for (const Filter& filter :
+         {Filter{figure_, "figure", tr("&Figure:")}, Filter{person_, "person", tr("&Person:")},
+          Filter{time_, "time", tr("&Time:")}, Filter{origin_, "origin", tr("&Origin:")}}) {
+        auto* label = new QLabel(filter.label, this);
+        label->setBuddy(filter.list);
+        filter.list->setObjectName(QLatin1String(filter.name));
+        filter.list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+        row->addWidget(label);
+        row->addWidget(filter.list);
+    }
+    row->addStretch();
+
+    tree_->setObjectName(QStringLiteral("changes"));
+    tree_->setAccessibleName(tr("Changes"));
+    tree_->setHeaderLabels(
+        {tr("When"), tr("Who"), tr("What"), tr("Before"), tr("After"), tr("Where from")});
+    for (const int column : {before, after})
+        tree_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    tree_->setAlternatingRowColors(true);
+    tree_->setUniformRowHeights(true);
+    tree_->header()->setStretchLastSection(true);
+
+    auto* kept = new QHBoxLayout;
+    extent_->setObjectName(QStringLiteral("extent"));
+    kept->addWidget(extent_, 1);
+    auto* keep = new QLabel(tr("&Keep of each company:"), this);
+    keep->setBuddy(limit_);
+    limit_->setObjectName(QStringLiteral("limit"));
+    limit_->setToolTip(tr("For everybody who uses this database. What is older becomes one "
+                          "entry when a company is saved."));
+    kept->addWidget(keep);
+    kept->addWidget(limit_);
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    restore_ = buttons->addButton(tr("&Restore This State..."), QDialogButtonBox::ActionRole);
+    restore_->setObjectName(QStringLiteral("restore"));
+    restore_->setEnabled(false);
+    restore_->setAutoDefault(false);
+    connect(restore_, &QPushButton::clicked, this, [this] {
+        if (const HistoryGroup* group = chosen())
+            emit restoreAsked(*group);
+    });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(row);
+    layout->addWidget(tree_, 1);
+    layout->addLayout(kept);
+    layout->addWidget(buttons);
+}
+
+void HistoryWindow::showAll() {
+    asked_.reset();
+    refresh();
+    choose(*figure_, QVariant());
+    fillTree();
+    comeToFront();
+}
+
+void HistoryWindow::showFigure(Datum datum, const QString& period) {
+    asked_ = {fromUtf8(rowOf(datum).name), period};
+    refresh();
+    figure_->setCurrentIndex(1);
+    fillTree();
+    comeToFront();
+}
+
+void HistoryWindow::comeToFront() {
+    tree_->setFocus();
+    show();
+    raise();
+    activateWindow();
+}
+
+void HistoryWindow::refresh() {
+    const auto all = store_.history(company_);
+    if (!all) {
+        tellFault(parentWidget(), tr("The history can't be read."), fromUtf8(all.error().message));
+        return;
+    }
+    fillChoices(all.value());
+    showExtent();
+    fillTree();
+}
+
+void HistoryWindow::fillChoices(const std::vector<HistoryGroup>& all) {
+    std::set<QString> people;
+    std::set<QString> names;
+    for (const HistoryGroup& group : all) {
+        people.insert(fromUtf8(group.user));
+        for (const HistoryChange& change : group.changes)
+            names.insert(fromUtf8(change.datum));
+    }
+    const QVariant person = person_->currentData();
+    const QVariant figure = figure_->currentData();
+    person_->clear();
+    person_->addItem(tr("Everybody"));
+    for (const QString& name : people)
+        person_->addItem(name, name);
+    choose(*person_, person);
+    figure_->clear();
+    figure_->addItem(tr("All figures"));
+    if (asked_ && !asked_->period.isEmpty())
+        figure_->addItem(figureTitle(asked_->datum.toStdString(), asked_->period),
+                         QStringList{asked_->datum, asked_->period});
+    else if (asked_)
+        figure_->addItem(figureTitle(asked_->datum.toStdString(), {}), QStringList{asked_->datum});
+    QMap<QString, QString> byTitle;
+    for (const QString& datum : names)
+        byTitle.insert(datumTitle(datum.toStdString()), datum);
+    for (auto one = byTitle.cbegin(); one != byTitle.cend(); ++one)
+        if (!asked_ || !asked_->period.isEmpty() || one.value() != asked_->datum)
+            figure_->addItem(one.key(), QStringList{one.value()});
+    choose(*figure_, figure);
+}
+
+HistoryQuery HistoryWindow::query() const {
+    HistoryQuery query;
+    query.user = person_->currentData().toString().toStdString();
+    if (const int days = time_->currentData().toInt(); days > 0)
+        query.from =
+            QDateTime::currentDateTimeUtc().addDays(-days).toString(Qt::ISODate).toStdString();
+    if (const int origin = origin_->currentData().toInt(); origin >= 0)
+        query.origin = static_cast<Origin>(origin);
+    const QStringList figure = figure_->currentData().toStringList();
+    query.datum = figure.value(0).toStdString();
+    query.period = figure.value(1).toStdString();
+    return query;
+}
+
+void HistoryWindow::fillTree() {
+    const auto found = store_.history(company_, query());
+    groups_ = found ? found.value() : std::vector<HistoryGroup>();
+    tree_->clear();
+    QList<QTreeWidgetItem*> items;
+    for (const HistoryGroup& group : groups_)
+        items.append(groupItem(group));
+    tree_->addTopLevelItems(items);
+    if (items.size() == 1)
+        items.front()->setExpanded(true);
+    for (int column = 0; column < columnCount; ++column) {
+        tree_->resizeColumnToContents(column);
+        const int most = column == what ? 320 : 200;
+        tree_->setColumnWidth(column, std::min(tree_->columnWidth(column) + 12, most));
+    }
+    if (!items.isEmpty())
+        tree_->setCurrentItem(items.front());
+    restore_->setEnabled(chosen() != nullptr);
+}
+
+void HistoryWindow::showExtent() {
+    if (const auto extent = store_.historyExtent(company_))
+        extent_->setText(tr("%1 entries since %2, about %3.")
+                             .arg(QLocale().toString(qlonglong(extent.value().groups)),
+                                  localTime(extent.value().since),
+                                  QLocale().formattedDataSize(extent.value().bytes)));
+    if (const auto limit = store_.historyLimit()) {
+        const int row = limit_->findData(qlonglong(limit.value()));
+        if (row < 0)
+            limit_->addItem(tr("%1 saves").arg(limit.value()), qlonglong(limit.value()));
+        limit_->setCurrentIndex(row < 0 ? limit_->count() - 1 : row);
+    }
+}
+
+const HistoryGroup* HistoryWindow::chosen() const {
+    QTreeWidgetItem* item = tree_->currentItem();
+    if (item == nullptr)
+        return nullptr;
+    const int row = tree_->indexOfTopLevelItem(item->parent() != nullptr ? item->parent() : item);
+    return row < 0 ? nullptr : &groups_[static_cast<std::size_t>(row)];
+}
+
+void HistoryWindow::setLimit(int row) {
+    const std::int64_t saves = limit_->itemData(row).toLongLong();
+    const auto before = store_.historyLimit();
+    const bool isFewer = before && saves > 0 && (before.value() == 0 || saves < before.value());
+    if (isFewer && !askFirst(this, tr("Keep %1 saves of each company?").arg(saves),
+                             tr("What is older becomes one entry when a company is saved, for "
+                                "everybody who uses this database. That can't be undone."),
+                             tr("&Keep %1").arg(saves)))
+        return showExtent();
+    if (const auto done = store_.setHistoryLimit(saves); !done)
+        tellFault(this, tr("The setting was not saved."), fromUtf8(done.error().message));
+    showExtent();
+}
+
+} // namespace vkr

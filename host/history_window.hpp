@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "record/datum_table.hpp"
+#include "store/company_store.hpp"
+
+#include <QDialog>
+
+#include <optional>
+#include <vector>
+
+QT_BEGIN_NAMESPACE
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QTreeWidget;
+QT_END_NAMESPACE
+
+namespace vkr {
+
+// Who changed what of a company, the newest first, by person, time, origin and figure. It stands
+// beside the form and shows what is saved; a state of the company can be asked for.
+class HistoryWindow : public QDialog {
+    Q_OBJECT
+  public:
+    HistoryWindow(CompanyStore& store, std::int64_t company, const QString& title,
+                  QWidget* parent = nullptr);
+
+    // Reads the history anew.
+    void refresh();
+    // Comes to the front with everything.
+    void showAll();
+    // Comes to the front with one figure; without a period with all periods of the datum.
+    void showFigure(Datum datum, const QString& period = {});
+
+  signals:
+    // The company as it was after this group.
+    void restoreAsked(const vkr::HistoryGroup& group);
+
+  private:
+    struct Figure {
+        QString datum;
+        QString period;
+        friend bool operator==(const Figure&, const Figure&) = default;
+    };
+    void layOut();
+    void comeToFront();
+    void fillChoices(const std::vector<HistoryGroup>& all);
+    void fillTree();
+    void showExtent();
+    [[nodiscard]] HistoryQuery query() const;
+    [[nodiscard]] const HistoryGroup* chosen() const;
+    void setLimit(int row);
+
+    CompanyStore& store_;
+    const std::int64_t company_;
+    std::optional<Figure> asked_; // by showFigure
+    std::vector<HistoryGroup> groups_;
+
+    QComboBox* person_;
+    QComboBox* time_;
+    QComboBox* origin_;
+    QComboBox* figure_;
+    QTreeWidget* tree_;
+    QLabel* extent_;
+    QComboBox* limit_;
+    QPushButton* restore_;
+};
+
+// "typed", "imported from 0001-24-5", "not known": how a figure came to be.
+[[nodiscard]] QString originText(const std::optional<Origin>& origin, const QString& document);
+
+} // namespace vkr

@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+// The history of a company and of a figure, as the host shows it.
+#include "control/vkr_data_entry.hpp"
+#include "host/assistant.hpp"
+#include "host/history_window.hpp"
+#include "tests/qt/host_fixture.hpp"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTreeWidget>
+
+namespace vkr {
+
+namespace {
+
+class HostHistory : public HostTest {
+  protected:
+    [[nodiscard]] std::int64_t idOf(const std::string& symbol) {
+        const auto rows = host_->store().list();
+        for (const CompanySummary& row : rows.value())
+            if (row.symbol == symbol)
+                return row.key.id;
+        ADD_FAILURE() << symbol;
+        return 0;
+    }
+    static void change(CompanyWindow& window, Datum datum, const Variant& value) {
+        const std::vector<DatumChange> changes = {
+            {datum, std::nullopt, readDatum(*window.record(), datum), value}};
+        ASSERT_EQ(window.entry().component().changeRecord(changes, {Origin::typed, "", ""}),
+                  std::nullopt);
+    }
+    static HistoryWindow& shownHistory(CompanyWindow& window) {
+        window.findChild<QAction*>("history")->trigger();
+        auto* history = window.findChild<HistoryWindow*>();
+        EXPECT_NE(history, nullptr);
+        EXPECT_TRUE(history->isVisible());
+        return *history;
+    }
+    static QTreeWidget& changes(HistoryWindow& history) {
+        return *history.findChild<QTreeWidget*>("changes");
+    }
+    static void chooseText(HistoryWindow& history, const char* list, const QString& text) {
+        auto* box = history.findChild<QComboBox*>(list);
+        const int row = box->findText(text);
+        ASSERT_GE(row, 0) << text.toStdString();
+        box->setCurrentIndex(row);
+        emit box->activated(row);
+    }
+};
+
+TEST_F(HostHistory, TellsThatSamplesWereImported) {
+    CompanyWindow* window = host_->openCompany(idOf("AAPL"));
+    HistoryWindow& history = shownHistory(*window);
+    ASSERT_EQ(changes(history).topLevelItemCount(), 1);
+    const QTreeWidgetItem* group = changes(history).topLevelItem(0);
+    EXPECT_EQ(group->text(2), "Import of AAPL");
+    EXPECT_GT(group->childCount(), 200);
+    EXPECT_EQ(group->child(0)->text(5), "imported from AAPL-company.csv");
+    window->discard();
+}
+
+TEST_F(HostHistory, TellsWhatWasTypedAndFiltersIt) {
+    CompanyWindow* window = host_->openCompany(idOf("AAPL"));
+    change(*window, Datum::City, "Graz");
+    ASSERT_TRUE(window->save());
+    HistoryWindow& history = shownHistory(*window);
+    ASSERT_EQ(changes(history).topLevelItemCount(), 3);
+    EXPECT_EQ(changes(history).topLevelItem(0)->text(2), "Worked out when it was saved");
+    const QTreeWidgetItem* group = changes(history).topLevelItem(1);
+    EXPECT_EQ(group->text(2), "City");
+    EXPECT_EQ(group->text(4), "Graz");
+    EXPECT_EQ(group->text(5), "typed");
+    chooseText(history, "origin", "Imported");
+    EXPECT_EQ(changes(history).topLevelItemCount(), 1);
+    chooseText(history, "figure", "City");
+    EXPECT_EQ(changes(history).topLevelItem(0)->text(2), "Import of AAPL");
+    window->discard();
+}
+
+// Today's tax rate: imported, and not what net and pre-tax income give.
+TEST_F(HostHistory, AnImportedTaxRateIsWhatItWasAfterOk) {
+    const std::int64_t id = idOf("AAPL");
+    auto record = host_->store().load(id).value().record;
+    Variant rates = record->get_YTaxRateSeries();
+    rates.array().setNumber(2, 18.1);
+    record->put_YTaxRateSeries(rates);
+    SaveAccount account;
+    account.rest = {Origin::imported, "Import", "0001-24-5"};
+    ASSERT_TRUE(host_->store().save(id, *record, 1, account));
+    CompanyWindow* window = host_->openCompany(id);
+    change(*window, Datum::City, "Graz");
+    ASSERT_TRUE(window->save());
+    const auto saved = host_->store().load(id).value();
+    EXPECT_EQ(saved.record->get_City(), "Graz");
+    EXPECT_EQ(saved.record->get_YTaxRateSeries().array().number(2), 18.1);
+    EXPECT_EQ(saved.origins.of(Datum::YTaxRateSeries, 2).document, "0001-24-5");
+    window->discard();
+}
+
+TEST_F(HostHistory, RestoresAStateAsAChangeThatIsNotSavedYet) {
+    const std::int64_t id = idOf("AAPL");
+    CompanyWindow* window = host_->openCompany(id);
+    const std::string city = window->record()->get_City();
+    change(*window, Datum::City, "Graz");
+    ASSERT_TRUE(window->save());
+    HistoryWindow& history = shownHistory(*window);
+    const int entries = changes(history).topLevelItemCount();
+    changes(history).setCurrentItem(changes(history).topLevelItem(entries - 1));
+    {
+        const Answers answers({"Restore"});
+        history.findChild<QPushButton*>("restore")->click();
+        EXPECT_TRUE(history.isVisible());
+        EXPECT_TRUE(answers.allGiven());
+    }
+    EXPECT_EQ(window->record()->get_City(), city);
+    EXPECT_TRUE(window->isWindowModified());
+    EXPECT_EQ(host_->store().load(id).value().record->get_City(), "Graz");
+    ASSERT_TRUE(window->save());
+    EXPECT_EQ(host_->store().load(id).value().record->get_City(), city);
+    EXPECT_GT(changes(history).topLevelItemCount(), entries) << "and is in the list by now";
+    window->discard();
+}
+
+TEST_F(HostHistory, OfANewCompanyBeginsWhenItIsSaved) {
+    CompanyWindow* window = host_->newCompany();
+    {
+        const Answers answers({"OK"});
+        window->findChild<QAction*>("history")->trigger();
+        EXPECT_TRUE(answers.allGiven());
+    }
+    EXPECT_EQ(window->findChild<HistoryWindow*>(), nullptr);
+    window->discard();
+}
+
+TEST_F(HostHistory, OfAFigureIsAskedForInTheAssistant) {
+    CompanyWindow* window = host_->openCompany(idOf("AAPL"));
+    emit window->entry().assistant(doTotalDebt, QString());
+    auto* assistant = window->findChild<Assistant*>();
+    ASSERT_NE(assistant, nullptr);
+    EXPECT_EQ(assistant->findChild<QLabel*>("origin")->text(),
+              "Where it comes from: imported from AAPL-company.csv");
+    assistant->findChild<QPushButton*>("history")->click();
+    auto* history = window->findChild<HistoryWindow*>();
+    ASSERT_NE(history, nullptr);
+    EXPECT_EQ(history->findChild<QComboBox*>("figure")->currentText(), "Total Debt");
+    ASSERT_EQ(changes(*history).topLevelItemCount(), 1);
+    EXPECT_EQ(changes(*history).topLevelItem(0)->childCount(), 1);
+    window->discard();
+}
+
+TEST_F(HostHistory, IsBoundedAfterAQuestion) {
+    CompanyWindow* window = host_->openCompany(idOf("AAPL"));
+    HistoryWindow& history = shownHistory(*window);
+    {
+        const Answers answers({"Cancel", "Keep 20"});
+        chooseText(history, "limit", "20 saves");
+        EXPECT_EQ(host_->store().historyLimit().value(), 0);
+        EXPECT_EQ(history.findChild<QComboBox*>("limit")->currentText(), "all saves");
+        chooseText(history, "limit", "20 saves");
+        EXPECT_TRUE(answers.allGiven());
+    }
+    EXPECT_EQ(host_->store().historyLimit().value(), 20);
+    window->discard();
+}
+
+TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
+    const std::int64_t id = idOf("AAPL");
+    const double debt = host_->store().load(id).value().record->get_TotalDebt();
+    {
+        auto other = QSqlDatabase::addDatabase("QSQLITE", "damage");
+        other.setDatabaseName(database());
+        ASSERT_TRUE(other.open());
+        QSqlQuery(other).exec(
+            QString("UPDATE company SET \"TotalDebt\" = 1 WHERE id = %1").arg(id));
+    }
+    QSqlDatabase::removeDatabase("damage");
+    const Answers answers({"Show What Was Saved"});
+    CompanyWindow* window = host_->openCompany(id);
+    EXPECT_TRUE(answers.allGiven());
+    ASSERT_EQ(answers.told().size(), 1);
+    EXPECT_TRUE(answers.told().front().contains("TotalDebt was saved as"));
+    EXPECT_EQ(window->record()->get_TotalDebt(), debt);
+    EXPECT_TRUE(window->isWindowModified());
+    ASSERT_TRUE(window->save());
+    EXPECT_EQ(host_->store().check(id).value(), std::nullopt);
+    window->discard();
+}
+
+} // namespace
+} // namespace vkr
