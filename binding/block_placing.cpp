@@ -272,8 +272,9 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(bool across) const 
 int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
     head = trimmed(head);
     for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
-        const std::string& name = grid_.columns[column].name;
-        if (equalsIgnoringCase(head, name))
+        const auto& [name, others, negatives, price, rate, inUnit] = grid_.columns[column];
+        const auto isHead = [&](const std::string& one) { return equalsIgnoringCase(head, one); };
+        if (isHead(name) || std::ranges::any_of(others, isHead))
             return static_cast<int>(column);
         for (const auto& shown : grid_.unitNames)
             if (equalsIgnoringCase(head, name + " " + shown.text)) {

@@ -16,11 +16,12 @@ namespace vkr {
 // The grid that a block is pasted into, as placing needs to know it.
 struct BlockGrid {
     struct Column {
-        std::string name;       // its head, without a unit
-        bool negatives = false; // takes a minus
-        bool price = false;     // takes fractions
-        bool rate = false;      // in percent
-        bool inUnit = false;    // money and shares, in the unit of the form
+        std::string name;                         // its head, without a unit
+        std::vector<std::string> otherNames = {}; // that reports give it
+        bool negatives = false;                   // takes a minus
+        bool price = false;                       // takes fractions
+        bool rate = false;                        // in percent
+        bool inUnit = false;                      // money and shares, in the unit of the form
     };
     struct Row {
         int year = 0; // of a yearly grid; 0: unknown

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "binding/block_placing.hpp"
 #include "binding/session.hpp"
 #include "form/form_layout.hpp"
 
@@ -22,6 +23,12 @@ class SeriesGrid {
         int row;
     };
 
+    // What is to stand in a cell, as the record holds it.
+    struct Figure {
+        Cell cell;
+        double stored;
+    };
+
     SeriesGrid(Session& session, std::span<const GridColumn> columns);
     virtual ~SeriesGrid() = default;
     SeriesGrid(const SeriesGrid&) = delete;
@@ -31,6 +38,10 @@ class SeriesGrid {
     [[nodiscard]] const GridSeries& seriesOf(const GridColumn& column) const;
     [[nodiscard]] DataEntryObject objectOf(const Control& control) const;
     [[nodiscard]] std::optional<Cell> find(const Control& control) const;
+    [[nodiscard]] int rowCount() const { return static_cast<int>(cells_.front().size()); }
+    [[nodiscard]] TextBox& box(Cell cell) const {
+        return *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    }
     [[nodiscard]] std::span<TextBox* const> cells(int column) const {
         return cells_[static_cast<std::size_t>(column)];
     }
@@ -59,22 +70,38 @@ class SeriesGrid {
     bool keyPress(Cell cell, char32_t& character); // true: the character was refused
     void leave(Cell cell);
     virtual void enter(Cell cell);
+    virtual void bringIntoView(Cell cell) = 0;
+    // What is being typed belongs to the period that its cell shows now: stored before the cells
+    // come to show other ones, and selected anew afterwards.
+    void settleCell();
+    void selectCell();
 
-  protected:
+    // --- several cells at once (series_grid_cells.cpp)
+    // The name of the series that a column shows; `head` with the unit of amounts.
+    [[nodiscard]] std::string nameOf(int column) const;
+    [[nodiscard]] std::string headOf(int column) const;
+    [[nodiscard]] virtual std::string labelOf(int row) const = 0;
+    [[nodiscard]] virtual BlockGrid::Row periodOf(int row) const = 0;
+    [[nodiscard]] virtual bool isQuarterly() const = 0; // newest on top then, else at the bottom
     // The element of a series that a row shows; nothing where the row shows none.
     [[nodiscard]] virtual std::optional<int> elementOf(int row) const = 0;
     // Why nothing can be stored at the moment; empty when it can.
     [[nodiscard]] virtual std::string reasonNotToStore() const { return {}; }
     // Columns that the keys reach at the moment; the others are out of sight.
     [[nodiscard]] virtual int reachableColumns() const;
+    // The figure of the record, also beyond the rows on show; nothing where it has no such place.
+    [[nodiscard]] std::optional<double> held(Cell cell) const;
+    // A stored figure with all digits, in the unit and with the decimal mark of the form; "" for 0.
+    [[nodiscard]] std::string exactText(int column, double stored) const;
+    // Puts figures into the record, all or none, as one action of a person; shows them, and lets
+    // follow what follows of typed ones. What the record said where it refused one, be it nothing.
+    std::optional<std::string> put(std::span<const Figure> figures, const Action& action);
+
+  protected:
     virtual void movedRight(Cell /*from*/) {} // Ctrl+Right went off
     virtual void stored(Cell /*cell*/) {}     // left, and written back where it was not touched
     void collectCells();                      // again after rows were made or removed
-    // What is being typed belongs to the period that its cell shows now: stored before the cells
-    // come to show other ones, and selected anew afterwards.
-    void settleCell();
-    void selectCell();
-    void storeMarked(); // tries again what could not be stored
+    void storeMarked();                       // tries again what could not be stored
     // Shows a cell's figure anew from the record; nothing where it can't be read.
     void showElement(Cell cell);
     // Every series that a column can show, once.

@@ -199,7 +199,32 @@ inline constexpr int notePrice = 674;
 inline constexpr int noteYear = 675;
 inline constexpr int noteDecimalMark = 676; // "%1" the mark
 inline constexpr int noteOneFigure = 677;
-inline constexpr int noteFull = 678;             // "%1" the characters that a field has room for
+inline constexpr int noteFull = 678; // "%1" the characters that a field has room for
+// Blocks of cells. Of a count there are two texts: of one, and of "%1".
+inline constexpr int pasteCaption = 701; // "%1" the place that the block begins at
+inline constexpr int pasteOk = 702;      // of one; the next one of several
+inline constexpr int pasteNothing = 704;
+inline constexpr int pasteCancel = 705;
+inline constexpr int pasteAction = 706; // the same; these name what can be undone
+inline constexpr int deleteAction = 708;
+inline constexpr int fillAction = 710;
+inline constexpr int previousAction = 712;
+inline constexpr int sumTaken = 714; // the parts of the summary
+inline constexpr int sumLeftOut = 716;
+inline constexpr int sumDoubtful = 718;
+inline constexpr int sumNothing = 720;
+inline constexpr int firstPasteHead = 721; // 721 to 726: period, column, text, now, then, remark
+inline constexpr int byPeriods = 730;      // the switches
+inline constexpr int byNames = 731;
+inline constexpr int turned = 732;
+inline constexpr int reversed = 733;
+inline constexpr int blockUnit = 734;
+inline constexpr int unitAsShown = 735;
+inline constexpr int emptyCells = 736;
+inline constexpr int keepCells = 737; // its entries: keep, empty
+inline constexpr int decimalMark = 739;
+inline constexpr int pointMark = 740;   // its entries: point, comma
+inline constexpr int firstRemark = 745; // 745 to 767, in the order of BlockRemark; "%1" its detail
 inline constexpr int firstReportingPeriod = 640; // 640 to 642, entries of cmbReportingPeriod
 } // namespace text_number
 

@@ -9,10 +9,15 @@ namespace vkr {
 
 EntryInput::EntryInput(Session& session, Controllers& controllers, QuarterlyGrid& quarterly,
                        Pages& pages, HelpFrame& frame, MoreHelp& help, RightClickMenu& menu,
-                       HostLine& host)
+                       HostLine& host, CellCommands& cells)
     : session_(session), controllers_(controllers), quarterly_(quarterly), pages_(pages),
-      frame_(frame), help_(help), menu_(menu), host_(host) {
+      frame_(frame), help_(help), menu_(menu), host_(host), cells_(cells) {
     session_.form.setHandler(this);
+}
+
+void EntryInput::onLostFocus(Control& control) {
+    cells_.endSelection();
+    controllers_.of(control).leave(control);
 }
 
 void EntryInput::leaveActive() {
@@ -47,8 +52,8 @@ std::optional<HistoryStep> stepOf(KeyCode key, int shift) {
 
 } // namespace
 
-bool EntryInput::wantsKey(const Control& /*control*/, KeyCode key, int shift) const {
-    return stepOf(key, shift).has_value() && host_.takesHistory();
+bool EntryInput::wantsKey(const Control& control, KeyCode key, int shift) const {
+    return (stepOf(key, shift) && host_.takesHistory()) || cells_.wants(control, key, shift);
 }
 
 void EntryInput::step(HistoryStep step) {
@@ -84,6 +89,10 @@ void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
         helpKeyDown_ = frame_.visible();
         if (helpKeyDown_)
             help_.aboutObject();
+        return;
+    }
+    if (cells_.key(control, key, shift)) {
+        key = keys::none;
         return;
     }
     if (const auto step = stepOf(key, shift); step && host_.takesHistory()) {
@@ -160,8 +169,11 @@ void EntryInput::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*/) {
 
 // --- paste and pointer ---------------------------------------------------------------------------
 
-// A block would be squeezed into one figure: its cells are figures of their own.
+// A block would be squeezed into one figure: its cells are figures of their own. A grid has a place
+// for each.
 bool EntryInput::onPaste(TextField& field, std::string_view text) {
+    if (cells_.paste(field, text))
+        return false;
     if (!controllers_.of(field).takes(field) || !isBlockOfCells(text))
         return true;
     session_.tellRefused(field, text_number::noteOneFigure);
@@ -176,6 +188,7 @@ void EntryInput::onMouseDown(Control& control, MouseButton button, int tab) {
     // Its own link and text act on the click, which a hidden control would not get.
     if (control.container() != &session_[controls::helpFrame])
         session_.hideHelpFrame();
+    cells_.endSelection();
     controllers_.of(control).mouseDown();
     keyWentDown_ = false;
     menu_.MouseDown(button, control, tab);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "control/cell_commands.hpp"
 #include "control/controller.hpp"
 #include "control/more_help.hpp"
 #include "control/pages.hpp"
@@ -13,13 +14,14 @@ namespace vkr {
 class EntryInput final : public FormHandler {
   public:
     EntryInput(Session& session, Controllers& controllers, QuarterlyGrid& quarterly, Pages& pages,
-               HelpFrame& frame, MoreHelp& help, RightClickMenu& menu, HostLine& host);
+               HelpFrame& frame, MoreHelp& help, RightClickMenu& menu, HostLine& host,
+               CellCommands& cells);
 
     void leaveActive(); // and comes back to it
     void step(HistoryStep step);
 
     void onGotFocus(Control& control) override;
-    void onLostFocus(Control& control) override { controllers_.of(control).leave(control); }
+    void onLostFocus(Control& control) override;
     void onKeyDown(Control& control, KeyCode& key, int shift) override;
     [[nodiscard]] bool wantsKey(const Control& control, KeyCode key, int shift) const override;
     void onKeyPress(Control& control, char32_t& character) override;
@@ -28,6 +30,7 @@ class EntryInput final : public FormHandler {
     void onPasteCut(TextField& field, std::string_view leftOut) override;
     void onChange(TextField& field) override { controllers_.of(field).change(field); }
     void onMouseDown(Control& control, MouseButton button, int tab) override;
+    bool onDrag(Control& pressed, Control& over) override { return cells_.drag(pressed, over); }
     void onPressEnded(Control& control) override { controllers_.of(control).pressEnded(); }
     void onClick(Control& control) override { controllers_.of(control).click(control); }
     void onDoubleClick(Control& control) override;
@@ -50,6 +53,7 @@ class EntryInput final : public FormHandler {
     MoreHelp& help_;
     RightClickMenu& menu_;
     HostLine& host_;
+    CellCommands& cells_;
     bool helpKeyDown_ = false; // on the help frame: coming up it asks for nothing else
     bool keyWentDown_ = false; // since the help frame was shown
     bool toldOfKey_ = false;   // that it was refused

@@ -4,6 +4,7 @@
 #include "binding/company_fields.hpp"
 #include "binding/session.hpp"
 #include "control/captions.hpp"
+#include "control/cell_commands.hpp"
 #include "control/click_controllers.hpp"
 #include "control/closing.hpp"
 #include "control/data_lock.hpp"
@@ -81,7 +82,8 @@ class VKRDataEntry::Impl final {
     CancelButton cancel{session, entry, pages, host};
     ClickControllers clicks{session, yearly, quarterly, lastQuarter,
                             options, lock,   help,      controllers};
-    EntryInput input{session, controllers, quarterly, pages, helpFrame, help, menu, host};
+    CellCommands cells;
+    EntryInput input{session, controllers, quarterly, pages, helpFrame, help, menu, host, cells};
 
   private:
     // The form's controls must be there before the parts that look them up.
@@ -94,7 +96,8 @@ class VKRDataEntry::Impl final {
 
 VKRDataEntry::Impl::Impl(Services& services, const VKRDataEntry& face)
     : host(services, {face.stateChanged, face.fractionDisplayChanged, face.historyAsked}),
-      session(built(form), services, &consequences) {
+      session(built(form), services, &consequences),
+      cells(session, yearly, quarterly, face.originOf) {
     controllers.add(controls::ok.name, ok);
     controllers.add(controls::cancel.name, cancel);
 }
@@ -303,7 +306,10 @@ std::shared_ptr<iVKR_Company> VKRDataEntry::get_objCompany() {
 }
 void VKRDataEntry::put_objCompany(std::shared_ptr<iVKR_Company> objNewValue) {
     setRemarks({});
-    ifPossible([&] { impl_->company.load(std::move(objNewValue)); });
+    ifPossible([&] {
+        impl_->cells.endSelection();
+        impl_->company.load(std::move(objNewValue));
+    });
 }
 
 PlatformType VKRDataEntry::get_Platform() const {
@@ -367,6 +373,9 @@ bool VKRDataEntry::showFigure(const FigurePlace& place) {
         impl_->pages.showField(field->id());
         return true;
     });
+}
+bool VKRDataEntry::copyCells(bool withHeadings) {
+    return attemptOr(false, [&] { return impl_->cells.copy(withHeadings); });
 }
 void VKRDataEntry::showField(std::string_view control) {
     ifPossible([&] { impl_->pages.showField(control); });

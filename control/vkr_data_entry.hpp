@@ -127,6 +127,11 @@ class VKRDataEntry {
     // Fields whose figure was stored though not all that was typed or pasted: "1.5M" as 1.5. Such a
     // doubt goes with the next edit of its field, or by Enter in it.
     [[nodiscard]] std::vector<MarkedField> doubtfulFields() const;
+    // Copies the selected cells of the grid that has the focus, or the cell, as text with tabs: all
+    // digits, in the currency unit and with the decimal mark of the form, so that pasting it again
+    // gives the same figures. `withHeadings` puts the heads of the columns above, with their units,
+    // and years or quarters (as 2024-03-31) beside them. False where no cell has the focus.
+    bool copyCells(bool withHeadings);
     // Brings a field, named as in MarkedField, on show with its tab and moves the focus there.
     void showField(std::string_view control);
     // What whoever looks over the figures has to say of them, such as companyFindings(): a quiet
@@ -166,6 +171,9 @@ class VKRDataEntry {
     // Called after every change that the user makes, of blnDirty and of the record's identity
     // (name, symbol), when what changed it is done.
     std::function<void()> stateChanged;
+    // Asked where the figure comes from that a series has at an element; nothing where that is not
+    // known. A paste tells which typed figures it replaces. May be null.
+    std::function<std::optional<Origin>(Datum series, int element)> originOf;
     // Called after every change of FractionDisplay, by the host or by the user.
     std::function<void()> fractionDisplayChanged;
 

@@ -113,10 +113,15 @@ UnitRange FieldView::modelSelection() const {
 }
 
 void FieldView::showColors() {
-    const QColor window = host().surface().palette().color(QPalette::Window);
+    const QPalette& desktop = host().surface().palette();
     const QColor chosen = toQt(field().backColor());
-    const QColor back = chosen.isValid() ? chosen : window;
-    const QColor fore = toQt(field().foreColor());
+    const auto* box = dynamic_cast<const TextBox*>(&field());
+    const bool highlighted = box != nullptr && box->highlighted();
+    const QColor back = highlighted        ? desktop.color(QPalette::Highlight)
+                        : chosen.isValid() ? chosen
+                                           : desktop.color(QPalette::Window);
+    const QColor fore =
+        highlighted ? desktop.color(QPalette::HighlightedText) : toQt(field().foreColor());
     const QPalette& wanted = host().fieldPalette(back, fore);
     const QPalette& shown = widget().palette();
     const auto shows = [&](QPalette::ColorGroup group) {
@@ -271,6 +276,11 @@ void FieldView::press(QMouseEvent& event, QWidget& source, NativeEvent native) {
 }
 
 void FieldView::drag(QMouseEvent& event, QWidget& source, NativeEvent native) {
+    if (event.buttons().testFlag(Qt::LeftButton) &&
+        host().dragged(*this, event.globalPosition().toPoint()))
+        return;
+    if (control() == nullptr)
+        return;
     if (firstPress_ != nullptr) {
         const auto way = event.position() - firstPress_->position();
         if (way.manhattanLength() < QApplication::startDragDistance())

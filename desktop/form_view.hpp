@@ -80,6 +80,7 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
                     int tab = 0) override;
     void endPress(ControlView& view, MouseButton button, bool inside) override;
     void giveUpPress() override;
+    [[nodiscard]] bool dragged(ControlView& view, QPoint place) override;
     [[nodiscard]] bool isPressed(const ControlView& view) const override;
 
   protected:
@@ -128,6 +129,8 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     std::unordered_map<const Control*, ControlView*> views_;
     std::set<const Frame*> onShow_; // frames whose views are up to date
     QPointer<ControlView> pressed_;
+    QPointer<ControlView> draggedOver_; // what the press was dragged over last
+    bool dragSelects_ = false;          // controls, not text
     MouseButton pressedButton_ = MouseButton::left;
     QPointer<QLabel> note_; // made with the first one
     std::optional<QPoint> pressPlace_;

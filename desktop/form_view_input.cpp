@@ -218,6 +218,8 @@ void FormView::beginPress(ControlView& view, MouseButton button, std::optional<Q
     giveUpPress();
     catchUp();
     pressed_ = &view;
+    draggedOver_.clear();
+    dragSelects_ = false;
     pressedButton_ = button;
     const unsigned before = interruptions_;
     pressPlace_ = place;
@@ -226,6 +228,21 @@ void FormView::beginPress(ControlView& view, MouseButton button, std::optional<Q
     followFocus(); // the host's menu bar may have the keys meanwhile
     if (before != interruptions_)
         giveUpPress();
+}
+
+bool FormView::dragged(ControlView& view, QPoint place) {
+    if (pressed_ != &view || pressedButton_ != MouseButton::left)
+        return false;
+    QWidget* under = childAt(mapFromGlobal(place));
+    ControlView* over = nullptr;
+    for (const auto& [control, candidate] : views_)
+        if (under != nullptr && candidate->control() != nullptr && &candidate->widget() == under)
+            over = candidate;
+    if (over == nullptr || over == draggedOver_ || (over == &view && draggedOver_ == nullptr))
+        return dragSelects_;
+    draggedOver_ = over;
+    dragSelects_ = form_->userDrag(*view.control(), *over->control());
+    return dragSelects_;
 }
 
 bool FormView::isPressed(const ControlView& view) const {

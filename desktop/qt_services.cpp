@@ -4,6 +4,7 @@
 #include "desktop/calendar_dialog.hpp"
 #include "desktop/field_view.hpp"
 #include "desktop/form_view.hpp"
+#include "desktop/paste_dialog.hpp"
 #include "desktop/qt_values.hpp"
 #include "platform/message_box.hpp"
 
@@ -16,6 +17,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 
 #include <algorithm>
@@ -136,6 +138,16 @@ std::string QtServices::clipboardText() {
     return fromQt(QGuiApplication::clipboard()->text());
 }
 
+std::optional<char> QtServices::clipboardDecimalMark() {
+    static const QRegularExpression declared(
+        QStringLiteral("mso-displayed-decimal-separator\\s*:\\s*[\"']?\\\\?([.,])"));
+    const auto* held = QGuiApplication::clipboard()->mimeData();
+    if (held == nullptr || !held->hasHtml())
+        return std::nullopt;
+    const auto found = declared.match(held->html());
+    return found.hasMatch() ? std::optional(found.captured(1).at(0).toLatin1()) : std::nullopt;
+}
+
 void QtServices::clearClipboard() {
     QGuiApplication::clipboard()->clear();
 }
@@ -187,6 +199,19 @@ void QtServices::showModal(CalendarForm& form) {
                                std::max(screen.left(), screen.right() - dialog->width())));
         dialog->move(corner);
     }
+    const Call call(*this, dialog.get());
+    dialog->exec();
+    if (form.visible()) // it was closed by nobody
+        form.pressCancel();
+}
+
+void QtServices::showPaste(PasteForm& form) {
+    if (owner_ == nullptr) {
+        form.pressCancel();
+        return;
+    }
+    interrupt();
+    const Opened<PasteDialog> dialog(new PasteDialog(form, window()));
     const Call call(*this, dialog.get());
     dialog->exec();
     if (form.visible()) // it was closed by nobody

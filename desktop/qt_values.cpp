@@ -86,6 +86,7 @@ constexpr KeyRow keyRows[] = {
     {Qt::Key_Insert, keys::insert},
     {Qt::Key_Delete, keys::del},
     {Qt::Key_Menu, keys::menu},
+    {Qt::Key_Apostrophe, keys::apostrophe},
 };
 constexpr KeyCode keyWithoutCode = 231;
 

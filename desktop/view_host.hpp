@@ -54,6 +54,8 @@ class ViewHost {
                             int tab = 0) = 0;
     virtual void endPress(ControlView& view, MouseButton button, bool inside) = 0;
     virtual void giveUpPress() = 0;
+    // The press is dragged to a place on the screen. True where that selects several controls.
+    [[nodiscard]] virtual bool dragged(ControlView& view, QPoint place) = 0;
     [[nodiscard]] virtual bool isPressed(const ControlView& view) const = 0;
 };
 

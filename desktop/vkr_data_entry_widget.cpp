@@ -232,6 +232,9 @@ ObjectFactory& VKRDataEntryWidget::factory() {
     return services_->factory();
 }
 
+void VKRDataEntryWidget::copyWithHeadings() {
+    entry_->copyCells(true);
+}
 void VKRDataEntryWidget::setNext() {
     entry_->SetNext();
 }

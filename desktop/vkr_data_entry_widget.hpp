@@ -171,6 +171,8 @@ class VKRDataEntryWidget : public QWidget {
     void setNext();
     void setPrevious();
     void clear();
+    // The cells that are selected in a grid, with years or quarters and the heads of the columns.
+    void copyWithHeadings();
 
   signals:
     // The seven events of the component.

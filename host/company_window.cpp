@@ -108,6 +108,11 @@ void CompanyWindow::buildActions() {
     auto* closing = menu->addAction(tr("&Close"), QKeySequence::Close, this, &QWidget::close);
     closing->setObjectName(QStringLiteral("close"));
 
+    auto* edit = menuBar()->addMenu(tr("&Edit"));
+    auto* copied = edit->addAction(tr("Copy with &Headings"), Qt::CTRL | Qt::SHIFT | Qt::Key_C,
+                                   entry_, &VKRDataEntryWidget::copyWithHeadings);
+    copied->setObjectName(QStringLiteral("copyWithHeadings"));
+
     auto* figures = menuBar()->addMenu(tr("F&igures"));
     checks_->addTo(*figures);
     figures->addSeparator();
@@ -119,6 +124,8 @@ void CompanyWindow::buildActions() {
     guide->addAction(tr("&Saving"), this, [this] { emit helpAsked(help::saving); });
     guide->addAction(tr("&Figures to Look At"), this, [this] { emit helpAsked(help::checks); });
     guide->addAction(tr("Sp&lits"), this, [this] { emit helpAsked(help::split); });
+    guide->addAction(tr("Several Figures at &Once"), this,
+                     [this] { emit helpAsked(help::blocks); });
     guide->addAction(tr("&Keys"), this, [this] { emit helpAsked(help::keyboard); });
     guide->addAction(tr("&Contents"), this, [this] { emit helpAsked(0); });
 }

@@ -23,6 +23,7 @@ std::optional<int> numberOf(const QString& key) {
         {QStringLiteral("filings"), help::filings},
         {QStringLiteral("checks"), help::checks},
         {QStringLiteral("split"), help::split},
+        {QStringLiteral("blocks"), help::blocks},
     };
     if (own.contains(key))
         return own.value(key);

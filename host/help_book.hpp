@@ -42,6 +42,7 @@ inline constexpr int keyboard = 4;
 inline constexpr int filings = 5;
 inline constexpr int checks = 6;
 inline constexpr int split = 7;
+inline constexpr int blocks = 8;
 } // namespace help
 
 struct HelpBook {

@@ -44,7 +44,7 @@ enum class Property {
     visible,
     enabled,
     locked,
-    colors,
+    colors,  // or highlighted
     toolTip, // or the accessible name
     value,   // option, check box, scroll bar value and range, selected tab
     list,
@@ -277,9 +277,14 @@ class TextBox : public TextField {
     void setMultiLine(bool multiLine) { assign(multiLine_, multiLine, Property::look); }
     [[nodiscard]] Alignment alignment() const { return alignment_; }
     void setAlignment(Alignment alignment) { assign(alignment_, alignment, Property::look); }
+    // One of several cells that are selected together: shown in the desktop's colours of a
+    // selection in place of its own.
+    [[nodiscard]] bool highlighted() const { return highlighted_; }
+    void setHighlighted(bool highlighted) { assign(highlighted_, highlighted, Property::colors); }
 
   private:
     bool multiLine_ = false;
+    bool highlighted_ = false;
     Alignment alignment_ = Alignment::left;
 };
 

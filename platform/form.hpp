@@ -30,7 +30,8 @@ class FormHandler {
     virtual void onLostFocus(Control& /*control*/) {}
     // Setting the key to keys::none uses it up: no key press, no edit, no move follows.
     virtual void onKeyDown(Control& /*control*/, KeyCode& /*key*/, int /*shift*/) {}
-    // A key with Ctrl that it takes at this control, before a shortcut of the host does.
+    // A key with Ctrl, or Escape, that it takes at this control, before a shortcut of the host
+    // does.
     [[nodiscard]] virtual bool wantsKey(const Control& /*control*/, KeyCode /*key*/,
                                         int /*shift*/) const {
         return false;
@@ -44,6 +45,9 @@ class FormHandler {
     virtual void onChange(TextField& /*field*/) {} // the user changed the text
     // `tab` is the one under the pointer, of a tab strip; else 0.
     virtual void onMouseDown(Control& /*control*/, MouseButton /*button*/, int /*tab*/) {}
+    // The press that began on one control is dragged over another one, or back over the first.
+    // True where that selects controls, and no text in the first.
+    virtual bool onDrag(Control& /*pressed*/, Control& /*over*/) { return false; }
     virtual void onPressEnded(Control& /*control*/) {} // after click, or when given up
     virtual void onClick(Control& /*control*/) {}      // button, option, check box, label
     virtual void onDoubleClick(Control& /*control*/) {}
@@ -206,8 +210,11 @@ class Form {
     // False where nothing of it is taken.
     bool userPaste(TextField& field, std::string_view text);
     void mouseDown(Control& control, MouseButton button, int tab = 0); // moves the focus
-    void click(Control& control);                                      // the press ended on it
-    void pressGivenUp(Control& control);                               // the press ended elsewhere
+    // The left button is held over another control, or over the first one again; once for each.
+    // True where that selects controls: the native one must not select text meanwhile.
+    bool userDrag(Control& pressed, Control& over);
+    void click(Control& control);        // the press ended on it
+    void pressGivenUp(Control& control); // the press ended elsewhere
     void doubleClick(Control& control);
     void surfaceClick();
     void userScroll(ScrollBar& bar, int value);

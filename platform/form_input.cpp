@@ -76,6 +76,11 @@ void Form::mouseDown(Control& control, MouseButton button, int tab) {
     }
 }
 
+bool Form::userDrag(Control& pressed, Control& over) {
+    return pressed.isShown() && pressed.isEnabled() && over.isShown() &&
+           attemptOr(false, [&] { return handler().onDrag(pressed, over); });
+}
+
 void Form::click(Control& control) {
     if (control.isShown() && control.isEnabled()) {
         if (auto* option = dynamic_cast<OptionButton*>(&control))

@@ -94,6 +94,11 @@ bool Form::uses(const Stroke& stroke) const {
     const auto* field = textFieldOf(active_);
     if (stroke.systemKey)
         return false;
+    const auto wanted = [&] {
+        return active_ != nullptr && attemptOr(false, [&] {
+                   return handler().wantsKey(*active_, stroke.key, stroke.shift);
+               });
+    };
     switch (stroke.shift & notShift) {
     case shifts::none:
         break;
@@ -101,10 +106,7 @@ bool Form::uses(const Stroke& stroke) const {
         return stroke.character != 0 && hasMnemonic(stroke.character);
     case shifts::control:
         return stroke.key == keys::pageUp || stroke.key == keys::pageDown ||
-               (stroke.command && field != nullptr) ||
-               (active_ != nullptr && attemptOr(false, [&] {
-                    return handler().wantsKey(*active_, stroke.key, stroke.shift);
-                }));
+               (stroke.command && field != nullptr) || wanted();
     default:
         return false;
     }
@@ -113,7 +115,7 @@ bool Form::uses(const Stroke& stroke) const {
     if (stroke.key == keys::f10)
         return (stroke.shift & shifts::shift) != 0;
     if (stroke.key == keys::escape)
-        return field != nullptr && field->canTakeBack();
+        return (field != nullptr && field->canTakeBack()) || wanted();
     return field != nullptr && (editsField(stroke.key) || !stroke.typed.empty());
 }
 

@@ -31,6 +31,7 @@ inline constexpr KeyCode f1 = 112;
 inline constexpr KeyCode f4 = 115;
 inline constexpr KeyCode f10 = 121;
 inline constexpr KeyCode f12 = 123;
+inline constexpr KeyCode apostrophe = 222;
 } // namespace keys
 
 // Shift state of a key event, to be added up.

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vkr {
 
@@ -50,6 +51,56 @@ class CalendarForm {
     [[nodiscard]] virtual bool visible() const = 0;
 };
 
+// What becomes of a cell of a block that is about to be pasted.
+enum class PasteFate {
+    taken,
+    doubtful, // taken, though somebody should look at it
+    leftOut,
+};
+
+// One cell of the block, all of it as people read it.
+struct PasteLine {
+    std::string period; // the year or quarter that it goes to; empty where it goes nowhere
+    std::string column;
+    std::string text;   // as it stands on the clipboard
+    std::string before; // the figure that stands there now; empty where there is none
+    std::string after;  // the figure that will stand there; empty where that is none
+    std::string remark; // how it was read, what is doubtful, why it is left out
+    PasteFate fate = PasteFate::taken;
+};
+
+// A choice about the block. Without entries it is on (1) or off (0).
+struct PasteSwitch {
+    std::string caption; // may hold a mnemonic
+    std::vector<std::string> entries;
+    int chosen = 0;
+    bool enabled = true;
+};
+
+// The preview of a block that is pasted into a grid, as an adapter shows it: a list of the lines,
+// the switches, the summary, and two buttons. Everything but the caption and the number of
+// switches changes with a switch. It stays until the form is not visible any more.
+class PasteForm {
+  public:
+    virtual ~PasteForm() = default;
+    [[nodiscard]] virtual const std::string& caption() const = 0;
+    // Above the six columns of the list: period, column, text, before, after, remark.
+    [[nodiscard]] virtual const std::vector<std::string>& heads() const = 0;
+    [[nodiscard]] virtual const std::vector<PasteLine>& lines() const = 0;
+    [[nodiscard]] virtual const std::vector<PasteSwitch>& switches() const = 0;
+    // Places the block anew. Out of range, or a switch that is not enabled: nothing changes.
+    virtual void setSwitch(int index, int chosen) = 0;
+    // How many figures are taken, left out and doubtful.
+    [[nodiscard]] virtual const std::string& summary() const = 0;
+    // Says what it does: "Paste 30 Figures".
+    [[nodiscard]] virtual const std::string& okCaption() const = 0;
+    [[nodiscard]] virtual bool canPaste() const = 0; // OK is enabled
+    [[nodiscard]] virtual const std::string& cancelCaption() const = 0;
+    virtual void pressOk() = 0;
+    virtual void pressCancel() = 0; // also closing the window
+    [[nodiscard]] virtual bool visible() const = 0;
+};
+
 // Everything the component needs of the desktop it runs on, and of the container it is placed in.
 // What a service throws ends at the statement that asked for it.
 class Services {
@@ -62,14 +113,19 @@ class Services {
                                      const std::string& title) = 0;
     virtual bool clipboardHasText() = 0;
     virtual std::string clipboardText() = 0;
+    // The decimal mark, "." or ",", that the text was written with, where the clipboard says so:
+    // spreadsheets name it beside the text, in its HTML.
+    virtual std::optional<char> clipboardDecimalMark() { return std::nullopt; }
     virtual void clearClipboard() = 0;
     virtual void setClipboardText(const std::string& text) = 0;
     virtual Date today() = 0; // without a time of day
     virtual Twips screenWidth() = 0;
     // The native colour dialog; nothing when the user gives up.
     virtual std::optional<Color> chooseColor(Color current) = 0;
-    // Shows the form and answers when it is not visible any more. Modal.
+    // Show the form and answer when it is not visible any more. Modal.
     virtual void showModal(CalendarForm& form) = 0;
+    // By itself a message box: the summary, and whether to paste. No is the default.
+    virtual void showPaste(PasteForm& form);
     // What was typed or pasted is not taken: the desktop's alert, and a note at the field that says
     // why. The note must not take the focus; FormObserver::noteOver() takes it away.
     virtual void tellRefused(TextField& field, const std::string& note) = 0;

@@ -91,15 +91,23 @@ void VirtualDesktop::dismissNextMenu() {
     menuAnswers_.emplace_back(-1);
 }
 
+void VirtualDesktop::answerNextPaste(std::function<void(PasteForm& form)> answer) {
+    pasteAnswers_.push_back(std::move(answer));
+}
+void VirtualDesktop::acceptNextPaste() {
+    answerNextPaste([](PasteForm& form) { form.pressOk(); });
+}
+
 bool VirtualDesktop::scriptUsedUp() const {
     return messageAnswers_.empty() && colorAnswers_.empty() && dateAnswers_.empty() &&
-           menuAnswers_.empty();
+           menuAnswers_.empty() && pasteAnswers_.empty();
 }
 
 void VirtualDesktop::forget() {
     messages_.clear();
     colorDialogs_.clear();
     calendars_.clear();
+    pastes_.clear();
     menus_.clear();
     propertyChanges_.clear();
     refusals_.clear();
@@ -149,6 +157,15 @@ void VirtualDesktop::showModal(CalendarForm& form) {
             shown.chosen = form.calendarDate();
     }
     calendars_.push_back(std::move(shown));
+}
+
+void VirtualDesktop::showPaste(PasteForm& form) {
+    pastes_.push_back(
+        {form.caption(), form.lines(), form.switches(), form.summary(), form.okCaption()});
+    if (const auto answer = takeFront(pasteAnswers_))
+        (*answer)(form);
+    if (form.visible())
+        form.pressCancel();
 }
 
 bool VirtualDesktop::canUndo(const TextField& field) {

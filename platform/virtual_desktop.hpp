@@ -8,6 +8,7 @@
 #include "platform/virtual_fields.hpp"
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -75,6 +76,10 @@ class VirtualDesktop : public Services, private FormObserver {
     void answerNextMenu(std::string_view caption);
     void answerNextMenu(int index);
     void dismissNextMenu(); // closed without a choice
+    // What a person does in the next preview of a paste: turns switches, presses a button. One that
+    // is still on show afterwards is closed by Cancel.
+    void answerNextPaste(std::function<void(PasteForm& form)> answer);
+    void acceptNextPaste(); // OK at once
     // Whether every answer given so far has been asked for.
     [[nodiscard]] bool scriptUsedUp() const;
 
@@ -93,6 +98,13 @@ class VirtualDesktop : public Services, private FormObserver {
         Date shown; // the day it opened with
         std::string caption;
         std::optional<Date> chosen;
+    };
+    struct PasteDialog {
+        std::string caption;
+        std::vector<PasteLine> lines; // as it opened
+        std::vector<PasteSwitch> switches;
+        std::string summary;
+        std::string okCaption;
     };
     struct MenuEntry {
         std::string caption;
@@ -114,6 +126,7 @@ class VirtualDesktop : public Services, private FormObserver {
     [[nodiscard]] const std::vector<MessageBox>& messages() const { return messages_; }
     [[nodiscard]] const std::vector<ColorDialog>& colorDialogs() const { return colorDialogs_; }
     [[nodiscard]] const std::vector<CalendarDialog>& calendars() const { return calendars_; }
+    [[nodiscard]] const std::vector<PasteDialog>& pastes() const { return pastes_; }
     [[nodiscard]] const std::vector<Menu>& menus() const { return menus_; }
     // What was typed or pasted and not taken; and the note of it that is on show at the moment.
     [[nodiscard]] const std::vector<Refusal>& refusals() const { return refusals_; }
@@ -125,6 +138,8 @@ class VirtualDesktop : public Services, private FormObserver {
     void forget(); // empties the records; scripted answers stay
 
     // --- surroundings ------------------------------------------------------------------------
+    // What the clipboard's text was written with, until another text is put there.
+    void setClipboardDecimalMark(char mark) { clipboardDecimalMark_ = mark; }
     void setToday(Date today) { today_ = today; } // its time of day is cut off
     void setScreenWidth(Twips width) { screenWidth_ = width; }
     void setApplicationTitle(std::string_view title) { applicationTitle_ = title; }
@@ -163,7 +178,8 @@ class VirtualDesktop : public Services, private FormObserver {
                MouseButton button = MouseButton::left);
     // On the control that was pressed a left button clicks; anywhere else the press is given up.
     void release(std::string_view id, int index = Control::noIndex);
-    void release();  // where it was pressed
+    void release();                                                 // where it was pressed
+    void dragTo(std::string_view id, int index = Control::noIndex); // the press goes on over it
     void dragAway(); // the press that is under way ends on nothing
     // On a text field: a press that brings the focus leaves the selection to what the form does on
     // entering; one into the field that has the focus already puts the caret behind its text.
@@ -222,11 +238,16 @@ class VirtualDesktop : public Services, private FormObserver {
     bool clipboardHasText() override { return !clipboard_.empty(); }
     std::string clipboardText() override { return clipboard_; }
     void clearClipboard() override { clipboard_.clear(); }
-    void setClipboardText(const std::string& text) override { clipboard_ = text; }
+    void setClipboardText(const std::string& text) override {
+        clipboard_ = text;
+        clipboardDecimalMark_.reset();
+    }
     Date today() override;
     Twips screenWidth() override { return screenWidth_; }
     std::optional<Color> chooseColor(Color current) override;
     void showModal(CalendarForm& form) override;
+    std::optional<char> clipboardDecimalMark() override { return clipboardDecimalMark_; }
+    void showPaste(PasteForm& form) override;
     void tellRefused(TextField& field, const std::string& note) override;
     // The history of a field: a run of typing, of Backspace or of Delete is one step, as is every
     // other edit and every command on the user's behalf. A text put there by the program empties
@@ -278,6 +299,7 @@ class VirtualDesktop : public Services, private FormObserver {
     int firedShortcuts_ = 0;
 
     std::string clipboard_;
+    std::optional<char> clipboardDecimalMark_;
     Date today_ = defaultToday;
     Twips screenWidth_ = 28800; // 1920 pixels
     std::string applicationTitle_ = "VKRDataEntry";
@@ -288,9 +310,11 @@ class VirtualDesktop : public Services, private FormObserver {
     std::deque<std::optional<Color>> colorAnswers_;
     std::deque<DateAnswer> dateAnswers_;
     std::deque<MenuAnswer> menuAnswers_;
+    std::deque<std::function<void(PasteForm&)>> pasteAnswers_;
     std::vector<MessageBox> messages_;
     std::vector<ColorDialog> colorDialogs_;
     std::vector<CalendarDialog> calendars_;
+    std::vector<PasteDialog> pastes_;
     std::vector<Menu> menus_;
     std::vector<std::string> propertyChanges_;
     std::vector<Refusal> refusals_;

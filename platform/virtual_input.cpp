@@ -151,6 +151,14 @@ void VirtualDesktop::release() {
         form_->click(*released);
 }
 
+void VirtualDesktop::dragTo(std::string_view id, int index) {
+    if (!pressing_)
+        refuse("nothing is pressed");
+    auto& over = reach(id, index);
+    if (pressed_ != nullptr && pressedButton_ == MouseButton::left)
+        form_->userDrag(*pressed_, over);
+}
+
 void VirtualDesktop::dragAway() {
     if (!pressing_)
         refuse("nothing is pressed");

@@ -139,8 +139,16 @@ void QuarterlyGrid::turnPage(const Control& active, int direction) {
     column[static_cast<std::size_t>(row)]->setFocus();
 }
 
+std::string QuarterlyGrid::labelOf(int row) const {
+    return session_[controls::quarterLabel[row]].caption();
+}
+
+BlockGrid::Row QuarterlyGrid::periodOf(int row) const {
+    return {.year = 0, .date = Date{leadingNumber(session_[controls::quarterLabel[row]].tag())}};
+}
+
 void QuarterlyGrid::enter(Cell cell) {
-    rows_.bringIntoView(cell.row);
+    bringIntoView(cell);
     const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     if (isOfEarnings(cell) && session_.unitFactor != 1 && session_.company != nullptr && !blank_ &&
         box.mark().kind == MarkKind::none && box.text() == box.tag())

@@ -60,18 +60,20 @@ class QuarterlyGrid final : public SeriesGrid {
     [[nodiscard]] TrailingSum& trailing() { return trailing_; }
 
     void enter(Cell cell) override;
+    void bringIntoView(Cell cell) override { rows_.bringIntoView(cell.row); }
+    [[nodiscard]] std::string labelOf(int row) const override;
+    [[nodiscard]] BlockGrid::Row periodOf(int row) const override;
+    [[nodiscard]] bool isQuarterly() const override { return true; }
+    [[nodiscard]] std::optional<int> elementOf(int row) const override { return row + element_; }
+    [[nodiscard]] std::string reasonNotToStore() const override;
 
     // What moves the last quarter does with the cells.
-    using SeriesGrid::selectCell;
-    using SeriesGrid::settleCell;
     using SeriesGrid::shiftAll;
     using SeriesGrid::storeMarked;
     using SeriesGrid::tellRefused;
     using SeriesGrid::tellStayed;
 
   protected:
-    [[nodiscard]] std::optional<int> elementOf(int row) const override { return row + element_; }
-    [[nodiscard]] std::string reasonNotToStore() const override;
     void stored(Cell cell) override;
 
   private:

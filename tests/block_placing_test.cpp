@@ -45,7 +45,7 @@ BlockGrid yearly(int column = 0, int row = 0) {
     grid.columns = {{.name = "Revenue", .inUnit = true},
                     {.name = "Tax Rate", .negatives = true, .rate = true},
                     {.name = "Net Income", .negatives = true, .inUnit = true},
-                    {.name = "EPS", .negatives = true},
+                    {.name = "EPS", .otherNames = {"Earnings per share"}, .negatives = true},
                     {.name = "High", .price = true}};
     for (int year = 2016; year <= 2026; ++year)
         grid.rows.push_back({.year = year, .date = *makeDate(year, 9, 30)});
@@ -246,6 +246,7 @@ TEST(BlockPlacing, GoesByTheNamesOfColumns) {
               "'1' column=Cost of sales; '2' column=Cost of sales; 2016 Net Income 3; "
               "2017 Net Income 4; 2016 Revenue 5; 2017 Revenue 6");
     EXPECT_EQ(placed("EPS\tRevenue\n1\t2"), "2016 EPS 1; 2016 Revenue 2");
+    EXPECT_EQ(placed("earnings per share\t1"), "2016 EPS 1"); // as a report calls it
     BlockPlacing placing(cellsOf("EPS\tRevenue\n1\t2"), yearly());
     BlockSwitches switches = placing.switches();
     EXPECT_TRUE(switches.byNames);

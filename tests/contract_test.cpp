@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/text.hpp"
 #include "tests/support/contract.hpp"
 
 #include <gtest/gtest.h>
@@ -21,6 +22,34 @@ class VirtualDriver final : public ContractDriver {
     void clickTab(int tab) override { scene_.desktop.clickTab(tab); }
     void rightClick(std::string_view id) override { scene_.desktop.rightClick(id); }
     void rightClickTab(int tab) override { scene_.desktop.rightClickTab(tab); }
+    bool knowsBlocks() const override { return true; }
+    void drag(std::string_view from, std::string_view to) override {
+        scene_.desktop.press(from);
+        scene_.desktop.dragTo(to);
+        scene_.desktop.dragAway();
+    }
+    void nextPaste(std::vector<std::pair<int, int>> switches, bool ok) override {
+        scene_.desktop.answerNextPaste([switches, ok](PasteForm& form) {
+            for (const auto& [index, chosen] : switches)
+                form.setSwitch(index, chosen);
+            if (ok)
+                form.pressOk();
+        });
+    }
+    std::vector<std::string> lastPaste() override {
+        std::vector<std::string> lines;
+        if (scene_.desktop.pastes().empty())
+            return lines;
+        const auto& shown = scene_.desktop.pastes().back();
+        for (const auto& line : shown.lines)
+            lines.push_back(line.period + "|" + line.column + "|" + line.text + "|" + line.before +
+                            "|" + line.after + "|" + line.remark);
+        lines.push_back(withoutMnemonic(shown.okCaption));
+        return lines;
+    }
+    bool isHighlighted(std::string_view id) override {
+        return dynamic_cast<TextBox&>(scene_.desktop.control(id)).highlighted();
+    }
     void pick(std::string_view id, std::string_view item) override {
         scene_.desktop.pick(id, item);
     }

@@ -168,7 +168,7 @@ TEST_F(RefusedInput, ALockedFieldHasNoVoice) {
     company->get_Settings()->put(setting::lockBasicInfo, true);
     scene.load(company);
     goTo(scene, "txtYEPS(9)");
-    desktop.setClipboardText("1\t2");
+    desktop.setClipboardText("12");
     desktop.type("x^v");
     EXPECT_TRUE(desktop.refusals().empty());
 }
@@ -209,11 +209,14 @@ TEST_F(RefusedInput, ABlockOfCellsIsNotSqueezedIntoOneFigure) {
                            "txtInsiderHolding", "txtLastFY"}) {
         goTo(scene, id);
         const std::string before = textOf(scene, id);
+        const bool ofGrid = std::string_view(id).ends_with(')');
         for (const char* block : {"1\t2", "1\n2", "1\r\n2\r\n3\r\n", "1\u20282", "1\u00852",
                                   "1\x1e"
                                   "2",
                                   "a\tb"}) {
             SCOPED_TRACE(std::string(id) + " " + block);
+            if (ofGrid && std::string_view(block).find_first_of("\t\n") != std::string_view::npos)
+                continue; // a place for each: CellCommands, ShowABlockBeforeItIsPasted
             desktop.forget();
             desktop.setClipboardText(block);
             desktop.type("^v");
@@ -230,11 +233,14 @@ TEST_F(RefusedInput, ABlockOfCellsIsNotSqueezedIntoOneFigure) {
 }
 
 TEST_F(RefusedInput, ACellWithItsLineBreakIsNoBlock) {
-    for (const char* cell : {"42\r\n", "42\n", "42\r", "\t42\t", " 42 ", "42\u0085"}) {
+    for (const char* cell : {"42\r\n", "42\n", "42\r", "42\t", " 42 ", "42\u0085"}) {
         typeOver(scene, "txtYEPS(9)", "7");
         pasteOver(scene, "txtYEPS(9)", cell);
         EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), 42);
     }
+    typeOver(scene, "txtTotalDebt", "7");
+    pasteOver(scene, "txtTotalDebt", "\t42\t");
+    EXPECT_EQ(company->get_TotalDebt(), 42);
     pasteOver(scene, "txtName", "Acme\tInc.\r\n"); // texts take blocks
     EXPECT_EQ(company->get_Name(), "Acme Inc.");
     EXPECT_TRUE(desktop.refusals().empty());

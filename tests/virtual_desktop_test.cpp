@@ -909,5 +909,41 @@ TEST_F(VirtualDesktopTest, ControlsAddedLaterAreLikeTheOthers) {
     EXPECT_EQ(later.text(), "a");
 }
 
+// An adapter without a window for it asks by a message box.
+TEST(PasteWithoutAWindow, IsAskedByAMessageBox) {
+    class Form final : public PasteForm {
+      public:
+        const std::string& caption() const override { return caption_; }
+        const std::vector<std::string>& heads() const override { return heads_; }
+        const std::vector<PasteLine>& lines() const override { return lines_; }
+        const std::vector<PasteSwitch>& switches() const override { return switches_; }
+        void setSwitch(int /*index*/, int /*chosen*/) override {}
+        const std::string& summary() const override { return summary_; }
+        const std::string& okCaption() const override { return caption_; }
+        bool canPaste() const override { return true; }
+        const std::string& cancelCaption() const override { return caption_; }
+        void pressOk() override { pressed = "ok"; }
+        void pressCancel() override { pressed = "cancel"; }
+        bool visible() const override { return pressed.empty(); }
+        std::string pressed;
+
+      private:
+        std::string caption_ = "Paste into Revenue";
+        std::string summary_ = "2 figures.";
+        std::vector<std::string> heads_;
+        std::vector<PasteLine> lines_;
+        std::vector<PasteSwitch> switches_;
+    };
+    VirtualDesktop desktop;
+    for (const bool yes : {false, true}) {
+        Form form;
+        if (yes)
+            desktop.answerNext(MessageAnswer::yes);
+        desktop.Services::showPaste(form);
+        EXPECT_EQ(form.pressed, yes ? "ok" : "cancel");
+    }
+    EXPECT_EQ(desktop.messages().front().text, "Paste into Revenue\r\r2 figures.");
+}
+
 } // namespace
 } // namespace vkr

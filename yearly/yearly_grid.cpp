@@ -241,8 +241,23 @@ void YearlyGrid::stored(Cell cell) {
         session_.consequences.yearlyEarningsStored();
 }
 
+std::string YearlyGrid::labelOf(int row) const {
+    return session_[controls::yearLabel[row]].caption();
+}
+
+BlockGrid::Row YearlyGrid::periodOf(int row) const {
+    const int newest = lastFiscalYear();
+    const auto end = session_.dateOf(session_[controls::lastFiscalYearDate], Datum::LastFYDate);
+    const int years = row - lastYearRow;
+    return {.year = newest == 0 ? 0 : newest + years, .date = end ? addYears(*end, years) : Date{}};
+}
+
 void YearlyGrid::enter(Cell cell) {
-    // A cell that is panned out of the view comes into it.
+    bringIntoView(cell);
+    SeriesGrid::enter(cell);
+}
+
+void YearlyGrid::bringIntoView(Cell cell) {
     const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     const auto& panel = *box.container();
     const auto& view = *panel.container();
@@ -251,7 +266,6 @@ void YearlyGrid::enter(Cell cell) {
         bar.setValue(static_cast<int>(box.left()));
     else if (box.left() + box.width() + panel.left() > view.width())
         bar.setValue(static_cast<int>(box.left() + box.width() - view.width()));
-    SeriesGrid::enter(cell);
 }
 
 } // namespace vkr

@@ -36,10 +36,14 @@ class YearlyGrid final : public SeriesGrid {
     void leaveLastFiscalYearDate();
 
     void enter(Cell cell) override;
-
-  protected:
+    void bringIntoView(Cell cell) override;
+    [[nodiscard]] std::string labelOf(int row) const override;
+    [[nodiscard]] BlockGrid::Row periodOf(int row) const override;
+    [[nodiscard]] bool isQuarterly() const override { return false; }
     [[nodiscard]] std::optional<int> elementOf(int row) const override { return rows - 1 - row; }
     [[nodiscard]] int reachableColumns() const override;
+
+  protected:
     void movedRight(Cell from) override;
     void stored(Cell cell) override;
 

@@ -124,10 +124,20 @@ void MonkeyScene::spin(int steps) {
 
 void MonkeyScene::drag(std::string_view from, std::string_view to) {
     desktop.press(from);
+    if (desktop.canReach(to))
+        desktop.dragTo(to);
     if (from == to && desktop.canReach(to))
         desktop.release(to);
     else
         desktop.dragAway();
+}
+
+// OK in the next preview, one switch turned before.
+void MonkeyScene::pasteNext(int choice) {
+    desktop.answerNextPaste([choice](PasteForm& form) {
+        form.setSwitch(choice % 7, choice / 7);
+        form.pressOk();
+    });
 }
 
 void MonkeyScene::withoutLocalizers() {
@@ -222,17 +232,29 @@ class Chooser {
         return chance(0.5) ? figure() : std::string(one(words));
     }
     std::string keys() {
-        static const std::string_view named[] = {
-            "~",        "{TAB}",   "+{TAB}",  "{ESC}",     "{BACKSPACE}",  "{DEL}",
-            "{INSERT}", "{HOME}",  "{END}",   "{LEFT}",    "{RIGHT}",      "{UP}",
-            "{DOWN}",   "+{LEFT}", "+{END}",  "^{LEFT}",   "^{RIGHT}",     "^{UP}",
-            "^{DOWN}",  "^{HOME}", "^{END}",  "{PGUP}",    "{PGDN}",       "^{PGUP}",
-            "^{PGDN}",  "{MENU}",  "+{F10}",  "{F1}",      "{F4}",         "%{DOWN}",
-            "^a",       "^c",      "^x",      "^v",        "^z",           "^{INSERT}",
-            "+{DEL}",   "^{DEL}",  "{SPACE}", "+{INSERT}", "^{BACKSPACE}", "+~",
-            "{F2}",     "{F10}",   "^~",      "%{LEFT}",   "^a{DEL}",      "{TAB 5}",
-            "{DOWN 9}", "~~~",     "+{UP}",   "^a^c",      "^a^v",         "+{TAB 3}",
-            "{DECIMAL}"};
+        static const std::string_view named[] = {"~",          "{TAB}",        "+{TAB}",
+                                                 "{ESC}",      "{BACKSPACE}",  "{DEL}",
+                                                 "{INSERT}",   "{HOME}",       "{END}",
+                                                 "{LEFT}",     "{RIGHT}",      "{UP}",
+                                                 "{DOWN}",     "+{LEFT}",      "+{END}",
+                                                 "^{LEFT}",    "^{RIGHT}",     "^{UP}",
+                                                 "^{DOWN}",    "^{HOME}",      "^{END}",
+                                                 "{PGUP}",     "{PGDN}",       "^{PGUP}",
+                                                 "^{PGDN}",    "{MENU}",       "+{F10}",
+                                                 "{F1}",       "{F4}",         "%{DOWN}",
+                                                 "^a",         "^c",           "^x",
+                                                 "^v",         "^z",           "^{INSERT}",
+                                                 "+{DEL}",     "^{DEL}",       "{SPACE}",
+                                                 "+{INSERT}",  "^{BACKSPACE}", "+~",
+                                                 "{F2}",       "{F10}",        "^~",
+                                                 "%{LEFT}",    "^a{DEL}",      "{TAB 5}",
+                                                 "{DOWN 9}",   "~~~",          "+{UP}",
+                                                 "^a^c",       "^a^v",         "+{TAB 3}",
+                                                 "{DECIMAL}",  "+{DOWN}",      "+{RIGHT 2}",
+                                                 "^a^a",       "^a^a{DEL}",    "+{DOWN 2}^d",
+                                                 "^d",         "^'",           "+{DOWN}^'",
+                                                 "+{RIGHT}^c", "+{UP 2}{BS}",  "+{DOWN}^x",
+                                                 "^+c",        "+{LEFT}^v",    "+{DOWN 3}{DEL}"};
         if (chance(0.1))
             return "%" + std::string(1, static_cast<char>('a' + within(0, 25)));
         if (chance(0.3))
@@ -252,7 +274,11 @@ class Chooser {
                                             "9/30/2026",
                                             "3 1/8\n",
                                             "\n\n",
-                                            "2030"};
+                                            "2030",
+                                            "1\t2\n3\t-4",
+                                            "\t2025\t2024\nRevenue\t$1,234\t(2)",
+                                            "5\n\n7\n9e999\n-\n1/8",
+                                            "\t9/30/2026\t6/30/2026\n\t0.4\t-0.5"};
         return one(texts);
     }
     std::string operation() {
@@ -438,6 +464,8 @@ constexpr Act
              [](Scene& scene, const Step& step) {
                  scene.desktop.answerNextColor(static_cast<Color>(step.number));
              }},
+            {By::surroundings, 40, "scene.pasteNext($n);", chooseNumber<0, 27>,
+             [](Scene& scene, const Step& step) { scene.pasteNext(step.number); }},
             {By::surroundings, 30, "scene.desktop.setClipboardText($t);",
              [](Chooser& chooser, Step& step) { step.text = chooser.clipboard(); },
              [](Scene& scene, const Step& step) { scene.desktop.setClipboardText(step.text); }},
@@ -610,6 +638,7 @@ class Invariants {
         pages();
         texts();
         note();
+        selection();
         helpFrame();
         menu();
         if (act.loads && scene_.record != nullptr)
@@ -671,6 +700,24 @@ class Invariants {
             expect(edited || isPending(*field) || field->text() == field->tag(), "left",
                    field->id() + " \"" + field->text() + "\", tag \"" + field->tag() + "\"");
         }
+    }
+
+    // Cells are selected together where one of them has the focus, and more than one.
+    void selection() {
+        int count = 0;
+        const TextBox* any = nullptr;
+        for (const auto& control : form().controls())
+            if (const auto* box = dynamic_cast<const TextBox*>(control.get());
+                box != nullptr && box->highlighted()) {
+                ++count;
+                any = box;
+            }
+        if (any == nullptr)
+            return;
+        const auto* active = dynamic_cast<const TextBox*>(form().activeControl());
+        expect(count > 1, "cells", any->id() + " alone is selected");
+        expect(form().hasFocus() && active != nullptr && active->highlighted(), "cells",
+               any->id() + " is selected without the focus");
     }
 
     // A word on what was refused stands at the field that is being worked in.

@@ -41,6 +41,7 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void scrollPages(std::string_view id, int pages);
     void spin(int steps);
     void drag(std::string_view from, std::string_view to);
+    void pasteNext(int choice);
     void withoutLocalizers();
     void withLocalizers() { registerLocalizers(desktop.factory()); }
     void restore(std::string_view property, int value); // from a saved set with this value changed

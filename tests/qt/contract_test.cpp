@@ -8,6 +8,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -20,6 +21,7 @@
 #include <QShortcut>
 #include <QTabBar>
 #include <QTableView>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -54,6 +56,7 @@ Qt::Key qtKey(const KeyStroke& stroke) {
         {keys::f1, Qt::Key_F1},
         {keys::f4, Qt::Key_F4},
         {keys::f10, Qt::Key_F10},
+        {keys::apostrophe, Qt::Key_Apostrophe},
     };
     for (const auto& [code, key] : named)
         if (code == stroke.key)
@@ -78,6 +81,12 @@ class Answerer final : public QObject {
     std::vector<std::string> lastMenu;
     std::deque<std::optional<Date>> dateScript;
     std::vector<Date> calendars;
+    struct PasteAnswer {
+        std::vector<std::pair<int, int>> switches;
+        bool ok;
+    };
+    std::deque<PasteAnswer> pasteScript;
+    std::vector<std::string> lastPaste;
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() != QEvent::Show)
@@ -86,9 +95,12 @@ class Answerer final : public QObject {
             QTimer::singleShot(0, box, [this, box] { answer(*box); });
         else if (auto* menu = qobject_cast<QMenu*>(watched))
             QTimer::singleShot(0, menu, [this, menu] { choose(*menu); });
-        else if (auto* dialog = qobject_cast<QDialog*>(watched);
-                 dialog != nullptr && dialog->findChild<QCalendarWidget*>() != nullptr)
+        else if (auto* dialog = qobject_cast<QDialog*>(watched); dialog == nullptr)
+            return false;
+        else if (dialog->findChild<QCalendarWidget*>() != nullptr)
             QTimer::singleShot(0, dialog, [this, dialog] { pick(*dialog); });
+        else if (dialog->findChild<QTableWidget*>(QStringLiteral("pasteLines")) != nullptr)
+            QTimer::singleShot(0, dialog, [this, dialog] { paste(*dialog); });
         return false;
     }
 
@@ -145,6 +157,37 @@ class Answerer final : public QObject {
         const auto* buttons = dialog.findChild<QDialogButtonBox*>();
         QTest::mouseClick(buttons->button(day ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel),
                           Qt::LeftButton);
+    }
+
+    // By keys alone.
+    void paste(QDialog& dialog) {
+        auto& ok = *dialog.findChild<QPushButton*>(QStringLiteral("pasteOk"));
+        auto& lines = *dialog.findChild<QTableWidget*>(QStringLiteral("pasteLines"));
+        lastPaste.clear();
+        for (int row = 0; row < lines.rowCount(); ++row) {
+            QStringList texts;
+            for (int column = 0; column < lines.columnCount(); ++column)
+                texts << lines.item(row, column)->text();
+            lastPaste.push_back(texts.join(u'|').toStdString());
+        }
+        lastPaste.push_back(ok.text().remove(u'&').toStdString());
+        const PasteAnswer answer =
+            pasteScript.empty() ? PasteAnswer{{}, false} : pasteScript.front();
+        if (!pasteScript.empty())
+            pasteScript.pop_front();
+        for (const auto& [index, chosen] : answer.switches) {
+            auto* one = dialog.findChild<QWidget*>(QStringLiteral("pasteSwitch%1").arg(index));
+            ASSERT_NE(one, nullptr);
+            if (auto* box = qobject_cast<QCheckBox*>(one)) {
+                if (box->isChecked() != (chosen != 0))
+                    QTest::keyClick(box, Qt::Key_Space);
+            } else {
+                QTest::keyClick(one, Qt::Key_Home);
+                for (int step = 0; step < chosen; ++step)
+                    QTest::keyClick(one, Qt::Key_Down);
+            }
+        }
+        QTest::keyClick(&dialog, answer.ok ? Qt::Key_Return : Qt::Key_Escape);
     }
 
     // The days of the month before and after the one on show are in the table as well.
@@ -250,6 +293,32 @@ class QtDriver final : public ContractDriver {
         const QPoint beside(place.x(), -2 * target.height());
         QTest::mouseMove(&target, beside);
         QTest::mouseRelease(&target, Qt::LeftButton, {}, beside);
+    }
+
+    bool knowsBlocks() const override { return true; }
+    void drag(std::string_view from, std::string_view to) override {
+        QWidget& pressed = native(from);
+        const QPoint place = pressed.rect().center();
+        QWidget& over = native(to);
+        QTest::mousePress(&pressed, Qt::LeftButton, {}, place);
+        for (const QPoint& global :
+             {over.mapToGlobal(QPoint(3, 3)), over.mapToGlobal(over.rect().center())}) {
+            const QPoint local = pressed.mapFromGlobal(global);
+            QMouseEvent moved(QEvent::MouseMove, local, global, Qt::NoButton, Qt::LeftButton,
+                              Qt::NoModifier);
+            QApplication::sendEvent(&pressed, &moved);
+        }
+        QTest::mouseRelease(&pressed, Qt::LeftButton, {},
+                            pressed.mapFromGlobal(over.mapToGlobal(over.rect().center())));
+    }
+    void nextPaste(std::vector<std::pair<int, int>> switches, bool ok) override {
+        answerer_.pasteScript.push_back({std::move(switches), ok});
+    }
+    std::vector<std::string> lastPaste() override { return answerer_.lastPaste; }
+    bool isHighlighted(std::string_view id) override {
+        const QWidget& shown = native(id);
+        return shown.palette().color(QPalette::Base) ==
+               widget_->palette().color(QPalette::Highlight);
     }
 
     void clickTab(int tab) override {

@@ -5,6 +5,7 @@
 #include "tests/support/entry_object_rows.hpp"
 #include "tests/support/field_steps.hpp"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace vkr {
@@ -955,6 +956,75 @@ void aRemarkIsHeardWhereNothingGraverIs(Desktop& desktop) {
     EXPECT_EQ(desktop.heardMark("txtPriceUpdate"), "");
 }
 
+void aBlockIsPastedAfterAPreview(Desktop& desktop) {
+    if (!desktop.knowsBlocks())
+        GTEST_SKIP() << "not on this desktop";
+    desktop.load(datedCompany());
+    desktop.clickTab(toYearly);
+    desktop.setClipboard("1.5\tn/a\r\n(2)\t4\r\n");
+    desktop.click("txtYNetInc(8)");
+    desktop.nextPaste({}, false);
+    desktop.type("^v");
+    EXPECT_EQ(desktop.lastPaste(),
+              (Names{"2024|Net Inc. (M)|1.5||1.5|", "2024|Common Equity (M)|n/a|||Not available.",
+                     "2025|Net Inc. (M)|(2)||-2|In brackets: a loss.",
+                     "2025|Common Equity (M)|4||4|", "Paste 3 Figures"}));
+    EXPECT_EQ(desktop.shownText("txtYNetInc(8)"), "") << "Cancel";
+    desktop.nextPaste({{3, 1}, {4, 1}}, true); // the other way round, in thousands
+    desktop.type("^v");
+    EXPECT_EQ(elementOf(*desktop.company, "YNetIncSeries", 2), -0.002);
+    EXPECT_EQ(elementOf(*desktop.company, "YNetIncSeries", 1), 0.0015);
+    EXPECT_EQ(elementOf(*desktop.company, "YCommEqSeries", 2), 0.004);
+    EXPECT_EQ(desktop.focusedId(), "txtYNetInc(8)");
+    EXPECT_TRUE(desktop.entry().get_blnDirty());
+}
+
+void severalCellsAreSelectedAndCopied(Desktop& desktop) {
+    if (!desktop.knowsBlocks())
+        GTEST_SKIP() << "not on this desktop";
+    desktop.load(fullCompany());
+    desktop.clickTab(toYearly);
+    desktop.drag("txtSales(3)", "txtYOption(4)");
+    for (const char* id : {"txtSales(3)", "txtSales(4)", "txtYOption(3)", "txtYOption(4)"})
+        EXPECT_TRUE(desktop.isHighlighted(id)) << id;
+    EXPECT_FALSE(desktop.isHighlighted("txtSales(5)"));
+    EXPECT_EQ(desktop.focusedId(), "txtSales(3)");
+    desktop.type("^c");
+    const std::string copied = desktop.clipboard();
+    EXPECT_EQ(std::count(copied.begin(), copied.end(), '\t'), 2);
+    EXPECT_EQ(std::count(copied.begin(), copied.end(), '\n'), 1);
+    desktop.type("^+c");
+    EXPECT_NE(desktop.clipboard(), copied);
+    desktop.type("{ESC}");
+    EXPECT_FALSE(desktop.isHighlighted("txtSales(3)"));
+    desktop.type("+{DOWN}");
+    EXPECT_TRUE(desktop.isHighlighted("txtSales(4)"));
+    desktop.type("{DEL}");
+    EXPECT_EQ(desktop.shownText("txtSales(4)"), "");
+    desktop.type("{DOWN}");
+    EXPECT_FALSE(desktop.isHighlighted("txtSales(4)"));
+    desktop.click("txtSales(6)");
+    desktop.type("^a^a");
+    EXPECT_TRUE(desktop.isHighlighted("txtSales(0)"));
+    EXPECT_TRUE(desktop.isHighlighted("txtLow(10)"));
+}
+
+void figuresAreCarriedOn(Desktop& desktop) {
+    if (!desktop.knowsBlocks())
+        GTEST_SKIP() << "not on this desktop";
+    desktop.load(datedCompany());
+    desktop.clickTab(toYearly);
+    desktop.click("txtYNetInc(3)");
+    desktop.type("-12.5{TAB}");
+    desktop.click("txtYNetInc(4)");
+    desktop.addHostShortcut("^d");
+    desktop.type("^'");
+    EXPECT_EQ(desktop.shownText("txtYNetInc(4)"), "-12.50");
+    desktop.type("{DOWN}^d");
+    EXPECT_EQ(desktop.shownText("txtYNetInc(5)"), "-12.50");
+    EXPECT_EQ(desktop.hostShortcutsFired(), 0);
+}
+
 // Also where the page was on show before.
 void aPageShowsWhatWasLoadedWhileItWasAway(Desktop& desktop) {
     for (const char* city : {"Oslo", "Lima"}) {
@@ -1029,6 +1099,9 @@ constexpr ContractScene scenes[] = {
     VKR_SCENE(marksAndNamesAreHeard),
     VKR_SCENE(aRemarkIsHeardWhereNothingGraverIs),
     VKR_SCENE(aPageShowsWhatWasLoadedWhileItWasAway),
+    VKR_SCENE(aBlockIsPastedAfterAPreview),
+    VKR_SCENE(severalCellsAreSelectedAndCopied),
+    VKR_SCENE(figuresAreCarriedOn),
 };
 
 #undef VKR_SCENE

@@ -77,6 +77,21 @@ inline const FieldAction fieldActions[] = {
      [](QWidget& widget) { pressKey(widget, Qt::Key_Backspace, Qt::ControlModifier); }},
     {"CutKey", [](QWidget& widget) { pressKey(widget, Qt::Key_X, Qt::ControlModifier); }},
     {"PasteKey", [](QWidget& widget) { pressKey(widget, Qt::Key_V, Qt::ControlModifier); }},
+    {"PasteBlock",
+     [](QWidget& widget) {
+         QApplication::clipboard()->setText("1\t2\n3\t4");
+         pressKey(widget, Qt::Key_V, Qt::ControlModifier);
+     }},
+    {"FillDown", [](QWidget& widget) { pressKey(widget, Qt::Key_D, Qt::ControlModifier); }},
+    {"TakePrevious",
+     [](QWidget& widget) { pressKey(widget, Qt::Key_Apostrophe, Qt::ControlModifier); }},
+    {"DeleteCells",
+     [](QWidget& widget) {
+         pressKey(widget, Qt::Key_Down, Qt::ShiftModifier);
+         pressKey(widget, Qt::Key_Delete);
+         pressKey(widget, Qt::Key_X, Qt::ControlModifier);
+         pressKey(widget, Qt::Key_Escape);
+     }},
     {"ShiftInsert", [](QWidget& widget) { pressKey(widget, Qt::Key_Insert, Qt::ShiftModifier); }},
     {"ShiftDelete", [](QWidget& widget) { pressKey(widget, Qt::Key_Delete, Qt::ShiftModifier); }},
     {"UndoKey", [](QWidget& widget) { pressKey(widget, Qt::Key_Z, Qt::ControlModifier); }},

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// What commands do to several cells of a grid at once.
+#include "binding/series_grid.hpp"
+#include "input/mdlKMTMisc.hpp"
+#include "platform/error_trap.hpp"
+#include "platform/exact_number.hpp"
+#include "record/datum_changes.hpp"
+
+namespace vkr {
+
+std::string SeriesGrid::nameOf(int column) const {
+    return nameOf(seriesOf(columns_[static_cast<std::size_t>(column)]));
+}
+
+std::string SeriesGrid::headOf(int column) const {
+    const bool inUnit = seriesOf(columns_[static_cast<std::size_t>(column)]).isScaled();
+    const int number = session_.unit == 3   ? text_number::unitThousands
+                       : session_.unit == 9 ? text_number::unitBillions
+                                            : text_number::unitMillions;
+    return inUnit ? nameOf(column) + " " + session_.text(number) : nameOf(column);
+}
+
+std::optional<double> SeriesGrid::held(Cell cell) const {
+    std::optional<double> figure;
+    const auto element = elementOf(cell.row);
+    if (element && session_.company != nullptr)
+        ifPossible([&] {
+            const Variant value =
+                readSeries(*session_.company,
+                           seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series);
+            if (value.isArray() && value.array().contains(*element))
+                figure = value.array().number(*element);
+        });
+    return figure;
+}
+
+std::string SeriesGrid::exactText(int column, double stored) const {
+    if (stored == 0)
+        return {};
+    const double scale = scaleOf(seriesOf(columns_[static_cast<std::size_t>(column)]));
+    return exchangeMarks(shiftDecimalPoint(exactNumberText(stored), UnitExponent(scale)),
+                         session_.form.numberMarks());
+}
+
+std::optional<std::string> SeriesGrid::put(std::span<const Figure> figures, const Action& action) {
+    const Session::Work work(session_);
+    std::vector<DatumChange> changes;
+    for (const auto& [cell, stored] : figures)
+        changes.push_back(
+            {.datum = seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series,
+             .element = elementOf(cell.row),
+             .before = held(cell).value_or(0),
+             .after = stored});
+    const ActionScope scope(session_.company, action);
+    if (auto refusal = applyChanges(*session_.company, changes))
+        return refusal;
+    session_.markChanged();
+    const Form::Update update(session_.form);
+    for (const auto& [cell, figure] : figures)
+        showElement(cell);
+    const ActionScope derived(session_.company, {Origin::derived, {}, {}});
+    for (const auto& [cell, figure] : figures)
+        stored(cell);
+    return std::nullopt;
+}
+
+} // namespace vkr

@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "control/block_paste.hpp"
+
+#include "input/date_reader.hpp"
+#include "input/mdlKMTMisc.hpp"
+#include "platform/error_trap.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace vkr {
+
+namespace {
+
+// The switches in their order on the preview.
+enum SwitchPlace { byPeriods, byNames, turned, reversed, unit, emptyCells, decimal };
+
+constexpr int units[] = {0, 3, 6, 9};
+constexpr int captionsOfUnits[] = {549, 550, 551}; // thousands, millions, billions
+constexpr char marks[] = {'.', ','};
+
+template <typename Values, typename Value>
+int placeOf(const Values& values, Value value) {
+    return static_cast<int>(std::ranges::find(values, value) - std::begin(values));
+}
+
+// What reports call the series, beside the heads of the form.
+struct ReportName {
+    Datum series;
+    std::string_view name;
+};
+constexpr ReportName reportNames[] = {
+    {Datum::YRevenueSeries, "Revenues"},
+    {Datum::QRevenueSeries, "Revenues"},
+    {Datum::YRevenueSeries, "Total revenue"},
+    {Datum::QRevenueSeries, "Total revenue"},
+    {Datum::YRevenueSeries, "Total revenues"},
+    {Datum::QRevenueSeries, "Total revenues"},
+    {Datum::YRevenueSeries, "Net sales"},
+    {Datum::QRevenueSeries, "Net sales"},
+    {Datum::YRevenueSeries, "Total net sales"},
+    {Datum::QRevenueSeries, "Total net sales"},
+    {Datum::YRevenueSeries, "Sales"},
+    {Datum::QRevenueSeries, "Sales"},
+    {Datum::YNetIncSeries, "Net income"},
+    {Datum::QNetIncSeries, "Net inc."},
+    {Datum::YNetIncSeries, "Net earnings"},
+    {Datum::QNetIncSeries, "Net earnings"},
+    {Datum::YNetIncSeries, "Net income (loss)"},
+    {Datum::QNetIncSeries, "Net income (loss)"},
+    {Datum::YPTISeries, "Income before taxes"},
+    {Datum::QPTISeries, "Income before taxes"},
+    {Datum::YEPSSeries, "EPS"},
+    {Datum::QEPSSeries, "EPS"},
+    {Datum::YEPSSeries, "Earnings per share"},
+    {Datum::QEPSSeries, "Basic EPS"},
+    {Datum::YDividendSeries, "Dividends"},
+    {Datum::YDividendSeries, "Dividends per share"},
+};
+
+std::vector<std::string> reportNamesOf(Datum series) {
+    std::vector<std::string> names;
+    for (const auto& row : reportNames)
+        if (row.series == series)
+            names.emplace_back(row.name);
+    return names;
+}
+
+bool isRate(Datum series) {
+    return unitOf(series) == DatumUnit::percent;
+}
+
+} // namespace
+
+std::string countedText(const Session& session, int number, int count) {
+    std::string text = session.text(count == 1 ? number : number + 1);
+    ReplaceAll(text, "%1", std::to_string(count));
+    return text;
+}
+
+BlockPaste::BlockPaste(const Session& session, const SeriesGrid& grid, SeriesGrid::Cell at,
+                       CellTexts cells, std::optional<char> decimal, const OriginOf& originOf)
+    : session_(session), grid_(grid), placing_(std::move(cells), gridAt(at, originOf), decimal),
+      caption_(session.text(text_number::pasteCaption)),
+      cancelCaption_(session.text(text_number::pasteCancel)) {
+    ReplaceAll(caption_, "%1", grid.box(at).accessibleName());
+    for (int head = 0; head < 6; ++head)
+        heads_.push_back(session.text(text_number::firstPasteHead + head));
+    tell();
+}
+
+BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) const {
+    BlockGrid grid;
+    std::vector<Variant> series; // each read once
+    for (const auto& column : grid_.columns()) {
+        const GridSeries& shown = grid_.seriesOf(column);
+        grid.columns.push_back({.name = grid_.nameOf(static_cast<int>(grid.columns.size())),
+                                .otherNames = reportNamesOf(shown.series),
+                                .negatives = column.negatives,
+                                .price = column.price,
+                                .rate = isRate(shown.series),
+                                .inUnit = shown.isScaled()});
+        series.push_back(
+            attemptOr(Variant(), [&] { return readSeries(*session_.company, shown.series); }));
+    }
+    for (int row = 0; row < grid_.rowCount(); ++row)
+        grid.rows.push_back(grid_.periodOf(row));
+    grid.quarterly = grid_.isQuarterly();
+    grid.newestOnTop = grid_.isQuarterly();
+    grid.column = at.column;
+    grid.row = at.row;
+    grid.unit = session_.unit;
+    grid.unitNames = {{session_.text(text_number::unitThousands), 3},
+                      {session_.text(text_number::unitMillions), 6},
+                      {session_.text(text_number::unitBillions), 9}};
+    grid.decimal = session_.form.numberMarks().decimal;
+    const Date today = attemptOr(Date{}, [&] { return session_.services.today(); });
+    grid.dateOf = [today, pattern = session_.dateFormat](std::string_view text) {
+        const auto read =
+            attemptOr(std::optional<Date>(), [&] { return readDate(text, today, pattern); });
+        return read && Session::isValidDate(*read) ? read : std::nullopt;
+    };
+    std::vector<std::optional<int>> elements;
+    for (int row = 0; row < grid_.rowCount(); ++row)
+        elements.push_back(grid_.elementOf(row));
+    const auto elementAt = [elements](int row) { return elements[static_cast<std::size_t>(row)]; };
+    grid.held = [series, elementAt](int column, int row) {
+        const Variant& value = series[static_cast<std::size_t>(column)];
+        const auto element = elementAt(row);
+        return element && value.isArray() && value.array().contains(*element)
+                   ? std::optional(value.array().number(*element))
+                   : std::nullopt;
+    };
+    if (originOf)
+        grid.originOf = [this, originOf, elementAt](int column, int row) {
+            const auto& shown = grid_.columns()[static_cast<std::size_t>(column)];
+            return attemptOr(std::optional<Origin>(), [&] {
+                return originOf(grid_.seriesOf(shown).series, elementAt(row).value());
+            });
+        };
+    return grid;
+}
+
+std::vector<SeriesGrid::Figure> BlockPaste::figures() const {
+    std::vector<SeriesGrid::Figure> figures;
+    for (const auto& cell : placing_.cells())
+        if (cell.figure)
+            figures.push_back({{cell.column, cell.row}, *cell.figure});
+    return figures;
+}
+
+void BlockPaste::setSwitch(int index, int chosen) {
+    if (index < 0 || index >= static_cast<int>(switches_.size()))
+        return;
+    const PasteSwitch& turnedOne = switches_[static_cast<std::size_t>(index)];
+    const int choices = turnedOne.entries.empty() ? 2 : static_cast<int>(turnedOne.entries.size());
+    if (!turnedOne.enabled || chosen < 0 || chosen >= choices)
+        return;
+    BlockSwitches switches = placing_.switches();
+    const bool on = chosen != 0;
+    switch (index) {
+    case byPeriods:
+        switches.byPeriods = on;
+        break;
+    case byNames:
+        switches.byNames = on;
+        break;
+    case turned:
+        switches.turned = on;
+        break;
+    case reversed:
+        switches.reversed = on;
+        break;
+    case unit:
+        switches.unit = units[chosen];
+        break;
+    case emptyCells:
+        switches.emptyCells = on;
+        break;
+    case decimal:
+        switches.decimal = marks[chosen];
+        break;
+    default:
+        break;
+    }
+    placing_.setSwitches(switches);
+    tell();
+}
+
+void BlockPaste::pressOk() {
+    if (!canPaste())
+        return;
+    accepted_ = true;
+    visible_ = false;
+}
+
+void BlockPaste::tellSwitches() {
+    using namespace text_number;
+    const BlockSwitches& set = placing_.switches();
+    const bool headed = set.byPeriods && placing_.hasPeriods();
+    const auto say = [&](int number) { return session_.text(number); };
+    const int shown = session_.unit == 3   ? unitThousands
+                      : session_.unit == 9 ? unitBillions
+                                           : unitMillions;
+    std::vector<std::string> unitEntries = {say(unitAsShown) + " " + say(shown)};
+    for (const int caption : captionsOfUnits)
+        unitEntries.push_back(say(caption));
+    switches_ = {
+        {say(text_number::byPeriods), {}, headed ? 1 : 0, placing_.hasPeriods()},
+        {say(text_number::byNames),
+         {},
+         set.byNames && placing_.hasNames() ? 1 : 0,
+         placing_.hasNames()},
+        {say(text_number::turned), {}, set.turned ? 1 : 0, !headed},
+        {say(text_number::reversed), {}, set.reversed ? 1 : 0, !headed},
+        {say(blockUnit), unitEntries, placeOf(units, set.unit), true},
+        {say(text_number::emptyCells),
+         {say(keepCells), say(keepCells + 1)},
+         set.emptyCells ? 1 : 0,
+         true},
+        {say(decimalMark),
+         {say(pointMark), say(pointMark + 1)},
+         placeOf(marks, set.decimal),
+         placing_.hasMarks()},
+    };
+}
+
+std::string BlockPaste::remarkOf(const PlacedCell& cell) const {
+    std::string remark;
+    for (const auto& [kind, detail] : cell.comments) {
+        std::string text = session_.text(text_number::firstRemark + static_cast<int>(kind));
+        const bool figure = kind == BlockRemark::otherReading;
+        ReplaceAll(text, "%1",
+                   figure ? exchangeMarks(detail, session_.form.numberMarks()) : detail);
+        remark += (remark.empty() ? "" : " ") + text;
+    }
+    return remark;
+}
+
+void BlockPaste::tell() {
+    tellSwitches();
+    lines_.clear();
+    for (const auto& cell : placing_.cells()) {
+        PasteLine line;
+        if (cell.column >= 0) {
+            line.period = grid_.labelOf(cell.row);
+            line.column = grid_.headOf(cell.column);
+            line.before = grid_.exactText(cell.column, cell.held);
+            if (cell.figure)
+                line.after = grid_.exactText(cell.column, *cell.figure);
+        }
+        line.text = cell.text;
+        line.remark = remarkOf(cell);
+        line.fate = cell.fate == BlockFate::taken      ? PasteFate::taken
+                    : cell.fate == BlockFate::doubtful ? PasteFate::doubtful
+                                                       : PasteFate::leftOut;
+        lines_.push_back(std::move(line));
+    }
+    const int taken = placing_.taken();
+    const int leftOut = placing_.leftOut();
+    const auto doubts =
+        static_cast<int>(std::ranges::count(lines_, PasteFate::doubtful, &PasteLine::fate));
+    summary_ = taken == 0 ? session_.text(text_number::sumNothing)
+                          : countedText(session_, text_number::sumTaken, taken);
+    if (leftOut > 0 && taken > 0)
+        summary_ += " " + countedText(session_, text_number::sumLeftOut, leftOut);
+    if (doubts > 0)
+        summary_ += " " + countedText(session_, text_number::sumDoubtful, doubts);
+    okCaption_ = taken == 0 ? session_.text(text_number::pasteNothing)
+                            : countedText(session_, text_number::pasteOk, taken);
+}
+
+} // namespace vkr

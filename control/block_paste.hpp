@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "binding/block_placing.hpp"
+#include "binding/series_grid.hpp"
+#include "platform/services.hpp"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vkr {
+
+using OriginOf = std::function<std::optional<Origin>(Datum series, int element)>;
+
+// The preview of a block: how it is placed, in words.
+class BlockPaste final : public PasteForm {
+  public:
+    // `originOf` may be empty. Nothing of the record is read after this.
+    BlockPaste(const Session& session, const SeriesGrid& grid, SeriesGrid::Cell at, CellTexts cells,
+               std::optional<char> decimal, const OriginOf& originOf);
+
+    void show(Services& services) { services.showPaste(*this); }
+    [[nodiscard]] bool accepted() const { return accepted_; }
+    [[nodiscard]] std::vector<SeriesGrid::Figure> figures() const;
+
+    [[nodiscard]] const std::string& caption() const override { return caption_; }
+    [[nodiscard]] const std::vector<std::string>& heads() const override { return heads_; }
+    [[nodiscard]] const std::vector<PasteLine>& lines() const override { return lines_; }
+    [[nodiscard]] const std::vector<PasteSwitch>& switches() const override { return switches_; }
+    void setSwitch(int index, int chosen) override;
+    [[nodiscard]] const std::string& summary() const override { return summary_; }
+    [[nodiscard]] const std::string& okCaption() const override { return okCaption_; }
+    [[nodiscard]] bool canPaste() const override { return placing_.taken() > 0; }
+    [[nodiscard]] const std::string& cancelCaption() const override { return cancelCaption_; }
+    void pressOk() override;
+    void pressCancel() override { visible_ = false; }
+    [[nodiscard]] bool visible() const override { return visible_; }
+
+  private:
+    [[nodiscard]] BlockGrid gridAt(SeriesGrid::Cell at, const OriginOf& originOf) const;
+    [[nodiscard]] std::string remarkOf(const PlacedCell& cell) const;
+    void tell();
+    void tellSwitches();
+
+    const Session& session_;
+    const SeriesGrid& grid_;
+    BlockPlacing placing_;
+    std::string caption_;
+    std::vector<std::string> heads_;
+    std::vector<PasteLine> lines_;
+    std::vector<PasteSwitch> switches_;
+    std::string summary_;
+    std::string okCaption_;
+    std::string cancelCaption_;
+    bool visible_ = true;
+    bool accepted_ = false;
+};
+
+// A text of a count: `number` of one, the next one of several.
+[[nodiscard]] std::string countedText(const Session& session, int number, int count);
+
+} // namespace vkr

@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: MIT
+#include "control/cell_commands.hpp"
+
+#include "input/clipboard_cells.hpp"
+#include "input/date_pattern.hpp"
+#include "input/mdlKMTMisc.hpp"
+#include "platform/error_trap.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::string_view isoDate = "yyyy-mm-dd"; // the same wherever it is pasted
+constexpr int controlAndShift = shifts::control | shifts::shift;
+
+bool isArrow(KeyCode key) {
+    return key >= keys::left && key <= keys::down;
+}
+
+bool pastes(KeyCode key, int shift) {
+    return (key == 'V' && shift == shifts::control) ||
+           (key == keys::insert && shift == shifts::shift);
+}
+
+// What the cells of a grid stand for: the host may change it while a dialog is open.
+std::vector<int> meaningOf(const SeriesGrid& grid) {
+    std::vector<int> meaning;
+    for (int row = 0; row < grid.rowCount(); ++row)
+        meaning.push_back(grid.elementOf(row).value_or(-1));
+    for (const auto& column : grid.columns())
+        meaning.push_back(static_cast<int>(grid.seriesOf(column).series));
+    return meaning;
+}
+
+bool isBlock(const CellTexts& cells) {
+    bool others = false;
+    for (std::size_t row = 0; row < cells.size(); ++row)
+        for (std::size_t column = 0; column < cells[row].size(); ++column)
+            others = others || ((row > 0 || column > 0) && !trimmed(cells[row][column]).empty());
+    return others;
+}
+
+} // namespace
+
+std::optional<CellCommands::Place> CellCommands::placeOf(const Control& control) const {
+    if (control.kind() != ControlKind::textBox)
+        return std::nullopt;
+    if (const auto cell = yearly_.find(control))
+        return Place{&yearly_, *cell};
+    if (const auto cell = quarterly_.find(control))
+        return Place{&quarterly_, *cell};
+    return std::nullopt;
+}
+
+std::optional<CellCommands::Place> CellCommands::focused() const {
+    const Control* active = session_.form.activeControl();
+    return active != nullptr && session_.form.hasFocus() ? placeOf(*active) : std::nullopt;
+}
+
+CellSelection::Span CellCommands::spanOf(const Place& place) const {
+    if (selection_.isActive())
+        return selection_.span();
+    return {place.cell.column, place.cell.column, place.cell.row, place.cell.row};
+}
+
+// --- keys ----------------------------------------------------------------------------------------
+
+bool CellCommands::wants(const Control& control, KeyCode key, int shift) const {
+    if (!placeOf(control))
+        return false;
+    if (shift == shifts::control)
+        return key == 'D' || key == keys::apostrophe;
+    if (shift == controlAndShift)
+        return key == 'C' || key == keys::apostrophe;
+    return key == keys::escape && shift == shifts::none && selection_.isActive();
+}
+
+bool CellCommands::key(Control& control, KeyCode key, int shift) {
+    const Control* allBefore = std::exchange(allOf_, nullptr);
+    const auto place = placeOf(control);
+    if (!place)
+        return false;
+    auto& field = static_cast<TextField&>(control);
+    if (pastes(key, shift)) {
+        const bool refused = field.locked() && attemptOr(false, [&] {
+                                 return isBlock(cellsOf(session_.services.clipboardText()));
+                             });
+        return refused && !mayChange(*place);
+    }
+    if (shift == shifts::shift && isArrow(key))
+        return keyWithShift(*place, field, key);
+    if (key == 'A' && shift == shifts::control) {
+        allOf_ = &control;
+        return allBefore == &control && selectAll(*place);
+    }
+    if (shift == controlAndShift && key == 'C')
+        return copy(true);
+    if ((shift & ~shifts::shift) == shifts::control && key == keys::apostrophe) {
+        takePrevious(*place);
+        return true;
+    }
+    if (shift == shifts::control && key == 'D') {
+        fillDown(*place);
+        return true;
+    }
+    return selection_.isActive() && keyOfSelection(*place, key, shift);
+}
+
+// What else there is to do with a selection; any other key ends it.
+bool CellCommands::keyOfSelection(const Place& place, KeyCode key, int shift) {
+    const bool copies = shift == shifts::control && (key == 'C' || key == keys::insert);
+    const bool cuts =
+        (shift == shifts::control && key == 'X') || (shift == shifts::shift && key == keys::del);
+    const bool deletes = shift == shifts::none && (key == keys::del || key == keys::backspace);
+    if (copies)
+        return copy(false);
+    if (cuts) {
+        if (mayChange(place) && copy(false))
+            empty(place);
+        return true;
+    }
+    if (deletes) {
+        empty(place);
+        return true;
+    }
+    selection_.clear();
+    return key == keys::escape && shift == shifts::none;
+}
+
+bool CellCommands::keyWithShift(const Place& place, TextField& field, KeyCode key) {
+    const bool sideways = key == keys::left || key == keys::right;
+    const bool whole = isUntouched(field) && field.selLength() == textLength(field.text());
+    if (sideways && !selection_.isActive() && !whole)
+        return false; // selects within the text
+    extend(place, key);
+    return true;
+}
+
+void CellCommands::extend(const Place& place, KeyCode key) {
+    const Session::Work work(session_);
+    if (!selection_.isActive())
+        place.grid->settleCell();
+    Cell end = selection_.isActive() ? selection_.end() : place.cell;
+    end.column += key == keys::right ? 1 : key == keys::left ? -1 : 0;
+    end.row += key == keys::down ? 1 : key == keys::up ? -1 : 0;
+    if (end.column < 0 || end.column >= place.grid->reachableColumns() || end.row < 0 ||
+        end.row >= place.grid->rowCount())
+        return;
+    selection_.set(*place.grid, place.cell, end);
+    place.grid->bringIntoView(end);
+}
+
+bool CellCommands::selectAll(const Place& place) {
+    const Session::Work work(session_);
+    place.grid->settleCell();
+    selection_.setAll(*place.grid);
+    return true;
+}
+
+bool CellCommands::drag(Control& pressed, Control& over) {
+    const auto from = placeOf(pressed);
+    const auto to = placeOf(over);
+    if (!from || !to || from->grid != to->grid || session_.form.activeControl() != &pressed)
+        return false;
+    const Session::Work work(session_);
+    if (!selection_.isActive())
+        from->grid->settleCell();
+    selection_.set(*from->grid, from->cell, to->cell);
+    if (selection_.isActive())
+        SelectAllText(from->grid->box(from->cell));
+    return true;
+}
+
+// --- copy ----------------------------------------------------------------------------------------
+
+bool CellCommands::copy(bool withHeadings) {
+    const auto place = focused();
+    if (!place)
+        return false;
+    const SeriesGrid& grid = *place->grid;
+    place->grid->settleCell();
+    const auto span = spanOf(*place);
+    CellTexts cells;
+    if (withHeadings) {
+        auto& heads = cells.emplace_back(1, "");
+        for (int column = span.firstColumn; column <= span.lastColumn; ++column)
+            heads.push_back(grid.headOf(column));
+    }
+    for (int row = span.firstRow; row <= span.lastRow; ++row) {
+        auto& line = cells.emplace_back();
+        if (withHeadings)
+            line.push_back(grid.isQuarterly() ? formatDate(grid.periodOf(row).date, isoDate)
+                                              : grid.labelOf(row));
+        for (int column = span.firstColumn; column <= span.lastColumn; ++column) {
+            const TextBox& box = grid.box({column, row});
+            line.push_back(box.isUnstored()
+                               ? box.text()
+                               : grid.exactText(column, grid.held({column, row}).value_or(0)));
+        }
+    }
+    ifPossible([&] { session_.services.setClipboardText(clipboardText(cells)); });
+    return true;
+}
+
+// --- paste ---------------------------------------------------------------------------------------
+
+bool CellCommands::paste(TextField& field, std::string_view text) {
+    const auto place = placeOf(field);
+    CellTexts cells = cellsOf(text);
+    if (!place || !isBlock(cells))
+        return false;
+    if (mayChange(*place))
+        preview(*place, std::move(cells), text);
+    return true;
+}
+
+void CellCommands::preview(const Place& place, CellTexts cells, std::string_view text) {
+    {
+        const Session::Work work(session_);
+        place.grid->settleCell();
+    }
+    const auto span = spanOf(place);
+    const auto decimal = attemptOr(std::optional<char>(), [&] {
+        return session_.services.clipboardText() == text ? session_.services.clipboardDecimalMark()
+                                                         : std::nullopt;
+    });
+    const auto asked = session_.company; // the host may hand in another one meanwhile
+    const auto meaning = meaningOf(*place.grid);
+    BlockPaste form(session_, *place.grid, {span.firstColumn, span.firstRow}, std::move(cells),
+                    decimal, originOf_);
+    ifPossible([&] { form.show(session_.services); });
+    if (!form.accepted() || session_.company != asked || meaningOf(*place.grid) != meaning ||
+        !mayChange(place))
+        return;
+    selection_.clear();
+    put(place, form.figures(), text_number::pasteAction, Origin::pasted);
+}
+
+// --- changes -------------------------------------------------------------------------------------
+
+bool CellCommands::mayChange(const Place& place) {
+    TextBox& field = place.grid->box(place.cell);
+    if (session_.company == nullptr)
+        return false;
+    if (session_.isLocked() || field.locked())
+        session_.tellRefused(field, text_number::dataLocked);
+    else if (!place.grid->reasonNotToStore().empty())
+        session_.tellRefused(field, text_number::reasonNoQuarter);
+    else
+        return true;
+    return false;
+}
+
+void CellCommands::put(const Place& place, std::vector<SeriesGrid::Figure> figures, int name,
+                       Origin origin) {
+    if (figures.empty())
+        return;
+    const Session::Work work(session_);
+    const int count = static_cast<int>(figures.size());
+    if (const auto refusal = place.grid->put(
+            figures,
+            {.origin = origin, .name = countedText(session_, name, count), .document = {}}))
+        session_.message(session_.refusedText(*refusal), message_box::exclamationIcon);
+    place.grid->selectCell();
+}
+
+void CellCommands::empty(const Place& place) {
+    if (!mayChange(place))
+        return;
+    const auto span = spanOf(place);
+    std::vector<SeriesGrid::Figure> figures;
+    for (int column = span.firstColumn; column <= span.lastColumn; ++column)
+        for (int row = span.firstRow; row <= span.lastRow; ++row)
+            if (const auto held = place.grid->held({column, row});
+                held && (*held != 0 || place.grid->box({column, row}).isUnstored()))
+                figures.push_back({{column, row}, 0});
+    put(place, std::move(figures), text_number::deleteAction, Origin::typed);
+}
+
+// The uppermost figure of a selection goes to the cells below it; that above a single cell to it.
+void CellCommands::fillDown(const Place& place) {
+    if (!mayChange(place))
+        return;
+    place.grid->settleCell();
+    auto span = spanOf(place);
+    const int source = span.firstRow == span.lastRow ? span.firstRow - 1 : span.firstRow++;
+    carry(place, span, source, text_number::fillAction);
+}
+
+// All that are selected take the figure of the period before the oldest of them.
+void CellCommands::takePrevious(const Place& place) {
+    if (!mayChange(place))
+        return;
+    place.grid->settleCell();
+    const auto span = spanOf(place);
+    carry(place, span, place.grid->isQuarterly() ? span.lastRow + 1 : span.firstRow - 1,
+          text_number::previousAction);
+}
+
+// The figures of a row go to all cells of a span, where the columns take them.
+void CellCommands::carry(const Place& place, const CellSelection::Span& span, int source,
+                         int name) {
+    const SeriesGrid& grid = *place.grid;
+    std::vector<SeriesGrid::Figure> figures;
+    for (int column = span.firstColumn; column <= span.lastColumn; ++column) {
+        const auto figure = grid.held({column, source});
+        const bool negatives = grid.columns()[static_cast<std::size_t>(column)].negatives;
+        if (!figure || (*figure < 0 && !negatives))
+            continue;
+        for (int row = span.firstRow; row <= span.lastRow; ++row)
+            if (const auto held = grid.held({column, row});
+                held && (*held != *figure || grid.box({column, row}).isUnstored()))
+                figures.push_back({{column, row}, *figure});
+    }
+    put(place, std::move(figures), name, Origin::pasted);
+}
+
+} // namespace vkr

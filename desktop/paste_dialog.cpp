@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/paste_dialog.hpp"
+
+#include "desktop/qt_values.hpp"
+#include "desktop/readable_colors.hpp"
+#include "platform/during.hpp"
+
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QVBoxLayout>
+
+namespace vkr {
+
+namespace {
+
+enum Column { period, series, text, before, after, remark, columns };
+
+// In lines of text and in figures, so that it grows with the font.
+constexpr int linesOnShow = 14;
+constexpr int charactersOnShow = 110;
+
+} // namespace
+
+PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
+    : QDialog(parent), form_(form), summary_(new QLabel(this)), lines_(new QTableWidget(this)) {
+    setWindowTitle(toQt(form.caption()));
+    auto* column = new QVBoxLayout(this);
+    auto* switches = new QGridLayout;
+    addSwitches(*switches);
+    column->addLayout(switches);
+    column->addWidget(summary_);
+    column->addWidget(lines_, 1);
+
+    summary_->setObjectName(QStringLiteral("pasteSummary"));
+    summary_->setWordWrap(true);
+    lines_->setObjectName(QStringLiteral("pasteLines"));
+    lines_->setAccessibleName(toQt(form.caption()));
+    lines_->setColumnCount(columns);
+    QStringList heads;
+    for (const auto& head : form.heads())
+        heads << toQt(head);
+    lines_->setHorizontalHeaderLabels(heads);
+    lines_->verticalHeader()->hide();
+    lines_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lines_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    lines_->setSelectionMode(QAbstractItemView::SingleSelection);
+    lines_->setTabKeyNavigation(false);
+    lines_->setWordWrap(false);
+    lines_->horizontalHeader()->setStretchLastSection(true);
+    lines_->horizontalHeader()->setHighlightSections(false);
+
+    auto* buttons = new QDialogButtonBox(this);
+    ok_ = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
+    ok_->setObjectName(QStringLiteral("pasteOk"));
+    ok_->setDefault(true);
+    auto* cancel = buttons->addButton(toQt(form.cancelCaption()), QDialogButtonBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("pasteCancel"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &PasteDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &PasteDialog::reject);
+    column->addWidget(buttons);
+
+    showForm();
+    const QFontMetrics metrics(font());
+    resize(metrics.averageCharWidth() * charactersOnShow,
+           metrics.lineSpacing() * (linesOnShow + 12));
+    ok_->setFocus();
+}
+
+// What is on or off on the left, lists with their captions on the right.
+void PasteDialog::addSwitches(QGridLayout& grid) {
+    int boxes = 0;
+    int lists = 0;
+    for (int index = 0; index < static_cast<int>(form_.switches().size()); ++index) {
+        const PasteSwitch& one = form_.switches()[static_cast<std::size_t>(index)];
+        const QString name = QStringLiteral("pasteSwitch%1").arg(index);
+        if (one.entries.empty()) {
+            auto* box = new QCheckBox(toQt(one.caption), this);
+            connect(box, &QCheckBox::toggled, this, [this, index](bool on) { turn(index, on); });
+            box->setObjectName(name);
+            grid.addWidget(box, boxes++, 0);
+            switches_.push_back(box);
+            continue;
+        }
+        auto* label = new QLabel(toQt(one.caption), this);
+        auto* list = new QComboBox(this);
+        for (const auto& entry : one.entries)
+            list->addItem(toQt(entry));
+        label->setBuddy(list);
+        connect(list, &QComboBox::currentIndexChanged, this,
+                [this, index](int chosen) { turn(index, chosen); });
+        list->setObjectName(name);
+        grid.addWidget(label, lists, 2);
+        grid.addWidget(list, lists++, 3);
+        switches_.push_back(list);
+    }
+    grid.setColumnStretch(1, 1);
+    grid.setColumnMinimumWidth(1, fontMetrics().averageCharWidth() * 2);
+}
+
+void PasteDialog::turn(int index, int chosen) {
+    if (showing_)
+        return;
+    form_.setSwitch(index, chosen);
+    showForm();
+}
+
+void PasteDialog::showForm() {
+    const During showing(showing_);
+    for (std::size_t index = 0; index < switches_.size(); ++index) {
+        const PasteSwitch& one = form_.switches()[index];
+        if (auto* box = qobject_cast<QCheckBox*>(switches_[index]))
+            box->setChecked(one.chosen != 0);
+        else if (auto* list = qobject_cast<QComboBox*>(switches_[index]))
+            list->setCurrentIndex(one.chosen);
+        switches_[index]->setEnabled(one.enabled);
+    }
+    summary_->setText(toQt(form_.summary()));
+    ok_->setText(toQt(form_.okCaption()));
+    ok_->setEnabled(form_.canPaste());
+    showLines();
+}
+
+void PasteDialog::showLines() {
+    const auto& shown = form_.lines();
+    lines_->setRowCount(static_cast<int>(shown.size()));
+    for (int row = 0; row < lines_->rowCount(); ++row)
+        showLine(row, shown[static_cast<std::size_t>(row)]);
+    lines_->resizeColumnsToContents();
+    lines_->resizeRowsToContents();
+    if (lines_->currentRow() < 0 && lines_->rowCount() > 0)
+        lines_->setCurrentCell(0, 0);
+}
+
+void PasteDialog::showLine(int row, const PasteLine& line) {
+    const QPalette& shown = lines_->palette();
+    const QColor back = shown.color(QPalette::Base);
+    const QColor ink = shown.color(QPalette::Text);
+    const QColor ofLine =
+        line.fate == PasteFate::leftOut ? readable(between(ink, back, 0.35), back) : ink;
+    const QColor ofRemark = line.fate == PasteFate::leftOut ? readable(mark_colors::unstored, back)
+                            : line.fate == PasteFate::doubtful
+                                ? readable(mark_colors::doubtful, back)
+                                : ink;
+    const std::string* const texts[columns] = {&line.period, &line.column, &line.text,
+                                               &line.before, &line.after,  &line.remark};
+    for (int column = 0; column < columns; ++column) {
+        auto* item = new QTableWidgetItem(toQt(*texts[column]).simplified());
+        const bool figure = column == text || column == before || column == after;
+        item->setTextAlignment(Qt::AlignVCenter | (figure ? Qt::AlignRight : Qt::AlignLeft));
+        item->setForeground(column == remark ? ofRemark : ofLine);
+        item->setToolTip(plainToolTip(item->text()));
+        lines_->setItem(row, column, item);
+    }
+}
+
+void PasteDialog::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && ok_ != nullptr)
+        showLines(); // in the colours of the other theme
+}
+
+void PasteDialog::accept() {
+    form_.pressOk();
+    if (!form_.visible())
+        QDialog::accept();
+}
+
+void PasteDialog::reject() {
+    form_.pressCancel();
+    QDialog::reject();
+}
+
+} // namespace vkr

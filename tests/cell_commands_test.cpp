@@ -1,0 +1,506 @@
+// SPDX-License-Identifier: MIT
+#include "company/company_base.hpp"
+#include "control/cell_commands.hpp"
+#include "tests/support/entry_scene.hpp"
+#include "tests/support/field_steps.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace vkr {
+namespace {
+
+// Writes down which actions changed anything, and which data.
+class ListeningRecord final : public CompanyBase, public ActionListener {
+  public:
+    struct Done {
+        Action action;
+        std::vector<Datum> writes;
+    };
+    std::vector<Done> actions;
+    std::optional<Datum> refused;
+
+    void beginAction(const Action& action) override {
+        if (origins_.empty())
+            open_ = {};
+        if (open_.action.name.empty()) // of nested ones the first that has one
+            open_.action.name = action.name;
+        origins_.push_back(action.origin);
+    }
+    void endAction() noexcept override {
+        origins_.pop_back();
+        if (origins_.empty() && !open_.writes.empty())
+            actions.push_back(open_);
+    }
+
+#define VKR_LISTENING(kind, name, unit, key, place)                                                \
+    [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
+        return figures_.get_##name();                                                              \
+    }                                                                                              \
+    void put_##name(datum_kind::kind::Argument value) override {                                   \
+        note(Datum::name, !(figures_.get_##name() == value));                                      \
+        figures_.put_##name(value);                                                                \
+    }
+    VKR_DATA(VKR_LISTENING)
+#undef VKR_LISTENING
+
+  private:
+    void note(Datum datum, bool changes) {
+        if (refused == datum)
+            throw std::runtime_error("No losses today.");
+        if (!changes || origins_.empty())
+            return;
+        if (open_.writes.empty())
+            open_.action.origin = origins_.back();
+        open_.writes.push_back(datum);
+    }
+
+    CompanyRecord figures_;
+    std::vector<Origin> origins_; // of the actions under way
+    Done open_;
+};
+
+std::shared_ptr<ListeningRecord> datedRecord() {
+    auto record = std::make_shared<ListeningRecord>();
+    record->put_LastFY(2025);
+    record->put_LastFYDate(*makeDate(2025, 9, 30));
+    record->put_LastQDate(*makeDate(2026, 9, 30));
+    record->put_LastQDateForGrid(*makeDate(2026, 9, 30));
+    return record;
+}
+
+struct Scene : EntryScene {
+    std::shared_ptr<ListeningRecord> record = datedRecord();
+
+    explicit Scene(int tab = toYearly) {
+        load(record);
+        record->actions.clear(); // of loading
+        desktop.clickTab(tab);
+    }
+    // Of the yearly grid, by its row: 9 is the last fiscal year.
+    [[nodiscard]] double revenue(int row) const {
+        return record->get_YRevenueSeries().array().number(10 - row);
+    }
+    [[nodiscard]] double netIncome(int row) const {
+        return record->get_YNetIncSeries().array().number(10 - row);
+    }
+    void paste(std::string_view id, std::string_view text) {
+        desktop.setClipboardText(std::string(text));
+        desktop.click(id);
+        desktop.type("^v");
+    }
+    [[nodiscard]] std::vector<std::string> highlighted() const {
+        std::vector<std::string> ids;
+        for (const auto& control : form().controls())
+            if (const auto* box = dynamic_cast<const TextBox*>(control.get());
+                box != nullptr && box->highlighted())
+                ids.push_back(box->id());
+        return ids;
+    }
+};
+
+using Ids = std::vector<std::string>;
+
+// --- paste ---------------------------------------------------------------------------------------
+
+TEST(CellCommands, ShowABlockBeforeItIsPasted) {
+    Scene scene;
+    scene.paste("txtSales(8)", "1\t2\n3\tn/a");
+    ASSERT_EQ(scene.desktop.pastes().size(), 1U);
+    const auto& shown = scene.desktop.pastes()[0];
+    EXPECT_EQ(shown.caption, "Paste into Revenue (M) 2024");
+    ASSERT_EQ(shown.lines.size(), 4U);
+    EXPECT_EQ(shown.lines[0].period, "2024");
+    EXPECT_EQ(shown.lines[0].column, "Revenue (M)");
+    EXPECT_EQ(shown.lines[0].after, "1");
+    EXPECT_EQ(shown.lines[3].fate, PasteFate::leftOut);
+    EXPECT_EQ(shown.lines[3].remark, "Not available.");
+    EXPECT_EQ(shown.okCaption, "&Paste 3 Figures");
+    EXPECT_EQ(shown.summary, "3 figures will be pasted. One is left out.");
+    EXPECT_EQ(scene.revenue(8), 0) << "nobody has pressed OK";
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+    EXPECT_TRUE(scene.record->actions.empty());
+    EXPECT_TRUE(scene.desktop.refusals().empty());
+}
+
+TEST(CellCommands, PasteABlockAsOneAction) {
+    Scene scene;
+    scene.desktop.acceptNextPaste();
+    scene.paste("txtSales(8)", "1\t2\n3\t4");
+    EXPECT_EQ(scene.revenue(8), 1);
+    EXPECT_EQ(scene.revenue(9), 3);
+    EXPECT_EQ(scene.text("txtSales", 8), "1.00");
+    EXPECT_EQ(scene.text("txtYOption", 9), "4.00");
+    EXPECT_TRUE(scene.entry->get_blnDirty());
+    ASSERT_EQ(scene.record->actions.size(), 1U);
+    EXPECT_EQ(scene.record->actions[0].action.name, "Paste of 4 Figures");
+    EXPECT_EQ(scene.record->actions[0].action.origin, Origin::pasted);
+    EXPECT_EQ(scene.record->actions[0].writes,
+              (std::vector<Datum>{Datum::YRevenueSeries, Datum::YPTISeries}))
+        << "each series is written once";
+    EXPECT_EQ(scene.desktop.focusedId(), "txtSales(8)");
+    EXPECT_TRUE(scene.desktop.scriptUsedUp());
+}
+
+TEST(CellCommands, PasteByTheYearsOfAReport) {
+    Scene scene;
+    scene.desktop.acceptNextPaste();
+    scene.paste("txtSales(5)", "In thousands\n\t2017\t2016\t2015\nNet Income\t(5,000)\t6,500.5\t1\n"
+                               "Revenue\t$70,000\t60,250\t1\nCosts\t1\t2\t3");
+    const auto& shown = scene.desktop.pastes()[0];
+    EXPECT_EQ(shown.switches[0].chosen, 1);
+    EXPECT_EQ(shown.switches[4].chosen, 1) << "thousands";
+    EXPECT_EQ(shown.summary, "4 figures will be pasted. 5 are left out.");
+    EXPECT_EQ(shown.lines[0].remark, "In brackets: a loss.");
+    EXPECT_EQ(shown.lines[2].remark, "2015 is not on the form.");
+    EXPECT_EQ(shown.lines[6].remark, "There is no column \"Costs\".");
+    EXPECT_EQ(scene.netIncome(1), -5);
+    EXPECT_EQ(scene.netIncome(0), 6.5005);
+    EXPECT_EQ(scene.revenue(1), 70);
+    EXPECT_EQ(scene.revenue(0), 60.25);
+}
+
+TEST(CellCommands, FollowTheSwitchesOfThePreview) {
+    Scene scene;
+    scene.desktop.answerNextPaste([](PasteForm& form) {
+        form.setSwitch(2, 1); // turned
+        form.setSwitch(3, 1); // newest first
+        form.setSwitch(4, 3); // billions
+        form.setSwitch(0, 1); // there are no years: not enabled
+        form.setSwitch(99, 1);
+        form.setSwitch(4, 99);
+        form.pressOk();
+    });
+    scene.paste("txtSales(8)", "5\t4");
+    EXPECT_EQ(scene.revenue(8), 4000);
+    EXPECT_EQ(scene.revenue(9), 5000);
+}
+
+TEST(CellCommands, TellWhatAPasteReplaces) {
+    Scene scene;
+    scene.enter("txtSales(8)", "7.125");
+    scene.entry->originOf = [](Datum series, int element) {
+        return series == Datum::YRevenueSeries && element == 2 ? std::optional(Origin::typed)
+                                                               : std::nullopt;
+    };
+    scene.paste("txtSales(8)", "1\n2");
+    const auto& lines = scene.desktop.pastes()[0].lines;
+    EXPECT_EQ(lines[0].before, "7.125");
+    EXPECT_EQ(lines[0].fate, PasteFate::doubtful);
+    EXPECT_EQ(lines[0].remark, "Replaces a figure that was typed.");
+    EXPECT_EQ(lines[1].before, "");
+    EXPECT_EQ(lines[1].fate, PasteFate::taken);
+}
+
+TEST(CellCommands, StoreWhatIsBeingTypedBeforeThePaste) {
+    Scene scene;
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.type("42");
+    scene.desktop.setClipboardText("1\t2");
+    scene.desktop.type("^v");
+    EXPECT_EQ(scene.revenue(3), 42);
+    EXPECT_EQ(scene.desktop.pastes()[0].lines[0].before, "42");
+}
+
+TEST(CellCommands, PasteAllOrNothing) {
+    Scene scene;
+    scene.record->refused = Datum::YNetIncSeries;
+    scene.desktop.acceptNextPaste();
+    scene.paste("txtSales(8)", "1\t2\t3");
+    EXPECT_EQ(scene.revenue(8), 0);
+    EXPECT_EQ(scene.text("txtSales", 8), "");
+    ASSERT_EQ(scene.desktop.messages().size(), 1U);
+    EXPECT_NE(scene.desktop.messages()[0].text.find("No losses today."), std::string::npos);
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+}
+
+TEST(CellCommands, LetFollowWhatFollowsOfTypedFigures) {
+    Scene scene(toQuarterly);
+    scene.desktop.acceptNextPaste();
+    scene.paste("txtEPS(0)", "1\n2\n3\n4\n5");
+    EXPECT_EQ(scene.record->get_Last4QEPS(), 10);
+    scene.desktop.clickTab(toYearly);
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "10.00");
+}
+
+TEST(CellCommands, TakeOneFigureAsAField) {
+    Scene scene;
+    scene.paste("txtSales(8)", "1234.5\r\n");
+    EXPECT_TRUE(scene.desktop.pastes().empty());
+    EXPECT_EQ(scene.text("txtSales", 8), "1234.5");
+    // Elsewhere a block is refused as before.
+    scene.desktop.clickTab(toCompany);
+    scene.paste("txtTotalDebt", "1\t2");
+    EXPECT_TRUE(scene.desktop.pastes().empty());
+    EXPECT_EQ(scene.desktop.refusals().size(), 1U);
+}
+
+// In the first cell it would be a figure of another column.
+TEST(CellCommands, TakeAFigureBesideAnEmptyCellForABlock) {
+    Scene scene;
+    scene.desktop.acceptNextPaste();
+    scene.paste("txtSales(8)", "\t42");
+    EXPECT_EQ(scene.revenue(8), 0);
+    EXPECT_EQ(scene.record->get_YPTISeries().array().number(2), 42);
+    scene.desktop.acceptNextPaste();
+    scene.paste("txtSales(8)", "\n43");
+    EXPECT_EQ(scene.revenue(8), 0);
+    EXPECT_EQ(scene.revenue(9), 43);
+}
+
+TEST(CellCommands, KnowTheMarksThatTheClipboardNames) {
+    Scene scene;
+    scene.desktop.setClipboardText("1,234\t2");
+    scene.desktop.setClipboardDecimalMark(',');
+    scene.desktop.click("txtSales(8)");
+    scene.desktop.type("^v");
+    EXPECT_EQ(scene.desktop.pastes()[0].lines[0].after, "1.234");
+    EXPECT_EQ(scene.desktop.pastes()[0].lines[0].fate, PasteFate::taken);
+    scene.paste("txtSales(8)", "1,234\t2");
+    EXPECT_EQ(scene.desktop.pastes()[1].lines[0].after, "1234");
+    EXPECT_EQ(scene.desktop.pastes()[1].lines[0].fate, PasteFate::doubtful);
+}
+
+TEST(CellCommands, PasteNothingIntoAnotherCompany) {
+    Scene scene;
+    const auto other = datedRecord();
+    scene.desktop.answerNextPaste([&](PasteForm& form) {
+        scene.load(other);
+        form.pressOk();
+    });
+    scene.paste("txtSales(8)", "1\t2");
+    EXPECT_EQ(scene.revenue(8), 0);
+    EXPECT_EQ(other->get_YRevenueSeries().array().number(2), 0);
+}
+
+TEST(CellCommands, NeedADateOfTheLastQuarter) {
+    EntryScene scene;
+    const auto record = std::make_shared<ScriptedRecord>(fullCompany());
+    record->failing = {"read LastQDate", "read LastQDateForGrid"};
+    scene.load(record);
+    scene.desktop.clickTab(toQuarterly);
+    scene.desktop.setClipboardText("1\t2");
+    scene.desktop.click("txtRevenue(0)");
+    scene.desktop.type("^v");
+    EXPECT_TRUE(scene.desktop.pastes().empty());
+    ASSERT_EQ(scene.desktop.refusals().size(), 1U);
+    EXPECT_EQ(scene.desktop.refusals()[0].note,
+              "Without a date of the last quarter this figure has no quarter and was not stored.");
+}
+
+// --- selection, copy -----------------------------------------------------------------------------
+
+TEST(CellCommands, SelectCellsByShiftAndArrows) {
+    Scene scene;
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.type("+{DOWN}+{RIGHT}");
+    EXPECT_EQ(scene.highlighted(),
+              (Ids{"txtSales(3)", "txtSales(4)", "txtYOption(3)", "txtYOption(4)"}));
+    EXPECT_EQ(scene.desktop.focusedId(), "txtSales(3)");
+    scene.desktop.type("+{LEFT}");
+    EXPECT_EQ(scene.highlighted(), (Ids{"txtSales(3)", "txtSales(4)"}));
+    scene.desktop.type("+{UP}");
+    EXPECT_TRUE(scene.highlighted().empty());
+    scene.desktop.type("+{UP}");
+    EXPECT_EQ(scene.highlighted(), (Ids{"txtSales(2)", "txtSales(3)"}));
+    scene.desktop.type("{ESC}");
+    EXPECT_TRUE(scene.highlighted().empty());
+    scene.desktop.type("+{DOWN}{DOWN}");
+    EXPECT_TRUE(scene.highlighted().empty());
+    EXPECT_EQ(scene.desktop.focusedId(), "txtSales(4)");
+}
+
+TEST(CellCommands, LeaveTheTextOfACellToItself) {
+    Scene scene;
+    scene.enter("txtSales(3)", "1234");
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.type("{END}+{LEFT 2}");
+    EXPECT_TRUE(scene.highlighted().empty());
+    EXPECT_EQ(scene.field("txtSales", 3).selText(), "00");
+    scene.desktop.type("^a+{RIGHT}");
+    EXPECT_EQ(scene.highlighted().size(), 2U);
+}
+
+TEST(CellCommands, SelectByDragging) {
+    Scene scene;
+    scene.desktop.press("txtSales(3)");
+    scene.desktop.dragTo("txtYOption(4)");
+    EXPECT_EQ(scene.highlighted().size(), 4U);
+    scene.desktop.dragTo("txtSales(3)");
+    EXPECT_TRUE(scene.highlighted().empty());
+    scene.desktop.dragTo("txtSales(5)");
+    scene.desktop.release("txtSales(5)");
+    EXPECT_EQ(scene.highlighted().size(), 3U);
+    scene.desktop.click("txtSales(3)");
+    EXPECT_TRUE(scene.highlighted().empty());
+}
+
+TEST(CellCommands, SelectTheGridByCtrlATwice) {
+    Scene scene(toQuarterly);
+    scene.desktop.click("txtRevenue(1)");
+    scene.desktop.type("^a");
+    EXPECT_TRUE(scene.highlighted().empty());
+    scene.desktop.type("^a");
+    EXPECT_EQ(scene.highlighted().size(), 4U * 9U);
+    scene.desktop.type("{ESC}^a{LEFT}^a");
+    EXPECT_TRUE(scene.highlighted().empty());
+}
+
+TEST(CellCommands, CopyAllDigits) {
+    Scene scene;
+    scene.paste("txtSales(8)", "1234.56789\t");
+    scene.desktop.type("{TAB}");
+    scene.enter("txtSales(9)", "0.1");
+    scene.enter("txtYOption(9)", "-3");
+    scene.desktop.click("txtSales(8)");
+    scene.desktop.type("+{DOWN}+{RIGHT}^c");
+    EXPECT_EQ(scene.desktop.clipboardText(), "1234.56789\t\n0.1\t-3");
+    scene.desktop.type("^+c");
+    EXPECT_EQ(scene.desktop.clipboardText(),
+              "\tRevenue (M)\tPre-Tax Income (M)\n2024\t1234.56789\t\n2025\t0.1\t-3");
+    scene.entry->put_NumberMarks({.decimal = ',', .grouping = "."});
+    scene.desktop.type("^c");
+    EXPECT_EQ(scene.desktop.clipboardText(), "1234,56789\t\n0,1\t-3");
+}
+
+TEST(CellCommands, CopyOneCellWithItsHeadings) {
+    Scene scene(toQuarterly);
+    scene.enter("txtEPS(1)", "1.5");
+    scene.desktop.click("txtEPS(1)");
+    scene.desktop.type("^+c");
+    EXPECT_EQ(scene.desktop.clipboardText(), "\tEarnings Per Share\n2026-06-30\t1.5");
+    EXPECT_TRUE(scene.entry->copyCells(false));
+    EXPECT_EQ(scene.desktop.clipboardText(), "1.5");
+    scene.desktop.clickTab(toCompany);
+    scene.desktop.click("txtName");
+    EXPECT_FALSE(scene.entry->copyCells(true));
+}
+
+// What is pasted back gives the same figures, in any unit, with any mark, with and without heads.
+TEST(CellCommands, PasteBackWhatTheyHaveCopied) {
+    for (const int tab : {toYearly, toQuarterly})
+        for (const char* unit : {"optCurrency(0)", "optCurrency(1)", "optCurrency(2)"})
+            for (const bool comma : {false, true})
+                for (const char* keys : {"^c", "^+c"}) {
+                    SCOPED_TRACE(std::string(unit) + (comma ? " comma " : " point ") + keys);
+                    EntryScene scene;
+                    const auto company = fullCompany();
+                    scene.load(company);
+                    scene.desktop.clickTab(toOptions);
+                    scene.desktop.click(unit);
+                    if (comma)
+                        scene.entry->put_NumberMarks({.decimal = ',', .grouping = "."});
+                    scene.desktop.clickTab(tab);
+                    const char* first = tab == toYearly ? "txtSales(0)" : "txtRevenue(0)";
+                    const auto before = company->clone();
+                    scene.desktop.click(first);
+                    scene.desktop.type("^a^a" + std::string(keys));
+                    scene.desktop.type("{DEL}{ESC}");
+                    EXPECT_FALSE(test::changedData(*before, *company).empty());
+                    scene.desktop.acceptNextPaste();
+                    scene.desktop.type("^v");
+                    const auto changed = test::changedData(*before, *company);
+                    EXPECT_TRUE(changed.empty()) << changed.front();
+                    EXPECT_TRUE(scene.desktop.messages().empty());
+                }
+}
+
+// --- delete, fill --------------------------------------------------------------------------------
+
+TEST(CellCommands, EmptyTheSelectionAsOneAction) {
+    Scene scene;
+    scene.enter("txtSales(3)", "3");
+    scene.enter("txtSales(4)", "4");
+    scene.enter("txtSales(6)", "6");
+    scene.record->actions.clear();
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.type("+{DOWN 3}{DEL}");
+    EXPECT_EQ(scene.revenue(3) + scene.revenue(4) + scene.revenue(6), 0);
+    EXPECT_EQ(scene.text("txtSales", 6), "");
+    ASSERT_EQ(scene.record->actions.size(), 1U);
+    EXPECT_EQ(scene.record->actions[0].action.name, "Deletion of 3 Figures");
+    EXPECT_EQ(scene.record->actions[0].action.origin, Origin::typed);
+    scene.desktop.type("{DEL}");
+    EXPECT_EQ(scene.record->actions.size(), 1U) << "there is nothing left";
+    EXPECT_EQ(scene.highlighted().size(), 4U);
+}
+
+TEST(CellCommands, CutTheSelection) {
+    Scene scene;
+    scene.enter("txtSales(3)", "3");
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.type("+{DOWN}^x");
+    EXPECT_EQ(scene.desktop.clipboardText(), "3\n\n");
+    EXPECT_EQ(scene.revenue(3), 0);
+}
+
+TEST(CellCommands, FillDown) {
+    Scene scene;
+    scene.enter("txtSales(3)", "3.125");
+    scene.desktop.click("txtSales(4)");
+    scene.desktop.type("^d");
+    EXPECT_EQ(scene.revenue(4), 3.125);
+    scene.desktop.click("txtSales(4)");
+    scene.desktop.type("+{DOWN 2}^d");
+    EXPECT_EQ(scene.revenue(6), 3.125);
+    EXPECT_EQ(scene.record->actions.back().action.name, "Fill Down of 2 Figures");
+    scene.desktop.click("txtSales(0)");
+    scene.desktop.type("^d"); // nothing above
+    EXPECT_EQ(scene.revenue(0), 0);
+}
+
+TEST(CellCommands, TakeTheFigureOfThePeriodBefore) {
+    Scene scene;
+    scene.enter("txtYNetInc(3)", "-3.5");
+    scene.desktop.click("txtYNetInc(4)");
+    scene.desktop.type("^'");
+    EXPECT_EQ(scene.netIncome(4), -3.5);
+    EXPECT_EQ(scene.text("txtYNetInc", 4), "-3.50");
+    EXPECT_EQ(scene.record->actions.back().action.name, "Figure from the Period Before");
+
+    Scene quarters(toQuarterly);
+    quarters.enter("txtEPS(2)", "1.25");
+    quarters.desktop.click("txtEPS(1)");
+    quarters.desktop.type("^'");
+    EXPECT_EQ(quarters.record->get_QEPSSeries().array().number(1), 1.25);
+}
+
+// --- lock ----------------------------------------------------------------------------------------
+
+TEST(CellCommands, ChangeNothingUnderTheLock) {
+    for (const int tab : {toYearly, toQuarterly}) {
+        EntryScene scene;
+        const auto company = fullCompany();
+        scene.load(company);
+        scene.desktop.clickTab(toOptions);
+        scene.desktop.click("chkLockInfo");
+        scene.desktop.clickTab(tab);
+        const auto before = company->clone();
+        scene.desktop.setClipboardText("1\t2\n3\t4");
+        scene.desktop.acceptNextPaste();
+        for (const char* keys : {"^v", "+{INSERT}", "^d", "^'", "+{DOWN}{DEL}", "+{DOWN}^x",
+                                 "+{DOWN}{BS}", "^a^a{DEL}", "+{DOWN}^d"}) {
+            SCOPED_TRACE(keys);
+            scene.desktop.click(tab == toYearly ? "txtSales(3)" : "txtRevenue(3)");
+            scene.desktop.forget();
+            scene.desktop.type(keys);
+            ASSERT_EQ(scene.desktop.refusals().size(), 1U);
+            EXPECT_EQ(scene.desktop.refusals()[0].note,
+                      "The data is locked. Unlock it to change anything.");
+            EXPECT_TRUE(scene.desktop.pastes().empty());
+            EXPECT_TRUE(test::changedData(*before, *company).empty());
+        }
+        scene.desktop.click(tab == toYearly ? "txtSales(3)" : "txtRevenue(3)");
+        scene.desktop.forget();
+        scene.desktop.type("+{DOWN}^c");
+        EXPECT_TRUE(scene.desktop.refusals().empty());
+        EXPECT_NE(scene.desktop.clipboardText(), "1\t2\n3\t4");
+    }
+}
+
+} // namespace
+} // namespace vkr
