@@ -720,13 +720,15 @@ class Invariants {
                any->id() + " is selected without the focus");
     }
 
-    // A word on what was refused stands at the field that is being worked in.
+    // A word on what was refused stands at the field that is being worked in. Under the lock it
+    // says no more than that.
     void note() {
         const auto& note = scene_.desktop.note();
         if (note)
             expect(form().hasFocus() && form().activeControl() != nullptr &&
-                       form().activeControl()->id() == note->field && !isLocked(),
-                   "note", "at " + note->field);
+                       form().activeControl()->id() == note->field &&
+                       isLocked() == note->note.starts_with("The data is locked."),
+                   "note", "at " + note->field + ": " + note->note);
     }
 
     void helpFrame() {
@@ -765,6 +767,8 @@ class Invariants {
     void record(const Act& act) {
         auto now = snapshotOf(scene_);
         const bool same = held_ == scene_.record && now.size() == snapshot_.size();
+        if (!same || act.loads)
+            loaded_ = now;
         if (same && act.by == By::host && locked_ && isLocked() && !act.loads)
             for (std::size_t i = 0; i < datumTable().size(); ++i)
                 expect(now[i] == snapshot_[i] || !isFigure(datumTable()[i]), "locked",
@@ -778,7 +782,11 @@ class Invariants {
                 expect(scene_.entry->get_blnDirty(), "dirty", name + " changed, and nobody knows");
                 expect(!locked_ || !isLocked() || name == setting::unit, "locked",
                        name + " changed under the lock");
-                expect(!takesNoMinus(name) || now[i].toDouble() >= 0, "negative", name);
+                // An end of the range that a price has moved goes back to what it was, be it
+                // negative.
+                expect(!takesNoMinus(name) || now[i].toDouble() >= 0 ||
+                           (i < loaded_.size() && now[i] == loaded_[i]),
+                       "negative", name);
             }
         snapshot_ = std::move(now);
     }
@@ -896,6 +904,7 @@ class Invariants {
 
     MonkeyScene& scene_;
     std::vector<Variant> snapshot_;
+    std::vector<Variant> loaded_; // the same when the record was handed in
     std::shared_ptr<ScriptedRecord> held_;
     bool locked_ = false;
     bool uncertain_ = false;
