@@ -252,12 +252,11 @@ void loadReportingPeriod(Session& session) {
 
 void commitCompany(Session& session, std::optional<Date> lastQuarter) {
     iVKR_Company& company = *session.company;
-    {
-        const ActionScope derived(session.company, {Origin::derived, {}, {}});
-        for (const auto& rule : derivedSeries)
-            if (!session.isLocked() && rule.wanted(session))
-                ifPossible([&] { derive(company, rule); });
-    }
+    // A record that listens has heard of every choice when it was made: what is left is but shown.
+    const ActionScope derived(session.company, {Origin::derived, {}, {}});
+    for (const auto& rule : derivedSeries)
+        if (!session.isLocked() && rule.wanted(session))
+            ifPossible([&] { derive(company, rule); });
     // A record may let the quarter of its series follow the last quarter: not what is being typed.
     if (const auto& field = session[controls::lastQuarterDate]; field.text() != field.tag())
         ifPossible([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });

@@ -56,6 +56,7 @@ CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
     : QMainWindow(parent), companies_(new CompanyListModel(store, this)),
       search_(new QLineEdit(this)), table_(new CompanyTable(companies_, this)),
       pages_(new QStackedWidget(this)), notFound_(new QLabel(this)), count_(new QLabel(this)),
+      discarded_(new QLabel(this)), restore_(new QPushButton(tr("&Restore"), this)),
       counting_(new QTimer(this)), watching_(new QTimer(this)) {
     setObjectName(QStringLiteral("companyList"));
     setWindowTitle(tr("Companies"));
@@ -74,6 +75,12 @@ CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
     layout->addWidget(pages_);
     setCentralWidget(center);
     count_->setContentsMargins(0, 0, 8, 0);
+    discarded_->setObjectName(QStringLiteral("discarded"));
+    restore_->setObjectName(QStringLiteral("restore"));
+    statusBar()->addPermanentWidget(discarded_);
+    statusBar()->addPermanentWidget(restore_);
+    offerRestore({});
+    connect(restore_, &QPushButton::clicked, this, &CompanyListWindow::restoreAsked);
     statusBar()->addPermanentWidget(count_);
     statusBar()->setSizeGripEnabled(false);
     counting_->setSingleShot(true);
@@ -86,6 +93,12 @@ CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
     buildPages();
     rememberedSize(*this, memoryName, {860, 480});
     showFound();
+}
+
+void CompanyListWindow::offerRestore(const QString& text) {
+    discarded_->setText(text);
+    discarded_->setVisible(!text.isEmpty());
+    restore_->setVisible(!text.isEmpty());
 }
 
 CompanyListWindow::~CompanyListWindow() {

@@ -11,6 +11,7 @@ class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QPushButton;
 class QStackedWidget;
 class QTimer;
 class QToolBar;
@@ -34,6 +35,8 @@ class CompanyListWindow : public QMainWindow {
     // How often to look whether somebody else has saved something; every two seconds at first.
     void setWatchInterval(int milliseconds);
     void choose(std::int64_t id);
+    // Says that changes were given up, beside a button that asks for them; "" takes it away.
+    void offerRestore(const QString& text);
 
     [[nodiscard]] std::vector<CompanySummary> chosen() const; // in the order on screen
     // Those of them that were on screen, as they were then.
@@ -49,6 +52,7 @@ class CompanyListWindow : public QMainWindow {
     void exportAsked(const QList<qint64>& ids);
     void printAsked(const QList<qint64>& ids);
     void pdfAsked(const QList<qint64>& ids);
+    void restoreAsked();
     void refreshAsked(); // also whenever the window comes to the front
     void helpAsked(int page);
     void aboutAsked();
@@ -87,6 +91,8 @@ class CompanyListWindow : public QMainWindow {
     QStackedWidget* pages_; // the table, or why it is empty
     QLabel* notFound_;
     QLabel* count_;
+    QLabel* discarded_;
+    QPushButton* restore_;
     QTimer* counting_;         // until the first rows are on screen
     QTimer* watching_;         // for what others save
     int watchInterval_ = 2000; // milliseconds

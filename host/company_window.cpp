@@ -3,10 +3,8 @@
 
 #include "company/kept_figures.hpp"
 #include "control/vkr_data_entry.hpp"
-#include "form/controls.hpp"
 #include "host/assistant.hpp"
 #include "host/figure_checks.hpp"
-#include "host/filings_import.hpp"
 #include "host/help_pages.hpp"
 #include "host/history_window.hpp"
 #include "host/messages.hpp"
@@ -20,7 +18,6 @@
 #include <QGuiApplication>
 #include <QLayout>
 #include <QMenuBar>
-#include <QPointer>
 #include <QStatusBar>
 
 #include <algorithm>
@@ -108,10 +105,7 @@ void CompanyWindow::buildActions() {
     auto* closing = menu->addAction(tr("&Close"), QKeySequence::Close, this, &QWidget::close);
     closing->setObjectName(QStringLiteral("close"));
 
-    auto* edit = menuBar()->addMenu(tr("&Edit"));
-    auto* copied = edit->addAction(tr("Copy with &Headings"), Qt::CTRL | Qt::SHIFT | Qt::Key_C,
-                                   entry_, &VKRDataEntryWidget::copyWithHeadings);
-    copied->setObjectName(QStringLiteral("copyWithHeadings"));
+    buildEditMenu();
 
     auto* figures = menuBar()->addMenu(tr("F&igures"));
     checks_->addTo(*figures);
@@ -146,85 +140,6 @@ void CompanyWindow::tellAbout(int object, const QVariant& shown) {
                      entry_->component().get_NumberMarks());
 }
 
-// --- history -----------------------------------------------------------------------------------
-
-FigureOrigins CompanyWindow::origins() const {
-    FigureOrigins now = origins_;
-    if (unchanged_ != nullptr) // else a company is just being opened
-        now.note(changesBetween(*unchanged_, *record_, {Origin::typed, {}, {}}));
-    return now;
-}
-
-SaveAccount CompanyWindow::account() const {
-    const auto typed = edited();
-    takeBack(untypedDates(), *unchanged_, *typed);
-    SaveAccount account;
-    account.groups = {changesBetween(*unchanged_, *typed, {Origin::typed, {}, {}})};
-    account.rest = {Origin::derived, tr("Worked out when it was saved").toStdString(), {}};
-    if (!id_ && origins_ != FigureOrigins()) {
-        account.rest = {Origin::typed, tr("Saved as a copy").toStdString(), {}};
-        account.origins = origins();
-    }
-    return account;
-}
-
-HistoryWindow& CompanyWindow::history() {
-    if (history_ == nullptr) {
-        history_ = new HistoryWindow(store_, *id_, title(), this);
-        connect(history_, &HistoryWindow::restoreAsked, this, &CompanyWindow::restoreState);
-    }
-    return *history_;
-}
-
-void CompanyWindow::showHistory(Datum datum, std::optional<int> element) {
-    if (!id_) {
-        tellNews(this, tr("%1 has no history yet.").arg(title()),
-                 tr("It begins when the company is saved."));
-        return;
-    }
-    QString period;
-    if (element && rowOf(datum).period == DatumPeriod::year && record_->get_LastFY() != 0)
-        period = QString::number(record_->get_LastFY() + 1 - *element);
-    if (element && rowOf(datum).period == DatumPeriod::quarter &&
-        !isAbsent(record_->get_LastQDateForGrid()))
-        period = isoDate(addQuarters(record_->get_LastQDateForGrid(), -*element));
-    history().showFigure(datum, period);
-}
-
-void CompanyWindow::restoreState(const HistoryGroup& group) {
-    const auto state = store_.stateAfter(*id_, group);
-    if (!state) {
-        tellFault(this, tr("This state can't be restored."), fromUtf8(state.error().message));
-        return;
-    }
-    entry_->component().leaveField();
-    const auto differing = changesBetween(*record_, *state.value(), {});
-    if (differing.changes.empty()) {
-        tellNews(history_, tr("The company is as it was then."));
-        return;
-    }
-    const QString time = localTime(group.time);
-    if (askFirst(history_, tr("Make %1 what it was on %2?").arg(title(), time),
-                 tr("%1 values change. It is saved when you save the company.")
-                     .arg(differing.changes.size()),
-                 tr("&Restore")))
-        restore(*state.value(), tr("Restore of %1").arg(time));
-}
-
-bool CompanyWindow::restore(const CompanyRecord& state, const QString& name) {
-    std::vector<DatumChange> changes;
-    for (const Change& change : changesBetween(*record_, state, {}).changes)
-        if (change.setting.empty())
-            changes.push_back(change);
-    const auto refusal =
-        entry_->component().changeRecord(changes, {Origin::typed, name.toStdString(), {}});
-    if (refusal)
-        tellFault(this, tr("Nothing was restored."), fromUtf8(*refusal));
-    showTitle();
-    showModified();
-    return !refusal;
-}
-
 void CompanyWindow::setOffered(const OfferedLists& lists) {
     entry_->setExchanges(lists.exchanges);
     entry_->setIndustries(lists.industries);
@@ -241,6 +156,8 @@ void CompanyWindow::startFrom(const CompanyRecord& stored) {
     auto unchanged = edited();
     takeBack(entry_->component().suggestedDates(), stored, *unchanged);
     unchanged_ = std::move(unchanged);
+    forgetUnsaved();
+    keepUnsaved(stored);
     showModified();
     if (id_)
         checks_->setSilenced(std::make_shared<SilencedInSettings>(store_.path(), *id_));
@@ -251,7 +168,9 @@ void CompanyWindow::startFrom(const CompanyRecord& stored) {
 void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {
     record_ = std::move(record);
     entry_->setDirty(false);
-    entry_->setCompany(record_);
+    journal_ = std::make_shared<ChangeJournal>(record_);
+    entry_->setCompany(journal_);
+    journal_->startOver(); // what loading suggests is no change
     showTitle();
 }
 
@@ -349,7 +268,7 @@ bool CompanyWindow::confirmDiscard() {
 }
 
 void CompanyWindow::discard() {
-    decided_ = true;
+    giveUp();
     close();
     if (isVisible()) { // it was closing already, and asks about that: no more
         emit gone(this);
@@ -394,72 +313,6 @@ bool CompanyWindow::save() {
     }
 }
 
-bool CompanyWindow::acceptUnstored() {
-    const std::vector<UnstoredField> fields = entry_->unstoredFields();
-    if (fields.empty())
-        return true;
-    QStringList lines;
-    for (const UnstoredField& field : fields)
-        lines.append(tr("%1: \u201c%2\u201d - %3")
-                         .arg(fromUtf8(field.label), fromUtf8(field.text), fromUtf8(field.reason)));
-    const QPointer<CompanyWindow> stays(this);
-    const int choice = ask(
-        this,
-        fields.size() == 1 ? tr("One field holds a text that can't be stored.")
-                           : tr("%1 fields hold texts that can't be stored.").arg(fields.size()),
-        tr("%1\n\nSaving keeps what was stored there before.").arg(lines.join(u'\n')),
-        {{tr("&Save Without"), Choice::Role::destroy}, {tr("&Go Back"), Choice::Role::reject}});
-    if (choice != 0 && stays)
-        entry_->component().showField(fields.front().control);
-    return choice == 0;
-}
-
-void CompanyWindow::importChosenFilings() {
-    entry_->component().leaveField();
-    const QPointer<CompanyWindow> stays(this);
-    const QString path = FilingsImport(this).chosenFile();
-    if (!path.isEmpty() && stays)
-        importFilings(path);
-}
-
-void CompanyWindow::importFilings(const QString& path) {
-    if (controls::lock.in(entry_->component().form()).value()) {
-        tellFault(this, tr("The data is locked."), tr("Unlock it to import figures."));
-        return;
-    }
-    entry_->component().leaveField(); // what was typed last is compared, too
-    FilingsImport transfer(this);
-    transfer.originOf = originOfFigures();
-    transfer.helpAsked = [this] { emit helpAsked(help::filings); };
-    const QPointer<CompanyWindow> stays(this);
-    const auto figures = transfer.import(path, record_);
-    if (!figures || !stays)
-        return;
-    entry_->recordChanged();
-    showTitle();
-    showModified();
-    notice(*this,
-           *figures == 1 ? tr("1 figure imported.") : tr("%1 figures imported.").arg(*figures));
-}
-
-OriginQuery CompanyWindow::originOfFigures() const {
-    if (!id_)
-        return {};
-    const auto loaded = store_.load(*id_);
-    if (!loaded || loaded.value().revision != revision_)
-        return {};
-    const auto stored = std::make_shared<const LoadedCompany>(loaded.value());
-    return [stored, record = record_](Datum datum, std::optional<int> element) {
-        const auto valueIn = [&](const CompanyRecord& company) {
-            const Variant& held = company.stored(datum);
-            return element ? held.array().at(*element) : held;
-        };
-        return valueIn(*stored->record) == valueIn(*record)
-                   ? stored->origins.of(datum, element).origin
-                   : std::optional(Origin::typed);
-    };
-}
-
 CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
                                               const QString& message) {
     if (conflict.isRemoved) {
@@ -491,6 +344,7 @@ CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
     case copy: {
         id_.reset();
         auto mine = recordToSave();
+        origins_ = origins(); // the steps that led there end with the other record
         mine->put_Name(mine->get_Name() + tr(" (copy)").toStdString());
         showRecord(std::move(mine));
         return Conflict::again;
@@ -530,7 +384,7 @@ void CompanyWindow::closeEvent(QCloseEvent* event) {
                 return;
             }
         }
-        decided_ = true;
+        giveUp();
     }
     event->accept();
     emit gone(this);

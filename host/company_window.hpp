@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/change_journal.hpp"
+#include "control/vkr_data_entry_events.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "filings/filings_review.hpp"
+#include "host/unsaved_work.hpp"
 #include "store/company_store.hpp"
 
 #include <QMainWindow>
@@ -40,6 +43,10 @@ class CompanyWindow : public QMainWindow {
     // As it would be saved now: without the dates that nobody has typed.
     [[nodiscard]] std::shared_ptr<CompanyRecord> recordToSave() const;
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
+    [[nodiscard]] const ChangeJournal& journal() const { return *journal_; }
+    // Does again what was lost or given up, as steps to undo. What the record said of the first
+    // one that it refuses, in a line each.
+    [[nodiscard]] QStringList restore(const std::vector<ChangeGroup>& groups);
 
     // Where each figure comes from, what was typed here included.
     [[nodiscard]] FigureOrigins origins() const;
@@ -58,7 +65,8 @@ class CompanyWindow : public QMainWindow {
     void printAsked();
     void pdfAsked();
     void helpAsked(int page);
-    void gone(CompanyWindow* window); // closed for good
+    void discarded(const vkr::DiscardedChanges& changes); // before it goes
+    void gone(CompanyWindow* window);                     // closed for good
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -68,6 +76,12 @@ class CompanyWindow : public QMainWindow {
     void importChosenFilings();
     // Where figures come from that are as they are stored; others were changed in this window.
     [[nodiscard]] OriginQuery originOfFigures() const;
+    void buildEditMenu();
+    void showSteps();
+    bool step(HistoryStep step);
+    void keepUnsaved(const CompanyRecord& stored); // from here on, in a file of its own
+    void forgetUnsaved();
+    void giveUp();
     void tellAbout(int object, const QVariant& shown);
     HistoryWindow& history();
     void showHistory(Datum datum, std::optional<int> element);
@@ -101,6 +115,11 @@ class CompanyWindow : public QMainWindow {
     HistoryWindow* history_ = nullptr;
     FigureOrigins origins_; // of what is stored
     std::shared_ptr<CompanyRecord> record_;
+    std::shared_ptr<ChangeJournal> journal_;            // that the form edits it through
+    std::vector<std::unique_ptr<UnsavedChanges>> kept_; // on the disk; the last one is written
+    bool toldOfKeeping_ = false;                        // that it does not work
+    QAction* undo_ = nullptr;
+    QAction* redo_ = nullptr;
     std::shared_ptr<const CompanyRecord> unchanged_; // as the form shows it without any change
     std::optional<std::int64_t> id_;
     std::int64_t revision_;

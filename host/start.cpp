@@ -67,6 +67,7 @@ std::unique_ptr<Workspace> start(const Options& options) {
             if (!opened.notes.isEmpty())
                 tellNews(&opened.workspace->list(), opened.notes.front(), {},
                          opened.notes.size() > 1 ? opened.notes : QStringList());
+            opened.workspace->offerFound();
             return std::move(opened.workspace);
         }
         enum { again, another, quit };

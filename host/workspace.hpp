@@ -49,6 +49,9 @@ class Workspace : public QObject {
     void saveWindowSheet(CompanyWindow& window, const QString& file, Paper paper);
     // Reads the list anew. An error is told in the status bar of the list.
     void refresh();
+    // Offers what programs have left behind that ended without saving or discarding it, one
+    // company after the other.
+    void offerFound();
     // Every window may ask; false when the user wants to stay.
     bool closeAll();
 
@@ -66,6 +69,10 @@ class Workspace : public QObject {
     void imported(const std::vector<CompanyKey>& companies);
     void showHelp(int page);
     void tellAbout();
+    void restore(std::optional<std::int64_t> id, const std::vector<ChangeGroup>& groups);
+    void restoreDiscarded();
+    void showDiscarded();
+    void forgetDiscarded(std::int64_t id); // it is opened again, or deleted
     [[nodiscard]] CompanyWindow* windowOf(std::int64_t id) const;
     [[nodiscard]] OfferedLists offered() const;
     void offerLists(); // to every window
@@ -74,6 +81,7 @@ class Workspace : public QObject {
     std::unique_ptr<CompanyListWindow> list_;
     std::unique_ptr<HelpViewer> help_;
     QList<CompanyWindow*> windows_;
+    QList<DiscardedChanges> discarded_; // the last one is offered
 };
 
 } // namespace vkr

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/change_group.hpp"
+#include "platform/form.hpp"
+
+#include <QString>
+
+#include <string>
+
+namespace vkr {
+
+// The control that shows a datum, an element or a setting, as VKRDataEntry::showField takes it; ""
+// where none does at the moment.
+[[nodiscard]] std::string controlOf(const Form& form, const Change& change);
+
+// What a group is called in a menu: by its own name, else by the first datum that was changed.
+[[nodiscard]] QString groupTitle(const ChangeGroup& group);
+
+} // namespace vkr

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+// Where figures come from and what became of them, of the window of a company.
+#include "control/vkr_data_entry.hpp"
+#include "host/company_window.hpp"
+#include "host/history_window.hpp"
+#include "host/messages.hpp"
+#include "host/texts.hpp"
+
+namespace vkr {
+
+FigureOrigins CompanyWindow::origins() const {
+    FigureOrigins now = origins_;
+    if (unchanged_ != nullptr) // else a company is just being opened
+        for (const ChangeGroup& group : journal_->unsaved())
+            now.note(group);
+    return now;
+}
+
+SaveAccount CompanyWindow::account() const {
+    SaveAccount account;
+    account.groups = journal_->unsaved();
+    account.rest = {Origin::derived, tr("Worked out when it was saved").toStdString(), {}};
+    if (!id_ && origins_ != FigureOrigins()) {
+        account.rest = {Origin::typed, tr("Saved as a copy").toStdString(), {}};
+        account.origins = origins();
+    }
+    return account;
+}
+
+HistoryWindow& CompanyWindow::history() {
+    if (history_ == nullptr) {
+        history_ = new HistoryWindow(store_, *id_, title(), this);
+        connect(history_, &HistoryWindow::restoreAsked, this, &CompanyWindow::restoreState);
+    }
+    return *history_;
+}
+
+void CompanyWindow::showHistory(Datum datum, std::optional<int> element) {
+    if (!id_) {
+        tellNews(this, tr("%1 has no history yet.").arg(title()),
+                 tr("It begins when the company is saved."));
+        return;
+    }
+    QString period;
+    if (element && rowOf(datum).period == DatumPeriod::year && record_->get_LastFY() != 0)
+        period = QString::number(record_->get_LastFY() + 1 - *element);
+    if (element && rowOf(datum).period == DatumPeriod::quarter &&
+        !isAbsent(record_->get_LastQDateForGrid()))
+        period = isoDate(addQuarters(record_->get_LastQDateForGrid(), -*element));
+    history().showFigure(datum, period);
+}
+
+void CompanyWindow::restoreState(const HistoryGroup& group) {
+    const auto state = store_.stateAfter(*id_, group);
+    if (!state) {
+        tellFault(this, tr("This state can't be restored."), fromUtf8(state.error().message));
+        return;
+    }
+    entry_->component().leaveField();
+    const auto differing = changesBetween(*record_, *state.value(), {});
+    if (differing.changes.empty()) {
+        tellNews(history_, tr("The company is as it was then."));
+        return;
+    }
+    const QString time = localTime(group.time);
+    if (askFirst(history_, tr("Make %1 what it was on %2?").arg(title(), time),
+                 tr("%1 values change. It is saved when you save the company.")
+                     .arg(differing.changes.size()),
+                 tr("&Restore")))
+        restore(*state.value(), tr("Restore of %1").arg(time));
+}
+
+bool CompanyWindow::restore(const CompanyRecord& state, const QString& name) {
+    std::vector<DatumChange> changes;
+    for (const Change& change : changesBetween(*record_, state, {}).changes)
+        if (change.setting.empty())
+            changes.push_back(change);
+    const auto refusal =
+        entry_->component().changeRecord(changes, {Origin::typed, name.toStdString(), {}});
+    if (refusal)
+        tellFault(this, tr("Nothing was restored."), fromUtf8(*refusal));
+    showTitle();
+    showModified();
+    return !refusal;
+}
+
+} // namespace vkr

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// Figures from filings, of the window of a company.
+#include "control/vkr_data_entry.hpp"
+#include "form/controls.hpp"
+#include "host/company_window.hpp"
+#include "host/filings_import.hpp"
+#include "host/help_pages.hpp"
+#include "host/messages.hpp"
+
+#include <QPointer>
+
+namespace vkr {
+
+void CompanyWindow::importChosenFilings() {
+    entry_->component().leaveField();
+    const QPointer<CompanyWindow> stays(this);
+    const QString path = FilingsImport(this).chosenFile();
+    if (!path.isEmpty() && stays)
+        importFilings(path);
+}
+
+void CompanyWindow::importFilings(const QString& path) {
+    if (controls::lock.in(entry_->component().form()).value()) {
+        tellFault(this, tr("The data is locked."), tr("Unlock it to import figures."));
+        return;
+    }
+    entry_->component().leaveField(); // what was typed last is compared, too
+    FilingsImport transfer(this);
+    transfer.originOf = originOfFigures();
+    transfer.helpAsked = [this] { emit helpAsked(help::filings); };
+    const QPointer<CompanyWindow> stays(this);
+    const auto figures = transfer.import(path, journal_);
+    if (!figures || !stays)
+        return;
+    entry_->recordChanged();
+    showTitle();
+    showModified();
+    notice(*this,
+           *figures == 1 ? tr("1 figure imported.") : tr("%1 figures imported.").arg(*figures));
+}
+
+OriginQuery CompanyWindow::originOfFigures() const {
+    if (!id_)
+        return {};
+    const auto loaded = store_.load(*id_);
+    if (!loaded || loaded.value().revision != revision_)
+        return {};
+    const auto stored = std::make_shared<const LoadedCompany>(loaded.value());
+    return [stored, record = record_](Datum datum, std::optional<int> element) {
+        const auto valueIn = [&](const CompanyRecord& company) {
+            const Variant& held = company.stored(datum);
+            return element ? held.array().at(*element) : held;
+        };
+        return valueIn(*stored->record) == valueIn(*record)
+                   ? stored->origins.of(datum, element).origin
+                   : std::optional(Origin::typed);
+    };
+}
+
+} // namespace vkr

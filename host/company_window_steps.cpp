@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: MIT
+// Undo, redo, and what becomes of changes that are not saved, of the window of a company.
+#include "control/vkr_data_entry.hpp"
+#include "host/change_place.hpp"
+#include "host/company_window.hpp"
+#include "host/messages.hpp"
+#include "host/texts.hpp"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+
+namespace vkr {
+
+// What stands in the menu "Edit", from top to bottom.
+void CompanyWindow::buildEditMenu() {
+    struct Entry {
+        const char* name;
+        QString text;
+        QList<QKeySequence> keys;
+        void (*act)(CompanyWindow& window);
+        QAction* CompanyWindow::*place;
+    };
+    const Entry entries[] = {
+        {"undo",
+         tr("&Undo"),
+         {QKeySequence(tr("Ctrl+Z"))},
+         [](CompanyWindow& window) { window.entry_->component().step(HistoryStep::undo); },
+         &CompanyWindow::undo_},
+        {"redo",
+         tr("&Redo"),
+         {QKeySequence(tr("Ctrl+Shift+Z")), QKeySequence(tr("Ctrl+Y"))},
+         [](CompanyWindow& window) { window.entry_->component().step(HistoryStep::redo); },
+         &CompanyWindow::redo_},
+        {"copyWithHeadings",
+         tr("Copy with &Headings"),
+         {QKeySequence(tr("Ctrl+Shift+C"))},
+         [](CompanyWindow& window) { window.entry_->copyWithHeadings(); },
+         nullptr},
+    };
+    auto* menu = menuBar()->addMenu(tr("&Edit"));
+    for (const Entry& entry : entries) {
+        auto* action = menu->addAction(entry.text);
+        action->setObjectName(QLatin1String(entry.name));
+        action->setShortcuts(entry.keys);
+        connect(action, &QAction::triggered, this, [this, act = entry.act] { act(*this); });
+        if (entry.place != nullptr)
+            this->*entry.place = action;
+    }
+    connect(menu, &QMenu::aboutToShow, this, &CompanyWindow::showSteps);
+    connect(menu, &QMenu::aboutToHide, this, [this] {
+        undo_->setEnabled(true); // its keys are the field's as well
+        redo_->setEnabled(true);
+    });
+    entry_->component().historyAsked = [this](HistoryStep asked) { return step(asked); };
+}
+
+void CompanyWindow::showSteps() {
+    const Form& form = entry_->component().form();
+    const auto* field = dynamic_cast<const TextField*>(form.activeControl());
+    const bool isTyped = field != nullptr && form.hasFocus() && field->canTakeBack();
+    const bool isLocked = form.get<CheckBox>("chkLockInfo").value();
+    const ChangeGroup* back = isLocked ? nullptr : journal_->toUndo();
+    const ChangeGroup* forward = isLocked ? nullptr : journal_->toRedo();
+    const auto shown = [](const ChangeGroup& group) {
+        return groupTitle(group).replace(u'&', QStringLiteral("&&"));
+    };
+    undo_->setText(isTyped           ? tr("&Undo Typing")
+                   : back != nullptr ? tr("&Undo %1").arg(shown(*back))
+                                     : tr("&Undo"));
+    redo_->setText(isTyped              ? tr("&Redo Typing")
+                   : forward != nullptr ? tr("&Redo %1").arg(shown(*forward))
+                                        : tr("&Redo"));
+    undo_->setEnabled(isTyped || back != nullptr);
+    redo_->setEnabled(isTyped || forward != nullptr);
+}
+
+bool CompanyWindow::step(HistoryStep step) {
+    const bool back = step == HistoryStep::undo;
+    const ChangeGroup* next = back ? journal_->toUndo() : journal_->toRedo();
+    if (next == nullptr) {
+        notice(*this, back ? tr("There is nothing to undo.") : tr("There is nothing to redo."));
+        return false;
+    }
+    const QString name = groupTitle(*next);
+    if (const auto refusal = back ? journal_->undo() : journal_->redo()) {
+        notice(*this, (back ? tr("%1 can't be undone. %2") : tr("%1 can't be redone. %2"))
+                          .arg(name, fromUtf8(*refusal)));
+        return false;
+    }
+    entry_->recordChanged();
+    if (const auto& place = journal_->place())
+        if (const std::string control = controlOf(entry_->component().form(), *place);
+            !control.empty())
+            entry_->component().showField(control);
+    notice(*this, (back ? tr("Undone: %1") : tr("Redone: %1")).arg(name));
+    return true;
+}
+
+QStringList CompanyWindow::restore(const std::vector<ChangeGroup>& groups) {
+    QStringList refused;
+    for (const ChangeGroup& group : groups)
+        if (const auto refusal = journal_->apply(group))
+            refused.append(QStringLiteral("%1: %2").arg(groupTitle(group), fromUtf8(*refusal)));
+    entry_->recordChanged();
+    entry_->setDirty(true);
+    if (const auto& place = journal_->place())
+        if (const std::string control = controlOf(entry_->component().form(), *place);
+            !control.empty())
+            entry_->component().showField(control);
+    showModified();
+    return refused;
+}
+
+void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
+    kept_.push_back(std::make_unique<UnsavedChanges>(
+        unsavedPlaceOf(store_),
+        UnsavedCompany{id_, revision_, digestOf(stored), title().toStdString()}));
+    journal_->unsavedChanged = [this](const ChangeGroup* added) {
+        const auto failure =
+            added != nullptr ? kept_.back()->add(*added) : kept_.back()->takeBackLast();
+        if (failure && !toldOfKeeping_)
+            notice(*this, tr("Changes are not kept on the disk before they are saved: %1")
+                              .arg(fromUtf8(*failure)));
+        toldOfKeeping_ = failure.has_value();
+    };
+}
+
+void CompanyWindow::forgetUnsaved() {
+    for (const auto& kept : kept_)
+        kept->remove();
+    kept_.clear();
+    journal_->setSavePoint();
+}
+
+bool CompanyWindow::acceptUnstored() {
+    const std::vector<UnstoredField> fields = entry_->unstoredFields();
+    if (fields.empty())
+        return true;
+    QStringList lines;
+    for (const UnstoredField& field : fields)
+        lines.append(tr("%1: \u201c%2\u201d - %3")
+                         .arg(fromUtf8(field.label), fromUtf8(field.text), fromUtf8(field.reason)));
+    const QPointer<CompanyWindow> stays(this);
+    const int choice = ask(
+        this,
+        fields.size() == 1 ? tr("One field holds a text that can't be stored.")
+                           : tr("%1 fields hold texts that can't be stored.").arg(fields.size()),
+        tr("%1\n\nSaving keeps what was stored there before.").arg(lines.join(u'\n')),
+        {{tr("&Save Without"), Choice::Role::destroy}, {tr("&Go Back"), Choice::Role::reject}});
+    if (choice != 0 && stays)
+        entry_->component().showField(fields.front().control);
+    return choice == 0;
+}
+
+// What is not saved by now is only to be had as long as somebody keeps it.
+void CompanyWindow::giveUp() {
+    if (!decided_ && !journal_->unsaved().empty())
+        emit discarded({id_, title(), journal_->unsaved(), static_cast<int>(changes().size())});
+    decided_ = true;
+    forgetUnsaved();
+}
+
+} // namespace vkr

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "store/company_store.hpp"
+#include "store/unsaved_changes.hpp"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace vkr {
+
+// Beside the file of the companies; for a server in the folder of the user's own data.
+[[nodiscard]] UnsavedPlace unsavedPlaceOf(const CompanyStore& store);
+
+// A line each, such as "Revenue 2024: 5 → 7".
+[[nodiscard]] QStringList lines(const std::vector<ChangeGroup>& groups);
+
+// Changes that a person gave up, until the window's company is opened again.
+struct DiscardedChanges {
+    std::optional<std::int64_t> id;
+    QString title;
+    std::vector<ChangeGroup> groups;
+    int count = 0; // as the question had it
+};
+
+} // namespace vkr

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "control/vkr_data_entry.hpp"
+#include "host_fixture.hpp"
+
+#include <QAction>
+#include <QDir>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace vkr {
+namespace {
+
+class HostUndo : public HostTest {
+  protected:
+    static QAction& action(CompanyWindow& window, const char* name) {
+        return *window.findChild<QAction*>(QLatin1String(name));
+    }
+    static QString menuText(CompanyWindow& window, const char* name) {
+        QMenu* shown = nullptr;
+        for (QAction* menu : window.menuBar()->actions())
+            if (menu->menu() != nullptr && menu->menu()->actions().contains(&action(window, name)))
+                shown = menu->menu();
+        if (shown == nullptr)
+            return {};
+        emit shown->aboutToShow();
+        const QString text = action(window, name).text().remove(u'&');
+        emit shown->aboutToHide();
+        return text;
+    }
+    QStringList unsavedFiles() const {
+        return QDir(home_.path()).entryList({"companies.vkr.unsaved-*"}, QDir::Files);
+    }
+    static double debt(CompanyWindow& window) { return window.record()->get_TotalDebt(); }
+    static std::string focused(CompanyWindow& window) {
+        return window.entry().component().form().activeControl()->id();
+    }
+    // As a program leaves it that is killed while this window is open.
+    void killWith(CompanyWindow& window) {
+        const QStringList files = unsavedFiles();
+        ASSERT_EQ(files.size(), 1);
+        const QString kept = home_.filePath("kept");
+        ASSERT_TRUE(QFile::copy(home_.filePath(files.front()), kept));
+        window.discard();
+        host_.reset();
+        ASSERT_TRUE(unsavedFiles().isEmpty());
+        ASSERT_TRUE(QFile::rename(kept, home_.filePath(files.front())));
+    }
+};
+
+TEST_F(HostUndo, TakesFieldsBackOneAfterTheOtherAndGoesThere) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const double before = debt(window);
+    type(window, "txtTotalDebt", "11");
+    type(window, "txtTotalDebt", "12");
+    type(window, "txtName", "Acme");
+    EXPECT_EQ(menuText(window, "undo").left(5), "Undo ");
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(focused(window), "txtName");
+    EXPECT_NE(window.record()->get_Name(), "Acme");
+    EXPECT_TRUE(window.windowTitle().contains("Apple"));
+    action(window, "undo").trigger();
+    EXPECT_EQ(debt(window), 11);
+    EXPECT_EQ(focused(window), "txtTotalDebt");
+    EXPECT_TRUE(window.isWindowModified());
+    action(window, "undo").trigger();
+    EXPECT_EQ(debt(window), before);
+    EXPECT_FALSE(window.isWindowModified());
+    action(window, "redo").trigger();
+    EXPECT_EQ(debt(window), 11);
+    EXPECT_TRUE(window.isWindowModified());
+    window.discard();
+}
+
+TEST_F(HostUndo, GoesBackBeyondWhatWasSaved) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const double before = debt(window);
+    type(window, "txtTotalDebt", "11");
+    ASSERT_TRUE(window.save());
+    EXPECT_FALSE(window.isWindowModified());
+    action(window, "undo").trigger();
+    EXPECT_EQ(debt(window), before);
+    EXPECT_TRUE(window.isWindowModified());
+    action(window, "redo").trigger();
+    EXPECT_FALSE(window.isWindowModified());
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    window.discard();
+}
+
+TEST_F(HostUndo, ADateThatLoadingSuggestsIsSuggestedAgain) {
+    CompanyWindow& window = *host_->newCompany();
+    user_.activate(window);
+    ASSERT_EQ(window.entry().component().suggestedDates().size(), 4U);
+    type(window, "txtPriceUpdate", "1/2/2020");
+    action(window, "undo").trigger();
+    EXPECT_EQ(window.entry().component().suggestedDates().size(), 4U);
+    EXPECT_FALSE(window.isWindowModified());
+    window.discard();
+}
+
+TEST_F(HostUndo, UnsavedChangesAreBesideTheDatabaseUntilTheyAreSaved) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    type(window, "txtTotalDebt", "11");
+    EXPECT_EQ(unsavedFiles().size(), 1);
+    ASSERT_TRUE(window.save());
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    type(window, "txtTotalDebt", "12");
+    EXPECT_EQ(unsavedFiles().size(), 1);
+    window.discard();
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+}
+
+TEST_F(HostUndo, WhatAKilledProgramLeftBehindIsOfferedAndRestored) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    type(window, "txtName", "Acme");
+    killWith(window);
+    host_ = another();
+    Answers answers({"Restore"});
+    host_->offerFound();
+    ASSERT_TRUE(answers.allGiven());
+    EXPECT_TRUE(answers.told().front().contains("Acme"));
+    ASSERT_EQ(host_->windows().size(), 1);
+    CompanyWindow& restored = *host_->windows().front();
+    EXPECT_EQ(debt(restored), 11);
+    EXPECT_EQ(restored.record()->get_Name(), "Acme");
+    EXPECT_TRUE(restored.isWindowModified());
+    EXPECT_EQ(unsavedFiles().size(), 1) << "in a file of the new window";
+    action(restored, "undo").trigger();
+    EXPECT_NE(restored.record()->get_Name(), "Acme");
+    ASSERT_TRUE(restored.save());
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    EXPECT_EQ(stored(*host_, "AAPL")->get_TotalDebt(), 11);
+}
+
+TEST_F(HostUndo, WhatWasFoundStaysUntilSomebodyHasSaidTwiceThatItGoes) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    killWith(window);
+    host_ = another();
+    for (const QStringList& said : {QStringList{"Later"}, QStringList{"Discard", "Cancel"}}) {
+        Answers answers(said);
+        host_->offerFound();
+        EXPECT_TRUE(answers.allGiven());
+        EXPECT_EQ(unsavedFiles().size(), 1);
+    }
+    Answers answers({"Discard", "Discard"});
+    host_->offerFound();
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+}
+
+TEST_F(HostUndo, ACompanyThatOthersHaveSavedMeanwhileIsShownAsSuch) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    killWith(window);
+    host_ = another();
+    auto theirs = stored(*host_, "AAPL");
+    theirs->put_PrefDiv(5);
+    ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), *theirs, 1));
+    Answers answers({"Restore"});
+    host_->offerFound();
+    EXPECT_TRUE(answers.told().front().contains("saved since"));
+    CompanyWindow& restored = *host_->windows().front();
+    EXPECT_EQ(debt(restored), 11);
+    EXPECT_EQ(restored.record()->get_PrefDiv(), 5);
+    restored.discard();
+}
+
+TEST_F(HostUndo, CancelCanBeUndoneUntilTheCompanyIsOpenedAgain) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    Answers answers({"Discard", "Discard"});
+    window.close();
+    EXPECT_TRUE(answers.told().size() == 1);
+    auto* restore = host_->list().findChild<QPushButton*>("restore");
+    EXPECT_FALSE(restore->isHidden());
+    restore->click();
+    ASSERT_EQ(host_->windows().size(), 1);
+    CompanyWindow& again = *host_->windows().front();
+    EXPECT_EQ(debt(again), 11);
+    EXPECT_TRUE(again.isWindowModified());
+    EXPECT_TRUE(restore->isHidden());
+    again.close();
+    EXPECT_FALSE(restore->isHidden());
+    open(*host_, "AAPL");
+    EXPECT_TRUE(restore->isHidden());
+    host_->windows().front()->discard();
+}
+
+} // namespace
+} // namespace vkr
