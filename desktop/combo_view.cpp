@@ -3,6 +3,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QCompleter>
 #include <QScreen>
 #include <QStyle>
 
@@ -41,7 +42,7 @@ ComboView::ComboView(ViewHost& host, ComboBox& list, QWidget& parent)
     : LineFieldView(host, list), combo_(new Native<ListBox>(*this, &parent, list)) {
     combo_->setInsertPolicy(QComboBox::NoInsert);
     combo_->setLineEdit(new Native<QLineEdit>(*this, combo_));
-    combo_->setCompleter(nullptr);
+    combo_->setCompleter(nullptr); // it would choose entries behind the form's back
     combo_->lineEdit()->setFocusPolicy(Qt::NoFocus); // sets the one of the list as well
     setWidget(*combo_);
     setEdit(*combo_->lineEdit());
@@ -103,12 +104,54 @@ bool ComboView::typeInto(QEvent& event) {
         const auto& key = static_cast<QKeyEvent&>(event);
         const bool vertical = key.key() == Qt::Key_Down || key.key() == Qt::Key_Up;
         if (key.key() == Qt::Key_F4 || (vertical && key.modifiers().testFlag(Qt::AltModifier))) {
+            if (completer_ != nullptr)
+                completer_->popup()->hide(); // all entries instead
             combo_->showPopup();
             event.accept();
             return true;
         }
     }
-    return pass(event, edit(), &Native<QLineEdit>::pass);
+    const QString before = text();
+    const bool typed = pass(event, edit(), &Native<QLineEdit>::pass);
+    if (event.type() == QEvent::KeyPress && text() != before)
+        offerEntries();
+    return typed;
+}
+
+// Keys that choose an offered entry, or take the offer away, are no keys of the form.
+bool ComboView::handleOwn(QEvent& event, QWidget& source, NativeEvent native) {
+    if (event.type() == QEvent::KeyPress && completer_ != nullptr &&
+        completer_->popup()->isVisible()) {
+        const int key = static_cast<QKeyEvent&>(event).key();
+        const bool chosen = completer_->popup()->currentIndex().isValid();
+        if (key == Qt::Key_Escape ||
+            (chosen && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab))) {
+            event.ignore();
+            return true;
+        }
+    }
+    return LineFieldView::handleOwn(event, source, native);
+}
+
+// Entries that hold what has been typed.
+void ComboView::offerEntries() {
+    if (completer_ == nullptr) {
+        completer_ = new QCompleter(combo_->model(), combo_);
+        completer_->setCaseSensitivity(Qt::CaseInsensitive);
+        completer_->setFilterMode(Qt::MatchContains);
+        completer_->setWidget(&edit());
+        connect(completer_, qOverload<const QString&>(&QCompleter::activated), this,
+                [this](const QString& entry) {
+                    if (control() != nullptr)
+                        choose(combo_->findText(entry, Qt::MatchExactly | Qt::MatchCaseSensitive));
+                });
+    }
+    completer_->setCompletionPrefix(text());
+    const bool isEntry = combo_->findText(text(), Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
+    if (text().isEmpty() || isEntry || completer_->completionCount() == 0)
+        completer_->popup()->hide();
+    else
+        completer_->complete();
 }
 
 bool ComboView::wheel(int steps) {

@@ -4,6 +4,7 @@
 #include "desktop/line_view.hpp"
 
 class QComboBox;
+class QCompleter;
 
 namespace vkr {
 
@@ -14,6 +15,7 @@ class ComboView final : public LineFieldView {
     bool wheel(int steps) override;
 
   protected:
+    bool handleOwn(QEvent& event, QWidget& source, NativeEvent native) override;
     bool typeInto(QEvent& event) override;
     bool choseEntry() override;
     void press(QMouseEvent& event, QWidget& source, NativeEvent native) override;
@@ -23,8 +25,10 @@ class ComboView final : public LineFieldView {
     void choose(int index);
     void showList();
     void showEditName();
+    void offerEntries();
 
     QComboBox* combo_;
+    QCompleter* completer_ = nullptr; // from the first key on
 };
 
 } // namespace vkr

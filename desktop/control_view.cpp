@@ -71,6 +71,8 @@ Form& ControlView::form() const {
 void ControlView::setWidget(QWidget& widget) {
     widget_ = &widget;
     widget.setObjectName(toQt(control_->id()));
+    if (QStyle* style = host_.ownStyle())
+        widget.setStyle(style);
     widget.setFocusPolicy(control_->isFocusable() ? Qt::TabFocus : Qt::NoFocus);
 }
 
@@ -139,12 +141,8 @@ void ControlView::show(Property property) {
     show(property, setters);
 }
 
-void ControlView::place() {
-    widget_->setGeometry(host_.scale().rect(*control_));
-}
-
 void ControlView::showPlace() {
-    place();
+    widget_->setGeometry(host_.scale().rect(*control_));
     showVisible();
 }
 

@@ -45,7 +45,6 @@ class ControlView : public QObject {
     // After a change that nobody sees: the widget gets it with showDue().
     void showLater(Property property);
     void showDue();
-    void place();
 
     // An event of the native widget, or of a part of it.
     bool handle(QEvent& event, QWidget& source, NativeEvent native);

@@ -5,6 +5,7 @@
 #include "desktop/notes_view.hpp"
 #include "desktop/readable_colors.hpp"
 #include "desktop/views.hpp"
+#include "desktop/zoom_style.hpp"
 
 #include <QAccessible>
 #include <QApplication>
@@ -33,7 +34,6 @@ bool setsOnShow(Property property) {
 FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) {
     setFocusPolicy(Qt::TabFocus);
     setAutoFillBackground(true);
-    scale_ = PixelScale(logicalDpiX());
     showScale();
     makeViews(isOnShow);
     FormView::formChanged();
@@ -226,10 +226,36 @@ QSize FormView::sizeOf(Twips width, Twips height) const {
     return {scale_.pixels(width), scale_.pixels(height)};
 }
 
+QSize FormView::sizeOf(Twips width, Twips height, int zoom) const {
+    const PixelScale scale = scaleAt(zoom);
+    return {scale.pixels(width), scale.pixels(height)};
+}
+
+PixelScale FormView::scaleAt(int zoom) const {
+    return PixelScale(ownDotsPerInch_.value_or(logicalDpiX()) * zoom / 100);
+}
+
 void FormView::setDotsPerInch(double dotsPerInch) {
-    ownScale_ = true;
-    scale_ = PixelScale(dotsPerInch);
+    ownDotsPerInch_ = dotsPerInch;
     showScale();
+}
+
+void FormView::setZoom(int percent) {
+    if (percent == zoom_)
+        return;
+    zoom_ = percent;
+    const bool first = zoomStyle_ == nullptr;
+    if (first)
+        zoomStyle_ = std::make_unique<ZoomStyle>();
+    zoomStyle_->setFactor(percent / 100.0);
+    if (first)
+        for (const auto& [control, view] : views_)
+            view->widget().setStyle(zoomStyle_.get());
+    showScale();
+}
+
+QStyle* FormView::ownStyle() const {
+    return zoomStyle_.get();
 }
 
 QFont FormView::fontFor(const PixelScale& scale) {
@@ -275,13 +301,16 @@ int FormView::widthOf(const QString& text) const {
     return static_cast<int>(std::ceil(width));
 }
 
+// Always from the size at 100 %: zooming to and fro ends where it began.
 void FormView::showScale() {
+    scale_ = scaleAt(zoom_);
+    noteOver();
     setFont(fontFor(scale_));
     const QFontMetricsF metrics(font());
     for (std::size_t i = 0; i < characterWidths_.size(); ++i)
         characterWidths_[i] = metrics.horizontalAdvance(QChar(static_cast<char16_t>(i)));
     for (const auto& [control, view] : views_)
-        view->place();
+        tell(*view, Property::place);
     if (form_->width() > 0 && form_->height() > 0)
         setFixedSize(sizeOf(form_->width(), form_->height()));
 }

@@ -9,6 +9,7 @@
 #include <array>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <unordered_map>
@@ -22,6 +23,7 @@ namespace vkr {
 
 class ControlView;
 class FieldView;
+class ZoomStyle;
 
 // Draws a form and forwards what the user does to it. The form decides everything: which key is
 // used, who has the focus, what is selected. Native focus follows the form's.
@@ -43,13 +45,19 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
 
     // Follows the screen unless set.
     void setDotsPerInch(double dotsPerInch);
+    // The whole form and its fonts, in percent of their own size; 100 at first.
+    void setZoom(int percent);
+    [[nodiscard]] int zoom() const { return zoom_; }
     // The application's family in the size of the form.
     [[nodiscard]] static QFont fontFor(const PixelScale& scale);
     [[nodiscard]] QSize sizeOf(Twips width, Twips height) const;
+    [[nodiscard]] QSize sizeOf(Twips width, Twips height, int zoom) const;
 
     // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0);
     // false: not used.
     std::function<bool(int steps)> wheelTurned;
+    // The same with Ctrl, wherever the pointer is, instead of anything else; where it is set.
+    std::function<void(int steps)> zoomTurned;
 
     // A dialog or a menu is about to take the pointer: the release of a press that is under way
     // will not come here.
@@ -64,6 +72,7 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     [[nodiscard]] Form& form() const override { return *form_; }
     [[nodiscard]] const QWidget& surface() const override { return *this; }
     [[nodiscard]] PixelScale scale() const override { return scale_; }
+    [[nodiscard]] QStyle* ownStyle() const override;
     [[nodiscard]] int widthOf(const QString& text) const override;
     [[nodiscard]] const QPalette& fieldPalette(const QColor& back, const QColor& fore) override;
     [[nodiscard]] QWidget* madeWidgetOf(const Control& control) const override;
@@ -109,6 +118,7 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     void replaceView(Control& control);
     void nameFields();
     void frameChanged(const Frame& frame);
+    [[nodiscard]] PixelScale scaleAt(int zoom) const;
     void showScale();
     void followTheme();
     void catchUp();
@@ -122,7 +132,9 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
 
     Form* form_;
     PixelScale scale_;
-    bool ownScale_ = false;
+    std::optional<double> ownDotsPerInch_; // instead of those of the screen
+    int zoom_ = 100;
+    std::unique_ptr<ZoomStyle> zoomStyle_; // from the first other zoom on
     bool shown_ = false;
     std::array<double, 128> characterWidths_{};
     std::map<std::pair<QRgb, QRgb>, QPalette> fieldPalettes_;

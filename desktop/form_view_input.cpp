@@ -279,6 +279,13 @@ void FormView::turnWheel(QWheelEvent& event, ControlView* origin) {
         wheelRest_ = 0;
     wheelRest_ += turn;
     const int steps = -(wheelRest_ / QWheelEvent::DefaultDeltasPerStep);
+    if (zoomTurned && event.modifiers().testFlag(Qt::ControlModifier)) {
+        wheelRest_ %= QWheelEvent::DefaultDeltasPerStep;
+        event.accept();
+        if (steps != 0)
+            zoomTurned(steps);
+        return;
+    }
     const bool focused =
         origin != nullptr && origin == activeView() && origin->widget().isEnabled();
     const bool used = (focused && origin->wheel(steps)) || (wheelTurned && wheelTurned(steps));
@@ -352,10 +359,8 @@ bool FormView::event(QEvent* event) {
                 tell(*view, Property::toolTip);
         break;
     case QEvent::ScreenChangeInternal:
-        if (!ownScale_ && scale_.dotsPerInch() != logicalDpiX()) {
-            scale_ = PixelScale(logicalDpiX());
+        if (scale_.dotsPerInch() != scaleAt(zoom_).dotsPerInch())
             showScale();
-        }
         break;
     default:
         break;

@@ -12,7 +12,6 @@ namespace vkr {
 
 void LineFieldView::setEdit(QLineEdit& edit) {
     edit_ = &edit;
-    edit.setCompleter(nullptr);
     edit.setMaxLength(std::numeric_limits<int>::max()); // the model says how much there is room for
     const auto changed = [this] { widgetChanged(); };
     connect(&edit, &QLineEdit::textChanged, this, changed);
@@ -125,9 +124,10 @@ void LineView::fitFigure() {
     const int wanted = host().widthOf(text());
     if (wanted <= room() && !condensed_)
         return;
-    QFont font = host().surface().font();
+    QFont font; // the form's
     condensed_ = wanted > room();
     if (condensed_) {
+        font = host().surface().font();
         const int own = font.stretch() == QFont::AnyStretch ? 100 : font.stretch();
         font.setStretch(std::max(narrowest, own * room() / wanted));
     }

@@ -251,11 +251,26 @@ Twips QtServices::textHeight() {
     return scale().twips(QFontMetricsF(font()).height());
 }
 
+namespace {
+
+QFont zoomed(QFont font, int percent) {
+    if (percent == 100)
+        return font;
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * percent / 100);
+    else
+        font.setPixelSize(std::max(1, font.pixelSize() * percent / 100));
+    return font;
+}
+
+} // namespace
+
 int QtServices::popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) {
     if (view_ == nullptr || owner_ == nullptr)
         return -1;
     interrupt();
     const Opened<QMenu> menu(new QMenu(view_));
+    menu->setFont(zoomed(menu->font(), view_->zoom()));
     for (const auto* item : items) {
         if (!item->visible())
             continue;

@@ -13,6 +13,7 @@
 class QInputMethodEvent;
 class QKeyEvent;
 class QPalette;
+class QStyle;
 class QWheelEvent;
 class QWidget;
 
@@ -29,6 +30,8 @@ class ViewHost {
     [[nodiscard]] virtual Form& form() const = 0;
     [[nodiscard]] virtual const QWidget& surface() const = 0; // with the form's font and palette
     [[nodiscard]] virtual PixelScale scale() const = 0;
+    // What native widgets are drawn with; null for the application's style.
+    [[nodiscard]] virtual QStyle* ownStyle() const = 0;
     // Width of a text in that font; quick for figures.
     [[nodiscard]] virtual int widthOf(const QString& text) const = 0;
     // Of a field in these colours. All that are alike share it.

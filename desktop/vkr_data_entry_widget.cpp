@@ -417,7 +417,58 @@ void VKRDataEntryWidget::notify(std::string_view property) {
 // --- size ----------------------------------------------------------------------------------------
 
 QSize VKRDataEntryWidget::sizeHint() const {
-    return view_->sizeOf(VKRDataEntry::workingWidth, VKRDataEntry::workingHeight);
+    return sizeAt(zoom());
+}
+
+QSize VKRDataEntryWidget::minimumSizeHint() const {
+    return sizeAt(zoomsToFit_ ? smallestZoom : zoom());
+}
+
+QSize VKRDataEntryWidget::sizeAt(int zoom) const {
+    return view_->sizeOf(VKRDataEntry::workingWidth, VKRDataEntry::workingHeight, zoom);
+}
+
+int VKRDataEntryWidget::zoom() const {
+    return view_->zoom();
+}
+
+void VKRDataEntryWidget::setZoom(int percent) {
+    percent = std::clamp(percent, smallestZoom, largestZoom);
+    if (percent == zoom())
+        return;
+    view_->setZoom(percent);
+    updateGeometry();
+    emit zoomChanged(percent);
+}
+
+void VKRDataEntryWidget::setZoomsToFit(bool fits) {
+    zoomsToFit_ = fits;
+    const auto policy = fits ? QSizePolicy::Preferred : QSizePolicy::Fixed;
+    setSizePolicy(policy, policy);
+    const auto stepped = [this](int steps) {
+        constexpr int step = 10; // steps down are positive
+        const int wanted = steps < 0 ? (zoom() / step - steps) * step
+                                     : ((zoom() + step - 1) / step - steps) * step;
+        emit zoomRequested(std::clamp(wanted, smallestZoom, largestZoom));
+    };
+    if (fits)
+        view_->zoomTurned = stepped;
+    else
+        view_->zoomTurned = nullptr;
+    updateGeometry();
+}
+
+// The largest zoom that there is room for, in the middle of it.
+void VKRDataEntryWidget::fit() {
+    const QSize whole = sizeAt(100);
+    const auto fits = [this](int zoom) { return sizeAt(zoom).boundedTo(size()) == sizeAt(zoom); };
+    int largest = std::min(100 * width() / whole.width(), 100 * height() / whole.height()) + 1;
+    if (!fits(largest)) // pixels are whole
+        --largest;
+    setZoom(largest);
+    const QSize form = sizeAt(zoom());
+    view_->move(std::max(0, (width() - form.width()) / 2),
+                std::max(0, (height() - form.height()) / 2));
 }
 
 void VKRDataEntryWidget::changeEvent(QEvent* event) {
@@ -427,6 +478,8 @@ void VKRDataEntryWidget::changeEvent(QEvent* event) {
 }
 
 void VKRDataEntryWidget::resizeEvent(QResizeEvent* /*event*/) {
+    if (zoomsToFit_)
+        fit();
     const auto scale = view_->scale();
     entry_->Resize(scale.twips(width()), scale.twips(height()));
 }

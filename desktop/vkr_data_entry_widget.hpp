@@ -75,6 +75,12 @@ class VKRDataEntryWidget : public QWidget {
         bool dirty READ isDirty WRITE setDirty NOTIFY dirtyChanged STORED false DESIGNABLE false)
     // The name of the company that is being edited, with its symbol: "Acme Inc. (ACM)".
     Q_PROPERTY(QString title READ title NOTIFY titleChanged STORED false DESIGNABLE false)
+    // The form and its fonts in percent of their own size, 80 to 300; another number is cut to
+    // that.
+    Q_PROPERTY(int zoom READ zoom WRITE setZoom NOTIFY zoomChanged)
+    // The widget takes whatever room it is given, from the smallest zoom on, and zooms to fill it.
+    // Off, it has the one size that its zoom needs.
+    Q_PROPERTY(bool zoomsToFit READ zoomsToFit WRITE setZoomsToFit)
     // Caption of the message boxes.
     Q_PROPERTY(QString applicationTitle READ applicationTitle WRITE setApplicationTitle NOTIFY
                    applicationTitleChanged)
@@ -159,13 +165,19 @@ class VKRDataEntryWidget : public QWidget {
     // A title for QWidget::setWindowTitle() of a window that shows by setWindowModified() whether
     // there are changes. A "[*]" in a company's name stands for itself.
     [[nodiscard]] static QString windowTitleFor(QString title);
+    static constexpr int smallestZoom = 80;
+    static constexpr int largestZoom = 300;
+    [[nodiscard]] int zoom() const;
+    void setZoom(int percent);
+    [[nodiscard]] bool zoomsToFit() const { return zoomsToFit_; }
+    void setZoomsToFit(bool fits);
     [[nodiscard]] QString applicationTitle() const;
     void setApplicationTitle(const QString& title);
     [[nodiscard]] bool runMode() const;
     void setRunMode(bool running);
 
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
   public slots:
     void setNext();
@@ -215,6 +227,9 @@ class VKRDataEntryWidget : public QWidget {
     void exchangesChanged();
     void industriesChanged();
     void applicationTitleChanged();
+    void zoomChanged(int percent);
+    // The user turned the wheel with Ctrl: a host that agrees sets this zoom and gives the room.
+    void zoomRequested(int percent);
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -225,6 +240,8 @@ class VKRDataEntryWidget : public QWidget {
     class Remains;
 
     void notify(std::string_view property);
+    [[nodiscard]] QSize sizeAt(int zoom) const;
+    void fit();
     void stateChanged();
     [[nodiscard]] QString recordTitle() const;
 
@@ -239,6 +256,7 @@ class VKRDataEntryWidget : public QWidget {
     QString title_;
     bool dirty_ = false;
     bool followsLocale_ = true; // of the marks of figures
+    bool zoomsToFit_ = false;
 };
 
 } // namespace vkr

@@ -12,11 +12,11 @@
 #include "host/split_dialog.hpp"
 #include "host/suggested_dates.hpp"
 #include "host/texts.hpp"
+#include "host/view_menu.hpp"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QLayout>
 #include <QMenuBar>
 #include <QStatusBar>
 
@@ -57,9 +57,7 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     setAttribute(Qt::WA_DeleteOnClose);
     setCentralWidget(entry_);
     entry_->setApplicationTitle(QGuiApplication::applicationDisplayName());
-    entry_->setVisibleQuarters(35);                     // all there are, by scrolling
-    layout()->setSizeConstraint(QLayout::SetFixedSize); // the component has one size
-    statusBar()->setSizeGripEnabled(false);
+    entry_->setVisibleQuarters(35); // all there are, by scrolling
     checks_ = new FigureChecks(*this, *entry_, [this] { return recordToSave(); });
     buildActions();
 
@@ -82,6 +80,9 @@ void CompanyWindow::buildActions() {
     auto* menu = menuBar()->addMenu(tr("&File"));
     auto* save = menu->addAction(tr("&Save"), QKeySequence::Save, this, &CompanyWindow::save);
     save->setObjectName(QStringLiteral("save"));
+    auto* accept = menu->addAction(tr("Save and C&lose"), this, [this] { unload(ulConfirm); });
+    accept->setShortcuts({QKeySequence(tr("Ctrl+Return")), QKeySequence(tr("Ctrl+Enter"))});
+    accept->setObjectName(QStringLiteral("saveAndClose"));
     auto* exported = menu->addAction(tr("&Export..."), this, [this] { emit exportAsked(); });
     exported->setObjectName(QStringLiteral("export"));
     auto* imported =
@@ -113,6 +114,7 @@ void CompanyWindow::buildActions() {
     auto* split = figures->addAction(tr("Adjust for a &Split..."), this,
                                      [this] { adjustForSplit(*this, *entry_, record_); });
     split->setObjectName(QStringLiteral("split"));
+    new ViewMenu(*this, *entry_);
 
     auto* guide = menuBar()->addMenu(tr("&Guide"));
     guide->addAction(tr("&Saving"), this, [this] { emit helpAsked(help::saving); });

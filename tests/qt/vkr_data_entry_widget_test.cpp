@@ -338,9 +338,9 @@ QVariant shownBy(const PropertyRow& row) {
 
 TEST_F(DataEntryWidget, ItsPropertiesAreThoseOfTheTable) {
     const auto* meta = entry->metaObject();
-    std::set<QByteArray> known{"decimalMark", "groupingMark", // together NumberMarks
-                               "title", "applicationTitle",   // of the widget itself
-                               "runMode"};
+    std::set<QByteArray> known{"decimalMark", "groupingMark",     // together NumberMarks
+                               "title",       "applicationTitle", // of the widget itself
+                               "zoom",        "zoomsToFit",       "runMode"};
     for (const auto& row : propertyTable()) {
         const QByteArray name = widgetProperty(row);
         if (name.isEmpty())

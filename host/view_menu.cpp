@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "host/view_menu.hpp"
+
+#include "desktop/form_view.hpp"
+#include "desktop/vkr_data_entry_widget.hpp"
+#include "host/window_memory.hpp"
+
+#include <QAction>
+#include <QApplication>
+#include <QFontInfo>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace vkr {
+
+namespace {
+
+constexpr auto zoomKey = "form/zoom";
+constexpr auto groupingKey = "form/groupDigits";
+constexpr int step = 10;
+
+QString numberPattern(bool grouped) {
+    return grouped ? QStringLiteral("#,##0.00") : QStringLiteral("#0.00");
+}
+
+} // namespace
+
+ViewMenu::ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry)
+    : QObject(&window), window_(window), entry_(entry) {
+    auto* menu = window.menuBar()->addMenu(tr("&View"));
+    const auto add = [&](const char* name, const QString& text, const QList<QKeySequence>& keys,
+                         auto act) {
+        auto* action = menu->addAction(text, this, act);
+        action->setObjectName(QLatin1String(name));
+        action->setShortcuts(keys);
+        return action;
+    };
+    add("zoomIn", tr("&Larger"), {QKeySequence(tr("Ctrl++")), QKeySequence(tr("Ctrl+="))},
+        [this] { zoomTo((entry_.zoom() / step + 1) * step); });
+    add("zoomOut", tr("&Smaller"), {QKeySequence(tr("Ctrl+-"))},
+        [this] { zoomTo(((entry_.zoom() + step - 1) / step - 1) * step); });
+    add("zoomReset", tr("&Actual Size"), {QKeySequence(tr("Ctrl+0"))}, [this] { zoomTo(100); });
+    menu->addSeparator();
+    auto* grouping = add("groupDigits", tr("&Group Digits"), {}, [] {});
+    grouping->setCheckable(true);
+    connect(grouping, &QAction::toggled, this, &ViewMenu::groupDigits);
+
+    entry_.setZoomsToFit(true);
+    entry_.setZoom(zoomAtStart(entry_));
+    grouping->setChecked(programSettings().value(QLatin1String(groupingKey)).toBool());
+    connect(&entry_, &VKRDataEntryWidget::zoomRequested, this, &ViewMenu::zoomTo);
+    connect(&entry_, &VKRDataEntryWidget::zoomChanged, this,
+            [](int percent) { programSettings().setValue(QLatin1String(zoomKey), percent); });
+}
+
+void ViewMenu::zoomTo(int percent) {
+    const QSize before = entry_.size();
+    entry_.setZoom(percent);
+    if (window_.isMaximized() || window_.isFullScreen())
+        return;
+    const QSize room = window_.screen()->availableSize();
+    window_.resize((window_.size() + entry_.sizeHint() - before).boundedTo(room));
+}
+
+void ViewMenu::groupDigits(bool grouped) {
+    programSettings().setValue(QLatin1String(groupingKey), grouped);
+    entry_.setNumberFormat(numberPattern(grouped));
+    entry_.recordChanged(); // shows the figures anew
+}
+
+int zoomAtStart(const VKRDataEntryWidget& entry) {
+    const QVariant kept = programSettings().value(QLatin1String(zoomKey));
+    const int letters = QFontInfo(QApplication::font()).pixelSize();
+    const int own = FormView::fontFor(PixelScale(entry.logicalDpiX())).pixelSize();
+    const QSize whole = entry.sizeHint() * 100 / entry.zoom();
+    const QSize room = entry.screen()->availableSize() * 9 / 10; // what the window has around it
+    return std::min({kept.isValid() ? kept.toInt() : 100 * letters / own,
+                     100 * room.width() / whole.width(), 100 * room.height() / whole.height()});
+}
+
+} // namespace vkr

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+QT_BEGIN_NAMESPACE
+class QMainWindow;
+QT_END_NAMESPACE
+
+namespace vkr {
+
+class VKRDataEntryWidget;
+
+// How a form is shown in its window: its size, by keys, menu, wheel and the window's own edges, and
+// whether figures are grouped. Both are kept from one start to the next.
+class ViewMenu : public QObject {
+    Q_OBJECT
+  public:
+    // Adds itself to the window's menu bar. The widget is within the window.
+    ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry);
+
+    // In percent; the window grows or shrinks with the form where it can.
+    void zoomTo(int percent);
+
+  private:
+    void groupDigits(bool grouped);
+
+    QMainWindow& window_;
+    VKRDataEntryWidget& entry_;
+};
+
+// What a form begins with: as it was left, else with letters as large as the desktop's own, and no
+// larger than the screen.
+[[nodiscard]] int zoomAtStart(const VKRDataEntryWidget& entry);
+
+} // namespace vkr
