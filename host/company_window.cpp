@@ -69,6 +69,7 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
 
     setOffered(lists);
     open(company.record->clone());
+    resize(sizeHint()); // also where that is most of the screen
 }
 
 CompanyWindow::~CompanyWindow() {
