@@ -7,11 +7,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDockWidget>
 #include <QFontInfo>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -52,6 +54,14 @@ ViewMenu::ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry)
     entry_.setZoomsToFit(true);
     entry_.setZoom(zoomAtStart(entry_));
     grouping->setChecked(programSettings().value(QLatin1String(groupingKey)).toBool());
+    // A panel beside the form comes and goes without taking room from it.
+    for (auto* panel : window.findChildren<QDockWidget*>())
+        connect(panel, &QDockWidget::visibilityChanged, this, [this] {
+            QTimer::singleShot(0, this, [this, zoom = entry_.zoom()] {
+                if (!fillsScreen())
+                    zoomTo(zoom);
+            });
+        });
     connect(&entry_, &VKRDataEntryWidget::zoomRequested, this, &ViewMenu::zoomTo);
     connect(&entry_, &VKRDataEntryWidget::zoomChanged, this,
             [](int percent) { programSettings().setValue(QLatin1String(zoomKey), percent); });
@@ -59,11 +69,19 @@ ViewMenu::ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry)
 
 void ViewMenu::zoomTo(int percent) {
     const QSize before = entry_.size();
+    const int zoom = entry_.zoom();
     entry_.setZoom(percent);
-    if (window_.isMaximized() || window_.isFullScreen())
+    if (fillsScreen()) {
+        if (entry_.sizeHint().boundedTo(before) != entry_.sizeHint())
+            entry_.setZoom(zoom); // there is no room for more
         return;
+    }
     const QSize room = window_.screen()->availableSize();
     window_.resize((window_.size() + entry_.sizeHint() - before).boundedTo(room));
+}
+
+bool ViewMenu::fillsScreen() const {
+    return window_.isMaximized() || window_.isFullScreen();
 }
 
 void ViewMenu::groupDigits(bool grouped) {

@@ -23,6 +23,7 @@ class ViewMenu : public QObject {
     void zoomTo(int percent);
 
   private:
+    [[nodiscard]] bool fillsScreen() const;
     void groupDigits(bool grouped);
 
     QMainWindow& window_;
