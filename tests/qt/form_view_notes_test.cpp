@@ -93,7 +93,10 @@ TEST_F(FormViewNotes, AHeldKeyKeepsItsNote) {
 }
 
 TEST_F(FormViewNotes, APastedOrDroppedBlockIsRefused) {
-    auto& cell = native("txtYEPS", 9);
+    // In a grid a block opens the preview.
+    form().get<TabStrip>("tbsDataEntry").selectTab(toCompany);
+    form().get<TextField>("txtTotalDebt").setFocus();
+    auto& cell = native("txtTotalDebt");
     const QString before = cell.text();
     for (const char* block : {"1\t2", "1\n2\n3", "1\r\n2"}) {
         paste(QString::fromUtf8(block));
@@ -131,7 +134,10 @@ TEST_F(FormViewNotes, APasteThatIsCutIsInDoubt) {
 }
 
 TEST_F(FormViewNotes, TheSlotOfTheWidgetPastesAsTheKeyDoes) {
-    auto& cell = native("txtYEPS", 9);
+    // In a grid a block opens the preview.
+    form().get<TabStrip>("tbsDataEntry").selectTab(toCompany);
+    form().get<TextField>("txtTotalDebt").setFocus();
+    auto& cell = native("txtTotalDebt");
     const QString before = cell.text();
     for (const char* block : {"1\t2", "1\n2\n3"}) {
         QGuiApplication::clipboard()->setText(QString::fromUtf8(block));
