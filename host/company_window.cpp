@@ -58,6 +58,9 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     setCentralWidget(entry_);
     entry_->setApplicationTitle(QGuiApplication::applicationDisplayName());
     entry_->setVisibleQuarters(35); // all there are, by scrolling
+    entry_->component().originOf = [this](Datum series, int element) {
+        return origins().of(series, element).origin;
+    };
     checks_ = new FigureChecks(*this, *entry_, [this] { return recordToSave(); });
     buildActions();
 

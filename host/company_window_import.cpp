@@ -40,20 +40,8 @@ void CompanyWindow::importFilings(const QString& path) {
 }
 
 OriginQuery CompanyWindow::originOfFigures() const {
-    if (!id_)
-        return {};
-    const auto loaded = store_.load(*id_);
-    if (!loaded || loaded.value().revision != revision_)
-        return {};
-    const auto stored = std::make_shared<const LoadedCompany>(loaded.value());
-    return [stored, record = record_](Datum datum, std::optional<int> element) {
-        const auto valueIn = [&](const CompanyRecord& company) {
-            const Variant& held = company.stored(datum);
-            return element ? held.array().at(*element) : held;
-        };
-        return valueIn(*stored->record) == valueIn(*record)
-                   ? stored->origins.of(datum, element).origin
-                   : std::optional(Origin::typed);
+    return [now = origins()](Datum datum, std::optional<int> element) {
+        return now.of(datum, element).origin;
     };
 }
 

