@@ -110,6 +110,8 @@ StoreConnection::Statement::Statement(StoreConnection& connection, const QString
         return;
     const QSqlError error = query_.lastError();
     query_.finish();
+    // Where memory ran out it may be of no use any more: the next one is prepared anew.
+    connection_.statements_.erase(text);
     throw StoreFailure(connection_.describe(error));
 }
 

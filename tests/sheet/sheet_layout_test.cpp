@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QImage>
+#include <QLocale>
 #include <QPainter>
 #include <QTemporaryDir>
 
@@ -184,7 +185,14 @@ TEST(SheetLayout, EverythingThatIsStoredIsOnPaper) {
     EXPECT_FALSE(text.contains(QString(QChar(0x2248)) + "1"));
 }
 
+// Figures are written as the system does.
+struct InEnglish {
+    InEnglish() { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
+    ~InEnglish() { QLocale::setDefault(QLocale::system()); }
+};
+
 TEST(SheetLayout, AFigureIsRoundedOnlyWhereItHasNoRoomAndIsMarkedThen) {
+    const InEnglish figures;
     auto record = dated();
     fill(*record, 12345.678901);
     EXPECT_FALSE(allText(companySheet({record, {}}, Paper::a4, day())).contains(u"\u22481"));
@@ -197,6 +205,7 @@ TEST(SheetLayout, AFigureIsRoundedOnlyWhereItHasNoRoomAndIsMarkedThen) {
 }
 
 TEST(SheetLayout, ANoteHasItsNumberAtTheFigure) {
+    const InEnglish figures;
     const auto pages = companySheet({sample("AAPL"),
                                      {{{{Datum::YRevenueSeries, 1}}, "First remark."},
                                       {{}, "Second remark."},
