@@ -36,7 +36,7 @@ void KeptFigures::endAction() noexcept {
         listener_->endAction();
 }
 
-void KeptFigures::put(Datum datum, const Variant& value) {
+void KeptFigures::write(Datum datum, const Variant& value) {
     const bool isWorkedOut = !actions_.empty() && actions_.back() == Origin::derived;
     if (isWorkedOut && isDerived(datum))
         return writeDatum(*record_, datum, withoutWhatIsKept(datum, value));

@@ -36,7 +36,7 @@ class KeptFigures final : public iVKR_Company, public ActionListener {
         return record_->get_##name();                                                              \
     }                                                                                              \
     void put_##name(datum_kind::kind::Argument value) override {                                   \
-        put(Datum::name, value);                                                                   \
+        write(Datum::name, value);                                                                 \
     }
     VKR_DATA(VKR_PASSED_ON)
 #undef VKR_PASSED_ON
@@ -90,7 +90,7 @@ class KeptFigures final : public iVKR_Company, public ActionListener {
     }
 
   private:
-    void put(Datum datum, const Variant& value);
+    void write(Datum datum, const Variant& value);
     [[nodiscard]] Variant withoutWhatIsKept(Datum datum, const Variant& value) const;
     [[nodiscard]] bool hasNewInput(Datum derived, std::optional<int> element) const;
     void noteInput(Datum datum, const Variant& before, const Variant& after);
