@@ -64,12 +64,11 @@ function(vkr_target target)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${VKRDataEntry_SOURCE_DIR}>")
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
-    # g++ 12 sees overlaps in std::string at -O3 where there are none (GCC bug 105651).
+    # g++ 12 sees overlaps in std::string at -O3 where there are none (GCC bug 105651), and members of
+    # variants and optionals used before they are set. The debug build keeps the second warning.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-        target_compile_options(${target} PRIVATE -Wno-restrict)
-        if(WIN32) # nor are the members of a variant used before they are set
-            target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
-        endif()
+        target_compile_options(${target} PRIVATE -Wno-restrict
+                                                 $<$<NOT:$<CONFIG:Debug>>:-Wno-maybe-uninitialized>)
     endif()
     # Calls within a shared library stay within it.
     if(BUILD_SHARED_LIBS)
