@@ -87,7 +87,7 @@ std::vector<BarePart> partsOf(VKRDataEntryWidget& model) {
         model.setCurrentTab(page + 1);
         for (auto& part : found) {
             auto& look = part.looks[static_cast<std::size_t>(page)];
-            look = {model.formView().scale().rect(*part.model), part.model->visible()};
+            look = {toQt(model.formView().scale().place(*part.model)), part.model->visible()};
             part.moves = part.moves || look != part.looks[0];
         }
     }

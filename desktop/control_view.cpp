@@ -50,9 +50,7 @@ void paintWave(QPainter& painter, const QRect& field) {
 void paintMark(QWidget& widget, MarkKind kind) {
     if (kind == MarkKind::none)
         return;
-    const QColor wanted = kind == MarkKind::unstored   ? mark_colors::unstored
-                          : kind == MarkKind::doubtful ? mark_colors::doubtful
-                                                       : mark_colors::quiet;
+    const QColor wanted = toQt(markColor(kind));
     const QColor behind = widget.palette().color(QPalette::Base);
     QPainter painter(&widget);
     painter.setPen(QPen(readable(wanted, behind, signContrast), kind == MarkKind::quiet ? 1.5 : 2));
@@ -142,7 +140,7 @@ void ControlView::show(Property property) {
 }
 
 void ControlView::showPlace() {
-    widget_->setGeometry(host_.scale().rect(*control_));
+    widget_->setGeometry(toQt(host_.scale().place(*control_)));
     showVisible();
 }
 

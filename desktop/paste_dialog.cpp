@@ -139,10 +139,10 @@ void PasteDialog::showLine(int row, const PasteLine& line) {
     const QColor ink = shown.color(QPalette::Text);
     const QColor ofLine =
         line.fate == PasteFate::leftOut ? readable(between(ink, back, 0.35), back) : ink;
-    const QColor ofRemark = line.fate == PasteFate::leftOut ? readable(mark_colors::unstored, back)
-                            : line.fate == PasteFate::doubtful
-                                ? readable(mark_colors::doubtful, back)
-                                : ink;
+    const auto like = [&](MarkKind kind) { return readable(toQt(markColor(kind)), back); };
+    const QColor ofRemark = line.fate == PasteFate::leftOut    ? like(MarkKind::unstored)
+                            : line.fate == PasteFate::doubtful ? like(MarkKind::doubtful)
+                                                               : ink;
     const std::string* const texts[columns] = {&line.period, &line.column, &line.text,
                                                &line.before, &line.after,  &line.remark};
     for (int column = 0; column < columns; ++column) {

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/qt_values.hpp"
 
-#include <QRect>
 #include <QTextDocument>
 
 #include <algorithm>
-#include <cmath>
 
 namespace vkr {
 
@@ -205,22 +203,10 @@ QString withLineFeeds(QString text) {
     return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
 }
 
-// --- scale ---------------------------------------------------------------------------------------
+// --- places --------------------------------------------------------------------------------------
 
-int PixelScale::pixels(Twips twips) const {
-    return static_cast<int>(std::lround(twips * dotsPerInch_ / twipsPerInch));
-}
-
-QRect PixelScale::rect(const Control& control) const {
-    const int left = pixels(control.left());
-    const int top = pixels(control.top());
-    return {left, top, pixels(control.left() + control.width()) - left,
-            pixels(control.top() + control.height()) - top};
-}
-
-int PixelScale::fontPixels() const {
-    constexpr Twips fontSize = 165; // 8.25 points
-    return std::max(1, pixels(fontSize));
+QRect toQt(const PixelPlace& place) {
+    return {place.left, place.top, place.width, place.height};
 }
 
 } // namespace vkr

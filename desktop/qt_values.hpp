@@ -2,13 +2,14 @@
 #pragma once
 
 #include "platform/color.hpp"
-#include "platform/control.hpp"
 #include "platform/date.hpp"
+#include "platform/pixel_scale.hpp"
 #include "platform/stroke.hpp"
 
 #include <QColor>
 #include <QDate>
 #include <QKeyEvent>
+#include <QRect>
 #include <QString>
 
 #include <optional>
@@ -44,21 +45,6 @@ namespace vkr {
 // The same text with LF for every line break, also for CR and CR LF.
 [[nodiscard]] QString withLineFeeds(QString text);
 
-// Twips to logical pixels. Edges are rounded, not sizes, so that neighbours stay neighbours.
-class PixelScale {
-  public:
-    static constexpr double twipsPerInch = 1440;
-
-    explicit PixelScale(double dotsPerInch = 96) : dotsPerInch_(dotsPerInch) {}
-
-    [[nodiscard]] double dotsPerInch() const { return dotsPerInch_; }
-    [[nodiscard]] int pixels(Twips twips) const;
-    [[nodiscard]] Twips twips(double pixels) const { return pixels * twipsPerInch / dotsPerInch_; }
-    [[nodiscard]] QRect rect(const Control& control) const; // within its container
-    [[nodiscard]] int fontPixels() const;
-
-  private:
-    double dotsPerInch_;
-};
+[[nodiscard]] QRect toQt(const PixelPlace& place);
 
 } // namespace vkr

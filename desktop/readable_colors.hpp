@@ -1,30 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/readable_color.hpp"
+
 #include <QColor>
 
 namespace vkr {
 
-// Whether one colour can be told from the other: from 1, the same lightness, to 21, black on white.
+// The same of colours of Qt, without what can be seen through them.
+
 [[nodiscard]] double contrast(const QColor& one, const QColor& other);
-
-// The least contrast to what lies behind.
-inline constexpr double textContrast = 4.5;
-inline constexpr double signContrast = 3; // frames and other signs, and texts that are disabled
-
-// `part` of the way from one colour to the other.
 [[nodiscard]] QColor between(const QColor& one, const QColor& other, double part);
-
-// The wanted colour, made darker or lighter only as far as it takes to tell it from what is behind.
 [[nodiscard]] QColor readable(const QColor& wanted, const QColor& behind,
                               double least = textContrast);
 
-// Marks at fields that can be told from the usual grounds of a field, and from each other: frames,
-// and a wave below the text for a quiet one.
-namespace mark_colors {
-inline constexpr QColor unstored(200, 0, 0);
-inline constexpr QColor doubtful(200, 115, 0);
-inline constexpr QColor quiet(125, 60, 190);
-} // namespace mark_colors
+// Colours that Qt has by name would else pass for numbers of the platform's.
+[[nodiscard]] inline double contrast(Qt::GlobalColor one, Qt::GlobalColor other) {
+    return contrast(QColor(one), QColor(other));
+}
+[[nodiscard]] inline QColor between(Qt::GlobalColor one, Qt::GlobalColor other, double part) {
+    return between(QColor(one), QColor(other), part);
+}
+[[nodiscard]] inline QColor readable(Qt::GlobalColor wanted, Qt::GlobalColor behind,
+                                     double least = textContrast) {
+    return readable(QColor(wanted), QColor(behind), least);
+}
 
 } // namespace vkr

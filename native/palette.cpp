@@ -47,10 +47,7 @@ COLORREF Palette::mark(const TextField& shown) const {
     const MarkKind kind = shown.shownMark();
     if (kind == MarkKind::none)
         return CLR_NONE;
-    const Color wanted = kind == MarkKind::unstored   ? mark_colors::unstored
-                         : kind == MarkKind::doubtful ? mark_colors::doubtful
-                                                      : mark_colors::quiet;
-    return readable(wanted, field(shown).back, signContrast);
+    return readable(markColor(kind), field(shown).back, signContrast);
 }
 
 COLORREF Palette::edge() const {

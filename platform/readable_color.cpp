@@ -46,4 +46,10 @@ Color readable(Color wanted, Color behind, double least) {
     return end;
 }
 
+Color markColor(MarkKind kind) {
+    return kind == MarkKind::unstored   ? mark_colors::unstored
+           : kind == MarkKind::doubtful ? mark_colors::doubtful
+                                        : mark_colors::quiet;
+}
+
 } // namespace vkr

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/color.hpp"
+#include "platform/control.hpp"
 
 namespace vkr {
 
@@ -20,11 +21,15 @@ inline constexpr double signContrast = 3; // frames and other signs, and texts t
 // The wanted colour, made darker or lighter only as far as it takes to tell it from what is behind.
 [[nodiscard]] Color readable(Color wanted, Color behind, double least = textContrast);
 
-// Marks at fields: frames that can be told from the usual grounds of a field, and from each other.
+// Marks at fields that can be told from the usual grounds of a field, and from each other: frames,
+// and a wave below the text for a quiet one.
 namespace mark_colors {
 inline constexpr Color unstored = colorOf(200, 0, 0);
 inline constexpr Color doubtful = colorOf(200, 115, 0);
 inline constexpr Color quiet = colorOf(125, 60, 190);
 } // namespace mark_colors
+
+// Of a field with something to tell; its frame or wave is `readable` on the field.
+[[nodiscard]] Color markColor(MarkKind kind);
 
 } // namespace vkr

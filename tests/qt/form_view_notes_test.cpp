@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/vkr_data_entry.hpp"
 #include "desktop/form_view.hpp"
+#include "desktop/qt_values.hpp"
 #include "desktop/readable_colors.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "tests/qt/support/field_actions.hpp"
@@ -170,7 +171,7 @@ TEST_F(FormViewNotes, AGroupThatMayBeDecimalsIsFramedInAmberUnderTheComma) {
     auto& cell = native("txtYEPS", 9);
     const auto amber = [&] {
         const QImage shown = cell.grab().toImage();
-        return shown.pixelColor(shown.width() / 2, 1) == mark_colors::doubtful;
+        return shown.pixelColor(shown.width() / 2, 1) == toQt(mark_colors::doubtful);
     };
     EXPECT_FALSE(amber());
     press(Qt::Key_A, Qt::ControlModifier);

@@ -39,8 +39,8 @@ TEST(ReadableColors, ATextBecomesLighterOnADarkGroundAndKeepsItsHue) {
 
 TEST(ReadableColors, MarksStandOutOnEveryGroundOfAField) {
     for (const Color ground : {colors::white, colors::paleCyan, colors::yellow}) {
-        EXPECT_GE(contrast(mark_colors::unstored, toQt(ground)), signContrast);
-        EXPECT_GE(contrast(mark_colors::doubtful, toQt(ground)), signContrast);
+        EXPECT_GE(contrast(mark_colors::unstored, ground), signContrast);
+        EXPECT_GE(contrast(mark_colors::doubtful, ground), signContrast);
     }
     // Red and amber differ in lightness too, for people to whom they are one hue.
     EXPECT_GE(contrast(mark_colors::unstored, mark_colors::doubtful), 1.5);
