@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/company_list_window.hpp"
 
-#include "host/company_table.hpp"
+#include "host/company_table_view.hpp"
 #include "host/help_pages.hpp"
 #include "host/window_memory.hpp"
 
@@ -54,7 +54,7 @@ QWidget* messagePage(QWidget* parent, QLabel* label, const QList<QPushButton*>& 
 
 CompanyListWindow::CompanyListWindow(CompanyStore& store, QWidget* parent)
     : QMainWindow(parent), companies_(new CompanyListModel(store, this)),
-      search_(new QLineEdit(this)), table_(new CompanyTable(companies_, this)),
+      search_(new QLineEdit(this)), table_(new CompanyTableView(companies_, this)),
       pages_(new QStackedWidget(this)), notFound_(new QLabel(this)), count_(new QLabel(this)),
       discarded_(new QLabel(this)), restore_(new QPushButton(tr("&Restore"), this)),
       counting_(new QTimer(this)), watching_(new QTimer(this)) {
@@ -113,8 +113,8 @@ void CompanyListWindow::connectTable() {
             [this](const QString& error) { statusBar()->showMessage(error); });
     connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &CompanyListWindow::enableActions);
-    connect(table_, &CompanyTable::opened, this, &CompanyListWindow::openChosen);
-    connect(table_, &CompanyTable::typed, this, [this](const QString& text) {
+    connect(table_, &CompanyTableView::opened, this, &CompanyListWindow::openChosen);
+    connect(table_, &CompanyTableView::typed, this, [this](const QString& text) {
         search_->setFocus(Qt::OtherFocusReason);
         search_->setText(text);
     });

@@ -19,7 +19,7 @@ QT_END_NAMESPACE
 
 namespace vkr {
 
-class CompanyTable;
+class CompanyTableView;
 
 // The first window: every company of the database, and what can be done with them. It reads the
 // list and asks for everything else by signals.
@@ -87,7 +87,7 @@ class CompanyListWindow : public QMainWindow {
 
     CompanyListModel* companies_;
     QLineEdit* search_;
-    CompanyTable* table_;
+    CompanyTableView* table_;
     QStackedWidget* pages_; // the table, or why it is empty
     QLabel* notFound_;
     QLabel* count_;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/company_table.hpp"
+#include "host/company_table_view.hpp"
 
 #include "host/window_memory.hpp"
 
@@ -40,15 +40,15 @@ class ElidedCells : public QStyledItemDelegate {
 
 } // namespace
 
-CompanyTable::CompanyTable(CompanyListModel* companies, QWidget* parent)
+CompanyTableView::CompanyTableView(CompanyListModel* companies, QWidget* parent)
     : QTableView(parent), companies_(companies) {
     setObjectName(QStringLiteral("companies"));
     setAccessibleName(tr("Companies"));
     setModel(companies_);
     // After the view's own, so that it knows the new rows.
     connect(companies_, &CompanyListModel::modelAboutToBeReset, this,
-            &CompanyTable::rememberChosen);
-    connect(companies_, &CompanyListModel::modelReset, this, &CompanyTable::recallChosen);
+            &CompanyTableView::rememberChosen);
+    connect(companies_, &CompanyListModel::modelReset, this, &CompanyTableView::recallChosen);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -61,10 +61,10 @@ CompanyTable::CompanyTable(CompanyListModel* companies, QWidget* parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     setItemDelegate(new ElidedCells(this));
     buildColumns();
-    connect(this, &QTableView::doubleClicked, this, &CompanyTable::opened);
+    connect(this, &QTableView::doubleClicked, this, &CompanyTableView::opened);
 }
 
-void CompanyTable::buildColumns() {
+void CompanyTableView::buildColumns() {
     QHeaderView* header = horizontalHeader();
     header->setHighlightSections(false);
     header->setStretchLastSection(true);
@@ -83,17 +83,17 @@ void CompanyTable::buildColumns() {
     scaleColumns();
 }
 
-void CompanyTable::rememberColumns() const {
+void CompanyTableView::rememberColumns() const {
     programSettings().setValue(QLatin1String(headerKey), horizontalHeader()->saveState());
     programSettings().setValue(QLatin1String(characterKey), columnsFor_);
 }
 
-double CompanyTable::characterWidth() const {
+double CompanyTableView::characterWidth() const {
     return QFontMetricsF(font()).averageCharWidth();
 }
 
 // To the font that is in force by now.
-void CompanyTable::scaleColumns() {
+void CompanyTableView::scaleColumns() {
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     const double before = std::exchange(columnsFor_, characterWidth());
     if (before <= 0 || before == columnsFor_)
@@ -103,14 +103,14 @@ void CompanyTable::scaleColumns() {
         header->resizeSection(column, qRound(header->sectionSize(column) * columnsFor_ / before));
 }
 
-void CompanyTable::rememberChosen() {
+void CompanyTableView::rememberChosen() {
     const QModelIndex current = currentIndex();
     remembered_.ids = chosenIds();
     remembered_.current = current.isValid() ? companies_->company(current.row()).key.id : 0;
     remembered_.column = std::max(current.column(), 0);
 }
 
-void CompanyTable::recallChosen() {
+void CompanyTableView::recallChosen() {
     // It may stand far down; among those found by a search it is not looked for there.
     if (remembered_.current != 0 && !companies_->isSearched())
         companies_->reach(remembered_.current);
@@ -136,7 +136,7 @@ void CompanyTable::recallChosen() {
         scrollTo(next);
 }
 
-void CompanyTable::choose(std::int64_t id) {
+void CompanyTableView::choose(std::int64_t id) {
     if (!companies_->reach(id))
         return;
     const QModelIndex index = companies_->index(companies_->rowOf(id).value(), 0);
@@ -145,7 +145,7 @@ void CompanyTable::choose(std::int64_t id) {
     scrollTo(index);
 }
 
-std::vector<CompanySummary> CompanyTable::chosen() const {
+std::vector<CompanySummary> CompanyTableView::chosen() const {
     QModelIndexList rows = selectionModel()->selectedRows();
     std::ranges::sort(rows, {}, &QModelIndex::row);
     std::vector<CompanySummary> result;
@@ -154,14 +154,14 @@ std::vector<CompanySummary> CompanyTable::chosen() const {
     return result;
 }
 
-QList<qint64> CompanyTable::chosenIds() const {
+QList<qint64> CompanyTableView::chosenIds() const {
     QList<qint64> ids;
     for (const CompanySummary& company : chosen())
         ids.append(company.key.id);
     return ids;
 }
 
-void CompanyTable::goToEnd(bool last, bool extends) {
+void CompanyTableView::goToEnd(bool last, bool extends) {
     if (companies_->rowCount() == 0)
         return;
     const QModelIndex target = companies_->index(last ? companies_->rowCount() - 1 : 0, 0);
@@ -174,7 +174,7 @@ void CompanyTable::goToEnd(bool last, bool extends) {
     scrollTo(target);
 }
 
-void CompanyTable::keyPressEvent(QKeyEvent* key) {
+void CompanyTableView::keyPressEvent(QKeyEvent* key) {
     if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
         emit opened();
         return;

@@ -9,10 +9,10 @@ namespace vkr {
 
 // The companies on screen, which of them are chosen, and the keys that move among them. What is
 // chosen stays so while the rows are read anew.
-class CompanyTable : public QTableView {
+class CompanyTableView : public QTableView {
     Q_OBJECT
   public:
-    explicit CompanyTable(CompanyListModel* companies, QWidget* parent = nullptr);
+    explicit CompanyTableView(CompanyListModel* companies, QWidget* parent = nullptr);
 
     void choose(std::int64_t id);
     [[nodiscard]] std::vector<CompanySummary> chosen() const; // in the order on screen
