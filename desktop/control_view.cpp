@@ -95,30 +95,6 @@ void ControlView::showAll() {
         show(property);
 }
 
-namespace {
-
-constexpr unsigned bitOf(Property property) {
-    return 1U << static_cast<unsigned>(property);
-}
-
-} // namespace
-
-void ControlView::showLater(Property property) {
-    due_ |= bitOf(property);
-}
-
-void ControlView::showDue() {
-    if ((due_ & bitOf(Property::text)) != 0)
-        due_ &= ~bitOf(Property::edit);
-    for (unsigned property = 0; due_ != 0; ++property) {
-        const unsigned bit = 1U << property;
-        if ((due_ & bit) == 0)
-            continue;
-        due_ &= ~bit;
-        show(static_cast<Property>(property));
-    }
-}
-
 void ControlView::show(Property property, std::span<const Setter> setters) {
     for (const Setter& setter : setters)
         if (setter.property == property)

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "desktop/view_host.hpp"
+#include "platform/during.hpp"
+#include "platform/showing.hpp"
 
 #include <QMouseEvent>
 #include <QObject>
@@ -11,18 +13,6 @@
 #include <utility>
 
 namespace vkr {
-
-// Counts up while it lives.
-class Nested {
-  public:
-    explicit Nested(int& depth) : depth_(depth) { ++depth_; }
-    ~Nested() { --depth_; }
-    Nested(const Nested&) = delete;
-    Nested& operator=(const Nested&) = delete;
-
-  private:
-    int& depth_;
-};
 
 // What a native widget does with an event by itself.
 using NativeEvent = bool (*)(QWidget& widget, QEvent& event);
@@ -43,8 +33,10 @@ class ControlView : public QObject {
     virtual void show(Property property);
     void showAll();
     // After a change that nobody sees: the widget gets it with showDue().
-    void showLater(Property property);
-    void showDue();
+    void showLater(Property property) { due_.add(property); }
+    void showDue() {
+        due_.show([this](Property property) { show(property); });
+    }
 
     // An event of the native widget, or of a part of it.
     bool handle(QEvent& event, QWidget& source, NativeEvent native);
@@ -105,8 +97,8 @@ class ControlView : public QObject {
     ViewHost& host_;
     Control* control_;
     QWidget* widget_ = nullptr;
-    unsigned due_ = 0; // properties that the widget does not show yet
-    int passing_ = 0;  // the widget itself is at work
+    DueProperties due_;
+    int passing_ = 0; // the widget itself is at work
 };
 
 // A native widget whose events go to its view first. The view outlives it.

@@ -18,19 +18,6 @@
 
 namespace vkr {
 
-namespace {
-
-// The frame it is in can be seen; whether it can itself, its view says.
-bool isOnShow(const Control& control) {
-    return control.container() == nullptr || control.container()->isShown();
-}
-
-bool setsOnShow(Property property) {
-    return property == Property::place || property == Property::visible;
-}
-
-} // namespace
-
 FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) {
     setFocusPolicy(Qt::TabFocus);
     setAutoFillBackground(true);
@@ -144,8 +131,7 @@ void FormView::nameFields() {
 void FormView::controlRemoved(Control& control) {
     if (auto* view = viewOf(&control)) {
         views_.erase(&control);
-        if (control.kind() == ControlKind::frame)
-            onShow_.erase(static_cast<const Frame*>(&control));
+        onShow_.removed(control);
         if (pressed_ == view)
             pressed_.clear();
         view->retire();
@@ -162,7 +148,7 @@ void FormView::replaceView(Control& control) {
 
 void FormView::controlChanged(Control& control, Property property) {
     if (control.kind() == ControlKind::frame && setsOnShow(property))
-        frameChanged(static_cast<Frame&>(control));
+        onShow_.changed(control, [this] { makeViews(isOnShow); });
     // A view that is made later would not know of the order.
     auto* view = property == Property::order ? ensureView(control) : viewOf(&control);
     if (view == nullptr)
@@ -173,29 +159,6 @@ void FormView::controlChanged(Control& control, Property property) {
         return;
     }
     tell(*view, property);
-}
-
-// What can't be seen is drawn when it can.
-void FormView::tell(ControlView& view, Property property) {
-    const Control& control = *view.control();
-    const bool canBeSeen = setsOnShow(property) ? isOnShow(control) : control.isShown();
-    if (!canBeSeen && property != Property::order) {
-        view.showLater(property);
-        return;
-    }
-    if (setsOnShow(property) && control.isShown())
-        view.showDue();
-    view.show(property);
-}
-
-// What it holds is drawn before it is seen itself.
-void FormView::frameChanged(const Frame& frame) {
-    if (!frame.isShown()) {
-        onShow_.erase(&frame);
-    } else if (!onShow_.contains(&frame)) {
-        makeViews(isOnShow);
-        onShow_.insert(&frame);
-    }
 }
 
 void FormView::showChoices() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/view_host.hpp"
+#include "platform/showing.hpp"
 
 #include <QPointer>
 #include <QWidget>
@@ -11,7 +12,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -111,13 +111,11 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     [[nodiscard]] ControlView* viewOf(const Control* control) const;
     [[nodiscard]] ControlView* activeView() const;
     ControlView* ensureView(const Control& control);
-    void tell(ControlView& view, Property property);
     template <typename Wanted>
     void makeViews(Wanted&& wanted);
     void addView(Control& control);
     void replaceView(Control& control);
     void nameFields();
-    void frameChanged(const Frame& frame);
     [[nodiscard]] PixelScale scaleAt(int zoom) const;
     void showScale();
     void followTheme();
@@ -139,7 +137,7 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     std::array<double, 128> characterWidths_{};
     std::map<std::pair<QRgb, QRgb>, QPalette> fieldPalettes_;
     std::unordered_map<const Control*, ControlView*> views_;
-    std::set<const Frame*> onShow_; // frames whose views are up to date
+    FramesOnShow onShow_;
     QPointer<ControlView> pressed_;
     QPointer<ControlView> draggedOver_; // what the press was dragged over last
     bool dragSelects_ = false;          // controls, not text

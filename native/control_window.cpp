@@ -9,14 +9,6 @@
 
 namespace vkr {
 
-namespace {
-
-constexpr unsigned bitOf(Property property) {
-    return 1U << static_cast<unsigned>(property);
-}
-
-} // namespace
-
 ControlWindow* ControlWindow::of(HWND window) {
     if (window == nullptr || reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC)) !=
                                  &ControlWindow::procedure)
@@ -88,22 +80,6 @@ void ControlWindow::showAll() {
          {Property::look, Property::list, Property::caption, Property::text, Property::value,
           Property::locked, Property::enabled, Property::visible})
         show(property);
-}
-
-void ControlWindow::showLater(Property property) {
-    due_ |= bitOf(property);
-}
-
-void ControlWindow::showDue() {
-    if ((due_ & bitOf(Property::text)) != 0)
-        due_ &= ~bitOf(Property::edit);
-    for (unsigned property = 0; due_ != 0; ++property) {
-        const unsigned bit = 1U << property;
-        if ((due_ & bit) == 0)
-            continue;
-        due_ &= ~bit;
-        show(static_cast<Property>(property));
-    }
 }
 
 void ControlWindow::show(Property property, std::span<const Setter> setters) {

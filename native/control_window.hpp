@@ -4,6 +4,8 @@
 #include "native/accessible.hpp"
 #include "native/guard.hpp"
 #include "native/view_host.hpp"
+#include "platform/during.hpp"
+#include "platform/showing.hpp"
 
 #include <memory>
 #include <optional>
@@ -33,8 +35,10 @@ class ControlWindow : public Heard, public std::enable_shared_from_this<ControlW
     virtual void show(Property property);
     virtual void showAll();
     // After a change that nobody sees: the window gets it with showDue().
-    void showLater(Property property);
-    void showDue();
+    void showLater(Property property) { due_.add(property); }
+    void showDue() {
+        due_.show([this](Property property) { show(property); });
+    }
     virtual void place();
     void showVisible();
     void putBehind(); // its neighbours
@@ -141,8 +145,8 @@ class ControlWindow : public Heard, public std::enable_shared_from_this<ControlW
     ViewHost* host_;
     Control* control_;
     Part main_;
-    unsigned due_ = 0; // properties that the window does not show yet
-    int passing_ = 0;  // the window itself is at work
+    DueProperties due_;
+    int passing_ = 0; // the window itself is at work
     bool letsGo_ = false;
     wchar_t highHalf_ = 0; // of a pair that comes in two messages
 };

@@ -11,19 +11,6 @@
 
 namespace vkr {
 
-namespace {
-
-// The frame it is in can be seen; whether it can itself, its view says.
-bool isOnShow(const Control& control) {
-    return control.container() == nullptr || control.container()->isShown();
-}
-
-bool setsOnShow(Property property) {
-    return property == Property::place || property == Property::visible;
-}
-
-} // namespace
-
 NativeForm::NativeForm(HWND parent, const RECT& place, Form& form)
     : form_(&form),
       surface_(std::make_shared<Surface>(parent, place,
@@ -140,8 +127,7 @@ void NativeForm::controlRemoved(Control& control) {
         return;
     const View view = found->second; // goes when its last message is handled
     views_.erase(found);
-    if (control.kind() == ControlKind::frame)
-        onShow_.erase(static_cast<const Frame*>(&control));
+    onShow_.removed(control);
     if (pressed_ == view.get())
         pressed_ = nullptr;
     view->retire();
@@ -149,7 +135,7 @@ void NativeForm::controlRemoved(Control& control) {
 
 void NativeForm::controlChanged(Control& control, Property property) {
     if (control.kind() == ControlKind::frame && setsOnShow(property))
-        frameChanged(static_cast<Frame&>(control));
+        onShow_.changed(control, [this] { makeViews(isOnShow); });
     // A view that is made later would not know of the order.
     auto* view = property == Property::order ? ensureView(control) : viewOf(&control);
     if (view == nullptr)
@@ -166,29 +152,6 @@ void NativeForm::controlChanged(Control& control, Property property) {
         }
     }
     tell(*view, property);
-}
-
-// What can't be seen is drawn when it can.
-void NativeForm::tell(ControlWindow& view, Property property) {
-    const Control& control = *view.control();
-    const bool canBeSeen = setsOnShow(property) ? isOnShow(control) : control.isShown();
-    if (!canBeSeen && property != Property::order) {
-        view.showLater(property);
-        return;
-    }
-    if (setsOnShow(property) && control.isShown())
-        view.showDue();
-    view.show(property);
-}
-
-// What it holds is drawn before it is seen itself.
-void NativeForm::frameChanged(const Frame& frame) {
-    if (!frame.isShown()) {
-        onShow_.erase(&frame);
-    } else if (!onShow_.contains(&frame)) {
-        makeViews(isOnShow);
-        onShow_.insert(&frame);
-    }
 }
 
 void NativeForm::focusChanged() {

@@ -3,12 +3,12 @@
 
 #include "native/surface.hpp"
 #include "native/view_host.hpp"
+#include "platform/showing.hpp"
 
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string_view>
 #include <unordered_map>
 
@@ -119,11 +119,9 @@ class NativeForm final : public ViewHost, private FormObserver {
     [[nodiscard]] ControlWindow* viewOf(const Control* control) const;
     [[nodiscard]] ControlWindow* activeView() const;
     ControlWindow* ensureView(const Control& control);
-    void tell(ControlWindow& view, Property property);
     template <typename Wanted>
     void makeViews(Wanted&& wanted);
     void addView(Control& control);
-    void frameChanged(const Frame& frame);
     void showScale();
     void followDotsPerInch();
     void followTheme();
@@ -141,7 +139,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     std::unique_ptr<Fonts> fonts_;
     Palette palette_;
     std::unordered_map<const Control*, View> views_;
-    std::set<const Frame*> onShow_; // frames whose views are up to date
+    FramesOnShow onShow_;
     ControlWindow* pressed_ = nullptr;
     MouseButton pressedButton_ = MouseButton::left;
     std::optional<POINT> pressPlace_;

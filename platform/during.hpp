@@ -19,4 +19,16 @@ class [[nodiscard]] During {
     bool before_;
 };
 
+// Counts up while it lives.
+class [[nodiscard]] Nested {
+  public:
+    explicit Nested(int& depth) : depth_(depth) { ++depth_; }
+    ~Nested() { --depth_; }
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+
+  private:
+    int& depth_;
+};
+
 } // namespace vkr
