@@ -2,6 +2,7 @@
 #include "automation/busy.hpp"
 
 #include "automation/com.hpp"
+#include "native/module.hpp"
 
 #include <utility>
 #include <vector>
@@ -31,11 +32,11 @@ HWND ensureWindow() {
         return waiting.window;
     WNDCLASSW described{};
     described.lpfnWndProc = hear;
-    described.hInstance = thisLibrary();
+    described.hInstance = ownModule();
     described.lpszClassName = className;
     RegisterClassW(&described); // again: it is there
     waiting.window = CreateWindowExW(0, className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                     thisLibrary(), nullptr);
+                                     ownModule(), nullptr);
     return waiting.window;
 }
 

@@ -44,14 +44,6 @@ void lockLibrary(bool lock) {
     alive += lock ? 1 : -1;
 }
 
-HMODULE thisLibrary() {
-    HMODULE library = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(&liveObjects), &library);
-    return library;
-}
-
 HRESULT tellFailure(REFIID interfaceId) noexcept {
     SetErrorInfo(0, nullptr);
     try {

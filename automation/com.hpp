@@ -79,7 +79,6 @@ class Alive {
     ~Alive();
 };
 void lockLibrary(bool lock);
-[[nodiscard]] HMODULE thisLibrary();
 
 // --- the one entry
 // ---------------------------------------------------------------------------------

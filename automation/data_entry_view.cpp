@@ -2,6 +2,7 @@
 // The control drawn while it is not active, and on paper.
 #include "automation/data_entry_control.hpp"
 #include "automation/texts.hpp"
+#include "native/module.hpp"
 #include "platform/color.hpp"
 #include "platform/error_trap.hpp"
 
@@ -34,7 +35,7 @@ class HiddenWindow {
   public:
     explicit HiddenWindow(SIZE size)
         : window_(CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, L"STATIC", L"", WS_POPUP, 0,
-                                  0, size.cx, size.cy, nullptr, nullptr, thisLibrary(), nullptr)) {}
+                                  0, size.cx, size.cy, nullptr, nullptr, ownModule(), nullptr)) {}
     HiddenWindow(const HiddenWindow&) = delete;
     HiddenWindow& operator=(const HiddenWindow&) = delete;
     ~HiddenWindow() { DestroyWindow(window_); }

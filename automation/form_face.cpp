@@ -2,6 +2,7 @@
 #include "automation/form_face.hpp"
 
 #include "automation/com.hpp"
+#include "native/module.hpp"
 #include "native/native_form.hpp"
 #include "native/native_services.hpp"
 
@@ -20,7 +21,7 @@ HANDLE styles() {
         ACTCTXW wanted{};
         wanted.cbSize = sizeof wanted;
         wanted.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
-        wanted.hModule = thisLibrary();
+        wanted.hModule = ownModule();
         wanted.lpResourceName = reinterpret_cast<LPCWSTR>(std::uintptr_t{2});
         return CreateActCtxW(&wanted);
     }();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "automation/type_library.hpp"
 
+#include "native/module.hpp"
+
 #include <array>
 #include <mutex>
 
@@ -25,7 +27,7 @@ void readAll() {
 std::wstring pathOf(Library library) {
     std::wstring path(MAX_PATH, L'\0');
     DWORD length = 0;
-    while ((length = GetModuleFileNameW(thisLibrary(), path.data(),
+    while ((length = GetModuleFileNameW(ownModule(), path.data(),
                                         static_cast<DWORD>(path.size()))) == path.size())
         path.resize(path.size() * 2);
     path.resize(length);
