@@ -14,10 +14,10 @@ bool isByHand(const FigureOrigin& origin) {
 
 std::string textOf(const Variant& value) {
     if (const auto* number = std::get_if<double>(&value.value()))
-        return *number == 0 ? "nothing" : exactNumberText(*number);
+        return *number == 0 ? std::string() : exactNumberText(*number);
     if (const auto* date = std::get_if<Date>(&value.value()))
-        return isAbsent(*date) ? "nothing" : isoDateText(*date);
-    return value.toText().empty() ? "nothing" : value.toText();
+        return isoDateText(*date);
+    return value.toText();
 }
 
 // How many elements further back the periods of the import stand.
@@ -41,31 +41,28 @@ std::string periodOf(const DatumRow& row, const CompanyRecord& stored, int eleme
     return "(" + std::to_string(element) + ")";
 }
 
-void keepSeries(const DatumRow& row, const CompanyRecord& stored, const FigureOrigins& origins,
-                CompanyRecord& imported, std::vector<std::string>& kept) {
+void addSeries(const DatumRow& row, const CompanyRecord& stored, const FigureOrigins& origins,
+               const CompanyRecord& imported, std::vector<TypedFigure>& found) {
     const VariantArray& before = stored.stored(row.datum).array();
-    Variant series = imported.stored(row.datum);
+    const VariantArray& after = imported.stored(row.datum).array();
     const int offset = offsetOf(row, stored, imported);
-    bool isChanged = false;
     for (int element = before.lower(); element <= before.upper(); ++element) {
         const double figure = before.number(element);
         const int place = element + offset;
-        const bool isInside = series.array().contains(place);
+        const bool isInside = after.contains(place);
         if (figure == 0 || !isByHand(origins.of(row.datum, element)) ||
-            (isInside && series.array().number(place) == figure))
+            (isInside && after.number(place) == figure))
             continue;
-        const std::string name = std::string(row.name) + " " + periodOf(row, stored, element) +
-                                 ": " + exactNumberText(figure);
-        if (!isInside) {
-            kept.push_back(name + " leaves the table");
-            continue;
-        }
-        kept.push_back(name + ", not " + textOf(Variant(series.array().number(place))));
-        series.array().setNumber(place, figure);
-        isChanged = true;
+        found.push_back(
+            {row.datum, element, periodOf(row, stored, element), exactNumberText(figure),
+             isInside ? textOf(Variant(after.number(place))) : std::string(), !isInside});
     }
-    if (isChanged)
-        writeDatum(imported, row.datum, series);
+}
+
+// The dates tell which period is which, so they are always those of the import.
+bool isDating(Datum datum) {
+    return datum == Datum::LastFY || datum == Datum::LastFYDate || datum == Datum::LastQDate ||
+           datum == Datum::LastQDateForGrid;
 }
 
 } // namespace
@@ -74,26 +71,47 @@ bool isLocked(const iVKR_Company& company) {
     return company.get_Settings()->get(setting::lockBasicInfo).toBoolean();
 }
 
-std::vector<std::string> keepTyped(const CompanyRecord& stored, const FigureOrigins& origins,
-                                   CompanyRecord& imported) {
+std::vector<TypedFigure> typedFigures(const CompanyRecord& stored, const FigureOrigins& origins,
+                                      const CompanyRecord& imported) {
     static const CompanyRecord empty;
-    std::vector<std::string> kept;
-    // Periods are told by the dates, so these stay those of the import until then.
+    std::vector<TypedFigure> found;
     for (const DatumRow& row : datumTable())
         if (isSeries(row))
-            keepSeries(row, stored, origins, imported, kept);
+            addSeries(row, stored, origins, imported, found);
     for (const DatumRow& row : datumTable()) {
-        const bool isDated = row.datum == Datum::LastFY || row.datum == Datum::LastFYDate ||
-                             row.datum == Datum::LastQDate || row.datum == Datum::LastQDateForGrid;
         const Variant& before = stored.stored(row.datum);
-        if (isSeries(row) || isDated || before == empty.stored(row.datum) ||
-            before == imported.stored(row.datum) || !isByHand(origins.of(row.datum)))
-            continue;
-        kept.push_back(std::string(row.name) + ": " + textOf(before) + ", not " +
-                       textOf(imported.stored(row.datum)));
-        writeDatum(imported, row.datum, before);
+        if (!isSeries(row) && !isDating(row.datum) && before != empty.stored(row.datum) &&
+            before != imported.stored(row.datum) && isByHand(origins.of(row.datum)))
+            found.push_back(
+                {row.datum, std::nullopt, {}, textOf(before), textOf(imported.stored(row.datum))});
     }
-    return kept;
+    return found;
+}
+
+void keepFigures(const CompanyRecord& stored, std::span<const TypedFigure> figures,
+                 CompanyRecord& imported) {
+    for (const TypedFigure& figure : figures) {
+        if (figure.leavesTheTable)
+            continue;
+        const Variant& held = stored.stored(figure.datum);
+        if (!figure.element) {
+            writeDatum(imported, figure.datum, held);
+            continue;
+        }
+        Variant series = imported.stored(figure.datum);
+        series.array().setNumber(*figure.element + offsetOf(rowOf(figure.datum), stored, imported),
+                                 held.array().number(*figure.element));
+        writeDatum(imported, figure.datum, series);
+    }
+}
+
+std::string describe(const TypedFigure& figure) {
+    const std::string text = std::string(rowOf(figure.datum).name) +
+                             (figure.period.empty() ? "" : " " + figure.period) + ": " +
+                             figure.stored;
+    if (figure.leavesTheTable)
+        return text + " leaves the table";
+    return text + ", not " + (figure.imported.empty() ? "nothing" : figure.imported);
 }
 
 } // namespace vkr

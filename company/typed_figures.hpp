@@ -4,6 +4,8 @@
 #include "company/company_record.hpp"
 #include "company/figure_origins.hpp"
 
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -12,11 +14,27 @@ namespace vkr {
 // Whether a person has locked the company against changes.
 [[nodiscard]] bool isLocked(const iVKR_Company& company);
 
-// Puts what a person has typed or pasted, or what nobody knows the origin of, into an imported
-// record in place of what would come in for it; years and quarters by their periods. What was kept,
-// a line each: "YRevenueSeries 2024: 391035, not 391000". A typed figure whose period the import
-// has no place for any more is told, too.
-std::vector<std::string> keepTyped(const CompanyRecord& stored, const FigureOrigins& origins,
-                                   CompanyRecord& imported);
+// What a person has typed or pasted, or what nobody knows the origin of, and what an import has in
+// its place.
+struct TypedFigure {
+    Datum datum{};
+    std::optional<int> element; // of a series, as the stored company counts
+    std::string period;   // "2024", or the end of a quarter, "2025-09-27"; "" of a single datum
+    std::string stored;   // with all digits; a date as 2025-09-27
+    std::string imported; // "" where it has nothing there
+    // Of a period that is too old for the table by the import's last one: it goes either way.
+    bool leavesTheTable = false;
+};
+
+// What a person would lose by putting the imported record in the place of the stored one, series
+// first; years and quarters are compared by their periods.
+[[nodiscard]] std::vector<TypedFigure> typedFigures(const CompanyRecord& stored,
+                                                    const FigureOrigins& origins,
+                                                    const CompanyRecord& imported);
+// Puts them into the imported record, but for what leaves the table.
+void keepFigures(const CompanyRecord& stored, std::span<const TypedFigure> figures,
+                 CompanyRecord& imported);
+// For people: "YRevenueSeries 2024: 391035, not 391000".
+[[nodiscard]] std::string describe(const TypedFigure& figure);
 
 } // namespace vkr

@@ -3,6 +3,7 @@
 
 #include "host/messages.hpp"
 #include "host/texts.hpp"
+#include "host/typed_figures_dialog.hpp"
 #include "host/window_memory.hpp"
 #include "store/import_matches.hpp"
 
@@ -199,19 +200,69 @@ CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
         ask(window_,
             known.size() == 1 ? tr("%1 is in the list already.").arg(names.front())
                               : tr("%1 companies are in the list already.").arg(known.size()),
-            tr("Replace loses what is stored now. Keep Both adds the imported one beside it."),
+            tr("Replace puts the imported figures in the place of what is stored now, but for what "
+               "was typed: that is asked about. Keep Both adds the imported one beside it."),
             {{tr("&Keep Both")},
              {tr("&Replace"), Choice::Role::destroy},
              {tr("&Cancel"), Choice::Role::reject}},
             -1, known.size() == 1 ? QStringList() : names);
     if (choice == 2)
         return std::nullopt;
-    for (SaveRequest& request : known) {
-        if (choice == 0)
+    if (choice == 0)
+        for (SaveRequest& request : known)
             request.id.reset();
-        fresh.push_back(request);
-    }
+    else if (!keepWhatWasTyped(known))
+        return std::nullopt;
+    fresh.insert(fresh.end(), known.begin(), known.end());
     return fresh;
+}
+
+bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
+    struct Replaced {
+        std::shared_ptr<const CompanyRecord> stored;
+        std::shared_ptr<CompanyRecord> imported;
+    };
+    std::vector<TypedFiguresDialog::Company> asked;
+    std::vector<Replaced> records;
+    QStringList locked;
+    std::vector<SaveRequest> unlocked;
+    for (SaveRequest& request : replacing) {
+        const auto loaded = store_.load(*request.id);
+        if (!loaded) {
+            tellFault(window_, tr("Nothing was imported."), fromUtf8(loaded.error().message));
+            return false;
+        }
+        const LoadedCompany& stored = loaded.value();
+        const QString title = companyTitle(stored.record->get_Name(), stored.record->get_Symbol());
+        if (isLocked(*stored.record)) {
+            locked.append(title);
+            continue;
+        }
+        const auto imported = request.record->clone();
+        request.record = imported;
+        request.expectedRevision = stored.revision;
+        auto typed = typedFigures(*stored.record, stored.origins, *imported);
+        if (!typed.empty()) {
+            asked.push_back({title, std::move(typed)});
+            records.push_back({stored.record, imported});
+        }
+        unlocked.push_back(request);
+    }
+    if (!locked.isEmpty())
+        tellNews(window_,
+                 locked.size() == 1 ? tr("%1 stays as it is.").arg(locked.front())
+                                    : tr("%1 companies stay as they are.").arg(locked.size()),
+                 tr("The data is locked. Unlock it to import figures."),
+                 locked.size() == 1 ? QStringList() : locked);
+    replacing = std::move(unlocked);
+    if (asked.empty())
+        return true;
+    TypedFiguresDialog dialog(asked, window_);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    for (std::size_t company = 0; company < records.size(); ++company)
+        keepFigures(*records[company].stored, dialog.kept(company), *records[company].imported);
+    return true;
 }
 
 void CsvTransfer::exportCompanies(const std::vector<CompanySummary>& companies,

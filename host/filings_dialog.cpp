@@ -3,6 +3,7 @@
 
 #include "host/filings_review_model.hpp"
 #include "host/texts.hpp"
+#include "host/tick_delegate.hpp"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -14,7 +15,6 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -41,21 +41,6 @@ constexpr FilterRow filters[] = {
 
 constexpr int detailLines = 4;
 constexpr int visibleRows = 18;
-
-// Boxes to tick whose frame can be told from a dark ground.
-class TickDelegate : public QStyledItemDelegate {
-  public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-  protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        const QColor text = option->palette.color(QPalette::Text);
-        const QColor base = option->palette.color(QPalette::Base);
-        if (base.lightness() < text.lightness()) // styles draw it a shade darker than the window
-            option->palette.setColor(QPalette::Window, text);
-    }
-};
 
 } // namespace
 

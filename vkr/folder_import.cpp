@@ -107,8 +107,10 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
         return;
     }
     if (known_ == KnownCompany::replace) {
-        for (const std::string& kept : keepTyped(*stored.record, stored.origins, *record))
-            company.notes.push_back("what was typed stays: " + kept);
+        const auto typed = typedFigures(*stored.record, stored.origins, *record);
+        keepFigures(*stored.record, typed, *record);
+        for (const TypedFigure& figure : typed)
+            company.notes.push_back("what was typed stays: " + describe(figure));
         if (sameAs(*stored.record, *record)) {
             company.fate = Fate::unchanged;
             return;

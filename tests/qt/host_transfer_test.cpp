@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_csv.hpp"
+#include "record/enumerations.hpp"
 #include "tests/qt/host_fixture.hpp"
+#include "tests/qt/support/dialog_answers.hpp"
 
 #include <QDir>
 #include <QFile>
 #include <QProgressDialog>
 #include <QStatusBar>
+#include <QTreeWidget>
 
 namespace vkr {
 namespace {
@@ -84,14 +87,20 @@ class HostImportTest : public HostTest, public testing::WithParamInterface<Known
 
 TEST_P(HostImportTest, ACompanyThatIsThereAlreadyIsNotReplacedUnasked) {
     const QString tables = exported();
-    type(open(*host_, "AAPL"), "txtName", "Corrected Inc.");
-    click(*host_->windows().first(), "cmdOK");
+    const std::int64_t id = idOf(*host_, "AAPL");
+    {
+        // An earlier import, which this one may replace.
+        const auto loaded = host_->store().load(id);
+        const auto record = loaded.value().record->clone();
+        record->put_Name("Earlier Inc.");
+        ASSERT_TRUE(host_->store().save(id, *record, loaded.value().revision,
+                                        {{}, {Origin::imported, "Import", "earlier"}}));
+    }
     Answers answers({GetParam().answer});
     host_->importFile(tables);
     EXPECT_TRUE(answers.allGiven());
     EXPECT_EQ(shownNames(*host_).size(), GetParam().companies);
-    EXPECT_EQ(shownNames(*host_).contains("Corrected Inc."),
-              QString(GetParam().answer) != "Replace");
+    EXPECT_EQ(shownNames(*host_).contains("Earlier Inc."), QString(GetParam().answer) != "Replace");
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, HostImportTest,
@@ -99,6 +108,119 @@ INSTANTIATE_TEST_SUITE_P(Answers, HostImportTest,
                                          KnownCase{"Replace", "Replace", 4},
                                          KnownCase{"Cancel", "Cancel", 4}),
                          [](const auto& row) { return row.param.test; });
+
+class HostReplaceTest : public HostTest {
+  protected:
+    // Of a company as it was; by now a person has typed another name and another revenue.
+    void SetUp() override {
+        QDir(home_.path()).mkdir("in");
+        host_->exportCompanies({idOf(*host_, "AAPL")}, home_.filePath("in"));
+        CompanyWindow& window = open(*host_, "AAPL");
+        type(window, "txtName", "Corrected Inc.");
+        window.entry().setCurrentTab(toYearly);
+        type(window, "txtSales(8)", "391000");
+        ASSERT_TRUE(window.save());
+        window.discard();
+    }
+    [[nodiscard]] QString folder() const { return home_.filePath("in/"); }
+    static QTreeWidget& figures(QWidget& dialog) {
+        return *dialog.findChild<QTreeWidget*>("figures");
+    }
+    // Chooses "Replace", and does what is to be done in the dialog that follows.
+    void importing(const DialogAnswers::Answer& answer) {
+        DialogAnswers answers;
+        answers.nextButton("Replace");
+        answers.next(answer);
+        host_->importFile(folder() + "AAPL-company.csv");
+    }
+    static double revenue(const CompanyRecord& record) {
+        return record.get_YRevenueSeries().array().number(2);
+    }
+};
+
+TEST_F(HostReplaceTest, WhatWasTypedStaysUnlessItIsTicked) {
+    importing([](QWidget& dialog) {
+        ASSERT_EQ(dialog.objectName(), "typedFigures");
+        ASSERT_EQ(figures(dialog).topLevelItemCount(), 2);
+        const QTreeWidgetItem& sales = *figures(dialog).topLevelItem(0);
+        EXPECT_EQ(sales.text(0), "Yearly Revenue 2024");
+        EXPECT_EQ(sales.text(1), "391,000");
+        EXPECT_EQ(sales.text(2), "391,035");
+        EXPECT_EQ(figures(dialog).topLevelItem(1)->text(1), "Corrected Inc.");
+        for (int row = 0; row < 2; ++row)
+            EXPECT_EQ(figures(dialog).topLevelItem(row)->checkState(0), Qt::Unchecked);
+        DialogAnswers::clickButton(dialog, "Import");
+    });
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
+    EXPECT_EQ(revenue(*stored(*host_, "AAPL")), 391000);
+    const auto loaded = host_->store().load(idOf(*host_, "AAPL"));
+    EXPECT_EQ(loaded.value().origins.of(Datum::YRevenueSeries, 2).origin, Origin::typed);
+}
+
+TEST_F(HostReplaceTest, WhatIsTickedIsReplacedByKeysAlone) {
+    importing([this](QWidget& dialog) {
+        user_.activate(dialog);
+        EXPECT_EQ(QApplication::focusWidget(), &figures(dialog));
+        user_.press(Qt::Key_Space);
+        EXPECT_EQ(figures(dialog).topLevelItem(0)->checkState(0), Qt::Checked);
+        EXPECT_EQ(figures(dialog).topLevelItem(1)->checkState(0), Qt::Unchecked);
+        user_.press(Qt::Key_Return);
+    });
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
+    EXPECT_EQ(revenue(*stored(*host_, "AAPL")), 391035);
+    const auto loaded = host_->store().load(idOf(*host_, "AAPL"));
+    EXPECT_EQ(loaded.value().origins.of(Datum::YRevenueSeries, 2).origin, Origin::imported);
+}
+
+TEST_F(HostReplaceTest, EscapeImportsNothing) {
+    importing([](QWidget& dialog) {
+        DialogAnswers::clickButton(dialog, "Tick All");
+        EXPECT_EQ(figures(dialog).topLevelItem(1)->checkState(0), Qt::Checked);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
+    EXPECT_EQ(host_->store().load(idOf(*host_, "AAPL")).value().revision, 2);
+}
+
+TEST_F(HostReplaceTest, SeveralCompaniesAreTickedOneByOneOrAtOnce) {
+    host_->exportCompanies({idOf(*host_, "TSLA")}, folder());
+    type(open(*host_, "TSLA"), "txtName", "Volta Inc.");
+    ASSERT_TRUE(host_->windows().front()->save());
+    Answers answers({"Replace"});
+    QTimer ticking; // for there is a window of progress before
+    bool isTicked = false;
+    QObject::connect(&ticking, &QTimer::timeout, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (isTicked || dialog == nullptr || dialog->objectName() != "typedFigures")
+            return;
+        isTicked = true;
+        ASSERT_EQ(figures(*dialog).topLevelItemCount(), 2);
+        QTreeWidgetItem& volta = *figures(*dialog).topLevelItem(1);
+        EXPECT_EQ(volta.text(0), "Volta Inc. (TSLA)");
+        volta.setCheckState(0, Qt::Checked);
+        EXPECT_EQ(volta.child(0)->checkState(0), Qt::Checked);
+        DialogAnswers::clickButton(*dialog, "Import");
+    });
+    ticking.start(0);
+    host_->importFolder(folder());
+    EXPECT_TRUE(isTicked);
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
+    EXPECT_EQ(stored(*host_, "TSLA")->get_Name(), "Tesla, Inc.");
+}
+
+TEST_F(HostReplaceTest, ALockedCompanyStaysAsItIs) {
+    {
+        const auto loaded = host_->store().load(idOf(*host_, "AAPL"));
+        const auto record = loaded.value().record->clone();
+        record->get_Settings()->put(setting::lockBasicInfo, true);
+        ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), *record, loaded.value().revision));
+    }
+    Answers answers({"Replace", "OK"});
+    host_->importFile(folder() + "AAPL-company.csv");
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_TRUE(answers.told().value(1).contains("The data is locked."));
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
+}
 
 TEST_F(HostTest, AFolderIsImportedWithItsProgressAndWithoutWhatCannotBeRead) {
     QDir(home_.path()).mkdir("in");
