@@ -8,7 +8,6 @@
 #include "host/help_pages.hpp"
 #include "host/history_window.hpp"
 #include "host/messages.hpp"
-#include "host/silenced_in_settings.hpp"
 #include "host/split_dialog.hpp"
 #include "host/suggested_dates.hpp"
 #include "host/texts.hpp"
@@ -52,7 +51,8 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
                              const LoadedCompany& company, const OfferedLists& lists,
                              QWidget* parent)
     : QMainWindow(parent), store_(store), entry_(new VKRDataEntryWidget(this)),
-      origins_(company.origins), id_(id), revision_(company.revision) {
+      origins_(company.origins), calledRight_(company.calledRight), id_(id),
+      revision_(company.revision) {
     setObjectName(QStringLiteral("companyWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
     setCentralWidget(entry_);
@@ -64,6 +64,10 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     checks_ = new FigureChecks(*this, *entry_, [this] { return recordToSave(); });
     buildActions();
 
+    connect(checks_, &FigureChecks::judged, this, [this] {
+        if (history_ != nullptr && history_->isVisible())
+            history_->refresh();
+    });
     connect(entry_, &VKRDataEntryWidget::unloadRequest, this, &CompanyWindow::unload);
     connect(entry_, &VKRDataEntryWidget::moreHelp, this, &CompanyWindow::helpAsked);
     connect(entry_, &VKRDataEntryWidget::assistant, this, &CompanyWindow::tellAbout);
@@ -165,10 +169,7 @@ void CompanyWindow::startFrom(const CompanyRecord& stored) {
     forgetUnsaved();
     keepUnsaved(stored);
     showModified();
-    if (id_)
-        checks_->setSilenced(std::make_shared<SilencedInSettings>(store_.path(), *id_));
-    else
-        checks_->lookLater();
+    keepSilenced();
 }
 
 void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {
@@ -293,8 +294,10 @@ bool CompanyWindow::save() {
             id_ = result.value().id;
             revision_ = result.value().revision;
             entry_->setDirty(false);
-            if (const auto stored = store_.load(*id_))
+            if (const auto stored = store_.load(*id_)) {
                 origins_ = stored.value().origins;
+                calledRight_ = stored.value().calledRight;
+            }
             startFrom(*saving);
             if (history_ != nullptr && history_->isVisible())
                 history_->refresh();
@@ -370,6 +373,7 @@ bool CompanyWindow::takeTheirs() {
     }
     revision_ = loaded.value().revision;
     origins_ = loaded.value().origins;
+    calledRight_ = loaded.value().calledRight;
     open(loaded.value().record);
     return true;
 }

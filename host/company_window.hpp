@@ -17,6 +17,7 @@ namespace vkr {
 class Assistant;
 class FigureChecks;
 class HistoryWindow;
+class SilencedFindings;
 
 // What the three lists of the component offer.
 struct OfferedLists {
@@ -50,6 +51,8 @@ class CompanyWindow : public QMainWindow {
 
     // Where each figure comes from, what was typed here included.
     [[nodiscard]] FigureOrigins origins() const;
+    // What was called right, here or before.
+    [[nodiscard]] std::shared_ptr<const SilencedFindings> silenced() const;
     // Makes the company what it was, as one change that is not saved yet; `name` says which state.
     bool restore(const CompanyRecord& state, const QString& name);
 
@@ -95,6 +98,7 @@ class CompanyWindow : public QMainWindow {
     void showModified();
     [[nodiscard]] QString title() const;
     void startFrom(const CompanyRecord& stored); // there are no changes
+    void keepSilenced();                         // beside the company, where it is stored
     // A copy of the record as a commit leaves it; and without what a commit works out, which nobody
     // has changed.
     [[nodiscard]] std::shared_ptr<CompanyRecord> committed() const;
@@ -113,7 +117,9 @@ class CompanyWindow : public QMainWindow {
     FigureChecks* checks_;
     Assistant* assistant_ = nullptr; // from the first question on
     HistoryWindow* history_ = nullptr;
-    FigureOrigins origins_; // of what is stored
+    FigureOrigins origins_;                     // of what is stored
+    std::vector<FindingVerdict> calledRight_;   // the same
+    std::optional<std::int64_t> judgedCompany_; // that they are kept beside
     std::shared_ptr<CompanyRecord> record_;
     std::shared_ptr<ChangeJournal> journal_;            // that the form edits it through
     std::vector<std::unique_ptr<UnsavedChanges>> kept_; // on the disk; the last one is written

@@ -2,9 +2,13 @@
 // Where figures come from and what became of them, of the window of a company.
 #include "control/vkr_data_entry.hpp"
 #include "host/company_window.hpp"
+#include "host/figure_checks.hpp"
 #include "host/history_window.hpp"
 #include "host/messages.hpp"
+#include "host/silenced_in_store.hpp"
 #include "host/texts.hpp"
+
+#include <utility>
 
 namespace vkr {
 
@@ -14,6 +18,21 @@ FigureOrigins CompanyWindow::origins() const {
         for (const ChangeGroup& group : journal_->unsaved())
             now.note(group);
     return now;
+}
+
+void CompanyWindow::keepSilenced() {
+    if (!id_)
+        return checks_->lookLater();
+    auto kept = std::make_shared<SilencedInStore>(store_, *id_, calledRight_,
+                                                  [this] { return recordToSave(); });
+    if (std::exchange(judgedCompany_, id_) == id_)
+        checks_->setSilenced(std::move(kept));
+    else
+        checks_->moveSilencedTo(std::move(kept));
+}
+
+std::shared_ptr<const SilencedFindings> CompanyWindow::silenced() const {
+    return checks_->silenced();
 }
 
 SaveAccount CompanyWindow::account() const {
@@ -41,13 +60,7 @@ void CompanyWindow::showHistory(Datum datum, std::optional<int> element) {
                  tr("It begins when the company is saved."));
         return;
     }
-    QString period;
-    if (element && rowOf(datum).period == DatumPeriod::year && record_->get_LastFY() != 0)
-        period = QString::number(record_->get_LastFY() + 1 - *element);
-    if (element && rowOf(datum).period == DatumPeriod::quarter &&
-        !isAbsent(record_->get_LastQDateForGrid()))
-        period = isoDate(addQuarters(record_->get_LastQDateForGrid(), -*element));
-    history().showFigure(datum, period);
+    history().showFigure(datum, fromUtf8(historyPeriod(*record_, datum, element)));
 }
 
 void CompanyWindow::restoreState(const HistoryGroup& group) {

@@ -41,13 +41,24 @@ FigureChecks::FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry, Sourc
 }
 
 void FigureChecks::setSilenced(std::shared_ptr<SilencedFindings> silenced) {
+    silenced_ = std::move(silenced);
+    lookLater();
+}
+
+void FigureChecks::moveSilencedTo(std::shared_ptr<SilencedFindings> silenced) {
     const auto before = std::exchange(silenced_, std::move(silenced));
     ifPossible([&] {
-        for (const Finding& one : companyFindings(*record_()))
-            if (before->isSilenced(one))
+        for (const Finding& one : findings(*record_()))
+            if (before->isSilenced(one) && !silenced_->isSilenced(one))
                 silenced_->silence(one);
     });
     lookLater();
+}
+
+std::vector<Finding> FigureChecks::findings(const CompanyRecord& record) const {
+    const QDate day = QDate::currentDate();
+    return companyFindings(record, {entry_.component().get_NumberMarks(),
+                                    makeDate(day.year(), day.month(), day.day()).value_or(Date{})});
 }
 
 void FigureChecks::addTo(QMenu& menu) {
@@ -67,13 +78,10 @@ void FigureChecks::lookLater() {
 
 void FigureChecks::look() {
     isDue_ = false;
-    const QDate day = QDate::currentDate();
     const auto record = record_();
     std::vector<ShownFinding> shown;
     std::vector<Finding> open;
-    for (Finding& one : companyFindings(
-             *record, {entry_.component().get_NumberMarks(),
-                       makeDate(day.year(), day.month(), day.day()).value_or(Date{})})) {
+    for (Finding& one : findings(*record)) {
         const bool isSilenced = silenced_->isSilenced(one);
         if (!isSilenced)
             open.push_back(one);
@@ -113,6 +121,7 @@ void FigureChecks::silence(const Finding& finding, bool silence) {
     if (failure)
         tellFault(&window_, tr("This could not be kept."), fromUtf8(*failure));
     look();
+    emit judged();
 }
 
 } // namespace vkr

@@ -32,13 +32,20 @@ class FigureChecks : public QObject {
 
     FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry, Source record);
 
-    // Where those of the company that is open are kept; what was silenced before goes over to it.
+    // Where those of the company that is open are kept.
     void setSilenced(std::shared_ptr<SilencedFindings> silenced);
+    // The same; what was silenced before goes over to it.
+    void moveSilencedTo(std::shared_ptr<SilencedFindings> silenced);
+    [[nodiscard]] std::shared_ptr<const SilencedFindings> silenced() const { return silenced_; }
     void addTo(QMenu& menu);
     void lookLater(); // when the event under way is done
 
+  signals:
+    void judged(); // a finding was called right, or to be looked at again
+
   private:
     void look();
+    [[nodiscard]] std::vector<Finding> findings(const CompanyRecord& record) const;
     void mark(const std::vector<Finding>& findings);
     void goTo(const FigurePlace& place);
     void silence(const Finding& finding, bool silence);

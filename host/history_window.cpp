@@ -102,7 +102,21 @@ QString groupTitle(const HistoryGroup& group) {
                : told("%1 changes").arg(group.changes.size());
 }
 
+// The sentence stands below, over all columns.
+QTreeWidgetItem* verdictItem(const HistoryGroup& group, const FindingVerdict& verdict) {
+    const QString figure = figureTitle(verdict.datum, fromUtf8(verdict.period));
+    auto* item = new QTreeWidgetItem(
+        {localTime(group.time), fromUtf8(group.user),
+         (verdict.isRight ? told("%1 called right") : told("%1 to be looked at again"))
+             .arg(figure)});
+    item->setToolTip(what, fromUtf8(verdict.text));
+    item->addChild(new QTreeWidgetItem({fromUtf8(verdict.text)}));
+    return item;
+}
+
 QTreeWidgetItem* groupItem(const HistoryGroup& group) {
+    if (group.verdict)
+        return verdictItem(group, *group.verdict);
     auto* item =
         new QTreeWidgetItem({localTime(group.time), fromUtf8(group.user), groupTitle(group)});
     item->setToolTip(what, item->text(what));
@@ -260,6 +274,8 @@ void HistoryWindow::fillChoices(const std::vector<HistoryGroup>& all) {
     std::set<QString> names;
     for (const HistoryGroup& group : all) {
         people.insert(fromUtf8(group.user));
+        if (group.verdict)
+            names.insert(fromUtf8(group.verdict->datum));
         for (const HistoryChange& change : group.changes)
             names.insert(fromUtf8(change.datum));
     }
@@ -308,6 +324,9 @@ void HistoryWindow::fillTree() {
     for (const HistoryGroup& group : groups_)
         items.append(groupItem(group));
     tree_->addTopLevelItems(items);
+    for (qsizetype row = 0; row < items.size(); ++row)
+        if (groups_[static_cast<std::size_t>(row)].verdict)
+            items[row]->child(0)->setFirstColumnSpanned(true);
     if (items.size() == 1)
         items.front()->setExpanded(true);
     for (int column = 0; column < columnCount; ++column) {
@@ -339,7 +358,9 @@ const HistoryGroup* HistoryWindow::chosen() const {
     if (item == nullptr)
         return nullptr;
     const int row = tree_->indexOfTopLevelItem(item->parent() != nullptr ? item->parent() : item);
-    return row < 0 ? nullptr : &groups_[static_cast<std::size_t>(row)];
+    if (row < 0 || groups_[static_cast<std::size_t>(row)].verdict)
+        return nullptr; // no state to come back to
+    return &groups_[static_cast<std::size_t>(row)];
 }
 
 void HistoryWindow::setLimit(int row) {

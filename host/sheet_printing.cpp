@@ -56,7 +56,9 @@ SheetPrinting::stored(CompanyStore& store, const std::vector<CompanySummary>& co
             const auto loaded = store.load(id);
             if (!loaded)
                 return loaded.error();
-            return sheetOf(loaded.value().record, loaded.value().origins);
+            const LoadedCompany& read = loaded.value();
+            return sheetOf(read.record, read.origins,
+                           [&](const Finding& finding) { return read.isCalledRight(finding.key); });
         });
     return sheets;
 }

@@ -5,6 +5,7 @@
 #include "host/csv_transfer.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
+#include "plausibility/silenced_findings.hpp"
 #include "record/enumerations.hpp"
 #include "sheet/company_notes.hpp"
 #include "store/import_matches.hpp"
@@ -399,8 +400,11 @@ std::vector<SheetPrinting::Sheet> Workspace::sheets(const QList<qint64>& ids) {
 
 std::vector<SheetPrinting::Sheet> Workspace::sheet(CompanyWindow& window) {
     window.entry().component().leaveField(); // with what was typed last
-    return {[record = std::shared_ptr<const CompanyRecord>(window.recordToSave())] {
-        return StoreResult(sheetOf(record));
+    return {[record = std::shared_ptr<const CompanyRecord>(window.recordToSave()),
+             origins = window.origins(), silenced = window.silenced()] {
+        return StoreResult(sheetOf(record, origins, [&](const Finding& finding) {
+            return silenced->isSilenced(finding);
+        }));
     }};
 }
 

@@ -9,8 +9,9 @@
 
 namespace vkr {
 
-SheetCompany sheetOf(std::shared_ptr<const CompanyRecord> company, const FigureOrigins& origins) {
-    std::vector<SheetNote> notes = findingNotes(*company);
+SheetCompany sheetOf(std::shared_ptr<const CompanyRecord> company, const FigureOrigins& origins,
+                     const std::function<bool(const Finding&)>& isSilenced) {
+    std::vector<SheetNote> notes = findingNotes(*company, isSilenced);
     std::ranges::move(originNotes(*company, origins), std::back_inserter(notes));
     return {std::move(company), std::move(notes)};
 }

@@ -2,14 +2,18 @@
 #pragma once
 
 #include "company/figure_origins.hpp"
+#include "plausibility/finding.hpp"
 #include "sheet/sheet_content.hpp"
 
+#include <functional>
 #include <memory>
 
 namespace vkr {
 
-// A company with all its notes: what is odd about its figures, then where they come from.
+// A company with all its notes: what is odd about its figures but for what a person has called
+// right, then where they come from.
 [[nodiscard]] SheetCompany sheetOf(std::shared_ptr<const CompanyRecord> company,
-                                   const FigureOrigins& origins = {});
+                                   const FigureOrigins& origins = {},
+                                   const std::function<bool(const Finding&)>& isSilenced = {});
 
 } // namespace vkr

@@ -60,7 +60,8 @@ CompanyDamage damageOf(std::int64_t id, const CompanyTable::Row& row, HistoryTab
 }
 
 std::optional<CompanyDamage> checkCompany(StoreConnection& connection, CompanyTable& companies,
-                                          HistoryTable& history, std::int64_t id) {
+                                          HistoryTable& history, FindingVerdicts& verdicts,
+                                          std::int64_t id) {
     const auto row = companies.read(id);
     if (!row)
         return std::nullopt; // removed meanwhile
@@ -73,6 +74,11 @@ std::optional<CompanyDamage> checkCompany(StoreConnection& connection, CompanyTa
         !sameAs(*replayed.record, *row->company.record)) {
         damage.message =
             "The history of " + damage.name + " is damaged. Its figures are as they were saved.";
+        return damage;
+    }
+    if (!verdicts.of(id).isSound) {
+        damage.message = "What was called right of " + damage.name +
+                         " is damaged. Its figures are as they were saved.";
         return damage;
     }
     StoreConnection::Statement logged(

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "store/company_table.hpp"
+#include "store/finding_verdicts.hpp"
 #include "store/history_table.hpp"
 
 #include <optional>
@@ -12,10 +13,12 @@ namespace vkr {
 [[nodiscard]] CompanyDamage damageOf(std::int64_t id, const CompanyTable::Row& row,
                                      HistoryTable& history);
 
-// Looks at everything that is stored of a company: its data, its history, its row in the list, who
-// saved it last. Nothing where all of it is sound; within a transaction of the caller.
+// Looks at everything that is stored of a company: its data, its history, what was said of its
+// findings, its row in the list, who saved it last. Nothing where all of it is sound; within a
+// transaction of the caller.
 [[nodiscard]] std::optional<CompanyDamage> checkCompany(StoreConnection& connection,
                                                         CompanyTable& companies,
-                                                        HistoryTable& history, std::int64_t id);
+                                                        HistoryTable& history,
+                                                        FindingVerdicts& verdicts, std::int64_t id);
 
 } // namespace vkr

@@ -36,6 +36,19 @@ struct HistoryChange {
     friend bool operator==(const HistoryChange&, const HistoryChange&) = default;
 };
 
+// What a person has said of a finding about a company's figures.
+struct FindingVerdict {
+    std::string finding;   // names it for good: another one as soon as its figures change
+    std::string text;      // the finding in words
+    std::string datum;     // whose figure it is about first, as in HistoryChange
+    std::string period;    // of a series
+    bool isRight = true;   // else it is to be looked at again
+    std::string user = {}; // user@host; the store knows
+    std::string time = {}; // UTC, 2026-01-31T12:00:00Z; the store knows
+
+    friend bool operator==(const FindingVerdict&, const FindingVerdict&) = default;
+};
+
 // What a person did, as it was saved.
 struct HistoryGroup {
     std::int64_t revision = 0; // of the save
@@ -44,6 +57,8 @@ struct HistoryGroup {
     std::string user;          // user@host
     std::string time;          // UTC, 2026-01-31T12:00:00Z
     std::vector<HistoryChange> changes;
+    // Then it is this and no save: there is neither revision nor change, and no state after it.
+    std::optional<FindingVerdict> verdict = std::nullopt;
 };
 
 // What to look for; what is left empty is not asked for.
@@ -62,5 +77,9 @@ struct HistoryExtent {
     std::int64_t bytes = 0; // of text, about what it takes in the database
     std::string since;      // time of the first group
 };
+
+// The period of a figure, as the history of the company has it; "" where it is not known.
+[[nodiscard]] std::string historyPeriod(const CompanyRecord& company, Datum datum,
+                                        std::optional<int> element);
 
 } // namespace vkr

@@ -98,7 +98,10 @@ StoreResult<CompanyKey> CompanyStore::duplicate(std::int64_t id) {
         request.account.rest.name = "Copy of " + calledName(*original.record);
         original.record->put_Name(original.record->get_Name() + " (copy)");
         request.account.origins = std::move(original.origins);
-        return session_->save(request);
+        const CompanyKey copy = session_->save(request);
+        for (const FindingVerdict& verdict : original.calledRight)
+            session_->verdicts().add(copy.id, verdict);
+        return copy;
     });
 }
 
@@ -112,11 +115,11 @@ StoreDone CompanyStore::remove(std::int64_t id, std::int64_t expectedRevision) {
 StoreResult<std::vector<HistoryGroup>> CompanyStore::history(std::int64_t id,
                                                              const HistoryQuery& query) {
     return session_->reading<std::vector<HistoryGroup>>(
-        [&] { return session_->history().groups(id, query); });
+        [&] { return session_->historyOf(id, query); });
 }
 
 StoreResult<HistoryExtent> CompanyStore::historyExtent(std::int64_t id) {
-    return session_->reading<HistoryExtent>([&] { return session_->history().extent(id); });
+    return session_->reading<HistoryExtent>([&] { return session_->extentOf(id); });
 }
 
 StoreResult<std::shared_ptr<CompanyRecord>> CompanyStore::stateAfter(std::int64_t id,
@@ -128,6 +131,13 @@ StoreResult<std::shared_ptr<CompanyRecord>> CompanyStore::stateAfter(std::int64_
             return describeFault(StoreFault::corrupt, session_->connection().location(),
                                  "the history of the company is damaged");
         return replayed.record;
+    });
+}
+
+StoreDone CompanyStore::judge(std::int64_t id, const FindingVerdict& verdict) {
+    return session_->change<std::monostate>([&] {
+        session_->judge(id, verdict);
+        return std::monostate();
     });
 }
 

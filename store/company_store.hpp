@@ -77,7 +77,8 @@ class CompanyStore {
                                  const SaveAccount& account = {});
     // All or none; the keys in the order of the requests.
     StoreResult<std::vector<CompanyKey>> saveAll(const std::vector<SaveRequest>& requests);
-    // A new company with the same data and " (copy)" behind its name.
+    // A new company with the same data and " (copy)" behind its name; what was called right of the
+    // one is so of the other.
     StoreResult<CompanyKey> duplicate(std::int64_t id);
     // Its history goes with it.
     StoreDone remove(std::int64_t id, std::int64_t expectedRevision);
@@ -89,6 +90,9 @@ class CompanyStore {
     // The company as it was after a group of its history.
     StoreResult<std::shared_ptr<CompanyRecord>> stateAfter(std::int64_t id,
                                                            const HistoryGroup& group);
+    // Keeps what a person says of a finding, in the name of who uses this store, now; loading a
+    // company tells what was called right and stands. Nobody else's save is in conflict with it.
+    StoreDone judge(std::int64_t id, const FindingVerdict& verdict);
     // How many saves of each company the history keeps, for everybody who uses the database; 0, as
     // at first: all. Up to a quarter more are there before the oldest ones become one.
     StoreResult<std::int64_t> historyLimit();

@@ -390,6 +390,11 @@ bool redo(const HistoryRow& row, CompanyRecord& record) {
     return value && attempt([&] { writeDatum(record, datum->datum, *value); });
 }
 
+std::string historyPeriod(const CompanyRecord& company, Datum datum, std::optional<int> element) {
+    const DatumRow& row = rowOf(datum);
+    return element ? periodOf(row, firstPeriod(company, row.period), *element) : std::string();
+}
+
 bool isPeriod(const std::string& period, const std::string& asked) {
     const auto number = periodNumber(period);
     return number && number == periodNumber(asked);

@@ -84,12 +84,6 @@ QString selection(const StoreDialect& dialect) {
            "WHERE g.company_id = ? AND g.revision <= ? ORDER BY g.revision, g.place, c.line";
 }
 
-bool isAsked(const HistoryGroup& group, const HistoryQuery& query) {
-    return (query.user.empty() || group.user == query.user) &&
-           (query.from.empty() || group.time >= query.from) &&
-           (query.until.empty() || group.time < query.until);
-}
-
 bool isAsked(const HistoryChange& change, const HistoryQuery& query) {
     return (query.datum.empty() || change.datum == query.datum) &&
            (!query.origin || change.origin == query.origin) &&
@@ -97,6 +91,18 @@ bool isAsked(const HistoryChange& change, const HistoryQuery& query) {
 }
 
 } // namespace
+
+bool isAsked(const HistoryGroup& group, const HistoryQuery& query) {
+    return (query.user.empty() || group.user == query.user) &&
+           (query.from.empty() || group.time >= query.from) &&
+           (query.until.empty() || group.time < query.until);
+}
+
+// No figure has become another one: it has no origin.
+bool isAsked(const FindingVerdict& verdict, const HistoryQuery& query) {
+    return (query.datum.empty() || verdict.datum == query.datum) && !query.origin &&
+           (query.period.empty() || isPeriod(verdict.period, query.period));
+}
 
 void createHistory(StoreConnection& connection) {
     for (const char* definition : definitions)
@@ -257,10 +263,10 @@ void HistoryTable::setLimit(std::int64_t saves) {
                     {QString(limitSetting), QString::number(saves)});
 }
 
-void HistoryTable::shorten(const CompanyKey& key) {
+std::optional<std::string> HistoryTable::shorten(const CompanyKey& key) {
     const std::int64_t most = limit();
     if (most <= 0)
-        return;
+        return std::nullopt;
     std::int64_t saves = 0;
     {
         Statement row(connection_,
@@ -269,7 +275,7 @@ void HistoryTable::shorten(const CompanyKey& key) {
         saves = row.next() ? row.integer(0) : 0;
     }
     if (saves <= most + most / 4)
-        return;
+        return std::nullopt;
     std::int64_t last = 0; // of those that become one
     {
         Statement row(connection_,
@@ -280,7 +286,7 @@ void HistoryTable::shorten(const CompanyKey& key) {
     }
     const Replayed state = replay(key.id, last);
     if (state.record == nullptr || !state.isSound)
-        return; // damaged: all of it is kept
+        return std::nullopt; // damaged: all of it is kept
     SaveStamp stamp;
     for (const HistoryGroup& group : groups(key.id, {}))
         if (group.revision == last) {
@@ -291,6 +297,7 @@ void HistoryTable::shorten(const CompanyKey& key) {
         connection_.run("DELETE FROM " + QString(table) + " WHERE company_id = ? AND revision <= ?",
                         {qlonglong(key.id), qlonglong(last)});
     begin({key.id, last}, "Earlier changes", *state.record, stamp);
+    return stamp.time;
 }
 
 } // namespace vkr

@@ -48,8 +48,9 @@ class HistoryTable {
     // How many saves of a company are kept at least; 0: all.
     [[nodiscard]] std::int64_t limit();
     void setLimit(std::int64_t saves);
-    // Puts the oldest saves together to one where there are more than a quarter above the limit.
-    void shorten(const CompanyKey& key);
+    // Puts the oldest saves together to one where there are more than a quarter above the limit;
+    // then tells the time of the last one of them.
+    std::optional<std::string> shorten(const CompanyKey& key);
 
   private:
     struct StoredGroup {
@@ -65,5 +66,9 @@ class HistoryTable {
     StoreConnection& connection_;
     const QString select_;
 };
+
+// Whether person and time, and figure and period, are those of the query.
+[[nodiscard]] bool isAsked(const HistoryGroup& group, const HistoryQuery& query);
+[[nodiscard]] bool isAsked(const FindingVerdict& verdict, const HistoryQuery& query);
 
 } // namespace vkr

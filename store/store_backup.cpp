@@ -32,8 +32,9 @@ QString backUpFile(const StoreLocation& file, std::chrono::milliseconds patience
 QString backUpTables(StoreConnection& connection) {
     const QString schema = "companies_before_update_" + timeInName();
     connection.execute("CREATE SCHEMA \"" + schema + "\"");
-    for (const char* table : {"company", "series", "list_entry", "change_log", "listing",
-                              "change_group", "figure_change", "store_setting"}) {
+    for (const char* table :
+         {"company", "series", "list_entry", "change_log", "listing", "change_group",
+          "figure_change", "finding_verdict", "store_setting"}) {
         const QString name = table;
         if (connection.integer("SELECT count(to_regclass('" + name + "'))") == 0)
             continue;

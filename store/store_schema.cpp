@@ -3,6 +3,7 @@
 
 #include "store/company_table.hpp"
 #include "store/figure_counts.hpp"
+#include "store/finding_verdicts.hpp"
 #include "store/first_entries.hpp"
 #include "store/history_table.hpp"
 #include "store/store_columns.hpp"
@@ -143,6 +144,7 @@ constexpr Migration migrations[] = {
         connection.execute(connection.dialect().define(
             "ALTER TABLE company ADD COLUMN checksum {integer} NOT NULL DEFAULT 0"));
         createHistory(connection);
+        createFindingVerdicts(connection);
     },
 };
 static_assert(std::size(migrations) == schemaVersion);

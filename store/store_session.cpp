@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QSysInfo>
 
+#include <algorithm>
 #include <cassert>
 
 namespace vkr {
@@ -32,7 +33,8 @@ StoreSession::StoreSession(OpenedStore opened, const StoreOptions& options)
     : connection_(std::move(opened.connection)), isRehearsal_(options.isRehearsal),
       user_(options.user.empty() ? currentUser() : options.user),
       path_(connection_->location().name.toStdString()), backupPath_(opened.backup.toStdString()),
-      companies_(*connection_), lists_(*connection_), log_(*connection_), history_(*connection_) {}
+      companies_(*connection_), lists_(*connection_), log_(*connection_), history_(*connection_),
+      verdicts_(*connection_) {}
 
 SaveStamp StoreSession::stamp() const {
     return {user_, currentTime()};
@@ -62,6 +64,7 @@ LoadedCompany StoreSession::load(std::int64_t id) {
     LoadedCompany& loaded = row->company;
     if (!row->isAsSaved)
         loaded.damage = damageOf(id, *row, history_);
+    loaded.calledRight = verdicts_.standing(id);
     recent_.note({{id, loaded.revision}, loaded.record->clone(), loaded.origins});
     return std::move(loaded);
 }
@@ -69,7 +72,7 @@ LoadedCompany StoreSession::load(std::int64_t id) {
 std::optional<CompanyDamage> StoreSession::check(std::int64_t id) {
     if (companies_.revision(id) == 0)
         log_.failMissing(id);
-    return checkCompany(*connection_, companies_, history_, id);
+    return checkCompany(*connection_, companies_, history_, verdicts_, id);
 }
 
 StoredState StoreSession::storedState(const CompanyKey& key) {
@@ -122,11 +125,47 @@ CompanyKey StoreSession::write(const StoredState& stored, const SaveRequest& req
     else
         companies_.update(key, company);
     history_.add(key, saved.user, savedGroups(*stored.record, groups, saved.time));
-    history_.shorten(key);
+    if (const auto until = history_.shorten(key))
+        verdicts_.shorten(key.id, *until);
     writeListing(*connection_, listingOf(key.id, *record, saved.time));
     log_.add(key, ChangeLog::Change::saved, saved);
     recent_.note({key, record, std::move(origins)});
     return key;
+}
+
+void StoreSession::judge(std::int64_t id, FindingVerdict verdict) {
+    if (companies_.revision(id) == 0)
+        log_.failMissing(id);
+    const SaveStamp said = stamp();
+    verdict.user = said.user;
+    verdict.time = said.time;
+    verdicts_.add(id, verdict);
+}
+
+std::vector<HistoryGroup> StoreSession::historyOf(std::int64_t id, const HistoryQuery& query) {
+    std::vector<HistoryGroup> all = history_.groups(id, query);
+    for (FindingVerdict& said : verdicts_.of(id).verdicts) {
+        HistoryGroup group{0, 0, {}, said.user, said.time, {}, {}};
+        if (!isAsked(group, query) || !isAsked(said, query))
+            continue;
+        group.verdict = std::move(said);
+        const auto earlier = std::ranges::find_if(
+            all, [&](const HistoryGroup& one) { return one.time <= group.time; });
+        all.insert(earlier, std::move(group));
+    }
+    return all;
+}
+
+HistoryExtent StoreSession::extentOf(std::int64_t id) {
+    HistoryExtent extent = history_.extent(id);
+    for (const FindingVerdict& said : verdicts_.of(id).verdicts) {
+        ++extent.groups;
+        for (const std::string* text :
+             {&said.finding, &said.text, &said.datum, &said.period, &said.user, &said.time})
+            extent.bytes += std::ssize(*text);
+        extent.bytes += 32; // numbers, as the others are reckoned
+    }
+    return extent;
 }
 
 void StoreSession::remove(std::int64_t id, std::int64_t expectedRevision) {

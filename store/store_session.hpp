@@ -6,6 +6,7 @@
 #include "store/company_table.hpp"
 #include "store/entry_lists.hpp"
 #include "store/fault_text.hpp"
+#include "store/finding_verdicts.hpp"
 #include "store/history_table.hpp"
 #include "store/recent_companies.hpp"
 #include "store/store_listing.hpp"
@@ -45,6 +46,7 @@ class StoreSession {
     [[nodiscard]] StoreConnection& connection() { return *connection_; }
     [[nodiscard]] EntryLists& lists() { return lists_; }
     [[nodiscard]] HistoryTable& history() { return history_; }
+    [[nodiscard]] FindingVerdicts& verdicts() { return verdicts_; }
 
     // Everything as it is at one moment, with the result of the function.
     template <typename Value, typename Function>
@@ -58,6 +60,10 @@ class StoreSession {
     CompanyKey save(const SaveRequest& request);
     [[nodiscard]] std::optional<CompanyDamage> check(std::int64_t id);
     void remove(std::int64_t id, std::int64_t expectedRevision);
+    void judge(std::int64_t id, FindingVerdict verdict);
+    // What was saved and what was said, in the order of time.
+    [[nodiscard]] std::vector<HistoryGroup> historyOf(std::int64_t id, const HistoryQuery& query);
+    [[nodiscard]] HistoryExtent extentOf(std::int64_t id);
 
   private:
     [[nodiscard]] bool isFile() const { return connection_->dialect().isFile; }
@@ -77,6 +83,7 @@ class StoreSession {
     EntryLists lists_;
     ChangeLog log_;
     HistoryTable history_;
+    FindingVerdicts verdicts_;
     RecentCompanies recent_;
     UncertainSaves uncertain_;
 };

@@ -5,10 +5,12 @@
 #include "company/figure_origins.hpp"
 #include "store/company_history.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vkr {
@@ -41,7 +43,14 @@ struct LoadedCompany {
     std::vector<std::string> unreadable;
     // Where each figure comes from.
     FigureOrigins origins = {};
+    // What people have called right.
+    std::vector<FindingVerdict> calledRight = {};
     std::optional<CompanyDamage> damage = {};
+
+    [[nodiscard]] bool isCalledRight(std::string_view finding) const {
+        return std::ranges::find(calledRight, finding, &FindingVerdict::finding) !=
+               calledRight.end();
+    }
 };
 
 struct SaveRequest {

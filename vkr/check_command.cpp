@@ -49,10 +49,14 @@ class CheckReport {
             row(company, Sureness::sure, "stored",
                 "What is stored of " + datum + " can't be read.");
         for (const Finding& finding : companyFindings(*loaded.value().record, options_))
-            row(company, finding.sureness, finding.rule, finding.text);
+            if (loaded.value().isCalledRight(finding.key))
+                ++calledRight_;
+            else
+                row(company, finding.sureness, finding.rule, finding.text);
     }
 
     [[nodiscard]] std::size_t found() const { return found_; }
+    [[nodiscard]] std::size_t calledRight() const { return calledRight_; }
 
   private:
     void row(const CompanySummary& company, Sureness sureness, std::string_view rule,
@@ -65,6 +69,7 @@ class CheckReport {
     const Call& call_;
     FindingOptions options_{{}, today()};
     std::size_t found_ = 0;
+    std::size_t calledRight_ = 0;
 };
 
 } // namespace
@@ -85,8 +90,11 @@ ExitCode checkCompanies(const Call& call) {
         report.add(*store, company);
     }
     call.output.end();
+    const std::string right = report.calledRight() == 0
+                                  ? std::string()
+                                  : ", " + std::to_string(report.calledRight()) + " called right";
     call.terminal.say(std::to_string(report.found()) + " to look at in " + std::to_string(done) +
-                      (done == 1 ? " company." : " companies."));
+                      (done == 1 ? " company" : " companies") + right + ".");
     if (Terminal::isToStop())
         return ExitCode::stopped;
     return report.found() == 0 ? ExitCode::done : ExitCode::findings;

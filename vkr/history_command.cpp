@@ -40,12 +40,18 @@ ExitCode tellHistory(const Call& call) {
                        {"after", true},
                        {"origin"},
                        {"document"}});
-    for (const HistoryGroup& group : groups)
+    for (const HistoryGroup& group : groups) {
+        if (const auto& said = group.verdict)
+            call.output.row(
+                {"", group.time, group.user,
+                 (said->isRight ? "Called right: " : "To be looked at again: ") + said->text,
+                 said->datum, said->period, "", "", "", ""});
         for (const HistoryChange& change : group.changes)
             call.output.row({std::to_string(group.revision), group.time, group.user, group.name,
                              change.datum, change.period, change.before, change.after,
                              change.origin ? std::string(originName(*change.origin)) : "",
                              change.document});
+    }
     call.output.end();
     return ExitCode::done;
 }

@@ -56,7 +56,10 @@ ExitCode showCompany(const Call& call) {
     const ExitCode code =
         loaded.unreadable.empty() && !loaded.damage ? ExitCode::done : ExitCode::findings;
     if (const auto file = call.line.value(Option::pdf)) {
-        writePdf(call, {sheetOf(loaded.record, loaded.origins)},
+        const auto isSilenced = [&](const Finding& finding) {
+            return loaded.isCalledRight(finding.key);
+        };
+        writePdf(call, {sheetOf(loaded.record, loaded.origins, isSilenced)},
                  titleOf(company.name, company.symbol), *file);
         return code;
     }

@@ -5,9 +5,11 @@
 #include "host/history_chart.hpp"
 #include "tests/qt/host_fixture.hpp"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QListWidget>
 #include <QToolButton>
+#include <QTreeWidget>
 
 namespace vkr {
 namespace {
@@ -176,6 +178,46 @@ TEST_F(FigureChecksTest, GoByWhatWouldBeSaved) {
     for (int row = 0; row < list(window).count(); ++row)
         EXPECT_FALSE(list(window).item(row)->text().startsWith("Tax unlike"))
             << list(window).item(row)->text().toStdString();
+}
+
+TEST_F(FigureChecksTest, WhoCalledItRightStandsInTheHistory) {
+    CompanyWindow& window = open(*host_, "SNOW");
+    settle();
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    user_.click(control(window, "itIsRight"));
+    window.findChild<QAction*>("history")->trigger();
+    auto& tree = *window.findChild<QTreeWidget*>("changes");
+    ASSERT_EQ(tree.topLevelItemCount(), 2);
+    const QTreeWidgetItem& said = *tree.topLevelItem(0);
+    EXPECT_EQ(said.text(2), "Quarterly EPS 2021-01-31 called right");
+    ASSERT_EQ(said.childCount(), 1);
+    EXPECT_TRUE(said.child(0)->isFirstColumnSpanned());
+    EXPECT_EQ(said.child(0)->text(0).toStdString(),
+              host_->store().load(*window.id()).value().calledRight.at(0).text);
+    const auto& restore = dynamic_cast<QPushButton&>(control(window, "restore"));
+    EXPECT_FALSE(restore.isEnabled()) << "nothing was changed that could be restored";
+    tree.setCurrentItem(tree.topLevelItem(1));
+    EXPECT_TRUE(restore.isEnabled());
+
+    user_.activate(window);
+    user_.click(control(window, "itIsRight")); // the next one
+    EXPECT_EQ(tree.topLevelItemCount(), 3) << "it follows what is done beside it";
+}
+
+TEST_F(FigureChecksTest, SavingSaysNothingAnew) {
+    CompanyWindow& window = open(*host_, "SNOW");
+    settle();
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    user_.click(control(window, "itIsRight"));
+    window.entry().setFocus();
+    type(window, "txtName", "Flake Inc.");
+    ASSERT_TRUE(window.save());
+    settle();
+    EXPECT_EQ(count(window).text(), "4 to look at");
+    const auto history = host_->store().history(*window.id());
+    EXPECT_EQ(std::ranges::count_if(history.value(),
+                                    [](const auto& group) { return group.verdict.has_value(); }),
+              1);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // The data sheet: all of a company on paper, and nothing of it cut off.
 #include "company/company_csv.hpp"
 #include "company/exact_text.hpp"
+#include "sheet/company_notes.hpp"
 #include "sheet/finding_notes.hpp"
 #include "sheet/origin_notes.hpp"
 #include "sheet/sheet_layout.hpp"
@@ -259,6 +260,21 @@ TEST(SheetLayout, IsPaintedWhereItWasLaidOut) {
         EXPECT_LE(ink.bottom(), image.height() - 35);
         EXPECT_GT(ink.width(), 500);
     }
+}
+
+TEST(SheetLayout, WhatWasCalledRightIsNotOnPaper) {
+    const auto company = sample("SNOW");
+    const auto all = findingNotes(*company);
+    ASSERT_GT(all.size(), 1U);
+    std::string right;
+    const SheetCompany sheet = sheetOf(company, {}, [&](const Finding& finding) {
+        if (right.empty())
+            right = finding.key;
+        return finding.key == right;
+    });
+    EXPECT_EQ(sheet.notes.size(), all.size() - 1);
+    for (const SheetNote& note : sheet.notes)
+        EXPECT_NE(note.text, all.front().text);
 }
 
 TEST(SheetPrint, WritesAPdfOfTwoPagesACompanyOrNothing) {

@@ -27,6 +27,9 @@ class CompanyCheck : public OnEveryDatabase {
             record->put_City("Graz");
             ASSERT_DONE(store->save(seed + 1, *record, 1));
             records_.push_back(std::move(record));
+            ASSERT_DONE(store->judge(seed + 1, {"jump YEPSSeries 2024 0123456789abcdef",
+                                                "Earnings per share jump.", "YEPSSeries", "2024",
+                                                seed != 0}));
         }
     }
     [[nodiscard]] static QStringList columnsOf(const OtherProgram& other, const QString& table,
@@ -125,6 +128,7 @@ TEST_P(CompanyCheck, FindsWhatChangedInAnyColumnOfACompany) {
                                        {"listing", "company_id"},
                                        {"change_group", "company_id"},
                                        {"figure_change", "company_id"},
+                                       {"finding_verdict", "company_id"},
                                        {"change_log", "company_id"}};
     const OtherProgram other(place());
     const auto store = open(place(), OpenMode::existing);

@@ -313,5 +313,87 @@ TEST_P(CompanyHistory, KeepsOddTextsAsTheyAre) {
     EXPECT_EQ(store->load(1).value().origins.of(Datum::Notes).document, account.rest.document);
 }
 
+TEST_P(CompanyHistory, TellsWhoCalledAFindingRight) {
+    ASSERT_DONE(open(place(), OpenMode::create, "anna@desk")->save(std::nullopt, *company()));
+    const FindingVerdict jump{"jump YEPSSeries 2024 0f", "It jumps.", "YEPSSeries", "2024", true};
+    const FindingVerdict debt{"sign TotalDebt 1e", "Less than nothing.", "TotalDebt", "", true};
+    FindingVerdict again = jump;
+    again.isRight = false;
+    const auto store = open(place(), OpenMode::existing, "ben@desk");
+    EXPECT_TRUE(store->load(1).value().calledRight.empty());
+    ASSERT_DONE(store->judge(1, jump));
+    ASSERT_DONE(store->judge(1, debt));
+    ASSERT_DONE(open(place(), OpenMode::existing, "carl@desk")->judge(1, again));
+
+    const auto loaded = store->load(1);
+    ASSERT_DONE(loaded);
+    EXPECT_EQ(loaded.value().revision, 1) << "nothing was saved";
+    EXPECT_TRUE(loaded.value().isCalledRight(debt.finding));
+    EXPECT_FALSE(loaded.value().isCalledRight(jump.finding)) << "what was said last stands";
+    const auto history = store->history(1).value();
+    ASSERT_EQ(history.size(), 4U);
+    ASSERT_TRUE(history[0].verdict);
+    EXPECT_EQ(history[0].user, "carl@desk");
+    EXPECT_FALSE(history[0].time.empty());
+    EXPECT_FALSE(history[0].verdict->isRight);
+    EXPECT_EQ(history[1].verdict->text, "Less than nothing.");
+    EXPECT_EQ(history[1].user, "ben@desk");
+    EXPECT_FALSE(history[3].verdict);
+    const auto found = [&](const HistoryQuery& query) {
+        return std::ranges::count_if(store->history(1, query).value(),
+                                     [](const auto& group) { return group.verdict.has_value(); });
+    };
+    EXPECT_EQ(found({.user = "ben@desk"}), 2);
+    EXPECT_EQ(found({.until = "2020"}), 0);
+    EXPECT_EQ(found({.origin = Origin::typed}), 0);
+    EXPECT_EQ(found({.datum = "YEPSSeries"}), 2);
+    EXPECT_EQ(found({.datum = "YEPSSeries", .period = "2024"}), 2);
+    EXPECT_EQ(found({.datum = "YEPSSeries", .period = "2023"}), 0);
+    EXPECT_EQ(store->historyExtent(1).value().groups, 4);
+    EXPECT_EQ(store->check(1).value(), std::nullopt);
+    EXPECT_EQ(store->judge(7, jump).error().fault, StoreFault::missing);
+}
+
+TEST_P(CompanyHistory, WhatWasCalledRightStaysWithTheCompanyAndItsCopy) {
+    const auto store = open(place(), OpenMode::create, "anna@desk");
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    ASSERT_DONE(store->judge(1, {"one", "One.", "TotalDebt", "", true}));
+    ASSERT_DONE(store->judge(1, {"two", "Two.", "TotalDebt", "", true}));
+    ASSERT_DONE(store->judge(1, {"two", "Two.", "TotalDebt", "", false}));
+    record->put_TotalDebt(12);
+    ASSERT_DONE(store->save(1, *record, 1)) << "no conflict with what was only said";
+    ASSERT_DONE(store->duplicate(1));
+    for (const std::int64_t id : {1, 2}) {
+        const auto loaded = store->load(id);
+        ASSERT_EQ(loaded.value().calledRight.size(), 1U);
+        EXPECT_EQ(loaded.value().calledRight.front().finding, "one");
+        EXPECT_EQ(loaded.value().calledRight.front().user, "anna@desk");
+        EXPECT_EQ(store->check(id).value(), std::nullopt);
+    }
+    ASSERT_DONE(store->remove(1, 2));
+    EXPECT_EQ(OtherProgram(place()).run("SELECT count(*) FROM finding_verdict").toInt(), 1);
+}
+
+TEST_P(CompanyHistory, ForgetsWhatNoLongerStandsWhereItIsBounded) {
+    const auto store = open(place());
+    ASSERT_DONE(store->setHistoryLimit(4));
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    for (const bool isRight : {true, false, true})
+        ASSERT_DONE(store->judge(1, {"one", "One.", "TotalDebt", "", isRight}));
+    for (const bool isRight : {true, false})
+        ASSERT_DONE(store->judge(1, {"two", "Two.", "TotalDebt", "", isRight}));
+    // As if it had been a while ago: a time is told to the second.
+    OtherProgram(place()).run("UPDATE finding_verdict SET said_at = '2020-01-01T00:00:00Z'");
+    for (int save = 1; save <= 12; ++save) {
+        record->put_TotalDebt(save);
+        ASSERT_DONE(store->save(1, *record, save));
+    }
+    EXPECT_EQ(OtherProgram(place()).run("SELECT count(*) FROM finding_verdict").toInt(), 1);
+    EXPECT_TRUE(store->load(1).value().isCalledRight("one"));
+    EXPECT_FALSE(store->load(1).value().isCalledRight("two"));
+}
+
 } // namespace
 } // namespace vkr

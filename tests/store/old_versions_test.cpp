@@ -149,5 +149,20 @@ TEST_P(OldVersions, KnowWhoSavedLastAndTakeTheNextSave) {
     EXPECT_TRUE(sameAs(*store->load(4).value().record, *record));
 }
 
+TEST_P(OldVersions, KeepWhatWasCalledRight) {
+    const auto store = open(file(), OpenMode::existing);
+    ASSERT_NE(store, nullptr);
+    EXPECT_EQ(store->check(1).value(), std::nullopt);
+    const auto right = store->load(1).value().calledRight;
+    if (version() < 5) { // which was the first to keep it
+        EXPECT_TRUE(right.empty());
+        return;
+    }
+    EXPECT_EQ(right,
+              (std::vector<FindingVerdict>{{"jump YEPSSeries 2023 0123456789abcdef",
+                                            "Earnings per share of 1.25 “jump”.", "YEPSSeries",
+                                            "2023", true, "anna@desk", "2024-05-08T07:08:09Z"}}));
+}
+
 } // namespace
 } // namespace vkr

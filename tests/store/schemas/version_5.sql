@@ -270,6 +270,22 @@ CREATE TABLE store_setting (
   name TEXT NOT NULL,
   value TEXT NOT NULL,
   PRIMARY KEY (name)) STRICT, WITHOUT ROWID;
+CREATE TABLE finding_verdict (
+  company_id INTEGER NOT NULL REFERENCES company (id) ON DELETE CASCADE,
+  line INTEGER NOT NULL,
+  finding TEXT NOT NULL,
+  text TEXT NOT NULL,
+  datum TEXT NOT NULL,
+  period TEXT NOT NULL,
+  is_right INTEGER NOT NULL,
+  said_by TEXT NOT NULL,
+  said_at TEXT NOT NULL,
+  checksum INTEGER NOT NULL,
+  PRIMARY KEY (company_id, line)) STRICT, WITHOUT ROWID;
+INSERT INTO finding_verdict VALUES
+(1, 0, 'jump YEPSSeries 2023 0123456789abcdef', 'Earnings per share of 1.25 “jump”.', 'YEPSSeries', '2023', 1, 'anna@desk', '2024-05-08T07:08:09Z', 3322857628269290593),
+(1, 1, 'sign CurrentPrice fedcba9876543210', 'A price of 0.1.', 'CurrentPrice', '', 1, 'anna@desk', '2024-05-08T07:08:09Z', 5474974720196538002),
+(1, 2, 'sign CurrentPrice fedcba9876543210', 'A price of 0.1.', 'CurrentPrice', '', 0, 'ben@desk', '2024-05-09T07:08:09Z', -4055135188484717743);
 UPDATE sqlite_sequence SET seq = 4 WHERE name = 'company';
 CREATE INDEX change_log_of_company ON change_log (company_id);
 CREATE INDEX listing_by_name_key ON listing (name_key, company_id, searched);

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "host/silenced_in_store.hpp"
+
+#include <stdexcept>
+#include <utility>
+
+namespace vkr {
+
+SilencedInStore::SilencedInStore(CompanyStore& store, std::int64_t company,
+                                 const std::vector<FindingVerdict>& calledRight, Company record)
+    : store_(store), company_(company), record_(std::move(record)) {
+    for (const FindingVerdict& verdict : calledRight) {
+        Finding finding;
+        finding.key = verdict.finding;
+        known_.silence(finding);
+    }
+}
+
+void SilencedInStore::judge(const Finding& finding, bool isRight) {
+    const FigurePlace& place = finding.places.front();
+    const auto done =
+        store_.judge(company_, {finding.key, finding.text, std::string(rowOf(place.datum).name),
+                                historyPeriod(*record_(), place.datum, place.element), isRight});
+    if (!done)
+        throw std::runtime_error(done.error().message);
+}
+
+void SilencedInStore::silence(const Finding& finding) {
+    judge(finding, true);
+    known_.silence(finding);
+}
+
+void SilencedInStore::speakAgain(const Finding& finding) {
+    judge(finding, false);
+    known_.speakAgain(finding);
+}
+
+} // namespace vkr

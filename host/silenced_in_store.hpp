@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plausibility/silenced_findings.hpp"
+#include "store/company_store.hpp"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace vkr {
+
+// The findings of a stored company that somebody has called right, kept beside it for everybody
+// who uses the database, with who and when. What others say meanwhile counts when the company is
+// loaded again.
+class SilencedInStore final : public SilencedFindings {
+  public:
+    using Company = std::function<std::shared_ptr<const CompanyRecord>()>;
+
+    // What was called right is that of the company as it was loaded; `record` tells the company as
+    // it is looked at.
+    SilencedInStore(CompanyStore& store, std::int64_t company,
+                    const std::vector<FindingVerdict>& calledRight, Company record);
+
+    // Throw what the store says where it can't be kept.
+    void silence(const Finding& finding) override;
+    void speakAgain(const Finding& finding) override;
+    [[nodiscard]] bool isSilenced(const Finding& finding) const override {
+        return known_.isSilenced(finding);
+    }
+
+  private:
+    void judge(const Finding& finding, bool isRight);
+
+    CompanyStore& store_;
+    const std::int64_t company_;
+    const Company record_;
+    SilencedInMemory known_;
+};
+
+} // namespace vkr
