@@ -63,8 +63,9 @@ const CommandRow commands[] = {
      "Compare a company with what it has filed.",
      "Reads a companyfacts document, as filings of listed companies are published, and lists the "
      "figures that are new or differ, with the filing that each is from; with --verbose the same "
-     "ones, too. --accept takes them over, all of them or none. Exit status 1 says that some were "
-     "not taken over.",
+     "ones, too. --accept takes them over, all of them or none, and adds a company that the "
+     "database has not, by the name that the document gives. Exit status 1 says that some were not "
+     "taken over.",
      importFacts},
     {"check",
      "[SYMBOL...]",
@@ -74,8 +75,9 @@ const CommandRow commands[] = {
      {},
      "List what is odd about figures.",
      "Looks at the figures of the companies named, or of all, by rules of plausibility, and lists "
-     "what somebody should look at; so it does with what is not stored as it was saved. Exit "
-     "status 1 says that there is something.",
+     "what somebody should look at; so it does with what is not stored as it was saved. What "
+     "somebody has called right is counted, and not listed. Exit status 1 says that there is "
+     "something.",
      checkCompanies},
     {"history",
      "SYMBOL",

@@ -87,6 +87,13 @@ std::unique_ptr<CompanyStore> openDatabase(const Call& call, OpenMode mode) {
 }
 
 CompanySummary findCompany(CompanyStore& store, const std::string& symbol) {
+    if (auto found = companyIfThere(store, symbol))
+        return std::move(*found);
+    throw CommandFailure(ExitCode::input, "No company in " + store.path() + " has the symbol " +
+                                              printable(symbol) + ".");
+}
+
+std::optional<CompanySummary> companyIfThere(CompanyStore& store, const std::string& symbol) {
     if (const auto id = numberIn(symbol))
         return summaryOf(store, *id);
     std::vector<CompanySummary> found = valueOf(store.find(ListColumn::symbol, symbol));
@@ -94,8 +101,7 @@ CompanySummary findCompany(CompanyStore& store, const std::string& symbol) {
     if (std::ranges::any_of(found, isExact))
         std::erase_if(found, std::not_fn(isExact));
     if (found.empty())
-        throw CommandFailure(ExitCode::input, "No company in " + store.path() + " has the symbol " +
-                                                  printable(symbol) + ".");
+        return std::nullopt;
     if (found.size() > 1)
         throw CommandFailure(ExitCode::input, "Several companies have the symbol " +
                                                   printable(symbol) +

@@ -5,6 +5,7 @@
 #include "vkr/commands.hpp"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,9 @@ Value valueOf(StoreResult<Value> result) {
 // The one company of a symbol, or of a number as "id:17". A symbol in small letters is found where
 // none is written like that.
 [[nodiscard]] CompanySummary findCompany(CompanyStore& store, const std::string& symbol);
+// The same, but nothing where there is no company of this symbol.
+[[nodiscard]] std::optional<CompanySummary> companyIfThere(CompanyStore& store,
+                                                           const std::string& symbol);
 // Each once, in the order that they are named in; all of them in the order of the list where there
 // is --all.
 [[nodiscard]] std::vector<CompanySummary> chosenCompanies(const Call& call, CompanyStore& store,

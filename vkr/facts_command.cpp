@@ -2,6 +2,7 @@
 #include "company/typed_figures.hpp"
 #include "filings/filings_review.hpp"
 #include "filings/review_table.hpp"
+#include "platform/text.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/database.hpp"
 
@@ -80,6 +81,57 @@ void takeOver(const Call& call, CompanyStore& store, const CompanySummary& compa
     call.terminal.say(importName(review.ticked()) + ": done.");
 }
 
+// A company that the database has under another symbol is not to come in twice, for a slip in it.
+void refuseKnownName(CompanyStore& store, const std::string& name) {
+    for (const CompanySummary& known : valueOf(store.find(ListColumn::name, name)))
+        throw CommandFailure(ExitCode::input, "The database has " +
+                                                  printable(titleOf(known.name, known.symbol)) +
+                                                  " already. Nothing was changed. Name it by its "
+                                                  "symbol, or by --symbol id:" +
+                                                  std::to_string(known.key.id) + ".");
+}
+
+FilingsReview reviewOf(const Call& call, const CompanyRecord& record,
+                       const FigureOrigins& origins) {
+    FilingsReview review = reviewFilingsFile(call.line.arguments.front(), record,
+                                             {[&](Datum datum, std::optional<int> element) {
+                                                 return origins.of(datum, element).origin;
+                                             }});
+    if (!review.refusal.empty())
+        throw CommandFailure(ExitCode::input, printable(review.refusal));
+    const auto accepted = call.line.value(Option::accept);
+    tick(review, !accepted            ? ReviewTicks::none
+                 : *accepted == "all" ? ReviewTicks::all
+                                      : ReviewTicks::fresh);
+    return review;
+}
+
+// What the document says of a company that the database has not: it is added with what is accepted.
+ExitCode addCompany(const Call& call, CompanyStore& store, const std::string& symbol) {
+    const auto record = std::make_shared<CompanyRecord>();
+    const FilingsReview review = reviewOf(call, *record, {});
+    const std::string title = printable(titleOf(review.entityName, upperCase(symbol)));
+    refuseKnownName(store, review.entityName);
+    writeReview(call, review);
+    const auto open = tellCounts(call, review);
+    const int ticked = review.ticked();
+    if (ticked == 0) {
+        call.terminal.say(title + " is not in the database. It is added with what --accept takes.");
+    } else {
+        record->put_Name(review.entityName);
+        record->put_Symbol(upperCase(symbol));
+        if (const auto refusal = importFilings(record, review))
+            throw CommandFailure(ExitCode::refused, printable(*refusal));
+        valueOf(store.save(std::nullopt, *record, 0, accountOf(review)));
+        call.terminal.say(title + " was not in the database and " +
+                          (call.line.has(Option::dryRun) ? "would be" : "is") +
+                          " added: " + importName(ticked) + ".");
+    }
+    if (call.line.has(Option::dryRun))
+        call.terminal.say("This was a dry run: the database is as it was.");
+    return open > ticked ? ExitCode::findings : ExitCode::done;
+}
+
 } // namespace
 
 ExitCode importFacts(const Call& call) {
@@ -87,23 +139,16 @@ ExitCode importFacts(const Call& call) {
     if (!symbol)
         throw CommandFailure(ExitCode::usage, "Name the company with --symbol SYMBOL.");
     const auto store = openDatabase(call);
-    const CompanySummary company = findCompany(*store, *symbol);
+    const auto found = companyIfThere(*store, *symbol);
+    if (!found)
+        return addCompany(call, *store, *symbol);
+    const CompanySummary& company = *found;
     const LoadedCompany loaded = load(call, *store, company);
-    FilingsReview review = reviewFilingsFile(call.line.arguments.front(), *loaded.record,
-                                             {[&](Datum datum, std::optional<int> element) {
-                                                 return loaded.origins.of(datum, element).origin;
-                                             }});
-    if (!review.refusal.empty())
-        throw CommandFailure(ExitCode::input, printable(review.refusal));
+    const FilingsReview review = reviewOf(call, *loaded.record, loaded.origins);
     if (review.match != CompanyMatch::same && !call.line.has(Option::sameCompany))
         throw CommandFailure(ExitCode::input, printable(review.question) +
                                                   "\nNothing was changed. With "
                                                   "--same-company it is taken as it is.");
-
-    const auto accepted = call.line.value(Option::accept);
-    tick(review, !accepted            ? ReviewTicks::none
-                 : *accepted == "all" ? ReviewTicks::all
-                                      : ReviewTicks::fresh);
     writeReview(call, review);
     const auto open = tellCounts(call, review);
     const int ticked = review.ticked();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What is compared and looked at: facts, check, and the data sheet.
+#include "plausibility/company_findings.hpp"
 #include "tests/vkr/program_run.hpp"
 
 #include <QSqlDatabase>
@@ -73,6 +74,45 @@ TEST_F(CheckingCommands, FactsOfAnotherCompanyAreRefused) {
     EXPECT_EQ(store()->load(2).value().revision, 1);
 }
 
+TEST_F(CheckingCommands, FactsOfACompanyThatIsNotThereAddIt) {
+    {
+        const auto database = store();
+        ASSERT_TRUE(database->remove(1, 1)); // AAPL
+    }
+    const QByteArray before = bytes("companies.vkr");
+    const QStringList look = {"facts", facts("AAPL"), "--symbol", "aapl", "--format", "tsv"};
+    const auto review = run(look);
+    EXPECT_EQ(review.code, 1) << review.err;
+    EXPECT_TRUE(contains(review.out, "\nRevenue\t2024\t\t391035\t\t")) << review.out;
+    EXPECT_TRUE(contains(review.err, "Apple Inc. (AAPL) is not in the database. It is added with "
+                                     "what --accept takes."))
+        << review.err;
+    const auto dry = run(look + QStringList{"--accept", "new", "--dry-run"});
+    EXPECT_TRUE(contains(dry.err, "Apple Inc. (AAPL) was not in the database and would be added: "))
+        << dry.err;
+    EXPECT_TRUE(contains(dry.err, "This was a dry run")) << dry.err;
+    EXPECT_EQ(bytes("companies.vkr"), before);
+    const auto done = run(look + QStringList{"--accept", "new"});
+    EXPECT_TRUE(contains(done.err, "was not in the database and is added: Import of ")) << done.err;
+    EXPECT_EQ(done.out, dry.out);
+    {
+        const auto database = store();
+        const auto found = database->find(ListColumn::symbol, "AAPL");
+        ASSERT_EQ(found.value().size(), 1U);
+        EXPECT_EQ(found.value().front().name, "Apple Inc.");
+        const auto loaded = database->load(found.value().front().key.id);
+        const CompanyRecord& record = *loaded.value().record;
+        EXPECT_EQ(record.get_LastFY(), 2025);
+        EXPECT_EQ(record.get_YRevenueSeries().array().number(2), 391035);
+        const FigureOrigin origin = loaded.value().origins.of(Datum::YRevenueSeries, 2);
+        EXPECT_EQ(origin.origin, Origin::imported);
+        EXPECT_TRUE(origin.document.starts_with("0000320193-")) << origin.document;
+    }
+    const auto again = run({"facts", facts("AAPL"), "--symbol", "APPL", "--accept", "all"});
+    EXPECT_EQ(again.code, 3) << "a slip in the symbol";
+    EXPECT_TRUE(contains(again.err, "The database has Apple Inc. (AAPL) already.")) << again.err;
+}
+
 TEST_F(CheckingCommands, ADocumentThatIsNoneIsRefused) {
     write("cut.json", "{\"cik\": 320193, \"entityName\": \"Apple Inc.\", \"facts\": {");
     for (const QString& file : {QString("cut.json"), QString("none.json"), QString("in")}) {
@@ -102,6 +142,39 @@ TEST_F(CheckingCommands, WhatIsOddIsListedAndCounts) {
     const auto all = run({"check", "--format", "tsv"});
     EXPECT_TRUE(contains(all.err, " to look at in 4 companies.")) << all.err;
     EXPECT_TRUE(contains(all.out, "\nTSLA\t")) << all.out;
+}
+
+TEST_F(CheckingCommands, WhatWasCalledRightIsNotListed) {
+    const auto before = run({"check", "TSLA", "--format", "tsv"});
+    ASSERT_EQ(before.code, 1);
+    std::int64_t id = 0;
+    {
+        const auto database = store();
+        for (const CompanySummary& company : database->list().value())
+            id = company.symbol == "TSLA" ? company.key.id : id;
+        for (const Finding& one : companyFindings(*database->load(id).value().record))
+            ASSERT_TRUE(database->judge(id, {one.key, one.text, "TotalDebt", "", true}));
+    }
+    const auto after = run({"check", "TSLA", "--format", "tsv"});
+    EXPECT_EQ(after.code, 0) << after.out;
+    EXPECT_EQ(lines(after.out), 1) << "the heading";
+    const auto count = lines(before.out) - 1;
+    EXPECT_TRUE(contains(after.err,
+                         "0 to look at in 1 company, " + std::to_string(count) + " called right."))
+        << after.err;
+    const auto told = run({"history", "TSLA", "--figure", "TotalDebt", "--format", "tsv"});
+    EXPECT_TRUE(contains(told.out, "\tCalled right: ")) << told.out;
+    {
+        // Another figure is another finding.
+        const auto database = store();
+        const auto loaded = database->load(id);
+        const auto record = loaded.value().record->clone();
+        Variant series = record->get_YHighSeries();
+        series.array().setNumber(3, 1);
+        record->put_YHighSeries(series);
+        ASSERT_TRUE(database->save(id, *record, loaded.value().revision));
+    }
+    EXPECT_EQ(run({"check", "TSLA"}).code, 1);
 }
 
 TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
