@@ -81,6 +81,35 @@ std::string firstPeriod(const CompanyRecord& company, DatumPeriod period) {
     return company.get_LastFY() == 0 ? std::string() : std::to_string(company.get_LastFY());
 }
 
+// What periods are counted from.
+constexpr Datum dating[] = {Datum::LastFY, Datum::LastFYDate, Datum::LastQDate,
+                            Datum::LastQDateForGrid};
+
+bool isDating(Datum datum) {
+    return std::ranges::find(dating, datum) != std::end(dating);
+}
+
+std::shared_ptr<CompanyRecord> datesOf(const CompanyRecord& company) {
+    auto dates = std::make_shared<CompanyRecord>();
+    for (const Datum datum : dating)
+        writeDatum(*dates, datum, company.stored(datum));
+    return dates;
+}
+
+class FirstPeriods {
+  public:
+    explicit FirstPeriods(const CompanyRecord& company)
+        : year_(firstPeriod(company, DatumPeriod::year)),
+          quarter_(firstPeriod(company, DatumPeriod::quarter)) {}
+    [[nodiscard]] const std::string& of(DatumPeriod period) const {
+        return period == DatumPeriod::quarter ? quarter_ : year_;
+    }
+
+  private:
+    std::string year_;
+    std::string quarter_;
+};
+
 // Whole periods that are the same whatever day of a quarter they were counted from.
 std::optional<int> periodNumber(std::string_view period) {
     if (const auto date = dateFromIso(period)) {
@@ -141,7 +170,7 @@ std::string utcText(std::chrono::system_clock::time_point at) {
 // The rows of one group while they are put together.
 class RowsOfGroup {
   public:
-    RowsOfGroup(const CompanyRecord& before, const CompanyRecord& after)
+    RowsOfGroup(const FirstPeriods& before, const FirstPeriods& after)
         : before_(before), after_(after) {}
 
     void add(const Change& change) {
@@ -194,8 +223,8 @@ class RowsOfGroup {
             if (open.isSeries && open.row.datum == row.name && open.row.origin == origin &&
                 open.row.document == change.document)
                 return open;
-        const std::string from = firstPeriod(before_, row.period);
-        const std::string to = firstPeriod(after_, row.period);
+        const std::string& from = before_.of(row.period);
+        const std::string& to = after_.of(row.period);
         const bool moved = from != to && !from.empty() && !to.empty();
         rows_.push_back({{std::string(row.name), moved ? from + " " + to : to, "", "", "",
                           std::string(origin), change.document},
@@ -212,8 +241,8 @@ class RowsOfGroup {
         open.hasBefore |= before.toDouble() != 0;
     }
 
-    const CompanyRecord& before_;
-    const CompanyRecord& after_;
+    const FirstPeriods& before_;
+    const FirstPeriods& after_;
     std::vector<Open> rows_;
 };
 
@@ -328,12 +357,14 @@ std::vector<SavedGroup> savedGroups(const CompanyRecord& stored,
                                     const std::vector<ChangeGroup>& groups,
                                     const std::string& time) {
     std::vector<SavedGroup> saved;
-    auto before = stored.clone();
+    const auto reached = datesOf(stored);
+    FirstPeriods before(*reached);
     for (const ChangeGroup& group : groups) {
-        const auto after = before->clone();
         for (Change change : group.changes)
-            ifPossible([&] { replay(*after, change); });
-        RowsOfGroup rows(*before, *after);
+            if (change.setting.empty() && isDating(change.datum))
+                ifPossible([&] { replay(*reached, change); });
+        const FirstPeriods after(*reached);
+        RowsOfGroup rows(before, after);
         for (const Change& change : group.changes)
             rows.add(change);
         saved.push_back(

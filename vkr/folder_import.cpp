@@ -2,6 +2,7 @@
 #include "vkr/folder_import.hpp"
 
 #include "company/typed_figures.hpp"
+#include "vkr/read_ahead.hpp"
 
 #include <utility>
 
@@ -34,10 +35,11 @@ bool FolderImporter::run(const std::vector<std::string>& prefixes, const Watch& 
         batch.clear();
         return goesOn;
     };
+    ReadAhead files(folder_, prefixes);
     for (const std::string& prefix : prefixes) {
         if (!watch.reading(prefix))
             return false;
-        batch.push_back(read(prefix));
+        batch.push_back(pendingOf(prefix, files.next()));
         if (batch.back().company.fault) {
             saveBatch();
             return false;
@@ -48,8 +50,7 @@ bool FolderImporter::run(const std::vector<std::string>& prefixes, const Watch& 
     return saveBatch();
 }
 
-FolderImporter::Pending FolderImporter::read(const std::string& prefix) {
-    CsvImport import = importCompany(folder_, prefix);
+FolderImporter::Pending FolderImporter::pendingOf(const std::string& prefix, CsvImport import) {
     Pending pending;
     pending.company.prefix = prefix;
     pending.company.errors = described(import.errors);

@@ -63,7 +63,7 @@ class FolderImporter {
         ImportedCompany company;
         std::optional<SaveRequest> request;
     };
-    [[nodiscard]] Pending read(const std::string& prefix);
+    [[nodiscard]] Pending pendingOf(const std::string& prefix, CsvImport import);
     void choose(Pending& pending, std::shared_ptr<CompanyRecord> record);
     void replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored,
                  const std::shared_ptr<CompanyRecord>& record);
