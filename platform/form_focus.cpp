@@ -5,6 +5,7 @@
 #include "platform/form.hpp"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
@@ -91,8 +92,8 @@ bool Form::moveFocus(FocusDirection direction, bool wrap) {
 }
 
 bool Form::enterFocus(FocusDirection direction) {
+    assert(!focused_);
     active_ = nullptr;
-    focused_ = false;
     return moveFocus(direction);
 }
 

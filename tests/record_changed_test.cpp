@@ -77,6 +77,17 @@ TEST_F(RecordChanged, LeavesTabFocusScrollingAndTheDirtyFlagAlone) {
     EXPECT_EQ(scene_.field("txtRevenue", 2).selLength(), 4);
 }
 
+TEST_F(RecordChanged, TakesTheFocusFromACellThatTheRecordNoLongerReaches) {
+    scene_.entry->put_CurrentTab(toYearly);
+    scene_.desktop.click("txtSales(0)");
+    ASSERT_EQ(scene_.desktop.focusedId(), "txtSales(0)");
+    record_->missing = 3;
+    scene_.entry->recordChanged();
+    EXPECT_FALSE(scene_.field("txtSales", 0).canTakeFocus());
+    EXPECT_NE(scene_.desktop.focusedId(), "txtSales(0)");
+    EXPECT_TRUE(scene_.form().activeControl()->canTakeFocus());
+}
+
 TEST_F(RecordChanged, KeepsWhatIsBeingTypedOverTheFigureThatIsStoredNow) {
     scene_.desktop.click("txtTotalDebt");
     scene_.desktop.type("^a{DEL}55");
