@@ -24,25 +24,36 @@ class Opened {
     bool open_;
 };
 
-} // namespace
-
-std::wstring text() {
+// The characters that lie there in a format.
+template <typename Unit>
+std::basic_string<Unit> held(UINT format) {
     const Opened opened;
     if (!opened)
         return {};
-    const HANDLE held = GetClipboardData(CF_UNICODETEXT);
-    if (held == nullptr)
+    const HANDLE data = GetClipboardData(format);
+    if (data == nullptr)
         return {};
-    const auto* units = static_cast<const wchar_t*>(GlobalLock(held));
+    const auto* units = static_cast<const Unit*>(GlobalLock(data));
     if (units == nullptr)
         return {};
-    const std::size_t room = GlobalSize(held) / sizeof(wchar_t);
-    std::size_t length = 0; // it may end without a 0
+    const std::size_t room = GlobalSize(data) / sizeof(Unit);
+    std::size_t length = 0; // they may end without a 0
     while (length < room && units[length] != 0)
         ++length;
-    std::wstring found(units, length);
-    GlobalUnlock(held);
+    std::basic_string<Unit> found(units, length);
+    GlobalUnlock(data);
     return found;
+}
+
+} // namespace
+
+std::wstring text() {
+    return held<wchar_t>(CF_UNICODETEXT);
+}
+
+std::string html() {
+    static const UINT format = RegisterClipboardFormatW(L"HTML Format");
+    return held<char>(format);
 }
 
 bool hasText() {

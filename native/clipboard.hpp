@@ -3,11 +3,12 @@
 
 #include <string>
 
-// Plain text on the clipboard.
+// The texts on the clipboard.
 namespace vkr::clipboard {
 
 [[nodiscard]] bool hasText();
 [[nodiscard]] std::wstring text(); // empty where another program holds the clipboard
+[[nodiscard]] std::string html();  // beside the text, as programs write it
 void clear();
 void setText(const std::wstring& text);
 

@@ -417,6 +417,10 @@ void FieldWindow::press(const Pointer& pointer) {
 }
 
 void FieldWindow::drag(const Pointer& pointer) {
+    if ((pointer.wParam & MK_LBUTTON) != 0 && host().dragged(*this, pointer.onScreen()))
+        return;
+    if (control() == nullptr)
+        return;
     if (firstPress_) {
         const auto first = *firstPress_;
         const POINT now = pointer.place();

@@ -130,6 +130,8 @@ void NativeForm::controlRemoved(Control& control) {
     onShow_.removed(control);
     if (pressed_ == view.get())
         pressed_ = nullptr;
+    if (draggedOver_ == view.get())
+        draggedOver_ = nullptr;
     view->retire();
 }
 

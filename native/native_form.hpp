@@ -100,6 +100,7 @@ class NativeForm final : public ViewHost, private FormObserver {
                     int tab = 0) override;
     void endPress(ControlWindow& view, MouseButton button, bool inside) override;
     void giveUpPress() override;
+    [[nodiscard]] bool dragged(ControlWindow& view, POINT place) override;
     [[nodiscard]] bool isPressed(const ControlWindow& view) const override;
     void hover(HWND over, const ControlWindow& view, const MSG& message) override;
 
@@ -141,6 +142,8 @@ class NativeForm final : public ViewHost, private FormObserver {
     std::unordered_map<const Control*, View> views_;
     FramesOnShow onShow_;
     ControlWindow* pressed_ = nullptr;
+    const ControlWindow* draggedOver_ = nullptr; // what the press was dragged over last
+    bool dragSelects_ = false;                   // controls, not text
     MouseButton pressedButton_ = MouseButton::left;
     std::optional<POINT> pressPlace_;
     unsigned interruptions_ = 0;

@@ -167,6 +167,8 @@ void NativeForm::beginPress(ControlWindow& view, MouseButton button, std::option
     if (life.expired() || view.control() == nullptr)
         return;
     pressed_ = &view;
+    draggedOver_ = nullptr;
+    dragSelects_ = false;
     pressedButton_ = button;
     const unsigned before = interruptions_;
     pressPlace_ = place;
@@ -177,6 +179,23 @@ void NativeForm::beginPress(ControlWindow& view, MouseButton button, std::option
     followFocus();
     if (before != interruptions_)
         giveUpPress();
+}
+
+bool NativeForm::dragged(ControlWindow& view, POINT place) {
+    if (pressed_ != &view || pressedButton_ != MouseButton::left)
+        return false;
+    const HWND under = WindowFromPoint(place);
+    const auto* over = isInside(under) ? ControlWindow::of(under) : nullptr;
+    if (over == nullptr || over->control() == nullptr || over == draggedOver_ ||
+        (over == &view && draggedOver_ == nullptr))
+        return dragSelects_;
+    draggedOver_ = over;
+    const std::weak_ptr<const bool> life = life_;
+    const bool selects = form_->userDrag(*view.control(), *over->control());
+    if (life.expired())
+        return true;
+    dragSelects_ = selects;
+    return selects;
 }
 
 bool NativeForm::isPressed(const ControlWindow& view) const {

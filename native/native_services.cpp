@@ -6,6 +6,7 @@
 #include "native/field_window.hpp"
 #include "native/native_form.hpp"
 #include "native/native_text.hpp"
+#include "native/paste_window.hpp"
 #include "platform/message_box.hpp"
 
 #include <algorithm>
@@ -132,6 +133,19 @@ void NativeServices::showModal(CalendarForm& form) {
         form.pressCancel();
 }
 
+void NativeServices::showPaste(PasteForm& form) {
+    if (form_ == nullptr) {
+        form.pressCancel();
+        return;
+    }
+    {
+        const Interruption interruption(*this);
+        PasteWindow(form, root(), form_->scale()).run();
+    }
+    if (form.visible()) // it was closed by nobody
+        form.pressCancel();
+}
+
 namespace {
 
 // Which of the entries was chosen; 0 for none.
@@ -196,6 +210,19 @@ bool NativeServices::clipboardHasText() {
 
 std::string NativeServices::clipboardText() {
     return fromWide(clipboard::text());
+}
+
+// Spreadsheets write it into a style, as in mso-displayed-decimal-separator:"\,".
+std::optional<char> NativeServices::clipboardDecimalMark() {
+    constexpr std::string_view name = "mso-displayed-decimal-separator";
+    const std::string html = clipboard::html();
+    const auto found = html.find(name);
+    if (found == std::string::npos)
+        return std::nullopt;
+    const auto mark = html.find_first_not_of(" \t\r\n:\"'\\", found + name.size());
+    if (mark == std::string::npos || (html[mark] != '.' && html[mark] != ','))
+        return std::nullopt;
+    return html[mark];
 }
 
 void NativeServices::clearClipboard() {

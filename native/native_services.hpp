@@ -36,12 +36,14 @@ class NativeServices : public Services {
                              const std::string& title) override;
     bool clipboardHasText() override;
     std::string clipboardText() override;
+    std::optional<char> clipboardDecimalMark() override;
     void clearClipboard() override;
     void setClipboardText(const std::string& text) override;
     Date today() override;
     Twips screenWidth() override;
     std::optional<Color> chooseColor(Color current) override;
     void showModal(CalendarForm& form) override;
+    void showPaste(PasteForm& form) override;
     void tellRefused(TextField& field, const std::string& note) override;
     bool canUndo(const TextField& field) override;
     void undo(TextField& field) override;

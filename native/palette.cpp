@@ -20,6 +20,9 @@ COLORREF Palette::plain(Color color) {
 }
 
 Palette::Pair Palette::field(const Control& field) const {
+    const auto* box = dynamic_cast<const TextBox*>(&field);
+    if (box != nullptr && box->highlighted())
+        return {GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
     const bool enabled = field.isEnabled();
     if (highContrast_)
         return {GetSysColor(COLOR_WINDOW),

@@ -44,6 +44,8 @@ class ViewHost {
                             int tab = 0) = 0;
     virtual void endPress(ControlWindow& view, MouseButton button, bool inside) = 0;
     virtual void giveUpPress() = 0;
+    // The press is dragged to a place on the screen. True where that selects several controls.
+    [[nodiscard]] virtual bool dragged(ControlWindow& view, POINT place) = 0;
     [[nodiscard]] virtual bool isPressed(const ControlWindow& view) const = 0;
     // The pointer is over the window of a control.
     virtual void hover(HWND window, const ControlWindow& view, const MSG& message) = 0;

@@ -2,6 +2,7 @@
 #include "tests/native/answerer.hpp"
 
 #include "native/native_text.hpp"
+#include "native/paste_window.hpp"
 #include "platform/key_codes.hpp"
 #include "platform/text.hpp"
 
@@ -42,7 +43,7 @@ HWND openWindow() {
         DWORD process = 0;
         const bool ours = GetWindowThreadProcessId(window, &process) == GetCurrentThreadId();
         if (!ours || IsWindowVisible(window) == FALSE || IsWindowEnabled(window) == FALSE ||
-            (kind != L"#32770" && kind != L"#32768" && kind != L"VKRDataEntryCalendar"))
+            (kind != L"#32770" && kind != L"#32768" && kind != L"VKRDataEntryDialog"))
             return TRUE;
         *reinterpret_cast<HWND*>(place) = window;
         return FALSE;
@@ -111,8 +112,10 @@ void Answerer::work(HWND window) {
         choose(window);
     else if (kind == L"#32770")
         answer(window);
-    else
-        pick(window);
+    else if (const HWND calendar = FindWindowExW(window, nullptr, MONTHCAL_CLASSW, nullptr))
+        pick(calendar);
+    else if (const HWND lines = GetDlgItem(window, PasteWindow::linesPart))
+        paste(window, lines);
 }
 
 void Answerer::answer(HWND box) {
@@ -170,9 +173,7 @@ void Answerer::choose(HWND window) {
 }
 
 // By the arrows of the calendar's keys, day by day within a month, month by month.
-void Answerer::pick(HWND dialog) {
-    const HWND calendar = FindWindowExW(dialog, nullptr, MONTHCAL_CLASSW, nullptr);
-    ASSERT_NE(calendar, nullptr);
+void Answerer::pick(HWND calendar) {
     SYSTEMTIME time{};
     SendMessageW(calendar, MCM_GETCURSEL, 0, reinterpret_cast<LPARAM>(&time));
     const Date shown = makeDate(time.wYear, time.wMonth, time.wDay).value_or(Date{});
@@ -197,6 +198,46 @@ void Answerer::pick(HWND dialog) {
     for (int step = 1; step < to.day; ++step)
         strikeKey(VK_RIGHT);
     strikeKey(VK_RETURN);
+}
+
+// Each switch by Space or by the arrows, as one that has the keys takes them.
+void Answerer::paste(HWND dialog, HWND lines) {
+    const PasteAnswer answer = pasteScript.empty() ? PasteAnswer{} : pasteScript.front();
+    if (!pasteScript.empty())
+        pasteScript.pop_front();
+    for (const auto& [index, chosen] : answer.switches) {
+        const HWND turned = GetDlgItem(dialog, PasteWindow::firstSwitchPart + index);
+        ASSERT_NE(turned, nullptr);
+        const bool list = SendMessageW(turned, CB_GETCOUNT, 0, 0) > 0; // a box has no entries
+        for (int step = 0; step < 20; ++step) {
+            const auto now =
+                static_cast<int>(SendMessageW(turned, list ? CB_GETCURSEL : BM_GETCHECK, 0, 0));
+            if (now == chosen)
+                break;
+            const WPARAM key = !list ? VK_SPACE : now < chosen ? VK_DOWN : VK_UP;
+            SendMessageW(turned, WM_KEYDOWN, key, 0);
+            SendMessageW(turned, WM_KEYUP, key, 0);
+        }
+    }
+    lastPaste.clear();
+    const auto rows = static_cast<int>(SendMessageW(lines, LVM_GETITEMCOUNT, 0, 0));
+    for (int row = 0; row < rows; ++row) {
+        std::string line;
+        for (int column = 0; column < 6; ++column) {
+            wchar_t text[500] = L"";
+            LVITEMW item{};
+            item.iSubItem = column;
+            item.pszText = text;
+            item.cchTextMax = static_cast<int>(std::size(text));
+            SendMessageW(lines, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                         reinterpret_cast<LPARAM>(&item));
+            line += (column == 0 ? "" : "|") + fromWide(text);
+        }
+        lastPaste.push_back(line);
+    }
+    lastPaste.push_back(fromWide(windowText(GetDlgItem(dialog, IDOK))));
+    std::erase(lastPaste.back(), '&');
+    strikeKey(answer.ok ? VK_RETURN : VK_ESCAPE); // OK is the default
 }
 
 } // namespace vkr

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "native/control_window.hpp"
+#include "native/drawing.hpp"
 #include "native/field_window.hpp"
 #include "native/native_text.hpp"
 #include "platform/key_notation.hpp"
@@ -113,6 +114,33 @@ class NativeDriver final : public ContractDriver {
         send(MOUSEEVENTF_LEFTUP);
         host_.pump();
     }
+    bool knowsBlocks() const override { return true; }
+    void drag(std::string_view from, std::string_view to) override {
+        const POINT place = placeIn(from);
+        const POINT end = middleOf(native(to));
+        SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
+        send(MOUSEEVENTF_LEFTDOWN);
+        host_.pump();
+        for (const POINT& way : {POINT{(place.x + end.x) / 2, (place.y + end.y) / 2}, end}) {
+            SetCursorPos(static_cast<int>(way.x), static_cast<int>(way.y));
+            send(MOUSEEVENTF_MOVE);
+            host_.pump();
+        }
+        send(MOUSEEVENTF_LEFTUP);
+        host_.pump();
+    }
+    void nextPaste(std::vector<std::pair<int, int>> switches, bool ok) override {
+        answerer_.pasteScript.push_back({std::move(switches), ok});
+    }
+    std::vector<std::string> lastPaste() override { return answerer_.lastPaste; }
+    // What is on the screen beside its text.
+    bool isHighlighted(std::string_view id) override {
+        const HWND window = native(id);
+        UpdateWindow(window);
+        const WindowContext context(window);
+        return GetPixel(context, 1, 1) == GetSysColor(COLOR_HIGHLIGHT);
+    }
+
     void pick(std::string_view id, std::string_view item) override {
         const HWND combo = native(id);
         const auto entry = toWide(item);
