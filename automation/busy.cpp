@@ -4,6 +4,8 @@
 #include "automation/com.hpp"
 #include "native/module.hpp"
 
+#include <map>
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -19,6 +21,22 @@ struct Waiting {
     HWND window = nullptr;
 };
 thread_local Waiting waiting;
+
+std::mutex strayLock;
+std::multimap<DWORD, std::function<void()>> strays; // by the thread that they belong to
+
+void destroyStrays() {
+    std::vector<std::function<void()>> mine;
+    {
+        const std::scoped_lock lock(strayLock);
+        const auto [first, last] = strays.equal_range(GetCurrentThreadId());
+        for (auto one = first; one != last; ++one)
+            mine.push_back(std::move(one->second));
+        strays.erase(first, last);
+    }
+    for (const auto& destroy : mine)
+        destroy();
+}
 
 LRESULT CALLBACK hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != releaseMessage)
@@ -47,7 +65,13 @@ void releaseLater(IUnknown* object) {
     PostMessageW(ensureWindow(), releaseMessage, 0, 0);
 }
 
+void destroyAtHome(DWORD thread, std::function<void()> destroy) {
+    const std::scoped_lock lock(strayLock);
+    strays.emplace(thread, std::move(destroy));
+}
+
 void releaseWaiting() {
+    destroyStrays();
     for (IUnknown* const object : std::exchange(waiting.objects, {}))
         object->Release();
     if (waiting.window != nullptr && waiting.objects.empty()) {

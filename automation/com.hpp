@@ -86,10 +86,12 @@ void lockLibrary(bool lock);
 // What the exception in flight is to the caller; its text is left as error information.
 [[nodiscard]] HRESULT tellFailure(REFIID interfaceId) noexcept;
 
-// Every call from outside goes through here: the object stays alive while it lasts, and what is
-// thrown becomes a code with a description.
+// Every call from outside goes through here: it is refused on another thread than the object's, the
+// object stays alive while it lasts, and what is thrown becomes a code with a description.
 template <typename Object, typename Call>
 HRESULT guarded(Object* self, REFIID interfaceId, Call&& call) noexcept {
+    if (!self->isAtHome())
+        return RPC_E_WRONG_THREAD; // from another apartment, without a proxy
     self->AddRef();
     HRESULT result = S_OK;
     try {
@@ -148,6 +150,9 @@ class ComObject : public Interfaces... {
         return left;
     }
     [[nodiscard]] ULONG references() const { return references_; }
+    // Whether this is the thread that it was made on.
+    [[nodiscard]] virtual bool isAtHome() const { return home() == GetCurrentThreadId(); }
+    [[nodiscard]] DWORD home() const { return home_; }
 
   protected:
     virtual void lastReleased() { delete this; }
@@ -175,6 +180,7 @@ class ComObject : public Interfaces... {
     }
 
     std::atomic<ULONG> references_ = 1;
+    DWORD home_ = GetCurrentThreadId();
     Alive alive_;
 };
 

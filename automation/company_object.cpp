@@ -20,6 +20,7 @@ namespace vkr::automation {
 // By which the library knows its own records again. No proxy has it.
 struct InsideRecord : IUnknown {
     virtual const std::shared_ptr<vkr::iVKR_Company>& inside() const = 0;
+    [[nodiscard]] virtual bool isAtHome() const = 0;
 };
 
 } // namespace vkr::automation
@@ -189,6 +190,8 @@ class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, 
     }
     template <typename Value, typename Call>
     HRESULT reading(Value* value, Call&& call) {
+        if (value != nullptr)
+            *value = Value(); // also where the call is refused
         return entered([&] {
             answer(value) = Value();
             *value = call();
@@ -219,8 +222,11 @@ ComPtr<IUnknown> newCompanyObject() {
 std::shared_ptr<vkr::iVKR_Company> insideRecord(IUnknown* object) {
     if (object == nullptr)
         return nullptr;
-    if (const auto own = queryFor<InsideRecord>(object))
+    if (const auto own = queryFor<InsideRecord>(object)) {
+        if (!own->isAtHome())
+            throw ComError(RPC_E_WRONG_THREAD, "The record lives in another apartment.");
         return own->inside();
+    }
     auto dispatch = queryFor<IDispatch>(object);
     if (!dispatch)
         throw ComError(DISP_E_TYPEMISMATCH, "The record can't be called by name.");

@@ -51,6 +51,11 @@ void ContainerServices::showModal(CalendarForm& form) {
     desktop_->showModal(form);
 }
 
+void ContainerServices::showPaste(PasteForm& form) {
+    const auto modal = modal_();
+    desktop_->showPaste(form);
+}
+
 int ContainerServices::popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) {
     const auto modal = modal_();
     return desktop_->popUpMenu(items, left, top);

@@ -51,17 +51,20 @@ class ContainerServices final : public Services {
                              const std::string& title) override;
     bool clipboardHasText() override { return desktop_->clipboardHasText(); }
     std::string clipboardText() override { return desktop_->clipboardText(); }
+    std::optional<char> clipboardDecimalMark() override { return desktop_->clipboardDecimalMark(); }
     void clearClipboard() override { desktop_->clearClipboard(); }
     void setClipboardText(const std::string& text) override { desktop_->setClipboardText(text); }
     Date today() override { return desktop_->today(); }
     Twips screenWidth() override { return desktop_->screenWidth(); }
     std::optional<Color> chooseColor(Color current) override;
     void showModal(CalendarForm& form) override;
+    void showPaste(PasteForm& form) override;
     void tellRefused(TextField& field, const std::string& note) override {
         desktop_->tellRefused(field, note);
     }
     bool canUndo(const TextField& field) override { return desktop_->canUndo(field); }
     void undo(TextField& field) override { desktop_->undo(field); }
+    void redo(TextField& field) override { desktop_->redo(field); }
     Twips textWidth(std::string_view text) override { return desktop_->textWidth(text); }
     Twips textHeight() override { return desktop_->textHeight(); }
     int popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) override;

@@ -72,8 +72,15 @@ DataEntryControl::~DataEntryControl() {
         DestroyAcceleratorTable(accelerators_);
 }
 
+// Its windows can only be destroyed on the thread that made them.
 void DataEntryControl::lastReleased() {
-    delete this;
+    if (isAtHome()) {
+        delete this;
+        return;
+    }
+    const HWND window = face_.window();
+    destroyAtHome(home(), [this] { delete this; });
+    FormFace::lookForWaiting(window);
 }
 
 void DataEntryControl::propertyChanged(std::string_view name) {

@@ -198,6 +198,8 @@ class DataEntryControl final : public DataEntryBase {
     }
     template <typename Value, typename Call>
     HRESULT reading(Value* value, Call&& call) noexcept {
+        if (value != nullptr)
+            *value = Value(); // also where the call is refused
         return entered(__uuidof(::_VKRDataEntry), [&] {
             answer(value) = Value();
             *value = call();

@@ -197,10 +197,18 @@ HRESULT DataEntryControl::SetColorScheme(LOGPALETTE* /*palette*/) {
 HRESULT DataEntryControl::GetControlInfo(CONTROLINFO* info) {
     return entered(IID_IOleControl, [&] {
         std::set<wchar_t> letters;
-        for (const auto& control : entry_->form().controls())
-            if (const char32_t letter = mnemonicOf(control->caption());
-                letter != 0 && letter < 0x10000)
+        const auto add = [&](std::string_view caption) {
+            if (const char32_t letter = mnemonicOf(caption); letter != 0 && letter < 0x10000)
                 letters.insert(static_cast<wchar_t>(letter));
+        };
+        for (const auto& control : entry_->form().controls()) {
+            if (control->kind() == ControlKind::menuItem)
+                continue; // for menus that are open
+            add(control->caption());
+            if (const auto* strip = dynamic_cast<const TabStrip*>(control.get()))
+                for (int tab = 1; tab <= strip->count(); ++tab)
+                    add(strip->tab(tab).caption);
+        }
         std::vector<ACCEL> keys;
         for (const wchar_t letter : letters)
             for (const wchar_t both :
@@ -223,6 +231,10 @@ HRESULT DataEntryControl::OnMnemonic(MSG* message) {
     return entered(IID_IOleControl, [&] {
         const MSG& pressed = answer(message);
         const char32_t letter = upperCase(static_cast<char32_t>(pressed.wParam));
+        if (!entry_->form().hasMnemonic(letter))
+            return S_FALSE;
+        if (active_ && !userInterfaceActive_)
+            activateUserInterface(); // what the letter leads to gets the keys
         return entry_->form().mnemonic(letter) ? S_OK : S_FALSE;
     });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "automation/form_face.hpp"
 
+#include "automation/busy.hpp"
 #include "automation/com.hpp"
 #include "native/module.hpp"
 #include "native/native_form.hpp"
@@ -14,6 +15,11 @@ namespace vkr::automation {
 namespace {
 
 constexpr UINT_PTR subclassId = 1;
+
+UINT waitingMessage() {
+    static const UINT message = RegisterWindowMessageW(L"VKRDataEntryWaiting");
+    return message;
+}
 
 // The visual styles that this library asks for, also in a program that does not.
 HANDLE styles() {
@@ -66,6 +72,10 @@ class FormFace::Impl {
   private:
     static LRESULT CALLBACK hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                  UINT_PTR /*id*/, DWORD_PTR self) {
+        if (message == waitingMessage()) {
+            releaseWaiting(); // perhaps this one
+            return 0;
+        }
         const Styled styled;
         if (message == WM_MOUSEACTIVATE)
             if (const auto& pressed = reinterpret_cast<Impl*>(self)->face_.pressed)
@@ -105,6 +115,10 @@ void FormFace::show(bool visible) {
 void FormFace::focus() {
     if (isOpen())
         impl_->form->focus();
+}
+void FormFace::lookForWaiting(HWND window) {
+    if (window != nullptr)
+        PostMessageW(window, waitingMessage(), 0, 0);
 }
 bool FormFace::translate(const MSG& message) {
     return isOpen() && impl_->form->translate(message);

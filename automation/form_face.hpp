@@ -49,6 +49,8 @@ class FormFace {
     bool translate(const MSG& message);
     // As large as the window is, at the context's origin.
     void draw(HDC context);
+    // From any thread: what waits for the window's own is released there.
+    static void lookForWaiting(HWND window);
     // Tab at the end of the tab order; false: the focus wraps.
     std::function<bool(FocusDirection)> tabbedOut;
     // The pointer was pressed in the window.

@@ -35,6 +35,9 @@ class Factory final : public ComObject<IClassFactory> {
   public:
     explicit Factory(const CreatableClass& made) : made_(made) {}
 
+    // It has no state: what it makes belongs to the thread that asks.
+    [[nodiscard]] bool isAtHome() const override { return true; }
+
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** made) override {
         return guarded(this, IID_IClassFactory, [&] {
             answer(made) = nullptr;

@@ -2,8 +2,8 @@
 // The control as containers and scripts use it.
 #include "automation/member_numbers.hpp"
 #include "control/property_table.hpp"
+#include "tests/automation/control_fixture.hpp"
 #include "tests/automation/scripted_objects.hpp"
-#include "tests/automation/test_container.hpp"
 
 #include <algorithm>
 #include <random>
@@ -12,37 +12,6 @@
 
 namespace vkr::automation {
 namespace {
-
-struct Control : WithLibrary {
-    ComPtr<::_VKRDataEntry> control = library.create<::_VKRDataEntry>(__uuidof(::VKRDataEntry));
-    ComPtr<TestSite> site = makeCom<TestSite>();
-
-    [[nodiscard]] IDispatch* dispatch() const { return control.get(); }
-    template <typename Interface>
-    [[nodiscard]] ComPtr<Interface> as() const {
-        auto found = queryFor<Interface>(control.get());
-        EXPECT_TRUE(found);
-        return found;
-    }
-    void place() {
-        EXPECT_EQ(as<IOleObject>()->SetClientSite(site.get()), S_OK);
-        site->control = as<IOleInPlaceObject>();
-    }
-    HRESULT doVerb(LONG verb) {
-        return as<IOleObject>()->DoVerb(verb, nullptr, nullptr, 0, nullptr, nullptr);
-    }
-    void takeAway() {
-        const auto object = as<IOleObject>();
-        EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
-        EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
-        site->control.reset();
-    }
-    ~Control() override {
-        site->control.reset();
-        control.reset();
-        EXPECT_EQ(site->references(), 1U) << "the control has kept its site";
-    }
-};
 
 // --- identity ------------------------------------------------------------------------------------
 
