@@ -18,6 +18,7 @@ instructions valgrind
 tidy         clang-tidy
 portable     clang-16 libc++-16-dev libc++abi-16-dev libclang-rt-16-dev googletest g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
 windows      g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev wine wine64 xvfb xauth googletest
+windows-package nsis zip
 mutants      python3
 '
 
