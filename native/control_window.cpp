@@ -26,6 +26,8 @@ ControlWindow::~ControlWindow() {
 
 void ControlWindow::create(const wchar_t* kind, DWORD style, HWND parent, DWORD extended) {
     const auto place = host().scale().place(*control_);
+    if (isVisible()) // from the start: showing it later takes as long as making it
+        style |= WS_VISIBLE;
     const HWND window = CreateWindowExW(extended, kind, L"", style | WS_CHILD | WS_CLIPSIBLINGS,
                                         place.left, place.top, place.width, place.height, parent,
                                         nullptr, ownModule(), nullptr);
@@ -122,8 +124,12 @@ void ControlWindow::putBehind() {
 }
 
 // What is on a parked page is nowhere, for screen readers as well.
+bool ControlWindow::isVisible() const {
+    return control_->visible() && control_->left() > Control::parkedLeft;
+}
+
 void ControlWindow::showVisible() {
-    const bool visible = control_->visible() && control_->left() > Control::parkedLeft;
+    const bool visible = isVisible();
     if (visible != ((GetWindowLongPtrW(main_.window, GWL_STYLE) & WS_VISIBLE) != 0))
         ShowWindow(main_.window, visible ? SW_SHOWNA : SW_HIDE);
 }

@@ -137,6 +137,7 @@ class ControlWindow : public Heard, public std::enable_shared_from_this<ControlW
     std::optional<LRESULT> handleKeys(const Part& part, UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> handleText(const Part& part, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT handleFocus(const Part& part, UINT message, WPARAM wParam, LPARAM lParam);
+    [[nodiscard]] bool isVisible() const;
     void showPlace();
     void showOrder();
     void showNames();
