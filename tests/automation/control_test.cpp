@@ -462,39 +462,5 @@ TEST_F(Control, SafetyIsRememberedForWhatIsSafe) {
     EXPECT_EQ(safety->SetInterfaceSafetyOptions(IID_IDispatch, 8, 8), E_FAIL);
 }
 
-// --- many times, and anything at all
-// -----------------------------------------------------------------
-
-TEST_F(Control, AThousandLivesLeaveNothingBehind) {
-    const auto live = [&] {
-        const auto one = library.create<::_VKRDataEntry>(__uuidof(::VKRDataEntry));
-        const auto object = queryFor<IOleObject>(one.get());
-        object->SetClientSite(site.get());
-        queryFor<IPersistStreamInit>(one.get())->InitNew();
-        object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, nullptr, 0, nullptr, nullptr);
-        const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
-        one->putref_objCompany(company.get());
-        one->put_CurrentTab(::toYearly);
-        object->Close(OLECLOSE_NOSAVE);
-        object->SetClientSite(nullptr);
-        site->log.clear();
-    };
-    for (int i = 0; i < 20; ++i)
-        live();
-    const long objects = library.alive();
-    const DWORD gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    const DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    DWORD handles = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
-    for (int i = 0; i < 1000; ++i)
-        live();
-    EXPECT_EQ(library.alive(), objects);
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), gdi + 2);
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), user + 2);
-    DWORD now = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &now);
-    EXPECT_LE(now, handles + 2);
-}
-
 } // namespace
 } // namespace vkr::automation

@@ -1,18 +1,38 @@
 // SPDX-License-Identifier: MIT
 // Calls by name with anything at all: an error code or a skipped statement, and nothing is left.
+#include "record/datum_table.hpp"
+#include "tests/automation/control_fixture.hpp"
 #include "tests/automation/scripted_objects.hpp"
-#include "tests/automation/test_container.hpp"
 
+#include <cstdio>
 #include <cstdlib>
 #include <random>
 
 namespace vkr::automation {
 namespace {
 
-// VKR_CALLS random calls; a build folder of its own may ask for more.
+// VKR_CALLS random calls; VKR_LONG_TESTS asks for many, from another seed each time.
 int wantedCalls() {
-    const char* const wanted = std::getenv("VKR_CALLS");
-    return wanted == nullptr ? 4000 : std::atoi(wanted);
+    if (const char* const wanted = std::getenv("VKR_CALLS"))
+        return std::atoi(wanted);
+    return std::getenv("VKR_LONG_TESTS") == nullptr ? 4000 : 400000;
+}
+unsigned seedOf(unsigned seed) {
+    const char* const wanted = std::getenv("VKR_SEED");
+    if (wanted != nullptr)
+        seed += static_cast<unsigned>(std::atoi(wanted));
+    else if (std::getenv("VKR_LONG_TESTS") != nullptr)
+        seed += 10 * (GetTickCount() % 100000);
+    std::printf("seed %u\n", seed);
+    return seed;
+}
+
+// Every block of every heap is as it was left.
+void expectWholeHeaps() {
+    HANDLE heaps[100];
+    const DWORD count = GetProcessHeaps(100, heaps);
+    for (DWORD i = 0; i < count; ++i)
+        EXPECT_NE(HeapValidate(heaps[i], 0, nullptr), FALSE);
 }
 
 class AnyVariant {
@@ -103,50 +123,55 @@ class AnyVariant {
     VARIANT given_;
 };
 
+void throwOne(IDispatch* object, std::mt19937& random) {
+    const DISPID member =
+        random() % 10 == 0 ? static_cast<DISPID>(random()) : static_cast<DISPID>(random() % 115);
+    const std::size_t count = random() % 8 == 0 ? random() % 6 : random() % 2;
+    std::vector<std::unique_ptr<AnyVariant>> held;
+    std::vector<VARIANT> arguments;
+    for (std::size_t j = 0; j < count; ++j) {
+        held.push_back(std::make_unique<AnyVariant>(random));
+        arguments.push_back(held.back()->get());
+    }
+    DISPID named[] = {DISPID_PROPERTYPUT, static_cast<DISPID>(random())};
+    const WORD kinds[] = {DISPATCH_METHOD,
+                          DISPATCH_PROPERTYGET,
+                          DISPATCH_PROPERTYPUT,
+                          DISPATCH_PROPERTYPUTREF,
+                          DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                          0,
+                          static_cast<WORD>(random())};
+    const WORD kind = kinds[random() % std::size(kinds)];
+    const UINT names =
+        (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0 || random() % 20 == 0
+            ? static_cast<UINT>(std::min<std::size_t>(count, 1 + random() % 9 / 8))
+            : 0;
+    DISPPARAMS given{arguments.empty() ? nullptr : arguments.data(), named,
+                     static_cast<UINT>(count), names};
+    OwnedVariant result;
+    EXCEPINFO error{};
+    UINT wrong = 0;
+    object->Invoke(member, IID_NULL, 0, kind, &given,
+                   random() % 3 == 0 ? nullptr : result.receive(),
+                   random() % 3 == 0 ? nullptr : &error, random() % 3 == 0 ? nullptr : &wrong);
+    SysFreeString(error.bstrDescription);
+    SysFreeString(error.bstrSource);
+    SysFreeString(error.bstrHelpFile);
+}
+
 struct HostileCalls : WithLibrary {
     void throwAt(REFCLSID id, unsigned seed) {
-        std::mt19937 random(seed);
+        std::mt19937 random(seedOf(seed));
         auto object = library.create<IDispatch>(id);
         const int calls = wantedCalls();
         for (int i = 0; i < calls; ++i) {
             if (i % 500 == 499)
                 object = library.create<IDispatch>(id);
-            const DISPID member = random() % 10 == 0 ? static_cast<DISPID>(random())
-                                                     : static_cast<DISPID>(random() % 115);
-            const std::size_t count = random() % 8 == 0 ? random() % 6 : random() % 2;
-            std::vector<std::unique_ptr<AnyVariant>> held;
-            std::vector<VARIANT> arguments;
-            for (std::size_t j = 0; j < count; ++j) {
-                held.push_back(std::make_unique<AnyVariant>(random));
-                arguments.push_back(held.back()->get());
-            }
-            DISPID named[] = {DISPID_PROPERTYPUT, static_cast<DISPID>(random())};
-            const WORD kinds[] = {DISPATCH_METHOD,
-                                  DISPATCH_PROPERTYGET,
-                                  DISPATCH_PROPERTYPUT,
-                                  DISPATCH_PROPERTYPUTREF,
-                                  DISPATCH_METHOD | DISPATCH_PROPERTYGET,
-                                  0,
-                                  static_cast<WORD>(random())};
-            const WORD kind = kinds[random() % std::size(kinds)];
-            const UINT names =
-                (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0 || random() % 20 == 0
-                    ? static_cast<UINT>(std::min<std::size_t>(count, 1 + random() % 9 / 8))
-                    : 0;
-            DISPPARAMS given{arguments.empty() ? nullptr : arguments.data(), named,
-                             static_cast<UINT>(count), names};
-            OwnedVariant result;
-            EXCEPINFO error{};
-            UINT wrong = 0;
-            object->Invoke(
-                member, IID_NULL, 0, kind, &given, random() % 3 == 0 ? nullptr : result.receive(),
-                random() % 3 == 0 ? nullptr : &error, random() % 3 == 0 ? nullptr : &wrong);
-            SysFreeString(error.bstrDescription);
-            SysFreeString(error.bstrSource);
-            SysFreeString(error.bstrHelpFile);
+            throwOne(object.get(), random);
         }
         // It still works.
         EXPECT_TRUE(object);
+        expectWholeHeaps();
     }
 };
 
@@ -163,6 +188,123 @@ TEST_F(HostileCalls, OfTheRecordAreSurvived) {
 TEST_F(HostileCalls, OfTheServicesAreSurvived) {
     throwAt(__uuidof(::TrailingEarnings), 3);
     throwAt(__uuidof(::StandardLocalizer), 4);
+}
+
+// Whatever asks is answered with no.
+void CALLBACK closeDialogs(HWND, UINT, UINT_PTR, DWORD) {
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM) -> BOOL {
+            wchar_t kind[40] = L"";
+            GetClassNameW(window, kind, 40);
+            if (std::wstring_view(kind) == L"#32770")
+                PostMessageW(window, WM_COMMAND,
+                             IsWindow(GetDlgItem(window, IDNO)) ? IDNO : IDCANCEL, 0);
+            return TRUE;
+        },
+        0);
+}
+
+struct OnShow : Control {
+    UINT_PTR timer = SetTimer(nullptr, 0, 5, closeDialogs);
+    ~OnShow() override { KillTimer(nullptr, timer); }
+};
+
+// The handler of each event calls back into the control, whatever that is doing.
+TEST_F(OnShow, RandomCallsFromWithinEventsAreSurvived) {
+    std::mt19937 random(seedOf(5));
+    const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
+    const auto sink = makeCom<EventSink>();
+    int depth = 0;
+    sink->heard = [&](DISPID) {
+        if (depth > 3)
+            return;
+        ++depth;
+        throwOne(control.get(), random);
+        if (random() % 20 == 0)
+            doVerb(static_cast<LONG>(random() % 5) - 5);
+        if (random() % 20 == 0)
+            as<IOleObject>()->Close(OLECLOSE_NOSAVE);
+        --depth;
+    };
+    const int calls = wantedCalls() / 8;
+    for (int i = 0; i < calls; ++i) {
+        if (i % 100 == 0) {
+            site->control.reset();
+            control = library.create<::_VKRDataEntry>(__uuidof(::VKRDataEntry));
+            open(company.get());
+            DWORD cookie = 0;
+            EXPECT_EQ(pointOf(control.get(), __uuidof(::__VKRDataEntry))
+                          ->Advise(static_cast<IDispatch*>(sink.get()), &cookie),
+                      S_OK);
+        }
+        throwOne(control.get(), random);
+        if (random() % 4 == 0)
+            control->SetNext();
+        if (random() % 8 == 0)
+            turn();
+        if (i % 100 == 99)
+            takeAway();
+    }
+    site->frame->active.reset();
+    expectWholeHeaps();
+}
+
+TEST_F(OnShow, CallsAfterTheEndAreAnswered) {
+    const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
+    open(company.get());
+    takeAway();
+    HWND window = nullptr;
+    SIZEL size{};
+    EXPECT_EQ(as<IOleInPlaceObject>()->GetWindow(&window), E_FAIL);
+    EXPECT_EQ(doVerb(OLEIVERB_SHOW), E_FAIL);
+    EXPECT_EQ(as<IOleInPlaceObject>()->UIDeactivate(), S_OK);
+    EXPECT_EQ(as<IOleObject>()->Close(OLECLOSE_NOSAVE), S_OK);
+    EXPECT_EQ(as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &size), S_OK);
+    EXPECT_EQ(control->SetNext(), S_OK);
+    EXPECT_EQ(control->LeaveField(), S_OK);
+    EXPECT_EQ(as<IOleControl>()->OnAmbientPropertyChange(DISPID_UNKNOWN), S_OK);
+    ComPtr<::iVKR_Company> back;
+    EXPECT_EQ(control->get_objCompany(back.receive()), S_OK);
+    EXPECT_EQ(back.get(), company.get());
+}
+
+// The figures that a host hands in wrongly stay what they were.
+TEST_F(OnShow, AWrongValueChangesNoFigure) {
+    const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
+    IDispatch* const record = company.get();
+    const auto years = static_cast<std::size_t>(rowOf(Datum::YRevenueSeries).upper) + 1;
+    EXPECT_EQ(putByName(record, "CurrentPrice", 12.5).result, S_OK);
+    EXPECT_EQ(
+        putByName(record, "YRevenueSeries", numberArray(std::vector<double>(years, 2.5))).result,
+        S_OK);
+    open(company.get());
+    const Variant series = getByName(record, "YRevenueSeries");
+    VARIANT missing{};
+    (V_VT(&missing) = VT_ERROR), V_ERROR(&missing) = DISP_E_PARAMNOTFOUND;
+    VARIANT dangling{};
+    (V_VT(&dangling) = VT_BYREF | VT_R8), V_R8REF(&dangling) = nullptr;
+    OwnedVariant nested;
+    toVariant(VariantArray(0, {Variant(numberArray({1, 2}, 0)), Variant(3.0)}), nested);
+    OwnedVariant texts;
+    toVariant(textArray({"1", "2", "3"}), texts);
+    for (const VARIANT& wrong : {missing, dangling, nested.get(), texts.get()}) {
+        for (const char* const name : {"CurrentPrice", "YRevenueSeries"})
+            EXPECT_TRUE(
+                FAILED(invoke(record, idOf(record, name), DISPATCH_PROPERTYPUT, {wrong}).result))
+                << name << V_VT(&wrong);
+        EXPECT_TRUE(
+            FAILED(invoke(dispatch(), idOf(dispatch(), "objCompany"), DISPATCH_PROPERTYPUT, {wrong})
+                       .result));
+    }
+    EXPECT_TRUE(
+        FAILED(invoke(record, idOf(record, "CurrentPrice"), DISPATCH_PROPERTYPUT, {}).result));
+    EXPECT_EQ(getByName(record, "CurrentPrice"), Variant(12.5));
+    EXPECT_EQ(getByName(record, "YRevenueSeries"), series);
+    ComPtr<::iVKR_Company> back;
+    EXPECT_EQ(control->get_objCompany(back.receive()), S_OK);
+    EXPECT_EQ(back.get(), company.get());
+    takeAway();
 }
 
 TEST_F(HostileCalls, NamesOfAnyKindAreRefused) {

@@ -2,6 +2,8 @@
 // What registering writes, read back; and what is left when it is taken back.
 #include "tests/automation/loaded_library.hpp"
 
+#include <thread>
+
 namespace vkr::automation {
 namespace {
 
@@ -85,6 +87,45 @@ TEST_P(Registration, LeavesSomebodyElsesIdentifierAlone) {
     EXPECT_EQ(install(false), S_OK);
     EXPECT_EQ(value(L"iVKR_DataEntry.Localizer\\CLSID"), other);
     RegDeleteTreeW(root, L"Software\\Classes\\iVKR_DataEntry.Localizer");
+}
+
+// The interfaces are marshalled by the type libraries that are registered.
+TEST(RegistrationForTheMachine, LetsAnotherApartmentCallTheInterfaces) {
+    using Install = HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR);
+    const auto install = reinterpret_cast<Install>(
+        reinterpret_cast<void*>(LoadedLibrary::get().function("DllInstall")));
+    ASSERT_EQ(install(TRUE, L"machine"), S_OK);
+    HRESULT read = E_FAIL;
+    HRESULT given = E_FAIL;
+    SHORT rows = 0;
+    std::string name;
+    std::thread([&] {
+        CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        {
+            ComPtr<::_VKRDataEntry> control;
+            ComPtr<::iVKR_Company> company;
+            CoCreateInstance(__uuidof(::VKRDataEntry), nullptr, CLSCTX_INPROC_SERVER,
+                             __uuidof(::_VKRDataEntry), control.receiveAny());
+            CoCreateInstance(__uuidof(::Company), nullptr, CLSCTX_INPROC_SERVER,
+                             __uuidof(::iVKR_Company), company.receiveAny());
+            if (control && company) {
+                read = control->get_VisibleQuarters(&rows);
+                company->put_Name(Bstr("Acme").get());
+                given = control->putref_objCompany(company.get());
+                ComPtr<::iVKR_Company> back;
+                Bstr told;
+                if (SUCCEEDED(control->get_objCompany(back.receive())) && back &&
+                    SUCCEEDED(back->get_Name(told.receive())))
+                    name = textOf(told.get());
+            }
+        }
+        CoUninitialize();
+    }).join();
+    EXPECT_EQ(install(FALSE, L"machine"), S_OK);
+    EXPECT_EQ(read, S_OK);
+    EXPECT_EQ(rows, 9);
+    EXPECT_EQ(given, S_OK);
+    EXPECT_EQ(name, "Acme");
 }
 
 INSTANTIATE_TEST_SUITE_P(ForWhom, Registration, testing::Values(L"user", L"machine"),
