@@ -35,6 +35,7 @@ class Tour {
         showList();
         showOpened("calendar", "txtLastUpdate", VK_F4);
         showOpened("menu", "txtName", VK_APPS);
+        showBlocks();
         showHelp();
     }
 
@@ -52,8 +53,8 @@ class Tour {
         host_.entry().showField(field);
         host_.pump();
     }
-    void strike(WORD key) {
-        strikeKey(key);
+    void strike(WORD key, int shift = 0) {
+        strikeKey(key, shift);
         host_.pump();
     }
 
@@ -80,7 +81,7 @@ class Tour {
     }
 
     // What opens has a loop of its own: a timer takes the picture, and closes it.
-    void showOpened(const char* name, const char* field, WORD key) {
+    void showOpened(const char* name, const char* field, WORD key, int shift = 0) {
         enter(field);
         name_ = name;
         open_ = this;
@@ -90,8 +91,22 @@ class Tour {
                 strikeKey(VK_ESCAPE);
             }
         });
-        strike(key);
+        strike(key, shift);
         KillTimer(nullptr, timer);
+    }
+
+    // Several cells, and what a spreadsheet has put on the clipboard.
+    void showBlocks() {
+        host_.entry().put_CurrentTab(toYearly);
+        enter("txtSales(3)");
+        for (int step = 0; step < 3; ++step)
+            strike(VK_DOWN, shifts::shift);
+        strike(VK_RIGHT, shifts::shift);
+        show("selection");
+        strike(VK_ESCAPE);
+        host_.services().setClipboardText("1,234.5\tn/a\r\n(2)\t4\r\n12 %\t\r\n1.5.2\t7\r\n");
+        showOpened("paste", "txtSales(3)", 'V', shifts::control);
+        host_.entry().put_CurrentTab(toCompany);
     }
 
     void showHelp() {
