@@ -269,8 +269,8 @@ void ChangeJournal::Noting::add(ChangeGroup group) {
     if (!followsOnly(group)) {
         undone.clear();
         done.push_back(std::move(group));
-    } else if (!done.empty() && !std::ranges::all_of(group.changes, isLock)) {
-        done.push_back(std::move(group)); // goes with the one before it
+    } else if (!std::ranges::all_of(group.changes, isLock)) {
+        done.push_back(std::move(group)); // goes with the one before it, where there is any
     }
 }
 

@@ -19,8 +19,10 @@ namespace vkr {
 // leaves each figure as it is that FigureOrigins::mayDerive() says no to, unless what it follows
 // from was written in the same action. What is absent may always be worked out.
 //
-//     entry.commitInto(std::make_shared<KeptFigures>(copy, [&] { return origins; }));
+//     const auto journal = std::make_shared<ChangeJournal>(record);
+//     entry.put_objCompany(std::make_shared<KeptFigures>(journal, [&] { return origins; }));
 //
+// Taking back and doing again are no writes of it: the figure comes back that was there before.
 // Throws what the other record throws.
 class KeptFigures final : public iVKR_Company, public ActionListener {
   public:

@@ -96,12 +96,25 @@ std::vector<DatumChange> wholeData(const iVKR_Company& company, std::span<const 
     return whole;
 }
 
+bool isWorkedOut(Datum datum, std::span<const Change> changes) {
+    return std::ranges::all_of(changes, [datum](const Change& one) {
+        return !one.setting.empty() || one.datum != datum || one.origin == Origin::derived;
+    });
+}
+
+// What followed by itself is written where it does not follow again: one datum may move another.
 std::optional<std::string> putData(iVKR_Company& company, std::span<const Change> changes) {
     std::vector<DatumChange> left;
-    auto refusal = failureOf([&] { left = wholeData(company, changes); });
-    for (int pass = 0; pass < 2 && !refusal && !left.empty(); ++pass) {
-        refusal = applyChanges(company, left);
-        if (!refusal) // one datum may have moved another
+    std::vector<DatumChange> first;
+    auto refusal = failureOf([&] {
+        left = wholeData(company, changes);
+        std::ranges::copy_if(left, std::back_inserter(first), [changes](const DatumChange& one) {
+            return !isWorkedOut(one.datum, changes);
+        });
+    });
+    for (int pass = 0; pass < 3 && !refusal && !left.empty(); ++pass) {
+        refusal = applyChanges(company, pass == 0 ? first : left);
+        if (!refusal)
             refusal = failureOf([&] {
                 std::erase_if(left, [&](const DatumChange& one) {
                     return isSame(readDatum(company, one.datum), one.after);

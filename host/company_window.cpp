@@ -159,6 +159,7 @@ void CompanyWindow::setOffered(const OfferedLists& lists) {
 void CompanyWindow::open(std::shared_ptr<CompanyRecord> record) {
     const auto stored = record->clone();
     showRecord(std::move(record));
+    noteWorkedOut(*stored);
     startFrom(*stored);
 }
 
@@ -176,7 +177,8 @@ void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {
     record_ = std::move(record);
     entry_->setDirty(false);
     journal_ = std::make_shared<ChangeJournal>(record_);
-    entry_->setCompany(journal_);
+    kept_ = std::make_shared<KeptFigures>(journal_, [this] { return origins(); });
+    entry_->setCompany(kept_);
     journal_->startOver(); // what loading suggests is no change
     showTitle();
 }
@@ -191,10 +193,8 @@ QString CompanyWindow::title() const {
 
 std::shared_ptr<CompanyRecord> CompanyWindow::committed() const {
     auto copy = record_->clone();
-    // All that a commit writes it has worked out.
-    const auto kept = std::make_shared<KeptFigures>(copy, [this] { return origins(); });
-    const ActionScope working(kept, {Origin::derived, {}, {}});
-    entry_->component().commitInto(kept);
+    entry_->component().commitInto(
+        std::make_shared<KeptFigures>(copy, [this] { return origins(); }));
     return copy;
 }
 
@@ -289,15 +289,13 @@ bool CompanyWindow::save() {
         return false;
     for (;;) {
         const auto saving = recordToSave();
-        const auto result = store_.save(id_, *saving, revision_, account());
+        const auto result = store_.save(id_, *saving, revision_, account(*saving));
         if (result) {
             id_ = result.value().id;
             revision_ = result.value().revision;
             entry_->setDirty(false);
-            if (const auto stored = store_.load(*id_)) {
-                origins_ = stored.value().origins;
+            if (const auto stored = store_.load(*id_))
                 calledRight_ = stored.value().calledRight;
-            }
             startFrom(*saving);
             if (history_ != nullptr && history_->isVisible())
                 history_->refresh();

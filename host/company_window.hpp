@@ -17,6 +17,7 @@ namespace vkr {
 class Assistant;
 class FigureChecks;
 class HistoryWindow;
+class KeptFigures;
 class SilencedFindings;
 
 // What the three lists of the component offer.
@@ -89,11 +90,12 @@ class CompanyWindow : public QMainWindow {
     HistoryWindow& history();
     void showHistory(Datum datum, std::optional<int> element);
     void restoreState(const HistoryGroup& group);
-    // What was changed since the company was opened or saved.
-    [[nodiscard]] SaveAccount account() const;
+    // What was changed since the company was opened or saved, and what saving adds.
+    [[nodiscard]] SaveAccount account(const CompanyRecord& saving) const;
     void unload(int mode);
     void open(std::shared_ptr<CompanyRecord> record); // as it is stored
     void showRecord(std::shared_ptr<CompanyRecord> record);
+    void noteWorkedOut(const CompanyRecord& before); // by loading
     void showTitle();
     void showModified();
     [[nodiscard]] QString title() const;
@@ -117,13 +119,15 @@ class CompanyWindow : public QMainWindow {
     FigureChecks* checks_;
     Assistant* assistant_ = nullptr; // from the first question on
     HistoryWindow* history_ = nullptr;
-    FigureOrigins origins_;                     // of what is stored
-    std::vector<FindingVerdict> calledRight_;   // the same
+    FigureOrigins origins_;                     // of the record as it was opened
+    std::vector<FindingVerdict> calledRight_;   // of what is stored
     std::optional<std::int64_t> judgedCompany_; // that they are kept beside
     std::shared_ptr<CompanyRecord> record_;
-    std::shared_ptr<ChangeJournal> journal_;            // that the form edits it through
-    std::vector<std::unique_ptr<UnsavedChanges>> kept_; // on the disk; the last one is written
-    bool toldOfKeeping_ = false;                        // that it does not work
+    std::shared_ptr<ChangeJournal> journal_; // of what is done to it
+    std::shared_ptr<KeptFigures> kept_;      // that the form edits it through
+    // On the disk; the last one is written.
+    std::vector<std::unique_ptr<UnsavedChanges>> unsaved_;
+    bool toldOfKeeping_ = false; // that it does not work
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
     std::shared_ptr<const CompanyRecord> unchanged_; // as the form shows it without any change

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Where figures come from and what became of them, of the window of a company.
+#include "company/kept_figures.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "host/company_window.hpp"
 #include "host/figure_checks.hpp"
@@ -8,14 +9,15 @@
 #include "host/silenced_in_store.hpp"
 #include "host/texts.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace vkr {
 
 FigureOrigins CompanyWindow::origins() const {
     FigureOrigins now = origins_;
-    if (unchanged_ != nullptr) // else a company is just being opened
-        for (const ChangeGroup& group : journal_->unsaved())
+    if (journal_ != nullptr)
+        for (const ChangeGroup& group : journal_->groups())
             now.note(group);
     return now;
 }
@@ -35,14 +37,25 @@ std::shared_ptr<const SilencedFindings> CompanyWindow::silenced() const {
     return checks_->silenced();
 }
 
-SaveAccount CompanyWindow::account() const {
+// A sum that was missing; suggested dates are none of these, and are stored once they are typed.
+void CompanyWindow::noteWorkedOut(const CompanyRecord& before) {
+    ChangeGroup loading = changesBetween(before, *record_, {Origin::derived, {}, {}});
+    std::erase_if(loading.changes, [](const Change& change) {
+        return !change.setting.empty() ||
+               std::ranges::find(derivations(), change.datum, &Derivation::derived) ==
+                   derivations().end();
+    });
+    origins_.note(loading);
+}
+
+SaveAccount CompanyWindow::account(const CompanyRecord& saving) const {
     SaveAccount account;
     account.groups = journal_->unsaved();
     account.rest = {Origin::derived, tr("Worked out when it was saved").toStdString(), {}};
-    if (!id_ && origins_ != FigureOrigins()) {
+    account.origins = origins();
+    account.origins->note(changesBetween(*record_, saving, account.rest));
+    if (!id_ && origins_ != FigureOrigins())
         account.rest = {Origin::typed, tr("Saved as a copy").toStdString(), {}};
-        account.origins = origins();
-    }
     return account;
 }
 

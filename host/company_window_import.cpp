@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Figures from filings, of the window of a company.
+#include "company/kept_figures.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "form/controls.hpp"
 #include "host/company_window.hpp"
@@ -29,7 +30,7 @@ void CompanyWindow::importFilings(const QString& path) {
     transfer.originOf = originOfFigures();
     transfer.helpAsked = [this] { emit helpAsked(help::filings); };
     const QPointer<CompanyWindow> stays(this);
-    const auto figures = transfer.import(path, journal_);
+    const auto figures = transfer.import(path, kept_);
     if (!figures || !stays)
         return;
     entry_->recordChanged();

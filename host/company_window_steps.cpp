@@ -114,12 +114,12 @@ QStringList CompanyWindow::restore(const std::vector<ChangeGroup>& groups) {
 }
 
 void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
-    kept_.push_back(std::make_unique<UnsavedChanges>(
+    unsaved_.push_back(std::make_unique<UnsavedChanges>(
         unsavedPlaceOf(store_),
         UnsavedCompany{id_, revision_, digestOf(stored), title().toStdString()}));
     journal_->unsavedChanged = [this](const ChangeGroup* added) {
         const auto failure =
-            added != nullptr ? kept_.back()->add(*added) : kept_.back()->takeBackLast();
+            added != nullptr ? unsaved_.back()->add(*added) : unsaved_.back()->takeBackLast();
         if (failure && !toldOfKeeping_)
             notice(*this, tr("Changes are not kept on the disk before they are saved: %1")
                               .arg(fromUtf8(*failure)));
@@ -128,9 +128,9 @@ void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
 }
 
 void CompanyWindow::forgetUnsaved() {
-    for (const auto& kept : kept_)
+    for (const auto& kept : unsaved_)
         kept->remove();
-    kept_.clear();
+    unsaved_.clear();
     journal_->setSavePoint();
 }
 

@@ -46,7 +46,10 @@ std::optional<double> TrailingSum::worked() {
 void TrailingSum::store(double sum) {
     const ActionScope derived(session_.company, {Origin::derived, {}, {}});
     session_.company->put_Last4QEPS(sum);
-    session_[controls::trailingEarnings].setMark({});
+    auto& field = session_[controls::trailingEarnings];
+    // A record may keep what was typed, and then it is as doubtful as before.
+    if (field.isUnstored() || session_.company->get_Last4QEPS() == sum)
+        field.setMark({});
 }
 
 void TrailingSum::derive() {
@@ -87,7 +90,10 @@ void TrailingSum::show() {
     if (field.isUnstored())
         return;
     const std::string before = field.tag();
+    const FieldMark mark = field.mark();
     session_.consequences.trailingEarningsDerived();
+    if (field.text() == before)
+        field.setMark(mark);
     field.setTag(before);
     checkFieldChange(field, session_);
 }

@@ -18,7 +18,8 @@ struct SaveAccount {
     std::vector<ChangeGroup> groups; // since the last save, the first one first
     // An import says where it comes from: {Origin::imported, "Import of AAPL", "AAPL-company.csv"}.
     Action rest;
-    // Of a new company that was made from another one: where its data come from.
+    // Where the data come from that are saved, where whoever saves knows better than the groups
+    // tell, such as of a company that was made from another one, or of what was taken back.
     std::optional<FigureOrigins> origins = std::nullopt;
 };
 

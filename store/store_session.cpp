@@ -112,7 +112,7 @@ CompanyKey StoreSession::write(const StoredState& stored, const SaveRequest& req
     const auto record = request.record->clone();
     const auto groups = exactGroups(*stored.record, *record, request.account);
     FigureOrigins origins = stored.origins;
-    if (isNew && request.account.origins)
+    if (request.account.origins)
         origins = *request.account.origins;
     else
         for (const ChangeGroup& group : groups)

@@ -145,6 +145,30 @@ TEST_F(Journal, WhatARecordMovesByItselfBelongsToTheGroup) {
     EXPECT_TRUE(sameAs(*after, *company));
 }
 
+// Neither by undo nor by a refusal: a later last quarter would leave the grid behind.
+TEST_F(Journal, WhatFollowsBySayingNothingGoesOnToDoSo) {
+    company->put_LastQDateForGrid({});
+    const auto before = company->clone();
+    journal->put_LastQDate(*makeDate(2027, 3, 31));
+    ASSERT_EQ(brief(0).size(), 2U);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_EQ(company->stored(Datum::LastQDateForGrid), before->stored(Datum::LastQDateForGrid));
+    {
+        const ActionScope paste(journal, {});
+        journal->put_LastQDate(*makeDate(2028, 3, 31));
+        journal->put_Name("Acme");
+        journal->put_TotalDebt(3);
+    }
+    for (const char* operation : {"write Name", "write TotalDebt"}) {
+        record->failing = {operation};
+        EXPECT_TRUE(journal->undo());
+        EXPECT_EQ(company->stored(Datum::LastQDateForGrid),
+                  before->stored(Datum::LastQDateForGrid));
+        record->failing.clear();
+    }
+}
+
 TEST_F(Journal, SettingsAreNotedAndTakenBack) {
     company->get_Settings()->put(setting::unit, std::int16_t{6});
     journal->get_Settings()->put(setting::unit, std::int16_t{9});

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "company/change_journal.hpp"
 #include "company/kept_figures.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
@@ -145,6 +146,158 @@ TEST_F(KeptFiguresTest, EverythingElseIsPassedOn) {
     above->put_QuarterlyFlag(1);
     static_cast<void>(above->get_SettingsApply());
     EXPECT_GE(scripted->log.size(), 1U);
+}
+
+// --- the record that is edited -------------------------------------------------------------------
+
+// As a host holds it: the form, what is kept, the journal, the record.
+class KeptWhileEdited : public testing::Test {
+  protected:
+    KeptWhileEdited() {
+        put(Datum::YNetIncSeries, 8000);
+        put(Datum::YPTISeries, 10279.3);
+        put(Datum::YTaxRateSeries, 18.1);
+        record->put_Last4QEPS(3.75);
+        for (int quarter = 0; quarter < 4; ++quarter)
+            put(Datum::QEPSSeries, 1, quarter);
+        for (const Datum series : {Datum::YNetIncSeries, Datum::YPTISeries, Datum::YTaxRateSeries})
+            opened.put(series, year, {Origin::imported, "0001-24-5", false});
+        opened.put(Datum::Last4QEPS, {}, {Origin::imported, "0001-24-5", false});
+        scene.load(kept);
+        journal->startOver();
+        scene.entry->historyAsked = [this](HistoryStep step) {
+            const bool isDone = step == HistoryStep::undo ? !journal->undo() : !journal->redo();
+            scene.entry->recordChanged();
+            return isDone;
+        };
+    }
+    void put(Datum series, double figure, int element = year) const {
+        Variant figures = readSeries(*record, series);
+        figures.array().setNumber(element, figure);
+        writeSeries(*record, series, figures);
+    }
+    [[nodiscard]] double rate(int element = year) const {
+        return record->get_YTaxRateSeries().array().number(element);
+    }
+    void commit() { static_cast<void>(scene.entry->get_objCompany()); }
+    // What the grid shows of the year, in the column of the pair.
+    [[nodiscard]] std::string shown() const { return scene.text("txtYOption", 10 - year); }
+    void showTaxRates() {
+        test::show(scene, "optPTI(1)");
+        scene.desktop.click("optPTI(1)");
+    }
+
+    EntryScene scene;
+    std::shared_ptr<CompanyRecord> record = test::datedCompany();
+    FigureOrigins opened;
+    std::shared_ptr<ChangeJournal> journal = std::make_shared<ChangeJournal>(record);
+    std::shared_ptr<KeptFigures> kept = std::make_shared<KeptFigures>(journal, [this] {
+        FigureOrigins now = opened;
+        for (const ChangeGroup& group : journal->groups())
+            now.note(group);
+        return now;
+    });
+};
+
+TEST_F(KeptWhileEdited, AnImportedTaxRateStaysByOkAndByEditingSomethingElse) {
+    commit();
+    EXPECT_EQ(rate(), 18.1);
+    scene.entry->put_blnDirty(false); // as a host does that has saved
+    test::typeOver(scene, "txtSales(7)", "12000");
+    test::typeOver(scene, "txtYOption(6)", "900");
+    test::typeOver(scene, "txtName", "Acme");
+    commit();
+    EXPECT_EQ(rate(), 18.1);
+    showTaxRates();
+    test::show(scene, "txtYOption(7)");
+    EXPECT_EQ(shown(), "18.10");
+    commit();
+    EXPECT_EQ(rate(), 18.1);
+    EXPECT_EQ(record->get_YPTISeries().array().number(year), 10279.3);
+}
+
+TEST_F(KeptWhileEdited, AnEditedInputLetsTheComputedFigureThrough) {
+    put(Datum::YNetIncSeries, 700, year + 1);
+    put(Datum::YPTISeries, 1000, year + 1);
+    put(Datum::YTaxRateSeries, 31, year + 1);
+    scene.entry->recordChanged();
+    test::typeOver(scene, "txtYOption(7)", "10000");
+    commit();
+    EXPECT_DOUBLE_EQ(rate(), 20);
+    EXPECT_EQ(rate(year + 1), 31) << "of another year, whose figures nobody has edited";
+    test::typeOver(scene, "txtYOption(7)", "16000");
+    commit();
+    EXPECT_DOUBLE_EQ(rate(), 50) << "what was worked out follows on";
+}
+
+TEST_F(KeptWhileEdited, AnInputThatIsTakenBackBringsTheFigureBack) {
+    for (const bool isSaved : {false, true}) {
+        SCOPED_TRACE(isSaved);
+        test::typeOver(scene, "txtYOption(7)", "10000");
+        commit();
+        ASSERT_DOUBLE_EQ(rate(), 20);
+        if (isSaved)
+            journal->setSavePoint();
+        scene.entry->step(HistoryStep::undo);
+        ASSERT_EQ(rate(), 18.1);
+        commit();
+        EXPECT_EQ(rate(), 18.1);
+        scene.entry->step(HistoryStep::redo);
+        commit();
+        EXPECT_DOUBLE_EQ(rate(), 20);
+        scene.entry->step(HistoryStep::undo);
+        EXPECT_EQ(rate(), 18.1);
+    }
+}
+
+TEST_F(KeptWhileEdited, ATypedRateStaysBesideItsIncome) {
+    showTaxRates();
+    test::typeOver(scene, "txtYOption(7)", "18.25");
+    test::show(scene, "optPTI(0)");
+    scene.desktop.click("optPTI(0)");
+    commit();
+    EXPECT_EQ(rate(), 18.25);
+    EXPECT_NEAR(record->get_YPTISeries().array().number(year), 10279.3, 1e-9)
+        << "the choice derives nothing by itself";
+}
+
+TEST_F(KeptWhileEdited, AnImportedTrailingSumStaysUntilAQuarterChanges) {
+    test::show(scene, "txtLast4QEPS");
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "3.75");
+    EXPECT_EQ(record->get_Last4QEPS(), 3.75);
+    test::typeOver(scene, "txtName", "Acme");
+    scene.desktop.clickTab(toQuarterly);
+    scene.desktop.click("txtEPS(1)");
+    scene.desktop.type("{TAB}"); // left as it was
+    scene.load(kept);
+    EXPECT_EQ(record->get_Last4QEPS(), 3.75);
+    test::typeOver(scene, "txtEPS(1)", "1.5");
+    EXPECT_EQ(record->get_Last4QEPS(), 4.5);
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "4.50");
+}
+
+TEST_F(KeptWhileEdited, ATypedTrailingSumKeepsItsDoubtWhileItStays) {
+    test::typeOver(scene, "txtLast4QEPS", "3.9");
+    const FieldMark doubt = scene.field("txtLast4QEPS").mark();
+    ASSERT_EQ(doubt.kind, MarkKind::doubtful);
+    scene.desktop.clickTab(toQuarterly);
+    scene.desktop.click("txtEPS(1)");
+    scene.desktop.type("{TAB}");
+    EXPECT_EQ(record->get_Last4QEPS(), 3.9);
+    EXPECT_EQ(scene.field("txtLast4QEPS").mark(), doubt);
+    test::typeOver(scene, "txtEPS(1)", "1.5");
+    EXPECT_EQ(record->get_Last4QEPS(), 4.5);
+    EXPECT_EQ(scene.field("txtLast4QEPS").mark(), FieldMark());
+}
+
+// A figure that is pasted with what it follows from is as good as one that is pasted alone.
+TEST_F(KeptWhileEdited, ABlockKeepsItsOwnSum) {
+    const std::vector<DatumChange> both = {{Datum::QEPSSeries, 2, 1.0, 1.25},
+                                           {Datum::Last4QEPS, {}, 3.75, 4.2}};
+    EXPECT_EQ(scene.entry->changeRecord(both, {Origin::imported, "Import", "0002"}), std::nullopt);
+    commit();
+    scene.load(kept);
+    EXPECT_EQ(record->get_Last4QEPS(), 4.2);
 }
 
 } // namespace

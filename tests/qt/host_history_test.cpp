@@ -97,6 +97,35 @@ TEST_F(HostHistory, AnImportedTaxRateIsWhatItWasAfterOk) {
     EXPECT_EQ(saved.record->get_City(), "Graz");
     EXPECT_EQ(saved.record->get_YTaxRateSeries().array().number(2), 18.1);
     EXPECT_EQ(saved.origins.of(Datum::YTaxRateSeries, 2).document, "0001-24-5");
+    // On screen it is what it was, too, also where the window stays open and saves again.
+    EXPECT_EQ(window->record()->get_YTaxRateSeries().array().number(2), 18.1);
+    change(*window, Datum::City, "Wien");
+    ASSERT_TRUE(window->save());
+    EXPECT_EQ(host_->store().load(id).value().record->get_YTaxRateSeries().array().number(2), 18.1);
+    window->discard();
+}
+
+// What it follows from is edited, saved, and taken back after that.
+TEST_F(HostHistory, AnImportedTaxRateComesBackWithItsOrigin) {
+    const std::int64_t id = idOf("AAPL");
+    CompanyWindow* window = host_->openCompany(id);
+    const double imported = window->record()->get_YTaxRateSeries().array().number(2);
+    const double income = window->record()->get_YPTISeries().array().number(2);
+    const FigureOrigins before = window->origins();
+    ASSERT_EQ(before.of(Datum::YTaxRateSeries, 2).origin, Origin::imported);
+    const std::vector<DatumChange> changes = {{Datum::YPTISeries, 2, income, income * 2}};
+    ASSERT_EQ(window->entry().component().changeRecord(changes, {Origin::typed, "", ""}),
+              std::nullopt);
+    ASSERT_TRUE(window->save());
+    EXPECT_NE(window->record()->get_YTaxRateSeries().array().number(2), imported);
+    EXPECT_EQ(window->origins().of(Datum::YTaxRateSeries, 2).origin, Origin::derived);
+    window->entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(window->record()->get_YTaxRateSeries().array().number(2), imported);
+    ASSERT_TRUE(window->save());
+    const auto saved = host_->store().load(id).value();
+    EXPECT_EQ(saved.record->get_YTaxRateSeries().array().number(2), imported);
+    EXPECT_EQ(saved.origins.of(Datum::YTaxRateSeries, 2), before.of(Datum::YTaxRateSeries, 2));
+    EXPECT_EQ(saved.origins.of(Datum::YPTISeries, 2), before.of(Datum::YPTISeries, 2));
     window->discard();
 }
 
