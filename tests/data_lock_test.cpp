@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "company/split.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <functional>
@@ -68,8 +69,14 @@ TEST_F(DataLock, NothingThatAPersonDoesChangesALockedField) {
     for (auto* field : fields()) {
         const std::string text = field->text();
         reveal(*field);
-        for (const auto* keys : {"7", "x", "{DEL}", "{BACKSPACE}", "^a{DEL}", "^a^x", "^a^v", "^z",
-                                 "+{INSERT}", "^a+{DEL}", "-", "^{BACKSPACE}", "^{DEL}"}) {
+        for (const auto* keys :
+             {"7",           "x",         "{DEL}",     "{BACKSPACE}", "^a{DEL}",   "^a^x",
+              "^a^v",        "^z",        "+{INSERT}", "^a+{DEL}",    "-",         "^{BACKSPACE}",
+              "^{DEL}",      "^y",        "^+z",       "^d",          "^'",        "+{DOWN}{DEL}",
+              "+{DOWN}{BS}", "+{DOWN}^x", "+{UP}^d",   "+{DOWN}^'",   "^a^a{DEL}", "^a^a^v"}) {
+            // Alone in its field the clipboard has a figure, over several cells a block.
+            desktop.setClipboardText(std::string_view(keys).find("^a^a") == 0 ? "1\t2\n3\t4" : "9");
+            desktop.acceptNextPaste();
             field->setFocus();
             desktop.type(keys);
             EXPECT_EQ(field->text(), text) << field->id() << " " << keys;
@@ -90,8 +97,42 @@ TEST_F(DataLock, NothingThatAPersonDoesChangesALockedField) {
     }
     EXPECT_FALSE(entry.get_blnDirty());
     EXPECT_TRUE(sameAs(*before, *company));
-    EXPECT_EQ(desktop.clipboardText(), "9");
+    EXPECT_EQ(desktop.clipboardText(), "1\t2\n3\t4");
     EXPECT_TRUE(desktop.messages().empty());
+    EXPECT_TRUE(desktop.pastes().empty());
+}
+
+TEST_F(DataLock, NoStepIsTakenBackOrDoneAgain) {
+    int asked = 0;
+    entry.historyAsked = [&](HistoryStep) { return ++asked > 0; };
+    desktop.click("txtName");
+    desktop.type("^z^y");
+    ASSERT_EQ(asked, 2);
+    lock(true);
+    desktop.click("txtName");
+    desktop.type("^z^y^+z");
+    entry.step(HistoryStep::undo);
+    entry.step(HistoryStep::redo);
+    EXPECT_EQ(asked, 2);
+}
+
+// A split, an import and a state of the history come in this way.
+TEST_F(DataLock, WhatAHostChangesAsOneActionIsRefusedWithAWord) {
+    std::vector<DatumChange> changes;
+    for (const SplitChange& one : splitChanges(*company, {{2, 1}, *makeDate(2026, 11, 1)}).changes)
+        changes.push_back(one.change);
+    ASSERT_GT(changes.size(), 50U);
+    lock(true);
+    entry.put_blnDirty(false);
+    const auto before = company->clone();
+    for (const Origin origin : {Origin::typed, Origin::imported, Origin::pasted})
+        EXPECT_EQ(entry.changeRecord(changes, {origin, "All at Once", ""}),
+                  "The data is locked. Unlock it to change anything.");
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_FALSE(entry.get_blnDirty());
+    lock(false);
+    EXPECT_EQ(entry.changeRecord(changes, {Origin::typed, "All at Once", ""}), std::nullopt);
+    EXPECT_FALSE(sameAs(*before, *company));
 }
 
 TEST_F(DataLock, CopyingStillWorks) {

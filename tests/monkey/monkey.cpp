@@ -2,10 +2,14 @@
 #include "tests/monkey/monkey.hpp"
 
 #include "binding/company_fields.hpp"
+#include "company/company_csv.hpp"
+#include "company/record_snapshot.hpp"
+#include "company/split.hpp"
 #include "input/date_pattern.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "platform/text.hpp"
+#include "plausibility/company_findings.hpp"
 #include "quarterly/quarterly_grid.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/random_company.hpp"
@@ -24,15 +28,34 @@ namespace vkr::test {
 MonkeyScene::MonkeyScene() {
     entry->setEvents(this);
     entry->stateChanged = [this] { answer(3); };
+    entry->historyAsked = [this](HistoryStep asked) { return takeStep(asked); };
     desktop.factory().add(companyRecordId, [this] {
-        record = std::make_shared<ScriptedRecord>(std::make_shared<CompanyRecord>());
-        return record;
+        return hold(std::make_shared<ScriptedRecord>(std::make_shared<CompanyRecord>()));
     });
 }
 
-void MonkeyScene::load(const std::shared_ptr<ScriptedRecord>& loaded) {
+// What the form gets of the record.
+std::shared_ptr<iVKR_Company> MonkeyScene::hold(const std::shared_ptr<ScriptedRecord>& loaded) {
     record = loaded;
-    entry->put_objCompany(loaded);
+    journal_ = std::make_shared<ChangeJournal>(loaded);
+    kept_ =
+        std::make_shared<KeptFigures>(journal_, [journal = std::weak_ptr<ChangeJournal>(journal_)] {
+            FigureOrigins origins;
+            for (const ChangeGroup& group : journal.lock()->groups())
+                origins.note(group);
+            return origins;
+        });
+    isAllNoted_ = loaded->failing.empty() && !loaded->withoutObjects;
+    return kept_;
+}
+
+void MonkeyScene::load(const std::shared_ptr<ScriptedRecord>& loaded) {
+    const auto shown = hold(loaded);
+    const auto journal = journal_;
+    entry->put_objCompany(shown);
+    journal->startOver();
+    if (journal == journal_) // else the host has loaded another one on the way
+        beginning_ = loaded->company->clone();
 }
 
 void MonkeyScene::loadRandom(unsigned number, int missing) {
@@ -43,11 +66,15 @@ void MonkeyScene::loadRandom(unsigned number, int missing) {
 
 void MonkeyScene::loadNothing() {
     entry->put_objCompany(nullptr);
+    journal_->startOver();
+    beginning_ = record->company->clone();
 }
 
 void MonkeyScene::fail(std::string_view operation) {
     if (record == nullptr)
         return;
+    if (!operation.starts_with("write") && !operation.starts_with("put"))
+        isAllNoted_ = false;
     if (operation == "objects")
         record->withoutObjects = true;
     else
@@ -170,6 +197,151 @@ void MonkeyScene::scrollMouse(std::int16_t key) {
     entry->ScrollMouse(key, shift);
 }
 
+// --- what the host does with the record ----------------------------------------------------------
+
+bool MonkeyScene::isLocked() const {
+    return form().get<CheckBox>("chkLockInfo").value();
+}
+
+void MonkeyScene::expect(bool holds, const char* invariant, const std::string& particulars) {
+    if (!holds && broken.empty())
+        broken = std::string(invariant) + ": " + particulars;
+}
+
+// But for the lock, which is never taken back.
+void MonkeyScene::expectSame(const CompanyRecord& wanted, const char* invariant) {
+    const CompanyRecord& company = *record->company;
+    for (const Change& change : changesBetween(vkr::snapshotOf(wanted), vkr::snapshotOf(company)))
+        expect(false, invariant,
+               std::string(rowOf(change.datum).name) + "(" +
+                   std::to_string(change.element.value_or(-1)) + "): " + change.before.toText() +
+                   " is " + change.after.toText());
+    for (const auto name : settingNames())
+        expect(name == setting::lockBasicInfo || wanted.get_Settings()->get(name).toText() ==
+                                                     company.get_Settings()->get(name).toText(),
+               invariant, std::string(name));
+}
+
+// A refusal leaves record and journal as they were.
+bool MonkeyScene::takeStep(HistoryStep asked) {
+    expect(!isLocked(), "undo", "asked for under the lock");
+    const bool back = asked == HistoryStep::undo;
+    const ChangeGroup* next = back ? journal_->toUndo() : journal_->toRedo();
+    if (next == nullptr)
+        return false;
+    const ChangeGroup group = *next;
+    const auto before = record->company->clone();
+    if (back ? journal_->undo() : journal_->redo()) {
+        if (isAllNoted_)
+            expectSame(*before, "refused step");
+        next = back ? journal_->toUndo() : journal_->toRedo();
+        expect(next != nullptr && *next == group, "refused step", "it is no longer the next one");
+        return false;
+    }
+    hostCalled = true;
+    entry->recordChanged();
+    return true;
+}
+
+void MonkeyScene::commit() {
+    if (record == nullptr || isLocked() || !isAllNoted_)
+        return static_cast<void>(entry->get_objCompany());
+    FigureOrigins origins;
+    for (const ChangeGroup& group : journal_->groups())
+        origins.note(group);
+    const auto before = record->company->clone();
+    const auto held = record;
+    static_cast<void>(entry->get_objCompany());
+    if (record != held)
+        return;
+    for (const Change& change :
+         changesBetween(vkr::snapshotOf(*before), vkr::snapshotOf(*record->company)))
+        if (change.element)
+            expect(change.before.toDouble() == 0 || origins.mayDerive(change.datum, change.element),
+                   "kept", std::string(rowOf(change.datum).name) + " was worked out");
+}
+
+void MonkeyScene::change(const std::vector<DatumChange>& changes, const Action& action) {
+    const auto held = record;
+    entry->leaveField();
+    const bool locked = isLocked();
+    const auto left = record->company->clone();
+    const auto refusal = entry->changeRecord(changes, action);
+    if (record != held)
+        return;
+    if (refusal && isAllNoted_)
+        expectSame(*left, "refused change");
+    expect(!locked || refusal, "locked", "a change was taken");
+}
+
+void MonkeyScene::split(int number) {
+    static constexpr SplitRatio ratios[] = {{2, 1}, {3, 2}, {1, 10}, {7, 1}};
+    if (record == nullptr)
+        return;
+    const Split split{ratios[number % 4], *makeDate(2026, 9, 30)};
+    std::vector<DatumChange> changes;
+    for (const SplitChange& one : splitChanges(*record, split).changes)
+        changes.push_back(one.change);
+    change(changes, splitAction(split.ratio));
+}
+
+void MonkeyScene::import(unsigned number) {
+    if (record == nullptr)
+        return;
+    const CsvImport read = importCompanyTexts(exportCompanyTexts(*RandomCompany(number).record()));
+    std::vector<DatumChange> changes;
+    if (read.company != nullptr)
+        for (const Change& one :
+             changesBetween(vkr::snapshotOf(*record->company), vkr::snapshotOf(*read.company)))
+            if (one.element)
+                changes.push_back(one);
+    change(changes, {Origin::imported, "Import", "tables"});
+}
+
+void MonkeyScene::lookOver() {
+    if (record == nullptr)
+        return;
+    const auto before = record->company->clone();
+    std::map<FigurePlace, std::string> remarks;
+    for (const Finding& one : companyFindings(*record))
+        remarks[one.places.front()] += one.text;
+    entry->setRemarks(std::move(remarks));
+    expectSame(*before, "findings");
+}
+
+void MonkeyScene::walkBackAndForth() {
+    if (record == nullptr || !isAllNoted_ || !record->failing.empty())
+        return;
+    const auto end = record->company->clone();
+    const auto walked = [&](HistoryStep way) {
+        int steps = 0;
+        const bool back = way == HistoryStep::undo;
+        while (back ? journal_->canUndo() : journal_->canRedo()) {
+            const auto refusal = back ? journal_->undo() : journal_->redo();
+            expect(!refusal, "walk", "refused: " + refusal.value_or(""));
+            if (refusal)
+                break;
+            ++steps;
+        }
+        return steps;
+    };
+    int steps = walked(HistoryStep::undo);
+    // What was worked out before anybody did anything is taken back by nobody.
+    const auto beginning = std::make_shared<CompanyRecord>(*beginning_);
+    for (const ChangeGroup& group : journal_->groups())
+        for (const Change& change : group.changes) {
+            const DatumChange derived = change;
+            expect(change.setting.empty() && !applyChanges(*beginning, {&derived, 1}), "walk",
+                   "not worked out");
+        }
+    expectSame(*beginning, "beginning");
+    for (; steps > 0; --steps)
+        expect(!journal_->redo(), "walk", "not redone");
+    expectSame(*end, "end");
+    entry->recordChanged();
+    hostCalled = true;
+}
+
 namespace {
 
 // --- the acts ------------------------------------------------------------------------------------
@@ -254,7 +426,9 @@ class Chooser {
                                                  "^a^a",       "^a^a{DEL}",    "+{DOWN 2}^d",
                                                  "^d",         "^'",           "+{DOWN}^'",
                                                  "+{RIGHT}^c", "+{UP 2}{BS}",  "+{DOWN}^x",
-                                                 "^+c",        "+{LEFT}^v",    "+{DOWN 3}{DEL}"};
+                                                 "^+c",        "+{LEFT}^v",    "+{DOWN 3}{DEL}",
+                                                 "^y",         "^+z",          "^z^z^z",
+                                                 "^z^y"};
         if (chance(0.1))
             return "%" + std::string(1, static_cast<char>('a' + within(0, 25)));
         if (chance(0.3))
@@ -503,8 +677,22 @@ constexpr Act
                      scene.load(scene.record);
              },
              loads},
-            {By::host, 15, "scene.entry->get_objCompany();", chooseNothing,
-             [](Scene& scene, const Step&) { static_cast<void>(scene.entry->get_objCompany()); }},
+            {By::host, 15, "scene.commit();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.commit(); }},
+            {By::host, 50, "scene.step(HistoryStep($n));", chooseNumber<0, 1>,
+             [](Scene& scene, const Step& step) {
+                 scene.step(static_cast<HistoryStep>(step.number));
+             }},
+            {By::host, 8, "scene.split($n);", chooseNumber<0, 3>,
+             [](Scene& scene, const Step& step) { scene.split(step.number); }},
+            {By::host, 8, "scene.import($n);", chooseNumber<0, 999>,
+             [](Scene& scene, const Step& step) {
+                 scene.import(static_cast<unsigned>(step.number));
+             }},
+            {By::host, 8, "scene.lookOver();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.lookOver(); }},
+            {By::host, 10, "scene.walkBackAndForth();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.walkBackAndForth(); }},
             {By::host, 10, "scene.entry->put_blnDirty($n);", chooseNumber<0, 1>,
              [](Scene& scene, const Step& step) { scene.entry->put_blnDirty(step.number != 0); }},
             {By::host, 3, "scene.entry->Clear();", chooseNothing,
@@ -762,8 +950,8 @@ class Invariants {
         });
     }
 
-    // Under the lock a record changes by its host alone; the currency unit is no datum. What a
-    // person changes makes the company a changed one.
+    // Under the lock a record changes by its host alone; the currency unit is no datum, nor which
+    // row of a pair is on show. What a person changes makes the company a changed one.
     void record(const Act& act) {
         auto now = snapshotOf(scene_);
         const bool same = held_ == scene_.record && now.size() == snapshot_.size();
@@ -780,7 +968,9 @@ class Invariants {
                 const auto name = nameInSnapshot(i);
                 expect(act.by == By::person, "record", name + " changed by itself");
                 expect(scene_.entry->get_blnDirty(), "dirty", name + " changed, and nobody knows");
-                expect(!locked_ || !isLocked() || name == setting::unit, "locked",
+                const bool isChoice = name == setting::unit || name == setting::taxRate ||
+                                      name == setting::bookValue; // of what is shown
+                expect(!locked_ || !isLocked() || isChoice, "locked",
                        name + " changed under the lock");
                 // An end of the range that a price has moved goes back to what it was, be it
                 // negative.
@@ -938,6 +1128,8 @@ class Player {
             return std::string("escaped: ") + error.what();
         }
         scene.desktop.forget();
+        if (!scene.broken.empty())
+            return std::exchange(scene.broken, {});
         // The checks read the record without the failures.
         const auto record = scene.record;
         if (record == nullptr)

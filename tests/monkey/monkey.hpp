@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/change_journal.hpp"
+#include "company/kept_figures.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/scripted_record.hpp"
 
@@ -14,7 +16,8 @@
 namespace vkr::test {
 
 // A scene for the monkey: its record fails on demand, and its host reacts to events by calls of its
-// own. A printed sequence is pasted behind
+// own. As the host does it holds the record by a journal, and keeps figures from being worked out
+// over. A printed sequence is pasted behind
 //
 //     MonkeyScene scene;
 //
@@ -24,6 +27,7 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
 
     std::shared_ptr<ScriptedRecord> record; // the one that is held; null at first
     bool hostCalled = false;                // by an event, since it was last set to false
+    std::string broken;                     // what an act has found to be broken
 
     // Everything that a record can hold, by its number; its series end `missing` elements early.
     void loadRandom(unsigned number, int missing = 0);
@@ -48,6 +52,12 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void fillLists(int entries);
     void useMarks(int language);
     void scrollMouse(std::int16_t key);
+    void step(HistoryStep asked) { entry->step(asked); } // by the host's menu
+    void commit();                                       // and keeps what is to be kept
+    void split(int number);       // of all that was before the day of the last quarter
+    void import(unsigned number); // the figures of another company, from its tables
+    void lookOver();              // findings, as marks at their fields
+    void walkBackAndForth();      // all that was done is taken back, and done again
 
   private:
     void TabChange(TABObject) override { answer(1); }
@@ -55,7 +65,17 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void Assistant(std::int16_t, const Variant&) override { answer(2); }
     void UnloadRequest(UnloadModeType) override { answer(4); }
     void answer(int event);
+    std::shared_ptr<iVKR_Company> hold(const std::shared_ptr<ScriptedRecord>& loaded);
+    bool takeStep(HistoryStep asked);
+    [[nodiscard]] bool isLocked() const;
+    void expect(bool holds, const char* invariant, const std::string& particulars);
+    void expectSame(const CompanyRecord& wanted, const char* invariant);
+    void change(const std::vector<DatumChange>& changes, const Action& action);
 
+    std::shared_ptr<ChangeJournal> journal_;
+    std::shared_ptr<KeptFigures> kept_;
+    std::shared_ptr<const CompanyRecord> beginning_; // of the journal
+    bool isAllNoted_ = true;                         // no reading has failed since
     int reaction_ = 0;
     bool answering_ = false;
     unsigned loads_ = 0;

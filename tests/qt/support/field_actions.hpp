@@ -97,6 +97,14 @@ inline const FieldAction fieldActions[] = {
     {"UndoKey", [](QWidget& widget) { pressKey(widget, Qt::Key_Z, Qt::ControlModifier); }},
     {"RedoKey",
      [](QWidget& widget) { pressKey(widget, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier); }},
+    {"OtherRedoKey", [](QWidget& widget) { pressKey(widget, Qt::Key_Y, Qt::ControlModifier); }},
+    {"FillCells",
+     [](QWidget& widget) {
+         pressKey(widget, Qt::Key_Up, Qt::ShiftModifier);
+         pressKey(widget, Qt::Key_D, Qt::ControlModifier);
+         pressKey(widget, Qt::Key_Apostrophe, Qt::ControlModifier);
+         pressKey(widget, Qt::Key_Escape);
+     }},
     {"Down", [](QWidget& widget) { pressKey(widget, Qt::Key_Down); }},
     {"Up", [](QWidget& widget) { pressKey(widget, Qt::Key_Up); }},
     {"OpenList", [](QWidget& widget) { pressKey(widget, Qt::Key_F4); }},
