@@ -175,6 +175,15 @@ bool CellCommands::drag(Control& pressed, Control& over) {
     return true;
 }
 
+bool CellCommands::settle(const Place& place) {
+    const auto settled = session_.company;
+    {
+        const Session::Work work(session_); // the host hears of it when it is done
+        place.grid->settleCell();
+    }
+    return session_.company == settled;
+}
+
 // --- copy ----------------------------------------------------------------------------------------
 
 bool CellCommands::copy(bool withHeadings) {
@@ -182,7 +191,8 @@ bool CellCommands::copy(bool withHeadings) {
     if (!place)
         return false;
     const SeriesGrid& grid = *place->grid;
-    place->grid->settleCell();
+    if (!settle(*place))
+        return false;
     const auto span = spanOf(*place);
     CellTexts cells;
     if (withHeadings) {
@@ -219,10 +229,8 @@ bool CellCommands::paste(TextField& field, std::string_view text) {
 }
 
 void CellCommands::preview(const Place& place, CellTexts cells, std::string_view text) {
-    {
-        const Session::Work work(session_);
-        place.grid->settleCell();
-    }
+    if (!settle(place))
+        return;
     const auto span = spanOf(place);
     const auto decimal = attemptOr(std::optional<char>(), [&] {
         return session_.services.clipboardText() == text ? session_.services.clipboardDecimalMark()
@@ -283,9 +291,8 @@ void CellCommands::empty(const Place& place) {
 
 // The uppermost figure of a selection goes to the cells below it; that above a single cell to it.
 void CellCommands::fillDown(const Place& place) {
-    if (!mayChange(place))
+    if (!mayChange(place) || !settle(place))
         return;
-    place.grid->settleCell();
     auto span = spanOf(place);
     const int source = span.firstRow == span.lastRow ? span.firstRow - 1 : span.firstRow++;
     carry(place, span, source, text_number::fillAction);
@@ -293,9 +300,8 @@ void CellCommands::fillDown(const Place& place) {
 
 // All that are selected take the figure of the period before the oldest of them.
 void CellCommands::takePrevious(const Place& place) {
-    if (!mayChange(place))
+    if (!mayChange(place) || !settle(place))
         return;
-    place.grid->settleCell();
     const auto span = spanOf(place);
     carry(place, span, place.grid->isQuarterly() ? span.lastRow + 1 : span.firstRow - 1,
           text_number::previousAction);

@@ -47,6 +47,9 @@ class CellCommands {
     [[nodiscard]] bool keyOfSelection(const Place& place, KeyCode key, int shift);
     void extend(const Place& place, KeyCode key);
     [[nodiscard]] bool selectAll(const Place& place);
+    // What is being typed in the cell is stored. False where the host has answered with another
+    // company.
+    [[nodiscard]] bool settle(const Place& place);
     void preview(const Place& place, CellTexts cells, std::string_view text);
     void empty(const Place& place);
     void fillDown(const Place& place);

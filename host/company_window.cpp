@@ -191,13 +191,6 @@ QString CompanyWindow::title() const {
     return companyTitle(record_->get_Name(), record_->get_Symbol());
 }
 
-std::shared_ptr<CompanyRecord> CompanyWindow::committed() const {
-    auto copy = record_->clone();
-    entry_->component().commitInto(
-        std::make_shared<KeptFigures>(copy, [this] { return origins(); }));
-    return copy;
-}
-
 std::shared_ptr<CompanyRecord> CompanyWindow::edited() const {
     auto copy = committed();
     for (const Datum series : workedOut)

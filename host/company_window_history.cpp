@@ -48,6 +48,13 @@ void CompanyWindow::noteWorkedOut(const CompanyRecord& before) {
     origins_.note(loading);
 }
 
+std::shared_ptr<CompanyRecord> CompanyWindow::committed() const {
+    auto copy = record_->clone();
+    entry_->component().commitInto(
+        std::make_shared<KeptFigures>(copy, [this] { return origins(); }));
+    return copy;
+}
+
 SaveAccount CompanyWindow::account(const CompanyRecord& saving) const {
     SaveAccount account;
     account.groups = journal_->unsaved();

@@ -277,6 +277,32 @@ TEST(CellCommands, PasteNothingIntoAnotherCompany) {
     EXPECT_EQ(other->get_YRevenueSeries().array().number(2), 0);
 }
 
+// One that the host hands in when it hears of what was being typed.
+TEST(CellCommands, ChangeAndMarkNothingInAnotherCompany) {
+    for (const char* keys : {"^+c", "^d", "^'", "^v", "+{DOWN}"}) {
+        SCOPED_TRACE(keys);
+        Scene scene(toQuarterly);
+        const auto other = datedRecord();
+        const auto before = std::make_shared<CompanyRecord>();
+        scene.enter("txtRevenue(0)", "1");
+        scene.enter("txtRevenue(2)", "3");
+        scene.desktop.click("txtRevenue(1)");
+        scene.desktop.type("7");
+        scene.desktop.setClipboardText("8\t9");
+        scene.desktop.acceptNextPaste();
+        scene.entry->stateChanged = [&] {
+            scene.entry->stateChanged = nullptr;
+            scene.load(other);
+        };
+        scene.desktop.type(keys);
+        EXPECT_EQ(scene.record->get_QRevenueSeries().array().number(1), 7);
+        EXPECT_EQ(other->get_QRevenueSeries(), before->get_QRevenueSeries());
+        EXPECT_EQ(other->get_QPTISeries(), before->get_QPTISeries());
+        EXPECT_TRUE(scene.entry->unstoredFields().empty());
+        EXPECT_TRUE(scene.desktop.pastes().empty());
+    }
+}
+
 TEST(CellCommands, NeedADateOfTheLastQuarter) {
     EntryScene scene;
     const auto record = std::make_shared<ScriptedRecord>(fullCompany());
