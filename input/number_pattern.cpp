@@ -191,11 +191,9 @@ NumberPattern::Section NumberPattern::compile(std::string_view text) {
             section.hasPoint = inFraction = true;
         } else if (c == ',') {
             commas += inFraction ? 0 : 1;
-        } else if ((c == 'E' || c == 'e') && rest.size() > 2 &&
-                   (rest[1] == '+' || rest[1] == '-') &&
-                   section.integerPlaces + section.maxFraction > 0 && readExponent(rest)) {
-            return;
-        } else {
+        } else if ((c != 'E' && c != 'e') || rest.size() <= 2 ||
+                   (rest[1] != '+' && rest[1] != '-') ||
+                   section.integerPlaces + section.maxFraction == 0 || !readExponent(rest)) {
             if (c == '%')
                 section.scale += 2;
             addLiteral(piece.text);

@@ -435,6 +435,22 @@ TEST_F(JournalOfTheForm, AChoiceIsAGroupAtOnce) {
     EXPECT_EQ(scene.form().get<OptionButton>("optCommEq", 1).value(), bookValue);
 }
 
+TEST_F(JournalOfTheForm, AChosenPeriodIsAGroupOnceItsListIsLeft) {
+    company->get_ReportingPeriod()->put(setting::leadPeriod, std::int16_t{2});
+    scene.load(journal);
+    scene.entry->put_ShowReportingPeriod(true);
+    test::show(scene, "cmbReportingPeriod");
+    for (const int period : {0, 1}) {
+        scene.desktop.pick("cmbReportingPeriod", period);
+        scene.desktop.type("{TAB}");
+        EXPECT_EQ(company->get_ReportingPeriod()->get(setting::leadPeriod).toLong(), period);
+    }
+    EXPECT_EQ(journal->groups().size(), 2U);
+    scene.entry->step(HistoryStep::undo);
+    scene.entry->step(HistoryStep::undo);
+    EXPECT_EQ(company->get_ReportingPeriod()->get(setting::leadPeriod).toLong(), 2);
+}
+
 TEST_F(JournalOfTheForm, NothingIsTakenBackUnderTheLock) {
     enter("txtTotalDebt", "77");
     test::show(scene, "chkLockInfo");

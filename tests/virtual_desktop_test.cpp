@@ -339,6 +339,9 @@ TEST_F(VirtualDesktopTest, MaxLengthStopsTypingAndCutsPastes) {
     EXPECT_EQ(name.text(), "a1\xC3\xA9");
     // A text that is longer already can be shortened, and not be typed into.
     EXPECT_EQ(typed(name, "abcdef", "x{BS}+{LEFT}y"), "abcd[e]");
+    name.setMaxLength(1);
+    typed(name, "", "^v");
+    EXPECT_EQ(name.text(), "1");
 }
 
 TEST_F(VirtualDesktopTest, LengthsCountCharacters) {
