@@ -55,8 +55,7 @@ std::string_view withoutBlanks(std::string_view text) {
 }
 
 bool isLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           static_cast<unsigned char>(character) >= 0x80;
+    return isAsciiLetter(character) || static_cast<unsigned char>(character) >= 0x80;
 }
 
 // --- currency words ------------------------------------------------------------------------------

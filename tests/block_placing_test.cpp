@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "binding/block_placing.hpp"
+#include "input/date_pattern.hpp"
 #include "input/date_reader.hpp"
 #include "platform/exact_number.hpp"
 
@@ -161,6 +162,32 @@ TEST(BlockPlacing, KnowsTheYearsOfAReport) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(placed(row.text), row.told);
     }
+}
+
+// Fiscal years have 52 or 53 weeks, and end on another day when a company moves its year's end.
+TEST(BlockPlacing, KnowsDatesThatAreAYearOrAQuarterApart) {
+    struct Row {
+        const BlockGrid& grid;
+        int apart;
+        bool follows;
+    };
+    const BlockGrid years = yearly();
+    const BlockGrid quarters = quarterly();
+    const Row rows[] = {
+        {years, 349, false},   {years, 350, true},   {years, 380, true},    {years, 381, false},
+        {quarters, 79, false}, {quarters, 80, true}, {quarters, 100, true}, {quarters, 101, false},
+    };
+    for (const auto& row : rows)
+        for (const int direction : {1, -1}) {
+            const Date first = *makeDate(2025, 3, 31);
+            const Date next = addDays(first, direction * row.apart);
+            const auto iso = [](Date date) { return formatDate(date, "yyyy-mm-dd"); };
+            const auto text = "\t" + iso(first) + "\t" + iso(next) + "\nRevenue\t4\t5";
+            SCOPED_TRACE(text);
+            const bool isHeading =
+                placed(text.c_str(), row.grid).find("'" + iso(first) + "'") == std::string::npos;
+            EXPECT_EQ(isHeading, row.follows);
+        }
 }
 
 TEST(BlockPlacing, KnowsTheQuartersByTheirDates) {
