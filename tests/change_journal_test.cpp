@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_journal.hpp"
+#include "company/company_csv.hpp"
+#include "company/record_snapshot.hpp"
+#include "company/split.hpp"
 #include "support/entry_scene.hpp"
 #include "support/field_steps.hpp"
+#include "support/random_company.hpp"
 #include "support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
@@ -496,11 +500,70 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
         if (scene.desktop.canReach(id))
             scene.desktop.click(id);
     }
+    // Keys in a cell of either grid: a block, a fill, a deletion.
+    void typeInCells() {
+        static const char* const blocks[] = {"1\t2.5\n-3\t4", "7\n\n8\nn/a",
+                                             "\t2024\t2023\nRevenue\t5\t6", "(1,234.5)\t12%"};
+        static const char* const keys[] = {"^v",          "+{DOWN}^v", "^d",        "+{DOWN 2}^d",
+                                           "+{RIGHT}^d",  "^'",        "+{DOWN}^'", "+{DOWN}{DEL}",
+                                           "+{DOWN 2}^x", "^a^a{DEL}"};
+        static const char* const columns[] = {"txtSales",   "txtYEPS", "txtYOption", "txtYNetInc",
+                                              "txtRevenue", "txtEPS",  "txtNetInc",  "txtQOption"};
+        const std::string id =
+            std::string(columns[within(0, 7)]) + "(" + std::to_string(within(0, 8)) + ")";
+        test::show(scene, id);
+        if (!scene.desktop.canReach(id))
+            return;
+        scene.desktop.setClipboardText(blocks[within(0, 3)]);
+        scene.desktop.answerNextPaste([this](PasteForm& form) {
+            form.setSwitch(within(0, 6), within(0, 3));
+            form.pressOk();
+        });
+        scene.desktop.click(id);
+        scene.desktop.type(keys[within(0, 9)]);
+    }
+    void split() {
+        static constexpr SplitRatio ratios[] = {{2, 1}, {3, 2}, {1, 10}};
+        const SplitRatio ratio = ratios[within(0, 2)];
+        std::vector<DatumChange> changes;
+        for (const SplitChange& one :
+             splitChanges(*record, {ratio, *makeDate(2026, 6, 30)}).changes)
+            changes.push_back(one.change);
+        static_cast<void>(scene.entry->changeRecord(changes, splitAction(ratio)));
+    }
+    void import() {
+        const auto tables =
+            exportCompanyTexts(*test::RandomCompany(static_cast<unsigned>(within(0, 99))).record());
+        const CsvImport read = importCompanyTexts(tables);
+        std::vector<DatumChange> changes;
+        for (const Change& one : changesBetween(snapshotOf(*company), snapshotOf(*read.company)))
+            if (one.element && within(0, 3) == 0)
+                changes.push_back(one);
+        static_cast<void>(
+            scene.entry->changeRecord(changes, {Origin::imported, "Import", "tables"}));
+    }
     void act() {
         static const char* const buttons[] = {"cmdAddYear",   "cmdRemoveYear",  "cmdAddQuarter",
                                               "optCommEq(0)", "optCommEq(1)",   "optPTI(0)",
                                               "optPTI(1)",    "optCurrency(0)", "optCurrency(2)"};
-        switch (const int what = within(0, 19)) {
+        const bool refuses = GetParam() % 2 == 1;
+        switch (const int what = within(0, 25)) {
+        case 20:
+        case 21:
+        case 22:
+        case 23:
+            if (what == 20 && refuses)
+                refuseSomething();
+            typeInCells();
+            record->failing.clear();
+            break;
+        case 24:
+        case 25:
+            if (refuses && within(0, 1) == 0)
+                refuseSomething();
+            what == 24 ? split() : import();
+            record->failing.clear();
+            break;
         case 0:
         case 1:
             click(buttons[within(0, 8)]);
@@ -512,7 +575,10 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
             break;
         case 3:
         case 4:
+            if (refuses && what == 3)
+                refuseSomething();
             scene.entry->step(HistoryStep::undo);
+            record->failing.clear();
             break;
         case 5:
             scene.entry->step(HistoryStep::redo);
@@ -521,7 +587,7 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
             static_cast<void>(scene.entry->get_objCompany());
             break;
         default:
-            if (what == 7 && GetParam() % 2 == 1)
+            if (what == 7 && refuses)
                 refuseSomething();
             typeSomewhere();
             record->failing.clear();
@@ -551,12 +617,16 @@ TEST_P(AnySession, LeadsBackToItsBeginningAndForwardToItsEnd) {
         act();
     const auto end = company->clone();
     expectTheWayFrom(*beginning);
-    while (journal->canUndo())
+    int steps = 0;
+    for (; journal->canUndo(); ++steps)
         ASSERT_EQ(journal->undo(), std::nullopt);
     expectSame(*beginning, *company);
     EXPECT_TRUE(journal->unsaved().empty());
     scene.entry->recordChanged();
     expectSame(*beginning, *company); // showing it is no change
+    for (; steps > 0; --steps)        // what was taken back before the end comes later
+        ASSERT_EQ(journal->redo(), std::nullopt);
+    expectSame(*end, *company);
     while (journal->canRedo())
         ASSERT_EQ(journal->redo(), std::nullopt);
     if (!HasFailure() && journal->unsaved().size() > 0)
@@ -584,6 +654,144 @@ TEST_P(AnySession, OfTypingAloneIsRedoneToItsEnd) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, AnySession, testing::Range(1U, 41U));
+
+// --- any write refused ---------------------------------------------------------------------------
+
+// What a person does in one go, and what they are told where it is refused.
+struct Deed {
+    const char* name;
+    void (*prepare)(EntryScene& scene, ChangeJournal& journal);
+    std::string (*act)(EntryScene& scene, ChangeJournal& journal);
+};
+
+std::string changed(EntryScene& scene, std::vector<DatumChange> changes, const Action& action) {
+    const auto refusal = scene.entry->changeRecord(changes, action);
+    return refusal ? *refusal : "done";
+}
+
+std::string asked(EntryScene& scene, const char* cell, const char* keys) {
+    test::goTo(scene, cell);
+    scene.desktop.type(keys);
+    return scene.desktop.messages().empty() ? "done" : scene.desktop.messages().back().text;
+}
+
+std::string pasted(EntryScene& scene, ChangeJournal& /*journal*/) {
+    scene.desktop.setClipboardText("1\t2\t3\t4\n5\t6\t7\t8\n9\t10\t11\t12");
+    scene.desktop.acceptNextPaste();
+    return asked(scene, "txtRevenue(1)", "^v");
+}
+
+std::string splitUp(EntryScene& scene, ChangeJournal& journal) {
+    std::vector<DatumChange> changes;
+    for (const SplitChange& one : splitChanges(journal, {{4, 1}, *makeDate(2026, 11, 1)}).changes)
+        changes.push_back(one.change);
+    return changed(scene, std::move(changes), splitAction({4, 1}));
+}
+
+void nothing(EntryScene& /*scene*/, ChangeJournal& /*journal*/) {}
+
+const Deed deeds[] = {
+    {"paste", nothing, pasted},
+    {"delete", nothing,
+     [](EntryScene& scene, ChangeJournal&) { return asked(scene, "txtSales(3)", "^a^a{DEL}"); }},
+    {"fill", nothing,
+     [](EntryScene& scene, ChangeJournal&) {
+         return asked(scene, "txtSales(2)", "^a^a+{DOWN}^d");
+     }},
+    {"split", nothing, splitUp},
+    {"import", nothing,
+     [](EntryScene& scene, ChangeJournal& journal) {
+         std::vector<DatumChange> changes;
+         for (const Change& one : changesBetween(snapshotOf(journal), snapshotOf(CompanyRecord())))
+             if (one.element)
+                 changes.push_back(one);
+         return changed(scene, std::move(changes), {Origin::imported, "Import", "0001"});
+     }},
+    {"undo of a paste", [](EntryScene& scene, ChangeJournal& journal) { pasted(scene, journal); },
+     [](EntryScene&, ChangeJournal& journal) { return journal.undo().value_or("done"); }},
+    {"undo of a split", [](EntryScene& scene, ChangeJournal& journal) { splitUp(scene, journal); },
+     [](EntryScene&, ChangeJournal& journal) { return journal.undo().value_or("done"); }},
+    {"redo of a split",
+     [](EntryScene& scene, ChangeJournal& journal) {
+         splitUp(scene, journal);
+         static_cast<void>(journal.undo());
+     },
+     [](EntryScene&, ChangeJournal& journal) { return journal.redo().value_or("done"); }},
+    {"undo of an added year",
+     [](EntryScene& scene, ChangeJournal&) {
+         scene.entry->put_CurrentTab(toYearly);
+         scene.desktop.answerNext(MessageAnswer::yes);
+         scene.desktop.click("cmdAddYear");
+     },
+     [](EntryScene&, ChangeJournal& journal) { return journal.undo().value_or("done"); }},
+};
+
+class EveryWrite : public testing::TestWithParam<Deed> {};
+
+// The first, the second, ... write is refused, until there are no more: all or nothing, and a word.
+// What follows of what was done, such as the trailing sum, is left out where it is refused.
+TEST_P(EveryWrite, RefusedLeavesAllAsItWasOrDone) {
+    const auto isFollower = [](const Change& change) {
+        return change.datum == Datum::Last4QEPS || change.datum == Datum::LastQDateForGrid;
+    };
+    const auto differ = [&](const RecordSnapshot& one, const CompanyRecord& other) {
+        auto changes = changesBetween(one, snapshotOf(other));
+        std::erase_if(changes, isFollower);
+        return !changes.empty();
+    };
+    std::optional<RecordSnapshot> done;
+    int refusals = 0;
+    for (int refused = 0;; ++refused) { // 0: none
+        SCOPED_TRACE(refused);
+        const auto company = fullCompany();
+        const auto record = std::make_shared<ScriptedRecord>(company);
+        const auto journal = std::make_shared<ChangeJournal>(record);
+        EntryScene scene;
+        scene.load(journal);
+        journal->startOver();
+        GetParam().prepare(scene, *journal);
+        scene.desktop.forget();
+        const auto before = snapshotOf(*company);
+        const ChangeGroup* next = journal->toUndo();
+        const std::string nextName = next == nullptr ? "" : next->name;
+        const auto groups = journal->groups();
+        int writes = 0;
+        record->hook = [&](const std::string& operation) {
+            if ((operation.starts_with("write") || operation.starts_with("put")) &&
+                ++writes == refused)
+                throw std::runtime_error("not this one");
+        };
+        const std::string told = GetParam().act(scene, *journal);
+        record->hook = nullptr;
+        if (refused == 0) {
+            ASSERT_EQ(told, "done");
+            done = snapshotOf(*company);
+            ASSERT_TRUE(differ(before, *company));
+            continue;
+        }
+        if (writes < refused) {
+            ASSERT_EQ(told, "done");
+            break;
+        }
+        if (told == "done") { // without what follows
+            EXPECT_FALSE(differ(*done, *company));
+            continue;
+        }
+        ++refusals;
+        EXPECT_NE(told.find("not this one"), std::string::npos) << told;
+        EXPECT_TRUE(changesBetween(before, snapshotOf(*company)).empty());
+        EXPECT_EQ(journal->groups(), groups);
+        EXPECT_EQ(journal->toUndo() == nullptr ? "" : journal->toUndo()->name, nextName);
+    }
+    EXPECT_GE(refusals, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Deeds, EveryWrite, testing::ValuesIn(deeds),
+                         [](const testing::TestParamInfo<Deed>& deed) {
+                             std::string name = deed.param.name;
+                             std::ranges::replace(name, ' ', '_');
+                             return name;
+                         });
 
 } // namespace
 } // namespace vkr
