@@ -74,6 +74,7 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
         const auto element = elementOf(row);
         const bool isReached = element && figures.contains(*element);
         cell.setRemark(isReached ? session_.remarks.of({series.series, element}) : "");
+        cell.setOrigin(isReached ? session_.origins.of({series.series, element}) : FieldOrigin());
         if (isReached) {
             shown.push_back(figures.number(*element));
             fields.push_back(&cell);
@@ -98,12 +99,15 @@ void SeriesGrid::showAll() {
         show(column);
 }
 
-void SeriesGrid::showRemarks() {
+void SeriesGrid::showNotes() {
     for (std::size_t column = 0; column < columns_.size(); ++column)
         for (std::size_t row = 0; row < cells_[column].size(); ++row)
-            if (TextBox& cell = *cells_[column][row]; cell.enabled())
-                cell.setRemark(session_.remarks.of(
-                    {seriesOf(columns_[column]).series, elementOf(static_cast<int>(row))}));
+            if (TextBox& cell = *cells_[column][row]; cell.enabled()) {
+                const FigurePlace place{seriesOf(columns_[column]).series,
+                                        elementOf(static_cast<int>(row))};
+                cell.setRemark(session_.remarks.of(place));
+                cell.setOrigin(session_.origins.of(place));
+            }
 }
 
 TextBox* SeriesGrid::cellOf(Datum series, int element) const {

@@ -59,7 +59,7 @@ class SeriesGrid {
     void followPriceDisplay(); // decimals or eighths, also of what is being typed
     void followNumberMarks(const NumberMarks& before); // those of the form are others by now
     void clear();
-    void showRemarks(); // on the figures that are on show
+    void showNotes(); // remarks and origins of the figures that are on show
 
     // The cell that shows an element of a series, or of the one that takes turns with it; null
     // where none does.

@@ -3,7 +3,7 @@
 
 #include "binding/consequences.hpp"
 #include "binding/date_entries.hpp"
-#include "binding/figure_remarks.hpp"
+#include "binding/figure_notes.hpp"
 #include "form/handle.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/number_text.hpp"
@@ -60,7 +60,8 @@ class Session final : public FieldHost {
     DateEntries dates;
     // What the record's settings were when the form last read or wrote them, by their names.
     std::map<std::string_view, Variant> settingsSeen;
-    FigureRemarks remarks;
+    FigureNotes<std::string> remarks;
+    FigureNotes<FieldOrigin> origins;
     Consequences& consequences; // for the rest of the form
 
     static constexpr std::int32_t defaultUnit = 6;

@@ -127,6 +127,8 @@ bool CellCommands::keyOfSelection(const Place& place, KeyCode key, int shift) {
         empty(place);
         return true;
     }
+    if (opensMenu(key, shift))
+        return false; // on the selection
     selection_.clear();
     return key == keys::escape && shift == shifts::none;
 }
@@ -182,6 +184,44 @@ bool CellCommands::settle(const Place& place) {
         place.grid->settleCell();
     }
     return session_.company == settled;
+}
+
+// --- menu ----------------------------------------------------------------------------------------
+
+std::optional<MenuCells> CellCommands::selectedWith(const Control& control) const {
+    const auto place = placeOf(control);
+    if (!place || !focused() || place->grid != selection_.grid())
+        return std::nullopt;
+    const auto span = selection_.span();
+    const auto [column, row] = place->cell;
+    if (column < span.firstColumn || column > span.lastColumn || row < span.firstRow ||
+        row > span.lastRow)
+        return std::nullopt;
+    return MenuCells{session_.company != nullptr && !session_.isLocked(),
+                     place->grid->isQuarterly()};
+}
+
+void CellCommands::carryOut(MenuCommand command) {
+    const auto place = focused();
+    if (!place || !selection_.isActive())
+        return;
+    switch (command) {
+    case mcCopyCells:
+    case mcCopyCellsWithHeadings:
+        copy(command == mcCopyCellsWithHeadings);
+        break;
+    case mcDeleteFigures:
+        empty(*place);
+        break;
+    case mcFillDown:
+        fillDown(*place);
+        break;
+    case mcTakePrevious:
+        takePrevious(*place);
+        break;
+    default:
+        break;
+    }
 }
 
 // --- copy ----------------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 
 #include "control/block_paste.hpp"
 #include "control/cell_selection.hpp"
+#include "input/mdlMenu.hpp"
 #include "quarterly/quarterly_grid.hpp"
 #include "yearly/yearly_grid.hpp"
 
@@ -29,6 +30,10 @@ class CellCommands {
     [[nodiscard]] bool paste(TextField& field, std::string_view text);
     bool drag(Control& pressed, Control& over); // false: not from cell to cell
     void endSelection() { selection_.clear(); }
+    // The selection, as a menu on this cell of it depends on it; nothing where the cell is not in
+    // one.
+    [[nodiscard]] std::optional<MenuCells> selectedWith(const Control& control) const;
+    void carryOut(MenuCommand command); // on the selection
     // The selection, or the cell that has the focus. False where no cell has it.
     bool copy(bool withHeadings);
 

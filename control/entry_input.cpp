@@ -106,8 +106,7 @@ void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
 
 // The Menu key and Shift+F10 open the menu, F4 and Alt+Down the calendar of a date.
 bool EntryInput::opens(Control& control, KeyCode& key, int shift) {
-    const bool menu = (key == keys::menu && shift == shifts::none) ||
-                      (key == keys::f10 && shift == shifts::shift);
+    const bool menu = opensMenu(key, shift);
     const bool calendar = ((key == keys::f4 && shift == shifts::none) ||
                            (key == keys::down && shift == shifts::alt)) &&
                           controllers_.of(control).hasCalendar();
@@ -188,10 +187,12 @@ void EntryInput::onMouseDown(Control& control, MouseButton button, int tab) {
     // Its own link and text act on the click, which a hidden control would not get.
     if (control.container() != &session_[controls::helpFrame])
         session_.hideHelpFrame();
-    cells_.endSelection();
+    const bool onSelection = keepsFocus(control, button);
+    if (!onSelection)
+        cells_.endSelection();
     controllers_.of(control).mouseDown();
     keyWentDown_ = false;
-    menu_.MouseDown(button, control, tab);
+    menu_.MouseDown(button, onSelection ? *session_.form.activeControl() : control, tab);
 }
 
 void EntryInput::onDoubleClick(Control& control) {

@@ -30,6 +30,9 @@ class EntryInput final : public FormHandler {
     void onPasteCut(TextField& field, std::string_view leftOut) override;
     void onChange(TextField& field) override { controllers_.of(field).change(field); }
     void onMouseDown(Control& control, MouseButton button, int tab) override;
+    [[nodiscard]] bool keepsFocus(const Control& control, MouseButton button) const override {
+        return button == MouseButton::right && cells_.selectedWith(control).has_value();
+    }
     bool onDrag(Control& pressed, Control& over) override { return cells_.drag(pressed, over); }
     void onPressEnded(Control& control) override { controllers_.of(control).pressEnded(); }
     void onClick(Control& control) override { controllers_.of(control).click(control); }

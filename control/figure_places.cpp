@@ -4,6 +4,7 @@
 #include "form/controls.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace vkr {
 
@@ -39,17 +40,29 @@ TextField* FigurePlaces::fieldOf(const FigurePlace& place) const {
     return nullptr;
 }
 
-void FigurePlaces::setRemarks(FigureRemarks::Texts remarks) {
+template <typename Note, typename Show>
+void FigurePlaces::set(FigureNotes<Note>& notes, typename FigureNotes<Note>::Places places,
+                       Show show) {
     const Form::Update update(session_.form);
-    for (const auto& [place, text] : session_.remarks.texts())
+    for (const auto& [place, note] : notes.notes())
         if (TextField* field = place.element ? nullptr : fieldOf(place))
-            field->setRemark("");
-    session_.remarks.set(std::move(remarks));
-    for (const auto& [place, text] : session_.remarks.texts())
+            show(*field, Note());
+    notes.set(std::move(places));
+    for (const auto& [place, note] : notes.notes())
         if (TextField* field = place.element ? nullptr : fieldOf(place))
-            field->setRemark(text);
-    yearly_.showRemarks();
-    quarterly_.showRemarks();
+            show(*field, note);
+    yearly_.showNotes();
+    quarterly_.showNotes();
+}
+
+void FigurePlaces::setRemarks(FigureNotes<std::string>::Places remarks) {
+    set(session_.remarks, std::move(remarks),
+        [](TextField& field, const std::string& remark) { field.setRemark(remark); });
+}
+
+void FigurePlaces::setOrigins(FigureNotes<FieldOrigin>::Places origins) {
+    set(session_.origins, std::move(origins),
+        [](TextField& field, const FieldOrigin& origin) { field.setOrigin(origin); });
 }
 
 } // namespace vkr

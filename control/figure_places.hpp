@@ -19,10 +19,15 @@ class FigurePlaces {
     // does at the moment.
     [[nodiscard]] TextField* fieldOf(const FigurePlace& place) const;
 
-    // Remarks on figures, in place of those before; of fields that nothing is said of they go.
-    void setRemarks(FigureRemarks::Texts remarks);
+    // Remarks on figures, and where they come from, in place of those before; of fields that
+    // nothing is said of they go.
+    void setRemarks(FigureNotes<std::string>::Places remarks);
+    void setOrigins(FigureNotes<FieldOrigin>::Places origins);
 
   private:
+    template <typename Note, typename Show>
+    void set(FigureNotes<Note>& notes, typename FigureNotes<Note>::Places places, Show show);
+
     Session& session_;
     const CompanyFields& fields_;
     YearlyGrid& yearly_;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "control/cell_commands.hpp"
 #include "control/controller.hpp"
 #include "control/host_line.hpp"
 #include "control/right_click_menu.hpp"
@@ -12,8 +13,9 @@ namespace vkr {
 class MenuActions final : public MenuHost {
   public:
     MenuActions(const Session& session, Controllers& controllers, YearlyGrid& yearly,
-                HostLine& host)
-        : session_(session), controllers_(controllers), yearly_(yearly), host_(host) {}
+                HostLine& host, CellCommands& cells)
+        : session_(session), controllers_(controllers), yearly_(yearly), host_(host),
+          cells_(cells) {}
 
     void addYear() override { yearly_.addYear(); }
     void removeYear() override { yearly_.removeYear(); }
@@ -25,12 +27,17 @@ class MenuActions final : public MenuHost {
     void askAssistant(DataEntryObject object, const std::string& text) override {
         host_.assistant(object, text);
     }
+    std::optional<MenuCells> cellsWith(const Control& control) const override {
+        return cells_.selectedWith(control);
+    }
+    void carryOut(MenuCommand command) override { cells_.carryOut(command); }
 
   private:
     const Session& session_;
     Controllers& controllers_;
     YearlyGrid& yearly_;
     HostLine& host_;
+    CellCommands& cells_;
 };
 
 } // namespace vkr

@@ -47,7 +47,7 @@ void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
     field_ = objects_.fieldOf(control);
     const auto texts = [this](int number) { return session_.text(number); };
     BuildMenu(session_.form, session_.services, texts, menuExtrasOf(object_),
-              dynamic_cast<TextBox*>(&control), field_);
+              dynamic_cast<TextBox*>(&control), field_, host_.cellsWith(control));
     const std::string name = control.name();
     const int index = control.index();
     const int chosen = attemptOr(
@@ -149,6 +149,16 @@ void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
              if (auto* box = dynamic_cast<TextBox*>(target))
                  menu.ShowDatePicker(*box, false);
          }},
+        {mcCopyCells, nothing,
+         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcCopyCells); }},
+        {mcCopyCellsWithHeadings, nothing,
+         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcCopyCellsWithHeadings); }},
+        {mcDeleteFigures, nothing,
+         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcDeleteFigures); }},
+        {mcFillDown, nothing,
+         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcFillDown); }},
+        {mcTakePrevious, nothing,
+         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcTakePrevious); }},
     };
     for (const auto& command : commands)
         if (command.number == intCommand &&

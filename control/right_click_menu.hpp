@@ -21,6 +21,9 @@ class MenuHost {
     virtual void fieldChanged(TextField& field) = 0;                              // as after a key
     virtual void leave(TextField& field) = 0; // of a field that has no focus
     virtual void askAssistant(DataEntryObject object, const std::string& text) = 0;
+    // The cells that are selected together with this one; nothing where there is no other.
+    [[nodiscard]] virtual std::optional<MenuCells> cellsWith(const Control& control) const = 0;
+    virtual void carryOut(MenuCommand command) = 0; // on these cells
 };
 
 // The pop-up menu of every object, and the date picker.

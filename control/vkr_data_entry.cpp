@@ -28,6 +28,7 @@
 #include "form/controls.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
+#include "platform/text.hpp"
 #include "quarterly/last_quarter.hpp"
 #include "yearly/yearly_grid.hpp"
 
@@ -76,13 +77,13 @@ class VKRDataEntry::Impl final {
     FigurePlaces places{session, fields, yearly, quarterly};
     HelpFrame helpFrame{session};
     MoreHelp help{session, helpFrame, pages, host};
-    MenuActions menuActions{session, controllers, yearly, host};
+    CellCommands cells;
+    MenuActions menuActions{session, controllers, yearly, host, cells};
     RightClickMenu menu{session, objects, helpFrame, menuActions};
     OkButton ok{session, fields, entry, host};
     CancelButton cancel{session, entry, pages, host};
     ClickControllers clicks{session, yearly, quarterly, lastQuarter,
                             options, lock,   help,      controllers};
-    CellCommands cells;
     EntryInput input{session, controllers, quarterly, pages, helpFrame, help, menu, host, cells};
 
   private:
@@ -306,6 +307,7 @@ std::shared_ptr<iVKR_Company> VKRDataEntry::get_objCompany() {
 }
 void VKRDataEntry::put_objCompany(std::shared_ptr<iVKR_Company> objNewValue) {
     setRemarks({});
+    setOrigins({});
     ifPossible([&] {
         impl_->cells.endSelection();
         impl_->company.load(std::move(objNewValue));
@@ -327,6 +329,7 @@ void VKRDataEntry::SetPrevious() {
 }
 void VKRDataEntry::Clear() {
     setRemarks({});
+    setOrigins({});
     ifPossible([&] { impl_->company.clear(); });
 }
 void VKRDataEntry::ScrollMouse(std::int16_t& intKeyCode, std::int16_t& /*intShift*/) {
@@ -365,12 +368,16 @@ std::vector<MarkedField> VKRDataEntry::doubtfulFields() const {
 void VKRDataEntry::setRemarks(std::map<FigurePlace, std::string> remarks) {
     ifPossible([&] { impl_->places.setRemarks(std::move(remarks)); });
 }
+void VKRDataEntry::setOrigins(std::map<FigurePlace, FieldOrigin> origins) {
+    ifPossible([&] { impl_->places.setOrigins(std::move(origins)); });
+}
 bool VKRDataEntry::showFigure(const FigurePlace& place) {
     return attemptOr(false, [&] {
-        const TextField* field = impl_->places.fieldOf(place);
+        TextField* field = impl_->places.fieldOf(place);
         if (field == nullptr)
             return false;
         impl_->pages.showField(field->id());
+        field->select(0, textLength(field->text())); // also where it had the focus before
         return true;
     });
 }

@@ -138,8 +138,13 @@ class VKRDataEntry {
     // mark at the field of each, with the text for its reason, where the field has no graver one.
     // In place of those before; handing in another record, and Clear, take them away.
     void setRemarks(std::map<FigurePlace, std::string> remarks);
-    // Brings the field of a figure or date on show with its tab and moves the focus there; of a
-    // pair of rows that of the row on show. False where the form shows neither.
+    // Where figures come from, in words for people, such as FigureOrigins knows it: told with the
+    // field of each, and by a small corner where the host wants that. In place of those before;
+    // handing in another record, and Clear, take them away.
+    void setOrigins(std::map<FigurePlace, FieldOrigin> origins);
+    // Brings the field of a figure or date on show with its tab, and moves the focus there with all
+    // of its text selected; of a pair of rows that of the row on show. False where the form shows
+    // neither.
     bool showFigure(const FigurePlace& place);
     // Puts into a copy of the record what reading objCompany would put into the record, which stays
     // as it is: for a host that asks what would be saved.

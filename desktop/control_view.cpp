@@ -47,6 +47,25 @@ void paintWave(QPainter& painter, const QRect& field) {
     painter.drawPolyline(wave);
 }
 
+// Where the text does not begin.
+void paintOrigin(QWidget& widget, const TextField& field) {
+    if (!field.origin().marked)
+        return;
+    const auto* box = dynamic_cast<const TextBox*>(&field);
+    const bool left = box != nullptr && box->alignment() == Alignment::right;
+    const QRectF area = widget.rect().adjusted(1, 1, -1, -1);
+    const double side = area.height() / 3.5;
+    const QPointF corner = left ? area.topLeft() : area.topRight();
+    const QPolygonF triangle{
+        {corner, corner + QPointF(left ? side : -side, 0), corner + QPointF(0, side)}};
+    QPainter painter(&widget);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(
+        readable(toQt(mark_colors::origin), widget.palette().color(QPalette::Base), signContrast));
+    painter.drawPolygon(triangle);
+}
+
 void paintMark(QWidget& widget, MarkKind kind) {
     if (kind == MarkKind::none)
         return;
@@ -156,7 +175,7 @@ void ControlView::showNames() {
         return; // the first record changes most of them once more
     const Control& shown = *control_;
     const auto* field = textFieldOf(&shown);
-    const QString reason = field == nullptr ? QString() : toQt(field->shownReason());
+    const QString reason = field == nullptr ? QString() : toQt(field->description());
     const QString name = toQt(shown.accessibleName().empty() ? withoutMnemonic(shown.caption())
                                                              : shown.accessibleName());
     if (widget_->accessibleName() != name)
@@ -180,8 +199,10 @@ bool ControlView::handle(QEvent& event, QWidget& source, NativeEvent native) {
         return native(source, event);
     if (event.type() == QEvent::Paint) {
         const bool painted = native(source, event);
-        if (const auto* field = textFieldOf(control_); field != nullptr && &source == widget_)
+        if (const auto* field = textFieldOf(control_); field != nullptr && &source == widget_) {
+            paintOrigin(source, *field);
             paintMark(source, field->shownMark());
+        }
         return painted;
     }
     if (passing())

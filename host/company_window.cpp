@@ -8,6 +8,7 @@
 #include "host/help_pages.hpp"
 #include "host/history_window.hpp"
 #include "host/messages.hpp"
+#include "host/origin_marks.hpp"
 #include "host/split_dialog.hpp"
 #include "host/suggested_dates.hpp"
 #include "host/texts.hpp"
@@ -62,6 +63,8 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
         return origins().of(series, element).origin;
     };
     checks_ = new FigureChecks(*this, *entry_, [this] { return recordToSave(); });
+    originMarks_ = new OriginMarks(
+        *entry_, [this] { return origins(); }, this);
     buildActions();
 
     connect(checks_, &FigureChecks::judged, this, [this] {
@@ -122,7 +125,8 @@ void CompanyWindow::buildActions() {
     auto* split = figures->addAction(tr("Adjust for a &Split..."), this,
                                      [this] { adjustForSplit(*this, *entry_, record_); });
     split->setObjectName(QStringLiteral("split"));
-    new ViewMenu(*this, *entry_);
+    auto* view = new ViewMenu(*this, *entry_);
+    originMarks_->addTo(view->menu());
 
     auto* guide = menuBar()->addMenu(tr("&Guide"));
     guide->addAction(tr("&Saving"), this, [this] { emit helpAsked(help::saving); });
@@ -170,6 +174,7 @@ void CompanyWindow::startFrom(const CompanyRecord& stored) {
     forgetUnsaved();
     keepUnsaved(stored);
     showModified();
+    originMarks_->showLater();
     keepSilenced();
 }
 

@@ -18,6 +18,7 @@ class Assistant;
 class FigureChecks;
 class HistoryWindow;
 class KeptFigures;
+class OriginMarks;
 class SilencedFindings;
 
 // What the three lists of the component offer.
@@ -117,6 +118,7 @@ class CompanyWindow : public QMainWindow {
     CompanyStore& store_;
     VKRDataEntryWidget* entry_;
     FigureChecks* checks_;
+    OriginMarks* originMarks_;
     Assistant* assistant_ = nullptr; // from the first question on
     HistoryWindow* history_ = nullptr;
     FigureOrigins origins_;                     // of the record as it was opened

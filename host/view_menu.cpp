@@ -32,11 +32,11 @@ QString numberPattern(bool grouped) {
 } // namespace
 
 ViewMenu::ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry)
-    : QObject(&window), window_(window), entry_(entry) {
-    auto* menu = window.menuBar()->addMenu(tr("&View"));
+    : QObject(&window), window_(window), menu_(window.menuBar()->addMenu(tr("&View"))),
+      entry_(entry) {
     const auto add = [&](const char* name, const QString& text, const QList<QKeySequence>& keys,
                          auto act) {
-        auto* action = menu->addAction(text, this, act);
+        auto* action = menu_->addAction(text, this, act);
         action->setObjectName(QLatin1String(name));
         action->setShortcuts(keys);
         return action;
@@ -46,7 +46,7 @@ ViewMenu::ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry)
     add("zoomOut", tr("&Smaller"), {QKeySequence(tr("Ctrl+-"))},
         [this] { zoomTo(((entry_.zoom() + step - 1) / step - 1) * step); });
     add("zoomReset", tr("&Actual Size"), {QKeySequence(tr("Ctrl+0"))}, [this] { zoomTo(100); });
-    menu->addSeparator();
+    menu_->addSeparator();
     auto* grouping = add("groupDigits", tr("&Group Digits"), {}, [] {});
     grouping->setCheckable(true);
     connect(grouping, &QAction::toggled, this, &ViewMenu::groupDigits);

@@ -5,6 +5,7 @@
 
 QT_BEGIN_NAMESPACE
 class QMainWindow;
+class QMenu;
 QT_END_NAMESPACE
 
 namespace vkr {
@@ -19,6 +20,7 @@ class ViewMenu : public QObject {
     // Adds itself to the window's menu bar. The widget is within the window.
     ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry);
 
+    [[nodiscard]] QMenu& menu() { return *menu_; }
     // In percent; the window grows or shrinks with the form where it can.
     void zoomTo(int percent);
 
@@ -27,6 +29,7 @@ class ViewMenu : public QObject {
     void groupDigits(bool grouped);
 
     QMainWindow& window_;
+    QMenu* menu_;
     VKRDataEntryWidget& entry_;
 };
 

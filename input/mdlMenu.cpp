@@ -45,6 +45,19 @@ constexpr FieldEntry fieldEntries[] = {
     {0, mcSeparator, always},
 };
 
+struct CellEntry {
+    int text; // of years; of quarters the next one where there are two
+    MenuCommand command;
+    bool changes;
+    bool hasTwoTexts;
+};
+
+constexpr CellEntry cellEntries[] = {
+    {651, mcCopyCells, false, false},    {652, mcCopyCellsWithHeadings, false, false},
+    {653, mcDeleteFigures, true, false}, {654, mcFillDown, true, false},
+    {655, mcTakePrevious, true, true},
+};
+
 struct ExtraEntry {
     MenuExtras extra;
     int text;
@@ -90,7 +103,8 @@ class Builder {
 } // namespace
 
 void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned extras,
-               const TextBox* field, const TextField* changeable) {
+               const TextBox* field, const TextField* changeable,
+               const std::optional<MenuCells>& cells) {
     Builder builder(form, texts);
     if (field != nullptr) {
         const FieldState state{!field->locked(),
@@ -99,6 +113,12 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
                                attemptOr(false, [&] { return services.clipboardHasText(); })};
         for (const auto& entry : fieldEntries)
             builder.add(entry.text, entry.command, entry.enabled(state));
+    }
+    if (cells) {
+        for (const auto& entry : cellEntries)
+            builder.add(entry.text + (entry.hasTwoTexts && cells->quarters ? 1 : 0), entry.command,
+                        !entry.changes || cells->changeable);
+        builder.add(0, mcSeparator, true);
     }
     for (const auto& entry : extraEntries) {
         if ((extras & entry.extra) == 0)
@@ -109,6 +129,11 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
             builder.add(0, mcSeparator, true);
     }
     builder.add(helpText, mcHelp, true);
+}
+
+bool opensMenu(KeyCode key, int shift) {
+    return (key == keys::menu && shift == shifts::none) ||
+           (key == keys::f10 && shift == shifts::shift);
 }
 
 std::vector<MenuItem*> menuEntries(const Form& form) {

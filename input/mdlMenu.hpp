@@ -5,6 +5,7 @@
 #include "platform/services.hpp"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,12 @@ enum MenuCommand : int {
     mcLastQuarterDate = 10,
     mcAssistant = 11,
     mcPickDate = 12,
+    // Of several cells that are selected together.
+    mcCopyCells = 13,
+    mcCopyCellsWithHeadings = 14,
+    mcDeleteFigures = 15,
+    mcFillDown = 16,
+    mcTakePrevious = 17,
 };
 
 // Entries that an object has besides those of its text; to be added up.
@@ -39,11 +46,22 @@ enum MenuExtras : unsigned {
 // Text of a string number.
 using MenuTexts = std::function<std::string(int number)>;
 
+// Several cells that the menu is opened on, as their entries depend on them.
+struct MenuCells {
+    bool changeable; // not locked
+    bool quarters;   // else years
+};
+
 // Builds the entries of the control array mnuItem anew: those of a text box, null for any other
-// object, then the extras, then help. `changeable` is the field that the extras would change, null
-// where there is none; a locked one has its entries disabled.
+// object, then those of the cells that are selected together with it, then the extras, then help.
+// `changeable` is the field that the extras would change, null where there is none; a locked one
+// has its entries disabled.
 void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned extras,
-               const TextBox* field, const TextField* changeable);
+               const TextBox* field, const TextField* changeable,
+               const std::optional<MenuCells>& cells = std::nullopt);
+
+// Whether a key opens the menu: the Menu key, and Shift+F10.
+[[nodiscard]] bool opensMenu(KeyCode key, int shift);
 
 // The entries in order.
 [[nodiscard]] std::vector<MenuItem*> menuEntries(const Form& form);

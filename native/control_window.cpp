@@ -152,7 +152,7 @@ std::wstring ControlWindow::heardName() const {
 
 std::wstring ControlWindow::heardDescription() const {
     const auto* field = textFieldOf(static_cast<const Control*>(control_));
-    return field == nullptr ? std::wstring() : toWide(field->shownReason());
+    return field == nullptr ? std::wstring() : toWide(field->description());
 }
 
 std::wstring ControlWindow::tip() const {

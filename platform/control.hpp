@@ -174,6 +174,14 @@ struct FieldMark {
     friend bool operator==(const FieldMark&, const FieldMark&) = default;
 };
 
+// Where the figure that a field stands for comes from.
+struct FieldOrigin {
+    std::string text;    // what people are told, such as "imported from 0000320193-25-000079"
+    bool marked = false; // shown as a small corner, too
+
+    friend bool operator==(const FieldOrigin&, const FieldOrigin&) = default;
+};
+
 // What text boxes and editable lists have in common: a text with a selection, counted in
 // characters. A locked field can be read and selected, and no user action changes it.
 class TextField : public Control {
@@ -234,6 +242,14 @@ class TextField : public Control {
     [[nodiscard]] const std::string& shownReason() const {
         return mark_.kind != MarkKind::none ? mark_.reason : remark_;
     }
+    // Like a remark it stays until it is told anew; without a text nothing is known.
+    [[nodiscard]] const FieldOrigin& origin() const { return origin_; }
+    void setOrigin(const FieldOrigin& origin) { assign(origin_, origin, Property::mark); }
+    // All that there is to say of the figure: the reason of the mark, and below it the origin.
+    [[nodiscard]] std::string description() const {
+        const std::string& reason = shownReason();
+        return reason + (reason.empty() || origin_.text.empty() ? "" : "\n") + origin_.text;
+    }
     // Of a field that is not stored the text that stands for what is, where it is known.
     [[nodiscard]] const std::optional<std::string>& storedText() const { return storedText_; }
     void setStoredText(std::optional<std::string> text) { storedText_ = std::move(text); }
@@ -251,6 +267,7 @@ class TextField : public Control {
     std::string entryText_;
     FieldMark mark_;
     std::string remark_;
+    FieldOrigin origin_;
     std::optional<std::string> storedText_;
     int selStart_ = 0;
     int selLength_ = 0;

@@ -45,6 +45,12 @@ class FormHandler {
     virtual void onChange(TextField& /*field*/) {} // the user changed the text
     // `tab` is the one under the pointer, of a tab strip; else 0.
     virtual void onMouseDown(Control& /*control*/, MouseButton /*button*/, int /*tab*/) {}
+    // Whether a press on a control leaves the focus where it is, as on what is selected together
+    // with the control that has it.
+    [[nodiscard]] virtual bool keepsFocus(const Control& /*control*/,
+                                          MouseButton /*button*/) const {
+        return false;
+    }
     // The press that began on one control is dragged over another one, or back over the first.
     // True where that selects controls, and no text in the first.
     virtual bool onDrag(Control& /*pressed*/, Control& /*over*/) { return false; }

@@ -64,6 +64,10 @@ void Form::mouseDown(Control& control, MouseButton button, int tab) {
     endNote();
     if (!control.isShown() || !control.isEnabled())
         return;
+    if (attemptOr(false, [&] { return handler().keepsFocus(control, button); })) {
+        ifPossible([&] { handler().onMouseDown(control, button, tab); });
+        return;
+    }
     // What comes first may take the control away.
     if (hearsPressFirst(control)) {
         ifPossible([&] { handler().onMouseDown(control, button, tab); });

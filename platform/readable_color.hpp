@@ -22,11 +22,12 @@ inline constexpr double signContrast = 3; // frames and other signs, and texts t
 [[nodiscard]] Color readable(Color wanted, Color behind, double least = textContrast);
 
 // Marks at fields that can be told from the usual grounds of a field, and from each other: frames,
-// and a wave below the text for a quiet one.
+// a wave below the text for a quiet one, and a corner for where the figure comes from.
 namespace mark_colors {
 inline constexpr Color unstored = colorOf(200, 0, 0);
 inline constexpr Color doubtful = colorOf(200, 115, 0);
 inline constexpr Color quiet = colorOf(125, 60, 190);
+inline constexpr Color origin = colorOf(20, 110, 190);
 } // namespace mark_colors
 
 // Of a field with something to tell; its frame or wave is `readable` on the field.

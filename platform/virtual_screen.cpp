@@ -78,6 +78,9 @@ void VirtualDesktop::describe(std::string& lines, const Frame* container, int de
                          : mark == MarkKind::doubtful ? " doubtful "
                                                       : " marked ")
                      << quoted(field->shownReason());
+            if (!field->origin().text.empty())
+                line << (field->origin().marked ? " corner " : " from ")
+                     << quoted(field->origin().text);
             if (note_ && note_->field == field->id())
                 line << " note " << quoted(note_->note);
         }

@@ -495,6 +495,98 @@ TEST(CellCommands, TakeTheFigureOfThePeriodBefore) {
     EXPECT_EQ(quarters.record->get_QEPSSeries().array().number(1), 1.25);
 }
 
+// --- menu ----------------------------------------------------------------------------------------
+
+Ids captionsOf(const VirtualDesktop::Menu& menu) {
+    Ids captions;
+    for (const auto& entry : menu.entries)
+        captions.push_back(entry.caption);
+    return captions;
+}
+
+TEST(CellCommands, StandInTheMenuOfTheSelection) {
+    Scene scene;
+    scene.enter("txtSales(3)", "3.125");
+    scene.desktop.rightClick("txtSales(3)");
+    const Ids alone = captionsOf(scene.desktop.menus().back());
+    scene.desktop.type("+{DOWN 2}");
+    scene.desktop.answerNextMenu("Fill Down");
+    scene.desktop.rightClick("txtSales(4)"); // another cell of the selection
+    const auto& menu = scene.desktop.menus().back();
+    EXPECT_EQ(menu.refusal, "");
+    EXPECT_EQ(scene.desktop.focusedId(), "txtSales(3)");
+    Ids cells = captionsOf(menu);
+    const Ids added = {"Copy Cells", "Copy Cells with Headings",          "Delete Figures",
+                       "Fill Down",  "Take Figures from the Year Before", "-"};
+    const auto first = std::ranges::find(cells, added.front());
+    ASSERT_GE(cells.end() - first, std::ssize(added));
+    EXPECT_EQ(Ids(first, first + std::ssize(added)), added);
+    cells.erase(first, first + std::ssize(added));
+    EXPECT_EQ(cells, alone) << "the others are those of a single field";
+    EXPECT_EQ(scene.revenue(4), 3.125);
+    EXPECT_EQ(scene.revenue(5), 3.125);
+    EXPECT_EQ(scene.record->actions.back().action.name, "Fill Down of 2 Figures");
+    EXPECT_EQ(scene.highlighted().size(), 3U);
+}
+
+TEST(CellCommands, AreCarriedOutByTheMenu) {
+    Scene scene(toQuarterly);
+    scene.enter("txtRevenue(4)", "7");
+    scene.enter("txtRevenue(3)", "5");
+    const auto choose = [&](std::string_view caption) {
+        scene.desktop.click("txtRevenue(2)");
+        scene.desktop.type("+{DOWN}");
+        scene.desktop.answerNextMenu(caption);
+        scene.desktop.type("+{F10}");
+        EXPECT_EQ(scene.desktop.menus().back().refusal, "") << caption;
+    };
+    choose("Copy Cells");
+    EXPECT_EQ(scene.desktop.clipboardText(), "\n5");
+    choose("Copy Cells with Headings");
+    EXPECT_NE(scene.desktop.clipboardText().find("Revenue"), std::string::npos);
+    choose("Take Figures from the Quarter Before");
+    const auto revenue = [&](int row) {
+        return scene.record->get_QRevenueSeries().array().number(row);
+    };
+    EXPECT_EQ(revenue(2), 7);
+    EXPECT_EQ(revenue(3), 7);
+    choose("Delete Figures");
+    EXPECT_EQ(revenue(2), 0);
+    EXPECT_EQ(revenue(3), 0);
+    EXPECT_EQ(revenue(4), 7);
+}
+
+TEST(CellCommands, LeaveTheMenuBesideTheSelectionToTheField) {
+    Scene scene;
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.type("+{DOWN}");
+    scene.desktop.rightClick("txtSales(7)");
+    const Ids beside = captionsOf(scene.desktop.menus().back());
+    EXPECT_EQ(std::ranges::count(beside, "Fill Down"), 0);
+    EXPECT_EQ(scene.desktop.focusedId(), "txtSales(7)");
+    EXPECT_TRUE(scene.highlighted().empty());
+}
+
+TEST(CellCommands, AreNotOfferedUnderTheLock) {
+    EntryScene scene;
+    scene.load(fullCompany());
+    scene.desktop.clickTab(toOptions);
+    scene.desktop.click("chkLockInfo");
+    scene.desktop.clickTab(toYearly);
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.type("+{DOWN}+{F10}");
+    int copying = 0;
+    for (const auto& entry : scene.desktop.menus().back().entries) {
+        if (entry.caption == "Delete Figures" || entry.caption == "Fill Down" ||
+            entry.caption == "Take Figures from the Year Before") {
+            EXPECT_FALSE(entry.enabled) << entry.caption;
+        }
+        if (entry.caption.starts_with("Copy Cells"))
+            copying += entry.enabled ? 1 : 0;
+    }
+    EXPECT_EQ(copying, 2);
+}
+
 // --- lock ----------------------------------------------------------------------------------------
 
 TEST(CellCommands, ChangeNothingUnderTheLock) {

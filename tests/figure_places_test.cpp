@@ -105,5 +105,25 @@ TEST_F(FigurePlacesTest, ARemarkChangesNothingOfWhatIsTyped) {
     EXPECT_FALSE(entry().get_blnDirty());
 }
 
+TEST_F(FigurePlacesTest, WhereAFigureComesFromGoesWithIt) {
+    const FieldOrigin filed{"Imported from 0000320193-25-000079.", true};
+    entry().setOrigins({{{QRevenueSeries, 4}, filed}, {{TotalDebt, {}}, {"Typed.", false}}});
+    EXPECT_EQ(field("txtRevenue(4)").origin(), filed);
+    EXPECT_EQ(field("txtTotalDebt").description(), "Typed.");
+    EXPECT_EQ(field("txtTotalDebt").shownMark(), MarkKind::none);
+    EXPECT_NE(scene.desktop.snapshot().find("from \"Typed.\""), std::string::npos);
+    entry().put_CurrentTab(toQuarterly);
+    scene.desktop.spin("spnQuarter", -1); // the grid begins a quarter earlier
+    EXPECT_EQ(field("txtRevenue(4)").origin(), FieldOrigin());
+    EXPECT_EQ(field("txtRevenue(3)").origin(), filed);
+    EXPECT_NE(scene.desktop.snapshot().find("corner \"Imported"), std::string::npos);
+    entry().setRemarks({{{QRevenueSeries, 4}, "Ten times."}});
+    EXPECT_EQ(field("txtRevenue(3)").description(),
+              "Ten times.\nImported from 0000320193-25-000079.");
+    entry().put_objCompany(company->clone());
+    EXPECT_EQ(field("txtRevenue(3)").origin(), FieldOrigin());
+    EXPECT_EQ(field("txtTotalDebt").origin(), FieldOrigin());
+}
+
 } // namespace
 } // namespace vkr

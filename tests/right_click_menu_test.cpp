@@ -1105,6 +1105,10 @@ class Commands : public testing::Test, protected ComponentParts, private MenuHos
     void fieldChanged(TextField& field) override { asked.push_back("change " + field.id()); }
     void leave(TextField& field) override { asked.push_back("leave " + field.id()); }
     void askAssistant(DataEntryObject /*object*/, const std::string& /*text*/) override {}
+    std::optional<MenuCells> cellsWith(const Control& /*control*/) const override { return {}; }
+    void carryOut(MenuCommand command) override {
+        asked.push_back("cells " + std::to_string(command));
+    }
 
     struct Handler : FormHandler {
     } handler;
@@ -1117,7 +1121,7 @@ class Commands : public testing::Test, protected ComponentParts, private MenuHos
 TEST_F(Commands, NoneChangesALockedField) {
     form.get<Label>("lblQLabel", 0).setTag("46000");
     for (const auto* name : {"txtName", "txtLastUpdate", "txtDateofLastFY", "txtNotes"})
-        for (int command = -1; command <= 13; ++command) {
+        for (int command = -1; command <= 18; ++command) {
             SCOPED_TRACE(std::string(name) + " " + std::to_string(command));
             auto& field = form.get<TextBox>(name);
             field.setText("kept");
@@ -1132,14 +1136,14 @@ TEST_F(Commands, NoneChangesALockedField) {
     EXPECT_TRUE(desktop.calendars().empty());
     EXPECT_FALSE(session.isDirty());
     for (const auto& what : asked)
-        EXPECT_TRUE(what == "add" || what == "remove") << what;
-    EXPECT_EQ(asked.size(), 8U) << "the buttons' own handlers know the lock";
+        EXPECT_TRUE(what == "add" || what == "remove" || what.starts_with("cells ")) << what;
+    EXPECT_EQ(asked.size(), 28U) << "the handlers of buttons and cells know the lock";
 }
 
 TEST_F(Commands, NumbersWithoutACommandDoNothing) {
     auto& field = form.get<TextBox>("txtName");
     field.setText("kept");
-    for (const int command : {mcHelp + 0, mcSeparator + 0, -1, 13, 1000})
+    for (const int command : {mcHelp + 0, mcSeparator + 0, -1, 18, 1000})
         menu.DoMenuCommand(command, &field);
     EXPECT_EQ(field.text(), "kept");
     EXPECT_EQ(desktop.clipboardText(), "held");
