@@ -103,12 +103,12 @@ void FigureChecks::mark(const std::vector<Finding>& findings) {
 }
 
 void FigureChecks::goTo(const FigurePlace& place) {
-    if (entry_.component().showFigure(place)) {
-        window_.activateWindow();
-        entry_.setFocus();
-    } else {
+    // The form has the keys first: a field that is entered then selects its text, and what is typed
+    // takes the place of the figure.
+    window_.activateWindow();
+    entry_.setFocus();
+    if (!entry_.component().showFigure(place))
         notice(window_, tr("The form does not show this figure at the moment."));
-    }
 }
 
 void FigureChecks::silence(const Finding& finding, bool silence) {

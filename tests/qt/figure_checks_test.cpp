@@ -92,6 +92,21 @@ TEST_F(FigureChecksTest, LeadToTheFigureByTheKeyboardAndBack) {
     EXPECT_TRUE(window.isVisible());
 }
 
+TEST_F(FigureChecksTest, WhatIsTypedAtTheFigureTakesItsPlace) {
+    for (const bool comesFromTheFigure : {false, true}) {
+        CompanyWindow& window = openWithASlip();
+        if (comesFromTheFigure)
+            user_.click(control(window, "txtYEPS(5)"));
+        user_.press(Qt::Key_L, Qt::ControlModifier);
+        user_.press(Qt::Key_Return);
+        user_.type("5.61");
+        user_.press(Qt::Key_Tab);
+        EXPECT_EQ(readSeries(*window.record(), Datum::YEPSSeries).array().number(5), 5.61);
+        window.discard();
+        settle();
+    }
+}
+
 TEST_F(FigureChecksTest, F8GoesFromOneToTheNext) {
     CompanyWindow& window = open(*host_, "SNOW");
     settle();
