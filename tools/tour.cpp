@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "tools/tour.hpp"
 
+#include "tools/tour_day.hpp"
 #include "tools/tour_edits.hpp"
 #include "tools/tour_sights.hpp"
 #include "tools/tour_steps.hpp"
 
 #include <QDir>
+#include <QTemporaryDir>
 
 namespace vkr {
 
@@ -41,6 +43,13 @@ void visit(TourSteps& tour) {
 
 int runTour(const QString& folder, const QString& samples) {
     return TourSteps(QDir(folder), samples).take(visit);
+}
+
+int runDay(const QString& folder, const QString& facts) {
+    const QTemporaryDir noSamples;
+    return TourSteps(QDir(folder), noSamples.path()).take([&](TourSteps& tour) {
+        spendDay(tour, facts);
+    });
 }
 
 } // namespace vkr

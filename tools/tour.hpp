@@ -14,4 +14,8 @@ namespace vkr {
 // The pictures that carry the name of a window or tab alone show a sample company as it is.
 [[nodiscard]] int runTour(const QString& folder, const QString& samples);
 
+// The same with what an analyst does on a day, as docs/analyst-guide.md tells it, from a new
+// company on. `facts` is what AAPL has filed.
+[[nodiscard]] int runDay(const QString& folder, const QString& facts);
+
 } // namespace vkr

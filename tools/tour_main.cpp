@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// vkr-tour <pictures> <samples>: the tour, which looks the same on every machine and leaves the
-// user's settings alone.
+// vkr-tour <pictures> <samples>, vkr-tour --day <pictures> <facts>: the tours, which look the same
+// on every machine and leave the user's settings alone.
 #include "host/program.hpp"
 #include "tools/tour.hpp"
 
@@ -16,9 +16,12 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     vkr::nameProgram();
     const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 3) {
-        std::fputs("vkr-tour takes a folder for the pictures and one of sample companies.\n",
-                   stderr);
+    const bool isDay = arguments.value(1) == QLatin1String("--day");
+    if (arguments.size() != (isDay ? 4 : 3)) {
+        std::fputs(
+            "vkr-tour takes a folder for the pictures and one of sample companies, or --day, "
+            "a folder for the pictures and a companyfacts document.\n",
+            stderr);
         return 2;
     }
 
@@ -27,5 +30,6 @@ int main(int argc, char** argv) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     QApplication::setStyle(QStringLiteral("Fusion"));
-    return vkr::runTour(arguments.at(1), arguments.at(2));
+    return isDay ? vkr::runDay(arguments.at(2), arguments.at(3))
+                 : vkr::runTour(arguments.at(1), arguments.at(2));
 }

@@ -44,7 +44,7 @@ TourSteps::TourSteps(const QDir& folder, const QString& samples)
     driver_.onEvent = [this](const QString& event) { write(event); };
 }
 
-int TourSteps::take(void (*visit)(TourSteps&)) {
+int TourSteps::take(const std::function<void(TourSteps&)>& visit) {
     folder_.mkpath(QStringLiteral("."));
     try {
         visit(*this);
@@ -84,7 +84,16 @@ void TourSteps::open() {
     press(Qt::Key_F, Qt::ControlModifier);
     driver_.type(QLatin1String(symbol));
     press(Qt::Key_Return);
-    window_ = workspace_->windows().isEmpty() ? nullptr : workspace_->windows().first();
+    enter(workspace_->windows().isEmpty() ? nullptr : workspace_->windows().first());
+}
+
+void TourSteps::openNew() {
+    press(Qt::Key_N, Qt::ControlModifier);
+    enter(workspace_->windows().isEmpty() ? nullptr : workspace_->windows().last());
+}
+
+void TourSteps::enter(CompanyWindow* window) {
+    window_ = window;
     if (window_ == nullptr)
         throw Stopped("No window opened for the company.");
     driver_.activate(*window_);

@@ -6,6 +6,7 @@
 #include "tools/event_driver.hpp"
 
 #include <QDir>
+#include <QPixmap>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -24,10 +25,11 @@ class TourSteps {
     TourSteps(const QDir& folder, const QString& samples);
 
     // Goes through a visit and writes the transcript; what runTour answers.
-    int take(void (*visit)(TourSteps&));
+    int take(const std::function<void(TourSteps&)>& visit);
 
     void start(); // with the list
     void open();  // the sample company, which is found by its symbol
+    void openNew();
     void chapter(const QString& title);
     void tab(Qt::Key letter, TABObject expected);
     void fill(const char* field, const QString& text); // the one with the focus, and leaves it
@@ -40,6 +42,7 @@ class TourSteps {
     void whileOpen(const std::function<void()>& open, const std::function<void(QWidget&)>& act);
     void chooseEntry(QWidget& menu, const QString& caption);
     void picture(QWidget& window, const char* file);
+    void picture(const QPixmap& pixmap, const char* file) { save(pixmap, file); }
     void picture(QWidget& window, const QWidget& inFront, const char* file); // a menu or a dialog
     void expect(bool fulfilled, const QString& what);
     void expectText(const char* field, const QString& text);
@@ -55,6 +58,7 @@ class TourSteps {
     [[nodiscard]] QWidget& control(const char* name) const; // in it
 
   private:
+    void enter(CompanyWindow* window);
     void save(const QPixmap& pixmap, const char* file);
     void tellDifferences();
 
