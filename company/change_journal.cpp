@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <limits>
 #include <map>
-#include <ranges>
 #include <utility>
 
 namespace vkr {
@@ -303,14 +302,14 @@ std::optional<std::string> ChangeJournal::Noting::undo() {
     const auto first = done.begin() + (last.base() - done.cbegin()) - 1;
     std::vector<ChangeGroup> step(first, done.end());
     std::vector<Change> back;
-    for (const ChangeGroup& group : step | std::views::reverse)
-        addChanges(back, inverse(group));
+    for (auto group = step.rbegin(); group != step.rend(); ++group)
+        addChanges(back, inverse(*group));
     undone.reserve(undone.size() + 1);
     if (auto refusal = putChanges(*record, back))
         return refusal;
     done.erase(first, done.end());
-    for (const ChangeGroup& group : step | std::views::reverse)
-        leadTo(inverse(group));
+    for (auto group = step.rbegin(); group != step.rend(); ++group)
+        leadTo(inverse(*group));
     showPlace(step.front());
     undone.push_back(std::move(step));
     return std::nullopt;

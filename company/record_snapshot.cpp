@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
-#include <ranges>
 #include <stdexcept>
 #include <utility>
 
@@ -174,8 +173,8 @@ std::optional<std::string> putChanges(iVKR_Company& company, std::span<const Cha
     if (!refusal)
         return std::nullopt;
     bringBack(company, before);
-    for (const auto& setting : settings | std::views::reverse)
-        ifPossible([&] { writeSetting(company, setting.first, setting.second); });
+    for (auto one = settings.rbegin(); one != settings.rend(); ++one)
+        ifPossible([&] { writeSetting(company, one->first, one->second); });
     return refusal;
 }
 

@@ -10,7 +10,7 @@ void assertNoProgramError() noexcept {
     try {
         throw;
     } catch (const ProgramError&) {
-        assert(!"a mistake in the program, which no trap is to hide");
+        assert(false && "a mistake in the program, which no trap is to hide");
     } catch (...) { // what the traps are for
     }
 #endif

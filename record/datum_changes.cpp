@@ -4,7 +4,6 @@
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
-#include <ranges>
 #include <stdexcept>
 #include <utility>
 
@@ -48,8 +47,8 @@ std::vector<Write> writesOf(const iVKR_Company& company, std::span<const DatumCh
 std::vector<DatumChange> inverted(std::span<const DatumChange> changes) {
     std::vector<DatumChange> back;
     back.reserve(changes.size());
-    for (const DatumChange& one : changes | std::views::reverse)
-        back.push_back({one.datum, one.element, one.after, one.before});
+    for (auto one = changes.rbegin(); one != changes.rend(); ++one)
+        back.push_back({one->datum, one->element, one->after, one->before});
     return back;
 }
 
@@ -63,9 +62,10 @@ std::optional<std::string> applyChanges(iVKR_Company& company,
         if (!refusal)
             continue;
         // The refused one too: a record may have taken it in part.
-        for (auto& done :
-             std::ranges::subrange(writes.begin(), std::next(write)) | std::views::reverse)
-            ifPossible([&] { writeDatum(company, done.datum, done.before); });
+        for (auto done = std::next(write); done != writes.begin();) {
+            --done;
+            ifPossible([&] { writeDatum(company, done->datum, done->before); });
+        }
         return refusal;
     }
     return std::nullopt;
