@@ -57,8 +57,8 @@ class Measured {
             pairs_.push_back(subjectFirst ? *first / *second : *second / *first);
     }
 
-    [[nodiscard]] bool isSettled(double target) const {
-        return pairs_.size() >= fewest && (low() > target || high() <= target);
+    [[nodiscard]] bool isSettled(std::optional<double> target) const {
+        return pairs_.size() >= fewest && (!target || low() > *target || high() <= *target);
     }
 
     [[nodiscard]] bool print(const Ratio& ratio) const {
@@ -68,12 +68,17 @@ class Measured {
         }
         // Only what three pairs of four say is said of the work and not of the machine.
         const double median = quantile(pairs_, 0.5);
-        const char* verdict = low() > ratio.target    ? "MISSED"
-                              : median > ratio.target ? "met within the spread"
-                                                      : "met";
-        std::printf("%-52s %8.3f %8.3f-%8.3f %8.3f %6zu  %s\n", ratio.name.c_str(), median, low(),
-                    high(), ratio.target, pairs_.size(), verdict);
-        return low() <= ratio.target;
+        std::printf("%-52s %8.3f %8.3f-%8.3f ", ratio.name.c_str(), median, low(), high());
+        if (!ratio.target) {
+            std::printf("%8s %6zu  judged by instructions\n", "", pairs_.size());
+            return true;
+        }
+        const double target = *ratio.target;
+        const char* verdict = low() > target    ? "MISSED"
+                              : median > target ? "met within the spread"
+                                                : "met";
+        std::printf("%8.3f %6zu  %s\n", target, pairs_.size(), verdict);
+        return low() <= target;
     }
 
   private:
@@ -105,7 +110,9 @@ std::vector<Ratio> readRatios(const std::string& file) {
             cells.push_back(trimmed(cell));
         if (cells.size() != 4)
             throw std::runtime_error(file + ": name | subject | reference | target, not " + line);
-        ratios.push_back({cells[0], cells[1], cells[2], std::stod(cells[3])});
+        const bool hasTarget = cells[3] != "-";
+        ratios.push_back({cells[0], cells[1], cells[2],
+                          hasTarget ? std::optional(std::stod(cells[3])) : std::nullopt});
     }
     if (ratios.empty())
         throw std::runtime_error(file + " holds no ratio");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,10 +10,11 @@ struct Ratio {
     std::string name;
     std::string subject;
     std::string reference;
-    double target = 0;
+    std::optional<double> target; // none: its time is shown, its instructions are judged
 };
 
-// Of `name | subject | reference | target` a line; throws where a line is none.
+// Of `name | subject | reference | target` a line, the target "-" where there is none; throws where
+// a line is none.
 std::vector<Ratio> readRatios(const std::string& file);
 
 // Measures every ratio again and again, subject and reference right after one another and each in
