@@ -22,7 +22,7 @@ namespace {
 
 constexpr int indexRole = Qt::UserRole; // in the findings
 constexpr int leastWidth = 44;          // characters
-constexpr int chartLines = 10;
+constexpr int chartLines = 8;
 
 QString surenessText(Sureness sureness) {
     switch (sureness) {

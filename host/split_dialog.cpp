@@ -7,6 +7,7 @@
 #include "host/help_pages.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
+#include "host/tick_delegate.hpp"
 #include "input/date_reader.hpp"
 
 #include <QDate>
@@ -68,6 +69,7 @@ void SplitDialog::layOut() {
     told_->setWordWrap(true);
     told_->setTextFormat(Qt::PlainText);
     table_->setObjectName(QStringLiteral("preview"));
+    table_->setItemDelegateForColumn(0, new TickDelegate(this));
     table_->setAccessibleName(tr("Figures that change"));
     table_->setHorizontalHeaderLabels({tr("Figure"), tr("Of"), tr("Before"), tr("After")});
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);

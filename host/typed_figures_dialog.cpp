@@ -20,7 +20,7 @@ namespace vkr {
 
 namespace {
 
-enum Column { figure, typed, imported, columnCount };
+enum Column { figure, typed, imported };
 
 // Figures as the user's locale has them; long texts are cut.
 QString valueText(const TypedFigure& one, const std::string& value) {
@@ -82,7 +82,7 @@ TypedFiguresDialog::TypedFiguresDialog(std::vector<Company> companies, QWidget* 
     layout->addWidget(buttons);
     setTabOrder(tree_, import);
     const QFontMetrics letters(font());
-    resize(letters.averageCharWidth() * 90, letters.lineSpacing() * 24);
+    resize(letters.averageCharWidth() * 108, letters.lineSpacing() * 24);
     tree_->setFocus();
 }
 
@@ -101,16 +101,20 @@ void TypedFiguresDialog::fill() {
                 new QTreeWidgetItem(above, {figureTitle(one), valueText(one, one.stored),
                                             one.leavesTheTable ? tr("too old for the table")
                                                                : valueText(one, one.imported)});
-            for (const int column : {typed, imported})
+            for (const int column : {typed, imported}) {
                 item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
-            if (!one.leavesTheTable)
-                item->setCheckState(figure, Qt::Unchecked);
+                item->setToolTip(column, item->text(column));
+            }
+            item->setCheckState(figure, Qt::Unchecked);
+            if (one.leavesTheTable)
+                item->setFlags(item->flags() & ~(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled));
             items.push_back(item);
         }
     }
-    for (int column = 0; column < columnCount; ++column) {
+    tree_->header()->setSectionResizeMode(figure, QHeaderView::Stretch);
+    for (const int column : {typed, imported}) { // a longer text is in its tip
         tree_->resizeColumnToContents(column);
-        constexpr int most = 360;
+        const int most = QFontMetrics(font()).averageCharWidth() * 28;
         tree_->setColumnWidth(column, std::min(tree_->columnWidth(column) + 16, most));
     }
     tree_->setCurrentItem(tree_->topLevelItem(0));

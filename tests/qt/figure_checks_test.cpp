@@ -140,6 +140,7 @@ TEST_F(FigureChecksTest, OneThatIsRightIsSilentUntilItsFigureChanges) {
     list(window).setCurrentRow(0);
     auto& again = dynamic_cast<QPushButton&>(control(window, "itIsRight"));
     EXPECT_EQ(again.text(), "Look Again");
+    settle(); // it is laid out anew
     user_.click(again);
     EXPECT_EQ(count(window).text(), "5 to look at");
 }
