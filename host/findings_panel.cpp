@@ -76,7 +76,6 @@ void FindingsPanel::layOut() {
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     list_->setResizeMode(QListView::Adjust);
-    list_->setSpacing(3);
     list_->setMinimumWidth(fontMetrics().averageCharWidth() * leastWidth);
     nothing_->setText(tr("No figure stands out."));
     nothing_->setAlignment(Qt::AlignCenter);
