@@ -8,6 +8,7 @@
 #include "support/random_company.hpp"
 #include "support/scripted_record.hpp"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -466,6 +467,13 @@ TEST_F(JournalOfTheForm, NothingIsTakenBackUnderTheLock) {
     scene.entry->step(HistoryStep::undo);
     EXPECT_NE(company->get_TotalDebt(), 77);
     EXPECT_FALSE(scene.form().get<CheckBox>("chkLockInfo").value());
+}
+
+TEST_F(JournalOfTheForm, AGroupKnowsWhenItWasMade) {
+    const auto before = std::chrono::system_clock::now();
+    enter("txtTotalDebt", "77");
+    EXPECT_GE(last().at, before);
+    EXPECT_LE(last().at, std::chrono::system_clock::now());
 }
 
 // --- any session ---------------------------------------------------------------------------------

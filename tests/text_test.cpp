@@ -105,6 +105,11 @@ TEST(TextTest, AppendedCharactersAreReadBack) {
         appendCharacter(text, character);
         EXPECT_EQ(textLength(text), 1) << std::uint32_t{character};
         EXPECT_EQ(firstCharacter(text), character);
+        const std::size_t bytes = character < 0x80U      ? 1
+                                  : character < 0x800U   ? 2
+                                  : character < 0x10000U ? 3
+                                                         : 4;
+        EXPECT_EQ(text.size(), bytes) << std::uint32_t{character};
     }
 }
 

@@ -896,6 +896,14 @@ TEST_F(VirtualDesktopTest, ASnapshotShowsWhatCanBeSeen) {
                                   "  tbs (0, 0, 0 x 0) \"Company\" >\"Yearly\"\n");
 }
 
+TEST_F(VirtualDesktopTest, ASnapshotTellsTheNoteAtItsFieldAlone) {
+    desktop.tellRefused(name, "Figures only.");
+    const std::string snapshot = desktop.snapshot();
+    const auto line = snapshot.substr(snapshot.find("txtName"));
+    EXPECT_NE(line.substr(0, line.find('\n')).find(" note \"Figures only.\""), std::string::npos);
+    EXPECT_EQ(snapshot.find(" note "), snapshot.rfind(" note "));
+}
+
 TEST_F(VirtualDesktopTest, WithoutAFormThereIsNothingToActOn) {
     VirtualDesktop bare;
     EXPECT_THROW(static_cast<void>(bare.form()), std::logic_error);
