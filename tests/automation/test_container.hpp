@@ -57,8 +57,9 @@ class TestSite final
     : public ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch> {
   public:
     TestSite() {
-        window = CreateWindowExW(0, L"STATIC", L"container", WS_POPUP | WS_VISIBLE, 0, 0, 900, 700,
-                                 nullptr, nullptr, nullptr, nullptr);
+        window =
+            CreateWindowExW(0, L"STATIC", L"container", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0,
+                            0, 900, 700, nullptr, nullptr, nullptr, nullptr);
         frame = makeCom<TestFrame>(log, window);
     }
     ~TestSite() override { DestroyWindow(window); }

@@ -45,8 +45,11 @@ bool created() {
     Placed first = place(*site.get(), company.get());
     const HWND inside = GetWindow(site->window, GW_CHILD);
     const auto list = windowsIn(inside);
-    const auto font =
-        reinterpret_cast<HFONT>(SendMessageW(GetWindow(inside, GW_CHILD), WM_GETFONT, 0, 0));
+    LOGFONTW look{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(GetWindow(inside, GW_CHILD), WM_GETFONT, 0, 0)),
+               sizeof look, &look);
+    const HFONT font = CreateFontIndirectW(&look);
+    first.close();
     std::printf("%zu windows\n", list.size());
     std::vector<double> subject;
     std::vector<double> reference;
@@ -65,7 +68,7 @@ bool created() {
         DestroyWindow(around);
     }
     DestroyWindow(stage);
-    first.close();
+    DeleteObject(font);
     return report("control created, activated and painted", subject, reference, 1.3);
 }
 
