@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QImage>
+#include <QRegularExpression>
 
 namespace vkr {
 namespace {
@@ -24,6 +25,20 @@ TEST_F(TourTest, FindsEverythingAsExpectedAndDrawsEveryTab) {
     for (const char* line : {"type \"90600500\"", "TotalDebt: 90509 \u2192 90600.5",
                              "High52W: 288.62 \u2192 290.125", "Everything was as expected."})
         EXPECT_TRUE(text.contains(line)) << line;
+}
+
+TEST_F(TourTest, DoesWhatTheGuideForAnalystsTells) {
+    EXPECT_EQ(runDay(home_.filePath("day"), VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json"), 0);
+    QFile guide(VKR_SOURCE_DIR "/docs/analyst-guide.md");
+    ASSERT_TRUE(guide.open(QIODevice::ReadOnly));
+    static const QRegularExpression shown("\\(pictures/([a-z-]+\\.png)\\)");
+    auto pictures = shown.globalMatch(QString::fromUtf8(guide.readAll()));
+    int count = 0;
+    for (; pictures.hasNext(); ++count) {
+        const QString name = pictures.next().captured(1);
+        EXPECT_GT(QImage(home_.filePath("day/" + name)).width(), 400) << name.toStdString();
+    }
+    EXPECT_GE(count, 7);
 }
 
 TEST_F(TourTest, FailsWithoutTheSampleCompany) {
