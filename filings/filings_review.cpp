@@ -2,8 +2,8 @@
 #include "filings/filings_review.hpp"
 
 #include "company/exact_text.hpp"
+#include "filings/figure_order.hpp"
 #include "filings/figure_sums.hpp"
-#include "filings/figure_titles.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>

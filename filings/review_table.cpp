@@ -2,7 +2,7 @@
 #include "filings/review_table.hpp"
 
 #include "company/figure_origins.hpp"
-#include "filings/figure_titles.hpp"
+#include "record/datum_titles.hpp"
 
 #include <algorithm>
 
@@ -28,7 +28,7 @@ std::optional<double> differenceNumber(const ReviewRow& row) {
 constexpr ReviewColumn columns[] = {
     {.title = "Figure",
      .key = "figure",
-     .text = [](const ReviewRow& row) { return figureTitle(row.figure.datum); }},
+     .text = [](const ReviewRow& row) { return fullTitleOf(row.figure.datum); }},
     {.title = "Period", .key = "period", .text = [](const ReviewRow& row) { return row.period; }},
     {.title = "Stored", .key = "stored", .number = storedNumber},
     {.title = "Filed",

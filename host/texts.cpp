@@ -2,11 +2,14 @@
 #include "host/texts.hpp"
 
 #include "company/exact_text.hpp"
+#include "record/datum_titles.hpp"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace vkr {
 
@@ -24,13 +27,10 @@ QString localTime(std::string_view utc) {
 }
 
 QString datumTitle(std::string_view datum) {
+    if (const auto row = std::ranges::find(datumTable(), datum, &DatumRow::name);
+        row != datumTable().end())
+        return fromUtf8(fullTitleOf(row->datum));
     QString name = fromUtf8(datum);
-    const QString series = QStringLiteral("Series");
-    if (name.endsWith(series)) {
-        name.chop(series.size());
-        name = (name.startsWith(u'Y') ? QStringLiteral("Yearly") : QStringLiteral("Quarterly")) +
-               name.mid(1);
-    }
     // Settings begin with their kind, in lower case.
     while (!name.isEmpty() && name.front().isLower())
         name.remove(0, 1);

@@ -17,8 +17,8 @@ namespace vkr {
 // A time of the store, such as 2026-01-31T12:00:00Z, as 2026-01-31 13:00 where the user is.
 [[nodiscard]] QString localTime(std::string_view utc);
 
-// The name of a property or setting in words: "TotalDebt" is "Total Debt", "YEPSSeries" is
-// "Yearly EPS", "intUnit" is "Unit".
+// What people call a property or setting: "TotalDebt" is "Total Debt", "YEPSSeries" is "Yearly
+// Earnings Per Share", "intUnit" is "Unit".
 [[nodiscard]] QString datumTitle(std::string_view datum);
 
 // In the user's locale, with two decimals and more where the price has them.

@@ -2,6 +2,7 @@
 // Dates of a company against each other and against today. A date by itself, without the figures
 // that go by it, is only a suggestion.
 #include "plausibility/checks.hpp"
+#include "record/datum_titles.hpp"
 
 #include <cmath>
 
@@ -83,8 +84,7 @@ void dayToCome(const CompanyFigures& figures, Report& report) {
     const auto look = [&](Datum datum, bool counts) {
         const Date date = figures.date(datum);
         if (counts && !isAbsent(date) && daysBetween(report.today(), date) > 0)
-            report.speak(likely, {{datum, {}}}, 1,
-                         {std::string(dataName(datum)), Report::day(date)});
+            report.speak(likely, {{datum, {}}}, 1, {wordsOf(datum), Report::day(date)});
     };
     look(PriceUpdatedDate, figures.number(CurrentPrice) != 0);
     look(LastFYDate, figures.at(YRevenueSeries, 1) != 0 || figures.at(YEPSSeries, 1) != 0);

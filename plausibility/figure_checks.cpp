@@ -2,6 +2,7 @@
 // One figure against another of the same company.
 #include "plausibility/checks.hpp"
 #include "plausibility/ratios.hpp"
+#include "record/datum_titles.hpp"
 
 #include <cmath>
 
@@ -90,7 +91,7 @@ void negativeFigure(const CompanyFigures& figures, Report& report) {
             const FigurePlace place{datum, isSeries(row) ? std::optional(element) : std::nullopt};
             if (figures.figure(place) < 0)
                 report.speak(sure, {place}, 1,
-                             {std::string(dataName(datum)),
+                             {wordsOf(datum),
                               isSeries(row) ? " of " + report.period(place) : std::string(),
                               report.text(place)});
         }
@@ -160,7 +161,7 @@ void shareCountsApart(const CompanyFigures& figures, Report& report) {
         const double ratio = figures.figure(card) / figures.figure(last);
         if (figures.figure(card) > 0 && figures.figure(last) > 0 && !isWithin(ratio, 1, apart))
             report.speak(powerOfTenNear(ratio, near) ? sure : likely, {card, last}, 2,
-                         {std::string(dataName(datum)), report.text(card), report.times(ratio),
+                         {wordsOf(datum), report.text(card), report.times(ratio),
                           report.period(last), report.text(last)});
     }
 }

@@ -2,6 +2,7 @@
 // Several figures that make up another one.
 #include "plausibility/checks.hpp"
 #include "plausibility/ratios.hpp"
+#include "record/datum_titles.hpp"
 
 #include <algorithm>
 #include <array>
@@ -66,7 +67,7 @@ void tellSum(Report& report, Sureness sureness, const YearOfQuarters& found) {
     const FigurePlace& year = found.places.front();
     const DatumUnit unit = unitOf(year.datum);
     report.speak(sureness, found.places, found.places.size(),
-                 {std::string(dataName(year.datum)), report.period(year),
+                 {wordsOf(year.datum), report.period(year),
                   report.text(roundedTo(found.finest, found.sum), unit), report.text(year)});
 }
 

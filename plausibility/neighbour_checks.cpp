@@ -2,6 +2,7 @@
 // A figure among those of the periods beside it. A figure is left out of what it is held against.
 #include "plausibility/checks.hpp"
 #include "plausibility/ratios.hpp"
+#include "record/datum_titles.hpp"
 
 #include <algorithm>
 #include <array>
@@ -63,9 +64,8 @@ bool counts(const CompanyFigures& figures, const Jump& jump) {
 
 void tell(Report& report, Sureness sureness, const Jump& jump) {
     report.speak(sureness, {jump.place, jump.older, jump.newer}, 1,
-                 {std::string(dataName(jump.place.datum)), report.period(jump.place),
-                  report.text(jump.place), report.times(jump.times), report.text(jump.older),
-                  report.text(jump.newer)});
+                 {wordsOf(jump.place.datum), report.period(jump.place), report.text(jump.place),
+                  report.times(jump.times), report.text(jump.older), report.text(jump.newer)});
 }
 
 bool isByHundreds(const Jump& jump) {
@@ -207,7 +207,7 @@ std::string listed(const std::vector<FigurePlace>& places) {
     for (std::size_t at = 0; at < places.size(); ++at) {
         if (at > 0)
             text += at + 1 == places.size() ? " and " : ", ";
-        text += dataName(places[at].datum);
+        text += wordsOf(places[at].datum);
     }
     return text;
 }

@@ -13,47 +13,6 @@ namespace vkr {
 
 namespace {
 
-struct DataName {
-    Datum datum;
-    std::string_view name;
-};
-constexpr DataName dataNames[] = {
-    {Datum::CurrentPrice, "current price"},
-    {Datum::CommDiv, "common dividend"},
-    {Datum::CommDivAlternate, "common dividend"},
-    {Datum::High52W, "52-week high"},
-    {Datum::Low52W, "52-week low"},
-    {Datum::CommShares, "common shares"},
-    {Datum::DilutedShares, "diluted shares"},
-    {Datum::TotalDebt, "total debt"},
-    {Datum::TotalCap, "total capitalization"},
-    {Datum::PrefDiv, "preferred dividends"},
-    {Datum::PrefShares, "preferred stock"},
-    {Datum::LastFY, "last fiscal year"},
-    {Datum::LastFYDate, "end of the last fiscal year"},
-    {Datum::LastQDate, "last quarter"},
-    {Datum::LastQDateForGrid, "last quarter"},
-    {Datum::DateOfSource, "date of the source"},
-    {Datum::PriceUpdatedDate, "date of the price"},
-    {Datum::LastUpdate, "date of the last study"},
-    {Datum::YRevenueSeries, "revenue"},
-    {Datum::QRevenueSeries, "revenue"},
-    {Datum::YPTISeries, "pre-tax income"},
-    {Datum::QPTISeries, "pre-tax income"},
-    {Datum::YTaxRateSeries, "tax rate"},
-    {Datum::QTaxRateSeries, "tax rate"},
-    {Datum::YNetIncSeries, "net income"},
-    {Datum::QNetIncSeries, "net income"},
-    {Datum::YCommEqSeries, "common equity"},
-    {Datum::YBookValSeries, "book value per share"},
-    {Datum::YEPSSeries, "earnings per share"},
-    {Datum::QEPSSeries, "earnings per share"},
-    {Datum::YDividendSeries, "dividend per share"},
-    {Datum::YHighSeries, "high price"},
-    {Datum::YLowSeries, "low price"},
-    {Datum::YCSOSeries, "shares outstanding"},
-};
-
 std::string twoDigits(int number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
@@ -76,11 +35,6 @@ std::string hexadecimal(std::uint64_t value) {
 }
 
 } // namespace
-
-std::string_view dataName(Datum datum) {
-    const auto* const found = std::ranges::find(dataNames, datum, &DataName::datum);
-    return found == std::end(dataNames) ? rowOf(datum).name : found->name;
-}
 
 std::string Report::number(double value) const {
     std::string text = plainNumberText(value);

@@ -57,7 +57,4 @@ class Report {
     std::vector<Suspicion> spoken_;
 };
 
-// What people call a datum within a sentence: "net income".
-[[nodiscard]] std::string_view dataName(Datum datum);
-
 } // namespace vkr

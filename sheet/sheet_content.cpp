@@ -3,6 +3,7 @@
 
 #include "company/company_tables.hpp"
 #include "company/exact_text.hpp"
+#include "record/datum_titles.hpp"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -23,60 +24,36 @@ QString fromUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString label(Datum datum) {
+    return fromUtf8(titleOf(datum));
+}
+
 // --- what stands where -------------------------------------------------------------------------
 
-struct ValueRow {
-    Datum datum;
-    const char* label;
+constexpr Datum share[] = {
+    Datum::CurrentPrice, Datum::PriceUpdatedDate, Datum::High52W,        Datum::Low52W,
+    Datum::Last4QEPS,    Datum::ORBEPSProj,       Datum::CommDiv,        Datum::CommDivAlternate,
+    Datum::VLTimeliness, Datum::VLSafety,         Datum::InsiderHolding, Datum::Institutional,
+};
+constexpr Datum capital[] = {
+    Datum::CommShares, Datum::DilutedShares, Datum::TotalDebt,        Datum::TotalCap,
+    Datum::PrefShares, Datum::PrefDiv,       Datum::TaxRate,          Datum::LastFY,
+    Datum::LastFYDate, Datum::LastQDate,     Datum::LastQDateForGrid,
+};
+constexpr Datum origin[] = {
+    Datum::Source,   Datum::DateOfSource, Datum::LastUpdate, Datum::Address1,
+    Datum::Address2, Datum::City,         Datum::State,      Datum::Zip,
+    Datum::Country,  Datum::Internet,     Datum::Tel,        Datum::ContactPerson,
 };
 
-constexpr ValueRow share[] = {
-    {Datum::CurrentPrice, "Current price"},     {Datum::PriceUpdatedDate, "Date of the price"},
-    {Datum::High52W, "52-week high"},           {Datum::Low52W, "52-week low"},
-    {Datum::Last4QEPS, "EPS, last 4 quarters"}, {Datum::ORBEPSProj, "EPS, projected"},
-    {Datum::CommDiv, "Common dividend"},        {Datum::CommDivAlternate, "Dividend in its place"},
-    {Datum::VLTimeliness, "Timeliness"},        {Datum::VLSafety, "Safety"},
-    {Datum::InsiderHolding, "Insider holding"}, {Datum::Institutional, "Institutional holding"},
+constexpr Datum yearly[] = {
+    Datum::YRevenueSeries, Datum::YPTISeries,     Datum::YTaxRateSeries, Datum::YNetIncSeries,
+    Datum::YCommEqSeries,  Datum::YBookValSeries, Datum::YEPSSeries,     Datum::YDividendSeries,
+    Datum::YHighSeries,    Datum::YLowSeries,     Datum::YCSOSeries,
 };
-constexpr ValueRow capital[] = {
-    {Datum::CommShares, "Common shares"},
-    {Datum::DilutedShares, "Diluted shares"},
-    {Datum::TotalDebt, "Total debt"},
-    {Datum::TotalCap, "Total capital"},
-    {Datum::PrefShares, "Preferred shares"},
-    {Datum::PrefDiv, "Preferred dividends"},
-    {Datum::TaxRate, "Expected tax rate"},
-    {Datum::LastFY, "Last fiscal year"},
-    {Datum::LastFYDate, "Its end"},
-    {Datum::LastQDate, "End of the last quarter"},
-    {Datum::LastQDateForGrid, "Quarters counted from"},
-};
-constexpr ValueRow origin[] = {
-    {Datum::Source, "Source"},           {Datum::DateOfSource, "Date of source"},
-    {Datum::LastUpdate, "Last update"},  {Datum::Address1, "Address"},
-    {Datum::Address2, "Address 2"},      {Datum::City, "City"},
-    {Datum::State, "State or province"}, {Datum::Zip, "Postal code"},
-    {Datum::Country, "Country"},         {Datum::Internet, "Internet"},
-    {Datum::Tel, "Telephone"},           {Datum::ContactPerson, "Contact"},
-};
-
-constexpr ValueRow yearly[] = {
-    {Datum::YRevenueSeries, "Revenue"},
-    {Datum::YPTISeries, "Pre-tax income"},
-    {Datum::YTaxRateSeries, "Tax rate"},
-    {Datum::YNetIncSeries, "Net income"},
-    {Datum::YCommEqSeries, "Common equity"},
-    {Datum::YBookValSeries, "Book value"},
-    {Datum::YEPSSeries, "Earnings"},
-    {Datum::YDividendSeries, "Dividend"},
-    {Datum::YHighSeries, "High"},
-    {Datum::YLowSeries, "Low"},
-    {Datum::YCSOSeries, "Shares"},
-};
-constexpr ValueRow quarterly[] = {
-    {Datum::QRevenueSeries, "Revenue"},  {Datum::QPTISeries, "Pre-tax income"},
-    {Datum::QTaxRateSeries, "Tax rate"}, {Datum::QNetIncSeries, "Net income"},
-    {Datum::QEPSSeries, "Earnings"},
+constexpr Datum quarterly[] = {
+    Datum::QRevenueSeries, Datum::QPTISeries, Datum::QTaxRateSeries,
+    Datum::QNetIncSeries,  Datum::QEPSSeries,
 };
 
 // --- figures -----------------------------------------------------------------------------------
@@ -142,15 +119,15 @@ SheetValue figureValue(const QString& label, const QString& plain) {
     return {label, localizedFigure(plain), plain, {}};
 }
 
-SheetValue valueOf(const CompanyRecord& record, const ValueRow& row, const NoteNumbers& notes) {
-    const Variant& stored = record.stored(row.datum);
-    SheetValue value{tr(row.label), {}, {}, notes.of({row.datum, std::nullopt})};
+SheetValue valueOf(const CompanyRecord& record, Datum datum, const NoteNumbers& notes) {
+    const Variant& stored = record.stored(datum);
+    SheetValue value{label(datum), {}, {}, notes.of({datum, std::nullopt})};
     if (const auto* number = std::get_if<double>(&stored.value())) {
         if (*number != 0) {
             value.figure = fromUtf8(exactNumberText(*number));
             value.text = localizedFigure(value.figure);
         }
-        if (const QString unit = unitText(unitOf(row.datum), record); !unit.isEmpty())
+        if (const QString unit = unitText(unitOf(datum), record); !unit.isEmpty())
             value.label += QStringLiteral(" (%1)").arg(unit);
     } else if (const auto* date = std::get_if<Date>(&stored.value())) {
         value.text = fromUtf8(isoDateText(*date));
@@ -163,29 +140,29 @@ SheetValue valueOf(const CompanyRecord& record, const ValueRow& row, const NoteN
 }
 
 template <std::size_t count>
-SheetBlock blockOf(const QString& title, const CompanyRecord& record, const ValueRow (&rows)[count],
+SheetBlock blockOf(const QString& title, const CompanyRecord& record, const Datum (&data)[count],
                    const NoteNumbers& notes) {
     SheetBlock block{title, {}};
-    for (const ValueRow& row : rows)
-        block.values.append(valueOf(record, row, notes));
+    for (const Datum datum : data)
+        block.values.append(valueOf(record, datum, notes));
     return block;
 }
 
 template <std::size_t count>
 SheetTable tableOf(const QString& title, const QString& periods, const CompanyRecord& record,
-                   DatumPeriod period, const ValueRow (&columns)[count], const NoteNumbers& notes) {
+                   DatumPeriod period, const Datum (&columns)[count], const NoteNumbers& notes) {
     SheetTable table{title, {{periods, {}}}, {}};
-    for (const ValueRow& column : columns)
-        table.heads.append({tr(column.label), unitText(unitOf(column.datum), record)});
+    for (const Datum column : columns)
+        table.heads.append({label(column), unitText(unitOf(column), record)});
     const FigureTable figures = figureTable(record, period);
     for (const FigureTable::Row& row : figures.rows) {
         SheetTable::Row cells;
         cells.cells.append({{}, fromUtf8(row.names.front()), {}, {}});
-        for (const ValueRow& column : columns) {
-            const auto at = std::ranges::find(figures.series, column.datum, &DatumRow::datum) -
+        for (const Datum column : columns) {
+            const auto at = std::ranges::find(figures.series, column, &DatumRow::datum) -
                             figures.series.begin();
             SheetValue cell = figureValue({}, fromUtf8(row.figures[static_cast<std::size_t>(at)]));
-            cell.marks = notes.of({column.datum, row.element});
+            cell.marks = notes.of({column, row.element});
             cells.cells.append(cell);
         }
         table.rows.append(cells);
@@ -237,8 +214,8 @@ SheetContent sheetContent(const SheetCompany& company) {
         tableOf(tr("Fiscal years"), tr("Year"), record, DatumPeriod::year, yearly, notes);
     content.quarterly = tableOf(tr("Quarters"), tr("Quarter ended"), record, DatumPeriod::quarter,
                                 quarterly, notes);
-    content.charts = {chartOf(tr("Revenue"), record, Datum::YRevenueSeries),
-                      chartOf(tr("Earnings"), record, Datum::YEPSSeries),
+    content.charts = {chartOf(label(Datum::YRevenueSeries), record, Datum::YRevenueSeries),
+                      chartOf(label(Datum::YEPSSeries), record, Datum::YEPSSeries),
                       chartOf(tr("Price range"), record, Datum::YHighSeries, Datum::YLowSeries)};
     content.notes = fromUtf8(record.get_Notes());
     for (const SheetNote& note : company.notes)

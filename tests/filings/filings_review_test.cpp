@@ -3,9 +3,9 @@
 #include "company/company_record.hpp"
 #include "company/exact_text.hpp"
 #include "company/figure_origins.hpp"
-#include "filings/figure_titles.hpp"
 #include "filings/filings_review.hpp"
 #include "filings/review_table.hpp"
+#include "record/datum_titles.hpp"
 #include "source_folder.hpp"
 #include "tests/filings/filing_texts.hpp"
 #include "tests/filings/made_document.hpp"
@@ -118,7 +118,7 @@ TEST(FilingsReview, OfTheSampleCompaniesEveryFigureIsTheSame) {
         EXPECT_EQ(review.ticked(), 0);
         for (const ReviewRow& row : review.rows)
             EXPECT_EQ(row.state, ReviewState::same)
-                << symbol << ' ' << figureTitle(row.figure.datum) << ' ' << row.period << ' '
+                << symbol << ' ' << fullTitleOf(row.figure.datum) << ' ' << row.period << ' '
                 << exactNumberText(row.stored) << ' ' << exactNumberText(row.figure.value);
     }
 }
@@ -272,7 +272,7 @@ TEST(FilingsReview, LaterYearsAndQuartersAreAddedFirst) {
     EXPECT_EQ(review.notes[0], "2 fiscal years added: the last one is 2025, to 2025-09-27.");
     for (const ReviewRow& row : review.rows)
         if (row.period == "2023" || row.period == "2024-09-28") {
-            EXPECT_EQ(row.state, ReviewState::same) << figureTitle(row.figure.datum);
+            EXPECT_EQ(row.state, ReviewState::same) << fullTitleOf(row.figure.datum);
         }
     ASSERT_EQ(importFilings(company, review), std::nullopt);
     EXPECT_EQ(company->get_LastFY(), 2025);
@@ -433,12 +433,12 @@ TEST(ReviewTable, HasARowForEachFigure) {
     for (const ReviewColumn& column : reviewColumns())
         cells.push_back(std::string(column.key) + "=" + reviewCell(review.rows[0], column));
     EXPECT_EQ(cells,
-              (std::vector<std::string>{"figure=Net income", "period=2023", "stored=7", "filed=6",
-                                        "difference=-1", "state=differs", "origin=", "form=10-K",
-                                        "filed_on=2025-02-20", "accession=0000000001-25-000001",
-                                        "notes=", "concept=us-gaap:NetIncomeLoss"}));
+              (std::vector<std::string>{
+                  "figure=Yearly Net Income", "period=2023", "stored=7", "filed=6", "difference=-1",
+                  "state=differs", "origin=", "form=10-K", "filed_on=2025-02-20",
+                  "accession=0000000001-25-000001", "notes=", "concept=us-gaap:NetIncomeLoss"}));
     for (const ReviewRow& row : reviewFilings(companyOf("AAPL"), *sample("AAPL")).rows)
-        EXPECT_NE(figureTitle(row.figure.datum), rowOf(row.figure.datum).name);
+        EXPECT_NE(fullTitleOf(row.figure.datum), rowOf(row.figure.datum).name);
 }
 
 TEST(ReviewTable, DetailsTellTheOtherValuesOfThePeriod) {

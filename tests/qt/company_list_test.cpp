@@ -421,10 +421,11 @@ TEST(TextsTest, ADatumIsNamedInWords) {
         const char* words;
     };
     for (const Case& row :
-         {Case{"Name", "Name"}, Case{"TotalDebt", "Total Debt"}, Case{"YEPSSeries", "Yearly EPS"},
-          Case{"QTaxRateSeries", "Quarterly Tax Rate"}, Case{"High52W", "High 52W"},
+         {Case{"Name", "Name"}, Case{"TotalDebt", "Total Debt"},
+          Case{"YEPSSeries", "Yearly Earnings Per Share"},
+          Case{"QTaxRateSeries", "Quarterly Tax Rate"}, Case{"High52W", "52 Week High"},
           Case{"intUnit", "Unit"}, Case{"blnLockBasicInfo", "Lock Basic Info"},
-          Case{"LastFYDate", "Last FY Date"}, Case{"", ""}})
+          Case{"LastFYDate", "Date of Last FY"}, Case{"", ""}})
         EXPECT_EQ(datumTitle(row.datum), row.words);
 }
 

@@ -205,7 +205,7 @@ TEST_F(FigureChecksTest, WhoCalledItRightStandsInTheHistory) {
     auto& tree = *window.findChild<QTreeWidget*>("changes");
     ASSERT_EQ(tree.topLevelItemCount(), 2);
     const QTreeWidgetItem& said = *tree.topLevelItem(0);
-    EXPECT_EQ(said.text(2), "Quarterly EPS 2021-01-31 called right");
+    EXPECT_EQ(said.text(2), "Quarterly Earnings Per Share 2021-01-31 called right");
     ASSERT_EQ(said.childCount(), 1);
     EXPECT_TRUE(said.child(0)->isFirstColumnSpanned());
     EXPECT_EQ(said.child(0)->text(0).toStdString(),

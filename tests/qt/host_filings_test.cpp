@@ -71,7 +71,7 @@ TEST_F(HostFilingsTest, WhatIsMissingIsImportedAndWhatMayBeTypedIsNot) {
         EXPECT_EQ(importButton(dialog), "Import 1 Figure");
         show(dialog, "New");
         EXPECT_EQ(shownRows(dialog), 1);
-        EXPECT_EQ(cell(dialog, 0, "Figure"), "Revenue");
+        EXPECT_EQ(cell(dialog, 0, "Figure"), "Yearly Revenue");
         EXPECT_EQ(cell(dialog, 0, "Period"), "2025");
         EXPECT_EQ(cell(dialog, 0, "Stored"), "");
         EXPECT_EQ(cell(dialog, 0, "Filed"), "416,161");
@@ -140,7 +140,7 @@ TEST_F(HostFilingsTest, DetailsTellWhereAFigureComesFrom) {
     dialogs_.next([](QWidget& dialog) {
         auto* table = dialog.findChild<QTableView*>("figures");
         for (int row = 0; row < shownRows(dialog); ++row)
-            if (cell(dialog, row, "Figure") == "Earnings per share of the quarter" &&
+            if (cell(dialog, row, "Figure") == "Quarterly Earnings Per Share" &&
                 cell(dialog, row, "Period") == "2020-04-26")
                 table->setCurrentIndex(table->model()->index(row, 0));
         const QString details = dialog.findChild<QPlainTextEdit*>("details")->toPlainText();

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "form/form_layout.hpp"
+#include "localizer/string_table.hpp"
+#include "record/datum_titles.hpp"
+
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+
+namespace vkr {
+namespace {
+
+// Of a caption of the English string table, without the unit behind it.
+std::string captionOf(int number) {
+    std::string caption(findString(standardStrings(), number));
+    if (caption.ends_with(" (%)"))
+        caption.resize(caption.size() - 4);
+    return caption;
+}
+
+TEST(DatumTitles, AreTheCaptionsOfTheFields) {
+    const std::set<Datum> otherwise = {Datum::Address2, Datum::Institutional, Datum::VLTimeliness};
+    int compared = 0;
+    for (const FieldRow& field : companyFieldTable())
+        if (field.datum && !otherwise.contains(*field.datum)) {
+            EXPECT_EQ(titleOf(*field.datum), captionOf(field.label.caption));
+            ++compared;
+        }
+    EXPECT_GT(compared, 30);
+}
+
+TEST(DatumTitles, TellEveryDatumFromEveryOther) {
+    std::set<std::string> titles;
+    for (const DatumRow& row : datumTable()) {
+        EXPECT_TRUE(titles.insert(fullTitleOf(row.datum)).second) << fullTitleOf(row.datum);
+        EXPECT_EQ(std::string(titleOf(row.datum)).find("Series"), std::string::npos) << row.name;
+    }
+}
+
+TEST(DatumTitles, KeepShortFormsWithinASentence) {
+    EXPECT_EQ(wordsOf(Datum::TotalDebt), "total debt");
+    EXPECT_EQ(wordsOf(Datum::YPTISeries), "pre-tax income");
+    EXPECT_EQ(wordsOf(Datum::LastFYDate), "date of last FY");
+    EXPECT_EQ(wordsOf(Datum::High52W), "52 week high");
+    EXPECT_EQ(wordsOf(Datum::State), "state/province");
+    EXPECT_EQ(wordsOf(Datum::QEPSSeries), "earnings per share");
+}
+
+} // namespace
+} // namespace vkr
