@@ -119,21 +119,26 @@ VariantArray each(int lower, const Locked& data, std::size_t count, Convert conv
     return VariantArray(lower, std::move(items));
 }
 
+// Of one dimension, which has data, and indexes that the component can count to.
+bool isReadable(SAFEARRAY& array, VARTYPE element) {
+    if (SafeArrayGetDim(&array) != 1)
+        return false;
+    const SAFEARRAYBOUND& bound = array.rgsabound[0];
+    VARTYPE held = VT_EMPTY; // what it really holds may be another thing than the variant says
+    if (SUCCEEDED(SafeArrayGetVartype(&array, &held)) && held != element)
+        return false;
+    const auto last = static_cast<std::int64_t>(bound.lLbound) + bound.cElements - 1;
+    return (bound.cElements == 0 || array.pvData != nullptr) &&
+           last <= std::numeric_limits<int>::max();
+}
+
 Variant readArray(SAFEARRAY* array, VARTYPE element, int depth) {
     if (array == nullptr) // one that was never dimensioned
         return VariantArray();
-    if (depth > deepestArray || SafeArrayGetDim(array) != 1)
+    if (depth > deepestArray || !isReadable(*array, element))
         refuse();
     const std::size_t count = array->rgsabound[0].cElements;
     const int lower = array->rgsabound[0].lLbound;
-    VARTYPE held = VT_EMPTY; // what it really holds may be another thing than the variant says
-    if (SUCCEEDED(SafeArrayGetVartype(array, &held)) && held != element)
-        refuse();
-    if (count > 0 && array->pvData == nullptr)
-        refuse();
-    if (static_cast<std::int64_t>(lower) + static_cast<std::int64_t>(count) - 1 >
-        std::numeric_limits<int>::max())
-        refuse();
     const Locked data(array);
     switch (element) {
     case VT_I1:

@@ -185,8 +185,6 @@ class DateText {
 
     void append(const Piece& piece, bool twelve) {
         const auto number = [&](int value, int width = 1) { appendNumber(text_, value, width); };
-        const auto hour = [&] { return twelve ? (time().hour + 11) % 12 + 1 : time().hour; };
-        const bool morning = piece.token >= Token::HalfUpper && time().hour < 12;
         switch (piece.token) {
         case Token::Literal:
             text_ += piece.text;
@@ -215,10 +213,6 @@ class DateText {
         case Token::MonthLong:
             text_ += monthName(day().month);
             break;
-        case Token::Minute:
-            return number(time().minute);
-        case Token::MinuteTwo:
-            return number(time().minute, 2);
         case Token::DayOfYear:
             return number(dayOfYear(date_));
         case Token::YearTwo:
@@ -231,18 +225,32 @@ class DateText {
             return number(weekday(date_));
         case Token::Week:
             return number(weekOfYear());
+        case Token::General:
+            return appendGeneral();
+        default:
+            return appendTime(piece.token, twelve);
+        }
+    }
+
+    void appendTime(Token token, bool twelve) {
+        const auto number = [&](int value, int width = 1) { appendNumber(text_, value, width); };
+        const int hour = twelve ? (time().hour + 11) % 12 + 1 : time().hour;
+        const bool morning = time().hour < 12;
+        switch (token) {
         case Token::Hour:
-            return number(hour());
+            return number(hour);
         case Token::HourTwo:
-            return number(hour(), 2);
+            return number(hour, 2);
+        case Token::Minute:
+            return number(time().minute);
+        case Token::MinuteTwo:
+            return number(time().minute, 2);
         case Token::Second:
             return number(time().second);
         case Token::SecondTwo:
             return number(time().second, 2);
         case Token::LongTime:
             return append(longTime);
-        case Token::General:
-            return appendGeneral();
         case Token::HalfUpper:
             text_ += morning ? "AM" : "PM";
             break;
@@ -254,6 +262,8 @@ class DateText {
             break;
         case Token::LetterLower:
             text_ += morning ? "a" : "p";
+            break;
+        default: // of the day
             break;
         }
     }

@@ -26,6 +26,19 @@ std::string convertedPrice(bool toDecimal, std::string text) {
     return negative && !converted.empty() ? "-" + converted : converted;
 }
 
+// What is selected stays so: the figure that follows replaces it.
+void takeSignOff(TextField& field) {
+    std::string unsignedText = field.text();
+    ReplaceAll(unsignedText, "-", "");
+    const auto signsIn = [](std::string_view part) {
+        return static_cast<int>(std::count(part.begin(), part.end(), '-'));
+    };
+    const int start = field.selStart() - signsIn(textLeft(field.text(), field.selStart()));
+    const int length = field.selLength() - signsIn(field.selText());
+    field.editText(unsignedText, start);
+    field.select(start, length);
+}
+
 } // namespace
 
 void ShowScaledValue(double value, std::string_view pattern, TextField& field, bool allowNegative) {
@@ -116,16 +129,7 @@ bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& fie
                 key = 0;
                 if (holds(text, '-')) {
                     refused = false;
-                    std::string unsignedText = text;
-                    ReplaceAll(unsignedText, "-", "");
-                    const auto signsIn = [](std::string_view part) {
-                        return static_cast<int>(std::count(part.begin(), part.end(), '-'));
-                    };
-                    // What is selected stays so: the figure that follows replaces it.
-                    const int start = field.selStart() - signsIn(textLeft(text, field.selStart()));
-                    const int length = field.selLength() - signsIn(field.selText());
-                    field.editText(unsignedText, start);
-                    field.select(start, length);
+                    takeSignOff(field);
                 }
             }
             break;

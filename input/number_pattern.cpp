@@ -129,97 +129,122 @@ NumberPattern::NumberPattern(std::string_view pattern) {
         sections_[section] = compile(pattern.substr(start));
 }
 
-NumberPattern::Section NumberPattern::compile(std::string_view text) {
-    Section section;
-    section.present = !text.empty();
-    forEachPiece(text, [&](const Piece& piece, std::string_view) {
-        section.hasDigits |= !piece.quoted && isPlaceholder(piece.text.front());
-    });
+// Puts a section together, piece by piece.
+class NumberPattern::SectionReader {
+  public:
+    explicit SectionReader(std::string_view text) {
+        section_.present = !text.empty();
+        forEachPiece(text, [&](const Piece& piece, std::string_view) {
+            section_.hasDigits |= !piece.quoted && isPlaceholder(piece.text.front());
+        });
+        forEachPiece(text, [&](const Piece& piece, std::string_view rest) { take(piece, rest); });
+        section_.scale -= 3 * commas_;
+        placeLiterals();
+    }
 
-    bool inFraction = false;
-    bool afterExponent = false;
-    int commas = 0;
-    std::size_t skip = 0; // bytes of an exponent that were read ahead
-    const auto addLiteral = [&](std::string_view literal) {
-        if (afterExponent || !section.hasDigits)
-            section.suffix += literal;
-        else if (inFraction)
-            section.fractionLiterals.push_back({section.maxFraction, std::string(literal)});
-        else if (section.integerPlaces == 0)
-            section.prefix += literal;
+    [[nodiscard]] Section section() && { return std::move(section_); }
+
+  private:
+    void take(const Piece& piece, std::string_view rest) {
+        if (skip_ > 0) {
+            --skip_;
+            return;
+        }
+        if (piece.quoted || !section_.hasDigits || afterExponent_) {
+            if (!piece.quoted && section_.hasDigits && piece.text == "%")
+                section_.scale += 2;
+            addLiteral(piece.text);
+            return;
+        }
+        const char c = piece.text.front();
+        if (isPlaceholder(c)) {
+            addDigit(c);
+        } else if (c == '.' && !inFraction_) {
+            section_.hasPoint = inFraction_ = true;
+        } else if (c == ',') {
+            commas_ += inFraction_ ? 0 : 1;
+        } else if (!readExponent(rest)) {
+            if (c == '%')
+                section_.scale += 2;
+            addLiteral(piece.text);
+        }
+    }
+
+    void addDigit(char placeholder) {
+        if (inFraction_) {
+            ++section_.maxFraction;
+            if (placeholder == '0')
+                section_.minFraction = section_.maxFraction;
+            return;
+        }
+        section_.grouped |= commas_ > 0;
+        commas_ = 0;
+        ++section_.integerPlaces;
+        if (placeholder == '0' || section_.minInteger > 0)
+            ++section_.minInteger;
+    }
+
+    void addLiteral(std::string_view literal) {
+        if (afterExponent_ || !section_.hasDigits)
+            section_.suffix += literal;
+        else if (inFraction_)
+            section_.fractionLiterals.push_back({section_.maxFraction, std::string(literal)});
+        else if (section_.integerPlaces == 0)
+            section_.prefix += literal;
         else
-            section.integerLiterals.push_back({section.integerPlaces, std::string(literal)});
-    };
-    const auto readExponent = [&](std::string_view rest) {
+            section_.integerLiterals.push_back({section_.integerPlaces, std::string(literal)});
+    }
+
+    bool readExponent(std::string_view rest) {
+        if ((rest[0] != 'E' && rest[0] != 'e') || rest.size() <= 2 ||
+            (rest[1] != '+' && rest[1] != '-') ||
+            section_.integerPlaces + section_.maxFraction == 0)
+            return false;
         std::size_t end = 2;
         while (end < rest.size() && isPlaceholder(rest[end]))
             ++end;
         if (end == 2)
             return false;
-        section.exponentMark = rest[0];
-        section.exponentPlus = rest[1] == '+';
-        section.exponentDigits = static_cast<int>(
+        section_.exponentMark = rest[0];
+        section_.exponentPlus = rest[1] == '+';
+        section_.exponentDigits = static_cast<int>(
             std::count(rest.begin() + 2, rest.begin() + static_cast<long>(end), '0'));
-        afterExponent = true;
-        skip = end - 1;
+        afterExponent_ = true;
+        skip_ = end - 1;
         return true;
-    };
+    }
 
-    forEachPiece(text, [&](const Piece& piece, std::string_view rest) {
-        if (skip > 0) {
-            --skip;
+    void placeLiterals() {
+        for (Literal& literal : section_.integerLiterals)
+            literal.place = section_.integerPlaces - literal.place;
+        if (section_.exponentMark != 0)
             return;
-        }
-        if (piece.quoted || !section.hasDigits || afterExponent) {
-            if (!piece.quoted && section.hasDigits && piece.text == "%")
-                section.scale += 2;
-            addLiteral(piece.text);
-            return;
-        }
-        const char c = piece.text.front();
-        if (isPlaceholder(c) && !inFraction) {
-            section.grouped |= commas > 0;
-            commas = 0;
-            ++section.integerPlaces;
-            if (c == '0' || section.minInteger > 0)
-                ++section.minInteger;
-        } else if (isPlaceholder(c)) {
-            ++section.maxFraction;
-            if (c == '0')
-                section.minFraction = section.maxFraction;
-        } else if (c == '.' && !inFraction) {
-            section.hasPoint = inFraction = true;
-        } else if (c == ',') {
-            commas += inFraction ? 0 : 1;
-        } else if ((c != 'E' && c != 'e') || rest.size() <= 2 ||
-                   (rest[1] != '+' && rest[1] != '-') ||
-                   section.integerPlaces + section.maxFraction == 0 || !readExponent(rest)) {
-            if (c == '%')
-                section.scale += 2;
-            addLiteral(piece.text);
-        }
-    });
-    section.scale -= 3 * commas;
+        if (section_.hasPoint)
+            moveToSuffix(section_.fractionLiterals, section_.maxFraction);
+        else
+            moveToSuffix(section_.integerLiterals, 0);
+    }
 
-    for (Literal& literal : section.integerLiterals)
-        literal.place = section.integerPlaces - literal.place;
     // What follows the last digit is the same for every figure.
-    const auto moveToSuffix = [&](std::vector<Literal>& literals, int place) {
+    void moveToSuffix(std::vector<Literal>& literals, int place) {
         const auto first = std::find_if(literals.begin(), literals.end(),
                                         [&](const Literal& one) { return one.place == place; });
         std::string tail;
         for (auto literal = first; literal != literals.end(); ++literal)
             tail += literal->text;
         literals.erase(first, literals.end());
-        section.suffix.insert(0, tail);
-    };
-    if (section.exponentMark == 0) {
-        if (section.hasPoint)
-            moveToSuffix(section.fractionLiterals, section.maxFraction);
-        else
-            moveToSuffix(section.integerLiterals, 0);
+        section_.suffix.insert(0, tail);
     }
-    return section;
+
+    Section section_;
+    bool inFraction_ = false;
+    bool afterExponent_ = false;
+    int commas_ = 0;
+    std::size_t skip_ = 0; // bytes of an exponent that were read ahead
+};
+
+NumberPattern::Section NumberPattern::compile(std::string_view text) {
+    return SectionReader(text).section();
 }
 
 const NumberPattern::Section& NumberPattern::sectionFor(int sign) const {

@@ -69,6 +69,7 @@ class NumberPattern {
         std::vector<Literal> fractionLiterals;
     };
 
+    class SectionReader;
     static Section compile(std::string_view text);
     static Decimal rounded(const Section& section, double magnitude);
     static std::string written(const Section& section, Decimal number, bool minus,
