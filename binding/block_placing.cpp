@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "binding/block_placing.hpp"
 
-#include "platform/ascii.hpp"
+#include "binding/block_texts.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
@@ -14,48 +14,6 @@ namespace vkr {
 namespace {
 
 constexpr std::size_t leastHeading = 2;
-
-bool isBlank(std::string_view text) {
-    return readCell(text, NumericKind::PlainNumber, 0, {}).kind == CellKind::empty;
-}
-
-bool isNoFigure(std::string_view text) {
-    return readCell(text, NumericKind::PriceText, 0, {}).kind == CellKind::other &&
-           readCell(text, NumericKind::PriceText, 0, {.decimal = ','}).kind == CellKind::other;
-}
-
-// With a letter in it: "100-50" is no head of anything.
-bool isText(std::string_view text) {
-    const auto isLetter = [](char one) {
-        return (upperCase(static_cast<unsigned char>(one)) >= U'A' &&
-                upperCase(static_cast<unsigned char>(one)) <= U'Z') ||
-               static_cast<unsigned char>(one) >= 0x80;
-    };
-    return std::any_of(text.begin(), text.end(), isLetter) && isNoFigure(text);
-}
-
-// Web tables give these a cell of their own beside the figure.
-bool isCurrencySign(std::string_view text) {
-    return text == "$" || text == "\u20AC" || text == "\u00A3" || text == "\u00A5";
-}
-bool isClosingSign(std::string_view text) {
-    return text == ")" || text == "%" || text == ")%";
-}
-
-// "2021", "FY 2021", "FY2021", "Fiscal 2021".
-std::optional<int> yearIn(std::string_view text) {
-    constexpr int first = 1900;
-    constexpr int last = 2100;
-    for (const std::string_view prefix : {"FY", "Fiscal year", "Fiscal"})
-        if (equalsIgnoringCase(textLeft(text, textLength(prefix)), prefix)) {
-            text = trimmed(text.substr(prefix.size()));
-            break;
-        }
-    if (text.size() != 4 || !std::all_of(text.begin(), text.end(), isAsciiDigit))
-        return std::nullopt;
-    const int year = std::atoi(std::string(text).c_str());
-    return year >= first && year <= last ? std::optional(year) : std::nullopt;
-}
 
 } // namespace
 
