@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/control.hpp"
+#include "platform/text_field.hpp"
 #include "record/datum_table.hpp"
 
 #include <map>

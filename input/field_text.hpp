@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/control.hpp"
+#include "platform/text_field.hpp"
 
 #include <string>
 #include <string_view>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "native/drawing.hpp"
-#include "platform/control.hpp"
+#include "platform/text_field.hpp"
 
 #include <map>
 

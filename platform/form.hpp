@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/control.hpp"
 #include "platform/key_codes.hpp"
 #include "platform/number_marks.hpp"
+#include "platform/text_field.hpp"
 
 #include <deque>
 #include <functional>

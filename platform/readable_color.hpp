@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/color.hpp"
-#include "platform/control.hpp"
+#include "platform/text_field.hpp"
 
 namespace vkr {
 

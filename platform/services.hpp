@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/color.hpp"
-#include "platform/control.hpp"
 #include "platform/date.hpp"
 #include "platform/object.hpp"
+#include "platform/text_field.hpp"
 
 #include <memory>
 #include <optional>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/control.hpp"
 #include "platform/key_notation.hpp"
 #include "platform/services.hpp"
+#include "platform/text_field.hpp"
 
 #include <map>
 #include <string>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/control.hpp"
+#include "platform/text_field.hpp"
 #include "platform/form.hpp"
 
 #include <functional>

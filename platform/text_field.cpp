@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "platform/text_field.hpp"
+
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace vkr {
+
+void TextField::setText(std::string_view text) {
+    rewriteText(text);
+    beginEntry();
+}
+
+void TextField::rewriteText(std::string_view text) {
+    const bool changed = text_ != text;
+    if (!changed && selStart_ == 0 && selLength_ == 0)
+        return;
+    text_ = text;
+    selStart_ = 0;
+    selLength_ = 0;
+    if (changed)
+        textChanged();
+    notify(changed ? Property::text : Property::selection);
+}
+
+bool TextField::editText(std::string_view text, int selectionStart) {
+    if (locked_)
+        return false;
+    const bool changed = text_ != text;
+    if (changed)
+        settleDoubt();
+    text_ = text;
+    selStart_ = std::clamp(selectionStart, 0, textLength(text_));
+    selLength_ = 0;
+    if (changed)
+        textChanged();
+    notify(changed ? Property::edit : Property::selection);
+    return true;
+}
+
+std::string_view TextField::selText() const {
+    return textMiddle(text_, selStart_, selLength_);
+}
+
+void TextField::select(int start, int length) {
+    const int end = textLength(text_);
+    start = std::clamp(start, 0, end);
+    length = std::clamp(length, 0, end - start);
+    if (start == selStart_ && length == selLength_)
+        return;
+    selStart_ = start;
+    selLength_ = length;
+    notify(Property::selection);
+}
+
+void TextField::settleDoubt() {
+    if (isDoubtful())
+        setMark({});
+}
+
+bool TextField::isFull() const {
+    return maxLength_ > 0 && textLength(text_) - selLength_ >= maxLength_;
+}
+
+TextField::Edit TextField::taken(std::string_view edited, int caret) const {
+    const int newLength = textLength(edited);
+    if (!capitals_ && (maxLength_ <= 0 || newLength <= maxLength_))
+        return {std::string(edited), caret};
+    // What stands in front of what was put in, and behind it.
+    const int oldLength = textLength(text_);
+    const int shorter = std::min(oldLength, newLength);
+    const auto same = [&](int inOld, int inNew) {
+        return textMiddle(text_, inOld, 1) == textMiddle(edited, inNew, 1);
+    };
+    int front = 0;
+    while (front < shorter && same(front, front))
+        ++front;
+    int back = 0;
+    while (back < shorter - front && same(oldLength - back - 1, newLength - back - 1))
+        ++back;
+    const auto putIn = textMiddle(edited, front, newLength - front - back);
+    const auto fitting =
+        maxLength_ > 0 ? textLeft(putIn, std::max(0, maxLength_ - front - back)) : putIn;
+    if (fitting.empty() && !putIn.empty())
+        return {text_, selStart_};
+    Edit result{std::string(textLeft(edited, front)), 0};
+    result.text += capitals_ ? upperCase(fitting) : std::string(fitting);
+    result.text += textFrom(edited, newLength - back);
+    result.caret = std::min(caret, textLength(result.text) - back);
+    return result;
+}
+
+void TextField::takeUserEdit(std::string_view text, int start, int length) {
+    if (text_ != text)
+        settleDoubt();
+    text_ = text;
+    takeUserSelection(start, length);
+    textChanged();
+}
+
+void TextField::takeUserSelection(int start, int length) {
+    const int end = textLength(text_);
+    selStart_ = std::clamp(start, 0, end);
+    selLength_ = std::clamp(length, 0, end - selStart_);
+}
+
+void ComboBox::clearList() {
+    setList({});
+}
+
+void ComboBox::addItem(std::string_view item) {
+    list_.emplace_back(item);
+    findText();
+    notify(Property::list);
+}
+
+void ComboBox::setList(std::vector<std::string> list) {
+    if (list_ == list)
+        return;
+    list_ = std::move(list);
+    findText();
+    notify(Property::list);
+}
+
+void ComboBox::setListIndex(int index) {
+    if (index < -1 || index >= static_cast<int>(list_.size()))
+        throw std::out_of_range(id() + " has no entry " + std::to_string(index));
+    setText(index < 0 ? std::string() : list_[static_cast<std::size_t>(index)]);
+    listIndex_ = index; // of equal entries the one that was asked for
+}
+
+void ComboBox::findText() {
+    if (listIndex_ >= 0 && listIndex_ < static_cast<int>(list_.size()) &&
+        list_[static_cast<std::size_t>(listIndex_)] == text())
+        return;
+    const auto found = std::find(list_.begin(), list_.end(), text());
+    listIndex_ = found == list_.end() ? -1 : static_cast<int>(found - list_.begin());
+}
+
+} // namespace vkr

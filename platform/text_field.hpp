@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/control.hpp"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vkr {
+
+// What is to be told of a field's text, the gravest last.
+enum class MarkKind {
+    none,
+    quiet,    // stored, and somebody should look at the figure
+    doubtful, // stored, though not all of what was typed
+    unstored, // not in the record
+};
+
+struct FieldMark {
+    MarkKind kind = MarkKind::none;
+    std::string reason; // what people are told; empty without a mark
+
+    friend bool operator==(const FieldMark&, const FieldMark&) = default;
+};
+
+// Where the figure that a field stands for comes from.
+struct FieldOrigin {
+    std::string text;    // what people are told, such as "imported from 0000320193-25-000079"
+    bool marked = false; // shown as a small corner, too
+
+    friend bool operator==(const FieldOrigin&, const FieldOrigin&) = default;
+};
+
+// What text boxes and editable lists have in common: a text with a selection, counted in
+// characters. A locked field can be read and selected, and no user action changes it.
+class TextField : public Control {
+  public:
+    [[nodiscard]] const std::string& text() const { return text_; }
+    // By the program: the caret goes to the start, the field's undo begins anew, and the entry too.
+    void setText(std::string_view text);
+    // What was typed, written in another way: like setText, and Escape goes back beyond it.
+    void rewriteText(std::string_view text);
+    // On the user's behalf (a menu command, a key that takes a sign off): undoable in one step.
+    // Refused (false) while the field is locked.
+    bool editText(std::string_view text, int selectionStart);
+
+    [[nodiscard]] int selStart() const { return selStart_; }
+    [[nodiscard]] int selLength() const { return selLength_; }
+    [[nodiscard]] std::string_view selText() const;
+    void select(int start, int length); // cut to what is there
+
+    [[nodiscard]] bool locked() const { return locked_; }
+    void setLocked(bool locked) { assign(locked_, locked, Property::locked); }
+    // Longest text that can be typed, in characters; 0 is no limit.
+    [[nodiscard]] int maxLength() const { return maxLength_; }
+    void setMaxLength(int length) { maxLength_ = length; }
+    [[nodiscard]] bool isFull() const; // no character more can be typed
+    // Letters that the user puts in become capitals.
+    [[nodiscard]] bool capitals() const { return capitals_; }
+    void setCapitals(bool capitals) { capitals_ = capitals; }
+
+    // What the field takes of a text that came of an edit in it: what was put in, as much as there
+    // is room for; nothing at all is no edit. `caret` is the place behind what was put in. Undo
+    // brings back what was there, also beyond the longest text.
+    struct Edit {
+        std::string text;
+        int caret = 0;
+    };
+    [[nodiscard]] Edit taken(std::string_view edited, int caret) const;
+
+    // What the field showed when it was entered. Escape brings it back.
+    [[nodiscard]] const std::string& entryText() const { return entryText_; }
+    void beginEntry() { entryText_ = text_; }
+    [[nodiscard]] bool canTakeBack() const { return !locked_ && text_ != entryText_; }
+
+    // A doubt goes with the next edit by the user; any other mark with what puts things right.
+    [[nodiscard]] const FieldMark& mark() const { return mark_; }
+    void setMark(const FieldMark& mark) { assign(mark_, mark, Property::mark); }
+    // Whether the record does not hold the text on show.
+    [[nodiscard]] bool isUnstored() const { return mark_.kind == MarkKind::unstored; }
+    [[nodiscard]] bool isDoubtful() const { return mark_.kind == MarkKind::doubtful; }
+    void settleDoubt(); // the user has seen it
+    // What there is to say of the figure that the field stands for, by whoever looks it over; empty
+    // for nothing. It stays until that is told anew, whatever is typed.
+    [[nodiscard]] const std::string& remark() const { return remark_; }
+    void setRemark(std::string_view text) { assign(remark_, text, Property::mark); }
+    // What a face shows: the mark, and where there is none the remark, as a quiet one.
+    [[nodiscard]] MarkKind shownMark() const {
+        return mark_.kind != MarkKind::none || remark_.empty() ? mark_.kind : MarkKind::quiet;
+    }
+    [[nodiscard]] const std::string& shownReason() const {
+        return mark_.kind != MarkKind::none ? mark_.reason : remark_;
+    }
+    // Like a remark it stays until it is told anew; without a text nothing is known.
+    [[nodiscard]] const FieldOrigin& origin() const { return origin_; }
+    void setOrigin(const FieldOrigin& origin) { assign(origin_, origin, Property::mark); }
+    // All that there is to say of the figure: the reason of the mark, and below it the origin.
+    [[nodiscard]] std::string description() const {
+        const std::string& reason = shownReason();
+        return reason + (reason.empty() || origin_.text.empty() ? "" : "\n") + origin_.text;
+    }
+    // Of a field that is not stored the text that stands for what is, where it is known.
+    [[nodiscard]] const std::optional<std::string>& storedText() const { return storedText_; }
+    void setStoredText(std::optional<std::string> text) { storedText_ = std::move(text); }
+
+  protected:
+    using Control::Control;
+
+  private:
+    friend class Form;
+    void takeUserEdit(std::string_view text, int start, int length);
+    void takeUserSelection(int start, int length);
+    virtual void textChanged() {}
+
+    std::string text_;
+    std::string entryText_;
+    FieldMark mark_;
+    std::string remark_;
+    FieldOrigin origin_;
+    std::optional<std::string> storedText_;
+    int selStart_ = 0;
+    int selLength_ = 0;
+    int maxLength_ = 0;
+    bool capitals_ = false;
+    bool locked_ = false;
+};
+
+// The text field that a control is; null for every other kind, and for null.
+[[nodiscard]] inline TextField* textFieldOf(Control* control) {
+    return control != nullptr && control->isField() ? static_cast<TextField*>(control) : nullptr;
+}
+[[nodiscard]] inline const TextField* textFieldOf(const Control* control) {
+    return control != nullptr && control->isField() ? static_cast<const TextField*>(control)
+                                                    : nullptr;
+}
+
+class TextBox : public TextField {
+  public:
+    TextBox(Form& form, std::string_view name, int index, Frame* container)
+        : TextField(ControlKind::textBox, form, name, index, container) {}
+
+    [[nodiscard]] bool multiLine() const { return multiLine_; }
+    void setMultiLine(bool multiLine) { assign(multiLine_, multiLine, Property::look); }
+    [[nodiscard]] Alignment alignment() const { return alignment_; }
+    void setAlignment(Alignment alignment) { assign(alignment_, alignment, Property::look); }
+    // One of several cells that are selected together: shown in the desktop's colours of a
+    // selection in place of its own.
+    [[nodiscard]] bool highlighted() const { return highlighted_; }
+    void setHighlighted(bool highlighted) { assign(highlighted_, highlighted, Property::colors); }
+
+  private:
+    bool multiLine_ = false;
+    bool highlighted_ = false;
+    Alignment alignment_ = Alignment::left;
+};
+
+// An editable drop-down list. The chosen entry is the one whose text stands in the field.
+class ComboBox : public TextField {
+  public:
+    ComboBox(Form& form, std::string_view name, int index, Frame* container)
+        : TextField(ControlKind::comboBox, form, name, index, container) {}
+
+    [[nodiscard]] const std::vector<std::string>& list() const { return list_; }
+    void clearList(); // the text stays
+    void addItem(std::string_view item);
+    void setList(std::vector<std::string> list);
+    [[nodiscard]] int listIndex() const { return listIndex_; } // -1: none of the entries
+    void setListIndex(int index);                              // -1 empties the text
+
+  private:
+    friend class Form;
+    void textChanged() override { findText(); }
+    void findText();
+
+    std::vector<std::string> list_;
+    int listIndex_ = -1;
+};
+
+} // namespace vkr
