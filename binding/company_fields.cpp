@@ -49,10 +49,10 @@ void CompanyFields::show(const FieldRow& field) {
     switch (field.kind) {
     case text:
     case list:
-        putFieldText(control(field), readText(company, *field.datum));
+        control(field).showStored(readText(company, *field.datum));
         break;
     case date:
-        putFieldText(control(field), session_.dateText(readDate(company, *field.datum)));
+        control(field).showStored(session_.dateText(readDate(company, *field.datum)));
         break;
     case number:
     case price:
@@ -94,7 +94,7 @@ void CompanyFields::clear(TABObject page) {
     movedEnds_.clear();
     for (const auto& field : companyFieldTable())
         if (field.page == page)
-            putFieldText(control(field), "");
+            control(field).showStored("");
 }
 
 void CompanyFields::leave(const FieldRow& field) {
@@ -103,7 +103,7 @@ void CompanyFields::leave(const FieldRow& field) {
 
 void CompanyFields::takeText(const FieldRow& field) {
     TextField& left = control(field);
-    const bool untouched = isUntouched(left);
+    const bool untouched = left.standsForStored();
     const bool changed = checkFieldChange(left, session_);
     if (session_.company == nullptr || left.locked())
         return;
@@ -163,7 +163,7 @@ void CompanyFields::storeDate(const FieldRow& field, TextField& control) {
     }
     store(field, typed.value_or(Date{}));
     if (!control.isUnstored())
-        putFieldText(control, session_.dateText(typed.value_or(Date{})));
+        control.showStored(session_.dateText(typed.value_or(Date{})));
 }
 
 void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {

@@ -68,7 +68,7 @@ void showColumns(const Session& session, SeriesGrid& yearly, SeriesGrid& quarter
 void loadSettings(Session& session) {
     std::string symbol;
     ifPossible([&] { symbol = readSetting(session, setting::currencySymbol).toText(); });
-    putFieldText(session[controls::currencySymbol], symbol.empty() ? "$" : symbol);
+    session[controls::currencySymbol].showStored(symbol.empty() ? "$" : symbol);
     const auto flag = [&](std::string_view name) {
         bool value = false;
         ifPossible([&] { value = readSetting(session, name).toBoolean(); });
@@ -247,7 +247,7 @@ void loadReportingPeriod(Session& session) {
         const int chosen = readSetting(session, setting::leadPeriod).toLong();
         list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
     });
-    list.setTag(list.text());
+    list.acceptText();
 }
 
 void commitCompany(Session& session, std::optional<Date> lastQuarter) {
@@ -258,7 +258,7 @@ void commitCompany(Session& session, std::optional<Date> lastQuarter) {
         if (!session.isLocked() && rule.wanted(session))
             ifPossible([&] { derive(company, rule); });
     // A record may let the quarter of its series follow the last quarter: not what is being typed.
-    if (const auto& field = session[controls::lastQuarterDate]; field.text() != field.tag())
+    if (const auto& field = session[controls::lastQuarterDate]; field.isTyped())
         ifPossible([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
     if (lastQuarter)
         ifPossible([&] { company.put_LastQDate(*lastQuarter); });

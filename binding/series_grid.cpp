@@ -79,7 +79,7 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
             shown.push_back(figures.number(*element));
             fields.push_back(&cell);
         } else {
-            putFieldText(cell, "");
+            cell.showStored("");
             cell.setEnabled(false);
         }
     }
@@ -188,7 +188,7 @@ void SeriesGrid::follow(
 void SeriesGrid::clear() {
     for (const auto& column : cells_)
         for (TextBox* cell : column)
-            putFieldText(*cell, "");
+            cell->showStored("");
 }
 
 void SeriesGrid::leave(Cell cell) {
@@ -201,7 +201,7 @@ void SeriesGrid::takeText(Cell cell) {
     const GridColumn& column = columns_[static_cast<std::size_t>(cell.column)];
     const GridSeries& series = seriesOf(column);
     TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
-    const bool untouched = isUntouched(left);
+    const bool untouched = left.standsForStored();
     const std::string typed = left.text();
     const auto clean = column.price
                            ? session_.typedText(left.text(), NumericKind::PriceText)
@@ -275,7 +275,7 @@ void SeriesGrid::storeMarked() {
 
 void SeriesGrid::showElement(Cell cell) {
     const Datum series = seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series;
-    putFieldText(*cells(cell.column)[static_cast<std::size_t>(cell.row)], "");
+    cells(cell.column)[static_cast<std::size_t>(cell.row)]->showStored("");
     ifPossible([&] {
         const Variant value = readSeries(*session_.company, series);
         if (const auto element = elementOf(cell.row); element && value.array().contains(*element))

@@ -171,7 +171,7 @@ std::optional<Date> Session::typedDate(const TextField& field) const {
 
 std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
     Date stored{};
-    if (company != nullptr && !field.text().empty() && isUntouched(field) &&
+    if (company != nullptr && !field.text().empty() && field.standsForStored() &&
         attempt([&] { stored = vkr::readDate(*company, datum); }) && isValidDate(stored))
         return stored;
     return typedDate(field);
@@ -238,7 +238,7 @@ std::optional<std::string> Session::refusalOf(Datum datum, Date date) {
 void Session::putDate(TextField& field, Datum datum, Date date) {
     const auto refusal = refusalOf(datum, date);
     dates.settle(datum);
-    putFieldText(field, dateText(date));
+    field.showStored(dateText(date));
     if (!refusal)
         return;
     field.setMark(refused(*refusal));

@@ -129,7 +129,7 @@ class Session final : public FieldHost {
     // was typed is told as not stored.
     template <typename Leave>
     void guarded(TextField& field, Leave&& leave) {
-        const bool typed = !isUntouched(field);
+        const bool typed = !field.standsForStored();
         if (!attempt(std::forward<Leave>(leave)) && typed)
             markUnstored(field);
     }

@@ -135,7 +135,7 @@ bool CellCommands::keyOfSelection(const Place& place, KeyCode key, int shift) {
 
 bool CellCommands::keyWithShift(const Place& place, TextField& field, KeyCode key) {
     const bool sideways = key == keys::left || key == keys::right;
-    const bool whole = isUntouched(field) && field.selLength() == textLength(field.text());
+    const bool whole = field.standsForStored() && field.selLength() == textLength(field.text());
     if (sideways && !selection_.isActive() && !whole)
         return false; // selects within the text
     extend(place, key);

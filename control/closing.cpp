@@ -26,7 +26,7 @@ void OkButton::settleDates() {
     const Session::Work work(session_);
     for (const auto& handle : settledByOk) {
         auto& field = session_[handle];
-        if (field.text() != field.tag())
+        if (field.isTyped())
             fields_.leave(*fields_.find(field));
     }
 }

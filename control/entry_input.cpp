@@ -82,8 +82,9 @@ void EntryInput::step(HistoryStep step) {
 void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
     keyWentDown_ = true;
     // Enter on a figure that is left as it is agrees with it.
-    if (auto* field = dynamic_cast<TextField*>(&control);
-        field != nullptr && key == keys::enter && !session_.form.isKeyHeld() && isUntouched(*field))
+    if (auto* field = dynamic_cast<TextField*>(&control); field != nullptr && key == keys::enter &&
+                                                          !session_.form.isKeyHeld() &&
+                                                          field->standsForStored())
         field->settleDoubt();
     if (key == keys::f1) {
         helpKeyDown_ = frame_.visible();

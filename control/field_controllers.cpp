@@ -62,10 +62,10 @@ void FieldController::leave(Control& control) {
 
 // What was picked or typed is stored by now, or told as not stored.
 void FieldController::settle(TextField& field) {
-    if (isUntouched(field))
+    if (field.standsForStored())
         session_.dates.forgetPick(field);
     const auto datum = date();
-    if (!datum || field.text() != field.tag())
+    if (!datum || field.isTyped())
         return;
     session_.takePickBack(); // unless the date was taken
     if (suggestionTyped_ && !field.isUnstored()) {
@@ -131,7 +131,7 @@ void PendingDateController::startOver() {
 }
 
 bool PendingDateController::isSkipped() const {
-    return field().text() != field().tag() && !field().locked();
+    return field().isTyped() && !field().locked();
 }
 
 LastFiscalYearDateController::LastFiscalYearDateController(Session& session, YearlyGrid& yearly)

@@ -146,7 +146,7 @@ void HeldCompany::followSettings() {
     for (const auto& [name, value] : changedSettings(session_))
         ifPossible([&] {
             if (name == setting::currencySymbol)
-                putFieldText(session_[controls::currencySymbol], value.toText());
+                session_[controls::currencySymbol].showStored(value.toText());
             else if (name == setting::bookValue)
                 session_.equityRow =
                     value.toBoolean() ? EquityRow::bookValue : EquityRow::commonEquity;
@@ -205,14 +205,14 @@ void HeldCompany::holdCommitted() {
     auto& symbol = session_[controls::currencySymbol];
     auto& period = session_[controls::reportingPeriod];
     ifPossible([&] {
-        if (symbol.text() != symbol.tag() &&
+        if (symbol.isTyped() &&
             session_.settings()->get(setting::currencySymbol).toText() == symbol.text())
-            symbol.setTag(symbol.text());
+            symbol.acceptText();
     });
     ifPossible([&] {
-        if (period.text() != period.tag() &&
+        if (period.isTyped() &&
             session_.reportingPeriod()->get(setting::leadPeriod).toLong() == period.listIndex())
-            period.setTag(period.text());
+            period.acceptText();
     });
 }
 
@@ -221,14 +221,14 @@ void HeldCompany::clear() {
     fields_.clear(toCompany);
     quarterly_.clear();
     quarterly_.clearLabels();
-    putFieldText(session_[controls::lastQuarterDate], "");
+    session_[controls::lastQuarterDate].showStored("");
     yearly_.clear();
     yearly_.clearLabels();
     fields_.clear(toYearly);
-    putFieldText(session_[controls::lastFiscalYear], "");
-    putFieldText(session_[controls::lastFiscalYearDate], "");
+    session_[controls::lastFiscalYear].showStored("");
+    session_[controls::lastFiscalYearDate].showStored("");
     fields_.clear(toOther);
-    putFieldText(session_[controls::reportingPeriod], "");
+    session_[controls::reportingPeriod].showStored("");
     lock_.set(false);
 }
 

@@ -14,7 +14,7 @@ KeptTexts::KeptTexts(Session& session, const YearlyGrid& yearly, const Quarterly
     const Form& form = session.form;
     if (auto* field = textFieldOf(form.activeControl()); field != nullptr && form.hasFocus())
         active_ = {field, field->text(), field->selStart(), field->selLength(),
-                   field->mark().kind != MarkKind::unstored && !isUntouched(*field)};
+                   field->mark().kind != MarkKind::unstored && !field->standsForStored()};
     for (const auto& control : form.controls()) {
         auto* field = textFieldOf(control.get());
         if (field == nullptr)
@@ -53,18 +53,15 @@ void KeptTexts::putBack() const {
         const bool typed = active_ && active_->field == kept.field && active_->typed;
         if (typed && place == kept.field)
             continue;
-        const std::string stored = place->text();
         if (kept.mark.kind == MarkKind::doubtful && !typed) {
-            if (stored == kept.text)
+            if (place->text() == kept.text)
                 place->setMark(kept.mark);
             continue;
         }
         // A figure that is being typed in a row that shows another period now is told as not
         // stored.
-        putFieldText(*place, kept.text);
-        place->setMark(typed ? session_.unstored(text_number::reasonRefused) : kept.mark);
-        if (stored != kept.text)
-            place->setStoredText(stored);
+        place->putBackRefused(kept.text,
+                              typed ? session_.unstored(text_number::reasonRefused) : kept.mark);
     }
     if (active_)
         putBackActive();
@@ -77,8 +74,8 @@ void KeptTexts::putBackActive() const {
         kept_, [&](const Kept& kept) { return kept.field == &field && placeOf(kept) == &field; });
     if (active_->typed && stays != kept_.end()) {
         field.rewriteText(active_->text); // Escape brings up what is stored now
-        if (isUntouched(field))
-            holdAsTyped(field);
+        if (field.standsForStored())
+            field.holdAsTyped();
         field.setMark(stays->mark);
     }
     if (field.text() == active_->text)

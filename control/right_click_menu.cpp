@@ -208,12 +208,8 @@ void RightClickMenu::putDate(TextField& field, Date date) {
     field.setFocus();
     const std::string text = session_.dateText(date);
     session_.dates.pick(field, text, date);
-    if (field.text() == text)
-        holdAsTyped(field); // the pattern hides what has changed
-    if (field.storedText() == text)
-        field.setStoredText(std::nullopt);
     edit(field, text, textLength(text));
-    replaceRefused(field);
+    field.replaceStored(); // the pattern may hide what has changed
     session_.markPicked();
     if (!session_.form.hasFocus() || session_.form.activeControl() != &field)
         host_.leave(field);

@@ -113,7 +113,7 @@ void VKRDataEntry::Impl::initialize() {
     session.priceFormat = startPriceFormat;
     controls::quarterlyPanel.in(form).move(0, 0);
     controls::yearlyIncomeHead.in(form).setAutoSize(true);
-    putFieldText(session[controls::currencySymbol], startCurrencySymbol);
+    session[controls::currencySymbol].showStored(startCurrencySymbol);
     for (const auto& list : {controls::industry, controls::exchange, controls::source})
         session[list].clearList();
     controls::reportingPeriod.in(form).clearList();

@@ -233,7 +233,7 @@ QStringList CompanyWindow::changes() const {
         addText(field.label, field.text);
     for (const auto* name : {"txtDateofLastFY", "txtLastQDate"}) {
         const auto& field = entry_->component().form().get<TextField>(name);
-        if (field.isUnstored() || field.text() == field.tag())
+        if (field.isUnstored() || !field.isTyped())
             continue;
         addText(field.accessibleName(), field.text());
         if (field.name() == "txtLastQDate") // a commit takes what is typed so far

@@ -11,13 +11,9 @@ namespace vkr {
 
 bool checkFieldChange(TextField& field, FieldHost& host) {
     host.hideHelpFrame();
-    if (field.text() == field.tag())
+    if (!field.isTyped())
         return false;
-    if (!field.isUnstored())
-        field.setStoredText(field.tag());
-    else if (isUntouched(field))
-        field.setMark({});
-    field.setTag(field.text());
+    field.lookAtText();
     host.markChanged();
     return true;
 }
@@ -70,7 +66,7 @@ class Caret {
 };
 
 void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>& showStored) {
-    if (isUntouched(field)) {
+    if (field.standsForStored()) {
         if (!showStored())
             ConvertPriceText(toDecimal, field);
     } else if (field.isUnstored()) {
@@ -86,7 +82,7 @@ void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>&
         if (showStored()) {
             field.rewriteText(rewritten == field.tag() ? typed : rewritten);
             if (field.text() == field.tag())
-                holdAsTyped(field);
+                field.holdAsTyped();
         }
     }
 }
@@ -96,23 +92,21 @@ void rewriteMarks(const NumberMarks& before, TextField& field,
     const auto rewritten = [&](std::string_view text) {
         return exchangeMarks(exchangeMarks(text, before), field.form().numberMarks());
     };
-    const bool untouched = isUntouched(field);
+    const bool untouched = field.standsForStored();
     const std::string typed = rewritten(field.text());
     const FieldMark mark = field.mark();
     RefusedText refused(field);
     refused.rewrite(typed);
     if (!showStored()) {
-        field.setTag(rewritten(field.tag()));
-        if (const auto stored = field.storedText())
-            field.setStoredText(rewritten(*stored));
+        field.rewriteState(rewritten);
         field.rewriteText(typed);
     } else if (untouched) {
         field.setMark(mark);
     } else {
         refused.putBack();
         field.rewriteText(typed);
-        if (isUntouched(field))
-            holdAsTyped(field);
+        if (field.standsForStored())
+            field.holdAsTyped();
     }
 }
 

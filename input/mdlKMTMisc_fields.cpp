@@ -43,8 +43,8 @@ void takeSignOff(TextField& field) {
 
 void ShowScaledValue(double value, std::string_view pattern, TextField& field, bool allowNegative) {
     const bool shown = allowNegative ? value != 0 : value > 0;
-    putFieldText(field,
-                 shown ? formatNumber(value, pattern, field.form().numberMarks()) : std::string());
+    field.showStored(shown ? formatNumber(value, pattern, field.form().numberMarks())
+                           : std::string());
 }
 
 void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<const double> values,
@@ -63,12 +63,12 @@ void ShowScaledValueRow(bool /*perYear*/, std::string_view pattern, std::span<co
 
 void ConvertPriceText(bool toDecimal, TextField& field) {
     ifPossible([&] {
-        const bool accepted = field.text() == field.tag();
+        const bool accepted = !field.isTyped();
         const NumberMarks& marks = field.form().numberMarks();
         const std::string plain = exchangeMarks(field.text(), marks);
         field.setText(exchangeMarks(convertedPrice(toDecimal, plain), marks));
         if (accepted)
-            field.setTag(field.text());
+            field.acceptText();
     });
 }
 

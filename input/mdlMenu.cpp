@@ -15,7 +15,7 @@ namespace {
 using controls::menuEntry;
 
 // A text box, as the entries of its text depend on it.
-struct FieldState {
+struct EditState {
     bool changeable; // not locked
     bool canUndo;
     bool hasText;
@@ -26,22 +26,22 @@ struct FieldState {
 struct FieldEntry {
     int text; // string number, 0 for a separator
     MenuCommand command;
-    bool (*enabled)(const FieldState& state);
+    bool (*enabled)(const EditState& state);
 };
 
-constexpr bool always(const FieldState& /*state*/) {
+constexpr bool always(const EditState& /*state*/) {
     return true;
 }
 
 constexpr FieldEntry fieldEntries[] = {
-    {413, mcUndo, [](const FieldState& state) { return state.changeable && state.canUndo; }},
+    {413, mcUndo, [](const EditState& state) { return state.changeable && state.canUndo; }},
     {0, mcSeparator, always},
-    {414, mcCut, [](const FieldState& state) { return state.changeable && state.hasSelection; }},
-    {415, mcCopy, [](const FieldState& state) { return state.hasText; }},
-    {416, mcPaste, [](const FieldState& state) { return state.changeable && state.canPaste; }},
-    {417, mcClear, [](const FieldState& state) { return state.changeable && state.hasSelection; }},
+    {414, mcCut, [](const EditState& state) { return state.changeable && state.hasSelection; }},
+    {415, mcCopy, [](const EditState& state) { return state.hasText; }},
+    {416, mcPaste, [](const EditState& state) { return state.changeable && state.canPaste; }},
+    {417, mcClear, [](const EditState& state) { return state.changeable && state.hasSelection; }},
     {0, mcSeparator, always},
-    {418, mcSelectAll, [](const FieldState& state) { return state.hasText; }},
+    {418, mcSelectAll, [](const EditState& state) { return state.hasText; }},
     {0, mcSeparator, always},
 };
 
@@ -107,10 +107,10 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
                const std::optional<MenuCells>& cells) {
     Builder builder(form, texts);
     if (field != nullptr) {
-        const FieldState state{!field->locked(),
-                               attemptOr(false, [&] { return services.canUndo(*field); }),
-                               !field->text().empty(), field->selLength() > 0,
-                               attemptOr(false, [&] { return services.clipboardHasText(); })};
+        const EditState state{!field->locked(),
+                              attemptOr(false, [&] { return services.canUndo(*field); }),
+                              !field->text().empty(), field->selLength() > 0,
+                              attemptOr(false, [&] { return services.clipboardHasText(); })};
         for (const auto& entry : fieldEntries)
             builder.add(entry.text, entry.command, entry.enabled(state));
     }

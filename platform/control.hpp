@@ -94,8 +94,8 @@ class Control {
     }
     [[nodiscard]] bool canTakeFocus() const { return isFocusable() && isShown() && isEnabled(); }
 
-    [[nodiscard]] const std::string& tag() const { return tag_; }
-    void setTag(std::string_view tag) { tag_ = tag; }
+    [[nodiscard]] virtual const std::string& tag() const { return tag_; }
+    virtual void setTag(std::string_view tag) { tag_ = tag; }
     [[nodiscard]] const std::string& toolTip() const { return toolTip_; }
     void setToolTip(std::string_view toolTip);
     // The name for people who hear the form instead of seeing it. Empty: adapters take the caption.

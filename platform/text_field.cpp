@@ -55,6 +55,47 @@ void TextField::select(int start, int length) {
     notify(Property::selection);
 }
 
+// Of changes that leave the mark or take it off.
+template <typename Change>
+void TextField::changeState(const Change& change) {
+    const MarkKind before = mark().kind;
+    change();
+    if (mark().kind != before)
+        notify(Property::mark);
+}
+
+void TextField::showStored(std::string_view text) {
+    setText(text);
+    changeState([&] { state_.show(text); });
+}
+
+void TextField::lookAtText() {
+    changeState([&] { state_.lookAt(text_); });
+}
+
+void TextField::replaceStored() {
+    changeState([&] { state_.replace(text_); });
+}
+
+void TextField::putBackRefused(std::string_view text, const FieldMark& mark) {
+    const std::string stored = text_;
+    setText(text);
+    state_.putBackRefused(text, stored, mark);
+    notify(Property::mark);
+}
+
+void TextField::takeTypedBack() {
+    setText(tag());
+    acceptText();
+}
+
+void TextField::setMark(const FieldMark& mark) {
+    if (mark == state_.mark())
+        return;
+    state_.setMark(mark);
+    notify(Property::mark);
+}
+
 void TextField::settleDoubt() {
     if (isDoubtful())
         setMark({});

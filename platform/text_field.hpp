@@ -2,29 +2,14 @@
 #pragma once
 
 #include "platform/control.hpp"
+#include "platform/field_state.hpp"
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 namespace vkr {
-
-// What is to be told of a field's text, the gravest last.
-enum class MarkKind {
-    none,
-    quiet,    // stored, and somebody should look at the figure
-    doubtful, // stored, though not all of what was typed
-    unstored, // not in the record
-};
-
-struct FieldMark {
-    MarkKind kind = MarkKind::none;
-    std::string reason; // what people are told; empty without a mark
-
-    friend bool operator==(const FieldMark&, const FieldMark&) = default;
-};
 
 // Where the figure that a field stands for comes from.
 struct FieldOrigin {
@@ -76,12 +61,32 @@ class TextField : public Control {
     void beginEntry() { entryText_ = text_; }
     [[nodiscard]] bool canTakeBack() const { return !locked_ && text_ != entryText_; }
 
+    // What the text on show is to the record; the tag is the text that was shown or looked at last.
+    [[nodiscard]] const std::string& tag() const override { return state_.accepted(); }
+    void setTag(std::string_view tag) override { state_.accept(tag); }
+    [[nodiscard]] const FieldState& state() const { return state_; }
+    [[nodiscard]] bool isTyped() const { return state_.isTyped(text_); }
+    [[nodiscard]] bool standsForStored() const { return state_.standsForStored(text_); }
+    // See FieldState for what each of these makes of it.
+    void showStored(std::string_view text); // puts the text there, too
+    void acceptText() { state_.accept(text_); }
+    void lookAtText();
+    void holdAsTyped() { state_.holdAsTyped(); }
+    void replaceStored();
+    void putBackRefused(std::string_view text, const FieldMark& mark); // what is on show is stored
+    // The accepted text is back in place of what was typed.
+    void takeTypedBack();
+    template <typename Rewritten>
+    void rewriteState(const Rewritten& rewritten) {
+        state_.rewrite(rewritten);
+    }
+
     // A doubt goes with the next edit by the user; any other mark with what puts things right.
-    [[nodiscard]] const FieldMark& mark() const { return mark_; }
-    void setMark(const FieldMark& mark) { assign(mark_, mark, Property::mark); }
+    [[nodiscard]] const FieldMark& mark() const { return state_.mark(); }
+    void setMark(const FieldMark& mark);
     // Whether the record does not hold the text on show.
-    [[nodiscard]] bool isUnstored() const { return mark_.kind == MarkKind::unstored; }
-    [[nodiscard]] bool isDoubtful() const { return mark_.kind == MarkKind::doubtful; }
+    [[nodiscard]] bool isUnstored() const { return state_.isUnstored(); }
+    [[nodiscard]] bool isDoubtful() const { return state_.isDoubtful(); }
     void settleDoubt(); // the user has seen it
     // What there is to say of the figure that the field stands for, by whoever looks it over; empty
     // for nothing. It stays until that is told anew, whatever is typed.
@@ -89,10 +94,10 @@ class TextField : public Control {
     void setRemark(std::string_view text) { assign(remark_, text, Property::mark); }
     // What a face shows: the mark, and where there is none the remark, as a quiet one.
     [[nodiscard]] MarkKind shownMark() const {
-        return mark_.kind != MarkKind::none || remark_.empty() ? mark_.kind : MarkKind::quiet;
+        return mark().kind != MarkKind::none || remark_.empty() ? mark().kind : MarkKind::quiet;
     }
     [[nodiscard]] const std::string& shownReason() const {
-        return mark_.kind != MarkKind::none ? mark_.reason : remark_;
+        return mark().kind != MarkKind::none ? mark().reason : remark_;
     }
     // Like a remark it stays until it is told anew; without a text nothing is known.
     [[nodiscard]] const FieldOrigin& origin() const { return origin_; }
@@ -102,9 +107,6 @@ class TextField : public Control {
         const std::string& reason = shownReason();
         return reason + (reason.empty() || origin_.text.empty() ? "" : "\n") + origin_.text;
     }
-    // Of a field that is not stored the text that stands for what is, where it is known.
-    [[nodiscard]] const std::optional<std::string>& storedText() const { return storedText_; }
-    void setStoredText(std::optional<std::string> text) { storedText_ = std::move(text); }
 
   protected:
     using Control::Control;
@@ -114,13 +116,14 @@ class TextField : public Control {
     void takeUserEdit(std::string_view text, int start, int length);
     void takeUserSelection(int start, int length);
     virtual void textChanged() {}
+    template <typename Change>
+    void changeState(const Change& change);
 
     std::string text_;
     std::string entryText_;
-    FieldMark mark_;
+    FieldState state_;
     std::string remark_;
     FieldOrigin origin_;
-    std::optional<std::string> storedText_;
     int selStart_ = 0;
     int selLength_ = 0;
     int maxLength_ = 0;

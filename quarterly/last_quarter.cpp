@@ -152,7 +152,7 @@ void LastQuarter::leave() {
         return;
     const auto before = grid_.shown();
     const bool committed = std::exchange(typedCommitted_, false);
-    if (isUntouched(field)) {
+    if (field.standsForStored()) {
         if (committed)
             takeCommitBack(before, field.mark());
         if (before)
@@ -164,12 +164,12 @@ void LastQuarter::leave() {
     const FieldMark mark = field.mark();
     bool stored = true;
     ifPossible([&] { stored = session_.company->get_LastQDate() == before; });
-    if (field.text() == field.tag() || (sameDay && (field.isUnstored() || !stored))) {
+    if (!field.isTyped() || (sameDay && (field.isUnstored() || !stored))) {
         if (before)
             retry(*before);
         return;
     }
-    putFieldText(field, session_.dateText(before.value_or(Date{})));
+    field.showStored(session_.dateText(before.value_or(Date{})));
     field.setMark(mark);
     takeCommitBack(before, mark);
     if (before)
@@ -201,8 +201,8 @@ void LastQuarter::takeCommitBack(std::optional<Date> before, const FieldMark& ma
 
 void LastQuarter::followCommit() {
     auto& field = session_[controls::lastQuarterDate];
-    typedCommitted_ = typedCommitted_ || field.text() != field.tag();
-    if (!field.isUnstored() || field.text() != field.tag() || session_.isLocked())
+    typedCommitted_ = typedCommitted_ || field.isTyped();
+    if (!field.isUnstored() || field.isTyped() || session_.isLocked())
         return;
     bool stored = false;
     ifPossible([&] { stored = session_.company->get_LastQDate() == grid_.shown(); });

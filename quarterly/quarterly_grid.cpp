@@ -18,7 +18,7 @@ QuarterlyGrid::QuarterlyGrid(Session& session)
 
 std::optional<Date> QuarterlyGrid::lastQuarter() const {
     const auto& field = session_[controls::lastQuarterDate];
-    return field.text() == field.tag() ? shown_ : session_.typedDate(field);
+    return !field.isTyped() ? shown_ : session_.typedDate(field);
 }
 
 Date QuarterlyGrid::newestQuarter() const {
@@ -37,7 +37,7 @@ void QuarterlyGrid::showSpan() {
     shown_.reset();
     ifPossible([&] {
         hidden_ = session_.company->get_LastQDate();
-        putFieldText(session_[controls::lastQuarterDate], session_.dateText(hidden_));
+        session_[controls::lastQuarterDate].showStored(session_.dateText(hidden_));
         accept(hidden_);
     });
     relabel();
@@ -151,7 +151,7 @@ void QuarterlyGrid::enter(Cell cell) {
     bringIntoView(cell);
     const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     if (isOfEarnings(cell) && session_.unitFactor != 1 && session_.company != nullptr && !blank_ &&
-        box.mark().kind == MarkKind::none && box.text() == box.tag())
+        box.mark().kind == MarkKind::none && !box.isTyped())
         showElement(cell); // per share, as it is typed
     SeriesGrid::enter(cell);
 }

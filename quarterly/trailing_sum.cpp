@@ -89,13 +89,13 @@ void TrailingSum::show() {
     auto& field = session_[controls::trailingEarnings];
     if (field.isUnstored())
         return;
-    const std::string before = field.tag();
-    const FieldMark mark = field.mark();
+    const FieldState before = field.state();
     session_.consequences.trailingEarningsDerived();
-    if (field.text() == before)
-        field.setMark(mark);
-    field.setTag(before);
-    checkFieldChange(field, session_);
+    session_.hideHelpFrame();
+    if (before.isTyped(field.text()))
+        session_.markChanged();
+    else
+        field.setMark(before.mark());
 }
 
 } // namespace vkr

@@ -38,7 +38,7 @@ TEST(Escape, TakesEveryFieldBackToWhatItShowedOnEntry) {
         EXPECT_EQ(field.selLength(), textLength(shown));
         EXPECT_EQ(scene.desktop.focusedId(), id);
         scene.desktop.type("+{TAB}");
-        EXPECT_TRUE(isUntouched(field));
+        EXPECT_TRUE(field.standsForStored());
     }
     EXPECT_FALSE(scene.entry->get_blnDirty());
     EXPECT_TRUE(scene.entry->unstoredFields().empty());

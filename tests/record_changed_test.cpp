@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "input/field_text.hpp"
 #include "support/entry_scene.hpp"
 #include "support/scripted_record.hpp"
 
@@ -107,6 +106,19 @@ TEST_F(RecordChanged, StoresATypedTextThatLooksLikeTheFigureThatIsStoredNow) {
     scene_.entry->recordChanged();
     scene_.desktop.type("{TAB}");
     EXPECT_EQ(company_->get_TotalDebt(), 77);
+}
+
+TEST_F(RecordChanged, StoresALineBreakBehindANoteThatIsStoredNow) {
+    scene_.entry->put_CurrentTab(toOther);
+    scene_.desktop.click("txtNotes");
+    scene_.desktop.type("^a{DEL}abc");
+    company_->put_Notes("abc");
+    scene_.entry->recordChanged();
+    scene_.desktop.type("{ENTER}");
+    const std::string typed = scene_.text("txtNotes");
+    ASSERT_NE(typed, "abc");
+    scene_.entry->put_CurrentTab(toCompany);
+    EXPECT_EQ(company_->get_Notes(), typed);
 }
 
 TEST_F(RecordChanged, KeepsATextThatCouldNotBeStored) {

@@ -732,6 +732,19 @@ TEST(DatePicking, ADayOfTheStoredMonthIsStoredInPlaceOfARefusedText) {
     EXPECT_EQ(markOf(scene, "txtLastUpdate"), "");
 }
 
+TEST(DatePicking, ADayOfTheStoredMonthIsStoredInPlaceOfATypedText) {
+    EntryScene scene;
+    scene.entry->put_DateFormat("MMM YYYY");
+    const auto company = fullCompany();
+    company->put_LastUpdate(*makeDate(2005, 12, 31));
+    scene.load(company);
+    scene.desktop.answerNextDate(*makeDate(2005, 12, 15));
+    goTo(scene, "txtLastUpdate");
+    scene.desktop.type("^a{DEL}soon{F4}{TAB}");
+    EXPECT_EQ(company->get_LastUpdate(), makeDate(2005, 12, 15));
+    EXPECT_EQ(markOf(scene, "txtLastUpdate"), "");
+}
+
 TEST(DatePicking, CancelLeavesTextAndRecord) {
     for (const auto& row : dateFields)
         for (int way = 0; way < (row.inMenu ? pickingWays : menuWay); ++way) {

@@ -41,12 +41,12 @@ int YearlyGrid::lastFiscalYear() const {
 
 void YearlyGrid::showSpan() {
     ifPossible([&] {
-        putFieldText(session_[controls::lastFiscalYearDate],
-                     session_.dateText(session_.company->get_LastFYDate()));
+        session_[controls::lastFiscalYearDate].showStored(
+            session_.dateText(session_.company->get_LastFYDate()));
     });
     ifPossible([&] {
         const int year = session_.company->get_LastFY();
-        putFieldText(session_[controls::lastFiscalYear], year == 0 ? "" : std::to_string(year));
+        session_[controls::lastFiscalYear].showStored(year == 0 ? "" : std::to_string(year));
     });
     relabel();
 }
@@ -158,11 +158,11 @@ void YearlyGrid::acceptLastFiscalYear(int year) {
 void YearlyGrid::typeLastFiscalYear() {
     auto& field = session_[controls::lastFiscalYear];
     if (session_.company == nullptr || textLength(field.text()) < field.maxLength() ||
-        field.text() == field.tag())
+        !field.isTyped())
         return;
     const int year = lastFiscalYear();
     if (year < firstYear || year > lastYear) {
-        field.setText(field.tag());
+        field.takeTypedBack();
         SelectAllText(field); // what is typed next replaces it
         session_.tellRefused(field, text_number::noteYear);
     } else {
@@ -173,8 +173,8 @@ void YearlyGrid::typeLastFiscalYear() {
 // What is no whole year gives way to the accepted one.
 void YearlyGrid::leaveLastFiscalYear() {
     auto& field = session_[controls::lastFiscalYear];
-    if (const std::string typed(trimmed(field.text())); field.text() != field.tag()) {
-        field.setText(field.tag());
+    if (const std::string typed(trimmed(field.text())); field.isTyped()) {
+        field.takeTypedBack();
         if (!typed.empty() && !field.isUnstored())
             session_.markDoubtful(field, typed);
     }
@@ -187,7 +187,7 @@ void YearlyGrid::leaveLastFiscalYearDate() {
     auto& field = session_[controls::lastFiscalYearDate];
     if (session_.dates.isSkipped() || field.locked() || session_.company == nullptr)
         return;
-    const bool untouched = isUntouched(field);
+    const bool untouched = field.standsForStored();
     const bool marked = field.isUnstored();
     checkFieldChange(field, session_);
     if (untouched) {
@@ -204,7 +204,7 @@ void YearlyGrid::leaveLastFiscalYearDate() {
         field.setMark(session_.refused(*refusal));
         return;
     }
-    putFieldText(field, session_.dateText(*typed));
+    field.showStored(session_.dateText(*typed));
     session_.markChanged();
     session_.consequences.fiscalYearMoved();
 }

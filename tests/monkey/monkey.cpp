@@ -885,7 +885,7 @@ class Invariants {
             expect((field->mark().kind == MarkKind::none) == field->mark().reason.empty(), "mark",
                    field->id() + " for \"" + field->mark().reason + "\"");
             const bool edited = form().hasFocus() && form().activeControl() == field;
-            expect(edited || isPending(*field) || field->text() == field->tag(), "left",
+            expect(edited || isPending(*field) || !field->isTyped(), "left",
                    field->id() + " \"" + field->text() + "\", tag \"" + field->tag() + "\"");
         }
     }
@@ -937,7 +937,7 @@ class Invariants {
 
     void loadedTexts() {
         for (const TextField* field : allFields(scene_)) {
-            expect(field->text() == field->tag(), "loaded",
+            expect(!field->isTyped(), "loaded",
                    field->id() + " \"" + field->text() + "\", tag \"" + field->tag() + "\"");
             expect(field->mark() == FieldMark(), "loaded", field->id() + " is marked");
         }
@@ -1036,7 +1036,7 @@ class Invariants {
         if (field.isUnstored())
             expect(edited || field.text() != expected, "mark",
                    field.id() + " \"" + field.text() + "\" is what is stored");
-        else if (field.text() == field.tag())
+        else if (!field.isTyped())
             expect(field.text() == expected, "shown",
                    field.id() + " \"" + field.text() + "\" for \"" + expected + "\"");
     }
