@@ -10,6 +10,7 @@
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,6 +53,12 @@ HeldCompany::HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& ye
       lastQuarter_(lastQuarter), captions_(captions), options_(options), lock_(lock), entry_(entry),
       controllers_(controllers) {}
 
+void HeldCompany::checkInvariants() const {
+    assert(!loading_ || session_.company != nullptr);
+    assert(!resizing_ || session_.company == nullptr);
+    assert(!(loading_ && resizing_));
+}
+
 void HeldCompany::rowsLabelled() {
     if (!loading_)
         nameCells(session_.form);
@@ -84,6 +91,7 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
 
 void HeldCompany::show() {
     const During loading(loading_); // cells get their names once, with the captions of the unit
+    checkInvariants();
     ifPossible([&] { clear(); });
     ifPossible([&] { listReportingPeriods(); });
     session_.ComputeUnitFactor();
@@ -119,6 +127,7 @@ void HeldCompany::showAnew() {
     const auto quarters = std::pair(quarterly_.newestQuarter(), quarterly_.shown());
     {
         const During loading(loading_);
+        checkInvariants();
         ifPossible([&] {
             if (const auto unit = session_.settings()->get(setting::unit).toLong(); unit != 0)
                 session_.takeUnit(unit);
@@ -242,6 +251,7 @@ void HeldCompany::resize() {
     if (resizing_)
         return;
     const During resizing(resizing_); // the container answers a new size with another resize
+    checkInvariants();
     session_.form.setSize(sizes::placeholder, sizes::placeholder);
     strip.move(sizes::placeholder, sizes::placeholder);
 }

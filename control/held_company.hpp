@@ -14,8 +14,14 @@
 
 namespace vkr {
 
-// The company that is held: brought onto the form, put back into its record, cleared away. The
-// form has its working size while there is one.
+// The company that is held: brought onto the form, put back into its record, cleared away. It is
+// the session's `company`; without one there is a placeholder in place of the form. Of what can be
+// under way
+//
+//   loading   its figures come onto the form: there is a company, and no row gets a name yet
+//   resizing  the form becomes a placeholder: there is none
+//
+// at most one is at any time.
 class HeldCompany {
   public:
     HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
@@ -41,6 +47,7 @@ class HeldCompany {
     void rowsLabelled();
 
   private:
+    void checkInvariants() const;
     void show();
     void listReportingPeriods();
     void followSettings();

@@ -6,6 +6,7 @@
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <string>
 
 namespace vkr {
@@ -54,12 +55,26 @@ void Pages::tabSelected() {
         controls::addYear.in(form).setVisible(onYearly);
         controls::removeYear.in(form).setVisible(onYearly);
     }
+    checkInvariants();
     ifPossible([&] { focusFirstField(); });
     form.settleFocus(); // where the first field can't take it
+    checkInvariants();  // also where somebody has selected another tab meanwhile
     if (reported_ != shown()) {
         reported_ = shown();
         host_.tabChange(reported_);
     }
+}
+
+void Pages::checkInvariants() const {
+    for (int page = 0; page < strip().count(); ++page) {
+        [[maybe_unused]] const auto& panel =
+            controls::frames[frame::firstPage + page].in(session_.form);
+        [[maybe_unused]] const bool selected = page == strip().selected() - 1;
+        assert(panel.left() == (selected ? sizes::pageLeft : Control::parkedLeft));
+        assert(panel.enabled() == selected);
+    }
+    assert(controls::addYear.in(session_.form).visible() == (shown() == toYearly));
+    assert(controls::removeYear.in(session_.form).visible() == (shown() == toYearly));
 }
 
 void Pages::focusFirstField() {

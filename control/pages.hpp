@@ -10,8 +10,13 @@
 
 namespace vkr {
 
-// The five pages below the tab strip: one is on show, the others are parked beside the form. Which
-// one is the strip's to know; the host has been told of reported().
+// The five pages below the tab strip. Which one is on show is the strip's to know. From the first
+// tab that is selected on
+//
+//   the page of the selected tab is at its place and enabled; the others are parked beside the form
+//   and disabled;
+//   the buttons of the years are on show with the yearly page alone;
+//   the host has been told of reported(), and is about to be told where that is another page.
 class Pages {
   public:
     Pages(Session& session, QuarterlyGrid& quarterly, HostLine& host)
@@ -33,6 +38,8 @@ class Pages {
     [[nodiscard]] During keepFocus() { return During(keepsFocus_); }
 
   private:
+    void checkInvariants() const;
+
     Session& session_;
     QuarterlyGrid& quarterly_;
     HostLine& host_;

@@ -10,6 +10,7 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
@@ -45,6 +46,7 @@ void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
     control_ = &control;
     object_ = *object;
     field_ = objects_.fieldOf(control);
+    checkInvariants();
     const auto texts = [this](int number) { return session_.text(number); };
     BuildMenu(session_.form, session_.services, texts, menuExtrasOf(object_),
               dynamic_cast<TextBox*>(&control), field_, host_.cellsWith(control));
@@ -64,6 +66,7 @@ void RightClickMenu::mnuItem_Click(int index) {
         return;
     const int command = commandOf(*entry);
     PrepareHelpText();
+    checkInvariants();
     if (command != mcHelp)
         DoMenuCommand(command, field_);
     else if (!pendingText_.empty())
@@ -71,6 +74,11 @@ void RightClickMenu::mnuItem_Click(int index) {
 }
 
 // --- help ----------------------------------------------------------------------------------------
+
+void RightClickMenu::checkInvariants() const {
+    assert(control_ != nullptr || (field_ == nullptr && pendingText_.empty()));
+    assert(control_ == nullptr || field_ == objects_.fieldOf(*control_));
+}
 
 // Places are those within a page: the frame adds the page's own.
 Control& RightClickMenu::PrepareHelpText() {
@@ -168,6 +176,7 @@ void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
 }
 
 void RightClickMenu::askAssistant() {
+    checkInvariants();
     std::string text;
     if (field_ != nullptr)
         text = field_->text().empty() ? field_->accessibleName() : field_->text();

@@ -27,6 +27,10 @@ class MenuHost {
 };
 
 // The pop-up menu of every object, and the date picker.
+//
+// What the menu was opened on stays until it is opened on something else. Until the first time
+// there is neither a control nor a field nor a help text; from then on there is a control, it
+// stands for the object, and the field is the one that objects know as the control's.
 class RightClickMenu {
   public:
     RightClickMenu(Session& session, const EntryObjects& objects, HelpFrame& help, MenuHost& host);
@@ -46,6 +50,7 @@ class RightClickMenu {
     void ShowDatePicker(TextBox& field, bool blnToday);
 
   private:
+    void checkInvariants() const;
     void open(Control& control, int tab, Twips left, Twips top);
     Control& PrepareHelpText();
     void edit(TextField& field, std::string_view text, int caret);
