@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+// What the windows did not save: discarded a moment ago, or left behind by a program that ended.
+#include "host/messages.hpp"
+#include "host/texts.hpp"
+#include "host/unsaved_work.hpp"
+#include "host/workspace.hpp"
+#include "store/unsaved_changes.hpp"
+
+namespace vkr {
+
+void Workspace::showDiscarded() {
+    if (discarded_.isEmpty()) {
+        list_->offerRestore({});
+        return;
+    }
+    const DiscardedChanges& last = discarded_.back();
+    list_->offerRestore(last.count == 1
+                            ? tr("Discarded 1 change of %1.").arg(last.title)
+                            : tr("Discarded %1 changes of %2.").arg(last.count).arg(last.title));
+}
+
+void Workspace::forgetDiscarded(std::int64_t id) {
+    discarded_.removeIf([id](const DiscardedChanges& changes) { return changes.id == id; });
+    showDiscarded();
+}
+
+void Workspace::restoreDiscarded() {
+    if (discarded_.isEmpty())
+        return;
+    const DiscardedChanges last = discarded_.takeLast();
+    showDiscarded();
+    restore(last.id, last.groups);
+}
+
+void Workspace::restore(std::optional<std::int64_t> id, const std::vector<ChangeGroup>& groups) {
+    CompanyWindow* window = id ? openCompany(*id) : newCompany();
+    if (window == nullptr)
+        return;
+    if (const QStringList refused = window->restore(groups); !refused.isEmpty())
+        tellFault(window, tr("Not every change could be made again."),
+                  tr("The others are in this window. Nothing is saved yet."), refused);
+}
+
+void Workspace::offerFound() {
+    for (const FoundChanges& found : findUnsavedChanges(unsavedPlaceOf(*store_))) {
+        const QString title = fromUtf8(found.company.title);
+        QString more = tr("The program ended before they were saved.");
+        bool canRestore = !found.groups.empty();
+        if (found.company.id) {
+            const auto loaded = store_->load(*found.company.id);
+            if (!loaded) {
+                more += u'\n' +
+                        tr("The company can't be opened: %1").arg(fromUtf8(loaded.error().message));
+                canRestore = false;
+            } else if (loaded.value().revision != found.company.revision ||
+                       digestOf(*loaded.value().record) != found.company.digest) {
+                more += u'\n' + tr("It was saved since, by somebody else or in another window. The "
+                                   "changes are made to what is stored now.");
+            }
+        }
+        if (found.isDamaged)
+            more += u'\n' + tr("Part of what was kept can't be read: %1").arg(fromUtf8(found.path));
+        QList<Choice> choices;
+        if (canRestore)
+            choices.append({tr("&Restore")});
+        choices.append({tr("&Discard"), Choice::Role::destroy});
+        choices.append({tr("&Later"), Choice::Role::reject});
+        const int choice = ask(list_.get(), tr("There are unsaved changes to %1.").arg(title), more,
+                               choices, canRestore ? 0 : -1, lines(found.groups));
+        const bool discards = choice == (canRestore ? 1 : 0);
+        if (canRestore && choice == 0) {
+            restore(found.company.id, found.groups); // kept in a file of the window by now
+            removeFound(found);
+        } else if (discards &&
+                   askFirst(list_.get(), tr("Discard the unsaved changes to %1?").arg(title),
+                            tr("They can't be had back."), tr("&Discard"))) {
+            removeFound(found);
+        }
+    }
+}
+
+} // namespace vkr
