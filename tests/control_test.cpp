@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/text_field.hpp"
 #include "platform/form.hpp"
+#include "platform/text_field.hpp"
 
 #include <functional>
 #include <gtest/gtest.h>
