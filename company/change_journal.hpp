@@ -14,6 +14,8 @@
 
 namespace vkr {
 
+class ChangeNotes;
+
 // A record that stands between the component and the host's record, passes everything on, and notes
 // what becomes another one on the way: whatever the host's record has changed when an action ends,
 // also where one datum of it follows another.
@@ -105,8 +107,7 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     [[nodiscard]] Variant get_SettingsApply() const override;
 
   private:
-    class Noting;
-    std::shared_ptr<Noting> noting_;
+    std::shared_ptr<ChangeNotes> notes_;
 };
 
 } // namespace vkr

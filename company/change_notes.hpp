@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "company/change_group.hpp"
+#include "company/record_snapshot.hpp"
+#include "platform/error_trap.hpp"
+#include "platform/object.hpp"
+#include "record/actions.hpp"
+
+#include <functional>
+#include <limits>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vkr {
+
+// What a journal has noted. The settings objects that were handed out know of it, too.
+class ChangeNotes {
+  public:
+    explicit ChangeNotes(std::shared_ptr<iVKR_Company> held) : record(std::move(held)) {}
+
+    std::shared_ptr<iVKR_Company> record;
+    std::vector<ChangeGroup> done;
+    std::vector<std::vector<ChangeGroup>> undone; // each a group with what followed from it
+    std::vector<ChangeGroup> unsaved;
+    std::optional<Change> place;
+    const std::function<void(const ChangeGroup*)>* told = nullptr;
+
+    [[nodiscard]] bool isOpen() const { return !open_.empty(); }
+    void begin(const Action& action);
+    void end() noexcept;
+    // One write of the record, within an action of its own where none was begun.
+    template <typename Write>
+    auto written(std::optional<Datum> datum, Write&& write) {
+        const Own own(*this);
+        const Touch touch(*this, datum);
+        return std::forward<Write>(write)();
+    }
+    void writeSetting(Object& held, std::string_view name, const Variant& value);
+    [[nodiscard]] std::vector<ChangeGroup>::const_reverse_iterator toUndo() const;
+    std::optional<std::string> undo();
+    std::optional<std::string> redo();
+    std::optional<std::string> apply(const ChangeGroup& group);
+
+  private:
+    // A datum and its element; one below all others is the whole datum.
+    using Key = std::pair<Datum, int>;
+    static constexpr int whole = std::numeric_limits<int>::min();
+    struct Mark {
+        int order = std::numeric_limits<int>::max();
+        Origin origin = Origin::derived; // what nobody wrote follows from something else
+        std::string document;
+    };
+
+    class Own {
+      public:
+        explicit Own(ChangeNotes& notes) : notes_(notes.isOpen() ? nullptr : &notes) {
+            if (notes_ != nullptr)
+                notes_->begin({});
+        }
+        ~Own() {
+            if (notes_ != nullptr)
+                notes_->end();
+        }
+        Own(const Own&) = delete;
+        Own& operator=(const Own&) = delete;
+
+      private:
+        ChangeNotes* notes_;
+    };
+    // Says of what a write has changed where it comes from, also where it fails half-way.
+    class Touch {
+      public:
+        Touch(ChangeNotes& notes, std::optional<Datum> datum);
+        ~Touch() {
+            ifPossible([&] { note(); });
+        }
+        Touch(const Touch&) = delete;
+        Touch& operator=(const Touch&) = delete;
+
+      private:
+        void note();
+
+        ChangeNotes& notes_;
+        std::optional<Datum> datum_;
+        std::optional<Variant> before_;
+    };
+
+    static Key keyOf(const Change& change) {
+        return {change.datum, change.element.value_or(whole)};
+    }
+    [[nodiscard]] int nextOrder() const {
+        return static_cast<int>(marks_.size() + settings_.size());
+    }
+    void mark(const Key& key, const Mark& mark);
+    ChangeGroup noted(const RecordSnapshot& before) const;
+    void add(ChangeGroup group);
+    void leadTo(const ChangeGroup& group); // of the way from what was saved
+    void tell(const ChangeGroup* added) const;
+    void showPlace(const ChangeGroup& group);
+    void forget();
+
+    std::vector<Action> open_;
+    std::string name_; // of the action under way
+    std::optional<RecordSnapshot> before_;
+    std::map<Key, Mark> marks_;
+    std::vector<std::pair<int, Change>> settings_; // by the place of the first write
+};
+
+} // namespace vkr
