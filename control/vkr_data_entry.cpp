@@ -222,6 +222,7 @@ std::int16_t VKRDataEntry::get_VisibleQuarters() const {
 }
 
 void VKRDataEntry::put_VisibleQuarters(std::int16_t intNewValue) {
+    impl_->cells.endSelection(); // its rows may go
     impl_->properties.putVisibleQuarters(intNewValue);
 }
 

@@ -340,6 +340,16 @@ TEST(CellCommands, SelectCellsByShiftAndArrows) {
     EXPECT_EQ(scene.desktop.focusedId(), "txtSales(4)");
 }
 
+TEST(CellCommands, SelectNoRowsThatAreGone) {
+    Scene scene(toQuarterly);
+    scene.entry->put_VisibleQuarters(12);
+    scene.desktop.click("txtEPS(8)");
+    scene.desktop.type("+{DOWN}");
+    ASSERT_EQ(scene.highlighted().size(), 2U);
+    scene.entry->put_VisibleQuarters(9);
+    EXPECT_TRUE(scene.highlighted().empty());
+}
+
 TEST(CellCommands, LeaveTheTextOfACellToItself) {
     Scene scene;
     scene.enter("txtSales(3)", "1234");
