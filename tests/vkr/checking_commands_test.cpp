@@ -36,7 +36,7 @@ TEST_F(CheckingCommands, FactsAreComparedAndNothingIsChanged) {
     const QByteArray before = bytes("companies.vkr");
     const auto review = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--format", "tsv"});
     EXPECT_EQ(review.code, 1) << review.err;
-    EXPECT_TRUE(contains(review.out, "\nRevenue\t2024\t\t391035\t\t")) << review.out;
+    EXPECT_TRUE(contains(review.out, "\nYearly Revenue\t2024\t\t391035\t\t")) << review.out;
     EXPECT_EQ(bytes("companies.vkr"), before);
     const auto all =
         run({"facts", facts("AAPL"), "--symbol", "AAPL", "--format", "tsv", "--verbose"});
@@ -83,7 +83,7 @@ TEST_F(CheckingCommands, FactsOfACompanyThatIsNotThereAddIt) {
     const QStringList look = {"facts", facts("AAPL"), "--symbol", "aapl", "--format", "tsv"};
     const auto review = run(look);
     EXPECT_EQ(review.code, 1) << review.err;
-    EXPECT_TRUE(contains(review.out, "\nRevenue\t2024\t\t391035\t\t")) << review.out;
+    EXPECT_TRUE(contains(review.out, "\nYearly Revenue\t2024\t\t391035\t\t")) << review.out;
     EXPECT_TRUE(contains(review.err, "Apple Inc. (AAPL) is not in the database. It is added with "
                                      "what --accept takes."))
         << review.err;
