@@ -158,7 +158,7 @@ TEST_F(AssistantTest, AFigureThatHasNoHistoryOfItsOwnIsShownWithTheOneItBelongsT
         {do52WLow, "High and Low by fiscal year", ""},
         {doCommShares, "Shares Outstanding by fiscal year", ""},
         {doDilutedShares, "Shares Outstanding by fiscal year", ""},
-        {doLast4QEPS, "Earnings per Share by fiscal year", "Quarterly Earnings per Share"},
+        {doLast4QEPS, "Earnings Per Share by fiscal year", "Quarterly Earnings Per Share"},
         {doCommDiv, "Dividends Declared by fiscal year", ""},
         {doEstTaxRate, "Tax Rate by fiscal year", "Quarterly Tax Rate"},
         {doTabQuarterly, "Quarterly Revenue by quarter", "Quarterly Revenue"},

@@ -78,7 +78,7 @@ TEST_F(FigureChecksTest, LeadToTheFigureByTheKeyboardAndBack) {
     ASSERT_TRUE(list(window).hasFocus());
     EXPECT_EQ(list(window).count(), 2);
     auto& chart = *panel(window).findChild<HistoryChart*>();
-    EXPECT_EQ(chart.history().title, "Earnings per Share by fiscal year");
+    EXPECT_EQ(chart.history().title, "Earnings Per Share by fiscal year");
     ASSERT_GE(chart.history().marked, 0);
     EXPECT_EQ(chart.history().periods.at(chart.history().marked).label, "2021");
     user_.press(Qt::Key_Return);

@@ -50,7 +50,7 @@ TEST_F(SplitDialogTest, ShowsEveryFigureBeforeAndAfter) {
         const auto rows = table(dialog).findItems("2.97", Qt::MatchExactly);
         ASSERT_EQ(rows.size(), 1);
         const int row = rows.front()->row();
-        EXPECT_EQ(table(dialog).item(row, 0)->text(), "Earnings per Share");
+        EXPECT_EQ(table(dialog).item(row, 0)->text(), "Earnings Per Share");
         EXPECT_EQ(table(dialog).item(row, 1)->text(), "fiscal year 2019");
         EXPECT_EQ(table(dialog).item(row, 3)->text(), "0.7425");
     });
