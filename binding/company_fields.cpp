@@ -20,10 +20,10 @@ constexpr std::string_view sourcesStatingRates[] = {"S & P", "Value Line"};
 
 } // namespace
 
-CompanyFields::CompanyFields(Session& session) : session_(session) {
+CompanyFields::CompanyFields(EntryContext& context) : context_(context) {
     controls_.reserve(companyFieldTable().size());
     for (const auto& field : companyFieldTable()) {
-        controls_.push_back(&session.form.get<TextField>(field.control.name, field.control.index));
+        controls_.push_back(&context.form.get<TextField>(field.control.name, field.control.index));
         controls_.back()->setCapitals(field.filter.upperCase);
         byControl_.emplace(controls_.back(), &field);
     }
@@ -45,14 +45,14 @@ void CompanyFields::load(LoadStep step) {
 }
 
 void CompanyFields::show(const FieldRow& field) {
-    const auto& company = *session_.company;
+    const auto& company = *context_.company;
     switch (field.kind) {
     case text:
     case list:
         control(field).showStored(readText(company, *field.datum));
         break;
     case date:
-        control(field).showStored(session_.dateText(readDate(company, *field.datum)));
+        control(field).showStored(context_.dateText(readDate(company, *field.datum)));
         break;
     case number:
     case price:
@@ -74,13 +74,13 @@ void CompanyFields::showNumber(const FieldRow& field, double stored) {
     if (field.kind == percent) {
         ShowScaledValue(stored, "#0.0\\%", shown, negatives);
     } else if (field.kind == price) {
-        ShowScaledValue(stored, session_.priceFormat, shown, negatives);
-        if (session_.fractionDisplay)
+        ShowScaledValue(stored, context_.priceFormat, shown, negatives);
+        if (context_.fractionDisplay)
             ConvertPriceText(false, shown);
     } else {
         const double value =
-            field.isScaled() ? ScaledForDisplay(stored, session_.unitFactor) : stored;
-        ShowScaledValue(value, session_.numberFormat, shown, negatives);
+            field.isScaled() ? ScaledForDisplay(stored, context_.unitFactor) : stored;
+        ShowScaledValue(value, context_.numberFormat, shown, negatives);
     }
 }
 
@@ -98,14 +98,14 @@ void CompanyFields::clear(TABObject page) {
 }
 
 void CompanyFields::leave(const FieldRow& field) {
-    session_.guarded(control(field), [&] { takeText(field); });
+    context_.guarded(control(field), [&] { takeText(field); });
 }
 
 void CompanyFields::takeText(const FieldRow& field) {
     TextField& left = control(field);
     const bool untouched = left.standsForStored();
-    const bool changed = checkFieldChange(left, session_);
-    if (session_.company == nullptr || left.locked())
+    const bool changed = checkFieldChange(left, context_);
+    if (context_.company == nullptr || left.locked())
         return;
     if (untouched) {
         ifPossible([&] { writeBack(field); });
@@ -131,79 +131,79 @@ void CompanyFields::takeText(const FieldRow& field) {
     if (doubt.kind == MarkKind::doubtful && left.mark().kind == MarkKind::none)
         left.setMark(doubt);
     if (field.datum == Datum::Name || field.datum == Datum::Symbol)
-        session_.tellState();
+        context_.tellState();
 }
 
 // The stored figure, not its rounded picture.
 void CompanyFields::writeBack(const FieldRow& field) {
-    writeDatum(*session_.company, *field.datum, readDatum(*session_.company, *field.datum));
+    writeDatum(*context_.company, *field.datum, readDatum(*context_.company, *field.datum));
 }
 
 // A record that refuses the value leaves the text as typed, with a mark that says so.
 void CompanyFields::store(const FieldRow& field, const Variant& value) {
-    auto refusal = failureOf([&] { writeDatum(*session_.company, *field.datum, value); });
+    auto refusal = failureOf([&] { writeDatum(*context_.company, *field.datum, value); });
     if (field.datum == Datum::CommDiv) {
         const auto other =
-            failureOf([&] { session_.company->put_CommDivAlternate(value.toDouble()); });
+            failureOf([&] { context_.company->put_CommDivAlternate(value.toDouble()); });
         refusal = refusal ? refusal : other;
     }
-    control(field).setMark(refusal ? session_.refused(*refusal) : FieldMark());
+    control(field).setMark(refusal ? context_.refused(*refusal) : FieldMark());
     if (!refusal)
-        session_.markChanged(); // the host may have saved since the value was refused
+        context_.markChanged(); // the host may have saved since the value was refused
 }
 
 void CompanyFields::storeDate(const FieldRow& field, TextField& control) {
-    const auto typed = session_.typedDate(control);
+    const auto typed = context_.typedDate(control);
     // Only the date of the source may be absent: an empty field is how that shows.
     const bool taken =
         typed || (field.datum == Datum::DateOfSource && trimmed(control.text()).empty());
     if (!taken) {
-        control.setMark(session_.unstored(text_number::reasonNoDate));
+        control.setMark(context_.unstored(text_number::reasonNoDate));
         return;
     }
     store(field, typed.value_or(Date{}));
     if (!control.isUnstored())
-        control.showStored(session_.dateText(typed.value_or(Date{})));
+        control.showStored(context_.dateText(typed.value_or(Date{})));
 }
 
 void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {
     const auto clean =
-        field.kind == price ? session_.typedText(control.text(), NumericKind::PriceText)
+        field.kind == price ? context_.typedText(control.text(), NumericKind::PriceText)
         : field.kind == percent
-            ? session_.typedText(control.text(), NumericKind::PlainNumber)
-            : session_.typedNumber(control.text(),
-                                   field.isScaled() ? -UnitExponent(session_.unitFactor) : 0);
+            ? context_.typedText(control.text(), NumericKind::PlainNumber)
+            : context_.typedNumber(control.text(),
+                                   field.isScaled() ? -UnitExponent(context_.unitFactor) : 0);
     if (!clean.fits) {
-        control.setMark(session_.unstored(text_number::reasonTooLarge));
+        control.setMark(context_.unstored(text_number::reasonTooLarge));
         return;
     }
     const std::string typed = control.text();
-    const double value = field.isScaled() ? UnscaledFromText(clean.text, session_.unitFactor)
+    const double value = field.isScaled() ? UnscaledFromText(clean.text, context_.unitFactor)
                                           : numericValue(clean.text);
     if (value < 0 && !field.filter.allowNegative) {
-        control.setMark(session_.unstored(text_number::reasonNegative));
+        control.setMark(context_.unstored(text_number::reasonNegative));
         return;
     }
     store(field, value);
     if (control.isUnstored())
         return;
     showNumber(field, value);
-    session_.tellLeftOut(control, typed, clean.leftOut);
+    context_.tellLeftOut(control, typed, clean.leftOut);
     movedEnds_.erase(*field.datum);
     if (field.datum == Datum::CurrentPrice)
         followPrice(value);
     if (field.datum == Datum::Last4QEPS)
-        session_.consequences.trailingEarningsTyped();
+        context_.consequences.trailingEarningsTyped();
 }
 
 // The 52-week range always contains the current price. A price of nothing moves neither end, and
 // one that is corrected takes back what it moved. The price of another day is no correction.
 void CompanyFields::followPrice(double price) {
-    const ActionScope derived(session_.company, {Origin::derived, {}, {}});
-    const Date today = attemptOr(Date{}, [&] { return session_.services.today(); });
+    const ActionScope derived(context_.company, {Origin::derived, {}, {}});
+    const Date today = attemptOr(Date{}, [&] { return context_.services.today(); });
     const auto follow = [&](Datum datum, const Handle<TextBox>& shown, auto beyond) {
         ifPossible([&] {
-            const double held = readNumber(*session_.company, datum);
+            const double held = readNumber(*context_.company, datum);
             const auto moved = movedEnds_.find(datum);
             const bool corrects = moved != movedEnds_.end() && moved->second.after == held &&
                                   moved->second.day == today;
@@ -211,8 +211,8 @@ void CompanyFields::followPrice(double price) {
             const bool widens = price != 0 && beyond(before);
             const double after = widens ? price : before;
             if (after != held) {
-                writeNumber(*session_.company, datum, after);
-                auto& end = session_[shown];
+                writeNumber(*context_.company, datum, after);
+                auto& end = context_[shown];
                 const RefusedText refused(end);
                 show(*find(end));
                 refused.putBack();
@@ -228,10 +228,10 @@ void CompanyFields::followPrice(double price) {
 }
 
 void CompanyFields::followSource() {
-    const auto& source = session_[controls::source].text();
+    const auto& source = context_[controls::source].text();
     for (const auto stating : sourcesStatingRates)
         if (equalsIgnoringCase(source, stating))
-            session_.consequences.sourceStatesRates();
+            context_.consequences.sourceStatesRates();
 }
 
 } // namespace vkr

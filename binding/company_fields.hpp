@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "form/form_layout.hpp"
 
 #include <map>
@@ -13,7 +13,7 @@ namespace vkr {
 // The fields of the Company and Other tabs: filled from the record, written back when left.
 class CompanyFields {
   public:
-    explicit CompanyFields(Session& session);
+    explicit CompanyFields(EntryContext& context);
 
     [[nodiscard]] const FieldRow* find(const Control& control) const;
     void load(LoadStep step);
@@ -42,7 +42,7 @@ class CompanyFields {
         Date day;
     };
 
-    Session& session_;
+    EntryContext& context_;
     std::vector<TextField*> controls_; // in table order
     std::unordered_map<const Control*, const FieldRow*> byControl_;
     std::map<Datum, MovedEnd> movedEnds_; // as long as nobody touched them

@@ -21,61 +21,61 @@ constexpr std::string_view followedSettings[] = {setting::currencySymbol, settin
 
 // --- loading -----------------------------------------------------------------------------------
 
-Date today(const Session& session) {
-    return session.services.today();
+Date today(const EntryContext& context) {
+    return context.services.today();
 }
 
-Date endOfLastYear(const Session& session) {
-    return makeDate(civil(today(session)).year - 1, 12, 31).value_or(Date{});
+Date endOfLastYear(const EntryContext& context) {
+    return makeDate(civil(today(context)).year - 1, 12, 31).value_or(Date{});
 }
 
 // Whether the record has no valid date here, or won't say.
-bool lacksDate(const Session& session, Datum datum) {
+bool lacksDate(const EntryContext& context, Datum datum) {
     Date stored{};
-    return attempt([&] { stored = readDate(*session.company, datum); }) &&
-           !Session::isValidDate(stored);
+    return attempt([&] { stored = readDate(*context.company, datum); }) &&
+           !EntryContext::isValidDate(stored);
 }
 
 // Writes a date where the record has no valid one.
-void suggest(Session& session, Datum missing, Datum written, Date date(const Session&)) {
-    const ActionScope derived(session.company, {Origin::derived, {}, {}});
+void suggest(EntryContext& context, Datum missing, Datum written, Date date(const EntryContext&)) {
+    const ActionScope derived(context.company, {Origin::derived, {}, {}});
     Date suggested{};
-    if (lacksDate(session, missing) && attempt([&] {
-            suggested = date(session);
-            writeDate(*session.company, written, suggested);
+    if (lacksDate(context, missing) && attempt([&] {
+            suggested = date(context);
+            writeDate(*context.company, written, suggested);
         }))
-        session.dates.suggest(written, suggested);
+        context.dates.suggest(written, suggested);
 }
 
 // What the options choose is shown once they are known.
-void showColumn(const Session& session, SeriesGrid& grid, int number) {
+void showColumn(const EntryContext& context, SeriesGrid& grid, int number) {
     const GridColumn& column = grid.columns()[static_cast<std::size_t>(number)];
     if (column.choice == ColumnChoice::none)
         ifPossible([&] {
             grid.show(number,
-                      column.loadedInUnit ? std::optional(session.unitFactor) : std::nullopt);
+                      column.loadedInUnit ? std::optional(context.unitFactor) : std::nullopt);
         });
 }
 
 // The yearly columns from the last to the first, the quarterly ones from the first.
-void showColumns(const Session& session, SeriesGrid& yearly, SeriesGrid& quarterly) {
+void showColumns(const EntryContext& context, SeriesGrid& yearly, SeriesGrid& quarterly) {
     for (int column = static_cast<int>(yearly.columns().size()); column-- > 0;)
-        showColumn(session, yearly, column);
+        showColumn(context, yearly, column);
     for (int column = 0; column < static_cast<int>(quarterly.columns().size()); ++column)
-        showColumn(session, quarterly, column);
+        showColumn(context, quarterly, column);
 }
 
-void loadSettings(Session& session) {
+void loadSettings(EntryContext& context) {
     std::string symbol;
-    ifPossible([&] { symbol = readSetting(session, setting::currencySymbol).toText(); });
-    session[controls::currencySymbol].showStored(symbol.empty() ? "$" : symbol);
+    ifPossible([&] { symbol = readSetting(context, setting::currencySymbol).toText(); });
+    context[controls::currencySymbol].showStored(symbol.empty() ? "$" : symbol);
     const auto flag = [&](std::string_view name) {
         bool value = false;
-        ifPossible([&] { value = readSetting(session, name).toBoolean(); });
+        ifPossible([&] { value = readSetting(context, name).toBoolean(); });
         return value;
     };
-    session.incomeRow = flag(setting::taxRate) ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
-    session.equityRow = flag(setting::bookValue) ? EquityRow::bookValue : EquityRow::commonEquity;
+    context.incomeRow = flag(setting::taxRate) ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
+    context.equityRow = flag(setting::bookValue) ? EquityRow::bookValue : EquityRow::commonEquity;
 }
 
 // --- committing ---------------------------------------------------------------------------------
@@ -104,16 +104,16 @@ struct DerivedSeries {
     Datum second;
     Derive derive;
     Derive back;
-    bool (*wanted)(const Session&);
+    bool (*wanted)(const EntryContext&);
 };
 
-bool showsBookValue(const Session& s) {
+bool showsBookValue(const EntryContext& s) {
     return s.equityRow == EquityRow::bookValue;
 }
-bool showsIncome(const Session& s) {
+bool showsIncome(const EntryContext& s) {
     return s.incomeRow == IncomeRow::preTaxIncome;
 }
-bool showsTaxRate(const Session& s) {
+bool showsTaxRate(const EntryContext& s) {
     return s.incomeRow == IncomeRow::taxRate;
 }
 
@@ -164,47 +164,47 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
 }
 
 // What the form has chosen and keeps until a commit.
-Variant choiceOf(const Session& session, std::string_view name) {
+Variant choiceOf(const EntryContext& context, std::string_view name) {
     if (name == setting::currencySymbol)
-        return session[controls::currencySymbol].text();
+        return context[controls::currencySymbol].text();
     if (name == setting::leadPeriod)
-        return session[controls::reportingPeriod].listIndex();
-    return name == setting::bookValue ? showsBookValue(session)
-           : name == setting::taxRate ? showsTaxRate(session)
-                                      : session.isLocked();
+        return context[controls::reportingPeriod].listIndex();
+    return name == setting::bookValue ? showsBookValue(context)
+           : name == setting::taxRate ? showsTaxRate(context)
+                                      : context.isLocked();
 }
 
-void putSetting(Session& session, Object& held, std::string_view name) {
-    const Variant chosen = choiceOf(session, name);
+void putSetting(EntryContext& context, Object& held, std::string_view name) {
+    const Variant chosen = choiceOf(context, name);
     held.put(name, chosen);
-    session.settingsSeen[name] = chosen;
+    context.settingsSeen[name] = chosen;
 }
 
 } // namespace
 
-void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
+void loadCompany(EntryContext& context, CompanyFields& fields, SeriesGrid& yearly,
                  SeriesGrid& quarterly) {
-    iVKR_Company& company = *session.company;
+    iVKR_Company& company = *context.company;
     fields.load(LoadStep::otherNumbers);
     fields.load(LoadStep::otherTexts);
 
-    suggest(session, Datum::LastQDateForGrid, Datum::LastQDate, endOfLastYear);
+    suggest(context, Datum::LastQDateForGrid, Datum::LastQDate, endOfLastYear);
     ifPossible([&] { quarterly.showSpan(); });
-    suggest(session, Datum::LastFYDate, Datum::LastFYDate, endOfLastYear);
+    suggest(context, Datum::LastFYDate, Datum::LastFYDate, endOfLastYear);
     ifPossible([&] { company.put_LastFY(company.get_LastFY()); });
     ifPossible([&] { yearly.showSpan(); });
 
     fields.load(LoadStep::choices);
-    ifPossible([&] { loadReportingPeriod(session); });
+    ifPossible([&] { loadReportingPeriod(context); });
     fields.load(LoadStep::companyNumbers);
     for (const Datum datum : {Datum::PriceUpdatedDate, Datum::LastUpdate})
-        suggest(session, datum, datum, today);
+        suggest(context, datum, datum, today);
     fields.load(LoadStep::dates);
     fields.load(LoadStep::prices);
     fields.load(LoadStep::identity);
 
-    showColumns(session, yearly, quarterly);
-    ifPossible([&] { loadSettings(session); });
+    showColumns(context, yearly, quarterly);
+    ifPossible([&] { loadSettings(context); });
     ifPossible([&] { yearly.showChoice(ColumnChoice::income); });
     ifPossible([&] { yearly.showChoice(ColumnChoice::equity); });
     ifPossible([&] { quarterly.showChoice(ColumnChoice::income); });
@@ -221,69 +221,69 @@ void showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterl
     quarterly.showAll();
 }
 
-std::vector<std::pair<std::string_view, Variant>> changedSettings(Session& session) {
+std::vector<std::pair<std::string_view, Variant>> changedSettings(EntryContext& context) {
     std::vector<std::pair<std::string_view, Variant>> changed;
     for (const auto name : followedSettings)
         ifPossible([&] {
-            const auto seen = session.settingsSeen.find(name);
-            const bool known = seen != session.settingsSeen.end();
+            const auto seen = context.settingsSeen.find(name);
+            const bool known = seen != context.settingsSeen.end();
             const std::string before = known ? seen->second.toText() : std::string();
-            const Variant held = readSetting(session, name);
+            const Variant held = readSetting(context, name);
             if (!known || before != held.toText())
                 changed.emplace_back(name, held);
         });
     return changed;
 }
 
-Variant readSetting(Session& session, std::string_view name) {
-    return session.settingsSeen[name] = name == setting::leadPeriod
-                                            ? session.reportingPeriod()->get(name)
-                                            : session.settings()->get(name);
+Variant readSetting(EntryContext& context, std::string_view name) {
+    return context.settingsSeen[name] = name == setting::leadPeriod
+                                            ? context.reportingPeriod()->get(name)
+                                            : context.settings()->get(name);
 }
 
-void loadReportingPeriod(Session& session) {
-    auto& list = session[controls::reportingPeriod];
+void loadReportingPeriod(EntryContext& context) {
+    auto& list = context[controls::reportingPeriod];
     ifPossible([&] {
-        const int chosen = readSetting(session, setting::leadPeriod).toLong();
+        const int chosen = readSetting(context, setting::leadPeriod).toLong();
         list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
     });
     list.acceptText();
 }
 
-void commitCompany(Session& session, std::optional<Date> lastQuarter) {
-    iVKR_Company& company = *session.company;
+void commitCompany(EntryContext& context, std::optional<Date> lastQuarter) {
+    iVKR_Company& company = *context.company;
     // A record that listens has heard of every choice when it was made: what is left is but shown.
-    const ActionScope derived(session.company, {Origin::derived, {}, {}});
+    const ActionScope derived(context.company, {Origin::derived, {}, {}});
     for (const auto& rule : derivedSeries)
-        if (!session.isLocked() && rule.wanted(session))
+        if (!context.isLocked() && rule.wanted(context))
             ifPossible([&] { derive(company, rule); });
     // A record may let the quarter of its series follow the last quarter: not what is being typed.
-    if (const auto& field = session[controls::lastQuarterDate]; field.isTyped())
+    if (const auto& field = context[controls::lastQuarterDate]; field.isTyped())
         ifPossible([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
     if (lastQuarter)
         ifPossible([&] { company.put_LastQDate(*lastQuarter); });
-    if (choiceOf(session, setting::leadPeriod).toLong() >= 0)
-        ifPossible([&] { putSetting(session, *session.reportingPeriod(), setting::leadPeriod); });
+    if (choiceOf(context, setting::leadPeriod).toLong() >= 0)
+        ifPossible([&] { putSetting(context, *context.reportingPeriod(), setting::leadPeriod); });
     ifPossible([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
     // One and the same object: a record may hand out a copy that SettingsApply takes over.
     ifPossible([&] {
-        const auto held = session.settings();
+        const auto held = context.settings();
         for (const auto name : followedSettings)
             if (name != setting::leadPeriod)
-                ifPossible([&] { putSetting(session, *held, name); });
+                ifPossible([&] { putSetting(context, *held, name); });
     });
     ifPossible([&] { static_cast<void>(company.get_SettingsApply()); });
 }
 
-void noteChoice(Session& session, std::string_view name) {
-    const auto& company = session.company;
+void noteChoice(EntryContext& context, std::string_view name) {
+    const auto& company = context.company;
     if (std::dynamic_pointer_cast<ActionListener>(company) == nullptr)
         return;
     ifPossible([&] {
         const bool isPeriod = name == setting::leadPeriod;
-        if (isPeriod && choiceOf(session, name).toLong() < 0)
+        if (isPeriod && choiceOf(context, name).toLong() < 0)
             return;
-        putSetting(session, isPeriod ? *session.reportingPeriod() : *session.settings(), name);
+        putSetting(context, isPeriod ? *context.reportingPeriod() : *context.settings(), name);
         static_cast<void>(isPeriod ? company->get_ReportingPeriodEnd()
                                    : company->get_SettingsApply());
     });

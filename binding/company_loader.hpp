@@ -2,8 +2,8 @@
 #pragma once
 
 #include "binding/company_fields.hpp"
+#include "binding/entry_context.hpp"
 #include "binding/series_grid.hpp"
-#include "binding/session.hpp"
 
 #include <string_view>
 #include <utility>
@@ -11,29 +11,30 @@
 
 namespace vkr {
 
-// Fills the form from the record that the session holds. Every read and write stands under its
+// Fills the form from the record that the context holds. Every read and write stands under its
 // own trap: one that fails leaves its field empty and nothing else. Missing dates are defaulted in
 // the record; nothing else is written.
-void loadCompany(Session& session, CompanyFields& fields, SeriesGrid& yearly,
+void loadCompany(EntryContext& context, CompanyFields& fields, SeriesGrid& yearly,
                  SeriesGrid& quarterly);
 
 // Fills the form anew from the same record, and writes nothing. The settings are another matter:
 // changedSettings.
 void showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterly);
-void loadReportingPeriod(Session& session);
+void loadReportingPeriod(EntryContext& context);
 // A setting of the record, which counts as seen from then on.
-[[nodiscard]] Variant readSetting(Session& session, std::string_view name);
+[[nodiscard]] Variant readSetting(EntryContext& context, std::string_view name);
 // Settings of which somebody else than the form has made another value since it last read or wrote
 // them, with that value. They count as read.
-[[nodiscard]] std::vector<std::pair<std::string_view, Variant>> changedSettings(Session& session);
+[[nodiscard]] std::vector<std::pair<std::string_view, Variant>>
+changedSettings(EntryContext& context);
 
 // A choice of the form was made, of the setting of this name. A record that listens to actions gets
 // it at once, others by the commit.
-void noteChoice(Session& session, std::string_view name);
+void noteChoice(EntryContext& context, std::string_view name);
 
 // Brings the record up to date with the form: the hidden member of each alternative pair, which
 // stays as it is while the data lock is on, the last quarter, if there is one, the reporting period
 // and the settings.
-void commitCompany(Session& session, std::optional<Date> lastQuarter);
+void commitCompany(EntryContext& context, std::optional<Date> lastQuarter);
 
 } // namespace vkr

@@ -9,8 +9,8 @@
 
 namespace vkr {
 
-SeriesGrid::SeriesGrid(Session& session, std::span<const GridColumn> columns)
-    : session_(session), columns_(columns) {
+SeriesGrid::SeriesGrid(EntryContext& context, std::span<const GridColumn> columns)
+    : context_(context), columns_(columns) {
     collectCells();
 }
 
@@ -18,17 +18,17 @@ void SeriesGrid::collectCells() {
     cells_.assign(columns_.size(), {});
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         const auto& array = columns_[column].cells;
-        for (int row = 0; row <= array.last(session_.form); ++row)
-            cells_[column].push_back(&session_[array[row]]);
+        for (int row = 0; row <= array.last(context_.form); ++row)
+            cells_[column].push_back(&context_[array[row]]);
     }
 }
 
 const GridSeries& SeriesGrid::seriesOf(const GridColumn& column) const {
     switch (column.choice) {
     case ColumnChoice::income:
-        return session_.incomeRow == IncomeRow::preTaxIncome ? column.first : *column.second;
+        return context_.incomeRow == IncomeRow::preTaxIncome ? column.first : *column.second;
     case ColumnChoice::equity:
-        return session_.equityRow == EquityRow::commonEquity ? column.first : *column.second;
+        return context_.equityRow == EquityRow::commonEquity ? column.first : *column.second;
     case ColumnChoice::none:
         break;
     }
@@ -50,7 +50,7 @@ DataEntryObject SeriesGrid::objectOf(const Control& control) const {
 }
 
 double SeriesGrid::scaleOf(const GridSeries& series) const {
-    return series.isScaled() ? session_.unitFactor : 1;
+    return series.isScaled() ? context_.unitFactor : 1;
 }
 
 int SeriesGrid::reachableColumns() const {
@@ -61,7 +61,7 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
     const GridColumn& description = columns_[static_cast<std::size_t>(column)];
     const GridSeries& series = seriesOf(description);
     Variant value;
-    ifPossible([&] { value = readSeries(*session_.company, series.series); });
+    ifPossible([&] { value = readSeries(*context_.company, series.series); });
     const VariantArray none;
     const VariantArray& figures = value.isArray() ? value.array() : none;
 
@@ -73,8 +73,8 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
         TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
         const auto element = elementOf(row);
         const bool isReached = element && figures.contains(*element);
-        cell.setRemark(isReached ? session_.remarks.of({series.series, element}) : "");
-        cell.setOrigin(isReached ? session_.origins.of({series.series, element}) : FieldOrigin());
+        cell.setRemark(isReached ? context_.remarks.of({series.series, element}) : "");
+        cell.setOrigin(isReached ? context_.origins.of({series.series, element}) : FieldOrigin());
         if (isReached) {
             shown.push_back(figures.number(*element));
             fields.push_back(&cell);
@@ -83,9 +83,9 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
             cell.setEnabled(false);
         }
     }
-    ShowScaledValueRow(true, description.price ? session_.priceFormat : session_.numberFormat,
+    ShowScaledValueRow(true, description.price ? context_.priceFormat : context_.numberFormat,
                        shown, fields, description.negatives, unitFactor.value_or(scaleOf(series)),
-                       description.price && session_.fractionDisplay);
+                       description.price && context_.fractionDisplay);
 }
 
 void SeriesGrid::show(Datum series) {
@@ -105,8 +105,8 @@ void SeriesGrid::showNotes() {
             if (TextBox& cell = *cells_[column][row]; cell.enabled()) {
                 const FigurePlace place{seriesOf(columns_[column]).series,
                                         elementOf(static_cast<int>(row))};
-                cell.setRemark(session_.remarks.of(place));
-                cell.setOrigin(session_.origins.of(place));
+                cell.setRemark(context_.remarks.of(place));
+                cell.setOrigin(context_.origins.of(place));
             }
 }
 
@@ -148,7 +148,7 @@ void SeriesGrid::showChoice(ColumnChoice choice) {
 void SeriesGrid::followPriceDisplay() {
     follow([](const GridColumn& column) { return column.price; },
            [this](TextField& cell, const std::function<bool()>& showStored) {
-               vkr::followPriceDisplay(!session_.fractionDisplay, cell, showStored);
+               vkr::followPriceDisplay(!context_.fractionDisplay, cell, showStored);
            });
 }
 
@@ -168,9 +168,9 @@ void SeriesGrid::follow(
         if (!concerns(description))
             continue;
         Variant value;
-        if (session_.company != nullptr)
+        if (context_.company != nullptr)
             ifPossible(
-                [&] { value = readSeries(*session_.company, seriesOf(description).series); });
+                [&] { value = readSeries(*context_.company, seriesOf(description).series); });
         const auto column_cells = cells(column);
         for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
             const auto element = elementOf(row);
@@ -193,8 +193,8 @@ void SeriesGrid::clear() {
 
 void SeriesGrid::leave(Cell cell) {
     TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
-    const ActionScope typing(session_.company, typingIn(left));
-    session_.guarded(left, [&] { takeText(cell); });
+    const ActionScope typing(context_.company, typingIn(left));
+    context_.guarded(left, [&] { takeText(cell); });
 }
 
 void SeriesGrid::takeText(Cell cell) {
@@ -204,10 +204,10 @@ void SeriesGrid::takeText(Cell cell) {
     const bool untouched = left.standsForStored();
     const std::string typed = left.text();
     const auto clean = column.price
-                           ? session_.typedText(left.text(), NumericKind::PriceText)
-                           : session_.typedNumber(left.text(), -UnitExponent(scaleOf(series)));
-    checkFieldChange(left, session_);
-    if (session_.company == nullptr || left.locked())
+                           ? context_.typedText(left.text(), NumericKind::PriceText)
+                           : context_.typedNumber(left.text(), -UnitExponent(scaleOf(series)));
+    checkFieldChange(left, context_);
+    if (context_.company == nullptr || left.locked())
         return;
     const auto element = elementOf(cell.row);
     if (!element)
@@ -215,16 +215,16 @@ void SeriesGrid::takeText(Cell cell) {
     if (!untouched) {
         std::string reason = reasonNotToStore();
         if (reason.empty() && !clean.fits)
-            reason = session_.text(text_number::reasonTooLarge);
+            reason = context_.text(text_number::reasonTooLarge);
         if (reason.empty() && !column.negatives && numericValue(clean.text) < 0)
-            reason = session_.text(text_number::reasonNegative);
+            reason = context_.text(text_number::reasonNegative);
         left.setMark(reason.empty() ? FieldMark() : FieldMark{MarkKind::unstored, reason});
         if (left.isUnstored())
             return;
     }
     double stored = 0;
     Variant value;
-    auto refusal = failureOf([&] { value = readSeries(*session_.company, series.series); });
+    auto refusal = failureOf([&] { value = readSeries(*context_.company, series.series); });
     const bool holds = !refusal && attempt([&] {
         VariantArray& figures = value.array();
         if (untouched)
@@ -233,7 +233,7 @@ void SeriesGrid::takeText(Cell cell) {
         figures.setNumber(*element, stored);
     });
     if (holds)
-        refusal = failureOf([&] { writeSeries(*session_.company, series.series, value); });
+        refusal = failureOf([&] { writeSeries(*context_.company, series.series, value); });
     const bool taken = holds && !refusal;
     if (untouched) {
         if (taken)
@@ -241,18 +241,18 @@ void SeriesGrid::takeText(Cell cell) {
         return;
     }
     if (!taken) {
-        left.setMark(session_.refused(refusal.value_or("")));
+        left.setMark(context_.refused(refusal.value_or("")));
         return;
     }
     showStored(cell, stored);
-    session_.tellLeftOut(left, typed, clean.leftOut);
-    session_.markChanged(); // also where the text was refused before, and the host has saved since
+    context_.tellLeftOut(left, typed, clean.leftOut);
+    context_.markChanged(); // also where the text was refused before, and the host has saved since
     this->stored(cell);
 }
 
 std::optional<SeriesGrid::Cell> SeriesGrid::activeCell() const {
-    const Control* active = session_.form.activeControl();
-    return active != nullptr && session_.form.hasFocus() ? find(*active) : std::nullopt;
+    const Control* active = context_.form.activeControl();
+    return active != nullptr && context_.form.hasFocus() ? find(*active) : std::nullopt;
 }
 
 void SeriesGrid::settleCell() {
@@ -261,7 +261,7 @@ void SeriesGrid::settleCell() {
 }
 
 void SeriesGrid::selectCell() {
-    session_.form.settleFocus(); // the cell may show a period that the series does not reach
+    context_.form.settleFocus(); // the cell may show a period that the series does not reach
     if (const auto cell = activeCell())
         enter(*cell);
 }
@@ -277,14 +277,14 @@ void SeriesGrid::showElement(Cell cell) {
     const Datum series = seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series;
     cells(cell.column)[static_cast<std::size_t>(cell.row)]->showStored("");
     ifPossible([&] {
-        const Variant value = readSeries(*session_.company, series);
+        const Variant value = readSeries(*context_.company, series);
         if (const auto element = elementOf(cell.row); element && value.array().contains(*element))
             showStored(cell, value.array().number(*element));
     });
 }
 
 std::string SeriesGrid::nameOf(const GridSeries& series) const {
-    return series.name == 0 ? std::string(series.nameWithoutNumber) : session_.text(series.name);
+    return series.name == 0 ? std::string(series.nameWithoutNumber) : context_.text(series.name);
 }
 
 std::vector<std::string> SeriesGrid::shiftAll(int periods) {
@@ -299,7 +299,7 @@ std::vector<std::string> SeriesGrid::shiftAll(int periods) {
 // False where figures stay that the record has.
 bool SeriesGrid::shiftSeries(Datum series, int periods) {
     Variant value;
-    if (!attempt([&] { value = readSeries(*session_.company, series); }))
+    if (!attempt([&] { value = readSeries(*context_.company, series); }))
         return false;
     if (!value.isArray())
         return true;
@@ -316,7 +316,7 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
         for (std::int64_t element = periods > 0 ? upper : lower;
              element >= lower && element <= upper; element += step)
             figures.setNumber(static_cast<int>(element), moved(element));
-        writeSeries(*session_.company, series, value);
+        writeSeries(*context_.company, series, value);
     });
 }
 
@@ -326,21 +326,21 @@ void SeriesGrid::tellStayed(const std::vector<std::string>& names) {
     std::string list;
     for (const auto& name : names)
         list += (list.empty() ? "" : ", ") + name;
-    session_.message(session_.text(text_number::figuresStayed) + "\r" + list,
+    context_.message(context_.text(text_number::figuresStayed) + "\r" + list,
                      message_box::exclamationIcon);
 }
 
 void SeriesGrid::tellRefused(std::string_view words) {
-    session_.message(session_.refusedText(words), message_box::exclamationIcon);
+    context_.message(context_.refusedText(words), message_box::exclamationIcon);
 }
 
 void SeriesGrid::showStored(Cell cell, double stored) {
     const GridColumn& column = columns_[static_cast<std::size_t>(cell.column)];
     TextBox& shown = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     ShowScaledValue(ScaledForDisplay(stored, scaleOf(seriesOf(column))),
-                    column.price ? session_.priceFormat : session_.numberFormat, shown,
+                    column.price ? context_.priceFormat : context_.numberFormat, shown,
                     column.negatives);
-    if (column.price && session_.fractionDisplay)
+    if (column.price && context_.fractionDisplay)
         ConvertPriceText(false, shown);
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "binding/block_placing.hpp"
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "form/form_layout.hpp"
 
 #include <functional>
@@ -29,7 +29,7 @@ class SeriesGrid {
         double stored;
     };
 
-    SeriesGrid(Session& session, std::span<const GridColumn> columns);
+    SeriesGrid(EntryContext& context, std::span<const GridColumn> columns);
     virtual ~SeriesGrid() = default;
     SeriesGrid(const SeriesGrid&) = delete;
     SeriesGrid& operator=(const SeriesGrid&) = delete;
@@ -120,7 +120,7 @@ class SeriesGrid {
     void tellStayed(const std::vector<std::string>& names);
     void tellRefused(std::string_view words); // of the record
 
-    Session& session_;
+    EntryContext& context_;
 
   private:
     [[nodiscard]] std::optional<Cell> activeCell() const;

@@ -14,19 +14,19 @@ std::string SeriesGrid::nameOf(int column) const {
 
 std::string SeriesGrid::headOf(int column) const {
     const bool inUnit = seriesOf(columns_[static_cast<std::size_t>(column)]).isScaled();
-    const int number = session_.unit == 3   ? text_number::unitThousands
-                       : session_.unit == 9 ? text_number::unitBillions
+    const int number = context_.unit == 3   ? text_number::unitThousands
+                       : context_.unit == 9 ? text_number::unitBillions
                                             : text_number::unitMillions;
-    return inUnit ? nameOf(column) + " " + session_.text(number) : nameOf(column);
+    return inUnit ? nameOf(column) + " " + context_.text(number) : nameOf(column);
 }
 
 std::optional<double> SeriesGrid::held(Cell cell) const {
     std::optional<double> figure;
     const auto element = elementOf(cell.row);
-    if (element && session_.company != nullptr)
+    if (element && context_.company != nullptr)
         ifPossible([&] {
             const Variant value =
-                readSeries(*session_.company,
+                readSeries(*context_.company,
                            seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series);
             if (value.isArray() && value.array().contains(*element))
                 figure = value.array().number(*element);
@@ -39,11 +39,11 @@ std::string SeriesGrid::exactText(int column, double stored) const {
         return {};
     const double scale = scaleOf(seriesOf(columns_[static_cast<std::size_t>(column)]));
     return exchangeMarks(shiftDecimalPoint(exactNumberText(stored), UnitExponent(scale)),
-                         session_.form.numberMarks());
+                         context_.form.numberMarks());
 }
 
 std::optional<std::string> SeriesGrid::put(std::span<const Figure> figures, const Action& action) {
-    const Session::Work work(session_);
+    const EntryContext::UpdateScope updating(context_);
     std::vector<DatumChange> changes;
     for (const auto& [cell, stored] : figures)
         changes.push_back(
@@ -51,14 +51,14 @@ std::optional<std::string> SeriesGrid::put(std::span<const Figure> figures, cons
              .element = elementOf(cell.row),
              .before = held(cell).value_or(0),
              .after = stored});
-    const ActionScope scope(session_.company, action);
-    if (auto refusal = applyChanges(*session_.company, changes))
+    const ActionScope scope(context_.company, action);
+    if (auto refusal = applyChanges(*context_.company, changes))
         return refusal;
-    session_.markChanged();
-    const Form::Update update(session_.form);
+    context_.markChanged();
+    const Form::Update update(context_.form);
     for (const auto& [cell, figure] : figures)
         showElement(cell);
-    const ActionScope derived(session_.company, {Origin::derived, {}, {}});
+    const ActionScope derived(context_.company, {Origin::derived, {}, {}});
     for (const auto& [cell, figure] : figures)
         stored(cell);
     return std::nullopt;

@@ -97,7 +97,7 @@ void SeriesGrid::moveWithinColumns(Cell cell, KeyCode& key, bool upward) {
         (upward ? neighbours.back() : neighbours.front())->setFocus();
         return;
     }
-    const Session::Work work(session_);
+    const EntryContext::UpdateScope updating(context_);
     settleCell(); // the end of the grid: stored all the same, as everywhere else
     selectCell();
 }

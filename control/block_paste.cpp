@@ -72,20 +72,20 @@ bool isRate(Datum series) {
 
 } // namespace
 
-std::string countedText(const Session& session, int number, int count) {
-    std::string text = session.text(count == 1 ? number : number + 1);
+std::string countedText(const EntryContext& context, int number, int count) {
+    std::string text = context.text(count == 1 ? number : number + 1);
     ReplaceAll(text, "%1", std::to_string(count));
     return text;
 }
 
-BlockPaste::BlockPaste(const Session& session, const SeriesGrid& grid, SeriesGrid::Cell at,
+BlockPaste::BlockPaste(const EntryContext& context, const SeriesGrid& grid, SeriesGrid::Cell at,
                        CellTexts cells, std::optional<char> decimal, const OriginOf& originOf)
-    : session_(session), grid_(grid), placing_(std::move(cells), gridAt(at, originOf), decimal),
-      caption_(session.text(text_number::pasteCaption)),
-      cancelCaption_(session.text(text_number::pasteCancel)) {
+    : context_(context), grid_(grid), placing_(std::move(cells), gridAt(at, originOf), decimal),
+      caption_(context.text(text_number::pasteCaption)),
+      cancelCaption_(context.text(text_number::pasteCancel)) {
     ReplaceAll(caption_, "%1", grid.box(at).accessibleName());
     for (int head = 0; head < 6; ++head)
-        heads_.push_back(session.text(text_number::firstPasteHead + head));
+        heads_.push_back(context.text(text_number::firstPasteHead + head));
     tell();
 }
 
@@ -101,7 +101,7 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
                                 .rate = isRate(shown.series),
                                 .inUnit = shown.isScaled()});
         series.push_back(
-            attemptOr(Variant(), [&] { return readSeries(*session_.company, shown.series); }));
+            attemptOr(Variant(), [&] { return readSeries(*context_.company, shown.series); }));
     }
     for (int row = 0; row < grid_.rowCount(); ++row)
         grid.rows.push_back(grid_.periodOf(row));
@@ -109,16 +109,16 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
     grid.newestOnTop = grid_.isQuarterly();
     grid.column = at.column;
     grid.row = at.row;
-    grid.unit = session_.unit;
-    grid.unitNames = {{session_.text(text_number::unitThousands), 3},
-                      {session_.text(text_number::unitMillions), 6},
-                      {session_.text(text_number::unitBillions), 9}};
-    grid.decimal = session_.form.numberMarks().decimal;
-    const Date today = attemptOr(Date{}, [&] { return session_.services.today(); });
-    grid.dateOf = [today, pattern = session_.dateFormat](std::string_view text) {
+    grid.unit = context_.unit;
+    grid.unitNames = {{context_.text(text_number::unitThousands), 3},
+                      {context_.text(text_number::unitMillions), 6},
+                      {context_.text(text_number::unitBillions), 9}};
+    grid.decimal = context_.form.numberMarks().decimal;
+    const Date today = attemptOr(Date{}, [&] { return context_.services.today(); });
+    grid.dateOf = [today, pattern = context_.dateFormat](std::string_view text) {
         const auto read =
             attemptOr(std::optional<Date>(), [&] { return readDate(text, today, pattern); });
-        return read && Session::isValidDate(*read) ? read : std::nullopt;
+        return read && EntryContext::isValidDate(*read) ? read : std::nullopt;
     };
     std::vector<std::optional<int>> elements;
     for (int row = 0; row < grid_.rowCount(); ++row)
@@ -198,9 +198,9 @@ void BlockPaste::tellSwitches() {
     using namespace text_number;
     const BlockSwitches& set = placing_.switches();
     const bool headed = set.byPeriods && placing_.hasPeriods();
-    const auto say = [&](int number) { return session_.text(number); };
-    const int shown = session_.unit == 3   ? unitThousands
-                      : session_.unit == 9 ? unitBillions
+    const auto say = [&](int number) { return context_.text(number); };
+    const int shown = context_.unit == 3   ? unitThousands
+                      : context_.unit == 9 ? unitBillions
                                            : unitMillions;
     std::vector<std::string> unitEntries = {say(unitAsShown) + " " + say(shown)};
     for (const int caption : captionsOfUnits)
@@ -228,10 +228,10 @@ void BlockPaste::tellSwitches() {
 std::string BlockPaste::remarkOf(const PlacedCell& cell) const {
     std::string remark;
     for (const auto& [kind, detail] : cell.comments) {
-        std::string text = session_.text(text_number::firstRemark + static_cast<int>(kind));
+        std::string text = context_.text(text_number::firstRemark + static_cast<int>(kind));
         const bool figure = kind == BlockRemark::otherReading;
         ReplaceAll(text, "%1",
-                   figure ? exchangeMarks(detail, session_.form.numberMarks()) : detail);
+                   figure ? exchangeMarks(detail, context_.form.numberMarks()) : detail);
         remark += (remark.empty() ? "" : " ") + text;
     }
     return remark;
@@ -260,14 +260,14 @@ void BlockPaste::tell() {
     const int leftOut = placing_.leftOut();
     const auto doubts =
         static_cast<int>(std::ranges::count(lines_, PasteFate::doubtful, &PasteLine::fate));
-    summary_ = taken == 0 ? session_.text(text_number::sumNothing)
-                          : countedText(session_, text_number::sumTaken, taken);
+    summary_ = taken == 0 ? context_.text(text_number::sumNothing)
+                          : countedText(context_, text_number::sumTaken, taken);
     if (leftOut > 0 && taken > 0)
-        summary_ += " " + countedText(session_, text_number::sumLeftOut, leftOut);
+        summary_ += " " + countedText(context_, text_number::sumLeftOut, leftOut);
     if (doubts > 0)
-        summary_ += " " + countedText(session_, text_number::sumDoubtful, doubts);
-    okCaption_ = taken == 0 ? session_.text(text_number::pasteNothing)
-                            : countedText(session_, text_number::pasteOk, taken);
+        summary_ += " " + countedText(context_, text_number::sumDoubtful, doubts);
+    okCaption_ = taken == 0 ? context_.text(text_number::pasteNothing)
+                            : countedText(context_, text_number::pasteOk, taken);
 }
 
 } // namespace vkr

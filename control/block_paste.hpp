@@ -18,8 +18,8 @@ using OriginOf = std::function<std::optional<Origin>(Datum series, int element)>
 class BlockPaste final : public PasteForm {
   public:
     // `originOf` may be empty. Nothing of the record is read after this.
-    BlockPaste(const Session& session, const SeriesGrid& grid, SeriesGrid::Cell at, CellTexts cells,
-               std::optional<char> decimal, const OriginOf& originOf);
+    BlockPaste(const EntryContext& context, const SeriesGrid& grid, SeriesGrid::Cell at,
+               CellTexts cells, std::optional<char> decimal, const OriginOf& originOf);
 
     void show(Services& services) { services.showPaste(*this); }
     [[nodiscard]] bool accepted() const { return accepted_; }
@@ -44,7 +44,7 @@ class BlockPaste final : public PasteForm {
     void tell();
     void tellSwitches();
 
-    const Session& session_;
+    const EntryContext& context_;
     const SeriesGrid& grid_;
     BlockPlacing placing_;
     std::string caption_;
@@ -59,6 +59,6 @@ class BlockPaste final : public PasteForm {
 };
 
 // A text of a count: `number` of one, the next one of several.
-[[nodiscard]] std::string countedText(const Session& session, int number, int count);
+[[nodiscard]] std::string countedText(const EntryContext& context, int number, int count);
 
 } // namespace vkr

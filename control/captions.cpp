@@ -26,16 +26,16 @@ const GridColumn& optionColumn(std::span<const GridColumn> columns, ColumnChoice
 
 } // namespace
 
-Captions::Captions(Session& session) : session_(session) {}
+Captions::Captions(EntryContext& context) : context_(context) {}
 
 void Captions::pass() {
-    for (const auto& control : session_.form.controls()) {
+    for (const auto& control : context_.form.controls()) {
         if (!control->hasCaption() || tagIsData(*control))
             continue;
         const double number = leadingNumber(control->tag());
         if (number > 0)
             ifPossible([&] {
-                const std::string text = session_.localizer->LoadString(static_cast<int>(number));
+                const std::string text = context_.localizer->LoadString(static_cast<int>(number));
                 if (const auto caption = trimmed(text); !caption.empty()) {
                     control->setCaption(caption);
                     if (controls::unitLabel.holds(*control))
@@ -44,51 +44,51 @@ void Captions::pass() {
             });
         control->setTag("");
     }
-    if (session_.company != nullptr)
+    if (context_.company != nullptr)
         followUnit();
-    nameFields(session_.form);
+    nameFields(context_.form);
 }
 
 std::string Captions::unitSuffix() const {
-    switch (session_.unit) {
+    switch (context_.unit) {
     case 3:
-        return " " + session_.text(text_number::unitThousands);
+        return " " + context_.text(text_number::unitThousands);
     case 9:
-        return " " + session_.text(text_number::unitBillions);
+        return " " + context_.text(text_number::unitBillions);
     default:
-        return " " + session_.text(text_number::unitMillions);
+        return " " + context_.text(text_number::unitMillions);
     }
 }
 
 void Captions::followUnit() {
-    for (const auto& [number, label] : controls::unitLabel.all(session_.form)) {
+    for (const auto& [number, label] : controls::unitLabel.all(context_.form)) {
         const auto bare = unitCaptions_.try_emplace(number, label->caption()).first;
         label->setCaption(bare->second + unitSuffix());
     }
     followOptions();
-    nameFields(session_.form);
+    nameFields(context_.form);
 }
 
 void Captions::followOptions() {
     const auto caption = [this](const GridSeries& series) {
-        return session_.text(series.name) + (series.isScaled() ? unitSuffix() : std::string());
+        return context_.text(series.name) + (series.isScaled() ? unitSuffix() : std::string());
     };
     const auto& incomes = optionColumn(yearlyColumns(), ColumnChoice::income);
     const std::string income =
-        session_.incomeRow == IncomeRow::preTaxIncome
+        context_.incomeRow == IncomeRow::preTaxIncome
             ? caption(incomes.first)
-            : caption(*incomes.second) + " " + session_.text(text_number::unitPercent);
-    session_[controls::yearlyIncomeHead].setCaption(income);
-    session_[controls::quarterlyIncomeHead].setCaption(income);
+            : caption(*incomes.second) + " " + context_.text(text_number::unitPercent);
+    context_[controls::yearlyIncomeHead].setCaption(income);
+    context_[controls::quarterlyIncomeHead].setCaption(income);
     const auto& equities = optionColumn(yearlyColumns(), ColumnChoice::equity);
-    session_[controls::yearlyEquityHead].setCaption(
-        caption(session_.equityRow == EquityRow::commonEquity ? equities.first : *equities.second));
+    context_[controls::yearlyEquityHead].setCaption(
+        caption(context_.equityRow == EquityRow::commonEquity ? equities.first : *equities.second));
 }
 
 void Captions::showCurrency() {
-    const std::string symbol = literalCaption(session_[controls::currencySymbol].text());
+    const std::string symbol = literalCaption(context_[controls::currencySymbol].text());
     for (const auto& signs : {controls::currency, controls::quarterlyCurrency})
-        for (const auto& [number, label] : signs.all(session_.form))
+        for (const auto& [number, label] : signs.all(context_.form))
             label->setCaption(symbol);
 }
 

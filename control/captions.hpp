@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 
 #include <map>
 #include <string>
@@ -11,7 +11,7 @@ namespace vkr {
 // Captions from the localizer, and those that follow the display options.
 class Captions {
   public:
-    explicit Captions(Session& session);
+    explicit Captions(EntryContext& context);
 
     // Replaces every design caption that has a string number by the localizer's text. Numbers are
     // used up by the first pass.
@@ -24,7 +24,7 @@ class Captions {
   private:
     [[nodiscard]] std::string unitSuffix() const;
 
-    Session& session_;
+    EntryContext& context_;
     std::map<int, std::string> unitCaptions_; // of lblUnit, without the unit
 };
 

@@ -57,8 +57,8 @@ std::optional<CellCommands::Place> CellCommands::placeOf(const Control& control)
 }
 
 std::optional<CellCommands::Place> CellCommands::focused() const {
-    const Control* active = session_.form.activeControl();
-    return active != nullptr && session_.form.hasFocus() ? placeOf(*active) : std::nullopt;
+    const Control* active = context_.form.activeControl();
+    return active != nullptr && context_.form.hasFocus() ? placeOf(*active) : std::nullopt;
 }
 
 CellSelection::Span CellCommands::spanOf(const Place& place) const {
@@ -87,7 +87,7 @@ bool CellCommands::key(Control& control, KeyCode key, int shift) {
     auto& field = static_cast<TextField&>(control);
     if (pastes(key, shift)) {
         const bool refused = field.locked() && attemptOr(false, [&] {
-                                 return isBlock(cellsOf(session_.services.clipboardText()));
+                                 return isBlock(cellsOf(context_.services.clipboardText()));
                              });
         return refused && !mayChange(*place);
     }
@@ -143,7 +143,7 @@ bool CellCommands::keyWithShift(const Place& place, TextField& field, KeyCode ke
 }
 
 void CellCommands::extend(const Place& place, KeyCode key) {
-    const Session::Work work(session_);
+    const EntryContext::UpdateScope updating(context_);
     if (!selection_.isActive())
         place.grid->settleCell();
     Cell end = selection_.isActive() ? selection_.end() : place.cell;
@@ -157,7 +157,7 @@ void CellCommands::extend(const Place& place, KeyCode key) {
 }
 
 bool CellCommands::selectAll(const Place& place) {
-    const Session::Work work(session_);
+    const EntryContext::UpdateScope updating(context_);
     place.grid->settleCell();
     selection_.setAll(*place.grid);
     return true;
@@ -166,9 +166,9 @@ bool CellCommands::selectAll(const Place& place) {
 bool CellCommands::drag(Control& pressed, Control& over) {
     const auto from = placeOf(pressed);
     const auto to = placeOf(over);
-    if (!from || !to || from->grid != to->grid || session_.form.activeControl() != &pressed)
+    if (!from || !to || from->grid != to->grid || context_.form.activeControl() != &pressed)
         return false;
-    const Session::Work work(session_);
+    const EntryContext::UpdateScope updating(context_);
     if (!selection_.isActive())
         from->grid->settleCell();
     selection_.set(*from->grid, from->cell, to->cell);
@@ -178,12 +178,12 @@ bool CellCommands::drag(Control& pressed, Control& over) {
 }
 
 bool CellCommands::settle(const Place& place) {
-    const auto settled = session_.company;
+    const auto settled = context_.company;
     {
-        const Session::Work work(session_); // the host hears of it when it is done
+        const EntryContext::UpdateScope updating(context_); // the host hears of it when it is done
         place.grid->settleCell();
     }
-    return session_.company == settled;
+    return context_.company == settled;
 }
 
 // --- menu ----------------------------------------------------------------------------------------
@@ -197,7 +197,7 @@ std::optional<MenuCells> CellCommands::selectedWith(const Control& control) cons
     if (column < span.firstColumn || column > span.lastColumn || row < span.firstRow ||
         row > span.lastRow)
         return std::nullopt;
-    return MenuCells{session_.company != nullptr && !session_.isLocked(),
+    return MenuCells{context_.company != nullptr && !context_.isLocked(),
                      place->grid->isQuarterly()};
 }
 
@@ -252,7 +252,7 @@ bool CellCommands::copy(bool withHeadings) {
                                : grid.exactText(column, grid.held({column, row}).value_or(0)));
         }
     }
-    ifPossible([&] { session_.services.setClipboardText(clipboardText(cells)); });
+    ifPossible([&] { context_.services.setClipboardText(clipboardText(cells)); });
     return true;
 }
 
@@ -273,15 +273,15 @@ void CellCommands::preview(const Place& place, CellTexts cells, std::string_view
         return;
     const auto span = spanOf(place);
     const auto decimal = attemptOr(std::optional<char>(), [&] {
-        return session_.services.clipboardText() == text ? session_.services.clipboardDecimalMark()
+        return context_.services.clipboardText() == text ? context_.services.clipboardDecimalMark()
                                                          : std::nullopt;
     });
-    const auto asked = session_.company; // the host may hand in another one meanwhile
+    const auto asked = context_.company; // the host may hand in another one meanwhile
     const auto meaning = meaningOf(*place.grid);
-    BlockPaste form(session_, *place.grid, {span.firstColumn, span.firstRow}, std::move(cells),
+    BlockPaste form(context_, *place.grid, {span.firstColumn, span.firstRow}, std::move(cells),
                     decimal, originOf_);
-    ifPossible([&] { form.show(session_.services); });
-    if (!form.accepted() || session_.company != asked || meaningOf(*place.grid) != meaning ||
+    ifPossible([&] { form.show(context_.services); });
+    if (!form.accepted() || context_.company != asked || meaningOf(*place.grid) != meaning ||
         !mayChange(place))
         return;
     selection_.clear();
@@ -292,12 +292,12 @@ void CellCommands::preview(const Place& place, CellTexts cells, std::string_view
 
 bool CellCommands::mayChange(const Place& place) {
     TextBox& field = place.grid->box(place.cell);
-    if (session_.company == nullptr)
+    if (context_.company == nullptr)
         return false;
-    if (session_.isLocked() || field.locked())
-        session_.tellRefused(field, text_number::dataLocked);
+    if (context_.isLocked() || field.locked())
+        context_.tellRefused(field, text_number::dataLocked);
     else if (!place.grid->reasonNotToStore().empty())
-        session_.tellRefused(field, text_number::reasonNoQuarter);
+        context_.tellRefused(field, text_number::reasonNoQuarter);
     else
         return true;
     return false;
@@ -307,12 +307,12 @@ void CellCommands::put(const Place& place, std::vector<SeriesGrid::Figure> figur
                        Origin origin) {
     if (figures.empty())
         return;
-    const Session::Work work(session_);
+    const EntryContext::UpdateScope updating(context_);
     const int count = static_cast<int>(figures.size());
     if (const auto refusal = place.grid->put(
             figures,
-            {.origin = origin, .name = countedText(session_, name, count), .document = {}}))
-        session_.message(session_.refusedText(*refusal), message_box::exclamationIcon);
+            {.origin = origin, .name = countedText(context_, name, count), .document = {}}))
+        context_.message(context_.refusedText(*refusal), message_box::exclamationIcon);
     place.grid->selectCell();
 }
 

@@ -19,9 +19,9 @@ namespace vkr {
 class CellCommands {
   public:
     // `originOf` is the host's, and may be set later.
-    CellCommands(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly,
+    CellCommands(EntryContext& context, YearlyGrid& yearly, QuarterlyGrid& quarterly,
                  const OriginOf& originOf)
-        : session_(session), yearly_(yearly), quarterly_(quarterly), originOf_(originOf) {}
+        : context_(context), yearly_(yearly), quarterly_(quarterly), originOf_(originOf) {}
 
     // True where the key was one of these commands.
     [[nodiscard]] bool key(Control& control, KeyCode key, int shift);
@@ -64,7 +64,7 @@ class CellCommands {
     [[nodiscard]] bool mayChange(const Place& place);
     void put(const Place& place, std::vector<SeriesGrid::Figure> figures, int name, Origin origin);
 
-    Session& session_;
+    EntryContext& context_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;
     const OriginOf& originOf_;

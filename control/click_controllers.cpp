@@ -24,49 +24,49 @@ class ClickController final : public Controller {
 
 class OptionController final : public Controller {
   public:
-    OptionController(Session& session, OptionsHost& options)
-        : session_(session), options_(options) {}
+    OptionController(EntryContext& context, OptionsHost& options)
+        : context_(context), options_(options) {}
     void click(Control& control) override {
-        session_.hideHelpFrame();
+        context_.hideHelpFrame();
         clickOption(control, options_);
     }
 
   private:
-    Session& session_;
+    EntryContext& context_;
     OptionsHost& options_;
 };
 
 // The bar that pans the yearly grid.
 class YearlyBarController final : public Controller {
   public:
-    YearlyBarController(Session& session, YearlyGrid& yearly)
-        : session_(session), yearly_(yearly) {}
+    YearlyBarController(EntryContext& context, YearlyGrid& yearly)
+        : context_(context), yearly_(yearly) {}
     void scroll() override {
-        session_.hideHelpFrame(); // its control is elsewhere now
+        context_.hideHelpFrame(); // its control is elsewhere now
         yearly_.pan();
     }
 
   private:
-    Session& session_;
+    EntryContext& context_;
     YearlyGrid& yearly_;
 };
 
 // What moves the quarters: the bar, the spinner, and the labels of the rows.
 class QuartersController final : public Controller {
   public:
-    QuartersController(Session& session, QuarterlyGrid& quarterly, LastQuarter& lastQuarter)
-        : session_(session), quarterly_(quarterly), lastQuarter_(lastQuarter) {}
+    QuartersController(EntryContext& context, QuarterlyGrid& quarterly, LastQuarter& lastQuarter)
+        : context_(context), quarterly_(quarterly), lastQuarter_(lastQuarter) {}
     void scroll() override {
-        session_.hideHelpFrame();
+        context_.hideHelpFrame();
         quarterly_.scroll();
     }
     void spin(int steps) override { lastQuarter_.move(steps); }
-    void click(Control& /*control*/) override { session_.hideHelpFrame(); }
+    void click(Control& /*control*/) override { context_.hideHelpFrame(); }
     // The quarter of the row becomes the last one.
     void doubleClick(Control& control) override { lastQuarter_.move(-control.index()); }
 
   private:
-    Session& session_;
+    EntryContext& context_;
     QuarterlyGrid& quarterly_;
     LastQuarter& lastQuarter_;
 };
@@ -84,34 +84,35 @@ void ClickControllers::onClick(std::string_view name, Act act) {
     add<ClickController<Act>>(name, std::move(act));
 }
 
-ClickControllers::ClickControllers(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly,
-                                   LastQuarter& lastQuarter, Options& options, DataLock& lock,
-                                   MoreHelp& help, Controllers& controllers)
+ClickControllers::ClickControllers(EntryContext& context, YearlyGrid& yearly,
+                                   QuarterlyGrid& quarterly, LastQuarter& lastQuarter,
+                                   Options& options, DataLock& lock, MoreHelp& help,
+                                   Controllers& controllers)
     : controllers_(controllers) {
     onClick(controls::addYear.name, [&yearly] { yearly.addYear(); });
     onClick(controls::removeYear.name, [&yearly] { yearly.removeYear(); });
     onClick(controls::addQuarter.name, [&lastQuarter] { lastQuarter.add(); });
     onClick(controls::help.name, [&help] { help.aboutPage(); });
     onClick(controls::moreHelp.name, [&help] { help.aboutObject(); });
-    onClick(controls::lock.name, [&session, &lock, &yearly, &quarterly] {
-        const Session::Work work(
-            session, Action{Origin::typed, withoutMnemonic(session[controls::lock].caption()), {}});
-        session.hideHelpFrame();
+    onClick(controls::lock.name, [&context, &lock, &yearly, &quarterly] {
+        const EntryContext::UpdateScope updating(
+            context, Action{Origin::typed, withoutMnemonic(context[controls::lock].caption()), {}});
+        context.hideHelpFrame();
         lock.apply();
         yearly.shade();
         quarterly.shade();
-        if (session.company != nullptr)
-            noteChoice(session, setting::lockBasicInfo);
-        session.markChanged();
+        if (context.company != nullptr)
+            noteChoice(context, setting::lockBasicInfo);
+        context.markChanged();
     });
     for (const auto option :
          {controls::unitOption.name, controls::displayOption.name, controls::equityOption.name,
           controls::incomeOption.name, controls::colorButton.name})
-        add<OptionController>(option, session, options);
-    add<YearlyBarController>(controls::yearlyBar.name, session, yearly);
+        add<OptionController>(option, context, options);
+    add<YearlyBarController>(controls::yearlyBar.name, context, yearly);
     for (const auto mover :
          {controls::quarterlyBar.name, controls::quarterSpinner.name, controls::quarterLabel.name})
-        add<QuartersController>(mover, session, quarterly, lastQuarter);
+        add<QuartersController>(mover, context, quarterly, lastQuarter);
 }
 
 } // namespace vkr

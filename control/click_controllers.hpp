@@ -17,7 +17,7 @@ namespace vkr {
 // bars and spinner of the grids. A click anywhere else hides the help frame.
 class ClickControllers {
   public:
-    ClickControllers(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly,
+    ClickControllers(EntryContext& context, YearlyGrid& yearly, QuarterlyGrid& quarterly,
                      LastQuarter& lastQuarter, Options& options, DataLock& lock, MoreHelp& help,
                      Controllers& controllers);
 
@@ -35,11 +35,11 @@ class ClickControllers {
 // A label or frame: nothing happens at it.
 class SilentController final : public Controller {
   public:
-    explicit SilentController(Session& session) : session_(session) {}
-    void click(Control& /*control*/) override { session_.hideHelpFrame(); }
+    explicit SilentController(EntryContext& context) : context_(context) {}
+    void click(Control& /*control*/) override { context_.hideHelpFrame(); }
 
   private:
-    Session& session_;
+    EntryContext& context_;
 };
 
 } // namespace vkr

@@ -14,18 +14,18 @@ constexpr Handle<TextBox> settledByOk[] = {controls::lastUpdate, controls::price
 
 void OkButton::click(Control& /*control*/) {
     settleDates();
-    if (settlesOnly_ || session_.dates.isPending())
+    if (settlesOnly_ || context_.dates.isPending())
         return;
-    if (session_.company != nullptr && entry_.hasSkippedDate())
+    if (context_.company != nullptr && entry_.hasSkippedDate())
         entry_.leavePendingDates();
     else
         host_.unloadRequest(ulConfirm);
 }
 
 void OkButton::settleDates() {
-    const Session::Work work(session_);
+    const EntryContext::UpdateScope updating(context_);
     for (const auto& handle : settledByOk) {
-        auto& field = session_[handle];
+        auto& field = context_[handle];
         if (field.isTyped())
             fields_.leave(*fields_.find(field));
     }
@@ -40,15 +40,15 @@ void CancelButton::key(Control& /*control*/, KeyCode& key, int shift) {
 }
 
 void CancelButton::click(Control& /*control*/) {
-    session_.dates.setSkipped(false);
+    context_.dates.setSkipped(false);
     host_.unloadRequest(ulCancel);
 }
 
 void CancelButton::pressEnded() {
     // Given up without a click: the date that was skipped has been left after all.
-    if (!session_.dates.isSkipped())
+    if (!context_.dates.isSkipped())
         return;
-    session_.dates.setSkipped(false);
+    context_.dates.setSkipped(false);
     entry_.leavePendingDates();
 }
 

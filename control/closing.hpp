@@ -12,17 +12,17 @@ namespace vkr {
 // settles this date alone, and the next one asks the host to close.
 class OkButton final : public Controller {
   public:
-    OkButton(Session& session, CompanyFields& fields, FieldControllers& entry, HostLine& host)
-        : session_(session), fields_(fields), entry_(entry), host_(host) {}
+    OkButton(EntryContext& context, CompanyFields& fields, FieldControllers& entry, HostLine& host)
+        : context_(context), fields_(fields), entry_(entry), host_(host) {}
 
-    void mouseDown() override { settlesOnly_ = session_.dates.isPending(); }
+    void mouseDown() override { settlesOnly_ = context_.dates.isPending(); }
     void click(Control& control) override;
     void pressEnded() override { settlesOnly_ = false; }
 
   private:
     void settleDates();
 
-    Session& session_;
+    EntryContext& context_;
     CompanyFields& fields_;
     FieldControllers& entry_;
     HostLine& host_;
@@ -33,16 +33,16 @@ class OkButton final : public Controller {
 // the host stays open, it is still to be left.
 class CancelButton final : public Controller {
   public:
-    CancelButton(Session& session, FieldControllers& entry, Pages& pages, HostLine& host)
-        : session_(session), entry_(entry), pages_(pages), host_(host) {}
+    CancelButton(EntryContext& context, FieldControllers& entry, Pages& pages, HostLine& host)
+        : context_(context), entry_(entry), pages_(pages), host_(host) {}
 
     void key(Control& control, KeyCode& key, int shift) override;
-    void mouseDown() override { session_.dates.setSkipped(true); }
+    void mouseDown() override { context_.dates.setSkipped(true); }
     void click(Control& control) override;
     void pressEnded() override;
 
   private:
-    Session& session_;
+    EntryContext& context_;
     FieldControllers& entry_;
     Pages& pages_;
     HostLine& host_;

@@ -5,14 +5,14 @@
 
 namespace vkr {
 
-DataLock::DataLock(Session& session) : session_(session) {
+DataLock::DataLock(EntryContext& context) : context_(context) {
     for (const auto& field : fieldRows())
         if (field.page == toCompany || field.page == toOther)
-            labels_.push_back(&session[field.label.control]);
+            labels_.push_back(&context[field.label.control]);
 }
 
 void DataLock::set(bool locked) {
-    session_[controls::lock].setValue(locked);
+    context_[controls::lock].setValue(locked);
     apply();
 }
 
@@ -22,9 +22,9 @@ void DataLock::setShade(Color color) {
 }
 
 void DataLock::apply() {
-    const Form::Update update(session_.form);
-    const bool locked = session_.isLocked();
-    for (const auto& control : session_.form.controls())
+    const Form::Update update(context_.form);
+    const bool locked = context_.isLocked();
+    for (const auto& control : context_.form.controls())
         if (auto* field = textFieldOf(control.get()))
             field->setLocked(locked);
     for (Label* label : labels_)

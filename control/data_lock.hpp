@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 
 #include <vector>
 
@@ -11,7 +11,7 @@ namespace vkr {
 // company and of its address are shaded.
 class DataLock {
   public:
-    explicit DataLock(Session& session);
+    explicit DataLock(EntryContext& context);
 
     void apply(); // as the box has it
     void set(bool locked);
@@ -19,7 +19,7 @@ class DataLock {
     void setShade(Color color);
 
   private:
-    Session& session_;
+    EntryContext& context_;
     std::vector<Label*> labels_; // that show the lock
     Color shadeColor_ = colors::paleCyan;
 };

@@ -7,12 +7,12 @@
 
 namespace vkr {
 
-EntryInput::EntryInput(Session& session, Controllers& controllers, QuarterlyGrid& quarterly,
+EntryInput::EntryInput(EntryContext& context, Controllers& controllers, QuarterlyGrid& quarterly,
                        Pages& pages, HelpFrame& frame, MoreHelp& help, RightClickMenu& menu,
                        HostLine& host, CellCommands& cells)
-    : session_(session), controllers_(controllers), quarterly_(quarterly), pages_(pages),
+    : context_(context), controllers_(controllers), quarterly_(quarterly), pages_(pages),
       frame_(frame), help_(help), menu_(menu), host_(host), cells_(cells) {
-    session_.form.setHandler(this);
+    context_.form.setHandler(this);
 }
 
 void EntryInput::onLostFocus(Control& control) {
@@ -21,11 +21,11 @@ void EntryInput::onLostFocus(Control& control) {
 }
 
 void EntryInput::leaveActive() {
-    Control* active = session_.form.activeControl();
-    if (active == nullptr || !session_.form.hasFocus())
+    Control* active = context_.form.activeControl();
+    if (active == nullptr || !context_.form.hasFocus())
         return;
     onLostFocus(*active);
-    if (session_.form.activeControl() != active)
+    if (context_.form.activeControl() != active)
         return;
     if (auto* field = dynamic_cast<TextField*>(active))
         field->beginEntry();
@@ -57,24 +57,24 @@ bool EntryInput::wantsKey(const Control& control, KeyCode key, int shift) const 
 }
 
 void EntryInput::step(HistoryStep step) {
-    auto* field = session_.form.hasFocus() ? textFieldOf(session_.form.activeControl()) : nullptr;
+    auto* field = context_.form.hasFocus() ? textFieldOf(context_.form.activeControl()) : nullptr;
     const bool typed = field != nullptr && field->canTakeBack();
     if (typed && step == HistoryStep::undo) {
         tookBack_ = true;
-        if (session_.services.canUndo(*field))
-            session_.services.undo(*field);
+        if (context_.services.canUndo(*field))
+            context_.services.undo(*field);
         else
-            session_.form.sendKey(keys::escape); // what the program has put there goes as a whole
+            context_.form.sendKey(keys::escape); // what the program has put there goes as a whole
         return;
     }
     if (field != nullptr && !field->locked() && step == HistoryStep::redo && (typed || tookBack_)) {
-        session_.services.redo(*field);
+        context_.services.redo(*field);
         return;
     }
-    if (session_.company == nullptr || session_.isLocked() || !host_.history(step))
+    if (context_.company == nullptr || context_.isLocked() || !host_.history(step))
         return;
     tookBack_ = false;
-    session_.markChanged();
+    context_.markChanged();
 }
 
 // --- keys ----------------------------------------------------------------------------------------
@@ -83,7 +83,7 @@ void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
     keyWentDown_ = true;
     // Enter on a figure that is left as it is agrees with it.
     if (auto* field = dynamic_cast<TextField*>(&control); field != nullptr && key == keys::enter &&
-                                                          !session_.form.isKeyHeld() &&
+                                                          !context_.form.isKeyHeld() &&
                                                           field->standsForStored())
         field->settleDoubt();
     if (key == keys::f1) {
@@ -145,7 +145,7 @@ void EntryInput::onKeyPress(Control& control, char32_t& character) {
     const char32_t pressed = character;
     const bool refused = controller.press(*field, character);
     const bool noRoom = character >= U' ' && character != 0x7F && field->isFull();
-    if (!session_.form.isKeyHeld())
+    if (!context_.form.isKeyHeld())
         toldOfKey_ = false;
     if (!(refused || noRoom) || toldOfKey_ || field->locked())
         return;
@@ -153,13 +153,13 @@ void EntryInput::onKeyPress(Control& control, char32_t& character) {
     const int takes = controller.takes(*field).value_or(text_number::noteFull);
     const bool mark =
         refused && takes != text_number::noteYear && (pressed == U'.' || pressed == U',');
-    session_.tellRefused(*field, mark ? text_number::noteDecimalMark : takes);
+    context_.tellRefused(*field, mark ? text_number::noteDecimalMark : takes);
 }
 
 void EntryInput::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*/) {
     // The key that has chosen the frame in the menu comes up afterwards.
     if (keyWentDown_)
-        session_.hideHelpFrame();
+        context_.hideHelpFrame();
     if (key != keys::f1)
         return;
     if (!helpKeyDown_)
@@ -176,24 +176,24 @@ bool EntryInput::onPaste(TextField& field, std::string_view text) {
         return false;
     if (!controllers_.of(field).takes(field) || !isBlockOfCells(text))
         return true;
-    session_.tellRefused(field, text_number::noteOneFigure);
+    context_.tellRefused(field, text_number::noteOneFigure);
     return false;
 }
 
 void EntryInput::onPasteCut(TextField& field, std::string_view leftOut) {
-    session_.markDoubtful(field, leftOut);
+    context_.markDoubtful(field, leftOut);
 }
 
 void EntryInput::onMouseDown(Control& control, MouseButton button, int tab) {
     // Its own link and text act on the click, which a hidden control would not get.
-    if (control.container() != &session_[controls::helpFrame])
-        session_.hideHelpFrame();
+    if (control.container() != &context_[controls::helpFrame])
+        context_.hideHelpFrame();
     const bool onSelection = keepsFocus(control, button);
     if (!onSelection)
         cells_.endSelection();
     controllers_.of(control).mouseDown();
     keyWentDown_ = false;
-    menu_.MouseDown(button, onSelection ? *session_.form.activeControl() : control, tab);
+    menu_.MouseDown(button, onSelection ? *context_.form.activeControl() : control, tab);
 }
 
 void EntryInput::onDoubleClick(Control& control) {

@@ -13,8 +13,8 @@ namespace vkr {
 // every control is done here: help, menu, calendar, turning pages, telling of refused keys.
 class EntryInput final : public FormHandler {
   public:
-    EntryInput(Session& session, Controllers& controllers, QuarterlyGrid& quarterly, Pages& pages,
-               HelpFrame& frame, MoreHelp& help, RightClickMenu& menu, HostLine& host,
+    EntryInput(EntryContext& context, Controllers& controllers, QuarterlyGrid& quarterly,
+               Pages& pages, HelpFrame& frame, MoreHelp& help, RightClickMenu& menu, HostLine& host,
                CellCommands& cells);
 
     void leaveActive(); // and comes back to it
@@ -41,14 +41,14 @@ class EntryInput final : public FormHandler {
     void onScroll(ScrollBar& bar) override { controllers_.of(bar).scroll(); }
     void onSpin(Spinner& spinner, int steps) override { controllers_.of(spinner).spin(steps); }
     void onTabSelected(TabStrip& /*strip*/) override { pages_.tabSelected(); }
-    void onFormClick() override { session_.hideHelpFrame(); }
-    void onFocusLeft() override { session_.hideHelpFrame(); }
+    void onFormClick() override { context_.hideHelpFrame(); }
+    void onFocusLeft() override { context_.hideHelpFrame(); }
 
   private:
     bool opens(Control& control, KeyCode& key, int shift);
     bool turnsPage(Control& control, KeyCode& key, int shift);
 
-    Session& session_;
+    EntryContext& context_;
     Controllers& controllers_;
     QuarterlyGrid& quarterly_;
     Pages& pages_;

@@ -38,23 +38,23 @@ bool FieldController::press(TextField& field, char32_t& character) {
 }
 
 void FieldController::change(TextField& field) {
-    const Session::Work work(session_, typingIn(field));
-    if (!session_.dates.pickedIn(field))
-        session_.dates.forgetPick(field);
-    if (const auto datum = date(); datum && session_.dates.isSuggested(*datum))
+    const EntryContext::UpdateScope updating(context_, typingIn(field));
+    if (!context_.dates.pickedIn(field))
+        context_.dates.forgetPick(field);
+    if (const auto datum = date(); datum && context_.dates.isSuggested(*datum))
         suggestionTyped_ = true;
     typed();
 }
 
 void FieldController::choose(ComboBox& list) {
-    const Session::Work work(session_, typingIn(list));
+    const EntryContext::UpdateScope updating(context_, typingIn(list));
     store(list); // a choice is stored at once
 }
 
 void FieldController::leave(Control& control) {
     auto& field = static_cast<TextField&>(control);
-    const Session::Work work(session_, typingIn(field));
-    session_.guarded(field, [&] {
+    const EntryContext::UpdateScope updating(context_, typingIn(field));
+    context_.guarded(field, [&] {
         store(field);
         settle(field);
     });
@@ -63,23 +63,23 @@ void FieldController::leave(Control& control) {
 // What was picked or typed is stored by now, or told as not stored.
 void FieldController::settle(TextField& field) {
     if (field.standsForStored())
-        session_.dates.forgetPick(field);
+        context_.dates.forgetPick(field);
     const auto datum = date();
     if (!datum || field.isTyped())
         return;
-    session_.takePickBack(); // unless the date was taken
+    context_.takePickBack(); // unless the date was taken
     if (suggestionTyped_ && !field.isUnstored()) {
         suggestionTyped_ = false;
-        session_.dates.settle(*datum);
-        session_.tellState(); // typed as it stood there: nothing else tells of it
+        context_.dates.settle(*datum);
+        context_.tellState(); // typed as it stood there: nothing else tells of it
     }
 }
 
 // --- company fields and cells --------------------------------------------------------------------
 
-CompanyFieldController::CompanyFieldController(Session& session, CompanyFields& fields,
+CompanyFieldController::CompanyFieldController(EntryContext& context, CompanyFields& fields,
                                                const FieldRow& row)
-    : FieldController(session, filterOf(row)), fields_(fields), row_(row) {}
+    : FieldController(context, filterOf(row)), fields_(fields), row_(row) {}
 
 std::optional<int> CompanyFieldController::takes(const TextField& /*field*/) const {
     if (row_.filter.freeText)
@@ -91,8 +91,8 @@ std::optional<Datum> CompanyFieldController::date() const {
     return row_.kind == FieldKind::date ? row_.datum : std::nullopt;
 }
 
-CellController::CellController(Session& session, SeriesGrid& grid)
-    : FieldController(session, nullptr), grid_(grid) {}
+CellController::CellController(EntryContext& context, SeriesGrid& grid)
+    : FieldController(context, nullptr), grid_(grid) {}
 
 void CellController::key(Control& control, KeyCode& key, int shift) {
     grid_.keyDown(cellOf(control), key, shift);
@@ -109,36 +109,37 @@ std::optional<int> CellController::takes(const TextField& field) const {
 
 // --- year and dates ------------------------------------------------------------------------------
 
-LastFiscalYearController::LastFiscalYearController(Session& session, YearlyGrid& yearly)
-    : FieldController(session, filterOf(fieldRow(controls::lastFiscalYear))), yearly_(yearly) {}
+LastFiscalYearController::LastFiscalYearController(EntryContext& context, YearlyGrid& yearly)
+    : FieldController(context, filterOf(fieldRow(controls::lastFiscalYear))), yearly_(yearly) {}
 
 std::optional<int> LastFiscalYearController::takes(const TextField& /*field*/) const {
     return text_number::noteYear;
 }
 
-PendingDateController::PendingDateController(Session& session, const Handle<TextBox>& handle)
-    : FieldController(session, filterOf(fieldRow(handle))), handle_(handle) {}
+PendingDateController::PendingDateController(EntryContext& context, const Handle<TextBox>& handle)
+    : FieldController(context, filterOf(fieldRow(handle))), handle_(handle) {}
 
 void PendingDateController::enter(Control& control) {
     FieldController::enter(control);
-    session_.dates.setPending(true);
+    context_.dates.setPending(true);
 }
 
 void PendingDateController::startOver() {
     FieldController::startOver();
-    if (session_.form.hasFocus() && session_.form.activeControl() == &field())
-        session_.dates.setPending(true);
+    if (context_.form.hasFocus() && context_.form.activeControl() == &field())
+        context_.dates.setPending(true);
 }
 
 bool PendingDateController::isSkipped() const {
     return field().isTyped() && !field().locked();
 }
 
-LastFiscalYearDateController::LastFiscalYearDateController(Session& session, YearlyGrid& yearly)
-    : PendingDateController(session, controls::lastFiscalYearDate), yearly_(yearly) {}
+LastFiscalYearDateController::LastFiscalYearDateController(EntryContext& context,
+                                                           YearlyGrid& yearly)
+    : PendingDateController(context, controls::lastFiscalYearDate), yearly_(yearly) {}
 
-LastQuarterDateController::LastQuarterDateController(Session& session, LastQuarter& quarter)
-    : PendingDateController(session, controls::lastQuarterDate), quarter_(quarter) {}
+LastQuarterDateController::LastQuarterDateController(EntryContext& context, LastQuarter& quarter)
+    : PendingDateController(context, controls::lastQuarterDate), quarter_(quarter) {}
 
 void LastQuarterDateController::startOver() {
     PendingDateController::startOver();
@@ -147,39 +148,39 @@ void LastQuarterDateController::startOver() {
 
 // --- what a commit stores ------------------------------------------------------------------------
 
-CurrencySymbolController::CurrencySymbolController(Session& session, Captions& captions)
-    : FieldController(session, filterOf(fieldRow(controls::currencySymbol))), captions_(captions) {}
+CurrencySymbolController::CurrencySymbolController(EntryContext& context, Captions& captions)
+    : FieldController(context, filterOf(fieldRow(controls::currencySymbol))), captions_(captions) {}
 
 void CurrencySymbolController::store(TextField& field) {
-    if (checkFieldChange(field, session_) && session_.company != nullptr)
-        noteChoice(session_, setting::currencySymbol);
+    if (checkFieldChange(field, context_) && context_.company != nullptr)
+        noteChoice(context_, setting::currencySymbol);
 }
 
-ReportingPeriodController::ReportingPeriodController(Session& session)
-    : FieldController(session, filterOf(fieldRow(controls::reportingPeriod))) {}
+ReportingPeriodController::ReportingPeriodController(EntryContext& context)
+    : FieldController(context, filterOf(fieldRow(controls::reportingPeriod))) {}
 
 void ReportingPeriodController::store(TextField& field) {
-    const bool changed = checkFieldChange(field, session_);
-    if (session_.company == nullptr || field.locked())
+    const bool changed = checkFieldChange(field, context_);
+    if (context_.company == nullptr || field.locked())
         return;
     // Any other text than an entry would get lost without a word.
     const bool lost = static_cast<ComboBox&>(field).listIndex() < 0 && !field.text().empty();
-    field.setMark(lost ? session_.unstored(text_number::reasonRefused) : FieldMark());
+    field.setMark(lost ? context_.unstored(text_number::reasonRefused) : FieldMark());
     if (changed)
-        noteChoice(session_, setting::leadPeriod);
+        noteChoice(context_, setting::leadPeriod);
 }
 
 // --- all of them ---------------------------------------------------------------------------------
 
-FieldControllers::FieldControllers(Session& session, CompanyFields& fields, YearlyGrid& yearly,
+FieldControllers::FieldControllers(EntryContext& context, CompanyFields& fields, YearlyGrid& yearly,
                                    QuarterlyGrid& quarterly, LastQuarter& lastQuarter,
                                    Captions& captions, Controllers& controllers)
-    : session_(session), yearlyCells_(session, yearly), quarterlyCells_(session, quarterly),
-      lastFiscalYear_(session, yearly), lastFiscalYearDate_(session, yearly),
-      lastQuarterDate_(session, lastQuarter), currencySymbol_(session, captions),
-      reportingPeriod_(session), dates_{&lastFiscalYear_, &lastFiscalYearDate_, &lastQuarterDate_} {
+    : context_(context), yearlyCells_(context, yearly), quarterlyCells_(context, quarterly),
+      lastFiscalYear_(context, yearly), lastFiscalYearDate_(context, yearly),
+      lastQuarterDate_(context, lastQuarter), currencySymbol_(context, captions),
+      reportingPeriod_(context), dates_{&lastFiscalYear_, &lastFiscalYearDate_, &lastQuarterDate_} {
     for (const auto& row : companyFieldTable()) {
-        auto& added = companyFields_.emplace_back(session, fields, row);
+        auto& added = companyFields_.emplace_back(context, fields, row);
         controllers.add(row.control.name, added);
         if (added.date())
             dates_.push_back(&added);
@@ -196,7 +197,7 @@ FieldControllers::FieldControllers(Session& session, CompanyFields& fields, Year
 }
 
 void FieldControllers::startOver() {
-    session_.dates.startOver();
+    context_.dates.startOver();
     for (FieldController* date : dates_)
         date->startOver();
 }
@@ -206,7 +207,7 @@ bool FieldControllers::hasSkippedDate() const {
 }
 
 void FieldControllers::leavePendingDates() {
-    const Session::Work work(session_);
+    const EntryContext::UpdateScope updating(context_);
     lastFiscalYearDate_.leave(lastFiscalYearDate_.field());
     lastQuarterDate_.leave(lastQuarterDate_.field());
 }

@@ -18,8 +18,8 @@ namespace vkr {
 class FieldController : public Controller {
   public:
     // `filter` is null where the keys are not looked at.
-    FieldController(Session& session, const KeyFilter* filter)
-        : session_(session), filter_(filter) {}
+    FieldController(EntryContext& context, const KeyFilter* filter)
+        : context_(context), filter_(filter) {}
 
     void enter(Control& control) override;
     void leave(Control& control) final;
@@ -33,7 +33,7 @@ class FieldController : public Controller {
     virtual void store(TextField& field) = 0;
     virtual void typed() {}
 
-    Session& session_;
+    EntryContext& context_;
 
   private:
     void settle(TextField& field);
@@ -45,7 +45,7 @@ class FieldController : public Controller {
 // A field of the company table.
 class CompanyFieldController final : public FieldController {
   public:
-    CompanyFieldController(Session& session, CompanyFields& fields, const FieldRow& row);
+    CompanyFieldController(EntryContext& context, CompanyFields& fields, const FieldRow& row);
 
     [[nodiscard]] std::optional<int> takes(const TextField& field) const override;
     [[nodiscard]] std::optional<Datum> date() const override;
@@ -61,7 +61,7 @@ class CompanyFieldController final : public FieldController {
 // All cells of a grid.
 class CellController final : public FieldController {
   public:
-    CellController(Session& session, SeriesGrid& grid);
+    CellController(EntryContext& context, SeriesGrid& grid);
 
     void enter(Control& control) override { grid_.enter(cellOf(control)); }
     void key(Control& control, KeyCode& key, int shift) override;
@@ -79,7 +79,7 @@ class CellController final : public FieldController {
 
 class LastFiscalYearController final : public FieldController {
   public:
-    LastFiscalYearController(Session& session, YearlyGrid& yearly);
+    LastFiscalYearController(EntryContext& context, YearlyGrid& yearly);
 
     [[nodiscard]] std::optional<int> takes(const TextField& field) const override;
     [[nodiscard]] std::optional<Datum> date() const override { return Datum::LastFYDate; }
@@ -94,13 +94,13 @@ class LastFiscalYearController final : public FieldController {
 // A date that rebuilds a grid: it is pending while it is edited.
 class PendingDateController : public FieldController {
   public:
-    PendingDateController(Session& session, const Handle<TextBox>& handle);
+    PendingDateController(EntryContext& context, const Handle<TextBox>& handle);
 
     void enter(Control& control) override;
     [[nodiscard]] bool hasCalendar() const override { return true; }
     void startOver() override;
 
-    [[nodiscard]] TextBox& field() const { return session_[handle_]; }
+    [[nodiscard]] TextBox& field() const { return context_[handle_]; }
     // Cancel skips a date that is being typed: it is still to be left.
     [[nodiscard]] bool isSkipped() const;
 
@@ -110,7 +110,7 @@ class PendingDateController : public FieldController {
 
 class LastFiscalYearDateController final : public PendingDateController {
   public:
-    LastFiscalYearDateController(Session& session, YearlyGrid& yearly);
+    LastFiscalYearDateController(EntryContext& context, YearlyGrid& yearly);
     [[nodiscard]] std::optional<Datum> date() const override { return Datum::LastFYDate; }
 
   private:
@@ -121,7 +121,7 @@ class LastFiscalYearDateController final : public PendingDateController {
 
 class LastQuarterDateController final : public PendingDateController {
   public:
-    LastQuarterDateController(Session& session, LastQuarter& quarter);
+    LastQuarterDateController(EntryContext& context, LastQuarter& quarter);
     void startOver() override;
     [[nodiscard]] std::optional<Datum> date() const override { return Datum::LastQDate; }
 
@@ -134,7 +134,7 @@ class LastQuarterDateController final : public PendingDateController {
 // The symbol of the currency, which a commit stores.
 class CurrencySymbolController final : public FieldController {
   public:
-    CurrencySymbolController(Session& session, Captions& captions);
+    CurrencySymbolController(EntryContext& context, Captions& captions);
 
   private:
     void store(TextField& field) override;
@@ -146,7 +146,7 @@ class CurrencySymbolController final : public FieldController {
 // The reporting period: a commit stores the chosen entry.
 class ReportingPeriodController final : public FieldController {
   public:
-    explicit ReportingPeriodController(Session& session);
+    explicit ReportingPeriodController(EntryContext& context);
     void enter(Control& /*control*/) override {}
 
   private:
@@ -156,7 +156,7 @@ class ReportingPeriodController final : public FieldController {
 // The controllers of all fields of the form.
 class FieldControllers {
   public:
-    FieldControllers(Session& session, CompanyFields& fields, YearlyGrid& yearly,
+    FieldControllers(EntryContext& context, CompanyFields& fields, YearlyGrid& yearly,
                      QuarterlyGrid& quarterly, LastQuarter& lastQuarter, Captions& captions,
                      Controllers& controllers);
 
@@ -165,7 +165,7 @@ class FieldControllers {
     void leavePendingDates();
 
   private:
-    Session& session_;
+    EntryContext& context_;
     std::deque<CompanyFieldController> companyFields_;
     CellController yearlyCells_;
     CellController quarterlyCells_;

@@ -15,20 +15,20 @@ void FigureDisplay::follow(
     const std::function<void(TextField&, const std::function<bool()>&)>& fieldFollows) {
     for (const auto& field : companyFieldTable())
         if (concerns(field.kind))
-            fieldFollows(dynamic_cast<TextField&>(*field.control.find(session_.form)), [&] {
-                return session_.company != nullptr && attempt([&] { fields_.show(field); });
+            fieldFollows(dynamic_cast<TextField&>(*field.control.find(context_.form)), [&] {
+                return context_.company != nullptr && attempt([&] { fields_.show(field); });
             });
 }
 
 void FigureDisplay::setFractions(bool fractions) {
-    if (fractions == session_.fractionDisplay)
+    if (fractions == context_.fractionDisplay)
         return;
-    const Session::Work work(session_);
-    session_.fractionDisplay = fractions;
-    auto& option = session_[controls::displayOption[fractions ? 1 : 0]];
+    const EntryContext::UpdateScope updating(context_);
+    context_.fractionDisplay = fractions;
+    auto& option = context_[controls::displayOption[fractions ? 1 : 0]];
     if (!option.value())
         option.setValue(true);
-    auto& price = session_[controls::currentPrice];
+    auto& price = context_[controls::currentPrice];
     const std::string kept = price.text();
     const int caret = price.selStart();
     const int selected = price.selLength();
@@ -44,7 +44,7 @@ void FigureDisplay::setFractions(bool fractions) {
 }
 
 void FigureDisplay::setNumberMarks(const NumberMarks& marks) {
-    Form& form = session_.form;
+    Form& form = context_.form;
     const NumberMarks before = form.numberMarks();
     form.setNumberMarks(marks);
     if (form.numberMarks() == before)
@@ -64,7 +64,7 @@ void FigureDisplay::setNumberMarks(const NumberMarks& marks) {
 }
 
 void FigureDisplay::followUnit() {
-    session_.ComputeUnitFactor();
+    context_.ComputeUnitFactor();
     fields_.showScaled();
     yearly_.showScaled();
     quarterly_.followUnit();

@@ -14,9 +14,9 @@ namespace vkr {
 // What is being typed or was refused follows, and means what it did.
 class FigureDisplay {
   public:
-    FigureDisplay(Session& session, CompanyFields& fields, YearlyGrid& yearly,
+    FigureDisplay(EntryContext& context, CompanyFields& fields, YearlyGrid& yearly,
                   QuarterlyGrid& quarterly, HostLine& host)
-        : session_(session), fields_(fields), yearly_(yearly), quarterly_(quarterly), host_(host) {}
+        : context_(context), fields_(fields), yearly_(yearly), quarterly_(quarterly), host_(host) {}
 
     void setFractions(bool fractions);
     void setNumberMarks(const NumberMarks& marks);
@@ -27,7 +27,7 @@ class FigureDisplay {
     void follow(const std::function<bool(FieldKind)>& concerns,
                 const std::function<void(TextField&, const std::function<bool()>&)>& fieldFollows);
 
-    Session& session_;
+    EntryContext& context_;
     CompanyFields& fields_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;

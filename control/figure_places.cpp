@@ -31,19 +31,19 @@ TextField* FigurePlaces::fieldOf(const FigurePlace& place) const {
                    : quarterly_.cellOf(place.datum, *place.element);
     const auto* const own = std::ranges::find(ownFields, place.datum, &OwnField::datum);
     if (own != std::end(ownFields))
-        return &session_[own->field];
+        return &context_[own->field];
     const Datum datum =
         place.datum == Datum::CommDivAlternate ? Datum::CommDiv : place.datum; // one field for both
     for (const FieldRow& row : companyFieldTable())
         if (row.datum == datum)
-            return textFieldOf(row.control.find(session_.form));
+            return textFieldOf(row.control.find(context_.form));
     return nullptr;
 }
 
 template <typename Note, typename Show>
 void FigurePlaces::set(FigureNotes<Note>& notes, typename FigureNotes<Note>::Places places,
                        Show show) {
-    const Form::Update update(session_.form);
+    const Form::Update update(context_.form);
     for (const auto& [place, note] : notes.notes())
         if (TextField* field = place.element ? nullptr : fieldOf(place))
             show(*field, Note());
@@ -56,12 +56,12 @@ void FigurePlaces::set(FigureNotes<Note>& notes, typename FigureNotes<Note>::Pla
 }
 
 void FigurePlaces::setRemarks(FigureNotes<std::string>::Places remarks) {
-    set(session_.remarks, std::move(remarks),
+    set(context_.remarks, std::move(remarks),
         [](TextField& field, const std::string& remark) { field.setRemark(remark); });
 }
 
 void FigurePlaces::setOrigins(FigureNotes<FieldOrigin>::Places origins) {
-    set(session_.origins, std::move(origins),
+    set(context_.origins, std::move(origins),
         [](TextField& field, const FieldOrigin& origin) { field.setOrigin(origin); });
 }
 

@@ -11,9 +11,9 @@ namespace vkr {
 // Where the figures of the record stand on the form.
 class FigurePlaces {
   public:
-    FigurePlaces(Session& session, const CompanyFields& fields, YearlyGrid& yearly,
+    FigurePlaces(EntryContext& context, const CompanyFields& fields, YearlyGrid& yearly,
                  QuarterlyGrid& quarterly)
-        : session_(session), fields_(fields), yearly_(yearly), quarterly_(quarterly) {}
+        : context_(context), fields_(fields), yearly_(yearly), quarterly_(quarterly) {}
 
     // The field that shows a figure or date, or the one that takes turns with it; null where none
     // does at the moment.
@@ -28,7 +28,7 @@ class FigurePlaces {
     template <typename Note, typename Show>
     void set(FigureNotes<Note>& notes, typename FigureNotes<Note>::Places places, Show show);
 
-    Session& session_;
+    EntryContext& context_;
     const CompanyFields& fields_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;

@@ -7,7 +7,7 @@
 namespace vkr {
 
 void FormConsequences::trailingEarningsDerived() {
-    ifPossible([&] { fields_.show(*fields_.find(session_[controls::trailingEarnings])); });
+    ifPossible([&] { fields_.show(*fields_.find(context_[controls::trailingEarnings])); });
 }
 
 void FormConsequences::fiscalYearMoved() {

@@ -9,10 +9,10 @@ namespace vkr {
 class FormConsequences final : public Consequences {
   public:
     // The parts may come to be after this, as long as none of them does anything before.
-    FormConsequences(HostLine& host, Session& session, CompanyFields& fields,
+    FormConsequences(HostLine& host, EntryContext& context, CompanyFields& fields,
                      QuarterlyGrid& quarterly, Options& options, Properties& properties,
                      HeldCompany& company)
-        : host_(host), session_(session), fields_(fields), quarterly_(quarterly), options_(options),
+        : host_(host), context_(context), fields_(fields), quarterly_(quarterly), options_(options),
           properties_(properties), company_(company) {}
 
     void sourceStatesRates() override { options_.showStatedRates(); }
@@ -27,7 +27,7 @@ class FormConsequences final : public Consequences {
 
   private:
     HostLine& host_;
-    Session& session_;
+    EntryContext& context_;
     CompanyFields& fields_;
     QuarterlyGrid& quarterly_;
     Options& options_;

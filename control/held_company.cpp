@@ -45,39 +45,39 @@ bool movesTrailing(const DatumChange& change) {
 
 } // namespace
 
-HeldCompany::HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
+HeldCompany::HeldCompany(EntryContext& context, CompanyFields& fields, YearlyGrid& yearly,
                          QuarterlyGrid& quarterly, LastQuarter& lastQuarter, Captions& captions,
                          Options& options, DataLock& lock, FieldControllers& entry,
                          Controllers& controllers)
-    : session_(session), fields_(fields), yearly_(yearly), quarterly_(quarterly),
+    : context_(context), fields_(fields), yearly_(yearly), quarterly_(quarterly),
       lastQuarter_(lastQuarter), captions_(captions), options_(options), lock_(lock), entry_(entry),
       controllers_(controllers) {}
 
 void HeldCompany::checkInvariants() const {
-    assert(!loading_ || session_.company != nullptr);
-    assert(!resizing_ || session_.company == nullptr);
+    assert(!loading_ || context_.company != nullptr);
+    assert(!resizing_ || context_.company == nullptr);
     assert(!(loading_ && resizing_));
 }
 
 void HeldCompany::rowsLabelled() {
     if (!loading_)
-        nameCells(session_.form);
+        nameCells(context_.form);
 }
 
 void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
     if (company == nullptr)
         ifPossible([&] {
             company = std::dynamic_pointer_cast<iVKR_Company>(
-                session_.services.createObject(companyRecordId));
+                context_.services.createObject(companyRecordId));
         });
     if (company == nullptr)
         company = newCompanyRecord();
-    Form& form = session_.form;
-    const Session::Work work(session_);
+    Form& form = context_.form;
+    const EntryContext::UpdateScope updating(context_);
     const Form::Update update(form);
-    session_.hideHelpFrame();
-    session_.company = std::move(company);
-    const ActionScope loading(session_.company, {Origin::derived, {}, {}});
+    context_.hideHelpFrame();
+    context_.company = std::move(company);
+    const ActionScope loading(context_.company, {Origin::derived, {}, {}});
     entry_.startOver();
     show();
     resize();
@@ -86,7 +86,7 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
         ifPossible([&] {
             controllers_.of(*focused).enter(*focused);
         }); // what it shows now is entered anew
-    session_.tellState();
+    context_.tellState();
 }
 
 void HeldCompany::show() {
@@ -94,43 +94,43 @@ void HeldCompany::show() {
     checkInvariants();
     ifPossible([&] { clear(); });
     ifPossible([&] { listReportingPeriods(); });
-    session_.ComputeUnitFactor();
+    context_.ComputeUnitFactor();
     ifPossible([&] { quarterly_.trailing().derive(); });
-    loadCompany(session_, fields_, yearly_, quarterly_);
+    loadCompany(context_, fields_, yearly_, quarterly_);
     ifPossible([&] { quarterly_.relabel(); }); // names the last fiscal year beside its quarters
     quarterly_.shade();
     options_.showPairs();
     ifPossible([&] { options_.showUnit(); });
     ifPossible([&] { captions_.showCurrency(); });
     lock_.set(attemptOr(false,
-                        [&] { return readSetting(session_, setting::lockBasicInfo).toBoolean(); }));
+                        [&] { return readSetting(context_, setting::lockBasicInfo).toBoolean(); }));
 }
 
 void HeldCompany::listReportingPeriods() {
     std::vector<std::string> entries;
     for (int i = 0; i < reportingPeriods; ++i)
-        entries.push_back(session_.text(text_number::firstReportingPeriod + i));
-    session_[controls::reportingPeriod].setList(std::move(entries));
+        entries.push_back(context_.text(text_number::firstReportingPeriod + i));
+    context_[controls::reportingPeriod].setList(std::move(entries));
 }
 
 void HeldCompany::showAnew() {
-    if (session_.company == nullptr)
+    if (context_.company == nullptr)
         return;
-    Form& form = session_.form;
-    const Session::Work work(session_);
+    Form& form = context_.form;
+    const EntryContext::UpdateScope updating(context_);
     const Form::Update update(form);
-    session_.hideHelpFrame();
-    const KeptTexts kept(session_, yearly_, quarterly_);
+    context_.hideHelpFrame();
+    const KeptTexts kept(context_, yearly_, quarterly_);
     std::vector<std::string> dates;
     for (const auto& [datum, shown] : suggestedDates)
-        dates.push_back(session_[shown].tag());
+        dates.push_back(context_[shown].tag());
     const auto quarters = std::pair(quarterly_.newestQuarter(), quarterly_.shown());
     {
         const During loading(loading_);
         checkInvariants();
         ifPossible([&] {
-            if (const auto unit = session_.settings()->get(setting::unit).toLong(); unit != 0)
-                session_.takeUnit(unit);
+            if (const auto unit = context_.settings()->get(setting::unit).toLong(); unit != 0)
+                context_.takeUnit(unit);
         });
         followSettings();
         showCompany(fields_, yearly_, quarterly_);
@@ -140,32 +140,32 @@ void HeldCompany::showAnew() {
     }
     nameCells(form);
     for (std::size_t i = 0; i < dates.size(); ++i)
-        if (const auto& [datum, shown] = suggestedDates[i]; session_[shown].tag() != dates[i])
-            ifPossible([&] { session_.dates.follow(datum, readDate(*session_.company, datum)); });
+        if (const auto& [datum, shown] = suggestedDates[i]; context_[shown].tag() != dates[i])
+            ifPossible([&] { context_.dates.follow(datum, readDate(*context_.company, datum)); });
     kept.putBack();
     if (quarters != std::pair(quarterly_.newestQuarter(), quarterly_.shown()))
         lastQuarter_.startOver();
     ifPossible([&] { quarterly_.trailing().lookAgain(); });
     form.settleFocus(); // a cell may be out of reach now
-    session_.tellState();
+    context_.tellState();
 }
 
 // What somebody else has set takes the place of what the form has not written yet.
 void HeldCompany::followSettings() {
-    for (const auto& [name, value] : changedSettings(session_))
+    for (const auto& [name, value] : changedSettings(context_))
         ifPossible([&] {
             if (name == setting::currencySymbol)
-                session_[controls::currencySymbol].showStored(value.toText());
+                context_[controls::currencySymbol].showStored(value.toText());
             else if (name == setting::bookValue)
-                session_.equityRow =
+                context_.equityRow =
                     value.toBoolean() ? EquityRow::bookValue : EquityRow::commonEquity;
             else if (name == setting::taxRate)
-                session_.incomeRow =
+                context_.incomeRow =
                     value.toBoolean() ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
             else if (name == setting::lockBasicInfo)
                 lock_.set(value.toBoolean());
             else
-                loadReportingPeriod(session_);
+                loadReportingPeriod(context_);
         });
     options_.showPairs();
     ifPossible([&] { captions_.showCurrency(); });
@@ -173,18 +173,18 @@ void HeldCompany::followSettings() {
 
 std::optional<std::string> HeldCompany::change(std::span<const DatumChange> changes,
                                                const Action& action) {
-    if (session_.company == nullptr)
+    if (context_.company == nullptr)
         return std::string();
-    if (session_.isLocked())
-        return session_.text(text_number::dataLocked);
-    const Session::Work work(session_, action);
-    if (auto refusal = applyChanges(*session_.company, changes))
+    if (context_.isLocked())
+        return context_.text(text_number::dataLocked);
+    const EntryContext::UpdateScope updating(context_, action);
+    if (auto refusal = applyChanges(*context_.company, changes))
         return refusal;
-    session_.markChanged();
+    context_.markChanged();
     showAnew();
     if (std::ranges::any_of(changes, movesTrailing) &&
         std::ranges::find(changes, Datum::Last4QEPS, &DatumChange::datum) == changes.end()) {
-        const ActionScope derived(session_.company, {Origin::derived, {}, {}});
+        const ActionScope derived(context_.company, {Origin::derived, {}, {}});
         ifPossible([&] { quarterly_.trailing().derive(); });
         ifPossible([&] { quarterly_.trailing().show(); });
     }
@@ -192,67 +192,67 @@ std::optional<std::string> HeldCompany::change(std::span<const DatumChange> chan
 }
 
 std::shared_ptr<iVKR_Company> HeldCompany::commit() {
-    const Session::Work work(session_);
-    if (session_.company != nullptr) {
-        ifPossible([&] { commitCompany(session_, quarterly_.lastQuarter()); });
+    const EntryContext::UpdateScope updating(context_);
+    if (context_.company != nullptr) {
+        ifPossible([&] { commitCompany(context_, quarterly_.lastQuarter()); });
         ifPossible([&] { lastQuarter_.followCommit(); });
     }
-    return session_.company;
+    return context_.company;
 }
 
 void HeldCompany::commitInto(std::shared_ptr<iVKR_Company> copy) {
-    if (session_.company == nullptr || copy == nullptr)
+    if (context_.company == nullptr || copy == nullptr)
         return;
-    const auto seen = session_.settingsSeen;
-    std::swap(session_.company, copy);
-    commitCompany(session_, quarterly_.lastQuarter()); // whatever fails is skipped in there
-    std::swap(session_.company, copy);
-    session_.settingsSeen = seen;
+    const auto seen = context_.settingsSeen;
+    std::swap(context_.company, copy);
+    commitCompany(context_, quarterly_.lastQuarter()); // whatever fails is skipped in there
+    std::swap(context_.company, copy);
+    context_.settingsSeen = seen;
 }
 
 void HeldCompany::holdCommitted() {
-    auto& symbol = session_[controls::currencySymbol];
-    auto& period = session_[controls::reportingPeriod];
+    auto& symbol = context_[controls::currencySymbol];
+    auto& period = context_[controls::reportingPeriod];
     ifPossible([&] {
         if (symbol.isTyped() &&
-            session_.settings()->get(setting::currencySymbol).toText() == symbol.text())
+            context_.settings()->get(setting::currencySymbol).toText() == symbol.text())
             symbol.acceptText();
     });
     ifPossible([&] {
         if (period.isTyped() &&
-            session_.reportingPeriod()->get(setting::leadPeriod).toLong() == period.listIndex())
+            context_.reportingPeriod()->get(setting::leadPeriod).toLong() == period.listIndex())
             period.acceptText();
     });
 }
 
 void HeldCompany::clear() {
-    session_.hideHelpFrame();
+    context_.hideHelpFrame();
     fields_.clear(toCompany);
     quarterly_.clear();
     quarterly_.clearLabels();
-    session_[controls::lastQuarterDate].showStored("");
+    context_[controls::lastQuarterDate].showStored("");
     yearly_.clear();
     yearly_.clearLabels();
     fields_.clear(toYearly);
-    session_[controls::lastFiscalYear].showStored("");
-    session_[controls::lastFiscalYearDate].showStored("");
+    context_[controls::lastFiscalYear].showStored("");
+    context_[controls::lastFiscalYearDate].showStored("");
     fields_.clear(toOther);
-    session_[controls::reportingPeriod].showStored("");
+    context_[controls::reportingPeriod].showStored("");
     lock_.set(false);
 }
 
 void HeldCompany::resize() {
-    auto& strip = session_[controls::tabs];
-    if (session_.company != nullptr) {
+    auto& strip = context_[controls::tabs];
+    if (context_.company != nullptr) {
         strip.move(0, 0);
-        session_.form.setSize(sizes::workingWidth, sizes::workingHeight);
+        context_.form.setSize(sizes::workingWidth, sizes::workingHeight);
         return;
     }
     if (resizing_)
         return;
     const During resizing(resizing_); // the container answers a new size with another resize
     checkInvariants();
-    session_.form.setSize(sizes::placeholder, sizes::placeholder);
+    context_.form.setSize(sizes::placeholder, sizes::placeholder);
     strip.move(sizes::placeholder, sizes::placeholder);
 }
 

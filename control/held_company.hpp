@@ -15,7 +15,7 @@
 namespace vkr {
 
 // The company that is held: brought onto the form, put back into its record, cleared away. It is
-// the session's `company`; without one there is a placeholder in place of the form. Of what can be
+// the context's `company`; without one there is a placeholder in place of the form. Of what can be
 // under way
 //
 //   loading   its figures come onto the form: there is a company, and no row gets a name yet
@@ -24,7 +24,7 @@ namespace vkr {
 // at most one is at any time.
 class HeldCompany {
   public:
-    HeldCompany(Session& session, CompanyFields& fields, YearlyGrid& yearly,
+    HeldCompany(EntryContext& context, CompanyFields& fields, YearlyGrid& yearly,
                 QuarterlyGrid& quarterly, LastQuarter& lastQuarter, Captions& captions,
                 Options& options, DataLock& lock, FieldControllers& entry,
                 Controllers& controllers);
@@ -52,7 +52,7 @@ class HeldCompany {
     void listReportingPeriods();
     void followSettings();
 
-    Session& session_;
+    EntryContext& context_;
     CompanyFields& fields_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;

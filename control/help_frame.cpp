@@ -45,24 +45,24 @@ Twips upToPixel(Twips length) {
 } // namespace
 
 bool HelpFrame::visible() const {
-    return session_[controls::helpFrame].visible();
+    return context_[controls::helpFrame].visible();
 }
 
 DataEntryObject HelpFrame::object() const {
-    return static_cast<DataEntryObject>(leadingNumber(session_[controls::moreHelp].tag()));
+    return static_cast<DataEntryObject>(leadingNumber(context_[controls::moreHelp].tag()));
 }
 
 void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
                               DataEntryObject object) {
-    const Form::Update update(session_.form);
-    auto& label = session_[controls::helpText];
+    const Form::Update update(context_.form);
+    auto& label = context_[controls::helpText];
     label.setCaption("");
     label.setWordWrap(false);
     label.setCaption(literalCaption(text));
-    session_[controls::moreHelp].setTag(std::to_string(object));
+    context_[controls::moreHelp].setTag(std::to_string(object));
     SizeHelpFrame();
-    auto& frame = session_[controls::helpFrame];
-    const auto& page = session_[controls::frames[frame::firstPage]];
+    auto& frame = context_[controls::helpFrame];
+    const auto& page = context_[controls::frames[frame::firstPage]];
     frame.move(std::max(0.0, left - frame.width() + cornerShift),
                std::max(0.0, top - frame.height() + page.top()));
     frame.setAccessibleName(text);
@@ -72,7 +72,7 @@ void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
 
 Twips HelpFrame::widthOf(std::string_view text) const {
     constexpr Twips guessed = 90;
-    return attemptOr(textLength(text) * guessed, [&] { return session_.services.textWidth(text); });
+    return attemptOr(textLength(text) * guessed, [&] { return context_.services.textWidth(text); });
 }
 
 // As many characters as a line has room for, one at least.
@@ -111,14 +111,14 @@ int HelpFrame::linesOf(std::string_view text, Twips width) const {
 }
 
 void HelpFrame::SizeHelpFrame() {
-    auto& label = session_[controls::helpText];
-    auto& link = session_[controls::moreHelp];
+    auto& label = context_[controls::helpText];
+    auto& link = context_[controls::moreHelp];
     const Twips lineHeight =
-        upToPixel(attemptOr(guessedLineHeight, [&] { return session_.services.textHeight(); }));
+        upToPixel(attemptOr(guessedLineHeight, [&] { return context_.services.textHeight(); }));
     const Twips linkWidth = upToPixel(widthOf(link.caption()));
     const Twips narrowest = linkPart * linkWidth;
     const Twips screen =
-        attemptOr(sizes::workingWidth, [&] { return session_.services.screenWidth(); });
+        attemptOr(sizes::workingWidth, [&] { return context_.services.screenWidth(); });
     // Half of the form, where the screen is wide enough.
     const Twips widest = std::max(narrowest, std::min(screen, sizes::workingWidth) / 2);
 
@@ -147,10 +147,10 @@ void HelpFrame::SizeHelpFrame() {
     label.resize(width, lines * lineHeight);
     link.move(margin / 2, label.top() + label.height() + linkGap);
     link.resize(linkWidth, lineHeight);
-    auto& frame = session_[controls::helpFrame];
+    auto& frame = context_[controls::helpFrame];
     frame.resize(label.width() + margin, link.top() + link.height() + margin / 2);
     for (const auto& name : {controls::helpBackground, controls::helpBorder}) {
-        auto& shape = session_[name];
+        auto& shape = context_[name];
         shape.move(0, 0);
         shape.resize(frame.width(), frame.height());
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 
 #include <string_view>
 
@@ -10,7 +10,7 @@ namespace vkr {
 // The floating help frame fraDE(0): a text above the link "More Help...".
 class HelpFrame {
   public:
-    explicit HelpFrame(Session& session) : session_(session) {}
+    explicit HelpFrame(EntryContext& context) : context_(context) {}
 
     // Shows the text for an object with the frame's lower right corner at a place of a page, or as
     // near to it as the form allows.
@@ -25,7 +25,7 @@ class HelpFrame {
     [[nodiscard]] int fitting(std::string_view word, Twips width) const;
     [[nodiscard]] int linesOf(std::string_view text, Twips width) const;
 
-    Session& session_;
+    EntryContext& context_;
 };
 
 } // namespace vkr

@@ -8,10 +8,11 @@
 
 namespace vkr {
 
-KeptTexts::KeptTexts(Session& session, const YearlyGrid& yearly, const QuarterlyGrid& quarterly)
-    : session_(session), yearly_(yearly), quarterly_(quarterly), lastYear_(yearly.lastFiscalYear()),
+KeptTexts::KeptTexts(EntryContext& context, const YearlyGrid& yearly,
+                     const QuarterlyGrid& quarterly)
+    : context_(context), yearly_(yearly), quarterly_(quarterly), lastYear_(yearly.lastFiscalYear()),
       lastQuarter_(quarterly.shown()) {
-    const Form& form = session.form;
+    const Form& form = context.form;
     if (auto* field = textFieldOf(form.activeControl()); field != nullptr && form.hasFocus())
         active_ = {field, field->text(), field->selStart(), field->selLength(),
                    field->mark().kind != MarkKind::unstored && !field->standsForStored()};
@@ -61,7 +62,7 @@ void KeptTexts::putBack() const {
         // A figure that is being typed in a row that shows another period now is told as not
         // stored.
         place->putBackRefused(kept.text,
-                              typed ? session_.unstored(text_number::reasonRefused) : kept.mark);
+                              typed ? context_.unstored(text_number::reasonRefused) : kept.mark);
     }
     if (active_)
         putBackActive();

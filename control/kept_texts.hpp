@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "quarterly/quarterly_grid.hpp"
 #include "yearly/yearly_grid.hpp"
 
@@ -14,7 +14,7 @@ namespace vkr {
 // are marked, and the one that is being typed. A text of a cell goes with its period.
 class KeptTexts {
   public:
-    KeptTexts(Session& session, const YearlyGrid& yearly, const QuarterlyGrid& quarterly);
+    KeptTexts(EntryContext& context, const YearlyGrid& yearly, const QuarterlyGrid& quarterly);
     void putBack() const;
 
   private:
@@ -35,7 +35,7 @@ class KeptTexts {
     [[nodiscard]] TextField* placeOf(const Kept& kept) const;
     void putBackActive() const;
 
-    Session& session_;
+    EntryContext& context_;
     const YearlyGrid& yearly_;
     const QuarterlyGrid& quarterly_;
     int lastYear_;

@@ -12,15 +12,15 @@ namespace vkr {
 // What the menu's commands do to the form, by the controllers of its fields.
 class MenuActions final : public MenuHost {
   public:
-    MenuActions(const Session& session, Controllers& controllers, YearlyGrid& yearly,
+    MenuActions(const EntryContext& context, Controllers& controllers, YearlyGrid& yearly,
                 HostLine& host, CellCommands& cells)
-        : session_(session), controllers_(controllers), yearly_(yearly), host_(host),
+        : context_(context), controllers_(controllers), yearly_(yearly), host_(host),
           cells_(cells) {}
 
     void addYear() override { yearly_.addYear(); }
     void removeYear() override { yearly_.removeYear(); }
     std::optional<Date> dateOf(const TextField& field) override {
-        return session_.dateOf(field, controllers_.of(field).date().value_or(Datum::LastFYDate));
+        return context_.dateOf(field, controllers_.of(field).date().value_or(Datum::LastFYDate));
     }
     void fieldChanged(TextField& field) override { controllers_.of(field).change(field); }
     void leave(TextField& field) override { controllers_.of(field).leave(field); }
@@ -33,7 +33,7 @@ class MenuActions final : public MenuHost {
     void carryOut(MenuCommand command) override { cells_.carryOut(command); }
 
   private:
-    const Session& session_;
+    const EntryContext& context_;
     Controllers& controllers_;
     YearlyGrid& yearly_;
     HostLine& host_;

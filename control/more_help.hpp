@@ -10,17 +10,17 @@ namespace vkr {
 // The pages of the host's help that the form leads to.
 class MoreHelp {
   public:
-    MoreHelp(Session& session, const HelpFrame& frame, const Pages& pages, HostLine& host)
-        : session_(session), frame_(frame), pages_(pages), host_(host) {}
+    MoreHelp(EntryContext& context, const HelpFrame& frame, const Pages& pages, HostLine& host)
+        : context_(context), frame_(frame), pages_(pages), host_(host) {}
 
     void aboutPage() { host_.moreHelp(helpTabBase + pages_.shown()); }
     void aboutObject() { // of the help frame
-        session_.hideHelpFrame();
+        context_.hideHelpFrame();
         host_.moreHelp(helpObjectBase + frame_.object());
     }
 
   private:
-    Session& session_;
+    EntryContext& context_;
     const HelpFrame& frame_;
     const Pages& pages_;
     HostLine& host_;

@@ -12,9 +12,9 @@ namespace vkr {
 // show, and the shades. The buttons show what is in force.
 class Options final : public OptionsHost {
   public:
-    Options(Session& session, FigureDisplay& display, YearlyGrid& yearly, QuarterlyGrid& quarterly,
-            Captions& captions, Properties& properties)
-        : session_(session), display_(display), yearly_(yearly), quarterly_(quarterly),
+    Options(EntryContext& context, FigureDisplay& display, YearlyGrid& yearly,
+            QuarterlyGrid& quarterly, Captions& captions, Properties& properties)
+        : context_(context), display_(display), yearly_(yearly), quarterly_(quarterly),
           captions_(captions), properties_(properties) {}
 
     void chooseUnit(std::int32_t unit) override;
@@ -33,7 +33,7 @@ class Options final : public OptionsHost {
     template <typename Kind>
     [[nodiscard]] Action choosing(const Handle<Kind>& control) const;
 
-    Session& session_;
+    EntryContext& context_;
     FigureDisplay& display_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;

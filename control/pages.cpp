@@ -12,11 +12,11 @@
 namespace vkr {
 
 TabStrip& Pages::strip() const {
-    return session_[controls::tabs];
+    return context_[controls::tabs];
 }
 
 void Pages::step(int step) {
-    session_.hideHelpFrame();
+    context_.hideHelpFrame();
     const int count = strip().count();
     int target = strip().selected() + step;
     target = target > count ? 1 : target < 1 ? count : target;
@@ -24,7 +24,7 @@ void Pages::step(int step) {
 }
 
 void Pages::showField(std::string_view id) {
-    const Form& form = session_.form;
+    const Form& form = context_.form;
     const auto found =
         std::ranges::find(form.controls(), id, [](const auto& control) { return control->id(); });
     if (found == form.controls().end())
@@ -41,8 +41,8 @@ void Pages::showField(std::string_view id) {
 }
 
 void Pages::tabSelected() {
-    session_.hideHelpFrame();
-    Form& form = session_.form;
+    context_.hideHelpFrame();
+    Form& form = context_.form;
     {
         const Form::Update update(form);
         for (int page = 0; page < strip().count(); ++page) {
@@ -68,13 +68,13 @@ void Pages::tabSelected() {
 void Pages::checkInvariants() const {
     for (int page = 0; page < strip().count(); ++page) {
         [[maybe_unused]] const auto& panel =
-            controls::frames[frame::firstPage + page].in(session_.form);
+            controls::frames[frame::firstPage + page].in(context_.form);
         [[maybe_unused]] const bool selected = page == strip().selected() - 1;
         assert(panel.left() == (selected ? sizes::pageLeft : Control::parkedLeft));
         assert(panel.enabled() == selected);
     }
-    assert(controls::addYear.in(session_.form).visible() == (shown() == toYearly));
-    assert(controls::removeYear.in(session_.form).visible() == (shown() == toYearly));
+    assert(controls::addYear.in(context_.form).visible() == (shown() == toYearly));
+    assert(controls::removeYear.in(context_.form).visible() == (shown() == toYearly));
 }
 
 void Pages::focusFirstField() {
@@ -84,21 +84,21 @@ void Pages::focusFirstField() {
         return;
     switch (shown()) {
     case toCompany:
-        session_[session_[controls::name].text().empty() ? controls::name : controls::currentPrice]
+        context_[context_[controls::name].text().empty() ? controls::name : controls::currentPrice]
             .setFocus();
         break;
     case toYearly:
-        session_[controls::lastFiscalYear].setFocus();
+        context_[controls::lastFiscalYear].setFocus();
         break;
     case toQuarterly:
-        session_[controls::quarterlyRevenue[0]].setFocus();
+        context_[controls::quarterlyRevenue[0]].setFocus();
         break;
     case toOther:
-        session_[controls::address1].setFocus();
+        context_[controls::address1].setFocus();
         break;
     default:
-        for (const auto& [unit, option] : controls::unitOption.all(session_.form))
-            if (session_[controls::unitOption[unit]].value())
+        for (const auto& [unit, option] : controls::unitOption.all(context_.form))
+            if (context_[controls::unitOption[unit]].value())
                 option->setFocus();
     }
 }
@@ -107,7 +107,7 @@ void Pages::scrollMouse(KeyCode key) {
     const bool onQuarters = shown() == toQuarterly;
     if (!onQuarters && shown() != toYearly)
         return;
-    auto& bar = session_[onQuarters ? controls::quarterlyBar : controls::yearlyBar];
+    auto& bar = context_[onQuarters ? controls::quarterlyBar : controls::yearlyBar];
     if (key == keys::down)
         bar.setValue(bar.value() + bar.smallChange());
     else if (key == keys::up)

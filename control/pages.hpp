@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "control/host_line.hpp"
 #include "platform/during.hpp"
 #include "quarterly/quarterly_grid.hpp"
@@ -19,8 +19,8 @@ namespace vkr {
 //   the host has been told of reported(), and is about to be told where that is another page.
 class Pages {
   public:
-    Pages(Session& session, QuarterlyGrid& quarterly, HostLine& host)
-        : session_(session), quarterly_(quarterly), host_(host) {}
+    Pages(EntryContext& context, QuarterlyGrid& quarterly, HostLine& host)
+        : context_(context), quarterly_(quarterly), host_(host) {}
 
     [[nodiscard]] TabStrip& strip() const;
     [[nodiscard]] TABObject shown() const { return static_cast<TABObject>(strip().selected()); }
@@ -40,7 +40,7 @@ class Pages {
   private:
     void checkInvariants() const;
 
-    Session& session_;
+    EntryContext& context_;
     QuarterlyGrid& quarterly_;
     HostLine& host_;
     TABObject reported_ = toCompany;

@@ -19,53 +19,53 @@ constexpr int zxOtherCaption = 614;
 } // namespace
 
 void PlatformTexts::createLocalizer() {
-    session_.localizer = nullptr;
-    const std::string_view id = session_.platform == ptStandard ? standardLocalizerId
-                                : session_.platform == ptZX     ? zxLocalizerId
+    context_.localizer = nullptr;
+    const std::string_view id = context_.platform == ptStandard ? standardLocalizerId
+                                : context_.platform == ptZX     ? zxLocalizerId
                                                                 : std::string_view();
     if (!id.empty())
         ifPossible([&] {
-            session_.localizer =
-                std::dynamic_pointer_cast<Localizer>(session_.services.createObject(id));
+            context_.localizer =
+                std::dynamic_pointer_cast<Localizer>(context_.services.createObject(id));
         });
 }
 
 void PlatformTexts::startUp() {
     const bool zx = attemptOr(false, [&] {
-        return session_.services.applicationTitle().find("VKR ZX ") != std::string::npos;
+        return context_.services.applicationTitle().find("VKR ZX ") != std::string::npos;
     });
-    session_.platform = zx ? ptZX : ptStandard;
+    context_.platform = zx ? ptZX : ptStandard;
     createLocalizer();
-    if (session_.localizer == nullptr)
-        session_.message("Bad or missing value object\rData Entry", message_box::exclamationIcon);
+    if (context_.localizer == nullptr)
+        context_.message("Bad or missing value object\rData Entry", message_box::exclamationIcon);
     else
         ifPossible(
-            [&] { session_.form.setMouseIcon(session_.localizer->LoadPicture(linkPicture, 0)); });
+            [&] { context_.form.setMouseIcon(context_.localizer->LoadPicture(linkPicture, 0)); });
 }
 
 void PlatformTexts::load() {
     createLocalizer();
-    if (session_.localizer == nullptr) {
-        session_.message("Bad or missing Localizer object\rData Entry",
+    if (context_.localizer == nullptr) {
+        context_.message("Bad or missing Localizer object\rData Entry",
                          message_box::exclamationIcon);
         return;
     }
     ifPossible([&] {
-        session_[controls::moreHelp].setMouseIcon(session_.localizer->LoadPicture(linkPicture, 0));
+        context_[controls::moreHelp].setMouseIcon(context_.localizer->LoadPicture(linkPicture, 0));
     });
     captions_.pass();
     yearly_.shade();
 }
 
 void PlatformTexts::showAlternatives() {
-    const Form& form = session_.form;
+    const Form& form = context_.form;
     for (const auto& row : formLayout())
         if (!row.onZx)
             row.control.find(form)->setVisible(false);
     auto& projection = controls::projectionLabel.in(form);
-    projection.setCaption(session_.text(zxProjectionCaption, projection.caption()));
+    projection.setCaption(context_.text(zxProjectionCaption, projection.caption()));
     auto& strip = controls::tabs.in(form);
-    strip.setTabCaption(toOther, session_.text(zxOtherCaption, strip.tab(toOther).caption));
+    strip.setTabCaption(toOther, context_.text(zxOtherCaption, strip.tab(toOther).caption));
 }
 
 } // namespace vkr

@@ -10,17 +10,17 @@ namespace vkr {
 // that its analysis needs, and what is not on show there.
 class PlatformTexts {
   public:
-    PlatformTexts(Session& session, Captions& captions, YearlyGrid& yearly)
-        : session_(session), captions_(captions), yearly_(yearly) {}
+    PlatformTexts(EntryContext& context, Captions& captions, YearlyGrid& yearly)
+        : context_(context), captions_(captions), yearly_(yearly) {}
 
     void startUp(); // placed by a designer: the platform is that of the program around
-    void load();    // of Session::platform
+    void load();    // of EntryContext::platform
     void showAlternatives();
 
   private:
     void createLocalizer();
 
-    Session& session_;
+    EntryContext& context_;
     Captions& captions_;
     YearlyGrid& yearly_;
 };

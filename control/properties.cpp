@@ -53,10 +53,10 @@ std::int32_t valueIn(const PropertyBag& bag, const PropertyRow& row) {
 
 } // namespace
 
-Properties::Properties(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly,
+Properties::Properties(EntryContext& context, YearlyGrid& yearly, QuarterlyGrid& quarterly,
                        DataLock& lock, FigureDisplay& display, Pages& pages, PlatformTexts& texts,
                        HostLine& host)
-    : session_(session), yearly_(yearly), quarterly_(quarterly), lock_(lock), display_(display),
+    : context_(context), yearly_(yearly), quarterly_(quarterly), lock_(lock), display_(display),
       pages_(pages), texts_(texts), host_(host) {}
 
 void Properties::startUp() {
@@ -86,7 +86,7 @@ struct Properties::Kept {
 std::span<const Properties::Kept> Properties::kept() {
     static constexpr Kept rows[] = {
         {EntryProperty::Platform,
-         [](const Properties& p) -> std::int32_t { return p.session_.platform; },
+         [](const Properties& p) -> std::int32_t { return p.context_.platform; },
          [](Properties& p, std::int32_t value) {
              p.putPlatform(static_cast<PlatformType>(value));
          }},
@@ -110,23 +110,23 @@ std::span<const Properties::Kept> Properties::kept() {
          [](Properties& p, std::int32_t value) { p.putCurrentTab(static_cast<TABObject>(value)); }},
         {EntryProperty::CommEquityData,
          [](const Properties& p) -> std::int32_t {
-             return p.session_.equityRow == EquityRow::commonEquity;
+             return p.context_.equityRow == EquityRow::commonEquity;
          },
          nullptr},
         {EntryProperty::TaxRateData,
          [](const Properties& p) -> std::int32_t {
-             return p.session_.incomeRow == IncomeRow::taxRate;
+             return p.context_.incomeRow == IncomeRow::taxRate;
          },
          nullptr},
         {EntryProperty::BorderStyle,
          [](const Properties& p) {
-             return static_cast<std::int32_t>(p.session_.form.borderStyle());
+             return static_cast<std::int32_t>(p.context_.form.borderStyle());
          },
          [](Properties& p, std::int32_t value) {
              p.putBorderStyle(value == 0 ? BorderStyle::none : BorderStyle::fixedSingle);
          }},
         {EntryProperty::FractionDisplay,
-         [](const Properties& p) -> std::int32_t { return p.session_.fractionDisplay; },
+         [](const Properties& p) -> std::int32_t { return p.context_.fractionDisplay; },
          [](Properties& p, std::int32_t value) { p.putFractionDisplay(value != 0); }},
     };
     return rows;
@@ -149,10 +149,10 @@ void Properties::read(const PropertyBag& bag) {
     const During restoring = pages_.keepFocus();
     inOrder(&BagPlaces::restored,
             [&](const Kept& one, const PropertyRow& row) { one.put(*this, valueIn(bag, row)); });
-    const bool running = attemptOr(false, [&] { return session_.services.ambientUserMode(); });
-    if (running && session_.platform == ptZX)
+    const bool running = attemptOr(false, [&] { return context_.services.ambientUserMode(); });
+    if (running && context_.platform == ptZX)
         ifPossible([&] { texts_.showAlternatives(); });
-    session_.form.settleFocus(); // on what the restored properties have on show
+    context_.form.settleFocus(); // on what the restored properties have on show
 }
 
 void Properties::write(PropertyBag& bag) {
@@ -191,7 +191,7 @@ void Properties::putShade(Shade shade, Color color) {
 }
 
 void Properties::setShade(Shade shade, Color color) {
-    session_[controls::colorSample[shade]].setBackColor(color);
+    context_[controls::colorSample[shade]].setBackColor(color);
     switch (shade) {
     case shadeLocked:
         lock_.setShade(color);
@@ -213,9 +213,9 @@ void Properties::putShowReportingPeriod(bool shown) {
 
 void Properties::showReportingPeriod(bool shown) {
     reportingPeriodShown_ = shown;
-    session_[controls::reportingPeriod].setVisible(shown);
-    session_[controls::reportingPeriodLabel].setVisible(shown);
-    session_.form.settleFocus();
+    context_[controls::reportingPeriod].setVisible(shown);
+    context_[controls::reportingPeriodLabel].setVisible(shown);
+    context_.form.settleFocus();
 }
 
 void Properties::putShowVLs(bool shown) {
@@ -225,7 +225,7 @@ void Properties::putShowVLs(bool shown) {
 // The reporting period follows right below the last row that is shown.
 void Properties::showVLs(bool shown) {
     vlsShown_ = shown;
-    const Form& form = session_.form;
+    const Form& form = context_.form;
     Control& timeliness = controls::vlTimeliness.in(form);
     Control& safety = controls::vlSafety.in(form);
     Control& timelinessLabel = controls::vlTimelinessLabel.in(form);
@@ -237,7 +237,7 @@ void Properties::showVLs(bool shown) {
     period.move(period.left(), shown ? 2 * safety.top() - timeliness.top() : timeliness.top());
     periodLabel.move(periodLabel.left(),
                      shown ? 2 * safetyLabel.top() - timelinessLabel.top() : timelinessLabel.top());
-    session_.form.settleFocus();
+    context_.form.settleFocus();
 }
 
 void Properties::putVisibleQuarters(int rows) {
@@ -245,9 +245,9 @@ void Properties::putVisibleQuarters(int rows) {
     if (rows == visibleQuarters())
         return;
     wantedQuarters_ = rows;
-    if (!session_.isWorking()) // else the cell that is being stored might be gone under it
+    if (!context_.isUpdating()) // else the cell that is being stored might be gone under it
         ifPossible([&] { makeWantedQuarters(); });
-    assert(!wantedQuarters_ || session_.isWorking());
+    assert(!wantedQuarters_ || context_.isUpdating());
 }
 
 void Properties::makeWantedQuarters() {
@@ -256,7 +256,7 @@ void Properties::makeWantedQuarters() {
         return;
     const int before = quarterly_.visibleRows();
     assign(EntryProperty::VisibleQuarters, [&] {
-        const Session::Work work(session_);
+        const EntryContext::UpdateScope updating(context_);
         if (!attempt([&] { quarterly_.setVisibleRows(*rows); })) // not all of them could be made
             quarterly_.setVisibleRows(before);
     });
@@ -269,9 +269,9 @@ void Properties::putCurrentTab(TABObject tab) {
 // --- patterns, lists, platform -------------------------------------------------------------------
 
 std::string& Properties::patternOf(EntryProperty property) {
-    return property == EntryProperty::PercentFormat ? session_.percentFormat
-           : property == EntryProperty::DateFormat  ? session_.dateFormat
-                                                    : session_.numberFormat;
+    return property == EntryProperty::PercentFormat ? context_.percentFormat
+           : property == EntryProperty::DateFormat  ? context_.dateFormat
+                                                    : context_.numberFormat;
 }
 
 void Properties::putPattern(EntryProperty property, std::string_view pattern) {
@@ -294,12 +294,12 @@ void Properties::putList(EntryProperty property, const Variant& items) {
         const std::int64_t last = array.upper(); // which may be the end of int
         for (std::int64_t i = array.lower(); i <= last; ++i)
             ifPossible([&] { texts.push_back(array.text(static_cast<int>(i))); });
-        session_[list].setList(std::move(texts));
+        context_[list].setList(std::move(texts));
     });
 }
 
 void Properties::putPlatform(PlatformType platform) {
-    session_.platform = platform;
+    context_.platform = platform;
     assign(EntryProperty::Platform, [&] { texts_.load(); });
 }
 

@@ -25,7 +25,7 @@ enum Shade { shadeLocked, shadeYear, shadeQuarter };
 // belongs to the part that it works on; those of nobody else stand here.
 class Properties {
   public:
-    Properties(Session& session, YearlyGrid& yearly, QuarterlyGrid& quarterly, DataLock& lock,
+    Properties(EntryContext& context, YearlyGrid& yearly, QuarterlyGrid& quarterly, DataLock& lock,
                FigureDisplay& display, Pages& pages, PlatformTexts& texts, HostLine& host);
 
     void startUp();
@@ -50,7 +50,7 @@ class Properties {
     void putPattern(EntryProperty property, std::string_view pattern);
     void putFractionDisplay(bool fractions);
     void putList(EntryProperty property, const Variant& items);
-    void putBorderStyle(BorderStyle style) { session_.form.setBorderStyle(style); }
+    void putBorderStyle(BorderStyle style) { context_.form.setBorderStyle(style); }
     void putPlatform(PlatformType platform);
 
   private:
@@ -74,7 +74,7 @@ class Properties {
     void showReportingPeriod(bool shown);
     void showVLs(bool shown);
 
-    Session& session_;
+    EntryContext& context_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;
     DataLock& lock_;

@@ -14,9 +14,9 @@
 
 namespace vkr {
 
-RightClickMenu::RightClickMenu(Session& session, const EntryObjects& objects, HelpFrame& help,
+RightClickMenu::RightClickMenu(EntryContext& context, const EntryObjects& objects, HelpFrame& help,
                                MenuHost& host)
-    : session_(session), objects_(objects), help_(help), host_(host) {}
+    : context_(context), objects_(objects), help_(help), host_(host) {}
 
 // --- opening -------------------------------------------------------------------------------------
 
@@ -27,13 +27,13 @@ void RightClickMenu::MouseDown(MouseButton button, Control& control, int tab) {
     if (control.isFocusable() && objects_.of(control, tab))
         control.setFocus();
     // A field that did not get the focus is not the one to act on.
-    if (dynamic_cast<TextField*>(&control) != nullptr && session_.form.activeControl() != &control)
+    if (dynamic_cast<TextField*>(&control) != nullptr && context_.form.activeControl() != &control)
         return;
     open(control, tab, control.formLeft(), control.formTop());
 }
 
 void RightClickMenu::openFromKeyboard(Control& control) {
-    session_.hideHelpFrame();
+    context_.hideHelpFrame();
     const auto* strip = dynamic_cast<const TabStrip*>(&control);
     open(control, strip == nullptr ? 0 : strip->selected(), control.formLeft(),
          control.formTop() + control.height());
@@ -47,21 +47,21 @@ void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
     object_ = *object;
     field_ = objects_.fieldOf(control);
     checkInvariants();
-    const auto texts = [this](int number) { return session_.text(number); };
-    BuildMenu(session_.form, session_.services, texts, menuExtrasOf(object_),
+    const auto texts = [this](int number) { return context_.text(number); };
+    BuildMenu(context_.form, context_.services, texts, menuExtrasOf(object_),
               dynamic_cast<TextBox*>(&control), field_, host_.cellsWith(control));
     const std::string name = control.name();
     const int index = control.index();
     const int chosen = attemptOr(
-        -1, [&] { return session_.services.popUpMenu(menuEntries(session_.form), left, top); });
+        -1, [&] { return context_.services.popUpMenu(menuEntries(context_.form), left, top); });
     // The host may have changed the form while the menu was up.
-    if (chosen >= 0 && session_.form.find(name, index) == &control)
+    if (chosen >= 0 && context_.form.find(name, index) == &control)
         mnuItem_Click(chosen);
 }
 
 void RightClickMenu::mnuItem_Click(int index) {
     const auto* entry =
-        dynamic_cast<const MenuItem*>(ControlId(controls::menuEntry[index]).find(session_.form));
+        dynamic_cast<const MenuItem*>(ControlId(controls::menuEntry[index]).find(context_.form));
     if (entry == nullptr || control_ == nullptr)
         return;
     const int command = commandOf(*entry);
@@ -83,12 +83,12 @@ void RightClickMenu::checkInvariants() const {
 // Places are those within a page: the frame adds the page's own.
 Control& RightClickMenu::PrepareHelpText() {
     Control& shown = field_ != nullptr && field_->isShown() ? *field_ : *control_;
-    const auto& page = session_[controls::frames[frame::firstPage]];
+    const auto& page = context_[controls::frames[frame::firstPage]];
     pendingLeft_ = 0;
     pendingTop_ = 0;
-    pendingText_ = session_.text(helpTextOf(object_), "");
+    pendingText_ = context_.text(helpTextOf(object_), "");
     if (object_ >= doTabCompany && object_ <= doTabOptions) {
-        const auto& strip = session_[controls::tabs];
+        const auto& strip = context_[controls::tabs];
         for (int tab = 1; tab <= object_ - doTabCompany; ++tab)
             pendingLeft_ += strip.tab(tab).width;
         if (pendingLeft_ == 0)
@@ -109,19 +109,19 @@ void RightClickMenu::edit(TextField& field, std::string_view text, int caret) {
 }
 
 void RightClickMenu::paste(TextField& field) {
-    session_.form.userPaste(
-        field, attemptOr(std::string(), [&] { return session_.services.clipboardText(); }));
+    context_.form.userPaste(
+        field, attemptOr(std::string(), [&] { return context_.services.clipboardText(); }));
 }
 
 bool RightClickMenu::copy(const TextField& field) {
-    ifPossible([&] { session_.services.clearClipboard(); });
-    return attempt([&] { session_.services.setClipboardText(field.text()); });
+    ifPossible([&] { context_.services.clearClipboard(); });
+    return attempt([&] { context_.services.setClipboardText(field.text()); });
 }
 
 void RightClickMenu::takeLastQuarterDate() {
-    const Date date{leadingNumber(session_[controls::quarterLabel[0]].tag())};
-    if (Session::isValidDate(date))
-        putDate(session_[controls::lastFiscalYearDate], date);
+    const Date date{leadingNumber(context_[controls::quarterLabel[0]].tag())};
+    if (EntryContext::isValidDate(date))
+        putDate(context_[controls::lastFiscalYearDate], date);
 }
 
 void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
@@ -134,7 +134,7 @@ void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
     };
     static constexpr Command commands[] = {
         {mcUndo, unlockedField,
-         [](RightClickMenu& menu, TextField* target) { menu.session_.services.undo(*target); }},
+         [](RightClickMenu& menu, TextField* target) { menu.context_.services.undo(*target); }},
         {mcCut, unlockedField,
          [](RightClickMenu& menu, TextField* target) {
              if (menu.copy(*target)) // else the text would be nowhere
@@ -190,15 +190,15 @@ void RightClickMenu::askAssistant() {
 void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
     if (field.locked())
         return;
-    Date start = attemptOr(Date{}, [&] { return session_.services.today(); });
+    Date start = attemptOr(Date{}, [&] { return context_.services.today(); });
     if (!blnToday)
         if (const auto held = host_.dateOf(field))
             start = *held;
     frmCalendar calendar(field.accessibleName(), &field);
     calendar.put_SelectedDate(start);
-    const auto asked = session_.company; // the host may hand in another one meanwhile
-    calendar.Show(session_.services);
-    if (!calendar.Tag().empty() && session_.company == asked)
+    const auto asked = context_.company; // the host may hand in another one meanwhile
+    calendar.Show(context_.services);
+    if (!calendar.Tag().empty() && context_.company == asked)
         putDate(field, calendar.get_SelectedDate());
 }
 
@@ -207,7 +207,8 @@ void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
 void RightClickMenu::putDate(TextField& field, Date date) {
     if (field.locked())
         return;
-    const Session::Work work(session_); // the date is for the record that it was picked for
+    const EntryContext::UpdateScope updating(
+        context_); // the date is for the record that it was picked for
     if (const auto held = host_.dateOf(field);
         held && daysBetween(*held, date) == 0 && !field.isUnstored()) {
         host_.fieldChanged(field); // a date that was only suggested is picked now
@@ -215,12 +216,12 @@ void RightClickMenu::putDate(TextField& field, Date date) {
         return;
     }
     field.setFocus();
-    const std::string text = session_.dateText(date);
-    session_.dates.pick(field, text, date);
+    const std::string text = context_.dateText(date);
+    context_.dates.pick(field, text, date);
     edit(field, text, textLength(text));
     field.replaceStored(); // the pattern may hide what has changed
-    session_.markPicked();
-    if (!session_.form.hasFocus() || session_.form.activeControl() != &field)
+    context_.markPicked();
+    if (!context_.form.hasFocus() || context_.form.activeControl() != &field)
         host_.leave(field);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "control/entry_objects.hpp"
 #include "control/help_frame.hpp"
 #include "input/mdlMenu.hpp"
@@ -33,7 +33,8 @@ class MenuHost {
 // stands for the object, and the field is the one that objects know as the control's.
 class RightClickMenu {
   public:
-    RightClickMenu(Session& session, const EntryObjects& objects, HelpFrame& help, MenuHost& host);
+    RightClickMenu(EntryContext& context, const EntryObjects& objects, HelpFrame& help,
+                   MenuHost& host);
 
     // At each press on a control: the right button opens the menu. `tab` is the one under the
     // pointer, of a tab strip.
@@ -60,7 +61,7 @@ class RightClickMenu {
     void putDate(TextField& field, Date date);
     void askAssistant();
 
-    Session& session_;
+    EntryContext& context_;
     const EntryObjects& objects_;
     HelpFrame& help_;
     MenuHost& host_;

@@ -2,7 +2,7 @@
 #include "control/vkr_data_entry.hpp"
 
 #include "binding/company_fields.hpp"
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "control/captions.hpp"
 #include "control/cell_commands.hpp"
 #include "control/click_controllers.hpp"
@@ -54,37 +54,37 @@ class VKRDataEntry::Impl final {
     [[nodiscard]] std::vector<MarkedField> markedFields(MarkKind kind) const;
 
     HostLine host;
-    FormConsequences consequences{host, session, fields, quarterly, options, properties, company};
+    FormConsequences consequences{host, context, fields, quarterly, options, properties, company};
     Form form;
-    Session session;
-    CompanyFields fields{session};
-    YearlyGrid yearly{session};
-    QuarterlyGrid quarterly{session};
-    LastQuarter lastQuarter{session, quarterly};
-    Captions captions{session};
+    EntryContext context;
+    CompanyFields fields{context};
+    YearlyGrid yearly{context};
+    QuarterlyGrid quarterly{context};
+    LastQuarter lastQuarter{context, quarterly};
+    Captions captions{context};
     EntryObjects objects{form, yearly, quarterly};
-    SilentController silent{session};
+    SilentController silent{context};
     Controllers controllers{silent};
-    FieldControllers entry{session, fields, yearly, quarterly, lastQuarter, captions, controllers};
-    Pages pages{session, quarterly, host};
-    DataLock lock{session};
-    FigureDisplay display{session, fields, yearly, quarterly, host};
-    PlatformTexts texts{session, captions, yearly};
-    Properties properties{session, yearly, quarterly, lock, display, pages, texts, host};
-    Options options{session, display, yearly, quarterly, captions, properties};
-    HeldCompany company{session,  fields,  yearly, quarterly, lastQuarter,
+    FieldControllers entry{context, fields, yearly, quarterly, lastQuarter, captions, controllers};
+    Pages pages{context, quarterly, host};
+    DataLock lock{context};
+    FigureDisplay display{context, fields, yearly, quarterly, host};
+    PlatformTexts texts{context, captions, yearly};
+    Properties properties{context, yearly, quarterly, lock, display, pages, texts, host};
+    Options options{context, display, yearly, quarterly, captions, properties};
+    HeldCompany company{context,  fields,  yearly, quarterly, lastQuarter,
                         captions, options, lock,   entry,     controllers};
-    FigurePlaces places{session, fields, yearly, quarterly};
-    HelpFrame helpFrame{session};
-    MoreHelp help{session, helpFrame, pages, host};
+    FigurePlaces places{context, fields, yearly, quarterly};
+    HelpFrame helpFrame{context};
+    MoreHelp help{context, helpFrame, pages, host};
     CellCommands cells;
-    MenuActions menuActions{session, controllers, yearly, host, cells};
-    RightClickMenu menu{session, objects, helpFrame, menuActions};
-    OkButton ok{session, fields, entry, host};
-    CancelButton cancel{session, entry, pages, host};
-    ClickControllers clicks{session, yearly, quarterly, lastQuarter,
+    MenuActions menuActions{context, controllers, yearly, host, cells};
+    RightClickMenu menu{context, objects, helpFrame, menuActions};
+    OkButton ok{context, fields, entry, host};
+    CancelButton cancel{context, entry, pages, host};
+    ClickControllers clicks{context, yearly, quarterly, lastQuarter,
                             options, lock,   help,      controllers};
-    EntryInput input{session, controllers, quarterly, pages, helpFrame, help, menu, host, cells};
+    EntryInput input{context, controllers, quarterly, pages, helpFrame, help, menu, host, cells};
 
   private:
     // The form's controls must be there before the parts that look them up.
@@ -97,8 +97,8 @@ class VKRDataEntry::Impl final {
 
 VKRDataEntry::Impl::Impl(Services& services, const VKRDataEntry& face)
     : host(services, {face.stateChanged, face.fractionDisplayChanged, face.historyAsked}),
-      session(built(form), services, &consequences),
-      cells(session, yearly, quarterly, face.originOf) {
+      context(built(form), services, &consequences),
+      cells(context, yearly, quarterly, face.originOf) {
     controllers.add(controls::ok.name, ok);
     controllers.add(controls::cancel.name, cancel);
 }
@@ -106,16 +106,16 @@ VKRDataEntry::Impl::Impl(Services& services, const VKRDataEntry& face)
 void VKRDataEntry::Impl::initialize() {
     const During startingUp = pages.keepFocus();
     bool running = false;
-    ifPossible([&] { running = session.services.ambientUserMode(); });
+    ifPossible([&] { running = context.services.ambientUserMode(); });
     if (!running)
         texts.startUp();
     company.clear();
-    session.priceFormat = startPriceFormat;
+    context.priceFormat = startPriceFormat;
     controls::quarterlyPanel.in(form).move(0, 0);
     controls::yearlyIncomeHead.in(form).setAutoSize(true);
-    session[controls::currencySymbol].showStored(startCurrencySymbol);
+    context[controls::currencySymbol].showStored(startCurrencySymbol);
     for (const auto& list : {controls::industry, controls::exchange, controls::source})
-        session[list].clearList();
+        context[list].clearList();
     controls::reportingPeriod.in(form).clearList();
     pages.startOver();
     applyColorScheme();
@@ -173,16 +173,16 @@ const Form& VKRDataEntry::form() const {
 }
 
 bool VKRDataEntry::blnExistsQuarterlyData() const {
-    return impl_->session.company != nullptr && impl_->quarterly.existsData();
+    return impl_->context.company != nullptr && impl_->quarterly.existsData();
 }
 
 bool VKRDataEntry::get_blnDirty() const {
-    return impl_->session.isDirty();
+    return impl_->context.isDirty();
 }
 
 void VKRDataEntry::put_blnDirty(bool blnNewValue) {
-    const Session::Work work(impl_->session);
-    impl_->session.setDirty(blnNewValue);
+    const EntryContext::UpdateScope updating(impl_->context);
+    impl_->context.setDirty(blnNewValue);
     if (!blnNewValue && impl_->company.commit() != nullptr)
         impl_->company.holdCommitted();
 }
@@ -251,13 +251,13 @@ void VKRDataEntry::put_CurrentTab(TABObject enumNewValue) {
 }
 
 const std::string& VKRDataEntry::get_PercentFormat() const {
-    return impl_->session.percentFormat;
+    return impl_->context.percentFormat;
 }
 const std::string& VKRDataEntry::get_DateFormat() const {
-    return impl_->session.dateFormat;
+    return impl_->context.dateFormat;
 }
 const std::string& VKRDataEntry::get_NumberFormat() const {
-    return impl_->session.numberFormat;
+    return impl_->context.numberFormat;
 }
 
 void VKRDataEntry::put_PercentFormat(std::string_view strNewValue) {
@@ -280,7 +280,7 @@ void VKRDataEntry::put_NumberMarks(const NumberMarks& newValue) {
 }
 
 bool VKRDataEntry::get_FractionDisplay() const {
-    return impl_->session.fractionDisplay;
+    return impl_->context.fractionDisplay;
 }
 void VKRDataEntry::put_FractionDisplay(bool blnNewValue) {
     impl_->properties.putFractionDisplay(blnNewValue);
@@ -316,7 +316,7 @@ void VKRDataEntry::put_objCompany(std::shared_ptr<iVKR_Company> objNewValue) {
 }
 
 PlatformType VKRDataEntry::get_Platform() const {
-    return impl_->session.platform;
+    return impl_->context.platform;
 }
 void VKRDataEntry::put_Platform(PlatformType enumNewValue) {
     impl_->properties.putPlatform(enumNewValue);
@@ -358,7 +358,7 @@ void VKRDataEntry::step(HistoryStep step) {
     ifPossible([&] { impl_->form.keyDone(); });
 }
 std::vector<Datum> VKRDataEntry::suggestedDates() const {
-    return impl_->session.dates.suggested();
+    return impl_->context.dates.suggested();
 }
 std::vector<MarkedField> VKRDataEntry::unstoredFields() const {
     return impl_->markedFields(MarkKind::unstored);

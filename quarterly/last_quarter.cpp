@@ -20,8 +20,8 @@ constexpr std::string_view monthAndYear = "MMM YYYY";
 
 } // namespace
 
-LastQuarter::LastQuarter(Session& session, QuarterlyGrid& grid)
-    : session_(session), grid_(grid), trailing_(grid.trailing()) {}
+LastQuarter::LastQuarter(EntryContext& context, QuarterlyGrid& grid)
+    : context_(context), grid_(grid), trailing_(grid.trailing()) {}
 
 void LastQuarter::startOver() {
     visited_.clear();
@@ -29,22 +29,22 @@ void LastQuarter::startOver() {
 }
 
 void LastQuarter::settle() {
-    session_.hideHelpFrame();
+    context_.hideHelpFrame();
     grid_.settleCell();
     leave();
 }
 
 bool LastQuarter::refusesWhileLocked() {
-    if (session_.isLocked())
-        session_.message("Data is locked!\r\rYou must unlock data to add a new quarter.",
+    if (context_.isLocked())
+        context_.message("Data is locked!\r\rYou must unlock data to add a new quarter.",
                          message_box::okOnly);
-    return session_.isLocked();
+    return context_.isLocked();
 }
 
 void LastQuarter::add() {
-    const auto& button = session_[controls::addQuarter];
-    const Session::Work work(session_,
-                             Action{Origin::shifted, withoutMnemonic(button.caption()), {}});
+    const auto& button = context_[controls::addQuarter];
+    const EntryContext::UpdateScope updating(
+        context_, Action{Origin::shifted, withoutMnemonic(button.caption()), {}});
     if (refusesWhileLocked())
         return;
     settle();
@@ -52,16 +52,16 @@ void LastQuarter::add() {
 }
 
 void LastQuarter::move(int quarters) {
-    const auto& field = session_[controls::lastQuarterDate];
-    const Session::Work work(session_, typingIn(field));
-    if (session_.company == nullptr || !grid_.shown() || quarters == 0 || refusesWhileLocked())
+    const auto& field = context_[controls::lastQuarterDate];
+    const EntryContext::UpdateScope updating(context_, typingIn(field));
+    if (context_.company == nullptr || !grid_.shown() || quarters == 0 || refusesWhileLocked())
         return;
     settle();
     tryMove(grid_.topElement() - quarters);
 }
 
 void LastQuarter::tryMove(int element) {
-    if (session_.company == nullptr || !grid_.shown() || element > oldestElement)
+    if (context_.company == nullptr || !grid_.shown() || element > oldestElement)
         return;
     if (const auto refusal = failureOf([&] { moveTo(element); }))
         grid_.tellRefused(*refusal);
@@ -75,11 +75,11 @@ bool LastQuarter::confirmAdding(int count) {
     std::string leaving = named(oldestElement);
     if (count > 1)
         leaving += " - " + named(std::max(0, QuarterlyGrid::mostRows - count));
-    return session_.confirmLoss(text_number::addsQuarter, leaving, message_box::questionIcon);
+    return context_.confirmLoss(text_number::addsQuarter, leaving, message_box::questionIcon);
 }
 
 void LastQuarter::moveTo(int element, std::optional<Date> typed) {
-    auto& company = *session_.company;
+    auto& company = *context_.company;
     if (element < 0 && !confirmAdding(-element))
         return;
     const bool samePeriods = element >= 0 && element == grid_.topElement();
@@ -92,7 +92,7 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
     Visited left{grid_.shown().value_or(newest), {}};
     ifPossible([&] { left.trailing = company.get_Last4QEPS(); });
     if (element < 0) {
-        const ActionScope shifting(session_.company, {Origin::shifted, {}, {}});
+        const ActionScope shifting(context_.company, {Origin::shifted, {}, {}});
         putNewestQuarter(date);
         stayed = grid_.shiftAll(-element);
         visited_.clear();
@@ -102,7 +102,7 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
         visited_[grid_.topElement()] = left;
     }
     put(date);
-    session_.markChanged();
+    context_.markChanged();
     if (grid_.isBlank()) {
         grid_.relabel();
         grid_.storeMarked();
@@ -117,7 +117,7 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
 
 // Both dates of the record, before any figure moves. Throws, with neither changed.
 void LastQuarter::putNewestQuarter(Date date) {
-    auto& company = *session_.company;
+    auto& company = *context_.company;
     Date before = grid_.shown().value_or(grid_.heldUnseen());
     ifPossible([&] { before = company.get_LastQDate(); });
     company.put_LastQDate(date);
@@ -130,7 +130,7 @@ void LastQuarter::putNewestQuarter(Date date) {
 }
 
 void LastQuarter::put(Date date) {
-    session_.putDate(session_[controls::lastQuarterDate], Datum::LastQDate, date);
+    context_.putDate(context_[controls::lastQuarterDate], Datum::LastQDate, date);
     grid_.accept(date);
 }
 
@@ -146,9 +146,9 @@ void LastQuarter::redisplay(bool samePeriods) {
 }
 
 void LastQuarter::leave() {
-    session_.dates.setPending(false);
-    auto& field = session_[controls::lastQuarterDate];
-    if (session_.dates.isSkipped() || field.locked() || session_.company == nullptr)
+    context_.dates.setPending(false);
+    auto& field = context_[controls::lastQuarterDate];
+    if (context_.dates.isSkipped() || field.locked() || context_.company == nullptr)
         return;
     const auto before = grid_.shown();
     const bool committed = std::exchange(typedCommitted_, false);
@@ -159,39 +159,39 @@ void LastQuarter::leave() {
             grid_.storeMarked(); // what waited for the date to be back
         return;
     }
-    const auto typed = session_.typedDate(field);
+    const auto typed = context_.typedDate(field);
     const bool sameDay = typed && before && daysBetween(*before, *typed) == 0;
     const FieldMark mark = field.mark();
     bool stored = true;
-    ifPossible([&] { stored = session_.company->get_LastQDate() == before; });
+    ifPossible([&] { stored = context_.company->get_LastQDate() == before; });
     if (!field.isTyped() || (sameDay && (field.isUnstored() || !stored))) {
         if (before)
             retry(*before);
         return;
     }
-    field.showStored(session_.dateText(before.value_or(Date{})));
+    field.showStored(context_.dateText(before.value_or(Date{})));
     field.setMark(mark);
     takeCommitBack(before, mark);
     if (before)
         grid_.storeMarked(); // in the quarters that are still beside the cells
     if (const auto failure = failureOf([&] { take(before, typed); }))
-        session_.message("LastQDate Lost Focus error: " + *failure, message_box::exclamationIcon);
+        context_.message("LastQDate Lost Focus error: " + *failure, message_box::exclamationIcon);
 }
 
 // A commit may have written what was being typed in the place of the date before.
 void LastQuarter::takeCommitBack(std::optional<Date> before, const FieldMark& mark) {
-    auto& field = session_[controls::lastQuarterDate];
+    auto& field = context_[controls::lastQuarterDate];
     ifPossible([&] {
-        const Date held = session_.company->get_LastQDate();
+        const Date held = context_.company->get_LastQDate();
         const Date old = before.value_or(grid_.heldUnseen());
-        if (held == old || (!before && !Session::isValidDate(held)))
+        if (held == old || (!before && !EntryContext::isValidDate(held)))
             return;
-        if (const auto refusal = session_.refusalOf(Datum::LastQDate, old)) {
-            field.setMark(session_.refused(*refusal));
+        if (const auto refusal = context_.refusalOf(Datum::LastQDate, old)) {
+            field.setMark(context_.refused(*refusal));
             return;
         }
         field.setMark({});
-        session_.markChanged();                // what was committed is no longer what is there
+        context_.markChanged();                // what was committed is no longer what is there
         if (mark.kind == MarkKind::unstored) { // taken by now
             trailing_.derive();
             trailing_.show();
@@ -200,27 +200,27 @@ void LastQuarter::takeCommitBack(std::optional<Date> before, const FieldMark& ma
 }
 
 void LastQuarter::followCommit() {
-    auto& field = session_[controls::lastQuarterDate];
+    auto& field = context_[controls::lastQuarterDate];
     typedCommitted_ = typedCommitted_ || field.isTyped();
-    if (!field.isUnstored() || field.isTyped() || session_.isLocked())
+    if (!field.isUnstored() || field.isTyped() || context_.isLocked())
         return;
     bool stored = false;
-    ifPossible([&] { stored = session_.company->get_LastQDate() == grid_.shown(); });
+    ifPossible([&] { stored = context_.company->get_LastQDate() == grid_.shown(); });
     if (!stored)
         return;
     field.setMark({});
     trailing_.derive();
-    if (!session_[controls::trailingEarnings].isUnstored())
+    if (!context_[controls::trailingEarnings].isUnstored())
         // A commit changes nothing that the host would have to save anew.
-        session_.consequences.trailingEarningsDerived();
+        context_.consequences.trailingEarningsDerived();
 }
 
 // The record may take by now what it refused.
 void LastQuarter::retry(Date date) {
     put(date);
-    if (session_[controls::lastQuarterDate].isUnstored())
+    if (context_[controls::lastQuarterDate].isUnstored())
         return;
-    session_.markChanged();
+    context_.markChanged();
     trailing_.derive();
     redisplay(true);
 }
@@ -243,7 +243,7 @@ void LastQuarter::take(std::optional<Date> before, std::optional<Date> typed) {
     // Figures keep the quarters that the record states for them, though the form shows no date.
     const bool figures = grid_.holdsFigures();
     const Date newest = grid_.newestQuarter();
-    const bool stated = figures && Session::isValidDate(newest);
+    const bool stated = figures && EntryContext::isValidDate(newest);
     const int back = typed && stated ? nearestQuarters(*typed, newest) : 0;
     if (typed &&
         (!figures || (!before && back >= (grid_.isBlank() ? 0 : -3) && back <= oldestElement))) {
@@ -258,17 +258,17 @@ void LastQuarter::take(std::optional<Date> before, std::optional<Date> typed) {
     if (ahead)
         moveTo(grid_.topElement() - *ahead, typed);
     else
-        session_.message(session_.text(text_number::quarterRejected) + "\r" +
-                             session_.text(text_number::quarterPutBack),
+        context_.message(context_.text(text_number::quarterRejected) + "\r" +
+                             context_.text(text_number::quarterPutBack),
                          message_box::exclamationIcon);
 }
 
 void LastQuarter::setAnchor(Date date, bool ofFigures) {
     if (ofFigures)
-        session_.company->put_LastQDateForGrid(date);
+        context_.company->put_LastQDateForGrid(date);
     visited_.clear();
     put(date);
-    session_.markChanged();
+    context_.markChanged();
     if (ofFigures || grid_.isBlank())
         grid_.relabel();
     grid_.storeMarked(); // what was typed over a figure takes its place

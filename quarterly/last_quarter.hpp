@@ -13,7 +13,7 @@ namespace vkr {
 // added, after a question. The date that each visited quarter had comes back with it.
 class LastQuarter {
   public:
-    LastQuarter(Session& session, QuarterlyGrid& grid);
+    LastQuarter(EntryContext& context, QuarterlyGrid& grid);
 
     void startOver(); // another company is held
     void move(int quarters);
@@ -46,7 +46,7 @@ class LastQuarter {
     void putNewestQuarter(Date date);
     void redisplay(bool samePeriods);
 
-    Session& session_;
+    EntryContext& context_;
     QuarterlyGrid& grid_;
     TrailingSum& trailing_;
     std::map<int, Visited> visited_; // by element

@@ -14,7 +14,7 @@ namespace vkr {
 
 void QuarterRows::make(int count) {
     count_ = std::clamp(count, 1, most);
-    Form& form = session_.form;
+    Form& form = context_.form;
     std::vector<std::string_view> arrays{controls::quarterLabel.name}; // an element each a row
     for (const auto& column : quarterlyColumns())
         arrays.push_back(column.cells.name);
@@ -28,7 +28,7 @@ void QuarterRows::make(int count) {
 
 // As the one above it.
 void QuarterRows::add(std::string_view array, int row) {
-    Form& form = session_.form;
+    Form& form = context_.form;
     const Control& above = *form.find(array, row - 1);
     Control* added = nullptr;
     if (above.kind() == ControlKind::label) {
@@ -53,11 +53,11 @@ void QuarterRows::add(std::string_view array, int row) {
 }
 
 void QuarterRows::layOut() {
-    auto& panel = session_[controls::quarterlyPanel];
+    auto& panel = context_[controls::quarterlyPanel];
     const auto& view = *panel.container();
     const Twips pitch = sizes::cellPitch;
     const int fitting = std::max(1, static_cast<int>((view.height() - 15) / pitch));
-    auto& bar = session_[controls::quarterlyBar];
+    auto& bar = context_[controls::quarterlyBar];
     bar.setRange(0, std::max(0, count_ - fitting), 1, fitting);
     bar.setVisible(count_ > fitting);
     panel.resize(panel.width(), std::max(view.height(), count_ * pitch + 15));
@@ -65,22 +65,22 @@ void QuarterRows::layOut() {
 }
 
 int QuarterRows::firstInView() const {
-    const auto& bar = session_[controls::quarterlyBar];
+    const auto& bar = context_[controls::quarterlyBar];
     return SafeDivide(bar.value(), bar.smallChange(), false, 0, false, 0).toLong();
 }
 
 void QuarterRows::scroll() {
-    auto& panel = session_[controls::quarterlyPanel];
-    const auto& cell = session_[controls::quarterlyEarnings[firstInView()]];
+    auto& panel = context_[controls::quarterlyPanel];
+    const auto& cell = context_[controls::quarterlyEarnings[firstInView()]];
     panel.move(panel.left(), 15 - cell.top());
-    for (int i = 0; i <= controls::quarterlyCurrency.last(session_.form); ++i) {
-        auto& label = session_[controls::quarterlyCurrency[i]];
+    for (int i = 0; i <= controls::quarterlyCurrency.last(context_.form); ++i) {
+        auto& label = context_[controls::quarterlyCurrency[i]];
         label.move(label.left(), cell.top() + 30);
     }
 }
 
 void QuarterRows::bringIntoView(int row) {
-    auto& bar = session_[controls::quarterlyBar];
+    auto& bar = context_[controls::quarterlyBar];
     if (row < bar.value())
         bar.setValue(row);
     else if (row >= bar.value() + bar.largeChange())
@@ -88,7 +88,7 @@ void QuarterRows::bringIntoView(int row) {
 }
 
 int QuarterRows::page() const {
-    return session_[controls::quarterlyBar].largeChange();
+    return context_[controls::quarterlyBar].largeChange();
 }
 
 } // namespace vkr

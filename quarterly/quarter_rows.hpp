@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "form/sizes.hpp"
 
 #include <string_view>
@@ -12,7 +12,7 @@ namespace vkr {
 // their view. `count` rows are there, 1 to most; the bar says which is the first in view.
 class QuarterRows {
   public:
-    explicit QuarterRows(Session& session) : session_(session) {}
+    explicit QuarterRows(EntryContext& context) : context_(context) {}
 
     static constexpr int most = 35;
     static constexpr int atStart = sizes::quarterRows;
@@ -29,7 +29,7 @@ class QuarterRows {
     void add(std::string_view array, int row);
     [[nodiscard]] int firstInView() const;
 
-    Session& session_;
+    EntryContext& context_;
     int count_ = atStart;
 };
 

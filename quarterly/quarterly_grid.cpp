@@ -13,31 +13,31 @@
 
 namespace vkr {
 
-QuarterlyGrid::QuarterlyGrid(Session& session)
-    : SeriesGrid(session, quarterlyColumns()), rows_(session), trailing_(session, shown_) {}
+QuarterlyGrid::QuarterlyGrid(EntryContext& context)
+    : SeriesGrid(context, quarterlyColumns()), rows_(context), trailing_(context, shown_) {}
 
 std::optional<Date> QuarterlyGrid::lastQuarter() const {
-    const auto& field = session_[controls::lastQuarterDate];
-    return !field.isTyped() ? shown_ : session_.typedDate(field);
+    const auto& field = context_[controls::lastQuarterDate];
+    return !field.isTyped() ? shown_ : context_.typedDate(field);
 }
 
 Date QuarterlyGrid::newestQuarter() const {
     Date newest{};
-    if (session_.company != nullptr)
-        ifPossible([&] { newest = session_.company->get_LastQDateForGrid(); });
-    return Session::isValidDate(newest) ? newest : shown_.value_or(Date{});
+    if (context_.company != nullptr)
+        ifPossible([&] { newest = context_.company->get_LastQDateForGrid(); });
+    return EntryContext::isValidDate(newest) ? newest : shown_.value_or(Date{});
 }
 
 std::optional<Date> QuarterlyGrid::fiscalYearDate() const {
-    return session_.dateOf(session_[controls::lastFiscalYearDate], Datum::LastFYDate);
+    return context_.dateOf(context_[controls::lastFiscalYearDate], Datum::LastFYDate);
 }
 
 void QuarterlyGrid::showSpan() {
     hidden_ = {};
     shown_.reset();
     ifPossible([&] {
-        hidden_ = session_.company->get_LastQDate();
-        session_[controls::lastQuarterDate].showStored(session_.dateText(hidden_));
+        hidden_ = context_.company->get_LastQDate();
+        context_[controls::lastQuarterDate].showStored(context_.dateText(hidden_));
         accept(hidden_);
     });
     relabel();
@@ -47,9 +47,9 @@ void QuarterlyGrid::relabel() {
     blank_ = false;
     const Date newest = newestQuarter();
     element_ = shown_ ? nearestQuarters(*shown_, newest) : 0;
-    session_[controls::quarterSpinner].setValue(-element_);
+    context_[controls::quarterSpinner].setValue(-element_);
     for (int row = 0; row < visibleRows(); ++row) {
-        auto& label = session_[controls::quarterLabel[row]];
+        auto& label = context_[controls::quarterLabel[row]];
         // Counted from the newest quarter, so that a quarter has one name wherever it is shown.
         const Date date = !shown_    ? Date{}
                           : row == 0 ? *shown_
@@ -57,11 +57,11 @@ void QuarterlyGrid::relabel() {
         label.setCaption(formatDate(date, "Short Date"));
         label.setTag(plainNumberText(date.serial));
     }
-    session_.consequences.rowsLabelled();
+    context_.consequences.rowsLabelled();
     ifPossible([&] {
         const auto fiscalYearEnd = fiscalYearDate();
-        session_[controls::fiscalYearDateShown].setCaption(
-            session_.dateText(fiscalYearEnd.value_or(Date{})));
+        context_[controls::fiscalYearDateShown].setCaption(
+            context_.dateText(fiscalYearEnd.value_or(Date{})));
     });
     checkInvariants();
 }
@@ -72,13 +72,13 @@ void QuarterlyGrid::clearLabels() {
     element_ = 0;
     blank_ = true;
     for (int row = 0; row < visibleRows(); ++row) {
-        auto& label = session_[controls::quarterLabel[row]];
+        auto& label = context_[controls::quarterLabel[row]];
         label.setCaption("");
         label.setTag("");
     }
-    session_.consequences.rowsLabelled();
-    if (session_.company != nullptr)
-        session_[controls::fiscalYearDateShown].setCaption("");
+    context_.consequences.rowsLabelled();
+    if (context_.company != nullptr)
+        context_[controls::fiscalYearDateShown].setCaption("");
     checkInvariants();
 }
 
@@ -100,12 +100,12 @@ void QuarterlyGrid::shade() {
         for (TextBox* cell : cells(column))
             cell->setBackColor(cellColor(cell->index()));
     for (int row = 0; row < visibleRows(); ++row)
-        session_[controls::quarterLabel[row]].setBackColor(row == yellowRow ? colors::yellow
+        context_[controls::quarterLabel[row]].setBackColor(row == yellowRow ? colors::yellow
                                                                             : colors::buttonFace);
 }
 
 void QuarterlyGrid::setVisibleRows(int count) {
-    const Form& form = session_.form;
+    const Form& form = context_.form;
     const int last = std::clamp(count, 1, mostRows) - 1;
     if (const auto* active = form.activeControl(); active != nullptr && form.hasFocus())
         if (const auto cell = find(*active)) {
@@ -115,7 +115,7 @@ void QuarterlyGrid::setVisibleRows(int count) {
         }
     rows_.make(count);
     collectCells();
-    if (session_.company != nullptr) {
+    if (context_.company != nullptr) {
         relabel();
         showAgain();
     }
@@ -127,7 +127,7 @@ void QuarterlyGrid::setVisibleRows(int count) {
 
 void QuarterlyGrid::turnPage(const Control& active, int direction) {
     const int step = direction * rows_.page();
-    auto& bar = session_[controls::quarterlyBar];
+    auto& bar = context_[controls::quarterlyBar];
     bar.setValue(bar.value() + step);
     const auto cell = find(active);
     if (!cell)
@@ -140,17 +140,17 @@ void QuarterlyGrid::turnPage(const Control& active, int direction) {
 }
 
 std::string QuarterlyGrid::labelOf(int row) const {
-    return session_[controls::quarterLabel[row]].caption();
+    return context_[controls::quarterLabel[row]].caption();
 }
 
 BlockGrid::Row QuarterlyGrid::periodOf(int row) const {
-    return {.year = 0, .date = Date{leadingNumber(session_[controls::quarterLabel[row]].tag())}};
+    return {.year = 0, .date = Date{leadingNumber(context_[controls::quarterLabel[row]].tag())}};
 }
 
 void QuarterlyGrid::enter(Cell cell) {
     bringIntoView(cell);
     const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
-    if (isOfEarnings(cell) && session_.unitFactor != 1 && session_.company != nullptr && !blank_ &&
+    if (isOfEarnings(cell) && context_.unitFactor != 1 && context_.company != nullptr && !blank_ &&
         box.mark().kind == MarkKind::none && !box.isTyped())
         showElement(cell); // per share, as it is typed
     SeriesGrid::enter(cell);
@@ -171,7 +171,7 @@ bool QuarterlyGrid::existsData() const {
         bool found = false;
         ifPossible([&] {
             const Variant value = readSeries(
-                *session_.company, seriesOf(columns()[static_cast<std::size_t>(column)]).series);
+                *context_.company, seriesOf(columns()[static_cast<std::size_t>(column)]).series);
             const VariantArray& figures = value.array();
             const std::int64_t last = figures.upper(); // which may be the end of int
             for (std::int64_t i = std::max(0, figures.lower()); i <= last && !found; ++i)
@@ -186,11 +186,11 @@ bool QuarterlyGrid::existsData() const {
 }
 
 std::string QuarterlyGrid::reasonNotToStore() const {
-    return shown_ && lastQuarter() ? std::string() : session_.text(text_number::reasonNoQuarter);
+    return shown_ && lastQuarter() ? std::string() : context_.text(text_number::reasonNoQuarter);
 }
 
 void QuarterlyGrid::stored(Cell cell) {
-    if (!isOfEarnings(cell) || !session_.isDirty())
+    if (!isOfEarnings(cell) || !context_.isDirty())
         return;
     trailing_.derive();
     if (trailing_.isDerived())
@@ -199,7 +199,7 @@ void QuarterlyGrid::stored(Cell cell) {
 
 // What the field has just come to show.
 void QuarterlyGrid::accept(Date date) {
-    const bool shown = !session_[controls::lastQuarterDate].text().empty();
+    const bool shown = !context_[controls::lastQuarterDate].text().empty();
     shown_ = shown ? std::optional(date) : std::nullopt;
 }
 
@@ -207,7 +207,7 @@ bool QuarterlyGrid::holdsFigures() const {
     bool found = false;
     forEachSeries([&](const GridSeries& series) {
         ifPossible([&] {
-            const Variant value = readSeries(*session_.company, series.series);
+            const Variant value = readSeries(*context_.company, series.series);
             const VariantArray& figures = value.array();
             const std::int64_t last = figures.upper(); // which may be the end of int
             for (std::int64_t i = figures.lower(); i <= last && !found; ++i)

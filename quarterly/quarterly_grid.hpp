@@ -22,7 +22,7 @@ namespace vkr {
 // A last quarter that is being typed counts when it is left.
 class QuarterlyGrid final : public SeriesGrid {
   public:
-    explicit QuarterlyGrid(Session& session);
+    explicit QuarterlyGrid(EntryContext& context);
 
     static constexpr int mostRows = QuarterRows::most;
     static constexpr int startRows = QuarterRows::atStart;

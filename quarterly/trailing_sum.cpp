@@ -11,10 +11,10 @@
 namespace vkr {
 
 EarningsInput TrailingSum::asked() const {
-    const auto& company = *session_.company;
-    const auto valid = [](Date date) { return Session::isValidDate(date) ? date : Date{}; };
+    const auto& company = *context_.company;
+    const auto valid = [](Date date) { return EntryContext::isValidDate(date) ? date : Date{}; };
     // A last quarter that was refused is that of the form alone.
-    const bool shown = lastQuarter_ && !session_[controls::lastQuarterDate].isUnstored();
+    const bool shown = lastQuarter_ && !context_[controls::lastQuarterDate].isUnstored();
     EarningsInput input;
     input.lastQuarter = valid(shown ? *lastQuarter_ : company.get_LastQDate());
     input.newestQuarter = valid(company.get_LastQDateForGrid());
@@ -34,7 +34,7 @@ std::optional<double> TrailingSum::worked() {
     if (rule_ == nullptr)
         ifPossible([&] {
             rule_ = std::dynamic_pointer_cast<TrailingEarnings>(
-                session_.services.createObject(trailingEarningsId));
+                context_.services.createObject(trailingEarningsId));
         });
     if (rule_ == nullptr)
         rule_ = newTrailingEarnings();
@@ -44,11 +44,11 @@ std::optional<double> TrailingSum::worked() {
 }
 
 void TrailingSum::store(double sum) {
-    const ActionScope derived(session_.company, {Origin::derived, {}, {}});
-    session_.company->put_Last4QEPS(sum);
-    auto& field = session_[controls::trailingEarnings];
+    const ActionScope derived(context_.company, {Origin::derived, {}, {}});
+    context_.company->put_Last4QEPS(sum);
+    auto& field = context_[controls::trailingEarnings];
     // A record may keep what was typed, and then it is as doubtful as before.
-    if (field.isUnstored() || session_.company->get_Last4QEPS() == sum)
+    if (field.isUnstored() || context_.company->get_Last4QEPS() == sum)
         field.setMark({});
 }
 
@@ -58,7 +58,7 @@ void TrailingSum::derive() {
         return;
     ifPossible([&] {
         store(*derived_);
-        session_.company->put_QuarterlyFlag(true);
+        context_.company->put_QuarterlyFlag(true);
     });
 }
 
@@ -73,27 +73,27 @@ void TrailingSum::followYear() {
 }
 
 void TrailingSum::doubtTyped() {
-    auto& field = session_[controls::trailingEarnings];
+    auto& field = context_[controls::trailingEarnings];
     double typed = 0;
     derived_ = worked();
     if (!derived_ || field.isUnstored() ||
-        !attempt([&] { typed = session_.company->get_Last4QEPS(); }) || typed == *derived_)
+        !attempt([&] { typed = context_.company->get_Last4QEPS(); }) || typed == *derived_)
         return;
     const std::string before = field.mark().reason.empty() ? "" : field.mark().reason + " ";
-    field.setMark({MarkKind::doubtful, before + session_.text(text_number::sumReplaces) + " " +
-                                           formatNumber(*derived_, session_.numberFormat,
-                                                        session_.form.numberMarks())});
+    field.setMark({MarkKind::doubtful, before + context_.text(text_number::sumReplaces) + " " +
+                                           formatNumber(*derived_, context_.numberFormat,
+                                                        context_.form.numberMarks())});
 }
 
 void TrailingSum::show() {
-    auto& field = session_[controls::trailingEarnings];
+    auto& field = context_[controls::trailingEarnings];
     if (field.isUnstored())
         return;
     const FieldState before = field.state();
-    session_.consequences.trailingEarningsDerived();
-    session_.hideHelpFrame();
+    context_.consequences.trailingEarningsDerived();
+    context_.hideHelpFrame();
     if (before.isTyped(field.text()))
-        session_.markChanged();
+        context_.markChanged();
     else
         field.setMark(before.mark());
 }

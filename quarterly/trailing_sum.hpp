@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "binding/trailing_earnings.hpp"
 
 #include <memory>
@@ -14,8 +14,8 @@ namespace vkr {
 class TrailingSum {
   public:
     // `lastQuarter` is the one on show.
-    TrailingSum(Session& session, const std::optional<Date>& lastQuarter)
-        : session_(session), lastQuarter_(lastQuarter) {}
+    TrailingSum(EntryContext& context, const std::optional<Date>& lastQuarter)
+        : context_(context), lastQuarter_(lastQuarter) {}
 
     void derive();                            // and stores it, where the rule can tell
     void lookAgain() { derived_ = worked(); } // what is stored stays
@@ -32,7 +32,7 @@ class TrailingSum {
     [[nodiscard]] std::optional<double> worked();
     [[nodiscard]] EarningsInput asked() const;
 
-    Session& session_;
+    EntryContext& context_;
     const std::optional<Date>& lastQuarter_;
     std::shared_ptr<TrailingEarnings> rule_; // made when it is first asked
     std::optional<double> derived_;          // what it answered last

@@ -21,9 +21,9 @@ class Objects : public testing::Test, protected test::ComponentParts {
         throw std::out_of_range(std::string(id));
     }
     void choose(Choice choice) {
-        session.incomeRow =
+        context.incomeRow =
             choice == Choice::taxRate ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
-        session.equityRow =
+        context.equityRow =
             choice == Choice::bookValue ? EquityRow::bookValue : EquityRow::commonEquity;
     }
 };

@@ -438,7 +438,7 @@ class HelpFrameSize : public testing::Test, protected test::ComponentParts {
     }
     Frame& frame() { return form.get<Frame>("fraDE", frame::help); }
 
-    HelpFrame help{session};
+    HelpFrame help{context};
 };
 
 TEST_F(HelpFrameSize, AShortTextTakesOneLine) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "input/number_text.hpp"
@@ -159,8 +159,8 @@ TEST(NumberMarks, OneGroupThatMayBeMeantAsDecimalsIsInDoubt) {
 TEST(NumberMarks, WhatAGroupedPatternPassesOverIsInDoubtWithoutADecimalMark) {
     Form form;
     VirtualDesktop desktop;
-    Session session(form, desktop);
-    session.numberFormat = "#,##0.00";
+    EntryContext context(form, desktop);
+    context.numberFormat = "#,##0.00";
     const struct {
         const NumberMarks& marks;
         const char* text;
@@ -178,7 +178,7 @@ TEST(NumberMarks, WhatAGroupedPatternPassesOverIsInDoubtWithoutADecimalMark) {
     };
     for (const auto& one : cases) {
         form.setNumberMarks(one.marks);
-        const NumericText read = session.typedNumber(one.text, 0);
+        const NumericText read = context.typedNumber(one.text, 0);
         EXPECT_EQ(read.text, one.number) << one.text;
         EXPECT_EQ(read.leftOut, one.leftOut) << one.text;
     }

@@ -1125,8 +1125,8 @@ class Commands : public testing::Test, protected ComponentParts, private MenuHos
 
     struct Handler : FormHandler {
     } handler;
-    HelpFrame help{session};
-    RightClickMenu menu{session, objects, help, *this};
+    HelpFrame help{context};
+    RightClickMenu menu{context, objects, help, *this};
     std::optional<Date> held; // by the field that is asked for
     Names asked;
 };
@@ -1147,7 +1147,7 @@ TEST_F(Commands, NoneChangesALockedField) {
             desktop.setClipboardText("held");
         }
     EXPECT_TRUE(desktop.calendars().empty());
-    EXPECT_FALSE(session.isDirty());
+    EXPECT_FALSE(context.isDirty());
     for (const auto& what : asked)
         EXPECT_TRUE(what == "add" || what == "remove" || what.starts_with("cells ")) << what;
     EXPECT_EQ(asked.size(), 28U) << "the handlers of buttons and cells know the lock";

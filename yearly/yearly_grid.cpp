@@ -32,21 +32,21 @@ constexpr ShadeBand bands[] = {
 
 } // namespace
 
-YearlyGrid::YearlyGrid(Session& session) : SeriesGrid(session, yearlyColumns()) {}
+YearlyGrid::YearlyGrid(EntryContext& context) : SeriesGrid(context, yearlyColumns()) {}
 
 int YearlyGrid::lastFiscalYear() const {
-    const double year = std::nearbyint(leadingNumber(session_[controls::lastFiscalYear].text()));
+    const double year = std::nearbyint(leadingNumber(context_[controls::lastFiscalYear].text()));
     return std::abs(year) <= lastYear ? static_cast<int>(year) : 0;
 }
 
 void YearlyGrid::showSpan() {
     ifPossible([&] {
-        session_[controls::lastFiscalYearDate].showStored(
-            session_.dateText(session_.company->get_LastFYDate()));
+        context_[controls::lastFiscalYearDate].showStored(
+            context_.dateText(context_.company->get_LastFYDate()));
     });
     ifPossible([&] {
-        const int year = session_.company->get_LastFY();
-        session_[controls::lastFiscalYear].showStored(year == 0 ? "" : std::to_string(year));
+        const int year = context_.company->get_LastFY();
+        context_[controls::lastFiscalYear].showStored(year == 0 ? "" : std::to_string(year));
     });
     relabel();
 }
@@ -55,32 +55,32 @@ void YearlyGrid::relabel() {
     const int newest = lastFiscalYear();
     for (int i = 0; i < rows; ++i) {
         const std::string year = newest == 0 ? "" : std::to_string(newest - lastYearRow + i);
-        session_[controls::yearLabel[i]].setCaption(year);
+        context_[controls::yearLabel[i]].setCaption(year);
     }
-    session_.consequences.rowsLabelled();
+    context_.consequences.rowsLabelled();
 }
 
 void YearlyGrid::clearLabels() {
     for (int i = 0; i < rows; ++i)
-        session_[controls::yearLabel[i]].setCaption("");
-    session_.consequences.rowsLabelled();
+        context_[controls::yearLabel[i]].setCaption("");
+    context_.consequences.rowsLabelled();
 }
 
 void YearlyGrid::setShade(Color color) {
     shadeColor_ = color;
     const bool shades = color != colors::white;
-    session_[controls::legend].setVisible(shades);
-    session_[controls::legendCaption].setVisible(shades);
+    context_[controls::legend].setVisible(shades);
+    context_[controls::legendCaption].setVisible(shades);
     shade();
 }
 
 void YearlyGrid::shade() {
-    session_[controls::legend].setBackColor(shadeColor_);
+    context_[controls::legend].setBackColor(shadeColor_);
     for (int column = 0; column < static_cast<int>(columns().size()); ++column) {
         const Datum series = columns()[static_cast<std::size_t>(column)].first.series;
         for (TextBox* cell : cells(column)) {
             const bool required = std::ranges::any_of(bands, [&](const ShadeBand& band) {
-                return band.platform == session_.platform && band.series == series &&
+                return band.platform == context_.platform && band.series == series &&
                        cell->index() >= band.first && cell->index() <= band.last;
             });
             cell->setBackColor(required ? shadeColor_ : colors::white);
@@ -92,39 +92,39 @@ void YearlyGrid::shade() {
 
 void YearlyGrid::changeSpan(int years) {
     const bool adds = years > 0;
-    const auto& button = session_[adds ? controls::addYear : controls::removeYear];
-    const Session::Work work(session_,
-                             Action{Origin::shifted, withoutMnemonic(button.caption()), {}});
-    if (session_.isLocked()) {
-        session_.message(adds ? "Data is locked!\r\rYou must unlock data to add a new year."
+    const auto& button = context_[adds ? controls::addYear : controls::removeYear];
+    const EntryContext::UpdateScope updating(
+        context_, Action{Origin::shifted, withoutMnemonic(button.caption()), {}});
+    if (context_.isLocked()) {
+        context_.message(adds ? "Data is locked!\r\rYou must unlock data to add a new year."
                               : "Data is locked!\r\rYou must unlock data to remove a year.",
                          message_box::okOnly);
         return;
     }
-    session_.hideHelpFrame();
+    context_.hideHelpFrame();
     settleCell();
     leaveLastFiscalYear();
     const int newest = lastFiscalYear();
     const int target = newest + years;
-    if (session_.company == nullptr || target < firstYear || target > lastYear)
+    if (context_.company == nullptr || target < firstYear || target > lastYear)
         return;
     const bool confirmed =
-        adds ? session_.confirmLoss(text_number::addsYear, std::to_string(newest - lastYearRow))
-             : session_.confirmLoss(text_number::removesYear, std::to_string(newest));
+        adds ? context_.confirmLoss(text_number::addsYear, std::to_string(newest - lastYearRow))
+             : context_.confirmLoss(text_number::removesYear, std::to_string(newest));
     if (!confirmed || lastFiscalYear() != newest) // another year was typed under the question
         return;
     // As it is now: a record may let its date follow the year.
-    const auto end = session_.dateOf(session_[controls::lastFiscalYearDate], Datum::LastFYDate);
+    const auto end = context_.dateOf(context_[controls::lastFiscalYearDate], Datum::LastFYDate);
     // Asked of the record first: figures that move without their year would stand in a wrong one.
     if (const auto refusal =
-            failureOf([&] { session_.company->put_LastFY(static_cast<std::int16_t>(target)); })) {
+            failureOf([&] { context_.company->put_LastFY(static_cast<std::int16_t>(target)); })) {
         tellRefused(*refusal);
         return;
     }
     const auto stayed = shift(years, end);
-    session_[controls::lastFiscalYear].setText(std::to_string(target));
+    context_[controls::lastFiscalYear].setText(std::to_string(target));
     acceptLastFiscalYear(target);
-    session_.markChanged();
+    context_.markChanged();
     selectCell();
     tellStayed(stayed);
 }
@@ -134,37 +134,37 @@ std::vector<std::string> YearlyGrid::shift(int years, std::optional<Date> end) {
         return {};
     auto stayed = shiftAll(years);
     showAll();
-    session_.consequences.yearsShifted();
+    context_.consequences.yearsShifted();
     if (end)
-        session_.putDate(session_[controls::lastFiscalYearDate], Datum::LastFYDate,
+        context_.putDate(context_[controls::lastFiscalYearDate], Datum::LastFYDate,
                          addYears(*end, years));
-    session_.consequences.fiscalYearMoved();
+    context_.consequences.fiscalYearMoved();
     return stayed;
 }
 
 void YearlyGrid::acceptLastFiscalYear(int year) {
-    auto& field = session_[controls::lastFiscalYear];
-    checkFieldChange(field, session_);
+    auto& field = context_[controls::lastFiscalYear];
+    checkFieldChange(field, context_);
     relabel();
     auto refusal =
-        failureOf([&] { session_.company->put_LastFY(static_cast<std::int16_t>(year)); });
-    if (refusal && attemptOr(false, [&] { return session_.company->get_LastFY() == year; }))
+        failureOf([&] { context_.company->put_LastFY(static_cast<std::int16_t>(year)); });
+    if (refusal && attemptOr(false, [&] { return context_.company->get_LastFY() == year; }))
         refusal.reset();
-    field.setMark(refusal ? session_.refused(*refusal) : FieldMark());
+    field.setMark(refusal ? context_.refused(*refusal) : FieldMark());
     if (!refusal)
-        session_.markChanged();
+        context_.markChanged();
 }
 
 void YearlyGrid::typeLastFiscalYear() {
-    auto& field = session_[controls::lastFiscalYear];
-    if (session_.company == nullptr || textLength(field.text()) < field.maxLength() ||
+    auto& field = context_[controls::lastFiscalYear];
+    if (context_.company == nullptr || textLength(field.text()) < field.maxLength() ||
         !field.isTyped())
         return;
     const int year = lastFiscalYear();
     if (year < firstYear || year > lastYear) {
         field.takeTypedBack();
         SelectAllText(field); // what is typed next replaces it
-        session_.tellRefused(field, text_number::noteYear);
+        context_.tellRefused(field, text_number::noteYear);
     } else {
         acceptLastFiscalYear(year);
     }
@@ -172,64 +172,64 @@ void YearlyGrid::typeLastFiscalYear() {
 
 // What is no whole year gives way to the accepted one.
 void YearlyGrid::leaveLastFiscalYear() {
-    auto& field = session_[controls::lastFiscalYear];
+    auto& field = context_[controls::lastFiscalYear];
     if (const std::string typed(trimmed(field.text())); field.isTyped()) {
         field.takeTypedBack();
         if (!typed.empty() && !field.isUnstored())
-            session_.markDoubtful(field, typed);
+            context_.markDoubtful(field, typed);
     }
-    if (field.isUnstored() && !field.locked() && session_.company != nullptr)
+    if (field.isUnstored() && !field.locked() && context_.company != nullptr)
         acceptLastFiscalYear(lastFiscalYear()); // the record may take it by now
 }
 
 void YearlyGrid::leaveLastFiscalYearDate() {
-    session_.dates.setPending(false);
-    auto& field = session_[controls::lastFiscalYearDate];
-    if (session_.dates.isSkipped() || field.locked() || session_.company == nullptr)
+    context_.dates.setPending(false);
+    auto& field = context_[controls::lastFiscalYearDate];
+    if (context_.dates.isSkipped() || field.locked() || context_.company == nullptr)
         return;
     const bool untouched = field.standsForStored();
     const bool marked = field.isUnstored();
-    checkFieldChange(field, session_);
+    checkFieldChange(field, context_);
     if (untouched) {
         if (marked)
-            session_.consequences.fiscalYearMoved(); // back from the date that was refused
+            context_.consequences.fiscalYearMoved(); // back from the date that was refused
         return;
     }
-    const auto typed = session_.typedDate(field);
+    const auto typed = context_.typedDate(field);
     if (!typed) {
-        field.setMark(session_.unstored(text_number::reasonNoDate));
+        field.setMark(context_.unstored(text_number::reasonNoDate));
         return;
     }
-    if (const auto refusal = session_.refusalOf(Datum::LastFYDate, *typed)) {
-        field.setMark(session_.refused(*refusal));
+    if (const auto refusal = context_.refusalOf(Datum::LastFYDate, *typed)) {
+        field.setMark(context_.refused(*refusal));
         return;
     }
-    field.showStored(session_.dateText(*typed));
-    session_.markChanged();
-    session_.consequences.fiscalYearMoved();
+    field.showStored(context_.dateText(*typed));
+    context_.markChanged();
+    context_.consequences.fiscalYearMoved();
 }
 
 void YearlyGrid::setUpBar() {
-    const auto& panel = session_[controls::yearlyPanel];
+    const auto& panel = context_[controls::yearlyPanel];
     const auto& view = *panel.container();
-    auto& bar = session_[controls::yearlyBar];
+    auto& bar = context_[controls::yearlyBar];
     const int hidden = static_cast<int>(panel.width() - view.width());
     bar.setVisible(hidden > 0);
     bar.setRange(0, std::max(0, hidden), std::max(1, hidden / 4), std::max(1, hidden));
 }
 
 void YearlyGrid::pan() {
-    auto& panel = session_[controls::yearlyPanel];
-    panel.move(-session_[controls::yearlyBar].value(), panel.top());
+    auto& panel = context_[controls::yearlyPanel];
+    panel.move(-context_[controls::yearlyBar].value(), panel.top());
 }
 
 int YearlyGrid::reachableColumns() const {
     const int all = static_cast<int>(columns().size());
-    return session_[controls::yearlyBar].visible() ? all : all - 1;
+    return context_[controls::yearlyBar].visible() ? all : all - 1;
 }
 
 void YearlyGrid::movedRight(Cell from) {
-    auto& bar = session_[controls::yearlyBar];
+    auto& bar = context_[controls::yearlyBar];
     if (columns()[static_cast<std::size_t>(from.column)].first.series == Datum::YLowSeries &&
         bar.visible())
         bar.setValue(bar.maximum());
@@ -238,16 +238,16 @@ void YearlyGrid::movedRight(Cell from) {
 void YearlyGrid::stored(Cell cell) {
     if (columns()[static_cast<std::size_t>(cell.column)].first.series == Datum::YEPSSeries &&
         cell.row == lastYearRow)
-        session_.consequences.yearlyEarningsStored();
+        context_.consequences.yearlyEarningsStored();
 }
 
 std::string YearlyGrid::labelOf(int row) const {
-    return session_[controls::yearLabel[row]].caption();
+    return context_[controls::yearLabel[row]].caption();
 }
 
 BlockGrid::Row YearlyGrid::periodOf(int row) const {
     const int newest = lastFiscalYear();
-    const auto end = session_.dateOf(session_[controls::lastFiscalYearDate], Datum::LastFYDate);
+    const auto end = context_.dateOf(context_[controls::lastFiscalYearDate], Datum::LastFYDate);
     const int years = row - lastYearRow;
     return {.year = newest == 0 ? 0 : newest + years, .date = end ? addYears(*end, years) : Date{}};
 }
@@ -261,7 +261,7 @@ void YearlyGrid::bringIntoView(Cell cell) {
     const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
     const auto& panel = *box.container();
     const auto& view = *panel.container();
-    auto& bar = session_[controls::yearlyBar];
+    auto& bar = context_[controls::yearlyBar];
     if (box.left() + panel.left() < 0)
         bar.setValue(static_cast<int>(box.left()));
     else if (box.left() + box.width() + panel.left() > view.width())

@@ -9,7 +9,7 @@ namespace vkr {
 // Ten fiscal years and the one after: cell 9 is the last fiscal year Y, cell i the year Y - 9 + i.
 class YearlyGrid final : public SeriesGrid {
   public:
-    explicit YearlyGrid(Session& session);
+    explicit YearlyGrid(EntryContext& context);
 
     static constexpr int rows = sizes::yearRows;
     static constexpr int lastYearRow = 9; // of the last fiscal year; the next one is below

@@ -17,10 +17,10 @@ struct ComponentParts {
     struct Built {
         explicit Built(Form& form) { buildForm(form); }
     } built{form};
-    Session session{form, desktop};
-    CompanyFields fields{session};
-    YearlyGrid yearly{session};
-    QuarterlyGrid quarterly{session};
+    EntryContext context{form, desktop};
+    CompanyFields fields{context};
+    YearlyGrid yearly{context};
+    QuarterlyGrid quarterly{context};
     EntryObjects objects{form, yearly, quarterly};
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "binding/session.hpp"
+#include "binding/entry_context.hpp"
 
 #include "form/controls.hpp"
 #include "input/date_pattern.hpp"
@@ -23,40 +23,40 @@ Consequences nothingFollows;
 
 } // namespace
 
-Session::Session(Form& ownForm, Services& hostServices, Consequences* theConsequences)
+EntryContext::EntryContext(Form& ownForm, Services& hostServices, Consequences* theConsequences)
     : form(ownForm), services(hostServices),
       consequences(theConsequences == nullptr ? nothingFollows : *theConsequences) {}
 
-void Session::checkInvariants() const {
-    assert(works_ >= 0);
+void EntryContext::checkInvariants() const {
+    assert(updates_ >= 0);
     assert(!onlyPicked_ || dirty_);
     assert((unit == 3 && unitFactor == 1000) || (unit == 6 && unitFactor == 1) ||
            (unit == 9 && unitFactor == 0.001));
 }
 
-void Session::hideHelpFrame() {
+void EntryContext::hideHelpFrame() {
     controls::helpFrame.in(form).setVisible(false);
 }
 
-void Session::markChanged() {
+void EntryContext::markChanged() {
     onlyPicked_ = false;
     dirty_ = true;
     tellState();
 }
 
-void Session::markPicked() {
+void EntryContext::markPicked() {
     const bool only = !dirty_ || onlyPicked_;
     setDirty(true);
     onlyPicked_ = only && dirty_; // whoever heard of it may have taken it back
     checkInvariants();
 }
 
-void Session::takePickBack() {
+void EntryContext::takePickBack() {
     if (onlyPicked_)
         setDirty(false);
 }
 
-void Session::setDirty(bool value) {
+void EntryContext::setDirty(bool value) {
     onlyPicked_ = false;
     const bool changed = dirty_ != value;
     dirty_ = value;
@@ -64,8 +64,8 @@ void Session::setDirty(bool value) {
         tellState();
 }
 
-void Session::tellState() {
-    if (works_ > 0)
+void EntryContext::tellState() {
+    if (updates_ > 0)
         untold_ = true;
     else
         ifPossible([&] { consequences.stateChanged(); });
@@ -76,24 +76,25 @@ Action typingIn(const TextField& field) {
     return attemptOr(Action(), [&] { return Action{Origin::typed, field.accessibleName(), {}}; });
 }
 
-Session::Work::Work(Session& session, const std::optional<Action>& action) : session_(session) {
+EntryContext::UpdateScope::UpdateScope(EntryContext& context, const std::optional<Action>& action)
+    : context_(context) {
     static const Action plain; // memory may have run out
-    if (action || session.works_ == 0)
-        action_.emplace(session.company, action ? *action : plain);
-    ++session_.works_;
+    if (action || context.updates_ == 0)
+        action_.emplace(context.company, action ? *action : plain);
+    ++context_.updates_;
 }
 
-Session::Work::~Work() {
+EntryContext::UpdateScope::~UpdateScope() {
     action_.reset(); // whoever hears of the change finds it noted
-    if (--session_.works_ > 0)
+    if (--context_.updates_ > 0)
         return;
-    ifPossible([&] { session_.consequences.workDone(); });
-    if (session_.works_ == 0 && std::exchange(session_.untold_, false))
-        session_.tellState();
-    assert(session_.works_ > 0 || !session_.untold_);
+    ifPossible([&] { context_.consequences.workDone(); });
+    if (context_.updates_ == 0 && std::exchange(context_.untold_, false))
+        context_.tellState();
+    assert(context_.updates_ > 0 || !context_.untold_);
 }
 
-bool Session::isLocked() const {
+bool EntryContext::isLocked() const {
     return controls::lock.in(form).value();
 }
 
@@ -107,14 +108,14 @@ std::shared_ptr<Object> present(std::shared_ptr<Object> object) {
 
 } // namespace
 
-std::shared_ptr<Object> Session::settings() const {
+std::shared_ptr<Object> EntryContext::settings() const {
     return present(company->get_Settings());
 }
-std::shared_ptr<Object> Session::reportingPeriod() const {
+std::shared_ptr<Object> EntryContext::reportingPeriod() const {
     return present(company->get_ReportingPeriod());
 }
 
-void Session::ComputeUnitFactor() {
+void EntryContext::ComputeUnitFactor() {
     std::int32_t stored = 0;
     ifPossible([&] {
         const auto held = settings();
@@ -128,13 +129,13 @@ void Session::ComputeUnitFactor() {
     takeUnit(stored);
 }
 
-void Session::takeUnit(std::int32_t stored) {
+void EntryContext::takeUnit(std::int32_t stored) {
     unit = stored == 3 || stored == 9 ? stored : defaultUnit;
     unitFactor = unit == 3 ? 1000 : unit == 9 ? 0.001 : 1;
     checkInvariants();
 }
 
-NumericText Session::typedNumber(std::string_view text, int exponent) const {
+NumericText EntryContext::typedNumber(std::string_view text, int exponent) const {
     constexpr double grouped = 1234567;
     const NumberMarks& marks = form.numberMarks();
     const auto read = [&](std::string_view one) {
@@ -152,15 +153,15 @@ NumericText Session::typedNumber(std::string_view text, int exponent) const {
     return result;
 }
 
-NumericText Session::typedText(std::string_view text, NumericKind kind) const {
+NumericText EntryContext::typedText(std::string_view text, NumericKind kind) const {
     return cleanNumericText(text, kind, 0, form.numberMarks());
 }
 
-bool Session::isValidDate(Date date) {
+bool EntryContext::isValidDate(Date date) {
     return !isAbsent(date) && IsDateInRange(date);
 }
 
-std::optional<Date> Session::typedDate(const TextField& field) const {
+std::optional<Date> EntryContext::typedDate(const TextField& field) const {
     if (const auto picked = dates.pickedIn(field))
         return picked;
     const auto read = attemptOr(std::optional<Date>(), [&] {
@@ -169,7 +170,7 @@ std::optional<Date> Session::typedDate(const TextField& field) const {
     return read && isValidDate(*read) ? read : std::nullopt;
 }
 
-std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
+std::optional<Date> EntryContext::dateOf(const TextField& field, Datum datum) const {
     Date stored{};
     if (company != nullptr && !field.text().empty() && field.standsForStored() &&
         attempt([&] { stored = vkr::readDate(*company, datum); }) && isValidDate(stored))
@@ -177,23 +178,23 @@ std::optional<Date> Session::dateOf(const TextField& field, Datum datum) const {
     return typedDate(field);
 }
 
-FieldMark Session::unstored(int reasonNumber) const {
+FieldMark EntryContext::unstored(int reasonNumber) const {
     return {MarkKind::unstored, text(reasonNumber)};
 }
 
-std::string Session::refusedText(std::string_view words) const {
+std::string EntryContext::refusedText(std::string_view words) const {
     constexpr int longest = 200;
     const std::string said = cleanedPaste(trimmed(words), false);
     const std::string base = text(text_number::reasonRefused);
     return said.empty() ? base : base + " " + std::string(textLeft(said, longest));
 }
 
-FieldMark Session::refused(std::string_view words) const {
+FieldMark EntryContext::refused(std::string_view words) const {
     return {MarkKind::unstored, refusedText(words)};
 }
 
-void Session::tellLeftOut(TextField& field, std::string_view typed,
-                          std::string_view leftOut) const {
+void EntryContext::tellLeftOut(TextField& field, std::string_view typed,
+                               std::string_view leftOut) const {
     const std::string& shown = field.text();
     const bool ofDisplay =
         shown == typed ||
@@ -202,7 +203,7 @@ void Session::tellLeftOut(TextField& field, std::string_view typed,
         markDoubtful(field, leftOut);
 }
 
-void Session::markDoubtful(TextField& field, std::string_view leftOut) const {
+void EntryContext::markDoubtful(TextField& field, std::string_view leftOut) const {
     const auto brief = [](std::string_view text) {
         constexpr int longest = 40;
         return textLength(text) <= longest ? std::string(text)
@@ -215,7 +216,7 @@ void Session::markDoubtful(TextField& field, std::string_view leftOut) const {
     field.setMark({MarkKind::doubtful, reason});
 }
 
-void Session::tellRefused(TextField& field, int noteNumber) const {
+void EntryContext::tellRefused(TextField& field, int noteNumber) const {
     std::string note = text(noteNumber);
     ReplaceAll(note, "%1",
                noteNumber == text_number::noteFull ? std::to_string(field.maxLength())
@@ -223,19 +224,19 @@ void Session::tellRefused(TextField& field, int noteNumber) const {
     ifPossible([&] { services.tellRefused(field, note); });
 }
 
-void Session::markUnstored(TextField& field) {
+void EntryContext::markUnstored(TextField& field) {
     if (!attempt([&] { field.setMark(unstored(text_number::reasonRefused)); }))
         ifPossible([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
 }
 
-std::optional<std::string> Session::refusalOf(Datum datum, Date date) {
+std::optional<std::string> EntryContext::refusalOf(Datum datum, Date date) {
     const auto refusal = failureOf([&] { writeDate(*company, datum, date); });
     const bool held =
         refusal && attemptOr(false, [&] { return vkr::readDate(*company, datum) == date; });
     return held ? std::nullopt : refusal;
 }
 
-void Session::putDate(TextField& field, Datum datum, Date date) {
+void EntryContext::putDate(TextField& field, Datum datum, Date date) {
     const auto refusal = refusalOf(datum, date);
     dates.settle(datum);
     field.showStored(dateText(date));
@@ -245,28 +246,28 @@ void Session::putDate(TextField& field, Datum datum, Date date) {
     dates.pick(field, field.text(), date);
 }
 
-std::string Session::dateText(Date date) const {
+std::string EntryContext::dateText(Date date) const {
     return isValidDate(date) ? formatDate(date, dateFormat) : std::string();
 }
 
-std::string Session::text(int number) const {
+std::string EntryContext::text(int number) const {
     return text(number, findString(standardStrings(), number));
 }
 
-std::string Session::text(int number, std::string_view fallback) const {
+std::string EntryContext::text(int number, std::string_view fallback) const {
     std::string found;
     if (localizer != nullptr)
         ifPossible([&] { found = localizer->LoadString(number); });
     return trimmed(found).empty() ? std::string(fallback) : found;
 }
 
-MessageAnswer Session::message(const std::string& text, int buttons) {
+MessageAnswer EntryContext::message(const std::string& text, int buttons) {
     const std::string title = attemptOr(std::string(), [&] { return services.applicationTitle(); });
     return attemptOr(MessageAnswer::cancel,
                      [&] { return services.messageBox(text, buttons, title); });
 }
 
-bool Session::confirmLoss(int number, const std::string& period, int icon) {
+bool EntryContext::confirmLoss(int number, const std::string& period, int icon) {
     if (asking_)
         return false;
     const auto asked = company; // the host may hand in another one while the question is up

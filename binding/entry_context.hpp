@@ -35,10 +35,10 @@ enum class EquityRow { commonEquity, bookValue };
 //   a state that the host has not been told of waits for the end of work under way;
 //   what was only picked counts as a change, for as long as it is the only one;
 //   the unit is 3, 6 or 9, and the unit factor is that of the unit.
-class Session final : public FieldHost {
+class EntryContext final : public FieldHost {
   public:
     // `theConsequences` outlives this; nothing follows where it is null.
-    Session(Form& ownForm, Services& hostServices, Consequences* theConsequences = nullptr);
+    EntryContext(Form& ownForm, Services& hostServices, Consequences* theConsequences = nullptr);
 
     Form& form;
     Services& services;
@@ -77,19 +77,20 @@ class Session final : public FieldHost {
 
     // Whoever hears of a change may hand in another record or take rows away. So nobody does while
     // one of these lives: in the middle of storing what was typed.
-    class Work {
+    class UpdateScope {
       public:
         // One that is named is an action for records that listen; so is the outermost one.
-        explicit Work(Session& session, const std::optional<Action>& action = std::nullopt);
-        ~Work();
-        Work(const Work&) = delete;
-        Work& operator=(const Work&) = delete;
+        explicit UpdateScope(EntryContext& context,
+                             const std::optional<Action>& action = std::nullopt);
+        ~UpdateScope();
+        UpdateScope(const UpdateScope&) = delete;
+        UpdateScope& operator=(const UpdateScope&) = delete;
 
       private:
-        Session& session_;
+        EntryContext& context_;
         std::optional<ActionScope> action_;
     };
-    [[nodiscard]] bool isWorking() const { return works_ > 0; }
+    [[nodiscard]] bool isUpdating() const { return updates_ > 0; }
     void tellState(); // by its consequence, at the end of the work under way
 
     // Objects of the record that is held. Both throw where it hands out none.
@@ -162,7 +163,7 @@ class Session final : public FieldHost {
     void checkInvariants() const;
 
     bool dirty_ = false;
-    int works_ = 0;
+    int updates_ = 0;
     bool untold_ = false;
     bool onlyPicked_ = false; // what made the company a changed one
     bool asking_ = false;
