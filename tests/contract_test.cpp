@@ -22,7 +22,6 @@ class VirtualDriver final : public ContractDriver {
     void clickTab(int tab) override { scene_.desktop.clickTab(tab); }
     void rightClick(std::string_view id) override { scene_.desktop.rightClick(id); }
     void rightClickTab(int tab) override { scene_.desktop.rightClickTab(tab); }
-    bool knowsBlocks() const override { return true; }
     void drag(std::string_view from, std::string_view to) override {
         scene_.desktop.press(from);
         scene_.desktop.dragTo(to);

@@ -114,7 +114,6 @@ class NativeDriver final : public ContractDriver {
         send(MOUSEEVENTF_LEFTUP);
         host_.pump();
     }
-    bool knowsBlocks() const override { return true; }
     void drag(std::string_view from, std::string_view to) override {
         const POINT place = placeIn(from);
         const POINT end = middleOf(native(to));

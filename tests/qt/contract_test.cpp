@@ -295,7 +295,6 @@ class QtDriver final : public ContractDriver {
         QTest::mouseRelease(&target, Qt::LeftButton, {}, beside);
     }
 
-    bool knowsBlocks() const override { return true; }
     void drag(std::string_view from, std::string_view to) override {
         QWidget& pressed = native(from);
         const QPoint place = pressed.rect().center();

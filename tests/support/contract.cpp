@@ -957,8 +957,6 @@ void aRemarkIsHeardWhereNothingGraverIs(Desktop& desktop) {
 }
 
 void aBlockIsPastedAfterAPreview(Desktop& desktop) {
-    if (!desktop.knowsBlocks())
-        GTEST_SKIP() << "not on this desktop";
     desktop.load(datedCompany());
     desktop.clickTab(toYearly);
     desktop.setClipboard("1.5\tn/a\r\n(2)\t4\r\n");
@@ -980,8 +978,6 @@ void aBlockIsPastedAfterAPreview(Desktop& desktop) {
 }
 
 void severalCellsAreSelectedAndCopied(Desktop& desktop) {
-    if (!desktop.knowsBlocks())
-        GTEST_SKIP() << "not on this desktop";
     desktop.load(fullCompany());
     desktop.clickTab(toYearly);
     desktop.drag("txtSales(3)", "txtYOption(4)");
@@ -1010,8 +1006,6 @@ void severalCellsAreSelectedAndCopied(Desktop& desktop) {
 }
 
 void figuresAreCarriedOn(Desktop& desktop) {
-    if (!desktop.knowsBlocks())
-        GTEST_SKIP() << "not on this desktop";
     desktop.load(datedCompany());
     desktop.clickTab(toYearly);
     desktop.click("txtYNetInc(3)");

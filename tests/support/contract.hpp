@@ -30,11 +30,8 @@ class ContractDriver {
     virtual void rightClickTab(int tab) = 0;
     virtual void spin(std::string_view id, int steps) = 0; // up is positive
     virtual void dragOff(std::string_view id) = 0;         // pressed there, let go elsewhere
-    // Whether the desktop has the duties towards several cells at once: the preview, dragging from
-    // cell to cell, colours of a selection, the keys. Without them those scenes are skipped.
-    [[nodiscard]] virtual bool knowsBlocks() const { return false; }
     // Pressed on one control, dragged to the other, let go there.
-    virtual void drag(std::string_view /*from*/, std::string_view /*to*/) {}
+    virtual void drag(std::string_view from, std::string_view to) = 0;
     virtual void pick(std::string_view id, std::string_view item) = 0;
     virtual void answerNext(MessageAnswer answer) = 0;
     // Menus and calendars that open without an answer are closed without a choice.
@@ -42,12 +39,12 @@ class ContractDriver {
     virtual void nextDate(std::optional<Date> date) = 0; // nothing: Cancel
     // What a person does in the next preview of a paste: turns these switches, by their places, and
     // presses OK, or Cancel. Without an answer it is closed.
-    virtual void nextPaste(std::vector<std::pair<int, int>> /*switches*/, bool /*ok*/) {}
+    virtual void nextPaste(std::vector<std::pair<int, int>> switches, bool ok) = 0;
     // The list of the last preview, a line each: its six texts parted by "|"; then the caption of
     // OK.
-    [[nodiscard]] virtual std::vector<std::string> lastPaste() { return {}; }
+    [[nodiscard]] virtual std::vector<std::string> lastPaste() = 0;
     // Whether a cell is shown as one of several that are selected.
-    [[nodiscard]] virtual bool isHighlighted(std::string_view /*id*/) { return false; }
+    [[nodiscard]] virtual bool isHighlighted(std::string_view id) = 0;
     virtual void setClipboard(const std::string& text) = 0;
     [[nodiscard]] virtual std::string clipboard() = 0;
     virtual void switchAway() = 0; // to another window
