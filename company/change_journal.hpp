@@ -24,12 +24,12 @@ class ChangeNotes;
 //     entry.put_objCompany(journal);
 //     journal->startOver(); // what loading has suggested is no change
 //     entry.historyAsked = [&](HistoryStep step) {
-//         const bool taken = (step == HistoryStep::undo ? journal->canUndo() : journal->canRedo())
-//         &&
-//                            !(step == HistoryStep::undo ? journal->undo() : journal->redo());
-//         if (taken)
-//             entry.recordChanged();
-//         return taken;
+//         const bool back = step == HistoryStep::undo;
+//         if (!(back ? journal->canUndo() : journal->canRedo()) ||
+//             (back ? journal->undo() : journal->redo()))
+//             return false;
+//         entry.recordChanged();
+//         return true;
 //     };
 //
 // The outermost action is a group; one that has changed nothing is none. A series is noted element

@@ -51,45 +51,29 @@ class KeptFigures final : public iVKR_Company, public ActionListener {
     void put_QuarterlyFlag(const Variant& value) override {
         record_->put_QuarterlyFlag(value);
     }
-    Variant BeginYearShift(std::int16_t value) override {
-        return record_->BeginYearShift(value);
+#define VKR_PASSED_CALL(name)                                                                      \
+    Variant name(std::int16_t value) override {                                                    \
+        return record_->name(value);                                                               \
     }
-    Variant YearShiftState(std::int16_t value) override {
-        return record_->YearShiftState(value);
+#define VKR_PASSED_READ(name)                                                                      \
+    [[nodiscard]] Variant name() const override {                                                  \
+        return record_->name();                                                                    \
     }
-    Variant EndYearShift(std::int16_t value) override {
-        return record_->EndYearShift(value);
-    }
-    Variant YearShiftUnit(std::int16_t value) override {
-        return record_->YearShiftUnit(value);
-    }
-    [[nodiscard]] Variant get_YearShiftFirst() const override {
-        return record_->get_YearShiftFirst();
-    }
-    [[nodiscard]] Variant get_YearShiftLast() const override {
-        return record_->get_YearShiftLast();
-    }
-    [[nodiscard]] Variant get_YearShiftCount() const override {
-        return record_->get_YearShiftCount();
-    }
-    [[nodiscard]] Variant get_ReportingPeriodEnd() const override {
-        return record_->get_ReportingPeriodEnd();
-    }
-    [[nodiscard]] Variant get_YearShiftPrices() const override {
-        return record_->get_YearShiftPrices();
-    }
-    [[nodiscard]] Variant get_YearShiftEarnings() const override {
-        return record_->get_YearShiftEarnings();
-    }
-    [[nodiscard]] Variant get_YearShiftDividends() const override {
-        return record_->get_YearShiftDividends();
-    }
-    [[nodiscard]] Variant get_YearShiftShares() const override {
-        return record_->get_YearShiftShares();
-    }
-    [[nodiscard]] Variant get_SettingsApply() const override {
-        return record_->get_SettingsApply();
-    }
+    VKR_PASSED_CALL(BeginYearShift)
+    VKR_PASSED_CALL(YearShiftState)
+    VKR_PASSED_CALL(EndYearShift)
+    VKR_PASSED_CALL(YearShiftUnit)
+    VKR_PASSED_READ(get_YearShiftFirst)
+    VKR_PASSED_READ(get_YearShiftLast)
+    VKR_PASSED_READ(get_YearShiftCount)
+    VKR_PASSED_READ(get_ReportingPeriodEnd)
+    VKR_PASSED_READ(get_YearShiftPrices)
+    VKR_PASSED_READ(get_YearShiftEarnings)
+    VKR_PASSED_READ(get_YearShiftDividends)
+    VKR_PASSED_READ(get_YearShiftShares)
+    VKR_PASSED_READ(get_SettingsApply)
+#undef VKR_PASSED_CALL
+#undef VKR_PASSED_READ
 
   private:
     void write(Datum datum, const Variant& value);
