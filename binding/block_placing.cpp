@@ -42,7 +42,7 @@ int BlockPlacing::taken() const {
 }
 
 int BlockPlacing::leftOut() const {
-    return static_cast<int>(std::ranges::count(placed_, BlockFate::leftOut, &PlacedCell::fate));
+    return static_cast<int>(std::ranges::count(placed_, PasteFate::leftOut, &PlacedCell::fate));
 }
 
 // --- what the block is made of -------------------------------------------------------------------
@@ -124,7 +124,7 @@ void BlockPlacing::suggest() {
     if (heading_ && heading_->isSure) {
         switches_.byPeriods = true;
         switches_.turned = heading_->across;
-        switches_.reversed = heading_->descends != grid_.newestOnTop;
+        switches_.reversed = heading_->descends != grid_.quarterly;
     } else {
         switches_.turned = namesOf(false).empty() && !namesOf(true).empty();
     }
@@ -288,9 +288,9 @@ void BlockPlacing::place() {
             }
             const bool doubtful =
                 std::ranges::any_of(cell.comments, isDoubt, &BlockComment::remark);
-            cell.fate = !cell.figure ? BlockFate::leftOut
-                        : doubtful   ? BlockFate::doubtful
-                                     : BlockFate::taken;
+            cell.fate = !cell.figure ? PasteFate::leftOut
+                        : doubtful   ? PasteFate::doubtful
+                                     : PasteFate::taken;
             placed_.push_back(std::move(cell));
         }
 }

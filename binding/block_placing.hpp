@@ -3,6 +3,7 @@
 
 #include "input/block_figure.hpp"
 #include "platform/date.hpp"
+#include "platform/services.hpp"
 #include "record/actions.hpp"
 
 #include <functional>
@@ -33,10 +34,9 @@ struct BlockGrid {
     };
 
     std::vector<Column> columns;
-    std::vector<Row> rows; // from top to bottom
-    bool quarterly = false;
-    bool newestOnTop = false;
-    int column = 0; // where the block is pasted
+    std::vector<Row> rows;  // from top to bottom
+    bool quarterly = false; // newest on top then, else at the bottom
+    int column = 0;         // where the block is pasted
     int row = 0;
     int unit = 6; // exponent of what the form shows: 3, 6 or 9
     std::vector<UnitName> unitNames;
@@ -101,8 +101,6 @@ struct BlockComment {
     friend bool operator==(const BlockComment&, const BlockComment&) = default;
 };
 
-enum class BlockFate { taken, doubtful, leftOut };
-
 // A cell of the block: where its figure goes, and what is to be said of it.
 struct PlacedCell {
     std::string text; // as it stands in the block
@@ -110,7 +108,7 @@ struct PlacedCell {
     int row = -1;
     std::optional<double> figure; // as it will be stored; nothing: left out
     double held = 0;              // what it replaces; 0: nothing
-    BlockFate fate = BlockFate::leftOut;
+    PasteFate fate = PasteFate::leftOut;
     std::vector<BlockComment> comments;
 };
 

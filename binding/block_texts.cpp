@@ -22,9 +22,7 @@ bool isNoFigure(std::string_view text) {
 
 bool isText(std::string_view text) {
     const auto isLetter = [](char one) {
-        return (upperCase(static_cast<unsigned char>(one)) >= U'A' &&
-                upperCase(static_cast<unsigned char>(one)) <= U'Z') ||
-               static_cast<unsigned char>(one) >= 0x80;
+        return isAsciiLetter(one) || static_cast<unsigned char>(one) >= 0x80;
     };
     return std::any_of(text.begin(), text.end(), isLetter) && isNoFigure(text);
 }

@@ -252,7 +252,7 @@ void loadReportingPeriod(EntryContext& context) {
 
 void commitCompany(EntryContext& context, std::optional<Date> lastQuarter) {
     iVKR_Company& company = *context.company;
-    // A record that listens has heard of every choice when it was made: what is left is but shown.
+    // A choice was told as an action of its own when it was made. What is written here follows.
     const ActionScope derived(context.company, {Origin::derived, {}, {}});
     for (const auto& rule : derivedSeries)
         if (!context.isLocked() && rule.wanted(context))

@@ -115,6 +115,17 @@ std::shared_ptr<Object> EntryContext::reportingPeriod() const {
     return present(company->get_ReportingPeriod());
 }
 
+std::string EntryContext::unitText() const {
+    switch (unit) {
+    case 3:
+        return text(text_number::unitThousands);
+    case 9:
+        return text(text_number::unitBillions);
+    default:
+        return text(text_number::unitMillions);
+    }
+}
+
 void EntryContext::ComputeUnitFactor() {
     std::int32_t stored = 0;
     ifPossible([&] {

@@ -100,6 +100,8 @@ class EntryContext final : public FieldHost {
     // The data lock is on.
     [[nodiscard]] bool isLocked() const;
 
+    [[nodiscard]] std::string
+    unitText() const; // "(M)", as it stands behind the caption of an amount
     // Takes the unit from the record; a record without one gets millions.
     void ComputeUnitFactor();
     void takeUnit(std::int32_t stored); // one that is none is millions

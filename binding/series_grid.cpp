@@ -192,15 +192,15 @@ void SeriesGrid::clear() {
 }
 
 void SeriesGrid::leave(Cell cell) {
-    TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    TextBox& left = box(cell);
     const ActionScope typing(context_.company, typingIn(left));
     context_.guarded(left, [&] { takeText(cell); });
 }
 
 void SeriesGrid::takeText(Cell cell) {
-    const GridColumn& column = columns_[static_cast<std::size_t>(cell.column)];
+    const GridColumn& column = columnOf(cell);
     const GridSeries& series = seriesOf(column);
-    TextBox& left = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    TextBox& left = box(cell);
     const bool untouched = left.standsForStored();
     const std::string typed = left.text();
     const auto clean = column.price
@@ -269,18 +269,14 @@ void SeriesGrid::selectCell() {
 void SeriesGrid::storeMarked() {
     for (int column = 0; column < static_cast<int>(cells_.size()); ++column)
         for (int row = 0; row < static_cast<int>(cells(column).size()); ++row)
-            if (cells(column)[static_cast<std::size_t>(row)]->isUnstored())
+            if (box({column, row}).isUnstored())
                 leave({column, row});
 }
 
 void SeriesGrid::showElement(Cell cell) {
-    const Datum series = seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series;
-    cells(cell.column)[static_cast<std::size_t>(cell.row)]->showStored("");
-    ifPossible([&] {
-        const Variant value = readSeries(*context_.company, series);
-        if (const auto element = elementOf(cell.row); element && value.array().contains(*element))
-            showStored(cell, value.array().number(*element));
-    });
+    box(cell).showStored("");
+    if (const auto stored = held(cell))
+        showStored(cell, *stored);
 }
 
 std::string SeriesGrid::nameOf(const GridSeries& series) const {
@@ -335,8 +331,8 @@ void SeriesGrid::tellRefused(std::string_view words) {
 }
 
 void SeriesGrid::showStored(Cell cell, double stored) {
-    const GridColumn& column = columns_[static_cast<std::size_t>(cell.column)];
-    TextBox& shown = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const GridColumn& column = columnOf(cell);
+    TextBox& shown = box(cell);
     ShowScaledValue(ScaledForDisplay(stored, scaleOf(seriesOf(column))),
                     column.price ? context_.priceFormat : context_.numberFormat, shown,
                     column.negatives);

@@ -35,7 +35,14 @@ class SeriesGrid {
     SeriesGrid& operator=(const SeriesGrid&) = delete;
 
     [[nodiscard]] std::span<const GridColumn> columns() const { return columns_; }
+    [[nodiscard]] const GridColumn& columnOf(Cell cell) const {
+        return columns_[static_cast<std::size_t>(cell.column)];
+    }
+    // The one of its series that a column shows at the moment.
     [[nodiscard]] const GridSeries& seriesOf(const GridColumn& column) const;
+    [[nodiscard]] const GridSeries& seriesOf(int column) const {
+        return seriesOf(columns_[static_cast<std::size_t>(column)]);
+    }
     [[nodiscard]] DataEntryObject objectOf(const Control& control) const;
     [[nodiscard]] std::optional<Cell> find(const Control& control) const;
     [[nodiscard]] int rowCount() const { return static_cast<int>(cells_.front().size()); }

@@ -9,15 +9,12 @@
 namespace vkr {
 
 std::string SeriesGrid::nameOf(int column) const {
-    return nameOf(seriesOf(columns_[static_cast<std::size_t>(column)]));
+    return nameOf(seriesOf(column));
 }
 
 std::string SeriesGrid::headOf(int column) const {
-    const bool inUnit = seriesOf(columns_[static_cast<std::size_t>(column)]).isScaled();
-    const int number = context_.unit == 3   ? text_number::unitThousands
-                       : context_.unit == 9 ? text_number::unitBillions
-                                            : text_number::unitMillions;
-    return inUnit ? nameOf(column) + " " + context_.text(number) : nameOf(column);
+    return seriesOf(column).isScaled() ? nameOf(column) + " " + context_.unitText()
+                                       : nameOf(column);
 }
 
 std::optional<double> SeriesGrid::held(Cell cell) const {
@@ -25,9 +22,7 @@ std::optional<double> SeriesGrid::held(Cell cell) const {
     const auto element = elementOf(cell.row);
     if (element && context_.company != nullptr)
         ifPossible([&] {
-            const Variant value =
-                readSeries(*context_.company,
-                           seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series);
+            const Variant value = readSeries(*context_.company, seriesOf(cell.column).series);
             if (value.isArray() && value.array().contains(*element))
                 figure = value.array().number(*element);
         });
@@ -37,7 +32,7 @@ std::optional<double> SeriesGrid::held(Cell cell) const {
 std::string SeriesGrid::exactText(int column, double stored) const {
     if (stored == 0)
         return {};
-    const double scale = scaleOf(seriesOf(columns_[static_cast<std::size_t>(column)]));
+    const double scale = scaleOf(seriesOf(column));
     return exchangeMarks(shiftDecimalPoint(exactNumberText(stored), UnitExponent(scale)),
                          context_.form.numberMarks());
 }
@@ -46,11 +41,10 @@ std::optional<std::string> SeriesGrid::put(std::span<const Figure> figures, cons
     const EntryContext::UpdateScope updating(context_);
     std::vector<DatumChange> changes;
     for (const auto& [cell, stored] : figures)
-        changes.push_back(
-            {.datum = seriesOf(columns_[static_cast<std::size_t>(cell.column)]).series,
-             .element = elementOf(cell.row),
-             .before = held(cell).value_or(0),
-             .after = stored});
+        changes.push_back({.datum = seriesOf(cell.column).series,
+                           .element = elementOf(cell.row),
+                           .before = held(cell).value_or(0),
+                           .after = stored});
     const ActionScope scope(context_.company, action);
     if (auto refusal = applyChanges(*context_.company, changes))
         return refusal;

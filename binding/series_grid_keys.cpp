@@ -10,13 +10,11 @@
 namespace vkr {
 
 void SeriesGrid::enter(Cell cell) {
-    SelectAllText(*cells(cell.column)[static_cast<std::size_t>(cell.row)]);
+    SelectAllText(box(cell));
 }
 
 bool SeriesGrid::keyPress(Cell cell, char32_t& character) {
-    return FilterNumericKey(character, true, false,
-                            *cells(cell.column)[static_cast<std::size_t>(cell.row)],
-                            columns_[static_cast<std::size_t>(cell.column)].negatives, false);
+    return FilterNumericKey(character, true, false, box(cell), columnOf(cell).negatives, false);
 }
 
 std::vector<TextBox*> SeriesGrid::focusable(int column) const {
@@ -49,9 +47,9 @@ TextBox* SeriesGrid::cellBeside(Cell cell, int step) const {
     const int count = reachableColumns();
     for (int tried = 1; tried <= count; ++tried) {
         const int column = ((cell.column + step * tried) % count + count) % count;
-        TextBox* beside = cells(column)[static_cast<std::size_t>(cell.row)];
-        if (beside->canTakeFocus())
-            return beside;
+        TextBox& beside = box({column, cell.row});
+        if (beside.canTakeFocus())
+            return &beside;
     }
     return nullptr;
 }
@@ -61,7 +59,7 @@ TextBox* SeriesGrid::cellBeside(Cell cell, int step) const {
 void SeriesGrid::moveWithControl(Cell cell, KeyCode key) {
     const int last = reachableColumns() - 1;
     const auto within = focusable(cell.column);
-    const auto* self = cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const TextBox* self = &box(cell);
     const int place = static_cast<int>(std::ranges::find(within, self) - within.begin());
     const auto ofFirst = focusable(0);
     const auto ofLast = focusable(last);
@@ -80,7 +78,7 @@ void SeriesGrid::moveWithControl(Cell cell, KeyCode key) {
 
 void SeriesGrid::moveWithinColumns(Cell cell, KeyCode& key, bool upward) {
     const auto within = focusable(cell.column);
-    const auto* self = cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const TextBox* self = &box(cell);
     const int place = static_cast<int>(std::ranges::find(within, self) - within.begin());
     const bool atEnd = upward ? place <= 0 : place + 1 >= static_cast<int>(within.size());
     KeyCode enter = keys::enter;

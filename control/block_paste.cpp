@@ -106,7 +106,6 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
     for (int row = 0; row < grid_.rowCount(); ++row)
         grid.rows.push_back(grid_.periodOf(row));
     grid.quarterly = grid_.isQuarterly();
-    grid.newestOnTop = grid_.isQuarterly();
     grid.column = at.column;
     grid.row = at.row;
     grid.unit = context_.unit;
@@ -199,10 +198,7 @@ void BlockPaste::tellSwitches() {
     const BlockSwitches& set = placing_.switches();
     const bool headed = set.byPeriods && placing_.hasPeriods();
     const auto say = [&](int number) { return context_.text(number); };
-    const int shown = context_.unit == 3   ? unitThousands
-                      : context_.unit == 9 ? unitBillions
-                                           : unitMillions;
-    std::vector<std::string> unitEntries = {say(unitAsShown) + " " + say(shown)};
+    std::vector<std::string> unitEntries = {say(unitAsShown) + " " + context_.unitText()};
     for (const int caption : captionsOfUnits)
         unitEntries.push_back(say(caption));
     switches_ = {
@@ -251,9 +247,7 @@ void BlockPaste::tell() {
         }
         line.text = cell.text;
         line.remark = remarkOf(cell);
-        line.fate = cell.fate == BlockFate::taken      ? PasteFate::taken
-                    : cell.fate == BlockFate::doubtful ? PasteFate::doubtful
-                                                       : PasteFate::leftOut;
+        line.fate = cell.fate;
         lines_.push_back(std::move(line));
     }
     const int taken = placing_.taken();

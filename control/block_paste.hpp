@@ -21,7 +21,6 @@ class BlockPaste final : public PasteForm {
     BlockPaste(const EntryContext& context, const SeriesGrid& grid, SeriesGrid::Cell at,
                CellTexts cells, std::optional<char> decimal, const OriginOf& originOf);
 
-    void show(Services& services) { services.showPaste(*this); }
     [[nodiscard]] bool accepted() const { return accepted_; }
     [[nodiscard]] std::vector<SeriesGrid::Figure> figures() const;
 

@@ -50,14 +50,7 @@ void Captions::pass() {
 }
 
 std::string Captions::unitSuffix() const {
-    switch (context_.unit) {
-    case 3:
-        return " " + context_.text(text_number::unitThousands);
-    case 9:
-        return " " + context_.text(text_number::unitBillions);
-    default:
-        return " " + context_.text(text_number::unitMillions);
-    }
+    return " " + context_.unitText();
 }
 
 void Captions::followUnit() {

@@ -26,6 +26,17 @@ bool pastes(KeyCode key, int shift) {
            (key == keys::insert && shift == shifts::shift);
 }
 
+// What a key asks of a cell, with a selection or without.
+enum class CellKey { none, fillDown, takePrevious, copyWithHeadings };
+
+CellKey cellKeyOf(KeyCode key, int shift) {
+    if ((shift & ~shifts::shift) == shifts::control && key == keys::apostrophe)
+        return CellKey::takePrevious;
+    if (shift == shifts::control && key == 'D')
+        return CellKey::fillDown;
+    return shift == controlAndShift && key == 'C' ? CellKey::copyWithHeadings : CellKey::none;
+}
+
 // What the cells of a grid stand for: the host may change it while a dialog is open.
 std::vector<int> meaningOf(const SeriesGrid& grid) {
     std::vector<int> meaning;
@@ -72,11 +83,8 @@ CellSelection::Span CellCommands::spanOf(const Place& place) const {
 bool CellCommands::wants(const Control& control, KeyCode key, int shift) const {
     if (!placeOf(control))
         return false;
-    if (shift == shifts::control)
-        return key == 'D' || key == keys::apostrophe;
-    if (shift == controlAndShift)
-        return key == 'C' || key == keys::apostrophe;
-    return key == keys::escape && shift == shifts::none && selection_.isActive();
+    return cellKeyOf(key, shift) != CellKey::none ||
+           (key == keys::escape && shift == shifts::none && selection_.isActive());
 }
 
 bool CellCommands::key(Control& control, KeyCode key, int shift) {
@@ -95,17 +103,21 @@ bool CellCommands::key(Control& control, KeyCode key, int shift) {
         return keyWithShift(*place, field, key);
     if (key == 'A' && shift == shifts::control) {
         allOf_ = &control;
-        return allBefore == &control && selectAll(*place);
+        if (allBefore == &control)
+            selectAll(*place);
+        return allBefore == &control;
     }
-    if (shift == controlAndShift && key == 'C')
+    switch (cellKeyOf(key, shift)) {
+    case CellKey::copyWithHeadings:
         return copy(true);
-    if ((shift & ~shifts::shift) == shifts::control && key == keys::apostrophe) {
+    case CellKey::takePrevious:
         takePrevious(*place);
         return true;
-    }
-    if (shift == shifts::control && key == 'D') {
+    case CellKey::fillDown:
         fillDown(*place);
         return true;
+    case CellKey::none:
+        break;
     }
     return selection_.isActive() && keyOfSelection(*place, key, shift);
 }
@@ -156,11 +168,10 @@ void CellCommands::extend(const Place& place, KeyCode key) {
     place.grid->bringIntoView(end);
 }
 
-bool CellCommands::selectAll(const Place& place) {
+void CellCommands::selectAll(const Place& place) {
     const EntryContext::UpdateScope updating(context_);
     place.grid->settleCell();
     selection_.setAll(*place.grid);
-    return true;
 }
 
 bool CellCommands::drag(Control& pressed, Control& over) {
@@ -280,7 +291,7 @@ void CellCommands::preview(const Place& place, CellTexts cells, std::string_view
     const auto meaning = meaningOf(*place.grid);
     BlockPaste form(context_, *place.grid, {span.firstColumn, span.firstRow}, std::move(cells),
                     decimal, originOf_);
-    ifPossible([&] { form.show(context_.services); });
+    ifPossible([&] { context_.services.showPaste(form); });
     if (!form.accepted() || context_.company != asked || meaningOf(*place.grid) != meaning ||
         !mayChange(place))
         return;

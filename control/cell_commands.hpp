@@ -7,7 +7,6 @@
 #include "quarterly/quarterly_grid.hpp"
 #include "yearly/yearly_grid.hpp"
 
-#include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -48,10 +47,9 @@ class CellCommands {
     [[nodiscard]] std::optional<Place> focused() const;
     [[nodiscard]] CellSelection::Span spanOf(const Place& place) const;
     [[nodiscard]] bool keyWithShift(const Place& place, TextField& field, KeyCode key);
-    [[nodiscard]] bool keyWithControl(const Place& place, TextField& field, KeyCode key);
     [[nodiscard]] bool keyOfSelection(const Place& place, KeyCode key, int shift);
     void extend(const Place& place, KeyCode key);
-    [[nodiscard]] bool selectAll(const Place& place);
+    void selectAll(const Place& place);
     // What is being typed in the cell is stored. False where the host has answered with another
     // company.
     [[nodiscard]] bool settle(const Place& place);

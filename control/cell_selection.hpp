@@ -3,9 +3,6 @@
 
 #include "binding/series_grid.hpp"
 
-#include <optional>
-#include <vector>
-
 namespace vkr {
 
 // A rectangle of cells, in one grid, that a person has selected together. The cell that has the

@@ -125,6 +125,10 @@ void RightClickMenu::takeLastQuarterDate() {
 }
 
 void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
+    if (intCommand >= mcCopyCells && intCommand <= mcTakePrevious) {
+        host_.carryOut(static_cast<MenuCommand>(intCommand));
+        return;
+    }
     enum class Needs { nothing, anyField, unlockedField };
     using enum Needs;
     struct Command {
@@ -157,16 +161,6 @@ void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
              if (auto* box = dynamic_cast<TextBox*>(target))
                  menu.ShowDatePicker(*box, false);
          }},
-        {mcCopyCells, nothing,
-         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcCopyCells); }},
-        {mcCopyCellsWithHeadings, nothing,
-         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcCopyCellsWithHeadings); }},
-        {mcDeleteFigures, nothing,
-         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcDeleteFigures); }},
-        {mcFillDown, nothing,
-         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcFillDown); }},
-        {mcTakePrevious, nothing,
-         [](RightClickMenu& menu, TextField*) { menu.host_.carryOut(mcTakePrevious); }},
     };
     for (const auto& command : commands)
         if (command.number == intCommand &&

@@ -20,7 +20,6 @@ BlockGrid gridOf(FuzzInput& input) {
                     {.name = "EPS", .otherNames = {"Earnings per share"}, .negatives = true},
                     {.name = "High", .price = true}};
     grid.quarterly = input.below(2) == 1;
-    grid.newestOnTop = grid.quarterly;
     for (int row = 0; row < 11; ++row)
         if (grid.quarterly)
             grid.rows.push_back({.date = addQuarters(*makeDate(2026, 9, 30), -row)});
@@ -39,7 +38,7 @@ void expectPlaced(const BlockPlacing& placing) {
     std::set<std::pair<int, int>> places;
     int taken = 0;
     for (const PlacedCell& cell : placing.cells()) {
-        require(cell.figure.has_value() != (cell.fate == BlockFate::leftOut),
+        require(cell.figure.has_value() != (cell.fate == PasteFate::leftOut),
                 "no fate of: ", cell.text);
         if (!cell.figure)
             continue;

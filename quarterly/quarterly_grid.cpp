@@ -111,7 +111,7 @@ void QuarterlyGrid::setVisibleRows(int count) {
         if (const auto cell = find(*active)) {
             settleCell();
             if (cell->row > last)
-                cells(cell->column)[static_cast<std::size_t>(last)]->setFocus();
+                box({cell->column, last}).setFocus();
         }
     rows_.make(count);
     collectCells();
@@ -149,9 +149,9 @@ BlockGrid::Row QuarterlyGrid::periodOf(int row) const {
 
 void QuarterlyGrid::enter(Cell cell) {
     bringIntoView(cell);
-    const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
+    const TextBox& shown = box(cell);
     if (isOfEarnings(cell) && context_.unitFactor != 1 && context_.company != nullptr && !blank_ &&
-        box.mark().kind == MarkKind::none && !box.isTyped())
+        shown.mark().kind == MarkKind::none && !shown.isTyped())
         showElement(cell); // per share, as it is typed
     SeriesGrid::enter(cell);
 }

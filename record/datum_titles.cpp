@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "record/datum_titles.hpp"
 
+#include "platform/ascii.hpp"
+
 #include <algorithm>
 #include <iterator>
 
@@ -101,7 +103,7 @@ std::string wordsOf(Datum datum) {
     std::string words(titleOf(datum));
     for (std::size_t at = 0; at + 1 < words.size(); ++at)
         if (isCapital(words[at]) && isSmall(words[at + 1]))
-            words[at] = static_cast<char>(words[at] - 'A' + 'a');
+            words[at] = asciiLower(words[at]);
     return words;
 }
 

@@ -62,7 +62,6 @@ BlockGrid yearly(int column = 0, int row = 0) {
 BlockGrid quarterly(int column = 0, int row = 0) {
     BlockGrid grid = yearly(column, row);
     grid.quarterly = true;
-    grid.newestOnTop = true;
     grid.rows.clear();
     for (int quarter = 0; quarter < 8; ++quarter)
         grid.rows.push_back({.date = addQuarters(*makeDate(2026, 9, 30), -quarter)});

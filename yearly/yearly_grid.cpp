@@ -258,14 +258,14 @@ void YearlyGrid::enter(Cell cell) {
 }
 
 void YearlyGrid::bringIntoView(Cell cell) {
-    const auto& box = *cells(cell.column)[static_cast<std::size_t>(cell.row)];
-    const auto& panel = *box.container();
+    const TextBox& shown = box(cell);
+    const auto& panel = *shown.container();
     const auto& view = *panel.container();
     auto& bar = context_[controls::yearlyBar];
-    if (box.left() + panel.left() < 0)
-        bar.setValue(static_cast<int>(box.left()));
-    else if (box.left() + box.width() + panel.left() > view.width())
-        bar.setValue(static_cast<int>(box.left() + box.width() - view.width()));
+    if (shown.left() + panel.left() < 0)
+        bar.setValue(static_cast<int>(shown.left()));
+    else if (shown.left() + shown.width() + panel.left() > view.width())
+        bar.setValue(static_cast<int>(shown.left() + shown.width() - view.width()));
 }
 
 } // namespace vkr
