@@ -148,7 +148,20 @@ std::string upperCase(std::string_view text) {
 }
 
 bool equalsIgnoringCase(std::string_view left, std::string_view right) {
-    return upperCase(left) == upperCase(right);
+    // Bytes that are no character are like themselves alone.
+    constexpr char32_t firstByte = 0x110000;
+    const auto take = [](std::string_view& text) {
+        const auto size = characterSize(text);
+        const auto byte = static_cast<unsigned char>(text.front());
+        const char32_t taken =
+            size == 1 && byte >= 0x80U ? firstByte + byte : upperCase(firstCharacter(text));
+        text.remove_prefix(size);
+        return taken;
+    };
+    while (!left.empty() && !right.empty())
+        if (take(left) != take(right))
+            return false;
+    return left.empty() && right.empty();
 }
 
 std::string_view trimmed(std::string_view text) {

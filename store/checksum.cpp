@@ -28,6 +28,12 @@ constexpr auto tables = [] {
 } // namespace
 
 void Checksum::add(std::string_view bytes) {
+    for (; bytes.size() >= sizeof(std::uint64_t); bytes.remove_prefix(sizeof(std::uint64_t))) {
+        std::uint64_t block = 0; // the first byte is the highest
+        for (std::size_t i = 0; i < sizeof block; ++i)
+            block = (block << 8) | static_cast<unsigned char>(bytes[i]);
+        addNumber(block);
+    }
     for (const char byte : bytes)
         state_ = (state_ << 8) ^ tables[0][(state_ >> 56) ^ static_cast<unsigned char>(byte)];
 }

@@ -154,8 +154,9 @@ const std::vector<const DatumRow*>& seriesInOrderOfTheTable() {
     return rows;
 }
 
-// All figures of a company by one statement: its number, then every element of every series. A
-// statement for each figure takes more time than all the rest of a save.
+// All figures of a company by one statement: every element of every series, then its number. A
+// statement for each figure takes more time than all the rest of a save, and a join with the number
+// would put the figures into a table of its own first.
 QString seriesInsertion(const StoreDialect& dialect) {
     const CompanyRecord bounds;
     QStringList rows;
@@ -167,10 +168,10 @@ QString seriesInsertion(const StoreDialect& dialect) {
                         .arg(element);
     }
     return dialect.define("INSERT INTO series (company_id, series, element, value) "
-                          "SELECT company, series, element, value "
-                          "FROM (SELECT CAST(? AS {integer}) AS company) AS chosen, "
-                          "(WITH given (series, element, value) AS (VALUES " +
-                          rows.join(", ") + ") SELECT * FROM given) AS figures WHERE value <> 0");
+                          "WITH given (series, element, value) AS (VALUES " +
+                          rows.join(", ") +
+                          ") SELECT CAST(? AS {integer}), series, element, value FROM given "
+                          "WHERE value <> 0");
 }
 
 QString companyInsertion() {
@@ -284,12 +285,13 @@ void CompanyTable::remove(std::int64_t id) {
 }
 
 void CompanyTable::insertSeries(std::int64_t id, const CompanyRecord& record) {
-    std::vector<QVariant> values = {qlonglong(id)};
+    std::vector<QVariant> values;
     for (const DatumRow* row : seriesInOrderOfTheTable()) {
         const VariantArray& series = record.stored(row->datum).array();
         for (int element = series.lower(); element <= series.upper(); ++element)
             values.emplace_back(series.number(element));
     }
+    values.emplace_back(qlonglong(id));
     connection_.run(insertSeries_, values);
 }
 

@@ -47,16 +47,25 @@ constexpr const char* definitions[] = {
     " PRIMARY KEY (name)){keyedTable}",
 };
 
-constexpr int rowColumns = 11;
+constexpr int rowTexts = 7;
 
 // A statement of its own for each row takes several times as long as the rows; statements are kept,
 // so there are few.
 constexpr std::size_t rowsAtOnce[] = {32, 8, 1};
 
-QString rowInsertion(std::size_t rows) {
-    const QString row = "(" + QStringList(rowColumns, "?").join(", ") + ")";
-    return "INSERT INTO figure_change VALUES " +
-           QStringList(static_cast<qsizetype>(rows), row).join(", ");
+// The texts of each row, then what they have in common: the group, and the line of the first row.
+QString rowInsertion(const StoreDialect& dialect, std::size_t rows) {
+    const QString texts = QStringList(rowTexts, "?").join(", ");
+    QStringList given;
+    for (std::size_t line = 0; line < rows; ++line)
+        given += "(" + QString::number(line) + ", " + texts + ")";
+    return dialect.define("INSERT INTO figure_change "
+                          "WITH given (line, datum, counted_from, elements, before, after, origin, "
+                          "document) AS (VALUES " +
+                          given.join(", ") +
+                          ") SELECT CAST(? AS {integer}), CAST(? AS {integer}), "
+                          "CAST(? AS {integer}), CAST(? AS {integer}) + line, datum, counted_from, "
+                          "elements, before, after, origin, document FROM given");
 }
 
 std::int64_t checksumOf(std::int64_t id, const HistoryGroup& group,
@@ -110,7 +119,10 @@ void createHistory(StoreConnection& connection) {
 }
 
 HistoryTable::HistoryTable(StoreConnection& connection)
-    : connection_(connection), select_(selection(connection.dialect())) {}
+    : connection_(connection), select_(selection(connection.dialect())) {
+    for (const std::size_t rows : rowsAtOnce)
+        insertions_.push_back(rowInsertion(connection.dialect(), rows));
+}
 
 void HistoryTable::add(const CompanyKey& key, const std::string& user,
                        const std::vector<SavedGroup>& groups) {
@@ -139,24 +151,22 @@ void HistoryTable::begin(const CompanyKey& key, const std::string& name,
 
 void HistoryTable::insertRows(const CompanyKey& key, std::int64_t place,
                               const std::vector<HistoryRow>& rows) {
-    static const QString insertions[] = {rowInsertion(rowsAtOnce[0]), rowInsertion(rowsAtOnce[1]),
-                                         rowInsertion(rowsAtOnce[2])};
     std::size_t line = 0;
     for (std::size_t size = 0; size < std::size(rowsAtOnce); ++size)
         while (rows.size() - line >= rowsAtOnce[size]) {
+            const std::size_t first = line;
             std::vector<QVariant> values;
-            values.reserve(rowsAtOnce[size] * rowColumns);
-            for (const std::size_t end = line + rowsAtOnce[size]; line < end; ++line) {
-                const HistoryRow& row = rows[line];
-                for (const std::int64_t number :
-                     {key.id, key.revision, place, static_cast<std::int64_t>(line)})
-                    values.emplace_back(qlonglong(number));
+            values.reserve(rowsAtOnce[size] * rowTexts + 4);
+            for (const std::size_t end = line + rowsAtOnce[size]; line < end; ++line)
                 for (const std::string* text :
-                     {&row.datum, &row.countedFrom, &row.elements, &row.before, &row.after,
-                      &row.origin, &row.document})
+                     {&rows[line].datum, &rows[line].countedFrom, &rows[line].elements,
+                      &rows[line].before, &rows[line].after, &rows[line].origin,
+                      &rows[line].document})
                     values.push_back(textValue(*text));
-            }
-            connection_.run(insertions[size], values);
+            for (const std::int64_t number :
+                 {key.id, key.revision, place, static_cast<std::int64_t>(first)})
+                values.emplace_back(qlonglong(number));
+            connection_.run(insertions_[size], values);
         }
 }
 

@@ -65,6 +65,7 @@ class HistoryTable {
 
     StoreConnection& connection_;
     const QString select_;
+    std::vector<QString> insertions_; // of rows, by how many they put in
 };
 
 // Whether person and time, and figure and period, are those of the query.

@@ -99,12 +99,13 @@ StoreConnection::Statement::Statement(StoreConnection& connection, const QString
                                       const std::vector<QVariant>& values)
     : connection_(connection), query_(connection.prepared(text)) {
     assert(!query_.isActive());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const int place = static_cast<int>(i);
-        if (values[i].typeId() == QMetaType::QString && !values[i].isNull())
-            query_.bindValue(place, connection.dialect().carried(values[i].toString()));
+    qsizetype place = 0;
+    for (const QVariant& value : values) {
+        const QString& name = connection.placeName(place++);
+        if (value.typeId() == QMetaType::QString && !value.isNull())
+            query_.bindValue(name, connection.dialect().carried(value.toString()));
         else
-            query_.bindValue(place, values[i]);
+            query_.bindValue(name, value);
     }
     if (query_.exec())
         return;
@@ -297,13 +298,27 @@ StoreError StoreConnection::describe(const QSqlError& error) {
                          needsDetail ? detail.simplified().toStdString() : std::string());
 }
 
+const QString& StoreConnection::placeName(qsizetype place) {
+    while (placeNames_.size() <= place)
+        placeNames_ += ":v" + QString::number(placeNames_.size());
+    return placeNames_.at(place);
+}
+
+QString StoreConnection::withPlaceNames(const QString& text) {
+    const QStringList parts = text.split(u'?');
+    QString named = parts.front();
+    for (qsizetype place = 1; place < parts.size(); ++place)
+        named += placeName(place - 1) + parts.at(place);
+    return named;
+}
+
 QSqlQuery& StoreConnection::prepared(const QString& text) {
     assert(handle_->database.isOpen());
     std::unique_ptr<QSqlQuery>& query = statements_[text];
     if (query == nullptr) {
         auto made = std::make_unique<QSqlQuery>(handle_->database);
         made->setForwardOnly(dialect().isFile);
-        if (!made->prepare(text)) {
+        if (!made->prepare(withPlaceNames(text))) {
             const QSqlError error = made->lastError();
             statements_.erase(text);
             throw StoreFailure(describe(error));

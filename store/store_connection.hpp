@@ -8,6 +8,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <chrono>
@@ -125,15 +126,20 @@ class StoreConnection {
     void refuseDamage(); // of a file, once
     [[nodiscard]] QString damageSeenOnce();
     QSqlQuery& prepared(const QString& text);
+    // Qt makes a name for each value that is bound by its place, anew each time, which takes longer
+    // than binding it: so every place has a name of its own.
+    const QString& placeName(qsizetype place);
+    [[nodiscard]] QString withPlaceNames(const QString& text);
 
     StoreLocation location_;
     std::chrono::milliseconds patience_;
     bool isInspecting_;
     const Transaction* transaction_ = nullptr; // under way
     std::int64_t uncertainTransaction_ = 0;
-    bool isSound_ = false;         // so far as it was looked at
-    std::optional<Handle> handle_; // outlives the statements
-    std::map<QString, std::unique_ptr<QSqlQuery>> statements_;
+    bool isSound_ = false;                                     // so far as it was looked at
+    std::optional<Handle> handle_;                             // outlives the statements
+    std::map<QString, std::unique_ptr<QSqlQuery>> statements_; // by their text with "?"
+    QStringList placeNames_;
 };
 
 } // namespace vkr

@@ -6,6 +6,8 @@
 namespace vkr {
 
 QString toQString(const std::string& text) {
+    if (!text.starts_with("\xEF\xBB\xBF"))
+        return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     return decoder(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
 }

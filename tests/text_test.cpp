@@ -150,6 +150,8 @@ TEST(TextTest, ComparesIgnoringCase) {
     EXPECT_TRUE(equalsIgnoringCase("\xC3\xA9", "\xC3\x89"));
     EXPECT_FALSE(equalsIgnoringCase("NYSE", "NYS"));
     EXPECT_FALSE(equalsIgnoringCase("a\xC3", "a\xC4"));
+    EXPECT_FALSE(equalsIgnoringCase("\xC3", "\xC3\x83")) << "a byte is no character";
+    EXPECT_TRUE(equalsIgnoringCase("a\xC3", "A\xC3"));
 }
 
 TEST(TextTest, TrimsBlanksAroundATextOnly) {
