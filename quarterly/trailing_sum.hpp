@@ -23,7 +23,7 @@ class TrailingSum {
     [[nodiscard]] bool isDerived() const { return derived_.has_value(); }
     // A sum that was typed and refused gives way to this one. Throws where the record does.
     void store(double sum);
-    void doubtTyped(); // marks a figure that will give way to the rule's
+    void doubtTyped(); // marks a figure that the rule's will replace
     void show();       // with the change check; not over a refused text
     // The latest yearly figure or the date of the last fiscal year has changed.
     void followYear();

@@ -207,8 +207,8 @@ TEST_F(LastFourQuarters, TypedByHandAreDoubtfulWhereTheQuartersSaySomethingElse)
     typeOver(scene, "txtLast4QEPS", "10.25");
     EXPECT_EQ(company->get_Last4QEPS(), 10.25) << "stored all the same";
     EXPECT_EQ(scene.field("txtLast4QEPS").mark(),
-              (FieldMark{MarkKind::doubtful,
-                         "This figure will give way to what the quarters add up to: 10.00"}));
+              (FieldMark{MarkKind::doubtful, "Stored for now. The four quarters add up to another "
+                                             "figure, which will replace this one: 10.00"}));
     EXPECT_TRUE(scene.entry->unstoredFields().empty());
     goTo(scene, "txtEPS(7)");
     desktop.type("{TAB}"); // the company is a changed one
