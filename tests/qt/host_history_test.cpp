@@ -18,14 +18,6 @@ namespace {
 
 class HostHistory : public HostTest {
   protected:
-    [[nodiscard]] std::int64_t idOf(const std::string& symbol) {
-        const auto rows = host_->store().list();
-        for (const CompanySummary& row : rows.value())
-            if (row.symbol == symbol)
-                return row.key.id;
-        ADD_FAILURE() << symbol;
-        return 0;
-    }
     static void change(CompanyWindow& window, Datum datum, const Variant& value) {
         const std::vector<DatumChange> changes = {
             {datum, std::nullopt, readDatum(*window.record(), datum), value}};
@@ -52,7 +44,7 @@ class HostHistory : public HostTest {
 };
 
 TEST_F(HostHistory, TellsThatSamplesWereImported) {
-    CompanyWindow* window = host_->openCompany(idOf("AAPL"));
+    CompanyWindow* window = host_->openCompany(idOf(*host_, "AAPL"));
     HistoryWindow& history = shownHistory(*window);
     ASSERT_EQ(changes(history).topLevelItemCount(), 1);
     const QTreeWidgetItem* group = changes(history).topLevelItem(0);
@@ -63,7 +55,7 @@ TEST_F(HostHistory, TellsThatSamplesWereImported) {
 }
 
 TEST_F(HostHistory, TellsWhatWasTypedAndFiltersIt) {
-    CompanyWindow* window = host_->openCompany(idOf("AAPL"));
+    CompanyWindow* window = host_->openCompany(idOf(*host_, "AAPL"));
     change(*window, Datum::City, "Graz");
     ASSERT_TRUE(window->save());
     HistoryWindow& history = shownHistory(*window);
@@ -82,7 +74,7 @@ TEST_F(HostHistory, TellsWhatWasTypedAndFiltersIt) {
 
 // Today's tax rate: imported, and not what net and pre-tax income give.
 TEST_F(HostHistory, AnImportedTaxRateIsWhatItWasAfterOk) {
-    const std::int64_t id = idOf("AAPL");
+    const std::int64_t id = idOf(*host_, "AAPL");
     auto record = host_->store().load(id).value().record;
     Variant rates = record->get_YTaxRateSeries();
     rates.array().setNumber(2, 18.1);
@@ -107,7 +99,7 @@ TEST_F(HostHistory, AnImportedTaxRateIsWhatItWasAfterOk) {
 
 // What it follows from is edited, saved, and taken back after that.
 TEST_F(HostHistory, AnImportedTaxRateComesBackWithItsOrigin) {
-    const std::int64_t id = idOf("AAPL");
+    const std::int64_t id = idOf(*host_, "AAPL");
     CompanyWindow* window = host_->openCompany(id);
     const double imported = window->record()->get_YTaxRateSeries().array().number(2);
     const double income = window->record()->get_YPTISeries().array().number(2);
@@ -130,7 +122,7 @@ TEST_F(HostHistory, AnImportedTaxRateComesBackWithItsOrigin) {
 }
 
 TEST_F(HostHistory, RestoresAStateAsAChangeThatIsNotSavedYet) {
-    const std::int64_t id = idOf("AAPL");
+    const std::int64_t id = idOf(*host_, "AAPL");
     CompanyWindow* window = host_->openCompany(id);
     const std::string city = window->record()->get_City();
     change(*window, Datum::City, "Graz");
@@ -165,7 +157,7 @@ TEST_F(HostHistory, OfANewCompanyBeginsWhenItIsSaved) {
 }
 
 TEST_F(HostHistory, OfAFigureIsAskedForInTheAssistant) {
-    CompanyWindow* window = host_->openCompany(idOf("AAPL"));
+    CompanyWindow* window = host_->openCompany(idOf(*host_, "AAPL"));
     emit window->entry().assistant(doTotalDebt, QString());
     auto* assistant = window->findChild<Assistant*>();
     ASSERT_NE(assistant, nullptr);
@@ -181,7 +173,7 @@ TEST_F(HostHistory, OfAFigureIsAskedForInTheAssistant) {
 }
 
 TEST_F(HostHistory, IsBoundedAfterAQuestion) {
-    CompanyWindow* window = host_->openCompany(idOf("AAPL"));
+    CompanyWindow* window = host_->openCompany(idOf(*host_, "AAPL"));
     HistoryWindow& history = shownHistory(*window);
     {
         const Answers answers({"Cancel", "Keep 20"});
@@ -196,7 +188,7 @@ TEST_F(HostHistory, IsBoundedAfterAQuestion) {
 }
 
 TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
-    const std::int64_t id = idOf("AAPL");
+    const std::int64_t id = idOf(*host_, "AAPL");
     const double debt = host_->store().load(id).value().record->get_TotalDebt();
     {
         auto other = QSqlDatabase::addDatabase("QSQLITE", "damage");
