@@ -326,7 +326,7 @@ CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
                 {{tr("Save as &New Company")}, {tr("&Go Back"), Choice::Role::reject}});
         if (choice != 0)
             return Conflict::back;
-        id_.reset();
+        becomeNew();
         return Conflict::again;
     }
 
@@ -347,7 +347,7 @@ CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
     case theirs:
         return takeTheirs() ? Conflict::reloaded : Conflict::back;
     case copy: {
-        id_.reset();
+        becomeNew();
         auto mine = recordToSave();
         origins_ = origins(); // the steps that led there end with the other record
         mine->put_Name(mine->get_Name() + tr(" (copy)").toStdString());

@@ -113,14 +113,15 @@ class CompanyWindow : public QMainWindow {
     [[nodiscard]] bool acceptUnstored();
     enum class Conflict { again, reloaded, back };
     Conflict settle(const StoreConflict& conflict, const QString& message);
+    void becomeNew(); // to be saved as another company
     bool takeTheirs();
 
     CompanyStore& store_;
     VKRDataEntryWidget* entry_;
     FigureChecks* checks_;
     OriginMarks* originMarks_;
-    Assistant* assistant_ = nullptr; // from the first question on
-    HistoryWindow* history_ = nullptr;
+    Assistant* assistant_ = nullptr;            // from the first question on
+    HistoryWindow* history_ = nullptr;          // of the company id_
     FigureOrigins origins_;                     // of the record as it was opened
     std::vector<FindingVerdict> calledRight_;   // of what is stored
     std::optional<std::int64_t> judgedCompany_; // that they are kept beside

@@ -83,6 +83,12 @@ void CompanyWindow::showHistory(Datum datum, std::optional<int> element) {
     history().showFigure(datum, fromUtf8(historyPeriod(*record_, datum, element)));
 }
 
+// The history is that of the company that it was.
+void CompanyWindow::becomeNew() {
+    id_.reset();
+    delete std::exchange(history_, nullptr);
+}
+
 void CompanyWindow::restoreState(const HistoryGroup& group) {
     const auto state = store_.stateAfter(*id_, group);
     if (!state) {

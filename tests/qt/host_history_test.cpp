@@ -210,5 +210,97 @@ TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
     window->discard();
 }
 
+// --- saved anew, beside or in place of a company that others have changed or deleted -----------
+
+struct NewCompanyWay {
+    const char* test;
+    bool isRemoved; // else changed
+    const char* answer;
+};
+
+class HostHistoryOfACopy : public HostHistory, public testing::WithParamInterface<NewCompanyWay> {
+  protected:
+    // A window whose company others have saved or deleted meanwhile, with its history beside it.
+    CompanyWindow& overtaken() {
+        CompanyWindow& mine = open(*host_, "AAPL");
+        const auto colleague = another();
+        if (GetParam().isRemoved) {
+            const Answers answers({"Delete"});
+            colleague->deleteCompanies({*mine.id()});
+        } else {
+            CompanyWindow& theirs = open(*colleague, "AAPL");
+            change(theirs, Datum::City, "Theirs");
+            EXPECT_TRUE(theirs.save());
+            theirs.discard();
+        }
+        change(mine, Datum::City, "Mine");
+        shownHistory(mine);
+        return mine;
+    }
+    // Keeps new companies out of the database, or no longer.
+    void keepOut(bool isToKeep) {
+        {
+            auto other = QSqlDatabase::addDatabase("QSQLITE", "full");
+            other.setDatabaseName(database());
+            ASSERT_TRUE(other.open());
+            ASSERT_TRUE(QSqlQuery(other).exec(isToKeep
+                                                  ? "CREATE TRIGGER full BEFORE INSERT ON company "
+                                                    "BEGIN SELECT RAISE(ABORT, 'full'); END"
+                                                  : "DROP TRIGGER full"));
+        }
+        QSqlDatabase::removeDatabase("full");
+    }
+    static void expectThatOfACopy(HistoryWindow& history) {
+        constexpr int what = 2;
+        EXPECT_EQ(changes(history).findItems("Saved as a copy", Qt::MatchExactly, what).size(), 1);
+        EXPECT_EQ(changes(history).findItems("Import of AAPL", Qt::MatchExactly, what).size(), 0);
+    }
+};
+
+TEST_P(HostHistoryOfACopy, IsItsOwn) {
+    CompanyWindow& mine = overtaken();
+    const std::int64_t before = *mine.id();
+    {
+        const Answers answers({GetParam().answer});
+        ASSERT_TRUE(mine.save());
+        EXPECT_TRUE(answers.allGiven());
+    }
+    ASSERT_NE(*mine.id(), before);
+    EXPECT_EQ(mine.findChild<HistoryWindow*>(), nullptr) << "that of the other company";
+    HistoryWindow& history = shownHistory(mine);
+    expectThatOfACopy(history);
+    EXPECT_NE(history.windowTitle().indexOf(QString::fromStdString(mine.record()->get_Name())), -1);
+    changes(history).setCurrentItem(changes(history).topLevelItem(0));
+    const Answers answers({"Restore"});
+    history.findChild<QPushButton*>("restore")->click();
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_EQ(mine.record()->get_City(), "Mine");
+    mine.discard();
+}
+
+TEST_P(HostHistoryOfACopy, BeginsWhenItIsSaved) {
+    CompanyWindow& mine = overtaken();
+    keepOut(true);
+    {
+        const Answers answers({GetParam().answer, "OK", "OK"});
+        EXPECT_FALSE(mine.save());
+        EXPECT_EQ(mine.id(), std::nullopt);
+        EXPECT_EQ(mine.findChild<HistoryWindow*>(), nullptr) << "that of the other company";
+        mine.findChild<QAction*>("history")->trigger();
+        EXPECT_TRUE(answers.allGiven());
+        EXPECT_TRUE(answers.told().value(2).contains("has no history yet."));
+    }
+    keepOut(false);
+    ASSERT_TRUE(mine.save());
+    expectThatOfACopy(shownHistory(mine));
+    mine.discard();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Saved, HostHistoryOfACopy,
+    testing::Values(NewCompanyWay{"BesideTheirs", false, "Save Mine as a Copy"},
+                    NewCompanyWay{"InPlaceOfADeletedOne", true, "Save as New Company"}),
+    [](const auto& row) { return row.param.test; });
+
 } // namespace
 } // namespace vkr
