@@ -5,6 +5,8 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdlib>
 #include <set>
 #include <utility>
@@ -102,24 +104,50 @@ void BlockPlacing::peelTitles() {
         firstColumn_ = 1;
 }
 
-// "in thousands", as reports say it above their figures; 0 for none, or for several.
-int BlockPlacing::unitInTitles() const {
+bool BlockPlacing::isInTitles(std::size_t row, std::size_t column) const {
+    return row < firstRow_ || column < firstColumn_ || row == 0;
+}
+
+// "in thousands", as reports say it above their figures, and "shares in thousands".
+BlockPlacing::TitleUnits BlockPlacing::unitsInTitles() const {
     static constexpr std::pair<std::string_view, int> words[] = {
         {"IN THOUSANDS", 3}, {"IN MILLIONS", 6}, {"IN BILLIONS", 9}};
-    std::set<int> found;
+    std::set<int> money;
+    std::set<int> shares;
+    bool exceptShares = false;
+    const auto read = [&](const std::string& text) {
+        std::size_t from = 0; // behind the unit before
+        for (std::size_t at = 0; at < text.size(); ++at)
+            for (const auto& [word, unit] : words)
+                if (std::string_view(text).substr(at).starts_with(word)) {
+                    const std::string before = text.substr(from, at - from);
+                    (before.find("SHARES") == std::string::npos ? money : shares).insert(unit);
+                    from = at + word.size();
+                }
+        const std::string rest = text.substr(from);
+        exceptShares =
+            exceptShares || (from > 0 && (rest.find("EXCEPT SHARE") != std::string::npos ||
+                                          rest.find("SHARES") != std::string::npos));
+    };
     for (std::size_t row = 0; row < height(); ++row)
         for (std::size_t column = 0; column < width(); ++column)
-            if (row < firstRow_ || column < firstColumn_ || row == 0)
-                for (const auto& [word, unit] : words)
-                    if (upperCase(cells_[row][column]).find(word) != std::string::npos)
-                        found.insert(unit);
-    return found.size() == 1 ? *found.begin() : 0;
+            if (isInTitles(row, column))
+                read(upperCase(cells_[row][column]));
+    const auto only = [](const std::set<int>& found) {
+        return found.size() == 1 ? *found.begin() : 0;
+    };
+    return {.money = only(money),
+            .shares = only(shares),
+            .unclear = money.size() > 1,
+            .sharesUnclear = shares.size() > 1 || (shares.empty() && exceptShares)};
 }
 
 void BlockPlacing::suggest() {
     for (const bool across : {true, false})
         if (auto found = headingIn(across); found && (!heading_ || !heading_->isSure))
             heading_ = std::move(found);
+    namesPeriods_ = !heading_ && namesPeriods();
+    units_ = unitsInTitles();
     switches_.decimal = marks_.decimal;
     if (heading_ && heading_->isSure) {
         switches_.byPeriods = true;
@@ -129,7 +157,7 @@ void BlockPlacing::suggest() {
         switches_.turned = namesOf(false).empty() && !namesOf(true).empty();
     }
     switches_.byNames = hasNames();
-    switches_.unit = unitInTitles();
+    switches_.unit = units_.money;
     if (!switches_.byNames || switches_.unit != 0)
         return;
     std::set<int> units;
@@ -147,6 +175,14 @@ void BlockPlacing::suggest() {
 // --- headings ------------------------------------------------------------------------------------
 
 std::optional<BlockPlacing::Period> BlockPlacing::periodIn(std::string_view text) const {
+    constexpr int quarters = 4;
+    if (const auto named = quarterIn(text); named && grid_.quarterly && grid_.fiscalYear) {
+        const auto& [year, end] = *grid_.fiscalYear;
+        const Date last = addYears(end, named->year - year);
+        return Period{.year = {},
+                      .date = addQuarters(last, named->quarter - quarters),
+                      .fiscal = civil(end).month != 12};
+    }
     if (const auto year = yearIn(text))
         return grid_.quarterly ? std::nullopt : std::optional(Period{.year = year, .date = {}});
     if (grid_.dateOf && isNoFigure(text)) // "4.5" is no fourth of May
@@ -187,6 +223,29 @@ std::optional<std::string> BlockPlacing::cornerOf(bool across) const {
                                                                  : std::nullopt;
 }
 
+// One period after the other, or with some missing in between.
+bool BlockPlacing::follows(const Period& before, const Period& period, bool mayMiss) const {
+    if (before.year.has_value() != period.year.has_value())
+        return false;
+    if (period.year) {
+        const int years = std::abs(*period.year - *before.year);
+        return years == 1 || (mayMiss && years > 1);
+    }
+    struct Length {
+        int least, most; // of one, in days
+        double usual;
+    };
+    constexpr Length year{350, 380, 365.25};
+    constexpr Length quarter{80, 100, 91.3125};
+    const Length& length = grid_.quarterly ? quarter : year;
+    const int days = std::abs(daysBetween(*before.date, *period.date));
+    if (days >= length.least && days <= length.most)
+        return true;
+    const double count = std::round(days / length.usual);
+    return mayMiss && count > 1 &&
+           std::abs(days - count * length.usual) <= length.most - length.usual;
+}
+
 std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(bool across) const {
     if (firstRow_ >= height() || firstColumn_ >= width() ||
         (across ? height() - firstRow_ : width() - firstColumn_) < 2)
@@ -199,38 +258,62 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(bool across) const 
     from += corner && *corner == cells[from] && !periodIn(cells[from]) ? 1U : 0U;
     while (cells.size() > from && isBlank(cells.back()))
         cells.pop_back();
-    if (cells.size() < from + leastHeading)
-        return std::nullopt;
 
-    Heading heading{.across = across, .isSure = corner.has_value(), .descends = false, .rows = {}};
+    const bool plain = corner && isCornerOfPeriods(*corner);
+    Heading heading{.across = across,
+                    .isSure = corner.has_value(),
+                    .descends = false,
+                    .fiscal = false,
+                    .rows = {}};
     heading.rows.resize(from);
-    std::optional<Period> before;
+    std::vector<Period> periods;
     for (std::size_t at = from; at < cells.size(); ++at) {
         const auto period = periodIn(cells[at]);
-        if (!period || (before && before->year.has_value() != period->year.has_value()))
+        if (!period && !(plain && isText(cells[at])))
             return std::nullopt;
-        if (before) {
-            const int step = period->year ? *period->year - *before->year
-                                          : daysBetween(*before->date, *period->date);
-            const bool follows = period->year      ? std::abs(step) == 1
-                                 : grid_.quarterly ? std::abs(step) >= 80 && std::abs(step) <= 100
-                                                   : std::abs(step) >= 350 && std::abs(step) <= 380;
-            const bool turns = at > from + 1 && heading.descends != (step < 0);
-            if (!follows || turns)
-                return std::nullopt;
-            heading.descends = step < 0;
-        }
-        heading.rows.push_back(rowOf(*period));
-        before = period;
+        heading.rows.push_back(period ? rowOf(*period) : std::nullopt);
+        if (period)
+            periods.push_back(*period);
     }
+    if (periods.size() < (plain ? 1 : leastHeading))
+        return std::nullopt;
+    const auto isEarlier = [](const Period& one, const Period& other) {
+        return one.year ? *one.year < *other.year : daysBetween(*one.date, *other.date) > 0;
+    };
+    for (std::size_t at = 1; at < periods.size(); ++at)
+        if (!follows(periods[at - 1], periods[at], plain))
+            return std::nullopt;
+    heading.descends = periods.size() > 1 && isEarlier(periods[1], periods[0]);
+    for (std::size_t at = 1; at < periods.size(); ++at)
+        if (isEarlier(periods[at], periods[at - 1]) != heading.descends)
+            return std::nullopt;
+    heading.fiscal = std::ranges::any_of(periods, &Period::fiscal);
     heading.rows.resize(across ? width() : height());
     return heading;
+}
+
+// Of a block without a heading: whether it says all the same which periods it is about.
+bool BlockPlacing::namesPeriods() const {
+    for (std::size_t row = 0; row < height(); ++row)
+        for (std::size_t column = 0; column < width(); ++column)
+            if (isInTitles(row, column) && isText(cells_[row][column]) &&
+                namesPeriod(cells_[row][column]))
+                return true;
+    if (firstRow_ >= height() || firstColumn_ >= width())
+        return false;
+    return std::ranges::any_of(std::array{true, false}, [this](bool across) {
+        const auto corner = cornerOf(across);
+        const Line cells = line(across, across ? firstRow_ : firstColumn_);
+        return corner && isCornerOfPeriods(*corner) &&
+               std::ranges::any_of(cells,
+                                   [](const auto& cell) { return yearIn(cell).has_value(); });
+    });
 }
 
 int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
     head = trimmed(head);
     for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
-        const auto& [name, others, negatives, price, rate, inUnit] = grid_.columns[column];
+        const auto& [name, others, negatives, price, rate, inUnit, shares] = grid_.columns[column];
         const auto isHead = [&](const std::string& one) { return equalsIgnoringCase(head, one); };
         if (isHead(name) || std::ranges::any_of(others, isHead))
             return static_cast<int>(column);
@@ -342,7 +425,8 @@ void BlockPlacing::read(PlacedCell& cell) const {
     using enum BlockRemark;
     constexpr int stored = 6; // in millions
     const auto& column = grid_.columns[static_cast<std::size_t>(cell.column)];
-    const int unit = switches_.unit == 0 ? grid_.unit : switches_.unit;
+    const int blockUnit = column.shares && units_.shares != 0 ? units_.shares : switches_.unit;
+    const int unit = blockUnit == 0 ? grid_.unit : blockUnit;
     const int power = column.inUnit ? unit - stored : 0;
     BlockMarks marks = marks_;
     marks.decimal = switches_.decimal;
@@ -380,9 +464,23 @@ void BlockPlacing::read(PlacedCell& cell) const {
     say(read.number.fits && figure < 0 && !column.negatives, negative);
     if (read.number.fits && (figure >= 0 || column.negatives))
         cell.figure = figure == 0 ? 0 : figure; // no negative zero
+    say(cell.figure == 0 && cell.held != 0, empties);
 }
 
+// What is to be said of a figure that has its place.
 void BlockPlacing::check(PlacedCell& cell) const {
+    const auto say = [&](bool applies, BlockRemark remark, const std::string& detail = {}) {
+        if (applies)
+            cell.comments.push_back({remark, detail});
+    };
+    const auto& column = grid_.columns[static_cast<std::size_t>(cell.column)];
+    say(namesPeriods_, BlockRemark::byPosition);
+    say(switches_.byPeriods && heading_ && heading_->fiscal, BlockRemark::fiscalQuarter);
+    const bool ownUnit = column.shares && units_.shares != 0;
+    say(ownUnit, BlockRemark::sharesUnit, std::to_string(units_.shares));
+    say(column.inUnit && !ownUnit &&
+            ((units_.unclear && switches_.unit == 0) || (column.shares && units_.sharesUnclear)),
+        BlockRemark::unitUnclear);
     if (cell.held != 0 && cell.held != *cell.figure && grid_.originOf &&
         grid_.originOf(cell.column, cell.row) == Origin::typed)
         cell.comments.push_back({BlockRemark::replacesTyped, {}});

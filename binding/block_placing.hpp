@@ -23,10 +23,15 @@ struct BlockGrid {
         bool price = false;                       // takes fractions
         bool rate = false;                        // in percent
         bool inUnit = false;                      // money and shares, in the unit of the form
+        bool shares = false;                      // of these, shares
     };
     struct Row {
         int year = 0; // of a yearly grid; 0: unknown
         Date date{};  // on which year or quarter ends; absent: unknown
+    };
+    struct FiscalYear {
+        int year;
+        Date end;
     };
     struct UnitName {
         std::string text; // "(M)", as it stands behind a head
@@ -40,7 +45,8 @@ struct BlockGrid {
     int row = 0;
     int unit = 6; // exponent of what the form shows: 3, 6 or 9
     std::vector<UnitName> unitNames;
-    char decimal = '.'; // of the form
+    std::optional<FiscalYear> fiscalYear; // any one: "Q4 2025" is counted from it
+    char decimal = '.';                   // of the form
     // A heading as a date; nothing for every other text.
     std::function<std::optional<Date>(std::string_view text)> dateOf;
     // The figure that the record has at a place; nothing where it has no such place.
@@ -89,9 +95,16 @@ enum class BlockRemark {
     noSuchPeriod, // detail: as the block has it
     noSuchColumn, // detail: its head in the block
     twice,
+    // doubts about the block
+    byPosition,    // the periods that it names were not understood
+    fiscalQuarter, // "Q4 2025" where the fiscal year is not the calendar's
+    unitUnclear,
+    // how its titles were read
+    sharesUnit, // detail: exponent of their unit
 };
 [[nodiscard]] constexpr bool isDoubt(BlockRemark remark) {
-    return remark >= BlockRemark::openBracket && remark < BlockRemark::dash;
+    return (remark >= BlockRemark::openBracket && remark < BlockRemark::dash) ||
+           (remark >= BlockRemark::byPosition && remark <= BlockRemark::unitUnclear);
 }
 
 struct BlockComment {
@@ -116,7 +129,9 @@ struct PlacedCell {
 //
 // Titles above the figures and labels beside them are no figures. A row or a column of two years
 // or more, one after the other, is a heading where its corner is empty or a text; so are dates that
-// lie as far apart as the periods of the grid.
+// lie as far apart as the periods of the grid, and "Q4 2025" for quarters. Where the corner is
+// empty or speaks of periods or units, one period is enough, and some may be missing in between.
+// Texts among the periods, such as "TTM" and "2026E", stand for none of the grid.
 class BlockPlacing {
   public:
     // `decimal`: the block's own mark where the clipboard names it.
@@ -144,11 +159,20 @@ class BlockPlacing {
         bool across = false; // in a row of the block, else in a column
         bool isSure = false; // it has a corner
         bool descends = false;
+        bool fiscal = false; // quarters of a fiscal year that is not the calendar's
         std::vector<std::optional<int>> rows;
     };
     struct Period {
         std::optional<int> year;
         std::optional<Date> date;
+        bool fiscal = false;
+    };
+    // What the titles say of units.
+    struct TitleUnits {
+        int money = 0;  // exponent; 0: nothing
+        int shares = 0; // the same, where it is said of shares alone
+        bool unclear = false;
+        bool sharesUnclear = false;
     };
 
     [[nodiscard]] std::size_t height() const { return cells_.size(); }
@@ -158,12 +182,15 @@ class BlockPlacing {
     void joinSigns();
     void peelTitles();
     void suggest();
-    [[nodiscard]] int unitInTitles() const;
+    [[nodiscard]] bool isInTitles(std::size_t row, std::size_t column) const;
+    [[nodiscard]] TitleUnits unitsInTitles() const;
+    [[nodiscard]] bool namesPeriods() const;
 
     [[nodiscard]] std::optional<Period> periodIn(std::string_view text) const;
     [[nodiscard]] std::optional<int> rowOf(const Period& period) const;
     [[nodiscard]] std::optional<Heading> headingIn(bool across) const;
     [[nodiscard]] std::optional<std::string> cornerOf(bool across) const;
+    [[nodiscard]] bool follows(const Period& before, const Period& period, bool mayMiss) const;
     [[nodiscard]] int columnNamed(std::string_view head, int* unit = nullptr) const;
     // Columns of the grid by the block's lines; -1: none. Empty where no head is one of the grid's.
     [[nodiscard]] std::vector<int> namesOf(bool periodsAcross) const;
@@ -183,6 +210,8 @@ class BlockPlacing {
     std::size_t firstRow_ = 0;    // behind titles
     std::size_t firstColumn_ = 0; // behind labels
     std::optional<Heading> heading_;
+    bool namesPeriods_ = false; // that no heading was made of
+    TitleUnits units_;
     BlockSwitches switches_;
     std::vector<PlacedCell> placed_;
 };

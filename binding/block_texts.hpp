@@ -15,7 +15,20 @@ namespace vkr {
 // Web tables give these a cell of their own beside the figure.
 [[nodiscard]] bool isCurrencySign(std::string_view text);
 [[nodiscard]] bool isClosingSign(std::string_view text);
-// "2021", "FY 2021", "FY2021", "Fiscal 2021".
+// "2021", "FY 2021", "FY2021", "Fiscal 2021", "2021A" as the actual figures of a year.
 [[nodiscard]] std::optional<int> yearIn(std::string_view text);
+
+struct FiscalQuarter {
+    int quarter; // 1 to 4
+    int year;
+
+    friend bool operator==(const FiscalQuarter&, const FiscalQuarter&) = default;
+};
+// "Q4 2025", "Q4 FY25", "Q4'25", "4Q25", "2025 Q4".
+[[nodiscard]] std::optional<FiscalQuarter> quarterIn(std::string_view text);
+// A text with a year, a quarter or the last twelve months in it.
+[[nodiscard]] bool namesPeriod(std::string_view text);
+// What stands where periods and labels meet: nothing, or "Years ended", "(In millions)".
+[[nodiscard]] bool isCornerOfPeriods(std::string_view text);
 
 } // namespace vkr

@@ -6,6 +6,7 @@
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace vkr {
@@ -53,7 +54,14 @@ constexpr ReportName reportNames[] = {
     {Datum::YEPSSeries, "EPS"},
     {Datum::QEPSSeries, "EPS"},
     {Datum::YEPSSeries, "Earnings per share"},
+    {Datum::QEPSSeries, "Earnings per share"},
     {Datum::QEPSSeries, "Basic EPS"},
+    {Datum::YEPSSeries, "Diluted EPS"},
+    {Datum::QEPSSeries, "Diluted EPS"},
+    {Datum::YEPSSeries, "Diluted earnings per share"},
+    {Datum::QEPSSeries, "Diluted earnings per share"},
+    {Datum::YEPSSeries, "Earnings per share, diluted"},
+    {Datum::QEPSSeries, "Earnings per share, diluted"},
     {Datum::YDividendSeries, "Dividends"},
     {Datum::YDividendSeries, "Dividends per share"},
 };
@@ -99,7 +107,8 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
                                 .negatives = column.negatives,
                                 .price = column.price,
                                 .rate = isRate(shown.series),
-                                .inUnit = shown.isScaled()});
+                                .inUnit = shown.isScaled(),
+                                .shares = unitOf(shown.series) == DatumUnit::shares});
         series.push_back(
             attemptOr(Variant(), [&] { return readSeries(*context_.company, shown.series); }));
     }
@@ -112,6 +121,12 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
     grid.unitNames = {{context_.text(text_number::unitThousands), 3},
                       {context_.text(text_number::unitMillions), 6},
                       {context_.text(text_number::unitBillions), 9}};
+    ifPossible([&] {
+        const BlockGrid::FiscalYear last{context_.company->get_LastFY(),
+                                         context_.company->get_LastFYDate()};
+        if (last.year != 0 && EntryContext::isValidDate(last.end))
+            grid.fiscalYear = last;
+    });
     grid.decimal = context_.form.numberMarks().decimal;
     const Date today = attemptOr(Date{}, [&] { return context_.services.today(); });
     grid.dateOf = [today, pattern = context_.dateFormat](std::string_view text) {
@@ -221,13 +236,22 @@ void BlockPaste::tellSwitches() {
     };
 }
 
+std::string BlockPaste::detailText(BlockRemark remark, const std::string& detail) const {
+    switch (remark) {
+    case BlockRemark::otherReading:
+        return exchangeMarks(detail, context_.form.numberMarks());
+    case BlockRemark::sharesUnit:
+        return context_.text(captionsOfUnits[placeOf(units, std::atoi(detail.c_str())) - 1]);
+    default:
+        return detail;
+    }
+}
+
 std::string BlockPaste::remarkOf(const PlacedCell& cell) const {
     std::string remark;
     for (const auto& [kind, detail] : cell.comments) {
         std::string text = context_.text(text_number::firstRemark + static_cast<int>(kind));
-        const bool figure = kind == BlockRemark::otherReading;
-        ReplaceAll(text, "%1",
-                   figure ? exchangeMarks(detail, context_.form.numberMarks()) : detail);
+        ReplaceAll(text, "%1", detailText(kind, detail));
         remark += (remark.empty() ? "" : " ") + text;
     }
     return remark;

@@ -39,6 +39,7 @@ class BlockPaste final : public PasteForm {
 
   private:
     [[nodiscard]] BlockGrid gridAt(SeriesGrid::Cell at, const OriginOf& originOf) const;
+    [[nodiscard]] std::string detailText(BlockRemark remark, const std::string& detail) const;
     [[nodiscard]] std::string remarkOf(const PlacedCell& cell) const;
     void tell();
     void tellSwitches();

@@ -216,9 +216,16 @@ std::optional<NumericText> wholeFigure(std::string_view text, NumericKind kind, 
 BlockMarks marksOf(const CellTexts& cells, char own) {
     bool point = false;
     bool comma = false;
+    // A comma between words says nothing about figures.
+    const auto isFigure = [](std::string_view text) {
+        return std::ranges::any_of(std::string_view(".,"), [&](char decimal) {
+            return readCell(text, NumericKind::PriceText, 0, {.decimal = decimal}).kind ==
+                   CellKind::figure;
+        });
+    };
     for (const auto& row : cells)
         for (const std::string& cell : row) {
-            const MarkVote vote = voteOf(cell);
+            const MarkVote vote = isFigure(cell) ? voteOf(cell) : MarkVote::none;
             point = point || vote == MarkVote::point;
             comma = comma || vote == MarkVote::comma;
         }

@@ -378,6 +378,10 @@ constexpr StringRow standardRows[] = {
     {765, "%1 is not on the form."},
     {766, "There is no column \"%1\"."},
     {767, "A second figure for the same place."},
+    {768, "Goes by its place: the periods in the block were not understood."},
+    {769, "Taken for a quarter of the fiscal year."},
+    {770, "The block does not say clearly in which unit this is."},
+    {771, "Unit of shares in the block: %1."},
 };
 static_assert(isStringTable(standardRows));
 

@@ -36,6 +36,10 @@ const char* wordFor(BlockRemark remark) {
         {BlockRemark::noSuchPeriod, "period"},
         {BlockRemark::noSuchColumn, "column"},
         {BlockRemark::twice, "twice"},
+        {BlockRemark::byPosition, "place?"},
+        {BlockRemark::fiscalQuarter, "fiscal?"},
+        {BlockRemark::unitUnclear, "unit?"},
+        {BlockRemark::sharesUnit, "shares"},
     };
     return words.at(remark);
 }
@@ -47,7 +51,8 @@ BlockGrid yearly(int column = 0, int row = 0) {
                     {.name = "Tax Rate", .negatives = true, .rate = true},
                     {.name = "Net Income", .negatives = true, .inUnit = true},
                     {.name = "EPS", .otherNames = {"Earnings per share"}, .negatives = true},
-                    {.name = "High", .price = true}};
+                    {.name = "High", .price = true},
+                    {.name = "Shares", .inUnit = true, .shares = true}};
     for (int year = 2016; year <= 2026; ++year)
         grid.rows.push_back({.year = year, .date = *makeDate(year, 9, 30)});
     grid.column = column;
@@ -104,7 +109,7 @@ TEST(BlockPlacing, BeginsAtTheCell) {
 }
 
 TEST(BlockPlacing, TellsWhatLiesOutside) {
-    EXPECT_EQ(placed("1\t2", yearly(4, 0)), "2016 High 1; '2' outside");
+    EXPECT_EQ(placed("1\t2", yearly(5, 0)), "2016 Shares 1; '2' outside");
     EXPECT_EQ(placed("1\n2", yearly(0, 10)), "2026 Revenue 1; '2' outside");
     BlockGrid small = yearly();
     small.held = [](int, int row) { return row < 2 ? std::optional<double>(0) : std::nullopt; };
@@ -195,8 +200,101 @@ TEST(BlockPlacing, KnowsTheQuartersByTheirDates) {
     EXPECT_EQ(placed("\t6/27/2026\t9/26/2026\nx\t1\t2", quarterly()), "#1 Revenue 1; #0 Revenue 2");
     EXPECT_EQ(placed("\t2020-06-30\t2020-03-31\nx\t1\t2", quarterly()),
               "'1' period=2020-06-30; '2' period=2020-03-31");
-    // Years are no quarters.
-    EXPECT_EQ(placed("\t2024\t2025\nx\t1\t2", quarterly()).find("period"), std::string::npos);
+    // Years are no quarters: as it stands, with a doubt.
+    EXPECT_EQ(placed("\t2024\t2025\nx\t1\t2", quarterly()),
+              "#0 Revenue 2024 place?; #0 Tax Rate 2025 place?; #1 Revenue 1 place?; "
+              "#1 Tax Rate 2 place?");
+}
+
+TEST(BlockPlacing, KnowsTheQuartersOfTheFiscalYear) {
+    BlockGrid grid = quarterly();
+    const char* text = "\tQ3 2026\tQ2 2026\tQ4 FY25\nRevenue\t3\t2\t1";
+    // Without a fiscal year nobody knows when its third quarter ends.
+    EXPECT_EQ(placed(text, grid), "#0 Revenue 3 place?; #1 Revenue 2 place?; #2 Revenue 1 place?");
+    grid.fiscalYear = {2025, *makeDate(2025, 12, 31)};
+    EXPECT_EQ(placed(text, grid), "#0 Revenue 3; #1 Revenue 2; #3 Revenue 1");
+    EXPECT_EQ(placed("\t1Q26\t4Q25\nRevenue\t3\t2", grid), "#2 Revenue 3; #3 Revenue 2");
+    grid.fiscalYear = {2025, *makeDate(2025, 9, 27)}; // somebody may mean the calendar's
+    EXPECT_EQ(placed("\tQ4 2025\tQ3 2025\nRevenue\t3\t2", grid),
+              "#4 Revenue 3 fiscal?; #5 Revenue 2 fiscal?");
+}
+
+// Whoever copies a part of a report copies its heading with it.
+TEST(BlockPlacing, KnowsPeriodsOfWhichSomeAreMissing) {
+    struct Row {
+        const char* text;
+        const char* told;
+    };
+    const Row rows[] = {
+        {"\t2024\nRevenue\t5", "2024 Revenue 5"},
+        {"(In millions)\t2024\nRevenue\t5", "2024 Revenue 5"},
+        {"Year\tRevenue\n2024\t5", "2024 Revenue 5"},
+        {"\t2025\t2024\t2022\nRevenue\t5\t4\t2", "2025 Revenue 5; 2024 Revenue 4; 2022 Revenue 2"},
+        {"\t2019\t2021\nx\t5\t6", "2019 Revenue 5; 2021 Revenue 6"},
+        {"\tSep 27, 2025\tSep 30, 2023\nRevenue\t5\t3", "2025 Revenue 5; 2023 Revenue 3"},
+        {"Breakdown\tTTM\t9/30/2025\t9/30/2024\nRevenue\t6\t5\t4",
+         "'6' period=TTM; 2025 Revenue 5; 2024 Revenue 4"},
+        {"\t2024A\t2025A\t2026E\nRevenue\t4\t5\t6",
+         "2024 Revenue 4; 2025 Revenue 5; '6' period=2026E"},
+        // not in order
+        {"\t2024\t2022\t2023\nRevenue\t4\t2\t3",
+         "'2024' column; '2022' column; '2023' column; 2016 Revenue 4 place?; "
+         "2017 Revenue 2 place?; 2018 Revenue 3 place?"},
+        // named, and not understood
+        {"\tQ4 2025\nRevenue\t5", "2016 Revenue 5 place?"},
+        {"12 months to Sep 2025\n5", "2016 Revenue 5 place?"},
+        // a figure beside a label that speaks of no period
+        {"Staff\t2019\nRevenue\t5", "'2019' column=Staff; 2016 Revenue 5"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(placed(row.text), row.told);
+    }
+    BlockGrid quarters = quarterly();
+    EXPECT_EQ(placed("\t2026-09-30\t2025-09-30\nRevenue\t5\t1", quarters),
+              "#0 Revenue 5; #4 Revenue 1");
+}
+
+// A comma between the words of a title is no decimal mark.
+TEST(BlockPlacing, ReadsTheMarkFromFiguresAlone) {
+    const char* figures = "2025 Revenue 391035 mark?=391.035; 2024 Revenue 383285 mark?=383.285";
+    for (const char* title : {"(In millions, except per share)", "", "Umsatz, in Mio. USD"})
+        EXPECT_EQ(placed((std::string(title) + "\t2025\t2024\nRevenue\t391,035\t383,285").c_str()),
+                  figures)
+            << title;
+    EXPECT_EQ(placed("Net income, total\t391,035\t383,285"),
+              "2016 Revenue 391035 mark?=391.035; 2016 Tax Rate 383285 mark?=383.285");
+    EXPECT_EQ(placed("in Mio. USD\t2025\t2024\nRevenue\t1.391.035\t383.285"),
+              "2025 Revenue 1391035; 2024 Revenue 383285");
+}
+
+TEST(BlockPlacing, TellsWhereAFigureIsEmptiedByAZero) {
+    BlockGrid grid = yearly();
+    grid.held = [](int column, int) { return std::optional<double>(column); };
+    EXPECT_EQ(placed("0\t0\t5", grid),
+              "2016 Revenue 0; 2016 Tax Rate 0 empties?; 2016 Net Income 5");
+}
+
+TEST(BlockPlacing, KnowsTheUnitOfShares) {
+    struct Row {
+        const char* title;
+        const char* told;
+    };
+    const Row rows[] = {
+        {"in millions", "2016 Revenue 416161; 2016 Shares 15004.697"},
+        {"USD ($) shares in Thousands, $ in Millions",
+         "2016 Revenue 416161; 2016 Shares 15.004697 shares=3"},
+        {"(In millions, except number of shares, which are reflected in thousands, and per-share "
+         "amounts)",
+         "2016 Revenue 416161; 2016 Shares 15.004697 shares=3"},
+        {"In thousands, except share data", "2016 Revenue 416.161; 2016 Shares 15.004697 unit?"},
+        {"In millions\nIn thousands", "2016 Revenue 416161 unit?; 2016 Shares 15004.697 unit?"},
+        {"In thousands, except per share data", "2016 Revenue 416.161; 2016 Shares 15.004697"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(placed((std::string(row.title) + "\nRevenue\tShares\n416161\t15004.697").c_str()),
+                  row.told)
+            << row.title;
 }
 
 TEST(BlockPlacing, TakesNoFiguresForYears) {
@@ -216,8 +314,6 @@ TEST(BlockPlacing, TakesNoFiguresForYears) {
         // nobody can tell: as it stands, with a doubt
         {"2019\t5\n2020\t6",
          "2016 Revenue 2019 year?; 2016 Tax Rate 5; 2017 Revenue 2020 year?; 2017 Tax Rate 6"},
-        {"\t2019\t2021\nx\t5\t6",
-         "2016 Revenue 2019; 2016 Tax Rate 2021; 2017 Revenue 5; 2017 Tax Rate 6"}, // a gap
         {"\t1.5\t4.5\nx\t1\t2",
          "2016 Revenue 1.5; 2016 Tax Rate 4.5; 2017 Revenue 1; 2017 Tax Rate 2"},
     };
@@ -315,7 +411,8 @@ TEST(BlockPlacing, FindsTheUnitInItsTitles) {
     EXPECT_EQ(unitOf("1\t2"), 0);
     EXPECT_EQ(unitOf("(In thousands, except per share)\t2024\t2025\nSales\t1\t2"), 3);
     EXPECT_EQ(unitOf("Dollars in billions\n1\t2"), 9);
-    EXPECT_EQ(unitOf("in millions, shares in thousands\n1\t2"), 0); // nobody can tell
+    EXPECT_EQ(unitOf("in millions, shares in thousands\n1\t2"), 6);
+    EXPECT_EQ(unitOf("in millions\nin thousands\n1\t2"), 0); // nobody can tell
     EXPECT_EQ(unitOf("Revenue (K)\tEPS\n1\t2"), 3);
     EXPECT_EQ(unitOf("Revenue (K)\tNet Income (M)\n1\t2"), 0);
 }

@@ -196,6 +196,24 @@ TEST(CellCommands, TellWhatAPasteReplaces) {
     EXPECT_EQ(lines[1].fate, PasteFate::taken);
 }
 
+// Quarters are counted from the record's fiscal year, and shares keep the unit that is theirs.
+TEST(CellCommands, ReadTheTitlesOfAReport) {
+    Scene scene;
+    scene.desktop.clickTab(toQuarterly);
+    scene.paste("txtRevenue(0)", "\tQ3 2025\nRevenue\t5");
+    const auto& quarter = scene.desktop.pastes()[0].lines[0];
+    EXPECT_EQ(quarter.period, scene.form().get<Label>("lblQLabel", 5).caption());
+    EXPECT_EQ(quarter.remark, "Taken for a quarter of the fiscal year.");
+    scene.desktop.clickTab(toYearly);
+    scene.paste("txtSales(0)", "shares in thousands, $ in billions\t2024\nRevenue\t5\n"
+                               "Shares Outstanding\t15,004,697");
+    const auto& lines = scene.desktop.pastes()[1].lines;
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].after, "5000");
+    EXPECT_EQ(lines[1].after, "15004.697");
+    EXPECT_EQ(lines[1].remark, "Unit of shares in the block: Thousands.");
+}
+
 TEST(CellCommands, StoreWhatIsBeingTypedBeforeThePaste) {
     Scene scene;
     scene.desktop.click("txtSales(3)");

@@ -21,7 +21,7 @@ struct NumberRange {
 
 constexpr NumberRange usedNumbers[] = {{1, 1},     {100, 163}, {404, 407}, {412, 422}, {428, 428},
                                        {500, 580}, {613, 616}, {620, 623}, {630, 635}, {640, 642},
-                                       {650, 656}, {669, 678}, {701, 726}, {730, 741}, {745, 767}};
+                                       {650, 656}, {669, 678}, {701, 726}, {730, 741}, {745, 771}};
 
 bool isUsed(int number) {
     for (const NumberRange& range : usedNumbers) {
