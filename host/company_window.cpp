@@ -3,6 +3,7 @@
 
 #include "company/kept_figures.hpp"
 #include "control/vkr_data_entry.hpp"
+#include "form/controls.hpp"
 #include "host/assistant.hpp"
 #include "host/figure_checks.hpp"
 #include "host/help_pages.hpp"
@@ -207,7 +208,7 @@ std::vector<Datum> CompanyWindow::untypedDates() const {
     const std::vector<Datum> suggested = entry_->component().suggestedDates();
     std::vector<Datum> untyped = datingNothing(suggested, *unchanged_, *edited());
     // A price has no date where one was typed that can't be read.
-    if (entry_->component().form().get<TextField>("txtPriceUpdate").isUnstored() &&
+    if (controls::priceUpdate.in(entry_->component().form()).isUnstored() &&
         std::ranges::find(suggested, Datum::PriceUpdatedDate) != suggested.end())
         untyped.push_back(Datum::PriceUpdatedDate);
     return untyped;
@@ -231,12 +232,12 @@ QStringList CompanyWindow::changes() const {
     };
     for (const UnstoredField& field : entry_->unstoredFields())
         addText(field.label, field.text);
-    for (const auto* name : {"txtDateofLastFY", "txtLastQDate"}) {
-        const auto& field = entry_->component().form().get<TextField>(name);
+    for (const auto& date : {controls::lastFiscalYearDate, controls::lastQuarterDate}) {
+        const auto& field = date.in(entry_->component().form());
         if (field.isUnstored() || !field.isTyped())
             continue;
         addText(field.accessibleName(), field.text());
-        if (field.name() == "txtLastQDate") // a commit takes what is typed so far
+        if (date.name == controls::lastQuarterDate.name) // a commit takes what is typed so far
             std::erase_if(differing, [](const Difference& difference) {
                 return difference.datum == rowOf(Datum::LastQDate).name;
             });

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// One table, a row each text: long, since there are many texts.
 #include "localizer/string_table.hpp"
 
 namespace vkr {

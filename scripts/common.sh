@@ -5,6 +5,12 @@ set -euo pipefail
 . "$root/scripts/packages.sh"
 jobs=$(nproc)
 
+# Commits are checked by the same script as anywhere else, unless somebody has hooks of their own.
+use_hooks() {
+    git -C "$root" rev-parse --git-dir >/dev/null 2>&1 || return 0
+    git -C "$root" config core.hooksPath >/dev/null || git -C "$root" config core.hooksPath .githooks
+}
+
 # build <preset> [<target>...]: configures and builds, all targets where none is named.
 build() {
     local preset=$1

@@ -5,14 +5,21 @@
 
 #include <QStandardPaths>
 
+#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace vkr::test {
 namespace {
 
 using CommandLineTest = ProgramTest;
+
+// The system's own words, in the language of the environment.
+std::string ofSystem(int error) {
+    return std::generic_category().message(error);
+}
 
 TEST_F(CommandLineTest, EveryRefusalHasItsCodeAndSaysWhatIsWrong) {
     importSamples();
@@ -43,7 +50,7 @@ TEST_F(CommandLineTest, EveryRefusalHasItsCodeAndSaysWhatIsWrong) {
         {{"show", "NONE"}, true, 3, "No company in companies.vkr has the symbol NONE."},
         {{"show", "id:99"}, true, 3, "company"},
         {{"export", "AAPL", "nowhere"}, true, 3, "There is no folder nowhere."},
-        {{"import", "nowhere"}, true, 3, "nowhere could not be read: No such file or directory."},
+        {{"import", "nowhere"}, true, 3, "nowhere could not be read: " + ofSystem(ENOENT)},
         {{"import", "in"}, true, 3, "There is no company in in"},
         {{"--database", "none.vkr", "list"}, false, 3, "none.vkr does not exist."},
         {{"--database", "text.txt", "list"}, false, 3, "text.txt is not a company file."},
@@ -129,7 +136,7 @@ TEST_F(CommandLineTest, AnOutputThatCannotBeWrittenIsAnError) {
     process.start();
     const auto failed = ended(process);
     EXPECT_EQ(failed.code, 4);
-    EXPECT_TRUE(contains(failed.err, "The output could not be written: No space left"))
+    EXPECT_TRUE(contains(failed.err, "The output could not be written: " + ofSystem(ENOSPC)))
         << failed.err;
 }
 
