@@ -3,6 +3,8 @@
 #include "company/company_csv.hpp"
 #include "company/record_snapshot.hpp"
 #include "company/split.hpp"
+#include "support/change_lists.hpp"
+#include "support/elements.hpp"
 #include "support/entry_scene.hpp"
 #include "support/field_steps.hpp"
 #include "support/random_company.hpp"
@@ -18,12 +20,8 @@ namespace {
 // A journal over a record that fails on demand.
 class Journal : public testing::Test {
   protected:
-    static Variant with(Variant series, int element, double figure) {
-        series.array().setNumber(element, figure);
-        return series;
-    }
     void type(Datum series, int element, double figure) {
-        writeDatum(*journal, series, with(readDatum(*journal, series), element, figure));
+        test::putElement(*journal, series, element, figure);
     }
     [[nodiscard]] static std::string brief(const Change& change) {
         const std::string name(change.setting.empty() ? rowOf(change.datum).name
@@ -533,20 +531,15 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
     void split() {
         static constexpr SplitRatio ratios[] = {{2, 1}, {3, 2}, {1, 10}};
         const SplitRatio ratio = ratios[within(0, 2)];
-        std::vector<DatumChange> changes;
-        for (const SplitChange& one :
-             splitChanges(*record, {ratio, *makeDate(2026, 6, 30)}).changes)
-            changes.push_back(one.change);
-        static_cast<void>(scene.entry->changeRecord(changes, splitAction(ratio)));
+        const auto split = splitChanges(*record, {ratio, *makeDate(2026, 6, 30)});
+        static_cast<void>(scene.entry->changeRecord(test::changesOf(split), splitAction(ratio)));
     }
     void import() {
         const auto tables =
             exportCompanyTexts(*test::RandomCompany(static_cast<unsigned>(within(0, 99))).record());
         const CsvImport read = importCompanyTexts(tables);
-        std::vector<DatumChange> changes;
-        for (const Change& one : changesBetween(snapshotOf(*company), snapshotOf(*read.company)))
-            if (one.element && within(0, 3) == 0)
-                changes.push_back(one);
+        auto changes = test::elementChanges(*company, *read.company);
+        std::erase_if(changes, [this](const DatumChange&) { return within(0, 3) != 0; });
         static_cast<void>(
             scene.entry->changeRecord(changes, {Origin::imported, "Import", "tables"}));
     }
@@ -672,7 +665,8 @@ struct Deed {
     std::string (*act)(EntryScene& scene, ChangeJournal& journal);
 };
 
-std::string changed(EntryScene& scene, std::vector<DatumChange> changes, const Action& action) {
+std::string changed(EntryScene& scene, const std::vector<DatumChange>& changes,
+                    const Action& action) {
     const auto refusal = scene.entry->changeRecord(changes, action);
     return refusal ? *refusal : "done";
 }
@@ -690,10 +684,8 @@ std::string pasted(EntryScene& scene, ChangeJournal& /*journal*/) {
 }
 
 std::string splitUp(EntryScene& scene, ChangeJournal& journal) {
-    std::vector<DatumChange> changes;
-    for (const SplitChange& one : splitChanges(journal, {{4, 1}, *makeDate(2026, 11, 1)}).changes)
-        changes.push_back(one.change);
-    return changed(scene, std::move(changes), splitAction({4, 1}));
+    const auto split = splitChanges(journal, {{4, 1}, *makeDate(2026, 11, 1)});
+    return changed(scene, test::changesOf(split), splitAction({4, 1}));
 }
 
 void nothing(EntryScene& /*scene*/, ChangeJournal& /*journal*/) {}
@@ -709,11 +701,8 @@ const Deed deeds[] = {
     {"split", nothing, splitUp},
     {"import", nothing,
      [](EntryScene& scene, ChangeJournal& journal) {
-         std::vector<DatumChange> changes;
-         for (const Change& one : changesBetween(snapshotOf(journal), snapshotOf(CompanyRecord())))
-             if (one.element)
-                 changes.push_back(one);
-         return changed(scene, std::move(changes), {Origin::imported, "Import", "0001"});
+         return changed(scene, test::elementChanges(journal, CompanyRecord()),
+                        {Origin::imported, "Import", "0001"});
      }},
     {"undo of a paste", [](EntryScene& scene, ChangeJournal& journal) { pasted(scene, journal); },
      [](EntryScene&, ChangeJournal& journal) { return journal.undo().value_or("done"); }},

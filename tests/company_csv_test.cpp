@@ -21,13 +21,10 @@ namespace vkr {
 namespace {
 
 namespace fs = std::filesystem;
+using test::elementOf;
 
 Date day(int year, int month, int dayOfMonth) {
     return makeDate(year, month, dayOfMonth).value();
-}
-
-double element(const CompanyRecord& company, Datum series, int index) {
-    return readSeries(company, series).array().number(index);
 }
 
 // As testing::PrintToString, but in the words that people read.
@@ -225,11 +222,12 @@ TEST(CompanyCsv, ReadsTheSamplesAsTheyStand) {
         EXPECT_EQ(civil(company.get_LastFYDate()).year, row.lastYear);
         EXPECT_EQ(company.get_LastQDate(), row.lastQuarter);
         EXPECT_EQ(company.get_LastQDateForGrid(), row.lastQuarter);
-        EXPECT_EQ(element(company, Datum::YRevenueSeries, 0), 0);
-        EXPECT_EQ(element(company, Datum::YRevenueSeries, 1), row.newestRevenue);
-        EXPECT_EQ(element(company, Datum::YRevenueSeries, 10), row.oldestYearOnGrid);
+        EXPECT_EQ(elementOf(company, Datum::YRevenueSeries, 0), 0);
+        EXPECT_EQ(elementOf(company, Datum::YRevenueSeries, 1), row.newestRevenue);
+        EXPECT_EQ(elementOf(company, Datum::YRevenueSeries, 10), row.oldestYearOnGrid);
         for (int quarter = 0; quarter < 35; ++quarter)
-            EXPECT_EQ(element(company, Datum::QRevenueSeries, quarter) != 0, quarter < row.quarters)
+            EXPECT_EQ(elementOf(company, Datum::QRevenueSeries, quarter) != 0,
+                      quarter < row.quarters)
                 << quarter;
         const auto older =
             std::count_if(import.notes.begin(), import.notes.end(), [](const CsvProblem& note) {
@@ -278,7 +276,7 @@ TEST(CompanyCsv, EveryFigureOfASampleReachesItsPlace) {
         {Datum::QRevenueSeries, 34, 45408},
     };
     for (const Row& row : rows)
-        EXPECT_EQ(element(*company, row.series, row.index), row.figure)
+        EXPECT_EQ(elementOf(*company, row.series, row.index), row.figure)
             << rowOf(row.series).name << " " << row.index;
 }
 
@@ -491,9 +489,9 @@ TEST(CompanyCsv, RowsMayStandInAnyOrderAndLeaveGaps) {
     EXPECT_EQ(import.company->get_LastFYDate(), Date{});
     const double years[] = {0, 3, 0, 0, 2, 0, 1, 0, 0, 0, 0};
     for (int index = 0; index <= 10; ++index)
-        EXPECT_EQ(element(*import.company, Datum::YEPSSeries, index), years[index]) << index;
-    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 0), 0.1);
-    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 3), 0.5);
+        EXPECT_EQ(elementOf(*import.company, Datum::YEPSSeries, index), years[index]) << index;
+    EXPECT_EQ(elementOf(*import.company, Datum::QEPSSeries, 0), 0.1);
+    EXPECT_EQ(elementOf(*import.company, Datum::QEPSSeries, 3), 0.5);
 }
 
 TEST(CompanyCsv, QuartersThatDriftThroughTheCalendarStayInOrder) {
@@ -508,7 +506,7 @@ TEST(CompanyCsv, QuartersThatDriftThroughTheCalendarStayInOrder) {
     const CsvImport import = importTexts("key,value\nname,X\n", "", text);
     ASSERT_NE(import.company, nullptr) << testing::PrintToString(told(import.errors));
     for (int quarter = 0; quarter < 35; ++quarter)
-        EXPECT_EQ(element(*import.company, Datum::QRevenueSeries, quarter), quarter + 1);
+        EXPECT_EQ(elementOf(*import.company, Datum::QRevenueSeries, quarter), quarter + 1);
 }
 
 TEST(CompanyCsv, AQuarterIsThatOfTheNearestDate) {
@@ -516,8 +514,8 @@ TEST(CompanyCsv, AQuarterIsThatOfTheNearestDate) {
     const CsvImport import = importTexts("key,value\nlast_quarter_end,2024-12-31\n", "",
                                          "quarter_end,eps\n2024-08-16,1\n");
     ASSERT_NE(import.company, nullptr) << testing::PrintToString(told(import.errors));
-    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 1), 1);
-    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 2), 0);
+    EXPECT_EQ(elementOf(*import.company, Datum::QEPSSeries, 1), 1);
+    EXPECT_EQ(elementOf(*import.company, Datum::QEPSSeries, 2), 0);
 }
 
 TEST(CompanyCsv, FlagsAreReadInEitherSpelling) {
@@ -537,11 +535,11 @@ TEST(CompanyCsv, TheCompanyFileMayStateTheLastPeriods) {
                     "fiscal_year,fiscal_year_end,eps\n2025,2025-12-31,5\n2024,2024-12-31,4\n",
                     "quarter_end,eps\n2024-06-30,1\n");
     ASSERT_NE(import.company, nullptr) << testing::PrintToString(told(import.errors));
-    EXPECT_EQ(element(*import.company, Datum::YEPSSeries, 0), 5);
-    EXPECT_EQ(element(*import.company, Datum::YEPSSeries, 1), 4);
+    EXPECT_EQ(elementOf(*import.company, Datum::YEPSSeries, 0), 5);
+    EXPECT_EQ(elementOf(*import.company, Datum::YEPSSeries, 1), 4);
     EXPECT_EQ(import.company->get_LastFYDate(), day(2024, 12, 31));
-    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 0), 0);
-    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 1), 1);
+    EXPECT_EQ(elementOf(*import.company, Datum::QEPSSeries, 0), 0);
+    EXPECT_EQ(elementOf(*import.company, Datum::QEPSSeries, 1), 1);
     EXPECT_EQ(told(import.notes),
               (Lines{"y.csv, line 2, column 1, \"2025\": taken as the year after the last fiscal "
                      "year 2024 that the company file states"}));
@@ -554,7 +552,7 @@ TEST(CompanyCsv, ANewerQuarterBecomesTheLastOne) {
     ASSERT_NE(import.company, nullptr);
     EXPECT_EQ(import.company->get_LastQDate(), day(2024, 12, 31));
     EXPECT_EQ(import.company->get_LastQDateForGrid(), day(2024, 12, 31));
-    EXPECT_EQ(element(*import.company, Datum::QEPSSeries, 1), 1);
+    EXPECT_EQ(elementOf(*import.company, Datum::QEPSSeries, 1), 1);
     EXPECT_EQ(import.notes.size(), 1U);
 }
 
@@ -591,8 +589,8 @@ TEST(CompanyCsv, ReadsOtherSeparatorsLineBreaksAndHeaderCase) {
                     "quarter_end;eps;\r\n2024-12-31;.5;\r\n;;\r\n");
     ASSERT_NE(corrected.company, nullptr) << testing::PrintToString(told(corrected.errors));
     EXPECT_EQ(corrected.company->get_Name(), "Müller; \"AG\"");
-    EXPECT_EQ(element(*corrected.company, Datum::YEPSSeries, 1), 1.5);
-    EXPECT_EQ(element(*corrected.company, Datum::QEPSSeries, 0), 0.5);
+    EXPECT_EQ(elementOf(*corrected.company, Datum::YEPSSeries, 1), 1.5);
+    EXPECT_EQ(elementOf(*corrected.company, Datum::QEPSSeries, 0), 0.5);
 }
 
 // Errors

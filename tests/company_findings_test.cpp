@@ -4,6 +4,7 @@
 #include "plausibility/plausibility_rules.hpp"
 #include "plausibility/silenced_findings.hpp"
 #include "source_folder.hpp"
+#include "tests/support/elements.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -17,15 +18,10 @@ namespace {
 
 using enum Datum;
 using enum Sureness;
+using test::putElement;
 
 std::shared_ptr<CompanyRecord> sample(std::string_view symbol) {
     return importCompany(VKR_SOURCE_DIR "/samples", symbol).company;
-}
-
-void put(CompanyRecord& company, Datum series, int element, double figure) {
-    Variant value = readSeries(company, series);
-    value.array().setNumber(element, figure);
-    writeSeries(company, series, value);
 }
 
 // A company without anything to be said of: years from 2025 back, quarters from 2025-12-31 back.
@@ -37,23 +33,23 @@ std::shared_ptr<CompanyRecord> soundCompany() {
     company->put_LastQDateForGrid(makeDate(2025, 12, 31).value());
     for (int year = 1; year <= 8; ++year) {
         const double growth = 1 + 0.05 * (8 - year);
-        put(*company, YRevenueSeries, year, 4000 * growth);
-        put(*company, YPTISeries, year, 500 * growth);
-        put(*company, YTaxRateSeries, year, 20);
-        put(*company, YNetIncSeries, year, 400 * growth);
-        put(*company, YCommEqSeries, year, 2000 * growth);
-        put(*company, YBookValSeries, year, 20 * growth);
-        put(*company, YEPSSeries, year, 4 * growth);
-        put(*company, YDividendSeries, year, 1 * growth);
-        put(*company, YHighSeries, year, 60 * growth);
-        put(*company, YLowSeries, year, 40 * growth);
-        put(*company, YCSOSeries, year, 100);
+        putElement(*company, YRevenueSeries, year, 4000 * growth);
+        putElement(*company, YPTISeries, year, 500 * growth);
+        putElement(*company, YTaxRateSeries, year, 20);
+        putElement(*company, YNetIncSeries, year, 400 * growth);
+        putElement(*company, YCommEqSeries, year, 2000 * growth);
+        putElement(*company, YBookValSeries, year, 20 * growth);
+        putElement(*company, YEPSSeries, year, 4 * growth);
+        putElement(*company, YDividendSeries, year, 1 * growth);
+        putElement(*company, YHighSeries, year, 60 * growth);
+        putElement(*company, YLowSeries, year, 40 * growth);
+        putElement(*company, YCSOSeries, year, 100);
         for (int quarter = 4 * (year - 1); quarter < 4 * year; ++quarter) {
-            put(*company, QRevenueSeries, quarter, 1000 * growth);
-            put(*company, QPTISeries, quarter, 125 * growth);
-            put(*company, QTaxRateSeries, quarter, 20);
-            put(*company, QNetIncSeries, quarter, 100 * growth);
-            put(*company, QEPSSeries, quarter, 1 * growth);
+            putElement(*company, QRevenueSeries, quarter, 1000 * growth);
+            putElement(*company, QPTISeries, quarter, 125 * growth);
+            putElement(*company, QTaxRateSeries, quarter, 20);
+            putElement(*company, QNetIncSeries, quarter, 100 * growth);
+            putElement(*company, QEPSSeries, quarter, 1 * growth);
         }
     }
     company->put_CommShares(99);
@@ -147,7 +143,7 @@ TEST(CompanyFindings, ofTheSamplesEachHaveTheirReasonInTheFilings) {
 
 TEST(CompanyFindings, sayTheFiguresWithTheMarksOfTheForm) {
     const auto company = soundCompany();
-    put(*company, YRevenueSeries, 3, 5000000);
+    putElement(*company, YRevenueSeries, 3, 5000000);
     auto findings = companyFindings(*company);
     ASSERT_EQ(rulesOf(findings),
               (std::vector<std::string>{"quarters-against-year", "jump-of-hundreds"}));
@@ -158,15 +154,15 @@ TEST(CompanyFindings, sayTheFiguresWithTheMarksOfTheForm) {
     EXPECT_EQ(findings[0].text,
               "Revenue of fiscal year 2023: the four quarters make 5.000 million, the year says "
               "5.000.000 million.");
-    put(*company, YRevenueSeries, 3, 5000);
-    put(*company, YEPSSeries, 1, 4.5);
+    putElement(*company, YRevenueSeries, 3, 5000);
+    putElement(*company, YEPSSeries, 1, 4.5);
     findings = companyFindings(*company, {{',', "."}, {}});
     EXPECT_NE(findings.at(0).text.find("says 4,5."), std::string::npos) << findings[0].text;
 }
 
 TEST(CompanyFindings, pointAtTheFigureThatMostOfThemSuspect) {
     const auto company = soundCompany();
-    put(*company, YNetIncSeries, 3, 500 * 10.0); // it was 500
+    putElement(*company, YNetIncSeries, 3, 500 * 10.0); // it was 500
     const auto findings = companyFindings(*company);
     EXPECT_EQ(findings.size(), 3U);
     for (const Finding& one : findings)
@@ -175,9 +171,9 @@ TEST(CompanyFindings, pointAtTheFigureThatMostOfThemSuspect) {
 
 TEST(CompanyFindings, putTheSurestFigureFirstAndKeepThoseOfOneTogether) {
     const auto company = soundCompany();
-    company->put_DilutedShares(98);     // a hint
-    put(*company, YLowSeries, 2, 90);   // sure
-    put(*company, QNetIncSeries, 9, 0); // likely
+    company->put_DilutedShares(98);            // a hint
+    putElement(*company, YLowSeries, 2, 90);   // sure
+    putElement(*company, QNetIncSeries, 9, 0); // likely
     const auto findings = companyFindings(*company);
     ASSERT_EQ(rulesOf(findings), (std::vector<std::string>{"high-below-low", "missing-quarter",
                                                            "diluted-below-common"}));
@@ -187,8 +183,8 @@ TEST(CompanyFindings, putTheSurestFigureFirstAndKeepThoseOfOneTogether) {
 // A key stays as long as the figures do, whatever comes before or after them.
 TEST(CompanyFindings, keepTheirKeysWhenAYearAndAQuarterAreAdded) {
     const auto company = soundCompany();
-    put(*company, YLowSeries, 2, 90);
-    put(*company, QEPSSeries, 5, -1);
+    putElement(*company, YLowSeries, 2, 90);
+    putElement(*company, QEPSSeries, 5, -1);
     std::set<std::string> before;
     for (const Finding& one : companyFindings(*company))
         before.insert(one.key);
@@ -214,7 +210,7 @@ TEST(CompanyFindings, keepTheirKeysWhenAYearAndAQuarterAreAdded) {
     for (const std::string& key : before)
         EXPECT_TRUE(after.contains(key)) << key;
 
-    put(*company, YLowSeries, 3, 91);
+    putElement(*company, YLowSeries, 3, 91);
     for (const Finding& one : companyFindings(*company))
         if (one.rule == "high-below-low") {
             EXPECT_FALSE(before.contains(one.key));
@@ -260,17 +256,17 @@ TEST(CompanyFindings, changeNothing) {
 
 TEST(SilencedFindings, staySilentUntilOneOfTheirFiguresChanges) {
     const auto company = soundCompany();
-    put(*company, YLowSeries, 2, 90);
+    putElement(*company, YLowSeries, 2, 90);
     SilencedInMemory silenced;
     const Finding finding = companyFindings(*company).at(0);
     EXPECT_FALSE(silenced.isSilenced(finding));
     silenced.silence(finding);
     EXPECT_TRUE(silenced.isSilenced(companyFindings(*company).at(0)));
-    put(*company, YRevenueSeries, 4, 4700); // has nothing to do with it
+    putElement(*company, YRevenueSeries, 4, 4700); // has nothing to do with it
     const auto more = companyFindings(*company);
     EXPECT_EQ(
         std::ranges::count_if(more, [&](const auto& one) { return silenced.isSilenced(one); }), 1);
-    put(*company, YLowSeries, 2, 91);
+    putElement(*company, YLowSeries, 2, 91);
     for (const Finding& one : companyFindings(*company))
         EXPECT_FALSE(silenced.isSilenced(one)) << one.text;
     silenced.speakAgain(finding);
@@ -287,10 +283,11 @@ struct Case {
     std::vector<std::pair<FigurePlace, double>> silent;
 };
 
-void put(CompanyRecord& company, const std::vector<std::pair<FigurePlace, double>>& figures) {
+void putElement(CompanyRecord& company,
+                const std::vector<std::pair<FigurePlace, double>>& figures) {
     for (const auto& [place, figure] : figures)
         if (place.element)
-            put(company, place.datum, *place.element, figure);
+            putElement(company, place.datum, *place.element, figure);
         else if (isOf<datum_kind::Day>(place.datum))
             writeDate(company, place.datum, Date{figure});
         else if (place.datum == LastFY)
@@ -403,7 +400,7 @@ std::vector<Case> cases() {
 
 bool speaks(std::string_view rule, const std::vector<std::pair<FigurePlace, double>>& figures) {
     const auto company = soundCompany();
-    put(*company, figures);
+    putElement(*company, figures);
     const auto findings = companyFindings(*company, {{}, makeDate(2026, 6, 1).value()});
     return std::ranges::find(findings, rule, &Finding::rule) != findings.end();
 }
@@ -432,7 +429,7 @@ TEST(PlausibilityRules, areAllTriedAndHaveNamesOfTheirOwn) {
 TEST(PlausibilityRules, leaveNoPlaceOfTheirSentencesOpen) {
     for (const Case& one : cases()) {
         const auto company = soundCompany();
-        put(*company, one.speaks);
+        putElement(*company, one.speaks);
         for (const Finding& finding : companyFindings(*company, {{}, makeDate(2026, 6, 1).value()}))
             for (const char* open : {"%1", "%2", "%3", "%4", "%5", "%6", "Series", "nan", "inf"})
                 EXPECT_EQ(finding.text.find(open), std::string::npos) << finding.text;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_record.hpp"
+#include "tests/support/elements.hpp"
 #include "tests/support/random_company.hpp"
 
 #include <cmath>
@@ -141,9 +142,8 @@ TEST(CompanyRecord, TakesSeriesOfItsOwnBoundsOnly) {
         {"not finite", numberArray(std::vector<double>(11, std::nan("")))},
     };
     CompanyRecord company;
-    Variant held = company.get_YEPSSeries();
-    held.array().setNumber(10, 1.25);
-    company.put_YEPSSeries(held);
+    test::putElement(company, Datum::YEPSSeries, 10, 1.25);
+    const Variant held = company.get_YEPSSeries();
     for (const Row& row : rows) {
         SCOPED_TRACE(row.title);
         EXPECT_THROW(company.put_YEPSSeries(row.series), std::invalid_argument);
@@ -213,9 +213,7 @@ TEST(CompanyRecord, CloneSharesNothing) {
     const auto copy = original->clone();
     EXPECT_TRUE(sameAs(*original, *copy));
     copy->put_Name("changed");
-    Variant series = copy->get_QEPSSeries();
-    series.array().setNumber(0, 99);
-    copy->put_QEPSSeries(series);
+    test::putElement(*copy, Datum::QEPSSeries, 0, 99);
     copy->get_Settings()->put(setting::unit, std::int16_t{99});
     copy->get_ReportingPeriod()->put(setting::leadPeriod, std::int16_t{99});
     EXPECT_TRUE(sameAs(*original, *before));
@@ -231,9 +229,7 @@ TEST(CompanyRecord, NamesEachDifference) {
     after->put_CurrentPrice(std::nextafter(0.1, 1));
     after->put_LastUpdate(Date{});
     after->put_Notes("new");
-    Variant series = after->get_YEPSSeries();
-    series.array().setNumber(2, -1.5);
-    after->put_YEPSSeries(series);
+    test::putElement(*after, Datum::YEPSSeries, 2, -1.5);
     after->get_Settings()->put(setting::lockBasicInfo, true);
     after->get_ReportingPeriod()->put(setting::leadPeriod, std::int16_t{0});
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/split.hpp"
+#include "tests/support/change_lists.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <functional>
@@ -118,9 +119,7 @@ TEST_F(DataLock, NoStepIsTakenBackOrDoneAgain) {
 
 // A split, an import and a state of the history come in this way.
 TEST_F(DataLock, WhatAHostChangesAsOneActionIsRefusedWithAWord) {
-    std::vector<DatumChange> changes;
-    for (const SplitChange& one : splitChanges(*company, {{2, 1}, *makeDate(2026, 11, 1)}).changes)
-        changes.push_back(one.change);
+    const auto changes = test::changesOf(splitChanges(*company, {{2, 1}, *makeDate(2026, 11, 1)}));
     ASSERT_GT(changes.size(), 50U);
     lock(true);
     entry.put_blnDirty(false);

@@ -12,21 +12,26 @@ namespace {
 
 constexpr int year = 3;
 
-class KeptFiguresTest : public testing::Test {
+// A year with a tax rate that is not what its net and pre-tax income give.
+class TaxedYear : public testing::Test {
   protected:
-    KeptFiguresTest() {
+    TaxedYear() {
         put(Datum::YNetIncSeries, 8000);
         put(Datum::YPTISeries, 10279.3);
         put(Datum::YTaxRateSeries, 18.1);
     }
     void put(Datum series, double figure, int element = year) const {
-        Variant figures = readSeries(*record, series);
-        figures.array().setNumber(element, figure);
-        writeSeries(*record, series, figures);
+        test::putElement(*record, series, element, figure);
     }
     [[nodiscard]] double rate(int element = year) const {
-        return record->get_YTaxRateSeries().array().number(element);
+        return test::elementOf(*record, Datum::YTaxRateSeries, element);
     }
+
+    std::shared_ptr<CompanyRecord> record = test::datedCompany();
+};
+
+class KeptFiguresTest : public TaxedYear {
+  protected:
     void came(Origin origin) {
         for (const Datum series : {Datum::YNetIncSeries, Datum::YPTISeries, Datum::YTaxRateSeries})
             origins.put(series, year, {origin, "", false});
@@ -34,12 +39,9 @@ class KeptFiguresTest : public testing::Test {
     // As the component works out what is hidden.
     void derive(double figure, int element = year) {
         const ActionScope commit(kept, {Origin::derived, {}, {}});
-        Variant rates = kept->get_YTaxRateSeries();
-        rates.array().setNumber(element, figure);
-        kept->put_YTaxRateSeries(rates);
+        test::putElement(*kept, Datum::YTaxRateSeries, element, figure);
     }
 
-    std::shared_ptr<CompanyRecord> record = std::make_shared<CompanyRecord>();
     FigureOrigins origins;
     std::shared_ptr<KeptFigures> kept =
         std::make_shared<KeptFigures>(record, [this] { return origins; });
@@ -51,7 +53,7 @@ TEST_F(KeptFiguresTest, AnImportedTaxRateStaysWhatItIsByACommit) {
     const auto committed = record->clone();
     scene.entry->put_objCompany(committed);
     scene.entry->commitInto(committed);
-    EXPECT_NEAR(committed->get_YTaxRateSeries().array().number(year), 22.17, 0.01);
+    EXPECT_NEAR(test::elementOf(*committed, Datum::YTaxRateSeries, year), 22.17, 0.01);
 
     came(Origin::imported);
     scene.entry->put_objCompany(record);
@@ -110,9 +112,7 @@ TEST_F(KeptFiguresTest, TheTrailingSumFollowsAQuarterThatWasLeft) {
     EXPECT_EQ(record->get_Last4QEPS(), 4);
     {
         const ActionScope leaving(kept, {Origin::typed, {}, {}});
-        Variant quarters = kept->get_QEPSSeries();
-        quarters.array().setNumber(2, 1.25);
-        kept->put_QEPSSeries(quarters);
+        test::putElement(*kept, Datum::QEPSSeries, 2, 1.25);
         sum();
         EXPECT_EQ(record->get_Last4QEPS(), 5);
     }
@@ -123,9 +123,7 @@ TEST_F(KeptFiguresTest, TheTrailingSumFollowsAQuarterThatWasLeft) {
 
 TEST_F(KeptFiguresTest, WhatAPersonTypesIsWritten) {
     came(Origin::imported);
-    Variant rates = kept->get_YTaxRateSeries();
-    rates.array().setNumber(year, 19);
-    kept->put_YTaxRateSeries(rates);
+    test::putElement(*kept, Datum::YTaxRateSeries, year, 19);
     EXPECT_EQ(rate(), 19);
     const ActionScope commit(kept, {Origin::derived, {}, {}});
     kept->put_City("Graz"); // not one of the figures that are worked out
@@ -151,12 +149,9 @@ TEST_F(KeptFiguresTest, EverythingElseIsPassedOn) {
 // --- the record that is edited -------------------------------------------------------------------
 
 // As a host holds it: the form, what is kept, the journal, the record.
-class KeptWhileEdited : public testing::Test {
+class KeptWhileEdited : public TaxedYear {
   protected:
     KeptWhileEdited() {
-        put(Datum::YNetIncSeries, 8000);
-        put(Datum::YPTISeries, 10279.3);
-        put(Datum::YTaxRateSeries, 18.1);
         record->put_Last4QEPS(3.75);
         for (int quarter = 0; quarter < 4; ++quarter)
             put(Datum::QEPSSeries, 1, quarter);
@@ -171,14 +166,6 @@ class KeptWhileEdited : public testing::Test {
             return isDone;
         };
     }
-    void put(Datum series, double figure, int element = year) const {
-        Variant figures = readSeries(*record, series);
-        figures.array().setNumber(element, figure);
-        writeSeries(*record, series, figures);
-    }
-    [[nodiscard]] double rate(int element = year) const {
-        return record->get_YTaxRateSeries().array().number(element);
-    }
     void commit() { static_cast<void>(scene.entry->get_objCompany()); }
     // What the grid shows of the year, in the column of the pair.
     [[nodiscard]] std::string shown() const { return scene.text("txtYOption", 10 - year); }
@@ -188,7 +175,6 @@ class KeptWhileEdited : public testing::Test {
     }
 
     EntryScene scene;
-    std::shared_ptr<CompanyRecord> record = test::datedCompany();
     FigureOrigins opened;
     std::shared_ptr<ChangeJournal> journal = std::make_shared<ChangeJournal>(record);
     std::shared_ptr<KeptFigures> kept = std::make_shared<KeptFigures>(journal, [this] {
@@ -213,7 +199,7 @@ TEST_F(KeptWhileEdited, AnImportedTaxRateStaysByOkAndByEditingSomethingElse) {
     EXPECT_EQ(shown(), "18.10");
     commit();
     EXPECT_EQ(rate(), 18.1);
-    EXPECT_EQ(record->get_YPTISeries().array().number(year), 10279.3);
+    EXPECT_EQ(test::elementOf(*record, Datum::YPTISeries, year), 10279.3);
 }
 
 TEST_F(KeptWhileEdited, AnEditedInputLetsTheComputedFigureThrough) {
@@ -257,7 +243,7 @@ TEST_F(KeptWhileEdited, ATypedRateStaysBesideItsIncome) {
     scene.desktop.click("optPTI(0)");
     commit();
     EXPECT_EQ(rate(), 18.25);
-    EXPECT_NEAR(record->get_YPTISeries().array().number(year), 10279.3, 1e-9)
+    EXPECT_NEAR(test::elementOf(*record, Datum::YPTISeries, year), 10279.3, 1e-9)
         << "the choice derives nothing by itself";
 }
 

@@ -3,6 +3,7 @@
 #include "company/company_csv.hpp"
 #include "plausibility/company_findings.hpp"
 #include "source_folder.hpp"
+#include "tests/support/elements.hpp"
 
 #include <algorithm>
 #include <functional>
@@ -30,18 +31,15 @@ struct Hits {
 };
 
 double figureAt(const CompanyRecord& company, const FigurePlace& place) {
-    return place.element ? readSeries(company, place.datum).array().number(*place.element)
+    return place.element ? test::elementOf(company, place.datum, *place.element)
                          : readNumber(company, place.datum);
 }
 
 void put(CompanyRecord& company, const FigurePlace& place, double figure) {
-    if (!place.element) {
+    if (place.element)
+        test::putElement(company, place.datum, *place.element, figure);
+    else
         writeNumber(company, place.datum, figure);
-        return;
-    }
-    Variant series = readSeries(company, place.datum);
-    series.array().setNumber(*place.element, figure);
-    writeSeries(company, place.datum, series);
 }
 
 std::vector<FigurePlace> figuresOf(const CompanyRecord& company) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/elements.hpp"
 #include "support/entry_scene.hpp"
 #include "support/scripted_record.hpp"
 
@@ -19,9 +20,7 @@ class RecordChanged : public testing::Test {
     }
 
     void change(Datum series, int element, double figure) {
-        Variant value = readDatum(*company_, series);
-        value.array().setNumber(element, figure);
-        writeDatum(*company_, series, value);
+        test::putElement(*company_, series, element, figure);
     }
 
     [[nodiscard]] std::vector<std::string> written() const {

@@ -303,9 +303,7 @@ TEST(GridCells, AFigureTypedBackToWhatIsStoredIsNotMarked) {
     for (const bool fractions : {false, true}) {
         EntryScene scene;
         const auto company = std::make_shared<ScriptedRecord>(gridCompany(6));
-        Variant revenue = readSeries(*company, Datum::QRevenueSeries);
-        revenue.array().setNumber(0, 12.3456);
-        writeSeries(*company, Datum::QRevenueSeries, revenue);
+        putElement(*company, Datum::QRevenueSeries, 0, 12.3456);
         company->failing = {"read LastQDate", "read LastQDateForGrid"};
         scene.load(company);
         scene.entry->put_FractionDisplay(fractions);

@@ -4,6 +4,8 @@
 #include "plausibility/company_findings.hpp"
 #include "record/actions.hpp"
 #include "source_folder.hpp"
+#include "tests/support/change_lists.hpp"
+#include "tests/support/elements.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +18,8 @@ namespace vkr {
 namespace {
 
 using enum Datum;
+using test::changesOf;
+using test::elementOf;
 
 std::shared_ptr<CompanyRecord> sample(std::string_view symbol) {
     return importCompany(VKR_SOURCE_DIR "/samples", symbol).company;
@@ -25,21 +29,10 @@ Date day(int year, int month, int dayOfMonth) {
     return makeDate(year, month, dayOfMonth).value();
 }
 
-double at(const iVKR_Company& company, Datum series, int element) {
-    return readSeries(company, series).array().number(element);
-}
-
 std::optional<std::string> apply(const std::shared_ptr<iVKR_Company>& company,
                                  const SplitRatio& ratio, std::span<const DatumChange> changes) {
     const ActionScope action(company, splitAction(ratio));
     return applyChanges(*company, changes);
-}
-
-std::vector<DatumChange> changesOf(const SplitChanges& split) {
-    std::vector<DatumChange> changes;
-    for (const SplitChange& one : split.changes)
-        changes.push_back(one.change);
-    return changes;
 }
 
 const DatumChange* find(const std::vector<DatumChange>& changes, Datum datum,
@@ -210,7 +203,7 @@ TEST(Split, IsOneActionAllOrNone) {
     EXPECT_EQ(company->series, before);
     company->refuses = false;
     EXPECT_EQ(apply(company, {4, 1}, changes), std::nullopt);
-    EXPECT_EQ(at(*company, YEPSSeries, 2), 0.75);
+    EXPECT_EQ(elementOf(*company, YEPSSeries, 2), 0.75);
     ASSERT_EQ(company->actions.size(), 2U);
     EXPECT_EQ(company->ended, 2);
     EXPECT_EQ(company->actions[1].name, "Split 4:1");

@@ -9,6 +9,7 @@
 #include "source_folder.hpp"
 #include "tests/filings/filing_texts.hpp"
 #include "tests/filings/made_document.hpp"
+#include "tests/support/elements.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -21,6 +22,9 @@
 namespace vkr {
 
 namespace {
+
+using test::elementOf;
+using test::putElement;
 
 std::shared_ptr<CompanyRecord> sample(const std::string& symbol) {
     auto read = importCompany(VKR_SOURCE_DIR "/samples", symbol);
@@ -44,16 +48,6 @@ std::shared_ptr<CompanyRecord> madeUp() {
     auto record = std::make_shared<CompanyRecord>();
     record->put_Name("Made Up, Inc");
     return record;
-}
-
-void putYear(CompanyRecord& record, Datum series, int element, double value) {
-    Variant held = readSeries(record, series);
-    held.array().setNumber(element, value);
-    writeSeries(record, series, held);
-}
-
-double year(const iVKR_Company& record, Datum series, int element) {
-    return readSeries(record, series).array().number(element);
 }
 
 const ReviewRow& rowFor(const FilingsReview& review, Datum datum, const std::string& period) {
@@ -126,7 +120,7 @@ TEST(FilingsReview, OfTheSampleCompaniesEveryFigureIsTheSame) {
 TEST(FilingsReview, TicksWhatIsNewAndWhatDiffersFromADocumentButNothingThatMayBeTyped) {
     const auto company = madeUp();
     company->put_LastFY(2023);
-    putYear(*company, Datum::YNetIncSeries, 1, 7);
+    putElement(*company, Datum::YNetIncSeries, 1, 7);
     ReviewOptions options;
     const auto stateOf = [&](std::optional<Origin> origin) {
         options.originOf = [=](Datum, std::optional<int>) { return origin; };
@@ -153,7 +147,7 @@ TEST(FilingsReview, TicksWhatIsNewAndWhatDiffersFromADocumentButNothingThatMayBe
 TEST(FilingsReview, AsksForTheOriginOfTheFigureWhereItIsBeforeYearsAreAdded) {
     const auto company = madeUp();
     company->put_LastFY(2022);
-    putYear(*company, Datum::YNetIncSeries, 1, 7);
+    putElement(*company, Datum::YNetIncSeries, 1, 7);
     std::vector<std::pair<Datum, std::optional<int>>> asked;
     ReviewOptions options;
     options.originOf = [&](Datum datum, std::optional<int> element) {
@@ -284,15 +278,15 @@ TEST(FilingsReview, LaterYearsAndQuartersAreAddedFirst) {
               readSeries(*held, Datum::QRevenueSeries));
     // Prices are in no filing: theirs have moved on with their years.
     for (int element = 3; element <= 10; ++element)
-        EXPECT_EQ(year(*company, Datum::YHighSeries, element),
-                  year(*held, Datum::YHighSeries, element));
-    EXPECT_EQ(year(*company, Datum::YHighSeries, 1), 0);
+        EXPECT_EQ(elementOf(*company, Datum::YHighSeries, element),
+                  elementOf(*held, Datum::YHighSeries, element));
+    EXPECT_EQ(elementOf(*company, Datum::YHighSeries, 1), 0);
 }
 
 TEST(FilingsReview, LaterYearsAreLeftOutWhereTheyAreNotWanted) {
     const auto company = madeUp();
     company->put_LastFY(2022);
-    putYear(*company, Datum::YNetIncSeries, 1, 5);
+    putElement(*company, Datum::YNetIncSeries, 1, 5);
     ReviewOptions options;
     options.addsYears = false;
     const auto review = reviewFilings(twoYears(), *company, options);
@@ -310,7 +304,7 @@ TEST(FilingsReview, TheLastFiscalYearIsThatOfItsDayWhateverItIsCalled) {
     const auto company = madeUp();
     company->put_LastFY(2024);
     company->put_LastFYDate(*makeDate(2024, 1, 6));
-    putYear(*company, Datum::YRevenueSeries, 1, 5);
+    putElement(*company, Datum::YRevenueSeries, 1, 5);
     const auto review = reviewFilings(filed, *company);
     EXPECT_EQ(review.years.added, 0);
     EXPECT_EQ(rowFor(review, Datum::YNetIncSeries, "2023").element, 1);
@@ -318,7 +312,7 @@ TEST(FilingsReview, TheLastFiscalYearIsThatOfItsDayWhateverItIsCalled) {
 
 TEST(FilingsReview, WithoutALastFiscalYearFiguresHaveNoPlace) {
     const auto company = madeUp();
-    putYear(*company, Datum::YRevenueSeries, 1, 5);
+    putElement(*company, Datum::YRevenueSeries, 1, 5);
     const auto review = reviewFilings(twoYears(), *company);
     EXPECT_TRUE(review.rows.empty());
     EXPECT_EQ(review.notes[0], "Yearly figures are left out: the company has no last fiscal year.");
@@ -334,8 +328,8 @@ TEST(FilingsReview, AnImportIsOneActionWithTheNumberOfEachFiling) {
                   "begin imported 'Import of 2 Figures' ", "begin shifted '' ", "LastFY",
                   "LastFYDate", "end", "begin imported '' 0000000001-25-000001", "YNetIncSeries",
                   "end", "begin imported '' 0000000001-24-000001", "YNetIncSeries", "end", "end"}));
-    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 1), 6);
-    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 5);
+    EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 1), 6);
+    EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 2), 5);
 }
 
 TEST(FilingsReview, AnImportIsAllOrNothing) {
@@ -346,8 +340,8 @@ TEST(FilingsReview, AnImportIsAllOrNothing) {
         EXPECT_EQ(importFilings(company, review), "not today") << refused;
         EXPECT_EQ(company->get_LastFY(), 0) << refused;
         EXPECT_TRUE(isAbsent(company->get_LastFYDate())) << refused;
-        EXPECT_EQ(year(*company, Datum::YNetIncSeries, 1), 0) << refused;
-        EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 0) << refused;
+        EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 1), 0) << refused;
+        EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 2), 0) << refused;
         EXPECT_EQ(company->told.back(), "end");
     }
 }
@@ -361,8 +355,8 @@ TEST(FilingsReview, OnlyTickedFiguresAreImported) {
     EXPECT_EQ(importFilings(company, review), "No figure is ticked.");
     review.rows[1].ticked = true; // 2022
     EXPECT_EQ(importFilings(company, review), std::nullopt);
-    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 1), 0);
-    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 5);
+    EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 1), 0);
+    EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 2), 5);
 }
 
 TEST(FilingsReview, TheLastFourQuartersAreSummedUpWhereTheirEarningsAreImported) {
@@ -380,10 +374,10 @@ TEST(FilingsReview, TheLastFourQuartersAreSummedUpWhereTheirEarningsAreImported)
 TEST(FilingsReview, ACompanyThatHasChangedSinceIsNotTouched) {
     const auto company = madeUp();
     const auto review = reviewFilings(twoYears(), *company);
-    putYear(*company, Datum::YNetIncSeries, 2, 4);
+    putElement(*company, Datum::YNetIncSeries, 2, 4);
     EXPECT_EQ(importFilings(company, review),
               "The company has been changed since the figures were compared.");
-    EXPECT_EQ(year(*company, Datum::YNetIncSeries, 2), 4);
+    EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 2), 4);
 }
 
 TEST(FilingsReview, WhatIsImportedFromADamagedDocumentIsTheSameWhenItIsComparedAgain) {
@@ -427,7 +421,7 @@ TEST(FilingsReview, WhatIsImportedFromADamagedDocumentIsTheSameWhenItIsComparedA
 TEST(ReviewTable, HasARowForEachFigure) {
     const auto company = madeUp();
     company->put_LastFY(2023);
-    putYear(*company, Datum::YNetIncSeries, 1, 7);
+    putElement(*company, Datum::YNetIncSeries, 1, 7);
     const auto review = reviewFilings(twoYears(), *company);
     std::vector<std::string> cells;
     for (const ReviewColumn& column : reviewColumns())

@@ -11,6 +11,7 @@
 #include "platform/text.hpp"
 #include "plausibility/company_findings.hpp"
 #include "quarterly/quarterly_grid.hpp"
+#include "tests/support/change_lists.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/random_company.hpp"
 #include "yearly/yearly_grid.hpp"
@@ -279,23 +280,16 @@ void MonkeyScene::split(int number) {
     if (record == nullptr)
         return;
     const Split split{ratios[number % 4], *makeDate(2026, 9, 30)};
-    std::vector<DatumChange> changes;
-    for (const SplitChange& one : splitChanges(*record, split).changes)
-        changes.push_back(one.change);
-    change(changes, splitAction(split.ratio));
+    change(changesOf(splitChanges(*record, split)), splitAction(split.ratio));
 }
 
 void MonkeyScene::import(unsigned number) {
     if (record == nullptr)
         return;
     const CsvImport read = importCompanyTexts(exportCompanyTexts(*RandomCompany(number).record()));
-    std::vector<DatumChange> changes;
-    if (read.company != nullptr)
-        for (const Change& one :
-             changesBetween(vkr::snapshotOf(*record->company), vkr::snapshotOf(*read.company)))
-            if (one.element)
-                changes.push_back(one);
-    change(changes, {Origin::imported, "Import", "tables"});
+    change(read.company == nullptr ? std::vector<DatumChange>()
+                                   : elementChanges(*record->company, *read.company),
+           {Origin::imported, "Import", "tables"});
 }
 
 void MonkeyScene::lookOver() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Who changed what, and where each figure comes from, on every kind of database.
 #include "tests/store/store_places.hpp"
+#include "tests/support/elements.hpp"
 #include "tests/support/random_company.hpp"
 
 #include <algorithm>
@@ -17,15 +18,10 @@ class CompanyHistory : public OnEveryDatabase {
         auto record = named("Acme");
         record->put_LastFY(2024);
         record->put_LastQDateForGrid(day(2025, 3, 31));
-        setFigure(*record, Datum::YEPSSeries, 1, 1.5);
-        setFigure(*record, Datum::YEPSSeries, 2, 1.25);
-        setFigure(*record, Datum::QEPSSeries, 0, 0.4);
+        putElement(*record, Datum::YEPSSeries, 1, 1.5);
+        putElement(*record, Datum::YEPSSeries, 2, 1.25);
+        putElement(*record, Datum::QEPSSeries, 0, 0.4);
         return record;
-    }
-    static void setFigure(CompanyRecord& record, Datum datum, int element, double value) {
-        Variant series = record.stored(datum);
-        series.array().setNumber(element, value);
-        writeDatum(record, datum, series);
     }
     static Change typed(Datum datum, std::optional<int> element, const Variant& before,
                         const Variant& after) {
@@ -74,7 +70,7 @@ TEST_P(CompanyHistory, TellsWhatASaveWithoutAnAccountChanged) {
     const auto store = open(place());
     const auto record = company();
     ASSERT_DONE(store->save(std::nullopt, *record));
-    setFigure(*record, Datum::YEPSSeries, 2, 0);
+    putElement(*record, Datum::YEPSSeries, 2, 0);
     record->put_TotalDebt(12.5);
     record->get_Settings()->put(setting::unit, std::int16_t{6});
     ASSERT_DONE(store->save(1, *record, 1));
@@ -101,7 +97,7 @@ TEST_P(CompanyHistory, KeepsTheGroupsOfTheAccountAndWhatTheyLeaveOut) {
         {"Total Debt", {}, {typed(Datum::TotalDebt, {}, 0.0, 99.0)}},
     };
     account.rest = {Origin::imported, "Import", "0001-24-5"};
-    setFigure(*record, Datum::YRevenueSeries, 1, 110);
+    putElement(*record, Datum::YRevenueSeries, 1, 110);
     record->put_Source("10-K");
     ASSERT_DONE(store->save(1, *record, 1, account));
     const auto history = store->history(1).value();
@@ -128,7 +124,7 @@ TEST_P(CompanyHistory, KnowsWhereEachFigureComesFrom) {
     SaveAccount account;
     account.rest = {Origin::imported, "Import of ACM", "ACM-company.csv"};
     ASSERT_DONE(store->save(std::nullopt, *record, 0, account));
-    setFigure(*record, Datum::YEPSSeries, 1, 1.75);
+    putElement(*record, Datum::YEPSSeries, 1, 1.75);
     ASSERT_DONE(store->save(1, *record, 1));
     const auto origins = open(place(), OpenMode::existing)->load(1).value().origins;
     EXPECT_EQ(origins.of(Datum::YEPSSeries, 1), (FigureOrigin{Origin::typed, "", false}));
@@ -143,7 +139,7 @@ TEST_P(CompanyHistory, KnowsWhereEachFigureComesFrom) {
 TEST_P(CompanyHistory, FollowsFiguresThatMoveToAnotherElement) {
     const auto store = open(place());
     const auto record = company();
-    setFigure(*record, Datum::YEPSSeries, 10, 0.125);
+    putElement(*record, Datum::YEPSSeries, 10, 0.125);
     ASSERT_DONE(store->save(std::nullopt, *record));
     record->put_LastFY(2025);
     std::vector<double> figures(11);
@@ -208,7 +204,7 @@ TEST_P(CompanyHistory, LeadsToEveryStateThatWasSaved) {
         if (seed % 4 == 3)
             states.back() = states[seed - 1]->clone();
         if (seed % 4 == 2)
-            setFigure(*states.back(), Datum::QEPSSeries, 7, seed);
+            putElement(*states.back(), Datum::QEPSSeries, 7, seed);
         ASSERT_DONE(store->save(seed == 0 ? std::nullopt : std::optional<std::int64_t>(1),
                                 *states.back(), seed));
     }

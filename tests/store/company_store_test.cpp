@@ -2,6 +2,7 @@
 #include "company/company_csv.hpp"
 #include "store/company_store.hpp"
 #include "tests/store/old_file.hpp"
+#include "tests/support/elements.hpp"
 #include "tests/support/random_company.hpp"
 
 #include <QDir>
@@ -298,9 +299,7 @@ TEST_F(CompanyStoreTest, ASaveThatFailsInTheMiddleIsUndone) {
     const auto before = test::RandomCompany(15).record();
     const auto key = store->save(std::nullopt, *before).value();
     const auto after = test::RandomCompany(16).record();
-    Variant lastSeries = after->get_YEPSSeries();
-    lastSeries.array().setNumber(10, 1.5);
-    after->put_YEPSSeries(lastSeries);
+    test::putElement(*after, Datum::YEPSSeries, 10, 1.5);
     const char* const obstacles[] = {
         "BEFORE UPDATE ON company",
         "BEFORE DELETE ON series WHEN old.element = 7",

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/support/elements.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <cstdlib>
@@ -89,14 +90,6 @@ inline void showEveryField(EntryScene& scene) {
     scene.entry->put_ShowReportingPeriod(true);
 }
 
-// The datum of a property by its name, whatever its place in the table.
-inline Datum datumNamed(std::string_view name) {
-    for (const auto& row : datumTable())
-        if (row.name == name)
-            return row.datum;
-    throw std::out_of_range("no datum " + std::string(name));
-}
-
 // The names of the data in which two records differ, "YEPSSeries(3)" for an element.
 inline std::vector<std::string> changedData(const iVKR_Company& before, const iVKR_Company& after) {
     std::vector<std::string> names;
@@ -105,16 +98,6 @@ inline std::vector<std::string> changedData(const iVKR_Company& before, const iV
                                                 ? "(" + std::to_string(*difference.element) + ")"
                                                 : ""));
     return names;
-}
-
-inline double elementOf(const iVKR_Company& company, std::string_view series, int element) {
-    return readSeries(company, datumNamed(series)).array().number(element);
-}
-
-inline void putElement(iVKR_Company& company, std::string_view series, int element, double value) {
-    Variant figures = readSeries(company, datumNamed(series));
-    figures.array().setNumber(element, value);
-    writeSeries(company, datumNamed(series), figures);
 }
 
 // A dated company without figures.

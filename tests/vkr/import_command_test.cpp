@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/elements.hpp"
 #include "tests/vkr/program_run.hpp"
 
 #include <QSqlDatabase>
@@ -86,9 +87,7 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
     {
         const auto database = store();
         const auto record = database->load(1).value().record->clone();
-        Variant revenue = record->get_YRevenueSeries();
-        revenue.array().setNumber(2, 999);
-        record->put_YRevenueSeries(revenue);
+        putElement(*record, Datum::YRevenueSeries, 2, 999);
         record->put_Notes("mine");
         ASSERT_TRUE(database->save(1, *record, 1));
     }
@@ -109,14 +108,14 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
         << replaced.err;
     auto record = store()->load(1).value().record;
     EXPECT_EQ(record->get_LastFY(), 2026);
-    EXPECT_EQ(record->get_YRevenueSeries().array().number(1), 500000);
-    EXPECT_EQ(record->get_YRevenueSeries().array().number(3), 999);
-    EXPECT_EQ(record->get_YRevenueSeries().array().number(4), 383286);
+    EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 1), 500000);
+    EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 3), 999);
+    EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 4), 383286);
     EXPECT_EQ(record->get_Notes(), "mine");
 
     EXPECT_EQ(run({"import", "in", "--replace-typed"}).code, 0);
     record = store()->load(1).value().record;
-    EXPECT_EQ(record->get_YRevenueSeries().array().number(3), 391035);
+    EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 3), 391035);
     EXPECT_EQ(record->get_Notes(), "");
 }
 
