@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // What is compared and looked at: facts, check, and the data sheet.
 #include "plausibility/company_findings.hpp"
+#include "tests/support/elements.hpp"
 #include "tests/vkr/program_run.hpp"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
 #include <algorithm>
+#include <functional>
 
 namespace vkr::test {
 namespace {
@@ -19,15 +21,22 @@ class CheckingCommands : public ProgramTest {
         return QStringLiteral(VKR_SOURCE_DIR "/tests/filings/%1-facts.json").arg(symbol);
     }
     static std::ptrdiff_t lines(const std::string& text) { return std::ranges::count(text, '\n'); }
-    // Leaves a figure out.
-    void emptyRevenue(int element) {
+    // A company as it becomes by somebody else.
+    void change(std::int64_t id, const std::function<void(CompanyRecord& record)>& edit) const {
         const auto database = store();
-        auto loaded = database->load(1);
-        auto record = loaded.value().record;
-        Variant series = record->get_YRevenueSeries();
-        series.array().setNumber(element, 0);
-        record->put_YRevenueSeries(series);
-        ASSERT_TRUE(database->save(1, *record, loaded.value().revision));
+        const auto loaded = database->load(id);
+        edit(*loaded.value().record);
+        ASSERT_TRUE(database->save(id, *loaded.value().record, loaded.value().revision));
+    }
+    // Leaves a figure of AAPL out.
+    void emptyRevenue(int element) const {
+        change(1, [&](CompanyRecord& record) {
+            putElement(record, Datum::YRevenueSeries, element, 0);
+        });
+    }
+    // A high price below the low one.
+    void lowerAHigh(std::int64_t id) const {
+        change(id, [](CompanyRecord& record) { putElement(record, Datum::YHighSeries, 3, 1); });
     }
 };
 
@@ -53,7 +62,7 @@ TEST_F(CheckingCommands, FactsThatAreNewAreTakenOver) {
     const auto done = run(accept);
     EXPECT_EQ(done.out, dry.out);
     EXPECT_TRUE(contains(done.err, ": done.")) << done.err;
-    EXPECT_EQ(store()->load(1).value().record->get_YRevenueSeries().array().number(2), 391035);
+    EXPECT_EQ(elementOf(*store()->load(1).value().record, Datum::YRevenueSeries, 2), 391035);
     EXPECT_EQ(store()->load(1).value().revision, 3);
     const auto told = run({"history", "AAPL", "--origin", "imported", "--figure", "YRevenueSeries",
                            "--period", "2024", "--format", "tsv"});
@@ -75,10 +84,7 @@ TEST_F(CheckingCommands, FactsOfAnotherCompanyAreRefused) {
 }
 
 TEST_F(CheckingCommands, FactsOfACompanyThatIsNotThereAddIt) {
-    {
-        const auto database = store();
-        ASSERT_TRUE(database->remove(1, 1)); // AAPL
-    }
+    ASSERT_TRUE(store()->remove(1, 1)); // AAPL
     const QByteArray before = bytes("companies.vkr");
     const QStringList look = {"facts", facts("AAPL"), "--symbol", "aapl", "--format", "tsv"};
     const auto review = run(look);
@@ -103,7 +109,7 @@ TEST_F(CheckingCommands, FactsOfACompanyThatIsNotThereAddIt) {
         const auto loaded = database->load(found.value().front().key.id);
         const CompanyRecord& record = *loaded.value().record;
         EXPECT_EQ(record.get_LastFY(), 2025);
-        EXPECT_EQ(record.get_YRevenueSeries().array().number(2), 391035);
+        EXPECT_EQ(elementOf(record, Datum::YRevenueSeries, 2), 391035);
         const FigureOrigin origin = loaded.value().origins.of(Datum::YRevenueSeries, 2);
         EXPECT_EQ(origin.origin, Origin::imported);
         EXPECT_TRUE(origin.document.starts_with("0000320193-")) << origin.document;
@@ -127,13 +133,7 @@ TEST_F(CheckingCommands, ADocumentThatIsNoneIsRefused) {
 TEST_F(CheckingCommands, WhatIsOddIsListedAndCounts) {
     const auto nothing = run({"check", "AAPL"});
     EXPECT_EQ(nothing.code, nothing.out.find('\n') + 1 == nothing.out.size() ? 0 : 1);
-    const auto database = store();
-    auto loaded = database->load(1);
-    auto record = loaded.value().record;
-    Variant series = record->get_YHighSeries();
-    series.array().setNumber(3, 1);
-    record->put_YHighSeries(series);
-    ASSERT_TRUE(database->save(1, *record, 1));
+    lowerAHigh(1);
     const auto found = run({"check", "AAPL", "--format", "tsv"});
     EXPECT_EQ(found.code, 1);
     EXPECT_TRUE(contains(found.out, "\nAAPL\tsure\t")) << found.out;
@@ -164,16 +164,7 @@ TEST_F(CheckingCommands, WhatWasCalledRightIsNotListed) {
         << after.err;
     const auto told = run({"history", "TSLA", "--figure", "TotalDebt", "--format", "tsv"});
     EXPECT_TRUE(contains(told.out, "\tCalled right: ")) << told.out;
-    {
-        // Another figure is another finding.
-        const auto database = store();
-        const auto loaded = database->load(id);
-        const auto record = loaded.value().record->clone();
-        Variant series = record->get_YHighSeries();
-        series.array().setNumber(3, 1);
-        record->put_YHighSeries(series);
-        ASSERT_TRUE(database->save(id, *record, loaded.value().revision));
-    }
+    lowerAHigh(id); // another figure is another finding
     EXPECT_EQ(run({"check", "TSLA"}).code, 1);
 }
 
@@ -194,13 +185,8 @@ TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
 
 TEST_F(CheckingCommands, FactsLeaveALockedCompanyAlone) {
     emptyRevenue(2);
-    {
-        const auto database = store();
-        const auto loaded = database->load(1);
-        const auto record = loaded.value().record->clone();
-        record->get_Settings()->put(setting::lockBasicInfo, true);
-        ASSERT_TRUE(database->save(1, *record, loaded.value().revision));
-    }
+    change(1,
+           [](CompanyRecord& record) { record.get_Settings()->put(setting::lockBasicInfo, true); });
     const auto refused = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--accept", "new"});
     EXPECT_EQ(refused.code, 4);
     EXPECT_TRUE(contains(refused.err, "are locked; nothing was changed.")) << refused.err;
