@@ -216,8 +216,7 @@ TEST(CellCommands, ReadTheTitlesOfAReport) {
 
 TEST(CellCommands, StoreWhatIsBeingTypedBeforeThePaste) {
     Scene scene;
-    scene.desktop.click("txtSales(3)");
-    scene.desktop.type("42");
+    scene.typeAt("txtSales(3)", "42");
     scene.desktop.setClipboardText("1\t2");
     scene.desktop.type("^v");
     EXPECT_EQ(scene.revenue(3), 42);
@@ -274,8 +273,7 @@ TEST(CellCommands, KnowTheMarksThatTheClipboardNames) {
     Scene scene;
     scene.desktop.setClipboardText("1,234\t2");
     scene.desktop.setClipboardDecimalMark(',');
-    scene.desktop.click("txtSales(8)");
-    scene.desktop.type("^v");
+    scene.typeAt("txtSales(8)", "^v");
     EXPECT_EQ(scene.desktop.pastes()[0].lines[0].after, "1.234");
     EXPECT_EQ(scene.desktop.pastes()[0].lines[0].fate, PasteFate::taken);
     scene.paste("txtSales(8)", "1,234\t2");
@@ -304,8 +302,7 @@ TEST(CellCommands, ChangeAndMarkNothingInAnotherCompany) {
         const auto before = std::make_shared<CompanyRecord>();
         scene.enter("txtRevenue(0)", "1");
         scene.enter("txtRevenue(2)", "3");
-        scene.desktop.click("txtRevenue(1)");
-        scene.desktop.type("7");
+        scene.typeAt("txtRevenue(1)", "7");
         scene.desktop.setClipboardText("8\t9");
         scene.desktop.acceptNextPaste();
         scene.entry->stateChanged = [&] {
@@ -328,8 +325,7 @@ TEST(CellCommands, NeedADateOfTheLastQuarter) {
     scene.load(record);
     scene.desktop.clickTab(toQuarterly);
     scene.desktop.setClipboardText("1\t2");
-    scene.desktop.click("txtRevenue(0)");
-    scene.desktop.type("^v");
+    scene.typeAt("txtRevenue(0)", "^v");
     EXPECT_TRUE(scene.desktop.pastes().empty());
     ASSERT_EQ(scene.desktop.refusals().size(), 1U);
     EXPECT_EQ(scene.desktop.refusals()[0].note,
@@ -340,8 +336,7 @@ TEST(CellCommands, NeedADateOfTheLastQuarter) {
 
 TEST(CellCommands, SelectCellsByShiftAndArrows) {
     Scene scene;
-    scene.desktop.click("txtSales(3)");
-    scene.desktop.type("+{DOWN}+{RIGHT}");
+    scene.typeAt("txtSales(3)", "+{DOWN}+{RIGHT}");
     EXPECT_EQ(scene.highlighted(),
               (Ids{"txtSales(3)", "txtSales(4)", "txtYOption(3)", "txtYOption(4)"}));
     EXPECT_EQ(scene.desktop.focusedId(), "txtSales(3)");
@@ -361,8 +356,7 @@ TEST(CellCommands, SelectCellsByShiftAndArrows) {
 TEST(CellCommands, SelectNoRowsThatAreGone) {
     Scene scene(toQuarterly);
     scene.entry->put_VisibleQuarters(12);
-    scene.desktop.click("txtEPS(8)");
-    scene.desktop.type("+{DOWN}");
+    scene.typeAt("txtEPS(8)", "+{DOWN}");
     ASSERT_EQ(scene.highlighted().size(), 2U);
     scene.entry->put_VisibleQuarters(9);
     EXPECT_TRUE(scene.highlighted().empty());
@@ -371,8 +365,7 @@ TEST(CellCommands, SelectNoRowsThatAreGone) {
 TEST(CellCommands, LeaveTheTextOfACellToItself) {
     Scene scene;
     scene.enter("txtSales(3)", "1234");
-    scene.desktop.click("txtSales(3)");
-    scene.desktop.type("{END}+{LEFT 2}");
+    scene.typeAt("txtSales(3)", "{END}+{LEFT 2}");
     EXPECT_TRUE(scene.highlighted().empty());
     EXPECT_EQ(scene.field("txtSales", 3).selText(), "00");
     scene.desktop.type("^a+{RIGHT}");
@@ -395,8 +388,7 @@ TEST(CellCommands, SelectByDragging) {
 
 TEST(CellCommands, SelectTheGridByCtrlATwice) {
     Scene scene(toQuarterly);
-    scene.desktop.click("txtRevenue(1)");
-    scene.desktop.type("^a");
+    scene.typeAt("txtRevenue(1)", "^a");
     EXPECT_TRUE(scene.highlighted().empty());
     scene.desktop.type("^a");
     EXPECT_EQ(scene.highlighted().size(), 4U * 9U);
@@ -410,8 +402,7 @@ TEST(CellCommands, CopyAllDigits) {
     scene.desktop.type("{TAB}");
     scene.enter("txtSales(9)", "0.1");
     scene.enter("txtYOption(9)", "-3");
-    scene.desktop.click("txtSales(8)");
-    scene.desktop.type("+{DOWN}+{RIGHT}^c");
+    scene.typeAt("txtSales(8)", "+{DOWN}+{RIGHT}^c");
     EXPECT_EQ(scene.desktop.clipboardText(), "1234.56789\t\n0.1\t-3");
     scene.desktop.type("^+c");
     EXPECT_EQ(scene.desktop.clipboardText(),
@@ -424,8 +415,7 @@ TEST(CellCommands, CopyAllDigits) {
 TEST(CellCommands, CopyOneCellWithItsHeadings) {
     Scene scene(toQuarterly);
     scene.enter("txtEPS(1)", "1.5");
-    scene.desktop.click("txtEPS(1)");
-    scene.desktop.type("^+c");
+    scene.typeAt("txtEPS(1)", "^+c");
     EXPECT_EQ(scene.desktop.clipboardText(), "\tEarnings Per Share\n2026-06-30\t1.5");
     EXPECT_TRUE(scene.entry->copyCells(false));
     EXPECT_EQ(scene.desktop.clipboardText(), "1.5");
@@ -451,8 +441,7 @@ TEST(CellCommands, PasteBackWhatTheyHaveCopied) {
                     scene.desktop.clickTab(tab);
                     const char* first = tab == toYearly ? "txtSales(0)" : "txtRevenue(0)";
                     const auto before = company->clone();
-                    scene.desktop.click(first);
-                    scene.desktop.type("^a^a" + std::string(keys));
+                    scene.typeAt(first, "^a^a" + std::string(keys));
                     scene.desktop.type("{DEL}{ESC}");
                     EXPECT_FALSE(test::changedData(*before, *company).empty());
                     scene.desktop.acceptNextPaste();
@@ -471,8 +460,7 @@ TEST(CellCommands, EmptyTheSelectionAsOneAction) {
     scene.enter("txtSales(4)", "4");
     scene.enter("txtSales(6)", "6");
     scene.record->actions.clear();
-    scene.desktop.click("txtSales(3)");
-    scene.desktop.type("+{DOWN 3}{DEL}");
+    scene.typeAt("txtSales(3)", "+{DOWN 3}{DEL}");
     EXPECT_EQ(scene.revenue(3) + scene.revenue(4) + scene.revenue(6), 0);
     EXPECT_EQ(scene.text("txtSales", 6), "");
     ASSERT_EQ(scene.record->actions.size(), 1U);
@@ -486,8 +474,7 @@ TEST(CellCommands, EmptyTheSelectionAsOneAction) {
 TEST(CellCommands, CutTheSelection) {
     Scene scene;
     scene.enter("txtSales(3)", "3");
-    scene.desktop.click("txtSales(3)");
-    scene.desktop.type("+{DOWN}^x");
+    scene.typeAt("txtSales(3)", "+{DOWN}^x");
     EXPECT_EQ(scene.desktop.clipboardText(), "3\n\n");
     EXPECT_EQ(scene.revenue(3), 0);
 }
@@ -495,31 +482,26 @@ TEST(CellCommands, CutTheSelection) {
 TEST(CellCommands, FillDown) {
     Scene scene;
     scene.enter("txtSales(3)", "3.125");
-    scene.desktop.click("txtSales(4)");
-    scene.desktop.type("^d");
+    scene.typeAt("txtSales(4)", "^d");
     EXPECT_EQ(scene.revenue(4), 3.125);
-    scene.desktop.click("txtSales(4)");
-    scene.desktop.type("+{DOWN 2}^d");
+    scene.typeAt("txtSales(4)", "+{DOWN 2}^d");
     EXPECT_EQ(scene.revenue(6), 3.125);
     EXPECT_EQ(scene.record->actions.back().action.name, "Fill Down of 2 Figures");
-    scene.desktop.click("txtSales(0)");
-    scene.desktop.type("^d"); // nothing above
+    scene.typeAt("txtSales(0)", "^d"); // nothing above
     EXPECT_EQ(scene.revenue(0), 0);
 }
 
 TEST(CellCommands, TakeTheFigureOfThePeriodBefore) {
     Scene scene;
     scene.enter("txtYNetInc(3)", "-3.5");
-    scene.desktop.click("txtYNetInc(4)");
-    scene.desktop.type("^'");
+    scene.typeAt("txtYNetInc(4)", "^'");
     EXPECT_EQ(scene.netIncome(4), -3.5);
     EXPECT_EQ(scene.text("txtYNetInc", 4), "-3.50");
     EXPECT_EQ(scene.record->actions.back().action.name, "Figure from the Period Before");
 
     Scene quarters(toQuarterly);
     quarters.enter("txtEPS(2)", "1.25");
-    quarters.desktop.click("txtEPS(1)");
-    quarters.desktop.type("^'");
+    quarters.typeAt("txtEPS(1)", "^'");
     EXPECT_EQ(quarters.record->get_QEPSSeries().array().number(1), 1.25);
 }
 
@@ -562,8 +544,7 @@ TEST(CellCommands, AreCarriedOutByTheMenu) {
     scene.enter("txtRevenue(4)", "7");
     scene.enter("txtRevenue(3)", "5");
     const auto choose = [&](std::string_view caption) {
-        scene.desktop.click("txtRevenue(2)");
-        scene.desktop.type("+{DOWN}");
+        scene.typeAt("txtRevenue(2)", "+{DOWN}");
         scene.desktop.answerNextMenu(caption);
         scene.desktop.type("+{F10}");
         EXPECT_EQ(scene.desktop.menus().back().refusal, "") << caption;
@@ -586,8 +567,7 @@ TEST(CellCommands, AreCarriedOutByTheMenu) {
 
 TEST(CellCommands, LeaveTheMenuBesideTheSelectionToTheField) {
     Scene scene;
-    scene.desktop.click("txtSales(3)");
-    scene.desktop.type("+{DOWN}");
+    scene.typeAt("txtSales(3)", "+{DOWN}");
     scene.desktop.rightClick("txtSales(7)");
     const Ids beside = captionsOf(scene.desktop.menus().back());
     EXPECT_EQ(std::ranges::count(beside, "Fill Down"), 0);
@@ -601,8 +581,7 @@ TEST(CellCommands, AreNotOfferedUnderTheLock) {
     scene.desktop.clickTab(toOptions);
     scene.desktop.click("chkLockInfo");
     scene.desktop.clickTab(toYearly);
-    scene.desktop.click("txtSales(3)");
-    scene.desktop.type("+{DOWN}+{F10}");
+    scene.typeAt("txtSales(3)", "+{DOWN}+{F10}");
     int copying = 0;
     for (const auto& entry : scene.desktop.menus().back().entries) {
         if (entry.caption == "Delete Figures" || entry.caption == "Fill Down" ||

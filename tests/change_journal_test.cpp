@@ -457,8 +457,7 @@ TEST_F(JournalOfTheForm, AChosenPeriodIsAGroupOnceItsListIsLeft) {
 TEST_F(JournalOfTheForm, NothingIsTakenBackUnderTheLock) {
     enter("txtTotalDebt", "77");
     test::show(scene, "chkLockInfo");
-    scene.desktop.click("chkLockInfo");
-    scene.desktop.type("^z");
+    scene.typeAt("chkLockInfo", "^z");
     scene.entry->step(HistoryStep::undo);
     EXPECT_EQ(company->get_TotalDebt(), 77);
     scene.desktop.click("chkLockInfo");
@@ -494,8 +493,7 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
         static const char* const texts[] = {"12.5", "-3",     "1999",        "3/4/2024",
                                             "Text", "",       "1234567.891", "12/31/2026",
                                             "0.1",  "someday"};
-        scene.desktop.click(field.id());
-        scene.desktop.type("^a{DEL}" + std::string(texts[within(0, 9)]) + "{TAB}");
+        scene.typeAt(field.id(), "^a{DEL}" + std::string(texts[within(0, 9)]) + "{TAB}");
     }
     void click(std::string_view id) {
         if (id.ends_with("Year"))
@@ -525,8 +523,7 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
             form.setSwitch(within(0, 6), within(0, 3));
             form.pressOk();
         });
-        scene.desktop.click(id);
-        scene.desktop.type(keys[within(0, 9)]);
+        scene.typeAt(id, keys[within(0, 9)]);
     }
     void split() {
         static constexpr SplitRatio ratios[] = {{2, 1}, {3, 2}, {1, 10}};
@@ -672,8 +669,7 @@ std::string changed(EntryScene& scene, const std::vector<DatumChange>& changes,
 }
 
 std::string asked(EntryScene& scene, const char* cell, const char* keys) {
-    test::goTo(scene, cell);
-    scene.desktop.type(keys);
+    test::typeAt(scene, cell, keys);
     return scene.desktop.messages().empty() ? "done" : scene.desktop.messages().back().text;
 }
 

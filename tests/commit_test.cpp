@@ -388,8 +388,7 @@ TEST_F(Commit, ARecordThatLendsItsSettingsTakesThemOverTogether) {
 
 TEST_F(Commit, TheTextStillBeingTypedCountsOnceTheFieldIsLeft) {
     load();
-    scene.desktop.click("txtName");
-    scene.desktop.type("Still typing");
+    scene.typeAt("txtName", "Still typing");
     entry.leaveField();
     EXPECT_EQ(figures->get_Name(), "Still typing");
     EXPECT_EQ(scene.desktop.focusedId(), "txtName");
@@ -424,16 +423,14 @@ TEST_F(Commit, WhatWasCommittedWhileItWasTypedAndIsTakenBackIsAChange) {
         entry.put_ShowReportingPeriod(true);
         entry.put_blnDirty(false);
         const std::string before = row.stored(*figures);
-        test::goTo(scene, row.field);
-        scene.desktop.type(std::string("^a") + row.typed);
+        test::typeAt(scene, row.field, std::string("^a") + row.typed);
         entry.put_blnDirty(false);
         ASSERT_NE(row.stored(*figures), before);
         scene.desktop.type("{ESC}{TAB}");
         EXPECT_TRUE(entry.get_blnDirty());
         entry.put_blnDirty(false);
         EXPECT_EQ(row.stored(*figures), before);
-        test::goTo(scene, row.field);
-        scene.desktop.type("{TAB}");
+        test::typeAt(scene, row.field, "{TAB}");
         EXPECT_FALSE(entry.get_blnDirty());
     }
 }

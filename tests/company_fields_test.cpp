@@ -175,8 +175,7 @@ TEST(CompanyFields, DatesAndTextsSurviveARecordThatAnswersNothing) {
     const auto before = company->company->clone();
     for (const FormField& row : rows) {
         EXPECT_EQ(textOf(scene, row.control), "") << row.control;
-        goTo(scene, row.control);
-        scene.desktop.type("{TAB}");
+        typeAt(scene, row.control, "{TAB}");
     }
     EXPECT_EQ(changedData(*before, *company->company), std::vector<std::string>{});
     EXPECT_FALSE(scene.entry->get_blnDirty());
@@ -225,8 +224,7 @@ TEST(PriceRule, RestsWhileThePriceIsNotTouched) {
     company->put_High52W(20);
     company->put_Low52W(10);
     scene.load(company);
-    goTo(scene, "txtCurrentPrice");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "txtCurrentPrice", "{TAB}");
     EXPECT_EQ(company->get_High52W(), 20);
     EXPECT_EQ(textOf(scene, "txt52WHigh"), "20.000");
     EXPECT_FALSE(scene.entry->get_blnDirty());
@@ -337,8 +335,7 @@ TEST_F(CorrectedPrice, LeavesAnEndThatWasTouchedMeanwhile) {
 
 TEST_F(CorrectedPrice, LookingAtTheEndIsNotTouchingIt) {
     price("222");
-    goTo(scene, "txt52WHigh");
-    scene.desktop.type("{TAB}+{TAB}~");
+    typeAt(scene, "txt52WHigh", "{TAB}+{TAB}~");
     scene.entry->put_blnDirty(false);
     price("22");
     expectRange(10, 25);
@@ -440,8 +437,7 @@ TEST(SourceRule, RestsForOtherSources) {
 TEST(SourceRule, RestsWhileTheSourceIsNotTouched) {
     SourceScene scene("Value Line");
     EXPECT_FALSE(scene.rates());
-    goTo(scene, "cmbSource");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "cmbSource", "{TAB}");
     EXPECT_FALSE(scene.rates());
     EXPECT_FALSE(scene.book());
     EXPECT_FALSE(scene.entry->get_blnDirty());
@@ -457,8 +453,7 @@ TEST(SourceRule, DoesNotTurnAgainWhatTheUserTurnedBack) {
     typeOver(scene, "cmbSource", "S & P");
     goTo(scene, "optPTI(0)");
     EXPECT_FALSE(scene.rates());
-    goTo(scene, "cmbSource");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "cmbSource", "{TAB}");
     EXPECT_FALSE(scene.rates());
     EXPECT_TRUE(scene.book());
 }
@@ -476,8 +471,7 @@ TEST(CompanyFields, ListsTakeTheChoiceAndFreeText) {
     EXPECT_EQ(company->get_Industry(), "Bank");
     scene.desktop.type("^a{DEL}Shipping{TAB}");
     EXPECT_EQ(company->get_Industry(), "Shipping");
-    scene.desktop.click("cmbExchange");
-    scene.desktop.type("{UP}");
+    scene.typeAt("cmbExchange", "{UP}");
     EXPECT_EQ(company->get_Exchange(), "NYSE");
     typeOver(scene, "cmbExchange", "");
     EXPECT_EQ(company->get_Exchange(), "");
@@ -510,8 +504,7 @@ TEST(CompanyFields, TheReportingPeriodIsWrittenByTheCommit) {
     EXPECT_EQ(scene.entry->unstoredFields()[0].label, "Reporting Period");
     EXPECT_EQ(scene.entry->unstoredFields()[0].text, "fortnight");
     EXPECT_EQ(scene.entry->unstoredFields()[0].reason, "This value could not be stored.");
-    goTo(scene, "cmbReportingPeriod");
-    scene.desktop.type("{TAB}"); // passing through does not take the mark off
+    typeAt(scene, "cmbReportingPeriod", "{TAB}"); // passing through does not take the mark off
     EXPECT_NE(markOf(scene, "cmbReportingPeriod"), "");
     show(scene, "cmbReportingPeriod");
     scene.desktop.pick("cmbReportingPeriod", "12 months");
@@ -581,8 +574,7 @@ TEST(CompanyDates, WhatIsNoneStaysTypedAndMarkedAndTheRecordKeepsItsDate) {
             EXPECT_NE(markOf(scene, field), "");
             EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
             // Passing through once more changes nothing of it.
-            goTo(scene, field);
-            scene.desktop.type("{TAB}");
+            typeAt(scene, field, "{TAB}");
             EXPECT_EQ(textOf(scene, field), typed);
             EXPECT_NE(markOf(scene, field), "");
             // Corrected, the mark goes.
@@ -688,8 +680,7 @@ TEST(CompanyDates, AnAbsentDateOfSourceIsAnEmptyField) {
     const auto company = datedCompany();
     scene.load(company);
     EXPECT_EQ(textOf(scene, "txtDateOfSource"), "");
-    goTo(scene, "txtDateOfSource");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "txtDateOfSource", "{TAB}");
     EXPECT_TRUE(isAbsent(company->get_DateOfSource()));
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
@@ -698,8 +689,7 @@ TEST(CompanyDates, OkSettlesADateThatIsStillBeingTyped) {
     EntryScene scene;
     const auto company = datedCompany();
     scene.load(company);
-    goTo(scene, "txtLastUpdate");
-    scene.desktop.type("^a{DEL}7/8/2024");
+    typeAt(scene, "txtLastUpdate", "^a{DEL}7/8/2024");
     scene.desktop.click("cmdOK");
     EXPECT_EQ(company->get_LastUpdate(), *makeDate(2024, 7, 8));
     EXPECT_EQ(scene.events.log, std::vector<std::string>{"UnloadRequest 0"});
@@ -713,8 +703,7 @@ TEST(CompanyDates, FollowTheDateFormatOfTheHost) {
     EXPECT_EQ(textOf(scene, "txtLastUpdate"), "2026-11-19");
     typeOver(scene, "txtLastUpdate", "3/4/2024");
     EXPECT_EQ(textOf(scene, "txtLastUpdate"), "2024-03-04");
-    goTo(scene, "txtLastUpdate");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "txtLastUpdate", "{TAB}");
     EXPECT_EQ(company->get_LastUpdate(), *makeDate(2024, 3, 4));
 }
 
@@ -756,8 +745,7 @@ TEST(CompanyNumbers, EveryTypedDigitIsStored) {
                 EXPECT_EQ(markOf(scene, row.control), "");
                 // The next leave finds it untouched.
                 const double stored = readNumber(*company, datumNamed(row.datum));
-                goTo(scene, row.control);
-                scene.desktop.type("{TAB}");
+                typeAt(scene, row.control, "{TAB}");
                 EXPECT_EQ(readNumber(*company, datumNamed(row.datum)), stored);
             }
         }
@@ -783,12 +771,10 @@ TEST(CompanyNumbers, AnUntouchedFieldKeepsWhatIsNotShown) {
     company->put_CurrentPrice(2.95);
     scene.load(company);
     EXPECT_EQ(textOf(scene, "txtTotalDebt"), "1234.57");
-    goTo(scene, "txtTotalDebt");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "txtTotalDebt", "{TAB}");
     EXPECT_EQ(company->get_TotalDebt(), 1234.5678);
     // Typed back to what stood there it is untouched, too.
-    goTo(scene, "txtTotalDebt");
-    scene.desktop.type("{END}9{BACKSPACE}{TAB}");
+    typeAt(scene, "txtTotalDebt", "{END}9{BACKSPACE}{TAB}");
     EXPECT_EQ(company->get_TotalDebt(), 1234.5678);
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
@@ -849,10 +835,8 @@ TEST(CompanyNumbers, WalkingThroughAllFieldsOfAllTabsChangesNothing) {
                     if (field->isEnabled()) {
                         EXPECT_TRUE(met.contains(field->id())) << field->id();
                     }
-                for (const char* id : {"txtSales(10)", "txtRevenue(0)", "txtLow(0)"}) {
-                    goTo(scene, id);
-                    scene.desktop.type("~~{DOWN}{UP 3}+~^{RIGHT}^{LEFT}^{END}^{HOME}{TAB}");
-                }
+                for (const char* id : {"txtSales(10)", "txtRevenue(0)", "txtLow(0)"})
+                    typeAt(scene, id, "~~{DOWN}{UP 3}+~^{RIGHT}^{LEFT}^{END}^{HOME}{TAB}");
                 EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
                 EXPECT_FALSE(scene.entry->get_blnDirty());
                 EXPECT_TRUE(scene.entry->unstoredFields().empty());
@@ -972,8 +956,7 @@ TEST(CompanyNumbers, UndoingARefusedTextKeepsTheStoredFigure) {
             pasteOver(scene, id, "2e400"); // and once more
             EXPECT_NE(markOf(scene, id), "");
             scene.desktop.setClipboardText(shown);
-            goTo(scene, id);
-            scene.desktop.type(shown.empty() ? "^a{DEL}{TAB}" : "^a^v{TAB}");
+            typeAt(scene, id, shown.empty() ? "^a{DEL}{TAB}" : "^a^v{TAB}");
             EXPECT_EQ(textOf(scene, id), shown);
             EXPECT_EQ(markOf(scene, id), "");
             EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
@@ -981,8 +964,7 @@ TEST(CompanyNumbers, UndoingARefusedTextKeepsTheStoredFigure) {
     }
     EXPECT_TRUE(scene.entry->unstoredFields().empty());
     pasteOver(scene, "txtTotalDebt", "1e400");
-    goTo(scene, "txtTotalDebt");
-    scene.desktop.type("^z^z");
+    typeAt(scene, "txtTotalDebt", "^z^z");
     EXPECT_EQ(scene.text("txtTotalDebt"), "1234.57");
     scene.desktop.type("{TAB}");
     EXPECT_EQ(company->get_TotalDebt(), 1234.5678);
@@ -1089,12 +1071,10 @@ TEST(CompanyNumbers, InsiderHoldingIsShownAndReadInPercent) {
     typeOver(scene, "txtInsiderHolding", "7.25");
     EXPECT_EQ(company->get_InsiderHolding(), 7.25);
     EXPECT_EQ(textOf(scene, "txtInsiderHolding"), "7.3%");
-    goTo(scene, "txtInsiderHolding");
-    scene.desktop.type("{END}{BACKSPACE}{BACKSPACE}8{TAB}"); // "7.3%" to "7.8"
+    typeAt(scene, "txtInsiderHolding", "{END}{BACKSPACE}{BACKSPACE}8{TAB}"); // "7.3%" to "7.8"
     EXPECT_EQ(company->get_InsiderHolding(), 7.8);
     // The sign may stay where it is.
-    goTo(scene, "txtInsiderHolding");
-    scene.desktop.type("{HOME}1{TAB}");
+    typeAt(scene, "txtInsiderHolding", "{HOME}1{TAB}");
     EXPECT_EQ(company->get_InsiderHolding(), 17.8);
     EXPECT_EQ(textOf(scene, "txtInsiderHolding"), "17.8%");
 }
@@ -1177,8 +1157,7 @@ TEST(CompanyFields, ARefusedWriteKeepsTheTextMarkedAndIsTriedAgain) {
     company->failing.clear();
     for (const FormField& row : rows) {
         SCOPED_TRACE(row.control);
-        goTo(scene, row.control);
-        scene.desktop.type("{TAB}");
+        typeAt(scene, row.control, "{TAB}");
         EXPECT_EQ(markOf(scene, row.control), "");
         const Datum datum = datumNamed(row.datum);
         if (row.isText())
@@ -1231,8 +1210,7 @@ TEST(CompanyFields, TheDividendShowsItsAlternateAndWritesBoth) {
     company->put_CommDivAlternate(2.25);
     scene.load(company);
     EXPECT_EQ(textOf(scene, "txtCommDiv"), "2.25");
-    goTo(scene, "txtCommDiv");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "txtCommDiv", "{TAB}");
     EXPECT_EQ(company->get_CommDiv(), 1.5);
     EXPECT_EQ(company->get_CommDivAlternate(), 2.25);
     typeOver(scene, "txtCommDiv", "3.1");
@@ -1252,8 +1230,7 @@ TEST(CompanyFields, NameAndSymbolTellTheHostOfTheirChange) {
     typeOver(scene, "txtSymbol", "acm");
     EXPECT_EQ(told, 2);
     EXPECT_EQ(company->get_Symbol(), "ACM");
-    goTo(scene, "txtName");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "txtName", "{TAB}");
     EXPECT_EQ(told, 2);
     typeOver(scene, "txtName", "");
     EXPECT_EQ(company->get_Name(), "");
@@ -1270,8 +1247,7 @@ TEST(CompanyFields, EveryChangeIsToldAlsoOneThatTakesAnotherBack) {
     EXPECT_EQ(told, 1);
     typeOver(scene, "txtCity", "");
     EXPECT_EQ(told, 2);
-    goTo(scene, "txtCity");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "txtCity", "{TAB}");
     EXPECT_EQ(told, 2) << "nothing was typed";
     scene.entry->stateChanged = nullptr;
 }
@@ -1280,8 +1256,7 @@ TEST(CompanyFields, LeavingForTheHostsOwnButtonStoresWhatIsBeingTyped) {
     EntryScene scene;
     const auto company = datedCompany();
     scene.load(company);
-    goTo(scene, "txtCity");
-    scene.desktop.type("Springfield");
+    typeAt(scene, "txtCity", "Springfield");
     EXPECT_EQ(company->get_City(), "");
     scene.entry->leaveField();
     EXPECT_EQ(company->get_City(), "Springfield");

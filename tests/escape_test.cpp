@@ -63,8 +63,7 @@ TEST(Escape, GoesOnToTheHostFromAFieldWithoutChanges) {
 TEST(Escape, AFieldThatWasLeftKeepsWhatWasTyped) {
     EscapeScene scene;
     scene.enter("txtName", "Acme");
-    goTo(scene, "txtName");
-    scene.desktop.type("s{ESC}");
+    typeAt(scene, "txtName", "s{ESC}");
     EXPECT_EQ(scene.text("txtName"), "Acme");
     // What the host has taken over counts as left.
     scene.desktop.type("^a{DEL}Bolt");
@@ -85,8 +84,7 @@ TEST(Escape, IsOneStepOfUndo) {
 
 TEST(Escape, ChangesNothingUnderTheLock) {
     EscapeScene scene;
-    goTo(scene, "txtName");
-    scene.desktop.type("x");
+    typeAt(scene, "txtName", "x");
     scene.form().get<CheckBox>("chkLockInfo").setValue(true);
     for (TextField* field : allFields(scene))
         field->setLocked(true);
@@ -129,8 +127,7 @@ TEST(Escape, TakesATypedYearBack) {
 
 TEST(Escape, ARecordThatIsHandedInIsANewEntry) {
     EscapeScene scene;
-    goTo(scene, "txtTotalDebt");
-    scene.desktop.type("12");
+    typeAt(scene, "txtTotalDebt", "12");
     scene.load(datedCompany());
     EXPECT_TRUE(scene.escapeGoesOn());
     EXPECT_EQ(scene.text("txtTotalDebt"), "");
@@ -141,8 +138,7 @@ TEST(Escape, ARecordThatIsHandedInIsANewEntry) {
 TEST(Escape, ARefusedTextStaysRefused) {
     EscapeScene scene;
     typeOver(scene, "txtPriceUpdate", "no date");
-    goTo(scene, "txtPriceUpdate");
-    scene.desktop.type("1/2/2024{ESC}");
+    typeAt(scene, "txtPriceUpdate", "1/2/2024{ESC}");
     EXPECT_EQ(scene.text("txtPriceUpdate"), "no date");
     scene.desktop.type("{TAB}");
     EXPECT_EQ(scene.entry->unstoredFields().size(), 1U);

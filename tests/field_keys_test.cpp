@@ -250,8 +250,7 @@ TEST(FieldKeys, EnterMovesAsTabDoesAndBreaksTheLineOfTheNotes) {
         if (field->index() != Control::noIndex || id == "txtNotes")
             continue;
         SCOPED_TRACE(id);
-        goTo(scene, id);
-        scene.desktop.type("{TAB}");
+        typeAt(scene, id, "{TAB}");
         const auto next = scene.desktop.focusedId();
         EXPECT_NE(next, id);
         goTo(scene, id);
@@ -260,8 +259,7 @@ TEST(FieldKeys, EnterMovesAsTabDoesAndBreaksTheLineOfTheNotes) {
         EXPECT_EQ(scene.desktop.focusedId(), next);
         EXPECT_EQ(field->text(), text);
     }
-    goTo(scene, "txtNotes");
-    scene.desktop.type("one~two~~three");
+    typeAt(scene, "txtNotes", "one~two~~three");
     EXPECT_EQ(scene.text("txtNotes"), "one\ntwo\n\nthree");
     EXPECT_EQ(scene.desktop.focusedId(), "txtNotes");
     EXPECT_TRUE(scene.desktop.messages().empty());
@@ -271,8 +269,7 @@ TEST(FieldKeys, EnterLeavesAndStoresTheField) {
     EntryScene scene;
     const auto company = datedCompany();
     scene.load(company);
-    goTo(scene, "txtName");
-    scene.desktop.type("Acme~acm~");
+    typeAt(scene, "txtName", "Acme~acm~");
     EXPECT_EQ(company->get_Name(), "Acme");
     EXPECT_EQ(company->get_Symbol(), "ACM");
     EXPECT_EQ(scene.desktop.focusedId(), "cmbExchange");
@@ -305,8 +302,7 @@ TEST(FieldKeys, EnteringSelectsAllSoThatTypingReplaces) {
             if (const auto* field = dynamic_cast<const TextField*>(scene.form().activeControl()))
                 expectSelected(*field);
         }
-    goTo(scene, "txtCity");
-    scene.desktop.type("X");
+    typeAt(scene, "txtCity", "X");
     EXPECT_EQ(scene.text("txtCity"), "X");
 }
 

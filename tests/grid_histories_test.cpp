@@ -423,8 +423,7 @@ void copyByKeys(EntryScene& scene, const CompanyRecord& from) {
             const double figure = series.array().number(element);
             if (figure == 0)
                 return;
-            goTo(scene, cellId(column.cells, row));
-            scene.desktop.type(Variant(figure).toText() + "~");
+            typeAt(scene, cellId(column.cells, row), Variant(figure).toText() + "~");
         };
         for (const auto& column : yearly)
             for (int row = 0; row <= 10; ++row)

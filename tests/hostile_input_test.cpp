@@ -203,10 +203,8 @@ TEST(HostileKeys, LettersInEveryNumericFieldChangeNothing) {
     const auto before = company->clone();
     for (const char* id :
          {"txtCurrentPrice", "txtTotalDebt", "txtInsiderHolding", "txtTaxRate", "txtSales(3)",
-          "txtHigh(3)", "txtYEPS(3)", "txtRevenue(2)", "txtNetInc(2)", "txtLastFY"}) {
-        goTo(scene, id);
-        scene.desktop.type("{END}abcXYZ!?#&{%}\u00e9\U0001F600{TAB}");
-    }
+          "txtHigh(3)", "txtYEPS(3)", "txtRevenue(2)", "txtNetInc(2)", "txtLastFY"})
+        typeAt(scene, id, "{END}abcXYZ!?#&{%}\u00e9\U0001F600{TAB}");
     EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }

@@ -253,8 +253,7 @@ TEST_F(KeptWhileEdited, AnImportedTrailingSumStaysUntilAQuarterChanges) {
     EXPECT_EQ(record->get_Last4QEPS(), 3.75);
     test::typeOver(scene, "txtName", "Acme");
     scene.desktop.clickTab(toQuarterly);
-    scene.desktop.click("txtEPS(1)");
-    scene.desktop.type("{TAB}"); // left as it was
+    scene.typeAt("txtEPS(1)", "{TAB}"); // left as it was
     scene.load(kept);
     EXPECT_EQ(record->get_Last4QEPS(), 3.75);
     test::typeOver(scene, "txtEPS(1)", "1.5");
@@ -267,8 +266,7 @@ TEST_F(KeptWhileEdited, ATypedTrailingSumKeepsItsDoubtWhileItStays) {
     const FieldMark doubt = scene.field("txtLast4QEPS").mark();
     ASSERT_EQ(doubt.kind, MarkKind::doubtful);
     scene.desktop.clickTab(toQuarterly);
-    scene.desktop.click("txtEPS(1)");
-    scene.desktop.type("{TAB}");
+    scene.typeAt("txtEPS(1)", "{TAB}");
     EXPECT_EQ(record->get_Last4QEPS(), 3.9);
     EXPECT_EQ(scene.field("txtLast4QEPS").mark(), doubt);
     test::typeOver(scene, "txtEPS(1)", "1.5");

@@ -400,11 +400,9 @@ TEST(LocalizedTexts, EveryReasonReadsAsTheLocalizerSays) {
 TEST(LocalizedTexts, ADateIsPickedUnderTheNameOfItsField) {
     BracketScene scene;
     scene.load(fullCompany());
-    for (const char* id : {"txtLastUpdate", "txtPriceUpdate", "txtDateOfSource", "txtDateofLastFY",
-                           "txtLastQDate"}) {
-        goTo(scene, id);
-        scene.desktop.type("{F4}");
-    }
+    for (const char* id :
+         {"txtLastUpdate", "txtPriceUpdate", "txtDateOfSource", "txtDateofLastFY", "txtLastQDate"})
+        typeAt(scene, id, "{F4}");
     ASSERT_EQ(scene.desktop.calendars().size(), 5U);
     for (const auto& calendar : scene.desktop.calendars())
         EXPECT_TRUE(!calendar.caption.empty() && outside(calendar.caption).empty())

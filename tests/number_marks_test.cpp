@@ -220,8 +220,7 @@ TEST(NumberMarks, WhereThePatternGroupsTheirPlacesDoNotCount) {
     scene.company().put_TotalDebt(1234.5);
     scene.load(scene.entry->get_objCompany());
     ASSERT_EQ(scene.text("txtTotalDebt"), "1.234,50");
-    goTo(scene, "txtTotalDebt");
-    scene.desktop.type("{END}{LEFT 3}9{TAB}");
+    typeAt(scene, "txtTotalDebt", "{END}{LEFT 3}9{TAB}");
     EXPECT_EQ(scene.company().get_TotalDebt(), 12349.5);
     EXPECT_EQ(scene.text("txtTotalDebt"), "12.349,50");
 }
@@ -230,8 +229,7 @@ TEST(NumberMarks, AnUntouchedFigureKeepsItsDigits) {
     MarkScene scene(german);
     scene.company().put_TotalDebt(1234.5678);
     scene.load(scene.entry->get_objCompany());
-    goTo(scene, "txtTotalDebt");
-    scene.desktop.type("{TAB}");
+    typeAt(scene, "txtTotalDebt", "{TAB}");
     EXPECT_EQ(scene.text("txtTotalDebt"), "1234,57");
     EXPECT_EQ(scene.company().get_TotalDebt(), 1234.5678);
     EXPECT_FALSE(scene.entry->get_blnDirty());
@@ -259,8 +257,7 @@ TEST(NumberMarks, TheFilterTakesTheMarkAndNotTheOtherOne) {
     for (const auto& one : cases) {
         SCOPED_TRACE(one.keys);
         MarkScene scene(one.marks);
-        goTo(scene, one.id);
-        scene.desktop.type("^a{DEL}" + std::string(one.keys));
+        typeAt(scene, one.id, "^a{DEL}" + std::string(one.keys));
         EXPECT_EQ(textOf(scene, one.id), one.text);
     }
 }
@@ -270,13 +267,11 @@ TEST(NumberMarks, TheDecimalKeyOfTheKeypadAlwaysGivesTheMark) {
         MarkScene scene(marks);
         const std::string text = std::string("12") + marks.decimal + "5";
         for (const std::string id : {"txtTotalDebt", "txtSales(10)", "txtEPS(0)"}) {
-            goTo(scene, id);
-            scene.desktop.type("^a{DEL}12{DECIMAL}5{DECIMAL}");
+            typeAt(scene, id, "^a{DEL}12{DECIMAL}5{DECIMAL}");
             EXPECT_EQ(textOf(scene, id), text) << id;
         }
         // Beyond figures it types what the keyboard has on it.
-        goTo(scene, "txtName");
-        scene.desktop.type("^a{DEL}a{DECIMAL}b");
+        typeAt(scene, "txtName", "^a{DEL}a{DECIMAL}b");
         EXPECT_EQ(textOf(scene, "txtName"), "a.b");
     }
 }
@@ -294,8 +289,7 @@ TEST(NumberMarks, PricesTurnIntoEighthsAndBack) {
     EXPECT_EQ(scene.text("txtCurrentPrice"), "3,375");
     EXPECT_EQ(scene.company().get_CurrentPrice(), 3.375);
     // What is being typed changes its form too.
-    goTo(scene, "txtCurrentPrice");
-    scene.desktop.type("^a{DEL}4,5");
+    typeAt(scene, "txtCurrentPrice", "^a{DEL}4,5");
     scene.entry->put_FractionDisplay(true);
     EXPECT_EQ(scene.text("txtCurrentPrice"), "4 1/2");
     scene.entry->put_FractionDisplay(false);
@@ -354,8 +348,7 @@ TEST(NumberMarks, EscapeGoesBackBeyondAChange) {
     MarkScene scene(american);
     scene.company().put_TotalDebt(7.25);
     scene.load(scene.entry->get_objCompany());
-    goTo(scene, "txtTotalDebt");
-    scene.desktop.type("^a{DEL}12.5");
+    typeAt(scene, "txtTotalDebt", "^a{DEL}12.5");
     scene.entry->put_NumberMarks(german);
     scene.desktop.type("{ESC}");
     EXPECT_EQ(scene.text("txtTotalDebt"), "7,25");
@@ -372,8 +365,7 @@ TEST(NumberMarks, ARefusedTextIsTriedAgainAsTheFigureItWas) {
     EXPECT_EQ(scene.text("txtEPSProj"), "1,5e400");
     EXPECT_FALSE(markOf(scene, "txtEPSProj").empty());
     EXPECT_EQ(scene.entry->unstoredFields().size(), 1U);
-    goTo(scene, "txtEPSProj");
-    scene.desktop.type("{END}{BS}{BS}{TAB}");
+    typeAt(scene, "txtEPSProj", "{END}{BS}{BS}{TAB}");
     EXPECT_EQ(scene.text("txtEPSProj"), "15000,00");
     EXPECT_TRUE(markOf(scene, "txtEPSProj").empty());
 }

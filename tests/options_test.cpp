@@ -200,8 +200,7 @@ TEST(UnitOption, AFigureTypedBeforeTheSwitchKeepsItsValue) {
     EXPECT_EQ(textOf(scene, "txtTotalDebt"), "123.46");
     EXPECT_EQ(scene.company->get_TotalDebt(), 0.123456);
     // The click itself leaves the field that is still being typed into, in the old unit.
-    goTo(scene, "txtPrefDiv");
-    scene.desktop.type("^a{DEL}1500");
+    typeAt(scene, "txtPrefDiv", "^a{DEL}1500");
     scene.choose("optCurrency", 1);
     EXPECT_EQ(scene.company->get_PrefDiv(), 1.5);
     EXPECT_EQ(textOf(scene, "txtPrefDiv"), "1.50");
@@ -371,15 +370,13 @@ TEST(PriceDisplay, FollowsTheHostsPropertyWithoutAMark) {
 
 TEST(PriceDisplay, KeepsAPriceThatIsBeingTyped) {
     OptionsScene scene;
-    goTo(scene, "txtCurrentPrice");
-    scene.desktop.type("^a{DEL}7.5");
+    typeAt(scene, "txtCurrentPrice", "^a{DEL}7.5");
     scene.entry->put_FractionDisplay(true);
     EXPECT_EQ(scene.text("txtCurrentPrice"), "7 1/2");
     scene.desktop.type("{TAB}");
     EXPECT_EQ(scene.company->get_CurrentPrice(), 7.5);
     // In the grid as well.
-    goTo(scene, "txtHigh(4)");
-    scene.desktop.type("^a{DEL}9 3/8");
+    typeAt(scene, "txtHigh(4)", "^a{DEL}9 3/8");
     scene.entry->put_FractionDisplay(false);
     EXPECT_EQ(textOf(scene, "txtHigh(4)"), "9.375");
     scene.desktop.type("{TAB}");
@@ -399,8 +396,7 @@ TEST(PriceDisplay, KeepsTheDigitsOfAPriceThatIsBeingTyped) {
         for (const auto& one : cases) {
             SCOPED_TRACE(std::string(id) + " " + one.typed);
             OptionsScene scene(datedCompany());
-            goTo(scene, id);
-            scene.desktop.type("^a{DEL}" + keysOf(one.typed));
+            typeAt(scene, id, "^a{DEL}" + keysOf(one.typed));
             scene.entry->put_FractionDisplay(true);
             EXPECT_EQ(textOf(scene, id), one.typed);
             scene.desktop.type("{TAB}");
@@ -440,8 +436,7 @@ TEST(PriceDisplay, HoldsAPriceThatIsBeingTypedAgainstTheStoredOneInTheNewForm) {
             SCOPED_TRACE(std::string(id) + " " + one.behaviour);
             OptionsScene scene(pricedCompany(one.stored));
             scene.entry->put_FractionDisplay(true);
-            goTo(scene, id);
-            scene.desktop.type(one.typed);
+            typeAt(scene, id, one.typed);
             scene.entry->put_FractionDisplay(false);
             EXPECT_EQ(textOf(scene, id), one.typed);
             scene.desktop.type(one.then);
@@ -478,8 +473,7 @@ TEST(PriceDisplay, KeepsATypedPriceApartFromTheStoredOneThatLooksAlike) {
     for (const char* id : {"txtCurrentPrice", "txtHigh(0)"}) {
         SCOPED_TRACE(id);
         OptionsScene scene(pricedCompany(3.13));
-        goTo(scene, id);
-        scene.desktop.type("^a3 1/8");
+        typeAt(scene, id, "^a3 1/8");
         scene.entry->put_FractionDisplay(true); // 3.13 is 3 1/8 there
         EXPECT_EQ(textOf(scene, id), "3 1/8");
         scene.desktop.type("{TAB}");
@@ -497,8 +491,7 @@ TEST(PriceDisplay, LeavesWhatIsTypedInPartAlone) {
             OptionsScene scene(pricedCompany(7));
             scene.entry->put_FractionDisplay(fractions);
             scene.desktop.setClipboardText(typed);
-            goTo(scene, "txtCurrentPrice");
-            scene.desktop.type("^a^v");
+            typeAt(scene, "txtCurrentPrice", "^a^v");
             scene.entry->put_FractionDisplay(!fractions);
             EXPECT_EQ(scene.text("txtCurrentPrice"), typed);
         }
@@ -662,8 +655,7 @@ TEST(CurrencySymbol, StandsBesideEveryMoneyFieldAtEachKeystroke) {
                 }
     };
     expectEverywhere("$");
-    goTo(scene, "txtCurSymbol");
-    scene.desktop.type("C");
+    typeAt(scene, "txtCurSymbol", "C");
     expectEverywhere("C");
     scene.desktop.type("H");
     expectEverywhere("CH");
@@ -710,8 +702,7 @@ TEST(CurrencySymbol, IsSelectedOnEntryAndShownAsItIsTyped) {
 
 TEST(CurrencySymbol, LeavingItUnchangedMarksNothing) {
     OptionsScene scene;
-    goTo(scene, "txtCurSymbol");
-    scene.desktop.type("x{BACKSPACE}${TAB}");
+    typeAt(scene, "txtCurSymbol", "x{BACKSPACE}${TAB}");
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 

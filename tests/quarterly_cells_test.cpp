@@ -151,8 +151,7 @@ TEST_P(EarningsInUnit, BecomeByAnyKeysWhatTheyBecomeInMillions) {
             putElement(*record, "QEPSSeries", i, i == 2 ? -1.23456 : 1.5 + i);
         typed.load(record);
         typed.desktop.setClipboardText("7.25");
-        goTo(typed, "txtEPS(2)");
-        typed.desktop.type(keys);
+        typeAt(typed, "txtEPS(2)", keys);
         if (menuEntry >= 0) {
             typed.desktop.answerNextMenu(menuEntry);
             typed.desktop.rightClick("txtEPS(3)");

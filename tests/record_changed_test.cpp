@@ -87,8 +87,7 @@ TEST_F(RecordChanged, TakesTheFocusFromACellThatTheRecordNoLongerReaches) {
 }
 
 TEST_F(RecordChanged, KeepsWhatIsBeingTypedOverTheFigureThatIsStoredNow) {
-    scene_.desktop.click("txtTotalDebt");
-    scene_.desktop.type("^a{DEL}55");
+    scene_.typeAt("txtTotalDebt", "^a{DEL}55");
     company_->put_TotalDebt(77);
     scene_.entry->recordChanged();
     EXPECT_EQ(scene_.text("txtTotalDebt"), "55");
@@ -99,8 +98,7 @@ TEST_F(RecordChanged, KeepsWhatIsBeingTypedOverTheFigureThatIsStoredNow) {
 }
 
 TEST_F(RecordChanged, StoresATypedTextThatLooksLikeTheFigureThatIsStoredNow) {
-    scene_.desktop.click("txtTotalDebt");
-    scene_.desktop.type("^a{DEL}77.00");
+    scene_.typeAt("txtTotalDebt", "^a{DEL}77.00");
     company_->put_TotalDebt(77.001);
     scene_.entry->recordChanged();
     scene_.desktop.type("{TAB}");
@@ -109,8 +107,7 @@ TEST_F(RecordChanged, StoresATypedTextThatLooksLikeTheFigureThatIsStoredNow) {
 
 TEST_F(RecordChanged, StoresALineBreakBehindANoteThatIsStoredNow) {
     scene_.entry->put_CurrentTab(toOther);
-    scene_.desktop.click("txtNotes");
-    scene_.desktop.type("^a{DEL}abc");
+    scene_.typeAt("txtNotes", "^a{DEL}abc");
     company_->put_Notes("abc");
     scene_.entry->recordChanged();
     scene_.desktop.type("{ENTER}");
@@ -258,8 +255,7 @@ class HistoryKeys : public RecordChanged {
 
 TEST_F(HistoryKeys, AskTheHostWhereTheFieldHasNoEditsOfItsOwn) {
     listen();
-    scene_.desktop.click("txtTotalDebt");
-    scene_.desktop.type("^z^y^+z");
+    scene_.typeAt("txtTotalDebt", "^z^y^+z");
     EXPECT_EQ(asked_, "urr");
     EXPECT_TRUE(scene_.entry->get_blnDirty());
 }
@@ -296,10 +292,8 @@ TEST_F(HistoryKeys, TakeBackAsAWholeWhatTheFieldCanNot) {
 
 TEST_F(HistoryKeys, DoNotBringBackATextThatWasLeft) {
     listen();
-    scene_.desktop.click("txtTotalDebt");
-    scene_.desktop.type("^a{DEL}77{TAB}");
-    scene_.desktop.click("txtTotalDebt");
-    scene_.desktop.type("^z");
+    scene_.typeAt("txtTotalDebt", "^a{DEL}77{TAB}");
+    scene_.typeAt("txtTotalDebt", "^z");
     EXPECT_EQ(scene_.text("txtTotalDebt"), "77.00"); // the host is asked, and has done nothing
     EXPECT_EQ(asked_, "u");
 }
@@ -307,8 +301,7 @@ TEST_F(HistoryKeys, DoNotBringBackATextThatWasLeft) {
 TEST_F(HistoryKeys, ChangeNothingWhereTheHostHasNoStep) {
     listen();
     answer_ = false;
-    scene_.desktop.click("txtTotalDebt");
-    scene_.desktop.type("^z");
+    scene_.typeAt("txtTotalDebt", "^z");
     EXPECT_EQ(asked_, "u");
     EXPECT_FALSE(scene_.entry->get_blnDirty());
 }
@@ -317,8 +310,7 @@ TEST_F(HistoryKeys, AskNobodyUnderTheLock) {
     listen();
     company_->get_Settings()->put(setting::lockBasicInfo, true);
     scene_.entry->recordChanged();
-    scene_.desktop.click("txtTotalDebt");
-    scene_.desktop.type("^z^y");
+    scene_.typeAt("txtTotalDebt", "^z^y");
     scene_.entry->step(HistoryStep::undo);
     EXPECT_EQ(asked_, "");
 }
@@ -326,8 +318,7 @@ TEST_F(HistoryKeys, AskNobodyUnderTheLock) {
 TEST_F(HistoryKeys, ComeBeforeAShortcutOfTheHost) {
     scene_.desktop.addHostShortcut("^z");
     scene_.desktop.addHostShortcut("^y");
-    scene_.desktop.click("txtTotalDebt");
-    scene_.desktop.type("^y");
+    scene_.typeAt("txtTotalDebt", "^y");
     EXPECT_EQ(scene_.desktop.hostShortcutsFired(), 1); // nobody listens: the host's
     listen();
     scene_.desktop.type("^y^z");

@@ -718,31 +718,21 @@ TEST(DatePicking, APickedDateIsStoredWhenTheFieldIsLeft) {
         }
 }
 
-TEST(DatePicking, ADayOfTheStoredMonthIsStoredInPlaceOfARefusedText) {
-    EntryScene scene;
-    scene.entry->put_DateFormat("MMM YYYY");
-    const auto company = fullCompany();
-    company->put_LastUpdate(*makeDate(2005, 12, 31));
-    scene.load(company);
-    typeOver(scene, "txtLastUpdate", "soon");
-    scene.desktop.answerNextDate(*makeDate(2005, 12, 15));
-    goTo(scene, "txtLastUpdate");
-    scene.desktop.type("{F4}{TAB}");
-    EXPECT_EQ(company->get_LastUpdate(), makeDate(2005, 12, 15));
-    EXPECT_EQ(markOf(scene, "txtLastUpdate"), "");
-}
-
-TEST(DatePicking, ADayOfTheStoredMonthIsStoredInPlaceOfATypedText) {
-    EntryScene scene;
-    scene.entry->put_DateFormat("MMM YYYY");
-    const auto company = fullCompany();
-    company->put_LastUpdate(*makeDate(2005, 12, 31));
-    scene.load(company);
-    scene.desktop.answerNextDate(*makeDate(2005, 12, 15));
-    goTo(scene, "txtLastUpdate");
-    scene.desktop.type("^a{DEL}soon{F4}{TAB}");
-    EXPECT_EQ(company->get_LastUpdate(), makeDate(2005, 12, 15));
-    EXPECT_EQ(markOf(scene, "txtLastUpdate"), "");
+TEST(DatePicking, ADayOfTheStoredMonthIsStoredInPlaceOfATextThatIsNoDate) {
+    for (const bool isRefusedBefore : {true, false}) {
+        SCOPED_TRACE(isRefusedBefore);
+        EntryScene scene;
+        scene.entry->put_DateFormat("MMM YYYY");
+        const auto company = fullCompany();
+        company->put_LastUpdate(*makeDate(2005, 12, 31));
+        scene.load(company);
+        if (isRefusedBefore)
+            typeOver(scene, "txtLastUpdate", "soon");
+        scene.desktop.answerNextDate(*makeDate(2005, 12, 15));
+        typeAt(scene, "txtLastUpdate", isRefusedBefore ? "{F4}{TAB}" : "^a{DEL}soon{F4}{TAB}");
+        EXPECT_EQ(company->get_LastUpdate(), makeDate(2005, 12, 15));
+        EXPECT_EQ(markOf(scene, "txtLastUpdate"), "");
+    }
 }
 
 TEST(DatePicking, CancelLeavesTextAndRecord) {
@@ -767,8 +757,7 @@ TEST(DatePicking, CancelLeavesTextAndRecord) {
 TEST(DatePicking, CancelLeavesAHalfTypedText) {
     EntryScene scene;
     scene.load(fullCompany());
-    scene.desktop.click("txtLastUpdate");
-    scene.desktop.type("^a{DEL}1/2");
+    scene.typeAt("txtLastUpdate", "^a{DEL}1/2");
     scene.desktop.answerNextDate(std::nullopt);
     scene.desktop.type("{F4}");
     EXPECT_EQ(textOf(scene, "txtLastUpdate"), "1/2");
@@ -813,8 +802,7 @@ TEST(DatePicking, NoDateStartsAtToday) {
             SCOPED_TRACE(std::string(row.field) + " " + typed);
             EntryScene scene;
             scene.load(fullCompany());
-            goTo(scene, row.field);
-            scene.desktop.type(std::string("^a{DEL}") + typed);
+            typeAt(scene, row.field, std::string("^a{DEL}") + typed);
             scene.desktop.doubleClick(row.field);
             ASSERT_EQ(scene.desktop.calendars().size(), 1U);
             EXPECT_EQ(scene.desktop.calendars()[0].shown, *makeDate(2026, 11, 21));
@@ -826,8 +814,7 @@ TEST(DatePicking, ATypedDateIsWhereTheCalendarStarts) {
     for (const auto& row : dateFields) {
         EntryScene scene;
         scene.load(fullCompany());
-        goTo(scene, row.field);
-        scene.desktop.type("^a{DEL}5/17/2024");
+        typeAt(scene, row.field, "^a{DEL}5/17/2024");
         scene.desktop.type("{F4}");
         EXPECT_EQ(scene.desktop.calendars()[0].shown, *makeDate(2024, 5, 17)) << row.field;
     }
@@ -942,8 +929,7 @@ TEST(DatePicking, ALastQuarterThatIsTakenIsAChange) {
     scene.desktop.type("{F4}{TAB}");
     EXPECT_TRUE(scene.entry->get_blnDirty());
     scene.entry->put_blnDirty(false);
-    goTo(scene, "txtLastQDate");
-    scene.desktop.type("{F4}"); // nothing is picked
+    typeAt(scene, "txtLastQDate", "{F4}"); // nothing is picked
     scene.entry->put_blnDirty(true);
     scene.desktop.type("{TAB}");
     EXPECT_TRUE(scene.entry->get_blnDirty()) << "by the host";
@@ -958,8 +944,7 @@ TEST(DatePicking, ADateIsForTheRecordThatItWasPickedFor) {
         scene.entry->stateChanged = nullptr;
         scene.load(other);
     };
-    scene.desktop.click("txtName");
-    scene.desktop.type("A");
+    scene.typeAt("txtName", "A");
     scene.desktop.answerNextMenu("Pick a Date...");
     scene.desktop.answerNextDate(*makeDate(2026, 2, 28));
     scene.desktop.rightClick("lblLabel(5)"); // the name is left behind the calendar

@@ -211,8 +211,7 @@ TEST(GridCells, ReadNegativesFractionsAndPastedFigures) {
             EXPECT_NE(markOf(scene, id).find(leftOut), std::string::npos);
             EXPECT_EQ(textOf(scene, id).empty(), value == 0);
             // It stands while nobody types.
-            goTo(scene, id);
-            scene.desktop.type("{TAB}");
+            typeAt(scene, id, "{TAB}");
             EXPECT_EQ(elementOf(*company, column.first, elementOfRow(column, 3)), value);
         }
 }
@@ -348,8 +347,7 @@ TEST(GridCells, TheFourNewestEarningsAreSummedAtOnce) {
     typeOver(scene, "txtEPS(0)", "0.2");
     EXPECT_EQ(company->get_Last4QEPS(), 0.5);
     EXPECT_EQ(scene.text("txtLast4QEPS"), "0.50");
-    goTo(scene, "txtEPS(2)");
-    scene.desktop.type("-0.15~");
+    typeAt(scene, "txtEPS(2)", "-0.15~");
     EXPECT_EQ(company->get_Last4QEPS(), 0.25);
     EXPECT_EQ(scene.desktop.focusedId(), "txtEPS(3)");
 }
@@ -366,8 +364,7 @@ TEST(GridKeys, EnterAndArrowsWalkDownAColumnAndIntoTheNext) {
         const bool hasLeft = i > 0 && columns[i - 1].yearly == column.yearly;
         const bool hasRight = i + 1 < std::size(columns) && columns[i + 1].yearly == column.yearly;
         const auto press = [&](int row, const char* keys) {
-            goTo(scene, cellId(column.cells, row));
-            scene.desktop.type(keys);
+            typeAt(scene, cellId(column.cells, row), keys);
             return scene.desktop.focusedId();
         };
         SCOPED_TRACE(column.cells);

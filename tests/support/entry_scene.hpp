@@ -71,10 +71,13 @@ struct EntryScene {
         return field(name, index).text();
     }
 
-    // Clicks into a field, types over what it shows, and leaves it with Tab.
-    void enter(std::string_view id, std::string_view keys) {
+    void typeAt(std::string_view id, std::string_view keys) {
         desktop.click(id);
-        desktop.type("^a{DEL}" + std::string(keys) + "{TAB}");
+        desktop.type(keys);
+    }
+    // Types over what a field shows, and leaves it with Tab.
+    void enter(std::string_view id, std::string_view keys) {
+        typeAt(id, "^a{DEL}" + std::string(keys) + "{TAB}");
     }
 };
 

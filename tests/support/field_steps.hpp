@@ -50,16 +50,19 @@ inline void goTo(EntryScene& scene, std::string_view id) {
     scene.desktop.click(id);
 }
 
+inline void typeAt(EntryScene& scene, std::string_view id, std::string_view keys) {
+    show(scene, id);
+    scene.typeAt(id, keys);
+}
+
 // Empties the field, types and leaves with Tab.
 inline void typeOver(EntryScene& scene, std::string_view id, std::string_view text) {
-    goTo(scene, id);
-    scene.desktop.type("^a{DEL}" + keysOf(text) + "{TAB}");
+    typeAt(scene, id, "^a{DEL}" + keysOf(text) + "{TAB}");
 }
 
 inline void pasteOver(EntryScene& scene, std::string_view id, std::string_view text) {
     scene.desktop.setClipboardText(std::string(text));
-    goTo(scene, id);
-    scene.desktop.type("^a{DEL}^v{TAB}");
+    typeAt(scene, id, "^a{DEL}^v{TAB}");
 }
 
 inline std::string textOf(const EntryScene& scene, std::string_view id) {
