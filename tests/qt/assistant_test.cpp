@@ -3,6 +3,7 @@
 #include "host/help_pages.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/support/elements.hpp"
 
 #include <QLabel>
 #include <QPixmap>
@@ -189,11 +190,8 @@ TEST_F(AssistantTest, TheComingYearIsPartOfTheHistoryOnceItHasAFigure) {
     CompanyWindow& window = open(*host_, "AAPL");
     Assistant& assistant = ask(window, doYDividend);
     EXPECT_EQ(chart(assistant).history().periods.size(), 10);
-    edit(window, [](iVKR_Company& company) {
-        Variant dividends = company.get_YDividendSeries();
-        dividends.array().setNumber(0, 1.08);
-        company.put_YDividendSeries(dividends);
-    });
+    edit(window,
+         [](iVKR_Company& company) { test::putElement(company, Datum::YDividendSeries, 0, 1.08); });
     ask(window, doYDividend);
     EXPECT_EQ(chart(assistant).history().periods.size(), 11);
     EXPECT_TRUE(chart(assistant).accessibleDescription().endsWith("coming fiscal year 2026: 1.08"));
@@ -268,10 +266,8 @@ TEST_F(AssistantTest, FiguresAtTheEndsOfTheRangeArePainted) {
     CompanyWindow& window = open(*host_, "AAPL");
     for (const double figure : {1.7e308, 5e-324, -1.7e308, 1e-9}) {
         edit(window, [&](iVKR_Company& company) {
-            Variant revenue = company.get_YRevenueSeries();
-            revenue.array().setNumber(1, figure);
-            revenue.array().setNumber(2, -figure);
-            company.put_YRevenueSeries(revenue);
+            test::putElement(company, Datum::YRevenueSeries, 1, figure);
+            test::putElement(company, Datum::YRevenueSeries, 2, -figure);
         });
         EXPECT_FALSE(ask(window, doYRevenue).grab().isNull()) << figure;
     }

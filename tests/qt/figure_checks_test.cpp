@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "control/vkr_data_entry.hpp"
 #include "host/figure_checks.hpp"
 #include "host/findings_panel.hpp"
 #include "host/history_chart.hpp"
 #include "tests/qt/host_fixture.hpp"
+#include "tests/support/elements.hpp"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QListWidget>
 #include <QToolButton>
@@ -29,11 +28,6 @@ class FigureChecksTest : public HostTest {
                 return dynamic_cast<const TextField&>(*control);
         throw std::runtime_error("no field " + std::string(id));
     }
-    static std::string focused(CompanyWindow& window) {
-        return window.entry().component().form().activeControl()->id();
-    }
-    // What was to happen after the event under way.
-    static void settle() { QApplication::processEvents(); }
 
     // A loss of a year whose earnings are a gain.
     CompanyWindow& openWithASlip() {
@@ -101,7 +95,7 @@ TEST_F(FigureChecksTest, WhatIsTypedAtTheFigureTakesItsPlace) {
         user_.press(Qt::Key_Return);
         user_.type("5.61");
         user_.press(Qt::Key_Tab);
-        EXPECT_EQ(readSeries(*window.record(), Datum::YEPSSeries).array().number(5), 5.61);
+        EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 5), 5.61);
         window.discard();
         settle();
     }
@@ -182,7 +176,7 @@ TEST_F(FigureChecksTest, NeverKeepAnybodyFromSaving) {
     const Answers answers({});
     click(window, "cmdOK");
     EXPECT_TRUE(host_->windows().isEmpty());
-    EXPECT_EQ(readSeries(*stored(*host_, "AAPL"), Datum::YEPSSeries).array().number(5), 56.1);
+    EXPECT_EQ(test::elementOf(*stored(*host_, "AAPL"), Datum::YEPSSeries, 5), 56.1);
 }
 
 // A hidden row is looked at as it would be saved, not as it was before the figure above it changed.
@@ -201,7 +195,7 @@ TEST_F(FigureChecksTest, WhoCalledItRightStandsInTheHistory) {
     settle();
     user_.press(Qt::Key_L, Qt::ControlModifier);
     user_.click(control(window, "itIsRight"));
-    window.findChild<QAction*>("history")->trigger();
+    action(window, "history").trigger();
     auto& tree = *window.findChild<QTreeWidget*>("changes");
     ASSERT_EQ(tree.topLevelItemCount(), 2);
     const QTreeWidgetItem& said = *tree.topLevelItem(0);

@@ -253,9 +253,7 @@ TEST_F(HostFilingsTest, UnderTheLockNothingIsImported) {
 
 TEST_F(HostFilingsTest, TheMenuLeadsToIt) {
     CompanyWindow& window = open(*host_, "AAPL");
-    const auto* action = window.findChild<QAction*>("importFilings");
-    ASSERT_NE(action, nullptr);
-    EXPECT_EQ(action->text().remove(u'&'), "Import from Filings...");
+    EXPECT_EQ(action(window, "importFilings").text().remove(u'&'), "Import from Filings...");
 }
 
 } // namespace vkr

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "control/vkr_data_entry.hpp"
 #include "host/workspace.hpp"
 #include "source_folder.hpp"
 #include "tools/event_driver.hpp"
 
+#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QMessageBox>
@@ -17,6 +19,8 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <ostream>
+#include <stdexcept>
+#include <string>
 
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
@@ -108,6 +112,18 @@ class HostTest : public testing::Test {
             throw std::runtime_error(std::string("no control ") + name);
         return *found;
     }
+    static QAction& action(CompanyWindow& window, const char* name) {
+        auto* found = window.findChild<QAction*>(name);
+        if (found == nullptr)
+            throw std::runtime_error(std::string("no action ") + name);
+        return *found;
+    }
+    // Which field of the form has the focus, or gets it with the window.
+    static std::string focused(CompanyWindow& window) {
+        return window.entry().component().form().activeControl()->id();
+    }
+    // What was to happen after the event under way.
+    static void settle() { QApplication::processEvents(); }
 
     CompanyWindow& open(Workspace& host, const char* symbol) {
         CompanyWindow* window = host.openCompany(idOf(host, symbol));

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The history of a company and of a figure, as the host shows it.
-#include "control/vkr_data_entry.hpp"
 #include "host/assistant.hpp"
 #include "host/history_window.hpp"
 #include "tests/qt/host_fixture.hpp"
+#include "tests/support/elements.hpp"
 
-#include <QAction>
 #include <QComboBox>
 #include <QLabel>
 #include <QSqlDatabase>
@@ -25,7 +24,7 @@ class HostHistory : public HostTest {
                   std::nullopt);
     }
     static HistoryWindow& shownHistory(CompanyWindow& window) {
-        window.findChild<QAction*>("history")->trigger();
+        action(window, "history").trigger();
         auto* history = window.findChild<HistoryWindow*>();
         EXPECT_NE(history, nullptr);
         EXPECT_TRUE(history->isVisible());
@@ -44,21 +43,21 @@ class HostHistory : public HostTest {
 };
 
 TEST_F(HostHistory, TellsThatSamplesWereImported) {
-    CompanyWindow* window = host_->openCompany(idOf(*host_, "AAPL"));
-    HistoryWindow& history = shownHistory(*window);
+    CompanyWindow& window = open(*host_, "AAPL");
+    HistoryWindow& history = shownHistory(window);
     ASSERT_EQ(changes(history).topLevelItemCount(), 1);
     const QTreeWidgetItem* group = changes(history).topLevelItem(0);
     EXPECT_EQ(group->text(2), "Import of AAPL");
     EXPECT_GT(group->childCount(), 200);
     EXPECT_EQ(group->child(0)->text(5), "imported from AAPL-company.csv");
-    window->discard();
+    window.discard();
 }
 
 TEST_F(HostHistory, TellsWhatWasTypedAndFiltersIt) {
-    CompanyWindow* window = host_->openCompany(idOf(*host_, "AAPL"));
-    change(*window, Datum::City, "Graz");
-    ASSERT_TRUE(window->save());
-    HistoryWindow& history = shownHistory(*window);
+    CompanyWindow& window = open(*host_, "AAPL");
+    change(window, Datum::City, "Graz");
+    ASSERT_TRUE(window.save());
+    HistoryWindow& history = shownHistory(window);
     ASSERT_EQ(changes(history).topLevelItemCount(), 3);
     EXPECT_EQ(changes(history).topLevelItem(0)->text(2), "Worked out when it was saved");
     const QTreeWidgetItem* group = changes(history).topLevelItem(1);
@@ -69,65 +68,64 @@ TEST_F(HostHistory, TellsWhatWasTypedAndFiltersIt) {
     EXPECT_EQ(changes(history).topLevelItemCount(), 1);
     chooseText(history, "figure", "City");
     EXPECT_EQ(changes(history).topLevelItem(0)->text(2), "Import of AAPL");
-    window->discard();
+    window.discard();
 }
 
 // Today's tax rate: imported, and not what net and pre-tax income give.
 TEST_F(HostHistory, AnImportedTaxRateIsWhatItWasAfterOk) {
     const std::int64_t id = idOf(*host_, "AAPL");
     auto record = host_->store().load(id).value().record;
-    Variant rates = record->get_YTaxRateSeries();
-    rates.array().setNumber(2, 18.1);
-    record->put_YTaxRateSeries(rates);
+    test::putElement(*record, Datum::YTaxRateSeries, 2, 18.1);
     SaveAccount account;
     account.rest = {Origin::imported, "Import", "0001-24-5"};
     ASSERT_TRUE(host_->store().save(id, *record, 1, account));
-    CompanyWindow* window = host_->openCompany(id);
-    change(*window, Datum::City, "Graz");
-    ASSERT_TRUE(window->save());
+    CompanyWindow& window = open(*host_, "AAPL");
+    change(window, Datum::City, "Graz");
+    ASSERT_TRUE(window.save());
     const auto saved = host_->store().load(id).value();
     EXPECT_EQ(saved.record->get_City(), "Graz");
-    EXPECT_EQ(saved.record->get_YTaxRateSeries().array().number(2), 18.1);
+    EXPECT_EQ(test::elementOf(*saved.record, Datum::YTaxRateSeries, 2), 18.1);
     EXPECT_EQ(saved.origins.of(Datum::YTaxRateSeries, 2).document, "0001-24-5");
     // On screen it is what it was, too, also where the window stays open and saves again.
-    EXPECT_EQ(window->record()->get_YTaxRateSeries().array().number(2), 18.1);
-    change(*window, Datum::City, "Wien");
-    ASSERT_TRUE(window->save());
-    EXPECT_EQ(host_->store().load(id).value().record->get_YTaxRateSeries().array().number(2), 18.1);
-    window->discard();
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YTaxRateSeries, 2), 18.1);
+    change(window, Datum::City, "Wien");
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(test::elementOf(*host_->store().load(id).value().record, Datum::YTaxRateSeries, 2),
+              18.1);
+    window.discard();
 }
 
 // What it follows from is edited, saved, and taken back after that.
 TEST_F(HostHistory, AnImportedTaxRateComesBackWithItsOrigin) {
     const std::int64_t id = idOf(*host_, "AAPL");
-    CompanyWindow* window = host_->openCompany(id);
-    const double imported = window->record()->get_YTaxRateSeries().array().number(2);
-    const double income = window->record()->get_YPTISeries().array().number(2);
-    const FigureOrigins before = window->origins();
+    CompanyWindow& window = open(*host_, "AAPL");
+    const double imported = test::elementOf(*window.record(), Datum::YTaxRateSeries, 2);
+    const double income = test::elementOf(*window.record(), Datum::YPTISeries, 2);
+    const FigureOrigins before = window.origins();
     ASSERT_EQ(before.of(Datum::YTaxRateSeries, 2).origin, Origin::imported);
     const std::vector<DatumChange> changes = {{Datum::YPTISeries, 2, income, income * 2}};
-    ASSERT_EQ(window->entry().component().changeRecord(changes, {Origin::typed, "", ""}),
+    ASSERT_EQ(window.entry().component().changeRecord(changes, {Origin::typed, "", ""}),
               std::nullopt);
-    ASSERT_TRUE(window->save());
-    EXPECT_NE(window->record()->get_YTaxRateSeries().array().number(2), imported);
-    EXPECT_EQ(window->origins().of(Datum::YTaxRateSeries, 2).origin, Origin::derived);
-    window->entry().component().step(HistoryStep::undo);
-    EXPECT_EQ(window->record()->get_YTaxRateSeries().array().number(2), imported);
-    ASSERT_TRUE(window->save());
+    ASSERT_TRUE(window.save());
+    EXPECT_NE(test::elementOf(*window.record(), Datum::YTaxRateSeries, 2), imported);
+    EXPECT_EQ(window.origins().of(Datum::YTaxRateSeries, 2).origin, Origin::derived);
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YTaxRateSeries, 2), imported);
+    ASSERT_TRUE(window.save());
     const auto saved = host_->store().load(id).value();
-    EXPECT_EQ(saved.record->get_YTaxRateSeries().array().number(2), imported);
+    EXPECT_EQ(test::elementOf(*saved.record, Datum::YTaxRateSeries, 2), imported);
     EXPECT_EQ(saved.origins.of(Datum::YTaxRateSeries, 2), before.of(Datum::YTaxRateSeries, 2));
     EXPECT_EQ(saved.origins.of(Datum::YPTISeries, 2), before.of(Datum::YPTISeries, 2));
-    window->discard();
+    window.discard();
 }
 
 TEST_F(HostHistory, RestoresAStateAsAChangeThatIsNotSavedYet) {
     const std::int64_t id = idOf(*host_, "AAPL");
-    CompanyWindow* window = host_->openCompany(id);
-    const std::string city = window->record()->get_City();
-    change(*window, Datum::City, "Graz");
-    ASSERT_TRUE(window->save());
-    HistoryWindow& history = shownHistory(*window);
+    CompanyWindow& window = open(*host_, "AAPL");
+    const std::string city = window.record()->get_City();
+    change(window, Datum::City, "Graz");
+    ASSERT_TRUE(window.save());
+    HistoryWindow& history = shownHistory(window);
     const int entries = changes(history).topLevelItemCount();
     changes(history).setCurrentItem(changes(history).topLevelItem(entries - 1));
     {
@@ -136,45 +134,45 @@ TEST_F(HostHistory, RestoresAStateAsAChangeThatIsNotSavedYet) {
         EXPECT_TRUE(history.isVisible());
         EXPECT_TRUE(answers.allGiven());
     }
-    EXPECT_EQ(window->record()->get_City(), city);
-    EXPECT_TRUE(window->isWindowModified());
+    EXPECT_EQ(window.record()->get_City(), city);
+    EXPECT_TRUE(window.isWindowModified());
     EXPECT_EQ(host_->store().load(id).value().record->get_City(), "Graz");
-    ASSERT_TRUE(window->save());
+    ASSERT_TRUE(window.save());
     EXPECT_EQ(host_->store().load(id).value().record->get_City(), city);
     EXPECT_GT(changes(history).topLevelItemCount(), entries) << "and is in the list by now";
-    window->discard();
+    window.discard();
 }
 
 TEST_F(HostHistory, OfANewCompanyBeginsWhenItIsSaved) {
-    CompanyWindow* window = host_->newCompany();
+    CompanyWindow& window = *host_->newCompany();
     {
         const Answers answers({"OK"});
-        window->findChild<QAction*>("history")->trigger();
+        action(window, "history").trigger();
         EXPECT_TRUE(answers.allGiven());
     }
-    EXPECT_EQ(window->findChild<HistoryWindow*>(), nullptr);
-    window->discard();
+    EXPECT_EQ(window.findChild<HistoryWindow*>(), nullptr);
+    window.discard();
 }
 
 TEST_F(HostHistory, OfAFigureIsAskedForInTheAssistant) {
-    CompanyWindow* window = host_->openCompany(idOf(*host_, "AAPL"));
-    emit window->entry().assistant(doTotalDebt, QString());
-    auto* assistant = window->findChild<Assistant*>();
+    CompanyWindow& window = open(*host_, "AAPL");
+    emit window.entry().assistant(doTotalDebt, QString());
+    auto* assistant = window.findChild<Assistant*>();
     ASSERT_NE(assistant, nullptr);
     EXPECT_EQ(assistant->findChild<QLabel*>("origin")->text(),
               "Where it comes from: imported from AAPL-company.csv");
     assistant->findChild<QPushButton*>("history")->click();
-    auto* history = window->findChild<HistoryWindow*>();
+    auto* history = window.findChild<HistoryWindow*>();
     ASSERT_NE(history, nullptr);
     EXPECT_EQ(history->findChild<QComboBox*>("figure")->currentText(), "Total Debt");
     ASSERT_EQ(changes(*history).topLevelItemCount(), 1);
     EXPECT_EQ(changes(*history).topLevelItem(0)->childCount(), 1);
-    window->discard();
+    window.discard();
 }
 
 TEST_F(HostHistory, IsBoundedAfterAQuestion) {
-    CompanyWindow* window = host_->openCompany(idOf(*host_, "AAPL"));
-    HistoryWindow& history = shownHistory(*window);
+    CompanyWindow& window = open(*host_, "AAPL");
+    HistoryWindow& history = shownHistory(window);
     {
         const Answers answers({"Cancel", "Keep 20"});
         chooseText(history, "limit", "20 saves");
@@ -184,7 +182,7 @@ TEST_F(HostHistory, IsBoundedAfterAQuestion) {
         EXPECT_TRUE(answers.allGiven());
     }
     EXPECT_EQ(host_->store().historyLimit().value(), 20);
-    window->discard();
+    window.discard();
 }
 
 TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
@@ -199,15 +197,15 @@ TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
     }
     QSqlDatabase::removeDatabase("damage");
     const Answers answers({"Show What Was Saved"});
-    CompanyWindow* window = host_->openCompany(id);
+    CompanyWindow& window = open(*host_, "AAPL");
     EXPECT_TRUE(answers.allGiven());
     ASSERT_EQ(answers.told().size(), 1);
     EXPECT_TRUE(answers.told().front().contains("TotalDebt was saved as"));
-    EXPECT_EQ(window->record()->get_TotalDebt(), debt);
-    EXPECT_TRUE(window->isWindowModified());
-    ASSERT_TRUE(window->save());
+    EXPECT_EQ(window.record()->get_TotalDebt(), debt);
+    EXPECT_TRUE(window.isWindowModified());
+    ASSERT_TRUE(window.save());
     EXPECT_EQ(host_->store().check(id).value(), std::nullopt);
-    window->discard();
+    window.discard();
 }
 
 // --- saved anew, beside or in place of a company that others have changed or deleted -----------
@@ -286,7 +284,7 @@ TEST_P(HostHistoryOfACopy, BeginsWhenItIsSaved) {
         EXPECT_FALSE(mine.save());
         EXPECT_EQ(mine.id(), std::nullopt);
         EXPECT_EQ(mine.findChild<HistoryWindow*>(), nullptr) << "that of the other company";
-        mine.findChild<QAction*>("history")->trigger();
+        action(mine, "history").trigger();
         EXPECT_TRUE(answers.allGiven());
         EXPECT_TRUE(answers.told().value(2).contains("has no history yet."));
     }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "control/vkr_data_entry.hpp"
 #include "host_fixture.hpp"
 
-#include <QAction>
 #include <QDir>
 #include <QMenu>
 #include <QMenuBar>
@@ -12,9 +10,6 @@ namespace {
 
 class HostUndo : public HostTest {
   protected:
-    static QAction& action(CompanyWindow& window, const char* name) {
-        return *window.findChild<QAction*>(QLatin1String(name));
-    }
     static QString menuText(CompanyWindow& window, const char* name) {
         QMenu* shown = nullptr;
         for (QAction* menu : window.menuBar()->actions())
@@ -31,9 +26,6 @@ class HostUndo : public HostTest {
         return QDir(home_.path()).entryList({"companies.vkr.unsaved-*"}, QDir::Files);
     }
     static double debt(CompanyWindow& window) { return window.record()->get_TotalDebt(); }
-    static std::string focused(CompanyWindow& window) {
-        return window.entry().component().form().activeControl()->id();
-    }
     // As a program leaves it that is killed while this window is open.
     void killWith(CompanyWindow& window) {
         const QStringList files = unsavedFiles();

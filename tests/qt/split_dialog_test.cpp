@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "control/vkr_data_entry.hpp"
 #include "host/split_dialog.hpp"
 #include "tests/qt/host_fixture.hpp"
+#include "tests/support/elements.hpp"
 
-#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableWidget>
@@ -13,9 +12,6 @@ namespace {
 
 class SplitDialogTest : public HostTest {
   protected:
-    static double at(CompanyWindow& window, Datum series, int element) {
-        return readSeries(*window.record(), series).array().number(element);
-    }
     // What is done with the dialog when it is up.
     static void whenUp(const std::function<void(SplitDialog&)>& act) {
         QTimer::singleShot(0, [act] {
@@ -26,7 +22,7 @@ class SplitDialogTest : public HostTest {
                 dialog->reject();
         });
     }
-    static void choose(CompanyWindow& window) { window.findChild<QAction*>("split")->trigger(); }
+    static void choose(CompanyWindow& window) { action(window, "split").trigger(); }
     static void fill(SplitDialog& dialog, const char* ratio, const char* date) {
         dialog.findChild<QLineEdit*>("ratio")->setText(ratio);
         dialog.findChild<QLineEdit*>("effective")->setText(date);
@@ -55,7 +51,7 @@ TEST_F(SplitDialogTest, ShowsEveryFigureBeforeAndAfter) {
         EXPECT_EQ(table(dialog).item(row, 3)->text(), "0.7425");
     });
     choose(window);
-    EXPECT_EQ(at(window, Datum::YEPSSeries, 7), 2.97) << "it was given up";
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 7), 2.97) << "it was given up";
     EXPECT_FALSE(window.isWindowModified());
 }
 
@@ -70,10 +66,10 @@ TEST_F(SplitDialogTest, AdjustsWhatIsTicked) {
         adjust(dialog).click();
     });
     choose(window);
-    EXPECT_EQ(at(window, Datum::YEPSSeries, 7), 2.97);
-    EXPECT_EQ(at(window, Datum::YEPSSeries, 8), 0.745);
-    EXPECT_EQ(at(window, Datum::YCSOSeries, 7), 74382.604);
-    EXPECT_EQ(at(window, Datum::YEPSSeries, 6), 3.28);
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 7), 2.97);
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 8), 0.745);
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YCSOSeries, 7), 74382.604);
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 6), 3.28);
     EXPECT_TRUE(window.isWindowModified());
     const auto& cell = window.entry().component().form().get<TextBox>("txtYEPS", 2);
     EXPECT_EQ(cell.text().substr(0, 3), "0.7") << "and shows it";
@@ -103,7 +99,7 @@ TEST_F(SplitDialogTest, IsRefusedWhileTheDataIsLocked) {
     choose(window);
     EXPECT_TRUE(answers.allGiven());
     EXPECT_NE(answers.told().value(0).indexOf("locked"), -1);
-    EXPECT_EQ(at(window, Datum::YEPSSeries, 7), 2.97);
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 7), 2.97);
 }
 
 } // namespace
