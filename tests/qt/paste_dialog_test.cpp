@@ -32,6 +32,7 @@ class Preview final : public PasteForm {
     std::vector<PasteSwitch> given = {{"&Turn", {}, 1, true},
                                       {"&Reverse", {}, 0, false},
                                       {"&Unit:", {"As shown", "Thousands"}, 0, true}};
+    std::size_t kept = 1; // lines, when a switch is turned
     std::string ok = "&Paste 2 Figures";
     std::vector<std::string> log;
     bool open = true;
@@ -44,7 +45,7 @@ class Preview final : public PasteForm {
         log.push_back(std::to_string(index) + "=" + std::to_string(chosen));
         given[static_cast<std::size_t>(index)].chosen = chosen;
         given[1].enabled = true;
-        shown.resize(1);
+        shown.resize(kept);
         ok = "&Paste One Figure";
     }
     const std::string& summary() const override { return summary_; }
@@ -143,9 +144,9 @@ TEST(PasteDialog, IsReadableOnLightAndDark) {
         dialog.setPalette(palette);
         auto* lines = dialog.findChild<QTableWidget*>("pasteLines");
         lines->setPalette(palette);
-        form.setSwitch(0, 1);
-        form.shown = Preview().shown;
-        dialog.findChild<QCheckBox*>("pasteSwitch0")->toggle();
+        form.kept = form.shown.size();
+        dialog.findChild<QCheckBox*>("pasteSwitch0")->toggle(); // which fills the list anew
+        ASSERT_EQ(lines->rowCount(), 3);
         for (int row = 0; row < lines->rowCount(); ++row)
             for (int column = 0; column < lines->columnCount(); ++column)
                 EXPECT_GE(contrast(lines->item(row, column)->foreground().color(), base),
@@ -154,8 +155,7 @@ TEST(PasteDialog, IsReadableOnLightAndDark) {
     }
 }
 
-// --- in the widget, with the desktop's own clipboard and pointer
-// -----------------------------------
+// --- in the widget, with the desktop's own clipboard and pointer ---------------------------------
 
 class PastedBlock : public testing::Test {
   protected:

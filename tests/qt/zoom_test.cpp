@@ -135,6 +135,7 @@ TEST_F(Zoom, CutsNoCaptionOff) {
 TEST_F(Zoom, ScalesTheMarksOfOptionsAndCheckBoxes) {
     entry->setCurrentTab(toOptions);
     const auto mark = [&] {
+    EXPECT_EQ(cell->font().stretch(), entry->formView().font().stretch());
         const auto* option = native<QWidget>("optCurrency", 0);
         return option->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, option);
     };
@@ -161,10 +162,11 @@ TEST_F(Zoom, KeepsWhatIsBeingTyped) {
 TEST_F(Zoom, AFigureThatWasCondensedIsNoLongerWhereThereIsRoom) {
     entry->setCurrentTab(toYearly);
     auto* cell = native("txtSales", 9);
-    static_cast<TextField*>(form().find("txtSales", 9))->setText("123456789012.34");
+    auto& figure = form().get<TextField>("txtSales", 9);
+    figure.setText("123456789012.34");
     EXPECT_GT(cell->font().stretch(), 0);
     EXPECT_LT(cell->font().stretch(), 100);
-    static_cast<TextField*>(form().find("txtSales", 9))->setText("1.00");
+    figure.setText("1.00");
     entry->setZoom(200);
     EXPECT_EQ(cell->font().pixelSize(), 22);
 }
