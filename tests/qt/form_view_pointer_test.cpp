@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/qt/support/form_scene.hpp"
+#include "tests/qt/support/wheel.hpp"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -9,20 +10,12 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTabBar>
-#include <QWheelEvent>
 
 namespace vkr {
 namespace {
 
 class FormViewPointer : public FormScene {
   protected:
-    static void turn(QWidget* widget, int angle) {
-        const QPointF place = widget->rect().center();
-        QWheelEvent event(place, widget->mapToGlobal(place), {}, {0, angle}, Qt::NoButton, {},
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(widget, &event);
-        accepted = event.isAccepted();
-    }
     // A press at one place, moves, and the release at another.
     static void drag(QWidget* widget, QPoint from, QPoint to) {
         QTest::mousePress(widget, Qt::LeftButton, {}, from);
@@ -33,7 +26,6 @@ class FormViewPointer : public FormScene {
         }
         QTest::mouseRelease(widget, Qt::LeftButton, {}, to);
     }
-    inline static bool accepted = false;
 };
 
 TEST_F(FormViewPointer, AButtonHearsOfThePressBeforeTheFieldIsLeft) {
@@ -335,7 +327,7 @@ TEST_F(FormViewPointer, TheWheelChangesNothingWithoutTheFocus) {
     for (QWidget* widget : {native(*exchange), static_cast<QWidget*>(line(*exchange)),
                             native(*options[0]), native(*spinner), native(*bar), native(*price),
                             native(*label), static_cast<QWidget*>(view)})
-        turn(widget, -120);
+        turnWheel(*widget, -120);
     EXPECT_EQ(exchange->text(), "AMEX");
     EXPECT_TRUE(options[0]->value());
     EXPECT_EQ(bar->value(), 0);
@@ -347,13 +339,13 @@ TEST_F(FormViewPointer, TheWheelChoosesEntriesOfTheListThatHasTheFocus) {
     exchange->setText("AMEX");
     open();
     exchange->setFocus();
-    turn(native(*exchange), -120);
+    turnWheel(*native(*exchange), -120);
     EXPECT_EQ(exchange->text(), "NASDAQ");
-    turn(native(*exchange), 120);
-    turn(native(*exchange), 120);
+    turnWheel(*native(*exchange), 120);
+    turnWheel(*native(*exchange), 120);
     EXPECT_EQ(exchange->text(), "AMEX");
     exchange->setLocked(true);
-    turn(native(*exchange), -120);
+    turnWheel(*native(*exchange), -120);
     EXPECT_EQ(exchange->text(), "AMEX");
 }
 
@@ -365,11 +357,10 @@ TEST_F(FormViewPointer, FineWheelsTurnInFractions) {
         return true;
     };
     for (int i = 0; i < 5; ++i)
-        turn(native(*label), -48);
+        turnWheel(*native(*label), -48);
     EXPECT_EQ(sum, 2);
     view->wheelTurned = [](int) { return false; };
-    turn(native(*label), -120);
-    EXPECT_FALSE(accepted) << "the host may scroll instead";
+    EXPECT_FALSE(turnWheel(*native(*label), -120)) << "the host may scroll instead";
 }
 
 TEST_F(FormViewPointer, ADropTakesTheFocusFirst) {

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_csv.hpp"
-#include "control/vkr_data_entry.hpp"
 #include "host/help_pages.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/qt/support/wheel.hpp"
 
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QCompleter>
 #include <QLabel>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <set>
@@ -239,13 +241,8 @@ TEST_F(HostTest, AllQuartersAreLookedAtByScrollingAndNothingChanges) {
     for (int i = 0; i < 4; ++i)
         user_.press(Qt::Key_PageUp);
     EXPECT_TRUE(isInView("txtEPS(0)"));
-    for (int i = 0; i < 40; ++i) {
-        QWidget& under = control(window, "fraDE(3)");
-        const QPointF place(5, 5);
-        QWheelEvent turn(place, under.mapToGlobal(place), {}, {0, -120}, Qt::NoButton,
-                         Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&under, &turn);
-    }
+    for (int i = 0; i < 40; ++i)
+        turnWheel(control(window, "fraDE(3)"), -120);
     EXPECT_TRUE(isInView("txtEPS(34)"));
     EXPECT_FALSE(window.isWindowModified());
     click(window, "cmdCancel");
@@ -387,6 +384,65 @@ TEST_F(HostTest, FieldsOfferEveryValueThatACompanyHasOnce) {
     const std::vector<std::string>& list = form.get<ComboBox>("cmbIndustry").list();
     EXPECT_EQ(std::ranges::count(list, "Orchards"), 1);
     EXPECT_EQ(std::set(list.begin(), list.end()).size(), list.size());
+}
+
+// --- the form in its window --------------------------------------------------------------------
+
+TEST_F(HostTest, KeysZoomTheFormAndItsWindowAndTheSizeIsKept) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const QSize border = window.size() - window.entry().size();
+    user_.press(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(window.entry().zoom(), 100);
+    user_.press(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(window.entry().zoom(), 110);
+    settle();
+    EXPECT_EQ(window.entry().zoom(), 110);
+    EXPECT_EQ(window.size() - window.entry().sizeHint(), border);
+    user_.press(Qt::Key_Minus, Qt::ControlModifier);
+    user_.press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(window.entry().zoom(), 90);
+    EXPECT_EQ(open(*host_, "NVDA").entry().zoom(), 90);
+}
+
+TEST_F(HostTest, DigitsAreGroupedOnRequest) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toYearly);
+    const auto& cell = window.entry().component().form().get<TextField>("txtSales", 9);
+    const std::string plain = cell.text();
+    EXPECT_EQ(plain.find(','), std::string::npos);
+    action(window, "groupDigits").trigger();
+    EXPECT_NE(cell.text().find(','), std::string::npos);
+    EXPECT_FALSE(window.isWindowModified());
+    const auto& other =
+        open(*host_, "NVDA").entry().component().form().get<TextField>("txtSales", 9);
+    EXPECT_NE(other.text().find(','), std::string::npos);
+    action(window, "groupDigits").trigger();
+    EXPECT_EQ(cell.text(), plain);
+}
+
+TEST_F(HostTest, CtrlReturnSavesAndClosesAsTheMenuSays) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    EXPECT_EQ(action(window, "saveAndClose").shortcut().toString(), "Ctrl+Return");
+    type(window, "txtName", "Zebra Inc.", false);
+    user_.press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(host_->windows().isEmpty());
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Zebra Inc.");
+}
+
+TEST_F(HostTest, DropDownFieldsOfferWhatGoesOnAsItWasTyped) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setExchanges({"NYSE", "NASDAQ", "Tokyo"});
+    auto& list = dynamic_cast<QComboBox&>(control(window, "cmbExchange"));
+    type(window, "cmbExchange", "tok", false);
+    auto* offered = list.findChild<QCompleter*>();
+    ASSERT_NE(offered, nullptr);
+    EXPECT_EQ(offered->completionCount(), 1);
+    EXPECT_TRUE(offered->popup()->isVisible());
+    user_.press(Qt::Key_Down);
+    user_.press(Qt::Key_Return);
+    EXPECT_EQ(list.currentText(), "Tokyo");
+    user_.press(Qt::Key_Tab);
+    EXPECT_EQ(window.record()->get_Exchange(), "Tokyo");
 }
 
 } // namespace

@@ -4,7 +4,9 @@
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "form/form_layout.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/qt/support/entry_window.hpp"
 #include "tests/qt/support/field_actions.hpp"
+#include "tests/qt/support/wheel.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <map>
@@ -15,28 +17,15 @@ namespace vkr {
 namespace {
 
 // The widget with all of its fields on show; every page comes to the front in turn.
-class EveryField : public testing::Test {
+class EveryField : public EntryWindow {
   protected:
-    EveryField() : hostField(new QLineEdit(&window)), entry(new VKRDataEntryWidget(&window)) {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(hostField);
-        column->addWidget(entry);
+    EveryField() : EntryWindow(HostField::above) {
         entry->setShowVLs(true);
         entry->setShowReportingPeriod(true);
         entry->setVisibleQuarters(rows);
         entry->setExchanges({"AMEX", "NASDAQ", "NYSE"});
         entry->setIndustries({"Coal", "Steel", "Zinc"});
         entry->setSources({"Letter", "Press", "Report"});
-    }
-    void open(const std::shared_ptr<iVKR_Company>& company) {
-        entry->setCompany(company);
-        window.show();
-        window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    }
-    [[nodiscard]] Form& form() const { return entry->component().form(); }
-    [[nodiscard]] QWidget& native(const Control& control) const {
-        return *entry->formView().widgetOf(control);
     }
     // 0 for what belongs to no page.
     static int tabOf(const Control& control) {
@@ -62,18 +51,15 @@ class EveryField : public testing::Test {
     void giveHistory(TextField& field) {
         const std::string text = field.text();
         field.setFocus();
-        QTest::keyClick(&native(field), Qt::Key_End);
-        QTest::keyClick(&native(field), '7');
+        QTest::keyClick(widgetOf(field), Qt::Key_End);
+        QTest::keyClick(widgetOf(field), '7');
         if (field.text() != text)
-            QTest::keyClick(&native(field), Qt::Key_Backspace);
+            QTest::keyClick(widgetOf(field), Qt::Key_Backspace);
         ASSERT_EQ(field.text(), text) << field.id();
     }
     void expectEveryFieldToWithstandEverything(const CompanyRecord& record);
 
     static constexpr int rows = 35;
-    QWidget window;
-    QLineEdit* hostField;
-    VKRDataEntryWidget* entry;
 };
 
 std::string summaryOf(const std::vector<Difference>& found) {
@@ -102,7 +88,7 @@ void EveryField::expectEveryFieldToWithstandEverything(const CompanyRecord& reco
         for (auto* field : fields) {
             if (tabOf(*field) != tab || !field->locked())
                 continue;
-            auto& widget = native(*field);
+            auto& widget = *widgetOf(*field);
             const QString shown = shownBy(widget);
             for (const auto& action : fieldActions) {
                 field->setFocus();
@@ -143,7 +129,7 @@ TEST_F(EveryField, LockedAfterTypingWithstandsEverything) {
     }
     auto& lock = form().get<CheckBox>("chkLockInfo");
     bringUp(lock);
-    QTest::mouseClick(&native(lock), Qt::LeftButton, {}, QPoint(8, 10));
+    QTest::mouseClick(widgetOf(lock), Qt::LeftButton, {}, QPoint(8, 10));
     ASSERT_TRUE(lock.value());
     entry->setDirty(false);
     expectEveryFieldToWithstandEverything(*record);
@@ -172,7 +158,7 @@ class Wheel : public EveryField {
         return found;
     }
     void turnOver(const Control& control) {
-        auto& widget = native(control);
+        auto& widget = *widgetOf(control);
         for (const int delta : {-120, 120, -360}) {
             turnWheel(widget, delta);
             turnWheel(surfaceOf(widget), delta);
@@ -231,7 +217,7 @@ TEST_F(Wheel, ChangesTheListThatHasTheFocus) {
     bringUp(list);
     list.setFocus();
     ASSERT_EQ(list.text(), "NASDAQ");
-    turnWheel(native(list), -120);
+    turnWheel(*widgetOf(list), -120);
     EXPECT_EQ(list.text(), "NYSE");
 }
 

@@ -5,6 +5,7 @@
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "form/form_layout.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/qt/support/entry_window.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 
@@ -22,9 +23,9 @@ namespace vkr {
 namespace {
 
 // The fifth tab in a window, worked with real clicks and keys.
-class OptionsPage : public testing::Test {
+class OptionsPage : public EntryWindow {
   protected:
-    OptionsPage() : record(test::datedCompany()), entry(new VKRDataEntryWidget(&window)) {
+    void SetUp() override {
         record->put_CurrentPrice(3.125);
         record->put_High52W(4.5);
         record->put_Low52W(2.75);
@@ -46,18 +47,10 @@ class OptionsPage : public testing::Test {
         record->put_CommShares(7750);
         record->put_PrefShares(8000);
         record->put_DilutedShares(8250);
-        entry->setCompany(record);
+        open(record);
         entry->setCurrentTab(toOptions);
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
-    [[nodiscard]] Form& form() const { return entry->component().form(); }
-    template <typename Widget = QLineEdit>
-    [[nodiscard]] Widget* native(std::string_view name, int index = Control::noIndex) const {
-        return dynamic_cast<Widget*>(entry->formView().widgetOf(*form().find(name, index)));
-    }
     void click(std::string_view name, int index) const {
         QTest::mouseClick(native<QWidget>(name, index), Qt::LeftButton);
     }
@@ -69,7 +62,7 @@ class OptionsPage : public testing::Test {
         std::map<std::string, QString> texts;
         for (const auto& control : form().controls())
             if (control->kind() == ControlKind::textBox || control->kind() == ControlKind::label) {
-                auto* widget = entry->formView().widgetOf(*control);
+                auto* widget = widgetOf(*control);
                 if (auto* line = qobject_cast<QLineEdit*>(widget))
                     texts[control->id()] = line->text();
                 else if (auto* label = qobject_cast<QLabel*>(widget))
@@ -78,9 +71,7 @@ class OptionsPage : public testing::Test {
         return texts;
     }
 
-    QWidget window;
-    std::shared_ptr<CompanyRecord> record;
-    VKRDataEntryWidget* entry;
+    std::shared_ptr<CompanyRecord> record = test::datedCompany();
 };
 
 TEST_F(OptionsPage, EachColourButtonOpensTheColourDialogOnItsColour) {

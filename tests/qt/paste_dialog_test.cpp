@@ -3,8 +3,8 @@
 #include "desktop/qt_services.hpp"
 #include "desktop/qt_values.hpp"
 #include "desktop/readable_colors.hpp"
-#include "desktop/vkr_data_entry_widget.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/qt/support/entry_window.hpp"
 #include "tests/support/field_steps.hpp"
 
 #include <QCheckBox>
@@ -12,7 +12,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 #include <set>
@@ -32,8 +31,8 @@ class Preview final : public PasteForm {
     std::vector<PasteSwitch> given = {{"&Turn", {}, 1, true},
                                       {"&Reverse", {}, 0, false},
                                       {"&Unit:", {"As shown", "Thousands"}, 0, true}};
-    std::size_t kept = 1; // lines, when a switch is turned
     std::string ok = "&Paste 2 Figures";
+    std::size_t kept = 1; // lines, when a switch is turned
     std::vector<std::string> log;
     bool open = true;
 
@@ -157,31 +156,16 @@ TEST(PasteDialog, IsReadableOnLightAndDark) {
 
 // --- in the widget, with the desktop's own clipboard and pointer ---------------------------------
 
-class PastedBlock : public testing::Test {
+class PastedBlock : public EntryWindow {
   protected:
-    PastedBlock() {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(entry = new VKRDataEntryWidget(&window));
-        company = test::datedCompany();
-        entry->setCompany(company);
+    void SetUp() override {
+        open(company);
         entry->setCurrentTab(toYearly);
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
-    [[nodiscard]] QLineEdit& cell(const char* name, int row) const {
-        auto& form = entry->component().form();
-        auto* line = qobject_cast<QLineEdit*>(entry->formView().widgetOf(*form.find(name, row)));
-        return *line;
-    }
-    void pasteInto(QLineEdit& line) const {
-        QTest::mouseClick(&line, Qt::LeftButton);
-        QTest::keyClick(&line, Qt::Key_V, Qt::ControlModifier);
-    }
+    // The last fiscal year's revenue, where each block begins.
+    [[nodiscard]] QLineEdit* cell() const { return native("txtSales", 9); }
 
-    QWidget window;
-    VKRDataEntryWidget* entry;
-    std::shared_ptr<CompanyRecord> company;
+    std::shared_ptr<CompanyRecord> company = test::datedCompany();
 };
 
 // As a spreadsheet in German hands over what it shows.
@@ -197,7 +181,8 @@ TEST_F(PastedBlock, IsReadWithTheMarksThatItsHtmlNames) {
         QApplication::clipboard()->setMimeData(held);
         DialogAnswers answers;
         answers.nextKey(Qt::Key_Return);
-        pasteInto(cell("txtSales", 9));
+        QTest::mouseClick(cell(), Qt::LeftButton);
+        QTest::keyClick(cell(), Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(test::elementOf(*company, "YRevenueSeries", 1), figure) << declared;
     }
 }
@@ -207,8 +192,8 @@ TEST_F(PastedBlock, ComesByTheMenuAndByDroppingToo) {
     DialogAnswers answers;
     answers.nextEntry("Paste");
     answers.nextKey(Qt::Key_Return);
-    QTest::mouseClick(&cell("txtSales", 9), Qt::LeftButton);
-    QTest::mouseClick(&cell("txtSales", 9), Qt::RightButton);
+    QTest::mouseClick(cell(), Qt::LeftButton);
+    QTest::mouseClick(cell(), Qt::RightButton);
     EXPECT_EQ(test::elementOf(*company, "YRevenueSeries", 1), 1);
     EXPECT_EQ(test::elementOf(*company, "YPTISeries", 1), 2);
 }
@@ -221,10 +206,10 @@ TEST_F(PastedBlock, LeavesNothingBehindWhenTheWidgetGoesMeanwhile) {
             entry = nullptr;
         });
     });
-    auto& line = cell("txtSales", 9);
-    QTest::mouseClick(&line, Qt::LeftButton);
+    auto* line = cell();
+    QTest::mouseClick(line, Qt::LeftButton);
     QKeyEvent paste(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
-    QApplication::sendEvent(&line, &paste);
+    QApplication::sendEvent(line, &paste);
     EXPECT_EQ(entry, nullptr);
     EXPECT_EQ(test::elementOf(*company, "YRevenueSeries", 1), 0);
 }

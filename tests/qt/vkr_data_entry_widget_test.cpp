@@ -7,6 +7,8 @@
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "platform/property_bag.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/qt/support/entry_window.hpp"
+#include "tests/qt/support/wheel.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <QAbstractItemView>
@@ -24,8 +26,6 @@
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTest>
-#include <QVBoxLayout>
-#include <QWheelEvent>
 #include <QWindow>
 
 #include <functional>
@@ -34,26 +34,9 @@
 namespace vkr {
 namespace {
 
-class DataEntryWidget : public testing::Test {
+class DataEntryWidget : public EntryWindow {
   protected:
-    DataEntryWidget() : hostField(new QLineEdit(&window)), entry(new VKRDataEntryWidget(&window)) {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(hostField);
-        column->addWidget(entry);
-    }
-    void open(const std::shared_ptr<iVKR_Company>& company) {
-        entry->setCompany(company);
-        window.show();
-        window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    }
-    template <typename Widget = QLineEdit>
-    [[nodiscard]] Widget* native(std::string_view id, int index = Control::noIndex) const {
-        const auto* control = form().find(id, index);
-        return control == nullptr ? nullptr
-                                  : dynamic_cast<Widget*>(entry->formView().widgetOf(*control));
-    }
-    [[nodiscard]] Form& form() const { return entry->component().form(); }
+    DataEntryWidget() : EntryWindow(HostField::above) {}
     static void type(const QString& text) {
         for (const QChar character : text)
             if (character == u'\r')
@@ -61,10 +44,6 @@ class DataEntryWidget : public testing::Test {
             else
                 QTest::keyClick(QApplication::focusWidget(), character.toLatin1());
     }
-
-    QWidget window;
-    QLineEdit* hostField;
-    VKRDataEntryWidget* entry;
 };
 
 TEST_F(DataEntryWidget, IsReadyWithoutAnySetUp) {
@@ -496,22 +475,15 @@ TEST_F(DataEntryWidget, GoesWhileAFieldHasTheFocus) {
 TEST_F(DataEntryWidget, TheWheelScrollsTheGridsAndNothingElse) {
     open(fullCompany());
     entry->setVisibleQuarters(35);
-    const auto turn = [](QWidget* widget) {
-        const QPointF place = widget->rect().center();
-        QWheelEvent event(place, widget->mapToGlobal(place), {}, {0, -120}, Qt::NoButton, {},
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(widget, &event);
-        return event.isAccepted();
-    };
-    EXPECT_FALSE(turn(native("txtName"))) << "the host may scroll instead";
+    EXPECT_FALSE(turnWheel(*native("txtName"), -120)) << "the host may scroll instead";
     entry->setCurrentTab(toQuarterly);
     auto& bar = form().get<ScrollBar>("vscrQuarterly");
     ASSERT_GT(bar.maximum(), bar.minimum());
     const int before = bar.value();
-    EXPECT_TRUE(turn(native("txtRevenue", 0)));
+    EXPECT_TRUE(turnWheel(*native("txtRevenue", 0), -120));
     EXPECT_EQ(bar.value(), before + bar.smallChange());
     EXPECT_EQ(native<QScrollBar>("vscrQuarterly")->value(), bar.value());
-    EXPECT_TRUE(turn(native<QWidget>("vscrQuarterly")));
+    EXPECT_TRUE(turnWheel(*native<QWidget>("vscrQuarterly"), -120));
     EXPECT_EQ(bar.value(), before + 2 * bar.smallChange());
 }
 
@@ -530,7 +502,7 @@ TEST_F(DataEntryWidget, EveryFieldHasAName) {
     for (const auto& control : form().controls()) {
         if (!control->isFocusable())
             continue;
-        auto* widget = entry->formView().widgetOf(*control);
+        auto* widget = widgetOf(*control);
         auto* heard = QAccessible::queryAccessibleInterface(widget);
         ASSERT_NE(heard, nullptr) << control->id();
         const bool named = !heard->text(QAccessible::Name).isEmpty();
@@ -561,7 +533,7 @@ TEST_F(DataEntryWidget, TabReachesEveryFieldOfThePageAndThenTheHost) {
     std::vector<std::string> met;
     while (QApplication::focusWidget() != hostField && met.size() < 100) {
         met.push_back(form().activeControl()->id());
-        EXPECT_EQ(QApplication::focusWidget(), entry->formView().widgetOf(*form().activeControl()));
+        EXPECT_EQ(QApplication::focusWidget(), widgetOf(*form().activeControl()));
         if (met.back() == "cmdCancel")
             break; // Tab goes on to the page from here
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);

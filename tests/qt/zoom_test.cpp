@@ -1,63 +1,32 @@
 // SPDX-License-Identifier: MIT
-#include "control/vkr_data_entry.hpp"
-#include "desktop/form_view.hpp"
-#include "desktop/vkr_data_entry_widget.hpp"
-#include "tests/qt/host_fixture.hpp"
+#include "tests/qt/support/entry_window.hpp"
+#include "tests/qt/support/wheel.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QCheckBox>
 #include <QComboBox>
-#include <QCompleter>
 #include <QLabel>
-#include <QLineEdit>
 #include <QSignalSpy>
 #include <QStyle>
-#include <QTest>
-#include <QVBoxLayout>
-#include <QWheelEvent>
 
 #include <map>
 
 namespace vkr {
 namespace {
 
-class Zoom : public testing::Test {
+class Zoom : public EntryWindow {
   protected:
-    Zoom() : entry(new VKRDataEntryWidget(&window)) {
-        auto* column = new QVBoxLayout(&window);
-        column->setContentsMargins({});
-        column->addWidget(entry);
-        entry->setCompany(fullCompany());
-        window.show();
-    }
-    template <typename Widget = QLineEdit>
-    [[nodiscard]] Widget* native(std::string_view id, int index = Control::noIndex) const {
-        const auto* control = form().find(id, index);
-        return control == nullptr ? nullptr
-                                  : dynamic_cast<Widget*>(entry->formView().widgetOf(*control));
-    }
-    [[nodiscard]] Form& form() const { return entry->component().form(); }
+    void SetUp() override { open(fullCompany()); }
+
     // Places and letters of all that is on show.
     [[nodiscard]] std::map<QString, std::pair<QRect, int>> geometry() const {
         std::map<QString, std::pair<QRect, int>> places;
         for (const auto& control : form().controls())
             if (control->isShown())
-                if (const QWidget* widget = entry->formView().widgetOf(*control))
+                if (const QWidget* widget = widgetOf(*control))
                     places[widget->objectName()] = {widget->geometry(), widget->font().pixelSize()};
         return places;
     }
-    static bool turn(QWidget& widget, Qt::KeyboardModifiers modifiers, int steps) {
-        const QPointF place = widget.rect().center();
-        QWheelEvent event(place, widget.mapToGlobal(place), {}, {0, -120 * steps}, Qt::NoButton,
-                          modifiers, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&widget, &event);
-        return event.isAccepted();
-    }
-
-    QWidget window;
-    VKRDataEntryWidget* entry;
 };
 
 TEST_F(Zoom, ScalesPlacesAndLettersAlike) {
@@ -106,7 +75,7 @@ TEST_F(Zoom, CutsNoCaptionOff) {
             for (const auto& control : form().controls()) {
                 if (!control->isShown() || !control->hasCaption() || control->caption().empty())
                     continue;
-                const QWidget* widget = entry->formView().widgetOf(*control);
+                const QWidget* widget = widgetOf(*control);
                 const auto* label = dynamic_cast<const QLabel*>(widget);
                 if (widget == nullptr || widget->width() == 0 ||
                     (label != nullptr && label->wordWrap()))
@@ -135,7 +104,6 @@ TEST_F(Zoom, CutsNoCaptionOff) {
 TEST_F(Zoom, ScalesTheMarksOfOptionsAndCheckBoxes) {
     entry->setCurrentTab(toOptions);
     const auto mark = [&] {
-    EXPECT_EQ(cell->font().stretch(), entry->formView().font().stretch());
         const auto* option = native<QWidget>("optCurrency", 0);
         return option->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, option);
     };
@@ -147,8 +115,6 @@ TEST_F(Zoom, ScalesTheMarksOfOptionsAndCheckBoxes) {
 }
 
 TEST_F(Zoom, KeepsWhatIsBeingTyped) {
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     auto* field = native("txtName");
     QTest::mouseClick(field, Qt::LeftButton);
     QTest::keyClicks(QApplication::focusWidget(), "Acme");
@@ -169,6 +135,7 @@ TEST_F(Zoom, AFigureThatWasCondensedIsNoLongerWhereThereIsRoom) {
     figure.setText("1.00");
     entry->setZoom(200);
     EXPECT_EQ(cell->font().pixelSize(), 22);
+    EXPECT_EQ(cell->font().stretch(), entry->formView().font().stretch());
 }
 
 TEST_F(Zoom, FillsTheRoomItIsGiven) {
@@ -199,81 +166,21 @@ TEST_F(Zoom, TheWheelWithCtrlAsksForAnotherSizeAndChangesNoValue) {
     auto* list = native<QComboBox>("cmbExchange");
     const QString before = list->currentText();
     QTest::mouseClick(list->lineEdit(), Qt::LeftButton);
-    EXPECT_TRUE(turn(*list, Qt::ControlModifier, 1));
-    EXPECT_TRUE(turn(*native("txtName"), Qt::ControlModifier, -1));
+    EXPECT_TRUE(turnWheel(*list, -120, Qt::ControlModifier));
+    EXPECT_TRUE(turnWheel(*native("txtName"), 120, Qt::ControlModifier));
     EXPECT_EQ(list->currentText(), before);
     ASSERT_EQ(asked.count(), 2);
     EXPECT_EQ(asked.at(0).first().toInt(), 90);
     EXPECT_EQ(asked.at(1).first().toInt(), 110);
     entry->setZoom(109);
-    turn(*list, Qt::ControlModifier, 1);
+    turnWheel(*list, -120, Qt::ControlModifier);
     EXPECT_EQ(asked.last().first().toInt(), 100);
 }
 
 TEST_F(Zoom, WithoutRoomToFitTheWheelWithCtrlIsAnyTurn) {
     QSignalSpy asked(entry, &VKRDataEntryWidget::zoomRequested);
-    EXPECT_FALSE(turn(*native("txtName"), Qt::ControlModifier, 1));
+    EXPECT_FALSE(turnWheel(*native("txtName"), -120, Qt::ControlModifier));
     EXPECT_EQ(asked.count(), 0);
-}
-
-// --- the host ------------------------------------------------------------------------------------
-
-TEST_F(HostTest, KeysZoomTheFormAndItsWindowAndTheSizeIsKept) {
-    CompanyWindow& window = open(*host_, "AAPL");
-    const QSize border = window.size() - window.entry().size();
-    user_.press(Qt::Key_0, Qt::ControlModifier);
-    EXPECT_EQ(window.entry().zoom(), 100);
-    user_.press(Qt::Key_Plus, Qt::ControlModifier);
-    EXPECT_EQ(window.entry().zoom(), 110);
-    QApplication::processEvents();
-    EXPECT_EQ(window.entry().zoom(), 110);
-    EXPECT_EQ(window.size() - window.entry().sizeHint(), border);
-    user_.press(Qt::Key_Minus, Qt::ControlModifier);
-    user_.press(Qt::Key_Minus, Qt::ControlModifier);
-    EXPECT_EQ(window.entry().zoom(), 90);
-    EXPECT_EQ(open(*host_, "NVDA").entry().zoom(), 90);
-}
-
-TEST_F(HostTest, DigitsAreGroupedOnRequest) {
-    CompanyWindow& window = open(*host_, "AAPL");
-    window.entry().setCurrentTab(toYearly);
-    const auto& cell =
-        static_cast<const TextField&>(*window.entry().component().form().find("txtSales", 9));
-    const std::string plain = cell.text();
-    EXPECT_EQ(plain.find(','), std::string::npos);
-    window.findChild<QAction*>("groupDigits")->trigger();
-    EXPECT_NE(cell.text().find(','), std::string::npos);
-    EXPECT_FALSE(window.isWindowModified());
-    const auto& other = static_cast<const TextField&>(
-        *open(*host_, "NVDA").entry().component().form().find("txtSales", 9));
-    EXPECT_NE(other.text().find(','), std::string::npos);
-    window.findChild<QAction*>("groupDigits")->trigger();
-    EXPECT_EQ(cell.text(), plain);
-}
-
-TEST_F(HostTest, CtrlReturnSavesAndClosesAsTheMenuSays) {
-    CompanyWindow& window = open(*host_, "AAPL");
-    EXPECT_EQ(window.findChild<QAction*>("saveAndClose")->shortcut().toString(), "Ctrl+Return");
-    type(window, "txtName", "Zebra Inc.", false);
-    user_.press(Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_TRUE(host_->windows().isEmpty());
-    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Zebra Inc.");
-}
-
-TEST_F(HostTest, DropDownFieldsOfferWhatGoesOnAsItWasTyped) {
-    CompanyWindow& window = open(*host_, "AAPL");
-    window.entry().setExchanges({"NYSE", "NASDAQ", "Tokyo"});
-    auto& list = dynamic_cast<QComboBox&>(control(window, "cmbExchange"));
-    type(window, "cmbExchange", "tok", false);
-    auto* offered = list.findChild<QCompleter*>();
-    ASSERT_NE(offered, nullptr);
-    EXPECT_EQ(offered->completionCount(), 1);
-    EXPECT_TRUE(offered->popup()->isVisible());
-    user_.press(Qt::Key_Down);
-    user_.press(Qt::Key_Return);
-    EXPECT_EQ(list.currentText(), "Tokyo");
-    user_.press(Qt::Key_Tab);
-    EXPECT_EQ(window.record()->get_Exchange(), "Tokyo");
 }
 
 } // namespace

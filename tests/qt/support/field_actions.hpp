@@ -2,13 +2,13 @@
 #pragma once
 
 #include "tests/qt/support/form_scene.hpp"
+#include "tests/qt/support/wheel.hpp"
 
 #include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
 #include <QInputMethodEvent>
 #include <QPlainTextEdit>
-#include <QWheelEvent>
 
 #include <ostream>
 
@@ -54,13 +54,6 @@ inline QString shownBy(QWidget& widget) {
     if (const auto* edit = lineOf(widget))
         return edit->text();
     return static_cast<QPlainTextEdit&>(widget).toPlainText();
-}
-
-inline void turnWheel(QWidget& widget, int delta) {
-    const QPointF place = widget.rect().center();
-    QWheelEvent event(place, widget.mapToGlobal(place), {}, {0, delta}, Qt::NoButton, {},
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&widget, &event);
 }
 
 inline void callSlot(QWidget& widget, const char* slot) {
