@@ -553,14 +553,12 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
             if (what == 20 && refuses)
                 refuseSomething();
             typeInCells();
-            record->failing.clear();
             break;
         case 24:
         case 25:
             if (refuses && within(0, 1) == 0)
                 refuseSomething();
             what == 24 ? split() : import();
-            record->failing.clear();
             break;
         case 0:
         case 1:
@@ -576,7 +574,6 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
             if (refuses && what == 3)
                 refuseSomething();
             scene.entry->step(HistoryStep::undo);
-            record->failing.clear();
             break;
         case 5:
             scene.entry->step(HistoryStep::redo);
@@ -588,8 +585,8 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
             if (what == 7 && refuses)
                 refuseSomething();
             typeSomewhere();
-            record->failing.clear();
         }
+        record->failing.clear();
     }
     void refuseSomething() {
         const auto table = datumTable();

@@ -76,7 +76,8 @@ TEST_F(DataLock, NothingThatAPersonDoesChangesALockedField) {
               "^{DEL}",      "^y",        "^+z",       "^d",          "^'",        "+{DOWN}{DEL}",
               "+{DOWN}{BS}", "+{DOWN}^x", "+{UP}^d",   "+{DOWN}^'",   "^a^a{DEL}", "^a^a^v"}) {
             // Alone in its field the clipboard has a figure, over several cells a block.
-            desktop.setClipboardText(std::string_view(keys).find("^a^a") == 0 ? "1\t2\n3\t4" : "9");
+            desktop.setClipboardText(std::string_view(keys).starts_with("^a^a") ? "1\t2\n3\t4"
+                                                                                : "9");
             desktop.acceptNextPaste();
             field->setFocus();
             desktop.type(keys);

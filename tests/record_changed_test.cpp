@@ -248,6 +248,11 @@ class HistoryKeys : public RecordChanged {
             return answer_;
         };
     }
+    // Brings the focus there; what it shows.
+    std::string focusedTotalDebt() {
+        scene_.desktop.click("txtTotalDebt");
+        return scene_.text("txtTotalDebt");
+    }
 
     std::string asked_;
     bool answer_ = true;
@@ -270,8 +275,7 @@ TEST_F(HistoryKeys, AskTheHostAtAButton) {
 
 TEST_F(HistoryKeys, AreTheFieldsOwnWhileItIsTypedIn) {
     listen();
-    scene_.desktop.click("txtTotalDebt");
-    const std::string shown = scene_.text("txtTotalDebt");
+    const std::string shown = focusedTotalDebt();
     scene_.desktop.type("5^z");
     EXPECT_EQ(scene_.text("txtTotalDebt"), shown);
     EXPECT_EQ(asked_, "");
@@ -281,8 +285,7 @@ TEST_F(HistoryKeys, AreTheFieldsOwnWhileItIsTypedIn) {
 
 TEST_F(HistoryKeys, TakeBackAsAWholeWhatTheFieldCanNot) {
     listen();
-    scene_.desktop.click("txtTotalDebt");
-    const std::string shown = scene_.text("txtTotalDebt");
+    const std::string shown = focusedTotalDebt();
     scene_.desktop.type("5");
     scene_.field("txtTotalDebt").rewriteText("55"); // no edit that the field knows of
     scene_.desktop.type("^z");
@@ -328,8 +331,7 @@ TEST_F(HistoryKeys, ComeBeforeAShortcutOfTheHost) {
 
 TEST_F(HistoryKeys, AreTheHostsMenuToo) {
     listen();
-    scene_.desktop.click("txtTotalDebt");
-    const std::string shown = scene_.text("txtTotalDebt");
+    const std::string shown = focusedTotalDebt();
     scene_.desktop.type("5");
     scene_.entry->step(HistoryStep::undo);
     EXPECT_EQ(scene_.text("txtTotalDebt"), shown);

@@ -35,16 +35,24 @@ MonkeyScene::MonkeyScene() {
     });
 }
 
+namespace {
+
+FigureOrigins originsOf(const ChangeJournal& journal) {
+    FigureOrigins origins;
+    for (const ChangeGroup& group : journal.groups())
+        origins.note(group);
+    return origins;
+}
+
+} // namespace
+
 // What the form gets of the record.
 std::shared_ptr<iVKR_Company> MonkeyScene::hold(const std::shared_ptr<ScriptedRecord>& loaded) {
     record = loaded;
     journal_ = std::make_shared<ChangeJournal>(loaded);
     kept_ =
         std::make_shared<KeptFigures>(journal_, [journal = std::weak_ptr<ChangeJournal>(journal_)] {
-            FigureOrigins origins;
-            for (const ChangeGroup& group : journal.lock()->groups())
-                origins.note(group);
-            return origins;
+            return originsOf(*journal.lock());
         });
     isAllNoted_ = loaded->failing.empty() && !loaded->withoutObjects;
     return kept_;
@@ -247,9 +255,7 @@ bool MonkeyScene::takeStep(HistoryStep asked) {
 void MonkeyScene::commit() {
     if (record == nullptr || isLocked() || !isAllNoted_)
         return static_cast<void>(entry->get_objCompany());
-    FigureOrigins origins;
-    for (const ChangeGroup& group : journal_->groups())
-        origins.note(group);
+    const FigureOrigins origins = originsOf(*journal_);
     const auto before = record->company->clone();
     const auto held = record;
     static_cast<void>(entry->get_objCompany());
@@ -834,7 +840,7 @@ class Invariants {
             broken_ = std::string(invariant) + ": " + particulars;
     }
     [[nodiscard]] Form& form() const { return scene_.form(); }
-    [[nodiscard]] bool isLocked() const { return form().get<CheckBox>("chkLockInfo").value(); }
+    [[nodiscard]] bool isLocked() const { return scene_.isLocked(); }
 
     // While the form has the focus, one control has it, which a person can see and use.
     void focus() {

@@ -58,6 +58,7 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void import(unsigned number); // the figures of another company, from its tables
     void lookOver();              // findings, as marks at their fields
     void walkBackAndForth();      // all that was done is taken back, and done again
+    [[nodiscard]] bool isLocked() const;
 
   private:
     void TabChange(TABObject) override { answer(1); }
@@ -67,7 +68,6 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void answer(int event);
     std::shared_ptr<iVKR_Company> hold(const std::shared_ptr<ScriptedRecord>& loaded);
     bool takeStep(HistoryStep asked);
-    [[nodiscard]] bool isLocked() const;
     void expect(bool holds, const char* invariant, const std::string& particulars);
     void expectSame(const CompanyRecord& wanted, const char* invariant);
     void change(const std::vector<DatumChange>& changes, const Action& action);

@@ -3,6 +3,7 @@
 #include "company/company_csv.hpp"
 #include "source_folder.hpp"
 #include "tests/store/store_places.hpp"
+#include "tests/support/elements.hpp"
 #include "tests/support/random_company.hpp"
 
 #include <algorithm>
@@ -460,10 +461,8 @@ TEST_P(StoreContract, ASaveOverSomebodyElsesSaveIsAConflict) {
     const auto annasCopy = annas->load(key.id).value();
     const auto bensCopy = bens->load(key.id).value();
     annasCopy.record->put_City("Berlin");
-    Variant series = annasCopy.record->get_YEPSSeries();
-    series.array().setNumber(1, 9.75);
-    series.array().setNumber(2, 9.25);
-    annasCopy.record->put_YEPSSeries(series);
+    test::putElement(*annasCopy.record, Datum::YEPSSeries, 1, 9.75);
+    test::putElement(*annasCopy.record, Datum::YEPSSeries, 2, 9.25);
     ASSERT_EQ(annas->save(key.id, *annasCopy.record, annasCopy.revision).value().revision, 2);
 
     bensCopy.record->put_Zip("12345");

@@ -732,7 +732,7 @@ void everyMenuEntryIsChosen(Desktop& desktop) {
         SCOPED_TRACE(row.control);
         const std::string_view id = row.control;
         bringIntoView(desktop, id);
-        const bool isText = id.substr(0, 3) == "txt";
+        const bool isText = id.starts_with("txt");
         desktop.setClipboard("held");
         if (isText)
             desktop.click(id);
