@@ -57,9 +57,10 @@ class EntryInput final : public FormHandler {
     RightClickMenu& menu_;
     HostLine& host_;
     CellCommands& cells_;
+    // Each is about one thing alone, and goes with it; any of them may be true together.
     bool helpKeyDown_ = false; // on the help frame: coming up it asks for nothing else
     bool keyWentDown_ = false; // since the help frame was shown
-    bool toldOfKey_ = false;   // that it was refused
+    bool toldOfKey_ = false;   // the key that is held: that it was refused
     bool tookBack_ = false;    // edits of the field that has the focus
 };
 

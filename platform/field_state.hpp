@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cassert>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,7 +58,10 @@ class FieldState {
     // stored datum again is refused no more.
     void lookAt(std::string_view text);
     // Of a text that was looked at: it is taken (no mark), doubtful, or refused.
-    void setMark(const FieldMark& mark) { mark_ = mark; }
+    void setMark(const FieldMark& mark) {
+        assert(mark.kind != MarkKind::none || mark.reason.empty());
+        mark_ = mark;
+    }
     // The text on show counts as typed, whatever it says.
     void holdAsTyped() { held_ = true; }
     // A text for another datum than the stored one has taken the place of what was there. It is

@@ -5,6 +5,7 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <stdexcept>
 #include <utility>
 
@@ -144,6 +145,15 @@ void Form::endUpdate() {
         }
     if (std::exchange(focusMoved_, false))
         tellFocus();
+    checkInvariants();
+}
+
+void Form::checkInvariants() const {
+    assert(updates_ >= 0);
+    assert(updates_ > 0 || (changed_.empty() && !focusMoved_));
+    assert(active_ == nullptr || std::ranges::any_of(controls_, [this](const auto& control) {
+               return control.get() == active_;
+           }));
 }
 
 void Form::setTabIndex(Control& control, int index) {

@@ -81,7 +81,10 @@ class FormObserver {
 enum class BorderStyle { none = 0, fixedSingle = 1 };
 enum class FocusDirection { forward, backward };
 
-// A form: its controls, its focus, and the one input pipeline that every adapter feeds.
+// A form: its controls, its focus, and the one input pipeline that every adapter feeds. At any time
+//
+//   what has changed waits to be told only while an update is under way;
+//   the active control, where there is one, is one that the form has.
 class Form {
   public:
     Form();
@@ -250,6 +253,7 @@ class Form {
     friend class TabStrip;
 
     void adopt(std::unique_ptr<Control> control);
+    void checkInvariants() const;
     void endNote();
     void tellChanged(Control& control, Property property);
     void tellFocus();

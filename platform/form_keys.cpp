@@ -59,6 +59,7 @@ bool Form::stroke(const Stroke& stroke, NativeEditor& editor) {
     editor.catchUp();
     const bool used = conduct(stroke, editor);
     keyDone();
+    checkInvariants();
     return used;
 }
 

@@ -8,6 +8,7 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <utility>
 
@@ -111,8 +112,15 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
     if (const auto again = visited_.find(element);
         !trailing_.isDerived() && again != visited_.end() && again->second.trailing)
         ifPossible([&] { trailing_.store(*again->second.trailing); });
+    checkInvariants();
     redisplay(samePeriods);
     grid_.tellStayed(stayed);
+}
+
+void LastQuarter::checkInvariants() const {
+    assert(visited_.empty() ||
+           (visited_.begin()->first >= 0 && visited_.rbegin()->first <= oldestElement));
+    assert(visited_.empty() || context_.company != nullptr);
 }
 
 // Both dates of the record, before any figure moves. Throws, with neither changed.

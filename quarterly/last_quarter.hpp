@@ -46,10 +46,12 @@ class LastQuarter {
     void putNewestQuarter(Date date);
     void redisplay(bool samePeriods);
 
+    void checkInvariants() const;
+
     EntryContext& context_;
     QuarterlyGrid& grid_;
     TrailingSum& trailing_;
-    std::map<int, Visited> visited_; // by element
+    std::map<int, Visited> visited_; // by element: a quarter that the series have
     bool typedCommitted_ = false;    // a commit came while the date was being typed
 };
 
