@@ -47,17 +47,15 @@ void paintWave(QPainter& painter, const QRect& field) {
     painter.drawPolyline(wave);
 }
 
-// Where the text does not begin.
 void paintOrigin(QWidget& widget, const TextField& field) {
-    if (!field.origin().marked)
+    const auto sign = originCorner(field, widget.height());
+    if (!sign)
         return;
-    const auto* box = dynamic_cast<const TextBox*>(&field);
-    const bool left = box != nullptr && box->alignment() == Alignment::right;
-    const QRectF area = widget.rect().adjusted(1, 1, -1, -1);
-    const double side = area.height() / 3.5;
-    const QPointF corner = left ? area.topLeft() : area.topRight();
-    const QPolygonF triangle{
-        {corner, corner + QPointF(left ? side : -side, 0), corner + QPointF(0, side)}};
+    const QRectF area =
+        QRectF(widget.rect()).adjusted(sign->inset, sign->inset, -sign->inset, -sign->inset);
+    const QPointF corner = sign->atLeft ? area.topLeft() : area.topRight();
+    const QPolygonF triangle{{corner, corner + QPointF(sign->atLeft ? sign->side : -sign->side, 0),
+                              corner + QPointF(0, sign->side)}};
     QPainter painter(&widget);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

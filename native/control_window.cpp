@@ -191,7 +191,9 @@ LRESULT ControlWindow::handle(const Part& part, UINT message, WPARAM wParam, LPA
         return accessibleOf(part.window, weak_from_this(), wParam);
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS)
         return handleFocus(part, message, wParam, lParam);
-    if (!passing() || message == WM_NCPAINT) // which comes within the native painting
+    // What concerns the frame comes while the window itself is at work, too.
+    const bool ofFrame = message == WM_NCPAINT || message == WM_NCCALCSIZE;
+    if (!passing() || ofFrame)
         for (const auto step : {&ControlWindow::handleOwn, &ControlWindow::handlePointer,
                                 &ControlWindow::handleKeys, &ControlWindow::handleText})
             if (const auto answer = (this->*step)(part, message, wParam, lParam))

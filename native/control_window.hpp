@@ -43,7 +43,9 @@ class ControlWindow : public Heard, public std::enable_shared_from_this<ControlW
     void showVisible();
     void putBehind(); // its neighbours
 
-    // What the view adds to the native looks: `area` is that of the whole window.
+    // What the view adds to the native looks: `area` is that of the whole window. Under them only
+    // where the system does not draw what is around the client area.
+    virtual void paintUnder(HDC /*context*/, const RECT& /*area*/) const {}
     virtual void paintOver(HDC /*context*/, const RECT& /*area*/) const {}
 
     // A message to the parent that tells of this window, or asks for its looks.

@@ -1,30 +1,51 @@
 // SPDX-License-Identifier: MIT
 #include "native/drawing.hpp"
 
+#include <algorithm>
+#include <utility>
+
 namespace vkr {
 
-Painting::Painting(HWND window, HDC given) : window_(window), given_(given != nullptr) {
-    GetClientRect(window, &area_);
-    if (given_) {
-        drawn_ = given;
-        return;
+BackBuffer::~BackBuffer() {
+    if (bitmap_ != nullptr)
+        SelectObject(context_, before_);
+    DeleteDC(context_);
+}
+
+HDC BackBuffer::begin(HDC shown, LONG width, LONG height) {
+    if (context_ == nullptr)
+        context_ = CreateCompatibleDC(shown);
+    if (width > size_.cx || height > size_.cy) {
+        const SIZE wanted{std::max(width, size_.cx), std::max(height, size_.cy)};
+        Gdi<HBITMAP> larger(CreateCompatibleBitmap(shown, wanted.cx, wanted.cy));
+        const HGDIOBJ replaced = larger ? SelectObject(context_, larger.get()) : nullptr;
+        if (replaced != nullptr) {
+            if (bitmap_ == nullptr)
+                before_ = replaced;
+            bitmap_ = std::move(larger);
+            size_ = wanted;
+        }
     }
-    shown_ = BeginPaint(window, &paint_);
-    bitmap_.reset(CreateCompatibleBitmap(shown_, area_.right > 0 ? area_.right : 1,
-                                         area_.bottom > 0 ? area_.bottom : 1));
-    drawn_ = CreateCompatibleDC(shown_);
-    before_ = SelectObject(drawn_, bitmap_.get());
+    SaveDC(context_);
+    IntersectClipRect(context_, 0, 0, width, height);
+    return context_;
+}
+
+Painting::Painting(HWND window, HDC given, BackBuffer& buffer)
+    : window_(window), buffer_(buffer), given_(given != nullptr) {
+    GetClientRect(window, &area_);
+    if (!given_)
+        shown_ = BeginPaint(window, &paint_);
+    drawn_ = given_ ? given : buffer.begin(shown_, area_.right, area_.bottom);
 }
 
 Painting::~Painting() {
     if (given_)
         return;
     const RECT& place = paint_.rcPaint;
-    SetViewportOrgEx(drawn_, 0, 0, nullptr);
     BitBlt(shown_, place.left, place.top, place.right - place.left, place.bottom - place.top,
            drawn_, place.left, place.top, SRCCOPY);
-    SelectObject(drawn_, before_);
-    DeleteDC(drawn_);
+    buffer_.end();
     EndPaint(window_, &paint_);
 }
 

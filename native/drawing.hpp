@@ -45,11 +45,29 @@ class [[nodiscard]] WindowContext {
     HDC context_;
 };
 
+// Where windows are drawn before they show. It grows to the largest one.
+class BackBuffer {
+  public:
+    BackBuffer() = default;
+    ~BackBuffer();
+    BackBuffer(const BackBuffer&) = delete;
+    BackBuffer& operator=(const BackBuffer&) = delete;
+    // A context for a part of that size of what `shown` draws on, with the looks of a new one.
+    [[nodiscard]] HDC begin(HDC shown, LONG width, LONG height);
+    void end() { RestoreDC(context_, -1); }
+
+  private:
+    HDC context_ = nullptr;
+    Gdi<HBITMAP> bitmap_;
+    HGDIOBJ before_ = nullptr;
+    SIZE size_{};
+};
+
 // Paints a window's client area in one go: what is drawn shows when it is whole. Into `given` where
 // the system or a printer asks for it.
 class [[nodiscard]] Painting {
   public:
-    Painting(HWND window, HDC given);
+    Painting(HWND window, HDC given, BackBuffer& buffer);
     ~Painting();
     Painting(const Painting&) = delete;
     Painting& operator=(const Painting&) = delete;
@@ -58,12 +76,11 @@ class [[nodiscard]] Painting {
 
   private:
     HWND window_;
+    BackBuffer& buffer_;
     PAINTSTRUCT paint_{};
     RECT area_{};
     HDC shown_ = nullptr;
     HDC drawn_ = nullptr;
-    Gdi<HBITMAP> bitmap_;
-    HGDIOBJ before_ = nullptr;
     bool given_;
 };
 

@@ -2,8 +2,10 @@
 #include "native/field_window.hpp"
 
 #include "native/native_text.hpp"
+#include "platform/readable_color.hpp"
 #include "platform/text.hpp"
 
+#include <cmath>
 #include <cstdlib>
 
 namespace vkr {
@@ -72,7 +74,28 @@ void FieldWindow::showLocked() {
 }
 
 void FieldWindow::showMark() {
-    RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
+    redrawWhole();
+}
+
+void FieldWindow::showColors() {
+    redrawWhole();
+}
+
+void FieldWindow::showEnabled() {
+    ControlWindow::showEnabled();
+    redrawWhole();
+}
+
+void FieldWindow::showAll() {
+    ControlWindow::showAll();
+    if (!hasLines()) // the place of the text depends on its font
+        SetWindowPos(editPart().window, nullptr, 0, 0, 0, 0,
+                     SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FieldWindow::redrawWhole() {
+    RedrawWindow(window(), nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_FRAME | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void FieldWindow::showText() {
@@ -111,8 +134,29 @@ void FieldWindow::focusLost() {
     select({});
 }
 
-// The frame of the window, where no digit is.
+void FieldWindow::paintUnder(HDC context, const RECT& area) const {
+    fill(context, area, host().palette().field(field()).back);
+}
+
+bool FieldWindow::hasSigns() const {
+    return field().shownMark() != MarkKind::none || field().origin().marked;
+}
+
+// The frame of the window, where no digit is, and a corner beside them.
 void FieldWindow::paintOver(HDC context, const RECT& area) const {
+    if (const auto corner = originCorner(field(), area.bottom - area.top)) {
+        const auto side = std::lround(corner->side);
+        const auto inset = std::lround(corner->inset);
+        const bool atLeft = corner->atLeft;
+        const POINT first{atLeft ? area.left + inset : area.right - 1 - inset, area.top + inset};
+        const POINT triangle[] = {
+            first, {first.x + (atLeft ? side : -side), first.y}, {first.x, first.y + side}};
+        const Selected pen(context, GetStockObject(DC_PEN));
+        const Selected brush(context, GetStockObject(DC_BRUSH));
+        SetDCPenColor(context, host().palette().origin(field()));
+        SetDCBrushColor(context, host().palette().origin(field()));
+        Polygon(context, triangle, static_cast<int>(std::size(triangle)));
+    }
     constexpr int thickness = 2;
     const COLORREF mark = host().palette().mark(field());
     if (mark == CLR_NONE)
@@ -123,7 +167,35 @@ void FieldWindow::paintOver(HDC context, const RECT& area) const {
     outline(context, frame, mark, thickness);
 }
 
+// The system puts the text of a single line at the top of the client area, however high that is: it
+// is made as high as the letters, and what is left above and below belongs to the frame.
+void FieldWindow::centerText(RECT& client) const {
+    const int beside = static_cast<int>(client.bottom - client.top) - host().fonts().height();
+    if (hasLines() || beside <= 1)
+        return;
+    client.top += beside / 2;
+    client.bottom -= beside - beside / 2;
+}
+
+void FieldWindow::paintAround() const {
+    const HWND edit = editPart().window;
+    RECT whole;
+    GetWindowRect(edit, &whole);
+    RECT client;
+    GetClientRect(edit, &client);
+    MapWindowPoints(edit, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    OffsetRect(&client, -whole.left, -whole.top);
+    const LONG edge = client.left; // as wide as it is high
+    const COLORREF back = host().palette().field(field()).back;
+    const WindowContext context(edit, WindowContext::Part::all);
+    fill(context, {client.left, edge, client.right, client.top}, back);
+    fill(context, {client.left, client.bottom, client.right, whole.bottom - whole.top - edge},
+         back);
+}
+
 void FieldWindow::paintMark() const {
+    if (!hasSigns())
+        return;
     const WindowContext context(window(), WindowContext::Part::all);
     RECT area;
     GetWindowRect(window(), &area);
@@ -142,8 +214,11 @@ std::optional<LRESULT> FieldWindow::reflect(UINT message, WPARAM wParam, LPARAM 
         return reinterpret_cast<LRESULT>(host().palette().brush(pair.back));
     }
     case WM_COMMAND:
-        if (HIWORD(wParam) == EN_CHANGE)
+        if (HIWORD(wParam) == EN_CHANGE) {
             windowChanged();
+            if (control() != nullptr) // the window has drawn over them
+                paintMark();
+        }
         return 0;
     default:
         return ControlWindow::reflect(message, wParam, lParam);
@@ -152,15 +227,40 @@ std::optional<LRESULT> FieldWindow::reflect(UINT message, WPARAM wParam, LPARAM 
 
 // --- messages ------------------------------------------------------------------------------------
 
-std::optional<LRESULT> FieldWindow::handleOwn(const Part& part, UINT message, WPARAM wParam,
-                                              LPARAM lParam) {
+// Painting, and what is around the text.
+std::optional<LRESULT> FieldWindow::handleFrame(const Part& part, UINT message, WPARAM wParam,
+                                                LPARAM lParam) {
+    const bool ofText = part.window == editPart().window && !hasLines();
     switch (message) {
+    case WM_NCCALCSIZE: {
+        const LRESULT answer = pass(part, message, wParam, lParam);
+        if (ofText) // the first of the rectangles, where there are several
+            centerText(*reinterpret_cast<RECT*>(lParam));
+        return answer;
+    }
+    case WM_NCHITTEST: {
+        const LRESULT answer = pass(part, message, wParam, lParam);
+        return ofText ? HTCLIENT : answer;
+    }
+    case WM_PAINT:
     case WM_NCPAINT: {
         const LRESULT answer = pass(part, message, wParam, lParam);
+        if (ofText && message == WM_NCPAINT)
+            paintAround();
         if (part.window == window())
             paintMark();
         return answer;
     }
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> FieldWindow::handleOwn(const Part& part, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+    if (const auto answer = handleFrame(part, message, wParam, lParam))
+        return answer;
+    switch (message) {
     case WM_PASTE:
         catchUp();
         paste();

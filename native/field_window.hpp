@@ -29,6 +29,8 @@ class FieldWindow : public ControlWindow {
     void focusLost() override;
     void catchUp() override;
     void pressEnded() override { firstPress_.reset(); }
+    void showAll() override;
+    void paintUnder(HDC context, const RECT& area) const override;
     void paintOver(HDC context, const RECT& area) const override;
     std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) override;
 
@@ -61,6 +63,8 @@ class FieldWindow : public ControlWindow {
         return pass(editPart(), message, wParam, lParam);
     }
     void paintMark() const;
+    void showColors() override;
+    void showEnabled() override;
     [[nodiscard]] TextField& field() const { return static_cast<TextField&>(*control()); }
 
   private:
@@ -73,6 +77,12 @@ class FieldWindow : public ControlWindow {
     void showText();
     void showEdit();
     void showSelection();
+    [[nodiscard]] bool hasSigns() const;
+    std::optional<LRESULT> handleFrame(const Part& part, UINT message, WPARAM wParam,
+                                       LPARAM lParam);
+    void centerText(RECT& client) const;
+    void paintAround() const;
+    void redrawWhole();
     bool pastedAnew(const std::wstring& edited);
     void paste();
     void deleteWord(bool before);

@@ -73,10 +73,15 @@ void FrameWindow::paintGroup(HDC context, RECT area) const {
         return;
     const auto pair = host().palette().surface(*control());
     const Selected font(context, fonts.plain());
-    SetTextColor(context, pair.fore);
-    SetBkColor(context, pair.back);
-    SetBkMode(context, OPAQUE);
+    const int beside = host().scale().pixels(30);
     area.left += host().scale().pixels(120);
+    area.bottom = area.top + fonts.height();
+    RECT gap = area;
+    DrawTextW(context, caption.c_str(), static_cast<int>(caption.size()), &gap,
+              DT_SINGLELINE | DT_LEFT | DT_TOP | DT_CALCRECT);
+    fill(context, {gap.left - beside, gap.top, gap.right + beside, gap.bottom}, pair.back);
+    SetTextColor(context, pair.fore);
+    SetBkMode(context, TRANSPARENT);
     DrawTextW(context, caption.c_str(), static_cast<int>(caption.size()), &area,
               DT_SINGLELINE | DT_LEFT | DT_TOP);
 }

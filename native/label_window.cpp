@@ -14,10 +14,20 @@ LabelWindow::LabelWindow(ViewHost& host, Label& label, HWND parent) : ControlWin
 void LabelWindow::show(Property property) {
     static const Setter setters[] = {
         {Property::caption, &LabelWindow::showCaption},
-        {Property::look, &LabelWindow::redraw},
+        {Property::look, &LabelWindow::showLook},
     };
     ControlWindow::show(property);
     ControlWindow::show(property, setters);
+}
+
+void LabelWindow::showAll() {
+    font_ = nullptr; // there may be others
+    ControlWindow::showAll();
+}
+
+void LabelWindow::showLook() {
+    font_ = nullptr;
+    redraw();
 }
 
 // Screen readers have the name of a field by the text of the label before it.
@@ -26,8 +36,9 @@ void LabelWindow::showCaption() {
     if (caption == caption_)
         return;
     caption_ = std::move(caption);
-    const Nested nested(showing_);
-    pass(mainPart(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(caption_.c_str()));
+    // The native one would paint itself at once.
+    DefWindowProcW(window(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(caption_.c_str()));
+    font_ = nullptr;
     redraw();
 }
 
@@ -37,7 +48,8 @@ std::optional<LRESULT> LabelWindow::handleOwn(const Part& part, UINT message, WP
     case WM_PAINT:
     case WM_PRINTCLIENT: {
         const Painting painting(part.window,
-                                message == WM_PAINT ? nullptr : reinterpret_cast<HDC>(wParam));
+                                message == WM_PAINT ? nullptr : reinterpret_cast<HDC>(wParam),
+                                host().backBuffer());
         paint(painting.context(), painting.area());
         return 0;
     }
@@ -85,18 +97,29 @@ int LabelWindow::neededWidth(HDC context) const {
 }
 
 // A text that is too wide for its place is drawn narrower rather than cut off.
-void LabelWindow::paintText(HDC context, RECT area) {
+HFONT LabelWindow::fittingFont(HDC context, int width) {
     constexpr int narrowest = 55; // three letters of a currency in the place of a "$"
     auto& fonts = host().fonts();
-    const int width = static_cast<int>(area.right);
-    HFONT font = label().isLink() ? fonts.underlined() : fonts.plain();
+    if (label().isLink())
+        return fonts.underlined();
     const auto widthIn = [&](HFONT tried) {
         const Selected chosen(context, tried);
         return neededWidth(context);
     };
-    if (width > 0 && !label().isLink() && widthIn(font) > width)
-        font = fonts.fitting(width, narrowest, widthIn);
-    const Selected chosen(context, font);
+    if (width <= 0 || widthIn(fonts.plain()) <= width)
+        return fonts.plain();
+    return fonts.fitting(width, narrowest, widthIn);
+}
+
+void LabelWindow::paintText(HDC context, RECT area) {
+    const int width = static_cast<int>(area.right);
+    if (font_ == nullptr || width != fontWidth_) {
+        font_ = fittingFont(context, width);
+        fontWidth_ = width;
+    }
+    const Selected chosen(context, font_);
+    if (label().wordWrap()) // a last line that lacks less than its tails is no part of one
+        area.bottom += host().fonts().height() / 4;
     DrawTextW(context, caption_.c_str(), static_cast<int>(caption_.size()), &area,
               flags() | DT_EDITCONTROL);
 }

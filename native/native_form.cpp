@@ -240,9 +240,13 @@ void NativeForm::drawInside(HWND parent, HDC context) const {
         ClientToScreen(child, &inner);
         const int before = SaveDC(context);
         IntersectClipRect(context, place.left, place.top, place.right, place.bottom);
+        const auto* view = ControlWindow::of(child);
+        if (view != nullptr && view->control() == nullptr)
+            view = nullptr;
+        if (view != nullptr)
+            view->paintUnder(context, place);
         if ((GetWindowLongPtrW(child, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0)
             DrawEdge(context, &place, EDGE_SUNKEN, BF_RECT);
-        const auto* view = ControlWindow::of(child);
         const int unclipped = SaveDC(context);
         OffsetViewportOrgEx(context, inner.x - corner.x, inner.y - corner.y, nullptr);
         RECT area;
@@ -253,7 +257,7 @@ void NativeForm::drawInside(HWND parent, HDC context) const {
         SendMessageW(child, WM_PRINTCLIENT, target, PRF_CLIENT | PRF_ERASEBKGND);
         drawInside(child, context);
         RestoreDC(context, unclipped);
-        if (view != nullptr && view->control() != nullptr)
+        if (view != nullptr && view->window() == child)
             view->paintOver(context, place);
         RestoreDC(context, before);
     }

@@ -88,6 +88,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     [[nodiscard]] const PixelScale& scale() const override { return scale_; }
     [[nodiscard]] Fonts& fonts() override { return *fonts_; }
     [[nodiscard]] Palette& palette() override { return palette_; }
+    [[nodiscard]] BackBuffer& backBuffer() override { return backBuffer_; }
     [[nodiscard]] std::optional<LRESULT> reflected(UINT message, WPARAM wParam,
                                                    LPARAM lParam) override;
     bool keyDown(const MSG& message) override;
@@ -139,6 +140,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     bool ownScale_ = false;
     std::unique_ptr<Fonts> fonts_;
     Palette palette_;
+    BackBuffer backBuffer_;
     std::unordered_map<const Control*, View> views_;
     FramesOnShow onShow_;
     ControlWindow* pressed_ = nullptr;

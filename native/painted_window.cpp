@@ -42,7 +42,8 @@ std::optional<LRESULT> PaintedWindow::handleOwn(const Part& part, UINT message, 
     case WM_PAINT:
     case WM_PRINTCLIENT: {
         const Painting painting(part.window,
-                                message == WM_PAINT ? nullptr : reinterpret_cast<HDC>(wParam));
+                                message == WM_PAINT ? nullptr : reinterpret_cast<HDC>(wParam),
+                                host().backBuffer());
         const auto pair = host().palette().surface(*control());
         const auto* shape = dynamic_cast<const Shape*>(control());
         fill(painting.context(), painting.area(), pair.back);

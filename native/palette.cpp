@@ -53,6 +53,10 @@ COLORREF Palette::mark(const TextField& shown) const {
     return readable(markColor(kind), field(shown).back, signContrast);
 }
 
+COLORREF Palette::origin(const TextField& shown) const {
+    return readable(mark_colors::origin, field(shown).back, signContrast);
+}
+
 COLORREF Palette::edge() const {
     return readable(GetSysColor(COLOR_BTNSHADOW), face_, signContrast);
 }

@@ -26,7 +26,8 @@ class Palette {
     [[nodiscard]] Pair surface(const Control& control) const;
     // The colour of a mark at a field; CLR_NONE without one.
     [[nodiscard]] COLORREF mark(const TextField& field) const;
-    [[nodiscard]] COLORREF edge() const; // of a patch of colour on the page
+    [[nodiscard]] COLORREF origin(const TextField& field) const; // of the corner for it
+    [[nodiscard]] COLORREF edge() const;                         // of a patch of colour on the page
     [[nodiscard]] COLORREF face() const { return face_; }
     [[nodiscard]] bool highContrast() const { return highContrast_; }
     // A colour of a model; system colours are looked up.

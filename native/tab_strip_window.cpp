@@ -57,10 +57,21 @@ void TabStripWindow::showWidths() {
     for (int tab = 1; tab <= strip().count(); ++tab)
         room += host().scale().pixels(strip().tab(tab).width) -
                 host().fonts().widthOf(toWide(withoutMnemonic(strip().tab(tab).caption)));
-    const int beside = std::max(3, room / (2 * strip().count()));
-    const int above =
-        std::max(1, (host().scale().place(strip()).height - host().fonts().height()) / 2 - 3);
-    pass(mainPart(), TCM_SETPADDING, 0, MAKELPARAM(beside, above));
+    // As high as the strip but for the line below them.
+    const auto place = host().scale().place(strip());
+    const int height = std::max(1, place.height - 2 * GetSystemMetrics(SM_CYEDGE));
+    constexpr int least = 3;
+    constexpr int behind = 4; // else the system shows arrows to scroll by
+    for (int beside = std::max(least, room / (2 * strip().count())); beside >= least; --beside) {
+        pass(mainPart(), TCM_SETPADDING, 0, MAKELPARAM(beside, 1));
+        for (const int tried : {0, height}) // with another height the tabs are laid out anew
+            pass(mainPart(), TCM_SETITEMSIZE, 0, MAKELPARAM(0, tried));
+        RECT last{};
+        pass(mainPart(), TCM_GETITEMRECT, static_cast<WPARAM>(strip().count() - 1),
+             reinterpret_cast<LPARAM>(&last));
+        if (last.right <= place.width - behind)
+            break;
+    }
 }
 
 int TabStripWindow::tabAt(POINT place) const {

@@ -24,6 +24,7 @@ class ViewHost {
     [[nodiscard]] virtual const PixelScale& scale() const = 0;
     [[nodiscard]] virtual Fonts& fonts() = 0;
     [[nodiscard]] virtual Palette& palette() = 0;
+    [[nodiscard]] virtual BackBuffer& backBuffer() = 0;
 
     // A message of the system that came to the parent of a control's window, and concerns that one;
     // nothing where it concerns none.

@@ -52,4 +52,14 @@ Color markColor(MarkKind kind) {
                                         : mark_colors::quiet;
 }
 
+std::optional<OriginCorner> originCorner(const TextField& field, double height) {
+    if (!field.origin().marked)
+        return std::nullopt;
+    const auto* box = dynamic_cast<const TextBox*>(&field);
+    OriginCorner corner;
+    corner.atLeft = box != nullptr && box->alignment() == Alignment::right;
+    corner.side = (height - 2 * corner.inset) / 3.5;
+    return corner;
+}
+
 } // namespace vkr

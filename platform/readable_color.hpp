@@ -4,6 +4,8 @@
 #include "platform/color.hpp"
 #include "platform/text_field.hpp"
 
+#include <optional>
+
 namespace vkr {
 
 // Of colours that are no system colours.
@@ -32,5 +34,15 @@ inline constexpr Color origin = colorOf(20, 110, 190);
 
 // Of a field with something to tell; its frame or wave is `readable` on the field.
 [[nodiscard]] Color markColor(MarkKind kind);
+
+// Where a field has the corner for the origin of its figure: at the top, where its text does not
+// begin. A right-angled triangle, `inset` within the edges of the field.
+struct OriginCorner {
+    bool atLeft = false;
+    double side = 0;
+    double inset = 1;
+};
+// For a field of that height; nothing for one that has none.
+[[nodiscard]] std::optional<OriginCorner> originCorner(const TextField& field, double height);
 
 } // namespace vkr
