@@ -4,6 +4,7 @@
 #include "native/native_text.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace vkr {
@@ -71,18 +72,73 @@ void paintAll(HWND window) {
                  RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
-bool report(const char* name, std::vector<double> subject, std::vector<double> reference,
-            double target) {
-    const auto median = [](std::vector<double>& times) {
-        std::ranges::sort(times);
-        return times[times.size() / 2];
-    };
-    const double one = median(subject);
-    const double other = median(reference);
-    const bool reached = one / other <= target;
-    std::printf("%-40s %8.2f ms against %8.2f ms: %5.2f, to reach %4.2f%s\n", name, one * 1000,
-                other * 1000, one / other, target, reached ? "" : "  ABOVE");
-    return reached;
+namespace {
+
+// The value below which `share` of all lie.
+double quantile(std::vector<double> values, double share) {
+    std::ranges::sort(values);
+    const double place = share * static_cast<double>(values.size() - 1);
+    const auto below = static_cast<std::size_t>(place);
+    const auto above = std::min(below + 1, values.size() - 1);
+    return std::lerp(values[below], values[above], place - static_cast<double>(below));
+}
+
+} // namespace
+
+void Ratio::addPair() {
+    std::vector<double> subject;
+    std::vector<double> reference;
+    for (int turn = 0; turn < turns_; ++turn) {
+        const bool subjectFirst = (static_cast<std::size_t>(turn) + ratios_.size()) % 2 == 0;
+        if (subjectFirst)
+            subject.push_back(subject_());
+        reference.push_back(reference_());
+        if (!subjectFirst)
+            subject.push_back(subject_());
+    }
+    ratios_.push_back(quantile(subject, 0.5) / quantile(reference, 0.5));
+}
+
+bool Ratio::reaches(const char* name, double target) {
+    constexpr std::size_t fewest = 7;
+    constexpr std::size_t most = 21;
+    subject_(); // what is made once
+    reference_();
+    double low = 0;
+    double high = 0;
+    while (ratios_.size() < fewest || (low <= target && high > target && ratios_.size() < most)) {
+        addPair();
+        low = quantile(ratios_, 0.25);
+        high = quantile(ratios_, 0.75);
+    }
+    const double median = quantile(ratios_, 0.5);
+    const char* verdict = low > target      ? "MISSED"
+                          : median > target ? "met within the spread"
+                                            : "met";
+    std::printf("%-45s %5.2f (%4.2f-%4.2f, %2zu pairs), to reach %4.2f  %s\n", name, median, low,
+                high, ratios_.size(), target, verdict);
+    std::fflush(stdout);
+    return low <= target;
+}
+
+namespace {
+
+int messages = 0;
+
+LRESULT CALLBACK countMessage(int code, WPARAM wParam, LPARAM lParam) {
+    ++messages;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+} // namespace
+
+int messagesOf(const std::function<void()>& work) {
+    const HHOOK hook =
+        SetWindowsHookExW(WH_CALLWNDPROC, countMessage, nullptr, GetCurrentThreadId());
+    messages = 0;
+    work();
+    UnhookWindowsHookEx(hook);
+    return messages;
 }
 
 } // namespace vkr

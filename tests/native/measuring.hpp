@@ -3,6 +3,7 @@
 
 #include "native/windows_api.hpp"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,8 +36,29 @@ std::vector<HWND> makeBare(HWND parent, const std::vector<Bare>& list, HFONT fon
 
 void paintAll(HWND window);
 
-// Prints the medians and their ratio; false where that is above its target.
-bool report(const char* name, std::vector<double> subject, std::vector<double> reference,
-            double target);
+// How often the time of the reference the subject takes. Both run in turns, each in turn the first;
+// the medians of some turns make a pair. As the other ratios it is measured more often while the
+// middle half of the pairs lies on both sides of the target.
+class Ratio {
+  public:
+    using Work = std::function<double()>; // says how long it took
+
+    Ratio(Work subject, Work reference, int turns)
+        : subject_(std::move(subject)), reference_(std::move(reference)), turns_(turns) {}
+
+    // Prints the median; false where three pairs of four are above the target.
+    bool reaches(const char* name, double target);
+
+  private:
+    void addPair();
+
+    Work subject_;
+    Work reference_;
+    int turns_;
+    std::vector<double> ratios_;
+};
+
+// How many messages were sent to windows, which does not depend on the machine.
+[[nodiscard]] int messagesOf(const std::function<void()>& work);
 
 } // namespace vkr

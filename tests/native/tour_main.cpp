@@ -10,6 +10,8 @@
 #include <exception>
 #include <string>
 #include <utility>
+#include <uxtheme.h>
+#include <vector>
 
 namespace {
 
@@ -37,6 +39,7 @@ class Tour {
         showOpened("menu", "txtName", VK_APPS);
         showBlocks();
         showHelp();
+        showDark();
     }
 
   private:
@@ -68,6 +71,8 @@ class Tour {
         host_.services().setClipboardText("1.5M");
         strikeKey('V', shifts::control);
         strike(VK_TAB);
+        for (const char* imported : {"txtName", "txtCommonShares", "cmbIndustry"})
+            host_.entry().form().get<TextField>(imported).setOrigin({"Imported.", true});
         enter("txtCommSO");
         strikeCharacter(U'x');
         show("marks");
@@ -114,6 +119,37 @@ class Tour {
         for (const int key : {VK_APPS, VK_UP, VK_RETURN}) // the last entry of the menu
             strikeKey(static_cast<WORD>(key));
         show("help");
+    }
+
+    // The system's colours turned round, as people have them who ask for high contrast, with
+    // controls that are drawn in these.
+    void showDark() {
+        constexpr std::pair<int, COLORREF> dark[] = {
+            {COLOR_BTNFACE, RGB(32, 32, 32)},        {COLOR_WINDOW, RGB(0, 0, 0)},
+            {COLOR_BTNTEXT, RGB(255, 255, 255)},     {COLOR_WINDOWTEXT, RGB(255, 255, 255)},
+            {COLOR_GRAYTEXT, RGB(63, 242, 63)},      {COLOR_BTNSHADOW, RGB(128, 128, 128)},
+            {COLOR_BTNHIGHLIGHT, RGB(96, 96, 96)},   {COLOR_3DDKSHADOW, RGB(255, 255, 255)},
+            {COLOR_HIGHLIGHT, RGB(26, 235, 255)},    {COLOR_HIGHLIGHTTEXT, RGB(0, 0, 0)},
+            {COLOR_WINDOWFRAME, RGB(255, 255, 255)},
+        };
+        std::vector<int> names;
+        std::vector<COLORREF> colors;
+        std::vector<COLORREF> before;
+        for (const auto& [name, color] : dark) {
+            names.push_back(name);
+            colors.push_back(color);
+            before.push_back(GetSysColor(name));
+        }
+        SetThemeAppProperties(0);
+        SetSysColors(static_cast<int>(names.size()), names.data(), colors.data());
+        SendMessageW(host_.form().window(), WM_SYSCOLORCHANGE, 0, 0);
+        for (const auto& [tab, name] :
+             {std::pair{toCompany, "dark-company"}, std::pair{toYearly, "dark-yearly"},
+              std::pair{toOptions, "dark-options"}}) {
+            host_.entry().put_CurrentTab(tab);
+            show(name);
+        }
+        SetSysColors(static_cast<int>(names.size()), names.data(), before.data());
     }
 
     static inline Tour* open_ = nullptr; // while something is open

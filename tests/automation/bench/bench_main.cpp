@@ -38,7 +38,6 @@ Placed place(TestSite& site, ::iVKR_Company* company) {
 }
 
 bool created() {
-    constexpr int rounds = 15;
     const auto site = makeCom<TestSite>();
     const auto company = LoadedLibrary::get().create<::iVKR_Company>(__uuidof(::Company));
     company->put_Name(Bstr("Acme").get());
@@ -51,60 +50,58 @@ bool created() {
     const HFONT font = CreateFontIndirectW(&look);
     first.close();
     std::printf("%zu windows\n", list.size());
-    std::vector<double> subject;
-    std::vector<double> reference;
     const HWND stage = makeStage();
-    for (int round = 0; round < rounds; ++round) {
-        Placed placed;
-        subject.push_back(timeOf([&] { placed = place(*site.get(), company.get()); }));
-        placed.close();
-        HWND around = nullptr;
-        reference.push_back(timeOf([&] {
-            around = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0,
-                                     0, 540, 390, stage, nullptr, nullptr, nullptr);
-            makeBare(around, list, font);
-            paintAll(stage);
-        }));
-        DestroyWindow(around);
-    }
+    Ratio ratio(
+        [&] {
+            Placed placed;
+            const double time = timeOf([&] { placed = place(*site.get(), company.get()); });
+            placed.close();
+            return time;
+        },
+        [&] {
+            HWND around = nullptr;
+            const double time = timeOf([&] {
+                around = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
+                                         0, 0, 540, 390, stage, nullptr, nullptr, nullptr);
+                makeBare(around, list, font);
+                paintAll(stage);
+            });
+            DestroyWindow(around);
+            return time;
+        },
+        3);
+    const bool reached = ratio.reaches("control created, activated and painted", 1.3);
     DestroyWindow(stage);
     DeleteObject(font);
-    return report("control created, activated and painted", subject, reference, 1.3);
+    return reached;
 }
 
 // By its name, as scripts do it.
 double readOften(IDispatch* object) {
     constexpr int reads = 20000;
     return timeOf([&] {
-               wchar_t name[] = L"VisibleQuarters";
-               LPOLESTR names = name;
-               for (int i = 0; i < reads; ++i) {
-                   DISPID id = 0;
-                   object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
-                   DISPPARAMS none{};
-                   OwnedVariant value;
-                   object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
-                                  value.receive(), nullptr, nullptr);
-                   if (V_I2(&value.get()) != 9)
-                       std::abort();
-               }
-           }) /
-           reads * 1000; // of a thousand
+        wchar_t name[] = L"VisibleQuarters";
+        LPOLESTR names = name;
+        for (int i = 0; i < reads; ++i) {
+            DISPID id = 0;
+            object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+            DISPPARAMS none{};
+            OwnedVariant value;
+            object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                           value.receive(), nullptr, nullptr);
+            if (V_I2(&value.get()) != 9)
+                std::abort();
+        }
+    });
 }
 
 bool read() {
-    constexpr int rounds = 9;
     const auto control = LoadedLibrary::get().create<::_VKRDataEntry>(__uuidof(::VKRDataEntry));
     ComPtr<ITypeInfo> info;
     control->GetTypeInfo(0, 0, info.receive());
     const auto bare = makeCom<BareDispatch>(info);
-    std::vector<double> subject;
-    std::vector<double> reference;
-    for (int round = 0; round < rounds; ++round) {
-        subject.push_back(readOften(control.get()));
-        reference.push_back(readOften(bare.get()));
-    }
-    return report("1000 properties read late bound", subject, reference, 1.5);
+    Ratio ratio([&] { return readOften(control.get()); }, [&] { return readOften(bare.get()); }, 3);
+    return ratio.reaches("a property read late bound", 1.5);
 }
 
 } // namespace
