@@ -433,7 +433,14 @@ TEST_F(Control, IsDrawnWithoutAWindow) {
     EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, paper, &bounds, nullptr,
                          nullptr, 0),
               S_OK);
-    DeleteEnhMetaFile(CloseEnhMetaFile(paper));
+    const HENHMETAFILE recorded = CloseEnhMetaFile(paper);
+    EXPECT_GT(GetEnhMetaFileBits(recorded, 0, nullptr), 10000U); // a picture of the form
+    DeleteEnhMetaFile(recorded);
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context, &bounds, nullptr,
+                         nullptr, 0),
+              S_OK);
+    EXPECT_EQ(GetPixel(context, 30, 10), GetSysColor(COLOR_WINDOW)); // the field of the name
+    EXPECT_EQ(GetPixel(context, 5, 85), GetSysColor(COLOR_BTNFACE));
     SelectObject(context, old);
     DeleteObject(bitmap);
     DeleteDC(context);
