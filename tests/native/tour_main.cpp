@@ -10,7 +10,6 @@
 #include <exception>
 #include <string>
 #include <utility>
-#include <uxtheme.h>
 #include <vector>
 
 namespace {
@@ -121,8 +120,8 @@ class Tour {
         show("help");
     }
 
-    // The system's colours turned round, as people have them who ask for high contrast, with
-    // controls that are drawn in these.
+    // The system's colours turned round, as people have them who ask for high contrast. What a
+    // visual style draws keeps its own.
     void showDark() {
         constexpr std::pair<int, COLORREF> dark[] = {
             {COLOR_BTNFACE, RGB(32, 32, 32)},        {COLOR_WINDOW, RGB(0, 0, 0)},
@@ -140,7 +139,6 @@ class Tour {
             colors.push_back(color);
             before.push_back(GetSysColor(name));
         }
-        SetThemeAppProperties(0);
         SetSysColors(static_cast<int>(names.size()), names.data(), colors.data());
         SendMessageW(host_.form().window(), WM_SYSCOLORCHANGE, 0, 0);
         for (const auto& [tab, name] :
