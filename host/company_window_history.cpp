@@ -83,10 +83,12 @@ void CompanyWindow::showHistory(Datum datum, std::optional<int> element) {
     history().showFigure(datum, fromUtf8(historyPeriod(*record_, datum, element)));
 }
 
-// The history is that of the company that it was.
+// The history, and what is called right from now on, are not those of the company that it was.
 void CompanyWindow::becomeNew() {
     id_.reset();
     delete std::exchange(history_, nullptr);
+    judgedCompany_.reset();
+    checks_->moveSilencedTo(std::make_shared<SilencedInMemory>());
 }
 
 void CompanyWindow::restoreState(const HistoryGroup& group) {

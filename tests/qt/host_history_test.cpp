@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The history of a company and of a figure, as the host shows it.
 #include "host/assistant.hpp"
+#include "host/findings_panel.hpp"
 #include "host/history_window.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/support/elements.hpp"
@@ -220,13 +221,13 @@ class HostHistoryOfACopy : public HostHistory, public testing::WithParamInterfac
   protected:
     // A window whose company others have saved or deleted meanwhile, with its history beside it.
     CompanyWindow& overtaken() {
-        CompanyWindow& mine = open(*host_, "AAPL");
+        CompanyWindow& mine = open(*host_, "SNOW");
         const auto colleague = another();
         if (GetParam().isRemoved) {
             const Answers answers({"Delete"});
             colleague->deleteCompanies({*mine.id()});
         } else {
-            CompanyWindow& theirs = open(*colleague, "AAPL");
+            CompanyWindow& theirs = open(*colleague, "SNOW");
             change(theirs, Datum::City, "Theirs");
             EXPECT_TRUE(theirs.save());
             theirs.discard();
@@ -251,7 +252,7 @@ class HostHistoryOfACopy : public HostHistory, public testing::WithParamInterfac
     static void expectThatOfACopy(HistoryWindow& history) {
         constexpr int what = 2;
         EXPECT_EQ(changes(history).findItems("Saved as a copy", Qt::MatchExactly, what).size(), 1);
-        EXPECT_EQ(changes(history).findItems("Import of AAPL", Qt::MatchExactly, what).size(), 0);
+        EXPECT_EQ(changes(history).findItems("Import of SNOW", Qt::MatchExactly, what).size(), 0);
     }
 };
 
@@ -291,6 +292,27 @@ TEST_P(HostHistoryOfACopy, BeginsWhenItIsSaved) {
     keepOut(false);
     ASSERT_TRUE(mine.save());
     expectThatOfACopy(shownHistory(mine));
+    mine.discard();
+}
+
+TEST_P(HostHistoryOfACopy, IsSpokenOfByItselfBeforeItIsSaved) {
+    CompanyWindow& mine = overtaken();
+    const std::int64_t before = *mine.id();
+    keepOut(true);
+    {
+        const Answers answers({GetParam().answer, "OK"});
+        EXPECT_FALSE(mine.save());
+        QApplication::processEvents(); // the figures are looked over
+        mine.findChild<FindingsPanel*>()->enter();
+        mine.findChild<QPushButton*>("itIsRight")->click();
+        EXPECT_TRUE(answers.allGiven());
+    }
+    const auto theirs = host_->store().load(before);
+    EXPECT_EQ(!theirs, GetParam().isRemoved);
+    EXPECT_TRUE(!theirs || theirs.value().calledRight.empty());
+    keepOut(false);
+    ASSERT_TRUE(mine.save());
+    EXPECT_EQ(host_->store().load(*mine.id()).value().calledRight.size(), 1U);
     mine.discard();
 }
 
