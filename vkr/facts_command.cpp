@@ -83,12 +83,15 @@ void takeOver(const Call& call, CompanyStore& store, const CompanySummary& compa
 
 // A company that the database has under another symbol is not to come in twice, for a slip in it.
 void refuseKnownName(CompanyStore& store, const std::string& name) {
-    for (const CompanySummary& known : valueOf(store.find(ListColumn::name, name)))
-        throw CommandFailure(ExitCode::input, "The database has " +
-                                                  printable(titleOf(known.name, known.symbol)) +
-                                                  " already. Nothing was changed. Name it by its "
-                                                  "symbol, or by --symbol id:" +
-                                                  std::to_string(known.key.id) + ".");
+    const auto known = valueOf(store.find(ListColumn::name, name));
+    if (known.empty())
+        return;
+    const CompanySummary& one = known.front();
+    throw CommandFailure(ExitCode::input, "The database has " +
+                                              printable(titleOf(one.name, one.symbol)) +
+                                              " already. Nothing was changed. Name it by its "
+                                              "symbol, or by --symbol id:" +
+                                              std::to_string(one.key.id) + ".");
 }
 
 FilingsReview reviewOf(const Call& call, const CompanyRecord& record,
@@ -107,29 +110,22 @@ FilingsReview reviewOf(const Call& call, const CompanyRecord& record,
 }
 
 // What the document says of a company that the database has not: it is added with what is accepted.
-ExitCode addCompany(const Call& call, CompanyStore& store, const std::string& symbol) {
-    const auto record = std::make_shared<CompanyRecord>();
-    const FilingsReview review = reviewOf(call, *record, {});
+void addCompany(const Call& call, CompanyStore& store, const std::string& symbol,
+                const std::shared_ptr<CompanyRecord>& record, const FilingsReview& review) {
     const std::string title = printable(titleOf(review.entityName, upperCase(symbol)));
-    refuseKnownName(store, review.entityName);
-    writeReview(call, review);
-    const auto open = tellCounts(call, review);
     const int ticked = review.ticked();
     if (ticked == 0) {
         call.terminal.say(title + " is not in the database. It is added with what --accept takes.");
-    } else {
-        record->put_Name(review.entityName);
-        record->put_Symbol(upperCase(symbol));
-        if (const auto refusal = importFilings(record, review))
-            throw CommandFailure(ExitCode::refused, printable(*refusal));
-        valueOf(store.save(std::nullopt, *record, 0, accountOf(review)));
-        call.terminal.say(title + " was not in the database and " +
-                          (call.line.has(Option::dryRun) ? "would be" : "is") +
-                          " added: " + importName(ticked) + ".");
+        return;
     }
-    if (call.line.has(Option::dryRun))
-        call.terminal.say("This was a dry run: the database is as it was.");
-    return open > ticked ? ExitCode::findings : ExitCode::done;
+    record->put_Name(review.entityName);
+    record->put_Symbol(upperCase(symbol));
+    if (const auto refusal = importFilings(record, review))
+        throw CommandFailure(ExitCode::refused, printable(*refusal));
+    valueOf(store.save(std::nullopt, *record, 0, accountOf(review)));
+    call.terminal.say(title + " was not in the database and " +
+                      (call.line.has(Option::dryRun) ? "would be" : "is") +
+                      " added: " + importName(ticked) + ".");
 }
 
 } // namespace
@@ -140,20 +136,22 @@ ExitCode importFacts(const Call& call) {
         throw CommandFailure(ExitCode::usage, "Name the company with --symbol SYMBOL.");
     const auto store = openDatabase(call);
     const auto found = companyIfThere(*store, *symbol);
-    if (!found)
-        return addCompany(call, *store, *symbol);
-    const CompanySummary& company = *found;
-    const LoadedCompany loaded = load(call, *store, company);
+    const LoadedCompany loaded = found ? load(call, *store, *found)
+                                       : LoadedCompany{std::make_shared<CompanyRecord>(), 0, {}};
     const FilingsReview review = reviewOf(call, *loaded.record, loaded.origins);
-    if (review.match != CompanyMatch::same && !call.line.has(Option::sameCompany))
+    if (!found)
+        refuseKnownName(*store, review.entityName);
+    else if (review.match != CompanyMatch::same && !call.line.has(Option::sameCompany))
         throw CommandFailure(ExitCode::input, printable(review.question) +
                                                   "\nNothing was changed. With "
                                                   "--same-company it is taken as it is.");
     writeReview(call, review);
     const auto open = tellCounts(call, review);
     const int ticked = review.ticked();
-    if (ticked > 0)
-        takeOver(call, *store, company, loaded, review);
+    if (!found)
+        addCompany(call, *store, *symbol, loaded.record, review);
+    else if (ticked > 0)
+        takeOver(call, *store, *found, loaded, review);
     if (call.line.has(Option::dryRun))
         call.terminal.say("This was a dry run: the database is as it was.");
     return open > ticked ? ExitCode::findings : ExitCode::done;
