@@ -6,8 +6,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
-
 namespace vkr {
 
 namespace {
