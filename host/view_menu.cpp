@@ -29,6 +29,18 @@ QString numberPattern(bool grouped) {
     return grouped ? QStringLiteral("#,##0.00") : QStringLiteral("#0.00");
 }
 
+// What a form begins with: as it was left, else with letters as large as the desktop's own, and no
+// larger than the screen.
+int zoomAtStart(const VKRDataEntryWidget& entry) {
+    const QVariant kept = programSettings().value(QLatin1String(zoomKey));
+    const int letters = QFontInfo(QApplication::font()).pixelSize();
+    const int own = FormView::fontFor(PixelScale(entry.logicalDpiX())).pixelSize();
+    const QSize whole = entry.sizeHint() * 100 / entry.zoom();
+    const QSize room = entry.screen()->availableSize() * 9 / 10; // what the window has around it
+    return std::min({kept.isValid() ? kept.toInt() : 100 * letters / own,
+                     100 * room.width() / whole.width(), 100 * room.height() / whole.height()});
+}
+
 } // namespace
 
 ViewMenu::ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry)
@@ -88,16 +100,6 @@ void ViewMenu::groupDigits(bool grouped) {
     programSettings().setValue(QLatin1String(groupingKey), grouped);
     entry_.setNumberFormat(numberPattern(grouped));
     entry_.recordChanged(); // shows the figures anew
-}
-
-int zoomAtStart(const VKRDataEntryWidget& entry) {
-    const QVariant kept = programSettings().value(QLatin1String(zoomKey));
-    const int letters = QFontInfo(QApplication::font()).pixelSize();
-    const int own = FormView::fontFor(PixelScale(entry.logicalDpiX())).pixelSize();
-    const QSize whole = entry.sizeHint() * 100 / entry.zoom();
-    const QSize room = entry.screen()->availableSize() * 9 / 10; // what the window has around it
-    return std::min({kept.isValid() ? kept.toInt() : 100 * letters / own,
-                     100 * room.width() / whole.width(), 100 * room.height() / whole.height()});
 }
 
 } // namespace vkr

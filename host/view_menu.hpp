@@ -21,10 +21,10 @@ class ViewMenu : public QObject {
     ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry);
 
     [[nodiscard]] QMenu& menu() { return *menu_; }
-    // In percent; the window grows or shrinks with the form where it can.
-    void zoomTo(int percent);
 
   private:
+    // In percent; the window grows or shrinks with the form where it can.
+    void zoomTo(int percent);
     [[nodiscard]] bool fillsScreen() const;
     void groupDigits(bool grouped);
 
@@ -32,9 +32,5 @@ class ViewMenu : public QObject {
     QMenu* menu_;
     VKRDataEntryWidget& entry_;
 };
-
-// What a form begins with: as it was left, else with letters as large as the desktop's own, and no
-// larger than the screen.
-[[nodiscard]] int zoomAtStart(const VKRDataEntryWidget& entry);
 
 } // namespace vkr
