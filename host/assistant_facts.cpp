@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/assistant_facts.hpp"
 
-#include "host/help_pages.hpp"
 #include "host/texts.hpp"
 #include "input/date_pattern.hpp"
 #include "input/date_reader.hpp"
@@ -36,10 +35,6 @@ std::optional<double> figureAt(const iVKR_Company& company, Datum series, int el
         return std::nullopt;
     const double figure = value.array().number(element);
     return figure == 0 ? std::nullopt : std::optional(figure);
-}
-
-QString seriesTitle(Datum series) {
-    return helpPage(helpObjectBase + topicOf(series).object)->title;
 }
 
 History::Period yearAt(const iVKR_Company& company, int element) {
@@ -151,7 +146,7 @@ History historyOf(const AssistantTopic& topic, const iVKR_Company& company,
     const Span span = spanOf(topic, company);
     QStringList names;
     for (const Datum series : data) {
-        History::Series one{seriesTitle(series), {}};
+        History::Series one{helpTitleOf(topicOf(series)), {}};
         for (int at = span.oldest; at >= span.newest; --at)
             one.figures.append(figureAt(company, series, at));
         names.append(one.name);
@@ -310,7 +305,7 @@ AssistantFacts assistantFacts(const AssistantTopic& topic, const iVKR_Company& c
                               std::optional<int> element, const QString& shown,
                               const QString& dateFormat, const NumberMarks& marks) {
     AssistantFacts facts;
-    facts.title = helpPage(helpObjectBase + topic.object)->title;
+    facts.title = helpTitleOf(topic);
     const bool isOfPeriods = topic.datum && isSeries(rowOf(*topic.datum));
     if (!isOfPeriods)
         element.reset();
@@ -332,7 +327,7 @@ AssistantFacts assistantFacts(const AssistantTopic& topic, const iVKR_Company& c
     facts.differs = saysElse(topic, company, element, shown, dateFormat, marks);
     facts.history = historyOf(topic, company, element);
     if (topic.quarterly) {
-        facts.quartersTitle = seriesTitle(*topic.quarterly);
+        facts.quartersTitle = helpTitleOf(topicOf(*topic.quarterly));
         facts.quartersUnit = suffixOf(topicOf(*topic.quarterly).unit).trimmed();
         for (int quarter = 0; quarter < quartersBeside; ++quarter) {
             const auto figure = figureAt(company, *topic.quarterly, quarter);

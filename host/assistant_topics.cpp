@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/assistant_topics.hpp"
 
+#include "host/help_pages.hpp"
+
 #include <algorithm>
 
 namespace vkr {
@@ -130,6 +132,10 @@ const AssistantTopic& topicOf(Datum datum) {
     else if (datum == Datum::LastQDateForGrid)
         datum = Datum::LastQDate;
     return *std::ranges::find(topics, std::optional(datum), &AssistantTopic::datum);
+}
+
+QString helpTitleOf(const AssistantTopic& topic) {
+    return helpPage(helpObjectBase + topic.object)->title;
 }
 
 } // namespace vkr

@@ -4,6 +4,8 @@
 #include "record/datum_table.hpp"
 #include "record/enumerations.hpp"
 
+#include <QString>
+
 #include <array>
 #include <optional>
 #include <span>
@@ -38,5 +40,7 @@ struct AssistantTopic {
 [[nodiscard]] const AssistantTopic* assistantTopic(int object);
 // The first object that shows the datum; there has to be one.
 [[nodiscard]] const AssistantTopic& topicOf(Datum datum);
+// What the help calls the object.
+[[nodiscard]] QString helpTitleOf(const AssistantTopic& topic);
 
 } // namespace vkr

@@ -4,7 +4,6 @@
 #include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
 #include "host/assistant_facts.hpp"
-#include "host/help_pages.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
 #include "host/tick_delegate.hpp"
@@ -35,10 +34,6 @@ constexpr int widthInCharacters = 104;
 Date today() {
     const QDate day = QDate::currentDate();
     return makeDate(day.year(), day.month(), day.day()).value_or(Date{});
-}
-
-QString figureName(Datum datum) {
-    return helpPage(helpObjectBase + topicOf(datum).object)->title;
 }
 
 } // namespace
@@ -126,7 +121,8 @@ void SplitDialog::preview() {
             text = tr("No figure is of before %1.").arg(isoDate(*date));
         for (const Datum missing : found.missingDates)
             text +=
-                u'\n' + tr("Some are left out for want of a date: %1.").arg(figureName(missing));
+                u'\n' +
+                tr("Some are left out for want of a date: %1.").arg(helpTitleOf(topicOf(missing)));
         told_->setText(text);
         fill(found);
     }
@@ -138,7 +134,7 @@ void SplitDialog::fill(const SplitChanges& split) {
     table_->setRowCount(static_cast<int>(changes_.size()));
     int row = 0;
     for (const auto& [change, isInexact] : changes_) {
-        auto* figure = new QTableWidgetItem(figureName(change.datum));
+        auto* figure = new QTableWidgetItem(helpTitleOf(topicOf(change.datum)));
         figure->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
         figure->setCheckState(Qt::Checked);
         table_->setItem(row, figureColumn, figure);
