@@ -73,12 +73,15 @@ std::string controlOf(const Form& form, const Change& change) {
     return {};
 }
 
+QString changeTitle(const Change& change) {
+    return datumTitle(change.setting.empty() ? rowOf(change.datum).name
+                                             : std::string_view(change.setting));
+}
+
 QString groupTitle(const ChangeGroup& group) {
     if (!group.name.empty() || group.changes.empty())
         return fromUtf8(group.name);
-    const Change& first = group.changes.front();
-    return datumTitle(first.setting.empty() ? rowOf(first.datum).name
-                                            : std::string_view(first.setting));
+    return changeTitle(group.changes.front());
 }
 
 } // namespace vkr

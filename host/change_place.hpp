@@ -14,6 +14,9 @@ namespace vkr {
 // where none does at the moment.
 [[nodiscard]] std::string controlOf(const Form& form, const Change& change);
 
+// What people call the datum or setting.
+[[nodiscard]] QString changeTitle(const Change& change);
+
 // What a group is called in a menu: by its own name, else by the first datum that was changed.
 [[nodiscard]] QString groupTitle(const ChangeGroup& group);
 

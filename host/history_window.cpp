@@ -20,7 +20,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <iterator>
 #include <memory>
 #include <set>
 
@@ -59,11 +58,6 @@ constexpr int limits[] = {0, 1000, 100, 20};
 
 QString told(const char* text) {
     return QCoreApplication::translate("history", text);
-}
-
-QString figureTitle(const std::string& datum, const QString& period) {
-    const QString title = datumTitle(datum);
-    return period.isEmpty() ? title : title + u' ' + period;
 }
 
 // Numbers as the user's locale has them, with all their digits.
@@ -201,7 +195,7 @@ void HistoryWindow::layOut() {
     tree_->setHeaderLabels(
         {tr("When"), tr("Who"), tr("What"), tr("Before"), tr("After"), tr("Where from")});
     for (const int column : {before, after})
-        tree_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+        tree_->headerItem()->setTextAlignment(column, numbers);
     tree_->setAlternatingRowColors(true);
     tree_->setUniformRowHeights(true);
     tree_->header()->setStretchLastSection(true);
@@ -237,7 +231,7 @@ void HistoryWindow::layOut() {
 
 void HistoryWindow::showAll() {
     asked_.reset();
-    refresh();
+    readChoices();
     choose(*figure_, QVariant());
     fillTree();
     comeToFront();
@@ -245,7 +239,7 @@ void HistoryWindow::showAll() {
 
 void HistoryWindow::showFigure(Datum datum, const QString& period) {
     asked_ = {fromUtf8(rowOf(datum).name), period};
-    refresh();
+    readChoices();
     figure_->setCurrentIndex(1);
     fillTree();
     comeToFront();
@@ -259,14 +253,19 @@ void HistoryWindow::comeToFront() {
 }
 
 void HistoryWindow::refresh() {
+    if (readChoices())
+        fillTree();
+}
+
+bool HistoryWindow::readChoices() {
     const auto all = store_.history(company_);
     if (!all) {
         tellFault(parentWidget(), tr("The history can't be read."), fromUtf8(all.error().message));
-        return;
+        return false;
     }
     fillChoices(all.value());
     showExtent();
-    fillTree();
+    return true;
 }
 
 void HistoryWindow::fillChoices(const std::vector<HistoryGroup>& all) {

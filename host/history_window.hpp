@@ -41,10 +41,10 @@ class HistoryWindow : public QDialog {
     struct Figure {
         QString datum;
         QString period;
-        friend bool operator==(const Figure&, const Figure&) = default;
     };
     void layOut();
     void comeToFront();
+    bool readChoices(); // tells where the history can't be read
     void fillChoices(const std::vector<HistoryGroup>& all);
     void fillTree();
     void showExtent();

@@ -39,6 +39,11 @@ QString datumTitle(std::string_view datum) {
     return name.replace(wordStart, QStringLiteral(" "));
 }
 
+QString figureTitle(std::string_view datum, const QString& period) {
+    const QString title = datumTitle(datum);
+    return period.isEmpty() ? title : title + u' ' + period;
+}
+
 QString priceText(double price) {
     constexpr int fewest = 2;
     constexpr int most = 6;

@@ -21,6 +21,9 @@ namespace vkr {
 // Earnings Per Share", "intUnit" is "Unit".
 [[nodiscard]] QString datumTitle(std::string_view datum);
 
+// A datum and the period that the figure is of, where it is of one: "Yearly Revenue 2024".
+[[nodiscard]] QString figureTitle(std::string_view datum, const QString& period);
+
 // In the user's locale, with two decimals and more where the price has them.
 [[nodiscard]] QString priceText(double price);
 

@@ -31,11 +31,6 @@ QString valueText(const TypedFigure& one, const std::string& value) {
     return text.size() <= most ? text : text.left(most) + QChar(0x2026);
 }
 
-QString figureTitle(const TypedFigure& one) {
-    const QString title = datumTitle(rowOf(one.datum).name);
-    return one.period.empty() ? title : title + u' ' + fromUtf8(one.period);
-}
-
 } // namespace
 
 TypedFiguresDialog::TypedFiguresDialog(std::vector<Company> companies, QWidget* parent)
@@ -97,10 +92,11 @@ void TypedFiguresDialog::fill() {
         }
         std::vector<QTreeWidgetItem*>& items = items_.emplace_back();
         for (const TypedFigure& one : company.figures) {
-            auto* item =
-                new QTreeWidgetItem(above, {figureTitle(one), valueText(one, one.stored),
-                                            one.leavesTheTable ? tr("too old for the table")
-                                                               : valueText(one, one.imported)});
+            auto* item = new QTreeWidgetItem(
+                above,
+                {figureTitle(rowOf(one.datum).name, fromUtf8(one.period)),
+                 valueText(one, one.stored),
+                 one.leavesTheTable ? tr("too old for the table") : valueText(one, one.imported)});
             for (const int column : {typed, imported}) {
                 item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
                 item->setToolTip(column, item->text(column));

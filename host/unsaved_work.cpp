@@ -43,14 +43,11 @@ QStringList lines(const std::vector<ChangeGroup>& groups) {
         for (const Change& change : group.changes) {
             if (change.origin == Origin::derived)
                 continue;
-            const QString datum =
-                datumTitle(change.setting.empty() ? rowOf(change.datum).name
-                                                  : std::string_view(change.setting));
             const QString element =
                 change.element ? QStringLiteral("(%1)").arg(*change.element) : QString();
             all.append(QStringLiteral("%1 - %2%3: %4 \u2192 %5")
-                           .arg(groupTitle(group), datum, element, told(change.before),
-                                told(change.after)));
+                           .arg(groupTitle(group), changeTitle(change), element,
+                                told(change.before), told(change.after)));
         }
     return all;
 }

@@ -15,7 +15,8 @@ namespace vkr {
 // Beside the file of the companies; for a server in the folder of the user's own data.
 [[nodiscard]] UnsavedPlace unsavedPlaceOf(const CompanyStore& store);
 
-// A line each, such as "Revenue 2024: 5 → 7".
+// A line for each change but those that were worked out, such as
+// "Paste of 30 Figures - Yearly Revenue(2): 5 → 7".
 [[nodiscard]] QStringList lines(const std::vector<ChangeGroup>& groups);
 
 // Changes that a person gave up, until the window's company is opened again.
