@@ -19,7 +19,6 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QMenuBar>
-#include <QStatusBar>
 
 #include <algorithm>
 
@@ -106,11 +105,8 @@ void CompanyWindow::buildActions() {
     auto* pdf = menu->addAction(tr("Save as P&DF..."), this, [this] { emit pdfAsked(); });
     pdf->setObjectName(QStringLiteral("savePdf"));
     auto* history = menu->addAction(tr("&History..."), this, [this] {
-        if (id_)
+        if (hasHistory())
             this->history().showAll();
-        else
-            tellNews(this, tr("%1 has no history yet.").arg(title()),
-                     tr("It begins when the company is saved."));
     });
     history->setShortcut(Qt::CTRL | Qt::Key_H);
     history->setObjectName(QStringLiteral("history"));

@@ -4,7 +4,6 @@
 #include "company/change_journal.hpp"
 #include "control/vkr_data_entry_events.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
-#include "filings/filings_review.hpp"
 #include "host/unsaved_work.hpp"
 #include "store/company_store.hpp"
 
@@ -79,15 +78,15 @@ class CompanyWindow : public QMainWindow {
   private:
     void buildActions();
     void importChosenFilings();
-    // Where figures come from that are as they are stored; others were changed in this window.
-    [[nodiscard]] OriginQuery originOfFigures() const;
     void buildEditMenu();
     void showSteps();
     bool step(HistoryStep step);
+    void showPlace(); // of the last change that was undone, redone or restored
     void keepUnsaved(const CompanyRecord& stored); // from here on, in a file of its own
     void forgetUnsaved();
     void giveUp();
     void tellAbout(int object, const QVariant& shown);
+    [[nodiscard]] bool hasHistory(); // tells where there is none
     HistoryWindow& history();
     void showHistory(Datum datum, std::optional<int> element);
     void restoreState(const HistoryGroup& group);
@@ -124,13 +123,12 @@ class CompanyWindow : public QMainWindow {
     HistoryWindow* history_ = nullptr;          // of the company id_
     FigureOrigins origins_;                     // of the record as it was opened
     std::vector<FindingVerdict> calledRight_;   // of what is stored
-    std::optional<std::int64_t> judgedCompany_; // that they are kept beside
+    std::optional<std::int64_t> judgedCompany_; // beside which calledRight_ is kept
     std::shared_ptr<CompanyRecord> record_;
-    std::shared_ptr<ChangeJournal> journal_; // of what is done to it
-    std::shared_ptr<KeptFigures> kept_;      // that the form edits it through
-    // On the disk; the last one is written.
-    std::vector<std::unique_ptr<UnsavedChanges>> unsaved_;
-    bool toldOfKeeping_ = false; // that it does not work
+    std::shared_ptr<ChangeJournal> journal_;  // of what is done to it
+    std::shared_ptr<KeptFigures> kept_;       // that the form edits it through
+    std::unique_ptr<UnsavedChanges> unsaved_; // on the disk
+    bool toldOfKeeping_ = false;              // that it does not work
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
     std::shared_ptr<const CompanyRecord> unchanged_; // as the form shows it without any change

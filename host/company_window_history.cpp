@@ -66,6 +66,13 @@ SaveAccount CompanyWindow::account(const CompanyRecord& saving) const {
     return account;
 }
 
+bool CompanyWindow::hasHistory() {
+    if (!id_)
+        tellNews(this, tr("%1 has no history yet.").arg(title()),
+                 tr("It begins when the company is saved."));
+    return id_.has_value();
+}
+
 HistoryWindow& CompanyWindow::history() {
     if (history_ == nullptr) {
         history_ = new HistoryWindow(store_, *id_, title(), this);
@@ -75,12 +82,8 @@ HistoryWindow& CompanyWindow::history() {
 }
 
 void CompanyWindow::showHistory(Datum datum, std::optional<int> element) {
-    if (!id_) {
-        tellNews(this, tr("%1 has no history yet.").arg(title()),
-                 tr("It begins when the company is saved."));
-        return;
-    }
-    history().showFigure(datum, fromUtf8(historyPeriod(*record_, datum, element)));
+    if (hasHistory())
+        history().showFigure(datum, fromUtf8(historyPeriod(*record_, datum, element)));
 }
 
 // The history, and what is called right from now on, are not those of the company that it was.

@@ -27,7 +27,9 @@ void CompanyWindow::importFilings(const QString& path) {
     }
     entry_->component().leaveField(); // what was typed last is compared, too
     FilingsImport transfer(this);
-    transfer.originOf = originOfFigures();
+    transfer.originOf = [now = origins()](Datum datum, std::optional<int> element) {
+        return now.of(datum, element).origin;
+    };
     transfer.helpAsked = [this] { emit helpAsked(help::filings); };
     const QPointer<CompanyWindow> stays(this);
     const auto figures = transfer.import(path, kept_);
@@ -38,12 +40,6 @@ void CompanyWindow::importFilings(const QString& path) {
     showModified();
     notice(*this,
            *figures == 1 ? tr("1 figure imported.") : tr("%1 figures imported.").arg(*figures));
-}
-
-OriginQuery CompanyWindow::originOfFigures() const {
-    return [now = origins()](Datum datum, std::optional<int> element) {
-        return now.of(datum, element).origin;
-    };
 }
 
 } // namespace vkr

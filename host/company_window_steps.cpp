@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Undo, redo, and what becomes of changes that are not saved, of the window of a company.
 #include "control/vkr_data_entry.hpp"
+#include "form/controls.hpp"
 #include "host/change_place.hpp"
 #include "host/company_window.hpp"
 #include "host/messages.hpp"
@@ -60,7 +61,7 @@ void CompanyWindow::showSteps() {
     const Form& form = entry_->component().form();
     const auto* field = dynamic_cast<const TextField*>(form.activeControl());
     const bool isTyped = field != nullptr && form.hasFocus() && field->canTakeBack();
-    const bool isLocked = form.get<CheckBox>("chkLockInfo").value();
+    const bool isLocked = controls::lock.in(form).value();
     const ChangeGroup* back = isLocked ? nullptr : journal_->toUndo();
     const ChangeGroup* forward = isLocked ? nullptr : journal_->toRedo();
     const auto shown = [](const ChangeGroup& group) {
@@ -90,12 +91,16 @@ bool CompanyWindow::step(HistoryStep step) {
         return false;
     }
     entry_->recordChanged();
+    showPlace();
+    notice(*this, (back ? tr("Undone: %1") : tr("Redone: %1")).arg(name));
+    return true;
+}
+
+void CompanyWindow::showPlace() {
     if (const auto& place = journal_->place())
         if (const std::string control = controlOf(entry_->component().form(), *place);
             !control.empty())
             entry_->component().showField(control);
-    notice(*this, (back ? tr("Undone: %1") : tr("Redone: %1")).arg(name));
-    return true;
 }
 
 QStringList CompanyWindow::restore(const std::vector<ChangeGroup>& groups) {
@@ -105,21 +110,17 @@ QStringList CompanyWindow::restore(const std::vector<ChangeGroup>& groups) {
             refused.append(QStringLiteral("%1: %2").arg(groupTitle(group), fromUtf8(*refusal)));
     entry_->recordChanged();
     entry_->setDirty(true);
-    if (const auto& place = journal_->place())
-        if (const std::string control = controlOf(entry_->component().form(), *place);
-            !control.empty())
-            entry_->component().showField(control);
+    showPlace();
     showModified();
     return refused;
 }
 
 void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
-    unsaved_.push_back(std::make_unique<UnsavedChanges>(
+    unsaved_ = std::make_unique<UnsavedChanges>(
         unsavedPlaceOf(store_),
-        UnsavedCompany{id_, revision_, digestOf(stored), title().toStdString()}));
+        UnsavedCompany{id_, revision_, digestOf(stored), title().toStdString()});
     journal_->unsavedChanged = [this](const ChangeGroup* added) {
-        const auto failure =
-            added != nullptr ? unsaved_.back()->add(*added) : unsaved_.back()->takeBackLast();
+        const auto failure = added != nullptr ? unsaved_->add(*added) : unsaved_->takeBackLast();
         if (failure && !toldOfKeeping_)
             notice(*this, tr("Changes are not kept on the disk before they are saved: %1")
                               .arg(fromUtf8(*failure)));
@@ -128,9 +129,9 @@ void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
 }
 
 void CompanyWindow::forgetUnsaved() {
-    for (const auto& kept : unsaved_)
-        kept->remove();
-    unsaved_.clear();
+    if (unsaved_ != nullptr)
+        unsaved_->remove();
+    unsaved_.reset();
     journal_->setSavePoint();
 }
 
