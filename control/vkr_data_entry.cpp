@@ -382,6 +382,10 @@ bool VKRDataEntry::showFigure(const FigurePlace& place) {
         return true;
     });
 }
+std::string VKRDataEntry::fieldOf(const FigurePlace& place) const {
+    const TextField* field = impl_->places.fieldOf(place);
+    return field == nullptr ? std::string() : field->id();
+}
 bool VKRDataEntry::copyCells(bool withHeadings) {
     return attemptOr(false, [&] { return impl_->cells.copy(withHeadings); });
 }

@@ -146,6 +146,9 @@ class VKRDataEntry {
     // of its text selected; of a pair of rows that of the row on show. False where the form shows
     // neither.
     bool showFigure(const FigurePlace& place);
+    // The field that showFigure would go to, named as in MarkedField; "" where the form shows
+    // neither.
+    [[nodiscard]] std::string fieldOf(const FigurePlace& place) const;
     // Puts into a copy of the record what reading objCompany would put into the record, which stays
     // as it is: for a host that asks what would be saved.
     void commitInto(std::shared_ptr<iVKR_Company> copy);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "company/change_group.hpp"
-#include "platform/form.hpp"
 
 #include <QString>
 
@@ -10,9 +9,11 @@
 
 namespace vkr {
 
+class VKRDataEntry;
+
 // The control that shows a datum, an element or a setting, as VKRDataEntry::showField takes it; ""
-// where none does at the moment.
-[[nodiscard]] std::string controlOf(const Form& form, const Change& change);
+// where none does at the moment. Of a whole series the last period.
+[[nodiscard]] std::string controlOf(const VKRDataEntry& entry, const Change& change);
 
 // What people call the datum or setting.
 [[nodiscard]] QString changeTitle(const Change& change);

@@ -98,8 +98,7 @@ bool CompanyWindow::step(HistoryStep step) {
 
 void CompanyWindow::showPlace() {
     if (const auto& place = journal_->place())
-        if (const std::string control = controlOf(entry_->component().form(), *place);
-            !control.empty())
+        if (const std::string control = controlOf(entry_->component(), *place); !control.empty())
             entry_->component().showField(control);
 }
 

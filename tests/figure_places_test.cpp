@@ -125,5 +125,14 @@ TEST_F(FigurePlacesTest, WhereAFigureComesFromGoesWithIt) {
     EXPECT_EQ(field("txtTotalDebt").origin(), FieldOrigin());
 }
 
+TEST_F(FigurePlacesTest, TheFieldOfAFigureIsNamedWithoutGoingThere) {
+    entry().showField("txtName");
+    EXPECT_EQ(entry().fieldOf({YEPSSeries, 1}), "txtYEPS(9)");
+    EXPECT_EQ(entry().fieldOf({CommDivAlternate, {}}), "txtCommDiv");
+    EXPECT_EQ(entry().fieldOf({YEPSSeries, 11}), "");
+    EXPECT_EQ(scene.form().activeControl()->id(), "txtName");
+    EXPECT_EQ(entry().get_CurrentTab(), toCompany);
+}
+
 } // namespace
 } // namespace vkr

@@ -180,5 +180,16 @@ TEST_F(HostUndo, CancelCanBeUndoneUntilTheCompanyIsOpenedAgain) {
     host_->windows().front()->discard();
 }
 
+TEST_F(HostUndo, GoesToTheCellOfAFigure) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toYearly);
+    type(window, "txtYEPS(9)", "6.11");
+    window.entry().setCurrentTab(toCompany);
+    user_.click(control(window, "txtName"));
+    action(window, "undo").trigger();
+    EXPECT_EQ(focused(window), "txtYEPS(9)");
+    window.discard();
+}
+
 } // namespace
 } // namespace vkr
