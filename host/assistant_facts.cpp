@@ -8,6 +8,7 @@
 #include "platform/date.hpp"
 #include "platform/form.hpp"
 #include "quarterly/quarterly_grid.hpp"
+#include "sheet/today.hpp"
 #include "yearly/yearly_grid.hpp"
 
 #include <QCoreApplication>
@@ -248,11 +249,6 @@ std::optional<int> newestElement(const AssistantTopic& topic, const iVKR_Company
         if (figureAt(company, *topic.datum, element))
             return element;
     return std::nullopt;
-}
-
-Date today() {
-    const QDate day = QDate::currentDate();
-    return makeDate(day.year(), day.month(), day.day()).value_or(Date{});
 }
 
 bool saysElse(const AssistantTopic& topic, const iVKR_Company& company, std::optional<int> element,

@@ -5,9 +5,9 @@
 #include "host/texts.hpp"
 #include "host/window_memory.hpp"
 #include "sheet/company_notes.hpp"
+#include "sheet/today.hpp"
 
 #include <QCoreApplication>
-#include <QDate>
 #include <QDir>
 #include <QFileDialog>
 #include <QMainWindow>
@@ -24,11 +24,6 @@ constexpr auto folderKey = "sheet/folder";
 
 QString tr(const char* text) {
     return QCoreApplication::translate("SheetPrinting", text);
-}
-
-Date today() {
-    const QDate day = QDate::currentDate();
-    return makeDate(day.year(), day.month(), day.day()).value_or(Date{});
 }
 
 SheetSource sourceOf(const std::vector<SheetPrinting::Sheet>& companies) {
@@ -57,8 +52,9 @@ SheetPrinting::stored(CompanyStore& store, const std::vector<CompanySummary>& co
             if (!loaded)
                 return loaded.error();
             const LoadedCompany& read = loaded.value();
-            return sheetOf(read.record, read.origins,
-                           [&](const Finding& finding) { return read.isCalledRight(finding.key); });
+            return sheetOf(
+                read.record, read.origins,
+                [&](const Finding& finding) { return read.isCalledRight(finding.key); }, today());
         });
     return sheets;
 }

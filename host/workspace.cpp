@@ -8,6 +8,7 @@
 #include "plausibility/silenced_findings.hpp"
 #include "record/enumerations.hpp"
 #include "sheet/company_notes.hpp"
+#include "sheet/today.hpp"
 #include "store/import_matches.hpp"
 
 #include <QApplication>
@@ -329,9 +330,9 @@ std::vector<SheetPrinting::Sheet> Workspace::sheet(CompanyWindow& window) {
     window.entry().component().leaveField(); // with what was typed last
     return {[record = std::shared_ptr<const CompanyRecord>(window.recordToSave()),
              origins = window.origins(), silenced = window.silenced()] {
-        return StoreResult(sheetOf(record, origins, [&](const Finding& finding) {
-            return silenced->isSilenced(finding);
-        }));
+        return StoreResult(sheetOf(
+            record, origins, [&](const Finding& finding) { return silenced->isSilenced(finding); },
+            today()));
     }};
 }
 

@@ -69,7 +69,9 @@ class Workspace : public QObject {
     void imported(const std::vector<CompanyKey>& companies);
     void showHelp(int page);
     void tellAbout();
-    void restore(std::optional<std::int64_t> id, const std::vector<ChangeGroup>& groups);
+    // False where not all of them are in an open window by then, which is told.
+    [[nodiscard]] bool restore(std::optional<std::int64_t> id,
+                               const std::vector<ChangeGroup>& groups);
     void restoreDiscarded();
     void showDiscarded();
     void forgetDiscarded(std::int64_t id); // it is opened again, or deleted

@@ -27,18 +27,21 @@ void Workspace::forgetDiscarded(std::int64_t id) {
 void Workspace::restoreDiscarded() {
     if (discarded_.isEmpty())
         return;
-    const DiscardedChanges last = discarded_.takeLast();
+    const DiscardedChanges last = discarded_.back(); // opening the company forgets it
+    if (restore(last.id, last.groups) && !last.id)
+        discarded_.removeLast();
     showDiscarded();
-    restore(last.id, last.groups);
 }
 
-void Workspace::restore(std::optional<std::int64_t> id, const std::vector<ChangeGroup>& groups) {
+bool Workspace::restore(std::optional<std::int64_t> id, const std::vector<ChangeGroup>& groups) {
     CompanyWindow* window = id ? openCompany(*id) : newCompany();
     if (window == nullptr)
-        return;
-    if (const QStringList refused = window->restore(groups); !refused.isEmpty())
+        return false;
+    const QStringList refused = window->restore(groups);
+    if (!refused.isEmpty())
         tellFault(window, tr("Not every change could be made again."),
                   tr("The others are in this window. Nothing is saved yet."), refused);
+    return refused.isEmpty();
 }
 
 void Workspace::offerFound() {
@@ -69,8 +72,8 @@ void Workspace::offerFound() {
                                choices, canRestore ? 0 : -1, lines(found.groups));
         const bool discards = choice == (canRestore ? 1 : 0);
         if (canRestore && choice == 0) {
-            restore(found.company.id, found.groups); // kept in a file of the window by now
-            removeFound(found);
+            if (restore(found.company.id, found.groups)) // kept in a file of the window by now
+                removeFound(found);
         } else if (discards &&
                    askFirst(list_.get(), tr("Discard the unsaved changes to %1?").arg(title),
                             tr("They can't be had back."), tr("&Discard"))) {

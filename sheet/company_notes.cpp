@@ -10,8 +10,8 @@
 namespace vkr {
 
 SheetCompany sheetOf(std::shared_ptr<const CompanyRecord> company, const FigureOrigins& origins,
-                     const std::function<bool(const Finding&)>& isSilenced) {
-    std::vector<SheetNote> notes = findingNotes(*company, isSilenced);
+                     const std::function<bool(const Finding&)>& isSilenced, Date today) {
+    std::vector<SheetNote> notes = findingNotes(*company, isSilenced, today);
     std::ranges::move(originNotes(*company, origins), std::back_inserter(notes));
     return {std::move(company), std::move(notes)};
 }

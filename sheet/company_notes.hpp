@@ -11,9 +11,10 @@
 namespace vkr {
 
 // A company with all its notes: what is odd about its figures but for what a person has called
-// right, then where they come from.
+// right, then where they come from. Without `today` no day is still to come.
 [[nodiscard]] SheetCompany sheetOf(std::shared_ptr<const CompanyRecord> company,
                                    const FigureOrigins& origins = {},
-                                   const std::function<bool(const Finding&)>& isSilenced = {});
+                                   const std::function<bool(const Finding&)>& isSilenced = {},
+                                   Date today = {});
 
 } // namespace vkr

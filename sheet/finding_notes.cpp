@@ -8,13 +8,15 @@
 namespace vkr {
 
 std::vector<SheetNote> findingNotes(const iVKR_Company& company,
-                                    const std::function<bool(const Finding&)>& isSilenced) {
+                                    const std::function<bool(const Finding&)>& isSilenced,
+                                    Date today) {
     const QLocale locale;
     FindingOptions options;
     options.marks.decimal = locale.decimalPoint() == QLatin1String(",") ? ',' : '.';
     options.marks.grouping = locale.numberOptions() & QLocale::OmitGroupSeparator
                                  ? std::string()
                                  : locale.groupSeparator().toStdString();
+    options.today = today;
     std::vector<SheetNote> notes;
     for (const Finding& finding : companyFindings(company, options)) {
         if (isSilenced && isSilenced(finding))

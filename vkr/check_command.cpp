@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plausibility/company_findings.hpp"
+#include "sheet/today.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/database.hpp"
-#include "vkr/today.hpp"
 
 namespace vkr {
 

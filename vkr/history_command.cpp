@@ -1,18 +1,65 @@
 // SPDX-License-Identifier: MIT
+#include "record/datum_table.hpp"
+#include "record/ivkr_company.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/database.hpp"
+
+#include <QDateTime>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <iterator>
 
 namespace vkr {
 
 namespace {
 
+constexpr std::string_view settingNames[] = {setting::unit,           setting::leadPeriod,
+                                             setting::currencySymbol, setting::bookValue,
+                                             setting::taxRate,        setting::lockBasicInfo};
+
+bool isDay(const QString& text) {
+    return QDate::fromString(text, Qt::ISODate).isValid();
+}
+
+// 2026-01-31, or with a time of UTC behind it.
+bool isMoment(const QString& text) {
+    return isDay(text) ||
+           (text.endsWith(u'Z') && QDateTime::fromString(text, Qt::ISODate).isValid());
+}
+
+bool isPeriod(const QString& text) {
+    static const QRegularExpression year(QStringLiteral("^[0-9]{4}$"));
+    return isDay(text) || year.match(text).hasMatch();
+}
+
+// As the column of figures has it.
+bool isFigure(const QString& text) {
+    const std::string name = text.toStdString();
+    return std::ranges::find(datumTable(), name, &DatumRow::name) != datumTable().end() ||
+           std::ranges::find(settingNames, name) != std::end(settingNames);
+}
+
+// The option's value; "" without the option. One that it does not take would find nothing, which
+// would pass for an answer.
+std::string valueOf(const CommandLine& line, Option option, bool (*takes)(const QString&),
+                    const std::string& kind) {
+    const auto value = line.value(option);
+    if (value && !takes(QString::fromStdString(*value)))
+        throw CommandFailure(ExitCode::usage, *value + " is no " + kind + ".");
+    return value.value_or("");
+}
+
 HistoryQuery queryOf(const CommandLine& line) {
+    const std::string moment = "time such as 2026-01-31 or 2026-01-31T12:00:00Z";
     HistoryQuery query;
     query.user = line.value(Option::user).value_or("");
-    query.from = line.value(Option::from).value_or("");
-    query.until = line.value(Option::until).value_or("");
-    query.datum = line.value(Option::figure).value_or("");
-    query.period = line.value(Option::period).value_or("");
+    query.from = valueOf(line, Option::from, isMoment, moment);
+    query.until = valueOf(line, Option::until, isMoment, moment);
+    query.datum =
+        valueOf(line, Option::figure, isFigure, "name of a figure such as YRevenueSeries");
+    query.period =
+        valueOf(line, Option::period, isPeriod, "year such as 2025, or day such as 2025-09-27");
     if (const auto name = line.value(Option::origin)) {
         query.origin = originNamed(*name);
         if (!query.origin)

@@ -2,7 +2,7 @@
 #include "vkr/sheet_file.hpp"
 
 #include "sheet/sheet_print.hpp"
-#include "vkr/today.hpp"
+#include "sheet/today.hpp"
 
 namespace vkr {
 

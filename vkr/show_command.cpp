@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_tables.hpp"
 #include "sheet/company_notes.hpp"
+#include "sheet/today.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/database.hpp"
 #include "vkr/sheet_file.hpp"
@@ -50,6 +51,8 @@ void writeFigures(const CompanyRecord& company, DatumPeriod period, std::string_
 } // namespace
 
 ExitCode showCompany(const Call& call) {
+    if (call.line.has(Option::paper) && !call.line.has(Option::pdf))
+        throw CommandFailure(ExitCode::usage, "--paper is the paper of --pdf.");
     const auto store = openDatabase(call);
     const CompanySummary company = findCompany(*store, call.line.arguments.front());
     const LoadedCompany loaded = load(call, *store, company);
@@ -59,7 +62,7 @@ ExitCode showCompany(const Call& call) {
         const auto isSilenced = [&](const Finding& finding) {
             return loaded.isCalledRight(finding.key);
         };
-        writePdf(call, {sheetOf(loaded.record, loaded.origins, isSilenced)},
+        writePdf(call, {sheetOf(loaded.record, loaded.origins, isSilenced, today())},
                  titleOf(company.name, company.symbol), *file);
         return code;
     }

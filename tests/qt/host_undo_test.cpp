@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 namespace vkr {
 namespace {
@@ -26,6 +28,15 @@ class HostUndo : public HostTest {
         return QDir(home_.path()).entryList({"companies.vkr.unsaved-*"}, QDir::Files);
     }
     static double debt(CompanyWindow& window) { return window.record()->get_TotalDebt(); }
+    void execute(const QString& statement) const {
+        {
+            auto database = QSqlDatabase::addDatabase("QSQLITE", "beside");
+            database.setDatabaseName(home_.filePath("companies.vkr"));
+            ASSERT_TRUE(database.open());
+            EXPECT_TRUE(QSqlQuery(database).exec(statement));
+        }
+        QSqlDatabase::removeDatabase("beside");
+    }
     // As a program leaves it that is killed while this window is open.
     void killWith(CompanyWindow& window) {
         const QStringList files = unsavedFiles();
@@ -157,6 +168,25 @@ TEST_F(HostUndo, ACompanyThatOthersHaveSavedMeanwhileIsShownAsSuch) {
     EXPECT_EQ(debt(restored), 11);
     EXPECT_EQ(restored.record()->get_PrefDiv(), 5);
     restored.discard();
+}
+
+TEST_F(HostUndo, ADiscardedChangeIsOfferedUntilItsCompanyOpens) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    Answers answers({"Discard", "OK"});
+    window.close();
+    auto* restore = host_->list().findChild<QPushButton*>("restore");
+    execute("ALTER TABLE company RENAME TO company_away");
+    restore->click();
+    EXPECT_TRUE(answers.allGiven()) << "that it can't be opened";
+    EXPECT_TRUE(host_->windows().isEmpty());
+    EXPECT_FALSE(restore->isHidden());
+    execute("ALTER TABLE company_away RENAME TO company");
+    restore->click();
+    ASSERT_EQ(host_->windows().size(), 1);
+    EXPECT_EQ(debt(*host_->windows().front()), 11);
+    EXPECT_TRUE(restore->isHidden());
+    host_->windows().front()->discard();
 }
 
 TEST_F(HostUndo, CancelCanBeUndoneUntilTheCompanyIsOpenedAgain) {

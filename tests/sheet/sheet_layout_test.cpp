@@ -277,6 +277,14 @@ TEST(SheetLayout, WhatWasCalledRightIsNotOnPaper) {
         EXPECT_NE(note.text, all.front().text);
 }
 
+TEST(SheetLayout, ADayThatIsStillToComeIsSaid) {
+    const auto company = sample("AAPL");
+    company->put_DateOfSource(*makeDate(2030, 1, 1));
+    const std::size_t timeless = sheetOf(company).notes.size();
+    EXPECT_EQ(sheetOf(company, {}, {}, *makeDate(2030, 1, 2)).notes.size(), timeless);
+    EXPECT_EQ(sheetOf(company, {}, {}, *makeDate(2029, 12, 31)).notes.size(), timeless + 1);
+}
+
 TEST(SheetPrint, WritesAPdfOfTwoPagesACompanyOrNothing) {
     const QTemporaryDir folder;
     const QString file = folder.filePath("two.pdf");
