@@ -261,8 +261,9 @@ void DataEntryControl::followAmbient(DISPID id) {
             const bool comma = std::wstring_view(decimal) == L",";
             entry_->put_NumberMarks({comma ? ',' : '.', textOf(std::wstring_view(grouping))});
         });
-    if (id == DISPID_UNKNOWN || id == DISPID_AMBIENT_BACKCOLOR || id == DISPID_AMBIENT_FONT ||
-        id == DISPID_AMBIENT_DISPLAYNAME || id == DISPID_AMBIENT_USERMODE)
+    if (id == DISPID_UNKNOWN || id == DISPID_AMBIENT_BACKCOLOR || id == DISPID_AMBIENT_FORECOLOR ||
+        id == DISPID_AMBIENT_FONT || id == DISPID_AMBIENT_DISPLAYNAME ||
+        id == DISPID_AMBIENT_USERMODE)
         viewChanged(); // the placeholder is drawn with them
 }
 

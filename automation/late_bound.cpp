@@ -121,10 +121,6 @@ DISPID LateBound::idOf(std::string_view name) const {
     return id;
 }
 
-bool LateBound::knows(std::string_view name) const {
-    return attempt([&] { static_cast<void>(idOf(name)); });
-}
-
 void LateBound::invoke(DISPID id, WORD kind, std::vector<VARIANT>& arguments,
                        VARIANT* answer) const {
     DISPID put = DISPID_PROPERTYPUT;

@@ -23,7 +23,6 @@ class LateBound {
     [[nodiscard]] IDispatch* dispatch() const { return object_.get(); }
     // Throws for a name that it does not know; asked once.
     [[nodiscard]] DISPID idOf(std::string_view name) const;
-    [[nodiscard]] bool knows(std::string_view name) const;
     void get(DISPID id, OwnedVariant& value) const;
     void put(DISPID id, const Variant& value) const;
     // A method with these arguments, first to last.

@@ -447,6 +447,47 @@ TEST_F(Control, IsDrawnWithoutAWindow) {
     takeAway();
 }
 
+TEST_F(Control, IsNamedInTheFontOfTheContainer) {
+    place();
+    site->ambients[DISPID_AMBIENT_DISPLAYNAME] = "I";
+    site->ambients[DISPID_AMBIENT_BACKCOLOR] = 0x00FF00;
+    site->ambients[DISPID_AMBIENT_FORECOLOR] = 0x0000FF;
+    const auto heightOfName = [&] {
+        const HDC context = CreateCompatibleDC(nullptr);
+        const HDC screen = GetDC(nullptr);
+        const HBITMAP bitmap = CreateCompatibleBitmap(screen, 100, 100);
+        ReleaseDC(nullptr, screen);
+        const HGDIOBJ old = SelectObject(context, bitmap);
+        const RECTL bounds{0, 0, 100, 100};
+        EXPECT_EQ(as<IViewObject2>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context,
+                                           &bounds, nullptr, nullptr, 0),
+                  S_OK);
+        int rows = 0;
+        for (int row = 2; row < 98; ++row) {
+            bool any = false;
+            for (int column = 2; column < 98; ++column)
+                any = any || GetPixel(context, column, row) != 0x00FF00U;
+            rows += any ? 1 : 0;
+        }
+        SelectObject(context, old);
+        DeleteObject(bitmap);
+        DeleteDC(context);
+        return rows;
+    };
+    FONTDESC look{};
+    look.cbSizeofstruct = sizeof look;
+    look.lpstrName = const_cast<LPOLESTR>(L"Tahoma");
+    look.cySize.int64 = 40 * 10000;
+    look.sWeight = FW_NORMAL;
+    ComPtr<IDispatch> font;
+    ASSERT_EQ(OleCreateFontIndirect(&look, IID_IDispatch, font.receiveAny()), S_OK);
+    const int usual = heightOfName();
+    EXPECT_GT(usual, 3);
+    site->ambients[DISPID_AMBIENT_FONT] = Variant(lateBound(font.get()));
+    EXPECT_GT(heightOfName(), 2 * usual);
+    takeAway();
+}
+
 TEST_F(Control, FollowsTheLanguageOfTheContainer) {
     site->ambients[DISPID_AMBIENT_LOCALEID] = 0x0407; // German
     place();

@@ -64,6 +64,7 @@ TEST_P(Registration, WritesEveryKeyAndTakesAllOfThemAway) {
     EXPECT_EQ(value(L"CLSID\\" + id + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
     EXPECT_EQ(value(L"CLSID\\" + id + L"\\Control"), L"");
     EXPECT_EQ(value(L"CLSID\\" + id + L"\\MiscStatus\\1"), L"131473");
+    EXPECT_EQ(value(L"CLSID\\" + id + L"\\ToolboxBitmap32"), library.path() + L", 1");
     for (const wchar_t* const name : {L"VKR_Company.Company", L"VKR_Company.TrailingEarnings",
                                       L"iVKR_DataEntry.Localizer", L"iVKR_ZX_DataEntry.Localizer"})
         EXPECT_NE(value(std::wstring(name) + L"\\CLSID"), L"(none)") << textOf(name);
@@ -87,6 +88,18 @@ TEST_P(Registration, LeavesSomebodyElsesIdentifierAlone) {
     EXPECT_EQ(install(false), S_OK);
     EXPECT_EQ(value(L"iVKR_DataEntry.Localizer\\CLSID"), other);
     RegDeleteTreeW(root, L"Software\\Classes\\iVKR_DataEntry.Localizer");
+}
+
+TEST(ToolboxPicture, IsInTheLibrary) {
+    const HMODULE module = GetModuleHandleW(LoadedLibrary::get().path().c_str());
+    const auto picture = static_cast<HBITMAP>(
+        LoadImageW(module, MAKEINTRESOURCEW(1), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+    ASSERT_NE(picture, nullptr);
+    BITMAP look{};
+    GetObjectW(picture, sizeof look, &look);
+    EXPECT_EQ(look.bmWidth, 16);
+    EXPECT_EQ(look.bmHeight, 16);
+    DeleteObject(picture);
 }
 
 // The interfaces are marshalled by the type libraries that are registered.
