@@ -87,11 +87,28 @@ void CompanyFields::showNumber(const FieldRow& field, double stored) {
 void CompanyFields::showScaled() {
     for (const auto& field : companyFieldTable())
         if (field.isScaled())
-            ifPossible([&] { show(field); });
+            ifPossible([&] {
+                TextField& shown = control(field);
+                const RefusedText refused(shown);
+                const FieldMark mark = shown.mark();
+                show(field);
+                refused.putBack();
+                shown.setMark(mark); // a doubt is about the same figure
+            });
+}
+
+void CompanyFields::keepUnit(std::int32_t before) {
+    for (const auto& field : companyFieldTable())
+        if (field.isScaled())
+            ifPossible([&] {
+                TextField& shown = control(field);
+                shown.setMark(typedIn_[*field.datum].follow(context_, shown.mark(), before));
+            });
 }
 
 void CompanyFields::clear(TABObject page) {
     movedEnds_.clear();
+    typedIn_.clear();
     for (const auto& field : companyFieldTable())
         if (field.page == page)
             control(field).showStored("");
@@ -104,6 +121,8 @@ void CompanyFields::leave(const FieldRow& field) {
 void CompanyFields::takeText(const FieldRow& field) {
     TextField& left = control(field);
     const bool untouched = left.standsForStored();
+    const bool waits = left.isUnstored() && !left.isTyped() && field.datum &&
+                       typedIn_.contains(*field.datum) && typedIn_.at(*field.datum).isOther();
     const bool changed = checkFieldChange(left, context_);
     if (context_.company == nullptr || left.locked())
         return;
@@ -111,6 +130,10 @@ void CompanyFields::takeText(const FieldRow& field) {
         ifPossible([&] { writeBack(field); });
         return;
     }
+    if (waits)
+        return;
+    if (field.datum)
+        typedIn_.erase(*field.datum);
     const FieldMark doubt = left.mark(); // of a paste that was cut
     switch (field.kind) {
     case text:

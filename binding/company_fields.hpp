@@ -2,6 +2,7 @@
 #pragma once
 
 #include "binding/entry_context.hpp"
+#include "binding/typed_unit.hpp"
 #include "form/form_layout.hpp"
 
 #include <map>
@@ -18,7 +19,9 @@ class CompanyFields {
     [[nodiscard]] const FieldRow* find(const Control& control) const;
     void load(LoadStep step);
     void show(const FieldRow& field);
-    void showScaled();          // all fields that follow the currency unit
+    void showScaled(); // all fields that follow the currency unit; marked texts stay
+    // The currency unit was `before` until now: amounts that are not stored were typed in that one.
+    void keepUnit(std::int32_t before);
     void clear(TABObject page); // text and tag
 
     // Leaving: change check, conversion, record, display. Under the lock nothing is written.
@@ -46,6 +49,7 @@ class CompanyFields {
     std::vector<TextField*> controls_; // in table order
     std::unordered_map<const Control*, const FieldRow*> byControl_;
     std::map<Datum, MovedEnd> movedEnds_; // as long as nobody touched them
+    std::map<Datum, TypedUnit> typedIn_;  // of amounts that are not stored
 };
 
 } // namespace vkr

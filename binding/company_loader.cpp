@@ -210,15 +210,17 @@ void loadCompany(EntryContext& context, CompanyFields& fields, SeriesGrid& yearl
     ifPossible([&] { quarterly.showChoice(ColumnChoice::income); });
 }
 
-void showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterly) {
+PeriodsMoved showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterly) {
     for (const auto step :
          {LoadStep::otherNumbers, LoadStep::otherTexts, LoadStep::choices, LoadStep::companyNumbers,
           LoadStep::dates, LoadStep::prices, LoadStep::identity})
         fields.load(step);
-    ifPossible([&] { yearly.showSpan(); });
-    ifPossible([&] { quarterly.showSpan(); });
+    PeriodsMoved moved;
+    ifPossible([&] { moved.years = yearly.followSpan(); });
+    ifPossible([&] { moved.quarters = quarterly.followSpan(); });
     yearly.showAll();
     quarterly.showAll();
+    return moved;
 }
 
 std::vector<std::pair<std::string_view, Variant>> changedSettings(EntryContext& context) {

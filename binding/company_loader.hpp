@@ -17,9 +17,14 @@ namespace vkr {
 void loadCompany(EntryContext& context, CompanyFields& fields, SeriesGrid& yearly,
                  SeriesGrid& quarterly);
 
-// Fills the form anew from the same record, and writes nothing. The settings are another matter:
-// changedSettings.
-void showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterly);
+// By how many periods the figures have moved under the form.
+struct PeriodsMoved {
+    int years = 0;
+    int quarters = 0;
+};
+// Fills the form anew from the same record, and writes nothing; marked texts of cells stay with
+// their periods. The settings are another matter: changedSettings.
+PeriodsMoved showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterly);
 void loadReportingPeriod(EntryContext& context);
 // A setting of the record, which counts as seen from then on.
 [[nodiscard]] Variant readSetting(EntryContext& context, std::string_view name);

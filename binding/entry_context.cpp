@@ -115,8 +115,8 @@ std::shared_ptr<Object> EntryContext::reportingPeriod() const {
     return present(company->get_ReportingPeriod());
 }
 
-std::string EntryContext::unitText() const {
-    switch (unit) {
+std::string EntryContext::unitText(std::int32_t ofUnit) const {
+    switch (ofUnit) {
     case 3:
         return text(text_number::unitThousands);
     case 9:

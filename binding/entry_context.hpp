@@ -100,8 +100,9 @@ class EntryContext final : public FieldHost {
     // The data lock is on.
     [[nodiscard]] bool isLocked() const;
 
-    [[nodiscard]] std::string
-    unitText() const; // "(M)", as it stands behind the caption of an amount
+    // "(M)", as it stands behind the caption of an amount; of the form's unit, or another one.
+    [[nodiscard]] std::string unitText() const { return unitText(unit); }
+    [[nodiscard]] std::string unitText(std::int32_t ofUnit) const;
     // Takes the unit from the record; a record without one gets millions.
     void ComputeUnitFactor();
     void takeUnit(std::int32_t stored); // one that is none is millions
@@ -194,6 +195,7 @@ inline constexpr int reasonRefused = 632;
 inline constexpr int reasonNoQuarter = 633;
 inline constexpr int figuresStayed = 634;
 inline constexpr int sumReplaces = 635;
+inline constexpr int typedInUnit = 636; // "%1" the unit that a text was typed in, "%2" that of now
 inline constexpr int dataLocked = 669;
 inline constexpr int takenInPart = 670; // "%1" the figure stored, "%2" what was left out
 inline constexpr int reasonNegative = 671;

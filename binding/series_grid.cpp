@@ -16,10 +16,12 @@ SeriesGrid::SeriesGrid(EntryContext& context, std::span<const GridColumn> column
 
 void SeriesGrid::collectCells() {
     cells_.assign(columns_.size(), {});
+    shown_.resize(columns_.size());
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         const auto& array = columns_[column].cells;
         for (int row = 0; row <= array.last(context_.form); ++row)
             cells_[column].push_back(&context_[array[row]]);
+        shown_[column].resize(cells_[column].size());
     }
 }
 
@@ -58,13 +60,19 @@ int SeriesGrid::reachableColumns() const {
 }
 
 void SeriesGrid::show(int column, std::optional<double> unitFactor) {
-    const GridColumn& description = columns_[static_cast<std::size_t>(column)];
-    const GridSeries& series = seriesOf(description);
+    const GridSeries& series = seriesOf(column);
     Variant value;
     ifPossible([&] { value = readSeries(*context_.company, series.series); });
-    const VariantArray none;
-    const VariantArray& figures = value.isArray() ? value.array() : none;
+    static const VariantArray none;
+    const VariantArray* const held = value.isArray() ? &value.array() : nullptr;
+    setMarkedAside(column);
+    draw(column, series, held == nullptr ? none : *held, unitFactor.value_or(scaleOf(series)));
+    putMarkedBack(column, held);
+}
 
+void SeriesGrid::draw(int column, const GridSeries& series, const VariantArray& figures,
+                      double unitFactor) {
+    const GridColumn& description = columns_[static_cast<std::size_t>(column)];
     // The rows that the series reaches are one run of cells; the others are empty and disabled.
     std::vector<double> shown;
     std::vector<TextBox*> fields;
@@ -81,11 +89,16 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
         } else {
             cell.showStored("");
             cell.setEnabled(false);
+            shownIn({column, row}).reset();
         }
     }
     ShowScaledValueRow(true, description.price ? context_.priceFormat : context_.numberFormat,
-                       shown, fields, description.negatives, unitFactor.value_or(scaleOf(series)),
+                       shown, fields, description.negatives, unitFactor,
                        description.price && context_.fractionDisplay);
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const int row = fields[i]->index();
+        shownIn({column, row}) = ShownFigure{{series.series, elementOf(row)}, shown[i], {}};
+    }
 }
 
 void SeriesGrid::show(Datum series) {
@@ -120,17 +133,6 @@ TextBox* SeriesGrid::cellOf(Datum series, int element) const {
                 return cells_[column][row];
     }
     return nullptr;
-}
-
-void SeriesGrid::showAgain() {
-    std::vector<RefusedText> kept;
-    for (const auto& column : cells_)
-        for (TextBox* cell : column)
-            if (cell->mark().kind != MarkKind::none)
-                kept.emplace_back(*cell);
-    showAll();
-    for (const auto& text : kept)
-        text.putBack();
 }
 
 void SeriesGrid::showScaled() {
@@ -186,6 +188,7 @@ void SeriesGrid::follow(
 }
 
 void SeriesGrid::clear() {
+    forgetMarked();
     for (const auto& column : cells_)
         for (TextBox* cell : column)
             cell->showStored("");
@@ -202,6 +205,7 @@ void SeriesGrid::takeText(Cell cell) {
     const GridSeries& series = seriesOf(column);
     TextBox& left = box(cell);
     const bool untouched = left.standsForStored();
+    const bool waits = waitsForUnit(cell);
     const std::string typed = left.text();
     const auto clean = column.price
                            ? context_.typedText(left.text(), NumericKind::PriceText)
@@ -210,9 +214,12 @@ void SeriesGrid::takeText(Cell cell) {
     if (context_.company == nullptr || left.locked())
         return;
     const auto element = elementOf(cell.row);
-    if (!element)
+    if (!element || (waits && !untouched))
         return;
+    const auto& before = shownIn(cell);
+    shownIn(cell) = ShownFigure{{series.series, element}, before ? before->figure : 0, {}};
     if (!untouched) {
+        forgetWaiting({series.series, element});
         std::string reason = reasonNotToStore();
         if (reason.empty() && !clean.fits)
             reason = context_.text(text_number::reasonTooLarge);
@@ -275,8 +282,11 @@ void SeriesGrid::storeMarked() {
 
 void SeriesGrid::showElement(Cell cell) {
     box(cell).showStored("");
-    if (const auto stored = held(cell))
+    shownIn(cell).reset();
+    if (const auto stored = held(cell)) {
         showStored(cell, *stored);
+        forgetWaiting(shownIn(cell)->place);
+    }
 }
 
 std::string SeriesGrid::nameOf(const GridSeries& series) const {
@@ -313,6 +323,7 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
              element >= lower && element <= upper; element += step)
             figures.setNumber(static_cast<int>(element), moved(element));
         writeSeries(*context_.company, series, value);
+        moveMarked(series, periods);
     });
 }
 
@@ -338,6 +349,10 @@ void SeriesGrid::showStored(Cell cell, double stored) {
                     column.negatives);
     if (column.price && context_.fractionDisplay)
         ConvertPriceText(false, shown);
+    auto& figure = shownIn(cell);
+    figure = ShownFigure{{seriesOf(column).series, elementOf(cell.row)},
+                         stored,
+                         figure ? figure->typedIn : TypedUnit()};
 }
 
 } // namespace vkr

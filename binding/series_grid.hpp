@@ -3,7 +3,9 @@
 
 #include "binding/block_placing.hpp"
 #include "binding/entry_context.hpp"
+#include "binding/typed_unit.hpp"
 #include "form/form_layout.hpp"
+#include "record/figure_place.hpp"
 
 #include <functional>
 #include <optional>
@@ -55,12 +57,14 @@ class SeriesGrid {
 
     // Shows the span of periods: dates and labels of the rows, from the record.
     virtual void showSpan() = 0;
+    // The same after somebody else has changed the record: marked texts stay with their year or
+    // quarter. By how many periods the figures have moved.
+    virtual int followSpan() = 0;
     // Shows a column's series in its cells. The unit decides the scale of money and shares;
     // `unitFactor` overrides it.
     void show(int column, std::optional<double> unitFactor = std::nullopt);
     void show(Datum series);
     void showAll();
-    void showAgain();  // the same periods: what could not be stored stays as typed
     void showScaled(); // the columns that follow the currency unit
     void showChoice(ColumnChoice choice);
     void followPriceDisplay(); // decimals or eighths, also of what is being typed
@@ -71,6 +75,34 @@ class SeriesGrid {
     // The cell that shows an element of a series, or of the one that takes turns with it; null
     // where none does.
     [[nodiscard]] TextBox* cellOf(Datum series, int element) const;
+
+    // --- marked texts (series_grid_marks.cpp)
+    // A text that is marked belongs to its figure. It moves with it, and waits where no cell shows
+    // the figure: in a row that is switched away, in a quarter out of view. A doubt goes with the
+    // figure that it is about.
+    struct MarkedText {
+        FigurePlace place; // an element of a series
+        std::string text;
+        FieldMark mark;
+        double figure = 0; // that the record has; of a doubt
+        TypedUnit typedIn;
+    };
+    [[nodiscard]] std::vector<const MarkedText*> waitingTexts() const;
+    // As people call the figure of one that waits, with its period.
+    [[nodiscard]] std::string nameOf(const FigurePlace& place) const;
+    // Where the figure of one that waits comes on show once its row does: the cell, or the nearest
+    // one of its column.
+    struct WayBack {
+        ColumnChoice choice;
+        bool second; // of the pair
+        TextBox* cell;
+    };
+    [[nodiscard]] std::optional<WayBack> wayBackTo(const FigurePlace& place) const;
+    [[nodiscard]] std::optional<FigurePlace> placeOf(Cell cell) const; // that it shows
+    void putMarked(MarkedText text); // into the cell of its figure, or it waits
+    void forgetMarked() noexcept;    // another record comes
+    // The currency unit was `before` until now: amounts that are not stored were typed in that one.
+    void keepUnit(std::int32_t before);
 
     // The handlers of every cell.
     void keyDown(Cell cell, KeyCode& key, int shift);
@@ -88,6 +120,7 @@ class SeriesGrid {
     [[nodiscard]] std::string nameOf(int column) const;
     [[nodiscard]] std::string headOf(int column) const;
     [[nodiscard]] virtual std::string labelOf(int row) const = 0;
+    [[nodiscard]] virtual std::string labelOfElement(int element) const = 0;
     [[nodiscard]] virtual BlockGrid::Row periodOf(int row) const = 0;
     [[nodiscard]] virtual bool isQuarterly() const = 0; // newest on top then, else at the bottom
     // The element of a series that a row shows; nothing where the row shows none.
@@ -124,6 +157,8 @@ class SeriesGrid {
     // record does not hand out as an array is left alone. Names those that stay since the record
     // can't read or write them.
     [[nodiscard]] std::vector<std::string> shiftAll(int periods);
+    void moveMarked(int periods); // the figures of all series have moved so far
+    void setMarkedAside();        // before cells go
     void tellStayed(const std::vector<std::string>& names);
     void tellRefused(std::string_view words); // of the record
 
@@ -143,8 +178,33 @@ class SeriesGrid {
     void showStored(Cell cell, double stored);
     [[nodiscard]] double scaleOf(const GridSeries& series) const;
 
+    // The figure that a cell shows, or that its text is to be.
+    struct ShownFigure {
+        FigurePlace place;
+        double figure = 0;
+        TypedUnit typedIn;
+    };
+    [[nodiscard]] std::optional<ShownFigure>& shownIn(Cell cell) {
+        return shown_[static_cast<std::size_t>(cell.column)][static_cast<std::size_t>(cell.row)];
+    }
+    [[nodiscard]] const std::optional<ShownFigure>& shownIn(Cell cell) const {
+        return shown_[static_cast<std::size_t>(cell.column)][static_cast<std::size_t>(cell.row)];
+    }
+    [[nodiscard]] std::optional<int> columnOf(Datum series) const; // that shows it in its turn
+    [[nodiscard]] std::optional<Cell> cellShowing(const FigurePlace& place) const;
+    void draw(int column, const GridSeries& series, const VariantArray& figures, double unitFactor);
+    void wait(MarkedText text);
+    void forgetWaiting(const FigurePlace& place);
+    void setMarkedAside(int column);
+    void putMarkedBack(int column, const VariantArray* figures);
+    bool putBack(const MarkedText& text);
+    void moveMarked(Datum series, int periods);
+    [[nodiscard]] bool waitsForUnit(Cell cell) const;
+
     std::span<const GridColumn> columns_;
     std::vector<std::vector<TextBox*>> cells_;
+    std::vector<std::vector<std::optional<ShownFigure>>> shown_; // like cells_
+    std::vector<MarkedText> waiting_;
     std::int16_t lastVerticalDirection_ = 0;
 };
 

@@ -64,10 +64,20 @@ void FigureDisplay::setNumberMarks(const NumberMarks& marks) {
 }
 
 void FigureDisplay::followUnit() {
+    const std::int32_t before = context_.unit;
     context_.ComputeUnitFactor();
+    keepUnit(before);
     fields_.showScaled();
     yearly_.showScaled();
     quarterly_.followUnit();
+}
+
+void FigureDisplay::keepUnit(std::int32_t before) {
+    if (context_.unit == before)
+        return;
+    fields_.keepUnit(before);
+    yearly_.keepUnit(before);
+    quarterly_.keepUnit(before);
 }
 
 } // namespace vkr

@@ -21,6 +21,8 @@ class FigureDisplay {
     void setFractions(bool fractions);
     void setNumberMarks(const NumberMarks& marks);
     void followUnit(); // the record has another one
+    // The unit was `before` until now; amounts that are not stored were typed in that one.
+    void keepUnit(std::int32_t before);
 
   private:
     // Each figure field of some kinds; its own figure can be shown anew.

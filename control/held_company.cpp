@@ -47,11 +47,11 @@ bool movesTrailing(const DatumChange& change) {
 
 HeldCompany::HeldCompany(EntryContext& context, CompanyFields& fields, YearlyGrid& yearly,
                          QuarterlyGrid& quarterly, LastQuarter& lastQuarter, Captions& captions,
-                         Options& options, DataLock& lock, FieldControllers& entry,
-                         Controllers& controllers)
+                         Options& options, DataLock& lock, FigureDisplay& display,
+                         FieldControllers& entry, Controllers& controllers)
     : context_(context), fields_(fields), yearly_(yearly), quarterly_(quarterly),
-      lastQuarter_(lastQuarter), captions_(captions), options_(options), lock_(lock), entry_(entry),
-      controllers_(controllers) {}
+      lastQuarter_(lastQuarter), captions_(captions), options_(options), lock_(lock),
+      display_(display), entry_(entry), controllers_(controllers) {}
 
 void HeldCompany::checkInvariants() const {
     assert(!loading_ || context_.company != nullptr);
@@ -92,6 +92,8 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
 void HeldCompany::show() {
     const During loading(loading_); // cells get their names once, with the captions of the unit
     checkInvariants();
+    yearly_.forgetMarked();
+    quarterly_.forgetMarked();
     ifPossible([&] { clear(); });
     ifPossible([&] { listReportingPeriods(); });
     context_.ComputeUnitFactor();
@@ -120,7 +122,9 @@ void HeldCompany::showAnew() {
     const EntryContext::UpdateScope updating(context_);
     const Form::Update update(form);
     context_.hideHelpFrame();
-    const KeptTexts kept(context_, yearly_, quarterly_);
+    KeptTexts kept(context_, yearly_, quarterly_);
+    PeriodsMoved moved;
+    const std::int32_t unit = context_.unit;
     std::vector<std::string> dates;
     for (const auto& [datum, shown] : suggestedDates)
         dates.push_back(context_[shown].tag());
@@ -129,11 +133,11 @@ void HeldCompany::showAnew() {
         const During loading(loading_);
         checkInvariants();
         ifPossible([&] {
-            if (const auto unit = context_.settings()->get(setting::unit).toLong(); unit != 0)
-                context_.takeUnit(unit);
+            if (const auto held = context_.settings()->get(setting::unit).toLong(); held != 0)
+                context_.takeUnit(held);
         });
         followSettings();
-        showCompany(fields_, yearly_, quarterly_);
+        moved = showCompany(fields_, yearly_, quarterly_);
         ifPossible([&] { quarterly_.relabel(); });
         quarterly_.shade();
         ifPossible([&] { options_.showUnit(); });
@@ -142,7 +146,8 @@ void HeldCompany::showAnew() {
     for (std::size_t i = 0; i < dates.size(); ++i)
         if (const auto& [datum, shown] = suggestedDates[i]; context_[shown].tag() != dates[i])
             ifPossible([&] { context_.dates.follow(datum, readDate(*context_.company, datum)); });
-    kept.putBack();
+    kept.putBack(moved);
+    display_.keepUnit(unit);
     if (quarters != std::pair(quarterly_.newestQuarter(), quarterly_.shown()))
         lastQuarter_.startOver();
     ifPossible([&] { quarterly_.trailing().lookAgain(); });

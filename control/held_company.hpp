@@ -3,6 +3,7 @@
 
 #include "control/data_lock.hpp"
 #include "control/field_controllers.hpp"
+#include "control/figure_display.hpp"
 #include "control/options.hpp"
 #include "record/actions.hpp"
 #include "record/datum_changes.hpp"
@@ -26,7 +27,7 @@ class HeldCompany {
   public:
     HeldCompany(EntryContext& context, CompanyFields& fields, YearlyGrid& yearly,
                 QuarterlyGrid& quarterly, LastQuarter& lastQuarter, Captions& captions,
-                Options& options, DataLock& lock, FieldControllers& entry,
+                Options& options, DataLock& lock, FigureDisplay& display, FieldControllers& entry,
                 Controllers& controllers);
 
     void load(std::shared_ptr<iVKR_Company> company);
@@ -60,6 +61,7 @@ class HeldCompany {
     Captions& captions_;
     Options& options_;
     DataLock& lock_;
+    FigureDisplay& display_;
     FieldControllers& entry_;
     Controllers& controllers_;
     bool loading_ = false;

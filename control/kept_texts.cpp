@@ -4,80 +4,82 @@
 #include "input/field_text.hpp"
 #include "platform/text.hpp"
 
-#include <algorithm>
+#include <utility>
 
 namespace vkr {
 
-KeptTexts::KeptTexts(EntryContext& context, const YearlyGrid& yearly,
-                     const QuarterlyGrid& quarterly)
-    : context_(context), yearly_(yearly), quarterly_(quarterly), lastYear_(yearly.lastFiscalYear()),
-      lastQuarter_(quarterly.shown()) {
-    const Form& form = context.form;
-    if (auto* field = textFieldOf(form.activeControl()); field != nullptr && form.hasFocus())
-        active_ = {field, field->text(), field->selStart(), field->selLength(),
-                   field->mark().kind != MarkKind::unstored && !field->standsForStored()};
-    for (const auto& control : form.controls()) {
-        auto* field = textFieldOf(control.get());
-        if (field == nullptr)
-            continue;
-        const bool typed = active_ && active_->field == field && active_->typed;
-        if (field->mark().kind == MarkKind::none && !typed)
-            continue;
-        const SeriesGrid* grid = yearly.find(*field)      ? static_cast<const SeriesGrid*>(&yearly)
-                                 : quarterly.find(*field) ? &quarterly
-                                                          : nullptr;
-        kept_.push_back({field, grid, field->text(), field->mark()});
-    }
+KeptTexts::KeptTexts(EntryContext& context, SeriesGrid& yearly, SeriesGrid& quarterly)
+    : context_(context), yearly_(yearly), quarterly_(quarterly) {
+    for (const auto& control : context.form.controls())
+        if (auto* field = textFieldOf(control.get());
+            field != nullptr && field->mark().kind != MarkKind::none && !yearly.find(*field) &&
+            !quarterly.find(*field))
+            kept_.push_back({field, field->text(), field->mark()});
+    takeActive();
 }
 
-TextField* KeptTexts::placeOf(const Kept& kept) const {
-    if (kept.grid == nullptr)
-        return kept.field;
-    const auto cell = kept.grid->find(*kept.field);
-    if (!cell)
-        return nullptr;
-    int moved = 0;
-    if (kept.grid == &yearly_)
-        moved = lastYear_ - yearly_.lastFiscalYear();
-    else if (lastQuarter_ && quarterly_.shown())
-        moved = nearestQuarters(*lastQuarter_, *quarterly_.shown());
-    const auto cells = kept.grid->cells(cell->column);
-    const int row = cell->row + moved;
-    return row >= 0 && row < std::ssize(cells) ? cells[static_cast<std::size_t>(row)] : nullptr;
+void KeptTexts::takeActive() {
+    const Form& form = context_.form;
+    auto* field = form.hasFocus() ? textFieldOf(form.activeControl()) : nullptr;
+    if (field == nullptr)
+        return;
+    SeriesGrid* const grid = yearly_.find(*field)      ? &yearly_
+                             : quarterly_.find(*field) ? &quarterly_
+                                                       : nullptr;
+    active_ = Active{.field = field,
+                     .text = field->text(),
+                     .mark = field->mark(),
+                     .start = field->selStart(),
+                     .length = field->selLength(),
+                     .typed = field->mark().kind != MarkKind::unstored && !field->standsForStored(),
+                     .grid = grid,
+                     .place = {}};
+    if (grid != nullptr)
+        if (const auto cell = grid->find(*field))
+            active_->place = grid->placeOf(*cell);
+    if (active_->typed && grid != nullptr)
+        field->setMark({}); // else the grid would keep what is being typed as well
 }
 
-void KeptTexts::putBack() const {
+void KeptTexts::putBack(const PeriodsMoved& moved) {
     for (const Kept& kept : kept_) {
-        TextField* place = placeOf(kept);
-        if (place == nullptr || !place->enabled())
+        if (!kept.field->enabled() || (active_ && active_->typed && active_->field == kept.field))
             continue;
-        const bool typed = active_ && active_->field == kept.field && active_->typed;
-        if (typed && place == kept.field)
-            continue;
-        if (kept.mark.kind == MarkKind::doubtful && !typed) {
-            if (place->text() == kept.text)
-                place->setMark(kept.mark);
-            continue;
-        }
-        // A figure that is being typed in a row that shows another period now is told as not
-        // stored.
-        place->putBackRefused(kept.text,
-                              typed ? context_.unstored(text_number::reasonRefused) : kept.mark);
+        if (kept.mark.kind == MarkKind::unstored)
+            kept.field->putBackRefused(kept.text, kept.mark);
+        else if (kept.field->text() == kept.text)
+            kept.field->setMark(kept.mark);
     }
     if (active_)
-        putBackActive();
+        putBackActive(moved);
 }
 
-void KeptTexts::putBackActive() const {
+// What is being typed in a cell that shows another figure now is told as not stored.
+bool KeptTexts::staysTyped(const PeriodsMoved& moved) {
+    if (!active_->typed)
+        return false;
+    if (active_->grid == nullptr)
+        return true;
+    const auto cell = active_->grid->find(*active_->field);
+    if (!cell || !active_->place)
+        return false;
+    FigurePlace place = *active_->place;
+    place.element = *place.element + (active_->grid == &yearly_ ? moved.years : moved.quarters);
+    if (active_->grid->placeOf(*cell) == place && active_->field->enabled())
+        return true;
+    active_->grid->putMarked(
+        {place, active_->text, context_.unstored(text_number::reasonRefused), 0, {}});
+    return false;
+}
+
+void KeptTexts::putBackActive(const PeriodsMoved& moved) {
     TextField& field = *active_->field;
     const bool whole = active_->length > 0 && active_->length == textLength(active_->text);
-    const auto stays = std::ranges::find_if(
-        kept_, [&](const Kept& kept) { return kept.field == &field && placeOf(kept) == &field; });
-    if (active_->typed && stays != kept_.end()) {
+    if (staysTyped(moved)) {
         field.rewriteText(active_->text); // Escape brings up what is stored now
         if (field.standsForStored())
             field.holdAsTyped();
-        field.setMark(stays->mark);
+        field.setMark(active_->mark);
     }
     if (field.text() == active_->text)
         field.select(active_->start, active_->length);

@@ -88,12 +88,17 @@ void Options::chooseShade(int button) {
     context_.markChanged();
 }
 
+void Options::showRow(ColumnChoice pair, bool second) {
+    const auto& options =
+        pair == ColumnChoice::income ? controls::incomeOption : controls::equityOption;
+    auto& option = context_[options[second ? 1 : 0]];
+    option.setValue(true);
+    clickOption(option, *this);
+}
+
 void Options::showStatedRates() {
-    for (const auto& pair : {controls::incomeOption, controls::equityOption}) {
-        auto& option = context_[pair[1]];
-        option.setValue(true);
-        clickOption(option, *this);
-    }
+    showRow(ColumnChoice::income, true);
+    showRow(ColumnChoice::equity, true);
 }
 
 void Options::showPairs() {

@@ -23,6 +23,8 @@ class Options final : public OptionsHost {
     void chooseTaxRate(bool taxRate) override;
     void chooseShade(int button) override;
 
+    // The row of a pair comes on show, as if it were chosen.
+    void showRow(ColumnChoice pair, bool second);
     // Tax rate and book value, which the chosen source of the data states, come on show.
     void showStatedRates();
     void showPairs(); // which rows a company that was loaded wants

@@ -42,6 +42,11 @@ namespace {
 constexpr std::string_view startPriceFormat = "#0.000";
 constexpr std::string_view startCurrencySymbol = "$";
 
+// "YPTISeries(3)": in place of the field's name, where no field shows the figure.
+std::string idOf(const FigurePlace& place) {
+    return std::string(rowOf(place.datum).name) + "(" + std::to_string(*place.element) + ")";
+}
+
 } // namespace
 
 // The parts of one component, each with its own task and state, in the order in which they know of
@@ -52,6 +57,7 @@ class VKRDataEntry::Impl final {
 
     void initialize();
     [[nodiscard]] std::vector<MarkedField> markedFields(MarkKind kind) const;
+    void showField(std::string_view id);
 
     HostLine host;
     FormConsequences consequences{host, context, fields, quarterly, options, properties, company};
@@ -72,8 +78,8 @@ class VKRDataEntry::Impl final {
     PlatformTexts texts{context, captions, yearly};
     Properties properties{context, yearly, quarterly, lock, display, pages, texts, host};
     Options options{context, display, yearly, quarterly, captions, properties};
-    HeldCompany company{context,  fields,  yearly, quarterly, lastQuarter,
-                        captions, options, lock,   entry,     controllers};
+    HeldCompany company{context, fields, yearly,  quarterly, lastQuarter, captions,
+                        options, lock,   display, entry,     controllers};
     FigurePlaces places{context, fields, yearly, quarterly};
     HelpFrame helpFrame{context};
     MoreHelp help{context, helpFrame, pages, host};
@@ -150,7 +156,32 @@ std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) const {
             field != nullptr && field->mark().kind == kind)
             result.push_back(
                 {field->id(), field->accessibleName(), field->text(), field->mark().reason});
+    for (const SeriesGrid* grid :
+         {static_cast<const SeriesGrid*>(&yearly), static_cast<const SeriesGrid*>(&quarterly)})
+        for (const auto* waiting : grid->waitingTexts())
+            if (waiting->mark.kind == kind)
+                result.push_back({idOf(waiting->place), grid->nameOf(waiting->place), waiting->text,
+                                  waiting->mark.reason});
     return result;
+}
+
+// A text that waits has no field: its row comes back, and the cell as near as there is one.
+void VKRDataEntry::Impl::showField(std::string_view id) {
+    for (SeriesGrid* grid :
+         {static_cast<SeriesGrid*>(&yearly), static_cast<SeriesGrid*>(&quarterly)})
+        for (const auto* waiting : grid->waitingTexts()) {
+            if (idOf(waiting->place) != id)
+                continue;
+            const FigurePlace place = waiting->place;
+            const auto way = grid->wayBackTo(place);
+            if (!way)
+                return;
+            if (way->choice != ColumnChoice::none)
+                options.showRow(way->choice, way->second);
+            pages.showField(way->cell->id());
+            return;
+        }
+    pages.showField(id);
 }
 
 // --- the public face -----------------------------------------------------------------------------
@@ -390,7 +421,7 @@ bool VKRDataEntry::copyCells(bool withHeadings) {
     return attemptOr(false, [&] { return impl_->cells.copy(withHeadings); });
 }
 void VKRDataEntry::showField(std::string_view control) {
-    ifPossible([&] { impl_->pages.showField(control); });
+    ifPossible([&] { impl_->showField(control); });
 }
 
 void VKRDataEntry::InitProperties() {

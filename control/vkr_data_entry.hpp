@@ -28,10 +28,12 @@ namespace vkr {
 // A field with a mark: its text is not in the record, such as a date that is none, or says more
 // than what was stored.
 struct MarkedField {
-    std::string control; // "txtPriceUpdate"
-    std::string label;   // as people read it on the form
-    std::string text;    // that is on screen
-    std::string reason;  // why it can't be stored, or what was left out
+    // "txtPriceUpdate"; "YPTISeries(3)" where the figure is in a row or quarter that is not on
+    // show, which showField() takes, too.
+    std::string control;
+    std::string label;  // as people read it on the form
+    std::string text;   // as it is on screen, or waits to be
+    std::string reason; // why it can't be stored, or what was left out
 };
 using UnstoredField = MarkedField;
 

@@ -297,6 +297,7 @@ constexpr StringRow standardRows[] = {
     {634, "These figures could not be moved. They stand in another period now:"},
     {635,
      "Stored for now. The four quarters add up to another figure, which will replace this one:"},
+    {636, "It was typed in %1. Type it anew in %2."},
     {640, "3 months"},
     {641, "6 months"},
     {642, "12 months"},

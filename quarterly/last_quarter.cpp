@@ -83,7 +83,6 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
     auto& company = *context_.company;
     if (element < 0 && !confirmAdding(-element))
         return;
-    const bool samePeriods = element >= 0 && element == grid_.topElement();
     std::vector<std::string> stayed;
     const Date newest = grid_.newestQuarter();
     const auto known = visited_.find(element);
@@ -113,7 +112,7 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
         !trailing_.isDerived() && again != visited_.end() && again->second.trailing)
         ifPossible([&] { trailing_.store(*again->second.trailing); });
     checkInvariants();
-    redisplay(samePeriods);
+    redisplay();
     grid_.tellStayed(stayed);
 }
 
@@ -142,13 +141,10 @@ void LastQuarter::put(Date date) {
     grid_.accept(date);
 }
 
-void LastQuarter::redisplay(bool samePeriods) {
+void LastQuarter::redisplay() {
     grid_.relabel();
     grid_.shade();
-    if (samePeriods)
-        grid_.showAgain();
-    else
-        grid_.showAll();
+    grid_.showAll();
     grid_.selectCell();
     trailing_.show();
 }
@@ -230,7 +226,7 @@ void LastQuarter::retry(Date date) {
         return;
     context_.markChanged();
     trailing_.derive();
-    redisplay(true);
+    redisplay();
 }
 
 std::optional<int> LastQuarter::quartersAhead(Date before, Date typed) {
@@ -280,10 +276,9 @@ void LastQuarter::setAnchor(Date date, bool ofFigures) {
     if (ofFigures || grid_.isBlank())
         grid_.relabel();
     grid_.storeMarked(); // what was typed over a figure takes its place
-    const int shown = grid_.topElement();
     grid_.relabel();
     trailing_.derive();
-    redisplay(grid_.topElement() == shown);
+    redisplay();
 }
 
 } // namespace vkr

@@ -44,7 +44,7 @@ class LastQuarter {
     void setAnchor(Date date, bool ofFigures);
     void put(Date date);
     void putNewestQuarter(Date date);
-    void redisplay(bool samePeriods);
+    void redisplay();
 
     void checkInvariants() const;
 

@@ -43,6 +43,16 @@ void QuarterlyGrid::showSpan() {
     relabel();
 }
 
+int QuarterlyGrid::followSpan() {
+    const auto newest = [&] { return shown_ ? addQuarters(*shown_, element_) : Date{}; };
+    const Date before = newest();
+    showSpan();
+    const Date after = newest();
+    const int moved = isAbsent(before) || isAbsent(after) ? 0 : nearestQuarters(before, after);
+    moveMarked(moved);
+    return moved;
+}
+
 void QuarterlyGrid::relabel() {
     blank_ = false;
     const Date newest = newestQuarter();
@@ -113,11 +123,12 @@ void QuarterlyGrid::setVisibleRows(int count) {
             if (cell->row > last)
                 box({cell->column, last}).setFocus();
         }
+    setMarkedAside();
     rows_.make(count);
     collectCells();
     if (context_.company != nullptr) {
         relabel();
-        showAgain();
+        showAll();
     }
     shade();
     rows_.layOut();
@@ -141,6 +152,12 @@ void QuarterlyGrid::turnPage(const Control& active, int direction) {
 
 std::string QuarterlyGrid::labelOf(int row) const {
     return context_[controls::quarterLabel[row]].caption();
+}
+
+std::string QuarterlyGrid::labelOfElement(int element) const {
+    const Date newest = newestQuarter();
+    return isAbsent(newest) ? std::string()
+                            : formatDate(addQuarters(newest, -element), "Short Date");
 }
 
 BlockGrid::Row QuarterlyGrid::periodOf(int row) const {

@@ -29,7 +29,8 @@ class QuarterlyGrid final : public SeriesGrid {
     static constexpr int yellowRow = 4; // a year before the newest quarter
 
     void showSpan() override; // txtLastQDate and spinner, from the record
-    void relabel();           // labels, top element and the date of the last fiscal year
+    int followSpan() override;
+    void relabel(); // labels, top element and the date of the last fiscal year
     void clearLabels();
     void shade();
     void setShade(Color color);
@@ -62,6 +63,7 @@ class QuarterlyGrid final : public SeriesGrid {
     void enter(Cell cell) override;
     void bringIntoView(Cell cell) override { rows_.bringIntoView(cell.row); }
     [[nodiscard]] std::string labelOf(int row) const override;
+    [[nodiscard]] std::string labelOfElement(int element) const override;
     [[nodiscard]] BlockGrid::Row periodOf(int row) const override;
     [[nodiscard]] bool isQuarterly() const override { return true; }
     [[nodiscard]] std::optional<int> elementOf(int row) const override { return row + element_; }

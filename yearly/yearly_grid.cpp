@@ -51,6 +51,15 @@ void YearlyGrid::showSpan() {
     relabel();
 }
 
+int YearlyGrid::followSpan() {
+    const int before = lastFiscalYear();
+    showSpan();
+    const int after = lastFiscalYear();
+    const int moved = before == 0 || after == 0 ? 0 : after - before;
+    moveMarked(moved);
+    return moved;
+}
+
 void YearlyGrid::relabel() {
     const int newest = lastFiscalYear();
     for (int i = 0; i < rows; ++i) {
@@ -243,6 +252,11 @@ void YearlyGrid::stored(Cell cell) {
 
 std::string YearlyGrid::labelOf(int row) const {
     return context_[controls::yearLabel[row]].caption();
+}
+
+std::string YearlyGrid::labelOfElement(int element) const {
+    const int newest = lastFiscalYear();
+    return newest == 0 ? std::string() : std::to_string(newest + 1 - element);
 }
 
 BlockGrid::Row YearlyGrid::periodOf(int row) const {

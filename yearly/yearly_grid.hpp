@@ -19,7 +19,8 @@ class YearlyGrid final : public SeriesGrid {
     // The last fiscal year as txtLastFY shows it; 0 where it shows none.
     [[nodiscard]] int lastFiscalYear() const;
 
-    void showSpan() override;   // txtLastFY, txtDateofLastFY and the labels
+    void showSpan() override; // txtLastFY, txtDateofLastFY and the labels
+    int followSpan() override;
     void relabel();             // year labels
     void shade();               // required cells, in the shade colour
     void setShade(Color color); // also shows or hides the legend
@@ -38,6 +39,7 @@ class YearlyGrid final : public SeriesGrid {
     void enter(Cell cell) override;
     void bringIntoView(Cell cell) override;
     [[nodiscard]] std::string labelOf(int row) const override;
+    [[nodiscard]] std::string labelOfElement(int element) const override;
     [[nodiscard]] BlockGrid::Row periodOf(int row) const override;
     [[nodiscard]] bool isQuarterly() const override { return false; }
     [[nodiscard]] std::optional<int> elementOf(int row) const override { return rows - 1 - row; }

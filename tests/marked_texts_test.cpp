@@ -1,0 +1,333 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/field_steps.hpp"
+#include "tests/support/scripted_record.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+using namespace test;
+
+// A text that was refused, or taken in part, stays with its figure, whatever the form comes to
+// show.
+struct MarkedTexts : testing::Test {
+    using Names = std::vector<std::string>;
+
+    EntryScene scene;
+    VirtualDesktop& desktop = scene.desktop;
+    std::shared_ptr<CompanyRecord> company = datedCompany();
+    std::shared_ptr<ScriptedRecord> record = std::make_shared<ScriptedRecord>(company);
+
+    MarkedTexts() { scene.load(record); }
+
+    // "txtSales(9)=1e400" for every field whose text is not stored, those in doubt behind them.
+    [[nodiscard]] Names marked() const {
+        Names names;
+        for (const auto& fields : {scene.entry->unstoredFields(), scene.entry->doubtfulFields()})
+            for (const auto& field : fields)
+                names.push_back(field.control + "=" + field.text);
+        return names;
+    }
+    void choose(std::string_view option) {
+        scene.entry->put_CurrentTab(toOptions);
+        desktop.click(option);
+    }
+    void press(std::string_view button, MessageAnswer answer = MessageAnswer::yes) {
+        scene.entry->put_CurrentTab(button == "cmdAddQuarter" ? toQuarterly : toYearly);
+        desktop.answerNext(answer);
+        desktop.click(button);
+    }
+    void spin(int steps) {
+        scene.entry->put_CurrentTab(toQuarterly);
+        desktop.spin("spnQuarter", steps);
+    }
+    void leaveAgain(std::string_view id) {
+        goTo(scene, id);
+        desktop.type("{TAB}");
+    }
+};
+
+constexpr const char* thousands = "optCurrency(0)";
+constexpr const char* millions = "optCurrency(1)";
+
+// --- the unit ------------------------------------------------------------------------------------
+
+TEST_F(MarkedTexts, OutliveAnotherUnitAndSayWhichOneTheyWereTypedIn) {
+    company->put_TotalCap(40);
+    putElement(*company, "YRevenueSeries", 1, 900);
+    scene.load(record);
+    pasteOver(scene, "txtTotalCap", "-5");
+    pasteOver(scene, "txtSales(9)", "1e400");
+    pasteOver(scene, "txtHigh(9)", "1e400"); // no amount
+    const std::string negative = "A negative figure makes no sense here and was not stored.";
+    const std::string large = "This number is too large and was not stored.";
+    const std::string units = " It was typed in (M). Type it anew in ";
+    const Names texts{"txtTotalCap=-5", "txtSales(9)=1e400", "txtHigh(9)=1e400"};
+    struct {
+        const char* unit;
+        std::string told;
+    } steps[] = {{thousands, units + "(K)."},
+                 {"optCurrency(2)", units + "(B)."},
+                 {millions, ""},
+                 {thousands, units + "(K)."}};
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.unit);
+        choose(step.unit);
+        EXPECT_EQ(marked(), texts);
+        EXPECT_EQ(markOf(scene, "txtTotalCap"), negative + step.told);
+        EXPECT_EQ(markOf(scene, "txtSales(9)"), large + step.told);
+        EXPECT_EQ(markOf(scene, "txtHigh(9)"), large);
+    }
+    for (const char* id : {"txtTotalCap", "txtSales(9)"}) {
+        typeOver(scene, id, "7");
+        EXPECT_EQ(markOf(scene, id), "");
+        EXPECT_EQ(textOf(scene, id), "7.00");
+    }
+    EXPECT_EQ(company->get_TotalCap(), 0.007);
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), 0.007);
+}
+
+TEST_F(MarkedTexts, AreNotReadInAnotherUnitThanTheyWereTypedIn) {
+    record->failing = {"write TotalDebt", "write YRevenueSeries"};
+    typeOver(scene, "txtTotalDebt", "900");
+    typeOver(scene, "txtSales(9)", "900");
+    record->failing.clear();
+    choose(thousands);
+    leaveAgain("txtTotalDebt");
+    leaveAgain("txtSales(9)");
+    EXPECT_EQ(company->get_TotalDebt(), 0);
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), 0);
+    EXPECT_EQ(marked(), (Names{"txtTotalDebt=900", "txtSales(9)=900"}));
+    typeOver(scene, "txtTotalDebt", "900000");
+    EXPECT_EQ(company->get_TotalDebt(), 900);
+    choose(millions);
+    leaveAgain("txtSales(9)"); // tried again, as it was meant
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), 900);
+    EXPECT_EQ(marked(), Names{});
+}
+
+TEST_F(MarkedTexts, InDoubtAreShownInTheUnitAndSayWhatTheySaid) {
+    pasteOver(scene, "txtTotalDebt", "1.5M");
+    pasteOver(scene, "txtSales(9)", "1.5M");
+    pasteOver(scene, "txtEPS(1)", "1.5M");
+    choose(thousands);
+    EXPECT_EQ(marked(), (Names{"txtTotalDebt=1500.00", "txtSales(9)=1500.00", "txtEPS(1)=1.50"}));
+    EXPECT_EQ(markOf(scene, "txtSales(9)"), "Taken as 1.50; \"M\" was left out.");
+    goTo(scene, "txtSales(9)");
+    desktop.type("~");
+    goTo(scene, "txtTotalDebt");
+    desktop.type("^a2");
+    EXPECT_EQ(marked(), Names{"txtEPS(1)=1.50"});
+}
+
+TEST_F(MarkedTexts, KnowTheUnitAlsoWhereTheHostChangesIt) {
+    record->failing = {"write TotalDebt", "write YRevenueSeries"};
+    typeOver(scene, "txtTotalDebt", "900");
+    typeOver(scene, "txtSales(9)", "900");
+    typeOver(scene, "txtSales(8)", "5");
+    record->failing.clear();
+    company->get_Settings()->put(setting::unit, 3);
+    scene.entry->recordChanged();
+    leaveAgain("txtTotalDebt");
+    leaveAgain("txtSales(9)");
+    EXPECT_EQ(company->get_TotalDebt(), 0);
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), 0);
+    EXPECT_EQ(markOf(scene, "txtSales(9)"),
+              "This value could not be stored. write YRevenueSeries fails It was typed in (M). "
+              "Type it anew in (K).");
+}
+
+// --- the rows of a pair --------------------------------------------------------------------------
+
+TEST_F(MarkedTexts, WaitWhereTheirRowIsSwitchedAway) {
+    pasteOver(scene, "txtYOption(9)", "1e400");
+    pasteOver(scene, "txtYOption2(3)", "1e400");
+    pasteOver(scene, "txtQOption(1)", "12.5x");
+    choose("optPTI(1)");
+    choose("optCommEq(1)");
+    EXPECT_EQ(markOf(scene, "txtYOption(9)"), "");
+    EXPECT_EQ(textOf(scene, "txtYOption2(3)"), "");
+    const auto unstored = scene.entry->unstoredFields();
+    ASSERT_EQ(unstored.size(), 2U);
+    EXPECT_EQ(unstored[0].control, "YPTISeries(1)");
+    EXPECT_EQ(unstored[0].label, "Pre-Tax Income (M) 2025");
+    EXPECT_EQ(unstored[0].text, "1e400");
+    EXPECT_EQ(unstored[0].reason, "This number is too large and was not stored.");
+    EXPECT_EQ(unstored[1].label, "Common Equity (M) 2019");
+    ASSERT_EQ(scene.entry->doubtfulFields().size(), 1U);
+    EXPECT_EQ(scene.entry->doubtfulFields()[0].label, "Pre-Tax Income (M) 6/30/2026");
+    // A text of the other row stays beside it.
+    pasteOver(scene, "txtYOption(9)", "2e400");
+    choose("optPTI(0)");
+    choose("optCommEq(0)");
+    EXPECT_EQ(marked(), (Names{"txtYOption(9)=1e400", "txtYOption2(3)=1e400",
+                               "YTaxRateSeries(1)=2e400", "txtQOption(1)=12.50"}));
+    EXPECT_EQ(scene.entry->unstoredFields()[2].label, "Tax Rate (%) 2025");
+}
+
+TEST_F(MarkedTexts, ThatWaitAreLedToByTheirRow) {
+    pasteOver(scene, "txtYOption(9)", "1e400");
+    pasteOver(scene, "txtYOption2(3)", "1e400");
+    pasteOver(scene, "txtQOption(1)", "1e400");
+    for (const auto& [option, way, cell] :
+         {std::tuple{"optPTI(1)", "YPTISeries(1)", "txtYOption(9)"},
+          std::tuple{"optCommEq(1)", "YCommEqSeries(7)", "txtYOption2(3)"},
+          std::tuple{"optPTI(1)", "QPTISeries(1)", "txtQOption(1)"}}) {
+        SCOPED_TRACE(way);
+        choose(option);
+        scene.entry->showField(way);
+        EXPECT_EQ(desktop.focusedId(), cell);
+        EXPECT_EQ(textOf(scene, cell), "1e400");
+        EXPECT_NE(markOf(scene, cell), "");
+        desktop.type("^a5{TAB}");
+    }
+    EXPECT_EQ(elementOf(*company, "YPTISeries", 1), 5);
+    EXPECT_EQ(elementOf(*company, "YCommEqSeries", 7), 5);
+    EXPECT_EQ(elementOf(*company, "QPTISeries", 1), 5);
+    EXPECT_EQ(marked(), Names{});
+}
+
+TEST_F(MarkedTexts, KeepTheirUnitWhileTheyWait) {
+    record->failing = {"write YPTISeries"};
+    typeOver(scene, "txtYOption(9)", "900");
+    record->failing.clear();
+    choose("optPTI(1)");
+    choose(thousands);
+    EXPECT_NE(scene.entry->unstoredFields().at(0).reason.find("typed in (M)"), std::string::npos);
+    choose("optPTI(0)");
+    leaveAgain("txtYOption(9)");
+    EXPECT_EQ(marked(), Names{"txtYOption(9)=900"});
+    EXPECT_EQ(elementOf(*company, "YPTISeries", 1), 0);
+}
+
+TEST_F(MarkedTexts, InDoubtGoWithTheFigureThatTheyAreAbout) {
+    typeOver(scene, "txtYNetInc(9)", "75");
+    pasteOver(scene, "txtYOption(9)", "100M");
+    choose("optPTI(1)");
+    EXPECT_EQ(marked(), Names{"YPTISeries(1)=100.00"});
+    typeOver(scene, "txtYOption(9)", "50");
+    (void)scene.entry->get_objCompany(); // pre-tax income follows: 150
+    choose("optPTI(0)");
+    EXPECT_EQ(scene.text("txtYOption", 9), "150.00");
+    EXPECT_EQ(marked(), Names{});
+}
+
+TEST_F(MarkedTexts, StandInNoOtherRowWhereTheHostSwitchesThem) {
+    pasteOver(scene, "txtYOption(9)", "1e400");
+    company->get_Settings()->put(setting::taxRate, true);
+    scene.entry->recordChanged();
+    EXPECT_EQ(textOf(scene, "txtYOption(9)"), "");
+    EXPECT_EQ(marked(), Names{"YPTISeries(1)=1e400"});
+    company->get_Settings()->put(setting::taxRate, false);
+    scene.entry->recordChanged();
+    EXPECT_EQ(marked(), Names{"txtYOption(9)=1e400"});
+}
+
+// --- years ---------------------------------------------------------------------------------------
+
+TEST_F(MarkedTexts, GoWithTheirYear) {
+    pasteOver(scene, "txtSales(9)", "1e400");
+    pasteOver(scene, "txtYEPS(9)", "1.5M");
+    pasteOver(scene, "txtYOption(9)", "1e400");
+    choose("optPTI(1)");
+    press("cmdAddYear", MessageAnswer::no);
+    EXPECT_EQ(marked(), (Names{"txtSales(9)=1e400", "YPTISeries(1)=1e400", "txtYEPS(9)=1.50"}));
+    press("cmdAddYear");
+    EXPECT_EQ(marked(), (Names{"txtSales(8)=1e400", "YPTISeries(2)=1e400", "txtYEPS(8)=1.50"}));
+    EXPECT_EQ(textOf(scene, "txtSales(9)"), "");
+    EXPECT_EQ(scene.entry->unstoredFields()[1].label, "Pre-Tax Income (M) 2025");
+    press("cmdRemoveYear");
+    EXPECT_EQ(marked(), (Names{"txtSales(9)=1e400", "YPTISeries(1)=1e400", "txtYEPS(9)=1.50"}));
+}
+
+TEST_F(MarkedTexts, OfAYearThatDropsOutGoWithIt) {
+    pasteOver(scene, "txtSales(0)", "1e400");
+    pasteOver(scene, "txtYOption(0)", "1e400");
+    choose("optPTI(1)");
+    press("cmdAddYear");
+    choose("optPTI(0)");
+    EXPECT_EQ(marked(), Names{});
+    press("cmdRemoveYear");
+    EXPECT_EQ(marked(), Names{});
+    EXPECT_EQ(textOf(scene, "txtSales(0)"), "");
+}
+
+TEST_F(MarkedTexts, StayWithFiguresThatCouldNotBeMoved) {
+    pasteOver(scene, "txtSales(9)", "1e400");
+    pasteOver(scene, "txtYNetInc(9)", "1e400");
+    record->failing = {"write YRevenueSeries"};
+    press("cmdAddYear");
+    EXPECT_EQ(marked(), (Names{"txtSales(9)=1e400", "txtYNetInc(8)=1e400"}));
+}
+
+// --- quarters ------------------------------------------------------------------------------------
+
+TEST_F(MarkedTexts, GoWithTheirQuarter) {
+    pasteOver(scene, "txtRevenue(0)", "1e400");
+    pasteOver(scene, "txtEPS(1)", "1.5M");
+    press("cmdAddQuarter");
+    EXPECT_EQ(marked(), (Names{"txtRevenue(1)=1e400", "txtEPS(2)=1.50"}));
+    spin(-2);
+    EXPECT_EQ(marked(), (Names{"QRevenueSeries(1)=1e400", "txtEPS(0)=1.50"}));
+    EXPECT_EQ(scene.entry->unstoredFields()[0].label, "Revenue (M) 9/30/2026");
+    EXPECT_EQ(textOf(scene, "txtRevenue(0)"), "");
+    scene.entry->showField("QRevenueSeries(1)");
+    EXPECT_EQ(desktop.focusedId(), "txtRevenue(0)"); // as near as it gets
+    spin(2);
+    EXPECT_EQ(marked(), (Names{"txtRevenue(1)=1e400", "txtEPS(2)=1.50"}));
+    leaveAgain("txtRevenue(1)");
+    typeOver(scene, "txtRevenue(1)", "7");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), 7);
+    EXPECT_EQ(marked(), Names{"txtEPS(2)=1.50"});
+}
+
+TEST_F(MarkedTexts, WaitWhereTheirRowIsTakenAway) {
+    pasteOver(scene, "txtRevenue(0)", "1e400");
+    pasteOver(scene, "txtRevenue(5)", "1e400");
+    scene.entry->put_VisibleQuarters(2);
+    EXPECT_EQ(marked(), (Names{"txtRevenue(0)=1e400", "QRevenueSeries(5)=1e400"}));
+    scene.entry->put_VisibleQuarters(12);
+    EXPECT_EQ(marked(), (Names{"txtRevenue(0)=1e400", "txtRevenue(5)=1e400"}));
+}
+
+TEST_F(MarkedTexts, WaitForTheirQuarterWhereTheHostAddsOnes) {
+    pasteOver(scene, "txtRevenue(0)", "1e400");
+    spin(-1);
+    company->put_LastQDate(*makeDate(2026, 12, 31));
+    company->put_LastQDateForGrid(*makeDate(2026, 12, 31));
+    scene.entry->recordChanged();
+    EXPECT_EQ(marked(), Names{"txtRevenue(1)=1e400"});
+    EXPECT_EQ(scene.form().get<Label>("lblQLabel", 1).caption(), "9/30/2026");
+}
+
+// --- what ends them ------------------------------------------------------------------------------
+
+TEST_F(MarkedTexts, OfAnotherRecordAreNone) {
+    pasteOver(scene, "txtYOption(9)", "1e400");
+    pasteOver(scene, "txtRevenue(5)", "1e400");
+    pasteOver(scene, "txtTotalCap", "-5");
+    choose("optPTI(1)");
+    scene.load(datedCompany());
+    EXPECT_EQ(marked(), Names{});
+    choose("optPTI(0)");
+    EXPECT_EQ(marked(), Names{});
+    pasteOver(scene, "txtYOption(9)", "1e400");
+    choose("optPTI(1)");
+    scene.entry->Clear();
+    EXPECT_EQ(marked(), Names{});
+}
+
+TEST_F(MarkedTexts, GiveWayToWhatTakesTheirPlace) {
+    pasteOver(scene, "txtSales(9)", "1e400");
+    pasteOver(scene, "txtSales(8)", "1.5M");
+    goTo(scene, "txtSales(8)");
+    desktop.type("+{DOWN}{DEL}");
+    EXPECT_EQ(marked(), Names{});
+    choose(thousands);
+    press("cmdAddYear");
+    EXPECT_EQ(marked(), Names{});
+}
+
+} // namespace
+} // namespace vkr
