@@ -2,7 +2,10 @@
 #include "company/change_group.hpp"
 
 #include "company/company_record.hpp"
+#include "company/period_moves.hpp"
 #include "company/setting_table.hpp"
+
+#include <algorithm>
 
 namespace vkr {
 
@@ -26,6 +29,37 @@ ChangeGroup changesBetween(const CompanyRecord& before, const CompanyRecord& aft
             add({Datum{}, std::nullopt, left, right}, row.name);
     }
     return group;
+}
+
+ChangeGroup withMovesApart(const ChangeGroup& group) {
+    ChangeGroup apart{group.name, group.at, {}};
+    for (const Change& change : group.changes) {
+        const DatumPeriod period =
+            change.setting.empty() ? rowOf(change.datum).period : DatumPeriod::none;
+        const auto dated = std::ranges::find_if(group.changes, [&](const Change& one) {
+            return one.setting.empty() && one.datum == firstPeriodOf(period);
+        });
+        const int moved = period == DatumPeriod::none || dated == group.changes.end()
+                              ? 0
+                              : periodsBetween(period, dated->before, dated->after);
+        if (moved == 0) {
+            apart.changes.push_back(change);
+            continue;
+        }
+        const Variant reached = movedOn(change.before, moved);
+        if (reached != change.before)
+            apart.changes.push_back(
+                {{change.datum, std::nullopt, change.before, reached}, {}, Origin::shifted, {}});
+        const VariantArray& after = change.after.array();
+        for (int i = after.lower(); i <= after.upper(); ++i)
+            if (reached.array().number(i) != after.number(i))
+                apart.changes.push_back(
+                    {{change.datum, i, reached.array().number(i), after.number(i)},
+                     {},
+                     change.origin,
+                     change.document});
+    }
+    return apart;
 }
 
 } // namespace vkr

@@ -48,10 +48,12 @@ std::shared_ptr<Object> ChangeJournal::get_ReportingPeriod() const {
 ChangeJournal::ChangeJournal(std::shared_ptr<iVKR_Company> record)
     : notes_(std::make_shared<ChangeNotes>(std::move(record))) {
     notes_->told = &unsavedChanged;
+    notes_->named = &nameTakenBack;
 }
 
 ChangeJournal::~ChangeJournal() {
     notes_->told = nullptr;
+    notes_->named = nullptr;
 }
 
 const std::shared_ptr<iVKR_Company>& ChangeJournal::record() const {

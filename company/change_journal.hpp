@@ -33,9 +33,10 @@ class ChangeNotes;
 //     };
 //
 // The outermost action is a group; one that has changed nothing is none. A series is noted element
-// by element; one that was shifted, as a whole. A group that holds nothing but what was worked out,
-// such as a commit leaves behind, belongs to the group before it. Whether the data are locked is
-// noted and never taken back.
+// by element. Where an action of Origin::shifted has moved its figures, the move is noted as one
+// change of the whole series, and what was written into it element by element behind that. A group
+// that holds nothing but what was worked out, such as a commit leaves behind, belongs to the group
+// before it; the settings that a commit writes stay, whatever is taken back, and so does the lock.
 //
 // What the host's record throws is passed on. The journal itself throws nothing but std::bad_alloc,
 // before anything is written.
@@ -77,6 +78,9 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     // Called after each change of unsaved() but that of setSavePoint and startOver: with the group
     // that has come to its end, with null where the last one has gone.
     std::function<void(const ChangeGroup* added)> unsavedChanged;
+    // Called when a step is taken back that was saved, for each group that leads back and becomes
+    // part of unsaved() then: says what it is called, and where its figures come from now.
+    std::function<void(ChangeGroup& back, const ChangeGroup& step)> nameTakenBack;
 
     // --- of an action, and of the record
     void beginAction(const Action& action) override;

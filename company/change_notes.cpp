@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_notes.hpp"
 
+#include "company/period_moves.hpp"
 #include "company/setting_table.hpp"
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace vkr {
 
@@ -26,6 +28,55 @@ ChangeGroup inverse(ChangeGroup group) {
     for (Change& change : group.changes)
         std::swap(change.before, change.after);
     return group;
+}
+
+Change changeOf(Datum datum, std::optional<int> element, Variant before, Variant after) {
+    Change change;
+    static_cast<DatumChange&>(change) = {datum, element, std::move(before), std::move(after)};
+    return change;
+}
+
+// A series that was moved is moved back first, and what stands elsewhere than before comes then.
+void moveBackFirst(ChangeGroup& back, const Change& moved) {
+    const auto periods = periodsMoved(moved.before, moved.after);
+    if (!periods)
+        return;
+    Variant reached = moved.after;
+    std::vector<Change> changes;
+    for (const Change& change : back.changes)
+        if (change.setting.empty() && change.datum == moved.datum && change.element)
+            reached.array().set(*change.element, change.before);
+    std::erase_if(back.changes, [&](const Change& change) {
+        return change.setting.empty() && change.datum == moved.datum;
+    });
+    const Variant movedBack = movedOn(reached, -*periods);
+    changes.push_back(changeOf(moved.datum, std::nullopt, std::move(reached), movedBack));
+    changes.back().origin = moved.origin;
+    RecordSnapshot from;
+    RecordSnapshot to;
+    from[static_cast<std::size_t>(moved.datum)] = movedBack;
+    to[static_cast<std::size_t>(moved.datum)] = moved.before;
+    std::ranges::copy(changesBetween(from, to), std::back_inserter(changes));
+    back.changes.insert(back.changes.end(), changes.begin(), changes.end());
+}
+
+// The group taken back, as a step of its own.
+ChangeGroup takenBack(const ChangeGroup& group) {
+    ChangeGroup back = inverse(group);
+    for (const Change& change : group.changes)
+        if (change.setting.empty() && change.origin == Origin::shifted && change.after.isArray())
+            moveBackFirst(back, change);
+    return back;
+}
+
+bool isSameChange(const Change& one, const Change& other) {
+    return static_cast<const DatumChange&>(one) == other && one.setting == other.setting;
+}
+
+// Whether the one is the other taken back, be it under another name.
+bool takesBack(const ChangeGroup& one, const ChangeGroup& other) {
+    return one.at == other.at &&
+           std::ranges::equal(one.changes, takenBack(other).changes, isSameChange);
 }
 
 // Without the lock, which stays as it is.
@@ -64,6 +115,7 @@ void ChangeNotes::end() noexcept {
     name_.clear();
     before_.reset();
     marks_.clear();
+    wholes_.clear();
     settings_.clear();
 }
 
@@ -93,10 +145,54 @@ void ChangeNotes::Touch::note() {
     one[static_cast<std::size_t>(*datum_)] = *before_;
     other[static_cast<std::size_t>(*datum_)] = after;
     if (action.origin == Origin::shifted)
-        notes_.mark({*datum_, whole}, mark);
+        notes_.noteMove(*datum_, *before_, after, mark);
     else
         for (const Change& change : changesBetween(one, other))
             notes_.mark(keyOf(change), mark);
+}
+
+void ChangeNotes::noteMove(Datum series, const Variant& before, const Variant& after,
+                           const Mark& said) {
+    mark({series, whole}, said);
+    if (!after.isArray())
+        return;
+    const Datum dating = firstPeriodOf(rowOf(series).period);
+    const auto& dated = (*before_)[static_cast<std::size_t>(dating)];
+    int likely = 0;
+    if (dated)
+        ifPossible([&] {
+            likely = periodsBetween(rowOf(series).period, *dated, readDatum(*record, dating));
+        });
+    const auto periods = periodsMoved(before, after, likely);
+    if (periods)
+        moveMarks(series, *periods);
+    const auto [found, isFirst] = wholes_.try_emplace(series, Whole{periods, after});
+    if (isFirst)
+        return;
+    Whole& noted = found->second;
+    noted.periods =
+        noted.periods && periods ? std::optional(*noted.periods + *periods) : std::nullopt;
+    noted.after = after;
+}
+
+// What was written before goes with its figure.
+void ChangeNotes::moveMarks(Datum series, int periods) {
+    std::map<Key, Mark> moved;
+    for (auto one = marks_.begin(); one != marks_.end();) {
+        const auto [datum, element] = one->first;
+        if (datum != series || element == whole) {
+            ++one;
+            continue;
+        }
+        moved.emplace(Key(datum, element + periods), one->second);
+        one = marks_.erase(one);
+    }
+    marks_.merge(moved);
+}
+
+ChangeNotes::Mark ChangeNotes::markOf(const Key& key) const {
+    const auto found = marks_.find(key);
+    return found == marks_.end() ? Mark() : found->second;
 }
 
 void ChangeNotes::mark(const Key& key, const Mark& mark) {
@@ -109,22 +205,30 @@ void ChangeNotes::mark(const Key& key, const Mark& mark) {
 
 ChangeGroup ChangeNotes::noted(const RecordSnapshot& before) const {
     const RecordSnapshot after = snapshotOf(*record);
+    RecordSnapshot from = before;
     std::vector<std::pair<int, Change>> found;
-    for (Change& change : changesBetween(before, after)) {
-        const auto shifted = marks_.find({change.datum, whole});
-        const bool isWhole = shifted != marks_.end();
-        const auto own = isWhole ? shifted : marks_.find(keyOf(change));
-        const Mark mark = own == marks_.end() ? Mark() : own->second;
-        if (isWhole && change.element) {
-            if (!found.empty() && found.back().second.datum == change.datum)
-                continue;
-            change.element.reset();
-            change.before = *before[static_cast<std::size_t>(change.datum)];
-            change.after = *after[static_cast<std::size_t>(change.datum)];
-        }
-        change.origin = mark.origin;
-        change.document = mark.document;
-        found.emplace_back(mark.order, std::move(change));
+    const auto addNoted = [&](Change change, const Mark& said, int first) {
+        change.origin = said.origin;
+        change.document = said.document;
+        found.emplace_back(std::max(said.order, first), std::move(change));
+    };
+    std::map<Datum, int> moves; // what was written into a moved series comes behind its move
+    for (const auto& [datum, written] : wholes_) {
+        auto& held = from[static_cast<std::size_t>(datum)];
+        const auto& now = after[static_cast<std::size_t>(datum)];
+        if (!held || !now || isSame(*held, *now))
+            continue;
+        Variant reached = written.periods ? movedOn(*held, *written.periods) : written.after;
+        const Mark move = markOf({datum, whole});
+        if (!isSame(*held, reached))
+            addNoted(changeOf(datum, std::nullopt, *held, reached), move, 0);
+        moves[datum] = move.order;
+        held = std::move(reached);
+    }
+    for (Change& change : changesBetween(from, after)) {
+        const auto move = moves.find(change.datum);
+        const Mark said = markOf(keyOf(change));
+        addNoted(std::move(change), said, move == moves.end() ? 0 : move->second);
     }
     for (const auto& setting : settings_)
         if (setting.second.before.toText() != setting.second.after.toText())
@@ -168,19 +272,36 @@ void ChangeNotes::add(ChangeGroup group) {
     if (!followsOnly(group)) {
         undone.clear();
         done.push_back(std::move(group));
-    } else if (!std::ranges::all_of(group.changes, isLock)) {
-        done.push_back(std::move(group)); // goes with the one before it, where there is any
+        return;
     }
+    // How figures are shown is settled by a commit, whatever was done before it. What it works out
+    // goes with the step before, where there is any.
+    std::erase_if(group.changes, [](const Change& change) { return !change.setting.empty(); });
+    if (!group.changes.empty())
+        done.push_back(std::move(group));
 }
 
 void ChangeNotes::leadTo(const ChangeGroup& group) {
-    if (!unsaved.empty() && unsaved.back() == inverse(group)) {
+    if (!unsaved.empty() && takesBack(unsaved.back(), group)) {
         unsaved.pop_back();
         tell(nullptr);
     } else {
         unsaved.push_back(group);
         tell(&unsaved.back());
     }
+}
+
+void ChangeNotes::leadBack(const ChangeGroup& group, const ChangeGroup& step) {
+    ChangeGroup back = takenBack(group);
+    if (!unsaved.empty() && unsaved.back() == group) {
+        unsaved.pop_back();
+        tell(nullptr);
+        return;
+    }
+    if (named != nullptr && *named)
+        ifPossible([&] { (*named)(back, step); });
+    unsaved.push_back(std::move(back));
+    tell(&unsaved.back());
 }
 
 void ChangeNotes::tell(const ChangeGroup* added) const {
@@ -213,7 +334,7 @@ std::optional<std::string> ChangeNotes::undo() {
         return refusal;
     done.erase(first, done.end());
     for (auto group = step.rbegin(); group != step.rend(); ++group)
-        leadTo(inverse(*group));
+        leadBack(*group, step.front());
     showPlace(step.front());
     undone.push_back(std::move(step));
     return std::nullopt;
@@ -245,6 +366,8 @@ std::optional<std::string> ChangeNotes::apply(const ChangeGroup& group) {
         return refusal;
     for (const Change& change : group.changes) {
         const int order = nextOrder();
+        if (change.setting.empty() && !change.element && change.after.isArray())
+            wholes_.insert_or_assign(change.datum, Whole{std::nullopt, change.after});
         if (change.setting.empty())
             mark(keyOf(change), {order, change.origin, change.document});
         else
@@ -252,6 +375,7 @@ std::optional<std::string> ChangeNotes::apply(const ChangeGroup& group) {
     }
     ChangeGroup again = noted(before);
     marks_.clear();
+    wholes_.clear();
     settings_.clear();
     again.name = group.name;
     again.at = group.at;

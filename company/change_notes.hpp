@@ -30,6 +30,7 @@ class ChangeNotes {
     std::vector<ChangeGroup> unsaved;
     std::optional<Change> place;
     const std::function<void(const ChangeGroup*)>* told = nullptr;
+    const std::function<void(ChangeGroup&, const ChangeGroup&)>* named = nullptr;
 
     [[nodiscard]] bool isOpen() const { return !open_.empty(); }
     void begin(const Action& action);
@@ -53,8 +54,14 @@ class ChangeNotes {
     static constexpr int whole = std::numeric_limits<int>::min();
     struct Mark {
         int order = std::numeric_limits<int>::max();
-        Origin origin = Origin::derived; // what nobody wrote follows from something else
+        // What nobody wrote follows from something else.
+        std::optional<Origin> origin = Origin::derived;
         std::string document;
+    };
+    // A series that was moved, or written as a whole.
+    struct Whole {
+        std::optional<int> periods; // nothing: figures became other ones on the way
+        Variant after;
     };
 
     class Own {
@@ -98,9 +105,14 @@ class ChangeNotes {
         return static_cast<int>(marks_.size() + settings_.size());
     }
     void mark(const Key& key, const Mark& mark);
+    void noteMove(Datum series, const Variant& before, const Variant& after, const Mark& said);
+    void moveMarks(Datum series, int periods);
+    [[nodiscard]] Mark markOf(const Key& key) const;
     ChangeGroup noted(const RecordSnapshot& before) const;
     void add(ChangeGroup group);
-    void leadTo(const ChangeGroup& group); // of the way from what was saved
+    // Of the way from what was saved.
+    void leadTo(const ChangeGroup& group);
+    void leadBack(const ChangeGroup& group, const ChangeGroup& step);
     void tell(const ChangeGroup* added) const;
     void showPlace(const ChangeGroup& group);
     void forget();
@@ -109,6 +121,7 @@ class ChangeNotes {
     std::string name_; // of the action under way
     std::optional<RecordSnapshot> before_;
     std::map<Key, Mark> marks_;
+    std::map<Datum, Whole> wholes_;
     std::vector<std::pair<int, Change>> settings_; // by the place of the first write
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "company/figure_origins.hpp"
 
+#include "company/period_moves.hpp"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -61,20 +63,14 @@ bool isAbsentValue(const Variant& value) {
     return value.isEmpty() || value.toDouble() == 0;
 }
 
-// By how many elements the figures of the series have moved, by the dates of the same group.
-int movedBy(const ChangeGroup& group, Datum series) {
-    const bool isYear = rowOf(series).period == DatumPeriod::year;
-    for (const Change& change : group.changes) {
-        if (!change.setting.empty())
-            continue;
-        if (isYear && change.datum == Datum::LastFY && !isAbsentValue(change.before) &&
-            !isAbsentValue(change.after))
-            return change.after.toLong() - change.before.toLong();
-        if (!isYear && change.datum == Datum::LastQDateForGrid && !isAbsentValue(change.before) &&
-            !isAbsentValue(change.after))
-            return quartersBetween(change.before.toDate(), change.after.toDate());
-    }
-    return 0;
+// By how many elements the figures of the series have moved, as the dates of the same group say.
+int movedBy(const ChangeGroup& group, const Change& series) {
+    const DatumPeriod period = rowOf(series.datum).period;
+    int dated = 0;
+    for (const Change& change : group.changes)
+        if (change.setting.empty() && change.datum == firstPeriodOf(period))
+            dated = periodsBetween(period, change.before, change.after);
+    return periodsMoved(series.before, series.after, dated).value_or(dated);
 }
 
 // Every element of a series, or the datum itself.
@@ -196,7 +192,7 @@ void FigureOrigins::shift(const ChangeGroup& group, const Change& change) {
     const auto first = static_cast<std::ptrdiff_t>(firstPlace(change.datum));
     const auto count = static_cast<std::ptrdiff_t>(placeCount(change.datum));
     const std::vector<Kind> before(places_.begin() + first, places_.begin() + first + count);
-    const int by = movedBy(group, change.datum);
+    const int by = movedBy(group, change);
     forEachElement(change, [&](std::optional<int> element, const Variant&, const Variant& after) {
         const auto place = placeOf(change.datum, element);
         if (!place)
@@ -239,6 +235,16 @@ void FigureOrigins::putEach(const Change& change) {
                 isAbsentValue(after) ? FigureOrigin()
                                      : FigureOrigin{change.origin, change.document, false});
         });
+}
+
+void FigureOrigins::tellIn(ChangeGroup& group) const {
+    for (Change& change : group.changes) {
+        if (!change.setting.empty() || change.after.isArray())
+            continue;
+        const FigureOrigin held = of(change.datum, change.element);
+        change.origin = held.origin;
+        change.document = held.document;
+    }
 }
 
 bool FigureOrigins::mayDerive(Datum datum, std::optional<int> element) const {

@@ -35,6 +35,10 @@ class FigureOrigins {
     // What a person did. Values that become absent have no origin any more.
     void note(const ChangeGroup& group);
 
+    // Gives each single figure of a group the origin that it has here, such as one that has come
+    // back by being taken back.
+    void tellIn(ChangeGroup& group) const;
+
     // Whether a worked-out value may take the place of what is there: not that of a figure which
     // came from elsewhere, or nobody knows from where, unless what it follows from has changed
     // since.

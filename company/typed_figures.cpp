@@ -2,6 +2,7 @@
 #include "company/typed_figures.hpp"
 
 #include "company/exact_text.hpp"
+#include "company/period_moves.hpp"
 #include "platform/date.hpp"
 
 namespace vkr {
@@ -22,14 +23,8 @@ std::string textOf(const Variant& value) {
 
 // How many elements further back the periods of the import stand.
 int offsetOf(const DatumRow& row, const CompanyRecord& stored, const CompanyRecord& imported) {
-    if (row.period == DatumPeriod::year) {
-        const int before = stored.get_LastFY();
-        const int after = imported.get_LastFY();
-        return before == 0 || after == 0 ? 0 : after - before;
-    }
-    const Date before = stored.get_LastQDateForGrid();
-    const Date after = imported.get_LastQDateForGrid();
-    return isAbsent(before) || isAbsent(after) ? 0 : nearestQuarters(before, after);
+    const Datum first = firstPeriodOf(row.period);
+    return periodsBetween(row.period, readDatum(stored, first), readDatum(imported, first));
 }
 
 std::string periodOf(const DatumRow& row, const CompanyRecord& stored, int element) {

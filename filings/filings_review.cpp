@@ -155,8 +155,9 @@ struct Part {
 std::vector<Part> partsOf(const iVKR_Company& company, const FilingsReview& review) {
     std::vector<Part> parts;
     for (const RecordSpan* span : {&review.years, &review.quarters})
-        if (!span->changes.empty())
-            parts.push_back({{Origin::shifted, {}, {}}, span->changes});
+        if (!span->changes.empty()) // else a date that was missing
+            parts.push_back(
+                {{span->added > 0 ? Origin::shifted : Origin::imported, {}, {}}, span->changes});
     if (company.get_Name().empty() && !review.entityName.empty())
         parts.push_back({{Origin::imported, {}, "CIK " + std::to_string(review.cik)},
                          {{Datum::Name, std::nullopt, std::string(), review.entityName}}});

@@ -2,6 +2,7 @@
 #include "filings/record_span.hpp"
 
 #include "company/exact_text.hpp"
+#include "company/period_moves.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
@@ -42,15 +43,6 @@ bool hasFigures(const iVKR_Company& company, DatumPeriod period) {
             found = found || series.array().number(i) != 0;
     });
     return found;
-}
-
-// The same series with its figures `periods` elements further on.
-Variant movedOn(const Variant& series, int periods) {
-    const VariantArray& from = series.array();
-    Variant moved = series;
-    for (int i = from.lower(); i <= from.upper(); ++i)
-        moved.array().setNumber(i, from.contains(i - periods) ? from.number(i - periods) : 0);
-    return moved;
 }
 
 // Whether figures leave the series when it is moved on.

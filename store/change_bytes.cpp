@@ -25,6 +25,7 @@ enum Kind : std::uint8_t {
     series
 };
 enum Items : std::uint8_t { figures, texts, values };
+constexpr std::uint64_t unknownOrigin = 0xFF;
 
 [[noreturn]] void refuse() {
     throw std::invalid_argument("These are no changes.");
@@ -96,7 +97,7 @@ void ByteWriter::group(const ChangeGroup& group) {
         number(static_cast<std::uint32_t>(change.element.value_or(0)), 4);
         value(change.before);
         value(change.after);
-        number(static_cast<std::uint64_t>(change.origin), 1);
+        number(change.origin ? static_cast<std::uint64_t>(*change.origin) : unknownOrigin, 1);
         text(change.document);
     }
 }
@@ -199,9 +200,10 @@ ChangeGroup ByteReader::group() {
         change.before = value();
         change.after = value();
         const auto origin = number(1);
-        if (origin > static_cast<std::uint64_t>(Origin::shifted))
+        if (origin > static_cast<std::uint64_t>(Origin::shifted) && origin != unknownOrigin)
             refuse();
-        change.origin = static_cast<Origin>(origin);
+        change.origin =
+            origin == unknownOrigin ? std::nullopt : std::optional(static_cast<Origin>(origin));
         change.document = text();
         group.changes.push_back(std::move(change));
     }

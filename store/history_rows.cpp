@@ -167,6 +167,10 @@ std::string utcText(std::chrono::system_clock::time_point at) {
     return {text, std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts)};
 }
 
+std::string originText(const Change& change) {
+    return change.origin ? std::string(originName(*change.origin)) : std::string();
+}
+
 // The rows of one group while they are put together.
 class RowsOfGroup {
   public:
@@ -177,16 +181,15 @@ class RowsOfGroup {
         if (!change.setting.empty()) {
             const auto text = [](const Variant& value) { return value.toText(); };
             rows_.push_back({{change.setting, "", "", text(change.before), text(change.after),
-                              std::string(originName(change.origin)), change.document},
+                              originText(change), change.document},
                              false});
             return;
         }
         const DatumRow& row = rowOf(change.datum);
         if (!isSeries(row)) {
-            rows_.push_back(
-                {{std::string(row.name), "", "", valueText(change.before), valueText(change.after),
-                  std::string(originName(change.origin)), change.document},
-                 false});
+            rows_.push_back({{std::string(row.name), "", "", valueText(change.before),
+                              valueText(change.after), originText(change), change.document},
+                             false});
             return;
         }
         Open& open = openRow(row, change);
@@ -218,16 +221,17 @@ class RowsOfGroup {
     };
 
     Open& openRow(const DatumRow& row, const Change& change) {
-        const std::string_view origin = originName(change.origin);
-        for (Open& open : rows_)
-            if (open.isSeries && open.row.datum == row.name && open.row.origin == origin &&
-                open.row.document == change.document)
-                return open;
+        const std::string origin = originText(change);
         const std::string& from = before_.of(row.period);
         const std::string& to = after_.of(row.period);
-        const bool moved = from != to && !from.empty() && !to.empty();
-        rows_.push_back({{std::string(row.name), moved ? from + " " + to : to, "", "", "",
-                          std::string(origin), change.document},
+        // What was written into a series that was moved is counted as it is counted then.
+        const bool moved = !change.element && from != to && !from.empty() && !to.empty();
+        const std::string countedFrom = moved ? from + " " + to : to;
+        for (Open& open : rows_)
+            if (open.isSeries && open.row.datum == row.name && open.row.origin == origin &&
+                open.row.document == change.document && open.row.countedFrom == countedFrom)
+                return open;
+        rows_.push_back({{std::string(row.name), countedFrom, "", "", "", origin, change.document},
                          true,
                          false});
         return rows_.back();
@@ -264,6 +268,18 @@ std::optional<int> elementOf(std::string_view text) {
                                                                     : std::nullopt;
 }
 
+// By how many elements the periods of a row stand further on after the change.
+int movedBy(const DatumRow& row, std::string_view before, std::string_view after) {
+    if (row.period == DatumPeriod::quarter) {
+        const auto from = dateFromIso(before);
+        const auto to = dateFromIso(after);
+        return from && to ? nearestQuarters(*from, *to) : 0;
+    }
+    const auto from = periodNumber(before);
+    const auto to = periodNumber(after);
+    return from && to ? *to - *from : 0;
+}
+
 // By period, where the group has moved them.
 std::vector<HistoryChange> movedChanges(const HistoryRow& row, const DatumRow& datum,
                                         const HistoryChange& like) {
@@ -271,31 +287,25 @@ std::vector<HistoryChange> movedChanges(const HistoryRow& row, const DatumRow& d
     const auto elements = words(row.elements);
     const auto before = valuesOf(row.before, elements.size());
     const auto after = valuesOf(row.after, elements.size());
-    struct Pair {
-        HistoryChange change;
-        bool isAfter = false;
-    };
-    std::map<int, Pair, std::greater<>> periods; // the newest first
+    const int moved = movedBy(datum, bases[0], bases[1]);
+    std::map<int, HistoryChange> periods; // by the element after the change: the newest first
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const auto element = elementOf(elements[i]);
         if (!element)
             continue;
-        for (const bool isAfter : {false, true}) {
-            const std::string period = periodOf(datum, bases[isAfter ? 1 : 0], *element);
-            Pair& pair =
-                periods.try_emplace(periodNumber(period).value_or(0), Pair{like}).first->second;
-            (isAfter ? pair.change.after : pair.change.before) =
-                known(isAfter ? after[i] : before[i]);
-            if (isAfter)
-                pair.change.element = *element;
-            if (isAfter || pair.change.period.empty())
-                pair.change.period = period;
-        }
+        HistoryChange& old = periods.try_emplace(*element + moved, like).first->second;
+        old.before = known(before[i]);
+        if (old.period.empty())
+            old.period = periodOf(datum, bases[0], *element);
+        HistoryChange& now = periods.try_emplace(*element, like).first->second;
+        now.after = known(after[i]);
+        now.element = *element;
+        now.period = periodOf(datum, bases[1], *element);
     }
     std::vector<HistoryChange> changes;
-    for (auto& [number, pair] : periods)
-        if (pair.change.before != pair.change.after)
-            changes.push_back(std::move(pair.change));
+    for (auto& [place, change] : periods)
+        if (change.before != change.after)
+            changes.push_back(std::move(change));
     return changes;
 }
 
@@ -345,6 +355,8 @@ std::vector<ChangeGroup> exactGroups(const CompanyRecord& stored, const CompanyR
             groups.push_back(std::move(group));
     }
     ChangeGroup others = changesBetween(*reached, saved, account.rest);
+    if (account.rest.origin == Origin::imported)
+        others = withMovesApart(others);
     for (Change& change : others.changes)
         if (!change.setting.empty() && change.origin == Origin::derived)
             change.origin = Origin::typed; // how figures are shown is chosen by people

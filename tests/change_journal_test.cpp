@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_journal.hpp"
 #include "company/company_csv.hpp"
+#include "company/figure_origins.hpp"
+#include "company/period_moves.hpp"
 #include "company/record_snapshot.hpp"
 #include "company/split.hpp"
 #include "support/change_lists.hpp"
 #include "support/elements.hpp"
 #include "support/entry_scene.hpp"
 #include "support/field_steps.hpp"
+#include "support/period_import.hpp"
 #include "support/random_company.hpp"
 #include "support/scripted_record.hpp"
 
@@ -133,6 +136,182 @@ TEST_F(Journal, AShiftedSeriesIsOneChange) {
     EXPECT_EQ(brief(0), Lines{"YRevenueSeries series > series"});
     EXPECT_EQ(journal->undo(), std::nullopt);
     EXPECT_TRUE(sameAs(*company, *fullCompany()));
+}
+
+// --- a series that is moved and written into
+
+class MovingJournal : public Journal {
+  protected:
+    MovingJournal() {
+        for (int i = 0; i < 11; ++i)
+            figures[static_cast<std::size_t>(i)] = i * 10.0;
+        company->put_LastFY(2024);
+        company->put_YRevenueSeries(numberArray(figures));
+        journal->startOver();
+    }
+    // To another fiscal year, as adding years does.
+    void moveYears(int years) {
+        const ActionScope shift(journal, {Origin::shifted, {}, {}});
+        journal->put_LastFY(static_cast<std::int16_t>(company->get_LastFY() + years));
+        journal->put_YRevenueSeries(movedOn(company->get_YRevenueSeries(), years));
+    }
+    void importFigure(int element, double figure) {
+        const ActionScope document(journal, {Origin::imported, {}, "0001-25"});
+        type(Datum::YRevenueSeries, element, figure);
+    }
+    void importAYear() {
+        const ActionScope import(journal, {Origin::imported, "Import of 2 Figures", {}});
+        moveYears(1);
+        importFigure(1, 777);
+        importFigure(4, 31);
+    }
+    // Of the second year before the move on, one of each origin.
+    [[nodiscard]] FigureOrigins origins() const {
+        FigureOrigins all;
+        for (int i = 1; i <= 10; ++i)
+            all.put(Datum::YRevenueSeries, i, {Origin::typed, {}, false});
+        for (const ChangeGroup& group : journal->groups())
+            all.note(group);
+        return all;
+    }
+    [[nodiscard]] std::string originAt(int element) const {
+        const FigureOrigin held = origins().of(Datum::YRevenueSeries, element);
+        return (held.origin ? std::string(originName(*held.origin)) : "unknown") +
+               (held.document.empty() ? "" : " " + held.document);
+    }
+
+    std::vector<double> figures = std::vector<double>(11);
+};
+
+TEST_F(MovingJournal, NotesTheMoveFirstAndThenEachFigureThatWasWritten) {
+    importAYear();
+    EXPECT_EQ(brief(0), (Lines{"LastFY 2024 > 2025", "YRevenueSeries series > series",
+                               "YRevenueSeries(1) 0 > 777", "YRevenueSeries(4) 30 > 31"}));
+    const auto changes = journal->groups().front().changes;
+    EXPECT_EQ(changes[1].origin, Origin::shifted);
+    EXPECT_EQ(changes[1].after, movedOn(numberArray(figures), 1));
+    EXPECT_EQ(changes[2].origin, Origin::imported);
+    EXPECT_EQ(changes[2].document, "0001-25");
+    EXPECT_EQ(originAt(1), "imported 0001-25");
+    EXPECT_EQ(originAt(2), "typed");
+    EXPECT_EQ(originAt(4), "imported 0001-25");
+    EXPECT_EQ(originAt(5), "typed");
+}
+
+TEST_F(MovingJournal, TakesMoveAndFiguresBackAndDoesThemAgain) {
+    const auto before = company->clone();
+    importAYear();
+    const auto after = company->clone();
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*before, *company));
+    EXPECT_TRUE(journal->unsaved().empty());
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_TRUE(sameAs(*after, *company));
+    const auto other = std::make_shared<ChangeJournal>(before->clone());
+    EXPECT_EQ(other->apply(journal->groups().front()), std::nullopt);
+    EXPECT_EQ(other->groups(), journal->groups());
+}
+
+TEST_F(MovingJournal, AFigureThatWasWrittenBeforeGoesWithTheMove) {
+    {
+        const ActionScope whole(journal, {Origin::shifted, "Add New Year", {}});
+        {
+            const ActionScope paste(journal, {Origin::pasted, {}, {}});
+            type(Datum::YRevenueSeries, 3, 33);
+        }
+        moveYears(1);
+        moveYears(1);
+    }
+    EXPECT_EQ(company->get_YRevenueSeries().array().number(5), 33);
+    EXPECT_EQ(brief(0).back(), "YRevenueSeries(5) 30 > 33");
+    EXPECT_EQ(originAt(5), "pasted");
+    EXPECT_EQ(originAt(6), "typed");
+}
+
+TEST_F(MovingJournal, ThereAndBackIsNoMove) {
+    company->put_YRevenueSeries(numberArray({0, 1, 2, 3, 0, 0, 0, 0, 0, 0, 0}));
+    journal->startOver();
+    {
+        const ActionScope whole(journal, {});
+        moveYears(1);
+        type(Datum::YRevenueSeries, 2, 9);
+        moveYears(-1);
+    }
+    EXPECT_EQ(brief(0), Lines{"YRevenueSeries(1) 1 > 9"});
+}
+
+// The move comes first there as well: where a figure is from can be told for the record it leads
+// to.
+TEST_F(MovingJournal, AStepTakenBackAfterASaveIsNamedAndKnowsWhereItsFiguresAreFrom) {
+    const auto before = company->clone();
+    importAYear();
+    journal->setSavePoint();
+    const auto saved = company->clone();
+    journal->nameTakenBack = [this](ChangeGroup& back, const ChangeGroup& step) {
+        back.name = "Undone: " + step.name;
+        origins().tellIn(back);
+    };
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    ASSERT_EQ(journal->unsaved().size(), 1U);
+    const ChangeGroup back = journal->unsaved().front();
+    EXPECT_EQ(back.name, "Undone: Import of 2 Figures");
+    const auto find = [&](std::optional<int> element) {
+        return *std::ranges::find_if(back.changes, [&](const Change& change) {
+            return change.datum == Datum::YRevenueSeries && change.element == element;
+        });
+    };
+    EXPECT_EQ(find({}).origin, Origin::shifted);
+    EXPECT_EQ(brief(find(3)), "YRevenueSeries(3) 31 > 30");
+    EXPECT_EQ(find(3).origin, Origin::typed);
+    expectTheWayFrom(*saved);
+    const auto found = std::make_shared<ChangeJournal>(saved->clone()); // after a crash
+    EXPECT_EQ(found->apply(back), std::nullopt);
+    EXPECT_TRUE(sameAs(*found, *before));
+    EXPECT_EQ(found->groups().front().name, back.name);
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_TRUE(journal->unsaved().empty());
+}
+
+TEST_F(Journal, AStepTakenBackHasTheOriginsThatTheFiguresHaveThen) {
+    FigureOrigins stored; // nobody knows
+    stored.put(Datum::TotalDebt, {}, {Origin::imported, "0001-24", false});
+    journal->nameTakenBack = [&](ChangeGroup& back, const ChangeGroup&) { stored.tellIn(back); };
+    {
+        const ActionScope action(journal, {Origin::pasted, "Two", {}});
+        journal->put_TotalDebt(77);
+        journal->put_PrefDiv(78);
+        journal->get_Settings()->put(setting::unit, std::int16_t{9});
+    }
+    journal->setSavePoint();
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    for (const Change& change : journal->unsaved().front().changes) {
+        if (!change.setting.empty())
+            continue;
+        const bool isDebt = change.datum == Datum::TotalDebt;
+        EXPECT_EQ(change.origin, isDebt ? std::optional(Origin::imported) : std::nullopt);
+        EXPECT_EQ(change.document, isDebt ? "0001-24" : "");
+    }
+}
+
+TEST_F(Journal, WhatACommitSettlesStaysWhereTheStepBeforeIsTakenBack) {
+    company->get_Settings()->put(setting::currencySymbol, "");
+    const auto saved = company->clone();
+    const double debt = company->get_TotalDebt();
+    journal->put_TotalDebt(debt + 1);
+    {
+        const ActionScope commit(journal, {Origin::derived, {}, {}});
+        journal->get_Settings()->put(setting::currencySymbol, "$");
+        journal->put_Last4QEPS(99);
+    }
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(company->get_TotalDebt(), debt);
+    EXPECT_NE(company->get_Last4QEPS(), 99);
+    EXPECT_EQ(company->get_Settings()->get(setting::currencySymbol).toText(), "$");
+    EXPECT_FALSE(journal->canUndo());
+    expectTheWayFrom(*saved);
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_EQ(company->get_Last4QEPS(), 99);
+    expectTheWayFrom(*saved);
 }
 
 TEST_F(Journal, WhatARecordMovesByItselfBelongsToTheGroup) {
@@ -545,7 +724,7 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
                                               "optCommEq(0)", "optCommEq(1)",   "optPTI(0)",
                                               "optPTI(1)",    "optCurrency(0)", "optCurrency(2)"};
         const bool refuses = GetParam() % 2 == 1;
-        switch (const int what = within(0, 25)) {
+        switch (const int what = within(0, 26)) {
         case 20:
         case 21:
         case 22:
@@ -559,6 +738,14 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
             if (refuses && within(0, 1) == 0)
                 refuseSomething();
             what == 24 ? split() : import();
+            break;
+        case 26:
+            if (refuses && within(0, 1) == 0)
+                refuseSomething();
+            scene.entry->leaveField();
+            static_cast<void>(test::importPeriods(journal, static_cast<unsigned>(within(0, 999))));
+            scene.entry->recordChanged();
+            record->failing.clear();
             break;
         case 0:
         case 1:
@@ -696,6 +883,12 @@ const Deed deeds[] = {
      [](EntryScene& scene, ChangeJournal& journal) {
          return changed(scene, test::elementChanges(journal, CompanyRecord()),
                         {Origin::imported, "Import", "0001"});
+     }},
+    {"import that adds periods", nothing,
+     [](EntryScene&, ChangeJournal& journal) {
+         return test::importPeriods(std::shared_ptr<iVKR_Company>(&journal, [](iVKR_Company*) {}),
+                                    2)
+             .value_or("done");
      }},
     {"undo of a paste", [](EntryScene& scene, ChangeJournal& journal) { pasted(scene, journal); },
      [](EntryScene&, ChangeJournal& journal) { return journal.undo().value_or("done"); }},

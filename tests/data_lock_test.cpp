@@ -2,6 +2,7 @@
 #include "company/split.hpp"
 #include "tests/support/change_lists.hpp"
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/period_import.hpp"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -120,8 +121,10 @@ TEST_F(DataLock, NoStepIsTakenBackOrDoneAgain) {
 
 // A split, an import and a state of the history come in this way.
 TEST_F(DataLock, WhatAHostChangesAsOneActionIsRefusedWithAWord) {
-    const auto changes = test::changesOf(splitChanges(*company, {{2, 1}, *makeDate(2026, 11, 1)}));
+    auto changes = test::changesOf(splitChanges(*company, {{2, 1}, *makeDate(2026, 11, 1)}));
     ASSERT_GT(changes.size(), 50U);
+    for (const test::ImportPart& part : test::periodImport(*company, 2))
+        changes.insert(changes.end(), part.changes.begin(), part.changes.end());
     lock(true);
     entry.put_blnDirty(false);
     const auto before = company->clone();

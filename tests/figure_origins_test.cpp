@@ -113,6 +113,27 @@ TEST(FigureOrigins, MoveWithTheirFigures) {
     EXPECT_EQ(origins.of(Datum::LastFY).origin, Origin::shifted);
 }
 
+TEST(FigureOrigins, MoveWithTheQuartersOfAWeekBasedYear) {
+    FigureOrigins origins;
+    origins.put(Datum::QEPSSeries, 0, {Origin::typed, {}, false});
+    std::vector<double> before(35);
+    std::vector<double> later(35);
+    before[0] = later[1] = 1.5;
+    origins.note(
+        {"Add New Quarter",
+         {},
+         {{{Datum::LastQDateForGrid, std::nullopt, *makeDate(2023, 7, 1), *makeDate(2023, 9, 30)},
+           {},
+           Origin::shifted,
+           {}},
+          {{Datum::QEPSSeries, std::nullopt, numberArray(before), numberArray(later)},
+           {},
+           Origin::shifted,
+           {}}}});
+    EXPECT_EQ(origins.of(Datum::QEPSSeries, 0).origin, std::nullopt);
+    EXPECT_EQ(origins.of(Datum::QEPSSeries, 1).origin, Origin::typed);
+}
+
 TEST(FigureOrigins, AreTextAndBack) {
     auto origins =
         after({importedRate,

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "company/change_journal.hpp"
 #include "company/typed_figures.hpp"
 #include "filings/filings_review.hpp"
 #include "filings/review_table.hpp"
@@ -7,7 +8,7 @@
 #include "vkr/database.hpp"
 
 #include <algorithm>
-#include <chrono>
+#include <memory>
 
 namespace vkr {
 
@@ -48,24 +49,9 @@ std::ptrdiff_t tellCounts(const Call& call, const FilingsReview& review) {
     return fresh + differing;
 }
 
-// Each figure with the filing that it is from. Where periods are added the figures that only move
-// are found out by the store, and nothing else can be told apart from them.
-SaveAccount accountOf(const FilingsReview& review) {
-    SaveAccount account;
-    account.rest = {Origin::imported, importName(review.ticked()), {}};
-    if (review.years.added + review.quarters.added > 0)
-        return account;
-    ChangeGroup group;
-    group.name = account.rest.name;
-    group.at = std::chrono::system_clock::now();
-    for (const ReviewRow& row : review.rows)
-        if (row.ticked)
-            group.changes.push_back({{row.figure.datum, row.element, row.stored, row.figure.value},
-                                     {},
-                                     Origin::imported,
-                                     row.figure.source.accession});
-    account.groups.push_back(std::move(group));
-    return account;
+// The account that the journal has kept of the import, each figure with the filing that it is from.
+SaveAccount accountOf(const ChangeJournal& journal, const FilingsReview& review) {
+    return {journal.unsaved(), {Origin::imported, importName(review.ticked()), {}}};
 }
 
 void takeOver(const Call& call, CompanyStore& store, const CompanySummary& company,
@@ -75,9 +61,10 @@ void takeOver(const Call& call, CompanyStore& store, const CompanySummary& compa
                              "The data of " + printable(titleOf(company.name, company.symbol)) +
                                  " are locked; nothing was changed.");
     const auto record = loaded.record->clone();
-    if (const auto refusal = importFilings(record, review))
+    const auto journal = std::make_shared<ChangeJournal>(record);
+    if (const auto refusal = importFilings(journal, review))
         throw CommandFailure(ExitCode::refused, printable(*refusal));
-    valueOf(store.save(company.key.id, *record, loaded.revision, accountOf(review)));
+    valueOf(store.save(company.key.id, *record, loaded.revision, accountOf(*journal, review)));
     call.terminal.say(importName(review.ticked()) + ": done.");
 }
 
@@ -118,11 +105,11 @@ void addCompany(const Call& call, CompanyStore& store, const std::string& symbol
         call.terminal.say(title + " is not in the database. It is added with what --accept takes.");
         return;
     }
-    record->put_Name(review.entityName);
-    record->put_Symbol(upperCase(symbol));
-    if (const auto refusal = importFilings(record, review))
+    const auto journal = std::make_shared<ChangeJournal>(record);
+    if (const auto refusal = importFilings(journal, review))
         throw CommandFailure(ExitCode::refused, printable(*refusal));
-    valueOf(store.save(std::nullopt, *record, 0, accountOf(review)));
+    record->put_Symbol(upperCase(symbol));
+    valueOf(store.save(std::nullopt, *record, 0, accountOf(*journal, review)));
     call.terminal.say(title + " was not in the database and " +
                       (call.line.has(Option::dryRun) ? "would be" : "is") +
                       " added: " + importName(ticked) + ".");

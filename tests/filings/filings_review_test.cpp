@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
+#include "company/change_journal.hpp"
 #include "company/company_csv.hpp"
 #include "company/company_record.hpp"
 #include "company/exact_text.hpp"
 #include "company/figure_origins.hpp"
+#include "company/kept_figures.hpp"
 #include "filings/filings_review.hpp"
 #include "filings/review_table.hpp"
 #include "record/datum_titles.hpp"
 #include "source_folder.hpp"
 #include "tests/filings/filing_texts.hpp"
 #include "tests/filings/made_document.hpp"
+#include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 
 #include <algorithm>
@@ -325,7 +328,7 @@ TEST(FilingsReview, AnImportIsOneActionWithTheNumberOfEachFiling) {
     ASSERT_EQ(importFilings(company, reviewFilings(twoYears(), *company)), std::nullopt);
     EXPECT_EQ(company->told,
               (std::vector<std::string>{
-                  "begin imported 'Import of 2 Figures' ", "begin shifted '' ", "LastFY",
+                  "begin imported 'Import of 2 Figures' ", "begin imported '' ", "LastFY",
                   "LastFYDate", "end", "begin imported '' 0000000001-25-000001", "YNetIncSeries",
                   "end", "begin imported '' 0000000001-24-000001", "YNetIncSeries", "end", "end"}));
     EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 1), 6);
@@ -343,6 +346,90 @@ TEST(FilingsReview, AnImportIsAllOrNothing) {
         EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 1), 0) << refused;
         EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 2), 0) << refused;
         EXPECT_EQ(company->told.back(), "end");
+    }
+}
+
+namespace {
+
+// A company as it was some periods ago, every figure of it typed.
+struct Earlier {
+    Earlier(const std::string& symbol, int years, int quarters) : company(sample(symbol)) {
+        test::goBack(*company, years, quarters);
+        company->put_Last4QEPS(0.125);
+        for (const DatumRow& row : datumTable())
+            for (int i = 0; i <= (isSeries(row) ? row.upper : 0); ++i)
+                typed.put(row.datum, isSeries(row) ? std::optional(i) : std::nullopt,
+                          {Origin::typed, {}, false});
+        journal = std::make_shared<ChangeJournal>(company);
+        kept = std::make_shared<KeptFigures>(journal, [this] { return origins(); });
+    }
+    [[nodiscard]] FigureOrigins origins() const {
+        FigureOrigins all = typed;
+        for (const ChangeGroup& group : journal->groups())
+            all.note(group);
+        return all;
+    }
+
+    std::shared_ptr<CompanyRecord> company;
+    FigureOrigins typed;
+    std::shared_ptr<ChangeJournal> journal;
+    std::shared_ptr<KeptFigures> kept;
+};
+
+} // namespace
+
+// The figures that came are of their filings, and the ones that moved are typed as before.
+TEST(FilingsReview, WherePeriodsAreAddedEachFigureIsFromWhereItIs) {
+    for (const auto& [years, quarters] : {std::pair(1, 0), std::pair(0, 1), std::pair(2, 5)}) {
+        Earlier earlier("AAPL", years, quarters);
+        auto review = reviewFilings(companyOf("AAPL"), *earlier.company);
+        EXPECT_EQ(review.years.added, years);
+        EXPECT_EQ(review.quarters.added, quarters);
+        ASSERT_EQ(importFilings(earlier.kept, review), std::nullopt);
+        ASSERT_EQ(earlier.journal->groups().size(), 1U);
+        const FigureOrigins origins = earlier.origins();
+        int came = 0;
+        for (const ReviewRow& row : review.rows) {
+            const FigureOrigin origin = origins.of(row.figure.datum, row.element);
+            came += row.ticked ? 1 : 0;
+            EXPECT_EQ(origin, row.ticked ? (FigureOrigin{Origin::imported,
+                                                         row.figure.source.accession, false})
+                                         : (FigureOrigin{Origin::typed, {}, origin.isOutdated}))
+                << rowOf(row.figure.datum).name << " " << row.period;
+        }
+        EXPECT_EQ(came, review.ticked());
+        EXPECT_GT(came, 4);
+        // Nothing that was typed is to be taken without a tick now.
+        EXPECT_EQ(reviewFilings(companyOf("AAPL"), *earlier.company,
+                                {[&](Datum datum, std::optional<int> element) {
+                                    return origins.of(datum, element).origin;
+                                }})
+                      .ticked(),
+                  0);
+    }
+}
+
+TEST(FilingsReview, AnImportThatAddsPeriodsIsUndoneAndRedoneAsOneStep) {
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        std::mt19937 random(seed);
+        const char* const symbol = seed % 2 == 0 ? "AAPL" : "NVDA";
+        Earlier earlier(symbol, static_cast<int>(random() % 3), static_cast<int>(1 + random() % 5));
+        const auto beginning = earlier.company->clone();
+        auto review = reviewFilings(companyOf(symbol), *earlier.company);
+        for (ReviewRow& row : review.rows)
+            row.ticked = random() % 4 == 0;
+        ASSERT_EQ(importFilings(earlier.kept, review), std::nullopt) << seed;
+        const auto end = earlier.company->clone();
+        const auto origins = earlier.origins();
+        for (int round = 0; round < 2; ++round) {
+            ASSERT_EQ(earlier.journal->undo(), std::nullopt);
+            EXPECT_FALSE(earlier.journal->canUndo());
+            EXPECT_TRUE(sameAs(*beginning, *earlier.company)) << seed;
+            EXPECT_EQ(earlier.origins(), earlier.typed) << seed;
+            ASSERT_EQ(earlier.journal->redo(), std::nullopt);
+            EXPECT_TRUE(sameAs(*end, *earlier.company)) << seed;
+            EXPECT_EQ(earlier.origins(), origins) << seed;
+        }
     }
 }
 

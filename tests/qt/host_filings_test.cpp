@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "company/exact_text.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "host/filings_dialog.hpp"
 #include "record/enumerations.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/support/earlier_company.hpp"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -93,6 +95,48 @@ TEST_F(HostFilingsTest, WhatIsMissingIsImportedAndWhatMayBeTypedIsNot) {
     EXPECT_EQ(form.get<TextField>("txtSales", 8).text(), "391000.00");
     ASSERT_TRUE(window.save());
     EXPECT_EQ(revenue(*stored(*host_, "AAPL"), 1), 416161);
+}
+
+// The usual case: a quarter has been filed since.
+TEST_F(HostFilingsTest, WhereAQuarterIsAddedEachFigureKeepsWhereItIsFrom) {
+    const std::int64_t id = idOf(*host_, "AAPL");
+    const auto loaded = host_->store().load(id);
+    const auto record = loaded.value().record->clone();
+    test::goBack(*record, 0, 1);
+    const Date earlier = record->get_LastQDateForGrid();
+    SaveAccount account;
+    account.origins = loaded.value().origins;
+    account.origins->put(Datum::QRevenueSeries, 0, {Origin::typed, {}, false});
+    ASSERT_TRUE(host_->store().save(id, *record, loaded.value().revision, account));
+    CompanyWindow& window = open(*host_, "AAPL");
+    dialogs_.next(
+        [](QWidget& dialog) { DialogAnswers::clickButton(dialog, importButton(dialog)); });
+    window.importFilings(document("AAPL"));
+    const auto expectOrigins = [](const FigureOrigins& origins) {
+        const FigureOrigin came = origins.of(Datum::QRevenueSeries, 0);
+        EXPECT_EQ(came.origin, Origin::imported);
+        EXPECT_TRUE(came.document.starts_with("0000320193-26-")) << came.document;
+        EXPECT_EQ(origins.of(Datum::QRevenueSeries, 1).origin, Origin::typed);
+        EXPECT_EQ(origins.of(Datum::QRevenueSeries, 2).origin, Origin::imported);
+    };
+    expectOrigins(window.origins());
+    ASSERT_TRUE(window.save());
+    expectOrigins(host_->store().load(id).value().origins);
+    HistoryQuery query;
+    query.datum = "QRevenueSeries";
+    query.period = isoDateText(window.record()->get_LastQDateForGrid());
+    query.origin = Origin::imported;
+    const auto history = host_->store().history(id, query).value();
+    ASSERT_FALSE(history.empty());
+    EXPECT_TRUE(history.front().name.starts_with("Import of ")) << history.front().name;
+    EXPECT_EQ(history.front().changes.front().element, 0);
+    // Taken back after the save, and done again.
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(window.record()->get_LastQDateForGrid(), earlier);
+    EXPECT_EQ(window.origins().of(Datum::QRevenueSeries, 0).origin, Origin::typed);
+    window.entry().component().step(HistoryStep::redo);
+    expectOrigins(window.origins());
+    window.discard();
 }
 
 TEST_F(HostFilingsTest, ATickTakesTheFiledFigureByKeysAlone) {

@@ -3,6 +3,7 @@
 #include "record/enumerations.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/support/earlier_company.hpp"
 
 #include <QDir>
 #include <QFile>
@@ -155,6 +156,33 @@ TEST_F(HostReplaceTest, WhatWasTypedStaysUnlessItIsTicked) {
     EXPECT_EQ(revenue(*stored(*host_, "AAPL")), 391000);
     const auto loaded = host_->store().load(idOf(*host_, "AAPL"));
     EXPECT_EQ(loaded.value().origins.of(Datum::YRevenueSeries, 2).origin, Origin::typed);
+}
+
+// A year more moves it to another place, and it is as much its person's as before.
+TEST_F(HostReplaceTest, WhatWasTypedIsAskedAboutAgainAfterAnImportThatAddedAYear) {
+    const std::int64_t id = idOf(*host_, "AAPL");
+    {
+        const auto loaded = host_->store().load(id);
+        const auto record = loaded.value().record->clone();
+        test::goBack(*record, 1, 0);
+        SaveAccount account;
+        account.rest = {Origin::imported, "Earlier", "earlier"};
+        account.origins = loaded.value().origins;
+        account.origins->put(Datum::YRevenueSeries, 1, {Origin::typed, {}, false});
+        ASSERT_TRUE(host_->store().save(id, *record, loaded.value().revision, account));
+    }
+    for (int round = 0; round < 2; ++round) {
+        importing([&](QWidget& dialog) {
+            ASSERT_EQ(dialog.objectName(), "typedFigures");
+            EXPECT_EQ(figures(dialog).topLevelItem(0)->text(0), "Yearly Revenue 2024");
+            DialogAnswers::clickButton(dialog, "Import");
+        });
+        const auto loaded = host_->store().load(id);
+        EXPECT_EQ(loaded.value().record->get_LastFY(), 2025);
+        EXPECT_EQ(revenue(*loaded.value().record), 391000);
+        EXPECT_EQ(loaded.value().origins.of(Datum::YRevenueSeries, 2).origin, Origin::typed);
+        EXPECT_EQ(loaded.value().origins.of(Datum::YRevenueSeries, 1).origin, Origin::imported);
+    }
 }
 
 TEST_F(HostReplaceTest, WhatIsTickedIsReplacedByKeysAlone) {

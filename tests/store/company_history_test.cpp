@@ -164,6 +164,92 @@ TEST_P(CompanyHistory, FollowsFiguresThatMoveToAnotherElement) {
     EXPECT_EQ(store->history(1, query).value().size(), 1U) << "a day of the same quarter";
 }
 
+// Whoever replaces a company by an import that goes on to a later year: the figures that it holds
+// by their years have moved, with what is known of them, and only the others are of the import.
+TEST_P(CompanyHistory, AnImportWithALaterYearLeavesTheOtherFiguresTheirOrigin) {
+    const auto store = open(place());
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record)); // typed
+    record->put_LastFY(2025);
+    record->put_YEPSSeries(numberArray({0, 2, 1.5, 1.26, 0, 0, 0, 0, 0, 0, 0}));
+    const SaveAccount account{{}, {Origin::imported, "Import of ACM", "ACM-company.csv"}};
+    ASSERT_DONE(store->save(1, *record, 1, account));
+    const auto origins = store->load(1).value().origins;
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 1).document, "ACM-company.csv");
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 2), (FigureOrigin{Origin::typed, "", false}));
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 3).document, "ACM-company.csv");
+    const auto history = store->history(1).value();
+    EXPECT_EQ(history.front().changes,
+              (std::vector<HistoryChange>{
+                  changed("LastFY", {}, "", "2024", "2025", Origin::imported, "ACM-company.csv"),
+                  changed("YEPSSeries", 1, "2025", "", "2", Origin::imported, "ACM-company.csv"),
+                  changed("YEPSSeries", 3, "2023", "1.25", "1.26", Origin::imported,
+                          "ACM-company.csv")}));
+    expectSame(*store->stateAfter(1, history.front()).value(), *record);
+    EXPECT_EQ(store->check(1).value(), std::nullopt);
+}
+
+// What a step moved and what it wrote into the moved series are told apart, by period.
+TEST_P(CompanyHistory, OfAStepThatMovesAndWritesKeepsBothApart) {
+    const auto store = open(place());
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    const Variant before = record->get_QEPSSeries();
+    Variant moved = before;
+    moved.array().setNumber(1, 0.4);
+    moved.array().setNumber(0, 0);
+    record->put_LastQDateForGrid(day(2025, 6, 30));
+    record->put_QEPSSeries(moved);
+    putElement(*record, Datum::QEPSSeries, 0, 0.5);
+    SaveAccount account;
+    account.groups = {{"Import of 1 Figure",
+                       {},
+                       {{{Datum::LastQDateForGrid, {}, day(2025, 3, 31), day(2025, 6, 30)},
+                         {},
+                         Origin::shifted,
+                         {}},
+                        {{Datum::QEPSSeries, {}, before, moved}, {}, Origin::shifted, {}},
+                        {{Datum::QEPSSeries, 0, 0.0, 0.5}, {}, Origin::imported, "0001-25"}}}};
+    ASSERT_DONE(store->save(1, *record, 1, account));
+    const auto history = store->history(1).value();
+    EXPECT_EQ(history.front().changes,
+              (std::vector<HistoryChange>{
+                  changed("LastQDateForGrid", {}, "", "2025-03-31", "2025-06-30", Origin::shifted),
+                  changed("QEPSSeries", 0, "2025-06-30", "", "0.5", Origin::imported, "0001-25")}));
+    const auto origins = store->load(1).value().origins;
+    EXPECT_EQ(origins.of(Datum::QEPSSeries, 0).document, "0001-25");
+    EXPECT_EQ(origins.of(Datum::QEPSSeries, 1), (FigureOrigin{Origin::typed, "", false}));
+    expectSame(*store->stateAfter(1, history.front()).value(), *record);
+}
+
+// Of a week-based year, where two quarters in a row may end in months of the same calendar quarter.
+TEST_P(CompanyHistory, KnowsAQuarterThatEndedSomeDaysLater) {
+    const auto store = open(place());
+    const auto record = company();
+    record->put_LastQDateForGrid(day(2023, 7, 1));
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    record->put_LastQDateForGrid(day(2023, 9, 30));
+    putElement(*record, Datum::QEPSSeries, 0, 0);
+    putElement(*record, Datum::QEPSSeries, 1, 0.4);
+    ASSERT_DONE(store->save(1, *record, 1));
+    EXPECT_EQ(store->history(1).value().front().changes,
+              (std::vector<HistoryChange>{
+                  changed("LastQDateForGrid", {}, "", "2023-07-01", "2023-09-30")}));
+}
+
+// As a step that a person took back: where its figure is from is not known.
+TEST_P(CompanyHistory, AChangeOfUnknownOriginIsKeptAsSuch) {
+    const auto store = open(place());
+    const auto record = company();
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    record->put_TotalDebt(5);
+    SaveAccount account;
+    account.groups = {{"Undone", {}, {{{Datum::TotalDebt, {}, 0.0, 5.0}, {}, std::nullopt, {}}}}};
+    ASSERT_DONE(store->save(1, *record, 1, account));
+    EXPECT_EQ(store->history(1).value().front().changes.front().origin, std::nullopt);
+    EXPECT_EQ(store->load(1).value().origins.of(Datum::TotalDebt), FigureOrigin());
+}
+
 TEST_P(CompanyHistory, IsFilteredByPersonTimeAndOrigin) {
     const auto record = company();
     ASSERT_DONE(open(place(), OpenMode::create, "anna@desk")->save(std::nullopt, *record));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What is compared and looked at: facts, check, and the data sheet.
 #include "plausibility/company_findings.hpp"
+#include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 #include "tests/vkr/program_run.hpp"
 
@@ -75,6 +76,39 @@ TEST_F(CheckingCommands, FactsThatAreNewAreTakenOver) {
     EXPECT_EQ(same.code, 0) << same.out;
 }
 
+// The usual case: a year is added. What was typed stays typed where it moves to, and each figure
+// that came keeps the filing that it is from, its period and its origin.
+TEST_F(CheckingCommands, FactsThatAddAYearKeepWhereEachFigureIsFrom) {
+    {
+        const auto database = store();
+        const auto loaded = database->load(1);
+        const auto record = loaded.value().record;
+        goBack(*record, 1, 0);
+        putElement(*record, Datum::YRevenueSeries, 1, 391000); // typed, of 2024
+        ASSERT_TRUE(database->save(1, *record, 1));
+        ASSERT_EQ(record->get_LastFY(), 2024);
+    }
+    const auto done = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--accept", "new"});
+    EXPECT_EQ(done.code, 1) << done.err; // one differs
+    const auto database = store();
+    const auto loaded = database->load(1);
+    EXPECT_EQ(loaded.value().record->get_LastFY(), 2025);
+    const FigureOrigins& origins = loaded.value().origins;
+    EXPECT_EQ(loaded.value().record->get_YRevenueSeries().array().number(2), 391000);
+    EXPECT_EQ(origins.of(Datum::YRevenueSeries, 2).origin, Origin::typed);
+    EXPECT_EQ(origins.of(Datum::YRevenueSeries, 1).origin, Origin::imported);
+    EXPECT_EQ(origins.of(Datum::YRevenueSeries, 1).document, "0000320193-25-000079");
+    HistoryQuery query;
+    query.origin = Origin::imported;
+    query.datum = "YRevenueSeries";
+    query.period = "2025";
+    const auto history = database->history(1, query);
+    ASSERT_FALSE(history.value().empty());
+    EXPECT_EQ(history.value().front().revision, 3);
+    EXPECT_EQ(history.value().front().changes.front().after, "416161");
+    EXPECT_EQ(history.value().front().changes.front().document, "0000320193-25-000079");
+}
+
 TEST_F(CheckingCommands, FactsOfAnotherCompanyAreRefused) {
     const auto other = run({"facts", facts("AAPL"), "--symbol", "NVDA", "--accept", "all"});
     EXPECT_EQ(other.code, 3);
@@ -113,7 +147,12 @@ TEST_F(CheckingCommands, FactsOfACompanyThatIsNotThereAddIt) {
         const FigureOrigin origin = loaded.value().origins.of(Datum::YRevenueSeries, 2);
         EXPECT_EQ(origin.origin, Origin::imported);
         EXPECT_TRUE(origin.document.starts_with("0000320193-")) << origin.document;
+        EXPECT_EQ(loaded.value().origins.of(Datum::LastFY).origin, Origin::imported);
     }
+    const auto year = run({"history", "AAPL", "--period", "2024", "--format", "tsv"});
+    EXPECT_EQ(year.code, 0) << year.err;
+    EXPECT_TRUE(contains(year.out, "\tYRevenueSeries\t2024\t\t391035\timported\t0000320193-"))
+        << year.out;
     const auto again = run({"facts", facts("AAPL"), "--symbol", "APPL", "--accept", "all"});
     EXPECT_EQ(again.code, 3) << "a slip in the symbol";
     EXPECT_TRUE(contains(again.err, "The database has Apple Inc. (AAPL) already.")) << again.err;

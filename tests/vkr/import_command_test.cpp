@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 #include "tests/vkr/program_run.hpp"
 
@@ -117,6 +118,30 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
     record = store()->load(1).value().record;
     EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 3), 391035);
     EXPECT_EQ(record->get_Notes(), "");
+}
+
+// It moves to another place, and is as much its person's as before: the next import asks again.
+TEST_F(ImportCommand, WhatWasTypedStaysTypedWhereAnImportAddsAYear) {
+    importSamples();
+    {
+        const auto database = store();
+        const auto record = database->load(1).value().record->clone();
+        goBack(*record, 1, 0);
+        ASSERT_TRUE(database->save(1, *record, 1, {{}, {Origin::imported, "Earlier", "earlier"}}));
+        putElement(*record, Datum::YRevenueSeries, 1, 999); // of 2024
+        ASSERT_TRUE(database->save(1, *record, 2));
+    }
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(run({"import", samples(), "--replace"}).code, 0);
+        const auto loaded = store()->load(1);
+        EXPECT_EQ(loaded.value().record->get_LastFY(), 2025);
+        EXPECT_EQ(loaded.value().record->get_YRevenueSeries().array().number(1), 416161);
+        EXPECT_EQ(loaded.value().record->get_YRevenueSeries().array().number(2), 999);
+        const FigureOrigins& origins = loaded.value().origins;
+        EXPECT_EQ(origins.of(Datum::YRevenueSeries, 1).document, "AAPL-company.csv");
+        EXPECT_EQ(origins.of(Datum::YRevenueSeries, 2).origin, Origin::typed);
+        EXPECT_EQ(origins.of(Datum::YRevenueSeries, 3).origin, Origin::imported);
+    }
 }
 
 TEST_F(ImportCommand, ALockedCompanyIsLeftAsItIs) {

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "record/datum_table.hpp"
+
+#include <optional>
+
+namespace vkr {
+
+// The datum that says which year or quarter a series begins with.
+[[nodiscard]] Datum firstPeriodOf(DatumPeriod period);
+
+// How many periods later the second one is, of two values of that datum; 0 where one is absent.
+[[nodiscard]] int periodsBetween(DatumPeriod period, const Variant& before, const Variant& after);
+
+// The same series with its figures `periods` elements further on; what comes in is absent, what
+// leaves it is gone.
+[[nodiscard]] Variant movedOn(const Variant& series, int periods);
+
+// By how many elements the figures were moved on, where nothing else was done to them: `likely`
+// where that is one of several answers. Nothing where figures are other ones.
+[[nodiscard]] std::optional<int> periodsMoved(const Variant& before, const Variant& after,
+                                              int likely = 0);
+
+} // namespace vkr
