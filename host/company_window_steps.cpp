@@ -14,6 +14,15 @@
 
 namespace vkr {
 
+namespace {
+
+// A step that was taken back, in a note and in the history.
+QString undoneTitle(const ChangeGroup& step) {
+    return CompanyWindow::tr("Undone: %1").arg(groupTitle(step));
+}
+
+} // namespace
+
 // What stands in the menu "Edit", from top to bottom.
 void CompanyWindow::buildEditMenu() {
     struct Entry {
@@ -85,6 +94,7 @@ bool CompanyWindow::step(HistoryStep step) {
         return false;
     }
     const QString name = groupTitle(*next);
+    const QString undone = undoneTitle(*next);
     if (const auto refusal = back ? journal_->undo() : journal_->redo()) {
         notice(*this, (back ? tr("%1 can't be undone. %2") : tr("%1 can't be redone. %2"))
                           .arg(name, fromUtf8(*refusal)));
@@ -92,7 +102,7 @@ bool CompanyWindow::step(HistoryStep step) {
     }
     entry_->recordChanged();
     showPlace();
-    notice(*this, (back ? tr("Undone: %1") : tr("Redone: %1")).arg(name));
+    notice(*this, back ? undone : tr("Redone: %1").arg(name));
     return true;
 }
 
@@ -118,6 +128,10 @@ void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
     unsaved_ = std::make_unique<UnsavedChanges>(
         unsavedPlaceOf(store_),
         UnsavedCompany{id_, revision_, digestOf(stored), title().toStdString()});
+    journal_->nameTakenBack = [this](ChangeGroup& back, const ChangeGroup& step) {
+        back.name = undoneTitle(step).toStdString();
+        origins().tellIn(back);
+    };
     journal_->unsavedChanged = [this](const ChangeGroup* added) {
         const auto failure = added != nullptr ? unsaved_->add(*added) : unsaved_->takeBackLast();
         if (failure && !toldOfKeeping_)
@@ -156,8 +170,9 @@ bool CompanyWindow::acceptUnstored() {
 
 // What is not saved by now is only to be had as long as somebody keeps it.
 void CompanyWindow::giveUp() {
-    if (!decided_ && !journal_->unsaved().empty())
-        emit discarded({id_, title(), journal_->unsaved(), static_cast<int>(changes().size())});
+    const auto count = decided_ ? 0 : static_cast<int>(changes().size());
+    if (count > 0 && !journal_->unsaved().empty())
+        emit discarded({id_, title(), journal_->unsaved(), count});
     decided_ = true;
     forgetUnsaved();
 }

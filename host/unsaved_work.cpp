@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 namespace vkr {
 
 namespace {
@@ -39,9 +41,12 @@ UnsavedPlace unsavedPlaceOf(const CompanyStore& store) {
 
 QStringList lines(const std::vector<ChangeGroup>& groups) {
     QStringList all;
-    for (const ChangeGroup& group : groups)
+    const auto isWorkedOut = [](const Change& change) { return change.origin == Origin::derived; };
+    for (const ChangeGroup& group : groups) {
+        // A step with a name was taken by a person, and may be one back to what was worked out.
+        const bool isStep = !group.name.empty() && std::ranges::all_of(group.changes, isWorkedOut);
         for (const Change& change : group.changes) {
-            if (change.origin == Origin::derived)
+            if (isWorkedOut(change) && !isStep)
                 continue;
             const QString element =
                 change.element ? QStringLiteral("(%1)").arg(*change.element) : QString();
@@ -49,6 +54,7 @@ QStringList lines(const std::vector<ChangeGroup>& groups) {
                            .arg(groupTitle(group), changeTitle(change), element,
                                 told(change.before), told(change.after)));
         }
+    }
     return all;
 }
 

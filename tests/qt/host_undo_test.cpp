@@ -221,5 +221,89 @@ TEST_F(HostUndo, GoesToTheCellOfAFigure) {
     window.discard();
 }
 
+// In the history it is what it is, not what it takes back; what the save has settled stays.
+TEST_F(HostUndo, AStepTakenBackAfterASaveIsNamedAsSuch) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const std::int64_t id = idOf(*host_, "AAPL");
+    const double before = debt(window);
+    type(window, "txtTotalDebt", "11");
+    ASSERT_TRUE(window.save());
+    const auto symbol = [&] {
+        return host_->store()
+            .load(id)
+            .value()
+            .record->get_Settings()
+            ->get(setting::currencySymbol)
+            .toText();
+    };
+    EXPECT_EQ(symbol(), "$");
+    action(window, "undo").trigger();
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(symbol(), "$");
+    EXPECT_EQ(window.entry().component().form().get<TextField>("txtCurSymbol").text(), "$");
+    const auto history = host_->store().history(id).value();
+    ASSERT_GE(history.size(), 2U);
+    EXPECT_TRUE(history[0].name.starts_with("Undone: Total Debt")) << history[0].name;
+    EXPECT_EQ(history[0].revision, 3);
+    EXPECT_EQ(history[1].revision, 2);
+    ASSERT_EQ(history[0].changes.size(), 1U);
+    EXPECT_EQ(history[0].changes[0].before, "11");
+    EXPECT_EQ(history[0].changes[0].origin, Origin::imported);
+    EXPECT_EQ(history[0].changes[0].document, "AAPL-company.csv");
+    const FigureOrigin origin = host_->store().load(id).value().origins.of(Datum::TotalDebt);
+    EXPECT_EQ(origin, (FigureOrigin{Origin::imported, "AAPL-company.csv", false}));
+    EXPECT_EQ(debt(window), before);
+    window.discard();
+}
+
+// Dates that only loading suggests are nobody's step either, and are stored by no save.
+TEST_F(HostUndo, DatesThatNobodyTypedStayOutWhateverIsTakenBack) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtName", "Acme");
+    type(window, "txtTotalDebt", "11");
+    const auto expectNoDates = [&] {
+        const auto loaded = host_->store().load(*window.id());
+        for (const Datum date : {Datum::LastFYDate, Datum::LastQDate, Datum::LastQDateForGrid})
+            EXPECT_TRUE(isAbsent(loaded.value().record->stored(date).toDate())) << rowOf(date).name;
+        return loaded.value().record->get_TotalDebt();
+    };
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(expectNoDates(), 11);
+    action(window, "undo").trigger();
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(expectNoDates(), 0);
+    EXPECT_EQ(window.entry().component().suggestedDates().size(), 4U);
+    window.discard();
+}
+
+TEST_F(HostUndo, AStepTakenBackAfterASaveOutlivesAKill) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const double before = debt(window);
+    type(window, "txtTotalDebt", "11");
+    ASSERT_TRUE(window.save());
+    action(window, "undo").trigger();
+    killWith(window);
+    host_ = another();
+    Answers answers({"Restore"});
+    host_->offerFound();
+    ASSERT_TRUE(answers.allGiven());
+    EXPECT_TRUE(answers.told().front().contains("Undone: Total Debt"))
+        << answers.told().front().toStdString();
+    CompanyWindow& restored = *host_->windows().front();
+    EXPECT_EQ(debt(restored), before);
+    EXPECT_EQ(restored.origins().of(Datum::TotalDebt).document, "AAPL-company.csv");
+    restored.discard();
+}
+
+TEST_F(HostUndo, AFigureThatWasTypedBackLeavesNothingToRestore) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const QString before = QString::number(debt(window), 'f', 0);
+    type(window, "txtTotalDebt", "11");
+    type(window, "txtTotalDebt", before);
+    EXPECT_FALSE(window.isWindowModified());
+    window.close();
+    EXPECT_TRUE(host_->list().findChild<QPushButton*>("restore")->isHidden());
+}
+
 } // namespace
 } // namespace vkr
