@@ -39,6 +39,57 @@ void takeSignOff(TextField& field) {
     field.select(start, length);
 }
 
+// Accounting brackets are a minus, and so is a minus over all that stands there. Whether the key is
+// settled by that.
+bool takeAsSign(char32_t& key, const TextField& field) {
+    const std::string& text = field.text();
+    if (key == U')' && text.starts_with('-')) {
+        key = 0;
+        return true;
+    }
+    const bool first = field.selLength() == textLength(text); // it is all that will stand there
+    if ((key != U'(' && key != U'-') || !first)
+        return false;
+    key = U'-';
+    return true;
+}
+
+// A character of a figure, the decimal mark in place of the keypad's key, or nothing. False where
+// the key is swallowed and has an effect all the same.
+bool takeInFigure(char32_t& key, TextField& field, bool allowNegative) {
+    const std::string& text = field.text();
+    const char mark = field.form().numberMarks().decimal;
+    if (key == static_cast<char32_t>(mark) || field.form().pressedKey() == keys::decimal) {
+        const bool second = holds(text, mark) || holds(text, '/');
+        key = second && !holds(field.selText(), mark) ? U'\0' : static_cast<char32_t>(mark);
+        return true;
+    }
+    switch (key) {
+    case U'/':
+        if (text.empty() || holds(text, mark) || holds(text, '/') || text.back() == '+' ||
+            text.back() == '-')
+            key = 0;
+        return true;
+    case U'-':
+        if (holds(text, '-')) {
+            key = 0;
+            takeSignOff(field);
+            return false;
+        }
+        if (!allowNegative || holds(text, '+'))
+            key = 0;
+        return true;
+    case U'+':
+        if (!text.empty())
+            key = 0;
+        return true;
+    default:
+        if (key < U'0' || key > U'9')
+            key = 0;
+        return true;
+    }
+}
+
 } // namespace
 
 void ShowScaledValue(double value, std::string_view pattern, TextField& field, bool allowNegative) {
@@ -94,53 +145,15 @@ bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& fie
     }
     if (key == keys::backspace || key == U' ')
         return false;
-    const std::string& text = field.text();
-    const char mark = field.form().numberMarks().decimal;
-    const bool first = field.selLength() == textLength(text); // it is all that will stand there
-    bool refused = key > U' ';                                // where it is swallowed
-    if (numeric && !freeText && allowNegative) {
-        // Accounting brackets are a minus.
-        if (key == U')' && text.starts_with('-')) {
-            key = 0;
-            return false;
-        }
-        if ((key == U'(' || key == U'-') && first) {
-            key = U'-';
-            return false;
-        }
-    }
+    bool refused = key > U' '; // where it is swallowed
     if (!numeric) {
         const char32_t letter = vkr::upperCase(key);
         if (letter < U'A' || letter > U'Z')
             key = 0;
-    } else if (!freeText &&
-               (key == static_cast<char32_t>(mark) || field.form().pressedKey() == keys::decimal)) {
-        const bool second = holds(text, mark) || holds(text, '/');
-        key = second && !holds(field.selText(), mark) ? U'\0' : static_cast<char32_t>(mark);
     } else if (!freeText) {
-        switch (key) {
-        case U'/':
-            if (text.empty() || holds(text, mark) || holds(text, '/') || text.back() == '+' ||
-                text.back() == '-')
-                key = 0;
-            break;
-        case U'-':
-            if (!allowNegative || holds(text, '-') || holds(text, '+')) {
-                key = 0;
-                if (holds(text, '-')) {
-                    refused = false;
-                    takeSignOff(field);
-                }
-            }
-            break;
-        case U'+':
-            if (!text.empty())
-                key = 0;
-            break;
-        default:
-            if (key < U'0' || key > U'9')
-                key = 0;
-        }
+        if (allowNegative && takeAsSign(key, field))
+            return false;
+        refused = takeInFigure(key, field, allowNegative) && refused;
     }
     if (upperCase && key != 0)
         key = vkr::upperCase(key);
