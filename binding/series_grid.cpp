@@ -182,7 +182,11 @@ void SeriesGrid::follow(
                     showStored({column, row}, value.array().number(*element));
                 return held;
             };
-            cellFollows(*column_cells[static_cast<std::size_t>(row)], showElement);
+            const auto follow = [&] {
+                cellFollows(*column_cells[static_cast<std::size_t>(row)], showElement);
+            };
+            if (!attempt(follow)) // before anything was done
+                ifPossible(follow);
         }
     }
 }

@@ -13,11 +13,17 @@ namespace vkr {
 void FigureDisplay::follow(
     const std::function<bool(FieldKind)>& concerns,
     const std::function<void(TextField&, const std::function<bool()>&)>& fieldFollows) {
-    for (const auto& field : companyFieldTable())
-        if (concerns(field.kind))
+    for (const auto& field : companyFieldTable()) {
+        if (!concerns(field.kind))
+            continue;
+        const auto follow = [&] {
             fieldFollows(dynamic_cast<TextField&>(*field.control.find(context_.form)), [&] {
                 return context_.company != nullptr && attempt([&] { fields_.show(field); });
             });
+        };
+        if (!attempt(follow)) // before anything was done
+            ifPossible(follow);
+    }
 }
 
 void FigureDisplay::setFractions(bool fractions) {

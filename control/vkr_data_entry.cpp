@@ -56,7 +56,8 @@ class VKRDataEntry::Impl final {
     Impl(Services& services, const VKRDataEntry& face);
 
     void initialize();
-    [[nodiscard]] std::vector<MarkedField> markedFields(MarkKind kind) const;
+    [[nodiscard]] std::vector<MarkedField> markedFields(MarkKind kind);
+    void listMarked(MarkKind kind, std::vector<MarkedField>& result) const;
     void showField(std::string_view id);
 
     HostLine host;
@@ -99,6 +100,9 @@ class VKRDataEntry::Impl final {
         return form;
     }
     void applyColorScheme();
+
+    // Of one field without words, for want of memory.
+    std::vector<MarkedField> lastResort = std::vector<MarkedField>(1);
 };
 
 VKRDataEntry::Impl::Impl(Services& services, const VKRDataEntry& face)
@@ -149,8 +153,23 @@ void VKRDataEntry::Impl::applyColorScheme() {
     }
 }
 
-std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) const {
+// All of them, also where memory runs out over their words: none that is missing is asked about.
+std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) {
     std::vector<MarkedField> result;
+    if (attempt([&] { listMarked(kind, result); }))
+        return result;
+    if (attempt([&] {
+            result.clear();
+            listMarked(kind, result);
+        }))
+        return result;
+    if (result.empty())
+        result.swap(lastResort);
+    ifPossible([&] { lastResort.resize(1); });
+    return result;
+}
+
+void VKRDataEntry::Impl::listMarked(MarkKind kind, std::vector<MarkedField>& result) const {
     for (const auto& control : form.controls())
         if (const auto* field = dynamic_cast<const TextField*>(control.get());
             field != nullptr && field->mark().kind == kind)
@@ -162,7 +181,6 @@ std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) const {
             if (waiting->mark.kind == kind)
                 result.push_back({idOf(waiting->place), grid->nameOf(waiting->place), waiting->text,
                                   waiting->mark.reason});
-    return result;
 }
 
 // A text that waits has no field: its row comes back, and the cell as near as there is one.
@@ -307,7 +325,7 @@ const NumberMarks& VKRDataEntry::get_NumberMarks() const {
     return impl_->form.numberMarks();
 }
 void VKRDataEntry::put_NumberMarks(const NumberMarks& newValue) {
-    impl_->display.setNumberMarks(newValue);
+    ifPossible([&] { impl_->display.setNumberMarks(newValue); });
 }
 
 bool VKRDataEntry::get_FractionDisplay() const {

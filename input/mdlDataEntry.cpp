@@ -4,6 +4,7 @@
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_text.hpp"
 #include "platform/ascii.hpp"
+#include "platform/error_trap.hpp"
 #include "platform/form.hpp"
 #include "platform/text.hpp"
 
@@ -124,10 +125,29 @@ void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bo
 
 void followNumberMarks(const NumberMarks& before, TextField& field,
                        const std::function<bool()>& showStored) {
-    const Caret caret(field);
-    rewriteMarks(before, field, showStored);
-    if (field.form().activeControl() == &field)
-        caret.putBack();
+    const bool untouched = field.standsForStored();
+    std::string typed;
+    const bool kept =
+        untouched || attempt([&] {
+            typed = exchangeMarks(exchangeMarks(field.text(), before), field.form().numberMarks());
+        });
+    const auto rewrite = [&] {
+        const Caret caret(field);
+        rewriteMarks(before, field, showStored);
+        if (field.form().activeControl() == &field)
+            caret.putBack();
+    };
+    if (kept && attempt(rewrite))
+        return;
+    // Memory ran out. In the marks of before a figure would be read as another one.
+    if (untouched) {
+        if (!attempt(rewrite))
+            ifPossible([&] { field.showStored(""); });
+        return;
+    }
+    if (kept)
+        ifPossible([&] { field.rewriteText(typed); });
+    ifPossible([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
 }
 
 } // namespace vkr

@@ -28,7 +28,8 @@ bool checkFieldChange(TextField& field, FieldHost& host);
 void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bool()>& showStored);
 
 // The same of any figure after the form got other marks: what is being typed or was refused gets
-// them too, and means what it did.
+// them too, and means what it did. Throws nothing: what could not be rewritten is marked as not
+// stored.
 void followNumberMarks(const NumberMarks& before, TextField& field,
                        const std::function<bool()>& showStored);
 

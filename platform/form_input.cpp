@@ -31,28 +31,32 @@ bool Form::userEdit(TextField& field, std::string_view text, int selStart, int s
 
 bool Form::userPaste(TextField& field, std::string_view text) {
     endNote();
-    if (field.locked() || !handler().onPaste(field, text))
+    const auto takesIt = [&] { return !field.locked() && handler().onPaste(field, text); };
+    if (!attemptOr(false, takesIt))
         return false;
-    const auto* box = dynamic_cast<const TextBox*>(&field);
-    const std::string pasted = cleanedPaste(text, box != nullptr && box->multiLine());
-    if (pasted.empty())
-        return false;
-    const std::string before = field.text();
-    const int start = field.selStart();
-    std::string edited(textLeft(before, start));
-    edited += pasted;
-    edited += textFrom(before, start + field.selLength());
-    const auto taken = field.taken(edited, start + textLength(pasted));
-    const int cut = textLength(edited) - textLength(taken.text);
-    const int fitting = taken.text == before && edited != before
-                            ? 0 // no room at all
-                            : std::max(0, textLength(pasted) - cut);
-    field.editText(taken.text, taken.caret);
-    if (taken.text != before)
-        ifPossible([&] { handler().onChange(field); });
-    const auto leftOut = textFrom(pasted, fitting);
-    if (!trimmed(leftOut).empty() && holds(field))
-        ifPossible([&] { handler().onPasteCut(field, leftOut); });
+    int fitting = 0;
+    ifPossible([&] {
+        const auto* box = dynamic_cast<const TextBox*>(&field);
+        const std::string pasted = cleanedPaste(text, box != nullptr && box->multiLine());
+        if (pasted.empty())
+            return;
+        const std::string before = field.text();
+        const int start = field.selStart();
+        std::string edited(textLeft(before, start));
+        edited += pasted;
+        edited += textFrom(before, start + field.selLength());
+        const auto taken = field.taken(edited, start + textLength(pasted));
+        const int cut = textLength(edited) - textLength(taken.text);
+        field.editText(taken.text, taken.caret);               // from here on nothing fails
+        fitting = taken.text == before && edited != before ? 0 // no room at all
+                                                           : std::max(0, textLength(pasted) - cut);
+        if (taken.text != before)
+            ifPossible([&] { handler().onChange(field); });
+        const auto leftOut = textFrom(pasted, fitting);
+        if (!trimmed(leftOut).empty() && holds(field) &&
+            !attempt([&] { handler().onPasteCut(field, leftOut); }) && holds(field))
+            ifPossible([&] { field.setMark({MarkKind::doubtful, "Cut short."}); }); // no memory
+    });
     return fitting > 0;
 }
 

@@ -29,9 +29,9 @@ bool TextField::editText(std::string_view text, int selectionStart) {
     if (locked_)
         return false;
     const bool changed = text_ != text;
+    text_ = text;
     if (changed)
         settleDoubt();
-    text_ = text;
     selStart_ = std::clamp(selectionStart, 0, textLength(text_));
     selLength_ = 0;
     if (changed)
@@ -134,9 +134,10 @@ TextField::Edit TextField::taken(std::string_view edited, int caret) const {
 }
 
 void TextField::takeUserEdit(std::string_view text, int start, int length) {
-    if (text_ != text)
-        settleDoubt();
+    const bool changed = text_ != text;
     text_ = text;
+    if (changed)
+        settleDoubt();
     takeUserSelection(start, length);
     textChanged();
 }

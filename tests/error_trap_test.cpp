@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/error_trap.hpp"
+#include "source_folder.hpp"
 #include "tests/support/failing_memory.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/hostile_desktop.hpp"
 #include "tests/support/scripted_record.hpp"
 
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <limits>
 #include <new>
+#include <regex>
 
 namespace vkr {
 namespace {
@@ -54,24 +58,17 @@ TEST(ErrorTrap, ANameThatNoControlHasIsNoFailureToGetOver) {
 
 // --- services ------------------------------------------------------------------------------------
 
-const char* const services[] = {"messageBox",
-                                "clipboardHasText",
-                                "clipboardText",
-                                "clearClipboard",
-                                "setClipboardText",
-                                "today",
-                                "screenWidth",
-                                "chooseColor",
-                                "showModal",
-                                "canUndo",
-                                "undo",
-                                "textWidth",
-                                "textHeight",
-                                "popUpMenu",
-                                "createObject",
-                                "propertyChanged",
-                                "ambientUserMode",
-                                "applicationTitle"};
+// As they are declared: one that is added is one that has to fail here.
+std::vector<std::string> serviceNames() {
+    std::ifstream header(VKR_SOURCE_DIR "/platform/services.hpp");
+    std::string text((std::istreambuf_iterator<char>(header)), std::istreambuf_iterator<char>());
+    text.erase(0, text.find("class Services {"));
+    std::vector<std::string> names;
+    static const std::regex declared("virtual [^~;{]*?(\\w+)\\(");
+    for (std::sregex_iterator one(text.begin(), text.end(), declared), end; one != end; ++one)
+        names.push_back((*one)[1]);
+    return names;
+}
 
 // Everything that asks something of the desktop.
 void useEverything(HostileScene& scene) {
@@ -98,21 +95,34 @@ void useEverything(HostileScene& scene) {
     desktop.clickTab(toOptions);
     desktop.answerNextColor(0x00FF00);
     desktop.click("cmdColor(0)");
+    desktop.clickTab(toYearly);
+    desktop.click("txtSales(0)");
+    ifPossible([&] { desktop.type("x"); });
+    ifPossible([&] {
+        desktop.setClipboardText("1\t2\n3\t4");
+        entry.form().userPaste(entry.form().get<TextBox>("txtSales", 0), "1\t2\n3\t4");
+    });
     desktop.clickTab(toCompany);
+    desktop.click("txtName");
+    desktop.type("y");
+    entry.step(HistoryStep::undo);
+    entry.step(HistoryStep::redo);
     entry.put_blnDirty(false);
 }
 
 TEST(ErrorTrap, AnyServiceThatThrowsEndsAtItsStatementAndReachesNobody) {
+    const auto services = serviceNames();
     {
         HostileScene scene;
         scene.start();
         useEverything(scene);
-        for (const auto* service : services)
+        EXPECT_GE(services.size(), 22U);
+        for (const auto& service : services)
             EXPECT_TRUE(scene.desktop.asked.contains(service)) << service << " is not tried";
     }
     for (const auto& [thrown, fail] : throwers)
-        for (const auto* service : services) {
-            SCOPED_TRACE(std::string(service) + " throws " + thrown);
+        for (const auto& service : services) {
+            SCOPED_TRACE(service + " throws " + thrown);
             HostileScene scene;
             scene.desktop.failing = {service};
             scene.desktop.fail = fail;
@@ -516,6 +526,21 @@ TEST(ErrorTrap, WhereMemoryRunsOutNothingComesOutAndNoDatumChanges) {
              entry.put_VisibleQuarters(entry.get_VisibleQuarters() == 9 ? 30 : 9);
          }},
         {"restore", [](VKRDataEntry& entry, const auto&) { entry.ReadProperties(PropertyBag()); }},
+        {"marks",
+         [](VKRDataEntry& entry, const auto&) {
+             entry.put_NumberMarks(entry.get_NumberMarks().decimal == ',' ? NumberMarks()
+                                                                          : NumberMarks{',', "."});
+         }},
+        {"paste",
+         [](VKRDataEntry& entry, const auto&) {
+             constexpr std::string_view text = "12.5 and more than fits into a short string";
+             entry.form().userPaste(entry.form().get<TextBox>("txtTotalDebt"), text);
+         }},
+        {"block",
+         [](VKRDataEntry& entry, const auto&) {
+             constexpr std::string_view text = "1\t2\n3\t4";
+             entry.form().userPaste(entry.form().get<TextBox>("txtSales", 0), text);
+         }},
     };
     for (const auto& act : acts) {
         SCOPED_TRACE(act.name);
@@ -535,6 +560,58 @@ TEST(ErrorTrap, WhereMemoryRunsOutNothingComesOutAndNoDatumChanges) {
             static_cast<void>(scene.entry->get_objCompany());
             ASSERT_TRUE(differences(*before, *company).empty()) << "at allocation " << round;
         }
+    }
+}
+
+TEST(ErrorTrap, WhereMemoryRunsOutNoCellIsReadInOtherMarksThanTheFormHas) {
+    for (const char* id : {"txtTotalDebt", "txtSales(9)", "txtEPS(0)", "txtCurrentPrice"})
+        for (const char* typed : {"12.5", "1.234"}) {
+            SCOPED_TRACE(std::string(id) + " " + typed);
+            bool failed = true;
+            for (int round = 1; failed; round += 1 + round / 8) {
+                EntryScene scene;
+                const auto company = test::datedCompany();
+                test::putElement(*company, "YRevenueSeries", 2, 1234.5);
+                scene.load(company);
+                test::goTo(scene, id);
+                scene.desktop.type("^a{DEL}" + test::keysOf(typed));
+                {
+                    const FailingMemory memory(round);
+                    scene.entry->put_NumberMarks({',', "."});
+                    failed = memory.hasFailed();
+                }
+                const bool comma = scene.form().numberMarks().decimal == ',';
+                ASSERT_EQ(scene.text("txtSales", 8), comma ? "1234,50" : "1234.50")
+                    << "at allocation " << round;
+                auto& field = dynamic_cast<TextField&>(scene.desktop.control(id));
+                scene.entry->leaveField();
+                const std::string now =
+                    std::string(id) == "txtTotalDebt" ? Variant(company->get_TotalDebt()).toText()
+                    : std::string(id) == "txtCurrentPrice"
+                        ? Variant(company->get_CurrentPrice()).toText()
+                    : std::string(id) == "txtEPS(0)"
+                        ? Variant(test::elementOf(*company, "QEPSSeries", 0)).toText()
+                        : Variant(test::elementOf(*company, "YRevenueSeries", 1)).toText();
+                ASSERT_TRUE(now == typed || field.isUnstored())
+                    << "at allocation " << round << " " << now << " " << field.text();
+            }
+        }
+}
+
+TEST(ErrorTrap, WhereMemoryRunsOutNoMarkedFieldIsPassedOver) {
+    EntryScene scene;
+    scene.load(test::datedCompany());
+    test::pasteOver(scene, "txtYOption(9)", "1e400");
+    test::pasteOver(scene, "txtSales(9)", "1.5M");
+    scene.entry->put_CurrentTab(toOptions);
+    scene.desktop.click("optPTI(1)"); // it waits
+    bool failed = true;
+    for (int round = 1; failed; ++round) {
+        const FailingMemory memory(round);
+        const bool listed =
+            scene.entry->unstoredFields().size() == 1 && scene.entry->doubtfulFields().size() == 1;
+        failed = memory.hasFailed();
+        ASSERT_TRUE(listed) << "at allocation " << round;
     }
 }
 

@@ -33,6 +33,10 @@ class HostileDesktop final : public VirtualDesktop {
         note("clipboardText");
         return VirtualDesktop::clipboardText();
     }
+    std::optional<char> clipboardDecimalMark() override {
+        note("clipboardDecimalMark");
+        return VirtualDesktop::clipboardDecimalMark();
+    }
     void clearClipboard() override {
         note("clearClipboard");
         VirtualDesktop::clearClipboard();
@@ -57,6 +61,14 @@ class HostileDesktop final : public VirtualDesktop {
         note("showModal");
         VirtualDesktop::showModal(form);
     }
+    void showPaste(PasteForm& form) override {
+        note("showPaste");
+        VirtualDesktop::showPaste(form);
+    }
+    void tellRefused(TextField& field, const std::string& text) override {
+        note("tellRefused");
+        VirtualDesktop::tellRefused(field, text);
+    }
     bool canUndo(const TextField& field) override {
         note("canUndo");
         return VirtualDesktop::canUndo(field);
@@ -64,6 +76,10 @@ class HostileDesktop final : public VirtualDesktop {
     void undo(TextField& field) override {
         note("undo");
         VirtualDesktop::undo(field);
+    }
+    void redo(TextField& field) override {
+        note("redo");
+        VirtualDesktop::redo(field);
     }
     Twips textWidth(std::string_view text) override {
         note("textWidth");
