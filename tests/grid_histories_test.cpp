@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
+#include <set>
 #include <sstream>
 #include <vector>
 
@@ -68,8 +69,11 @@ int quarterNumber(Date date) {
 // What a company's figures are, by the year or the quarter that they belong to.
 struct Ledger {
     std::map<std::pair<Datum, int>, double> figures;
-    int year = 0;      // the last fiscal year
-    int newest = 0;    // the newest quarter
+    int year = 0;   // the last fiscal year
+    int newest = 0; // the newest quarter
+    // Texts that are not stored, and figures that were read in part.
+    std::map<std::pair<Datum, int>, std::string> refused;
+    std::set<std::pair<Datum, int>> doubted;
     bool rate = false; // the tax rate is on show
     bool book = false; // the book value is on show
 
@@ -78,11 +82,13 @@ struct Ledger {
         return found == figures.end() ? 0 : found->second;
     }
     void forget() {
-        std::erase_if(figures, [&](const auto& one) {
-            const int period = one.first.second;
-            return isYearly(one.first.first) ? period < year - 9 || period > year + 1
-                                             : period < newest - 34;
-        });
+        const auto gone = [&](const std::pair<Datum, int>& place) {
+            return isYearly(place.first) ? place.second < year - 9 || place.second > year + 1
+                                         : place.second < newest - 34;
+        };
+        std::erase_if(figures, [&](const auto& one) { return gone(one.first); });
+        std::erase_if(refused, [&](const auto& one) { return gone(one.first); });
+        std::erase_if(doubted, gone);
     }
     using Of = double (*)(double, double);
     // A pair that agrees stays as it is.
@@ -136,6 +142,8 @@ class History {
                 }
             }
         compareLabelsAndCells();
+        ASSERT_EQ(scene_.entry->unstoredFields().size(), ledger_.refused.size()) << log_.str();
+        ASSERT_EQ(scene_.entry->doubtfulFields().size(), ledger_.doubted.size()) << log_.str();
         compareTrailingEarnings();
     }
 
@@ -176,13 +184,17 @@ class History {
             }
         unit_ = company_->get_Settings()->get(setting::unit).toLong();
         scene_.entry->put_FractionDisplay(chance(0.5));
+        chooseMarks();
         scene_.entry->put_VisibleQuarters(9);
         scene_.load(company_);
         scene_.desktop.forget();
     }
 
     void step() {
-        switch (within(0, 11)) {
+        switch (within(0, 12)) {
+        case 12:
+            chooseMarks();
+            break;
         case 0:
             changeYears(chance(0.6));
             break;
@@ -197,7 +209,8 @@ class History {
             chooseOption();
             break;
         case 5:
-            scene_.entry->put_VisibleQuarters(static_cast<std::int16_t>(within(1, 12)));
+            scene_.entry->put_VisibleQuarters(
+                static_cast<std::int16_t>(within(1, chance(0.2) ? 35 : 12)));
             log_ << scene_.entry->get_VisibleQuarters() << " rows\n";
             break;
         case 6:
@@ -208,6 +221,12 @@ class History {
         default:
             typeYear();
         }
+    }
+
+    void chooseMarks() {
+        comma_ = chance(0.5);
+        scene_.entry->put_NumberMarks(comma_ ? NumberMarks{',', "."} : NumberMarks());
+        log_ << (comma_ ? "comma" : "point") << "\n";
     }
 
     MessageAnswer answer() {
@@ -343,15 +362,48 @@ class History {
             figure = readFigure(text + shift);
         }
         const auto id = cellId(column.cells, row);
-        log_ << id << " of " << period << ": " << text << "\n";
+        const std::pair place{other ? column.second : column.first, period};
+        if (text.empty() && ledger_.refused.contains(place))
+            return;
+        bool paste = chance(0.2);
+        const int kind = within(0, 19);
+        const bool refused = kind == 0 || (kind == 1 && !column.minus);
+        const bool doubted = kind == 2 && column.choice == Choice::none && figure > 0 &&
+                             text.find('/') == std::string::npos;
+        if (refused) {
+            text = kind == 0 ? "1e400" : "-12";
+            paste = true;
+        } else if (doubted) {
+            text += "M";
+            paste = true;
+        } else if (column.minus && figure != 0 && chance(0.2)) { // accounting brackets
+            if (figure > 0)
+                figure = -figure;
+            else
+                text.erase(0, 1);
+            text = "(" + text + ")";
+        }
+        if (comma_)
+            std::ranges::replace(text, '.', ',');
+        log_ << (paste ? "paste " : "") << id << " of " << period << ": " << text << "\n";
         goTo(scene_, id);
         const std::string shown = scene_.field(column.cells, row).tag();
         // Left by a key, or by whatever comes next.
         const char* const moves[] = {"",       "~",        "{TAB}",   "{UP}", "{DOWN}",
                                      "+{TAB}", "^{RIGHT}", "^{LEFT}", "+~",   "^{HOME}"};
-        scene_.desktop.type("^a{DEL}" + text + one(moves));
-        if (text != shown) // what is typed anew as it stands is no change
-            ledger_.figures[{other ? column.second : column.first, period}] = figure;
+        scene_.desktop.setClipboardText(text);
+        scene_.desktop.type("^a{DEL}" + (paste ? std::string("^v") : keysOf(text)) + one(moves));
+        ledger_.doubted.erase(place);
+        if (refused) {
+            ledger_.refused[place] = text;
+            return;
+        }
+        if (text != shown) { // what is typed anew as it stands is no change
+            ledger_.refused.erase(place);
+            ledger_.figures[place] = figure;
+        }
+        if (doubted)
+            ledger_.doubted.insert(place);
     }
 
     void compareLabelsAndCells() const {
@@ -367,14 +419,21 @@ class History {
                 compareCell(column, row, ledger_.newest - back_ - row);
     }
 
-    // Wherever the four quarters that end at the last one are there.
+    // The sum wherever the four quarters that end at the last one are there; where one is missing
+    // and they are those of the last fiscal year, its earnings.
     void compareTrailingEarnings() const {
         const int last = ledger_.newest - back_;
         double sum = 0;
         for (int quarter = last - 3; quarter <= last; ++quarter) {
             const double figure = ledger_.at(Datum::QEPSSeries, quarter);
-            if (figure == 0)
+            if (figure == 0) {
+                const double ofYear = ledger_.at(Datum::YEPSSeries, ledger_.year);
+                if (ofYear != 0 &&
+                    nearestQuarters(company_->get_LastFYDate(), company_->get_LastQDate()) == 0) {
+                    ASSERT_EQ(company_->get_Last4QEPS(), ofYear) << log_.str();
+                }
                 return;
+            }
             sum += figure;
         }
         ASSERT_NEAR(company_->get_Last4QEPS(), sum, 1e-9 * std::abs(sum) + 1e-6) << log_.str();
@@ -382,6 +441,19 @@ class History {
 
     void compareCell(const Column& column, int row, int period) const {
         const double figure = ledger_.at(second(column) ? column.second : column.first, period);
+        const std::pair place{second(column) ? column.second : column.first, period};
+        const auto& cell = scene_.field(column.cells, row);
+        const auto refused = ledger_.refused.find(place);
+        ASSERT_EQ(cell.isUnstored(), refused != ledger_.refused.end())
+            << cellId(column.cells, row) << " " << cell.text() << "\n"
+            << log_.str();
+        ASSERT_EQ(cell.isDoubtful(), ledger_.doubted.contains(place))
+            << cellId(column.cells, row) << " " << cell.text() << "\n"
+            << log_.str();
+        if (refused != ledger_.refused.end()) {
+            ASSERT_EQ(cell.text(), refused->second) << log_.str();
+            return;
+        }
         if (column.price)
             return; // an eighth may be nothing
         ASSERT_EQ(scene_.text(column.cells, row).empty(), column.minus ? figure == 0 : figure <= 0)
@@ -394,6 +466,7 @@ class History {
     std::shared_ptr<CompanyRecord> company_;
     Ledger ledger_;
     int unit_ = 6;
+    bool comma_ = false;
     int back_ = 0; // quarters from the newest back to the one on top
     std::ostringstream log_;
 };
