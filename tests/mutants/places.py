@@ -108,7 +108,7 @@ def mutants_of(name, text):
 
 declaration = re.compile(
     r"(?!(?:return|throw|delete|new|goto|else|case)\b)"
-    r"(?:(?:static|const|constexpr|thread_local|inline|mutable|unsigned|signed|typename)\s+)*"
+    r"(?:(?:static|const|constexpr|thread_local|inline|mutable|unsigned|signed|long|typename)\s+)*"
     r"(?:auto|[A-Za-z_][\w:]*(?:<[^;=(){}]*>(?:::\w+)*)?)(?:\s+const)?(?:\s*[&*]\s*|\s+|(?<=auto)&& ?)"
     r"(?:\[[\w, ]+\]|\w+)\s*(?:=(?!=)|[;({\[])")
 word = re.compile(r"[A-Za-z_]\w*")
@@ -331,7 +331,9 @@ class SwitchedSource:
         self.regions = []
         self.refused = set()  # do not compile
         self.alone = set(mutants)
-        regions = sorted(Reader(text).regions, key=lambda r: r.end - r.start)
+        reader = Reader(text)
+        self.blocks = [(begin, end) for begin, end in reader.match.items() if text[begin] == "{"]
+        regions = sorted(reader.regions, key=lambda r: r.end - r.start)
         for mutant in mutants:
             for region in regions:
                 if region.start <= mutant.start and mutant.end <= region.end:
@@ -423,29 +425,36 @@ class SwitchedSource:
         self.regions = [region for region in self.regions if region.mutants]
 
     def learn(self, errors):
-        """Each error is the places that its lines name, the likeliest first. Takes out what is at
-        fault, all where that is not to be seen."""
-        before = len(self.regions), len(self.refused)
-        dropped, refused = set(), set()
+        """Each error is the places that its lines name, its own first. Takes out what is at fault; where
+        that is not to be seen, what is near, in the end all."""
+        dropped, refused, unexplained = set(), set(), []
         for error in errors:
             origins = [self.origin(*place) for place in error]
-            for origin in origins:
-                if isinstance(origin, Mutant):
-                    refused.add(origin)
-                elif isinstance(origin, Region):
-                    dropped.add(origin)
-                elif origin is None or not self.around(origin):
-                    continue
-                elif origin == origins[0] and len(origins) > 1:
-                    continue
-                else:
-                    dropped.update(self.around(origin))
-                break
+            found = next((origin for origin in origins if isinstance(origin, (Mutant, Region))), None)
+            where = [origin for origin in origins if isinstance(origin, int)]
+            items = [regions for regions in map(self.around, where[1:] + where[:1]) if regions]
+            if isinstance(found, Mutant):
+                refused.add(found)
+            elif found:
+                dropped.add(found)
+            elif items:
+                dropped.update(items[0])
             else:
-                if isinstance(origins[0], int):
-                    dropped.update(self.around(origins[0]))
+                unexplained += where
+        if not dropped and not refused:
+            for at in unexplained:
+                dropped.update(self.in_block(at))
+        if not dropped and not refused:
+            dropped.update(self.regions)
         self.drop(dropped)
         for mutant in refused:
             self.refuse(mutant)
-        if (len(self.regions), len(self.refused)) == before:
-            self.drop(list(self.regions))
+
+    def in_block(self, at):
+        """The regions of the innermost block there that has any."""
+        for begin, end in sorted(self.blocks, key=lambda block: block[1] - block[0]):
+            if begin <= at < end:
+                inside = [r for r in self.regions if begin <= r.start < end]
+                if inside:
+                    return inside
+        return []
