@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "binding/company_fields.hpp"
+#include "binding/entry_context.hpp"
 #include "quarterly/quarterly_grid.hpp"
 #include "record/figure_place.hpp"
 #include "yearly/yearly_grid.hpp"
@@ -11,9 +11,8 @@ namespace vkr {
 // Where the figures of the record stand on the form.
 class FigurePlaces {
   public:
-    FigurePlaces(EntryContext& context, const CompanyFields& fields, YearlyGrid& yearly,
-                 QuarterlyGrid& quarterly)
-        : context_(context), fields_(fields), yearly_(yearly), quarterly_(quarterly) {}
+    FigurePlaces(EntryContext& context, YearlyGrid& yearly, QuarterlyGrid& quarterly)
+        : context_(context), yearly_(yearly), quarterly_(quarterly) {}
 
     // The field that shows a figure or date, or the one that takes turns with it; null where none
     // does at the moment.
@@ -29,7 +28,6 @@ class FigurePlaces {
     void set(FigureNotes<Note>& notes, typename FigureNotes<Note>::Places places, Show show);
 
     EntryContext& context_;
-    const CompanyFields& fields_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;
 };

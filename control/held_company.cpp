@@ -144,8 +144,9 @@ void HeldCompany::showAnew() {
     }
     nameCells(form);
     for (std::size_t i = 0; i < dates.size(); ++i)
-        if (const auto& [datum, shown] = suggestedDates[i]; context_[shown].tag() != dates[i])
-            ifPossible([&] { context_.dates.follow(datum, readDate(*context_.company, datum)); });
+        if (const auto& one = suggestedDates[i]; context_[one.second].tag() != dates[i])
+            ifPossible(
+                [&] { context_.dates.follow(one.first, readDate(*context_.company, one.first)); });
     kept.putBack(moved);
     display_.keepUnit(unit);
     if (quarters != std::pair(quarterly_.newestQuarter(), quarterly_.shown()))
@@ -157,8 +158,9 @@ void HeldCompany::showAnew() {
 
 // What somebody else has set takes the place of what the form has not written yet.
 void HeldCompany::followSettings() {
-    for (const auto& [name, value] : changedSettings(context_))
+    for (const auto& changed : changedSettings(context_))
         ifPossible([&] {
+            const auto& [name, value] = changed;
             if (name == setting::currencySymbol)
                 context_[controls::currencySymbol].showStored(value.toText());
             else if (name == setting::bookValue)

@@ -81,7 +81,7 @@ class VKRDataEntry::Impl final {
     Options options{context, display, yearly, quarterly, captions, properties};
     HeldCompany company{context, fields, yearly,  quarterly, lastQuarter, captions,
                         options, lock,   display, entry,     controllers};
-    FigurePlaces places{context, fields, yearly, quarterly};
+    FigurePlaces places{context, yearly, quarterly};
     HelpFrame helpFrame{context};
     MoreHelp help{context, helpFrame, pages, host};
     CellCommands cells;

@@ -261,12 +261,15 @@ constexpr auto companyFields = exactly<storedFields>();
 
 // --- what a table can have wrong ---------------------------------------------------------------
 
+// A compiler takes a limited number of steps for this.
 template <typename Table, typename Key>
 constexpr bool eachOnce(const Table& table, Key key) {
-    for (std::size_t i = 0; i < table.size(); ++i)
-        for (std::size_t j = i + 1; j < table.size(); ++j)
-            if (std::invoke(key, table[i]) == std::invoke(key, table[j]))
+    for (const auto& one : table) {
+        const auto wanted = std::invoke(key, one);
+        for (const auto* other = &one + 1; other != table.data() + table.size(); ++other)
+            if (wanted == std::invoke(key, *other))
                 return false;
+    }
     return true;
 }
 
