@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/button_view.hpp"
 
+#include "desktop/framed_marks.hpp"
+
 #include <QAbstractButton>
-#include <QCheckBox>
 #include <QPushButton>
-#include <QRadioButton>
 
 namespace vkr {
 
@@ -13,9 +13,9 @@ namespace {
 QAbstractButton* makeButton(ControlView& view, const Control& control, QWidget& parent) {
     switch (control.kind()) {
     case ControlKind::optionButton:
-        return new Native<QRadioButton>(view, &parent);
+        return new Native<FramedRadioButton>(view, &parent);
     case ControlKind::checkBox:
-        return new Native<QCheckBox>(view, &parent);
+        return new Native<FramedCheckBox>(view, &parent);
     default: {
         auto* button = new Native<QPushButton>(view, &parent);
         button->setAutoDefault(false);

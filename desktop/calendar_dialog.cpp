@@ -5,6 +5,7 @@
 #include "desktop/readable_colors.hpp"
 
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QPushButton>
 #include <QTextCharFormat>
 #include <QVBoxLayout>
@@ -57,6 +58,13 @@ void CalendarDialog::showWeekends() {
         format.setForeground(red);
         calendar_->setWeekdayTextFormat(day, format);
     }
+}
+
+void CalendarDialog::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) // which the calendar has after the dialog
+        QMetaObject::invokeMethod(
+            this, [this] { showWeekends(); }, Qt::QueuedConnection);
 }
 
 void CalendarDialog::accept() {

@@ -18,6 +18,9 @@ class CalendarDialog final : public QDialog {
     void accept() override;
     void reject() override;
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void showWeekends();
 

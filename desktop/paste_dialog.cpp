@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/paste_dialog.hpp"
 
+#include "desktop/framed_marks.hpp"
 #include "desktop/qt_values.hpp"
 #include "desktop/readable_colors.hpp"
 #include "platform/during.hpp"
@@ -9,7 +10,10 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace vkr {
 
@@ -24,11 +28,13 @@ constexpr int charactersOnShow = 110;
 } // namespace
 
 PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
-    : QDialog(parent), form_(form), summary_(new QLabel(this)), lines_(new QTableWidget(this)) {
+    : QDialog(parent), form_(form), summary_(nullptr), lines_(nullptr) {
     setWindowTitle(toQt(form.caption()));
     auto* column = new QVBoxLayout(this);
     auto* switches = new QGridLayout;
     addSwitches(*switches);
+    summary_ = new QLabel(this); // Tab goes in the order of making
+    lines_ = new QTableWidget(this);
     column->addLayout(switches);
     column->addWidget(summary_);
     column->addWidget(lines_, 1);
@@ -63,8 +69,12 @@ PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
 
     showForm();
     const QFontMetrics metrics(font());
-    resize(metrics.averageCharWidth() * charactersOnShow,
-           metrics.lineSpacing() * (linesOnShow + 12));
+    int width = lines_->horizontalHeader()->length() + 2 * lines_->frameWidth() +
+                style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
+                layout()->contentsMargins().left() + layout()->contentsMargins().right();
+    width = std::max(width, metrics.averageCharWidth() * charactersOnShow);
+    resize(QSize(width, metrics.lineSpacing() * (linesOnShow + 12))
+               .boundedTo(screen()->availableSize()));
     ok_->setFocus();
 }
 
@@ -76,7 +86,7 @@ void PasteDialog::addSwitches(QGridLayout& grid) {
         const PasteSwitch& one = form_.switches()[static_cast<std::size_t>(index)];
         const QString name = QStringLiteral("pasteSwitch%1").arg(index);
         if (one.entries.empty()) {
-            auto* box = new QCheckBox(toQt(one.caption), this);
+            auto* box = new FramedCheckBox(toQt(one.caption), this);
             connect(box, &QCheckBox::toggled, this, [this, index](bool on) { turn(index, on); });
             box->setObjectName(name);
             grid.addWidget(box, boxes++, 0);
@@ -158,7 +168,9 @@ void PasteDialog::showLine(int row, const PasteLine& line) {
 void PasteDialog::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && ok_ != nullptr)
-        showLines(); // in the colours of the other theme
+        // In the colours of the other theme, which the table has after the dialog.
+        QMetaObject::invokeMethod(
+            this, [this] { showLines(); }, Qt::QueuedConnection);
 }
 
 void PasteDialog::accept() {

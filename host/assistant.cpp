@@ -119,7 +119,7 @@ void Assistant::layOut() {
     help->setObjectName(QStringLiteral("moreHelp"));
     connect(help, &QPushButton::clicked, this,
             [this] { emit helpAsked(helpObjectBase + object()); });
-    history_ = buttons->addButton(tr("&History..."), QDialogButtonBox::ActionRole);
+    history_ = buttons->addButton(tr("H&istory..."), QDialogButtonBox::ActionRole);
     history_->setObjectName(QStringLiteral("history"));
     history_->setAutoDefault(false);
     connect(history_, &QPushButton::clicked, this, [this] {

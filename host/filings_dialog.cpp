@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "host/filings_dialog.hpp"
 
+#include "desktop/framed_marks.hpp"
 #include "host/filings_review_model.hpp"
 #include "host/texts.hpp"
 #include "host/tick_delegate.hpp"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFontMetrics>
@@ -47,7 +47,7 @@ constexpr int visibleRows = 18;
 FilingsDialog::FilingsDialog(Reviewer reviewer, QWidget* parent)
     : QDialog(parent), reviewer_(std::move(reviewer)), model_(new FilingsReviewModel(this)),
       shown_(new FilteredReview(*model_, this)), title_(new QLabel(this)), notes_(new QLabel(this)),
-      addsYears_(new QCheckBox(this)), addsQuarters_(new QCheckBox(this)),
+      addsYears_(new FramedCheckBox(this)), addsQuarters_(new FramedCheckBox(this)),
       table_(new QTableView(this)), details_(new QPlainTextEdit(this)) {
     setObjectName(QStringLiteral("filings"));
     setWindowTitle(tr("Import from Filings"));
@@ -83,6 +83,9 @@ FilingsDialog::FilingsDialog(Reviewer reviewer, QWidget* parent)
     column->addWidget(details_);
     column->addWidget(buildButtons());
 
+    // What was made before the line above it.
+    setTabOrder(findChild<QWidget*>(QStringLiteral("preset")), table_);
+    setTabOrder(table_, details_);
     connect(addsYears_, &QCheckBox::toggled, this, &FilingsDialog::reviewAnew);
     connect(addsQuarters_, &QCheckBox::toggled, this, &FilingsDialog::reviewAnew);
     connect(model_, &FilingsReviewModel::ticksChanged, this, &FilingsDialog::showTicks);

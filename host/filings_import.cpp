@@ -85,7 +85,7 @@ bool FilingsImport::isOfCompany(const FilingsReview& review) {
         break;
     case CompanyMatch::unsure:
         return ask(window_, tr("Is this document of the same company?"), fromUtf8(review.question),
-                   {{tr("&Compare Figures")}, {tr("&Cancel"), Choice::Role::reject}}) == 0;
+                   {{tr("C&ompare Figures")}, {tr("&Cancel"), Choice::Role::reject}}) == 0;
     case CompanyMatch::other:
         tellFault(window_, tr("This document is of another company."),
                   tr("%1\n\nNothing was imported. Where they are the same company, give it the "

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "host/findings_panel.hpp"
 
+#include "desktop/framed_marks.hpp"
 #include "host/assistant_facts.hpp"
 #include "host/texts.hpp"
 #include "plausibility/plausibility_rules.hpp"
 
-#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -52,7 +52,7 @@ FindingsPanel::FindingsPanel(QWidget* parent)
     : QDockWidget(parent), list_(new QListWidget), nothing_(new QLabel), chartTitle_(new QLabel),
       chart_(new HistoryChart), go_(new QPushButton(tr("Show"))),
       right_(new QPushButton(tr("It Is Right"))),
-      silenced_(new QCheckBox(tr("Those called right"))) {
+      silenced_(new FramedCheckBox(tr("Those called right"))) {
     setObjectName(QStringLiteral("findings"));
     setFeatures(QDockWidget::DockWidgetClosable);
     setAllowedAreas(Qt::RightDockWidgetArea);

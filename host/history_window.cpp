@@ -227,6 +227,11 @@ void HistoryWindow::layOut() {
     layout->addWidget(tree_, 1);
     layout->addLayout(kept);
     layout->addWidget(buttons);
+    QWidget* before = figure_;
+    for (QWidget* next : std::initializer_list<QWidget*>{person_, time_, origin_, tree_, limit_}) {
+        setTabOrder(before, next);
+        before = next;
+    }
 }
 
 void HistoryWindow::showAll() {
@@ -330,7 +335,7 @@ void HistoryWindow::fillTree() {
         items.front()->setExpanded(true);
     for (int column = 0; column < columnCount; ++column) {
         tree_->resizeColumnToContents(column);
-        const int most = column == what ? 320 : 200;
+        const int most = fontMetrics().averageCharWidth() * (column == what ? 64 : 34);
         tree_->setColumnWidth(column, std::min(tree_->columnWidth(column) + 12, most));
     }
     if (!items.isEmpty())

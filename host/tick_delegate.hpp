@@ -5,10 +5,15 @@
 
 namespace vkr {
 
-// Boxes to tick whose frame can be told from a dark ground.
+// Boxes to tick whose frame can be told from a dark ground, and that do not touch one another.
 class TickDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 6);
+    }
 
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {

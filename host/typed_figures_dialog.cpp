@@ -43,12 +43,6 @@ TypedFiguresDialog::TypedFiguresDialog(std::vector<Company> companies, QWidget* 
                                 "They stay, but for those that you tick."),
                              this);
     words->setWordWrap(true);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-    auto* import = buttons->addButton(tr("&Import"), QDialogButtonBox::AcceptRole);
-    import->setObjectName(QStringLiteral("import"));
-    import->setDefault(true);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* ticks = new QHBoxLayout;
     for (const bool ticked : {true, false}) {
         auto* button = new QPushButton(ticked ? tr("&Tick All") : tr("&Untick All"), this);
@@ -58,6 +52,12 @@ TypedFiguresDialog::TypedFiguresDialog(std::vector<Company> companies, QWidget* 
         ticks->addWidget(button);
     }
     ticks->addStretch();
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+    auto* import = buttons->addButton(tr("&Import"), QDialogButtonBox::AcceptRole);
+    import->setObjectName(QStringLiteral("import"));
+    import->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     tree_->setObjectName(QStringLiteral("figures"));
     tree_->setAccessibleName(tr("What was typed"));
@@ -75,7 +75,6 @@ TypedFiguresDialog::TypedFiguresDialog(std::vector<Company> companies, QWidget* 
     layout->addWidget(tree_, 1);
     layout->addLayout(ticks);
     layout->addWidget(buttons);
-    setTabOrder(tree_, import);
     const QFontMetrics letters(font());
     resize(letters.averageCharWidth() * 108, letters.lineSpacing() * 24);
     tree_->setFocus();

@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QMessageBox>
 #include <QPushButton>
@@ -144,6 +145,21 @@ class HostTest : public testing::Test {
     void click(CompanyWindow& window, const char* name) {
         user_.activate(window);
         user_.click(control(window, name));
+    }
+
+    [[nodiscard]] QStringList unsavedFiles() const {
+        return QDir(home_.path()).entryList({"companies.vkr.unsaved-*"}, QDir::Files);
+    }
+    // As a program leaves it that is killed while this window is open.
+    void killWith(CompanyWindow& window) {
+        const QStringList files = unsavedFiles();
+        ASSERT_EQ(files.size(), 1);
+        const QString kept = home_.filePath("kept");
+        ASSERT_TRUE(QFile::copy(home_.filePath(files.front()), kept));
+        window.discard();
+        host_.reset();
+        ASSERT_TRUE(unsavedFiles().isEmpty());
+        ASSERT_TRUE(QFile::rename(kept, home_.filePath(files.front())));
     }
 
     QTemporaryDir home_;

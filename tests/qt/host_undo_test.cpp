@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host_fixture.hpp"
 
-#include <QDir>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSqlDatabase>
@@ -24,9 +23,6 @@ class HostUndo : public HostTest {
         emit shown->aboutToHide();
         return text;
     }
-    QStringList unsavedFiles() const {
-        return QDir(home_.path()).entryList({"companies.vkr.unsaved-*"}, QDir::Files);
-    }
     static double debt(CompanyWindow& window) { return window.record()->get_TotalDebt(); }
     void execute(const QString& statement) const {
         {
@@ -36,17 +32,6 @@ class HostUndo : public HostTest {
             EXPECT_TRUE(QSqlQuery(database).exec(statement));
         }
         QSqlDatabase::removeDatabase("beside");
-    }
-    // As a program leaves it that is killed while this window is open.
-    void killWith(CompanyWindow& window) {
-        const QStringList files = unsavedFiles();
-        ASSERT_EQ(files.size(), 1);
-        const QString kept = home_.filePath("kept");
-        ASSERT_TRUE(QFile::copy(home_.filePath(files.front()), kept));
-        window.discard();
-        host_.reset();
-        ASSERT_TRUE(unsavedFiles().isEmpty());
-        ASSERT_TRUE(QFile::rename(kept, home_.filePath(files.front())));
     }
 };
 

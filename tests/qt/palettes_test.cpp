@@ -7,6 +7,7 @@
 #include "form/form_layout.hpp"
 #include "platform/text.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/qt/support/themes.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <QCalendarWidget>
@@ -18,43 +19,10 @@
 #include <QTableView>
 
 #include <algorithm>
-#include <ostream>
 #include <unordered_map>
 
 namespace vkr {
 namespace {
-
-struct Theme {
-    const char* name;
-    QColor window, windowText, base, text, button, disabled, highlight;
-};
-
-const Theme light{"light",   QColor(239, 239, 239), Qt::black, Qt::white,
-                  Qt::black, QColor(239, 239, 239), 0x767676U, QColor(20, 80, 150)};
-const Theme dark{"dark",
-                 QColor(45, 45, 48),
-                 QColor(235, 235, 235),
-                 QColor(30, 30, 32),
-                 QColor(235, 235, 235),
-                 QColor(58, 58, 62),
-                 QColor(150, 150, 150),
-                 QColor(20, 80, 150)};
-
-QPalette paletteOf(const Theme& theme) {
-    QPalette palette(theme.button, theme.window);
-    palette.setColor(QPalette::Window, theme.window);
-    palette.setColor(QPalette::WindowText, theme.windowText);
-    palette.setColor(QPalette::Base, theme.base);
-    palette.setColor(QPalette::AlternateBase, theme.base);
-    palette.setColor(QPalette::Text, theme.text);
-    palette.setColor(QPalette::Button, theme.button);
-    palette.setColor(QPalette::ButtonText, theme.windowText);
-    palette.setColor(QPalette::Highlight, theme.highlight);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, theme.disabled);
-    return palette;
-}
 
 // As it is drawn, enlarged so that letters have their full colour somewhere.
 QImage drawn(QWidget& widget) {
@@ -312,10 +280,6 @@ TEST_P(Palettes, AnotherThemeIsFollowedWhileTheFormIsShown) {
         entry->setCurrentTab(tab);
         expectReadable("after the change, tab " + std::to_string(tab));
     }
-}
-
-void PrintTo(const Theme* theme, std::ostream* out) {
-    *out << theme->name;
 }
 
 INSTANTIATE_TEST_SUITE_P(Themes, Palettes, testing::Values(&light, &dark),

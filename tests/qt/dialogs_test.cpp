@@ -1,0 +1,423 @@
+// SPDX-License-Identifier: MIT
+// Every dialog of the program, worked by keys alone: Tab and Shift+Tab, Return, Escape, letters.
+//
+// With VKR_PICTURES=<folder> each one is drawn there, light and dark; QT_SCALE_FACTOR=1.5 and the
+// like choose the scale.
+#include "control/vkr_data_entry.hpp"
+#include "tests/qt/host_fixture.hpp"
+#include "tests/qt/support/themes.hpp"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDialog>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QToolButton>
+#include <QTreeWidget>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+
+namespace vkr {
+namespace {
+
+class Dialogs;
+
+struct DialogRow {
+    const char* name;
+    void (Dialogs::*open)(); // and comes back when it is closed, but for one that stands beside
+    // Buttons of the questions that come before it.
+    QStringList before = {};
+    // Of those that follow one another down a column: they are left of what has its place to the
+    // right of them.
+    QStringList column = {};
+    // Takes Return for itself, and closes the dialog.
+    QStringList takesReturn = {};
+};
+
+void PrintTo(const DialogRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
+// In reading order below or behind one another.
+bool isBehind(const QRect& place, const QRect& before) {
+    const bool sameLine =
+        place.center().y() <= before.bottom() && before.center().y() <= place.bottom();
+    return sameLine ? place.left() >= before.left() : place.top() >= before.top();
+}
+
+class Dialogs : public HostTest, public testing::WithParamInterface<DialogRow> {
+  public:
+    void discard() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        type(window, "txtName", "Acme Inc.");
+        type(window, "txtTotalDebt", "11");
+        window.close();
+    }
+    void unsavable() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        type(window, "txtPriceUpdate", "someday");
+        window.save();
+    }
+    void changesFound() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        type(window, "txtTotalDebt", "11");
+        type(window, "txtName", "Acme Inc.");
+        killWith(window);
+        host_ = another();
+        host_->offerFound();
+    }
+    void conflict() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        type(window, "txtName", "Acme Inc.");
+        const auto theirs = stored(*host_, "AAPL");
+        theirs->put_City("Graz");
+        ASSERT_TRUE(another()->store().save(idOf(*host_, "AAPL"), *theirs, 1));
+        window.save();
+    }
+    void typedFigures() {
+        QDir(home_.path()).mkdir("in");
+        host_->exportCompanies({idOf(*host_, "AAPL")}, home_.filePath("in"));
+        CompanyWindow& window = open(*host_, "AAPL");
+        type(window, "txtName", "Corrected Inc.");
+        window.entry().setCurrentTab(toYearly);
+        type(window, "txtSales(8)", "391000");
+        ASSERT_TRUE(window.save());
+        window.discard();
+        host_->importFile(home_.filePath("in/AAPL-company.csv"));
+    }
+    void filings() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        window.entry().setCurrentTab(toYearly);
+        type(window, "txtSales(8)", "391000");
+        window.importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json"));
+    }
+    void filingsOfANewCompany() {
+        CompanyWindow& window = *host_->newCompany();
+        user_.activate(window);
+        type(window, "txtSymbol", "AAPL");
+        window.importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json"));
+    }
+    void split() { open(*host_, "AAPL").findChild<QAction*>("split")->trigger(); }
+    void paste() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        window.entry().setCurrentTab(toYearly);
+        user_.click(control(window, "txtSales(0)"));
+        QApplication::clipboard()->setText("\t2024\t2023\t2022\nRevenue\t$391,035\t383.286\t-\n"
+                                           "Net Income\t(93,736)\t96,995\tn/a\n");
+        user_.press(Qt::Key_V, Qt::ControlModifier);
+    }
+    void calendar() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        user_.doubleClick(control(window, "txtPriceUpdate"), {8, 8});
+    }
+    void history() { changed().findChild<QAction*>("history")->trigger(); }
+    void historyOfAFigure() {
+        CompanyWindow& window = changed();
+        emit window.entry().assistant(doYEPS, "5.62");
+        auto* assistant = window.findChild<QDialog*>("assistant");
+        assistant->findChild<QPushButton*>("history")->click();
+        assistant->close();
+    }
+    void historyWithAVerdict() {
+        CompanyWindow& window = open(*host_, "SNOW");
+        QApplication::processEvents();
+        user_.press(Qt::Key_L, Qt::ControlModifier);
+        user_.click(control(window, "itIsRight"));
+        window.findChild<QAction*>("history")->trigger();
+        auto& tree = *window.findChild<QTreeWidget*>("changes");
+        tree.topLevelItem(0)->setExpanded(true);
+    }
+    void assistant() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        emit window.entry().assistant(doYRevenue, "391,035");
+    }
+
+  protected:
+    // A company with a save of its own.
+    CompanyWindow& changed() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        window.entry().setCurrentTab(toYearly);
+        type(window, "txtYEPS(5)", "5.62");
+        EXPECT_TRUE(window.save());
+        return window;
+    }
+
+    // Opens the dialog, and does that with it.
+    void whileOpen(const std::function<void(QDialog&)>& act) {
+        bool isDone = false;
+        QStringList before = GetParam().before;
+        const auto use = [&](QDialog& dialog) {
+            isDone = true;
+            user_.activate(dialog);
+            act(dialog);
+            if (dialog.isVisible())
+                dialog.reject();
+        };
+        QTimer waiting;
+        QObject::connect(&waiting, &QTimer::timeout, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !dialog->isVisible())
+                return;
+            if (!before.isEmpty())
+                return press(*dialog, before.takeFirst());
+            if (!isDone)
+                use(*dialog);
+        });
+        waiting.start(0);
+        (this->*GetParam().open)();
+        waiting.stop();
+        if (!isDone) // it stands beside the window
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (auto* dialog = qobject_cast<QDialog*>(window);
+                    dialog != nullptr && dialog->isVisible() && !isDone)
+                    use(*dialog);
+        EXPECT_TRUE(isDone) << "no dialog came up";
+        for (CompanyWindow* window : host_->windows())
+            window->discard();
+    }
+    static void press(QDialog& question, const QString& label) {
+        for (auto* button : question.findChildren<QAbstractButton*>())
+            if (button->text().remove(u'&') == label)
+                return button->click();
+        ADD_FAILURE() << "no button " << label.toStdString();
+        question.reject();
+    }
+
+    static std::string nameOf(const QWidget* widget) {
+        if (widget == nullptr)
+            return "nothing";
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        return (widget->objectName() + u' ' + (button == nullptr ? QString() : button->text()))
+                   .toStdString() +
+               "(" + widget->metaObject()->className() + ")";
+    }
+    static QRect placeOf(const QWidget& widget) {
+        return {widget.mapTo(widget.window(), QPoint()), widget.size()};
+    }
+    // Where the focus can come to by Tab.
+    static std::vector<QWidget*> stops(QDialog& dialog) {
+        std::vector<QWidget*> found;
+        for (auto* widget : dialog.findChildren<QWidget*>())
+            if (widget->isVisibleTo(&dialog) && widget->isEnabled() && !widget->isWindow() &&
+                widget->window() == &dialog && (widget->focusPolicy() & Qt::TabFocus) != 0 &&
+                widget->focusProxy() == nullptr)
+                found.push_back(widget);
+        return found;
+    }
+    static bool isPartOf(const QWidget& widget, const std::vector<QWidget*>& others) {
+        for (const QWidget* above = &widget; above != nullptr; above = above->parentWidget())
+            if (std::ranges::find(others, above) != others.end() ||
+                (above->focusProxy() != nullptr && // a part stands for all of it
+                 std::ranges::find(others, above->focusProxy()) != others.end()))
+                return true;
+        return false;
+    }
+    static QKeySequence letterOf(const QWidget& widget) {
+        if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+            return button->shortcut().isEmpty() ? QKeySequence::mnemonic(button->text())
+                                                : button->shortcut();
+        if (const auto* label = qobject_cast<const QLabel*>(&widget);
+            label != nullptr && label->buddy() != nullptr)
+            return QKeySequence::mnemonic(label->text());
+        return {};
+    }
+    // What a list shows is scrolled.
+    static bool isPartOfAView(const QWidget& widget) {
+        for (const QWidget* above = widget.parentWidget(); above != nullptr;
+             above = above->parentWidget())
+            if (qobject_cast<const QAbstractScrollArea*>(above) != nullptr)
+                return true;
+        return false;
+    }
+    static QPushButton* defaultOf(QDialog& dialog) {
+        for (auto* button : dialog.findChildren<QPushButton*>())
+            if (button->isDefault() && button->isVisible())
+                return button;
+        return nullptr;
+    }
+    static void draw(QDialog& dialog) {
+        const QString folder = qEnvironmentVariable("VKR_PICTURES");
+        if (folder.isEmpty())
+            return;
+        const QPalette before = QApplication::palette();
+        for (const Theme* theme : {&light, &dark}) {
+            QApplication::setPalette(paletteOf(*theme));
+            QApplication::processEvents();
+            const int percent = qRound(dialog.devicePixelRatioF() * 100);
+            const QString file = QStringLiteral("%1/%2-%3-%4.png")
+                                     .arg(folder, QLatin1String(GetParam().name))
+                                     .arg(percent)
+                                     .arg(QLatin1String(theme->name));
+            EXPECT_TRUE(dialog.grab().save(file)) << file.toStdString();
+        }
+        QApplication::setPalette(before);
+    }
+    // As a person would have filled it in, so that everything can be done.
+    static void fillIn(QDialog& dialog) {
+        for (const auto& [name, text] : {std::pair("ratio", "4:1"), {"effective", "2020-08-31"}})
+            if (auto* edit = dialog.findChild<QLineEdit*>(name))
+                edit->setText(text);
+        if (auto* tick = dialog.findChild<QPushButton*>("tickShown"))
+            tick->click();
+        QApplication::processEvents();
+    }
+};
+
+TEST_P(Dialogs, TabComesToEverythingOnceInReadingOrderAndBack) {
+    whileOpen([&](QDialog& dialog) {
+        fillIn(dialog);
+        draw(dialog);
+        const std::vector<QWidget*> all = stops(dialog);
+        ASSERT_FALSE(all.empty());
+        QWidget* const start = QApplication::focusWidget();
+        ASSERT_NE(start, nullptr);
+        EXPECT_TRUE(std::ranges::find(all, start) != all.end()) << nameOf(start);
+        std::vector<QWidget*> visited;
+        do {
+            visited.push_back(QApplication::focusWidget());
+            user_.press(Qt::Key_Tab);
+        } while (QApplication::focusWidget() != start && visited.size() <= all.size());
+        EXPECT_EQ(QApplication::focusWidget(), start);
+        for (QWidget* stop : all)
+            EXPECT_EQ(std::ranges::count(visited, stop), 1) << nameOf(stop);
+        for (QWidget* stop : visited)
+            EXPECT_TRUE(std::ranges::find(all, stop) != all.end()) << nameOf(stop);
+
+        std::vector<QWidget*> back;
+        for (std::size_t i = 0; i < visited.size(); ++i) {
+            user_.press(Qt::Key_Tab, Qt::ShiftModifier);
+            back.push_back(QApplication::focusWidget());
+        }
+        EXPECT_TRUE(std::ranges::equal(visited, std::vector(back.rbegin(), back.rend())));
+
+        const auto first = std::ranges::find_if(visited, [&](const QWidget* one) {
+            return std::ranges::all_of(visited, [&](const QWidget* other) {
+                return other == one || !isBehind(placeOf(*one), placeOf(*other)) ||
+                       isBehind(placeOf(*other), placeOf(*one));
+            });
+        });
+        ASSERT_NE(first, visited.end()) << "nothing is above and left of all others";
+        std::ranges::rotate(visited, first);
+        for (std::size_t i = 1; i < visited.size(); ++i)
+            EXPECT_TRUE(isBehind(placeOf(*visited[i]), placeOf(*visited[i - 1])) ||
+                        GetParam().column.contains(visited[i - 1]->objectName()))
+                << nameOf(visited[i]) << " after " << nameOf(visited[i - 1]);
+    });
+}
+
+TEST_P(Dialogs, EverythingIsReachedByKeysAndNoLetterLeadsToTwo) {
+    whileOpen([&](QDialog& dialog) {
+        fillIn(dialog);
+        const std::vector<QWidget*> all = stops(dialog);
+        std::map<QString, const QWidget*> letters;
+        for (const auto* widget : dialog.findChildren<QWidget*>()) {
+            if (!widget->isVisibleTo(&dialog) || !widget->isEnabled() ||
+                widget->window() != &dialog)
+                continue;
+            const bool canBeWorked = qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+                                     qobject_cast<const QLineEdit*>(widget) != nullptr ||
+                                     qobject_cast<const QComboBox*>(widget) != nullptr ||
+                                     qobject_cast<const QAbstractItemView*>(widget) != nullptr ||
+                                     qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
+            const QKeySequence letter = letterOf(*widget);
+            EXPECT_TRUE(!canBeWorked || isPartOf(*widget, all) || !letter.isEmpty())
+                << nameOf(widget);
+            if (!letter.isEmpty()) {
+                const auto [other, isNew] = letters.emplace(letter.toString(), widget);
+                EXPECT_TRUE(isNew) << letter.toString().toStdString() << ": " << nameOf(widget)
+                                   << " and " << nameOf(other->second);
+            }
+        }
+    });
+}
+
+TEST_P(Dialogs, EscapeCloses) {
+    whileOpen([&](QDialog& dialog) {
+        fillIn(dialog);
+        user_.press(Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+}
+
+TEST_P(Dialogs, ReturnPressesTheDefaultButtonFromEverywhere) {
+    whileOpen([&](QDialog& dialog) {
+        fillIn(dialog);
+        QPushButton* button = defaultOf(dialog);
+        ASSERT_NE(button, nullptr);
+        EXPECT_TRUE(button->isEnabled());
+        QWidget* const start = QApplication::focusWidget();
+        int pressed = 0;
+        button->disconnect(); // the dialog stays open
+        QObject::connect(button, &QPushButton::clicked, [&] { ++pressed; });
+        const auto press = [&](QWidget* from) {
+            if (auto* other = qobject_cast<QPushButton*>(from);
+                (other != nullptr && other != button) ||
+                GetParam().takesReturn.contains(from->objectName()))
+                return; // presses itself
+            pressed = 0;
+            from->setFocus();
+            user_.press(Qt::Key_Return);
+            EXPECT_EQ(pressed, 1) << "from " << nameOf(from);
+        };
+        press(start);
+        for (QWidget* stop : stops(dialog))
+            press(stop);
+    });
+}
+
+TEST_P(Dialogs, NoCaptionIsCutOff) {
+    whileOpen([&](QDialog& dialog) {
+        fillIn(dialog);
+        for (const auto* widget : dialog.findChildren<QWidget*>()) {
+            if (!widget->isVisibleTo(&dialog) || widget->window() != &dialog)
+                continue;
+            const auto* label = qobject_cast<const QLabel*>(widget);
+            const auto* button = qobject_cast<const QAbstractButton*>(widget);
+            const auto* list = qobject_cast<const QComboBox*>(widget);
+            if ((button != nullptr && !button->text().isEmpty()) || list != nullptr ||
+                (label != nullptr && !label->wordWrap())) {
+                EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << nameOf(widget);
+                EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << nameOf(widget);
+            } else if (label != nullptr) {
+                EXPECT_GE(label->height(), label->heightForWidth(label->width()))
+                    << label->text().toStdString();
+            }
+            EXPECT_TRUE(dialog.rect().contains(placeOf(*widget)) || isPartOfAView(*widget))
+                << nameOf(widget);
+        }
+    });
+}
+
+// clang-format off
+const DialogRow dialogs[] = {
+    {"discard", &Dialogs::discard},
+    {"unsavable", &Dialogs::unsavable},
+    {"changes-found", &Dialogs::changesFound},
+    {"conflict", &Dialogs::conflict},
+    {"typed-figures", &Dialogs::typedFigures, {"Replace"}},
+    {"filings", &Dialogs::filings},
+    {"filings-question", &Dialogs::filingsOfANewCompany},
+    {"filings-new", &Dialogs::filingsOfANewCompany, {"Compare Figures"}},
+    {"split", &Dialogs::split},
+    {"paste", &Dialogs::paste, {}, {"pasteSwitch1"}},
+    {"calendar", &Dialogs::calendar, {}, {}, {"qt_calendar_calendarview"}},
+    {"history", &Dialogs::history},
+    {"history-figure", &Dialogs::historyOfAFigure},
+    {"history-verdict", &Dialogs::historyWithAVerdict},
+    {"assistant", &Dialogs::assistant},
+};
+// clang-format on
+
+INSTANTIATE_TEST_SUITE_P(All, Dialogs, testing::ValuesIn(dialogs), [](const auto& row) {
+    return QString(row.param.name).remove(u'-').toStdString();
+});
+
+} // namespace
+} // namespace vkr
