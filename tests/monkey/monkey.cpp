@@ -13,6 +13,7 @@
 #include "quarterly/quarterly_grid.hpp"
 #include "tests/support/change_lists.hpp"
 #include "tests/support/field_steps.hpp"
+#include "tests/support/period_import.hpp"
 #include "tests/support/random_company.hpp"
 #include "yearly/yearly_grid.hpp"
 
@@ -298,6 +299,21 @@ void MonkeyScene::import(unsigned number) {
            {Origin::imported, "Import", "tables"});
 }
 
+void MonkeyScene::importPeriods(unsigned number) {
+    if (record == nullptr || isLocked()) // which a host tells first
+        return;
+    const auto held = record;
+    entry->leaveField();
+    if (record != held)
+        return;
+    const auto left = record->company->clone();
+    const bool isRefused = test::importPeriods(kept_, number).has_value();
+    if (isRefused && isAllNoted_ && record == held)
+        expectSame(*left, "refused import");
+    hostCalled = true;
+    entry->recordChanged();
+}
+
 void MonkeyScene::lookOver() {
     if (record == nullptr)
         return;
@@ -331,6 +347,11 @@ void MonkeyScene::walkBackAndForth() {
     ChangeJournal workedOut(beginning);
     for (const ChangeGroup& group : journal_->groups())
         expect(!workedOut.apply(group), "walk", "not worked out");
+    // How figures are shown is settled by a commit, and stays.
+    for (ChangeGroup group : journal_->unsaved()) {
+        std::erase_if(group.changes, [](const Change& one) { return one.setting.empty(); });
+        expect(group.changes.empty() || !workedOut.apply(group), "walk", "not settled");
+    }
     expectSame(*beginning, "beginning");
     for (; steps > 0; --steps)
         expect(!journal_->redo(), "walk", "not redone");
@@ -685,6 +706,10 @@ constexpr Act
             {By::host, 8, "scene.import($n);", chooseNumber<0, 999>,
              [](Scene& scene, const Step& step) {
                  scene.import(static_cast<unsigned>(step.number));
+             }},
+            {By::host, 8, "scene.importPeriods($n);", chooseNumber<0, 999>,
+             [](Scene& scene, const Step& step) {
+                 scene.importPeriods(static_cast<unsigned>(step.number));
              }},
             {By::host, 8, "scene.lookOver();", chooseNothing,
              [](Scene& scene, const Step&) { scene.lookOver(); }},

@@ -54,10 +54,11 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void scrollMouse(std::int16_t key);
     void step(HistoryStep asked) { entry->step(asked); } // by the host's menu
     void commit();                                       // and keeps what is to be kept
-    void split(int number);       // of all that was before the day of the last quarter
-    void import(unsigned number); // the figures of another company, from its tables
-    void lookOver();              // findings, as marks at their fields
-    void walkBackAndForth();      // all that was done is taken back, and done again
+    void split(int number);              // of all that was before the day of the last quarter
+    void import(unsigned number);        // the figures of another company, from its tables
+    void importPeriods(unsigned number); // as of filings: later years and quarters, and figures
+    void lookOver();                     // findings, as marks at their fields
+    void walkBackAndForth();             // all that was done is taken back, and done again
     [[nodiscard]] bool isLocked() const;
 
   private:
