@@ -307,7 +307,7 @@ void MonkeyScene::importPeriods(unsigned number) {
     if (record != held)
         return;
     const auto left = record->company->clone();
-    const bool isRefused = test::importPeriods(kept_, number).has_value();
+    const bool isRefused = test::importPeriods(kept_, number, *record->company).has_value();
     if (isRefused && isAllNoted_ && record == held)
         expectSame(*left, "refused import");
     hostCalled = true;

@@ -59,15 +59,16 @@ inline std::vector<ImportPart> periodImport(const iVKR_Company& company, unsigne
     return parts;
 }
 
-// Does it as one action, whole or not at all: what the record said where it refuses.
+// Does it as one action, whole or not at all: what the record said where it refuses. `read` is the
+// same record, where its own reads may fail.
 inline std::optional<std::string> importPeriods(const std::shared_ptr<iVKR_Company>& company,
-                                                unsigned seed) {
-    std::vector<ImportPart> parts = periodImport(*company, seed);
+                                                unsigned seed, const iVKR_Company& read) {
+    std::vector<ImportPart> parts = periodImport(read, seed);
     const ActionScope whole(company, {Origin::imported, "Import", {}});
     for (auto part = parts.begin(); part != parts.end(); ++part) {
         for (DatumChange& change : part->changes)
             if (change.element)
-                change.before = readDatum(*company, change.datum).array().at(*change.element);
+                change.before = readDatum(read, change.datum).array().at(*change.element);
         const auto write = [&](const ImportPart& one, const std::vector<DatumChange>& changes) {
             const ActionScope scope(company, one.action);
             return applyChanges(*company, changes);
@@ -82,6 +83,10 @@ inline std::optional<std::string> importPeriods(const std::shared_ptr<iVKR_Compa
         return refusal;
     }
     return std::nullopt;
+}
+inline std::optional<std::string> importPeriods(const std::shared_ptr<iVKR_Company>& company,
+                                                unsigned seed) {
+    return importPeriods(company, seed, *company);
 }
 
 } // namespace vkr::test
