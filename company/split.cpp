@@ -156,10 +156,8 @@ SplitChanges splitChanges(const iVKR_Company& company, const Split& split) {
         if (row.unit != DatumUnit::perShare && row.unit != DatumUnit::shares)
             continue;
         ifPossible([&] {
-            if (!isSeries(row)) {
-                add(row, std::nullopt, readNumber(company, row.datum));
-                return;
-            }
+            if (!isSeries(row))
+                return add(row, std::nullopt, readNumber(company, row.datum));
             const Variant value = readSeries(company, row.datum);
             const VariantArray& series = value.array();
             for (int element = 0; element <= row.upper; ++element)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_journal.hpp"
+#include "company/company_base.hpp"
 #include "company/company_csv.hpp"
 #include "company/figure_origins.hpp"
 #include "company/period_moves.hpp"
@@ -529,6 +530,27 @@ TEST_F(Journal, ASettingsObjectOutlivesIt) {
     journal.reset();
     settings->put(setting::unit, std::int16_t{9});
     EXPECT_EQ(company->get_Settings()->get(setting::unit).toLong(), 9);
+}
+
+// The settings object of a host that keeps more in it.
+struct OwnSettings final : Object {
+    [[nodiscard]] Variant get(std::string_view) const override { return colour; }
+    void put(std::string_view, const Variant& value) override { colour = value; }
+    Variant colour;
+};
+
+struct OwnRecord final : CompanyBase {
+    [[nodiscard]] std::shared_ptr<Object> get_Settings() const override { return settings; }
+    std::shared_ptr<OwnSettings> settings = std::make_shared<OwnSettings>();
+};
+
+TEST(JournalOfAnOwnRecord, PassesOnSettingsThatAreTheHostsOwnAndNotesNone) {
+    const auto own = std::make_shared<OwnRecord>();
+    ChangeJournal journal(own);
+    journal.get_Settings()->put("Colour", "red");
+    EXPECT_EQ(own->settings->colour, Variant("red"));
+    EXPECT_TRUE(journal.groups().empty());
+    EXPECT_TRUE(journal.unsaved().empty());
 }
 
 // --- the component at work -----------------------------------------------------------------------

@@ -134,6 +134,58 @@ TEST(FigureOrigins, MoveWithTheQuartersOfAWeekBasedYear) {
     EXPECT_EQ(origins.of(Datum::QEPSSeries, 1).origin, Origin::typed);
 }
 
+TEST(FigureOrigins, OfQuartersMoveByTheirDate) {
+    const Date june = makeDate(2025, 6, 30).value();
+    const Date december = makeDate(2025, 12, 31).value();
+    std::vector<double> before(35);
+    std::vector<double> later(35);
+    before[0] = later[2] = 1.5;
+    before[32] = later[34] = 0.5;
+    before[33] = 0.25;
+    later[1] = 1.75; // not there before
+    FigureOrigins origins;
+    origins.put(Datum::QEPSSeries, 0, {Origin::typed, "", false});
+    origins.put(Datum::QEPSSeries, 32, {Origin::imported, "0001-24", false});
+    const auto moved = [&](Datum datum, const Variant& from, const Variant& to) {
+        FigureOrigins result = origins;
+        result.note({"",
+                     {},
+                     {{{datum, {}, from, to}, {}, Origin::shifted, {}},
+                      {{Datum::QEPSSeries, {}, numberArray(before), numberArray(later)},
+                       {},
+                       Origin::shifted,
+                       {}}}});
+        return result;
+    };
+    const auto byDate = moved(Datum::LastQDateForGrid, june, december);
+    EXPECT_EQ(byDate.of(Datum::QEPSSeries, 2).origin, Origin::typed);
+    EXPECT_EQ(byDate.of(Datum::QEPSSeries, 34).origin, Origin::imported);
+    EXPECT_EQ(byDate.of(Datum::QEPSSeries, 0).origin, std::nullopt);
+    EXPECT_EQ(byDate.of(Datum::QEPSSeries, 1).origin, std::nullopt);
+    EXPECT_EQ(byDate.of(Datum::QEPSSeries, 32).origin, std::nullopt);
+    // The year says nothing of quarters, and a first date nothing of a move.
+    for (const FigureOrigins& other :
+         {moved(Datum::LastFY, std::int16_t{2024}, std::int16_t{2026}),
+          moved(Datum::LastQDateForGrid, Date(), december)}) {
+        EXPECT_EQ(other.of(Datum::QEPSSeries, 2).origin, std::nullopt);
+        EXPECT_EQ(other.of(Datum::QEPSSeries, 34).origin, std::nullopt);
+    }
+}
+
+TEST(FigureOrigins, OutsideOfASeriesAreUnknownAndNotKept) {
+    FigureOrigins origins;
+    const FigureOrigin typed{Origin::typed, "", false};
+    for (const int element : {-1, 11})
+        origins.put(Datum::YEPSSeries, element, typed);
+    EXPECT_EQ(origins, FigureOrigins());
+    origins.put(Datum::YEPSSeries, 0, typed);
+    origins.put(Datum::YEPSSeries, 10, typed);
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 0), typed);
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 10), typed);
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, -1), FigureOrigin());
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 11), FigureOrigin());
+}
+
 TEST(FigureOrigins, AreTextAndBack) {
     auto origins =
         after({importedRate,
@@ -158,6 +210,7 @@ TEST(FigureOrigins, AreReadFromWhateverTextAsFarAsItGoes) {
         FigureOrigins::fromText("typed\t\tGoodwill:1 YEPSSeries:9-2000000000 Name\nnonsense\n");
     EXPECT_EQ(origins.of(Datum::YEPSSeries, 10).origin, Origin::typed);
     EXPECT_EQ(origins.of(Datum::Name).origin, Origin::typed);
+    EXPECT_EQ(FigureOrigins::fromText("typed\ta\\\tName\n").of(Datum::Name).document, "a\\");
 }
 
 TEST(FigureOrigins, KnowWhatEachFigureFollowsFrom) {

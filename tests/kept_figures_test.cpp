@@ -101,6 +101,43 @@ TEST_F(KeptFiguresTest, AnInputOfTheSameActionDoesSoToo) {
     EXPECT_EQ(rate(), 27.3);
 }
 
+TEST_F(KeptFiguresTest, TheFirstAndTheLastYearAreNoOthers) {
+    for (const int element : {0, 10}) {
+        put(Datum::YPTISeries, 10000, element);
+        put(Datum::YTaxRateSeries, 18.1, element);
+        origins.put(Datum::YTaxRateSeries, element, {Origin::typed, "", false});
+        derive(22.2, element);
+        EXPECT_EQ(rate(element), 18.1) << element;
+        const ActionScope leaving(kept, {Origin::typed, {}, {}});
+        test::putElement(*kept, Datum::YPTISeries, element, 11000);
+        derive(27.3, element);
+        EXPECT_EQ(rate(element), 27.3) << element;
+        derive(27.4, element);
+        EXPECT_EQ(rate(element), 27.4) << element << ", still the same action";
+    }
+}
+
+TEST_F(KeptFiguresTest, AnInputOfAnotherYearChangesNothing) {
+    came(Origin::typed);
+    const ActionScope leaving(kept, {Origin::typed, {}, {}});
+    test::putElement(*kept, Datum::YPTISeries, year + 1, 11000);
+    derive(27.3);
+    EXPECT_EQ(rate(), 18.1);
+}
+
+TEST_F(KeptFiguresTest, AnInputOfAnEarlierWriteDoesNot) {
+    came(Origin::typed);
+    test::putElement(*kept, Datum::YPTISeries, year, 11000);
+    derive(27.3);
+    EXPECT_EQ(rate(), 18.1);
+    {
+        const ActionScope leaving(kept, {Origin::typed, {}, {}});
+        test::putElement(*kept, Datum::YPTISeries, year, 12000);
+    }
+    derive(33.3);
+    EXPECT_EQ(rate(), 18.1);
+}
+
 TEST_F(KeptFiguresTest, TheTrailingSumFollowsAQuarterThatWasLeft) {
     record->put_Last4QEPS(4);
     origins.put(Datum::Last4QEPS, {}, {Origin::typed, "", false});

@@ -69,6 +69,8 @@ TEST(Split, ReadsRatiosAsPeopleWriteThem) {
                         {"4:1:1", std::nullopt},
                         {"1.5:1", std::nullopt},
                         {"1001:1", std::nullopt},
+                        {"1001:4", std::nullopt},
+                        {"4:1001", std::nullopt},
                         {"99999999999:1", std::nullopt},
                         {"four", std::nullopt}};
     for (const Row& row : rows) {
@@ -139,6 +141,16 @@ TEST(Split, ConcernsTheDayOnWhichAPeriodEndsOnlyWhenItIsOver) {
     company.put_YEPSSeries(numberArray({0, 2, 3, 0, 0, 0, 0, 0, 0, 0, 0}));
     EXPECT_EQ(splitChanges(company, {{2, 1}, day(2025, 12, 31)}).changes.size(), 1U);
     EXPECT_EQ(splitChanges(company, {{2, 1}, day(2026, 1, 1)}).changes.size(), 2U);
+}
+
+TEST(Split, ConcernsAFigureOfOne) {
+    CompanyRecord company;
+    company.put_LastFYDate(day(2025, 12, 31));
+    company.put_YEPSSeries(numberArray({0, 1, -1, 0, 0, 0, 0, 0, 0, 0, 0}));
+    const auto changes = changesOf(splitChanges(company, {{2, 1}, day(2026, 1, 1)}));
+    ASSERT_EQ(changes.size(), 2U);
+    EXPECT_EQ(changes[0].after, Variant(0.5));
+    EXPECT_EQ(changes[1].after, Variant(-0.5));
 }
 
 TEST(Split, GoesByTheDateOfThePriceAndOfTheLastQuarter) {

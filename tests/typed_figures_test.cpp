@@ -2,6 +2,7 @@
 #include "company/typed_figures.hpp"
 #include "tests/support/elements.hpp"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace vkr {
@@ -78,6 +79,91 @@ TEST_F(TypedFigures, ThatAreTickedGoByLeavingThemOut) {
     keepFigures(stored, typed, imported);
     EXPECT_EQ(elementOf(imported, Datum::YRevenueSeries, 1), 391000);
     EXPECT_EQ(imported.get_City(), "Linz");
+}
+
+class TypedFiguresOfEmptyRecords : public testing::Test {
+  protected:
+    static Date day(int year, int month, int dayOfMonth) {
+        return makeDate(year, month, dayOfMonth).value();
+    }
+    [[nodiscard]] std::vector<TypedFigure> found() const {
+        return typedFigures(stored, {}, imported);
+    }
+    CompanyRecord stored;
+    CompanyRecord imported;
+};
+
+TEST_F(TypedFiguresOfEmptyRecords, OfQuartersStandAtTheirQuarter) {
+    stored.put_LastQDate(day(2025, 6, 30));
+    imported.put_LastQDate(day(2025, 12, 31)); // two quarters more
+    putElement(stored, Datum::QEPSSeries, 0, 1.1);
+    putElement(stored, Datum::QEPSSeries, 3, 1.4);
+    putElement(stored, Datum::QEPSSeries, 32, 0.7);
+    putElement(stored, Datum::QEPSSeries, 33, 0.8);
+    putElement(imported, Datum::QEPSSeries, 2, 1.15);
+    putElement(imported, Datum::QEPSSeries, 5, 1.4);
+    const auto typed = found();
+    ASSERT_EQ(typed.size(), 3U);
+    EXPECT_EQ(describe(typed[0]), "QEPSSeries 2025-06-30: 1.1, not 1.15");
+    EXPECT_EQ(describe(typed[1]), "QEPSSeries 2017-06-30: 0.7, not nothing");
+    EXPECT_EQ(describe(typed[2]), "QEPSSeries 2017-03-31: 0.8 leaves the table");
+    keepFigures(stored, typed, imported);
+    EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 0), 0);
+    EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 2), 1.1);
+    EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 34), 0.7);
+}
+
+TEST_F(TypedFiguresOfEmptyRecords, LeaveTheTableOfAnOlderImportAtItsNewEnd) {
+    stored.put_LastQDate(day(2025, 12, 31));
+    imported.put_LastQDate(day(2025, 9, 30));
+    putElement(stored, Datum::QEPSSeries, 0, 1.2);
+    putElement(stored, Datum::QEPSSeries, 1, 1.1);
+    const auto typed = found();
+    ASSERT_EQ(typed.size(), 2U);
+    EXPECT_EQ(describe(typed[0]), "QEPSSeries 2025-12-31: 1.2 leaves the table");
+    EXPECT_EQ(describe(typed[1]), "QEPSSeries 2025-09-30: 1.1, not nothing");
+    keepFigures(stored, typed, imported);
+    EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 0), 1.1);
+}
+
+TEST_F(TypedFiguresOfEmptyRecords, WithoutDatesKeepTheirPlaces) {
+    const auto check = [&](const char* year, const char* quarter) {
+        const auto typed = found();
+        ASSERT_EQ(typed.size(), 2U);
+        EXPECT_EQ(describe(typed[0]), std::string("QEPSSeries ") + quarter + ": 1.2, not nothing");
+        EXPECT_EQ(describe(typed[1]), std::string("YEPSSeries ") + year + ": 4.5, not nothing");
+    };
+    putElement(stored, Datum::QEPSSeries, 3, 1.2);
+    putElement(stored, Datum::YEPSSeries, 2, 4.5);
+    check("(2)", "(3)");
+    imported.put_LastFY(2025);
+    imported.put_LastQDate(day(2025, 12, 31));
+    check("(2)", "(3)");
+    stored.put_LastFY(2024);
+    stored.put_LastQDate(day(2024, 12, 31));
+    imported.put_LastFY(0);
+    imported.put_LastQDate(Date());
+    check("2023", "2024-03-31");
+}
+
+TEST_F(TypedFiguresOfEmptyRecords, AreToldAsTheyAreKeptAndNeverTheDatesOfTheTables) {
+    const Date stored2024 = day(2024, 12, 31);
+    const Date imported2025 = day(2025, 12, 31);
+    stored.put_LastFY(2024);
+    imported.put_LastFY(2025);
+    stored.put_LastFYDate(stored2024);
+    imported.put_LastFYDate(imported2025);
+    stored.put_LastQDate(stored2024);
+    imported.put_LastQDate(imported2025);
+    stored.put_PriceUpdatedDate(stored2024);
+    stored.put_TotalDebt(1234.5);
+    imported.put_TotalDebt(1);
+    std::vector<std::string> lines;
+    for (const TypedFigure& one : found())
+        lines.push_back(describe(one));
+    std::ranges::sort(lines);
+    EXPECT_EQ(lines, (std::vector<std::string>{"PriceUpdatedDate: 2024-12-31, not nothing",
+                                               "TotalDebt: 1234.5, not 1"}));
 }
 
 } // namespace
