@@ -164,9 +164,8 @@ TEST(FigureOrigins, OfQuartersMoveByTheirDate) {
     EXPECT_EQ(byDate.of(Datum::QEPSSeries, 1).origin, std::nullopt);
     EXPECT_EQ(byDate.of(Datum::QEPSSeries, 32).origin, std::nullopt);
     // The year says nothing of quarters, and a first date nothing of a move.
-    for (const FigureOrigins& other :
-         {moved(Datum::LastFY, std::int16_t{2024}, std::int16_t{2026}),
-          moved(Datum::LastQDateForGrid, Date(), december)}) {
+    for (const FigureOrigins& other : {moved(Datum::LastFY, std::int16_t{2024}, std::int16_t{2026}),
+                                       moved(Datum::LastQDateForGrid, Date(), december)}) {
         EXPECT_EQ(other.of(Datum::QEPSSeries, 2).origin, std::nullopt);
         EXPECT_EQ(other.of(Datum::QEPSSeries, 34).origin, std::nullopt);
     }
