@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "input/block_figure.hpp"
 
+#include "input/text_signs.hpp"
 #include "platform/ascii.hpp"
 #include "platform/text.hpp"
 
@@ -10,12 +11,8 @@ namespace vkr {
 
 namespace {
 
-constexpr std::string_view blanks[] = {" ",      "\t",     "\r",     "\n",    "\u00A0",
-                                       "\u2007", "\u2009", "\u202F", "\uFEFF"};
 constexpr std::string_view dashes[] = {"-",      "\u2212", "\u2010", "\u2011",
                                        "\u2012", "\u2013", "\u2014", "\u2015"};
-constexpr std::string_view minusSigns[] = {"-", "\u2212", "\u2012", "\u2013"};
-constexpr std::string_view currencySigns[] = {"$", "\u20AC", "\u00A3", "\u00A5"};
 constexpr std::string_view notAvailable[] = {"n/a", "n.a.", "n.a",  "na",   "nm",  "n.m.", "n/m",
                                              "nmf", "nil",  "none", "null", "nan", "n/d",  "n.d."};
 
@@ -25,34 +22,6 @@ constexpr std::string_view currencyWords[] = {
     "USD", "EUR", "GBP", "JPY", "CHF",     "CAD",    "AUD",    "NZD",    "SEK",   "NOK",
     "DKK", "CNY", "RMB", "HKD", "SGD",     "INR",    "KRW",    "TWD",    "BRL",   "MXN",
     "ZAR", "PLN", "ILS", "kr",  "z\u0142", "\u20B9", "\u20A9", "\u20BD", "\u20AA"};
-
-template <typename Texts>
-bool skipFront(std::string_view& text, const Texts& texts) {
-    for (const std::string_view one : texts)
-        if (text.starts_with(one)) {
-            text.remove_prefix(one.size());
-            return true;
-        }
-    return false;
-}
-
-template <typename Texts>
-bool skipBack(std::string_view& text, const Texts& texts) {
-    for (const std::string_view one : texts)
-        if (text.ends_with(one)) {
-            text.remove_suffix(one.size());
-            return true;
-        }
-    return false;
-}
-
-std::string_view withoutBlanks(std::string_view text) {
-    while (skipFront(text, blanks)) {
-    }
-    while (skipBack(text, blanks)) {
-    }
-    return text;
-}
 
 bool isLetter(char character) {
     return isAsciiLetter(character) || static_cast<unsigned char>(character) >= 0x80;

@@ -2,6 +2,7 @@
 #include "input/number_text.hpp"
 
 #include "input/mdlKMTMisc_values.hpp"
+#include "input/text_signs.hpp"
 #include "platform/ascii.hpp"
 #include "platform/decimal.hpp"
 
@@ -14,10 +15,6 @@ namespace vkr {
 
 namespace {
 
-constexpr std::string_view blanks[] = {" ",      "\t",     "\r",     "\n",
-                                       "\u00A0", "\u2007", "\u2009", "\u202F"};
-constexpr std::string_view minusSigns[] = {"-", "\u2212", "\u2012", "\u2013"};
-constexpr std::string_view currencySigns[] = {"$", "\u20AC", "\u00A3", "\u00A5"};
 constexpr std::string_view groupMarks[] = {",", " ", "\u00A0", "\u2009", "\u202F", "'", "\u2019"};
 
 struct VulgarFraction {
@@ -34,31 +31,8 @@ bool isDigits(std::string_view text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), isAsciiDigit);
 }
 
-template <typename Marks>
-bool skipFront(std::string_view& text, const Marks& marks) {
-    for (const std::string_view mark : marks)
-        if (text.starts_with(mark)) {
-            text.remove_prefix(mark.size());
-            return true;
-        }
-    return false;
-}
-
-template <typename Marks>
-bool skipBack(std::string_view& text, const Marks& marks) {
-    for (const std::string_view mark : marks)
-        if (text.ends_with(mark)) {
-            text.remove_suffix(mark.size());
-            return true;
-        }
-    return false;
-}
-
 void trim(std::string_view& text) {
-    while (skipFront(text, blanks)) {
-    }
-    while (skipBack(text, blanks)) {
-    }
+    text = withoutBlanks(text);
 }
 
 // A number without what people write around it.
@@ -221,11 +195,6 @@ NumericText fromSpan(const NumberSpan& number, bool negative, int exponent) {
             .leftOut = {}};
 }
 
-std::string withoutBlanks(std::string_view text) {
-    trim(text);
-    return std::string(text);
-}
-
 // The plain text of a price that is a number or a fraction as a whole; "" for any other.
 std::string wholePrice(std::string_view text) {
     const Bare number = bare(text);
@@ -248,13 +217,13 @@ std::string leftOutOfFraction(std::string_view text, std::string_view fraction,
             return {};
         if (!nothing && numericValue(taken) != 0)
             return std::string(fraction.substr(blank + 1));
-        return withoutBlanks(text);
+        return std::string(withoutBlanks(text));
     }
     constexpr std::size_t longest = 64; // far beyond any price
     for (auto end = std::min(text.size(), longest); end > 0 && !taken.empty(); --end)
         if (wholePrice(text.substr(0, end)) == taken)
-            return withoutBlanks(text.substr(end));
-    return withoutBlanks(text);
+            return std::string(withoutBlanks(text.substr(end)));
+    return std::string(withoutBlanks(text));
 }
 
 // With the point as the decimal mark.
@@ -282,8 +251,8 @@ NumericText cleanPlainText(std::string_view text, NumericKind kind, int exponent
     const NumberSpan span = scanNumber(start);
     const auto leftOut = [&](const std::string& taken) {
         return decimal != text ? leftOutOfFraction(text, fraction, taken)
-               : taken.empty() ? withoutBlanks(text)
-                               : withoutBlanks(start.substr(span.length));
+               : taken.empty() ? std::string(withoutBlanks(text))
+                               : std::string(withoutBlanks(start.substr(span.length)));
     };
     if (span.length == 0 || !(isAsciiDigit(start.front()) || start.front() == '.'))
         return {.text = {}, .fits = true, .leftOut = leftOut({})};

@@ -418,5 +418,13 @@ TEST(NumberText, EveryDoubleHasAPlainTextCloseToIt) {
     }
 }
 
+TEST(NumberText, AMarkOfTheByteOrderAroundAFigureIsABlank) {
+    for (const char* text : {"\uFEFF12.5", "12.5\uFEFF", "\uFEFF $12.5"}) {
+        const NumericText read = cleanNumericText(text, NumericKind::PlainNumber);
+        EXPECT_EQ(read.text, "12.5") << text;
+        EXPECT_EQ(read.leftOut, "") << text;
+    }
+}
+
 } // namespace
 } // namespace vkr
