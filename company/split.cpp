@@ -3,6 +3,7 @@
 
 #include "platform/ascii.hpp"
 #include "platform/error_trap.hpp"
+#include "platform/nearest_double.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -95,9 +96,7 @@ double inFifteenDigits(double value) {
     char text[32];
     const auto written =
         std::to_chars(std::begin(text), std::end(text), value, std::chars_format::scientific, 14);
-    double rounded = value;
-    std::from_chars(std::begin(text), written.ptr, rounded);
-    return rounded;
+    return nearestDouble({std::begin(text), written.ptr}).value_or(value);
 }
 
 } // namespace
