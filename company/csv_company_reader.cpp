@@ -24,9 +24,9 @@ std::optional<bool> flag(std::string_view text) {
     return std::nullopt;
 }
 
-class Reader {
+class CompanyReader {
   public:
-    Reader(CompanyRecord& company, CsvFindings& findings)
+    CompanyReader(CompanyRecord& company, CsvFindings& findings)
         : company_(company), findings_(findings) {}
 
     void readRow(const CsvRow& row) {
@@ -107,7 +107,7 @@ void readCompanyCsv(const CsvText& text, CompanyRecord& company, CsvFindings& fi
         findings.error(header[0], 1, "the header has to be key,value");
         return;
     }
-    Reader reader(company, findings);
+    CompanyReader reader(company, findings);
     for (const CsvRow& row : sheet.rows)
         reader.readRow(row);
 }

@@ -32,9 +32,9 @@ char separatorOf(std::string_view text) {
     return candidates[static_cast<std::size_t>(most)];
 }
 
-class Reader {
+class CellReader {
   public:
-    explicit Reader(std::string_view text) : rest_(text), separator_(separatorOf(text)) {}
+    explicit CellReader(std::string_view text) : rest_(text), separator_(separatorOf(text)) {}
 
     CsvTable read() {
         while (!rest_.empty())
@@ -155,7 +155,7 @@ CsvTable readCsv(std::string_view text) {
     }
     if (text.starts_with(byteOrderMark))
         text.remove_prefix(byteOrderMark.size());
-    return Reader(text).read();
+    return CellReader(text).read();
 }
 
 void appendCsvRow(std::string& text, const std::vector<std::string>& cells) {

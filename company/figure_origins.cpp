@@ -88,7 +88,7 @@ void forEachElement(const Change& change, Function function) {
     }
 }
 
-std::string quoted(std::string_view text) {
+std::string quotedName(std::string_view text) {
     std::string line;
     for (const char letter : text)
         switch (letter) {
@@ -127,7 +127,7 @@ std::string_view takeUntil(std::string_view& text, char separator) {
     return part;
 }
 
-std::optional<int> wholeNumber(std::string_view text) {
+std::optional<int> readWholeNumber(std::string_view text) {
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size() ? std::optional(number)
@@ -284,7 +284,7 @@ std::string FigureOrigins::text() const {
         if (!lines[i].empty())
             text.append(kinds_[i].origin ? originName(*kinds_[i].origin) : unknownName)
                 .append(kinds_[i].isOutdated ? "!\t" : "\t")
-                .append(quoted(kinds_[i].document))
+                .append(quotedName(kinds_[i].document))
                 .append("\t")
                 .append(lines[i], 1)
                 .append("\n");
@@ -314,8 +314,8 @@ FigureOrigins FigureOrigins::fromText(std::string_view text) {
                 origins.put(row->datum, std::nullopt, origin);
             while (isSeries(*row) && !elements.empty()) {
                 std::string_view run = takeUntil(elements, ',');
-                const auto from = wholeNumber(takeUntil(run, '-'));
-                const auto to = run.empty() ? from : wholeNumber(run);
+                const auto from = readWholeNumber(takeUntil(run, '-'));
+                const auto to = run.empty() ? from : readWholeNumber(run);
                 for (int i = from.value_or(0); from && to && i <= std::min(*to, row->upper); ++i)
                     origins.put(row->datum, i, origin);
             }

@@ -49,10 +49,10 @@ void FigureDisplay::setFractions(bool fractions) {
     host_.fractionDisplayChanged();
 }
 
-void FigureDisplay::setNumberMarks(const NumberMarks& marks) {
+void FigureDisplay::setNumberMarks(const NumberMarks& wanted) {
     Form& form = context_.form;
     const NumberMarks before = form.numberMarks();
-    form.setNumberMarks(marks);
+    form.setNumberMarks(wanted);
     if (form.numberMarks() == before)
         return;
     const Form::Update update(form);

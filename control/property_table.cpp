@@ -13,6 +13,8 @@ namespace vkr {
 
 namespace {
 
+namespace property_rows {
+
 using enum EntryProperty;
 using enum PropertyType;
 using enum PropertyAccess;
@@ -75,6 +77,10 @@ constexpr PropertyRow table[] = {
     {EntryProperty::NumberMarks, "NumberMarks", marks, readWrite, changed, notKept, nothing,
      "Decimal mark and what groups thousands, of figures on the form"},
 };
+
+} // namespace property_rows
+
+using property_rows::table;
 
 constexpr bool inOrder() {
     for (std::size_t i = 0; i < std::size(table); ++i)

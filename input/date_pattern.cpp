@@ -12,7 +12,7 @@ namespace vkr {
 
 namespace {
 
-struct NamedPattern {
+struct NamedDatePattern {
     std::string_view name;
     std::string_view pattern;
 };
@@ -21,7 +21,7 @@ constexpr std::string_view shortDate = "m/d/yyyy";
 constexpr std::string_view longDate = "dddd, mmmm d, yyyy";
 constexpr std::string_view longTime = "h:nn:ss AM/PM";
 
-constexpr NamedPattern namedPatterns[] = {
+constexpr NamedDatePattern namedDatePatterns[] = {
     {"General Date", "c"},     {"Long Date", longDate}, {"Medium Date", "dd-mmm-yy"},
     {"Short Date", shortDate}, {"Long Time", longTime}, {"Medium Time", "hh:nn AM/PM"},
     {"Short Time", "hh:nn"},
@@ -78,13 +78,13 @@ constexpr Spelling spellings[] = {
     {"a/p", Token::LetterUpper},
 };
 
-struct Piece {
+struct DatePiece {
     Token token = Token::Literal;
     std::string_view text; // of a literal, without its quotes
     std::size_t size = 1;  // bytes of the pattern it takes
 };
 
-Piece nextPiece(std::string_view pattern) {
+DatePiece nextDatePiece(std::string_view pattern) {
     if (pattern.front() == '"') {
         const auto end = std::min(pattern.find('"', 1), pattern.size());
         return {Token::Literal, pattern.substr(1, end - 1), std::min(end + 1, pattern.size())};
@@ -113,7 +113,7 @@ bool isHour(Token token) {
 // The first token that is no literal.
 Token nextToken(std::string_view pattern) {
     while (!pattern.empty()) {
-        const Piece piece = nextPiece(pattern);
+        const DatePiece piece = nextDatePiece(pattern);
         if (piece.token != Token::Literal)
             return piece.token;
         pattern.remove_prefix(piece.size);
@@ -123,10 +123,10 @@ Token nextToken(std::string_view pattern) {
 
 // Calls visit(piece) for each piece, minutes told from months.
 template <typename Visit>
-void forEachPiece(std::string_view pattern, Visit&& visit) {
+void forEachDatePiece(std::string_view pattern, Visit&& visit) {
     Token before = Token::Literal;
     while (!pattern.empty()) {
-        Piece piece = nextPiece(pattern);
+        DatePiece piece = nextDatePiece(pattern);
         pattern.remove_prefix(piece.size);
         if (piece.token == Token::Month || piece.token == Token::MonthTwo) {
             const Token after = nextToken(pattern);
@@ -142,10 +142,10 @@ void forEachPiece(std::string_view pattern, Visit&& visit) {
 std::string_view resolved(std::string_view pattern) {
     if (pattern.size() > maxDatePatternLength)
         return fallbackDatePattern;
-    for (const NamedPattern& named : namedPatterns)
+    for (const NamedDatePattern& named : namedDatePatterns)
         if (equalsAscii(pattern, named.name))
             return named.pattern;
-    return pattern.empty() ? namedPatterns[0].pattern : pattern;
+    return pattern.empty() ? namedDatePatterns[0].pattern : pattern;
 }
 
 void appendNumber(std::string& text, int number, int width) {
@@ -165,10 +165,10 @@ class DateText {
         // Any half-day mark, wherever it stands, turns the hours to twelve.
         bool twelve = false;
         if (pattern.find_first_of("aA") != std::string_view::npos)
-            forEachPiece(pattern, [&](const Piece& piece) {
+            forEachDatePiece(pattern, [&](const DatePiece& piece) {
                 twelve |= piece.token >= Token::HalfUpper && piece.token <= Token::LetterLower;
             });
-        forEachPiece(pattern, [&](const Piece& piece) { append(piece, twelve); });
+        forEachDatePiece(pattern, [&](const DatePiece& piece) { append(piece, twelve); });
     }
 
   private:
@@ -183,7 +183,7 @@ class DateText {
         return *time_;
     }
 
-    void append(const Piece& piece, bool twelve) {
+    void append(const DatePiece& piece, bool twelve) {
         const auto number = [&](int value, int width = 1) { appendNumber(text_, value, width); };
         switch (piece.token) {
         case Token::Literal:
@@ -308,7 +308,7 @@ DateOrder dateOrder(std::string_view pattern) {
     int month = 0;
     int year = 0;
     bool shortYear = false;
-    forEachPiece(resolved(pattern), [&](const Piece& piece) {
+    forEachDatePiece(resolved(pattern), [&](const DatePiece& piece) {
         int* part = nullptr;
         switch (piece.token) {
         case Token::Day:
