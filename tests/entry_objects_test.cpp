@@ -30,7 +30,7 @@ class Objects : public testing::Test, protected test::ComponentParts {
 
 TEST(EntryObject, RowsAreInTheOrderOfTheNumbers) {
     for (int object = 0; object < dataEntryObjectCount; ++object)
-        EXPECT_EQ(entryObjectRows[object].object, object);
+        EXPECT_EQ(entryObjectRows[static_cast<std::size_t>(object)].object, object);
 }
 
 TEST(EntryObject, EachHasItsHelpText) {
