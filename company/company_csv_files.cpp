@@ -36,6 +36,11 @@ std::optional<CsvText> readText(const fs::path& path, CsvImport& import) {
     if (status.type() == fs::file_type::not_found)
         return std::nullopt;
     CsvText text{textOf(path.filename()), ""};
+    if (fs::is_directory(status)) { // which not every standard library tells
+        const std::string reason = std::generic_category().message(EISDIR);
+        import.errors.push_back({text.file, 0, 0, "", "cannot be read: " + reason});
+        return text;
+    }
     // A pipe or a device would be waited for.
     if (fs::is_other(status)) {
         import.errors.push_back({text.file, 0, 0, "", "cannot be read: it is no file"});
