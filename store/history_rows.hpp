@@ -30,11 +30,8 @@ struct SavedGroup {
     std::vector<HistoryRow> rows;
 };
 
-// The groups that lead from the stored company to the saved one, exactly: `before` of each change
-// is what stood there then, and what nobody accounted for comes last. One at least, be it empty.
-[[nodiscard]] std::vector<ChangeGroup>
-exactGroups(const CompanyRecord& stored, const CompanyRecord& saved, const SaveAccount& account);
-// As they are stored. `stored` is the company before the first of them, `time` that of the save.
+// Groups as they are stored. `stored` is the company before the first of them, `time` that of the
+// save.
 [[nodiscard]] std::vector<SavedGroup> savedGroups(const CompanyRecord& stored,
                                                   const std::vector<ChangeGroup>& groups,
                                                   const std::string& time);
@@ -43,8 +40,5 @@ exactGroups(const CompanyRecord& stored, const CompanyRecord& saved, const SaveA
 [[nodiscard]] std::vector<HistoryChange> changesOf(const HistoryRow& row);
 // Makes of the company before the change the one after it; false where the row can't be read.
 bool redo(const HistoryRow& row, CompanyRecord& record);
-
-// Whether the period of a change is that of the query.
-[[nodiscard]] bool isPeriod(const std::string& period, const std::string& asked);
 
 } // namespace vkr

@@ -3,6 +3,8 @@
 
 #include "company/company_record.hpp"
 #include "store/checksum.hpp"
+#include "store/exact_groups.hpp"
+#include "store/history_periods.hpp"
 #include "store/store_text.hpp"
 
 #include <QStringList>

@@ -2,6 +2,7 @@
 #include "store/store_session.hpp"
 
 #include "store/company_check.hpp"
+#include "store/exact_groups.hpp"
 
 #include <QDateTime>
 #include <QSysInfo>
