@@ -11,8 +11,6 @@ namespace vkr {
 
 namespace {
 
-constexpr int quartersPerYear = 4;
-
 double finite(double value) {
     return std::isfinite(value) ? value : 0;
 }

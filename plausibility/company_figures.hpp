@@ -8,6 +8,8 @@
 
 namespace vkr {
 
+inline constexpr int quartersPerYear = 4;
+
 // The figures and dates of a company, read once. What the record can't read, what it has no place
 // for and what is no finite number is no value, which is 0 as in the record.
 class CompanyFigures {

@@ -16,7 +16,6 @@ using enum Datum;
 
 namespace {
 
-constexpr int quartersPerYear = 4;
 constexpr double whole = 100; // of a percentage
 constexpr double byPowerOfTen = 1.1;
 
