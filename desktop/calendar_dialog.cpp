@@ -16,7 +16,7 @@
 namespace vkr {
 
 CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
-    : QDialog(parent), form_(form), calendar_(new QCalendarWidget(this)) {
+    : FormDialog(form, parent), calendar_(new QCalendarWidget(this)) {
     const QString caption = toQt(form.caption());
     setWindowTitle(caption);
     calendar_->setDateRange(toQt(form.firstDate()), toQt(form.lastDate()));
@@ -68,15 +68,8 @@ void CalendarDialog::changeEvent(QEvent* event) {
 }
 
 void CalendarDialog::accept() {
-    form_.setCalendarDate(fromQt(calendar_->selectedDate()).value_or(Date{}));
-    form_.pressOk();
-    if (!form_.visible())
-        QDialog::accept();
-}
-
-void CalendarDialog::reject() {
-    form_.pressCancel();
-    QDialog::reject();
+    form().setCalendarDate(fromQt(calendar_->selectedDate()).value_or(Date{}));
+    FormDialog::accept();
 }
 
 } // namespace vkr

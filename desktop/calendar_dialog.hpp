@@ -1,22 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "desktop/form_dialog.hpp"
 #include "platform/services.hpp"
 
 #include <QCalendarWidget>
-#include <QDialog>
 
 namespace vkr {
 
 // Draws a calendar form: the toolkit's calendar over OK and Cancel. Enter in the calendar and a
-// double-click on a day are OK, closing the window is Cancel.
-class CalendarDialog final : public QDialog {
+// double-click on a day are OK.
+class CalendarDialog final : public FormDialog<CalendarForm> {
   public:
     CalendarDialog(CalendarForm& form, QWidget* parent);
 
-  public slots:
     void accept() override;
-    void reject() override;
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -24,7 +22,6 @@ class CalendarDialog final : public QDialog {
   private:
     void showWeekends();
 
-    CalendarForm& form_;
     QCalendarWidget* calendar_;
 };
 

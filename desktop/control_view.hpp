@@ -49,6 +49,8 @@ class ControlView : public QObject {
     virtual void pressEnded() {} // the press is over, however it ended
     // A turn of the wheel over the control while it has the focus; false: not used.
     virtual bool wheel(int /*steps*/) { return false; }
+    // What is around the widget has other colours, which those of its own have to be taken to anew.
+    virtual void dropColors() {}
     void retire(); // the control goes
     void forget() { control_ = nullptr; }
 

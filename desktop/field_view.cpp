@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/field_view.hpp"
 
+#include "platform/native_edits.hpp"
 #include "platform/text.hpp"
 
 #include <QApplication>
@@ -130,7 +131,11 @@ void FieldView::showColors() {
     };
     if (!widget().testAttribute(Qt::WA_SetPalette) || !shows(QPalette::Active) ||
         !shows(QPalette::Disabled))
-        widget().setPalette(wanted);
+        setPalette(wanted);
+}
+
+void FieldView::setPalette(const QPalette& wanted) {
+    widget().setPalette(wanted);
 }
 
 void FieldView::widgetChanged() {
@@ -147,11 +152,8 @@ void FieldView::takeEdit() {
         return;
     auto now = text();
     if (now == shown_) {
-        if (const auto range = selection(); range != modelSelection()) {
-            const int start = charactersOf(now, range.start);
-            form().userSelect(field(), start,
-                              charactersOf(now, range.start + range.length) - start);
-        }
+        if (const auto range = selection(); range != modelSelection())
+            tellSelection(now, range);
         return;
     }
     if (field().locked() || choseEntry()) {
@@ -160,10 +162,8 @@ void FieldView::takeEdit() {
         return;
     }
     const auto range = selection();
-    const int end = range.start + range.length;
-    const auto clean = acceptable(now);
-    const int caret = textLength(acceptable(now.left(end)));
-    const auto taken = undoing_ > 0 ? TextField::Edit{clean, caret} : field().taken(clean, caret);
+    const auto taken = offeredEdit(field(), fromQt(now),
+                                   fromQt(now.left(range.start + range.length)), undoing_ > 0);
     if (const auto wanted = toQt(taken.text); wanted != now) {
         const Nested nested(showing_);
         if (mustWait()) {
@@ -186,24 +186,24 @@ void FieldView::takeEdit() {
         refuseEdit();
 }
 
-std::string FieldView::acceptable(const QString& text) const {
-    const auto* box = dynamic_cast<const TextBox*>(&field());
-    return cleanedText(fromQt(text), box != nullptr && box->multiLine());
+void FieldView::tellSelection(const QString& shown, UnitRange range) {
+    const int start = charactersOf(shown, range.start);
+    form().userSelect(field(), start, charactersOf(shown, range.start + range.length) - start);
 }
 
 // Where a slot of the widget has pasted, which is taken back by now: the form puts it in, as it
 // does after the key. False for what is no paste.
 bool FieldView::pastedAnew(const QString& edited) {
-    const auto range = selection();
-    const auto length = edited.size() - shown_.size() + range.length;
-    const auto pasted = edited.mid(range.start, std::max<qsizetype>(0, length));
-    QString anew = shown_;
-    anew.replace(range.start, range.length, pasted);
-    if (undoing_ > 0 || passing() || pasted.isEmpty() || text() != shown_ || anew != edited)
+    if (undoing_ > 0 || passing() || text() != shown_)
         return false;
-    const int start = charactersOf(shown_, range.start);
-    form().userSelect(field(), start, charactersOf(shown_, range.start + range.length) - start);
-    if (!form().userPaste(field(), fromQt(pasted)) && control() != nullptr)
+    const auto range = selection();
+    const auto now = fromQt(edited);
+    const auto pasted = putBetween(fromQt(shown_.left(range.start)),
+                                   fromQt(shown_.mid(range.start + range.length)), now);
+    if (!pasted)
+        return false;
+    tellSelection(shown_, range);
+    if (!form().userPaste(field(), *pasted) && control() != nullptr)
         replaceText(shown_); // nor is it brought back by a redo
     return true;
 }

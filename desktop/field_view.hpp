@@ -50,6 +50,7 @@ class FieldView : public ControlView {
     [[nodiscard]] virtual UnitRange selection() const = 0;
     virtual void select(UnitRange range) = 0;
     virtual void setLocked(bool locked) = 0;
+    virtual void setPalette(const QPalette& wanted);
     virtual void stepBack() = 0;
     virtual void stepForward() = 0;
     virtual bool typeInto(QEvent& event) = 0;
@@ -65,7 +66,7 @@ class FieldView : public ControlView {
     [[nodiscard]] TextField& field() const { return static_cast<TextField&>(*control()); }
 
   private:
-    [[nodiscard]] std::string acceptable(const QString& text) const;
+    void tellSelection(const QString& shown, UnitRange range);
     void showLocked();
     void showMark();
     void showText();

@@ -18,6 +18,17 @@
 
 namespace vkr {
 
+namespace {
+
+bool isWithin(const Control& control, const Control& frame) {
+    for (const auto* around = control.container(); around != nullptr; around = around->container())
+        if (around == &frame)
+            return true;
+    return false;
+}
+
+} // namespace
+
 FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) {
     setFocusPolicy(Qt::TabFocus);
     setAutoFillBackground(true);
@@ -175,7 +186,7 @@ void FormView::formChanged() {
     if (const QColor back = toQt(form_->backColor()); back.isValid())
         palette.setColor(QPalette::Window, back);
     setPalette(palette);
-    fieldPalettes_.clear(); // a disabled field fades into the window
+    forgetPalettes(); // a disabled field fades into the window
     if (form_->mouseIcon().empty())
         unsetCursor();
     else
@@ -254,6 +265,15 @@ const QPalette& FormView::fieldPalette(const QColor& back, const QColor& fore) {
     return made;
 }
 
+const QPalette& FormView::sharedPalette(const QPalette& own, const QPalette& around) {
+    for (const SharedPalette& one : sharedPalettes_)
+        if (one.own.isCopyOf(own) && one.around == around)
+            return one.whole;
+    QPalette whole = own.resolve(around);
+    whole.setResolveMask(~QPalette::ResolveMask(0));
+    return sharedPalettes_.emplace_back(SharedPalette{own, around, whole}).whole;
+}
+
 int FormView::widthOf(const QString& text) const {
     double width = 0;
     for (const QChar character : text) {
@@ -288,9 +308,24 @@ void FormView::paintEvent(QPaintEvent* /*event*/) {
 
 // Colours that were chosen to be readable on the old one.
 void FormView::followTheme() {
-    fieldPalettes_.clear();
-    for (const auto& [control, view] : views_)
+    forgetPalettes();
+    for (const auto& [control, view] : views_) {
+        view->dropColors();
         tell(*view, Property::colors);
+    }
+}
+
+void FormView::colorsAroundChanged(const Control& frame) {
+    for (const auto& [control, view] : views_)
+        if (isWithin(*control, frame)) {
+            view->dropColors();
+            tell(*view, Property::colors);
+        }
+}
+
+void FormView::forgetPalettes() {
+    fieldPalettes_.clear();
+    sharedPalettes_.clear();
 }
 
 // --- notes ---------------------------------------------------------------------------------------

@@ -3,11 +3,13 @@
 
 #include "desktop/view_host.hpp"
 #include "platform/showing.hpp"
+#include "platform/wheel_turns.hpp"
 
 #include <QPointer>
 #include <QWidget>
 
 #include <array>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -75,6 +77,9 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     [[nodiscard]] QStyle* ownStyle() const override;
     [[nodiscard]] int widthOf(const QString& text) const override;
     [[nodiscard]] const QPalette& fieldPalette(const QColor& back, const QColor& fore) override;
+    [[nodiscard]] const QPalette& sharedPalette(const QPalette& own,
+                                                const QPalette& around) override;
+    void colorsAroundChanged(const Control& frame) override;
     [[nodiscard]] QWidget* madeWidgetOf(const Control& control) const override;
     [[nodiscard]] bool hasBeenShown() const override { return shown_; }
     void showChoices() override;
@@ -119,6 +124,7 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     [[nodiscard]] PixelScale scaleAt(int zoom) const;
     void showScale();
     void followTheme();
+    void forgetPalettes();
     void catchUp();
     void feedKey(QKeyEvent& event);
     void followFocus();
@@ -136,6 +142,12 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     bool shown_ = false;
     std::array<double, 128> characterWidths_{};
     std::map<std::pair<QRgb, QRgb>, QPalette> fieldPalettes_;
+    struct SharedPalette {
+        QPalette own; // one of those
+        QPalette around;
+        QPalette whole;
+    };
+    std::deque<SharedPalette> sharedPalettes_; // one for each look
     std::unordered_map<const Control*, ControlView*> views_;
     FramesOnShow onShow_;
     QPointer<ControlView> pressed_;
@@ -146,7 +158,7 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     std::optional<QPoint> pressPlace_;
     unsigned interruptions_ = 0;
     int following_ = 0; // native focus is being set to the form's
-    int wheelRest_ = 0;
+    WheelTurns wheelTurns_;
     bool surfacePressed_ = false;
 };
 

@@ -270,17 +270,13 @@ void FormView::giveUpPress() {
     form_->pressGivenUp(*view->control());
 }
 
-// Turns are counted in steps of 120; fine wheels send fractions. A turn never changes a field that
-// does not have the focus.
+// A turn never changes a field that does not have the focus.
 void FormView::turnWheel(QWheelEvent& event, ControlView* origin) {
     const QPoint angle = event.angleDelta();
     const int turn = angle.y() != 0 ? angle.y() : angle.x();
-    if ((wheelRest_ > 0) != (turn > 0))
-        wheelRest_ = 0;
-    wheelRest_ += turn;
-    const int steps = -(wheelRest_ / QWheelEvent::DefaultDeltasPerStep);
+    const int steps = wheelTurns_.add(turn);
     if (zoomTurned && event.modifiers().testFlag(Qt::ControlModifier)) {
-        wheelRest_ %= QWheelEvent::DefaultDeltasPerStep;
+        wheelTurns_.settle(true);
         event.accept();
         if (steps != 0)
             zoomTurned(steps);
@@ -289,8 +285,7 @@ void FormView::turnWheel(QWheelEvent& event, ControlView* origin) {
     const bool focused =
         origin != nullptr && origin == activeView() && origin->widget().isEnabled();
     const bool used = (focused && origin->wheel(steps)) || (wheelTurned && wheelTurned(steps));
-    // An unused turn comes here again, from the containers on its way up.
-    wheelRest_ = used ? wheelRest_ % QWheelEvent::DefaultDeltasPerStep : 0;
+    wheelTurns_.settle(used);
     event.setAccepted(used);
 }
 

@@ -54,6 +54,13 @@ void FrameView::show(Property property) {
     ControlView::show(property, setters);
 }
 
+void FrameView::showColors() {
+    const QPalette before = widget().palette();
+    ControlView::showColors();
+    if (widget().palette() != before)
+        host().colorsAroundChanged(*control());
+}
+
 void FrameView::showBorder() {
     const bool line = static_cast<Frame&>(*control()).border() == FrameBorder::line;
     static_cast<QFrame&>(widget()).setFrameShape(line ? QFrame::Box : QFrame::NoFrame);

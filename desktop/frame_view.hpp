@@ -10,6 +10,9 @@ class FrameView final : public ControlView {
     FrameView(ViewHost& host, Frame& frame, QWidget& parent);
     void show(Property property) override;
 
+  protected:
+    void showColors() override;
+
   private:
     void showBorder();
     void showCaption();

@@ -14,7 +14,7 @@ void LineFieldView::setEdit(QLineEdit& edit) {
     edit_ = &edit;
     edit.setMaxLength(std::numeric_limits<int>::max()); // the model says how much there is room for
     const auto changed = [this] { widgetChanged(); };
-    connect(&edit, &QLineEdit::textChanged, this, changed);
+    connect(&edit, &QLineEdit::textChanged, &edit, changed); // which goes before its view
 }
 
 // What is pasted and dropped is the form's to put in, which may refuse it.
@@ -110,6 +110,17 @@ void LineView::show(Property property) {
     };
     LineFieldView::show(property);
     ControlView::show(property, setters);
+}
+
+// There are hundreds of lines in a few colours.
+void LineView::setPalette(const QPalette& wanted) {
+    dropColors();
+    edit().setPalette(host().sharedPalette(wanted, edit().palette()));
+}
+
+void LineView::dropColors() {
+    if (edit().testAttribute(Qt::WA_SetPalette))
+        edit().setPalette(QPalette());
 }
 
 void LineView::showAlignment() {

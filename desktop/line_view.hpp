@@ -40,8 +40,10 @@ class LineView final : public LineFieldView {
   public:
     LineView(ViewHost& host, TextBox& box, QWidget& parent);
     void show(Property property) override;
+    void dropColors() override;
 
   protected:
+    void setPalette(const QPalette& wanted) override;
     bool typeInto(QEvent& event) override;
     [[nodiscard]] bool fits() const override;
 

@@ -3,8 +3,8 @@
 
 #include "desktop/framed_marks.hpp"
 #include "desktop/qt_values.hpp"
-#include "desktop/readable_colors.hpp"
 #include "platform/during.hpp"
+#include "platform/paste_list.hpp"
 
 #include <QDialogButtonBox>
 #include <QEvent>
@@ -17,18 +17,8 @@
 
 namespace vkr {
 
-namespace {
-
-enum Column { period, series, text, before, after, remark, columns };
-
-// In lines of text and in figures, so that it grows with the font.
-constexpr int linesOnShow = 14;
-constexpr int charactersOnShow = 110;
-
-} // namespace
-
 PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
-    : QDialog(parent), form_(form), summary_(nullptr), lines_(nullptr) {
+    : FormDialog(form, parent), summary_(nullptr), lines_(nullptr) {
     setWindowTitle(toQt(form.caption()));
     auto* column = new QVBoxLayout(this);
     auto* switches = new QGridLayout;
@@ -43,7 +33,7 @@ PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
     summary_->setWordWrap(true);
     lines_->setObjectName(QStringLiteral("pasteLines"));
     lines_->setAccessibleName(toQt(form.caption()));
-    lines_->setColumnCount(columns);
+    lines_->setColumnCount(paste_list::columns);
     QStringList heads;
     for (const auto& head : form.heads())
         heads << toQt(head);
@@ -72,8 +62,8 @@ PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
     int width = lines_->horizontalHeader()->length() + 2 * lines_->frameWidth() +
                 style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
                 layout()->contentsMargins().left() + layout()->contentsMargins().right();
-    width = std::max(width, metrics.averageCharWidth() * charactersOnShow);
-    resize(QSize(width, metrics.lineSpacing() * (linesOnShow + 12))
+    width = std::max(width, metrics.averageCharWidth() * paste_list::charactersOnShow);
+    resize(QSize(width, metrics.lineSpacing() * (paste_list::linesOnShow + 12))
                .boundedTo(screen()->availableSize()));
     ok_->setFocus();
 }
@@ -82,8 +72,8 @@ PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
 void PasteDialog::addSwitches(QGridLayout& grid) {
     int boxes = 0;
     int lists = 0;
-    for (int index = 0; index < static_cast<int>(form_.switches().size()); ++index) {
-        const PasteSwitch& one = form_.switches()[static_cast<std::size_t>(index)];
+    for (int index = 0; index < static_cast<int>(form().switches().size()); ++index) {
+        const PasteSwitch& one = form().switches()[static_cast<std::size_t>(index)];
         const QString name = QStringLiteral("pasteSwitch%1").arg(index);
         if (one.entries.empty()) {
             auto* box = new FramedCheckBox(toQt(one.caption), this);
@@ -112,28 +102,28 @@ void PasteDialog::addSwitches(QGridLayout& grid) {
 void PasteDialog::turn(int index, int chosen) {
     if (showing_)
         return;
-    form_.setSwitch(index, chosen);
+    form().setSwitch(index, chosen);
     showForm();
 }
 
 void PasteDialog::showForm() {
     const During showing(showing_);
     for (std::size_t index = 0; index < switches_.size(); ++index) {
-        const PasteSwitch& one = form_.switches()[index];
+        const PasteSwitch& one = form().switches()[index];
         if (auto* box = qobject_cast<QCheckBox*>(switches_[index]))
             box->setChecked(one.chosen != 0);
         else if (auto* list = qobject_cast<QComboBox*>(switches_[index]))
             list->setCurrentIndex(one.chosen);
         switches_[index]->setEnabled(one.enabled);
     }
-    summary_->setText(toQt(form_.summary()));
-    ok_->setText(toQt(form_.okCaption()));
-    ok_->setEnabled(form_.canPaste());
+    summary_->setText(toQt(form().summary()));
+    ok_->setText(toQt(form().okCaption()));
+    ok_->setEnabled(form().canPaste());
     showLines();
 }
 
 void PasteDialog::showLines() {
-    const auto& shown = form_.lines();
+    const auto& shown = form().lines();
     lines_->setRowCount(static_cast<int>(shown.size()));
     for (int row = 0; row < lines_->rowCount(); ++row)
         showLine(row, shown[static_cast<std::size_t>(row)]);
@@ -144,22 +134,13 @@ void PasteDialog::showLines() {
 }
 
 void PasteDialog::showLine(int row, const PasteLine& line) {
-    const QPalette& shown = lines_->palette();
-    const QColor back = shown.color(QPalette::Base);
-    const QColor ink = shown.color(QPalette::Text);
-    const QColor ofLine =
-        line.fate == PasteFate::leftOut ? readable(between(ink, back, 0.35), back) : ink;
-    const auto like = [&](MarkKind kind) { return readable(toQt(markColor(kind)), back); };
-    const QColor ofRemark = line.fate == PasteFate::leftOut    ? like(MarkKind::unstored)
-                            : line.fate == PasteFate::doubtful ? like(MarkKind::doubtful)
-                                                               : ink;
-    const std::string* const texts[columns] = {&line.period, &line.column, &line.text,
-                                               &line.before, &line.after,  &line.remark};
-    for (int column = 0; column < columns; ++column) {
-        auto* item = new QTableWidgetItem(toQt(*texts[column]).simplified());
-        const bool figure = column == text || column == before || column == after;
-        item->setTextAlignment(Qt::AlignVCenter | (figure ? Qt::AlignRight : Qt::AlignLeft));
-        item->setForeground(column == remark ? ofRemark : ofLine);
+    const Color ink = fromQt(lines_->palette().color(QPalette::Text));
+    const Color back = fromQt(lines_->palette().color(QPalette::Base));
+    for (int column = 0; column < paste_list::columns; ++column) {
+        auto* item = new QTableWidgetItem(toQt(paste_list::textIn(line, column)).simplified());
+        item->setTextAlignment(Qt::AlignVCenter |
+                               (paste_list::isFigure(column) ? Qt::AlignRight : Qt::AlignLeft));
+        item->setForeground(toQt(paste_list::inkOf(line.fate, column, ink, back)));
         item->setToolTip(plainToolTip(item->text()));
         lines_->setItem(row, column, item);
     }
@@ -171,17 +152,6 @@ void PasteDialog::changeEvent(QEvent* event) {
         // In the colours of the other theme, which the table has after the dialog.
         QMetaObject::invokeMethod(
             this, [this] { showLines(); }, Qt::QueuedConnection);
-}
-
-void PasteDialog::accept() {
-    form_.pressOk();
-    if (!form_.visible())
-        QDialog::accept();
-}
-
-void PasteDialog::reject() {
-    form_.pressCancel();
-    QDialog::reject();
 }
 
 } // namespace vkr

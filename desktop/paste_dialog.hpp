@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "desktop/form_dialog.hpp"
 #include "platform/services.hpp"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
@@ -17,13 +17,9 @@ class QGridLayout;
 namespace vkr {
 
 // Draws the preview of a block: its switches, its figures one below the other, and what OK will do.
-class PasteDialog final : public QDialog {
+class PasteDialog final : public FormDialog<PasteForm> {
   public:
     PasteDialog(PasteForm& form, QWidget* parent);
-
-  public slots:
-    void accept() override;
-    void reject() override;
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -35,7 +31,6 @@ class PasteDialog final : public QDialog {
     void showLines();
     void showLine(int row, const PasteLine& line);
 
-    PasteForm& form_;
     std::vector<QWidget*> switches_; // a check box or a list each
     QLabel* summary_;
     QTableWidget* lines_;

@@ -5,6 +5,7 @@
 #include "native/field_window.hpp"
 #include "native/native_keys.hpp"
 #include "native/native_text.hpp"
+#include "platform/native_edits.hpp"
 #include "platform/text.hpp"
 
 namespace vkr {
@@ -40,10 +41,8 @@ void FieldWindow::takeEdit() {
         return;
     const auto range = selection();
     const auto end = static_cast<std::size_t>(range.start + range.length);
-    const auto clean = cleanedText(fromWide(now), hasLines());
-    const int caret =
-        textLength(cleanedText(fromWide(std::wstring_view(now).substr(0, end)), hasLines()));
-    const auto taken = undoing_ > 0 ? TextField::Edit{clean, caret} : field().taken(clean, caret);
+    const auto taken = offeredEdit(field(), fromWide(now),
+                                   fromWide(std::wstring_view(now).substr(0, end)), undoing_ > 0);
     if (const auto wanted = nativeText(taken.text); wanted != now) {
         const Nested nested(showing_);
         send(EM_UNDO);
@@ -66,19 +65,19 @@ void FieldWindow::takeEdit() {
 // Where a message of another program has pasted, which is taken back by now: the form puts it in,
 // as it does after the key. False for what is no paste.
 bool FieldWindow::pastedAnew(const std::wstring& edited) {
-    const auto range = selection();
-    const auto length = static_cast<std::ptrdiff_t>(edited.size()) -
-                        static_cast<std::ptrdiff_t>(shown_.size()) + range.length;
-    if (undoing_ > 0 || passing() || length <= 0 || text() != shown_)
+    if (undoing_ > 0 || passing() || text() != shown_)
         return false;
+    const auto range = selection();
+    const std::wstring_view shown = shown_;
     const auto start = static_cast<std::size_t>(range.start);
-    const auto pasted = edited.substr(start, static_cast<std::size_t>(length));
-    auto anew = shown_;
-    anew.replace(start, static_cast<std::size_t>(range.length), pasted);
-    if (anew != edited)
+    const auto now = fromWide(edited);
+    const auto pasted =
+        putBetween(fromWide(shown.substr(0, start)),
+                   fromWide(shown.substr(start + static_cast<std::size_t>(range.length))), now);
+    if (!pasted)
         return false;
     tellSelection(shown_, range);
-    if (!form().userPaste(field(), fromWide(pasted)) && control() != nullptr)
+    if (!form().userPaste(field(), *pasted) && control() != nullptr)
         setText(shown_); // nor is it brought back by another undo
     return true;
 }

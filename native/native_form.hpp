@@ -4,6 +4,7 @@
 #include "native/surface.hpp"
 #include "native/view_host.hpp"
 #include "platform/showing.hpp"
+#include "platform/wheel_turns.hpp"
 
 #include <functional>
 #include <map>
@@ -150,7 +151,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     std::optional<POINT> pressPlace_;
     unsigned interruptions_ = 0;
     int following_ = 0; // native focus is being set to the form's
-    int wheelRest_ = 0;
+    WheelTurns wheelTurns_;
     bool surfacePressed_ = false;
     HWND note_ = nullptr;
     HWND tip_ = nullptr; // made with the first one

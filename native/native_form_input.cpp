@@ -222,15 +222,12 @@ void NativeForm::giveUpPress() {
     form_->pressGivenUp(*view->control());
 }
 
-// Fine wheels send fractions of a step. A turn never changes a field that does not have the focus.
+// A turn never changes a field that does not have the focus.
 bool NativeForm::wheel(ControlWindow* origin, int delta) {
-    if ((wheelRest_ > 0) != (delta > 0))
-        wheelRest_ = 0;
-    wheelRest_ += delta;
-    const int steps = -(wheelRest_ / WHEEL_DELTA);
+    const int steps = wheelTurns_.add(delta);
     const bool focused = origin != nullptr && origin == activeView();
     const bool used = (focused && origin->wheel(steps)) || (wheelTurned && wheelTurned(steps));
-    wheelRest_ = used ? wheelRest_ % WHEEL_DELTA : 0;
+    wheelTurns_.settle(used);
     return used;
 }
 

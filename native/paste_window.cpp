@@ -3,7 +3,7 @@
 
 #include "native/native_text.hpp"
 #include "platform/during.hpp"
-#include "platform/readable_color.hpp"
+#include "platform/paste_list.hpp"
 
 #include <algorithm>
 #include <string>
@@ -11,21 +11,6 @@
 namespace vkr {
 
 namespace {
-
-enum Column { period, series, text, before, after, remark };
-
-constexpr int linesOnShow = 14;
-constexpr int charactersOnShow = 110;
-
-bool isFigure(int column) {
-    return column == text || column == before || column == after;
-}
-
-const std::string& textIn(const PasteLine& line, int column) {
-    const std::string* const texts[] = {&line.period, &line.column, &line.text,
-                                        &line.before, &line.after,  &line.remark};
-    return *texts[column];
-}
 
 // Breaks and runs of blanks take no more than one blank.
 std::wstring inOneLine(std::string_view text) {
@@ -91,7 +76,7 @@ void PasteWindow::addList() {
         auto head = toWide(form_.heads()[static_cast<std::size_t>(column)]);
         LVCOLUMNW added{};
         added.mask = LVCF_FMT | LVCF_TEXT | LVCF_SUBITEM;
-        added.fmt = isFigure(column) ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        added.fmt = paste_list::isFigure(column) ? LVCFMT_RIGHT : LVCFMT_LEFT;
         added.pszText = head.data();
         added.iSubItem = column;
         SendMessageW(lines_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column),
@@ -132,8 +117,8 @@ void PasteWindow::placeSwitches() {
 }
 
 SIZE PasteWindow::wantedRoom() const {
-    const int lines = (linesOnShow + 2) * (fonts().height() + scale().pixels(60));
-    return {charactersOnShow * fonts().widthOf(L"0"),
+    const int lines = (paste_list::linesOnShow + 2) * (fonts().height() + scale().pixels(60));
+    return {paste_list::charactersOnShow * fonts().widthOf(L"0"),
             switchesBottom_ + lines + 3 * fonts().height() + scale().pixels(900)};
 }
 
@@ -189,7 +174,7 @@ void PasteWindow::showLines() {
 std::wstring PasteWindow::textOf(int row, int column) const {
     if (row < 0 || row >= static_cast<int>(form_.lines().size()) || column < 0 || column >= columns)
         return {};
-    return inOneLine(textIn(form_.lines()[static_cast<std::size_t>(row)], column));
+    return inOneLine(paste_list::textIn(form_.lines()[static_cast<std::size_t>(row)], column));
 }
 
 void PasteWindow::tellText(NMLVDISPINFOW& wanted) const {
@@ -204,12 +189,9 @@ void PasteWindow::tellText(NMLVDISPINFOW& wanted) const {
 
 COLORREF PasteWindow::inkOf(const PasteLine& line, int column) const {
     const COLORREF ink = GetSysColor(COLOR_WINDOWTEXT);
-    const COLORREF back = GetSysColor(COLOR_WINDOW);
-    if (palette_.highContrast() || line.fate == PasteFate::taken)
-        return ink;
-    if (line.fate == PasteFate::leftOut)
-        return readable(column == remark ? mark_colors::unstored : between(ink, back, 0.35), back);
-    return column == remark ? readable(mark_colors::doubtful, back) : ink;
+    return palette_.highContrast()
+               ? ink
+               : paste_list::inkOf(line.fate, column, ink, GetSysColor(COLOR_WINDOW));
 }
 
 LRESULT PasteWindow::paintLine(NMLVCUSTOMDRAW& drawn) const {
