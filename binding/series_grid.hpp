@@ -199,6 +199,7 @@ class SeriesGrid {
     void putMarkedBack(int column, const VariantArray* figures);
     bool putBack(const MarkedText& text);
     void moveMarked(Datum series, int periods);
+    void forgetGone(Datum series);
     [[nodiscard]] bool waitsForUnit(Cell cell) const;
 
     std::span<const GridColumn> columns_;

@@ -130,6 +130,20 @@ void SeriesGrid::moveMarked(Datum series, int periods) {
                 move(shown->place);
     for (auto& text : waiting_)
         move(text.place);
+    forgetGone(series);
+}
+
+// No cell may ever show the series again, and what it has dropped is gone at once.
+void SeriesGrid::forgetGone(Datum series) {
+    if (std::ranges::find(waiting_, series, [](const auto& text) { return text.place.datum; }) ==
+        waiting_.end())
+        return;
+    Variant figures;
+    ifPossible([&] { figures = readSeries(*context_.company, series); });
+    if (figures.isArray())
+        std::erase_if(waiting_, [&](const MarkedText& text) {
+            return text.place.datum == series && !figures.array().contains(*text.place.element);
+        });
 }
 
 void SeriesGrid::moveMarked(int periods) {

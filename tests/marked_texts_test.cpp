@@ -246,11 +246,16 @@ TEST_F(MarkedTexts, OfAYearThatDropsOutGoWithIt) {
     pasteOver(scene, "txtYOption(0)", "1e400");
     choose("optPTI(1)");
     press("cmdAddYear");
+    EXPECT_EQ(marked(), Names{}); // also those of a row that is not on show
     choose("optPTI(0)");
     EXPECT_EQ(marked(), Names{});
     press("cmdRemoveYear");
     EXPECT_EQ(marked(), Names{});
     EXPECT_EQ(textOf(scene, "txtSales(0)"), "");
+    pasteOver(scene, "txtYOption2(10)", "1e400");
+    choose("optCommEq(1)");
+    press("cmdRemoveYear");
+    EXPECT_EQ(marked(), Names{});
 }
 
 TEST_F(MarkedTexts, StayWithFiguresThatCouldNotBeMoved) {
