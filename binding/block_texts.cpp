@@ -40,10 +40,8 @@ std::optional<int> yearIn(std::string_view text) {
     constexpr int first = 1900;
     constexpr int last = 2100;
     for (const std::string_view prefix : {"FY", "Fiscal year", "Fiscal"})
-        if (equalsIgnoringCase(textLeft(text, textLength(prefix)), prefix)) {
+        if (equalsIgnoringCase(textLeft(text, textLength(prefix)), prefix))
             text = trimmed(text.substr(prefix.size()));
-            break;
-        }
     if (text.size() == 5 && asciiLower(text.back()) == 'a')
         text.remove_suffix(1);
     if (text.size() != 4 || !std::all_of(text.begin(), text.end(), isAsciiDigit))

@@ -24,8 +24,8 @@ Data dataOf(DatumPeriod period) {
 } // namespace
 
 const Data& csvData(DatumPeriod period) {
-    static const std::array<Data, 3> files = {dataOf(DatumPeriod::none), dataOf(DatumPeriod::year),
-                                              dataOf(DatumPeriod::quarter)};
+    static const std::array files = {dataOf(DatumPeriod::none), dataOf(DatumPeriod::year),
+                                     dataOf(DatumPeriod::quarter)};
     return files[static_cast<std::size_t>(period)];
 }
 

@@ -5,6 +5,7 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <cassert>
 #include <stdexcept>
 #include <utility>
@@ -134,14 +135,11 @@ void Form::endUpdate() {
         return;
     const auto changed = std::exchange(changed_, {});
     for (Control* control : changed)
-        for (unsigned property = 0; control->changes_ != 0; ++property) {
-            const unsigned bit = 1U << property;
-            if ((control->changes_ & bit) == 0)
-                continue;
-            control->changes_ &= ~bit;
+        while (control->changes_ != 0) {
+            const auto property = static_cast<Property>(std::countr_zero(control->changes_));
+            control->changes_ &= control->changes_ - 1;
             if (observer_ != nullptr)
-                ifPossible(
-                    [&] { observer_->controlChanged(*control, static_cast<Property>(property)); });
+                ifPossible([&] { observer_->controlChanged(*control, property); });
         }
     if (std::exchange(focusMoved_, false))
         tellFocus();

@@ -71,8 +71,8 @@ void yearBehindQuarters(const CompanyFigures& figures, Report& report) {
 void sourceBeforeQuarter(const CompanyFigures& figures, Report& report) {
     const Date source = figures.date(DateOfSource);
     const Date quarter = figures.date(LastQDateForGrid);
-    if (isAbsent(source) || isAbsent(quarter) || !hasQuarters(figures) ||
-        daysBetween(source, quarter) <= 0 || figures.at(QRevenueSeries, 0) == 0)
+    if (isAbsent(source) || isAbsent(quarter) || daysBetween(source, quarter) <= 0 ||
+        figures.at(QRevenueSeries, 0) == 0)
         return;
     report.speak(hint, {{DateOfSource, {}}, {LastQDateForGrid, {}}}, 2,
                  {Report::day(source), Report::day(quarter)});

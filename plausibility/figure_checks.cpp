@@ -27,7 +27,7 @@ constexpr PeriodData periods[] = {
 };
 
 bool differ(double one, double other) {
-    return one != 0 && other != 0 && (one < 0) != (other < 0);
+    return one * other < 0;
 }
 
 } // namespace

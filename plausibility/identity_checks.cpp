@@ -40,7 +40,7 @@ double likelyUnit(double unit, double figure) {
 bool gather(const CompanyFigures& figures, Datum yearly, Datum quarterly, int year,
             YearOfQuarters& found) {
     const int newest = figures.newestQuarterOf(year);
-    found = {{{yearly, year}}, figures.at(yearly, year), 0, 0, 0};
+    found = {{{yearly, year}}, figures.at(yearly, year)};
     if (newest < 0 || found.year == 0)
         return false;
     found.finest = unitOfFigure(figures.at(quarterly, newest));
@@ -83,7 +83,7 @@ void compareProduct(const CompanyFigures& figures, Report& report, const Product
                     Sureness sureness) {
     const double expected = figures.figure(product.whole);
     const double ratio = product.made / expected;
-    if (!(ratio > 0) || std::abs(ratio - 1) <= product.bound)
+    if (!(ratio > 0) || !std::isfinite(ratio) || std::abs(ratio - 1) <= product.bound)
         return;
     const double shown = std::round(product.made * 1000) / 1000;
     report.speak(powerOfTenNear(ratio, byPowerOfTen) ? sure : sureness,
@@ -141,11 +141,9 @@ void earningsTimesShares(const CompanyFigures& figures, Report& report) {
         const double earnings = figures.at(YEPSSeries, year);
         const double shares = figures.at(YCSOSeries, year);
         const double income = figures.at(YNetIncSeries, year);
-        if (earnings == 0 || shares == 0 || income == 0)
-            continue;
         const double bound = std::max(share, halfCent / std::abs(earnings) + beyondHalfCent);
         const double toCommon = income - figures.number(PrefDiv);
-        if (toCommon != 0 && std::abs(earnings * shares / toCommon - 1) <= bound)
+        if (std::abs(earnings * shares / toCommon - 1) <= bound)
             continue;
         compareProduct(figures, report,
                        {{YEPSSeries, year},
@@ -166,7 +164,8 @@ void quarterlyEarningsTimesShares(const CompanyFigures& figures, Report& report)
         const double income = figures.at(QNetIncSeries, quarter);
         const int year = std::max(figures.yearOf(quarter), 1);
         const double shares = figures.at(YCSOSeries, year);
-        if (earnings == 0 || income == 0 || shares <= 0 || (earnings < 0) != (income < 0))
+        const double implied = income / earnings;
+        if (!(implied > 0) || !std::isfinite(implied) || shares <= 0)
             continue;
         double fewest = shares;
         double most = shares;
@@ -175,7 +174,6 @@ void quarterlyEarningsTimesShares(const CompanyFigures& figures, Report& report)
                 fewest = std::min(fewest, count);
                 most = std::max(most, count);
             }
-        const double implied = income / earnings;
         const double nearest = std::clamp(implied, fewest / share, most * share);
         if (implied == nearest || std::abs(earnings - income / nearest) <= halfCent)
             continue;

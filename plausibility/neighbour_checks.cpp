@@ -29,20 +29,20 @@ struct Jump {
     FigurePlace place;
     FigurePlace older;
     FigurePlace newer;
-    double times = 0; // 0 where one of the three is missing
-    double apart = 0; // the larger of the other two by the smaller
+    // Where one of the three is missing neither is within any bounds.
+    double times;
+    double apart; // the larger of the other two by the smaller
 };
 
 Jump jumpOf(const CompanyFigures& figures, Datum series, int element, int older, int newer) {
-    Jump jump{{series, element}, {series, older}, {series, newer}};
     const double at = std::abs(figures.at(series, element));
     const double one = std::abs(figures.at(series, older));
     const double other = std::abs(figures.at(series, newer));
-    if (at != 0 && one != 0 && other != 0) {
-        jump.times = std::sqrt(at / one * (at / other));
-        jump.apart = std::max(one, other) / std::min(one, other);
-    }
-    return jump;
+    return {{series, element},
+            {series, older},
+            {series, newer},
+            std::sqrt(at / one * (at / other)),
+            std::max(one, other) / std::min(one, other)};
 }
 
 // Between an older and a newer one.
@@ -72,8 +72,8 @@ bool isByHundreds(const Jump& jump) {
     constexpr double apart = 10;
     constexpr double least = 31.7; // 100 divided by the root of ten
     constexpr double most = 3162;  // 1000 times it
-    const double times = jump.times >= 1 ? jump.times : 1 / jump.times;
-    return jump.times != 0 && jump.apart <= apart && times >= least && times <= most;
+    const double times = std::max(jump.times, 1 / jump.times);
+    return jump.apart <= apart && times >= least && times <= most;
 }
 
 } // namespace
@@ -92,8 +92,7 @@ void jumpOfTen(const CompanyFigures& figures, Report& report) {
     for (const Datum series : steadySeries)
         for (int element = firstElement(series) + 1; element < rowOf(series).upper; ++element) {
             const Jump jump = innerJump(figures, series, element);
-            if (jump.times != 0 && jump.apart <= apart && !isByHundreds(jump) &&
-                powerOfTenNear(jump.times, within))
+            if (jump.apart <= apart && !isByHundreds(jump) && powerOfTenNear(jump.times, within))
                 tell(report, likely, jump);
         }
 }
@@ -125,7 +124,7 @@ void splitRatioJump(const CompanyFigures& figures, Report& report) {
     for (const Datum series : {YCSOSeries, YDividendSeries})
         for (int year = 2; year < CompanyFigures::oldestYear; ++year) {
             const Jump jump = innerJump(figures, series, year);
-            if (jump.times != 0 && jump.apart <= apart && !powerOfTenNear(jump.times, within) &&
+            if (jump.apart <= apart && !powerOfTenNear(jump.times, within) &&
                 splitRatioNear(jump.times, within))
                 tell(report, likely, jump);
         }
@@ -139,7 +138,7 @@ void pricesBySplitRatio(const CompanyFigures& figures, Report& report) {
     for (int year = 2; year < CompanyFigures::oldestYear; ++year) {
         const Jump high = innerJump(figures, YHighSeries, year);
         const Jump low = innerJump(figures, YLowSeries, year);
-        if (high.times == 0 || low.times == 0 || high.apart > apart || low.apart > apart ||
+        if (!(high.apart <= apart) || !(low.apart <= apart) ||
             !isWithin(high.times, low.times, alike) ||
             !splitRatioNear(std::sqrt(high.times * low.times), within))
             continue;

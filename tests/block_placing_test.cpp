@@ -472,5 +472,76 @@ TEST(BlockPlacing, CountsWhatItTakes) {
     EXPECT_EQ(BlockPlacing({}, yearly()).taken(), 0);
 }
 
+TEST(BlockPlacing, LeavesOutWhatHasNoPeriodAboveOrBeside) {
+    EXPECT_EQ(placed("Year\t2024\t2025\t\nRevenue\t4\t5\t6"),
+              "2024 Revenue 4; 2025 Revenue 5; '6' period");
+    EXPECT_EQ(placed("Year\tRevenue\n2024\t4\n\t5\n"), "2024 Revenue 4; '5' period");
+}
+
+TEST(BlockPlacing, DropsSignsThatStandBesideNoFigure) {
+    EXPECT_EQ(placed(")\t5", yearly(2, 0)), "2016 Net Income 5");
+    EXPECT_EQ(placed("5\t$", yearly(2, 0)), "2016 Net Income 5");
+    EXPECT_EQ(placed("$\t\t5\n\t4\t", yearly(2, 0)), "2016 EPS 5; 2017 Net Income 4");
+    EXPECT_EQ(placed("5\t%\n\t%", yearly(1, 0)), "2016 Tax Rate 5 percent");
+    // Among others they are cells as any.
+    EXPECT_EQ(placed("$\t5\n1\t6", yearly(2, 0)),
+              "'$' none; 2016 EPS 5; 2017 Net Income 1; 2017 EPS 6");
+    EXPECT_EQ(placed("$\n$", yearly(2, 0)), "'$' none; '$' none");
+}
+
+TEST(BlockPlacing, FindsThePeriodThatADateIsNextTo) {
+    // Half a year and half a quarter are as far as it goes.
+    EXPECT_EQ(placed("Year\t2026-03-31\nRevenue\t5"), "2025 Revenue 5");
+    EXPECT_EQ(placed("Year\t2026-04-02\nRevenue\t5"), "2026 Revenue 5");
+    EXPECT_EQ(placed("Year\t2027-03-31\nRevenue\t5"), "2026 Revenue 5");
+    EXPECT_EQ(placed("Year\t2027-04-01\nRevenue\t5"), "'5' period=2027-04-01");
+    EXPECT_EQ(placed("Quarter\t2026-11-14\nRevenue\t5", quarterly()), "#0 Revenue 5");
+    EXPECT_EQ(placed("Quarter\t2026-11-15\nRevenue\t5", quarterly()), "'5' period=2026-11-15");
+    // A form without dates knows a year by its number.
+    BlockGrid dateless = yearly();
+    for (auto& row : dateless.rows)
+        row.date = Date();
+    EXPECT_EQ(placed("Year\t2025-09-30\t2024\nRevenue\t5\t4", dateless),
+              "'2025-09-30' column=Year; '2024' column=Year; 2016 Revenue 5 place?; "
+              "2017 Revenue 4 place?"); // years or dates, not both
+    EXPECT_EQ(placed("Year\t2025-09-30\nRevenue\t5", dateless), "2025 Revenue 5");
+    BlockGrid quarters = quarterly();
+    for (auto& row : quarters.rows)
+        row.date = Date();
+    EXPECT_EQ(placed("Quarter\t2026-06-30\nRevenue\t5", quarters), "'5' period=2026-06-30");
+}
+
+TEST(BlockPlacing, CountsFiscalQuartersFromAnyYearsEnd) {
+    BlockGrid grid = quarterly();
+    for (const int year : {2023, 2025, 2027}) {
+        grid.fiscalYear = {year, *makeDate(year, 12, 31)};
+        EXPECT_EQ(placed("\tQ1 2026\tQ4 2025\nRevenue\t3\t2", grid), "#2 Revenue 3; #3 Revenue 2")
+            << year;
+    }
+}
+
+TEST(BlockPlacing, IsInTheUnitOfItsHeads) {
+    BlockPlacing across(cellsOf("Revenue (B)\tNet Income (B)\tEPS\n1\t2\t3"), yearly());
+    EXPECT_EQ(across.switches().unit, 9);
+    EXPECT_EQ(told(across), "2016 Revenue 1000; 2016 Net Income 2000; 2016 EPS 3");
+    BlockPlacing down(cellsOf("Revenue (K)\t1\nEPS (M)\t2"), yearly());
+    EXPECT_EQ(down.switches().unit, 3);
+    // The title goes before the heads.
+    EXPECT_EQ(BlockPlacing(cellsOf("in millions\nRevenue (K)\n1"), yearly()).switches().unit, 6);
+}
+
+TEST(BlockPlacing, ReadsUnitsInWhateverStandsAboveOrBeside) {
+    EXPECT_EQ(placed("Revenue\t5\nin thousands\t6"), "2016 Revenue 0.005; '6' column=in thousands");
+    // Among the figures it is a text as any.
+    EXPECT_EQ(placed("1\t2\n3\tin thousands"),
+              "2016 Revenue 1; 2016 Tax Rate 2; 2017 Revenue 3; 'in thousands' none");
+}
+
+TEST(BlockPlacing, IsNothingWhereNothingIsLeftBehindTitles) {
+    EXPECT_EQ(placed("in thousands"), "");
+    EXPECT_EQ(placed("Revenue\nNet Income"), "");
+    EXPECT_EQ(placed("Revenue\tNet Income\t"), "");
+}
+
 } // namespace
 } // namespace vkr

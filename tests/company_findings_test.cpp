@@ -436,5 +436,281 @@ TEST(PlausibilityRules, leaveNoPlaceOfTheirSentencesOpen) {
     }
 }
 
+struct Single {
+    std::string_view rule;
+    std::vector<std::pair<FigurePlace, double>> figures;
+    bool speaks;
+};
+
+void tryEach(const std::vector<Single>& rows) {
+    for (std::size_t at = 0; at < rows.size(); ++at)
+        EXPECT_EQ(speaks(rows[at].rule, rows[at].figures), rows[at].speaks)
+            << rows[at].rule << ", row " << at;
+}
+
+constexpr std::nullopt_t onCard = std::nullopt;
+
+TEST(PlausibilityRules, passOverAFigureThatIsMissing) {
+    const std::pair<FigurePlace, double> sourceOfToday{{DateOfSource, onCard}, day(2025, 12, 30)};
+    tryEach({
+        {"high-below-low", {{{YHighSeries, 1}, 0}}, false},
+        {"range-too-wide", {{{YLowSeries, 1}, 0}}, false},
+        {"range-reversed", {{{High52W, onCard}, 0}}, false},
+        {"price-outside-range", {{{CurrentPrice, onCard}, 0}}, false},
+        {"price-outside-range", {{{High52W, onCard}, 0}, {{Low52W, onCard}, 0}}, false},
+        {"price-outside-range", {{{High52W, onCard}, 0}, {{CurrentPrice, onCard}, 54}}, true},
+        {"sign-of-earnings", {{{QEPSSeries, 3}, 0}}, false},
+        {"sign-of-earnings", {{{QEPSSeries, 3}, 0}, {{QNetIncSeries, 3}, -5}}, false},
+        {"sign-of-earnings", {{{QEPSSeries, 3}, -1}, {{QNetIncSeries, 3}, 0}}, false},
+        {"sign-of-book-value", {{{YBookValSeries, 1}, -5}, {{YCommEqSeries, 1}, 0}}, false},
+        {"preferred-above-income", {{{PrefDiv, onCard}, 5}, {{YNetIncSeries, 1}, 0}}, false},
+        {"diluted-below-common", {{{DilutedShares, onCard}, 0}}, false},
+        {"share-counts-apart", {{{DilutedShares, onCard}, 0}}, false},
+        {"share-counts-apart", {{{YCSOSeries, 1}, 0}}, false},
+        {"quarters-against-year", {{{YRevenueSeries, 4}, 0}}, false},
+        {"quarters-against-year", {{{QRevenueSeries, 14}, 0}}, false},
+        {"earnings-times-shares", {{{YEPSSeries, 4}, 0}}, false},
+        {"earnings-times-shares", {{{YCSOSeries, 4}, 0}}, false},
+        {"earnings-times-shares", {{{YNetIncSeries, 4}, 0}}, false},
+        {"quarterly-earnings-times-shares", {{{QEPSSeries, 3}, 0}}, false},
+        {"quarterly-earnings-times-shares", {{{QNetIncSeries, 3}, 0}}, false},
+        {"quarterly-earnings-times-shares", {{{QEPSSeries, 3}, -2}}, false},
+        {"quarterly-earnings-times-shares", {{{YCSOSeries, 1}, 0}, {{QEPSSeries, 3}, 5}}, false},
+        {"book-value-times-shares", {{{YBookValSeries, 4}, 0}}, false},
+        {"book-value-times-shares", {{{YCommEqSeries, 4}, 0}}, false},
+        {"book-value-times-shares", {{{YCSOSeries, 4}, 0}}, false},
+        {"income-after-tax", {{{YTaxRateSeries, 4}, 0}}, false},
+        {"income-after-tax", {{{YPTISeries, 4}, 0}}, false},
+        {"income-after-tax", {{{YNetIncSeries, 4}, 0}}, false},
+        {"jump-of-hundreds", {{{YDividendSeries, 4}, 0}}, false},
+        {"jump-of-hundreds", {{{YDividendSeries, 4}, 42}, {{YDividendSeries, 3}, 0}}, false},
+        {"jump-of-hundreds", {{{YDividendSeries, 4}, 42}, {{YDividendSeries, 5}, 0}}, false},
+        {"jump-of-ten", {{{YDividendSeries, 4}, 11}, {{YDividendSeries, 3}, 0}}, false},
+        {"jump-of-ten", {{{YDividendSeries, 4}, 11}, {{YDividendSeries, 5}, 0}}, false},
+        {"split-ratio-jump", {{{YDividendSeries, 4}, 2.5}, {{YDividendSeries, 5}, 0}}, false},
+        {"prices-by-split-ratio",
+         {{{YHighSeries, 4}, 144}, {{YLowSeries, 4}, 96}, {{YHighSeries, 3}, 0}},
+         false},
+        {"prices-by-split-ratio",
+         {{{YHighSeries, 4}, 144}, {{YLowSeries, 4}, 96}, {{YLowSeries, 3}, 0}},
+         false},
+        {"prices-by-split-ratio",
+         {{{YHighSeries, 4}, 144},
+          {{YLowSeries, 4}, 96},
+          {{YLowSeries, 3}, 0},
+          {{YLowSeries, 5}, 0}},
+         false},
+        {"ranges-apart", {{{YHighSeries, 1}, 0}}, false},
+        {"ranges-apart", {{{YHighSeries, 2}, 0}, {{YLowSeries, 1}, 500}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 141}, {{YEPSSeries, 1}, 0}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 0}, {{YEPSSeries, 1}, 8}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 50}, {{YEPSSeries, 2}, 0}}, false},
+        {"split-step", {{{YCSOSeries, 2}, 0}}, false},
+        {"year-unlike-its-end", {{{LastFY, onCard}, 0}}, false},
+        {"source-before-quarter", {sourceOfToday}, true},
+        {"source-before-quarter", {sourceOfToday, {{QRevenueSeries, 0}, 0}}, false},
+    });
+}
+
+TEST(PlausibilityRules, takeEveryFigureThatIsThereHoweverSmall) {
+    tryEach({
+        {"high-below-low", {{{YHighSeries, 1}, 0.5}, {{YLowSeries, 1}, 0.6}}, true},
+        {"range-too-wide", {{{YHighSeries, 1}, 6.1}, {{YLowSeries, 1}, 0.5}}, true},
+        {"range-reversed", {{{High52W, onCard}, 0.5}, {{Low52W, onCard}, 0.6}}, true},
+        {"range-reversed", {{{High52W, onCard}, 55}}, false},
+        {"price-outside-range",
+         {{{CurrentPrice, onCard}, 0.5}, {{Low52W, onCard}, 0.6}, {{High52W, onCard}, 0.9}},
+         true},
+        {"price-outside-range",
+         {{{CurrentPrice, onCard}, 0.6}, {{Low52W, onCard}, 0.3}, {{High52W, onCard}, 0.5}},
+         true},
+        {"price-outside-range", {{{CurrentPrice, onCard}, 52}, {{High52W, onCard}, 50}}, false},
+        {"price-outside-range",
+         {{{CurrentPrice, onCard}, 0.5}, {{Low52W, onCard}, 0.9}, {{High52W, onCard}, 0.8}},
+         false},
+        {"price-outside-range", {{{CurrentPrice, onCard}, 54}, {{High52W, onCard}, 55}}, true},
+        {"negative-figure", {{{CommDiv, onCard}, 0.5}}, false},
+        {"sign-of-earnings", {{{QEPSSeries, 3}, 0.1}, {{QNetIncSeries, 3}, 0.1}}, false},
+        {"preferred-above-income", {{{PrefDiv, onCard}, 0.6}, {{YNetIncSeries, 1}, 0.5}}, true},
+        {"preferred-above-income", {{{PrefDiv, onCard}, 0.6}, {{YNetIncSeries, 1}, -5}}, false},
+        {"diluted-below-common",
+         {{{DilutedShares, onCard}, 0.5}, {{CommShares, onCard}, 0.6}},
+         true},
+        {"share-counts-apart", {{{DilutedShares, onCard}, 0.5}}, true},
+        {"share-counts-apart", {{{YCSOSeries, 1}, 0.5}}, true},
+        {"ranges-apart", {{{YLowSeries, 1}, 0.9}, {{YHighSeries, 1}, 0.9}}, true},
+        {"ranges-apart",
+         {{{YLowSeries, 2}, 0.3}, {{YHighSeries, 2}, 0.5}, {{YLowSeries, 1}, 0.8}},
+         true},
+        {"ranges-apart",
+         {{{YLowSeries, 2}, 0.5}, {{YHighSeries, 1}, 0.3}, {{YLowSeries, 1}, 0.2}},
+         true},
+        {"quarterly-earnings-times-shares",
+         {{{YCSOSeries, 1}, 1},
+          {{YCSOSeries, 2}, 1},
+          {{QEPSSeries, 3}, 1},
+          {{QNetIncSeries, 3}, 2}},
+         true},
+    });
+}
+
+TEST(PlausibilityRules, lookAtEveryPeriod) {
+    constexpr int oldestYear = 10;
+    constexpr int oldestQuarter = 34;
+    std::vector<Single> rows = {
+        {"jump-of-hundreds", {{{YDividendSeries, 0}, 1}, {{YDividendSeries, 1}, 100}}, false},
+        {"jump-of-hundreds",
+         {{{YDividendSeries, 8}, 42}, {{YDividendSeries, 9}, 1}, {{YDividendSeries, 10}, 1}},
+         true},
+        {"jump-of-hundreds",
+         {{{YDividendSeries, 8}, 1}, {{YDividendSeries, 9}, 42}, {{YDividendSeries, 10}, 1}},
+         true},
+        {"jump-of-hundreds", {{{YDividendSeries, 2}, 50}}, true},
+        {"jump-of-hundreds", {{{YDividendSeries, 2}, 0.02}}, true},
+        {"jump-of-hundreds", {{{QRevenueSeries, 1}, 50000}}, true},
+        {"jump-of-ten", {{{YDividendSeries, 2}, 13}}, true},
+        {"jump-of-ten", {{{YDividendSeries, 0}, 1}, {{YDividendSeries, 1}, 13}}, false},
+        {"jump-of-ten", {{{YDividendSeries, 9}, 10}, {{YDividendSeries, 10}, 1}}, true},
+        {"jump-of-ten", {{{QRevenueSeries, 1}, 13500}}, true},
+        {"jump-at-end", {{{YDividendSeries, 8}, 42}}, true},
+        {"jump-at-end", {{{YDividendSeries, 0}, 42}}, false},
+        {"jump-at-end", {{{YDividendSeries, 9}, 1}, {{YDividendSeries, 10}, 42}}, true},
+        {"jump-at-end", {{{QEPSSeries, 0}, 50}}, true},
+        {"split-ratio-jump", {{{YCSOSeries, 2}, 200}}, true},
+        {"split-ratio-jump", {{{YCSOSeries, 0}, 100}, {{YCSOSeries, 1}, 200}}, false},
+        {"split-ratio-jump", {{{YCSOSeries, 9}, 200}, {{YCSOSeries, 10}, 100}}, true},
+        {"prices-by-split-ratio", {{{YHighSeries, 2}, 156}, {{YLowSeries, 2}, 104}}, true},
+        {"prices-by-split-ratio",
+         {{{YHighSeries, 0}, 81},
+          {{YLowSeries, 0}, 54},
+          {{YHighSeries, 1}, 160},
+          {{YLowSeries, 1}, 107}},
+         false},
+        {"prices-by-split-ratio",
+         {{{YHighSeries, 9}, 120},
+          {{YLowSeries, 9}, 80},
+          {{YHighSeries, 10}, 60},
+          {{YLowSeries, 10}, 40}},
+         true},
+        {"ranges-apart", {{{YHighSeries, 0}, 200}, {{YLowSeries, 0}, 102}}, true},
+        {"ranges-apart", {{{YHighSeries, 0}, 200}, {{YLowSeries, 0}, 101}}, false},
+        {"ranges-apart",
+         {{{YHighSeries, 9}, 60},
+          {{YLowSeries, 9}, 40},
+          {{YHighSeries, 10}, 60},
+          {{YLowSeries, 10}, 76}},
+         true},
+        {"ranges-apart", {{{YHighSeries, 1}, 60}, {{YLowSeries, 2}, 76}}, true},
+        {"ranges-apart", {{{YHighSeries, 1}, 60}, {{YLowSeries, 2}, 75}}, false},
+        {"split-step", {{{YCSOSeries, 0}, 141}, {{YEPSSeries, 0}, 3}}, false},
+        {"split-step",
+         {{{YCSOSeries, 9}, 141},
+          {{YEPSSeries, 9}, 2},
+          {{YCSOSeries, 10}, 100},
+          {{YEPSSeries, 10}, 3}},
+         true},
+        {"split-step", {{{YCSOSeries, 1}, 71}, {{YEPSSeries, 1}, 7.6}}, true},
+        {"split-step", {{{YCSOSeries, 1}, 72}, {{YEPSSeries, 1}, 7.6}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 71}, {{YEPSSeries, 1}, 7.2}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 141}, {{YEPSSeries, 1}, 3.8}}, false},
+        {"split-step", {{{YCSOSeries, 1}, -71}, {{YEPSSeries, 1}, 7.6}}, false},
+        {"missing-year", {{{YRevenueSeries, 2}, 0}}, true},
+        {"missing-year", {{{YRevenueSeries, 1}, 0}}, false},
+        {"missing-year", {{{YRevenueSeries, 0}, 1}, {{YRevenueSeries, 1}, 0}}, false},
+        {"missing-year", {{{YRevenueSeries, 10}, 1}}, true},
+        {"missing-year", {{{YRevenueSeries, 8}, 0}}, false},
+        {"missing-year", {{{YBookValSeries, 3}, 0}}, false},
+        {"missing-quarter", {{{QEPSSeries, 1}, 0}}, true},
+        {"missing-quarter", {{{QEPSSeries, 0}, 0}}, false},
+        {"missing-quarter", {{{QEPSSeries, oldestQuarter}, 1}}, true},
+        {"missing-quarter", {{{QPTISeries, 3}, 0}}, false},
+        {"quarters-against-year", {{{YRevenueSeries, 1}, 5500}}, true},
+        {"quarters-against-year", {{{YPTISeries, 2}, 700}}, true},
+        {"quarterly-earnings-against-year", {{{YEPSSeries, 1}, 6}}, true},
+        {"earnings-times-shares", {{{YEPSSeries, 1}, 6}}, true},
+        {"earnings-times-shares",
+         {{{YEPSSeries, 10}, 6}, {{YCSOSeries, 10}, 100}, {{YNetIncSeries, 10}, 100}},
+         true},
+        {"earnings-times-shares",
+         {{{YEPSSeries, 0}, 6}, {{YCSOSeries, 0}, 100}, {{YNetIncSeries, 0}, 100}},
+         false},
+        {"book-value-times-shares", {{{YBookValSeries, 1}, 40}}, true},
+        {"book-value-times-shares",
+         {{{YBookValSeries, 0}, 6}, {{YCSOSeries, 0}, 100}, {{YCommEqSeries, 0}, 100}},
+         false},
+        {"book-value-times-shares",
+         {{{YBookValSeries, 10}, 6}, {{YCSOSeries, 10}, 100}, {{YCommEqSeries, 10}, 100}},
+         true},
+        {"quarterly-earnings-times-shares", {{{QEPSSeries, 0}, 3}}, true},
+        {"income-after-tax", {{{YTaxRateSeries, 1}, 50}}, true},
+        {"income-after-tax", {{{QTaxRateSeries, 0}, 50}}, true},
+        {"income-after-tax",
+         {{{YPTISeries, 0}, 500}, {{YTaxRateSeries, 0}, 20}, {{YNetIncSeries, 0}, 100}},
+         false},
+        {"income-after-tax",
+         {{{YPTISeries, 10}, 500}, {{YTaxRateSeries, 10}, 20}, {{YNetIncSeries, 10}, 100}},
+         true},
+        {"sign-of-pre-tax-income", {{{YPTISeries, 8}, -500}, {{YTaxRateSeries, 8}, 100}}, true},
+        {"sign-of-pre-tax-income", {{{YPTISeries, 8}, -500}, {{YTaxRateSeries, 8}, 101}}, false},
+        {"negative-figure", {{{YRevenueSeries, 0}, -1}}, true},
+        {"negative-figure", {{{YRevenueSeries, oldestYear}, -1}}, true},
+        {"negative-figure", {{{QRevenueSeries, oldestQuarter}, -1}}, true},
+    };
+    struct Two {
+        std::string_view rule;
+        Datum first;
+        Datum second;
+        int element;
+        bool looks;
+    };
+    const Two pairs[] = {
+        {"high-below-low", YHighSeries, YLowSeries, 0, true},
+        {"high-below-low", YHighSeries, YLowSeries, oldestYear, true},
+        {"range-too-wide", YLowSeries, YHighSeries, 0, true},
+        {"range-too-wide", YLowSeries, YHighSeries, oldestYear, true},
+        {"sign-of-earnings", YEPSSeries, YNetIncSeries, 0, false},
+        {"sign-of-earnings", YEPSSeries, YNetIncSeries, 1, true},
+        {"sign-of-earnings", YEPSSeries, YNetIncSeries, oldestYear, true},
+        {"sign-of-earnings", QEPSSeries, QNetIncSeries, 0, true},
+        {"sign-of-earnings", QEPSSeries, QNetIncSeries, oldestQuarter, true},
+        {"sign-of-book-value", YBookValSeries, YCommEqSeries, 0, true},
+        {"sign-of-book-value", YBookValSeries, YCommEqSeries, oldestYear, true},
+        {"sign-of-pre-tax-income", YPTISeries, YNetIncSeries, 0, false},
+        {"sign-of-pre-tax-income", YPTISeries, YNetIncSeries, 1, true},
+        {"sign-of-pre-tax-income", YPTISeries, YNetIncSeries, oldestYear, true},
+        {"sign-of-pre-tax-income", QPTISeries, QNetIncSeries, 0, true},
+        {"sign-of-pre-tax-income", QPTISeries, QNetIncSeries, oldestQuarter, true},
+    };
+    for (const Two& two : pairs) {
+        const bool signs = two.rule.starts_with("sign");
+        rows.push_back({two.rule,
+                        {{{two.first, two.element}, signs ? -5.0 : 1.0},
+                         {{two.second, two.element}, signs ? 5.0 : 13.0}},
+                        two.looks});
+    }
+    tryEach(rows);
+}
+
+TEST(PlausibilityRules, knowTheRatiosOfSplits) {
+    for (const double ratio : {1.5, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 15.0, 20.0, 25.0, 50.0})
+        for (const double times : {ratio, 1 / ratio}) {
+            EXPECT_TRUE(speaks("split-ratio-jump", {{{YCSOSeries, 4}, 100 * times}})) << times;
+            EXPECT_TRUE(speaks("split-ratio-jump", {{{YCSOSeries, 4}, 104 * times}})) << times;
+        }
+    for (const double times : {1.0, 1.3, 1.7, 2.4, 3.5, 10.0, 12.0, 17.5, 23.0, 28.0, 56.0})
+        EXPECT_FALSE(speaks("split-ratio-jump", {{{YCSOSeries, 4}, 100 * times}})) << times;
+}
+
+TEST(PlausibilityRules, speakOfWhatAYearLacksInOneSentence) {
+    const auto company = soundCompany();
+    for (const Datum series : {YRevenueSeries, YEPSSeries, YHighSeries})
+        putElement(*company, series, 3, 0);
+    const auto findings = companyFindings(*company);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_NE(findings[0].text.find("revenue, earnings per share and high price"),
+              std::string::npos)
+        << findings[0].text;
+}
+
 } // namespace
 } // namespace vkr

@@ -8,7 +8,7 @@ def bare(text, filler=" "):
     pattern = re.compile(
         r'//[^\n]*|/\*.*?\*/|(?P<literal>R"\(.*?\)"|"(?:\\.|[^"\\\n])*"'
         r"|(?<![0-9a-zA-Z])(?:u8|[uUL])?'(?:\\.|[^'\\\n])*')"
-        r'|^[ \t]*\#(?:[^\n]*\\\n)*[^\n]*|\b(?:static_assert|assert)\([^;]*;', re.S | re.M)
+        r'|^[ \t]*\#(?:[^\n]*\\\n)*[^\n]*|\b(?:static_assert|assert|checkInvariants)\([^;{]*;', re.S | re.M)
     return pattern.sub(
         lambda m: re.sub(r"[^\n]", filler if m["literal"] else " ", m.group()), text)
 
