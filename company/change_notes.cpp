@@ -258,10 +258,10 @@ void ChangeNotes::writeSetting(Object& held, std::string_view name, const Varian
             change.before = before;
             noted = settings_.emplace(noted, nextOrder(), std::move(change));
         }
-        if (noted == settings_.end())
-            return;
-        noted->second.after = held.get(name);
-        noted->second.origin = open_.back().origin;
+        if (noted != settings_.end()) {
+            noted->second.after = held.get(name);
+            noted->second.origin = open_.back().origin;
+        }
     });
 }
 

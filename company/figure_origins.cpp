@@ -214,12 +214,11 @@ void FigureOrigins::outdateWhatFollowsFrom(const Change& change) {
     for (const Derivation& rule : derivationTable) {
         if (rule.from != change.datum)
             continue;
-        if (!isSeries(rowOf(rule.derived))) {
+        if (!isSeries(rowOf(rule.derived)))
             outdate(firstPlace(rule.derived));
-            continue;
-        }
-        forEachElement(
-            change, [&](std::optional<int> element, const Variant& before, const Variant& after) {
+        else
+            forEachElement(change, [&](std::optional<int> element, const Variant& before,
+                                       const Variant& after) {
                 if (const auto place = placeOf(rule.derived, element); place && before != after)
                     outdate(*place);
             });

@@ -107,18 +107,15 @@ bool CellCommands::key(Control& control, KeyCode key, int shift) {
             selectAll(*place);
         return allBefore == &control;
     }
-    switch (cellKeyOf(key, shift)) {
-    case CellKey::copyWithHeadings:
+    const CellKey command = cellKeyOf(key, shift);
+    if (command == CellKey::copyWithHeadings)
         return copy(true);
-    case CellKey::takePrevious:
+    if (command == CellKey::takePrevious)
         takePrevious(*place);
-        return true;
-    case CellKey::fillDown:
+    if (command == CellKey::fillDown)
         fillDown(*place);
+    if (command != CellKey::none)
         return true;
-    case CellKey::none:
-        break;
-    }
     return selection_.isActive() && keyOfSelection(*place, key, shift);
 }
 

@@ -84,7 +84,7 @@ void KeptTexts::putBackActive(const PeriodsMoved& moved) {
     if (field.text() == active_->text)
         field.select(active_->start, active_->length);
     else
-        field.select(whole ? 0 : textLength(field.text()), whole ? textLength(field.text()) : 0);
+        field.select(whole ? 0 : textLength(field.text()), textLength(field.text()));
 }
 
 } // namespace vkr

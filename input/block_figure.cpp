@@ -199,8 +199,8 @@ BlockMarks marksOf(const CellTexts& cells, char own) {
             comma = comma || vote == MarkVote::comma;
         }
     if (point != comma)
-        return {.decimal = point ? '.' : ',', .isSure = true, .isMixed = false};
-    return {.decimal = own, .isSure = false, .isMixed = point};
+        return {.decimal = point ? '.' : ',', .isSure = true};
+    return {.decimal = own, .isSure = false};
 }
 
 CellFigure readCell(std::string_view text, NumericKind kind, int exponent,
@@ -231,9 +231,7 @@ CellFigure readCell(std::string_view text, NumericKind kind, int exponent,
         return cell;
     cell.kind = CellKind::figure;
     cell.number = std::move(*read);
-    const MarkVote vote = voteOf(figure);
-    const bool open =
-        !marks.isSure && (vote == MarkVote::either || (marks.isMixed && vote != MarkVote::none));
+    const bool open = !marks.isSure && voteOf(figure) == MarkVote::either;
     if (const auto other =
             open ? wholeFigure(figure, kind, exponent, otherMark(marks.decimal)) : std::nullopt)
         if (other->text != cell.number.text)

@@ -13,9 +13,8 @@ namespace vkr {
 // Which decimal mark a block has. A cell with both marks, with one of them twice, or with one that
 // stands elsewhere than before exactly three digits leaves no doubt, and speaks for all others.
 struct BlockMarks {
-    char decimal = '.';   // '.' or ','
-    bool isSure = true;   // false: cells such as "1,234" can be read both ways
-    bool isMixed = false; // some cells speak for one mark, some for the other
+    char decimal = '.'; // '.' or ','
+    bool isSure = true; // false: cells such as "1,234" can be read both ways
 };
 
 // `own`: the decimal mark of the form, which counts where the block says nothing.

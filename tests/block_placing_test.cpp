@@ -543,5 +543,10 @@ TEST(BlockPlacing, IsNothingWhereNothingIsLeftBehindTitles) {
     EXPECT_EQ(placed("Revenue\tNet Income\t"), "");
 }
 
+TEST(BlockPlacing, GoesByTheMarksOfTheFormWhereTheFiguresDisagree) {
+    EXPECT_EQ(placed("1.5\t2,5\t1,500"),
+              "2016 Revenue 1.5; '2,5' none; 2016 Net Income 1500 mark?=1.500");
+}
+
 } // namespace
 } // namespace vkr

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_base.hpp"
 #include "control/cell_commands.hpp"
+#include "platform/exact_number.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
@@ -625,6 +626,109 @@ TEST(CellCommands, ChangeNothingUnderTheLock) {
         EXPECT_TRUE(scene.desktop.refusals().empty());
         EXPECT_NE(scene.desktop.clipboardText(), "1\t2\n3\t4");
     }
+}
+
+TEST(CellCommands, CountWhatIsPastedLeftOutAndToBeLookedAt) {
+    struct Row {
+        const char* block;
+        const char* summary;
+        const char* ok;
+    };
+    const Row rows[] = {
+        {"1\tn/a", "One figure will be pasted. One is left out.", "&Paste One Figure"},
+        {"1\tn/a\tn/a", "One figure will be pasted. 2 are left out.", "&Paste One Figure"},
+        {"1\t2\t3", "3 figures will be pasted.", "&Paste 3 Figures"},
+        {"1\t1e3", "2 figures will be pasted. One to look at.", "&Paste 2 Figures"},
+        {"2e3\t1e3\tn/a", "2 figures will be pasted. One is left out. 2 to look at.",
+         "&Paste 2 Figures"},
+        {"n/a\tn/a", "There is no figure in this block that could be pasted here.",
+         "Nothing to Paste"},
+    };
+    for (const auto& row : rows) {
+        Scene scene;
+        bool can = false;
+        scene.desktop.answerNextPaste([&](PasteForm& form) { can = form.canPaste(); });
+        scene.paste("txtSales(8)", row.block);
+        ASSERT_EQ(scene.desktop.pastes().size(), 1U) << row.block;
+        EXPECT_EQ(scene.desktop.pastes()[0].summary, row.summary);
+        EXPECT_EQ(scene.desktop.pastes()[0].okCaption, row.ok);
+        EXPECT_EQ(can, row.block[0] != 'n') << row.block;
+    }
+}
+
+// What the preview shows of a switch: its words, what is chosen, whether it can be turned.
+TEST(CellCommands, NameTheSwitchesOfThePreview) {
+    const auto told = [](const std::vector<PasteSwitch>& switches) {
+        std::string text;
+        for (const auto& one : switches) {
+            text += one.enabled ? "" : "-";
+            text += one.caption + " ";
+            text += one.entries.empty() ? std::string(one.chosen != 0 ? "on" : "off")
+                                        : one.entries[static_cast<std::size_t>(one.chosen)];
+            text += "\n";
+        }
+        return text;
+    };
+    Scene scene;
+    scene.paste("txtSales(8)", "1\t2");
+    const auto& first = scene.desktop.pastes()[0];
+    EXPECT_EQ(told(first.switches), "-Place by the &years or dates in the block off\n"
+                                    "-Place by the column &names in the block off\n"
+                                    "&Turn rows and columns off\n"
+                                    "&Reverse the order of the periods off\n"
+                                    "&Unit of amounts: As shown (M)\n"
+                                    "&Empty cells and dashes: Keep the figure\n"
+                                    "-&Decimal mark: Point\n");
+    const std::vector<std::string> units = {"As shown (M)", "Thousands", "Millions", "Billions"};
+    EXPECT_EQ(first.switches[4].entries, units);
+    EXPECT_EQ(first.switches[5].entries,
+              (std::vector<std::string>{"Keep the figure", "Empty the cell"}));
+    EXPECT_EQ(first.switches[6].entries, (std::vector<std::string>{"Point", "Comma"}));
+    scene.paste("txtSales(8)", "in billions\t2024\t2025\nRevenue\t1,5\t2,5");
+    EXPECT_EQ(told(scene.desktop.pastes()[1].switches),
+              "Place by the &years or dates in the block on\n"
+              "Place by the column &names in the block on\n"
+              "-&Turn rows and columns on\n"
+              "-&Reverse the order of the periods off\n"
+              "&Unit of amounts: Billions\n"
+              "&Empty cells and dashes: Keep the figure\n"
+              "&Decimal mark: Comma\n");
+}
+
+TEST(CellCommands, TurnEachSwitchOfThePreview) {
+    const auto pasted = [](const char* block, int index, int chosen) {
+        Scene scene;
+        scene.enter("txtSales(9)", "7");
+        scene.desktop.answerNextPaste([&](PasteForm& form) {
+            form.setSwitch(index, chosen);
+            form.pressOk();
+        });
+        scene.paste("txtSales(8)", block);
+        return exactNumberText(scene.revenue(8)) + " " + exactNumberText(scene.revenue(9)) + " " +
+               exactNumberText(scene.netIncome(8)) + " " + exactNumberText(scene.netIncome(9));
+    };
+    const char* years = "\t2025\t2024\nRevenue\t5\t4";
+    EXPECT_EQ(pasted(years, 0, 1), "4 5 0 0");
+    const char* unnamed = "\t2025\t2024\nx\t5\t4";
+    EXPECT_EQ(pasted(unnamed, 0, 1), "4 5 0 0");
+    EXPECT_EQ(pasted(unnamed, 0, 0), "2024 2025 0 0");
+    const char* names = "Net Income\tx\n4\t1\n5\t2";
+    EXPECT_EQ(pasted(names, 1, 1), "0 7 4 5");
+    EXPECT_EQ(pasted(names, 1, 0), "4 5 0 0");
+    EXPECT_EQ(pasted("4\t5", 2, 0), "4 7 0 0");
+    EXPECT_EQ(pasted("4\t5", 2, 1), "4 5 0 0");
+    EXPECT_EQ(pasted("4\n5", 3, 1), "5 4 0 0");
+    EXPECT_EQ(pasted("4\n5", 3, 2), "4 5 0 0") << "there is no such choice";
+    EXPECT_EQ(pasted("4\n5", 3, -1), "4 5 0 0");
+    EXPECT_EQ(pasted("4\n5", -1, 1), "4 5 0 0");
+    EXPECT_EQ(pasted("4\n5", 7, 1), "4 5 0 0");
+    EXPECT_EQ(pasted("4\n5", 4, 1), "0.004 0.005 0 0");
+    EXPECT_EQ(pasted("4\n5", 4, 2), "4 5 0 0");
+    EXPECT_EQ(pasted("4\n5", 4, 3), "4000 5000 0 0");
+    EXPECT_EQ(pasted("4\n-", 5, 0), "4 7 0 0");
+    EXPECT_EQ(pasted("4\n-", 5, 1), "4 0 0 0");
+    EXPECT_EQ(pasted("1.500\n2.500", 6, 0), "1.5 2.5 0 0");
+    EXPECT_EQ(pasted("1.500\n2.500", 6, 1), "1500 2500 0 0");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "platform/form.hpp"
 #include "platform/text_field.hpp"
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
@@ -342,6 +343,38 @@ TEST_F(ControlTest, TabsAreCountedFromOne) {
     strip.selectTab(2);
     strip.selectTab(2);
     EXPECT_EQ(heard.tabs, 2);
+}
+
+TEST_F(ControlTest, AnUpdateTellsEachChangeOnceInTheEnd) {
+    auto& box = form.add<TextBox>("txtName");
+    auto& bar = form.add<ScrollBar>("vscrName");
+    takeChanges();
+    {
+        const Form::Update update(form);
+        box.setToolTip("tip");
+        box.setText("one");
+        box.setText("two");
+        bar.setOrientation(Orientation::vertical);
+        EXPECT_EQ(takeChanges(), Changes{});
+    }
+    Changes told = takeChanges();
+    std::ranges::sort(told);
+    Changes expected{Property::toolTip, Property::text, Property::look};
+    std::ranges::sort(expected);
+    EXPECT_EQ(told, expected);
+    box.setText("three");
+    EXPECT_EQ(takeChanges(), Changes{Property::text});
+}
+
+TEST_F(ControlTest, AMarkIsToldOfWhenItComesAndWhenItGoes) {
+    auto& box = form.add<TextBox>("txtName");
+    box.setMark({MarkKind::unstored, "why"});
+    takeChanges();
+    box.showStored("5");
+    const Changes gone = takeChanges();
+    EXPECT_EQ(std::ranges::count(gone, Property::mark), 1);
+    box.showStored("6");
+    EXPECT_EQ(takeChanges(), Changes{Property::text});
 }
 
 } // namespace

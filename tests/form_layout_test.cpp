@@ -299,5 +299,11 @@ TEST_F(FormLayout, FieldsThatHoldFiguresAreAlignedRight) {
         EXPECT_EQ(dynamic_cast<const TextBox&>(control(name)).alignment(), Alignment::left) << name;
 }
 
+TEST_F(FormLayout, AHeadLeadsToTheFirstCellOfItsColumn) {
+    for (const auto columns : {yearlyColumns(), quarterlyColumns()})
+        for (const auto& column : columns)
+            EXPECT_EQ(column.head.in(form).buddy(), &column.cells[0].in(form));
+}
+
 } // namespace
 } // namespace vkr

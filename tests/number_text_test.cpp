@@ -426,5 +426,21 @@ TEST(NumberText, AMarkOfTheByteOrderAroundAFigureIsABlank) {
     }
 }
 
+TEST(NumberText, TellsWhatItLeavesOutBehindASign) {
+    struct Row {
+        const char* typed;
+        const char* text;
+        const char* leftOut;
+    };
+    const Row rows[] = {{".5-", "-0.5", ""},           {"(.5)", "-0.5", ""},
+                        {"+5 apples", "5", "apples"},  {"-5 apples", "-5", "apples"},
+                        {"+ 5 apples", "5", "apples"}, {"x", "", "x"}};
+    for (const auto& row : rows) {
+        const NumericText read = cleanNumericText(row.typed, NumericKind::PlainNumber);
+        EXPECT_EQ(read.text, row.text) << row.typed;
+        EXPECT_EQ(read.leftOut, row.leftOut) << row.typed;
+    }
+}
+
 } // namespace
 } // namespace vkr

@@ -808,5 +808,25 @@ TEST_F(QuarterSpan, ADateThatIsRejectedInAClearedFormLeavesTheRecordsOwn) {
     }
 }
 
+TEST_F(QuarterSpan, ARowJustOutOfViewComesIntoItByOneRow) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    scene.entry->put_VisibleQuarters(35);
+    const int last = bar().largeChange() - 1; // in view
+    desktop.click("txtRevenue(0)");
+    for (int row = 0; row < last; ++row)
+        desktop.type("{DOWN}");
+    EXPECT_EQ(bar().value(), 0);
+    desktop.type("{DOWN}");
+    EXPECT_EQ(bar().value(), 1);
+    desktop.type("{DOWN}");
+    EXPECT_EQ(bar().value(), 2);
+    for (int row = 0; row < last; ++row)
+        desktop.type("{UP}");
+    EXPECT_EQ(bar().value(), 2);
+    desktop.type("{UP}");
+    EXPECT_EQ(bar().value(), 1);
+}
+
 } // namespace
 } // namespace vkr
