@@ -229,7 +229,7 @@ bool BlockPlacing::follows(const Period& before, const Period& period, bool mayM
         return false;
     if (period.year) {
         const int years = std::abs(*period.year - *before.year);
-        return years == 1 || (mayMiss && years > 1);
+        return mayMiss ? years >= 1 : years == 1;
     }
     struct Length {
         int least, most; // of one, in days

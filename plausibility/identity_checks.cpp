@@ -223,14 +223,15 @@ void incomeAfterTax(const CompanyFigures& figures, Report& report) {
             const double off = std::abs(expected - left);
             if (off <= std::max(units * likelyUnit(unit, income), share * std::abs(income)))
                 continue;
-            report.speak(powerOfTenNear(expected / left, byPowerOfTen) ? sure
-                         : off > much * std::abs(income)               ? likely
-                                                                       : hint,
-                         {{after, element}, {before, element}, {rate, element}}, 3,
-                         {report.period({after, element}), report.text({before, element}),
-                          report.text({rate, element}),
-                          report.text(roundedTo(finest, expected), DatumUnit::money),
-                          report.text({after, element})});
+            report.speak(
+                powerOfTenNear(expected / left, byPowerOfTen) ? sure
+                : off > much * std::abs(income)               ? likely
+                                                              : hint,
+                {{after, element}, {before, element}, {rate, element}}, 3,
+                {report.period({after, element}), report.text({before, element}),
+                 report.text({rate, element}),
+                 report.text(roundedTo(likelyUnit(finest, expected), expected), DatumUnit::money),
+                 report.text({after, element})});
         }
 }
 

@@ -144,7 +144,6 @@ std::vector<Finding> Report::findings() && {
         for (std::size_t at = 0; at < suspects; ++at)
             ++votes[finding.places[at]];
     std::vector<Finding> found;
-    found.reserve(spoken_.size());
     for (auto& [finding, suspects] : spoken_) {
         const auto end = finding.places.begin() + static_cast<std::ptrdiff_t>(suspects);
         const auto most =

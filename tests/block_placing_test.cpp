@@ -548,5 +548,44 @@ TEST(BlockPlacing, GoesByTheMarksOfTheFormWhereTheFiguresDisagree) {
               "2016 Revenue 1.5; '2,5' none; 2016 Net Income 1500 mark?=1.500");
 }
 
+TEST(BlockPlacing, TakesNoTextAmongTheFiguresForATitle) {
+    EXPECT_EQ(placed("1\t2\nin thousands\t4"),
+              "2016 Revenue 1; 2016 Tax Rate 2; 'in thousands' none; 2017 Tax Rate 4");
+    EXPECT_EQ(placed("Costs\tRevenue\n1\t2"), "'1' column=Costs; 2016 Revenue 2");
+    EXPECT_EQ(placed("in thousands\n2024\t2025"), "2024 Revenue 2.025");
+}
+
+TEST(BlockPlacing, MissesPeriodsOnlyWhereItsCornerSpeaksOfThem) {
+    EXPECT_EQ(placed("Staff\t2024\t2022\nRevenue\t5\t4"),
+              "'2024' column=Staff; '2022' column=Staff; 2016 Revenue 5; 2017 Revenue 4");
+    EXPECT_EQ(
+        placed("Year\t2024\t2024\nRevenue\t5\t4"),
+        "'2024' column=Year; '2024' column=Year; 2016 Revenue 5 place?; 2017 Revenue 4 place?");
+    EXPECT_EQ(placed("Year\t2024-09-30\t2024-10-05\nRevenue\t5\t4"),
+              "'2024-09-30' column=Year; '2024-10-05' column=Year; 2016 Revenue 5; 2017 Revenue 4");
+    EXPECT_EQ(placed("Year\t2023\t2024\nRevenue\t5\t4"), "2023 Revenue 5; 2024 Revenue 4");
+}
+
+TEST(BlockPlacing, EmptiesWhatIsThere) {
+    BlockGrid grid = yearly();
+    grid.held = [](int, int) { return std::optional<double>(1); };
+    BlockPlacing placing(cellsOf("\t5"), grid);
+    BlockSwitches switches = placing.switches();
+    switches.emptyCells = true;
+    placing.setSwitches(switches);
+    EXPECT_EQ(told(placing), "2016 Revenue 0 empties?; 2016 Tax Rate 5");
+}
+
+TEST(BlockPlacing, KnowsCurrenciesByTheirWords) {
+    EXPECT_EQ(placed("USD 5\t5 EUR\t-kr5\t5kr", yearly(2, 0)),
+              "2016 Net Income 5 currency=USD; 2016 EPS 5 currency=EUR; "
+              "'-kr5' currency=kr negative; 2016 Shares 5 currency=kr");
+    EXPECT_EQ(placed("1\tUSDX 5\t5 KUSD\t5\u00E9kr", yearly(2, 0)),
+              "2016 Net Income 1; 'USDX 5' none; '5 KUSD' none; '5\u00E9kr' none");
+    EXPECT_EQ(placed("(USD 5 )\t5- $\t5 %-\t5-%", yearly(2, 0)),
+              "2016 Net Income -5 brackets currency=USD; 2016 EPS -5 behind currency=$; "
+              "'5 %-' behind percent? negative; '5-%' behind percent? negative");
+}
+
 } // namespace
 } // namespace vkr

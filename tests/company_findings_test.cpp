@@ -712,5 +712,296 @@ TEST(PlausibilityRules, speakOfWhatAYearLacksInOneSentence) {
         << findings[0].text;
 }
 
+TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
+    using Figures = std::vector<std::pair<FigurePlace, double>>;
+    // A figure between an older and a newer one.
+    const auto between = [](Datum series, double older, double at, double newer) {
+        return Figures{{{series, 5}, older}, {{series, 4}, at}, {{series, 3}, newer}};
+    };
+    const auto dividends = [&](double older, double at, double newer) {
+        return between(YDividendSeries, older, at, newer);
+    };
+    const auto shares = [&](double older, double at, double newer) {
+        return between(YCSOSeries, older, at, newer);
+    };
+    const auto prices = [&](const Figures& high, const Figures& low) {
+        Figures both = high;
+        both.insert(both.end(), low.begin(), low.end());
+        return both;
+    };
+    const auto range = [&](double highTimes, double lowTimes, double newer = 1) {
+        const double middle = std::sqrt(newer);
+        return prices(between(YHighSeries, 60, 60 * highTimes * middle, 60 * newer),
+                      between(YLowSeries, 40, 40 * lowTimes * middle, 40 * newer));
+    };
+    tryEach({
+        {"jump-of-hundreds", dividends(1, 316.2, 10), true},
+        {"jump-of-hundreds", dividends(1, 324, 10.5), false},
+        {"jump-of-hundreds", dividends(1, 31.705, 1), true},
+        {"jump-of-hundreds", dividends(1, 31.69, 1), false},
+        {"jump-of-hundreds", dividends(1, 1 / 31.705, 1), true},
+        {"jump-of-hundreds", dividends(1, 3161.5, 1), true},
+        {"jump-of-hundreds", dividends(1, 3162.5, 1), false},
+        {"jump-of-hundreds", between(YTaxRateSeries, 5, 500, 5), true},
+        {"jump-of-hundreds", between(YTaxRateSeries, 4.9, 500, 5), false},
+        {"jump-of-ten", dividends(1, 17.32, 3), true},
+        {"jump-of-ten", dividends(1, 18.7, 3.5), false},
+        {"jump-of-ten", dividends(1, 12.95, 1), true},
+        {"jump-of-ten", dividends(1, 13.05, 1), false},
+        {"jump-of-ten", dividends(1, 0.1, 1), true},
+        {"jump-of-ten", dividends(1, 1.2, 1), false},
+        {"jump-of-ten", dividends(1, 100, 1), false},
+        {"split-ratio-jump", shares(100, 214.4, 115), true},
+        {"split-ratio-jump", shares(100, 214.5, 115.05), false},
+        {"split-ratio-jump", shares(100, 209.9, 100), true},
+        {"split-ratio-jump", shares(100, 210.1, 100), false},
+        {"split-ratio-jump", shares(100, 142.9, 100), true},
+        {"split-ratio-jump", shares(100, 142.8, 100), false},
+        {"prices-by-split-ratio", range(2, 2), true},
+        {"prices-by-split-ratio", range(2, 2, 1.5), true},
+        {"prices-by-split-ratio", range(2, 2, 1.505), false},
+        {"prices-by-split-ratio", range(2.195, 2.195), true},
+        {"prices-by-split-ratio", range(2.21, 2.21), false},
+        {"prices-by-split-ratio", range(2.1, 1.91), true},
+        {"prices-by-split-ratio", range(2.1, 1.9), false},
+        {"prices-by-split-ratio", range(10, 10), true},
+        {"prices-by-split-ratio", range(9.2, 9.2), true},
+        {"ranges-apart", {{{YLowSeries, 1}, 97.55}}, true},
+        {"ranges-apart", {{{YLowSeries, 1}, 97.5}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 140.5}, {{YEPSSeries, 1}, 3.7}}, true},
+        {"split-step", {{{YCSOSeries, 1}, 140}, {{YEPSSeries, 1}, 3.7}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 71.2}, {{YEPSSeries, 1}, 7.303}}, true},
+        {"earnings-times-shares", {{{YEPSSeries, 8}, 4.2002}}, true},
+        {"earnings-times-shares", {{{YEPSSeries, 8}, 4.1998}}, false},
+        {"earnings-times-shares",
+         {{{YEPSSeries, 8}, 0.1}, {{YNetIncSeries, 8}, 10 / 1.0605}},
+         true},
+        {"earnings-times-shares",
+         {{{YEPSSeries, 8}, 0.1}, {{YNetIncSeries, 8}, 10 / 1.0595}},
+         false},
+        {"earnings-times-shares", {{{YEPSSeries, 8}, 3.5}}, true},
+        {"earnings-times-shares", {{{YEPSSeries, 8}, 3.5}, {{PrefDiv, onCard}, 50}}, false},
+        {"book-value-times-shares", {{{YBookValSeries, 8}, 25.01}}, true},
+        {"income-after-tax", {{{YTaxRateSeries, 8}, 35.02}}, true},
+        {"income-after-tax", {{{YTaxRateSeries, 8}, 34.98}}, false},
+        {"income-after-tax", {{{QTaxRateSeries, 8}, 45.02}}, true},
+        {"income-after-tax", {{{QTaxRateSeries, 8}, 44.98}}, false},
+        {"income-after-tax", {{{YPTISeries, 8}, 10}, {{YNetIncSeries, 8}, 5.9}}, true},
+        {"income-after-tax", {{{YPTISeries, 8}, 10}, {{YNetIncSeries, 8}, 6}}, false},
+        {"quarterly-earnings-times-shares",
+         {{{QEPSSeries, 31}, 10}, {{QNetIncSeries, 31}, 1150.9}},
+         true},
+        {"quarterly-earnings-times-shares",
+         {{{QEPSSeries, 31}, 10}, {{QNetIncSeries, 31}, 1150.5}},
+         false},
+        {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 115.58}}, true},
+        {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 115.57}}, false},
+        // The shares of a quarter lie between those of the years beside it.
+        {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 130}}, true},
+        {"quarterly-earnings-times-shares",
+         {{{QNetIncSeries, 31}, 130}, {{YCSOSeries, 7}, 120}},
+         false},
+        {"quarterly-earnings-times-shares",
+         {{{QNetIncSeries, 31}, 130}, {{YCSOSeries, 9}, 120}},
+         false},
+        {"quarterly-earnings-times-shares",
+         {{{QNetIncSeries, 31}, 130}, {{YCSOSeries, 6}, 120}},
+         true},
+        {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 80}}, true},
+        {"quarterly-earnings-times-shares",
+         {{{QNetIncSeries, 31}, 80}, {{YCSOSeries, 7}, 80}},
+         false},
+        {"quarterly-earnings-against-year", {{{QEPSSeries, 3}, 1.459}}, true},
+        {"quarterly-earnings-against-year", {{{QEPSSeries, 3}, 1.457}}, false},
+        {"year-behind-quarters", {{{LastQDateForGrid, onCard}, day(2026, 12, 24)}}, true},
+        {"year-behind-quarters", {{{LastQDateForGrid, onCard}, day(2026, 12, 23)}}, false},
+    });
+    // Cents that are rounded away, four times and once more; with more decimals, half of it.
+    const auto earnings = [](double year, double lastQuarter) {
+        Figures figures{{{YEPSSeries, 8}, year}, {{QEPSSeries, 31}, lastQuarter}};
+        for (int quarter = 28; quarter < 31; ++quarter)
+            figures.push_back({{QEPSSeries, quarter}, 0.1});
+        return figures;
+    };
+    tryEach({
+        {"quarterly-earnings-against-year", earnings(0.4, 0.1305), true},
+        {"quarterly-earnings-against-year", earnings(0.4, 0.1295), false},
+        {"quarterly-earnings-against-year", earnings(0.41, 0.13), false},
+        {"quarterly-earnings-against-year", earnings(0.401, 0.11605), true},
+        {"quarterly-earnings-against-year", earnings(0.401, 0.1159), false},
+    });
+    for (const double ratio : {2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 15.0, 20.0, 25.0, 50.0})
+        EXPECT_TRUE(speaks("split-ratio-jump", shares(100, 100 * ratio / 1.045, 100))) << ratio;
+}
+
+TEST(PlausibilityRules, compareNoDatesWhereNothingGoesByThem) {
+    struct Row {
+        bool years;
+        bool quarters;
+        double yearEnd;
+        double quarterEnd;
+    };
+    const double june = day(2025, 6, 30);
+    const double december = day(2025, 12, 31);
+    const Row rows[] = {{true, true, december, june},
+                        {true, false, december, june},
+                        {false, true, december, june},
+                        {true, true, 0, june},
+                        {true, true, december, 0},
+                        {true, true, june, day(2026, 12, 31)},
+                        {true, false, june, day(2026, 12, 31)},
+                        {false, true, june, day(2026, 12, 31)}};
+    for (const Row& row : rows) {
+        CompanyRecord company;
+        company.put_LastFY(2024);
+        putElement(company, {{{LastFYDate, onCard}, row.yearEnd},
+                             {{LastQDateForGrid, onCard}, row.quarterEnd}});
+        if (row.years)
+            putElement(company, YHighSeries, 10, 5);
+        if (row.quarters)
+            putElement(company, QPTISeries, 34, 5);
+        const auto names = rulesOf(companyFindings(company));
+        const auto says = [&](const char* rule) {
+            return std::ranges::find(names, rule) != names.end();
+        };
+        const bool both = row.years && row.quarters && row.yearEnd != 0 && row.quarterEnd != 0;
+        EXPECT_EQ(says("quarter-before-year-end"), both && row.yearEnd == december);
+        EXPECT_EQ(says("year-behind-quarters"), both && row.yearEnd == june);
+        EXPECT_EQ(says("year-unlike-its-end"), row.years && row.yearEnd != 0);
+    }
+}
+
+// What a person reads, and how sure it is.
+TEST(PlausibilityRules, sayWhatTheyHaveFound) {
+    std::vector<std::string> said;
+    for (const Case& one : cases()) {
+        const auto company = soundCompany();
+        putElement(*company, one.speaks);
+        for (const Finding& finding : companyFindings(*company, {{}, makeDate(2026, 6, 1).value()}))
+            if (finding.rule == one.rule)
+                said.push_back(std::string(finding.sureness == sure     ? "sure: "
+                                           : finding.sureness == likely ? "likely: "
+                                                                        : "hint: ") +
+                               finding.text);
+    }
+    const std::vector<std::string> expected = {
+        "sure: The high price of fiscal year 2025, 53.9, is below the low, 54.",
+        "hint: The high price of fiscal year 2025, 81, is about 12.1 times the low, 6.7.",
+        "sure: The 52-week high, 54.9, is below the 52-week low, 55.",
+        "likely: The current price, 54, is below the 52-week low, 55.",
+        "likely: The current price, 76, is above the 52-week high, 75.",
+        "sure: Total debt is -1 million, and can't be below zero.",
+        "sure: In the quarter ended 2025-03-31 earnings per share are -1 and net income is 135 "
+        "million: one is a gain, the other a loss.",
+        "sure: In fiscal year 2025 book value per share is -27 and common equity is 2,700 million: "
+        "one is below zero.",
+        "hint: In fiscal year 2018 pre-tax income is -500 million and net income 400 million: one "
+        "is a gain, the other a loss.",
+        "likely: Preferred dividends, 541 million, are more than net income, 540 million, of "
+        "fiscal year 2025.",
+        "hint: Diluted shares, 98.9 million, are fewer than common shares, 99 million.",
+        "likely: The diluted shares, 141 million, are about 1.41 times the shares outstanding of "
+        "fiscal year 2025, 100 million.",
+        "likely: Revenue of fiscal year 2018: the four quarters make 4,000 million, the year says "
+        "4,008.1 million.",
+        "hint: Earnings per share of fiscal year 2025: the four quarters make 5.52, the year says "
+        "5.4.",
+        "likely: In fiscal year 2018 earnings per share of 4.21 times 100 million shares make 421 "
+        "million, net income is 400 million.",
+        "hint: In the quarter ended 2025-03-31 earnings per share of 1.56 and net income of 135 "
+        "million make 86.5 million shares; in fiscal year 2025 it is 100 million.",
+        "hint: In fiscal year 2018 a book value of 25.1 times 100 million shares makes 2,510 "
+        "million, common equity is 2,000 million. A listing or a merger can be the reason.",
+        "hint: In fiscal year 2018 pre-tax income of 500 million less 36 % taxes leaves 320 "
+        "million, net income is 400 million. Minority holders can be the reason.",
+        "hint: In the quarter ended 2023-12-31 pre-tax income of 156.25 million less 46 % taxes "
+        "leaves 84.38 million, net income is 125 million. Minority holders can be the reason.",
+        "sure: Dividends declared of fiscal year 2022, 42, is about 35 times the figures beside "
+        "it, 1.15 and 1.25.",
+        "likely: Dividends declared of fiscal year 2022, 9.5, is about 7.92 times the figures "
+        "beside it, 1.15 and 1.25.",
+        "likely: Dividends declared of fiscal year 2025, 42, is about 32.9 times the next figures, "
+        "1.25 and 1.3.",
+        "likely: Dividends declared of fiscal year 2025, 42, is about 32.9 times the next figures, "
+        "1.25 and 1.3.",
+        "likely: Dividends declared of fiscal year 2022, 2.5, is about 2.09 times the figures "
+        "beside it, 1.15 and 1.25. Were the others adjusted for a split?",
+        "likely: High and low price of fiscal year 2022, 144 and 96, are about 2 times those of "
+        "the years beside it. Were those adjusted for a split?",
+        "likely: Prices of fiscal year 2024 were from 52 to 78, those of fiscal year 2025 from 98 "
+        "to 81: they do not meet. Are some adjusted for a split and some not?",
+        "hint: From fiscal year 2024 to fiscal year 2025 the shares go from 100 million to 141 "
+        "million and earnings per share from 5.2 to 3.7. A split that the older years were not "
+        "adjusted for, or new shares?",
+        "likely: For fiscal year 2023 nothing is stored as revenue, while there are figures before "
+        "and after it.",
+        "likely: For fiscal year 2023 nothing is stored as pre-tax income, while there are figures "
+        "before and after it.",
+        "likely: For the quarter ended 2025-03-31 nothing is stored as net income, while there are "
+        "figures before and after it.",
+        "likely: The last fiscal year is 2024, and is said to have ended on 2025-12-31.",
+        "likely: The last fiscal year is 2025, and is said to have ended on 2026-01-08.",
+        "likely: The last quarter ended on 2025-11-15, before the last fiscal year did, on "
+        "2025-12-31.",
+        "hint: The last quarter ended on 2026-12-31, the last fiscal year on 2025-12-31: another "
+        "year has ended since.",
+        "hint: The source is dated 2025-12-30, before the last quarter ended, on 2025-12-31.",
+        "likely: The price update date, 2026-06-02, is still to come.",
+        "likely: The price update date, 2026-06-02, is still to come.",
+        "likely: The date of last FY, 2026-06-02, is still to come.",
+        "likely: The date of last FY, 2026-06-02, is still to come.",
+        "likely: The newest quarter of the table, 2026-06-02, is still to come.",
+        "likely: The newest quarter of the table, 2026-06-02, is still to come.",
+        "likely: The date of source, 2026-06-02, is still to come.",
+        "likely: The last update, 2026-06-02, is still to come."};
+    EXPECT_EQ(said, expected);
+}
+
+// What a person has called right is kept by its key: it has to stay as it is.
+TEST(CompanyFindings, haveKeysThatStay) {
+    const auto keyOf = [](const std::vector<std::pair<FigurePlace, double>>& figures) {
+        const auto company = soundCompany();
+        putElement(*company, figures);
+        return companyFindings(*company).at(0).key;
+    };
+    EXPECT_EQ(keyOf({{{YHighSeries, 1}, 53.9}}),
+              "high-below-low YHighSeries 2025 9ad149b0b9a357dc");
+    EXPECT_EQ(keyOf({{{QNetIncSeries, 3}, 0}}),
+              "missing-quarter QNetIncSeries 2025Q1 c0c897006ad0f058");
+    EXPECT_EQ(keyOf({{{CurrentPrice, onCard}, 54}}),
+              "price-outside-range CurrentPrice 2453ae044c7624dd");
+}
+
+TEST(CompanyFindings, nameAPeriodByItsPlaceWhereThereIsNoDate) {
+    CompanyRecord company;
+    for (const int year : {0, 1, 2, 3}) {
+        putElement(company, YHighSeries, year, 5);
+        putElement(company, YLowSeries, year, 5.5);
+    }
+    for (const int quarter : {0, 1, 34})
+        putElement(company, QRevenueSeries, quarter, -0.5);
+    std::vector<std::string> texts;
+    std::vector<std::string> keys;
+    for (const Finding& one : companyFindings(company))
+        if (one.rule == "high-below-low" || one.rule == "negative-figure") {
+            texts.push_back(one.text);
+            keys.push_back(one.key.substr(0, one.key.rfind(' ')));
+        }
+    const std::vector<std::string> expected = {
+        "Revenue of the last quarter is -0.5 million, and can't be below zero.",
+        "Revenue of quarter 1 before the last is -0.5 million, and can't be below zero.",
+        "Revenue of quarter 34 before the last is -0.5 million, and can't be below zero.",
+        "The high price of the coming fiscal year, 5, is below the low, 5.5.",
+        "The high price of the last fiscal year, 5, is below the low, 5.5.",
+        "The high price of fiscal year 1 before the last, 5, is below the low, 5.5.",
+        "The high price of fiscal year 2 before the last, 5, is below the low, 5.5."};
+    EXPECT_EQ(texts, expected);
+    EXPECT_EQ(keys, (std::vector<std::string>{
+                        "negative-figure QRevenueSeries -0", "negative-figure QRevenueSeries -1",
+                        "negative-figure QRevenueSeries -34", "high-below-low YHighSeries -0",
+                        "high-below-low YHighSeries -1", "high-below-low YHighSeries -2",
+                        "high-below-low YHighSeries -3"}));
+}
+
 } // namespace
 } // namespace vkr
