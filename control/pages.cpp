@@ -82,24 +82,26 @@ void Pages::focusFirstField() {
         quarterly_.layOut();
     if (keepsFocus_)
         return;
+    if (Control* const first = firstField(); first != nullptr)
+        first->setFocus();
+}
+
+Control* Pages::firstField() const {
     switch (shown()) {
     case toCompany:
-        context_[context_[controls::name].text().empty() ? controls::name : controls::currentPrice]
-            .setFocus();
-        break;
+        return &context_[context_[controls::name].text().empty() ? controls::name
+                                                                 : controls::currentPrice];
     case toYearly:
-        context_[controls::lastFiscalYear].setFocus();
-        break;
+        return &context_[controls::lastFiscalYear];
     case toQuarterly:
-        context_[controls::quarterlyRevenue[0]].setFocus();
-        break;
+        return &context_[controls::quarterlyRevenue[0]];
     case toOther:
-        context_[controls::address1].setFocus();
-        break;
+        return &context_[controls::address1];
     default:
         for (const auto& [unit, option] : controls::unitOption.all(context_.form))
             if (context_[controls::unitOption[unit]].value())
-                option->setFocus();
+                return option;
+        return nullptr;
     }
 }
 

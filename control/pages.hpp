@@ -38,6 +38,7 @@ class Pages {
     [[nodiscard]] During keepFocus() { return During(keepsFocus_); }
 
   private:
+    [[nodiscard]] Control* firstField() const; // of the page that is shown
     void checkInvariants() const;
 
     EntryContext& context_;

@@ -184,30 +184,25 @@ void MoveInGrid(KeyCode key, std::span<TextBox* const> fields, int index, Contro
                 Control* left, Control* home, Control* end) {
     const int last = static_cast<int>(fields.size()) - 1;
     const auto cell = [&](int i) -> Control* { return fields[static_cast<std::size_t>(i)]; };
-    Control* target = nullptr;
-    switch (key) {
-    case keys::right:
-        target = right;
-        break;
-    case keys::left:
-        target = left;
-        break;
-    case keys::down:
-        target = index >= last ? right : cell(index + 1);
-        break;
-    case keys::up:
-        target = last < 0 ? nullptr : index <= 0 ? cell(last) : cell(index - 1);
-        break;
-    case keys::home:
-        target = home;
-        break;
-    case keys::end:
-        target = end;
-        break;
-    default:
-        break;
-    }
-    if (target != nullptr)
+    const auto targetOf = [&]() -> Control* {
+        switch (key) {
+        case keys::right:
+            return right;
+        case keys::left:
+            return left;
+        case keys::down:
+            return index >= last ? right : cell(index + 1);
+        case keys::up:
+            return last < 0 ? nullptr : index <= 0 ? cell(last) : cell(index - 1);
+        case keys::home:
+            return home;
+        case keys::end:
+            return end;
+        default:
+            return nullptr;
+        }
+    };
+    if (Control* const target = targetOf(); target != nullptr)
         target->setFocus();
 }
 

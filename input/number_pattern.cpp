@@ -80,10 +80,8 @@ bool roundQuickly(double magnitude, int exponent, std::uint64_t& whole) {
         return false;
     whole = static_cast<std::uint64_t>(scaled);
     const double beyondHalf = scaled - static_cast<double>(whole) - 0.5;
-    if (std::fabs(beyondHalf) <= scaled * 1e-14)
-        return false;
     whole += beyondHalf > 0 ? 1 : 0;
-    return true;
+    return std::fabs(beyondHalf) > scaled * 1e-14;
 }
 
 template <typename Literals>

@@ -28,13 +28,10 @@ constexpr Option options[] = {
 
 } // namespace
 
-bool clickOption(const Control& control, OptionsHost& host) {
+void clickOption(const Control& control, OptionsHost& host) {
     for (const auto& option : options)
-        if (option.name == control.name()) {
+        if (option.name == control.name())
             option.choose(host, control.index());
-            return true;
-        }
-    return false;
 }
 
 } // namespace vkr

@@ -18,9 +18,9 @@ class OptionsHost {
     virtual void chooseShade(int button) = 0; // 0 locked, 1 yearly, 2 quarterly
 };
 
-// Carries out a click on an option or colour button; false for any other control. Choosing what
-// is chosen is for the host to see and leave alone.
-bool clickOption(const Control& control, OptionsHost& host);
+// Carries out a click on an option or colour button. Choosing what is chosen is for the host to see
+// and leave alone.
+void clickOption(const Control& control, OptionsHost& host);
 
 // Index of the option button that stands for a unit.
 [[nodiscard]] constexpr int optionOfUnit(std::int32_t unit) {

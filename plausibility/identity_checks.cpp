@@ -41,7 +41,7 @@ bool gather(const CompanyFigures& figures, Datum yearly, Datum quarterly, int ye
             YearOfQuarters& found) {
     const int newest = figures.newestQuarterOf(year);
     found = {{{yearly, year}}, figures.at(yearly, year)};
-    if (newest < 0 || found.year == 0)
+    if (found.year == 0)
         return false;
     found.finest = unitOfFigure(figures.at(quarterly, newest));
     for (int quarter = newest; quarter < newest + quartersPerYear; ++quarter) {

@@ -10,9 +10,6 @@ namespace vkr {
 
 std::optional<double> powerOfTenNear(double ratio, double tolerance) {
     constexpr int most = 9; // what stands in billions was typed as units
-    ratio = std::abs(ratio);
-    if (ratio == 0 || !std::isfinite(ratio))
-        return std::nullopt;
     const double exponent = std::round(std::log10(ratio));
     if (exponent == 0 || std::abs(exponent) > most)
         return std::nullopt;
@@ -36,9 +33,7 @@ double unitOfFigure(double figure) {
 }
 
 bool isWithin(double one, double other, double times) {
-    one = std::abs(one);
-    other = std::abs(other);
-    return one != 0 && other != 0 && one <= other * times && other <= one * times;
+    return one > 0 && one <= other * times && other <= one * times;
 }
 
 } // namespace vkr

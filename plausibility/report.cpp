@@ -91,7 +91,6 @@ std::string Report::times(double ratio) const {
         const double unit = std::pow(10.0, std::floor(std::log10(value)) - 2);
         return std::round(value / unit) * unit;
     };
-    ratio = std::abs(ratio);
     return ratio >= 1 ? "about " + number(rounded(ratio)) + " times"
                       : "about 1/" + number(rounded(1 / ratio)) + " of";
 }

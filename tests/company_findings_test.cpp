@@ -826,6 +826,7 @@ TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
     tryEach({
         {"quarterly-earnings-against-year", earnings(0.4, 0.1305), true},
         {"quarterly-earnings-against-year", earnings(0.4, 0.1295), false},
+        {"quarterly-earnings-against-year", earnings(0.4, 0.13), false},
         {"quarterly-earnings-against-year", earnings(0.41, 0.13), false},
         {"quarterly-earnings-against-year", earnings(0.401, 0.11605), true},
         {"quarterly-earnings-against-year", earnings(0.401, 0.1159), false},

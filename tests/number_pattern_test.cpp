@@ -360,5 +360,13 @@ TEST(NumberPattern, AnyBytesMakeAPattern) {
     }
 }
 
+TEST(NumberPattern, HasAsManyPlacesAsItIsGiven) {
+    const std::string noughts(30, '0');
+    EXPECT_EQ(formatNumber(1.5, "0." + noughts), "1.5" + noughts.substr(1));
+    EXPECT_EQ(formatNumber(1.5e-24, "0." + noughts), "0.000000000000000000000001500000");
+    EXPECT_EQ(formatNumber(5e24, "0,,,,,,,,"), "5");
+    EXPECT_EQ(formatNumber(5e30, "0,,,,,,,,"), "5000000");
+}
+
 } // namespace
 } // namespace vkr
