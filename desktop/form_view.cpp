@@ -14,6 +14,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace vkr {
@@ -143,10 +144,19 @@ void FormView::controlRemoved(Control& control) {
     if (auto* view = viewOf(&control)) {
         views_.erase(&control);
         onShow_.removed(control);
-        if (pressed_ == view)
-            pressed_.clear();
+        if (press_.view == view)
+            press_ = {};
         view->retire();
+        checkInvariants();
     }
+}
+
+void FormView::checkInvariants() const {
+    assert(following_ >= 0);
+    assert(press_.view != nullptr || (press_.over == nullptr && !press_.selects));
+    assert(press_.view == nullptr || press_.view->control() != nullptr);
+    assert(std::ranges::all_of(views_,
+                               [](const auto& one) { return one.second->control() == one.first; }));
 }
 
 // The kind of native widget depends on this property.

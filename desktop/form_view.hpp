@@ -33,6 +33,11 @@ class ZoomStyle;
 // What a frame holds gets its native widgets when the frame is first on show. What changes in a
 // model while its frame is not on show is drawn when the frame comes on show again.
 //
+// What may be true together: at most one press is under way, of a control that has a view; a place
+// is only told during the form's mouseDown of it. While the view itself sets native focus
+// (`following_`) no news of it goes to the form. A view is there for a control of the form only,
+// and until that is removed.
+//
 // The form must outlive its view.
 class FormView : public QWidget, public ViewHost, private FormObserver {
   public:
@@ -133,6 +138,7 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     [[nodiscard]] bool isOfHost(const QWidget* widget) const;
     void turnWheel(QWheelEvent& event, ControlView* origin);
     bool inputEvent(QEvent& event);
+    void checkInvariants() const;
 
     Form* form_;
     PixelScale scale_;
@@ -150,10 +156,13 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     std::deque<SharedPalette> sharedPalettes_; // one for each look
     std::unordered_map<const Control*, ControlView*> views_;
     FramesOnShow onShow_;
-    QPointer<ControlView> pressed_;
-    QPointer<ControlView> draggedOver_; // what the press was dragged over last
-    bool dragSelects_ = false;          // controls, not text
-    MouseButton pressedButton_ = MouseButton::left;
+    struct Press {
+        QPointer<ControlView> view;
+        MouseButton button = MouseButton::left;
+        QPointer<ControlView> over; // what it was dragged over last
+        bool selects = false;       // controls, not text
+    };
+    Press press_;           // of no view: none is under way
     QPointer<QLabel> note_; // made with the first one
     std::optional<QPoint> pressPlace_;
     unsigned interruptions_ = 0;

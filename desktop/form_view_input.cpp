@@ -217,10 +217,7 @@ void FormView::beginPress(ControlView& view, MouseButton button, std::optional<Q
                           int tab) {
     giveUpPress();
     catchUp();
-    pressed_ = &view;
-    draggedOver_.clear();
-    dragSelects_ = false;
-    pressedButton_ = button;
+    press_ = {&view, button, {}, false};
     const unsigned before = interruptions_;
     pressPlace_ = place;
     form_->mouseDown(*view.control(), button, tab);
@@ -228,44 +225,46 @@ void FormView::beginPress(ControlView& view, MouseButton button, std::optional<Q
     followFocus(); // the host's menu bar may have the keys meanwhile
     if (before != interruptions_)
         giveUpPress();
+    checkInvariants();
 }
 
 bool FormView::dragged(ControlView& view, QPoint place) {
-    if (pressed_ != &view || pressedButton_ != MouseButton::left)
+    if (press_.view != &view || press_.button != MouseButton::left)
         return false;
     QWidget* under = childAt(mapFromGlobal(place));
     ControlView* over = nullptr;
     for (const auto& [control, candidate] : views_)
         if (under != nullptr && candidate->control() != nullptr && &candidate->widget() == under)
             over = candidate;
-    if (over == nullptr || over == draggedOver_ || (over == &view && draggedOver_ == nullptr))
-        return dragSelects_;
-    draggedOver_ = over;
-    dragSelects_ = form_->userDrag(*view.control(), *over->control());
-    return dragSelects_;
+    if (over == nullptr || over == press_.over || (over == &view && press_.over == nullptr))
+        return press_.selects;
+    press_.over = over;
+    const bool selects = form_->userDrag(*view.control(), *over->control());
+    press_.selects = selects && press_.view == &view; // the press may be over by now
+    return selects;
 }
 
 bool FormView::isPressed(const ControlView& view) const {
-    return pressed_ == &view;
+    return press_.view == &view;
 }
 
 void FormView::endPress(ControlView& view, MouseButton button, bool inside) {
-    if (pressed_ != &view || button != pressedButton_)
+    if (press_.view != &view || button != press_.button)
         return;
     if (!inside || button != MouseButton::left) {
         giveUpPress();
         return;
     }
-    pressed_.clear();
+    press_ = {};
     view.pressEnded();
     form_->click(*view.control());
 }
 
 void FormView::giveUpPress() {
-    if (pressed_.isNull())
+    if (press_.view.isNull())
         return;
-    auto* view = pressed_.data();
-    pressed_.clear();
+    auto* view = press_.view.data();
+    press_ = {};
     view->pressEnded();
     form_->pressGivenUp(*view->control());
 }
