@@ -71,10 +71,6 @@ void EditWindow::fitFigure() {
     useFont(tooWide ? fonts.fitting(text, room(), narrowest) : fonts.plain());
 }
 
-bool EditWindow::fits() const {
-    return host().fonts().widthOf(toWide(field().text())) <= room();
-}
-
 int EditWindow::room() const {
     const int beside = 2 * (margin() + GetSystemMetrics(SM_CXEDGE)) + 1; // and the caret
     return std::max(1, host().scale().place(*control()).width - beside);

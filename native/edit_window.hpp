@@ -14,9 +14,6 @@ class EditWindow final : public FieldWindow {
 
     [[nodiscard]] bool hasLines() const override { return hasLines_; }
 
-  protected:
-    [[nodiscard]] bool fits() const override;
-
   private:
     void fitFigure();
     void useFont(HFONT font);

@@ -50,8 +50,6 @@ class FieldWindow : public ControlWindow {
 
     [[nodiscard]] virtual const Part& editPart() const { return mainPart(); }
     [[nodiscard]] virtual bool hasLines() const { return false; }
-    // All of the text can be seen wherever the caret stands.
-    [[nodiscard]] virtual bool fits() const { return false; }
     // The window's text has changed without the model; true when that was no edit.
     virtual bool choseEntry() { return false; }
 

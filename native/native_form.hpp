@@ -85,7 +85,6 @@ class NativeForm final : public ViewHost, private FormObserver {
 
     // --- for the windows of the controls -------------------------------------------------------
     [[nodiscard]] Form& form() const override { return *form_; }
-    [[nodiscard]] HWND surface() const override { return window(); }
     [[nodiscard]] const PixelScale& scale() const override { return scale_; }
     [[nodiscard]] Fonts& fonts() override { return *fonts_; }
     [[nodiscard]] Palette& palette() override { return palette_; }

@@ -28,7 +28,6 @@ class Palette {
     [[nodiscard]] COLORREF mark(const TextField& field) const;
     [[nodiscard]] COLORREF origin(const TextField& field) const; // of the corner for it
     [[nodiscard]] COLORREF edge() const;                         // of a patch of colour on the page
-    [[nodiscard]] COLORREF face() const { return face_; }
     [[nodiscard]] bool highContrast() const { return highContrast_; }
     // A colour of a model; system colours are looked up.
     [[nodiscard]] static COLORREF plain(Color color);

@@ -20,7 +20,6 @@ class ViewHost {
     virtual ~ViewHost() = default;
 
     [[nodiscard]] virtual Form& form() const = 0;
-    [[nodiscard]] virtual HWND surface() const = 0;
     [[nodiscard]] virtual const PixelScale& scale() const = 0;
     [[nodiscard]] virtual Fonts& fonts() = 0;
     [[nodiscard]] virtual Palette& palette() = 0;
