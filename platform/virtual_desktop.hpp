@@ -165,6 +165,8 @@ class VirtualDesktop : public Services, private FormObserver {
     // of the field and no characters. Keys that follow one that took the focus out of the form
     // are lost to it.
     void type(std::string_view notation);
+    // The same, each key held down until it has repeated so often.
+    void hold(std::string_view notation, int times);
     // Keys that the host has for itself, such as "^s": it gets those that the component does not
     // use, and the form does not hear of them.
     void addHostShortcut(std::string_view notation);
@@ -275,7 +277,8 @@ class VirtualDesktop : public Services, private FormObserver {
 
     class Editor;
 
-    void strike(const KeyStroke& pressed);
+    bool strike(const KeyStroke& pressed, bool held = false);
+    [[nodiscard]] std::vector<KeyStroke> strokesOf(std::string_view notation);
     [[nodiscard]] TextField* editedField() const;
     [[nodiscard]] TextField& focusedField() const;
 

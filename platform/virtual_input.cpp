@@ -24,15 +24,30 @@ bool actsOnEveryPress(const Control& control) {
 
 // --- keyboard ------------------------------------------------------------------------------------
 
-void VirtualDesktop::type(std::string_view notation) {
-    const auto strokes = parseKeyNotation(notation);
+std::vector<KeyStroke> VirtualDesktop::strokesOf(std::string_view notation) {
+    auto strokes = parseKeyNotation(notation);
     if (away_)
         refuse("another window is active: switchBack() first");
     if (!form().hasFocus())
         refuse("the form does not have the focus: click into it or tabInto() first");
-    for (const auto& stroke : strokes)
+    return strokes;
+}
+
+void VirtualDesktop::type(std::string_view notation) {
+    for (const auto& stroke : strokesOf(notation))
         for (int i = 0; i < stroke.count; ++i)
-            strike(stroke);
+            if (strike(stroke))
+                form_->keyUp(stroke.key, stroke.shift);
+}
+
+void VirtualDesktop::hold(std::string_view notation, int times) {
+    for (const auto& stroke : strokesOf(notation)) {
+        bool heard = false;
+        for (int i = 0; i < times; ++i)
+            heard = strike(stroke, i > 0);
+        if (heard)
+            form_->keyUp(stroke.key, stroke.shift);
+    }
 }
 
 TextField* VirtualDesktop::editedField() const {
@@ -62,20 +77,22 @@ class VirtualDesktop::Editor final : public NativeEditor {
     const KeyStroke& stroke_;
 };
 
-void VirtualDesktop::strike(const KeyStroke& pressed) {
+// False: the form does not hear of it.
+bool VirtualDesktop::strike(const KeyStroke& pressed, bool held) {
     if (!form_->hasFocus())
-        return;
+        return false;
     Stroke stroke{pressed.key, pressed.shift, {}, pressed.character};
     if (pressed.character != 0 && (pressed.shift & (shifts::control | shifts::alt)) == 0)
         stroke.typed = pressed.character;
+    stroke.held = held;
     stroke.command = VirtualFields::isCommand(pressed);
     if (hostShortcuts_.contains({pressed.key, pressed.shift}) && !form_->uses(stroke)) {
         ++firedShortcuts_;
-        return;
+        return false;
     }
     Editor editor(*this, pressed);
     form_->stroke(stroke, editor);
-    form_->keyUp(pressed.key, pressed.shift);
+    return true;
 }
 
 void VirtualDesktop::addHostShortcut(std::string_view notation) {

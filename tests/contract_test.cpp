@@ -12,6 +12,9 @@ class VirtualDriver final : public ContractDriver {
   public:
     VKRDataEntry& entry() override { return *scene_.entry; }
     void type(std::string_view notation) override { scene_.desktop.type(notation); }
+    void hold(std::string_view notation, int times) override {
+        scene_.desktop.hold(notation, times);
+    }
     void click(std::string_view id) override { scene_.desktop.click(id); }
     void doubleClick(std::string_view id) override { scene_.desktop.doubleClick(id); }
     void spin(std::string_view id, int steps) override { scene_.desktop.spin(id, steps); }
@@ -82,6 +85,7 @@ class VirtualDriver final : public ContractDriver {
         const auto& note = scene_.desktop.note();
         return note ? note->note : "";
     }
+    int refusals() override { return static_cast<int>(scene_.desktop.refusals().size()); }
     bool liesInside(std::string_view id) override {
         const auto& control = scene_.desktop.control(id);
         const auto& form = scene_.form();

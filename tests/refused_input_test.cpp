@@ -30,19 +30,6 @@ struct RefusedInput : testing::Test {
         scene.load(company);
         desktop.forget();
     }
-    void hold(KeyCode key, char32_t character, int times) {
-        for (int i = 0; i < times; ++i) {
-            if (scene.form().keyDown(key, shifts::none, i > 0)) {
-                char32_t typed = character;
-                auto& field = dynamic_cast<TextField&>(*scene.form().activeControl());
-                if (scene.form().keyPress(typed))
-                    scene.form().userEdit(field, field.text() + static_cast<char>(typed),
-                                          textLength(field.text()) + 1, 0);
-            }
-            scene.form().keyDone();
-        }
-        scene.form().keyUp(key, shifts::none);
-    }
 };
 
 TEST_F(RefusedInput, ASwallowedKeySaysWhatTheFieldTakes) {
@@ -109,7 +96,7 @@ TEST_F(RefusedInput, ACharacterThatHasNoRoomSaysSo) {
         EXPECT_EQ(textOf(scene, id), full);
         ASSERT_EQ(desktop.refusals().size(), 1U);
         EXPECT_EQ(desktop.refusals()[0].note, "There is room for 20 characters.");
-        hold('X', U'x', 20);
+        desktop.hold("x", 20);
         EXPECT_EQ(desktop.refusals().size(), 2U);
         desktop.forget();
         desktop.type("{BS}x^ax"); // there is room again
@@ -123,14 +110,14 @@ TEST_F(RefusedInput, ACharacterThatHasNoRoomSaysSo) {
 
 TEST_F(RefusedInput, AHeldKeySoundsOnce) {
     goTo(scene, "txtYEPS(9)");
-    hold('X', U'x', 20);
+    desktop.hold("x", 20);
     EXPECT_EQ(desktop.refusals().size(), 1U);
     EXPECT_TRUE(desktop.note().has_value());
-    hold('X', U'x', 20);
+    desktop.hold("x", 20);
     EXPECT_EQ(desktop.refusals().size(), 2U);
     desktop.forget();
     desktop.type("^a{DEL}");
-    hold(190, U'.', 20); // the first one is taken
+    desktop.hold(".", 20); // the first one is taken
     EXPECT_EQ(desktop.refusals().size(), 1U);
     desktop.forget();
     desktop.type("{x 3}"); // three presses

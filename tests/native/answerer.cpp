@@ -54,7 +54,7 @@ HWND openWindow() {
 
 } // namespace
 
-void strikeKey(WORD key, int shift) {
+void strikeKey(WORD key, int shift, int times) {
     std::vector<INPUT> inputs;
     const std::pair<int, WORD> modifiers[] = {
         {shifts::control, VK_CONTROL}, {shifts::alt, VK_MENU}, {shifts::shift, VK_SHIFT}};
@@ -62,7 +62,7 @@ void strikeKey(WORD key, int shift) {
         if ((shift & flag) != 0)
             inputs.push_back(keyInput(modifier, 0, 0));
     const DWORD extended = isExtended(key) ? KEYEVENTF_EXTENDEDKEY : 0;
-    inputs.push_back(keyInput(key, 0, extended));
+    inputs.insert(inputs.end(), static_cast<std::size_t>(times), keyInput(key, 0, extended));
     inputs.push_back(keyInput(key, 0, extended | KEYEVENTF_KEYUP));
     for (const auto& [flag, modifier] : modifiers)
         if ((shift & flag) != 0)
@@ -70,10 +70,10 @@ void strikeKey(WORD key, int shift) {
     SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-void strikeCharacter(char32_t character) {
+void strikeCharacter(char32_t character, int times) {
     const SHORT key = character < 0x80 ? VkKeyScanW(static_cast<WCHAR>(character)) : -1;
     if (key != -1) {
-        strikeKey(LOBYTE(key), HIBYTE(key) & 1 ? shifts::shift : shifts::none);
+        strikeKey(LOBYTE(key), HIBYTE(key) & 1 ? shifts::shift : shifts::none, times);
         return;
     }
     std::string narrow;

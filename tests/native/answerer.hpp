@@ -50,9 +50,9 @@ class Answerer {
     HWND worked_ = nullptr; // it takes a while until it has closed
 };
 
-// Keys as the keyboard sends them, to whatever has the focus.
-void strikeKey(WORD key, int shift = 0);
+// Keys as the keyboard sends them, to whatever has the focus; one that repeats is held down.
+void strikeKey(WORD key, int shift = 0, int times = 1);
 // A character by the key that types it, or as such where no key does.
-void strikeCharacter(char32_t character);
+void strikeCharacter(char32_t character, int times = 1);
 
 } // namespace vkr

@@ -71,6 +71,12 @@ class NativeDriver final : public ContractDriver {
                 strike(stroke);
     }
 
+    void hold(std::string_view notation, int times) override {
+        for (const KeyStroke& stroke : parseKeyNotation(notation))
+            strikeCharacter(stroke.character, times);
+        host_.pump();
+    }
+
     void click(std::string_view id) override {
         clickAt(placeIn(id), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
         host_.pump();
@@ -226,6 +232,7 @@ class NativeDriver final : public ContractDriver {
         const HWND note = host_.form().noteWindow();
         return note != nullptr && IsWindowVisible(note) != FALSE ? fromWide(windowText(note)) : "";
     }
+    int refusals() override { return host_.services().refusals; }
     bool liesInside(std::string_view id) override {
         const RECT area = areaOf(native(id));
         const RECT form = areaOf(host_.form().window());

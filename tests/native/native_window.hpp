@@ -10,6 +10,15 @@
 
 namespace vkr {
 
+class CountingServices final : public NativeServices {
+  public:
+    int refusals = 0;
+    void tellRefused(TextField& field, const std::string& note) override {
+        ++refusals;
+        NativeServices::tellRefused(field, note);
+    }
+};
+
 // A window of a host with the component in it, a field of the host's below, and a loop that gives
 // keys to the form first, then to the host's shortcuts, as programs of this desktop do.
 class NativeWindow {
@@ -26,7 +35,7 @@ class NativeWindow {
     [[nodiscard]] HWND field() const { return field_; }
     [[nodiscard]] VKRDataEntry& entry() { return *entry_; }
     [[nodiscard]] NativeForm& form() { return *form_; }
-    [[nodiscard]] NativeServices& services() { return services_; }
+    [[nodiscard]] CountingServices& services() { return services_; }
 
     void activate();
     void pump(); // until no message is left
@@ -34,7 +43,7 @@ class NativeWindow {
   private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-    NativeServices services_;
+    CountingServices services_;
     std::unique_ptr<VKRDataEntry> entry_;
     HWND window_ = nullptr;
     HWND field_ = nullptr;

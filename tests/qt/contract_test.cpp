@@ -33,6 +33,17 @@
 #include <optional>
 #include <stdexcept>
 
+namespace {
+
+int beeps = 0;
+
+} // namespace
+
+// In place of the toolkit's, which nobody could hear here.
+void QApplication::beep() {
+    ++beeps;
+}
+
 namespace vkr {
 
 namespace {
@@ -227,6 +238,7 @@ class QtDriver final : public ContractDriver {
                          });
         QObject::connect(widget_, &VKRDataEntryWidget::unloadRequest,
                          [this](int mode) { log("UnloadRequest", mode); });
+        beeps = 0;
         widget_->setCompany(std::make_shared<CompanyRecord>());
         window_.show();
         QApplication::setActiveWindow(&window_);
@@ -241,6 +253,17 @@ class QtDriver final : public ContractDriver {
                 strike(stroke);
                 activateAgain();
             }
+    }
+
+    void hold(std::string_view notation, int times) override {
+        for (const KeyStroke& stroke : parseKeyNotation(notation)) {
+            const QString text = QString::fromUcs4(&stroke.character, 1);
+            for (int i = 0; i < times; ++i) {
+                QKeyEvent held(QEvent::KeyPress, qtKey(stroke), modifiersOf(stroke), text, i > 0);
+                QApplication::sendEvent(QApplication::focusWidget(), &held);
+            }
+            QTest::keyRelease(QApplication::focusWidget(), qtKey(stroke), modifiersOf(stroke));
+        }
     }
 
     void click(std::string_view id) override {
@@ -409,6 +432,8 @@ class QtDriver final : public ContractDriver {
         const auto* label = widget_->findChild<QLabel*>(QStringLiteral("note"));
         return label != nullptr && label->isVisible() ? label->text().toStdString() : "";
     }
+
+    int refusals() override { return beeps; }
 
     bool liesInside(std::string_view id) override {
         const QWidget& shown = native(id);

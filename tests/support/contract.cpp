@@ -928,6 +928,56 @@ void aNoteSaysWhyAKeyIsRefused(Desktop& desktop) {
     EXPECT_EQ(desktop.shownText("txtTotalDebt"), "5");
 }
 
+void aHeldKeyIsRefusedOnce(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.click("txtTotalDebt");
+    const int before = desktop.refusals();
+    desktop.hold("x", 20);
+    EXPECT_EQ(desktop.refusals(), before + 1);
+    EXPECT_NE(desktop.note(), "");
+    desktop.hold("x", 20);
+    EXPECT_EQ(desktop.refusals(), before + 2);
+    desktop.type("{x 3}");
+    EXPECT_EQ(desktop.refusals(), before + 5);
+}
+
+void bracketsAreALoss(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.clickTab(toYearly);
+    desktop.click("txtYNetInc(9)");
+    desktop.type("{(}350");
+    EXPECT_EQ(desktop.shownText("txtYNetInc(9)"), "-350");
+    desktop.type("{)}{TAB}");
+    EXPECT_EQ(elementOf(*desktop.company, "YNetIncSeries", 1), -350);
+    EXPECT_EQ(desktop.refusals(), 0);
+    EXPECT_EQ(desktop.heardMark("txtYNetInc(9)"), "");
+    desktop.click("txtYNetInc(9)");
+    desktop.type("-5"); // over the minus of the whole text
+    EXPECT_EQ(desktop.shownText("txtYNetInc(9)"), "-5");
+}
+
+void whatIsTakenInPartIsInDoubt(Desktop& desktop) {
+    desktop.load(fullCompany());
+    desktop.click("txtTotalDebt");
+    desktop.setClipboard("1.5M");
+    desktop.type("^a^v{TAB}");
+    EXPECT_EQ(desktop.company->get_TotalDebt(), 1.5);
+    EXPECT_EQ(desktop.heardMark("txtTotalDebt"), "Taken as 1.50; \"M\" was left out.");
+    EXPECT_EQ(desktop.entry().doubtfulFields().size(), 1U);
+    desktop.click("txtTotalDebt");
+    desktop.type("~"); // on purpose
+    EXPECT_EQ(desktop.heardMark("txtTotalDebt"), "");
+    EXPECT_EQ(desktop.company->get_TotalDebt(), 1.5);
+    // What makes no sense is not stored at all.
+    desktop.clickTab(toYearly);
+    desktop.click("txtSales(9)");
+    desktop.setClipboard("-5");
+    desktop.type("^a^v{TAB}");
+    EXPECT_EQ(desktop.heardMark("txtSales(9)"),
+              "A negative figure makes no sense here and was not stored.");
+    EXPECT_EQ(desktop.entry().unstoredFields().size(), 1U);
+}
+
 void marksAndNamesAreHeard(Desktop& desktop) {
     desktop.load(fullCompany());
     EXPECT_EQ(desktop.heardName("txtName"),
@@ -1090,6 +1140,9 @@ constexpr ContractScene scenes[] = {
     VKR_SCENE(theFocusGoesToTheHostAndComesBack),
     VKR_SCENE(aPressThatEndsElsewhereDoesNothing),
     VKR_SCENE(aNoteSaysWhyAKeyIsRefused),
+    VKR_SCENE(aHeldKeyIsRefusedOnce),
+    VKR_SCENE(bracketsAreALoss),
+    VKR_SCENE(whatIsTakenInPartIsInDoubt),
     VKR_SCENE(marksAndNamesAreHeard),
     VKR_SCENE(aRemarkIsHeardWhereNothingGraverIs),
     VKR_SCENE(aPageShowsWhatWasLoadedWhileItWasAway),

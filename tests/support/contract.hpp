@@ -22,7 +22,8 @@ class ContractDriver {
     virtual ~ContractDriver() = default;
 
     [[nodiscard]] virtual VKRDataEntry& entry() = 0;
-    virtual void type(std::string_view notation) = 0; // send-keys notation
+    virtual void type(std::string_view notation) = 0;            // send-keys notation
+    virtual void hold(std::string_view notation, int times) = 0; // a key until it has repeated
     virtual void click(std::string_view id) = 0;
     virtual void doubleClick(std::string_view id) = 0;
     virtual void clickTab(int tab) = 0;
@@ -63,6 +64,8 @@ class ContractDriver {
     [[nodiscard]] virtual std::string heardMark(std::string_view id) = 0;
     // The note at a field that says why nothing was taken; empty while there is none.
     [[nodiscard]] virtual std::string note() = 0;
+    // How often the desktop has given a voice to what was not taken.
+    [[nodiscard]] virtual int refusals() = 0;
     // Wholly within the component.
     [[nodiscard]] virtual bool liesInside(std::string_view id) = 0;
     // The entries of the menu that opened last, "-" for a separator, disabled ones in brackets.
