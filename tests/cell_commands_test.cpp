@@ -731,5 +731,28 @@ TEST(CellCommands, TurnEachSwitchOfThePreview) {
     EXPECT_EQ(pasted("1.500\n2.500", 6, 1), "1500 2500 0 0");
 }
 
+TEST(CellCommands, NameTheUnitOfTheFormInThePreview) {
+    const struct {
+        const char* option;
+        const char* head;
+        const char* asShown;
+        const char* stored;
+    } rows[] = {{"optCurrency(0)", "Revenue (K)", "As shown (K)", "0.005"},
+                {"optCurrency(1)", "Revenue (M)", "As shown (M)", "5"},
+                {"optCurrency(2)", "Revenue (B)", "As shown (B)", "5000"}};
+    for (const auto& row : rows) {
+        Scene scene(toOptions);
+        scene.desktop.click(row.option);
+        scene.desktop.clickTab(toYearly);
+        scene.desktop.acceptNextPaste();
+        scene.paste("txtSales(8)", "5\t6");
+        const auto& shown = scene.desktop.pastes()[0];
+        EXPECT_EQ(shown.lines[0].column, row.head);
+        EXPECT_EQ(shown.lines[0].after, "5");
+        EXPECT_EQ(shown.switches[4].entries[0], row.asShown);
+        EXPECT_EQ(exactNumberText(scene.revenue(8)), row.stored);
+    }
+}
+
 } // namespace
 } // namespace vkr

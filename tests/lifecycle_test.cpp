@@ -592,5 +592,18 @@ TEST_F(Lifecycle, F1ActsAsTheHelpButtonOnceAPress) {
     EXPECT_EQ(events.log, Names{"MoreHelp 3064"});
 }
 
+TEST_F(Lifecycle, AFormThatWasOnlyCreatedShowsWhatEveryHostHas) {
+    create();
+    for (const char* asked : {"cmbReportingPeriod", "txtVLTimelines", "txtVLSafety"})
+        EXPECT_FALSE(control(asked).visible()) << asked;
+    const Form& form = entry->form();
+    const auto chosen = [&](const char* name, int index) {
+        return form.get<OptionButton>(name, index).value();
+    };
+    EXPECT_TRUE(chosen("optCurrency", 1)) << "millions";
+    for (int unit : {0, 2})
+        EXPECT_FALSE(chosen("optCurrency", unit));
+}
+
 } // namespace
 } // namespace vkr
