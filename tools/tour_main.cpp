@@ -1,35 +1,42 @@
 // SPDX-License-Identifier: MIT
-// vkr-tour <pictures> <samples>, vkr-tour --day <pictures> <facts>: the tours, which look the same
-// on every machine and leave the user's settings alone.
+// vkr-tour [--dark] <pictures> <samples>, vkr-tour [--dark] --day <pictures> <facts>: the tours,
+// which look the same on every machine and leave the user's settings alone.
 #include "host/program.hpp"
+#include "tools/themes.hpp"
 #include "tools/tour.hpp"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QLocale>
 #include <QSettings>
 #include <QTemporaryDir>
-
-#include <cstdio>
 
 int main(int argc, char** argv) {
     vkr::doWithoutDisplay();
     QApplication application(argc, argv);
     vkr::nameProgram();
-    const QStringList arguments = QApplication::arguments();
-    const bool isDay = arguments.value(1) == QLatin1String("--day");
-    if (arguments.size() != (isDay ? 4 : 3)) {
-        std::fputs(
-            "vkr-tour takes a folder for the pictures and one of sample companies, or --day, "
-            "a folder for the pictures and a companyfacts document.\n",
-            stderr);
-        return 2;
-    }
+    QCommandLineParser parser;
+    const QCommandLineOption day(QStringLiteral("day"),
+                                 QStringLiteral("An analyst's day; <source> is a companyfacts "
+                                                "document, else a folder of sample companies."));
+    const QCommandLineOption dark(QStringLiteral("dark"),
+                                  QStringLiteral("On a desktop with dark colours."));
+    parser.addOptions({day, dark});
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("pictures"), QStringLiteral("A folder for them."));
+    parser.addPositionalArgument(QStringLiteral("source"), QString());
+    parser.process(application);
+    const QStringList places = parser.positionalArguments();
+    if (places.size() != 2)
+        parser.showHelp(2);
 
     const QTemporaryDir settings;
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     QApplication::setStyle(QStringLiteral("Fusion"));
-    return isDay ? vkr::runDay(arguments.at(2), arguments.at(3))
-                 : vkr::runTour(arguments.at(1), arguments.at(2));
+    if (parser.isSet(dark))
+        QApplication::setPalette(vkr::paletteOf(vkr::dark));
+    return parser.isSet(day) ? vkr::runDay(places.at(0), places.at(1))
+                             : vkr::runTour(places.at(0), places.at(1));
 }

@@ -5,7 +5,7 @@
 // like choose the scale.
 #include "control/vkr_data_entry.hpp"
 #include "tests/qt/host_fixture.hpp"
-#include "tests/qt/support/themes.hpp"
+#include "tools/themes.hpp"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

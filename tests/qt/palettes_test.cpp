@@ -7,7 +7,7 @@
 #include "form/form_layout.hpp"
 #include "platform/text.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
-#include "tests/qt/support/themes.hpp"
+#include "tools/themes.hpp"
 #include "tests/support/entry_scene.hpp"
 
 #include <QCalendarWidget>
