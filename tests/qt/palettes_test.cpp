@@ -7,8 +7,8 @@
 #include "form/form_layout.hpp"
 #include "platform/text.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
-#include "tools/themes.hpp"
 #include "tests/support/entry_scene.hpp"
+#include "tools/themes.hpp"
 
 #include <QCalendarWidget>
 #include <QPainter>
