@@ -105,13 +105,13 @@ std::optional<SplitRatio> readSplitRatio(std::string_view text) {
     text = trimmedBlanks(text);
     SplitRatio ratio;
     ratio.shares = takeNumber(text);
-    if (ratio.shares > 0 && text.empty())
-        return ratio.isSplit() ? std::optional(ratio) : std::nullopt;
-    if (ratio.shares == 0 || !takeParting(text))
-        return std::nullopt;
-    ratio.before = takeNumber(text);
-    return ratio.before > 0 && text.empty() && ratio.isSplit() ? std::optional(ratio)
-                                                               : std::nullopt;
+    if (!text.empty()) {
+        if (!takeParting(text))
+            return std::nullopt;
+        ratio.before = takeNumber(text);
+    }
+    const bool isRead = ratio.shares > 0 && ratio.before > 0 && text.empty();
+    return isRead && ratio.isSplit() ? std::optional(ratio) : std::nullopt;
 }
 
 std::string splitText(const SplitRatio& ratio) {

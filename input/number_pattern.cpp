@@ -321,12 +321,11 @@ std::string NumberPattern::written(const Section& section, Decimal number, bool 
     if (section.fractionLiterals.empty()) {
         appendDigits(text, number, point, fraction);
     } else {
-        for (int place = 0; place < section.maxFraction; ++place) {
+        for (int place = 0; place <= section.maxFraction; ++place) {
             appendLiterals(text, section.fractionLiterals, place);
             if (place < fraction)
                 text += number.digit(point + place);
         }
-        appendLiterals(text, section.fractionLiterals, section.maxFraction);
     }
     if (section.exponentMark != 0) {
         text += section.exponentMark;

@@ -754,5 +754,21 @@ TEST(CellCommands, NameTheUnitOfTheFormInThePreview) {
     }
 }
 
+TEST(CellCommands, AreInTheMenuInsideOfTheSelectionAlone) {
+    Scene scene;
+    for (const auto& [cell, inside] :
+         std::initializer_list<std::pair<const char*, bool>>{{"txtSales(3)", true},
+                                                             {"txtYOption(4)", true},
+                                                             {"txtSales(2)", false},
+                                                             {"txtSales(5)", false},
+                                                             {"txtYEPS(3)", false}}) {
+        scene.typeAt("txtSales(3)", "+{DOWN}+{RIGHT}");
+        ASSERT_EQ(scene.highlighted().size(), 4U);
+        scene.desktop.rightClick(cell);
+        const Ids entries = captionsOf(scene.desktop.menus().back());
+        EXPECT_EQ(std::ranges::count(entries, "Fill Down"), inside ? 1 : 0) << cell;
+    }
+}
+
 } // namespace
 } // namespace vkr
