@@ -5,6 +5,7 @@
 #include "host/messages.hpp"
 #include "host/texts.hpp"
 #include "host/window_memory.hpp"
+#include "store/history_periods.hpp"
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -20,6 +21,8 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <functional>
+#include <map>
 #include <memory>
 #include <set>
 
@@ -130,6 +133,28 @@ QTreeWidgetItem* groupItem(const HistoryGroup& group) {
     return item;
 }
 
+// Years and quarters, the newest first. A quarter that ended on another day once is the same one.
+class Periods {
+  public:
+    void add(const QString& period) {
+        if (const auto number = periodNumber(period.toStdString()))
+            (dateFromIso(period.toStdString()) ? quarters_ : years_).try_emplace(*number, period);
+    }
+    void offerIn(QComboBox& list) const {
+        for (const Found* found : {&years_, &quarters_}) {
+            if (!found->empty())
+                list.insertSeparator(list.count());
+            for (const auto& [number, period] : *found)
+                list.addItem(period, period);
+        }
+    }
+
+  private:
+    using Found = std::map<int, QString, std::greater<>>;
+    Found years_;
+    Found quarters_;
+};
+
 // A list of choices with the one that was chosen before still chosen, where it is there.
 void choose(QComboBox& list, const QVariant& chosen) {
     list.setCurrentIndex(std::max(0, list.findData(chosen)));
@@ -148,7 +173,8 @@ HistoryWindow::HistoryWindow(CompanyStore& store, std::int64_t company, const QS
                              QWidget* parent)
     : QDialog(parent), store_(store), company_(company), person_(new QComboBox(this)),
       time_(new QComboBox(this)), origin_(new QComboBox(this)), figure_(new QComboBox(this)),
-      tree_(new QTreeWidget(this)), extent_(new QLabel(this)), limit_(new QComboBox(this)) {
+      period_(new QComboBox(this)), tree_(new QTreeWidget(this)), extent_(new QLabel(this)),
+      limit_(new QComboBox(this)) {
     setObjectName(QStringLiteral("history"));
     setWindowTitle(tr("History of %1").arg(title));
     for (const Span& span : spans)
@@ -162,7 +188,7 @@ HistoryWindow::HistoryWindow(CompanyStore& store, std::int64_t company, const QS
     for (const int limit : limits)
         limit_->addItem(limit == 0 ? tr("all saves") : tr("%1 saves").arg(limit), limit);
     layOut();
-    for (QComboBox* filter : {person_, time_, origin_, figure_})
+    for (QComboBox* filter : {figure_, period_, person_, time_, origin_})
         connect(filter, &QComboBox::activated, this, &HistoryWindow::fillTree);
     connect(limit_, &QComboBox::activated, this, &HistoryWindow::setLimit);
     connect(tree_, &QTreeWidget::currentItemChanged, this,
@@ -179,8 +205,9 @@ void HistoryWindow::layOut() {
     };
     auto* row = new QHBoxLayout;
     for (const Filter& filter :
-         {Filter{figure_, "figure", tr("&Figure:")}, Filter{person_, "person", tr("&Person:")},
-          Filter{time_, "time", tr("&Time:")}, Filter{origin_, "origin", tr("&Origin:")}}) {
+         {Filter{figure_, "figure", tr("&Figure:")}, Filter{period_, "period", tr("Per&iod:")},
+          Filter{person_, "person", tr("&Person:")}, Filter{time_, "time", tr("&Time:")},
+          Filter{origin_, "origin", tr("&Origin:")}}) {
         auto* label = new QLabel(filter.label, this);
         label->setBuddy(filter.list);
         filter.list->setObjectName(QLatin1String(filter.name));
@@ -228,7 +255,8 @@ void HistoryWindow::layOut() {
     layout->addLayout(kept);
     layout->addWidget(buttons);
     QWidget* before = figure_;
-    for (QWidget* next : std::initializer_list<QWidget*>{person_, time_, origin_, tree_, limit_}) {
+    for (QWidget* next :
+         std::initializer_list<QWidget*>{period_, person_, time_, origin_, tree_, limit_}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -238,6 +266,7 @@ void HistoryWindow::showAll() {
     asked_.reset();
     readChoices();
     choose(*figure_, QVariant());
+    choose(*period_, QVariant());
     fillTree();
     comeToFront();
 }
@@ -245,7 +274,8 @@ void HistoryWindow::showAll() {
 void HistoryWindow::showFigure(Datum datum, const QString& period) {
     asked_ = {fromUtf8(rowOf(datum).name), period};
     readChoices();
-    figure_->setCurrentIndex(1);
+    choose(*figure_, asked_->datum);
+    choose(*period_, period);
     fillTree();
     comeToFront();
 }
@@ -275,16 +305,25 @@ bool HistoryWindow::readChoices() {
 
 void HistoryWindow::fillChoices(const std::vector<HistoryGroup>& all) {
     std::set<QString> people;
-    std::set<QString> names;
+    QMap<QString, QString> figures; // by what they are called
+    Periods periods;
+    const auto add = [&](const QString& datum, const QString& period) {
+        figures.insert(datumTitle(datum.toStdString()), datum);
+        periods.add(period);
+    };
+    periods.add(period_->currentData().toString());
+    if (asked_)
+        add(asked_->datum, asked_->period);
     for (const HistoryGroup& group : all) {
         people.insert(fromUtf8(group.user));
         if (group.verdict)
-            names.insert(fromUtf8(group.verdict->datum));
+            add(fromUtf8(group.verdict->datum), fromUtf8(group.verdict->period));
         for (const HistoryChange& change : group.changes)
-            names.insert(fromUtf8(change.datum));
+            add(fromUtf8(change.datum), fromUtf8(change.period));
     }
     const QVariant person = person_->currentData();
     const QVariant figure = figure_->currentData();
+    const QVariant period = period_->currentData();
     person_->clear();
     person_->addItem(tr("Everybody"));
     for (const QString& name : people)
@@ -292,18 +331,13 @@ void HistoryWindow::fillChoices(const std::vector<HistoryGroup>& all) {
     choose(*person_, person);
     figure_->clear();
     figure_->addItem(tr("All figures"));
-    if (asked_ && !asked_->period.isEmpty())
-        figure_->addItem(figureTitle(asked_->datum.toStdString(), asked_->period),
-                         QStringList{asked_->datum, asked_->period});
-    else if (asked_)
-        figure_->addItem(figureTitle(asked_->datum.toStdString(), {}), QStringList{asked_->datum});
-    QMap<QString, QString> byTitle;
-    for (const QString& datum : names)
-        byTitle.insert(datumTitle(datum.toStdString()), datum);
-    for (auto one = byTitle.cbegin(); one != byTitle.cend(); ++one)
-        if (!asked_ || !asked_->period.isEmpty() || one.value() != asked_->datum)
-            figure_->addItem(one.key(), QStringList{one.value()});
+    for (auto one = figures.cbegin(); one != figures.cend(); ++one)
+        figure_->addItem(one.key(), one.value());
     choose(*figure_, figure);
+    period_->clear();
+    period_->addItem(tr("Any period"));
+    periods.offerIn(*period_);
+    choose(*period_, period);
 }
 
 HistoryQuery HistoryWindow::query() const {
@@ -314,9 +348,8 @@ HistoryQuery HistoryWindow::query() const {
             QDateTime::currentDateTimeUtc().addDays(-days).toString(Qt::ISODate).toStdString();
     if (const int origin = origin_->currentData().toInt(); origin >= 0)
         query.origin = static_cast<Origin>(origin);
-    const QStringList figure = figure_->currentData().toStringList();
-    query.datum = figure.value(0).toStdString();
-    query.period = figure.value(1).toStdString();
+    query.datum = figure_->currentData().toString().toStdString();
+    query.period = period_->currentData().toString().toStdString();
     return query;
 }
 

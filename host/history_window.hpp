@@ -18,8 +18,8 @@ QT_END_NAMESPACE
 
 namespace vkr {
 
-// Who changed what of a company, the newest first, by person, time, origin and figure. It stands
-// beside the form and shows what is saved; a state of the company can be asked for.
+// Who changed what of a company, the newest first, by person, time, origin, figure and period. It
+// stands beside the form and shows what is saved; a state of the company can be asked for.
 class HistoryWindow : public QDialog {
     Q_OBJECT
   public:
@@ -40,7 +40,7 @@ class HistoryWindow : public QDialog {
   private:
     struct Figure {
         QString datum;
-        QString period;
+        QString period; // may be empty
     };
     void layOut();
     void comeToFront();
@@ -54,13 +54,14 @@ class HistoryWindow : public QDialog {
 
     CompanyStore& store_;
     const std::int64_t company_;
-    std::optional<Figure> asked_; // by showFigure
+    std::optional<Figure> asked_; // by showFigure; stays among the choices
     std::vector<HistoryGroup> groups_;
 
     QComboBox* person_;
     QComboBox* time_;
     QComboBox* origin_;
     QComboBox* figure_;
+    QComboBox* period_;
     QTreeWidget* tree_;
     QLabel* extent_;
     QComboBox* limit_;

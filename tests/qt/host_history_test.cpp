@@ -3,6 +3,7 @@
 #include "host/assistant.hpp"
 #include "host/findings_panel.hpp"
 #include "host/history_window.hpp"
+#include "host/texts.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/support/elements.hpp"
 
@@ -206,6 +207,42 @@ TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
     EXPECT_TRUE(window.isWindowModified());
     ASSERT_TRUE(window.save());
     EXPECT_EQ(host_->store().check(id).value(), std::nullopt);
+    window.discard();
+}
+
+TEST_F(HostHistory, IsFilteredByAYearOrAQuarter) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const std::vector<DatumChange> figures = {
+        {Datum::YRevenueSeries, 2, test::elementOf(*window.record(), Datum::YRevenueSeries, 2),
+         7.0},
+        {Datum::QEPSSeries, 1, test::elementOf(*window.record(), Datum::QEPSSeries, 1), 9.0}};
+    ASSERT_EQ(window.entry().component().changeRecord(figures, {Origin::typed, "Two", ""}),
+              std::nullopt);
+    ASSERT_TRUE(window.save());
+    const QString year = fromUtf8(historyPeriod(*window.record(), Datum::YRevenueSeries, 2));
+    const QString quarter = fromUtf8(historyPeriod(*window.record(), Datum::QEPSSeries, 1));
+    HistoryWindow& history = shownHistory(window);
+    auto* periods = history.findChild<QComboBox*>("period");
+    ASSERT_NE(periods, nullptr);
+    EXPECT_EQ(periods->currentText(), "Any period");
+    EXPECT_LT(periods->findText(year), periods->findText(quarter)) << "years come first";
+    EXPECT_LT(periods->findText(year), periods->findText(QString::number(year.toInt() - 1)));
+    chooseText(history, "origin", "Typed");
+    const auto onlyOf = [&](const QString& period, const QString& after) {
+        chooseText(history, "period", period);
+        ASSERT_EQ(changes(history).topLevelItemCount(), 1);
+        const QTreeWidgetItem* group = changes(history).topLevelItem(0);
+        ASSERT_EQ(group->childCount(), 1);
+        EXPECT_TRUE(group->child(0)->text(2).endsWith(period))
+            << group->child(0)->text(2).toStdString();
+        EXPECT_EQ(group->child(0)->text(4), after);
+    };
+    onlyOf(year, "7");
+    onlyOf(quarter, "9");
+    history.refresh();
+    EXPECT_EQ(periods->currentText(), quarter) << "stays chosen";
+    chooseText(history, "figure", "Yearly Revenue");
+    EXPECT_EQ(changes(history).topLevelItemCount(), 0);
     window.discard();
 }
 
