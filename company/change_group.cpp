@@ -9,6 +9,21 @@
 
 namespace vkr {
 
+namespace {
+
+// Each element that `change` makes another one, where it finds the series as it has `reached`.
+void addElements(std::vector<Change>& all, const Change& change, const Variant& reached) {
+    const VariantArray& after = change.after.array();
+    for (int i = after.lower(); i <= after.upper(); ++i)
+        if (reached.array().number(i) != after.number(i))
+            all.push_back({{change.datum, i, reached.array().number(i), after.number(i)},
+                           {},
+                           change.origin,
+                           change.document});
+}
+
+} // namespace
+
 ChangeGroup changesBetween(const CompanyRecord& before, const CompanyRecord& after,
                            const Action& action) {
     ChangeGroup group{action.name, {}, {}};
@@ -50,16 +65,19 @@ ChangeGroup withMovesApart(const ChangeGroup& group) {
         if (reached != change.before)
             apart.changes.push_back(
                 {{change.datum, std::nullopt, change.before, reached}, {}, Origin::shifted, {}});
-        const VariantArray& after = change.after.array();
-        for (int i = after.lower(); i <= after.upper(); ++i)
-            if (reached.array().number(i) != after.number(i))
-                apart.changes.push_back(
-                    {{change.datum, i, reached.array().number(i), after.number(i)},
-                     {},
-                     change.origin,
-                     change.document});
+        addElements(apart.changes, change, reached);
     }
     return apart;
+}
+
+ChangeGroup elementByElement(const ChangeGroup& group) {
+    ChangeGroup single{group.name, group.at, {}};
+    for (const Change& change : group.changes)
+        if (change.setting.empty() && change.after.isArray() && change.origin != Origin::shifted)
+            addElements(single.changes, change, change.before);
+        else
+            single.changes.push_back(change);
+    return single;
 }
 
 } // namespace vkr

@@ -42,4 +42,7 @@ class CompanyRecord;
 // those that differ then have become other ones.
 [[nodiscard]] ChangeGroup withMovesApart(const ChangeGroup& group);
 
+// The same changes, each whole series element by element but one whose figures have moved.
+[[nodiscard]] ChangeGroup elementByElement(const ChangeGroup& group);
+
 } // namespace vkr

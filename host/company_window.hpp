@@ -54,8 +54,9 @@ class CompanyWindow : public QMainWindow {
     [[nodiscard]] FigureOrigins origins() const;
     // What was called right, here or before.
     [[nodiscard]] std::shared_ptr<const SilencedFindings> silenced() const;
-    // Makes the company what it was, as one change that is not saved yet; `name` says which state.
-    bool restore(const CompanyRecord& state, const QString& name);
+    // Makes the company what it was, but for the lock, as one change that is not saved yet; `name`
+    // says which state. Figures have the origin again that they had then.
+    bool restore(const HistoryState& state, const QString& name);
 
     // False where there was an error or the user went back; both were told.
     bool save();
@@ -90,6 +91,8 @@ class CompanyWindow : public QMainWindow {
     HistoryWindow& history();
     void showHistory(Datum datum, std::optional<int> element);
     void restoreState(const HistoryGroup& group);
+    bool canRestore(); // tells where not
+    [[nodiscard]] ChangeGroup changesTo(const HistoryState& state, const QString& name) const;
     // What was changed since the company was opened or saved, and what saving adds.
     [[nodiscard]] SaveAccount account(const CompanyRecord& saving) const;
     void unload(int mode);

@@ -100,32 +100,45 @@ void CompanyWindow::restoreState(const HistoryGroup& group) {
         tellFault(this, tr("This state can't be restored."), fromUtf8(state.error().message));
         return;
     }
-    entry_->component().leaveField();
-    const auto differing = changesBetween(*record_, *state.value(), {});
-    if (differing.changes.empty()) {
+    if (!canRestore())
+        return;
+    const QString time = localTime(group.time);
+    const QString name = tr("Restore of %1").arg(time);
+    const auto count = changesTo(state.value(), name).changes.size();
+    if (count == 0) {
         tellNews(history_, tr("The company is as it was then."));
         return;
     }
-    const QString time = localTime(group.time);
     if (askFirst(history_, tr("Make %1 what it was on %2?").arg(title(), time),
-                 tr("%1 values change. It is saved when you save the company.")
-                     .arg(differing.changes.size()),
+                 tr("%1 values change. It is saved when you save the company.").arg(count),
                  tr("&Restore")))
-        restore(*state.value(), tr("Restore of %1").arg(time));
+        restore(state.value(), name);
 }
 
-bool CompanyWindow::restore(const CompanyRecord& state, const QString& name) {
-    std::vector<DatumChange> changes;
-    for (const Change& change : changesBetween(*record_, state, {}).changes)
-        if (change.setting.empty())
-            changes.push_back(change);
-    const auto refusal =
-        entry_->component().changeRecord(changes, {Origin::typed, name.toStdString(), {}});
-    if (refusal)
-        tellFault(this, tr("Nothing was restored."), fromUtf8(*refusal));
+ChangeGroup CompanyWindow::changesTo(const HistoryState& state, const QString& name) const {
+    ChangeGroup group = elementByElement(withMovesApart(
+        changesBetween(*record_, *state.record, {Origin::typed, name.toStdString(), {}})));
+    std::erase_if(group.changes,
+                  [](const Change& change) { return change.setting == setting::lockBasicInfo; });
+    state.origins.tellIn(group);
+    return group;
+}
+
+bool CompanyWindow::canRestore() {
+    const auto locked = entry_->component().changeRecord({}, {}); // the field is left in any case
+    if (locked)
+        tellFault(this, tr("Nothing was restored."), fromUtf8(*locked));
+    return !locked;
+}
+
+bool CompanyWindow::restore(const HistoryState& state, const QString& name) {
+    if (!canRestore())
+        return false;
+    const QStringList refused = restore({changesTo(state, name)});
+    if (!refused.isEmpty())
+        tellFault(this, tr("Nothing was restored."), refused.join(u'\n'));
     showTitle();
-    showModified();
-    return !refusal;
+    return refused.isEmpty();
 }
 
 } // namespace vkr

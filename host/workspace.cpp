@@ -192,13 +192,13 @@ CompanyWindow* Workspace::openCompany(std::int64_t id) {
 // What was saved may be shown in place of what is stored; either way the user decides by saving.
 void Workspace::tellDamage(CompanyWindow& window, const CompanyDamage& damage) {
     const QString more = tr("%1\n\nNothing was changed now.").arg(fromUtf8(damage.message));
-    if (damage.saved == nullptr || damage.differences.empty())
+    if (damage.saved.record == nullptr || damage.differences.empty())
         return tellFault(&window, tr("This company is not as it was saved."), more);
     const int choice =
         ask(&window, tr("This company is not as it was saved."), more,
             {{tr("Show What Was &Saved")}, {tr("Show What Is S&tored"), Choice::Role::reject}}, 0);
     if (choice == 0)
-        window.restore(*damage.saved, tr("Take what was saved"));
+        window.restore(damage.saved, tr("Take what was saved"));
 }
 
 CompanyWindow* Workspace::newCompany() {

@@ -46,7 +46,7 @@ CompanyDamage damageOf(std::int64_t id, const CompanyTable::Row& row, HistoryTab
                           "a backup.";
         return damage;
     }
-    damage.saved = replayed.record;
+    damage.saved = replayed;
     damage.differences = differences(*row.company.record, *replayed.record);
     if (damage.differences.empty())
         damage.message += "Its figures are those that the history has. What differs stands beside "

@@ -5,6 +5,7 @@
 #include "company/figure_origins.hpp"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -77,6 +78,12 @@ struct HistoryExtent {
     std::int64_t groups = 0;
     std::int64_t bytes = 0; // of text, about what it takes in the database
     std::string since;      // time of the first group
+};
+
+// A company as it was at a moment of its history, and where its figures came from.
+struct HistoryState {
+    std::shared_ptr<CompanyRecord> record;
+    FigureOrigins origins;
 };
 
 // The period of a figure, as the history of the company has it; "" where it is not known.

@@ -122,15 +122,13 @@ StoreResult<HistoryExtent> CompanyStore::historyExtent(std::int64_t id) {
     return session_->reading<HistoryExtent>([&] { return session_->extentOf(id); });
 }
 
-StoreResult<std::shared_ptr<CompanyRecord>> CompanyStore::stateAfter(std::int64_t id,
-                                                                     const HistoryGroup& group) {
-    using State = std::shared_ptr<CompanyRecord>;
-    return session_->reading<State>([&]() -> StoreResult<State> {
+StoreResult<HistoryState> CompanyStore::stateAfter(std::int64_t id, const HistoryGroup& group) {
+    return session_->reading<HistoryState>([&]() -> StoreResult<HistoryState> {
         const auto replayed = session_->history().replay(id, group.revision, group.place);
         if (replayed.record == nullptr || !replayed.isSound)
             return describeFault(StoreFault::corrupt, session_->connection().location(),
                                  "the history of the company is damaged");
-        return replayed.record;
+        return HistoryState(replayed);
     });
 }
 

@@ -88,8 +88,7 @@ class CompanyStore {
     StoreResult<std::vector<HistoryGroup>> history(std::int64_t id, const HistoryQuery& query = {});
     StoreResult<HistoryExtent> historyExtent(std::int64_t id);
     // The company as it was after a group of its history.
-    StoreResult<std::shared_ptr<CompanyRecord>> stateAfter(std::int64_t id,
-                                                           const HistoryGroup& group);
+    StoreResult<HistoryState> stateAfter(std::int64_t id, const HistoryGroup& group);
     // Keeps what a person says of a finding, in the name of who uses this store, now; loading a
     // company tells what was called right and stands. Nobody else's save is in conflict with it.
     StoreDone judge(std::int64_t id, const FindingVerdict& verdict);

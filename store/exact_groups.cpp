@@ -46,6 +46,10 @@ std::vector<ChangeGroup> exactGroups(const CompanyRecord& stored, const CompanyR
     ChangeGroup others = changesBetween(*reached, saved, account.rest);
     if (account.rest.origin == Origin::imported)
         others = withMovesApart(others);
+    else if (account.origins && sameAs(stored, CompanyRecord())) {
+        others = elementByElement(others); // it begins with figures of another one
+        account.origins->tellIn(others);
+    }
     for (Change& change : others.changes)
         if (!change.setting.empty() && change.origin == Origin::derived)
             change.origin = Origin::typed; // how figures are shown is chosen by people

@@ -38,7 +38,8 @@ struct SavedGroup {
 
 // What the row says happened, value by value.
 [[nodiscard]] std::vector<HistoryChange> changesOf(const HistoryRow& row);
-// Makes of the company before the change the one after it; false where the row can't be read.
-bool redo(const HistoryRow& row, CompanyRecord& record);
+// Makes of the company before the change the one after it, and adds what that was; false where the
+// row can't be read.
+bool redo(const HistoryRow& row, CompanyRecord& record, std::vector<Change>& done);
 
 } // namespace vkr

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/exact_text.hpp"
+#include "company/period_moves.hpp"
 #include "company/setting_table.hpp"
 #include "platform/error_trap.hpp"
 #include "store/history_periods.hpp"
@@ -121,10 +122,28 @@ std::vector<HistoryChange> movedChanges(const HistoryRow& row, const DatumRow& d
     return changes;
 }
 
-bool redoSeries(const HistoryRow& row, const DatumRow& datum, CompanyRecord& record) {
+// Of a series that was moved as a whole, else by element.
+void addSeries(std::vector<Change>& done, const HistoryRow& row, const Change& whole) {
+    const bool isMoved = words(row.countedFrom).size() == 2 ||
+                         (whole.origin == Origin::shifted &&
+                          periodsMoved(whole.before, whole.after).value_or(0) != 0);
+    if (isMoved) {
+        done.push_back(whole);
+        return;
+    }
+    for (const std::string_view text : words(row.elements)) {
+        Change one = whole;
+        one.element = elementOf(text);
+        one.before = whole.before.array().at(*one.element);
+        one.after = whole.after.array().at(*one.element);
+        done.push_back(std::move(one));
+    }
+}
+
+bool redoSeries(const HistoryRow& row, Change& whole, CompanyRecord& record) {
     const auto elements = words(row.elements);
     const auto after = valuesOf(row.after, elements.size());
-    Variant series = record.stored(datum.datum);
+    Variant& series = whole.after;
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const auto element = elementOf(elements[i]);
         const auto figure = exactNumber(after[i]);
@@ -132,7 +151,7 @@ bool redoSeries(const HistoryRow& row, const DatumRow& datum, CompanyRecord& rec
             return false;
         series.array().setNumber(*element, *figure);
     }
-    return attempt([&] { writeDatum(record, datum.datum, series); });
+    return attempt([&] { writeDatum(record, whole.datum, series); });
 }
 
 bool redoSetting(const HistoryRow& row, const SettingRow& setting, CompanyRecord& record) {
@@ -185,16 +204,27 @@ std::vector<HistoryChange> changesOf(const HistoryRow& row) {
     return changes;
 }
 
-bool redo(const HistoryRow& row, CompanyRecord& record) {
+bool redo(const HistoryRow& row, CompanyRecord& record, std::vector<Change>& done) {
     if (const SettingRow* setting = settingNamed(row.datum))
         return redoSetting(row, *setting, record);
     const DatumRow* datum = datumNamed(row.datum);
     if (datum == nullptr)
         return false;
-    if (isSeries(*datum))
-        return redoSeries(row, *datum, record);
+    const Variant& held = record.stored(datum->datum);
+    Change change{
+        {datum->datum, std::nullopt, held, held}, {}, originNamed(row.origin), row.document};
+    if (isSeries(*datum)) {
+        if (!redoSeries(row, change, record))
+            return false;
+        addSeries(done, row, change);
+        return true;
+    }
     const auto value = valueOf(*datum, row.after);
-    return value && attempt([&] { writeDatum(record, datum->datum, *value); });
+    if (!value || !attempt([&] { writeDatum(record, datum->datum, *value); }))
+        return false;
+    change.after = *value;
+    done.push_back(std::move(change));
+    return true;
 }
 
 } // namespace vkr

@@ -139,16 +139,18 @@ void HistoryTable::add(const CompanyKey& key, const std::string& user,
     }
 }
 
-void HistoryTable::begin(const CompanyKey& key, const std::string& name,
-                         const CompanyRecord& record, const SaveStamp& stamp) {
+void HistoryTable::begin(const CompanyKey& key, const std::string& name, const HistoryState& state,
+                         const SaveStamp& stamp) {
     const CompanyRecord empty;
     SaveAccount account;
     account.rest.name = name;
-    auto groups = savedGroups(empty, exactGroups(empty, record, account), stamp.time);
-    for (SavedGroup& group : groups)
-        for (HistoryRow& row : group.rows)
-            row.origin.clear();
-    add(key, stamp.user, groups);
+    account.origins = state.origins;
+    auto groups = exactGroups(empty, *state.record, account);
+    for (ChangeGroup& group : groups)
+        for (Change& change : group.changes)
+            if (!change.setting.empty())
+                change.origin.reset();
+    add(key, stamp.user, savedGroups(empty, groups, stamp.time));
 }
 
 void HistoryTable::insertRows(const CompanyKey& key, std::int64_t place,
@@ -256,8 +258,10 @@ HistoryTable::Replayed HistoryTable::replay(std::int64_t id, std::int64_t revisi
             replayed.record = std::make_shared<CompanyRecord>();
         replayed.revision = stored.group.revision;
         replayed.isSound &= stored.isSound;
+        ChangeGroup done;
         for (const HistoryRow& row : stored.rows)
-            replayed.isSound &= redo(row, *replayed.record);
+            replayed.isSound &= redo(row, *replayed.record, done.changes);
+        replayed.origins.note(done);
         return true;
     });
     return replayed;
@@ -308,7 +312,7 @@ std::optional<std::string> HistoryTable::shorten(const CompanyKey& key) {
     for (const char* table : {"figure_change", "change_group"})
         connection_.run("DELETE FROM " + QString(table) + " WHERE company_id = ? AND revision <= ?",
                         {qlonglong(key.id), qlonglong(last)});
-    begin({key.id, last}, "Earlier changes", *state.record, stamp);
+    begin({key.id, last}, "Earlier changes", state, stamp);
     return stamp.time;
 }
 

@@ -28,15 +28,14 @@ class HistoryTable {
     explicit HistoryTable(StoreConnection& connection);
 
     void add(const CompanyKey& key, const std::string& user, const std::vector<SavedGroup>& groups);
-    // A history that begins with the company as it is, nobody knows from where.
-    void begin(const CompanyKey& key, const std::string& name, const CompanyRecord& record,
+    // A history that begins with the company as it is.
+    void begin(const CompanyKey& key, const std::string& name, const HistoryState& state,
                const SaveStamp& stamp);
     // The newest first.
     [[nodiscard]] std::vector<HistoryGroup> groups(std::int64_t id, const HistoryQuery& query);
     [[nodiscard]] HistoryExtent extent(std::int64_t id);
 
-    struct Replayed {
-        std::shared_ptr<CompanyRecord> record;
+    struct Replayed : HistoryState {
         std::int64_t revision = 0; // of the last group
         bool isSound = true;       // every group is as it was written, and could be redone
     };

@@ -113,7 +113,7 @@ void beginHistories(StoreConnection& connection) {
         const auto row = companies.read(id);
         if (row && history.extent(id).groups == 0)
             history.begin({id, row->company.revision}, "Stored before there was a history",
-                          *row->company.record, row->saved);
+                          {row->company.record, {}}, row->saved);
     }
 }
 

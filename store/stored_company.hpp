@@ -28,8 +28,8 @@ struct CompanyDamage {
     CompanyKey key;
     std::string name;    // and symbol, as far as they can be read
     std::string message; // for people: what is wrong, and what can be had from the history
-    // What was saved last, as the history tells it; null where it can't.
-    std::shared_ptr<CompanyRecord> saved = {};
+    // What was saved last, as the history tells it; a null record where it can't.
+    HistoryState saved = {};
     // From what is stored to what was saved.
     std::vector<Difference> differences = {};
 };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The history of a company and of a figure, as the host shows it.
+#include "form/controls.hpp"
 #include "host/assistant.hpp"
 #include "host/findings_panel.hpp"
 #include "host/history_window.hpp"
@@ -34,6 +35,15 @@ class HostHistory : public HostTest {
     }
     static QTreeWidget& changes(HistoryWindow& history) {
         return *history.findChild<QTreeWidget*>("changes");
+    }
+    // The state that the company began with.
+    static void restoreFirst(CompanyWindow& window, const char* answer = "Restore") {
+        HistoryWindow& history = shownHistory(window);
+        const int entries = changes(history).topLevelItemCount();
+        changes(history).setCurrentItem(changes(history).topLevelItem(entries - 1));
+        const Answers answers({answer});
+        history.findChild<QPushButton*>("restore")->click();
+        EXPECT_TRUE(answers.allGiven());
     }
     static void chooseText(HistoryWindow& history, const char* list, const QString& text) {
         auto* box = history.findChild<QComboBox*>(list);
@@ -142,6 +152,59 @@ TEST_F(HostHistory, RestoresAStateAsAChangeThatIsNotSavedYet) {
     ASSERT_TRUE(window.save());
     EXPECT_EQ(host_->store().load(id).value().record->get_City(), city);
     EXPECT_GT(changes(history).topLevelItemCount(), entries) << "and is in the list by now";
+    window.discard();
+}
+
+TEST_F(HostHistory, RestoredFiguresComeFromWhereTheyCameThen) {
+    const std::int64_t id = idOf(*host_, "AAPL");
+    CompanyWindow& window = open(*host_, "AAPL");
+    const FigureOrigin imported = window.origins().of(Datum::YRevenueSeries, 2);
+    ASSERT_EQ(imported.document, "AAPL-company.csv");
+    const double revenue = test::elementOf(*window.record(), Datum::YRevenueSeries, 2);
+    const std::vector<DatumChange> typing = {{Datum::YRevenueSeries, 2, revenue, 7.0}};
+    ASSERT_EQ(window.entry().component().changeRecord(typing, {Origin::typed, "", ""}),
+              std::nullopt);
+    ASSERT_TRUE(window.save());
+    ASSERT_EQ(window.origins().of(Datum::YRevenueSeries, 2).origin, Origin::typed);
+    restoreFirst(window);
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YRevenueSeries, 2), revenue);
+    EXPECT_EQ(window.origins().of(Datum::YRevenueSeries, 2), imported);
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(host_->store().load(id).value().origins.of(Datum::YRevenueSeries, 2), imported);
+    const auto query = HistoryQuery{.datum = "YRevenueSeries"};
+    EXPECT_EQ(host_->store().history(id, query).value().front().changes.front().document,
+              imported.document);
+    window.discard();
+}
+
+// Figures in another currency are other figures.
+TEST_F(HostHistory, RestoresTheSettingsToo) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const auto settings = window.record()->get_Settings();
+    const std::string symbol = settings->get(setting::currencySymbol).toText();
+    ASSERT_NE(symbol, "CHF");
+    auto& field = controls::currencySymbol.in(window.entry().component().form());
+    settings->put(setting::currencySymbol, "CHF");
+    window.entry().recordChanged();
+    ASSERT_EQ(field.text(), "CHF");
+    ASSERT_TRUE(window.save());
+    restoreFirst(window);
+    EXPECT_EQ(settings->get(setting::currencySymbol).toText(), symbol);
+    EXPECT_EQ(field.text(), symbol);
+    EXPECT_TRUE(window.isWindowModified());
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(settings->get(setting::currencySymbol).toText(), "CHF");
+    window.discard();
+}
+
+TEST_F(HostHistory, RestoresNothingWhileLocked) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    change(window, Datum::City, "Graz");
+    ASSERT_TRUE(window.save());
+    window.record()->get_Settings()->put(setting::lockBasicInfo, true);
+    window.entry().recordChanged();
+    restoreFirst(window, "OK");
+    EXPECT_EQ(window.record()->get_City(), "Graz");
     window.discard();
 }
 

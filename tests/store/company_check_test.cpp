@@ -85,8 +85,8 @@ TEST_P(CompanyCheck, TellsTheFigureThatChangedAndWhatWasSaved) {
               "“Company 2” is not as it was saved: the database is damaged, or something else than "
               "this program has written to it. The history is sound and has what was saved last. "
               "One value differs: YEPSSeries(2) was saved as 2.5, stored is 5.");
-    ASSERT_NE(damage.saved, nullptr);
-    EXPECT_TRUE(sameAs(*damage.saved, *records_[1]));
+    ASSERT_NE(damage.saved.record, nullptr);
+    EXPECT_TRUE(sameAs(*damage.saved.record, *records_[1]));
     EXPECT_EQ(open(place(), OpenMode::existing)->load(1).value().damage, std::nullopt);
 }
 
@@ -95,7 +95,7 @@ TEST_P(CompanyCheck, IsMendedBySavingWhatTheHistoryHas) {
     const auto store = open(place(), OpenMode::existing);
     const auto loaded = store->load(1);
     ASSERT_TRUE(loaded.value().damage);
-    ASSERT_DONE(store->save(1, *loaded.value().damage->saved, 2));
+    ASSERT_DONE(store->save(1, *loaded.value().damage->saved.record, 2));
     EXPECT_EQ(store->check(1).value(), std::nullopt);
     EXPECT_TRUE(sameAs(*store->load(1).value().record, *records_[0]));
 }
@@ -114,7 +114,7 @@ TEST_P(CompanyCheck, TellsADamagedHistoryFromDamagedFigures) {
     OtherProgram(place()).run("UPDATE company SET \"TotalDebt\" = 123456 WHERE id = 1");
     const auto both = store->load(1).value().damage;
     ASSERT_TRUE(both);
-    EXPECT_EQ(both->saved, nullptr);
+    EXPECT_EQ(both->saved.record, nullptr);
 }
 
 // The lists of the combo boxes and the setting are no company's.

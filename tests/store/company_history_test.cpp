@@ -185,7 +185,9 @@ TEST_P(CompanyHistory, AnImportWithALaterYearLeavesTheOtherFiguresTheirOrigin) {
                   changed("YEPSSeries", 1, "2025", "", "2", Origin::imported, "ACM-company.csv"),
                   changed("YEPSSeries", 3, "2023", "1.25", "1.26", Origin::imported,
                           "ACM-company.csv")}));
-    expectSame(*store->stateAfter(1, history.front()).value(), *record);
+    const HistoryState state = store->stateAfter(1, history.front()).value();
+    expectSame(*state.record, *record);
+    EXPECT_EQ(state.origins, origins);
     EXPECT_EQ(store->check(1).value(), std::nullopt);
 }
 
@@ -219,7 +221,9 @@ TEST_P(CompanyHistory, OfAStepThatMovesAndWritesKeepsBothApart) {
     const auto origins = store->load(1).value().origins;
     EXPECT_EQ(origins.of(Datum::QEPSSeries, 0).document, "0001-25");
     EXPECT_EQ(origins.of(Datum::QEPSSeries, 1), (FigureOrigin{Origin::typed, "", false}));
-    expectSame(*store->stateAfter(1, history.front()).value(), *record);
+    const HistoryState state = store->stateAfter(1, history.front()).value();
+    expectSame(*state.record, *record);
+    EXPECT_EQ(state.origins, origins);
 }
 
 // Of a week-based year, where two quarters in a row may end in months of the same calendar quarter.
@@ -300,7 +304,7 @@ TEST_P(CompanyHistory, LeadsToEveryStateThatWasSaved) {
     for (const HistoryGroup& group : history) {
         const auto state = reader->stateAfter(1, group);
         ASSERT_DONE(state);
-        expectSame(*state.value(), *states[static_cast<std::size_t>(group.revision - 1)]);
+        expectSame(*state.value().record, *states[static_cast<std::size_t>(group.revision - 1)]);
     }
     EXPECT_EQ(reader->check(1).value(), std::nullopt);
 }
@@ -315,8 +319,8 @@ TEST_P(CompanyHistory, LeadsToTheStateBetweenTwoGroupsOfASave) {
     record->put_TotalDebt(2);
     ASSERT_DONE(store->save(1, *record, 1, account));
     const auto history = store->history(1).value();
-    EXPECT_EQ(store->stateAfter(1, history[1]).value()->get_TotalDebt(), 1);
-    EXPECT_EQ(store->stateAfter(1, history[0]).value()->get_TotalDebt(), 2);
+    EXPECT_EQ(store->stateAfter(1, history[1]).value().record->get_TotalDebt(), 1);
+    EXPECT_EQ(store->stateAfter(1, history[0]).value().record->get_TotalDebt(), 2);
 }
 
 TEST_P(CompanyHistory, OfASaveThatFailsIsNotKept) {
@@ -374,11 +378,54 @@ TEST_P(CompanyHistory, IsBoundedWherePeopleWantItSo) {
         EXPECT_GE(history.size(), std::min<std::size_t>(seed + 1, 8));
         EXPECT_LE(history.size(), 11U);
         for (const HistoryGroup& group : history)
-            expectSame(*store->stateAfter(1, group).value(),
+            expectSame(*store->stateAfter(1, group).value().record,
                        *states[static_cast<std::size_t>(group.revision - 1)]);
         EXPECT_EQ(store->check(1).value(), std::nullopt);
     }
     EXPECT_EQ(store->history(1).value().back().name, "Earlier changes");
+}
+
+// Also once the saves that led there have become one.
+TEST_P(CompanyHistory, KnowsOfEachStateWhereItsFiguresCameFrom) {
+    const auto store = open(place());
+    ASSERT_DONE(store->setHistoryLimit(4));
+    const auto record = company();
+    SaveAccount imported;
+    imported.rest = {Origin::imported, "Import of ACM", "0001-24-5"};
+    ASSERT_DONE(store->save(std::nullopt, *record, 0, imported));
+    std::vector<FigureOrigins> known = {store->load(1).value().origins};
+    for (int save = 1; save < 9; ++save) {
+        SaveAccount typing; // one figure after the other, and new years now and then
+        putElement(*record, Datum::YEPSSeries, 1 + save % 3, save);
+        if (save % 4 == 2) {
+            record->put_LastFY(static_cast<std::int16_t>(record->get_LastFY() + 1));
+            typing.rest = {Origin::imported, "Import", "0001-25-" + std::to_string(save)};
+        }
+        ASSERT_DONE(store->save(1, *record, save, typing));
+        known.push_back(store->load(1).value().origins);
+        const auto history = store->history(1).value();
+        for (const HistoryGroup& group : history)
+            EXPECT_TRUE(store->stateAfter(1, group).value().origins ==
+                        known[static_cast<std::size_t>(group.revision - 1)])
+                << save << " " << group.revision;
+    }
+    EXPECT_EQ(store->history(1).value().back().name, "Earlier changes");
+}
+
+TEST_P(CompanyHistory, OfACopyTellsWhereItsFiguresCameFrom) {
+    const auto store = open(place());
+    SaveAccount imported;
+    imported.rest = {Origin::imported, "Import of ACM", "0001-24-5"};
+    ASSERT_DONE(store->save(std::nullopt, *company(), 0, imported));
+    const auto copy = store->duplicate(1);
+    ASSERT_DONE(copy);
+    const auto group = store->history(copy.value().id, {.datum = "YEPSSeries"}).value().front();
+    EXPECT_EQ(group.name, "Copy of “Acme”");
+    ASSERT_EQ(group.changes.size(), 2U);
+    EXPECT_EQ(group.changes.front().origin, Origin::imported);
+    EXPECT_EQ(group.changes.front().document, "0001-24-5");
+    EXPECT_EQ(store->stateAfter(copy.value().id, group).value().origins,
+              store->load(copy.value().id).value().origins);
 }
 
 TEST_P(CompanyHistory, KeepsOddTextsAsTheyAre) {
