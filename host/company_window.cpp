@@ -324,6 +324,7 @@ CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
         if (choice != 0)
             return Conflict::back;
         becomeNew();
+        keepAsNew();
         return Conflict::again;
     }
 
@@ -349,6 +350,7 @@ CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
         origins_ = origins(); // the steps that led there end with the other record
         mine->put_Name(mine->get_Name() + tr(" (copy)").toStdString());
         showRecord(std::move(mine));
+        keepAsNew();
         return Conflict::again;
     }
     default:

@@ -9,7 +9,9 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace vkr {
 
@@ -85,6 +87,9 @@ class CompanyWindow : public QMainWindow {
     void showPlace(); // of the last change that was undone, redone or restored
     void keepUnsaved(const CompanyRecord& stored); // from here on, in a file of its own
     void forgetUnsaved();
+    void keepAsNew(); // from the empty record on, what is not saved
+    [[nodiscard]] std::vector<ChangeGroup> unsavedSteps() const;
+    void keep(const std::function<std::optional<std::string>(UnsavedChanges&)>& change);
     void giveUp();
     void tellAbout(int object, const QVariant& shown);
     [[nodiscard]] bool hasHistory(); // tells where there is none
@@ -132,6 +137,8 @@ class CompanyWindow : public QMainWindow {
     std::shared_ptr<KeptFigures> kept_;       // that the form edits it through
     std::unique_ptr<UnsavedChanges> unsaved_; // on the disk
     bool toldOfKeeping_ = false;              // that it does not work
+    // Of a company that another one has become: what leads from the empty record to it.
+    std::optional<ChangeGroup> beginning_;
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
     std::shared_ptr<const CompanyRecord> unchanged_; // as the form shows it without any change

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Undo, redo, and what becomes of changes that are not saved, of the window of a company.
+#include "company/record_snapshot.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "form/controls.hpp"
 #include "host/change_place.hpp"
@@ -133,18 +134,55 @@ void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
         origins().tellIn(back);
     };
     journal_->unsavedChanged = [this](const ChangeGroup* added) {
-        const auto failure = added != nullptr ? unsaved_->add(*added) : unsaved_->takeBackLast();
-        if (failure && !toldOfKeeping_)
-            notice(*this, tr("Changes are not kept on the disk before they are saved: %1")
-                              .arg(fromUtf8(*failure)));
-        toldOfKeeping_ = failure.has_value();
+        keep([added](UnsavedChanges& unsaved) {
+            return added != nullptr ? unsaved.add(*added) : unsaved.takeBackLast();
+        });
     };
+}
+
+void CompanyWindow::keep(const std::function<std::optional<std::string>(UnsavedChanges&)>& change) {
+    const auto failure = change(*unsaved_);
+    if (failure && !toldOfKeeping_)
+        notice(*this, tr("Changes are not kept on the disk before they are saved: %1")
+                          .arg(fromUtf8(*failure)));
+    toldOfKeeping_ = failure.has_value();
+}
+
+// Nobody else has the figures that it began with. What there is stays until that is on the disk.
+void CompanyWindow::keepAsNew() {
+    const auto began = record_->clone();
+    const auto& steps = journal_->unsaved();
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step)
+        for (auto change = step->changes.rbegin(); change != step->changes.rend(); ++change) {
+            Change back = *change;
+            std::swap(back.before, back.after);
+            static_cast<void>(putChanges(*began, {&back, 1}));
+        }
+    const CompanyRecord empty;
+    beginning_ = elementByElement(
+        changesBetween(empty, *began, {Origin::typed, tr("Saved as a copy").toStdString(), {}}));
+    beginning_->at = std::chrono::system_clock::now();
+    origins_.tellIn(*beginning_);
+    const auto others = std::move(unsaved_);
+    keepUnsaved(empty);
+    for (const ChangeGroup& step : unsavedSteps())
+        keep([&step](UnsavedChanges& unsaved) { return unsaved.add(step); });
+    if (others != nullptr && !toldOfKeeping_)
+        others->remove();
+}
+
+std::vector<ChangeGroup> CompanyWindow::unsavedSteps() const {
+    std::vector<ChangeGroup> steps = journal_->unsaved();
+    if (beginning_)
+        steps.insert(steps.begin(), *beginning_);
+    return steps;
 }
 
 void CompanyWindow::forgetUnsaved() {
     if (unsaved_ != nullptr)
         unsaved_->remove();
     unsaved_.reset();
+    beginning_.reset();
     journal_->setSavePoint();
 }
 
@@ -171,8 +209,8 @@ bool CompanyWindow::acceptUnstored() {
 // What is not saved by now is only to be had as long as somebody keeps it.
 void CompanyWindow::giveUp() {
     const auto count = decided_ ? 0 : static_cast<int>(changes().size());
-    if (count > 0 && !journal_->unsaved().empty())
-        emit discarded({id_, title(), journal_->unsaved(), count});
+    if (const auto steps = unsavedSteps(); count > 0 && !steps.empty())
+        emit discarded({id_, title(), steps, count});
     decided_ = true;
     forgetUnsaved();
 }

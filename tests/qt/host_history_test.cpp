@@ -416,6 +416,39 @@ TEST_P(HostHistoryOfACopy, IsSpokenOfByItselfBeforeItIsSaved) {
     mine.discard();
 }
 
+// Its first save has failed, and so does the program.
+TEST_P(HostHistoryOfACopy, IsKeptWithWhatIsTypedAfterItsFirstSaveHasFailed) {
+    CompanyWindow& mine = overtaken();
+    keepOut(true);
+    {
+        const Answers answers({GetParam().answer, "OK"});
+        EXPECT_FALSE(mine.save());
+    }
+    change(mine, Datum::State, "Typed since");
+    const auto before = mine.record()->clone();
+    const FigureOrigins origins = mine.origins();
+    keepOut(false);
+    killWith(mine);
+    host_ = another();
+    const Answers answers({"Restore"});
+    host_->offerFound();
+    EXPECT_TRUE(answers.allGiven());
+    ASSERT_EQ(host_->windows().size(), 1);
+    CompanyWindow& restored = *host_->windows().front();
+    EXPECT_EQ(restored.id(), std::nullopt);
+    EXPECT_EQ(restored.record()->get_Name(), before->get_Name());
+    EXPECT_EQ(before->get_Name().ends_with("(copy)"), !GetParam().isRemoved);
+    EXPECT_EQ(restored.record()->get_City(), "Mine");
+    EXPECT_EQ(restored.record()->get_State(), "Typed since");
+    EXPECT_EQ(restored.record()->stored(Datum::YRevenueSeries),
+              before->stored(Datum::YRevenueSeries));
+    EXPECT_EQ(restored.origins().of(Datum::YRevenueSeries, 1),
+              origins.of(Datum::YRevenueSeries, 1));
+    ASSERT_TRUE(restored.save());
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    restored.discard();
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Saved, HostHistoryOfACopy,
     testing::Values(NewCompanyWay{"BesideTheirs", false, "Save Mine as a Copy"},
