@@ -46,7 +46,8 @@ bool Workspace::restore(std::optional<std::int64_t> id, const std::vector<Change
 
 void Workspace::offerFound() {
     for (const FoundChanges& found : findUnsavedChanges(unsavedPlaceOf(*store_))) {
-        const QString title = fromUtf8(found.company.title);
+        const QString title = found.company.title.empty() ? tr("a company whose name can't be read")
+                                                          : fromUtf8(found.company.title);
         QString more = tr("The program ended before they were saved.");
         bool canRestore = !found.groups.empty();
         if (found.company.id) {

@@ -210,7 +210,7 @@ ChangeGroup ByteReader::group() {
     return group;
 }
 
-std::uint32_t checksum(std::string_view bytes) {
+void RunningChecksum::add(std::string_view bytes) {
     static const auto table = [] {
         std::array<std::uint32_t, 256> made{};
         for (std::uint32_t i = 0; i < made.size(); ++i) {
@@ -221,10 +221,14 @@ std::uint32_t checksum(std::string_view bytes) {
         }
         return made;
     }();
-    std::uint32_t sum = ~0U;
     for (const char byte : bytes)
-        sum = table[(sum ^ static_cast<unsigned char>(byte)) & 0xFFU] ^ (sum >> 8U);
-    return ~sum;
+        sum_ = table[(sum_ ^ static_cast<unsigned char>(byte)) & 0xFFU] ^ (sum_ >> 8U);
+}
+
+std::uint32_t checksum(std::string_view bytes) {
+    RunningChecksum sum;
+    sum.add(bytes);
+    return sum.value();
 }
 
 } // namespace vkr

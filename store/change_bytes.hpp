@@ -40,5 +40,14 @@ class ByteReader {
 
 // CRC-32C, as its polynomial is used by disks and networks.
 [[nodiscard]] std::uint32_t checksum(std::string_view bytes);
+// The same byte by byte.
+class RunningChecksum {
+  public:
+    void add(std::string_view bytes);
+    [[nodiscard]] std::uint32_t value() const { return ~sum_; }
+
+  private:
+    std::uint32_t sum_ = ~0U;
+};
 
 } // namespace vkr

@@ -102,17 +102,74 @@ std::string readAll(int file, const std::string& path) {
     }
 }
 
-// Throws where the header is none.
+// Where a block is longer than what is left, it was being written when its program ended; unless
+// some of what is left is all of it, by its checksum: then it is the length that is wrong.
+bool isWholeSomewhere(RunningChecksum sum, std::uint64_t expected, std::string_view left) {
+    for (std::size_t at = 0; at < left.size(); ++at) {
+        if (sum.value() == expected)
+            return true;
+        sum.add(left.substr(at, 1));
+    }
+    return sum.value() == expected;
+}
+
+// The payload; nothing where it is not whole, be it cut off or damaged.
+std::optional<std::string_view> takePayload(ByteReader& reader, std::uint64_t length,
+                                            const RunningChecksum& begun, std::uint64_t expected,
+                                            bool& isDamaged) {
+    if (length > reader.rest().size()) {
+        // Longer than any group that a person makes: no length at all.
+        constexpr std::uint64_t longest = 1U << 28U;
+        isDamaged = length > longest || isWholeSomewhere(begun, expected, reader.rest());
+        return std::nullopt;
+    }
+    const std::string_view payload = reader.take(length);
+    RunningChecksum sum = begun;
+    sum.add(payload);
+    isDamaged = sum.value() != expected;
+    return isDamaged ? std::nullopt : std::optional(payload);
+}
+
+// False where there is nothing more to be read.
+bool readRecord(FoundChanges& found, ByteReader& reader, std::uint64_t session,
+                std::uint64_t expected) {
+    if (reader.rest().size() < recordHead)
+        return false; // the end, or a record that was being written
+    const auto length = reader.number(4);
+    const auto own = reader.number(4);
+    const auto number = reader.number(8);
+    ByteWriter sealing;
+    sealing.number(session, 8);
+    sealing.number(number, 8);
+    RunningChecksum begun;
+    begun.add(sealing.bytes());
+    const auto payload = takePayload(reader, length, begun, own, found.isDamaged);
+    found.isDamaged |= number != expected;
+    if (!payload || found.isDamaged)
+        return false;
+    found.isDamaged = !attempt([&] {
+        ByteReader record(*payload);
+        if (record.number(1) == came)
+            found.groups.push_back(record.group());
+        else if (!found.groups.empty())
+            found.groups.pop_back();
+    });
+    return !found.isDamaged;
+}
+
+// A header that is cut off has no record behind it. Throws where there is none at all.
 void readInto(FoundChanges& found, std::string_view bytes) {
     ByteReader reader(bytes);
-    if (reader.take(magic.size()) != magic)
-        throw std::invalid_argument("another kind of file");
+    if (reader.take(magic.size()) != magic) {
+        found.isDamaged = true;
+        return;
+    }
     const auto size = reader.number(4);
     const auto sum = reader.number(4);
-    const std::string_view header = reader.take(size);
-    if (checksum(header) != sum)
-        throw std::invalid_argument("damaged");
-    ByteReader fields(header);
+    const auto header = takePayload(reader, size, {}, sum, found.isDamaged);
+    if (!header)
+        return;
+    ByteReader fields(*header);
     const auto session = fields.number(8);
     const auto id = fields.number(8);
     if (id != none)
@@ -120,34 +177,15 @@ void readInto(FoundChanges& found, std::string_view bytes) {
     found.company.revision = static_cast<std::int64_t>(fields.number(8));
     found.company.digest = fields.number(8);
     found.company.title = fields.text();
-    for (std::uint64_t expected = 1;; ++expected) {
-        const std::string_view left = reader.rest();
-        if (left.size() < recordHead)
-            return; // the end, or a record that was being written
-        const auto length = reader.number(4);
-        const auto own = reader.number(4);
-        const auto number = reader.number(8);
-        if (length > reader.rest().size()) {
-            // Longer than any group that a person makes: no length at all.
-            constexpr std::uint64_t longest = 1U << 28U;
-            found.isDamaged = length > longest;
-            return;
-        }
-        const std::string payload(reader.take(length));
-        ByteWriter sealing;
-        sealing.number(session, 8);
-        sealing.number(number, 8);
-        found.isDamaged =
-            number != expected || checksum(sealing.bytes() + payload) != own || !attempt([&] {
-                ByteReader record(payload);
-                if (record.number(1) == came)
-                    found.groups.push_back(record.group());
-                else if (!found.groups.empty())
-                    found.groups.pop_back();
-            });
-        if (found.isDamaged)
-            return;
+    for (std::uint64_t expected = 1; readRecord(found, reader, session, expected); ++expected) {
     }
+}
+
+// As begin() calls them; a file of another name is somebody else's.
+bool isOurName(std::string_view name, std::string_view prefix) {
+    return name.starts_with(prefix) && name.size() == prefix.size() + 16 &&
+           name.substr(prefix.size()).find_first_not_of("0123456789abcdef") ==
+               std::string_view::npos;
 }
 
 } // namespace
@@ -268,7 +306,7 @@ std::vector<FoundChanges> findUnsavedChanges(const UnsavedPlace& place) {
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator(place.folder, error)) {
         const std::string name = entry.path().filename().string();
-        if (!name.starts_with(place.prefix))
+        if (!isOurName(name, place.prefix))
             continue;
         FoundChanges found;
         found.path = entry.path().string();

@@ -65,7 +65,8 @@ struct FoundChanges {
     std::string path;
     UnsavedCompany company;
     std::vector<ChangeGroup> groups;
-    bool isDamaged = false;       // what lies behind the groups can't be read
+    // What lies behind the groups can't be read; nor can what it is of, where there is no title.
+    bool isDamaged = false;
     std::shared_ptr<void> locked; // for as long as one of these lives nobody else finds it
 };
 
