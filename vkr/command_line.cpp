@@ -16,7 +16,7 @@ constexpr OptionRow options[] = {
     {Option::help, "help", 'h', "", Operand::none, "Tell what there is, or about one command."},
     {Option::version, "version", 'v', "", Operand::none, "Tell the version."},
     {Option::dryRun, "dry-run", 'n', "", Operand::none,
-     "Do all of it and take it back: say what would happen, and leave the database as it is."},
+     "Say what would happen, and leave the database and all files as they are."},
     {Option::verbose, "verbose", 0, "", Operand::none, "List what is only counted otherwise."},
     {Option::yearly, "yearly", 0, "", Operand::none, "The yearly figures."},
     {Option::quarterly, "quarterly", 0, "", Operand::none, "The quarterly figures."},

@@ -35,7 +35,7 @@ const CommandRow commands[] = {
      2,
      anyNumber,
      {Operand::symbols, Operand::folder},
-     {Option::all, Option::replace},
+     {Option::all, Option::replace, Option::dryRun},
      "Write companies to CSV files.",
      "Writes three CSV files for each company. Files that are there already are written anew with "
      "--replace only; nothing is written then.",

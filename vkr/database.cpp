@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "vkr/database.hpp"
 
+#include <QFileInfo>
 #include <QString>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <charconv>
@@ -55,6 +57,30 @@ std::string numbersOf(const std::vector<CompanySummary>& companies) {
     return text;
 }
 
+// A dry run makes no database: it goes by an empty one that goes when the program ends.
+std::optional<std::string> placeInstead(const std::string& place, OpenMode mode,
+                                        const StoreOptions& options) {
+    const QFileInfo file(QString::fromStdString(place));
+    if (!options.isRehearsal || mode != OpenMode::create || CompanyStore::isOnServer(place) ||
+        file.exists())
+        return std::nullopt;
+    QFileInfo folder(file.absolutePath());
+    while (!folder.exists() && folder.absoluteFilePath() != folder.absolutePath())
+        folder.setFile(folder.absolutePath());
+    if (!folder.isDir() || !folder.isWritable())
+        throw CommandFailure(ExitCode::refused,
+                             printable(place) + " can't be made: there is no writing to " +
+                                 printable(folder.absoluteFilePath().toStdString()) + ".");
+    static const QTemporaryDir made;
+    if (!made.isValid())
+        throw CommandFailure(ExitCode::refused, made.errorString().toStdString() + ".");
+    const std::string instead = made.filePath(file.fileName()).toStdString();
+    StoreOptions real = options;
+    real.isRehearsal = false;
+    static_cast<void>(valueOf(CompanyStore::open(instead, OpenMode::create, real)));
+    return instead;
+}
+
 } // namespace
 
 ExitCode exitCodeOf(StoreFault fault) {
@@ -78,7 +104,9 @@ std::unique_ptr<CompanyStore> openDatabase(const Call& call, OpenMode mode) {
     StoreOptions options;
     options.patience = std::chrono::seconds(10); // nobody sits there waiting
     options.isRehearsal = call.line.has(Option::dryRun);
-    auto store = valueOf(CompanyStore::open(databasePlace(call.line), mode, options));
+    const std::string place = databasePlace(call.line);
+    auto store = valueOf(
+        CompanyStore::open(placeInstead(place, mode, options).value_or(place), mode, options));
     if (!store->backupPath().empty())
         call.terminal.say(store->path() +
                           " was brought up to date. As it was before it is kept as " +

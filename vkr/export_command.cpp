@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <map>
+#include <unistd.h>
 
 namespace vkr {
 
@@ -50,6 +51,10 @@ ExitCode exportCompanies(const Call& call) {
     const auto companies = chosenCompanies(call, *store, symbols);
     refuseClashes(call, companies, folder);
 
+    const bool isRehearsal = call.line.has(Option::dryRun);
+    if (isRehearsal && ::access(folder.c_str(), W_OK) != 0)
+        throw CommandFailure(ExitCode::refused,
+                             "Nothing can be written to " + printable(folder.string()) + ".");
     call.output.begin({{"symbol", false, 8}, {"name", false, 30}, {"file"}}, {}, true);
     std::size_t done = 0;
     ExitCode failed = ExitCode::done;
@@ -61,7 +66,9 @@ ExitCode exportCompanies(const Call& call) {
         call.terminal.progress(done, companies.size(), company.symbol);
         try {
             const LoadedCompany loaded = load(call, *store, company);
-            const CsvExport written = exportCompany(*loaded.record, folder);
+            const CsvExport written =
+                isRehearsal ? CsvExport{csvFiles(folder, csvPrefix(*loaded.record)), {}}
+                            : exportCompany(*loaded.record, folder);
             if (!written.error.empty())
                 throw CommandFailure(ExitCode::refused, printable(written.error));
             call.output.row({company.symbol, company.name, written.files.front().string()});
@@ -74,6 +81,8 @@ ExitCode exportCompanies(const Call& call) {
     }
     call.output.end();
     call.terminal.endProgress();
+    if (isRehearsal)
+        call.terminal.say("This was a dry run: no file was written.");
     if (failed == ExitCode::done)
         return ExitCode::done;
     call.terminal.say(std::to_string(done) + " of " + std::to_string(companies.size()) +

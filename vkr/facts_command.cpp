@@ -140,7 +140,7 @@ ExitCode importFacts(const Call& call) {
     else if (ticked > 0)
         takeOver(call, *store, *found, loaded, review);
     if (call.line.has(Option::dryRun))
-        call.terminal.say("This was a dry run: the database is as it was.");
+        call.terminal.say("This was a dry run: nothing was saved.");
     return open > ticked ? ExitCode::findings : ExitCode::done;
 }
 

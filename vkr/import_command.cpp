@@ -62,7 +62,7 @@ class ImportReport {
             call_.terminal.say(std::string(isStopped ? "Stopped: " : "Given up: ") +
                                std::to_string(total - seen) + " companies were not looked at.");
         if (call_.line.has(Option::dryRun))
-            call_.terminal.say("This was a dry run: the database is as it was.");
+            call_.terminal.say("This was a dry run: nothing was saved.");
         return code(isStopped);
     }
 

@@ -190,9 +190,21 @@ TEST_F(ImportCommand, ADryRunSaysWhatWouldHappenAndChangesNoByte) {
 
 TEST_F(ImportCommand, ADryRunMakesNoDatabase) {
     const auto dry = run({"import", samples(), "--create", "-n"});
-    EXPECT_EQ(dry.code, 3);
-    EXPECT_TRUE(contains(dry.err, "companies.vkr does not exist")) << dry.err;
-    EXPECT_FALSE(QFile::exists(path("companies.vkr")));
+    EXPECT_EQ(dry.code, 0) << dry.err;
+    EXPECT_TRUE(contains(dry.err, "4 added.")) << dry.err;
+    EXPECT_TRUE(contains(dry.err, "This was a dry run")) << dry.err;
+    EXPECT_EQ(QDir(path("")).entryList(QDir::Files), QStringList());
+    const auto real = run({"import", samples(), "--create"});
+    EXPECT_EQ(real.code, 0) << real.err;
+    EXPECT_EQ(real.out, dry.out);
+}
+
+TEST_F(ImportCommand, ADryRunRefusesADatabaseThatCannotBeMade) {
+    write("in-the-way", "a file");
+    const auto dry = run(
+        {"--database", "in-the-way/companies.vkr", "import", samples(), "--create", "-n"}, false);
+    EXPECT_EQ(dry.code, 4) << dry.err;
+    EXPECT_TRUE(contains(dry.err, "can't be made")) << dry.err;
 }
 
 TEST_F(ImportCommand, ADatabaseThatIsBeingWrittenIsToldAndNothingIsHalfDone) {

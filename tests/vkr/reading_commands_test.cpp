@@ -116,6 +116,19 @@ TEST_F(ReadingCommands, AnExportComesBackAsItWas) {
     EXPECT_EQ(QDir(path("all")).entryList(QDir::Files).size(), 12);
 }
 
+TEST_F(ReadingCommands, ADryRunOfAnExportTellsTheFilesAndWritesNone) {
+    importSamples();
+    QDir(path("")).mkdir("out");
+    const auto dry = run({"export", "TSLA", "AAPL", "out", "--dry-run"});
+    EXPECT_EQ(dry.code, 0) << dry.err;
+    EXPECT_TRUE(contains(dry.err, "This was a dry run: no file was written.")) << dry.err;
+    EXPECT_TRUE(QDir(path("out")).entryList(QDir::Files).isEmpty());
+    const auto real = run({"export", "TSLA", "AAPL", "out"});
+    EXPECT_EQ(real.code, 0) << real.err;
+    EXPECT_EQ(real.out, dry.out);
+    EXPECT_EQ(run({"export", "AAPL", "out", "-n"}).code, 4) << "as it would be refused";
+}
+
 TEST_F(ReadingCommands, AnExportReplacesFilesOnlyWhereItIsTold) {
     QDir(path("")).mkdir("out");
     write("out/TSLA-yearly.csv", "mine");
