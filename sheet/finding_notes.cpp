@@ -7,6 +7,18 @@
 
 namespace vkr {
 
+namespace {
+
+bool isStored(const iVKR_Company& company, const FigurePlace& place) {
+    const Variant value = readDatum(company, place.datum);
+    if (place.element)
+        return value.isArray() && value.array().contains(*place.element) &&
+               value.array().number(*place.element) != 0;
+    return std::holds_alternative<Date>(value.value()) || value.toDouble() != 0;
+}
+
+} // namespace
+
 std::vector<SheetNote> findingNotes(const iVKR_Company& company,
                                     const std::function<bool(const Finding&)>& isSilenced,
                                     Date today) {
@@ -22,8 +34,9 @@ std::vector<SheetNote> findingNotes(const iVKR_Company& company,
         if (isSilenced && isSilenced(finding))
             continue;
         SheetNote note{{}, QString::fromStdString(finding.text)};
-        if (!finding.places.empty())
-            note.places.push_back(finding.places.front());
+        for (const FigurePlace& place : finding.places)
+            if (note.places.empty() || !isStored(company, place))
+                note.places.push_back(place); // where to look first, and all that is missing
         notes.push_back(std::move(note));
     }
     return notes;

@@ -3,7 +3,9 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace vkr {
@@ -14,8 +16,10 @@ QString tr(const char* text) {
     return QCoreApplication::translate("sheet", text);
 }
 
-QString wordsOf(Origin origin, const QString& document) {
-    switch (origin) {
+QString wordsOf(std::optional<Origin> origin, const QString& document) {
+    if (!origin)
+        return tr("not known where from");
+    switch (*origin) {
     case Origin::typed:
         return tr("typed");
     case Origin::pasted:
@@ -32,12 +36,15 @@ QString wordsOf(Origin origin, const QString& document) {
 
 } // namespace
 
+// What most figures have in common needs no mark: a number behind each of hundreds would be read as
+// a digit. Every other one has its number.
 std::vector<SheetNote> originNotes(const CompanyRecord& company, const FigureOrigins& origins) {
-    std::map<std::pair<Origin, std::string>, std::vector<FigurePlace>> groups;
+    using Source = std::pair<std::optional<Origin>, std::string>;
+    std::map<Source, std::vector<FigurePlace>> groups;
     const auto add = [&](const FigurePlace& place, double figure) {
         const FigureOrigin found = origins.of(place.datum, place.element);
-        if (figure != 0 && found.origin)
-            groups[{*found.origin, found.document}].push_back(place);
+        if (figure != 0)
+            groups[{found.origin, found.document}].push_back(place);
     };
     for (const DatumRow& row : datumTable()) {
         const Variant& stored = company.stored(row.datum);
@@ -47,14 +54,25 @@ std::vector<SheetNote> originNotes(const CompanyRecord& company, const FigureOri
             for (int element = stored.array().lower(); element <= stored.array().upper(); ++element)
                 add({row.datum, element}, stored.array().number(element));
     }
+    const auto isKnown = [](const auto& group) { return group.first.first.has_value(); };
+    if (std::ranges::none_of(groups, isKnown))
+        return {};
     constexpr std::size_t few = 20;
+    const auto most =
+        std::ranges::max_element(groups, {}, [](const auto& group) { return group.second.size(); });
     std::vector<SheetNote> notes;
-    for (const auto& [source, places] : groups) {
-        const QString words = wordsOf(source.first, QString::fromStdString(source.second));
-        notes.push_back({places.size() <= few ? places : std::vector<FigurePlace>(),
-                         places.size() == 1 ? tr("1 figure: %1.").arg(words)
-                                            : tr("%1 figures: %2.").arg(places.size()).arg(words)});
-    }
+    for (const auto& [source, places] : groups)
+        if (&places != &most->second || places.size() <= few)
+            notes.push_back(
+                {places, (places.size() == 1 ? tr("1 figure: %1.")
+                                             : tr("%1 figures: %2.").arg(places.size()))
+                             .arg(wordsOf(source.first, QString::fromStdString(source.second)))});
+    if (const auto& [source, places] = *most; places.size() > few)
+        notes.push_back(
+            {{},
+             (notes.empty() ? tr("All %1 figures: %2.") : tr("All others, %1 figures: %2."))
+                 .arg(places.size())
+                 .arg(wordsOf(source.first, QString::fromStdString(source.second)))});
     return notes;
 }
 

@@ -163,8 +163,6 @@ class TableLayout {
             flow_.text({x(0), y, column.width + 0.5, height}, cell.text, size_, true);
             return;
         }
-        if (cell.text.isEmpty())
-            return;
         const double room = column.width - column.marks;
         const Parts parts = partsOf(cell.text, size_);
         const double right = x(number) + column.width - column.marks;

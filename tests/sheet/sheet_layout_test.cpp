@@ -7,6 +7,7 @@
 #include "sheet/origin_notes.hpp"
 #include "sheet/sheet_layout.hpp"
 #include "sheet/sheet_print.hpp"
+#include "tests/support/elements.hpp"
 
 #include <QFile>
 #include <QImage>
@@ -222,21 +223,54 @@ TEST(SheetLayout, ANoteHasItsNumberAtTheFigure) {
     EXPECT_TRUE(notes.contains("2\nSecond remark.\n3\nThird remark.")) << notes.toStdString();
 }
 
-TEST(SheetLayout, OriginsAreToldByDocumentAndMarkedWhereTheyAreFew) {
+TEST(SheetLayout, OriginsAreToldByDocumentAndMarkedButForTheMostCommonOne) {
     const auto record = sample("AAPL");
+    EXPECT_TRUE(originNotes(*record, {}).empty()) << "nobody knows of any";
     FigureOrigins origins;
-    for (int element = 0; element < 35; ++element)
-        origins.put(Datum::QRevenueSeries, element, {Origin::imported, "AAPL-company.csv"});
+    for (const DatumRow& row : datumTable())
+        if (isSeries(row))
+            for (int element = 0; element <= row.upper; ++element)
+                origins.put(row.datum, element, {Origin::imported, "AAPL-company.csv"});
+    for (int element = 0; element < 30; ++element)
+        origins.put(Datum::QRevenueSeries, element, {Origin::pasted, ""});
     origins.put(Datum::YRevenueSeries, 1, {Origin::typed, ""});
     origins.put(Datum::TotalDebt, std::nullopt, {Origin::typed, ""});
     origins.put(Datum::CurrentPrice, std::nullopt, {Origin::typed, ""}); // of which there is none
     const std::vector<SheetNote> notes = originNotes(*record, origins);
-    ASSERT_EQ(notes.size(), 2U);
-    EXPECT_EQ(notes[0].text, "2 figures: typed.");
-    EXPECT_EQ(notes[0].places,
+    ASSERT_EQ(notes.size(), 4U);
+    EXPECT_EQ(notes[0].text, "2 figures: not known where from.");
+    EXPECT_EQ(notes[0].places.size(), 2U) << "the two counts of shares";
+    EXPECT_EQ(notes[1].text, "2 figures: typed.");
+    EXPECT_EQ(notes[1].places,
               (std::vector<FigurePlace>{{Datum::TotalDebt, {}}, {Datum::YRevenueSeries, 1}}));
-    EXPECT_EQ(notes[1].text, "35 figures: imported from AAPL-company.csv.");
-    EXPECT_TRUE(notes[1].places.empty());
+    EXPECT_EQ(notes[2].text, "30 figures: pasted.");
+    EXPECT_EQ(notes[2].places.size(), 30U);
+    EXPECT_TRUE(notes[3].text.startsWith("All others, 2")) << notes[3].text.toStdString();
+    EXPECT_TRUE(notes[3].places.empty());
+}
+
+// Where there is no figure, either.
+TEST(SheetLayout, EveryFigureThatIsMissingIsMarked) {
+    const InEnglish figures;
+    const auto record = sample("AAPL");
+    for (const Datum series : {Datum::YRevenueSeries, Datum::YEPSSeries, Datum::YHighSeries})
+        test::putElement(*record, series, 4, 0);
+    SheetCompany sheet{record, findingNotes(*record)};
+    const auto gap = std::ranges::find(sheet.notes, 3U,
+                                       [](const SheetNote& note) { return note.places.size(); });
+    ASSERT_NE(gap, sheet.notes.end());
+    sheet.notes = {*gap};
+    const SheetContent content = sheetContent(sheet);
+    int marked = 0;
+    for (const SheetTable::Row& row : content.yearly.rows)
+        for (const SheetValue& cell : row.cells)
+            marked += cell.marks == "1" && cell.text.isEmpty() ? 1 : 0;
+    EXPECT_EQ(marked, 3);
+    int printed = 0;
+    const auto pages = companySheet(sheet, Paper::a4, day());
+    for (const SheetText& text : pages.first().texts)
+        printed += text.text == "1" ? 1 : 0;
+    EXPECT_EQ(printed, 3);
 }
 
 // The painter draws what was laid out: no ink in the margins, some of it on the page.
