@@ -191,6 +191,14 @@ std::optional<BlockPlacing::Period> BlockPlacing::periodIn(std::string_view text
     return std::nullopt;
 }
 
+bool BlockPlacing::isNameOf(const std::string& text, int row) const {
+    const auto& shown = grid_.rows[static_cast<std::size_t>(row)];
+    const auto period = periodIn(text);
+    if (!period || quarterIn(text))
+        return false;
+    return period->year ? text == std::to_string(*period->year) : *period->date == shown.date;
+}
+
 std::optional<int> BlockPlacing::rowOf(const Period& period) const {
     constexpr int halfQuarter = 46;
     constexpr int halfYear = 183;
@@ -417,6 +425,10 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
     if (!cell.comments.empty()) {
         cell.column = -1;
         cell.row = -1;
+    } else if (headed != 0) {
+        const Line heads = line(across, across ? firstRow_ : firstColumn_);
+        if (!isNameOf(heads[period], cell.row))
+            cell.named = heads[period];
     }
     return cell;
 }

@@ -119,6 +119,7 @@ struct PlacedCell {
     std::string text; // as it stands in the block
     int column = -1;  // of the grid; -1: none
     int row = -1;
+    std::string named; // how the block names its period; "" where that is how the grid does
     std::optional<double> figure; // as it will be stored; nothing: left out
     double held = 0;              // what it replaces; 0: nothing
     PasteFate fate = PasteFate::leftOut;
@@ -187,6 +188,8 @@ class BlockPlacing {
     [[nodiscard]] bool namesPeriods() const;
 
     [[nodiscard]] std::optional<Period> periodIn(std::string_view text) const;
+    // Whether the text is no more than the year or the day of a row.
+    [[nodiscard]] bool isNameOf(const std::string& text, int row) const;
     [[nodiscard]] std::optional<int> rowOf(const Period& period) const;
     [[nodiscard]] std::optional<Heading> headingIn(bool across) const;
     [[nodiscard]] std::optional<std::string> cornerOf(bool across) const;

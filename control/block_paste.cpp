@@ -264,6 +264,8 @@ void BlockPaste::tell() {
         PasteLine line;
         if (cell.column >= 0) {
             line.period = grid_.labelOf(cell.row);
+            if (!cell.named.empty())
+                line.period += " \u2190 " + cell.named;
             line.column = grid_.headOf(cell.column);
             line.before = grid_.exactText(cell.column, cell.held);
             if (cell.figure)

@@ -587,5 +587,23 @@ TEST(BlockPlacing, KnowsCurrenciesByTheirWords) {
               "'5 %-' behind percent? negative; '5-%' behind percent? negative");
 }
 
+TEST(BlockPlacing, TellsHowTheBlockNamesAPeriodWhereTheGridNamesItOtherwise) {
+    const auto namesIn = [](CellTexts cells, BlockGrid grid) {
+        std::vector<std::string> names;
+        const BlockPlacing placing(std::move(cells), std::move(grid));
+        for (const auto& cell : placing.cells())
+            names.push_back(cell.named);
+        return names;
+    };
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(namesIn({{"", "FY2024", "2025"}, {"Revenue", "1", "2"}}, yearly()),
+              (Names{"FY2024", ""}));
+    EXPECT_EQ(namesIn({{"Year", "Revenue"}, {"2024-09-28", "1"}, {"2025-09-30", "2"}}, yearly()),
+              (Names{"2024-09-28", ""}));
+    EXPECT_EQ(namesIn({{"Year", "Revenue"}, {"2024", "1"}, {"2025", "2"}}, yearly()),
+              (Names{"", ""}));
+    EXPECT_EQ(namesIn({{"1"}, {"2"}}, yearly()), (Names{"", ""})) << "it names none";
+}
+
 } // namespace
 } // namespace vkr

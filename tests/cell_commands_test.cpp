@@ -203,7 +203,8 @@ TEST(CellCommands, ReadTheTitlesOfAReport) {
     scene.desktop.clickTab(toQuarterly);
     scene.paste("txtRevenue(0)", "\tQ3 2025\nRevenue\t5");
     const auto& quarter = scene.desktop.pastes()[0].lines[0];
-    EXPECT_EQ(quarter.period, scene.form().get<Label>("lblQLabel", 5).caption());
+    EXPECT_EQ(quarter.period,
+              scene.form().get<Label>("lblQLabel", 5).caption() + " \u2190 Q3 2025");
     EXPECT_EQ(quarter.remark, "Taken for a quarter of the fiscal year.");
     scene.desktop.clickTab(toYearly);
     scene.paste("txtSales(0)", "shares in thousands, $ in billions\t2024\nRevenue\t5\n"
