@@ -3,6 +3,7 @@
 
 #include "desktop/form_view.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "host/messages.hpp"
 #include "host/window_memory.hpp"
 
 #include <QAction>
@@ -79,17 +80,33 @@ ViewMenu::ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry)
             [](int percent) { programSettings().setValue(QLatin1String(zoomKey), percent); });
 }
 
+// The form is never larger than its window, nor the window than the screen: where there is no room
+// for more, that is said.
 void ViewMenu::zoomTo(int percent) {
+    constexpr int smallest = VKRDataEntryWidget::smallestZoom;
+    constexpr int largest = VKRDataEntryWidget::largestZoom;
+    if (percent < smallest || percent > largest)
+        notice(window_, percent < smallest ? tr("%1 % is the smallest size.").arg(smallest)
+                                           : tr("%1 % is the largest size.").arg(largest));
     const QSize before = entry_.size();
     const int zoom = entry_.zoom();
     entry_.setZoom(percent);
-    if (fillsScreen()) {
-        if (entry_.sizeHint().boundedTo(before) != entry_.sizeHint())
-            entry_.setZoom(zoom); // there is no room for more
+    if (!window_.isVisible())
         return;
+    if (!fillsScreen()) {
+        const QSize frame = window_.frameGeometry().size() - window_.size();
+        const QSize room = window_.screen()->availableSize() - frame;
+        window_.resize((window_.size() + entry_.sizeHint() - before).boundedTo(room));
     }
-    const QSize room = window_.screen()->availableSize();
-    window_.resize((window_.size() + entry_.sizeHint() - before).boundedTo(room));
+    // A window that was as large as it can be has told the form of no other room.
+    if (entry_.sizeHint().boundedTo(entry_.size()) != entry_.sizeHint())
+        entry_.setZoom(zoom);
+    if (entry_.zoom() < std::min(percent, largest))
+        tellNoRoom(percent);
+}
+
+void ViewMenu::tellNoRoom(int percent) {
+    notice(window_, tr("The screen has no room for the form at %1 %.").arg(percent));
 }
 
 bool ViewMenu::fillsScreen() const {

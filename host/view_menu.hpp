@@ -26,6 +26,7 @@ class ViewMenu : public QObject {
     // In percent; the window grows or shrinks with the form where it can.
     void zoomTo(int percent);
     [[nodiscard]] bool fillsScreen() const;
+    void tellNoRoom(int percent);
     void groupDigits(bool grouped);
 
     QMainWindow& window_;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_csv.hpp"
+#include "desktop/form_view.hpp"
 #include "host/help_pages.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
@@ -9,6 +10,8 @@
 #include <QComboBox>
 #include <QCompleter>
 #include <QLabel>
+#include <QScreen>
+#include <QStatusBar>
 
 #include <algorithm>
 #include <set>
@@ -402,6 +405,30 @@ TEST_F(HostTest, KeysZoomTheFormAndItsWindowAndTheSizeIsKept) {
     user_.press(Qt::Key_Minus, Qt::ControlModifier);
     EXPECT_EQ(window.entry().zoom(), 90);
     EXPECT_EQ(open(*host_, "NVDA").entry().zoom(), 90);
+}
+
+TEST_F(HostTest, TheFormIsNeverLargerThanTheScreenAndThatIsSaid) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const QRect screen = window.screen()->availableGeometry();
+    user_.press(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(window.statusBar()->currentMessage(), "");
+    constexpr int more = 25; // steps than there are up to the largest
+    for (int step = 0; step < more; ++step) {
+        user_.press(Qt::Key_Plus, Qt::ControlModifier);
+        settle();
+        const QRect form(window.entry().formView().mapTo(&window, QPoint()),
+                         window.entry().formView().size());
+        EXPECT_TRUE(window.rect().contains(form)) << "all of it is in the window";
+        EXPECT_LE(window.frameGeometry().width(), screen.width());
+        EXPECT_LE(window.frameGeometry().height(), screen.height());
+    }
+    EXPECT_GT(window.entry().zoom(), 100);
+    EXPECT_TRUE(window.statusBar()->currentMessage().startsWith("The screen has no room"))
+        << window.statusBar()->currentMessage().toStdString();
+    for (int step = 0; step < more; ++step)
+        user_.press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(window.entry().zoom(), VKRDataEntryWidget::smallestZoom);
+    EXPECT_EQ(window.statusBar()->currentMessage(), "80 % is the smallest size.");
 }
 
 TEST_F(HostTest, DigitsAreGroupedOnRequest) {
