@@ -27,6 +27,7 @@ CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
     calendar_->setObjectName(toQt(calendar_part::calendar));
     calendar_->setAccessibleName(caption);
     showWeekends();
+    calendar_->installEventFilter(this);
     connect(calendar_, &QCalendarWidget::activated, this, &CalendarDialog::accept);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
@@ -60,11 +61,10 @@ void CalendarDialog::showWeekends() {
     }
 }
 
-void CalendarDialog::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) // which the calendar has after the dialog
-        QMetaObject::invokeMethod(
-            this, [this] { showWeekends(); }, Qt::QueuedConnection);
+bool CalendarDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == calendar_ && event->type() == QEvent::PaletteChange)
+        showWeekends();
+    return FormDialog::eventFilter(watched, event);
 }
 
 void CalendarDialog::accept() {

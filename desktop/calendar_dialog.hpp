@@ -17,7 +17,7 @@ class CalendarDialog final : public FormDialog<CalendarForm> {
     void accept() override;
 
   protected:
-    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void showWeekends();

@@ -58,6 +58,7 @@ PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
     column->addWidget(buttons);
 
     showForm();
+    lines_->installEventFilter(this);
     const QFontMetrics metrics(font());
     int width = lines_->horizontalHeader()->length() + 2 * lines_->frameWidth() +
                 style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
@@ -146,12 +147,11 @@ void PasteDialog::showLine(int row, const PasteLine& line) {
     }
 }
 
-void PasteDialog::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && ok_ != nullptr)
-        // In the colours of the other theme, which the table has after the dialog.
-        QMetaObject::invokeMethod(
-            this, [this] { showLines(); }, Qt::QueuedConnection);
+// In the colours of the other theme, once the table has them.
+bool PasteDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == lines_ && event->type() == QEvent::PaletteChange)
+        showLines();
+    return FormDialog::eventFilter(watched, event);
 }
 
 } // namespace vkr

@@ -22,7 +22,7 @@ class PasteDialog final : public FormDialog<PasteForm> {
     PasteDialog(PasteForm& form, QWidget* parent);
 
   protected:
-    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void addSwitches(QGridLayout& grid);

@@ -120,6 +120,12 @@ bool FindingsPanel::eventFilter(QObject* watched, QEvent* event) {
     return QDockWidget::eventFilter(watched, event);
 }
 
+void FindingsPanel::changeEvent(QEvent* event) {
+    QDockWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        fill(); // what was called right is in the pale colour of the desktop
+}
+
 void FindingsPanel::setFindings(std::vector<ShownFinding> findings,
                                 std::shared_ptr<const CompanyRecord> record) {
     findings_ = std::move(findings);

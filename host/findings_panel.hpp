@@ -45,6 +45,7 @@ class FindingsPanel : public QDockWidget {
     void left();
 
   protected:
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:

@@ -4,6 +4,7 @@
 #include "host/history_chart.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/support/elements.hpp"
+#include "tools/themes.hpp"
 
 #include <QCheckBox>
 #include <QListWidget>
@@ -137,6 +138,21 @@ TEST_F(FigureChecksTest, OneThatIsRightIsSilentUntilItsFigureChanges) {
     settle(); // it is laid out anew
     user_.click(again);
     EXPECT_EQ(count(window).text(), "5 to look at");
+}
+
+TEST_F(FigureChecksTest, ThePaleOnesFollowAnotherTheme) {
+    const QPalette before = QApplication::palette();
+    CompanyWindow& window = open(*host_, "SNOW");
+    settle();
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    user_.click(control(window, "itIsRight"));
+    window.findChild<QCheckBox*>("showSilenced")->setChecked(true);
+    for (const Theme* theme : {&dark, &light}) {
+        QApplication::setPalette(paletteOf(*theme));
+        settle();
+        EXPECT_EQ(list(window).item(0)->foreground().color(), theme->disabled);
+    }
+    QApplication::setPalette(before);
 }
 
 TEST_F(FigureChecksTest, WhatIsRightIsKeptFromOneWindowToTheNext) {

@@ -274,6 +274,21 @@ TEST_P(Palettes, EveryDayOfTheCalendarIsReadable) {
     EXPECT_GE(days, 7 + 28);
 }
 
+TEST_P(Palettes, AnotherThemeIsFollowedWhileTheCalendarIsOpen) {
+    DialogAnswers answers;
+    answers.next([&](QWidget& dialog) {
+        const auto* calendar = dialog.findChild<QCalendarWidget*>();
+        for (const Theme* theme : {&dark, &light, &dark}) {
+            QApplication::setPalette(paletteOf(*theme));
+            QApplication::processEvents();
+            const QColor weekend = calendar->weekdayTextFormat(Qt::Sunday).foreground().color();
+            EXPECT_GE(contrast(weekend, theme->base), textContrast) << theme->name;
+        }
+        dialog.close();
+    });
+    QTest::mouseDClick(&native("txtLastUpdate"), Qt::LeftButton);
+}
+
 TEST_P(Palettes, AnotherThemeIsFollowedWhileTheFormIsShown) {
     QApplication::setPalette(paletteOf(GetParam() == &light ? dark : light));
     for (int tab = toCompany; tab <= toOptions; ++tab) {

@@ -6,6 +6,7 @@
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/qt/support/entry_window.hpp"
 #include "tests/support/field_steps.hpp"
+#include "tools/themes.hpp"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -152,6 +153,26 @@ TEST(PasteDialog, IsReadableOnLightAndDark) {
                           textContrast)
                     << row << " " << column;
     }
+}
+
+TEST(PasteDialog, FollowsAnotherThemeWhileItIsOpen) {
+    const QPalette before = QApplication::palette();
+    Preview form;
+    PasteDialog dialog(form, nullptr);
+    dialog.show();
+    const auto* lines = dialog.findChild<QTableWidget*>("pasteLines");
+    for (const Theme* theme : {&dark, &light, &dark}) {
+        QApplication::setPalette(paletteOf(*theme));
+        QApplication::processEvents();
+        for (int row = 0; row < lines->rowCount(); ++row)
+            for (int column = 0; column < lines->columnCount(); ++column)
+                EXPECT_GE(contrast(lines->item(row, column)->foreground().color(), theme->base),
+                          textContrast)
+                    << row << " " << column;
+        if (const QString folder = qEnvironmentVariable("VKR_PICTURES"); !folder.isEmpty())
+            dialog.grab().save(folder + (theme == &dark ? "/paste-dark.png" : "/paste-light.png"));
+    }
+    QApplication::setPalette(before);
 }
 
 // --- in the widget, with the desktop's own clipboard and pointer ---------------------------------
