@@ -5,6 +5,7 @@
 #include "input/mdlMenu.hpp"
 
 #include <algorithm>
+#include <span>
 
 namespace vkr {
 
@@ -13,23 +14,24 @@ namespace {
 constexpr int noHelpText = 1;
 
 struct Extras {
-    DataEntryObject first;
-    DataEntryObject last;
+    DataEntryObject object;
     unsigned extras;
 };
 
-// Besides what a field has because of its datum.
+// Besides what a field has because of its datum, and a column because of its grid.
 constexpr Extras extras[] = {
-    {doLastFYDate, doLastFYDate, meDate | meLastQuarterDate},
-    {doLastFY, doLastFY, meYears},
-    {doYRevenue, doYCSO, meYears},
-    {doYearLabel, doYearLabel, meYears},
-    {doName, doEstTaxRate, meAssistant},
+    {doUpdatedBy, meAssistant},
+    {doLastFY, meYears | meAssistant},
+    {doLastFYDate, meDate | meLastQuarterDate | meAssistant},
+    {doLastQDate, meAssistant},
+    {doReportingPeriod, meAssistant},
+    {doYearLabel, meYears},
 };
 
-template <typename Row>
-bool holds(const Row& row, DataEntryObject object) {
-    return object >= row.first && object <= row.last;
+bool isIn(std::span<const GridColumn> columns, DataEntryObject object) {
+    return std::ranges::any_of(columns, [&](const GridColumn& column) {
+        return column.first.object == object || (column.second && column.second->object == object);
+    });
 }
 
 } // namespace
@@ -42,11 +44,15 @@ int helpTextOf(DataEntryObject object) {
 unsigned menuExtrasOf(DataEntryObject object) {
     unsigned found = meNone;
     for (const auto& row : extras)
-        if (holds(row, object))
+        if (row.object == object)
             found |= row.extras;
     for (const auto& field : companyFieldTable())
         if (field.object == object)
             found |= field.kind == FieldKind::date ? meAssistant | meDate : meAssistant;
+    if (isIn(yearlyColumns(), object))
+        found |= meAssistant | meYears;
+    if (isIn(quarterlyColumns(), object))
+        found |= meAssistant;
     return found;
 }
 

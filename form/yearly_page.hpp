@@ -3,6 +3,8 @@
 
 #include "form/places.hpp"
 
+#include <iterator>
+
 // The Yearly Data tab: the last fiscal year above a panel of cells, which pans inside of its view.
 namespace vkr::yearly_page {
 
@@ -129,6 +131,8 @@ inline constexpr GridColumn columns[] = {
                .nameWithoutNumber = "Shares Outstanding"},
      .negatives = true},
 };
+
+inline constexpr Twips panelWidth = std::end(columns)[-1].left + std::end(columns)[-1].width;
 
 inline constexpr ControlRow others[] = {
     {.control = controls::yearlyBar, .at = {viewLeft, 4230}, .size = {viewWidth - 15, 240}},

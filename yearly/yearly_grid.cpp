@@ -233,8 +233,11 @@ void YearlyGrid::pan() {
 }
 
 int YearlyGrid::reachableColumns() const {
-    const int all = static_cast<int>(columns().size());
-    return context_[controls::yearlyBar].visible() ? all : all - 1;
+    if (context_[controls::yearlyBar].visible())
+        return static_cast<int>(columns().size());
+    const Twips seen = context_[controls::yearlyPanel].container()->width();
+    return static_cast<int>(std::ranges::count_if(
+        columns(), [&](const GridColumn& one) { return one.left + one.width <= seen; }));
 }
 
 void YearlyGrid::movedRight(Cell from) {
