@@ -53,7 +53,7 @@ TEST(EntryObject, EachHasItsExtras) {
 }
 
 TEST(EntryObject, NumbersOutsideOfTheEnumerationHaveTheCommonHelp) {
-    for (const int number : {-1, 70, 1000}) {
+    for (const int number : {-1, dataEntryObjectCount, 1000}) {
         EXPECT_EQ(helpTextOf(static_cast<DataEntryObject>(number)), 1);
         EXPECT_EQ(menuExtrasOf(static_cast<DataEntryObject>(number)), unsigned{meNone});
     }
