@@ -66,15 +66,16 @@ void Pages::tabSelected() {
 }
 
 void Pages::checkInvariants() const {
+#ifndef NDEBUG // nor is anything looked up
     for (int page = 0; page < strip().count(); ++page) {
-        [[maybe_unused]] const auto& panel =
-            controls::frames[frame::firstPage + page].in(context_.form);
-        [[maybe_unused]] const bool selected = page == strip().selected() - 1;
+        const auto& panel = controls::frames[frame::firstPage + page].in(context_.form);
+        const bool selected = page == strip().selected() - 1;
         assert(panel.left() == (selected ? sizes::pageLeft : Control::parkedLeft));
         assert(panel.enabled() == selected);
     }
     assert(controls::addYear.in(context_.form).visible() == (shown() == toYearly));
     assert(controls::removeYear.in(context_.form).visible() == (shown() == toYearly));
+#endif
 }
 
 void Pages::focusFirstField() {

@@ -9,11 +9,27 @@
 namespace vkr {
 
 void TextField::setText(std::string_view text) {
-    rewriteText(text);
+    showText(text);
     beginEntry();
 }
 
 void TextField::rewriteText(std::string_view text) {
+    if (text_ != text)
+        keepEntry();
+    showText(text);
+}
+
+void TextField::keepEntry() {
+    if (entryText_ == nullptr)
+        entryText_ = std::make_unique<const std::string>(text_);
+}
+
+const TextField::Told& TextField::told() const {
+    static const Told nothing;
+    return told_ == nullptr ? nothing : *told_;
+}
+
+void TextField::showText(std::string_view text) {
     const bool changed = text_ != text;
     if (!changed && selStart_ == 0 && selLength_ == 0)
         return;
@@ -29,6 +45,8 @@ bool TextField::editText(std::string_view text, int selectionStart) {
     if (locked_)
         return false;
     const bool changed = text_ != text;
+    if (changed)
+        keepEntry();
     text_ = text;
     if (changed)
         settleDoubt();
@@ -135,6 +153,8 @@ TextField::Edit TextField::taken(std::string_view edited, int caret) const {
 
 void TextField::takeUserEdit(std::string_view text, int start, int length) {
     const bool changed = text_ != text;
+    if (changed)
+        keepEntry();
     text_ = text;
     if (changed)
         settleDoubt();

@@ -4,6 +4,7 @@
 #include "platform/control.hpp"
 #include "platform/field_state.hpp"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -57,9 +58,9 @@ class TextField : public Control {
     [[nodiscard]] Edit taken(std::string_view edited, int caret) const;
 
     // What the field showed when it was entered. Escape brings it back.
-    [[nodiscard]] const std::string& entryText() const { return entryText_; }
-    void beginEntry() { entryText_ = text_; }
-    [[nodiscard]] bool canTakeBack() const { return !locked_ && text_ != entryText_; }
+    [[nodiscard]] const std::string& entryText() const { return entryText_ ? *entryText_ : text_; }
+    void beginEntry() { entryText_.reset(); }
+    [[nodiscard]] bool canTakeBack() const { return !locked_ && text_ != entryText(); }
 
     // What the text on show is to the record; the tag is the text that was shown or looked at last.
     [[nodiscard]] const std::string& tag() const override { return state_.accepted(); }
@@ -90,22 +91,22 @@ class TextField : public Control {
     void settleDoubt(); // the user has seen it
     // What there is to say of the figure that the field stands for, by whoever looks it over; empty
     // for nothing. It stays until that is told anew, whatever is typed.
-    [[nodiscard]] const std::string& remark() const { return remark_; }
-    void setRemark(std::string_view text) { assign(remark_, text, Property::mark); }
+    [[nodiscard]] const std::string& remark() const { return told().remark; }
+    void setRemark(std::string_view text) { tell(&Told::remark, text); }
     // What a face shows: the mark, and where there is none the remark, as a quiet one.
     [[nodiscard]] MarkKind shownMark() const {
-        return mark().kind != MarkKind::none || remark_.empty() ? mark().kind : MarkKind::quiet;
+        return mark().kind != MarkKind::none || remark().empty() ? mark().kind : MarkKind::quiet;
     }
     [[nodiscard]] const std::string& shownReason() const {
-        return mark().kind != MarkKind::none ? mark().reason : remark_;
+        return mark().kind != MarkKind::none ? mark().reason : remark();
     }
     // Like a remark it stays until it is told anew; without a text nothing is known.
-    [[nodiscard]] const FieldOrigin& origin() const { return origin_; }
-    void setOrigin(const FieldOrigin& origin) { assign(origin_, origin, Property::mark); }
+    [[nodiscard]] const FieldOrigin& origin() const { return told().origin; }
+    void setOrigin(const FieldOrigin& origin) { tell(&Told::origin, origin); }
     // All that there is to say of the figure: the reason of the mark, and below it the origin.
     [[nodiscard]] std::string description() const {
         const std::string& reason = shownReason();
-        return reason + (reason.empty() || origin_.text.empty() ? "" : "\n") + origin_.text;
+        return reason + (reason.empty() || origin().text.empty() ? "" : "\n") + origin().text;
     }
 
   protected:
@@ -118,12 +119,29 @@ class TextField : public Control {
     virtual void textChanged() {}
     template <typename Change>
     void changeState(const Change& change);
+    void showText(std::string_view text);
+    void keepEntry();
+
+    // Few fields have any of it.
+    struct Told {
+        std::string remark;
+        FieldOrigin origin;
+    };
+    [[nodiscard]] const Told& told() const;
+    template <typename Part, typename Value>
+    void tell(Part Told::*part, const Value& value) {
+        if (told().*part == value)
+            return;
+        if (told_ == nullptr)
+            told_ = std::make_unique<Told>();
+        (*told_).*part = value;
+        notify(Property::mark);
+    }
 
     std::string text_;
-    std::string entryText_;
+    std::unique_ptr<const std::string> entryText_; // null while it is the text
     FieldState state_;
-    std::string remark_;
-    FieldOrigin origin_;
+    std::unique_ptr<Told> told_;
     int selStart_ = 0;
     int selLength_ = 0;
     int maxLength_ = 0;
