@@ -146,6 +146,7 @@ void FormView::controlRemoved(Control& control) {
         onShow_.removed(control);
         if (press_.view == view)
             press_ = {};
+        palettesWithin_.erase(&view->widget());
         view->retire();
         checkInvariants();
     }
@@ -275,7 +276,14 @@ const QPalette& FormView::fieldPalette(const QColor& back, const QColor& fore) {
     return made;
 }
 
-const QPalette& FormView::sharedPalette(const QPalette& own, const QPalette& around) {
+const QPalette& FormView::sharedPalette(const QPalette& own, QWidget& widget) {
+    auto known = palettesWithin_.find(widget.parentWidget());
+    if (known == palettesWithin_.end()) {
+        if (widget.testAttribute(Qt::WA_SetPalette))
+            widget.setPalette(QPalette());
+        known = palettesWithin_.emplace(widget.parentWidget(), widget.palette()).first;
+    }
+    const QPalette& around = known->second;
     for (const SharedPalette& one : sharedPalettes_)
         if (one.own.isCopyOf(own) && one.around == around)
             return one.whole;
@@ -326,6 +334,7 @@ void FormView::followTheme() {
 }
 
 void FormView::colorsAroundChanged(const Control& frame) {
+    palettesWithin_.clear();
     for (const auto& [control, view] : views_)
         if (isWithin(*control, frame)) {
             view->dropColors();
@@ -336,6 +345,7 @@ void FormView::colorsAroundChanged(const Control& frame) {
 void FormView::forgetPalettes() {
     fieldPalettes_.clear();
     sharedPalettes_.clear();
+    palettesWithin_.clear();
 }
 
 // --- notes ---------------------------------------------------------------------------------------

@@ -82,8 +82,7 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
     [[nodiscard]] QStyle* ownStyle() const override;
     [[nodiscard]] int widthOf(const QString& text) const override;
     [[nodiscard]] const QPalette& fieldPalette(const QColor& back, const QColor& fore) override;
-    [[nodiscard]] const QPalette& sharedPalette(const QPalette& own,
-                                                const QPalette& around) override;
+    [[nodiscard]] const QPalette& sharedPalette(const QPalette& own, QWidget& widget) override;
     void colorsAroundChanged(const Control& frame) override;
     [[nodiscard]] QWidget* madeWidgetOf(const Control& control) const override;
     [[nodiscard]] bool hasBeenShown() const override { return shown_; }
@@ -153,7 +152,8 @@ class FormView : public QWidget, public ViewHost, private FormObserver {
         QPalette around;
         QPalette whole;
     };
-    std::deque<SharedPalette> sharedPalettes_; // one for each look
+    std::deque<SharedPalette> sharedPalettes_;          // one for each look
+    std::map<const QWidget*, QPalette> palettesWithin_; // of a field without colours of its own
     std::unordered_map<const Control*, ControlView*> views_;
     FramesOnShow onShow_;
     struct Press {

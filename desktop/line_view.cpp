@@ -114,8 +114,7 @@ void LineView::show(Property property) {
 
 // There are hundreds of lines in a few colours.
 void LineView::setPalette(const QPalette& wanted) {
-    dropColors();
-    edit().setPalette(host().sharedPalette(wanted, edit().palette()));
+    edit().setPalette(host().sharedPalette(wanted, edit()));
 }
 
 void LineView::dropColors() {

@@ -36,10 +36,10 @@ class ViewHost {
     [[nodiscard]] virtual int widthOf(const QString& text) const = 0;
     // Of a field in these colours. All that are alike share it.
     [[nodiscard]] virtual const QPalette& fieldPalette(const QColor& back, const QColor& fore) = 0;
-    // Such a palette with everything else as it is around a field. Qt shares a palette only where
-    // it leaves nothing to what is around, so that a field has to be told when that changes.
-    [[nodiscard]] virtual const QPalette& sharedPalette(const QPalette& own,
-                                                        const QPalette& around) = 0;
+    // Such a palette with everything else as it is around the field's widget. Qt shares a palette
+    // only where it leaves nothing to what is around, so that a field has to be told when that
+    // changes.
+    [[nodiscard]] virtual const QPalette& sharedPalette(const QPalette& own, QWidget& widget) = 0;
     // The colours of a frame have changed, which are around its fields.
     virtual void colorsAroundChanged(const Control& frame) = 0;
     // Null where the control has not been on show yet.
