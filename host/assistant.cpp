@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/assistant.hpp"
 
-#include "host/history_window.hpp"
+#include "host/history_items.hpp"
 #include "host/texts.hpp"
 
 #include <QApplication>
@@ -235,7 +235,7 @@ void Assistant::showOrigin(const AssistantFacts& facts) {
     if (!isKnown)
         return;
     const FigureOrigin origin = origins_().of(*topic_->datum, facts.element);
-    QString text = originText(origin.origin, fromUtf8(origin.document));
+    QString text = history::originText(origin.origin, fromUtf8(origin.document));
     if (origin.isOutdated && origin.origin != Origin::derived)
         text = tr("%1; what it follows from has changed since").arg(text);
     origin_->setText(tr("Where it comes from: %1").arg(text));

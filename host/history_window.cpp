@@ -2,13 +2,13 @@
 #include "host/history_window.hpp"
 
 #include "company/exact_text.hpp"
+#include "host/history_items.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
 #include "host/window_memory.hpp"
 #include "store/history_periods.hpp"
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
@@ -23,26 +23,13 @@
 #include <algorithm>
 #include <functional>
 #include <map>
-#include <memory>
 #include <set>
 
 namespace vkr {
 
+using namespace history;
+
 namespace {
-
-enum Column { when, who, what, before, after, from, columnCount };
-
-struct OriginRow {
-    Origin origin;
-    const char* text;
-};
-constexpr OriginRow origins[] = {
-    {Origin::typed, QT_TRANSLATE_NOOP("history", "typed")},
-    {Origin::pasted, QT_TRANSLATE_NOOP("history", "pasted")},
-    {Origin::imported, QT_TRANSLATE_NOOP("history", "imported")},
-    {Origin::derived, QT_TRANSLATE_NOOP("history", "worked out")},
-    {Origin::shifted, QT_TRANSLATE_NOOP("history", "moved to another period")},
-};
 
 struct Span {
     const char* text;
@@ -56,82 +43,7 @@ constexpr Span spans[] = {
     {QT_TRANSLATE_NOOP("history", "Last 12 months"), 365},
 };
 
-constexpr Qt::Alignment numbers = Qt::AlignRight | Qt::AlignVCenter;
 constexpr int limits[] = {0, 1000, 100, 20};
-
-QString told(const char* text) {
-    return QCoreApplication::translate("history", text);
-}
-
-// Numbers as the user's locale has them, with all their digits.
-QString valueText(const HistoryChange& change, const std::string& value) {
-    if (value.empty())
-        return {};
-    const auto row = std::ranges::find(datumTable(), change.datum, &DatumRow::name);
-    const bool isFigure = row != datumTable().end() && row->unit != DatumUnit::none;
-    const auto number = isFigure ? exactNumber(value) : std::nullopt;
-    QString text = number ? figureText(*number) : fromUtf8(value);
-    constexpr qsizetype most = 200; // of notes
-    return text.size() <= most ? text : text.left(most) + QChar(0x2026);
-}
-
-QTreeWidgetItem* changeItem(const HistoryChange& change) {
-    auto* item = new QTreeWidgetItem;
-    item->setText(what, figureTitle(change.datum, fromUtf8(change.period)));
-    item->setText(before, valueText(change, change.before));
-    item->setText(after, valueText(change, change.after));
-    item->setText(from, originText(change.origin, fromUtf8(change.document)));
-    for (const int column : {before, after}) {
-        item->setTextAlignment(column, numbers);
-        item->setToolTip(column, item->text(column));
-    }
-    item->setToolTip(from, item->text(from));
-    return item;
-}
-
-QString groupTitle(const HistoryGroup& group) {
-    if (!group.name.empty())
-        return fromUtf8(group.name);
-    if (group.changes.empty())
-        return told("Saved without a change");
-    return group.changes.size() == 1
-               ? figureTitle(group.changes.front().datum, fromUtf8(group.changes.front().period))
-               : told("%1 changes").arg(group.changes.size());
-}
-
-// The sentence stands below, over all columns.
-QTreeWidgetItem* verdictItem(const HistoryGroup& group, const FindingVerdict& verdict) {
-    const QString figure = figureTitle(verdict.datum, fromUtf8(verdict.period));
-    auto* item = new QTreeWidgetItem(
-        {localTime(group.time), fromUtf8(group.user),
-         (verdict.isRight ? told("%1 called right") : told("%1 to be looked at again"))
-             .arg(figure)});
-    item->setToolTip(what, fromUtf8(verdict.text));
-    item->addChild(new QTreeWidgetItem({fromUtf8(verdict.text)}));
-    return item;
-}
-
-QTreeWidgetItem* groupItem(const HistoryGroup& group) {
-    if (group.verdict)
-        return verdictItem(group, *group.verdict);
-    auto* item =
-        new QTreeWidgetItem({localTime(group.time), fromUtf8(group.user), groupTitle(group)});
-    item->setToolTip(what, item->text(what));
-    if (group.changes.size() == 1) { // said in one line
-        const std::unique_ptr<QTreeWidgetItem> only(changeItem(group.changes.front()));
-        for (const int column : {before, after, from}) {
-            item->setText(column, only->text(column));
-            item->setToolTip(column, only->text(column));
-            if (column != from)
-                item->setTextAlignment(column, numbers);
-        }
-        if (group.name.empty())
-            return item;
-    }
-    for (const HistoryChange& change : group.changes)
-        item->addChild(changeItem(change));
-    return item;
-}
 
 // Years and quarters, the newest first. A quarter that ended on another day once is the same one.
 class Periods {
@@ -162,13 +74,6 @@ void choose(QComboBox& list, const QVariant& chosen) {
 
 } // namespace
 
-QString originText(const std::optional<Origin>& origin, const QString& document) {
-    if (!origin)
-        return told("not known");
-    const auto* const row = std::ranges::find(origins, *origin, &OriginRow::origin);
-    return document.isEmpty() ? told(row->text) : told("%1 from %2").arg(told(row->text), document);
-}
-
 HistoryWindow::HistoryWindow(CompanyStore& store, std::int64_t company, const QString& title,
                              QWidget* parent)
     : QDialog(parent), store_(store), company_(company), person_(new QComboBox(this)),
@@ -180,7 +85,7 @@ HistoryWindow::HistoryWindow(CompanyStore& store, std::int64_t company, const QS
     for (const Span& span : spans)
         time_->addItem(told(span.text), span.days);
     origin_->addItem(tr("Any origin"), -1);
-    for (const OriginRow& row : origins) {
+    for (const OriginRow& row : originRows()) {
         QString text = told(row.text);
         text[0] = text[0].toUpper();
         origin_->addItem(text, static_cast<int>(row.origin));

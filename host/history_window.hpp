@@ -68,7 +68,4 @@ class HistoryWindow : public QDialog {
     QPushButton* restore_;
 };
 
-// "typed", "imported from 0001-24-5", "not known": how a figure came to be.
-[[nodiscard]] QString originText(const std::optional<Origin>& origin, const QString& document);
-
 } // namespace vkr

@@ -3,7 +3,7 @@
 
 #include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
-#include "host/history_window.hpp"
+#include "host/history_items.hpp"
 #include "host/texts.hpp"
 #include "host/window_memory.hpp"
 
@@ -21,7 +21,7 @@ namespace {
 constexpr auto shownKey = "form/markOrigins";
 
 FieldOrigin toldOf(const FigureOrigin& origin) {
-    QString text = originText(origin.origin, fromUtf8(origin.document));
+    QString text = history::originText(origin.origin, fromUtf8(origin.document));
     text[0] = text[0].toUpper();
     const bool isByHand = origin.origin == Origin::typed;
     return {(text + u'.').toStdString(), !isByHand};

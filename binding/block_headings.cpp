@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+// Which lines of a block are headings, and what they name.
+#include "binding/block_placing.hpp"
+#include "binding/block_texts.hpp"
+#include "platform/text.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+
+namespace vkr {
+
+namespace {
+
+constexpr std::size_t leastHeading = 2;
+
+} // namespace
+
+std::optional<BlockPlacing::Period> BlockPlacing::periodIn(std::string_view text) const {
+    constexpr int quarters = 4;
+    if (const auto named = quarterIn(text); named && grid_.quarterly && grid_.fiscalYear) {
+        const auto& [year, end] = *grid_.fiscalYear;
+        const Date last = addYears(end, named->year - year);
+        return Period{.year = {},
+                      .date = addQuarters(last, named->quarter - quarters),
+                      .fiscal = civil(end).month != 12};
+    }
+    if (const auto year = yearIn(text))
+        return grid_.quarterly ? std::nullopt : std::optional(Period{.year = year, .date = {}});
+    if (grid_.dateOf && isNoFigure(text)) // "4.5" is no fourth of May
+        if (const auto date = grid_.dateOf(text))
+            return Period{.year = {}, .date = date};
+    return std::nullopt;
+}
+
+bool BlockPlacing::isNameOf(const std::string& text, int row) const {
+    const auto& shown = grid_.rows[static_cast<std::size_t>(row)];
+    const auto period = periodIn(text);
+    if (!period || quarterIn(text))
+        return false;
+    return period->year ? text == std::to_string(*period->year) : *period->date == shown.date;
+}
+
+std::optional<int> BlockPlacing::rowOf(const Period& period) const {
+    constexpr int halfQuarter = 46;
+    constexpr int halfYear = 183;
+    int nearest = grid_.quarterly ? halfQuarter : halfYear;
+    std::optional<int> found;
+    for (int row = 0; row < static_cast<int>(grid_.rows.size()); ++row) {
+        const auto& one = grid_.rows[static_cast<std::size_t>(row)];
+        if (period.year) {
+            if (one.year == *period.year)
+                return row;
+        } else if (isAbsent(one.date)) {
+            if (!grid_.quarterly && one.year == civil(*period.date).year)
+                return row;
+        } else if (const int days = std::abs(daysBetween(one.date, *period.date)); days < nearest) {
+            nearest = days;
+            found = row;
+        }
+    }
+    return found;
+}
+
+// The cell where heading and labels meet; nothing where the heading fills its line.
+std::optional<std::string> BlockPlacing::cornerOf(bool across) const {
+    if (across && firstColumn_ > 0)
+        return cells_[firstRow_][firstColumn_ - 1];
+    if (!across && firstRow_ > 0)
+        return cells_[firstRow_ - 1][firstColumn_];
+    const std::string& first = cells_[firstRow_][firstColumn_];
+    return isBlank(first) || (isText(first) && !periodIn(first)) ? std::optional(first)
+                                                                 : std::nullopt;
+}
+
+// One period after the other, or with some missing in between.
+bool BlockPlacing::follows(const Period& before, const Period& period, bool mayMiss) const {
+    if (before.year.has_value() != period.year.has_value())
+        return false;
+    if (period.year) {
+        const int years = std::abs(*period.year - *before.year);
+        return mayMiss ? years >= 1 : years == 1;
+    }
+    struct Length {
+        int least, most; // of one, in days
+        double usual;
+    };
+    constexpr Length year{350, 380, 365.25};
+    constexpr Length quarter{80, 100, 91.3125};
+    const Length& length = grid_.quarterly ? quarter : year;
+    const int days = std::abs(daysBetween(*before.date, *period.date));
+    if (days >= length.least && days <= length.most)
+        return true;
+    const double count = std::round(days / length.usual);
+    return mayMiss && count > 1 &&
+           std::abs(days - count * length.usual) <= length.most - length.usual;
+}
+
+std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(bool across) const {
+    if (firstRow_ >= height() || firstColumn_ >= width() ||
+        (across ? height() - firstRow_ : width() - firstColumn_) < 2)
+        return std::nullopt;
+    const auto corner = cornerOf(across);
+    if (corner && columnNamed(*corner) >= 0)
+        return std::nullopt; // figures that look like years
+    Line cells = line(across, across ? firstRow_ : firstColumn_);
+    std::size_t from = across ? firstColumn_ : firstRow_;
+    from += corner && *corner == cells[from] && !periodIn(cells[from]) ? 1U : 0U;
+    while (cells.size() > from && isBlank(cells.back()))
+        cells.pop_back();
+
+    const bool plain = corner && isCornerOfPeriods(*corner);
+    Heading heading{.across = across,
+                    .isSure = corner.has_value(),
+                    .descends = false,
+                    .fiscal = false,
+                    .rows = {}};
+    heading.rows.resize(from);
+    std::vector<Period> periods;
+    for (std::size_t at = from; at < cells.size(); ++at) {
+        const auto period = periodIn(cells[at]);
+        if (!period && !(plain && isText(cells[at])))
+            return std::nullopt;
+        heading.rows.push_back(period ? rowOf(*period) : std::nullopt);
+        if (period)
+            periods.push_back(*period);
+    }
+    if (periods.size() < (plain ? 1 : leastHeading))
+        return std::nullopt;
+    const auto isEarlier = [](const Period& one, const Period& other) {
+        return one.year ? *one.year < *other.year : daysBetween(*one.date, *other.date) > 0;
+    };
+    for (std::size_t at = 1; at < periods.size(); ++at)
+        if (!follows(periods[at - 1], periods[at], plain))
+            return std::nullopt;
+    heading.descends = periods.size() > 1 && isEarlier(periods[1], periods[0]);
+    for (std::size_t at = 1; at < periods.size(); ++at)
+        if (isEarlier(periods[at], periods[at - 1]) != heading.descends)
+            return std::nullopt;
+    heading.fiscal = std::ranges::any_of(periods, &Period::fiscal);
+    heading.rows.resize(across ? width() : height());
+    return heading;
+}
+
+// Of a block without a heading: whether it says all the same which periods it is about.
+bool BlockPlacing::namesPeriods() const {
+    for (std::size_t row = 0; row < height(); ++row)
+        for (std::size_t column = 0; column < width(); ++column)
+            if (isInTitles(row, column) && isText(cells_[row][column]) &&
+                namesPeriod(cells_[row][column]))
+                return true;
+    if (firstRow_ >= height() || firstColumn_ >= width())
+        return false;
+    return std::ranges::any_of(std::array{true, false}, [this](bool across) {
+        const auto corner = cornerOf(across);
+        const Line cells = line(across, across ? firstRow_ : firstColumn_);
+        return corner && isCornerOfPeriods(*corner) &&
+               std::ranges::any_of(cells,
+                                   [](const auto& cell) { return yearIn(cell).has_value(); });
+    });
+}
+
+int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
+    head = trimmed(head);
+    for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
+        const auto& [name, others, negatives, price, rate, inUnit, shares] = grid_.columns[column];
+        const auto isHead = [&](const std::string& one) { return equalsIgnoringCase(head, one); };
+        if (isHead(name) || std::ranges::any_of(others, isHead))
+            return static_cast<int>(column);
+        for (const auto& shown : grid_.unitNames)
+            if (equalsIgnoringCase(head, name + " " + shown.text)) {
+                if (unit != nullptr)
+                    *unit = shown.exponent;
+                return static_cast<int>(column);
+            }
+    }
+    return -1;
+}
+
+std::vector<int> BlockPlacing::namesOf(bool periodsAcross) const {
+    if (periodsAcross ? firstColumn_ == 0 : firstRow_ == 0)
+        return {};
+    std::vector<int> names;
+    for (const std::string& head : line(!periodsAcross, periodsAcross ? 0 : firstRow_ - 1))
+        names.push_back(columnNamed(head));
+    const bool known = std::ranges::any_of(names, [](int column) { return column >= 0; });
+    return known ? names : std::vector<int>();
+}
+
+} // namespace vkr
