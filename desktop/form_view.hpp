@@ -39,7 +39,7 @@ class ZoomStyle;
 // and until that is removed.
 //
 // The form must outlive its view.
-class FormView : public QWidget, public ViewHost, private FormObserver {
+class FormView final : public QWidget, public ViewHost, private FormObserver {
   public:
     explicit FormView(Form& form, QWidget* parent = nullptr);
     ~FormView() override;
