@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "company/kept_figures.hpp"
 
+#include "company/period_moves.hpp"
+
 #include <algorithm>
 #include <utility>
 
 namespace vkr {
 
 namespace {
+
+constexpr int anyElement = -1; // of a series that was moved
 
 bool isDerived(Datum datum) {
     return std::ranges::find(derivations(), datum, &Derivation::derived) != derivations().end();
@@ -30,8 +34,10 @@ void KeptFigures::beginAction(const Action& action) {
 
 void KeptFigures::endAction() noexcept {
     actions_.pop_back();
-    if (actions_.empty())
+    if (actions_.empty()) {
         inputs_.clear();
+        moves_.clear();
+    }
     if (listener_ != nullptr)
         listener_->endAction();
 }
@@ -40,11 +46,18 @@ void KeptFigures::write(Datum datum, const Variant& value) {
     const bool isWorkedOut = !actions_.empty() && actions_.back() == Origin::derived;
     if (isWorkedOut && isDerived(datum))
         return writeDatum(*record_, datum, withoutWhatIsKept(datum, value));
-    if (actions_.empty() || isWorkedOut || !isInput(datum))
+    if (actions_.empty() || isWorkedOut || (!isInput(datum) && !isDerived(datum)))
         return writeDatum(*record_, datum, value);
     const Variant before = readDatum(*record_, datum);
     writeDatum(*record_, datum, value);
-    noteInput(datum, before, readDatum(*record_, datum));
+    const Variant after = readDatum(*record_, datum);
+    const auto moved = actions_.back() == Origin::shifted && before != after
+                           ? periodsMoved(before, after)
+                           : std::nullopt;
+    if (moved)
+        noteMove(datum, *moved);
+    else if (isInput(datum))
+        noteInput(datum, before, after);
 }
 
 Variant KeptFigures::withoutWhatIsKept(Datum datum, const Variant& value) const {
@@ -52,8 +65,10 @@ Variant KeptFigures::withoutWhatIsKept(Datum datum, const Variant& value) const 
     if (held == value)
         return value;
     const FigureOrigins origins = origins_();
+    const int moved = movedBy(datum); // the origins are those of before the action
     const auto isKept = [&](std::optional<int> element, double figure) {
-        return figure != 0 && !origins.mayDerive(datum, element) && !hasNewInput(datum, element);
+        const auto from = element ? std::optional(*element - moved) : std::nullopt;
+        return figure != 0 && !origins.mayDerive(datum, from) && !hasNewInput(datum, element);
     };
     if (!value.isArray())
         return isKept(std::nullopt, held.toDouble()) ? held : value;
@@ -86,6 +101,21 @@ void KeptFigures::noteInput(Datum datum, const Variant& before, const Variant& a
     for (int i = now.lower(); i <= now.upper(); ++i)
         if (!old.contains(i) || old.number(i) != now.number(i))
             inputs_.emplace(datum, i);
+}
+
+// What follows from all of the series follows from what it begins with, too.
+void KeptFigures::noteMove(Datum datum, int periods) {
+    moves_[datum] += periods;
+    std::set<std::pair<Datum, int>> inputs;
+    for (const auto& [input, element] : inputs_)
+        inputs.emplace(input, input == datum && element >= 0 ? element + periods : element);
+    inputs.emplace(datum, anyElement);
+    inputs_ = std::move(inputs);
+}
+
+int KeptFigures::movedBy(Datum datum) const {
+    const auto found = moves_.find(datum);
+    return found == moves_.end() ? 0 : found->second;
 }
 
 } // namespace vkr

@@ -7,6 +7,7 @@
 #include "record/ivkr_company.hpp"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <utility>
@@ -17,7 +18,8 @@ namespace vkr {
 // A record that stands between the component and another one, passes everything on, and keeps what
 // came from a person or a document from being worked out: a write of an action of Origin::derived
 // leaves each figure as it is that FigureOrigins::mayDerive() says no to, unless what it follows
-// from was written in the same action. What is absent may always be worked out.
+// from was written in the same action; figures that an action of Origin::shifted only moves to
+// other periods are as they were. What is absent may always be worked out.
 //
 //     const auto journal = std::make_shared<ChangeJournal>(record);
 //     entry.put_objCompany(std::make_shared<KeptFigures>(journal, [&] { return origins; }));
@@ -80,12 +82,17 @@ class KeptFigures final : public iVKR_Company, public ActionListener {
     [[nodiscard]] Variant withoutWhatIsKept(Datum datum, const Variant& value) const;
     [[nodiscard]] bool hasNewInput(Datum derived, std::optional<int> element) const;
     void noteInput(Datum datum, const Variant& before, const Variant& after);
+    void noteMove(Datum datum, int periods);
+    [[nodiscard]] int movedBy(Datum datum) const;
 
     std::shared_ptr<iVKR_Company> record_;
     ActionListener* listener_; // the same record, where it listens
     Origins origins_;
     std::vector<Origin> actions_;
-    std::set<std::pair<Datum, int>> inputs_; // that were written in the outermost action
+    // In the outermost action: what was written, as the series count now, and by how many elements
+    // series were moved.
+    std::set<std::pair<Datum, int>> inputs_;
+    std::map<Datum, int> moves_;
 };
 
 } // namespace vkr

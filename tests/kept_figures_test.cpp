@@ -239,6 +239,64 @@ TEST_F(KeptWhileEdited, AnImportedTaxRateStaysByOkAndByEditingSomethingElse) {
     EXPECT_EQ(test::elementOf(*record, Datum::YPTISeries, year), 10279.3);
 }
 
+// Its inputs move with it: they are no other ones.
+TEST_F(KeptWhileEdited, AnImportedTaxRateMovesWithItsYear) {
+    put(Datum::YNetIncSeries, 700, year + 1);
+    put(Datum::YPTISeries, 1000, year + 1);
+    put(Datum::YTaxRateSeries, 31, year + 1);
+    opened.put(Datum::YTaxRateSeries, year + 1, {Origin::typed, "", false});
+    scene.entry->recordChanged();
+    scene.entry->put_CurrentTab(toYearly);
+    const auto press = [&](const char* button) {
+        scene.desktop.answerNext(MessageAnswer::yes);
+        scene.desktop.click(button);
+        commit();
+    };
+    press("cmdAddYear");
+    EXPECT_EQ(rate(year + 1), 18.1);
+    EXPECT_EQ(rate(year + 2), 31);
+    test::typeOver(scene, "txtYOption(6)", "10000"); // of the same year
+    commit();
+    EXPECT_DOUBLE_EQ(rate(year + 1), 20);
+    EXPECT_EQ(rate(year + 2), 31);
+    press("cmdRemoveYear");
+    EXPECT_DOUBLE_EQ(rate(), 20);
+    EXPECT_EQ(rate(year + 1), 31);
+}
+
+// A cell that is being typed is stored before its year moves, in the same action.
+TEST_F(KeptWhileEdited, AnInputThatIsTypedWhenAYearIsAddedCounts) {
+    put(Datum::YNetIncSeries, 700, year + 1);
+    put(Datum::YPTISeries, 1000, year + 1);
+    put(Datum::YTaxRateSeries, 31, year + 1);
+    opened.put(Datum::YTaxRateSeries, year + 1, {Origin::typed, "", false});
+    scene.entry->recordChanged();
+    test::show(scene, "txtYOption(7)");
+    scene.typeAt("txtYOption(7)", "^a10000");
+    scene.desktop.answerNext(MessageAnswer::yes);
+    scene.desktop.click("cmdAddYear");
+    commit();
+    EXPECT_EQ(test::elementOf(*record, Datum::YPTISeries, year + 1), 10000);
+    EXPECT_DOUBLE_EQ(rate(year + 1), 20);
+    EXPECT_EQ(rate(year + 2), 31);
+}
+
+TEST_F(KeptWhileEdited, AnImportedQuartersTaxRateMovesWithItsQuarter) {
+    for (const auto& [series, figure] :
+         {std::pair(Datum::QNetIncSeries, 80.0), std::pair(Datum::QPTISeries, 102.8),
+          std::pair(Datum::QTaxRateSeries, 18.1)}) {
+        put(series, figure, 2);
+        opened.put(series, 2, {Origin::imported, "0001-24-5", false});
+    }
+    scene.entry->recordChanged();
+    scene.entry->put_CurrentTab(toQuarterly);
+    scene.desktop.answerNext(MessageAnswer::yes);
+    scene.desktop.click("cmdAddQuarter");
+    commit();
+    ASSERT_EQ(test::elementOf(*record, Datum::QPTISeries, 3), 102.8);
+    EXPECT_EQ(test::elementOf(*record, Datum::QTaxRateSeries, 3), 18.1);
+}
+
 TEST_F(KeptWhileEdited, AnEditedInputLetsTheComputedFigureThrough) {
     put(Datum::YNetIncSeries, 700, year + 1);
     put(Datum::YPTISeries, 1000, year + 1);
