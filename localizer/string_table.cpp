@@ -177,8 +177,8 @@ constexpr StringRow standardRows[] = {
     {163, "Date of Source"},
 
     {404, "Adding a new year removes the oldest one: the figures of"},
-    {405, "will drop out of the company's history."},
-    {406, "There is no undo for this. Do you want to go on?"},
+    {405, "will leave the table."},
+    {406, "Do you want to go on?"},
     {407, "This removes the newest year: the figures of"},
 
     {412, "Adding a new quarter removes the oldest one: the figures of"},

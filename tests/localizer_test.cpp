@@ -212,14 +212,14 @@ TEST_P(LocalizerOfEitherPlatform, MenuEntriesReadAsTheirCommands) {
 TEST_P(LocalizerOfEitherPlatform, QuestionsReadAsSentencesAroundTheYearOrQuarter) {
     const std::string end = " " + text(405) + "\r" + text(406);
     EXPECT_EQ(text(404) + " 1996" + end,
-              "Adding a new year removes the oldest one: the figures of 1996 will drop out of the "
-              "company's history.\rThere is no undo for this. Do you want to go on?");
+              "Adding a new year removes the oldest one: the figures of 1996 will leave the table."
+              "\rDo you want to go on?");
     EXPECT_EQ(text(407) + " 2005" + end,
-              "This removes the newest year: the figures of 2005 will drop out of the company's "
-              "history.\rThere is no undo for this. Do you want to go on?");
+              "This removes the newest year: the figures of 2005 will leave the table."
+              "\rDo you want to go on?");
     EXPECT_EQ(text(412) + " Sep 1997" + end,
-              "Adding a new quarter removes the oldest one: the figures of Sep 1997 will drop out "
-              "of the company's history.\rThere is no undo for this. Do you want to go on?");
+              "Adding a new quarter removes the oldest one: the figures of Sep 1997 will leave "
+              "the table.\rDo you want to go on?");
 }
 
 TEST_P(LocalizerOfEitherPlatform, WarningAboutALastQuarterDateReadsAsTwoSentences) {

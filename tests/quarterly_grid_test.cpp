@@ -57,8 +57,8 @@ TEST_F(QuarterSpan, AddingNamesTheQuarterThatLeavesAndKeepsEveryFigureInItsQuart
     desktop.click("cmdAddQuarter");
     ASSERT_EQ(desktop.messages().size(), 1U);
     EXPECT_EQ(desktop.messages()[0].text,
-              "Adding a new quarter removes the oldest one: the figures of Sep 1997 will drop out "
-              "of the company's history.\rThere is no undo for this. Do you want to go on?");
+              "Adding a new quarter removes the oldest one: the figures of Sep 1997 will leave "
+              "the table.\rDo you want to go on?");
     EXPECT_EQ(desktop.messages()[0].buttons, 292);
     EXPECT_EQ(desktop.messages()[0].title, "VKRDataEntry");
     EXPECT_EQ(scene.text("txtLastQDate"), "Jun/30/2006");

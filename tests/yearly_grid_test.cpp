@@ -56,8 +56,8 @@ TEST_F(YearSpan, AddingNamesTheYearThatLeavesAndKeepsEveryFigureInItsYear) {
     press("cmdAddYear", MessageAnswer::yes);
     ASSERT_EQ(desktop.messages().size(), 1U);
     EXPECT_EQ(desktop.messages()[0].text,
-              "Adding a new year removes the oldest one: the figures of 1996 will drop out of the "
-              "company's history.\rThere is no undo for this. Do you want to go on?");
+              "Adding a new year removes the oldest one: the figures of 1996 will leave the table."
+              "\rDo you want to go on?");
     EXPECT_EQ(desktop.messages()[0].buttons, 260);
     EXPECT_EQ(desktop.messages()[0].title, "VKRDataEntry");
     EXPECT_EQ(scene.text("txtLastFY"), "2006");
@@ -87,8 +87,8 @@ TEST_F(YearSpan, RemovingNamesTheNewestYearAndAddingAgainRestoresIt) {
     press("cmdRemoveYear", MessageAnswer::yes);
     ASSERT_EQ(desktop.messages().size(), 1U);
     EXPECT_EQ(desktop.messages()[0].text,
-              "This removes the newest year: the figures of 2005 will drop out of the company's "
-              "history.\rThere is no undo for this. Do you want to go on?");
+              "This removes the newest year: the figures of 2005 will leave the table."
+              "\rDo you want to go on?");
     EXPECT_EQ(desktop.messages()[0].buttons, 260);
     EXPECT_EQ(scene.text("txtLastFY"), "2004");
     EXPECT_EQ(scene.text("txtDateofLastFY"), "Dec/31/2004");
