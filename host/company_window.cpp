@@ -34,15 +34,12 @@ QString told(const std::string& value) {
     return value.empty() ? CompanyWindow::tr("nothing") : fromUtf8(value);
 }
 
-// A line each: %1 is the datum, %2 and %3 are what it is before and after.
-QStringList described(const std::vector<Difference>& differences, const QString& line) {
+// A line each: %1 is the figure, %2 and %3 are what it is before and after.
+QStringList described(const std::vector<HistoryChange>& differences, const QString& line) {
     QStringList lines;
-    for (const Difference& difference : differences) {
-        const QString element =
-            difference.element ? QStringLiteral("(%1)").arg(*difference.element) : QString();
-        lines.append(line.arg(datumTitle(difference.datum) + element, told(difference.before),
-                              told(difference.after)));
-    }
+    for (const HistoryChange& difference : differences)
+        lines.append(
+            line.arg(figureTitle(difference), told(difference.before), told(difference.after)));
     return lines;
 }
 
@@ -221,7 +218,6 @@ std::shared_ptr<CompanyRecord> CompanyWindow::recordToSave() const {
 QStringList CompanyWindow::changes() const {
     const auto now = edited();
     takeBack(untypedDates(), *unchanged_, *now);
-    std::vector<Difference> differing = differences(*unchanged_, *now);
     QStringList texts;
     const auto addText = [&](const std::string& label, const std::string& text) {
         texts.append(tr("%1: \u201c%2\u201d, not stored").arg(fromUtf8(label), fromUtf8(text)));
@@ -234,11 +230,9 @@ QStringList CompanyWindow::changes() const {
             continue;
         addText(field.accessibleName(), field.text());
         if (date.name == controls::lastQuarterDate.name) // a commit takes what is typed so far
-            std::erase_if(differing, [](const Difference& difference) {
-                return difference.datum == rowOf(Datum::LastQDate).name;
-            });
+            takeBack({Datum::LastQDate}, *unchanged_, *now);
     }
-    return described(differing, tr("%1: %2 \u2192 %3")) + texts;
+    return described(changesByPeriod(*unchanged_, *now), tr("%1: %2 \u2192 %3")) + texts;
 }
 
 void CompanyWindow::showModified() {
@@ -366,6 +360,7 @@ bool CompanyWindow::takeTheirs() {
                       .arg(fromUtf8(loaded.error().message)));
         return false;
     }
+    keepGivenUp(); // restored, they are made to theirs
     revision_ = loaded.value().revision;
     origins_ = loaded.value().origins;
     calledRight_ = loaded.value().calledRight;

@@ -48,8 +48,8 @@ class CompanyWindow : public QMainWindow {
     [[nodiscard]] std::shared_ptr<CompanyRecord> recordToSave() const;
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
     [[nodiscard]] const ChangeJournal& journal() const { return *journal_; }
-    // Does again what was lost or given up, as steps to undo. What the record said of the first
-    // one that it refuses, in a line each.
+    // Does again what was lost or given up, as steps to undo; nothing where figures of it are
+    // locked by now. What the record said of those that it refuses, in a line each.
     [[nodiscard]] QStringList restore(const std::vector<ChangeGroup>& groups);
 
     // Where each figure comes from, what was typed here included.
@@ -72,7 +72,7 @@ class CompanyWindow : public QMainWindow {
     void printAsked();
     void pdfAsked();
     void helpAsked(int page);
-    void discarded(const vkr::DiscardedChanges& changes); // before it goes
+    void discarded(const vkr::DiscardedChanges& changes); // before they go
     void gone(CompanyWindow* window);                     // closed for good
 
   protected:
@@ -90,6 +90,7 @@ class CompanyWindow : public QMainWindow {
     void keepAsNew(); // from the empty record on, what is not saved
     [[nodiscard]] std::vector<ChangeGroup> unsavedSteps() const;
     void keep(const std::function<std::optional<std::string>(UnsavedChanges&)>& change);
+    void keepGivenUp();
     void giveUp();
     void tellAbout(int object, const QVariant& shown);
     [[nodiscard]] bool hasHistory(); // tells where there is none

@@ -110,7 +110,8 @@ void CompanyWindow::restoreState(const HistoryGroup& group) {
         return;
     }
     if (askFirst(history_, tr("Make %1 what it was on %2?").arg(title(), time),
-                 tr("%1 values change. It is saved when you save the company.").arg(count),
+                 (count == 1 ? tr("1 value changes.") : tr("%1 values change.").arg(count)) + u' ' +
+                     tr("It is saved when you save the company."),
                  tr("&Restore")))
         restore(state.value(), name);
 }

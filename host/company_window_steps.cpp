@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Undo, redo, and what becomes of changes that are not saved, of the window of a company.
 #include "company/record_snapshot.hpp"
+#include "company/typed_figures.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "form/controls.hpp"
 #include "host/change_place.hpp"
@@ -20,6 +21,19 @@ namespace {
 // A step that was taken back, in a note and in the history.
 QString undoneTitle(const ChangeGroup& step) {
     return CompanyWindow::tr("Undone: %1").arg(groupTitle(step));
+}
+
+// Whether one of the groups changes data while they are locked.
+bool changesLocked(const CompanyRecord& record, const std::vector<ChangeGroup>& groups) {
+    bool locked = isLocked(record);
+    for (const ChangeGroup& group : groups)
+        for (const Change& change : group.changes) {
+            if (change.setting == setting::lockBasicInfo)
+                locked = change.after.toBoolean();
+            else if (locked && change.setting.empty())
+                return true;
+        }
+    return false;
 }
 
 } // namespace
@@ -115,9 +129,15 @@ void CompanyWindow::showPlace() {
 
 QStringList CompanyWindow::restore(const std::vector<ChangeGroup>& groups) {
     QStringList refused;
-    for (const ChangeGroup& group : groups)
-        if (const auto refusal = journal_->apply(group))
+    const bool isLocked = changesLocked(*record_, groups);
+    for (const ChangeGroup& group : groups) {
+        const auto refusal = isLocked ? std::optional(tr("The data is locked.").toStdString())
+                                      : journal_->apply(group);
+        if (refusal)
             refused.append(QStringLiteral("%1: %2").arg(groupTitle(group), fromUtf8(*refusal)));
+    }
+    if (isLocked)
+        return refused;
     entry_->recordChanged();
     entry_->setDirty(true);
     showPlace();
@@ -207,10 +227,15 @@ bool CompanyWindow::acceptUnstored() {
 }
 
 // What is not saved by now is only to be had as long as somebody keeps it.
-void CompanyWindow::giveUp() {
-    const auto count = decided_ ? 0 : static_cast<int>(changes().size());
+void CompanyWindow::keepGivenUp() {
+    const auto count = static_cast<int>(changes().size());
     if (const auto steps = unsavedSteps(); count > 0 && !steps.empty())
         emit discarded({id_, title(), steps, count});
+}
+
+void CompanyWindow::giveUp() {
+    if (!decided_)
+        keepGivenUp();
     decided_ = true;
     forgetUnsaved();
 }

@@ -217,6 +217,14 @@ CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
     return fresh;
 }
 
+void CsvTransfer::tellLeft(const QStringList& titles, const QString& why) {
+    if (!titles.isEmpty())
+        tellNews(window_,
+                 titles.size() == 1 ? tr("%1 stays as it is.").arg(titles.front())
+                                    : tr("%1 companies stay as they are.").arg(titles.size()),
+                 why, titles.size() == 1 ? QStringList() : titles);
+}
+
 bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
     struct Replaced {
         std::shared_ptr<const CompanyRecord> stored;
@@ -225,6 +233,7 @@ bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
     std::vector<TypedFiguresDialog::Company> asked;
     std::vector<Replaced> records;
     QStringList locked;
+    QStringList damaged;
     std::vector<SaveRequest> unlocked;
     for (SaveRequest& request : replacing) {
         const auto loaded = store_.load(*request.id);
@@ -238,6 +247,10 @@ bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
             locked.append(title);
             continue;
         }
+        if (stored.damage) { // a save would make it final
+            damaged.append(title);
+            continue;
+        }
         const auto imported = request.record->clone();
         request.record = imported;
         request.expectedRevision = stored.revision;
@@ -248,12 +261,9 @@ bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
         }
         unlocked.push_back(request);
     }
-    if (!locked.isEmpty())
-        tellNews(window_,
-                 locked.size() == 1 ? tr("%1 stays as it is.").arg(locked.front())
-                                    : tr("%1 companies stay as they are.").arg(locked.size()),
-                 tr("The data is locked. Unlock it to import figures."),
-                 locked.size() == 1 ? QStringList() : locked);
+    tellLeft(locked, tr("The data is locked. Unlock it to import figures."));
+    tellLeft(damaged, tr("What is stored is not as it was saved. Open it, and save what it is to "
+                         "be, before figures are imported."));
     replacing = std::move(unlocked);
     if (asked.empty())
         return true;
@@ -268,6 +278,7 @@ bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
 void CsvTransfer::exportCompanies(const std::vector<CompanySummary>& companies,
                                   const QString& folder) {
     std::vector<std::shared_ptr<const CompanyRecord>> records;
+    QStringList damaged;
     for (const CompanySummary& company : companies) {
         const auto loaded = store_.load(company.key.id);
         if (!loaded) {
@@ -275,8 +286,18 @@ void CsvTransfer::exportCompanies(const std::vector<CompanySummary>& companies,
             return;
         }
         records.push_back(loaded.value().record);
+        if (loaded.value().damage)
+            damaged.append(fromUtf8(loaded.value().damage->message));
     }
-    exportRecords(records, folder);
+    if (damaged.isEmpty() ||
+        askFirst(window_,
+                 damaged.size() == 1
+                     ? tr("One company is not as it was saved. Export what is stored?")
+                     : tr("%1 companies are not as they were saved. Export what is stored?")
+                           .arg(damaged.size()),
+                 damaged.first(std::min<qsizetype>(damaged.size(), 3)).join(QStringLiteral("\n\n")),
+                 tr("&Export")))
+        exportRecords(records, folder);
 }
 
 void CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyRecord>>& records,

@@ -42,8 +42,9 @@ class CsvTransfer {
     std::optional<std::vector<SaveRequest>>
     requests(const std::vector<FolderImport::Entry>& entries);
     // Puts what was typed into what comes in its place, but for what the user ticks; leaves those
-    // out that are locked. False when the user gave up, or where there was an error.
+    // out that are locked or damaged. False when the user gave up, or where there was an error.
     bool keepWhatWasTyped(std::vector<SaveRequest>& replacing);
+    void tellLeft(const QStringList& titles, const QString& why);
 
     CompanyStore& store_;
     QMainWindow* window_;

@@ -36,7 +36,7 @@ QString valueText(const HistoryChange& change, const std::string& value) {
 
 QTreeWidgetItem* changeItem(const HistoryChange& change) {
     auto* item = new QTreeWidgetItem;
-    item->setText(what, figureTitle(change.datum, fromUtf8(change.period)));
+    item->setText(what, figureTitle(change));
     item->setText(before, valueText(change, change.before));
     item->setText(after, valueText(change, change.after));
     item->setText(from, originText(change.origin, fromUtf8(change.document)));
@@ -53,9 +53,8 @@ QString groupTitle(const HistoryGroup& group) {
         return fromUtf8(group.name);
     if (group.changes.empty())
         return told("Saved without a change");
-    return group.changes.size() == 1
-               ? figureTitle(group.changes.front().datum, fromUtf8(group.changes.front().period))
-               : told("%1 changes").arg(group.changes.size());
+    return group.changes.size() == 1 ? figureTitle(group.changes.front())
+                                     : told("%1 changes").arg(group.changes.size());
 }
 
 // The sentence stands below, over all columns.

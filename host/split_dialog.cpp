@@ -181,7 +181,7 @@ void adjustForSplit(QMainWindow& window, VKRDataEntryWidget& entry,
     component.commitInto(now); // the lock may have been chosen just now
     if (now->get_Settings()->get(setting::lockBasicInfo).toBoolean()) {
         tellNews(&window, SplitDialog::tr("The data is locked."),
-                 SplitDialog::tr("Take the lock off in the Options before a split."));
+                 SplitDialog::tr("Take the tick off Lock Data before a split."));
         return;
     }
     SplitDialog dialog(record, entry.dateFormat(), &window);
@@ -191,7 +191,10 @@ void adjustForSplit(QMainWindow& window, VKRDataEntryWidget& entry,
     if (const auto refusal = component.changeRecord(changes, splitAction(dialog.ratio())))
         tellFault(&window, SplitDialog::tr("Nothing was adjusted."), fromUtf8(*refusal));
     else
-        notice(window, SplitDialog::tr("%1 figures are on the new basis.").arg(changes.size()));
+        notice(window,
+               changes.size() == 1
+                   ? SplitDialog::tr("1 figure is on the new basis.")
+                   : SplitDialog::tr("%1 figures are on the new basis.").arg(changes.size()));
 }
 
 } // namespace vkr

@@ -3,6 +3,7 @@
 
 #include "company/exact_text.hpp"
 #include "record/datum_titles.hpp"
+#include "store/company_history.hpp"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -42,6 +43,12 @@ QString datumTitle(std::string_view datum) {
 QString figureTitle(std::string_view datum, const QString& period) {
     const QString title = datumTitle(datum);
     return period.isEmpty() ? title : title + u' ' + period;
+}
+
+QString figureTitle(const HistoryChange& change) {
+    if (change.period.empty() && change.element) // the company has no date to count from
+        return datumTitle(change.datum) + QStringLiteral(" (%1)").arg(*change.element);
+    return figureTitle(change.datum, fromUtf8(change.period));
 }
 
 QString priceText(double price) {

@@ -9,6 +9,8 @@
 
 namespace vkr {
 
+struct HistoryChange;
+
 [[nodiscard]] QString fromUtf8(std::string_view text);
 
 // 2026-01-30: four digits and the same everywhere. Empty for an absent date.
@@ -23,6 +25,7 @@ namespace vkr {
 
 // A datum and the period that the figure is of, where it is of one: "Yearly Revenue 2024".
 [[nodiscard]] QString figureTitle(std::string_view datum, const QString& period);
+[[nodiscard]] QString figureTitle(const HistoryChange& change);
 
 // In the user's locale, with two decimals and more where the price has them.
 [[nodiscard]] QString priceText(double price);

@@ -16,8 +16,9 @@ namespace vkr {
 [[nodiscard]] UnsavedPlace unsavedPlaceOf(const CompanyStore& store);
 
 // A line for each change but those that were worked out, such as
-// "Paste of 30 Figures - Yearly Revenue(2): 5 → 7".
-[[nodiscard]] QStringList lines(const std::vector<ChangeGroup>& groups);
+// "Paste of 30 Figures - Yearly Revenue 2024: 5 → 7". `company` is what the groups are to change.
+[[nodiscard]] QStringList lines(const CompanyRecord& company,
+                                const std::vector<ChangeGroup>& groups);
 
 // Changes that a person gave up, until the window's company is opened again.
 struct DiscardedChanges {

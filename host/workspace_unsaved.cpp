@@ -6,6 +6,8 @@
 #include "host/workspace.hpp"
 #include "store/unsaved_changes.hpp"
 
+#include <algorithm>
+
 namespace vkr {
 
 void Workspace::showDiscarded() {
@@ -28,8 +30,14 @@ void Workspace::restoreDiscarded() {
     if (discarded_.isEmpty())
         return;
     const DiscardedChanges last = discarded_.back(); // opening the company forgets it
-    if (restore(last.id, last.groups) && !last.id)
+    const bool isDone = restore(last.id, last.groups);
+    const auto isLast = [&](const DiscardedChanges& one) { return one.id == last.id; };
+    if (isDone && last.id)
+        forgetDiscarded(*last.id); // it was open already
+    else if (isDone)
         discarded_.removeLast();
+    else if (!isDone && std::ranges::none_of(discarded_, isLast))
+        discarded_.append(last);
     showDiscarded();
 }
 
@@ -38,7 +46,9 @@ bool Workspace::restore(std::optional<std::int64_t> id, const std::vector<Change
     if (window == nullptr)
         return false;
     const QStringList refused = window->restore(groups);
-    if (!refused.isEmpty())
+    if (refused.size() == std::ssize(groups))
+        tellFault(window, tr("Nothing was restored."), refused.value(0), refused);
+    else if (!refused.isEmpty())
         tellFault(window, tr("Not every change could be made again."),
                   tr("The others are in this window. Nothing is saved yet."), refused);
     return refused.isEmpty();
@@ -50,16 +60,19 @@ void Workspace::offerFound() {
                                                           : fromUtf8(found.company.title);
         QString more = tr("The program ended before they were saved.");
         bool canRestore = !found.groups.empty();
+        std::shared_ptr<const CompanyRecord> stored = std::make_shared<CompanyRecord>();
         if (found.company.id) {
             const auto loaded = store_->load(*found.company.id);
             if (!loaded) {
                 more += u'\n' +
                         tr("The company can't be opened: %1").arg(fromUtf8(loaded.error().message));
                 canRestore = false;
-            } else if (loaded.value().revision != found.company.revision ||
-                       digestOf(*loaded.value().record) != found.company.digest) {
-                more += u'\n' + tr("It was saved since, by somebody else or in another window. The "
-                                   "changes are made to what is stored now.");
+            } else {
+                stored = loaded.value().record;
+                if (loaded.value().revision != found.company.revision ||
+                    digestOf(*stored) != found.company.digest)
+                    more += u'\n' + tr("It was saved since, by somebody else or in another window. "
+                                       "The changes are made to what is stored now.");
             }
         }
         if (found.isDamaged)
@@ -70,7 +83,7 @@ void Workspace::offerFound() {
         choices.append({tr("&Discard"), Choice::Role::destroy});
         choices.append({tr("&Later"), Choice::Role::reject});
         const int choice = ask(list_.get(), tr("There are unsaved changes to %1.").arg(title), more,
-                               choices, canRestore ? 0 : -1, lines(found.groups));
+                               choices, canRestore ? 0 : -1, lines(*stored, found.groups));
         const bool discards = choice == (canRestore ? 1 : 0);
         if (canRestore && choice == 0) {
             if (restore(found.company.id, found.groups)) // kept in a file of the window by now

@@ -19,17 +19,20 @@ std::string localTime(const std::string& utc) {
     return time.isValid() ? time.toLocalTime().toString("yyyy-MM-dd HH:mm").toStdString() : utc;
 }
 
-std::string enumerate(const std::vector<Difference>& differences) {
+std::string enumerate(const std::vector<HistoryChange>& differences) {
     static constexpr std::size_t most = 8;
     std::string text;
     std::size_t count = 0;
     std::string last;
-    for (const Difference& difference : differences) {
+    for (const HistoryChange& difference : differences) {
         if (difference.datum == last)
             continue; // another element of the same series
         last = difference.datum;
+        HistoryChange all = difference;
+        all.period.clear();
+        all.element.reset();
         if (++count <= most)
-            text += (text.empty() ? "" : ", ") + difference.datum;
+            text += (text.empty() ? "" : ", ") + calledFigure(all);
     }
     return count > most ? text + " and " + std::to_string(count - most) + " more" : text;
 }
@@ -62,7 +65,7 @@ StoreConflict ChangeLog::lastChange(std::int64_t id) {
 }
 
 void ChangeLog::failSaved(const CompanyKey& stored, const CompanyRecord& record,
-                          std::vector<Difference> differences) {
+                          std::vector<HistoryChange> differences) {
     assert(stored.revision > 0);
     StoreConflict conflict = lastChange(stored.id);
     conflict.revision = stored.revision;

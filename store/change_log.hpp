@@ -26,7 +26,7 @@ class ChangeLog {
 
     // StoreFault::conflict: the company is stored with the revision, saved by somebody else.
     [[noreturn]] void failSaved(const CompanyKey& stored, const CompanyRecord& record,
-                                std::vector<Difference> differences);
+                                std::vector<HistoryChange> differences);
     // StoreFault::conflict: the company that is to be saved is no longer there.
     [[noreturn]] void failRemoved(std::int64_t id, const CompanyRecord& record);
     // StoreFault::missing: there is nothing to be loaded.

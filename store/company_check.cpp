@@ -19,14 +19,13 @@ std::string shown(const std::string& value) {
     return value.empty() ? "nothing" : value.size() > 40 ? value.substr(0, 40) + "..." : value;
 }
 
-std::string told(const std::vector<Difference>& differences) {
+std::string told(const std::vector<HistoryChange>& differences) {
     static constexpr std::size_t most = 8;
     std::string text;
     for (std::size_t i = 0; i < std::min(most, differences.size()); ++i) {
-        const Difference& one = differences[i];
-        text += (i == 0 ? "" : "; ") + one.datum +
-                (one.element ? "(" + std::to_string(*one.element) + ")" : "") + " was saved as " +
-                shown(one.after) + ", stored is " + shown(one.before);
+        const HistoryChange& one = differences[i];
+        text += (i == 0 ? "" : "; ") + calledFigure(one) + " was saved as " + shown(one.after) +
+                ", stored is " + shown(one.before);
     }
     return differences.size() > most
                ? text + " and " + std::to_string(differences.size() - most) + " more"
@@ -47,7 +46,7 @@ CompanyDamage damageOf(std::int64_t id, const CompanyTable::Row& row, HistoryTab
         return damage;
     }
     damage.saved = replayed;
-    damage.differences = differences(*row.company.record, *replayed.record);
+    damage.differences = changesByPeriod(*row.company.record, *replayed.record);
     if (damage.differences.empty())
         damage.message += "Its figures are those that the history has. What differs stands beside "
                           "them: who saved it when, or where the figures come from.";
@@ -57,6 +56,14 @@ CompanyDamage damageOf(std::int64_t id, const CompanyTable::Row& row, HistoryTab
             std::string(damage.differences.size() == 1 ? "One value differs: " : "What differs: ") +
             told(damage.differences) + ".";
     return damage;
+}
+
+ChangeGroup changedOutside(const CompanyRecord& saved, const CompanyRecord& stored) {
+    ChangeGroup group = elementByElement(changesBetween(
+        saved, stored, {Origin::typed, "Found changed: by damage, or by another program", {}}));
+    for (Change& change : group.changes)
+        change.origin.reset();
+    return group;
 }
 
 std::optional<CompanyDamage> checkCompany(StoreConnection& connection, CompanyTable& companies,

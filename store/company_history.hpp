@@ -86,6 +86,17 @@ struct HistoryState {
     FigureOrigins origins;
 };
 
+// What groups change, as the history tells it, the first one first. `before` is the company that
+// they begin with.
+[[nodiscard]] std::vector<HistoryGroup> toldGroups(const CompanyRecord& before,
+                                                   const std::vector<ChangeGroup>& groups);
+// What differs between two records, told in the same way: figures of a period that only stand at
+// another element are no difference.
+[[nodiscard]] std::vector<HistoryChange> changesByPeriod(const CompanyRecord& before,
+                                                         const CompanyRecord& after);
+// What people call the figure that changed: "Yearly Revenue 2025".
+[[nodiscard]] std::string calledFigure(const HistoryChange& change);
+
 // The period of a figure, as the history of the company has it; "" where it is not known.
 [[nodiscard]] std::string historyPeriod(const CompanyRecord& company, Datum datum,
                                         std::optional<int> element);

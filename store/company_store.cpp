@@ -2,6 +2,7 @@
 #include "store/company_store.hpp"
 
 #include "store/company_summaries.hpp"
+#include "store/store_failure.hpp"
 #include "store/store_session.hpp"
 
 #include <utility>
@@ -94,6 +95,11 @@ CompanyStore::saveAll(const std::vector<SaveRequest>& requests) {
 StoreResult<CompanyKey> CompanyStore::duplicate(std::int64_t id) {
     return session_->change<CompanyKey>([&] {
         LoadedCompany original = session_->load(id);
+        if (original.damage) // a copy would be as it was saved
+            throw StoreFailure({StoreFault::corrupt,
+                                original.damage->message +
+                                    " Open it and save what it is to be, before it is copied.",
+                                std::nullopt});
         SaveRequest request{std::nullopt, original.record, 0};
         request.account.rest.name = "Copy of " + calledName(*original.record);
         original.record->put_Name(original.record->get_Name() + " (copy)");

@@ -14,6 +14,8 @@ struct StoredState {
     CompanyKey key;
     std::shared_ptr<const CompanyRecord> record;
     FigureOrigins origins;
+    // What was saved last, where something else is stored and the history has it; else null.
+    std::shared_ptr<const CompanyRecord> lastSaved = nullptr;
 };
 
 // The companies that were read or saved last, so that a save need not read again what it replaces.

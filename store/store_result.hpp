@@ -35,8 +35,8 @@ struct StoreConflict {
     std::string changedAt;     // UTC, 2026-01-31T12:00:00Z
     bool isRemoved = false;    // else saved
     std::int64_t revision = 0; // to save with, in order to overwrite; 0 where it is removed
-    // From the stored company to ours.
-    std::vector<Difference> differences;
+    // From the stored company to ours, by period.
+    std::vector<HistoryChange> differences;
 };
 
 struct StoreError {

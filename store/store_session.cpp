@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <cassert>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace vkr {
 
@@ -21,6 +23,9 @@ std::string currentUser() {
     for (const char* variable : {"USER", "LOGNAME", "USERNAME"})
         if (user.isEmpty())
             user = qEnvironmentVariable(variable);
+    if (user.isEmpty()) // as in a service or a timed job
+        if (const passwd* account = ::getpwuid(::geteuid()))
+            user = QString::fromLocal8Bit(account->pw_name);
     return ((user.isEmpty() ? "unknown" : user) + "@" + QSysInfo::machineHostName()).toStdString();
 }
 
@@ -63,10 +68,16 @@ LoadedCompany StoreSession::load(std::int64_t id) {
     if (!row)
         log_.failMissing(id);
     LoadedCompany& loaded = row->company;
-    if (!row->isAsSaved)
+    std::shared_ptr<const CompanyRecord> lastSaved;
+    if (!row->isAsSaved) {
         loaded.damage = damageOf(id, *row, history_);
+        if (!loaded.damage->differences.empty()) {
+            lastSaved = loaded.damage->saved.record->clone();
+            loaded.origins.note(changedOutside(*lastSaved, *loaded.record));
+        }
+    }
     loaded.calledRight = verdicts_.standing(id);
-    recent_.note({{id, loaded.revision}, loaded.record->clone(), loaded.origins});
+    recent_.note({{id, loaded.revision}, loaded.record->clone(), loaded.origins, lastSaved});
     return std::move(loaded);
 }
 
@@ -93,10 +104,10 @@ CompanyKey StoreSession::save(const SaveRequest& request) {
         if (stored.key.revision == 0)
             log_.failRemoved(*wanted.id, record);
         if (stored.key.revision != wanted.expectedRevision) {
-            const auto changes = differences(*load(*wanted.id).record, record);
-            if (changes.empty())
+            const auto theirs = load(*wanted.id).record;
+            if (sameAs(*theirs, record))
                 return stored.key;
-            log_.failSaved(stored.key, record, changes);
+            log_.failSaved(stored.key, record, changesByPeriod(*theirs, record));
         }
         stored = storedState(stored.key);
     } else {
@@ -111,7 +122,10 @@ CompanyKey StoreSession::save(const SaveRequest& request) {
 CompanyKey StoreSession::write(const StoredState& stored, const SaveRequest& request) {
     const bool isNew = stored.key.id == 0;
     const auto record = request.record->clone();
-    const auto groups = exactGroups(*stored.record, *record, request.account);
+    auto groups = exactGroups(*stored.record, *record, request.account);
+    const bool isChangedOutside = stored.lastSaved != nullptr;
+    if (isChangedOutside) // else the history would not lead to what is stored
+        groups.insert(groups.begin(), changedOutside(*stored.lastSaved, *stored.record));
     FigureOrigins origins = stored.origins;
     if (request.account.origins)
         origins = *request.account.origins;
@@ -125,12 +139,13 @@ CompanyKey StoreSession::write(const StoredState& stored, const SaveRequest& req
         key.id = companies_.insert(company);
     else
         companies_.update(key, company);
-    history_.add(key, saved.user, savedGroups(*stored.record, groups, saved.time));
+    const CompanyRecord& before = isChangedOutside ? *stored.lastSaved : *stored.record;
+    history_.add(key, saved.user, savedGroups(before, groups, saved.time));
     if (const auto until = history_.shorten(key))
         verdicts_.shorten(key.id, *until);
     writeListing(*connection_, listingOf(key.id, *record, saved.time));
     log_.add(key, ChangeLog::Change::saved, saved);
-    recent_.note({key, record, std::move(origins)});
+    recent_.note({key, record, std::move(origins), nullptr});
     return key;
 }
 

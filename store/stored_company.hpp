@@ -30,8 +30,8 @@ struct CompanyDamage {
     std::string message; // for people: what is wrong, and what can be had from the history
     // What was saved last, as the history tells it; a null record where it can't.
     HistoryState saved = {};
-    // From what is stored to what was saved.
-    std::vector<Difference> differences = {};
+    // From what is stored to what was saved, by period.
+    std::vector<HistoryChange> differences = {};
 };
 
 struct LoadedCompany {

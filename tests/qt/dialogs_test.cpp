@@ -113,6 +113,16 @@ class Dialogs : public HostTest, public testing::WithParamInterface<DialogRow> {
                                            "Net Income\t(93,736)\t96,995\tn/a\n");
         user_.press(Qt::Key_V, Qt::ControlModifier);
     }
+    // The block names quarters otherwise than the grid does.
+    void pasteFiscalQuarters() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        window.entry().setCurrentTab(toQuarterly);
+        user_.click(control(window, "txtRevenue(0)"));
+        QApplication::clipboard()->setText("\tQ1 2026\tQ4 2025\tQ3 2025\tTTM\n"
+                                           "Revenue\t143,756\t102,466\t94,036\t435,617\n"
+                                           "EPS\t2.84\t1.85\t1.57\t7.91\n");
+        user_.press(Qt::Key_V, Qt::ControlModifier);
+    }
     void calendar() {
         CompanyWindow& window = open(*host_, "AAPL");
         user_.doubleClick(control(window, "txtPriceUpdate"), {8, 8});
@@ -407,6 +417,7 @@ const DialogRow dialogs[] = {
     {"filings-new", &Dialogs::filingsOfANewCompany, {"Compare Figures"}},
     {"split", &Dialogs::split},
     {"paste", &Dialogs::paste, {}, {"pasteSwitch1"}},
+    {"paste-fiscal-quarters", &Dialogs::pasteFiscalQuarters, {}, {"pasteSwitch1"}},
     {"calendar", &Dialogs::calendar, {}, {}, {"qt_calendar_calendarview"}},
     {"history", &Dialogs::history},
     {"history-figure", &Dialogs::historyOfAFigure},

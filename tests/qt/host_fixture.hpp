@@ -13,6 +13,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -79,6 +81,16 @@ class HostTest : public testing::Test {
     }
 
     [[nodiscard]] QString database() const { return home_.filePath("companies.vkr"); }
+    // What another program does to the database.
+    void execute(const QString& statement) const {
+        {
+            auto other = QSqlDatabase::addDatabase("QSQLITE", "beside");
+            other.setDatabaseName(database());
+            ASSERT_TRUE(other.open());
+            EXPECT_TRUE(QSqlQuery(other).exec(statement)) << statement.toStdString();
+        }
+        QSqlDatabase::removeDatabase("beside");
+    }
     [[nodiscard]] static QString samples() { return QStringLiteral(VKR_SOURCE_DIR "/samples"); }
 
     std::unique_ptr<Workspace> created() {

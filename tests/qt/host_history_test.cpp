@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The history of a company and of a figure, as the host shows it.
+#include "company/company_csv.hpp"
 #include "form/controls.hpp"
 #include "host/assistant.hpp"
 #include "host/findings_panel.hpp"
@@ -10,8 +11,6 @@
 
 #include <QComboBox>
 #include <QLabel>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTreeWidget>
 
 namespace vkr {
@@ -253,19 +252,12 @@ TEST_F(HostHistory, IsBoundedAfterAQuestion) {
 TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
     const std::int64_t id = idOf(*host_, "AAPL");
     const double debt = host_->store().load(id).value().record->get_TotalDebt();
-    {
-        auto other = QSqlDatabase::addDatabase("QSQLITE", "damage");
-        other.setDatabaseName(database());
-        ASSERT_TRUE(other.open());
-        QSqlQuery(other).exec(
-            QString("UPDATE company SET \"TotalDebt\" = 1 WHERE id = %1").arg(id));
-    }
-    QSqlDatabase::removeDatabase("damage");
+    execute(QString("UPDATE company SET \"TotalDebt\" = 1 WHERE id = %1").arg(id));
     const Answers answers({"Show What Was Saved"});
     CompanyWindow& window = open(*host_, "AAPL");
     EXPECT_TRUE(answers.allGiven());
     ASSERT_EQ(answers.told().size(), 1);
-    EXPECT_TRUE(answers.told().front().contains("TotalDebt was saved as"));
+    EXPECT_TRUE(answers.told().front().contains("Total Debt was saved as"));
     EXPECT_EQ(window.record()->get_TotalDebt(), debt);
     EXPECT_TRUE(window.isWindowModified());
     ASSERT_TRUE(window.save());
@@ -338,16 +330,9 @@ class HostHistoryOfACopy : public HostHistory, public testing::WithParamInterfac
     }
     // Keeps new companies out of the database, or no longer.
     void keepOut(bool isToKeep) {
-        {
-            auto other = QSqlDatabase::addDatabase("QSQLITE", "full");
-            other.setDatabaseName(database());
-            ASSERT_TRUE(other.open());
-            ASSERT_TRUE(QSqlQuery(other).exec(isToKeep
-                                                  ? "CREATE TRIGGER full BEFORE INSERT ON company "
-                                                    "BEGIN SELECT RAISE(ABORT, 'full'); END"
-                                                  : "DROP TRIGGER full"));
-        }
-        QSqlDatabase::removeDatabase("full");
+        execute(isToKeep ? "CREATE TRIGGER full BEFORE INSERT ON company "
+                           "BEGIN SELECT RAISE(ABORT, 'full'); END"
+                         : "DROP TRIGGER full");
     }
     static void expectThatOfACopy(HistoryWindow& history) {
         constexpr int what = 2;
@@ -444,6 +429,37 @@ TEST_P(HostHistoryOfACopy, IsKeptWithWhatIsTypedAfterItsFirstSaveHasFailed) {
               before->stored(Datum::YRevenueSeries));
     EXPECT_EQ(restored.origins().of(Datum::YRevenueSeries, 1),
               origins.of(Datum::YRevenueSeries, 1));
+    ASSERT_TRUE(restored.save());
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    restored.discard();
+}
+
+// The same where it is given up instead.
+TEST_P(HostHistoryOfACopy, ComesBackWhenItWasDiscarded) {
+    CompanyWindow& mine = overtaken();
+    keepOut(true);
+    {
+        const Answers answers({GetParam().answer, "OK", "Discard"});
+        EXPECT_FALSE(mine.save());
+        change(mine, Datum::State, "Typed since");
+        mine.close();
+        EXPECT_TRUE(answers.allGiven());
+    }
+    keepOut(false);
+    ASSERT_TRUE(host_->windows().isEmpty());
+    auto* restore = host_->list().findChild<QPushButton*>("restore");
+    restore->click();
+    EXPECT_TRUE(restore->isHidden());
+    ASSERT_EQ(host_->windows().size(), 1);
+    CompanyWindow& restored = *host_->windows().front();
+    EXPECT_EQ(restored.id(), std::nullopt);
+    EXPECT_EQ(restored.record()->get_City(), "Mine");
+    EXPECT_EQ(restored.record()->get_State(), "Typed since");
+    EXPECT_EQ(restored.record()->get_Name().ends_with("(copy)"), !GetParam().isRemoved);
+    const auto imported = importCompany(VKR_SOURCE_DIR "/samples", "SNOW").company;
+    EXPECT_EQ(restored.record()->stored(Datum::YRevenueSeries),
+              imported->stored(Datum::YRevenueSeries));
+    EXPECT_EQ(restored.origins().of(Datum::YRevenueSeries, 1).origin, Origin::imported);
     ASSERT_TRUE(restored.save());
     EXPECT_TRUE(unsavedFiles().isEmpty());
     restored.discard();

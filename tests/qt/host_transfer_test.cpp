@@ -250,6 +250,37 @@ TEST_F(HostReplaceTest, ALockedCompanyStaysAsItIs) {
     EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
 }
 
+// A save would make it final, without anybody having seen it.
+TEST_F(HostReplaceTest, ADamagedCompanyStaysAsItIsAndIsCopiedByNobodyUnasked) {
+    const std::int64_t id = idOf(*host_, "AAPL");
+    execute(QString("UPDATE company SET \"TotalCap\" = 777 WHERE id = %1").arg(id));
+    {
+        const Answers answers({"Replace", "OK"});
+        host_->importFile(folder() + "AAPL-company.csv");
+        EXPECT_TRUE(answers.allGiven());
+        EXPECT_TRUE(answers.told().value(1).contains("is not as it was saved"));
+    }
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
+    {
+        const Answers answers({"OK"});
+        host_->duplicateCompany(id);
+        EXPECT_TRUE(answers.allGiven());
+        EXPECT_TRUE(answers.told().value(0).contains("is not as it was saved"));
+    }
+    QDir(home_.path()).mkdir("out");
+    {
+        const Answers answers({"Cancel"});
+        host_->exportCompanies({id}, home_.filePath("out"));
+        EXPECT_TRUE(answers.allGiven());
+    }
+    EXPECT_TRUE(QDir(home_.filePath("out")).isEmpty());
+    const Answers answers({"Export"});
+    host_->exportCompanies({id}, home_.filePath("out"));
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_FALSE(QDir(home_.filePath("out")).isEmpty());
+    EXPECT_TRUE(host_->store().load(id).value().damage);
+}
+
 TEST_F(HostTest, AFolderIsImportedWithItsProgressAndWithoutWhatCannotBeRead) {
     QDir(home_.path()).mkdir("in");
     const QString folder = home_.filePath("in/");

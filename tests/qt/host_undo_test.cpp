@@ -3,8 +3,6 @@
 
 #include <QMenu>
 #include <QMenuBar>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 namespace vkr {
 namespace {
@@ -23,16 +21,13 @@ class HostUndo : public HostTest {
         emit shown->aboutToHide();
         return text;
     }
-    static double debt(CompanyWindow& window) { return window.record()->get_TotalDebt(); }
-    void execute(const QString& statement) const {
-        {
-            auto database = QSqlDatabase::addDatabase("QSQLITE", "beside");
-            database.setDatabaseName(home_.filePath("companies.vkr"));
-            ASSERT_TRUE(database.open());
-            EXPECT_TRUE(QSqlQuery(database).exec(statement));
-        }
-        QSqlDatabase::removeDatabase("beside");
+    void lock(const char* symbol) {
+        const auto loaded = host_->store().load(idOf(*host_, symbol));
+        loaded.value().record->get_Settings()->put(setting::lockBasicInfo, true);
+        ASSERT_TRUE(host_->store().save(idOf(*host_, symbol), *loaded.value().record,
+                                        loaded.value().revision));
     }
+    static double debt(CompanyWindow& window) { return window.record()->get_TotalDebt(); }
 };
 
 TEST_F(HostUndo, TakesFieldsBackOneAfterTheOtherAndGoesThere) {
@@ -193,6 +188,144 @@ TEST_F(HostUndo, CancelCanBeUndoneUntilTheCompanyIsOpenedAgain) {
     open(*host_, "AAPL");
     EXPECT_TRUE(restore->isHidden());
     host_->windows().front()->discard();
+}
+
+TEST_F(HostUndo, WhatGaveWayToTheirsIsHadBack) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    const double before = stored(*host_, "AAPL")->get_TotalDebt();
+    const auto theirs = stored(*host_, "AAPL");
+    theirs->put_PrefDiv(5);
+    ASSERT_TRUE(another()->store().save(idOf(*host_, "AAPL"), *theirs, 1));
+    {
+        const Answers answers({"Take Theirs"});
+        EXPECT_FALSE(window.save());
+        EXPECT_TRUE(answers.allGiven());
+    }
+    EXPECT_EQ(debt(window), before);
+    EXPECT_FALSE(window.isWindowModified());
+    auto* restore = host_->list().findChild<QPushButton*>("restore");
+    ASSERT_FALSE(restore->isHidden());
+    restore->click();
+    EXPECT_TRUE(restore->isHidden());
+    EXPECT_EQ(debt(window), 11);
+    EXPECT_EQ(window.record()->get_PrefDiv(), 5);
+    EXPECT_TRUE(window.isWindowModified());
+    ASSERT_TRUE(window.save());
+    window.discard();
+}
+
+TEST_F(HostUndo, ADiscardedNewCompanyComesBack) {
+    CompanyWindow& window = *host_->newCompany();
+    type(window, "txtName", "Acme");
+    type(window, "txtTotalDebt", "11");
+    {
+        const Answers answers({"Discard"});
+        window.close();
+    }
+    auto* restore = host_->list().findChild<QPushButton*>("restore");
+    EXPECT_FALSE(restore->isHidden());
+    restore->click();
+    ASSERT_EQ(host_->windows().size(), 1);
+    CompanyWindow& again = *host_->windows().front();
+    EXPECT_EQ(again.id(), std::nullopt);
+    EXPECT_EQ(again.record()->get_Name(), "Acme");
+    EXPECT_EQ(debt(again), 11);
+    EXPECT_EQ(unsavedFiles().size(), 1);
+    EXPECT_TRUE(restore->isHidden());
+    ASSERT_TRUE(again.save());
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    again.discard();
+}
+
+// Somebody has locked the company since: what was given up waits until it is unlocked.
+TEST_F(HostUndo, NothingIsRestoredUnderTheLock) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const double before = debt(window);
+    type(window, "txtTotalDebt", "11");
+    {
+        const Answers answers({"Discard"});
+        window.close();
+    }
+    lock("AAPL");
+    auto* restore = host_->list().findChild<QPushButton*>("restore");
+    {
+        const Answers answers({"OK"});
+        restore->click();
+        EXPECT_TRUE(answers.told().value(0).contains("The data is locked."));
+    }
+    ASSERT_EQ(host_->windows().size(), 1);
+    CompanyWindow& again = *host_->windows().front();
+    EXPECT_EQ(debt(again), before);
+    EXPECT_FALSE(again.isWindowModified());
+    EXPECT_FALSE(restore->isHidden());
+    click(again, "chkLockInfo");
+    restore->click();
+    EXPECT_EQ(debt(again), 11);
+    EXPECT_TRUE(restore->isHidden());
+    again.discard();
+}
+
+TEST_F(HostUndo, WhatWasFoundWaitsForALockedCompany) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const double before = debt(window);
+    type(window, "txtTotalDebt", "11");
+    killWith(window);
+    host_ = another();
+    lock("AAPL");
+    const Answers answers({"Restore", "OK"});
+    host_->offerFound();
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_TRUE(answers.told().value(1).contains("The data is locked."));
+    EXPECT_EQ(debt(*host_->windows().front()), before);
+    EXPECT_EQ(unsavedFiles().size(), 1);
+    host_->windows().front()->discard();
+}
+
+// One that was unlocked before it was changed.
+TEST_F(HostUndo, WhatWasUnlockedFirstIsRestored) {
+    lock("AAPL");
+    CompanyWindow& window = open(*host_, "AAPL");
+    click(window, "chkLockInfo");
+    type(window, "txtTotalDebt", "11");
+    killWith(window);
+    host_ = another();
+    const Answers answers({"Restore"});
+    host_->offerFound();
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_EQ(debt(*host_->windows().front()), 11);
+    host_->windows().front()->discard();
+}
+
+// Which year a figure is of, not where it stands in its series.
+TEST_F(HostUndo, WhatWasFoundIsListedByPeriod) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toYearly);
+    type(window, "txtYEPS(8)", "6.11");
+    killWith(window);
+    host_ = another();
+    const Answers answers({"Later"});
+    host_->offerFound();
+    EXPECT_TRUE(answers.told().front().contains("Yearly Earnings Per Share 2024: 6.08 \u2192 6.11"))
+        << answers.told().front().toStdString();
+}
+
+// A year more moves every figure: what is told is what is no longer there.
+TEST_F(HostUndo, WhatIsDiscardedIsListedByPeriodWhereAYearWasAdded) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toYearly);
+    type(window, "txtYEPS(8)", "6.11");
+    const Answers answers({"Yes", "Go Back"});
+    click(window, "cmdAddYear");
+    click(window, "cmdCancel");
+    EXPECT_TRUE(answers.allGiven());
+    const QString told = answers.told().value(1);
+    for (const char* line :
+         {"Last Fiscal Year: 2025 \u2192 2026\n", "Yearly Revenue 2016: 215639 \u2192 nothing\n",
+          "Yearly Earnings Per Share 2024: 6.08 \u2192 6.11"})
+        EXPECT_TRUE(told.contains(line)) << line << " in " << told.toStdString();
+    EXPECT_FALSE(told.contains(" 2017: ")) << told.toStdString();
+    window.discard();
 }
 
 TEST_F(HostUndo, GoesToTheCellOfAFigure) {

@@ -98,7 +98,8 @@ TEST_F(SplitDialogTest, IsRefusedWhileTheDataIsLocked) {
     const Answers answers({"OK"});
     choose(window);
     EXPECT_TRUE(answers.allGiven());
-    EXPECT_NE(answers.told().value(0).indexOf("locked"), -1);
+    EXPECT_NE(answers.told().value(0).indexOf("Take the tick off Lock Data"), -1)
+        << "where the lock is, on every tab";
     EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 7), 2.97);
 }
 

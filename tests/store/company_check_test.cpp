@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What is stored is compared with what was saved.
+#include "company/exact_text.hpp"
 #include "tests/store/store_faults.hpp"
 #include "tests/store/store_places.hpp"
 
@@ -80,11 +81,15 @@ TEST_P(CompanyCheck, TellsTheFigureThatChangedAndWhatWasSaved) {
     const CompanyDamage& damage = *loaded.value().damage;
     EXPECT_EQ(damage.key, (CompanyKey{2, 2}));
     EXPECT_EQ(damage.name, "“Company 2”");
-    EXPECT_EQ(damage.differences, (std::vector<Difference>{{"YEPSSeries", 2, "5", "2.5"}}));
+    const int lastYear = records_[1]->get_LastFY();
+    const std::string year = lastYear == 0 ? "" : std::to_string(lastYear - 1);
+    EXPECT_EQ(damage.differences,
+              (std::vector<HistoryChange>{{"YEPSSeries", 2, year, "5", "2.5", Origin::typed, ""}}));
     EXPECT_EQ(damage.message,
               "“Company 2” is not as it was saved: the database is damaged, or something else than "
               "this program has written to it. The history is sound and has what was saved last. "
-              "One value differs: YEPSSeries(2) was saved as 2.5, stored is 5.");
+              "One value differs: Yearly Earnings Per Share " +
+                  (year.empty() ? "(2)" : year) + " was saved as 2.5, stored is 5.");
     ASSERT_NE(damage.saved.record, nullptr);
     EXPECT_TRUE(sameAs(*damage.saved.record, *records_[1]));
     EXPECT_EQ(open(place(), OpenMode::existing)->load(1).value().damage, std::nullopt);
@@ -98,6 +103,46 @@ TEST_P(CompanyCheck, IsMendedBySavingWhatTheHistoryHas) {
     ASSERT_DONE(store->save(1, *loaded.value().damage->saved.record, 2));
     EXPECT_EQ(store->check(1).value(), std::nullopt);
     EXPECT_TRUE(sameAs(*store->load(1).value().record, *records_[0]));
+}
+
+// Whoever saves it has seen it; nobody is told afterwards that all of it was saved like that.
+TEST_P(CompanyCheck, ASaveOfWhatIsDamagedStandsInTheHistoryAsThat) {
+    const double debt = records_[0]->get_TotalDebt();
+    OtherProgram(place()).run("UPDATE company SET \"TotalDebt\" = 123456 WHERE id = 1");
+    const auto store = open(place(), OpenMode::existing);
+    auto loaded = store->load(1);
+    ASSERT_TRUE(loaded.value().damage);
+    EXPECT_EQ(loaded.value().origins.of(Datum::TotalDebt).origin, std::nullopt);
+    loaded.value().record->put_City("Wien");
+    ASSERT_DONE(store->save(1, *loaded.value().record, 2));
+    EXPECT_EQ(store->check(1).value(), std::nullopt);
+    EXPECT_EQ(store->load(1).value().origins.of(Datum::TotalDebt).origin, std::nullopt);
+    const auto history = store->history(1).value();
+    const auto isOfTheSave = [](const HistoryGroup& group) { return group.revision == 3; };
+    const auto found = std::ranges::find_if(
+        history, [&](const HistoryGroup& group) { return isOfTheSave(group) && group.place == 0; });
+    ASSERT_NE(found, history.end());
+    EXPECT_EQ(found->name, "Found changed: by damage, or by another program");
+    ASSERT_EQ(found->changes.size(), 1U);
+    EXPECT_EQ(found->changes[0].datum, "TotalDebt");
+    EXPECT_EQ(found->changes[0].before, debt == 0 ? "" : exactNumberText(debt));
+    EXPECT_EQ(found->changes[0].after, "123456");
+    EXPECT_EQ(found->changes[0].origin, std::nullopt);
+    EXPECT_EQ(std::ranges::count_if(history, isOfTheSave), 2);
+    EXPECT_EQ(store->stateAfter(1, *found).value().record->get_TotalDebt(), 123456);
+    ASSERT_DONE(store->save(1, *store->load(1).value().record, 3)); // no second time
+    EXPECT_EQ(store->history(1).value().front().changes.size(), 0U);
+}
+
+TEST_P(CompanyCheck, IsNotPassedByACopy) {
+    OtherProgram(place()).run("UPDATE company SET \"TotalDebt\" = 123456 WHERE id = 1");
+    const auto store = open(place(), OpenMode::existing);
+    const auto copy = store->duplicate(1);
+    ASSERT_FALSE(copy);
+    EXPECT_EQ(copy.error().fault, StoreFault::corrupt);
+    EXPECT_NE(copy.error().message.find("is not as it was saved"), std::string::npos);
+    EXPECT_EQ(store->list().value().size(), 3U);
+    ASSERT_DONE(store->duplicate(2));
 }
 
 TEST_P(CompanyCheck, TellsADamagedHistoryFromDamagedFigures) {
