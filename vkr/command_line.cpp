@@ -44,7 +44,7 @@ constexpr OptionRow options[] = {
     {Option::until, "until", 0, "TIME", Operand::text, "Before this moment."},
     {Option::origin, "origin", 0, "ORIGIN", Operand::origin,
      "What was typed, pasted, imported, derived or shifted."},
-    {Option::figure, "figure", 0, "NAME", Operand::text,
+    {Option::figure, "figure", 0, "NAME", Operand::figure,
      "Of this figure, as the column of that name has it."},
     {Option::period, "period", 0, "PERIOD", Operand::text,
      "Of this year, or of the quarter with this day."},

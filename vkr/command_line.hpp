@@ -42,7 +42,7 @@ enum class Option {
 };
 
 // What may be given for an option or an argument, for its completion.
-enum class Operand { none, text, format, paper, accept, origin, file, folder, symbols };
+enum class Operand { none, text, format, paper, accept, origin, figure, file, folder, symbols };
 
 struct OptionRow {
     Option option;

@@ -2,6 +2,7 @@
 #include "vkr/completion.hpp"
 
 #include "platform/text.hpp"
+#include "record/datum_table.hpp"
 #include "store/company_store.hpp"
 
 #include <QString>
@@ -76,6 +77,13 @@ std::vector<std::string> symbolsIn(const TypedLine& line) {
     return symbols;
 }
 
+std::vector<std::string> figureNames() {
+    std::vector<std::string> names;
+    for (const DatumRow& row : datumTable())
+        names.emplace_back(row.name);
+    return names;
+}
+
 std::vector<std::string> valuesOf(Operand operand, const TypedLine& line) {
     switch (operand) {
     case Operand::format:
@@ -86,6 +94,8 @@ std::vector<std::string> valuesOf(Operand operand, const TypedLine& line) {
         return {"new", "all"};
     case Operand::origin:
         return {"typed", "pasted", "imported", "derived", "shifted"};
+    case Operand::figure:
+        return figureNames();
     case Operand::symbols:
         return symbolsIn(line);
     default:

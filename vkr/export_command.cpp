@@ -58,6 +58,7 @@ ExitCode exportCompanies(const Call& call) {
     call.output.begin({{"symbol", false, 8}, {"name", false, 30}, {"file"}}, {}, true);
     std::size_t done = 0;
     ExitCode failed = ExitCode::done;
+    bool isDoubtful = false; // something that is not as it was saved, or can't be read
     for (const CompanySummary& company : companies) {
         if (Terminal::isToStop()) {
             failed = ExitCode::stopped;
@@ -71,6 +72,7 @@ ExitCode exportCompanies(const Call& call) {
                             : exportCompany(*loaded.record, folder);
             if (!written.error.empty())
                 throw CommandFailure(ExitCode::refused, printable(written.error));
+            isDoubtful |= loaded.damage || !loaded.unreadable.empty();
             call.output.row({company.symbol, company.name, written.files.front().string()});
             ++done;
         } catch (const CommandFailure& failure) {
@@ -84,7 +86,7 @@ ExitCode exportCompanies(const Call& call) {
     if (isRehearsal)
         call.terminal.say("This was a dry run: no file was written.");
     if (failed == ExitCode::done)
-        return ExitCode::done;
+        return isDoubtful ? ExitCode::findings : ExitCode::done;
     call.terminal.say(std::to_string(done) + " of " + std::to_string(companies.size()) +
                       " companies were exported.");
     return failed == ExitCode::stopped || done == 0 ? failed : ExitCode::partly;

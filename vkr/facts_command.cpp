@@ -60,6 +60,10 @@ void takeOver(const Call& call, CompanyStore& store, const CompanySummary& compa
         throw CommandFailure(ExitCode::refused,
                              "The data of " + printable(titleOf(company.name, company.symbol)) +
                                  " are locked; nothing was changed.");
+    if (loaded.damage || !loaded.unreadable.empty()) // which a save would make final; it was told
+        throw CommandFailure(ExitCode::refused,
+                             "Nothing was changed. Open the company in the program, and save what "
+                             "it is to be.");
     const auto record = loaded.record->clone();
     const auto journal = std::make_shared<ChangeJournal>(record);
     if (const auto refusal = importFilings(journal, review))
@@ -141,7 +145,7 @@ ExitCode importFacts(const Call& call) {
         takeOver(call, *store, *found, loaded, review);
     if (call.line.has(Option::dryRun))
         call.terminal.say("This was a dry run: nothing was saved.");
-    return open > ticked ? ExitCode::findings : ExitCode::done;
+    return open > ticked || loaded.damage ? ExitCode::findings : ExitCode::done;
 }
 
 } // namespace vkr

@@ -108,6 +108,11 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
         return;
     }
     if (known_ == KnownCompany::replace) {
+        if (stored.damage) { // what was typed can't be told from what is damaged
+            company.fate = Fate::left;
+            company.errors.push_back(stored.damage->message);
+            return;
+        }
         const auto typed = typedFigures(*stored.record, stored.origins, *record);
         keepFigures(*stored.record, typed, *record);
         for (const TypedFigure& figure : typed)

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "platform/text.hpp"
 #include "record/datum_table.hpp"
+#include "record/datum_titles.hpp"
 #include "record/ivkr_company.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/database.hpp"
@@ -33,11 +35,22 @@ bool isPeriod(const QString& text) {
     return isDay(text) || year.match(text).hasMatch();
 }
 
-// As the column of figures has it.
+// As the column of figures has it: for programs the name of the property, for people its title.
+std::string shownFigure(const std::string& name, Format format) {
+    const auto row = std::ranges::find(datumTable(), name, &DatumRow::name);
+    return format != Format::text || row == datumTable().end() ? name : fullTitleOf(row->datum);
+}
+
+// The name of what either column has; "" for anything else.
+std::string figureNamed(const std::string& text) {
+    for (const DatumRow& row : datumTable())
+        if (text == row.name || upperCase(text) == upperCase(fullTitleOf(row.datum)))
+            return std::string(row.name);
+    return std::ranges::find(settingNames, text) != std::end(settingNames) ? text : std::string();
+}
+
 bool isFigure(const QString& text) {
-    const std::string name = text.toStdString();
-    return std::ranges::find(datumTable(), name, &DatumRow::name) != datumTable().end() ||
-           std::ranges::find(settingNames, name) != std::end(settingNames);
+    return !figureNamed(text.toStdString()).empty();
 }
 
 // The option's value; "" without the option. One that it does not take would find nothing, which
@@ -56,8 +69,8 @@ HistoryQuery queryOf(const CommandLine& line) {
     query.user = line.value(Option::user).value_or("");
     query.from = valueOf(line, Option::from, isMoment, moment);
     query.until = valueOf(line, Option::until, isMoment, moment);
-    query.datum =
-        valueOf(line, Option::figure, isFigure, "name of a figure such as YRevenueSeries");
+    query.datum = figureNamed(valueOf(line, Option::figure, isFigure,
+                                      "name of a figure such as Yearly Revenue or YRevenueSeries"));
     query.period =
         valueOf(line, Option::period, isPeriod, "year such as 2025, or day such as 2025-09-27");
     if (const auto name = line.value(Option::origin)) {
@@ -87,15 +100,18 @@ ExitCode tellHistory(const Call& call) {
                        {"after", true},
                        {"origin"},
                        {"document"}});
+    const auto figure = [&](const std::string& name) {
+        return shownFigure(name, call.output.format());
+    };
     for (const HistoryGroup& group : groups) {
         if (const auto& said = group.verdict)
             call.output.row(
                 {"", group.time, group.user,
                  (said->isRight ? "Called right: " : "To be looked at again: ") + said->text,
-                 said->datum, said->period, "", "", "", ""});
+                 figure(said->datum), said->period, "", "", "", ""});
         for (const HistoryChange& change : group.changes)
             call.output.row({std::to_string(group.revision), group.time, group.user, group.name,
-                             change.datum, change.period, change.before, change.after,
+                             figure(change.datum), change.period, change.before, change.after,
                              change.origin ? std::string(originName(*change.origin)) : "",
                              change.document});
     }

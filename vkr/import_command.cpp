@@ -35,7 +35,7 @@ class ImportReport {
         if (company.fault && !fault_)
             fault_ = company.fault;
         call_.output.row({std::string(fateNames[static_cast<std::size_t>(company.fate)]),
-                          company.symbol, company.name});
+                          company.symbol.empty() ? company.prefix : company.symbol, company.name});
         for (const std::string& error : company.errors)
             call_.terminal.say(printable(company.prefix + ": " + error));
         if (call_.line.has(Option::verbose))

@@ -5,11 +5,10 @@
 #include "tests/support/elements.hpp"
 #include "tests/vkr/program_run.hpp"
 
-#include <QSqlDatabase>
-#include <QSqlQuery>
-
 #include <algorithm>
 #include <functional>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace vkr::test {
 namespace {
@@ -219,7 +218,28 @@ TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
                                   "AAPL-company.csv\n"))
         << all.out;
     EXPECT_EQ(lines(run({"history", "AAPL", "--origin", "typed"}).out), 2);
+    const auto read = run({"history", "AAPL", "--origin", "typed"});
+    EXPECT_TRUE(contains(read.out, "  Yearly Revenue  2024    391035 ")) << read.out;
+    EXPECT_EQ(run({"history", "AAPL", "--figure", "yearly revenue"}).out,
+              run({"history", "AAPL", "--figure", "YRevenueSeries"}).out);
     EXPECT_EQ(run({"history", "AAPL", "--origin", "guessed"}).code, 2);
+}
+
+TEST_F(CheckingCommands, HistoryTellsWhoItWasWithoutAnEnvironment) {
+    const passwd* account = ::getpwuid(::geteuid());
+    if (account == nullptr)
+        GTEST_SKIP() << "This user has no name.";
+    writeCompany("X", "X");
+    QProcess process;
+    prepare(process, {"import", "in"});
+    QProcessEnvironment without = environment();
+    for (const char* name : {"USER", "LOGNAME", "USERNAME"})
+        without.remove(QLatin1String(name));
+    process.setProcessEnvironment(without);
+    process.start();
+    ASSERT_EQ(ended(process).code, 0);
+    const auto told = run({"history", "X", "--format", "tsv"});
+    EXPECT_TRUE(contains(told.out, "\t" + std::string(account->pw_name) + "@")) << told.out;
 }
 
 TEST_F(CheckingCommands, FactsLeaveALockedCompanyAlone) {
@@ -231,20 +251,30 @@ TEST_F(CheckingCommands, FactsLeaveALockedCompanyAlone) {
     EXPECT_TRUE(contains(refused.err, "are locked; nothing was changed.")) << refused.err;
 }
 
+// A save would pass for one of somebody who has seen the damage.
+TEST_F(CheckingCommands, FactsLeaveADamagedCompanyAlone) {
+    emptyRevenue(2);
+    execute("UPDATE company SET \"TotalCap\" = 777 WHERE id = 1");
+    const auto refused = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--accept", "new"});
+    EXPECT_EQ(refused.code, 4);
+    EXPECT_TRUE(contains(refused.err, "is not as it was saved")) << refused.err;
+    EXPECT_TRUE(contains(refused.err, "Nothing was changed.")) << refused.err;
+    EXPECT_EQ(run({"facts", facts("NVDA"), "--symbol", "NVDA"}).code, 0);
+    EXPECT_EQ(elementOf(*store()->load(1).value().record, Datum::YRevenueSeries, 2), 0);
+    EXPECT_TRUE(contains(run({"check", "AAPL", "--format", "tsv"}).out, "\tchecksum\t"));
+}
+
 TEST_F(CheckingCommands, WhatIsNotStoredAsItWasSavedIsFound) {
-    {
-        auto database = QSqlDatabase::addDatabase("QSQLITE", "other");
-        database.setDatabaseName(path("companies.vkr"));
-        ASSERT_TRUE(database.open());
-        QSqlQuery query(database);
-        ASSERT_TRUE(query.exec("UPDATE series SET value = value + 1 WHERE company_id = 1 AND "
-                               "series = 'YEPSSeries' AND element = 2"));
-    }
-    QSqlDatabase::removeDatabase("other");
+    execute("UPDATE series SET value = value + 1 WHERE company_id = 1 AND "
+            "series = 'YEPSSeries' AND element = 2");
     const auto found = run({"check", "AAPL", "--format", "tsv"});
     EXPECT_EQ(found.code, 1);
     EXPECT_TRUE(contains(found.out, "\nAAPL\tsure\tchecksum\t")) << found.out;
     EXPECT_EQ(run({"show", "AAPL"}).code, 1);
+    const auto exported = run({"export", "AAPL", "in"});
+    EXPECT_EQ(exported.code, 1);
+    EXPECT_TRUE(contains(exported.err, "is not as it was saved")) << exported.err;
+    EXPECT_EQ(run({"export", "NVDA", "in"}).code, 0);
 }
 
 TEST_F(CheckingCommands, ADataSheetIsWrittenWithoutADisplay) {

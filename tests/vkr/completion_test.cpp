@@ -2,6 +2,7 @@
 // What bash offers while a command line is typed.
 #include "tests/vkr/program_run.hpp"
 
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 namespace vkr::test {
@@ -29,6 +30,26 @@ TEST_F(Completion, CommandsOptionsAndTheirValues) {
     EXPECT_EQ(offered({"show", "X", "--paper", "l"}), QStringList("letter"));
     EXPECT_EQ(offered({"import", ""}), QStringList()) << "files are meant";
     EXPECT_EQ(offered({}).isEmpty(), false);
+}
+
+// In the order of the table, or of the help: each option of each command, and no other.
+TEST_F(Completion, EveryOptionThatTheHelpHas) {
+    static const QRegularExpression option(QStringLiteral("^  (?:-., )?(--[a-z-]+)"),
+                                           QRegularExpression::MultilineOption);
+    for (const QString& command : offered({""})) {
+        QStringList helped;
+        auto found =
+            option.globalMatch(QString::fromStdString(run({command, "--help"}, false).out));
+        while (found.hasNext())
+            helped.append(found.next().captured(1));
+        QStringList completed = offered({command, "--"});
+        EXPECT_GE(helped.size(), 4) << command.toStdString();
+        helped.sort();
+        completed.sort();
+        EXPECT_EQ(completed, helped) << command.toStdString();
+    }
+    EXPECT_EQ(offered({"history", "X", "--figure", "yrev"}), QStringList("YRevenueSeries"));
+    EXPECT_EQ(offered({"history", "X", "--origin", "p"}), QStringList("pasted"));
 }
 
 TEST_F(Completion, SymbolsOfTheDatabaseThatIsNamed) {

@@ -51,9 +51,7 @@ TEST_F(ImportCommand, ABadCompanyKeepsNoneOutAndIsToldByTheExitCode) {
     write("in/BAD-company.csv", "key,value\nname,Bad\nlast_fiscal_year,20x5\n");
     const auto partly = run({"import", "in", "--create"});
     EXPECT_EQ(partly.code, 5);
-    EXPECT_TRUE(contains(partly.out, "failed     \nadded      GOOD      Good") ||
-                contains(partly.out, "failed\nadded      GOOD      Good"))
-        << partly.out;
+    EXPECT_TRUE(contains(partly.out, "failed     BAD\nadded      GOOD      Good")) << partly.out;
     EXPECT_TRUE(contains(partly.err, "BAD: BAD-company.csv, line 3, column 2, \"20x5\""))
         << partly.err;
     EXPECT_TRUE(contains(partly.err, "1 added, 1 failed.")) << partly.err;
@@ -159,6 +157,20 @@ TEST_F(ImportCommand, ALockedCompanyIsLeftAsItIs) {
     EXPECT_EQ(left.code, 5);
     EXPECT_TRUE(contains(left.err, "X: its data are locked in the database")) << left.err;
     EXPECT_EQ(store()->list().value().front().name, "Old");
+}
+
+TEST_F(ImportCommand, ADamagedCompanyIsLeftUnlessAllOfItIsReplaced) {
+    writeCompany("X", "Old");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    execute("UPDATE company SET \"TotalCap\" = 777 WHERE id = 1");
+    writeCompany("X", "New");
+    const auto left = run({"import", "in", "--replace"});
+    EXPECT_EQ(left.code, 5);
+    EXPECT_TRUE(contains(left.err, "is not as it was saved")) << left.err;
+    EXPECT_TRUE(store()->load(1).value().damage);
+    EXPECT_EQ(run({"import", "in", "--replace-typed"}).code, 0);
+    EXPECT_EQ(store()->load(1).value().record->get_TotalCap(), 0);
+    EXPECT_EQ(run({"check", "X"}).code, 0);
 }
 
 TEST_F(ImportCommand, TwoOfOneFolderAreNotTakenForOne) {

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -83,6 +85,17 @@ class ProgramTest : public testing::Test {
         auto opened = CompanyStore::open(place(), mode);
         EXPECT_TRUE(opened) << opened.error().message;
         return std::move(opened.value());
+    }
+    // What another program does to the database.
+    void execute(const QString& statement) const {
+        {
+            auto database = QSqlDatabase::addDatabase("QSQLITE", "other");
+            database.setDatabaseName(path("companies.vkr"));
+            ASSERT_TRUE(database.open());
+            QSqlQuery query(database);
+            ASSERT_TRUE(query.exec(statement)) << statement.toStdString();
+        }
+        QSqlDatabase::removeDatabase("other");
     }
     void importSamples() const {
         const Ended done = run({"import", samples(), "--create"});

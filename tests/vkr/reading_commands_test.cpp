@@ -6,8 +6,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 #include <algorithm>
 
@@ -153,14 +151,7 @@ TEST_F(ReadingCommands, TwoCompaniesAreNotWrittenToTheSameFiles) {
 }
 
 TEST_F(ReadingCommands, AFigureThatCannotBeReadIsToldAndCounts) {
-    {
-        auto database = QSqlDatabase::addDatabase("QSQLITE", "other");
-        database.setDatabaseName(path("companies.vkr"));
-        ASSERT_TRUE(database.open());
-        QSqlQuery query(database);
-        ASSERT_TRUE(query.exec("UPDATE company SET \"LastFYDate\" = '0000-00-00' WHERE id = 1"));
-    }
-    QSqlDatabase::removeDatabase("other");
+    execute("UPDATE company SET \"LastFYDate\" = '0000-00-00' WHERE id = 1");
     const auto shown = run({"show", "AAPL"});
     EXPECT_EQ(shown.code, 1);
     EXPECT_TRUE(contains(shown.err, "Apple Inc. (AAPL): what is stored of LastFYDate can't be "
