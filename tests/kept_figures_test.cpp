@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_journal.hpp"
+#include "company/company_csv.hpp"
 #include "company/kept_figures.hpp"
+#include "source_folder.hpp"
+#include "tests/support/elements.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
+#include <map>
+#include <tuple>
 
 namespace vkr {
 namespace {
@@ -378,6 +383,114 @@ TEST_F(KeptWhileEdited, ABlockKeepsItsOwnSum) {
     scene.load(kept);
     EXPECT_EQ(record->get_Last4QEPS(), 4.2);
 }
+
+// --- what nobody has typed -----------------------------------------------------------------------
+
+// A sample company as a document has brought it, in a form.
+class KeptSample : public testing::TestWithParam<const char*> {
+  protected:
+    KeptSample() {
+        for (const DatumRow& row : datumTable())
+            for (int element = 0; element <= (isSeries(row) ? row.upper : 0); ++element)
+                opened.put(row.datum, isSeries(row) ? std::optional(element) : std::nullopt,
+                           {Origin::imported, "0001-24-5", false});
+        scene.load(kept);
+        static_cast<void>(scene.entry->get_objCompany());
+        journal->startOver();
+    }
+    // The figures by what they are of: a year, or how many quarters ago.
+    using Figures = std::map<std::tuple<Datum, int>, double>;
+    [[nodiscard]] Figures figures() const {
+        Figures all;
+        for (const DatumRow& row : datumTable()) {
+            if (!isSeries(row) || row.unit == DatumUnit::none)
+                continue;
+            const int first = row.period == DatumPeriod::year
+                                  ? record->get_LastFY() + 1
+                                  : quartersOf(record->get_LastQDateForGrid());
+            for (int element = 0; element <= row.upper; ++element)
+                if (const double figure = test::elementOf(*record, row.datum, element); figure != 0)
+                    all[{row.datum, first - element}] = figure;
+        }
+        return all;
+    }
+    static int quartersOf(Date date) {
+        const auto [ofYear, month, day] = civil(date);
+        return ofYear * 4 + (month - 1) / 3;
+    }
+
+    std::shared_ptr<CompanyRecord> record =
+        importCompany(VKR_SOURCE_DIR "/samples", GetParam()).company;
+    EntryScene scene;
+    FigureOrigins opened;
+    std::shared_ptr<ChangeJournal> journal = std::make_shared<ChangeJournal>(record);
+    std::shared_ptr<KeptFigures> kept = std::make_shared<KeptFigures>(journal, [this] {
+        FigureOrigins now = opened;
+        for (const ChangeGroup& group : journal->groups())
+            now.note(group);
+        return now;
+    });
+};
+
+struct QuietDeed {
+    const char* name;
+    void (*act)(EntryScene& scene);
+};
+
+void press(EntryScene& scene, const char* button, TABObject tab) {
+    scene.entry->put_CurrentTab(tab);
+    scene.desktop.click(button);
+}
+
+constexpr QuietDeed quietDeeds[] = {
+    {"adds a year", [](EntryScene& scene) { press(scene, "cmdAddYear", toYearly); }},
+    {"removes a year", [](EntryScene& scene) { press(scene, "cmdRemoveYear", toYearly); }},
+    {"adds a quarter", [](EntryScene& scene) { press(scene, "cmdAddQuarter", toQuarterly); }},
+    {"looks back",
+     [](EntryScene& scene) {
+         test::show(scene, "spnQuarter"), scene.desktop.spin("spnQuarter", -3);
+     }},
+    {"in thousands", [](EntryScene& scene) { test::goTo(scene, "optCurrency(0)"); }},
+    {"in billions", [](EntryScene& scene) { test::goTo(scene, "optCurrency(2)"); }},
+    {"in fractions", [](EntryScene& scene) { test::goTo(scene, "optDisplay(1)"); }},
+    {"shows tax rates", [](EntryScene& scene) { test::goTo(scene, "optPTI(1)"); }},
+    {"shows incomes", [](EntryScene& scene) { test::goTo(scene, "optPTI(0)"); }},
+    {"shows book values", [](EntryScene& scene) { test::goTo(scene, "optCommEq(1)"); }},
+    {"shows equities", [](EntryScene& scene) { test::goTo(scene, "optCommEq(0)"); }},
+    {"types a name", [](EntryScene& scene) { test::typeOver(scene, "txtName", "Acme"); }},
+    {"walks through years",
+     [](EntryScene& scene) { test::typeAt(scene, "txtYOption(5)", "{TAB 9}"); }},
+    {"walks through quarters",
+     [](EntryScene& scene) { test::typeAt(scene, "txtQOption(2)", "{TAB 9}"); }},
+    {"saves", [](EntryScene& scene) { scene.entry->put_blnDirty(false); }},
+};
+
+// Whatever else is done: no figure of a period becomes another one.
+TEST_P(KeptSample, ChangesByNothingButWhatIsTypedIntoIt) {
+    for (const QuietDeed& first : quietDeeds)
+        for (const QuietDeed& second : quietDeeds) {
+            SCOPED_TRACE(std::string(first.name) + ", then " + second.name);
+            for (const QuietDeed* deed : {&first, &second}) {
+                const Figures before = figures();
+                scene.desktop.answerNext(MessageAnswer::yes);
+                deed->act(scene);
+                scene.desktop.forget();
+                static_cast<void>(scene.entry->get_objCompany());
+                for (const auto& [place, figure] : figures()) {
+                    const auto found = before.find(place);
+                    ASSERT_NE(found, before.end())
+                        << rowOf(std::get<0>(place)).name << " " << std::get<1>(place) << " is new";
+                    ASSERT_EQ(figure, found->second)
+                        << rowOf(std::get<0>(place)).name << " " << std::get<1>(place);
+                }
+            }
+            while (journal->canUndo())
+                ASSERT_EQ(journal->undo(), std::nullopt);
+            scene.entry->recordChanged();
+        }
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, KeptSample, testing::Values("AAPL", "NVDA", "TSLA", "SNOW"));
 
 } // namespace
 } // namespace vkr
