@@ -188,7 +188,9 @@ void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
     if (!blnToday)
         if (const auto held = host_.dateOf(field))
             start = *held;
-    frmCalendar calendar(field.accessibleName(), &field);
+    // The words of the form's own buttons.
+    frmCalendar calendar(field.accessibleName(), &field,
+                         {context_[controls::ok].caption(), context_[controls::cancel].caption()});
     calendar.put_SelectedDate(start);
     const auto asked = context_.company; // the host may hand in another one meanwhile
     calendar.Show(context_.services);

@@ -3,6 +3,7 @@
 
 #include "desktop/qt_values.hpp"
 #include "desktop/readable_colors.hpp"
+#include "platform/text.hpp"
 
 #include <QDialogButtonBox>
 #include <QEvent>
@@ -10,8 +11,8 @@
 #include <QTextCharFormat>
 #include <QVBoxLayout>
 
+#include <string>
 #include <string_view>
-#include <utility>
 
 namespace vkr {
 
@@ -31,13 +32,18 @@ CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
     connect(calendar_, &QCalendarWidget::activated, this, &CalendarDialog::accept);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    const std::pair<QDialogButtonBox::StandardButton, std::string_view> named[] = {
-        {QDialogButtonBox::Ok, calendar_part::ok},
-        {QDialogButtonBox::Cancel, calendar_part::cancel}};
-    for (const auto& [which, name] : named) {
-        auto* button = buttons->button(which);
-        button->setObjectName(toQt(name));
-        button->setAccessibleName(button->text().remove(u'&'));
+    struct Named {
+        QDialogButtonBox::StandardButton which;
+        std::string_view name;
+        const std::string& caption;
+    };
+    const Named named[] = {{QDialogButtonBox::Ok, calendar_part::ok, form.okCaption()},
+                           {QDialogButtonBox::Cancel, calendar_part::cancel, form.cancelCaption()}};
+    for (const Named& one : named) {
+        auto* button = buttons->button(one.which);
+        button->setText(toQt(one.caption));
+        button->setObjectName(toQt(one.name));
+        button->setAccessibleName(toQt(withoutMnemonic(one.caption)));
     }
     connect(buttons, &QDialogButtonBox::accepted, this, &CalendarDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &CalendarDialog::reject);

@@ -4,14 +4,22 @@
 #include "platform/services.hpp"
 
 #include <string>
+#include <utility>
 
 namespace vkr {
+
+// What the two buttons of the date picker say.
+struct CalendarButtons {
+    std::string ok = "OK";
+    std::string cancel = "Cancel";
+};
 
 // The date picker: the calendar Calendar1 over the buttons cmdOK and cmdCancel.
 class frmCalendar final : public CalendarForm {
   public:
-    explicit frmCalendar(std::string caption, const Control* owner = nullptr)
-        : caption_(std::move(caption)), owner_(owner) {}
+    explicit frmCalendar(std::string caption, const Control* owner = nullptr,
+                         CalendarButtons buttons = {})
+        : caption_(std::move(caption)), owner_(owner), buttons_(std::move(buttons)) {}
 
     // The date that was last set, or confirmed with OK.
     [[nodiscard]] Date get_SelectedDate() const { return selectedDate_; }
@@ -28,6 +36,8 @@ class frmCalendar final : public CalendarForm {
 
     // --- CalendarForm
     [[nodiscard]] const std::string& caption() const override { return caption_; }
+    [[nodiscard]] const std::string& okCaption() const override { return buttons_.ok; }
+    [[nodiscard]] const std::string& cancelCaption() const override { return buttons_.cancel; }
     [[nodiscard]] const Control* owner() const override { return owner_; }
     [[nodiscard]] Date firstDate() const override;
     [[nodiscard]] Date lastDate() const override;
@@ -40,6 +50,7 @@ class frmCalendar final : public CalendarForm {
   private:
     std::string caption_;
     const Control* owner_;
+    CalendarButtons buttons_;
     Date selectedDate_{};
     Date calendar1_{};
     std::string tag_;

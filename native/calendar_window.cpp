@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "native/calendar_window.hpp"
 
+#include "native/native_text.hpp"
+
 #include <algorithm>
 
 namespace vkr {
@@ -43,10 +45,11 @@ void CalendarWindow::layOut(const std::optional<RECT>& beside) {
     const int buttonWidth = (width - gap) / 2;
     const int buttonTop = height + 2 * gap;
     const int buttonBottom = buttonTop + scale().pixels(345);
-    ok_ = addPart(WC_BUTTONW, L"OK", BS_DEFPUSHBUTTON | WS_TABSTOP, okPart,
+    ok_ = addPart(WC_BUTTONW, toWide(form_.okCaption()), BS_DEFPUSHBUTTON | WS_TABSTOP, okPart,
                   {gap, buttonTop, gap + buttonWidth, buttonBottom});
-    cancel_ = addPart(WC_BUTTONW, L"Cancel", BS_PUSHBUTTON | WS_TABSTOP, cancelPart,
-                      {gap + width - buttonWidth, buttonTop, gap + width, buttonBottom});
+    cancel_ =
+        addPart(WC_BUTTONW, toWide(form_.cancelCaption()), BS_PUSHBUTTON | WS_TABSTOP, cancelPart,
+                {gap + width - buttonWidth, buttonTop, gap + width, buttonBottom});
 
     giveRoom({width + 2 * gap, buttonBottom + gap}, beside);
 }
@@ -133,6 +136,8 @@ void CalendarWindow::moveFocus(bool backward) {
 
 // Of the whole window; true when used.
 bool CalendarWindow::key(const MSG& message) {
+    if (message.message == WM_SYSCHAR) // the letters of the buttons
+        return DialogWindow::key(message);
     if (message.message != WM_KEYDOWN)
         return false;
     switch (message.wParam) {

@@ -38,6 +38,9 @@ class CalendarForm {
   public:
     virtual ~CalendarForm() = default;
     [[nodiscard]] virtual const std::string& caption() const = 0;
+    // Of the two buttons; may hold a mnemonic.
+    [[nodiscard]] virtual const std::string& okCaption() const = 0;
+    [[nodiscard]] virtual const std::string& cancelCaption() const = 0;
     // The control it opens for, which it should not hide; null for none.
     [[nodiscard]] virtual const Control* owner() const = 0;
     // The days that can be chosen, both included.

@@ -142,7 +142,10 @@ std::optional<Color> VirtualDesktop::chooseColor(Color current) {
 }
 
 void VirtualDesktop::showModal(CalendarForm& form) {
-    CalendarDialog shown{form.calendarDate(), form.caption(), std::nullopt};
+    CalendarDialog shown{form.calendarDate(),
+                         form.caption(),
+                         std::nullopt,
+                         {form.okCaption(), form.cancelCaption()}};
     while (form.visible()) {
         const auto answer = takeFront(dateAnswers_);
         const auto* scripted = answer ? std::get_if<std::optional<Date>>(&*answer) : nullptr;

@@ -98,6 +98,7 @@ class VirtualDesktop : public Services, private FormObserver {
         Date shown; // the day it opened with
         std::string caption;
         std::optional<Date> chosen;
+        std::vector<std::string> buttons; // OK and Cancel
     };
     struct PasteDialog {
         std::string caption;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "input/frmCalendar.hpp"
 #include "platform/virtual_desktop.hpp"
+#include "tests/support/entry_scene.hpp"
 
 #include <gtest/gtest.h>
 
@@ -107,6 +108,17 @@ TEST(Calendar, CancelTakesNoDateAndTakesBackAnEarlierOk) {
     EXPECT_EQ(calendar.Tag(), "");
     EXPECT_EQ(calendar.get_SelectedDate(), start);
     EXPECT_FALSE(calendar.visible());
+}
+
+TEST(Calendar, ItsButtonsSayWhatThoseOfTheFormDo) {
+    EntryScene scene;
+    scene.load(fullCompany());
+    scene.form().get<CommandButton>("cmdOK").setCaption("&Gut");
+    scene.form().get<CommandButton>("cmdCancel").setCaption("&Abbruch");
+    scene.desktop.answerNextDate(std::nullopt);
+    scene.desktop.doubleClick("txtLastUpdate");
+    ASSERT_EQ(scene.desktop.calendars().size(), 1U);
+    EXPECT_EQ(scene.desktop.calendars()[0].buttons, (std::vector<std::string>{"&Gut", "&Abbruch"}));
 }
 
 } // namespace

@@ -199,6 +199,20 @@ TEST_F(OnQtServices, ThePartsOfTheCalendarCarryTheirNames) {
     EXPECT_EQ(pickDate(services, *makeDate(2024, 2, 29)), std::nullopt);
 }
 
+TEST_F(OnQtServices, TheButtonsOfTheCalendarSayWhatItsFormDoes) {
+    frmCalendar calendar("Pick", nullptr, {"&Gut", "&Abbruch"});
+    answers.next([&](QWidget& dialog) {
+        const auto* confirm = dialog.findChild<QPushButton*>("cmdOK");
+        auto* cancel = dialog.findChild<QPushButton*>("cmdCancel");
+        ASSERT_TRUE(confirm != nullptr && cancel != nullptr);
+        EXPECT_EQ(confirm->text(), "&Gut");
+        EXPECT_EQ(confirm->accessibleName(), "Gut");
+        EXPECT_EQ(cancel->text(), "&Abbruch");
+        cancel->click();
+    });
+    calendar.Show(services);
+}
+
 TEST_F(OnQtServices, TheCalendarLeavesItsFieldInSight) {
     open();
     frmCalendar calendar("Pick", name);
