@@ -127,6 +127,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     void showScale();
     void followDotsPerInch();
     void followTheme();
+    void passOn(UINT message) const;
     void followFocus();
     void paint(HDC context) const;
     bool tabOut(FocusDirection direction);

@@ -317,6 +317,9 @@ LRESULT NativeForm::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         followDotsPerInch();
         return 0;
     case WM_SYSCOLORCHANGE:
+        passOn(message);
+        followTheme();
+        return 0;
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE:
         followTheme();

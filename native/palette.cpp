@@ -8,9 +8,12 @@ namespace vkr {
 void Palette::follow() {
     HIGHCONTRASTW contrast{};
     contrast.cbSize = sizeof contrast;
-    highContrast_ =
-        SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
-        (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+    follow(SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0);
+}
+
+void Palette::follow(bool highContrast) {
+    highContrast_ = highContrast;
     face_ = GetSysColor(COLOR_BTNFACE);
     brushes_.clear();
 }

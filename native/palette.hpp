@@ -16,6 +16,8 @@ class Palette {
 
     // After a change of the system's colours.
     void follow();
+    // The same, on a desktop that asks for high contrast or does not.
+    void follow(bool highContrast);
 
     struct Pair {
         COLORREF back = 0;

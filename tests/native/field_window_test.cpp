@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 #include <map>
+#include <oleacc.h>
+#include <string>
 #include <vector>
 
 namespace vkr {
@@ -114,6 +116,37 @@ TEST_F(FieldWindowTest, HasACornerWhereTheFigureComesFromElsewhere) {
         EXPECT_EQ(colorOfCorner(), corner) << name;
         field(name).setOrigin({});
         EXPECT_NE(colorOfCorner(), corner) << name;
+    }
+}
+
+TEST_F(FieldWindowTest, ScreenReadersHearItsNameAndItsText) {
+    host_.entry().put_objCompany(fullCompany());
+    host_.pump();
+    const auto heard = [](HWND window,
+                          HRESULT (STDMETHODCALLTYPE IAccessible::*told)(VARIANT, BSTR*)) {
+        void* found = nullptr;
+        EXPECT_EQ(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT),
+                                             __uuidof(IAccessible), &found),
+                  S_OK);
+        auto* const object = static_cast<IAccessible*>(found);
+        VARIANT self{};
+        V_VT(&self) = VT_I4;
+        V_I4(&self) = CHILDID_SELF;
+        BSTR text = nullptr;
+        (object->*told)(self, &text);
+        object->Release();
+        const std::string plain = text == nullptr ? "" : fromWide({text, SysStringLen(text)});
+        SysFreeString(text);
+        return plain;
+    };
+    for (const auto& [name, label] :
+         std::map<std::string, std::string>{{"txtName", "Name"},
+                                            {"txtTotalDebt", "Total Debt (M)"},
+                                            {"cmbExchange", "Exchange"}}) {
+        const HWND inner = FindWindowExW(window(name), nullptr, WC_EDITW, nullptr);
+        const HWND edit = inner == nullptr ? window(name) : inner;
+        EXPECT_EQ(heard(edit, &IAccessible::get_accName), label);
+        EXPECT_EQ(heard(edit, &IAccessible::get_accValue), field(name).text());
     }
 }
 

@@ -141,6 +141,7 @@ class Tour {
         }
         SetSysColors(static_cast<int>(names.size()), names.data(), colors.data());
         SendMessageW(host_.form().window(), WM_SYSCOLORCHANGE, 0, 0);
+        host_.form().palette().follow(true); // Wine has no way to ask for it
         for (const auto& [tab, name] :
              {std::pair{toCompany, "dark-company"}, std::pair{toYearly, "dark-yearly"},
               std::pair{toOptions, "dark-options"}}) {
@@ -148,6 +149,7 @@ class Tour {
             show(name);
         }
         SetSysColors(static_cast<int>(names.size()), names.data(), before.data());
+        host_.form().palette().follow();
     }
 
     static inline Tour* open_ = nullptr; // while something is open
