@@ -86,6 +86,10 @@ class DataEntryControl final : public DataEntryBase {
     HRESULT STDMETHODCALLTYPE get_DoubtfulFields(VARIANT* value) override;
     HRESULT STDMETHODCALLTYPE ShowField(BSTR control) override;
     HRESULT STDMETHODCALLTYPE LeaveField() override;
+    HRESULT STDMETHODCALLTYPE put_Origins(VARIANT value) override;
+    HRESULT STDMETHODCALLTYPE put_Remarks(VARIANT value) override;
+    HRESULT STDMETHODCALLTYPE RecordChanged() override;
+    HRESULT STDMETHODCALLTYPE ShowFigure(BSTR datum, VARIANT element, VARIANT_BOOL* shown) override;
 
     // --- classes and connections (data_entry_control) ------------------------------------------
     HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override;

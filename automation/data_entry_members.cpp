@@ -2,6 +2,7 @@
 // The dual interface: each member is one of the component's, and no rule stands here.
 #include "automation/company_object.hpp"
 #include "automation/data_entry_control.hpp"
+#include "automation/figure_notes.hpp"
 #include "automation/member_numbers.hpp"
 #include "automation/texts.hpp"
 #include "automation/variants.hpp"
@@ -259,6 +260,19 @@ HRESULT DataEntryControl::ShowField(BSTR control) {
 }
 HRESULT DataEntryControl::LeaveField() {
     return writing([&] { entry_->leaveField(); });
+}
+HRESULT DataEntryControl::put_Origins(VARIANT value) {
+    return writing([&] { entry_->setOrigins(originsIn(value)); });
+}
+HRESULT DataEntryControl::put_Remarks(VARIANT value) {
+    return writing([&] { entry_->setRemarks(remarksIn(value)); });
+}
+HRESULT DataEntryControl::RecordChanged() {
+    return writing([&] { entry_->recordChanged(); });
+}
+HRESULT DataEntryControl::ShowFigure(BSTR datum, VARIANT element, VARIANT_BOOL* shown) {
+    return reading(
+        shown, [&] { return toBool(entry_->showFigure(figurePlaceIn(textOf(datum), element))); });
 }
 
 // --- late bound ----------------------------------------------------------------------------------

@@ -39,6 +39,11 @@ earnings = entry.objCompany.YEPSSeries
 WScript.Echo "earnings of the last year: " & earnings(1)
 WScript.Echo "price: " & entry.objCompany.CurrentPrice
 
+' Where figures come from is told with their fields; a corner marks those that were not typed.
+entry.Origins = Array(Array("TotalDebt", Empty, "Imported from a filing.", True), _
+                      Array("YEPSSeries", 1, "Typed.", False))
+WScript.Echo "brought on show: " & entry.ShowFigure("YEPSSeries", 1) & ", tab " & entry.CurrentTab
+
 ' What fails by contract is an error, with its description.
 On Error Resume Next
 entry.BorderStyle = 7

@@ -57,6 +57,29 @@ struct Control : WithLibrary {
         for (const char key : text)
             press(static_cast<WPARAM>(key));
     }
+    // The text of a field as it is on the screen; it gets the focus.
+    std::string shown(std::string_view field) {
+        EXPECT_EQ(control->ShowField(Bstr(field).get()), S_OK);
+        wchar_t text[300] = {};
+        GetWindowTextW(GetFocus(), text, 300);
+        return textOf(std::wstring_view(text));
+    }
+    // A record that can only be called by name.
+    HRESULT give(IDispatch* record) {
+        VARIANT given;
+        V_VT(&given) = VT_DISPATCH;
+        V_DISPATCH(&given) = record;
+        return invoke(dispatch(), idOf(dispatch(), "objCompany"), DISPATCH_PROPERTYPUTREF, {given})
+            .result;
+    }
+    // The names of the fields whose text is not in the record.
+    std::vector<std::string> unstored() {
+        std::vector<std::string> names;
+        const Variant fields = getByName(dispatch(), "UnstoredFields");
+        for (std::size_t i = 0; i < fields.array().size(); ++i)
+            names.push_back(fields.array().at(static_cast<int>(i)).array().text(0));
+        return names;
+    }
     ~Control() override {
         site->control.reset();
         control.reset();

@@ -202,7 +202,7 @@ TEST_F(Control, WorksOnARecordThatCanOnlyBeCalledByName) {
 TEST_F(Control, SurvivesARecordThatGoesAwayWhileItIsRead) {
     auto record = makeCom<ScriptedObject>();
     int reads = 0;
-    record->called = [&](const std::string&) {
+    record->called = [&](const std::string&, bool) {
         if (++reads == 5)
             control->putref_objCompany(nullptr);
     };

@@ -19,8 +19,8 @@ class ScriptedObject final : public ComObject<IDispatch> {
   public:
     std::map<std::string, Variant> values;
     std::map<std::string, HRESULT> failing; // names that fail with a code
-    std::vector<std::string> writes;        // names, in the order of the writes
-    std::function<void(const std::string&)> called;
+    std::vector<std::string> written;       // names, in the order of the writes
+    std::function<void(const std::string&, bool writes)> called;
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         *count = 0;
@@ -44,12 +44,13 @@ class ScriptedObject final : public ComObject<IDispatch> {
                                      DISPPARAMS* given, VARIANT* result, EXCEPINFO* /*error*/,
                                      UINT* /*wrong*/) override {
         const std::string& name = names_.at(static_cast<std::size_t>(member) - 1);
+        const bool writes = (kind & DISPATCH_PROPERTYPUT) != 0;
         if (called)
-            called(name);
+            called(name, writes);
         if (failing.contains(name))
             return failing[name];
-        if ((kind & DISPATCH_PROPERTYPUT) != 0) {
-            writes.push_back(name);
+        if (writes) {
+            written.push_back(name);
             values[name] = fromVariant(given->rgvarg[0]);
         } else if (result != nullptr) {
             *result = newVariant(values[name]);

@@ -49,6 +49,8 @@ ComPtr<ITypeInfo> slotsOf(const ComPtr<ITypeInfo>& info) {
 
 struct Function {
     std::string name;
+    std::string help;
+    std::vector<std::string> parameters; // their names
     DISPID id;
     INVOKEKIND kind;
     int slot;
@@ -66,6 +68,18 @@ std::vector<Function> functionsOf(ITypeInfo* info) {
         EXPECT_EQ(info->GetFuncDesc(i, &one), S_OK);
         Function& next = all.emplace_back();
         next.name = nameOf(info, one->memid);
+        Bstr help;
+        EXPECT_EQ(info->GetDocumentation(one->memid, nullptr, help.receive(), nullptr, nullptr),
+                  S_OK);
+        next.help = textOf(help.get());
+        BSTR names[20] = {};
+        UINT named = 0;
+        EXPECT_EQ(info->GetNames(one->memid, names, 20, &named), S_OK);
+        for (UINT j = 0; j < named; ++j) {
+            if (j > 0)
+                next.parameters.push_back(textOf(names[j]));
+            SysFreeString(names[j]);
+        }
         next.id = one->memid;
         next.kind = one->invkind;
         next.slot = one->oVft / static_cast<int>(sizeof(void*));
@@ -198,18 +212,37 @@ TEST(TypeLibrary, EventsHaveTheirNumbersNamesAndTypes) {
     struct Event {
         std::string name;
         std::vector<VARTYPE> types;
+        std::vector<std::string> parameters;
     };
     const std::vector<Event> wanted = {
-        {"TabChange", {VT_USERDEFINED}},      {"MoreHelp", {VT_I2}},
-        {"Assistant", {VT_I2, VT_VARIANT}},   {"UnloadRequest", {VT_USERDEFINED}},
-        {"UpdatePrice", {VT_USERDEFINED}},    {"UpdateData", {VT_USERDEFINED}},
-        {"UpdateQDataOnly", {VT_USERDEFINED}}};
+        {"TabChange", {VT_USERDEFINED}, {"intTab"}},
+        {"MoreHelp", {VT_I2}, {"intObject"}},
+        {"Assistant", {VT_I2, VT_VARIANT}, {"enumObject", "vntValue"}},
+        {"UnloadRequest", {VT_USERDEFINED}, {"enumMode"}},
+        {"UpdatePrice", {VT_USERDEFINED}, {"objCompany"}},
+        {"UpdateData", {VT_USERDEFINED}, {"objCompany"}},
+        {"UpdateQDataOnly", {VT_USERDEFINED}, {"objCompany"}}};
     ASSERT_EQ(functions.size(), wanted.size());
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         EXPECT_EQ(functions[i].name, wanted[i].name);
         EXPECT_EQ(functions[i].id, static_cast<DISPID>(i) + 1);
         EXPECT_EQ(functions[i].types, wanted[i].types) << wanted[i].name;
+        EXPECT_EQ(functions[i].parameters, wanted[i].parameters) << wanted[i].name;
     }
+}
+
+TEST(TypeLibrary, EveryMemberSaysWhatItIs) {
+    std::vector<Function> all =
+        functionsOf(infoOf(libraryAt(3).get(), __uuidof(::__VKRDataEntry)).get());
+    for (const auto& [library, id] :
+         {std::pair{2, __uuidof(::iVKR_Company)}, std::pair{2, __uuidof(::iVKR_CompanyRecord)},
+          std::pair{2, __uuidof(::iVKR_TrailingEarnings)}, std::pair{3, __uuidof(::_VKRDataEntry)},
+          std::pair{3, __uuidof(::iVKR_Localizer)}})
+        for (const Function& one : functionsOf(slotsOf(infoOf(libraryAt(library).get(), id)).get()))
+            all.push_back(one);
+    EXPECT_GT(all.size(), 180U);
+    for (const Function& one : all)
+        EXPECT_FALSE(one.help.empty()) << one.name;
 }
 
 std::map<std::string, int> membersOf(ITypeInfo* info) {

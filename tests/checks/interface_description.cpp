@@ -115,7 +115,37 @@ std::string answered(const std::string& type) {
 
 // --- members -------------------------------------------------------------------------------------
 
+// Of what is no datum: operations of the record, and events.
+constexpr std::pair<std::string_view, std::string_view> ownHelp[] = {
+    {"QuarterlyFlag", "told when quarterly figures have been derived anew"},
+    {"BeginYearShift", "called around a shift of the fiscal years, with 0; may be ignored"},
+    {"YearShiftState", "called around a shift of the fiscal years, with 0; may be ignored"},
+    {"EndYearShift", "called around a shift of the fiscal years, with 0; may be ignored"},
+    {"YearShiftUnit", "called around a shift of the fiscal years, with 0; may be ignored"},
+    {"YearShiftFirst", "read around a shift of the fiscal years; may be empty"},
+    {"YearShiftLast", "read around a shift of the fiscal years; may be empty"},
+    {"ReportingPeriod", "an object with intLeadPeriod, the chosen reporting period; -1 for none"},
+    {"YearShiftCount", "read around a shift of the fiscal years; may be empty"},
+    {"ReportingPeriodEnd", "read after the reporting period was written"},
+    {"YearShiftPrices", "read around a shift of the fiscal years; may be empty"},
+    {"YearShiftEarnings", "read around a shift of the fiscal years; may be empty"},
+    {"YearShiftDividends", "read around a shift of the fiscal years; may be empty"},
+    {"YearShiftShares", "read around a shift of the fiscal years; may be empty"},
+    {"Settings", "an object with intUnit, strCurSymbol, blnBookVal, blnTaxRate, blnLockBasicInfo"},
+    {"SettingsApply", "read after settings were written"},
+    {"TabChange", "another tab is on show"},
+    {"MoreHelp", "the user wants help: 3000 + DataEntryObject, or 3063 + tab"},
+    {"Assistant", "the user asks about an object; with its text, or its caption"},
+    {"UnloadRequest", "OK or Cancel: the container is asked to close the control"},
+    {"UpdatePrice", "never raised"},
+    {"UpdateData", "never raised"},
+    {"UpdateQDataOnly", "never raised"},
+};
+
 std::string helpOf(const std::string& name) {
+    for (const auto& [own, help] : ownHelp)
+        if (own == name)
+            return std::string(help);
     for (const vkr::DatumRow& row : vkr::datumTable()) {
         if (row.name != name)
             continue;
@@ -139,7 +169,7 @@ std::string helpOf(const std::string& name) {
             return text;
         }
     }
-    return {};
+    throw std::runtime_error("nothing says what " + name + " is");
 }
 
 // The record's operations in the order of their slots; both of a property have one number.
@@ -227,6 +257,18 @@ std::vector<Member> entryMembers() {
         {106, "", "ShowField", "[in] BSTR control", "brings a field on show and the focus there"},
         {107, "", "LeaveField", "",
          "leaves the field that has the focus as if the user had moved on, and comes back"},
+        {108, "propput", "Origins", "[in] VARIANT value",
+         "where figures come from: an array of datum, element, text, whether the corner of the "
+         "field is marked, each; in place of those before"},
+        {109, "propput", "Remarks", "[in] VARIANT value",
+         "what there is to say of figures: an array of datum, element, text, each; in place of "
+         "those before"},
+        {110, "", "RecordChanged", "",
+         "shows the record anew, which somebody else has changed; nothing is written"},
+        {111, "", "ShowFigure",
+         "[in] BSTR datum, [in] VARIANT element, [out, retval] VARIANT_BOOL* shown",
+         "brings the field of a figure on show and the focus there; false where the form shows "
+         "none"},
     };
     members.insert(members.end(), methods.begin(), methods.end());
     return members;
@@ -240,7 +282,7 @@ std::vector<Member> eventMembers(const std::vector<Operation>& events) {
         for (const auto& [type, name] : one.arguments)
             arguments +=
                 (arguments.empty() ? "[in] " : ", [in] ") + automationType(type) + " " + name;
-        members.push_back({++number, "", one.name, arguments, ""});
+        members.push_back({++number, "", one.name, arguments, helpOf(one.name)});
     }
     return members;
 }
