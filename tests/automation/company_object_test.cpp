@@ -85,6 +85,18 @@ TEST_F(CompanyObject, SettingsAnswerToTheirNames) {
     EXPECT_EQ(invoke(outside.get(), 77, DISPATCH_PROPERTYGET, {}).result, DISP_E_MEMBERNOTFOUND);
 }
 
+TEST_F(CompanyObject, TheReportingPeriodAnswersToItsName) {
+    const Variant period = getByName(dispatch(), "ReportingPeriod");
+    ASSERT_TRUE(period.isObject());
+    const auto outside = dispatchOf(period.toObject());
+    EXPECT_EQ(putByName(outside.get(), "intLeadPeriod", std::int16_t{2}).result, S_OK);
+    EXPECT_EQ(getByName(outside.get(), "intLeadPeriod").toLong(), 2);
+    EXPECT_EQ(getByName(dispatchOf(getByName(dispatch(), "ReportingPeriod").toObject()).get(),
+                        "intLeadPeriod")
+                  .toLong(),
+              2);
+}
+
 TEST_F(CompanyObject, ReadsAndWritesItsFiles) {
     const auto folder = std::filesystem::temp_directory_path() / "vkr_automation_test";
     std::filesystem::create_directories(folder);

@@ -38,6 +38,10 @@ class AnyVariant {
             V_VT(&given_) = VT_VARIANT | VT_BYREF;
             V_VARIANTREF(&given_) = &owned_;
         }
+        if ((V_VT(&given_) & VT_ARRAY) != 0 && pick(3) == 0) { // the array alone
+            V_VT(&given_) = static_cast<VARTYPE>(V_VT(&owned_) | VT_BYREF);
+            V_ARRAYREF(&given_) = &V_ARRAY(&owned_);
+        }
         if (pick(40) == 0) { // to nothing
             V_VT(&given_) = static_cast<VARTYPE>(VT_BYREF | (pick(2) == 0 ? VT_R8 : VT_BSTR));
             V_BYREF(&given_) = nullptr;
@@ -49,7 +53,14 @@ class AnyVariant {
     [[nodiscard]] const VARIANT& get() const { return given_; }
 
   private:
-    unsigned pick(unsigned count) { return random_() % count; }
+    // Names of data too, so that rows of figures are rows now and then.
+    static constexpr const wchar_t* texts[] = {L"1x\xD800&\r", L"", L"TotalDebt", L"YEPSSeries",
+                                               L"txtName"};
+
+    template <typename Count>
+    unsigned pick(Count count) {
+        return static_cast<unsigned>(random_() % count);
+    }
 
     void make(VARIANT& value, int depth) {
         switch (pick(14)) {
@@ -76,7 +87,7 @@ class AnyVariant {
             break;
         case 7:
             V_VT(&value) = VT_BSTR;
-            V_BSTR(&value) = SysAllocString(L"1x\xD800&\r");
+            V_BSTR(&value) = SysAllocString(texts[pick(std::size(texts))]);
             break;
         case 8:
             (V_VT(&value) = VT_BOOL), V_BOOL(&value) = static_cast<SHORT>(random_());
@@ -99,8 +110,10 @@ class AnyVariant {
         }
     }
     void makeArray(VARIANT& value, int depth) {
-        const bool variants = pick(2) == 0 && depth < 4;
-        SAFEARRAYBOUND bounds[] = {{pick(5), static_cast<LONG>(pick(9)) - 4}, {2, 0}};
+        const bool large = depth == 0 && pick(300) == 0;
+        const bool variants = !large && pick(2) == 0 && depth < 4;
+        const ULONG count = large ? 100'000 : pick(5);
+        SAFEARRAYBOUND bounds[] = {{count, static_cast<LONG>(pick(9)) - 4}, {2, 0}};
         const VARTYPE type = variants ? VT_VARIANT : pick(2) == 0 ? VT_R8 : VT_BSTR;
         const UINT dimensions = pick(6) == 0 ? 2 : 1;
         SAFEARRAY* const array = SafeArrayCreate(type, dimensions, bounds);

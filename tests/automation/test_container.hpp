@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,20 @@ struct BasesOf<IOleInPlaceUIWindow> : OneBase<IOleInPlaceUIWindow, IOleWindow> {
 
 using Log = std::vector<std::string>;
 
+// What a container was asked, and what it refuses.
+struct Asked {
+    Log log;
+    std::set<std::string> failing;
+
+    HRESULT told(const std::string& what) {
+        log.push_back(what);
+        return failing.contains(what) ? E_FAIL : S_OK;
+    }
+};
+
 class TestFrame final : public ComObject<IOleInPlaceFrame> {
   public:
-    TestFrame(Log& log, HWND window) : log_(log), window_(window) {}
+    TestFrame(Asked& asked, HWND window) : asked_(asked), window_(window) {}
 
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override { return *window = window_, S_OK; }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
@@ -49,20 +61,21 @@ class TestFrame final : public ComObject<IOleInPlaceFrame> {
     ComPtr<IOleInPlaceActiveObject> active;
 
   private:
-    HRESULT told(const char* what) { return log_.emplace_back(what), S_OK; }
-    Log& log_;
+    HRESULT told(const char* what) { return asked_.told(what); }
+    Asked& asked_;
     HWND window_;
 };
 
 // A container's place for one control. It writes down what it is asked.
 class TestSite final
-    : public ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch> {
+    : public ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch>,
+      public Asked {
   public:
     TestSite() {
         window =
             CreateWindowExW(0, L"STATIC", L"container", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0,
                             0, 900, 700, nullptr, nullptr, nullptr, nullptr);
-        frame = makeCom<TestFrame>(log, window);
+        frame = makeCom<TestFrame>(*this, window);
     }
     ~TestSite() override { DestroyWindow(window); }
 
@@ -78,11 +91,13 @@ class TestSite final
 
     // --- IOleInPlaceSite -----------------------------------------------------------------------
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* out) override {
-        return told("GetWindow"), *out = window, S_OK;
+        *out = window;
+        return told("GetWindow");
     }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override {
-        return told("CanInPlaceActivate"), canActivate;
+        told("CanInPlaceActivate");
+        return canActivate;
     }
     HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return told("OnInPlaceActivate"); }
     HRESULT STDMETHODCALLTYPE OnUIActivate() override { return told("OnUIActivate"); }
@@ -90,9 +105,11 @@ class TestSite final
                                                IOleInPlaceUIWindow** document, LPRECT outPlace,
                                                LPRECT clip,
                                                LPOLEINPLACEFRAMEINFO /*about*/) override {
-        told("GetWindowContext");
-        *outFrame = ComPtr<IOleInPlaceFrame>(frame.get()).detach();
+        *outFrame = nullptr;
         *document = nullptr;
+        if (FAILED(told("GetWindowContext")))
+            return E_FAIL;
+        *outFrame = ComPtr<IOleInPlaceFrame>(frame.get()).detach();
         *outPlace = place;
         *clip = {0, 0, 2000, 2000};
         return S_OK;
@@ -103,7 +120,8 @@ class TestSite final
     HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT wanted) override {
-        told("OnPosRectChange");
+        if (FAILED(told("OnPosRectChange")))
+            return E_FAIL;
         place = *wanted;
         if (control)
             control->SetObjectRects(&place, &place);
@@ -120,7 +138,7 @@ class TestSite final
         return E_NOTIMPL;
     }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override {
-        return told("TranslateAccelerator"), S_OK;
+        return told("TranslateAccelerator");
     }
     HRESULT STDMETHODCALLTYPE OnFocus(BOOL got) override {
         return told(got != FALSE ? "OnFocus(true)" : "OnFocus(false)");
@@ -144,16 +162,12 @@ class TestSite final
         return S_OK;
     }
 
-    Log log;
     HRESULT canActivate = S_OK;
     RECT place{10, 10, 548, 399};
     HWND window = nullptr;
     ComPtr<TestFrame> frame;
     ComPtr<IOleInPlaceObject> control; // told of its new place, as containers do
     std::map<DISPID, Variant> ambients{{DISPID_AMBIENT_USERMODE, true}};
-
-  private:
-    HRESULT told(const char* what) { return log.emplace_back(what), S_OK; }
 };
 
 // Hears the events, as "TabChange 2".
