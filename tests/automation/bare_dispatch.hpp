@@ -82,6 +82,12 @@ class BareDispatch final : public ComObject<::_VKRDataEntry> {
     HRESULT STDMETHODCALLTYPE get_DoubtfulFields(VARIANT*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE ShowField(BSTR) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE LeaveField() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE put_Origins(VARIANT) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE put_Remarks(VARIANT) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE RecordChanged() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ShowFigure(BSTR, VARIANT, VARIANT_BOOL*) override {
+        return E_NOTIMPL;
+    }
 
   private:
     ComPtr<ITypeInfo> info_;
