@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <numeric>
 
 namespace vkr {
@@ -86,6 +87,34 @@ void forEachElement(const Change& change, Function function) {
                                    : Variant();
         function(std::optional<int>(i), before, after.at(i));
     }
+}
+
+// What a figure was and is that a group changes.
+std::optional<std::pair<double, double>> changeIn(const ChangeGroup& group, Datum datum,
+                                                  std::optional<int> element) {
+    std::optional<std::pair<double, double>> found;
+    for (const Change& change : group.changes)
+        if (change.setting.empty() && change.datum == datum)
+            forEachElement(
+                change, [&](std::optional<int> one, const Variant& before, const Variant& after) {
+                    if (one == element)
+                        found = {before.toDouble(), after.toDouble()};
+                });
+    return found;
+}
+
+// A split changes shares and what each of them has by the same ratio: all of them have what they
+// had.
+bool isSameTotal(const ChangeGroup& group, Datum total, std::optional<int> element) {
+    if (total != Datum::YCommEqSeries)
+        return false;
+    const auto each = changeIn(group, Datum::YBookValSeries, element);
+    const auto shares = changeIn(group, Datum::YCSOSeries, element);
+    if (!each || !shares)
+        return false;
+    constexpr double rounding = 1e-12;
+    const double before = each->first * shares->first;
+    return std::abs(each->second * shares->second - before) <= rounding * std::abs(before);
 }
 
 std::string quotedName(std::string_view text) {
@@ -180,7 +209,7 @@ void FigureOrigins::note(const ChangeGroup& group) {
     for (const Change& change : group.changes)
         if (change.setting.empty() && change.origin != Origin::derived &&
             change.origin != Origin::shifted)
-            outdateWhatFollowsFrom(change);
+            outdateWhatFollowsFrom(group, change);
     for (const Change& change : group.changes)
         if (change.setting.empty() && change.origin != Origin::shifted)
             putEach(change);
@@ -210,7 +239,7 @@ void FigureOrigins::outdate(std::size_t place) {
     places_[place] = kindOf(outdated);
 }
 
-void FigureOrigins::outdateWhatFollowsFrom(const Change& change) {
+void FigureOrigins::outdateWhatFollowsFrom(const ChangeGroup& group, const Change& change) {
     for (const Derivation& rule : derivationTable) {
         if (rule.from != change.datum)
             continue;
@@ -219,7 +248,8 @@ void FigureOrigins::outdateWhatFollowsFrom(const Change& change) {
         else
             forEachElement(change, [&](std::optional<int> element, const Variant& before,
                                        const Variant& after) {
-                if (const auto place = placeOf(rule.derived, element); place && before != after)
+                if (const auto place = placeOf(rule.derived, element);
+                    place && before != after && !isSameTotal(group, rule.derived, element))
                     outdate(*place);
             });
     }

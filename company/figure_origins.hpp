@@ -55,7 +55,7 @@ class FigureOrigins {
     using Kind = std::uint16_t; // a place in kinds_
     [[nodiscard]] Kind kindOf(const FigureOrigin& origin);
     void shift(const ChangeGroup& group, const Change& change);
-    void outdateWhatFollowsFrom(const Change& change);
+    void outdateWhatFollowsFrom(const ChangeGroup& group, const Change& change);
     void outdate(std::size_t place);
     void putEach(const Change& change);
 

@@ -2,7 +2,9 @@
 #include "company/change_journal.hpp"
 #include "company/company_csv.hpp"
 #include "company/kept_figures.hpp"
+#include "company/split.hpp"
 #include "source_folder.hpp"
+#include "tests/support/change_lists.hpp"
 #include "tests/support/elements.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
@@ -488,6 +490,31 @@ TEST_P(KeptSample, ChangesByNothingButWhatIsTypedIntoIt) {
                 ASSERT_EQ(journal->undo(), std::nullopt);
             scene.entry->recordChanged();
         }
+}
+
+// Shares and what each of them has change by the same ratio: no total does.
+TEST_P(KeptSample, KeepsItsTotalsByASplit) {
+    for (const char* row : {"optCommEq(0)", "optCommEq(1)"}) {
+        SCOPED_TRACE(row);
+        test::goTo(scene, row);
+        static_cast<void>(scene.entry->get_objCompany());
+        const Figures before = figures();
+        const auto split = splitChanges(*record, {{4, 1}, record->get_LastFYDate()});
+        ASSERT_EQ(scene.entry->changeRecord(test::changesOf(split), splitAction({4, 1})),
+                  std::nullopt);
+        static_cast<void>(scene.entry->get_objCompany());
+        int compared = 0;
+        for (const auto& [place, figure] : figures())
+            if (const Datum series = std::get<0>(place);
+                rowOf(series).unit != DatumUnit::perShare && series != Datum::YCSOSeries) {
+                ASSERT_EQ(figure, before.at(place)) << rowOf(series).name << std::get<1>(place);
+                ++compared;
+            }
+        EXPECT_GT(compared, 50);
+        while (journal->canUndo())
+            ASSERT_EQ(journal->undo(), std::nullopt);
+        scene.entry->recordChanged();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, KeptSample, testing::Values("AAPL", "NVDA", "TSLA", "SNOW"));

@@ -232,6 +232,7 @@ TEST_F(HostFilingsTest, LaterYearsAreAddedUnlessTheyAreNotWanted) {
         writeSeries(company, row.datum, series);
     }
     company.put_LastFY(2024);
+    test::putElement(company, Datum::YTaxRateSeries, 1, 18.1);
     company.put_LastFYDate(*makeDate(2024, 9, 28));
     ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), company, loaded.value().revision));
 
@@ -256,6 +257,9 @@ TEST_F(HostFilingsTest, LaterYearsAreAddedUnlessTheyAreNotWanted) {
     EXPECT_EQ(revenue(*window.record(), 2), 391035);
     EXPECT_EQ(window.record()->get_YHighSeries().array().number(2), 237.23);
     EXPECT_EQ(window.entry().component().form().get<TextField>("txtLastFY").text(), "2025");
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(test::elementOf(*stored(*host_, "AAPL"), Datum::YTaxRateSeries, 2), 18.1)
+        << "what moves with its year is not worked out";
 }
 
 TEST_F(HostFilingsTest, TheDocumentOfAnotherCompanyIsRefused) {
