@@ -149,6 +149,8 @@ TEST_F(EveryMember, SurvivesAnEventThatClosesTheControl) {
     const auto functions = functionsOf(3, __uuidof(::_VKRDataEntry));
     const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
     for (const Function& function : functions) {
+        if (function.kind == DISPATCH_PROPERTYGET && function.name != "objCompany")
+            continue; // reading anything else does nothing that could be interrupted
         SCOPED_TRACE(function.name);
         control = library.create<::_VKRDataEntry>(__uuidof(::VKRDataEntry));
         open(company.get());

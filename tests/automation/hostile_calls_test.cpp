@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Calls by name with anything at all: an error code or a skipped statement, and nothing is left.
 #include "record/datum_table.hpp"
+#include "tests/automation/closed_dialogs.hpp"
 #include "tests/automation/control_fixture.hpp"
 #include "tests/automation/scripted_objects.hpp"
 
@@ -196,24 +197,8 @@ TEST_F(HostileCalls, OfTheServicesAreSurvived) {
     throwAt(__uuidof(::StandardLocalizer), 4);
 }
 
-// Whatever asks is answered with no.
-void CALLBACK closeDialogs(HWND, UINT, UINT_PTR, DWORD) {
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM) -> BOOL {
-            wchar_t kind[40] = L"";
-            GetClassNameW(window, kind, 40);
-            if (std::wstring_view(kind) == L"#32770")
-                PostMessageW(window, WM_COMMAND,
-                             IsWindow(GetDlgItem(window, IDNO)) ? IDNO : IDCANCEL, 0);
-            return TRUE;
-        },
-        0);
-}
-
 struct OnShow : Control {
-    UINT_PTR timer = SetTimer(nullptr, 0, 5, closeDialogs);
-    ~OnShow() override { KillTimer(nullptr, timer); }
+    const ClosedDialogs closed;
 };
 
 TEST_F(OnShow, TheContainerHearsOfWhatIsModal) {

@@ -2,7 +2,7 @@
 // operator new and delete of a library that is under test: of some blocks any access behind their
 // end, or after they were freed, ends the program there and then. Each of these ends where a page
 // that nobody may touch begins, and its own page is not to be touched either once it is free. The
-// others come from the heap.
+// others come from the heap. One block that a test chooses is not to be had.
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -116,7 +116,12 @@ class GuardedBlocks {
 
 constinit GuardedBlocks blocks;
 
+std::atomic<long> wanted{0}; // blocks, since a test last said which one fails
+std::atomic<long> failing{0};
+
 void* allocated(std::size_t size, std::size_t alignment) {
+    if (++wanted == failing)
+        return nullptr;
     if (void* const guarded = blocks.take(size, alignment))
         return guarded;
     return _aligned_malloc(size == 0 ? 1 : size, alignment);
@@ -141,6 +146,13 @@ std::size_t bytes(std::align_val_t alignment) {
 }
 
 } // namespace
+
+// The block after so many is not to be had; 0: each of them is. How many there were since then.
+extern "C" __declspec(dllexport) long STDAPICALLTYPE VkrFailBlock(long number) {
+    const long before = wanted.exchange(0);
+    failing = number;
+    return before;
+}
 
 void* operator new(std::size_t size) {
     return needed(size, usual);
