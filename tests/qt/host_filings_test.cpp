@@ -6,6 +6,7 @@
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/support/earlier_company.hpp"
+#include "tests/support/elements.hpp"
 
 #include <QCheckBox>
 #include <QComboBox>
