@@ -22,11 +22,27 @@ COLORREF Palette::plain(Color color) {
     return isSystemColor(color) ? GetSysColor(static_cast<int>(color & 0xFFU)) : color;
 }
 
+namespace {
+
+// A ground of its own says something, such as which cells are required: it stays in high contrast,
+// below letters in black or white.
+bool saysSomething(Color ground) {
+    return !isSystemColor(ground) && ground != colors::white;
+}
+Palette::Pair letteredOn(Color ground) {
+    const bool dark = contrast(colors::white, ground) > contrast(colors::black, ground);
+    return {ground, dark ? colors::white : colors::black};
+}
+
+} // namespace
+
 Palette::Pair Palette::field(const Control& field) const {
     const auto* box = dynamic_cast<const TextBox*>(&field);
     if (box != nullptr && box->highlighted())
         return {GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)};
     const bool enabled = field.isEnabled();
+    if (highContrast_ && enabled && saysSomething(field.backColor()))
+        return letteredOn(field.backColor());
     if (highContrast_)
         return {GetSysColor(COLOR_WINDOW),
                 GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT)};
@@ -40,6 +56,8 @@ Palette::Pair Palette::field(const Control& field) const {
 
 Palette::Pair Palette::surface(const Control& control) const {
     const bool enabled = control.isEnabled();
+    if (highContrast_ && enabled && saysSomething(control.backColor()))
+        return letteredOn(control.backColor());
     const int text = enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT;
     // Black on the system colour is whatever is readable on this desktop.
     const bool own = !isSystemColor(control.backColor()) || control.foreColor() != colors::black;

@@ -9,7 +9,7 @@
 namespace vkr {
 
 // The colours of the models as this desktop shows them. Where it asks for high contrast its own
-// colours take their place.
+// colours take their place, but for shades that say something.
 class Palette {
   public:
     Palette() { follow(); }

@@ -121,6 +121,47 @@ TEST_F(SystemColors, InHighContrastFieldsAndMarksHaveThemToo) {
     EXPECT_GT(std::ranges::count(pixels(window("txtName")), gray), 3);
 }
 
+// The legend would promise a shade that no cell has.
+TEST_F(SystemColors, InHighContrastAShadeThatSaysSomethingStays) {
+    host_.entry().put_CurrentTab(toYearly);
+    host_.pump();
+    const DarkColors dark;
+    host_.form().palette().follow(true);
+    RedrawWindow(host_.form().window(), nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    host_.pump();
+    int shaded = 0;
+    int plain = 0;
+    for (int row = 0; row < 10; ++row) {
+        const std::string name = "txtSales(" + std::to_string(row) + ")";
+        const Color ground = host_.entry().form().get<TextField>("txtSales", row).backColor();
+        const auto seen = pixels(window(name));
+        const bool isShaded = ground != colors::white;
+        (isShaded ? shaded : plain) += 1;
+        EXPECT_GT(share(seen, isShaded ? static_cast<COLORREF>(ground) : field), 50) << name;
+        EXPECT_GT(std::ranges::count(seen, isShaded ? static_cast<COLORREF>(colors::black) : text),
+                  3)
+            << name;
+    }
+    EXPECT_GT(shaded, 0);
+    EXPECT_GT(plain, 0);
+    host_.entry().put_CurrentTab(toQuarterly);
+    host_.pump();
+    int labels = 0;
+    for (const auto& control : host_.entry().form().controls()) {
+        if (control->kind() != ControlKind::label || control->caption().empty() ||
+            isSystemColor(control->backColor()))
+            continue;
+        const HWND shown = host_.form().windowOf(*control);
+        if (shown == nullptr || IsWindowVisible(shown) == FALSE)
+            continue;
+        ++labels;
+        EXPECT_GT(share(pixels(shown), static_cast<COLORREF>(control->backColor())), 50)
+            << control->id();
+    }
+    EXPECT_EQ(labels, 1); // of the quarter that ends the fiscal year
+}
+
 std::set<HWND> told;
 
 LRESULT CALLBACK note(int code, WPARAM wParam, LPARAM lParam) {
