@@ -3,6 +3,7 @@
 #include "company/company_csv.hpp"
 #include "company/kept_figures.hpp"
 #include "company/split.hpp"
+#include "input/date_pattern.hpp"
 #include "source_folder.hpp"
 #include "tests/support/change_lists.hpp"
 #include "tests/support/elements.hpp"
@@ -451,6 +452,16 @@ constexpr QuietDeed quietDeeds[] = {
     {"looks back",
      [](EntryScene& scene) {
          test::show(scene, "spnQuarter"), scene.desktop.spin("spnQuarter", -3);
+     }},
+    {"goes on by a quarter",
+     [](EntryScene& scene) {
+         test::show(scene, "spnQuarter");
+         scene.desktop.spin("spnQuarter", 1);
+     }},
+    {"types the next last quarter",
+     [](EntryScene& scene) {
+         const Date next = addQuarters(scene.entry->get_objCompany()->get_LastQDate(), 1);
+         test::typeOver(scene, "txtLastQDate", formatDate(next, "MM/DD/YYYY"));
      }},
     {"in thousands", [](EntryScene& scene) { test::goTo(scene, "optCurrency(0)"); }},
     {"in billions", [](EntryScene& scene) { test::goTo(scene, "optCurrency(2)"); }},
