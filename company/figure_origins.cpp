@@ -233,6 +233,14 @@ void FigureOrigins::shift(const ChangeGroup& group, const Change& change) {
     });
 }
 
+// What an import brings takes the place of nothing that a person may have typed, be it by what
+// follows from it.
+bool FigureOrigins::isSafeFrom(const Change& change, std::size_t place) const {
+    const auto& held = kinds_[places_[place]].origin;
+    return change.origin == Origin::imported &&
+           (!held || held == Origin::typed || held == Origin::pasted);
+}
+
 void FigureOrigins::outdate(std::size_t place) {
     FigureOrigin outdated = kinds_[places_[place]];
     outdated.isOutdated = true;
@@ -249,7 +257,8 @@ void FigureOrigins::outdateWhatFollowsFrom(const ChangeGroup& group, const Chang
             forEachElement(change, [&](std::optional<int> element, const Variant& before,
                                        const Variant& after) {
                 if (const auto place = placeOf(rule.derived, element);
-                    place && before != after && !isSameTotal(group, rule.derived, element))
+                    place && before != after && !isSafeFrom(change, *place) &&
+                    !isSameTotal(group, rule.derived, element))
                     outdate(*place);
             });
     }

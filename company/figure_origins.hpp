@@ -41,7 +41,7 @@ class FigureOrigins {
 
     // Whether a worked-out value may take the place of what is there: not that of a figure which
     // came from elsewhere, or nobody knows from where, unless what it follows from has changed
-    // since.
+    // since; one of a series that a person may have typed stays beside what an import has changed.
     [[nodiscard]] bool mayDerive(Datum datum, std::optional<int> element) const;
 
     // Plain text, a line for each origin; reading it gives the same origins. What can't be read is
@@ -56,6 +56,7 @@ class FigureOrigins {
     [[nodiscard]] Kind kindOf(const FigureOrigin& origin);
     void shift(const ChangeGroup& group, const Change& change);
     void outdateWhatFollowsFrom(const ChangeGroup& group, const Change& change);
+    [[nodiscard]] bool isSafeFrom(const Change& change, std::size_t place) const;
     void outdate(std::size_t place);
     void putEach(const Change& change);
 

@@ -377,6 +377,25 @@ TEST_F(KeptWhileEdited, ATypedTrailingSumKeepsItsDoubtWhileItStays) {
     EXPECT_EQ(scene.field("txtLast4QEPS").mark(), FieldMark());
 }
 
+// An import takes the place of nothing that was typed, be it by what follows from it.
+TEST_F(KeptWhileEdited, ATypedRateStaysBesideImportedIncomes) {
+    const std::vector<DatumChange> incomes = {{Datum::YPTISeries, year, 10279.3, 11000.0},
+                                              {Datum::YNetIncSeries, year, 8000.0, 8250.0}};
+    for (const auto& [came, wanted] :
+         {std::pair(std::optional(Origin::typed), 18.1),
+          std::pair(std::optional(Origin::pasted), 18.1), std::pair(std::optional<Origin>(), 18.1),
+          std::pair(std::optional(Origin::imported), 25.0)}) {
+        opened.put(Datum::YTaxRateSeries, year, {came, "", false});
+        ASSERT_EQ(scene.entry->changeRecord(incomes, {Origin::imported, "Import", "0002"}),
+                  std::nullopt);
+        commit();
+        EXPECT_DOUBLE_EQ(rate(), wanted);
+        while (journal->canUndo())
+            ASSERT_EQ(journal->undo(), std::nullopt);
+        scene.entry->recordChanged();
+    }
+}
+
 // A figure that is pasted with what it follows from is as good as one that is pasted alone.
 TEST_F(KeptWhileEdited, ABlockKeepsItsOwnSum) {
     const std::vector<DatumChange> both = {{Datum::QEPSSeries, 2, 1.0, 1.25},
