@@ -40,6 +40,14 @@ int BlockPlacing::leftOut() const {
 
 // --- what the block is made of -------------------------------------------------------------------
 
+const std::string& BlockPlacing::cellIn(bool across, std::size_t line, std::size_t at) const {
+    return across ? cells_[line][at] : cells_[at][line];
+}
+
+const std::string& BlockPlacing::headOf(std::size_t period) const {
+    return cellIn(heading_->across, heading_->across ? firstRow_ : firstColumn_, period);
+}
+
 BlockPlacing::Line BlockPlacing::line(bool across, std::size_t index) const {
     if (across)
         return cells_[index];
@@ -226,11 +234,10 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
         cell.row = placeIn(grid_.row, switches_.reversed ? periods - 1 - step : step);
     }
     if (cell.column < 0) {
-        const Line heads = line(!across, across ? 0 : firstRow_ - 1);
-        cell.comments.push_back({BlockRemark::noSuchColumn, heads[series]});
+        cell.comments.push_back(
+            {BlockRemark::noSuchColumn, cellIn(!across, across ? 0 : firstRow_ - 1, series)});
     } else if (cell.row < 0) {
-        const Line heads = line(heading_->across, heading_->across ? firstRow_ : firstColumn_);
-        cell.comments.push_back({BlockRemark::noSuchPeriod, heads[period]});
+        cell.comments.push_back({BlockRemark::noSuchPeriod, headOf(period)});
     } else {
         const bool inGrid = cell.column < static_cast<int>(grid_.columns.size()) &&
                             cell.row < static_cast<int>(grid_.rows.size());
@@ -243,10 +250,8 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
     if (!cell.comments.empty()) {
         cell.column = -1;
         cell.row = -1;
-    } else if (headed != 0) {
-        const Line heads = line(across, across ? firstRow_ : firstColumn_);
-        if (!isNameOf(heads[period], cell.row))
-            cell.named = heads[period];
+    } else if (headed != 0 && !isNameOf(headOf(period), cell.row)) {
+        cell.named = headOf(period);
     }
     return cell;
 }

@@ -179,6 +179,9 @@ class BlockPlacing {
     [[nodiscard]] std::size_t height() const { return cells_.size(); }
     [[nodiscard]] std::size_t width() const { return cells_.empty() ? 0 : cells_.front().size(); }
     [[nodiscard]] Line line(bool across, std::size_t index) const;
+    // A cell of the line; across: a row of the block, else a column.
+    [[nodiscard]] const std::string& cellIn(bool across, std::size_t line, std::size_t at) const;
+    [[nodiscard]] const std::string& headOf(std::size_t period) const; // there is a heading
     [[nodiscard]] bool isTitle(const Line& line, std::size_t from) const;
     void joinSigns();
     void peelTitles();

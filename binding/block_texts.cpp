@@ -3,6 +3,7 @@
 
 #include "input/block_figure.hpp"
 #include "input/mdlKMTMisc_values.hpp"
+#include "input/text_signs.hpp"
 #include "platform/ascii.hpp"
 #include "platform/text.hpp"
 
@@ -14,7 +15,7 @@
 namespace vkr {
 
 bool isBlank(std::string_view text) {
-    return readCell(text, NumericKind::PlainNumber, 0, {}).kind == CellKind::empty;
+    return withoutBlanks(text).empty();
 }
 
 bool isNoFigure(std::string_view text) {

@@ -220,8 +220,9 @@ std::string leftOutOfFraction(std::string_view text, std::string_view fraction,
         return std::string(withoutBlanks(text));
     }
     constexpr std::size_t longest = 64; // far beyond any price
-    for (auto end = std::min(text.size(), longest); end > 0 && !taken.empty(); --end)
-        if (wholePrice(text.substr(0, end)) == taken)
+    const bool mayBePrice = !taken.empty() && !isAsciiLetter(text.front());
+    for (auto end = mayBePrice ? std::min(text.size(), longest) : 0; end > 0; --end)
+        if (!isAsciiLetter(text[end - 1]) && wholePrice(text.substr(0, end)) == taken)
             return std::string(withoutBlanks(text.substr(end)));
     return std::string(withoutBlanks(text));
 }
