@@ -240,7 +240,6 @@ class DataEntryControl final : public DataEntryBase {
 
     ContainerSite site_;
     int busy_ = 0;
-    bool abandoned_ = false; // nobody holds it any more, and it waits to be destroyed
     Events events_;
     ContainerServices services_;
     FormFace face_;

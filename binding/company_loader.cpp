@@ -100,8 +100,8 @@ Variant preTaxIncomeOf(double netIncome, double taxRate) {
 // the hidden figure to the shown one: a pair that agrees stays as it was typed.
 struct DerivedSeries {
     Datum hidden;
-    Datum first;
-    Datum second;
+    Datum one;
+    Datum other;
     Derive derive;
     Derive back;
     bool (*wanted)(const EntryContext&);
@@ -140,16 +140,16 @@ bool agree(double one, double other) {
 }
 
 void derive(iVKR_Company& company, const DerivedSeries& rule) {
-    const Variant first = readSeries(company, rule.first);
-    const Variant second = readSeries(company, rule.second);
+    const Variant ones = readSeries(company, rule.one);
+    const Variant others = readSeries(company, rule.other);
     Variant hidden = readSeries(company, rule.hidden);
     VariantArray& figures = hidden.array();
-    const int lower = std::max({figures.lower(), first.array().lower(), second.array().lower()});
-    const int upper = std::min({figures.upper(), first.array().upper(), second.array().upper()});
+    const int lower = std::max({figures.lower(), ones.array().lower(), others.array().lower()});
+    const int upper = std::min({figures.upper(), ones.array().upper(), others.array().upper()});
     for (std::int64_t next = lower; next <= upper; ++next) { // the bounds may be the ends of int
         const int i = static_cast<int>(next);
-        const double one = first.array().number(i);
-        const double other = second.array().number(i);
+        const double one = ones.array().number(i);
+        const double other = others.array().number(i);
         if (one > 0 && other > 0 && std::isfinite(one) && std::isfinite(other))
             ifPossible([&] {
                 const double held = figures.number(i);

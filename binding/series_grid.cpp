@@ -28,13 +28,13 @@ void SeriesGrid::collectCells() {
 const GridSeries& SeriesGrid::seriesOf(const GridColumn& column) const {
     switch (column.choice) {
     case ColumnChoice::income:
-        return context_.incomeRow == IncomeRow::preTaxIncome ? column.first : *column.second;
+        return context_.incomeRow == IncomeRow::preTaxIncome ? column.usual : *column.alternative;
     case ColumnChoice::equity:
-        return context_.equityRow == EquityRow::commonEquity ? column.first : *column.second;
+        return context_.equityRow == EquityRow::commonEquity ? column.usual : *column.alternative;
     case ColumnChoice::none:
         break;
     }
-    return column.first;
+    return column.usual;
 }
 
 std::optional<SeriesGrid::Cell> SeriesGrid::find(const Control& control) const {
@@ -126,7 +126,8 @@ void SeriesGrid::showNotes() {
 TextBox* SeriesGrid::cellOf(Datum series, int element) const {
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         const GridColumn& shown = columns_[column];
-        if (shown.first.series != series && (!shown.second || shown.second->series != series))
+        if (shown.usual.series != series &&
+            (!shown.alternative || shown.alternative->series != series))
             continue;
         for (std::size_t row = 0; row < cells_[column].size(); ++row)
             if (elementOf(static_cast<int>(row)) == element)

@@ -94,7 +94,7 @@ class SeriesGrid {
     // one of its column.
     struct WayBack {
         ColumnChoice choice;
-        bool second; // of the pair
+        PairRow row;
         TextBox* cell;
     };
     [[nodiscard]] std::optional<WayBack> wayBackTo(const FigurePlace& place) const;
@@ -148,9 +148,9 @@ class SeriesGrid {
     template <typename Act>
     void forEachSeries(Act&& act) const {
         for (const auto& column : columns_) {
-            act(column.first);
-            if (column.second)
-                act(*column.second);
+            act(column.usual);
+            if (column.alternative)
+                act(*column.alternative);
         }
     }
     // Moves all series of the record by a number of periods; what comes in is 0. A series that the

@@ -12,9 +12,9 @@ namespace vkr {
 namespace {
 
 const GridSeries* seriesIn(const GridColumn& column, Datum series) {
-    return column.first.series == series                      ? &column.first
-           : column.second && column.second->series == series ? &*column.second
-                                                              : nullptr;
+    return column.usual.series == series                                ? &column.usual
+           : column.alternative && column.alternative->series == series ? &*column.alternative
+                                                                        : nullptr;
 }
 
 } // namespace
@@ -170,7 +170,7 @@ std::string SeriesGrid::nameOf(const FigurePlace& place) const {
         return {};
     const GridColumn& description = columns_[static_cast<std::size_t>(*column)];
     const GridSeries& series = *seriesIn(description, place.datum);
-    const bool rate = description.choice == ColumnChoice::income && &series != &description.first;
+    const bool rate = description.choice == ColumnChoice::income && &series != &description.usual;
     const std::string unit = series.isScaled() ? " " + context_.unitText()
                              : rate            ? " " + context_.text(text_number::unitPercent)
                                                : std::string();
@@ -185,7 +185,8 @@ std::optional<SeriesGrid::WayBack> SeriesGrid::wayBackTo(const FigurePlace& plac
     const auto apart = [&](const TextBox* cell) {
         return std::abs(elementOf(cell->index()).value_or(0) - *place.element);
     };
-    return WayBack{description.choice, description.first.series != place.datum,
+    return WayBack{description.choice,
+                   description.usual.series == place.datum ? PairRow::usual : PairRow::alternative,
                    *std::ranges::min_element(cells(*column), {}, apart)};
 }
 

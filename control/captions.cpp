@@ -69,13 +69,13 @@ void Captions::followOptions() {
     const auto& incomes = optionColumn(yearlyColumns(), ColumnChoice::income);
     const std::string income =
         context_.incomeRow == IncomeRow::preTaxIncome
-            ? caption(incomes.first)
-            : caption(*incomes.second) + " " + context_.text(text_number::unitPercent);
+            ? caption(incomes.usual)
+            : caption(*incomes.alternative) + " " + context_.text(text_number::unitPercent);
     context_[controls::yearlyIncomeHead].setCaption(income);
     context_[controls::quarterlyIncomeHead].setCaption(income);
     const auto& equities = optionColumn(yearlyColumns(), ColumnChoice::equity);
-    context_[controls::yearlyEquityHead].setCaption(
-        caption(context_.equityRow == EquityRow::commonEquity ? equities.first : *equities.second));
+    context_[controls::yearlyEquityHead].setCaption(caption(
+        context_.equityRow == EquityRow::commonEquity ? equities.usual : *equities.alternative));
 }
 
 void Captions::showCurrency() {

@@ -30,7 +30,8 @@ constexpr Extras extras[] = {
 
 bool isIn(std::span<const GridColumn> columns, DataEntryObject object) {
     return std::ranges::any_of(columns, [&](const GridColumn& column) {
-        return column.first.object == object || (column.second && column.second->object == object);
+        return column.usual.object == object ||
+               (column.alternative && column.alternative->object == object);
     });
 }
 

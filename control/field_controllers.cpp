@@ -14,10 +14,8 @@ const KeyFilter* filterOf(const FieldRow& row) {
     return row.filtered ? &row.filter : nullptr;
 }
 
-int noteOf(bool price, bool minus) {
-    return price   ? text_number::notePrice
-           : minus ? text_number::noteFigure
-                   : text_number::notePositive;
+int noteOfFigure(bool minus) {
+    return minus ? text_number::noteFigure : text_number::notePositive;
 }
 
 } // namespace
@@ -84,7 +82,8 @@ CompanyFieldController::CompanyFieldController(EntryContext& context, CompanyFie
 std::optional<int> CompanyFieldController::takes(const TextField& /*field*/) const {
     if (row_.filter.freeText)
         return std::nullopt;
-    return noteOf(row_.kind == FieldKind::price, row_.filter.allowNegative);
+    return row_.kind == FieldKind::price ? text_number::notePrice
+                                         : noteOfFigure(row_.filter.allowNegative);
 }
 
 std::optional<Datum> CompanyFieldController::date() const {
@@ -104,7 +103,7 @@ bool CellController::press(TextField& field, char32_t& character) {
 
 std::optional<int> CellController::takes(const TextField& field) const {
     const auto& column = grid_.columns()[static_cast<std::size_t>(cellOf(field).column)];
-    return noteOf(column.price, column.negatives);
+    return column.price ? text_number::notePrice : noteOfFigure(column.negatives);
 }
 
 // --- year and dates ------------------------------------------------------------------------------

@@ -54,10 +54,10 @@ void Options::chooseCommonEquity(bool commonEquity) {
         return;
     context_.equityRow = row;
     captions_.followOptions();
-    if (context_.company != nullptr)
+    if (context_.company != nullptr) {
         yearly_.showChoice(ColumnChoice::equity);
-    if (context_.company != nullptr)
         noteChoice(context_, setting::bookValue);
+    }
     context_.markChanged();
 }
 
@@ -88,17 +88,17 @@ void Options::chooseShade(int button) {
     context_.markChanged();
 }
 
-void Options::showRow(ColumnChoice pair, bool second) {
+void Options::showRow(ColumnChoice pair, PairRow row) {
     const auto& options =
         pair == ColumnChoice::income ? controls::incomeOption : controls::equityOption;
-    auto& option = context_[options[second ? 1 : 0]];
+    auto& option = context_[options[row == PairRow::alternative ? 1 : 0]];
     option.setValue(true);
     clickOption(option, *this);
 }
 
 void Options::showStatedRates() {
-    showRow(ColumnChoice::income, true);
-    showRow(ColumnChoice::equity, true);
+    showRow(ColumnChoice::income, PairRow::alternative);
+    showRow(ColumnChoice::equity, PairRow::alternative);
 }
 
 void Options::showPairs() {

@@ -24,7 +24,7 @@ class Options final : public OptionsHost {
     void chooseShade(int button) override;
 
     // The row of a pair comes on show, as if it were chosen.
-    void showRow(ColumnChoice pair, bool second);
+    void showRow(ColumnChoice pair, PairRow row);
     // Tax rate and book value, which the chosen source of the data states, come on show.
     void showStatedRates();
     void showPairs(); // which rows a company that was loaded wants

@@ -125,7 +125,7 @@ void RightClickMenu::takeLastQuarterDate() {
 }
 
 void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
-    if (intCommand >= mcCopyCells && intCommand <= mcTakePrevious) {
+    if (isOfCells(intCommand)) {
         host_.carryOut(static_cast<MenuCommand>(intCommand));
         return;
     }

@@ -118,7 +118,7 @@ void VKRDataEntry::Impl::showField(std::string_view id) {
             if (!way)
                 return;
             if (way->choice != ColumnChoice::none)
-                options.showRow(way->choice, way->second);
+                options.showRow(way->choice, way->row);
             pages.showField(way->cell->id());
             return;
         }

@@ -24,13 +24,6 @@ QAbstractButton* makeButton(ControlView& view, const Control& control, QWidget& 
     }
 }
 
-bool isChosen(const Control& control) {
-    if (const auto* option = dynamic_cast<const OptionButton*>(&control))
-        return option->value();
-    const auto* box = dynamic_cast<const CheckBox*>(&control);
-    return box != nullptr && box->value();
-}
-
 } // namespace
 
 ButtonView::ButtonView(ViewHost& host, Control& control, QWidget& parent)

@@ -155,13 +155,7 @@ void ComboView::offerEntries() {
 }
 
 bool ComboView::wheel(int steps) {
-    if (list().locked())
-        return false;
-    const int last = static_cast<int>(list().list().size()) - 1;
-    const int target = std::clamp(list().listIndex() + steps, 0, std::max(0, last));
-    if (target <= last && target != list().listIndex())
-        form().userPick(list(), target);
-    return true;
+    return form().userTurn(list(), steps);
 }
 
 void ComboView::press(QMouseEvent& event, QWidget& source, NativeEvent native) {

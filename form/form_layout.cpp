@@ -141,9 +141,9 @@ constexpr ControlRow headOf(const GridColumn& column, const GridPlace& grid, boo
             .in = grid.headIn,
             .at = {grid.heads.left + column.left, grid.heads.top + (underGroup ? groupHeight : 0)},
             .size = {column.width - grid.gap, underGroup ? labelHeight : grid.headHeight},
-            .caption = fixed ? column.first.name : 0,
-            .startCaption = fixed ? 0 : column.first.name,
-            .design = column.first.name == 0 ? column.first.nameWithoutNumber : column.design,
+            .caption = fixed ? column.usual.name : 0,
+            .startCaption = fixed ? 0 : column.usual.name,
+            .design = column.usual.name == 0 ? column.usual.nameWithoutNumber : column.design,
             .alignment = Alignment::center};
 }
 
@@ -345,10 +345,10 @@ int helpNumberOf(DataEntryObject object) {
             return row.help;
     for (const auto columns : {yearlyColumns(), quarterlyColumns()})
         for (const auto& column : columns) {
-            if (column.first.object == object)
-                return column.first.help;
-            if (column.second && column.second->object == object)
-                return column.second->help;
+            if (column.usual.object == object)
+                return column.usual.help;
+            if (column.alternative && column.alternative->object == object)
+                return column.alternative->help;
         }
     return 0;
 }

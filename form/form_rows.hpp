@@ -150,6 +150,8 @@ struct GridSeries {
 
 // A column whose figure the Options tab chooses shows `first` or `second`.
 enum class ColumnChoice { none, income, equity };
+// Which member of a pair is on show.
+enum class PairRow { usual, alternative };
 
 // A head above a column and the next one.
 struct ColumnGroup {
@@ -173,8 +175,8 @@ struct GridColumn {
     std::optional<std::string_view> design{}; // of the head
     std::optional<ColumnGroup> group{};
     std::optional<CurrencySign> sign{};
-    GridSeries first{};
-    std::optional<GridSeries> second{};
+    GridSeries usual{};
+    std::optional<GridSeries> alternative{}; // of a pair, for its other choice
     ColumnChoice choice = ColumnChoice::none;
     bool negatives = false;    // typed with a minus, and shown; else they are an empty cell
     bool price = false;        // shown in decimals or eighths

@@ -72,21 +72,21 @@ inline constexpr GridColumn columns[] = {
      .width = 1440,
      .head = unitLabel[7],
      .sign = CurrencySign{controls::quarterlyCurrency[0], 1290},
-     .first = {.series = Datum::QRevenueSeries, .object = doQRevenue, .name = 521, .help = 131}},
+     .usual = {.series = Datum::QRevenueSeries, .object = doQRevenue, .name = 521, .help = 131}},
     {.cells = controls::quarterlyEarnings,
      .left = 3180,
      .width = 1200,
      .head = label[33],
      .sign = CurrencySign{controls::quarterlyCurrency[1], 2970},
-     .first = {.series = Datum::QEPSSeries, .object = doQEPS, .name = 531, .help = 132},
+     .usual = {.series = Datum::QEPSSeries, .object = doQEPS, .name = 531, .help = 132},
      .negatives = true,
      .loadedInUnit = true},
     {.cells = {"txtQOption"},
      .left = 4440,
      .width = 1440,
      .head = controls::quarterlyIncomeHead,
-     .first = {.series = Datum::QPTISeries, .object = doQPTI, .name = 554, .help = 133},
-     .second =
+     .usual = {.series = Datum::QPTISeries, .object = doQPTI, .name = 554, .help = 133},
+     .alternative =
          GridSeries{
              .series = Datum::QTaxRateSeries, .object = doQTaxRate, .name = 555, .help = 134},
      .choice = ColumnChoice::income,
@@ -96,7 +96,7 @@ inline constexpr GridColumn columns[] = {
      .width = 1440,
      .head = unitLabel[8],
      .sign = CurrencySign{controls::quarterlyCurrency[2], 5880, 180},
-     .first = {.series = Datum::QNetIncSeries, .object = doQNetInc, .name = 532, .help = 135},
+     .usual = {.series = Datum::QNetIncSeries, .object = doQNetInc, .name = 532, .help = 135},
      .negatives = true},
 };
 

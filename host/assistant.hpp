@@ -38,7 +38,9 @@ class Assistant : public QDialog {
     // text on screen, `element` the period that is asked about, if any.
     void tell(int object, const QString& shown, std::optional<int> element,
               const QString& dateFormat, const NumberMarks& marks = {});
-    [[nodiscard]] int object() const { return topic_ == nullptr ? -1 : topic_->object; }
+    [[nodiscard]] int object() const { // -1: none yet
+        return topic_ != nullptr && topic_->object ? *topic_->object : -1;
+    }
 
   signals:
     void helpAsked(int page);

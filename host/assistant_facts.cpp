@@ -220,8 +220,8 @@ QString storedText(const AssistantTopic& topic, const iVKR_Company& company,
     if (!topic.datum) {
         if (topic.unit == nothing)
             return QString();
-        return topic.unit == choice ? choiceText(topic.object, company)
-                                    : numberWithUnit(derived(topic.object, company), topic.unit);
+        return topic.unit == choice ? choiceText(*topic.object, company)
+                                    : numberWithUnit(derived(*topic.object, company), topic.unit);
     }
     switch (topic.unit) {
     case text:
@@ -283,8 +283,9 @@ std::optional<int> focusedElement(const Form& form, int object, const iVKR_Compa
     if (control == nullptr || control->index() == Control::noIndex)
         return std::nullopt;
     const auto holds = [&](const GridColumn& column) {
-        return column.cells.holds(*control) && (column.first.object == object ||
-                                                (column.second && column.second->object == object));
+        return column.cells.holds(*control) &&
+               (column.usual.object == object ||
+                (column.alternative && column.alternative->object == object));
     };
     if (std::ranges::any_of(yearlyColumns(), holds))
         return YearlyGrid::rows - 1 - control->index();

@@ -2,6 +2,8 @@
 #include "host/assistant_topics.hpp"
 
 #include "host/help_pages.hpp"
+#include "host/texts.hpp"
+#include "record/datum_titles.hpp"
 
 #include <algorithm>
 
@@ -115,6 +117,21 @@ constexpr bool isInOrder() {
 }
 static_assert(isInOrder());
 
+FigureUnit figureUnitOf(Datum datum) {
+    switch (unitOf(datum)) {
+    case DatumUnit::money:
+        return money;
+    case DatumUnit::perShare:
+        return perShare;
+    case DatumUnit::percent:
+        return percent;
+    case DatumUnit::shares:
+        return shares;
+    default:
+        return text;
+    }
+}
+
 } // namespace
 
 std::span<const AssistantTopic> assistantTopics() {
@@ -126,16 +143,18 @@ const AssistantTopic* assistantTopic(int object) {
                                                       : nullptr;
 }
 
-const AssistantTopic& topicOf(Datum datum) {
+AssistantTopic topicOf(Datum datum) {
     if (datum == Datum::CommDivAlternate) // these two are shown by the field of another datum
         datum = Datum::CommDiv;
     else if (datum == Datum::LastQDateForGrid)
         datum = Datum::LastQDate;
-    return *std::ranges::find(topics, std::optional(datum), &AssistantTopic::datum);
+    const auto* topic = std::ranges::find(topics, std::optional(datum), &AssistantTopic::datum);
+    return topic != topics.end() ? *topic : AssistantTopic{{}, figureUnitOf(datum), datum, {}, {}};
 }
 
 QString helpTitleOf(const AssistantTopic& topic) {
-    return helpPage(helpObjectBase + topic.object)->title;
+    return topic.object ? helpPage(helpObjectBase + *topic.object)->title
+                        : fromUtf8(fullTitleOf(*topic.datum));
 }
 
 } // namespace vkr

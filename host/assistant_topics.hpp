@@ -27,7 +27,7 @@ enum class FigureUnit {
 
 // Where a record keeps what an object on screen shows, and which histories tell about it.
 struct AssistantTopic {
-    DataEntryObject object;
+    std::optional<DataEntryObject> object;
     FigureUnit unit;
     std::optional<Datum> datum; // none: kept elsewhere, or worked out
     std::array<std::optional<Datum>, 2> yearly;
@@ -38,8 +38,8 @@ struct AssistantTopic {
 [[nodiscard]] std::span<const AssistantTopic> assistantTopics();
 // Null where there is no such object.
 [[nodiscard]] const AssistantTopic* assistantTopic(int object);
-// The first object that shows the datum; there has to be one.
-[[nodiscard]] const AssistantTopic& topicOf(Datum datum);
+// That of the first object that shows the datum. Where none does it has no object.
+[[nodiscard]] AssistantTopic topicOf(Datum datum);
 // What the help calls the object.
 [[nodiscard]] QString helpTitleOf(const AssistantTopic& topic);
 

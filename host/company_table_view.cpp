@@ -161,11 +161,13 @@ QList<qint64> CompanyTableView::chosenIds() const {
     return ids;
 }
 
-void CompanyTableView::goToEnd(bool last, bool extends) {
+void CompanyTableView::goTo(End end, Choosing choosing) {
     if (companies_->rowCount() == 0)
         return;
-    const QModelIndex target = companies_->index(last ? companies_->rowCount() - 1 : 0, 0);
-    const int from = extends ? std::max(currentIndex().row(), 0) : target.row();
+    const QModelIndex target =
+        companies_->index(end == End::last ? companies_->rowCount() - 1 : 0, 0);
+    const int from =
+        choosing == Choosing::upToIt ? std::max(currentIndex().row(), 0) : target.row();
     const auto [first, final] = std::minmax({from, target.row()});
     const QItemSelection rows(companies_->index(first, 0), companies_->index(final, 0));
     QItemSelectionModel* chosenRows = selectionModel();
@@ -185,7 +187,8 @@ void CompanyTableView::keyPressEvent(QKeyEvent* key) {
     const auto held = key->modifiers() & ~Qt::KeypadModifier;
     if ((key->key() == Qt::Key_Home || key->key() == Qt::Key_End) &&
         (held == Qt::NoModifier || held == Qt::ShiftModifier)) {
-        goToEnd(key->key() == Qt::Key_End, held == Qt::ShiftModifier);
+        goTo(key->key() == Qt::Key_End ? End::last : End::first,
+             held == Qt::ShiftModifier ? Choosing::upToIt : Choosing::alone);
         return;
     }
     const QString text = key->text();

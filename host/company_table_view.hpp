@@ -31,8 +31,9 @@ class CompanyTableView : public QTableView {
   private:
     void buildColumns();
     [[nodiscard]] double characterWidth() const;
-    // First or last company; with `extends` all between them and the current one are chosen, too.
-    void goToEnd(bool last, bool extends);
+    enum class End { first, last };
+    enum class Choosing { alone, upToIt }; // with all between it and the current company
+    void goTo(End end, Choosing choosing);
     void rememberChosen();
     void recallChosen();
 

@@ -170,6 +170,7 @@ void CompanyWindow::startFrom(const CompanyRecord& stored) {
     showModified();
     originMarks_->showLater();
     keepSilenced();
+    checkInvariants();
 }
 
 void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {

@@ -32,6 +32,13 @@ struct OfferedLists {
 // One company in a window of its own. It edits a copy of the record, which leaves the window only
 // by being saved: OK saves and closes, Ctrl+S saves and goes on, Cancel and closing ask before
 // changes are discarded. Whatever can't be saved stays on screen.
+//
+// What may be true together: the form edits the record through the journal, which has each step
+// since it was opened; what of them is not saved is on the disk as well, until changes are given
+// up. The history and what is called right are those of the company with the id, so a new company
+// has neither. A beginning is there only for a company that was made of another one and is not
+// known to be saved. Once changes are given up nothing is kept on the disk, and closing asks no
+// more.
 class CompanyWindow : public QMainWindow {
     Q_OBJECT
   public:
@@ -123,6 +130,7 @@ class CompanyWindow : public QMainWindow {
     Conflict settle(const StoreConflict& conflict, const QString& message);
     void becomeNew(); // to be saved as another company
     bool takeTheirs();
+    void checkInvariants() const;
 
     CompanyStore& store_;
     VKRDataEntryWidget* entry_;

@@ -14,6 +14,8 @@
 #include <QMenuBar>
 #include <QPointer>
 
+#include <cassert>
+
 namespace vkr {
 
 namespace {
@@ -189,6 +191,7 @@ void CompanyWindow::keepAsNew() {
         keep([&step](UnsavedChanges& unsaved) { return unsaved.add(step); });
     if (others != nullptr && !toldOfKeeping_)
         others->remove();
+    checkInvariants();
 }
 
 std::vector<ChangeGroup> CompanyWindow::unsavedSteps() const {
@@ -238,6 +241,15 @@ void CompanyWindow::giveUp() {
         keepGivenUp();
     decided_ = true;
     forgetUnsaved();
+    checkInvariants();
+}
+
+void CompanyWindow::checkInvariants() const {
+    assert(record_ != nullptr && journal_ != nullptr && kept_ != nullptr && unchanged_ != nullptr);
+    assert(unsaved_ != nullptr || decided_);
+    assert(unsaved_ != nullptr || !beginning_);
+    assert(history_ == nullptr || id_);
+    assert(!judgedCompany_ || judgedCompany_ == id_);
 }
 
 } // namespace vkr

@@ -58,9 +58,11 @@ std::optional<int> FilingsImport::import(const QString& path,
     }
     const FiledCompany filed = filedFigures(*reading.document);
     const auto review = [&](bool addsYears, bool addsQuarters) {
-        return reviewFilings(filed, *company, {originOf, addsYears, addsQuarters});
+        return reviewFilings(
+            filed, *company,
+            {.originOf = originOf, .addsYears = addsYears, .addsQuarters = addsQuarters});
     };
-    const FilingsReview first = review(true, true);
+    const FilingsReview first = reviewFilings(filed, *company, {.originOf = originOf});
     if (!first.refusal.empty()) {
         tellNothing(path, fromUtf8(first.refusal));
         return std::nullopt;

@@ -102,7 +102,7 @@ HistoryWindow::HistoryWindow(CompanyStore& store, std::int64_t company, const QS
     connect(this, &QDialog::finished, this, [this] { rememberSize(*this, "history"); });
 }
 
-void HistoryWindow::layOut() {
+QLayout* HistoryWindow::filterRow() {
     struct Filter {
         QComboBox* list;
         const char* name;
@@ -121,7 +121,10 @@ void HistoryWindow::layOut() {
         row->addWidget(filter.list);
     }
     row->addStretch();
+    return row;
+}
 
+void HistoryWindow::setUpTree() {
     tree_->setObjectName(QStringLiteral("changes"));
     tree_->setAccessibleName(tr("Changes"));
     tree_->setHeaderLabels(
@@ -131,7 +134,9 @@ void HistoryWindow::layOut() {
     tree_->setAlternatingRowColors(true);
     tree_->setUniformRowHeights(true);
     tree_->header()->setStretchLastSection(true);
+}
 
+QLayout* HistoryWindow::limitRow() {
     auto* kept = new QHBoxLayout;
     extent_->setObjectName(QStringLiteral("extent"));
     kept->addWidget(extent_, 1);
@@ -142,7 +147,11 @@ void HistoryWindow::layOut() {
                           "entry when a company is saved."));
     kept->addWidget(keep);
     kept->addWidget(limit_);
+    return kept;
+}
 
+void HistoryWindow::layOut() {
+    setUpTree();
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     restore_ = buttons->addButton(tr("&Restore This State..."), QDialogButtonBox::ActionRole);
     restore_->setObjectName(QStringLiteral("restore"));
@@ -155,9 +164,9 @@ void HistoryWindow::layOut() {
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* layout = new QVBoxLayout(this);
-    layout->addLayout(row);
+    layout->addLayout(filterRow());
     layout->addWidget(tree_, 1);
-    layout->addLayout(kept);
+    layout->addLayout(limitRow());
     layout->addWidget(buttons);
     QWidget* before = figure_;
     for (QWidget* next :

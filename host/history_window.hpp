@@ -12,6 +12,7 @@
 QT_BEGIN_NAMESPACE
 class QComboBox;
 class QLabel;
+class QLayout;
 class QPushButton;
 class QTreeWidget;
 QT_END_NAMESPACE
@@ -43,6 +44,9 @@ class HistoryWindow : public QDialog {
         QString period; // may be empty
     };
     void layOut();
+    [[nodiscard]] QLayout* filterRow();
+    void setUpTree();
+    [[nodiscard]] QLayout* limitRow();
     void comeToFront();
     bool readChoices(); // tells where the history can't be read
     void fillChoices(const std::vector<HistoryGroup>& all);

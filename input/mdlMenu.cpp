@@ -48,30 +48,36 @@ constexpr FieldEntry fieldEntries[] = {
 struct CellEntry {
     int text; // of years; of quarters the next one where there are two
     MenuCommand command;
-    bool changes;
-    bool hasTwoTexts;
+    bool changes = false;
+    bool hasTwoTexts = false;
 };
 
 constexpr CellEntry cellEntries[] = {
-    {651, mcCopyCells, false, false},    {652, mcCopyCellsWithHeadings, false, false},
-    {653, mcDeleteFigures, true, false}, {654, mcFillDown, true, false},
-    {655, mcTakePrevious, true, true},
+    {.text = 651, .command = mcCopyCells},
+    {.text = 652, .command = mcCopyCellsWithHeadings},
+    {.text = 653, .command = mcDeleteFigures, .changes = true},
+    {.text = 654, .command = mcFillDown, .changes = true},
+    {.text = 655, .command = mcTakePrevious, .changes = true, .hasTwoTexts = true},
 };
 
 struct ExtraEntry {
     MenuExtras extra;
     int text;
     MenuCommand command;
-    bool changesField;
-    bool endsGroup; // a separator follows
+    bool changesField = false;
+    bool endsGroup = false; // a separator follows
 };
 
 constexpr ExtraEntry extraEntries[] = {
-    {meDate, 428, mcPickDate, true, true},
-    {meLastQuarterDate, 421, mcLastQuarterDate, true, true},
-    {meYears, 419, mcAddYear, false, false},
-    {meYears, 420, mcRemoveYear, false, true},
-    {meAssistant, 650, mcAssistant, false, false},
+    {.extra = meDate, .text = 428, .command = mcPickDate, .changesField = true, .endsGroup = true},
+    {.extra = meLastQuarterDate,
+     .text = 421,
+     .command = mcLastQuarterDate,
+     .changesField = true,
+     .endsGroup = true},
+    {.extra = meYears, .text = 419, .command = mcAddYear},
+    {.extra = meYears, .text = 420, .command = mcRemoveYear, .endsGroup = true},
+    {.extra = meAssistant, .text = 650, .command = mcAssistant},
 };
 
 constexpr int helpText = 422;

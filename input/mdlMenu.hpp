@@ -33,6 +33,9 @@ enum MenuCommand : int {
     mcFillDown = 16,
     mcTakePrevious = 17,
 };
+[[nodiscard]] constexpr bool isOfCells(int command) {
+    return command >= mcCopyCells && command <= mcTakePrevious;
+}
 
 // Entries that an object has besides those of its text; to be added up.
 enum MenuExtras : unsigned {

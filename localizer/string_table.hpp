@@ -35,18 +35,7 @@ using StringTable = std::span<const StringRow>;
     return found != rows.end() && found->number == number ? found->text : std::string_view{};
 }
 
-// The English texts:
-//
-//     1, 100 to 163   help texts, a few sentences each; but 108 and 163 are captions
-//     404 to 407      questions before a year is added or removed
-//     412             question before a quarter is added
-//     413 to 422, 428 entries of the right-click menu
-//     500 to 579      captions; "&" stands before the letter to press with Alt
-//     613, 614        captions that differ on the ZX platform
-//     615, 616        warning about a last-quarter date that is not accepted
-//
-// A question is put together with blanks and a carriage return:
-// 404, 407 or 412 + " " + the year or quarter + " " + 405 + "\r" + 406.
+// The English texts. docs/string-numbers.md lists them and says what each range is for.
 [[nodiscard]] StringTable standardStrings();
 
 // The texts in which the ZX platform differs from the standard platform.

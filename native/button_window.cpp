@@ -19,13 +19,6 @@ DWORD styleOf(ControlKind kind) {
     }
 }
 
-bool isChosen(const Control& control) {
-    if (const auto* option = dynamic_cast<const OptionButton*>(&control))
-        return option->value();
-    const auto* box = dynamic_cast<const CheckBox*>(&control);
-    return box != nullptr && box->value();
-}
-
 } // namespace
 
 ButtonWindow::ButtonWindow(ViewHost& host, Control& control, HWND parent)

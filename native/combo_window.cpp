@@ -141,13 +141,7 @@ bool ComboWindow::edit(const MSG& key, int shift) {
 }
 
 bool ComboWindow::wheel(int steps) {
-    if (list().locked())
-        return false;
-    const int last = static_cast<int>(list().list().size()) - 1;
-    const int target = std::clamp(list().listIndex() + steps, 0, std::max(0, last));
-    if (target <= last && target != list().listIndex())
-        form().userPick(list(), target);
-    return true;
+    return form().userTurn(list(), steps);
 }
 
 std::optional<LRESULT> ComboWindow::handleOwn(const Part& part, UINT message, WPARAM wParam,

@@ -126,6 +126,13 @@ void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeCha
         notify(Property::value);
 }
 
+bool isChosen(const Control& control) {
+    if (const auto* option = dynamic_cast<const OptionButton*>(&control))
+        return option->value();
+    const auto* box = dynamic_cast<const CheckBox*>(&control);
+    return box != nullptr && box->value();
+}
+
 const Tab& TabStrip::tab(int index) const {
     return tabs_.at(static_cast<std::size_t>(index - 1));
 }

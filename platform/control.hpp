@@ -220,6 +220,9 @@ class CheckBox : public Control {
     bool value_ = false;
 };
 
+// An option or a check box that is; false for every other control.
+[[nodiscard]] bool isChosen(const Control& control);
+
 enum class Orientation { horizontal, vertical };
 
 class ScrollBar : public Control {

@@ -197,7 +197,7 @@ class Form {
     // What an input method has composed passes the same filter as keys, character by character.
     void commit(std::u32string_view text, NativeEditor& editor);
     // The parts of a stroke.
-    // Key down at the active control: mnemonics, tabbing, the handler, keys of buttons, options
+    // Key down at the active control: mnemonics, the handler, tabbing, keys of buttons, options
     // and lists. False when the key is used up; else key press and the field's own editing follow.
     // `repeated` is a key that is held down; function keys and the Menu key act once a press.
     // Escape brings back what an edited field showed on entry; in any other it is not used.
@@ -229,6 +229,7 @@ class Form {
     void userScroll(ScrollBar& bar, int value);
     void userSpin(Spinner& spinner, int steps);
     bool userPick(ComboBox& list, int index); // false while locked
+    bool userTurn(ComboBox& list, int steps); // so many entries on, not beyond the ends; likewise
     void userSelectTab(TabStrip& strip, int index);
     // Alt and a letter. A letter that a tab and something else share belongs to the tab; of
     // several others the next one in tab order takes the focus and none is pressed.

@@ -135,6 +135,16 @@ bool Form::userPick(ComboBox& list, int index) {
     return true;
 }
 
+bool Form::userTurn(ComboBox& list, int steps) {
+    if (list.locked())
+        return false;
+    const int last = static_cast<int>(list.list().size()) - 1;
+    const int target = std::clamp(list.listIndex() + steps, 0, std::max(0, last));
+    if (target <= last && target != list.listIndex())
+        userPick(list, target);
+    return true;
+}
+
 void Form::userSelectTab(TabStrip& strip, int index) {
     if (strip.isShown() && strip.isEnabled())
         strip.selectTab(index);

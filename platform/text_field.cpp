@@ -19,6 +19,15 @@ void TextField::rewriteText(std::string_view text) {
     showText(text);
 }
 
+bool TextField::putEdit(std::string_view text) {
+    if (text_ == text)
+        return false;
+    keepEntry();
+    text_ = text;
+    settleDoubt();
+    return true;
+}
+
 void TextField::keepEntry() {
     if (entryText_ == nullptr)
         entryText_ = std::make_unique<const std::string>(text_);
@@ -44,12 +53,7 @@ void TextField::showText(std::string_view text) {
 bool TextField::editText(std::string_view text, int selectionStart) {
     if (locked_)
         return false;
-    const bool changed = text_ != text;
-    if (changed)
-        keepEntry();
-    text_ = text;
-    if (changed)
-        settleDoubt();
+    const bool changed = putEdit(text);
     selStart_ = std::clamp(selectionStart, 0, textLength(text_));
     selLength_ = 0;
     if (changed)
@@ -152,12 +156,7 @@ TextField::Edit TextField::taken(std::string_view edited, int caret) const {
 }
 
 void TextField::takeUserEdit(std::string_view text, int start, int length) {
-    const bool changed = text_ != text;
-    if (changed)
-        keepEntry();
-    text_ = text;
-    if (changed)
-        settleDoubt();
+    putEdit(text);
     takeUserSelection(start, length);
     textChanged();
 }

@@ -121,6 +121,7 @@ class TextField : public Control {
     void changeState(const Change& change);
     void showText(std::string_view text);
     void keepEntry();
+    bool putEdit(std::string_view text); // whether it is another text
 
     // Few fields have any of it.
     struct Told {

@@ -174,7 +174,7 @@ void QuarterlyGrid::enter(Cell cell) {
 }
 
 bool QuarterlyGrid::isOfEarnings(Cell cell) const {
-    return columns()[static_cast<std::size_t>(cell.column)].first.series == Datum::QEPSSeries;
+    return columns()[static_cast<std::size_t>(cell.column)].usual.series == Datum::QEPSSeries;
 }
 
 void QuarterlyGrid::followUnit() {

@@ -4,6 +4,7 @@
 #include "record/data_list.hpp"
 #include "record/ivkr_company.hpp"
 
+#include <initializer_list>
 #include <span>
 #include <string_view>
 #include <type_traits>
@@ -16,8 +17,9 @@ namespace vkr {
 enum class Datum { VKR_DATA(VKR_DATUM) };
 #undef VKR_DATUM
 
-#define VKR_DATUM(kind, name, unit, key, place) +1
-inline constexpr int datumCount = VKR_DATA(VKR_DATUM);
+#define VKR_DATUM(kind, name, unit, key, place) Datum::name,
+inline constexpr int datumCount =
+    static_cast<int>(std::initializer_list<Datum>{VKR_DATA(VKR_DATUM)}.size());
 #undef VKR_DATUM
 
 // Whether a datum is of a kind of datum_kind.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "localizer/localizer.hpp"
+#include "localizer/string_table.hpp"
 #include "record/enumerations.hpp"
 #include "tests/support/entry_object_rows.hpp"
 
@@ -15,21 +16,8 @@
 namespace vkr {
 namespace {
 
-struct NumberRange {
-    int first;
-    int last;
-};
-
-constexpr NumberRange usedNumbers[] = {{1, 1},     {100, 163}, {404, 407}, {412, 422}, {428, 428},
-                                       {500, 580}, {613, 616}, {620, 623}, {630, 636}, {640, 642},
-                                       {650, 656}, {669, 678}, {701, 726}, {730, 741}, {745, 771}};
-
 bool isUsed(int number) {
-    for (const NumberRange& range : usedNumbers) {
-        if (number >= range.first && number <= range.last)
-            return true;
-    }
-    return false;
+    return !findString(standardStrings(), number).empty();
 }
 
 bool isBlank(const std::string& text) {
@@ -68,6 +56,8 @@ INSTANTIATE_TEST_SUITE_P(Platforms, LocalizerOfEitherPlatform,
 TEST_P(LocalizerOfEitherPlatform, HasATextForEveryNumberInUseAndForNoOther) {
     for (int number = -1; number <= 1000; ++number)
         EXPECT_EQ(!isBlank(text(number)), isUsed(number)) << number;
+    for (const StringRow& row : zxStrings())
+        EXPECT_TRUE(isUsed(row.number)) << row.number;
     for (const int number : {-32768, 32767, 2147483647})
         EXPECT_EQ(text(number), "") << number;
 }

@@ -75,7 +75,7 @@ TEST_F(YearSpan, AddingNamesTheYearThatLeavesAndKeepsEveryFigureInItsYear) {
             EXPECT_EQ(scene.text(column.cells.name, row).substr(0, 4), label(row))
                 << column.cells.name;
         EXPECT_EQ(scene.text(column.cells.name, 10), "");
-        const Variant series = readSeries(*company, column.first.series);
+        const Variant series = readSeries(*company, column.usual.series);
         EXPECT_EQ(series.array().number(0), 0);
         EXPECT_EQ(series.array().number(1), 2006) << "the year after has become the last one";
         EXPECT_EQ(series.array().number(10), 1997);

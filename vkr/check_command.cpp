@@ -24,12 +24,12 @@ std::string_view nameOf(Sureness sureness) {
 class CheckReport {
   public:
     explicit CheckReport(const Call& call) : call_(call) {
-        call_.output.begin({{"symbol", false, 8},
-                            {"sureness", false, 8},
-                            {"rule", false, 18},
+        call_.output.begin({{.name = "symbol", .width = 8},
+                            {.name = "sureness", .width = 8},
+                            {.name = "rule", .width = 18},
                             {"finding"},
                             {"id"}},
-                           {}, true);
+                           {}, Rows::oneByOne);
     }
 
     void add(CompanyStore& store, const CompanySummary& company) {

@@ -55,7 +55,8 @@ ExitCode exportCompanies(const Call& call) {
     if (isRehearsal && ::access(folder.c_str(), W_OK) != 0)
         throw CommandFailure(ExitCode::refused,
                              "Nothing can be written to " + printable(folder.string()) + ".");
-    call.output.begin({{"symbol", false, 8}, {"name", false, 30}, {"file"}}, {}, true);
+    call.output.begin({{.name = "symbol", .width = 8}, {.name = "name", .width = 30}, {"file"}}, {},
+                      Rows::oneByOne);
     std::size_t done = 0;
     ExitCode failed = ExitCode::done;
     bool isDoubtful = false; // something that is not as it was saved, or can't be read

@@ -26,7 +26,8 @@ KnownCompany knownIn(const CommandLine& line) {
 class ImportReport {
   public:
     explicit ImportReport(const Call& call) : call_(call) {
-        call_.output.begin({{"fate", false, 9}, {"symbol", false, 8}, {"name"}}, {}, true);
+        call_.output.begin({{.name = "fate", .width = 9}, {.name = "symbol", .width = 8}, {"name"}},
+                           {}, Rows::oneByOne);
     }
 
     void add(const ImportedCompany& company) {

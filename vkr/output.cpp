@@ -26,9 +26,9 @@ void pad(std::string& line, const std::string& text, const Column& column, int w
 
 } // namespace
 
-void Output::begin(std::vector<Column> columns, std::string_view name, bool rowByRow) {
+void Output::begin(std::vector<Column> columns, std::string_view name, Rows rows) {
     columns_ = std::move(columns);
-    rowByRow_ = rowByRow;
+    orderOfRows_ = rows;
     written_ = 0;
     isObject_ = !name.empty();
     if (format_ == Format::json) {
@@ -49,7 +49,7 @@ void Output::row(std::vector<std::string> cells) {
     if (format_ == Format::text) {
         for (std::string& cell : cells)
             cell = printable(cell);
-        if (!rowByRow_) {
+        if (orderOfRows_ == Rows::together) {
             rows_.push_back(std::move(cells));
             return;
         }

@@ -10,6 +10,10 @@ namespace vkr {
 
 enum class Format { text, tsv, json };
 
+// What people read is aligned once all rows are there, or by the widths of the columns as each
+// comes.
+enum class Rows { together, oneByOne };
+
 struct Column {
     std::string_view name;
     bool isFigure = false; // stands on the right for people
@@ -33,7 +37,7 @@ class Output {
     [[nodiscard]] bool isRead() const { return isRead_; }
 
     // A table; several of them have a name each, by which JSON makes one object of them.
-    void begin(std::vector<Column> columns, std::string_view name = {}, bool rowByRow = false);
+    void begin(std::vector<Column> columns, std::string_view name = {}, Rows rows = Rows::together);
     void row(std::vector<std::string> cells);
     void end();
 
@@ -50,7 +54,7 @@ class Output {
     bool isRead_ = true;
     std::vector<Column> columns_;
     std::vector<std::vector<std::string>> rows_; // that wait for their widths
-    bool rowByRow_ = false;
+    Rows orderOfRows_ = Rows::together;
     std::size_t tables_ = 0;
     std::size_t written_ = 0; // rows of the table
     bool isObject_ = false;   // tables are members of one JSON object

@@ -86,7 +86,7 @@ void YearlyGrid::setShade(Color color) {
 void YearlyGrid::shade() {
     context_[controls::legend].setBackColor(shadeColor_);
     for (int column = 0; column < static_cast<int>(columns().size()); ++column) {
-        const Datum series = columns()[static_cast<std::size_t>(column)].first.series;
+        const Datum series = columns()[static_cast<std::size_t>(column)].usual.series;
         for (TextBox* cell : cells(column)) {
             const bool required = std::ranges::any_of(bands, [&](const ShadeBand& band) {
                 return band.platform == context_.platform && band.series == series &&
@@ -242,13 +242,13 @@ int YearlyGrid::reachableColumns() const {
 
 void YearlyGrid::movedRight(Cell from) {
     auto& bar = context_[controls::yearlyBar];
-    if (columns()[static_cast<std::size_t>(from.column)].first.series == Datum::YLowSeries &&
+    if (columns()[static_cast<std::size_t>(from.column)].usual.series == Datum::YLowSeries &&
         bar.visible())
         bar.setValue(bar.maximum());
 }
 
 void YearlyGrid::stored(Cell cell) {
-    if (columns()[static_cast<std::size_t>(cell.column)].first.series == Datum::YEPSSeries &&
+    if (columns()[static_cast<std::size_t>(cell.column)].usual.series == Datum::YEPSSeries &&
         cell.row == lastYearRow)
         context_.consequences.yearlyEarningsStored();
 }

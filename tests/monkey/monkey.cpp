@@ -498,7 +498,7 @@ class Chooser {
         for (const auto columns : {yearlyColumns(), quarterlyColumns()})
             for (const auto& column : columns)
                 if (column.cells.holds(*active))
-                    return column.first.series;
+                    return column.usual.series;
         return std::nullopt;
     }
 
@@ -1090,7 +1090,7 @@ class Invariants {
                             : column.choice == ColumnChoice::equity
                                 ? form().get<OptionButton>("optCommEq", 1).value()
                                 : false;
-        const GridSeries& series = second ? *column.second : column.first;
+        const GridSeries& series = second ? *column.alternative : column.usual;
         const Variant value = readSeries(*scene_.record, series.series);
         const VariantArray& figures = value.array();
         const auto pattern =

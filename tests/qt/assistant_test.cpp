@@ -252,8 +252,8 @@ TEST_F(AssistantTest, PeriodsOfARecordWithoutDatesAreCountedFromTheLast) {
     const CompanyRecord undated;
     for (const AssistantTopic& topic : assistantTopics()) {
         const AssistantFacts facts = assistantFacts(topic, undated);
-        EXPECT_FALSE(facts.stored.isEmpty()) << topic.object;
-        EXPECT_FALSE(facts.history.hasFigures()) << topic.object;
+        EXPECT_FALSE(facts.stored.isEmpty()) << *topic.object;
+        EXPECT_FALSE(facts.history.hasFigures()) << *topic.object;
     }
     const AssistantFacts years = assistantFacts(*assistantTopic(doYRevenue), undated);
     EXPECT_EQ(years.history.periods.back().name, "last fiscal year");
@@ -366,6 +366,11 @@ TEST_F(AssistantTest, TheMenuOfACellLeadsToItsYear) {
     EXPECT_EQ(text(assistant, "company"), "Apple Inc. (AAPL), fiscal year 2023");
     EXPECT_EQ(text(assistant, "stored"), "383,285 million");
     EXPECT_EQ(text(assistant, "onScreen"), "");
+}
+
+TEST(AssistantTopics, EveryDatumCanBeToldOf) {
+    for (int datum = 0; datum < datumCount; ++datum)
+        EXPECT_FALSE(helpTitleOf(topicOf(static_cast<Datum>(datum))).isEmpty()) << datum;
 }
 
 } // namespace
