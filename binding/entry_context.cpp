@@ -157,8 +157,12 @@ NumericText EntryContext::typedNumber(std::string_view text, int exponent) const
     if (formatNumber(grouped, numberFormat).find(',') != std::string::npos)
         ReplaceAll(typed, marks.grouping, "");
     NumericText result = read(typed);
-    // Without a decimal mark the one that was passed over may have been meant for it.
-    if (result.leftOut.empty() && text.find(marks.decimal) == std::string_view::npos &&
+    // Without a decimal mark, or behind it, the mark that was passed over may have been meant for
+    // it.
+    const auto decimal = text.find(marks.decimal);
+    const bool mayBeDecimal = decimal == std::string_view::npos ||
+                              text.find(marks.grouping, decimal) != std::string_view::npos;
+    if (result.leftOut.empty() && mayBeDecimal &&
         (result.text != asItStands.text || !asItStands.leftOut.empty()))
         result.leftOut = marks.grouping;
     return result;
@@ -166,6 +170,12 @@ NumericText EntryContext::typedNumber(std::string_view text, int exponent) const
 
 NumericText EntryContext::typedText(std::string_view text, NumericKind kind) const {
     return cleanNumericText(text, kind, 0, form.numberMarks());
+}
+
+std::optional<char> EntryContext::declaredMark(std::string_view text) const {
+    return attemptOr(std::optional<char>(), [&] {
+        return services.clipboardText() == text ? services.clipboardDecimalMark() : std::nullopt;
+    });
 }
 
 bool EntryContext::isValidDate(Date date) {

@@ -113,6 +113,9 @@ class EntryContext final : public FieldHost {
     // an edited figure may have its marks anywhere: "1,2345.50" is 12345.50.
     [[nodiscard]] NumericText typedNumber(std::string_view text, int exponent) const;
 
+    // The decimal mark that the clipboard names for the text, where it does.
+    [[nodiscard]] std::optional<char> declaredMark(std::string_view text) const;
+
     [[nodiscard]] static bool isValidDate(Date date);
     // What a person typed or picked, as a date in range; nothing otherwise.
     [[nodiscard]] std::optional<Date> typedDate(const TextField& field) const;

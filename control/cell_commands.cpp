@@ -280,10 +280,7 @@ void CellCommands::preview(const Place& place, CellTexts cells, std::string_view
     if (!settle(place))
         return;
     const auto span = spanOf(place);
-    const auto decimal = attemptOr(std::optional<char>(), [&] {
-        return context_.services.clipboardText() == text ? context_.services.clipboardDecimalMark()
-                                                         : std::nullopt;
-    });
+    const auto decimal = context_.declaredMark(text);
     const auto asked = context_.company; // the host may hand in another one meanwhile
     const auto meaning = meaningOf(*place.grid);
     BlockPaste form(context_, *place.grid, {span.firstColumn, span.firstRow}, std::move(cells),

@@ -2,6 +2,7 @@
 #include "control/entry_input.hpp"
 
 #include "form/controls.hpp"
+#include "input/block_figure.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/text.hpp"
 
@@ -174,10 +175,30 @@ void EntryInput::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*/) {
 bool EntryInput::onPaste(TextField& field, std::string_view text) {
     if (cells_.paste(field, text))
         return false;
-    if (!controllers_.of(field).takes(field) || !isBlockOfCells(text))
+    if (!controllers_.of(field).takes(field))
         return true;
-    context_.tellRefused(field, text_number::noteOneFigure);
-    return false;
+    if (isBlockOfCells(text)) {
+        context_.tellRefused(field, text_number::noteOneFigure);
+        return false;
+    }
+    const auto own = ofItsProgram(text);
+    if (own)
+        context_.form.userPaste(field, *own);
+    return !own;
+}
+
+// A figure that was copied with another decimal mark than that of the form, in the form's.
+std::optional<std::string> EntryInput::ofItsProgram(std::string_view text) const {
+    const NumberMarks& marks = context_.form.numberMarks();
+    const auto declared = context_.declaredMark(text);
+    if (!declared || *declared == marks.decimal)
+        return std::nullopt;
+    const CellFigure read =
+        readCell(text, NumericKind::PlainNumber, 0, {.decimal = *declared, .isSure = true});
+    if (read.kind != CellKind::figure)
+        return std::nullopt;
+    const std::string own = exchangeMarks(read.number.text, marks);
+    return own == text ? std::nullopt : std::optional(own);
 }
 
 void EntryInput::onPasteCut(TextField& field, std::string_view leftOut) {

@@ -172,8 +172,8 @@ std::optional<NumericText> wholeFigure(std::string_view text, NumericKind kind, 
                                        char decimal) {
     const NumberMarks marks = marksWith(decimal);
     NumericText read = cleanNumericText(text, kind, exponent, marks);
-    // Only that its group might be decimals.
-    if (read.leftOut == marks.grouping && voteOf(text) == MarkVote::either)
+    // Only that its group might be decimals, or another figure: that has a cell of its own.
+    if (read.leftOut == " " || (read.leftOut == marks.grouping && voteOf(text) == MarkVote::either))
         read.leftOut.clear();
     if (read.text.empty() || !read.leftOut.empty())
         return std::nullopt;

@@ -39,17 +39,26 @@ void takeSignOff(TextField& field) {
     field.select(start, length);
 }
 
-// Accounting brackets are a minus, and so is a minus over all that stands there. Whether the key is
-// settled by that.
-bool takeAsSign(char32_t& key, const TextField& field) {
-    const std::string& text = field.text();
-    if (key == U')' && text.starts_with('-')) {
+// What of the text stays where a key replaces the selection.
+std::string textThatStays(const TextField& field) {
+    std::string stays(textLeft(field.text(), field.selStart()));
+    stays += textFrom(field.text(), field.selStart() + field.selLength());
+    return stays;
+}
+
+// Accounting brackets are a minus, and so is a minus over all digits that stand there: what is
+// typed is another figure. Whether the key is settled by that.
+bool takeAsSign(char32_t& key, TextField& field) {
+    if (key == U')' && field.text().starts_with('-')) {
         key = 0;
         return true;
     }
-    const bool first = field.selLength() == textLength(text); // it is all that will stand there
-    if ((key != U'(' && key != U'-') || !first)
+    const std::string stays = textThatStays(field);
+    if ((key != U'(' && key != U'-') || (!stays.empty() && stays != "-"))
         return false;
+    if (field.selLength() == 0 && stays == "-")
+        return false; // the second one takes the first one off
+    field.select(0, textLength(field.text()));
     key = U'-';
     return true;
 }
@@ -57,11 +66,11 @@ bool takeAsSign(char32_t& key, const TextField& field) {
 // A character of a figure, the decimal mark in place of the keypad's key, or nothing. False where
 // the key is swallowed and has an effect all the same.
 bool takeInFigure(char32_t& key, TextField& field, bool allowNegative) {
-    const std::string& text = field.text();
+    const std::string text = textThatStays(field);
     const char mark = field.form().numberMarks().decimal;
     if (key == static_cast<char32_t>(mark) || field.form().pressedKey() == keys::decimal) {
         const bool second = holds(text, mark) || holds(text, '/');
-        key = second && !holds(field.selText(), mark) ? U'\0' : static_cast<char32_t>(mark);
+        key = second ? U'\0' : static_cast<char32_t>(mark);
         return true;
     }
     switch (key) {

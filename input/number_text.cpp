@@ -262,14 +262,21 @@ NumericText cleanPlainText(std::string_view text, NumericKind kind, int exponent
     return result;
 }
 
-// The mark of the only group of a whole number, where it may be meant as the decimal mark.
+// The mark of the only group of a whole number, where it may be meant as the decimal mark; and a
+// blank that may stand between two figures.
 std::string doubtfulGroup(std::string_view plain, const NumberMarks& marks) {
     const std::string mark = exchangeMarks(",", marks);
     const std::string_view body = bare(plain).body;
-    const bool groupsAlone =
-        body.find('.') == std::string_view::npos && std::count(body.begin(), body.end(), ',') == 1;
+    const auto isOnlyGroup = [&](char one) {
+        return body.find('.') == std::string_view::npos &&
+               std::count(body.begin(), body.end(), one) == 1 && !wholeNumber(body).empty();
+    };
+    const bool groupsByBlanks =
+        std::ranges::find(blanks, std::string_view(marks.grouping)) != std::end(blanks);
+    if (!groupsByBlanks && isOnlyGroup(' '))
+        return " ";
     const bool usual = mark == "," && marks.grouping == mark;
-    return groupsAlone && !usual && !wholeNumber(body).empty() ? mark : std::string();
+    return !usual && isOnlyGroup(',') ? mark : std::string();
 }
 
 } // namespace

@@ -5,12 +5,18 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace vkr {
 
 void TextField::setText(std::string_view text) {
     showText(text);
-    beginEntry();
+    entryText_.reset();
+}
+
+void TextField::beginEntry() {
+    if (std::exchange(entryText_, nullptr) != nullptr)
+        notify(Property::text);
 }
 
 void TextField::rewriteText(std::string_view text) {
@@ -40,14 +46,15 @@ const TextField::Told& TextField::told() const {
 
 void TextField::showText(std::string_view text) {
     const bool changed = text_ != text;
-    if (!changed && selStart_ == 0 && selLength_ == 0)
+    const bool edited = entryText_ != nullptr; // there is something to take back
+    if (!changed && !edited && selStart_ == 0 && selLength_ == 0)
         return;
     text_ = text;
     selStart_ = 0;
     selLength_ = 0;
     if (changed)
         textChanged();
-    notify(changed ? Property::text : Property::selection);
+    notify(changed || edited ? Property::text : Property::selection);
 }
 
 bool TextField::editText(std::string_view text, int selectionStart) {

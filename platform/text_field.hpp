@@ -59,7 +59,8 @@ class TextField : public Control {
 
     // What the field showed when it was entered. Escape brings it back.
     [[nodiscard]] const std::string& entryText() const { return entryText_ ? *entryText_ : text_; }
-    void beginEntry() { entryText_.reset(); }
+    // What was typed before cannot be taken back any more, not by the native field either.
+    void beginEntry();
     [[nodiscard]] bool canTakeBack() const { return !locked_ && text_ != entryText(); }
 
     // What the text on show is to the record; the tag is the text that was shown or looked at last.

@@ -168,8 +168,8 @@ void QuarterlyGrid::enter(Cell cell) {
     bringIntoView(cell);
     const TextBox& shown = box(cell);
     if (isOfEarnings(cell) && context_.unitFactor != 1 && context_.company != nullptr && !blank_ &&
-        shown.mark().kind == MarkKind::none && !shown.isTyped())
-        showElement(cell); // per share, as it is typed
+        !shown.isTyped())
+        show(Datum::QEPSSeries); // per share, as they are typed
     SeriesGrid::enter(cell);
 }
 

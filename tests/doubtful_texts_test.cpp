@@ -299,5 +299,71 @@ TEST_F(DoubtfulTexts, ANegativeFigureOfTheRecordStays) {
     EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), -2);
 }
 
+// Group marks that a pattern shows are passed over where groups stand, not behind the decimal mark.
+TEST(DoubtfulPastes, AGroupMarkBehindTheDecimalMarkIsTold) {
+    const struct {
+        NumberMarks marks;
+        const char* pasted;
+        bool doubtful;
+    } rows[] = {{{}, "1.234,56", true},
+                {{}, "1,2345.50", false},
+                {{}, "1,234.56", false},
+                {{}, "1.234,567,890", true},
+                {{.decimal = ',', .grouping = "."}, "1,234.56", true},
+                {{.decimal = ',', .grouping = "."}, "1.234,56", false}};
+    for (const auto& row : rows)
+        for (const char* id : {"txtTotalDebt", "txtSales(9)", "txtEPS(0)"}) {
+            SCOPED_TRACE(std::string(row.pasted) + " " + id);
+            EntryScene scene;
+            scene.entry->put_NumberFormat("#,##0.00");
+            scene.entry->put_NumberMarks(row.marks);
+            scene.load(datedCompany());
+            pasteOver(scene, id, row.pasted);
+            EXPECT_EQ(!scene.entry->doubtfulFields().empty(), row.doubtful);
+        }
+}
+
+// Two figures of one line of a document, as well as one in groups.
+TEST(DoubtfulPastes, AWholeFigureWithOneBlankInItIsTold) {
+    const struct {
+        NumberMarks marks;
+        const char* pasted;
+        bool doubtful;
+    } rows[] = {{{}, "125 130", true},
+                {{}, "12 500", true},
+                {{}, "1 234 567", false},
+                {{.decimal = ',', .grouping = "."}, "125 130", true},
+                {{.decimal = ',', .grouping = "\u202F"}, "125 130", false}};
+    for (const auto& row : rows)
+        for (const char* id : {"txtTotalDebt", "txtCurrentPrice"}) {
+            SCOPED_TRACE(std::string(row.pasted) + " " + id);
+            EntryScene scene;
+            scene.entry->put_NumberMarks(row.marks);
+            scene.load(datedCompany());
+            pasteOver(scene, id, row.pasted);
+            EXPECT_EQ(!scene.entry->doubtfulFields().empty(), row.doubtful);
+        }
+}
+
+TEST(DoubtfulPastes, OneCellIsReadByTheMarkOfItsProgramAsABlockIs) {
+    EntryScene scene;
+    const auto company = datedCompany();
+    scene.load(company);
+    const auto paste = [&](std::string_view id, const char* text) {
+        scene.desktop.setClipboardText(text);
+        scene.desktop.setClipboardDecimalMark(',');
+        typeAt(scene, id, "^a^v{TAB}");
+    };
+    paste("txtTotalDebt", "1.234");
+    EXPECT_EQ(company->get_TotalDebt(), 1234);
+    paste("txtCurrentPrice", "12,5");
+    EXPECT_EQ(company->get_CurrentPrice(), 12.5);
+    paste("txtSales(9)", "-1.234,5");
+    paste("txtYNetInc(9)", "-1.234,5");
+    EXPECT_EQ(elementOf(*company, "YNetIncSeries", 1), -1234.5);
+    paste("txtName", "1.234");
+    EXPECT_EQ(company->get_Name(), "1.234");
+}
+
 } // namespace
 } // namespace vkr

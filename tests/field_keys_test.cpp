@@ -532,5 +532,34 @@ TEST(SelectAll, CoversTheTextByCharacters) {
     EXPECT_EQ(form.box.selLength(), 0);
 }
 
+// Of a text, some of it selected, then typed into.
+TEST(KeysOverASelection, AreJudgedByWhatStays) {
+    const struct {
+        const char* shown;
+        int start;
+        int length;
+        const char* keys;
+        const char* becomes;
+    } rows[] = {{"-350", 1, 3, "-5", "-5"},       {"-350", 1, 3, "(5)", "-5"},
+                {"-12.50", 0, 3, "-7", "-7.50"},  {"-350", 4, 0, "-", "350"},
+                {"-350", 0, 4, "-5", "-5"},       {"12 3/4", 0, 6, ".5", ".5"},
+                {"12 3/4", 2, 4, ".25", "12.25"}, {"12 3/4", 3, 3, "1/2", "12 1/2"},
+                {"12 3/4", 6, 0, ".", "12 3/4"},  {"1.5", 1, 2, ".7", "1.7"},
+                {"1.5", 3, 0, ".", "1.5"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.shown) + " " + row.keys);
+        EntryScene scene;
+        scene.load(datedCompany());
+        const char* id = row.shown[0] == '-' ? "txtYNetInc(9)" : "txtCurrentPrice";
+        goTo(scene, id);
+        auto& field =
+            row.shown[0] == '-' ? scene.field("txtYNetInc", 9) : scene.field("txtCurrentPrice");
+        field.setText(row.shown);
+        field.select(row.start, row.length);
+        scene.desktop.type(keysOf(row.keys));
+        EXPECT_EQ(field.text(), row.becomes);
+    }
+}
+
 } // namespace
 } // namespace vkr

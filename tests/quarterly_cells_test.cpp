@@ -106,7 +106,7 @@ TEST_P(EarningsInUnit, AreShownPerShareInTheCellThatIsEntered) {
     EXPECT_EQ(scene.text("txtEPS", 2), "-1.23");
     desktop.rightClick("txtEPS(3)");
     EXPECT_EQ(scene.text("txtEPS", 3), "4.50");
-    EXPECT_EQ(scene.text("txtEPS", 4), loaded("5500.00", "0.01"));
+    EXPECT_EQ(scene.text("txtEPS", 4), "5.50");
     EXPECT_FALSE(scene.entry->get_blnDirty());
     EXPECT_EQ(elementOf(*company, "QEPSSeries", 2), -1.23456);
 }
@@ -116,7 +116,7 @@ TEST_P(EarningsInUnit, AreShownPerShareWhereALoadingMeetsTheFocus) {
     scene.load(company);
     EXPECT_EQ(scene.text("txtEPS", 1), "2.50");
     EXPECT_EQ(scene.field("txtEPS", 1).selText(), "2.50");
-    EXPECT_EQ(scene.text("txtEPS", 0), loaded("1500.00", "0.00"));
+    EXPECT_EQ(scene.text("txtEPS", 0), "1.50");
     desktop.type("{END}5{TAB}");
     EXPECT_EQ(elementOf(*company, "QEPSSeries", 1), 2.505);
 }
@@ -187,6 +187,16 @@ TEST_P(EarningsInUnit, BecomeByAnyKeysWhatTheyBecomeInMillions) {
         for (int entry = -1; entry < 6; ++entry)
             EXPECT_EQ(after(GetParam(), sequence, entry), after(6, sequence, entry))
                 << sequence << " and entry " << entry;
+}
+
+// Else a figure on the scale of its neighbours would be taken as one per share.
+TEST_P(EarningsInUnit, AreShownPerShareInTheWholeColumnOnceOneIsEntered) {
+    ASSERT_EQ(scene.text("txtEPS", 1), loaded("2500.00", "0.00"));
+    goTo(scene, "txtEPS(0)");
+    EXPECT_EQ(scene.text("txtEPS", 1), "2.50");
+    EXPECT_EQ(scene.text("txtEPS", 2), "-1.23");
+    typeAt(scene, "txtEPS(1)", "7{TAB}");
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 1), 7);
 }
 
 INSTANTIATE_TEST_SUITE_P(Units, EarningsInUnit, testing::Values(3, 9));
