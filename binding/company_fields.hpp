@@ -11,7 +11,7 @@
 
 namespace vkr {
 
-// The fields of the Company and Other tabs: filled from the record, written back when left.
+// The fields outside the grids that have a datum: filled from the record, written back when left.
 class CompanyFields {
   public:
     explicit CompanyFields(EntryContext& context);

@@ -13,7 +13,7 @@ namespace vkr {
 
 // Fills the form from the record that the context holds. Every read and write stands under its
 // own trap: one that fails leaves its field empty and nothing else. Missing dates are defaulted in
-// the record; nothing else is written.
+// the record, and the last fiscal year is written back as it is; nothing else is written.
 void loadCompany(EntryContext& context, CompanyFields& fields, SeriesGrid& yearly,
                  SeriesGrid& quarterly);
 

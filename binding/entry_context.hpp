@@ -33,7 +33,7 @@ enum class EquityRow { commonEquity, bookValue };
 // display state that loading, leaving and redrawing go by. At the end of each of its verbs
 //
 //   a state that the host has not been told of waits for the end of work under way;
-//   what was only picked counts as a change, for as long as it is the only one;
+//   where only a date was picked the company counts as changed, until that is taken back;
 //   the unit is 3, 6 or 9, and the unit factor is that of the unit.
 class EntryContext final : public FieldHost {
   public:
@@ -140,8 +140,8 @@ class EntryContext final : public FieldHost {
         if (!attempt(std::forward<Leave>(leave)) && typed)
             markUnstored(field);
     }
-    // Puts a date into the record. What the record said where it neither takes it nor has it
-    // already, be it nothing; without a value where the date is there.
+    // Puts a date into the record. No value where the date is there. A value where the record
+    // neither takes it nor has it already: its words, which may be empty.
     [[nodiscard]] std::optional<std::string> refusalOf(Datum datum, Date date);
     // A date that the program works out: shown, and stored. Where the record does not take it, the
     // next leaving tries again.

@@ -90,8 +90,8 @@ class SeriesGrid {
     [[nodiscard]] std::vector<const MarkedText*> waitingTexts() const;
     // As people call the figure of one that waits, with its period.
     [[nodiscard]] std::string nameOf(const FigurePlace& place) const;
-    // Where the figure of one that waits comes on show once its row does: the cell, or the nearest
-    // one of its column.
+    // How a waiting text is brought back on show: the row of the pair to choose, and its cell or
+    // the nearest one.
     struct WayBack {
         ColumnChoice choice;
         PairRow row;
@@ -134,7 +134,8 @@ class SeriesGrid {
     // A stored figure with all digits, in the unit and with the decimal mark of the form; "" for 0.
     [[nodiscard]] std::string exactText(int column, double stored) const;
     // Puts figures into the record, all or none, as one action of a person; shows them, and lets
-    // follow what follows of typed ones. What the record said where it refused one, be it nothing.
+    // follow what follows of typed ones. No value where all are there. A value where the
+    // record refused one: its words, which may be empty.
     std::optional<std::string> put(std::span<const Figure> figures, const Action& action);
 
   protected:

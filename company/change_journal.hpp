@@ -55,9 +55,9 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     // The group that is next; null where there is none.
     [[nodiscard]] const ChangeGroup* toUndo() const;
     [[nodiscard]] const ChangeGroup* toRedo() const;
-    // A group whole or not at all. What the record said where it refuses, be it nothing, and then
-    // record and journal are as before; without a value where it is done. Nothing to do, and a call
-    // in the middle of an action, are refusals.
+    // A group whole or not at all. No value where it is done. A value where it is refused: the
+    // record's words, which may be empty; record and journal are as before then. Nothing to do, and
+    // a call in the middle of an action, are refusals.
     [[nodiscard]] std::optional<std::string> undo();
     [[nodiscard]] std::optional<std::string> redo();
     // The change that the last undo, redo or apply is about, where the focus belongs.

@@ -25,8 +25,8 @@ using RecordSnapshot = std::array<std::optional<Variant>, datumCount>;
                                                  const RecordSnapshot& after);
 
 // Puts every `after` into the record, settings included. All or none: where one is refused, or is
-// not there afterwards, the record is brought back. What it said, be it nothing; without a value
-// where all are there.
+// not there afterwards, the record is brought back. No value where all are there. A value where
+// they are not: the record's words, which may be empty.
 [[nodiscard]] std::optional<std::string> putChanges(iVKR_Company& company,
                                                     std::span<const Change> changes);
 

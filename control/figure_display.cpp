@@ -34,6 +34,7 @@ void FigureDisplay::setFractions(bool fractions) {
     auto& option = context_[controls::displayOption[fractions ? 1 : 0]];
     if (!option.value())
         option.setValue(true);
+    // Its entry begins at the text that was accepted last: Escape goes back to that.
     auto& price = context_[controls::currentPrice];
     const std::string kept = price.text();
     const int caret = price.selStart();

@@ -5,7 +5,7 @@
 
 namespace vkr {
 
-// Which part of the form follows another one, all of it.
+// All links between the parts of the form, in one place.
 class FormConsequences final : public Consequences {
   public:
     // The parts may come to be after this, as long as none of them does anything before.

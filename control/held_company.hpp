@@ -34,13 +34,13 @@ class HeldCompany {
     std::shared_ptr<iVKR_Company> commit();
     // Somebody else than the form has changed the record.
     void showAnew();
-    // Many data as one action, all or none, and what follows from them; what the record or the lock
-    // said where they are not taken.
+    // Many data as one action, all or none, and what follows from them. No value where they are
+    // taken. A value where they are not: the words of the record or the lock, which may be empty.
     [[nodiscard]] std::optional<std::string> change(std::span<const DatumChange> changes,
                                                     const Action& action);
     void commitInto(std::shared_ptr<iVKR_Company> copy);
-    // What a commit has stored while it was being typed is there by now: taking it back is a
-    // change.
+    // After a commit: a text that it stored while it was typed is the stored one. Typing the former
+    // one again is a change.
     void holdCommitted();
     void clear();
     void resize();

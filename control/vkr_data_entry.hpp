@@ -164,8 +164,8 @@ class VKRDataEntry {
     void recordChanged();
     // Changes many data as one action, all or none: leaves the field that has the focus, writes,
     // works out the trailing earnings where quarters or years have moved, shows the data anew and
-    // marks the company as changed. What the record said where it refuses, be it nothing, and a
-    // sentence where the data is locked; without a value where all are there.
+    // marks the company as changed. No value where all are there. A value where they are not: the
+    // record's words, which may be empty, or a sentence where the data is locked.
     [[nodiscard]] std::optional<std::string> changeRecord(std::span<const DatumChange> changes,
                                                           const Action& action);
     // What Ctrl+Z does, and Ctrl+Y or Ctrl+Shift+Z, for a host's menu: a field that is being typed

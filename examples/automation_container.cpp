@@ -128,8 +128,7 @@ class Place final : public IOleClientSite,
     HRESULT STDMETHODCALLTYPE OnFocus(BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
 
-    // --- IDispatch: ambient properties, and the events
-    // ---------------------------------------------
+    // --- IDispatch: ambient properties, and the events -----------------------------------------
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
         return *info = nullptr, DISP_E_BADINDEX;

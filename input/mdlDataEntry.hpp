@@ -17,8 +17,8 @@ class FieldHost {
 };
 
 // The change check of a field that is left: closes the help frame; a text other than the tag (the
-// last accepted text) becomes the tag and marks the company changed. Answers whether it did. A
-// refused text that has given way to the stored one again takes its mark along.
+// last accepted text) becomes the tag and marks the company changed. Answers whether it did.
+// Where a refused text was typed back to the stored one, the mark goes.
 bool checkFieldChange(TextField& field, FieldHost& host);
 
 // A price field after the switch between decimals and eighths. A price that nobody touched is shown

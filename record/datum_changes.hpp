@@ -26,8 +26,8 @@ struct DatumChange {
 
 // Puts every `after` into the record, in order; each series is read once and written once. All or
 // none: where one is refused, or an element lies outside of its series, what was written before it
-// is put back. What the record said, be it nothing; without a value where all are there. Does not
-// look at `before`.
+// is put back. No value where all are there. A value where they are not: the words of the refusal,
+// which may be empty. Does not look at `before`.
 [[nodiscard]] std::optional<std::string> applyChanges(iVKR_Company& company,
                                                       std::span<const DatumChange> changes);
 

@@ -26,8 +26,7 @@ namespace vkr {
 //
 // What may be true together:
 // - It is open, but after a server has gone: then the next transaction opens it anew. The
-// statements
-//   belong to the open database and go with it.
+//   statements belong to the open database and go with it.
 // - There is one transaction at a time, or none.
 // - A transaction of which the outcome is not known there is only on a server, and it has ended.
 // - What only inspects has no transaction that writes. Only a file is looked at for damage.

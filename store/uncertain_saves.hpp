@@ -23,8 +23,7 @@ struct SaveAttempt {
 //
 // What may be true together:
 // - The open attempts are those of the last transaction. They count while it is under way, and
-// after
-//   it where its outcome is not known: then they are settled before the next one begins.
+//   after it where its outcome is not known: then they are settled before the next one begins.
 // - A settled attempt has a known outcome, and is kept until a save that repeats it was committed.
 // - The marks of repetition are those of the last transaction.
 class UncertainSaves {
