@@ -110,6 +110,7 @@ void HeldCompany::show() {
 
 void HeldCompany::listReportingPeriods() {
     std::vector<std::string> entries;
+    entries.reserve(reportingPeriods);
     for (int i = 0; i < reportingPeriods; ++i)
         entries.push_back(context_.text(text_number::firstReportingPeriod + i));
     context_[controls::reportingPeriod].setList(std::move(entries));

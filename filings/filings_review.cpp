@@ -293,7 +293,7 @@ std::optional<std::string> importFilings(const std::shared_ptr<iVKR_Company>& co
         return applyChanges(*company, part.changes);
     };
     for (auto part = parts.begin(); part != parts.end(); ++part) {
-        const auto refusal = write(*part);
+        auto refusal = write(*part);
         if (!refusal)
             continue;
         while (part != parts.begin()) {

@@ -58,7 +58,7 @@ std::optional<std::string> applyChanges(iVKR_Company& company,
     if (auto refusal = failureOf([&] { writes = writesOf(company, changes); }))
         return refusal;
     for (auto write = writes.begin(); write != writes.end(); ++write) {
-        const auto refusal = failureOf([&] { writeDatum(company, write->datum, write->after); });
+        auto refusal = failureOf([&] { writeDatum(company, write->datum, write->after); });
         if (!refusal)
             continue;
         // The refused one too: a record may have taken it in part.

@@ -243,7 +243,7 @@ QString StoreConnection::damageSeenOnce() {
                    "WHERE integrity_check <> 'ok' "
                    "AND integrity_check NOT LIKE 'NULL value in list_entry.%'"))
         while (query.next()) {
-            if (const QString found = query.value(0).toString(); !isFailedRead(found))
+            if (QString found = query.value(0).toString(); !isFailedRead(found))
                 return found;
             unread = query.value(0).toString();
         }
@@ -262,7 +262,7 @@ QString StoreConnection::damageSeenOnce() {
 QString StoreConnection::damage() {
     if (damageSeenOnce().isEmpty())
         return {};
-    const QString found = damageSeenOnce();
+    QString found = damageSeenOnce();
     QFile file(location_.path);
     QByteArray block(1 << 16, '\0');
     qint64 size = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? 1 : -1;
