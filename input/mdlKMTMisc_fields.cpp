@@ -46,6 +46,12 @@ std::string textThatStays(const TextField& field) {
     return stays;
 }
 
+// The sign and digits behind it, with more behind these: what is typed over them has a sign anew.
+bool replacesSign(const TextField& field) {
+    return field.selText().size() > 1 && field.selText().starts_with('-') &&
+           !holds(textThatStays(field), '-');
+}
+
 // Accounting brackets are a minus, and so is a minus over all digits that stand there: what is
 // typed is another figure. Whether the key is settled by that.
 bool takeAsSign(char32_t& key, TextField& field) {
@@ -54,10 +60,9 @@ bool takeAsSign(char32_t& key, TextField& field) {
         return true;
     }
     const std::string stays = textThatStays(field);
-    if ((key != U'(' && key != U'-') || (!stays.empty() && stays != "-"))
+    const bool all = stays.empty() || (stays == "-" && field.selLength() > 0);
+    if ((key != U'(' && key != U'-') || !all)
         return false;
-    if (field.selLength() == 0 && stays == "-")
-        return false; // the second one takes the first one off
     field.select(0, textLength(field.text()));
     key = U'-';
     return true;
@@ -66,11 +71,11 @@ bool takeAsSign(char32_t& key, TextField& field) {
 // A character of a figure, the decimal mark in place of the keypad's key, or nothing. False where
 // the key is swallowed and has an effect all the same.
 bool takeInFigure(char32_t& key, TextField& field, bool allowNegative) {
-    const std::string text = textThatStays(field);
+    const std::string& text = field.text();
     const char mark = field.form().numberMarks().decimal;
     if (key == static_cast<char32_t>(mark) || field.form().pressedKey() == keys::decimal) {
         const bool second = holds(text, mark) || holds(text, '/');
-        key = second ? U'\0' : static_cast<char32_t>(mark);
+        key = second && !holds(field.selText(), mark) ? U'\0' : static_cast<char32_t>(mark);
         return true;
     }
     switch (key) {
@@ -80,7 +85,7 @@ bool takeInFigure(char32_t& key, TextField& field, bool allowNegative) {
             key = 0;
         return true;
     case U'-':
-        if (holds(text, '-')) {
+        if (holds(text, '-') && !(allowNegative && replacesSign(field))) {
             key = 0;
             takeSignOff(field);
             return false;

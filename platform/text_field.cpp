@@ -15,7 +15,7 @@ void TextField::setText(std::string_view text) {
 }
 
 void TextField::beginEntry() {
-    if (std::exchange(entryText_, nullptr) != nullptr)
+    if (std::exchange(entryText_, nullptr) != nullptr && !isUnstored())
         notify(Property::text);
 }
 

@@ -59,7 +59,8 @@ class TextField : public Control {
 
     // What the field showed when it was entered. Escape brings it back.
     [[nodiscard]] const std::string& entryText() const { return entryText_ ? *entryText_ : text_; }
-    // What was typed before cannot be taken back any more, not by the native field either.
+    // What was typed before can be taken back no more, not by the native field either; but a text
+    // that the record does not hold can.
     void beginEntry();
     [[nodiscard]] bool canTakeBack() const { return !locked_ && text_ != entryText(); }
 
