@@ -18,7 +18,7 @@ enum SwitchPlace { byPeriods, byNames, turned, reversed, unit, emptyCells, decim
 
 constexpr int units[] = {0, 3, 6, 9};
 constexpr int captionsOfUnits[] = {549, 550, 551}; // thousands, millions, billions
-constexpr char marks[] = {'.', ','};
+constexpr char decimalMarks[] = {'.', ','};
 
 template <typename Values, typename Value>
 int placeOf(const Values& values, Value value) {
@@ -192,7 +192,7 @@ void BlockPaste::setSwitch(int index, int chosen) {
         switches.emptyCells = on;
         break;
     case decimal:
-        switches.decimal = marks[chosen];
+        switches.decimal = decimalMarks[chosen];
         break;
     default:
         break;
@@ -231,7 +231,7 @@ void BlockPaste::tellSwitches() {
          true},
         {say(decimalMark),
          {say(pointMark), say(pointMark + 1)},
-         placeOf(marks, set.decimal),
+         placeOf(decimalMarks, set.decimal),
          placing_.hasMarks()},
     };
 }
