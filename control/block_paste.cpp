@@ -135,6 +135,7 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
         return read && EntryContext::isValidDate(*read) ? read : std::nullopt;
     };
     std::vector<std::optional<int>> elements;
+    elements.reserve(static_cast<std::size_t>(grid_.rowCount()));
     for (int row = 0; row < grid_.rowCount(); ++row)
         elements.push_back(grid_.elementOf(row));
     const auto elementAt = [elements](int row) { return elements[static_cast<std::size_t>(row)]; };
