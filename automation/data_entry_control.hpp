@@ -29,6 +29,11 @@ using DataEntryBase =
          IPersistPropertyBag, IPersistStorage, IObjectSafety>;
 
 // The component as a control that containers place, script and store: VKR_DataEntry.VKRDataEntry.
+//
+// What may be true together: its user interface is active only while it is active in place, and it
+// is that only while it has the site, the frame and the document of its place; they go after it,
+// when the site is told. The record inside and the one outside are the same, or there is none. What
+// is changed before it is initialized counts as unsaved too, until it is initialized.
 class DataEntryControl final : public DataEntryBase {
   public:
     DataEntryControl();
@@ -193,9 +198,11 @@ class DataEntryControl final : public DataEntryBase {
             if constexpr (std::is_void_v<decltype(call())>) {
                 call();
                 followSize();
+                checkInvariants();
             } else {
                 const HRESULT result = call();
                 followSize();
+                checkInvariants();
                 return result;
             }
         });
@@ -228,7 +235,9 @@ class DataEntryControl final : public DataEntryBase {
     void restore(const PropertyBag& bag);
     [[nodiscard]] PropertyBag saved();
 
+    void checkInvariants() const;
     HRESULT activate(bool withUserInterface);
+    HRESULT activateInPlace();
     void activateUserInterface();
     void deactivate();
     void deactivateUserInterface();

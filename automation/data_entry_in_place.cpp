@@ -3,6 +3,7 @@
 #include "automation/data_entry_control.hpp"
 #include "platform/error_trap.hpp"
 
+#include <cassert>
 #include <cmath>
 #include <utility>
 
@@ -56,64 +57,76 @@ void DataEntryControl::followSize() {
 
 // The one way to become active: each step is taken where it has not been yet.
 HRESULT DataEntryControl::activate(bool withUserInterface) {
-    if (!active_) {
-        auto place = site_.as<IOleInPlaceSite>();
-        if (!place)
-            return E_FAIL;
-        if (place->CanInPlaceActivate() != S_OK)
-            return E_FAIL;
-        HWND parent = nullptr;
-        if (const HRESULT refused = place->OnInPlaceActivate(); FAILED(refused))
+    if (!active_)
+        if (const HRESULT refused = activateInPlace(); FAILED(refused))
             return refused;
-        active_ = true;
-        inPlace_ = place;
-        OLEINPLACEFRAMEINFO about{};
-        about.cb = sizeof about;
-        RECT rectangle{};
-        RECT clip{};
-        ComPtr<IOleInPlaceFrame> frame;
-        ComPtr<IOleInPlaceUIWindow> document;
-        if (FAILED(place->GetWindow(&parent)) || parent == nullptr ||
-            FAILED(place->GetWindowContext(frame.receive(), document.receive(), &rectangle, &clip,
-                                           &about))) {
-            deactivate();
-            return E_FAIL;
-        }
-        frame_ = std::move(frame);
-        document_ = std::move(document);
-        if (!attempt([&] { face_.open(parent, rectangle, entry_->form()); })) {
-            deactivate();
-            return E_FAIL;
-        }
-        toldSize_ = {rectangle.right - rectangle.left, rectangle.bottom - rectangle.top};
-        toldWidth_ = toldHeight_ = 0; // the place may have another size than the form
-        if (const auto site = site_.site())
-            site->ShowObject();
-    }
     if (withUserInterface && active_)
         activateUserInterface();
     return S_OK;
 }
 
+// Whoever is asked on the way may take the control out of its place, or activate it.
+HRESULT DataEntryControl::activateInPlace() {
+    auto place = site_.as<IOleInPlaceSite>();
+    if (!place || place->CanInPlaceActivate() != S_OK)
+        return E_FAIL;
+    if (active_)
+        return S_OK;
+    if (const HRESULT refused = place->OnInPlaceActivate(); FAILED(refused))
+        return refused;
+    if (active_)
+        return S_OK;
+    active_ = true;
+    inPlace_ = place;
+    HWND parent = nullptr;
+    OLEINPLACEFRAMEINFO about{};
+    about.cb = sizeof about;
+    RECT rectangle{};
+    RECT clip{};
+    ComPtr<IOleInPlaceFrame> frame;
+    ComPtr<IOleInPlaceUIWindow> document;
+    const bool known = SUCCEEDED(place->GetWindow(&parent)) && parent != nullptr &&
+                       SUCCEEDED(place->GetWindowContext(frame.receive(), document.receive(),
+                                                         &rectangle, &clip, &about));
+    if (!active_ || face_.isOpen())
+        return active_ ? S_OK : E_FAIL;
+    frame_ = std::move(frame);
+    document_ = std::move(document);
+    if (!known || !attempt([&] { face_.open(parent, rectangle, entry_->form()); })) {
+        deactivate();
+        return E_FAIL;
+    }
+    if (!active_) { // the parent has heard of its new window
+        face_.close();
+        return E_FAIL;
+    }
+    toldSize_ = {rectangle.right - rectangle.left, rectangle.bottom - rectangle.top};
+    toldWidth_ = toldHeight_ = 0; // the place may have another size than the form
+    if (const auto site = site_.site())
+        site->ShowObject();
+    return S_OK;
+}
+
+// The same here.
 void DataEntryControl::activateUserInterface() {
     if (userInterfaceActive_) {
         face_.focus();
         return;
     }
     const auto place = inPlace_;
-    if (FAILED(place->OnUIActivate()))
+    if (FAILED(place->OnUIActivate()) || !active_ || userInterfaceActive_)
         return;
     userInterfaceActive_ = true;
     face_.focus();
-    if (const auto frame = frame_) {
-        frame->SetActiveObject(this, L"VKR data entry");
-        frame->SetBorderSpace(nullptr);
-    }
-    if (const auto document = document_) {
-        document->SetActiveObject(this, L"VKR data entry");
-        document->SetBorderSpace(nullptr);
-    }
-    if (const auto site = site_.as<IOleControlSite>())
+    const auto tell = [this](const auto& held) {
+        if (const auto window = held; window && userInterfaceActive_) {
+            window->SetActiveObject(this, L"VKR data entry");
+            window->SetBorderSpace(nullptr);
+        }
+    };
+    tell(frame_);
+    tell(document_);
+    if (const auto site = site_.as<IOleControlSite>(); site && userInterfaceActive_)
         site->OnFocus(TRUE);
 }
 
@@ -128,6 +141,14 @@ void DataEntryControl::deactivateUserInterface() {
         site->OnFocus(FALSE);
     if (const auto place = inPlace_)
         place->OnUIDeactivate(FALSE);
+}
+
+void DataEntryControl::checkInvariants() const {
+    assert(entry_ != nullptr && busy_ >= 0);
+    assert(active_ || !userInterfaceActive_);
+    assert(inPlace_ || !active_);
+    assert(inPlace_ || (!frame_ && !document_));
+    assert((inside_ != nullptr) == static_cast<bool>(outside_));
 }
 
 void DataEntryControl::deactivate() {

@@ -165,8 +165,8 @@ void DataEntryControl::setCompany(IUnknown* company) {
     auto record = insideRecord(company);
     auto outside = queryFor<IDispatch>(company);
     entry_->put_objCompany(record);
-    inside_ = std::move(record);
-    outside_ = std::move(outside);
+    inside_.swap(record); // what goes may call back
+    std::swap(outside_, outside);
 }
 
 // With everything that was typed, also in the field that still has the focus.
@@ -176,10 +176,12 @@ ComPtr<IDispatch> DataEntryControl::company() {
     if (record == nullptr)
         return {};
     if (record != inside_ || !outside_) {
-        inside_ = record;
         IDispatch* const foreign = outsideOf(*record);
-        outside_ = foreign != nullptr ? ComPtr<IDispatch>(foreign)
-                                      : ComPtr<IDispatch>(outsideRecord(std::move(record)).get());
+        ComPtr<IDispatch> outside = foreign != nullptr
+                                        ? ComPtr<IDispatch>(foreign)
+                                        : ComPtr<IDispatch>(outsideRecord(record).get());
+        inside_.swap(record);
+        std::swap(outside_, outside);
     }
     return outside_;
 }

@@ -51,6 +51,7 @@ class FormFace::Impl {
     ~Impl() { close(); }
 
     void open(HWND parent, const RECT& place, Form& model) {
+        close(); // one whose window is gone with that of the container
         form = std::make_unique<NativeForm>(parent, place, model);
         desktop.setForm(form.get());
         form->tabbedOut = [this](FocusDirection direction) {

@@ -4,6 +4,7 @@
 #include "company/company_record.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "form/form_layout.hpp"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -53,7 +54,7 @@ void cellsWidget(benchmark::State& state) {
     for (auto _ : state) {
         for (int typed = 0; typed < cellsTyped; ++typed, ++number) {
             if (typed % (rows * columns) == 0)
-                component.form().get<TextBox>("txtSales", 0).setFocus();
+                yearlyColumns().front().cells[0].in(component.form()).setFocus();
             typeFigure(number);
             strike(Qt::Key_Return, QStringLiteral("\r"));
         }

@@ -3,6 +3,7 @@
 #include "benchmarks/companies.hpp"
 #include "benchmarks/counted.hpp"
 #include "control/vkr_data_entry.hpp"
+#include "form/controls.hpp"
 #include "input/number_pattern.hpp"
 #include "localizer/localizer.hpp"
 #include "platform/number_text.hpp"
@@ -75,7 +76,7 @@ void switchUnit(benchmark::State& state) {
     scene.entry->put_CurrentTab(toOptions);
     int unit = 0;
     for (auto _ : state) {
-        form.click(form.get<OptionButton>("optCurrency", unit));
+        form.click(controls::unitOption[unit].in(form));
         unit = (unit + 1) % 3;
     }
 }

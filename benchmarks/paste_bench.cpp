@@ -4,6 +4,7 @@
 #include "benchmarks/companies.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "form/controls.hpp"
 
 #include <QApplication>
 #include <QClipboard>
@@ -73,7 +74,7 @@ void pasteWidget(benchmark::State& state) {
     auto& component = widget.component();
     component.put_CurrentTab(toQuarterly);
     QApplication::processEvents();
-    component.form().get<TextBox>("txtRevenue", 0).setFocus();
+    controls::quarterlyRevenue[0].in(component.form()).setFocus();
     QApplication::clipboard()->setText(block());
     QWidget& cell = *QApplication::focusWidget();
     int shown = 0;

@@ -5,6 +5,7 @@
 #include "benchmarks/counted.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "form/form_layout.hpp"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -100,7 +101,8 @@ void keyWidget(benchmark::State& state) {
     widget.show();
     widget.activateWindow();
     widget.component().put_CurrentTab(toYearly);
-    auto* cell = widget.findChild<QLineEdit*>(QStringLiteral("txtSales(9)"));
+    const auto& field = yearlyColumns().front().cells[9].in(widget.component().form());
+    auto* cell = widget.findChild<QLineEdit*>(QString::fromStdString(field.id()));
     cell->setFocus();
     QApplication::processEvents();
     strikes(state, *cell);

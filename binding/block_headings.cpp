@@ -143,7 +143,7 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(bool across) const 
     return heading;
 }
 
-// Of a block without a heading: whether it says all the same which periods it is about.
+// Whether a block without a heading still names periods.
 bool BlockPlacing::namesPeriods() const {
     for (std::size_t row = 0; row < height(); ++row)
         for (std::size_t column = 0; column < width(); ++column)

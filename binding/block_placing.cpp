@@ -5,6 +5,7 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <set>
 #include <utility>
 
@@ -28,6 +29,16 @@ BlockPlacing::BlockPlacing(CellTexts cells, BlockGrid grid, std::optional<char> 
 void BlockPlacing::setSwitches(const BlockSwitches& switches) {
     switches_ = switches;
     place();
+    checkInvariants();
+}
+
+void BlockPlacing::checkInvariants() const {
+    assert(firstRow_ <= height() && firstColumn_ <= width());
+    assert(!heading_ || !namesPeriods_);
+    assert(std::ranges::all_of(placed_, [](const PlacedCell& cell) {
+        return (cell.column < 0) == (cell.row < 0) &&
+               cell.figure.has_value() == (cell.fate != PasteFate::leftOut);
+    }));
 }
 
 int BlockPlacing::taken() const {

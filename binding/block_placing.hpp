@@ -117,10 +117,10 @@ struct BlockComment {
 // A cell of the block: where its figure goes, and what is to be said of it.
 struct PlacedCell {
     std::string text; // as it stands in the block
-    int column = -1;  // of the grid; -1: none
+    int column = -1;  // of the grid; -1: none, and no row either
     int row = -1;
     std::string named; // how the block names its period; "" where that is how the grid does
-    std::optional<double> figure; // as it will be stored; nothing: left out
+    std::optional<double> figure; // as it will be stored; nothing where it is left out
     double held = 0;              // what it replaces; 0: nothing
     PasteFate fate = PasteFate::leftOut;
     std::vector<BlockComment> comments;
@@ -133,6 +133,9 @@ struct PlacedCell {
 // lie as far apart as the periods of the grid, and "Q4 2025" for quarters. Where the corner is
 // empty or speaks of periods or units, one period is enough, and some may be missing in between.
 // Texts among the periods, such as "TTM" and "2026E", stand for none of the grid.
+//
+// What may be true together: titles and labels are a part of the block at most; it names its
+// periods without a heading only where it has none; its cells are placed as the switches are set.
 class BlockPlacing {
   public:
     // `decimal`: the block's own mark where the clipboard names it.
@@ -208,6 +211,7 @@ class BlockPlacing {
     void read(PlacedCell& cell) const;
     void check(PlacedCell& cell) const;
     [[nodiscard]] bool isInHeading(std::size_t row, std::size_t column) const;
+    void checkInvariants() const;
 
     CellTexts cells_;
     BlockGrid grid_;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "binding/company_fields.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "form/controls.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
@@ -79,7 +80,7 @@ void CompanyFields::showNumber(const FieldRow& field, double stored) {
             ConvertPriceText(false, shown);
     } else {
         const double value =
-            field.isScaled() ? ScaledForDisplay(stored, context_.unitFactor) : stored;
+            field.isScaled() ? ScaledForDisplay(stored, context_.unitFactor()) : stored;
         ShowScaledValue(value, context_.numberFormat, shown, negatives);
     }
 }
@@ -100,10 +101,7 @@ void CompanyFields::showScaled() {
 void CompanyFields::keepUnit(std::int32_t before) {
     for (const auto& field : companyFieldTable())
         if (field.isScaled())
-            ifPossible([&] {
-                TextField& shown = control(field);
-                shown.setMark(typedIn_[*field.datum].follow(context_, shown.mark(), before));
-            });
+            ifPossible([&] { typedIn_[*field.datum].follow(context_, control(field), before); });
 }
 
 void CompanyFields::clear(TABObject page) {
@@ -121,19 +119,23 @@ void CompanyFields::leave(const FieldRow& field) {
 void CompanyFields::takeText(const FieldRow& field) {
     TextField& left = control(field);
     const bool untouched = left.standsForStored();
-    const bool waits = left.isUnstored() && !left.isTyped() && field.datum &&
-                       typedIn_.contains(*field.datum) && typedIn_.at(*field.datum).isOther();
+    const auto typedIn = field.datum ? typedIn_.find(*field.datum) : typedIn_.end();
+    const bool waits = typedIn != typedIn_.end() && typedIn->second.waits(left);
     const bool changed = checkFieldChange(left, context_);
     if (context_.company == nullptr || left.locked())
         return;
-    if (untouched) {
-        ifPossible([&] { writeBack(field); });
+    if (waits && !untouched) {
+        typedIn->second.endEntry();
         return;
     }
-    if (waits)
+    if (typedIn != typedIn_.end())
+        typedIn_.erase(typedIn);
+    if (untouched) {
+        ifPossible([&] { writeBack(field); });
+        if (field.datum == Datum::Last4QEPS)
+            context_.consequences.trailingEarningsLeft();
         return;
-    if (field.datum)
-        typedIn_.erase(*field.datum);
+    }
     const FieldMark doubt = left.mark(); // of a paste that was cut
     switch (field.kind) {
     case text:
@@ -195,13 +197,13 @@ void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {
         : field.kind == percent
             ? context_.typedText(control.text(), NumericKind::PlainNumber)
             : context_.typedNumber(control.text(),
-                                   field.isScaled() ? -UnitExponent(context_.unitFactor) : 0);
+                                   field.isScaled() ? -UnitExponent(context_.unitFactor()) : 0);
     if (!clean.fits) {
         control.setMark(context_.unstored(text_number::reasonTooLarge));
         return;
     }
     const std::string typed = control.text();
-    const double value = field.isScaled() ? UnscaledFromText(clean.text, context_.unitFactor)
+    const double value = field.isScaled() ? UnscaledFromText(clean.text, context_.unitFactor())
                                           : numericValue(clean.text);
     if (value < 0 && !field.filter.allowNegative) {
         control.setMark(context_.unstored(text_number::reasonNegative));
@@ -211,7 +213,7 @@ void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {
     if (control.isUnstored())
         return;
     showNumber(field, value);
-    context_.tellLeftOut(control, typed, clean.leftOut);
+    context_.tellLeftOut(control, typed, clean, *field.datum);
     movedEnds_.erase(*field.datum);
     if (field.datum == Datum::CurrentPrice)
         followPrice(value);
@@ -224,12 +226,15 @@ void CompanyFields::storeNumber(const FieldRow& field, TextField& control) {
 void CompanyFields::followPrice(double price) {
     const ActionScope derived(context_.company, {Origin::derived, {}, {}});
     const Date today = attemptOr(Date{}, [&] { return context_.services.today(); });
+    const Date pricedOn =
+        attemptOr(Date{}, [&] { return context_.company->get_PriceUpdatedDate(); });
     const auto follow = [&](Datum datum, const Handle<TextBox>& shown, auto beyond) {
         ifPossible([&] {
             const double held = readNumber(*context_.company, datum);
             const auto moved = movedEnds_.find(datum);
             const bool corrects = moved != movedEnds_.end() && moved->second.after == held &&
-                                  moved->second.day == today;
+                                  moved->second.typedOn == today &&
+                                  moved->second.pricedOn == pricedOn;
             const double before = corrects ? moved->second.before : held;
             const bool widens = price != 0 && beyond(before);
             const double after = widens ? price : before;
@@ -241,7 +246,7 @@ void CompanyFields::followPrice(double price) {
                 refused.putBack();
             }
             if (widens)
-                movedEnds_[datum] = {before, after, today};
+                movedEnds_[datum] = {before, after, today, pricedOn};
             else
                 movedEnds_.erase(datum);
         });

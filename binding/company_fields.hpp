@@ -42,7 +42,8 @@ class CompanyFields {
     struct MovedEnd {
         double before;
         double after;
-        Date day;
+        Date typedOn;
+        Date pricedOn;
     };
 
     EntryContext& context_;

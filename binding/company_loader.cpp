@@ -53,7 +53,7 @@ void showColumn(const EntryContext& context, SeriesGrid& grid, int number) {
     if (column.choice == ColumnChoice::none)
         ifPossible([&] {
             grid.show(number,
-                      column.loadedInUnit ? std::optional(context.unitFactor) : std::nullopt);
+                      column.loadedInUnit ? std::optional(context.unitFactor()) : std::nullopt);
         });
 }
 
@@ -155,7 +155,7 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
                 const double held = figures.number(i);
                 if (rule.back != nullptr && agree(rule.back(one, held).toDouble(), other))
                     return;
-                const double derived = rule.derive(one, other).toDouble();
+                const double derived = withoutStrayDigits(rule.derive(one, other).toDouble());
                 if (std::isfinite(derived) && !agree(derived, held))
                     figures.setNumber(i, derived);
             });
@@ -178,6 +178,11 @@ void putSetting(EntryContext& context, Object& held, std::string_view name) {
     const Variant chosen = choiceOf(context, name);
     held.put(name, chosen);
     context.settingsSeen[name] = chosen;
+}
+
+// The lock may have come upon a text that was being typed.
+bool isToStore(const TextField& field) {
+    return !field.isUnstored() && !(field.locked() && field.isTyped());
 }
 
 } // namespace
@@ -254,24 +259,27 @@ void loadReportingPeriod(EntryContext& context) {
 
 void commitCompany(EntryContext& context, std::optional<Date> lastQuarter) {
     iVKR_Company& company = *context.company;
-    // A choice was told as an action of its own when it was made. What is written here follows.
+    // A choice was an action when it was made. These writes are derived.
     const ActionScope derived(context.company, {Origin::derived, {}, {}});
     for (const auto& rule : derivedSeries)
         if (!context.isLocked() && rule.wanted(context))
             ifPossible([&] { derive(company, rule); });
-    // A record may let the quarter of its series follow the last quarter: not what is being typed.
+    // A record may move the quarter of its series with the last quarter. A date that is still being
+    // typed must not do that.
     if (const auto& field = context[controls::lastQuarterDate]; field.isTyped())
         ifPossible([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
     if (lastQuarter)
         ifPossible([&] { company.put_LastQDate(*lastQuarter); });
-    if (choiceOf(context, setting::leadPeriod).toLong() >= 0)
+    if (choiceOf(context, setting::leadPeriod).toLong() >= 0 &&
+        isToStore(context[controls::reportingPeriod]))
         ifPossible([&] { putSetting(context, *context.reportingPeriod(), setting::leadPeriod); });
     ifPossible([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
     // One and the same object: a record may hand out a copy that SettingsApply takes over.
     ifPossible([&] {
         const auto held = context.settings();
         for (const auto name : followedSettings)
-            if (name != setting::leadPeriod)
+            if (name != setting::leadPeriod &&
+                (name != setting::currencySymbol || isToStore(context[controls::currencySymbol])))
                 ifPossible([&] { putSetting(context, *held, name); });
     });
     ifPossible([&] { static_cast<void>(company.get_SettingsApply()); });

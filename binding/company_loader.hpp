@@ -28,8 +28,8 @@ PeriodsMoved showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& 
 void loadReportingPeriod(EntryContext& context);
 // A setting of the record, which counts as seen from then on.
 [[nodiscard]] Variant readSetting(EntryContext& context, std::string_view name);
-// Settings of which somebody else than the form has made another value since it last read or wrote
-// them, with that value. They count as read.
+// Settings that others have changed since the form last read or wrote them, with their values. They
+// count as read.
 [[nodiscard]] std::vector<std::pair<std::string_view, Variant>>
 changedSettings(EntryContext& context);
 

@@ -16,17 +16,19 @@ class Consequences {
     virtual void sourceStatesRates() {}
     // The trailing earnings were typed, and stored.
     virtual void trailingEarningsTyped() {}
+    // Their field was left with the stored figure in it.
+    virtual void trailingEarningsLeft() {}
     // The record has other trailing earnings, which are to be shown.
     virtual void trailingEarningsDerived() {}
     // The date of the last fiscal year has changed.
     virtual void fiscalYearMoved() {}
     // Earnings of the last fiscal year were stored.
     virtual void yearlyEarningsStored() {}
-    // The figures of the years stand in other years: the rest of the form goes into the record.
+    // The yearly figures have moved to other years: the rest of the form is committed.
     virtual void yearsShifted() {}
     // Years or quarters have other labels.
     virtual void rowsLabelled() {}
-    // The host would see another state: changed or not, name, symbol.
+    // What the host can see of the state has changed: whether it is dirty, name, symbol.
     virtual void stateChanged() {}
     // What had to wait for the end of the work under way may be done.
     virtual void workDone() {}

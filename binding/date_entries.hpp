@@ -15,7 +15,7 @@ namespace vkr {
 
 // What is known of the dates on the form beyond their texts:
 //
-//   picked     the day behind a text that is but its picture, until it is stored
+//   picked     the day that was picked, until it is stored; the text may show less of it
 //   suggested  written by loading where the record had none, until somebody types or picks one
 //   pending    a date that rebuilds a grid is being edited
 //   skipped    Cancel was pressed, and a pending date is not looked at
@@ -47,8 +47,8 @@ class DateEntries {
         return {suggested_.begin(), suggested_.end()};
     }
 
-    // Another date than before stands in the record: the one that loading has suggested is nobody's
-    // again.
+    // Another date stands in the record. If it is the one that loading has suggested, it counts as
+    // suggested again.
     void follow(Datum date, Date value) {
         const auto offered = offered_.find(date);
         if (offered != offered_.end() && offered->second == value)

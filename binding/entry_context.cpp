@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "binding/entry_context.hpp"
 
+#include "binding/block_texts.hpp"
+#include "binding/figure_doubts.hpp"
+#include "binding/text_numbers.hpp"
 #include "form/controls.hpp"
+#include "form/form_rows.hpp"
 #include "input/date_pattern.hpp"
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "localizer/string_table.hpp"
+#include "platform/during.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/text.hpp"
 
@@ -30,8 +35,7 @@ EntryContext::EntryContext(Form& ownForm, Services& hostServices, Consequences* 
 void EntryContext::checkInvariants() const {
     assert(updates_ >= 0);
     assert(!onlyPicked_ || dirty_);
-    assert((unit == 3 && unitFactor == 1000) || (unit == 6 && unitFactor == 1) ||
-           (unit == 9 && unitFactor == 0.001));
+    assert(unit_ == 3 || unit_ == 6 || unit_ == 9);
 }
 
 void EntryContext::hideHelpFrame() {
@@ -141,8 +145,7 @@ void EntryContext::ComputeUnitFactor() {
 }
 
 void EntryContext::takeUnit(std::int32_t stored) {
-    unit = stored == 3 || stored == 9 ? stored : defaultUnit;
-    unitFactor = unit == 3 ? 1000 : unit == 9 ? 0.001 : 1;
+    unit_ = stored == 3 || stored == 9 ? stored : defaultUnit;
     checkInvariants();
 }
 
@@ -157,8 +160,7 @@ NumericText EntryContext::typedNumber(std::string_view text, int exponent) const
     if (formatNumber(grouped, numberFormat).find(',') != std::string::npos)
         ReplaceAll(typed, marks.grouping, "");
     NumericText result = read(typed);
-    // Without a decimal mark, or behind it, the mark that was passed over may have been meant for
-    // it.
+    // Without a decimal mark, or behind it, the one that was passed over may have been meant.
     const auto decimal = text.find(marks.decimal);
     const bool mayBeDecimal = decimal == std::string_view::npos ||
                               text.find(marks.grouping, decimal) != std::string_view::npos;
@@ -170,6 +172,12 @@ NumericText EntryContext::typedNumber(std::string_view text, int exponent) const
 
 NumericText EntryContext::typedText(std::string_view text, NumericKind kind) const {
     return cleanNumericText(text, kind, 0, form.numberMarks());
+}
+
+std::int32_t EntryContext::copiedIn(std::string_view text) const {
+    const bool copied = copied_ && copied_->unit != unit_ && copied_->text == text &&
+                        attemptOr(false, [&] { return services.clipboardText() == text; });
+    return copied ? copied_->unit : 0;
 }
 
 std::optional<char> EntryContext::declaredMark(std::string_view text) const {
@@ -214,14 +222,25 @@ FieldMark EntryContext::refused(std::string_view words) const {
     return {MarkKind::unstored, refusedText(words)};
 }
 
-void EntryContext::tellLeftOut(TextField& field, std::string_view typed,
-                               std::string_view leftOut) const {
+void EntryContext::tellLeftOut(TextField& field, std::string_view typed, const NumericText& read,
+                               Datum datum) const {
     const std::string& shown = field.text();
+    const std::string& symbol = (*this)[controls::currencySymbol].text();
+    const std::string leftOut =
+        read.leftOut.empty() ? saidBeside(typed, datum, symbol, form.numberMarks()) : read.leftOut;
     const bool ofDisplay =
         shown == typed ||
-        (shown.ends_with(leftOut) && leftOut.find_first_of("0123456789") == std::string_view::npos);
+        (shown.ends_with(leftOut) &&
+         leftOut.find_first_of("0123456789") == std::string_view::npos) ||
+        (isCurrencySign(leftOut) && shown.find(leftOut) != std::string_view::npos);
     if (!leftOut.empty() && !ofDisplay)
         markDoubtful(field, leftOut);
+    else if (const std::int32_t before = followsUnit(datum) ? copiedIn(typed) : 0; before != 0) {
+        std::string reason = text(text_number::copiedInUnit);
+        ReplaceAll(reason, "%1", unitText(before));
+        ReplaceAll(reason, "%2", unitText());
+        field.setMark({MarkKind::doubtful, reason});
+    }
 }
 
 void EntryContext::markDoubtful(TextField& field, std::string_view leftOut) const {
@@ -250,6 +269,16 @@ void EntryContext::markUnstored(TextField& field) {
         ifPossible([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
 }
 
+void EntryContext::markLocked(TextField& field) {
+    if (!attempt([&] { field.setMark(unstored(text_number::dataLocked)); }))
+        markUnstored(field);
+}
+
+std::optional<std::string> EntryContext::textUnderLock(const TextField& field) {
+    return field.locked() ? attemptOr(std::optional<std::string>(), [&] { return field.text(); })
+                          : std::nullopt;
+}
+
 std::optional<std::string> EntryContext::refusalOf(Datum datum, Date date) {
     const auto refusal = failureOf([&] { writeDate(*company, datum, date); });
     const bool held =
@@ -265,6 +294,10 @@ void EntryContext::putDate(TextField& field, Datum datum, Date date) {
         return;
     field.setMark(refused(*refusal));
     dates.pick(field, field.text(), date);
+}
+
+double EntryContext::unitFactor() const {
+    return unit_ == 3 ? 1000 : unit_ == 9 ? 0.001 : 1;
 }
 
 std::string EntryContext::dateText(Date date) const {
@@ -294,10 +327,9 @@ bool EntryContext::confirmLoss(int number, const std::string& period, int icon) 
     const auto asked = company; // the host may hand in another one while the question is up
     const std::string question = text(number) + " " + period + " " + text(text_number::dropsOut) +
                                  "\r" + text(text_number::noUndo);
-    asking_ = true;
+    const During asking(asking_);
     const MessageAnswer answer =
         message(question, message_box::yesNo | icon | message_box::defaultSecondButton);
-    asking_ = false;
     return answer == MessageAnswer::yes && company == asked;
 }
 

@@ -34,7 +34,7 @@ enum class EquityRow { commonEquity, bookValue };
 //
 //   a state that the host has not been told of waits for the end of work under way;
 //   where only a date was picked the company counts as changed, until that is taken back;
-//   the unit is 3, 6 or 9, and the unit factor is that of the unit.
+//   the unit is 3, 6 or 9.
 class EntryContext final : public FieldHost {
   public:
     // `theConsequences` outlives this; nothing follows where it is null.
@@ -53,9 +53,6 @@ class EntryContext final : public FieldHost {
     bool fractionDisplay = false;
     IncomeRow incomeRow = IncomeRow::preTaxIncome;
     EquityRow equityRow = EquityRow::commonEquity;
-    // Shown money and share figures are the stored millions times this: 1000, 1 or 0.001.
-    double unitFactor = 1;
-    std::int32_t unit = defaultUnit;
 
     DateEntries dates;
     // What the record's settings were when the form last read or wrote them, by their names.
@@ -65,6 +62,10 @@ class EntryContext final : public FieldHost {
     Consequences& consequences; // for the rest of the form
 
     static constexpr std::int32_t defaultUnit = 6;
+    // The exponent of what money and share figures are shown in: 3, 6 or 9.
+    [[nodiscard]] std::int32_t unit() const { return unit_; }
+    // Shown figures are the stored millions times this: 1000, 1 or 0.001.
+    [[nodiscard]] double unitFactor() const;
 
     void hideHelpFrame() override;
     void markChanged() override;
@@ -79,7 +80,8 @@ class EntryContext final : public FieldHost {
     // one of these lives: in the middle of storing what was typed.
     class UpdateScope {
       public:
-        // One that is named is an action for records that listen; so is the outermost one.
+        // For records that listen, what is written within is one action. A nested scope begins one
+        // of its own only if it is named.
         explicit UpdateScope(EntryContext& context,
                              const std::optional<Action>& action = std::nullopt);
         ~UpdateScope();
@@ -101,7 +103,7 @@ class EntryContext final : public FieldHost {
     [[nodiscard]] bool isLocked() const;
 
     // "(M)", as it stands behind the caption of an amount; of the form's unit, or another one.
-    [[nodiscard]] std::string unitText() const { return unitText(unit); }
+    [[nodiscard]] std::string unitText() const { return unitText(unit_); }
     [[nodiscard]] std::string unitText(std::int32_t ofUnit) const;
     // Takes the unit from the record; a record without one gets millions.
     void ComputeUnitFactor();
@@ -113,32 +115,42 @@ class EntryContext final : public FieldHost {
     // an edited figure may have its marks anywhere: "1,2345.50" is 12345.50.
     [[nodiscard]] NumericText typedNumber(std::string_view text, int exponent) const;
 
+    // A text of the form goes to the clipboard, in the unit on show.
+    void noteCopy(std::string text) { copied_ = Copied{std::move(text), unit_}; }
+    // The unit that a text of the clipboard was copied in here, where the form shows another one by
+    // now; else 0.
+    [[nodiscard]] std::int32_t copiedIn(std::string_view text) const;
+
     // The decimal mark that the clipboard names for the text, where it does.
     [[nodiscard]] std::optional<char> declaredMark(std::string_view text) const;
 
     [[nodiscard]] static bool isValidDate(Date date);
     // What a person typed or picked, as a date in range; nothing otherwise.
     [[nodiscard]] std::optional<Date> typedDate(const TextField& field) const;
-    // The date that a date field stands for: the stored one while nobody has touched its text,
-    // whatever the display pattern left of it.
+    // The date that a date field stands for: the stored one while nobody has touched its text. The
+    // pattern may show less of it.
     [[nodiscard]] std::optional<Date> dateOf(const TextField& field, Datum datum) const;
     [[nodiscard]] FieldMark unstored(int reasonNumber) const;
     // That a value was refused, and what the record itself said of it.
     [[nodiscard]] FieldMark refused(std::string_view words) const;
     [[nodiscard]] std::string refusedText(std::string_view words) const;
-    // A figure was stored and is on show: where it does not say all that was typed, the field says
-    // so. What the display itself puts beside figures is nothing left out.
-    void tellLeftOut(TextField& field, std::string_view typed, std::string_view leftOut) const;
+    // The figure of a datum was read, stored and is on show: where it does not say all that was
+    // typed, the field says so. Marks that the pattern adds do not count as left out.
+    void tellLeftOut(TextField& field, std::string_view typed, const NumericText& read,
+                     Datum datum) const;
     void markDoubtful(TextField& field, std::string_view leftOut) const;
     // By a text of text_number: what was typed or pasted does not go into the field.
     void tellRefused(TextField& field, int noteNumber) const;
     // Leaves a field by `leave`. Where that fails on the way, be it for want of memory, a text that
-    // was typed is told as not stored.
+    // was typed is told as not stored; so is one that the data lock came upon.
     template <typename Leave>
     void guarded(TextField& field, Leave&& leave) {
         const bool typed = !field.standsForStored();
+        const auto lockedText = typed ? textUnderLock(field) : std::nullopt;
         if (!attempt(std::forward<Leave>(leave)) && typed)
             markUnstored(field);
+        if (lockedText == field.text() && !field.isUnstored())
+            markLocked(field);
     }
     // Puts a date into the record. No value where the date is there. A value where the record
     // neither takes it nor has it already: its words, which may be empty.
@@ -153,9 +165,8 @@ class EntryContext final : public FieldHost {
     [[nodiscard]] std::string text(int number, std::string_view fallback) const;
     MessageAnswer message(const std::string& text, int buttons);
     // Asks before the figures of a period are lost; the text of `number` says what is about to be
-    // done. No is the default, and the answer where the record is no longer the one of the
-    // question, and to a further question that comes up while one is open: two answers would move
-    // the figures twice.
+    // done. No is the default. It is also the answer where another record is held by then, and to a
+    // second question that comes up meanwhile: two answers would move the figures twice.
     bool confirmLoss(int number, const std::string& period, int icon = 0);
 
     // A control of the form.
@@ -166,8 +177,16 @@ class EntryContext final : public FieldHost {
 
   private:
     void markUnstored(TextField& field);
+    void markLocked(TextField& field);
+    [[nodiscard]] static std::optional<std::string> textUnderLock(const TextField& field);
     void checkInvariants() const;
 
+    struct Copied {
+        std::string text;
+        std::int32_t unit;
+    };
+    std::int32_t unit_ = defaultUnit;
+    std::optional<Copied> copied_; // last
     bool dirty_ = false;
     int updates_ = 0;
     bool untold_ = false;
@@ -177,64 +196,5 @@ class EntryContext final : public FieldHost {
 
 // What is typed into a field, as an action that is named like it.
 [[nodiscard]] Action typingIn(const TextField& field);
-
-namespace text_number {
-// Messages of the string table.
-inline constexpr int addsYear = 404;
-inline constexpr int dropsOut = 405;
-inline constexpr int noUndo = 406;
-inline constexpr int removesYear = 407;
-inline constexpr int addsQuarter = 412;
-inline constexpr int quarterRejected = 615;
-inline constexpr int quarterPutBack = 616;
-// The component's own beyond them.
-inline constexpr int unitThousands = 620; // behind the caption of a money field
-inline constexpr int unitMillions = 621;
-inline constexpr int unitBillions = 622;
-inline constexpr int unitPercent = 623;  // behind the caption of a rate
-inline constexpr int reasonNoDate = 630; // marks at a field whose text is not stored
-inline constexpr int reasonTooLarge = 631;
-inline constexpr int reasonRefused = 632;
-inline constexpr int reasonNoQuarter = 633;
-inline constexpr int figuresStayed = 634;
-inline constexpr int sumReplaces = 635;
-inline constexpr int typedInUnit = 636; // "%1" the unit that a text was typed in, "%2" that of now
-inline constexpr int dataLocked = 669;
-inline constexpr int takenInPart = 670; // "%1" the figure stored, "%2" what was left out
-inline constexpr int reasonNegative = 671;
-inline constexpr int noteFigure = 672; // what a field takes, where a key or a paste was refused
-inline constexpr int notePositive = 673;
-inline constexpr int notePrice = 674;
-inline constexpr int noteYear = 675;
-inline constexpr int noteDecimalMark = 676; // "%1" the mark
-inline constexpr int noteOneFigure = 677;
-inline constexpr int noteFull = 678; // "%1" the characters that a field has room for
-// Blocks of cells. Of a count there are two texts: of one, and of "%1".
-inline constexpr int pasteCaption = 701; // "%1" the place that the block begins at
-inline constexpr int pasteOk = 702;      // of one; the next one of several
-inline constexpr int pasteNothing = 704;
-inline constexpr int pasteCancel = 705;
-inline constexpr int pasteAction = 706; // the same; these name what can be undone
-inline constexpr int deleteAction = 708;
-inline constexpr int fillAction = 710;
-inline constexpr int previousAction = 712;
-inline constexpr int sumTaken = 714; // the parts of the summary
-inline constexpr int sumLeftOut = 716;
-inline constexpr int sumDoubtful = 718;
-inline constexpr int sumNothing = 720;
-inline constexpr int firstPasteHead = 721; // 721 to 726: period, column, text, now, then, remark
-inline constexpr int byPeriods = 730;      // the switches
-inline constexpr int byNames = 731;
-inline constexpr int turned = 732;
-inline constexpr int reversed = 733;
-inline constexpr int blockUnit = 734;
-inline constexpr int unitAsShown = 735;
-inline constexpr int emptyCells = 736;
-inline constexpr int keepCells = 737; // its entries: keep, empty
-inline constexpr int decimalMark = 739;
-inline constexpr int pointMark = 740;   // its entries: point, comma
-inline constexpr int firstRemark = 745; // 745 to 771, in the order of BlockRemark; "%1" its detail
-inline constexpr int firstReportingPeriod = 640; // 640 to 642, entries of cmbReportingPeriod
-} // namespace text_number
 
 } // namespace vkr

@@ -8,8 +8,7 @@
 
 namespace vkr {
 
-// What whoever looks over the figures of the record that is held has to say of them, a note for
-// each figure that there is something to say of.
+// Notes on the figures of the held record, at most one a figure.
 template <typename Note>
 class FigureNotes {
   public:

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "binding/series_grid.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
@@ -23,6 +25,18 @@ void SeriesGrid::collectCells() {
             cells_[column].push_back(&context_[array[row]]);
         shown_[column].resize(cells_[column].size());
     }
+    checkInvariants();
+}
+
+void SeriesGrid::checkInvariants() const {
+    assert(cells_.size() == columns_.size() && shown_.size() == columns_.size());
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        assert(cells_[column].size() == cells_.front().size());
+        assert(shown_[column].size() == cells_[column].size());
+    }
+    for (auto text = waiting_.begin(); text != waiting_.end(); ++text)
+        assert(std::ranges::find(text + 1, waiting_.end(), text->place, &MarkedText::place) ==
+               waiting_.end());
 }
 
 const GridSeries& SeriesGrid::seriesOf(const GridColumn& column) const {
@@ -52,7 +66,7 @@ DataEntryObject SeriesGrid::objectOf(const Control& control) const {
 }
 
 double SeriesGrid::scaleOf(const GridSeries& series) const {
-    return series.isScaled() ? context_.unitFactor : 1;
+    return series.isScaled() ? context_.unitFactor() : 1;
 }
 
 int SeriesGrid::reachableColumns() const {
@@ -219,6 +233,8 @@ void SeriesGrid::takeText(Cell cell) {
     if (context_.company == nullptr || left.locked())
         return;
     const auto element = elementOf(cell.row);
+    if (waits && !untouched)
+        shownIn(cell)->typedIn.endEntry();
     if (!element || (waits && !untouched))
         return;
     const auto& before = shownIn(cell);
@@ -257,7 +273,7 @@ void SeriesGrid::takeText(Cell cell) {
         return;
     }
     showStored(cell, stored);
-    context_.tellLeftOut(left, typed, clean.leftOut);
+    context_.tellLeftOut(left, typed, clean, series.series);
     context_.markChanged(); // also where the text was refused before, and the host has saved since
     this->stored(cell);
 }

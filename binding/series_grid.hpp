@@ -17,6 +17,9 @@ namespace vkr {
 
 // A grid of cells over the record's series: one column a series, one row a period. The yearly and
 // the quarterly grid are this mechanism with a column table each.
+//
+// What may be true together: all columns have the same rows, and what a cell shows is known beside
+// it; a figure has at most one marked text that waits, until a cell shows the figure.
 class SeriesGrid {
   public:
     // Which cell was meant, of all columns.
@@ -88,7 +91,7 @@ class SeriesGrid {
         TypedUnit typedIn;
     };
     [[nodiscard]] std::vector<const MarkedText*> waitingTexts() const;
-    // As people call the figure of one that waits, with its period.
+    // What people call a waiting text's figure, with its period.
     [[nodiscard]] std::string nameOf(const FigurePlace& place) const;
     // How a waiting text is brought back on show: the row of the pair to choose, and its cell or
     // the nearest one.
@@ -131,11 +134,12 @@ class SeriesGrid {
     [[nodiscard]] virtual int reachableColumns() const;
     // The figure of the record, also beyond the rows on show; nothing where it has no such place.
     [[nodiscard]] std::optional<double> held(Cell cell) const;
+    [[nodiscard]] bool holdsFigures() const; // the record, in any period
     // A stored figure with all digits, in the unit and with the decimal mark of the form; "" for 0.
     [[nodiscard]] std::string exactText(int column, double stored) const;
     // Puts figures into the record, all or none, as one action of a person; shows them, and lets
-    // follow what follows of typed ones. No value where all are there. A value where the
-    // record refused one: its words, which may be empty.
+    // follow what follows of typed ones. No value where all are there. A value where the record
+    // refused one: its words, which may be empty.
     std::optional<std::string> put(std::span<const Figure> figures, const Action& action);
 
   protected:
@@ -202,6 +206,7 @@ class SeriesGrid {
     void moveMarked(Datum series, int periods);
     void forgetGone(Datum series);
     [[nodiscard]] bool waitsForUnit(Cell cell) const;
+    void checkInvariants() const;
 
     std::span<const GridColumn> columns_;
     std::vector<std::vector<TextBox*>> cells_;

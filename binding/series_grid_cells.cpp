@@ -29,6 +29,20 @@ std::optional<double> SeriesGrid::held(Cell cell) const {
     return figure;
 }
 
+bool SeriesGrid::holdsFigures() const {
+    bool found = false;
+    forEachSeries([&](const GridSeries& series) {
+        ifPossible([&] {
+            const Variant value = readSeries(*context_.company, series.series);
+            const VariantArray& figures = value.array();
+            const std::int64_t last = figures.upper(); // which may be the end of int
+            for (std::int64_t i = figures.lower(); i <= last && !found; ++i)
+                found = figures.number(static_cast<int>(i)) != 0;
+        });
+    });
+    return found;
+}
+
 std::string SeriesGrid::exactText(int column, double stored) const {
     if (stored == 0)
         return {};

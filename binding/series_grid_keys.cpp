@@ -14,7 +14,7 @@ void SeriesGrid::enter(Cell cell) {
 }
 
 bool SeriesGrid::keyPress(Cell cell, char32_t& character) {
-    return FilterNumericKey(character, true, false, box(cell), columnOf(cell).negatives, false);
+    return FilterNumericKey(character, box(cell), {.allowNegative = columnOf(cell).negatives});
 }
 
 std::vector<TextBox*> SeriesGrid::focusable(int column) const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Marked texts stay with their figures, whatever the cells come to show.
 #include "binding/series_grid.hpp"
+#include "binding/text_numbers.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
@@ -194,7 +195,7 @@ std::optional<SeriesGrid::WayBack> SeriesGrid::wayBackTo(const FigurePlace& plac
 
 bool SeriesGrid::waitsForUnit(Cell cell) const {
     const auto& shown = shownIn(cell);
-    return shown && shown->typedIn.isOther() && box(cell).isUnstored() && !box(cell).isTyped();
+    return shown && shown->typedIn.waits(box(cell));
 }
 
 void SeriesGrid::keepUnit(std::int32_t before) {
@@ -202,8 +203,7 @@ void SeriesGrid::keepUnit(std::int32_t before) {
         for (int row = 0; row < std::ssize(cells(column)); ++row)
             if (auto& shown = shownIn({column, row}); shown && followsUnit(shown->place.datum)) {
                 TextBox& cell = box({column, row});
-                ifPossible(
-                    [&] { cell.setMark(shown->typedIn.follow(context_, cell.mark(), before)); });
+                ifPossible([&] { shown->typedIn.follow(context_, cell, before); });
             }
     for (auto& text : waiting_)
         if (followsUnit(text.place.datum))

@@ -11,7 +11,7 @@ namespace vkr {
 
 namespace {
 
-// Each element that `change` makes another one, where it finds the series as it has `reached`.
+// The elements that `change` gives another value than they have in `reached`.
 void addElements(std::vector<Change>& all, const Change& change, const Variant& reached) {
     const VariantArray& after = change.after.array();
     for (int i = after.lower(); i <= after.upper(); ++i)

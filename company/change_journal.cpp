@@ -46,14 +46,19 @@ std::shared_ptr<Object> ChangeJournal::get_ReportingPeriod() const {
 // --- the public face -----------------------------------------------------------------------------
 
 ChangeJournal::ChangeJournal(std::shared_ptr<iVKR_Company> record)
-    : notes_(std::make_shared<ChangeNotes>(std::move(record))) {
-    notes_->told = &unsavedChanged;
-    notes_->named = &nameTakenBack;
+    : notes_(std::make_shared<ChangeNotes>(std::move(record))) {}
+
+// A settings object that was handed out may note on; nobody hears of it any more.
+ChangeJournal::~ChangeJournal() {
+    notes_->unsavedChanged = nullptr;
+    notes_->nameTakenBack = nullptr;
 }
 
-ChangeJournal::~ChangeJournal() {
-    notes_->told = nullptr;
-    notes_->named = nullptr;
+void ChangeJournal::onUnsavedChanged(UnsavedChanged call) {
+    notes_->unsavedChanged = std::move(call);
+}
+void ChangeJournal::onTakenBack(NameTakenBack call) {
+    notes_->nameTakenBack = std::move(call);
 }
 
 const std::shared_ptr<iVKR_Company>& ChangeJournal::record() const {

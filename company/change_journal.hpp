@@ -75,12 +75,14 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     // was saved and taken back since is in there the other way round.
     [[nodiscard]] const std::vector<ChangeGroup>& unsaved() const;
     void setSavePoint(); // the record was saved as it is; undo goes back beyond it
-    // Called after each change of unsaved() but that of setSavePoint and startOver: with the group
-    // that has come to its end, with null where the last one has gone.
-    std::function<void(const ChangeGroup* added)> unsavedChanged;
-    // Called when a step is taken back that was saved, for each group that leads back and becomes
-    // part of unsaved() then: says what it is called, and where its figures come from now.
-    std::function<void(ChangeGroup& back, const ChangeGroup& step)> nameTakenBack;
+    // Called after each change of unsaved(), but not by setSavePoint and startOver. `added` is the
+    // group that is the last one now; null where the last one has gone.
+    using UnsavedChanged = std::function<void(const ChangeGroup* added)>;
+    void onUnsavedChanged(UnsavedChanged call);
+    // Called when a saved step is taken back, for each group `back` that leads back and becomes
+    // part of unsaved(): gives it its name and its figures' origins.
+    using NameTakenBack = std::function<void(ChangeGroup& back, const ChangeGroup& step)>;
+    void onTakenBack(NameTakenBack call);
 
     // --- of an action, and of the record
     void beginAction(const Action& action) override;

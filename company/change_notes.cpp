@@ -5,6 +5,7 @@
 #include "company/setting_table.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <utility>
 
@@ -16,7 +17,7 @@ bool isLock(const Change& change) {
     return change.setting == setting::lockBasicInfo;
 }
 
-// What nobody would take back by itself.
+// A group that people do not undo on its own.
 bool followsOnly(const ChangeGroup& group) {
     return std::ranges::all_of(group.changes, [](const Change& change) {
         return change.origin == Origin::derived || isLock(change);
@@ -93,6 +94,7 @@ void ChangeNotes::begin(const Action& action) {
     open_.push_back(action);
     if (name_.empty())
         name_ = action.name;
+    checkInvariants();
 }
 
 void ChangeNotes::end() noexcept {
@@ -114,6 +116,11 @@ void ChangeNotes::end() noexcept {
     open_.clear();
     name_.clear();
     before_.reset();
+    clearWritten();
+    checkInvariants();
+}
+
+void ChangeNotes::clearWritten() {
     marks_.clear();
     wholes_.clear();
     settings_.clear();
@@ -122,6 +129,12 @@ void ChangeNotes::end() noexcept {
 void ChangeNotes::forget() {
     done.clear();
     undone.clear();
+}
+
+void ChangeNotes::checkInvariants() const {
+    assert(isOpen() || !before_);
+    assert(isOpen() || name_.empty());
+    assert(before_ || (marks_.empty() && wholes_.empty() && settings_.empty()));
 }
 
 ChangeNotes::Touch::Touch(ChangeNotes& notes, std::optional<Datum> datum)
@@ -298,15 +311,15 @@ void ChangeNotes::leadBack(const ChangeGroup& group, const ChangeGroup& step) {
         tell(nullptr);
         return;
     }
-    if (named != nullptr && *named)
-        ifPossible([&] { (*named)(back, step); });
+    if (nameTakenBack)
+        ifPossible([&] { nameTakenBack(back, step); });
     unsaved.push_back(std::move(back));
     tell(&unsaved.back());
 }
 
 void ChangeNotes::tell(const ChangeGroup* added) const {
-    if (told != nullptr && *told)
-        ifPossible([&] { (*told)(added); });
+    if (unsavedChanged)
+        ifPossible([&] { unsavedChanged(added); });
 }
 
 void ChangeNotes::showPlace(const ChangeGroup& group) {
@@ -374,9 +387,8 @@ std::optional<std::string> ChangeNotes::apply(const ChangeGroup& group) {
             settings_.emplace_back(order, change);
     }
     ChangeGroup again = noted(before);
-    marks_.clear();
-    wholes_.clear();
-    settings_.clear();
+    clearWritten();
+    checkInvariants();
     again.name = group.name;
     again.at = group.at;
     showPlace(again);

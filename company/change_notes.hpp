@@ -20,6 +20,9 @@
 namespace vkr {
 
 // What a journal has noted. The settings objects that were handed out know of it, too.
+//
+// What may be true together: there is a name, a state before and what was written meanwhile only
+// while an action is open; the state before is there from the first write on.
 class ChangeNotes {
   public:
     explicit ChangeNotes(std::shared_ptr<iVKR_Company> held) : record(std::move(held)) {}
@@ -29,8 +32,8 @@ class ChangeNotes {
     std::vector<std::vector<ChangeGroup>> undone; // each a group with what followed from it
     std::vector<ChangeGroup> unsaved;
     std::optional<Change> place;
-    const std::function<void(const ChangeGroup*)>* told = nullptr;
-    const std::function<void(ChangeGroup&, const ChangeGroup&)>* named = nullptr;
+    std::function<void(const ChangeGroup* added)> unsavedChanged;
+    std::function<void(ChangeGroup& back, const ChangeGroup& step)> nameTakenBack;
 
     [[nodiscard]] bool isOpen() const { return !open_.empty(); }
     void begin(const Action& action);
@@ -54,7 +57,7 @@ class ChangeNotes {
     static constexpr int whole = std::numeric_limits<int>::min();
     struct Mark {
         int order = std::numeric_limits<int>::max();
-        // What nobody wrote follows from something else.
+        // A change without a write has followed from another one.
         std::optional<Origin> origin = Origin::derived;
         std::string document;
     };
@@ -116,10 +119,12 @@ class ChangeNotes {
     void tell(const ChangeGroup* added) const;
     void showPlace(const ChangeGroup& group);
     void forget();
+    void clearWritten();
+    void checkInvariants() const;
 
     std::vector<Action> open_;
-    std::string name_; // of the action under way
-    std::optional<RecordSnapshot> before_;
+    std::string name_;                     // of the action under way
+    std::optional<RecordSnapshot> before_; // its first write
     std::map<Key, Mark> marks_;
     std::map<Datum, Whole> wholes_;
     std::vector<std::pair<int, Change>> settings_; // by the place of the first write

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -59,6 +60,8 @@ struct CsvImport {
     std::vector<CsvProblem> errors;
     // What was left out: keys that a record has no place for, years older than the grid.
     std::vector<CsvProblem> notes;
+    // The names of the files that data are from, but for those from the company file.
+    std::map<Datum, std::string> files;
 };
 
 // Never throws for what the texts hold. All errors of the three texts are found in one go.

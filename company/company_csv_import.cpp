@@ -7,6 +7,14 @@
 
 namespace vkr {
 
+namespace {
+
+// What the rows of a table say where the company file does not.
+constexpr Datum datesOfTables[] = {Datum::LastFY, Datum::LastFYDate, Datum::LastQDate,
+                                   Datum::LastQDateForGrid};
+
+} // namespace
+
 std::string describe(const CsvProblem& problem) {
     static constexpr int longestQuote = 40;
     std::string text = problem.file;
@@ -28,11 +36,23 @@ CsvImport importCompanyTexts(const CompanyTexts& texts) {
         CsvFindings findings(text.file, import);
         reader(text, *company, findings);
     };
+    const auto readTable = [&](const CsvText& text, DatumPeriod period, auto reader) {
+        std::map<Datum, Variant> before;
+        for (const Datum date : datesOfTables)
+            before[date] = company->stored(date);
+        read(text, reader);
+        for (const DatumRow& row : datumTable())
+            if (row.period == period)
+                import.files[row.datum] = text.file;
+        for (const auto& [date, value] : before)
+            if (company->stored(date) != value)
+                import.files[date] = text.file;
+    };
     read(texts.company, readCompanyCsv);
     if (texts.yearly)
-        read(*texts.yearly, readYearlyCsv);
+        readTable(*texts.yearly, DatumPeriod::year, readYearlyCsv);
     if (texts.quarterly)
-        read(*texts.quarterly, readQuarterlyCsv);
+        readTable(*texts.quarterly, DatumPeriod::quarter, readQuarterlyCsv);
     if (import.errors.empty())
         import.company = company;
     return import;

@@ -233,8 +233,7 @@ void FigureOrigins::shift(const ChangeGroup& group, const Change& change) {
     });
 }
 
-// What an import brings takes the place of nothing that a person may have typed, be it by what
-// follows from it.
+// An import replaces nothing that a person may have typed, not even by what follows from it.
 bool FigureOrigins::isSafeFrom(const Change& change, std::size_t place) const {
     const auto& held = kinds_[places_[place]].origin;
     return change.origin == Origin::imported &&

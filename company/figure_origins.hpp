@@ -39,9 +39,12 @@ class FigureOrigins {
     // back by being taken back.
     void tellIn(ChangeGroup& group) const;
 
-    // Whether a worked-out value may take the place of what is there: not that of a figure which
-    // came from elsewhere, or nobody knows from where, unless what it follows from has changed
-    // since; one of a series that a person may have typed stays beside what an import has changed.
+    // Whether a worked-out value may take the place of what is there. It may where that
+    //   was worked out itself, or
+    //   came from elsewhere, or nobody knows from where, and what it follows from has changed
+    //   since;
+    // but a figure of a series that a person may have typed stays beside what an import has
+    // changed.
     [[nodiscard]] bool mayDerive(Datum datum, std::optional<int> element) const;
 
     // Plain text, a line for each origin; reading it gives the same origins. What can't be read is

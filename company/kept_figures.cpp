@@ -4,6 +4,7 @@
 #include "company/period_moves.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace vkr {
@@ -27,6 +28,7 @@ KeptFigures::KeptFigures(std::shared_ptr<iVKR_Company> record, Origins origins)
       origins_(std::move(origins)) {}
 
 void KeptFigures::beginAction(const Action& action) {
+    assert(!actions_.empty() || (inputs_.empty() && moves_.empty()));
     if (listener_ != nullptr)
         listener_->beginAction(action);
     actions_.push_back(action.origin);

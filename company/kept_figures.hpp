@@ -15,11 +15,14 @@
 
 namespace vkr {
 
-// A record that stands between the component and another one, passes everything on, and keeps what
-// came from a person or a document from being worked out: a write of an action of Origin::derived
-// leaves each figure as it is that FigureOrigins::mayDerive() says no to, unless what it follows
-// from was written in the same action; figures that an action of Origin::shifted only moves to
-// other periods are as they were. What is absent may always be worked out.
+// A record that stands between the component and another one and passes everything on, but for
+// worked-out values in the place of what came from a person or a document. A write of an action of
+// Origin::derived leaves a figure as it is where FigureOrigins::mayDerive() says no. It replaces
+// the figure all the same where what that follows from was written in the same action. Moving
+// figures to other periods, by an action of Origin::shifted, counts as no such write. What is
+// absent may always be worked out.
+//
+// What may be true together: inputs and moves are known only while an action is open.
 //
 //     const auto journal = std::make_shared<ChangeJournal>(record);
 //     entry.put_objCompany(std::make_shared<KeptFigures>(journal, [&] { return origins; }));

@@ -22,7 +22,7 @@ struct TypedFigure {
     std::string period;   // "2024", or the end of a quarter, "2025-09-27"; "" of a single datum
     std::string stored;   // with all digits; a date as 2025-09-27
     std::string imported; // "" where it has nothing there
-    // Of a period that is too old for the table by the import's last one: it goes either way.
+    // Too old for the table once the import is in: lost either way.
     bool leavesTheTable = false;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/block_paste.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "platform/error_trap.hpp"
@@ -117,7 +118,7 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
     grid.quarterly = grid_.isQuarterly();
     grid.column = at.column;
     grid.row = at.row;
-    grid.unit = context_.unit;
+    grid.unit = context_.unit();
     grid.unitNames = {{context_.text(text_number::unitThousands), 3},
                       {context_.text(text_number::unitMillions), 6},
                       {context_.text(text_number::unitBillions), 9}};
@@ -202,11 +203,14 @@ void BlockPaste::setSwitch(int index, int chosen) {
     tell();
 }
 
+void BlockPaste::setUnit(std::int32_t exponent) {
+    if (placing_.switches().unit == 0)
+        setSwitch(SwitchPlace::unit, placeOf(units, exponent));
+}
+
 void BlockPaste::pressOk() {
-    if (!canPaste())
-        return;
-    accepted_ = true;
-    visible_ = false;
+    if (canPaste())
+        state_ = State::accepted;
 }
 
 void BlockPaste::tellSwitches() {

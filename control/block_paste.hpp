@@ -21,7 +21,7 @@ class BlockPaste final : public PasteForm {
     BlockPaste(const EntryContext& context, const SeriesGrid& grid, SeriesGrid::Cell at,
                CellTexts cells, std::optional<char> decimal, const OriginOf& originOf);
 
-    [[nodiscard]] bool accepted() const { return accepted_; }
+    [[nodiscard]] bool accepted() const { return state_ == State::accepted; }
     [[nodiscard]] std::vector<SeriesGrid::Figure> figures() const;
 
     [[nodiscard]] const std::string& caption() const override { return caption_; }
@@ -29,13 +29,14 @@ class BlockPaste final : public PasteForm {
     [[nodiscard]] const std::vector<PasteLine>& lines() const override { return lines_; }
     [[nodiscard]] const std::vector<PasteSwitch>& switches() const override { return switches_; }
     void setSwitch(int index, int chosen) override;
+    void setUnit(std::int32_t exponent); // of amounts whose block does not tell it
     [[nodiscard]] const std::string& summary() const override { return summary_; }
     [[nodiscard]] const std::string& okCaption() const override { return okCaption_; }
     [[nodiscard]] bool canPaste() const override { return placing_.taken() > 0; }
     [[nodiscard]] const std::string& cancelCaption() const override { return cancelCaption_; }
     void pressOk() override;
-    void pressCancel() override { visible_ = false; }
-    [[nodiscard]] bool visible() const override { return visible_; }
+    void pressCancel() override { state_ = State::cancelled; }
+    [[nodiscard]] bool visible() const override { return state_ == State::onShow; }
 
   private:
     [[nodiscard]] BlockGrid gridAt(SeriesGrid::Cell at, const OriginOf& originOf) const;
@@ -54,8 +55,8 @@ class BlockPaste final : public PasteForm {
     std::string summary_;
     std::string okCaption_;
     std::string cancelCaption_;
-    bool visible_ = true;
-    bool accepted_ = false;
+    enum class State { onShow, accepted, cancelled };
+    State state_ = State::onShow;
 };
 
 // A text of a count: `number` of one, the next one of several.

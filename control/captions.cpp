@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/captions.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "form/build_form.hpp"
 #include "form/form_layout.hpp"
 #include "platform/error_trap.hpp"

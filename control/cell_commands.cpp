@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/cell_commands.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "input/clipboard_cells.hpp"
 #include "input/date_pattern.hpp"
 #include "input/mdlKMTMisc.hpp"
@@ -40,6 +41,7 @@ CellKey cellKeyOf(KeyCode key, int shift) {
 // What the cells of a grid stand for: the host may change it while a dialog is open.
 std::vector<int> meaningOf(const SeriesGrid& grid) {
     std::vector<int> meaning;
+    meaning.reserve(static_cast<std::size_t>(grid.rowCount()) + grid.columns().size());
     for (int row = 0; row < grid.rowCount(); ++row)
         meaning.push_back(grid.elementOf(row).value_or(-1));
     for (const auto& column : grid.columns())
@@ -205,8 +207,8 @@ std::optional<MenuCells> CellCommands::selectedWith(const Control& control) cons
     if (column < span.firstColumn || column > span.lastColumn || row < span.firstRow ||
         row > span.lastRow)
         return std::nullopt;
-    return MenuCells{context_.company != nullptr && !context_.isLocked(),
-                     place->grid->isQuarterly()};
+    return MenuCells{.changeable = context_.company != nullptr && !context_.isLocked(),
+                     .quarters = place->grid->isQuarterly()};
 }
 
 void CellCommands::carryOut(MenuCommand command) {
@@ -260,7 +262,11 @@ bool CellCommands::copy(bool withHeadings) {
                                : grid.exactText(column, grid.held({column, row}).value_or(0)));
         }
     }
-    ifPossible([&] { context_.services.setClipboardText(clipboardText(cells)); });
+    ifPossible([&] {
+        const std::string text = clipboardText(cells);
+        context_.services.setClipboardText(text);
+        context_.noteCopy(text);
+    });
     return true;
 }
 
@@ -285,6 +291,8 @@ void CellCommands::preview(const Place& place, CellTexts cells, std::string_view
     const auto meaning = meaningOf(*place.grid);
     BlockPaste form(context_, *place.grid, {span.firstColumn, span.firstRow}, std::move(cells),
                     decimal, originOf_);
+    if (const std::int32_t unit = context_.copiedIn(text); unit != 0)
+        form.setUnit(unit);
     ifPossible([&] { context_.services.showPaste(form); });
     if (!form.accepted() || context_.company != asked || meaningOf(*place.grid) != meaning ||
         !mayChange(place))

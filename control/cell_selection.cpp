@@ -6,16 +6,17 @@
 namespace vkr {
 
 CellSelection::Span CellSelection::span() const {
-    const int last = grid_->rowCount() - 1;
-    return {span_.firstColumn, span_.lastColumn, std::min(span_.firstRow, last),
-            std::min(span_.lastRow, last)};
+    const auto& [grid, span, end] = selected_.value();
+    const int last = grid->rowCount() - 1;
+    return {span.firstColumn, span.lastColumn, std::min(span.firstRow, last),
+            std::min(span.lastRow, last)};
 }
 
 void CellSelection::show(bool highlighted) const {
     const Span cells = span();
     for (int column = cells.firstColumn; column <= cells.lastColumn; ++column)
         for (int row = cells.firstRow; row <= cells.lastRow; ++row)
-            grid_->box({column, row}).setHighlighted(highlighted);
+            grid()->box({column, row}).setHighlighted(highlighted);
 }
 
 void CellSelection::set(SeriesGrid& grid, Cell anchor, Cell end) {
@@ -34,18 +35,16 @@ void CellSelection::set(SeriesGrid& grid, const Span& span, Cell end) {
     clear();
     if (span.firstColumn == span.lastColumn && span.firstRow == span.lastRow)
         return;
-    grid_ = &grid;
-    span_ = span;
-    end_ = end;
+    selected_ = {&grid, span, end};
     show(true);
 }
 
 void CellSelection::clear() {
-    if (grid_ == nullptr)
+    if (!isActive())
         return;
-    const Form::Update update(grid_->box({0, 0}).form());
+    const Form::Update update(grid()->box({0, 0}).form());
     show(false);
-    grid_ = nullptr;
+    selected_.reset();
 }
 
 } // namespace vkr

@@ -3,6 +3,8 @@
 
 #include "binding/series_grid.hpp"
 
+#include <optional>
+
 namespace vkr {
 
 // A rectangle of cells, in one grid, that a person has selected together. The cell that has the
@@ -11,10 +13,11 @@ class CellSelection {
   public:
     using Cell = SeriesGrid::Cell;
 
-    [[nodiscard]] bool isActive() const { return grid_ != nullptr; }
-    [[nodiscard]] SeriesGrid* grid() const { return grid_; }
+    [[nodiscard]] bool isActive() const { return selected_.has_value(); }
+    // Null without a selection. What follows is asked only where there is one.
+    [[nodiscard]] SeriesGrid* grid() const { return selected_ ? selected_->grid : nullptr; }
     // The end that moves.
-    [[nodiscard]] Cell end() const { return end_; }
+    [[nodiscard]] Cell end() const { return selected_.value().end; }
 
     // Both ends included.
     struct Span {
@@ -28,12 +31,15 @@ class CellSelection {
     void clear();
 
   private:
+    struct Selected {
+        SeriesGrid* grid;
+        Span span; // of more than one cell; its rows may have gone since
+        Cell end;
+    };
     void set(SeriesGrid& grid, const Span& span, Cell end);
     void show(bool highlighted) const;
 
-    SeriesGrid* grid_ = nullptr;
-    Span span_{};
-    Cell end_{};
+    std::optional<Selected> selected_; // whose cells are highlighted
 };
 
 } // namespace vkr

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/entry_input.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "form/controls.hpp"
 #include "input/block_figure.hpp"
 #include "input/mdlDataEntry.hpp"
@@ -51,6 +52,12 @@ std::optional<HistoryStep> stepOf(KeyCode key, int shift) {
     return std::nullopt;
 }
 
+// What the native field does with these keys.
+bool copies(KeyCode key, int shift) {
+    return (shift == shifts::control && (key == 'C' || key == 'X' || key == keys::insert)) ||
+           (shift == shifts::shift && key == keys::del);
+}
+
 } // namespace
 
 bool EntryInput::wantsKey(const Control& control, KeyCode key, int shift) const {
@@ -87,6 +94,9 @@ void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
                                                           !context_.form.isKeyHeld() &&
                                                           field->standsForStored())
         field->settleDoubt();
+    if (const auto* field = textFieldOf(&control);
+        field != nullptr && field->selLength() > 0 && copies(key, shift))
+        ifPossible([&] { context_.noteCopy(std::string(field->selText())); });
     if (key == keys::f1) {
         helpKeyDown_ = frame_.visible();
         if (helpKeyDown_)
@@ -181,14 +191,14 @@ bool EntryInput::onPaste(TextField& field, std::string_view text) {
         context_.tellRefused(field, text_number::noteOneFigure);
         return false;
     }
-    const auto own = ofItsProgram(text);
+    const auto own = inMarksOfForm(text);
     if (own)
         context_.form.userPaste(field, *own);
     return !own;
 }
 
-// A figure that was copied with another decimal mark than that of the form, in the form's.
-std::optional<std::string> EntryInput::ofItsProgram(std::string_view text) const {
+// A figure whose clipboard names another decimal mark than the form's; nothing for any other.
+std::optional<std::string> EntryInput::inMarksOfForm(std::string_view text) const {
     const NumberMarks& marks = context_.form.numberMarks();
     const auto declared = context_.declaredMark(text);
     if (!declared || *declared == marks.decimal)

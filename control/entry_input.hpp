@@ -45,7 +45,7 @@ class EntryInput final : public FormHandler {
     void onFocusLeft() override { context_.hideHelpFrame(); }
 
   private:
-    [[nodiscard]] std::optional<std::string> ofItsProgram(std::string_view text) const;
+    [[nodiscard]] std::optional<std::string> inMarksOfForm(std::string_view text) const;
     bool opens(Control& control, KeyCode& key, int shift);
     bool turnsPage(Control& control, KeyCode& key, int shift);
 

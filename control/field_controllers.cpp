@@ -2,6 +2,7 @@
 #include "control/field_controllers.hpp"
 
 #include "binding/company_loader.hpp"
+#include "binding/text_numbers.hpp"
 #include "form/controls.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "input/mdlKMTMisc.hpp"
@@ -30,9 +31,7 @@ void FieldController::enter(Control& control) {
 }
 
 bool FieldController::press(TextField& field, char32_t& character) {
-    return filter_ != nullptr &&
-           FilterNumericKey(character, filter_->numeric, filter_->freeText, field,
-                            filter_->allowNegative, filter_->upperCase);
+    return filter_ != nullptr && FilterNumericKey(character, field, *filter_);
 }
 
 void FieldController::change(TextField& field) {
@@ -151,7 +150,12 @@ CurrencySymbolController::CurrencySymbolController(EntryContext& context, Captio
     : FieldController(context, filterOf(fieldRow(controls::currencySymbol))), captions_(captions) {}
 
 void CurrencySymbolController::store(TextField& field) {
-    if (checkFieldChange(field, context_) && context_.company != nullptr)
+    const bool refused = field.isUnstored(); // while the data was locked
+    const bool changed = checkFieldChange(field, context_);
+    if (context_.company == nullptr || field.locked())
+        return;
+    field.setMark({});
+    if (changed || refused)
         noteChoice(context_, setting::currencySymbol);
 }
 
@@ -159,13 +163,14 @@ ReportingPeriodController::ReportingPeriodController(EntryContext& context)
     : FieldController(context, filterOf(fieldRow(controls::reportingPeriod))) {}
 
 void ReportingPeriodController::store(TextField& field) {
+    const bool refused = field.isUnstored();
     const bool changed = checkFieldChange(field, context_);
     if (context_.company == nullptr || field.locked())
         return;
     // Any other text than an entry would get lost without a word.
     const bool lost = static_cast<ComboBox&>(field).listIndex() < 0 && !field.text().empty();
     field.setMark(lost ? context_.unstored(text_number::reasonRefused) : FieldMark());
-    if (changed)
+    if (changed || refused)
         noteChoice(context_, setting::leadPeriod);
 }
 

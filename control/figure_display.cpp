@@ -71,7 +71,7 @@ void FigureDisplay::setNumberMarks(const NumberMarks& wanted) {
 }
 
 void FigureDisplay::followUnit() {
-    const std::int32_t before = context_.unit;
+    const std::int32_t before = context_.unit();
     context_.ComputeUnitFactor();
     keepUnit(before);
     fields_.showScaled();
@@ -80,7 +80,7 @@ void FigureDisplay::followUnit() {
 }
 
 void FigureDisplay::keepUnit(std::int32_t before) {
-    if (context_.unit == before)
+    if (context_.unit() == before)
         return;
     fields_.keepUnit(before);
     yearly_.keepUnit(before);

@@ -18,8 +18,7 @@ class FigurePlaces {
     // does at the moment.
     [[nodiscard]] TextField* fieldOf(const FigurePlace& place) const;
 
-    // Remarks on figures, and where they come from, in place of those before; of fields that
-    // nothing is said of they go.
+    // Shows remarks on figures, and where they come from. Fields without one lose theirs.
     void setRemarks(FigureNotes<std::string>::Places remarks);
     void setOrigins(FigureNotes<FieldOrigin>::Places origins);
 

@@ -16,7 +16,8 @@ class FormConsequences final : public Consequences {
           properties_(properties), company_(company) {}
 
     void sourceStatesRates() override { options_.showStatedRates(); }
-    void trailingEarningsTyped() override { quarterly_.trailing().doubtTyped(); }
+    void trailingEarningsTyped() override { quarterly_.trailing().typed(); }
+    void trailingEarningsLeft() override { quarterly_.trailing().left(); }
     void trailingEarningsDerived() override;
     void fiscalYearMoved() override;
     void yearlyEarningsStored() override { quarterly_.trailing().followYear(); }

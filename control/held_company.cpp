@@ -2,6 +2,7 @@
 #include "control/held_company.hpp"
 
 #include "binding/company_loader.hpp"
+#include "binding/text_numbers.hpp"
 #include "control/kept_texts.hpp"
 #include "form/build_form.hpp"
 #include "form/controls.hpp"
@@ -27,6 +28,25 @@ constexpr std::pair<Datum, Handle<TextBox>> suggestedDates[] = {
     {Datum::LastFYDate, controls::lastFiscalYearDate},
     {Datum::PriceUpdatedDate, controls::priceUpdate},
     {Datum::LastUpdate, controls::lastUpdate},
+};
+
+// The form commits into a copy meanwhile; what it has seen of the record stays.
+class [[nodiscard]] HeldInstead {
+  public:
+    HeldInstead(EntryContext& context, std::shared_ptr<iVKR_Company> copy)
+        : context_(context), seen_(context.settingsSeen),
+          held_(std::exchange(context.company, std::move(copy))) {}
+    ~HeldInstead() {
+        context_.company = std::move(held_);
+        context_.settingsSeen.swap(seen_);
+    }
+    HeldInstead(const HeldInstead&) = delete;
+    HeldInstead& operator=(const HeldInstead&) = delete;
+
+  private:
+    EntryContext& context_;
+    std::map<std::string_view, Variant> seen_; // copied first: that may fail
+    std::shared_ptr<iVKR_Company> held_;
 };
 
 // The trailing earnings follow, unless they are changed themselves.
@@ -97,6 +117,7 @@ void HeldCompany::show() {
     ifPossible([&] { clear(); });
     ifPossible([&] { listReportingPeriods(); });
     context_.ComputeUnitFactor();
+    quarterly_.trailing().forgetTyped();
     ifPossible([&] { quarterly_.trailing().derive(); });
     loadCompany(context_, fields_, yearly_, quarterly_);
     ifPossible([&] { quarterly_.relabel(); }); // names the last fiscal year beside its quarters
@@ -125,7 +146,7 @@ void HeldCompany::showAnew() {
     context_.hideHelpFrame();
     KeptTexts kept(context_, yearly_, quarterly_);
     PeriodsMoved moved;
-    const std::int32_t unit = context_.unit;
+    const std::int32_t unit = context_.unit();
     std::vector<std::string> dates;
     for (const auto& [datum, shown] : suggestedDates)
         dates.push_back(context_[shown].tag());
@@ -211,11 +232,8 @@ std::shared_ptr<iVKR_Company> HeldCompany::commit() {
 void HeldCompany::commitInto(std::shared_ptr<iVKR_Company> copy) {
     if (context_.company == nullptr || copy == nullptr)
         return;
-    const auto seen = context_.settingsSeen;
-    std::swap(context_.company, copy);
-    commitCompany(context_, quarterly_.lastQuarter()); // whatever fails is skipped in there
-    std::swap(context_.company, copy);
-    context_.settingsSeen = seen;
+    const HeldInstead instead(context_, std::move(copy));
+    commitCompany(context_, quarterly_.lastQuarter());
 }
 
 void HeldCompany::holdCommitted() {

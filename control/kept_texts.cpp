@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/kept_texts.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "input/field_text.hpp"
 #include "platform/text.hpp"
 

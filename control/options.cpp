@@ -109,7 +109,7 @@ void Options::showPairs() {
 }
 
 void Options::showUnit() {
-    context_[controls::unitOption[optionOfUnit(context_.unit)]].setValue(true);
+    context_[controls::unitOption[optionOfUnit(context_.unit())]].setValue(true);
     captions_.followUnit();
 }
 

@@ -23,6 +23,8 @@ enum Shade { shadeLocked, shadeYear, shadeQuarter };
 
 // The properties that a host sets and a container keeps, by the table of properties. A value
 // belongs to the part that it works on; those of nobody else stand here.
+//
+// What may be true together: a number of quarters waits only while work is under way.
 class Properties {
   public:
     Properties(EntryContext& context, YearlyGrid& yearly, QuarterlyGrid& quarterly, DataLock& lock,

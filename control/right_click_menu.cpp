@@ -115,7 +115,10 @@ void RightClickMenu::paste(TextField& field) {
 
 bool RightClickMenu::copy(const TextField& field) {
     ifPossible([&] { context_.services.clearClipboard(); });
-    return attempt([&] { context_.services.setClipboardText(field.text()); });
+    return attempt([&] {
+        context_.services.setClipboardText(field.text());
+        context_.noteCopy(field.text());
+    });
 }
 
 void RightClickMenu::takeLastQuarterDate() {
@@ -198,8 +201,7 @@ void RightClickMenu::ShowDatePicker(TextBox& field, bool blnToday) {
         putDate(field, calendar.get_SelectedDate());
 }
 
-// A field that is not on show, or that the focus is not in, is left at once: nobody would come to
-// leave it.
+// Without the focus nobody would leave the field: it is left at once.
 void RightClickMenu::putDate(TextField& field, Date date) {
     if (field.locked())
         return;

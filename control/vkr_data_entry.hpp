@@ -35,7 +35,6 @@ struct MarkedField {
     std::string text;   // as it is on screen, or waits to be
     std::string reason; // why it can't be stored, or what was left out
 };
-using UnstoredField = MarkedField;
 
 // The data-entry component. All calls belong to the thread of the desktop; none of them throws.
 //
@@ -195,7 +194,6 @@ class VKRDataEntry {
 
     static constexpr Twips workingWidth = sizes::workingWidth;
     static constexpr Twips workingHeight = sizes::workingHeight;
-    static constexpr Twips placeholderSize = sizes::placeholder;
 
   private:
     class Impl;

@@ -76,7 +76,7 @@ void VKRDataEntry::Impl::applyColorScheme() {
     }
 }
 
-// All of them, also where memory runs out over their words: none that is missing is asked about.
+// Never leaves one out: where memory runs out it has no words.
 std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) {
     std::vector<MarkedField> result;
     if (attempt([&] { listMarked(kind, result); }))

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/field_view.hpp"
 
+#include "platform/during.hpp"
 #include "platform/native_edits.hpp"
 #include "platform/text.hpp"
 
 #include <QApplication>
 
 #include <algorithm>
+#include <optional>
 
 namespace vkr {
 
@@ -229,10 +231,11 @@ void FieldView::type(QEvent& event) {
     const auto* key = event.type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(&event) : nullptr;
     const bool undoes =
         key != nullptr && (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo));
-    undoing_ += undoes ? 1 : 0;
+    std::optional<Nested> undoing;
+    if (undoes)
+        undoing.emplace(undoing_);
     typeInto(event);
     takeEdit();
-    undoing_ -= undoes ? 1 : 0;
 }
 
 bool FieldView::handleOwn(QEvent& event, QWidget& source, NativeEvent native) {

@@ -2,7 +2,6 @@
 #include "desktop/painted_view.hpp"
 
 #include <QPainter>
-#include <QPixmap>
 
 namespace vkr {
 
@@ -12,14 +11,6 @@ class Painted : public QWidget {
   public:
     Painted(QWidget* parent, const ControlView& view) : QWidget(parent), view_(view) {
         setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
-
-    void load(const Picture& picture) {
-        picture_ = {};
-        if (!picture.empty())
-            picture_.loadFromData(reinterpret_cast<const uchar*>(picture.svg.data()),
-                                  static_cast<uint>(picture.svg.size()), "svg");
-        update();
     }
 
   protected:
@@ -37,13 +28,10 @@ class Painted : public QWidget {
         }
         const QColor back = toQt(control->backColor());
         painter.fillRect(rect(), back.isValid() ? back : palette().color(QPalette::Window));
-        if (!picture_.isNull())
-            painter.drawPixmap(rect(), picture_);
     }
 
   private:
     const ControlView& view_;
-    QPixmap picture_;
 };
 
 } // namespace
@@ -54,14 +42,9 @@ PaintedView::PaintedView(ViewHost& host, Control& control, QWidget& parent)
 }
 
 void PaintedView::show(Property property) {
-    static const Setter setters[] = {{Property::look, &PaintedView::showPicture}};
     ControlView::show(property);
-    ControlView::show(property, setters);
-}
-
-void PaintedView::showPicture() {
-    const auto* box = dynamic_cast<PictureBox*>(control());
-    static_cast<Painted&>(widget()).load(box == nullptr ? Picture() : box->picture());
+    if (property == Property::look)
+        widget().update();
 }
 
 } // namespace vkr

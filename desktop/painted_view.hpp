@@ -13,9 +13,6 @@ class PaintedView final : public ControlView {
 
   protected:
     void showColors() override { widget().update(); }
-
-  private:
-    void showPicture();
 };
 
 } // namespace vkr

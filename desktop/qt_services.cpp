@@ -21,6 +21,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
@@ -85,6 +86,7 @@ QtServices::Call::~Call() {
 }
 
 void QtServices::leave(QObject& remains) {
+    assert(isCalling() && remains_ == nullptr);
     remains_ = &remains;
     owner_.clear();
     for (const auto& open : calls_)

@@ -16,6 +16,9 @@ namespace vkr {
 
 // The desktop as the component sees it, on Qt. Dialogs belong to the window of the owner; without
 // an owner, which may be destroyed while one is open, every question is answered with no.
+//
+// What may be true together: there are remains only while a call has not returned, and then there
+// is no owner any more.
 class QtServices final : public Services {
   public:
     explicit QtServices(QWidget& owner) : owner_(&owner) {}

@@ -13,6 +13,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
@@ -131,6 +132,13 @@ VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* pa
     setFocusProxy(view_);
     resetNumberMarks();
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    checkInvariants();
+}
+
+void VKRDataEntryWidget::checkInvariants() const {
+    assert(services_ != nullptr && events_ != nullptr && entry_ != nullptr && view_ != nullptr);
+    assert(title_.isEmpty() || record_ != nullptr);
+    assert(zoomsToFit_ == static_cast<bool>(view_->zoomTurned));
 }
 
 VKRDataEntryWidget::~VKRDataEntryWidget() {
@@ -138,6 +146,8 @@ VKRDataEntryWidget::~VKRDataEntryWidget() {
     entry_->setEvents(nullptr);
     entry_->stateChanged = nullptr;
     entry_->fractionDisplayChanged = nullptr;
+    entry_->historyAsked = nullptr;
+    entry_->originOf = nullptr;
     if (services_->isCalling())
         new Remains(*this); // deletes itself
     else
@@ -201,6 +211,7 @@ void VKRDataEntryWidget::stateChanged() {
     }
     if (const QString title = recordTitle(); title != title_) {
         title_ = title;
+        checkInvariants();
         emit titleChanged(title);
         if (!stays)
             return;
@@ -276,6 +287,7 @@ void VKRDataEntryWidget::setZoomsToFit(bool fits) {
         view_->zoomTurned = stepped;
     else
         view_->zoomTurned = nullptr;
+    checkInvariants();
     updateGeometry();
 }
 

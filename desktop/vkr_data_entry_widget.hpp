@@ -32,6 +32,10 @@ struct MarkedField;
 // has one size. Until a record is handed in it shows an empty square.
 //
 // Signals come from within the component: a slot that destroys the widget does so by deleteLater().
+//
+// What may be true together: component, view and services are there from the constructor to the
+// destructor; the title and whether it is dirty are as the signals last told them, so they trail
+// the component only within its own calls; the wheel zooms only where the widget zooms to fit.
 class VKRDataEntryWidget : public QWidget {
     Q_OBJECT
     // 0 resets the shades of locked and yearly cells, 1 leaves them to the host.
@@ -244,6 +248,7 @@ class VKRDataEntryWidget : public QWidget {
     void fit();
     void stateChanged();
     [[nodiscard]] QString recordTitle() const;
+    void checkInvariants() const;
 
     std::unique_ptr<QtServices> services_;
     std::unique_ptr<Events> events_;

@@ -153,14 +153,20 @@ struct Part {
 };
 
 std::vector<Part> partsOf(const iVKR_Company& company, const FilingsReview& review) {
+    const Action asTheWhole{Origin::imported, {}, "CIK " + std::to_string(review.cik)};
     std::vector<Part> parts;
-    for (const RecordSpan* span : {&review.years, &review.quarters})
-        if (!span->changes.empty()) // else a date that was missing
-            parts.push_back(
-                {{span->added > 0 ? Origin::shifted : Origin::imported, {}, {}}, span->changes});
+    for (const RecordSpan* span : {&review.years, &review.quarters}) {
+        Part dates{asTheWhole, {}};
+        Part moved{{Origin::shifted, {}, {}}, {}};
+        for (const DatumChange& change : span->changes)
+            (change.after.isArray() ? moved : dates).changes.push_back(change);
+        for (Part* part : {&dates, &moved})
+            if (!part->changes.empty())
+                parts.push_back(std::move(*part));
+    }
     if (company.get_Name().empty() && !review.entityName.empty())
-        parts.push_back({{Origin::imported, {}, "CIK " + std::to_string(review.cik)},
-                         {{Datum::Name, std::nullopt, std::string(), review.entityName}}});
+        parts.push_back(
+            {asTheWhole, {{Datum::Name, std::nullopt, std::string(), review.entityName}}});
     for (const ReviewRow& row : review.rows) {
         if (!row.ticked)
             continue;

@@ -43,7 +43,7 @@ struct ReviewRow {
 using OriginQuery = std::function<std::optional<Origin>(Datum, std::optional<int> element)>;
 
 struct ReviewOptions {
-    OriginQuery originOf; // none: nobody knows
+    OriginQuery originOf = {}; // none: nobody knows
     bool addsYears = true;
     bool addsQuarters = true;
 };
@@ -84,8 +84,8 @@ enum class ReviewTicks {
 void tick(FilingsReview& review, ReviewTicks ticks);
 
 // Puts the ticked figures into the record: all of them, or none where it refuses one. One action,
-// with the number of each filing as the document of its figures. No value where all
-// are there. A value where they are not: the reason or the record's words, which may be empty.
+// with the number of each filing as the document of its figures. No value where all are there. A
+// value where they are not: the reason or the record's words, which may be empty.
 [[nodiscard]] std::optional<std::string> importFilings(const std::shared_ptr<iVKR_Company>& company,
                                                        const FilingsReview& review);
 // "Import of 120 Figures".

@@ -148,7 +148,7 @@ struct GridSeries {
     [[nodiscard]] constexpr bool isScaled() const { return followsUnit(series); }
 };
 
-// A column whose figure the Options tab chooses shows `first` or `second`.
+// A column whose figure the Options tab chooses shows `usual` or `alternative`.
 enum class ColumnChoice { none, income, equity };
 // Which member of a pair is on show.
 enum class PairRow { usual, alternative };

@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static_cast<void>(FractionToDecimal(DecimalToFraction(any, true)));
 
     Form form;
-    auto& field = form.add<TextBox>("txtHigh");
+    auto& field = form.add<TextBox>("price");
     const double value = thousandths / 1000.0;
     const std::string decimal = formatNumber(value, "#0.000");
     field.setText(decimal);

@@ -131,6 +131,17 @@ QString unitText(FigureUnit unit, const iVKR_Company& company) {
     return {};
 }
 
+// A figure of the company as a whole; 0 where the topic has none.
+double figureOf(const AssistantTopic& topic, const iVKR_Company& company) {
+    const bool isFigure = topic.unit == money || topic.unit == shares || topic.unit == perShare ||
+                          topic.unit == percent;
+    if (!topic.datum || !isFigure || isSeries(rowOf(*topic.datum)))
+        return 0;
+    if (topic.object == doCommDiv && company.get_CommDivAlternate() != 0)
+        return company.get_CommDivAlternate();
+    return readNumber(company, *topic.datum);
+}
+
 History historyOf(const AssistantTopic& topic, const iVKR_Company& company,
                   std::optional<int> element) {
     History history;
@@ -158,6 +169,10 @@ History historyOf(const AssistantTopic& topic, const iVKR_Company& company,
     history.title = (showsQuarters(topic) ? tr("%1 by quarter") : tr("%1 by fiscal year"))
                         .arg(names.join(tr(" and ")));
     history.suffix = suffixOf(topicOf(data.front()).unit);
+    if (const double level = figureOf(topic, company); level != 0) {
+        history.level = level;
+        history.levelName = helpTitleOf(topic);
+    }
     constexpr int quartersPerYear = 4;
     history.cycle = showsQuarters(topic) ? quartersPerYear : 1;
     if (element && *element >= span.newest && *element <= span.oldest)
@@ -237,10 +252,7 @@ QString storedText(const AssistantTopic& topic, const iVKR_Company& company,
         return element ? numberWithUnit(figureAt(company, *topic.datum, *element).value_or(0),
                                         topic.unit)
                        : QString();
-    double figure = readNumber(company, *topic.datum);
-    if (topic.object == doCommDiv && company.get_CommDivAlternate() != 0)
-        figure = company.get_CommDivAlternate();
-    return numberWithUnit(figure, topic.unit);
+    return numberWithUnit(figureOf(topic, company), topic.unit);
 }
 
 std::optional<int> newestElement(const AssistantTopic& topic, const iVKR_Company& company) {

@@ -20,6 +20,22 @@ constexpr Yearly prices{Datum::YHighSeries, Datum::YLowSeries};
 constexpr Yearly only(Datum series) {
     return {series, std::nullopt};
 }
+
+constexpr FigureUnit figureUnitOf(Datum datum) {
+    switch (unitOf(datum)) {
+    case DatumUnit::money:
+        return money;
+    case DatumUnit::perShare:
+        return perShare;
+    case DatumUnit::percent:
+        return percent;
+    case DatumUnit::shares:
+        return shares;
+    default:
+        return text;
+    }
+}
+
 constexpr AssistantTopic kept(DataEntryObject object, FigureUnit unit, Datum datum,
                               Yearly yearly = none, std::optional<Datum> quarterly = {}) {
     return {object, unit, datum, yearly, quarterly};
@@ -28,12 +44,16 @@ constexpr AssistantTopic without(DataEntryObject object, FigureUnit unit, Yearly
                                  std::optional<Datum> quarterly = {}) {
     return {object, unit, std::nullopt, yearly, quarterly};
 }
-constexpr AssistantTopic ofYears(DataEntryObject object, FigureUnit unit, Datum series,
-                                 std::optional<Datum> quarterly = {}) {
-    return {object, unit, series, only(series), quarterly};
+constexpr AssistantTopic figure(DataEntryObject object, Datum datum, Yearly yearly = none,
+                                std::optional<Datum> quarterly = {}) {
+    return {object, figureUnitOf(datum), datum, yearly, quarterly};
 }
-constexpr AssistantTopic ofQuarters(DataEntryObject object, FigureUnit unit, Datum series) {
-    return {object, unit, series, none, series};
+constexpr AssistantTopic ofYears(DataEntryObject object, Datum series,
+                                 std::optional<Datum> quarterly = {}) {
+    return figure(object, series, only(series), quarterly);
+}
+constexpr AssistantTopic ofQuarters(DataEntryObject object, Datum series) {
+    return figure(object, series, none, series);
 }
 
 constexpr auto topics = std::to_array<AssistantTopic>({
@@ -41,41 +61,41 @@ constexpr auto topics = std::to_array<AssistantTopic>({
     kept(doSymbol, text, Datum::Symbol),
     kept(doExchange, text, Datum::Exchange),
     kept(doIndustry, text, Datum::Industry),
-    kept(doTotalCap, money, Datum::TotalCap, only(Datum::YCommEqSeries)),
+    figure(doTotalCap, Datum::TotalCap, only(Datum::YCommEqSeries)),
     kept(doSource, text, Datum::Source),
     kept(doLastStudied, date, Datum::LastUpdate),
     without(doUpdatedBy, nothing),
-    kept(doCurrentPrice, perShare, Datum::CurrentPrice, prices),
-    kept(do52WHigh, perShare, Datum::High52W, prices),
-    kept(do52WLow, perShare, Datum::Low52W, prices),
+    figure(doCurrentPrice, Datum::CurrentPrice, prices),
+    figure(do52WHigh, Datum::High52W, prices),
+    figure(do52WLow, Datum::Low52W, prices),
     kept(doPriceUpdatedDate, date, Datum::PriceUpdatedDate),
-    kept(doLast4QEPS, perShare, Datum::Last4QEPS, only(Datum::YEPSSeries), Datum::QEPSSeries),
-    kept(doORBEPSProj, perShare, Datum::ORBEPSProj, only(Datum::YEPSSeries), Datum::QEPSSeries),
-    kept(doTotalDebt, money, Datum::TotalDebt, only(Datum::YCommEqSeries)),
-    kept(doInsiderHolding, percent, Datum::InsiderHolding),
-    kept(doInstitutional, percent, Datum::Institutional),
-    kept(doPrefShares, money, Datum::PrefShares),
-    kept(doCommShares, shares, Datum::CommShares, only(Datum::YCSOSeries)),
-    kept(doDilutedShares, shares, Datum::DilutedShares, only(Datum::YCSOSeries)),
+    figure(doLast4QEPS, Datum::Last4QEPS, only(Datum::YEPSSeries), Datum::QEPSSeries),
+    figure(doORBEPSProj, Datum::ORBEPSProj, only(Datum::YEPSSeries), Datum::QEPSSeries),
+    figure(doTotalDebt, Datum::TotalDebt, only(Datum::YCommEqSeries)),
+    figure(doInsiderHolding, Datum::InsiderHolding),
+    figure(doInstitutional, Datum::Institutional),
+    figure(doPrefShares, Datum::PrefShares),
+    figure(doCommShares, Datum::CommShares, only(Datum::YCSOSeries)),
+    figure(doDilutedShares, Datum::DilutedShares, only(Datum::YCSOSeries)),
     kept(doLastFY, year, Datum::LastFY),
     kept(doLastFYDate, date, Datum::LastFYDate),
-    ofYears(doYRevenue, money, Datum::YRevenueSeries, Datum::QRevenueSeries),
-    ofYears(doYPTI, money, Datum::YPTISeries, Datum::QPTISeries),
-    ofYears(doYTaxRate, percent, Datum::YTaxRateSeries, Datum::QTaxRateSeries),
-    ofYears(doYNetInc, money, Datum::YNetIncSeries, Datum::QNetIncSeries),
-    ofYears(doYCommEq, money, Datum::YCommEqSeries),
-    ofYears(doYBookVal, perShare, Datum::YBookValSeries),
-    ofYears(doYEPS, perShare, Datum::YEPSSeries, Datum::QEPSSeries),
-    ofYears(doYDividend, perShare, Datum::YDividendSeries),
-    ofYears(doYHigh, perShare, Datum::YHighSeries),
-    ofYears(doYLow, perShare, Datum::YLowSeries),
-    ofYears(doYCSO, shares, Datum::YCSOSeries),
+    ofYears(doYRevenue, Datum::YRevenueSeries, Datum::QRevenueSeries),
+    ofYears(doYPTI, Datum::YPTISeries, Datum::QPTISeries),
+    ofYears(doYTaxRate, Datum::YTaxRateSeries, Datum::QTaxRateSeries),
+    ofYears(doYNetInc, Datum::YNetIncSeries, Datum::QNetIncSeries),
+    ofYears(doYCommEq, Datum::YCommEqSeries),
+    ofYears(doYBookVal, Datum::YBookValSeries),
+    ofYears(doYEPS, Datum::YEPSSeries, Datum::QEPSSeries),
+    ofYears(doYDividend, Datum::YDividendSeries),
+    ofYears(doYHigh, Datum::YHighSeries),
+    ofYears(doYLow, Datum::YLowSeries),
+    ofYears(doYCSO, Datum::YCSOSeries),
     kept(doLastQDate, date, Datum::LastQDate),
-    ofQuarters(doQRevenue, money, Datum::QRevenueSeries),
-    ofQuarters(doQEPS, perShare, Datum::QEPSSeries),
-    ofQuarters(doQPTI, money, Datum::QPTISeries),
-    ofQuarters(doQTaxRate, percent, Datum::QTaxRateSeries),
-    ofQuarters(doQNetInc, money, Datum::QNetIncSeries),
+    ofQuarters(doQRevenue, Datum::QRevenueSeries),
+    ofQuarters(doQEPS, Datum::QEPSSeries),
+    ofQuarters(doQPTI, Datum::QPTISeries),
+    ofQuarters(doQTaxRate, Datum::QTaxRateSeries),
+    ofQuarters(doQNetInc, Datum::QNetIncSeries),
     kept(doAddress1, text, Datum::Address1),
     kept(doAddress2, text, Datum::Address2),
     kept(doCity, text, Datum::City),
@@ -89,9 +109,9 @@ constexpr auto topics = std::to_array<AssistantTopic>({
     kept(doVLSafety, text, Datum::VLSafety),
     without(doReportingPeriod, choice),
     kept(doNotes, text, Datum::Notes),
-    kept(doPrefDiv, money, Datum::PrefDiv, only(Datum::YNetIncSeries), Datum::QNetIncSeries),
-    kept(doCommDiv, perShare, Datum::CommDiv, only(Datum::YDividendSeries)),
-    kept(doEstTaxRate, percent, Datum::TaxRate, only(Datum::YTaxRateSeries), Datum::QTaxRateSeries),
+    figure(doPrefDiv, Datum::PrefDiv, only(Datum::YNetIncSeries), Datum::QNetIncSeries),
+    figure(doCommDiv, Datum::CommDiv, only(Datum::YDividendSeries)),
+    figure(doEstTaxRate, Datum::TaxRate, only(Datum::YTaxRateSeries), Datum::QTaxRateSeries),
     without(doUnit, choice),
     without(doPTI_TaxRate, choice, only(Datum::YTaxRateSeries), Datum::QTaxRateSeries),
     without(doCommEq_BookVal, choice, only(Datum::YBookValSeries)),
@@ -117,21 +137,6 @@ constexpr bool isInOrder() {
 }
 static_assert(isInOrder());
 
-FigureUnit figureUnitOf(Datum datum) {
-    switch (unitOf(datum)) {
-    case DatumUnit::money:
-        return money;
-    case DatumUnit::perShare:
-        return perShare;
-    case DatumUnit::percent:
-        return percent;
-    case DatumUnit::shares:
-        return shares;
-    default:
-        return text;
-    }
-}
-
 } // namespace
 
 std::span<const AssistantTopic> assistantTopics() {
@@ -149,7 +154,8 @@ AssistantTopic topicOf(Datum datum) {
     else if (datum == Datum::LastQDateForGrid)
         datum = Datum::LastQDate;
     const auto* topic = std::ranges::find(topics, std::optional(datum), &AssistantTopic::datum);
-    return topic != topics.end() ? *topic : AssistantTopic{{}, figureUnitOf(datum), datum, {}, {}};
+    return topic != topics.end() ? *topic
+                                 : AssistantTopic{{}, figureUnitOf(datum), datum, none, {}};
 }
 
 QString helpTitleOf(const AssistantTopic& topic) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <limits>
 #include <utility>
 
@@ -75,14 +76,20 @@ std::optional<Value> CompanyListModel::checked(StoreResult<Value> result) {
 
 void CompanyListModel::reset(Rows rows, bool isComplete) {
     beginResetModel();
+    query_ = wanted_;
     isComplete_ = isComplete;
     rows_ = std::move(rows);
     endResetModel();
+    checkInvariants();
+}
+
+void CompanyListModel::checkInvariants() const {
+    assert(isRead_ || (rows_.empty() && !isComplete_ && isCurrent()));
 }
 
 std::optional<CompanyListModel::Rows> CompanyListModel::read(std::int64_t most) {
     read_.invalidate();
-    auto rows = checked(store_.list(query_, 0, most));
+    auto rows = checked(store_.list(wanted_, 0, most));
     if (rows)
         read_.start();
     return rows;
@@ -94,11 +101,10 @@ void CompanyListModel::refresh() {
     if (!rows)
         return;
     const bool isComplete = std::ssize(*rows) < asked;
-    if (isRead_ && *rows == rows_)
+    if (std::exchange(isRead_, true) && isCurrent() && *rows == rows_)
         isComplete_ = isComplete;
     else
         reset(std::move(*rows), isComplete);
-    isRead_ = true;
 }
 
 std::optional<bool> CompanyListModel::hasNews() {
@@ -111,16 +117,18 @@ std::optional<bool> CompanyListModel::hasNews() {
 }
 
 void CompanyListModel::readFrom(const ListQuery& query) {
-    if (query == query_)
+    if (query == wanted_ && isCurrent())
         return;
-    const bool isNarrowed =
-        isComplete_ && read_.isValid() && read_.elapsed() < freshness_ && goesOn(query_, query);
-    query_ = query;
-    if (!isRead_)
+    const bool isNarrowed = isCurrent() && isComplete_ && read_.isValid() &&
+                            read_.elapsed() < freshness_ && goesOn(query_, query);
+    wanted_ = query;
+    if (!isRead_) {
+        query_ = query;
         return;
+    }
     if (isNarrowed) {
         Rows found = rows_;
-        std::erase_if(found, [&](const CompanySummary& row) { return !isFound(row, query_); });
+        std::erase_if(found, [&](const CompanySummary& row) { return !isFound(row, query); });
         reset(std::move(found), true);
         return;
     }
@@ -131,7 +139,7 @@ void CompanyListModel::readFrom(const ListQuery& query) {
 }
 
 void CompanyListModel::search(const QString& text) {
-    ListQuery query = query_;
+    ListQuery query = wanted_;
     query.search = text.simplified().toStdString();
     readFrom(query);
 }
@@ -139,7 +147,7 @@ void CompanyListModel::search(const QString& text) {
 void CompanyListModel::sort(int column, Qt::SortOrder order) {
     if (column < 0 || column >= columns)
         return;
-    ListQuery query = query_;
+    ListQuery query = wanted_;
     query.sortedBy = static_cast<ListColumn>(column);
     query.isDescending = order == Qt::DescendingOrder;
     readFrom(query);

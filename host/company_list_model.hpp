@@ -14,6 +14,10 @@ namespace vkr {
 
 // The companies of the database that are searched for, in the order chosen. It holds the rows from
 // the first one to the last one that was looked at; more are read when the view asks for them.
+//
+// What may be true together: the rows are the first ones of query_, all of them once they are
+// complete. It is another query than the one that is wanted only where reading that has failed;
+// before the first refresh there are no rows.
 class CompanyListModel : public QAbstractTableModel {
     Q_OBJECT
   public:
@@ -39,6 +43,8 @@ class CompanyListModel : public QAbstractTableModel {
 
     [[nodiscard]] const CompanySummary& company(int row) const;
     [[nodiscard]] std::optional<int> rowOf(std::int64_t id) const; // of the rows read
+    // Whether the rows are those searched for: reading them may have failed.
+    [[nodiscard]] bool isCurrent() const { return query_ == wanted_; }
     [[nodiscard]] bool isSearched() const { return !query_.search.empty(); }
     // How many companies are searched for, and how many there are in all. `known` where that takes
     // no question to the database; else it may.
@@ -68,11 +74,13 @@ class CompanyListModel : public QAbstractTableModel {
     std::optional<Value> checked(StoreResult<Value> result);
     std::optional<Rows> read(std::int64_t most);
     void readFrom(const ListQuery& query);
-    void reset(Rows rows, bool isComplete);
+    void reset(Rows rows, bool isComplete); // to those of what is wanted
+    void checkInvariants() const;
     void append(std::int64_t most);
 
     CompanyStore& store_;
-    ListQuery query_;
+    ListQuery wanted_;
+    ListQuery query_; // of the rows
     Rows rows_;
     std::optional<std::int64_t> stamp_; // of the database, when it was asked last
     QElapsedTimer read_;                // since the rows were read; invalid where that failed

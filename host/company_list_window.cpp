@@ -234,7 +234,7 @@ void CompanyListWindow::watch() {
         return;
     const auto isNew = companies_->hasNews();
     watching_->start(isNew ? watchInterval_ : watchInterval_ * slower);
-    if (isNew.value_or(false))
+    if (isNew && (*isNew || !companies_->isCurrent()))
         refresh();
 }
 

@@ -19,31 +19,11 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QMenuBar>
+#include <QPointer>
 
 #include <algorithm>
 
 namespace vkr {
-
-namespace {
-
-// Of each pair of rows the commit works the hidden one out from the one on show.
-constexpr Datum workedOut[] = {Datum::YCommEqSeries, Datum::YTaxRateSeries, Datum::QTaxRateSeries,
-                               Datum::YPTISeries, Datum::QPTISeries};
-
-QString told(const std::string& value) {
-    return value.empty() ? CompanyWindow::tr("nothing") : fromUtf8(value);
-}
-
-// A line each: %1 is the figure, %2 and %3 are what it is before and after.
-QStringList described(const std::vector<HistoryChange>& differences, const QString& line) {
-    QStringList lines;
-    for (const HistoryChange& difference : differences)
-        lines.append(
-            line.arg(figureTitle(difference), told(difference.before), told(difference.after)));
-    return lines;
-}
-
-} // namespace
 
 CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id,
                              const LoadedCompany& company, const OfferedLists& lists,
@@ -81,6 +61,9 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
 
 CompanyWindow::~CompanyWindow() {
     delete assistant_; // it asks for the record whenever the focus moves
+    delete entry_;     // it asks this window while it ends
+    journal_->onTakenBack(nullptr);
+    journal_->onUnsavedChanged(nullptr);
 }
 
 void CompanyWindow::buildActions() {
@@ -177,7 +160,10 @@ void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {
     record_ = std::move(record);
     entry_->setDirty(false);
     journal_ = std::make_shared<ChangeJournal>(record_);
-    kept_ = std::make_shared<KeptFigures>(journal_, [this] { return origins(); });
+    // A dialog that is open while the window ends keeps the form, and with it the record.
+    kept_ = std::make_shared<KeptFigures>(journal_, [window = QPointer<const CompanyWindow>(this)] {
+        return window ? window->origins() : FigureOrigins();
+    });
     entry_->setCompany(kept_);
     journal_->startOver(); // what loading suggests is no change
     showTitle();
@@ -189,51 +175,6 @@ void CompanyWindow::showTitle() {
 
 QString CompanyWindow::title() const {
     return companyTitle(record_->get_Name(), record_->get_Symbol());
-}
-
-std::shared_ptr<CompanyRecord> CompanyWindow::edited() const {
-    auto copy = committed();
-    for (const Datum series : workedOut)
-        writeDatum(*copy, series, record_->stored(series));
-    return copy;
-}
-
-std::vector<Datum> CompanyWindow::untypedDates() const {
-    const std::vector<Datum> suggested = entry_->component().suggestedDates();
-    std::vector<Datum> untyped = datingNothing(suggested, *unchanged_, *edited());
-    // A price has no date where one was typed that can't be read.
-    if (controls::priceUpdate.in(entry_->component().form()).isUnstored() &&
-        std::ranges::find(suggested, Datum::PriceUpdatedDate) != suggested.end())
-        untyped.push_back(Datum::PriceUpdatedDate);
-    return untyped;
-}
-
-std::shared_ptr<CompanyRecord> CompanyWindow::recordToSave() const {
-    auto copy = committed();
-    takeBack(untypedDates(), *unchanged_, *copy);
-    return copy;
-}
-
-// A text that is not stored is a change, also after all else was saved without it; so is a date
-// that is being typed and that Cancel passes over.
-QStringList CompanyWindow::changes() const {
-    const auto now = edited();
-    takeBack(untypedDates(), *unchanged_, *now);
-    QStringList texts;
-    const auto addText = [&](const std::string& label, const std::string& text) {
-        texts.append(tr("%1: \u201c%2\u201d, not stored").arg(fromUtf8(label), fromUtf8(text)));
-    };
-    for (const UnstoredField& field : entry_->unstoredFields())
-        addText(field.label, field.text);
-    for (const auto& date : {controls::lastFiscalYearDate, controls::lastQuarterDate}) {
-        const auto& field = date.in(entry_->component().form());
-        if (field.isUnstored() || !field.isTyped())
-            continue;
-        addText(field.accessibleName(), field.text());
-        if (date.name == controls::lastQuarterDate.name) // a commit takes what is typed so far
-            takeBack({Datum::LastQDate}, *unchanged_, *now);
-    }
-    return described(changesByPeriod(*unchanged_, *now), tr("%1: %2 \u2192 %3")) + texts;
 }
 
 void CompanyWindow::showModified() {

@@ -122,7 +122,10 @@ class CompanyWindow : public QMainWindow {
     [[nodiscard]] std::shared_ptr<CompanyRecord> committed() const;
     [[nodiscard]] std::shared_ptr<CompanyRecord> edited() const;
     [[nodiscard]] std::vector<Datum> untypedDates() const; // that are not to be stored
-    [[nodiscard]] QStringList changes() const;             // a line each
+    // A line each; those of the record, which alone can be had back, and with texts that are not
+    // stored.
+    [[nodiscard]] QStringList recordChanges() const;
+    [[nodiscard]] QStringList changes() const;
     [[nodiscard]] bool hasChanges() const { return !changes().isEmpty(); }
     [[nodiscard]] bool confirmDiscard();
     [[nodiscard]] bool acceptUnstored();

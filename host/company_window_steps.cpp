@@ -151,15 +151,15 @@ void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
     unsaved_ = std::make_unique<UnsavedChanges>(
         unsavedPlaceOf(store_),
         UnsavedCompany{id_, revision_, digestOf(stored), title().toStdString()});
-    journal_->nameTakenBack = [this](ChangeGroup& back, const ChangeGroup& step) {
+    journal_->onTakenBack([this](ChangeGroup& back, const ChangeGroup& step) {
         back.name = undoneTitle(step).toStdString();
         origins().tellIn(back);
-    };
-    journal_->unsavedChanged = [this](const ChangeGroup* added) {
+    });
+    journal_->onUnsavedChanged([this](const ChangeGroup* added) {
         keep([added](UnsavedChanges& unsaved) {
             return added != nullptr ? unsaved.add(*added) : unsaved.takeBackLast();
         });
-    };
+    });
 }
 
 void CompanyWindow::keep(const std::function<std::optional<std::string>(UnsavedChanges&)>& change) {
@@ -170,7 +170,8 @@ void CompanyWindow::keep(const std::function<std::optional<std::string>(UnsavedC
     toldOfKeeping_ = failure.has_value();
 }
 
-// Nobody else has the figures that it began with. What there is stays until that is on the disk.
+// Keeps the figures that it began with, too: they are stored nowhere. The file before goes only
+// when this one is on the disk.
 void CompanyWindow::keepAsNew() {
     const auto began = record_->clone();
     const auto& steps = journal_->unsaved();
@@ -210,11 +211,11 @@ void CompanyWindow::forgetUnsaved() {
 }
 
 bool CompanyWindow::acceptUnstored() {
-    const std::vector<UnstoredField> fields = entry_->unstoredFields();
+    const std::vector<MarkedField> fields = entry_->unstoredFields();
     if (fields.empty())
         return true;
     QStringList lines;
-    for (const UnstoredField& field : fields)
+    for (const MarkedField& field : fields)
         lines.append(tr("%1: \u201c%2\u201d - %3")
                          .arg(fromUtf8(field.label), fromUtf8(field.text), fromUtf8(field.reason)));
     const QPointer<CompanyWindow> stays(this);
@@ -229,9 +230,9 @@ bool CompanyWindow::acceptUnstored() {
     return choice == 0;
 }
 
-// What is not saved by now is only to be had as long as somebody keeps it.
+// Hands what is not saved to whoever offers it for restoring.
 void CompanyWindow::keepGivenUp() {
-    const auto count = static_cast<int>(changes().size());
+    const auto count = static_cast<int>(recordChanges().size());
     if (const auto steps = unsavedSteps(); count > 0 && !steps.empty())
         emit discarded({id_, title(), steps, count});
 }

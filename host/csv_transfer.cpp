@@ -178,7 +178,8 @@ CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
     QStringList names;
     ImportMatches matches(store_);
     for (const FolderImport::Entry& entry : entries) {
-        SaveRequest request{std::nullopt, entry.result.company, 0, importedFrom(entry.prefix)};
+        SaveRequest request{std::nullopt, entry.result.company, 0,
+                            importedFrom(entry.prefix, entry.result)};
         const auto stored = matches.take(*entry.result.company);
         if (!stored) {
             tellFault(window_, tr("Nothing was imported."), fromUtf8(stored.error().message));

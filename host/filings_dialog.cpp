@@ -172,7 +172,8 @@ QWidget* FilingsDialog::buildButtons() {
 }
 
 void FilingsDialog::reviewAnew() {
-    model_->setReview(reviewer_(addsYears_->isChecked(), addsQuarters_->isChecked()));
+    model_->setReview(reviewer_(
+        {.addsYears = addsYears_->isChecked(), .addsQuarters = addsQuarters_->isChecked()}));
     const FilingsReview& made = review();
     title_->setText(tr("%1 (CIK %2). Money and shares are in millions, rates in percent.")
                         .arg(fromUtf8(made.entityName))

@@ -25,8 +25,9 @@ class FilteredReview;
 class FilingsDialog : public QDialog {
     Q_OBJECT
   public:
-    // Reviews anew where the user wants later years or quarters or does not.
-    using Reviewer = std::function<FilingsReview(bool addsYears, bool addsQuarters)>;
+    // Reviews anew where the user wants later years or quarters or does not; knows itself where
+    // figures come from.
+    using Reviewer = std::function<FilingsReview(ReviewOptions options)>;
 
     explicit FilingsDialog(Reviewer reviewer, QWidget* parent = nullptr);
 

@@ -57,12 +57,11 @@ std::optional<int> FilingsImport::import(const QString& path,
         return std::nullopt;
     }
     const FiledCompany filed = filedFigures(*reading.document);
-    const auto review = [&](bool addsYears, bool addsQuarters) {
-        return reviewFilings(
-            filed, *company,
-            {.originOf = originOf, .addsYears = addsYears, .addsQuarters = addsQuarters});
+    const auto review = [&](ReviewOptions options) {
+        options.originOf = originOf;
+        return reviewFilings(filed, *company, options);
     };
-    const FilingsReview first = reviewFilings(filed, *company, {.originOf = originOf});
+    const FilingsReview first = review({});
     if (!first.refusal.empty()) {
         tellNothing(path, fromUtf8(first.refusal));
         return std::nullopt;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/history_chart.hpp"
 
+#include "desktop/readable_colors.hpp"
 #include "host/texts.hpp"
 
 #include <QHelpEvent>
@@ -20,12 +21,10 @@ constexpr double smaller = 0.9; // of the window's font
 constexpr int gap = 6;          // between a text and what it belongs to
 constexpr double barShare = 0.72;
 
-QColor blend(const QColor& front, const QColor& back, double share) {
-    const auto mix = [share](int one, int other) {
-        return static_cast<int>(std::lround(one * share + other * (1 - share)));
-    };
-    return {mix(front.red(), back.red()), mix(front.green(), back.green()),
-            mix(front.blue(), back.blue())};
+// The line across all periods, and its sample in the legend.
+QPen levelPen(const QPalette& palette) {
+    constexpr double width = 2;
+    return {palette.color(QPalette::WindowText), width, Qt::DashLine, Qt::FlatCap};
 }
 
 } // namespace
@@ -62,6 +61,8 @@ void HistoryChart::setHistory(const History& history) {
     QStringList lines;
     for (qsizetype period = 0; period < history_.periods.size(); ++period)
         lines.append(description(period));
+    if (history_.level)
+        lines.append(levelText());
     setAccessibleDescription(lines.join(QStringLiteral("; ")));
     updateGeometry();
     update();
@@ -79,6 +80,22 @@ QString HistoryChart::description(qsizetype period) const {
     }
     return QStringLiteral("%1: %2").arg(history_.periods.at(period).name,
                                         figures.join(QStringLiteral(", ")));
+}
+
+QString HistoryChart::levelText() const {
+    return QStringLiteral("%1: %2").arg(history_.levelName,
+                                        figureText(*history_.level) + history_.suffix);
+}
+
+QColor HistoryChart::markedColor(const QPalette& palette) {
+    constexpr double least = 2 * signContrast; // about twice that of the others
+    return readable(palette.color(QPalette::Highlight), palette.color(QPalette::Window), least);
+}
+
+QColor HistoryChart::barColor(const QPalette& palette) {
+    constexpr double pale = 0.45;
+    const QColor back = palette.color(QPalette::Window);
+    return readable(between(palette.color(QPalette::Highlight), back, pale), back, signContrast);
 }
 
 QFont HistoryChart::smallFont() const {
@@ -116,6 +133,8 @@ ChartScale HistoryChart::scale() const {
             least = std::min(least, figure.value_or(0));
             most = std::max(most, figure.value_or(0));
         }
+    least = std::min(least, history_.level.value_or(0));
+    most = std::max(most, history_.level.value_or(0));
     return ChartScale::over(least, most);
 }
 
@@ -125,7 +144,7 @@ HistoryChart::Places HistoryChart::places(const ChartScale& scale) const {
     for (int index = 0; index <= scale.steps(); ++index)
         widest = std::max(widest, metrics.horizontalAdvance(scale.text(index)));
     const double top =
-        metrics.height() / 2 + (history_.series.size() > 1 ? metrics.height() + gap : 0);
+        metrics.height() / 2 + legendLines() * metrics.height() + (legendLines() > 0 ? gap : 0);
     Places places;
     places.plot = QRectF(rect()).adjusted(widest + gap + 2, top, -1, -metrics.height() - gap);
     const auto count = static_cast<double>(std::max<qsizetype>(1, history_.periods.size()));
@@ -152,14 +171,17 @@ void HistoryChart::paintEvent(QPaintEvent* /*event*/) {
     const Places where = places(axis);
     paintScale(painter, axis, where);
     paintBars(painter, where);
+    paintGap(painter, where);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawLine(QPointF(where.plot.left(), where.y(0)),
                      QPointF(where.plot.right(), where.y(0)));
     paintPeriods(painter, where);
+    if (history_.level)
+        paintLevel(painter, where);
     if (history_.series.size() > 1)
         paintLegend(painter);
     if (hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+        painter.setPen(QPen(markedColor(palette()), 1, Qt::DotLine));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
@@ -172,7 +194,7 @@ void HistoryChart::paintScale(QPainter& painter, const ChartScale& scale,
     const double height = QFontMetricsF(painter.font()).height();
     for (int index = 0; index <= scale.steps(); ++index) {
         const double y = places.y(scale.at(index));
-        painter.setPen(blend(ink, palette().color(QPalette::Window), faint));
+        painter.setPen(between(palette().color(QPalette::Window), ink, faint));
         painter.drawLine(QPointF(places.plot.left(), y), QPointF(places.plot.right(), y));
         painter.setPen(ink);
         painter.drawText(QRectF(0, y - height / 2, places.plot.left() - gap, height),
@@ -181,9 +203,9 @@ void HistoryChart::paintScale(QPainter& painter, const ChartScale& scale,
 }
 
 void HistoryChart::paintBars(QPainter& painter, const Places& places) const {
-    constexpr double pale = 0.55;
-    const QColor strong = palette().color(QPalette::Highlight);
-    const QColor back = palette().color(QPalette::Window);
+    const QColor strong = markedColor(palette());
+    const QColor plain = barColor(palette());
+    const bool standsOut = history_.marked >= 0 || history_.level;
     const auto count = static_cast<double>(history_.series.size());
     const double width = places.slot * barShare / count;
     for (qsizetype number = 0; number < history_.series.size(); ++number) {
@@ -191,9 +213,7 @@ void HistoryChart::paintBars(QPainter& painter, const Places& places) const {
         for (qsizetype period = 0; period < figures.size(); ++period) {
             if (!figures.at(period))
                 continue;
-            const QColor color = history_.marked < 0 || period == history_.marked
-                                     ? strong
-                                     : blend(strong, back, pale);
+            const QColor color = standsOut && period != history_.marked ? plain : strong;
             const double left = places.x(period) + places.slot * (1 - barShare) / 2 +
                                 static_cast<double>(number) * width;
             const QRectF bar =
@@ -212,14 +232,29 @@ void HistoryChart::paintBars(QPainter& painter, const Places& places) const {
     }
 }
 
+// Of a period that is marked for having no figure, its place.
+void HistoryChart::paintGap(QPainter& painter, const Places& places) const {
+    const auto isThere = [this](const History::Series& one) {
+        return one.figures.at(history_.marked).has_value();
+    };
+    if (history_.marked < 0 || std::ranges::any_of(history_.series, isThere))
+        return;
+    painter.setPen(QPen(markedColor(palette()), 1, Qt::DashLine));
+    painter.setBrush(Qt::NoBrush);
+    const double margin = places.slot * (1 - barShare) / 2;
+    painter.drawRect(QRectF(places.x(history_.marked) + margin, places.plot.top(),
+                            places.slot * barShare, places.plot.height()));
+}
+
 void HistoryChart::paintPeriods(QPainter& painter, const Places& places) const {
     const double widest = widestLabel();
     auto every = static_cast<qsizetype>(std::ceil((widest + gap) / places.slot));
     if (every > 1)
         every = (every + history_.cycle - 1) / history_.cycle * history_.cycle;
-    // The newest one is always named.
+    // The marked one is always named, else the newest.
+    const qsizetype named = history_.marked >= 0 ? history_.marked : history_.periods.size() - 1;
     const QFont plain = painter.font();
-    for (qsizetype period = history_.periods.size() - 1; period >= 0; period -= every) {
+    for (qsizetype period = named % every; period < history_.periods.size(); period += every) {
         QFont font = plain;
         font.setBold(period == history_.marked);
         painter.setFont(font);
@@ -231,10 +266,33 @@ void HistoryChart::paintPeriods(QPainter& painter, const Places& places) const {
     painter.setFont(plain);
 }
 
+int HistoryChart::legendLines() const {
+    return (history_.series.size() > 1 ? 1 : 0) + (history_.level ? 1 : 0);
+}
+
+void HistoryChart::paintLevel(QPainter& painter, const Places& places) const {
+    const QFontMetricsF metrics(painter.font());
+    painter.setPen(levelPen(palette()));
+    const double y = places.y(ChartScale::drawn(*history_.level));
+    painter.drawLine(QPointF(places.plot.left(), y), QPointF(places.plot.right(), y));
+
+    // Its name is the last line of the legend.
+    const double top = (legendLines() - 1) * metrics.height();
+    const double sample = 2 * metrics.height();
+    const QString text = metrics.elidedText(levelText(), Qt::ElideMiddle, width() - sample - gap);
+    const double left = width() - 1 - metrics.horizontalAdvance(text) - 1;
+    painter.drawLine(QPointF(left - gap - sample, top + metrics.height() / 2),
+                     QPointF(left - gap, top + metrics.height() / 2));
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(QRectF(left, top, width() - left, metrics.height()),
+                     Qt::AlignLeft | Qt::AlignVCenter, text);
+}
+
 void HistoryChart::paintLegend(QPainter& painter) const {
     const QFontMetricsF metrics(painter.font());
     const double side = std::floor(metrics.ascent());
-    const QColor color = palette().color(QPalette::Highlight);
+    const QColor color =
+        history_.level && history_.marked < 0 ? barColor(palette()) : markedColor(palette());
     double right = width() - 1;
     for (qsizetype number = history_.series.size() - 1; number >= 0; --number) {
         const QString& name = history_.series.at(number).name;

@@ -27,7 +27,10 @@ struct History {
     QList<Series> series; // one or two
     QString suffix;       // behind a figure, such as " %"
     int marked = -1;      // the period that stands out
-    int cycle = 1;        // periods a year; where not all are named, the same of each year are
+    // A figure of the company as a whole that belongs beside the series: a line across all of them.
+    std::optional<double> level;
+    QString levelName;
+    int cycle = 1; // periods a year; where not all are named, the same of each year are
 
     [[nodiscard]] bool hasFigures() const;
 };
@@ -41,6 +44,10 @@ class HistoryChart : public QWidget {
 
     void setHistory(const History& history);
     [[nodiscard]] const History& history() const { return history_; }
+    // The colours on a window of that palette; both can be told from it, and from each other.
+    [[nodiscard]] static QColor markedColor(const QPalette& palette);
+    [[nodiscard]] static QColor barColor(const QPalette& palette); // of those beside a marked one
+
     // The figures of a period in words; empty for a period that is none.
     [[nodiscard]] QString description(qsizetype period) const;
 
@@ -57,8 +64,12 @@ class HistoryChart : public QWidget {
     [[nodiscard]] Places places(const ChartScale& scale) const;
     void paintScale(QPainter& painter, const ChartScale& scale, const Places& places) const;
     void paintBars(QPainter& painter, const Places& places) const;
+    void paintGap(QPainter& painter, const Places& places) const;
     void paintPeriods(QPainter& painter, const Places& places) const;
+    void paintLevel(QPainter& painter, const Places& places) const;
     void paintLegend(QPainter& painter) const;
+    [[nodiscard]] int legendLines() const;
+    [[nodiscard]] QString levelText() const;
     [[nodiscard]] QFont smallFont() const;
     [[nodiscard]] double widestLabel() const;
 

@@ -3,22 +3,48 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QLayout>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QStatusBar>
 
+#include <algorithm>
+
 namespace vkr {
 
 namespace {
+
+// With its buttons below one another where a row of them has no room: a message box is never wider
+// than the screen lets it be, and cuts what is.
+class FittingBox : public QMessageBox {
+  public:
+    using QMessageBox::QMessageBox;
+
+  protected:
+    void showEvent(QShowEvent* event) override {
+        QMessageBox::showEvent(event); // adds buttons, and has its size behind it
+        layout()->activate();
+        auto* buttons = findChild<QDialogButtonBox*>();
+        if (buttons->width() >= buttons->minimumSizeHint().width())
+            return;
+        buttons->setOrientation(Qt::Vertical);
+        int widest = 0;
+        for (const auto* button : this->buttons())
+            widest = std::max(widest, button->sizeHint().width());
+        for (auto* button : this->buttons())
+            button->setMinimumWidth(widest);
+    }
+};
 
 // Its parent may go while it is open, as when a company is deleted in the list that its own window
 // asks about: then the box goes with it.
 class Box {
   public:
     Box(QMessageBox::Icon icon, QWidget* parent)
-        : box_(new QMessageBox(icon, {}, {}, QMessageBox::NoButton, parent)) {}
+        : box_(new FittingBox(icon, {}, {}, QMessageBox::NoButton, parent)) {}
     Box(const Box&) = delete;
     Box& operator=(const Box&) = delete;
     ~Box() { delete box_; }

@@ -51,31 +51,30 @@ SheetPrinting::stored(CompanyStore& store, const std::vector<CompanySummary>& co
             const auto loaded = store.load(id);
             if (!loaded)
                 return loaded.error();
-            const LoadedCompany& read = loaded.value();
-            return sheetOf(
-                read.record, read.origins,
-                [&](const Finding& finding) { return read.isCalledRight(finding.key); }, today());
+            return sheetOf(loaded.value(), today());
         });
     return sheets;
 }
 
-bool SheetPrinting::isDone(const QString& error) {
+bool SheetPrinting::isDone(const QString& error, const QString& fault) {
     if (!error.isEmpty())
-        tellFault(window_, tr("The data sheet can't be printed."), error);
+        tellFault(window_, fault, error);
     return error.isEmpty();
 }
 
 void SheetPrinting::print(const std::vector<Sheet>& companies, QPrinter& printer) {
     printer.setFullPage(true);
     if (isDone(printSheets(printer, printer.resolution(), paperOf(printer), today(),
-                           sourceOf(companies))))
+                           sourceOf(companies)),
+               tr("The data sheet can't be printed.")))
         notice(*window_, companies.size() == 1 ? tr("Printed")
                                                : tr("%1 companies printed").arg(companies.size()));
 }
 
 void SheetPrinting::savePdf(const std::vector<Sheet>& companies, const QString& title,
                             const QString& file, Paper paper) {
-    if (isDone(writeSheetPdf(file, title, paper, today(), sourceOf(companies))))
+    if (isDone(writeSheetPdf(file, title, paper, today(), sourceOf(companies)),
+               tr("The data sheet can't be saved.")))
         notice(*window_, tr("Saved as %1").arg(QDir::toNativeSeparators(file)));
 }
 
@@ -96,13 +95,17 @@ void SheetPrinting::saveToChosen(const std::vector<Sheet>& companies, const QStr
     for (QChar& letter : name)
         if (QStringLiteral("/\\:*?\"<>|").contains(letter))
             letter = u'_';
-    QString file = QFileDialog::getSaveFileName(window_, tr("Save as PDF"),
-                                                QDir(folder).filePath(name + ".pdf"),
-                                                tr("PDF files (*.pdf);;All files (*)"));
+    const QString a4 = tr("PDF files, A4 (*.pdf)");
+    const QString letter = tr("PDF files, Letter (*.pdf)");
+    const bool isLetter = usualPaper() == Paper::letter;
+    QString filter = isLetter ? letter : a4; // the usual one first
+    const QString file = QFileDialog::getSaveFileName(
+        window_, tr("Save as PDF"), QDir(folder).filePath(name + ".pdf"),
+        filter + QStringLiteral(";;") + (isLetter ? a4 : letter), &filter);
     if (file.isEmpty())
         return;
     programSettings().setValue(QLatin1String(folderKey), QFileInfo(file).absolutePath());
-    savePdf(companies, title, file, usualPaper());
+    savePdf(companies, title, file, filter == letter ? Paper::letter : Paper::a4);
 }
 
 } // namespace vkr

@@ -37,7 +37,7 @@ class SheetPrinting {
 
   private:
     // Tells a failure, and answers whether there was none.
-    bool isDone(const QString& error);
+    bool isDone(const QString& error, const QString& fault);
 
     QMainWindow* window_;
 };

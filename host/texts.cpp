@@ -46,9 +46,19 @@ QString figureTitle(std::string_view datum, const QString& period) {
 }
 
 QString figureTitle(const HistoryChange& change) {
-    if (change.period.empty() && change.element) // the company has no date to count from
-        return datumTitle(change.datum) + QStringLiteral(" (%1)").arg(*change.element);
-    return figureTitle(change.datum, fromUtf8(change.period));
+    return datumTitle(change.datum) + fromUtf8(whichFigure(change));
+}
+
+QString toldValue(const std::string& value) {
+    return value.empty() ? QCoreApplication::translate("texts", "nothing") : fromUtf8(value);
+}
+
+QStringList described(const std::vector<HistoryChange>& changes, const QString& line) {
+    QStringList lines;
+    for (const HistoryChange& change : changes)
+        lines.append(
+            line.arg(figureTitle(change), toldValue(change.before), toldValue(change.after)));
+    return lines;
 }
 
 QString priceText(double price) {

@@ -3,9 +3,10 @@
 
 #include "platform/date.hpp"
 
-#include <QString>
+#include <QStringList>
 
 #include <string_view>
+#include <vector>
 
 namespace vkr {
 
@@ -26,6 +27,10 @@ struct HistoryChange;
 // A datum and the period that the figure is of, where it is of one: "Yearly Revenue 2024".
 [[nodiscard]] QString figureTitle(std::string_view datum, const QString& period);
 [[nodiscard]] QString figureTitle(const HistoryChange& change);
+// Before or after a change, where something has to be said: "nothing" for what is absent.
+[[nodiscard]] QString toldValue(const std::string& value);
+// A line each: %1 is the figure, %2 and %3 are what it is before and after.
+[[nodiscard]] QStringList described(const std::vector<HistoryChange>& changes, const QString& line);
 
 // In the user's locale, with two decimals and more where the price has them.
 [[nodiscard]] QString priceText(double price);

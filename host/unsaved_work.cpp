@@ -24,9 +24,6 @@ UnsavedPlace unsavedPlaceOf(const CompanyStore& store) {
 }
 
 QStringList lines(const CompanyRecord& company, const std::vector<ChangeGroup>& groups) {
-    const auto told = [](const std::string& value) {
-        return value.empty() ? QCoreApplication::translate("texts", "nothing") : fromUtf8(value);
-    };
     const auto isWorkedOut = [](const auto& change) { return change.origin == Origin::derived; };
     QStringList all;
     for (const HistoryGroup& group : toldGroups(company, groups)) {
@@ -39,7 +36,7 @@ QStringList lines(const CompanyRecord& company, const std::vector<ChangeGroup>& 
                                         ? figureTitle(change)
                                         : QStringLiteral("%1 - %2").arg(fromUtf8(group.name),
                                                                         figureTitle(change)),
-                                    told(change.before), told(change.after)));
+                                    toldValue(change.before), toldValue(change.after)));
     }
     return all;
 }

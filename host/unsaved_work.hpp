@@ -25,7 +25,7 @@ struct DiscardedChanges {
     std::optional<std::int64_t> id;
     QString title;
     std::vector<ChangeGroup> groups;
-    int count = 0; // as the question had it
+    int count = 0; // of what can be had back
 };
 
 } // namespace vkr

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/workspace.hpp"
 
+#include "company/typed_figures.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "host/csv_transfer.hpp"
 #include "host/messages.hpp"
@@ -53,7 +54,8 @@ Workspace::Opened Workspace::create(const QString& path, const QString& samples,
     std::vector<SaveRequest> requests;
     for (const FolderImport::Entry& entry : folder.entries) {
         if (entry.result.company)
-            requests.push_back({std::nullopt, entry.result.company, 0, importedFrom(entry.prefix)});
+            requests.push_back(
+                {std::nullopt, entry.result.company, 0, importedFrom(entry.prefix, entry.result)});
         for (const CsvProblem& problem : entry.result.errors)
             result.notes.append(fromUtf8(describe(problem)));
     }
@@ -191,11 +193,17 @@ CompanyWindow* Workspace::openCompany(std::int64_t id) {
 
 // What was saved may be shown in place of what is stored; either way the user decides by saving.
 void Workspace::tellDamage(CompanyWindow& window, const CompanyDamage& damage) {
+    const QString title = tr("This company is not as it was saved.");
     const QString more = tr("%1\n\nNothing was changed now.").arg(fromUtf8(damage.message));
     if (damage.saved.record == nullptr || damage.differences.empty())
-        return tellFault(&window, tr("This company is not as it was saved."), more);
+        return tellFault(&window, title, more);
+    if (isLocked(*window.record()))
+        return tellFault(&window, title,
+                         more +
+                             tr("\n\nThe data is locked. Take off the lock, and History... takes "
+                                "it back to what was saved."));
     const int choice =
-        ask(&window, tr("This company is not as it was saved."), more,
+        ask(&window, title, more,
             {{tr("Show What Was &Saved")}, {tr("Show What Is S&tored"), Choice::Role::reject}}, 0);
     if (choice == 0)
         window.restore(damage.saved, tr("Take what was saved"));

@@ -36,7 +36,7 @@ void Workspace::restoreDiscarded() {
         forgetDiscarded(*last.id); // it was open already
     else if (isDone)
         discarded_.removeLast();
-    else if (!isDone && std::ranges::none_of(discarded_, isLast))
+    else if (std::ranges::none_of(discarded_, isLast))
         discarded_.append(last);
     showDiscarded();
 }

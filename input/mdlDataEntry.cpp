@@ -78,8 +78,8 @@ void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>&
         const std::string typed = field.text();
         convertTypedPrice(toDecimal, field);
         const std::string rewritten = field.text();
-        // The tag is the stored price in the form of now: what was typed may look like its rounded
-        // picture, and is not that price for it.
+        // The tag is the stored price in the new form. A typed text may look the same and mean
+        // another price.
         if (showStored()) {
             field.rewriteText(rewritten == field.tag() ? typed : rewritten);
             if (field.text() == field.tag())
@@ -94,6 +94,7 @@ void rewriteMarks(const NumberMarks& before, TextField& field,
         return exchangeMarks(exchangeMarks(text, before), field.form().numberMarks());
     };
     const bool untouched = field.standsForStored();
+    const bool isTyped = field.isTyped();
     const std::string typed = rewritten(field.text());
     const FieldMark mark = field.mark();
     RefusedText refused(field);
@@ -106,7 +107,7 @@ void rewriteMarks(const NumberMarks& before, TextField& field,
     } else {
         refused.putBack();
         field.rewriteText(typed);
-        if (field.standsForStored())
+        if (field.standsForStored() || (isTyped && !field.isTyped()))
             field.holdAsTyped();
     }
 }

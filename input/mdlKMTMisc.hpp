@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "form/key_filter.hpp"
 #include "input/mdlKMTMisc_values.hpp"
 #include "platform/form.hpp"
 
@@ -51,6 +52,7 @@ void ConvertPriceText(bool toDecimal, TextField& field);
 // character was refused: swallowed with nothing done in its place.
 bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,
                       bool allowNegative, bool upperCase);
+bool FilterNumericKey(char32_t& key, TextField& field, const KeyFilter& filter);
 
 void SelectAllText(TextBox& field);
 void SelectAllCombo(ComboBox& field);

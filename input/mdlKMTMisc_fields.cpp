@@ -174,6 +174,11 @@ bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& fie
     return refused && key == 0;
 }
 
+bool FilterNumericKey(char32_t& key, TextField& field, const KeyFilter& filter) {
+    return FilterNumericKey(key, filter.numeric, filter.freeText, field, filter.allowNegative,
+                            filter.upperCase);
+}
+
 void SelectAllText(TextBox& field) {
     field.select(0, textLength(field.text()));
 }

@@ -113,10 +113,12 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
                const std::optional<MenuCells>& cells) {
     Builder builder(form, texts);
     if (field != nullptr) {
-        const EditState state{!field->locked(),
-                              attemptOr(false, [&] { return services.canUndo(*field); }),
-                              !field->text().empty(), field->selLength() > 0,
-                              attemptOr(false, [&] { return services.clipboardHasText(); })};
+        const EditState state{.changeable = !field->locked(),
+                              .canUndo = attemptOr(false, [&] { return services.canUndo(*field); }),
+                              .hasText = !field->text().empty(),
+                              .hasSelection = field->selLength() > 0,
+                              .canPaste =
+                                  attemptOr(false, [&] { return services.clipboardHasText(); })};
         for (const auto& entry : fieldEntries)
             builder.add(entry.text, entry.command, entry.enabled(state));
     }

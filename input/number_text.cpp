@@ -262,24 +262,30 @@ NumericText cleanPlainText(std::string_view text, NumericKind kind, int exponent
     return result;
 }
 
+bool hasOnlyGroup(std::string_view plain, char mark) {
+    const std::string_view body = bare(plain).body;
+    return body.find('.') == std::string_view::npos &&
+           std::count(body.begin(), body.end(), mark) == 1 && !wholeNumber(body).empty();
+}
+
 // The mark of the only group of a whole number, where it may be meant as the decimal mark; and a
 // blank that may stand between two figures.
 std::string doubtfulGroup(std::string_view plain, const NumberMarks& marks) {
     const std::string mark = exchangeMarks(",", marks);
-    const std::string_view body = bare(plain).body;
-    const auto isOnlyGroup = [&](char one) {
-        return body.find('.') == std::string_view::npos &&
-               std::count(body.begin(), body.end(), one) == 1 && !wholeNumber(body).empty();
-    };
     const bool groupsByBlanks =
         std::ranges::find(blanks, std::string_view(marks.grouping)) != std::end(blanks);
-    if (!groupsByBlanks && isOnlyGroup(' '))
+    if (!groupsByBlanks && hasOnlyGroup(plain, ' '))
         return " ";
     const bool usual = mark == "," && marks.grouping == mark;
-    return !usual && isOnlyGroup(',') ? mark : std::string();
+    return !usual && hasOnlyGroup(plain, ',') ? mark : std::string();
 }
 
 } // namespace
+
+std::string markOfOnlyGroup(std::string_view text, const NumberMarks& marks) {
+    return hasOnlyGroup(exchangeMarks(text, marks), ',') ? exchangeMarks(",", marks)
+                                                         : std::string();
+}
 
 NumericText cleanNumericText(std::string_view text, NumericKind kind, int exponent,
                              const NumberMarks& marks) {

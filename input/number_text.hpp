@@ -39,6 +39,10 @@ struct NumericText {
 [[nodiscard]] NumericText cleanNumericText(std::string_view text, NumericKind kind,
                                            int exponent = 0, const NumberMarks& marks = {});
 
+// The mark of a whole figure's only group of thousands, where it could as well be a decimal mark:
+// "," of "1,234", not of "1,234,567" or "1,234.5". Else empty.
+[[nodiscard]] std::string markOfOnlyGroup(std::string_view text, const NumberMarks& marks);
+
 // The value of a plain decimal text, 0 for "".
 [[nodiscard]] double numericValue(std::string_view cleanText);
 

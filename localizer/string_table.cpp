@@ -298,6 +298,11 @@ constexpr StringRow standardRows[] = {
     {635,
      "Stored for now. The four quarters add up to another figure, which will replace this one:"},
     {636, "It was typed in %1. Type it anew in %2."},
+    {637, "%1 was typed here. What the four quarters add up to has taken its place."},
+    {638, "Copied in %1, and stored as it stands in %2."},
+    {639,
+     "The yearly figures stand in other years now: the newest ones in %1, not in %2. To keep them "
+     "in their years, type %2 again, and add or remove years."},
     {640, "3 months"},
     {641, "6 months"},
     {642, "12 months"},

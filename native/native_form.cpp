@@ -7,6 +7,7 @@
 #include "native/windows.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 namespace vkr {
@@ -128,11 +129,21 @@ void NativeForm::controlRemoved(Control& control) {
     const View view = found->second; // goes when its last message is handled
     views_.erase(found);
     onShow_.removed(control);
-    if (pressed_ == view.get())
-        pressed_ = nullptr;
-    if (draggedOver_ == view.get())
-        draggedOver_ = nullptr;
+    if (press_.view == view.get())
+        press_ = {};
+    if (press_.over == view.get())
+        press_.over = nullptr;
     view->retire();
+    checkInvariants();
+}
+
+void NativeForm::checkInvariants() const {
+    assert(following_ >= 0);
+    assert(press_.view != nullptr || (press_.over == nullptr && !press_.selects));
+    assert(press_.view == nullptr || press_.view->control() != nullptr);
+    assert(std::ranges::all_of(views_,
+                               [](const auto& one) { return one.second->control() == one.first; }));
+    assert(tip_ != nullptr || (tipOf_ == nullptr && tipText_.empty()));
 }
 
 void NativeForm::controlChanged(Control& control, Property property) {
@@ -332,6 +343,8 @@ void NativeForm::showTip(HWND over, std::wstring text) {
         tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                                WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, window(),
                                nullptr, nullptr, nullptr);
+    if (tip_ == nullptr)
+        return;
     TTTOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V2_SIZE;
     tool.uFlags = TTF_IDISHWND;
@@ -345,6 +358,7 @@ void NativeForm::showTip(HWND over, std::wstring text) {
     tool.lpszText = tipText_.data();
     SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, scale_.pixels(4500));
     SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    checkInvariants();
 }
 
 } // namespace vkr

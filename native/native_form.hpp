@@ -24,6 +24,12 @@ class FieldWindow;
 // What a frame holds gets its native windows when the frame is first on show. What changes in a
 // model while its frame is not on show is drawn when the frame comes on show again.
 //
+// What may be true together: at most one press is under way, of a control that has a window; what
+// it is dragged over is told of that press, and its place only during the form's mouseDown of it.
+// While native focus is being set to the form's (`following_`) no news of it goes to the form. A
+// window is there for a control of the form only, and until that is removed. Only what has a window
+// of tips has one that is told.
+//
 // The form must outlive it. All calls belong to the thread that made it. It may be destroyed within
 // any call that comes from it.
 //
@@ -134,6 +140,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     [[nodiscard]] bool isInside(HWND other) const;
     void drawInside(HWND parent, HDC context) const;
     void showTip(HWND over, std::wstring text);
+    void checkInvariants() const;
 
     Form* form_;
     std::shared_ptr<Surface> surface_;
@@ -144,10 +151,13 @@ class NativeForm final : public ViewHost, private FormObserver {
     BackBuffer backBuffer_;
     std::unordered_map<const Control*, View> views_;
     FramesOnShow onShow_;
-    ControlWindow* pressed_ = nullptr;
-    const ControlWindow* draggedOver_ = nullptr; // what the press was dragged over last
-    bool dragSelects_ = false;                   // controls, not text
-    MouseButton pressedButton_ = MouseButton::left;
+    struct Press {
+        ControlWindow* view = nullptr;
+        MouseButton button = MouseButton::left;
+        const ControlWindow* over = nullptr; // what it was dragged over last
+        bool selects = false;                // controls, not text
+    };
+    Press press_; // of no view: none is under way
     std::optional<POINT> pressPlace_;
     unsigned interruptions_ = 0;
     int following_ = 0; // native focus is being set to the form's

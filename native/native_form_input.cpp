@@ -166,10 +166,7 @@ void NativeForm::beginPress(ControlWindow& view, MouseButton button, std::option
         active->catchUp();
     if (life.expired() || view.control() == nullptr)
         return;
-    pressed_ = &view;
-    draggedOver_ = nullptr;
-    dragSelects_ = false;
-    pressedButton_ = button;
+    press_ = {&view, button, nullptr, false};
     const unsigned before = interruptions_;
     pressPlace_ = place;
     form_->mouseDown(*view.control(), button, tab);
@@ -179,43 +176,46 @@ void NativeForm::beginPress(ControlWindow& view, MouseButton button, std::option
     followFocus();
     if (before != interruptions_)
         giveUpPress();
+    checkInvariants();
 }
 
 bool NativeForm::dragged(ControlWindow& view, POINT place) {
-    if (pressed_ != &view || pressedButton_ != MouseButton::left)
+    if (press_.view != &view || press_.button != MouseButton::left)
         return false;
     const HWND under = WindowFromPoint(place);
     const auto* over = isInside(under) ? ControlWindow::of(under) : nullptr;
-    if (over == nullptr || over->control() == nullptr || over == draggedOver_ ||
-        (over == &view && draggedOver_ == nullptr))
-        return dragSelects_;
-    draggedOver_ = over;
+    if (over == nullptr || over->control() == nullptr || over == press_.over ||
+        (over == &view && press_.over == nullptr))
+        return press_.selects;
+    press_.over = over;
     const std::weak_ptr<const bool> life = life_;
     const bool selects = form_->userDrag(*view.control(), *over->control());
     if (life.expired())
         return true;
-    dragSelects_ = selects;
+    if (press_.view == &view) // not given up meanwhile
+        press_.selects = selects;
+    checkInvariants();
     return selects;
 }
 
 bool NativeForm::isPressed(const ControlWindow& view) const {
-    return pressed_ == &view;
+    return press_.view == &view;
 }
 
 void NativeForm::endPress(ControlWindow& view, MouseButton button, bool inside) {
-    if (pressed_ != &view || button != pressedButton_)
+    if (press_.view != &view || button != press_.button)
         return;
     if (!inside || button != MouseButton::left) {
         giveUpPress();
         return;
     }
-    pressed_ = nullptr;
+    press_ = {};
     view.pressEnded();
     form_->click(*view.control());
 }
 
 void NativeForm::giveUpPress() {
-    auto* view = std::exchange(pressed_, nullptr);
+    auto* view = std::exchange(press_, {}).view;
     if (view == nullptr)
         return;
     view->pressEnded();

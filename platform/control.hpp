@@ -327,12 +327,6 @@ class PictureBox : public Control {
   public:
     PictureBox(Form& form, std::string_view name, int index, Frame* container)
         : Control(ControlKind::pictureBox, form, name, index, container) {}
-
-    [[nodiscard]] const Picture& picture() const { return picture_; }
-    void setPicture(const Picture& picture) { assign(picture_, picture, Property::look); }
-
-  private:
-    Picture picture_;
 };
 
 // An entry of the pop-up menu; the caption "-" is a separator.

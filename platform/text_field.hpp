@@ -59,8 +59,8 @@ class TextField : public Control {
 
     // What the field showed when it was entered. Escape brings it back.
     [[nodiscard]] const std::string& entryText() const { return entryText_ ? *entryText_ : text_; }
-    // What was typed before can be taken back no more, not by the native field either; but a text
-    // that the record does not hold can.
+    // Undo does not go back beyond this, nor does that of the native field, except to a text that
+    // is not stored.
     void beginEntry();
     [[nodiscard]] bool canTakeBack() const { return !locked_ && text_ != entryText(); }
 
@@ -142,7 +142,7 @@ class TextField : public Control {
     }
 
     std::string text_;
-    std::unique_ptr<const std::string> entryText_; // null while it is the text
+    std::unique_ptr<const std::string> entryText_; // null: nothing was edited
     FieldState state_;
     std::unique_ptr<Told> told_;
     int selStart_ = 0;

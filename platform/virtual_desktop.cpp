@@ -31,8 +31,7 @@ void VirtualDesktop::attach(Form& form) {
     if (form_ != nullptr && form_ != &form)
         fields_.clear();
     form_ = &form;
-    pressed_ = nullptr;
-    pressing_ = false;
+    press_.reset();
     away_ = false;
     for (const auto& control : form.controls())
         controlAdded(*control);
@@ -54,8 +53,8 @@ void VirtualDesktop::controlAdded(Control& control) {
 void VirtualDesktop::controlRemoved(Control& control) {
     if (const auto* field = textFieldOf(&control))
         fields_.remove(*field);
-    if (pressed_ == &control)
-        pressed_ = nullptr;
+    if (pressed() == &control)
+        press_->control = nullptr;
 }
 
 void VirtualDesktop::controlChanged(Control& control, Property property) {

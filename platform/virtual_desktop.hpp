@@ -283,10 +283,16 @@ class VirtualDesktop : public Services, private FormObserver {
     [[nodiscard]] TextField* editedField() const;
     [[nodiscard]] TextField& focusedField() const;
 
+    struct Press {
+        MouseButton button;
+        Control* control; // null where it takes no click, or has gone meanwhile
+    };
     Control& reach(std::string_view id, int index = Control::noIndex);
     template <typename Kind>
     Kind& reachKind(std::string_view id, std::string_view kind);
     void pressControl(Control& control, MouseButton button, int tab = 0);
+    [[nodiscard]] Press& pressUnderWay();
+    [[nodiscard]] Control* pressed() const { return press_ ? press_->control : nullptr; }
     TabStrip& reachTab(int tab);
     void pickEntry(ComboBox& list, int entry);
     void stepBar(ScrollBar& bar, int steps, int size);
@@ -294,9 +300,7 @@ class VirtualDesktop : public Services, private FormObserver {
 
     Form* form_ = nullptr;
     VirtualFields fields_{*this};
-    Control* pressed_ = nullptr; // null too when what was pressed takes no click
-    MouseButton pressedButton_ = MouseButton::left;
-    bool pressing_ = false;
+    std::optional<Press> press_; // that is under way
     bool away_ = false;
     bool hostControls_ = false;
     std::set<std::pair<KeyCode, int>> hostShortcuts_;

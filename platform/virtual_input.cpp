@@ -127,61 +127,61 @@ TextField& VirtualDesktop::focusedField() const {
 }
 
 void VirtualDesktop::pressControl(Control& control, MouseButton button, int tab) {
-    pressing_ = true;
-    pressedButton_ = button;
-    pressed_ = control.isEnabled() ? &control : nullptr;
-    if (pressed_ == nullptr)
+    press_ = {button, control.isEnabled() ? &control : nullptr};
+    if (pressed() == nullptr)
         return;
     auto* field = textFieldOf(&control);
     const bool placesCaret = field != nullptr && button == MouseButton::left && form_->hasFocus() &&
                              form_->activeControl() == &control;
     form_->mouseDown(control, button, tab);
-    if (placesCaret && pressed_ != nullptr)
+    if (placesCaret && pressed() != nullptr)
         fields_.select(*field, textLength(field->text()), 0);
 }
 
 void VirtualDesktop::press(std::string_view id, int index, MouseButton button) {
     auto& target = reach(id, index);
-    if (pressing_)
+    if (press_)
         refuse("a press is under way already");
     pressControl(target, button);
 }
 
-void VirtualDesktop::release(std::string_view id, int index) {
-    if (!pressing_)
+VirtualDesktop::Press& VirtualDesktop::pressUnderWay() {
+    if (!press_)
         refuse("nothing is pressed");
-    if (&reach(id, index) != pressed_)
+    return *press_;
+}
+
+void VirtualDesktop::release(std::string_view id, int index) {
+    const Control* held = pressUnderWay().control;
+    if (&reach(id, index) != held)
         dragAway();
     else
         release();
 }
 
 void VirtualDesktop::release() {
-    if (!pressing_)
-        refuse("nothing is pressed");
-    if (pressedButton_ != MouseButton::left) {
-        dragAway();
+    const Press ended = pressUnderWay();
+    press_.reset();
+    if (ended.control == nullptr)
         return;
-    }
-    pressing_ = false;
-    if (auto* released = std::exchange(pressed_, nullptr))
-        form_->click(*released);
+    if (ended.button == MouseButton::left)
+        form_->click(*ended.control);
+    else
+        form_->pressGivenUp(*ended.control);
 }
 
 void VirtualDesktop::dragTo(std::string_view id, int index) {
-    if (!pressing_)
-        refuse("nothing is pressed");
+    const Press& held = pressUnderWay();
     auto& over = reach(id, index);
-    if (pressed_ != nullptr && pressedButton_ == MouseButton::left)
-        form_->userDrag(*pressed_, over);
+    if (held.control != nullptr && held.button == MouseButton::left)
+        form_->userDrag(*held.control, over);
 }
 
 void VirtualDesktop::dragAway() {
-    if (!pressing_)
-        refuse("nothing is pressed");
-    pressing_ = false;
-    if (auto* released = std::exchange(pressed_, nullptr))
-        form_->pressGivenUp(*released);
+    const Press ended = pressUnderWay();
+    press_.reset();
+    if (ended.control != nullptr)
+        form_->pressGivenUp(*ended.control);
 }
 
 void VirtualDesktop::click(std::string_view id, int index) {
@@ -218,7 +218,7 @@ void VirtualDesktop::clickAt(int position) {
 void VirtualDesktop::dragOver(int start, int length) {
     auto& field = focusedField();
     press(field.name(), field.index());
-    if (pressed_ != nullptr)
+    if (pressed() != nullptr)
         fields_.select(field, start, length);
     release();
 }
@@ -233,7 +233,7 @@ TabStrip& VirtualDesktop::reachTab(int tab) {
         refuse("no tab strip is on show");
     if (tab < 1 || tab > strip->count())
         refuse(strip->id() + " has no tab " + std::to_string(tab));
-    if (pressing_)
+    if (press_)
         refuse("a press is under way already");
     away_ = false;
     return *strip;
@@ -242,7 +242,7 @@ TabStrip& VirtualDesktop::reachTab(int tab) {
 void VirtualDesktop::clickTab(int tab) {
     auto& strip = reachTab(tab);
     pressControl(strip, MouseButton::left, tab);
-    if (pressed_ != nullptr)
+    if (pressed() != nullptr)
         form_->userSelectTab(strip, tab);
     dragAway();
 }
@@ -269,9 +269,9 @@ void VirtualDesktop::pick(std::string_view id, int entry) {
 
 void VirtualDesktop::pickEntry(ComboBox& list, int entry) {
     press(list.name(), list.index());
-    if (pressed_ != nullptr)
+    if (pressed() != nullptr)
         form_->userPick(list, entry);
-    if (pressing_)
+    if (press_)
         release();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "quarterly/last_quarter.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "form/controls.hpp"
 #include "input/date_pattern.hpp"
 #include "input/mdlKMTMisc.hpp"
@@ -168,9 +169,8 @@ void LastQuarter::leave() {
     const FieldMark mark = field.mark();
     bool stored = true;
     ifPossible([&] { stored = context_.company->get_LastQDate() == before; });
-    if (!field.isTyped() || (sameDay && (field.isUnstored() || !stored))) {
-        if (before)
-            retry(*before);
+    if (sameDay && (field.isUnstored() || !stored)) {
+        retry(*before);
         return;
     }
     field.showStored(context_.dateText(before.value_or(Date{})));

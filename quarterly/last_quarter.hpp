@@ -11,6 +11,9 @@ namespace vkr {
 // The last quarter as a person moves it: by its date, the spinner, a row's label, the button that
 // adds one. Inside of the record's quarters only the view moves; beyond the newest one quarters are
 // added, after a question. The date that each visited quarter had comes back with it.
+//
+// What may be true together: quarters that were visited are among those of the record, and there
+// are some only while one is held.
 class LastQuarter {
   public:
     LastQuarter(EntryContext& context, QuarterlyGrid& grid);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "quarterly/quarterly_grid.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "form/controls.hpp"
 #include "input/date_pattern.hpp"
 #include "input/mdlKMTMisc.hpp"
@@ -18,7 +19,7 @@ QuarterlyGrid::QuarterlyGrid(EntryContext& context)
 
 std::optional<Date> QuarterlyGrid::lastQuarter() const {
     const auto& field = context_[controls::lastQuarterDate];
-    return !field.isTyped() ? shown_ : context_.typedDate(field);
+    return !field.isTyped() || field.locked() ? shown_ : context_.typedDate(field);
 }
 
 Date QuarterlyGrid::newestQuarter() const {
@@ -167,8 +168,8 @@ BlockGrid::Row QuarterlyGrid::periodOf(int row) const {
 void QuarterlyGrid::enter(Cell cell) {
     bringIntoView(cell);
     const TextBox& shown = box(cell);
-    if (isOfEarnings(cell) && context_.unitFactor != 1 && context_.company != nullptr && !blank_ &&
-        !shown.isTyped())
+    if (isOfEarnings(cell) && context_.unitFactor() != 1 && context_.company != nullptr &&
+        !blank_ && !shown.isTyped())
         show(Datum::QEPSSeries); // per share, as they are typed
     SeriesGrid::enter(cell);
 }
@@ -218,20 +219,6 @@ void QuarterlyGrid::stored(Cell cell) {
 void QuarterlyGrid::accept(Date date) {
     const bool shown = !context_[controls::lastQuarterDate].text().empty();
     shown_ = shown ? std::optional(date) : std::nullopt;
-}
-
-bool QuarterlyGrid::holdsFigures() const {
-    bool found = false;
-    forEachSeries([&](const GridSeries& series) {
-        ifPossible([&] {
-            const Variant value = readSeries(*context_.company, series.series);
-            const VariantArray& figures = value.array();
-            const std::int64_t last = figures.upper(); // which may be the end of int
-            for (std::int64_t i = figures.lower(); i <= last && !found; ++i)
-                found = figures.number(static_cast<int>(i)) != 0;
-        });
-    });
-    return found;
 }
 
 void QuarterlyGrid::checkInvariants() const {

@@ -44,13 +44,12 @@ class QuarterlyGrid final : public SeriesGrid {
     // on to its column's cell at the same place of the view.
     void turnPage(const Control& active, int direction);
 
-    [[nodiscard]] bool existsData() const;   // of the record, or on screen
-    [[nodiscard]] bool holdsFigures() const; // the record
-    void followUnit();                       // the currency unit was changed
+    [[nodiscard]] bool existsData() const; // of the record, or on screen
+    void followUnit();                     // the currency unit was changed
 
     // --- the last quarter
     // As the form shows it, with the day that its text may leave out; nothing where the text is
-    // no date.
+    // no date. What the data lock came upon while it was typed counts for nothing.
     [[nodiscard]] std::optional<Date> lastQuarter() const;
     [[nodiscard]] const std::optional<Date>& shown() const { return shown_; }
     [[nodiscard]] int topElement() const { return element_; }

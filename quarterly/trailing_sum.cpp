@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "quarterly/trailing_sum.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "form/controls.hpp"
+#include "input/mdlKMTMisc_values.hpp"
 #include "input/number_pattern.hpp"
 #include "platform/error_trap.hpp"
 
@@ -45,11 +47,25 @@ std::optional<double> TrailingSum::worked() {
 
 void TrailingSum::store(double sum) {
     const ActionScope derived(context_.company, {Origin::derived, {}, {}});
-    context_.company->put_Last4QEPS(sum);
     auto& field = context_[controls::trailingEarnings];
+    const bool typed = typed_ && typed_->figure != sum && attemptOr(false, [&] {
+                           return context_.company->get_Last4QEPS() == typed_->figure;
+                       });
+    context_.company->put_Last4QEPS(sum);
+    const bool taken = context_.company->get_Last4QEPS() == sum;
+    const bool untold = typed && taken && !(typed_->told && field.isDoubtful());
     // A record may keep what was typed, and then it is as doubtful as before.
-    if (field.isUnstored() || context_.company->get_Last4QEPS() == sum)
+    if (field.isUnstored() || taken)
         field.setMark({});
+    if (untold) {
+        std::string reason = context_.text(text_number::sumReplaced);
+        ReplaceAll(reason, "%1", figureText(typed_->figure));
+        field.setMark({MarkKind::doubtful, reason});
+    }
+}
+
+std::string TrailingSum::figureText(double figure) const {
+    return formatNumber(figure, context_.numberFormat, context_.form.numberMarks());
 }
 
 void TrailingSum::derive() {
@@ -72,17 +88,30 @@ void TrailingSum::followYear() {
     show();
 }
 
-void TrailingSum::doubtTyped() {
-    auto& field = context_[controls::trailingEarnings];
-    double typed = 0;
-    derived_ = worked();
-    if (!derived_ || field.isUnstored() ||
-        !attempt([&] { typed = context_.company->get_Last4QEPS(); }) || typed == *derived_)
+void TrailingSum::typed() {
+    typed_.reset();
+    if (context_[controls::trailingEarnings].isUnstored())
         return;
+    ifPossible([&] { typed_ = Typed{context_.company->get_Last4QEPS(), false}; });
+    doubtTyped();
+}
+
+void TrailingSum::left() {
+    const auto& field = context_[controls::trailingEarnings];
+    if (typed_ && !field.isDoubtful() &&
+        attemptOr(false, [&] { return context_.company->get_Last4QEPS() == typed_->figure; }))
+        doubtTyped();
+}
+
+void TrailingSum::doubtTyped() {
+    derived_ = worked();
+    if (!typed_ || !derived_ || typed_->figure == *derived_)
+        return;
+    auto& field = context_[controls::trailingEarnings];
     const std::string before = field.mark().reason.empty() ? "" : field.mark().reason + " ";
-    field.setMark({MarkKind::doubtful, before + context_.text(text_number::sumReplaces) + " " +
-                                           formatNumber(*derived_, context_.numberFormat,
-                                                        context_.form.numberMarks())});
+    field.setMark({MarkKind::doubtful,
+                   before + context_.text(text_number::sumReplaces) + " " + figureText(*derived_)});
+    typed_->told = true;
 }
 
 void TrailingSum::show() {
@@ -94,8 +123,7 @@ void TrailingSum::show() {
     context_.hideHelpFrame();
     if (before.isTyped(field.text()))
         context_.markChanged();
-    else
-        field.setMark(before.mark());
+    field.setMark(before.mark());
 }
 
 } // namespace vkr

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace vkr {
 
@@ -23,19 +24,31 @@ class TrailingSum {
     [[nodiscard]] bool isDerived() const { return derived_.has_value(); }
     // A sum that was typed and refused gives way to this one. Throws where the record does.
     void store(double sum);
-    void doubtTyped(); // marks a figure that the rule's will replace
-    void show();       // with the change check; not over a refused text
+    // A figure was typed and stored. It is marked where the rule's will replace it. Nobody agrees
+    // with that for good: the mark is back when the field is left with the figure in it.
+    void typed();
+    void left();
+    void forgetTyped() { typed_.reset(); } // another company is held
+    void show();                           // with the change check; not over a refused text
     // The latest yearly figure or the date of the last fiscal year has changed.
     void followYear();
 
   private:
     [[nodiscard]] std::optional<double> worked();
     [[nodiscard]] EarningsInput asked() const;
+    [[nodiscard]] std::string figureText(double figure) const;
+    void doubtTyped();
+
+    struct Typed {
+        double figure;
+        bool told; // that it will be replaced
+    };
 
     EntryContext& context_;
     const std::optional<Date>& lastQuarter_;
     std::shared_ptr<TrailingEarnings> rule_; // made when it is first asked
     std::optional<double> derived_;          // what it answered last
+    std::optional<Typed> typed_;             // in place of what the rule has said
 };
 
 } // namespace vkr

@@ -76,6 +76,18 @@ constexpr TitleRow rows[] = {
     {Datum::QEPSSeries, "Earnings Per Share"},
 };
 
+constexpr const TitleRow* rowIn(Datum datum) {
+    return std::ranges::find(rows, datum, &TitleRow::datum);
+}
+
+constexpr bool isComplete() {
+    for (int datum = 0; datum < datumCount; ++datum)
+        if (rowIn(static_cast<Datum>(datum)) == std::end(rows))
+            return false;
+    return std::size(rows) == datumCount;
+}
+static_assert(isComplete(), "each datum has one title above");
+
 constexpr bool isCapital(char letter) {
     return letter >= 'A' && letter <= 'Z';
 }
@@ -86,8 +98,7 @@ constexpr bool isSmall(char letter) {
 } // namespace
 
 std::string_view titleOf(Datum datum) {
-    const auto* const row = std::ranges::find(rows, datum, &TitleRow::datum);
-    return row == std::end(rows) ? rowOf(datum).name : row->title;
+    return rowIn(datum)->title;
 }
 
 std::string fullTitleOf(Datum datum) {

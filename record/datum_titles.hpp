@@ -8,8 +8,7 @@
 
 namespace vkr {
 
-// What people call a datum wherever it is told of, in words of the form's captions. One that has no
-// row in their table goes by the name of the property.
+// What people call a datum wherever it is told of, in words of the form's captions.
 
 // "Total Debt"; of a series "Revenue", whichever period it is of.
 [[nodiscard]] std::string_view titleOf(Datum datum);

@@ -16,9 +16,11 @@ start_wine() {
     export DISPLAY=:$display
     local desktop='HKCU\Control Panel\Desktop'
     {
-        run_wine 180 wineboot -i
+        # The first program makes the system. After a wineboot for that there would be two managers of
+        # services, its own and that of the next program; calls between processes then hang now and then,
+        # since neither knows of the service for them that the other has started.
         # A crash ends the program at once, letters are smooth.
-        run_wine 30 reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /f /v Debugger /d rundll32
+        run_wine 180 reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /f /v Debugger /d rundll32
         run_wine 30 reg add "$desktop" /f /v FontSmoothing /d 2
         run_wine 30 reg add "$desktop" /f /v FontSmoothingType /t REG_DWORD /d 1
         # Without a manager of windows nothing waits for one.

@@ -4,6 +4,7 @@
 #include "company/figure_origins.hpp"
 #include "plausibility/finding.hpp"
 #include "sheet/sheet_content.hpp"
+#include "store/stored_company.hpp"
 
 #include <functional>
 #include <memory>
@@ -16,5 +17,8 @@ namespace vkr {
                                    const FigureOrigins& origins = {},
                                    const std::function<bool(const Finding&)>& isSilenced = {},
                                    Date today = {});
+
+// One that is stored. What is damaged or can't be read is said before all else.
+[[nodiscard]] SheetCompany sheetOf(const LoadedCompany& stored, Date today);
 
 } // namespace vkr

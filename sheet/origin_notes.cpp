@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <utility>
@@ -34,45 +35,82 @@ QString wordsOf(std::optional<Origin> origin, const QString& document) {
     return tr("moved from another period");
 }
 
-} // namespace
+using Source = std::pair<std::optional<Origin>, std::string>;
+using Groups = std::map<Source, std::vector<FigurePlace>>;
+using Tables = std::map<DatumPeriod, Groups>;
 
-// What most figures have in common needs no mark: a number behind each of hundreds would be read as
-// a digit. Every other one has its number.
-std::vector<SheetNote> originNotes(const CompanyRecord& company, const FigureOrigins& origins) {
-    using Source = std::pair<std::optional<Origin>, std::string>;
-    std::map<Source, std::vector<FigurePlace>> groups;
-    const auto add = [&](const FigurePlace& place, double figure) {
+Tables figuresBySource(const CompanyRecord& company, const FigureOrigins& origins) {
+    Tables tables;
+    const auto add = [&](DatumPeriod period, const FigurePlace& place, double figure) {
         const FigureOrigin found = origins.of(place.datum, place.element);
         if (figure != 0)
-            groups[{found.origin, found.document}].push_back(place);
+            tables[period][{found.origin, found.document}].push_back(place);
     };
     for (const DatumRow& row : datumTable()) {
         const Variant& stored = company.stored(row.datum);
         if (std::holds_alternative<NumberAccess>(row.access))
-            add({row.datum, std::nullopt}, stored.toDouble());
+            add(row.period, {row.datum, std::nullopt}, stored.toDouble());
         else if (isSeries(row))
             for (int element = stored.array().lower(); element <= stored.array().upper(); ++element)
-                add({row.datum, element}, stored.array().number(element));
+                add(row.period, {row.datum, element}, stored.array().number(element));
     }
-    const auto isKnown = [](const auto& group) { return group.first.first.has_value(); };
-    if (std::ranges::none_of(groups, isKnown))
+    return tables;
+}
+
+bool isAnyKnown(const Tables& tables) {
+    return std::ranges::any_of(tables, [](const auto& table) {
+        return std::ranges::any_of(table.second,
+                                   [](const auto& group) { return group.first.first.has_value(); });
+    });
+}
+
+// "All others, %1 figures: %2."
+QString wordsOfOthers(DatumPeriod period, bool areThereOthers) {
+    switch (period) {
+    case DatumPeriod::year:
+        return areThereOthers ? tr("All other yearly ones, %1 figures: %2.")
+                              : tr("All %1 yearly figures: %2.");
+    case DatumPeriod::quarter:
+        return areThereOthers ? tr("All other quarterly ones, %1 figures: %2.")
+                              : tr("All %1 quarterly figures: %2.");
+    case DatumPeriod::none:
+        break;
+    }
+    return areThereOthers ? tr("All others of the company, %1 figures: %2.")
+                          : tr("All %1 figures of the company: %2.");
+}
+
+} // namespace
+
+// What most figures of a table have in common needs no mark: a number behind each of hundreds would
+// be read as a digit. Every other one has its number.
+std::vector<SheetNote> originNotes(const CompanyRecord& company, const FigureOrigins& origins) {
+    Tables tables = figuresBySource(company, origins);
+    if (!isAnyKnown(tables))
         return {};
+    const auto textOf = [](const QString& words, const Source& source, std::size_t count) {
+        const QString from = wordsOf(source.first, QString::fromStdString(source.second));
+        return count == 1 ? tr("1 figure: %1.").arg(from) : words.arg(count).arg(from);
+    };
     constexpr std::size_t few = 20;
-    const auto most =
-        std::ranges::max_element(groups, {}, [](const auto& group) { return group.second.size(); });
+    Groups marked;
+    std::vector<SheetNote> others;
+    for (auto& [period, groups] : tables) {
+        const auto most = std::ranges::max_element(
+            groups, {}, [](const auto& group) { return group.second.size(); });
+        for (auto& [source, places] : groups)
+            if (&places != &most->second || places.size() <= few)
+                std::ranges::move(places, std::back_inserter(marked[source]));
+            else
+                others.push_back(
+                    {{}, textOf(wordsOfOthers(period, groups.size() > 1), source, places.size())});
+    }
     std::vector<SheetNote> notes;
-    for (const auto& [source, places] : groups)
-        if (&places != &most->second || places.size() <= few)
-            notes.push_back(
-                {places, (places.size() == 1 ? tr("1 figure: %1.")
-                                             : tr("%1 figures: %2.").arg(places.size()))
-                             .arg(wordsOf(source.first, QString::fromStdString(source.second)))});
-    if (const auto& [source, places] = *most; places.size() > few)
-        notes.push_back(
-            {{},
-             (notes.empty() ? tr("All %1 figures: %2.") : tr("All others, %1 figures: %2."))
-                 .arg(places.size())
-                 .arg(wordsOf(source.first, QString::fromStdString(source.second)))});
+    for (auto& [source, places] : marked) {
+        const QString text = textOf(tr("%1 figures: %2."), source, places.size());
+        notes.push_back({std::move(places), text});
+    }
+    std::ranges::move(others, std::back_inserter(notes));
     return notes;
 }
 

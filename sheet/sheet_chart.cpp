@@ -63,14 +63,15 @@ class ChartLayout {
 
     void addTitle() {
         const double line = lineHeight(plainType);
-        const double width = textWidth(chart_.title, plainType, true) + 1;
-        flow_.text({box_.left(), box_.top(), width, line}, chart_.title, plainType, true);
+        const double width = textWidth(chart_.title, plainType, SheetWeight::bold) + 1;
+        flow_.text({box_.left(), box_.top(), width, line}, chart_.title, plainType,
+                   SheetWeight::bold);
         const QStringList unit =
             wrappedLines(chart_.unit, box_.width() - width - 3 * point, chartType);
         if (!chart_.unit.isEmpty())
             flow_.text({box_.left() + width + 3 * point, box_.top() + 0.15 * line,
                         box_.width() - width - 3 * point, line},
-                       unit.first(), chartType, false, SheetInk::strong);
+                       unit.first(), chartType, SheetWeight::plain, SheetInk::strong);
     }
 
     void addScale() {
@@ -79,7 +80,8 @@ class ChartLayout {
             const double at = y(scale_.at(index));
             flow_.area({plot_.left(), at - hair / 2, plot_.width(), hair}, SheetInk::pale);
             flow_.text({box_.left(), at - line / 2, plot_.left() - box_.left() - 2 * point, line},
-                       scale_.text(index), chartType, false, SheetInk::plain, Qt::AlignRight);
+                       scale_.text(index), chartType, SheetWeight::plain, SheetInk::plain,
+                       Qt::AlignRight);
         }
     }
 
@@ -113,7 +115,7 @@ class ChartLayout {
             const double middle = plot_.left() + (static_cast<double>(i) + 0.5) * slot();
             const double left = std::min(middle - widest / 2, box_.right() - widest);
             flow_.text({left, plot_.bottom() + point, widest + 0.5, lineHeight(chartType)},
-                       chart_.bars.at(i).period, chartType, false, SheetInk::plain,
+                       chart_.bars.at(i).period, chartType, SheetWeight::plain, SheetInk::plain,
                        Qt::AlignHCenter);
         }
     }

@@ -10,30 +10,30 @@ namespace vkr {
 namespace {
 
 // The longest beginning of a word that fits, one letter at least.
-qsizetype fittingLetters(const QString& word, double width, double size, bool isBold) {
+qsizetype fittingLetters(const QString& word, double width, double size, SheetWeight weight) {
     QTextBoundaryFinder letters(QTextBoundaryFinder::Grapheme, word);
     qsizetype fitting = 0;
     for (qsizetype end = letters.toNextBoundary(); end > 0; end = letters.toNextBoundary()) {
-        if (fitting > 0 && textWidth(word.left(end), size, isBold) > width)
+        if (fitting > 0 && textWidth(word.left(end), size, weight) > width)
             break;
         fitting = end;
     }
     return fitting;
 }
 
-void wrapLine(const QString& paragraph, double width, double size, bool isBold,
+void wrapLine(const QString& paragraph, double width, double size, SheetWeight weight,
               QStringList& lines) {
     QString line;
     for (QString word : paragraph.simplified().split(u' ')) {
         const QString longer = line.isEmpty() ? word : line + u' ' + word;
-        if (textWidth(longer, size, isBold) <= width) {
+        if (textWidth(longer, size, weight) <= width) {
             line = longer;
             continue;
         }
         if (!line.isEmpty())
             lines.append(line);
-        while (textWidth(word, size, isBold) > width) {
-            const qsizetype letters = fittingLetters(word, width, size, isBold);
+        while (textWidth(word, size, weight) > width) {
+            const qsizetype letters = fittingLetters(word, width, size, weight);
             if (letters >= word.size())
                 break;
             lines.append(word.left(letters));
@@ -51,10 +51,10 @@ void SheetFlow::newPage() {
     top_ = margin;
 }
 
-void SheetFlow::text(const QRectF& box, const QString& text, double size, bool isBold, SheetInk ink,
-                     Qt::Alignment alignment) {
+void SheetFlow::text(const QRectF& box, const QString& text, double size, SheetWeight weight,
+                     SheetInk ink, Qt::Alignment alignment) {
     if (!text.isEmpty())
-        pages_.last().texts.append({box, text, size, isBold, ink, alignment});
+        pages_.last().texts.append({box, text, size, weight, ink, alignment});
 }
 
 void SheetFlow::area(const QRectF& box, SheetInk ink) {
@@ -69,16 +69,16 @@ void SheetFlow::rule() {
 void SheetFlow::title(const QString& text) {
     need(3 * lineHeight(titleType));
     skip(5 * point);
-    lines({text}, titleType, true);
+    lines({text}, titleType, SheetWeight::bold);
     skip(2 * point);
 }
 
-void SheetFlow::lines(const QStringList& texts, double size, bool isBold, SheetInk ink,
+void SheetFlow::lines(const QStringList& texts, double size, SheetWeight weight, SheetInk ink,
                       double indent) {
     const double height = lineHeight(size);
     for (const QString& line : texts) {
         need(height);
-        text({left() + indent, top_, width() - indent, height}, line, size, isBold, ink);
+        text({left() + indent, top_, width() - indent, height}, line, size, weight, ink);
         skip(height);
     }
 }
@@ -94,23 +94,23 @@ QList<SheetPage> SheetFlow::finish(const QString& footer) && {
             {{left(), y, width() - right, height},
              wrappedLines(footer, width() - right, smallestType).first(),
              smallestType,
-             false,
+             SheetWeight::plain,
              SheetInk::strong,
              Qt::AlignLeft});
         pages_[number - 1].texts.append({{left() + width() - right, y, right, height},
                                          place,
                                          smallestType,
-                                         false,
+                                         SheetWeight::plain,
                                          SheetInk::strong,
                                          Qt::AlignRight});
     }
     return std::move(pages_);
 }
 
-QStringList wrappedLines(const QString& text, double width, double size, bool isBold) {
+QStringList wrappedLines(const QString& text, double width, double size, SheetWeight weight) {
     QStringList lines;
     for (const QString& paragraph : text.split(u'\n'))
-        wrapLine(paragraph, width, size, isBold, lines);
+        wrapLine(paragraph, width, size, weight, lines);
     return lines;
 }
 

@@ -30,13 +30,14 @@ class SheetFlow {
             newPage();
     }
 
-    void text(const QRectF& box, const QString& text, double size, bool isBold = false,
-              SheetInk ink = SheetInk::plain, Qt::Alignment alignment = Qt::AlignLeft);
+    void text(const QRectF& box, const QString& text, double size,
+              SheetWeight weight = SheetWeight::plain, SheetInk ink = SheetInk::plain,
+              Qt::Alignment alignment = Qt::AlignLeft);
     void area(const QRectF& box, SheetInk ink);
     void rule();
     // Each of them below the one before, over the pages that it takes.
     void title(const QString& text);
-    void lines(const QStringList& lines, double size, bool isBold = false,
+    void lines(const QStringList& lines, double size, SheetWeight weight = SheetWeight::plain,
                SheetInk ink = SheetInk::plain, double indent = 0);
 
     // With a footer on each page: the text, and which page of how many it is.
@@ -52,7 +53,7 @@ class SheetFlow {
 
 // Lines of at most this width, broken between words, and within a word that is wider.
 [[nodiscard]] QStringList wrappedLines(const QString& text, double width, double size,
-                                       bool isBold = false);
+                                       SheetWeight weight = SheetWeight::plain);
 
 // The value as it fits into the width: smaller, or rounded as the last resort.
 struct FittedText {

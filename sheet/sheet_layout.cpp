@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace vkr {
 
@@ -25,7 +26,8 @@ QString tr(const char* text) {
 }
 
 void addHeader(SheetFlow& flow, const SheetContent& content, double type) {
-    flow.lines(wrappedLines(content.name, flow.width(), type, true), type, true);
+    flow.lines(wrappedLines(content.name, flow.width(), type, SheetWeight::bold), type,
+               SheetWeight::bold);
     if (!content.identity.isEmpty())
         flow.lines(wrappedLines(content.identity, flow.width(), plainType), plainType);
     flow.skip(3 * point);
@@ -37,7 +39,7 @@ class BlockLayout {
   public:
     BlockLayout(SheetFlow& flow, const SheetBlock& block, double left, double width)
         : flow_(flow), left_(left), width_(width), y_(flow.top()) {
-        line(block.title, titleType, true, 0, Qt::AlignLeft);
+        line(block.title, titleType, SheetWeight::bold, 0, Qt::AlignLeft);
         y_ += 2 * point;
         for (const SheetValue& value : block.values)
             add(value);
@@ -45,10 +47,10 @@ class BlockLayout {
     [[nodiscard]] double bottom() const { return y_; }
 
   private:
-    void line(const QString& text, double size, bool isBold, double indent,
+    void line(const QString& text, double size, SheetWeight weight, double indent,
               Qt::Alignment alignment) {
         const double height = lineHeight(size);
-        flow_.text({left_ + indent, y_, width_ - indent, height}, text, size, isBold,
+        flow_.text({left_ + indent, y_, width_ - indent, height}, text, size, weight,
                    SheetInk::plain, alignment);
         y_ += height;
     }
@@ -59,10 +61,11 @@ class BlockLayout {
         const double marks =
             value.marks.isEmpty() ? 0 : textWidth(value.marks, valueType * markShare) + 0.5 * point;
         const double room = width_ - label - columnGap - marks;
-        flow_.text({left_, y_, label, height}, value.label, valueType, false, SheetInk::strong);
+        flow_.text({left_, y_, label, height}, value.label, valueType, SheetWeight::plain,
+                   SheetInk::strong);
         if (textWidth(value.text, valueType) <= room) {
-            flow_.text({left_ + label + columnGap, y_, room, height}, value.text, valueType, false,
-                       SheetInk::plain, Qt::AlignRight);
+            flow_.text({left_ + label + columnGap, y_, room, height}, value.text, valueType,
+                       SheetWeight::plain, SheetInk::plain, Qt::AlignRight);
             addMarks(value, marks);
             y_ += height;
             return;
@@ -70,15 +73,15 @@ class BlockLayout {
         y_ += height;
         if (!value.figure.isEmpty()) {
             const FittedText fitted = fittedFigure(value, width_ - marks, valueType);
-            flow_.text({left_, y_, width_ - marks, height}, fitted.text, fitted.size, false,
-                       SheetInk::plain, Qt::AlignRight);
+            flow_.text({left_, y_, width_ - marks, height}, fitted.text, fitted.size,
+                       SheetWeight::plain, SheetInk::plain, Qt::AlignRight);
             addMarks(value, marks);
             y_ += height;
             return;
         }
         constexpr double indent = 6 * point;
         for (const QString& text : wrappedLines(value.text, width_ - indent, valueType))
-            line(text, valueType, false, indent, Qt::AlignLeft);
+            line(text, valueType, SheetWeight::plain, indent, Qt::AlignLeft);
     }
 
     void addMarks(const SheetValue& value, double width) {
@@ -105,18 +108,61 @@ void addBlocks(SheetFlow& flow, const QList<SheetBlock>& blocks) {
     flow.skip(bottom - flow.top());
 }
 
+// Footnotes beside one another, as many in a column as in the next.
+class FootnoteColumns {
+  public:
+    FootnoteColumns(const QStringList& footnotes, double width, int count)
+        : step_((width + blockGap) / count), count_(count) {
+        for (qsizetype i = 0; i < footnotes.size(); ++i) {
+            QString number = QString::number(i + 1);
+            for (const QString& line :
+                 wrappedLines(footnotes.at(i), step_ - blockGap - indent, valueType))
+                lines_.append({std::exchange(number, {}), line});
+        }
+    }
+    [[nodiscard]] double height() const {
+        return static_cast<double>(linesOfColumn()) * lineHeight(valueType);
+    }
+    void add(SheetFlow& flow) const {
+        const double height = lineHeight(valueType);
+        for (qsizetype row = 0; row < linesOfColumn(); ++row) {
+            flow.need(height);
+            double left = flow.left();
+            for (qsizetype i = row; i < lines_.size(); i += linesOfColumn()) {
+                flow.text({left, flow.top(), indent, height}, lines_.at(i).number, valueType);
+                flow.text({left + indent, flow.top(), step_ - blockGap - indent, height},
+                          lines_.at(i).text, valueType);
+                left += step_;
+            }
+            flow.skip(height);
+        }
+    }
+
+  private:
+    static constexpr double indent = 14 * point;
+    struct Line {
+        QString number; // of the first one of a footnote
+        QString text;
+    };
+    [[nodiscard]] qsizetype linesOfColumn() const { return (lines_.size() + count_ - 1) / count_; }
+
+    double step_; // from one column to the next
+    qsizetype count_;
+    QList<Line> lines_;
+};
+
 void addFootnotes(SheetFlow& flow, const QStringList& footnotes) {
     if (footnotes.isEmpty())
         return;
     flow.title(tr("To look at, and where figures come from"));
-    constexpr double indent = 14 * point;
-    const double height = lineHeight(valueType);
-    for (qsizetype i = 0; i < footnotes.size(); ++i) {
-        flow.need(height);
-        flow.text({flow.left(), flow.top(), indent, height}, QString::number(i + 1), valueType);
-        flow.lines(wrappedLines(footnotes.at(i), flow.width() - indent, valueType), valueType,
-                   false, SheetInk::plain, indent);
-    }
+    constexpr int mostColumns = 3;
+    for (int count = 1; count <= mostColumns; ++count)
+        if (const FootnoteColumns columns(footnotes, flow.width(), count);
+            columns.height() <= flow.room()) {
+            columns.add(flow);
+            return;
+        }
+    FootnoteColumns(footnotes, flow.width(), 1).add(flow); // on the pages that they take
 }
 
 } // namespace

@@ -14,17 +14,17 @@ QSizeF sizeOf(Paper paper) {
            point;
 }
 
-QFont sheetFont(double size, bool isBold) {
+QFont sheetFont(double size, SheetWeight weight) {
     QFont font(QStringLiteral("Sans Serif"));
     font.setStyleHint(QFont::SansSerif);
     font.setPixelSize(static_cast<int>(std::lround(size)));
-    font.setBold(isBold);
+    font.setBold(weight == SheetWeight::bold);
     font.setHintingPreference(QFont::PreferNoHinting); // else widths would not be those on paper
     return font;
 }
 
-double textWidth(const QString& text, double size, bool isBold) {
-    return QFontMetricsF(sheetFont(size, isBold)).horizontalAdvance(text);
+double textWidth(const QString& text, double size, SheetWeight weight) {
+    return QFontMetricsF(sheetFont(size, weight)).horizontalAdvance(text);
 }
 
 double lineHeight(double size) {
@@ -32,11 +32,11 @@ double lineHeight(double size) {
 }
 
 QFont SheetText::font() const {
-    return sheetFont(size, isBold);
+    return sheetFont(size, weight);
 }
 
 double SheetText::width() const {
-    return textWidth(text, size, isBold);
+    return textWidth(text, size, weight);
 }
 
 } // namespace vkr

@@ -14,12 +14,13 @@ namespace vkr {
 enum class Paper { a4, letter };
 
 enum class SheetInk { plain, pale, strong };
+enum class SheetWeight { plain, bold };
 
 struct SheetText {
     QRectF box; // the text is as wide as this at most
     QString text;
     double size = 0; // of the font, in the units of the page
-    bool isBold = false;
+    SheetWeight weight = SheetWeight::plain;
     SheetInk ink = SheetInk::plain;
     Qt::Alignment alignment = Qt::AlignLeft;
 
@@ -43,8 +44,9 @@ inline constexpr double point = 20;
 [[nodiscard]] QSizeF sizeOf(Paper paper);
 
 // A font of the sheet, and how wide and high texts are in it.
-[[nodiscard]] QFont sheetFont(double size, bool isBold = false);
-[[nodiscard]] double textWidth(const QString& text, double size, bool isBold = false);
+[[nodiscard]] QFont sheetFont(double size, SheetWeight weight = SheetWeight::plain);
+[[nodiscard]] double textWidth(const QString& text, double size,
+                               SheetWeight weight = SheetWeight::plain);
 [[nodiscard]] double lineHeight(double size);
 
 } // namespace vkr

@@ -5,6 +5,7 @@
 #include "sheet/sheet_layout.hpp"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QLocale>
 #include <QPagedPaintDevice>
@@ -89,6 +90,9 @@ QString printSheets(QPagedPaintDevice& device, int resolution, Paper paper, Date
 
 QString writeSheetPdf(const QString& file, const QString& title, Paper paper, Date printed,
                       const SheetSource& next) {
+    // What takes its name would take the place of a pipe or a device, too.
+    if (const QFileInfo there(file); there.exists() && !there.isFile())
+        return tr("%1 is no file that a data sheet could replace. Nothing was written.").arg(file);
     QSaveFile place(file);
     if (!place.open(QIODevice::WriteOnly))
         return tr("%1 can't be written: %2.").arg(file, place.errorString());

@@ -29,7 +29,8 @@ using SheetSource = std::function<std::optional<SheetCompany>()>;
 [[nodiscard]] QString printSheets(QPagedPaintDevice& device, int resolution, Paper paper,
                                   Date printed, const SheetSource& next);
 
-// Into a PDF file, which takes its name when it is whole.
+// Into a PDF file, which takes its name when it is whole. A file that is there is replaced; what
+// else is there, such as a pipe, a device or a folder, is refused.
 [[nodiscard]] QString writeSheetPdf(const QString& file, const QString& title, Paper paper,
                                     Date printed, const SheetSource& next);
 

@@ -19,10 +19,10 @@ struct Parts {
     double whole;
     double all;
 };
-Parts partsOf(const QString& text, double size, bool isBold = false) {
+Parts partsOf(const QString& text, double size, SheetWeight weight = SheetWeight::plain) {
     const auto decimal = text.indexOf(QLocale().decimalPoint());
-    return {textWidth(decimal < 0 ? text : text.left(decimal), size, isBold),
-            textWidth(text, size, isBold)};
+    return {textWidth(decimal < 0 ? text : text.left(decimal), size, weight),
+            textWidth(text, size, weight)};
 }
 
 // One column in one size of type.
@@ -39,7 +39,7 @@ struct TableColumn {
 double widestWord(const QString& text, double size) {
     double widest = 0;
     for (const QString& word : text.split(u' '))
-        widest = std::max(widest, textWidth(word, size, true));
+        widest = std::max(widest, textWidth(word, size, SheetWeight::bold));
     return widest;
 }
 
@@ -65,7 +65,8 @@ class TableLayout {
             const SheetTable::Head& head = table_.heads.at(i);
             column.head = std::max(widestWord(head.name, size_), textWidth(head.unit, size_));
             for (const SheetTable::Row& row : table_.rows) {
-                const Parts parts = partsOf(row.cells.at(i).text, size_, i == 0);
+                const Parts parts = partsOf(row.cells.at(i).text, size_,
+                                            i == 0 ? SheetWeight::bold : SheetWeight::plain);
                 column.whole = std::max(column.whole, parts.whole);
                 column.fraction = std::max(column.fraction, parts.all - parts.whole);
                 column.marks =
@@ -111,8 +112,8 @@ class TableLayout {
         QList<QStringList> names;
         qsizetype most = 1;
         for (qsizetype i = 0; i < columns_.size(); ++i) {
-            names.append(
-                wrappedLines(table_.heads.at(i).name, columns_.at(i).width + 0.5, size_, true));
+            names.append(wrappedLines(table_.heads.at(i).name, columns_.at(i).width + 0.5, size_,
+                                      SheetWeight::bold));
             most = std::max(most, names.last().size());
         }
         const double height = lineHeight(size_);
@@ -121,13 +122,14 @@ class TableLayout {
             double y = flow_.top() + static_cast<double>(most - names.at(i).size()) * height;
             const QRectF place(x(i), 0, columns_.at(i).width, height);
             for (const QString& line : names.at(i)) {
-                flow_.text(place.translated(0, y), line, size_, true, SheetInk::plain, side(i));
+                flow_.text(place.translated(0, y), line, size_, SheetWeight::bold, SheetInk::plain,
+                           side(i));
                 y += height;
             }
             const SheetValue unit{{}, table_.heads.at(i).unit, {}, {}};
             if (!unit.text.isEmpty()) {
                 const FittedText fitted = shrunk(unit.text, place.width());
-                flow_.text(place.translated(0, y), fitted.text, fitted.size, false,
+                flow_.text(place.translated(0, y), fitted.text, fitted.size, SheetWeight::plain,
                            SheetInk::strong, side(i));
             }
         }
@@ -160,7 +162,7 @@ class TableLayout {
         const TableColumn& column = columns_.at(number);
         const double y = flow_.top();
         if (number == 0) {
-            flow_.text({x(0), y, column.width + 0.5, height}, cell.text, size_, true);
+            flow_.text({x(0), y, column.width + 0.5, height}, cell.text, size_, SheetWeight::bold);
             return;
         }
         const double room = column.width - column.marks;

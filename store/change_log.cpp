@@ -28,11 +28,8 @@ std::string enumerate(const std::vector<HistoryChange>& differences) {
         if (difference.datum == last)
             continue; // another element of the same series
         last = difference.datum;
-        HistoryChange all = difference;
-        all.period.clear();
-        all.element.reset();
         if (++count <= most)
-            text += (text.empty() ? "" : ", ") + calledFigure(all);
+            text += (text.empty() ? "" : ", ") + calledDatum(difference.datum);
     }
     return count > most ? text + " and " + std::to_string(count - most) + " more" : text;
 }

@@ -24,8 +24,8 @@ std::string told(const std::vector<HistoryChange>& differences) {
     std::string text;
     for (std::size_t i = 0; i < std::min(most, differences.size()); ++i) {
         const HistoryChange& one = differences[i];
-        text += (i == 0 ? "" : "; ") + calledFigure(one) + " was saved as " + shown(one.after) +
-                ", stored is " + shown(one.before);
+        text += (i == 0 ? "" : "; ") + calledDatum(one.datum) + whichFigure(one) +
+                " was saved as " + shown(one.after) + ", stored is " + shown(one.before);
     }
     return differences.size() > most
                ? text + " and " + std::to_string(differences.size() - most) + " more"

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "store/company_file.hpp"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QUuid>
@@ -15,6 +14,11 @@ bool isWritableFile(const QString& path) {
 
 QString logOf(const QString& path) {
     return path + "-wal";
+}
+
+FileLooks looksOf(const QString& path) {
+    const QFileInfo info(path);
+    return {info.size(), info.lastModified(), QFileInfo::exists(logOf(path))};
 }
 
 void removeFile(const QString& path) {

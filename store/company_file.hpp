@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 
 namespace vkr {
@@ -11,6 +12,15 @@ namespace vkr {
 [[nodiscard]] bool isWritableFile(const QString& path);
 // The log that the database keeps beside its file.
 [[nodiscard]] QString logOf(const QString& path);
+// What differs once somebody has begun to write the file.
+struct FileLooks {
+    qint64 size = 0;
+    QDateTime changed;
+    bool hasLog = false;
+
+    friend bool operator==(const FileLooks&, const FileLooks&) = default;
+};
+[[nodiscard]] FileLooks looksOf(const QString& path);
 // With what the database lays beside it.
 void removeFile(const QString& path);
 // A name in the same folder that is free, with the moment in it.

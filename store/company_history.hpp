@@ -5,6 +5,7 @@
 #include "company/figure_origins.hpp"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +23,8 @@ struct SaveAccount {
     // Where the data come from that are saved, where whoever saves knows better than the groups
     // tell, such as of a company that was made from another one, or of what was taken back.
     std::optional<FigureOrigins> origins = std::nullopt;
+    // Of `rest`: the data that are from another document than the others.
+    std::map<Datum, std::string> documents = {};
 };
 
 // One value that changed. Of a series it is told by its period, and the figures of a period that
@@ -94,8 +97,11 @@ struct HistoryState {
 // another element are no difference.
 [[nodiscard]] std::vector<HistoryChange> changesByPeriod(const CompanyRecord& before,
                                                          const CompanyRecord& after);
-// What people call the figure that changed: "Yearly Revenue 2025".
-[[nodiscard]] std::string calledFigure(const HistoryChange& change);
+// What people call a datum by its name in the history: "Yearly Revenue"; a setting as it is.
+[[nodiscard]] std::string calledDatum(const std::string& name);
+// Which figure of its datum has changed: " 2025", or " (3)" where there is no date to count from;
+// "" where it is the only one.
+[[nodiscard]] std::string whichFigure(const HistoryChange& change);
 
 // The period of a figure, as the history of the company has it; "" where it is not known.
 [[nodiscard]] std::string historyPeriod(const CompanyRecord& company, Datum datum,

@@ -44,6 +44,10 @@ std::vector<ChangeGroup> exactGroups(const CompanyRecord& stored, const CompanyR
             groups.push_back(std::move(group));
     }
     ChangeGroup others = changesBetween(*reached, saved, account.rest);
+    for (Change& change : others.changes)
+        if (const auto found = account.documents.find(change.datum);
+            change.setting.empty() && found != account.documents.end())
+            change.document = found->second;
     if (account.rest.origin == Origin::imported)
         others = withMovesApart(others);
     else if (account.origins && sameAs(stored, CompanyRecord())) {

@@ -125,9 +125,10 @@ class RowsOfGroup {
             if (open.isSeries && open.row.datum == row.name && open.row.origin == origin &&
                 open.row.document == change.document && open.row.countedFrom == countedFrom)
                 return open;
-        rows_.push_back({{std::string(row.name), countedFrom, "", "", "", origin, change.document},
-                         true,
-                         false});
+        rows_.push_back(
+            {.row = {std::string(row.name), countedFrom, "", "", "", origin, change.document},
+             .isSeries = true,
+             .hasBefore = false});
         return rows_.back();
     }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "store/import_matches.hpp"
 
-#include "company/company_csv.hpp"
-
 namespace vkr {
 
 StoreResult<std::optional<CompanySummary>> ImportMatches::take(const CompanyRecord& imported) {
@@ -18,9 +16,10 @@ StoreResult<std::optional<CompanySummary>> ImportMatches::take(const CompanyReco
     return std::optional<CompanySummary>();
 }
 
-SaveAccount importedFrom(const std::string& prefix) {
+SaveAccount importedFrom(const std::string& prefix, const CsvImport& import) {
     SaveAccount account;
     account.rest = {Origin::imported, "Import of " + prefix, prefix + std::string(companySuffix)};
+    account.documents = import.files;
     return account;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/company_csv.hpp"
 #include "store/company_store.hpp"
 
 #include <cstdint>
@@ -23,7 +24,7 @@ class ImportMatches {
     std::set<std::int64_t> taken_;
 };
 
-// That a company was imported, from the tables of this prefix.
-[[nodiscard]] SaveAccount importedFrom(const std::string& prefix);
+// That a company was imported from the tables of this prefix, each datum from the one it stands in.
+[[nodiscard]] SaveAccount importedFrom(const std::string& prefix, const CsvImport& import);
 
 } // namespace vkr

@@ -2,6 +2,7 @@
 #include "store/recent_companies.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace vkr {
@@ -32,15 +33,19 @@ void RecentCompanies::note(StoredState state) {
     keep(isWriting_ ? open_ : recent_, std::move(state));
 }
 
-void RecentCompanies::begin() {
-    isWriting_ = true;
-    open_.clear();
+RecentCompanies::Writing::Writing(RecentCompanies& companies) : companies_(companies) {
+    assert(!companies_.isWriting_ && companies_.open_.empty());
+    companies_.isWriting_ = true;
 }
 
-void RecentCompanies::committed() {
-    isWriting_ = false;
-    for (StoredState& state : std::exchange(open_, {}))
-        keep(recent_, std::move(state));
+RecentCompanies::Writing::~Writing() {
+    companies_.isWriting_ = false;
+    companies_.open_.clear();
+}
+
+void RecentCompanies::Writing::commit() {
+    for (StoredState& state : std::exchange(companies_.open_, {}))
+        keep(companies_.recent_, std::move(state));
 }
 
 } // namespace vkr

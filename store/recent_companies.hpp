@@ -26,13 +26,23 @@ class RecentCompanies {
     [[nodiscard]] const StoredState* find(const CompanyKey& key) const;
     void note(StoredState state);
 
-    void begin(); // a transaction that writes
-    void committed();
+    // A transaction that writes. Without commit() it came to nothing, and so does what was noted.
+    class [[nodiscard]] Writing {
+      public:
+        explicit Writing(RecentCompanies& companies);
+        ~Writing();
+        void commit();
+        Writing(const Writing&) = delete;
+        Writing& operator=(const Writing&) = delete;
+
+      private:
+        RecentCompanies& companies_;
+    };
 
   private:
     bool isWriting_ = false;
     std::vector<StoredState> recent_; // the oldest first
-    std::vector<StoredState> open_; // of the transaction under way, or of one that came to nothing
+    std::vector<StoredState> open_;   // of the transaction under way, none outside of one
 };
 
 } // namespace vkr

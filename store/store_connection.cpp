@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "store/store_connection.hpp"
 
-#include "store/company_file.hpp"
 #include "store/fault_text.hpp"
 
 #include <QFile>
@@ -25,13 +24,13 @@ bool isFailedRead(const QString& found) {
 }
 
 void nameFile(QSqlDatabase& database, const QString& path, StoreConnection::Access access,
-              std::chrono::milliseconds patience) {
+              bool isAtRest, std::chrono::milliseconds patience) {
     using Access = StoreConnection::Access;
     // With nobody else at the file it can be inspected without leaving a trace beside it.
     const QString mode = access == Access::create     ? "mode=rwc"
                          : access == Access::existing ? "mode=rw"
-                         : QFile::exists(logOf(path)) ? "mode=ro"
-                                                      : "mode=ro&immutable=1";
+                         : isAtRest                   ? "mode=ro&immutable=1"
+                                                      : "mode=ro";
     const QUrl file = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
     database.setDatabaseName(file.toString(QUrl::FullyEncoded) + "?" + mode);
     database.setConnectOptions("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=" +
@@ -70,9 +69,11 @@ StoreConnection::StoreConnection(const StoreLocation& location, Access access,
         fail(StoreFault::other, location,
              std::string("Qt has no driver for it here; package ") + dialect.driverPackage);
     handle_.emplace(dialect.driver);
-    if (dialect.isFile)
-        nameFile(handle_->database, location.path, access, patience);
-    else
+    if (dialect.isFile) {
+        if (const FileLooks looks = looksOf(location.path); isInspecting_ && !looks.hasLog)
+            atRest_ = looks;
+        nameFile(handle_->database, location.path, access, atRest_.has_value(), patience);
+    } else
         nameServer(handle_->database, location.url);
     open();
 }
@@ -148,7 +149,8 @@ std::int64_t StoreConnection::integer(const QString& text) {
 StoreConnection::Transaction::Transaction(StoreConnection& connection, Kind kind)
     : connection_(connection) {
     assert(connection_.transaction_ == nullptr);
-    assert(kind == Kind::read || !connection_.isInspecting_);
+    if (kind != Kind::read && connection_.isInspecting_)
+        fail(StoreFault::readOnly, connection_.location_);
     if (!connection_.handle_->database.isOpen())
         connection_.open();
     try {
@@ -281,6 +283,11 @@ void StoreConnection::refuseDamage() {
     if (const QString found = damage(); !found.isEmpty())
         fail(StoreFault::corrupt, location_, found.simplified().toStdString());
     isSound_ = true;
+}
+
+void StoreConnection::refuseWhatChangedMeanwhile() const {
+    if (atRest_ && looksOf(location_.path) != *atRest_)
+        fail(StoreFault::locked, location_);
 }
 
 StoreError StoreConnection::describe(const QSqlError& error) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "store/company_file.hpp"
 #include "store/store_failure.hpp"
 #include "store/store_location.hpp"
 
@@ -29,7 +30,7 @@ namespace vkr {
 //   statements belong to the open database and go with it.
 // - There is one transaction at a time, or none.
 // - A transaction of which the outcome is not known there is only on a server, and it has ended.
-// - What only inspects has no transaction that writes. Only a file is looked at for damage.
+// - What only inspects refuses a transaction that writes. Only a file is looked at for damage.
 class StoreConnection {
   public:
     enum class Access { inspect, existing, create };
@@ -104,6 +105,8 @@ class StoreConnection {
     // Of a file only: what a check of it finds; "" where it is sound. Fails where it cannot be
     // read.
     [[nodiscard]] QString damage();
+    // A file that is read without its locks may have been changed under what was read.
+    void refuseWhatChangedMeanwhile() const;
     // Of a file only: all that was committed goes from the log into the file.
     void emptyLog() { execute("PRAGMA wal_checkpoint(TRUNCATE)"); }
     [[nodiscard]] StoreError describe(const QSqlError& error);
@@ -133,6 +136,7 @@ class StoreConnection {
     StoreLocation location_;
     std::chrono::milliseconds patience_;
     bool isInspecting_;
+    std::optional<FileLooks> atRest_;          // of a file that is taken to stay as it is
     const Transaction* transaction_ = nullptr; // under way
     std::int64_t uncertainTransaction_ = 0;
     bool isSound_ = false;                                     // so far as it was looked at

@@ -6,13 +6,11 @@
 #include "store/store_backup.hpp"
 #include "store/store_schema.hpp"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 
 #include <filesystem>
 #include <system_error>
-#include <tuple>
 
 namespace vkr {
 
@@ -44,14 +42,12 @@ SchemaState inspectOnce(const StoreLocation& file, std::chrono::milliseconds pat
 // Without a log a file is taken to be at rest. What is found wrong is looked at again where
 // another program has begun to write meanwhile.
 SchemaState inspect(const StoreLocation& file, std::chrono::milliseconds patience) {
-    const auto looks = [&] {
-        const QFileInfo info(file.path);
-        return std::tuple(info.size(), info.lastModified(), QFileInfo::exists(logOf(file.path)));
-    };
     static constexpr int mostAttempts = 10;
     for (int attempt = 1;; ++attempt) {
-        const auto before = looks();
-        const auto isAtRest = [&] { return attempt == mostAttempts || looks() == before; };
+        const FileLooks before = looksOf(file.path);
+        const auto isAtRest = [&] {
+            return attempt == mostAttempts || looksOf(file.path) == before;
+        };
         try {
             const SchemaState state = inspectOnce(file, patience);
             const bool isSuspect = state == SchemaState::empty || state == SchemaState::foreign;
@@ -67,7 +63,7 @@ SchemaState inspect(const StoreLocation& file, std::chrono::milliseconds patienc
 void refuseWhatCannotBeOpened(const StoreLocation& location, OpenMode mode) {
     const QFileInfo file(location.path);
     if (!file.exists()) {
-        if (mode == OpenMode::existing)
+        if (mode != OpenMode::create)
             fail(StoreFault::missing, location);
         if (!QDir().mkpath(file.absolutePath()))
             fail(StoreFault::readOnly, location);
@@ -75,10 +71,10 @@ void refuseWhatCannotBeOpened(const StoreLocation& location, OpenMode mode) {
         fail(StoreFault::notADatabase, location);
     } else if (!file.isReadable()) {
         fail(StoreFault::other, location, "no permission to read it");
-    } else if (file.size() == 0 && mode == OpenMode::existing) {
+    } else if (file.size() == 0 && mode != OpenMode::create) {
         fail(StoreFault::notADatabase, location, "it is empty");
     }
-    if (!isWritableFile(location.path))
+    if (mode != OpenMode::reading && !isWritableFile(location.path))
         fail(StoreFault::readOnly, location);
 }
 
@@ -91,7 +87,7 @@ void refuseState(SchemaState state, const StoreLocation& location, OpenMode mode
         fail(StoreFault::newerSchema, location);
     if (state == SchemaState::foreign)
         fail(StoreFault::notADatabase, location);
-    if (state == SchemaState::empty && mode == OpenMode::existing)
+    if (state == SchemaState::empty && mode != OpenMode::create)
         fail(location.dialect->isFile ? StoreFault::notADatabase : StoreFault::empty, location);
 }
 
@@ -129,6 +125,14 @@ OpenedStore openFile(const StoreLocation& file, OpenMode mode, const StoreOption
     refuseState(state, file, mode, options);
 
     OpenedStore opened;
+    if (mode == OpenMode::reading && !isWritableFile(file.path)) {
+        if (state != SchemaState::current)
+            fail(StoreFault::readOnly, file,
+                 "it is of an older version, and would have to be brought up to date first");
+        opened.connection =
+            std::make_unique<StoreConnection>(file, StoreConnection::Access::inspect, patience);
+        return opened;
+    }
     const auto access = mode == OpenMode::create ? StoreConnection::Access::create
                                                  : StoreConnection::Access::existing;
     opened.connection = std::make_unique<StoreConnection>(file, access, patience);
@@ -167,7 +171,7 @@ OpenedStore openOnServer(const StoreLocation& database, OpenMode mode,
 } // namespace
 
 OpenedStore openStore(const StoreLocation& location, OpenMode mode, const StoreOptions& options) {
-    if (options.isRehearsal)
+    if (options.isRehearsal && mode == OpenMode::create)
         mode = OpenMode::existing;
     return location.dialect->isFile ? openFile(location, mode, options)
                                     : openOnServer(location, mode, options);

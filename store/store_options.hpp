@@ -8,6 +8,7 @@ namespace vkr {
 
 enum class OpenMode {
     existing, // a file that is missing stays missing
+    reading,  // the same, but one that can't be written is opened, too, and read as it is
     create,   // makes the file, and its folder, where there is none; opens one that is there.
               // Of a database on a server it makes the tables; the database has to be there.
 };

@@ -90,10 +90,12 @@ class StoreSession {
 
 template <typename Value, typename Function>
 StoreResult<Value> StoreSession::reading(Function function) {
-    return guarded<Value>(connection_->location(), [&] {
+    return guarded<Value>(connection_->location(), [&]() -> StoreResult<Value> {
         StoreConnection::Transaction oneMoment(*connection_,
                                                StoreConnection::Transaction::Kind::read);
-        return function();
+        StoreResult<Value> result = guarded<Value>(connection_->location(), function);
+        connection_->refuseWhatChangedMeanwhile();
+        return result;
     });
 }
 
@@ -103,7 +105,7 @@ Value StoreSession::changeOnce(Function function) {
     StoreConnection::Transaction transaction(*connection_,
                                              StoreConnection::Transaction::Kind::write);
     uncertain_.begin();
-    recent_.begin();
+    RecentCompanies::Writing writing(recent_);
     Value value = function();
     // A file that was moved away or deleted would take the save with it, without an error.
     if (isFile() && !QFileInfo::exists(location.path))
@@ -112,7 +114,7 @@ Value StoreSession::changeOnce(Function function) {
         return value; // the transaction ends without a commit
     transaction.commit();
     uncertain_.forgetRepeated();
-    recent_.committed();
+    writing.commit();
     return value;
 }
 

@@ -26,14 +26,15 @@ std::vector<HistoryChange> changesByPeriod(const CompanyRecord& before,
     return toldGroups(before, {withMovesApart(changesBetween(before, after, {}))}).front().changes;
 }
 
-std::string calledFigure(const HistoryChange& change) {
-    const auto row = std::ranges::find(datumTable(), change.datum, &DatumRow::name);
-    std::string name = row == datumTable().end() ? change.datum : fullTitleOf(row->datum);
+std::string calledDatum(const std::string& name) {
+    const auto row = std::ranges::find(datumTable(), name, &DatumRow::name);
+    return row == datumTable().end() ? name : fullTitleOf(row->datum);
+}
+
+std::string whichFigure(const HistoryChange& change) {
     if (!change.period.empty())
-        name += " " + change.period;
-    else if (change.element)
-        name += " (" + std::to_string(*change.element) + ")";
-    return name;
+        return " " + change.period;
+    return change.element ? " (" + std::to_string(*change.element) + ")" : std::string();
 }
 
 } // namespace vkr

@@ -4,6 +4,7 @@
 #include "platform/error_trap.hpp"
 #include "store/change_bytes.hpp"
 
+#include <cassert>
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -270,6 +271,7 @@ std::optional<std::string> UnsavedChanges::append(const std::string& payload) {
     });
     if (failure && file_ != nullptr) // what was synced stays there, and no more is promised
         failed_.push_back(std::move(file_));
+    assert(paths_.size() >= failed_.size() + (file_ != nullptr ? 1 : 0));
     return failure;
 }
 

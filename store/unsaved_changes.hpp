@@ -33,6 +33,10 @@ struct UnsavedCompany {
 // The unsaved changes of one window in a file, for as long as there are any. Each change is on the
 // disk when its call returns. The file is locked by the system until the program ends, however it
 // ends; no file that is there is ever written to.
+//
+// What may be true together: where there is a file it has all groups; the paths are those of it and
+// of the ones that have failed. Without groups there is none of them, but for those that have
+// failed.
 class UnsavedChanges {
   public:
     UnsavedChanges(UnsavedPlace place, UnsavedCompany company);

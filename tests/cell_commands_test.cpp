@@ -454,6 +454,35 @@ TEST(CellCommands, PasteBackWhatTheyHaveCopied) {
                 }
 }
 
+// What was copied in millions is not pasted as thousands.
+TEST(CellCommands, PasteBackWhatTheyHaveCopiedInAnotherUnit) {
+    for (const char* keys : {"^c", "^+c"}) {
+        SCOPED_TRACE(keys);
+        EntryScene scene;
+        const auto company = fullCompany();
+        scene.load(company);
+        scene.entry->put_CurrentTab(toYearly);
+        const auto before = company->clone();
+        scene.typeAt("txtSales(0)", "^a^a" + std::string(keys));
+        scene.desktop.type("{DEL}{ESC}");
+        scene.entry->put_CurrentTab(toOptions);
+        scene.desktop.click("optCurrency(0)");
+        scene.entry->put_CurrentTab(toYearly);
+        scene.desktop.acceptNextPaste();
+        scene.typeAt("txtSales(0)", "^v");
+        ASSERT_EQ(scene.desktop.pastes().size(), 1U);
+        EXPECT_EQ(test::changedData(*before, *company), std::vector<std::string>{"intUnit"});
+    }
+    Scene scene;
+    scene.enter("txtSales(8)", "8");
+    scene.enter("txtSales(9)", "9");
+    scene.paste("txtSales(8)", "1\t2"); // copied elsewhere
+    EXPECT_EQ(scene.desktop.pastes()[0].switches[4].chosen, 0);
+    scene.typeAt("txtSales(8)", "+{DOWN}^c");
+    scene.desktop.type("^v"); // and here, in the unit on show
+    EXPECT_EQ(scene.desktop.pastes()[1].switches[4].chosen, 0);
+}
+
 // --- delete, fill --------------------------------------------------------------------------------
 
 TEST(CellCommands, EmptyTheSelectionAsOneAction) {

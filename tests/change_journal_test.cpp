@@ -248,10 +248,10 @@ TEST_F(MovingJournal, AStepTakenBackAfterASaveIsNamedAndKnowsWhereItsFiguresAreF
     importAYear();
     journal->setSavePoint();
     const auto saved = company->clone();
-    journal->nameTakenBack = [this](ChangeGroup& back, const ChangeGroup& step) {
+    journal->onTakenBack([this](ChangeGroup& back, const ChangeGroup& step) {
         back.name = "Undone: " + step.name;
         origins().tellIn(back);
-    };
+    });
     EXPECT_EQ(journal->undo(), std::nullopt);
     ASSERT_EQ(journal->unsaved().size(), 1U);
     const ChangeGroup back = journal->unsaved().front();
@@ -276,7 +276,7 @@ TEST_F(MovingJournal, AStepTakenBackAfterASaveIsNamedAndKnowsWhereItsFiguresAreF
 TEST_F(Journal, AStepTakenBackHasTheOriginsThatTheFiguresHaveThen) {
     FigureOrigins stored; // nobody knows
     stored.put(Datum::TotalDebt, {}, {Origin::imported, "0001-24", false});
-    journal->nameTakenBack = [&](ChangeGroup& back, const ChangeGroup&) { stored.tellIn(back); };
+    journal->onTakenBack([&](ChangeGroup& back, const ChangeGroup&) { stored.tellIn(back); });
     {
         const ActionScope action(journal, {Origin::pasted, "Two", {}});
         journal->put_TotalDebt(77);
@@ -462,7 +462,7 @@ TEST_F(Journal, NothingIsTakenBackInTheMiddleOfAnAction) {
 
 TEST_F(Journal, LeadsFromWhatWasSavedToWhatIsThere) {
     std::vector<bool> told;
-    journal->unsavedChanged = [&](const ChangeGroup* added) { told.push_back(added != nullptr); };
+    journal->onUnsavedChanged([&](const ChangeGroup* added) { told.push_back(added != nullptr); });
     journal->put_Name("One");
     journal->put_Name("Two");
     EXPECT_EQ(journal->unsaved().size(), 2U);
@@ -526,7 +526,7 @@ TEST_F(Journal, DoesAGroupOnceMore) {
 
 TEST_F(Journal, ASettingsObjectOutlivesIt) {
     const auto settings = journal->get_Settings();
-    journal->unsavedChanged = [](const ChangeGroup*) { FAIL(); };
+    journal->onUnsavedChanged([](const ChangeGroup*) { FAIL(); });
     journal.reset();
     settings->put(setting::unit, std::int16_t{9});
     EXPECT_EQ(company->get_Settings()->get(setting::unit).toLong(), 9);

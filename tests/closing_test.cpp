@@ -18,6 +18,17 @@ struct OtherLetters final : TableLocalizer {
     static constexpr StringRow rows[] = {{574, "O&K"}, {575, "Ca&ncel"}, {576, "&Help"}};
 };
 
+// A form whose buttons have letters.
+struct LetteredScene : EntryScene {
+    LetteredScene() {
+        desktop.factory().add(standardLocalizerId, [] { return std::make_shared<OtherLetters>(); });
+        entry = std::make_unique<VKRDataEntry>(desktop);
+        entry->setEvents(&events);
+        desktop.attach(form());
+        entry->ReadProperties({});
+    }
+};
+
 struct Closing : testing::Test {
     EntryScene scene;
     VKRDataEntry& entry = *scene.entry;
@@ -138,13 +149,7 @@ TEST_F(Closing, AnUnchangedPendingDateTakesTheFirstOkAsWell) {
 }
 
 TEST_F(Closing, APendingDateAndTheKeyboard) {
-    EntryScene other;
-    other.desktop.factory().add(standardLocalizerId,
-                                [] { return std::make_shared<OtherLetters>(); });
-    other.entry = std::make_unique<VKRDataEntry>(other.desktop);
-    other.entry->setEvents(&other.events);
-    other.desktop.attach(other.form());
-    other.entry->ReadProperties({});
+    LetteredScene other;
     other.load(company);
     for (const auto& date : pendingDates) {
         other.desktop.clickTab(date.tab);
@@ -291,13 +296,7 @@ TEST_F(Closing, CancelSkipsThePendingDatesWithoutAWord) {
 }
 
 TEST_F(Closing, CancelByItsLetterSkipsThemToo) {
-    EntryScene other;
-    other.desktop.factory().add(standardLocalizerId,
-                                [] { return std::make_shared<OtherLetters>(); });
-    other.entry = std::make_unique<VKRDataEntry>(other.desktop);
-    other.entry->setEvents(&other.events);
-    other.desktop.attach(other.form());
-    other.entry->ReadProperties({});
+    LetteredScene other;
     other.load(company);
     for (const auto& date : pendingDates) {
         other.desktop.clickTab(date.tab);

@@ -11,6 +11,7 @@ namespace vkr {
 namespace {
 
 using Names = std::vector<std::string>;
+using Figures = std::vector<double>;
 
 struct Commit : testing::Test {
     EntryScene scene;
@@ -18,12 +19,18 @@ struct Commit : testing::Test {
     std::shared_ptr<CompanyRecord> figures = std::make_shared<CompanyRecord>();
     std::shared_ptr<ScriptedRecord> record = std::make_shared<ScriptedRecord>(figures);
 
-    void set(Datum datum, std::vector<double> newest) {
+    void set(Datum datum, const Figures& newest) {
         Variant series = readSeries(*figures, datum);
-        const int first = isYearly(datum) ? 1 : 0;
-        for (std::size_t i = 0; i < newest.size(); ++i)
-            series.array().setNumber(first + static_cast<int>(i), newest[i]);
+        int element = newestOf(datum);
+        for (const double figure : newest)
+            series.array().setNumber(element++, figure);
         writeSeries(*figures, datum, series);
+    }
+    [[nodiscard]] Figures newest(Datum datum, int count) const {
+        Figures found;
+        for (int i = 0; i < count; ++i)
+            found.push_back(element(datum, newestOf(datum) + i));
+        return found;
     }
     [[nodiscard]] double element(Datum datum, int index) const {
         return readSeries(*figures, datum).array().number(index);
@@ -35,6 +42,8 @@ struct Commit : testing::Test {
         static_cast<void>(entry.get_objCompany());
         return record->log;
     }
+    // The element of the last year, or of the last quarter.
+    static int newestOf(Datum datum) { return isYearly(datum) ? 1 : 0; }
     void chooseTaxRate() { figures->get_Settings()->put(setting::taxRate, true); }
     void chooseBookValue() { figures->get_Settings()->put(setting::bookValue, true); }
 };
@@ -169,11 +178,10 @@ struct Pair {
     Datum netIncome;
     Datum income;
     Datum rate;
-    int first;
 };
 constexpr Pair pairs[] = {
-    {Datum::YNetIncSeries, Datum::YPTISeries, Datum::YTaxRateSeries, 1},
-    {Datum::QNetIncSeries, Datum::QPTISeries, Datum::QTaxRateSeries, 0},
+    {Datum::YNetIncSeries, Datum::YPTISeries, Datum::YTaxRateSeries},
+    {Datum::QNetIncSeries, Datum::QPTISeries, Datum::QTaxRateSeries},
 };
 
 TEST_F(Commit, TheTaxRateFollowsIncomeAfterAndBeforeTax) {
@@ -185,12 +193,9 @@ TEST_F(Commit, TheTaxRateFollowsIncomeAfterAndBeforeTax) {
     load();
     commit();
     for (const auto& pair : pairs) {
-        EXPECT_EQ(element(pair.rate, pair.first), 25);
-        EXPECT_EQ(element(pair.rate, pair.first + 1), 2);
-        EXPECT_EQ(element(pair.rate, pair.first + 2), 3);
-        EXPECT_EQ(element(pair.rate, pair.first + 3), 4);
-        EXPECT_EQ(element(pair.rate, pair.first + 4), -100) << "negative results are stored";
-        EXPECT_EQ(element(pair.income, pair.first), 100);
+        // Negative results are stored.
+        EXPECT_EQ(newest(pair.rate, 5), (Figures{25, 2, 3, 4, -100}));
+        EXPECT_EQ(newest(pair.income, 5), (Figures{100, 0, 100, 100, 100}));
     }
 }
 
@@ -204,14 +209,26 @@ TEST_F(Commit, PreTaxIncomeFollowsNetIncomeAndTheTaxRate) {
     load();
     commit();
     for (const auto& pair : pairs) {
-        EXPECT_EQ(element(pair.income, pair.first), 100);
-        EXPECT_EQ(element(pair.income, pair.first + 1), 2);
-        EXPECT_EQ(element(pair.income, pair.first + 2), 3);
-        EXPECT_EQ(element(pair.income, pair.first + 3), 4);
-        EXPECT_EQ(element(pair.income, pair.first + 4), 0) << "nothing is left of 100 %";
-        EXPECT_EQ(element(pair.income, pair.first + 5), -150);
-        EXPECT_EQ(element(pair.rate, pair.first), 25);
+        // Of 100 % nothing is left.
+        EXPECT_EQ(newest(pair.income, 6), (Figures{100, 2, 3, 4, 0, -150}));
+        EXPECT_EQ(newest(pair.rate, 6), (Figures{25, 0, 25, 25, 100, 150}));
     }
+}
+
+// (1 - 8 / 10) x 100 is 19.999999999999996 in doubles.
+TEST_F(Commit, WhatIsWorkedOutHasNoStrayDigits) {
+    for (const auto& pair : pairs) {
+        set(pair.netIncome, {8, 65, 7});
+        set(pair.income, {10, 100, 9});
+    }
+    set(Datum::YBookValSeries, {1.1, 0.07});
+    set(Datum::YCSOSeries, {1.1, 100});
+    chooseBookValue();
+    load();
+    commit();
+    for (const auto& pair : pairs)
+        EXPECT_EQ(newest(pair.rate, 3), (Figures{20, 35, 22.2222222222222}));
+    EXPECT_EQ(newest(Datum::YCommEqSeries, 2), (Figures{1.21, 7}));
 }
 
 TEST_F(Commit, EveryElementOfTheSeriesIsBroughtUpToDate) {
@@ -375,9 +392,9 @@ TEST_F(Commit, ARecordThatLendsItsSettingsTakesThemOverTogether) {
     record->lendsSettings = true;
     load();
     entry.put_CurrentTab(toOptions);
+    scene.enter("txtCurSymbol", "SFr");
     for (const auto* id : {"optPTI(1)", "optCommEq(1)", "chkLockInfo"})
         scene.desktop.click(id);
-    scene.field("txtCurSymbol").setText("SFr");
     commit();
     const auto held = figures->get_Settings();
     EXPECT_EQ(held->get(setting::currencySymbol), Variant("SFr"));

@@ -3,6 +3,7 @@
 #include "company/csv_text.hpp"
 #include "company/exact_text.hpp"
 #include "source_folder.hpp"
+#include "tests/support/dates.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/random_company.hpp"
 
@@ -21,11 +22,8 @@ namespace vkr {
 namespace {
 
 namespace fs = std::filesystem;
+using test::day;
 using test::elementOf;
-
-Date day(int year, int month, int dayOfMonth) {
-    return makeDate(year, month, dayOfMonth).value();
-}
 
 // As testing::PrintToString, but in the words that people read.
 std::vector<std::string> told(const std::vector<CsvProblem>& problems) {
@@ -861,6 +859,26 @@ TEST_F(CompanyCsvFiles, AFolderThatIsMissingIsAnError) {
     const FolderImport import = importFolder(folder_ / "missing");
     EXPECT_NE(import.error.find("missing"), std::string::npos);
     EXPECT_TRUE(import.entries.empty());
+}
+
+// A date that the company file does not state is from the table that it is taken from.
+TEST(CompanyCsv, EachDatumIsFromTheFileThatItStandsIn) {
+    const std::string company = "key,value\nlast_quarter_end,2025-03-31\ntotal_debt_musd,5\n";
+    const CsvImport import =
+        importTexts(company, "fiscal_year,fiscal_year_end,revenue_musd\n2024,2024-12-31,7\n",
+                    "quarter_end,revenue_musd\n2025-03-31,2\n");
+    ASSERT_EQ(told(import.errors), Lines());
+    const auto fileOf = [&](Datum datum) {
+        const auto found = import.files.find(datum);
+        return found == import.files.end() ? "c.csv" : found->second;
+    };
+    EXPECT_EQ(fileOf(Datum::TotalDebt), "c.csv");
+    EXPECT_EQ(fileOf(Datum::YRevenueSeries), "y.csv");
+    EXPECT_EQ(fileOf(Datum::LastFY), "y.csv");
+    EXPECT_EQ(fileOf(Datum::LastFYDate), "y.csv");
+    EXPECT_EQ(fileOf(Datum::QRevenueSeries), "q.csv");
+    EXPECT_EQ(fileOf(Datum::LastQDate), "c.csv");
+    EXPECT_TRUE(importTexts(company).files.empty());
 }
 
 } // namespace

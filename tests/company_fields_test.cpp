@@ -361,6 +361,21 @@ TEST_F(CorrectedPrice, OfAnotherDayIsNone) {
     expectRange(10, 26); // which was the high of Saturday
 }
 
+TEST_F(CorrectedPrice, WithAnotherDateIsNone) {
+    price("222");
+    typeOver(scene, "txtPriceUpdate", "11/21/2026");
+    price("22");
+    expectRange(10, 222); // which was the price of the 20th
+    price("2.2");
+    typeOver(scene, "txtPriceUpdate", "someday"); // the record keeps its date
+    price("22");
+    expectRange(10, 222);
+    price("1");
+    company->put_PriceUpdatedDate(*makeDate(2026, 11, 19)); // by the host
+    price("22");
+    expectRange(1, 222);
+}
+
 TEST_F(CorrectedPrice, GoesOnWhereTheRecordRefusesTheEnd) {
     const auto record = std::make_shared<ScriptedRecord>(company);
     scene.load(record);
@@ -845,16 +860,18 @@ TEST(CompanyNumbers, WalkingThroughAllFieldsOfAllTabsChangesNothing) {
 }
 
 TEST(CompanyNumbers, PastedFiguresAreReadAsTheyAreWritten) {
+    using enum DatumUnit;
     struct {
         std::string pasted;
         double value;
         std::string leftOut = {};
+        std::vector<DatumUnit> leftOutOf = {perShare, percent, money, shares};
     } cases[] = {
         {"1,234.5", 1234.5},
-        {"(1,234)", -1234},
-        {"$5", 5},
-        {"-$5", -5},
-        {"$(5.5)", -5.5},
+        {"(1,234)", -1234, ",", {perShare, percent}},
+        {"$5", 5, "$", {shares, percent}},
+        {"-$5", -5, "$", {shares, percent}},
+        {"$(5.5)", -5.5, "$", {shares, percent}},
         {"abc", 0, "abc"},
         {"12abc", 12, "abc"},
         {"\u22125.5", -5.5},
@@ -863,7 +880,7 @@ TEST(CompanyNumbers, PastedFiguresAreReadAsTheyAreWritten) {
         {"1e3", 1000},
         {"\t42\t", 42},
         {"42\r\n", 42},
-        {"12.5%", 12.5},
+        {"12.5%", 12.5, "%", {perShare, money, shares}},
         {"\u00a07\u00a0", 7},
         {"\U0001F4B0", 0, "\U0001F4B0"},
         {"5\U0001F4B0", 5, "\U0001F4B0"},
@@ -894,10 +911,13 @@ TEST(CompanyNumbers, PastedFiguresAreReadAsTheyAreWritten) {
             const std::string shown = one.value != 0 ? shownFigure(row, one.value, 6) : "";
             EXPECT_EQ(readNumber(*company, datumNamed(row.datum)), one.value);
             EXPECT_EQ(textOf(scene, row.control), shown);
+            const bool whole =
+                one.leftOut.empty() ||
+                std::ranges::count(one.leftOutOf, unitOf(datumNamed(row.datum))) == 0;
             EXPECT_EQ(markOf(scene, row.control),
-                      one.leftOut.empty() ? ""
-                                          : "Taken as " + (shown.empty() ? "0" : shown) + "; \"" +
-                                                one.leftOut + "\" was left out.");
+                      whole ? ""
+                            : "Taken as " + (shown.empty() ? "0" : shown) + "; \"" + one.leftOut +
+                                  "\" was left out.");
         }
     }
 }

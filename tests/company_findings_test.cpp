@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_csv.hpp"
 #include "plausibility/company_findings.hpp"
 #include "plausibility/plausibility_rules.hpp"
 #include "plausibility/silenced_findings.hpp"
-#include "source_folder.hpp"
 #include "tests/support/elements.hpp"
+#include "tests/support/samples.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -19,10 +18,7 @@ namespace {
 using enum Datum;
 using enum Sureness;
 using test::putElement;
-
-std::shared_ptr<CompanyRecord> sample(std::string_view symbol) {
-    return importCompany(VKR_SOURCE_DIR "/samples", symbol).company;
-}
+using test::sample;
 
 // A company without anything to be said of: years from 2025 back, quarters from 2025-12-31 back.
 std::shared_ptr<CompanyRecord> soundCompany() {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_record.hpp"
+#include "tests/support/dates.hpp"
 #include "tests/support/elements.hpp"
 #include "tests/support/random_company.hpp"
 
@@ -10,9 +11,7 @@
 namespace vkr {
 namespace {
 
-Date day(int year, int month, int dayOfMonth) {
-    return makeDate(year, month, dayOfMonth).value();
-}
+using test::day;
 
 Variant setting(const iVKR_Company& company, std::string_view name) {
     return company.get_Settings()->get(name);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "company/split.hpp"
 #include "tests/support/change_lists.hpp"
-#include "tests/support/entry_scene.hpp"
+#include "tests/support/company_on_form.hpp"
 #include "tests/support/period_import.hpp"
 
 #include <functional>
@@ -10,29 +10,16 @@
 namespace vkr {
 namespace {
 
-struct DataLock : testing::Test {
-    EntryScene scene;
-    VKRDataEntry& entry = *scene.entry;
-    VirtualDesktop& desktop = scene.desktop;
-    std::shared_ptr<CompanyRecord> company = fullCompany();
-
-    DataLock() {
-        entry.put_ShowVLs(true);
-        entry.put_ShowReportingPeriod(true);
+struct DataLock : test::CompanyOnFullForm {
+    DataLock() : CompanyOnFullForm(fullCompany()) {
         for (const auto& fill : {&VKRDataEntry::put_vntSource, &VKRDataEntry::put_vntExchange,
                                  &VKRDataEntry::put_vntIndustry})
             std::invoke(fill, entry, textArray({"One", "Two"}));
         company->get_Settings()->put(setting::leadPeriod, std::int16_t{1});
-        entry.put_objCompany(company);
+        load();
         desktop.setClipboardText("9");
     }
-    [[nodiscard]] std::vector<TextField*> fields() const {
-        std::vector<TextField*> all;
-        for (const auto& control : scene.form().controls())
-            if (auto* field = dynamic_cast<TextField*>(control.get()))
-                all.push_back(field);
-        return all;
-    }
+    [[nodiscard]] std::vector<TextField*> fields() const { return test::allFields(scene); }
     void lock(bool on) {
         if (scene.form().get<CheckBox>("chkLockInfo").value() != on)
             desktop.click("chkLockInfo");
@@ -103,6 +90,95 @@ TEST_F(DataLock, NothingThatAPersonDoesChangesALockedField) {
     EXPECT_EQ(desktop.clipboardText(), "1\t2\n3\t4");
     EXPECT_TRUE(desktop.messages().empty());
     EXPECT_TRUE(desktop.pastes().empty());
+}
+
+// The lock comes from elsewhere, such as a step that is taken back, while a person is typing.
+TEST(DataLockFromElsewhere, WhatIsBeingTypedInAnyFieldIsToldAsNotStored) {
+    struct Locked : EntryScene {
+        std::shared_ptr<CompanyRecord> company = fullCompany();
+        Locked() {
+            test::showEveryField(*this);
+            for (const auto& fill : {&VKRDataEntry::put_vntSource, &VKRDataEntry::put_vntExchange,
+                                     &VKRDataEntry::put_vntIndustry})
+                std::invoke(fill, *entry, textArray({"One", "Two"}));
+            load(company);
+        }
+        void lock(bool on) {
+            company->get_Settings()->put(setting::lockBasicInfo, on);
+            entry->recordChanged();
+        }
+    };
+    for (const auto& id : test::allFieldIds(Locked())) {
+        SCOPED_TRACE(id);
+        Locked scene;
+        test::typeAt(scene, id, "^a7");
+        scene.lock(true);
+        const auto before = scene.company->clone();
+        auto& field = dynamic_cast<TextField&>(scene.desktop.control(id));
+        const bool typed = !field.standsForStored();
+        EXPECT_TRUE(typed || !field.canTakeFocus());
+        scene.desktop.type("{TAB}");
+        if (id == "txtLastFY") {
+            EXPECT_TRUE(field.isDoubtful()); // a part of a year gives way
+        } else if (typed) {
+            const auto told = scene.entry->unstoredFields();
+            ASSERT_EQ(told.size(), 1U);
+            EXPECT_EQ(told[0].control, id);
+            EXPECT_EQ(told[0].text, "7");
+            EXPECT_EQ(told[0].reason, "The data is locked. Unlock it to change anything.");
+        }
+        static_cast<void>(scene.entry->get_objCompany());
+        EXPECT_TRUE(sameAs(*before, *scene.company));
+        scene.entry->recordChanged();
+        EXPECT_EQ(scene.entry->unstoredFields().size(), typed && id != "txtLastFY" ? 1U : 0U);
+    }
+}
+
+TEST(DataLockFromElsewhere, WhatWasTypedBeforeItIsStoredOnceItIsOff) {
+    EntryScene scene;
+    const auto company = test::datedCompany();
+    test::showEveryField(scene);
+    scene.load(company);
+    const auto lock = [&](bool on) {
+        company->get_Settings()->put(setting::lockBasicInfo, on);
+        scene.entry->recordChanged();
+    };
+    for (const auto* id : {"txtTotalDebt", "txtYEPS(9)", "txtEPS(0)", "txtCurSymbol"}) {
+        test::typeAt(scene, id, "^a7");
+        lock(true);
+        scene.desktop.type("{TAB}");
+        EXPECT_EQ(scene.entry->unstoredFields().size(), 1U) << id;
+        lock(false);
+        EXPECT_EQ(scene.entry->unstoredFields().size(), 1U) << id;
+        test::typeAt(scene, id, "{TAB}");
+        EXPECT_EQ(scene.entry->unstoredFields().size(), 0U) << id;
+    }
+    EXPECT_EQ(company->get_TotalDebt(), 7);
+    EXPECT_EQ(test::elementOf(*company, Datum::YEPSSeries, 1), 7);
+    EXPECT_EQ(test::elementOf(*company, Datum::QEPSSeries, 0), 7);
+    static_cast<void>(scene.entry->get_objCompany());
+    EXPECT_EQ(company->get_Settings()->get(setting::currencySymbol).toText(), "7");
+}
+
+TEST(DataLockFromElsewhere, ALastQuarterThatWasBeingTypedIsAskedAboutOnceItIsOff) {
+    EntryScene scene;
+    const auto company = test::datedCompany();
+    test::putElement(*company, Datum::QEPSSeries, 0, 1.5);
+    scene.load(company);
+    test::typeAt(scene, "txtLastQDate", "^a12/31/2026");
+    company->get_Settings()->put(setting::lockBasicInfo, true);
+    scene.entry->recordChanged();
+    scene.desktop.type("{TAB}");
+    EXPECT_EQ(scene.entry->unstoredFields().size(), 1U);
+    static_cast<void>(scene.entry->get_objCompany());
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 30));
+    company->get_Settings()->put(setting::lockBasicInfo, false);
+    scene.entry->recordChanged();
+    scene.desktop.answerNext(MessageAnswer::yes);
+    test::typeAt(scene, "txtLastQDate", "{TAB}");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 12, 31));
+    EXPECT_EQ(test::elementOf(*company, Datum::QEPSSeries, 1), 1.5);
+    EXPECT_EQ(scene.entry->unstoredFields().size(), 0U);
 }
 
 TEST_F(DataLock, NoStepIsTakenBackOrDoneAgain) {

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/field_steps.hpp"
+#include "tests/support/company_on_form.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
 
 namespace vkr {
 namespace {
@@ -11,17 +15,10 @@ using namespace test;
 
 // Figures that were stored though not all of the text was taken: which fields say so, and for how
 // long.
-struct DoubtfulTexts : testing::Test {
+struct DoubtfulTexts : CompanyOnFullForm {
     using Names = std::vector<std::string>;
 
-    EntryScene scene;
-    VirtualDesktop& desktop = scene.desktop;
-    std::shared_ptr<CompanyRecord> company = datedCompany();
-
-    DoubtfulTexts() {
-        showEveryField(scene);
-        scene.load(company);
-    }
+    DoubtfulTexts() : CompanyOnFullForm(datedCompany()) { load(); }
 
     // "txtEPS(1): Taken as ..." for every field in doubt.
     [[nodiscard]] Names doubts() const {
@@ -108,8 +105,8 @@ TEST_F(DoubtfulTexts, AFractionThatLosesAPartIsInDoubt) {
 
 TEST_F(DoubtfulTexts, AFigureThatIsReadAsAWholeRaisesNone) {
     for (const char* text :
-         {"1,234.5", "(1,234)", "$5", "-$5", "$(5.5)", "5.5-", "1e3", "\t42\t", "42\r\n", "12.5%",
-          "\u00a07\u00a0", "+5", "5.", ".5", "0", "", "0.00", "1 234 567"}) {
+         {"1,234.5", "(1,234.00)", "1,234,567", "$5", "-$5", "$(5.5)", "5.5-", "1e3", "\t42\t",
+          "42\r\n", "\u00a07\u00a0", "+5", "5.", ".5", "0", "", "0.00", "1 234 567"}) {
         SCOPED_TRACE(text);
         pasteOver(scene, "txtEPSProj", text);
         expectNoDoubt("txtEPSProj");
@@ -122,6 +119,118 @@ TEST_F(DoubtfulTexts, AFigureThatIsReadAsAWholeRaisesNone) {
     typeOver(scene, "txtInsiderHolding", "12.5");
     pasteOver(scene, "txtInsiderHolding", "12.5%");
     expectNoDoubt("txtInsiderHolding");
+}
+
+TEST_F(DoubtfulTexts, SignsOfAnotherUnitThanTheFieldsAreLeftOut) {
+    company->get_Settings()->put(setting::currencySymbol, "EUR");
+    scene.load(company);
+    struct {
+        const char* id;
+        const char* pasted;
+        const char* leftOut; // "" for a text that says just what is stored
+    } const cases[] = {
+        {"txtEPSProj", "5%", "%"},
+        {"txtTotalDebt", "5 %", "%"},
+        {"txtSales(9)", "+5%", "%"},
+        {"txt52WHigh", "5%", "%"},
+        {"txtCommonShares", "5%", "%"},
+        {"txtInsiderHolding", "5%", ""},
+        {"txtTaxRate", "5%", ""},
+        {"txtTotalDebt", "\u20ac5", ""}, // the euro is called EUR
+        {"txtHigh(9)", "5 \u20ac", ""},
+        {"txtTotalDebt", "$5", "$"},
+        {"txtYEPS(9)", "-$5", "$"},
+        {"txtEPS(0)", "\u00a35", "\u00a3"},
+        {"txtCommonShares", "\u20ac5", "\u20ac"},
+        {"txtInsiderHolding", "\u20ac5", "\u20ac"},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(std::string(one.id) + " " + one.pasted);
+        typeOver(scene, one.id, "7");
+        pasteOver(scene, one.id, one.pasted);
+        const std::string told =
+            *one.leftOut == '\0'
+                ? ""
+                : "Taken as " + textOf(scene, one.id) + "; \"" + one.leftOut + "\" was left out.";
+        EXPECT_EQ(markOf(scene, one.id), told);
+    }
+    EXPECT_EQ(company->get_TotalDebt(), 5);
+    scene.entry->put_NumberFormat("$#0.00");
+    pasteOver(scene, "txtTotalDebt", "$6");
+    EXPECT_EQ(textOf(scene, "txtTotalDebt"), "$6.00");
+    EXPECT_EQ(markOf(scene, "txtTotalDebt"), "");
+    typeOver(scene, "txtCurSymbol", "US$");
+    scene.entry->put_NumberFormat("#0.00");
+    pasteOver(scene, "txtTotalDebt", "$7");
+    EXPECT_EQ(markOf(scene, "txtTotalDebt"), "");
+}
+
+TEST_F(DoubtfulTexts, TheOnlyGroupOfAFigureThatRarelyHasThousandsIsOne) {
+    struct {
+        const char* id;
+        const char* pasted;
+        bool doubt;
+    } const cases[] = {
+        {"txtCurrentPrice", "1,125", true},      {"txtHigh(9)", "1,125", true},
+        {"txtYEPS(9)", "(1,125)", true},         {"txtEPS(0)", "-1,125", true},
+        {"txtEPSProj", "1,125", true},           {"txtInsiderHolding", "1,125", true},
+        {"txtYOption2(9)", "1,125", false},      {"txtTotalDebt", "1,125", false},
+        {"txtSales(9)", "1,125", false},         {"txtRevenue(0)", "1,125", false},
+        {"txtCommonShares", "1,125", false},     {"txtCurrentPrice", "1,125.0", false},
+        {"txtYEPS(9)", "1,125,000", false},      {"txtEPSProj", "1125", false},
+        {"txtCurrentPrice", "1,125 1/8", false},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(std::string(one.id) + " " + one.pasted);
+        pasteOver(scene, one.id, one.pasted);
+        EXPECT_EQ(markOf(scene, one.id).ends_with("; \",\" was left out."), one.doubt)
+            << markOf(scene, one.id);
+        typeOver(scene, one.id, "7");
+    }
+    pasteOver(scene, "txtCurrentPrice", "1,125");
+    EXPECT_EQ(company->get_CurrentPrice(), 1125);
+    EXPECT_EQ(markOf(scene, "txtCurrentPrice"), "Taken as 1125.000; \",\" was left out.");
+    scene.entry->put_NumberFormat("#,##0");
+    pasteOver(scene, "txtEPSProj", "1,126"); // as it is shown
+    EXPECT_EQ(markOf(scene, "txtEPSProj"), "");
+}
+
+TEST_F(DoubtfulTexts, AFigureThatWasCopiedInAnotherUnitIsOne) {
+    const auto setUnit = [&](int unit) {
+        company->get_Settings()->put(setting::unit, unit);
+        scene.entry->recordChanged();
+    };
+    const std::string doubt = "Copied in (M), and stored as it stands in (K).";
+    desktop.answerNextMenu("Copy");
+    for (const char* keys : {"^c", "^{INSERT}", "^x", "+{DEL}", ""}) {
+        SCOPED_TRACE(keys);
+        setUnit(6);
+        typeOver(scene, "txtTotalDebt", "900");
+        goTo(scene, "txtTotalDebt");
+        if (*keys == '\0')
+            desktop.rightClick("txtTotalDebt");
+        desktop.type(std::string(keys) + "^z{TAB}");
+        for (const char* id : {"txtTotalCap", "txtSales(9)", "txtRevenue(0)", "txtEPS(0)"}) {
+            typeAt(scene, id, "^a^v{TAB}");
+            EXPECT_EQ(markOf(scene, id), "") << id;
+        }
+        setUnit(3);
+        for (const char* id : {"txtTotalCap", "txtSales(9)", "txtRevenue(0)"}) {
+            typeAt(scene, id, "^a^v{TAB}");
+            EXPECT_EQ(textOf(scene, id), "900.00");
+            EXPECT_EQ(markOf(scene, id), doubt) << id;
+            typeOver(scene, id, "1");
+        }
+        EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), 0.001);
+        typeAt(scene, "txtEPS(0)", "^a{DEL}^v{TAB}"); // has no unit
+        EXPECT_EQ(doubts(), Names{});
+    }
+    desktop.setClipboardText("9"); // by another program
+    desktop.setClipboardText("900.00");
+    setUnit(6);
+    typeAt(scene, "txtTotalCap", "^a^v{TAB}");
+    typeAt(scene, "txtTotalDebt", "^a{DEL}7{TAB}^c");
+    EXPECT_EQ(doubts(), Names{});
 }
 
 TEST_F(DoubtfulTexts, WhatTheDisplayAddsIsNotLeftOut) {
@@ -299,23 +408,20 @@ TEST_F(DoubtfulTexts, ANegativeFigureOfTheRecordStays) {
     EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), -2);
 }
 
-// Group marks that a pattern shows are passed over where groups stand, not behind the decimal mark.
-TEST(DoubtfulPastes, AGroupMarkBehindTheDecimalMarkIsTold) {
-    const struct {
-        NumberMarks marks;
-        const char* pasted;
-        bool doubtful;
-    } rows[] = {{{}, "1.234,56", true},
-                {{}, "1,2345.50", false},
-                {{}, "1,234.56", false},
-                {{}, "1.234,567,890", true},
-                {{.decimal = ',', .grouping = "."}, "1,234.56", true},
-                {{.decimal = ',', .grouping = "."}, "1.234,56", false}};
+struct PastedText {
+    NumberMarks marks;
+    const char* pasted;
+    bool doubtful;
+};
+
+void expectDoubts(std::span<const PastedText> rows, std::initializer_list<const char*> ids,
+                  std::string_view numberFormat = {}) {
     for (const auto& row : rows)
-        for (const char* id : {"txtTotalDebt", "txtSales(9)", "txtEPS(0)"}) {
+        for (const char* id : ids) {
             SCOPED_TRACE(std::string(row.pasted) + " " + id);
             EntryScene scene;
-            scene.entry->put_NumberFormat("#,##0.00");
+            if (!numberFormat.empty())
+                scene.entry->put_NumberFormat(numberFormat);
             scene.entry->put_NumberMarks(row.marks);
             scene.load(datedCompany());
             pasteOver(scene, id, row.pasted);
@@ -323,26 +429,25 @@ TEST(DoubtfulPastes, AGroupMarkBehindTheDecimalMarkIsTold) {
         }
 }
 
+// Group marks that a pattern shows are passed over where groups stand, not behind the decimal mark.
+TEST(DoubtfulPastes, AGroupMarkBehindTheDecimalMarkIsTold) {
+    const PastedText rows[] = {{{}, "1.234,56", true},
+                               {{}, "1,2345.50", false},
+                               {{}, "1,234.56", false},
+                               {{}, "1.234,567,890", true},
+                               {{.decimal = ',', .grouping = "."}, "1,234.56", true},
+                               {{.decimal = ',', .grouping = "."}, "1.234,56", false}};
+    expectDoubts(rows, {"txtTotalDebt", "txtSales(9)", "txtEPS(0)"}, "#,##0.00");
+}
+
 // Two figures of one line of a document, as well as one in groups.
 TEST(DoubtfulPastes, AWholeFigureWithOneBlankInItIsTold) {
-    const struct {
-        NumberMarks marks;
-        const char* pasted;
-        bool doubtful;
-    } rows[] = {{{}, "125 130", true},
-                {{}, "12 500", true},
-                {{}, "1 234 567", false},
-                {{.decimal = ',', .grouping = "."}, "125 130", true},
-                {{.decimal = ',', .grouping = "\u202F"}, "125 130", false}};
-    for (const auto& row : rows)
-        for (const char* id : {"txtTotalDebt", "txtCurrentPrice"}) {
-            SCOPED_TRACE(std::string(row.pasted) + " " + id);
-            EntryScene scene;
-            scene.entry->put_NumberMarks(row.marks);
-            scene.load(datedCompany());
-            pasteOver(scene, id, row.pasted);
-            EXPECT_EQ(!scene.entry->doubtfulFields().empty(), row.doubtful);
-        }
+    const PastedText rows[] = {{{}, "125 130", true},
+                               {{}, "12 500", true},
+                               {{}, "1 234 567", false},
+                               {{.decimal = ',', .grouping = "."}, "125 130", true},
+                               {{.decimal = ',', .grouping = "\u202F"}, "125 130", false}};
+    expectDoubts(rows, {"txtTotalDebt", "txtCurrentPrice"});
 }
 
 TEST(DoubtfulPastes, OneCellIsReadByTheMarkOfItsProgramAsABlockIs) {

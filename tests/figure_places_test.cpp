@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_csv.hpp"
 #include "control/figure_places.hpp"
 #include "control/vkr_data_entry.hpp"
-#include "source_folder.hpp"
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/samples.hpp"
 
 #include <gtest/gtest.h>
 
@@ -27,8 +26,7 @@ class FigurePlacesTest : public ::testing::Test {
     }
 
     EntryScene scene;
-    std::shared_ptr<CompanyRecord> company =
-        importCompany(VKR_SOURCE_DIR "/samples", "AAPL").company;
+    std::shared_ptr<CompanyRecord> company = test::sample("AAPL");
 };
 
 TEST_F(FigurePlacesTest, AFigureIsShownWithItsTabAndGetsTheFocus) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "form/form_layout.hpp"
 #include "platform/text.hpp"
-#include "tests/support/entry_scene.hpp"
+#include "tests/support/company_on_form.hpp"
 #include "tests/support/form_fields.hpp"
 
 #include <algorithm>
@@ -12,17 +12,10 @@
 namespace vkr {
 namespace {
 
-struct FormLayout : testing::Test {
-    EntryScene scene;
-    VKRDataEntry& entry = *scene.entry;
-    VirtualDesktop& desktop = scene.desktop;
+struct FormLayout : test::CompanyOnFullForm {
     Form& form = scene.form();
 
-    FormLayout() {
-        entry.put_ShowVLs(true);
-        entry.put_ShowReportingPeriod(true);
-        entry.put_objCompany(fullCompany());
-    }
+    FormLayout() : CompanyOnFullForm(fullCompany()) { load(); }
     [[nodiscard]] const Control& control(std::string_view id) const { return desktop.control(id); }
     [[nodiscard]] int pageOf(const Control& control) const {
         const Control* outermost = &control;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/help_frame.hpp"
 #include "form/form_layout.hpp"
+#include "input/mdlMenu.hpp"
 #include "platform/text.hpp"
 #include "tests/support/component_parts.hpp"
 #include "tests/support/entry_object_rows.hpp"
@@ -611,6 +612,13 @@ class HelpFrameWithoutTexts : public testing::TestWithParam<Texts> {};
 INSTANTIATE_TEST_SUITE_P(Localizer, HelpFrameWithoutTexts,
                          testing::Values(Texts::missing, Texts::failing, Texts::empty));
 
+bool changesTextOrYears(const VirtualDesktop::MenuEntry& entry) {
+    for (const int command : {mcCut, mcPaste, mcClear, mcAddYear, mcRemoveYear})
+        if (entry.tag == std::to_string(command))
+            return true;
+    return false;
+}
+
 TEST_P(HelpFrameWithoutTexts, EveryMenuOpensAndHelpShowsNothing) {
     EntryScene scene;
     auto& factory = scene.desktop.factory();
@@ -630,19 +638,20 @@ TEST_P(HelpFrameWithoutTexts, EveryMenuOpensAndHelpShowsNothing) {
             continue;
         SCOPED_TRACE(std::string(id));
         show(scene, id);
-        for (int index = 0; index < 20; ++index) {
-            if (scene.desktop.menus().size() > 1 && index > 0 &&
-                index >= static_cast<int>(scene.desktop.menus().back().entries.size()))
-                break;
-            const bool years = index >= 9 && row.extras.find('y') != std::string_view::npos;
-            if (years || (index < 9 && index > 0 && index != 3 && index != 7))
-                continue;
-            scene.desktop.answerNextMenu(index);
+        const auto open = [&] {
             if (isTab(row))
                 scene.desktop.rightClickTab(row.object - doTabCompany + 1);
             else
                 scene.desktop.rightClick(id);
             EXPECT_FALSE(scene.form().get<Frame>("fraDE", frame::help).visible());
+        };
+        open(); // and chooses nothing
+        const auto menu = scene.desktop.menus().back();
+        for (const auto& entry : menu.entries) {
+            if (changesTextOrYears(entry))
+                continue;
+            scene.desktop.answerNextMenu(entry.index);
+            open();
         }
     }
     // The date of the last quarter was taken over.

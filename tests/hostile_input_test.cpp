@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/text.hpp"
-#include "tests/support/entry_scene.hpp"
-#include "tests/support/field_steps.hpp"
+#include "tests/support/company_on_form.hpp"
 
 #include <cctype>
 #include <cmath>
@@ -130,17 +129,14 @@ std::vector<std::string> attackedIds(const EntryScene& scene) {
     return ids;
 }
 
-class HostileInput : public testing::TestWithParam<std::size_t> {
+class HostileInput : public CompanyOnFullForm, public testing::WithParamInterface<std::size_t> {
   protected:
+    HostileInput() : CompanyOnFullForm(datedCompany()) { load(); }
     [[nodiscard]] static const Hostile& hostile() { return hostileTexts()[GetParam()]; }
 };
 
 // An adapter may hand over any bytes as the text of a field.
 TEST_P(HostileInput, EditedIntoEveryFieldLeavesAValidRecord) {
-    EntryScene scene;
-    showEveryField(scene);
-    const auto company = datedCompany();
-    scene.load(company);
     for (const auto& id : attackedIds(scene)) {
         SCOPED_TRACE(id + " " + hostile().name);
         goTo(scene, id);
@@ -169,10 +165,6 @@ TEST_P(HostileInput, EditedIntoEveryFieldLeavesAValidRecord) {
 }
 
 TEST_P(HostileInput, PastedIntoEveryFieldLeavesAValidRecord) {
-    EntryScene scene;
-    showEveryField(scene);
-    const auto company = datedCompany();
-    scene.load(company);
     for (const auto& id : attackedIds(scene)) {
         SCOPED_TRACE(id + " " + hostile().name);
         EXPECT_NO_THROW(pasteOver(scene, id, hostile().text));

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_journal.hpp"
-#include "company/company_csv.hpp"
 #include "company/kept_figures.hpp"
 #include "company/split.hpp"
 #include "input/date_pattern.hpp"
-#include "source_folder.hpp"
 #include "tests/support/change_lists.hpp"
 #include "tests/support/elements.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
+#include "tests/support/samples.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
@@ -54,6 +53,41 @@ class KeptFiguresTest : public TaxedYear {
     std::shared_ptr<KeptFigures> kept =
         std::make_shared<KeptFigures>(record, [this] { return origins; });
 };
+
+// The lines of docs/host-guide.md.
+TEST_F(TaxedYear, AndTrailingEarningsAreKeptByTheLinesOfTheHostGuide) {
+    record->put_Last4QEPS(9.5);
+    for (int quarter = 0; quarter < 4; ++quarter)
+        test::putElement(*record, Datum::QEPSSeries, quarter, 2.5);
+    FigureOrigins stored;
+    stored.put(Datum::YTaxRateSeries, year, {Origin::imported, "10-K", false});
+    stored.put(Datum::Last4QEPS, std::nullopt, {Origin::typed, "", false});
+    EntryScene scene;
+    const auto journal = std::make_shared<ChangeJournal>(record);
+    const auto origins = [stored, journal] {
+        FigureOrigins now = stored;
+        for (const ChangeGroup& group : journal->groups())
+            now.note(group);
+        return now;
+    };
+    scene.load(record->clone()); // without them
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "10.00");
+
+    scene.entry->put_objCompany(std::make_shared<KeptFigures>(journal, origins));
+    journal->startOver();
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "9.50");
+    test::typeOver(scene, "txtTotalDebt", "7");
+    static_cast<void>(scene.entry->get_objCompany());
+    EXPECT_EQ(record->get_TotalDebt(), 7);
+    EXPECT_EQ(record->get_Last4QEPS(), 9.5);
+    EXPECT_EQ(rate(), 18.1);
+    const auto copy = record->clone();
+    scene.entry->commitInto(std::make_shared<KeptFigures>(copy, origins));
+    EXPECT_TRUE(test::changedData(*record, *copy).empty());
+
+    test::typeOver(scene, "txtEPS(0)", "3"); // what the sum follows from has changed
+    EXPECT_EQ(record->get_Last4QEPS(), 10.5);
+}
 
 TEST_F(KeptFiguresTest, AnImportedTaxRateStaysWhatItIsByACommit) {
     EntryScene scene;
@@ -193,10 +227,25 @@ TEST_F(KeptFiguresTest, EverythingElseIsPassedOn) {
 
 // --- the record that is edited -------------------------------------------------------------------
 
-// As a host holds it: the form, what is kept, the journal, the record.
-class KeptWhileEdited : public TaxedYear {
+// As a host holds a record: the form, what is kept, the journal, the record.
+struct HeldByHost {
+    explicit HeldByHost(std::shared_ptr<CompanyRecord> held) : company(std::move(held)) {}
+
+    std::shared_ptr<CompanyRecord> company;
+    EntryScene scene;
+    FigureOrigins opened;
+    std::shared_ptr<ChangeJournal> journal = std::make_shared<ChangeJournal>(company);
+    std::shared_ptr<KeptFigures> kept = std::make_shared<KeptFigures>(journal, [this] {
+        FigureOrigins now = opened;
+        for (const ChangeGroup& group : journal->groups())
+            now.note(group);
+        return now;
+    });
+};
+
+class KeptWhileEdited : public TaxedYear, protected HeldByHost {
   protected:
-    KeptWhileEdited() {
+    KeptWhileEdited() : HeldByHost(record) {
         record->put_Last4QEPS(3.75);
         for (int quarter = 0; quarter < 4; ++quarter)
             put(Datum::QEPSSeries, 1, quarter);
@@ -218,16 +267,6 @@ class KeptWhileEdited : public TaxedYear {
         test::show(scene, "optPTI(1)");
         scene.desktop.click("optPTI(1)");
     }
-
-    EntryScene scene;
-    FigureOrigins opened;
-    std::shared_ptr<ChangeJournal> journal = std::make_shared<ChangeJournal>(record);
-    std::shared_ptr<KeptFigures> kept = std::make_shared<KeptFigures>(journal, [this] {
-        FigureOrigins now = opened;
-        for (const ChangeGroup& group : journal->groups())
-            now.note(group);
-        return now;
-    });
 };
 
 TEST_F(KeptWhileEdited, AnImportedTaxRateStaysByOkAndByEditingSomethingElse) {
@@ -409,9 +448,9 @@ TEST_F(KeptWhileEdited, ABlockKeepsItsOwnSum) {
 // --- what nobody has typed -----------------------------------------------------------------------
 
 // A sample company as a document has brought it, in a form.
-class KeptSample : public testing::TestWithParam<const char*> {
+class KeptSample : public testing::TestWithParam<const char*>, protected HeldByHost {
   protected:
-    KeptSample() {
+    KeptSample() : HeldByHost(test::sample(GetParam())) {
         for (const DatumRow& row : datumTable())
             for (int element = 0; element <= (isSeries(row) ? row.upper : 0); ++element)
                 opened.put(row.datum, isSeries(row) ? std::optional(element) : std::nullopt,
@@ -441,17 +480,7 @@ class KeptSample : public testing::TestWithParam<const char*> {
         return ofYear * 4 + (month - 1) / 3;
     }
 
-    std::shared_ptr<CompanyRecord> record =
-        importCompany(VKR_SOURCE_DIR "/samples", GetParam()).company;
-    EntryScene scene;
-    FigureOrigins opened;
-    std::shared_ptr<ChangeJournal> journal = std::make_shared<ChangeJournal>(record);
-    std::shared_ptr<KeptFigures> kept = std::make_shared<KeptFigures>(journal, [this] {
-        FigureOrigins now = opened;
-        for (const ChangeGroup& group : journal->groups())
-            now.note(group);
-        return now;
-    });
+    std::shared_ptr<CompanyRecord> record = company;
 };
 
 struct QuietDeed {

@@ -380,7 +380,7 @@ TEST(LocalizedTexts, EveryReasonReadsAsTheLocalizerSays) {
     undated.load(dateless);
     typeOver(undated, "txtRevenue(0)", "5");
     const auto more = undated.entry->unstoredFields();
-    EXPECT_EQ(std::ranges::count(more, "txtRevenue(0)", &UnstoredField::control), 1);
+    EXPECT_EQ(std::ranges::count(more, "txtRevenue(0)", &MarkedField::control), 1);
     unstored.insert(unstored.end(), more.begin(), more.end());
 
     std::set<std::string> reasons;

@@ -138,6 +138,102 @@ TEST_F(MarkedTexts, KnowTheUnitAlsoWhereTheHostChangesIt) {
               "Type it anew in (K).");
 }
 
+TEST_F(MarkedTexts, AreThoseThatAreBeingTypedWhenTheHostChangesTheUnit) {
+    const auto setUnit = [&](int unit) {
+        company->get_Settings()->put(setting::unit, unit);
+        scene.entry->recordChanged();
+    };
+    for (const char* id :
+         {"txtTotalDebt", "txtTotalCap", "txtSales(9)", "txtYOption(9)", "txtRevenue(1)"}) {
+        SCOPED_TRACE(id);
+        const auto before = company->clone();
+        const auto changed = [&] {
+            auto names = changedData(*before, *company);
+            std::erase(names, "intUnit");
+            return names;
+        };
+        setUnit(6);
+        typeAt(scene, id, "^a90");
+        setUnit(3);
+        EXPECT_EQ(marked(), Names{std::string(id) + "=90"});
+        EXPECT_EQ(markOf(scene, id),
+                  "This value could not be stored. It was typed in (M). Type it anew in (K).");
+        // Who looks at the keys goes on in the unit that was there before.
+        desktop.type("{BACKSPACE}00{TAB}");
+        EXPECT_EQ(marked(), Names{std::string(id) + "=900"});
+        leaveAgain(id);
+        EXPECT_EQ(marked(), Names{std::string(id) + "=900"});
+        EXPECT_EQ(changed(), Names{});
+        typeAt(scene, id, "{END}000{TAB}"); // another entry, in the unit of now
+        EXPECT_EQ(marked(), Names{});
+        EXPECT_EQ(textOf(scene, id), "900000.00");
+        EXPECT_EQ(changed().size(), 1U);
+        setUnit(6);
+        EXPECT_EQ(textOf(scene, id), "900.00");
+    }
+}
+
+TEST_F(MarkedTexts, ThatWereBeingTypedAreStoredWithTheirUnitBack) {
+    typeAt(scene, "txtSales(9)", "^a90");
+    for (const int unit : {3, 9, 6}) {
+        company->get_Settings()->put(setting::unit, unit);
+        scene.entry->recordChanged();
+        EXPECT_EQ(marked(), Names{"txtSales(9)=90"});
+    }
+    desktop.type("0{TAB}");
+    EXPECT_EQ(marked(), Names{});
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), 900);
+}
+
+TEST_F(MarkedTexts, ThatWereBeingTypedEndWithEscapeAndWithAnEmptyField) {
+    putElement(*company, "YRevenueSeries", 1, 40);
+    putElement(*company, "YRevenueSeries", 2, 50);
+    scene.load(record);
+    typeAt(scene, "txtSales(9)", "^a90");
+    company->get_Settings()->put(setting::unit, 3);
+    scene.entry->recordChanged();
+    desktop.type("{ESC}");
+    EXPECT_EQ(scene.text("txtSales", 9), "40000.00");
+    desktop.type("{TAB}");
+    EXPECT_EQ(marked(), Names{});
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 1), 40);
+    typeAt(scene, "txtSales(8)", "^a90");
+    company->get_Settings()->put(setting::unit, 6);
+    scene.entry->recordChanged();
+    desktop.type("^a{DEL}{TAB}"); // nothing is nothing in every unit
+    EXPECT_EQ(marked(), Names{});
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 2), 0);
+}
+
+TEST_F(MarkedTexts, ThatWereTakenBackLeaveNoUnitBehind) {
+    company->put_TotalDebt(40);
+    scene.load(record);
+    typeAt(scene, "txtTotalDebt", "^a90");
+    company->get_Settings()->put(setting::unit, 3);
+    scene.entry->recordChanged();
+    desktop.type("{ESC}{TAB}");
+    record->failing = {"write TotalDebt"};
+    typeOver(scene, "txtTotalDebt", "900");
+    record->failing.clear();
+    leaveAgain("txtTotalDebt"); // typed in the unit of now
+    EXPECT_EQ(company->get_TotalDebt(), 0.9);
+    EXPECT_EQ(marked(), Names{});
+}
+
+TEST_F(MarkedTexts, AreNoneWhereTheUnitMakesNoDifference) {
+    typeAt(scene, "txtYEPS(9)", "^a1.5");
+    company->get_Settings()->put(setting::unit, 3);
+    scene.entry->recordChanged();
+    desktop.type("{TAB}");
+    typeAt(scene, "txtEPS(1)", "^a2.5");
+    company->get_Settings()->put(setting::unit, 9);
+    scene.entry->recordChanged();
+    desktop.type("{TAB}");
+    EXPECT_EQ(marked(), Names{});
+    EXPECT_EQ(elementOf(*company, "YEPSSeries", 1), 1.5);
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 1), 2.5);
+}
+
 // --- the rows of a pair --------------------------------------------------------------------------
 
 TEST_F(MarkedTexts, WaitWhereTheirRowIsSwitchedAway) {

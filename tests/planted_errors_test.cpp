@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Slips that people make, put into each figure of the samples: how many the checks find.
-#include "company/company_csv.hpp"
 #include "plausibility/company_findings.hpp"
-#include "source_folder.hpp"
 #include "tests/support/elements.hpp"
+#include "tests/support/samples.hpp"
 
 #include <algorithm>
 #include <functional>
@@ -78,7 +77,7 @@ std::vector<FigurePlace> plant(CompanyRecord& company, const FigurePlace& place,
 Hits hitsOf(const Slip& slip) {
     Hits hits;
     for (const char* symbol : {"AAPL", "NVDA", "TSLA", "SNOW"}) {
-        const auto company = importCompany(VKR_SOURCE_DIR "/samples", symbol).company;
+        const auto company = test::sample(symbol);
         std::set<std::string> known;
         for (const Finding& one : companyFindings(*company))
             known.insert(one.key);

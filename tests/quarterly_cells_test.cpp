@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "quarterly/quarterly_grid.hpp"
-#include "tests/support/field_steps.hpp"
+#include "tests/support/company_on_form.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
@@ -10,20 +10,11 @@ namespace {
 
 using namespace test;
 
-struct QuarterlyCells : testing::Test {
-    EntryScene scene;
-    VirtualDesktop& desktop = scene.desktop;
-    std::shared_ptr<CompanyRecord> company = fullCompany();
-
-    QuarterlyCells() { open(company); }
+struct QuarterlyCells : CompanyOnForm {
+    QuarterlyCells() : CompanyOnForm(fullCompany()) { open(company); }
     void open(const std::shared_ptr<iVKR_Company>& record) {
         scene.load(record);
         desktop.clickTab(toQuarterly);
-    }
-    [[nodiscard]] std::string after(std::string_view id, std::string_view keys) {
-        goTo(scene, id);
-        desktop.type(keys);
-        return desktop.focusedId();
     }
 };
 

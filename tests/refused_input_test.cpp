@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/text.hpp"
-#include "tests/support/field_steps.hpp"
+#include "tests/support/company_on_form.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
@@ -20,14 +20,9 @@ constexpr const char* oneFigureNote =
     "This field takes one figure. Several cells can't be pasted into it.";
 
 // Keys and pastes that a field does not take, and the voice that they have.
-struct RefusedInput : testing::Test {
-    EntryScene scene;
-    VirtualDesktop& desktop = scene.desktop;
-    std::shared_ptr<CompanyRecord> company = datedCompany();
-
-    RefusedInput() {
-        showEveryField(scene);
-        scene.load(company);
+struct RefusedInput : CompanyOnFullForm {
+    RefusedInput() : CompanyOnFullForm(datedCompany()) {
+        load();
         desktop.forget();
     }
 };

@@ -14,6 +14,8 @@ using namespace test;
 using Names = std::vector<std::string>;
 using Menu = VirtualDesktop::Menu;
 
+constexpr int firstWithoutACommand = mcTakePrevious + 1;
+
 // A company on a form that shows everything it can show.
 class RightClick : public testing::Test {
   protected:
@@ -79,6 +81,14 @@ class RightClick : public testing::Test {
         return {};
     }
 };
+
+bool isEnabled(const Menu& menu, MenuCommand command) {
+    for (const auto& entry : menu.entries)
+        if (entry.tag == std::to_string(command))
+            return entry.enabled;
+    ADD_FAILURE() << "no entry for " << command;
+    return false;
+}
 
 void apply(EntryScene& scene, Choice choice) {
     if (choice == Choice::none)
@@ -168,10 +178,10 @@ TEST_F(RightClick, WithoutASelectionThereIsNothingToCutOrClear) {
     goTo(scene, "txtName");
     desktop.clickAt(2);
     const auto menu = open("txtName");
-    EXPECT_FALSE(menu.entries[2].enabled);
-    EXPECT_TRUE(menu.entries[3].enabled) << "the whole text can be copied";
-    EXPECT_FALSE(menu.entries[5].enabled);
-    EXPECT_TRUE(menu.entries[7].enabled);
+    EXPECT_FALSE(isEnabled(menu, mcCut));
+    EXPECT_TRUE(isEnabled(menu, mcCopy)) << "the whole text can be copied";
+    EXPECT_FALSE(isEnabled(menu, mcClear));
+    EXPECT_TRUE(isEnabled(menu, mcSelectAll));
     EXPECT_EQ(fieldOf("txtName").selStart(), 2) << "the press leaves the caret where it was";
 }
 
@@ -282,7 +292,7 @@ TEST_F(RightClick, UndoIsThatOfTheField) {
     desktop.type("Oslo");
     choose("txtCity", "Undo");
     EXPECT_EQ(fieldOf("txtCity").text(), "City text");
-    EXPECT_FALSE(open("txtCity").entries[0].enabled);
+    EXPECT_FALSE(isEnabled(open("txtCity"), mcUndo));
     desktop.type("{TAB}");
     expectUntouched("undone");
 }
@@ -693,29 +703,38 @@ void openCalendar(EntryScene& scene, const DateField& row, int way) {
 constexpr int pickingWays = 5;
 constexpr int menuWay = 3;
 
-TEST(DatePicking, APickedDateIsStoredWhenTheFieldIsLeft) {
+// Each field of a date, by each way to its calendar, on a form of its own.
+template <typename Act>
+void everyWayToACalendar(Act act) {
     for (const auto& row : dateFields)
         for (int way = 0; way < (row.inMenu ? pickingWays : menuWay); ++way) {
             SCOPED_TRACE(std::string(row.field) + " way " + std::to_string(way));
             EntryScene scene;
             const auto company = fullCompany();
             scene.load(company);
-            const Date before = row.stored(*company);
+            act(scene, *company, row, [&] { openCalendar(scene, row, way); });
+        }
+}
+
+TEST(DatePicking, APickedDateIsStoredWhenTheFieldIsLeft) {
+    everyWayToACalendar(
+        [](EntryScene& scene, CompanyRecord& company, const DateField& row, const auto& open) {
+            const Date before = row.stored(company);
             scene.desktop.answerNextDate(row.picked);
-            openCalendar(scene, row, way);
+            open();
             ASSERT_EQ(scene.desktop.calendars().size(), 1U);
             EXPECT_EQ(scene.desktop.calendars()[0].shown, before);
             EXPECT_EQ(scene.desktop.calendars()[0].caption, row.name);
             EXPECT_EQ(textOf(scene, row.field), row.text);
             EXPECT_TRUE(scene.entry->get_blnDirty());
-            EXPECT_EQ(row.stored(*company), before) << "before leaving";
+            EXPECT_EQ(row.stored(company), before) << "before leaving";
             EXPECT_EQ(scene.desktop.focusedId(), row.field);
             scene.desktop.answerNext(MessageAnswer::yes); // to the quarter that is added
             scene.desktop.type("{TAB}");
-            EXPECT_EQ(row.stored(*company), row.picked);
+            EXPECT_EQ(row.stored(company), row.picked);
             EXPECT_EQ(textOf(scene, row.field), row.text);
             EXPECT_EQ(markOf(scene, row.field), "");
-        }
+        });
 }
 
 TEST(DatePicking, ADayOfTheStoredMonthIsStoredInPlaceOfATextThatIsNoDate) {
@@ -736,22 +755,18 @@ TEST(DatePicking, ADayOfTheStoredMonthIsStoredInPlaceOfATextThatIsNoDate) {
 }
 
 TEST(DatePicking, CancelLeavesTextAndRecord) {
-    for (const auto& row : dateFields)
-        for (int way = 0; way < (row.inMenu ? pickingWays : menuWay); ++way) {
-            SCOPED_TRACE(std::string(row.field) + " way " + std::to_string(way));
-            EntryScene scene;
-            const auto company = fullCompany();
-            scene.load(company);
-            const auto loaded = company->clone();
+    everyWayToACalendar(
+        [](EntryScene& scene, CompanyRecord& company, const DateField& row, const auto& open) {
+            const auto loaded = company.clone();
             const auto text = textOf(scene, row.field);
             scene.desktop.answerNextDate(std::nullopt);
-            openCalendar(scene, row, way);
+            open();
             ASSERT_EQ(scene.desktop.calendars().size(), 1U);
             EXPECT_EQ(textOf(scene, row.field), text);
             scene.desktop.type("{TAB}");
             EXPECT_FALSE(scene.entry->get_blnDirty());
-            EXPECT_EQ(changedData(*loaded, *company), Names{});
-        }
+            EXPECT_EQ(changedData(*loaded, company), Names{});
+        });
 }
 
 TEST(DatePicking, CancelLeavesAHalfTypedText) {
@@ -764,21 +779,17 @@ TEST(DatePicking, CancelLeavesAHalfTypedText) {
 }
 
 TEST(DatePicking, TheDateThatIsThereChangesNothing) {
-    for (const auto& row : dateFields)
-        for (int way = 0; way < (row.inMenu ? pickingWays : menuWay); ++way) {
-            SCOPED_TRACE(std::string(row.field) + " way " + std::to_string(way));
-            EntryScene scene;
-            const auto company = fullCompany();
-            scene.load(company);
-            const auto loaded = company->clone();
+    everyWayToACalendar(
+        [](EntryScene& scene, CompanyRecord& company, const DateField& row, const auto& open) {
+            const auto loaded = company.clone();
             scene.desktop.confirmNextDate();
-            openCalendar(scene, row, way);
+            open();
             scene.desktop.type("{TAB}");
-            EXPECT_EQ(scene.desktop.calendars()[0].chosen, row.stored(*company));
+            EXPECT_EQ(scene.desktop.calendars()[0].chosen, row.stored(company));
             EXPECT_FALSE(scene.entry->get_blnDirty());
             EXPECT_TRUE(scene.desktop.messages().empty());
-            EXPECT_EQ(changedData(*loaded, *company), Names{});
-        }
+            EXPECT_EQ(changedData(*loaded, company), Names{});
+        });
 }
 
 TEST(DatePicking, OkWithoutAValidDateKeepsTheCalendarOpen) {
@@ -1118,9 +1129,12 @@ class Commands : public testing::Test, protected ComponentParts, private MenuHos
 
 TEST_F(Commands, NoneChangesALockedField) {
     form.get<Label>("lblQLabel", 0).setTag("46000");
+    std::size_t passedOn = 0;
     for (const auto* name : {"txtName", "txtLastUpdate", "txtDateofLastFY", "txtNotes"})
-        for (int command = -1; command <= 18; ++command) {
+        for (int command = -1; command <= firstWithoutACommand; ++command) {
             SCOPED_TRACE(std::string(name) + " " + std::to_string(command));
+            passedOn +=
+                isOfCells(command) || command == mcAddYear || command == mcRemoveYear ? 1U : 0U;
             auto& field = form.get<TextBox>(name);
             field.setText("kept");
             field.select(1, 2);
@@ -1135,13 +1149,13 @@ TEST_F(Commands, NoneChangesALockedField) {
     EXPECT_FALSE(context.isDirty());
     for (const auto& what : asked)
         EXPECT_TRUE(what == "add" || what == "remove" || what.starts_with("cells ")) << what;
-    EXPECT_EQ(asked.size(), 28U) << "the handlers of buttons and cells know the lock";
+    EXPECT_EQ(asked.size(), passedOn) << "the handlers of buttons and cells know the lock";
 }
 
 TEST_F(Commands, NumbersWithoutACommandDoNothing) {
     auto& field = form.get<TextBox>("txtName");
     field.setText("kept");
-    for (const int command : {mcHelp + 0, mcSeparator + 0, -1, 18, 1000})
+    for (const int command : {mcHelp + 0, mcSeparator + 0, -1, firstWithoutACommand, 1000})
         menu.DoMenuCommand(command, &field);
     EXPECT_EQ(field.text(), "kept");
     EXPECT_EQ(desktop.clipboardText(), "held");
@@ -1149,8 +1163,9 @@ TEST_F(Commands, NumbersWithoutACommandDoNothing) {
 }
 
 TEST_F(Commands, WithoutAFieldTheYearsAloneCanBeChanged) {
-    for (int command = 0; command <= 12; ++command)
-        menu.DoMenuCommand(command, nullptr);
+    for (int command = 0; command < firstWithoutACommand; ++command)
+        if (!isOfCells(command))
+            menu.DoMenuCommand(command, nullptr);
     EXPECT_EQ(asked, (Names{"add", "remove"}));
     EXPECT_EQ(desktop.clipboardText(), "held");
     EXPECT_TRUE(desktop.calendars().empty());

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "company/company_csv.hpp"
 #include "company/split.hpp"
 #include "plausibility/company_findings.hpp"
 #include "record/actions.hpp"
-#include "source_folder.hpp"
 #include "tests/support/change_lists.hpp"
+#include "tests/support/dates.hpp"
 #include "tests/support/elements.hpp"
+#include "tests/support/samples.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -19,15 +19,9 @@ namespace {
 
 using enum Datum;
 using test::changesOf;
+using test::day;
 using test::elementOf;
-
-std::shared_ptr<CompanyRecord> sample(std::string_view symbol) {
-    return importCompany(VKR_SOURCE_DIR "/samples", symbol).company;
-}
-
-Date day(int year, int month, int dayOfMonth) {
-    return makeDate(year, month, dayOfMonth).value();
-}
+using test::sample;
 
 std::optional<std::string> apply(const std::shared_ptr<iVKR_Company>& company,
                                  const SplitRatio& ratio, std::span<const DatumChange> changes) {

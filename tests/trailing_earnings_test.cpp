@@ -221,6 +221,64 @@ TEST_F(LastFourQuarters, TypedByHandAreDoubtfulWhereTheQuartersSaySomethingElse)
     EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "") << "what they add up to";
 }
 
+TEST_F(LastFourQuarters, TypedByHandStayDoubtfulWhoeverAgrees) {
+    const std::string doubt = "Stored for now. The four quarters add up to another figure, which "
+                              "will replace this one: 10.00";
+    quarters({1, 2, 3, 4});
+    load();
+    pasteOver(scene, "txtLast4QEPS", "10.25M");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "Taken as 10.25; \"M\" was left out. " + doubt);
+    for (const char* keys : {"~", "~", "5{BACKSPACE}^a10.25{TAB}", "1{ESC}{TAB}", "{TAB}"}) {
+        typeAt(scene, "txtLast4QEPS", keys);
+        EXPECT_EQ(markOf(scene, "txtLast4QEPS"), doubt) << keys;
+        EXPECT_EQ(company->get_Last4QEPS(), 10.25);
+    }
+    goTo(scene, "txtEPS(7)");
+    desktop.type("{TAB}");
+    EXPECT_EQ(shown(), "10.00");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "");
+    typeAt(scene, "txtLast4QEPS", "~");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "");
+}
+
+TEST_F(LastFourQuarters, TypedByHandAreToldWhereTheyGiveWayUnannounced) {
+    quarters({0, 2, 3, 4});
+    load();
+    typeOver(scene, "txtLast4QEPS", "9.99");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "") << "nothing would replace them";
+    typeOver(scene, "txtEPS(0)", "1");
+    EXPECT_EQ(shown(), "10.00");
+    EXPECT_EQ(scene.field("txtLast4QEPS").mark(),
+              (FieldMark{MarkKind::doubtful, "9.99 was typed here. What the four quarters add up "
+                                             "to has taken its place."}));
+    typeOver(scene, "txtEPS(0)", "2");
+    EXPECT_EQ(shown(), "11.00");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "") << "nobody has typed the 10";
+}
+
+TEST_F(LastFourQuarters, AreStoredWhereWhatWasThereCantBeRead) {
+    quarters({1, 2, 3, 4});
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    typeOver(scene, "txtLast4QEPS", "9");
+    record->failing = {"read Last4QEPS"};
+    typeOver(scene, "txtEPS(0)", "2");
+    EXPECT_EQ(company->get_Last4QEPS(), 11);
+}
+
+TEST_F(LastFourQuarters, TypedIntoAnotherCompanyAreNone) {
+    quarters({0, 2, 3, 4});
+    load();
+    typeOver(scene, "txtLast4QEPS", "9.99");
+    company = datedCompany();
+    quarters({0, 2, 3, 4});
+    company->put_Last4QEPS(9.99);
+    load();
+    typeOver(scene, "txtEPS(0)", "1");
+    EXPECT_EQ(shown(), "10.00");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "");
+}
+
 TEST_F(LastFourQuarters, AreWorkedOutAnewWhenAnEarningsCellOfAChangedCompanyIsLeft) {
     quarters({1, 2, 3, 4});
     load();

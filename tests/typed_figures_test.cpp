@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/typed_figures.hpp"
+#include "tests/support/dates.hpp"
 #include "tests/support/elements.hpp"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 namespace vkr {
 namespace {
 
+using test::day;
 using test::elementOf;
 using test::putElement;
 
@@ -83,9 +85,6 @@ TEST_F(TypedFigures, ThatAreTickedGoByLeavingThemOut) {
 
 class TypedFiguresOfEmptyRecords : public testing::Test {
   protected:
-    static Date day(int year, int month, int dayOfMonth) {
-        return makeDate(year, month, dayOfMonth).value();
-    }
     [[nodiscard]] std::vector<TypedFigure> found() const {
         return typedFigures(stored, {}, imported);
     }

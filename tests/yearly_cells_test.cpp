@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/field_steps.hpp"
+#include "tests/support/company_on_form.hpp"
 #include "yearly/yearly_grid.hpp"
 
 #include <gtest/gtest.h>
@@ -9,19 +9,10 @@ namespace {
 
 using namespace test;
 
-struct YearlyCells : testing::Test {
-    EntryScene scene;
-    VirtualDesktop& desktop = scene.desktop;
-    std::shared_ptr<CompanyRecord> company = fullCompany();
-
-    YearlyCells() {
-        scene.load(company);
+struct YearlyCells : CompanyOnForm {
+    YearlyCells() : CompanyOnForm(fullCompany()) {
+        load();
         desktop.clickTab(toYearly);
-    }
-    [[nodiscard]] std::string after(std::string_view id, std::string_view keys) {
-        goTo(scene, id);
-        desktop.type(keys);
-        return desktop.focusedId();
     }
     void hideBar() { scene.form().get<ScrollBar>("hscrYearly").setVisible(false); }
 };

@@ -406,8 +406,53 @@ TEST_F(YearSpan, ARefusedYearKeepsItsMarkUntilItIsStored) {
     record->failing.clear();
     desktop.click("txtLastFY");
     desktop.type("{TAB}");
-    EXPECT_EQ(markOf(scene, "txtLastFY"), "");
+    EXPECT_FALSE(scene.field("txtLastFY").isUnstored());
     EXPECT_EQ(company->get_LastFY(), 2010);
+}
+
+TEST_F(YearSpan, AYearThatIsTypedOverFiguresIsInDoubt) {
+    const auto doubt = [](int now, int before) {
+        return "The yearly figures stand in other years now: the newest ones in " +
+               std::to_string(now) + ", not in " + std::to_string(before) +
+               ". To keep them in their years, type " + std::to_string(before) +
+               " again, and add or remove years.";
+    };
+    load();
+    const auto type = [&](const char* year) {
+        typeOver(scene, "txtLastFY", year);
+        return markOf(scene, "txtLastFY");
+    };
+    EXPECT_EQ(type("2006"), doubt(2006, 2005));
+    EXPECT_TRUE(scene.field("txtLastFY").isDoubtful());
+    EXPECT_EQ(company->get_LastFY(), 2006);
+    scene.entry->recordChanged();
+    EXPECT_EQ(markOf(scene, "txtLastFY"), doubt(2006, 2005));
+    EXPECT_EQ(type("2008"), doubt(2008, 2005));
+    EXPECT_EQ(type("2005"), "") << "where they were";
+    EXPECT_EQ(type("2006"), doubt(2006, 2005));
+    press("cmdAddYear", MessageAnswer::yes);
+    EXPECT_EQ(markOf(scene, "txtLastFY"), doubt(2007, 2006)) << "still a year off";
+    press("cmdRemoveYear", MessageAnswer::yes);
+    EXPECT_EQ(type("2005"), "");
+    press("cmdAddYear", MessageAnswer::yes);
+    EXPECT_EQ(markOf(scene, "txtLastFY"), "") << "they are moved along";
+    EXPECT_EQ(type("2005"), doubt(2005, 2006));
+    company->put_LastFY(2004); // and the figures with it, by a host
+    scene.entry->recordChanged();
+    EXPECT_EQ(markOf(scene, "txtLastFY"), "");
+    EXPECT_EQ(type("2003"), doubt(2003, 2004));
+}
+
+TEST_F(YearSpan, AYearThatIsTypedWhereThereAreNoFiguresIsNot) {
+    company = datedCompany();
+    scene.load(company);
+    for (const char* year : {"2010", "2005"}) {
+        typeOver(scene, "txtLastFY", year);
+        EXPECT_EQ(markOf(scene, "txtLastFY"), "");
+    }
+    putElement(*company, "YEPSSeries", 3, 1.5);
+    typeOver(scene, "txtLastFY", "2006");
+    EXPECT_NE(markOf(scene, "txtLastFY"), "");
 }
 
 // --- the date of the last fiscal year ------------------------------------------------------------

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "plausibility/company_findings.hpp"
+#include "plausibility/plausibility_rules.hpp"
 #include "sheet/today.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/database.hpp"
+
+#include <algorithm>
 
 namespace vkr {
 
@@ -20,16 +23,32 @@ std::string_view nameOf(Sureness sureness) {
     return "sure";
 }
 
+// Besides those of plausibility.
+constexpr std::string_view storedRule = "stored";
+constexpr std::string_view checksumRule = "checksum";
+
+// As wide as the widest of these texts and the heading.
+template <typename Texts, typename TextOf>
+Column column(std::string_view name, const Texts& texts, TextOf textOf) {
+    Column made{.name = name, .width = shownWidth(std::string(name))};
+    for (const auto& one : texts)
+        made.width = std::max(made.width, shownWidth(printable(textOf(one))));
+    return made;
+}
+
 // What is odd about companies, a row for each, as it is found.
 class CheckReport {
   public:
-    explicit CheckReport(const Call& call) : call_(call) {
-        call_.output.begin({{.name = "symbol", .width = 8},
-                            {.name = "sureness", .width = 8},
-                            {.name = "rule", .width = 18},
-                            {"finding"},
-                            {"id"}},
-                           {}, Rows::oneByOne);
+    CheckReport(const Call& call, const std::vector<CompanySummary>& companies) : call_(call) {
+        call_.output.begin(
+            {column("symbol", companies, [](const CompanySummary& one) { return one.symbol; }),
+             {.name = "sureness", .width = 8},
+             column("rule", plausibilityRules(),
+                    [](const PlausibilityRule& one) { return std::string(one.name); }),
+             column("id", companies,
+                    [](const CompanySummary& one) { return std::to_string(one.key.id); }),
+             {"finding"}},
+            {}, Rows::oneByOne);
     }
 
     void add(CompanyStore& store, const CompanySummary& company) {
@@ -39,14 +58,14 @@ class CheckReport {
             if (loaded.error().fault != StoreFault::conflict &&
                 loaded.error().fault != StoreFault::corrupt)
                 fail(loaded.error());
-            row(company, Sureness::sure, "stored", loaded.error().message);
+            row(company, Sureness::sure, storedRule, loaded.error().message);
             return;
         }
         const auto damage = valueOf(store.check(company.key.id));
         if (damage)
-            row(company, Sureness::sure, "checksum", damage->message);
+            row(company, Sureness::sure, checksumRule, damage->message);
         for (const std::string& datum : loaded.value().unreadable)
-            row(company, Sureness::sure, "stored",
+            row(company, Sureness::sure, storedRule,
                 "What is stored of " + datum + " can't be read.");
         for (const Finding& finding : companyFindings(*loaded.value().record, options_))
             if (loaded.value().isCalledRight(finding.key))
@@ -62,8 +81,8 @@ class CheckReport {
     void row(const CompanySummary& company, Sureness sureness, std::string_view rule,
              const std::string& text) {
         ++found_;
-        call_.output.row({company.symbol, std::string(nameOf(sureness)), std::string(rule), text,
-                          std::to_string(company.key.id)});
+        call_.output.row({company.symbol, std::string(nameOf(sureness)), std::string(rule),
+                          std::to_string(company.key.id), text});
     }
 
     const Call& call_;
@@ -81,7 +100,7 @@ ExitCode checkCompanies(const Call& call) {
         line.options.emplace(Option::all, "");
     const auto companies =
         chosenCompanies({line, call.output, call.terminal}, *store, line.arguments);
-    CheckReport report(call);
+    CheckReport report(call, companies);
     std::size_t done = 0;
     for (const CompanySummary& company : companies) {
         if (Terminal::isToStop())

@@ -27,7 +27,8 @@ constexpr OptionRow options[] = {
     {Option::keepBoth, "keep-both", 0, "", Operand::none,
      "Add what comes in beside what is there."},
     {Option::pdf, "pdf", 0, "FILE", Operand::file,
-     "Write a data sheet of two pages into this PDF file instead."},
+     "Write a data sheet of two pages into this PDF file instead. A file that is there is "
+     "replaced, anything else refused."},
     {Option::paper, "paper", 0, "a4|letter", Operand::paper,
      "The paper of the data sheet; without it what is usual where you are."},
     {Option::symbol, "symbol", 0, "SYMBOL", Operand::symbols, "The company that it is about."},

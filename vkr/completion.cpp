@@ -63,7 +63,7 @@ std::vector<std::string> symbolsIn(const TypedLine& line) {
     StoreOptions options;
     options.isRehearsal = true; // brings nothing up to date
     options.patience = {};
-    const auto store = CompanyStore::open(line.database, OpenMode::existing, options);
+    const auto store = CompanyStore::open(line.database, OpenMode::reading, options);
     if (!store)
         return {};
     ListQuery query;

@@ -26,7 +26,7 @@ Value valueOf(StoreResult<Value> result) {
 // The database that the command line, or else the environment, names; of a dry run one that keeps
 // nothing.
 [[nodiscard]] std::unique_ptr<CompanyStore> openDatabase(const Call& call,
-                                                         OpenMode mode = OpenMode::existing);
+                                                         OpenMode mode = OpenMode::reading);
 
 // The one company of a symbol, or of a number as "id:17". A symbol in small letters is found where
 // none is written like that.

@@ -110,9 +110,9 @@ void addCompany(const Call& call, CompanyStore& store, const std::string& symbol
         return;
     }
     const auto journal = std::make_shared<ChangeJournal>(record);
+    journal->put_Symbol(upperCase(symbol)); // typed: no document has it
     if (const auto refusal = importFilings(journal, review))
         throw CommandFailure(ExitCode::refused, printable(*refusal));
-    record->put_Symbol(upperCase(symbol));
     valueOf(store.save(std::nullopt, *record, 0, accountOf(*journal, review)));
     call.terminal.say(title + " was not in the database and " +
                       (call.line.has(Option::dryRun) ? "would be" : "is") +
@@ -125,7 +125,8 @@ ExitCode importFacts(const Call& call) {
     const auto symbol = call.line.value(Option::symbol);
     if (!symbol)
         throw CommandFailure(ExitCode::usage, "Name the company with --symbol SYMBOL.");
-    const auto store = openDatabase(call);
+    const auto store =
+        openDatabase(call, call.line.has(Option::accept) ? OpenMode::existing : OpenMode::reading);
     const auto found = companyIfThere(*store, *symbol);
     const LoadedCompany loaded = found ? load(call, *store, *found)
                                        : LoadedCompany{std::make_shared<CompanyRecord>(), 0, {}};

@@ -50,7 +50,8 @@ bool FolderImporter::run(const std::vector<std::string>& prefixes, const Watch& 
     return saveBatch();
 }
 
-FolderImporter::Pending FolderImporter::pendingOf(const std::string& prefix, CsvImport import) {
+FolderImporter::Pending FolderImporter::pendingOf(const std::string& prefix,
+                                                  const CsvImport& import) {
     Pending pending;
     pending.company.prefix = prefix;
     pending.company.errors = described(import.errors);
@@ -58,13 +59,14 @@ FolderImporter::Pending FolderImporter::pendingOf(const std::string& prefix, Csv
     if (import.company) {
         pending.company.name = import.company->get_Name();
         pending.company.symbol = import.company->get_Symbol();
-        choose(pending, import.company);
+        choose(pending, import);
     }
     return pending;
 }
 
-void FolderImporter::choose(Pending& pending, std::shared_ptr<CompanyRecord> record) {
+void FolderImporter::choose(Pending& pending, const CsvImport& import) {
     ImportedCompany& company = pending.company;
+    const std::shared_ptr<CompanyRecord>& record = import.company;
     if (!company.symbol.empty() && !symbols_.insert(company.symbol).second &&
         known_ != KnownCompany::keepBoth) {
         company.errors.push_back("another company of the folder has the symbol " + company.symbol +
@@ -74,7 +76,7 @@ void FolderImporter::choose(Pending& pending, std::shared_ptr<CompanyRecord> rec
     const auto stored = matches_.take(*record);
     if (!stored)
         return noteFault(company, stored.error());
-    SaveRequest request{std::nullopt, record, 0, importedFrom(company.prefix)};
+    SaveRequest request{std::nullopt, record, 0, importedFrom(company.prefix, import)};
     company.fate = Fate::added;
     if (stored.value()) {
         const CompanyKey key = stored.value()->key;

@@ -63,8 +63,8 @@ class FolderImporter {
         ImportedCompany company;
         std::optional<SaveRequest> request;
     };
-    [[nodiscard]] Pending pendingOf(const std::string& prefix, CsvImport import);
-    void choose(Pending& pending, std::shared_ptr<CompanyRecord> record);
+    [[nodiscard]] Pending pendingOf(const std::string& prefix, const CsvImport& import);
+    void choose(Pending& pending, const CsvImport& import);
     void replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored,
                  const std::shared_ptr<CompanyRecord>& record);
     bool save(std::vector<Pending>& batch);

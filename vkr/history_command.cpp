@@ -37,8 +37,7 @@ bool isPeriod(const QString& text) {
 
 // As the column of figures has it: for programs the name of the property, for people its title.
 std::string shownFigure(const std::string& name, Format format) {
-    const auto row = std::ranges::find(datumTable(), name, &DatumRow::name);
-    return format != Format::text || row == datumTable().end() ? name : fullTitleOf(row->datum);
+    return format == Format::text ? calledDatum(name) : name;
 }
 
 // The name of what either column has; "" for anything else.

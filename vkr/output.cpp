@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <iterator>
@@ -27,6 +28,8 @@ void pad(std::string& line, const std::string& text, const Column& column, int w
 } // namespace
 
 void Output::begin(std::vector<Column> columns, std::string_view name, Rows rows) {
+    assert(!isOpen_ && rows_.empty());
+    isOpen_ = true;
     columns_ = std::move(columns);
     orderOfRows_ = rows;
     written_ = 0;
@@ -46,6 +49,7 @@ void Output::begin(std::vector<Column> columns, std::string_view name, Rows rows
 }
 
 void Output::row(std::vector<std::string> cells) {
+    assert(isOpen_ && cells.size() == columns_.size());
     if (format_ == Format::text) {
         for (std::string& cell : cells)
             cell = printable(cell);
@@ -73,6 +77,8 @@ void Output::row(std::vector<std::string> cells) {
 }
 
 void Output::end() {
+    assert(isOpen_);
+    isOpen_ = false;
     writeText();
     if (format_ == Format::json)
         write(written_ == 0 ? "]" : "\n]");
@@ -102,6 +108,7 @@ void Output::writeRow(const std::vector<std::string>& cells, const std::vector<i
 }
 
 void Output::write(std::string_view text) {
+    terminal_.makeWayFor(text);
     if (!isRead_ || std::fwrite(text.data(), 1, text.size(), stdout) == text.size())
         return;
     isRead_ = false;
@@ -111,6 +118,7 @@ void Output::write(std::string_view text) {
 }
 
 void Output::finish() {
+    assert(!isOpen_);
     if (isObject_ && format_ == Format::json)
         write("\n}\n");
     if (!isRead_ || std::fflush(stdout) == 0)

@@ -8,10 +8,12 @@
 
 namespace vkr {
 
+class Terminal;
+
 enum class Format { text, tsv, json };
 
-// What people read is aligned once all rows are there, or by the widths of the columns as each
-// comes.
+// What people read is aligned once all rows are there, or by the widths of the columns as rows
+// come.
 enum class Rows { together, oneByOne };
 
 struct Column {
@@ -26,9 +28,12 @@ struct Column {
 //
 // A reader that goes away is no error: what comes after is not written. Any other failure throws
 // CommandFailure.
+//
+// What may be true together: rows come between begin() and end(), one table after the other, and
+// wait for their widths only there; a row has a cell for each column; after finish() nothing comes.
 class Output {
   public:
-    explicit Output(Format format) : format_(format) {}
+    Output(Format format, Terminal& terminal) : format_(format), terminal_(terminal) {}
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
@@ -51,10 +56,12 @@ class Output {
     void writeText();
 
     Format format_;
+    Terminal& terminal_; // whose progress makes way
     bool isRead_ = true;
     std::vector<Column> columns_;
     std::vector<std::vector<std::string>> rows_; // that wait for their widths
     Rows orderOfRows_ = Rows::together;
+    bool isOpen_ = false; // a table
     std::size_t tables_ = 0;
     std::size_t written_ = 0; // rows of the table
     bool isObject_ = false;   // tables are members of one JSON object

@@ -22,8 +22,8 @@ Format formatOf(const CommandLine& line) {
 // For the completion of shells, which hand over the line as far as it is typed.
 constexpr std::string_view completing = "__complete";
 
-ExitCode complete(const std::vector<std::string>& words) {
-    Output output(Format::text);
+ExitCode complete(const std::vector<std::string>& words, Terminal& terminal) {
+    Output output(Format::text, terminal);
     for (const std::string& word : completions(commandTable(), {words.begin() + 1, words.end()}))
         output.write(word + "\n");
     output.finish();
@@ -31,7 +31,7 @@ ExitCode complete(const std::vector<std::string>& words) {
 }
 
 ExitCode run(const CommandLine& line, Terminal& terminal) {
-    Output output(formatOf(line));
+    Output output(formatOf(line), terminal);
     if (line.has(Option::help)) {
         output.write(helpText(line.command));
         output.finish();
@@ -57,7 +57,7 @@ int runProgram(const std::vector<std::string>& words) {
     ExitCode code = ExitCode::input;
     try {
         code = !words.empty() && words.front() == completing
-                   ? complete(words)
+                   ? complete(words, terminal)
                    : run(parseCommandLine(commandTable(), words), terminal);
     } catch (const CommandFailure& failure) {
         terminal.say("vkr: " + std::string(failure.what()));

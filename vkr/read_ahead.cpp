@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "vkr/read_ahead.hpp"
 
+#include <cassert>
 #include <utility>
 
 namespace vkr {
@@ -35,6 +36,7 @@ void ReadAhead::read() {
             if (isGivenUp_)
                 return;
             read_.push_back(std::move(import));
+            assert(read_.size() <= most && failure_ == nullptr);
             lock.unlock();
             changed_.notify_all();
         }

@@ -16,6 +16,9 @@ namespace vkr {
 
 // Reads the companies of a folder on a thread of its own, a few ahead of who takes them: while one
 // is saved the next ones are read.
+//
+// What may be true together: `mutex_` guards what was read, the failure and whether it was given
+// up; there are at most so many companies that nobody has taken; none is read behind a failure.
 class ReadAhead {
   public:
     ReadAhead(std::filesystem::path folder, const std::vector<std::string>& prefixes)

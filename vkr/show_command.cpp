@@ -53,21 +53,20 @@ void writeFigures(const CompanyRecord& company, DatumPeriod period, std::string_
 ExitCode showCompany(const Call& call) {
     if (call.line.has(Option::paper) && !call.line.has(Option::pdf))
         throw CommandFailure(ExitCode::usage, "--paper is the paper of --pdf.");
+    const bool isYearly = call.line.has(Option::yearly);
+    const bool isQuarterly = call.line.has(Option::quarterly);
+    if (call.line.has(Option::pdf) && (isYearly || isQuarterly || call.line.has(Option::format)))
+        throw CommandFailure(ExitCode::usage, "The sheet of --pdf has all tables: --yearly, "
+                                              "--quarterly and --format are not for it.");
     const auto store = openDatabase(call);
     const CompanySummary company = findCompany(*store, call.line.arguments.front());
     const LoadedCompany loaded = load(call, *store, company);
     const ExitCode code =
         loaded.unreadable.empty() && !loaded.damage ? ExitCode::done : ExitCode::findings;
     if (const auto file = call.line.value(Option::pdf)) {
-        const auto isSilenced = [&](const Finding& finding) {
-            return loaded.isCalledRight(finding.key);
-        };
-        writePdf(call, {sheetOf(loaded.record, loaded.origins, isSilenced, today())},
-                 titleOf(company.name, company.symbol), *file);
+        writePdf(call, {sheetOf(loaded, today())}, titleOf(company.name, company.symbol), *file);
         return code;
     }
-    const bool isYearly = call.line.has(Option::yearly);
-    const bool isQuarterly = call.line.has(Option::quarterly);
     if (!isYearly && !isQuarterly)
         writeValues(*loaded.record, call.output);
     if (isYearly)

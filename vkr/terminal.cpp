@@ -35,7 +35,9 @@ bool isWide(char32_t letter) {
 
 } // namespace
 
-Terminal::Terminal() : isTerminal_(isatty(STDERR_FILENO) == 1) {}
+Terminal::Terminal()
+    : isTerminal_(isatty(STDERR_FILENO) == 1),
+      hasOutput_(isTerminal_ && isatty(STDOUT_FILENO) == 1) {}
 
 void Terminal::say(const std::string& words) {
     endProgress();
@@ -45,10 +47,12 @@ void Terminal::say(const std::string& words) {
 void Terminal::progress(std::size_t done, std::size_t total, const std::string& what) {
     constexpr std::chrono::milliseconds pause(100);
     const auto now = std::chrono::steady_clock::now();
-    if (!isTerminal_ || (isShown_ && now - last_ < pause))
+    if (!isTerminal_ || isInLine_ || now - last_ < pause)
         return;
     last_ = now;
     isShown_ = true;
+    if (hasOutput_)
+        std::fflush(stdout);
     std::fprintf(stderr, "\r\x1b[K%zu of %zu  %s", done, total, printable(what).c_str());
     std::fflush(stderr);
 }
@@ -57,6 +61,13 @@ void Terminal::endProgress() {
     if (isShown_)
         std::fputs("\r\x1b[K", stderr);
     isShown_ = false;
+}
+
+void Terminal::makeWayFor(std::string_view text) {
+    if (!hasOutput_ || text.empty())
+        return;
+    endProgress();
+    isInLine_ = text.back() != '\n';
 }
 
 bool Terminal::isToStop() {

@@ -4,11 +4,14 @@
 #include <chrono>
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace vkr {
 
 // Where words for people go, as standard error: messages line by line, and progress on one line
-// that is written over, only where that is a terminal.
+// that is written over, only where that is a terminal. Where standard output is one, too, it is
+// taken to be the same: progress goes before a line of it comes, and waits until the line has its
+// end.
 class Terminal {
   public:
     Terminal();
@@ -17,12 +20,16 @@ class Terminal {
     // So often as a person can read it.
     void progress(std::size_t done, std::size_t total, const std::string& what);
     void endProgress();
+    // Before this goes to standard output.
+    void makeWayFor(std::string_view text);
 
     // Whether somebody wants the program to end: it does so at the next clean point.
     [[nodiscard]] static bool isToStop();
 
   private:
     bool isTerminal_;
+    bool hasOutput_;        // as well
+    bool isInLine_ = false; // of the output
     bool isShown_ = false;
     std::chrono::steady_clock::time_point last_{};
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "yearly/yearly_grid.hpp"
 
+#include "binding/text_numbers.hpp"
 #include "form/controls.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "platform/error_trap.hpp"
@@ -49,13 +50,17 @@ void YearlyGrid::showSpan() {
         context_[controls::lastFiscalYear].showStored(year == 0 ? "" : std::to_string(year));
     });
     relabel();
+    figuresYear_ = lastFiscalYear();
 }
 
 int YearlyGrid::followSpan() {
     const int before = lastFiscalYear();
+    const int figures = figuresYear_;
     showSpan();
     const int after = lastFiscalYear();
     const int moved = before == 0 || after == 0 ? 0 : after - before;
+    if (moved == 0)
+        figuresYear_ = figures;
     moveMarked(moved);
     return moved;
 }
@@ -131,6 +136,7 @@ void YearlyGrid::changeSpan(int years) {
         return;
     }
     const auto stayed = shift(years, end);
+    figuresYear_ += years;
     context_[controls::lastFiscalYear].setText(std::to_string(target));
     acceptLastFiscalYear(target);
     context_.markChanged();
@@ -160,8 +166,22 @@ void YearlyGrid::acceptLastFiscalYear(int year) {
     if (refusal && attemptOr(false, [&] { return context_.company->get_LastFY() == year; }))
         refusal.reset();
     field.setMark(refusal ? context_.refused(*refusal) : FieldMark());
-    if (!refusal)
-        context_.markChanged();
+    if (refusal)
+        return;
+    context_.markChanged();
+    doubtOtherYears(year);
+}
+
+// A year that is typed names the rows anew, and the figures stay in them.
+void YearlyGrid::doubtOtherYears(int year) {
+    if (figuresYear_ == 0 || !holdsFigures())
+        figuresYear_ = year;
+    if (figuresYear_ == year)
+        return;
+    std::string reason = context_.text(text_number::otherYears);
+    ReplaceAll(reason, "%1", std::to_string(year));
+    ReplaceAll(reason, "%2", std::to_string(figuresYear_));
+    context_[controls::lastFiscalYear].setMark({MarkKind::doubtful, reason});
 }
 
 void YearlyGrid::typeLastFiscalYear() {

@@ -54,8 +54,10 @@ class YearlyGrid final : public SeriesGrid {
     // `end` is the date of the last fiscal year. Names the figures that could not be moved.
     std::vector<std::string> shift(int years, std::optional<Date> end);
     void acceptLastFiscalYear(int year);
+    void doubtOtherYears(int year);
 
     Color shadeColor_ = colors::paleCyan;
+    int figuresYear_ = 0; // that the newest figures belong to, whatever was typed since
 };
 
 } // namespace vkr

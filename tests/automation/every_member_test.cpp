@@ -4,6 +4,7 @@
 #include "record/datum_table.hpp"
 #include "tests/automation/control_fixture.hpp"
 #include "tests/automation/scripted_objects.hpp"
+#include "tests/automation/type_info.hpp"
 
 #include <string>
 #include <vector>
@@ -23,39 +24,21 @@ struct Function {
 
 // Of the interface itself, without those that it derives from.
 std::vector<Function> functionsOf(int library, REFGUID id) {
-    ComPtr<ITypeLib> libraryInfo;
-    const std::wstring path = LoadedLibrary::get().path() + L"\\" + std::to_wstring(library);
-    EXPECT_EQ(LoadTypeLibEx(path.c_str(), REGKIND_NONE, libraryInfo.receive()), S_OK);
-    ComPtr<ITypeInfo> dual;
-    EXPECT_EQ(libraryInfo->GetTypeInfoOfGuid(id, dual.receive()), S_OK);
-    HREFTYPE reference = 0;
-    ComPtr<ITypeInfo> info;
-    EXPECT_EQ(dual->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference), S_OK);
-    EXPECT_EQ(dual->GetRefTypeInfo(reference, info.receive()), S_OK);
-    TYPEATTR* attributes = nullptr;
-    EXPECT_EQ(info->GetTypeAttr(&attributes), S_OK);
-    const UINT count = attributes->cFuncs;
-    info->ReleaseTypeAttr(attributes);
+    const auto info = slotsOf(infoOf(libraryAt(library).get(), id));
     std::vector<Function> all;
-    for (UINT i = 0; i < count; ++i) {
-        FUNCDESC* one = nullptr;
-        EXPECT_EQ(info->GetFuncDesc(i, &one), S_OK);
+    forEachFunction(info.get(), [&](const FUNCDESC& one) {
         Function& next = all.emplace_back();
-        Bstr name;
-        EXPECT_EQ(info->GetDocumentation(one->memid, name.receive(), nullptr, nullptr, nullptr),
-                  S_OK);
-        next.name = textOf(name.get());
-        next.id = one->memid;
-        next.kind = static_cast<WORD>(one->invkind);
-        next.slot = static_cast<ULONG_PTR>(one->oVft);
-        for (SHORT j = 0; j < one->cParams; ++j) {
-            const ELEMDESC& parameter = one->lprgelemdescParam[j];
+        next.name = nameOf(info.get(), one.memid);
+        next.id = one.memid;
+        next.kind = static_cast<WORD>(one.invkind);
+        next.slot = static_cast<ULONG_PTR>(one.oVft);
+        for (SHORT j = 0; j < one.cParams; ++j) {
+            const ELEMDESC& parameter = one.lprgelemdescParam[j];
             next.types.push_back(parameter.tdesc.vt);
             next.answers |= (parameter.paramdesc.wParamFlags & PARAMFLAG_FOUT) != 0;
             next.given += (parameter.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) == 0 ? 1 : 0;
         }
-        info->ReleaseFuncDesc(one);
-    }
+    });
     return all;
 }
 

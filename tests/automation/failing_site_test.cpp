@@ -4,6 +4,7 @@
 #include "tests/automation/control_fixture.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace vkr::automation {
 namespace {
@@ -76,6 +77,75 @@ TEST_F(FailingSite, ThatGivesNoRoomLetsTheControlTakeIt) {
     GetClientRect(window, &size);
     EXPECT_GT(size.right, 500);
     takeAway();
+}
+
+// A container that takes the control out of its place at any step of being activated, and activates
+// it once more.
+TEST_F(FailingSite, ThatTakesTheControlAwayWhileItIsActivatedFindsItAsItWasBefore) {
+    for (const char* const step :
+         {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindow", "GetWindowContext", "ShowObject",
+          "OnUIActivate", "SetActiveObject", "SetBorderSpace(null)", "OnFocus(true)"}) {
+        SCOPED_TRACE(step);
+        control = library.create<::_VKRDataEntry>(__uuidof(::VKRDataEntry));
+        place();
+        site->asked = [&, inPlace = as<IOleInPlaceObject>()](const std::string& what) {
+            if (what == step && std::exchange(site->asked, {})) {
+                EXPECT_EQ(inPlace->InPlaceDeactivate(), S_OK);
+            }
+        };
+        doVerb(OLEIVERB_UIACTIVATE);
+        EXPECT_FALSE(site->asked) << "not asked at all";
+        if (!isActive()) {
+            EXPECT_EQ(GetWindow(site->window, GW_CHILD), nullptr);
+        }
+        EXPECT_EQ(as<IOleInPlaceObject>()->InPlaceDeactivate(), S_OK);
+        EXPECT_EQ(GetWindow(site->window, GW_CHILD), nullptr);
+
+        site->log.clear();
+        EXPECT_EQ(control->putref_objCompany(company.get()), S_OK);
+        EXPECT_EQ(doVerb(OLEIVERB_UIACTIVATE), S_OK);
+        EXPECT_TRUE(isActive());
+        for (const char* const once : {"OnInPlaceActivate", "OnUIActivate", "OnFocus(true)"})
+            EXPECT_EQ(std::ranges::count(site->log, once), 1) << once;
+        type("txtSymbol", "ACM");
+        press(VK_TAB);
+        Bstr symbol;
+        EXPECT_EQ(company->get_Symbol(symbol.receive()), S_OK);
+        EXPECT_EQ(textOf(symbol.get()), "ACM");
+        EXPECT_EQ(company->put_Symbol(Bstr("").get()), S_OK);
+        takeAway();
+        site->frame->active.reset();
+    }
+}
+
+// One that activates it anew while it is being activated has one window, not two.
+TEST_F(FailingSite, ThatActivatesTheControlWithinBeingAskedHasItActiveOnce) {
+    for (const char* const step : {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindow",
+                                   "GetWindowContext", "ShowObject", "OnUIActivate"}) {
+        SCOPED_TRACE(step);
+        control = library.create<::_VKRDataEntry>(__uuidof(::VKRDataEntry));
+        place();
+        site->asked = [&, object = as<IOleObject>(),
+                       inPlace = as<IOleInPlaceObject>()](const std::string& what) {
+            if (what != step || !std::exchange(site->asked, {}))
+                return;
+            inPlace->InPlaceDeactivate();
+            object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, nullptr, 0, nullptr, nullptr);
+        };
+        doVerb(OLEIVERB_UIACTIVATE);
+        EXPECT_TRUE(isActive());
+        const HWND window = GetWindow(site->window, GW_CHILD);
+        EXPECT_NE(window, nullptr);
+        EXPECT_EQ(GetWindow(window, GW_HWNDNEXT), nullptr) << "a second one";
+        EXPECT_EQ(control->putref_objCompany(company.get()), S_OK);
+        type("txtSymbol", "ACM");
+        press(VK_TAB);
+        EXPECT_EQ(shown("txtSymbol"), "ACM");
+        EXPECT_EQ(company->put_Symbol(Bstr("").get()), S_OK);
+        takeAway();
+        EXPECT_EQ(GetWindow(site->window, GW_CHILD), nullptr);
+        site->frame->active.reset();
+    }
 }
 
 } // namespace

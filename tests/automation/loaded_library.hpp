@@ -58,6 +58,8 @@ class LoadedLibrary {
         if (module_ == nullptr)
             std::abort();
     }
+    // Under Wine a program that ends without it may wait for its own calls to other processes.
+    ~LoadedLibrary() { OleUninitialize(); }
     HMODULE module_;
 };
 

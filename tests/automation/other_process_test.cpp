@@ -5,7 +5,6 @@
 #include "tests/automation/scripted_objects.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -19,11 +18,6 @@ struct OtherProcess : Control {
     ComPtr<IDispatch> record;
     HANDLE process = nullptr;
 
-    // Under Wine a call to another process hangs now and then, so these are run where asked for.
-    void SetUp() override {
-        if (std::getenv("VKR_OTHER_PROCESS") == nullptr)
-            GTEST_SKIP() << "VKR_OTHER_PROCESS is not set";
-    }
     ~OtherProcess() override { closeProcess(); }
 
     template <typename Interface>

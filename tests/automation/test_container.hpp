@@ -20,13 +20,16 @@ struct BasesOf<IOleInPlaceUIWindow> : OneBase<IOleInPlaceUIWindow, IOleWindow> {
 
 using Log = std::vector<std::string>;
 
-// What a container was asked, and what it refuses.
+// What a container was asked, what it does before it answers, and what it refuses.
 struct Asked {
     Log log;
+    std::function<void(const std::string&)> asked;
     std::set<std::string> failing;
 
     HRESULT told(const std::string& what) {
         log.push_back(what);
+        if (const auto act = asked) // which may replace it
+            act(what);
         return failing.contains(what) ? E_FAIL : S_OK;
     }
 };

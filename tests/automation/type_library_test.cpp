@@ -4,48 +4,13 @@
 #include "control/property_table.hpp"
 #include "record/datum_table.hpp"
 #include "record/enumerations.hpp"
-#include "tests/automation/loaded_library.hpp"
+#include "tests/automation/type_info.hpp"
 
 #include <map>
 #include <set>
 
 namespace vkr::automation {
 namespace {
-
-ComPtr<ITypeLib> libraryAt(int number) {
-    ComPtr<ITypeLib> found;
-    const std::wstring path = LoadedLibrary::get().path() + L"\\" + std::to_wstring(number);
-    EXPECT_EQ(LoadTypeLibEx(path.c_str(), REGKIND_NONE, found.receive()), S_OK);
-    return found;
-}
-
-std::string nameOf(ITypeInfo* info, MEMBERID member = MEMBERID_NIL) {
-    Bstr name;
-    EXPECT_EQ(info->GetDocumentation(member, name.receive(), nullptr, nullptr, nullptr), S_OK);
-    return textOf(name.get());
-}
-
-ComPtr<ITypeInfo> infoOf(ITypeLib* library, REFGUID id) {
-    ComPtr<ITypeInfo> info;
-    EXPECT_EQ(library->GetTypeInfoOfGuid(id, info.receive()), S_OK);
-    return info;
-}
-
-// The interface with slots, of a dual one.
-ComPtr<ITypeInfo> slotsOf(const ComPtr<ITypeInfo>& info) {
-    TYPEATTR* attributes = nullptr;
-    EXPECT_EQ(info->GetTypeAttr(&attributes), S_OK);
-    const bool dispatch = attributes->typekind == TKIND_DISPATCH;
-    EXPECT_TRUE((attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0);
-    info->ReleaseTypeAttr(attributes);
-    if (!dispatch)
-        return info;
-    HREFTYPE reference = 0;
-    ComPtr<ITypeInfo> slots;
-    EXPECT_EQ(info->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference), S_OK);
-    EXPECT_EQ(info->GetRefTypeInfo(reference, slots.receive()), S_OK);
-    return slots;
-}
 
 struct Function {
     std::string name;
@@ -58,37 +23,30 @@ struct Function {
 };
 
 std::vector<Function> functionsOf(ITypeInfo* info) {
-    TYPEATTR* attributes = nullptr;
-    EXPECT_EQ(info->GetTypeAttr(&attributes), S_OK);
-    const UINT count = attributes->cFuncs;
-    info->ReleaseTypeAttr(attributes);
     std::vector<Function> all;
-    for (UINT i = 0; i < count; ++i) {
-        FUNCDESC* one = nullptr;
-        EXPECT_EQ(info->GetFuncDesc(i, &one), S_OK);
+    forEachFunction(info, [&](const FUNCDESC& one) {
         Function& next = all.emplace_back();
-        next.name = nameOf(info, one->memid);
+        next.name = nameOf(info, one.memid);
         Bstr help;
-        EXPECT_EQ(info->GetDocumentation(one->memid, nullptr, help.receive(), nullptr, nullptr),
+        EXPECT_EQ(info->GetDocumentation(one.memid, nullptr, help.receive(), nullptr, nullptr),
                   S_OK);
         next.help = textOf(help.get());
         BSTR names[20] = {};
         UINT named = 0;
-        EXPECT_EQ(info->GetNames(one->memid, names, 20, &named), S_OK);
+        EXPECT_EQ(info->GetNames(one.memid, names, 20, &named), S_OK);
         for (UINT j = 0; j < named; ++j) {
             if (j > 0)
                 next.parameters.push_back(textOf(names[j]));
             SysFreeString(names[j]);
         }
-        next.id = one->memid;
-        next.kind = one->invkind;
-        next.slot = one->oVft / static_cast<int>(sizeof(void*));
-        for (SHORT j = 0; j < one->cParams; ++j) {
-            const TYPEDESC& type = one->lprgelemdescParam[j].tdesc;
+        next.id = one.memid;
+        next.kind = one.invkind;
+        next.slot = one.oVft / static_cast<int>(sizeof(void*));
+        for (SHORT j = 0; j < one.cParams; ++j) {
+            const TYPEDESC& type = one.lprgelemdescParam[j].tdesc;
             next.types.push_back(type.vt == VT_PTR ? type.lptdesc->vt : type.vt);
         }
-        info->ReleaseFuncDesc(one);
-    }
+    });
     return all;
 }
 

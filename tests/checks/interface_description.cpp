@@ -44,6 +44,9 @@ const std::map<std::string, std::string_view> enumerations = {
 };
 } // namespace ids
 
+// Of all three libraries.
+constexpr std::string_view version = "1.0";
+
 constexpr std::string_view head =
     "// SPDX-License-Identifier: MIT\n"
     "// Written by vkr_interface_description of the headers and tables of the component.\n";
@@ -327,8 +330,8 @@ void writeEnumeration(std::ostream& out, const Enumeration& one) {
 
 void beginLibrary(std::ostream& out, std::string_view name, std::string_view id,
                   const std::string& help, const std::vector<std::string>& imported) {
-    out << "\n[uuid(" << id << "), version(1.0), helpstring(" << inQuotes(help) << ")]\nlibrary "
-        << name << " {\n    importlib(\"stdole2.tlb\");\n";
+    out << "\n[uuid(" << id << "), version(" << version << "), helpstring(" << inQuotes(help)
+        << ")]\nlibrary " << name << " {\n    importlib(\"stdole2.tlb\");\n";
     for (const std::string& library : imported)
         out << "    importlib(" << inQuotes(library) << ");\n";
 }
@@ -469,6 +472,37 @@ std::string page(const Sources& read) {
     return out.str();
 }
 
+// --- what is written by hand ---------------------------------------------------------------------
+
+std::string contentsOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The registration has the version too, the manifest version and numbers: 1 where one is missing.
+int missingByHand(const std::filesystem::path& root) {
+    int result = 0;
+    const auto expect = [&](const char* file, const std::string& wanted) {
+        if (contentsOf(root / file).find(wanted) != std::string::npos)
+            return;
+        std::cerr << (root / file).string() << " lacks " << wanted << '\n';
+        result = 1;
+    };
+    constexpr const char* manifest = "packaging/windows/VKRDataEntry.manifest";
+    const std::string versioned = "version=" + inQuotes(version);
+    for (const std::string_view library :
+         {ids::enumLibrary, ids::companyLibrary, ids::entryLibrary})
+        expect(manifest, "<typelib tlbid=\"{" + std::string(library) + "}\" " + versioned);
+    for (const std::string_view one :
+         {ids::company, ids::ownEarnings, ids::control, ids::standardTexts, ids::zxTexts})
+        expect(manifest, "clsid=\"{" + std::string(one) + "}\"");
+    for (const std::string_view one :
+         {ids::record, ids::ownRecord, ids::earnings, ids::entry, ids::localizer})
+        expect(manifest, "iid=\"{" + std::string(one) + "}\"");
+    expect("automation/registration.cpp", "version = L" + inQuotes(version) + ";");
+    return result;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -477,7 +511,7 @@ int main(int argc, char** argv) {
         return 2;
     const std::filesystem::path root = argv[argc - 1];
     const Sources read = readSources(root);
-    int result = 0;
+    int result = missingByHand(root);
     const auto hold = [&](const char* file, const std::string& text) {
         std::string path = (root / file).string();
         std::string option = "--write";

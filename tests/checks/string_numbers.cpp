@@ -3,7 +3,9 @@
 #include "localizer/string_table.hpp"
 #include "tests/checks/written_page.hpp"
 
+#include <algorithm>
 #include <iterator>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -29,6 +31,19 @@ constexpr Group groups[] = {
      "not stored, entries of lists."},
 };
 
+// Behind the last text of a range; where the range is full there, in its first gap.
+int nextFree(vkr::StringTable rows, int first, int end) {
+    int last = first - 1;
+    int gap = end;
+    for (const auto& row : rows)
+        if (row.number >= first && row.number < end) {
+            if (row.number > last + 1)
+                gap = std::min(gap, last + 1);
+            last = row.number;
+        }
+    return last + 1 < end ? last + 1 : gap;
+}
+
 std::string page() {
     std::ostringstream out;
     out << "<!-- SPDX-License-Identifier: MIT -->\n"
@@ -40,9 +55,12 @@ std::string page() {
     for (std::size_t group = 0; group < std::size(groups); ++group) {
         const auto& [first, title, note] = groups[group];
         const bool isLast = group + 1 == std::size(groups);
-        out << "\n## " << title << "\n\n" << note << "\n\n| number | text | ZX |\n|---|---|---|\n";
+        const int end = isLast ? std::numeric_limits<int>::max() : groups[group + 1].first;
+        out << "\n## " << title << "\n\n"
+            << note << "\n\nThe next free number is " << nextFree(standard, first, end)
+            << ".\n\n| number | text | ZX |\n|---|---|---|\n";
         for (const auto& row : standard)
-            if (row.number >= first && (isLast || row.number < groups[group + 1].first))
+            if (row.number >= first && row.number < end)
                 out << "| " << row.number << " | " << vkr::cell(row.text) << " | "
                     << vkr::cell(vkr::findString(vkr::zxStrings(), row.number)) << " |\n";
     }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The plugin as form designers and form loaders meet it: as a file, without knowing its classes.
 #include "source_folder.hpp"
+#include "tests/qt/support/property_samples.hpp"
 
 #include <QBuffer>
-#include <QColor>
 #include <QCoreApplication>
 #include <QDesignerComponents>
 #include <QDesignerFormEditorInterface>
@@ -36,34 +36,8 @@ namespace {
 const QString pluginFile = QStringLiteral(VKR_DESIGNER_PLUGIN);
 const QString className = QStringLiteral("vkr::VKRDataEntryWidget");
 
-struct Row {
-    const char* property;
-    QVariant value; // another one than at the start
-};
-
 // Every property that the property editor offers, beside those of any widget.
-const Row rows[] = {
-    {"userMode", 1},
-    {"shadeColorLocked", QColor(1, 2, 3)},
-    {"shadeColorYear", QColor(4, 5, 6)},
-    {"shadeColorQuarter", QColor(7, 8, 9)},
-    {"visibleQuarters", 12},
-    {"showReportingPeriod", true},
-    {"showVLs", true},
-    {"currentTab", 4},
-    {"percentFormat", QStringLiteral("0%")},
-    {"dateFormat", QStringLiteral("DD.MM.YYYY")},
-    {"numberFormat", QStringLiteral("#,##0.0")},
-    {"fractionDisplay", true},
-    {"borderStyle", 1},
-    {"platform", 1},
-    {"sources", QStringList{QStringLiteral("Annual report"), QStringLiteral("10-K <& \"x\">")}},
-    {"exchanges", QStringList{QStringLiteral("NYSE"), QStringLiteral("Z\u00fcrich")}},
-    {"industries", QStringList{QStringLiteral("Steel")}},
-    {"applicationTitle", QStringLiteral("Mine")},
-    {"zoom", 150},
-    {"zoomsToFit", true},
-};
+const std::vector<PropertySample> rows = propertySamplesWith({{"zoom", 150}, {"zoomsToFit", true}});
 
 class DesignerPlugin : public testing::Test {
   protected:
@@ -74,7 +48,7 @@ class DesignerPlugin : public testing::Test {
     }
     static void expectRows(const QWidget& widget) {
         for (const auto& row : rows)
-            EXPECT_EQ(widget.property(row.property), row.value) << row.property;
+            EXPECT_EQ(widget.property(row.name), row.value) << row.name;
     }
     static QString pluginFolder() { return QFileInfo(pluginFile).absolutePath(); }
 
@@ -145,7 +119,7 @@ TEST_F(DesignerPlugin, OffersEveryPropertyThatIsStored) {
         }
     std::set<std::string> expected;
     for (const auto& row : rows)
-        expected.insert(row.property);
+        expected.insert(row.name);
     EXPECT_EQ(offered, expected);
 }
 
@@ -161,7 +135,7 @@ TEST_F(DesignerPlugin, AFormLoaderFindsThePropertiesOfAStoredForm) {
     const auto* entry = window->findChild<QWidget*>(QStringLiteral("entry"));
     ASSERT_NE(entry, nullptr);
     EXPECT_EQ(QString::fromLatin1(entry->metaObject()->className()), className);
-    const Row stored[] = {
+    const PropertySample stored[] = {
         {"shadeColorYear", QColor(226, 240, 217)},
         {"visibleQuarters", 12},
         {"showVLs", true},
@@ -171,7 +145,7 @@ TEST_F(DesignerPlugin, AFormLoaderFindsThePropertiesOfAStoredForm) {
         {"applicationTitle", QStringLiteral("Companies")},
     };
     for (const auto& row : stored)
-        EXPECT_EQ(entry->property(row.property), row.value) << row.property;
+        EXPECT_EQ(entry->property(row.name), row.value) << row.name;
     EXPECT_TRUE(entry->property("runMode").toBool());
 }
 
@@ -225,10 +199,10 @@ TEST_F(Designer, StoresWhatThePropertyEditorSets) {
     auto* sheet = qt_extension<QDesignerPropertySheetExtension*>(core->extensionManager(), widget);
     ASSERT_NE(sheet, nullptr);
     for (const auto& row : rows) {
-        const int index = sheet->indexOf(QString::fromLatin1(row.property));
-        ASSERT_GE(index, 0) << row.property;
-        EXPECT_TRUE(sheet->isVisible(index)) << row.property;
-        EXPECT_TRUE(sheet->isEnabled(index)) << row.property;
+        const int index = sheet->indexOf(QString::fromLatin1(row.name));
+        ASSERT_GE(index, 0) << row.name;
+        EXPECT_TRUE(sheet->isVisible(index)) << row.name;
+        EXPECT_TRUE(sheet->isEnabled(index)) << row.name;
         sheet->setProperty(index, row.value);
         sheet->setChanged(index, true);
     }

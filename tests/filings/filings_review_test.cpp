@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_journal.hpp"
-#include "company/company_csv.hpp"
 #include "company/company_record.hpp"
 #include "company/exact_text.hpp"
 #include "company/figure_origins.hpp"
@@ -13,6 +12,7 @@
 #include "tests/filings/made_document.hpp"
 #include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
+#include "tests/support/samples.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -28,13 +28,7 @@ namespace {
 
 using test::elementOf;
 using test::putElement;
-
-std::shared_ptr<CompanyRecord> sample(const std::string& symbol) {
-    auto read = importCompany(VKR_SOURCE_DIR "/samples", symbol);
-    if (read.company == nullptr)
-        throw std::runtime_error("no sample " + symbol);
-    return read.company;
-}
+using test::sample;
 
 const MadeDocument::Filing report{"10-K", "2024-02-20", "0000000001-24-000001"};
 const MadeDocument::Filing laterReport{"10-K", "2025-02-20", "0000000001-25-000001"};
@@ -328,7 +322,7 @@ TEST(FilingsReview, AnImportIsOneActionWithTheNumberOfEachFiling) {
     ASSERT_EQ(importFilings(company, reviewFilings(twoYears(), *company)), std::nullopt);
     EXPECT_EQ(company->told,
               (std::vector<std::string>{
-                  "begin imported 'Import of 2 Figures' ", "begin imported '' ", "LastFY",
+                  "begin imported 'Import of 2 Figures' ", "begin imported '' CIK 1", "LastFY",
                   "LastFYDate", "end", "begin imported '' 0000000001-25-000001", "YNetIncSeries",
                   "end", "begin imported '' 0000000001-24-000001", "YNetIncSeries", "end", "end"}));
     EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 1), 6);

@@ -36,6 +36,17 @@ class AssistantTest : public HostTest {
     }
 };
 
+TEST_F(AssistantTest, AFigureOfTheCompanyIsALineAcrossItsSeries) {
+    Assistant& assistant = ask(open(*host_, "AAPL"), doDilutedShares);
+    const History& history = chart(assistant).history();
+    EXPECT_EQ(history.level, 14810.356);
+    EXPECT_EQ(history.marked, -1);
+    EXPECT_TRUE(chart(assistant).accessibleDescription().endsWith(
+        "; Diluted Shares: 14,810.356 million shares"));
+    for (const DataEntryObject object : {doYRevenue, doTabYearly, doUnit, doInsiderHolding})
+        EXPECT_FALSE(chart(ask(open(*host_, "AAPL"), object)).history().level) << object;
+}
+
 TEST_F(AssistantTest, AYearlyFigureIsToldInFullWithItsYearsAndTheFourQuartersBesideIt) {
     Assistant& assistant = ask(open(*host_, "AAPL"), doYRevenue);
     EXPECT_EQ(text(assistant, "title"), "Revenue");

@@ -72,6 +72,15 @@ class CompanyListTest : public testing::Test {
         return addAll(names);
     }
 
+    // By themselves.
+    bool rowsBecome(const QStringList& names) {
+        QElapsedTimer time;
+        time.start();
+        while (column(CompanyListModel::name) != names && time.elapsed() < 10000)
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        return column(CompanyListModel::name) == names;
+    }
+
     [[nodiscard]] QTableView& table() { return *window_->findChild<QTableView*>("companies"); }
     [[nodiscard]] CompanyListModel& rows() {
         return dynamic_cast<CompanyListModel&>(*table().model());
@@ -243,13 +252,6 @@ TEST_F(CompanyListTest, WhatAnotherProgramSavesShowsByItself) {
     auto other = CompanyStore::open(folder_.filePath("companies.vkr").toStdString(),
                                     OpenMode::existing, {"other@there"});
     ASSERT_TRUE(other);
-    const auto rowsBecome = [&](const QStringList& names) {
-        QElapsedTimer time;
-        time.start();
-        while (column(CompanyListModel::name) != names && time.elapsed() < 10000)
-            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        return column(CompanyListModel::name) == names;
-    };
     table().selectRow(1);
     CompanyRecord record;
     record.put_Name("Aaron");
@@ -404,6 +406,41 @@ TEST_F(UnreadableListTest, SaysSoAndStays) {
     window_->refresh();
     EXPECT_EQ(told(), "");
     EXPECT_EQ(rows().rowCount(), 1);
+}
+
+// Neither another query's rows behind them, nor a count of those for one of all.
+TEST_F(UnreadableListTest, RowsOfASearchThatFailedAreThoseOfTheOneBefore) {
+    addMany(250);
+    window_->refresh();
+    search("Company 1");
+    const int found = rows().rowCount();
+    ASSERT_TRUE(rows().canFetchMore({}));
+    rename("listing", "elsewhere");
+    search("");
+    EXPECT_NE(told(), "");
+    rename("elsewhere", "listing");
+    rows().reachEnd();
+    EXPECT_GT(rows().rowCount(), found);
+    EXPECT_EQ(column(0).filter("1").size(), rows().rowCount());
+    EXPECT_EQ(rows().known(), std::nullopt);
+    EXPECT_FALSE(rows().isCurrent());
+    rows().search(""); // the same once more
+    EXPECT_TRUE(rows().isCurrent());
+    EXPECT_EQ(rows().count()->all, 250);
+}
+
+TEST_F(UnreadableListTest, AFailedSearchIsMadeAgainByItself) {
+    addMany(3);
+    window_->refresh();
+    window_->show();
+    rows().setFreshness(0);
+    rename("listing", "elsewhere");
+    search("2");
+    EXPECT_EQ(rows().rowCount(), 3);
+    rename("elsewhere", "listing");
+    EXPECT_TRUE(rows().hasNews()); // what the renaming has brought
+    window_->setWatchInterval(1);
+    EXPECT_TRUE(rowsBecome({"Company 2"}));
 }
 
 TEST(TextsTest, PricesKeepTheirDigitsAndShowCents) {

@@ -3,22 +3,20 @@
 //
 // With VKR_PICTURES=<folder> each one is drawn there, light and dark; QT_SCALE_FACTOR=1.5 and the
 // like choose the scale.
-#include "control/vkr_data_entry.hpp"
-#include "tests/qt/host_fixture.hpp"
+#include "tests/qt/support/dialog_openers.hpp"
 #include "tools/themes.hpp"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QAction>
-#include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
+#include <QProgressDialog>
 #include <QToolButton>
-#include <QTreeWidget>
 
 #include <algorithm>
 #include <functional>
@@ -27,11 +25,9 @@
 namespace vkr {
 namespace {
 
-class Dialogs;
-
 struct DialogRow {
     const char* name;
-    void (Dialogs::*open)(); // and comes back when it is closed, but for one that stands beside
+    void (DialogOpeners::*open)();
     // Buttons of the questions that come before it.
     QStringList before = {};
     // Of those that follow one another down a column: they are left of what has its place to the
@@ -39,6 +35,8 @@ struct DialogRow {
     QStringList column = {};
     // Takes Return for itself, and closes the dialog.
     QStringList takesReturn = {};
+    // It is there while something takes its time; else it is waited for.
+    bool isProgress = false;
 };
 
 void PrintTo(const DialogRow& row, std::ostream* out) {
@@ -52,154 +50,8 @@ bool isBehind(const QRect& place, const QRect& before) {
     return sameLine ? place.left() >= before.left() : place.top() >= before.top();
 }
 
-class Dialogs : public HostTest, public testing::WithParamInterface<DialogRow> {
-  public:
-    void discard() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        type(window, "txtName", "Acme Inc.");
-        type(window, "txtTotalDebt", "11");
-        window.close();
-    }
-    void unsavable() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        type(window, "txtPriceUpdate", "someday");
-        window.save();
-    }
-    void changesFound() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        type(window, "txtTotalDebt", "11");
-        type(window, "txtName", "Acme Inc.");
-        killWith(window);
-        host_ = another();
-        host_->offerFound();
-    }
-    void conflict() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        type(window, "txtName", "Acme Inc.");
-        const auto theirs = stored(*host_, "AAPL");
-        theirs->put_City("Graz");
-        ASSERT_TRUE(another()->store().save(idOf(*host_, "AAPL"), *theirs, 1));
-        window.save();
-    }
-    void typedFigures() {
-        QDir(home_.path()).mkdir("in");
-        host_->exportCompanies({idOf(*host_, "AAPL")}, home_.filePath("in"));
-        CompanyWindow& window = open(*host_, "AAPL");
-        type(window, "txtName", "Corrected Inc.");
-        window.entry().setCurrentTab(toYearly);
-        type(window, "txtSales(8)", "391000");
-        ASSERT_TRUE(window.save());
-        window.discard();
-        host_->importFile(home_.filePath("in/AAPL-company.csv"));
-    }
-    void filings() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        window.entry().setCurrentTab(toYearly);
-        type(window, "txtSales(8)", "391000");
-        window.importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json"));
-    }
-    void filingsOfANewCompany() {
-        CompanyWindow& window = *host_->newCompany();
-        user_.activate(window);
-        type(window, "txtSymbol", "AAPL");
-        window.importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json"));
-    }
-    void split() { open(*host_, "AAPL").findChild<QAction*>("split")->trigger(); }
-    void paste() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        window.entry().setCurrentTab(toYearly);
-        user_.click(control(window, "txtSales(0)"));
-        QApplication::clipboard()->setText("\t2024\t2023\t2022\nRevenue\t$391,035\t383.286\t-\n"
-                                           "Net Income\t(93,736)\t96,995\tn/a\n");
-        user_.press(Qt::Key_V, Qt::ControlModifier);
-    }
-    // The block names quarters otherwise than the grid does.
-    void pasteFiscalQuarters() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        window.entry().setCurrentTab(toQuarterly);
-        user_.click(control(window, "txtRevenue(0)"));
-        QApplication::clipboard()->setText("\tQ1 2026\tQ4 2025\tQ3 2025\tTTM\n"
-                                           "Revenue\t143,756\t102,466\t94,036\t435,617\n"
-                                           "EPS\t2.84\t1.85\t1.57\t7.91\n");
-        user_.press(Qt::Key_V, Qt::ControlModifier);
-    }
-    void calendar() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        user_.doubleClick(control(window, "txtPriceUpdate"), {8, 8});
-    }
-    void history() { changed().findChild<QAction*>("history")->trigger(); }
-    void historyOfAFigure() {
-        CompanyWindow& window = changed();
-        emit window.entry().assistant(doYEPS, "5.62");
-        auto* assistant = window.findChild<QDialog*>("assistant");
-        assistant->findChild<QPushButton*>("history")->click();
-        assistant->close();
-    }
-    void historyWithAVerdict() {
-        CompanyWindow& window = open(*host_, "SNOW");
-        QApplication::processEvents();
-        user_.press(Qt::Key_L, Qt::ControlModifier);
-        user_.click(control(window, "itIsRight"));
-        window.findChild<QAction*>("history")->trigger();
-        auto& tree = *window.findChild<QTreeWidget*>("changes");
-        tree.topLevelItem(0)->setExpanded(true);
-    }
-    void assistant() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        emit window.entry().assistant(doYRevenue, "391,035");
-    }
-
+class DialogTest : public DialogOpeners {
   protected:
-    // A company with a save of its own.
-    CompanyWindow& changed() {
-        CompanyWindow& window = open(*host_, "AAPL");
-        window.entry().setCurrentTab(toYearly);
-        type(window, "txtYEPS(5)", "5.62");
-        EXPECT_TRUE(window.save());
-        return window;
-    }
-
-    // Opens the dialog, and does that with it.
-    void whileOpen(const std::function<void(QDialog&)>& act) {
-        bool isDone = false;
-        QStringList before = GetParam().before;
-        const auto use = [&](QDialog& dialog) {
-            isDone = true;
-            user_.activate(dialog);
-            act(dialog);
-            if (dialog.isVisible())
-                dialog.reject();
-        };
-        QTimer waiting;
-        QObject::connect(&waiting, &QTimer::timeout, [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || !dialog->isVisible())
-                return;
-            if (!before.isEmpty())
-                return press(*dialog, before.takeFirst());
-            if (!isDone)
-                use(*dialog);
-        });
-        waiting.start(0);
-        (this->*GetParam().open)();
-        waiting.stop();
-        if (!isDone) // it stands beside the window
-            for (QWidget* window : QApplication::topLevelWidgets())
-                if (auto* dialog = qobject_cast<QDialog*>(window);
-                    dialog != nullptr && dialog->isVisible() && !isDone)
-                    use(*dialog);
-        EXPECT_TRUE(isDone) << "no dialog came up";
-        for (CompanyWindow* window : host_->windows())
-            window->discard();
-    }
-    static void press(QDialog& question, const QString& label) {
-        for (auto* button : question.findChildren<QAbstractButton*>())
-            if (button->text().remove(u'&') == label)
-                return button->click();
-        ADD_FAILURE() << "no button " << label.toStdString();
-        question.reject();
-    }
-
     static std::string nameOf(const QWidget* widget) {
         if (widget == nullptr)
             return "nothing";
@@ -212,12 +64,12 @@ class Dialogs : public HostTest, public testing::WithParamInterface<DialogRow> {
         return {widget.mapTo(widget.window(), QPoint()), widget.size()};
     }
     // Where the focus can come to by Tab.
-    static std::vector<QWidget*> stops(QDialog& dialog) {
+    static std::vector<QWidget*> stops(QWidget& dialog) {
         std::vector<QWidget*> found;
         for (auto* widget : dialog.findChildren<QWidget*>())
             if (widget->isVisibleTo(&dialog) && widget->isEnabled() && !widget->isWindow() &&
-                widget->window() == &dialog && (widget->focusPolicy() & Qt::TabFocus) != 0 &&
-                widget->focusProxy() == nullptr)
+                widget->window() == dialog.window() &&
+                (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr)
                 found.push_back(widget);
         return found;
     }
@@ -252,7 +104,7 @@ class Dialogs : public HostTest, public testing::WithParamInterface<DialogRow> {
                 return button;
         return nullptr;
     }
-    static void draw(QDialog& dialog) {
+    static void draw(QWidget& dialog, const char* name) {
         const QString folder = qEnvironmentVariable("VKR_PICTURES");
         if (folder.isEmpty())
             return;
@@ -262,13 +114,80 @@ class Dialogs : public HostTest, public testing::WithParamInterface<DialogRow> {
             QApplication::processEvents();
             const int percent = qRound(dialog.devicePixelRatioF() * 100);
             const QString file = QStringLiteral("%1/%2-%3-%4.png")
-                                     .arg(folder, QLatin1String(GetParam().name))
+                                     .arg(folder, QLatin1String(name))
                                      .arg(percent)
                                      .arg(QLatin1String(theme->name));
             EXPECT_TRUE(dialog.grab().save(file)) << file.toStdString();
         }
         QApplication::setPalette(before);
     }
+    static void expectNothingIsCutOff(const QWidget& window) {
+        for (const auto* widget : window.findChildren<QWidget*>()) {
+            if (!widget->isVisibleTo(&window) || widget->window() != window.window())
+                continue;
+            const auto* label = qobject_cast<const QLabel*>(widget);
+            const auto* button = qobject_cast<const QAbstractButton*>(widget);
+            const auto* list = qobject_cast<const QComboBox*>(widget);
+            if ((button != nullptr && !button->text().isEmpty()) || list != nullptr ||
+                (label != nullptr && !label->wordWrap())) {
+                EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << nameOf(widget);
+                EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << nameOf(widget);
+            } else if (label != nullptr) {
+                EXPECT_GE(label->height(), label->heightForWidth(label->width()))
+                    << label->text().toStdString();
+            }
+            EXPECT_TRUE(window.window()->rect().contains(placeOf(*widget)) ||
+                        isPartOfAView(*widget))
+                << nameOf(widget);
+        }
+    }
+};
+
+class Dialogs : public DialogTest, public testing::WithParamInterface<DialogRow> {
+  protected:
+    // Opens the dialog, and does that with it.
+    void whileOpen(const std::function<void(QDialog&)>& act) {
+        bool isDone = false;
+        QStringList before = GetParam().before;
+        const auto use = [&](QDialog& dialog) {
+            isDone = true;
+            user_.activate(dialog);
+            act(dialog);
+            if (dialog.isVisible())
+                dialog.reject();
+        };
+        QTimer waiting;
+        QObject::connect(&waiting, &QTimer::timeout, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !dialog->isVisible() ||
+                (qobject_cast<QProgressDialog*>(dialog) != nullptr && !GetParam().isProgress))
+                return;
+            if (isDone)
+                return dialog->reject(); // what follows it
+            if (!before.isEmpty())
+                return press(*dialog, before.takeFirst());
+            use(*dialog);
+        });
+        waiting.start(0);
+        (this->*GetParam().open)();
+        waiting.stop();
+        if (!isDone) // it stands beside the window
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (auto* dialog = qobject_cast<QDialog*>(window);
+                    dialog != nullptr && dialog->isVisible() && !isDone)
+                    use(*dialog);
+        EXPECT_TRUE(isDone) << "no dialog came up";
+        for (CompanyWindow* window : host_->windows())
+            window->discard();
+    }
+    static void press(QDialog& question, const QString& label) {
+        for (auto* button : question.findChildren<QAbstractButton*>())
+            if (button->text().remove(u'&') == label)
+                return button->click();
+        ADD_FAILURE() << "no button " << label.toStdString();
+        question.reject();
+    }
+
     // As a person would have filled it in, so that everything can be done.
     static void fillIn(QDialog& dialog) {
         for (const auto& [name, text] : {std::pair("ratio", "4:1"), {"effective", "2020-08-31"}})
@@ -283,7 +202,7 @@ class Dialogs : public HostTest, public testing::WithParamInterface<DialogRow> {
 TEST_P(Dialogs, TabComesToEverythingOnceInReadingOrderAndBack) {
     whileOpen([&](QDialog& dialog) {
         fillIn(dialog);
-        draw(dialog);
+        draw(dialog, GetParam().name);
         const std::vector<QWidget*> all = stops(dialog);
         ASSERT_FALSE(all.empty());
         QWidget* const start = QApplication::focusWidget();
@@ -385,44 +304,72 @@ TEST_P(Dialogs, ReturnPressesTheDefaultButtonFromEverywhere) {
 TEST_P(Dialogs, NoCaptionIsCutOff) {
     whileOpen([&](QDialog& dialog) {
         fillIn(dialog);
-        for (const auto* widget : dialog.findChildren<QWidget*>()) {
-            if (!widget->isVisibleTo(&dialog) || widget->window() != &dialog)
-                continue;
-            const auto* label = qobject_cast<const QLabel*>(widget);
-            const auto* button = qobject_cast<const QAbstractButton*>(widget);
-            const auto* list = qobject_cast<const QComboBox*>(widget);
-            if ((button != nullptr && !button->text().isEmpty()) || list != nullptr ||
-                (label != nullptr && !label->wordWrap())) {
-                EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << nameOf(widget);
-                EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << nameOf(widget);
-            } else if (label != nullptr) {
-                EXPECT_GE(label->height(), label->heightForWidth(label->width()))
-                    << label->text().toStdString();
-            }
-            EXPECT_TRUE(dialog.rect().contains(placeOf(*widget)) || isPartOfAView(*widget))
-                << nameOf(widget);
-        }
+        expectNothingIsCutOff(dialog);
     });
+}
+
+// The panel beside the form is worked like a dialog.
+TEST_F(DialogTest, TheFindingsPanelIsWorkedByKeysAndNothingInItIsCutOff) {
+    CompanyWindow& window = open(*host_, "SNOW");
+    type(window, "txtDilutedShares", "12");
+    QApplication::processEvents();
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    auto& panel = *window.findChild<QWidget*>("findings");
+    auto& list = *panel.findChild<QListWidget*>("findingsList");
+    ASSERT_TRUE(list.hasFocus());
+    for (int row = 0; row < list.count(); ++row) {
+        list.setCurrentRow(row);
+        QApplication::processEvents();
+        expectNothingIsCutOff(panel);
+        draw(window, QStringLiteral("findings-panel-%1").arg(row).toLatin1());
+    }
+    const std::vector<QWidget*> all = stops(panel);
+    ASSERT_GE(all.size(), 4U); // the list, two buttons, the chart
+    for (std::size_t stop = 0; stop < all.size(); ++stop) {
+        EXPECT_TRUE(panel.isAncestorOf(QApplication::focusWidget()));
+        user_.press(Qt::Key_Tab);
+    }
+    EXPECT_FALSE(panel.isAncestorOf(QApplication::focusWidget())) << "Tab goes on to the form";
+    window.discard();
 }
 
 // clang-format off
 const DialogRow dialogs[] = {
-    {"discard", &Dialogs::discard},
-    {"unsavable", &Dialogs::unsavable},
-    {"changes-found", &Dialogs::changesFound},
-    {"conflict", &Dialogs::conflict},
-    {"typed-figures", &Dialogs::typedFigures, {"Replace"}},
-    {"filings", &Dialogs::filings},
-    {"filings-question", &Dialogs::filingsOfANewCompany},
-    {"filings-new", &Dialogs::filingsOfANewCompany, {"Compare Figures"}},
-    {"split", &Dialogs::split},
-    {"paste", &Dialogs::paste, {}, {"pasteSwitch1"}},
-    {"paste-fiscal-quarters", &Dialogs::pasteFiscalQuarters, {}, {"pasteSwitch1"}},
-    {"calendar", &Dialogs::calendar, {}, {}, {"qt_calendar_calendarview"}},
-    {"history", &Dialogs::history},
-    {"history-figure", &Dialogs::historyOfAFigure},
-    {"history-verdict", &Dialogs::historyWithAVerdict},
-    {"assistant", &Dialogs::assistant},
+    {"discard", &DialogOpeners::discard},
+    {"unsavable", &DialogOpeners::unsavable},
+    {"changes-found", &DialogOpeners::changesFound},
+    {"conflict", &DialogOpeners::conflict},
+    {"typed-figures", &DialogOpeners::typedFigures, {"Replace"}},
+    {"filings", &DialogOpeners::filings},
+    {"filings-question", &DialogOpeners::filingsOfANewCompany},
+    {"filings-new", &DialogOpeners::filingsOfANewCompany, {"Compare Figures"}},
+    {"split", &DialogOpeners::split},
+    {"paste", &DialogOpeners::paste, {}, {"pasteSwitch1"}},
+    {"paste-fiscal-quarters", &DialogOpeners::pasteFiscalQuarters, {}, {"pasteSwitch1"}},
+    {"calendar", &DialogOpeners::calendar, {}, {}, {"qt_calendar_calendarview"}},
+    {"history", &DialogOpeners::history},
+    {"history-figure", &DialogOpeners::historyOfAFigure},
+    {"history-verdict", &DialogOpeners::historyWithAVerdict},
+    {"assistant", &DialogOpeners::assistant},
+    {"cancel-changes", &DialogOpeners::cancelChanges},
+    {"changes-found-discard", &DialogOpeners::changesFound, {"Discard"}},
+    {"conflict-deletion", &DialogOpeners::conflictWithADeletion},
+    {"deletion", &DialogOpeners::deletion},
+    {"deletion-of-several", &DialogOpeners::deletionOfSeveral},
+    {"import-known", &DialogOpeners::typedFigures},
+    {"import-known-folder", &DialogOpeners::importFolder},
+    {"import-progress", &DialogOpeners::importFolder, {}, {}, {}, true},
+    {"import-of-part", &DialogOpeners::importOfPart},
+    {"import-refused", &DialogOpeners::importRefused},
+    {"export-again", &DialogOpeners::exportAgain},
+    {"export-damaged", &DialogOpeners::exportOfADamagedCompany},
+    {"damaged", &DialogOpeners::openingADamagedCompany},
+    {"history-restore", &DialogOpeners::restoringAState},
+    {"history-fewer", &DialogOpeners::fewerSaves},
+    {"pdf-refused", &DialogOpeners::pdfRefused},
+    {"start-missing", &DialogOpeners::startWithoutAFile},
+    {"start-other-file", &DialogOpeners::startWithAnotherFile},
+    {"about", &DialogOpeners::about},
 };
 // clang-format on
 

@@ -87,6 +87,17 @@ TEST_F(FigureChecksTest, LeadToTheFigureByTheKeyboardAndBack) {
     EXPECT_TRUE(window.isVisible());
 }
 
+TEST_F(FigureChecksTest, ShowAFigureOfTheCompanyBesideItsSeries) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtDilutedShares", "12");
+    settle();
+    user_.press(Qt::Key_L, Qt::ControlModifier);
+    const History& history = panel(window).findChild<HistoryChart*>()->history();
+    EXPECT_EQ(history.title, "Shares Outstanding by fiscal year");
+    EXPECT_EQ(history.level, 12);
+    window.discard();
+}
+
 TEST_F(FigureChecksTest, WhatIsTypedAtTheFigureTakesItsPlace) {
     for (const bool comesFromTheFigure : {false, true}) {
         CompanyWindow& window = openWithASlip();

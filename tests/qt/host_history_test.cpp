@@ -8,6 +8,7 @@
 #include "host/texts.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/support/elements.hpp"
+#include "tests/support/samples.hpp"
 
 #include <QComboBox>
 #include <QLabel>
@@ -158,7 +159,7 @@ TEST_F(HostHistory, RestoredFiguresComeFromWhereTheyCameThen) {
     const std::int64_t id = idOf(*host_, "AAPL");
     CompanyWindow& window = open(*host_, "AAPL");
     const FigureOrigin imported = window.origins().of(Datum::YRevenueSeries, 2);
-    ASSERT_EQ(imported.document, "AAPL-company.csv");
+    ASSERT_EQ(imported.document, "AAPL-yearly.csv");
     const double revenue = test::elementOf(*window.record(), Datum::YRevenueSeries, 2);
     const std::vector<DatumChange> typing = {{Datum::YRevenueSeries, 2, revenue, 7.0}};
     ASSERT_EQ(window.entry().component().changeRecord(typing, {Origin::typed, "", ""}),
@@ -262,6 +263,33 @@ TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
     EXPECT_TRUE(window.isWindowModified());
     ASSERT_TRUE(window.save());
     EXPECT_EQ(host_->store().check(id).value(), std::nullopt);
+    window.discard();
+}
+
+// Nothing is restored under the lock, so nothing that would be refused is offered.
+TEST_F(HostHistory, OfADamagedCompanyThatIsLockedIsHadAfterUnlocking) {
+    const std::int64_t id = idOf(*host_, "AAPL");
+    const double debt = host_->store().load(id).value().record->get_TotalDebt();
+    CompanyWindow& first = open(*host_, "AAPL");
+    const auto clickLock = [](CompanyWindow& window) {
+        Form& form = window.entry().component().form();
+        form.click(controls::lock.in(form));
+    };
+    clickLock(first);
+    ASSERT_TRUE(first.save());
+    first.discard();
+    execute(QString("UPDATE company SET \"TotalDebt\" = 1 WHERE id = %1").arg(id));
+    auto answers = std::make_unique<Answers>(QStringList("OK"));
+    CompanyWindow& window = open(*host_, "AAPL");
+    EXPECT_TRUE(answers->allGiven());
+    ASSERT_EQ(answers->told().size(), 1);
+    EXPECT_TRUE(answers->told().front().contains("Take off the lock"))
+        << answers->told().front().toStdString();
+    EXPECT_EQ(window.record()->get_TotalDebt(), 1);
+    answers.reset();
+    clickLock(window);
+    restoreFirst(window);
+    EXPECT_EQ(window.record()->get_TotalDebt(), debt);
     window.discard();
 }
 
@@ -456,7 +484,7 @@ TEST_P(HostHistoryOfACopy, ComesBackWhenItWasDiscarded) {
     EXPECT_EQ(restored.record()->get_City(), "Mine");
     EXPECT_EQ(restored.record()->get_State(), "Typed since");
     EXPECT_EQ(restored.record()->get_Name().ends_with("(copy)"), !GetParam().isRemoved);
-    const auto imported = importCompany(VKR_SOURCE_DIR "/samples", "SNOW").company;
+    const auto imported = test::sample("SNOW");
     EXPECT_EQ(restored.record()->stored(Datum::YRevenueSeries),
               imported->stored(Datum::YRevenueSeries));
     EXPECT_EQ(restored.origins().of(Datum::YRevenueSeries, 1).origin, Origin::imported);

@@ -4,8 +4,11 @@
 #include "tests/qt/host_fixture.hpp"
 
 #include <QAction>
+#include <QFileDialog>
 #include <QPrinter>
 #include <QStatusBar>
+
+#include <map>
 
 namespace vkr {
 namespace {
@@ -35,6 +38,34 @@ TEST_F(HostTest, ASheetIsOfWhatIsOnScreenAndSavesNothing) {
     EXPECT_TRUE(contents(file).contains(QByteArray(coded).replace("(", "\\(").replace(")", "\\)")));
     EXPECT_TRUE(window.isWindowModified());
     EXPECT_EQ(stored(*host_, "TSLA")->get_Name(), "Tesla, Inc.");
+}
+
+TEST_F(HostTest, ThePaperOfAPdfIsChosenWithItsFile) {
+    const std::map<QString, const char*> boxes = {{"A4", "[0 0 595.000000 842.000000]"},
+                                                  {"Letter", "[0 0 612.000000 792.000000]"}};
+    for (const auto& [paper, box] : boxes) {
+        const QString file = home_.filePath(paper + ".pdf");
+        QStringList offered;
+        QTimer waiting;
+        QObject::connect(&waiting, &QTimer::timeout, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !dialog->isVisible())
+                return;
+            offered = dialog->nameFilters();
+            for (const QString& filter : offered)
+                if (filter.contains(paper))
+                    dialog->selectNameFilter(filter);
+            dialog->selectFile(file);
+            waiting.stop();
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        waiting.start(0);
+        host_->list().findChild<QTableView*>("companies")->selectRow(0);
+        host_->list().findChild<QAction*>("savePdf")->trigger();
+        EXPECT_EQ(offered.size(), 2);
+        EXPECT_TRUE(offered.value(0).contains(usualPaper() == Paper::letter ? "Letter" : "A4"));
+        EXPECT_TRUE(contents(file).contains(box)) << paper.toStdString();
+    }
 }
 
 TEST_F(HostTest, APrinterGetsTwoPagesACompany) {

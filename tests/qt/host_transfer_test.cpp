@@ -2,6 +2,7 @@
 #include "company/company_csv.hpp"
 #include "record/enumerations.hpp"
 #include "tests/qt/host_fixture.hpp"
+#include "tests/qt/support/corrected_company.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/support/earlier_company.hpp"
 
@@ -110,19 +111,9 @@ INSTANTIATE_TEST_SUITE_P(Answers, HostImportTest,
                                          KnownCase{"Cancel", "Cancel", 4}),
                          [](const auto& row) { return row.param.test; });
 
-class HostReplaceTest : public HostTest {
+class HostReplaceTest : public CorrectedCompanyTest {
   protected:
-    // Of a company as it was; by now a person has typed another name and another revenue.
-    void SetUp() override {
-        QDir(home_.path()).mkdir("in");
-        host_->exportCompanies({idOf(*host_, "AAPL")}, home_.filePath("in"));
-        CompanyWindow& window = open(*host_, "AAPL");
-        type(window, "txtName", "Corrected Inc.");
-        window.entry().setCurrentTab(toYearly);
-        type(window, "txtSales(8)", "391000");
-        ASSERT_TRUE(window.save());
-        window.discard();
-    }
+    void SetUp() override { exportAndCorrect(); }
     [[nodiscard]] QString folder() const { return home_.filePath("in/"); }
     static QTreeWidget& figures(QWidget& dialog) {
         return *dialog.findChild<QTreeWidget*>("figures");
@@ -132,7 +123,7 @@ class HostReplaceTest : public HostTest {
         DialogAnswers answers;
         answers.nextButton("Replace");
         answers.next(answer);
-        host_->importFile(folder() + "AAPL-company.csv");
+        host_->importFile(companyFile());
     }
     static double revenue(const CompanyRecord& record) {
         return record.get_YRevenueSeries().array().number(2);
@@ -244,7 +235,7 @@ TEST_F(HostReplaceTest, ALockedCompanyStaysAsItIs) {
         ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), *record, loaded.value().revision));
     }
     Answers answers({"Replace", "OK"});
-    host_->importFile(folder() + "AAPL-company.csv");
+    host_->importFile(companyFile());
     EXPECT_TRUE(answers.allGiven());
     EXPECT_TRUE(answers.told().value(1).contains("The data is locked."));
     EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
@@ -256,7 +247,7 @@ TEST_F(HostReplaceTest, ADamagedCompanyStaysAsItIsAndIsCopiedByNobodyUnasked) {
     execute(QString("UPDATE company SET \"TotalCap\" = 777 WHERE id = %1").arg(id));
     {
         const Answers answers({"Replace", "OK"});
-        host_->importFile(folder() + "AAPL-company.csv");
+        host_->importFile(companyFile());
         EXPECT_TRUE(answers.allGiven());
         EXPECT_TRUE(answers.told().value(1).contains("is not as it was saved"));
     }

@@ -150,6 +150,22 @@ TEST_F(HostUndo, ACompanyThatOthersHaveSavedMeanwhileIsShownAsSuch) {
     restored.discard();
 }
 
+// As where a dialog of the form is still open while its window ends.
+TEST_F(HostUndo, TheRecordOfAWindowOutlivesIt) {
+    const QPointer<CompanyWindow> window = &open(*host_, "AAPL");
+    const std::shared_ptr<iVKR_Company> held = window->entry().component().get_objCompany();
+    window->discard();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_EQ(window, nullptr);
+    const ActionScope action(held, {Origin::derived, {}, {}});
+    Variant rates = held->get_YTaxRateSeries();
+    rates.array().setNumber(0, 7);
+    held->put_YTaxRateSeries(rates);
+    held->put_TotalDebt(5);
+    EXPECT_EQ(held->get_YTaxRateSeries().array().number(0), 7);
+    EXPECT_EQ(held->get_TotalDebt(), 5);
+}
+
 TEST_F(HostUndo, ADiscardedChangeIsOfferedUntilItsCompanyOpens) {
     CompanyWindow& window = open(*host_, "AAPL");
     type(window, "txtTotalDebt", "11");
@@ -167,6 +183,20 @@ TEST_F(HostUndo, ADiscardedChangeIsOfferedUntilItsCompanyOpens) {
     EXPECT_EQ(debt(*host_->windows().front()), 11);
     EXPECT_TRUE(restore->isHidden());
     host_->windows().front()->discard();
+}
+
+// The question tells all that is lost, the offer counts what comes back.
+TEST_F(HostUndo, ATextThatWasNeverStoredIsNotOffered) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    type(window, "txtPriceUpdate", "31 February");
+    ASSERT_EQ(window.entry().unstoredFields().size(), 1U);
+    Answers answers({"Discard"});
+    window.close();
+    ASSERT_EQ(answers.told().size(), 1);
+    EXPECT_TRUE(answers.told().front().contains("31 February")) << "which is lost";
+    EXPECT_EQ(host_->list().findChild<QLabel*>("discarded")->text(),
+              "Discarded 1 change of Apple Inc. (AAPL).");
 }
 
 TEST_F(HostUndo, CancelCanBeUndoneUntilTheCompanyIsOpenedAgain) {

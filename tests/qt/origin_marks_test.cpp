@@ -29,12 +29,12 @@ TEST_F(OriginMarksTest, ShowWhatWasNotTypedWhereThatIsWanted) {
     EXPECT_FALSE(action(window, "markOrigins").isChecked());
     EXPECT_FALSE(hasCorner(window, "txtSales(9)"));
     action(window, "markOrigins").trigger();
-    EXPECT_EQ(origin(window, "txtSales", 9).text, "Imported from AAPL-company.csv.");
+    EXPECT_EQ(origin(window, "txtSales", 9).text, "Imported from AAPL-yearly.csv.");
     EXPECT_TRUE(origin(window, "txtSales", 9).marked);
     EXPECT_TRUE(hasCorner(window, "txtSales(9)"));
     EXPECT_EQ(control(window, "txtSales(9)").accessibleDescription(),
-              "Imported from AAPL-company.csv.");
-    EXPECT_TRUE(control(window, "txtSales(9)").toolTip().contains("AAPL-company.csv"));
+              "Imported from AAPL-yearly.csv.");
+    EXPECT_TRUE(control(window, "txtSales(9)").toolTip().contains("AAPL-yearly.csv"));
 
     type(window, "txtSales(9)", "416162");
     settle();

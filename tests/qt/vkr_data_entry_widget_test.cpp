@@ -8,6 +8,7 @@
 #include "platform/property_bag.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/qt/support/entry_window.hpp"
+#include "tests/qt/support/property_samples.hpp"
 #include "tests/qt/support/wheel.hpp"
 #include "tests/support/entry_scene.hpp"
 
@@ -255,33 +256,8 @@ TEST_F(DataEntryWidget, EscapeClosesAnOpenListFirst) {
 }
 
 TEST_F(DataEntryWidget, EveryPropertyIsWrittenReadAndTold) {
-    struct Row {
-        const char* name;
-        QVariant value;
-    };
-    const Row rows[] = {
-        {"userMode", 1},
-        {"shadeColorLocked", QColor(1, 2, 3)},
-        {"shadeColorYear", QColor(4, 5, 6)},
-        {"shadeColorQuarter", QColor(7, 8, 9)},
-        {"visibleQuarters", 12},
-        {"showReportingPeriod", true},
-        {"showVLs", true},
-        {"currentTab", 4},
-        {"percentFormat", "0%"},
-        {"dateFormat", "DD.MM.YYYY"},
-        {"numberFormat", "#,##0.0"},
-        {"decimalMark", ","},
-        {"groupingMark", "'"},
-        {"fractionDisplay", true},
-        {"borderStyle", 1},
-        {"platform", 1},
-        {"sources", QStringList{"Report"}},
-        {"exchanges", QStringList{"NYSE", "XETRA"}},
-        {"industries", QStringList{"Steel"}},
-        {"applicationTitle", "Mine"},
-        {"dirty", true},
-    };
+    const auto rows =
+        propertySamplesWith({{"decimalMark", ","}, {"groupingMark", "'"}, {"dirty", true}});
     entry->setCompany(std::make_shared<CompanyRecord>());
     for (const auto& row : rows) {
         const auto* meta = entry->metaObject();
@@ -295,7 +271,7 @@ TEST_F(DataEntryWidget, EveryPropertyIsWrittenReadAndTold) {
         EXPECT_GE(told.count(), 1) << row.name;
     }
     EXPECT_EQ(form().get<ComboBox>("cmbExchange").list(),
-              (std::vector<std::string>{"NYSE", "XETRA"}));
+              (std::vector<std::string>{"NYSE", "Z\u00fcrich"}));
 }
 
 // What the widget has of a property of the component.

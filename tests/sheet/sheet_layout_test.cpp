@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The data sheet: all of a company on paper, and nothing of it cut off.
-#include "company/company_csv.hpp"
 #include "company/exact_text.hpp"
 #include "sheet/company_notes.hpp"
 #include "sheet/finding_notes.hpp"
@@ -8,7 +7,9 @@
 #include "sheet/sheet_layout.hpp"
 #include "sheet/sheet_print.hpp"
 #include "tests/support/elements.hpp"
+#include "tests/support/samples.hpp"
 
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QLocale>
@@ -17,14 +18,13 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <source_folder.hpp>
+#include <sys/stat.h>
+#include <utility>
 
 namespace vkr {
 namespace {
 
-std::shared_ptr<CompanyRecord> sample(const char* symbol) {
-    return importCompany(VKR_SOURCE_DIR "/samples", symbol).company;
-}
+using test::sample;
 
 Date day() {
     return makeDate(2026, 11, 22).value();
@@ -127,6 +127,19 @@ std::vector<SheetCase> cases() {
         fill(*record, figure);
         all.push_back({name, {record, {}}, 2});
     }
+
+    SheetCompany imported{sample("AAPL"), findingNotes(*sample("AAPL"))};
+    FigureOrigins origins; // each quarter and each year from a filing of its own
+    for (const DatumRow& row : datumTable())
+        if (isSeries(row))
+            for (int element = 0; element <= row.upper; ++element)
+                origins.put(row.datum, element,
+                            {Origin::imported,
+                             (row.period == DatumPeriod::year ? "0000320193-1" : "0000320193-2") +
+                                 std::to_string(1000 + element)});
+    for (SheetNote& note : originNotes(*imported.record, origins))
+        imported.notes.push_back(std::move(note));
+    all.push_back({"many documents", imported, 2});
 
     auto noted = sample("TSLA");
     std::string notes;
@@ -237,7 +250,7 @@ TEST(SheetLayout, OriginsAreToldByDocumentAndMarkedButForTheMostCommonOne) {
     origins.put(Datum::TotalDebt, std::nullopt, {Origin::typed, ""});
     origins.put(Datum::CurrentPrice, std::nullopt, {Origin::typed, ""}); // of which there is none
     const std::vector<SheetNote> notes = originNotes(*record, origins);
-    ASSERT_EQ(notes.size(), 4U);
+    ASSERT_EQ(notes.size(), 5U);
     EXPECT_EQ(notes[0].text, "2 figures: not known where from.");
     EXPECT_EQ(notes[0].places.size(), 2U) << "the two counts of shares";
     EXPECT_EQ(notes[1].text, "2 figures: typed.");
@@ -245,8 +258,32 @@ TEST(SheetLayout, OriginsAreToldByDocumentAndMarkedButForTheMostCommonOne) {
               (std::vector<FigurePlace>{{Datum::TotalDebt, {}}, {Datum::YRevenueSeries, 1}}));
     EXPECT_EQ(notes[2].text, "30 figures: pasted.");
     EXPECT_EQ(notes[2].places.size(), 30U);
-    EXPECT_TRUE(notes[3].text.startsWith("All others, 2")) << notes[3].text.toStdString();
+    EXPECT_EQ(notes[3].text, "All other yearly ones, 109 figures: imported from AAPL-company.csv.");
     EXPECT_TRUE(notes[3].places.empty());
+    EXPECT_EQ(notes[4].text,
+              "All other quarterly ones, 145 figures: imported from AAPL-company.csv.");
+    EXPECT_TRUE(notes[4].places.empty());
+}
+
+// As an import tells them: no figure has a number for the file of its table.
+TEST(SheetLayout, TheMostCommonOriginIsThatOfEachTable) {
+    const auto record = sample("AAPL");
+    FigureOrigins origins;
+    for (const DatumRow& row : datumTable()) {
+        const FigureOrigin from{Origin::imported,
+                                row.period == DatumPeriod::year ? "yearly.csv" : "quarterly.csv"};
+        if (isSeries(row))
+            for (int element = 0; element <= row.upper; ++element)
+                origins.put(row.datum, element, from);
+    }
+    QStringList texts;
+    for (const SheetNote& note : originNotes(*record, origins)) {
+        EXPECT_EQ(note.places.empty(), note.text.startsWith("All ")) << note.text.toStdString();
+        texts += note.text;
+    }
+    EXPECT_EQ(texts, (QStringList{"3 figures: not known where from.",
+                                  "All 110 yearly figures: imported from yearly.csv.",
+                                  "All 175 quarterly figures: imported from quarterly.csv."}));
 }
 
 // Where there is no figure, either.
@@ -319,6 +356,24 @@ TEST(SheetLayout, ADayThatIsStillToComeIsSaid) {
     EXPECT_EQ(sheetOf(company, {}, {}, *makeDate(2029, 12, 31)).notes.size(), timeless + 1);
 }
 
+TEST(SheetLayout, DamageIsSaidBeforeAllElse) {
+    LoadedCompany loaded;
+    loaded.record = sample("AAPL");
+    loaded.record->put_DateOfSource(*makeDate(2030, 1, 1)); // to look at
+    const SheetCompany sound = sheetOf(loaded, day());
+    ASSERT_FALSE(sound.notes.empty());
+    loaded.damage.emplace();
+    loaded.damage->message = "Apple is not as it was saved.";
+    loaded.unreadable = {"LastFYDate", "QEPSSeries"};
+    const SheetCompany damaged = sheetOf(loaded, day());
+    ASSERT_EQ(damaged.notes.size(), sound.notes.size() + 2);
+    EXPECT_EQ(damaged.notes[0].text, "Apple is not as it was saved.");
+    EXPECT_EQ(damaged.notes[1].text, "Can't be read, and is missing here: LastFYDate, QEPSSeries.");
+    EXPECT_EQ(damaged.notes[2].text, sound.notes[0].text);
+    EXPECT_TRUE(
+        allText(companySheet(damaged, Paper::a4, day())).contains("Apple is not as it was saved."));
+}
+
 TEST(SheetPrint, WritesAPdfOfTwoPagesACompanyOrNothing) {
     const QTemporaryDir folder;
     const QString file = folder.filePath("two.pdf");
@@ -341,6 +396,38 @@ TEST(SheetPrint, WritesAPdfOfTwoPagesACompanyOrNothing) {
     const auto fails = []() -> std::optional<SheetCompany> { throw std::runtime_error("gone"); };
     EXPECT_EQ(writeSheetPdf(failed, "Two", Paper::a4, day(), fails), "gone");
     EXPECT_FALSE(QFile::exists(failed));
+}
+
+TEST(SheetPrint, APdfTakesThePlaceOfAFileAndOfNothingElse) {
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath("pipe");
+    ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(pipe, folder.filePath("link to the pipe")));
+    QFile old(folder.filePath("old.pdf"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("an old one") > 0);
+    old.close();
+    struct Row {
+        const char* name;
+        bool isReplaced;
+    };
+    for (const auto& [name, isReplaced] : {Row{"old.pdf", true}, Row{"pipe", false},
+                                           Row{"link to the pipe", false}, Row{"", false}}) {
+        SCOPED_TRACE(name);
+        bool isAsked = false;
+        const auto next = [&]() -> std::optional<SheetCompany> {
+            return std::exchange(isAsked, true) ? std::nullopt
+                                                : std::optional(SheetCompany{sample("AAPL"), {}});
+        };
+        const QString error = writeSheetPdf(folder.filePath(name), "One", Paper::a4, day(), next);
+        EXPECT_EQ(error.isEmpty(), isReplaced) << error.toStdString();
+        EXPECT_EQ(isAsked, isReplaced) << "before any work is done";
+    }
+    struct stat info {};
+    ASSERT_EQ(::lstat(pipe.toLocal8Bit().constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
+    EXPECT_EQ(QDir(folder.path())
+                  .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot),
+              (QStringList{"link to the pipe", "old.pdf", "pipe"}));
 }
 
 } // namespace

@@ -191,6 +191,28 @@ TEST_P(CompanyHistory, AnImportWithALaterYearLeavesTheOtherFiguresTheirOrigin) {
     EXPECT_EQ(store->check(1).value(), std::nullopt);
 }
 
+TEST_P(CompanyHistory, AnImportFromSeveralDocumentsNamesThatOfEachDatum) {
+    const auto store = open(place());
+    const auto record = company();
+    SaveAccount account{{}, {Origin::imported, "Import of ACM", "ACM-company.csv"}};
+    account.documents = {{Datum::YEPSSeries, "ACM-yearly.csv"}, {Datum::LastFY, "ACM-yearly.csv"}};
+    ASSERT_DONE(store->save(std::nullopt, *record, 0, account));
+    record->put_LastFY(2025);
+    record->put_YEPSSeries(numberArray({0, 2, 1.5, 1.26, 0, 0, 0, 0, 0, 0, 0}));
+    ASSERT_DONE(store->save(1, *record, 1, account));
+    const auto origins = store->load(1).value().origins;
+    EXPECT_EQ(origins.of(Datum::Name).document, "ACM-company.csv");
+    EXPECT_EQ(origins.of(Datum::LastFY).document, "ACM-yearly.csv");
+    for (const int element : {1, 2, 3})
+        EXPECT_EQ(origins.of(Datum::YEPSSeries, element).document, "ACM-yearly.csv") << element;
+    EXPECT_EQ(
+        store->history(1).value().front().changes,
+        (std::vector<HistoryChange>{
+            changed("LastFY", {}, "", "2024", "2025", Origin::imported, "ACM-yearly.csv"),
+            changed("YEPSSeries", 1, "2025", "", "2", Origin::imported, "ACM-yearly.csv"),
+            changed("YEPSSeries", 3, "2023", "1.25", "1.26", Origin::imported, "ACM-yearly.csv")}));
+}
+
 // What a step moved and what it wrote into the moved series are told apart, by period.
 TEST_P(CompanyHistory, OfAStepThatMovesAndWritesKeepsBothApart) {
     const auto store = open(place());

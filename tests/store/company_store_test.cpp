@@ -542,6 +542,89 @@ TEST_F(CompanyStoreTest, AReadOnlyFileOrFolderIsToldAndLeftAsItIs) {
     QFile::setPermissions(folder_.path(), enterable | writable);
 }
 
+constexpr QFileDevice::Permissions toRead(0x4444);
+constexpr QFileDevice::Permissions toEnter(0x5555);
+constexpr QFileDevice::Permissions toWrite(0x7777);
+
+TEST_F(CompanyStoreTest, WhatCannotBeWrittenCanBeReadAndIsLeftAsItIs) {
+    ASSERT_DONE(open(file())->save(std::nullopt, *named("kept")));
+    const QByteArray before = bytesOf(file());
+    struct Row {
+        const char* title;
+        QFileDevice::Permissions ofFile, ofFolder;
+    };
+    for (const auto& [title, ofFile, ofFolder] :
+         {Row{"file", toRead, toWrite}, Row{"folder", toWrite, toEnter},
+          Row{"both", toRead, toEnter}}) {
+        SCOPED_TRACE(title);
+        ASSERT_TRUE(QFile::setPermissions(file(), ofFile));
+        ASSERT_TRUE(QFile::setPermissions(folder_.path(), ofFolder));
+        const OrdinaryUser user;
+        if (!user.isOrdinary())
+            GTEST_SKIP() << "permissions do not bind this user";
+        const auto opened = tryOpen(file(), OpenMode::reading);
+        ASSERT_DONE(opened);
+        CompanyStore& store = *opened.value();
+        EXPECT_EQ(store.list().value().size(), 1U);
+        EXPECT_EQ(store.load(1).value().record->get_Name(), "kept");
+        EXPECT_EQ(store.history(1).value().size(), 1U);
+        EXPECT_EQ(store.check(1).value(), std::nullopt);
+        const auto saved = store.save(std::nullopt, *named("more"));
+        ASSERT_FALSE(saved);
+        EXPECT_EQ(saved.error().fault, StoreFault::readOnly) << saved.error().message;
+        EXPECT_EQ(bytesOf(file()), before);
+        EXPECT_EQ(filesInFolder(), QStringList("companies.sqlite"));
+    }
+    QFile::setPermissions(folder_.path(), toWrite);
+}
+
+// It has no lock that would keep others from writing: what they write is noticed.
+TEST_F(CompanyStoreTest, WhatIsReadWithoutALockIsRefusedOnceSomebodyWritesIt) {
+    ASSERT_DONE(open(file())->save(std::nullopt, *named("kept")));
+    ASSERT_TRUE(QFile::setPermissions(file(), toRead));
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), toEnter));
+    StorePtr reader;
+    {
+        const OrdinaryUser user;
+        if (!user.isOrdinary())
+            GTEST_SKIP() << "permissions do not bind this user";
+        auto opened = tryOpen(file(), OpenMode::reading);
+        ASSERT_DONE(opened);
+        reader = std::move(opened.value());
+        EXPECT_EQ(reader->list().value().size(), 1U);
+    }
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), toWrite));
+    ASSERT_TRUE(QFile::setPermissions(file(), toWrite));
+    const auto writer = open(file(), OpenMode::existing);
+    ASSERT_DONE(writer->save(std::nullopt, *named("more")));
+    const auto refused = reader->list();
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().fault, StoreFault::locked) << refused.error().message;
+}
+
+TEST_F(CompanyStoreTest, WhatCannotBeWrittenIsReadAsItIsWhileSomebodyWritesIt) {
+    const auto writer = open(file());
+    ASSERT_DONE(writer->save(std::nullopt, *named("first")));
+    for (const QString& name : filesInFolder()) // the log of the one who writes
+        ASSERT_TRUE(QFile::setPermissions(folder_.filePath(name), toRead));
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), toEnter));
+    StorePtr reader;
+    {
+        const OrdinaryUser user;
+        if (!user.isOrdinary())
+            GTEST_SKIP() << "permissions do not bind this user";
+        auto opened = tryOpen(file(), OpenMode::reading);
+        ASSERT_DONE(opened);
+        reader = std::move(opened.value());
+        EXPECT_EQ(reader->list().value().size(), 1U);
+    }
+    ASSERT_DONE(writer->save(std::nullopt, *named("second")));
+    const auto both = reader->list();
+    ASSERT_DONE(both);
+    EXPECT_EQ(both.value().size(), 2U);
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), toWrite));
+}
+
 TEST_F(CompanyStoreTest, AFileThatIsUnreadableIsNotCalledEmpty) {
     open(file());
     ASSERT_TRUE(QFile::setPermissions(file(), QFileDevice::WriteOwner));

@@ -75,6 +75,19 @@ class FailingCalls : public testing::TestWithParam<Fault> {
         std::printf("%d calls, %d times\n", calls, tried);
     }
 
+    // Opens the file, and saves the second company while calls fail. They go on failing.
+    template <typename StartToFail>
+    StorePtr saveSecond(const CompanyRecord& changed, std::optional<StoreResult<CompanyKey>>& save,
+                        StartToFail startToFail) {
+        StorePtr store = open(folder_.file(), OpenMode::existing);
+        EXPECT_NE(store, nullptr);
+        if (store == nullptr)
+            return store;
+        startToFail();
+        save.emplace(store->save(2, changed, 1));
+        return store;
+    }
+
     // Told for what it is: nothing is wrong with the file itself.
     template <typename Value>
     static void expectPassingFault(const StoreResult<Value>& result) {
@@ -112,13 +125,10 @@ TEST_P(FailingCalls, LeaveASaveWholeOrUndone) {
     std::optional<StoreResult<CompanyKey>> again;
     tryAll(
         [&](const auto& startToFail) {
-            const auto store = open(folder_.file(), OpenMode::existing);
-            ASSERT_NE(store, nullptr);
-            startToFail();
-            save.emplace(store->save(2, *changed, 1));
+            const StorePtr store = saveSecond(*changed, save, startToFail);
             stopFailing();
             // The window goes on, and can save once the fault is over.
-            if (!*save)
+            if (store != nullptr && !*save)
                 again.emplace(store->save(2, *changed, 1));
         },
         [&] {
@@ -143,12 +153,8 @@ TEST_P(FailingCalls, LeaveWhatWasSavedBeforeOrTheNewCompany) {
     const auto changed = RandomCompany(51).record();
     std::optional<StoreResult<CompanyKey>> save;
     tryAll(
-        [&](const auto& startToFail) {
-            const auto store = open(folder_.file(), OpenMode::existing);
-            ASSERT_NE(store, nullptr);
-            startToFail();
-            save.emplace(store->save(2, *changed, 1));
-        }, // closed while it still fails
+        // It is closed while it still fails.
+        [&](const auto& startToFail) { saveSecond(*changed, save, startToFail); },
         [&] {
             const auto store = open(folder_.file(), OpenMode::existing);
             ASSERT_NE(store, nullptr);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "store/company_store.hpp"
+#include "tests/support/dates.hpp"
 
 #include <QFile>
 #include <QSqlDatabase>
@@ -40,10 +41,6 @@ std::string messageOf(const StoreResult<Value>& result) {
 
 #define ASSERT_DONE(result) ASSERT_TRUE(result) << vkr::test::messageOf(result)
 #define EXPECT_DONE(result) EXPECT_TRUE(result) << vkr::test::messageOf(result)
-
-inline Date day(int year, int month, int dayOfMonth) {
-    return makeDate(year, month, dayOfMonth).value();
-}
 
 inline QByteArray bytesOf(const QString& path) {
     QFile file(path);

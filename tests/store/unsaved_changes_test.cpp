@@ -211,10 +211,10 @@ void typeWithoutEnd(const UnsavedPlace& place, const ChildProgram::Report& repor
     UnsavedChanges changes(place, {1, 1, digestOf(*record), "Acme"});
     scene.load(journal);
     journal->startOver();
-    journal->unsavedChanged = [&](const ChangeGroup* added) {
+    journal->onUnsavedChanged([&](const ChangeGroup* added) {
         if (added != nullptr ? changes.add(*added) : changes.takeBackLast())
             _exit(3);
-    };
+    });
     scene.entry->put_CurrentTab(toYearly);
     for (int number = 1;; ++number) {
         scene.enter("txtSales(" + std::to_string(number % 10) + ")", std::to_string(number));

@@ -415,36 +415,51 @@ void quarterlyCellsFollowOneAnother(Desktop& desktop) {
     EXPECT_FALSE(desktop.entry().get_blnDirty());
 }
 
-void theVeryLastYearlyCellStoresAndSelects(Desktop& desktop) {
+// The first or the last cell of the years: the keys that lead on elsewhere find no other cell.
+struct CornerCell {
+    const char* cell;
+    const char* moves[2];
+    const char* series;
+    int element;
+    const char* typed;
+    double stored;
+    const char* shown;
+};
+
+void cornerStoresAndSelects(Desktop& desktop, const CornerCell& corner) {
     desktop.load(fullCompany());
     desktop.clickTab(toYearly);
-    for (const char* move : {"~", "{DOWN}"}) {
-        clickYearlyCell(desktop, "txtCSO(10)");
-        desktop.type(std::string("^a{DEL}12.5") + move);
-        EXPECT_EQ(desktop.focusedId(), "txtCSO(10)");
-        EXPECT_EQ(elementOf(*desktop.company, "YCSOSeries", 0), 12.5);
-        EXPECT_EQ(desktop.shownText("txtCSO(10)"), "12.50");
+    for (const char* move : corner.moves) {
+        clickYearlyCell(desktop, corner.cell);
+        desktop.type(std::string("^a{DEL}") + corner.typed + move);
+        EXPECT_EQ(desktop.focusedId(), corner.cell);
+        EXPECT_EQ(elementOf(*desktop.company, corner.series, corner.element), corner.stored);
+        EXPECT_EQ(desktop.shownText(corner.cell), corner.shown);
         desktop.type("7");
-        EXPECT_EQ(desktop.shownText("txtCSO(10)"), "7") << "typed over what was selected";
+        EXPECT_EQ(desktop.shownText(corner.cell), "7") << "typed over what was selected";
         desktop.type("{TAB}");
-        EXPECT_EQ(elementOf(*desktop.company, "YCSOSeries", 0), 7);
+        EXPECT_EQ(elementOf(*desktop.company, corner.series, corner.element), 7);
     }
 }
 
+void theVeryLastYearlyCellStoresAndSelects(Desktop& desktop) {
+    cornerStoresAndSelects(desktop, {.cell = "txtCSO(10)",
+                                     .moves = {"~", "{DOWN}"},
+                                     .series = "YCSOSeries",
+                                     .element = 0,
+                                     .typed = "12.5",
+                                     .stored = 12.5,
+                                     .shown = "12.50"});
+}
+
 void theVeryFirstYearlyCellStoresAndSelects(Desktop& desktop) {
-    desktop.load(fullCompany());
-    desktop.clickTab(toYearly);
-    for (const char* move : {"+~", "{UP}"}) {
-        desktop.click("txtSales(0)");
-        desktop.type(std::string("^a{DEL}3") + move);
-        EXPECT_EQ(desktop.focusedId(), "txtSales(0)");
-        EXPECT_EQ(elementOf(*desktop.company, "YRevenueSeries", 10), 3);
-        EXPECT_EQ(desktop.shownText("txtSales(0)"), "3.00");
-        desktop.type("7");
-        EXPECT_EQ(desktop.shownText("txtSales(0)"), "7") << "typed over what was selected";
-        desktop.type("{TAB}");
-        EXPECT_EQ(elementOf(*desktop.company, "YRevenueSeries", 10), 7);
-    }
+    cornerStoresAndSelects(desktop, {.cell = "txtSales(0)",
+                                     .moves = {"+~", "{UP}"},
+                                     .series = "YRevenueSeries",
+                                     .element = 10,
+                                     .typed = "3",
+                                     .stored = 3,
+                                     .shown = "3.00"});
 }
 
 void theSharesArePannedIntoView(Desktop& desktop) {

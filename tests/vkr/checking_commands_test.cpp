@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <functional>
 #include <pwd.h>
+#include <sstream>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vkr::test {
@@ -97,6 +99,7 @@ TEST_F(CheckingCommands, FactsThatAddAYearKeepWhereEachFigureIsFrom) {
     EXPECT_EQ(origins.of(Datum::YRevenueSeries, 2).origin, Origin::typed);
     EXPECT_EQ(origins.of(Datum::YRevenueSeries, 1).origin, Origin::imported);
     EXPECT_EQ(origins.of(Datum::YRevenueSeries, 1).document, "0000320193-25-000079");
+    EXPECT_EQ(origins.of(Datum::LastFY), (FigureOrigin{Origin::imported, "CIK 320193", false}));
     HistoryQuery query;
     query.origin = Origin::imported;
     query.datum = "YRevenueSeries";
@@ -146,7 +149,11 @@ TEST_F(CheckingCommands, FactsOfACompanyThatIsNotThereAddIt) {
         const FigureOrigin origin = loaded.value().origins.of(Datum::YRevenueSeries, 2);
         EXPECT_EQ(origin.origin, Origin::imported);
         EXPECT_TRUE(origin.document.starts_with("0000320193-")) << origin.document;
-        EXPECT_EQ(loaded.value().origins.of(Datum::LastFY).origin, Origin::imported);
+        const FigureOrigins& origins = loaded.value().origins;
+        for (const Datum datum : {Datum::Name, Datum::LastFY, Datum::LastFYDate, Datum::LastQDate})
+            EXPECT_EQ(origins.of(datum), (FigureOrigin{Origin::imported, "CIK 320193", false}))
+                << rowOf(datum).name;
+        EXPECT_EQ(origins.of(Datum::Symbol), (FigureOrigin{Origin::typed, "", false}));
     }
     const auto year = run({"history", "AAPL", "--period", "2024", "--format", "tsv"});
     EXPECT_EQ(year.code, 0) << year.err;
@@ -180,6 +187,28 @@ TEST_F(CheckingCommands, WhatIsOddIsListedAndCounts) {
     const auto all = run({"check", "--format", "tsv"});
     EXPECT_TRUE(contains(all.err, " to look at in 4 companies.")) << all.err;
     EXPECT_TRUE(contains(all.out, "\nTSLA\t")) << all.out;
+}
+
+// The names of rules are of any length up to the longest, the sentences of any.
+TEST_F(CheckingCommands, WhatIsOddLinesUpForPeople) {
+    change(1, [](CompanyRecord& record) { record.put_Symbol("A-LONG-SYMBOL"); });
+    const auto found = run({"check"});
+    ASSERT_EQ(found.code, 1);
+    const std::string head = found.out.substr(0, found.out.find('\n'));
+    EXPECT_TRUE(head.ends_with("  finding")) << head;
+    std::size_t longest = 0;
+    std::istringstream rows(found.out);
+    for (std::string row; std::getline(rows, row);) {
+        std::istringstream words(row);
+        std::string word;
+        for (const char* name : {"symbol", "sureness", "rule", "id", "finding"}) {
+            words >> word;
+            EXPECT_EQ(row.substr(head.find(name), word.size()), word) << name << ": " << row;
+            if (name == std::string_view("rule"))
+                longest = std::max(longest, word.size());
+        }
+    }
+    EXPECT_GT(longest, 18U) << "else this shows nothing";
 }
 
 TEST_F(CheckingCommands, WhatWasCalledRightIsNotListed) {
@@ -288,6 +317,20 @@ TEST_F(CheckingCommands, ADataSheetIsWrittenWithoutADisplay) {
     EXPECT_TRUE(bytes("a4.pdf").contains("/MediaBox [0 0 595.000000 842.000000]"));
     EXPECT_EQ(run({"show", "AAPL", "--pdf", "no/where.pdf"}).code, 4);
     EXPECT_EQ(run({"show", "AAPL", "--paper", "a5", "--pdf", "x.pdf"}).code, 2);
+}
+
+TEST_F(CheckingCommands, ADataSheetTakesThePlaceOfAFileAndOfNothingElse) {
+    write("old.pdf", "an old one");
+    EXPECT_EQ(run({"show", "AAPL", "--pdf", "old.pdf"}).code, 0);
+    EXPECT_TRUE(bytes("old.pdf").startsWith("%PDF-"));
+    ASSERT_EQ(mkfifo(path("pipe").toLocal8Bit().constData(), 0600), 0);
+    const auto refused = run({"show", "AAPL", "--pdf", "pipe"});
+    EXPECT_EQ(refused.code, 4);
+    EXPECT_EQ(refused.err, "vkr: pipe is no file that a data sheet could replace. Nothing was "
+                           "written.\n");
+    struct stat info {};
+    ASSERT_EQ(::lstat(path("pipe").toLocal8Bit().constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
 }
 
 } // namespace

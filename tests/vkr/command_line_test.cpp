@@ -8,8 +8,10 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <initializer_list>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace vkr::test {
 namespace {
@@ -52,6 +54,11 @@ TEST_F(CommandLineTest, EveryRefusalHasItsCodeAndSaysWhatIsWrong) {
         {{"history", "AAPL", "--period", "20x"}, true, 2, "20x is no year such as"},
         {{"history", "AAPL", "--figure", "revenue_musd"}, true, 2, "is no name of a figure"},
         {{"show", "AAPL", "--paper", "a4"}, true, 2, "--paper is the paper of --pdf."},
+        {{"show", "AAPL", "--pdf", "a.pdf", "--yearly"},
+         true,
+         2,
+         "The sheet of --pdf has all tables"},
+        {{"show", "AAPL", "--pdf", "a.pdf", "--format", "tsv"}, true, 2, "are not for it."},
         {{"show", "NONE"}, true, 3, "No company in companies.vkr has the symbol NONE."},
         {{"show", "id:99"}, true, 3, "company"},
         {{"export", "AAPL", "nowhere"}, true, 3, "There is no folder nowhere."},
@@ -74,14 +81,59 @@ TEST_F(CommandLineTest, EveryRefusalHasItsCodeAndSaysWhatIsWrong) {
     EXPECT_FALSE(QFile::exists(path("none.vkr")));
 }
 
-TEST_F(CommandLineTest, AReadOnlyDatabaseIsRefused) {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "Everything can be written by this user.";
-    importSamples();
-    QFile(path("companies.vkr")).setPermissions(QFile::ReadOwner);
-    const auto refused = run({"import", samples()});
-    EXPECT_EQ(refused.code, 4);
-    EXPECT_TRUE(contains(refused.err, "read-only")) << refused.err;
+// Permissions do not bind the superuser: then the program runs as somebody else.
+class ReadOnlyDatabase : public ProgramTest {
+  protected:
+    void SetUp() override {
+        importSamples();
+        QFile::setPermissions(path("companies.vkr"), QFile::Permissions(0x4444));
+        QFile::setPermissions(path(""), QFile::Permissions(0x5555));
+        if (runAsSomebody({"--version"}).code != 0)
+            GTEST_SKIP() << "Nobody but the superuser can run the program here.";
+    }
+    void TearDown() override { QFile::setPermissions(path(""), QFile::Permissions(0x7777)); }
+
+    [[nodiscard]] Ended runAsSomebody(const QStringList& arguments) const {
+        QProcess process;
+        prepare(process, arguments);
+        process.setChildProcessModifier([] {
+            constexpr uid_t nobody = 65534;
+            if (geteuid() == 0 && setuid(nobody) != 0)
+                std::abort();
+        });
+        process.start();
+        return process.waitForStarted() ? ended(process) : Ended();
+    }
+};
+
+TEST_F(ReadOnlyDatabase, IsRead) {
+    const QString document = QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json");
+    for (const QStringList& command :
+         {QStringList{"list"}, QStringList{"show", "AAPL", "--yearly"}, QStringList{"check"},
+          QStringList{"history", "AAPL"}, QStringList{"facts", document, "--symbol", "AAPL"},
+          QStringList{"export", "AAPL", "/nowhere"}}) {
+        SCOPED_TRACE(command.join(' ').toStdString());
+        const auto read = runAsSomebody(command);
+        const auto asOwner = run(command);
+        EXPECT_EQ(read.code, asOwner.code);
+        EXPECT_EQ(read.out, asOwner.out);
+        EXPECT_EQ(read.err, asOwner.err);
+    }
+    EXPECT_EQ(QDir(path("")).entryList(QDir::Files), QStringList("companies.vkr"));
+}
+
+TEST_F(ReadOnlyDatabase, IsNotChanged) {
+    const QByteArray before = bytes("companies.vkr");
+    const QString document = QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json");
+    for (const QStringList& command :
+         {QStringList{"import", samples()},
+          QStringList{"facts", document, "--symbol", "AAPL", "--accept", "new"}}) {
+        SCOPED_TRACE(command.join(' ').toStdString());
+        const auto refused = runAsSomebody(command);
+        EXPECT_EQ(refused.code, 4);
+        EXPECT_TRUE(contains(refused.err, "read-only")) << refused.err;
+    }
+    EXPECT_EQ(bytes("companies.vkr"), before);
 }
 
 TEST_F(CommandLineTest, TheDatabaseMayStandInTheEnvironment) {
@@ -156,29 +208,78 @@ TEST_F(CommandLineTest, AServerWithoutALocaleHearsNothingOfIt) {
     EXPECT_EQ(ended(process).err, "");
 }
 
+class OnATerminal : public ProgramTest {
+  protected:
+    // All that a terminal gets of a call which has these streams there.
+    [[nodiscard]] std::string seen(const QStringList& arguments,
+                                   std::initializer_list<int> streams) const {
+        const int watcher = posix_openpt(O_RDWR | O_NOCTTY);
+        EXPECT_GE(watcher, 0);
+        EXPECT_EQ(grantpt(watcher), 0);
+        EXPECT_EQ(unlockpt(watcher), 0);
+        const int terminal = ::open(ptsname(watcher), O_RDWR | O_NOCTTY);
+        EXPECT_GE(terminal, 0);
+        QProcess process;
+        prepare(process, arguments);
+        process.setChildProcessModifier([terminal, streams = std::vector(streams)] {
+            for (const int stream : streams)
+                dup2(terminal, stream);
+        });
+        process.start();
+        EXPECT_TRUE(process.waitForStarted());
+        close(terminal); // the program alone writes there: it is read to the end of that
+        std::string text;
+        std::string part(4096, '\0');
+        for (ssize_t size = 0; (size = read(watcher, part.data(), part.size())) > 0;)
+            text.append(part, 0, static_cast<std::size_t>(size));
+        close(watcher);
+        static_cast<void>(ended(process));
+        return text;
+    }
+    // What stands there in the end.
+    [[nodiscard]] static std::string screen(std::string_view text) {
+        constexpr std::string_view lineEnd = "\r\n";
+        constexpr std::string_view erase = "\r\x1b[K";
+        std::string shown;
+        while (!text.empty())
+            if (text.starts_with(lineEnd)) {
+                shown += '\n';
+                text.remove_prefix(lineEnd.size());
+            } else if (text.starts_with(erase)) {
+                shown.erase(shown.rfind('\n') + 1);
+                text.remove_prefix(erase.size());
+            } else {
+                shown += text.front();
+                text.remove_prefix(1);
+            }
+        return shown;
+    }
+};
+
 // Progress is for whoever watches standard error, and for nobody else.
-TEST_F(CommandLineTest, ProgressIsShownOnATerminalOnly) {
+TEST_F(OnATerminal, ProgressIsShownOnATerminalOnly) {
     importSamples();
     EXPECT_FALSE(contains(run({"import", samples()}).err, "\r"));
-    const int watcher = posix_openpt(O_RDWR | O_NOCTTY);
-    ASSERT_GE(watcher, 0);
-    ASSERT_EQ(grantpt(watcher), 0);
-    ASSERT_EQ(unlockpt(watcher), 0);
-    const int terminal = ::open(ptsname(watcher), O_RDWR | O_NOCTTY);
-    ASSERT_GE(terminal, 0);
-    QProcess process;
-    prepare(process, {"import", samples()});
-    process.setChildProcessModifier([terminal] { dup2(terminal, STDERR_FILENO); });
-    process.start();
-    EXPECT_EQ(ended(process).code, 0);
-    close(terminal); // nobody writes any more: what there is can be read to its end
-    std::string seen;
-    std::string part(4096, '\0');
-    for (ssize_t size = 0; (size = read(watcher, part.data(), part.size())) > 0;)
-        seen.append(part, 0, static_cast<std::size_t>(size));
-    EXPECT_TRUE(contains(seen, "\r\x1b[K0 of 4  AAPL\r\x1b[K")) << seen;
-    EXPECT_TRUE(contains(seen, "4 unchanged.")) << seen;
-    close(watcher);
+    const std::string text = seen({"import", samples()}, {STDERR_FILENO});
+    EXPECT_TRUE(contains(text, "\r\x1b[K0 of 4  AAPL\r\x1b[K")) << text;
+    EXPECT_TRUE(contains(text, "4 unchanged.")) << text;
+}
+
+TEST_F(OnATerminal, ProgressStandsInNoLineOfTheOutput) {
+    importSamples();
+    QDir(path("")).mkdir("out");
+    for (const QStringList& command :
+         {QStringList{"import", samples()}, QStringList{"check"},
+          QStringList{"export", "--all", "out", "--replace"}, QStringList{"list"}})
+        for (const QStringList& format :
+             {QStringList(), QStringList{"--format", "tsv"}, QStringList{"--format", "json"}}) {
+            SCOPED_TRACE((command + format).join(' ').toStdString());
+            const auto apart = run(command + format);
+            const std::string text = seen(command + format, {STDOUT_FILENO, STDERR_FILENO});
+            EXPECT_EQ(screen(text), apart.out + apart.err) << text;
+            const bool hasOpenLines = format.contains("json"); // a row ends the one before it
+            EXPECT_EQ(contains(text, "0 of 4  "), command.front() != "list" && !hasOpenLines);
+        }
 }
 
 TEST_F(CommandLineTest, NeitherWidgetsNorADisplayAreNeeded) {

@@ -37,6 +37,28 @@ TEST_F(ImportCommand, TheSamplesComeInWholeAndASecondTimeChangeNothing) {
     }
 }
 
+TEST_F(ImportCommand, EachFigureNamesTheFileThatItStandsIn) {
+    importSamples();
+    const FigureOrigins origins = store()->load(1).value().origins;
+    struct Row {
+        Datum datum;
+        std::optional<int> element;
+        const char* file;
+    };
+    for (const auto& [datum, element, file] :
+         {Row{Datum::Name, {}, "AAPL-company.csv"}, Row{Datum::TotalDebt, {}, "AAPL-company.csv"},
+          Row{Datum::YRevenueSeries, 1, "AAPL-yearly.csv"},
+          Row{Datum::YHighSeries, 9, "AAPL-yearly.csv"}, Row{Datum::LastFY, {}, "AAPL-yearly.csv"},
+          Row{Datum::LastFYDate, {}, "AAPL-yearly.csv"},
+          Row{Datum::QEPSSeries, 34, "AAPL-quarterly.csv"},
+          Row{Datum::LastQDate, {}, "AAPL-quarterly.csv"}})
+        EXPECT_EQ(origins.of(datum, element), (FigureOrigin{Origin::imported, file, false}))
+            << rowOf(datum).name << ' ' << origins.of(datum, element).document;
+    const auto told = run(
+        {"history", "AAPL", "--figure", "QEPSSeries", "--period", "2025-09-27", "--format", "tsv"});
+    EXPECT_TRUE(contains(told.out, "\timported\tAAPL-quarterly.csv\n")) << told.out;
+}
+
 TEST_F(ImportCommand, WhatHasNoPlaceIsCountedAndListedOnRequest) {
     const auto counted = run({"import", samples(), "--create"});
     EXPECT_TRUE(contains(counted.err, "41 entries and tables were left out, kept or are not there"))
@@ -137,7 +159,7 @@ TEST_F(ImportCommand, WhatWasTypedStaysTypedWhereAnImportAddsAYear) {
         EXPECT_EQ(loaded.value().record->get_YRevenueSeries().array().number(1), 416161);
         EXPECT_EQ(loaded.value().record->get_YRevenueSeries().array().number(2), 999);
         const FigureOrigins& origins = loaded.value().origins;
-        EXPECT_EQ(origins.of(Datum::YRevenueSeries, 1).document, "AAPL-company.csv");
+        EXPECT_EQ(origins.of(Datum::YRevenueSeries, 1).document, "AAPL-yearly.csv");
         EXPECT_EQ(origins.of(Datum::YRevenueSeries, 2).origin, Origin::typed);
         EXPECT_EQ(origins.of(Datum::YRevenueSeries, 3).origin, Origin::imported);
     }
