@@ -43,3 +43,12 @@ run_wine() {
     shift
     timeout --kill-after=10 "$seconds" wine "$@"
 }
+
+# wants_some "$@": whether arguments of tests ask for some of them by name, not for all or all but some.
+wants_some() {
+    local argument
+    for argument in "$@"; do
+        [[ $argument != --gtest_filter=[!-]* ]] || return 0
+    done
+    return 1
+}
