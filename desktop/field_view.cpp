@@ -2,12 +2,9 @@
 #include "desktop/field_view.hpp"
 
 #include "platform/during.hpp"
-#include "platform/native_edits.hpp"
-#include "platform/text.hpp"
 
 #include <QApplication>
 
-#include <algorithm>
 #include <optional>
 
 namespace vkr {
@@ -102,17 +99,8 @@ void FieldView::focusGained() {
     showSelection();
 }
 
-UnitRange FieldView::modelSelection() const {
-    const auto& model = field().text();
-    if (model.find('\r') != std::string::npos) {
-        const auto units = [&](int characters) {
-            return static_cast<int>(toQt(withPlainBreaks(textLeft(model, characters))).size());
-        };
-        const int start = units(field().selStart());
-        return {start, units(field().selStart() + field().selLength()) - start};
-    }
-    const int start = unitsOf(shown_, field().selStart());
-    return {start, unitsOf(shown_, field().selStart() + field().selLength()) - start};
+QString FieldView::nativeText(std::string_view text) const {
+    return toQt(text.find('\r') == std::string_view::npos ? text : withPlainBreaks(text));
 }
 
 void FieldView::showColors() {
@@ -138,82 +126,6 @@ void FieldView::showColors() {
 
 void FieldView::setPalette(const QPalette& wanted) {
     widget().setPalette(wanted);
-}
-
-void FieldView::widgetChanged() {
-    if (showing_ == 0 && !passing() && control() != nullptr)
-        takeEdit();
-}
-
-void FieldView::catchUp() {
-    widgetChanged();
-}
-
-void FieldView::takeEdit() {
-    if (control() == nullptr)
-        return;
-    auto now = text();
-    if (now == shown_) {
-        if (const auto range = selection(); range != modelSelection())
-            tellSelection(now, range);
-        return;
-    }
-    if (field().locked() || choseEntry()) {
-        if (field().locked())
-            refuseEdit();
-        return;
-    }
-    const auto range = selection();
-    const auto taken = offeredEdit(field(), fromQt(now),
-                                   fromQt(now.left(range.start + range.length)), undoing_ > 0);
-    if (const auto wanted = toQt(taken.text); wanted != now) {
-        const Nested nested(showing_);
-        if (mustWait()) {
-            showText();
-        } else {
-            stepBack();
-            if (pastedAnew(now))
-                return;
-            if (text() != wanted)
-                replaceText(wanted);
-            select({unitsOf(wanted, taken.caret), 0});
-        }
-        now = wanted;
-    }
-    const auto shown = selection();
-    const int start = charactersOf(now, shown.start);
-    shown_ = now;
-    if (!form().userEdit(field(), fromQt(now), start,
-                         charactersOf(now, shown.start + shown.length) - start))
-        refuseEdit();
-}
-
-void FieldView::tellSelection(const QString& shown, UnitRange range) {
-    const int start = charactersOf(shown, range.start);
-    form().userSelect(field(), start, charactersOf(shown, range.start + range.length) - start);
-}
-
-// Where a slot of the widget has pasted, which is taken back by now: the form puts it in, as it
-// does after the key. False for what is no paste.
-bool FieldView::pastedAnew(const QString& edited) {
-    if (undoing_ > 0 || passing() || text() != shown_)
-        return false;
-    const auto range = selection();
-    const auto now = fromQt(edited);
-    const auto pasted = putBetween(fromQt(shown_.left(range.start)),
-                                   fromQt(shown_.mid(range.start + range.length)), now);
-    if (!pasted)
-        return false;
-    tellSelection(shown_, range);
-    if (!form().userPaste(field(), *pasted) && control() != nullptr)
-        replaceText(shown_); // nor is it brought back by a redo
-    return true;
-}
-
-void FieldView::refuseEdit() {
-    if (control() == nullptr)
-        return;
-    showText();
 }
 
 void FieldView::undo() {

@@ -13,7 +13,7 @@ namespace vkr {
 void LineFieldView::setEdit(QLineEdit& edit) {
     edit_ = &edit;
     edit.setMaxLength(std::numeric_limits<int>::max()); // the model says how much there is room for
-    const auto changed = [this] { widgetChanged(); };
+    const auto changed = [this] { nativeChanged(); };
     connect(&edit, &QLineEdit::textChanged, &edit, changed); // which goes before its view
 }
 

@@ -51,7 +51,7 @@ NotesView::NotesView(ViewHost& host, TextBox& box, QWidget& parent)
     edit_->document()->setDocumentMargin(2);
     const auto changed = [this] {
         const Nested telling(telling_);
-        widgetChanged();
+        nativeChanged();
     };
     connect(edit_, &QPlainTextEdit::textChanged, this, changed);
 }

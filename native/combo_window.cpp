@@ -90,7 +90,7 @@ std::optional<LRESULT> ComboWindow::reflect(UINT message, WPARAM wParam, LPARAM 
         return FieldWindow::reflect(message, wParam, lParam);
     switch (HIWORD(wParam)) {
     case CBN_EDITCHANGE:
-        windowChanged();
+        nativeChanged();
         break;
     case CBN_SELENDOK: {
         const auto index = static_cast<int>(SendMessageW(window(), CB_GETCURSEL, 0, 0));

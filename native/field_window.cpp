@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "native/field_window.hpp"
 
-#include "native/native_text.hpp"
 #include "platform/readable_color.hpp"
 #include "platform/text.hpp"
 
@@ -43,17 +42,6 @@ void FieldWindow::select(UnitRange range) {
     send(EM_SETSEL, static_cast<WPARAM>(range.start),
          static_cast<LPARAM>(range.start) + range.length);
     send(EM_SCROLLCARET);
-}
-
-UnitRange FieldWindow::modelSelection() const {
-    const auto& model = field().text();
-    const auto units = [&](int characters) {
-        return static_cast<int>(nativeText(textLeft(model, characters)).size());
-    };
-    if (field().selStart() == 0 && field().selLength() == 0)
-        return {};
-    const int start = units(field().selStart());
-    return {start, units(field().selStart() + field().selLength()) - start};
 }
 
 void FieldWindow::setText(const std::wstring& text) {
@@ -215,7 +203,7 @@ std::optional<LRESULT> FieldWindow::reflect(UINT message, WPARAM wParam, LPARAM 
     }
     case WM_COMMAND:
         if (HIWORD(wParam) == EN_CHANGE) {
-            windowChanged();
+            nativeChanged();
             if (control() != nullptr) // the window has drawn over them
                 paintMark();
         }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "native/control_window.hpp"
+#include "native/native_text.hpp"
+#include "platform/field_face.hpp"
 
 #include <optional>
 #include <string>
@@ -9,25 +11,33 @@
 
 namespace vkr {
 
-// A selection in UTF-16 units.
-struct UnitRange {
-    int start = 0;
-    int length = 0;
+// The text of a native window.
+struct WideTexts {
+    using Text = std::wstring;
 
-    friend bool operator==(const UnitRange&, const UnitRange&) = default;
+    static std::string utf8(std::wstring_view text) { return fromWide(text); }
+    static std::wstring_view first(std::wstring_view text, int units) {
+        return text.substr(0, static_cast<std::size_t>(units));
+    }
+    static std::wstring_view from(std::wstring_view text, int unit) {
+        return text.substr(static_cast<std::size_t>(unit));
+    }
+    static int unitsOf(std::wstring_view text, int characters) {
+        return vkr::unitsOf(text, characters);
+    }
+    static int charactersOf(std::wstring_view text, int units) {
+        return vkr::charactersOf(text, units);
+    }
 };
 
-// What text boxes and lists have in common. The native edit control edits by itself; whatever came
-// of it, by key, input method, pointer, undo or a message of another program, is offered to the
-// form, and a locked field gets the text of its model back.
-class FieldWindow : public ControlWindow {
+// What text boxes and lists have in common.
+class FieldWindow : public FieldFace<ControlWindow, WideTexts> {
   public:
     void show(Property property) override;
     bool typeCharacter(char32_t character) override;
     bool edit(const MSG& key, int shift) override;
     void focusGained() override;
     void focusLost() override;
-    void catchUp() override;
     void pressEnded() override { firstPress_.reset(); }
     void showAll() override;
     void paintUnder(HDC context, const RECT& area) const override;
@@ -36,10 +46,10 @@ class FieldWindow : public ControlWindow {
 
     [[nodiscard]] bool canUndo() const;
     void undo();
-    [[nodiscard]] std::wstring text() const;
+    [[nodiscard]] std::wstring text() const override;
 
   protected:
-    using ControlWindow::ControlWindow;
+    using FieldFace::FieldFace;
 
     std::optional<LRESULT> handleOwn(const Part& part, UINT message, WPARAM wParam,
                                      LPARAM lParam) override;
@@ -50,29 +60,24 @@ class FieldWindow : public ControlWindow {
 
     [[nodiscard]] virtual const Part& editPart() const { return mainPart(); }
     [[nodiscard]] virtual bool hasLines() const { return false; }
-    // The window's text has changed without the model; true when that was no edit.
-    virtual bool choseEntry() { return false; }
-
-    void takeEdit(); // compares with the model, and tells the form
-    void windowChanged();
-    void select(UnitRange range);
-    [[nodiscard]] UnitRange selection() const;
+    void select(UnitRange range) override;
+    [[nodiscard]] UnitRange selection() const override;
+    void setText(const std::wstring& text) override;
+    void replaceText(const std::wstring& text) override;
+    void putBack(const std::wstring& text) override { setText(text); } // else another undo has it
+    void stepBack() override { send(EM_UNDO); }
+    void showText() override;
+    [[nodiscard]] std::wstring nativeText(std::string_view text) const override;
     LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return pass(editPart(), message, wParam, lParam);
     }
     void paintMark() const;
     void showColors() override;
     void showEnabled() override;
-    [[nodiscard]] TextField& field() const { return static_cast<TextField&>(*control()); }
 
   private:
-    [[nodiscard]] std::wstring nativeText(std::string_view text) const;
-    [[nodiscard]] UnitRange modelSelection() const;
-    void setText(const std::wstring& text);     // the undo starts anew
-    void replaceText(const std::wstring& text); // one step of the undo
     void showLocked();
     void showMark();
-    void showText();
     void showEdit();
     void showSelection();
     [[nodiscard]] bool hasSigns() const;
@@ -81,20 +86,16 @@ class FieldWindow : public ControlWindow {
     void centerText(RECT& client) const;
     void paintAround() const;
     void redrawWhole();
-    bool pastedAnew(const std::wstring& edited);
     void paste();
     void deleteWord(bool before);
     bool deletePair(bool before);
     void leavePairs(UnitRange before);
-    void tellSelection(const std::wstring& text, UnitRange range);
 
     struct Press {
         UINT message;
         WPARAM wParam;
         LPARAM lParam;
     };
-    int undoing_ = 0;    // what comes back was there before
-    std::wstring shown_; // the window's text as the model knows it
     std::optional<Press> firstPress_;
 };
 

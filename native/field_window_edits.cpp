@@ -5,82 +5,8 @@
 #include "native/field_window.hpp"
 #include "native/native_keys.hpp"
 #include "native/native_text.hpp"
-#include "platform/native_edits.hpp"
-#include "platform/text.hpp"
 
 namespace vkr {
-
-void FieldWindow::windowChanged() {
-    if (showing_ == 0 && !passing() && control() != nullptr)
-        takeEdit();
-}
-
-void FieldWindow::catchUp() {
-    windowChanged();
-}
-
-void FieldWindow::tellSelection(const std::wstring& shown, UnitRange range) {
-    const int start = charactersOf(shown, range.start);
-    form().userSelect(field(), start, charactersOf(shown, range.start + range.length) - start);
-}
-
-void FieldWindow::takeEdit() {
-    if (control() == nullptr)
-        return;
-    auto now = text();
-    if (now == shown_) {
-        if (const auto range = selection(); range != modelSelection())
-            tellSelection(now, range);
-        return;
-    }
-    if (field().locked()) {
-        showText();
-        return;
-    }
-    if (choseEntry())
-        return;
-    const auto range = selection();
-    const auto end = static_cast<std::size_t>(range.start + range.length);
-    const auto taken = offeredEdit(field(), fromWide(now),
-                                   fromWide(std::wstring_view(now).substr(0, end)), undoing_ > 0);
-    if (const auto wanted = nativeText(taken.text); wanted != now) {
-        const Nested nested(showing_);
-        send(EM_UNDO);
-        if (pastedAnew(now))
-            return;
-        if (text() != wanted)
-            replaceText(wanted);
-        select({unitsOf(wanted, taken.caret), 0});
-        now = wanted;
-    }
-    const auto shown = selection();
-    const int start = charactersOf(now, shown.start);
-    shown_ = now;
-    if (!form().userEdit(field(), taken.text, start,
-                         charactersOf(now, shown.start + shown.length) - start) &&
-        control() != nullptr)
-        showText();
-}
-
-// Where a message of another program has pasted, which is taken back by now: the form puts it in,
-// as it does after the key. False for what is no paste.
-bool FieldWindow::pastedAnew(const std::wstring& edited) {
-    if (undoing_ > 0 || passing() || text() != shown_)
-        return false;
-    const auto range = selection();
-    const std::wstring_view shown = shown_;
-    const auto start = static_cast<std::size_t>(range.start);
-    const auto now = fromWide(edited);
-    const auto pasted =
-        putBetween(fromWide(shown.substr(0, start)),
-                   fromWide(shown.substr(start + static_cast<std::size_t>(range.length))), now);
-    if (!pasted)
-        return false;
-    tellSelection(shown_, range);
-    if (!form().userPaste(field(), *pasted) && control() != nullptr)
-        setText(shown_); // nor is it brought back by another undo
-    return true;
-}
 
 bool FieldWindow::canUndo() const {
     return control() != nullptr && !field().locked() &&
