@@ -144,8 +144,7 @@ void FormView::controlRemoved(Control& control) {
     if (auto* view = viewOf(&control)) {
         views_.erase(&control);
         onShow_.removed(control);
-        if (press_.view == view)
-            press_ = {};
+        press_.forget(*view);
         palettesWithin_.erase(&view->widget());
         view->retire();
         checkInvariants();
@@ -154,8 +153,7 @@ void FormView::controlRemoved(Control& control) {
 
 void FormView::checkInvariants() const {
     assert(following_ >= 0);
-    assert(press_.view != nullptr || (press_.over == nullptr && !press_.selects));
-    assert(press_.view == nullptr || press_.view->control() != nullptr);
+    press_.checkInvariants();
     assert(std::ranges::all_of(views_,
                                [](const auto& one) { return one.second->control() == one.first; }));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/view_host.hpp"
+#include "platform/press.hpp"
 #include "platform/showing.hpp"
 #include "platform/wheel_turns.hpp"
 
@@ -156,13 +157,7 @@ class FormView final : public QWidget, public ViewHost, private FormObserver {
     std::map<const QWidget*, QPalette> palettesWithin_; // of a field without colours of its own
     std::unordered_map<const Control*, ControlView*> views_;
     FramesOnShow onShow_;
-    struct Press {
-        QPointer<ControlView> view;
-        MouseButton button = MouseButton::left;
-        QPointer<ControlView> over; // what it was dragged over last
-        bool selects = false;       // controls, not text
-    };
-    Press press_;           // of no view: none is under way
+    Press<ControlView> press_;
     QPointer<QLabel> note_; // made with the first one
     std::optional<QPoint> pressPlace_;
     unsigned interruptions_ = 0;

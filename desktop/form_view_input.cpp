@@ -217,7 +217,7 @@ void FormView::beginPress(ControlView& view, MouseButton button, std::optional<Q
                           int tab) {
     giveUpPress();
     catchUp();
-    press_ = {&view, button, {}, false};
+    press_.begin(view, button);
     const unsigned before = interruptions_;
     pressPlace_ = place;
     form_->mouseDown(*view.control(), button, tab);
@@ -229,44 +229,30 @@ void FormView::beginPress(ControlView& view, MouseButton button, std::optional<Q
 }
 
 bool FormView::dragged(ControlView& view, QPoint place) {
-    if (press_.view != &view || press_.button != MouseButton::left)
+    if (!press_.drags(view))
         return false;
     QWidget* under = childAt(mapFromGlobal(place));
     ControlView* over = nullptr;
     for (const auto& [control, candidate] : views_)
         if (under != nullptr && candidate->control() != nullptr && &candidate->widget() == under)
             over = candidate;
-    if (over == nullptr || over == press_.over || (over == &view && press_.over == nullptr))
-        return press_.selects;
-    press_.over = over;
+    if (over == nullptr || !press_.comesOver(*over))
+        return press_.selects();
     const bool selects = form_->userDrag(*view.control(), *over->control());
-    press_.selects = selects && press_.view == &view; // the press may be over by now
+    press_.setSelects(view, selects); // the press may be over by now
     return selects;
 }
 
 bool FormView::isPressed(const ControlView& view) const {
-    return press_.view == &view;
+    return press_.isOf(view);
 }
 
 void FormView::endPress(ControlView& view, MouseButton button, bool inside) {
-    if (press_.view != &view || button != press_.button)
-        return;
-    if (!inside || button != MouseButton::left) {
-        giveUpPress();
-        return;
-    }
-    press_ = {};
-    view.pressEnded();
-    form_->click(*view.control());
+    press_.end(*form_, view, button, inside);
 }
 
 void FormView::giveUpPress() {
-    if (press_.view.isNull())
-        return;
-    auto* view = press_.view.data();
-    press_ = {};
-    view->pressEnded();
-    form_->pressGivenUp(*view->control());
+    press_.giveUp(*form_);
 }
 
 // A turn never changes a field that does not have the focus.

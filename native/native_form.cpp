@@ -129,18 +129,14 @@ void NativeForm::controlRemoved(Control& control) {
     const View view = found->second; // goes when its last message is handled
     views_.erase(found);
     onShow_.removed(control);
-    if (press_.view == view.get())
-        press_ = {};
-    if (press_.over == view.get())
-        press_.over = nullptr;
+    press_.forget(*view);
     view->retire();
     checkInvariants();
 }
 
 void NativeForm::checkInvariants() const {
     assert(following_ >= 0);
-    assert(press_.view != nullptr || (press_.over == nullptr && !press_.selects));
-    assert(press_.view == nullptr || press_.view->control() != nullptr);
+    press_.checkInvariants();
     assert(std::ranges::all_of(views_,
                                [](const auto& one) { return one.second->control() == one.first; }));
     assert(tip_ != nullptr || (tipOf_ == nullptr && tipText_.empty()));

@@ -3,6 +3,7 @@
 
 #include "native/surface.hpp"
 #include "native/view_host.hpp"
+#include "platform/press.hpp"
 #include "platform/showing.hpp"
 #include "platform/wheel_turns.hpp"
 
@@ -151,13 +152,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     BackBuffer backBuffer_;
     std::unordered_map<const Control*, View> views_;
     FramesOnShow onShow_;
-    struct Press {
-        ControlWindow* view = nullptr;
-        MouseButton button = MouseButton::left;
-        const ControlWindow* over = nullptr; // what it was dragged over last
-        bool selects = false;                // controls, not text
-    };
-    Press press_; // of no view: none is under way
+    Press<ControlWindow> press_;
     std::optional<POINT> pressPlace_;
     unsigned interruptions_ = 0;
     int following_ = 0; // native focus is being set to the form's

@@ -166,7 +166,7 @@ void NativeForm::beginPress(ControlWindow& view, MouseButton button, std::option
         active->catchUp();
     if (life.expired() || view.control() == nullptr)
         return;
-    press_ = {&view, button, nullptr, false};
+    press_.begin(view, button);
     const unsigned before = interruptions_;
     pressPlace_ = place;
     form_->mouseDown(*view.control(), button, tab);
@@ -180,46 +180,31 @@ void NativeForm::beginPress(ControlWindow& view, MouseButton button, std::option
 }
 
 bool NativeForm::dragged(ControlWindow& view, POINT place) {
-    if (press_.view != &view || press_.button != MouseButton::left)
+    if (!press_.drags(view))
         return false;
     const HWND under = WindowFromPoint(place);
     const auto* over = isInside(under) ? ControlWindow::of(under) : nullptr;
-    if (over == nullptr || over->control() == nullptr || over == press_.over ||
-        (over == &view && press_.over == nullptr))
-        return press_.selects;
-    press_.over = over;
+    if (over == nullptr || over->control() == nullptr || !press_.comesOver(*over))
+        return press_.selects();
     const std::weak_ptr<const bool> life = life_;
     const bool selects = form_->userDrag(*view.control(), *over->control());
     if (life.expired())
         return true;
-    if (press_.view == &view) // not given up meanwhile
-        press_.selects = selects;
+    press_.setSelects(view, selects); // it may be given up meanwhile
     checkInvariants();
     return selects;
 }
 
 bool NativeForm::isPressed(const ControlWindow& view) const {
-    return press_.view == &view;
+    return press_.isOf(view);
 }
 
 void NativeForm::endPress(ControlWindow& view, MouseButton button, bool inside) {
-    if (press_.view != &view || button != press_.button)
-        return;
-    if (!inside || button != MouseButton::left) {
-        giveUpPress();
-        return;
-    }
-    press_ = {};
-    view.pressEnded();
-    form_->click(*view.control());
+    press_.end(*form_, view, button, inside);
 }
 
 void NativeForm::giveUpPress() {
-    auto* view = std::exchange(press_, {}).view;
-    if (view == nullptr)
-        return;
-    view->pressEnded();
-    form_->pressGivenUp(*view->control());
+    press_.giveUp(*form_);
 }
 
 // A turn never changes a field that does not have the focus.
