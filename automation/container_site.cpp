@@ -37,28 +37,28 @@ ComPtr<IUnknown> ContainerSite::ambientObject(DISPID id) const {
 
 MessageAnswer ContainerServices::messageBox(const std::string& text, int buttons,
                                             const std::string& title) {
-    const auto modal = modal_();
-    return desktop_->messageBox(text, buttons, title);
+    const auto modal = control_.stays(ControlOwner::Stay::modal);
+    return desktop_.messageBox(text, buttons, title);
 }
 
 std::optional<Color> ContainerServices::chooseColor(Color current) {
-    const auto modal = modal_();
-    return desktop_->chooseColor(current);
+    const auto modal = control_.stays(ControlOwner::Stay::modal);
+    return desktop_.chooseColor(current);
 }
 
 void ContainerServices::showModal(CalendarForm& form) {
-    const auto modal = modal_();
-    desktop_->showModal(form);
+    const auto modal = control_.stays(ControlOwner::Stay::modal);
+    desktop_.showModal(form);
 }
 
 void ContainerServices::showPaste(PasteForm& form) {
-    const auto modal = modal_();
-    desktop_->showPaste(form);
+    const auto modal = control_.stays(ControlOwner::Stay::modal);
+    desktop_.showPaste(form);
 }
 
 int ContainerServices::popUpMenu(const std::vector<MenuItem*>& items, Twips left, Twips top) {
-    const auto modal = modal_();
-    return desktop_->popUpMenu(items, left, top);
+    const auto modal = control_.stays(ControlOwner::Stay::modal);
+    return desktop_.popUpMenu(items, left, top);
 }
 
 std::shared_ptr<Object> ContainerServices::createObject(std::string_view programmaticId) {

@@ -14,10 +14,10 @@ namespace vkr::automation {
 // let go of it meanwhile, and a modal dialog keeps the container from taking input.
 class DataEntryControl::Busy {
   public:
-    Busy(DataEntryControl& control, bool modal) : control_(control) {
+    Busy(DataEntryControl& control, Stay how) : control_(control) {
         control_.AddRef();
         ++control_.busy_;
-        if (modal && control_.frame_) {
+        if (how == Stay::modal && control_.frame_) {
             frame_ = control_.frame_;
             frame_->EnableModeless(FALSE);
         }
@@ -44,16 +44,7 @@ class DataEntryControl::Busy {
 };
 
 DataEntryControl::DataEntryControl()
-    : events_([this] { return std::make_shared<Busy>(*this, false); }),
-      services_(
-          site_, [this] { return std::make_shared<Busy>(*this, true); },
-          [this](std::string_view name) { propertyChanged(name); }) {
-    services_.setDesktop(&face_.services());
-    face_.tabbedOut = [this](FocusDirection direction) { return tabOut(direction); };
-    face_.pressed = [this] {
-        if (active_ && !userInterfaceActive_)
-            activateUserInterface();
-    };
+    : events_(*this), face_(*this), services_(site_, face_.services(), *this) {
     entry_ = std::make_unique<VKRDataEntry>(services_);
     entry_->setEvents(&events_);
     entry_->fractionDisplayChanged = [this] { unsaved_ = true; };
@@ -81,6 +72,10 @@ void DataEntryControl::lastReleased() {
     const HWND window = face_.window();
     destroyAtHome(home(), [this] { delete this; });
     FormFace::lookForWaiting(window);
+}
+
+std::shared_ptr<void> DataEntryControl::stays(Stay how) {
+    return std::make_shared<Busy>(*this, how);
 }
 
 void DataEntryControl::propertyChanged(std::string_view name) {

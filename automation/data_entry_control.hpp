@@ -34,7 +34,7 @@ using DataEntryBase =
 // is that only while it has the site, the frame and the document of its place; they go after it,
 // when the site is told. The record inside and the one outside are the same, or there is none. What
 // is changed before it is initialized counts as unsaved too, until it is initialized.
-class DataEntryControl final : public DataEntryBase {
+class DataEntryControl final : public DataEntryBase, private ControlOwner {
   public:
     DataEntryControl();
     ~DataEntryControl() override;
@@ -226,7 +226,12 @@ class DataEntryControl final : public DataEntryBase {
     void setCompany(IUnknown* company);
     [[nodiscard]] ComPtr<IDispatch> company();
 
-    void propertyChanged(std::string_view name);
+    // --- ControlOwner
+    std::shared_ptr<void> stays(Stay how) override;
+    void propertyChanged(std::string_view name) override;
+    bool tabbedOut(FocusDirection direction) override;
+    void pressed() override;
+
     void followSize();
     void followAmbient(DISPID id);
     [[nodiscard]] bool running();
@@ -241,7 +246,6 @@ class DataEntryControl final : public DataEntryBase {
     void activateUserInterface();
     void deactivate();
     void deactivateUserInterface();
-    bool tabOut(FocusDirection direction);
     [[nodiscard]] SIZE pixels() const;
     void drawForm(HDC context, const RECT& bounds);
     void drawPlaceholder(HDC context, const RECT& bounds);
@@ -250,8 +254,8 @@ class DataEntryControl final : public DataEntryBase {
     ContainerSite site_;
     int busy_ = 0;
     Events events_;
-    ContainerServices services_;
     FormFace face_;
+    ContainerServices services_;
     std::unique_ptr<VKRDataEntry> entry_;
     std::shared_ptr<vkr::iVKR_Company> inside_; // the record last handed in or out
     ComPtr<IDispatch> outside_;                 // the same

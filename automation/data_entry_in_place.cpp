@@ -107,7 +107,7 @@ HRESULT DataEntryControl::activateInPlace() {
     return S_OK;
 }
 
-// The same here.
+// They may do that here, too.
 void DataEntryControl::activateUserInterface() {
     if (userInterfaceActive_) {
         face_.focus();
@@ -224,8 +224,13 @@ HRESULT DataEntryControl::TranslateAccelerator(LPMSG message) {
     });
 }
 
+void DataEntryControl::pressed() {
+    if (active_ && !userInterfaceActive_)
+        activateUserInterface();
+}
+
 // Tab at the last field is the container's.
-bool DataEntryControl::tabOut(FocusDirection direction) {
+bool DataEntryControl::tabbedOut(FocusDirection direction) {
     const auto site = site_.as<IOleControlSite>();
     if (!site)
         return false;

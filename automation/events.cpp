@@ -3,15 +3,17 @@
 
 #include "automation/member_numbers.hpp"
 #include "control/property_table.hpp"
+#include "platform/during.hpp"
 #include "platform/error_trap.hpp"
 
+#include <cassert>
 #include <utility>
 #include <vkr_data_entry.h>
 
 namespace vkr::automation {
 
-Events::Events(Busy busy)
-    : busy_(std::move(busy)), events_(__uuidof(::__VKRDataEntry), true),
+Events::Events(ControlOwner& control)
+    : control_(control), events_(__uuidof(::__VKRDataEntry), true),
       notices_(IID_IPropertyNotifySink, false) {}
 
 void Events::freeze(bool frozen) {
@@ -21,6 +23,9 @@ void Events::freeze(bool frozen) {
     }
     if (frozen_ > 0)
         --frozen_;
+    if (thawing_)
+        return;
+    const During thawing(thawing_);
     while (frozen_ == 0 && !waiting_.empty()) {
         const auto next = std::move(waiting_.front());
         waiting_.pop_front();
@@ -29,7 +34,8 @@ void Events::freeze(bool frozen) {
 }
 
 void Events::deliver(std::function<void()> call) {
-    if (frozen_ > 0)
+    assert(waiting_.empty() || frozen_ > 0 || thawing_);
+    if (frozen_ > 0 || !waiting_.empty())
         waiting_.push_back(std::move(call));
     else
         call();
@@ -41,7 +47,7 @@ void Events::propertyChanged(std::string_view name) {
 }
 
 void Events::noticeNow(DISPID property) {
-    const auto stays = busy_();
+    const auto stays = control_.stays(ControlOwner::Stay::quiet);
     notices_.each<IPropertyNotifySink>(
         [&](IPropertyNotifySink& sink) { sink.OnChanged(property); });
 }
@@ -51,7 +57,7 @@ void Events::fire(DISPID event, std::vector<Variant> arguments) {
 }
 
 void Events::fireNow(DISPID event, const std::vector<Variant>& arguments) {
-    const auto stays = busy_();
+    const auto stays = control_.stays(ControlOwner::Stay::quiet);
     std::vector<OwnedVariant> held(arguments.size());
     std::vector<VARIANT> last; // first
     for (std::size_t i = arguments.size(); i-- > 0;) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "automation/connection_points.hpp"
+#include "automation/control_owner.hpp"
 #include "automation/variants.hpp"
 #include "control/vkr_data_entry_events.hpp"
 
@@ -14,11 +15,12 @@ namespace vkr::automation {
 
 // The control's events and property notices on their way to who listens. While the container has
 // them frozen they wait; then they come in their order.
+//
+// What may be true together: one waits only while they are frozen, or behind another one that is on
+// its way.
 class Events final : public VKRDataEntryEvents {
   public:
-    // Around every call outside; see ContainerServices::Modal.
-    using Busy = std::function<std::shared_ptr<void>()>;
-    explicit Events(Busy busy);
+    explicit Events(ControlOwner& control); // which stays around every call outside
 
     [[nodiscard]] Listeners& events() { return events_; }
     [[nodiscard]] Listeners& notices() { return notices_; }
@@ -38,10 +40,11 @@ class Events final : public VKRDataEntryEvents {
     void noticeNow(DISPID property);
     void deliver(std::function<void()> call);
 
-    Busy busy_;
+    ControlOwner& control_;
     Listeners events_;
     Listeners notices_;
     int frozen_ = 0;
+    bool thawing_ = false; // those that waited are on their way
     std::deque<std::function<void()>> waiting_;
 };
 

@@ -47,7 +47,7 @@ Styled::~Styled() {
 
 class FormFace::Impl {
   public:
-    explicit Impl(FormFace& face) : face_(face) {}
+    explicit Impl(ControlOwner& control) : control_(control) {}
     ~Impl() { close(); }
 
     void open(HWND parent, const RECT& place, Form& model) {
@@ -55,7 +55,7 @@ class FormFace::Impl {
         form = std::make_unique<NativeForm>(parent, place, model);
         desktop.setForm(form.get());
         form->tabbedOut = [this](FocusDirection direction) {
-            return face_.tabbedOut && face_.tabbedOut(direction);
+            return control_.tabbedOut(direction);
         };
         SetWindowSubclass(form->window(), hear, subclassId, reinterpret_cast<DWORD_PTR>(this));
     }
@@ -79,15 +79,14 @@ class FormFace::Impl {
         }
         const Styled styled;
         if (message == WM_MOUSEACTIVATE)
-            if (const auto& pressed = reinterpret_cast<Impl*>(self)->face_.pressed)
-                pressed();
+            reinterpret_cast<Impl*>(self)->control_.pressed();
         return DefSubclassProc(window, message, wParam, lParam);
     }
 
-    FormFace& face_;
+    ControlOwner& control_;
 };
 
-FormFace::FormFace() : impl_(std::make_unique<Impl>(*this)) {}
+FormFace::FormFace(ControlOwner& control) : impl_(std::make_unique<Impl>(control)) {}
 FormFace::~FormFace() = default;
 
 Services& FormFace::services() {

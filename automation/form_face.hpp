@@ -2,10 +2,10 @@
 #pragma once
 
 #include "automation/component_model.hpp"
+#include "automation/control_owner.hpp"
 #include "platform/form.hpp"
 #include "platform/services.hpp"
 
-#include <functional>
 #include <memory>
 
 namespace vkr::automation {
@@ -27,7 +27,7 @@ class Styled {
 // form, while it is open.
 class FormFace {
   public:
-    FormFace();
+    explicit FormFace(ControlOwner& control);
     ~FormFace();
     FormFace(const FormFace&) = delete;
     FormFace& operator=(const FormFace&) = delete;
@@ -51,10 +51,6 @@ class FormFace {
     void draw(HDC context);
     // From any thread: what waits for the window's own is released there.
     static void lookForWaiting(HWND window);
-    // Tab at the end of the tab order; false: the focus wraps.
-    std::function<bool(FocusDirection)> tabbedOut;
-    // The pointer was pressed in the window.
-    std::function<void()> pressed;
 
   private:
     class Impl;

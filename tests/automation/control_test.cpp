@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vkr::automation {
@@ -260,6 +261,24 @@ TEST_F(Events, WaitWhileTheyAreFrozen) {
     EXPECT_EQ(object->FreezeEvents(FALSE), S_OK);
     EXPECT_EQ(sink->log, (Log{"1 2", "1 3"}));
     EXPECT_EQ(object->FreezeEvents(FALSE), S_OK); // once too often
+    EXPECT_EQ(point->Unadvise(cookie), S_OK);
+}
+
+TEST_F(Events, ThatWereFrozenComeBeforeThoseThatTheyCause) {
+    DWORD cookie = 0;
+    ASSERT_EQ(point->Advise(static_cast<IDispatch*>(sink.get()), &cookie), S_OK);
+    const auto object = as<IOleControl>();
+    EXPECT_EQ(object->FreezeEvents(TRUE), S_OK);
+    control->SetNext();
+    control->SetNext();
+    sink->heard = [&, isFirst = true](DISPID) mutable {
+        if (std::exchange(isFirst, false))
+            control->SetNext();
+    };
+    EXPECT_EQ(object->FreezeEvents(FALSE), S_OK);
+    EXPECT_EQ(sink->log, (Log{"1 2", "1 3", "1 4"}));
+    control->SetNext();
+    EXPECT_EQ(sink->log.back(), "1 5");
     EXPECT_EQ(point->Unadvise(cookie), S_OK);
 }
 
