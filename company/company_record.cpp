@@ -52,14 +52,6 @@ Datum counterpart(Datum datum) {
     }
 }
 
-std::string differenceText(const Variant& value) {
-    if (const auto* date = std::get_if<Date>(&value.value()))
-        return isoDateText(*date);
-    if (const auto* number = std::get_if<double>(&value.value()))
-        return exactNumberText(*number);
-    return value.toText();
-}
-
 void compareSeries(std::string_view name, const VariantArray& before, const VariantArray& after,
                    std::vector<Difference>& found) {
     const int first = std::min(before.lower(), after.lower());
@@ -71,8 +63,7 @@ void compareSeries(std::string_view name, const VariantArray& before, const Vari
         const Variant left = element(before, index);
         const Variant right = element(after, index);
         if (left != right)
-            found.push_back(
-                {std::string(name), index, differenceText(left), differenceText(right)});
+            found.push_back({std::string(name), index, exactText(left), exactText(right)});
     }
 }
 
@@ -82,8 +73,7 @@ void compare(std::string_view name, const Variant& before, const Variant& after,
         return;
     if (before.isArray() && after.isArray())
         return compareSeries(name, before.array(), after.array(), found);
-    found.push_back(
-        {std::string(name), std::nullopt, differenceText(before), differenceText(after)});
+    found.push_back({std::string(name), std::nullopt, exactText(before), exactText(after)});
 }
 
 } // namespace

@@ -11,10 +11,6 @@ namespace vkr {
 
 namespace {
 
-bool allDigits(std::string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), isAsciiDigit);
-}
-
 int wholeNumber(std::string_view digits) {
     int value = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), value);
@@ -40,10 +36,52 @@ std::optional<Date> dateFromIso(std::string_view text) {
     const auto year = text.substr(0, 4);
     const auto month = text.substr(5, 2);
     const auto day = text.substr(8, 2);
-    if (!allDigits(year) || !allDigits(month) || !allDigits(day))
+    if (!areAsciiDigits(year) || !areAsciiDigits(month) || !areAsciiDigits(day))
         return std::nullopt;
     const auto date = makeDate(wholeNumber(year), wholeNumber(month), wholeNumber(day));
     return date && !isAbsent(*date) ? date : std::nullopt;
+}
+
+std::string exactText(const Variant& value) {
+    if (const auto* date = std::get_if<Date>(&value.value()))
+        return isoDateText(*date);
+    if (const auto* number = std::get_if<double>(&value.value()))
+        return exactNumberText(*number);
+    return value.toText();
+}
+
+namespace {
+
+struct Escape {
+    char letter, written;
+};
+constexpr Escape escapes[] = {{'\t', 't'}, {'\n', 'n'}, {'\r', 'r'}, {'\\', '\\'}};
+
+} // namespace
+
+std::string escapedLine(std::string_view text) {
+    std::string line;
+    for (const char letter : text) {
+        const auto* const escape = std::ranges::find(escapes, letter, &Escape::letter);
+        if (escape != std::end(escapes))
+            line += '\\';
+        line += escape != std::end(escapes) ? escape->written : letter;
+    }
+    return line;
+}
+
+std::string unescapedLine(std::string_view line) {
+    std::string text;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] != '\\' || i + 1 == line.size()) {
+            text += line[i];
+            continue;
+        }
+        const char letter = line[++i];
+        const auto* const escape = std::ranges::find(escapes, letter, &Escape::written);
+        text += escape != std::end(escapes) ? escape->letter : letter;
+    }
+    return text;
 }
 
 std::size_t validUtf8Length(std::string_view text) {

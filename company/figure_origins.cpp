@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "company/figure_origins.hpp"
 
+#include "company/exact_text.hpp"
 #include "company/period_moves.hpp"
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace vkr {
@@ -117,38 +120,6 @@ bool isSameTotal(const ChangeGroup& group, Datum total, std::optional<int> eleme
     return std::abs(each->second * shares->second - before) <= rounding * std::abs(before);
 }
 
-std::string quotedName(std::string_view text) {
-    std::string line;
-    for (const char letter : text)
-        switch (letter) {
-        case '\\':
-            line += "\\\\";
-            break;
-        case '\t':
-            line += "\\t";
-            break;
-        case '\n':
-            line += "\\n";
-            break;
-        default:
-            line += letter;
-        }
-    return line;
-}
-
-std::string unquoted(std::string_view line) {
-    std::string text;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] != '\\' || i + 1 == line.size()) {
-            text += line[i];
-            continue;
-        }
-        const char letter = line[++i];
-        text += letter == 't' ? '\t' : letter == 'n' ? '\n' : letter;
-    }
-    return text;
-}
-
 // What comes before the separator; it and the separator are taken away.
 std::string_view takeUntil(std::string_view& text, char separator) {
     const std::string_view part = text.substr(0, text.find(separator));
@@ -185,6 +156,7 @@ FigureOrigins::FigureOrigins() : kinds_(1), places_(firstPlaces().back()) {}
 FigureOrigins::Kind FigureOrigins::kindOf(const FigureOrigin& origin) {
     const auto found = std::ranges::find(kinds_, origin);
     const auto index = found - kinds_.begin();
+    assert(index <= std::numeric_limits<Kind>::max());
     if (found == kinds_.end())
         kinds_.push_back(origin);
     return static_cast<Kind>(index);
@@ -213,6 +185,16 @@ void FigureOrigins::note(const ChangeGroup& group) {
     for (const Change& change : group.changes)
         if (change.setting.empty() && change.origin != Origin::shifted)
             putEach(change);
+    checkInvariants();
+}
+
+void FigureOrigins::checkInvariants() const {
+    assert(kinds_.front() == FigureOrigin());
+    assert(std::ranges::all_of(kinds_, [this](const FigureOrigin& kind) {
+        return std::ranges::count(kinds_, kind) == 1;
+    }));
+    assert(places_.size() == firstPlaces().back());
+    assert(std::ranges::all_of(places_, [this](Kind kind) { return kind < kinds_.size(); }));
 }
 
 void FigureOrigins::shift(const ChangeGroup& group, const Change& change) {
@@ -321,7 +303,7 @@ std::string FigureOrigins::text() const {
         if (!lines[i].empty())
             text.append(kinds_[i].origin ? originName(*kinds_[i].origin) : unknownName)
                 .append(kinds_[i].isOutdated ? "!\t" : "\t")
-                .append(quotedName(kinds_[i].document))
+                .append(escapedLine(kinds_[i].document))
                 .append("\t")
                 .append(lines[i], 1)
                 .append("\n");
@@ -340,7 +322,7 @@ FigureOrigins FigureOrigins::fromText(std::string_view text) {
         origin.origin = originNamed(name);
         if (!origin.origin && name != unknownName)
             continue;
-        origin.document = unquoted(takeUntil(line, '\t'));
+        origin.document = unescapedLine(takeUntil(line, '\t'));
         while (!line.empty()) {
             std::string_view elements = takeUntil(line, ' ');
             const std::string_view datum = takeUntil(elements, ':');

@@ -24,6 +24,9 @@ struct FigureOrigin {
 
 // Where each datum of a company comes from, and each element of its series. Follows the changes
 // that are made to the record: figures that move to another period take their origin with them.
+//
+// What may be true together: each place has one of the kinds. No two of these are alike, and the
+// first is "not known", which every place has at first.
 class FigureOrigins {
   public:
     FigureOrigins();
@@ -57,6 +60,7 @@ class FigureOrigins {
   private:
     using Kind = std::uint16_t; // a place in kinds_
     [[nodiscard]] Kind kindOf(const FigureOrigin& origin);
+    void checkInvariants() const;
     void shift(const ChangeGroup& group, const Change& change);
     void outdateWhatFollowsFrom(const ChangeGroup& group, const Change& change);
     [[nodiscard]] bool isSafeFrom(const Change& change, std::size_t place) const;

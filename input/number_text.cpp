@@ -27,10 +27,6 @@ constexpr VulgarFraction vulgarFractions[] = {
     {"\u215C", "3/8"}, {"\u215D", "5/8"}, {"\u215E", "7/8"},
 };
 
-bool isDigits(std::string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), isAsciiDigit);
-}
-
 void trim(std::string_view& text) {
     text = withoutBlanks(text);
 }
@@ -78,7 +74,7 @@ Bare bare(std::string_view text) {
 
 // "1,234,567" without its marks, "" when they do not stand where they belong.
 std::string ungrouped(std::string_view whole) {
-    if (isDigits(whole))
+    if (areAsciiDigits(whole))
         return std::string(whole);
     const auto first = static_cast<std::size_t>(
         std::find_if_not(whole.begin(), whole.end(), isAsciiDigit) - whole.begin());
@@ -91,7 +87,7 @@ std::string ungrouped(std::string_view whole) {
     if (mark == std::end(groupMarks))
         return {};
     while (!rest.empty()) {
-        if (!rest.starts_with(*mark) || !isDigits(rest.substr(mark->size()).substr(0, 3)) ||
+        if (!rest.starts_with(*mark) || !areAsciiDigits(rest.substr(mark->size()).substr(0, 3)) ||
             rest.size() < mark->size() + 3)
             return {};
         digits += rest.substr(mark->size(), 3);
@@ -147,7 +143,7 @@ std::string wholeFraction(std::string_view body) {
         if (!separated)
             return {};
     }
-    if (!isDigits(numerator) || !isDigits(denominator))
+    if (!areAsciiDigits(numerator) || !areAsciiDigits(denominator))
         return {};
     std::string digits = whole.empty() ? std::string("0") : ungrouped(whole);
     if (digits.empty())

@@ -12,6 +12,10 @@ constexpr bool isAsciiDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
+constexpr bool areAsciiDigits(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), isAsciiDigit);
+}
+
 constexpr char asciiLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }

@@ -16,14 +16,6 @@ namespace vkr {
 
 namespace {
 
-std::string valueText(const Variant& value) {
-    if (const auto* date = std::get_if<Date>(&value.value()))
-        return isoDateText(*date);
-    if (const auto* number = std::get_if<double>(&value.value()))
-        return exactNumberText(*number);
-    return value.toText();
-}
-
 // What periods are counted from.
 constexpr Datum dating[] = {Datum::LastFY, Datum::LastFYDate, Datum::LastQDate,
                             Datum::LastQDateForGrid};
@@ -81,8 +73,8 @@ class RowsOfGroup {
         }
         const DatumRow& row = rowOf(change.datum);
         if (!isSeries(row)) {
-            rows_.push_back({{std::string(row.name), "", "", valueText(change.before),
-                              valueText(change.after), originText(change), change.document},
+            rows_.push_back({{std::string(row.name), "", "", exactText(change.before),
+                              exactText(change.after), originText(change), change.document},
                              false});
             return;
         }

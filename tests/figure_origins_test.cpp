@@ -189,7 +189,7 @@ TEST(FigureOrigins, AreTextAndBack) {
     auto origins =
         after({importedRate,
                {"", {}, {figure(Datum::YNetIncSeries, 3, 80, 81, Origin::typed)}},
-               {"", {}, {figure(Datum::TotalDebt, {}, 0, 5, Origin::imported, "a\tb\\c\nd")}}});
+               {"", {}, {figure(Datum::TotalDebt, {}, 0, 5, Origin::imported, "a\tb\\c\nd\re")}}});
     for (const int element : {0, 1, 2, 5, 34})
         origins.put(Datum::QEPSSeries, element, {Origin::pasted, {}, false});
     const std::string text = origins.text();

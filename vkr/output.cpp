@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "vkr/output.hpp"
 
+#include "company/exact_text.hpp"
 #include "vkr/exit_code.hpp"
 #include "vkr/terminal.hpp"
 
@@ -67,7 +68,7 @@ void Output::row(std::vector<std::string> cells) {
         line = written_ == 0 ? "\n  {" : ",\n  {";
     for (std::size_t i = 0; i < cells.size(); ++i) {
         if (format_ == Format::tsv)
-            line += (i == 0 ? "" : "\t") + tsvText(cells[i]);
+            line += (i == 0 ? "" : "\t") + escapedLine(cells[i]);
         else
             line += (i == 0 ? "" : ", ") + jsonText(columns_[i].name) + ": " +
                     (cells[i].empty() ? "null" : jsonText(cells[i]));
@@ -127,28 +128,6 @@ void Output::finish() {
     if (errno != EPIPE)
         throw CommandFailure(ExitCode::refused, "The output could not be written: " +
                                                     std::generic_category().message(errno) + ".");
-}
-
-std::string tsvText(std::string_view text) {
-    std::string escaped;
-    for (const char letter : text)
-        switch (letter) {
-        case '\t':
-            escaped += "\\t";
-            break;
-        case '\n':
-            escaped += "\\n";
-            break;
-        case '\r':
-            escaped += "\\r";
-            break;
-        case '\\':
-            escaped += "\\\\";
-            break;
-        default:
-            escaped += letter;
-        }
-    return escaped;
 }
 
 std::string jsonText(std::string_view text) {

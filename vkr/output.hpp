@@ -67,7 +67,6 @@ class Output {
     bool isObject_ = false;   // tables are members of one JSON object
 };
 
-[[nodiscard]] std::string tsvText(std::string_view text);
 // In quotation marks.
 [[nodiscard]] std::string jsonText(std::string_view text);
 
