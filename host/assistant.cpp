@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
@@ -61,8 +62,8 @@ QString tableText(const QString& left, const QString& right,
 
 } // namespace
 
-Assistant::Assistant(Source record, QWidget* parent)
-    : QDialog(parent), record_(std::move(record)), title_(label(this, "title")),
+Assistant::Assistant(const ShownCompany& company, QWidget* parent)
+    : QDialog(parent), shownCompany_(company), title_(label(this, "title")),
       company_(label(this, "company")), stored_(label(this, "stored")),
       longText_(new QPlainTextEdit(this)), unit_(label(this, "unit")),
       origin_(label(this, "origin")), onScreen_(label(this, "onScreen")), body_(new QWidget(this)),
@@ -123,7 +124,7 @@ void Assistant::layOut() {
     history_->setObjectName(QStringLiteral("history"));
     history_->setAutoDefault(false);
     connect(history_, &QPushButton::clicked, this, [this] {
-        const auto facts = assistantFacts(*topic_, *record_(), element_);
+        const auto facts = assistantFacts(*topic_, *shownCompany_.record(), element_);
         emit historyAsked(*topic_->datum, facts.element);
     });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -159,7 +160,7 @@ void Assistant::tell(int object, const QString& shown, std::optional<int> elemen
     element_ = element;
     dateFormat_ = dateFormat;
     marks_ = marks;
-    storedWhenAsked_ = assistantFacts(*topic, *record_(), element).stored;
+    storedWhenAsked_ = assistantFacts(*topic, *shownCompany_.record(), element).stored;
     refresh();
     // What the texts need is known before the window is shown.
     for (const QWidget* part : {quartersBox_, body_, static_cast<QWidget*>(this)})
@@ -197,7 +198,8 @@ void Assistant::standBeside(const QWidget& form) {
 }
 
 void Assistant::refresh() {
-    const auto record = record_();
+    assert(topic_ != nullptr);
+    const auto record = shownCompany_.record();
     const AssistantFacts facts =
         assistantFacts(*topic_, *record, element_, shown_, dateFormat_, marks_);
     const QString company = companyTitle(record->get_Name(), record->get_Symbol());
@@ -229,12 +231,12 @@ void Assistant::refresh() {
 }
 
 void Assistant::showOrigin(const AssistantFacts& facts) {
-    const bool isKnown = origins_ != nullptr && topic_->datum.has_value();
-    history_->setVisible(isKnown);
-    origin_->setVisible(isKnown && facts.isStored);
-    if (!isKnown)
+    const bool isDatum = topic_->datum.has_value();
+    history_->setVisible(isDatum);
+    origin_->setVisible(isDatum && facts.isStored);
+    if (!isDatum)
         return;
-    const FigureOrigin origin = origins_().of(*topic_->datum, facts.element);
+    const FigureOrigin origin = shownCompany_.origins().of(*topic_->datum, facts.element);
     QString text = history::originText(origin.origin, fromUtf8(origin.document));
     if (origin.isOutdated && origin.origin != Origin::derived)
         text = tr("%1; what it follows from has changed since").arg(text);

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/company_record.hpp"
-#include "company/figure_origins.hpp"
 #include "host/assistant_facts.hpp"
+#include "host/shown_company.hpp"
 
 #include <QDialog>
 
-#include <functional>
-#include <memory>
 #include <optional>
 
 QT_BEGIN_NAMESPACE
@@ -21,18 +18,13 @@ namespace vkr {
 
 // Says what the company's record knows of an object on screen: the stored figure in full, its
 // history, the newest quarters. It stands beside the form and follows what is stored meanwhile; it
-// only reads, so that a text that is half typed stays as it is.
+// only reads, so that a text that is half typed stays as it is. It is on show only once it was
+// asked about an object.
 class Assistant : public QDialog {
     Q_OBJECT
   public:
-    // The record as it is at the time of asking; never null.
-    using Source = std::function<std::shared_ptr<const CompanyRecord>()>;
-
-    explicit Assistant(Source record, QWidget* parent = nullptr);
+    explicit Assistant(const ShownCompany& company, QWidget* parent);
     ~Assistant() override;
-
-    // Where the figures come from at the time of asking; without it nothing is said of that.
-    void setOrigins(std::function<FigureOrigins()> origins) { origins_ = std::move(origins); }
 
     // Comes to the front with an object; a number that no object has is ignored. `shown` is the
     // text on screen, `element` the period that is asked about, if any.
@@ -53,8 +45,7 @@ class Assistant : public QDialog {
     void showOrigin(const AssistantFacts& facts);
     void standBeside(const QWidget& form);
 
-    Source record_;
-    std::function<FigureOrigins()> origins_;
+    const ShownCompany& shownCompany_;
     const AssistantTopic* topic_ = nullptr;
     QString shown_;
     QString storedWhenAsked_;

@@ -39,9 +39,8 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     entry_->component().originOf = [this](Datum series, int element) {
         return origins().of(series, element).origin;
     };
-    checks_ = new FigureChecks(*this, *entry_, [this] { return recordToSave(); });
-    originMarks_ = new OriginMarks(
-        *entry_, [this] { return origins(); }, this);
+    checks_ = new FigureChecks(*this, *entry_, *this);
+    originMarks_ = new OriginMarks(*entry_, *this, this);
     buildActions();
 
     connect(checks_, &FigureChecks::judged, this, [this] {
@@ -117,8 +116,7 @@ void CompanyWindow::buildActions() {
 
 void CompanyWindow::tellAbout(int object, const QVariant& shown) {
     if (assistant_ == nullptr) {
-        assistant_ = new Assistant([this] { return record(); }, this);
-        assistant_->setOrigins([this] { return origins(); });
+        assistant_ = new Assistant(*this, this);
         connect(assistant_, &Assistant::historyAsked, this, &CompanyWindow::showHistory);
         connect(assistant_, &Assistant::helpAsked, this, &CompanyWindow::helpAsked);
     }

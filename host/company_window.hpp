@@ -4,6 +4,7 @@
 #include "company/change_journal.hpp"
 #include "control/vkr_data_entry_events.hpp"
 #include "desktop/vkr_data_entry_widget.hpp"
+#include "host/shown_company.hpp"
 #include "host/unsaved_work.hpp"
 #include "store/company_store.hpp"
 
@@ -39,7 +40,7 @@ struct OfferedLists {
 // has neither. A beginning is there only for a company that was made of another one and is not
 // known to be saved. Once changes are given up nothing is kept on the disk, and closing asks no
 // more.
-class CompanyWindow : public QMainWindow {
+class CompanyWindow : public QMainWindow, public ShownCompany {
     Q_OBJECT
   public:
     // Without an id the record is a new company.
@@ -49,18 +50,15 @@ class CompanyWindow : public QMainWindow {
 
     void setOffered(const OfferedLists& lists);
     [[nodiscard]] std::optional<std::int64_t> id() const { return id_; }
-    // As it is being edited; a text that is still being typed is not in it.
-    [[nodiscard]] std::shared_ptr<const CompanyRecord> record() const { return record_; }
-    // As it would be saved now: without the dates that nobody has typed.
-    [[nodiscard]] std::shared_ptr<CompanyRecord> recordToSave() const;
+    [[nodiscard]] std::shared_ptr<const CompanyRecord> record() const override { return record_; }
+    [[nodiscard]] std::shared_ptr<CompanyRecord> recordToSave() const override;
+    [[nodiscard]] FigureOrigins origins() const override;
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
     [[nodiscard]] const ChangeJournal& journal() const { return *journal_; }
     // Does again what was lost or given up, as steps to undo; nothing where figures of it are
     // locked by now. What the record said of those that it refuses, in a line each.
     [[nodiscard]] QStringList restore(const std::vector<ChangeGroup>& groups);
 
-    // Where each figure comes from, what was typed here included.
-    [[nodiscard]] FigureOrigins origins() const;
     // What was called right, here or before.
     [[nodiscard]] std::shared_ptr<const SilencedFindings> silenced() const;
     // Makes the company what it was, but for the lock, as one change that is not saved yet; `name`

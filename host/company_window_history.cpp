@@ -25,8 +25,7 @@ FigureOrigins CompanyWindow::origins() const {
 void CompanyWindow::keepSilenced() {
     if (!id_)
         return checks_->lookLater();
-    auto kept = std::make_shared<SilencedInStore>(store_, *id_, calledRight_,
-                                                  [this] { return recordToSave(); });
+    auto kept = std::make_shared<SilencedInStore>(store_, *id_, calledRight_, *this);
     if (std::exchange(judgedCompany_, id_) == id_)
         checks_->setSilenced(std::move(kept));
     else

@@ -21,8 +21,9 @@
 
 namespace vkr {
 
-FigureChecks::FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry, Source record)
-    : QObject(&window), window_(window), entry_(entry), record_(std::move(record)),
+FigureChecks::FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry,
+                           const ShownCompany& company)
+    : QObject(&window), window_(window), entry_(entry), company_(company),
       silenced_(std::make_shared<SilencedInMemory>()), panel_(new FindingsPanel(&window)),
       count_(new QToolButton(&window)) {
     window.addDockWidget(Qt::RightDockWidgetArea, panel_);
@@ -48,7 +49,7 @@ void FigureChecks::setSilenced(std::shared_ptr<SilencedFindings> silenced) {
 void FigureChecks::moveSilencedTo(std::shared_ptr<SilencedFindings> silenced) {
     const auto before = std::exchange(silenced_, std::move(silenced));
     ifPossible([&] {
-        for (const Finding& one : findings(*record_()))
+        for (const Finding& one : findings(*company_.recordToSave()))
             if (before->isSilenced(one) && !silenced_->isSilenced(one))
                 silenced_->silence(one);
     });
@@ -78,7 +79,7 @@ void FigureChecks::lookLater() {
 
 void FigureChecks::look() {
     isDue_ = false;
-    const auto record = record_();
+    const auto record = company_.recordToSave();
     std::vector<ShownFinding> shown;
     std::vector<Finding> open;
     for (Finding& one : findings(*record)) {

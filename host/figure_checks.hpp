@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/company_record.hpp"
+#include "host/shown_company.hpp"
 #include "plausibility/silenced_findings.hpp"
 
 #include <QObject>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -27,10 +26,8 @@ class VKRDataEntryWidget;
 class FigureChecks : public QObject {
     Q_OBJECT
   public:
-    // The record as it would be saved; never null.
-    using Source = std::function<std::shared_ptr<const CompanyRecord>()>;
-
-    FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry, Source record);
+    // The company as it would be saved.
+    FigureChecks(QMainWindow& window, VKRDataEntryWidget& entry, const ShownCompany& company);
 
     // Where those of the company that is open are kept.
     void setSilenced(std::shared_ptr<SilencedFindings> silenced);
@@ -52,7 +49,7 @@ class FigureChecks : public QObject {
 
     QMainWindow& window_;
     VKRDataEntryWidget& entry_;
-    Source record_;
+    const ShownCompany& company_;
     std::shared_ptr<SilencedFindings> silenced_;
     FindingsPanel* panel_;
     QToolButton* count_; // in the status bar

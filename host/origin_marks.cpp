@@ -29,8 +29,8 @@ FieldOrigin toldOf(const FigureOrigin& origin) {
 
 } // namespace
 
-OriginMarks::OriginMarks(VKRDataEntryWidget& entry, Source origins, QObject* parent)
-    : QObject(parent), entry_(entry), origins_(std::move(origins)),
+OriginMarks::OriginMarks(VKRDataEntryWidget& entry, const ShownCompany& company, QObject* parent)
+    : QObject(parent), entry_(entry), company_(company),
       isShown_(programSettings().value(QLatin1String(shownKey)).toBool()) {
     connect(&entry, &VKRDataEntryWidget::edited, this, &OriginMarks::showLater);
 }
@@ -58,7 +58,7 @@ void OriginMarks::show() {
     isDue_ = false;
     std::map<FigurePlace, FieldOrigin> told;
     if (isShown_) {
-        const FigureOrigins origins = origins_();
+        const FigureOrigins origins = company_.origins();
         const auto add = [&](const FigurePlace& place) {
             const FigureOrigin origin = origins.of(place.datum, place.element);
             if (origin.origin)

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/figure_origins.hpp"
+#include "host/shown_company.hpp"
 
 #include <QObject>
-
-#include <functional>
 
 QT_BEGIN_NAMESPACE
 class QMenu;
@@ -21,9 +19,7 @@ class VKRDataEntryWidget;
 class OriginMarks : public QObject {
     Q_OBJECT
   public:
-    using Source = std::function<FigureOrigins()>;
-
-    OriginMarks(VKRDataEntryWidget& entry, Source origins, QObject* parent);
+    OriginMarks(VKRDataEntryWidget& entry, const ShownCompany& company, QObject* parent);
 
     void addTo(QMenu& menu);
     void showLater(); // when the event under way is done
@@ -33,7 +29,7 @@ class OriginMarks : public QObject {
     void show();
 
     VKRDataEntryWidget& entry_;
-    Source origins_;
+    const ShownCompany& company_;
     bool isShown_ = false;
     bool isDue_ = false;
 };

@@ -2,13 +2,13 @@
 #include "host/silenced_in_store.hpp"
 
 #include <stdexcept>
-#include <utility>
 
 namespace vkr {
 
 SilencedInStore::SilencedInStore(CompanyStore& store, std::int64_t company,
-                                 const std::vector<FindingVerdict>& calledRight, Company record)
-    : store_(store), company_(company), record_(std::move(record)) {
+                                 const std::vector<FindingVerdict>& calledRight,
+                                 const ShownCompany& shown)
+    : store_(store), company_(company), shown_(shown) {
     for (const FindingVerdict& verdict : calledRight) {
         Finding finding;
         finding.key = verdict.finding;
@@ -18,9 +18,9 @@ SilencedInStore::SilencedInStore(CompanyStore& store, std::int64_t company,
 
 void SilencedInStore::judge(const Finding& finding, bool isRight) {
     const FigurePlace& place = finding.places.front();
-    const auto done =
-        store_.judge(company_, {finding.key, finding.text, std::string(rowOf(place.datum).name),
-                                historyPeriod(*record_(), place.datum, place.element), isRight});
+    const auto done = store_.judge(
+        company_, {finding.key, finding.text, std::string(rowOf(place.datum).name),
+                   historyPeriod(*shown_.recordToSave(), place.datum, place.element), isRight});
     if (!done)
         throw std::runtime_error(done.error().message);
 }

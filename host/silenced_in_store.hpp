@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/shown_company.hpp"
 #include "plausibility/silenced_findings.hpp"
 #include "store/company_store.hpp"
 
 #include <cstdint>
-#include <functional>
-#include <memory>
 #include <vector>
 
 namespace vkr {
@@ -16,12 +15,10 @@ namespace vkr {
 // loaded again.
 class SilencedInStore final : public SilencedFindings {
   public:
-    using Company = std::function<std::shared_ptr<const CompanyRecord>()>;
-
-    // What was called right is that of the company as it was loaded; `record` tells the company as
+    // What was called right is that of the company as it was loaded; `shown` is the company as
     // it is looked at.
     SilencedInStore(CompanyStore& store, std::int64_t company,
-                    const std::vector<FindingVerdict>& calledRight, Company record);
+                    const std::vector<FindingVerdict>& calledRight, const ShownCompany& shown);
 
     // Throw what the store says where it can't be kept.
     void silence(const Finding& finding) override;
@@ -35,7 +32,7 @@ class SilencedInStore final : public SilencedFindings {
 
     CompanyStore& store_;
     const std::int64_t company_;
-    const Company record_;
+    const ShownCompany& shown_;
     SilencedInMemory known_;
 };
 

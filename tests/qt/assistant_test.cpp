@@ -334,13 +334,19 @@ TEST_F(AssistantTest, OneWindowACompanyAnswersAndEscapeClosesIt) {
 
 TEST_F(AssistantTest, TheAnswerStandsBesideWhatIsAskedAbout) {
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
-    const auto record = std::make_shared<CompanyRecord>();
+    struct : ShownCompany {
+        std::shared_ptr<const CompanyRecord> record() const override { return recordToSave(); }
+        std::shared_ptr<CompanyRecord> recordToSave() const override {
+            return std::make_shared<CompanyRecord>();
+        }
+        FigureOrigins origins() const override { return {}; }
+    } company;
     const QSize size(room.width(), 60);
     for (const QPoint& corner : {room.topLeft(), QPoint(room.left(), room.bottom() - 100)}) {
         QWidget form;
         form.setGeometry(QRect(corner, size));
         form.show();
-        Assistant assistant([record] { return record; }, &form);
+        Assistant assistant(company, &form);
         assistant.tell(doName, {}, std::nullopt, "Short Date");
         EXPECT_FALSE(assistant.frameGeometry().intersects(form.frameGeometry()));
         EXPECT_TRUE(room.contains(assistant.frameGeometry()));
