@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include <cassert>
+
 namespace vkr {
 
 namespace {
@@ -84,6 +86,7 @@ Form& ControlView::form() const {
 }
 
 void ControlView::setWidget(QWidget& widget) {
+    assert(widget_ == nullptr);
     widget_ = &widget;
     widget.setObjectName(toQt(control_->id()));
     if (QStyle* style = host_.ownStyle())
@@ -92,6 +95,7 @@ void ControlView::setWidget(QWidget& widget) {
 }
 
 void ControlView::retire() {
+    assert(widget_ != nullptr && control_ != nullptr);
     control_ = nullptr;
     widget_->hide();
     widget_->deleteLater(); // in this order: the widget's last events come to the view

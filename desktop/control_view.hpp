@@ -20,6 +20,10 @@ using NativeEvent = bool (*)(QWidget& widget, QEvent& event);
 // The native side of one control. It shows the model in its widget and hands every event of that
 // widget to the form view, which decides how much of it the widget itself gets to see. Lives as
 // long as its control, or a little longer: without a control it does nothing.
+//
+// What may be true together: the widget is there from the view's construction on and stays the
+// same. While the model is shown, and while the widget is at work, nothing that it signals is input
+// of its own; both may be so, within one another.
 class ControlView : public QObject {
   public:
     ControlView(ViewHost& host, Control& control) : host_(host), control_(&control) {}

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace vkr {
@@ -128,6 +129,7 @@ void FindingsPanel::changeEvent(QEvent* event) {
 
 void FindingsPanel::setFindings(std::vector<ShownFinding> findings,
                                 std::shared_ptr<const CompanyRecord> record) {
+    assert(record != nullptr);
     findings_ = std::move(findings);
     record_ = std::move(record);
     fill();

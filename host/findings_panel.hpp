@@ -26,7 +26,9 @@ struct ShownFinding {
 };
 
 // What there is to look at, beside the form: the sentences, how the figure went, and what to do
-// about it. Enter and a double-click lead to the figure, Escape goes back to the form.
+// about it. Enter and a double-click lead to the figure, Escape goes back to the form. At any time
+// each entry of the list is one of the findings, and these are of the record that is there with
+// them.
 class FindingsPanel : public QDockWidget {
     Q_OBJECT
   public:

@@ -9,6 +9,8 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include <cassert>
+
 namespace vkr {
 
 namespace {
@@ -49,9 +51,10 @@ HelpViewer::~HelpViewer() {
 }
 
 void HelpViewer::showPage(int number) {
-    if (number != shown_)
+    const int wanted = helpPage(number) == nullptr ? 0 : number;
+    if (wanted != shown_)
         visited_.append(shown_);
-    turnTo(number);
+    turnTo(wanted);
     show();
     raise();
     activateWindow();
@@ -63,6 +66,7 @@ void HelpViewer::turnTo(int number) {
     shown_ = page == nullptr ? 0 : number;
     text_->setHtml(page == nullptr ? helpContents() : helpText(*page));
     back_->setEnabled(!visited_.isEmpty());
+    assert(visited_.isEmpty() || visited_.last() != shown_);
 }
 
 void HelpViewer::goTo(const QUrl& url) {

@@ -6,7 +6,8 @@
 
 namespace vkr {
 
-// The window of the help: one for the whole application, beside the windows it explains.
+// The window of the help: one for the whole application, beside the windows it explains. At any
+// time there is a way back only where pages were turned; no page comes twice in a row there.
 class HelpViewer : public QWidget {
     Q_OBJECT
   public:

@@ -21,6 +21,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cassert>
 #include <functional>
 #include <map>
 #include <set>
@@ -309,6 +310,7 @@ const HistoryGroup* HistoryWindow::chosen() const {
     if (item == nullptr)
         return nullptr;
     const int row = tree_->indexOfTopLevelItem(item->parent() != nullptr ? item->parent() : item);
+    assert(tree_->topLevelItemCount() == std::ssize(groups_));
     if (row < 0 || groups_[static_cast<std::size_t>(row)].verdict)
         return nullptr; // no state to come back to
     return &groups_[static_cast<std::size_t>(row)];

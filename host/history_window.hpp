@@ -20,7 +20,9 @@ QT_END_NAMESPACE
 namespace vkr {
 
 // Who changed what of a company, the newest first, by person, time, origin, figure and period. It
-// stands beside the form and shows what is saved; a state of the company can be asked for.
+// stands beside the form and shows what is saved; a state of the company can be asked for. At any
+// time the tree has an entry for each of the groups, in their order; a figure that was asked for is
+// among the choices.
 class HistoryWindow : public QDialog {
     Q_OBJECT
   public:

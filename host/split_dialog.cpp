@@ -8,8 +8,8 @@
 #include "host/texts.hpp"
 #include "host/tick_delegate.hpp"
 #include "input/date_reader.hpp"
+#include "sheet/today.hpp"
 
-#include <QDate>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHeaderView>
@@ -21,6 +21,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
@@ -30,11 +31,6 @@ enum Column { figureColumn, periodColumn, beforeColumn, afterColumn, columnCount
 
 constexpr int visibleRows = 14;
 constexpr int widthInCharacters = 104;
-
-Date today() {
-    const QDate day = QDate::currentDate();
-    return makeDate(day.year(), day.month(), day.day()).value_or(Date{});
-}
 
 } // namespace
 
@@ -165,6 +161,7 @@ void SplitDialog::showCount() {
 }
 
 std::vector<DatumChange> SplitDialog::changes() const {
+    assert(table_->rowCount() == std::ssize(changes_));
     std::vector<DatumChange> ticked;
     for (int row = 0; row < table_->rowCount(); ++row)
         if (const auto* item = table_->item(row, figureColumn);

@@ -22,7 +22,8 @@ namespace vkr {
 class VKRDataEntryWidget;
 
 // Asks for a split and shows every figure that it changes, before and after. Figures that are not
-// ticked stay.
+// ticked stay. At any time the table has a row for each of the changes, and both are empty where
+// what was typed is no split; only where one is ticked can it be applied.
 class SplitDialog : public QDialog {
     Q_OBJECT
   public:

@@ -239,6 +239,7 @@ CompanyWindow* Workspace::show(std::optional<std::int64_t> id, const LoadedCompa
     connect(window, &CompanyWindow::gone, this,
             [this](CompanyWindow* closed) { windows_.removeOne(closed); });
     windows_.append(window);
+    checkInvariants();
     window->show();
     window->activateWindow();
     window->entry().setCurrentTab(toCompany); // takes the focus to its first field

@@ -14,7 +14,8 @@
 
 namespace vkr {
 
-// One database and all windows on it.
+// One database and all windows on it. At any time no company has two windows; changes that were
+// discarded are on offer once a company, and no more once it is opened again.
 class Workspace : public QObject {
     Q_OBJECT
   public:
@@ -74,6 +75,7 @@ class Workspace : public QObject {
                                const std::vector<ChangeGroup>& groups);
     void restoreDiscarded();
     void showDiscarded();
+    void checkInvariants() const;
     void forgetDiscarded(std::int64_t id); // it is opened again, or deleted
     [[nodiscard]] CompanyWindow* windowOf(std::int64_t id) const;
     [[nodiscard]] OfferedLists offered() const;

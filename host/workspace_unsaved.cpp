@@ -7,10 +7,20 @@
 #include "store/unsaved_changes.hpp"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
+void Workspace::checkInvariants() const {
+    for (const CompanyWindow* window : windows_)
+        assert(!window->id() || windowOf(*window->id()) == window);
+    for (const DiscardedChanges& changes : discarded_)
+        assert(!changes.id ||
+               std::ranges::count(discarded_, changes.id, &DiscardedChanges::id) == 1);
+}
+
 void Workspace::showDiscarded() {
+    checkInvariants();
     if (discarded_.isEmpty()) {
         list_->offerRestore({});
         return;

@@ -4,6 +4,7 @@
 #include "input/mdlKMTMisc.hpp"
 #include "platform/error_trap.hpp"
 
+#include <cassert>
 #include <cmath>
 
 namespace vkr {
@@ -26,9 +27,11 @@ Date frmCalendar::lastDate() const {
 }
 
 void frmCalendar::Show(Services& services) {
+    assert(!visible_);
     visible_ = true;
     ifPossible([&] { services.showModal(*this); });
     visible_ = false;
+    assert(tag_.empty() || IsDateInRange(selectedDate_)); // confirmed
 }
 
 void frmCalendar::cmdOK_Click() {

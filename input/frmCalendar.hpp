@@ -14,7 +14,9 @@ struct CalendarButtons {
     std::string cancel = "Cancel";
 };
 
-// The date picker: the calendar Calendar1 over the buttons cmdOK and cmdCancel.
+// The date picker: the calendar Calendar1 over the buttons cmdOK and cmdCancel. It is visible only
+// while it is shown, once at a time; then it is confirmed, and has a date that can be stored, or
+// not.
 class frmCalendar final : public CalendarForm {
   public:
     explicit frmCalendar(std::string caption, const Control* owner = nullptr,

@@ -5,6 +5,8 @@
 #include "native/native_text.hpp"
 #include "platform/text.hpp"
 
+#include <cassert>
+
 namespace vkr {
 
 ControlWindow* ControlWindow::of(HWND window) {
@@ -35,6 +37,7 @@ void ControlWindow::create(const wchar_t* kind, DWORD style, HWND parent, DWORD 
 }
 
 void ControlWindow::adopt(Part& part, HWND window) {
+    assert(part.window == nullptr && window != nullptr);
     part.window = window;
     part.view = this;
     part.own = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
@@ -187,6 +190,7 @@ void ControlWindow::pass(const Pointer& pointer) {
 LRESULT ControlWindow::handle(const Part& part, UINT message, WPARAM wParam, LPARAM lParam) {
     if (control_ == nullptr)
         return CallWindowProcW(part.own, part.window, message, wParam, lParam);
+    assert(host_ != nullptr);
     if (message == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT)
         return accessibleOf(part.window, weak_from_this(), wParam);
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS)

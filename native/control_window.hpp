@@ -17,6 +17,10 @@ namespace vkr {
 // The native side of one control. It shows the model in its window and hands every message of that
 // window to the form's, which decides how much of it the window itself gets to see. Lives as long
 // as its control, or a little longer: without a control it does nothing.
+//
+// What may be true together: there is a host wherever there is a control. The window is there from
+// the view's construction until somebody destroys it. While the model is shown, and while the
+// window is at work, nothing that it tells is input of its own; both may be so, within one another.
 class ControlWindow : public Heard, public std::enable_shared_from_this<ControlWindow> {
   public:
     ControlWindow(ViewHost& host, Control& control) : host_(&host), control_(&control) {}

@@ -149,9 +149,8 @@ void Form::endUpdate() {
 void Form::checkInvariants() const {
     assert(updates_ >= 0);
     assert(updates_ > 0 || (changed_.empty() && !focusMoved_));
-    assert(active_ == nullptr || std::ranges::any_of(controls_, [this](const auto& control) {
-               return control.get() == active_;
-           }));
+    assert(active_ == nullptr || holds(*active_));
+    assert(tabOrder_.size() == controls_.size());
 }
 
 void Form::setTabIndex(Control& control, int index) {

@@ -84,7 +84,9 @@ enum class FocusDirection { forward, backward };
 // A form: its controls, its focus, and the one input pipeline that every adapter feeds. At any time
 //
 //   what has changed waits to be told only while an update is under way;
-//   the active control, where there is one, is one that the form has.
+//   the active control, where there is one, is one that the form has;
+//   the tab order has each of the form's controls once;
+//   keystrokes that handlers have sent wait only while a stroke is under way.
 class Form {
   public:
     Form();

@@ -61,7 +61,7 @@ bool Form::userPaste(TextField& field, std::string_view text) {
 }
 
 void Form::userSelect(TextField& field, int start, int length) {
-    field.takeUserSelection(start, length);
+    field.putSelection(start, length);
 }
 
 void Form::mouseDown(Control& control, MouseButton button, int tab) {

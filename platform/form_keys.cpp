@@ -7,6 +7,7 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vkr {
 
@@ -59,6 +60,7 @@ bool Form::stroke(const Stroke& stroke, NativeEditor& editor) {
     editor.catchUp();
     const bool used = conduct(stroke, editor);
     keyDone();
+    assert(sending_ || sentKeys_.empty());
     checkInvariants();
     return used;
 }

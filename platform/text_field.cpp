@@ -4,6 +4,7 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <stdexcept>
 #include <utility>
 
@@ -25,6 +26,7 @@ void TextField::rewriteText(std::string_view text) {
     showText(text);
 }
 
+// The selection is put anew after it.
 bool TextField::putEdit(std::string_view text) {
     if (text_ == text)
         return false;
@@ -61,8 +63,7 @@ bool TextField::editText(std::string_view text, int selectionStart) {
     if (locked_)
         return false;
     const bool changed = putEdit(text);
-    selStart_ = std::clamp(selectionStart, 0, textLength(text_));
-    selLength_ = 0;
+    putSelection(selectionStart, 0);
     if (changed)
         textChanged();
     notify(changed ? Property::edit : Property::selection);
@@ -74,14 +75,21 @@ std::string_view TextField::selText() const {
 }
 
 void TextField::select(int start, int length) {
+    const auto before = std::pair(selStart_, selLength_);
+    putSelection(start, length);
+    if (before != std::pair(selStart_, selLength_))
+        notify(Property::selection);
+}
+
+void TextField::putSelection(int start, int length) {
     const int end = textLength(text_);
-    start = std::clamp(start, 0, end);
-    length = std::clamp(length, 0, end - start);
-    if (start == selStart_ && length == selLength_)
-        return;
-    selStart_ = start;
-    selLength_ = length;
-    notify(Property::selection);
+    selStart_ = std::clamp(start, 0, end);
+    selLength_ = std::clamp(length, 0, end - selStart_);
+    checkInvariants();
+}
+
+void TextField::checkInvariants() const {
+    assert(selStart_ >= 0 && selLength_ >= 0 && selStart_ + selLength_ <= textLength(text_));
 }
 
 // Of changes that leave the mark or take it off.
@@ -164,14 +172,8 @@ TextField::Edit TextField::taken(std::string_view edited, int caret) const {
 
 void TextField::takeUserEdit(std::string_view text, int start, int length) {
     putEdit(text);
-    takeUserSelection(start, length);
+    putSelection(start, length);
     textChanged();
-}
-
-void TextField::takeUserSelection(int start, int length) {
-    const int end = textLength(text_);
-    selStart_ = std::clamp(start, 0, end);
-    selLength_ = std::clamp(length, 0, end - selStart_);
 }
 
 void ComboBox::clearList() {

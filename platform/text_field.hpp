@@ -22,6 +22,9 @@ struct FieldOrigin {
 
 // What text boxes and editable lists have in common: a text with a selection, counted in
 // characters. A locked field can be read and selected, and no user action changes it.
+//
+// What may be true together: the selection lies within the text; a text to take back is there only
+// since the user has changed it.
 class TextField : public Control {
   public:
     [[nodiscard]] const std::string& text() const { return text_; }
@@ -117,11 +120,12 @@ class TextField : public Control {
   private:
     friend class Form;
     void takeUserEdit(std::string_view text, int start, int length);
-    void takeUserSelection(int start, int length);
     virtual void textChanged() {}
     template <typename Change>
     void changeState(const Change& change);
     void showText(std::string_view text);
+    void putSelection(int start, int length); // cut to what is there
+    void checkInvariants() const;
     void keepEntry();
     bool putEdit(std::string_view text); // whether it is another text
 
@@ -181,7 +185,8 @@ class TextBox : public TextField {
     Alignment alignment_ = Alignment::left;
 };
 
-// An editable drop-down list. The chosen entry is the one whose text stands in the field.
+// An editable drop-down list. The chosen entry is the one whose text stands in the field; none is
+// chosen only where that is none of them.
 class ComboBox : public TextField {
   public:
     ComboBox(Form& form, std::string_view name, int index, Frame* container)

@@ -12,6 +12,9 @@ namespace vkr {
 
 // The earnings of the last four quarters in txtLast4QEPS: what the rule tells from form and record
 // replaces what is there. A figure that a person typed stays until the rule has another one.
+//
+// What may be true together: the rule's answer and a typed figure may both be there, and differ
+// only with a mark or where nobody could be told yet.
 class TrailingSum {
   public:
     // `lastQuarter` is the one on show.

@@ -9,11 +9,13 @@
 #include "record/enumerations.hpp"
 #include "source_folder.hpp"
 
+#include <QAction>
 #include <QFile>
 #include <QLocale>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QToolBar>
 
 #include <gtest/gtest.h>
 #include <map>
@@ -255,6 +257,12 @@ TEST(HelpPagesTest, TheViewerTurnsToThePageAndToTheContentsWhereThereIsNone) {
     viewer.showPage(12345);
     EXPECT_EQ(viewer.shownPage(), 0);
     EXPECT_TRUE(text->toPlainText().startsWith("Contents"));
+    // Nowhere is gone to from the contents, so there is one step back.
+    viewer.showPage(12346);
+    for (QAction* action : viewer.findChild<QToolBar*>()->actions())
+        if (action->text() == "&Back")
+            action->trigger();
+    EXPECT_EQ(viewer.shownPage(), helpObjectBase + doCurrentPrice);
 }
 
 } // namespace
