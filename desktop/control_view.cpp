@@ -39,11 +39,11 @@ bool isPointer(const QEvent& event) {
 
 // Below the text, as a word is marked that somebody should look at.
 void paintWave(QPainter& painter, const QRect& field) {
-    constexpr double step = 3;
-    constexpr double edge = 4;
+    constexpr int step = 3;
+    constexpr int edge = 4;
     const double bottom = field.bottom() - 1;
     QPolygonF wave;
-    for (double x = field.left() + edge; x <= field.right() - edge; x += step)
+    for (int x = field.left() + edge; x <= field.right() - edge; x += step)
         wave << QPointF(x, wave.size() % 2 == 0 ? bottom : bottom - step + 0.5);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.drawPolyline(wave);
