@@ -226,8 +226,8 @@ CompanyWindow* Workspace::show(std::optional<std::int64_t> id, const LoadedCompa
             exportWindow(*window, folder);
     });
     connect(window, &CompanyWindow::printAsked, this,
-            [this, window] { SheetPrinting(window).printOnChosen(sheet(*window)); });
-    connect(window, &CompanyWindow::pdfAsked, this, [this, window] {
+            [window] { SheetPrinting(window).printOnChosen(sheet(*window)); });
+    connect(window, &CompanyWindow::pdfAsked, this, [window] {
         const auto companies = sheet(*window);
         SheetPrinting(window).saveToChosen(companies, titleOf(*window));
     });
