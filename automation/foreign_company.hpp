@@ -25,7 +25,7 @@ class ForeignCompany final : public iVKR_Company {
         return read(datum_kind::kind(), #name);                                                    \
     }                                                                                              \
     void put_##name(datum_kind::kind::Argument value) override {                                   \
-        object_.put(object_.idOf(#name), value);                                                   \
+        object_.put(#name, value);                                                                 \
     }
     VKR_DATA(VKR_FOREIGN)
 #undef VKR_FOREIGN

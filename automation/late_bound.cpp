@@ -24,6 +24,20 @@ namespace vkr::automation {
 
 namespace {
 
+// A failure of the object, not of the call, as the caller of Invoke() hears of it: with its text.
+HRESULT toldByException(HRESULT failure, EXCEPINFO* error) {
+    if (SUCCEEDED(failure) || error == nullptr || HRESULT_FACILITY(failure) == FACILITY_DISPATCH)
+        return failure;
+    *error = {};
+    error->scode = failure;
+    ComPtr<IErrorInfo> info;
+    if (GetErrorInfo(0, info.receive()) == S_OK) {
+        info->GetDescription(&error->bstrDescription);
+        info->GetSource(&error->bstrSource);
+    }
+    return DISP_E_EXCEPTION;
+}
+
 // An object of the component as it is seen outside. It answers to the names that the object does.
 class DispatchedObject final : public ComObject<IDispatch, InsideObject> {
   public:
@@ -45,15 +59,16 @@ class DispatchedObject final : public ComObject<IDispatch, InsideObject> {
         return guarded(this, IID_IDispatch, [&] { return idsOf(reserved, names, count, found); });
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID /*locale*/, WORD kind,
-                                     DISPPARAMS* given, VARIANT* result, EXCEPINFO* /*error*/,
+                                     DISPPARAMS* given, VARIANT* result, EXCEPINFO* error,
                                      UINT* wrongArgument) override {
         if (result != nullptr)
             VariantInit(result);
-        return guarded(this, IID_IDispatch, [&] {
+        const HRESULT done = guarded(this, IID_IDispatch, [&] {
             if (!IsEqualIID(reserved, IID_NULL))
                 return DISP_E_UNKNOWNINTERFACE;
             return invoke(member, kind, given, result, wrongArgument);
         });
+        return toldByException(done, error);
     }
 
   private:
@@ -110,28 +125,29 @@ class DispatchedObject final : public ComObject<IDispatch, InsideObject> {
 
 // --- calling outside -----------------------------------------------------------------------------
 
-DISPID LateBound::idOf(std::string_view name) const {
-    if (const auto known = ids_.find(name); known != ids_.end())
+DISPID LateBound::idOf(Held& held, std::string_view name) {
+    if (const auto known = held.ids.find(name); known != held.ids.end())
         return known->second;
     std::wstring wide = wideOf(name);
     LPOLESTR wanted = wide.data();
     DISPID id = DISPID_UNKNOWN;
-    check(object_->GetIDsOfNames(IID_NULL, &wanted, 1, LOCALE_USER_DEFAULT, &id));
-    ids_.emplace(name, id);
+    check(held.object->GetIDsOfNames(IID_NULL, &wanted, 1, LOCALE_USER_DEFAULT, &id));
+    held.ids.emplace(name, id);
     return id;
 }
 
-void LateBound::invoke(DISPID id, WORD kind, std::vector<VARIANT>& arguments,
+void LateBound::invoke(std::string_view name, WORD kind, std::vector<VARIANT>& arguments,
                        VARIANT* answer) const {
+    const auto held = held_; // the object may let go of us meanwhile
+    const DISPID id = idOf(*held, name);
     DISPID put = DISPID_PROPERTYPUT;
     const bool puts = (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
     DISPPARAMS given{arguments.data(), puts ? &put : nullptr, static_cast<UINT>(arguments.size()),
                      puts ? 1U : 0U};
     EXCEPINFO error{};
     UINT wrong = 0;
-    const ComPtr<IDispatch> kept = object_; // it may let go of us meanwhile
-    const HRESULT result =
-        kept->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &given, answer, &error, &wrong);
+    const HRESULT result = held->object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &given,
+                                                answer, &error, &wrong);
     if (result == DISP_E_EXCEPTION && error.pfnDeferredFillIn != nullptr)
         error.pfnDeferredFillIn(&error);
     const std::string told =
@@ -143,19 +159,19 @@ void LateBound::invoke(DISPID id, WORD kind, std::vector<VARIANT>& arguments,
         throw ComError(result, told);
 }
 
-void LateBound::get(DISPID id, OwnedVariant& value) const {
+void LateBound::get(std::string_view name, OwnedVariant& value) const {
     std::vector<VARIANT> none;
-    invoke(id, DISPATCH_PROPERTYGET | DISPATCH_METHOD, none, value.receive());
+    invoke(name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, none, value.receive());
 }
 
-void LateBound::put(DISPID id, const Variant& value) const {
+void LateBound::put(std::string_view name, const Variant& value) const {
     OwnedVariant held;
     toVariant(value, held);
     std::vector<VARIANT> arguments{held.get()};
-    invoke(id, DISPATCH_PROPERTYPUT, arguments, nullptr);
+    invoke(name, DISPATCH_PROPERTYPUT, arguments, nullptr);
 }
 
-void LateBound::call(DISPID id, std::initializer_list<Variant> arguments,
+void LateBound::call(std::string_view name, std::initializer_list<Variant> arguments,
                      OwnedVariant& answer) const {
     std::vector<OwnedVariant> held(arguments.size());
     std::vector<VARIANT> last; // first
@@ -166,17 +182,17 @@ void LateBound::call(DISPID id, std::initializer_list<Variant> arguments,
         toVariant(one, held[place]);
         last[place] = held[place].get();
     }
-    invoke(id, DISPATCH_METHOD, last, answer.receive());
+    invoke(name, DISPATCH_METHOD, last, answer.receive());
 }
 
 Variant OutsideObject::get(std::string_view name) const {
     OwnedVariant value;
-    object_.get(object_.idOf(name), value);
+    object_.get(name, value);
     return fromVariant(value.get());
 }
 
 void OutsideObject::put(std::string_view name, const Variant& value) {
-    object_.put(object_.idOf(name), value);
+    object_.put(name, value);
 }
 
 std::shared_ptr<Object> lateBound(IUnknown* object) {

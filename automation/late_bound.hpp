@@ -15,24 +15,30 @@
 
 namespace vkr::automation {
 
-// An object outside, called by name. What it fails with is thrown, with its description.
+// An object outside, called by name. What it fails with is thrown, with its description, and so is
+// a name that it does not know. Whoever holds this may be gone when a call comes back.
 class LateBound {
   public:
-    explicit LateBound(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+    explicit LateBound(ComPtr<IDispatch> object)
+        : held_(std::make_shared<Held>(Held{std::move(object), {}})) {}
 
-    [[nodiscard]] IDispatch* dispatch() const { return object_.get(); }
-    // Throws for a name that it does not know; asked once.
-    [[nodiscard]] DISPID idOf(std::string_view name) const;
-    void get(DISPID id, OwnedVariant& value) const;
-    void put(DISPID id, const Variant& value) const;
+    [[nodiscard]] IDispatch* dispatch() const { return held_->object.get(); }
+    void get(std::string_view name, OwnedVariant& value) const;
+    void put(std::string_view name, const Variant& value) const;
     // A method with these arguments, first to last.
-    void call(DISPID id, std::initializer_list<Variant> arguments, OwnedVariant& answer) const;
+    void call(std::string_view name, std::initializer_list<Variant> arguments,
+              OwnedVariant& answer) const;
 
   private:
-    void invoke(DISPID id, WORD kind, std::vector<VARIANT>& arguments, VARIANT* answer) const;
+    struct Held {
+        ComPtr<IDispatch> object;
+        std::map<std::string, DISPID, std::less<>> ids; // asked once each
+    };
+    [[nodiscard]] static DISPID idOf(Held& held, std::string_view name);
+    void invoke(std::string_view name, WORD kind, std::vector<VARIANT>& arguments,
+                VARIANT* answer) const;
 
-    ComPtr<IDispatch> object_;
-    mutable std::map<std::string, DISPID, std::less<>> ids_;
+    std::shared_ptr<Held> held_;
 };
 
 // An object outside as one of the component: its properties by name.

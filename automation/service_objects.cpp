@@ -66,13 +66,12 @@ class ForeignLocalizer final : public Localizer {
 
     [[nodiscard]] std::string LoadString(int number) const override {
         OwnedVariant text;
-        object_.call(object_.idOf("LoadString"), {number}, text);
+        object_.call("LoadString", {number}, text);
         return textIn(text.get());
     }
     [[nodiscard]] Picture LoadPicture(int number, int kind) const override {
         OwnedVariant picture;
-        object_.call(object_.idOf("LoadPicture"), {number, static_cast<std::int16_t>(kind)},
-                     picture);
+        object_.call("LoadPicture", {number, static_cast<std::int16_t>(kind)}, picture);
         return insidePicture(number, picture.get());
     }
 
@@ -86,7 +85,7 @@ class ForeignEarnings final : public TrailingEarnings {
 
     [[nodiscard]] std::optional<double> lastFour(const EarningsInput& input) override {
         OwnedVariant sum;
-        object_.call(object_.idOf("LastFour"),
+        object_.call("LastFour",
                      {input.lastQuarter, input.newestQuarter, input.quarterly, input.yearly,
                       input.fiscalYearEnd},
                      sum);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,10 @@ namespace vkr::automation {
 class ScriptedObject final : public ComObject<IDispatch> {
   public:
     std::map<std::string, Variant> values;
-    std::map<std::string, HRESULT> failing; // names that fail with a code
-    std::vector<std::string> written;       // names, in the order of the writes
+    std::map<std::string, HRESULT> failing;        // names that fail with a code
+    std::vector<std::string> written;              // names, in the order of the writes
+    std::set<std::string> unknown;                 // names that it does not answer to
+    std::function<void(const std::string&)> asked; // for a name
     std::function<void(const std::string&, bool writes)> called;
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
@@ -34,6 +37,10 @@ class ScriptedObject final : public ComObject<IDispatch> {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT /*count*/,
                                             LCID /*locale*/, DISPID* found) override {
         const std::string name = textOf(std::wstring_view(names[0]));
+        if (const auto ask = asked) // which may replace it
+            ask(name);
+        if (unknown.contains(name))
+            return DISP_E_UNKNOWNNAME;
         auto place = std::ranges::find(names_, name);
         if (place == names_.end())
             place = names_.insert(place, name);
