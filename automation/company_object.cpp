@@ -10,9 +10,13 @@
 #include "company/company_csv.hpp"
 #include "record/datum_changes.hpp"
 
+#include <cmath>
 #include <filesystem>
+#include <limits>
+#include <map>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace vkr::automation {
@@ -76,6 +80,13 @@ std::filesystem::path pathOf(BSTR text) {
     return {std::wstring(text, SysStringLen(text))};
 }
 
+bool hasNamesOfARecord(IDispatch& object) {
+    wchar_t name[] = L"Symbol";
+    LPOLESTR wanted = name;
+    DISPID member = DISPID_UNKNOWN;
+    return SUCCEEDED(object.GetIDsOfNames(IID_NULL, &wanted, 1, LOCALE_USER_DEFAULT, &member));
+}
+
 std::string lines(const std::vector<CsvProblem>& problems) {
     std::string all;
     for (const CsvProblem& one : problems)
@@ -83,10 +94,61 @@ std::string lines(const std::vector<CsvProblem>& problems) {
     return all;
 }
 
+// The data by the numbers of their members, but for series, which are variants.
+const std::map<DISPID, Datum>& dataByMember(ITypeInfo& info) {
+    static const auto all = [&] {
+        std::map<DISPID, Datum> found;
+        for (const DatumRow& row : datumTable()) {
+            std::wstring name = wideOf(row.name);
+            LPOLESTR wanted = name.data();
+            DISPID member = DISPID_UNKNOWN;
+            check(info.GetIDsOfNames(&wanted, 1, &member));
+            if (!isSeries(row))
+                found.emplace(member, row.datum);
+        }
+        return found;
+    }();
+    return all;
+}
+
+// A value that comes late bound, as what the datum is. The model would make a figure of a text, by
+// the marks of the user, a number of a truth value and a whole year of any number.
+struct Exactly {
+    const VARIANT& given;
+    OwnedVariant& into;
+
+    template <typename Type>
+    void put(VARTYPE type, Type VARIANT::*member, Type value) const {
+        into.get().*member = value;
+        V_VT(&into.get()) = type;
+    }
+    void operator()(const TextAccess& /*access*/) const {
+        put(VT_BSTR, &VARIANT::bstrVal, newBstr(textIn(given)));
+    }
+    void operator()(const NumberAccess& /*access*/) const {
+        put(VT_R8, &VARIANT::dblVal, numberIn(given));
+    }
+    void operator()(const YearAccess& /*access*/) const {
+        if (std::abs(numberIn(given)) > std::numeric_limits<SHORT>::max())
+            throw ComError(DISP_E_OVERFLOW, "No year has so many digits.");
+        put(VT_I2, &VARIANT::iVal, SHORT{yearIn(given)});
+    }
+    void operator()(const DateAccess& /*access*/) const {
+        put(VT_DATE, &VARIANT::date, dateIn(given).serial);
+    }
+    void operator()(const SeriesAccess& /*access*/) const {}
+};
+
 class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, InsideRecord> {
   public:
-    explicit CompanyObject(std::shared_ptr<vkr::iVKR_Company> record)
-        : record_(std::move(record)) {}
+    CompanyObject(std::shared_ptr<vkr::iVKR_Company> record, Files files)
+        : record_(std::move(record)), files_(files) {}
+
+    // Also where it is called as the interface that it derives from.
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
+        return IsEqualIID(id, __uuidof(::iVKR_Company)) ? S_OK
+                                                        : Dual::InterfaceSupportsErrorInfo(id);
+    }
 
     const std::shared_ptr<vkr::iVKR_Company>& inside() const override { return record_; }
 
@@ -139,6 +201,7 @@ class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, 
     // --- files -----------------------------------------------------------------------------------
     HRESULT STDMETHODCALLTYPE ReadCsv(BSTR folder, BSTR prefix) override {
         return entered([&] {
+            checkFiles();
             CompanyRecord& record = own();
             const CsvImport read = importCompany(pathOf(folder), textOf(prefix));
             if (read.company == nullptr)
@@ -155,14 +218,16 @@ class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, 
     }
     HRESULT STDMETHODCALLTYPE WriteCsv(BSTR folder) override {
         return entered([&] {
+            checkFiles();
             const CsvExport written = exportCompany(own(), pathOf(folder));
             if (!written.error.empty())
                 throw ComError(E_FAIL, written.error);
         });
     }
     HRESULT STDMETHODCALLTYPE Clone(::iVKR_Company** copy) override {
-        return reading(copy,
-                       [&]() -> ::iVKR_Company* { return outsideRecord(own().clone()).detach(); });
+        return reading(copy, [&]() -> ::iVKR_Company* {
+            return outsideRecord(own().clone(), files_).detach();
+        });
     }
     HRESULT STDMETHODCALLTYPE get_Notices(VARIANT* value) override {
         return reading(value, [&] {
@@ -181,6 +246,20 @@ class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, 
         if (IsEqualIID(id, __uuidof(::iVKR_Company)))
             return static_cast<::iVKR_Company*>(this);
         return Dual::find(id);
+    }
+    HRESULT invoke(DISPID member, WORD kind, DISPPARAMS& given, VARIANT* result, EXCEPINFO* error,
+                   UINT* wrongArgument) override {
+        const auto& data = dataByMember(*ownInfo().get());
+        const bool puts = (kind & DISPATCH_PROPERTYPUT) != 0 && given.cArgs == 1;
+        const auto datum = puts ? data.find(member) : data.end();
+        if (datum == data.end())
+            return Dual::invoke(member, kind, given, result, error, wrongArgument);
+        *wrongArgument = 0;
+        OwnedVariant exact;
+        std::visit(Exactly{given.rgvarg[0], exact}, rowOf(datum->second).access);
+        DISPPARAMS changed = given;
+        changed.rgvarg = &exact.get();
+        return Dual::invoke(member, kind, changed, result, error, wrongArgument);
     }
 
   private:
@@ -205,18 +284,24 @@ class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, 
         return *record;
     }
 
+    void checkFiles() const {
+        if (files_ == Files::none)
+            throw ComError(E_ACCESSDENIED, "The record of a control reads and writes no files.");
+    }
+
     std::shared_ptr<vkr::iVKR_Company> record_;
+    const Files files_;
     std::string notices_; // a line each
 };
 
 } // namespace
 
-ComPtr<::iVKR_CompanyRecord> outsideRecord(std::shared_ptr<vkr::iVKR_Company> record) {
-    return ComPtr<::iVKR_CompanyRecord>(makeCom<CompanyObject>(std::move(record)).get());
+ComPtr<::iVKR_CompanyRecord> outsideRecord(std::shared_ptr<vkr::iVKR_Company> record, Files files) {
+    return ComPtr<::iVKR_CompanyRecord>(makeCom<CompanyObject>(std::move(record), files).get());
 }
 
 ComPtr<IUnknown> newCompanyObject() {
-    return ComPtr<IUnknown>(outsideRecord(newCompanyRecord()).get());
+    return ComPtr<IUnknown>(outsideRecord(newCompanyRecord(), Files::allowed).get());
 }
 
 std::shared_ptr<vkr::iVKR_Company> insideRecord(IUnknown* object) {
@@ -228,6 +313,10 @@ std::shared_ptr<vkr::iVKR_Company> insideRecord(IUnknown* object) {
         return own->inside();
     }
     auto dispatch = queryFor<IDispatch>(object);
+    // It may have an interface of its own beside that of a record; the names are those of that one.
+    if (!dispatch || !hasNamesOfARecord(*dispatch.get()))
+        if (const auto record = queryFor<::iVKR_Company>(object))
+            dispatch = ComPtr<IDispatch>(record.get());
     if (!dispatch)
         throw ComError(DISP_E_TYPEMISMATCH, "The record can't be called by name.");
     return std::make_shared<ForeignCompany>(std::move(dispatch));

@@ -9,9 +9,14 @@
 
 namespace vkr::automation {
 
+// Whether whoever has the record reads and writes files with it. What a control hands out does not:
+// it is safe for scripts that nobody trusts.
+enum class Files { none, allowed };
+
 // A record of the component as it is seen outside: VKR_Company.Company.
-[[nodiscard]] ComPtr<::iVKR_CompanyRecord> outsideRecord(std::shared_ptr<vkr::iVKR_Company> record);
-[[nodiscard]] ComPtr<IUnknown> newCompanyObject(); // an empty one
+[[nodiscard]] ComPtr<::iVKR_CompanyRecord> outsideRecord(std::shared_ptr<vkr::iVKR_Company> record,
+                                                         Files files);
+[[nodiscard]] ComPtr<IUnknown> newCompanyObject(); // an empty one, with files
 
 // An object outside as a record. Null for null; one of ours is itself again. Throws
 // DISP_E_TYPEMISMATCH for one that can't be called by name.

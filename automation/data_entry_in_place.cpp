@@ -196,10 +196,11 @@ HRESULT DataEntryControl::SetObjectRects(LPCRECT place, LPCRECT clip) {
         if (!face_.isOpen())
             return S_OK;
         face_.move(*place);
-        // Only what sticks out is cut off.
+        // Only what sticks out is cut off; all of it where it is scrolled away.
         RECT visible{};
-        const bool cut = clip != nullptr && IntersectRect(&visible, place, clip) != FALSE &&
-                         EqualRect(&visible, place) == FALSE;
+        const bool cut =
+            clip != nullptr && IsRectEmpty(clip) == FALSE &&
+            (IntersectRect(&visible, place, clip) == FALSE || EqualRect(&visible, place) == FALSE);
         if (cut) {
             OffsetRect(&visible, -place->left, -place->top);
             SetWindowRgn(face_.window(), CreateRectRgnIndirect(&visible), TRUE);

@@ -156,7 +156,11 @@ HRESULT DataEntryControl::get_Platform(::PlatformType* value) {
     return reading(value, [&] { return static_cast<::PlatformType>(entry_->get_Platform()); });
 }
 HRESULT DataEntryControl::put_Platform(::PlatformType value) {
-    return writing([&] { entry_->put_Platform(static_cast<vkr::PlatformType>(value)); });
+    return writing([&] {
+        entry_->put_Platform(static_cast<vkr::PlatformType>(value));
+        if (const auto site = site_.as<IOleControlSite>())
+            site->OnControlInfoChanged(); // other captions have other letters
+    });
 }
 
 // --- the record ----------------------------------------------------------------------------------
@@ -177,9 +181,9 @@ ComPtr<IDispatch> DataEntryControl::company() {
         return {};
     if (record != inside_ || !outside_) {
         IDispatch* const foreign = outsideOf(*record);
-        ComPtr<IDispatch> outside = foreign != nullptr
-                                        ? ComPtr<IDispatch>(foreign)
-                                        : ComPtr<IDispatch>(outsideRecord(record).get());
+        ComPtr<IDispatch> outside =
+            foreign != nullptr ? ComPtr<IDispatch>(foreign)
+                               : ComPtr<IDispatch>(outsideRecord(record, Files::none).get());
         inside_.swap(record);
         std::swap(outside_, outside);
     }
@@ -193,7 +197,7 @@ HRESULT DataEntryControl::get_objCompany(::iVKR_Company** value) {
             return nullptr;
         if (auto record = queryFor<::iVKR_Company>(outside.get()))
             return record.detach();
-        return outsideRecord(inside_).detach(); // one that can be called by name alone
+        return outsideRecord(inside_, Files::none).detach(); // one that can be called by name alone
     });
 }
 HRESULT DataEntryControl::putref_objCompany(::iVKR_Company* value) {

@@ -29,7 +29,7 @@ void Events::freeze(bool frozen) {
     while (frozen_ == 0 && !waiting_.empty()) {
         const auto next = std::move(waiting_.front());
         waiting_.pop_front();
-        next();
+        ifPossible(next); // none is lost for another one
     }
 }
 

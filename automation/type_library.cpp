@@ -121,9 +121,10 @@ HRESULT refusalOf(REFIID reserved, const DISPPARAMS* given) {
         return DISP_E_UNKNOWNINTERFACE;
     if (given == nullptr || (given->cArgs > 0 && given->rgvarg == nullptr) ||
         (given->cNamedArgs > 0 && given->rgdispidNamedArgs == nullptr) ||
-        given->cNamedArgs > given->cArgs || given->cArgs > 64)
+        given->cNamedArgs > given->cArgs)
         return E_INVALIDARG;
-    return S_OK;
+    constexpr UINT most = 64; // no member takes as many
+    return given->cArgs > most ? DISP_E_BADPARAMCOUNT : S_OK;
 }
 
 } // namespace vkr::automation

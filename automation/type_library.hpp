@@ -11,7 +11,8 @@
 namespace vkr::automation {
 
 // The type libraries that lie in this library, in the order of their resources.
-enum class Library { enumerations = 1, company = 2, entry = 3 };
+// Who asks the library for a type library without a number gets the first.
+enum class Library { entry = 1, company = 2, enumerations = 3 };
 inline constexpr int libraryCount = 3;
 
 // Read once and kept until the library can be unloaded.

@@ -71,6 +71,55 @@ TEST_F(CompanyObject, RefusesWhatADatumCanNotBe) {
     EXPECT_EQ(getByName(dispatch(), "CurrentPrice"), Variant(0.0));
 }
 
+// What the model makes of other types is another figure, by the marks of the user.
+TEST_F(CompanyObject, TakesNothingForAFigureThatIsNone) {
+    struct Row {
+        const char* datum;
+        Variant given;
+        HRESULT result;
+        Variant stored;
+    };
+    for (const LCID locale : {MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT),
+                              MAKELCID(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN), SORT_DEFAULT)}) {
+        const LCID usual = GetThreadLocale();
+        SetThreadLocale(locale);
+        for (const Row& row : std::initializer_list<Row>{
+                 {"CurrentPrice", "12,5", DISP_E_TYPEMISMATCH, 3.0},
+                 {"CurrentPrice", "12.5", DISP_E_TYPEMISMATCH, 3.0},
+                 {"CurrentPrice", true, DISP_E_TYPEMISMATCH, 3.0},
+                 {"CurrentPrice", 0.1F, S_OK, 0.1},
+                 {"CurrentPrice", std::int32_t{7}, S_OK, 7.0},
+                 {"CurrentPrice", Variant(), S_OK, 0.0},
+                 {"LastFY", 2025.6, DISP_E_TYPEMISMATCH, std::int16_t{2020}},
+                 {"LastFY", 2025.0, S_OK, std::int16_t{2025}},
+                 {"LastFYDate", "2025-09-27", DISP_E_TYPEMISMATCH, Date{45000}},
+                 {"LastFYDate", 45927.0, S_OK, Date{45927}},
+                 {"Symbol", 5.5, DISP_E_TYPEMISMATCH, "ACM"}}) {
+            EXPECT_EQ(company->put_CurrentPrice(3), S_OK);
+            EXPECT_EQ(company->put_LastFY(2020), S_OK);
+            EXPECT_EQ(company->put_LastFYDate(45000), S_OK);
+            EXPECT_EQ(company->put_Symbol(Bstr("ACM").get()), S_OK);
+            EXPECT_EQ(putByName(dispatch(), row.datum, row.given).result, row.result)
+                << row.datum << " " << row.given.toText();
+            EXPECT_EQ(getByName(dispatch(), row.datum), row.stored)
+                << row.datum << " " << row.given.toText();
+        }
+        SetThreadLocale(usual);
+    }
+}
+
+TEST_F(CompanyObject, SaysWhyACallFailedThroughEachOfItsInterfaces) {
+    const auto errors = queryFor<ISupportErrorInfo>(company.get());
+    ASSERT_TRUE(errors);
+    EXPECT_EQ(errors->InterfaceSupportsErrorInfo(__uuidof(::iVKR_Company)), S_OK);
+    EXPECT_EQ(errors->InterfaceSupportsErrorInfo(__uuidof(::iVKR_CompanyRecord)), S_OK);
+    EXPECT_EQ(errors->InterfaceSupportsErrorInfo(IID_IUnknown), S_FALSE);
+    const auto settings = dispatchOf(getByName(dispatch(), "Settings").toObject());
+    const Called refused = putByName(settings.get(), "intUnit", "abc");
+    EXPECT_EQ(refused.result, DISP_E_EXCEPTION);
+    EXPECT_FALSE(refused.told.empty());
+}
+
 TEST_F(CompanyObject, SettingsAnswerToTheirNames) {
     const Variant settings = getByName(dispatch(), "Settings");
     ASSERT_TRUE(settings.isObject());

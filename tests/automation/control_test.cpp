@@ -6,6 +6,7 @@
 #include "tests/automation/scripted_objects.hpp"
 
 #include <algorithm>
+#include <filesystem>
 #include <random>
 #include <string>
 #include <utility>
@@ -216,6 +217,72 @@ TEST_F(Control, SurvivesARecordThatGoesAwayWhileItIsRead) {
         S_OK);
     record->called = {};
     EXPECT_EQ(control->putref_objCompany(nullptr), S_OK);
+}
+
+// Its name is asked for once more when the field is stored, and by then it is another's turn.
+TEST_F(Control, SurvivesARecordThatGoesAwayWhileItIsAskedForAName) {
+    const auto record = makeCom<ScriptedObject>();
+    const auto other = library.create<::iVKR_Company>(__uuidof(::Company));
+    record->unknown = {"Symbol"};
+    place();
+    EXPECT_EQ(give(record.get()), S_OK);
+    SetForegroundWindow(site->window);
+    EXPECT_EQ(doVerb(OLEIVERB_UIACTIVATE), S_OK);
+    type("txtSymbol", "ACM");
+    record->asked = [&](const std::string& name) {
+        if (name != "Symbol" || !std::exchange(record->asked, {}))
+            return;
+        EXPECT_EQ(control->putref_objCompany(other.get()), S_OK);
+    };
+    press(VK_TAB);
+    EXPECT_FALSE(record->asked) << "not asked at all";
+    EXPECT_FALSE(record->values.contains("Symbol"));
+    type("txtSymbol", "OTH");
+    press(VK_TAB);
+    Bstr symbol;
+    EXPECT_EQ(other->get_Symbol(symbol.receive()), S_OK);
+    EXPECT_EQ(textOf(symbol.get()), "OTH");
+    takeAway();
+}
+
+// A class of a host's with a default interface of its own, beside that of a record.
+struct TwoFaced final : ComObject<IDispatch> {
+    explicit TwoFaced(ComPtr<::iVKR_Company> itsRecord) : record(std::move(itsRecord)) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override {
+        return IsEqualIID(id, __uuidof(::iVKR_Company))
+                   ? record->QueryInterface(id, found)
+                   : ComObject<IDispatch>::QueryInterface(id, found);
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override {
+        return DISP_E_BADINDEX;
+    }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return DISP_E_UNKNOWNNAME;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+
+    ComPtr<::iVKR_Company> record;
+};
+
+TEST_F(Control, WorksOnARecordWhoseOwnNamesAreOthers) {
+    const auto record = library.create<::iVKR_Company>(__uuidof(::Company));
+    EXPECT_EQ(record->put_Symbol(Bstr("OWN").get()), S_OK);
+    const auto both = makeCom<TwoFaced>(record);
+    place();
+    EXPECT_EQ(give(both.get()), S_OK);
+    SetForegroundWindow(site->window);
+    EXPECT_EQ(doVerb(OLEIVERB_UIACTIVATE), S_OK);
+    EXPECT_EQ(shown("txtSymbol"), "OWN");
+    type("txtSymbol", "ACM");
+    press(VK_TAB);
+    Bstr symbol;
+    EXPECT_EQ(record->get_Symbol(symbol.receive()), S_OK);
+    EXPECT_EQ(textOf(symbol.get()), "ACM");
+    takeAway();
 }
 
 // --- events --------------------------------------------------------------------------------------
@@ -514,6 +581,52 @@ TEST_F(Control, FollowsTheLanguageOfTheContainer) {
     EXPECT_EQ(putByName(dispatch(), "DecimalMark", ".").result, S_OK);
     EXPECT_EQ(as<IOleControl>()->OnAmbientPropertyChange(DISPID_UNKNOWN), S_OK);
     EXPECT_EQ(getByName(dispatch(), "DecimalMark"), Variant(".")); // the host's own word stays
+    takeAway();
+}
+
+// It is safe for scripts that nobody trusts.
+TEST_F(Control, ItsOwnRecordTouchesNoFile) {
+    EXPECT_EQ(control->putref_objCompany(nullptr), S_OK); // an empty one instead
+    ComPtr<::iVKR_Company> own;
+    ASSERT_EQ(control->get_objCompany(own.receive()), S_OK);
+    ASSERT_TRUE(own);
+    const auto folder = std::filesystem::temp_directory_path() / "vkr_no_file";
+    std::filesystem::create_directories(folder);
+    EXPECT_EQ(own->put_Symbol(Bstr("ACM").get()), S_OK);
+    ComPtr<::iVKR_Company> copy;
+    const auto record = queryFor<::iVKR_CompanyRecord>(own.get());
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->Clone(copy.receive()), S_OK);
+    for (IDispatch* const one :
+         {static_cast<IDispatch*>(own.get()), static_cast<IDispatch*>(copy.get())}) {
+        const Called written = callByName(one, "WriteCsv", {folder.string()});
+        EXPECT_EQ(written.result, DISP_E_EXCEPTION);
+        EXPECT_NE(written.told.find("no files"), std::string::npos) << written.told;
+        EXPECT_EQ(callByName(one, "ReadCsv", {folder.string(), "ACM"}).told, written.told);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder));
+    std::filesystem::remove_all(folder);
+}
+
+TEST_F(Control, IsCutOffWhereTheContainerHasItScrolledAway) {
+    place();
+    EXPECT_EQ(doVerb(OLEIVERB_INPLACEACTIVATE), S_OK);
+    const auto object = as<IOleInPlaceObject>();
+    HWND window = nullptr;
+    ASSERT_EQ(object->GetWindow(&window), S_OK);
+    const RECT area{0, 0, 300, 200};
+    const auto shownOf = [&](RECT clip) {
+        EXPECT_EQ(object->SetObjectRects(&area, &clip), S_OK);
+        RECT box{};
+        const int kind = GetWindowRgnBox(window, &box);
+        return kind == ERROR ? area : box; // no region: all of it
+    };
+    const auto isSame = [](RECT left, RECT right) { return EqualRect(&left, &right) != FALSE; };
+    EXPECT_TRUE(isSame(shownOf({0, 0, 400, 400}), area));
+    EXPECT_TRUE(isSame(shownOf({100, 50, 400, 400}), {100, 50, 300, 200}));
+    const RECT none = shownOf({500, 500, 600, 600});
+    EXPECT_TRUE(IsRectEmpty(&none));
+    EXPECT_TRUE(isSame(shownOf({-10, -10, 400, 400}), area));
     takeAway();
 }
 
