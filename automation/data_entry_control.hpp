@@ -189,6 +189,7 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
   private:
     class Busy;
     enum class Storing { none, loaded, saving, handsOff };
+    enum class SavedAs { nothing, own, copy };
 
     // Every entry: what it changed of the size is told when it is through.
     template <typename Call>
@@ -264,7 +265,8 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     bool initialized_ = false;
     bool unsaved_ = false;
     Storing storing_ = Storing::none;
-    std::map<DWORD, DWORD> safety_; // of the dispatch and of the persistence interfaces
+    SavedAs savedAs_ = SavedAs::nothing; // since it was loaded, or the last save was completed
+    std::map<DWORD, DWORD> safety_;      // of the dispatch and of the persistence interfaces
 
     ComPtr<IOleAdviseHolder> advises_;
     ComPtr<IAdviseSink> viewSink_;

@@ -64,8 +64,11 @@ HRESULT DataEntryControl::GetSizeMax(ULARGE_INTEGER* size) {
 HRESULT DataEntryControl::Load(IPropertyBag* bag, IErrorLog* log) {
     return entered(IID_IPersistPropertyBag, [&] {
         IPropertyBag& place = answer(bag);
+        if (initialized_)
+            begin();
+        const PropertyBag read = loadFrom(place, log);
         begin();
-        restore(loadFrom(place, log));
+        restore(read);
     });
 }
 
@@ -99,7 +102,7 @@ HRESULT DataEntryControl::Load(IStorage* storage) {
     });
 }
 
-HRESULT DataEntryControl::Save(IStorage* storage, BOOL /*sameAsLoad*/) {
+HRESULT DataEntryControl::Save(IStorage* storage, BOOL sameAsLoad) {
     return entered(IID_IPersistStorage, [&] {
         IStorage& place = answer(storage);
         if (storing_ == Storing::saving || storing_ == Storing::handsOff)
@@ -107,6 +110,7 @@ HRESULT DataEntryControl::Save(IStorage* storage, BOOL /*sameAsLoad*/) {
         check(WriteClassStg(&place, __uuidof(::VKRDataEntry)));
         saveTo(place, saved());
         storing_ = Storing::saving;
+        savedAs_ = sameAsLoad != FALSE ? SavedAs::own : SavedAs::copy;
         return S_OK;
     });
 }
@@ -117,8 +121,10 @@ HRESULT DataEntryControl::SaveCompleted(IStorage* storage) {
             return E_INVALIDARG; // there is none to go on with
         if (storing_ != Storing::saving && storing_ != Storing::handsOff)
             return E_UNEXPECTED;
-        if (storing_ == Storing::saving)
+        // A copy is the control's own once it is handed in.
+        if (savedAs_ == SavedAs::own || (savedAs_ == SavedAs::copy && storage != nullptr))
             unsaved_ = false;
+        savedAs_ = SavedAs::nothing;
         storing_ = Storing::loaded;
         if (advises_)
             advises_->SendOnSave();

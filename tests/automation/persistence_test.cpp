@@ -143,16 +143,21 @@ TEST_F(Persistence, ComesBackFromAStream) {
     EXPECT_EQ(as<IPersistStreamInit>(restored)->Load(stream.get()), E_UNEXPECTED);
 }
 
-TEST_F(Persistence, ComesBackFromAStorage) {
-    const Entry entry = create();
-    EXPECT_EQ(as<IPersistStorage>(entry)->HandsOffStorage(), E_UNEXPECTED);
+ComPtr<IStorage> newStorage() {
     ComPtr<ILockBytes> bytes;
     ComPtr<IStorage> storage;
-    ASSERT_EQ(CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.receive()), S_OK);
-    ASSERT_EQ(StgCreateDocfileOnILockBytes(bytes.get(),
+    EXPECT_EQ(CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.receive()), S_OK);
+    EXPECT_EQ(StgCreateDocfileOnILockBytes(bytes.get(),
                                            STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0,
                                            storage.receive()),
               S_OK);
+    return storage;
+}
+
+TEST_F(Persistence, ComesBackFromAStorage) {
+    const Entry entry = create();
+    EXPECT_EQ(as<IPersistStorage>(entry)->HandsOffStorage(), E_UNEXPECTED);
+    const auto storage = newStorage();
     EXPECT_EQ(as<IPersistStorage>(entry)->InitNew(storage.get()), S_OK);
     change(entry);
     EXPECT_EQ(as<IPersistStorage>(entry)->Save(storage.get(), TRUE), S_OK);
@@ -168,6 +173,34 @@ TEST_F(Persistence, ComesBackFromAStorage) {
     const Entry restored = create();
     EXPECT_EQ(as<IPersistStorage>(restored)->Load(storage.get()), S_OK);
     expectChanged(restored);
+}
+
+// As a container saves a copy, or under another name.
+TEST_F(Persistence, OnlyWhatIsTheControlsOwnStorageCountsAsSaved) {
+    struct Row {
+        BOOL sameAsLoad;
+        bool handsOff;
+        bool givesStorage;
+        bool saved;
+    };
+    for (const Row& row : {Row{TRUE, false, false, true}, Row{TRUE, false, true, true},
+                           Row{FALSE, false, false, false}, Row{FALSE, false, true, true},
+                           Row{TRUE, true, true, true}, Row{FALSE, true, true, true}}) {
+        const Entry entry = create();
+        const auto storage = newStorage();
+        ASSERT_EQ(as<IPersistStorage>(entry)->InitNew(storage.get()), S_OK);
+        change(entry);
+        ASSERT_EQ(as<IPersistStorage>(entry)->IsDirty(), S_OK);
+        ASSERT_EQ(as<IPersistStorage>(entry)->Save(storage.get(), row.sameAsLoad), S_OK);
+        if (row.handsOff) {
+            ASSERT_EQ(as<IPersistStorage>(entry)->HandsOffStorage(), S_OK);
+        }
+        EXPECT_EQ(
+            as<IPersistStorage>(entry)->SaveCompleted(row.givesStorage ? storage.get() : nullptr),
+            S_OK);
+        EXPECT_EQ(as<IPersistStorage>(entry)->IsDirty(), row.saved ? S_FALSE : S_OK)
+            << row.sameAsLoad << row.handsOff << row.givesStorage;
+    }
 }
 
 TEST_F(Persistence, ADamagedStreamIsRefusedAndNothingOfItTaken) {
