@@ -206,15 +206,14 @@ void NativeForm::showScale() {
                  RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
+static BOOL CALLBACK passedOn(HWND child, LPARAM message) {
+    SendMessageW(child, static_cast<UINT>(message), 0, 0);
+    return TRUE;
+}
+
 // The system tells top-level windows alone; its own controls have copies of the old colours.
 void NativeForm::passOn(UINT message) const {
-    EnumChildWindows(
-        window(),
-        [](HWND child, LPARAM told) -> BOOL {
-            SendMessageW(child, static_cast<UINT>(told), 0, 0);
-            return TRUE;
-        },
-        static_cast<LPARAM>(message));
+    EnumChildWindows(window(), &passedOn, static_cast<LPARAM>(message));
 }
 
 // Colours that were chosen to be readable on the old one.

@@ -216,6 +216,22 @@ std::vector<Member> ownRecordMembers() {
     };
 }
 
+std::vector<Member> earningsMembers() {
+    return {{1, "", "LastFour",
+             "[in] DATE lastQuarter, [in] DATE newestQuarter, [in] VARIANT quarterly, "
+             "[in] double yearly, [in] DATE fiscalYearEnd, [out, retval] VARIANT* sum",
+             "earnings per share of the four quarters that end at the last one; empty where they "
+             "can't be told"}};
+}
+
+std::vector<Member> localizerMembers() {
+    return {{1, "", "LoadString", "[in] long number, [out, retval] BSTR* text",
+             "the text behind a number; empty where there is none"},
+            {2, "", "LoadPicture",
+             "[in] long number, [in] short kind, [out, retval] IPictureDisp** picture",
+             "the picture behind a number; nothing where there is none"}};
+}
+
 std::vector<Member> entryMembers() {
     using vkr::PropertyAccess;
     std::vector<Member> members;
@@ -387,13 +403,8 @@ std::string companyLibrary(const Sources& read) {
                    read.record);
     writeInterface(out, "iVKR_CompanyRecord", ids::ownRecord, "iVKR_Company",
                    "The record of this library, which has files", ownRecordMembers());
-    writeInterface(
-        out, "iVKR_TrailingEarnings", ids::earnings, "IDispatch", "The rule of trailing earnings",
-        {{1, "", "LastFour",
-          "[in] DATE lastQuarter, [in] DATE newestQuarter, [in] VARIANT quarterly, "
-          "[in] double yearly, [in] DATE fiscalYearEnd, [out, retval] VARIANT* sum",
-          "earnings per share of the four quarters that end at the last one; empty where they "
-          "can't be told"}});
+    writeInterface(out, "iVKR_TrailingEarnings", ids::earnings, "IDispatch",
+                   "The rule of trailing earnings", earningsMembers());
     writeClass(
         out, "Company", ids::company, "A company record", "",
         "        [default] interface iVKR_CompanyRecord;\n        interface iVKR_Company;\n");
@@ -415,12 +426,7 @@ std::string entryLibrary(const Sources& read) {
     writeInterface(out, "_VKRDataEntry", ids::entry, "IDispatch",
                    "Data entry for a listed company's fundamentals", entryMembers());
     writeInterface(out, "iVKR_Localizer", ids::localizer, "IDispatch",
-                   "Captions, messages, help texts and pictures by number",
-                   {{1, "", "LoadString", "[in] long number, [out, retval] BSTR* text",
-                     "the text behind a number; empty where there is none"},
-                    {2, "", "LoadPicture",
-                     "[in] long number, [in] short kind, [out, retval] IPictureDisp** picture",
-                     "the picture behind a number; nothing where there is none"}});
+                   "Captions, messages, help texts and pictures by number", localizerMembers());
     out << "\n    [uuid(" << ids::events
         << "), helpstring(\"Events of the data entry\")]\n    dispinterface __VKRDataEntry {\n"
            "    properties:\n    methods:\n";
@@ -464,6 +470,9 @@ std::string page(const Sources& read) {
     listMembers(out, "`__VKRDataEntry`, its events", read.events);
     listMembers(out, "`iVKR_Company`, a record", read.record);
     listMembers(out, "`iVKR_CompanyRecord`, of `VKR_Company.Company`: besides", ownRecordMembers());
+    listMembers(out, "`iVKR_TrailingEarnings`, of `VKR_Company.TrailingEarnings`",
+                earningsMembers());
+    listMembers(out, "`iVKR_Localizer`, of both localizers", localizerMembers());
     for (const Enumeration& one : read.enumerations) {
         out << "\n## Enumeration `" << one.name << "`\n\n| value | name |\n|---|---|\n";
         for (const auto& [name, value] : one.members)
