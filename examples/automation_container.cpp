@@ -228,12 +228,12 @@ bool Place::fill(const std::wstring& folder, const std::wstring& symbol) {
     V_VT(&record) = VT_DISPATCH;
     V_DISPATCH(&record) = company;
     call(entry, L"objCompany", DISPATCH_PROPERTYPUTREF, &record, 1);
-    company->Release();
     VARIANT name;
     VariantInit(&name);
     if (SUCCEEDED(call(company, L"Name", DISPATCH_PROPERTYGET, nullptr, 0, &name)))
         std::printf("%ls is on show\n", V_BSTR(&name));
     VariantClear(&name);
+    company->Release(); // the control holds it
     call(entry, L"SetNext", DISPATCH_METHOD, nullptr, 0);
     entry->Release();
     control_->DoVerb(OLEIVERB_UIACTIVATE, nullptr, this, 0, window_, &all);

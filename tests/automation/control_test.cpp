@@ -143,16 +143,44 @@ TEST_F(Control, ScrollsWhicheverWayTheNumbersArePassed) {
     EXPECT_EQ(control->ScrollMouse(nullptr, &number), E_POINTER);
 }
 
+// What the list of a field offers.
+std::vector<std::string> listOf(Control& test, std::string_view field) {
+    EXPECT_EQ(test.control->ShowField(Bstr(field).get()), S_OK);
+    const HWND list = GetParent(GetFocus());
+    std::vector<std::string> entries;
+    const auto count = SendMessageW(list, CB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        wchar_t text[100] = {};
+        SendMessageW(list, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+        entries.push_back(textOf(std::wstring_view(text)));
+    }
+    return entries;
+}
+
 TEST_F(Control, TakesListsOfAnyKindOfArray) {
-    OwnedVariant texts;
+    open(library.create<::iVKR_Company>(__uuidof(::Company)).get());
+    OwnedVariant texts; // an array of variants
     toVariant(textArray({"NYSE", "NASDAQ"}), texts);
     EXPECT_EQ(control->put_vntExchange(texts.get()), S_OK);
+    EXPECT_EQ(listOf(*this, "cmbExchange"), (Log{"NYSE", "NASDAQ"}));
+    OwnedVariant strings; // of strings, with bounds of its own
+    V_ARRAY(strings.receive()) = SafeArrayCreateVector(VT_BSTR, 5, 1);
+    V_VT(&strings.get()) = VT_ARRAY | VT_BSTR;
+    LONG place = 5;
+    EXPECT_EQ(SafeArrayPutElement(V_ARRAY(&strings.get()), &place, Bstr("XETRA").get()), S_OK);
+    VARIANT byReference;
+    V_VT(&byReference) = VT_BYREF | VT_VARIANT;
+    V_VARIANTREF(&byReference) = &strings.get();
+    EXPECT_EQ(control->put_vntExchange(byReference), S_OK);
+    EXPECT_EQ(listOf(*this, "cmbExchange"), Log{"XETRA"});
     VARIANT missing;
     V_VT(&missing) = VT_ERROR;
     V_ERROR(&missing) = DISP_E_PARAMNOTFOUND;
     EXPECT_EQ(control->put_vntExchange(missing), S_OK); // left as it is
+    EXPECT_EQ(listOf(*this, "cmbExchange"), Log{"XETRA"});
     EXPECT_EQ(invoke(dispatch(), idOf(dispatch(), "vntExchange"), DISPATCH_PROPERTYGET, {}).result,
               DISP_E_MEMBERNOTFOUND);
+    takeAway();
 }
 
 // --- the record ----------------------------------------------------------------------------------

@@ -43,6 +43,17 @@ struct Registration : testing::TestWithParam<const wchar_t*> {
                                                       nullptr, nullptr) == ERROR_SUCCESS;
              ++i, length = 300)
             names.emplace_back(name);
+        BYTE data[500];
+        DWORD type = 0;
+        DWORD size = sizeof data;
+        for (DWORD i = 0, length = 300;
+             RegEnumValueW(open, i, name, &length, nullptr, &type, data, &size) == ERROR_SUCCESS;
+             ++i, length = 300, size = sizeof data) {
+            all += std::wstring(name) + L"=" + std::to_wstring(type) + L":";
+            for (DWORD byte = 0; byte < size; ++byte)
+                all += static_cast<wchar_t>(data[byte]);
+            all += L"\n";
+        }
         RegCloseKey(open);
         for (const std::wstring& one : names)
             all += dump(key + L"\\" + one);
