@@ -56,8 +56,8 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
     [[nodiscard]] const ChangeJournal& journal() const { return *journal_; }
     // Does again what was lost or given up, as steps to undo; nothing where figures of it are
-    // locked by now. What the record said of those that it refuses, in a line each.
-    [[nodiscard]] QStringList restore(const std::vector<ChangeGroup>& groups);
+    // locked by now. Those that are refused, with what the record said.
+    [[nodiscard]] std::vector<RefusedStep> restore(const std::vector<ChangeGroup>& groups);
 
     // What was called right, here or before.
     [[nodiscard]] std::shared_ptr<const SilencedFindings> silenced() const;

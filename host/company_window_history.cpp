@@ -134,11 +134,11 @@ bool CompanyWindow::canRestore() {
 bool CompanyWindow::restore(const HistoryState& state, const QString& name) {
     if (!canRestore())
         return false;
-    const QStringList refused = restore({changesTo(state, name)});
-    if (!refused.isEmpty())
-        tellFault(this, tr("Nothing was restored."), refused.join(u'\n'));
+    const std::vector<RefusedStep> refused = restore({changesTo(state, name)});
+    if (!refused.empty())
+        tellFault(this, tr("Nothing was restored."), refused.front().line);
     showTitle();
-    return refused.isEmpty();
+    return refused.empty();
 }
 
 } // namespace vkr

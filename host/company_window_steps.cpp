@@ -129,16 +129,17 @@ void CompanyWindow::showPlace() {
             entry_->component().showField(control);
 }
 
-QStringList CompanyWindow::restore(const std::vector<ChangeGroup>& groups) {
-    QStringList refused;
+std::vector<RefusedStep> CompanyWindow::restore(const std::vector<ChangeGroup>& groups) {
+    std::vector<RefusedStep> refused;
     const bool isLocked = changesLocked(*record_, groups);
     for (const ChangeGroup& group : groups) {
         const auto refusal = isLocked ? std::optional(tr("The data is locked.").toStdString())
                                       : journal_->apply(group);
         if (refusal)
-            refused.append(QStringLiteral("%1: %2").arg(groupTitle(group), fromUtf8(*refusal)));
+            refused.push_back(
+                {group, QStringLiteral("%1: %2").arg(groupTitle(group), fromUtf8(*refusal))});
     }
-    if (isLocked)
+    if (refused.size() == groups.size())
         return refused;
     entry_->recordChanged();
     entry_->setDirty(true);

@@ -20,6 +20,12 @@ namespace vkr {
 [[nodiscard]] QStringList lines(const CompanyRecord& company,
                                 const std::vector<ChangeGroup>& groups);
 
+// A step that could not be made again.
+struct RefusedStep {
+    ChangeGroup group;
+    QString line; // for people: the step, and why
+};
+
 // Changes that a person gave up, until the window's company is opened again.
 struct DiscardedChanges {
     std::optional<std::int64_t> id;

@@ -70,9 +70,14 @@ class Workspace : public QObject {
     void imported(const std::vector<CompanyKey>& companies);
     void showHelp(int page);
     void tellAbout();
-    // False where not all of them are in an open window by then, which is told.
-    [[nodiscard]] bool restore(std::optional<std::int64_t> id,
-                               const std::vector<ChangeGroup>& groups);
+    // What could not be restored, and how many changes that is where it is but a part.
+    struct Unrestored {
+        std::vector<ChangeGroup> groups;
+        std::optional<int> count;
+    };
+    // Into the window of the company; what is left is told.
+    [[nodiscard]] Unrestored restore(std::optional<std::int64_t> id,
+                                     const std::vector<ChangeGroup>& groups);
     void restoreDiscarded();
     void showDiscarded();
     void checkInvariants() const;

@@ -39,33 +39,44 @@ void Workspace::forgetDiscarded(std::int64_t id) {
 void Workspace::restoreDiscarded() {
     if (discarded_.isEmpty())
         return;
-    const DiscardedChanges last = discarded_.back(); // opening the company forgets it
-    const bool isDone = restore(last.id, last.groups);
-    const auto isLast = [&](const DiscardedChanges& one) { return one.id == last.id; };
-    if (isDone && last.id)
-        forgetDiscarded(*last.id); // it was open already
-    else if (isDone)
-        discarded_.removeLast();
-    else if (std::ranges::none_of(discarded_, isLast))
+    DiscardedChanges last = discarded_.takeLast();
+    const Unrestored left = restore(last.id, last.groups);
+    if (!left.groups.empty()) {
+        last.groups = left.groups;
+        last.count = left.count.value_or(last.count);
         discarded_.append(last);
+    } else if (last.id) {
+        forgetDiscarded(*last.id); // it was open already
+    }
     showDiscarded();
 }
 
-bool Workspace::restore(std::optional<std::int64_t> id, const std::vector<ChangeGroup>& groups) {
+Workspace::Unrestored Workspace::restore(std::optional<std::int64_t> id,
+                                         const std::vector<ChangeGroup>& groups) {
     CompanyWindow* window = id ? openCompany(*id) : newCompany();
     if (window == nullptr)
-        return false;
-    const QStringList refused = window->restore(groups);
-    if (refused.size() == std::ssize(groups))
-        tellFault(window, tr("Nothing was restored."), refused.value(0), refused);
-    else if (!refused.isEmpty())
+        return {groups, std::nullopt};
+    Unrestored left;
+    QStringList reasons;
+    for (const RefusedStep& refused : window->restore(groups)) {
+        left.groups.push_back(refused.group);
+        reasons.append(refused.line);
+    }
+    if (left.groups.size() == groups.size()) {
+        tellFault(window, tr("Nothing was restored."), reasons.value(0), reasons);
+    } else if (!left.groups.empty()) {
+        left.count = static_cast<int>(lines(*window->record(), left.groups).size());
         tellFault(window, tr("Not every change could be made again."),
-                  tr("The others are in this window. Nothing is saved yet."), refused);
-    return refused.isEmpty();
+                  tr("The others are in this window. Nothing is saved yet. What could not be made "
+                     "is offered again."),
+                  reasons);
+    }
+    return left;
 }
 
 void Workspace::offerFound() {
-    for (const FoundChanges& found : findUnsavedChanges(unsavedPlaceOf(*store_))) {
+    const UnsavedPlace place = unsavedPlaceOf(*store_);
+    for (const FoundChanges& found : findUnsavedChanges(place)) {
         const QString title = found.company.title.empty() ? tr("a company whose name can't be read")
                                                           : fromUtf8(found.company.title);
         QString more = tr("The program ended before they were saved.");
@@ -96,8 +107,12 @@ void Workspace::offerFound() {
                                choices, canRestore ? 0 : -1, lines(*stored, found.groups));
         const bool discards = choice == (canRestore ? 1 : 0);
         if (canRestore && choice == 0) {
-            if (restore(found.company.id, found.groups)) // kept in a file of the window by now
-                removeFound(found);
+            const Unrestored left = restore(found.company.id, found.groups);
+            // The others are kept in a file of the window by now.
+            if (left.groups.size() < found.groups.size())
+                if (const auto failure = keepOnly(found, left.groups, place))
+                    tellFault(list_.get(), tr("All changes to %1 are offered again.").arg(title),
+                              fromUtf8(*failure));
         } else if (discards &&
                    askFirst(list_.get(), tr("Discard the unsaved changes to %1?").arg(title),
                             tr("They can't be had back."), tr("&Discard"))) {

@@ -328,4 +328,16 @@ void removeFound(const FoundChanges& found) {
     ::unlink(found.path.c_str());
 }
 
+std::optional<std::string> keepOnly(const FoundChanges& found, const std::vector<ChangeGroup>& left,
+                                    const UnsavedPlace& place) {
+    UnsavedChanges kept(place, found.company);
+    for (const ChangeGroup& group : left)
+        if (auto failure = kept.add(group)) {
+            kept.remove();
+            return failure;
+        }
+    removeFound(found);
+    return std::nullopt;
+}
+
 } // namespace vkr

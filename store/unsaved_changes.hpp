@@ -78,5 +78,10 @@ struct FoundChanges {
 // being written when its program ended is left out without a word.
 [[nodiscard]] std::vector<FoundChanges> findUnsavedChanges(const UnsavedPlace& place);
 void removeFound(const FoundChanges& found);
+// In a new file in its place, once the others are somewhere else; none where nothing is left. Why
+// it is not there, for people: then what was found is as it was.
+[[nodiscard]] std::optional<std::string> keepOnly(const FoundChanges& found,
+                                                  const std::vector<ChangeGroup>& left,
+                                                  const UnsavedPlace& place);
 
 } // namespace vkr

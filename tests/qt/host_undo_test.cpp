@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/unsaved_work.hpp"
 #include "host_fixture.hpp"
 
 #include <QMenu>
@@ -26,6 +27,18 @@ class HostUndo : public HostTest {
         loaded.value().record->get_Settings()->put(setting::lockBasicInfo, true);
         ASSERT_TRUE(host_->store().save(idOf(*host_, symbol), *loaded.value().record,
                                         loaded.value().revision));
+    }
+    // A step that can be made again, and one that a program with more years has left.
+    static std::vector<ChangeGroup> oneOfMoreYears() {
+        Change debt;
+        debt.datum = Datum::TotalDebt;
+        debt.after = 11.0;
+        Change earnings;
+        earnings.datum = Datum::YEPSSeries;
+        earnings.element = 99;
+        earnings.before = 6.08;
+        earnings.after = 6.11;
+        return {{"", {}, {debt}}, {"Earnings of Later", {}, {earnings}}};
     }
     static double debt(CompanyWindow& window) { return window.record()->get_TotalDebt(); }
 };
@@ -114,6 +127,38 @@ TEST_F(HostUndo, WhatAKilledProgramLeftBehindIsOfferedAndRestored) {
     ASSERT_TRUE(restored.save());
     EXPECT_TRUE(unsavedFiles().isEmpty());
     EXPECT_EQ(stored(*host_, "AAPL")->get_TotalDebt(), 11);
+}
+
+TEST_F(HostUndo, WhatWasFoundAndCannotBeMadeAgainIsOfferedAloneAfterwards) {
+    {
+        const UnsavedPlace place = unsavedPlaceOf(host_->store());
+        UnsavedChanges left(place, {idOf(*host_, "AAPL"), 1, 0, "Apple"});
+        for (const ChangeGroup& group : oneOfMoreYears())
+            ASSERT_EQ(left.add(group), std::nullopt);
+    }
+    {
+        const Answers answers({"Restore", "OK"});
+        host_->offerFound();
+        EXPECT_TRUE(answers.allGiven());
+        EXPECT_TRUE(answers.told().value(0).contains("Total Debt"));
+        EXPECT_TRUE(answers.told().value(1).contains("Earnings of Later: "));
+        EXPECT_FALSE(answers.told().value(1).contains("Total Debt"));
+    }
+    CompanyWindow& restored = *host_->windows().front();
+    EXPECT_EQ(debt(restored), 11);
+    EXPECT_EQ(unsavedFiles().size(), 2) << "of the window, and of what is left";
+    ASSERT_TRUE(restored.save());
+    EXPECT_EQ(unsavedFiles().size(), 1);
+    const Answers answers({"Restore", "OK", "Discard", "Discard"});
+    for (int offer = 0; offer < 2; ++offer)
+        host_->offerFound();
+    EXPECT_TRUE(answers.allGiven());
+    for (const int offer : {0, 2}) {
+        EXPECT_TRUE(answers.told().value(offer).contains("Earnings of Later"));
+        EXPECT_FALSE(answers.told().value(offer).contains("Total Debt"));
+    }
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    EXPECT_FALSE(restored.isWindowModified()) << "nothing was made again";
 }
 
 TEST_F(HostUndo, WhatWasFoundStaysUntilSomebodyHasSaidTwiceThatItGoes) {
@@ -218,6 +263,24 @@ TEST_F(HostUndo, CancelCanBeUndoneUntilTheCompanyIsOpenedAgain) {
     open(*host_, "AAPL");
     EXPECT_TRUE(restore->isHidden());
     host_->windows().front()->discard();
+}
+
+TEST_F(HostUndo, WhatCannotBeMadeAgainIsOfferedAloneAfterwards) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    auto* restore = host_->list().findChild<QPushButton*>("restore");
+    const auto* offer = host_->list().findChild<QLabel*>("discarded");
+    emit window.discarded({window.id(), "Apple", oneOfMoreYears(), 2});
+    EXPECT_EQ(offer->text(), "Discarded 2 changes of Apple.");
+    const Answers answers({"OK", "OK"});
+    restore->click();
+    EXPECT_EQ(debt(window), 11);
+    EXPECT_EQ(offer->text(), "Discarded 1 change of Apple.");
+    type(window, "txtTotalDebt", "12");
+    restore->click();
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_EQ(debt(window), 12);
+    EXPECT_FALSE(restore->isHidden());
+    window.discard();
 }
 
 TEST_F(HostUndo, WhatGaveWayToTheirsIsHadBack) {

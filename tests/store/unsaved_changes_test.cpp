@@ -201,6 +201,37 @@ TEST_F(UnsavedFiles, AFailedWriteIsToldAndTheNextOneBeginsANewFile) {
     }
 }
 
+TEST_F(UnsavedFiles, WhatIsLeftOfThemTakesTheirPlaceWholeOrNotAtAll) {
+    {
+        UnsavedChanges changes(place(), company());
+        for (int i = 1; i <= 3; ++i)
+            ASSERT_EQ(changes.add(group(i)), std::nullopt);
+    }
+    const auto groupsFound = [this] {
+        const auto found = findUnsavedChanges(place());
+        EXPECT_EQ(found.size(), 1U);
+        EXPECT_EQ(found.front().company, company());
+        return found.front().groups;
+    };
+    {
+        const auto found = findUnsavedChanges(place());
+        for (const int call : {1, 2, 3}) { // the header, and each group
+            failCalls({QFileInfo(folder_.path()).canonicalFilePath().toStdString(),
+                       SystemCall::write, call, call, 28});
+            const auto failure = keepOnly(found[0], {group(1), group(3)}, place());
+            EXPECT_GE(stopFailing(), call);
+            EXPECT_TRUE(failure);
+            EXPECT_EQ(files().size(), 1) << call;
+        }
+    }
+    EXPECT_EQ(groupsFound(), (std::vector<ChangeGroup>{group(1), group(2), group(3)}));
+    EXPECT_EQ(keepOnly(findUnsavedChanges(place())[0], {group(1), group(3)}, place()),
+              std::nullopt);
+    EXPECT_EQ(groupsFound(), (std::vector<ChangeGroup>{group(1), group(3)}));
+    EXPECT_EQ(keepOnly(findUnsavedChanges(place())[0], {}, place()), std::nullopt);
+    EXPECT_TRUE(files().isEmpty());
+}
+
 // --- killed --------------------------------------------------------------------------------------
 
 // Types figures into the form for ever, and reports each one that was left.
