@@ -94,6 +94,9 @@ struct CsvExport {
     std::string error; // what went wrong and with which file; "" on success
 };
 
+// What an export says of a place where something else than a file is; "" where one can be written.
+[[nodiscard]] std::string whyNotReplaced(const std::filesystem::path& place);
+
 // Writes the three files, replacing those of the same names. All of them are written in full beside
 // their places before the first one is replaced, so that none is ever left half written.
 [[nodiscard]] CsvExport exportCompany(const CompanyRecord& company,

@@ -93,10 +93,10 @@ class PendingFiles {
     }
 
     std::string putInPlace() {
-        // A folder cannot be replaced; better to know before the first file is.
+        // Better to know before the first file is replaced.
         for (const auto& [temporary, place] : files_)
-            if (std::error_code ignored; fs::is_directory(place, ignored))
-                return textOf(place) + " could not be replaced: it is a folder";
+            if (std::string reason = whyNotReplaced(place); !reason.empty())
+                return reason;
         while (!files_.empty()) {
             std::error_code fault;
             const auto& [temporary, place] = files_.front();
@@ -140,6 +140,16 @@ CsvImport importCompany(const fs::path& folder, std::string_view prefix) {
         if (!*text)
             import.notes.push_back({name(suffix), 0, 0, "", "there is no such file"});
     return import;
+}
+
+std::string whyNotReplaced(const fs::path& place) {
+    std::error_code ignored;
+    const fs::file_status status = fs::status(place, ignored);
+    // A file that takes its name would take the place of a pipe or a device, too.
+    const bool isReplaced = !fs::is_directory(status) && !fs::is_other(status);
+    return isReplaced ? ""
+                      : textOf(place) + " could not be replaced: " +
+                            (fs::is_directory(status) ? "it is a folder" : "it is no file");
 }
 
 CsvExport exportCompany(const CompanyRecord& company, const fs::path& folder) {

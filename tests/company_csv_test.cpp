@@ -777,6 +777,34 @@ TEST_F(CompanyCsvFiles, ExportTellsWhatItCannotReplace) {
     EXPECT_FALSE(fs::exists(folder_ / "missing"));
 }
 
+TEST_F(CompanyCsvFiles, AnExportTakesThePlaceOfNothingButFiles) {
+    const auto company = std::make_shared<CompanyRecord>();
+    company->put_Symbol("X");
+    write(folder_ / "X-company.csv", "mine");
+    write(folder_ / "elsewhere", "mine too");
+    const fs::path place = folder_ / "X-quarterly.csv";
+    const auto expectRefusal = [&](const std::string& reason) {
+        const fs::file_type type = fs::status(place).type();
+        EXPECT_EQ(whyNotReplaced(place), place.string() + " could not be replaced: " + reason);
+        EXPECT_EQ(exportCompany(*company, folder_).error, whyNotReplaced(place));
+        EXPECT_EQ(fs::status(place).type(), type);
+        EXPECT_EQ(read(folder_ / "X-company.csv"), "mine");
+        fs::remove(place);
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 2) << "nothing beside";
+    };
+    fs::create_directories(place);
+    expectRefusal("it is a folder");
+    ASSERT_EQ(mkfifo(place.c_str(), 0600), 0);
+    expectRefusal("it is no file");
+    fs::create_symlink("/dev/null", place);
+    expectRefusal("it is no file");
+    fs::create_symlink(folder_ / "elsewhere", place);
+    EXPECT_EQ(whyNotReplaced(place), "");
+    EXPECT_EQ(exportCompany(*company, folder_).error, "");
+    EXPECT_FALSE(fs::is_symlink(place));
+    EXPECT_EQ(read(folder_ / "elsewhere"), "mine too");
+}
+
 TEST_F(CompanyCsvFiles, GridFilesMayBeMissingButNotTheCompanyFile) {
     write(folder_ / "X-company.csv", "key,value\nname,X\n");
     const CsvImport import = importCompany(folder_, "X");

@@ -26,12 +26,14 @@ void refuseClashes(const Call& call, const std::vector<CompanySummary>& companie
                                            " and " + titleOf(company.name, company.symbol) +
                                            " would be written to the same files, " + prefix +
                                            "-company.csv. Export them to different folders."));
-        for (const fs::path& file : csvFiles(folder, prefix))
+        for (const fs::path& file : csvFiles(folder, prefix)) {
+            std::string reason = whyNotReplaced(file);
             if (std::error_code ignored;
-                !call.line.has(Option::replace) && fs::exists(file, ignored))
-                throw CommandFailure(ExitCode::refused,
-                                     printable(file.string()) +
-                                         " is there already. With --replace it is written anew.");
+                reason.empty() && !call.line.has(Option::replace) && fs::exists(file, ignored))
+                reason = file.string() + " is there already. With --replace it is written anew.";
+            if (!reason.empty())
+                throw CommandFailure(ExitCode::refused, printable(reason));
+        }
     }
 }
 

@@ -8,6 +8,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <sys/stat.h>
 
 namespace vkr::test {
 namespace {
@@ -137,6 +138,18 @@ TEST_F(ReadingCommands, AnExportReplacesFilesOnlyWhereItIsTold) {
     EXPECT_EQ(bytes("out/TSLA-yearly.csv"), "mine");
     EXPECT_EQ(run({"export", "AAPL", "TSLA", "out", "--replace"}).code, 0);
     EXPECT_NE(bytes("out/TSLA-yearly.csv"), "mine");
+}
+
+TEST_F(ReadingCommands, AnExportTakesThePlaceOfNothingButFiles) {
+    QDir(path("")).mkdir("out");
+    ASSERT_EQ(mkfifo(path("out/TSLA-yearly.csv").toLocal8Bit().constData(), 0600), 0);
+    for (const QStringList& how : {QStringList{}, QStringList{"--dry-run"}}) {
+        const auto refused = run(QStringList{"export", "AAPL", "TSLA", "out", "--replace"} + how);
+        EXPECT_EQ(refused.code, 4);
+        EXPECT_EQ(refused.err, "vkr: out/TSLA-yearly.csv could not be replaced: it is no file\n");
+        EXPECT_EQ(QDir(path("out")).entryList(QDir::Files | QDir::System),
+                  QStringList("TSLA-yearly.csv"));
+    }
 }
 
 TEST_F(ReadingCommands, TwoCompaniesAreNotWrittenToTheSameFiles) {
