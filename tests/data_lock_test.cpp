@@ -51,45 +51,114 @@ TEST_F(DataLock, RowsThatAreAddedLaterAreLockedToo) {
         EXPECT_TRUE(field->locked()) << field->id();
 }
 
-TEST_F(DataLock, NothingThatAPersonDoesChangesALockedField) {
+// --- the matrix: every field, and whatever changes it or the record while it is not locked
+// --------
+
+// What a host changes as one action.
+struct HostAction {
+    Action action;
+    std::vector<DatumChange> (*changes)(const CompanyRecord& company);
+};
+
+const HostAction hostActions[] = {
+    {{Origin::typed, "Split", ""},
+     [](const CompanyRecord& company) {
+         return test::changesOf(splitChanges(company, {{2, 1}, *makeDate(2026, 11, 1)}));
+     }},
+    {{Origin::imported, "Import", "0001-25-7"},
+     [](const CompanyRecord& company) {
+         std::vector<DatumChange> changes;
+         for (const test::ImportPart& part : test::periodImport(company, 2))
+             changes.insert(changes.end(), part.changes.begin(), part.changes.end());
+         return changes;
+     }},
+    {{Origin::typed, "Restore", ""},
+     [](const CompanyRecord& company) { return test::elementChanges(company, CompanyRecord()); }},
+};
+
+struct Attempt {
+    std::string name;
+    std::function<void(DataLock& at, TextField& field)> make;
+};
+
+std::vector<Attempt> attempts() {
+    std::vector<Attempt> all = {
+        {"undo by the desktop", [](DataLock& at, TextField& field) { at.desktop.undo(field); }},
+        {"a command of the desktop",
+         [](DataLock&, TextField& field) { EXPECT_FALSE(field.editText("by a command", 0)); }},
+        {"an entry of the list",
+         [](DataLock& at, TextField& field) {
+             const auto* list = dynamic_cast<ComboBox*>(&field);
+             if (list == nullptr)
+                 return;
+             ASSERT_FALSE(list->list().empty());
+             for (std::size_t entry = 0; entry < list->list().size(); ++entry)
+                 at.desktop.pick(list->id(), static_cast<int>(entry));
+             at.desktop.type("{DOWN}{UP}{UP}");
+         }},
+        {"a step back", [](DataLock& at, TextField&) { at.entry.step(HistoryStep::undo); }},
+        {"a step forward", [](DataLock& at, TextField&) { at.entry.step(HistoryStep::redo); }},
+    };
+    for (const HostAction& host : hostActions)
+        all.push_back({host.action.name, [&host](DataLock& at, TextField&) {
+                           EXPECT_EQ(at.entry.changeRecord(host.changes(*at.company), host.action),
+                                     "The data is locked. Unlock it to change anything.");
+                       }});
+    for (const std::string keys :
+         {"7",           "x",         "{DEL}",     "{BACKSPACE}", "^a{DEL}",   "^a^x",
+          "^a^v",        "^z",        "+{INSERT}", "^a+{DEL}",    "-",         "^{BACKSPACE}",
+          "^{DEL}",      "^y",        "^+z",       "^d",          "^'",        "+{DOWN}{DEL}",
+          "+{DOWN}{BS}", "+{DOWN}^x", "+{UP}^d",   "+{DOWN}^'",   "^a^a{DEL}", "^a^a^v"})
+        all.push_back({keys, [keys](DataLock& at, TextField&) {
+                           // Alone in its field the clipboard has a figure, over several cells
+                           // a block.
+                           at.desktop.setClipboardText(keys.starts_with("^a^a") ? "1\t2\n3\t4"
+                                                                                : "9");
+                           at.desktop.acceptNextPaste();
+                           at.desktop.type(keys);
+                       }});
+    return all;
+}
+
+TEST_F(DataLock, NothingThatAPersonOrAHostDoesChangesALockedField) {
+    entry.historyAsked = [](HistoryStep) {
+        ADD_FAILURE() << "a step was asked for under the lock";
+        return false;
+    };
     lock(true);
     entry.put_blnDirty(false);
     const auto before = company->clone();
     for (auto* field : fields()) {
         const std::string text = field->text();
         reveal(*field);
-        for (const auto* keys :
-             {"7",           "x",         "{DEL}",     "{BACKSPACE}", "^a{DEL}",   "^a^x",
-              "^a^v",        "^z",        "+{INSERT}", "^a+{DEL}",    "-",         "^{BACKSPACE}",
-              "^{DEL}",      "^y",        "^+z",       "^d",          "^'",        "+{DOWN}{DEL}",
-              "+{DOWN}{BS}", "+{DOWN}^x", "+{UP}^d",   "+{DOWN}^'",   "^a^a{DEL}", "^a^a^v"}) {
-            // Alone in its field the clipboard has a figure, over several cells a block.
-            desktop.setClipboardText(std::string_view(keys).starts_with("^a^a") ? "1\t2\n3\t4"
-                                                                                : "9");
-            desktop.acceptNextPaste();
+        for (const Attempt& attempt : attempts()) {
+            SCOPED_TRACE(field->id() + " " + attempt.name);
             field->setFocus();
-            desktop.type(keys);
-            EXPECT_EQ(field->text(), text) << field->id() << " " << keys;
-        }
-        desktop.undo(*field);
-        EXPECT_FALSE(field->editText("by a command", 0));
-        EXPECT_EQ(field->text(), text) << field->id();
-        if (auto* list = dynamic_cast<ComboBox*>(field)) {
-            ASSERT_FALSE(list->list().empty()) << list->id();
-            for (int entryIndex = 0; entryIndex < static_cast<int>(list->list().size());
-                 ++entryIndex)
-                desktop.pick(list->id(), entryIndex);
-            desktop.type("{DOWN}{UP}{UP}");
-            EXPECT_EQ(field->text(), text) << field->id();
+            attempt.make(*this, *field);
+            EXPECT_EQ(field->text(), text);
+            EXPECT_FALSE(entry.get_blnDirty());
         }
         entry.leaveField();
         EXPECT_EQ(field->text(), field->tag()) << field->id();
+        EXPECT_TRUE(sameAs(*before, *company)) << field->id();
     }
-    EXPECT_FALSE(entry.get_blnDirty());
-    EXPECT_TRUE(sameAs(*before, *company));
     EXPECT_EQ(desktop.clipboardText(), "1\t2\n3\t4");
     EXPECT_TRUE(desktop.messages().empty());
     EXPECT_TRUE(desktop.pastes().empty());
+}
+
+TEST_F(DataLock, WhatAHostChangesAsOneActionIsTakenOnceItIsOff) {
+    for (const HostAction& host : hostActions) {
+        SCOPED_TRACE(host.action.name);
+        const auto before = company->clone();
+        const std::vector<DatumChange> changes = host.changes(*company);
+        EXPECT_GT(changes.size(), 20U);
+        lock(true);
+        EXPECT_NE(entry.changeRecord(changes, host.action), std::nullopt);
+        lock(false);
+        EXPECT_EQ(entry.changeRecord(changes, host.action), std::nullopt);
+        EXPECT_FALSE(sameAs(*before, *company));
+    }
 }
 
 // The lock comes from elsewhere, such as a step that is taken back, while a person is typing.
@@ -193,25 +262,6 @@ TEST_F(DataLock, NoStepIsTakenBackOrDoneAgain) {
     entry.step(HistoryStep::undo);
     entry.step(HistoryStep::redo);
     EXPECT_EQ(asked, 2);
-}
-
-// A split, an import and a state of the history come in this way.
-TEST_F(DataLock, WhatAHostChangesAsOneActionIsRefusedWithAWord) {
-    auto changes = test::changesOf(splitChanges(*company, {{2, 1}, *makeDate(2026, 11, 1)}));
-    ASSERT_GT(changes.size(), 50U);
-    for (const test::ImportPart& part : test::periodImport(*company, 2))
-        changes.insert(changes.end(), part.changes.begin(), part.changes.end());
-    lock(true);
-    entry.put_blnDirty(false);
-    const auto before = company->clone();
-    for (const Origin origin : {Origin::typed, Origin::imported, Origin::pasted})
-        EXPECT_EQ(entry.changeRecord(changes, {origin, "All at Once", ""}),
-                  "The data is locked. Unlock it to change anything.");
-    EXPECT_TRUE(sameAs(*before, *company));
-    EXPECT_FALSE(entry.get_blnDirty());
-    lock(false);
-    EXPECT_EQ(entry.changeRecord(changes, {Origin::typed, "All at Once", ""}), std::nullopt);
-    EXPECT_FALSE(sameAs(*before, *company));
 }
 
 TEST_F(DataLock, CopyingStillWorks) {

@@ -289,17 +289,6 @@ TEST_F(HostFilingsTest, WhatIsNoDocumentIsTold) {
     EXPECT_FALSE(window.isWindowModified());
 }
 
-TEST_F(HostFilingsTest, UnderTheLockNothingIsImported) {
-    CompanyWindow& window = openChanged();
-    window.entry().component().form().get<CheckBox>("chkLockInfo").setValue(true);
-    dialogs_.next([](QWidget& dialog) {
-        EXPECT_EQ(qobject_cast<QMessageBox*>(&dialog)->text(), "The data is locked.");
-        DialogAnswers::clickButton(dialog, "OK");
-    });
-    window.importFilings(document("AAPL"));
-    EXPECT_EQ(revenue(*window.record(), 1), 0);
-}
-
 TEST_F(HostFilingsTest, TheMenuLeadsToIt) {
     CompanyWindow& window = open(*host_, "AAPL");
     EXPECT_EQ(action(window, "importFilings").text().remove(u'&'), "Import from Filings...");

@@ -227,20 +227,6 @@ TEST_F(HostReplaceTest, SeveralCompaniesAreTickedOneByOneOrAtOnce) {
     EXPECT_EQ(stored(*host_, "TSLA")->get_Name(), "Tesla, Inc.");
 }
 
-TEST_F(HostReplaceTest, ALockedCompanyStaysAsItIs) {
-    {
-        const auto loaded = host_->store().load(idOf(*host_, "AAPL"));
-        const auto record = loaded.value().record->clone();
-        record->get_Settings()->put(setting::lockBasicInfo, true);
-        ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), *record, loaded.value().revision));
-    }
-    Answers answers({"Replace", "OK"});
-    host_->importFile(companyFile());
-    EXPECT_TRUE(answers.allGiven());
-    EXPECT_TRUE(answers.told().value(1).contains("The data is locked."));
-    EXPECT_EQ(stored(*host_, "AAPL")->get_Name(), "Corrected Inc.");
-}
-
 // A save would make it final, without anybody having seen it.
 TEST_F(HostReplaceTest, ADamagedCompanyStaysAsItIsAndIsCopiedByNobodyUnasked) {
     const std::int64_t id = idOf(*host_, "AAPL");

@@ -91,17 +91,5 @@ TEST_F(SplitDialogTest, SaysWhatIsNoSplitAndNoDate) {
     choose(window);
 }
 
-TEST_F(SplitDialogTest, IsRefusedWhileTheDataIsLocked) {
-    CompanyWindow& window = open(*host_, "AAPL");
-    window.entry().setCurrentTab(toOptions);
-    click(window, "chkLockInfo");
-    const Answers answers({"OK"});
-    choose(window);
-    EXPECT_TRUE(answers.allGiven());
-    EXPECT_NE(answers.told().value(0).indexOf("Take the tick off Lock Data"), -1)
-        << "where the lock is, on every tab";
-    EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 7), 2.97);
-}
-
 } // namespace
 } // namespace vkr
