@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sheet/sheet_flow.hpp"
 
+#include <QCoreApplication>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -66,11 +67,18 @@ void SheetFlow::rule() {
     skip(6 * point);
 }
 
+constexpr double aboveTitle = 5 * point;
+constexpr double belowTitle = 2 * point;
+
+double SheetFlow::titleHeight() {
+    return aboveTitle + lineHeight(titleType) + belowTitle;
+}
+
 void SheetFlow::title(const QString& text) {
     need(3 * lineHeight(titleType));
-    skip(5 * point);
+    skip(aboveTitle);
     lines({text}, titleType, SheetWeight::bold);
-    skip(2 * point);
+    skip(belowTitle);
 }
 
 void SheetFlow::lines(const QStringList& texts, double size, SheetWeight weight, SheetInk ink,
@@ -111,6 +119,16 @@ QStringList wrappedLines(const QString& text, double width, double size, SheetWe
     QStringList lines;
     for (const QString& paragraph : text.split(u'\n'))
         wrapLine(paragraph, width, size, weight, lines);
+    return lines;
+}
+
+QStringList cutLines(QStringList lines, qsizetype most) {
+    const qsizetype left = lines.size() - most + 1;
+    if (left <= 1)
+        return lines;
+    lines.resize(most - 1);
+    lines.append(
+        QCoreApplication::translate("sheet", "and %1 more lines: see the program").arg(left));
     return lines;
 }
 

@@ -8,6 +8,7 @@ namespace vkr {
 
 inline constexpr double margin = 36 * point;
 inline constexpr double smallestType = 5 * point;
+inline constexpr double valueType = 7 * point;
 inline constexpr double plainType = 8 * point;
 inline constexpr double titleType = 9 * point;
 inline constexpr double columnGap = 7 * point;
@@ -24,6 +25,7 @@ class SheetFlow {
     // Of what is left of the page, above the footer.
     [[nodiscard]] double room() const { return size_.height() - margin - footerHeight - top_; }
     void skip(double height) { top_ += height; }
+    [[nodiscard]] qsizetype pageCount() const { return pages_.size(); }
     // Goes to a new page where so much does not fit any more.
     void need(double height) {
         if (room() < height)
@@ -37,6 +39,7 @@ class SheetFlow {
     void rule();
     // Each of them below the one before, over the pages that it takes.
     void title(const QString& text);
+    [[nodiscard]] static double titleHeight();
     void lines(const QStringList& lines, double size, SheetWeight weight = SheetWeight::plain,
                SheetInk ink = SheetInk::plain, double indent = 0);
 
@@ -54,6 +57,9 @@ class SheetFlow {
 // Lines of at most this width, broken between words, and within a word that is wider.
 [[nodiscard]] QStringList wrappedLines(const QString& text, double width, double size,
                                        SheetWeight weight = SheetWeight::plain);
+
+// So many of them at most; the last one then says how many more there are.
+[[nodiscard]] QStringList cutLines(QStringList lines, qsizetype most);
 
 // The value as it fits into the width: smaller, or rounded as the last resort.
 struct FittedText {

@@ -3,9 +3,8 @@
 
 #include "sheet/sheet_chart.hpp"
 #include "sheet/sheet_flow.hpp"
+#include "sheet/sheet_notes.hpp"
 #include "sheet/sheet_table.hpp"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <utility>
@@ -15,21 +14,20 @@ namespace vkr {
 namespace {
 
 constexpr double nameType = 15 * point;
-constexpr double valueType = 7 * point;
 constexpr double markShare = 0.65;
+constexpr qsizetype mostLines = 4; // of one text, where pages would run over
 constexpr double blockGap = 14 * point;
-constexpr double lowestChart = 130 * point;
+constexpr double lowestChart = 90 * point;
+constexpr double lowChart = 130 * point;
 constexpr double highestChart = 220 * point;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("sheet", text);
-}
-
 void addHeader(SheetFlow& flow, const SheetContent& content, double type) {
-    flow.lines(wrappedLines(content.name, flow.width(), type, SheetWeight::bold), type,
-               SheetWeight::bold);
+    flow.lines(
+        cutLines(wrappedLines(content.name, flow.width(), type, SheetWeight::bold), mostLines),
+        type, SheetWeight::bold);
     if (!content.identity.isEmpty())
-        flow.lines(wrappedLines(content.identity, flow.width(), plainType), plainType);
+        flow.lines(cutLines(wrappedLines(content.identity, flow.width(), plainType), mostLines),
+                   plainType);
     flow.skip(3 * point);
     flow.rule();
 }
@@ -37,8 +35,8 @@ void addHeader(SheetFlow& flow, const SheetContent& content, double type) {
 // Label on the left, value on the right; a value that has no room there goes below its label.
 class BlockLayout {
   public:
-    BlockLayout(SheetFlow& flow, const SheetBlock& block, double left, double width)
-        : flow_(flow), left_(left), width_(width), y_(flow.top()) {
+    BlockLayout(SheetFlow& flow, const SheetBlock& block, double left, double width, double type)
+        : flow_(flow), left_(left), width_(width), type_(type), y_(flow.top()) {
         line(block.title, titleType, SheetWeight::bold, 0, Qt::AlignLeft);
         y_ += 2 * point;
         for (const SheetValue& value : block.values)
@@ -56,15 +54,15 @@ class BlockLayout {
     }
 
     void add(const SheetValue& value) {
-        const double height = lineHeight(valueType);
-        const double label = textWidth(value.label, valueType) + 0.5;
+        const double height = lineHeight(type_);
+        const double label = textWidth(value.label, type_) + 0.5;
         const double marks =
-            value.marks.isEmpty() ? 0 : textWidth(value.marks, valueType * markShare) + 0.5 * point;
+            value.marks.isEmpty() ? 0 : textWidth(value.marks, type_ * markShare) + 0.5 * point;
         const double room = width_ - label - columnGap - marks;
-        flow_.text({left_, y_, label, height}, value.label, valueType, SheetWeight::plain,
+        flow_.text({left_, y_, label, height}, value.label, type_, SheetWeight::plain,
                    SheetInk::strong);
-        if (textWidth(value.text, valueType) <= room) {
-            flow_.text({left_ + label + columnGap, y_, room, height}, value.text, valueType,
+        if (textWidth(value.text, type_) <= room) {
+            flow_.text({left_ + label + columnGap, y_, room, height}, value.text, type_,
                        SheetWeight::plain, SheetInk::plain, Qt::AlignRight);
             addMarks(value, marks);
             y_ += height;
@@ -72,7 +70,7 @@ class BlockLayout {
         }
         y_ += height;
         if (!value.figure.isEmpty()) {
-            const FittedText fitted = fittedFigure(value, width_ - marks, valueType);
+            const FittedText fitted = fittedFigure(value, width_ - marks, type_);
             flow_.text({left_, y_, width_ - marks, height}, fitted.text, fitted.size,
                        SheetWeight::plain, SheetInk::plain, Qt::AlignRight);
             addMarks(value, marks);
@@ -80,110 +78,66 @@ class BlockLayout {
             return;
         }
         constexpr double indent = 6 * point;
-        for (const QString& text : wrappedLines(value.text, width_ - indent, valueType))
-            line(text, valueType, SheetWeight::plain, indent, Qt::AlignLeft);
+        QStringList lines = wrappedLines(value.text, width_ - indent, type_);
+        if (type_ <= smallestType)
+            lines = cutLines(std::move(lines), mostLines);
+        for (const QString& text : lines)
+            line(text, type_, SheetWeight::plain, indent, Qt::AlignLeft);
     }
 
     void addMarks(const SheetValue& value, double width) {
-        const double height = lineHeight(valueType);
+        const double height = lineHeight(type_);
         flow_.text({left_ + width_ - width + 0.25 * point, y_ - 0.1 * height, width, height},
-                   value.marks, valueType * markShare);
+                   value.marks, type_ * markShare);
     }
 
     SheetFlow& flow_;
     double left_;
     double width_;
+    double type_;
     double y_;
 };
 
-void addBlocks(SheetFlow& flow, const QList<SheetBlock>& blocks) {
+void addBlocks(SheetFlow& flow, const QList<SheetBlock>& blocks, double type) {
     const auto count = static_cast<double>(blocks.size());
     const double width = (flow.width() - blockGap * (count - 1)) / count;
     double left = flow.left();
     double bottom = flow.top();
     for (const SheetBlock& block : blocks) {
-        bottom = std::max(bottom, BlockLayout(flow, block, left, width).bottom());
+        bottom = std::max(bottom, BlockLayout(flow, block, left, width, type).bottom());
         left += width + blockGap;
     }
     flow.skip(bottom - flow.top());
 }
 
-// Footnotes beside one another, as many in a column as in the next.
-class FootnoteColumns {
-  public:
-    FootnoteColumns(const QStringList& footnotes, double width, int count)
-        : step_((width + blockGap) / count), count_(count) {
-        for (qsizetype i = 0; i < footnotes.size(); ++i) {
-            QString number = QString::number(i + 1);
-            for (const QString& line :
-                 wrappedLines(footnotes.at(i), step_ - blockGap - indent, valueType))
-                lines_.append({std::exchange(number, {}), line});
-        }
-    }
-    [[nodiscard]] double height() const {
-        return static_cast<double>(linesOfColumn()) * lineHeight(valueType);
-    }
-    void add(SheetFlow& flow) const {
-        const double height = lineHeight(valueType);
-        for (qsizetype row = 0; row < linesOfColumn(); ++row) {
-            flow.need(height);
-            double left = flow.left();
-            for (qsizetype i = row; i < lines_.size(); i += linesOfColumn()) {
-                flow.text({left, flow.top(), indent, height}, lines_.at(i).number, valueType);
-                flow.text({left + indent, flow.top(), step_ - blockGap - indent, height},
-                          lines_.at(i).text, valueType);
-                left += step_;
-            }
-            flow.skip(height);
-        }
-    }
-
-  private:
-    static constexpr double indent = 14 * point;
-    struct Line {
-        QString number; // of the first one of a footnote
-        QString text;
-    };
-    [[nodiscard]] qsizetype linesOfColumn() const { return (lines_.size() + count_ - 1) / count_; }
-
-    double step_; // from one column to the next
-    qsizetype count_;
-    QList<Line> lines_;
-};
-
-void addFootnotes(SheetFlow& flow, const QStringList& footnotes) {
-    if (footnotes.isEmpty())
-        return;
-    flow.title(tr("To look at, and where figures come from"));
-    constexpr int mostColumns = 3;
-    for (int count = 1; count <= mostColumns; ++count)
-        if (const FootnoteColumns columns(footnotes, flow.width(), count);
-            columns.height() <= flow.room()) {
-            columns.add(flow);
+// The data in the largest type that leaves room for the years and their charts.
+void addFirstPage(SheetFlow& flow, const SheetContent& content) {
+    flow.newPage();
+    addHeader(flow, content, nameType);
+    const SheetFlow begun = flow;
+    for (const double type : {valueType, 6 * point, smallestType}) {
+        flow = begun;
+        addBlocks(flow, content.blocks, type);
+        flow.skip(4 * point);
+        addTable(flow, content.yearly);
+        flow.skip(12 * point);
+        addCharts(
+            flow, content.charts,
+            std::clamp(flow.room(), type > smallestType ? lowChart : lowestChart, highestChart));
+        if (flow.pageCount() == 1)
             return;
-        }
-    FootnoteColumns(footnotes, flow.width(), 1).add(flow); // on the pages that they take
+    }
 }
 
 } // namespace
 
 QList<SheetPage> sheetPages(const SheetContent& content, Paper paper, const QString& footer) {
     SheetFlow flow(paper);
-    flow.newPage();
-    addHeader(flow, content, nameType);
-    addBlocks(flow, content.blocks);
-    flow.skip(4 * point);
-    addTable(flow, content.yearly);
-    flow.skip(12 * point);
-    addCharts(flow, content.charts, std::clamp(flow.room(), lowestChart, highestChart));
+    addFirstPage(flow, content);
     flow.newPage();
     addHeader(flow, content, titleType);
     addTable(flow, content.quarterly);
-    if (!content.notes.isEmpty()) {
-        flow.title(tr("Notes"));
-        flow.lines(wrappedLines(content.notes, flow.width(), valueType), valueType);
-    }
-    addFootnotes(flow, content.footnotes);
+    addNotes(flow, content.notes, content.footnotes);
     return std::move(flow).finish(footer);
 }
 
