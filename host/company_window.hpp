@@ -85,6 +85,7 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
 
   private:
     void buildActions();
+    [[nodiscard]] bool mayImport(); // tells where it may not
     void importChosenFilings();
     void buildEditMenu();
     void showSteps();

@@ -12,8 +12,17 @@
 
 namespace vkr {
 
+bool CompanyWindow::mayImport() {
+    const bool isLocked = controls::lock.in(entry_->component().form()).value();
+    if (isLocked)
+        tellFault(this, tr("The data is locked."), tr("Unlock it to import figures."));
+    return !isLocked;
+}
+
 void CompanyWindow::importChosenFilings() {
     entry_->component().leaveField();
+    if (!mayImport())
+        return;
     const QPointer<CompanyWindow> stays(this);
     const QString path = FilingsImport(this).chosenFile();
     if (!path.isEmpty() && stays)
@@ -21,10 +30,8 @@ void CompanyWindow::importChosenFilings() {
 }
 
 void CompanyWindow::importFilings(const QString& path) {
-    if (controls::lock.in(entry_->component().form()).value()) {
-        tellFault(this, tr("The data is locked."), tr("Unlock it to import figures."));
+    if (!mayImport())
         return;
-    }
     entry_->component().leaveField(); // what was typed last is compared, too
     FilingsImport transfer(this);
     transfer.originOf = [now = origins()](Datum datum, std::optional<int> element) {

@@ -64,6 +64,7 @@ class HostLocked : public CorrectedCompanyTest, public testing::WithParamInterfa
     void importFilings() {
         window->importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json"));
     }
+    void chooseFilings() { choose("importFilings"); }
     void importFile() { host_->importFile(companyFile()); }
     void importFolder() { host_->importFolder(home_.filePath("in")); }
     void restoreState() {
@@ -114,6 +115,10 @@ const LockedAct lockedActs[] = {
      [](HostLocked& at) { at.choose("split"); },
      {"OK"},
      "Take the tick off Lock Data before a split."}, // where the lock is, on every tab
+    {"ImportFromFilingsOfTheMenu",
+     &HostLocked::chooseFilings,
+     {"OK"},
+     "Unlock it to import figures."}, // before a file is asked for
     {"ImportFromFilings", &HostLocked::importFilings, {"OK"}, "Unlock it to import figures."},
     {"ImportOfAFile",
      &HostLocked::importFile,
