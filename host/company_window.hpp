@@ -58,6 +58,8 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     // Does again what was lost or given up, as steps to undo; nothing where figures of it are
     // locked by now. Those that are refused, with what the record said.
     [[nodiscard]] std::vector<RefusedStep> restore(const std::vector<ChangeGroup>& groups);
+    // Whether what is not saved is on the disk.
+    [[nodiscard]] bool isKept() const { return !toldOfKeeping_; }
 
     // What was called right, here or before.
     [[nodiscard]] std::shared_ptr<const SilencedFindings> silenced() const;

@@ -70,10 +70,12 @@ class Workspace : public QObject {
     void imported(const std::vector<CompanyKey>& companies);
     void showHelp(int page);
     void tellAbout();
-    // What could not be restored, and how many changes that is where it is but a part.
+    // What could not be restored, and how many changes that is where it is but a part. The rest is
+    // in a window.
     struct Unrestored {
         std::vector<ChangeGroup> groups;
         std::optional<int> count;
+        bool isRestKept = true; // on the disk, by its window
     };
     // Into the window of the company; what is left is told.
     [[nodiscard]] Unrestored restore(std::optional<std::int64_t> id,

@@ -62,6 +62,7 @@ Workspace::Unrestored Workspace::restore(std::optional<std::int64_t> id,
         left.groups.push_back(refused.group);
         reasons.append(refused.line);
     }
+    left.isRestKept = window->isKept();
     if (left.groups.size() == groups.size()) {
         tellFault(window, tr("Nothing was restored."), reasons.value(0), reasons);
     } else if (!left.groups.empty()) {
@@ -108,8 +109,7 @@ void Workspace::offerFound() {
         const bool discards = choice == (canRestore ? 1 : 0);
         if (canRestore && choice == 0) {
             const Unrestored left = restore(found.company.id, found.groups);
-            // The others are kept in a file of the window by now.
-            if (left.groups.size() < found.groups.size())
+            if (left.groups.size() < found.groups.size() && left.isRestKept)
                 if (const auto failure = keepOnly(found, left.groups, place))
                     tellFault(list_.get(), tr("All changes to %1 are offered again.").arg(title),
                               fromUtf8(*failure));

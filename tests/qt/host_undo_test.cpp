@@ -5,6 +5,9 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace vkr {
 namespace {
 
@@ -159,6 +162,44 @@ TEST_F(HostUndo, WhatWasFoundAndCannotBeMadeAgainIsOfferedAloneAfterwards) {
     }
     EXPECT_TRUE(unsavedFiles().isEmpty());
     EXPECT_FALSE(restored.isWindowModified()) << "nothing was made again";
+}
+
+// As on a disk that is full.
+class NoFileGrows {
+  public:
+    NoFileGrows() : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit none{16, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~NoFileGrows() {
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    NoFileGrows(const NoFileGrows&) = delete;
+    NoFileGrows& operator=(const NoFileGrows&) = delete;
+
+  private:
+    rlimit before_{};
+    void (*handler_)(int);
+};
+
+TEST_F(HostUndo, WhatWasFoundStaysWhereItCannotBeKeptByItsWindow) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    killWith(window);
+    host_ = another();
+    const QString file = home_.filePath(unsavedFiles().front());
+    const QByteArray found = contents(file);
+    {
+        const Answers answers({"Restore"});
+        const NoFileGrows full;
+        host_->offerFound();
+        EXPECT_TRUE(answers.allGiven());
+    }
+    EXPECT_EQ(debt(*host_->windows().front()), 11);
+    EXPECT_EQ(contents(file), found);
+    host_->windows().front()->discard();
 }
 
 TEST_F(HostUndo, WhatWasFoundStaysUntilSomebodyHasSaidTwiceThatItGoes) {
