@@ -23,7 +23,13 @@ namespace {
 
 using namespace vkr;
 
-constexpr int companies = 500;
+// VKR_BENCH_COMPANIES=5000: as many as it says, in hundreds.
+const int companies = [] {
+    const char* wanted = std::getenv("VKR_BENCH_COMPANIES");
+    const int count = wanted == nullptr ? 500 : std::atoi(wanted);
+    check(count > 0 && count % static_cast<int>(FolderImporter::batchSize) == 0);
+    return count;
+}();
 
 // A folder with all figures of each company, a file with them, and one without any.
 class Imported {
@@ -74,7 +80,11 @@ void importStore(benchmark::State& state) {
     for (auto _ : state)
         imported().import("store.vkr");
 }
-BENCHMARK(importStore)->Name("import/store")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(importStore)
+    ->Name("import/store")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime() // files are read on a thread of their own
+    ->UseRealTime();
 
 // Everything between commas, and what figures there are; checks nothing.
 double plainlyRead(const std::string& file) {
@@ -95,62 +105,87 @@ double plainlyRead(const std::string& file) {
     return sum + static_cast<double>(cells.size());
 }
 
+// A table that is written row by row; `rows` reads those of one company.
+struct Table {
+    sqlite3_stmt* rows;
+    sqlite3_stmt* insert;
+};
+
+std::vector<Table> tablesOf(RawFile& from, RawFile& to) {
+    static constexpr struct {
+        const char* name;
+        const char* key;
+    } names[] = {{"company", "id"},
+                 {"series", "company_id"},
+                 {"listing", "company_id"},
+                 {"change_log", "company_id"},
+                 {"change_group", "company_id"},
+                 {"figure_change", "company_id"}};
+    std::vector<Table> tables;
+    for (const auto& table : names) {
+        const std::string name = table.name;
+        sqlite3_stmt* rows = from.prepare("SELECT * FROM " + name + " WHERE " + table.key + " = ?");
+        std::string marks = "?";
+        for (int i = 1; i < sqlite3_column_count(rows); ++i)
+            marks += ", ?";
+        tables.push_back({rows, to.prepare("INSERT INTO " + name + " VALUES (" + marks + ")")});
+    }
+    return tables;
+}
+
 // All rows of one company in one table.
 struct Part {
     sqlite3_stmt* insert;
     std::vector<RawFile::Row> rows;
 };
 
+std::vector<Part> partsOf(const std::vector<Table>& tables, std::size_t company) {
+    std::vector<Part> parts;
+    for (const Table& table : tables) {
+        sqlite3_bind_int64(table.rows, 1, static_cast<sqlite3_int64>(company) + 1);
+        parts.push_back({table.insert, RawFile::rows(table.rows)});
+    }
+    return parts;
+}
+
 void importRaw(benchmark::State& state) {
-    static constexpr struct {
-        const char* name;
-        const char* key;
-    } tables[] = {{"company", "id"},
-                  {"series", "company_id"},
-                  {"listing", "company_id"},
-                  {"change_log", "company_id"},
-                  {"change_group", "company_id"},
-                  {"figure_change", "company_id"}};
     RawFile full(imported().path("full.vkr"));
     for (auto _ : state) {
         state.PauseTiming();
         imported().makeEmpty("raw.vkr");
         {
             RawFile raw(imported().path("raw.vkr"));
-            std::vector<std::vector<Part>> all(companies);
-            for (const auto& table : tables) {
-                std::string marks;
-                const std::string from = "SELECT * FROM " + std::string(table.name);
-                const int columns = sqlite3_column_count(raw.prepare(from));
-                for (int i = 0; i < columns; ++i)
-                    marks += i == 0 ? "?" : ", ?";
-                sqlite3_stmt* insert = raw.prepare("INSERT INTO " + std::string(table.name) +
-                                                   " VALUES (" + marks + ")");
-                for (int number = 0; number < companies; ++number)
-                    all[static_cast<std::size_t>(number)].push_back(
-                        {insert, full.rows(from + " WHERE " + table.key + " = " +
-                                           std::to_string(number + 1))});
-            }
+            const std::vector<Table> tables = tablesOf(full, raw);
             state.ResumeTiming();
             const std::vector<std::string> prefixes = csvFolder(imported().folder()).prefixes;
-            check(prefixes.size() == all.size());
-            for (std::size_t number = 0; number < all.size(); ++number) {
-                for (const std::filesystem::path& file :
-                     csvFiles(imported().folder(), prefixes[number]))
-                    benchmark::DoNotOptimize(plainlyRead(file.string()));
-                if (number % FolderImporter::batchSize == 0)
-                    raw.run("BEGIN IMMEDIATE");
-                for (const Part& part : all[number])
-                    for (const RawFile::Row& row : part.rows)
-                        RawFile::write(part.insert, row);
-                if ((number + 1) % FolderImporter::batchSize == 0)
-                    raw.run("COMMIT");
+            check(std::ssize(prefixes) == companies);
+            for (std::size_t first = 0; first < prefixes.size();
+                 first += FolderImporter::batchSize) {
+                state.PauseTiming(); // what a hundred come to is known, and no more at a time
+                std::vector<std::vector<Part>> hundred;
+                for (std::size_t one = first; one < first + FolderImporter::batchSize; ++one)
+                    hundred.push_back(partsOf(tables, one));
+                state.ResumeTiming();
+                raw.run("BEGIN IMMEDIATE");
+                for (std::size_t one = 0; one < hundred.size(); ++one) {
+                    for (const std::filesystem::path& file :
+                         csvFiles(imported().folder(), prefixes[first + one]))
+                        benchmark::DoNotOptimize(plainlyRead(file.string()));
+                    for (const Part& part : hundred[one])
+                        for (const RawFile::Row& row : part.rows)
+                            RawFile::write(part.insert, row);
+                }
+                raw.run("COMMIT");
             }
             state.PauseTiming();
         }
         state.ResumeTiming();
     }
 }
-BENCHMARK(importRaw)->Name("import/raw")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(importRaw)
+    ->Name("import/raw")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
 
 } // namespace

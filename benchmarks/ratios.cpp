@@ -31,7 +31,8 @@ class Figure : public benchmark::BenchmarkReporter {
 
 std::optional<double> measured(const std::string& name) {
     Figure figure;
-    benchmark::RunSpecifiedBenchmarks(&figure, "^" + name + "(/iterations:[0-9]+|/real_time)?$");
+    benchmark::RunSpecifiedBenchmarks(
+        &figure, "^" + name + "(/iterations:[0-9]+)?(/process_time)?(/real_time)?$");
     return figure.value;
 }
 

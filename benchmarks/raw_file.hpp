@@ -48,8 +48,8 @@ class RawFile {
     };
     using Row = std::vector<std::unique_ptr<sqlite3_value, Free>>;
 
-    std::vector<Row> rows(const std::string& text) {
-        sqlite3_stmt* statement = prepare(text);
+    std::vector<Row> rows(const std::string& text) { return rows(prepare(text)); }
+    static std::vector<Row> rows(sqlite3_stmt* statement) {
         std::vector<Row> all;
         while (sqlite3_step(statement) == SQLITE_ROW) {
             Row row;
