@@ -232,10 +232,7 @@ CompanyWindow* Workspace::show(std::optional<std::int64_t> id, const LoadedCompa
         SheetPrinting(window).saveToChosen(companies, titleOf(*window));
     });
     connect(window, &CompanyWindow::helpAsked, this, &Workspace::showHelp);
-    connect(window, &CompanyWindow::discarded, this, [this](const DiscardedChanges& changes) {
-        discarded_.append(changes);
-        showDiscarded();
-    });
+    connect(window, &CompanyWindow::discarded, this, &Workspace::offerDiscarded);
     connect(window, &CompanyWindow::gone, this,
             [this](CompanyWindow* closed) { windows_.removeOne(closed); });
     windows_.append(window);

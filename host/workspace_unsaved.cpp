@@ -31,6 +31,21 @@ void Workspace::showDiscarded() {
                             : tr("Discarded %1 changes of %2.").arg(last.count).arg(last.title));
 }
 
+void Workspace::offerDiscarded(DiscardedChanges changes) {
+    const auto isEarlier = [&](const DiscardedChanges& one) {
+        return changes.id && one.id == changes.id;
+    };
+    if (const auto earlier = std::ranges::find_if(discarded_, isEarlier);
+        earlier != discarded_.end()) {
+        changes.groups.insert(changes.groups.begin(), earlier->groups.begin(),
+                              earlier->groups.end());
+        changes.count += earlier->count;
+        discarded_.erase(earlier);
+    }
+    discarded_.append(changes);
+    showDiscarded();
+}
+
 void Workspace::forgetDiscarded(std::int64_t id) {
     discarded_.removeIf([id](const DiscardedChanges& changes) { return changes.id == id; });
     showDiscarded();
@@ -44,11 +59,10 @@ void Workspace::restoreDiscarded() {
     if (!left.groups.empty()) {
         last.groups = left.groups;
         last.count = left.count.value_or(last.count);
-        discarded_.append(last);
-    } else if (last.id) {
-        forgetDiscarded(*last.id); // it was open already
+        offerDiscarded(last);
+    } else {
+        showDiscarded();
     }
-    showDiscarded();
 }
 
 Workspace::Unrestored Workspace::restore(std::optional<std::int64_t> id,
