@@ -66,8 +66,7 @@ template <typename Interface>
     return found;
 }
 
-// --- what is alive
-// ---------------------------------------------------------------------------------
+// --- what is alive -------------------------------------------------------------------------------
 
 // Objects and locks of the whole library.
 [[nodiscard]] long liveObjects();
@@ -80,8 +79,7 @@ class Alive {
 };
 void lockLibrary(bool lock);
 
-// --- the one entry
-// ---------------------------------------------------------------------------------
+// --- the one entry -------------------------------------------------------------------------------
 
 // What the exception in flight is to the caller; its text is left as error information.
 [[nodiscard]] HRESULT tellFailure(REFIID interfaceId) noexcept;
@@ -106,8 +104,7 @@ HRESULT guarded(Object* self, REFIID interfaceId, Call&& call) noexcept {
     return result;
 }
 
-// --- objects
-// ---------------------------------------------------------------------------------------
+// --- objects -------------------------------------------------------------------------------------
 
 // The interfaces that one derives from, besides IUnknown.
 template <typename Interface>

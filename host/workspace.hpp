@@ -83,9 +83,8 @@ class Workspace : public QObject {
     void restoreDiscarded();
     void showDiscarded();
     void checkInvariants() const;
-    void
-    offerDiscarded(DiscardedChanges changes); // with what is left of the company's earlier ones
-    void forgetDiscarded(std::int64_t id);    // it is opened again, or deleted
+    void offerDiscarded(DiscardedChanges changes); // with those of the company that are on offer
+    void forgetDiscarded(std::int64_t id);         // it is opened again, or deleted
     [[nodiscard]] CompanyWindow* windowOf(std::int64_t id) const;
     [[nodiscard]] OfferedLists offered() const;
     void offerLists(); // to every window

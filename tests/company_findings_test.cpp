@@ -269,8 +269,7 @@ TEST(SilencedFindings, staySilentUntilOneOfTheirFiguresChanges) {
     EXPECT_FALSE(silenced.isSilenced(finding));
 }
 
-// --- each rule by itself
-// --------------------------------------------------------------------------
+// --- each rule by itself -------------------------------------------------------------------------
 
 // Figures that make a rule speak, and some that just do not.
 struct Case {

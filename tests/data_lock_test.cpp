@@ -51,8 +51,7 @@ TEST_F(DataLock, RowsThatAreAddedLaterAreLockedToo) {
         EXPECT_TRUE(field->locked()) << field->id();
 }
 
-// --- the matrix: every field, and whatever changes it or the record while it is not locked
-// --------
+// --- every field, and whatever changes it or the record while it is not locked ------------------
 
 // What a host changes as one action.
 struct HostAction {

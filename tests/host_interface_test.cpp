@@ -765,8 +765,7 @@ TEST_F(HostInterface, NobodyHasToListen) {
     EXPECT_EQ(scene.events.log, Names{});
 }
 
-// --- what a host does when it hears of a change
-// ----------------------------------------------------
+// --- what a host does when it hears of a change --------------------------------------------------
 
 TEST_F(HostInterface, AnotherRecordHandedInAtAChangeGetsNothingOfWhatWasTyped) {
     struct Row {
