@@ -4,7 +4,9 @@
 #include "automation/busy.hpp"
 #include "automation/member_numbers.hpp"
 #include "automation/variants.hpp"
+#include "control/property_table.hpp"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -79,7 +81,9 @@ std::shared_ptr<void> DataEntryControl::stays(Stay how) {
 }
 
 void DataEntryControl::propertyChanged(std::string_view name) {
-    unsaved_ = true;
+    const auto row = std::ranges::find(propertyTable(), name, &PropertyRow::name);
+    if (row != propertyTable().end() && row->bag.saved != 0)
+        unsaved_ = true;
     events_.propertyChanged(name);
 }
 

@@ -87,7 +87,7 @@ HRESULT DataEntryControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /
 HRESULT DataEntryControl::EnumVerbs(IEnumOLEVERB** verbs) {
     return entered(IID_IOleObject, [&] {
         answer(verbs) = nullptr;
-        return OLE_S_USEREG;
+        return OLEOBJ_E_NOVERBS; // but those that every control has
     });
 }
 

@@ -76,7 +76,6 @@ void addClass(Keys& keys, const CreatableClass& one) {
     keys.set(root + L"\\Programmable", L"");
     if (one.control) {
         keys.set(root + L"\\Control", L"");
-        keys.set(root + L"\\Insertable", L"");
         keys.set(root + L"\\MiscStatus", L"0");
         keys.set(root + L"\\MiscStatus\\1", std::to_wstring(miscStatus));
         keys.set(root + L"\\ToolboxBitmap32", path + L", 1");

@@ -612,6 +612,19 @@ TEST_F(Control, FollowsTheLanguageOfTheContainer) {
     takeAway();
 }
 
+TEST_F(Control, IsUnsavedOnlyByWhatIsKept) {
+    const auto stored = as<IPersistStreamInit>();
+    site->ambients[DISPID_AMBIENT_LOCALEID] = 0x0407; // German: other marks
+    EXPECT_EQ(stored->InitNew(), S_OK);
+    place();
+    EXPECT_EQ(stored->IsDirty(), S_FALSE);
+    EXPECT_EQ(putByName(dispatch(), "DateFormat", "YYYY-MM-DD").result, S_OK);
+    EXPECT_EQ(stored->IsDirty(), S_FALSE);
+    EXPECT_EQ(putByName(dispatch(), "VisibleQuarters", std::int16_t{12}).result, S_OK);
+    EXPECT_EQ(stored->IsDirty(), S_OK);
+    takeAway();
+}
+
 // It is safe for scripts that nobody trusts.
 TEST_F(Control, ItsOwnRecordTouchesNoFile) {
     EXPECT_EQ(control->putref_objCompany(nullptr), S_OK); // an empty one instead
