@@ -37,7 +37,6 @@ FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) 
     makeViews(isOnShow);
     FormView::formChanged();
     form.setObserver(this);
-    form.tabbedOut = [this](FocusDirection direction) { return tabOut(direction); };
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
         if (form_->hasFocus() && isOfHost(now) && now->window() == window())
             form_->focusLeft();
@@ -47,7 +46,6 @@ FormView::FormView(Form& form, QWidget* parent) : QWidget(parent), form_(&form) 
 FormView::~FormView() {
     disconnect(qApp, nullptr, this, nullptr);
     form_->setObserver(nullptr);
-    form_->tabbedOut = nullptr;
     for (const auto& [control, view] : views_)
         view->forget();
     qDeleteAll(findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));

@@ -117,6 +117,7 @@ class FormView final : public QWidget, public ViewHost, private FormObserver {
     void focusChanged() override;
     void noteOver() override;
     void formChanged() override;
+    bool takesTab(FocusDirection direction) override;
 
     [[nodiscard]] ControlView* viewOf(const Control* control) const;
     [[nodiscard]] ControlView* activeView() const;
@@ -133,7 +134,6 @@ class FormView final : public QWidget, public ViewHost, private FormObserver {
     void catchUp();
     void feedKey(QKeyEvent& event);
     void followFocus();
-    bool tabOut(FocusDirection direction);
     [[nodiscard]] bool isInside(const QWidget* widget) const;
     [[nodiscard]] bool isOfHost(const QWidget* widget) const;
     void turnWheel(QWheelEvent& event, ControlView* origin);

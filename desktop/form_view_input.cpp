@@ -192,7 +192,7 @@ bool FormView::focusNextPrevChild(bool next) {
     return true;
 }
 
-bool FormView::tabOut(FocusDirection direction) {
+bool FormView::takesTab(FocusDirection direction) {
     const bool forward = direction == FocusDirection::forward;
     const auto step = [forward](QWidget* widget) {
         return forward ? widget->nextInFocusChain() : widget->previousInFocusChain();

@@ -21,16 +21,12 @@ NativeForm::NativeForm(HWND parent, const RECT& place, Form& form)
       scale_(GetDpiForWindow(window())), fonts_(std::make_unique<Fonts>(scale_)) {
     makeViews(isOnShow);
     form.setObserver(this);
-    form.tabbedOut = [this](FocusDirection direction) {
-        return tabbedOut ? tabbedOut(direction) : tabOut(direction);
-    };
     ShowWindow(window(), SW_SHOWNA);
 }
 
 NativeForm::~NativeForm() {
     life_.reset();
     form_->setObserver(nullptr);
-    form_->tabbedOut = nullptr;
     for (const auto& [control, view] : views_)
         view->forget();
     surface_->close();

@@ -122,6 +122,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     void focusChanged() override;
     void noteOver() override;
     void formChanged() override;
+    bool takesTab(FocusDirection direction) override;
 
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> handleInput(UINT message, WPARAM wParam, LPARAM lParam);
@@ -137,7 +138,6 @@ class NativeForm final : public ViewHost, private FormObserver {
     void passOn(UINT message) const;
     void followFocus();
     void paint(HDC context) const;
-    bool tabOut(FocusDirection direction);
     [[nodiscard]] bool isInside(HWND other) const;
     void drawInside(HWND parent, HDC context) const;
     void showTip(HWND over, std::wstring text);

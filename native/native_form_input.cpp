@@ -128,7 +128,9 @@ void NativeForm::focusWent(HWND to) {
     form_->focusLeft();
 }
 
-bool NativeForm::tabOut(FocusDirection direction) {
+bool NativeForm::takesTab(FocusDirection direction) {
+    if (tabbedOut)
+        return tabbedOut(direction);
     const HWND root = GetAncestor(window(), GA_ROOT);
     const bool backward = direction == FocusDirection::backward;
     const HWND next = GetNextDlgTabItem(root, window(), backward ? TRUE : FALSE);

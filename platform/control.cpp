@@ -3,11 +3,13 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace vkr {
 
-Control::Control(ControlKind kind, Form& form, std::string_view name, int index, Frame* container)
-    : kind_(kind), form_(form), name_(name), index_(index), container_(container) {}
+Control::Control(ControlKind kind, ControlSite& site, std::string_view name, int index,
+                 Frame* container)
+    : kind_(kind), site_(site), name_(name), index_(index), container_(container) {}
 
 std::string Control::id() const {
     return index_ == noIndex ? name_ : name_ + "(" + std::to_string(index_) + ")";
@@ -110,6 +112,36 @@ void Control::setCaption(std::string_view caption) {
     notify(Property::caption);
 }
 
+int Control::tabIndex() const {
+    return site_.tabIndexOf(*this);
+}
+
+void Control::setTabIndex(int index) {
+    site_.setTabIndex(*this, index);
+}
+
+void Control::setFocus() {
+    site_.focus(*this);
+}
+
+void OptionButton::setValue(bool value) {
+    if (value == value_)
+        return;
+    if (value)
+        site().takeChoiceFromOthers(*this);
+    value_ = value;
+    notify(Property::value);
+}
+
+void ScrollBar::setValue(int value) {
+    value = std::clamp(value, minimum_, maximum_);
+    if (value == value_)
+        return;
+    value_ = value;
+    notify(Property::value);
+    site().scrolled(*this);
+}
+
 void ScrollBar::setRange(int minimum, int maximum, int smallChange, int largeChange) {
     maximum = std::max(minimum, maximum);
     smallChange = std::max(1, smallChange);
@@ -148,6 +180,16 @@ void TabStrip::setTabCaption(int index, std::string_view caption) {
         return;
     changed = caption;
     notify(Property::caption);
+}
+
+void TabStrip::selectTab(int index) {
+    if (index < 1 || index > count())
+        throw std::out_of_range(id() + " has no tab " + std::to_string(index));
+    if (index != selected_) {
+        selected_ = index;
+        notify(Property::value);
+    }
+    site().tabSelected(*this);
 }
 
 } // namespace vkr

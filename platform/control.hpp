@@ -6,13 +6,16 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace vkr {
 
+class Control;
 class Form;
 class Frame;
+class OptionButton;
+class ScrollBar;
+class TabStrip;
 
 // Lengths and places are in twips: 1440 to the inch, 15 to a pixel at 96 dots per inch.
 using Twips = double;
@@ -52,6 +55,22 @@ enum class Property {
     mark,  // what there is to say of the field's text
 };
 
+// What controls do by means of the form that they are on.
+class ControlSite {
+  public:
+    virtual ~ControlSite() = default;
+
+    [[nodiscard]] virtual Form& form() = 0;
+    virtual void tellChanged(Control& control, Property property) = 0;
+    [[nodiscard]] virtual int tabIndexOf(const Control& control) const = 0;
+    virtual void setTabIndex(Control& control, int index) = 0;
+    virtual bool focus(Control& control) = 0;
+    virtual void takeChoiceFromOthers(const OptionButton& chosen) = 0;
+    // What they do when a person or the program has set them.
+    virtual void scrolled(ScrollBar& bar) = 0;
+    virtual void tabSelected(TabStrip& strip) = 0;
+};
+
 // A control model: what a control on the form holds. Handlers read and write models only; an
 // adapter draws them and forwards what the user does. Setting an equal value tells nobody.
 class Control {
@@ -68,7 +87,7 @@ class Control {
     [[nodiscard]] const std::string& name() const { return name_; }
     [[nodiscard]] int index() const { return index_; } // noIndex outside control arrays
     [[nodiscard]] std::string id() const;              // "txtName", "txtSales(3)"
-    [[nodiscard]] Form& form() const { return form_; }
+    [[nodiscard]] Form& form() const { return site_.form(); }
     [[nodiscard]] Frame* container() const { return container_; } // null: the form itself
 
     [[nodiscard]] Twips left() const { return left_; }
@@ -119,12 +138,14 @@ class Control {
     [[nodiscard]] int tabIndex() const;
     void setTabIndex(int index);
 
-    void bringToFront();
+    void bringToFront() { notify(Property::order); }
     void setFocus(); // does nothing while it can't take the focus
 
   protected:
-    Control(ControlKind kind, Form& form, std::string_view name, int index, Frame* container);
-    void notify(Property property);
+    Control(ControlKind kind, ControlSite& site, std::string_view name, int index,
+            Frame* container);
+    [[nodiscard]] ControlSite& site() const { return site_; }
+    void notify(Property property) { site_.tellChanged(*this, property); }
     template <typename T, typename Value>
     void assign(T& member, const Value& value, Property property) {
         if (member == value)
@@ -138,7 +159,7 @@ class Control {
 
     ControlKind kind_;
     unsigned changes_ = 0; // properties that observers are still to be told of
-    Form& form_;
+    ControlSite& site_;
     std::string name_;
     int index_;
     Frame* container_;
@@ -160,8 +181,8 @@ enum class Alignment { left, center, right };
 
 class Label : public Control {
   public:
-    Label(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::label, form, name, index, container) {}
+    Label(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::label, site, name, index, container) {}
 
     [[nodiscard]] bool autoSize() const { return autoSize_; }
     void setAutoSize(bool autoSize) { assign(autoSize_, autoSize, Property::look); }
@@ -191,15 +212,15 @@ class Label : public Control {
 
 class CommandButton : public Control {
   public:
-    CommandButton(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::commandButton, form, name, index, container) {}
+    CommandButton(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::commandButton, site, name, index, container) {}
 };
 
 // Of the options of one control array exactly one, or none at first, is chosen.
 class OptionButton : public Control {
   public:
-    OptionButton(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::optionButton, form, name, index, container) {}
+    OptionButton(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::optionButton, site, name, index, container) {}
 
     [[nodiscard]] bool value() const { return value_; }
     void setValue(bool value); // true takes the choice from the other options of the array
@@ -210,8 +231,8 @@ class OptionButton : public Control {
 
 class CheckBox : public Control {
   public:
-    CheckBox(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::checkBox, form, name, index, container) {}
+    CheckBox(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::checkBox, site, name, index, container) {}
 
     [[nodiscard]] bool value() const { return value_; }
     void setValue(bool value) { assign(value_, value, Property::value); }
@@ -227,8 +248,8 @@ enum class Orientation { horizontal, vertical };
 
 class ScrollBar : public Control {
   public:
-    ScrollBar(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::scrollBar, form, name, index, container) {}
+    ScrollBar(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::scrollBar, site, name, index, container) {}
 
     [[nodiscard]] Orientation orientation() const { return orientation_; }
     void setOrientation(Orientation orientation) {
@@ -254,8 +275,8 @@ class ScrollBar : public Control {
 
 class Spinner : public Control {
   public:
-    Spinner(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::spinner, form, name, index, container) {}
+    Spinner(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::spinner, site, name, index, container) {}
 
     [[nodiscard]] int value() const { return value_; }
     void setValue(int value) { assign(value_, value, Property::value); }
@@ -268,8 +289,8 @@ enum class FrameBorder { none, line, group };
 
 class Frame : public Control {
   public:
-    Frame(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::frame, form, name, index, container) {}
+    Frame(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::frame, site, name, index, container) {}
 
     [[nodiscard]] FrameBorder border() const { return border_; }
     void setBorder(FrameBorder border) { assign(border_, border, Property::look); }
@@ -294,8 +315,8 @@ struct Tab {
 
 class TabStrip : public Control {
   public:
-    TabStrip(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::tabStrip, form, name, index, container) {}
+    TabStrip(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::tabStrip, site, name, index, container) {}
 
     [[nodiscard]] int count() const { return static_cast<int>(tabs_.size()); }
     [[nodiscard]] const Tab& tab(int index) const; // 1 to count()
@@ -313,8 +334,8 @@ class TabStrip : public Control {
 
 class Shape : public Control {
   public:
-    Shape(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::shape, form, name, index, container) {}
+    Shape(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::shape, site, name, index, container) {}
 
     [[nodiscard]] bool filled() const { return filled_; } // else its border line alone
     void setFilled(bool filled) { assign(filled_, filled, Property::look); }
@@ -325,15 +346,15 @@ class Shape : public Control {
 
 class PictureBox : public Control {
   public:
-    PictureBox(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::pictureBox, form, name, index, container) {}
+    PictureBox(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::pictureBox, site, name, index, container) {}
 };
 
 // An entry of the pop-up menu; the caption "-" is a separator.
 class MenuItem : public Control {
   public:
-    MenuItem(Form& form, std::string_view name, int index, Frame* container)
-        : Control(ControlKind::menuItem, form, name, index, container) {}
+    MenuItem(ControlSite& site, std::string_view name, int index, Frame* container)
+        : Control(ControlKind::menuItem, site, name, index, container) {}
 };
 
 } // namespace vkr

@@ -153,14 +153,29 @@ void Form::checkInvariants() const {
     assert(tabOrder_.size() == controls_.size());
 }
 
+int Form::tabIndexOf(const Control& control) const {
+    return static_cast<int>(std::ranges::find(tabOrder_, &control) - tabOrder_.begin());
+}
+
 void Form::setTabIndex(Control& control, int index) {
     std::erase(tabOrder_, &control);
     const auto place = std::clamp<std::ptrdiff_t>(index, 0, std::ssize(tabOrder_));
     tabOrder_.insert(tabOrder_.begin() + place, &control);
 }
 
-void Form::reorderFront(Control& control) {
-    tellChanged(control, Property::order);
+void Form::takeChoiceFromOthers(const OptionButton& chosen) {
+    for (const auto& [index, other] : elements(chosen.name()))
+        if (auto* option = dynamic_cast<OptionButton*>(other);
+            option != nullptr && option != &chosen)
+            option->setValue(false);
+}
+
+void Form::scrolled(ScrollBar& bar) {
+    ifPossible([&] { handler().onScroll(bar); });
+}
+
+void Form::tabSelected(TabStrip& strip) {
+    ifPossible([&] { handler().onTabSelected(strip); });
 }
 
 void Form::setSize(Twips width, Twips height) {

@@ -6,7 +6,6 @@
 #include "platform/text_field.hpp"
 
 #include <deque>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -65,6 +64,8 @@ class FormHandler {
     virtual void onFocusLeft() {} // the focus left the form
 };
 
+enum class FocusDirection { forward, backward };
+
 // An adapter's ear: told after a model has changed.
 class FormObserver {
   public:
@@ -76,10 +77,12 @@ class FormObserver {
     virtual void focusChanged() {} // activeControl() is the one that has the focus now
     virtual void noteOver() {}     // what Services::tellRefused has put up goes away
     virtual void formChanged() {}  // size, colours, border, pointer of the form itself
+    // Tab at the end of the tab order: true where the focus has gone on to a control beside the
+    // form. It wraps otherwise.
+    virtual bool takesTab(FocusDirection /*direction*/) { return false; }
 };
 
 enum class BorderStyle { none = 0, fixedSingle = 1 };
-enum class FocusDirection { forward, backward };
 
 // A form: its controls, its focus, and the one input pipeline that every adapter feeds. At any time
 //
@@ -87,10 +90,10 @@ enum class FocusDirection { forward, backward };
 //   the active control, where there is one, is one that the form has;
 //   the tab order has each of the form's controls once;
 //   keystrokes that handlers have sent wait only while a stroke is under way.
-class Form {
+class Form final : private ControlSite {
   public:
     Form();
-    ~Form();
+    ~Form() override;
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
 
@@ -103,7 +106,8 @@ class Form {
     // exist already throw std::invalid_argument.
     template <typename Kind>
     Kind& add(std::string_view name, int index = Control::noIndex, Frame* container = nullptr) {
-        auto control = std::make_unique<Kind>(*this, name, index, container);
+        ControlSite& site = *this;
+        auto control = std::make_unique<Kind>(site, name, index, container);
         Kind& added = *control;
         adopt(std::move(control));
         return added;
@@ -168,7 +172,7 @@ class Form {
     // A control that can't take the focus leaves everything as it is (false).
     // A leave handler that sends the focus elsewhere, or back to its own control, has the last word
     // (false); back to its own control is a leave event and an enter event.
-    bool focus(Control& control);
+    bool focus(Control& control) override;
     // The next control in tab order. At the end it starts again, or with `wrap` false stays put
     // and answers false, so that the focus can go on to the host's next control.
     bool moveFocus(FocusDirection direction, bool wrap = true);
@@ -246,23 +250,20 @@ class Form {
     // A keystroke that acts as if typed, once the one in progress is through.
     void sendKey(KeyCode key, int shift = shifts::none);
 
-    // Tabbing at the end of the tab order is offered to the adapter first (it may have other
-    // controls in its window); answering false lets the focus wrap.
-    std::function<bool(FocusDirection)> tabbedOut;
-
   private:
-    friend class Control;
-    friend class ScrollBar;
-    friend class TabStrip;
+    [[nodiscard]] Form& form() override { return *this; }
+    void tellChanged(Control& control, Property property) override;
+    [[nodiscard]] int tabIndexOf(const Control& control) const override;
+    void setTabIndex(Control& control, int index) override;
+    void takeChoiceFromOthers(const OptionButton& chosen) override;
+    void scrolled(ScrollBar& bar) override;
+    void tabSelected(TabStrip& strip) override;
 
     void adopt(std::unique_ptr<Control> control);
     void checkInvariants() const;
     void endNote();
-    void tellChanged(Control& control, Property property);
     void tellFocus();
     void endUpdate();
-    void setTabIndex(Control& control, int index);
-    void reorderFront(Control& control);
     bool leave();
     bool conduct(const Stroke& stroke, NativeEditor& editor);
     bool type(char32_t character, NativeEditor& editor);

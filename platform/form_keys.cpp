@@ -148,7 +148,7 @@ bool Form::keyDown(KeyCode key, int shift, bool repeated) {
         // A leave handler that sends the focus elsewhere, or keeps it, has the last word.
         const unsigned moves = focusMoves_;
         if (!moveFocus(direction, false) && moves == focusMoves_ &&
-            !(tabbedOut && tabbedOut(direction)) && moves == focusMoves_)
+            !(observer_ != nullptr && observer_->takesTab(direction)) && moves == focusMoves_)
             moveFocus(direction);
         return false;
     }

@@ -7,7 +7,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace vkr {
@@ -167,8 +166,8 @@ class TextField : public Control {
 
 class TextBox : public TextField {
   public:
-    TextBox(Form& form, std::string_view name, int index, Frame* container)
-        : TextField(ControlKind::textBox, form, name, index, container) {}
+    TextBox(ControlSite& site, std::string_view name, int index, Frame* container)
+        : TextField(ControlKind::textBox, site, name, index, container) {}
 
     [[nodiscard]] bool multiLine() const { return multiLine_; }
     void setMultiLine(bool multiLine) { assign(multiLine_, multiLine, Property::look); }
@@ -189,8 +188,8 @@ class TextBox : public TextField {
 // chosen only where that is none of them.
 class ComboBox : public TextField {
   public:
-    ComboBox(Form& form, std::string_view name, int index, Frame* container)
-        : TextField(ControlKind::comboBox, form, name, index, container) {}
+    ComboBox(ControlSite& site, std::string_view name, int index, Frame* container)
+        : TextField(ControlKind::comboBox, site, name, index, container) {}
 
     [[nodiscard]] const std::vector<std::string>& list() const { return list_; }
     void clearList(); // the text stays

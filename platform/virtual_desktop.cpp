@@ -36,7 +36,6 @@ void VirtualDesktop::attach(Form& form) {
     for (const auto& control : form.controls())
         controlAdded(*control);
     form.setObserver(this);
-    form.tabbedOut = [this](FocusDirection) { return hostControls_ && leaveForm(); };
 }
 
 Form& VirtualDesktop::form() const {
@@ -64,6 +63,10 @@ void VirtualDesktop::controlChanged(Control& control, Property property) {
 
 void VirtualDesktop::focusChanged() {
     fields_.endRuns();
+}
+
+bool VirtualDesktop::takesTab(FocusDirection /*direction*/) {
+    return hostControls_ && leaveForm();
 }
 
 // --- scripted answers and records --------------------------------------------------------------

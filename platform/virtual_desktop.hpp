@@ -274,6 +274,7 @@ class VirtualDesktop : public Services, private FormObserver {
     void controlRemoved(Control& control) override;
     void controlChanged(Control& control, Property property) override;
     void focusChanged() override;
+    bool takesTab(FocusDirection direction) override;
     void noteOver() override { note_.reset(); }
 
     class Editor;

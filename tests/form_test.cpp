@@ -25,6 +25,13 @@ class Observer : public FormObserver {
     void formChanged() override { events.emplace_back("form"); }
 };
 
+// An adapter with controls of the host beside the form.
+class Neighbour : public FormObserver {
+  public:
+    std::function<bool(FocusDirection)> asked;
+    bool takesTab(FocusDirection direction) override { return asked(direction); }
+};
+
 class FormTest : public testing::Test {
   protected:
     FormTest() { form.setHandler(&heard); }
@@ -401,7 +408,9 @@ TEST_F(FormTest, TabbingOutIsOfferedToTheAdapterAtTheEndsOnly) {
     auto& first = box("txtFirst");
     box("txtSecond");
     std::vector<FocusDirection> offered;
-    form.tabbedOut = [&](FocusDirection direction) {
+    Neighbour neighbour;
+    form.setObserver(&neighbour);
+    neighbour.asked = [&](FocusDirection direction) {
         offered.push_back(direction);
         return true;
     };
@@ -418,7 +427,9 @@ TEST_F(FormTest, TabInAFieldThatKeepsTheFocusGoesNowhere) {
     auto& second = box("txtSecond");
     box("txtThird");
     bool offered = false;
-    form.tabbedOut = [&](FocusDirection) { return offered = true; };
+    Neighbour neighbour;
+    form.setObserver(&neighbour);
+    neighbour.asked = [&](FocusDirection) { return offered = true; };
     second.setFocus();
     heard.lostFocus = [&](Control& left) { left.setFocus(); };
     form.keyDown(keys::tab, shifts::none);
@@ -429,7 +440,9 @@ TEST_F(FormTest, TabInAFieldThatKeepsTheFocusGoesNowhere) {
 TEST_F(FormTest, TabAtTheEndInAFieldThatKeepsTheFocusGoesNowhere) {
     box("txtFirst");
     auto& last = box("txtLast");
-    form.tabbedOut = [&](FocusDirection) {
+    Neighbour neighbour;
+    form.setObserver(&neighbour);
+    neighbour.asked = [&](FocusDirection) {
         form.focusLeft();
         return !form.hasFocus();
     };
