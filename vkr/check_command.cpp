@@ -2,7 +2,7 @@
 #include "plausibility/company_findings.hpp"
 #include "plausibility/plausibility_rules.hpp"
 #include "sheet/today.hpp"
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 #include "vkr/database.hpp"
 
 #include <algorithm>

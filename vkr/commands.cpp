@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "vkr/commands.hpp"
 
+#include "vkr/call.hpp"
+
 #include <algorithm>
 
 namespace vkr {

@@ -2,33 +2,15 @@
 #pragma once
 
 #include "vkr/command_line.hpp"
-#include "vkr/output.hpp"
-#include "vkr/terminal.hpp"
 
 #include <span>
 #include <string>
 
 namespace vkr {
 
-// What a command works with.
-struct Call {
-    const CommandLine& line;
-    Output& output;     // data
-    Terminal& terminal; // words, progress, and whether to stop
-};
-
 [[nodiscard]] std::span<const CommandRow> commandTable();
 
 // What --help prints: of all commands, or of one.
 [[nodiscard]] std::string helpText(const CommandRow* command);
-
-// Each reads and writes one database.
-ExitCode listCompanies(const Call& call);
-ExitCode showCompany(const Call& call);
-ExitCode exportCompanies(const Call& call);
-ExitCode importCompanies(const Call& call);
-ExitCode importFacts(const Call& call);
-ExitCode checkCompanies(const Call& call);
-ExitCode tellHistory(const Call& call);
 
 } // namespace vkr

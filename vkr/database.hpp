@@ -2,7 +2,7 @@
 #pragma once
 
 #include "store/company_store.hpp"
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 
 #include <memory>
 #include <optional>

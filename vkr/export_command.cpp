@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_csv.hpp"
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 #include "vkr/database.hpp"
 
 #include <filesystem>

@@ -4,7 +4,7 @@
 #include "filings/filings_review.hpp"
 #include "filings/review_table.hpp"
 #include "platform/text.hpp"
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 #include "vkr/database.hpp"
 
 #include <algorithm>

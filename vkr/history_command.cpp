@@ -3,7 +3,7 @@
 #include "record/datum_table.hpp"
 #include "record/datum_titles.hpp"
 #include "record/ivkr_company.hpp"
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 #include "vkr/database.hpp"
 
 #include <QDateTime>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 #include "vkr/database.hpp"
 #include "vkr/folder_import.hpp"
 

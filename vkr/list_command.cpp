@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/exact_text.hpp"
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 #include "vkr/database.hpp"
 
 namespace vkr {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "vkr/program.hpp"
 
+#include "vkr/call.hpp"
 #include "vkr/commands.hpp"
 #include "vkr/completion.hpp"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "sheet/sheet_content.hpp"
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 
 #include <string>
 #include <vector>

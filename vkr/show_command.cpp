@@ -2,7 +2,7 @@
 #include "company/company_tables.hpp"
 #include "sheet/company_notes.hpp"
 #include "sheet/today.hpp"
-#include "vkr/commands.hpp"
+#include "vkr/call.hpp"
 #include "vkr/database.hpp"
 #include "vkr/sheet_file.hpp"
 
