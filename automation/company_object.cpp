@@ -8,6 +8,7 @@
 #include "automation/variants.hpp"
 #include "company/company_base.hpp"
 #include "company/company_csv.hpp"
+#include "company/new_company_record.hpp"
 #include "record/datum_changes.hpp"
 
 #include <cmath>

@@ -8,6 +8,7 @@
 #include "automation/type_library.hpp"
 #include "automation/variants.hpp"
 #include "binding/trailing_earnings.hpp"
+#include "company/new_company_record.hpp"
 #include "localizer/localizer.hpp"
 
 #include <functional>

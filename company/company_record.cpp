@@ -173,12 +173,8 @@ bool sameAs(const iVKR_Company& left, const iVKR_Company& right) {
     return differences(left, right).empty();
 }
 
-std::shared_ptr<iVKR_Company> newCompanyRecord() {
-    return std::make_shared<CompanyRecord>();
-}
-
 void registerCompanyRecord(ObjectFactory& factory) {
-    factory.add(companyRecordId, newCompanyRecord);
+    factory.add(companyRecordId, [] { return std::make_shared<CompanyRecord>(); });
 }
 
 } // namespace vkr

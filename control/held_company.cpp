@@ -3,6 +3,7 @@
 
 #include "binding/company_loader.hpp"
 #include "binding/text_numbers.hpp"
+#include "company/new_company_record.hpp"
 #include "control/kept_texts.hpp"
 #include "form/build_form.hpp"
 #include "form/controls.hpp"

@@ -200,8 +200,6 @@ class iVKR_Company : public Object {
 // Identifier under which a host registers its own record class with the object factory; the
 // component creates one when it is handed no record.
 inline constexpr std::string_view companyRecordId = "VKR_Company.Company";
-// What it takes where none is registered, or none comes: an empty vkr::CompanyRecord.
-[[nodiscard]] std::shared_ptr<iVKR_Company> newCompanyRecord();
 
 // Names that the settings and the reporting-period objects answer to.
 namespace setting {

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace vkr {
+
+void ring();
+
+} // namespace vkr

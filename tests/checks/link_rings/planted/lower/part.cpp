@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "lower/part.hpp"
+
+namespace vkr {
+
+int Part::size() const {
+    return 1;
+}
+
+} // namespace vkr
