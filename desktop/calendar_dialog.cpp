@@ -3,6 +3,7 @@
 
 #include "desktop/qt_values.hpp"
 #include "desktop/readable_colors.hpp"
+#include "platform/part_names.hpp"
 #include "platform/text.hpp"
 
 #include <QDialogButtonBox>
@@ -25,7 +26,7 @@ CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
     calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     const QDate date = toQt(form.calendarDate());
     calendar_->setSelectedDate(date.isValid() ? date : QDate::currentDate());
-    calendar_->setObjectName(toQt(calendar_part::calendar));
+    calendar_->setObjectName(toQt(part_name::calendar));
     calendar_->setAccessibleName(caption);
     showWeekends();
     calendar_->installEventFilter(this);
@@ -37,8 +38,8 @@ CalendarDialog::CalendarDialog(CalendarForm& form, QWidget* parent)
         std::string_view name;
         const std::string& caption;
     };
-    const Named named[] = {{QDialogButtonBox::Ok, calendar_part::ok, form.okCaption()},
-                           {QDialogButtonBox::Cancel, calendar_part::cancel, form.cancelCaption()}};
+    const Named named[] = {{QDialogButtonBox::Ok, part_name::ok, form.okCaption()},
+                           {QDialogButtonBox::Cancel, part_name::cancel, form.cancelCaption()}};
     for (const Named& one : named) {
         auto* button = buttons->button(one.which);
         button->setText(toQt(one.caption));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "form/handle.hpp"
+#include "platform/part_names.hpp"
 
 namespace vkr {
 
@@ -104,8 +105,8 @@ inline constexpr Handle<CheckBox> lock{"chkLockInfo"};
 inline constexpr Handle<CommandButton> addYear{"cmdAddYear"};
 inline constexpr Handle<CommandButton> removeYear{"cmdRemoveYear"};
 inline constexpr Handle<CommandButton> help{"cmdHelp"};
-inline constexpr Handle<CommandButton> ok{"cmdOK"};
-inline constexpr Handle<CommandButton> cancel{"cmdCancel"};
+inline constexpr Handle<CommandButton> ok{part_name::ok};
+inline constexpr Handle<CommandButton> cancel{part_name::cancel};
 
 // --- the help frame and the pop-up menu
 inline constexpr Handle<Shape> helpBackground{"shaBackground"};

@@ -25,13 +25,6 @@ inline constexpr int defaultSecondButton = 256;
 
 enum class MessageAnswer { ok = 1, cancel = 2, yes = 6, no = 7 };
 
-// Names of the parts of a calendar form.
-namespace calendar_part {
-inline constexpr std::string_view calendar = "Calendar1";
-inline constexpr std::string_view ok = "cmdOK";
-inline constexpr std::string_view cancel = "cmdCancel";
-} // namespace calendar_part
-
 // A small form with a calendar, OK and Cancel, as an adapter shows it: it draws the form, hands on
 // what the user does, and stays until the form is not visible any more.
 class CalendarForm {
