@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/properties.hpp"
 
+#include "control/property_rows.hpp"
 #include "form/controls.hpp"
 
 #include <algorithm>
@@ -81,15 +82,25 @@ struct Properties::Kept {
     EntryProperty property;
     std::int32_t (*get)(const Properties& from);
     void (*put)(Properties& into, std::int32_t value); // null: never restored
+
+    // One for each property that the table keeps, in its order.
+    template <std::size_t count>
+    static constexpr bool areThoseOfTheTable(const Kept (&rows)[count]) {
+        std::size_t next = 0;
+        for (const PropertyRow& row : property_rows::table) {
+            if (row.bag.saved == 0)
+                continue;
+            if (next == count || rows[next].property != row.property ||
+                (rows[next].put != nullptr) != (row.bag.restored != 0))
+                return false;
+            ++next;
+        }
+        return next == count;
+    }
 };
 
 std::span<const Properties::Kept> Properties::kept() {
     static constexpr Kept rows[] = {
-        {EntryProperty::Platform,
-         [](const Properties& p) -> std::int32_t { return p.context_.platform; },
-         [](Properties& p, std::int32_t value) {
-             p.putPlatform(static_cast<PlatformType>(value));
-         }},
         {EntryProperty::UserMode, [](const Properties& p) -> std::int32_t { return p.userMode_; },
          [](Properties& p, std::int32_t value) {
              p.putUserMode(static_cast<UserModeType>(value));
@@ -108,6 +119,21 @@ std::span<const Properties::Kept> Properties::kept() {
         {EntryProperty::CurrentTab,
          [](const Properties& p) -> std::int32_t { return p.pages_.reported(); },
          [](Properties& p, std::int32_t value) { p.putCurrentTab(static_cast<TABObject>(value)); }},
+        {EntryProperty::FractionDisplay,
+         [](const Properties& p) -> std::int32_t { return p.context_.fractionDisplay; },
+         [](Properties& p, std::int32_t value) { p.putFractionDisplay(value != 0); }},
+        {EntryProperty::BorderStyle,
+         [](const Properties& p) {
+             return static_cast<std::int32_t>(p.context_.form.borderStyle());
+         },
+         [](Properties& p, std::int32_t value) {
+             p.putBorderStyle(value == 0 ? BorderStyle::none : BorderStyle::fixedSingle);
+         }},
+        {EntryProperty::Platform,
+         [](const Properties& p) -> std::int32_t { return p.context_.platform; },
+         [](Properties& p, std::int32_t value) {
+             p.putPlatform(static_cast<PlatformType>(value));
+         }},
         {EntryProperty::CommEquityData,
          [](const Properties& p) -> std::int32_t {
              return p.context_.equityRow == EquityRow::commonEquity;
@@ -118,17 +144,8 @@ std::span<const Properties::Kept> Properties::kept() {
              return p.context_.incomeRow == IncomeRow::taxRate;
          },
          nullptr},
-        {EntryProperty::BorderStyle,
-         [](const Properties& p) {
-             return static_cast<std::int32_t>(p.context_.form.borderStyle());
-         },
-         [](Properties& p, std::int32_t value) {
-             p.putBorderStyle(value == 0 ? BorderStyle::none : BorderStyle::fixedSingle);
-         }},
-        {EntryProperty::FractionDisplay,
-         [](const Properties& p) -> std::int32_t { return p.context_.fractionDisplay; },
-         [](Properties& p, std::int32_t value) { p.putFractionDisplay(value != 0); }},
     };
+    static_assert(Kept::areThoseOfTheTable(rows));
     return rows;
 }
 

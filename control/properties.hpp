@@ -9,7 +9,6 @@
 #include "platform/error_trap.hpp"
 #include "platform/property_bag.hpp"
 
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>

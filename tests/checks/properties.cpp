@@ -86,7 +86,7 @@ std::string place(int number) {
 std::string page() {
     std::ostringstream out;
     out << "<!-- SPDX-License-Identifier: MIT -->\n"
-           "<!-- Written by vkr_properties; the table is in control/property_table.cpp. -->\n"
+           "<!-- Written by vkr_properties; the table is in control/property_rows.hpp. -->\n"
            "# Properties\n\n"
            "In the order of the interface; below the line what a container keeps or hears of "
            "beyond it.\n\"Notice\" is when the container hears of a change, \"saved\" and "
