@@ -83,7 +83,9 @@ void loadSettings(EntryContext& context) {
 using Derive = Variant (*)(double, double);
 
 Variant quotient(double numerator, double denominator) {
-    return SafeDivide(numerator, denominator, true, Variant(), false, Variant());
+    constexpr bool trueDivision = true;
+    constexpr bool checkSign = false;
+    return SafeDivide(numerator, denominator, trueDivision, Variant(), checkSign, Variant());
 }
 
 Variant equityOf(double bookValue, double shares) {

@@ -213,7 +213,7 @@ FieldMark EntryContext::unstored(int reasonNumber) const {
 
 std::string EntryContext::refusedText(std::string_view words) const {
     constexpr int longest = 200;
-    const std::string said = cleanedPaste(trimmed(words), false);
+    const std::string said = cleanedPaste(trimmed(words), FieldLines::one);
     const std::string base = text(text_number::reasonRefused);
     return said.empty() ? base : base + " " + std::string(textLeft(said, longest));
 }

@@ -37,7 +37,9 @@ bool Form::userPaste(TextField& field, std::string_view text) {
     int fitting = 0;
     ifPossible([&] {
         const auto* box = dynamic_cast<const TextBox*>(&field);
-        const std::string pasted = cleanedPaste(text, box != nullptr && box->multiLine());
+        const auto lines =
+            box != nullptr && box->multiLine() ? FieldLines::several : FieldLines::one;
+        const std::string pasted = cleanedPaste(text, lines);
         if (pasted.empty())
             return;
         const std::string before = field.text();

@@ -9,9 +9,9 @@ namespace vkr {
 TextField::Edit offeredEdit(const TextField& field, std::string_view edited,
                             std::string_view untilCaret, bool isUndo) {
     const auto* box = dynamic_cast<const TextBox*>(&field);
-    const bool hasLines = box != nullptr && box->multiLine();
-    const std::string clean = cleanedText(edited, hasLines);
-    const int caret = textLength(cleanedText(untilCaret, hasLines));
+    const auto lines = box != nullptr && box->multiLine() ? FieldLines::several : FieldLines::one;
+    const std::string clean = cleanedText(edited, lines);
+    const int caret = textLength(cleanedText(untilCaret, lines));
     return isUndo ? TextField::Edit{clean, caret} : field.taken(clean, caret);
 }
 

@@ -189,15 +189,15 @@ bool isBlockOfCells(std::string_view text) {
     return false;
 }
 
-std::string cleanedPaste(std::string_view text, bool multiLine) {
-    if (!multiLine && text.ends_with('\n'))
+std::string cleanedPaste(std::string_view text, FieldLines lines) {
+    if (lines == FieldLines::one && text.ends_with('\n'))
         text.remove_suffix(1);
-    if (!multiLine && text.ends_with('\r'))
+    if (lines == FieldLines::one && text.ends_with('\r'))
         text.remove_suffix(1);
-    return cleanedText(text, multiLine);
+    return cleanedText(text, lines);
 }
 
-std::string cleanedText(std::string_view text, bool multiLine) {
+std::string cleanedText(std::string_view text, FieldLines lines) {
     constexpr char32_t replacement = 0xFFFD;
     std::string cleaned;
     bool carriageReturn = false;
@@ -214,7 +214,7 @@ std::string cleanedText(std::string_view text, bool multiLine) {
         const bool breaks =
             character == '\r' || character == '\n' || character == 0x2028 || character == 0x2029;
         if (breaks || character == '\t')
-            appendCharacter(cleaned, !multiLine ? U' ' : breaks ? U'\n' : character);
+            appendCharacter(cleaned, lines == FieldLines::one ? U' ' : breaks ? U'\n' : character);
         else if (character >= 0x20 && (character < 0x7F || character > 0x9F))
             appendCharacter(cleaned, character);
     }

@@ -25,12 +25,13 @@ void appendCharacter(std::string& text, char32_t character);
 
 [[nodiscard]] std::string_view trimmed(std::string_view text); // without surrounding blanks
 
+enum class FieldLines { one, several };
 // A text as fields take it: without control characters; in a field with one line, line breaks and
 // tabs are blanks, in others every line break is LF. Bytes that are no valid UTF-8 become U+FFFD.
-[[nodiscard]] std::string cleanedText(std::string_view text, bool multiLine);
+[[nodiscard]] std::string cleanedText(std::string_view text, FieldLines lines);
 // The same for a pasted text: where the field has one line, a line break at the end, as
 // spreadsheets put behind a cell, is dropped.
-[[nodiscard]] std::string cleanedPaste(std::string_view text, bool multiLine);
+[[nodiscard]] std::string cleanedPaste(std::string_view text, FieldLines lines);
 
 // Whether a text is several cells of a spreadsheet, or several lines: tabs or line breaks part it.
 [[nodiscard]] bool isBlockOfCells(std::string_view text);

@@ -4,7 +4,6 @@
 #include "form/controls.hpp"
 #include "form/form_layout.hpp"
 #include "form/sizes.hpp"
-#include "input/mdlKMTMisc.hpp"
 
 #include <algorithm>
 #include <string_view>
@@ -66,7 +65,7 @@ void QuarterRows::layOut() {
 
 int QuarterRows::firstInView() const {
     const auto& bar = context_[controls::quarterlyBar];
-    return SafeDivide(bar.value(), bar.smallChange(), false, 0, false, 0).toLong();
+    return bar.value() / bar.smallChange(); // which is never 0
 }
 
 void QuarterRows::scroll() {

@@ -270,10 +270,10 @@ TEST(MessageBoxLooks, SayButtonsIconDefaultAndWhatClosingMeans) {
 // --- texts -------------------------------------------------------------------------------------
 
 TEST(CleanedTexts, KeepALineBreakAtTheEndWhichAPasteDrops) {
-    EXPECT_EQ(cleanedText("a\tb\r\nc\n", false), "a b c ");
-    EXPECT_EQ(cleanedPaste("a\tb\r\nc\n", false), "a b c");
-    EXPECT_EQ(cleanedText("a\tb\r\nc\n", true), "a\tb\nc\n");
-    EXPECT_EQ(cleanedText("a\x01\x7F\u0085\u2028z", true), "a\nz");
+    EXPECT_EQ(cleanedText("a\tb\r\nc\n", FieldLines::one), "a b c ");
+    EXPECT_EQ(cleanedPaste("a\tb\r\nc\n", FieldLines::one), "a b c");
+    EXPECT_EQ(cleanedText("a\tb\r\nc\n", FieldLines::several), "a\tb\nc\n");
+    EXPECT_EQ(cleanedText("a\x01\x7F\u0085\u2028z", FieldLines::several), "a\nz");
 }
 
 } // namespace
