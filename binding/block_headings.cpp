@@ -2,6 +2,9 @@
 // Which lines of a block are headings, and what they name.
 #include "binding/block_placing.hpp"
 #include "binding/block_texts.hpp"
+#include "binding/entry_context.hpp"
+#include "input/date_reader.hpp"
+#include "platform/error_trap.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
@@ -17,6 +20,12 @@ constexpr std::size_t leastHeading = 2;
 
 } // namespace
 
+std::optional<Date> BlockPlacing::dateIn(std::string_view text) const {
+    const auto read = attemptOr(std::optional<Date>(),
+                                [&] { return readDate(text, grid_.today, grid_.datePattern); });
+    return read && EntryContext::isValidDate(*read) ? read : std::nullopt;
+}
+
 std::optional<BlockPlacing::Period> BlockPlacing::periodIn(std::string_view text) const {
     constexpr int quarters = 4;
     if (const auto named = quarterIn(text); named && grid_.quarterly && grid_.fiscalYear) {
@@ -28,8 +37,8 @@ std::optional<BlockPlacing::Period> BlockPlacing::periodIn(std::string_view text
     }
     if (const auto year = yearIn(text))
         return grid_.quarterly ? std::nullopt : std::optional(Period{.year = year, .date = {}});
-    if (grid_.dateOf && isNoFigure(text)) // "4.5" is no fourth of May
-        if (const auto date = grid_.dateOf(text))
+    if (isNoFigure(text)) // "4.5" is no fourth of May
+        if (const auto date = dateIn(text))
             return Period{.year = {}, .date = date};
     return std::nullopt;
 }
@@ -64,10 +73,10 @@ std::optional<int> BlockPlacing::rowOf(const Period& period) const {
 }
 
 // The cell where heading and labels meet; nothing where the heading fills its line.
-std::optional<std::string> BlockPlacing::cornerOf(bool across) const {
-    if (across && firstColumn_ > 0)
+std::optional<std::string> BlockPlacing::cornerOf(Run run) const {
+    if (run == Run::across && firstColumn_ > 0)
         return cells_[firstRow_][firstColumn_ - 1];
-    if (!across && firstRow_ > 0)
+    if (run == Run::down && firstRow_ > 0)
         return cells_[firstRow_ - 1][firstColumn_];
     const std::string& first = cells_[firstRow_][firstColumn_];
     return isBlank(first) || (isText(first) && !periodIn(first)) ? std::optional(first)
@@ -97,25 +106,23 @@ bool BlockPlacing::follows(const Period& before, const Period& period, bool mayM
            std::abs(days - count * length.usual) <= length.most - length.usual;
 }
 
-std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(bool across) const {
+std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
+    const bool across = run == Run::across;
     if (firstRow_ >= height() || firstColumn_ >= width() ||
         (across ? height() - firstRow_ : width() - firstColumn_) < 2)
         return std::nullopt;
-    const auto corner = cornerOf(across);
+    const auto corner = cornerOf(run);
     if (corner && columnNamed(*corner) >= 0)
         return std::nullopt; // figures that look like years
-    Line cells = line(across, across ? firstRow_ : firstColumn_);
+    Line cells = line(run, across ? firstRow_ : firstColumn_);
     std::size_t from = across ? firstColumn_ : firstRow_;
     from += corner && *corner == cells[from] && !periodIn(cells[from]) ? 1U : 0U;
     while (cells.size() > from && isBlank(cells.back()))
         cells.pop_back();
 
     const bool plain = corner && isCornerOfPeriods(*corner);
-    Heading heading{.across = across,
-                    .isSure = corner.has_value(),
-                    .descends = false,
-                    .fiscal = false,
-                    .rows = {}};
+    Heading heading{
+        .run = run, .isSure = corner.has_value(), .descends = false, .fiscal = false, .rows = {}};
     heading.rows.resize(from);
     std::vector<Period> periods;
     for (std::size_t at = from; at < cells.size(); ++at) {
@@ -152,9 +159,9 @@ bool BlockPlacing::namesPeriods() const {
                 return true;
     if (firstRow_ >= height() || firstColumn_ >= width())
         return false;
-    return std::ranges::any_of(std::array{true, false}, [this](bool across) {
-        const auto corner = cornerOf(across);
-        const Line cells = line(across, across ? firstRow_ : firstColumn_);
+    return std::ranges::any_of(std::array{Run::across, Run::down}, [this](Run run) {
+        const auto corner = cornerOf(run);
+        const Line cells = line(run, run == Run::across ? firstRow_ : firstColumn_);
         return corner && isCornerOfPeriods(*corner) &&
                std::ranges::any_of(cells,
                                    [](const auto& cell) { return yearIn(cell).has_value(); });
@@ -164,7 +171,7 @@ bool BlockPlacing::namesPeriods() const {
 int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
     head = trimmed(head);
     for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
-        const auto& [name, others, negatives, price, rate, inUnit, shares] = grid_.columns[column];
+        const auto& [name, others, measure, negatives] = grid_.columns[column];
         const auto isHead = [&](const std::string& one) { return equalsIgnoringCase(head, one); };
         if (isHead(name) || std::ranges::any_of(others, isHead))
             return static_cast<int>(column);
@@ -178,11 +185,12 @@ int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
     return -1;
 }
 
-std::vector<int> BlockPlacing::namesOf(bool periodsAcross) const {
-    if (periodsAcross ? firstColumn_ == 0 : firstRow_ == 0)
+std::vector<int> BlockPlacing::namesOf(Run periods) const {
+    const bool across = periods == Run::across;
+    if (across ? firstColumn_ == 0 : firstRow_ == 0)
         return {};
     std::vector<int> names;
-    for (const std::string& head : line(!periodsAcross, periodsAcross ? 0 : firstRow_ - 1))
+    for (const std::string& head : across ? line(Run::down, 0) : line(Run::across, firstRow_ - 1))
         names.push_back(columnNamed(head));
     const bool known = std::ranges::any_of(names, [](int column) { return column >= 0; });
     return known ? names : std::vector<int>();

@@ -51,16 +51,16 @@ int BlockPlacing::leftOut() const {
 
 // --- what the block is made of -------------------------------------------------------------------
 
-const std::string& BlockPlacing::cellIn(bool across, std::size_t line, std::size_t at) const {
-    return across ? cells_[line][at] : cells_[at][line];
+const std::string& BlockPlacing::cellIn(Run run, std::size_t line, std::size_t at) const {
+    return run == Run::across ? cells_[line][at] : cells_[at][line];
 }
 
 const std::string& BlockPlacing::headOf(std::size_t period) const {
-    return cellIn(heading_->across, heading_->across ? firstRow_ : firstColumn_, period);
+    return cellIn(heading_->run, heading_->run == Run::across ? firstRow_ : firstColumn_, period);
 }
 
-BlockPlacing::Line BlockPlacing::line(bool across, std::size_t index) const {
-    if (across)
+BlockPlacing::Line BlockPlacing::line(Run run, std::size_t index) const {
+    if (run == Run::across)
         return cells_[index];
     Line column;
     column.reserve(height());
@@ -110,7 +110,7 @@ void BlockPlacing::peelTitles() {
     while (firstRow_ < height() &&
            (isTitle(cells_[firstRow_], 0) || (firstRow_ > 0 && isEmpty(cells_[firstRow_]))))
         ++firstRow_;
-    if (firstRow_ < height() && width() > 0 && isTitle(line(false, 0), firstRow_))
+    if (firstRow_ < height() && width() > 0 && isTitle(line(Run::down, 0), firstRow_))
         firstColumn_ = 1;
 }
 
@@ -153,29 +153,29 @@ BlockPlacing::TitleUnits BlockPlacing::unitsInTitles() const {
 }
 
 void BlockPlacing::suggest() {
-    for (const bool across : {true, false})
-        if (auto found = headingIn(across); found && (!heading_ || !heading_->isSure))
+    for (const Run run : {Run::across, Run::down})
+        if (auto found = headingIn(run); found && (!heading_ || !heading_->isSure))
             heading_ = std::move(found);
     namesPeriods_ = !heading_ && namesPeriods();
     units_ = unitsInTitles();
     switches_.decimal = marks_.decimal;
     if (heading_ && heading_->isSure) {
         switches_.byPeriods = true;
-        switches_.turned = heading_->across;
+        switches_.turned = heading_->run == Run::across;
         switches_.reversed = heading_->descends != grid_.quarterly;
     } else {
-        switches_.turned = namesOf(false).empty() && !namesOf(true).empty();
+        switches_.turned = namesOf(Run::down).empty() && !namesOf(Run::across).empty();
     }
     switches_.byNames = hasNames();
     switches_.unit = units_.money;
     if (!switches_.byNames || switches_.unit != 0)
         return;
     std::set<int> units;
-    const Line heads = periodsAcross() ? line(false, 0) : cells_[firstRow_ - 1];
+    const Line heads = periods() == Run::across ? line(Run::down, 0) : cells_[firstRow_ - 1];
     for (const std::string& head : heads) {
         int unit = 0;
         if (const int column = columnNamed(head, &unit);
-            column >= 0 && grid_.columns[static_cast<std::size_t>(column)].inUnit)
+            column >= 0 && grid_.columns[static_cast<std::size_t>(column)].isInUnit())
             units.insert(unit);
     }
     if (units.size() == 1)
@@ -184,17 +184,25 @@ void BlockPlacing::suggest() {
 
 // --- placing -------------------------------------------------------------------------------------
 
-bool BlockPlacing::periodsAcross() const {
-    return switches_.byPeriods && heading_ ? heading_->across : switches_.turned;
+BlockPlacing::Run BlockPlacing::periods() const {
+    if (switches_.byPeriods && heading_)
+        return heading_->run;
+    return switches_.turned ? Run::across : Run::down;
 }
 
 bool BlockPlacing::isInHeading(std::size_t row, std::size_t column) const {
-    return heading_ && (heading_->across ? row == firstRow_ : column == firstColumn_);
+    return heading_ && (heading_->run == Run::across ? row == firstRow_ : column == firstColumn_);
+}
+
+std::optional<BlockGrid::Held> BlockPlacing::heldAt(int column, int row) const {
+    const auto at = static_cast<std::size_t>(column);
+    const auto in = static_cast<std::size_t>(row);
+    return at < grid_.held.size() && in < grid_.held[at].size() ? grid_.held[at][in] : std::nullopt;
 }
 
 void BlockPlacing::place() {
     placed_.clear();
-    const auto names = switches_.byNames ? namesOf(periodsAcross()) : std::vector<int>();
+    const auto names = switches_.byNames ? namesOf(periods()) : std::vector<int>();
     std::set<std::pair<int, int>> targets;
     for (std::size_t row = firstRow_; row < height(); ++row)
         for (std::size_t column = firstColumn_; column < width(); ++column) {
@@ -228,7 +236,7 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
                                const std::vector<int>& names) const {
     PlacedCell cell;
     cell.text = cells_[row][column];
-    const bool across = periodsAcross();
+    const bool across = periods() == Run::across;
     const std::size_t headed = switches_.byPeriods && heading_ ? 1 : 0;
     const std::size_t period = across ? column : row;
     const std::size_t series = across ? row : column;
@@ -246,15 +254,13 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
     }
     if (cell.column < 0) {
         cell.comments.push_back(
-            {BlockRemark::noSuchColumn, cellIn(!across, across ? 0 : firstRow_ - 1, series)});
+            {BlockRemark::noSuchColumn,
+             cellIn(across ? Run::down : Run::across, across ? 0 : firstRow_ - 1, series)});
     } else if (cell.row < 0) {
         cell.comments.push_back({BlockRemark::noSuchPeriod, headOf(period)});
     } else {
-        const bool inGrid = cell.column < static_cast<int>(grid_.columns.size()) &&
-                            cell.row < static_cast<int>(grid_.rows.size());
-        const auto held = inGrid ? grid_.held(cell.column, cell.row) : std::nullopt;
-        if (held)
-            cell.held = *held;
+        if (const auto held = heldAt(cell.column, cell.row))
+            cell.held = held->figure;
         else
             cell.comments.push_back({BlockRemark::outside, {}});
     }
@@ -271,13 +277,15 @@ void BlockPlacing::read(PlacedCell& cell) const {
     using enum BlockRemark;
     constexpr int stored = 6; // in millions
     const auto& column = grid_.columns[static_cast<std::size_t>(cell.column)];
-    const int blockUnit = column.shares && units_.shares != 0 ? units_.shares : switches_.unit;
+    const bool ownUnit = column.measure == BlockGrid::Measure::shares && units_.shares != 0;
+    const int blockUnit = ownUnit ? units_.shares : switches_.unit;
     const int unit = blockUnit == 0 ? grid_.unit : blockUnit;
-    const int power = column.inUnit ? unit - stored : 0;
+    const int power = column.isInUnit() ? unit - stored : 0;
     BlockMarks marks = marks_;
     marks.decimal = switches_.decimal;
+    const bool price = column.measure == BlockGrid::Measure::price;
     const CellFigure read = readCell(
-        cell.text, column.price ? NumericKind::PriceText : NumericKind::PlainNumber, power, marks);
+        cell.text, price ? NumericKind::PriceText : NumericKind::PlainNumber, power, marks);
     const auto say = [&](bool applies, BlockRemark remark, const std::string& detail = {}) {
         if (applies)
             cell.comments.push_back({remark, detail});
@@ -299,8 +307,8 @@ void BlockPlacing::read(PlacedCell& cell) const {
     say(read.openBracket, openBracket);
     say(read.minusBehind, minusBehind);
     say(!read.currency.empty(), currency, read.currency);
-    say(read.percent && column.rate, percentSign);
-    say(read.percent && !column.rate, percentOfAmount);
+    if (read.percent)
+        say(true, column.measure == BlockGrid::Measure::percent ? percentSign : percentOfAmount);
     say(read.fraction, fraction);
     say(read.exponent, BlockRemark::exponent);
     if (read.otherReading)
@@ -322,14 +330,15 @@ void BlockPlacing::check(PlacedCell& cell) const {
     const auto& column = grid_.columns[static_cast<std::size_t>(cell.column)];
     say(namesPeriods_, BlockRemark::byPosition);
     say(switches_.byPeriods && heading_ && heading_->fiscal, BlockRemark::fiscalQuarter);
-    const bool ownUnit = column.shares && units_.shares != 0;
+    const bool shares = column.measure == BlockGrid::Measure::shares;
+    const bool ownUnit = shares && units_.shares != 0;
     say(ownUnit, BlockRemark::sharesUnit, std::to_string(units_.shares));
-    say(column.inUnit && !ownUnit &&
-            ((units_.unclear && switches_.unit == 0) || (column.shares && units_.sharesUnclear)),
+    say(column.isInUnit() && !ownUnit &&
+            ((units_.unclear && switches_.unit == 0) || (shares && units_.sharesUnclear)),
         BlockRemark::unitUnclear);
-    if (cell.held != 0 && cell.held != *cell.figure && grid_.originOf &&
-        grid_.originOf(cell.column, cell.row) == Origin::typed)
-        cell.comments.push_back({BlockRemark::replacesTyped, {}});
+    const auto held = heldAt(cell.column, cell.row);
+    say(cell.held != 0 && cell.held != *cell.figure && held->origin == Origin::typed,
+        BlockRemark::replacesTyped);
 }
 
 } // namespace vkr

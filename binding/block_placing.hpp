@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "binding/block_remarks.hpp"
 #include "input/block_figure.hpp"
 #include "platform/date.hpp"
 #include "platform/services.hpp"
 #include "record/actions.hpp"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,14 +16,22 @@ namespace vkr {
 
 // The grid that a block is pasted into, as placing needs to know it.
 struct BlockGrid {
+    enum class Measure {
+        plain,
+        price, // takes fractions
+        percent,
+        money,  // in the unit of the form
+        shares, // the same
+    };
     struct Column {
         std::string name;                         // its head, without a unit
         std::vector<std::string> otherNames = {}; // that reports give it
-        bool negatives = false;                   // takes a minus
-        bool price = false;                       // takes fractions
-        bool rate = false;                        // in percent
-        bool inUnit = false;                      // money and shares, in the unit of the form
-        bool shares = false;                      // of these, shares
+        Measure measure = Measure::plain;
+        bool negatives = false; // takes a minus
+
+        [[nodiscard]] bool isInUnit() const {
+            return measure == Measure::money || measure == Measure::shares;
+        }
     };
     struct Row {
         int year = 0; // of a yearly grid; 0: unknown
@@ -32,6 +40,11 @@ struct BlockGrid {
     struct FiscalYear {
         int year;
         Date end;
+    };
+    // A figure that the record has, and where it is from: nothing where nobody knows.
+    struct Held {
+        double figure = 0;
+        std::optional<Origin> origin = {};
     };
     struct UnitName {
         std::string text; // "(M)", as it stands behind a head
@@ -47,12 +60,11 @@ struct BlockGrid {
     std::vector<UnitName> unitNames;
     std::optional<FiscalYear> fiscalYear; // any one: "Q4 2025" is counted from it
     char decimal = '.';                   // of the form
-    // A heading as a date; nothing for every other text.
-    std::function<std::optional<Date>(std::string_view text)> dateOf;
-    // The figure that the record has at a place; nothing where it has no such place.
-    std::function<std::optional<double>(int column, int row)> held;
-    // Where that figure is from; nothing where nobody knows.
-    std::function<std::optional<Origin>(int column, int row)> originOf;
+    // Headings are read as dates of this day, and by this pattern.
+    Date today{};
+    std::string datePattern;
+    // By column and row; nothing where the record has no such place.
+    std::vector<std::vector<std::optional<Held>>> held;
 };
 
 // What a person can change about the placing.
@@ -67,45 +79,6 @@ struct BlockSwitches {
 
     friend bool operator==(const BlockSwitches&, const BlockSwitches&) = default;
 };
-
-enum class BlockRemark {
-    // how the figure was read
-    brackets,
-    minusBehind,
-    currency, // detail: the sign
-    percentSign,
-    fraction,
-    // doubts
-    openBracket,
-    percentOfAmount,
-    exponent,
-    otherReading, // detail: the other figure
-    empties,
-    looksLikeYear,
-    replacesTyped,
-    // why it is left out
-    dash,
-    notAvailable,
-    hidden,
-    failed,
-    noFigure,
-    negative,
-    tooLarge,
-    outside,
-    noSuchPeriod, // detail: as the block has it
-    noSuchColumn, // detail: its head in the block
-    twice,
-    // doubts about the block
-    byPosition,    // the periods that it names were not understood
-    fiscalQuarter, // "Q4 2025" where the fiscal year is not the calendar's
-    unitUnclear,
-    // how its titles were read
-    sharesUnit, // detail: exponent of their unit
-};
-[[nodiscard]] constexpr bool isDoubt(BlockRemark remark) {
-    return (remark >= BlockRemark::openBracket && remark < BlockRemark::dash) ||
-           (remark >= BlockRemark::byPosition && remark <= BlockRemark::unitUnclear);
-}
 
 struct BlockComment {
     BlockRemark remark{};
@@ -146,7 +119,7 @@ class BlockPlacing {
     void setSwitches(const BlockSwitches& switches);
     // Whether the block has what these switches go by.
     [[nodiscard]] bool hasPeriods() const { return heading_.has_value(); }
-    [[nodiscard]] bool hasNames() const { return !namesOf(periodsAcross()).empty(); }
+    [[nodiscard]] bool hasNames() const { return !namesOf(periods()).empty(); }
     [[nodiscard]] bool hasMarks() const { return hasMarks_; }
 
     [[nodiscard]] const BlockGrid& grid() const { return grid_; }
@@ -158,9 +131,11 @@ class BlockPlacing {
 
   private:
     using Line = std::vector<std::string>;
+    // How a line of the block runs, and periods along it.
+    enum class Run { across, down };
     // Periods by the lines that run along them; nothing: not on the grid.
     struct Heading {
-        bool across = false; // in a row of the block, else in a column
+        Run run{};
         bool isSure = false; // it has a corner
         bool descends = false;
         bool fiscal = false; // quarters of a fiscal year that is not the calendar's
@@ -181,9 +156,8 @@ class BlockPlacing {
 
     [[nodiscard]] std::size_t height() const { return cells_.size(); }
     [[nodiscard]] std::size_t width() const { return cells_.empty() ? 0 : cells_.front().size(); }
-    [[nodiscard]] Line line(bool across, std::size_t index) const;
-    // A cell of the line; across: a row of the block, else a column.
-    [[nodiscard]] const std::string& cellIn(bool across, std::size_t line, std::size_t at) const;
+    [[nodiscard]] Line line(Run run, std::size_t index) const;
+    [[nodiscard]] const std::string& cellIn(Run run, std::size_t line, std::size_t at) const;
     [[nodiscard]] const std::string& headOf(std::size_t period) const; // there is a heading
     [[nodiscard]] bool isTitle(const Line& line, std::size_t from) const;
     void joinSigns();
@@ -193,18 +167,20 @@ class BlockPlacing {
     [[nodiscard]] TitleUnits unitsInTitles() const;
     [[nodiscard]] bool namesPeriods() const;
 
+    [[nodiscard]] std::optional<Date> dateIn(std::string_view text) const;
     [[nodiscard]] std::optional<Period> periodIn(std::string_view text) const;
     // Whether the text is no more than the year or the day of a row.
     [[nodiscard]] bool isNameOf(const std::string& text, int row) const;
     [[nodiscard]] std::optional<int> rowOf(const Period& period) const;
-    [[nodiscard]] std::optional<Heading> headingIn(bool across) const;
-    [[nodiscard]] std::optional<std::string> cornerOf(bool across) const;
+    [[nodiscard]] std::optional<Heading> headingIn(Run run) const;
+    [[nodiscard]] std::optional<std::string> cornerOf(Run run) const;
     [[nodiscard]] bool follows(const Period& before, const Period& period, bool mayMiss) const;
     [[nodiscard]] int columnNamed(std::string_view head, int* unit = nullptr) const;
     // Columns of the grid by the block's lines; -1: none. Empty where no head is one of the grid's.
-    [[nodiscard]] std::vector<int> namesOf(bool periodsAcross) const;
-    [[nodiscard]] bool periodsAcross() const;
+    [[nodiscard]] std::vector<int> namesOf(Run periods) const;
+    [[nodiscard]] Run periods() const;
 
+    [[nodiscard]] std::optional<BlockGrid::Held> heldAt(int column, int row) const;
     void place();
     [[nodiscard]] PlacedCell aimed(std::size_t row, std::size_t column,
                                    const std::vector<int>& names) const;

@@ -2,7 +2,6 @@
 #include "control/block_paste.hpp"
 
 #include "binding/text_numbers.hpp"
-#include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "platform/error_trap.hpp"
 
@@ -75,8 +74,18 @@ std::vector<std::string> reportNamesOf(Datum series) {
     return names;
 }
 
-bool isRate(Datum series) {
-    return unitOf(series) == DatumUnit::percent;
+BlockGrid::Measure measureOf(const GridColumn& column, Datum series) {
+    using enum BlockGrid::Measure;
+    switch (unitOf(series)) {
+    case DatumUnit::money:
+        return money;
+    case DatumUnit::shares:
+        return shares;
+    case DatumUnit::percent:
+        return percent;
+    default:
+        return column.price ? price : plain;
+    }
 }
 
 } // namespace
@@ -98,20 +107,33 @@ BlockPaste::BlockPaste(const EntryContext& context, const SeriesGrid& grid, Seri
     tell();
 }
 
+std::vector<std::optional<BlockGrid::Held>> BlockPaste::heldIn(Datum series,
+                                                               const OriginOf& originOf) const {
+    const Variant value =
+        attemptOr(Variant(), [&] { return readSeries(*context_.company, series); });
+    std::vector<std::optional<BlockGrid::Held>> held(static_cast<std::size_t>(grid_.rowCount()));
+    for (int row = 0; row < grid_.rowCount(); ++row) {
+        const auto element = grid_.elementOf(row);
+        if (!element || !value.isArray() || !value.array().contains(*element))
+            continue;
+        BlockGrid::Held figure{.figure = value.array().number(*element)};
+        if (originOf && figure.figure != 0)
+            figure.origin =
+                attemptOr(std::optional<Origin>(), [&] { return originOf(series, *element); });
+        held[static_cast<std::size_t>(row)] = figure;
+    }
+    return held;
+}
+
 BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) const {
     BlockGrid grid;
-    std::vector<Variant> series; // each read once
     for (const auto& column : grid_.columns()) {
         const GridSeries& shown = grid_.seriesOf(column);
         grid.columns.push_back({.name = grid_.nameOf(static_cast<int>(grid.columns.size())),
                                 .otherNames = reportNamesOf(shown.series),
-                                .negatives = column.negatives,
-                                .price = column.price,
-                                .rate = isRate(shown.series),
-                                .inUnit = shown.isScaled(),
-                                .shares = unitOf(shown.series) == DatumUnit::shares});
-        series.push_back(
-            attemptOr(Variant(), [&] { return readSeries(*context_.company, shown.series); }));
+                                .measure = measureOf(column, shown.series),
+                                .negatives = column.negatives});
+        grid.held.push_back(heldIn(shown.series, originOf));
     }
     for (int row = 0; row < grid_.rowCount(); ++row)
         grid.rows.push_back(grid_.periodOf(row));
@@ -129,31 +151,8 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
             grid.fiscalYear = last;
     });
     grid.decimal = context_.form.numberMarks().decimal;
-    const Date today = attemptOr(Date{}, [&] { return context_.services.today(); });
-    grid.dateOf = [today, pattern = context_.dateFormat](std::string_view text) {
-        const auto read =
-            attemptOr(std::optional<Date>(), [&] { return readDate(text, today, pattern); });
-        return read && EntryContext::isValidDate(*read) ? read : std::nullopt;
-    };
-    std::vector<std::optional<int>> elements;
-    elements.reserve(static_cast<std::size_t>(grid_.rowCount()));
-    for (int row = 0; row < grid_.rowCount(); ++row)
-        elements.push_back(grid_.elementOf(row));
-    const auto elementAt = [elements](int row) { return elements[static_cast<std::size_t>(row)]; };
-    grid.held = [series, elementAt](int column, int row) {
-        const Variant& value = series[static_cast<std::size_t>(column)];
-        const auto element = elementAt(row);
-        return element && value.isArray() && value.array().contains(*element)
-                   ? std::optional(value.array().number(*element))
-                   : std::nullopt;
-    };
-    if (originOf)
-        grid.originOf = [this, originOf, elementAt](int column, int row) {
-            const auto& shown = grid_.columns()[static_cast<std::size_t>(column)];
-            return attemptOr(std::optional<Origin>(), [&] {
-                return originOf(grid_.seriesOf(shown).series, elementAt(row).value());
-            });
-        };
+    grid.today = attemptOr(Date{}, [&] { return context_.services.today(); });
+    grid.datePattern = context_.dateFormat;
     return grid;
 }
 
@@ -255,7 +254,7 @@ std::string BlockPaste::detailText(BlockRemark remark, const std::string& detail
 std::string BlockPaste::remarkOf(const PlacedCell& cell) const {
     std::string remark;
     for (const auto& [kind, detail] : cell.comments) {
-        std::string text = context_.text(text_number::firstRemark + static_cast<int>(kind));
+        std::string text = context_.text(remarkRow(kind).text);
         ReplaceAll(text, "%1", detailText(kind, detail));
         remark += (remark.empty() ? "" : " ") + text;
     }

@@ -39,6 +39,8 @@ class BlockPaste final : public PasteForm {
     [[nodiscard]] bool visible() const override { return state_ == State::onShow; }
 
   private:
+    [[nodiscard]] std::vector<std::optional<BlockGrid::Held>>
+    heldIn(Datum series, const OriginOf& originOf) const;
     [[nodiscard]] BlockGrid gridAt(SeriesGrid::Cell at, const OriginOf& originOf) const;
     [[nodiscard]] std::string detailText(BlockRemark remark, const std::string& detail) const;
     [[nodiscard]] std::string remarkOf(const PlacedCell& cell) const;

@@ -3,7 +3,6 @@
 // has a place of its own in the grid, where the grid takes it.
 #include "binding/block_placing.hpp"
 #include "fuzz/fuzz_input.hpp"
-#include "input/date_reader.hpp"
 
 #include <cmath>
 #include <set>
@@ -15,10 +14,11 @@ namespace {
 
 BlockGrid gridOf(FuzzInput& input) {
     BlockGrid grid;
-    grid.columns = {{.name = "Revenue", .inUnit = true},
-                    {.name = "Tax Rate", .negatives = true, .rate = true},
+    using enum BlockGrid::Measure;
+    grid.columns = {{.name = "Revenue", .measure = money},
+                    {.name = "Tax Rate", .measure = percent, .negatives = true},
                     {.name = "EPS", .otherNames = {"Earnings per share"}, .negatives = true},
-                    {.name = "High", .price = true}};
+                    {.name = "High", .measure = price}};
     grid.quarterly = input.below(2) == 1;
     for (int row = 0; row < 11; ++row)
         if (grid.quarterly)
@@ -29,8 +29,9 @@ BlockGrid gridOf(FuzzInput& input) {
     grid.row = input.below(11);
     grid.unit = 3 * (1 + input.below(3));
     grid.unitNames = {{"(K)", 3}, {"(M)", 6}, {"(B)", 9}};
-    grid.dateOf = [](std::string_view text) { return readDate(text, *makeDate(2026, 11, 21)); };
-    grid.held = [](int column, int) { return std::optional<double>(column); };
+    grid.today = *makeDate(2026, 11, 21);
+    for (std::size_t column = 0; column < grid.columns.size(); ++column)
+        grid.held.emplace_back(grid.rows.size(), BlockGrid::Held{static_cast<double>(column)});
     return grid;
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "binding/block_placing.hpp"
 #include "input/date_pattern.hpp"
-#include "input/date_reader.hpp"
 #include "platform/exact_number.hpp"
 
 #include <gtest/gtest.h>
@@ -44,22 +43,35 @@ const char* wordFor(BlockRemark remark) {
     return words.at(remark);
 }
 
+using Held = BlockGrid::Held;
+
+// What the record has, by column and row.
+template <typename HeldAt>
+void hold(BlockGrid& grid, HeldAt heldAt) {
+    grid.held.assign(grid.columns.size(), std::vector<std::optional<Held>>(grid.rows.size()));
+    for (int column = 0; column < std::ssize(grid.columns); ++column)
+        for (int row = 0; row < std::ssize(grid.rows); ++row)
+            grid.held[static_cast<std::size_t>(column)][static_cast<std::size_t>(row)] =
+                heldAt(column, row);
+}
+
 // Ten years up to 2025 and the one after, oldest on top; five columns.
 BlockGrid yearly(int column = 0, int row = 0) {
     BlockGrid grid;
-    grid.columns = {{.name = "Revenue", .inUnit = true},
-                    {.name = "Tax Rate", .negatives = true, .rate = true},
-                    {.name = "Net Income", .negatives = true, .inUnit = true},
+    using enum BlockGrid::Measure;
+    grid.columns = {{.name = "Revenue", .measure = money},
+                    {.name = "Tax Rate", .measure = percent, .negatives = true},
+                    {.name = "Net Income", .measure = money, .negatives = true},
                     {.name = "EPS", .otherNames = {"Earnings per share"}, .negatives = true},
-                    {.name = "High", .price = true},
-                    {.name = "Shares", .inUnit = true, .shares = true}};
+                    {.name = "High", .measure = price},
+                    {.name = "Shares", .measure = shares}};
     for (int year = 2016; year <= 2026; ++year)
         grid.rows.push_back({.year = year, .date = *makeDate(year, 9, 30)});
     grid.column = column;
     grid.row = row;
     grid.unitNames = {{"(K)", 3}, {"(M)", 6}, {"(B)", 9}};
-    grid.dateOf = [](std::string_view text) { return readDate(text, *makeDate(2026, 11, 21)); };
-    grid.held = [](int, int) { return std::optional<double>(0); };
+    grid.today = *makeDate(2026, 11, 21);
+    hold(grid, [](int, int) { return Held{}; });
     return grid;
 }
 
@@ -70,6 +82,7 @@ BlockGrid quarterly(int column = 0, int row = 0) {
     grid.rows.clear();
     for (int quarter = 0; quarter < 8; ++quarter)
         grid.rows.push_back({.date = addQuarters(*makeDate(2026, 9, 30), -quarter)});
+    hold(grid, [](int, int) { return Held{}; });
     return grid;
 }
 
@@ -112,7 +125,7 @@ TEST(BlockPlacing, TellsWhatLiesOutside) {
     EXPECT_EQ(placed("1\t2", yearly(5, 0)), "2016 Shares 1; '2' outside");
     EXPECT_EQ(placed("1\n2", yearly(0, 10)), "2026 Revenue 1; '2' outside");
     BlockGrid small = yearly();
-    small.held = [](int, int row) { return row < 2 ? std::optional<double>(0) : std::nullopt; };
+    hold(small, [](int, int row) { return row < 2 ? std::optional(Held{}) : std::nullopt; });
     EXPECT_EQ(placed("1\n2\n3", small), "2016 Revenue 1; 2017 Revenue 2; '3' outside");
 }
 
@@ -270,7 +283,7 @@ TEST(BlockPlacing, ReadsTheMarkFromFiguresAlone) {
 
 TEST(BlockPlacing, TellsWhereAFigureIsEmptiedByAZero) {
     BlockGrid grid = yearly();
-    grid.held = [](int column, int) { return std::optional<double>(column); };
+    hold(grid, [](int column, int) { return Held{static_cast<double>(column)}; });
     EXPECT_EQ(placed("0\t0\t5", grid),
               "2016 Revenue 0; 2016 Tax Rate 0 empties?; 2016 Net Income 5");
 }
@@ -419,7 +432,7 @@ TEST(BlockPlacing, FindsTheUnitInItsTitles) {
 
 TEST(BlockPlacing, ADashIsNothingUnlessItIsToBeEmpty) {
     BlockGrid grid = yearly();
-    grid.held = [](int column, int) { return std::optional<double>(column); };
+    hold(grid, [](int column, int) { return Held{static_cast<double>(column)}; });
     BlockPlacing placing(cellsOf("-\t\u2014\t\t5"), grid);
     EXPECT_EQ(told(placing), "'-' dash; '\u2014' dash; 2016 EPS 5");
     BlockSwitches switches = placing.switches();
@@ -431,13 +444,12 @@ TEST(BlockPlacing, ADashIsNothingUnlessItIsToBeEmpty) {
 
 TEST(BlockPlacing, AsksTwiceBeforeATypedFigureGoes) {
     BlockGrid grid = yearly();
-    grid.held = [](int, int row) { return std::optional<double>(row == 3 ? 0 : 7); };
-    grid.originOf = [](int, int row) {
-        return row == 0   ? std::optional(Origin::typed)
-               : row == 1 ? std::optional(Origin::imported)
-               : row == 2 ? std::nullopt
-                          : std::optional(Origin::typed);
-    };
+    hold(grid, [](int, int row) {
+        return row == 0   ? Held{7, Origin::typed}
+               : row == 1 ? Held{7, Origin::imported}
+               : row == 2 ? Held{7, std::nullopt}
+                          : Held{0, Origin::typed};
+    });
     EXPECT_EQ(placed("1\n2\n3\n4", grid),
               "2016 Revenue 1 typed?; 2017 Revenue 2; 2018 Revenue 3; 2019 Revenue 4");
     EXPECT_EQ(placed("7", grid), "2016 Revenue 7"); // the same figure
@@ -568,7 +580,7 @@ TEST(BlockPlacing, MissesPeriodsOnlyWhereItsCornerSpeaksOfThem) {
 
 TEST(BlockPlacing, EmptiesWhatIsThere) {
     BlockGrid grid = yearly();
-    grid.held = [](int, int) { return std::optional<double>(1); };
+    hold(grid, [](int, int) { return Held{1}; });
     BlockPlacing placing(cellsOf("\t5"), grid);
     BlockSwitches switches = placing.switches();
     switches.emptyCells = true;
