@@ -6,6 +6,8 @@
 #include "platform/during.hpp"
 #include "platform/paste_list.hpp"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QGridLayout>

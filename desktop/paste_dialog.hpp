@@ -4,8 +4,6 @@
 #include "desktop/form_dialog.hpp"
 #include "platform/services.hpp"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>

@@ -6,7 +6,6 @@
 #include "quarterly/trailing_sum.hpp"
 
 #include <optional>
-#include <span>
 #include <string>
 
 namespace vkr {
