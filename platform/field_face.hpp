@@ -7,7 +7,6 @@
 #include "platform/text.hpp"
 
 #include <cassert>
-#include <optional>
 #include <string_view>
 #include <utility>
 
