@@ -90,8 +90,7 @@ struct Properties::Kept {
         for (const PropertyRow& row : property_rows::table) {
             if (row.bag.saved == 0)
                 continue;
-            if (next == count || rows[next].property != row.property ||
-                (rows[next].put != nullptr) != (row.bag.restored != 0))
+            if (next == count || rows[next].property != row.property)
                 return false;
             ++next;
         }
@@ -164,8 +163,10 @@ void Properties::inOrder(int BagPlaces::*place, Act&& act) {
 
 void Properties::read(const PropertyBag& bag) {
     const During restoring = pages_.keepFocus();
-    inOrder(&BagPlaces::restored,
-            [&](const Kept& one, const PropertyRow& row) { one.put(*this, valueIn(bag, row)); });
+    inOrder(&BagPlaces::restored, [&](const Kept& one, const PropertyRow& row) {
+        assert(one.put != nullptr);
+        one.put(*this, valueIn(bag, row));
+    });
     const bool running = attemptOr(false, [&] { return context_.services.ambientUserMode(); });
     if (running && context_.platform == ptZX)
         ifPossible([&] { texts_.showAlternatives(); });
