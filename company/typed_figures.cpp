@@ -5,6 +5,8 @@
 #include "company/period_moves.hpp"
 #include "platform/date.hpp"
 
+#include <utility>
+
 namespace vkr {
 
 namespace {
@@ -64,6 +66,22 @@ bool isDating(Datum datum) {
 
 bool isLocked(const iVKR_Company& company) {
     return company.get_Settings()->get(setting::lockBasicInfo).toBoolean();
+}
+
+void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::string>& files,
+                       CompanyRecord& imported) {
+    constexpr std::pair<Datum, Datum> dating[] = {{Datum::LastFY, Datum::LastFYDate},
+                                                  {Datum::LastQDate, Datum::LastQDateForGrid}};
+    static const CompanyRecord empty;
+    const auto lacks = [&](Datum date) { return imported.stored(date) == empty.stored(date); };
+    for (const auto& [one, other] : dating)
+        if (lacks(one) && lacks(other))
+            for (const Datum date : {one, other})
+                writeDatum(imported, date, stored.stored(date));
+    for (const DatumRow& row : datumTable())
+        if (isSeries(row) && !files.contains(row.datum))
+            writeDatum(imported, row.datum,
+                       movedOn(stored.stored(row.datum), offsetOf(row, stored, imported)));
 }
 
 std::vector<TypedFigure> typedFigures(const CompanyRecord& stored, const FigureOrigins& origins,

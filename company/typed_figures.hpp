@@ -4,6 +4,7 @@
 #include "company/company_record.hpp"
 #include "company/figure_origins.hpp"
 
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -25,6 +26,11 @@ struct TypedFigure {
     // Too old for the table once the import is in: lost either way.
     bool leavesTheTable = false;
 };
+
+// Puts into the imported record what the import does not have at all, a table or the dates of one,
+// as it is stored. `files` are those that the data of tables are from.
+void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::string>& files,
+                       CompanyRecord& imported);
 
 // What a person would lose by putting the imported record in the place of the stored one, series
 // first; years and quarters are compared by their periods.

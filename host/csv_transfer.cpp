@@ -255,6 +255,7 @@ bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
         const auto imported = request.record->clone();
         request.record = imported;
         request.expectedRevision = stored.revision;
+        keepWhatIsMissing(*stored.record, request.account.documents, *imported);
         auto typed = typedFigures(*stored.record, stored.origins, *imported);
         if (!typed.empty()) {
             asked.push_back({title, std::move(typed)});

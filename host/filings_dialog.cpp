@@ -172,8 +172,13 @@ QWidget* FilingsDialog::buildButtons() {
 }
 
 void FilingsDialog::reviewAnew() {
-    model_->setReview(reviewer_(
-        {.addsYears = addsYears_->isChecked(), .addsQuarters = addsQuarters_->isChecked()}));
+    FilingsReview anew = reviewer_(
+        {.addsYears = addsYears_->isChecked(), .addsQuarters = addsQuarters_->isChecked()});
+    for (ReviewRow& row : anew.rows) // ticks stay
+        for (const ReviewRow& before : review().rows)
+            if (before.figure.datum == row.figure.datum && before.period == row.period)
+                row.ticked = before.ticked;
+    model_->setReview(std::move(anew));
     const FilingsReview& made = review();
     title_->setText(tr("%1 (CIK %2). Money and shares are in millions, rates in percent.")
                         .arg(fromUtf8(made.entityName))

@@ -109,6 +109,7 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
         company.errors.emplace_back("its data are locked in the database");
         return;
     }
+    keepWhatIsMissing(*stored.record, request.account.documents, *record);
     if (known_ == KnownCompany::replace) {
         if (stored.damage) { // what was typed can't be told from what is damaged
             company.fate = Fate::left;
@@ -116,6 +117,13 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
             return;
         }
         const auto typed = typedFigures(*stored.record, stored.origins, *record);
+        for (const TypedFigure& figure : typed)
+            if (figure.leavesTheTable) {
+                company.fate = Fate::left;
+                company.errors.push_back("what was typed would be lost: " + describe(figure));
+            }
+        if (company.fate == Fate::left)
+            return;
         keepFigures(*stored.record, typed, *record);
         for (const TypedFigure& figure : typed)
             company.notes.push_back("what was typed stays: " + describe(figure));

@@ -62,12 +62,22 @@ std::string valueOf(const CommandLine& line, Option option, bool (*takes)(const 
     return value.value_or("");
 }
 
+// As the history has its times, which are compared as texts.
+std::string momentOf(const std::string& text) {
+    const QString moment = QString::fromStdString(text);
+    return moment.isEmpty() || isDay(moment) ? text
+                                             : QDateTime::fromString(moment, Qt::ISODate)
+                                                   .toUTC()
+                                                   .toString(Qt::ISODate)
+                                                   .toStdString();
+}
+
 HistoryQuery queryOf(const CommandLine& line) {
     const std::string moment = "time such as 2026-01-31 or 2026-01-31T12:00:00Z";
     HistoryQuery query;
     query.user = line.value(Option::user).value_or("");
-    query.from = valueOf(line, Option::from, isMoment, moment);
-    query.until = valueOf(line, Option::until, isMoment, moment);
+    query.from = momentOf(valueOf(line, Option::from, isMoment, moment));
+    query.until = momentOf(valueOf(line, Option::until, isMoment, moment));
     query.datum = figureNamed(valueOf(line, Option::figure, isFigure,
                                       "name of a figure such as Yearly Revenue or YRevenueSeries"));
     query.period =
@@ -115,7 +125,11 @@ ExitCode tellHistory(const Call& call) {
                              change.document});
     }
     call.output.end();
-    return ExitCode::done;
+    // A changed row of the history looks like any other.
+    const auto damage = valueOf(store->check(company.key.id));
+    if (damage)
+        call.terminal.say(printable(damage->message));
+    return damage ? ExitCode::findings : ExitCode::done;
 }
 
 } // namespace vkr

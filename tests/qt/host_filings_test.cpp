@@ -219,24 +219,29 @@ TEST_F(HostFilingsTest, ANewCompanyTakesItsNameItsYearsAndItsFigures) {
     EXPECT_EQ(loaded.value().record->get_LastQDate(), makeDate(2025, 12, 27));
 }
 
-TEST_F(HostFilingsTest, LaterYearsAreAddedUnlessTheyAreNotWanted) {
-    auto loaded = host_->store().load(idOf(*host_, "AAPL"));
-    ASSERT_TRUE(loaded);
-    auto& company = *loaded.value().record; // as it was a year before
-    for (const DatumRow& row : datumTable()) {
-        if (row.period != DatumPeriod::year)
-            continue;
-        Variant series = readSeries(company, row.datum);
-        for (int i = 1; i < row.upper; ++i)
-            series.array().setNumber(i, series.array().number(i + 1));
-        series.array().setNumber(row.upper, 0);
-        writeSeries(company, row.datum, series);
+struct HostFilingsOfLaterYears : HostFilingsTest {
+    void storeAsAYearBefore() {
+        auto loaded = host_->store().load(idOf(*host_, "AAPL"));
+        ASSERT_TRUE(loaded);
+        auto& company = *loaded.value().record;
+        for (const DatumRow& row : datumTable()) {
+            if (row.period != DatumPeriod::year)
+                continue;
+            Variant series = readSeries(company, row.datum);
+            for (int i = 1; i < row.upper; ++i)
+                series.array().setNumber(i, series.array().number(i + 1));
+            series.array().setNumber(row.upper, 0);
+            writeSeries(company, row.datum, series);
+        }
+        company.put_LastFY(2024);
+        test::putElement(company, Datum::YTaxRateSeries, 1, 18.1);
+        company.put_LastFYDate(*makeDate(2024, 9, 28));
+        ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), company, loaded.value().revision));
     }
-    company.put_LastFY(2024);
-    test::putElement(company, Datum::YTaxRateSeries, 1, 18.1);
-    company.put_LastFYDate(*makeDate(2024, 9, 28));
-    ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), company, loaded.value().revision));
+};
 
+TEST_F(HostFilingsOfLaterYears, AreAddedUnlessTheyAreNotWanted) {
+    storeAsAYearBefore();
     CompanyWindow& window = open(*host_, "AAPL");
     dialogs_.next([](QWidget& dialog) {
         auto& adds = *dialog.findChild<QCheckBox*>("addsYears");
@@ -261,6 +266,26 @@ TEST_F(HostFilingsTest, LaterYearsAreAddedUnlessTheyAreNotWanted) {
     ASSERT_TRUE(window.save());
     EXPECT_EQ(test::elementOf(*stored(*host_, "AAPL"), Datum::YTaxRateSeries, 2), 18.1)
         << "what moves with its year is not worked out";
+}
+
+TEST_F(HostFilingsOfLaterYears, KeepTheTicksThatWereTakenOff) {
+    storeAsAYearBefore();
+    CompanyWindow& window = open(*host_, "AAPL");
+    const auto before = window.record()->clone();
+    dialogs_.next([](QWidget& dialog) {
+        auto& adds = *dialog.findChild<QCheckBox*>("addsYears");
+        const auto& import = *dialog.findChild<QPushButton*>("import");
+        show(dialog, "New");
+        EXPECT_EQ(import.text(), "Import 9 Figures");
+        DialogAnswers::clickButton(dialog, "Untick All Shown");
+        EXPECT_FALSE(import.isEnabled());
+        adds.click();
+        adds.click();
+        EXPECT_FALSE(import.isEnabled());
+        DialogAnswers::clickButton(dialog, "Cancel");
+    });
+    window.importFilings(document("AAPL"));
+    EXPECT_TRUE(sameAs(*window.record(), *before));
 }
 
 TEST_F(HostFilingsTest, TheDocumentOfAnotherCompanyIsRefused) {

@@ -254,6 +254,29 @@ TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
     EXPECT_EQ(run({"history", "AAPL", "--origin", "guessed"}).code, 2);
 }
 
+TEST_F(CheckingCommands, HistoryTakesAMomentToTheMinuteAsWell) {
+    emptyRevenue(2);
+    execute("UPDATE change_group SET time = '2026-11-23T08:35:29Z'");
+    const auto groups = [&](const char* option, const char* moment) {
+        return lines(run({"history", "AAPL", "--origin", "typed", option, moment}).out);
+    };
+    EXPECT_EQ(groups("--from", "2026-11-23T08:35Z"), 2);
+    EXPECT_EQ(groups("--from", "2026-11-23T08:36Z"), 1);
+    EXPECT_EQ(groups("--until", "2026-11-23T08:35Z"), 1);
+    EXPECT_EQ(groups("--until", "2026-11-23T08:35:30Z"), 2);
+    EXPECT_EQ(groups("--from", "2026-11-23"), 2);
+}
+
+TEST_F(CheckingCommands, HistoryTellsItsDamage) {
+    emptyRevenue(2);
+    execute("UPDATE figure_change SET after = '416162' WHERE company_id = 1 AND "
+            "datum = 'YRevenueSeries' AND after = '416161'");
+    const auto told = run({"history", "AAPL", "--figure", "YRevenueSeries"});
+    EXPECT_EQ(told.code, 1);
+    EXPECT_TRUE(contains(told.err, "history")) << told.err;
+    EXPECT_EQ(run({"history", "NVDA"}).code, 0);
+}
+
 TEST_F(CheckingCommands, HistoryTellsWhoItWasWithoutAnEnvironment) {
     const passwd* account = ::getpwuid(::geteuid());
     if (account == nullptr)

@@ -141,6 +141,54 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
     EXPECT_EQ(record->get_Notes(), "");
 }
 
+// A folder with the company's file alone says nothing of its years.
+TEST_F(ImportCommand, ATableThatIsNotThereStaysAsItIs) {
+    importSamples();
+    const auto before = store()->load(1).value().record;
+    QFile company(samples() + "/AAPL-company.csv");
+    ASSERT_TRUE(company.open(QIODevice::ReadOnly));
+    QByteArray text = company.readAll();
+    for (const char* key : {"last_fiscal_year,", "last_fiscal_year_end,", "last_quarter_end,"})
+        if (const auto from = text.indexOf(key); from >= 0)
+            text.remove(from, text.indexOf('\n', from) + 1 - from);
+    write("in/AAPL-company.csv", text + "notes,new\n");
+    for (const char* option : {"--replace", "--replace-typed"}) {
+        EXPECT_EQ(run({"import", "in", option}).code, 0);
+        const auto record = store()->load(1).value().record;
+        EXPECT_EQ(record->get_Notes(), "new");
+        EXPECT_EQ(record->get_LastFY(), before->get_LastFY());
+        EXPECT_EQ(record->get_LastFYDate(), before->get_LastFYDate());
+        EXPECT_EQ(record->get_LastQDate(), before->get_LastQDate());
+        for (const Datum series : {Datum::YRevenueSeries, Datum::QEPSSeries})
+            EXPECT_EQ(record->stored(series), before->stored(series)) << rowOf(series).name;
+    }
+}
+
+TEST_F(ImportCommand, WhatWasTypedIsNotPushedOutOfTheTable) {
+    importSamples();
+    {
+        const auto database = store();
+        const auto record = database->load(1).value().record->clone();
+        putElement(*record, Datum::YRevenueSeries, 10, 999); // of 2016
+        ASSERT_TRUE(database->save(1, *record, 1));
+    }
+    for (const char* part : {"company", "quarterly"})
+        ASSERT_TRUE(QFile::copy(samples() + "/AAPL-" + part + ".csv",
+                                path(QString("in/AAPL-") + part + ".csv")));
+    QFile yearly(samples() + "/AAPL-yearly.csv");
+    ASSERT_TRUE(yearly.open(QIODevice::ReadOnly));
+    QByteArray text = yearly.readAll();
+    text.insert(text.indexOf('\n') + 1, "2026,2026-09-26,500000,,,,,,,,,,\n");
+    write("in/AAPL-yearly.csv", text);
+    const auto left = run({"import", "in", "--replace"});
+    EXPECT_EQ(left.code, 5) << left.err;
+    EXPECT_TRUE(contains(left.err, "what was typed would be lost: YRevenueSeries 2016: 999"))
+        << left.err;
+    EXPECT_EQ(store()->load(1).value().record->get_LastFY(), 2025);
+    EXPECT_EQ(run({"import", "in", "--replace-typed"}).code, 0);
+    EXPECT_EQ(store()->load(1).value().record->get_LastFY(), 2026);
+}
+
 // It moves to another place, and is as much its person's as before: the next import asks again.
 TEST_F(ImportCommand, WhatWasTypedStaysTypedWhereAnImportAddsAYear) {
     importSamples();
