@@ -174,10 +174,11 @@ QWidget* FilingsDialog::buildButtons() {
 void FilingsDialog::reviewAnew() {
     FilingsReview anew = reviewer_(
         {.addsYears = addsYears_->isChecked(), .addsQuarters = addsQuarters_->isChecked()});
-    for (ReviewRow& row : anew.rows) // ticks stay
-        for (const ReviewRow& before : review().rows)
-            if (before.figure.datum == row.figure.datum && before.period == row.period)
-                row.ticked = before.ticked;
+    for (const ReviewRow& row : review().rows)
+        ticks_[{row.figure.datum, row.period}] = row.ticked;
+    for (ReviewRow& row : anew.rows)
+        if (const auto kept = ticks_.find({row.figure.datum, row.period}); kept != ticks_.end())
+            row.ticked = kept->second;
     model_->setReview(std::move(anew));
     const FilingsReview& made = review();
     title_->setText(tr("%1 (CIK %2). Money and shares are in millions, rates in percent.")

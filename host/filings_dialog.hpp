@@ -6,6 +6,9 @@
 #include <QDialog>
 
 #include <functional>
+#include <map>
+#include <string>
+#include <utility>
 
 QT_BEGIN_NAMESPACE
 class QAbstractButton;
@@ -51,6 +54,8 @@ class FilingsDialog : public QDialog {
     void toggleSelected();
 
     Reviewer reviewer_;
+    // As they were last, by figure and period, also of what is left out now.
+    std::map<std::pair<Datum, std::string>, bool> ticks_;
     FilingsReviewModel* model_;
     FilteredReview* shown_;
     QLabel* title_;

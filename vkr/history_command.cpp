@@ -21,7 +21,8 @@ constexpr std::string_view settingNames[] = {setting::unit,           setting::l
                                              setting::taxRate,        setting::lockBasicInfo};
 
 bool isDay(const QString& text) {
-    return QDate::fromString(text, Qt::ISODate).isValid();
+    constexpr qsizetype length = 10; // what is behind it would not be looked at
+    return text.size() == length && QDate::fromString(text, Qt::ISODate).isValid();
 }
 
 // 2026-01-31, or with a time of UTC behind it.

@@ -276,7 +276,7 @@ TEST_F(HostFilingsOfLaterYears, KeepTheTicksThatWereTakenOff) {
         auto& adds = *dialog.findChild<QCheckBox*>("addsYears");
         const auto& import = *dialog.findChild<QPushButton*>("import");
         show(dialog, "New");
-        EXPECT_EQ(import.text(), "Import 9 Figures");
+        EXPECT_EQ(importButton(dialog), "Import 9 Figures");
         DialogAnswers::clickButton(dialog, "Untick All Shown");
         EXPECT_FALSE(import.isEnabled());
         adds.click();

@@ -256,7 +256,7 @@ TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
 
 TEST_F(CheckingCommands, HistoryTakesAMomentToTheMinuteAsWell) {
     emptyRevenue(2);
-    execute("UPDATE change_group SET time = '2026-11-23T08:35:29Z'");
+    execute("UPDATE change_group SET changed_at = '2026-11-23T08:35:29Z'");
     const auto groups = [&](const char* option, const char* moment) {
         return lines(run({"history", "AAPL", "--origin", "typed", option, moment}).out);
     };
@@ -269,8 +269,8 @@ TEST_F(CheckingCommands, HistoryTakesAMomentToTheMinuteAsWell) {
 
 TEST_F(CheckingCommands, HistoryTellsItsDamage) {
     emptyRevenue(2);
-    execute("UPDATE figure_change SET after = '416162' WHERE company_id = 1 AND "
-            "datum = 'YRevenueSeries' AND after = '416161'");
+    execute(
+        "UPDATE figure_change SET before = before || '1' WHERE company_id = 1 AND revision = 2");
     const auto told = run({"history", "AAPL", "--figure", "YRevenueSeries"});
     EXPECT_EQ(told.code, 1);
     EXPECT_TRUE(contains(told.err, "history")) << told.err;
