@@ -5,7 +5,7 @@ namespace vkr {
 
 // What the component itself says, by the numbers of the string table.
 namespace text_number {
-// Messages of the string table.
+// Numbers that are laid down.
 inline constexpr int addsYear = 404;
 inline constexpr int dropsOut = 405;
 inline constexpr int noUndo = 406;

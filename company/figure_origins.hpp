@@ -42,12 +42,9 @@ class FigureOrigins {
     // back by being taken back.
     void tellIn(ChangeGroup& group) const;
 
-    // Whether a worked-out value may take the place of what is there. It may where that
-    //   was worked out itself, or
-    //   came from elsewhere, or nobody knows from where, and what it follows from has changed
-    //   since;
-    // but a figure of a series that a person may have typed stays beside what an import has
-    // changed.
+    // Whether a worked-out value may take the place of what is there: of what was worked out
+    // itself, and of anything else once what it follows from has changed. A figure of a series that
+    // a person may have typed stays beside what an import has changed.
     [[nodiscard]] bool mayDerive(Datum datum, std::optional<int> element) const;
 
     // Plain text, a line for each origin; reading it gives the same origins. What can't be read is

@@ -52,7 +52,7 @@ std::optional<HistoryStep> stepOf(KeyCode key, int shift) {
     return std::nullopt;
 }
 
-// What the native field does with these keys.
+// By these keys the native field itself copies what is selected in it.
 bool copies(KeyCode key, int shift) {
     return (shift == shifts::control && (key == 'C' || key == 'X' || key == keys::insert)) ||
            (shift == shifts::shift && key == keys::del);

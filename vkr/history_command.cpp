@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "company/setting_table.hpp"
 #include "platform/text.hpp"
 #include "record/datum_table.hpp"
 #include "record/datum_titles.hpp"
-#include "record/ivkr_company.hpp"
 #include "vkr/call.hpp"
 #include "vkr/database.hpp"
 
@@ -15,10 +15,6 @@
 namespace vkr {
 
 namespace {
-
-constexpr std::string_view settingNames[] = {setting::unit,           setting::leadPeriod,
-                                             setting::currencySymbol, setting::bookValue,
-                                             setting::taxRate,        setting::lockBasicInfo};
 
 bool isDay(const QString& text) {
     constexpr qsizetype length = 10; // what is behind it would not be looked at
@@ -46,7 +42,9 @@ std::string figureNamed(const std::string& text) {
     for (const DatumRow& row : datumTable())
         if (text == row.name || upperCase(text) == upperCase(fullTitleOf(row.datum)))
             return std::string(row.name);
-    return std::ranges::find(settingNames, text) != std::end(settingNames) ? text : std::string();
+    const bool isSetting =
+        std::ranges::find(settingTable, text, &SettingRow::name) != std::end(settingTable);
+    return isSetting ? text : std::string();
 }
 
 bool isFigure(const QString& text) {

@@ -503,6 +503,20 @@ class OrdinaryUser {
     bool isDisguised_ = false;
 };
 
+// Opened by somebody who may not write the file; null where permissions bind nobody.
+StorePtr readerOfOneCompany(const QString& file) {
+    const OrdinaryUser user;
+    if (!user.isOrdinary())
+        return nullptr;
+    auto opened = tryOpen(file, OpenMode::reading);
+    if (!opened) {
+        ADD_FAILURE() << opened.error().message;
+        return nullptr;
+    }
+    EXPECT_EQ(opened.value()->list().value().size(), 1U);
+    return std::move(opened.value());
+}
+
 TEST_F(CompanyStoreTest, AReadOnlyFileOrFolderIsToldAndLeftAsItIs) {
     ASSERT_DONE(open(file())->save(std::nullopt, *named("kept")));
     const QByteArray before = bytesOf(file());
@@ -583,16 +597,9 @@ TEST_F(CompanyStoreTest, WhatIsReadWithoutALockIsRefusedOnceSomebodyWritesIt) {
     ASSERT_DONE(open(file())->save(std::nullopt, *named("kept")));
     ASSERT_TRUE(QFile::setPermissions(file(), toRead));
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), toEnter));
-    StorePtr reader;
-    {
-        const OrdinaryUser user;
-        if (!user.isOrdinary())
-            GTEST_SKIP() << "permissions do not bind this user";
-        auto opened = tryOpen(file(), OpenMode::reading);
-        ASSERT_DONE(opened);
-        reader = std::move(opened.value());
-        EXPECT_EQ(reader->list().value().size(), 1U);
-    }
+    const StorePtr reader = readerOfOneCompany(file());
+    if (reader == nullptr)
+        GTEST_SKIP() << "permissions do not bind this user";
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), toWrite));
     ASSERT_TRUE(QFile::setPermissions(file(), toWrite));
     const auto writer = open(file(), OpenMode::existing);
@@ -608,16 +615,9 @@ TEST_F(CompanyStoreTest, WhatCannotBeWrittenIsReadAsItIsWhileSomebodyWritesIt) {
     for (const QString& name : filesInFolder()) // the log of the one who writes
         ASSERT_TRUE(QFile::setPermissions(folder_.filePath(name), toRead));
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), toEnter));
-    StorePtr reader;
-    {
-        const OrdinaryUser user;
-        if (!user.isOrdinary())
-            GTEST_SKIP() << "permissions do not bind this user";
-        auto opened = tryOpen(file(), OpenMode::reading);
-        ASSERT_DONE(opened);
-        reader = std::move(opened.value());
-        EXPECT_EQ(reader->list().value().size(), 1U);
-    }
+    const StorePtr reader = readerOfOneCompany(file());
+    if (reader == nullptr)
+        GTEST_SKIP() << "permissions do not bind this user";
     ASSERT_DONE(writer->save(std::nullopt, *named("second")));
     const auto both = reader->list();
     ASSERT_DONE(both);

@@ -9,12 +9,27 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <map>
 #include <sys/resource.h>
 
 namespace vkr::test {
 namespace {
 
-using ImportCommand = ProgramTest;
+struct ImportCommand : ProgramTest {
+    // The files of AAPL with a year more, in the folder "in".
+    void writeNextYear(const std::map<QByteArray, QByteArray>& mended = {}) const {
+        for (const char* part : {"company", "quarterly"})
+            ASSERT_TRUE(QFile::copy(samples() + "/AAPL-" + part + ".csv",
+                                    path(QString("in/AAPL-") + part + ".csv")));
+        QFile yearly(samples() + "/AAPL-yearly.csv");
+        ASSERT_TRUE(yearly.open(QIODevice::ReadOnly));
+        QByteArray text = yearly.readAll();
+        for (const auto& [before, after] : mended)
+            text.replace(before, after);
+        text.insert(text.indexOf('\n') + 1, "2026,2026-09-26,500000,,,,,,,,,,\n");
+        write("in/AAPL-yearly.csv", text);
+    }
+};
 
 int rows(const std::string& out) {
     return static_cast<int>(std::ranges::count(out, '\n')) - 1;
@@ -113,16 +128,7 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
         record->put_Notes("mine");
         ASSERT_TRUE(database->save(1, *record, 1));
     }
-    // The import has moved on by a year, and mended another figure.
-    for (const char* part : {"company", "quarterly"})
-        ASSERT_TRUE(QFile::copy(samples() + "/AAPL-" + part + ".csv",
-                                path(QString("in/AAPL-") + part + ".csv")));
-    QFile yearly(samples() + "/AAPL-yearly.csv");
-    ASSERT_TRUE(yearly.open(QIODevice::ReadOnly));
-    QByteArray text = yearly.readAll().replace("383285", "383286");
-    text.insert(text.indexOf('\n') + 1, "2026,2026-09-26,500000,,,,,,,,,,\n");
-    write("in/AAPL-yearly.csv", text);
-
+    writeNextYear({{"383285", "383286"}}); // another figure is mended
     const auto replaced = run({"import", "in", "--replace", "--verbose"});
     EXPECT_EQ(replaced.code, 0) << replaced.err;
     EXPECT_TRUE(contains(replaced.err, "what was typed stays: YRevenueSeries 2024: 999, not "
@@ -172,14 +178,7 @@ TEST_F(ImportCommand, WhatWasTypedIsNotPushedOutOfTheTable) {
         putElement(*record, Datum::YRevenueSeries, 10, 999); // of 2016
         ASSERT_TRUE(database->save(1, *record, 1));
     }
-    for (const char* part : {"company", "quarterly"})
-        ASSERT_TRUE(QFile::copy(samples() + "/AAPL-" + part + ".csv",
-                                path(QString("in/AAPL-") + part + ".csv")));
-    QFile yearly(samples() + "/AAPL-yearly.csv");
-    ASSERT_TRUE(yearly.open(QIODevice::ReadOnly));
-    QByteArray text = yearly.readAll();
-    text.insert(text.indexOf('\n') + 1, "2026,2026-09-26,500000,,,,,,,,,,\n");
-    write("in/AAPL-yearly.csv", text);
+    writeNextYear();
     const auto left = run({"import", "in", "--replace"});
     EXPECT_EQ(left.code, 5) << left.err;
     EXPECT_TRUE(contains(left.err, "what was typed would be lost: YRevenueSeries 2016: 999"))
