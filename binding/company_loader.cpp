@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "binding/company_loader.hpp"
 
+#include "binding/form_settings.hpp"
 #include "form/controls.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_text.hpp"
 #include "platform/error_trap.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <array>
@@ -13,11 +15,6 @@
 namespace vkr {
 
 namespace {
-
-// Those that the form keeps until a commit writes them.
-constexpr std::string_view followedSettings[] = {setting::currencySymbol, setting::bookValue,
-                                                 setting::taxRate, setting::lockBasicInfo,
-                                                 setting::leadPeriod};
 
 // --- loading -----------------------------------------------------------------------------------
 
@@ -66,16 +63,16 @@ void showColumns(const EntryContext& context, SeriesGrid& yearly, SeriesGrid& qu
 }
 
 void loadSettings(EntryContext& context) {
-    std::string symbol;
-    ifPossible([&] { symbol = readSetting(context, setting::currencySymbol).toText(); });
-    context[controls::currencySymbol].showStored(symbol.empty() ? "$" : symbol);
-    const auto flag = [&](std::string_view name) {
-        bool value = false;
-        ifPossible([&] { value = readSetting(context, name).toBoolean(); });
-        return value;
-    };
-    context.incomeRow = flag(setting::taxRate) ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
-    context.equityRow = flag(setting::bookValue) ? EquityRow::bookValue : EquityRow::commonEquity;
+    loadSetting(context, setting::currencySymbol);
+    if (auto& symbol = context[controls::currencySymbol]; symbol.text().empty())
+        symbol.showStored("$");
+    loadSetting(context, setting::taxRate);
+    loadSetting(context, setting::bookValue);
+}
+
+// A setting of the record, which counts as seen from then on.
+Variant lookAt(EntryContext& context, std::string_view name) {
+    return context.settingsSeen[name] = readSetting(*context.company, name);
 }
 
 // --- committing ---------------------------------------------------------------------------------
@@ -165,26 +162,21 @@ void derive(iVKR_Company& company, const DerivedSeries& rule) {
     writeSeries(company, rule.hidden, hidden);
 }
 
-// What the form has chosen and keeps until a commit.
-Variant choiceOf(const EntryContext& context, std::string_view name) {
-    if (name == setting::currencySymbol)
-        return context[controls::currencySymbol].text();
-    if (name == setting::leadPeriod)
-        return context[controls::reportingPeriod].listIndex();
-    return name == setting::bookValue ? showsBookValue(context)
-           : name == setting::taxRate ? showsTaxRate(context)
-                                      : context.isLocked();
+void putSetting(EntryContext& context, Object& held, const FormSetting& row) {
+    const Variant chosen = row.chosen(context);
+    held.put(row.name, chosen);
+    context.settingsSeen[row.name] = chosen;
 }
 
-void putSetting(EntryContext& context, Object& held, std::string_view name) {
-    const Variant chosen = choiceOf(context, name);
-    held.put(name, chosen);
-    context.settingsSeen[name] = chosen;
-}
-
-// The lock may have come upon a text that was being typed.
-bool isToStore(const TextField& field) {
-    return !field.isUnstored() && !(field.locked() && field.isTyped());
+// One and the same object: a record may hand out a copy that it takes over at the end.
+void commitSettings(EntryContext& context, SettingHolder holder) {
+    ifPossible([&] {
+        const auto held = settingObject(*context.company, holder);
+        for (const auto& row : formSettings())
+            if (row.isKept && holderOf(row.name) == holder && row.isToStore(context))
+                ifPossible([&] { putSetting(context, *held, row); });
+    });
+    ifPossible([&] { applySettings(*context.company, holder); });
 }
 
 } // namespace
@@ -202,7 +194,7 @@ void loadCompany(EntryContext& context, CompanyFields& fields, SeriesGrid& yearl
     ifPossible([&] { yearly.showSpan(); });
 
     fields.load(LoadStep::choices);
-    ifPossible([&] { loadReportingPeriod(context); });
+    loadSetting(context, setting::leadPeriod);
     fields.load(LoadStep::companyNumbers);
     for (const Datum datum : {Datum::PriceUpdatedDate, Datum::LastUpdate})
         suggest(context, datum, datum, today);
@@ -211,7 +203,7 @@ void loadCompany(EntryContext& context, CompanyFields& fields, SeriesGrid& yearl
     fields.load(LoadStep::identity);
 
     showColumns(context, yearly, quarterly);
-    ifPossible([&] { loadSettings(context); });
+    loadSettings(context);
     ifPossible([&] { yearly.showChoice(ColumnChoice::income); });
     ifPossible([&] { yearly.showChoice(ColumnChoice::equity); });
     ifPossible([&] { quarterly.showChoice(ColumnChoice::income); });
@@ -230,33 +222,23 @@ PeriodsMoved showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& 
     return moved;
 }
 
-std::vector<std::pair<std::string_view, Variant>> changedSettings(EntryContext& context) {
-    std::vector<std::pair<std::string_view, Variant>> changed;
-    for (const auto name : followedSettings)
-        ifPossible([&] {
-            const auto seen = context.settingsSeen.find(name);
-            const bool known = seen != context.settingsSeen.end();
-            const std::string before = known ? seen->second.toText() : std::string();
-            const Variant held = readSetting(context, name);
-            if (!known || before != held.toText())
-                changed.emplace_back(name, held);
-        });
-    return changed;
+void loadSetting(EntryContext& context, std::string_view name) {
+    const FormSetting& row = formSetting(name);
+    if (!attempt([&] { row.take(context, lookAt(context, name)); }))
+        ifPossible([&] { row.take(context, row.absent()); });
 }
 
-Variant readSetting(EntryContext& context, std::string_view name) {
-    return context.settingsSeen[name] = name == setting::leadPeriod
-                                            ? context.reportingPeriod()->get(name)
-                                            : context.settings()->get(name);
-}
-
-void loadReportingPeriod(EntryContext& context) {
-    auto& list = context[controls::reportingPeriod];
-    ifPossible([&] {
-        const int chosen = readSetting(context, setting::leadPeriod).toLong();
-        list.setListIndex(chosen >= 0 && chosen < std::ssize(list.list()) ? chosen : -1);
-    });
-    list.acceptText();
+void followSettings(EntryContext& context) {
+    for (const auto& row : formSettings())
+        if (row.isKept)
+            ifPossible([&] {
+                const auto seen = context.settingsSeen.find(row.name);
+                const bool known = seen != context.settingsSeen.end();
+                const std::string before = known ? seen->second.toText() : std::string();
+                const Variant held = lookAt(context, row.name);
+                if (!known || before != held.toText())
+                    row.take(context, held);
+            });
 }
 
 void commitCompany(EntryContext& context, std::optional<Date> lastQuarter) {
@@ -272,32 +254,19 @@ void commitCompany(EntryContext& context, std::optional<Date> lastQuarter) {
         ifPossible([&] { company.put_LastQDateForGrid(company.get_LastQDateForGrid()); });
     if (lastQuarter)
         ifPossible([&] { company.put_LastQDate(*lastQuarter); });
-    if (choiceOf(context, setting::leadPeriod).toLong() >= 0 &&
-        isToStore(context[controls::reportingPeriod]))
-        ifPossible([&] { putSetting(context, *context.reportingPeriod(), setting::leadPeriod); });
-    ifPossible([&] { static_cast<void>(company.get_ReportingPeriodEnd()); });
-    // One and the same object: a record may hand out a copy that SettingsApply takes over.
-    ifPossible([&] {
-        const auto held = context.settings();
-        for (const auto name : followedSettings)
-            if (name != setting::leadPeriod &&
-                (name != setting::currencySymbol || isToStore(context[controls::currencySymbol])))
-                ifPossible([&] { putSetting(context, *held, name); });
-    });
-    ifPossible([&] { static_cast<void>(company.get_SettingsApply()); });
+    commitSettings(context, SettingHolder::reportingPeriod);
+    commitSettings(context, SettingHolder::settings);
 }
 
 void noteChoice(EntryContext& context, std::string_view name) {
     const auto& company = context.company;
-    if (std::dynamic_pointer_cast<ActionListener>(company) == nullptr)
+    const FormSetting& row = formSetting(name);
+    if (std::dynamic_pointer_cast<ActionListener>(company) == nullptr || !row.isToStore(context))
         return;
     ifPossible([&] {
-        const bool isPeriod = name == setting::leadPeriod;
-        if (isPeriod && choiceOf(context, name).toLong() < 0)
-            return;
-        putSetting(context, isPeriod ? *context.reportingPeriod() : *context.settings(), name);
-        static_cast<void>(isPeriod ? company->get_ReportingPeriodEnd()
-                                   : company->get_SettingsApply());
+        const SettingHolder holder = holderOf(name);
+        putSetting(context, *settingObject(*company, holder), row);
+        applySettings(*company, holder);
     });
 }
 

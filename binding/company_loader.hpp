@@ -6,8 +6,6 @@
 #include "binding/series_grid.hpp"
 
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace vkr {
 
@@ -23,15 +21,12 @@ struct PeriodsMoved {
     int quarters = 0;
 };
 // Fills the form anew from the same record, and writes nothing; marked texts of cells stay with
-// their periods. The settings are another matter: changedSettings.
+// their periods. The settings are another matter: followSettings.
 PeriodsMoved showCompany(CompanyFields& fields, SeriesGrid& yearly, SeriesGrid& quarterly);
-void loadReportingPeriod(EntryContext& context);
-// A setting of the record, which counts as seen from then on.
-[[nodiscard]] Variant readSetting(EntryContext& context, std::string_view name);
-// Settings that others have changed since the form last read or wrote them, with their values. They
-// count as read.
-[[nodiscard]] std::vector<std::pair<std::string_view, Variant>>
-changedSettings(EntryContext& context);
+// A setting of the record comes onto the form, and counts as seen from then on.
+void loadSetting(EntryContext& context, std::string_view name);
+// So do those that others have changed since the form last read or wrote them.
+void followSettings(EntryContext& context);
 
 // A choice of the form was made, of the setting of this name. A record that listens to actions gets
 // it at once, others by the commit.

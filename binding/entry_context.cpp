@@ -14,10 +14,10 @@
 #include "platform/during.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/text.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <cassert>
-#include <stdexcept>
 #include <utility>
 
 namespace vkr {
@@ -102,23 +102,6 @@ bool EntryContext::isLocked() const {
     return controls::lock.in(form).value();
 }
 
-namespace {
-
-std::shared_ptr<Object> present(std::shared_ptr<Object> object) {
-    if (object == nullptr)
-        throw std::runtime_error("the record has no such object");
-    return object;
-}
-
-} // namespace
-
-std::shared_ptr<Object> EntryContext::settings() const {
-    return present(company->get_Settings());
-}
-std::shared_ptr<Object> EntryContext::reportingPeriod() const {
-    return present(company->get_ReportingPeriod());
-}
-
 std::string EntryContext::unitText(std::int32_t ofUnit) const {
     switch (ofUnit) {
     case 3:
@@ -133,12 +116,12 @@ std::string EntryContext::unitText(std::int32_t ofUnit) const {
 void EntryContext::ComputeUnitFactor() {
     std::int32_t stored = 0;
     ifPossible([&] {
-        const auto held = settings();
+        const auto held = settingObject(*company, SettingHolder::settings);
         stored = held->get(setting::unit).toLong();
         if (stored == 0) {
             stored = defaultUnit;
             held->put(setting::unit, defaultUnit);
-            static_cast<void>(company->get_SettingsApply());
+            applySettings(*company, SettingHolder::settings);
         }
     });
     takeUnit(stored);

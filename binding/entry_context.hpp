@@ -95,10 +95,6 @@ class EntryContext final : public FieldHost {
     [[nodiscard]] bool isUpdating() const { return updates_ > 0; }
     void tellState(); // by its consequence, at the end of the work under way
 
-    // Objects of the record that is held. Both throw where it hands out none.
-    [[nodiscard]] std::shared_ptr<Object> settings() const;
-    [[nodiscard]] std::shared_ptr<Object> reportingPeriod() const;
-
     // The data lock is on.
     [[nodiscard]] bool isLocked() const;
 

@@ -3,7 +3,7 @@
 
 #include "company/company_record.hpp"
 #include "company/period_moves.hpp"
-#include "company/setting_table.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 #include "company/change_notes.hpp"
 
 #include "company/period_moves.hpp"
-#include "company/setting_table.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <cassert>
@@ -254,8 +254,8 @@ ChangeGroup ChangeNotes::noted(const RecordSnapshot& before) const {
 }
 
 void ChangeNotes::writeSetting(Object& held, std::string_view name, const Variant& value) {
-    const auto row = std::ranges::find(settingTable, name, &SettingRow::name);
-    if (row == std::end(settingTable)) {
+    const SettingRow* const row = settingNamed(name);
+    if (row == nullptr) {
         held.put(name, value);
         return;
     }

@@ -2,8 +2,8 @@
 #include "company/company_base.hpp"
 
 #include "company/exact_text.hpp"
-#include "company/setting_table.hpp"
 #include "platform/text.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <array>
@@ -91,7 +91,10 @@ class ReportingPeriod final : public Object {
 
   private:
     static bool answersTo(std::string_view name) {
-        return equalsIgnoringCase(name, setting::leadPeriod);
+        return std::ranges::any_of(settingTable, [&](const SettingRow& row) {
+            return row.holder == SettingHolder::reportingPeriod &&
+                   equalsIgnoringCase(row.name, name);
+        });
     }
 
     std::shared_ptr<Object> settings_;

@@ -2,6 +2,7 @@
 #include "company/company_record.hpp"
 
 #include "company/exact_text.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -156,16 +157,8 @@ std::vector<Difference> differences(const iVKR_Company& before, const iVKR_Compa
     std::vector<Difference> found;
     for (const DatumRow& row : datumTable())
         compare(row.name, readDatum(before, row.datum), readDatum(after, row.datum), found);
-    for (const auto name : settingNames()) {
-        const auto read = [name](const iVKR_Company& company) {
-            const auto object = name == setting::leadPeriod ? company.get_ReportingPeriod()
-                                                            : company.get_Settings();
-            if (object == nullptr)
-                throw std::runtime_error("the record has no object for " + std::string(name));
-            return object->get(name);
-        };
-        compare(name, read(before), read(after), found);
-    }
+    for (const SettingRow& row : settingTable)
+        compare(row.name, readSetting(before, row.name), readSetting(after, row.name), found);
     return found;
 }
 

@@ -3,7 +3,7 @@
 
 #include "company/csv_layout.hpp"
 #include "company/exact_text.hpp"
-#include "company/setting_table.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <cstdlib>

@@ -3,8 +3,8 @@
 
 #include "company/csv_layout.hpp"
 #include "company/csv_sheet.hpp"
-#include "company/setting_table.hpp"
 #include "platform/text.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <limits>

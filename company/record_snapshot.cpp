@@ -2,6 +2,7 @@
 #include "company/record_snapshot.hpp"
 
 #include "platform/error_trap.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -14,25 +15,10 @@ namespace vkr {
 
 namespace {
 
-std::shared_ptr<Object> holderOf(const iVKR_Company& company, std::string_view setting) {
-    return setting == setting::leadPeriod ? company.get_ReportingPeriod() : company.get_Settings();
-}
-
-Variant readSetting(const iVKR_Company& company, std::string_view name) {
-    const auto held = holderOf(company, name);
-    if (held == nullptr)
-        throw std::runtime_error("The record has no settings.");
-    return held->get(name);
-}
-
 void writeSetting(iVKR_Company& company, std::string_view name, const Variant& value) {
-    const auto held = holderOf(company, name);
-    if (held == nullptr)
-        throw std::runtime_error("The record has no settings.");
-    held->put(name, value);
-    // The record takes over what was written.
-    static_cast<void>(name == setting::leadPeriod ? company.get_ReportingPeriodEnd()
-                                                  : company.get_SettingsApply());
+    const SettingHolder holder = holderOf(name);
+    settingObject(company, holder)->put(name, value);
+    applySettings(company, holder);
 }
 
 bool isNoNumber(const Variant& value) {

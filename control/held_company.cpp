@@ -2,6 +2,7 @@
 #include "control/held_company.hpp"
 
 #include "binding/company_loader.hpp"
+#include "binding/form_settings.hpp"
 #include "binding/text_numbers.hpp"
 #include "company/new_company_record.hpp"
 #include "control/kept_texts.hpp"
@@ -10,6 +11,7 @@
 #include "form/sizes.hpp"
 #include "input/mdlDataEntry.hpp"
 #include "platform/error_trap.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <cassert>
@@ -126,8 +128,8 @@ void HeldCompany::show() {
     options_.showPairs();
     ifPossible([&] { options_.showUnit(); });
     ifPossible([&] { captions_.showCurrency(); });
-    lock_.set(attemptOr(false,
-                        [&] { return readSetting(context_, setting::lockBasicInfo).toBoolean(); }));
+    loadSetting(context_, setting::lockBasicInfo);
+    lock_.apply();
 }
 
 void HeldCompany::listReportingPeriods() {
@@ -155,11 +157,12 @@ void HeldCompany::showAnew() {
     {
         const During loading(loading_);
         checkInvariants();
-        ifPossible([&] {
-            if (const auto held = context_.settings()->get(setting::unit).toLong(); held != 0)
-                context_.takeUnit(held);
-        });
-        followSettings();
+        loadSetting(context_, setting::unit);
+        // What somebody else has set takes the place of what the form has not written yet.
+        followSettings(context_);
+        options_.showPairs();
+        ifPossible([&] { captions_.showCurrency(); });
+        lock_.apply();
         moved = showCompany(fields_, yearly_, quarterly_);
         ifPossible([&] { quarterly_.relabel(); });
         quarterly_.shade();
@@ -177,28 +180,6 @@ void HeldCompany::showAnew() {
     ifPossible([&] { quarterly_.trailing().lookAgain(); });
     form.settleFocus(); // a cell may be out of reach now
     context_.tellState();
-}
-
-// What somebody else has set takes the place of what the form has not written yet.
-void HeldCompany::followSettings() {
-    for (const auto& changed : changedSettings(context_))
-        ifPossible([&] {
-            const auto& [name, value] = changed;
-            if (name == setting::currencySymbol)
-                context_[controls::currencySymbol].showStored(value.toText());
-            else if (name == setting::bookValue)
-                context_.equityRow =
-                    value.toBoolean() ? EquityRow::bookValue : EquityRow::commonEquity;
-            else if (name == setting::taxRate)
-                context_.incomeRow =
-                    value.toBoolean() ? IncomeRow::taxRate : IncomeRow::preTaxIncome;
-            else if (name == setting::lockBasicInfo)
-                lock_.set(value.toBoolean());
-            else
-                loadReportingPeriod(context_);
-        });
-    options_.showPairs();
-    ifPossible([&] { captions_.showCurrency(); });
 }
 
 std::optional<std::string> HeldCompany::change(std::span<const DatumChange> changes,
@@ -238,18 +219,13 @@ void HeldCompany::commitInto(std::shared_ptr<iVKR_Company> copy) {
 }
 
 void HeldCompany::holdCommitted() {
-    auto& symbol = context_[controls::currencySymbol];
-    auto& period = context_[controls::reportingPeriod];
-    ifPossible([&] {
-        if (symbol.isTyped() &&
-            context_.settings()->get(setting::currencySymbol).toText() == symbol.text())
-            symbol.acceptText();
-    });
-    ifPossible([&] {
-        if (period.isTyped() &&
-            context_.reportingPeriod()->get(setting::leadPeriod).toLong() == period.listIndex())
-            period.acceptText();
-    });
+    for (const auto& row : formSettings())
+        if (auto* field = textFieldOf(context_.form.find(row.control)); field != nullptr)
+            ifPossible([&] {
+                if (field->isTyped() && readSetting(*context_.company, row.name).toText() ==
+                                            row.chosen(context_).toText())
+                    field->acceptText();
+            });
 }
 
 void HeldCompany::clear() {

@@ -51,7 +51,6 @@ class HeldCompany {
     void checkInvariants() const;
     void show();
     void listReportingPeriods();
-    void followSettings();
 
     EntryContext& context_;
     CompanyFields& fields_;

@@ -5,6 +5,7 @@
 #include "form/controls.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/text.hpp"
+#include "record/setting_table.hpp"
 
 #include <optional>
 
@@ -22,7 +23,7 @@ void Options::chooseUnit(std::int32_t unit) {
         return;
     bool changed = false;
     ifPossible([&] {
-        const auto settings = context_.settings();
+        const auto settings = settingObject(*context_.company, SettingHolder::settings);
         if (settings->get(setting::unit).toLong() == unit)
             return;
         settings->put(setting::unit, unit);
@@ -32,7 +33,7 @@ void Options::chooseUnit(std::int32_t unit) {
         showUnit(); // the record refused: the choice goes back to what is in force
         return;
     }
-    ifPossible([&] { static_cast<void>(context_.company->get_SettingsApply()); });
+    ifPossible([&] { applySettings(*context_.company, SettingHolder::settings); });
     const Form::Update update(context_.form);
     display_.followUnit();
     showUnit();

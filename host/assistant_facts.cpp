@@ -8,6 +8,7 @@
 #include "platform/date.hpp"
 #include "platform/form.hpp"
 #include "quarterly/quarterly_grid.hpp"
+#include "record/setting_table.hpp"
 #include "sheet/today.hpp"
 #include "yearly/yearly_grid.hpp"
 
@@ -184,38 +185,38 @@ QString numberWithUnit(double figure, FigureUnit unit) {
     return figure == 0 ? QString() : figureText(figure) + suffixOf(unit);
 }
 
-// How a record's settings stand, in the words of the Options tab.
+// A setting in the words of the Options tab, where it has the value; the last of its rows stands
+// for any other one.
+struct ChoiceWords {
+    DataEntryObject object;
+    std::string_view setting;
+    std::optional<int> value;
+    const char* words;
+};
+constexpr ChoiceWords choices[] = {
+    {doReportingPeriod, setting::leadPeriod, 0, QT_TRANSLATE_NOOP("assistant", "3 months")},
+    {doReportingPeriod, setting::leadPeriod, 1, QT_TRANSLATE_NOOP("assistant", "6 months")},
+    {doReportingPeriod, setting::leadPeriod, 2, QT_TRANSLATE_NOOP("assistant", "12 months")},
+    {doUnit, setting::unit, 3, QT_TRANSLATE_NOOP("assistant", "Thousands")},
+    {doUnit, setting::unit, 9, QT_TRANSLATE_NOOP("assistant", "Billions")},
+    {doUnit,
+     setting::unit,
+     {},
+     QT_TRANSLATE_NOOP("assistant", "Millions")}, // also where none was ever chosen
+    {doPTI_TaxRate, setting::taxRate, 0, QT_TRANSLATE_NOOP("assistant", "Pre-tax income")},
+    {doPTI_TaxRate, setting::taxRate, {}, QT_TRANSLATE_NOOP("assistant", "Tax rate")},
+    {doCommEq_BookVal, setting::bookValue, 0, QT_TRANSLATE_NOOP("assistant", "Common equity")},
+    {doCommEq_BookVal, setting::bookValue, {}, QT_TRANSLATE_NOOP("assistant", "Book value")},
+    {doLockInfo, setting::lockBasicInfo, 0, QT_TRANSLATE_NOOP("assistant", "Off")},
+    {doLockInfo, setting::lockBasicInfo, {}, QT_TRANSLATE_NOOP("assistant", "On")},
+};
+
 QString choiceText(DataEntryObject object, const iVKR_Company& company) {
-    const auto settings = company.get_Settings();
-    const auto flag = [&](std::string_view name, const char* off, const char* on) {
-        return settings->get(name).toBoolean() ? tr(on) : tr(off);
-    };
-    switch (object) {
-    case doReportingPeriod: {
-        constexpr std::array<int, 3> months{3, 6, 12};
-        const auto index = company.get_ReportingPeriod()->get(setting::leadPeriod).toLong();
-        return index >= 0 && index < std::ssize(months)
-                   ? tr("%1 months").arg(months[static_cast<std::size_t>(index)])
-                   : QString();
-    }
-    case doUnit:
-        switch (settings->get(setting::unit).toLong()) {
-        case 3:
-            return tr("Thousands");
-        case 9:
-            return tr("Billions");
-        default: // also where none was ever chosen
-            return tr("Millions");
-        }
-    case doPTI_TaxRate:
-        return flag(setting::taxRate, "Pre-tax income", "Tax rate");
-    case doCommEq_BookVal:
-        return flag(setting::bookValue, "Common equity", "Book value");
-    case doLockInfo:
-        return flag(setting::lockBasicInfo, "Off", "On");
-    default:
-        return {};
-    }
+    for (const ChoiceWords& row : choices)
+        if (row.object == object &&
+            (!row.value || readSetting(company, row.setting).toLong() == *row.value))
+            return tr(row.words);
+    return {};
 }
 
 double derived(DataEntryObject object, const iVKR_Company& company) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/change_place.hpp"
 
+#include "binding/form_settings.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "form/controls.hpp"
 #include "host/texts.hpp"
@@ -10,14 +11,6 @@
 namespace vkr {
 
 namespace {
-
-constexpr std::pair<std::string_view, std::string_view> ownSettings[] = {
-    {setting::currencySymbol, controls::currencySymbol.name},
-    {setting::leadPeriod, controls::reportingPeriod.name},
-    {setting::unit, controls::unitOption.name},
-    {setting::bookValue, controls::equityOption.name},
-    {setting::taxRate, controls::incomeOption.name},
-};
 
 // The chosen one of the options, the control itself for anything else.
 std::string chosenOf(const Form& form, std::string_view name) {
@@ -32,11 +25,8 @@ std::string chosenOf(const Form& form, std::string_view name) {
 
 std::string controlOf(const VKRDataEntry& entry, const Change& change) {
     const Form& form = entry.form();
-    for (const auto& [setting, name] : ownSettings)
-        if (change.setting == setting)
-            return chosenOf(form, name);
     if (!change.setting.empty())
-        return {};
+        return chosenOf(form, formSetting(change.setting).control);
     const DatumRow& row = rowOf(change.datum);
     FigurePlace place{change.datum, change.element};
     if (isSeries(row) && !place.element)

@@ -8,9 +8,6 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
-#include <QRegularExpression>
-
-#include <algorithm>
 
 namespace vkr {
 
@@ -28,16 +25,7 @@ QString localTime(std::string_view utc) {
 }
 
 QString datumTitle(std::string_view datum) {
-    if (const auto row = std::ranges::find(datumTable(), datum, &DatumRow::name);
-        row != datumTable().end())
-        return fromUtf8(fullTitleOf(row->datum));
-    QString name = fromUtf8(datum);
-    // Settings begin with their kind, in lower case.
-    while (!name.isEmpty() && name.front().isLower())
-        name.remove(0, 1);
-    static const QRegularExpression wordStart(
-        QStringLiteral("(?<=[a-z])(?=[A-Z0-9])|(?<=[A-Z])(?=[A-Z][a-z])"));
-    return name.replace(wordStart, QStringLiteral(" "));
+    return fromUtf8(calledDatum(datum));
 }
 
 QString figureTitle(std::string_view datum, const QString& period) {

@@ -2,6 +2,8 @@
 #include "record/datum_titles.hpp"
 
 #include "platform/ascii.hpp"
+#include "platform/text.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -107,6 +109,24 @@ std::string fullTitleOf(Datum datum) {
             : period == DatumPeriod::quarter ? "Quarterly "
                                              : "") +
            std::string(titleOf(datum));
+}
+
+std::string calledDatum(std::string_view name) {
+    if (const auto row = std::ranges::find(datumTable(), name, &DatumRow::name);
+        row != datumTable().end())
+        return fullTitleOf(row->datum);
+    const SettingRow* const row = settingNamed(name);
+    return std::string(row == nullptr ? name : row->title);
+}
+
+std::string_view datumCalled(std::string_view text) {
+    for (const DatumRow& row : datumTable())
+        if (text == row.name || equalsIgnoringCase(text, fullTitleOf(row.datum)))
+            return row.name;
+    for (const SettingRow& row : settingTable)
+        if (text == row.name || equalsIgnoringCase(text, row.title))
+            return row.name;
+    return {};
 }
 
 // Short forms such as FY stay as they are.

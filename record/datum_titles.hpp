@@ -16,6 +16,12 @@ namespace vkr {
 // The same where nothing else tells the period: "Yearly Revenue", "Quarterly Revenue".
 [[nodiscard]] std::string fullTitleOf(Datum datum);
 
+// What stands in a history by its name, a datum or a setting: "Yearly Revenue", "Unit". Another
+// name as it is.
+[[nodiscard]] std::string calledDatum(std::string_view name);
+// The name of what is called so, upper or lower case, or has that name; empty for anything else.
+[[nodiscard]] std::string_view datumCalled(std::string_view text);
+
 // Within a sentence: "total debt", "date of last FY".
 [[nodiscard]] std::string wordsOf(Datum datum);
 

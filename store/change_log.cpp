@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "store/change_log.hpp"
 
+#include "record/datum_titles.hpp"
 #include "store/store_text.hpp"
 
 #include <QDateTime>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "store/company_check.hpp"
 
+#include "record/datum_titles.hpp"
 #include "store/change_log.hpp"
 #include "store/store_listing.hpp"
 #include "store/store_text.hpp"

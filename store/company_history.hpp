@@ -97,8 +97,6 @@ struct HistoryState {
 // another element are no difference.
 [[nodiscard]] std::vector<HistoryChange> changesByPeriod(const CompanyRecord& before,
                                                          const CompanyRecord& after);
-// What people call a datum by its name in the history: "Yearly Revenue"; a setting as it is.
-[[nodiscard]] std::string calledDatum(const std::string& name);
 // Which figure of its datum has changed: " 2025", or " (3)" where there is no date to count from;
 // "" where it is the only one.
 [[nodiscard]] std::string whichFigure(const HistoryChange& change);

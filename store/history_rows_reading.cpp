@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "company/exact_text.hpp"
 #include "company/period_moves.hpp"
-#include "company/setting_table.hpp"
 #include "platform/error_trap.hpp"
+#include "record/setting_table.hpp"
 #include "store/history_periods.hpp"
 #include "store/history_rows.hpp"
 
@@ -56,11 +56,6 @@ std::vector<std::string_view> words(std::string_view text) {
 const DatumRow* datumNamed(std::string_view name) {
     const auto found = std::ranges::find(datumTable(), name, &DatumRow::name);
     return found == datumTable().end() ? nullptr : &*found;
-}
-
-const SettingRow* settingNamed(std::string_view name) {
-    const auto* const found = std::ranges::find(settingTable, name, &SettingRow::name);
-    return found == std::end(settingTable) ? nullptr : found;
 }
 
 std::string known(std::string_view value) {

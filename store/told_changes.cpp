@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "company/company_record.hpp"
-#include "record/datum_titles.hpp"
 #include "store/company_history.hpp"
 #include "store/history_rows.hpp"
 
@@ -24,11 +23,6 @@ std::vector<HistoryGroup> toldGroups(const CompanyRecord& before,
 std::vector<HistoryChange> changesByPeriod(const CompanyRecord& before,
                                            const CompanyRecord& after) {
     return toldGroups(before, {withMovesApart(changesBetween(before, after, {}))}).front().changes;
-}
-
-std::string calledDatum(const std::string& name) {
-    const auto row = std::ranges::find(datumTable(), name, &DatumRow::name);
-    return row == datumTable().end() ? name : fullTitleOf(row->datum);
 }
 
 std::string whichFigure(const HistoryChange& change) {

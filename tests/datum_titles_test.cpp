@@ -2,10 +2,12 @@
 #include "form/form_layout.hpp"
 #include "localizer/string_table.hpp"
 #include "record/datum_titles.hpp"
+#include "record/setting_table.hpp"
 
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace vkr {
 namespace {
@@ -35,6 +37,39 @@ TEST(DatumTitles, TellEveryDatumFromEveryOther) {
         EXPECT_TRUE(titles.insert(fullTitleOf(row.datum)).second) << fullTitleOf(row.datum);
         EXPECT_EQ(std::string(titleOf(row.datum)).find("Series"), std::string::npos) << row.name;
     }
+}
+
+TEST(DatumTitles, NameDataAndSettingsInAHistory) {
+    const std::pair<std::string_view, std::string_view> called[] = {
+        {"YRevenueSeries", "Yearly Revenue"},
+        {"TotalDebt", "Total Debt"},
+        {setting::unit, "Unit"},
+        {setting::leadPeriod, "Reporting Period"},
+        {setting::bookValue, "Show Book Value"},
+        {setting::lockBasicInfo, "Lock Data"},
+        {"Goodwill", "Goodwill"},
+        {"", ""},
+    };
+    for (const auto& [name, title] : called)
+        EXPECT_EQ(calledDatum(name), title);
+}
+
+TEST(DatumTitles, LeadBackToWhatTheyName) {
+    std::set<std::string> titles;
+    for (const DatumRow& row : datumTable()) {
+        EXPECT_EQ(datumCalled(row.name), row.name);
+        EXPECT_EQ(datumCalled(fullTitleOf(row.datum)), row.name);
+        titles.insert(fullTitleOf(row.datum));
+    }
+    for (const SettingRow& row : settingTable) {
+        EXPECT_TRUE(titles.insert(std::string(row.title)).second) << row.title;
+        EXPECT_EQ(datumCalled(row.name), row.name);
+        EXPECT_EQ(datumCalled(row.title), row.name);
+    }
+    EXPECT_EQ(datumCalled("yearly revenue"), "YRevenueSeries");
+    EXPECT_EQ(datumCalled("yrevenueseries"), "") << "the name of a property is as it is";
+    EXPECT_EQ(datumCalled("Goodwill"), "");
+    EXPECT_EQ(datumCalled(""), "");
 }
 
 TEST(DatumTitles, KeepShortFormsWithinASentence) {

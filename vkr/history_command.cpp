@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "company/setting_table.hpp"
-#include "platform/text.hpp"
-#include "record/datum_table.hpp"
 #include "record/datum_titles.hpp"
 #include "vkr/call.hpp"
 #include "vkr/database.hpp"
 
 #include <QDateTime>
 #include <QRegularExpression>
-
-#include <algorithm>
-#include <iterator>
 
 namespace vkr {
 
@@ -37,18 +31,8 @@ std::string shownFigure(const std::string& name, Format format) {
     return format == Format::text ? calledDatum(name) : name;
 }
 
-// The name of what either column has; "" for anything else.
-std::string figureNamed(const std::string& text) {
-    for (const DatumRow& row : datumTable())
-        if (text == row.name || upperCase(text) == upperCase(fullTitleOf(row.datum)))
-            return std::string(row.name);
-    const bool isSetting =
-        std::ranges::find(settingTable, text, &SettingRow::name) != std::end(settingTable);
-    return isSetting ? text : std::string();
-}
-
 bool isFigure(const QString& text) {
-    return !figureNamed(text.toStdString()).empty();
+    return !datumCalled(text.toStdString()).empty();
 }
 
 // The option's value; "" without the option. One that it does not take would find nothing, which
@@ -77,7 +61,7 @@ HistoryQuery queryOf(const CommandLine& line) {
     query.user = line.value(Option::user).value_or("");
     query.from = momentOf(valueOf(line, Option::from, isMoment, moment));
     query.until = momentOf(valueOf(line, Option::until, isMoment, moment));
-    query.datum = figureNamed(valueOf(line, Option::figure, isFigure,
+    query.datum = datumCalled(valueOf(line, Option::figure, isFigure,
                                       "name of a figure such as Yearly Revenue or YRevenueSeries"));
     query.period =
         valueOf(line, Option::period, isPeriod, "year such as 2025, or day such as 2025-09-27");

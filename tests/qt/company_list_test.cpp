@@ -461,7 +461,7 @@ TEST(TextsTest, ADatumIsNamedInWords) {
          {Case{"Name", "Name"}, Case{"TotalDebt", "Total Debt"},
           Case{"YEPSSeries", "Yearly Earnings Per Share"},
           Case{"QTaxRateSeries", "Quarterly Tax Rate"}, Case{"High52W", "52 Week High"},
-          Case{"intUnit", "Unit"}, Case{"blnLockBasicInfo", "Lock Basic Info"},
+          Case{"intUnit", "Unit"}, Case{"blnLockBasicInfo", "Lock Data"},
           Case{"LastFYDate", "Date of Last FY"}, Case{"", ""}})
         EXPECT_EQ(datumTitle(row.datum), row.words);
 }

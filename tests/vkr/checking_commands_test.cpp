@@ -251,6 +251,9 @@ TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
     EXPECT_TRUE(contains(read.out, "  Yearly Revenue  2024    391035 ")) << read.out;
     EXPECT_EQ(run({"history", "AAPL", "--figure", "yearly revenue"}).out,
               run({"history", "AAPL", "--figure", "YRevenueSeries"}).out);
+    const auto unit = run({"history", "AAPL", "--figure", "intUnit"});
+    EXPECT_TRUE(contains(unit.out, "  Unit  ")) << unit.out;
+    EXPECT_EQ(run({"history", "AAPL", "--figure", "unit"}).out, unit.out);
     EXPECT_EQ(run({"history", "AAPL", "--origin", "guessed"}).code, 2);
 }
 
