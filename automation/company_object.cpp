@@ -153,7 +153,7 @@ class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, 
 
     const std::shared_ptr<vkr::iVKR_Company>& inside() const override { return record_; }
 
-#define VKR_AUTOMATED(kind, name, unit, key, place)                                                \
+#define VKR_AUTOMATED(kind, name, title, unit, key, place)                                         \
     HRESULT STDMETHODCALLTYPE get_##name(Outside<datum_kind::kind>::Type* value) override {        \
         return reading(value,                                                                      \
                        [&] { return Outside<datum_kind::kind>::out(record_->get_##name()); });     \

@@ -20,7 +20,7 @@ class ForeignCompany final : public iVKR_Company {
 
     [[nodiscard]] IDispatch* dispatch() const { return object_.dispatch(); }
 
-#define VKR_FOREIGN(kind, name, unit, key, place)                                                  \
+#define VKR_FOREIGN(kind, name, title, unit, key, place)                                           \
     [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
         return read(datum_kind::kind(), #name);                                                    \
     }                                                                                              \

@@ -152,11 +152,7 @@ class SeriesGrid {
     // Every series that a column can show, once.
     template <typename Act>
     void forEachSeries(Act&& act) const {
-        for (const auto& column : columns_) {
-            act(column.usual);
-            if (column.alternative)
-                act(*column.alternative);
-        }
+        vkr::forEachSeries(columns_, act);
     }
     // Moves all series of the record by a number of periods; what comes in is 0. A series that the
     // record does not hand out as an array is left alone. Names those that stay since the record

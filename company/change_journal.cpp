@@ -118,7 +118,7 @@ void ChangeJournal::endAction() noexcept {
 
 // --- what is passed on ---------------------------------------------------------------------------
 
-#define VKR_NOTED(kind, name, unit, key, place)                                                    \
+#define VKR_NOTED(kind, name, title, unit, key, place)                                             \
     void ChangeJournal::put_##name(datum_kind::kind::Argument value) {                             \
         notes_->written(Datum::name, [&] { record()->put_##name(value); });                        \
     }

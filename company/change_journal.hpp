@@ -88,7 +88,7 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     void beginAction(const Action& action) override;
     void endAction() noexcept override;
 
-#define VKR_PASSED_ON(kind, name, unit, key, place)                                                \
+#define VKR_PASSED_ON(kind, name, title, unit, key, place)                                         \
     [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
         return record()->get_##name();                                                             \
     }                                                                                              \

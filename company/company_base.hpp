@@ -38,7 +38,7 @@ class CompanyBase : public iVKR_Company {
     CompanyBase& operator=(const CompanyBase&) = delete;
     ~CompanyBase() override = default;
 
-#define VKR_ABSENT(kind, name, unit, key, place)                                                   \
+#define VKR_ABSENT(kind, name, title, unit, key, place)                                            \
     [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
         return datum_kind::kind::absent();                                                         \
     }                                                                                              \

@@ -40,7 +40,7 @@ class CompanyRecord final : public CompanyBase {
     // The datum as it was set, where the properties may answer with what stands in for it.
     [[nodiscard]] const Variant& stored(Datum datum) const;
 
-#define VKR_PROPERTY(kind, name, unit, key, place)                                                 \
+#define VKR_PROPERTY(kind, name, title, unit, key, place)                                          \
     [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
         return read(datum_kind::kind(), Datum::name);                                              \
     }                                                                                              \

@@ -15,14 +15,16 @@
 
 namespace vkr {
 
-// A record that stands between the component and another one and passes everything on, but for
-// worked-out values in the place of what came from a person or a document. A write of an action of
-// Origin::derived leaves a figure as it is where FigureOrigins::mayDerive() says no. It replaces
-// the figure all the same where what that follows from was written in the same action. Moving
-// figures to other periods, by an action of Origin::shifted, counts as no such write. What is
-// absent may always be worked out.
+// A record that stands between the component and another one. It passes everything on, but keeps
+// worked-out values from replacing what came from a person or a document:
 //
-// What may be true together: inputs and moves are known only while an action is open.
+//   A write of an action of Origin::derived leaves a figure as it is where
+//   FigureOrigins::mayDerive() says no.
+//   It replaces the figure all the same where one of its inputs was written in the same action.
+//   Figures that an action of Origin::shifted has moved to other periods do not count as written.
+//   What is absent may always be worked out.
+//
+// What was written and moved is known only while an action is open.
 //
 //     const auto journal = std::make_shared<ChangeJournal>(record);
 //     entry.put_objCompany(std::make_shared<KeptFigures>(journal, [&] { return origins; }));
@@ -38,7 +40,7 @@ class KeptFigures final : public iVKR_Company, public ActionListener {
     void beginAction(const Action& action) override;
     void endAction() noexcept override;
 
-#define VKR_PASSED_ON(kind, name, unit, key, place)                                                \
+#define VKR_PASSED_ON(kind, name, title, unit, key, place)                                         \
     [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
         return record_->get_##name();                                                              \
     }                                                                                              \

@@ -8,6 +8,7 @@
 
 #include <compare>
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace vkr {
@@ -182,5 +183,15 @@ struct GridColumn {
     bool price = false;        // shown in decimals or eighths
     bool loadedInUnit = false; // loading shows it in the unit, though its series has none
 };
+
+// Every series that one of the columns can show, once.
+template <typename Act>
+void forEachSeries(std::span<const GridColumn> columns, Act&& act) {
+    for (const GridColumn& column : columns) {
+        act(column.usual);
+        if (column.alternative)
+            act(*column.alternative);
+    }
+}
 
 } // namespace vkr

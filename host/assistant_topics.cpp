@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "host/assistant_topics.hpp"
 
+#include "form/form_layout.hpp"
 #include "host/help_pages.hpp"
 #include "host/texts.hpp"
 #include "record/datum_titles.hpp"
 
 #include <algorithm>
+#include <vector>
 
 namespace vkr {
 
@@ -21,7 +23,7 @@ constexpr Yearly only(Datum series) {
     return {series, std::nullopt};
 }
 
-constexpr FigureUnit figureUnitOf(Datum datum) {
+FigureUnit figureUnitOf(Datum datum) {
     switch (unitOf(datum)) {
     case DatumUnit::money:
         return money;
@@ -31,119 +33,116 @@ constexpr FigureUnit figureUnitOf(Datum datum) {
         return percent;
     case DatumUnit::shares:
         return shares;
-    default:
-        return text;
+    case DatumUnit::none:
+        break;
     }
+    return isOf<datum_kind::Day>(datum) ? date : isOf<datum_kind::Year>(datum) ? year : text;
 }
 
-constexpr AssistantTopic kept(DataEntryObject object, FigureUnit unit, Datum datum,
-                              Yearly yearly = none, std::optional<Datum> quarterly = {}) {
-    return {object, unit, datum, yearly, quarterly};
-}
-constexpr AssistantTopic without(DataEntryObject object, FigureUnit unit, Yearly yearly = none,
-                                 std::optional<Datum> quarterly = {}) {
-    return {object, unit, std::nullopt, yearly, quarterly};
-}
-constexpr AssistantTopic figure(DataEntryObject object, Datum datum, Yearly yearly = none,
-                                std::optional<Datum> quarterly = {}) {
-    return {object, figureUnitOf(datum), datum, yearly, quarterly};
-}
-constexpr AssistantTopic ofYears(DataEntryObject object, Datum series,
-                                 std::optional<Datum> quarterly = {}) {
-    return figure(object, series, only(series), quarterly);
-}
-constexpr AssistantTopic ofQuarters(DataEntryObject object, Datum series) {
-    return figure(object, series, none, series);
+// What stands on the form without a datum in its row: shown by code of its own, chosen or worked
+// out.
+struct Shown {
+    DataEntryObject object;
+    FigureUnit unit;
+    std::optional<Datum> datum{};
+};
+constexpr Shown shownOtherwise[] = {
+    {doLastFY, year, Datum::LastFY},
+    {doLastFYDate, date, Datum::LastFYDate},
+    {doLastQDate, date, Datum::LastQDate},
+    {doReportingPeriod, choice},
+    {doUnit, choice},
+    {doPTI_TaxRate, choice},
+    {doCommEq_BookVal, choice},
+    {doLockInfo, choice},
+    {doYearLabel, year, Datum::LastFY},
+    {doQuarterLabel, date, Datum::LastQDate},
+    {doPercentDilution, percent},
+    {doPercentTotalCap, percent},
+};
+
+// Histories that tell about what is no column itself.
+struct Histories {
+    DataEntryObject object;
+    Yearly yearly;
+    std::optional<Datum> quarterly{};
+};
+constexpr Histories historiesBeside[] = {
+    {doTotalCap, only(Datum::YCommEqSeries)},
+    {doCurrentPrice, prices},
+    {do52WHigh, prices},
+    {do52WLow, prices},
+    {doLast4QEPS, only(Datum::YEPSSeries), Datum::QEPSSeries},
+    {doORBEPSProj, only(Datum::YEPSSeries), Datum::QEPSSeries},
+    {doTotalDebt, only(Datum::YCommEqSeries)},
+    {doCommShares, only(Datum::YCSOSeries)},
+    {doDilutedShares, only(Datum::YCSOSeries)},
+    {doPrefDiv, only(Datum::YNetIncSeries), Datum::QNetIncSeries},
+    {doCommDiv, only(Datum::YDividendSeries)},
+    {doEstTaxRate, only(Datum::YTaxRateSeries), Datum::QTaxRateSeries},
+    {doPTI_TaxRate, only(Datum::YTaxRateSeries), Datum::QTaxRateSeries},
+    {doCommEq_BookVal, only(Datum::YBookValSeries)},
+    {doYearLabel, only(Datum::YRevenueSeries)},
+    {doQuarterLabel, none, Datum::QRevenueSeries},
+    {doPercentDilution, only(Datum::YCSOSeries)},
+    {doPercentTotalCap, only(Datum::YCommEqSeries)},
+    {doTabYearly, only(Datum::YRevenueSeries)},
+    {doTabQuarterly, none, Datum::QRevenueSeries},
+};
+
+// The quarters of what a series has by year.
+std::optional<Datum> quarterlyOf(Datum yearly) {
+    for (const DatumRow& row : datumTable())
+        if (row.period == DatumPeriod::quarter && row.title == titleOf(yearly))
+            return row.datum;
+    return std::nullopt;
 }
 
-constexpr auto topics = std::to_array<AssistantTopic>({
-    kept(doName, text, Datum::Name),
-    kept(doSymbol, text, Datum::Symbol),
-    kept(doExchange, text, Datum::Exchange),
-    kept(doIndustry, text, Datum::Industry),
-    figure(doTotalCap, Datum::TotalCap, only(Datum::YCommEqSeries)),
-    kept(doSource, text, Datum::Source),
-    kept(doLastStudied, date, Datum::LastUpdate),
-    without(doUpdatedBy, nothing),
-    figure(doCurrentPrice, Datum::CurrentPrice, prices),
-    figure(do52WHigh, Datum::High52W, prices),
-    figure(do52WLow, Datum::Low52W, prices),
-    kept(doPriceUpdatedDate, date, Datum::PriceUpdatedDate),
-    figure(doLast4QEPS, Datum::Last4QEPS, only(Datum::YEPSSeries), Datum::QEPSSeries),
-    figure(doORBEPSProj, Datum::ORBEPSProj, only(Datum::YEPSSeries), Datum::QEPSSeries),
-    figure(doTotalDebt, Datum::TotalDebt, only(Datum::YCommEqSeries)),
-    figure(doInsiderHolding, Datum::InsiderHolding),
-    figure(doInstitutional, Datum::Institutional),
-    figure(doPrefShares, Datum::PrefShares),
-    figure(doCommShares, Datum::CommShares, only(Datum::YCSOSeries)),
-    figure(doDilutedShares, Datum::DilutedShares, only(Datum::YCSOSeries)),
-    kept(doLastFY, year, Datum::LastFY),
-    kept(doLastFYDate, date, Datum::LastFYDate),
-    ofYears(doYRevenue, Datum::YRevenueSeries, Datum::QRevenueSeries),
-    ofYears(doYPTI, Datum::YPTISeries, Datum::QPTISeries),
-    ofYears(doYTaxRate, Datum::YTaxRateSeries, Datum::QTaxRateSeries),
-    ofYears(doYNetInc, Datum::YNetIncSeries, Datum::QNetIncSeries),
-    ofYears(doYCommEq, Datum::YCommEqSeries),
-    ofYears(doYBookVal, Datum::YBookValSeries),
-    ofYears(doYEPS, Datum::YEPSSeries, Datum::QEPSSeries),
-    ofYears(doYDividend, Datum::YDividendSeries),
-    ofYears(doYHigh, Datum::YHighSeries),
-    ofYears(doYLow, Datum::YLowSeries),
-    ofYears(doYCSO, Datum::YCSOSeries),
-    kept(doLastQDate, date, Datum::LastQDate),
-    ofQuarters(doQRevenue, Datum::QRevenueSeries),
-    ofQuarters(doQEPS, Datum::QEPSSeries),
-    ofQuarters(doQPTI, Datum::QPTISeries),
-    ofQuarters(doQTaxRate, Datum::QTaxRateSeries),
-    ofQuarters(doQNetInc, Datum::QNetIncSeries),
-    kept(doAddress1, text, Datum::Address1),
-    kept(doAddress2, text, Datum::Address2),
-    kept(doCity, text, Datum::City),
-    kept(doState, text, Datum::State),
-    kept(doZip, text, Datum::Zip),
-    kept(doCountry, text, Datum::Country),
-    kept(doInternetURL, text, Datum::Internet),
-    kept(doContactPerson, text, Datum::ContactPerson),
-    kept(doTel, text, Datum::Tel),
-    kept(doVLTimelines, text, Datum::VLTimeliness),
-    kept(doVLSafety, text, Datum::VLSafety),
-    without(doReportingPeriod, choice),
-    kept(doNotes, text, Datum::Notes),
-    figure(doPrefDiv, Datum::PrefDiv, only(Datum::YNetIncSeries), Datum::QNetIncSeries),
-    figure(doCommDiv, Datum::CommDiv, only(Datum::YDividendSeries)),
-    figure(doEstTaxRate, Datum::TaxRate, only(Datum::YTaxRateSeries), Datum::QTaxRateSeries),
-    without(doUnit, choice),
-    without(doPTI_TaxRate, choice, only(Datum::YTaxRateSeries), Datum::QTaxRateSeries),
-    without(doCommEq_BookVal, choice, only(Datum::YBookValSeries)),
-    without(doLockInfo, choice),
-    without(doDisplayOption, nothing),
-    kept(doYearLabel, year, Datum::LastFY, only(Datum::YRevenueSeries)),
-    kept(doQuarterLabel, date, Datum::LastQDate, none, Datum::QRevenueSeries),
-    without(doPercentDilution, percent, only(Datum::YCSOSeries)),
-    without(doPercentTotalCap, percent, only(Datum::YCommEqSeries)),
-    without(doTabCompany, nothing),
-    without(doTabYearly, nothing, only(Datum::YRevenueSeries)),
-    without(doTabQuarterly, nothing, none, Datum::QRevenueSeries),
-    without(doTabOther, nothing),
-    without(doTabOptions, nothing),
-    kept(doDateOfSource, date, Datum::DateOfSource),
-});
+// What the rows of the form say, and what they don't.
+class Topics {
+  public:
+    Topics() {
+        for (int object = 0; object < dataEntryObjectCount; ++object)
+            all.push_back({static_cast<DataEntryObject>(object), nothing, {}, none, {}});
+        for (const FieldRow& field : fieldRows())
+            if (field.object && field.datum)
+                show(*field.object, figureUnitOf(*field.datum), field.datum);
+        forEachSeries(yearlyColumns(), [this](const GridSeries& shown) {
+            show(shown.object, figureUnitOf(shown.series), shown.series);
+            of(shown.object).yearly = only(shown.series);
+            of(shown.object).quarterly = quarterlyOf(shown.series);
+        });
+        forEachSeries(quarterlyColumns(), [this](const GridSeries& shown) {
+            show(shown.object, figureUnitOf(shown.series), shown.series);
+            of(shown.object).quarterly = shown.series;
+        });
+        for (const Shown& shown : shownOtherwise)
+            show(shown.object, shown.unit, shown.datum);
+        for (const Histories& beside : historiesBeside) {
+            of(beside.object).yearly = beside.yearly;
+            of(beside.object).quarterly = beside.quarterly;
+        }
+    }
 
-constexpr bool isInOrder() {
-    for (std::size_t i = 0; i < topics.size(); ++i)
-        if (topics[i].object != static_cast<DataEntryObject>(i))
-            return false;
-    return topics.size() == dataEntryObjectCount;
-}
-static_assert(isInOrder());
+    std::vector<AssistantTopic> all; // by the numbers of the objects
+
+  private:
+    AssistantTopic& of(DataEntryObject object) { return all.at(static_cast<std::size_t>(object)); }
+    void show(DataEntryObject object, FigureUnit unit, std::optional<Datum> datum) {
+        of(object).unit = unit;
+        of(object).datum = datum;
+    }
+};
 
 } // namespace
 
 std::span<const AssistantTopic> assistantTopics() {
-    return topics;
+    static const Topics topics;
+    return topics.all;
 }
 
 const AssistantTopic* assistantTopic(int object) {
+    const auto topics = assistantTopics();
     return object >= 0 && object < std::ssize(topics) ? &topics[static_cast<std::size_t>(object)]
                                                       : nullptr;
 }
@@ -153,7 +152,8 @@ AssistantTopic topicOf(Datum datum) {
         datum = Datum::CommDiv;
     else if (datum == Datum::LastQDateForGrid)
         datum = Datum::LastQDate;
-    const auto* topic = std::ranges::find(topics, std::optional(datum), &AssistantTopic::datum);
+    const auto topics = assistantTopics();
+    const auto topic = std::ranges::find(topics, std::optional(datum), &AssistantTopic::datum);
     return topic != topics.end() ? *topic
                                  : AssistantTopic{{}, figureUnitOf(datum), datum, none, {}};
 }

@@ -71,72 +71,74 @@ enum class DatumUnit {
 
 // kind   a type of datum_kind
 // name   of the property: iVKR_Company has get_<name> and put_<name> of that kind
+// title  what people call it: the caption of its field or column, but for a unit in one, words that
+//        the place on the form stands for, and two data that have one caption between them
 // unit   a value of DatumUnit
 // key    names the datum's row in a company's CSV file, a series' column in the file of its period;
 //        ends with _musd for money, with _pct for percent
 // place  of that row or column in its file, rising; of equal ones the upper one here comes first
 //
-// To be used with a macro of these five arguments, which declares what is wanted of one datum.
+// To be used with a macro of these six arguments, which declares what is wanted of one datum.
 //
 // clang-format off
-#define VKR_DATA(ROW)                                                           \
-    /*  kind       name              unit      key                       place */ \
-    ROW(Text,      Exchange,         none,     "exchange",                   3) \
-    ROW(Text,      Industry,         none,     "industry",                   4) \
-    ROW(Text,      Source,           none,     "source",                     5) \
-    ROW(Number,    CurrentPrice,     perShare, "current_price",             17) \
-    ROW(Number,    CommDiv,          perShare, "common_dividend",           21) \
-    ROW(Year,      LastFY,           none,     "last_fiscal_year",          36) \
-    ROW(Number,    High52W,          perShare, "high_52_weeks",             19) \
-    ROW(Number,    Low52W,           perShare, "low_52_weeks",              20) \
-    ROW(Number,    CommShares,       shares,   "common_shares",             25) \
-    ROW(Number,    DilutedShares,    shares,   "diluted_shares",            26) \
-    ROW(Number,    TotalDebt,        money,    "total_debt_musd",           27) \
-    ROW(Number,    Last4QEPS,        perShare, "eps_last_4_quarters",       23) \
-    ROW(Number,    TaxRate,          percent,  "tax_rate_pct",              31) \
-    ROW(Number,    PrefDiv,          money,    "preferred_dividends_musd",  30) \
-    ROW(Number,    TotalCap,         money,    "total_capitalization_musd", 28) \
-    ROW(Number,    InsiderHolding,   percent,  "insider_holding_pct",       32) \
-    ROW(Number,    Institutional,    percent,  "institutional_holding_pct", 33) \
-    ROW(Text,      Name,             none,     "name",                       1) \
-    ROW(Text,      Symbol,           none,     "symbol",                     2) \
-    ROW(Day,       DateOfSource,     none,     "source_date",                6) \
-    ROW(Day,       PriceUpdatedDate, none,     "price_date",                18) \
-    ROW(Number,    PrefShares,       money,    "preferred_stock_musd",      29) \
-    ROW(Day,       LastQDate,        none,     "last_quarter_end",          38) \
-    ROW(Day,       LastFYDate,       none,     "last_fiscal_year_end",      37) \
-    ROW(Number,    ORBEPSProj,       perShare, "eps_projected",             24) \
-    ROW(Text,      Address1,         none,     "address1",                   8) \
-    ROW(Text,      Address2,         none,     "address2",                   9) \
-    ROW(Text,      City,             none,     "city",                      10) \
-    ROW(Text,      State,            none,     "state",                     11) \
-    ROW(Text,      Zip,              none,     "zip",                       12) \
-    ROW(Text,      Country,          none,     "country",                   13) \
-    ROW(Text,      Internet,         none,     "internet",                  14) \
-    ROW(Text,      Tel,              none,     "tel",                       15) \
-    ROW(Text,      ContactPerson,    none,     "contact_person",            16) \
-    ROW(Text,      VLTimeliness,     none,     "timeliness",                34) \
-    ROW(Text,      VLSafety,         none,     "safety",                    35) \
-    ROW(Number,    CommDivAlternate, perShare, "common_dividend_alternate", 22) \
-    ROW(Day,       LastQDateForGrid, none,     "grid_quarter_end",          39) \
-    ROW(Day,       LastUpdate,       none,     "last_update",                7) \
-    ROW(Text,      Notes,            none,     "notes",                     40) \
-    ROW(Quarterly, QPTISeries,       money,    "pretax_income_musd",         3) \
-    ROW(Yearly,    YCSOSeries,       shares,   "shares_musd",               11) \
-    ROW(Yearly,    YTaxRateSeries,   percent,  "tax_rate_pct",               3) \
-    ROW(Yearly,    YCommEqSeries,    money,    "common_equity_musd",         5) \
-    ROW(Quarterly, QNetIncSeries,    money,    "net_income_musd",            5) \
-    ROW(Quarterly, QRevenueSeries,   money,    "revenue_musd",               1) \
-    ROW(Quarterly, QTaxRateSeries,   percent,  "tax_rate_pct",               4) \
-    ROW(Quarterly, QEPSSeries,       perShare, "eps",                        2) \
-    ROW(Yearly,    YPTISeries,       money,    "pretax_income_musd",         2) \
-    ROW(Yearly,    YDividendSeries,  perShare, "dividend",                   8) \
-    ROW(Yearly,    YRevenueSeries,   money,    "revenue_musd",               1) \
-    ROW(Yearly,    YHighSeries,      perShare, "high",                       9) \
-    ROW(Yearly,    YNetIncSeries,    money,    "net_income_musd",            4) \
-    ROW(Yearly,    YBookValSeries,   perShare, "book_value_per_share",       6) \
-    ROW(Yearly,    YLowSeries,       perShare, "low",                       10) \
-    ROW(Yearly,    YEPSSeries,       perShare, "eps",                        7) \
+#define VKR_DATA(ROW)                                                                                          \
+    /*  kind       name              title                          unit      key                      place */\
+    ROW(Text,      Exchange,         "Exchange",                    none,     "exchange",                   3) \
+    ROW(Text,      Industry,         "Industry",                    none,     "industry",                   4) \
+    ROW(Text,      Source,           "Source",                      none,     "source",                     5) \
+    ROW(Number,    CurrentPrice,     "Current Price",               perShare, "current_price",             17) \
+    ROW(Number,    CommDiv,          "Common Dividends",            perShare, "common_dividend",           21) \
+    ROW(Year,      LastFY,           "Last Fiscal Year",            none,     "last_fiscal_year",          36) \
+    ROW(Number,    High52W,          "52 Week High",                perShare, "high_52_weeks",             19) \
+    ROW(Number,    Low52W,           "52 Week Low",                 perShare, "low_52_weeks",              20) \
+    ROW(Number,    CommShares,       "Common Shares",               shares,   "common_shares",             25) \
+    ROW(Number,    DilutedShares,    "Diluted Shares",              shares,   "diluted_shares",            26) \
+    ROW(Number,    TotalDebt,        "Total Debt",                  money,    "total_debt_musd",           27) \
+    ROW(Number,    Last4QEPS,        "Last 4Q EPS",                 perShare, "eps_last_4_quarters",       23) \
+    ROW(Number,    TaxRate,          "Est. Tax Rate",               percent,  "tax_rate_pct",              31) \
+    ROW(Number,    PrefDiv,          "Preferred Dividends",         money,    "preferred_dividends_musd",  30) \
+    ROW(Number,    TotalCap,         "Total Capital",               money,    "total_capitalization_musd", 28) \
+    ROW(Number,    InsiderHolding,   "Insider Holding",             percent,  "insider_holding_pct",       32) \
+    ROW(Number,    Institutional,    "Institutional Holding",       percent,  "institutional_holding_pct", 33) \
+    ROW(Text,      Name,             "Name",                        none,     "name",                       1) \
+    ROW(Text,      Symbol,           "Symbol",                      none,     "symbol",                     2) \
+    ROW(Day,       DateOfSource,     "Date of Source",              none,     "source_date",                6) \
+    ROW(Day,       PriceUpdatedDate, "Price Update Date",           none,     "price_date",                18) \
+    ROW(Number,    PrefShares,       "Preferred Shares",            money,    "preferred_stock_musd",      29) \
+    ROW(Day,       LastQDate,        "Date of Last Quarter",        none,     "last_quarter_end",          38) \
+    ROW(Day,       LastFYDate,       "Date of Last FY",             none,     "last_fiscal_year_end",      37) \
+    ROW(Number,    ORBEPSProj,       "ORB EPS Projection",          perShare, "eps_projected",             24) \
+    ROW(Text,      Address1,         "Address",                     none,     "address1",                   8) \
+    ROW(Text,      Address2,         "Address, Second Line",        none,     "address2",                   9) \
+    ROW(Text,      City,             "City",                        none,     "city",                      10) \
+    ROW(Text,      State,            "State/Province",              none,     "state",                     11) \
+    ROW(Text,      Zip,              "Zip/Postal",                  none,     "zip",                       12) \
+    ROW(Text,      Country,          "Country",                     none,     "country",                   13) \
+    ROW(Text,      Internet,         "Internet",                    none,     "internet",                  14) \
+    ROW(Text,      Tel,              "Telephone",                   none,     "tel",                       15) \
+    ROW(Text,      ContactPerson,    "Contact Person",              none,     "contact_person",            16) \
+    ROW(Text,      VLTimeliness,     "VL Timeliness",               none,     "timeliness",                34) \
+    ROW(Text,      VLSafety,         "VL Safety",                   none,     "safety",                    35) \
+    ROW(Number,    CommDivAlternate, "Common Dividends, Alternate", perShare, "common_dividend_alternate", 22) \
+    ROW(Day,       LastQDateForGrid, "Newest Quarter of the Table", none,     "grid_quarter_end",          39) \
+    ROW(Day,       LastUpdate,       "Last Update",                 none,     "last_update",                7) \
+    ROW(Text,      Notes,            "Notes",                       none,     "notes",                     40) \
+    ROW(Quarterly, QPTISeries,       "Pre-Tax Income",              money,    "pretax_income_musd",         3) \
+    ROW(Yearly,    YCSOSeries,       "Shares Outstanding",          shares,   "shares_musd",               11) \
+    ROW(Yearly,    YTaxRateSeries,   "Tax Rate",                    percent,  "tax_rate_pct",               3) \
+    ROW(Yearly,    YCommEqSeries,    "Common Equity",               money,    "common_equity_musd",         5) \
+    ROW(Quarterly, QNetIncSeries,    "Net Income",                  money,    "net_income_musd",            5) \
+    ROW(Quarterly, QRevenueSeries,   "Revenue",                     money,    "revenue_musd",               1) \
+    ROW(Quarterly, QTaxRateSeries,   "Tax Rate",                    percent,  "tax_rate_pct",               4) \
+    ROW(Quarterly, QEPSSeries,       "Earnings Per Share",          perShare, "eps",                        2) \
+    ROW(Yearly,    YPTISeries,       "Pre-Tax Income",              money,    "pretax_income_musd",         2) \
+    ROW(Yearly,    YDividendSeries,  "Dividends Declared",          perShare, "dividend",                   8) \
+    ROW(Yearly,    YRevenueSeries,   "Revenue",                     money,    "revenue_musd",               1) \
+    ROW(Yearly,    YHighSeries,      "High Price",                  perShare, "high",                       9) \
+    ROW(Yearly,    YNetIncSeries,    "Net Income",                  money,    "net_income_musd",            4) \
+    ROW(Yearly,    YBookValSeries,   "Book Value",                  perShare, "book_value_per_share",       6) \
+    ROW(Yearly,    YLowSeries,       "Low Price",                   perShare, "low",                       10) \
+    ROW(Yearly,    YEPSSeries,       "Earnings Per Share",          perShare, "eps",                        7) \
     /* The next datum stands here, its operations at the end of iVKR_Company. */
 // clang-format on
 

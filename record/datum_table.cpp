@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "record/datum_table.hpp"
 
+#include <algorithm>
 #include <array>
 #include <type_traits>
 
@@ -9,7 +10,7 @@ namespace vkr {
 namespace {
 
 // The interface and the list say the same.
-#define VKR_DATUM(kind, name, unit, key, place)                                                    \
+#define VKR_DATUM(kind, name, title, unit, key, place)                                             \
     static_assert(std::is_same_v<decltype(&iVKR_Company::get_##name),                              \
                                  datum_kind::kind::Value (iVKR_Company::*)() const>,               \
                   "get_" #name " of iVKR_Company does not read a " #kind                           \
@@ -21,9 +22,10 @@ namespace {
 VKR_DATA(VKR_DATUM)
 #undef VKR_DATUM
 
-#define VKR_DATUM(kind, name, unit, key, place)                                                    \
+#define VKR_DATUM(kind, name, title, unit, key, place)                                             \
     DatumRow{Datum::name,                                                                          \
              #name,                                                                                \
+             title,                                                                                \
              AccessOf<datum_kind::kind>{&iVKR_Company::get_##name, &iVKR_Company::put_##name},     \
              datum_kind::kind::period,                                                             \
              datum_kind::kind::upper,                                                              \
@@ -44,6 +46,11 @@ constexpr bool everyFigureHasItsUnit() {
     return true;
 }
 static_assert(everyFigureHasItsUnit(), "a figure needs a unit, anything else has none");
+
+constexpr bool isTitled(const DatumRow& row) {
+    return !row.title.empty();
+}
+static_assert(std::all_of(table.begin(), table.end(), isTitled), "a datum needs a title");
 
 constexpr bool everyKeyTellsItsUnit() {
     for (const DatumRow& row : table)

@@ -13,11 +13,11 @@
 namespace vkr {
 
 // Every datum of a record, in the order of the list.
-#define VKR_DATUM(kind, name, unit, key, place) name,
+#define VKR_DATUM(kind, name, title, unit, key, place) name,
 enum class Datum { VKR_DATA(VKR_DATUM) };
 #undef VKR_DATUM
 
-#define VKR_DATUM(kind, name, unit, key, place) Datum::name,
+#define VKR_DATUM(kind, name, title, unit, key, place) Datum::name,
 inline constexpr int datumCount =
     static_cast<int>(std::initializer_list<Datum>{VKR_DATA(VKR_DATUM)}.size());
 #undef VKR_DATUM
@@ -25,7 +25,7 @@ inline constexpr int datumCount =
 // Whether a datum is of a kind of datum_kind.
 template <typename Kind>
 [[nodiscard]] constexpr bool isOf(Datum datum) {
-#define VKR_DATUM(kind, name, unit, key, place) std::is_same_v<datum_kind::kind, Kind>,
+#define VKR_DATUM(kind, name, title, unit, key, place) std::is_same_v<datum_kind::kind, Kind>,
     constexpr bool matches[] = {VKR_DATA(VKR_DATUM)};
 #undef VKR_DATUM
     return matches[static_cast<int>(datum)];
@@ -33,7 +33,7 @@ template <typename Kind>
 
 // What the figure of a datum is given in.
 [[nodiscard]] constexpr DatumUnit unitOf(Datum datum) {
-#define VKR_DATUM(kind, name, unit, key, place) DatumUnit::unit,
+#define VKR_DATUM(kind, name, title, unit, key, place) DatumUnit::unit,
     constexpr DatumUnit units[] = {VKR_DATA(VKR_DATUM)};
 #undef VKR_DATUM
     return units[static_cast<int>(datum)];
@@ -55,7 +55,8 @@ using SeriesAccess = AccessOf<datum_kind::Series>;
 // A datum as the list tells it.
 struct DatumRow {
     Datum datum;
-    std::string_view name; // of the property
+    std::string_view name;  // of the property
+    std::string_view title; // what people call it, whichever period it is of
     std::variant<TextAccess, NumberAccess, YearAccess, DateAccess, SeriesAccess> access;
     DatumPeriod period; // none for what is no series
     int upper;          // bound of a series, whose lower one is 0

@@ -147,13 +147,13 @@ constexpr Migration migrations[] = {
         createFindingVerdicts(connection);
     },
 };
-static_assert(std::size(migrations) == schemaVersion);
-
 int versionOf(StoreConnection& connection) {
     return static_cast<int>(connection.integer(connection.dialect().version));
 }
 
 } // namespace
+
+const int schemaVersion = static_cast<int>(std::size(migrations));
 
 SchemaState inspectSchema(StoreConnection& connection) {
     const int version = versionOf(connection);

@@ -10,7 +10,8 @@ namespace vkr {
 // What a file holds, told without writing to it.
 enum class SchemaState { empty, current, older, newer, foreign };
 
-inline constexpr int schemaVersion = 5;
+// How many migrations there are.
+extern const int schemaVersion;
 
 [[nodiscard]] SchemaState inspectSchema(StoreConnection& connection);
 // From whatever older version to the current one, in one transaction. `before` is done first, in

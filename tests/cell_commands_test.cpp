@@ -38,7 +38,7 @@ class ListeningRecord final : public CompanyBase, public ActionListener {
             actions.push_back(open_);
     }
 
-#define VKR_LISTENING(kind, name, unit, key, place)                                                \
+#define VKR_LISTENING(kind, name, title, unit, key, place)                                         \
     [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
         return figures_.get_##name();                                                              \
     }                                                                                              \

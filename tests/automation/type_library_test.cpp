@@ -12,6 +12,9 @@
 namespace vkr::automation {
 namespace {
 
+// A read and a write for each datum, and what is no datum.
+constexpr std::size_t recordOperations = 2 * datumCount + 16;
+
 struct Function {
     std::string name;
     std::string help;
@@ -65,7 +68,7 @@ constexpr int dispatchSlots = 7; // of IUnknown and IDispatch
 TEST(TypeLibrary, RecordHasItsOperationsInTheOrderOfTheInterface) {
     const auto info = slotsOf(infoOf(libraryAt(2).get(), __uuidof(::iVKR_Company)));
     const auto functions = functionsOf(info.get());
-    ASSERT_EQ(functions.size(), 128U);
+    ASSERT_EQ(functions.size(), recordOperations);
     std::size_t place = 0;
     for (const Function& one : functions)
         EXPECT_EQ(one.slot, dispatchSlots + static_cast<int>(place++)) << one.name;
@@ -90,7 +93,7 @@ TEST(TypeLibrary, RecordHasItsOperationsInTheOrderOfTheInterface) {
 TEST(TypeLibrary, OperationsOfTheRecordThatAreNoDatumStandWhereTheyBelong) {
     const auto info = slotsOf(infoOf(libraryAt(2).get(), __uuidof(::iVKR_Company)));
     const auto functions = functionsOf(info.get());
-    ASSERT_EQ(functions.size(), 128U);
+    ASSERT_EQ(functions.size(), recordOperations);
     // By the orders that are laid down, from 1.
     const std::map<std::size_t, std::string> others = {
         {23, "QuarterlyFlag"},      {26, "BeginYearShift"},  {27, "YearShiftState"},

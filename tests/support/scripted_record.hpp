@@ -48,7 +48,7 @@ class ScriptedRecord final : public iVKR_Company {
         return found;
     }
 
-#define VKR_PROPERTY(kind, name, unit, key, place)                                                 \
+#define VKR_PROPERTY(kind, name, title, unit, key, place)                                          \
     [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
         note("read " #name);                                                                       \
         return shown(company->get_##name());                                                       \

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a field has by its one row and its caption. txtSpareFigure is only in the copy of the
+// What a field has by its one row and its caption. txtGoodwill is only in the copy of the
 // sources that new_datum makes.
 #include "form/build_form.hpp"
 #include "form/form_layout.hpp"
@@ -14,13 +14,13 @@ TEST(NewField, StandsOnItsPageBehindItsLabelAndItsSign) {
     Form form;
     buildForm(form);
     nameFields(form);
-    const auto& field = form.get<TextBox>("txtSpareFigure");
+    const auto& field = form.get<TextBox>("txtGoodwill");
     const auto& label = form.get<Label>("lblUnit", 11);
     const auto& sign = form.get<Label>("lblCurrency", 17);
     EXPECT_EQ(field.container()->id(), "fraDE(10)");
-    EXPECT_EQ(field.accessibleName(), "Spare Figure");
+    EXPECT_EQ(field.accessibleName(), "Goodwill");
     EXPECT_EQ(field.alignment(), Alignment::right);
-    EXPECT_EQ(label.caption(), "Spare Figure");
+    EXPECT_EQ(label.caption(), "Goodwill");
     EXPECT_EQ(label.tag(), "581");
     EXPECT_EQ(label.buddy(), &field);
     EXPECT_EQ(sign.caption(), "$");
@@ -30,7 +30,7 @@ TEST(NewField, StandsOnItsPageBehindItsLabelAndItsSign) {
 
 TEST(NewField, IsLoadedInItsPlaceAndFollowsTheUnit) {
     const auto table = companyFieldTable();
-    const auto row = std::ranges::find(table, Datum::SpareFigure, &FieldRow::datum);
+    const auto row = std::ranges::find(table, Datum::Goodwill, &FieldRow::datum);
     ASSERT_NE(row, table.end());
     EXPECT_EQ((row - 1)->datum, Datum::ORBEPSProj);
     EXPECT_EQ((row + 1)->datum, Datum::PriceUpdatedDate);
