@@ -4,6 +4,8 @@
 #include "platform/text_field.hpp"
 #include "record/datum_table.hpp"
 
+#include <algorithm>
+#include <cassert>
 #include <map>
 #include <optional>
 #include <set>
@@ -20,7 +22,8 @@ namespace vkr {
 //   pending    a date that rebuilds a grid is being edited
 //   skipped    Cancel was pressed, and a pending date is not looked at
 //
-// They are free of each other. What was picked counts while its field shows the same text.
+// They are free of each other. What was picked counts while its field shows the same text. Only a
+// date that loading has written is called suggested.
 class DateEntries {
   public:
     void startOver() { *this = {}; }
@@ -40,6 +43,7 @@ class DateEntries {
     void suggest(Datum date, Date value) {
         suggested_.insert(date);
         offered_[date] = value;
+        checkInvariants();
     }
     void settle(Datum date) { suggested_.erase(date); } // it is somebody's by now
     [[nodiscard]] bool isSuggested(Datum date) const { return suggested_.contains(date); }
@@ -55,6 +59,7 @@ class DateEntries {
             suggested_.insert(date);
         else
             suggested_.erase(date);
+        checkInvariants();
     }
 
     void setPending(bool pending) { pending_ = pending; }
@@ -63,6 +68,11 @@ class DateEntries {
     [[nodiscard]] bool isSkipped() const { return skipped_; }
 
   private:
+    void checkInvariants() const {
+        assert(std::ranges::all_of(suggested_,
+                                   [this](Datum date) { return offered_.contains(date); }));
+    }
+
     struct Picked {
         std::string text;
         Date date;

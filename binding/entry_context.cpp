@@ -313,6 +313,7 @@ bool EntryContext::confirmLoss(int number, const std::string& period, int icon) 
     const During asking(asking_);
     const MessageAnswer answer =
         message(question, message_box::yesNo | icon | message_box::defaultSecondButton);
+    assert(asking_); // no second question has come and gone
     return answer == MessageAnswer::yes && company == asked;
 }
 

@@ -29,11 +29,12 @@ namespace vkr {
 enum class IncomeRow { preTaxIncome, taxRate };
 enum class EquityRow { commonEquity, bookValue };
 
-// What the parts of one component instance share: the form, the record that is held, and the
-// display state that loading, leaving and redrawing go by. At the end of each of its verbs
+// What the parts of one component instance share: the form, the record that is held, and what is
+// set for the display. Loading, leaving and redrawing go by it. At the end of each of its calls
 //
-//   a state that the host has not been told of waits for the end of work under way;
-//   where only a date was picked the company counts as changed, until that is taken back;
+//   what the host is still to be told of its state waits for the end of the work under way;
+//   where nothing but a picked date has changed the company, the company counts as changed;
+//   one question before a loss is on show at most;
 //   the unit is 3, 6 or 9.
 class EntryContext final : public FieldHost {
   public:

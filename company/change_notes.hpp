@@ -19,10 +19,10 @@
 
 namespace vkr {
 
-// What a journal has noted. The settings objects that were handed out know of it, too.
+// What a journal has noted. The settings objects that it hands out write into it, too.
 //
-// What may be true together: there is a name, a state before and what was written meanwhile only
-// while an action is open; the state before is there from the first write on.
+// Outside of an action nothing is known of one: no name, no state before, no writes. Within one the
+// state before is taken at the first write.
 class ChangeNotes {
   public:
     explicit ChangeNotes(std::shared_ptr<iVKR_Company> held) : record(std::move(held)) {}
@@ -52,7 +52,7 @@ class ChangeNotes {
     std::optional<std::string> apply(const ChangeGroup& group);
 
   private:
-    // A datum and its element; one below all others is the whole datum.
+    // A datum and its element; `whole` stands for all of the datum.
     using Key = std::pair<Datum, int>;
     static constexpr int whole = std::numeric_limits<int>::min();
     struct Mark {
@@ -63,7 +63,7 @@ class ChangeNotes {
     };
     // A series that was moved, or written as a whole.
     struct Whole {
-        std::optional<int> periods; // nothing: figures became other ones on the way
+        std::optional<int> periods; // by which it moved; nothing where figures changed, too
         Variant after;
     };
 
@@ -83,7 +83,8 @@ class ChangeNotes {
       private:
         ChangeNotes* notes_;
     };
-    // Says of what a write has changed where it comes from, also where it fails half-way.
+    // Notes where the values come from that a write has changed. It does so also where the write
+    // fails half-way.
     class Touch {
       public:
         Touch(ChangeNotes& notes, std::optional<Datum> datum);

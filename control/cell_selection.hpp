@@ -7,16 +7,16 @@
 
 namespace vkr {
 
-// A rectangle of cells, in one grid, that a person has selected together. The cell that has the
-// focus is its one end; the other one moves. Without more than one cell there is no selection.
+// A rectangle of cells of one grid that a person has selected. One corner is the cell that has the
+// focus and stays, the opposite corner moves. A single cell is no selection.
 class CellSelection {
   public:
     using Cell = SeriesGrid::Cell;
 
     [[nodiscard]] bool isActive() const { return selected_.has_value(); }
-    // Null without a selection. What follows is asked only where there is one.
+    // Null without a selection. end() and span() want one.
     [[nodiscard]] SeriesGrid* grid() const { return selected_ ? selected_->grid : nullptr; }
-    // The end that moves.
+    // The corner that moves.
     [[nodiscard]] Cell end() const { return selected_.value().end; }
 
     // Both ends included.
@@ -33,7 +33,7 @@ class CellSelection {
   private:
     struct Selected {
         SeriesGrid* grid;
-        Span span; // of more than one cell; its rows may have gone since
+        Span span; // more than one cell. Some of its rows may have gone by now
         Cell end;
     };
     void set(SeriesGrid& grid, const Span& span, Cell end);

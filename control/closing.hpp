@@ -8,8 +8,8 @@
 
 namespace vkr {
 
-// OK: settles the dates of the company first. While a date is edited that rebuilds a grid a press
-// settles this date alone, and the next one asks the host to close.
+// OK settles the dates of the company, and then asks the host to close. Where a date is being
+// edited that rebuilds a grid, a press settles only that date. The next press asks the host.
 class OkButton final : public Controller {
   public:
     OkButton(EntryContext& context, CompanyFields& fields, FieldControllers& entry, HostLine& host)
@@ -29,8 +29,8 @@ class OkButton final : public Controller {
     bool settlesOnly_ = false; // the press that is under way
 };
 
-// Cancel: a date that rebuilds a grid is not looked at any more. Where the press is given up, or
-// the host stays open, it is still to be left.
+// Cancel: a date that is being edited and would rebuild a grid is not looked at. Where the press is
+// given up, or the host stays open, leaving the field looks at it as ever.
 class CancelButton final : public Controller {
   public:
     CancelButton(EntryContext& context, FieldControllers& entry, Pages& pages, HostLine& host)

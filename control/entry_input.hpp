@@ -58,11 +58,11 @@ class EntryInput final : public FormHandler {
     RightClickMenu& menu_;
     HostLine& host_;
     CellCommands& cells_;
-    // Each is about one thing alone, and goes with it; any of them may be true together.
-    bool helpKeyDown_ = false; // on the help frame: coming up it asks for nothing else
-    bool keyWentDown_ = false; // since the help frame was shown
-    bool toldOfKey_ = false;   // the key that is held: that it was refused
-    bool tookBack_ = false;    // edits of the field that has the focus
+    // They are free of each other.
+    bool helpKeyDown_ = false; // F1 went down on the help frame. Coming up it must not ask again
+    bool keyWentDown_ = false; // a key did since the help frame was shown
+    bool toldOfKey_ = false;   // the key that is held was refused, and a note said so once
+    bool tookBack_ = false;    // the field has taken back an edit since it was entered
 };
 
 } // namespace vkr

@@ -15,14 +15,15 @@
 
 namespace vkr {
 
-// The company that is held: brought onto the form, put back into its record, cleared away. It is
-// the context's `company`; without one there is a placeholder in place of the form. Of what can be
-// under way
+// The company that is held. It is the context's `company`. This brings it onto the form, puts the
+// form back into the record, and clears the form. Without a company a placeholder stands in place
+// of the form. At any time
 //
-//   loading   its figures come onto the form: there is a company, and no row gets a name yet
-//   resizing  the form becomes a placeholder: there is none
+//   loading   means that a company is held and its figures come onto the form. Rows get their names
+//             at the end
+//   resizing  means that no company is held and the form becomes a placeholder
 //
-// at most one is at any time.
+// or neither. Both are never true together.
 class HeldCompany {
   public:
     HeldCompany(EntryContext& context, CompanyFields& fields, YearlyGrid& yearly,

@@ -12,9 +12,10 @@
 
 namespace vkr {
 
-// What a person has before them and the record has not, while all fields are shown anew: texts that
-// are marked, where no grid keeps them, and the one that is being typed. One that is typed into a
-// cell goes with its period.
+// Showing all fields anew would wipe out texts that are on the form and not in the record. This
+// keeps them meanwhile: the marked ones of single fields, and the one that is being typed. The
+// grids keep those of their cells. A text that is being typed into a cell moves with the cell's
+// period.
 class KeptTexts {
   public:
     KeptTexts(EntryContext& context, SeriesGrid& yearly, SeriesGrid& quarterly);

@@ -10,13 +10,14 @@
 
 namespace vkr {
 
-// The five pages below the tab strip. Which one is on show is the strip's to know. From the first
-// tab that is selected on
+// The five pages below the tab strip. The strip knows which one is on show. As soon as a tab was
+// selected
 //
-//   the page of the selected tab is at its place and enabled; the others are parked beside the form
-//   and disabled;
-//   the buttons of the years are on show with the yearly page alone;
-//   the host has been told of reported(), and is about to be told where that is another page.
+//   the page of that tab is at its place and enabled;
+//   the others are disabled, and parked beside the form;
+//   the buttons of the years are on show only with the yearly page;
+//   reported() is the page that the host was told of last. While it is not the one on show, the
+//   host is about to be told.
 class Pages {
   public:
     Pages(EntryContext& context, QuarterlyGrid& quarterly, HostLine& host)

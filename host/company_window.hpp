@@ -118,9 +118,9 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     [[nodiscard]] QString title() const;
     void startFrom(const CompanyRecord& stored); // there are no changes
     void keepSilenced();                         // beside the company, where it is stored
-    // A copy of the record as a commit leaves it; and without what a commit works out, which nobody
-    // has changed.
+    // A copy of the record as a commit leaves it.
     [[nodiscard]] std::shared_ptr<CompanyRecord> committed() const;
+    // The same without what only the commit has worked out.
     [[nodiscard]] std::shared_ptr<CompanyRecord> edited() const;
     [[nodiscard]] std::vector<Datum> untypedDates() const; // that are not to be stored
     // A line each; those of the record, which alone can be had back, and with texts that are not

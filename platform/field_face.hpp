@@ -28,9 +28,9 @@ struct UnitRange {
 // `View` is the face's side of any control. `Texts` knows the native text: its type `Text`, utf8(),
 // first() and from() a unit, unitsOf() and charactersOf().
 //
-// What may be true together: shown_ is the text of the native field, as the model has it too; they
-// differ while the field edits, until the form has heard of it, and while the field must wait.
-// Without a control nothing reaches the form.
+// At any time shown_, the native field and the model have the same text, but for two moments: while
+// the native field edits, until the form has heard of it, and while the field must wait. A face
+// that has lost its control tells the form nothing.
 template <typename View, typename Texts>
 class FieldFace : public View {
   public:

@@ -29,15 +29,18 @@ struct FieldMark {
 //   typed     changed since by a person, and not looked at yet
 //   refused   looked at, and not in the record: the mark is `unstored`
 //
-// A stored text is in doubt while its mark is `doubtful`. A refused one that is changed is typed,
-// too: it was refused, and what stands there now has not been looked at. Whoever asks gives the
-// text on show. It is compared with
+// A stored text is in doubt while its mark is `doubtful`. A refused text that is changed is typed,
+// and its mark stays until what stands there now was looked at. Whoever asks gives the text on
+// show. It is compared with
 //
 //   accepted   what was shown or looked at last: the field's tag
-//   standing   while the mark is `unstored`, the text that would stand for the stored datum
+//   standing   the text that would stand for the stored datum. It counts while the mark is
+//              `unstored`
 //
-// A text may be held as typed though it is the accepted one: a person means another datum than the
-// program that shows the stored one in the same words. Nothing stands for the stored datum then.
+// A text may be held as typed though it is the accepted one. A person then means another datum than
+// the stored one, which the program shows in the same words.
+//
+// A text with a mark has a reason, and one without has none.
 class FieldState {
   public:
     [[nodiscard]] const std::string& accepted() const { return accepted_; }

@@ -89,7 +89,9 @@ enum class BorderStyle { none = 0, fixedSingle = 1 };
 //   what has changed waits to be told only while an update is under way;
 //   the active control, where there is one, is one that the form has;
 //   the tab order has each of the form's controls once;
-//   keystrokes that handlers have sent wait only while a stroke is under way.
+//   one leave event is under way at most, and the control that is left is active until then;
+//   keystrokes that handlers have sent wait only while a stroke is under way;
+//   between two strokes no key is pressed. Whether one is held is told of the last one.
 class Form final : private ControlSite {
   public:
     Form();

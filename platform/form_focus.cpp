@@ -43,6 +43,7 @@ bool Form::focus(Control& control) {
 // The leave event of the active control. False when its handler has sent the focus elsewhere, or
 // has kept it.
 bool Form::leave() {
+    assert(active_ != nullptr && !leaving_);
     const unsigned before = focusMoves_;
     const During leaving(leaving_);
     ifPossible([&] { handler().onLostFocus(*active_); });

@@ -268,6 +268,7 @@ void Form::keyDone() {
         keyUp(key, shift);
     }
     pressedKey_ = keys::none;
+    assert(sentKeys_.empty());
 }
 
 } // namespace vkr

@@ -6,6 +6,7 @@
 #include "platform/virtual_reach.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
@@ -54,6 +55,11 @@ void VirtualDesktop::controlRemoved(Control& control) {
         fields_.remove(*field);
     if (pressed() == &control)
         press_->control = nullptr;
+}
+
+void VirtualDesktop::checkInvariants() const {
+    assert(!press_ || form_ != nullptr);
+    assert(pressed() == nullptr || form_->find(pressed()->name(), pressed()->index()) == pressed());
 }
 
 void VirtualDesktop::controlChanged(Control& control, Property property) {

@@ -35,7 +35,8 @@ namespace vkr {
 //     EXPECT_EQ(desktop.messages().size(), 1U);
 //
 // The desktop outlives the form it is attached to. Everything runs on the caller's thread; no call
-// waits for anything.
+// waits for anything. A press is under way only on the form that is attached, and on a control that
+// it still has, or on none. Nothing can be typed while another window is active.
 //
 // Wrong use of the desktop itself, such as a click on what nobody could see, throws
 // std::logic_error (a malformed key notation its kind std::invalid_argument) with a message that
@@ -293,6 +294,7 @@ class VirtualDesktop : public Services, private FormObserver {
     Kind& reachKind(std::string_view id, std::string_view kind);
     void pressControl(Control& control, MouseButton button, int tab = 0);
     [[nodiscard]] Press& pressUnderWay();
+    void checkInvariants() const;
     [[nodiscard]] Control* pressed() const { return press_ ? press_->control : nullptr; }
     TabStrip& reachTab(int tab);
     void pickEntry(ComboBox& list, int entry);

@@ -136,6 +136,7 @@ void VirtualDesktop::pressControl(Control& control, MouseButton button, int tab)
     form_->mouseDown(control, button, tab);
     if (placesCaret && pressed() != nullptr)
         fields_.select(*field, textLength(field->text()), 0);
+    checkInvariants();
 }
 
 void VirtualDesktop::press(std::string_view id, int index, MouseButton button) {
@@ -175,6 +176,7 @@ void VirtualDesktop::dragTo(std::string_view id, int index) {
     auto& over = reach(id, index);
     if (held.control != nullptr && held.button == MouseButton::left)
         form_->userDrag(*held.control, over);
+    checkInvariants();
 }
 
 void VirtualDesktop::dragAway() {

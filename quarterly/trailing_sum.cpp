@@ -7,6 +7,7 @@
 #include "input/number_pattern.hpp"
 #include "platform/error_trap.hpp"
 
+#include <cassert>
 #include <cmath>
 #include <string>
 
@@ -68,8 +69,17 @@ std::string TrailingSum::figureText(double figure) const {
     return formatNumber(figure, context_.numberFormat, context_.form.numberMarks());
 }
 
-void TrailingSum::derive() {
+void TrailingSum::checkInvariants() const {
+    assert(!derived_ || (rule_ != nullptr && std::isfinite(*derived_)));
+}
+
+void TrailingSum::lookAgain() {
     derived_ = worked();
+    checkInvariants();
+}
+
+void TrailingSum::derive() {
+    lookAgain();
     if (!derived_)
         return;
     ifPossible([&] {
@@ -81,7 +91,7 @@ void TrailingSum::derive() {
 // A sum that the year has no part in may have been typed by hand.
 void TrailingSum::followYear() {
     const auto before = derived_;
-    derived_ = worked();
+    lookAgain();
     if (!derived_ || derived_ == before)
         return;
     derive();
@@ -104,7 +114,7 @@ void TrailingSum::left() {
 }
 
 void TrailingSum::doubtTyped() {
-    derived_ = worked();
+    lookAgain();
     if (!typed_ || !derived_ || typed_->figure == *derived_)
         return;
     auto& field = context_[controls::trailingEarnings];

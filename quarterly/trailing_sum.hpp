@@ -10,19 +10,23 @@
 
 namespace vkr {
 
-// The earnings of the last four quarters in txtLast4QEPS: what the rule tells from form and record
-// replaces what is there. A figure that a person typed stays until the rule has another one.
+// The earnings of the last four quarters in txtLast4QEPS. The rule works them out of the form and
+// the record. Its answer replaces what is there. A figure that a person typed stays until the rule
+// has another one. At any time
 //
-// What may be true together: the rule's answer and a typed figure may both be there, and differ
-// only with a mark or where nobody could be told yet.
+//   derived  the rule's last answer, a finite figure: there is a rule then
+//   typed    a figure that was typed and stored
+//
+// Both may be there. Where they differ, the field has a mark that says so, once the rule was asked
+// after the figure was typed.
 class TrailingSum {
   public:
     // `lastQuarter` is the one on show.
     TrailingSum(EntryContext& context, const std::optional<Date>& lastQuarter)
         : context_(context), lastQuarter_(lastQuarter) {}
 
-    void derive();                            // and stores it, where the rule can tell
-    void lookAgain() { derived_ = worked(); } // what is stored stays
+    void derive();    // and stores it, where the rule can tell
+    void lookAgain(); // what is stored stays
     // Whether it could at the last time.
     [[nodiscard]] bool isDerived() const { return derived_.has_value(); }
     // A sum that was typed and refused gives way to this one. Throws where the record does.
@@ -41,6 +45,7 @@ class TrailingSum {
     [[nodiscard]] EarningsInput asked() const;
     [[nodiscard]] std::string figureText(double figure) const;
     void doubtTyped();
+    void checkInvariants() const;
 
     struct Typed {
         double figure;

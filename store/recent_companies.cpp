@@ -20,6 +20,16 @@ void keep(std::vector<StoredState>& states, StoredState state) {
 
 } // namespace
 
+void RecentCompanies::checkInvariants() const {
+    assert(isWriting_ || open_.empty());
+    for ([[maybe_unused]] const auto* states : {&recent_, &open_})
+        assert(
+            states->size() <= most && std::ranges::all_of(*states, [&](const StoredState& state) {
+                return std::ranges::count(*states, state.key.id,
+                                          [](const StoredState& one) { return one.key.id; }) == 1;
+            }));
+}
+
 const StoredState* RecentCompanies::find(const CompanyKey& key) const {
     for (const auto* states : {&open_, &recent_}) {
         const auto found = std::ranges::find(*states, key, &StoredState::key);
@@ -31,6 +41,7 @@ const StoredState* RecentCompanies::find(const CompanyKey& key) const {
 
 void RecentCompanies::note(StoredState state) {
     keep(isWriting_ ? open_ : recent_, std::move(state));
+    checkInvariants();
 }
 
 RecentCompanies::Writing::Writing(RecentCompanies& companies) : companies_(companies) {
@@ -41,6 +52,7 @@ RecentCompanies::Writing::Writing(RecentCompanies& companies) : companies_(compa
 RecentCompanies::Writing::~Writing() {
     companies_.isWriting_ = false;
     companies_.open_.clear();
+    companies_.checkInvariants();
 }
 
 void RecentCompanies::Writing::commit() {

@@ -19,7 +19,10 @@ struct StoredState {
 };
 
 // The companies that were read or saved last, so that a save need not read again what it replaces.
-// What is read or saved in a transaction that writes counts once that is committed.
+// What is read or saved in a transaction that writes counts once that is committed. At any time
+//
+//   there is one transaction that writes, or none: then no company waits for its commit;
+//   no company stands twice among the recent ones, or among those that wait.
 class RecentCompanies {
   public:
     // Null where the company is not among them in this revision.
@@ -40,9 +43,11 @@ class RecentCompanies {
     };
 
   private:
+    void checkInvariants() const;
+
     bool isWriting_ = false;
     std::vector<StoredState> recent_; // the oldest first
-    std::vector<StoredState> open_;   // of the transaction under way, none outside of one
+    std::vector<StoredState> open_;   // of the transaction under way
 };
 
 } // namespace vkr

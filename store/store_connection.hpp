@@ -25,12 +25,13 @@ namespace vkr {
 // A connection to the database, with its statements prepared once and kept. Everything here throws
 // StoreFailure.
 //
-// What may be true together:
-// - It is open, but after a server has gone: then the next transaction opens it anew. The
-//   statements belong to the open database and go with it.
-// - There is one transaction at a time, or none.
-// - A transaction of which the outcome is not known there is only on a server, and it has ended.
-// - What only inspects refuses a transaction that writes. Only a file is looked at for damage.
+// At any time
+// - it is open. Only where a server has gone it is not, and the next transaction opens it anew. The
+//   prepared statements go with the database that they were prepared for.
+// - there is one transaction, or none.
+// - the outcome of each transaction that has ended is known. Only a server can leave it unknown.
+// - a connection that only inspects refuses transactions that write.
+// - only a file is looked through for damage.
 class StoreConnection {
   public:
     enum class Access { inspect, existing, create };

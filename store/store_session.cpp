@@ -53,10 +53,15 @@ StoreResult<std::int64_t> StoreSession::number(const ListingStatement& statement
     });
 }
 
+void StoreSession::checkInvariants() const {
+    assert(!isFile() || connection_->uncertainTransaction() == 0);
+    assert(!isFile() || uncertain_.isEmpty());
+}
+
 void StoreSession::settleUncertainSaves() {
+    checkInvariants();
     if (connection_->uncertainTransaction() == 0)
         return;
-    assert(!isFile());
     const auto isDone = connection_->settleTransaction();
     if (!isDone)
         fail(StoreFault::unreachable, connection_->location());

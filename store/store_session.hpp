@@ -32,11 +32,12 @@ StoreResult<Value> guarded(const StoreLocation& location, Function function) {
     }
 }
 
-// The tables behind one connection. An operation of the store is one `reading` or one `change`;
-// what it does within throws, and changes nothing then.
+// The tables behind one connection. An operation of the store is one `reading` or one `change`.
+// What it does within throws where it fails, and has changed nothing then. At any time
 //
-// What may be true together: the outcome of a change is not known only on a server, and the next
-// change settles it before anything else. Attempts are noted only there.
+//   the outcome of the last change is known, but on a server: there its answer may have got lost,
+//   and the next change looks it up before anything else;
+//   attempts at a save are noted on a server alone.
 class StoreSession {
   public:
     StoreSession(OpenedStore opened, const StoreOptions& options);
@@ -71,6 +72,7 @@ class StoreSession {
     template <typename Value, typename Function>
     Value changeOnce(Function function);
     void settleUncertainSaves();
+    void checkInvariants() const;
     [[nodiscard]] StoredState storedState(const CompanyKey& key);
     CompanyKey write(const StoredState& stored, const SaveRequest& request);
 
@@ -115,6 +117,7 @@ Value StoreSession::changeOnce(Function function) {
     transaction.commit();
     uncertain_.forgetRepeated();
     writing.commit();
+    checkInvariants();
     return value;
 }
 

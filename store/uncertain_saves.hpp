@@ -36,6 +36,8 @@ class UncertainSaves {
     // The outcome of the transaction is known by now.
     void settle(bool isDone);
 
+    // No attempt is noted.
+    [[nodiscard]] bool isEmpty() const { return open_.empty() && settled_.empty(); }
     // The company of the open attempt, where it is one.
     [[nodiscard]] std::optional<CompanyKey> single() const;
 

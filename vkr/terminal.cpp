@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 
+#include <cassert>
 #include <csignal>
 #include <cstdio>
 #include <unistd.h>
@@ -39,6 +40,12 @@ Terminal::Terminal()
     : isTerminal_(isatty(STDERR_FILENO) == 1),
       hasOutput_(isTerminal_ && isatty(STDOUT_FILENO) == 1) {}
 
+void Terminal::checkInvariants() const {
+    assert(!isShown_ || isTerminal_);
+    assert(!hasOutput_ || isTerminal_);
+    assert(!isInLine_ || (hasOutput_ && !isShown_));
+}
+
 void Terminal::say(const std::string& words) {
     endProgress();
     std::fprintf(stderr, "%s\n", words.c_str());
@@ -55,6 +62,7 @@ void Terminal::progress(std::size_t done, std::size_t total, const std::string& 
         std::fflush(stdout);
     std::fprintf(stderr, "\r\x1b[K%zu of %zu  %s", done, total, printable(what).c_str());
     std::fflush(stderr);
+    checkInvariants();
 }
 
 void Terminal::endProgress() {
@@ -68,6 +76,7 @@ void Terminal::makeWayFor(std::string_view text) {
         return;
     endProgress();
     isInLine_ = text.back() != '\n';
+    checkInvariants();
 }
 
 bool Terminal::isToStop() {

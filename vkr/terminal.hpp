@@ -8,10 +8,12 @@
 
 namespace vkr {
 
-// Where words for people go, as standard error: messages line by line, and progress on one line
-// that is written over, only where that is a terminal. Where standard output is one, too, it is
-// taken to be the same: progress goes before a line of it comes, and waits until the line has its
-// end.
+// Where words for people go: standard error. Messages stand there line by line, progress on one
+// line that is written over. At any time
+//
+//   progress is on show only where standard error is a terminal;
+//   standard output counts as on the same terminal only where both are one;
+//   a line of it without its end is known of only there, and no progress is on show meanwhile.
 class Terminal {
   public:
     Terminal();
@@ -27,10 +29,12 @@ class Terminal {
     [[nodiscard]] static bool isToStop();
 
   private:
+    void checkInvariants() const;
+
     bool isTerminal_;
     bool hasOutput_;        // as well
     bool isInLine_ = false; // of the output
-    bool isShown_ = false;
+    bool isShown_ = false;  // progress
     std::chrono::steady_clock::time_point last_{};
 };
 
