@@ -286,59 +286,51 @@ void BlockPlacing::read(PlacedCell& cell) const {
     const bool price = column.measure == BlockGrid::Measure::price;
     const CellFigure read = readCell(
         cell.text, price ? NumericKind::PriceText : NumericKind::PlainNumber, power, marks);
-    const auto say = [&](bool applies, BlockRemark remark, const std::string& detail = {}) {
-        if (applies)
-            cell.comments.push_back({remark, detail});
-    };
     if (read.kind == CellKind::empty || read.kind == CellKind::dash) {
         if (switches_.emptyCells)
             cell.figure = 0;
-        say(switches_.emptyCells, empties);
-        say(!switches_.emptyCells && read.kind == CellKind::dash, dash);
+        cell.sayIf(switches_.emptyCells, empties);
+        cell.sayIf(!switches_.emptyCells && read.kind == CellKind::dash, dash);
         return;
     }
-    say(read.kind == CellKind::notAvailable, notAvailable);
-    say(read.kind == CellKind::hidden, hidden);
-    say(read.kind == CellKind::failed, failed);
-    say(read.kind == CellKind::other, noFigure);
+    cell.sayIf(read.kind == CellKind::notAvailable, notAvailable);
+    cell.sayIf(read.kind == CellKind::hidden, hidden);
+    cell.sayIf(read.kind == CellKind::failed, failed);
+    cell.sayIf(read.kind == CellKind::other, noFigure);
     if (read.kind != CellKind::figure)
         return;
-    say(read.brackets && !read.openBracket, brackets);
-    say(read.openBracket, openBracket);
-    say(read.minusBehind, minusBehind);
-    say(!read.currency.empty(), currency, read.currency);
+    cell.sayIf(read.brackets && !read.openBracket, brackets);
+    cell.sayIf(read.openBracket, openBracket);
+    cell.sayIf(read.minusBehind, minusBehind);
+    cell.sayIf(!read.currency.empty(), currency, read.currency);
     if (read.percent)
-        say(true, column.measure == BlockGrid::Measure::percent ? percentSign : percentOfAmount);
-    say(read.fraction, fraction);
-    say(read.exponent, BlockRemark::exponent);
+        cell.say(column.measure == BlockGrid::Measure::percent ? percentSign : percentOfAmount);
+    cell.sayIf(read.fraction, fraction);
+    cell.sayIf(read.exponent, BlockRemark::exponent);
     if (read.otherReading)
-        say(true, otherReading, *read.otherReading);
+        cell.say(otherReading, *read.otherReading);
     const double figure = shiftDecimal(read.number.text, power);
-    say(!read.number.fits, tooLarge);
-    say(read.number.fits && figure < 0 && !column.negatives, negative);
+    cell.sayIf(!read.number.fits, tooLarge);
+    cell.sayIf(read.number.fits && figure < 0 && !column.negatives, negative);
     if (read.number.fits && (figure >= 0 || column.negatives))
         cell.figure = figure == 0 ? 0 : figure; // no negative zero
-    say(cell.figure == 0 && cell.held != 0, empties);
+    cell.sayIf(cell.figure == 0 && cell.held != 0, empties);
 }
 
 // What is to be said of a figure that has its place.
 void BlockPlacing::check(PlacedCell& cell) const {
-    const auto say = [&](bool applies, BlockRemark remark, const std::string& detail = {}) {
-        if (applies)
-            cell.comments.push_back({remark, detail});
-    };
     const auto& column = grid_.columns[static_cast<std::size_t>(cell.column)];
-    say(namesPeriods_, BlockRemark::byPosition);
-    say(switches_.byPeriods && heading_ && heading_->fiscal, BlockRemark::fiscalQuarter);
+    cell.sayIf(namesPeriods_, BlockRemark::byPosition);
+    cell.sayIf(switches_.byPeriods && heading_ && heading_->fiscal, BlockRemark::fiscalQuarter);
     const bool shares = column.measure == BlockGrid::Measure::shares;
     const bool ownUnit = shares && units_.shares != 0;
-    say(ownUnit, BlockRemark::sharesUnit, std::to_string(units_.shares));
-    say(column.isInUnit() && !ownUnit &&
-            ((units_.unclear && switches_.unit == 0) || (shares && units_.sharesUnclear)),
-        BlockRemark::unitUnclear);
+    cell.sayIf(ownUnit, BlockRemark::sharesUnit, std::to_string(units_.shares));
+    cell.sayIf(column.isInUnit() && !ownUnit &&
+                   ((units_.unclear && switches_.unit == 0) || (shares && units_.sharesUnclear)),
+               BlockRemark::unitUnclear);
     const auto held = heldAt(cell.column, cell.row);
-    say(cell.held != 0 && cell.held != *cell.figure && held->origin == Origin::typed,
-        BlockRemark::replacesTyped);
+    cell.sayIf(cell.held != 0 && cell.held != *cell.figure && held->origin == Origin::typed,
+               BlockRemark::replacesTyped);
 }
 
 } // namespace vkr

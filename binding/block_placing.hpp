@@ -97,6 +97,14 @@ struct PlacedCell {
     double held = 0;              // what it replaces; 0: nothing
     PasteFate fate = PasteFate::leftOut;
     std::vector<BlockComment> comments;
+
+    void say(BlockRemark remark, const std::string& detail = {}) {
+        comments.push_back({remark, detail});
+    }
+    void sayIf(bool applies, BlockRemark remark, const std::string& detail = {}) {
+        if (applies)
+            say(remark, detail);
+    }
 };
 
 // A block of cells on its way into a grid: what its headings are, and where each cell goes.

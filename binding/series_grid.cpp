@@ -197,11 +197,8 @@ void SeriesGrid::follow(
                     showStored({column, row}, value.array().number(*element));
                 return held;
             };
-            const auto follow = [&] {
-                cellFollows(*column_cells[static_cast<std::size_t>(row)], showElement);
-            };
-            if (!attempt(follow)) // before anything was done
-                ifPossible(follow);
+            ifPossibleAtLast(
+                [&] { cellFollows(*column_cells[static_cast<std::size_t>(row)], showElement); });
         }
     }
 }

@@ -111,7 +111,7 @@ bool CellCommands::key(Control& control, KeyCode key, int shift) {
     }
     const CellKey command = cellKeyOf(key, shift);
     if (command == CellKey::copyWithHeadings)
-        return copy(true);
+        return copy(Headings::with);
     if (command == CellKey::takePrevious)
         takePrevious(*place);
     if (command == CellKey::fillDown)
@@ -128,9 +128,9 @@ bool CellCommands::keyOfSelection(const Place& place, KeyCode key, int shift) {
         (shift == shifts::control && key == 'X') || (shift == shifts::shift && key == keys::del);
     const bool deletes = shift == shifts::none && (key == keys::del || key == keys::backspace);
     if (copies)
-        return copy(false);
+        return copy(Headings::without);
     if (cuts) {
-        if (mayChange(place) && copy(false))
+        if (mayChange(place) && copy(Headings::without))
             empty(place);
         return true;
     }
@@ -217,8 +217,10 @@ void CellCommands::carryOut(MenuCommand command) {
         return;
     switch (command) {
     case mcCopyCells:
+        copy(Headings::without);
+        break;
     case mcCopyCellsWithHeadings:
-        copy(command == mcCopyCellsWithHeadings);
+        copy(Headings::with);
         break;
     case mcDeleteFigures:
         empty(*place);
@@ -236,7 +238,7 @@ void CellCommands::carryOut(MenuCommand command) {
 
 // --- copy ----------------------------------------------------------------------------------------
 
-bool CellCommands::copy(bool withHeadings) {
+bool CellCommands::copy(Headings headings) {
     const auto place = focused();
     if (!place)
         return false;
@@ -245,14 +247,14 @@ bool CellCommands::copy(bool withHeadings) {
         return false;
     const auto span = spanOf(*place);
     CellTexts cells;
-    if (withHeadings) {
+    if (headings == Headings::with) {
         auto& heads = cells.emplace_back(1, "");
         for (int column = span.firstColumn; column <= span.lastColumn; ++column)
             heads.push_back(grid.headOf(column));
     }
     for (int row = span.firstRow; row <= span.lastRow; ++row) {
         auto& line = cells.emplace_back();
-        if (withHeadings)
+        if (headings == Headings::with)
             line.push_back(grid.isQuarterly() ? formatDate(grid.periodOf(row).date, isoDate)
                                               : grid.labelOf(row));
         for (int column = span.firstColumn; column <= span.lastColumn; ++column) {

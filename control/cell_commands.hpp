@@ -34,7 +34,8 @@ class CellCommands {
     [[nodiscard]] std::optional<MenuCells> selectedWith(const Control& control) const;
     void carryOut(MenuCommand command); // on the selection
     // The selection, or the cell that has the focus. False where no cell has it.
-    bool copy(bool withHeadings);
+    enum class Headings { without, with };
+    bool copy(Headings headings);
 
   private:
     using Cell = SeriesGrid::Cell;

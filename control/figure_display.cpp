@@ -16,13 +16,11 @@ void FigureDisplay::follow(
     for (const auto& field : companyFieldTable()) {
         if (!concerns(field.kind))
             continue;
-        const auto follow = [&] {
+        ifPossibleAtLast([&] {
             fieldFollows(dynamic_cast<TextField&>(*field.control.find(context_.form)), [&] {
                 return context_.company != nullptr && attempt([&] { fields_.show(field); });
             });
-        };
-        if (!attempt(follow)) // before anything was done
-            ifPossible(follow);
+        });
     }
 }
 

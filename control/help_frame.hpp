@@ -18,7 +18,8 @@ class HelpFrame {
     // Fits the frame to lblToolTip.
     void SizeHelpFrame();
     [[nodiscard]] bool visible() const;
-    [[nodiscard]] DataEntryObject object() const; // that it was shown for last
+    // That it was shown for last.
+    [[nodiscard]] DataEntryObject object() const { return object_; }
 
   private:
     [[nodiscard]] Twips widthOf(std::string_view text) const;
@@ -26,6 +27,7 @@ class HelpFrame {
     [[nodiscard]] int linesOf(std::string_view text, Twips width) const;
 
     EntryContext& context_;
+    DataEntryObject object_ = doName;
 };
 
 } // namespace vkr

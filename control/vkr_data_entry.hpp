@@ -130,9 +130,10 @@ class VKRDataEntry {
     [[nodiscard]] std::vector<MarkedField> doubtfulFields() const;
     // Copies the selected cells of the grid that has the focus, or the cell, as text with tabs: all
     // digits, in the currency unit and with the decimal mark of the form, so that pasting it again
-    // gives the same figures. `withHeadings` puts the heads of the columns above, with their units,
-    // and years or quarters (as 2024-03-31) beside them. False where no cell has the focus.
-    bool copyCells(bool withHeadings);
+    // gives the same figures. Headings are those of the columns above, with their units, and years
+    // or quarters (as 2024-03-31) beside them. False where no cell has the focus.
+    bool copyCells();
+    bool copyCellsWithHeadings();
     // Brings a field, named as in MarkedField, on show with its tab and moves the focus there.
     void showField(std::string_view control);
     // What whoever looks over the figures has to say of them, such as companyFindings(): a quiet

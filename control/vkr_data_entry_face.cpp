@@ -239,8 +239,12 @@ std::string VKRDataEntry::fieldOf(const FigurePlace& place) const {
     const TextField* field = impl_->places.fieldOf(place);
     return field == nullptr ? std::string() : field->id();
 }
-bool VKRDataEntry::copyCells(bool withHeadings) {
-    return attemptOr(false, [&] { return impl_->cells.copy(withHeadings); });
+bool VKRDataEntry::copyCells() {
+    return attemptOr(false, [&] { return impl_->cells.copy(CellCommands::Headings::without); });
+}
+
+bool VKRDataEntry::copyCellsWithHeadings() {
+    return attemptOr(false, [&] { return impl_->cells.copy(CellCommands::Headings::with); });
 }
 void VKRDataEntry::showField(std::string_view control) {
     ifPossible([&] { impl_->showField(control); });

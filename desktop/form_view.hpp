@@ -97,7 +97,7 @@ class FormView final : public QWidget, public ViewHost, private FormObserver {
     void focusWent(Qt::FocusReason reason) override;
     void beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place = {},
                     int tab = 0) override;
-    void endPress(ControlView& view, MouseButton button, bool inside) override;
+    void endPress(ControlView& view, MouseButton button, PressEnd end) override;
     void giveUpPress() override;
     [[nodiscard]] bool dragged(ControlView& view, QPoint place) override;
     [[nodiscard]] bool isPressed(const ControlView& view) const override;

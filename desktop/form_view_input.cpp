@@ -247,8 +247,8 @@ bool FormView::isPressed(const ControlView& view) const {
     return press_.isOf(view);
 }
 
-void FormView::endPress(ControlView& view, MouseButton button, bool inside) {
-    press_.end(*form_, view, button, inside);
+void FormView::endPress(ControlView& view, MouseButton button, PressEnd end) {
+    press_.end(*form_, view, button, end == PressEnd::inside);
 }
 
 void FormView::giveUpPress() {

@@ -61,7 +61,8 @@ class ViewHost {
     // the pointer.
     virtual void beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place = {},
                             int tab = 0) = 0;
-    virtual void endPress(ControlView& view, MouseButton button, bool inside) = 0;
+    enum class PressEnd { inside, outside };
+    virtual void endPress(ControlView& view, MouseButton button, PressEnd end) = 0;
     virtual void giveUpPress() = 0;
     // The press is dragged to a place on the screen. True where that selects several controls.
     [[nodiscard]] virtual bool dragged(ControlView& view, QPoint place) = 0;

@@ -234,7 +234,7 @@ ObjectFactory& VKRDataEntryWidget::factory() {
 }
 
 void VKRDataEntryWidget::copyWithHeadings() {
-    entry_->copyCells(true);
+    entry_->copyCellsWithHeadings();
 }
 void VKRDataEntryWidget::setNext() {
     entry_->SetNext();

@@ -134,7 +134,10 @@ constexpr ControlRow groupOf(const GridColumn& column, const GridPlace& grid) {
             .alignment = Alignment::center};
 }
 
-constexpr ControlRow headOf(const GridColumn& column, const GridPlace& grid, bool underGroup) {
+enum class HeadPlace { whole, underGroup };
+
+constexpr ControlRow headOf(const GridColumn& column, const GridPlace& grid, HeadPlace place) {
+    const bool underGroup = place == HeadPlace::underGroup;
     constexpr Twips groupHeight = 210;
     const bool fixed = column.choice == ColumnChoice::none;
     return {.control = column.head,
@@ -198,7 +201,8 @@ constexpr Layout wholeForm() {
     for (const GridColumn& column : yearly_page::columns) {
         if (column.group)
             form.add(groupOf(column, yearlyPlace));
-        form.add(headOf(column, yearlyPlace, column.group || underGroup));
+        form.add(headOf(column, yearlyPlace,
+                        column.group || underGroup ? HeadPlace::underGroup : HeadPlace::whole));
         form.add(cellsOf(column, yearlyPlace));
         underGroup = column.group.has_value();
     }
@@ -207,7 +211,7 @@ constexpr Layout wholeForm() {
     form.addFields(quarterly_page::fields, frame::quarterlyPage);
     form.addPage(quarterly_page::others, frame::quarterlyPage);
     for (const GridColumn& column : quarterly_page::columns)
-        form.add(headOf(column, quarterlyPlace, false));
+        form.add(headOf(column, quarterlyPlace, HeadPlace::whole));
     form.add(onPage(quarterly_page::rowLabels, frame::quarterlyPanel));
     for (const GridColumn& column : quarterly_page::columns) {
         if (column.sign)

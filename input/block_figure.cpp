@@ -40,15 +40,15 @@ std::string takeCurrencyWord(std::string& text) {
     while (skipBack(back, closings) || skipBack(back, blanks)) {
     }
     for (const std::string_view word : currencyWords) {
-        const auto whole = [&](std::string_view rest, bool before) {
-            return !isLetter(word.back()) || rest.empty() ||
-                   !isLetter(before ? rest.back() : rest.front());
-        };
-        if (front.starts_with(word) && whole(front.substr(word.size()), false)) {
+        const bool isSign = !isLetter(word.back());
+        const std::string_view behind = front.substr(std::min(word.size(), front.size()));
+        if (front.starts_with(word) && (isSign || behind.empty() || !isLetter(behind.front()))) {
             text.erase(text.size() - front.size(), word.size());
             return std::string(word);
         }
-        if (back.ends_with(word) && whole(back.substr(0, back.size() - word.size()), true)) {
+        const std::string_view before =
+            back.substr(0, back.size() - std::min(word.size(), back.size()));
+        if (back.ends_with(word) && (isSign || before.empty() || !isLetter(before.back()))) {
             text.erase(back.size() - word.size(), word.size());
             return std::string(word);
         }

@@ -99,6 +99,8 @@ class Builder {
         entry.setVisible(true);
         ++count_;
     }
+    void addEnabled(int text, MenuCommand command) { add(text, command, true); }
+    void addSeparator() { addEnabled(0, mcSeparator); }
 
   private:
     Form& form_;
@@ -126,7 +128,7 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
         for (const auto& entry : cellEntries)
             builder.add(entry.text + (entry.hasTwoTexts && cells->quarters ? 1 : 0), entry.command,
                         !entry.changes || cells->changeable);
-        builder.add(0, mcSeparator, true);
+        builder.addSeparator();
     }
     for (const auto& entry : extraEntries) {
         if ((extras & entry.extra) == 0)
@@ -134,9 +136,9 @@ void BuildMenu(Form& form, Services& services, const MenuTexts& texts, unsigned 
         builder.add(entry.text, entry.command,
                     !entry.changesField || (changeable != nullptr && !changeable->locked()));
         if (entry.endsGroup)
-            builder.add(0, mcSeparator, true);
+            builder.addSeparator();
     }
-    builder.add(helpText, mcHelp, true);
+    builder.addEnabled(helpText, mcHelp);
 }
 
 bool opensMenu(KeyCode key, int shift) {

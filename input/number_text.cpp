@@ -45,18 +45,19 @@ Bare bare(std::string_view text) {
     Bare number;
     bool currency = false;
     bool bracket = false;
-    const auto takeSign = [&](bool negative) {
+    enum class Sign { plus, minus };
+    const auto take = [&](Sign sign) {
         number.signedAtAll = true;
-        number.negative = negative;
+        number.negative = sign == Sign::minus;
         return true;
     };
     trim(text);
     // Each of them once, in any order that people use: -$5, $-5, $(5), ($5).
     for (bool found = true; found; trim(text)) {
         found = (!currency && (currency = skipFront(text, currencySigns))) ||
-                (!number.signedAtAll && skipFront(text, minusSigns) && takeSign(true)) ||
-                (!number.signedAtAll && skipFront(text, plus) && takeSign(false)) ||
-                (!number.signedAtAll && skipFront(text, opening) && (bracket = takeSign(true)));
+                (!number.signedAtAll && skipFront(text, minusSigns) && take(Sign::minus)) ||
+                (!number.signedAtAll && skipFront(text, plus) && take(Sign::plus)) ||
+                (!number.signedAtAll && skipFront(text, opening) && (bracket = take(Sign::minus)));
     }
     bool percented = false;
     bool closed = !bracket;
@@ -65,7 +66,7 @@ Bare bare(std::string_view text) {
         found = (!percented && (percented = skipBack(text, percent))) ||
                 (!closed && (closed = skipBack(text, closing))) ||
                 (!currency && (currency = skipBack(text, currencySigns))) ||
-                (!number.signedAtAll && skipBack(text, minusSigns) && takeSign(true));
+                (!number.signedAtAll && skipBack(text, minusSigns) && take(Sign::minus));
     }
     if (closed)
         number.body = text;

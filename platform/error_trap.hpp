@@ -40,6 +40,13 @@ void ifPossible(Statement&& statement) {
     static_cast<void>(attempt(std::forward<Statement>(statement)));
 }
 
+// The same, tried once more where it fails before anything was done: memory may be back by then.
+template <typename Statement>
+void ifPossibleAtLast(Statement&& statement) {
+    if (!attempt(statement))
+        ifPossible(statement);
+}
+
 // Why a statement failed, as far as that is told; nothing where it ran to its end.
 template <typename Statement>
 [[nodiscard]] std::optional<std::string> failureOf(Statement&& statement) {

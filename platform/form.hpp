@@ -175,9 +175,10 @@ class Form final : private ControlSite {
     // A leave handler that sends the focus elsewhere, or back to its own control, has the last word
     // (false); back to its own control is a leave event and an enter event.
     bool focus(Control& control) override;
-    // The next control in tab order. At the end it starts again, or with `wrap` false stays put
-    // and answers false, so that the focus can go on to the host's next control.
-    bool moveFocus(FocusDirection direction, bool wrap = true);
+    // The next control in tab order. At the end it starts again, or stays put and answers false, so
+    // that the focus can go on to the host's next control.
+    enum class AtEnd { startAgain, stay };
+    bool moveFocus(FocusDirection direction, AtEnd atEnd = AtEnd::startAgain);
     // The first control in tab order (the last one going backward), when the focus enters.
     bool enterFocus(FocusDirection direction);
     // Once the control that has the focus can't take it any more (hidden, disabled, removed): the

@@ -67,7 +67,7 @@ bool Form::passesOver(const OptionButton& option) const {
     return false;
 }
 
-bool Form::moveFocus(FocusDirection direction, bool wrap) {
+bool Form::moveFocus(FocusDirection direction, AtEnd atEnd) {
     const auto count = std::ssize(tabOrder_);
     if (count == 0)
         return false;
@@ -78,7 +78,7 @@ bool Form::moveFocus(FocusDirection direction, bool wrap) {
     for (std::ptrdiff_t tried = 0; tried < count; ++tried) {
         place += step;
         if (place < 0 || place >= count) {
-            if (!wrap)
+            if (atEnd == AtEnd::stay)
                 return false;
             place = (place + count) % count;
         }

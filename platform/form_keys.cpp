@@ -147,7 +147,7 @@ bool Form::keyDown(KeyCode key, int shift, bool repeated) {
             (shift & shifts::shift) != 0 ? FocusDirection::backward : FocusDirection::forward;
         // A leave handler that sends the focus elsewhere, or keeps it, has the last word.
         const unsigned moves = focusMoves_;
-        if (!moveFocus(direction, false) && moves == focusMoves_ &&
+        if (!moveFocus(direction, AtEnd::stay) && moves == focusMoves_ &&
             !(observer_ != nullptr && observer_->takesTab(direction)) && moves == focusMoves_)
             moveFocus(direction);
         return false;

@@ -224,10 +224,10 @@ void VirtualFields::key(TextField& field, const KeyStroke& stroke) {
             moveCaret(field, stroke);
         break;
     case keys::backspace:
-        erase(field, Run::backspacing, byWord);
+        erase(field, Run::backspacing, byWord ? Reach::word : Reach::character);
         break;
     case keys::del:
-        erase(field, Run::deleting, byWord);
+        erase(field, Run::deleting, byWord ? Reach::word : Reach::character);
         break;
     default:
         break;
@@ -268,7 +268,7 @@ bool VirtualFields::shortcut(TextField& field, const KeyStroke& stroke) {
 
 void VirtualFields::character(TextField& field, char32_t character) {
     if (character == 8) {
-        erase(field, Run::backspacing, false);
+        erase(field, Run::backspacing, Reach::character);
         return;
     }
     std::string typed;
@@ -299,17 +299,17 @@ void VirtualFields::paste(TextField& field) {
         field.form().userPaste(field, clipboard_.clipboardText());
 }
 
-void VirtualFields::erase(TextField& field, Run run, bool wholeWord) {
+void VirtualFields::erase(TextField& field, Run run, Reach reach) {
     if (field.selLength() > 0) {
         replace(field, field.selStart(), field.selLength(), "", Run::none);
         return;
     }
     const int caret = field.selStart();
     const KeyStroke towards{run == Run::backspacing ? keys::left : keys::right,
-                            wholeWord ? shifts::control : shifts::none};
+                            reach == Reach::word ? shifts::control : shifts::none};
     const int other = moved(field, caret, towards);
     replace(field, std::min(caret, other), std::abs(caret - other), "",
-            wholeWord ? Run::none : run);
+            reach == Reach::word ? Run::none : run);
 }
 
 // --- edits and undo ------------------------------------------------------------------------------

@@ -61,7 +61,8 @@ class VirtualFields {
     void cut(TextField& field);
     void copy(const TextField& field);
     void paste(TextField& field);
-    void erase(TextField& field, Run run, bool wholeWord);
+    enum class Reach { character, word };
+    void erase(TextField& field, Run run, Reach reach);
     void replace(TextField& field, int start, int length, std::string_view with, Run run);
 
     Services& clipboard_;

@@ -81,16 +81,19 @@ void sourceBeforeQuarter(const CompanyFigures& figures, Report& report) {
 void dayToCome(const CompanyFigures& figures, Report& report) {
     if (isAbsent(report.today()))
         return;
-    const auto look = [&](Datum datum, bool counts) {
+    const auto look = [&](Datum datum) {
         const Date date = figures.date(datum);
-        if (counts && !isAbsent(date) && daysBetween(report.today(), date) > 0)
+        if (!isAbsent(date) && daysBetween(report.today(), date) > 0)
             report.speak(likely, {{datum, {}}}, 1, {wordsOf(datum), Report::day(date)});
     };
-    look(PriceUpdatedDate, figures.number(CurrentPrice) != 0);
-    look(LastFYDate, figures.at(YRevenueSeries, 1) != 0 || figures.at(YEPSSeries, 1) != 0);
-    look(LastQDateForGrid, figures.at(QRevenueSeries, 0) != 0 || figures.at(QEPSSeries, 0) != 0);
-    look(DateOfSource, true);
-    look(LastUpdate, true);
+    if (figures.number(CurrentPrice) != 0)
+        look(PriceUpdatedDate);
+    if (figures.at(YRevenueSeries, 1) != 0 || figures.at(YEPSSeries, 1) != 0)
+        look(LastFYDate);
+    if (figures.at(QRevenueSeries, 0) != 0 || figures.at(QEPSSeries, 0) != 0)
+        look(LastQDateForGrid);
+    look(DateOfSource);
+    look(LastUpdate);
 }
 
 } // namespace vkr::checks

@@ -23,12 +23,14 @@ QString tr(const char* text) {
     return QCoreApplication::translate("sheet", text);
 }
 
-QColor colorOf(SheetInk ink, bool isArea) {
+enum class Inked { area, text };
+
+QColor colorOf(SheetInk ink, Inked what) {
     switch (ink) {
     case SheetInk::pale:
         return {0xEC, 0xEF, 0xF2};
     case SheetInk::strong:
-        return isArea ? QColor(0x3B, 0x6E, 0xA5) : QColor(0x50, 0x58, 0x60);
+        return what == Inked::area ? QColor(0x3B, 0x6E, 0xA5) : QColor(0x50, 0x58, 0x60);
     case SheetInk::plain:
         break;
     }
@@ -51,10 +53,10 @@ QList<SheetPage> companySheet(const SheetCompany& company, Paper paper, Date pri
 
 void paintPage(QPainter& painter, const SheetPage& page) {
     for (const SheetArea& area : page.areas)
-        painter.fillRect(area.box, colorOf(area.ink, true));
+        painter.fillRect(area.box, colorOf(area.ink, Inked::area));
     for (const SheetText& text : page.texts) {
         painter.setFont(text.font());
-        painter.setPen(colorOf(text.ink, false));
+        painter.setPen(colorOf(text.ink, Inked::text));
         painter.drawText(text.box,
                          static_cast<int>(text.alignment | Qt::AlignVCenter) | Qt::TextSingleLine |
                              Qt::TextDontClip,

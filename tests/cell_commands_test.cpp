@@ -419,11 +419,11 @@ TEST(CellCommands, CopyOneCellWithItsHeadings) {
     scene.enter("txtEPS(1)", "1.5");
     scene.typeAt("txtEPS(1)", "^+c");
     EXPECT_EQ(scene.desktop.clipboardText(), "\tEarnings Per Share\n2026-06-30\t1.5");
-    EXPECT_TRUE(scene.entry->copyCells(false));
+    EXPECT_TRUE(scene.entry->copyCells());
     EXPECT_EQ(scene.desktop.clipboardText(), "1.5");
     scene.desktop.clickTab(toCompany);
     scene.desktop.click("txtName");
-    EXPECT_FALSE(scene.entry->copyCells(true));
+    EXPECT_FALSE(scene.entry->copyCellsWithHeadings());
 }
 
 // What is pasted back gives the same figures, in any unit, with any mark, with and without heads.
