@@ -3,7 +3,6 @@
 
 #include "automation/busy.hpp"
 #include "automation/member_numbers.hpp"
-#include "automation/variants.hpp"
 #include "control/property_table.hpp"
 
 #include <algorithm>

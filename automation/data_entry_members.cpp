@@ -3,8 +3,8 @@
 #include "automation/company_object.hpp"
 #include "automation/data_entry_control.hpp"
 #include "automation/figure_notes.hpp"
+#include "automation/late_bound.hpp"
 #include "automation/texts.hpp"
-#include "automation/variants.hpp"
 #include "platform/error_trap.hpp"
 
 #include <utility>

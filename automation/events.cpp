@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "automation/events.hpp"
 
+#include "automation/late_bound.hpp"
 #include "automation/member_numbers.hpp"
 #include "control/property_table.hpp"
 #include "platform/during.hpp"

@@ -3,7 +3,6 @@
 
 #include "automation/connection_points.hpp"
 #include "automation/control_owner.hpp"
-#include "automation/variants.hpp"
 #include "control/vkr_data_entry_events.hpp"
 
 #include <deque>

@@ -2,7 +2,7 @@
 #include "automation/figure_notes.hpp"
 
 #include "automation/com_error.hpp"
-#include "automation/variants.hpp"
+#include "automation/late_bound.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>

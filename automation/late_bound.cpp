@@ -123,6 +123,20 @@ class DispatchedObject final : public ComObject<IDispatch, InsideObject> {
 
 } // namespace
 
+Variant fromVariant(const VARIANT& value) {
+    return readVariant(value, lateBound);
+}
+
+void toVariant(const Variant& value, OwnedVariant& into) {
+    writeVariant(value, into, dispatchOf);
+}
+
+VARIANT newVariant(const Variant& value) {
+    OwnedVariant made;
+    toVariant(value, made);
+    return made.detach();
+}
+
 // --- calling outside -----------------------------------------------------------------------------
 
 DISPID LateBound::idOf(Held& held, std::string_view name) {

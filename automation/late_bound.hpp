@@ -15,6 +15,17 @@
 
 namespace vkr::automation {
 
+// What a variant of the component model holds, with objects; see readVariant().
+[[nodiscard]] Variant fromVariant(const VARIANT& value);
+void toVariant(const Variant& value, OwnedVariant& into);
+[[nodiscard]] VARIANT newVariant(const Variant& value);
+
+// Null for null. An object of the component that has been outside is itself again. Throws
+// DISP_E_TYPEMISMATCH for one that can't be called by name.
+[[nodiscard]] std::shared_ptr<Object> lateBound(IUnknown* object);
+// The other way.
+[[nodiscard]] ComPtr<IDispatch> dispatchOf(const std::shared_ptr<Object>& object);
+
 // An object outside, called by name. What it fails with is thrown, with its description, and so is
 // a name that it does not know. Whoever holds this may be gone when a call comes back.
 class LateBound {

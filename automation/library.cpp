@@ -13,6 +13,8 @@
 
 namespace vkr::automation {
 
+namespace {
+
 std::span<const CreatableClass> creatableClasses() {
     static const CreatableClass classes[] = {
         {__uuidof(::VKRDataEntry), L"VKR data entry", L"VKR_DataEntry.VKRDataEntry", 3, true,
@@ -28,8 +30,6 @@ std::span<const CreatableClass> creatableClasses() {
     };
     return classes;
 }
-
-namespace {
 
 class Factory final : public ComObject<IClassFactory> {
   public:
@@ -91,11 +91,11 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
-    return entry([] { return registerAll(Scope::machine); });
+    return entry([] { return registerAll(creatableClasses(), Scope::machine); });
 }
 
 STDAPI DllUnregisterServer() {
-    return entry([] { return unregisterAll(Scope::machine); });
+    return entry([] { return unregisterAll(creatableClasses(), Scope::machine); });
 }
 
 // regsvr32 /n /i:user registers for the user alone, /i for the machine.
@@ -105,7 +105,8 @@ STDAPI DllInstall(BOOL install, LPCWSTR command) {
         if (!wanted.empty() && wanted != L"user" && wanted != L"machine")
             return E_INVALIDARG;
         const Scope scope = wanted == L"user" ? Scope::user : Scope::machine;
-        return install != FALSE ? registerAll(scope) : unregisterAll(scope);
+        return install != FALSE ? registerAll(creatableClasses(), scope)
+                                : unregisterAll(creatableClasses(), scope);
     });
 }
 

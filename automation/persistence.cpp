@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "automation/persistence.hpp"
 
+#include "automation/late_bound.hpp"
 #include "automation/texts.hpp"
 #include "automation/variants.hpp"
 #include "control/property_table.hpp"

@@ -136,9 +136,9 @@ void addLibrary(Keys& keys, Library library) {
     addInterfaces(keys, described.get(), id);
 }
 
-Keys allKeys() {
+Keys allKeys(std::span<const CreatableClass> classes) {
     Keys keys;
-    for (const CreatableClass& one : creatableClasses())
+    for (const CreatableClass& one : classes)
         addClass(keys, one);
     for (const Library library : {Library::enumerations, Library::company, Library::entry})
         addLibrary(keys, library);
@@ -188,8 +188,8 @@ LSTATUS remove(Scope scope, const Keys& keys) {
 
 } // namespace
 
-HRESULT registerAll(Scope scope) {
-    const Keys keys = allKeys();
+HRESULT registerAll(std::span<const CreatableClass> classes, Scope scope) {
+    const Keys keys = allKeys(classes);
     for (const Entry& entry : keys.entries)
         if (const LSTATUS failed = write(scope, entry); failed != ERROR_SUCCESS) {
             static_cast<void>(remove(scope, keys));
@@ -198,8 +198,8 @@ HRESULT registerAll(Scope scope) {
     return S_OK;
 }
 
-HRESULT unregisterAll(Scope scope) {
-    const LSTATUS failed = remove(scope, allKeys());
+HRESULT unregisterAll(std::span<const CreatableClass> classes, Scope scope) {
+    const LSTATUS failed = remove(scope, allKeys(classes));
     return failed == ERROR_SUCCESS ? S_OK : HRESULT_FROM_WIN32(static_cast<DWORD>(failed));
 }
 

@@ -16,7 +16,6 @@ struct CreatableClass {
     bool control;                  // is placed in containers
     ComPtr<IUnknown> (*create)();
 };
-[[nodiscard]] std::span<const CreatableClass> creatableClasses();
 
 // For whom a registration is.
 enum class Scope { machine, user };
@@ -24,7 +23,7 @@ enum class Scope { machine, user };
 // Writes every key of the classes, type libraries and interfaces, or takes all of them away again;
 // each may be repeated. The error of the system where a key can't be written, with what was written
 // so far taken away again.
-[[nodiscard]] HRESULT registerAll(Scope scope);
-[[nodiscard]] HRESULT unregisterAll(Scope scope);
+[[nodiscard]] HRESULT registerAll(std::span<const CreatableClass> classes, Scope scope);
+[[nodiscard]] HRESULT unregisterAll(std::span<const CreatableClass> classes, Scope scope);
 
 } // namespace vkr::automation

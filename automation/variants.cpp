@@ -24,7 +24,7 @@ constexpr std::int64_t largestExact = 9007199254740992; // a double has every nu
     throw ComError(DISP_E_TYPEMISMATCH);
 }
 
-Variant read(const VARIANT& value, int depth);
+Variant read(const VARIANT& value, ObjectIn objectIn, int depth);
 
 // --- numbers -------------------------------------------------------------------------------------
 
@@ -92,21 +92,22 @@ VariantArray plainNumbers(int lower, const Locked& data, std::size_t count) {
     return numbers<Element>(lower, data, count, [](Element value) { return exact(value); });
 }
 
-VariantArray variants(int lower, const Locked& data, std::size_t count, int depth) {
+VariantArray variants(int lower, const Locked& data, std::size_t count, ObjectIn objectIn,
+                      int depth) {
     std::vector<Variant> items;
     items.reserve(count);
     const auto* const first = data.as<VARIANT>();
     for (std::size_t i = 0; i < count; ++i)
-        items.push_back(read(first[i], depth + 1));
+        items.push_back(read(first[i], objectIn, depth + 1));
     return VariantArray(lower, std::move(items));
 }
 
 template <typename Interface>
-VariantArray objects(int lower, const Locked& data, std::size_t count) {
+VariantArray objects(int lower, const Locked& data, std::size_t count, ObjectIn objectIn) {
     std::vector<Variant> items;
     items.reserve(count);
     for (std::size_t i = 0; i < count; ++i)
-        items.emplace_back(lateBound(data.as<Interface*>()[i]));
+        items.emplace_back(objectIn(data.as<Interface*>()[i]));
     return VariantArray(lower, std::move(items));
 }
 
@@ -132,7 +133,7 @@ bool isReadable(SAFEARRAY& array, VARTYPE element) {
            last <= std::numeric_limits<int>::max();
 }
 
-Variant readArray(SAFEARRAY* array, VARTYPE element, int depth) {
+Variant readArray(SAFEARRAY* array, VARTYPE element, ObjectIn objectIn, int depth) {
     if (array == nullptr) // one that was never dimensioned
         return VariantArray();
     if (depth > deepestArray || !isReadable(*array, element))
@@ -180,11 +181,11 @@ Variant readArray(SAFEARRAY* array, VARTYPE element, int depth) {
         return VariantArray(lower, std::move(items));
     }
     case VT_VARIANT:
-        return variants(lower, data, count, depth);
+        return variants(lower, data, count, objectIn, depth);
     case VT_DISPATCH:
-        return objects<IDispatch>(lower, data, count);
+        return objects<IDispatch>(lower, data, count, objectIn);
     case VT_UNKNOWN:
-        return objects<IUnknown>(lower, data, count);
+        return objects<IUnknown>(lower, data, count, objectIn);
     default:
         refuse();
     }
@@ -202,11 +203,11 @@ const Value& held(const VARIANT& value, const Value& here, const Value* there) {
     return *there;
 }
 
-Variant read(const VARIANT& value, int depth) {
+Variant read(const VARIANT& value, ObjectIn objectIn, int depth) {
     const VARTYPE type = V_VT(&value) & ~VT_BYREF;
     if ((type & VT_ARRAY) != 0)
         return readArray(held(value, V_ARRAY(&value), V_ARRAYREF(&value)),
-                         static_cast<VARTYPE>(type & ~VT_ARRAY), depth);
+                         static_cast<VARTYPE>(type & ~VT_ARRAY), objectIn, depth);
     switch (type) {
     case VT_EMPTY:
     case VT_NULL:
@@ -244,17 +245,22 @@ Variant read(const VARIANT& value, int depth) {
     case VT_BSTR:
         return textOf(held(value, V_BSTR(&value), V_BSTRREF(&value)));
     case VT_DISPATCH:
-        return lateBound(held(value, V_DISPATCH(&value), V_DISPATCHREF(&value)));
+        return objectIn(held(value, V_DISPATCH(&value), V_DISPATCHREF(&value)));
     case VT_UNKNOWN:
-        return lateBound(held(value, V_UNKNOWN(&value), V_UNKNOWNREF(&value)));
+        return objectIn(held(value, V_UNKNOWN(&value), V_UNKNOWNREF(&value)));
     case VT_VARIANT: // only by reference, and to none that is by reference to a variant in turn
         if ((V_VT(&value) & VT_BYREF) == 0 || V_VARIANTREF(&value) == nullptr ||
             V_VT(V_VARIANTREF(&value)) == (VT_VARIANT | VT_BYREF))
             refuse();
-        return read(*V_VARIANTREF(&value), depth);
+        return read(*V_VARIANTREF(&value), objectIn, depth);
     default:
         refuse();
     }
+}
+
+// No datum is an object.
+std::shared_ptr<Object> noObject(IUnknown* /*object*/) {
+    refuse();
 }
 
 double figureIn(const Variant& held) {
@@ -283,26 +289,35 @@ SAFEARRAY* newArray(int lower, std::size_t count) {
     return array;
 }
 
+VARIANT made(const Variant& value, ObjectOut objectOut) {
+    OwnedVariant held;
+    writeVariant(value, held, objectOut);
+    return held.detach();
+}
+
 // Elements are variants: scripts can't index any other array.
 struct ToArray {
     VARIANT* elements;
+    ObjectOut objectOut;
 
     void operator()(const std::vector<double>& items) const {
         std::ranges::transform(items, elements, [](double item) {
-            VARIANT made;
-            V_VT(&made) = VT_R8;
-            V_R8(&made) = item;
-            return made;
+            VARIANT number;
+            V_VT(&number) = VT_R8;
+            V_R8(&number) = item;
+            return number;
         });
     }
     template <typename Item>
     void operator()(const std::vector<Item>& items) const {
-        std::ranges::transform(items, elements, [](const Item& item) { return newVariant(item); });
+        std::ranges::transform(items, elements,
+                               [this](const Item& item) { return made(item, objectOut); });
     }
 };
 
 struct ToVariant {
     VARIANT& into;
+    ObjectOut objectOut;
 
     void operator()(std::monostate /*nothing*/) const {}
     void operator()(std::int16_t value) const { (V_VT(&into) = VT_I2), V_I2(&into) = value; }
@@ -315,7 +330,7 @@ struct ToVariant {
         V_VT(&into) = VT_BSTR;
     }
     void operator()(const Variant::ObjectPtr& value) const {
-        V_DISPATCH(&into) = dispatchOf(value).detach();
+        V_DISPATCH(&into) = objectOut(value).detach();
         V_VT(&into) = VT_DISPATCH;
     }
     void operator()(bool value) const {
@@ -325,24 +340,19 @@ struct ToVariant {
     void operator()(const VariantArray& value) const {
         V_ARRAY(&into) = newArray(value.lower(), value.size());
         V_VT(&into) = VT_ARRAY | VT_VARIANT; // owns it: a failure on the way loses nothing
-        std::visit(ToArray{static_cast<VARIANT*>(V_ARRAY(&into)->pvData)}, value.items());
+        std::visit(ToArray{static_cast<VARIANT*>(V_ARRAY(&into)->pvData), objectOut},
+                   value.items());
     }
 };
 
 } // namespace
 
-VARIANT OwnedVariant::detach() {
-    const VARIANT held = held_;
-    VariantInit(&held_);
-    return held;
-}
-
-Variant fromVariant(const VARIANT& value) {
-    return read(value, 0);
+Variant readVariant(const VARIANT& value, ObjectIn objectIn) {
+    return read(value, objectIn, 0);
 }
 
 double numberIn(const VARIANT& value) {
-    return figureIn(fromVariant(value));
+    return figureIn(readVariant(value, noObject));
 }
 
 std::int16_t yearIn(const VARIANT& value) {
@@ -353,21 +363,21 @@ std::int16_t yearIn(const VARIANT& value) {
 }
 
 Date dateIn(const VARIANT& value) {
-    const Variant held = fromVariant(value);
+    const Variant held = readVariant(value, noObject);
     if (const auto* date = std::get_if<Date>(&held.value()))
         return *date;
     return Date{numberIn(value)};
 }
 
 std::string textIn(const VARIANT& value) {
-    const Variant held = fromVariant(value);
+    const Variant held = readVariant(value, noObject);
     if (held.isEmpty())
         return {};
     return std::get<std::string>(held.value());
 }
 
 Variant seriesIn(const VARIANT& value) {
-    const Variant held = fromVariant(value);
+    const Variant held = readVariant(value, noObject);
     if (!held.isArray())
         refuse();
     const VariantArray& array = held.array();
@@ -381,14 +391,8 @@ Variant seriesIn(const VARIANT& value) {
     return VariantArray(array.lower(), std::move(figures));
 }
 
-void toVariant(const Variant& value, OwnedVariant& into) {
-    std::visit(ToVariant{*into.receive()}, value.value());
-}
-
-VARIANT newVariant(const Variant& value) {
-    OwnedVariant made;
-    toVariant(value, made);
-    return made.detach();
+void writeVariant(const Variant& value, OwnedVariant& into, ObjectOut objectOut) {
+    std::visit(ToVariant{*into.receive(), objectOut}, value.value());
 }
 
 } // namespace vkr::automation

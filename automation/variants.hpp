@@ -25,20 +25,27 @@ class OwnedVariant {
     [[nodiscard]] const VARIANT& get() const { return held_; }
     [[nodiscard]] VARIANT& get() { return held_; }
     // The caller's to clear from now on.
-    [[nodiscard]] VARIANT detach();
+    [[nodiscard]] VARIANT detach() {
+        const VARIANT held = held_;
+        VariantInit(&held_);
+        return held;
+    }
 
   private:
     VARIANT held_;
 };
 
+// What an object within a variant is to the component, and to those outside.
+using ObjectIn = std::shared_ptr<Object> (*)(IUnknown* object);
+using ObjectOut = ComPtr<IDispatch> (*)(const std::shared_ptr<Object>& object);
+
 // What a variant of the component model holds, by reference or not, with arrays of any bounds and
 // of any element type. Empty and null are empty, whole numbers of more than 32 bits are doubles.
 // Throws ComError with DISP_E_TYPEMISMATCH for what has no counterpart: a missing argument, a
 // record, an array of several dimensions, a number of more digits than a double has.
-[[nodiscard]] Variant fromVariant(const VARIANT& value);
+[[nodiscard]] Variant readVariant(const VARIANT& value, ObjectIn objectIn);
 // The other way; arrays are arrays of variants, which scripts can index. Throws std::bad_alloc.
-void toVariant(const Variant& value, OwnedVariant& into);
-[[nodiscard]] VARIANT newVariant(const Variant& value);
+void writeVariant(const Variant& value, OwnedVariant& into, ObjectOut objectOut);
 
 // The variant as what a datum is: a number from a number, a date from a date or a number, a text
 // from a text; empty is "no value". Anything else throws: a text is no figure.
@@ -48,13 +55,5 @@ void toVariant(const Variant& value, OwnedVariant& into);
 [[nodiscard]] std::string textIn(const VARIANT& value);
 // An array of numbers with its own bounds; empty elements are 0.
 [[nodiscard]] Variant seriesIn(const VARIANT& value);
-
-// --- objects within variants; defined in late_bound.cpp ------------------------------------------
-
-// Null for null. An object of the component that has been outside is itself again. Throws
-// DISP_E_TYPEMISMATCH for one that can't be called by name.
-[[nodiscard]] std::shared_ptr<Object> lateBound(IUnknown* object);
-// The other way.
-[[nodiscard]] ComPtr<IDispatch> dispatchOf(const std::shared_ptr<Object>& object);
 
 } // namespace vkr::automation

@@ -4,8 +4,8 @@
 //
 //     vkr-example-script-host <script.vbs> [<argument>]     the argument is `host.Argument`
 #include "automation/com.hpp"
+#include "automation/late_bound.hpp"
 #include "automation/texts.hpp"
-#include "automation/variants.hpp"
 
 #include <activscp.h>
 #include <cstdio>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "automation/com.hpp"
+#include "automation/late_bound.hpp"
 #include "automation/texts.hpp"
 #include "automation/variants.hpp"
 

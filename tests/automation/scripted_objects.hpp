@@ -2,8 +2,8 @@
 #pragma once
 
 #include "automation/com.hpp"
+#include "automation/late_bound.hpp"
 #include "automation/texts.hpp"
-#include "automation/variants.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>

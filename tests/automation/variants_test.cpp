@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "automation/com_error.hpp"
+#include "automation/late_bound.hpp"
 #include "automation/texts.hpp"
 #include "automation/variants.hpp"
 #include "platform/object.hpp"
