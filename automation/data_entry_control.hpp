@@ -45,12 +45,12 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     HRESULT STDMETHODCALLTYPE put_blnDirty(VARIANT_BOOL value) override;
     HRESULT STDMETHODCALLTYPE get_UserMode(::UserModeType* value) override;
     HRESULT STDMETHODCALLTYPE put_UserMode(::UserModeType value) override;
-    HRESULT STDMETHODCALLTYPE get_ShadeColorLocked(LONG* value) override;
-    HRESULT STDMETHODCALLTYPE put_ShadeColorLocked(LONG value) override;
-    HRESULT STDMETHODCALLTYPE get_ShadeColorYear(LONG* value) override;
-    HRESULT STDMETHODCALLTYPE put_ShadeColorYear(LONG value) override;
-    HRESULT STDMETHODCALLTYPE get_ShadeColorQuarter(LONG* value) override;
-    HRESULT STDMETHODCALLTYPE put_ShadeColorQuarter(LONG value) override;
+    HRESULT STDMETHODCALLTYPE get_ShadeColorLocked(OLE_COLOR* value) override;
+    HRESULT STDMETHODCALLTYPE put_ShadeColorLocked(OLE_COLOR value) override;
+    HRESULT STDMETHODCALLTYPE get_ShadeColorYear(OLE_COLOR* value) override;
+    HRESULT STDMETHODCALLTYPE put_ShadeColorYear(OLE_COLOR value) override;
+    HRESULT STDMETHODCALLTYPE get_ShadeColorQuarter(OLE_COLOR* value) override;
+    HRESULT STDMETHODCALLTYPE put_ShadeColorQuarter(OLE_COLOR value) override;
     HRESULT STDMETHODCALLTYPE get_VisibleQuarters(SHORT* value) override;
     HRESULT STDMETHODCALLTYPE put_VisibleQuarters(SHORT value) override;
     HRESULT STDMETHODCALLTYPE get_ShowReportingPeriod(VARIANT_BOOL* value) override;
@@ -74,7 +74,6 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     HRESULT STDMETHODCALLTYPE put_BorderStyle(::BorderStyleConstants value) override;
     HRESULT STDMETHODCALLTYPE get_objCompany(::iVKR_Company** value) override;
     HRESULT STDMETHODCALLTYPE putref_objCompany(::iVKR_Company* value) override;
-    HRESULT STDMETHODCALLTYPE put_objCompany(::iVKR_Company* value) override;
     HRESULT STDMETHODCALLTYPE get_Platform(::PlatformType* value) override;
     HRESULT STDMETHODCALLTYPE put_Platform(::PlatformType value) override;
     HRESULT STDMETHODCALLTYPE SetNext() override;
@@ -226,6 +225,8 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     HRESULT invokeScroll(DISPPARAMS& given);
     void setCompany(IUnknown* company);
     [[nodiscard]] ComPtr<IDispatch> company();
+    HRESULT invokeColor(DISPID memberId, WORD kind, DISPPARAMS& given, VARIANT* result,
+                        EXCEPINFO* error, UINT* wrongArgument);
 
     // --- ControlOwner
     std::shared_ptr<void> stays(Stay how) override;

@@ -4,16 +4,23 @@
 #include "automation/data_entry_control.hpp"
 #include "automation/member_numbers.hpp"
 #include "automation/variants.hpp"
+#include "control/property_table.hpp"
 
 namespace vkr::automation {
 
 namespace {
 
 // What an argument is, by reference or not.
-const VARIANT& meant(const VARIANT& value) {
+VARIANT& meant(VARIANT& value) {
     return V_VT(&value) == (VT_VARIANT | VT_BYREF) && V_VARIANTREF(&value) != nullptr
                ? *V_VARIANTREF(&value)
                : value;
+}
+
+bool isColor(DISPID memberId) {
+    const auto rows = propertyTable().first(interfaceProperties);
+    return memberId >= 1 && static_cast<std::size_t>(memberId) <= rows.size() &&
+           rows[static_cast<std::size_t>(memberId) - 1].type == PropertyType::color;
 }
 
 IUnknown* objectIn(const VARIANT& value) {
@@ -32,7 +39,7 @@ IUnknown* objectIn(const VARIANT& value) {
 // A 16-bit number that is passed by reference, however a script holds it; written back as it came.
 class ShortByReference {
   public:
-    explicit ShortByReference(VARIANT& given) : place_(meantPlace(given)) {
+    explicit ShortByReference(VARIANT& given) : place_(meant(given)) {
         OwnedVariant number;
         check(VariantChangeType(number.receive(), &place_, 0, VT_I2));
         value = V_I2(&number.get());
@@ -46,11 +53,6 @@ class ShortByReference {
     SHORT value = 0;
 
   private:
-    static VARIANT& meantPlace(VARIANT& given) {
-        return V_VT(&given) == (VT_VARIANT | VT_BYREF) && V_VARIANTREF(&given) != nullptr
-                   ? *V_VARIANTREF(&given)
-                   : given;
-    }
     VARIANT& place_;
 };
 
@@ -60,9 +62,28 @@ HRESULT DataEntryControl::invoke(DISPID memberId, WORD kind, DISPPARAMS& given, 
                                  EXCEPINFO* error, UINT* wrongArgument) {
     if (memberId == member::of(EntryProperty::objCompany))
         return invokeCompany(kind, given, result);
+    if (given.cArgs <= 1 && isColor(memberId))
+        return invokeColor(memberId, kind, given, result, error, wrongArgument);
     if (memberId == member::scrollMouse && given.cArgs == 2 && (kind & DISPATCH_METHOD) != 0)
         return invokeScroll(given);
     return DataEntryBase::invoke(memberId, kind, given, result, error, wrongArgument);
+}
+
+// Scripts know no numbers without a sign: a system color is negative there.
+HRESULT DataEntryControl::invokeColor(DISPID memberId, WORD kind, DISPPARAMS& given,
+                                      VARIANT* result, EXCEPINFO* error, UINT* wrongArgument) {
+    OwnedVariant color;
+    DISPPARAMS parameters = given;
+    if (given.cArgs == 1 &&
+        SUCCEEDED(VariantChangeType(color.receive(), &meant(given.rgvarg[0]), 0, VT_I4))) {
+        V_VT(&color.get()) = VT_UI4;
+        parameters.rgvarg = &color.get();
+    }
+    const HRESULT called =
+        DataEntryBase::invoke(memberId, kind, parameters, result, error, wrongArgument);
+    if (SUCCEEDED(called) && result != nullptr && V_VT(result) == VT_UI4)
+        V_VT(result) = VT_I4;
+    return called;
 }
 
 // By its name a record may be any object that answers to the names of the interface: a script's own

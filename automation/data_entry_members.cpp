@@ -52,23 +52,23 @@ HRESULT DataEntryControl::put_UserMode(::UserModeType value) {
     return writing([&] { entry_->put_UserMode(static_cast<vkr::UserModeType>(value)); });
 }
 
-HRESULT DataEntryControl::get_ShadeColorLocked(LONG* value) {
-    return reading(value, [&] { return static_cast<LONG>(entry_->get_ShadeColorLocked()); });
+HRESULT DataEntryControl::get_ShadeColorLocked(OLE_COLOR* value) {
+    return reading(value, [&] { return OLE_COLOR{entry_->get_ShadeColorLocked()}; });
 }
-HRESULT DataEntryControl::put_ShadeColorLocked(LONG value) {
-    return writing([&] { entry_->put_ShadeColorLocked(static_cast<Color>(value)); });
+HRESULT DataEntryControl::put_ShadeColorLocked(OLE_COLOR value) {
+    return writing([&] { entry_->put_ShadeColorLocked(value); });
 }
-HRESULT DataEntryControl::get_ShadeColorYear(LONG* value) {
-    return reading(value, [&] { return static_cast<LONG>(entry_->get_ShadeColorYear()); });
+HRESULT DataEntryControl::get_ShadeColorYear(OLE_COLOR* value) {
+    return reading(value, [&] { return OLE_COLOR{entry_->get_ShadeColorYear()}; });
 }
-HRESULT DataEntryControl::put_ShadeColorYear(LONG value) {
-    return writing([&] { entry_->put_ShadeColorYear(static_cast<Color>(value)); });
+HRESULT DataEntryControl::put_ShadeColorYear(OLE_COLOR value) {
+    return writing([&] { entry_->put_ShadeColorYear(value); });
 }
-HRESULT DataEntryControl::get_ShadeColorQuarter(LONG* value) {
-    return reading(value, [&] { return static_cast<LONG>(entry_->get_ShadeColorQuarter()); });
+HRESULT DataEntryControl::get_ShadeColorQuarter(OLE_COLOR* value) {
+    return reading(value, [&] { return OLE_COLOR{entry_->get_ShadeColorQuarter()}; });
 }
-HRESULT DataEntryControl::put_ShadeColorQuarter(LONG value) {
-    return writing([&] { entry_->put_ShadeColorQuarter(static_cast<Color>(value)); });
+HRESULT DataEntryControl::put_ShadeColorQuarter(OLE_COLOR value) {
+    return writing([&] { entry_->put_ShadeColorQuarter(value); });
 }
 
 HRESULT DataEntryControl::get_VisibleQuarters(SHORT* value) {
@@ -201,9 +201,6 @@ HRESULT DataEntryControl::get_objCompany(::iVKR_Company** value) {
 }
 HRESULT DataEntryControl::putref_objCompany(::iVKR_Company* value) {
     return writing([&] { setCompany(value); });
-}
-HRESULT DataEntryControl::put_objCompany(::iVKR_Company* value) {
-    return putref_objCompany(value);
 }
 
 // --- methods -------------------------------------------------------------------------------------

@@ -57,9 +57,12 @@ void addCounts(ITypeInfo* info, ArgumentCounts& counts) {
     for (UINT i = 0; i < functions; ++i) {
         FUNCDESC* one = nullptr;
         check(info->GetFuncDesc(i, &one));
-        UINT count = 0;
-        for (SHORT j = 0; j < one->cParams; ++j)
-            count += (one->lprgelemdescParam[j].paramdesc.wParamFlags & PARAMFLAG_FRETVAL) == 0;
+        ArgumentCount count;
+        for (SHORT j = 0; j < one->cParams; ++j) {
+            const USHORT flags = one->lprgelemdescParam[j].paramdesc.wParamFlags;
+            count.most += (flags & PARAMFLAG_FRETVAL) == 0;
+            count.least += (flags & (PARAMFLAG_FRETVAL | PARAMFLAG_FOPT)) == 0;
+        }
         counts.try_emplace({one->memid, static_cast<WORD>(one->invkind)}, count);
         info->ReleaseFuncDesc(one);
     }
@@ -103,7 +106,7 @@ bool fits(const ArgumentCounts& counts, DISPID member, WORD kind, UINT given) {
         if ((kind & one) != 0)
             if (const auto found = counts.find({member, static_cast<WORD>(one)});
                 found != counts.end()) {
-                if (found->second == given)
+                if (given >= found->second.least && given <= found->second.most)
                     return true;
                 known = true;
             }

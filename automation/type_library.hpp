@@ -22,8 +22,13 @@ void releaseTypeLibraries();
 // The path under which a type library is found: that of this library, and the resource's number.
 [[nodiscard]] std::wstring pathOf(Library library);
 
-// How many arguments the members of an interface take, by number and kind of call.
-using ArgumentCounts = std::map<std::pair<DISPID, WORD>, UINT>;
+// How many arguments a member takes; those at the end may be optional.
+struct ArgumentCount {
+    UINT least = 0;
+    UINT most = 0;
+};
+// By number and kind of call.
+using ArgumentCounts = std::map<std::pair<DISPID, WORD>, ArgumentCount>;
 [[nodiscard]] const ArgumentCounts& argumentCounts(Library library, REFGUID id);
 // Whether a call has as many as its member takes; a member that there is not is no matter here.
 [[nodiscard]] bool fits(const ArgumentCounts& counts, DISPID member, WORD kind, UINT given);

@@ -35,12 +35,12 @@ class BareDispatch final : public ComObject<::_VKRDataEntry> {
     HRESULT STDMETHODCALLTYPE put_blnDirty(VARIANT_BOOL) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE get_UserMode(::UserModeType*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE put_UserMode(::UserModeType) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_ShadeColorLocked(LONG*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_ShadeColorLocked(LONG) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_ShadeColorYear(LONG*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_ShadeColorYear(LONG) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_ShadeColorQuarter(LONG*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_ShadeColorQuarter(LONG) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE get_ShadeColorLocked(OLE_COLOR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE put_ShadeColorLocked(OLE_COLOR) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE get_ShadeColorYear(OLE_COLOR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE put_ShadeColorYear(OLE_COLOR) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE get_ShadeColorQuarter(OLE_COLOR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE put_ShadeColorQuarter(OLE_COLOR) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE put_VisibleQuarters(SHORT) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE get_ShowReportingPeriod(VARIANT_BOOL*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE put_ShowReportingPeriod(VARIANT_BOOL) override { return E_NOTIMPL; }
@@ -65,7 +65,6 @@ class BareDispatch final : public ComObject<::_VKRDataEntry> {
     HRESULT STDMETHODCALLTYPE put_BorderStyle(::BorderStyleConstants) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE get_objCompany(::iVKR_Company**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE putref_objCompany(::iVKR_Company*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_objCompany(::iVKR_Company*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE get_Platform(::PlatformType*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE put_Platform(::PlatformType) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE SetNext() override { return E_NOTIMPL; }

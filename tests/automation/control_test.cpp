@@ -117,6 +117,43 @@ TEST_F(Control, GivesTheSameEarlyAndLateBound) {
     EXPECT_EQ(getByName(dispatch(), "CurrentTab").toLong(), 1);
 }
 
+// A system colour has the sign that scripts give it.
+TEST_F(Control, ColorsAreNumbersThatScriptsCanHold) {
+    constexpr auto buttonFace = static_cast<std::int32_t>(0x8000000F);
+    EXPECT_EQ(putByName(dispatch(), "ShadeColorYear", buttonFace).result, S_OK);
+    EXPECT_EQ(getByName(dispatch(), "ShadeColorYear"), Variant(buttonFace));
+    OLE_COLOR color = 0;
+    EXPECT_EQ(control->get_ShadeColorYear(&color), S_OK);
+    EXPECT_EQ(color, 0x8000000FU);
+    EXPECT_EQ(control->put_ShadeColorYear(0x102030), S_OK);
+    EXPECT_EQ(getByName(dispatch(), "ShadeColorYear"), Variant(std::int32_t{0x102030}));
+    VARIANT unsignedOne;
+    V_VT(&unsignedOne) = VT_UI4;
+    V_UI4(&unsignedOne) = 0x8000000F;
+    const DISPID id = idOf(dispatch(), "ShadeColorYear");
+    EXPECT_EQ(invoke(dispatch(), id, DISPATCH_PROPERTYPUT, {unsignedOne}).result, S_OK);
+    EXPECT_EQ(getByName(dispatch(), "ShadeColorYear"), Variant(buttonFace));
+    EXPECT_EQ(putByName(dispatch(), "ShadeColorYear", "green").result, DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(getByName(dispatch(), "ShadeColorYear"), Variant(buttonFace));
+}
+
+// What writes "x = y" for a record means the same as "Set x = y".
+TEST_F(Control, TakesARecordByEitherWayOfWriting) {
+    const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
+    VARIANT given;
+    V_VT(&given) = VT_DISPATCH;
+    V_DISPATCH(&given) = company.get();
+    const DISPID id = idOf(dispatch(), "objCompany");
+    for (const WORD kind : {WORD{DISPATCH_PROPERTYPUT}, WORD{DISPATCH_PROPERTYPUTREF}}) {
+        EXPECT_EQ(control->putref_objCompany(nullptr), S_OK);
+        EXPECT_EQ(invoke(dispatch(), id, kind, {given}).result, S_OK);
+        ComPtr<::iVKR_Company> back;
+        EXPECT_EQ(control->get_objCompany(back.receive()), S_OK);
+        EXPECT_EQ(back.get(), company.get());
+        EXPECT_EQ(invoke(dispatch(), id, kind, {given, given}).result, DISP_E_BADPARAMCOUNT);
+    }
+}
+
 TEST_F(Control, RefusesWhatAPropertyCanNotBe) {
     EXPECT_EQ(putByName(dispatch(), "VisibleQuarters", "many").result, DISP_E_TYPEMISMATCH);
     const Called border = putByName(dispatch(), "BorderStyle", 7);

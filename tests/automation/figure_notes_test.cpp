@@ -140,6 +140,13 @@ TEST_F(FigureNotes, AFigureIsBroughtOnShow) {
     VARIANT_BOOL shown = VARIANT_FALSE;
     EXPECT_EQ(control->ShowFigure(Bstr("TotalDebt").get(), missing, &shown), S_OK);
     EXPECT_EQ(shown, VARIANT_TRUE);
+    // A datum that has no elements needs none, nor does it by name.
+    EXPECT_EQ(callByName(dispatch(), "ShowFigure", {"CurrentPrice"}).value, Variant(true));
+    EXPECT_EQ(callByName(dispatch(), "ShowFigure", {"YEPSSeries"}).told,
+              "YEPSSeries has the elements 0 to 10.");
+    EXPECT_EQ(callByName(dispatch(), "ShowFigure", {}).result, DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(callByName(dispatch(), "ShowFigure", {"YEPSSeries", 1, 2}).result,
+              DISP_E_BADPARAMCOUNT);
     takeAway();
 }
 

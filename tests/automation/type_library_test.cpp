@@ -112,8 +112,6 @@ VARTYPE typeOf(const PropertyRow& row) {
         return VT_BOOL;
     case PropertyType::shortInteger:
         return VT_I2;
-    case PropertyType::color:
-        return VT_I4;
     case PropertyType::text:
         return VT_BSTR;
     case PropertyType::list:
@@ -151,7 +149,7 @@ TEST(TypeLibrary, ControlHasThePropertiesOfTheTable) {
             next(row, INVOKE_PROPERTYGET);
         if (row.type == PropertyType::company)
             next(row, INVOKE_PROPERTYPUTREF);
-        if (row.access == PropertyAccess::readWrite || row.access == PropertyAccess::write)
+        else if (row.access == PropertyAccess::readWrite || row.access == PropertyAccess::write)
             next(row, INVOKE_PROPERTYPUT);
     }
     for (const char* const method : {"SetNext", "SetPrevious", "Clear", "ScrollMouse"}) {
@@ -165,6 +163,31 @@ TEST(TypeLibrary, ControlHasThePropertiesOfTheTable) {
     EXPECT_EQ(
         idOf(LoadedLibrary::get().create<IDispatch>(__uuidof(::VKRDataEntry)).get(), "DecimalMark"),
         member::decimalMark);
+}
+
+// Tools show a choice of colours for the type of the model's own library.
+TEST(TypeLibrary, ColorsHaveTheTypeOfTheModel) {
+    const auto info = slotsOf(infoOf(libraryAt(1).get(), __uuidof(::_VKRDataEntry)));
+    int colors = 0;
+    forEachFunction(info.get(), [&](const FUNCDESC& one) {
+        if (!nameOf(info.get(), one.memid).starts_with("ShadeColor"))
+            return;
+        const TYPEDESC* type = &one.lprgelemdescParam[0].tdesc;
+        if (type->vt == VT_PTR)
+            type = type->lptdesc;
+        ASSERT_EQ(type->vt, VT_USERDEFINED);
+        ComPtr<ITypeInfo> color;
+        ASSERT_EQ(info->GetRefTypeInfo(type->hreftype, color.receive()), S_OK);
+        EXPECT_EQ(nameOf(color.get()), "OLE_COLOR");
+        ComPtr<ITypeLib> model;
+        UINT place = 0;
+        ASSERT_EQ(color->GetContainingTypeLib(model.receive(), &place), S_OK);
+        Bstr name;
+        EXPECT_EQ(model->GetDocumentation(-1, name.receive(), nullptr, nullptr, nullptr), S_OK);
+        EXPECT_EQ(textOf(name.get()), "stdole");
+        ++colors;
+    });
+    EXPECT_EQ(colors, 6); // three, read and written
 }
 
 TEST(TypeLibrary, EventsHaveTheirNumbersNamesAndTypes) {

@@ -99,7 +99,7 @@ std::string automationType(const vkr::PropertyRow& row) {
     case PropertyType::enumeration:
         return enumerationOf.at(row.name);
     case PropertyType::color:
-        return "long";
+        return "OLE_COLOR";
     case PropertyType::text:
         return "BSTR";
     case PropertyType::list:
@@ -252,8 +252,6 @@ std::vector<Member> entryMembers() {
         const bool object = row.type == vkr::PropertyType::company;
         members.push_back({number, object ? "propputref" : "propput", name,
                            "[in] " + type + " value", help, bindable});
-        if (object) // what writes "x = y" for an object means the same
-            members.push_back({number, "propput", name, "[in] " + type + " value", help, bindable});
     }
     const std::vector<Member> methods = {
         {++number, "", "SetNext", "", "selects the next tab, after the last one the first"},
@@ -285,7 +283,7 @@ std::vector<Member> entryMembers() {
         {110, "", "RecordChanged", "",
          "shows the record anew, which somebody else has changed; nothing is written"},
         {111, "", "ShowFigure",
-         "[in] BSTR datum, [in] VARIANT element, [out, retval] VARIANT_BOOL* shown",
+         "[in] BSTR datum, [in, optional] VARIANT element, [out, retval] VARIANT_BOOL* shown",
          "brings the field of a figure on show and the focus there; false where the form shows "
          "none"},
     };
@@ -418,7 +416,7 @@ std::string entryLibrary(const Sources& read) {
     std::ostringstream out;
     out << head
         << "import \"oaidl.idl\";\nimport \"ocidl.idl\";\nimport \"vkr_enum.idl\";\n"
-           "import \"vkr_company.idl\";\n";
+           "import \"vkr_company.idl\";\ntypedef [public] DWORD OLE_COLOR;\n"; // of stdole
     beginLibrary(out, "VKR_DataEntry", ids::entryLibrary, "VKR data entry",
                  {"vkr_enum.tlb", "vkr_company.tlb"});
     for (const std::string_view name : {"TABObject", "DataEntryObject"})
