@@ -20,8 +20,13 @@ class ControlOwner {
     virtual void propertyChanged(std::string_view name) = 0;
     // Tab at the end of the tab order; false: the focus wraps.
     virtual bool tabbedOut(FocusDirection direction) = 0;
-    // The pointer was pressed in the form's window.
+    // The pointer was pressed in the form's window, or the keys have come there and are still
+    // there.
     virtual void pressed() = 0;
+    // Whether it has no use for the keys yet.
+    [[nodiscard]] virtual bool lacksKeys() const = 0;
+    // The form's window has another resolution.
+    virtual void scaleChanged() = 0;
 
   protected:
     ~ControlOwner() = default;

@@ -86,6 +86,20 @@ void DataEntryControl::propertyChanged(std::string_view name) {
     events_.propertyChanged(name);
 }
 
+// The container may let go of the control within both, which is at work below.
+void DataEntryControl::pressed() {
+    const Busy stay(*this, Stay::quiet);
+    static_cast<void>(entered(IID_IOleInPlaceObject, [this] {
+        if (lacksKeys())
+            static_cast<void>(activateUserInterface());
+    }));
+}
+
+void DataEntryControl::scaleChanged() {
+    const Busy stay(*this, Stay::quiet);
+    static_cast<void>(entered(IID_IOleInPlaceObject, [] {})); // tells the size
+}
+
 // --- classes -------------------------------------------------------------------------------------
 
 HRESULT DataEntryControl::GetClassInfo(ITypeInfo** info) {

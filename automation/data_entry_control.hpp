@@ -32,7 +32,8 @@ using DataEntryBase =
 //
 // What may be true together: its user interface is active only while it is active in place, and it
 // is that only while it has the site, the frame and the document of its place; they go after it,
-// when the site is told. The record inside and the one outside are the same, or there is none. What
+// when the site is told. Where its window went with that of the container, it is active until the
+// next call finds out. The record inside and the one outside are the same, or there is none. What
 // is changed before it is initialized counts as unsaved too, until it is initialized.
 class DataEntryControl final : public DataEntryBase, private ControlOwner {
   public:
@@ -195,6 +196,7 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     HRESULT entered(REFIID id, Call&& call) noexcept {
         return guarded(this, id, [&] {
             const Styled styled;
+            followWindow();
             if constexpr (std::is_void_v<decltype(call())>) {
                 call();
                 followSize();
@@ -223,16 +225,18 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     void putList(void (VKRDataEntry::*put)(const Variant&), const VARIANT& value);
     HRESULT invokeCompany(WORD kind, DISPPARAMS& given, VARIANT* result);
     HRESULT invokeScroll(DISPPARAMS& given);
-    void setCompany(IUnknown* company);
-    [[nodiscard]] ComPtr<IDispatch> company();
     HRESULT invokeColor(DISPID memberId, WORD kind, DISPPARAMS& given, VARIANT* result,
                         EXCEPINFO* error, UINT* wrongArgument);
+    void setCompany(IUnknown* company);
+    [[nodiscard]] ComPtr<IDispatch> company();
 
     // --- ControlOwner
     std::shared_ptr<void> stays(Stay how) override;
     void propertyChanged(std::string_view name) override;
     bool tabbedOut(FocusDirection direction) override;
     void pressed() override;
+    bool lacksKeys() const override { return active_ && !userInterfaceActive_; }
+    void scaleChanged() override;
 
     void followSize();
     void followAmbient(DISPID id);
@@ -245,8 +249,9 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     void checkInvariants() const;
     HRESULT activate(bool withUserInterface);
     HRESULT activateInPlace();
-    void activateUserInterface();
+    HRESULT activateUserInterface();
     void deactivate();
+    void followWindow();
     void deactivateUserInterface();
     [[nodiscard]] SIZE pixels() const;
     void drawForm(HDC context, const RECT& bounds);
@@ -276,7 +281,8 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     HACCEL accelerators_ = nullptr;
     Twips toldWidth_ = 0; // of the form, when its size was last looked at
     Twips toldHeight_ = 0;
-    SIZE toldSize_{}; // in pixels, as the container last heard
+    double toldScale_ = 0; // of the monitor, then
+    SIZE toldSize_{};      // in pixels, as the container last heard
 
     ComPtr<IOleInPlaceSite> inPlace_;
     ComPtr<IOleInPlaceFrame> frame_;

@@ -30,13 +30,15 @@ SIZE DataEntryControl::pixels() const {
     return {std::lround(form.width() * perTwipX), std::lround(form.height() * perTwipY)};
 }
 
-// The component has taken another size: the container gives it the room.
+// The component has taken another size, or its monitor has: the container gives it the room.
 void DataEntryControl::followSize() {
     const Form& form = entry_->form();
-    if (form.width() == toldWidth_ && form.height() == toldHeight_)
+    const double scale = face_.dotsPerInch();
+    if (form.width() == toldWidth_ && form.height() == toldHeight_ && scale == toldScale_)
         return;
     toldWidth_ = form.width();
     toldHeight_ = form.height();
+    toldScale_ = scale;
     const SIZE now = pixels();
     if (now.cx == toldSize_.cx && now.cy == toldSize_.cy)
         return;
@@ -60,16 +62,18 @@ HRESULT DataEntryControl::activate(bool withUserInterface) {
     if (!active_)
         if (const HRESULT refused = activateInPlace(); FAILED(refused))
             return refused;
-    if (withUserInterface && active_)
-        activateUserInterface();
-    return S_OK;
+    if (!active_)
+        return E_FAIL;
+    return withUserInterface ? activateUserInterface() : S_OK;
 }
 
 // Whoever is asked on the way may take the control out of its place, or activate it.
 HRESULT DataEntryControl::activateInPlace() {
     auto place = site_.as<IOleInPlaceSite>();
-    if (!place || place->CanInPlaceActivate() != S_OK)
+    if (!place)
         return E_FAIL;
+    if (const HRESULT may = place->CanInPlaceActivate(); may != S_OK)
+        return FAILED(may) ? may : E_FAIL;
     if (active_)
         return S_OK;
     if (const HRESULT refused = place->OnInPlaceActivate(); FAILED(refused))
@@ -108,15 +112,18 @@ HRESULT DataEntryControl::activateInPlace() {
 }
 
 // They may do that here, too.
-void DataEntryControl::activateUserInterface() {
+HRESULT DataEntryControl::activateUserInterface() {
     if (userInterfaceActive_) {
         face_.focus();
-        return;
+        return S_OK;
     }
     const auto place = inPlace_;
-    if (FAILED(place->OnUIActivate()) || !active_ || userInterfaceActive_)
-        return;
+    if (const HRESULT refused = place->OnUIActivate(); FAILED(refused))
+        return refused;
+    if (!active_ || userInterfaceActive_)
+        return active_ ? S_OK : E_FAIL;
     userInterfaceActive_ = true;
+    face_.forgetKeys();
     face_.focus();
     const auto tell = [this](const auto& held) {
         if (const auto window = held; window && userInterfaceActive_) {
@@ -128,9 +135,11 @@ void DataEntryControl::activateUserInterface() {
     tell(document_);
     if (const auto site = site_.as<IOleControlSite>(); site && userInterfaceActive_)
         site->OnFocus(TRUE);
+    return userInterfaceActive_ ? S_OK : E_FAIL;
 }
 
 void DataEntryControl::deactivateUserInterface() {
+    face_.forgetKeys();
     if (!std::exchange(userInterfaceActive_, false))
         return;
     if (const auto frame = frame_)
@@ -155,13 +164,21 @@ void DataEntryControl::deactivate() {
     deactivateUserInterface();
     if (!std::exchange(active_, false))
         return;
-    if (entry_ != nullptr)
-        entry_->leaveField(); // what is still being typed
+    if (face_.isLost())
+        face_.close();
+    entry_->leaveField(); // what is still being typed
     face_.close();
     frame_.reset();
     document_.reset();
     if (const auto place = std::exchange(inPlace_, {}))
         place->OnInPlaceDeactivate();
+}
+
+// A container may destroy its window with ours in it, and tell nothing: its site hears of it with
+// the next call, not while its windows are going.
+void DataEntryControl::followWindow() {
+    if (face_.isLost())
+        deactivate();
 }
 
 HRESULT DataEntryControl::InPlaceDeactivate() {
@@ -223,11 +240,6 @@ HRESULT DataEntryControl::TranslateAccelerator(LPMSG message) {
         translated_ = outer;
         return used ? S_OK : S_FALSE;
     });
-}
-
-void DataEntryControl::pressed() {
-    if (active_ && !userInterfaceActive_)
-        activateUserInterface();
 }
 
 // Tab at the last field is the container's.

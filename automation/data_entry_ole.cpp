@@ -65,13 +65,12 @@ HRESULT DataEntryControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /
         switch (verb) {
         case OLEIVERB_PRIMARY:
         case OLEIVERB_UIACTIVATE:
+            face_.show(true);
             return activate(true);
         case OLEIVERB_SHOW:
-        case OLEIVERB_INPLACEACTIVATE: {
-            const HRESULT activated = activate(false);
+        case OLEIVERB_INPLACEACTIVATE:
             face_.show(true);
-            return activated;
-        }
+            return activate(false);
         case OLEIVERB_HIDE:
             deactivateUserInterface();
             face_.show(false);
@@ -234,7 +233,7 @@ HRESULT DataEntryControl::OnMnemonic(MSG* message) {
         if (!entry_->form().hasMnemonic(letter))
             return S_FALSE;
         if (active_ && !userInterfaceActive_)
-            activateUserInterface(); // what the letter leads to gets the keys
+            static_cast<void>(activateUserInterface()); // what it leads to gets the keys
         return entry_->form().mnemonic(letter) ? S_OK : S_FALSE;
     });
 }

@@ -16,9 +16,16 @@ namespace {
 
 constexpr UINT_PTR subclassId = 1;
 
-UINT waitingMessage() {
-    static const UINT message = RegisterWindowMessageW(L"VKRDataEntryWaiting");
+// What a window is told by a message to itself: nobody outside is called within another one.
+enum class Later : WPARAM { releaseWaiting, keys, scale };
+
+UINT laterMessage() {
+    static const UINT message = RegisterWindowMessageW(L"VKRDataEntryLater");
     return message;
+}
+
+void tellLater(HWND window, Later what) {
+    PostMessageW(window, laterMessage(), static_cast<WPARAM>(what), 0);
 }
 
 // The visual styles that this library asks for, also in a program that does not.
@@ -72,20 +79,48 @@ class FormFace::Impl {
 
   private:
     static LRESULT CALLBACK hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+        form->keysCame = [this] {
+            if (control_.lacksKeys() && !std::exchange(keysCame, true))
+                tellLater(form->window(), Later::keys);
+        };
+        form->scaleFollowed = [this] { tellLater(form->window(), Later::scale); };
                                  UINT_PTR /*id*/, DWORD_PTR self) {
-        if (message == waitingMessage()) {
-            releaseWaiting(); // perhaps this one
+        auto& face = *reinterpret_cast<Impl*>(self);
+        if (message == laterMessage()) {
+            face.hearLater(static_cast<Later>(wParam));
+        keysCame = false;
             return 0;
         }
         const Styled styled;
         if (message == WM_MOUSEACTIVATE)
-            reinterpret_cast<Impl*>(self)->control_.pressed();
+            face.control_.pressed();
         return DefSubclassProc(window, message, wParam, lParam);
     }
+    [[nodiscard]] bool hasKeys() const {
+        const HWND focused = GetFocus();
+        return focused == form->window() || IsChild(form->window(), focused) != FALSE;
+    }
+
 
     ControlOwner& control_;
+    bool keysCame = false; // which the control is told of later
 };
 
+    // The control may be gone at the end of each.
+    void hearLater(Later what) {
+        switch (what) {
+        case Later::releaseWaiting:
+            releaseWaiting();
+            return;
+        case Later::keys:
+            if (std::exchange(keysCame, false) && hasKeys())
+                control_.pressed();
+            return;
+        case Later::scale:
+            control_.scaleChanged();
+            return;
+        }
+    }
 FormFace::FormFace(ControlOwner& control) : impl_(std::make_unique<Impl>(control)) {}
 FormFace::~FormFace() = default;
 
@@ -113,12 +148,21 @@ void FormFace::show(bool visible) {
         impl_->form->show(visible);
 }
 void FormFace::focus() {
+bool FormFace::isLost() const {
+    return impl_->form != nullptr && !isOpen();
+}
     if (isOpen())
         impl_->form->focus();
 }
+double FormFace::dotsPerInch() const {
+    return isOpen() ? impl_->form->scale().dotsPerInch() : 0;
+}
 void FormFace::lookForWaiting(HWND window) {
     if (window != nullptr)
-        PostMessageW(window, waitingMessage(), 0, 0);
+        tellLater(window, Later::releaseWaiting);
+}
+void FormFace::forgetKeys() {
+    impl_->keysCame = false;
 }
 bool FormFace::translate(const MSG& message) {
     return isOpen() && impl_->form->translate(message);

@@ -39,12 +39,16 @@ class FormFace {
     void open(HWND parent, const RECT& place, Form& form);
     void close();
     [[nodiscard]] bool isOpen() const { return window() != nullptr; }
-    [[nodiscard]] HWND window() const; // null while closed
+    [[nodiscard]] bool isLost() const; // its window went with that of the container
+    [[nodiscard]] HWND window() const; // null while closed, or lost
     // In pixels of its monitor, while it is open.
     [[nodiscard]] SIZE sizeOf(const Form& form) const;
+    [[nodiscard]] double dotsPerInch() const; // 0 while it is not open
     void move(const RECT& place);
     void show(bool visible);
     void focus();
+    // The control knows whether it has the keys: nothing is told of those that came before.
+    void forgetKeys();
     // A key message: true where the form has used it.
     bool translate(const MSG& message);
     // As large as the window is, at the context's origin.

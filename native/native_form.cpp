@@ -187,6 +187,8 @@ void NativeForm::followDotsPerInch() {
         return;
     scale_ = PixelScale(now);
     showScale();
+    if (scaleFollowed)
+        scaleFollowed();
 }
 
 // Fonts first: sizes of the windows may depend on them.

@@ -72,6 +72,9 @@ class NativeForm final : public ViewHost, private FormObserver {
     // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0);
     // false: not used.
     std::function<bool(int steps)> wheelTurned;
+    // Both come from within a message: what they lead to outside is done when that is through.
+    std::function<void()> keysCame;      // to one of its windows, also by the form itself
+    std::function<void()> scaleFollowed; // that of its monitor: it has another size now
 
     // --- for the services ----------------------------------------------------------------------
     // A dialog or a menu is about to take the pointer: the release of a press that is under way

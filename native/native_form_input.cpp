@@ -109,6 +109,8 @@ void NativeForm::followFocus() {
 }
 
 void NativeForm::focusCame(ControlWindow* view) {
+    if (keysCame)
+        keysCame();
     if (following_ > 0)
         return;
     const std::weak_ptr<const bool> life = life_;

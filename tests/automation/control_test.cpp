@@ -504,6 +504,8 @@ TEST_F(Control, IsNotActivatedAgainstTheContainersWill) {
     site->canActivate = S_FALSE;
     EXPECT_EQ(doVerb(OLEIVERB_SHOW), E_FAIL);
     EXPECT_EQ(site->log, (Log{"CanInPlaceActivate"}));
+    site->canActivate = E_ACCESSDENIED;
+    EXPECT_EQ(doVerb(OLEIVERB_UIACTIVATE), E_ACCESSDENIED);
     site->canActivate = S_OK;
     site->place = {};
     EXPECT_EQ(doVerb(OLEIVERB_SHOW), S_OK);

@@ -14,13 +14,23 @@
 
 namespace vkr::automation {
 
-// VKRDataEntry.ocx beside the tests, loaded as the component model would load it.
+// VKRDataEntry.ocx, loaded as the component model would load it.
 class LoadedLibrary {
   public:
+    // The one beside the tests. It stays to the end.
     static LoadedLibrary& get() {
-        static LoadedLibrary one;
+        static const WithModel model;
+        static LoadedLibrary one(beside());
         return one;
     }
+    explicit LoadedLibrary(const std::wstring& path) : module_(LoadLibraryW(path.c_str())) {
+        if (module_ == nullptr)
+            std::abort();
+    }
+    LoadedLibrary(const LoadedLibrary&) = delete;
+    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
+
+    [[nodiscard]] HMODULE module() const { return module_; }
     [[nodiscard]] std::wstring path() const {
         std::wstring path(1000, L'\0');
         path.resize(GetModuleFileNameW(module_, path.data(), 1000));
@@ -50,17 +60,17 @@ class LoadedLibrary {
     }
 
   private:
-    LoadedLibrary() {
-        OleInitialize(nullptr);
-        std::wstring beside(1000, L'\0');
-        beside.resize(GetModuleFileNameW(nullptr, beside.data(), 1000));
-        beside.resize(beside.rfind(L'\\'));
-        module_ = LoadLibraryW((beside + L"\\VKRDataEntry.ocx").c_str());
-        if (module_ == nullptr)
-            std::abort();
-    }
     // Under Wine a program that ends without it may wait for its own calls to other processes.
-    ~LoadedLibrary() { OleUninitialize(); }
+    struct WithModel {
+        WithModel() { OleInitialize(nullptr); }
+        ~WithModel() { OleUninitialize(); }
+    };
+    static std::wstring beside() {
+        std::wstring path(1000, L'\0');
+        path.resize(GetModuleFileNameW(nullptr, path.data(), 1000));
+        path.resize(path.rfind(L'\\'));
+        return path + L"\\VKRDataEntry.ocx";
+    }
     HMODULE module_;
 };
 

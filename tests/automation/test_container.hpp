@@ -25,12 +25,13 @@ struct Asked {
     Log log;
     std::function<void(const std::string&)> asked;
     std::set<std::string> failing;
+    HRESULT refusal = E_FAIL; // how
 
     HRESULT told(const std::string& what) {
         log.push_back(what);
         if (const auto act = asked) // which may replace it
             act(what);
-        return failing.contains(what) ? E_FAIL : S_OK;
+        return failing.contains(what) ? refusal : S_OK;
     }
 };
 
@@ -75,10 +76,13 @@ class TestSite final
       public Asked {
   public:
     TestSite() {
+        makeWindow();
+        frame = makeCom<TestFrame>(*this, window);
+    }
+    void makeWindow() {
         window =
             CreateWindowExW(0, L"STATIC", L"container", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0,
                             0, 900, 700, nullptr, nullptr, nullptr, nullptr);
-        frame = makeCom<TestFrame>(*this, window);
     }
     ~TestSite() override { DestroyWindow(window); }
 
