@@ -37,9 +37,11 @@ std::optional<BlockPlacing::Period> BlockPlacing::periodIn(std::string_view text
     }
     if (const auto year = yearIn(text))
         return grid_.quarterly ? std::nullopt : std::optional(Period{.year = year, .date = {}});
-    if (isNoFigure(text)) // "4.5" is no fourth of May
-        if (const auto date = dateIn(text))
+    if (isNoFigure(text)) { // "4.5" is no fourth of May
+        const auto month = monthIn(text, civil(grid_.today).year + 1);
+        if (const auto date = dateIn(month ? *month : text))
             return Period{.year = {}, .date = date};
+    }
     return std::nullopt;
 }
 
@@ -119,6 +121,8 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
     from += corner && *corner == cells[from] && !periodIn(cells[from]) ? 1U : 0U;
     while (cells.size() > from && isBlank(cells.back()))
         cells.pop_back();
+    if (across && !standsAbove(cells))
+        return std::nullopt;
 
     const bool plain = corner && isCornerOfPeriods(*corner);
     Heading heading{
@@ -127,7 +131,7 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
     std::vector<Period> periods;
     for (std::size_t at = from; at < cells.size(); ++at) {
         const auto period = periodIn(cells[at]);
-        if (!period && !(plain && isText(cells[at])))
+        if (!period && !(plain && (isText(cells[at]) || isBlank(cells[at]))))
             return std::nullopt;
         heading.rows.push_back(period ? rowOf(*period) : std::nullopt);
         if (period)
@@ -163,8 +167,8 @@ bool BlockPlacing::namesPeriods() const {
         const auto corner = cornerOf(run);
         const Line cells = line(run, run == Run::across ? firstRow_ : firstColumn_);
         return corner && isCornerOfPeriods(*corner) &&
-               std::ranges::any_of(cells,
-                                   [](const auto& cell) { return yearIn(cell).has_value(); });
+               std::ranges::any_of(
+                   cells, [this](const auto& cell) { return yearIn(cell) || isOfPeriods(cell); });
     });
 }
 

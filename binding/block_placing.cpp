@@ -15,8 +15,9 @@ BlockPlacing::BlockPlacing(CellTexts cells, BlockGrid grid, std::optional<char> 
     : cells_(std::move(cells)), grid_(std::move(grid)) {
     for (auto& row : cells_)
         for (std::string& cell : row)
-            cell = trimmed(cell);
+            cell = trimmed(cleanedText(cell, FieldLines::one));
     joinSigns();
+    straighten();
     marks_ = decimal ? BlockMarks{.decimal = *decimal} : marksOf(cells_, grid_.decimal);
     for (const auto& row : cells_)
         for (const std::string& cell : row)
@@ -75,7 +76,7 @@ bool BlockPlacing::isTitle(const Line& line, std::size_t from) const {
     for (auto cell = line.begin() + static_cast<std::ptrdiff_t>(from); cell != line.end(); ++cell) {
         if (isBlank(*cell))
             continue;
-        if (!isText(*cell) || periodIn(*cell))
+        if (!isText(*cell) || isScaledFigure(*cell) || periodIn(*cell))
             return false;
         found = true;
     }
@@ -129,12 +130,26 @@ BlockPlacing::TitleUnits BlockPlacing::unitsInTitles() const {
             .sharesUnclear = shares.size() > 1 || (shares.empty() && exceptShares)};
 }
 
+// "9 Months Ended" is no quarter, though it names the day on which one ended.
+std::optional<int> BlockPlacing::monthsInTitles() const {
+    constexpr int quarter = 3;
+    constexpr int year = 12;
+    for (std::size_t row = 0; row < height(); ++row)
+        for (std::size_t column = 0; column < width(); ++column)
+            if (isInTitles(row, column))
+                if (const auto months =
+                        otherMonthsIn(cells_[row][column], grid_.quarterly ? quarter : year))
+                    return months;
+    return std::nullopt;
+}
+
 void BlockPlacing::suggest() {
     for (const Run run : {Run::across, Run::down})
         if (auto found = headingIn(run); found && (!heading_ || !heading_->isSure))
             heading_ = std::move(found);
     namesPeriods_ = !heading_ && namesPeriods();
     units_ = unitsInTitles();
+    otherMonths_ = monthsInTitles();
     switches_.decimal = marks_.decimal;
     if (heading_ && heading_->isSure) {
         switches_.byPeriods = true;
@@ -229,12 +244,17 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
         const std::size_t step = period - firstPeriod;
         cell.row = placeIn(grid_.row, switches_.reversed ? periods - 1 - step : step);
     }
+    const auto say = [&](BlockRemark remark, const std::string& head) {
+        if (isBlank(head))
+            cell.comments.push_back({BlockRemark::unnamed, {}});
+        else
+            cell.comments.push_back({remark, head});
+    };
     if (cell.column < 0) {
-        cell.comments.push_back(
-            {BlockRemark::noSuchColumn,
-             cellIn(across ? Run::down : Run::across, across ? 0 : firstRow_ - 1, series)});
+        say(BlockRemark::noSuchColumn,
+            cellIn(across ? Run::down : Run::across, across ? 0 : firstRow_ - 1, series));
     } else if (cell.row < 0) {
-        cell.comments.push_back({BlockRemark::noSuchPeriod, headOf(period)});
+        say(BlockRemark::noSuchPeriod, headOf(period));
     } else {
         if (const auto held = heldAt(cell.column, cell.row))
             cell.held = held->figure;
@@ -299,6 +319,8 @@ void BlockPlacing::check(PlacedCell& cell) const {
     const auto& column = grid_.columns[static_cast<std::size_t>(cell.column)];
     cell.sayIf(namesPeriods_, BlockRemark::byPosition);
     cell.sayIf(switches_.byPeriods && heading_ && heading_->fiscal, BlockRemark::fiscalQuarter);
+    if (otherMonths_)
+        cell.sayIf(true, BlockRemark::otherMonths, std::to_string(*otherMonths_));
     const bool shares = column.measure == BlockGrid::Measure::shares;
     const bool ownUnit = shares && units_.shares != 0;
     cell.sayIf(ownUnit, BlockRemark::sharesUnit, std::to_string(units_.shares));

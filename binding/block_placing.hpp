@@ -169,10 +169,14 @@ class BlockPlacing {
     [[nodiscard]] const std::string& headOf(std::size_t period) const; // there is a heading
     [[nodiscard]] bool isTitle(const Line& line, std::size_t from) const;
     void joinSigns();
+    [[nodiscard]] bool isOfPeriods(const std::string& cell) const; // "2026E", too
+    [[nodiscard]] std::optional<std::size_t> rowOfPeriods() const;
+    void straighten();
     void peelTitles();
     void suggest();
     [[nodiscard]] bool isInTitles(std::size_t row, std::size_t column) const;
     [[nodiscard]] TitleUnits unitsInTitles() const;
+    [[nodiscard]] std::optional<int> monthsInTitles() const;
     [[nodiscard]] bool namesPeriods() const;
 
     [[nodiscard]] std::optional<Date> dateIn(std::string_view text) const;
@@ -180,6 +184,7 @@ class BlockPlacing {
     // Whether the text is no more than the year or the day of a row.
     [[nodiscard]] bool isNameOf(const std::string& text, int row) const;
     [[nodiscard]] std::optional<int> rowOf(const Period& period) const;
+    [[nodiscard]] bool standsAbove(const Line& periods) const;
     [[nodiscard]] std::optional<Heading> headingIn(Run run) const;
     [[nodiscard]] std::optional<std::string> cornerOf(Run run) const;
     [[nodiscard]] bool follows(const Period& before, const Period& period, bool mayMiss) const;
@@ -206,6 +211,7 @@ class BlockPlacing {
     std::optional<Heading> heading_;
     bool namesPeriods_ = false; // that no heading was made of
     TitleUnits units_;
+    std::optional<int> otherMonths_; // of which the titles speak
     BlockSwitches switches_;
     std::vector<PlacedCell> placed_;
 };

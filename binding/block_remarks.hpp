@@ -34,7 +34,9 @@ enum class BlockRemark {
     byPosition,    // the periods that the block names were not understood
     fiscalQuarter, // "Q4 2025" where the fiscal year is not the calendar's
     unitUnclear,
-    sharesUnit, // detail: exponent of the unit that the titles tell for shares
+    sharesUnit,  // detail: exponent of the unit that the titles tell for shares
+    unnamed,     // no head above or beside it
+    otherMonths, // detail: how many months the block speaks of
 };
 
 enum class RemarkKind {
@@ -77,6 +79,8 @@ inline constexpr BlockRemarkRow blockRemarks[] = {
     {BlockRemark::fiscalQuarter, RemarkKind::doubt, 769},
     {BlockRemark::unitUnclear, RemarkKind::doubt, 770},
     {BlockRemark::sharesUnit, RemarkKind::reading, 771},
+    {BlockRemark::unnamed, RemarkKind::leftOut, 772},
+    {BlockRemark::otherMonths, RemarkKind::doubt, 773},
 };
 
 [[nodiscard]] constexpr const BlockRemarkRow& remarkRow(BlockRemark remark) {
@@ -86,7 +90,7 @@ static_assert([] {
     for (std::size_t i = 0; i < std::size(blockRemarks); ++i)
         if (blockRemarks[i].remark != static_cast<BlockRemark>(i))
             return false;
-    return std::size(blockRemarks) == static_cast<std::size_t>(BlockRemark::sharesUnit) + 1;
+    return std::size(blockRemarks) == static_cast<std::size_t>(BlockRemark::otherMonths) + 1;
 }());
 
 [[nodiscard]] constexpr bool isDoubt(BlockRemark remark) {

@@ -27,49 +27,64 @@ int placeOf(const Values& values, Value value) {
 
 // What reports call the series, beside the heads of the form.
 struct ReportName {
-    Datum series;
     std::string_view name;
+    Datum yearly;
+    std::optional<Datum> quarterly = {};
 };
+using enum Datum;
 constexpr ReportName reportNames[] = {
-    {Datum::YRevenueSeries, "Revenues"},
-    {Datum::QRevenueSeries, "Revenues"},
-    {Datum::YRevenueSeries, "Total revenue"},
-    {Datum::QRevenueSeries, "Total revenue"},
-    {Datum::YRevenueSeries, "Total revenues"},
-    {Datum::QRevenueSeries, "Total revenues"},
-    {Datum::YRevenueSeries, "Net sales"},
-    {Datum::QRevenueSeries, "Net sales"},
-    {Datum::YRevenueSeries, "Total net sales"},
-    {Datum::QRevenueSeries, "Total net sales"},
-    {Datum::YRevenueSeries, "Sales"},
-    {Datum::QRevenueSeries, "Sales"},
-    {Datum::YNetIncSeries, "Net income"},
-    {Datum::QNetIncSeries, "Net inc."},
-    {Datum::YNetIncSeries, "Net earnings"},
-    {Datum::QNetIncSeries, "Net earnings"},
-    {Datum::YNetIncSeries, "Net income (loss)"},
-    {Datum::QNetIncSeries, "Net income (loss)"},
-    {Datum::YPTISeries, "Income before taxes"},
-    {Datum::QPTISeries, "Income before taxes"},
-    {Datum::YEPSSeries, "EPS"},
-    {Datum::QEPSSeries, "EPS"},
-    {Datum::YEPSSeries, "Earnings per share"},
-    {Datum::QEPSSeries, "Earnings per share"},
-    {Datum::QEPSSeries, "Basic EPS"},
-    {Datum::YEPSSeries, "Diluted EPS"},
-    {Datum::QEPSSeries, "Diluted EPS"},
-    {Datum::YEPSSeries, "Diluted earnings per share"},
-    {Datum::QEPSSeries, "Diluted earnings per share"},
-    {Datum::YEPSSeries, "Earnings per share, diluted"},
-    {Datum::QEPSSeries, "Earnings per share, diluted"},
-    {Datum::YDividendSeries, "Dividends"},
-    {Datum::YDividendSeries, "Dividends per share"},
+    {"Revenues", YRevenueSeries, QRevenueSeries},
+    {"Total revenue", YRevenueSeries, QRevenueSeries},
+    {"Total revenues", YRevenueSeries, QRevenueSeries},
+    {"Net revenue", YRevenueSeries, QRevenueSeries},
+    {"Net revenues", YRevenueSeries, QRevenueSeries},
+    {"Total net revenue", YRevenueSeries, QRevenueSeries},
+    {"Total net revenues", YRevenueSeries, QRevenueSeries},
+    {"Net sales", YRevenueSeries, QRevenueSeries},
+    {"Total net sales", YRevenueSeries, QRevenueSeries},
+    {"Sales", YRevenueSeries, QRevenueSeries},
+    {"Net income", YNetIncSeries, QNetIncSeries},
+    {"Net inc.", YNetIncSeries, QNetIncSeries},
+    {"Net earnings", YNetIncSeries, QNetIncSeries},
+    {"Net income (loss)", YNetIncSeries, QNetIncSeries},
+    {"Net earnings (loss)", YNetIncSeries, QNetIncSeries},
+    {"Income before taxes", YPTISeries, QPTISeries},
+    {"Income before tax", YPTISeries, QPTISeries},
+    {"Pretax income", YPTISeries, QPTISeries},
+    {"Pre-tax income", YPTISeries, QPTISeries},
+    {"Income before income taxes", YPTISeries, QPTISeries},
+    {"Income before income tax", YPTISeries, QPTISeries},
+    {"Income before provision for income taxes", YPTISeries, QPTISeries},
+    {"Earnings before income taxes", YPTISeries, QPTISeries},
+    {"Tax rate", YTaxRateSeries, QTaxRateSeries},
+    {"Effective tax rate", YTaxRateSeries, QTaxRateSeries},
+    {"EPS", YEPSSeries, QEPSSeries},
+    {"Earnings per share", YEPSSeries, QEPSSeries},
+    {"Basic EPS", YEPSSeries, QEPSSeries},
+    {"Diluted EPS", YEPSSeries, QEPSSeries},
+    {"Diluted earnings per share", YEPSSeries, QEPSSeries},
+    {"Earnings per share, diluted", YEPSSeries, QEPSSeries},
+    {"Diluted (in dollars per share)", YEPSSeries, QEPSSeries},
+    {"Common equity", YCommEqSeries},
+    {"Total shareholders\u2019 equity", YCommEqSeries},
+    {"Total shareholders' equity", YCommEqSeries},
+    {"Total stockholders\u2019 equity", YCommEqSeries},
+    {"Total stockholders' equity", YCommEqSeries},
+    {"Book value", YBookValSeries},
+    {"Book value per share", YBookValSeries},
+    {"Dividends", YDividendSeries},
+    {"Dividends per share", YDividendSeries},
+    {"Dividends declared per share", YDividendSeries},
+    {"Cash dividends declared per share", YDividendSeries},
+    {"Diluted shares", YCSOSeries},
+    {"Diluted (in shares)", YCSOSeries},
+    {"Diluted shares outstanding", YCSOSeries},
 };
 
 std::vector<std::string> reportNamesOf(Datum series) {
     std::vector<std::string> names;
     for (const auto& row : reportNames)
-        if (row.series == series)
+        if (row.yearly == series || row.quarterly == series)
             names.emplace_back(row.name);
     return names;
 }

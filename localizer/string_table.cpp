@@ -389,6 +389,8 @@ constexpr StringRow standardRows[] = {
     {769, "Taken for a quarter of the fiscal year."},
     {770, "The block does not say clearly in which unit this is."},
     {771, "Unit of shares in the block: %1."},
+    {772, "Nothing in the block says where it goes."},
+    {773, "The block speaks of %1 months."},
 };
 static_assert(isStringTable(standardRows));
 

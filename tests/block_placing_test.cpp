@@ -39,6 +39,8 @@ const char* wordFor(BlockRemark remark) {
         {BlockRemark::fiscalQuarter, "fiscal?"},
         {BlockRemark::unitUnclear, "unit?"},
         {BlockRemark::sharesUnit, "shares"},
+        {BlockRemark::unnamed, "unnamed"},
+        {BlockRemark::otherMonths, "months?"},
     };
     return words.at(remark);
 }
@@ -232,6 +234,90 @@ TEST(BlockPlacing, KnowsTheQuartersOfTheFiscalYear) {
               "#4 Revenue 3 fiscal?; #5 Revenue 2 fiscal?");
 }
 
+// What a browser or a spreadsheet makes of cells that span others.
+TEST(BlockPlacing, PutsTheFiguresOfATableBelowItsPeriods) {
+    struct Row {
+        const char* text;
+        const char* told;
+    };
+    const Row rows[] = {
+        // the corner spans both rows of the heading
+        {"Income - USD ($) $ in Millions\t12 Months Ended\nSep. 27, 2025\tSep. 28, 2024\n"
+         "Revenue\t$ 5\t$ 4\nEPS\t$ 2\t$ 1",
+         "2025 Revenue 5 currency=$; 2024 Revenue 4 currency=$; "
+         "2025 EPS 2 currency=$; 2024 EPS 1 currency=$"},
+        {"2025\t2024\nRevenue\t5\t4", "2025 Revenue 5; 2024 Revenue 4"},
+        {"2025\t2024\t2023\nRevenue\t5\t\t3\nEPS\t2\t1\t",
+         "2025 Revenue 5; 2023 Revenue 3; 2025 EPS 2; 2024 EPS 1"},
+        // a period spans sign, figure and what follows it
+        {"\tSep 27, 2025\tSep 28, 2024\nRevenue\t$\t5\t\t$\t4\nTax Rate\t21\t%\t\t20\t%",
+         "2025 Revenue 5 currency=$; 2024 Revenue 4 currency=$; "
+         "2025 Tax Rate 21 percent; 2024 Tax Rate 20 percent"},
+        {"\t\t2025\t\t\t2024\nAssets:\nRevenue\t$\t5\t\t$\t4\nNet Income\t\t(2\t)\t\t(1\t)",
+         "2025 Revenue 5 currency=$; 2024 Revenue 4 currency=$; "
+         "2025 Net Income -2 brackets; 2024 Net Income -1 brackets"},
+        {"in thousands\n\tYears ended\n\t2025\t\t2024\nRevenue\t\t5\t\t4",
+         "2025 Revenue 0.005; 2024 Revenue 0.004"},
+        {"\t2025\tTTM\n\nRevenue\t\t5\t\t6", "2025 Revenue 5; '6' period=TTM"},
+        // a line break within a cell
+        {"\t\"Sep 27,\n2025\"\t\"Sep 28,\n2024\"\n\"Net\nIncome\"\t5\t4",
+         "2025 Net Income 5; 2024 Net Income 4"},
+        // empty columns between, and figures missing
+        {"\t2025\t\t2024\t\t2023\nRevenue\t5\t\t4\t\t3\nEPS\t2\t\t\t\t1",
+         "2025 Revenue 5; 2024 Revenue 4; 2023 Revenue 3; 2025 EPS 2; 2023 EPS 1"},
+        // a column without a head, such as one of changes
+        {"\t2025\t2024\nRevenue\t5\t4\t25%", "2025 Revenue 5; 2024 Revenue 4; '25%' unnamed"},
+        // nobody can tell what is below what: as it stands, with doubts
+        {"\t2025\t2024\nRevenue\t\t5\t\t4\nEPS\t\t2",
+         "'2025' unnamed; '2024' unnamed; 2017 Revenue 5 place?; 2019 Revenue 4 place?; "
+         "2017 EPS 2 place?"},
+        {"\t2025\t2024\nRevenue\t$\t5\t\t4\nEPS\t1\t2\t3\t5",
+         "'2025' unnamed; '2024' unnamed; '$' none; 2017 Revenue 5 place?; "
+         "2019 Revenue 4 place?; 2016 EPS 1 place?; 2017 EPS 2 place?; 2018 EPS 3 place?; "
+         "2019 EPS 5 place?"},
+        // no labels, no table of a report
+        {"2025\t\t2024\n5\t\t4", "2016 Revenue 2025; 2016 Net Income 2024; 2017 Revenue 5; "
+                                 "2017 Net Income 4"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(placed(row.text), row.told);
+    }
+}
+
+TEST(BlockPlacing, KnowsYearsAndMonthsInTwoDigits) {
+    EXPECT_EQ(placed("\tFY25\tFY'24\nRevenue\t5\t4"), "2025 Revenue 5; 2024 Revenue 4");
+    EXPECT_EQ(placed("\tSep-25\tSep-24\nRevenue\t5\t4"), "2025 Revenue 5; 2024 Revenue 4");
+    EXPECT_EQ(placed("\tSep '26\tJun \u201926\nRevenue\t5\t4", quarterly()),
+              "#0 Revenue 5; #1 Revenue 4");
+    // Of a year to come it is the day of a month of this year.
+    EXPECT_EQ(placed("\tSep-30\tJun-30\nRevenue\t5\t4", quarterly()), "#0 Revenue 5; #1 Revenue 4");
+}
+
+// A report of a quarter has the months since the year began beside it.
+TEST(BlockPlacing, DoubtsFiguresOfMoreOrFewerMonths) {
+    EXPECT_EQ(placed("9 Months Ended\n\t2026-06-30\t2025-06-30\nRevenue\t5\t4", quarterly()),
+              "#1 Revenue 5 months?=9; #5 Revenue 4 months?=9");
+    EXPECT_EQ(placed("\t2026-06-30\t2026-03-31\nThree months ended\t\nRevenue\t5\t4", quarterly()),
+              "#1 Revenue 5; #2 Revenue 4");
+    EXPECT_EQ(placed("3 Months Ended\t6 Months Ended\n"
+                     "2026-06-30\t2025-06-30\t2026-06-30\t2025-06-30\nRevenue\t5\t4\t9\t7",
+                     quarterly()),
+              "'2026-06-30' unnamed; '2025-06-30' unnamed; '2026-06-30' unnamed; "
+              "'2025-06-30' unnamed; #0 Revenue 5 place? months?=6; #1 Revenue 4 place? months?=6; "
+              "#2 Revenue 9 place? months?=6; #3 Revenue 7 place? months?=6");
+    EXPECT_EQ(placed("Twelve months ended\n\t2025\t2024\nRevenue\t5\t4"),
+              "2025 Revenue 5; 2024 Revenue 4");
+    EXPECT_EQ(placed("13 weeks ended\n\t2025\t2024\nRevenue\t5\t4"),
+              "2025 Revenue 5 months?=3; 2024 Revenue 4 months?=3");
+}
+
+// Without their figures nobody would know that they are left out.
+TEST(BlockPlacing, LeavesOutFiguresWithAUnitOfTheirOwn) {
+    EXPECT_EQ(placed("1.5M\n$2 billion"), "'1.5M' none; '$2 billion' none");
+    EXPECT_EQ(placed("Revenue\t1.5B\t2.5B"), "'1.5B' none; '2.5B' none");
+}
+
 // Whoever copies a part of a report copies its heading with it.
 TEST(BlockPlacing, KnowsPeriodsOfWhichSomeAreMissing) {
     struct Row {
@@ -251,7 +337,7 @@ TEST(BlockPlacing, KnowsPeriodsOfWhichSomeAreMissing) {
          "2024 Revenue 4; 2025 Revenue 5; '6' period=2026E"},
         // not in order
         {"\t2024\t2022\t2023\nRevenue\t4\t2\t3",
-         "'2024' column; '2022' column; '2023' column; 2016 Revenue 4 place?; "
+         "'2024' unnamed; '2022' unnamed; '2023' unnamed; 2016 Revenue 4 place?; "
          "2017 Revenue 2 place?; 2018 Revenue 3 place?"},
         // named, and not understood
         {"\tQ4 2025\nRevenue\t5", "2016 Revenue 5 place?"},
@@ -486,8 +572,8 @@ TEST(BlockPlacing, CountsWhatItTakes) {
 
 TEST(BlockPlacing, LeavesOutWhatHasNoPeriodAboveOrBeside) {
     EXPECT_EQ(placed("Year\t2024\t2025\t\nRevenue\t4\t5\t6"),
-              "2024 Revenue 4; 2025 Revenue 5; '6' period");
-    EXPECT_EQ(placed("Year\tRevenue\n2024\t4\n\t5\n"), "2024 Revenue 4; '5' period");
+              "2024 Revenue 4; 2025 Revenue 5; '6' unnamed");
+    EXPECT_EQ(placed("Year\tRevenue\n2024\t4\n\t5\n"), "2024 Revenue 4; '5' unnamed");
 }
 
 TEST(BlockPlacing, DropsSignsThatStandBesideNoFigure) {
@@ -574,7 +660,8 @@ TEST(BlockPlacing, MissesPeriodsOnlyWhereItsCornerSpeaksOfThem) {
         placed("Year\t2024\t2024\nRevenue\t5\t4"),
         "'2024' column=Year; '2024' column=Year; 2016 Revenue 5 place?; 2017 Revenue 4 place?");
     EXPECT_EQ(placed("Year\t2024-09-30\t2024-10-05\nRevenue\t5\t4"),
-              "'2024-09-30' column=Year; '2024-10-05' column=Year; 2016 Revenue 5; 2017 Revenue 4");
+              "'2024-09-30' column=Year; '2024-10-05' column=Year; 2016 Revenue 5 place?; "
+              "2017 Revenue 4 place?");
     EXPECT_EQ(placed("Year\t2023\t2024\nRevenue\t5\t4"), "2023 Revenue 5; 2024 Revenue 4");
 }
 

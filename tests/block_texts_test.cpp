@@ -35,6 +35,12 @@ TEST(BlockTexts, NameYears) {
                         {"fy 2021", 2021},
                         {"Fiscal 2021", 2021},
                         {"FISCAL YEAR 2021", 2021},
+                        {"FY21", 2021},
+                        {"FY'21", 2021},
+                        {"Fiscal \u201921", 2021},
+                        {"'21", std::nullopt},
+                        {"FY1", std::nullopt},
+                        {"FY211", std::nullopt},
                         {"2021A", 2021},
                         {"FY2021a", 2021},
                         {"1900", 1900},
@@ -52,6 +58,28 @@ TEST(BlockTexts, NameYears) {
                         {"", std::nullopt}};
     for (const auto& row : rows)
         EXPECT_EQ(yearIn(row.text), row.year) << row.text;
+}
+
+TEST(BlockTexts, NameMonths) {
+    struct Row {
+        const char* text;
+        std::optional<std::string> month;
+    };
+    const Row rows[] = {
+        {"Sep-25", "Sep 2025"},   {"sept '25", "sept 2025"},  {"June\u201927", "June 2027"},
+        {"Sep-28", std::nullopt}, // behind the last year
+        {"Sep 25", std::nullopt}, // a day
+        {"Sep-5", std::nullopt},  {"Sep-2025", std::nullopt}, {"-25", std::nullopt},
+        {"25-Sep", std::nullopt}, {"Sep-'25", std::nullopt},  {"", std::nullopt}};
+    for (const auto& row : rows)
+        EXPECT_EQ(monthIn(row.text, 2027), row.month) << row.text;
+}
+
+TEST(BlockTexts, AreFiguresWithAUnitOfTheirOwn) {
+    for (const char* figure : {"1.5M", "$2 billion", "4k", "-3 T", "5 Mio.", "1,234MM"})
+        EXPECT_TRUE(isScaledFigure(figure)) << figure;
+    for (const char* other : {"", "M", "5", "5 apples", "Q4", "12 Months", "2026E", "in millions"})
+        EXPECT_FALSE(isScaledFigure(other)) << other;
 }
 
 TEST(BlockTexts, NameQuarters) {
@@ -93,6 +121,32 @@ TEST(BlockTexts, NameQuarters) {
                         {"", std::nullopt}};
     for (const auto& row : rows)
         EXPECT_EQ(quarterIn(row.text), row.quarter) << row.text;
+}
+
+TEST(BlockTexts, TellHowManyMonthsAFigureIsOf) {
+    struct Row {
+        const char* text;
+        std::optional<int> ofAYear;
+        std::optional<int> ofAQuarter;
+    };
+    const Row rows[] = {{"12 Months Ended", std::nullopt, 12},
+                        {"Three months ended June 30,", 3, std::nullopt},
+                        {"six months", 6, 6},
+                        {"Nine Months", 9, 9},
+                        {"3 Months Ended, 9 Months Ended", 3, 9},
+                        {"52 weeks ended", std::nullopt, 12},
+                        {"53 Weeks", std::nullopt, 12},
+                        {"13 weeks", 3, std::nullopt},
+                        {"twelve months", std::nullopt, 12},
+                        {"thirteen weeks", 3, std::nullopt},
+                        {"Months ended", std::nullopt, std::nullopt},
+                        {"2025 months", std::nullopt, std::nullopt},
+                        {"9 Monthss", std::nullopt, std::nullopt},
+                        {"", std::nullopt, std::nullopt}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(otherMonthsIn(row.text, 12), row.ofAYear) << row.text;
+        EXPECT_EQ(otherMonthsIn(row.text, 3), row.ofAQuarter) << row.text;
+    }
 }
 
 TEST(BlockTexts, SpeakOfAPeriod) {
