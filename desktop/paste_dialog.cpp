@@ -3,6 +3,7 @@
 
 #include "desktop/framed_marks.hpp"
 #include "desktop/qt_values.hpp"
+#include "desktop/still_list.hpp"
 #include "platform/during.hpp"
 #include "platform/paste_list.hpp"
 
@@ -87,7 +88,7 @@ void PasteDialog::addSwitches(QGridLayout& grid) {
             continue;
         }
         auto* label = new QLabel(toQt(one.caption), this);
-        auto* list = new QComboBox(this);
+        auto* list = new StillList(this);
         for (const auto& entry : one.entries)
             list->addItem(toQt(entry));
         label->setBuddy(list);

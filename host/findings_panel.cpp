@@ -102,6 +102,7 @@ void FindingsPanel::layOut() {
     layout->addWidget(chartTitle_);
     layout->addWidget(chart_);
     setWidget(body);
+    body->installEventFilter(this); // it has the keys where nothing stands out
     for (QWidget* part : body->findChildren<QWidget*>())
         part->installEventFilter(this);
 }

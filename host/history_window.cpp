@@ -2,6 +2,7 @@
 #include "host/history_window.hpp"
 
 #include "company/exact_text.hpp"
+#include "desktop/still_list.hpp"
 #include "host/history_items.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
@@ -80,7 +81,7 @@ HistoryWindow::HistoryWindow(CompanyStore& store, std::int64_t company, const QS
     : QDialog(parent), store_(store), company_(company), person_(new QComboBox(this)),
       time_(new QComboBox(this)), origin_(new QComboBox(this)), figure_(new QComboBox(this)),
       period_(new QComboBox(this)), tree_(new QTreeWidget(this)), extent_(new QLabel(this)),
-      limit_(new QComboBox(this)) {
+      limit_(new StillList(this)) {
     setObjectName(QStringLiteral("history"));
     setWindowTitle(tr("History of %1").arg(title));
     for (const Span& span : spans)

@@ -84,6 +84,7 @@ void SheetPrinting::printOnChosen(const std::vector<Sheet>& companies) {
         QPageSize(usualPaper() == Paper::letter ? QPageSize::Letter : QPageSize::A4));
     QPrintDialog dialog(&printer, window_);
     dialog.setWindowTitle(tr("Print Data Sheets"));
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false); // a sheet is printed whole
     if (dialog.exec() == QDialog::Accepted)
         print(companies, printer);
 }

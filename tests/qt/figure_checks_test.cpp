@@ -48,6 +48,8 @@ TEST_F(FigureChecksTest, AreSilentOnASoundCompanyAndOutOfTheWay) {
     user_.press(Qt::Key_L, Qt::ControlModifier);
     EXPECT_TRUE(panel(window).isVisible());
     EXPECT_EQ(panel(window).windowTitle(), "Nothing to Look At");
+    user_.press(Qt::Key_Escape);
+    EXPECT_TRUE(window.entry().isAncestorOf(QApplication::focusWidget())) << "back on the form";
 }
 
 TEST_F(FigureChecksTest, TellOfASlipAsSoonAsItsFieldIsLeft) {

@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QFileDialog>
+#include <QPrintDialog>
 #include <QPrinter>
 #include <QStatusBar>
 
@@ -77,6 +78,25 @@ TEST_F(HostTest, APrinterGetsTwoPagesACompany) {
         .print(SheetPrinting::stored(host_->store(), list.value()), printer);
     EXPECT_EQ(pages(home_.filePath("printed.pdf")), 8);
     EXPECT_EQ(host_->list().statusBar()->currentMessage(), "4 companies printed");
+}
+
+// A choice that would be passed over is none.
+TEST_F(HostTest, PartsOfSheetsAreNotOfferedForPrinting) {
+    QTimer waiting;
+    bool isAsked = false;
+    QObject::connect(&waiting, &QTimer::timeout, [&] {
+        auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr)
+            return;
+        isAsked = true;
+        EXPECT_FALSE(dialog->testOption(QAbstractPrintDialog::PrintPageRange));
+        dialog->reject();
+    });
+    waiting.start(0);
+    const auto list = host_->store().list();
+    SheetPrinting(&host_->list())
+        .printOnChosen(SheetPrinting::stored(host_->store(), list.value()));
+    EXPECT_TRUE(isAsked);
 }
 
 TEST_F(HostTest, ASheetThatCannotBeWrittenOrReadIsTold) {

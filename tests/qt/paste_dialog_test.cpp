@@ -5,6 +5,7 @@
 #include "desktop/readable_colors.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/qt/support/entry_window.hpp"
+#include "tests/qt/support/wheel.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tools/themes.hpp"
 
@@ -119,6 +120,20 @@ TEST(PasteDialog, IsWorkedByKeys) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(form.log.back(), "ok");
     EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST(PasteDialog, TheWheelOverASwitchChoosesNothing) {
+    Preview form;
+    PasteDialog dialog(form, nullptr);
+    dialog.show();
+    auto* unit = dialog.findChild<QComboBox*>("pasteSwitch2");
+    for (const bool hasFocus : {false, true}) {
+        if (hasFocus)
+            unit->setFocus();
+        turnWheel(*unit, -120);
+        EXPECT_EQ(unit->currentIndex(), 0);
+    }
+    EXPECT_TRUE(form.log.empty());
 }
 
 TEST(PasteDialog, IsCancelledByEscapeAndByClosing) {
