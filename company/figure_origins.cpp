@@ -232,9 +232,10 @@ void FigureOrigins::outdateWhatFollowsFrom(const ChangeGroup& group, const Chang
     for (const Derivation& rule : derivationTable) {
         if (rule.from != change.datum)
             continue;
-        if (!isSeries(rowOf(rule.derived)))
-            outdate(firstPlace(rule.derived));
-        else
+        if (!isSeries(rowOf(rule.derived))) {
+            if (const auto place = firstPlace(rule.derived); !isSafeFrom(change, place))
+                outdate(place);
+        } else {
             forEachElement(change, [&](std::optional<int> element, const Variant& before,
                                        const Variant& after) {
                 if (const auto place = placeOf(rule.derived, element);
@@ -242,6 +243,7 @@ void FigureOrigins::outdateWhatFollowsFrom(const ChangeGroup& group, const Chang
                     !isSameTotal(group, rule.derived, element))
                     outdate(*place);
             });
+        }
     }
 }
 

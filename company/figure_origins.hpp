@@ -43,8 +43,8 @@ class FigureOrigins {
     void tellIn(ChangeGroup& group) const;
 
     // Whether a worked-out value may take the place of what is there: of what was worked out
-    // itself, and of anything else once what it follows from has changed. A figure of a series that
-    // a person may have typed stays beside what an import has changed.
+    // itself, and of anything else once what it follows from has changed. A figure that a person
+    // may have typed stays beside what an import has changed.
     [[nodiscard]] bool mayDerive(Datum datum, std::optional<int> element) const;
 
     // Plain text, a line for each origin; reading it gives the same origins. What can't be read is

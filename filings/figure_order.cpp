@@ -11,8 +11,8 @@ constexpr Datum order[] = {
     Datum::YRevenueSeries, Datum::YPTISeries,     Datum::YTaxRateSeries, Datum::YNetIncSeries,
     Datum::YCommEqSeries,  Datum::YBookValSeries, Datum::YEPSSeries,     Datum::YDividendSeries,
     Datum::YCSOSeries,     Datum::QRevenueSeries, Datum::QPTISeries,     Datum::QTaxRateSeries,
-    Datum::QNetIncSeries,  Datum::QEPSSeries,     Datum::CommShares,     Datum::DilutedShares,
-    Datum::TotalDebt,      Datum::PrefShares,
+    Datum::QNetIncSeries,  Datum::QEPSSeries,     Datum::Last4QEPS,      Datum::CommShares,
+    Datum::DilutedShares,  Datum::TotalDebt,      Datum::PrefShares,
 };
 
 } // namespace

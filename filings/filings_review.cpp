@@ -2,8 +2,8 @@
 #include "filings/filings_review.hpp"
 
 #include "company/exact_text.hpp"
+#include "filings/earnings_sum.hpp"
 #include "filings/figure_order.hpp"
-#include "filings/figure_sums.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
@@ -64,6 +64,9 @@ class Reviewer {
         review_.quarters = quarterSpan(filed_.calendar, company_, options_.addsQuarters);
         for (const FiledFigure& figure : filed_.figures)
             add(figure);
+        addEarningsSum(review_, company_);
+        if (ReviewRow* sum = earningsSumRow(review_); sum != nullptr && options_.originOf)
+            sum->origin = options_.originOf(Datum::Last4QEPS, std::nullopt);
         std::ranges::stable_sort(
             review_.rows, {}, [](const ReviewRow& row) { return figureOrder(row.figure.datum); });
         for (const RecordSpan* span : {&review_.years, &review_.quarters})
@@ -168,7 +171,7 @@ std::vector<Part> partsOf(const iVKR_Company& company, const FilingsReview& revi
         parts.push_back(
             {asTheWhole, {{Datum::Name, std::nullopt, std::string(), review.entityName}}});
     for (const ReviewRow& row : review.rows) {
-        if (!row.ticked)
+        if (!row.ticked || row.figure.datum == Datum::Last4QEPS)
             continue;
         const std::string& document = row.figure.source.accession;
         auto part = std::ranges::find_if(parts, [&](const Part& one) {
@@ -179,27 +182,6 @@ std::vector<Part> partsOf(const iVKR_Company& company, const FilingsReview& revi
         part->changes.push_back({row.figure.datum, row.element, row.stored, row.figure.value});
     }
     return parts;
-}
-
-// The form sums up the last four quarters whenever one of them is left; so does an import.
-std::vector<DatumChange> trailingEarnings(const iVKR_Company& company) {
-    double sum = 0;
-    for (int quarter = 0; quarter < 4; ++quarter) {
-        const auto earnings = storedFigure(company, Datum::QEPSSeries, quarter);
-        if (earnings.value_or(0) == 0)
-            return {};
-        sum += *earnings;
-    }
-    sum = roundedFigure(DatumUnit::perShare, sum, false);
-    const double held = company.get_Last4QEPS();
-    return sum == held ? std::vector<DatumChange>()
-                       : std::vector<DatumChange>{{Datum::Last4QEPS, std::nullopt, held, sum}};
-}
-
-bool changesEarnings(const FilingsReview& review) {
-    return review.quarters.added > 0 || std::ranges::any_of(review.rows, [](const ReviewRow& row) {
-               return row.ticked && row.figure.datum == Datum::QEPSSeries && row.element < 4;
-           });
 }
 
 // Whether the record is still the one that was reviewed.
@@ -220,18 +202,6 @@ bool isCurrent(const iVKR_Company& company, const FilingsReview& review) {
 }
 
 } // namespace
-
-double ReviewRow::difference() const {
-    return roundedFigure(unitOf(figure.datum), figure.value - stored, false);
-}
-
-bool ReviewRow::isByHand() const {
-    return stored != 0 && origin != Origin::imported && origin != Origin::derived;
-}
-
-int FilingsReview::ticked() const {
-    return static_cast<int>(std::ranges::count_if(rows, &ReviewRow::ticked));
-}
 
 FilingsReview reviewFilings(const FiledCompany& filed, const iVKR_Company& company,
                             const ReviewOptions& options) {
@@ -267,7 +237,10 @@ bool passes(const ReviewRow& row, ReviewFilter filter) {
 }
 
 void tick(FilingsReview& review, ReviewTicks ticks) {
+    ReviewRow* const sum = earningsSumRow(review);
     for (ReviewRow& row : review.rows) {
+        if (&row == sum)
+            continue;
         const bool isNew = row.state == ReviewState::fresh;
         const bool changes = row.state != ReviewState::same;
         const bool sure = !row.figure.isDoubtful();
@@ -276,6 +249,24 @@ void tick(FilingsReview& review, ReviewTicks ticks) {
                      : ticks == ReviewTicks::fresh ? isNew && sure
                                                    : changes && sure && (isNew || !row.isByHand());
     }
+    followTicks(review);
+    if (sum != nullptr)
+        sum->ticked = sum->state != ReviewState::same && ticks != ReviewTicks::none &&
+                      (ticks == ReviewTicks::all || !sum->isByHand());
+}
+
+void followTicks(FilingsReview& review) {
+    ReviewRow* const sum = earningsSumRow(review);
+    if (sum == nullptr)
+        return;
+    const bool stayed = sum->state == ReviewState::same;
+    sum->figure.value = earningsSum(review).value_or(sum->stored);
+    sum->figure.exact = sum->figure.value;
+    sum->state = stateOf(sum->figure, sum->stored);
+    if (sum->state == ReviewState::same)
+        sum->ticked = false;
+    else if (stayed)
+        sum->ticked = !sum->isByHand();
 }
 
 std::optional<std::string> importFilings(const std::shared_ptr<iVKR_Company>& company,
@@ -309,11 +300,13 @@ std::optional<std::string> importFilings(const std::shared_ptr<iVKR_Company>& co
         return refusal;
     }
     // A record that has no place for the sum has all figures nevertheless.
-    if (changesEarnings(review))
-        ifPossible([&] {
-            if (const auto sum = trailingEarnings(*company); !sum.empty())
-                static_cast<void>(write({{Origin::derived, {}, {}}, sum}));
-        });
+    for (const ReviewRow& row : review.rows)
+        if (const auto sum = earningsSum(review);
+            sum && row.ticked && row.figure.datum == Datum::Last4QEPS)
+            ifPossible([&] {
+                static_cast<void>(write({{Origin::derived, {}, {}},
+                                         {{Datum::Last4QEPS, std::nullopt, row.stored, *sum}}}));
+            });
     return std::nullopt;
 }
 

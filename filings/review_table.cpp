@@ -21,6 +21,12 @@ std::optional<double> storedNumber(const ReviewRow& row) {
     return row.stored == 0 ? std::nullopt : std::optional(row.stored);
 }
 
+// 0 is a filed one in the place of another figure only.
+std::optional<double> filedNumber(const ReviewRow& row) {
+    return row.stored == 0 && row.figure.value == 0 ? std::nullopt
+                                                    : std::optional(row.figure.value);
+}
+
 std::optional<double> differenceNumber(const ReviewRow& row) {
     return row.state == ReviewState::differs ? std::optional(row.difference()) : std::nullopt;
 }
@@ -31,9 +37,7 @@ constexpr ReviewColumn columns[] = {
      .text = [](const ReviewRow& row) { return fullTitleOf(row.figure.datum); }},
     {.title = "Period", .key = "period", .text = [](const ReviewRow& row) { return row.period; }},
     {.title = "Stored", .key = "stored", .number = storedNumber},
-    {.title = "Filed",
-     .key = "filed",
-     .number = [](const ReviewRow& row) { return std::optional(row.figure.value); }},
+    {.title = "Filed", .key = "filed", .number = filedNumber},
     {.title = "Difference", .key = "difference", .number = differenceNumber},
     {.title = "State",
      .key = "state",
@@ -88,8 +92,11 @@ std::string reviewDetails(const ReviewRow& row, std::string (*figureText)(double
     std::string text;
     const auto line = [&](const std::string& one) { text += (text.empty() ? "" : "\n") + one; };
     const FigureSource& source = row.figure.source;
-    line(figureText(row.figure.value) + ": " + source.concepts + ", " + source.form + " of " +
-         isoDateText(source.filed) + " (" + source.accession + ")");
+    const bool isFiled = !source.accession.empty(); // else it follows from what is
+    line(figureText(row.figure.value) + ": " + source.concepts +
+         (isFiled ? ", " + source.form + " of " + isoDateText(source.filed) + " (" +
+                        source.accession + ")"
+                  : ""));
     for (const FigureNote& note : row.figure.notes)
         line(note.doubt ? "Doubtful: " + note.text : note.text);
     for (const OtherValue& other : row.figure.others)

@@ -179,6 +179,7 @@ void FilingsDialog::reviewAnew() {
     for (ReviewRow& row : anew.rows)
         if (const auto kept = ticks_.find({row.figure.datum, row.period}); kept != ticks_.end())
             row.ticked = kept->second;
+    followTicks(anew);
     model_->setReview(std::move(anew));
     const FilingsReview& made = review();
     title_->setText(tr("%1 (CIK %2). Money and shares are in millions, rates in percent.")
@@ -196,7 +197,6 @@ void FilingsDialog::reviewAnew() {
     addsQuarters_->setText(made.quarters.later == 1
                                ? tr("Add 1 &quarter")
                                : tr("Add %1 &quarters").arg(made.quarters.later));
-    showFilterCounts();
     showDetails();
 }
 
@@ -214,6 +214,7 @@ void FilingsDialog::showTicks() {
     const int figures = review().ticked();
     import_->setText(figures == 1 ? tr("&Import 1 Figure") : tr("&Import %1 Figures").arg(figures));
     import_->setEnabled(figures > 0);
+    showFilterCounts();
 }
 
 void FilingsDialog::showDetails() {

@@ -45,6 +45,7 @@ QString FilingsReviewModel::details(int row) const {
 void FilingsReviewModel::setTicked(const QModelIndexList& rows, bool ticked) {
     for (const QModelIndex& index : rows)
         review_.rows[static_cast<std::size_t>(index.row())].ticked = ticked;
+    followTicks(review_);
     tellTicks();
 }
 
@@ -55,7 +56,7 @@ void FilingsReviewModel::setTicks(ReviewTicks ticks) {
 
 void FilingsReviewModel::tellTicks() {
     if (!review_.rows.empty())
-        emit dataChanged(index(0, 0), index(rowCount() - 1, 0), {Qt::CheckStateRole});
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
     emit ticksChanged();
 }
 

@@ -89,6 +89,18 @@ TEST(FigureOrigins, LetAFigureOfUnknownOriginBeWorkedOutOnceItsInputsChanged) {
     EXPECT_EQ(origins.of(Datum::Last4QEPS).origin, std::nullopt);
 }
 
+TEST(FigureOrigins, KeepASumThatMayBeTypedBesideWhatAnImportChanges) {
+    const ChangeGroup import{
+        "Import", {}, {figure(Datum::QEPSSeries, 0, 0, 1.5, Origin::imported)}};
+    for (const auto& origin : {std::optional(Origin::typed), std::optional(Origin::pasted),
+                               std::optional<Origin>(), std::optional(Origin::imported)}) {
+        FigureOrigins origins;
+        origins.put(Datum::Last4QEPS, std::nullopt, {origin, {}, false});
+        origins.note(import);
+        EXPECT_EQ(origins.mayDerive(Datum::Last4QEPS, std::nullopt), origin == Origin::imported);
+    }
+}
+
 TEST(FigureOrigins, MoveWithTheirFigures) {
     auto origins = after({importedRate});
     std::vector<double> before(11);

@@ -388,7 +388,7 @@ TEST(FilingsReview, WherePeriodsAreAddedEachFigureIsFromWhereItIs) {
             came += row.ticked ? 1 : 0;
             EXPECT_EQ(origin, row.ticked ? (FigureOrigin{Origin::imported,
                                                          row.figure.source.accession, false})
-                                         : (FigureOrigin{Origin::typed, {}, origin.isOutdated}))
+                                         : (FigureOrigin{Origin::typed, {}, false}))
                 << rowOf(row.figure.datum).name << " " << row.period;
         }
         EXPECT_EQ(came, review.ticked());
@@ -450,6 +450,92 @@ TEST(FilingsReview, TheLastFourQuartersAreSummedUpWhereTheirEarningsAreImported)
     company->put_TotalDebt(0);
     ASSERT_EQ(importFilings(company, reviewFilings(companyOf("AAPL"), *company)), std::nullopt);
     EXPECT_EQ(company->get_Last4QEPS(), 7); // no earnings were among them
+}
+
+namespace {
+
+// A company without the earnings of its last quarter, and what is known of the sum.
+std::shared_ptr<CompanyRecord> withoutLastEarnings(double sum) {
+    const auto company = sample("AAPL");
+    putElement(*company, Datum::QEPSSeries, 0, 0);
+    company->put_Last4QEPS(sum);
+    return company;
+}
+
+ReviewOptions ofOrigin(std::optional<Origin> origin) {
+    ReviewOptions options;
+    options.originOf = [=](Datum, std::optional<int>) { return origin; };
+    return options;
+}
+
+} // namespace
+
+TEST(FilingsReview, ATypedSumOfTheLastFourQuartersIsARowAndStaysUnlessItIsTicked) {
+    for (const auto& origin :
+         {std::optional(Origin::typed), std::optional(Origin::pasted), std::optional<Origin>()}) {
+        const auto company = withoutLastEarnings(7.5);
+        auto review = reviewFilings(companyOf("AAPL"), *company, ofOrigin(origin));
+        const ReviewRow& sum = rowFor(review, Datum::Last4QEPS, "2025-12-27");
+        EXPECT_EQ(sum.stored, 7.5);
+        EXPECT_EQ(sum.figure.value, 7.9);
+        EXPECT_EQ(sum.state, ReviewState::differs);
+        EXPECT_TRUE(sum.isByHand());
+        EXPECT_FALSE(sum.ticked);
+        EXPECT_EQ(reviewDetails(sum), "7.9: the sum of the last four quarters");
+        ASSERT_EQ(importFilings(company, review), std::nullopt);
+        EXPECT_EQ(elementOf(*company, Datum::QEPSSeries, 0), 2.84);
+        EXPECT_EQ(company->get_Last4QEPS(), 7.5);
+
+        const auto ticked = withoutLastEarnings(7.5);
+        tick(review, ReviewTicks::all);
+        ASSERT_EQ(importFilings(ticked, review), std::nullopt);
+        EXPECT_EQ(ticked->get_Last4QEPS(), 7.9);
+    }
+}
+
+TEST(FilingsReview, AWorkedOutSumFollowsTheQuartersThatAreTicked) {
+    for (const ReviewTicks ticks : {ReviewTicks::preset, ReviewTicks::fresh}) {
+        const auto company = withoutLastEarnings(5.06);
+        auto review = reviewFilings(companyOf("AAPL"), *company, ofOrigin(Origin::derived));
+        tick(review, ticks);
+        const ReviewRow& sum = rowFor(review, Datum::Last4QEPS, "2025-12-27");
+        EXPECT_TRUE(sum.ticked);
+        EXPECT_EQ(review.ticked(), 2);
+
+        auto& quarter = *std::ranges::find_if(review.rows, [](const ReviewRow& row) {
+            return row.figure.datum == Datum::QEPSSeries && row.element == 0;
+        });
+        quarter.ticked = false; // the sum stays where a quarter is missing
+        followTicks(review);
+        EXPECT_EQ(sum.figure.value, 5.06);
+        EXPECT_EQ(sum.state, ReviewState::same);
+        EXPECT_FALSE(sum.ticked);
+
+        quarter.ticked = true;
+        followTicks(review);
+        EXPECT_TRUE(sum.ticked);
+        ASSERT_EQ(importFilings(company, review), std::nullopt);
+        EXPECT_EQ(company->get_Last4QEPS(), 7.9);
+    }
+}
+
+TEST(FilingsReview, TheSumIsThatOfTheQuartersAsTheyWillBe) {
+    const auto company = withoutLastEarnings(0);
+    putElement(*company, Datum::QEPSSeries, 1, 2); // typed; 1.84 was filed
+    const auto review = reviewFilings(companyOf("AAPL"), *company, ofOrigin(Origin::typed));
+    EXPECT_EQ(rowFor(review, Datum::Last4QEPS, "2025-12-27").figure.value, 8.06);
+    ASSERT_EQ(importFilings(company, review), std::nullopt);
+    EXPECT_EQ(company->get_Last4QEPS(), 8.06);
+}
+
+TEST(FilingsReview, TheSumIsThatOfTheLastQuarterOnShow) {
+    const auto company = sample("AAPL");
+    company->put_LastQDateForGrid(company->get_LastQDate());
+    company->put_LastQDate(*makeDate(2025, 9, 27));
+    putElement(*company, Datum::QEPSSeries, 1, 0);
+    const auto review = reviewFilings(companyOf("AAPL"), *company);
+    const ReviewRow& sum = rowFor(review, Datum::Last4QEPS, "2025-09-27");
+    EXPECT_NEAR(sum.figure.value, 1.84 + 1.57 + 1.65 + 2.40, 1e-9);
 }
 
 TEST(FilingsReview, ACompanyThatHasChangedSinceIsNotTouched) {

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#include "filings/review_rows.hpp"
+
+#include "filings/figure_sums.hpp"
+
+#include <algorithm>
+
+namespace vkr {
+
+double ReviewRow::difference() const {
+    return roundedFigure(unitOf(figure.datum), figure.value - stored, false);
+}
+
+bool ReviewRow::isByHand() const {
+    return stored != 0 && origin != Origin::imported && origin != Origin::derived;
+}
+
+int FilingsReview::ticked() const {
+    return static_cast<int>(std::ranges::count_if(rows, &ReviewRow::ticked));
+}
+
+} // namespace vkr
