@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 
 namespace vkr {
@@ -78,10 +77,13 @@ constexpr Spelling spellings[] = {
     {"a/p", Token::LetterUpper},
 };
 
+// As they stand here; in any other case the half of the day is in capitals.
+constexpr Spelling smallHalves[] = {{"am/pm", Token::HalfLower}, {"a/p", Token::LetterLower}};
+
 struct DatePiece {
-    Token token = Token::Literal;
+    Token token;
     std::string_view text; // of a literal, without its quotes
-    std::size_t size = 1;  // bytes of the pattern it takes
+    std::size_t size;      // bytes of the pattern it takes
 };
 
 DatePiece nextDatePiece(std::string_view pattern) {
@@ -91,18 +93,12 @@ DatePiece nextDatePiece(std::string_view pattern) {
     }
     if (pattern.front() == '\\' && pattern.size() > 1)
         return {Token::Literal, pattern.substr(1, 1), 2};
-    const char first = asciiLower(pattern.front());
-    for (const Spelling& spelling : spellings) {
-        if (first != spelling.text.front() || !startsWithAscii(pattern, spelling.text))
-            continue;
-        Token token = spelling.token;
-        if (pattern.front() == 'a' && token == Token::HalfUpper && spelling.text == "am/pm" &&
-            pattern.substr(0, spelling.text.size()) == spelling.text)
-            token = Token::HalfLower;
-        if (pattern.front() == 'a' && token == Token::LetterUpper && pattern[2] == 'p')
-            token = Token::LetterLower;
-        return {token, {}, spelling.text.size()};
-    }
+    for (const Spelling& spelling : smallHalves)
+        if (pattern.starts_with(spelling.text))
+            return {spelling.token, {}, spelling.text.size()};
+    for (const Spelling& spelling : spellings)
+        if (startsWithAscii(pattern, spelling.text))
+            return {spelling.token, {}, spelling.text.size()};
     return {Token::Literal, pattern.substr(0, 1), 1};
 }
 
@@ -148,13 +144,17 @@ std::string_view resolved(std::string_view pattern) {
     return pattern.empty() ? namedDatePatterns[0].pattern : pattern;
 }
 
-void appendNumber(std::string& text, int number, int width) {
-    char digits[12];
-    const auto written = std::to_chars(std::begin(digits), std::end(digits), number);
-    for (auto length = written.ptr - digits; length < width; ++length)
-        text += '0';
-    text.append(digits, written.ptr);
-}
+struct NamedOrder {
+    std::string_view parts;
+    DateOrder order;
+};
+
+// Any other is that of month, day and year.
+constexpr NamedOrder namedOrders[] = {
+    {"dm", DateOrder::DayMonthYear},  {"dmy", DateOrder::DayMonthYear},
+    {"dym", DateOrder::DayMonthYear}, {"ym", DateOrder::YearMonthDay},
+    {"ymd", DateOrder::YearMonthDay}, {"ydm", DateOrder::YearDayMonth},
+};
 
 // Computes only what the pattern asks for.
 class DateText {
@@ -183,8 +183,14 @@ class DateText {
         return *time_;
     }
 
+    void number(int value) { text_ += std::to_string(value); }
+    void padded(int value, std::size_t width) {
+        const std::string digits = std::to_string(value);
+        text_.append(std::max(width, digits.size()) - digits.size(), '0');
+        text_ += digits;
+    }
+
     void append(const DatePiece& piece, bool twelve) {
-        const auto number = [&](int value, int width = 1) { appendNumber(text_, value, width); };
         switch (piece.token) {
         case Token::Literal:
             text_ += piece.text;
@@ -192,7 +198,7 @@ class DateText {
         case Token::Day:
             return number(day().day);
         case Token::DayTwo:
-            return number(day().day, 2);
+            return padded(day().day, 2);
         case Token::WeekdayShort:
             text_ += weekdayName(weekday(date_)).substr(0, 3);
             break;
@@ -206,7 +212,7 @@ class DateText {
         case Token::Month:
             return number(day().month);
         case Token::MonthTwo:
-            return number(day().month, 2);
+            return padded(day().month, 2);
         case Token::MonthShort:
             text_ += monthName(day().month).substr(0, 3);
             break;
@@ -216,9 +222,9 @@ class DateText {
         case Token::DayOfYear:
             return number(dayOfYear(date_));
         case Token::YearTwo:
-            return number(day().year % 100, 2);
+            return padded(day().year % 100, 2);
         case Token::YearFour:
-            return number(day().year, 4);
+            return padded(day().year, 4);
         case Token::Quarter:
             return number(quarter(date_));
         case Token::Weekday:
@@ -233,22 +239,21 @@ class DateText {
     }
 
     void appendTime(Token token, bool twelve) {
-        const auto number = [&](int value, int width = 1) { appendNumber(text_, value, width); };
         const int hour = twelve ? (time().hour + 11) % 12 + 1 : time().hour;
         const bool morning = time().hour < 12;
         switch (token) {
         case Token::Hour:
             return number(hour);
         case Token::HourTwo:
-            return number(hour, 2);
+            return padded(hour, 2);
         case Token::Minute:
             return number(time().minute);
         case Token::MinuteTwo:
-            return number(time().minute, 2);
+            return padded(time().minute, 2);
         case Token::Second:
             return number(time().second);
         case Token::SecondTwo:
-            return number(time().second, 2);
+            return padded(time().second, 2);
         case Token::LongTime:
             return append(longTime);
         case Token::HalfUpper:
@@ -303,42 +308,39 @@ std::string formatDate(Date date, std::string_view pattern) {
 }
 
 DateOrder dateOrder(std::string_view pattern) {
-    int places = 0;
-    int day = 0;
-    int month = 0;
-    int year = 0;
+    std::string parts; // the first d, m and y, in the order in which they stand
     bool shortYear = false;
     forEachDatePiece(resolved(pattern), [&](const DatePiece& piece) {
-        int* part = nullptr;
+        const auto add = [&](char part) {
+            if (parts.find(part) == std::string::npos)
+                parts += part;
+        };
         switch (piece.token) {
         case Token::Day:
         case Token::DayTwo:
-            part = &day;
-            break;
+            return add('d');
         case Token::Month:
         case Token::MonthTwo:
         case Token::MonthShort:
         case Token::MonthLong:
-            part = &month;
-            break;
+            return add('m');
         case Token::YearTwo:
             shortYear = true;
             [[fallthrough]];
         case Token::YearFour:
-            part = &year;
-            break;
+            return add('y');
         default:
             return;
         }
-        if (*part == 0)
-            *part = ++places;
     });
-    if (day == 0 && month != 0 && shortYear)
-        return year < month ? DateOrder::ShortYearMonth : DateOrder::MonthShortYear;
-    const bool dayFirst = day != 0 && month != 0 && day < month;
-    if (year != 0 && month != 0 && year < month && year < (day == 0 ? month : day))
-        return dayFirst ? DateOrder::YearDayMonth : DateOrder::YearMonthDay;
-    return dayFirst ? DateOrder::DayMonthYear : DateOrder::MonthDayYear;
+    if (shortYear && parts == "my")
+        return DateOrder::MonthShortYear;
+    if (shortYear && parts == "ym")
+        return DateOrder::ShortYearMonth;
+    for (const NamedOrder& named : namedOrders)
+        if (parts == named.parts)
+            return named.order;
+    return DateOrder::MonthDayYear;
 }
 
 std::string_view monthName(int month) {

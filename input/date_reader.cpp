@@ -17,9 +17,8 @@ constexpr std::size_t longestText = 80;
 struct Part {
     enum Kind { End, Number, Word } kind = End;
     std::string_view text;
-    int value = 0;      // of a number; at most 4 digits are read
-    bool blank = false; // blanks before it
-    char mark = 0;      // the one mark before it, 0 for none
+    int value = 0; // of a number; at most 4 digits are read
+    char mark = 0; // the one mark before it, 0 for none
 };
 
 struct Parts {
@@ -40,7 +39,6 @@ std::optional<Parts> split(std::string_view text) {
                            : text.starts_with("\u202F") ? std::size_t{3}
                                                         : std::size_t{0};
         if (blank > 0) {
-            part.blank = true;
             text.remove_prefix(blank);
             continue;
         }
@@ -120,20 +118,18 @@ class Reader {
     Reader(const Parts& parts, int currentYear, DateOrder order)
         : parts_(parts), currentYear_(currentYear), order_(order) {}
 
+    // What is none of these stays where it is, and so the end is not reached.
     std::optional<Date> read() {
         readWeekday();
-        if (startsTime() && !readTime())
-            return std::nullopt;
-        if (!readDay())
-            return std::nullopt;
+        readTime();
+        readDay();
         readWeekday();
-        if (startsTime() && !readTime())
+        readTime();
+        if (here().kind != Part::End || !day_)
             return std::nullopt;
-        if (here().kind != Part::End)
+        if (weekday_ != 0 && weekday_ != weekday(*day_))
             return std::nullopt;
-        if (weekday_ != 0 && weekday_ != weekday(day_))
-            return std::nullopt;
-        return hasTime_ ? atTime(day_, time_) : day_;
+        return time_ ? atTime(*day_, *time_) : day_;
     }
 
   private:
@@ -146,13 +142,14 @@ class Reader {
                part.text.size() <= maxDigits;
     }
     bool isDayNumber(std::size_t ahead) const { return isNumber(ahead, 1, 2); }
+    bool isDay(std::size_t ahead) const { return isDayNumber(ahead) && !startsTime(ahead); }
     bool isFullYear(std::size_t ahead) const { return isNumber(ahead, 4, 4); }
     bool isYear(std::size_t ahead) const {
         return (isNumber(ahead, 2, 2) || isFullYear(ahead)) && !startsTime(ahead);
     }
     // The second part is a year of two digits, and nothing of a date follows.
     bool endsInShortYear() const {
-        return isNumber(1, 2, 2) && !startsTime(1) && !isYear(2) && here(2).kind != Part::Word;
+        return isNumber(1, 2, 2) && !startsTime(1) && !isYear(2) && !isOrdinal(here(1), here(2));
     }
     // The year, then the month.
     bool yearLeads() const {
@@ -180,73 +177,60 @@ class Reader {
         const std::size_t next = here(ahead).kind == Part::Word ? ahead + 1 : ahead;
         if (!isDayNumber(next))
             return false;
-        return (here(next + 1).kind == Part::Number && here(next + 1).mark == ':') ||
-               halfOf(here(next + 1)) != Half::None;
+        return here(next + 1).mark == ':' || halfOf(here(next + 1)) != Half::None;
     }
     static bool isTimeMark(const Part& part) { return part.text == "T" && part.mark == 0; }
 
-    bool readTime() {
-        if (hasTime_)
-            return false;
-        hasTime_ = true;
-        if (place_ > 0 && here().mark != 0 && here().mark != ',')
-            return false;
+    void readTime() {
+        if (time_ || !startsTime() || (here().mark != 0 && here().mark != ','))
+            return;
+        time_.emplace();
         if (here().kind == Part::Word)
             ++place_;
-        time_.hour = here().value;
+        time_->hour = here().value;
         ++place_;
-        for (int* part : {&time_.minute, &time_.second}) {
-            if (here().mark != ':')
+        for (int* part : {&time_->minute, &time_->second}) {
+            if (here().mark != ':' || !isNumber(0, 2, 2))
                 break;
-            if (!isNumber(0, 2, 2))
-                return false;
             *part = here().value;
             ++place_;
         }
         const Half half = halfOf(here());
-        if (half != Half::None) {
-            if (time_.hour < 1 || time_.hour > 12)
-                return false;
-            time_.hour = time_.hour % 12 + (half == Half::Afternoon ? 12 : 0);
+        if (half != Half::None && time_->hour >= 1 && time_->hour <= 12) {
+            time_->hour = time_->hour % 12 + (half == Half::Afternoon ? 12 : 0);
             ++place_;
         }
-        return time_.hour < 24 && time_.minute < 60 && time_.second < 60;
     }
 
-    bool take(std::size_t count, std::optional<Date> date) {
+    void take(std::size_t count, std::optional<Date> date) {
         // A mark of the time does not belong between the parts of a day.
         for (std::size_t i = 1; i < count; ++i)
             if (here(i).mark == ':')
-                return false;
-        if (!date)
-            return false;
-        day_ = *date;
+                return;
+        day_ = date;
         place_ += count;
-        return true;
     }
 
-    bool readDay() {
-        if (here().mark != 0 && place_ > 0 && here().mark != ',' && here().mark != '.')
-            return false;
-        if (here().kind == Part::Word)
+    void readDay() {
+        const Part& first = here();
+        if (first.mark != 0 && first.mark != ',' && first.mark != '.')
+            return;
+        if (first.kind == Part::Word)
             return readMonthFirst();
-        if (here().kind != Part::Number)
-            return false;
-        const std::size_t ordinal = isDayNumber(0) && isOrdinal(here(), here(1)) ? 1 : 0;
+        const std::size_t ordinal = isDayNumber(0) && isOrdinal(first, here(1)) ? 1 : 0;
         if (here(1 + ordinal).kind == Part::Word)
             return readMonthSecond(ordinal);
-        return ordinal == 0 && readNumbers();
+        if (ordinal == 0)
+            readNumbers();
     }
 
     // Dec 31 2005, Dec 31, Dec 2005
-    bool readMonthFirst() {
+    void readMonthFirst() {
         const int month = monthOf(here().text);
-        if (month == 0)
-            return false;
         if (isFullYear(1) || (order_ == DateOrder::MonthShortYear && endsInShortYear()))
             return take(2, makeDate(year(1), month, 1));
-        if (!isDayNumber(1) || startsTime(1))
-            return false;
+        if (!isDay(1))
+            return;
         const int day = here(1).value;
         const std::size_t ordinal = isOrdinal(here(1), here(2)) ? 1 : 0;
         if (isYear(2 + ordinal))
@@ -255,41 +239,35 @@ class Reader {
     }
 
     // 31 Dec 2005, 31 Dec, 2005 Dec 31, 2005 Dec
-    bool readMonthSecond(std::size_t ordinal) {
+    void readMonthSecond(std::size_t ordinal) {
         const int month = monthOf(here(1 + ordinal).text);
-        if (month == 0)
-            return false;
         if (isFullYear(0)) {
-            if (isDayNumber(2) && !startsTime(2))
+            if (isDay(2))
                 return take(3, makeDate(year(0), month, here(2).value));
             return take(2, makeDate(year(0), month, 1));
         }
         if (!isDayNumber(0))
-            return false;
-        if (order_ == DateOrder::ShortYearMonth && ordinal == 0 && isNumber(0, 2, 2) &&
-            !isDayNumber(2) && !isYear(2))
-            return take(2, makeDate(year(0), month, 1));
+            return;
+        if (yearLeads() && ordinal == 0 && isNumber(0, 2, 2)) {
+            if (isDay(2)) // as "YY-MMM-DD" writes it
+                return take(3, makeDate(year(0), month, here(2).value));
+            if (order_ == DateOrder::ShortYearMonth && !isYear(2))
+                return take(2, makeDate(year(0), month, 1));
+        }
         const int day = here().value;
-        if (yearLeads() && ordinal == 0 && isNumber(0, 2, 2) && isDayNumber(2) &&
-            !startsTime(2)) // as "YY-MMM-DD" writes it
-            return take(3, makeDate(year(0), month, here(2).value));
         if (isYear(2 + ordinal))
             return take(3 + ordinal, makeDate(year(2 + ordinal), month, day));
         return take(2 + ordinal, makeDate(currentYear_, month, day));
     }
 
-    bool readNumbers() {
-        if (here(1).kind != Part::Number || startsTime(1))
-            return false;
+    void readNumbers() {
         const char mark = here(1).mark;
-        if (mark == ',' || (mark == 0 && !here(1).blank))
-            return false;
-        const bool three = here(2).kind == Part::Number && !startsTime(2);
-        if (!three)
-            return readTwoNumbers(mark);
-        if (here(2).mark != mark || (mark == 0 && !here(2).blank))
-            return false;
-        return take(3, dateOfThree());
+        if (startsTime(1) || mark == ',')
+            return;
+        if (here(2).kind != Part::Number || startsTime(2))
+            readTwoNumbers(mark);
+        else if (here(2).mark == mark)
+            take(3, dateOfThree());
     }
 
     std::optional<Date> dateOfThree() const {
@@ -312,26 +290,26 @@ class Reader {
     }
 
     // A month and a year, or a month and a day of this year.
-    bool readTwoNumbers(char mark) {
+    void readTwoNumbers(char mark) {
         if (order_ == DateOrder::MonthShortYear && isDayNumber(0) && endsInShortYear())
             return take(2, makeDate(year(1), here(0).value, 1));
         if (order_ == DateOrder::ShortYearMonth && isNumber(0, 2, 2) && isDayNumber(1))
             return take(2, makeDate(year(0), here(1).value, 1));
         const bool slash = mark == '/';
         if (!slash && mark != '-')
-            return false;
+            return;
         if (isDayNumber(0) && isFullYear(1))
             return take(2, makeDate(year(1), here(0).value, 1));
         if (isFullYear(0) && isDayNumber(1))
             return take(2, makeDate(year(0), here(1).value, 1));
         if (!slash || !isDayNumber(0) || !isDayNumber(1))
-            return false;
+            return;
         int month = here(0).value;
         int day = here(1).value;
         if (order_ == DateOrder::DayMonthYear || order_ == DateOrder::YearDayMonth)
             std::swap(month, day);
         const auto date = makeDate(currentYear_, month, day);
-        return take(2, date ? date : makeDate(currentYear_, day, month));
+        take(2, date ? date : makeDate(currentYear_, day, month));
     }
 
     const Parts& parts_;
@@ -339,9 +317,8 @@ class Reader {
     DateOrder order_;
     std::size_t place_ = 0;
     int weekday_ = 0;
-    Date day_;
-    bool hasTime_ = false;
-    ClockTime time_;
+    std::optional<Date> day_;
+    std::optional<ClockTime> time_;
 };
 
 } // namespace

@@ -109,6 +109,15 @@ TEST(DatePattern, WritesTimes) {
                                                  {"hh:mm mm/dd", "14:05 12/31"},
                                                  {"hhmm", "1405"},
                                                  {"tt", "tt"},
+                                                 {"ampm", "PM"},
+                                                 {"Ampm", "PM"},
+                                                 {"A/p", "P"},
+                                                 {"a/P", "P"},
+                                                 {"aM/Pm", "PM"},
+                                                 {"h \"o'clock at last\"", "14 o'clock at last"},
+                                                 {"h m", "14 5"},
+                                                 {"m s", "5 9"},
+                                                 {"mmm h:mmm", "Dec 14:Dec"},
                                              });
     expectRows(on(2005, 12, 31, {0, 30, 0}), {{"h AM/PM", "12 AM"}, {"h", "0"}, {"a/p", "a"}});
     expectRows(on(2005, 12, 31, {12, 0, 0}), {{"h AM/PM", "12 PM"}, {"h", "12"}});
@@ -168,6 +177,18 @@ TEST(DatePattern, TellsTheOrderOfDayMonthAndYear) {
     EXPECT_EQ(dateOrder(""), DateOrder::MonthDayYear);
     EXPECT_EQ(dateOrder("yyyy mmm"), DateOrder::YearMonthDay);
     EXPECT_EQ(dateOrder("yyyy"), DateOrder::MonthDayYear);
+    EXPECT_EQ(dateOrder("dd/yyyy/mm"), DateOrder::DayMonthYear);
+    EXPECT_EQ(dateOrder("dd/mm"), DateOrder::DayMonthYear);
+    EXPECT_EQ(dateOrder("mm/dd"), DateOrder::MonthDayYear);
+    EXPECT_EQ(dateOrder("mm/yyyy/dd"), DateOrder::MonthDayYear);
+    EXPECT_EQ(dateOrder("dd yyyy"), DateOrder::MonthDayYear);
+    EXPECT_EQ(dateOrder("yyyy dd"), DateOrder::MonthDayYear);
+    EXPECT_EQ(dateOrder("mm/yyyy"), DateOrder::MonthDayYear);
+    EXPECT_EQ(dateOrder("mm/yy"), DateOrder::MonthShortYear);
+    EXPECT_EQ(dateOrder("yy mmmm"), DateOrder::ShortYearMonth);
+    EXPECT_EQ(dateOrder("yy/mm/dd"), DateOrder::YearMonthDay);
+    EXPECT_EQ(dateOrder("d m yyyy, dd.mm.yyyy"), DateOrder::DayMonthYear);
+    EXPECT_EQ(dateOrder("\"d\" mm/dd"), DateOrder::MonthDayYear);
 }
 
 TEST(DatePattern, AnyBytesMakeAPattern) {

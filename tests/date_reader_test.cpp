@@ -176,6 +176,86 @@ TEST(DateReader, ReadsWeekdaysAndTimes) {
     });
 }
 
+struct OrderedRow {
+    const char* text;
+    const char* pattern;
+    const char* day;
+};
+
+constexpr OrderedRow days[] = {
+    {"Dec 31 2005", "", "2005-12-31"},
+    {"Dec 31st 2005", "", "2005-12-31"},
+    {"Dec 31", "", "2024-12-31"},
+    {"Dec 31st", "", "2024-12-31"},
+    {"Dec 2005", "", "2005-12-01"},
+    {"Dec 05", "MMM YY", "2005-12-01"},
+    {"31 Dec 2005", "", "2005-12-31"},
+    {"31st Dec 2005", "", "2005-12-31"},
+    {"31 Dec", "", "2024-12-31"},
+    {"31st Dec", "", "2024-12-31"},
+    {"2005 Dec 31", "", "2005-12-31"},
+    {"2005 Dec", "", "2005-12-01"},
+    {"05 Dec", "YY MMM", "2005-12-01"},
+    {"05 Dec 31", "YY MMM DD", "2005-12-31"},
+    {"12/31/2005", "", "2005-12-31"},
+    {"31/12/2005", "DD/MM/YYYY", "2005-12-31"},
+    {"2005/12/31", "", "2005-12-31"},
+    {"05/12/31", "YY/MM/DD", "2005-12-31"},
+    {"2005/31/12", "YYYY/DD/MM", "2005-12-31"},
+    {"12/31", "", "2024-12-31"},
+    {"31/12", "DD/MM", "2024-12-31"},
+    {"12/2005", "", "2005-12-01"},
+    {"2005/12", "", "2005-12-01"},
+    {"12/05", "MM/YY", "2005-12-01"},
+    {"05/12", "YY/MM", "2005-12-01"},
+};
+
+TEST(DateReader, ADayMayStandBetweenOtherThingsOfADate) {
+    for (const auto& row : days) {
+        SCOPED_TRACE(std::string(row.text) + " as " + row.pattern);
+        const std::string text = row.text;
+        const std::string day = row.day;
+        const auto read = [&](const std::string& whole) { return readBack(whole, row.pattern); };
+        const auto name = weekdayName(weekday(*readDate(text, today, row.pattern)));
+        EXPECT_EQ(read(text), day);
+        EXPECT_EQ(read(text + " 10:30"), day + " 10:30:00");
+        EXPECT_EQ(read(text + ", 3 PM"), day + " 15:00:00");
+        EXPECT_EQ(read("10:30:15 " + text), day + " 10:30:15");
+        EXPECT_EQ(read(text + " " + std::string(name)), day);
+        EXPECT_EQ(read(std::string(name) + ", " + text + " 10:30"), day + " 10:30:00");
+    }
+}
+
+TEST(DateReader, RefusesWhatGoesOnBehindADay) {
+    for (const auto& row : days)
+        for (const char* more : {" x", " 123", " 10:30 7", " 10:30 15", " 10:30:15:20", " 10:3",
+                                 ":30", " 10:30.PM", " 3-PM", " -10:30", " T", " 10:30 Sat"})
+            EXPECT_EQ(readBack(std::string(row.text) + more, row.pattern), "none")
+                << row.text << more;
+}
+
+TEST(DateReader, RefusesAMarkOfTheTimeWithinADay) {
+    for (const char* text : {"Dec:31 2005", "Dec 31:2005", "Dec:2005", "31:Dec 2005", "31 Dec:2005",
+                             "2005:12:31", "2005:12-31", "12/31:2005", "2005:Dec:31", "2005/12:31",
+                             "Sat:12/31/2005", "10:31/12/2005"})
+        EXPECT_EQ(readBack(text), "none") << text;
+}
+
+TEST(DateReader, RefusesWhatIsNoTimeOfDay) {
+    for (const char* time : {"24:00", "10:60", "10:00:60", "0 AM", "0:30 PM", "13 AM", "13:00 PM",
+                             "10:0", "10:000", "10:00:0", "100:00", "T", "T10", "10T10"}) {
+        EXPECT_EQ(readBack(std::string("12/31/2005 ") + time), "none") << time;
+        EXPECT_EQ(readBack(time + std::string(" 12/31/2005")), "none") << time;
+    }
+    expectRows({
+        {"12/31/2005 1 AM", "2005-12-31 01:00:00"},
+        {"12/31/2005 12:59:59 am", "2005-12-31 00:59:59"},
+        {"12/31/2005 12 p", "2005-12-31 12:00:00"},
+        {"12/31/2005 11:59:59 P", "2005-12-31 23:59:59"},
+        {"12/31/2005 0:00:01", "2005-12-31 00:00:01"},
+    });
+}
+
 TEST(DateReader, RefusesWhatIsNoDate) {
     const std::string rows[] = {
         "",
