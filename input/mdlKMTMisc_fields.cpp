@@ -169,7 +169,7 @@ bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& fie
             return false;
         refused = takeInFigure(key, field, allowNegative) && refused;
     }
-    if (upperCase && key != 0)
+    if (upperCase)
         key = vkr::upperCase(key);
     return refused && key == 0;
 }

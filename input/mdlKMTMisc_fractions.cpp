@@ -2,6 +2,7 @@
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "input/number_text.hpp"
+#include "platform/ascii.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
@@ -14,16 +15,14 @@ namespace {
 std::string withOneLeadingDigit(std::string_view text) {
     const auto start = std::min(text.find_first_not_of(" \t\r\n"), text.size());
     std::string plain(text.substr(start));
-    const std::size_t sign = plain.starts_with('-') || plain.starts_with('+') ? 1 : 0;
     if (plain.starts_with('+'))
         plain.erase(0, 1);
-    const std::size_t first = plain.starts_with('-') ? sign : 0;
+    const std::size_t first = plain.starts_with('-') ? 1 : 0;
     std::size_t zeros = first;
-    while (zeros + 1 < plain.size() && plain[zeros] == '0' && plain[zeros + 1] >= '0' &&
-           plain[zeros + 1] <= '9')
+    while (plain[zeros] == '0' && isAsciiDigit(plain[zeros + 1])) // there is a 0 behind the end
         ++zeros;
     plain.erase(first, zeros - first);
-    if (first < plain.size() && plain[first] == '.')
+    if (plain[first] == '.')
         plain.insert(first, 1, '0');
     return plain;
 }

@@ -28,7 +28,7 @@ std::string toDecimalText(std::string_view text) {
     const std::string_view wholeText = text.substr(0, wholeSize);
     const double whole = isNumberText(wholeText) ? leadingNumber(wholeText) : 0;
     const double quotient =
-        SafeDivide(numerator, leadingNumber(text.substr(slash + 1)), true, 0.0, false, 0.0)
+        SafeDivide(numerator, leadingNumber(text.substr(slash + 1)), true, 0.0, false, {})
             .toDouble();
     return decimalNumberText(whole < 0 ? whole - quotient : whole + quotient);
 }

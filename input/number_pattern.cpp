@@ -40,8 +40,8 @@ constexpr bool isPlaceholder(char c) {
 // One step through a pattern: a quoted or escaped text, or a single character.
 struct Piece {
     std::string_view text;
-    bool quoted = false;
-    std::size_t size = 1; // bytes of the pattern it takes
+    bool quoted;
+    std::size_t size; // bytes of the pattern it takes
 };
 
 Piece nextPiece(std::string_view pattern) {
@@ -194,14 +194,12 @@ class NumberPattern::SectionReader {
     }
 
     bool readExponent(std::string_view rest) {
-        if ((rest[0] != 'E' && rest[0] != 'e') || rest.size() <= 2 ||
-            (rest[1] != '+' && rest[1] != '-') ||
-            section_.integerPlaces + section_.maxFraction == 0)
+        static constexpr std::string_view marks[] = {"E+", "E-", "e+", "e-"};
+        const auto mark = std::find(std::begin(marks), std::end(marks), rest.substr(0, 2));
+        if (mark == std::end(marks) || section_.integerPlaces + section_.maxFraction == 0)
             return false;
-        std::size_t end = 2;
-        while (end < rest.size() && isPlaceholder(rest[end]))
-            ++end;
-        if (end == 2)
+        const auto end = std::min(rest.find_first_not_of("0#", mark->size()), rest.size());
+        if (end == mark->size())
             return false;
         section_.exponentMark = rest[0];
         section_.exponentPlus = rest[1] == '+';

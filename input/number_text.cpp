@@ -114,13 +114,15 @@ std::string wholeNumber(std::string_view body) {
 // The body of a price as "3 1/8", the whole number without marks; "" when it is no such fraction.
 std::string wholeFraction(std::string_view body) {
     std::string text(body);
-    for (const VulgarFraction& vulgar : vulgarFractions)
-        if (text.ends_with(vulgar.sign)) {
-            text.replace(text.size() - vulgar.sign.size(), vulgar.sign.size(), vulgar.text);
-            if (text.size() > vulgar.text.size())
-                text.insert(text.size() - vulgar.text.size(), " ");
-            break;
-        }
+    const auto* const vulgar =
+        std::find_if(std::begin(vulgarFractions), std::end(vulgarFractions),
+                     [&](const VulgarFraction& one) { return text.ends_with(one.sign); });
+    if (vulgar != std::end(vulgarFractions)) {
+        text.resize(text.size() - vulgar->sign.size());
+        if (!text.empty())
+            text += ' ';
+        text += vulgar->text;
+    }
     ReplaceAll(text, "\u2044", "/");
     const auto slash = text.find('/');
     if (slash == std::string::npos)
@@ -158,23 +160,16 @@ constexpr std::int64_t longestExpansion = 400;
 std::string plainText(const NumberSpan& number, bool negative) {
     std::string text(number.mantissa);
     std::string exponent;
-    if (number.exponent != 0) {
-        if (number.exponent > longestExpansion || number.exponent < -longestExpansion) {
-            exponent = "E" + std::to_string(number.exponent);
-        } else {
-            auto point = text.find('.');
-            if (point == std::string::npos)
-                point = text.size();
-            else
-                text.erase(point, 1);
-            const auto target = static_cast<std::int64_t>(point) + number.exponent;
-            if (target < 0)
-                text.insert(0, static_cast<std::size_t>(-target), '0');
-            const auto place = static_cast<std::size_t>(std::max<std::int64_t>(target, 0));
-            if (place > text.size())
-                text.append(place - text.size(), '0');
-            text.insert(place, 1, '.');
-        }
+    if (number.exponent > longestExpansion || number.exponent < -longestExpansion) {
+        exponent = "E" + std::to_string(number.exponent);
+    } else if (number.exponent != 0) {
+        const auto point = std::min(text.find('.'), text.size());
+        text.erase(point, 1);
+        const auto target = static_cast<std::int64_t>(point) + number.exponent;
+        text.insert(0, static_cast<std::size_t>(std::max<std::int64_t>(-target, 0)), '0');
+        const auto place = static_cast<std::size_t>(std::max<std::int64_t>(target, 0));
+        text.resize(std::max(text.size(), place), '0');
+        text.insert(place, 1, '.');
     }
     if (text.ends_with('.'))
         text.pop_back();
@@ -207,8 +202,8 @@ std::string leftOutOfFraction(std::string_view text, std::string_view fraction,
     if (!fraction.empty()) { // as whole, numerator and denominator
         const auto blank = fraction.find(' ');
         const auto slash = fraction.find('/');
-        const bool nothing = numericValue(fraction.substr(blank + 1, slash - blank - 1)) == 0;
-        if (nothing && numericValue(fraction.substr(0, blank)) == 0)
+        const bool nothing = numericValue(fraction.substr(blank + 1)) == 0;
+        if (nothing && numericValue(fraction) == 0)
             return {};
         if (!nothing && numericValue(fraction.substr(slash + 1)) != 0)
             return {};

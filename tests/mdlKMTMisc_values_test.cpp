@@ -66,6 +66,14 @@ TEST(DecimalToFraction, ShowsEighths) {
         {"1234.5", "1234 1/2"},
         {"1,234.50", "1234 1/2"},
         {"1.5e1", "15"},
+        {"12345678901234567.00", "12345678901234567"}, // with every digit
+        {"1.-5", "1.-5"},                              // nothing but digits is a fraction
+        {"100.5", "100 1/2"},
+        {"-007.5", "-7 1/2"},
+        {"-0012", "-12"},
+        {"+0.5", "1/2"},
+        {"1,234", "1234"},
+        {"00", ""},
         {"9.9e1", "99"},
         {"9.9e9", "9900000000"},
         {"1.25e-1", "1/8"},
@@ -131,6 +139,8 @@ TEST(GreatestCommonDivisor, FollowsTheRemainders) {
     EXPECT_EQ(GreatestCommonDivisor(7, 5), 1);
     constexpr auto lowest = std::numeric_limits<std::int32_t>::min();
     EXPECT_EQ(GreatestCommonDivisor(lowest, 6), 2);
+    constexpr auto highest = std::numeric_limits<std::int32_t>::max();
+    EXPECT_EQ(GreatestCommonDivisor(highest, highest), highest);
     EXPECT_THROW((void)GreatestCommonDivisor(lowest, lowest), std::overflow_error);
     for (int first = -40; first <= 40; ++first)
         for (int second = -40; second <= 40; ++second)
