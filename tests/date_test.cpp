@@ -141,6 +141,39 @@ TEST(Date, AQuarterIsThatOfTheNearestEnd) {
     EXPECT_EQ(nearestQuarters(on(2024, 6, 30), on(2024, 5, 16)), 0);
 }
 
+TEST(Date, ArithmeticEndsAtTheFirstAndTheLastMonth) {
+    EXPECT_EQ(addMonths(on(9999, 11, 15), 1), on(9999, 12, 15));
+    EXPECT_EQ(addMonths(on(9999, 11, 15), 2), on(9999, 12, 15));
+    EXPECT_EQ(addMonths(on(100, 2, 15), -1), on(100, 1, 15));
+    EXPECT_EQ(addMonths(on(100, 2, 15), -2), on(100, 1, 15));
+    EXPECT_EQ(addDays(on(9999, 12, 30), 1), on(9999, 12, 31));
+    EXPECT_EQ(addDays(on(9999, 12, 31), 1), on(9999, 12, 31));
+    EXPECT_EQ(addDays(on(100, 1, 2), -1), on(100, 1, 1));
+    EXPECT_EQ(addDays(on(100, 1, 1), -1), on(100, 1, 1));
+    EXPECT_TRUE(makeDate(100, 1, 1));
+    EXPECT_TRUE(makeDate(9999, 12, 31));
+}
+
+TEST(Date, ADayBeyondTheEndsIsTheLastOrFirstOneAtMidnight) {
+    for (const double beyond : {0.0, 0.25, 0.999}) {
+        EXPECT_EQ(civil(Date{2958466 + beyond}), (CivilDate{9999, 12, 31}));
+        EXPECT_EQ(clock(Date{2958466 + beyond}), ClockTime{});
+        EXPECT_EQ(civil(Date{-657435 - beyond}), (CivilDate{100, 1, 1}));
+        EXPECT_EQ(clock(Date{-657435 - beyond}), ClockTime{});
+    }
+    EXPECT_EQ(clock(Date{2958465.25}), (ClockTime{6, 0, 0}));
+    EXPECT_EQ(clock(Date{-657434.25}), (ClockTime{6, 0, 0}));
+}
+
+TEST(Date, HalfASecondBeforeMidnightTheNextDayBegins) {
+    constexpr double second = 1.0 / 86400;
+    EXPECT_EQ(civil(Date{38717 - 0.6 * second}), (CivilDate{2005, 12, 30}));
+    EXPECT_EQ(clock(Date{38717 - 0.6 * second}), (ClockTime{23, 59, 59}));
+    EXPECT_EQ(civil(Date{38717 - 0.4 * second}), (CivilDate{2005, 12, 31}));
+    EXPECT_EQ(clock(Date{38717 - 0.4 * second}), ClockTime{});
+    EXPECT_EQ(addDays(Date{38717 - 0.4 * second}, 1), on(2006, 1, 1));
+}
+
 TEST(Date, ArithmeticKeepsTheTimeOfDay) {
     const Date noon{on(2005, 1, 31).serial + 0.5};
     EXPECT_EQ(addMonths(noon, 1).serial, on(2005, 2, 28).serial + 0.5);

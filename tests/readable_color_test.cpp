@@ -7,6 +7,63 @@
 namespace vkr {
 namespace {
 
+TEST(Contrast, GoesFromTheSameLightnessToBlackOnWhite) {
+    const struct {
+        Color one;
+        Color other;
+        double contrast;
+    } rows[] = {
+        {colors::black, colors::white, 21},
+        {colors::white, colors::white, 1},
+        {colors::black, colors::black, 1},
+        {colorOf(255, 0, 0), colors::white, 3.998},
+        {colorOf(0, 255, 0), colors::white, 1.372},
+        {colorOf(0, 0, 255), colors::white, 8.592},
+        {colorOf(119, 119, 119), colors::white, 4.478},
+        {colorOf(10, 10, 10), colors::black, 1.061}, // the darkest go by a rule of their own
+        {colorOf(11, 11, 11), colors::black, 1.067},
+    };
+    for (const auto& row : rows) {
+        EXPECT_NEAR(contrast(row.one, row.other), row.contrast, 0.001) << row.one;
+        EXPECT_EQ(contrast(row.one, row.other), contrast(row.other, row.one)) << row.one;
+    }
+}
+
+TEST(Between, IsAColourOnTheWayToAnother) {
+    const Color one = colorOf(10, 220, 30);
+    const Color other = colorOf(110, 20, 130);
+    EXPECT_EQ(between(one, other, 0), one);
+    EXPECT_EQ(between(one, other, 0.25), colorOf(35, 170, 55));
+    EXPECT_EQ(between(one, other, 1), other);
+}
+
+TEST(Readable, ChangesAColourOnlyAsFarAsItTakes) {
+    const Color grays[] = {colors::black,          colorOf(60, 60, 60),    colorOf(100, 100, 100),
+                           colorOf(140, 140, 140), colorOf(200, 200, 200), colors::white};
+    const Color wanted[] = {colorOf(255, 255, 0), colorOf(200, 0, 0), colorOf(0, 0, 160),
+                            colorOf(128, 128, 128)};
+    for (const Color behind : grays)
+        for (const Color color : wanted)
+            for (const double least : {signContrast, textContrast}) {
+                const Color shown = readable(color, behind, least);
+                EXPECT_GE(contrast(shown, behind), least) << color << " on " << behind;
+                if (contrast(color, behind) >= least) {
+                    EXPECT_EQ(shown, color) << behind;
+                } else {
+                    EXPECT_LT(contrast(shown, behind), 1.5 * least) << color << " on " << behind;
+                }
+            }
+    EXPECT_EQ(readable(colorOf(255, 255, 0), colors::white, 21), colors::black);
+    EXPECT_EQ(readable(colorOf(255, 255, 0), colors::white, 30), colors::black);
+    EXPECT_EQ(readable(colorOf(90, 0, 0), colors::black, 30), colors::white);
+}
+
+TEST(MarkColor, IsRedForWhatIsNotStoredAmberForADoubtAndElseQuiet) {
+    EXPECT_EQ(markColor(MarkKind::unstored), mark_colors::unstored);
+    EXPECT_EQ(markColor(MarkKind::doubtful), mark_colors::doubtful);
+    EXPECT_EQ(markColor(MarkKind::quiet), mark_colors::quiet);
+}
+
 TEST(OriginCorner, IsWhereTheTextOfTheFieldDoesNotBegin) {
     Form form;
     auto& figure = form.add<TextBox>("txtFigure");
