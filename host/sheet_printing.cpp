@@ -46,6 +46,7 @@ Paper paperOf(const QPrinter& printer) {
 std::vector<SheetPrinting::Sheet>
 SheetPrinting::stored(CompanyStore& store, const std::vector<CompanySummary>& companies) {
     std::vector<Sheet> sheets;
+    sheets.reserve(companies.size());
     for (const CompanySummary& company : companies)
         sheets.emplace_back([&store, id = company.key.id]() -> StoreResult<SheetCompany> {
             const auto loaded = store.load(id);
