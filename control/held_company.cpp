@@ -98,7 +98,6 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
     Form& form = context_.form;
     const EntryContext::UpdateScope updating(context_);
     const Form::Update update(form);
-    context_.hideHelpFrame();
     context_.company = std::move(company);
     const ActionScope loading(context_.company, {Origin::derived, {}, {}});
     entry_.startOver();
@@ -153,7 +152,7 @@ void HeldCompany::showAnew() {
     std::vector<std::string> dates;
     for (const auto& [datum, shown] : suggestedDates)
         dates.push_back(context_[shown].tag());
-    const auto quarters = std::pair(quarterly_.newestQuarter(), quarterly_.shown());
+    const auto lastQuarter = quarterly_.shown();
     {
         const During loading(loading_);
         checkInvariants();
@@ -175,7 +174,7 @@ void HeldCompany::showAnew() {
                 [&] { context_.dates.follow(one.first, readDate(*context_.company, one.first)); });
     kept.putBack(moved);
     display_.keepUnit(unit);
-    if (quarters != std::pair(quarterly_.newestQuarter(), quarterly_.shown()))
+    if (moved.quarters != 0 || lastQuarter != quarterly_.shown())
         lastQuarter_.startOver();
     ifPossible([&] { quarterly_.trailing().lookAgain(); });
     form.settleFocus(); // a cell may be out of reach now

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "company/period_moves.hpp"
 #include "support/elements.hpp"
 #include "support/entry_scene.hpp"
+#include "support/field_steps.hpp"
 #include "support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
@@ -147,6 +149,64 @@ TEST_F(RecordChanged, TakesATextThatCouldNotBeStoredAlongWithItsYear) {
     EXPECT_TRUE(scene_.field("txtSales", 4).isUnstored());
 }
 
+TEST_F(RecordChanged, KeepsADoubtWhileItsFigureStays) {
+    scene_.desktop.setClipboardText("5M");
+    scene_.typeAt("txtTotalDebt", "^a^v{TAB}");
+    const FieldMark doubt = scene_.field("txtTotalDebt").mark();
+    ASSERT_EQ(doubt.kind, MarkKind::doubtful);
+    company_->put_Name("Other Inc.");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.field("txtTotalDebt").mark(), doubt);
+    company_->put_TotalDebt(6);
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.field("txtTotalDebt").mark(), FieldMark());
+}
+
+TEST_F(RecordChanged, KeepsTheCaretWhereItIs) {
+    scene_.typeAt("txtTotalDebt", "^a{DEL}12345{LEFT 2}");
+    company_->put_Name("Other Inc.");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.field("txtTotalDebt").selStart(), 3);
+    scene_.desktop.type("+{LEFT}");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.field("txtTotalDebt").selText(), "3");
+}
+
+// What is being typed belongs to its period: where another one stands in its cell by now, it is
+// told as not stored.
+TEST_F(RecordChanged, TakesWhatIsBeingTypedAlongWithItsPeriod) {
+    struct Row {
+        TABObject tab;
+        const char* cell;
+        Datum series;
+        int row; // that shows it afterwards
+    };
+    for (const auto& [tab, cell, series, row] :
+         {Row{toYearly, "txtSales(9)", Datum::YRevenueSeries, 8},
+          Row{toQuarterly, "txtRevenue(0)", Datum::QRevenueSeries, 1}}) {
+        EntryScene scene;
+        const auto company = fullCompany();
+        company->put_LastQDate(company->get_LastQDateForGrid());
+        scene.load(company);
+        scene.entry->put_CurrentTab(tab);
+        scene.typeAt(cell, "^a{DEL}123");
+        for (const DatumRow& one : datumTable())
+            if (one.period == rowOf(series).period)
+                writeDatum(*company, one.datum, movedOn(company->stored(one.datum), 1));
+        if (tab == toYearly) {
+            company->put_LastFY(static_cast<std::int16_t>(company->get_LastFY() + 1));
+        } else {
+            company->put_LastQDateForGrid(addQuarters(company->get_LastQDateForGrid(), 1));
+            company->put_LastQDate(company->get_LastQDateForGrid());
+        }
+        scene.entry->recordChanged();
+        const std::string name(std::string_view(cell).substr(0, std::string_view(cell).find('(')));
+        EXPECT_NE(test::textOf(scene, cell), "123");
+        EXPECT_EQ(scene.text(name, row), "123");
+        EXPECT_TRUE(scene.field(name, row).isUnstored());
+    }
+}
+
 TEST_F(RecordChanged, KeepsChoicesThatNoCommitHasWritten) {
     scene_.entry->put_CurrentTab(toOptions);
     scene_.enter("txtCurSymbol", "EUR");
@@ -160,15 +220,96 @@ TEST_F(RecordChanged, KeepsChoicesThatNoCommitHasWritten) {
 TEST_F(RecordChanged, TakesOverSettingsThatAreOthersNow) {
     company_->get_Settings()->put(setting::currencySymbol, "GBP");
     company_->get_Settings()->put(setting::bookValue, true);
+    company_->get_Settings()->put(setting::taxRate, true);
     company_->get_Settings()->put(setting::lockBasicInfo, true);
     company_->get_Settings()->put(setting::unit, std::int16_t{3});
     company_->put_TotalDebt(2);
     scene_.entry->recordChanged();
     EXPECT_EQ(scene_.text("txtCurSymbol"), "GBP");
     EXPECT_TRUE(scene_.form().get<OptionButton>("optCommEq", 1).value());
+    EXPECT_TRUE(scene_.form().get<OptionButton>("optPTI", 1).value());
+    EXPECT_EQ(scene_.form().get<Label>("lblYOption").caption(), "Tax Rate (%)");
     EXPECT_TRUE(scene_.form().get<CheckBox>("chkLockInfo").value());
     EXPECT_TRUE(scene_.field("txtName").locked());
     EXPECT_EQ(scene_.text("txtTotalDebt"), "2000.00");
+}
+
+TEST_F(RecordChanged, ShowsNoPeriodWhereItIsNoneOfTheList) {
+    auto& list = scene_.form().get<ComboBox>("cmbReportingPeriod");
+    const int entries = static_cast<int>(list.list().size());
+    for (const int period : {entries, -1, -2}) {
+        company_->get_ReportingPeriod()->put(setting::leadPeriod, 0);
+        scene_.entry->recordChanged();
+        ASSERT_EQ(list.listIndex(), 0);
+        company_->get_ReportingPeriod()->put(setting::leadPeriod, period);
+        scene_.entry->recordChanged();
+        EXPECT_EQ(list.listIndex(), -1) << period;
+        EXPECT_EQ(list.text(), "") << period;
+    }
+    company_->get_ReportingPeriod()->put(setting::leadPeriod, entries - 1);
+    scene_.entry->recordChanged();
+    EXPECT_EQ(list.listIndex(), entries - 1);
+}
+
+TEST_F(RecordChanged, KeepsAWholeSelectionWhole) {
+    company_->put_Name("X");
+    scene_.load(record_);
+    scene_.desktop.clickTab(toOther);
+    scene_.desktop.clickTab(toCompany);
+    scene_.desktop.click("txtName");
+    ASSERT_EQ(scene_.field("txtName").selText(), "X");
+    company_->put_Name("Other Inc.");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.field("txtName").selText(), "Other Inc.");
+    scene_.desktop.type("{HOME}");
+    company_->put_Name("Another Inc.");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.field("txtName").selStart(), 12);
+    EXPECT_EQ(scene_.field("txtName").selLength(), 0);
+}
+
+TEST_F(RecordChanged, ShowsTheCurrencyOfOthersBesideEveryAmount) {
+    company_->get_Settings()->put(setting::currencySymbol, "GBP");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.form().get<Label>("lblCurrency", 3).caption(), "GBP");
+}
+
+// Trailing earnings that were typed belong to their quarter while that stays where it is.
+TEST_F(RecordChanged, LeavesTheEarningsOfTheQuarterThatTheSpinnerCameFrom) {
+    for (const bool quarterAdded : {false, true}) {
+        EntryScene scene;
+        const auto company = test::datedCompany();
+        for (int quarter = 1; quarter <= 6; ++quarter)
+            test::putElement(*company, Datum::QEPSSeries, quarter, 1);
+        company->put_Last4QEPS(9.5);
+        scene.load(company);
+        scene.entry->put_CurrentTab(toQuarterly);
+        scene.desktop.spin("spnQuarter", -1);
+        ASSERT_EQ(company->get_Last4QEPS(), 4);
+        company->put_Name("Other Inc.");
+        if (quarterAdded) {
+            company->put_LastQDateForGrid(*makeDate(2026, 12, 31));
+            company->put_QEPSSeries(movedOn(company->get_QEPSSeries(), 1));
+        }
+        scene.entry->recordChanged();
+        scene.desktop.spin("spnQuarter", quarterAdded ? 2 : 1);
+        EXPECT_EQ(company->get_Last4QEPS(), quarterAdded ? 4 : 9.5);
+    }
+}
+
+TEST_F(RecordChanged, NamesItsCellsByTheirYearsAndTellsTheHost) {
+    int told = 0;
+    scene_.entry->stateChanged = [&] { ++told; };
+    const std::string before = scene_.field("txtSales", 9).accessibleName();
+    company_->put_LastFY(static_cast<std::int16_t>(company_->get_LastFY() + 1));
+    company_->get_Settings()->put(setting::unit, std::int16_t{9});
+    scene_.entry->recordChanged();
+    const std::string after = scene_.field("txtSales", 9).accessibleName();
+    EXPECT_NE(after, before);
+    EXPECT_NE(after.find(std::to_string(company_->get_LastFY())), std::string::npos) << after;
+    EXPECT_NE(after.find("(B)"), std::string::npos) << after;
+    EXPECT_EQ(told, 1);
+    scene_.entry->stateChanged = nullptr;
 }
 
 TEST_F(RecordChanged, KnowsASuggestedDateThatIsBack) {
