@@ -125,8 +125,7 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
         return std::nullopt;
 
     const bool plain = corner && isCornerOfPeriods(*corner);
-    Heading heading{
-        .run = run, .isSure = corner.has_value(), .descends = false, .fiscal = false, .rows = {}};
+    Heading heading{.run = run, .isSure = corner.has_value(), .rows = {}};
     heading.rows.resize(from);
     std::vector<Period> periods;
     for (std::size_t at = from; at < cells.size(); ++at) {

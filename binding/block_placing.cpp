@@ -88,7 +88,7 @@ void BlockPlacing::peelTitles() {
     while (firstRow_ < height() &&
            (isTitle(cells_[firstRow_], 0) || (firstRow_ > 0 && isEmpty(cells_[firstRow_]))))
         ++firstRow_;
-    if (firstRow_ < height() && width() > 0 && isTitle(line(Run::down, 0), firstRow_))
+    if (firstRow_ < height() && isTitle(line(Run::down, 0), firstRow_))
         firstColumn_ = 1;
 }
 

@@ -61,13 +61,8 @@ void SeriesGrid::wait(MarkedText text) {
 void SeriesGrid::setMarkedAside(int column) {
     for (int row = 0; row < std::ssize(cells(column)); ++row) {
         const TextBox& cell = box({column, row});
-        const auto place =
-            cell.mark().kind == MarkKind::none ? std::nullopt : placeOf({column, row});
-        if (!place)
-            continue;
-        const auto& shown = shownIn({column, row});
-        wait({*place, cell.text(), cell.mark(), shown ? shown->figure : 0,
-              shown ? shown->typedIn : TypedUnit()});
+        if (const auto& shown = shownIn({column, row}); shown && cell.mark().kind != MarkKind::none)
+            wait({shown->place, cell.text(), cell.mark(), shown->figure, shown->typedIn});
     }
 }
 

@@ -4,7 +4,6 @@
 #include "platform/ascii.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
 namespace vkr {
@@ -13,7 +12,8 @@ namespace {
 
 int wholeNumber(std::string_view digits) {
     int value = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    for (const char digit : digits)
+        value = value * 10 + (digit - '0');
     return value;
 }
 

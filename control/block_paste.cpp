@@ -132,7 +132,7 @@ std::vector<std::optional<BlockGrid::Held>> BlockPaste::heldIn(Datum series,
         if (!element || !value.isArray() || !value.array().contains(*element))
             continue;
         BlockGrid::Held figure{.figure = value.array().number(*element)};
-        if (originOf && figure.figure != 0)
+        if (originOf)
             figure.origin =
                 attemptOr(std::optional<Origin>(), [&] { return originOf(series, *element); });
         held[static_cast<std::size_t>(row)] = figure;

@@ -44,7 +44,7 @@ void KeptTexts::takeActive() {
 
 void KeptTexts::putBack(const PeriodsMoved& moved) {
     for (const Kept& kept : kept_) {
-        if (!kept.field->enabled() || (active_ && active_->typed && active_->field == kept.field))
+        if (active_ && active_->typed && active_->field == kept.field)
             continue;
         if (kept.mark.kind == MarkKind::unstored)
             kept.field->putBackRefused(kept.text, kept.mark);

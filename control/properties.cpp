@@ -210,17 +210,12 @@ void Properties::putShade(Shade shade, Color color) {
 
 void Properties::setShade(Shade shade, Color color) {
     context_[controls::colorSample[shade]].setBackColor(color);
-    switch (shade) {
-    case shadeLocked:
+    if (shade == shadeLocked)
         lock_.setShade(color);
-        break;
-    case shadeYear:
+    else if (shade == shadeYear)
         yearly_.setShade(color);
-        break;
-    case shadeQuarter:
+    else
         quarterly_.setShade(color);
-        break;
-    }
 }
 
 // --- what is on show -----------------------------------------------------------------------------
