@@ -123,6 +123,12 @@ TEST(BlockPlacing, BeginsAtTheCell) {
     EXPECT_EQ(placed("1\n2", quarterly(3, 4)), "#4 EPS 1; #5 EPS 2");
 }
 
+TEST(BlockPlacing, HasNothingToPlaceInTextsAlone) {
+    for (const char* text : {"", "Revenue", "\nRevenue", "\nRevenue\nEPS", "\tRevenue\n\tEPS",
+                             "Revenue\tEPS", "\t\n\t"})
+        EXPECT_EQ(placed(text), "") << text;
+}
+
 TEST(BlockPlacing, TellsWhatLiesOutside) {
     EXPECT_EQ(placed("1\t2", yearly(5, 0)), "2016 Shares 1; '2' outside");
     EXPECT_EQ(placed("1\n2", yearly(0, 10)), "2026 Revenue 1; '2' outside");
@@ -389,11 +395,23 @@ TEST(BlockPlacing, KnowsTheUnitOfShares) {
         {"In thousands, except share data", "2016 Revenue 416.161; 2016 Shares 15.004697 unit?"},
         {"In millions\nIn thousands", "2016 Revenue 416161 unit?; 2016 Shares 15004.697 unit?"},
         {"In thousands, except per share data", "2016 Revenue 416.161; 2016 Shares 15.004697"},
+        {"$ in millions, shares in thousands\nshares in millions",
+         "2016 Revenue 416161; 2016 Shares 15004.697 unit?"},
+        {"in thousands\nby number of shares", "2016 Revenue 416.161; 2016 Shares 15.004697"},
+        {"shares in thousands", "2016 Revenue 416161; 2016 Shares 15.004697 shares=3"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(placed((std::string(row.title) + "\nRevenue\tShares\n416161\t15004.697").c_str()),
                   row.told)
             << row.title;
+}
+
+TEST(BlockPlacing, DoubtsNoUnitThatATitleNamesOnce) {
+    BlockPlacing placing(cellsOf("in thousands\nRevenue\tShares\n5\t6"), yearly());
+    BlockSwitches switches = placing.switches();
+    switches.unit = 0; // what the title says does not count
+    placing.setSwitches(switches);
+    EXPECT_EQ(told(placing), "2016 Revenue 5; 2016 Shares 6");
 }
 
 TEST(BlockPlacing, TakesNoFiguresForYears) {
@@ -646,6 +664,11 @@ TEST(BlockPlacing, GoesByTheMarksOfTheFormWhereTheFiguresDisagree) {
               "2016 Revenue 1.5; '2,5' none; 2016 Net Income 1500 mark?=1.500");
 }
 
+TEST(BlockPlacing, TakesNoHeadingForOneThatHasNothingBelowOrBesideIt) {
+    EXPECT_EQ(placed("Income statement\n\t2024\t2025"),
+              "2016 Tax Rate 2024 place?; 2016 Net Income 2025 place?");
+}
+
 TEST(BlockPlacing, TakesNoTextAmongTheFiguresForATitle) {
     EXPECT_EQ(placed("1\t2\nin thousands\t4"),
               "2016 Revenue 1; 2016 Tax Rate 2; 'in thousands' none; 2017 Tax Rate 4");
@@ -668,6 +691,8 @@ TEST(BlockPlacing, MissesPeriodsOnlyWhereItsCornerSpeaksOfThem) {
 TEST(BlockPlacing, EmptiesWhatIsThere) {
     BlockGrid grid = yearly();
     hold(grid, [](int, int) { return Held{1}; });
+    EXPECT_EQ(placed("0\t5", grid), "2016 Revenue 0 empties?; 2016 Tax Rate 5");
+    EXPECT_EQ(placed("0"), "2016 Revenue 0");
     BlockPlacing placing(cellsOf("\t5"), grid);
     BlockSwitches switches = placing.switches();
     switches.emptyCells = true;

@@ -9,6 +9,7 @@
 #include "support/change_lists.hpp"
 #include "support/elements.hpp"
 #include "support/entry_scene.hpp"
+#include "support/failing_memory.hpp"
 #include "support/field_steps.hpp"
 #include "support/period_import.hpp"
 #include "support/random_company.hpp"
@@ -522,6 +523,26 @@ TEST_F(Journal, DoesAGroupOnceMore) {
     beyond.changes.front().element = 77;
     EXPECT_TRUE(other->apply(beyond));
     EXPECT_TRUE(sameAs(*other, *before));
+}
+
+// A step back over what nobody has noted would leave that behind.
+TEST_F(Journal, NoStepLeadsBackOverWhatThereWasNoMemoryToNote) {
+    journal = std::make_shared<ChangeJournal>(company);
+    for (int nth = 1;; ++nth) {
+        journal->startOver();
+        journal->put_TotalDebt(nth);
+        journal->beginAction({});
+        journal->put_PrefDiv(1000 + nth);
+        {
+            const FailingMemory memory(nth);
+            journal->endAction();
+            if (!memory.hasFailed())
+                break;
+        }
+        const auto groups = journal->groups();
+        ASSERT_TRUE(groups.empty() || groups.size() == 2) << nth;
+    }
+    EXPECT_EQ(journal->groups().size(), 2U);
 }
 
 TEST_F(Journal, ASettingsObjectOutlivesIt) {

@@ -151,6 +151,11 @@ TEST(CsvText, TakesTheSeparatorFromTheHeader) {
         ASSERT_EQ(table.rows.size(), 2U);
         EXPECT_EQ(table.rows[1].size(), 3U);
     }
+    // Whatever a text holds below it.
+    const CsvTable table = readCsv("key,value\nnotes,a;b;c;d;e\n");
+    ASSERT_EQ(table.rows.size(), 2U);
+    EXPECT_EQ(table.rows[1].size(), 2U);
+    EXPECT_EQ(readCsv("\r\n\na;b\n1;2\n").rows.at(1).size(), 2U);
 }
 
 TEST(CsvText, TellsWhatIsNoTable) {
@@ -662,6 +667,10 @@ TEST(CompanyCsv, TellsEachErrorByItsPlace) {
          "c.csv, line 2, column 2, \"maybe\": neither true nor false"},
         {"unit", "key,value\nunit,70000\n", "", "",
          "c.csv, line 2, column 2, \"70000\": not a whole number"},
+        {"day of a price", "key,value\nprice_date,today\n", "", "",
+         "c.csv, line 2, column 2, \"today\": not a date: write an existing day as 2025-09-27"},
+        {"last year", "key,value\nlast_fiscal_year,20x4\n", "", "",
+         "c.csv, line 2, column 2, \"20x4\": not a year"},
         {"empty file", "", "", "", "c.csv: the file is empty"},
     };
     for (const Row& row : rows) {

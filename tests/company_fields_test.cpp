@@ -1238,6 +1238,16 @@ TEST(CompanyFields, TheDividendShowsItsAlternateAndWritesBoth) {
     EXPECT_EQ(company->get_CommDivAlternate(), 3.1);
 }
 
+TEST(CompanyFields, AnotherTextThanTheSourceSwitchesNoRow) {
+    EntryScene scene;
+    const auto company = datedCompany();
+    company->put_Source("Value Line");
+    scene.load(company);
+    typeOver(scene, "txtName", "Acme");
+    for (const char* option : {"optPTI", "optCommEq"})
+        EXPECT_TRUE(scene.form().get<OptionButton>(option, 0).value()) << option;
+}
+
 TEST(CompanyFields, NameAndSymbolTellTheHostOfTheirChange) {
     EntryScene scene;
     const auto company = datedCompany();

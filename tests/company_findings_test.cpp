@@ -2,6 +2,7 @@
 #include "plausibility/company_findings.hpp"
 #include "plausibility/plausibility_rules.hpp"
 #include "plausibility/silenced_findings.hpp"
+#include "record/datum_titles.hpp"
 #include "tests/support/elements.hpp"
 #include "tests/support/samples.hpp"
 
@@ -736,6 +737,7 @@ TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
         {"jump-of-hundreds", dividends(1, 31.69, 1), false},
         {"jump-of-hundreds", dividends(1, 1 / 31.705, 1), true},
         {"jump-of-hundreds", dividends(1, 3161.5, 1), true},
+        {"jump-of-hundreds", dividends(1, 3162, 1), true},
         {"jump-of-hundreds", dividends(1, 3162.5, 1), false},
         {"jump-of-hundreds", between(YTaxRateSeries, 5, 500, 5), true},
         {"jump-of-hundreds", between(YTaxRateSeries, 4.9, 500, 5), false},
@@ -864,6 +866,60 @@ TEST(PlausibilityRules, compareNoDatesWhereNothingGoesByThem) {
         EXPECT_EQ(says("quarter-before-year-end"), both && row.yearEnd == december);
         EXPECT_EQ(says("year-behind-quarters"), both && row.yearEnd == june);
         EXPECT_EQ(says("year-unlike-its-end"), row.years && row.yearEnd != 0);
+    }
+}
+
+// A quarter of which no date says its year stands beside the last one.
+TEST(PlausibilityRules, holdQuartersWithoutADateAgainstTheLastYear) {
+    for (const Datum missing : {LastFYDate, LastQDateForGrid}) {
+        const auto company = soundCompany();
+        company->put_LastQDate({});
+        writeDate(*company, missing, {});
+        for (const int year : {1, 2})
+            putElement(*company, YCSOSeries, year, 300);
+        const auto findings = companyFindings(*company);
+        const auto found =
+            std::ranges::find(findings, "quarterly-earnings-times-shares", &Finding::rule);
+        ASSERT_NE(found, findings.end()) << wordsOf(missing);
+        EXPECT_EQ(std::ranges::count(found->places, FigurePlace{YCSOSeries, 1}), 1);
+    }
+}
+
+TEST(PlausibilityRules, areSurerOfWhatIsFartherOff) {
+    struct Row {
+        std::string_view rule;
+        std::vector<std::pair<FigurePlace, double>> figures;
+        Sureness sureness;
+    };
+    const Row rows[] = {
+        {"diluted-below-common", {{{DilutedShares, onCard}, 94.06}}, hint},
+        {"diluted-below-common", {{{DilutedShares, onCard}, 94.04}}, likely},
+        {"share-counts-apart", {{{CommShares, onCard}, 850}}, sure},
+        {"share-counts-apart", {{{CommShares, onCard}, 820}}, likely},
+        {"share-counts-apart", {{{CommShares, onCard}, 0.1}}, sure},
+        {"quarters-against-year", {{{YRevenueSeries, 8}, 4444}}, likely},
+        {"quarters-against-year", {{{YRevenueSeries, 8}, 4445}}, sure},
+        {"quarterly-earnings-against-year", {{{YEPSSeries, 8}, 4.44}}, hint},
+        {"quarterly-earnings-against-year", {{{YEPSSeries, 8}, 4.45}}, likely},
+        {"earnings-times-shares", {{{YEPSSeries, 8}, 43.9}}, sure},
+        {"earnings-times-shares", {{{YEPSSeries, 8}, 44.1}}, likely},
+        {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 1149}}, sure},
+        {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 1151}}, hint},
+        {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 0.101}}, sure},
+        {"book-value-times-shares", {{{YBookValSeries, 8}, 2.19}}, sure},
+        {"book-value-times-shares", {{{YBookValSeries, 8}, 2.21}}, hint},
+        {"income-after-tax", {{{YTaxRateSeries, 8}, 69.9}}, hint},
+        {"income-after-tax", {{{YTaxRateSeries, 8}, 70.1}}, likely},
+        {"income-after-tax", {{{YPTISeries, 8}, 5499}}, sure},
+        {"income-after-tax", {{{YPTISeries, 8}, 5501}}, likely},
+    };
+    for (const Row& row : rows) {
+        const auto company = soundCompany();
+        putElement(*company, row.figures);
+        const auto findings = companyFindings(*company);
+        const auto found = std::ranges::find(findings, row.rule, &Finding::rule);
+        ASSERT_NE(found, findings.end()) << row.rule << " " << row.figures.front().second;
+        EXPECT_EQ(found->sureness, row.sureness) << found->text;
     }
 }
 

@@ -225,6 +225,16 @@ TEST_F(DoubtfulTexts, AFigureThatWasCopiedInAnotherUnitIsOne) {
         typeAt(scene, "txtEPS(0)", "^a{DEL}^v{TAB}"); // has no unit
         EXPECT_EQ(doubts(), Names{});
     }
+    // What is only selected meanwhile is not what was copied.
+    setUnit(6);
+    typeOver(scene, "txtTotalDebt", "900");
+    typeAt(scene, "txtTotalDebt", "^a^c{TAB}");
+    for (const char* keys : {"{HOME}+{END}+{LEFT}", "^a^{HOME}", "^a{RIGHT}+{HOME}"})
+        typeAt(scene, "txtName", std::string("^aACME") + keys);
+    setUnit(3);
+    typeAt(scene, "txtTotalCap", "^a^v{TAB}");
+    EXPECT_EQ(markOf(scene, "txtTotalCap"), doubt);
+    typeOver(scene, "txtTotalCap", "1");
     desktop.setClipboardText("9"); // by another program
     desktop.setClipboardText("900.00");
     setUnit(6);
@@ -318,6 +328,20 @@ TEST_F(DoubtfulTexts, TheEndOfAPasteThatHasNoRoomIsTold) {
     goTo(scene, "txtState");
     desktop.type("NY{TAB}");
     EXPECT_EQ(doubts().size(), 1U);
+}
+
+TEST_F(DoubtfulTexts, OfALongTextTheBeginningIsTold) {
+    const std::string taken(20, '1');
+    for (const int length : {40, 41}) {
+        const std::string rest(static_cast<std::size_t>(length), 'x');
+        typeOver(scene, "txtZip", "1");
+        desktop.setClipboardText(taken + rest);
+        goTo(scene, "txtZip");
+        desktop.type("^a^v");
+        const std::string told = length == 40 ? rest : std::string(40, 'x') + "\u2026";
+        EXPECT_EQ(doubts(),
+                  Names{"txtZip: Taken as " + taken + "; \"" + told + "\" was left out."});
+    }
 }
 
 TEST_F(DoubtfulTexts, APasteIntoAnOverlongTextIsToldAsAWhole) {

@@ -267,6 +267,7 @@ constexpr Hiding hidings[] = {
     {"F1", [](HelpScene& scene) { scene.desktop.type("{F1}"); }},
     {"AnotherRecord", [](HelpScene& scene) { scene.load(fullCompany()); }},
     {"Clear", [](HelpScene& scene) { scene.entry->Clear(); }},
+    {"ARecordThatChanged", [](HelpScene& scene) { scene.entry->recordChanged(); }},
 };
 
 class HelpFrameHides : public testing::TestWithParam<Hiding> {};
@@ -574,6 +575,26 @@ TEST_F(HelpFrameSize, AWordThatIsTooLongForALineGoesOnInTheNext) {
     EXPECT_EQ(linesOf(chinese), alone);
 }
 
+TEST_F(HelpFrameSize, AWordOrLineThatJustFitsIsNotBroken) {
+    constexpr int characters = 37;
+    constexpr Twips slack = 60;
+    desktop.setScreenWidth(2 * (characters * VirtualDesktop::characterWidth + slack));
+    struct Row {
+        std::vector<int> words; // by their length
+        int lines;
+    };
+    for (const auto& [words, lines] :
+         {Row{{characters, 1}, 2}, Row{{1, characters}, 2}, Row{{characters + 1, 1}, 2},
+          Row{{1, characters + 1}, 3}, Row{{18, 18, 18}, 2}, Row{{18, 19, 18}, 3},
+          Row{{2 * characters}, 2}, Row{{2 * characters + 1}, 3}, Row{{3 * characters}, 3}}) {
+        std::string text;
+        for (const int length : words)
+            text += (text.empty() ? "" : " ") + std::string(static_cast<std::size_t>(length), 'w');
+        showText(text);
+        EXPECT_EQ(get("lblToolTip").height(), lines * VirtualDesktop::characterHeight) << text;
+    }
+}
+
 TEST_F(HelpFrameSize, AVeryLongTextLeavesTheLinkOnTheForm) {
     std::string text;
     for (int i = 0; i < 3000; ++i)
@@ -584,6 +605,26 @@ TEST_F(HelpFrameSize, AVeryLongTextLeavesTheLinkOnTheForm) {
         EXPECT_LE(frame().top() + frame().height(), 5835);
         EXPECT_LE(get("lblMoreHelp").top() + get("lblMoreHelp").height(), frame().height());
     }
+}
+
+// What is too high for it takes the whole width of the form, and as many lines as there is room
+// for.
+TEST_F(HelpFrameSize, AVeryLongTextTakesAllTheRoomThereIs) {
+    showText(std::string(20'000, 'w'));
+    EXPECT_EQ(frame().width(), 8070);
+    EXPECT_LE(frame().height(), 5835);
+    EXPECT_GT(frame().height() + VirtualDesktop::characterHeight, 5835);
+    const int lines =
+        static_cast<int>(get("lblToolTip").height() / VirtualDesktop::characterHeight);
+    showText(std::string(static_cast<std::size_t>(lines - 1), '\r'));
+    EXPECT_LT(frame().width(), 8070) << "it has just room";
+    EXPECT_EQ(get("lblToolTip").height(), lines * VirtualDesktop::characterHeight);
+}
+
+TEST_F(HelpFrameSize, OfAShortTextIsAsWideAsOneAndAHalfLinks) {
+    showText("x");
+    EXPECT_EQ(get("lblToolTip").width(), 1.5 * desktop.textWidth("More Help..."));
+    EXPECT_EQ(frame().width(), get("lblToolTip").width() + 300);
 }
 
 // --- without texts -------------------------------------------------------------------------------

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_journal.hpp"
 #include "company/kept_figures.hpp"
+#include "company/period_moves.hpp"
 #include "company/split.hpp"
 #include "input/date_pattern.hpp"
 #include "tests/support/change_lists.hpp"
@@ -198,6 +199,23 @@ TEST_F(KeptFiguresTest, TheTrailingSumFollowsAQuarterThatWasLeft) {
     record->put_Last4QEPS(4);
     sum();
     EXPECT_EQ(record->get_Last4QEPS(), 4) << "the action has ended";
+}
+
+// Of two inputs that were written, only those of the series that moves go with it.
+TEST_F(KeptFiguresTest, AnInputBesideAMovedSeriesStaysWhereItIs) {
+    came(Origin::typed);
+    origins.put(Datum::YTaxRateSeries, year + 1, {Origin::typed, "", false});
+    put(Datum::YTaxRateSeries, 19, year + 1);
+    const ActionScope adding(kept, {Origin::shifted, {}, {}});
+    {
+        const ActionScope typing(kept, {Origin::typed, {}, {}});
+        test::putElement(*kept, Datum::YNetIncSeries, year, 8100);
+    }
+    kept->put_YPTISeries(movedOn(kept->get_YPTISeries(), 1));
+    derive(22, year);
+    derive(23, year + 1);
+    EXPECT_EQ(rate(year), 22);
+    EXPECT_EQ(rate(year + 1), 19);
 }
 
 TEST_F(KeptFiguresTest, WhatAPersonTypesIsWritten) {

@@ -107,6 +107,33 @@ TEST_F(MarkedTexts, AreNotReadInAnotherUnitThanTheyWereTypedIn) {
     EXPECT_EQ(marked(), Names{});
 }
 
+TEST_F(MarkedTexts, ThatTookThePlaceOfOneOfAnotherUnitAreTriedAgain) {
+    for (const char* id : {"txtTotalDebt", "txtSales(9)"}) {
+        SCOPED_TRACE(id);
+        const auto stored = [&] {
+            return std::string_view(id) == "txtTotalDebt"
+                       ? company->get_TotalDebt()
+                       : elementOf(*company, "YRevenueSeries", 1);
+        };
+        const std::set<std::string, std::less<>> refusing = {"write TotalDebt",
+                                                             "write YRevenueSeries"};
+        choose(millions);
+        record->failing = refusing;
+        typeOver(scene, id, "900");
+        choose(thousands);
+        record->failing.clear();
+        typeOver(scene, id, "200");
+        EXPECT_EQ(stored(), 0.2);
+        record->failing = refusing;
+        typeOver(scene, id, "300");
+        EXPECT_EQ(marked(), Names{std::string(id) + "=300"});
+        record->failing.clear();
+        leaveAgain(id);
+        EXPECT_EQ(stored(), 0.3);
+        EXPECT_EQ(marked(), Names{});
+    }
+}
+
 TEST_F(MarkedTexts, InDoubtAreShownInTheUnitAndSayWhatTheySaid) {
     pasteOver(scene, "txtTotalDebt", "1.5M");
     pasteOver(scene, "txtSales(9)", "1.5M");

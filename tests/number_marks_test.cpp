@@ -325,6 +325,15 @@ TEST(NumberMarks, AChangeShowsAllFiguresAnewAndMarksNothingChanged) {
     EXPECT_TRUE(scene.desktop.propertyChanges().empty());
 }
 
+TEST(NumberMarks, AChangeLeavesTextsAndDatesThatAreBeingTypedAlone) {
+    for (const char* id : {"txtName", "txtNotes", "txtLastUpdate"}) {
+        MarkScene scene(american);
+        test::typeAt(scene, id, "^a{DEL}1.5,2");
+        scene.entry->put_NumberMarks(german);
+        EXPECT_EQ(textOf(scene, id), "1.5,2") << id;
+    }
+}
+
 TEST(NumberMarks, AChangeKeepsAFigureThatIsBeingTyped) {
     for (const std::string id : {"txtTotalDebt", "txtCurrentPrice", "txtSales(10)"}) {
         SCOPED_TRACE(id);

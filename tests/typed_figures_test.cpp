@@ -165,5 +165,58 @@ TEST_F(TypedFiguresOfEmptyRecords, AreToldAsTheyAreKeptAndNeverTheDatesOfTheTabl
                                                "TotalDebt: 1234.5, not 1"}));
 }
 
+// --- what an import does not have ----------------------------------------------------------------
+
+class MissingFromTheImport : public testing::Test {
+  protected:
+    MissingFromTheImport() {
+        stored.put_LastFY(2024);
+        stored.put_LastFYDate(day(2024, 9, 28));
+        stored.put_LastQDate(day(2025, 3, 29));
+        stored.put_LastQDateForGrid(day(2025, 3, 29));
+        putElement(stored, Datum::YEPSSeries, 1, 6);
+        putElement(stored, Datum::QEPSSeries, 0, 1.5);
+    }
+    void keep(const std::map<Datum, std::string>& files = {}) {
+        keepWhatIsMissing(stored, files, imported);
+    }
+    CompanyRecord stored;
+    CompanyRecord imported;
+};
+
+TEST_F(MissingFromTheImport, ATableStaysAsItIsStoredWithItsDates) {
+    keep();
+    EXPECT_TRUE(sameAs(stored, imported));
+}
+
+TEST_F(MissingFromTheImport, ATableOfTheImportIsItsOwn) {
+    keep({{Datum::YEPSSeries, "y.csv"}});
+    EXPECT_EQ(elementOf(imported, Datum::YEPSSeries, 1), 0);
+    EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 0), 1.5);
+}
+
+TEST_F(MissingFromTheImport, FiguresMoveToTheDatesOfTheImport) {
+    imported.put_LastFY(2025);
+    imported.put_LastQDate(day(2025, 9, 27));
+    keep();
+    EXPECT_EQ(imported.get_LastFY(), 2025);
+    EXPECT_EQ(imported.stored(Datum::LastFYDate), CompanyRecord().stored(Datum::LastFYDate));
+    EXPECT_EQ(imported.get_LastQDateForGrid(), day(2025, 9, 27));
+    EXPECT_EQ(elementOf(imported, Datum::YEPSSeries, 2), 6);
+    EXPECT_EQ(elementOf(imported, Datum::YEPSSeries, 1), 0);
+    EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 2), 1.5);
+}
+
+// One of the two dates of a table says enough.
+TEST_F(MissingFromTheImport, TheOtherDateOfATableIsNotTakenOver) {
+    imported.put_LastFYDate(day(2025, 9, 27));
+    imported.put_LastQDateForGrid(day(2025, 6, 28));
+    keep();
+    EXPECT_EQ(imported.stored(Datum::LastFY), CompanyRecord().stored(Datum::LastFY));
+    EXPECT_EQ(imported.stored(Datum::LastQDate), CompanyRecord().stored(Datum::LastQDate));
+    EXPECT_EQ(elementOf(imported, Datum::YEPSSeries, 2), 6);
+    EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 1), 1.5);
+}
+
 } // namespace
 } // namespace vkr
