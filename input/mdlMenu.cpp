@@ -90,7 +90,6 @@ class Builder {
             form.remove(menuEntry[i].in(form));
         menuEntry[0].in(form).setVisible(false);
     }
-    void addSeparator() { add(0, mcSeparator, true); }
     void add(int text, MenuCommand command, bool enabled) {
         auto& entry =
             count_ == 0 ? menuEntry[0].in(form_) : form_.add<MenuItem>(menuEntry.name, count_);
