@@ -2,6 +2,7 @@
 #include "company/change_notes.hpp"
 
 #include "company/period_moves.hpp"
+#include "company/taken_back.hpp"
 #include "record/setting_table.hpp"
 
 #include <algorithm>
@@ -24,60 +25,10 @@ bool followsOnly(const ChangeGroup& group) {
     });
 }
 
-ChangeGroup inverse(ChangeGroup group) {
-    std::ranges::reverse(group.changes);
-    for (Change& change : group.changes)
-        std::swap(change.before, change.after);
-    return group;
-}
-
 Change changeOf(Datum datum, std::optional<int> element, Variant before, Variant after) {
     Change change;
     static_cast<DatumChange&>(change) = {datum, element, std::move(before), std::move(after)};
     return change;
-}
-
-// A series that was moved is moved back first, and what stands elsewhere than before comes then.
-void moveBackFirst(ChangeGroup& back, const Change& moved) {
-    const auto periods = periodsMoved(moved.before, moved.after);
-    if (!periods)
-        return;
-    Variant reached = moved.after;
-    std::vector<Change> changes;
-    for (const Change& change : back.changes)
-        if (change.setting.empty() && change.datum == moved.datum && change.element)
-            reached.array().set(*change.element, change.before);
-    std::erase_if(back.changes, [&](const Change& change) {
-        return change.setting.empty() && change.datum == moved.datum;
-    });
-    const Variant movedBack = movedOn(reached, -*periods);
-    changes.push_back(changeOf(moved.datum, std::nullopt, std::move(reached), movedBack));
-    changes.back().origin = moved.origin;
-    RecordSnapshot from;
-    RecordSnapshot to;
-    from[static_cast<std::size_t>(moved.datum)] = movedBack;
-    to[static_cast<std::size_t>(moved.datum)] = moved.before;
-    std::ranges::copy(changesBetween(from, to), std::back_inserter(changes));
-    back.changes.insert(back.changes.end(), changes.begin(), changes.end());
-}
-
-// The group taken back, as a step of its own.
-ChangeGroup takenBack(const ChangeGroup& group) {
-    ChangeGroup back = inverse(group);
-    for (const Change& change : group.changes)
-        if (change.setting.empty() && change.origin == Origin::shifted && change.after.isArray())
-            moveBackFirst(back, change);
-    return back;
-}
-
-bool isSameChange(const Change& one, const Change& other) {
-    return static_cast<const DatumChange&>(one) == other && one.setting == other.setting;
-}
-
-// Whether the one is the other taken back, be it under another name.
-bool takesBack(const ChangeGroup& one, const ChangeGroup& other) {
-    return one.at == other.at &&
-           std::ranges::equal(one.changes, takenBack(other).changes, isSameChange);
 }
 
 // Without the lock, which stays as it is.

@@ -41,7 +41,7 @@ struct Bare {
 Bare bare(std::string_view text) {
     constexpr std::string_view percent[] = {"%"};
     constexpr std::string_view opening[] = {"("};
-    constexpr std::string_view plus[] = {"+"};
+    constexpr std::string_view plusSigns[] = {"+"};
     Bare number;
     bool currency = false;
     bool bracket = false;
@@ -56,7 +56,7 @@ Bare bare(std::string_view text) {
     for (bool found = true; found; trim(text)) {
         found = (!currency && (currency = skipFront(text, currencySigns))) ||
                 (!number.signedAtAll && skipFront(text, minusSigns) && take(Sign::minus)) ||
-                (!number.signedAtAll && skipFront(text, plus) && take(Sign::plus)) ||
+                (!number.signedAtAll && skipFront(text, plusSigns) && take(Sign::plus)) ||
                 (!number.signedAtAll && skipFront(text, opening) && (bracket = take(Sign::minus)));
     }
     bool percented = false;
