@@ -24,9 +24,14 @@ void addElements(std::vector<Change>& all, const Change& change, const Variant& 
 
 } // namespace
 
+NewestPeriods newestPeriods(const iVKR_Company& company) {
+    return {company.get_LastFY(), company.get_LastQDateForGrid()};
+}
+
 ChangeGroup changesBetween(const CompanyRecord& before, const CompanyRecord& after,
                            const Action& action) {
-    ChangeGroup group{action.name, {}, {}};
+    ChangeGroup group{
+        action.name, {}, {}, CountedFrom{newestPeriods(before), newestPeriods(after)}};
     const auto add = [&](DatumChange change, std::string_view setting) {
         group.changes.push_back(
             {std::move(change), std::string(setting), action.origin, action.document});
@@ -47,7 +52,7 @@ ChangeGroup changesBetween(const CompanyRecord& before, const CompanyRecord& aft
 }
 
 ChangeGroup withMovesApart(const ChangeGroup& group) {
-    ChangeGroup apart{group.name, group.at, {}};
+    ChangeGroup apart{group.name, group.at, {}, group.counted};
     for (const Change& change : group.changes) {
         const DatumPeriod period =
             change.setting.empty() ? rowOf(change.datum).period : DatumPeriod::none;
@@ -71,7 +76,7 @@ ChangeGroup withMovesApart(const ChangeGroup& group) {
 }
 
 ChangeGroup elementByElement(const ChangeGroup& group) {
-    ChangeGroup single{group.name, group.at, {}};
+    ChangeGroup single{group.name, group.at, {}, group.counted};
     for (const Change& change : group.changes)
         if (change.setting.empty() && change.after.isArray() && change.origin != Origin::shifted)
             addElements(single.changes, change, change.before);

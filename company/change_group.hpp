@@ -5,6 +5,8 @@
 #include "record/datum_changes.hpp"
 
 #include <chrono>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,24 @@ struct Change : DatumChange {
     friend bool operator==(const Change&, const Change&) = default;
 };
 
+// The last fiscal year and quarter of a record, which elements of its series are counted from; 0
+// and absent where none is known.
+struct NewestPeriods {
+    std::int16_t year = 0;
+    Date quarter;
+
+    friend bool operator==(const NewestPeriods&, const NewestPeriods&) = default;
+};
+[[nodiscard]] NewestPeriods newestPeriods(const iVKR_Company& company);
+
+// Those of the record before a group was made and after it, as which its elements are counted.
+struct CountedFrom {
+    NewestPeriods before;
+    NewestPeriods after;
+
+    friend bool operator==(const CountedFrom&, const CountedFrom&) = default;
+};
+
 // What one action of a person changed. No datum, element or setting comes twice, but for a series
 // whose figures were moved to other periods: that is one change of the whole series, and what was
 // written beside follows element by element, as the series counts then.
@@ -27,6 +47,8 @@ struct ChangeGroup {
     std::string name; // for people: "Paste of 30 Figures", "Revenue 2024"; may be empty
     std::chrono::system_clock::time_point at{};
     std::vector<Change> changes; // the one that was made first comes first
+    // Nothing: not known, or not the same for all series.
+    std::optional<CountedFrom> counted = std::nullopt;
 
     friend bool operator==(const ChangeGroup&, const ChangeGroup&) = default;
 };

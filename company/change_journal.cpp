@@ -72,11 +72,11 @@ bool ChangeJournal::canRedo() const {
     return toRedo() != nullptr;
 }
 const ChangeGroup* ChangeJournal::toUndo() const {
-    const auto last = notes_->toUndo();
-    return last == notes_->done.crend() ? nullptr : &*last;
+    const auto* last = notes_->toUndo();
+    return last == nullptr ? nullptr : &last->told();
 }
 const ChangeGroup* ChangeJournal::toRedo() const {
-    return notes_->undone.empty() ? nullptr : &notes_->undone.back().front();
+    return notes_->undone.empty() ? nullptr : &notes_->undone.back().told();
 }
 
 std::optional<std::string> ChangeJournal::undo() {
@@ -91,6 +91,12 @@ const std::optional<Change>& ChangeJournal::place() const {
 std::optional<std::string> ChangeJournal::apply(const ChangeGroup& group) {
     return notes_->apply(group);
 }
+void ChangeJournal::beginStep(const std::string& name) {
+    notes_->beginStep(name);
+}
+void ChangeJournal::endStep() {
+    notes_->endStep();
+}
 
 void ChangeJournal::startOver() {
     notes_->done.clear();
@@ -100,7 +106,10 @@ void ChangeJournal::startOver() {
 }
 
 std::vector<ChangeGroup> ChangeJournal::groups() const {
-    return notes_->done;
+    std::vector<ChangeGroup> all;
+    for (const ChangeNotes::Step& step : notes_->done)
+        all.insert(all.end(), step.groups.begin(), step.groups.end());
+    return all;
 }
 const std::vector<ChangeGroup>& ChangeJournal::unsaved() const {
     return notes_->unsaved;

@@ -52,7 +52,7 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     // --- undo and redo
     [[nodiscard]] bool canUndo() const;
     [[nodiscard]] bool canRedo() const;
-    // The group that is next; null where there is none.
+    // The group that is next, or one with the name of a step of several; null where there is none.
     [[nodiscard]] const ChangeGroup* toUndo() const;
     [[nodiscard]] const ChangeGroup* toRedo() const;
     // A group whole or not at all. No value where it is done. A value where it is refused: the
@@ -64,6 +64,10 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     [[nodiscard]] const std::optional<Change>& place() const;
     // Does what a group says, such as one that was found after a crash, as a step to undo.
     [[nodiscard]] std::optional<std::string> apply(const ChangeGroup& group);
+
+    // What is applied in between is one step to undo, called like this, and stays group by group.
+    void beginStep(const std::string& name);
+    void endStep();
 
     // Whatever is in the record now is how it began: nothing to undo, and all saved.
     void startOver();

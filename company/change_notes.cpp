@@ -201,6 +201,7 @@ ChangeGroup ChangeNotes::noted(const RecordSnapshot& before) const {
     ChangeGroup group;
     for (auto& [order, change] : found)
         group.changes.push_back(std::move(change));
+    group.counted = countedFrom(before, after, group.changes);
     return group;
 }
 
@@ -233,16 +234,18 @@ void ChangeNotes::writeSetting(Object& held, std::string_view name, const Varian
 
 void ChangeNotes::add(ChangeGroup group) {
     leadTo(group);
-    if (!followsOnly(group)) {
+    const bool follows = followsOnly(group);
+    if (!follows)
         undone.clear();
-        done.push_back(std::move(group));
+    else // how figures are shown is settled by a commit, whatever was done before it
+        std::erase_if(group.changes, [](const Change& change) { return !change.setting.empty(); });
+    if (group.changes.empty())
         return;
-    }
-    // How figures are shown is settled by a commit, whatever was done before it. What it works out
-    // goes with the step before, where there is any.
-    std::erase_if(group.changes, [](const Change& change) { return !change.setting.empty(); });
-    if (!group.changes.empty())
-        done.push_back(std::move(group));
+    // What a commit works out goes with the step before, where there is any.
+    if (!title_ && (isJoining_ || follows) && !done.empty())
+        done.back().groups.push_back(std::move(group));
+    else
+        done.push_back({{std::move(group)}, std::exchange(title_, std::nullopt)});
 }
 
 void ChangeNotes::leadTo(const ChangeGroup& group) {
@@ -280,27 +283,38 @@ void ChangeNotes::showPlace(const ChangeGroup& group) {
     place = first == group.changes.end() ? std::nullopt : std::optional(*first);
 }
 
-std::vector<ChangeGroup>::const_reverse_iterator ChangeNotes::toUndo() const {
-    return std::ranges::find_if_not(done.crbegin(), done.crend(), followsOnly);
+void ChangeNotes::beginStep(const std::string& name) {
+    isJoining_ = true;
+    title_ = ChangeGroup{name, std::chrono::system_clock::now(), {}};
+}
+
+void ChangeNotes::endStep() {
+    isJoining_ = false;
+    title_.reset();
+}
+
+const ChangeNotes::Step* ChangeNotes::toUndo() const {
+    const bool hasStep = !done.empty() && (done.back().title ||
+                                           !std::ranges::all_of(done.back().groups, followsOnly));
+    return hasStep ? &done.back() : nullptr;
 }
 
 std::optional<std::string> ChangeNotes::undo() {
-    const auto last = toUndo();
-    if (isOpen() || last == done.crend())
+    if (isOpen() || toUndo() == nullptr)
         return std::string();
-    const auto first = done.begin() + (last.base() - done.cbegin()) - 1;
-    std::vector<ChangeGroup> step(first, done.end());
+    const std::vector<ChangeGroup>& groups = done.back().groups;
     std::vector<Change> back;
-    for (auto group = step.rbegin(); group != step.rend(); ++group)
+    for (auto group = groups.rbegin(); group != groups.rend(); ++group)
         addChanges(back, inverse(*group));
     undone.reserve(undone.size() + 1);
     if (auto refusal = putChanges(*record, back))
         return refusal;
-    done.erase(first, done.end());
-    for (auto group = step.rbegin(); group != step.rend(); ++group)
-        leadBack(*group, step.front());
-    showPlace(step.front());
-    undone.push_back(std::move(step));
+    const Step step = std::move(done.back());
+    done.pop_back();
+    for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group)
+        leadBack(*group, step.told());
+    showPlace(step.groups.front());
+    undone.push_back(step);
     return std::nullopt;
 }
 
@@ -308,17 +322,15 @@ std::optional<std::string> ChangeNotes::redo() {
     if (isOpen() || undone.empty())
         return std::string();
     std::vector<Change> again;
-    for (const ChangeGroup& group : undone.back())
+    for (const ChangeGroup& group : undone.back().groups)
         addChanges(again, group);
     if (auto refusal = putChanges(*record, again))
         return refusal;
-    const std::vector<ChangeGroup> step = std::move(undone.back());
+    done.push_back(std::move(undone.back()));
     undone.pop_back();
-    for (const ChangeGroup& group : step) {
+    for (const ChangeGroup& group : done.back().groups)
         leadTo(group);
-        done.push_back(group);
-    }
-    showPlace(step.front());
+    showPlace(done.back().groups.front());
     return std::nullopt;
 }
 

@@ -27,9 +27,17 @@ class ChangeNotes {
   public:
     explicit ChangeNotes(std::shared_ptr<iVKR_Company> held) : record(std::move(held)) {}
 
+    // What is taken back at once: a group with what followed from it, or several under a title.
+    struct Step {
+        std::vector<ChangeGroup> groups;
+        std::optional<ChangeGroup> title;
+
+        [[nodiscard]] const ChangeGroup& told() const { return title ? *title : groups.front(); }
+    };
+
     std::shared_ptr<iVKR_Company> record;
-    std::vector<ChangeGroup> done;
-    std::vector<std::vector<ChangeGroup>> undone; // each a group with what followed from it
+    std::vector<Step> done;
+    std::vector<Step> undone;
     std::vector<ChangeGroup> unsaved;
     std::optional<Change> place;
     std::function<void(const ChangeGroup* added)> unsavedChanged;
@@ -46,7 +54,9 @@ class ChangeNotes {
         return std::forward<Write>(write)();
     }
     void writeSetting(Object& held, std::string_view name, const Variant& value);
-    [[nodiscard]] std::vector<ChangeGroup>::const_reverse_iterator toUndo() const;
+    void beginStep(const std::string& name);
+    void endStep();
+    [[nodiscard]] const Step* toUndo() const;
     std::optional<std::string> undo();
     std::optional<std::string> redo();
     std::optional<std::string> apply(const ChangeGroup& group);
@@ -123,6 +133,8 @@ class ChangeNotes {
     void clearWritten();
     void checkInvariants() const;
 
+    bool isJoining_ = false;           // a step was begun
+    std::optional<ChangeGroup> title_; // of it, while it has no group yet
     std::vector<Action> open_;
     std::string name_;                     // of the action under way
     std::optional<RecordSnapshot> before_; // its first write

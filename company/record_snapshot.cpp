@@ -109,6 +109,19 @@ std::optional<std::string> putData(iVKR_Company& company, std::span<const Change
     return refusal || left.empty() ? refusal : std::optional(std::string());
 }
 
+std::optional<NewestPeriods> newestIn(const RecordSnapshot& record) {
+    const auto& year = record[static_cast<std::size_t>(Datum::LastFY)];
+    const auto& quarter = record[static_cast<std::size_t>(Datum::LastQDateForGrid)];
+    if (!year || !quarter)
+        return std::nullopt;
+    return NewestPeriods{static_cast<std::int16_t>(year->toLong()), quarter->toDate()};
+}
+
+bool hasFigures(const std::optional<Variant>& series) {
+    const auto* figures = series && series->isArray() ? series->array().numbers() : nullptr;
+    return figures != nullptr && std::ranges::any_of(*figures, [](double one) { return one != 0; });
+}
+
 } // namespace
 
 RecordSnapshot snapshotOf(const iVKR_Company& company) {
@@ -144,6 +157,30 @@ std::vector<Change> changesBetween(const RecordSnapshot& before, const RecordSna
             addDifferences(row.datum, *from, *to, found);
     }
     return found;
+}
+
+std::optional<CountedFrom> countedFrom(const RecordSnapshot& before, const RecordSnapshot& after,
+                                       const std::vector<Change>& changes) {
+    const auto from = newestIn(before);
+    const auto to = newestIn(after);
+    if (!from || !to)
+        return std::nullopt;
+    const auto isMoved = [&](const DatumRow& row) {
+        return std::ranges::any_of(changes, [&](const Change& change) {
+            return change.setting.empty() && change.datum == row.datum && change.after.isArray();
+        });
+    };
+    for (const DatumPeriod period : {DatumPeriod::year, DatumPeriod::quarter}) {
+        bool someMove = false;
+        bool someStay = false;
+        for (const DatumRow& row : datumTable())
+            if (row.period == period)
+                (isMoved(row) ? someMove : someStay) |=
+                    isMoved(row) || hasFigures(before[static_cast<std::size_t>(row.datum)]);
+        if (someMove && someStay)
+            return std::nullopt;
+    }
+    return CountedFrom{*from, *to};
 }
 
 std::optional<std::string> putChanges(iVKR_Company& company, std::span<const Change> changes) {

@@ -24,6 +24,12 @@ using RecordSnapshot = std::array<std::optional<Variant>, datumCount>;
 [[nodiscard]] std::vector<Change> changesBetween(const RecordSnapshot& before,
                                                  const RecordSnapshot& after);
 
+// What the changes that lead from the one to the other are counted from. Nothing where that can't
+// be told, as some series were moved to other periods and others with figures were not.
+[[nodiscard]] std::optional<CountedFrom> countedFrom(const RecordSnapshot& before,
+                                                     const RecordSnapshot& after,
+                                                     const std::vector<Change>& changes);
+
 // Puts every `after` into the record, settings included. All or none: where one is refused, or is
 // not there afterwards, the record is brought back. No value where all are there. A value where
 // they are not: the record's words, which may be empty.

@@ -167,8 +167,15 @@ SplitChanges splitChanges(const iVKR_Company& company, const Split& split) {
     return result;
 }
 
+constexpr std::string_view splitWord = "Split ";
+
 Action splitAction(const SplitRatio& ratio) {
-    return {Origin::typed, "Split " + splitText(ratio), {}};
+    return {Origin::typed, std::string(splitWord) + splitText(ratio), {}};
+}
+
+bool isSplit(std::string_view actionName) {
+    return actionName.starts_with(splitWord) &&
+           readSplitRatio(actionName.substr(splitWord.size())).has_value();
 }
 
 } // namespace vkr

@@ -62,5 +62,7 @@ struct SplitChanges {
 // What a split is as one action of the user's, with its changes: "Split 4:1". Who orders a split
 // has seen the figures, so that they stand above imported ones like those that were typed.
 [[nodiscard]] Action splitAction(const SplitRatio& ratio);
+// Whether an action of this name is one of these.
+[[nodiscard]] bool isSplit(std::string_view actionName);
 
 } // namespace vkr

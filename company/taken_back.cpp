@@ -46,6 +46,8 @@ ChangeGroup inverse(ChangeGroup group) {
     std::ranges::reverse(group.changes);
     for (Change& change : group.changes)
         std::swap(change.before, change.after);
+    if (group.counted)
+        std::swap(group.counted->before, group.counted->after);
     return group;
 }
 

@@ -1,0 +1,373 @@
+// SPDX-License-Identifier: MIT
+#include "company/change_journal.hpp"
+#include "company/period_moves.hpp"
+#include "company/placed_changes.hpp"
+#include "company/split.hpp"
+#include "support/elements.hpp"
+#include "support/random_company.hpp"
+
+#include <gtest/gtest.h>
+
+namespace vkr {
+namespace {
+
+using test::elementOf;
+using test::putElement;
+
+// Changes that somebody makes to a company, and what others make of it meanwhile. The company has
+// the last fiscal year 2024, the quarter of 2024-09-28, and figures that tell which period they are
+// of.
+class PlacedChanges : public testing::Test {
+  protected:
+    PlacedChanges() {
+        company->put_LastFY(2024);
+        company->put_LastFYDate(*makeDate(2024, 9, 28));
+        company->put_LastQDate(*makeDate(2024, 9, 28));
+        company->put_LastQDateForGrid(*makeDate(2024, 9, 28));
+        company->put_TotalDebt(5);
+        for (int i = 1; i <= 10; ++i) {
+            putElement(*company, Datum::YRevenueSeries, i, 2025 - i);
+            putElement(*company, Datum::YEPSSeries, i, 10 + i);
+        }
+        for (int i = 0; i <= 34; ++i)
+            putElement(*company, Datum::QRevenueSeries, i, 100 + i);
+        theirs = company->clone();
+        mine = std::make_shared<ChangeJournal>(company);
+    }
+    static void moveYears(iVKR_Company& record, int years) {
+        record.put_LastFY(static_cast<std::int16_t>(record.get_LastFY() + years));
+        record.put_LastFYDate(addQuarters(record.get_LastFYDate(), 4 * years));
+        for (const DatumRow& row : datumTable())
+            if (row.period == DatumPeriod::year)
+                writeSeries(record, row.datum, movedOn(readSeries(record, row.datum), years));
+    }
+    static void moveQuarters(iVKR_Company& record, int quarters) {
+        const Date date = addQuarters(record.get_LastQDateForGrid(), quarters);
+        record.put_LastQDate(date);
+        record.put_LastQDateForGrid(date);
+        for (const DatumRow& row : datumTable())
+            if (row.period == DatumPeriod::quarter)
+                writeSeries(record, row.datum, movedOn(readSeries(record, row.datum), quarters));
+    }
+    void addYear(int years = 1) {
+        const ActionScope action(mine, {Origin::shifted, "Add New Year", {}});
+        moveYears(*mine, years);
+    }
+    void addQuarter() {
+        const ActionScope action(mine, {Origin::shifted, "Add New Quarter", {}});
+        moveQuarters(*mine, 1);
+    }
+    void type(Datum series, int element, double figure) {
+        putElement(*mine, series, element, figure);
+    }
+    // To theirs, as one step; `left` has what has no place.
+    void place() { place(mine->unsaved()); }
+    void place(const std::vector<ChangeGroup>& groups) {
+        restored = std::make_shared<ChangeJournal>(theirs);
+        before = theirs->clone();
+        const ChangePlacing placing(groups);
+        restored->beginStep("Restore");
+        for (const ChangeGroup& group : groups) {
+            const auto placed = placing.place(group, *theirs);
+            left.insert(left.end(), placed.left.begin(), placed.left.end());
+            if (!placed.group.changes.empty()) {
+                ASSERT_EQ(restored->apply(placed.group), std::nullopt);
+            }
+        }
+        restored->endStep();
+    }
+    void expectOneStepBack() const {
+        ASSERT_TRUE(restored->canUndo());
+        EXPECT_EQ(restored->toUndo()->name, "Restore");
+        const auto after = theirs->clone();
+        EXPECT_EQ(restored->undo(), std::nullopt);
+        EXPECT_TRUE(sameAs(*theirs, *before));
+        EXPECT_FALSE(restored->canUndo());
+        EXPECT_TRUE(restored->unsaved().empty());
+        EXPECT_EQ(restored->redo(), std::nullopt);
+        EXPECT_TRUE(sameAs(*theirs, *after));
+    }
+    [[nodiscard]] std::vector<NotPlaced> whys() const {
+        std::vector<NotPlaced> all;
+        for (const UnplacedChange& one : left)
+            all.push_back(one.why);
+        return all;
+    }
+    [[nodiscard]] double revenue(int element) const {
+        return elementOf(*theirs, Datum::YRevenueSeries, element);
+    }
+    using Whys = std::vector<NotPlaced>;
+
+    std::shared_ptr<CompanyRecord> company = std::make_shared<CompanyRecord>();
+    std::shared_ptr<CompanyRecord> theirs;
+    std::shared_ptr<CompanyRecord> before;
+    std::shared_ptr<ChangeJournal> mine;
+    std::shared_ptr<ChangeJournal> restored;
+    std::vector<UnplacedChange> left;
+};
+
+TEST_F(PlacedChanges, AreWhatTheyWereWhereNobodyHasChangedAnything) {
+    type(Datum::YRevenueSeries, 1, 7);
+    addYear();
+    type(Datum::YRevenueSeries, 1, 8);
+    addQuarter();
+    mine->put_Name("Acme");
+    EXPECT_EQ(mine->undo(), std::nullopt);
+    mine->get_Settings()->put(setting::currencySymbol, "EUR");
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_TRUE(sameAs(*theirs, *company));
+    EXPECT_EQ(restored->groups(), mine->unsaved());
+    expectOneStepBack();
+}
+
+TEST_F(PlacedChanges, GoToTheirYearWhereOthersHaveAddedSome) {
+    type(Datum::YRevenueSeries, 1, 7);
+    type(Datum::YRevenueSeries, 3, 8);
+    moveYears(*theirs, 2);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(revenue(1), 0);
+    EXPECT_EQ(revenue(3), 7) << "2024";
+    EXPECT_EQ(revenue(5), 8) << "2022";
+    expectOneStepBack();
+}
+
+TEST_F(PlacedChanges, GoToTheirYearWhereOthersHaveRemovedOne) {
+    type(Datum::YRevenueSeries, 3, 8);
+    moveYears(*theirs, -1);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(revenue(2), 8);
+    EXPECT_EQ(revenue(3), 2021);
+}
+
+TEST_F(PlacedChanges, GoToTheirQuarterWhereOthersHaveAddedOne) {
+    type(Datum::QRevenueSeries, 0, 7);
+    type(Datum::QRevenueSeries, 5, 8);
+    moveQuarters(*theirs, 1);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(elementOf(*theirs, Datum::QRevenueSeries, 0), 0);
+    EXPECT_EQ(elementOf(*theirs, Datum::QRevenueSeries, 1), 7);
+    EXPECT_EQ(elementOf(*theirs, Datum::QRevenueSeries, 6), 8);
+    expectOneStepBack();
+}
+
+TEST_F(PlacedChanges, AYearThatOthersHaveAddedTooIsAddedOnce) {
+    addYear();
+    type(Datum::YRevenueSeries, 1, 7);
+    type(Datum::YRevenueSeries, 3, 8);
+    moveYears(*theirs, 1);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_TRUE(sameAs(*theirs, *company));
+    expectOneStepBack();
+}
+
+TEST_F(PlacedChanges, AYearIsNotAddedWhereOthersHaveAddedMore) {
+    addYear();
+    type(Datum::YRevenueSeries, 1, 7);
+    moveYears(*theirs, 2);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(theirs->get_LastFY(), 2026);
+    EXPECT_EQ(revenue(2), 7) << "2025";
+    EXPECT_EQ(revenue(3), 2024);
+}
+
+TEST_F(PlacedChanges, AYearIsAddedToWhatOthersHaveTyped) {
+    addYear();
+    type(Datum::YRevenueSeries, 1, 7);
+    putElement(*theirs, Datum::YRevenueSeries, 1, 99);
+    putElement(*theirs, Datum::YHighSeries, 2, 12);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(theirs->get_LastFY(), 2025);
+    EXPECT_EQ(revenue(1), 7);
+    EXPECT_EQ(revenue(2), 99);
+    EXPECT_EQ(elementOf(*theirs, Datum::YHighSeries, 3), 12);
+    expectOneStepBack();
+}
+
+// The table has no room for what they typed and the new year: nothing of theirs goes.
+TEST_F(PlacedChanges, AYearIsNotAddedOverAFigureOfOthers) {
+    addYear();
+    type(Datum::YRevenueSeries, 1, 7);
+    putElement(*theirs, Datum::YRevenueSeries, 10, 99);
+    place();
+    EXPECT_EQ(theirs->get_LastFY(), 2024);
+    EXPECT_EQ(revenue(10), 99);
+    EXPECT_EQ(revenue(1), 2024);
+    EXPECT_EQ(revenue(0), 7) << "2025, beside the table";
+    EXPECT_EQ(whys(), Whys(left.size(), NotPlaced::periodsMoved));
+    EXPECT_FALSE(left.empty());
+}
+
+TEST_F(PlacedChanges, AYearIsNotRemovedWhereOthersHaveAddedOne) {
+    addYear(-1);
+    type(Datum::YRevenueSeries, 1, 7);
+    moveYears(*theirs, 1);
+    place();
+    EXPECT_EQ(theirs->get_LastFY(), 2025);
+    EXPECT_EQ(revenue(2), 2024);
+    EXPECT_EQ(revenue(3), 7) << "2023";
+    EXPECT_EQ(whys(), Whys(left.size(), NotPlaced::periodsMoved));
+    EXPECT_FALSE(left.empty());
+}
+
+TEST_F(PlacedChanges, AFigureThatOthersHaveChangedStaysAndIsTold) {
+    type(Datum::YRevenueSeries, 2, 7);
+    type(Datum::YRevenueSeries, 3, 8);
+    mine->put_TotalDebt(6);
+    mine->put_Name("Acme");
+    putElement(*theirs, Datum::YRevenueSeries, 2, 99);
+    theirs->put_TotalDebt(9);
+    place();
+    EXPECT_EQ(revenue(2), 99);
+    EXPECT_EQ(revenue(3), 8);
+    EXPECT_EQ(theirs->get_TotalDebt(), 9);
+    EXPECT_EQ(theirs->get_Name(), "Acme");
+    ASSERT_EQ(whys(), Whys(2, NotPlaced::changedSince));
+    EXPECT_EQ(left[0].found, Variant(99.0));
+    EXPECT_EQ(left[1].found, Variant(9.0));
+    EXPECT_EQ(left[1].change.before, Variant(5.0));
+}
+
+TEST_F(PlacedChanges, WhatIsThereAlreadyIsLeftOut) {
+    type(Datum::YRevenueSeries, 2, 7);
+    type(Datum::YRevenueSeries, 2, 8);
+    mine->get_Settings()->put(setting::currencySymbol, "EUR");
+    putElement(*theirs, Datum::YRevenueSeries, 2, 8);
+    theirs->get_Settings()->put(setting::currencySymbol, "EUR");
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_FALSE(restored->canUndo());
+    EXPECT_EQ(revenue(2), 8);
+}
+
+TEST_F(PlacedChanges, ASettingThatOthersHaveChangedStaysAndIsTold) {
+    mine->get_Settings()->put(setting::currencySymbol, "EUR");
+    theirs->get_Settings()->put(setting::currencySymbol, "CHF");
+    place();
+    EXPECT_EQ(theirs->get_Settings()->get(setting::currencySymbol).toText(), "CHF");
+    EXPECT_EQ(whys(), Whys{NotPlaced::changedSince});
+}
+
+TEST_F(PlacedChanges, AFigureWhoseYearHasLeftTheTableIsTold) {
+    type(Datum::YRevenueSeries, 10, 7);
+    type(Datum::YRevenueSeries, 1, 8);
+    moveYears(*theirs, 1);
+    place();
+    ASSERT_EQ(whys(), Whys{NotPlaced::outsideTable});
+    EXPECT_EQ(left[0].change.element, 10);
+    EXPECT_EQ(revenue(2), 8);
+    expectOneStepBack();
+}
+
+// What is left is placed once more when the table has its year again.
+TEST_F(PlacedChanges, WhatIsLeftFindsItsYearLater) {
+    addYear();
+    type(Datum::YRevenueSeries, 10, 7); // 2016
+    moveYears(*theirs, 2);
+    place();
+    ASSERT_EQ(whys(), Whys{NotPlaced::outsideTable});
+    ChangeGroup again = mine->unsaved().back();
+    again.changes = {left[0].change};
+    left.clear();
+    moveYears(*theirs, -1);
+    putElement(*theirs, Datum::YRevenueSeries, 10, 2016);
+    place({again});
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(revenue(10), 7);
+}
+
+TEST_F(PlacedChanges, AStepTakenBackAfterASaveGoesByPeriodToo) {
+    type(Datum::YRevenueSeries, 2, 7);
+    mine->setSavePoint();
+    theirs = company->clone();
+    EXPECT_EQ(mine->undo(), std::nullopt);
+    moveYears(*theirs, 1);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(revenue(3), 2023);
+    EXPECT_EQ(revenue(2), 2024);
+}
+
+TEST_F(PlacedChanges, AnAddedYearTakenBackAfterASaveIsTakenBackOfTheirsToo) {
+    addYear();
+    mine->setSavePoint();
+    theirs = company->clone();
+    EXPECT_EQ(mine->undo(), std::nullopt);
+    putElement(*theirs, Datum::YEPSSeries, 4, 99);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(theirs->get_LastFY(), 2024);
+    EXPECT_EQ(revenue(10), 2015) << "which the undo brings back";
+    EXPECT_EQ(elementOf(*theirs, Datum::YEPSSeries, 3), 99);
+}
+
+TEST_F(PlacedChanges, ASplitIsMadeWholeOrNotAtAll) {
+    const SplitChanges changes =
+        splitChanges(*company, {*readSplitRatio("4:1"), *makeDate(2024, 1, 1)});
+    ASSERT_FALSE(changes.changes.empty());
+    {
+        const ActionScope action(mine, splitAction(*readSplitRatio("4:1")));
+        for (const SplitChange& one : changes.changes)
+            type(one.change.datum, *one.change.element, one.change.after.toDouble());
+    }
+    putElement(*theirs, Datum::YEPSSeries, 5, 99);
+    place();
+    EXPECT_EQ(left.size(), changes.changes.size());
+    EXPECT_FALSE(restored->canUndo());
+    EXPECT_TRUE(sameAs(*theirs, *before));
+}
+
+TEST_F(PlacedChanges, OfUnknownYearsGoOnlyWhereTheFigureBeforeIs) {
+    type(Datum::YRevenueSeries, 2, 7);
+    type(Datum::YHighSeries, 2, 8);
+    mine->put_Name("Acme");
+    auto groups = mine->unsaved();
+    for (ChangeGroup& group : groups)
+        group.counted.reset();
+    place(groups);
+    EXPECT_EQ(revenue(2), 7);
+    EXPECT_EQ(elementOf(*theirs, Datum::YHighSeries, 2), 0) << "absent in any year";
+    EXPECT_EQ(theirs->get_Name(), "Acme");
+    EXPECT_EQ(whys(), Whys{NotPlaced::notDated});
+}
+
+TEST_F(PlacedChanges, OfUnknownYearsMoveNothing) {
+    addYear();
+    auto groups = mine->unsaved();
+    groups.front().counted.reset();
+    moveYears(*theirs, 1);
+    putElement(*theirs, Datum::YRevenueSeries, 1, 7);
+    place(groups);
+    EXPECT_TRUE(sameAs(*theirs, *before));
+    EXPECT_EQ(whys(), Whys(left.size(), NotPlaced::notDated));
+    EXPECT_FALSE(left.empty());
+}
+
+// A state of before that some columns shared, year by year.
+TEST_F(PlacedChanges, AreOfUnknownYearsWhereSomeFiguresStayed) {
+    {
+        const ActionScope action(mine, {Origin::shifted, "Restore", {}});
+        mine->put_LastFY(2025);
+        mine->put_YRevenueSeries(movedOn(mine->get_YRevenueSeries(), 1));
+    }
+    ASSERT_EQ(mine->groups().size(), 1U);
+    EXPECT_EQ(mine->groups().front().counted, std::nullopt);
+}
+
+TEST_F(PlacedChanges, OfAYearThatOthersHaveRelabelledGoToItsLabel) {
+    type(Datum::YRevenueSeries, 2, 7);
+    theirs->put_LastFY(2023);
+    theirs->put_LastFYDate(*makeDate(2023, 9, 30));
+    place();
+    EXPECT_EQ(whys(), Whys{NotPlaced::changedSince}) << "there is the figure of another year";
+    EXPECT_TRUE(sameAs(*theirs, *before));
+}
+
+} // namespace
+} // namespace vkr
