@@ -87,6 +87,21 @@ bool isWorkedOut(Datum datum, std::span<const Change> changes) {
     });
 }
 
+// Whether another date answers for one that is to be absent.
+bool isStoodInFor(const iVKR_Company& company, const DatumChange& change) {
+    switch (change.datum) {
+    case Datum::LastFY:
+        return change.after.toLong() == 0 &&
+               company.get_LastFY() == civil(company.get_LastFYDate()).year;
+    case Datum::LastQDate:
+    case Datum::LastQDateForGrid:
+        return isAbsent(change.after.toDate()) &&
+               company.get_LastQDate() == company.get_LastQDateForGrid();
+    default:
+        return false;
+    }
+}
+
 // What followed by itself is written where it does not follow again: one datum may move another.
 std::optional<std::string> putData(iVKR_Company& company, std::span<const Change> changes) {
     std::vector<DatumChange> left;
@@ -102,7 +117,8 @@ std::optional<std::string> putData(iVKR_Company& company, std::span<const Change
         if (!refusal)
             refusal = failureOf([&] {
                 std::erase_if(left, [&](const DatumChange& one) {
-                    return isSame(readDatum(company, one.datum), one.after);
+                    return isStoodInFor(company, one) ||
+                           isSame(readDatum(company, one.datum), one.after);
                 });
             });
     }

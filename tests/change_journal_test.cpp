@@ -545,6 +545,20 @@ TEST_F(Journal, NoStepLeadsBackOverWhatThereWasNoMemoryToNote) {
     EXPECT_EQ(journal->groups().size(), 2U);
 }
 
+// The other dates answer for them, so they are never seen to be absent.
+TEST_F(Journal, TakesDatesAwayThatOthersStandInFor) {
+    const auto dated = std::make_shared<CompanyRecord>();
+    dated->put_LastFYDate(*makeDate(2024, 9, 28));
+    dated->put_LastQDate(*makeDate(2024, 9, 28));
+    const auto later = dated->clone();
+    later->put_LastFY(2024);
+    later->put_LastQDateForGrid(*makeDate(2024, 9, 28));
+    const auto other = std::make_shared<ChangeJournal>(later);
+    EXPECT_EQ(other->apply(changesBetween(*later, *dated, {})), std::nullopt);
+    for (const Datum date : {Datum::LastFY, Datum::LastQDateForGrid})
+        EXPECT_EQ(later->stored(date), dated->stored(date)) << rowOf(date).name;
+}
+
 TEST_F(Journal, ASettingsObjectOutlivesIt) {
     const auto settings = journal->get_Settings();
     journal->onUnsavedChanged([](const ChangeGroup*) { FAIL(); });
