@@ -55,9 +55,10 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     [[nodiscard]] FigureOrigins origins() const override;
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
     [[nodiscard]] const ChangeJournal& journal() const { return *journal_; }
-    // Does again what was lost or given up, as steps to undo; nothing where figures of it are
-    // locked by now. Those that are refused, with what the record said.
-    [[nodiscard]] std::vector<RefusedStep> restore(const std::vector<ChangeGroup>& groups);
+    // Does again what was lost or given up of the company as it was then, as one step to undo, each
+    // figure in its year or quarter; nothing where figures of it are locked by now.
+    [[nodiscard]] Restored restore(const UnsavedCompany& of,
+                                   const std::vector<ChangeGroup>& groups);
     // Whether what is not saved is on the disk.
     [[nodiscard]] bool isKept() const { return !toldOfKeeping_; }
 
@@ -93,6 +94,11 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     void showSteps();
     bool step(HistoryStep step);
     void showPlace(); // of the last change that was undone, redone or restored
+    void showRestored();
+    // Whether the company is as it was when these changes were begun, with none of its own.
+    [[nodiscard]] bool isAsNoted(const UnsavedCompany& of,
+                                 const std::vector<ChangeGroup>& groups) const;
+    [[nodiscard]] UnsavedCompany unsavedCompany() const;
     void keepUnsaved(const CompanyRecord& stored); // from here on, in a file of its own
     void forgetUnsaved();
     void keepAsNew(); // from the empty record on, what is not saved
@@ -157,7 +163,8 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     std::shared_ptr<const CompanyRecord> unchanged_; // as the form shows it without any change
     std::optional<std::int64_t> id_;
     std::int64_t revision_;
-    bool decided_ = false; // what becomes of changes is settled: closing asks no more
+    std::uint64_t digest_ = 0; // of what the changes are to
+    bool decided_ = false;     // what becomes of changes is settled: closing asks no more
 };
 
 } // namespace vkr

@@ -134,11 +134,14 @@ bool CompanyWindow::canRestore() {
 bool CompanyWindow::restore(const HistoryState& state, const QString& name) {
     if (!canRestore())
         return false;
-    const std::vector<RefusedStep> refused = restore({changesTo(state, name)});
-    if (!refused.empty())
-        tellFault(this, tr("Nothing was restored."), refused.front().line);
+    const auto refusal = journal_->apply(changesTo(state, name));
+    if (refusal)
+        tellFault(this, tr("Nothing was restored."),
+                  QStringLiteral("%1: %2").arg(fromUtf8(name.toStdString()), fromUtf8(*refusal)));
+    else
+        showRestored();
     showTitle();
-    return refused.empty();
+    return !refusal;
 }
 
 } // namespace vkr

@@ -7,6 +7,7 @@
 #include "host/change_place.hpp"
 #include "host/company_window.hpp"
 #include "host/messages.hpp"
+#include "host/suggested_dates.hpp"
 #include "host/texts.hpp"
 
 #include <QAction>
@@ -14,6 +15,7 @@
 #include <QMenuBar>
 #include <QPointer>
 
+#include <algorithm>
 #include <cassert>
 
 namespace vkr {
@@ -129,29 +131,68 @@ void CompanyWindow::showPlace() {
             entry_->component().showField(control);
 }
 
-std::vector<RefusedStep> CompanyWindow::restore(const std::vector<ChangeGroup>& groups) {
-    std::vector<RefusedStep> refused;
-    const bool isLocked = changesLocked(*record_, groups);
-    for (const ChangeGroup& group : groups) {
-        const auto refusal = isLocked ? std::optional(tr("The data is locked.").toStdString())
-                                      : journal_->apply(group);
-        if (refusal)
-            refused.push_back(
-                {group, QStringLiteral("%1: %2").arg(groupTitle(group), fromUtf8(*refusal))});
+bool CompanyWindow::isAsNoted(const UnsavedCompany& of,
+                              const std::vector<ChangeGroup>& groups) const {
+    const auto counted = std::ranges::find_if(
+        groups, [](const ChangeGroup& group) { return group.counted.has_value(); });
+    return of.revision == revision_ && of.digest == digest_ && journal_->unsaved().empty() &&
+           (counted == groups.end() || counted->counted->before == newestPeriods(*record_));
+}
+
+Restored CompanyWindow::restore(const UnsavedCompany& of, const std::vector<ChangeGroup>& groups) {
+    entry_->component().leaveField(); // what was typed last is not given up for it
+    Restored result;
+    const auto refuse = [&result](const ChangeGroup& group, const QString& words) {
+        result.left.push_back(group);
+        result.reasons.append(QStringLiteral("%1: %2").arg(groupTitle(group), words));
+    };
+    if (changesLocked(*record_, groups)) {
+        for (const ChangeGroup& group : groups)
+            refuse(group, tr("The data is locked."));
+        return result;
     }
-    if (refused.size() == groups.size())
-        return refused;
+    const bool asNoted = isAsNoted(of, groups);
+    const ChangePlacing placing(groups,
+                                withThoseBeside(entry_->component().suggestedDates(), *record_));
+    journal_->beginStep(tr("Restore").toStdString());
+    for (const ChangeGroup& group : groups) {
+        auto placed = asNoted ? ChangePlacing::Placed{group, {}} : placing.place(group, *record_);
+        if (!placed.group.changes.empty()) {
+            if (const auto refusal = journal_->apply(placed.group)) {
+                refuse(group, fromUtf8(*refusal));
+                continue;
+            }
+            result.isAny = true;
+        }
+        if (placed.left.empty())
+            continue;
+        result.reasons.append(unplacedLines(*record_, group, placed.left));
+        ChangeGroup left = group;
+        left.changes.clear();
+        for (const UnplacedChange& one : placed.left)
+            left.changes.push_back(one.change);
+        result.left.push_back(std::move(left));
+    }
+    journal_->endStep();
+    if (result.isAny)
+        showRestored();
+    return result;
+}
+
+void CompanyWindow::showRestored() {
     entry_->recordChanged();
     entry_->setDirty(true);
     showPlace();
     showModified();
-    return refused;
+}
+
+UnsavedCompany CompanyWindow::unsavedCompany() const {
+    return {id_, revision_, digest_, title().toStdString()};
 }
 
 void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
-    unsaved_ = std::make_unique<UnsavedChanges>(
-        unsavedPlaceOf(store_),
-        UnsavedCompany{id_, revision_, digestOf(stored), title().toStdString()});
+    digest_ = digestOf(stored);
+    unsaved_ = std::make_unique<UnsavedChanges>(unsavedPlaceOf(store_), unsavedCompany());
     journal_->onTakenBack([this](ChangeGroup& back, const ChangeGroup& step) {
         back.name = undoneTitle(step).toStdString();
         origins().tellIn(back);
@@ -235,7 +276,7 @@ bool CompanyWindow::acceptUnstored() {
 void CompanyWindow::keepGivenUp() {
     const auto count = static_cast<int>(recordChanges().size());
     if (const auto steps = unsavedSteps(); count > 0 && !steps.empty())
-        emit discarded({id_, title(), steps, count});
+        emit discarded({unsavedCompany(), steps, count});
 }
 
 void CompanyWindow::giveUp() {

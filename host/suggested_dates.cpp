@@ -46,6 +46,17 @@ void takeBack(const std::vector<Datum>& suggested, const CompanyRecord& unchange
     }
 }
 
+std::vector<Datum> withThoseBeside(const std::vector<Datum>& suggested,
+                                   const CompanyRecord& record) {
+    const CompanyRecord empty;
+    std::vector<Datum> all = suggested;
+    for (const Datum date : suggested)
+        if (const auto beside = suggestionOf(date).beside;
+            beside && record.stored(*beside) == empty.stored(*beside))
+            all.push_back(*beside);
+    return all;
+}
+
 std::vector<Datum> datingNothing(const std::vector<Datum>& suggested,
                                  const CompanyRecord& unchanged, const CompanyRecord& record) {
     std::vector<Datum> found;

@@ -21,4 +21,8 @@ void takeBack(const std::vector<Datum>& suggested, const CompanyRecord& unchange
                                                const CompanyRecord& unchanged,
                                                const CompanyRecord& record);
 
+// These dates, and what is written with them but does not stand in the record by itself.
+[[nodiscard]] std::vector<Datum> withThoseBeside(const std::vector<Datum>& suggested,
+                                                 const CompanyRecord& record);
+
 } // namespace vkr

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/placed_changes.hpp"
 #include "store/company_store.hpp"
 #include "store/unsaved_changes.hpp"
 
@@ -20,16 +21,20 @@ namespace vkr {
 [[nodiscard]] QStringList lines(const CompanyRecord& company,
                                 const std::vector<ChangeGroup>& groups);
 
-// A step that could not be made again.
-struct RefusedStep {
-    ChangeGroup group;
-    QString line; // for people: the step, and why
+// Of a step that could not be made again as a whole: a line for each change, and why.
+[[nodiscard]] QStringList unplacedLines(const CompanyRecord& company, const ChangeGroup& step,
+                                        const std::vector<UnplacedChange>& left);
+
+// What became of changes that were to be made again.
+struct Restored {
+    bool isAny = false;            // something was made
+    std::vector<ChangeGroup> left; // what was not
+    QStringList reasons;           // for people
 };
 
 // Changes that a person gave up, until the window's company is opened again.
 struct DiscardedChanges {
-    std::optional<std::int64_t> id;
-    QString title;
+    UnsavedCompany company;
     std::vector<ChangeGroup> groups;
     int count = 0; // of what can be had back
 };

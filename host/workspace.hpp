@@ -70,15 +70,13 @@ class Workspace : public QObject {
     void imported(const std::vector<CompanyKey>& companies);
     void showHelp(int page);
     void tellAbout();
-    // What could not be restored, and how many changes that is where it is but a part. The rest is
-    // in a window.
+    // Into the window of the company; what is left is told.
     struct Unrestored {
         std::vector<ChangeGroup> groups;
-        std::optional<int> count;
-        bool isRestKept = true; // on the disk, by its window
+        std::optional<int> count; // of changes, where it is but a part
+        bool isRestKept = true;   // on the disk, by its window
     };
-    // Into the window of the company; what is left is told.
-    [[nodiscard]] Unrestored restore(std::optional<std::int64_t> id,
+    [[nodiscard]] Unrestored restore(const UnsavedCompany& of,
                                      const std::vector<ChangeGroup>& groups);
     void restoreDiscarded();
     void showDiscarded();

@@ -15,8 +15,9 @@ void Workspace::checkInvariants() const {
     for (const CompanyWindow* window : windows_)
         assert(!window->id() || windowOf(*window->id()) == window);
     for (const DiscardedChanges& changes : discarded_)
-        assert(!changes.id ||
-               std::ranges::count(discarded_, changes.id, &DiscardedChanges::id) == 1);
+        assert(!changes.company.id ||
+               std::ranges::count(discarded_, changes.company.id,
+                                  [](const DiscardedChanges& one) { return one.company.id; }) == 1);
 }
 
 void Workspace::showDiscarded() {
@@ -26,20 +27,22 @@ void Workspace::showDiscarded() {
         return;
     }
     const DiscardedChanges& last = discarded_.back();
+    const QString title = fromUtf8(last.company.title);
     list_->offerRestore(last.count == 1
-                            ? tr("Discarded 1 change of %1.").arg(last.title)
-                            : tr("Discarded %1 changes of %2.").arg(last.count).arg(last.title));
+                            ? tr("Discarded 1 change of %1.").arg(title)
+                            : tr("Discarded %1 changes of %2.").arg(last.count).arg(title));
 }
 
 void Workspace::offerDiscarded(DiscardedChanges changes) {
     const auto isEarlier = [&](const DiscardedChanges& one) {
-        return changes.id && one.id == changes.id;
+        return changes.company.id && one.company.id == changes.company.id;
     };
     if (const auto earlier = std::ranges::find_if(discarded_, isEarlier);
         earlier != discarded_.end()) {
         changes.groups.insert(changes.groups.begin(), earlier->groups.begin(),
                               earlier->groups.end());
         changes.count += earlier->count;
+        changes.company.digest = 0; // there is no one record that they lead from
         discarded_.erase(earlier);
     }
     discarded_.append(changes);
@@ -47,7 +50,7 @@ void Workspace::offerDiscarded(DiscardedChanges changes) {
 }
 
 void Workspace::forgetDiscarded(std::int64_t id) {
-    discarded_.removeIf([id](const DiscardedChanges& changes) { return changes.id == id; });
+    discarded_.removeIf([id](const DiscardedChanges& changes) { return changes.company.id == id; });
     showDiscarded();
 }
 
@@ -55,36 +58,36 @@ void Workspace::restoreDiscarded() {
     if (discarded_.isEmpty())
         return;
     DiscardedChanges last = discarded_.takeLast();
-    const Unrestored left = restore(last.id, last.groups);
+    const Unrestored left = restore(last.company, last.groups);
     if (!left.groups.empty()) {
         last.groups = left.groups;
         last.count = left.count.value_or(last.count);
+        if (left.count)
+            last.company.digest = 0;
         offerDiscarded(last);
     } else {
         showDiscarded();
     }
 }
 
-Workspace::Unrestored Workspace::restore(std::optional<std::int64_t> id,
+Workspace::Unrestored Workspace::restore(const UnsavedCompany& of,
                                          const std::vector<ChangeGroup>& groups) {
-    CompanyWindow* window = id ? openCompany(*id) : newCompany();
+    CompanyWindow* window = of.id ? openCompany(*of.id) : newCompany();
     if (window == nullptr)
         return {groups, std::nullopt};
-    Unrestored left;
-    QStringList reasons;
-    for (const RefusedStep& refused : window->restore(groups)) {
-        left.groups.push_back(refused.group);
-        reasons.append(refused.line);
-    }
-    left.isRestKept = window->isKept();
-    if (left.groups.size() == groups.size()) {
-        tellFault(window, tr("Nothing was restored."), reasons.value(0), reasons);
+    const Restored restored = window->restore(of, groups);
+    Unrestored left{restored.left, std::nullopt, window->isKept()};
+    if (!restored.isAny && left.groups.empty()) {
+        tellNews(window, tr("All of it is there already."));
+    } else if (!restored.isAny) {
+        tellFault(window, tr("Nothing was restored."), restored.reasons.value(0), restored.reasons);
+        left.groups = groups;
     } else if (!left.groups.empty()) {
         left.count = static_cast<int>(lines(*window->record(), left.groups).size());
         tellFault(window, tr("Not every change could be made again."),
                   tr("The others are in this window. Nothing is saved yet. What could not be made "
                      "is offered again."),
-                  reasons);
+                  restored.reasons);
     }
     return left;
 }
@@ -122,8 +125,8 @@ void Workspace::offerFound() {
                                choices, canRestore ? 0 : -1, lines(*stored, found.groups));
         const bool discards = choice == (canRestore ? 1 : 0);
         if (canRestore && choice == 0) {
-            const Unrestored left = restore(found.company.id, found.groups);
-            if (left.groups.size() < found.groups.size() && left.isRestKept)
+            const Unrestored left = restore(found.company, found.groups);
+            if ((left.groups.empty() || left.count) && left.isRestKept)
                 if (const auto failure = keepOnly(found, left.groups, place))
                     tellFault(list_.get(), tr("All changes to %1 are offered again.").arg(title),
                               fromUtf8(*failure));

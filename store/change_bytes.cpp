@@ -100,6 +100,13 @@ void ByteWriter::group(const ChangeGroup& group) {
         number(change.origin ? static_cast<std::uint64_t>(*change.origin) : unknownOrigin, 1);
         text(change.document);
     }
+    number(group.counted ? 1 : 0, 1);
+    if (!group.counted)
+        return;
+    for (const NewestPeriods* newest : {&group.counted->before, &group.counted->after}) {
+        number(static_cast<std::uint16_t>(newest->year), 2);
+        number(std::bit_cast<std::uint64_t>(newest->quarter.serial), 8);
+    }
 }
 
 std::string_view ByteReader::take(std::size_t count) {
@@ -206,6 +213,13 @@ ChangeGroup ByteReader::group() {
             origin == unknownOrigin ? std::nullopt : std::optional(static_cast<Origin>(origin));
         change.document = text();
         group.changes.push_back(std::move(change));
+    }
+    if (rest_.empty() || number(1) == 0) // as nobody has written it once
+        return group;
+    group.counted.emplace();
+    for (NewestPeriods* newest : {&group.counted->before, &group.counted->after}) {
+        newest->year = static_cast<std::int16_t>(number(2));
+        newest->quarter.serial = std::bit_cast<double>(number(8));
     }
     return group;
 }

@@ -36,6 +36,9 @@ class FirstPeriods {
     explicit FirstPeriods(const CompanyRecord& company)
         : year_(firstPeriod(company, DatumPeriod::year)),
           quarter_(firstPeriod(company, DatumPeriod::quarter)) {}
+    explicit FirstPeriods(const NewestPeriods& newest)
+        : year_(newest.year == 0 ? std::string() : std::to_string(newest.year)),
+          quarter_(isoDateText(newest.quarter)) {}
     [[nodiscard]] const std::string& of(DatumPeriod period) const {
         return period == DatumPeriod::quarter ? quarter_ : year_;
     }
@@ -60,8 +63,8 @@ std::string originText(const Change& change) {
 // The rows of one group while they are put together.
 class RowsOfGroup {
   public:
-    RowsOfGroup(const FirstPeriods& before, const FirstPeriods& after)
-        : before_(before), after_(after) {}
+    RowsOfGroup(FirstPeriods before, FirstPeriods after)
+        : before_(std::move(before)), after_(std::move(after)) {}
 
     void add(const Change& change) {
         if (!change.setting.empty()) {
@@ -132,8 +135,8 @@ class RowsOfGroup {
         open.hasBefore |= before.toDouble() != 0;
     }
 
-    const FirstPeriods& before_;
-    const FirstPeriods& after_;
+    FirstPeriods before_;
+    FirstPeriods after_;
     std::vector<Open> rows_;
 };
 
@@ -150,7 +153,9 @@ std::vector<SavedGroup> savedGroups(const CompanyRecord& stored,
             if (change.setting.empty() && isDating(change.datum))
                 ifPossible([&] { replay(*reached, change); });
         const FirstPeriods after(*reached);
-        RowsOfGroup rows(before, after);
+        RowsOfGroup rows = group.counted ? RowsOfGroup(FirstPeriods(group.counted->before),
+                                                       FirstPeriods(group.counted->after))
+                                         : RowsOfGroup(before, after);
         for (const Change& change : group.changes)
             rows.add(change);
         saved.push_back(

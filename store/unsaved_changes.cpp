@@ -330,7 +330,9 @@ void removeFound(const FoundChanges& found) {
 
 std::optional<std::string> keepOnly(const FoundChanges& found, const std::vector<ChangeGroup>& left,
                                     const UnsavedPlace& place) {
-    UnsavedChanges kept(place, found.company);
+    UnsavedCompany company = found.company;
+    company.digest = 0; // they lead from no record any more
+    UnsavedChanges kept(place, company);
     for (const ChangeGroup& group : left)
         if (auto failure = kept.add(group)) {
             kept.remove();

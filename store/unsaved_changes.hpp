@@ -22,7 +22,7 @@ struct UnsavedPlace {
 struct UnsavedCompany {
     std::optional<std::int64_t> id; // nothing: never saved
     std::int64_t revision = 0;      // that it was loaded with
-    std::uint64_t digest = 0;       // of the record as it was then: digestOf
+    std::uint64_t digest = 0;       // of the record as it was then: digestOf; 0: not known
     std::string title;              // for people
 
     friend bool operator==(const UnsavedCompany&, const UnsavedCompany&) = default;

@@ -74,14 +74,15 @@ class HostLocked : public CorrectedCompanyTest, public testing::WithParamInterfa
         changes->setCurrentItem(changes->topLevelItem(changes->topLevelItemCount() - 1));
         history->findChild<QPushButton*>("restore")->click();
     }
-    static std::vector<ChangeGroup> givenUp() {
+    [[nodiscard]] std::vector<ChangeGroup> givenUp() const {
         Change debt;
         debt.datum = Datum::TotalDebt;
+        debt.before = window->record()->get_TotalDebt();
         debt.after = 13.0;
         return {{"", {}, {debt}}};
     }
     void restoreDiscarded() {
-        emit window->discarded({window->id(), "Apple", givenUp(), 1});
+        emit window->discarded({{window->id(), 1, 0, "Apple"}, givenUp(), 1});
         host_->list().findChild<QPushButton*>("restore")->click();
     }
     void restoreFound() {

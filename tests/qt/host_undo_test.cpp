@@ -32,9 +32,10 @@ class HostUndo : public HostTest {
                                         loaded.value().revision));
     }
     // A step that can be made again, and one that a program with more years has left.
-    static std::vector<ChangeGroup> oneOfMoreYears() {
+    std::vector<ChangeGroup> oneOfMoreYears() {
         Change debt;
         debt.datum = Datum::TotalDebt;
+        debt.before = stored(*host_, "AAPL")->get_TotalDebt();
         debt.after = 11.0;
         Change earnings;
         earnings.datum = Datum::YEPSSeries;
@@ -125,8 +126,14 @@ TEST_F(HostUndo, WhatAKilledProgramLeftBehindIsOfferedAndRestored) {
     EXPECT_EQ(restored.record()->get_Name(), "Acme");
     EXPECT_TRUE(restored.isWindowModified());
     EXPECT_EQ(unsavedFiles().size(), 1) << "in a file of the new window";
+    EXPECT_EQ(menuText(restored, "undo"), "Undo Restore");
     action(restored, "undo").trigger();
     EXPECT_NE(restored.record()->get_Name(), "Acme");
+    EXPECT_NE(debt(restored), 11) << "in one step";
+    EXPECT_FALSE(restored.isWindowModified());
+    EXPECT_TRUE(unsavedFiles().isEmpty());
+    action(restored, "redo").trigger();
+    EXPECT_EQ(restored.record()->get_Name(), "Acme");
     ASSERT_TRUE(restored.save());
     EXPECT_TRUE(unsavedFiles().isEmpty());
     EXPECT_EQ(stored(*host_, "AAPL")->get_TotalDebt(), 11);
@@ -144,7 +151,7 @@ TEST_F(HostUndo, WhatWasFoundAndCannotBeMadeAgainIsOfferedAloneAfterwards) {
         host_->offerFound();
         EXPECT_TRUE(answers.allGiven());
         EXPECT_TRUE(answers.told().value(0).contains("Total Debt"));
-        EXPECT_TRUE(answers.told().value(1).contains("Earnings of Later: "));
+        EXPECT_TRUE(answers.told().value(1).contains("Earnings of Later - "));
         EXPECT_FALSE(answers.told().value(1).contains("Total Debt"));
     }
     CompanyWindow& restored = *host_->windows().front();
@@ -310,7 +317,7 @@ TEST_F(HostUndo, WhatCannotBeMadeAgainIsOfferedAloneAfterwards) {
     CompanyWindow& window = open(*host_, "AAPL");
     auto* restore = host_->list().findChild<QPushButton*>("restore");
     const auto* offer = host_->list().findChild<QLabel*>("discarded");
-    emit window.discarded({window.id(), "Apple", oneOfMoreYears(), 2});
+    emit window.discarded({{window.id(), 1, 0, "Apple"}, oneOfMoreYears(), 2});
     EXPECT_EQ(offer->text(), "Discarded 2 changes of Apple.");
     const Answers answers({"OK", "OK", "OK"});
     restore->click();
