@@ -64,9 +64,10 @@ QString tableText(const QString& left, const QString& right,
 
 Assistant::Assistant(const ShownCompany& company, QWidget* parent)
     : QDialog(parent), shownCompany_(company), title_(label(this, "title")),
-      company_(label(this, "company")), stored_(label(this, "stored")),
-      longText_(new QPlainTextEdit(this)), unit_(label(this, "unit")),
-      origin_(label(this, "origin")), onScreen_(label(this, "onScreen")), body_(new QWidget(this)),
+      company_(label(this, "company")), damage_(label(this, "damage")),
+      stored_(label(this, "stored")), longText_(new QPlainTextEdit(this)),
+      unit_(label(this, "unit")), origin_(label(this, "origin")),
+      onScreen_(label(this, "onScreen")), body_(new QWidget(this)),
       chartTitle_(label(body_, "chartTitle")), chart_(new HistoryChart(body_)),
       quartersBox_(new QWidget(body_)), quartersTitle_(label(quartersBox_, "quartersTitle")),
       quarters_(label(quartersBox_, "quarters")) {
@@ -83,7 +84,7 @@ Assistant::Assistant(const ShownCompany& company, QWidget* parent)
     quarters_->setTextFormat(Qt::RichText);
     for (QLabel* read : {stored_, quarters_}) // with the keyboard, too
         read->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    for (QLabel* mayBeLong : {company_, origin_, onScreen_})
+    for (QLabel* mayBeLong : {company_, damage_, origin_, onScreen_})
         mayBeLong->setWordWrap(true);
 
     layOutBody();
@@ -134,6 +135,7 @@ void Assistant::layOut() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(title_);
     layout->addWidget(company_);
+    layout->addWidget(damage_);
     layout->addSpacing(layout->spacing());
     layout->addWidget(stored_);
     layout->addWidget(longText_);
@@ -161,6 +163,7 @@ void Assistant::tell(int object, const QString& shown, std::optional<int> elemen
     dateFormat_ = dateFormat;
     marks_ = marks;
     storedWhenAsked_ = assistantFacts(*topic, *shownCompany_.record(), element).stored;
+    checkStored();
     refresh();
     // What the texts need is known before the window is shown.
     for (const QWidget* part : {quartersBox_, body_, static_cast<QWidget*>(this)})
@@ -195,6 +198,11 @@ void Assistant::standBeside(const QWidget& form) {
             return;
         }
     }
+}
+
+void Assistant::checkStored() {
+    damage_->setText(fromUtf8(shownCompany_.damage()));
+    damage_->setVisible(!damage_->text().isEmpty());
 }
 
 void Assistant::refresh() {

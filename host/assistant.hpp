@@ -30,6 +30,8 @@ class Assistant : public QDialog {
     // text on screen, `element` the period that is asked about, if any.
     void tell(int object, const QString& shown, std::optional<int> element,
               const QString& dateFormat, const NumberMarks& marks = {});
+    // Whether what is stored is as it was saved.
+    void checkStored();
     [[nodiscard]] int object() const { // -1: none yet
         return topic_ != nullptr && topic_->object ? *topic_->object : -1;
     }
@@ -55,6 +57,7 @@ class Assistant : public QDialog {
 
     QLabel* title_;
     QLabel* company_;
+    QLabel* damage_;
     QLabel* stored_;
     QPlainTextEdit* longText_; // in place of it
     QLabel* unit_;

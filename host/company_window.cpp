@@ -228,6 +228,8 @@ bool CompanyWindow::save() {
             startFrom(*saving);
             if (history_ != nullptr && history_->isVisible())
                 history_->refresh();
+            if (assistant_ != nullptr)
+                assistant_->checkStored();
             showTitle();
             notice(*this, tr("Saved."));
             emit saved(*id_);

@@ -53,6 +53,7 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     [[nodiscard]] std::shared_ptr<const CompanyRecord> record() const override { return record_; }
     [[nodiscard]] std::shared_ptr<CompanyRecord> recordToSave() const override;
     [[nodiscard]] FigureOrigins origins() const override;
+    [[nodiscard]] std::string damage() const override;
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
     [[nodiscard]] const ChangeJournal& journal() const { return *journal_; }
     // Does again what was lost or given up of the company as it was then, as one step to undo, each

@@ -22,6 +22,11 @@ FigureOrigins CompanyWindow::origins() const {
     return now;
 }
 
+std::string CompanyWindow::damage() const {
+    const auto found = id_ ? store_.check(*id_) : StoreResult(std::optional<CompanyDamage>());
+    return found && found.value() ? found.value()->message : std::string();
+}
+
 void CompanyWindow::keepSilenced() {
     if (!id_)
         return checks_->lookLater();

@@ -80,8 +80,8 @@ HistoryWindow::HistoryWindow(CompanyStore& store, std::int64_t company, const QS
                              QWidget* parent)
     : QDialog(parent), store_(store), company_(company), person_(new QComboBox(this)),
       time_(new QComboBox(this)), origin_(new QComboBox(this)), figure_(new QComboBox(this)),
-      period_(new QComboBox(this)), tree_(new QTreeWidget(this)), extent_(new QLabel(this)),
-      limit_(new StillList(this)) {
+      period_(new QComboBox(this)), damage_(new QLabel(this)), tree_(new QTreeWidget(this)),
+      extent_(new QLabel(this)), limit_(new StillList(this)) {
     setObjectName(QStringLiteral("history"));
     setWindowTitle(tr("History of %1").arg(title));
     for (const Span& span : spans)
@@ -167,6 +167,12 @@ void HistoryWindow::layOut() {
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(filterRow());
+    damage_->setObjectName(QStringLiteral("damage"));
+    damage_->setTextFormat(Qt::PlainText);
+    damage_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    damage_->setWordWrap(true);
+    damage_->hide();
+    layout->addWidget(damage_);
     layout->addWidget(tree_, 1);
     layout->addLayout(limitRow());
     layout->addWidget(buttons);
@@ -215,6 +221,7 @@ bool HistoryWindow::readChoices() {
         return false;
     }
     fillChoices(all.value());
+    showDamage();
     showExtent();
     return true;
 }
@@ -290,6 +297,13 @@ void HistoryWindow::fillTree() {
     if (!items.isEmpty())
         tree_->setCurrentItem(items.front());
     restore_->setEnabled(chosen() != nullptr);
+}
+
+void HistoryWindow::showDamage() {
+    const auto checked = store_.check(company_);
+    const bool isDamaged = checked && checked.value();
+    damage_->setText(isDamaged ? fromUtf8(checked.value()->message) : QString());
+    damage_->setVisible(isDamaged);
 }
 
 void HistoryWindow::showExtent() {

@@ -54,6 +54,7 @@ class HistoryWindow : public QDialog {
     void fillChoices(const std::vector<HistoryGroup>& all);
     void fillTree();
     void showExtent();
+    void showDamage(); // of what is stored
     [[nodiscard]] HistoryQuery query() const;
     [[nodiscard]] const HistoryGroup* chosen() const;
     void setLimit(int row);
@@ -68,6 +69,7 @@ class HistoryWindow : public QDialog {
     QComboBox* origin_;
     QComboBox* figure_;
     QComboBox* period_;
+    QLabel* damage_;
     QTreeWidget* tree_;
     QLabel* extent_;
     QComboBox* limit_;

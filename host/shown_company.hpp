@@ -5,6 +5,7 @@
 #include "company/figure_origins.hpp"
 
 #include <memory>
+#include <string>
 
 namespace vkr {
 
@@ -17,6 +18,8 @@ class ShownCompany {
     [[nodiscard]] virtual std::shared_ptr<CompanyRecord> recordToSave() const = 0;
     // Where each figure comes from, what was typed here included.
     [[nodiscard]] virtual FigureOrigins origins() const = 0;
+    // What is wrong with what is stored of it, for people; "" where it is as it was saved.
+    [[nodiscard]] virtual std::string damage() const { return {}; }
 
   protected:
     ~ShownCompany() = default;

@@ -257,6 +257,36 @@ TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
     window.discard();
 }
 
+// Also what was damaged while the company was open, be it the history alone.
+TEST_F(HostHistory, TellsDamageAsTheAssistantDoesUntilTheCompanyIsSaved) {
+    const std::int64_t id = idOf(*host_, "AAPL");
+    CompanyWindow& window = open(*host_, "AAPL");
+    emit window.entry().assistant(doTotalDebt, QString());
+    const auto* ofAssistant = window.findChild<Assistant*>()->findChild<QLabel*>("damage");
+    HistoryWindow& history = shownHistory(window);
+    const auto* ofHistory = history.findChild<QLabel*>("damage");
+    EXPECT_TRUE(ofAssistant->isHidden());
+    EXPECT_TRUE(ofHistory->isHidden());
+    execute(QString("UPDATE company SET \"TotalDebt\" = 1 WHERE id = %1").arg(id));
+    history.refresh();
+    emit window.entry().assistant(doTotalDebt, QString());
+    for (const QLabel* told : {ofAssistant, ofHistory}) {
+        EXPECT_FALSE(told->isHidden());
+        EXPECT_EQ(told->text().toStdString(), host_->store().check(id).value()->message);
+        EXPECT_TRUE(told->text().contains("\u201cApple Inc.\u201d is not as it was saved"));
+        EXPECT_TRUE(told->text().contains("Total Debt was saved as"));
+    }
+    change(window, Datum::City, "Graz");
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(host_->store().check(id).value(), std::nullopt);
+    EXPECT_TRUE(ofAssistant->isHidden());
+    EXPECT_TRUE(ofHistory->isHidden());
+    execute(QString("UPDATE change_group SET changed_by = 'x' WHERE company_id = %1").arg(id));
+    history.refresh();
+    EXPECT_TRUE(ofHistory->text().startsWith("The history of \u201cApple Inc.\u201d is damaged."));
+    window.discard();
+}
+
 // Nothing is restored under the lock, so nothing that would be refused is offered.
 TEST_F(HostHistory, OfADamagedCompanyThatIsLockedIsHadAfterUnlocking) {
     const std::int64_t id = idOf(*host_, "AAPL");
