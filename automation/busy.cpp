@@ -5,6 +5,7 @@
 #include "native/module.hpp"
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -13,14 +14,15 @@ namespace vkr::automation {
 
 namespace {
 
-constexpr const wchar_t* className = L"VKRDataEntryLater";
 constexpr UINT releaseMessage = WM_APP;
 
 struct Waiting {
     std::vector<IUnknown*> objects;
     HWND window = nullptr;
 };
-thread_local Waiting waiting;
+// A plain pointer: the runtime would hold the library until the end of every thread on which it has
+// something to destroy.
+thread_local Waiting* waiting = nullptr;
 
 std::mutex strayLock;
 std::multimap<DWORD, std::function<void()>> strays; // by the thread that they belong to
@@ -46,22 +48,18 @@ LRESULT CALLBACK hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 HWND ensureWindow() {
-    if (waiting.window != nullptr)
-        return waiting.window;
-    WNDCLASSW described{};
-    described.lpfnWndProc = hear;
-    described.hInstance = ownModule();
-    described.lpszClassName = className;
-    RegisterClassW(&described); // again: it is there
-    waiting.window = CreateWindowExW(0, className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                     ownModule(), nullptr);
-    return waiting.window;
+    if (waiting->window == nullptr)
+        waiting->window = CreateWindowExW(0, registeredKind(L"VKRDataEntryLater", hear), L"", 0, 0,
+                                          0, 0, 0, HWND_MESSAGE, nullptr, ownModule(), nullptr);
+    return waiting->window;
 }
 
 } // namespace
 
 void releaseLater(IUnknown* object) {
-    waiting.objects.push_back(object);
+    if (waiting == nullptr)
+        waiting = new Waiting;
+    waiting->objects.push_back(object);
     PostMessageW(ensureWindow(), releaseMessage, 0, 0);
 }
 
@@ -72,12 +70,15 @@ void destroyAtHome(DWORD thread, std::function<void()> destroy) {
 
 void releaseWaiting() {
     destroyStrays();
-    for (IUnknown* const object : std::exchange(waiting.objects, {}))
-        object->Release();
-    if (waiting.window != nullptr && waiting.objects.empty()) {
-        const HWND closed = std::exchange(waiting.window, nullptr);
-        DestroyWindow(closed);
-    }
+    if (waiting == nullptr)
+        return;
+    for (IUnknown* const object : std::exchange(waiting->objects, {}))
+        object->Release(); // others may be told to wait within, or all be released
+    if (waiting == nullptr || !waiting->objects.empty())
+        return;
+    const std::unique_ptr<Waiting> done(std::exchange(waiting, nullptr));
+    if (done->window != nullptr)
+        DestroyWindow(done->window);
 }
 
 } // namespace vkr::automation

@@ -29,16 +29,31 @@ void tellLater(HWND window, Later what) {
 }
 
 // The visual styles that this library asks for, also in a program that does not.
-HANDLE styles() {
-    static const HANDLE context = [] {
+class Styles {
+  public:
+    Styles() {
         ACTCTXW wanted{};
         wanted.cbSize = sizeof wanted;
         wanted.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
         wanted.hModule = ownModule();
         wanted.lpResourceName = reinterpret_cast<LPCWSTR>(std::uintptr_t{2});
-        return CreateActCtxW(&wanted);
-    }();
-    return context;
+        context_ = CreateActCtxW(&wanted);
+    }
+    ~Styles() {
+        if (context_ != INVALID_HANDLE_VALUE)
+            ReleaseActCtx(context_);
+    }
+    Styles(const Styles&) = delete;
+    Styles& operator=(const Styles&) = delete;
+    [[nodiscard]] HANDLE context() const { return context_; }
+
+  private:
+    HANDLE context_ = INVALID_HANDLE_VALUE;
+};
+
+HANDLE styles() {
+    static const Styles made; // until the library is unloaded
+    return made.context();
 }
 
 } // namespace
@@ -64,9 +79,15 @@ class FormFace::Impl {
         form->tabbedOut = [this](FocusDirection direction) {
             return control_.tabbedOut(direction);
         };
+        form->keysCame = [this] {
+            if (control_.lacksKeys() && !std::exchange(keysCame, true))
+                tellLater(form->window(), Later::keys);
+        };
+        form->scaleFollowed = [this] { tellLater(form->window(), Later::scale); };
         SetWindowSubclass(form->window(), hear, subclassId, reinterpret_cast<DWORD_PTR>(this));
     }
     void close() {
+        keysCame = false;
         if (form == nullptr)
             return;
         RemoveWindowSubclass(form->window(), hear, subclassId);
@@ -74,38 +95,16 @@ class FormFace::Impl {
         form.reset();
     }
 
-    NativeServices desktop;
-    std::unique_ptr<NativeForm> form;
-
-  private:
-    static LRESULT CALLBACK hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-        form->keysCame = [this] {
-            if (control_.lacksKeys() && !std::exchange(keysCame, true))
-                tellLater(form->window(), Later::keys);
-        };
-        form->scaleFollowed = [this] { tellLater(form->window(), Later::scale); };
-                                 UINT_PTR /*id*/, DWORD_PTR self) {
-        auto& face = *reinterpret_cast<Impl*>(self);
-        if (message == laterMessage()) {
-            face.hearLater(static_cast<Later>(wParam));
-        keysCame = false;
-            return 0;
-        }
-        const Styled styled;
-        if (message == WM_MOUSEACTIVATE)
-            face.control_.pressed();
-        return DefSubclassProc(window, message, wParam, lParam);
-    }
     [[nodiscard]] bool hasKeys() const {
         const HWND focused = GetFocus();
         return focused == form->window() || IsChild(form->window(), focused) != FALSE;
     }
 
-
-    ControlOwner& control_;
+    NativeServices desktop;
+    std::unique_ptr<NativeForm> form;
     bool keysCame = false; // which the control is told of later
-};
 
+  private:
     // The control may be gone at the end of each.
     void hearLater(Later what) {
         switch (what) {
@@ -121,6 +120,22 @@ class FormFace::Impl {
             return;
         }
     }
+    static LRESULT CALLBACK hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                 UINT_PTR /*id*/, DWORD_PTR self) {
+        auto& face = *reinterpret_cast<Impl*>(self);
+        if (message == laterMessage()) {
+            face.hearLater(static_cast<Later>(wParam));
+            return 0;
+        }
+        const Styled styled;
+        if (message == WM_MOUSEACTIVATE)
+            face.control_.pressed();
+        return DefSubclassProc(window, message, wParam, lParam);
+    }
+
+    ControlOwner& control_;
+};
+
 FormFace::FormFace(ControlOwner& control) : impl_(std::make_unique<Impl>(control)) {}
 FormFace::~FormFace() = default;
 
@@ -133,8 +148,14 @@ void FormFace::open(HWND parent, const RECT& place, Form& form) {
 void FormFace::close() {
     impl_->close();
 }
+bool FormFace::isLost() const {
+    return impl_->form != nullptr && !isOpen();
+}
 HWND FormFace::window() const {
     return impl_->form == nullptr ? nullptr : impl_->form->window();
+}
+double FormFace::dotsPerInch() const {
+    return isOpen() ? impl_->form->scale().dotsPerInch() : 0;
 }
 SIZE FormFace::sizeOf(const Form& form) const {
     return impl_->form->sizeOf(form.width(), form.height());
@@ -148,14 +169,8 @@ void FormFace::show(bool visible) {
         impl_->form->show(visible);
 }
 void FormFace::focus() {
-bool FormFace::isLost() const {
-    return impl_->form != nullptr && !isOpen();
-}
     if (isOpen())
         impl_->form->focus();
-}
-double FormFace::dotsPerInch() const {
-    return isOpen() ? impl_->form->scale().dotsPerInch() : 0;
 }
 void FormFace::lookForWaiting(HWND window) {
     if (window != nullptr)

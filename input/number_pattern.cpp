@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <mutex>
 #include <string>
 
 namespace vkr {
@@ -340,21 +341,39 @@ std::string NumberPattern::written(const Section& section, Decimal number, bool 
     return text;
 }
 
-std::string formatNumber(double value, std::string_view pattern, const NumberMarks& marks) {
+namespace {
+
+// Patterns that were read lately. Of all threads: what belongs to one would keep a library that can
+// be unloaded until the thread ends.
+class LatePatterns {
+  public:
+    std::string format(double value, std::string_view pattern, const NumberMarks& marks) {
+        const std::scoped_lock lock(lock_);
+        for (const Entry& entry : entries_)
+            if (entry.used && entry.text == pattern)
+                return entry.pattern.format(value, marks);
+        Entry& entry = entries_[oldest_];
+        oldest_ = (oldest_ + 1) % entries_.size();
+        entry = {true, std::string(pattern), NumberPattern(pattern)};
+        return entry.pattern.format(value, marks);
+    }
+
+  private:
     struct Entry {
         bool used = false;
         std::string text;
         NumberPattern pattern;
     };
-    thread_local std::array<Entry, 4> entries;
-    thread_local std::size_t oldest = 0;
-    for (const Entry& entry : entries)
-        if (entry.used && entry.text == pattern)
-            return entry.pattern.format(value, marks);
-    Entry& entry = entries[oldest];
-    oldest = (oldest + 1) % entries.size();
-    entry = {true, std::string(pattern), NumberPattern(pattern)};
-    return entry.pattern.format(value, marks);
+    std::mutex lock_;
+    std::array<Entry, 4> entries_;
+    std::size_t oldest_ = 0;
+};
+
+} // namespace
+
+std::string formatNumber(double value, std::string_view pattern, const NumberMarks& marks) {
+    static LatePatterns patterns;
+    return patterns.format(value, pattern, marks);
 }
 
 } // namespace vkr
