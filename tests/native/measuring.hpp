@@ -46,7 +46,7 @@ class Ratio {
     Ratio(Work subject, Work reference, int turns)
         : subject_(std::move(subject)), reference_(std::move(reference)), turns_(turns) {}
 
-    // Prints the median; false where three pairs of four are above the target.
+    // Prints the median; false where it is above the target.
     bool reaches(const char* name, double target);
 
   private:
