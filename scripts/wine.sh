@@ -44,6 +44,12 @@ run_wine() {
     timeout --kill-after=10 "$seconds" wine "$@"
 }
 
+# runs_32_bit: whether programs of 32 bit can be built, and run.
+runs_32_bit() {
+    command -v i686-w64-mingw32-g++-posix >/dev/null &&
+        run_wine 60 'C:\windows\syswow64\cmd.exe' /c exit >/dev/null 2>&1
+}
+
 # wants_some "$@": whether arguments of tests ask for some of them by name, not for all or all but some.
 wants_some() {
     local argument
