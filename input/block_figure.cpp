@@ -92,7 +92,7 @@ std::string_view digitsWithMarks(std::string_view text) {
 // "1.234.567": groups of three behind the first one, with the same mark.
 bool areGroups(std::string_view text, char mark) {
     auto at = text.find(mark);
-    if (at < 1 || at > 3 || at == std::string_view::npos || text.front() == '0')
+    if (at < 1 || at > 3 || text.front() == '0')
         return false;
     while (at < text.size()) {
         const std::string_view group = text.substr(at + 1, 3);

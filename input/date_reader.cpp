@@ -74,7 +74,7 @@ std::optional<Parts> split(std::string_view text) {
 }
 
 bool isNameStart(std::string_view word, std::string_view name) {
-    return word.size() >= 3 && word.size() <= name.size() && startsWithAscii(name, word);
+    return word.size() >= 3 && startsWithAscii(name, word);
 }
 
 int monthOf(std::string_view word) {
@@ -97,14 +97,13 @@ int weekdayOf(std::string_view word) {
 bool isOrdinal(const Part& number, const Part& ending) {
     static constexpr std::string_view endings[] = {"th", "st", "nd", "rd"};
     const int last = number.value / 10 == 1 ? 0 : number.value % 10;
-    return ending.kind == Part::Word && ending.mark == 0 &&
-           equalsAscii(ending.text, endings[last < 4 ? last : 0]);
+    return ending.mark == 0 && equalsAscii(ending.text, endings[last < 4 ? last : 0]);
 }
 
 enum class Half { None, Morning, Afternoon };
 
 Half halfOf(const Part& part) {
-    if (part.kind != Part::Word || part.mark != 0)
+    if (part.mark != 0)
         return Half::None;
     if (equalsAscii(part.text, "AM") || equalsAscii(part.text, "A"))
         return Half::Morning;
@@ -134,22 +133,22 @@ class Reader {
 
   private:
     const Part& here(std::size_t ahead = 0) const {
-        return parts_.items[std::min(place_ + ahead, parts_.items.size() - 1)];
+        return parts_.items[place_ + ahead]; // a day with all that belongs to it has ten parts
     }
-    bool isNumber(std::size_t ahead, std::size_t minDigits, std::size_t maxDigits) const {
-        const Part& part = here(ahead);
-        return part.kind == Part::Number && part.text.size() >= minDigits &&
-               part.text.size() <= maxDigits;
+    bool isNumber(std::size_t ahead, std::size_t digits) const {
+        return here(ahead).kind == Part::Number && here(ahead).text.size() == digits;
     }
-    bool isDayNumber(std::size_t ahead) const { return isNumber(ahead, 1, 2); }
+    bool isDayNumber(std::size_t ahead) const {
+        return here(ahead).kind == Part::Number && here(ahead).text.size() <= 2;
+    }
     bool isDay(std::size_t ahead) const { return isDayNumber(ahead) && !startsTime(ahead); }
-    bool isFullYear(std::size_t ahead) const { return isNumber(ahead, 4, 4); }
+    bool isFullYear(std::size_t ahead) const { return isNumber(ahead, 4); }
     bool isYear(std::size_t ahead) const {
-        return (isNumber(ahead, 2, 2) || isFullYear(ahead)) && !startsTime(ahead);
+        return (isNumber(ahead, 2) || isFullYear(ahead)) && !startsTime(ahead);
     }
     // The second part is a year of two digits, and nothing of a date follows.
     bool endsInShortYear() const {
-        return isNumber(1, 2, 2) && !startsTime(1) && !isYear(2) && !isOrdinal(here(1), here(2));
+        return isNumber(1, 2) && !startsTime(1) && !isYear(2) && !isOrdinal(here(1), here(2));
     }
     // The year, then the month.
     bool yearLeads() const {
@@ -163,7 +162,7 @@ class Reader {
     }
 
     void readWeekday() {
-        if (weekday_ != 0 || here().kind != Part::Word || here().mark == ':')
+        if (weekday_ != 0 || here().mark == ':')
             return;
         weekday_ = weekdayOf(here().text);
         if (weekday_ != 0)
@@ -172,12 +171,9 @@ class Reader {
 
     // A number that ":" or a half-day mark follows.
     bool startsTime(std::size_t ahead = 0) const {
-        if (!isDayNumber(ahead) && !(here(ahead).kind == Part::Word && isTimeMark(here(ahead))))
-            return false;
-        const std::size_t next = here(ahead).kind == Part::Word ? ahead + 1 : ahead;
-        if (!isDayNumber(next))
-            return false;
-        return here(next + 1).mark == ':' || halfOf(here(next + 1)) != Half::None;
+        const std::size_t next = isTimeMark(here(ahead)) ? ahead + 1 : ahead;
+        return isDayNumber(next) &&
+               (here(next + 1).mark == ':' || halfOf(here(next + 1)) != Half::None);
     }
     static bool isTimeMark(const Part& part) { return part.text == "T" && part.mark == 0; }
 
@@ -190,7 +186,7 @@ class Reader {
         time_->hour = here().value;
         ++place_;
         for (int* part : {&time_->minute, &time_->second}) {
-            if (here().mark != ':' || !isNumber(0, 2, 2))
+            if (here().mark != ':' || !isNumber(0, 2))
                 break;
             *part = here().value;
             ++place_;
@@ -248,7 +244,7 @@ class Reader {
         }
         if (!isDayNumber(0))
             return;
-        if (yearLeads() && ordinal == 0 && isNumber(0, 2, 2)) {
+        if (yearLeads() && ordinal == 0 && isNumber(0, 2)) {
             if (isDay(2)) // as "YY-MMM-DD" writes it
                 return take(3, makeDate(year(0), month, here(2).value));
             if (order_ == DateOrder::ShortYearMonth && !isYear(2))
@@ -271,8 +267,8 @@ class Reader {
     }
 
     std::optional<Date> dateOfThree() const {
-        const bool twoDigitYearFirst = isNumber(0, 2, 2) && isDayNumber(2) &&
-                                       (yearLeads() || order_ == DateOrder::YearDayMonth);
+        const bool twoDigitYearFirst =
+            isNumber(0, 2) && isDayNumber(2) && (yearLeads() || order_ == DateOrder::YearDayMonth);
         if ((isFullYear(0) || twoDigitYearFirst) && isDayNumber(1) && isDayNumber(2)) {
             if (order_ == DateOrder::YearDayMonth)
                 if (const auto date = makeDate(year(0), here(2).value, here(1).value))
@@ -293,7 +289,7 @@ class Reader {
     void readTwoNumbers(char mark) {
         if (order_ == DateOrder::MonthShortYear && isDayNumber(0) && endsInShortYear())
             return take(2, makeDate(year(1), here(0).value, 1));
-        if (order_ == DateOrder::ShortYearMonth && isNumber(0, 2, 2) && isDayNumber(1))
+        if (order_ == DateOrder::ShortYearMonth && isNumber(0, 2) && isDayNumber(1))
             return take(2, makeDate(year(0), here(1).value, 1));
         const bool slash = mark == '/';
         if (!slash && mark != '-')

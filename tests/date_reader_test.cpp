@@ -241,6 +241,13 @@ TEST(DateReader, RefusesAMarkOfTheTimeWithinADay) {
         EXPECT_EQ(readBack(text), "none") << text;
 }
 
+TEST(DateReader, RefusesDaysAndMonthsOfThreeDigits) {
+    for (const char* text : {"2005/012/05", "2005/12/005", "012/31/2005", "12/031/2005",
+                             "12/31/005", "Dec 031 2005", "Dec 031", "031 Dec 2005", "031 Dec",
+                             "2005 Dec 031", "12/031", "012/31", "012/2005", "2005/012", "Dec 005"})
+        EXPECT_EQ(readBack(text), "none") << text;
+}
+
 TEST(DateReader, RefusesWhatIsNoTimeOfDay) {
     for (const char* time : {"24:00", "10:60", "10:00:60", "0 AM", "0:30 PM", "13 AM", "13:00 PM",
                              "10:0", "10:000", "10:00:0", "100:00", "T", "T10", "10T10"}) {
