@@ -132,8 +132,7 @@ bool Form::keyDown(KeyCode key, int shift, bool repeated) {
     if (repeated && (key == keys::menu || (key >= keys::f1 && key <= keys::f12)))
         return false;
     const bool altAlone = (shift & (shifts::alt | shifts::control)) == shifts::alt;
-    if (altAlone && key > keys::space && key <= 'Z' && key >= '0' &&
-        mnemonic(static_cast<char32_t>(key)))
+    if (altAlone && key >= '0' && key <= 'Z' && mnemonic(static_cast<char32_t>(key)))
         return false;
     if (active_ == nullptr)
         return true;
