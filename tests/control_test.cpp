@@ -132,6 +132,131 @@ TEST_F(ControlTest, EveryKindTellsWhatHasChanged) {
     }
 }
 
+TEST_F(ControlTest, EachPartOfAPlaceOrARangeIsAChange) {
+    auto& label = form.add<Label>("lblName");
+    auto& bar = form.add<ScrollBar>("vscrName");
+    label.move(10, 20);
+    label.resize(30, 40);
+    bar.setRange(1, 9, 2, 3);
+    takeChanges();
+    const std::function<void()> places[] = {
+        [&] { label.move(11, 20); }, [&] { label.move(11, 21); }, [&] { label.resize(31, 40); },
+        [&] { label.resize(31, 41); }};
+    for (const auto& change : places) {
+        change();
+        EXPECT_EQ(takeChanges(), Changes{Property::place});
+        change();
+        EXPECT_EQ(takeChanges(), Changes{});
+    }
+    const int ranges[][4] = {{0, 9, 2, 3}, {0, 8, 2, 3}, {0, 8, 1, 3}, {0, 8, 1, 4}};
+    for (const auto& range : ranges) {
+        bar.setRange(range[0], range[1], range[2], range[3]);
+        EXPECT_EQ(takeChanges(), Changes{Property::value}) << range[0] << range[1];
+        bar.setRange(range[0], range[1], range[2], range[3]);
+        EXPECT_EQ(takeChanges(), Changes{}) << range[0] << range[1];
+    }
+}
+
+TEST_F(ControlTest, AFieldTellsOfEveryChangeOfItsMark) {
+    auto& box = form.add<TextBox>("txtName");
+    const FieldMark refused{MarkKind::unstored, "no date"};
+    box.showStored("1.00");
+    takeChanges();
+    box.putBackRefused("x", refused);
+    EXPECT_EQ(takeChanges(), (Changes{Property::text, Property::mark}));
+    box.putBackRefused("x", refused);
+    EXPECT_EQ(takeChanges(), Changes{Property::mark});
+    box.showStored("2.00");
+    EXPECT_EQ(takeChanges(), (Changes{Property::text, Property::mark}));
+    box.setMark(refused);
+    EXPECT_EQ(takeChanges(), Changes{Property::mark});
+    box.setMark({MarkKind::unstored, "too large"});
+    EXPECT_EQ(takeChanges(), Changes{Property::mark});
+    box.replaceStored();
+    EXPECT_EQ(takeChanges(), Changes{Property::mark});
+}
+
+TEST_F(ControlTest, ABarKeepsItsValueWithinItsRange) {
+    auto& bar = form.add<ScrollBar>("vscrName");
+    bar.setRange(2, 9, 0, -5);
+    EXPECT_EQ(bar.value(), 2);
+    EXPECT_EQ(bar.smallChange(), 1);
+    EXPECT_EQ(bar.largeChange(), 1);
+    bar.setValue(10);
+    EXPECT_EQ(bar.value(), 9);
+    bar.setValue(1);
+    EXPECT_EQ(bar.value(), 2);
+    bar.setValue(7);
+    bar.setRange(0, 5, 1, 1);
+    EXPECT_EQ(bar.value(), 5);
+    bar.setRange(0, 5, 1, 1);
+    EXPECT_EQ(bar.value(), 5);
+    bar.setRange(3, 1, 1, 1);
+    EXPECT_EQ(bar.maximum(), 3);
+    EXPECT_EQ(bar.value(), 3);
+}
+
+TEST_F(ControlTest, AFieldIsFullWhereNoCharacterMoreHasRoom) {
+    auto& box = form.add<TextBox>("txtName");
+    box.setText("abc");
+    EXPECT_FALSE(box.isFull());
+    box.setMaxLength(4);
+    EXPECT_FALSE(box.isFull());
+    box.setMaxLength(3);
+    EXPECT_TRUE(box.isFull());
+    box.select(1, 1);
+    EXPECT_FALSE(box.isFull());
+    box.setMaxLength(2);
+    EXPECT_TRUE(box.isFull());
+    box.setMaxLength(1);
+    box.setText("");
+    EXPECT_FALSE(box.isFull());
+}
+
+TEST_F(ControlTest, AFieldTakesAsMuchOfAnEditAsThereIsRoomFor) {
+    struct Row {
+        const char* before;
+        int longest;
+        bool capitals;
+        const char* edited;
+        int caret;
+        const char* after;
+        int caretAfter;
+    };
+    const Row rows[] = {
+        {"abcdef", 0, false, "abcXYZdef", 6, "abcXYZdef", 6},
+        {"abcdef", 9, false, "abcXYZdef", 6, "abcXYZdef", 6},
+        {"abcdef", 8, false, "abcXYZdef", 6, "abcXYdef", 5},
+        {"abcdef", 7, false, "abcXYZdef", 6, "abcXdef", 4},
+        {"abcdef", 6, false, "abcXYZdef", 6, "abcdef", 1}, // no room: where the caret was
+        {"abcdef", 3, false, "abXf", 3, "abcdef", 1},
+        {"abcdef", 3, false, "abcde", 5, "abcde",
+         5}, // longer than it may be, and shorter than before
+        {"abcdef", 3, false, "abcf", 3, "abcf", 3},
+        {"", 2, false, "XYZ", 3, "XY", 2},
+        {"ab", 3, false, "XYab", 2, "Xab", 1},
+        {"ab", 3, false, "abXY", 4, "abX", 3},
+        {"aba", 4, false, "ababa", 5, "abab", 4},
+        {"\u00E9", 2, false, "\u00E9\u00FC\u00FC", 3, "\u00E9\u00FC", 2},
+        {"ab", 0, true, "aXyb", 3, "aXYb", 3}, // what was there stays as it is
+        {"ab", 3, true, "axyb", 3, "aXb", 2},
+        {"ab", 0, true, "a", 1, "a", 1},
+        {"ab", 0, true, "ab", 2, "ab", 2},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.before) + " to " + row.edited);
+        auto& box = form.add<TextBox>("txtRow");
+        box.setText(row.before);
+        box.select(1, 0);
+        box.setMaxLength(row.longest);
+        box.setCapitals(row.capitals);
+        const auto taken = box.taken(row.edited, row.caret);
+        EXPECT_EQ(taken.text, row.after);
+        EXPECT_EQ(taken.caret, row.caretAfter);
+        form.remove(box);
+    }
+}
+
 TEST_F(ControlTest, ADoubtGoesWithTheUsersNextEdit) {
     auto& box = form.add<TextBox>("txtName");
     const FieldMark doubt{MarkKind::doubtful, "M was left out"};
@@ -182,6 +307,36 @@ TEST_F(ControlTest, AControlIsShownAndEnabledWithItsContainers) {
     EXPECT_TRUE(box.canTakeFocus());
 }
 
+TEST_F(ControlTest, KindsDifferInWhatTheyHave) {
+    struct Row {
+        Control& control;
+        bool colors;
+        bool caption;
+        bool focus;
+    };
+    const Row rows[] = {
+        {form.add<TextBox>("a"), true, false, true},
+        {form.add<ComboBox>("b"), true, false, true},
+        {form.add<CommandButton>("c"), true, true, true},
+        {form.add<OptionButton>("d"), true, true, true},
+        {form.add<CheckBox>("e"), true, true, true},
+        {form.add<TabStrip>("f"), true, false, true},
+        {form.add<Label>("g"), true, true, false},
+        {form.add<Frame>("h"), true, true, false},
+        {form.add<Shape>("i"), true, false, false},
+        {form.add<PictureBox>("j"), true, false, false},
+        {form.add<ScrollBar>("k"), false, false, false},
+        {form.add<Spinner>("l"), false, false, false},
+        {form.add<MenuItem>("m", 0), false, true, false},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.control.hasColors(), row.colors) << row.control.id();
+        EXPECT_EQ(row.control.hasCaption(), row.caption) << row.control.id();
+        EXPECT_EQ(row.control.isFocusable(), row.focus) << row.control.id();
+        EXPECT_EQ(row.control.canTakeFocus(), row.focus) << row.control.id();
+    }
+}
+
 TEST_F(ControlTest, BarsSpinnersAndMenuEntriesHaveNoColors) {
     EXPECT_THROW(form.add<ScrollBar>("hscr").setBackColor(colors::white), std::logic_error);
     EXPECT_THROW(form.add<Spinner>("spn").setForeColor(colors::white), std::logic_error);
@@ -208,6 +363,13 @@ TEST_F(ControlTest, AProgramsTextPutsTheCaretInFront) {
     box.setText("abcd");
     EXPECT_EQ(box.selStart(), 0);
     EXPECT_EQ(takeChanges(), Changes{Property::text});
+    box.setText("abcd");
+    EXPECT_EQ(takeChanges(), Changes{});
+    box.select(2, 0);
+    takeChanges();
+    box.setText("abcd");
+    EXPECT_EQ(box.selStart(), 0);
+    EXPECT_EQ(takeChanges(), Changes{Property::selection});
 }
 
 TEST_F(ControlTest, ATextMayBeSetFromAPartOfItself) {

@@ -156,6 +156,36 @@ TEST_F(FormTest, TellsTheObserverOfEachOfItsLooks) {
     EXPECT_EQ(form.mouseIcon().id, 1);
 }
 
+TEST_F(FormTest, ANoteIsOverAsSoonAsTheUserGoesOnOrItsFieldIsLocked) {
+    struct : FormObserver {
+        int over = 0;
+        void noteOver() override { ++over; }
+    } observer;
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    first.setFocus();
+    form.setObserver(&observer);
+    const std::function<void()> ends[] = {
+        [&] { form.keyDown('A', shifts::none); },
+        [&] { form.mouseDown(first, MouseButton::left); },
+        [&] { form.userPaste(first, "5"); },
+        [&] { first.setLocked(true); },
+        [&] { second.setFocus(); },
+        [&] { form.remove(second); },
+    };
+    for (const auto& end : ends) {
+        observer.over = 0;
+        end();
+        EXPECT_GT(observer.over, 0) << &end - ends;
+    }
+    observer.over = 0;
+    form.keyDown('A', shifts::none, true); // held, as it was when the note came
+    first.setText("6");
+    first.setEnabled(false);
+    EXPECT_EQ(observer.over, 0);
+    form.setObserver(nullptr);
+}
+
 // --- focus -------------------------------------------------------------------------------------
 
 TEST_F(FormTest, LeavesTheOldControlBeforeItEntersTheNewOne) {
@@ -632,7 +662,94 @@ TEST_F(FormTest, ArrowsChooseListEntriesUnlessLocked) {
     EXPECT_EQ(list.text(), "Nasdaq");
 }
 
+TEST_F(FormTest, OnlyItsOwnKeysActOnAControlAndOnlyAlone) {
+    auto& chosen = option("optUnit", 1);
+    option("optUnit", 0);
+    option("optUnit", 2);
+    auto& list = form.add<ComboBox>("cmbExchange");
+    list.setList({"NYSE", "Nasdaq", "Amex"});
+    auto& strip = form.add<TabStrip>("tbsDataEntry");
+    for (int i = 0; i < 3; ++i)
+        strip.addTab({});
+    const struct {
+        Control& control;
+        std::string keys;
+    } rows[] = {
+        {button("cmdOK"), "enter space "},
+        {form.add<CheckBox>("chkLockInfo"), "space "},
+        {chosen, "space left right up down "},
+        {strip, "left right up down "},
+        {list, "up down "},
+        {box("txtName"), ""},
+    };
+    const struct {
+        KeyCode key;
+        const char* name;
+    } allKeys[] = {{keys::enter, "enter"}, {keys::space, "space"}, {keys::left, "left"},
+                   {keys::right, "right"}, {keys::up, "up"},       {keys::down, "down"},
+                   {keys::escape, "esc"},  {keys::home, "home"},   {'A', "A"}};
+    for (const auto& row : rows)
+        for (const int shift : {shifts::none, shifts::shift, shifts::control, shifts::alt}) {
+            std::string used;
+            for (const auto& one : allKeys) {
+                chosen.setValue(true);
+                list.setListIndex(1);
+                strip.selectTab(2);
+                row.control.setFocus();
+                used += form.keyDown(one.key, shift) ? "" : std::string(one.name) + " ";
+            }
+            EXPECT_EQ(used, shift == shifts::none ? row.keys : "") << row.control.id() << shift;
+        }
+}
+
+TEST_F(FormTest, AtTheFirstAndTheLastTabAnArrowGoesNowhere) {
+    auto& strip = form.add<TabStrip>("tbsDataEntry");
+    for (int i = 0; i < 3; ++i)
+        strip.addTab({});
+    strip.setFocus();
+    strip.selectTab(1);
+    EXPECT_TRUE(form.keyDown(keys::left, shifts::none));
+    EXPECT_TRUE(form.keyDown(keys::up, shifts::none));
+    EXPECT_EQ(strip.selected(), 1);
+    for (const int expected : {2, 3, 3}) {
+        form.keyDown(keys::down, shifts::none);
+        EXPECT_EQ(strip.selected(), expected);
+    }
+    for (const int expected : {2, 1, 1}) {
+        form.keyDown(keys::up, shifts::none);
+        EXPECT_EQ(strip.selected(), expected);
+    }
+}
+
+TEST_F(FormTest, AKeyThatOpensSomethingActsOnceHoweverLongItIsHeld) {
+    box("txtName").setFocus();
+    for (const KeyCode key : {keys::menu, keys::f1, keys::f4, keys::f12})
+        for (const bool held : {false, true}) {
+            takeEvents();
+            EXPECT_EQ(form.keyDown(key, shifts::none, held), !held) << key;
+            EXPECT_EQ(takeEvents().empty(), held) << key;
+        }
+    for (const KeyCode key :
+         {KeyCode{'A'}, KeyCode{keys::f1 - 1}, KeyCode{keys::f12 + 1}, keys::left})
+        EXPECT_TRUE(form.keyDown(key, shifts::none, true)) << key;
+}
+
 // --- mnemonics -----------------------------------------------------------------------------------
+
+TEST_F(FormTest, LettersAndDigitsAreMnemonics) {
+    for (const char letter : {'0', '9', 'A', 'Z'}) {
+        auto& one = button("cmdOne", std::string("&") + letter);
+        takeEvents();
+        EXPECT_FALSE(form.keyDown(letter, shifts::alt)) << letter;
+        EXPECT_FALSE(takeEvents().empty()) << letter;
+        form.remove(one);
+    }
+    for (const char other : {'/', '['}) { // such key codes are those of other keys
+        auto& one = button("cmdOne", std::string("&") + other);
+        EXPECT_TRUE(form.keyDown(other, shifts::alt)) << other;
+        form.remove(one);
+    }
+}
 
 TEST_F(FormTest, AMnemonicPressesAButtonWhereverTheFocusIs) {
     box("txtName").setFocus();

@@ -424,6 +424,15 @@ TEST(HelpFrame, IsHiddenAtTheStart) {
     EXPECT_FALSE(HelpScene().frame().visible());
 }
 
+TEST(HelpFrameOnShow, ClosesWhereAFieldIsLeftByWhateverWay) {
+    HelpScene scene;
+    scene.help("txtName");
+    scene.form().get<TextBox>("txtName").setFocus();
+    scene.frame().setVisible(true);
+    scene.form().get<TextBox>("txtSymbol").setFocus(); // as a host does
+    EXPECT_FALSE(scene.frame().visible());
+}
+
 // --- size ----------------------------------------------------------------------------------------
 
 // The frame alone, with texts of a test's own.

@@ -564,6 +564,17 @@ TEST_F(QuarterSpan, NewRowsContinueTheOldOnes) {
                 EXPECT_EQ(added.tabIndex(), above.tabIndex() + 1) << array << row;
             }
         }
+    for (const char* array : cellArrays) {
+        const auto& first = scene.form().get<TextBox>(array, 0);
+        for (int row = 1; row < 7; ++row) {
+            const auto& added = scene.form().get<TextBox>(array, row);
+            EXPECT_EQ(added.height(), first.height());
+            EXPECT_EQ(added.alignment(), first.alignment());
+            EXPECT_EQ(added.maxLength(), first.maxLength());
+            EXPECT_EQ(added.foreColor(), first.foreColor());
+            EXPECT_FALSE(added.locked());
+        }
+    }
     for (int row = 0; row < 7; ++row) {
         EXPECT_EQ(scene.text("txtRevenue", row), std::to_string(100 + row) + ".00");
         EXPECT_EQ(desktop.control("lblQLabel", row).foreColor(),
@@ -571,6 +582,43 @@ TEST_F(QuarterSpan, NewRowsContinueTheOldOnes) {
         EXPECT_EQ(scene.form().get<Label>("lblQLabel", row).alignment(), Alignment::right);
     }
     EXPECT_EQ(label(6), "3/31/2025");
+}
+
+TEST_F(QuarterSpan, NewRowsOfALockedFormAreLocked) {
+    fill();
+    company->get_Settings()->put(setting::lockBasicInfo, true);
+    load(*makeDate(2026, 9, 30));
+    scene.entry->put_VisibleQuarters(3);
+    scene.entry->put_VisibleQuarters(7);
+    for (const char* array : cellArrays)
+        for (int row = 0; row < 7; ++row)
+            EXPECT_TRUE(scene.form().get<TextBox>(array, row).locked()) << array << row;
+}
+
+TEST_F(QuarterSpan, TheBarIsThereAsSoonAsARowHasNoRoom) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto& panel = desktop.control("fraDE", 3);
+    const auto& view = *panel.container();
+    const int fitting = bar().largeChange();
+    for (const int count : {1, fitting, fitting + 1, fitting + 2, 35}) {
+        scene.entry->put_VisibleQuarters(static_cast<std::int16_t>(count));
+        EXPECT_EQ(bar().visible(), count > fitting) << count;
+        EXPECT_EQ(bar().minimum(), 0) << count;
+        EXPECT_EQ(bar().maximum(), std::max(0, count - fitting)) << count;
+        EXPECT_EQ(bar().smallChange(), 1) << count;
+        EXPECT_EQ(bar().largeChange(), fitting) << count;
+        const auto& last = desktop.control("txtEPS", count - 1);
+        EXPECT_GE(panel.height(), view.height()) << count;
+        EXPECT_GE(panel.height(), last.top() + last.height()) << count;
+        if (bar().visible())
+            desktop.scroll("vscrQuarterly", bar().maximum());
+        EXPECT_LE(panel.top() + last.top() + last.height(), view.height()) << count;
+    }
+    EXPECT_GT(desktop.control("txtEPS", fitting).top() +
+                  desktop.control("txtEPS", fitting).height(),
+              view.height())
+        << "a row more has no room";
 }
 
 TEST_F(QuarterSpan, ARowThatGoesAwayWithTheFocusIsStoredFirst) {

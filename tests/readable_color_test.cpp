@@ -16,15 +16,15 @@ TEST(Contrast, GoesFromTheSameLightnessToBlackOnWhite) {
         {colors::black, colors::white, 21},
         {colors::white, colors::white, 1},
         {colors::black, colors::black, 1},
-        {colorOf(255, 0, 0), colors::white, 3.998},
-        {colorOf(0, 255, 0), colors::white, 1.372},
-        {colorOf(0, 0, 255), colors::white, 8.592},
-        {colorOf(119, 119, 119), colors::white, 4.478},
-        {colorOf(10, 10, 10), colors::black, 1.061}, // the darkest go by a rule of their own
-        {colorOf(11, 11, 11), colors::black, 1.067},
+        {colorOf(255, 0, 0), colors::white, 3.9984768},
+        {colorOf(0, 255, 0), colors::white, 1.3721903},
+        {colorOf(0, 0, 255), colors::white, 8.5924714},
+        {colorOf(119, 119, 119), colors::white, 4.4780895},
+        {colorOf(10, 10, 10), colors::black, 1.0607054}, // the darkest go by a rule of their own
+        {colorOf(11, 11, 11), colors::black, 1.0669307},
     };
     for (const auto& row : rows) {
-        EXPECT_NEAR(contrast(row.one, row.other), row.contrast, 0.001) << row.one;
+        EXPECT_NEAR(contrast(row.one, row.other), row.contrast, 1e-6) << row.one;
         EXPECT_EQ(contrast(row.one, row.other), contrast(row.other, row.one)) << row.one;
     }
 }

@@ -62,6 +62,15 @@ TEST_F(RefusedTexts, APriceThatLooksLikeTheStoredOneInTheOtherDisplayIsTriedAgai
     EXPECT_EQ(elementOf(*company, "YHighSeries", 1), 3.125);
 }
 
+TEST_F(RefusedTexts, ADoubtIsGoneWithTheFigureItWasAbout) {
+    scene.load(record);
+    typeOver(scene, "txt52WHigh", "50 1");
+    EXPECT_TRUE(scene.form().get<TextBox>("txt52WHigh").isDoubtful());
+    typeOver(scene, "txtCurrentPrice", "60");
+    EXPECT_EQ(company->get_High52W(), 60);
+    EXPECT_FALSE(scene.form().get<TextBox>("txt52WHigh").isDoubtful());
+}
+
 TEST_F(RefusedTexts, EarningsTypedAsTheyAreStoredAreNone) {
     company->get_Settings()->put(setting::unit, 3);
     putElement(*company, "QEPSSeries", 1, 1.5);

@@ -3,6 +3,7 @@
 #include "tests/support/date_picking.hpp"
 #include "tests/support/form_recorder.hpp"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
@@ -783,6 +784,9 @@ TEST_F(VirtualDesktopTest, ScrollBarsAreDraggedAndStepped) {
                                     "scroll 14 vscrQuarterly", "scroll 5 vscrQuarterly",
                                     "scroll 0 vscrQuarterly", "scroll 26 vscrQuarterly"}));
     EXPECT_THROW(desktop.scroll("txtName", 1), std::logic_error);
+    bar.setVisible(false);
+    EXPECT_THROW(desktop.scroll("vscrQuarterly", 1), std::logic_error);
+    EXPECT_EQ(bar.value(), 26);
 }
 
 TEST_F(VirtualDesktopTest, SpinnersStepOneByOne) {
@@ -807,6 +811,21 @@ TEST_F(VirtualDesktopTest, SwitchingWindowsDoesNotLeaveTheField) {
     EXPECT_EQ(name.text(), "a");
     desktop.clickSurface();
     EXPECT_EQ(takeEvents().back(), "surface");
+}
+
+TEST_F(VirtualDesktopTest, WhateverIsClickedActivatesTheWindowAgain) {
+    auto& strip = form.add<TabStrip>("tbsDataEntry");
+    strip.addTab({});
+    desktop.click("txtName");
+    const std::function<void()> clicks[] = {
+        [&] { desktop.clickSurface(); }, [&] { desktop.clickTab(1); },
+        [&] { desktop.rightClickTab(1); }, [&] { desktop.click("txtName"); }};
+    for (const auto& click : clicks) {
+        desktop.switchAway();
+        EXPECT_THROW(desktop.type("{LEFT}"), std::logic_error);
+        click();
+        EXPECT_NO_THROW(desktop.type("{LEFT}")) << &click - clicks;
+    }
 }
 
 TEST_F(VirtualDesktopTest, GoingToAHostControlLeavesTheField) {

@@ -503,7 +503,15 @@ TEST_F(YearSpan, ACellThatTakesTheFocusComesIntoView) {
     desktop.type("^{END}");
     EXPECT_EQ(desktop.focusedId(), "txtCSO(3)");
     EXPECT_TRUE(desktop.canReach("txtCSO(3)"));
+    const auto& panel = desktop.control("fraDE", 2);
+    const auto& last = desktop.control("txtCSO", 3);
+    EXPECT_EQ(panel.left() + last.left() + last.width(), panel.container()->width())
+        << "no farther than it takes";
+    const Twips before = panel.left();
+    desktop.type("+{TAB}{TAB}");
+    EXPECT_EQ(panel.left(), before) << "in view already";
     desktop.type("^{HOME}");
+    EXPECT_EQ(panel.left(), -desktop.control("txtSales", 3).left());
     EXPECT_EQ(desktop.focusedId(), "txtSales(3)");
     EXPECT_TRUE(desktop.canReach("txtSales(3)"));
 }
