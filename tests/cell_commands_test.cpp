@@ -165,6 +165,24 @@ TEST(CellCommands, PasteByTheYearsOfAReport) {
     EXPECT_EQ(scene.revenue(0), 60.25);
 }
 
+TEST(CellCommands, LeaveOutWhatTheRecordHasNoPlaceFor) {
+    const auto record = std::make_shared<ScriptedRecord>(test::datedCompany());
+    record->first = 1; // no year after the last one
+    EntryScene scene;
+    scene.load(record);
+    scene.desktop.clickTab(toYearly);
+    scene.desktop.setClipboardText("5\n6\n");
+    scene.desktop.acceptNextPaste();
+    scene.desktop.click("txtSales(9)");
+    scene.desktop.type("^v");
+    ASSERT_EQ(scene.desktop.pastes().size(), 1U);
+    const auto& lines = scene.desktop.pastes()[0].lines;
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[1].fate, PasteFate::leftOut);
+    EXPECT_EQ(test::elementOf(*record->company, Datum::YRevenueSeries, 1), 5);
+    EXPECT_EQ(test::elementOf(*record->company, Datum::YRevenueSeries, 0), 0);
+}
+
 TEST(CellCommands, FollowTheSwitchesOfThePreview) {
     Scene scene;
     scene.desktop.answerNextPaste([](PasteForm& form) {
@@ -355,6 +373,62 @@ TEST(CellCommands, SelectCellsByShiftAndArrows) {
     EXPECT_EQ(scene.desktop.focusedId(), "txtSales(4)");
 }
 
+// Else the host's dialog would close while somebody only wants to end the selection.
+TEST(CellCommands, EndTheSelectionByEscapeBeforeTheHostHearsOfIt) {
+    Scene scene;
+    scene.desktop.addHostShortcut("{ESC}");
+    scene.typeAt("txtSales(3)", "+{DOWN}");
+    scene.desktop.type("{ESC}");
+    EXPECT_EQ(scene.desktop.hostShortcutsFired(), 0);
+    EXPECT_TRUE(scene.highlighted().empty());
+    scene.desktop.type("{ESC}");
+    EXPECT_EQ(scene.desktop.hostShortcutsFired(), 1);
+}
+
+TEST(CellCommands, SelectUpToTheEdgesOfTheGridAndNotBeyond) {
+    struct Row {
+        const char* from;
+        const char* keys;
+        Ids selected;
+    };
+    for (const auto& [from, keys, selected] :
+         {Row{"txtSales(1)", "+{UP 3}", {"txtSales(0)", "txtSales(1)"}},
+          Row{"txtSales(9)", "+{DOWN 3}", {"txtSales(9)", "txtSales(10)"}},
+          Row{"txtYOption(3)", "+{LEFT 3}", {"txtSales(3)", "txtYOption(3)"}},
+          Row{"txtLow(3)", "+{RIGHT 3}", {"txtLow(3)", "txtCSO(3)"}}}) {
+        Scene scene;
+        test::goTo(scene, from);
+        scene.desktop.type(keys);
+        EXPECT_EQ(scene.highlighted(), selected) << from;
+    }
+}
+
+TEST(CellCommands, StoreWhatIsBeingTypedBeforeTheyAreSelected) {
+    const auto storedAfter = [](auto select) {
+        Scene scene;
+        scene.typeAt("txtSales(3)", "7");
+        select(scene.desktop);
+        EXPECT_GT(scene.highlighted().size(), 1U);
+        return scene.revenue(3);
+    };
+    EXPECT_EQ(storedAfter([](VirtualDesktop& desktop) { desktop.type("+{DOWN}"); }), 7);
+    EXPECT_EQ(storedAfter([](VirtualDesktop& desktop) { desktop.type("^a^a"); }), 7);
+    EXPECT_EQ(storedAfter([](VirtualDesktop& desktop) {
+                  desktop.press("txtSales(3)");
+                  desktop.dragTo("txtSales(4)");
+                  desktop.release("txtSales(4)");
+              }),
+              7);
+}
+
+TEST(CellCommands, BringTheEndOfTheSelectionIntoView) {
+    Scene scene;
+    test::goTo(scene, "txtLow(3)");
+    scene.desktop.scroll("hscrYearly", 0);
+    scene.desktop.type("+{RIGHT}");
+    EXPECT_TRUE(scene.desktop.canReach("txtCSO(3)"));
+}
+
 TEST(CellCommands, SelectNoRowsThatAreGone) {
     Scene scene(toQuarterly);
     scene.entry->put_VisibleQuarters(12);
@@ -508,6 +582,38 @@ TEST(CellCommands, CutTheSelection) {
     scene.typeAt("txtSales(3)", "+{DOWN}^x");
     EXPECT_EQ(scene.desktop.clipboardText(), "3\n\n");
     EXPECT_EQ(scene.revenue(3), 0);
+}
+
+TEST(CellCommands, KnowEachCommandByItsOtherKeys) {
+    const auto after = [](const char* keys) {
+        Scene scene;
+        scene.enter("txtSales(3)", "3");
+        scene.enter("txtSales(4)", "4");
+        scene.desktop.setClipboardText("before");
+        scene.typeAt("txtSales(3)", std::string("+{DOWN}") + keys);
+        std::string told = scene.desktop.clipboardText() == "3\n4" ? "copied" : "";
+        told += scene.revenue(3) == 0 && scene.revenue(4) == 0 ? " emptied" : "";
+        told += scene.revenue(4) == 3 ? " filled" : "";
+        return told + (scene.highlighted().empty() ? " ended" : "");
+    };
+    for (const char* keys : {"^c", "^{INSERT}"})
+        EXPECT_EQ(after(keys), "copied") << keys;
+    for (const char* keys : {"^x", "+{DEL}"})
+        EXPECT_EQ(after(keys), "copied emptied") << keys;
+    for (const char* keys : {"{DEL}", "{BACKSPACE}"})
+        EXPECT_EQ(after(keys), " emptied") << keys;
+    EXPECT_EQ(after("^d"), " filled");
+    for (const char* keys : {"^+d", "^+x", "{HOME}", "{F2}"})
+        EXPECT_EQ(after(keys), " ended") << keys;
+}
+
+TEST(CellCommands, TakeTheFigureBeforeWithOrWithoutShift) {
+    for (const char* keys : {"^'", "^+'"}) {
+        Scene scene;
+        scene.enter("txtSales(3)", "3");
+        scene.typeAt("txtSales(4)", keys);
+        EXPECT_EQ(scene.revenue(4), 3) << keys;
+    }
 }
 
 TEST(CellCommands, FillDown) {
@@ -737,6 +843,28 @@ TEST(CellCommands, TurnEachSwitchOfThePreview) {
         return exactNumberText(scene.revenue(8)) + " " + exactNumberText(scene.revenue(9)) + " " +
                exactNumberText(scene.netIncome(8)) + " " + exactNumberText(scene.netIncome(9));
     };
+    Scene shown;
+    shown.desktop.answerNextPaste([](PasteForm& form) {
+        const auto chosen = [&](std::size_t index) { return form.switches().at(index).chosen; };
+        for (const int index : {2, 3, 5})
+            for (const int choice : {1, 0, 1}) {
+                form.setSwitch(index, choice);
+                EXPECT_EQ(chosen(static_cast<std::size_t>(index)), choice) << index;
+            }
+        for (const int unit : {1, 2, 3, 0}) {
+            form.setSwitch(4, unit);
+            EXPECT_EQ(chosen(4), unit);
+        }
+        for (const int mark : {1, 0}) {
+            form.setSwitch(6, mark);
+            EXPECT_EQ(chosen(6), mark);
+        }
+        for (const int index : {0, 1}) {
+            form.setSwitch(index, 1); // the block names neither
+            EXPECT_EQ(chosen(static_cast<std::size_t>(index)), 0);
+        }
+    });
+    shown.paste("txtSales(8)", "4.5\t5.5");
     const char* years = "\t2025\t2024\nRevenue\t5\t4";
     EXPECT_EQ(pasted(years, 0, 1), "4 5 0 0");
     const char* unnamed = "\t2025\t2024\nx\t5\t4";
