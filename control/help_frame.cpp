@@ -4,6 +4,7 @@
 #include "form/controls.hpp"
 #include "form/sizes.hpp"
 #include "platform/error_trap.hpp"
+#include "platform/number_text.hpp"
 #include "platform/text.hpp"
 
 #include <algorithm>
@@ -47,6 +48,10 @@ bool HelpFrame::visible() const {
     return context_[controls::helpFrame].visible();
 }
 
+DataEntryObject HelpFrame::object() const {
+    return static_cast<DataEntryObject>(leadingNumber(context_[controls::moreHelp].tag()));
+}
+
 void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
                               DataEntryObject object) {
     const Form::Update update(context_.form);
@@ -54,7 +59,6 @@ void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
     label.setCaption("");
     label.setWordWrap(false);
     label.setCaption(literalCaption(text));
-    object_ = object;
     context_[controls::moreHelp].setTag(std::to_string(object));
     SizeHelpFrame();
     auto& frame = context_[controls::helpFrame];

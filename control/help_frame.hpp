@@ -18,8 +18,7 @@ class HelpFrame {
     // Fits the frame to lblToolTip.
     void SizeHelpFrame();
     [[nodiscard]] bool visible() const;
-    // That it was shown for last.
-    [[nodiscard]] DataEntryObject object() const { return object_; }
+    [[nodiscard]] DataEntryObject object() const; // that it was shown for last
 
   private:
     [[nodiscard]] Twips widthOf(std::string_view text) const;
@@ -27,7 +26,6 @@ class HelpFrame {
     [[nodiscard]] int linesOf(std::string_view text, Twips width) const;
 
     EntryContext& context_;
-    DataEntryObject object_ = doName;
 };
 
 } // namespace vkr

@@ -251,10 +251,16 @@ TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
     EXPECT_TRUE(contains(read.out, "  Yearly Revenue  2024    391035 ")) << read.out;
     EXPECT_EQ(run({"history", "AAPL", "--figure", "yearly revenue"}).out,
               run({"history", "AAPL", "--figure", "YRevenueSeries"}).out);
-    const auto unit = run({"history", "AAPL", "--figure", "intUnit"});
-    EXPECT_TRUE(contains(unit.out, "  Unit  ")) << unit.out;
-    EXPECT_EQ(run({"history", "AAPL", "--figure", "unit"}).out, unit.out);
     EXPECT_EQ(run({"history", "AAPL", "--origin", "guessed"}).code, 2);
+}
+
+TEST_F(CheckingCommands, HistoryCallsASettingByItsTitle) {
+    change(1, [](CompanyRecord& record) {
+        record.get_Settings()->put(setting::currencySymbol, "\u20AC");
+    });
+    const auto told = run({"history", "AAPL", "--figure", "strCurSymbol"});
+    EXPECT_TRUE(contains(told.out, "  Currency Symbol  ")) << told.out;
+    EXPECT_EQ(run({"history", "AAPL", "--figure", "currency symbol"}).out, told.out);
 }
 
 TEST_F(CheckingCommands, HistoryTakesAMomentToTheMinuteAsWell) {
