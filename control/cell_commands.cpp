@@ -362,22 +362,40 @@ void CellCommands::takePrevious(const Place& place) {
           text_number::previousAction);
 }
 
-// The figures of a row go to all cells of a span, where the columns take them.
+// The figures of a row go to all cells of a span; a note tells the columns that have none or don't
+// take it.
 void CellCommands::carry(const Place& place, const CellSelection::Span& span, int source,
                          int name) {
     const SeriesGrid& grid = *place.grid;
     std::vector<SeriesGrid::Figure> figures;
+    std::string without;
+    std::string below;
     for (int column = span.firstColumn; column <= span.lastColumn; ++column) {
-        const auto figure = grid.held({column, source});
+        const double figure = grid.held({column, source}).value_or(0);
         const bool negatives = grid.columns()[static_cast<std::size_t>(column)].negatives;
-        if (!figure || (*figure < 0 && !negatives))
+        if (figure == 0 || (figure < 0 && !negatives)) {
+            std::string& list = figure == 0 ? without : below;
+            list += (list.empty() ? "" : ", ") + grid.headOf(column);
             continue;
+        }
         for (int row = span.firstRow; row <= span.lastRow; ++row)
             if (const auto held = grid.held({column, row});
-                held && (*held != *figure || grid.box({column, row}).isUnstored()))
-                figures.push_back({{column, row}, *figure});
+                held && (*held != figure || grid.box({column, row}).isUnstored()))
+                figures.push_back({{column, row}, figure});
     }
+    std::string note;
+    const std::string period = grid.labelOfElement(grid.elementOf(source).value_or(0));
+    if (!without.empty() && !period.empty())
+        note = context_.text(span.firstColumn == span.lastColumn ? text_number::noteNoSource
+                                                                 : text_number::noteNoSourceIn);
+    if (!below.empty())
+        note += (note.empty() ? "" : " ") + context_.text(text_number::noteNoMinusIn);
+    ReplaceAll(note, "%1", period);
+    ReplaceAll(note, "%2", without);
+    ReplaceAll(note, "%3", below);
     put(place, std::move(figures), name, Origin::pasted);
+    if (!note.empty())
+        ifPossible([&] { context_.services.tellRefused(place.grid->box(place.cell), note); });
 }
 
 } // namespace vkr

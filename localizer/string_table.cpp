@@ -391,6 +391,9 @@ constexpr StringRow standardRows[] = {
     {771, "Unit of shares in the block: %1."},
     {772, "Nothing in the block says where it goes."},
     {773, "The block speaks of %1 months."},
+    {775, "Nothing is stored for %1."},
+    {776, "Nothing is stored for %1 in %2."},
+    {777, "No minus is taken in %3."},
 };
 static_assert(isStringTable(standardRows));
 

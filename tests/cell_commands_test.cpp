@@ -642,6 +642,48 @@ TEST(CellCommands, TakeTheFigureOfThePeriodBefore) {
     EXPECT_EQ(quarters.record->get_QEPSSeries().array().number(1), 1.25);
 }
 
+TEST(CellCommands, LeaveAFigureWhereThereIsNoneToTake) {
+    Scene scene;
+    scene.enter("txtSales(4)", "7");
+    scene.record->actions.clear();
+    scene.typeAt("txtSales(4)", "^'");
+    EXPECT_EQ(scene.revenue(4), 7);
+    scene.desktop.type("^d");
+    EXPECT_EQ(scene.revenue(4), 7);
+    scene.typeAt("txtSales(3)", "+{DOWN}^d");
+    EXPECT_EQ(scene.revenue(4), 7);
+    EXPECT_TRUE(scene.record->actions.empty());
+    ASSERT_EQ(scene.desktop.refusals().size(), 3U);
+    for (const auto& refusal : scene.desktop.refusals())
+        EXPECT_EQ(refusal.note, "Nothing is stored for " + scene.text("lblYear", 3) + ".");
+}
+
+TEST(CellCommands, TakeTheRestOfARowWithGapsAndTellThem) {
+    Scene scene;
+    scene.enter("txtSales(3)", "7");
+    scene.enter("txtSales(4)", "8");
+    scene.enter("txtYPTI(4)", "9");
+    scene.typeAt("txtSales(4)", "+{RIGHT}^'");
+    EXPECT_EQ(scene.revenue(4), 7);
+    EXPECT_EQ(scene.record->get_YPTISeries().array().number(6), 9);
+    ASSERT_EQ(scene.desktop.refusals().size(), 1U);
+    EXPECT_EQ(scene.desktop.refusals()[0].note.find("Nothing is stored for "), 0U);
+    EXPECT_NE(scene.desktop.refusals()[0].note.find(" in "), std::string::npos);
+}
+
+TEST(CellCommands, TellAMinusThatAColumnDoesNotTake) {
+    Scene scene;
+    auto series = scene.record->get_YRevenueSeries();
+    series.array().setNumber(7, -3);
+    scene.record->put_YRevenueSeries(series);
+    scene.entry->recordChanged();
+    scene.enter("txtSales(4)", "7");
+    scene.typeAt("txtSales(4)", "^'");
+    EXPECT_EQ(scene.revenue(4), 7);
+    ASSERT_EQ(scene.desktop.refusals().size(), 1U);
+    EXPECT_EQ(scene.desktop.refusals()[0].note, "No minus is taken in Revenue (M).");
+}
+
 // --- menu ----------------------------------------------------------------------------------------
 
 Ids captionsOf(const VirtualDesktop::Menu& menu) {
