@@ -202,7 +202,9 @@ CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
             known.size() == 1 ? tr("%1 is in the list already.").arg(names.front())
                               : tr("%1 companies are in the list already.").arg(known.size()),
             tr("Replace puts the imported figures in the place of what is stored now, but for what "
-               "was typed: that is asked about. Keep Both adds the imported one beside it."),
+               "was typed: that is asked about. It is saved now, and not undone by Ctrl+Z; "
+               "\"History...\" in the company's window takes it back. Keep Both adds the "
+               "imported one beside it."),
             {{tr("&Keep Both")},
              {tr("&Replace"), Choice::Role::destroy},
              {tr("&Cancel"), Choice::Role::reject}},

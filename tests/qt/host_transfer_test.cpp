@@ -101,6 +101,8 @@ TEST_P(HostImportTest, ACompanyThatIsThereAlreadyIsNotReplacedUnasked) {
     Answers answers({GetParam().answer});
     host_->importFile(tables);
     EXPECT_TRUE(answers.allGiven());
+    EXPECT_TRUE(answers.told().front().contains("It is saved now"));
+    EXPECT_TRUE(answers.told().front().contains("\"History...\""));
     EXPECT_EQ(shownNames(*host_).size(), GetParam().companies);
     EXPECT_EQ(shownNames(*host_).contains("Earlier Inc."), QString(GetParam().answer) != "Replace");
 }
