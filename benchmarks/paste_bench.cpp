@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Ctrl+V of 35 rows with 4 figures each until the preview has been painted, against a bare dialog
 // that parts the same text at tabs and breaks, reads each cell by QLocale, and shows as many lines.
-#include "benchmarks/companies.hpp"
-#include "control/vkr_data_entry.hpp"
-#include "desktop/vkr_data_entry_widget.hpp"
+#include "benchmarks/worked_window.hpp"
 #include "form/controls.hpp"
 
 #include <QApplication>
@@ -64,14 +62,14 @@ void closeOnceSeen(int& shown) {
 }
 
 void pasteWidget(benchmark::State& state) {
-    VKRDataEntryWidget widget;
     const auto record = company(100);
     for (const Datum date : {Datum::LastQDate, Datum::LastQDateForGrid})
         writeDate(*record, date, makeDate(2025, 12, 31).value());
-    widget.setCompany(record);
-    widget.show();
-    widget.activateWindow();
-    auto& component = widget.component();
+    WorkedWindow worked(record);
+    CompanyWindow& window = *worked;
+    window.show();
+    window.activateWindow();
+    auto& component = window.entry().component();
     component.put_CurrentTab(toQuarterly);
     QApplication::processEvents();
     controls::quarterlyRevenue[0].in(component.form()).setFocus();
@@ -79,7 +77,7 @@ void pasteWidget(benchmark::State& state) {
     QWidget& cell = *QApplication::focusWidget();
     int shown = 0;
     for (auto _ : state) {
-        QApplication::setActiveWindow(&widget); // there is no window manager that does
+        QApplication::setActiveWindow(&window); // there is no window manager that does
         closeOnceSeen(shown);
         QKeyEvent paste(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
         QApplication::sendEvent(&cell, &paste);

@@ -52,10 +52,14 @@ ChangeJournal::ChangeJournal(std::shared_ptr<iVKR_Company> record)
 ChangeJournal::~ChangeJournal() {
     notes_->unsavedChanged = nullptr;
     notes_->nameTakenBack = nullptr;
+    notes_->groupsChanged = nullptr;
 }
 
 void ChangeJournal::onUnsavedChanged(UnsavedChanged call) {
     notes_->unsavedChanged = std::move(call);
+}
+void ChangeJournal::onGroupsChanged(GroupsChanged call) {
+    notes_->groupsChanged = std::move(call);
 }
 void ChangeJournal::onTakenBack(NameTakenBack call) {
     notes_->nameTakenBack = std::move(call);
@@ -99,8 +103,7 @@ void ChangeJournal::endStep() {
 }
 
 void ChangeJournal::startOver() {
-    notes_->done.clear();
-    notes_->undone.clear();
+    notes_->forget();
     notes_->unsaved.clear();
     notes_->place.reset();
 }

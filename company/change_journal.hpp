@@ -75,6 +75,10 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     // --- what was done
     // Since the beginning, without what was taken back.
     [[nodiscard]] std::vector<ChangeGroup> groups() const;
+    // Called after each change of groups(). `added` is the group that is the last one now; null
+    // where others than that one are not what they were.
+    using GroupsChanged = std::function<void(const ChangeGroup* added)>;
+    void onGroupsChanged(GroupsChanged call);
     // What leads from the record as it was saved to the record as it is, step by step. A group that
     // was saved and taken back since is in there the other way round.
     [[nodiscard]] const std::vector<ChangeGroup>& unsaved() const;

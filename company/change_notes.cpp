@@ -62,8 +62,8 @@ void ChangeNotes::end() noexcept {
                 add(std::move(group));
         }
     });
-    if (!whole_) // for want of memory: no step leads back over what is not known
-        forget();
+    if (!whole_)
+        forget(); // for want of memory: no step leads back over what is not known
     open_.clear();
     name_.clear();
     before_.reset();
@@ -80,6 +80,7 @@ void ChangeNotes::clearWritten() {
 void ChangeNotes::forget() {
     done.clear();
     undone.clear();
+    tell(groupsChanged, nullptr);
 }
 
 void ChangeNotes::checkInvariants() const {
@@ -161,10 +162,8 @@ ChangeNotes::Mark ChangeNotes::markOf(const Key& key) const {
 
 void ChangeNotes::mark(const Key& key, const Mark& mark) {
     const auto [found, isNew] = marks_.try_emplace(key, mark);
-    if (isNew)
-        return;
-    found->second.origin = mark.origin;
-    found->second.document = mark.document;
+    if (!isNew)
+        found->second = {found->second.order, mark.origin, mark.document};
 }
 
 ChangeGroup ChangeNotes::noted(const RecordSnapshot& before) const {
@@ -246,15 +245,16 @@ void ChangeNotes::add(ChangeGroup group) {
         done.back().groups.push_back(std::move(group));
     else
         done.push_back({{std::move(group)}, std::exchange(title_, std::nullopt)});
+    tell(groupsChanged, &done.back().groups.back());
 }
 
 void ChangeNotes::leadTo(const ChangeGroup& group) {
     if (!unsaved.empty() && takesBack(unsaved.back(), group)) {
         unsaved.pop_back();
-        tell(nullptr);
+        tell(unsavedChanged, nullptr);
     } else {
         unsaved.push_back(group);
-        tell(&unsaved.back());
+        tell(unsavedChanged, &unsaved.back());
     }
 }
 
@@ -262,18 +262,17 @@ void ChangeNotes::leadBack(const ChangeGroup& group, const ChangeGroup& step) {
     ChangeGroup back = takenBack(group);
     if (!unsaved.empty() && unsaved.back() == group) {
         unsaved.pop_back();
-        tell(nullptr);
-        return;
+        return tell(unsavedChanged, nullptr);
     }
     if (nameTakenBack)
         ifPossible([&] { nameTakenBack(back, step); });
     unsaved.push_back(std::move(back));
-    tell(&unsaved.back());
+    tell(unsavedChanged, &unsaved.back());
 }
 
-void ChangeNotes::tell(const ChangeGroup* added) const {
-    if (unsavedChanged)
-        ifPossible([&] { unsavedChanged(added); });
+void ChangeNotes::tell(const Listener& listener, const ChangeGroup* added) {
+    if (listener)
+        ifPossible([&] { listener(added); });
 }
 
 void ChangeNotes::showPlace(const ChangeGroup& group) {
@@ -311,6 +310,7 @@ std::optional<std::string> ChangeNotes::undo() {
         return refusal;
     const Step step = std::move(done.back());
     done.pop_back();
+    tell(groupsChanged, nullptr);
     for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group)
         leadBack(*group, step.told());
     showPlace(step.groups.front());
@@ -330,6 +330,7 @@ std::optional<std::string> ChangeNotes::redo() {
     undone.pop_back();
     for (const ChangeGroup& group : done.back().groups)
         leadTo(group);
+    tell(groupsChanged, nullptr);
     showPlace(done.back().groups.front());
     return std::nullopt;
 }

@@ -42,6 +42,7 @@ class ChangeNotes {
     std::optional<Change> place;
     std::function<void(const ChangeGroup* added)> unsavedChanged;
     std::function<void(ChangeGroup& back, const ChangeGroup& step)> nameTakenBack;
+    std::function<void(const ChangeGroup* added)> groupsChanged;
 
     [[nodiscard]] bool isOpen() const { return !open_.empty(); }
     void begin(const Action& action);
@@ -60,6 +61,7 @@ class ChangeNotes {
     std::optional<std::string> undo();
     std::optional<std::string> redo();
     std::optional<std::string> apply(const ChangeGroup& group);
+    void forget(); // what was done and undone
 
   private:
     // A datum and its element; `whole` stands for all of the datum.
@@ -127,9 +129,9 @@ class ChangeNotes {
     // Of the way from what was saved.
     void leadTo(const ChangeGroup& group);
     void leadBack(const ChangeGroup& group, const ChangeGroup& step);
-    void tell(const ChangeGroup* added) const;
+    using Listener = std::function<void(const ChangeGroup* added)>;
+    static void tell(const Listener& listener, const ChangeGroup* added);
     void showPlace(const ChangeGroup& group);
-    void forget();
     void clearWritten();
     void checkInvariants() const;
 

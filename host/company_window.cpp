@@ -18,8 +18,10 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPointer>
+#include <QStatusBar>
 
 #include <algorithm>
 
@@ -29,7 +31,8 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
                              const LoadedCompany& company, const OfferedLists& lists,
                              QWidget* parent)
     : QMainWindow(parent), store_(store), entry_(new VKRDataEntryWidget(this)),
-      origins_(company.origins), calledRight_(company.calledRight), id_(id),
+      origins_(company.origins), calledRight_(company.calledRight),
+      notKept_(new QLabel(tr("Changes are in this window only"), this)), id_(id),
       revision_(company.revision) {
     setObjectName(QStringLiteral("companyWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -39,6 +42,9 @@ CompanyWindow::CompanyWindow(CompanyStore& store, std::optional<std::int64_t> id
     entry_->component().originOf = [this](Datum series, int element) {
         return origins().of(series, element).origin;
     };
+    notKept_->setObjectName(QStringLiteral("notKept"));
+    notKept_->hide();
+    statusBar()->addPermanentWidget(notKept_);
     checks_ = new FigureChecks(*this, *entry_, *this);
     originMarks_ = new OriginMarks(*entry_, *this, this);
     buildActions();
@@ -63,6 +69,7 @@ CompanyWindow::~CompanyWindow() {
     delete entry_;     // it asks this window while it ends
     journal_->onTakenBack(nullptr);
     journal_->onUnsavedChanged(nullptr);
+    journal_->onGroupsChanged(nullptr);
 }
 
 void CompanyWindow::buildActions() {
@@ -157,7 +164,11 @@ void CompanyWindow::startFrom(const CompanyRecord& stored) {
 void CompanyWindow::showRecord(std::shared_ptr<CompanyRecord> record) {
     record_ = std::move(record);
     entry_->setDirty(false);
+    if (journal_ != nullptr)
+        journal_->onGroupsChanged(nullptr); // a dialog may keep it
     journal_ = std::make_shared<ChangeJournal>(record_);
+    originsNow_.reset();
+    journal_->onGroupsChanged([this](const ChangeGroup* added) { followOrigins(added); });
     // A dialog that is open while the window ends keeps the form, and with it the record.
     kept_ = std::make_shared<KeptFigures>(journal_, [window = QPointer<const CompanyWindow>(this)] {
         return window ? window->origins() : FigureOrigins();
@@ -283,7 +294,7 @@ CompanyWindow::Conflict CompanyWindow::settle(const StoreConflict& conflict,
     case copy: {
         becomeNew();
         auto mine = recordToSave();
-        origins_ = origins(); // the steps that led there end with the other record
+        startOrigins(origins()); // the steps that led there end with the other record
         mine->put_Name(mine->get_Name() + tr(" (copy)").toStdString());
         showRecord(std::move(mine));
         keepAsNew();
@@ -304,7 +315,7 @@ bool CompanyWindow::takeTheirs() {
     }
     keepGivenUp(); // restored, they are made to theirs
     revision_ = loaded.value().revision;
-    origins_ = loaded.value().origins;
+    startOrigins(loaded.value().origins);
     calledRight_ = loaded.value().calledRight;
     open(loaded.value().record);
     return true;

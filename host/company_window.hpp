@@ -10,6 +10,10 @@
 
 #include <QMainWindow>
 
+QT_BEGIN_NAMESPACE
+class QLabel;
+QT_END_NAMESPACE
+
 #include <functional>
 #include <optional>
 #include <vector>
@@ -52,7 +56,7 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     [[nodiscard]] std::optional<std::int64_t> id() const { return id_; }
     [[nodiscard]] std::shared_ptr<const CompanyRecord> record() const override { return record_; }
     [[nodiscard]] std::shared_ptr<CompanyRecord> recordToSave() const override;
-    [[nodiscard]] FigureOrigins origins() const override;
+    [[nodiscard]] const FigureOrigins& origins() const override;
     [[nodiscard]] std::string damage() const override;
     [[nodiscard]] VKRDataEntryWidget& entry() { return *entry_; }
     [[nodiscard]] const ChangeJournal& journal() const { return *journal_; }
@@ -61,7 +65,7 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     [[nodiscard]] Restored restore(const UnsavedCompany& of,
                                    const std::vector<ChangeGroup>& groups);
     // Whether what is not saved is on the disk.
-    [[nodiscard]] bool isKept() const { return !toldOfKeeping_; }
+    [[nodiscard]] bool isKept() const;
 
     // What was called right, here or before.
     [[nodiscard]] std::shared_ptr<const SilencedFindings> silenced() const;
@@ -105,6 +109,7 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     void keepAsNew(); // from the empty record on, what is not saved
     [[nodiscard]] std::vector<ChangeGroup> unsavedSteps() const;
     void keep(const std::function<std::optional<std::string>(UnsavedChanges&)>& change);
+    void tellOfKeeping(const QString& failure); // empty: it works
     void keepGivenUp();
     void giveUp();
     void tellAbout(int object, const QVariant& shown);
@@ -120,6 +125,8 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     void open(std::shared_ptr<CompanyRecord> record); // as it is stored
     void showRecord(std::shared_ptr<CompanyRecord> record);
     void noteWorkedOut(const CompanyRecord& before); // by loading
+    void startOrigins(FigureOrigins origins);
+    void followOrigins(const ChangeGroup* added); // null: others have gone
     void showTitle();
     void showModified();
     [[nodiscard]] QString title() const;
@@ -147,16 +154,17 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     VKRDataEntryWidget* entry_;
     FigureChecks* checks_;
     OriginMarks* originMarks_;
-    Assistant* assistant_ = nullptr;            // from the first question on
-    HistoryWindow* history_ = nullptr;          // of the company id_
-    FigureOrigins origins_;                     // of the record as it was opened
+    Assistant* assistant_ = nullptr;   // from the first question on
+    HistoryWindow* history_ = nullptr; // of the company id_
+    FigureOrigins origins_;            // of the record as it was opened
+    mutable std::optional<FigureOrigins> originsNow_;
     std::vector<FindingVerdict> calledRight_;   // of what is stored
     std::optional<std::int64_t> judgedCompany_; // beside which calledRight_ is kept
     std::shared_ptr<CompanyRecord> record_;
     std::shared_ptr<ChangeJournal> journal_;  // of what is done to it
     std::shared_ptr<KeptFigures> kept_;       // that the form edits it through
     std::unique_ptr<UnsavedChanges> unsaved_; // on the disk
-    bool toldOfKeeping_ = false;              // that it does not work
+    QLabel* notKept_;                         // shown while that does not work
     // Of a company that another one has become: what leads from the empty record to it.
     std::optional<ChangeGroup> beginning_;
     QAction* undo_ = nullptr;

@@ -14,12 +14,28 @@
 
 namespace vkr {
 
-FigureOrigins CompanyWindow::origins() const {
-    FigureOrigins now = origins_;
-    if (journal_ != nullptr)
-        for (const ChangeGroup& group : journal_->groups())
-            now.note(group);
-    return now;
+const FigureOrigins& CompanyWindow::origins() const {
+    if (!originsNow_) {
+        FigureOrigins now = origins_;
+        if (journal_ != nullptr)
+            for (const ChangeGroup& group : journal_->groups())
+                now.note(group);
+        originsNow_ = std::move(now);
+    }
+    return *originsNow_;
+}
+
+void CompanyWindow::startOrigins(FigureOrigins origins) {
+    origins_ = std::move(origins);
+    originsNow_.reset();
+}
+
+void CompanyWindow::followOrigins(const ChangeGroup* added) {
+    auto now = std::exchange(originsNow_, std::nullopt);
+    if (!now || added == nullptr)
+        return;
+    now->note(*added);
+    originsNow_ = std::move(now);
 }
 
 std::string CompanyWindow::damage() const {
@@ -50,6 +66,7 @@ void CompanyWindow::noteWorkedOut(const CompanyRecord& before) {
                    derivations().end();
     });
     origins_.note(loading);
+    originsNow_.reset();
 }
 
 std::shared_ptr<CompanyRecord> CompanyWindow::committed() const {

@@ -11,6 +11,7 @@
 #include "host/texts.hpp"
 
 #include <QAction>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
@@ -116,7 +117,8 @@ bool CompanyWindow::step(HistoryStep step) {
     const QString undone = undoneTitle(*next);
     if (const auto refusal = back ? journal_->undo() : journal_->redo()) {
         notice(*this, (back ? tr("%1 can't be undone. %2") : tr("%1 can't be redone. %2"))
-                          .arg(name, fromUtf8(*refusal)));
+                          .arg(name, fromUtf8(*refusal))
+                          .trimmed());
         return false;
     }
     entry_->recordChanged();
@@ -206,10 +208,22 @@ void CompanyWindow::keepUnsaved(const CompanyRecord& stored) {
 
 void CompanyWindow::keep(const std::function<std::optional<std::string>(UnsavedChanges&)>& change) {
     const auto failure = change(*unsaved_);
-    if (failure && !toldOfKeeping_)
-        notice(*this, tr("Changes are not kept on the disk before they are saved: %1")
-                          .arg(fromUtf8(*failure)));
-    toldOfKeeping_ = failure.has_value();
+    const QString told = failure ? tr("Changes are not kept on the disk before they are saved: %1")
+                                       .arg(fromUtf8(*failure))
+                                 : QString();
+    if (failure && isKept())
+        notice(*this, told);
+    tellOfKeeping(told);
+}
+
+bool CompanyWindow::isKept() const {
+    return notKept_->isHidden();
+}
+
+void CompanyWindow::tellOfKeeping(const QString& failure) {
+    notKept_->setVisible(!failure.isEmpty());
+    notKept_->setToolTip(failure);
+    notKept_->setAccessibleDescription(failure);
 }
 
 // Keeps the figures that it began with, too: they are stored nowhere. The file before goes only
@@ -232,7 +246,7 @@ void CompanyWindow::keepAsNew() {
     keepUnsaved(empty);
     for (const ChangeGroup& step : unsavedSteps())
         keep([&step](UnsavedChanges& unsaved) { return unsaved.add(step); });
-    if (others != nullptr && !toldOfKeeping_)
+    if (others != nullptr && isKept())
         others->remove();
     checkInvariants();
 }
@@ -250,6 +264,7 @@ void CompanyWindow::forgetUnsaved() {
     unsaved_.reset();
     beginning_.reset();
     journal_->setSavePoint();
+    tellOfKeeping({});
 }
 
 bool CompanyWindow::acceptUnstored() {

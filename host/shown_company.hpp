@@ -16,8 +16,8 @@ class ShownCompany {
     [[nodiscard]] virtual std::shared_ptr<const CompanyRecord> record() const = 0;
     // As it would be saved now: without the dates that nobody has typed.
     [[nodiscard]] virtual std::shared_ptr<CompanyRecord> recordToSave() const = 0;
-    // Where each figure comes from, what was typed here included.
-    [[nodiscard]] virtual FigureOrigins origins() const = 0;
+    // Where each figure comes from, what was typed here included; until the next change.
+    [[nodiscard]] virtual const FigureOrigins& origins() const = 0;
     // What is wrong with what is stored of it, for people; "" where it is as it was saved.
     [[nodiscard]] virtual std::string damage() const { return {}; }
 

@@ -339,7 +339,8 @@ TEST_F(AssistantTest, TheAnswerStandsBesideWhatIsAskedAbout) {
         std::shared_ptr<CompanyRecord> recordToSave() const override {
             return std::make_shared<CompanyRecord>();
         }
-        FigureOrigins origins() const override { return {}; }
+        const FigureOrigins& origins() const override { return none; }
+        FigureOrigins none;
     } company;
     const QSize size(room.width(), 60);
     for (const QPoint& corner : {room.topLeft(), QPoint(room.left(), room.bottom() - 100)}) {
