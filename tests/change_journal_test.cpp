@@ -97,6 +97,37 @@ TEST_F(Journal, WhatStaysAsItIsIsNoChange) {
     EXPECT_TRUE(journal->unsaved().empty());
 }
 
+TEST_F(Journal, TellsEachGroupThatIsAddedAndThatOthersHaveGone) {
+    std::vector<ChangeGroup> followed;
+    int gone = 0;
+    journal->onGroupsChanged([&](const ChangeGroup* added) {
+        if (added != nullptr)
+            return followed.push_back(*added);
+        ++gone;
+        followed = journal->groups();
+    });
+    journal->put_TotalDebt(2);
+    journal->put_Name("Acme");
+    {
+        const ActionScope sum(journal, {Origin::derived, "Sum", {}});
+        journal->put_Last4QEPS(99);
+    }
+    EXPECT_EQ(followed.size(), 3U);
+    EXPECT_EQ(followed, journal->groups());
+    EXPECT_EQ(gone, 0);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(followed, journal->groups());
+    EXPECT_EQ(gone, 1);
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_EQ(followed, journal->groups());
+    EXPECT_EQ(gone, 1);
+    EXPECT_EQ(journal->apply(followed.front()), std::nullopt);
+    EXPECT_EQ(followed, journal->groups());
+    journal->startOver();
+    EXPECT_TRUE(followed.empty());
+    EXPECT_EQ(gone, 2);
+}
+
 TEST_F(Journal, TheOutermostActionIsTheGroupAndTheInnerOnesSayWhereTheirWritesComeFrom) {
     {
         const ActionScope paste(journal, {Origin::imported, "Import", "0001"});
@@ -896,12 +927,14 @@ INSTANTIATE_TEST_SUITE_P(Seeds, AnySession, testing::Range(1U, 41U));
 
 // --- any write refused ---------------------------------------------------------------------------
 
+constexpr const char* refusedWord = "not this one";
+
 // What a person does in one go, and what they are told where it is refused.
 struct Deed {
     const char* name;
-    void (*prepare)(EntryScene& scene, ChangeJournal& journal);
     std::string (*act)(EntryScene& scene, ChangeJournal& journal);
 };
+enum class Way { there, back, again };
 
 std::string changed(EntryScene& scene, const std::vector<DatumChange>& changes,
                     const Action& action) {
@@ -925,48 +958,77 @@ std::string splitUp(EntryScene& scene, ChangeJournal& journal) {
     return changed(scene, test::changesOf(split), splitAction({4, 1}));
 }
 
-void nothing(EntryScene& /*scene*/, ChangeJournal& /*journal*/) {}
+// A button, or the arrow of a spinner; it asks first, and tells last where it can't.
+std::string pressed(EntryScene& scene, TABObject tab, const std::function<void()>& press) {
+    scene.entry->put_CurrentTab(tab);
+    scene.desktop.forget();
+    scene.desktop.answerNext(MessageAnswer::yes);
+    press();
+    const auto& messages = scene.desktop.messages();
+    const bool isTold =
+        !messages.empty() && messages.back().text.find(refusedWord) != std::string::npos;
+    return isTold ? messages.back().text : "done";
+}
 
 const Deed deeds[] = {
-    {"paste", nothing, pasted},
-    {"delete", nothing,
+    {"paste", pasted},
+    {"delete",
      [](EntryScene& scene, ChangeJournal&) { return asked(scene, "txtSales(3)", "^a^a{DEL}"); }},
-    {"fill", nothing,
-     [](EntryScene& scene, ChangeJournal&) {
-         return asked(scene, "txtSales(2)", "^a^a+{DOWN}^d");
-     }},
-    {"split", nothing, splitUp},
-    {"import", nothing,
+    {"fill", [](EntryScene& scene,
+                ChangeJournal&) { return asked(scene, "txtSales(2)", "^a^a+{DOWN}^d"); }},
+    {"split", splitUp},
+    {"import",
      [](EntryScene& scene, ChangeJournal& journal) {
          return changed(scene, test::elementChanges(journal, CompanyRecord()),
                         {Origin::imported, "Import", "0001"});
      }},
-    {"import that adds periods", nothing,
+    {"import that adds periods",
      [](EntryScene&, ChangeJournal& journal) {
          return test::importPeriods(std::shared_ptr<iVKR_Company>(&journal, [](iVKR_Company*) {}),
                                     2)
              .value_or("done");
      }},
-    {"undo of a paste", [](EntryScene& scene, ChangeJournal& journal) { pasted(scene, journal); },
-     [](EntryScene&, ChangeJournal& journal) { return journal.undo().value_or("done"); }},
-    {"undo of a split", [](EntryScene& scene, ChangeJournal& journal) { splitUp(scene, journal); },
-     [](EntryScene&, ChangeJournal& journal) { return journal.undo().value_or("done"); }},
-    {"redo of a split",
-     [](EntryScene& scene, ChangeJournal& journal) {
-         splitUp(scene, journal);
-         static_cast<void>(journal.undo());
-     },
-     [](EntryScene&, ChangeJournal& journal) { return journal.redo().value_or("done"); }},
-    {"undo of an added year",
+    {"added year",
      [](EntryScene& scene, ChangeJournal&) {
-         scene.entry->put_CurrentTab(toYearly);
-         scene.desktop.answerNext(MessageAnswer::yes);
-         scene.desktop.click("cmdAddYear");
-     },
-     [](EntryScene&, ChangeJournal& journal) { return journal.undo().value_or("done"); }},
+         return pressed(scene, toYearly, [&] { scene.desktop.click("cmdAddYear"); });
+     }},
+    {"removed year",
+     [](EntryScene& scene, ChangeJournal&) {
+         return pressed(scene, toYearly, [&] { scene.desktop.click("cmdRemoveYear"); });
+     }},
+    {"added quarter",
+     [](EntryScene& scene, ChangeJournal&) {
+         return pressed(scene, toQuarterly, [&] { scene.desktop.click("cmdAddQuarter"); });
+     }},
+    {"removed quarter",
+     [](EntryScene& scene, ChangeJournal&) {
+         return pressed(scene, toQuarterly, [&] { scene.desktop.spin("spnQuarter", -1); });
+     }},
 };
 
-class EveryWrite : public testing::TestWithParam<Deed> {};
+class EveryWrite : public testing::TestWithParam<std::tuple<Deed, Way>> {
+  protected:
+    static void prepare(EntryScene& scene, ChangeJournal& journal) {
+        const auto& [deed, way] = GetParam();
+        if (way != Way::there)
+            deed.act(scene, journal);
+        if (way == Way::again)
+            static_cast<void>(journal.undo());
+    }
+    static std::string act(EntryScene& scene, ChangeJournal& journal) {
+        const auto& [deed, way] = GetParam();
+        if (way == Way::there)
+            return deed.act(scene, journal);
+        return (way == Way::back ? journal.undo() : journal.redo()).value_or("done");
+    }
+    // The next step to undo, and to redo.
+    static std::vector<std::string> steps(const ChangeJournal& journal) {
+        std::vector<std::string> names;
+        for (const ChangeGroup* next : {journal.toUndo(), journal.toRedo()})
+            names.push_back(next == nullptr ? "" : next->name);
+        return names;
+    }
+};
 
 // The first, the second, ... write is refused, until there are no more: all or nothing, and a word.
 // What follows of what was done, such as the trailing sum, is left out where it is refused.
@@ -989,19 +1051,18 @@ TEST_P(EveryWrite, RefusedLeavesAllAsItWasOrDone) {
         EntryScene scene;
         scene.load(journal);
         journal->startOver();
-        GetParam().prepare(scene, *journal);
+        prepare(scene, *journal);
         scene.desktop.forget();
         const auto before = snapshotOf(*company);
-        const ChangeGroup* next = journal->toUndo();
-        const std::string nextName = next == nullptr ? "" : next->name;
+        const auto next = steps(*journal);
         const auto groups = journal->groups();
         int writes = 0;
         record->hook = [&](const std::string& operation) {
             if ((operation.starts_with("write") || operation.starts_with("put")) &&
                 ++writes == refused)
-                throw std::runtime_error("not this one");
+                throw std::runtime_error(refusedWord);
         };
-        const std::string told = GetParam().act(scene, *journal);
+        const std::string told = act(scene, *journal);
         record->hook = nullptr;
         if (refused == 0) {
             ASSERT_EQ(told, "done");
@@ -1018,20 +1079,26 @@ TEST_P(EveryWrite, RefusedLeavesAllAsItWasOrDone) {
             continue;
         }
         ++refusals;
-        EXPECT_NE(told.find("not this one"), std::string::npos) << told;
+        EXPECT_NE(told.find(refusedWord), std::string::npos) << told;
         EXPECT_TRUE(changesBetween(before, snapshotOf(*company)).empty());
         EXPECT_EQ(journal->groups(), groups);
-        EXPECT_EQ(journal->toUndo() == nullptr ? "" : journal->toUndo()->name, nextName);
+        EXPECT_EQ(steps(*journal), next);
     }
     EXPECT_GE(refusals, 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Deeds, EveryWrite, testing::ValuesIn(deeds),
-                         [](const testing::TestParamInfo<Deed>& deed) {
-                             std::string name = deed.param.name;
-                             std::ranges::replace(name, ' ', '_');
-                             return name;
-                         });
+std::string nameOfRefused(const testing::TestParamInfo<std::tuple<Deed, Way>>& one) {
+    constexpr const char* ways[] = {"", "undo of ", "redo of "};
+    const auto& [deed, way] = one.param;
+    std::string name = std::string(ways[static_cast<int>(way)]) + deed.name;
+    std::ranges::replace(name, ' ', '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Deeds, EveryWrite,
+                         testing::Combine(testing::ValuesIn(deeds),
+                                          testing::Values(Way::there, Way::back, Way::again)),
+                         nameOfRefused);
 
 } // namespace
 } // namespace vkr

@@ -2,8 +2,10 @@
 #include "host/unsaved_work.hpp"
 #include "host_fixture.hpp"
 
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStatusBar>
 
 #include <csignal>
 #include <sys/resource.h>
@@ -207,6 +209,90 @@ TEST_F(HostUndo, WhatWasFoundStaysWhereItCannotBeKeptByItsWindow) {
     EXPECT_EQ(debt(*host_->windows().front()), 11);
     EXPECT_EQ(contents(file), found);
     host_->windows().front()->discard();
+}
+
+TEST_F(HostUndo, TellsAsLongAsChangesCannotBeKeptOnTheDisk) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const auto& told = *window.findChild<QLabel*>("notKept");
+    type(window, "txtTotalDebt", "11");
+    EXPECT_FALSE(told.isVisible());
+    {
+        const NoFileGrows full;
+        type(window, "txtTotalDebt", "12");
+        EXPECT_TRUE(told.isVisible());
+        EXPECT_EQ(told.text(), "Changes are in this window only");
+        const QString why = told.toolTip();
+        EXPECT_TRUE(why.startsWith("Changes are not kept on the disk before they are saved: "));
+        EXPECT_EQ(told.accessibleDescription(), why);
+        EXPECT_EQ(window.statusBar()->currentMessage().left(12), why.left(12));
+        window.statusBar()->clearMessage();
+        type(window, "txtTotalDebt", "13");
+        EXPECT_TRUE(told.isVisible());
+        EXPECT_EQ(window.statusBar()->currentMessage(), "") << "said once";
+    }
+    type(window, "txtTotalDebt", "14");
+    EXPECT_FALSE(told.isVisible());
+    window.discard();
+}
+
+TEST_F(HostUndo, WhatIsNotKeptIsToldNoMoreOnceItIsSaved) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    {
+        const NoFileGrows full;
+        type(window, "txtTotalDebt", "12");
+    }
+    const auto& told = *window.findChild<QLabel*>("notKept");
+    EXPECT_TRUE(told.isVisible());
+    EXPECT_TRUE(window.save());
+    EXPECT_FALSE(told.isVisible());
+}
+
+TEST_F(HostUndo, AStepThatIsRefusedIsToldAndStays) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    type(window, "txtTotalDebt", "11");
+    const QString name = menuText(window, "undo").mid(5);
+    const auto refused = [&](HistoryStep step) {
+        const auto record = window.entry().component().get_objCompany();
+        const ActionScope underWay(record, {});
+        window.entry().component().step(step);
+        return window.statusBar()->currentMessage();
+    };
+    EXPECT_EQ(refused(HistoryStep::undo), name + " can't be undone.");
+    EXPECT_EQ(debt(window), 11);
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_NE(debt(window), 11);
+    EXPECT_EQ(refused(HistoryStep::redo), name + " can't be redone.");
+    EXPECT_NE(debt(window), 11);
+    window.entry().component().step(HistoryStep::redo);
+    EXPECT_EQ(debt(window), 11);
+    window.discard();
+}
+
+// As a host has them that looks through all that was done.
+TEST_F(HostUndo, OriginsFollowWhatIsDoneAndTakenBack) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const FigureOrigins stored = window.origins();
+    const auto expectThoseOfAll = [&] {
+        FigureOrigins all = stored;
+        for (const ChangeGroup& group : window.journal().groups())
+            all.note(group);
+        EXPECT_EQ(window.origins(), all);
+    };
+    type(window, "txtTotalDebt", "11");
+    type(window, "txtName", "Acme");
+    expectThoseOfAll();
+    EXPECT_NE(window.origins(), stored);
+    EXPECT_EQ(window.origins().of(Datum::TotalDebt).origin, Origin::typed);
+    window.entry().component().step(HistoryStep::undo);
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(window.origins(), stored);
+    window.entry().component().step(HistoryStep::redo);
+    expectThoseOfAll();
+    EXPECT_TRUE(window.save());
+    expectThoseOfAll();
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(window.origins(), stored);
+    window.discard();
 }
 
 TEST_F(HostUndo, WhatWasFoundStaysUntilSomebodyHasSaidTwiceThatItGoes) {
