@@ -326,11 +326,14 @@ std::optional<std::string> ChangeNotes::redo() {
         addChanges(again, group);
     if (auto refusal = putChanges(*record, again))
         return refusal;
-    done.push_back(std::move(undone.back()));
+    Step step = std::move(undone.back());
     undone.pop_back();
-    for (const ChangeGroup& group : done.back().groups)
+    done.push_back({{}, std::move(step.title)});
+    for (ChangeGroup& group : step.groups) {
         leadTo(group);
-    tell(groupsChanged, nullptr);
+        done.back().groups.push_back(std::move(group));
+        tell(groupsChanged, &done.back().groups.back());
+    }
     showPlace(done.back().groups.front());
     return std::nullopt;
 }

@@ -655,14 +655,14 @@ TEST(CellCommands, LeaveAFigureWhereThereIsNoneToTake) {
     EXPECT_TRUE(scene.record->actions.empty());
     ASSERT_EQ(scene.desktop.refusals().size(), 3U);
     for (const auto& refusal : scene.desktop.refusals())
-        EXPECT_EQ(refusal.note, "Nothing is stored for " + scene.text("lblYear", 3) + ".");
+        EXPECT_EQ(refusal.note, "Nothing is stored for " + scene.form().get<Label>("lblYear", 3).caption() + ".");
 }
 
 TEST(CellCommands, TakeTheRestOfARowWithGapsAndTellThem) {
     Scene scene;
     scene.enter("txtSales(3)", "7");
     scene.enter("txtSales(4)", "8");
-    scene.enter("txtYPTI(4)", "9");
+    scene.enter("txtYOption(4)", "9");
     scene.typeAt("txtSales(4)", "+{RIGHT}^'");
     EXPECT_EQ(scene.revenue(4), 7);
     EXPECT_EQ(scene.record->get_YPTISeries().array().number(6), 9);

@@ -988,6 +988,10 @@ const Deed deeds[] = {
                                     2)
              .value_or("done");
      }},
+};
+
+// What they leave behind where a series is refused is told, and tested with the grids.
+const Deed periodDeeds[] = {
     {"added year",
      [](EntryScene& scene, ChangeJournal&) {
          return pressed(scene, toYearly, [&] { scene.desktop.click("cmdAddYear"); });
@@ -1098,6 +1102,10 @@ std::string nameOfRefused(const testing::TestParamInfo<std::tuple<Deed, Way>>& o
 INSTANTIATE_TEST_SUITE_P(Deeds, EveryWrite,
                          testing::Combine(testing::ValuesIn(deeds),
                                           testing::Values(Way::there, Way::back, Way::again)),
+                         nameOfRefused);
+INSTANTIATE_TEST_SUITE_P(Periods, EveryWrite,
+                         testing::Combine(testing::ValuesIn(periodDeeds),
+                                          testing::Values(Way::back, Way::again)),
                          nameOfRefused);
 
 } // namespace
