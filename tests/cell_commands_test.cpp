@@ -655,7 +655,8 @@ TEST(CellCommands, LeaveAFigureWhereThereIsNoneToTake) {
     EXPECT_TRUE(scene.record->actions.empty());
     ASSERT_EQ(scene.desktop.refusals().size(), 3U);
     for (const auto& refusal : scene.desktop.refusals())
-        EXPECT_EQ(refusal.note, "Nothing is stored for " + scene.form().get<Label>("lblYear", 3).caption() + ".");
+        EXPECT_EQ(refusal.note,
+                  "Nothing is stored for " + scene.form().get<Label>("lblYear", 3).caption() + ".");
 }
 
 TEST(CellCommands, TakeTheRestOfARowWithGapsAndTellThem) {
