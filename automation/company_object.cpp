@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "automation/company_object.hpp"
 
+#include "automation/called_by_slots.hpp"
 #include "automation/foreign_company.hpp"
 #include "automation/late_bound.hpp"
 #include "automation/texts.hpp"
@@ -313,19 +314,26 @@ std::shared_ptr<vkr::iVKR_Company> insideRecord(IUnknown* object) {
             throw ComError(RPC_E_WRONG_THREAD, "The record lives in another apartment.");
         return own->inside();
     }
-    auto dispatch = queryFor<IDispatch>(object);
-    // It may have an interface of its own beside that of a record; the names are those of that one.
-    if (!dispatch || !hasNamesOfARecord(*dispatch.get()))
-        if (const auto record = queryFor<::iVKR_Company>(object))
-            dispatch = ComPtr<IDispatch>(record.get());
-    if (!dispatch)
+    auto itself = queryFor<IDispatch>(object);
+    auto called = itself;
+    // It may have an interface of its own beside that of a record, whose names are others, or none
+    // behind its names.
+    if (!called || !hasNamesOfARecord(*called.get()))
+        if (const auto record = queryFor<::iVKR_Company>(object)) {
+            called = ComPtr<IDispatch>(record.get());
+            if (!itself)
+                itself = called;
+            if (!hasNamesOfARecord(*record.get()))
+                called = calledBySlots(record);
+        }
+    if (!called)
         throw ComError(DISP_E_TYPEMISMATCH, "The record can't be called by name.");
-    return std::make_shared<ForeignCompany>(std::move(dispatch));
+    return std::make_shared<ForeignCompany>(std::move(called), std::move(itself));
 }
 
 IDispatch* outsideOf(const vkr::iVKR_Company& record) {
     const auto* const foreign = dynamic_cast<const ForeignCompany*>(&record);
-    return foreign == nullptr ? nullptr : foreign->dispatch();
+    return foreign == nullptr ? nullptr : foreign->itself();
 }
 
 } // namespace vkr::automation

@@ -166,7 +166,8 @@ HRESULT DataEntryControl::put_Platform(::PlatformType value) {
 
 void DataEntryControl::setCompany(IUnknown* company) {
     auto record = insideRecord(company);
-    auto outside = queryFor<IDispatch>(company);
+    IDispatch* const foreign = record == nullptr ? nullptr : outsideOf(*record);
+    auto outside = foreign == nullptr ? queryFor<IDispatch>(company) : ComPtr<IDispatch>(foreign);
     entry_->put_objCompany(record);
     inside_.swap(record); // what goes may call back
     std::swap(outside_, outside);

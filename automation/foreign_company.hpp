@@ -16,9 +16,11 @@ namespace vkr::automation {
 // component leaves that datum out.
 class ForeignCompany final : public iVKR_Company {
   public:
-    explicit ForeignCompany(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+    // `called` is what answers to the names; the host knows the record as `itself`.
+    ForeignCompany(ComPtr<IDispatch> called, ComPtr<IDispatch> itself)
+        : object_(std::move(called)), itself_(std::move(itself)) {}
 
-    [[nodiscard]] IDispatch* dispatch() const { return object_.dispatch(); }
+    [[nodiscard]] IDispatch* itself() const { return itself_.get(); }
 
 #define VKR_FOREIGN(kind, name, title, unit, key, place)                                           \
     [[nodiscard]] datum_kind::kind::Value get_##name() const override {                            \
@@ -57,6 +59,7 @@ class ForeignCompany final : public iVKR_Company {
     Variant call(std::string_view name, std::int16_t value);
 
     LateBound object_;
+    ComPtr<IDispatch> itself_;
 };
 
 } // namespace vkr::automation
