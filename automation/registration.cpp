@@ -4,6 +4,7 @@
 #include "automation/ole_status.hpp"
 #include "automation/type_library.hpp"
 
+#include <algorithm>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -14,6 +15,9 @@ namespace {
 
 constexpr const wchar_t* classesKey = L"Software\\Classes\\";
 constexpr const wchar_t* version = L"1.0";
+constexpr bool is64 = sizeof(void*) == 8;
+constexpr const wchar_t* ownPlatform = is64 ? L"win64" : L"win32";
+constexpr const wchar_t* otherPlatform = is64 ? L"win32" : L"win64";
 
 // One value below Software\Classes; a name of null is the default value.
 struct Entry {
@@ -41,16 +45,20 @@ GUID idOf(ITypeLib* library) {
     return id;
 }
 
-// A key that is ours as a whole; that of an identifier as long as it leads to our class.
+// A key that is ours as a whole; that of an identifier as long as it leads to our class. Programs
+// of 32 and of 64 bit have some in common, which stay while the library for the others is
+// registered.
 struct Root {
     std::wstring key;
     std::wstring ownerId; // empty: always ours
+    bool common = false;
 };
 
 // What is registered, and the keys to take away with it.
 struct Keys {
     std::vector<Entry> entries;
     std::vector<Root> roots;
+    std::vector<std::wstring> others; // one is there while the library for the others is registered
 
     void set(const std::wstring& key, const std::wstring& text, const wchar_t* name = nullptr) {
         entries.push_back({key, name, text});
@@ -63,8 +71,8 @@ void addClass(Keys& keys, const CreatableClass& one) {
     const std::wstring root = L"CLSID\\" + id;
     const std::wstring versioned = std::wstring(one.programmaticId) + L".1";
     keys.roots.push_back({root, L""});
-    keys.roots.push_back({one.programmaticId, id});
-    keys.roots.push_back({versioned, id});
+    keys.roots.push_back({one.programmaticId, id, true});
+    keys.roots.push_back({versioned, id, true});
     keys.set(root, one.name);
     keys.set(root + L"\\InprocServer32", path);
     keys.set(root + L"\\InprocServer32", L"Apartment", L"ThreadingModel");
@@ -128,10 +136,12 @@ void addLibrary(Keys& keys, Library library) {
     check(described->GetDocumentation(-1, nullptr, &help, nullptr, nullptr));
     const std::wstring name(help, SysStringLen(help));
     SysFreeString(help);
-    keys.roots.push_back({root, L""});
+    const std::wstring platforms = root + L"\\" + version + L"\\0\\";
+    keys.roots.push_back({platforms + ownPlatform, L""});
+    keys.roots.push_back({root, L"", true});
+    keys.others.push_back(platforms + otherPlatform);
     keys.set(root + L"\\" + version, name);
-    keys.set(root + L"\\" + version + L"\\0\\" + (sizeof(void*) == 8 ? L"win64" : L"win32"),
-             pathOf(library));
+    keys.set(platforms + ownPlatform, pathOf(library));
     keys.set(root + L"\\" + version + L"\\FLAGS", L"0");
     addInterfaces(keys, described.get(), id);
 }
@@ -174,10 +184,17 @@ bool isOurs(Scope scope, const Root& root) {
     return read != ERROR_SUCCESS || root.ownerId == id;
 }
 
+bool isThere(Scope scope, const std::wstring& key) {
+    return RegGetValueW(rootOf(scope), (classesKey + key).c_str(), nullptr, RRF_RT_ANY, nullptr,
+                        nullptr, nullptr) == ERROR_SUCCESS;
+}
+
 LSTATUS remove(Scope scope, const Keys& keys) {
     LSTATUS failed = ERROR_SUCCESS;
+    const bool othersNeed = std::ranges::any_of(
+        keys.others, [&](const std::wstring& one) { return isThere(scope, one); });
     for (const Root& root : keys.roots) {
-        if (!isOurs(scope, root))
+        if ((root.common && othersNeed) || !isOurs(scope, root))
             continue;
         const LSTATUS removed = RegDeleteTreeW(rootOf(scope), (classesKey + root.key).c_str());
         if (removed != ERROR_SUCCESS && removed != ERROR_FILE_NOT_FOUND)

@@ -101,6 +101,29 @@ TEST_P(Registration, LeavesSomebodyElsesIdentifierAlone) {
     RegDeleteTreeW(root, L"Software\\Classes\\iVKR_DataEntry.Localizer");
 }
 
+// Programs of 32 and of 64 bit find their library by the same identifiers and type libraries.
+TEST_P(Registration, LeavesWhatTheLibraryForTheOtherBitnessNeeds) {
+    ASSERT_EQ(install(true), S_OK);
+    const std::wstring id = idText(__uuidof(::VKRDataEntry));
+    const std::wstring typeLibrary = L"TypeLib\\" + value(L"CLSID\\" + id + L"\\TypeLib");
+    const std::wstring own =
+        typeLibrary + L"\\1.0\\0\\" + (sizeof(void*) == 8 ? L"win64" : L"win32");
+    const std::wstring other =
+        typeLibrary + L"\\1.0\\0\\" + (sizeof(void*) == 8 ? L"win32" : L"win64");
+    const std::wstring classes = L"Software\\Classes\\";
+    ASSERT_EQ(RegSetKeyValueW(root, (classes + other).c_str(), nullptr, REG_SZ, L"C:\\", 8),
+              ERROR_SUCCESS);
+    EXPECT_EQ(install(false), S_OK);
+    EXPECT_EQ(value(L"CLSID\\" + id + L"\\InprocServer32"), L"(none)");
+    EXPECT_EQ(value(own), L"(none)");
+    EXPECT_EQ(value(other), L"C:\\");
+    EXPECT_EQ(value(L"VKR_DataEntry.VKRDataEntry\\CLSID"), id);
+    EXPECT_EQ(RegDeleteTreeW(root, (classes + other).c_str()), ERROR_SUCCESS);
+    EXPECT_EQ(install(false), S_OK);
+    EXPECT_EQ(value(typeLibrary + L"\\1.0"), L"(none)");
+    EXPECT_EQ(value(L"VKR_DataEntry.VKRDataEntry\\CLSID"), L"(none)");
+}
+
 TEST(ToolboxPicture, IsInTheLibrary) {
     const HMODULE module = GetModuleHandleW(LoadedLibrary::get().path().c_str());
     const auto picture = static_cast<HBITMAP>(
