@@ -8,6 +8,22 @@
 
 namespace vkr::automation {
 
+// Each label of Wine's common controls keeps 24 bytes of a font that it is given. How many there
+// are in a window.
+inline int labelsIn(HWND window) {
+    int count = 0;
+    EnumChildWindows(
+        window,
+        [](HWND child, LPARAM into) -> BOOL {
+            wchar_t kind[20] = {};
+            GetClassNameW(child, kind, 20);
+            *reinterpret_cast<int*>(into) += lstrcmpiW(kind, L"Static") == 0 ? 1 : 0;
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
 // What the process has at the moment. Wine tells no counts, so everything is counted here.
 struct Held {
     long objects = LoadedLibrary::get().alive();
