@@ -240,7 +240,6 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
 
     void followSize();
     void followAmbient(DISPID id);
-    [[nodiscard]] bool running();
 
     void begin(); // initialized: once
     void restore(const PropertyBag& bag);

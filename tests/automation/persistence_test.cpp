@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What a container keeps of a control, in each of the three ways.
 #include "control/property_table.hpp"
+#include "localizer/localizer.hpp"
+#include "record/enumerations.hpp"
 #include "tests/automation/test_container.hpp"
 
 #include <algorithm>
+#include <commctrl.h>
 #include <random>
 
 namespace vkr::automation {
@@ -201,6 +204,48 @@ TEST_F(Persistence, OnlyWhatIsTheControlsOwnStorageCountsAsSaved) {
         EXPECT_EQ(as<IPersistStorage>(entry)->IsDirty(), row.saved ? S_FALSE : S_OK)
             << row.sameAsLoad << row.handsOff << row.givesStorage;
     }
+}
+
+// The caption of the tab with further data.
+std::string otherTab(HWND form) {
+    const HWND strip = FindWindowExW(form, nullptr, WC_TABCONTROLW, nullptr);
+    wchar_t caption[100] = {};
+    TCITEMW tab{};
+    tab.mask = TCIF_TEXT;
+    tab.pszText = caption;
+    tab.cchTextMax = 100;
+    EXPECT_NE(SendMessageW(strip, TCM_GETITEMW, toOther - 1, reinterpret_cast<LPARAM>(&tab)), 0);
+    return textOf(std::wstring_view(caption));
+}
+
+// What a platform has otherwise is for users; who designs a form sees everything.
+TEST_F(Persistence, APlatformThatWasSavedShowsItsOwnWhereTheContainerRuns) {
+    const Entry entry = create();
+    EXPECT_EQ(entry->put_Platform(::ptZX), S_OK);
+    const auto stream = newStream();
+    EXPECT_EQ(as<IPersistStreamInit>(entry)->Save(stream.get(), TRUE), S_OK);
+    const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
+    const auto captionWhere = [&](bool running) {
+        const auto site = makeCom<TestSite>();
+        site->ambients[DISPID_AMBIENT_USERMODE] = running;
+        const Entry restored = create();
+        const auto object = as<IOleObject>(restored);
+        EXPECT_EQ(object->SetClientSite(site.get()), S_OK);
+        rewind(stream.get());
+        EXPECT_EQ(as<IPersistStreamInit>(restored)->Load(stream.get()), S_OK);
+        EXPECT_EQ(getByName(restored.get(), "Platform").toLong(), 1);
+        EXPECT_EQ(restored->putref_objCompany(company.get()), S_OK);
+        EXPECT_EQ(object->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
+        HWND window = nullptr;
+        EXPECT_EQ(as<IOleInPlaceObject>(restored)->GetWindow(&window), S_OK);
+        const std::string caption = otherTab(window);
+        EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
+        EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
+        return caption;
+    };
+    const std::string own = ZxLocalizer().LoadString(614);
+    EXPECT_EQ(captionWhere(true), own);
+    EXPECT_NE(captionWhere(false), own);
 }
 
 TEST_F(Persistence, ADamagedStreamIsRefusedAndNothingOfItTaken) {
