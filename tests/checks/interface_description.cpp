@@ -495,7 +495,7 @@ int missingByHand(const std::filesystem::path& root) {
         std::cerr << (root / file).string() << " lacks " << wanted << '\n';
         result = 1;
     };
-    constexpr const char* manifest = "packaging/windows/VKRDataEntry.manifest";
+    constexpr const char* manifest = "packaging/windows/VKRDataEntry.manifest.in";
     const std::string versioned = "version=" + inQuotes(version);
     for (const std::string_view library :
          {ids::enumLibrary, ids::companyLibrary, ids::entryLibrary})
