@@ -6,6 +6,7 @@
 //     vkr_interface_description --write <root of the sources>
 #include "control/property_table.hpp"
 #include "record/datum_table.hpp"
+#include "record/datum_titles.hpp"
 #include "tests/checks/declared_interfaces.hpp"
 #include "tests/checks/written_page.hpp"
 
@@ -152,11 +153,7 @@ std::string helpOf(const std::string& name) {
     for (const vkr::DatumRow& row : vkr::datumTable()) {
         if (row.name != name)
             continue;
-        std::string text(row.key);
-        for (const std::string_view unit : {"_musd", "_pct"})
-            if (text.ends_with(unit))
-                text.erase(text.size() - unit.size());
-        std::ranges::replace(text, '_', ' ');
+        std::string text = vkr::wordsOf(row.datum);
         if (row.period != vkr::DatumPeriod::none)
             text += row.period == vkr::DatumPeriod::year ? " by fiscal year" : " by quarter";
         switch (row.unit) {
