@@ -110,7 +110,7 @@ class Point final : public ComObject<IConnectionPoint> {
 HRESULT Listeners::add(IUnknown* sink, DWORD& cookie) {
     ComPtr<IUnknown> wanted;
     if (FAILED(sink->QueryInterface(interfaceId_, wanted.receiveAny())) &&
-        (!dispatchWillDo_ || !queryFor<IDispatch>(sink)))
+        (asks_ == Asks::theInterface || !queryFor<IDispatch>(sink)))
         return CONNECT_E_CANNOTCONNECT;
     sinks_.emplace(last_ + 1, sink);
     cookie = ++last_;

@@ -12,9 +12,9 @@ namespace vkr::automation {
 // Who listens at one connection point. Cookies start at 1 and are never given twice.
 class Listeners {
   public:
-    // Who has not the interface, or at least IDispatch where that will do, is refused.
-    Listeners(IID interfaceId, bool dispatchWillDo)
-        : interfaceId_(interfaceId), dispatchWillDo_(dispatchWillDo) {}
+    // Whoever has not what is asked for is refused.
+    enum class Asks { theInterface, thatOrDispatch };
+    Listeners(IID interfaceId, Asks asks) : interfaceId_(interfaceId), asks_(asks) {}
 
     [[nodiscard]] REFIID interfaceId() const { return interfaceId_; }
     HRESULT add(IUnknown* sink, DWORD& cookie);
@@ -42,7 +42,7 @@ class Listeners {
     }
 
     IID interfaceId_;
-    bool dispatchWillDo_;
+    Asks asks_;
     std::map<DWORD, ComPtr<IUnknown>> sinks_;
     DWORD last_ = 0;
 };

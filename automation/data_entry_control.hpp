@@ -246,7 +246,8 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
     [[nodiscard]] PropertyBag saved();
 
     void checkInvariants() const;
-    HRESULT activate(bool withUserInterface);
+    enum class Active { inPlace, userInterface };
+    HRESULT activate(Active wanted);
     HRESULT activateInPlace();
     HRESULT activateUserInterface();
     void deactivate();

@@ -58,13 +58,13 @@ void DataEntryControl::followSize() {
 // --- states --------------------------------------------------------------------------------------
 
 // The one way to become active: each step is taken where it has not been yet.
-HRESULT DataEntryControl::activate(bool withUserInterface) {
+HRESULT DataEntryControl::activate(Active wanted) {
     if (!active_)
         if (const HRESULT refused = activateInPlace(); FAILED(refused))
             return refused;
     if (!active_)
         return E_FAIL;
-    return withUserInterface ? activateUserInterface() : S_OK;
+    return wanted == Active::userInterface ? activateUserInterface() : S_OK;
 }
 
 // Whoever is asked on the way may take the control out of its place, or activate it.

@@ -65,15 +65,15 @@ HRESULT DataEntryControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /
         switch (verb) {
         case OLEIVERB_PRIMARY:
         case OLEIVERB_UIACTIVATE:
-            face_.show(true);
-            return activate(true);
+            face_.setVisible(true);
+            return activate(Active::userInterface);
         case OLEIVERB_SHOW:
         case OLEIVERB_INPLACEACTIVATE:
-            face_.show(true);
-            return activate(false);
+            face_.setVisible(true);
+            return activate(Active::inPlace);
         case OLEIVERB_HIDE:
             deactivateUserInterface();
-            face_.show(false);
+            face_.setVisible(false);
             return S_OK;
         case OLEIVERB_DISCARDUNDOSTATE:
             return S_OK;

@@ -14,8 +14,8 @@
 namespace vkr::automation {
 
 Events::Events(ControlOwner& control)
-    : control_(control), events_(__uuidof(::__VKRDataEntry), true),
-      notices_(IID_IPropertyNotifySink, false) {}
+    : control_(control), events_(__uuidof(::__VKRDataEntry), Listeners::Asks::thatOrDispatch),
+      notices_(IID_IPropertyNotifySink, Listeners::Asks::theInterface) {}
 
 void Events::freeze(bool frozen) {
     if (frozen) {

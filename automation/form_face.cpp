@@ -164,9 +164,9 @@ void FormFace::move(const RECT& place) {
     if (isOpen())
         impl_->form->move(place);
 }
-void FormFace::show(bool visible) {
+void FormFace::setVisible(bool visible) {
     if (isOpen())
-        impl_->form->show(visible);
+        impl_->form->setVisible(visible);
 }
 void FormFace::focus() {
     if (isOpen())

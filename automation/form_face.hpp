@@ -45,7 +45,7 @@ class FormFace {
     [[nodiscard]] SIZE sizeOf(const Form& form) const;
     [[nodiscard]] double dotsPerInch() const; // 0 while it is not open
     void move(const RECT& place);
-    void show(bool visible);
+    void setVisible(bool visible);
     void focus();
     // The control knows whether it has the keys: nothing is told of those that came before.
     void forgetKeys();

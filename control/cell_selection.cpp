@@ -12,7 +12,7 @@ CellSelection::Span CellSelection::span() const {
             std::min(span.lastRow, last)};
 }
 
-void CellSelection::show(bool highlighted) const {
+void CellSelection::setHighlighted(bool highlighted) const {
     const Span cells = span();
     for (int column = cells.firstColumn; column <= cells.lastColumn; ++column)
         for (int row = cells.firstRow; row <= cells.lastRow; ++row)
@@ -36,14 +36,14 @@ void CellSelection::set(SeriesGrid& grid, const Span& span, Cell end) {
     if (span.firstColumn == span.lastColumn && span.firstRow == span.lastRow)
         return;
     selected_ = {&grid, span, end};
-    show(true);
+    setHighlighted(true);
 }
 
 void CellSelection::clear() {
     if (!isActive())
         return;
     const Form::Update update(grid()->box({0, 0}).form());
-    show(false);
+    setHighlighted(false);
     selected_.reset();
 }
 

@@ -37,7 +37,7 @@ class CellSelection {
         Cell end;
     };
     void set(SeriesGrid& grid, const Span& span, Cell end);
-    void show(bool highlighted) const;
+    void setHighlighted(bool highlighted) const;
 
     std::optional<Selected> selected_; // whose cells are highlighted
 };

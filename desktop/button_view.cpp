@@ -34,7 +34,7 @@ ButtonView::ButtonView(ViewHost& host, Control& control, QWidget& parent)
         if (this->control() == nullptr)
             return;
         this->host().beginPress(*this, MouseButton::left);
-        this->host().endPress(*this, MouseButton::left, ViewHost::PressEnd::inside);
+        this->host().endPress(*this, MouseButton::left, PressEnd::inside);
         this->host().showChoices();
     });
 }

@@ -169,7 +169,7 @@ void ComboView::press(QMouseEvent& event, QWidget& source, NativeEvent native) {
     if (event.button() == Qt::LeftButton)
         pass(event, source, native);
     if (combo_->view()->isVisible()) // the list takes the release
-        host().endPress(*this, MouseButton::left, ViewHost::PressEnd::inside);
+        host().endPress(*this, MouseButton::left, PressEnd::inside);
 }
 
 } // namespace vkr

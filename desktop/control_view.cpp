@@ -295,8 +295,7 @@ void ControlView::beginPress(const QMouseEvent& event, int tab) {
 
 void ControlView::endPress(const QMouseEvent& event, const QWidget& source) {
     host_.endPress(*this, buttonOf(event.button()),
-                   isInside(event, source) ? ViewHost::PressEnd::inside
-                                           : ViewHost::PressEnd::outside);
+                   isInside(event, source) ? PressEnd::inside : PressEnd::outside);
 }
 
 void ControlView::press(QMouseEvent& event, QWidget& /*source*/, NativeEvent /*native*/) {

@@ -248,7 +248,7 @@ bool FormView::isPressed(const ControlView& view) const {
 }
 
 void FormView::endPress(ControlView& view, MouseButton button, PressEnd end) {
-    press_.end(*form_, view, button, end == PressEnd::inside);
+    press_.end(*form_, view, button, end);
 }
 
 void FormView::giveUpPress() {

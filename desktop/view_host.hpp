@@ -3,6 +3,7 @@
 
 #include "desktop/qt_values.hpp"
 #include "platform/form.hpp"
+#include "platform/press.hpp"
 
 #include <QColor>
 #include <QPoint>
@@ -61,7 +62,6 @@ class ViewHost {
     // the pointer.
     virtual void beginPress(ControlView& view, MouseButton button, std::optional<QPoint> place = {},
                             int tab = 0) = 0;
-    enum class PressEnd { inside, outside };
     virtual void endPress(ControlView& view, MouseButton button, PressEnd end) = 0;
     virtual void giveUpPress() = 0;
     // The press is dragged to a place on the screen. True where that selects several controls.

@@ -73,7 +73,7 @@ std::optional<double> earningsSum(const FilingsReview& review) {
     double sum = 0;
     for (const double one : earnings)
         sum += one;
-    return roundedFigure(DatumUnit::perShare, sum, false);
+    return roundedFigure(DatumUnit::perShare, sum);
 }
 
 ReviewRow* earningsSumRow(FilingsReview& review) {

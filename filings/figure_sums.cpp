@@ -13,6 +13,12 @@ namespace {
 
 using Amount = std::optional<FiledAmount>;
 
+double rounded(double exact, int places) {
+    Decimal decimal = toDecimal(exact);
+    roundToPlaces(decimal, places);
+    return toDouble(decimal);
+}
+
 FiledAmount made(const FiledAmount& left, const FiledAmount& right, double value,
                  const char* between) {
     FiledAmount amount;
@@ -88,18 +94,18 @@ void noteScale(const Amount& netIncome, const Amount& earningsPerShare, Amount& 
                                          true});
 }
 
-double roundedFigure(DatumUnit unit, double exact, bool divided) {
+double roundedFigure(DatumUnit unit, double exact) {
     constexpr int noise = 10; // behind all digits that are filed
-    int places = noise;
-    if (divided && unit == DatumUnit::perShare)
-        places = 4;
-    else if (divided && unit == DatumUnit::percent)
-        places = 2;
-    else if (unit == DatumUnit::money || unit == DatumUnit::shares)
-        places = 6; // single dollars, single shares
-    Decimal decimal = toDecimal(exact);
-    roundToPlaces(decimal, places);
-    return toDouble(decimal);
+    constexpr int single = 6; // dollars and shares
+    return rounded(exact, unit == DatumUnit::money || unit == DatumUnit::shares ? single : noise);
+}
+
+double roundedQuotient(DatumUnit unit, double exact) {
+    if (unit == DatumUnit::perShare)
+        return rounded(exact, 4);
+    if (unit == DatumUnit::percent)
+        return rounded(exact, 2);
+    return roundedFigure(unit, exact);
 }
 
 } // namespace vkr

@@ -34,8 +34,9 @@ void noteScale(const std::optional<FiledAmount>& netIncome,
                const std::optional<FiledAmount>& earningsPerShare,
                std::optional<FiledAmount>& shares);
 
-// A figure in a record's units as it is imported: without the digits that dividing adds, and those
-// of binary sums.
-[[nodiscard]] double roundedFigure(DatumUnit unit, double exact, bool divided);
+// A figure in a record's units as it is imported: without the digits that binary sums add, and of a
+// quotient without those that dividing adds.
+[[nodiscard]] double roundedFigure(DatumUnit unit, double exact);
+[[nodiscard]] double roundedQuotient(DatumUnit unit, double exact);
 
 } // namespace vkr

@@ -53,12 +53,13 @@ class Builder {
         figure.end = end;
         const DatumUnit unit = unitOf(datum);
         figure.exact = inUnits(unit, amount->value);
-        figure.value = roundedFigure(unit, figure.exact, amount->divided);
+        figure.value = amount->divided ? roundedQuotient(unit, figure.exact)
+                                       : roundedFigure(unit, figure.exact);
         figure.derived = derived;
         figure.source = amount->source;
         figure.notes = amount->notes;
         for (OtherValue other : amount->others) {
-            other.value = roundedFigure(unit, inUnits(unit, other.value), true);
+            other.value = roundedQuotient(unit, inUnits(unit, other.value));
             figure.others.push_back(std::move(other));
         }
         std::ranges::stable_sort(figure.others, {},

@@ -8,7 +8,7 @@
 namespace vkr {
 
 double ReviewRow::difference() const {
-    return roundedFigure(unitOf(figure.datum), figure.value - stored, false);
+    return roundedFigure(unitOf(figure.datum), figure.value - stored);
 }
 
 bool ReviewRow::isByHand() const {

@@ -32,11 +32,11 @@ QLabel* label(QWidget* parent, const char* name) {
     return made;
 }
 
-void setScale(QLabel& text, double scale, bool bold) {
+void setScale(QLabel& text, double scale, QFont::Weight weight) {
     QFont font = QApplication::font();
     if (font.pointSizeF() > 0) // else it is given in pixels
         font.setPointSizeF(font.pointSizeF() * scale);
-    font.setBold(bold);
+    font.setWeight(weight);
     text.setFont(font);
 }
 
@@ -72,9 +72,9 @@ Assistant::Assistant(const ShownCompany& company, QWidget* parent)
       quartersBox_(new QWidget(body_)), quartersTitle_(label(quartersBox_, "quartersTitle")),
       quarters_(label(quartersBox_, "quarters")) {
     setObjectName(QStringLiteral("assistant"));
-    setScale(*title_, titleSize, true);
-    setScale(*chartTitle_, 1, true);
-    setScale(*quartersTitle_, 1, true);
+    setScale(*title_, titleSize, QFont::Bold);
+    setScale(*chartTitle_, 1, QFont::Bold);
+    setScale(*quartersTitle_, 1, QFont::Bold);
     longText_->setObjectName(QStringLiteral("longText"));
     longText_->setAccessibleName(tr("Stored text"));
     longText_->setReadOnly(true);
@@ -215,7 +215,7 @@ void Assistant::refresh() {
     title_->setText(facts.title);
     company_->setText(facts.period.isEmpty() ? company : tr("%1, %2").arg(company, facts.period));
     const bool isHeadline = facts.stored.size() <= longestHeadline && !facts.stored.contains(u'\n');
-    setScale(*stored_, facts.isStored ? figureSize : 1, false);
+    setScale(*stored_, facts.isStored ? figureSize : 1, QFont::Normal);
     stored_->setText(isHeadline ? facts.stored : QString());
     stored_->setVisible(isHeadline);
     longText_->setPlainText(isHeadline ? QString() : facts.stored);

@@ -129,7 +129,7 @@ void CompanyListModel::readFrom(const ListQuery& query) {
     if (isNarrowed) {
         Rows found = rows_;
         std::erase_if(found, [&](const CompanySummary& row) { return !isFound(row, query); });
-        reset(std::move(found), true);
+        reset(std::move(found), isComplete_);
         return;
     }
     if (auto rows = read(pageSize)) {

@@ -146,8 +146,8 @@ QWidget* FilingsDialog::buildFilter() {
         connect(made, &QPushButton::clicked, this, act);
         row->addWidget(made);
     };
-    button(tr("&Tick All Shown"), "tickShown", [this] { tickShown(true); });
-    button(tr("&Untick All Shown"), "untickShown", [this] { tickShown(false); });
+    button(tr("&Tick All Shown"), "tickShown", [this] { setShownTicked(true); });
+    button(tr("&Untick All Shown"), "untickShown", [this] { setShownTicked(false); });
     button(tr("As at &First"), "preset", [this] { model_->setTicks(ReviewTicks::preset); });
     connect(filter_, &QComboBox::currentIndexChanged, this, [this](int index) {
         shown_->setFilter(filters[index].filter);
@@ -223,7 +223,7 @@ void FilingsDialog::showDetails() {
                                              : QString());
 }
 
-void FilingsDialog::tickShown(bool ticked) {
+void FilingsDialog::setShownTicked(bool ticked) {
     QModelIndexList all;
     for (int row = 0; row < shown_->rowCount(); ++row)
         all.append(shown_->index(row, 0));

@@ -50,7 +50,7 @@ class FilingsDialog : public QDialog {
     void showFilterCounts();
     void showTicks();
     void showDetails();
-    void tickShown(bool ticked);
+    void setShownTicked(bool ticked);
     void toggleSelected();
 
     Reviewer reviewer_;

@@ -16,22 +16,23 @@ SilencedInStore::SilencedInStore(CompanyStore& store, std::int64_t company,
     }
 }
 
-void SilencedInStore::judge(const Finding& finding, bool isRight) {
+void SilencedInStore::judge(const Finding& finding, Verdict verdict) {
     const FigurePlace& place = finding.places.front();
-    const auto done = store_.judge(
-        company_, {finding.key, finding.text, std::string(rowOf(place.datum).name),
-                   historyPeriod(*shown_.recordToSave(), place.datum, place.element), isRight});
+    const auto done =
+        store_.judge(company_, {finding.key, finding.text, std::string(rowOf(place.datum).name),
+                                historyPeriod(*shown_.recordToSave(), place.datum, place.element),
+                                verdict == Verdict::right});
     if (!done)
         throw std::runtime_error(done.error().message);
 }
 
 void SilencedInStore::silence(const Finding& finding) {
-    judge(finding, true);
+    judge(finding, Verdict::right);
     known_.silence(finding);
 }
 
 void SilencedInStore::speakAgain(const Finding& finding) {
-    judge(finding, false);
+    judge(finding, Verdict::withdrawn);
     known_.speakAgain(finding);
 }
 

@@ -28,7 +28,8 @@ class SilencedInStore final : public SilencedFindings {
     }
 
   private:
-    void judge(const Finding& finding, bool isRight);
+    enum class Verdict { right, withdrawn };
+    void judge(const Finding& finding, Verdict verdict);
 
     CompanyStore& store_;
     const std::int64_t company_;

@@ -170,7 +170,7 @@ void ComboWindow::press(const Pointer& pointer) {
     if (control() == nullptr || !isActive() || !host().isPressed(*this) ||
         pointer.button != MouseButton::left)
         return;
-    host().endPress(*this, MouseButton::left, true); // the list takes the release
+    host().endPress(*this, MouseButton::left, PressEnd::inside); // the list takes the release
     if (GetCapture() == window())
         ReleaseCapture();
     if (control() == nullptr || list().locked())

@@ -168,14 +168,14 @@ void ControlWindow::beginPress(const Pointer& pointer, int tab) {
 }
 
 void ControlWindow::endPress(const Pointer& pointer) {
-    const bool inside = isInside(pointer);
+    const PressEnd end = isInside(pointer) ? PressEnd::inside : PressEnd::outside;
     if (GetCapture() == pointer.part.window) {
         letsGo_ = true;
         ReleaseCapture();
         letsGo_ = false;
     }
     if (control_ != nullptr)
-        host().endPress(*this, pointer.button, inside);
+        host().endPress(*this, pointer.button, end);
 }
 
 void ControlWindow::press(const Pointer& pointer) {

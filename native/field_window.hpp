@@ -87,8 +87,9 @@ class FieldWindow : public FieldFace<ControlWindow, WideTexts> {
     void paintAround() const;
     void redrawWhole();
     void paste();
-    void deleteWord(bool before);
-    bool deletePair(bool before);
+    enum class Side { before, behind }; // of the caret
+    void deleteWord(Side side);
+    bool deletePair(Side side);
     void leavePairs(UnitRange before);
 
     struct Press {

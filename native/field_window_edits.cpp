@@ -31,7 +31,7 @@ bool FieldWindow::typeCharacter(char32_t character) {
     } else {
         units += static_cast<wchar_t>(character);
     }
-    if (character != U'\b' || !deletePair(true))
+    if (character != U'\b' || !deletePair(Side::before))
         for (const wchar_t unit : units)
             send(WM_CHAR, unit, 1);
     takeEdit();
@@ -39,10 +39,10 @@ bool FieldWindow::typeCharacter(char32_t character) {
 }
 
 // Not every edit control of the system knows that a pair of surrogates is one character.
-bool FieldWindow::deletePair(bool before) {
+bool FieldWindow::deletePair(Side side) {
     const auto range = selection();
     const auto all = text();
-    const int start = before ? range.start - 2 : range.start;
+    const int start = side == Side::before ? range.start - 2 : range.start;
     if (range.length > 0 || start < 0 || start + 2 > static_cast<int>(all.size()) ||
         unitsOf(std::wstring_view(all).substr(static_cast<std::size_t>(start)), 1) != 2 ||
         field().locked())
@@ -73,14 +73,14 @@ void FieldWindow::paste() {
 }
 
 // To the begin of the word, or to that of the next one.
-void FieldWindow::deleteWord(bool before) {
+void FieldWindow::deleteWord(Side side) {
     const auto all = text();
     auto range = selection();
     if (range.length == 0) {
         const auto isBlank = [&](int unit) { return all[static_cast<std::size_t>(unit)] <= L' '; };
         const int size = static_cast<int>(all.size());
         int place = range.start;
-        if (before) {
+        if (side == Side::before) {
             while (place > 0 && isBlank(place - 1))
                 --place;
             while (place > 0 && !isBlank(place - 1))
@@ -121,10 +121,10 @@ bool FieldWindow::edit(const MSG& key, int shift) {
     case FieldCommand::deleteWordBefore:
     case FieldCommand::deleteWordBehind:
         if (!locked)
-            deleteWord(key.wParam == VK_BACK);
+            deleteWord(key.wParam == VK_BACK ? Side::before : Side::behind);
         break;
     case FieldCommand::move: {
-        if (key.wParam == VK_DELETE && deletePair(false))
+        if (key.wParam == VK_DELETE && deletePair(Side::behind))
             break;
         const auto before = selection();
         send(key.message, key.wParam, key.lParam);

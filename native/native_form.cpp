@@ -39,7 +39,7 @@ void NativeForm::move(const RECT& place) {
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void NativeForm::show(bool visible) {
+void NativeForm::setVisible(bool visible) {
     ShowWindow(window(), visible ? SW_SHOWNA : SW_HIDE);
 }
 

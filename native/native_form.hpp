@@ -47,7 +47,7 @@ class NativeForm final : public ViewHost, private FormObserver {
 
     [[nodiscard]] HWND window() const { return surface_->window(); }
     void move(const RECT& place);
-    void show(bool visible);
+    void setVisible(bool visible);
 
     // The keys go to the control of the form that has them, or had them last.
     void focus();
@@ -109,7 +109,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     void focusWent(HWND to) override;
     void beginPress(ControlWindow& view, MouseButton button, std::optional<POINT> place,
                     int tab = 0) override;
-    void endPress(ControlWindow& view, MouseButton button, bool inside) override;
+    void endPress(ControlWindow& view, MouseButton button, PressEnd end) override;
     void giveUpPress() override;
     [[nodiscard]] bool dragged(ControlWindow& view, POINT place) override;
     [[nodiscard]] bool isPressed(const ControlWindow& view) const override;

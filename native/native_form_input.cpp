@@ -203,8 +203,8 @@ bool NativeForm::isPressed(const ControlWindow& view) const {
     return press_.isOf(view);
 }
 
-void NativeForm::endPress(ControlWindow& view, MouseButton button, bool inside) {
-    press_.end(*form_, view, button, inside);
+void NativeForm::endPress(ControlWindow& view, MouseButton button, PressEnd end) {
+    press_.end(*form_, view, button, end);
 }
 
 void NativeForm::giveUpPress() {

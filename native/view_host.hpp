@@ -5,6 +5,7 @@
 #include "native/palette.hpp"
 #include "platform/form.hpp"
 #include "platform/pixel_scale.hpp"
+#include "platform/press.hpp"
 
 #include <optional>
 #include <string_view>
@@ -42,7 +43,7 @@ class ViewHost {
     // the pointer.
     virtual void beginPress(ControlWindow& view, MouseButton button, std::optional<POINT> place,
                             int tab = 0) = 0;
-    virtual void endPress(ControlWindow& view, MouseButton button, bool inside) = 0;
+    virtual void endPress(ControlWindow& view, MouseButton button, PressEnd end) = 0;
     virtual void giveUpPress() = 0;
     // The press is dragged to a place on the screen. True where that selects several controls.
     [[nodiscard]] virtual bool dragged(ControlWindow& view, POINT place) = 0;

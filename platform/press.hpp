@@ -8,6 +8,9 @@
 
 namespace vkr {
 
+// Where the button comes up: over the control that was pressed, or elsewhere.
+enum class PressEnd { inside, outside };
+
 // A press of the pointer on a control, as a face has it, from the button's way down until it is up
 // again or the press is given up. A view is what has `control()` and `pressEnded()`.
 //
@@ -38,11 +41,11 @@ class Press {
     [[nodiscard]] bool selects() const { return selects_; }
     void setSelects(const View& view, bool selects) { selects_ = selects && isOf(view); }
 
-    // The button is up, over its control or elsewhere. The form may take everything down then.
-    void end(Form& form, View& view, MouseButton button, bool inside) {
+    // The button is up. The form may take everything down then.
+    void end(Form& form, View& view, MouseButton button, PressEnd end) {
         if (!isOf(view) || button != button_)
             return;
-        if (!inside || button != MouseButton::left) {
+        if (end == PressEnd::outside || button != MouseButton::left) {
             giveUp(form);
             return;
         }

@@ -251,7 +251,7 @@ void LastQuarter::take(std::optional<Date> before, std::optional<Date> typed) {
     const int back = typed && stated ? nearestQuarters(*typed, newest) : 0;
     if (typed &&
         (!figures || (!before && back >= (grid_.isBlank() ? 0 : -3) && back <= oldestElement))) {
-        setAnchor(*typed, !stated);
+        setAnchor(*typed, stated ? Figures::stay : Figures::follow);
         return;
     }
     std::optional<int> ahead;
@@ -267,13 +267,13 @@ void LastQuarter::take(std::optional<Date> before, std::optional<Date> typed) {
                          message_box::exclamationIcon);
 }
 
-void LastQuarter::setAnchor(Date date, bool ofFigures) {
-    if (ofFigures)
+void LastQuarter::setAnchor(Date date, Figures figures) {
+    if (figures == Figures::follow)
         context_.company->put_LastQDateForGrid(date);
     visited_.clear();
     put(date);
     context_.markChanged();
-    if (ofFigures || grid_.isBlank())
+    if (figures == Figures::follow || grid_.isBlank())
         grid_.relabel();
     grid_.storeMarked(); // what was typed over a figure takes its place
     grid_.relabel();

@@ -44,7 +44,9 @@ class LastQuarter {
     // At the end of which quarter behind the one before a date lies, up to the third; nothing
     // where it lies near none.
     [[nodiscard]] static std::optional<int> quartersAhead(Date before, Date typed);
-    void setAnchor(Date date, bool ofFigures);
+    // Whether the figures keep the quarters that the record states, or follow the date.
+    enum class Figures { stay, follow };
+    void setAnchor(Date date, Figures figures);
     void put(Date date);
     void putNewestQuarter(Date date);
     void redisplay();
