@@ -2,9 +2,9 @@
 #include "automation/registration.hpp"
 
 #include "automation/ole_status.hpp"
-#include "automation/type_library.hpp"
 
 #include <algorithm>
+#include <cwchar>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -14,7 +14,6 @@ namespace vkr::automation {
 namespace {
 
 constexpr const wchar_t* classesKey = L"Software\\Classes\\";
-constexpr const wchar_t* version = L"1.0";
 constexpr bool is64 = sizeof(void*) == 8;
 constexpr const wchar_t* ownPlatform = is64 ? L"win64" : L"win32";
 constexpr const wchar_t* otherPlatform = is64 ? L"win32" : L"win64";
@@ -37,12 +36,21 @@ std::wstring modulePath() {
     return path.substr(0, path.rfind(L'\\'));
 }
 
-GUID idOf(ITypeLib* library) {
+// A type library as the registry knows it.
+struct Described {
+    std::wstring id;
+    std::wstring version; // both numbers with the digits of 16
+};
+
+Described describedBy(ITypeLib* library) {
     TLIBATTR* attributes = nullptr;
     check(library->GetLibAttr(&attributes));
-    const GUID id = attributes->guid;
+    wchar_t version[20] = {};
+    std::swprintf(version, std::size(version), L"%x.%x", attributes->wMajorVerNum,
+                  attributes->wMinorVerNum);
+    const Described described{textOf(attributes->guid), version};
     library->ReleaseTLibAttr(attributes);
-    return id;
+    return described;
 }
 
 // A key that is ours as a whole; that of an identifier as long as it leads to our class. Programs
@@ -78,9 +86,9 @@ void addClass(Keys& keys, const CreatableClass& one) {
     keys.set(root + L"\\InprocServer32", L"Apartment", L"ThreadingModel");
     keys.set(root + L"\\ProgID", versioned);
     keys.set(root + L"\\VersionIndependentProgID", one.programmaticId);
-    keys.set(root + L"\\TypeLib",
-             textOf(idOf(typeLibrary(static_cast<Library>(one.library)).get())));
-    keys.set(root + L"\\Version", version);
+    const Described library = describedBy(typeLibrary(one.library).get());
+    keys.set(root + L"\\TypeLib", library.id);
+    keys.set(root + L"\\Version", library.version);
     keys.set(root + L"\\Programmable", L"");
     if (one.control) {
         keys.set(root + L"\\Control", L"");
@@ -101,7 +109,7 @@ void addClass(Keys& keys, const CreatableClass& one) {
 }
 
 // Interfaces of the model's own marshaller, which goes by the type library.
-void addInterfaces(Keys& keys, ITypeLib* library, const std::wstring& libraryId) {
+void addInterfaces(Keys& keys, ITypeLib* library, const Described& described) {
     constexpr const wchar_t* marshaller = L"{00020424-0000-0000-C000-000000000046}";
     constexpr const wchar_t* dispatchMarshaller = L"{00020420-0000-0000-C000-000000000046}";
     for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
@@ -111,10 +119,10 @@ void addInterfaces(Keys& keys, ITypeLib* library, const std::wstring& libraryId)
         check(info->GetTypeAttr(&attributes));
         const GUID id = attributes->guid;
         const bool dual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
-        const bool described =
+        const bool isInterface =
             attributes->typekind == TKIND_DISPATCH || attributes->typekind == TKIND_INTERFACE;
         info->ReleaseTypeAttr(attributes);
-        if (!described)
+        if (!isInterface)
             continue;
         BSTR name = nullptr;
         check(info->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr));
@@ -123,27 +131,28 @@ void addInterfaces(Keys& keys, ITypeLib* library, const std::wstring& libraryId)
         keys.set(root, std::wstring(name, SysStringLen(name)));
         SysFreeString(name);
         keys.set(root + L"\\ProxyStubClsid32", dual ? marshaller : dispatchMarshaller);
-        keys.set(root + L"\\TypeLib", libraryId);
-        keys.set(root + L"\\TypeLib", version, L"Version");
+        keys.set(root + L"\\TypeLib", described.id);
+        keys.set(root + L"\\TypeLib", described.version, L"Version");
     }
 }
 
 void addLibrary(Keys& keys, Library library) {
-    const ComPtr<ITypeLib> described = typeLibrary(library);
-    const std::wstring id = textOf(idOf(described.get()));
-    const std::wstring root = L"TypeLib\\" + id;
+    const ComPtr<ITypeLib> types = typeLibrary(library);
+    const Described described = describedBy(types.get());
+    const std::wstring root = L"TypeLib\\" + described.id;
+    const std::wstring versioned = root + L"\\" + described.version;
     BSTR help = nullptr;
-    check(described->GetDocumentation(-1, nullptr, &help, nullptr, nullptr));
+    check(types->GetDocumentation(-1, nullptr, &help, nullptr, nullptr));
     const std::wstring name(help, SysStringLen(help));
     SysFreeString(help);
-    const std::wstring platforms = root + L"\\" + version + L"\\0\\";
+    const std::wstring platforms = versioned + L"\\0\\";
     keys.roots.push_back({platforms + ownPlatform, L""});
     keys.roots.push_back({root, L"", true});
     keys.others.push_back(platforms + otherPlatform);
-    keys.set(root + L"\\" + version, name);
+    keys.set(versioned, name);
     keys.set(platforms + ownPlatform, pathOf(library));
-    keys.set(root + L"\\" + version + L"\\FLAGS", L"0");
-    addInterfaces(keys, described.get(), id);
+    keys.set(versioned + L"\\FLAGS", L"0");
+    addInterfaces(keys, types.get(), described);
 }
 
 Keys allKeys(std::span<const CreatableClass> classes) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "automation/com.hpp"
+#include "automation/type_library.hpp"
 
 #include <span>
 
@@ -12,7 +13,7 @@ struct CreatableClass {
     CLSID id;
     const wchar_t* name;           // of the class
     const wchar_t* programmaticId; // without a version
-    int library;                   // number of its type library
+    Library library;               // that describes it
     bool control;                  // is placed in containers
     ComPtr<IUnknown> (*create)();
 };

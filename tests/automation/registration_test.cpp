@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What registering writes, read back; and what is left when it is taken back.
 #include "tests/automation/loaded_library.hpp"
+#include "tests/automation/type_info.hpp"
 
+#include <sstream>
 #include <thread>
 
 namespace vkr::automation {
@@ -11,6 +13,16 @@ std::wstring idText(REFGUID id) {
     wchar_t text[40] = {};
     StringFromGUID2(id, text, 40);
     return text;
+}
+
+// With the digits of 16.
+std::wstring versionOf(ITypeLib* types) {
+    TLIBATTR* attributes = nullptr;
+    EXPECT_EQ(types->GetLibAttr(&attributes), S_OK);
+    std::wstringstream version;
+    version << std::hex << attributes->wMajorVerNum << L'.' << attributes->wMinorVerNum;
+    types->ReleaseTLibAttr(attributes);
+    return version.str();
 }
 
 struct Registration : testing::TestWithParam<const wchar_t*> {
@@ -83,10 +95,27 @@ TEST_P(Registration, WritesEveryKeyAndTakesAllOfThemAway) {
     EXPECT_EQ(value(record), L"iVKR_Company");
     EXPECT_EQ(value(record + L"\\ProxyStubClsid32"), L"{00020424-0000-0000-C000-000000000046}");
     const std::wstring typeLibrary = value(record + L"\\TypeLib");
-    EXPECT_EQ(value(L"TypeLib\\" + typeLibrary + L"\\1.0\\0\\win64"), library.path() + L"\\2");
+    const std::wstring version = value(record + L"\\TypeLib", L"Version");
+    EXPECT_EQ(version, versionOf(libraryAt(2).get()));
+    EXPECT_EQ(value(L"TypeLib\\" + typeLibrary + L"\\" + version + L"\\0\\win64"),
+              library.path() + L"\\2");
     ASSERT_EQ(install(false), S_OK);
     EXPECT_EQ(install(false), S_OK); // again
     EXPECT_EQ(dump(L"Software\\Classes"), before);
+}
+
+TEST_P(Registration, NamesTheTypeLibraryOfEachClass) {
+    ASSERT_EQ(install(true), S_OK);
+    const auto described = [this](const wchar_t* kind, REFGUID id) {
+        return value(kind + (L"\\" + idText(id)) + L"\\TypeLib");
+    };
+    EXPECT_EQ(described(L"CLSID", __uuidof(::VKRDataEntry)),
+              described(L"Interface", __uuidof(::_VKRDataEntry)));
+    EXPECT_EQ(described(L"CLSID", __uuidof(::StandardLocalizer)),
+              described(L"Interface", __uuidof(::iVKR_Localizer)));
+    EXPECT_EQ(described(L"CLSID", __uuidof(::Company)),
+              described(L"Interface", __uuidof(::iVKR_CompanyRecord)));
+    EXPECT_EQ(install(false), S_OK);
 }
 
 TEST_P(Registration, LeavesSomebodyElsesIdentifierAlone) {

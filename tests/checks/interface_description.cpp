@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The interface descriptions of automation/, and the page that lists them for people: what the
-// headers and tables of the component say, in the language of type libraries.
+// The interface descriptions of automation/, the page that lists them for people, and the manifest
+// for use without registration: what the headers and tables of the component say.
 //
 //     vkr_interface_description <root of the sources>     1 where a file is not what they say
 //     vkr_interface_description --write <root of the sources>
@@ -45,7 +45,7 @@ const std::map<std::string, std::string_view> enumerations = {
 };
 } // namespace ids
 
-// Of all three libraries.
+// Of all three libraries, and of the assembly that stands for them without registration.
 constexpr std::string_view version = "1.0";
 
 constexpr std::string_view head =
@@ -115,6 +115,19 @@ std::string automationType(const vkr::PropertyRow& row) {
 
 std::string answered(const std::string& type) {
     return "[out, retval] " + type + "* value";
+}
+
+// What a datum is written as in C++, as headers have it.
+std::string declaredType(const vkr::DatumRow& row) {
+    if (std::holds_alternative<vkr::TextAccess>(row.access))
+        return "std::string";
+    if (std::holds_alternative<vkr::NumberAccess>(row.access))
+        return "double";
+    if (std::holds_alternative<vkr::YearAccess>(row.access))
+        return "std::int16_t";
+    if (std::holds_alternative<vkr::DateAccess>(row.access))
+        return "Date";
+    return "Variant";
 }
 
 // --- members -------------------------------------------------------------------------------------
@@ -369,8 +382,16 @@ Sources readSources(const std::filesystem::path& root) {
     Sources read;
     read.enumerations = vkr::declared::enumerations(root / "record/enumerations.hpp");
     read.enumerations.push_back({"BorderStyleConstants", {{"bsNone", 0}, {"bsFixedSingle", 1}}});
-    read.record =
-        recordMembers(vkr::declared::operations(root / "record/ivkr_company.hpp", "iVKR_Company"));
+    auto operations = vkr::declared::operations(root / "record/ivkr_company.hpp", "iVKR_Company");
+    // Behind those that the header spells out: the data that the list has beyond them.
+    for (const vkr::DatumRow& row : vkr::datumTable()) {
+        const std::string name(row.name);
+        if (std::ranges::find(operations, "get_" + name, &Operation::name) != operations.end())
+            continue;
+        operations.push_back({declaredType(row), "get_" + name, {}});
+        operations.push_back({"void", "put_" + name, {{declaredType(row), "value"}}});
+    }
+    read.record = recordMembers(operations);
     auto events =
         vkr::declared::operations(root / "control/vkr_data_entry_events.hpp", "VKRDataEntryEvents");
     std::erase_if(events, [](const Operation& one) { return one.result.empty(); });
@@ -476,6 +497,67 @@ std::string page(const Sources& read) {
     return out.str();
 }
 
+// --- the manifest --------------------------------------------------------------------------------
+
+std::string assemblyIdentity(const std::string& processor) {
+    return "<assemblyIdentity type=\"win32\" name=\"VKRDataEntry\" version=\"" +
+           std::string(version) + ".0.0\" processorArchitecture=\"" + processor + "\"/>";
+}
+
+std::string manifest() {
+    struct Class {
+        std::string_view id, library, programmaticId, description;
+        bool isControl = false;
+    };
+    constexpr Class classes[] = {
+        {ids::control, ids::entryLibrary, "VKR_DataEntry.VKRDataEntry", "VKR data entry", true},
+        {ids::company, ids::companyLibrary, "VKR_Company.Company", "VKR company record"},
+        {ids::ownEarnings, ids::companyLibrary, "VKR_Company.TrailingEarnings",
+         "VKR trailing earnings"},
+        {ids::standardTexts, ids::entryLibrary, "iVKR_DataEntry.Localizer", "VKR data entry texts"},
+        {ids::zxTexts, ids::entryLibrary, "iVKR_ZX_DataEntry.Localizer",
+         "VKR data entry texts, ZX"},
+    };
+    constexpr std::pair<std::string_view, std::pair<std::string_view, std::string_view>>
+        interfaces[] = {
+            {"_VKRDataEntry", {ids::entry, ids::entryLibrary}},
+            {"iVKR_Localizer", {ids::localizer, ids::entryLibrary}},
+            {"iVKR_Company", {ids::record, ids::companyLibrary}},
+            {"iVKR_CompanyRecord", {ids::ownRecord, ids::companyLibrary}},
+            {"iVKR_TrailingEarnings", {ids::earnings, ids::companyLibrary}},
+        };
+    constexpr std::string_view inResources[] = {ids::entryLibrary, ids::companyLibrary,
+                                                ids::enumLibrary};
+    std::ostringstream out;
+    out << "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+           "<!-- SPDX-License-Identifier: MIT -->\n"
+           "<!-- Written by vkr_interface_description. For use without registration: beside\n"
+           "     VKRDataEntry.ocx and the program, whose own manifest names this assembly as one\n"
+           "     that it depends on. -->\n"
+           "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">\n  "
+        << assemblyIdentity("@processor@") << "\n  <file name=\"VKRDataEntry.ocx\">\n";
+    for (const Class& one : classes)
+        out << "    <comClass clsid=\"{" << one.id << "}\" threadingModel=\"Apartment\" tlbid=\"{"
+            << one.library << "}\"\n              progid=\"" << one.programmaticId
+            << "\" description=\"" << one.description << '"'
+            << (one.isControl ? "\n              miscStatusContent=\"recomposeonresize,"
+                                "cantlinkinside,insideout,activatewhenvisible,setclientsitefirst\""
+                              : "")
+            << ">\n      <progid>" << one.programmaticId << ".1</progid>\n    </comClass>\n";
+    int resource = 0;
+    for (const std::string_view library : inResources)
+        out << "    <typelib tlbid=\"{" << library << "}\" version=\"" << version
+            << "\" helpdir=\"\" resourceid=\"" << ++resource << "\"/>\n";
+    out << "  </file>\n";
+    for (const auto& [name, known] : interfaces)
+        out << "  <comInterfaceExternalProxyStub name=\"" << name << "\" iid=\"{" << known.first
+            << "}\" tlbid=\"{" << known.second << "}\"\n"
+            << std::string(33, ' ')
+            << "proxyStubClsid32=\"{00020424-0000-0000-C000-000000000046}\"/>\n";
+    out << "</assembly>\n";
+    return out.str();
+}
+
 // --- what is written by hand ---------------------------------------------------------------------
 
 std::string contentsOf(const std::filesystem::path& path) {
@@ -483,28 +565,13 @@ std::string contentsOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The registration has the version too, the manifest version and numbers: 1 where one is missing.
+// The guide says what a program's own manifest names: 1 where that is something else.
 int missingByHand(const std::filesystem::path& root) {
-    int result = 0;
-    const auto expect = [&](const char* file, const std::string& wanted) {
-        if (contentsOf(root / file).find(wanted) != std::string::npos)
-            return;
-        std::cerr << (root / file).string() << " lacks " << wanted << '\n';
-        result = 1;
-    };
-    constexpr const char* manifest = "packaging/windows/VKRDataEntry.manifest.in";
-    const std::string versioned = "version=" + inQuotes(version);
-    for (const std::string_view library :
-         {ids::enumLibrary, ids::companyLibrary, ids::entryLibrary})
-        expect(manifest, "<typelib tlbid=\"{" + std::string(library) + "}\" " + versioned);
-    for (const std::string_view one :
-         {ids::company, ids::ownEarnings, ids::control, ids::standardTexts, ids::zxTexts})
-        expect(manifest, "clsid=\"{" + std::string(one) + "}\"");
-    for (const std::string_view one :
-         {ids::record, ids::ownRecord, ids::earnings, ids::entry, ids::localizer})
-        expect(manifest, "iid=\"{" + std::string(one) + "}\"");
-    expect("automation/registration.cpp", "version = L" + inQuotes(version) + ";");
-    return result;
+    const std::filesystem::path guide = root / "docs/automation-guide.md";
+    if (contentsOf(guide).find(assemblyIdentity("amd64")) != std::string::npos)
+        return 0;
+    std::cerr << guide.string() << " lacks " << assemblyIdentity("amd64") << '\n';
+    return 1;
 }
 
 } // namespace
@@ -526,5 +593,6 @@ int main(int argc, char** argv) {
     hold("automation/vkr_company.idl", companyLibrary(read));
     hold("automation/vkr_data_entry.idl", entryLibrary(read));
     hold("docs/automation-interface.md", page(read));
+    hold("packaging/windows/VKRDataEntry.manifest.in", manifest());
     return result;
 }
