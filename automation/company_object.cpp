@@ -11,6 +11,7 @@
 #include "company/company_csv.hpp"
 #include "company/new_company_record.hpp"
 #include "record/datum_changes.hpp"
+#include "record/notice_list.hpp"
 
 #include <cmath>
 #include <filesystem>
@@ -169,25 +170,13 @@ class CompanyObject final : public Dual<::iVKR_CompanyRecord, Library::company, 
     HRESULT STDMETHODCALLTYPE get_##name(VARIANT* value) override {                                \
         return reading(value, [&] { return newVariant(record_->get_##name()); });                  \
     }
-    VKR_AUTOMATED_READ(YearShiftFirst)
-    VKR_AUTOMATED_READ(YearShiftLast)
-    VKR_AUTOMATED_READ(YearShiftCount)
-    VKR_AUTOMATED_READ(ReportingPeriodEnd)
-    VKR_AUTOMATED_READ(YearShiftPrices)
-    VKR_AUTOMATED_READ(YearShiftEarnings)
-    VKR_AUTOMATED_READ(YearShiftDividends)
-    VKR_AUTOMATED_READ(YearShiftShares)
-    VKR_AUTOMATED_READ(SettingsApply)
-#undef VKR_AUTOMATED_READ
-
 #define VKR_AUTOMATED_CALL(name)                                                                   \
     HRESULT STDMETHODCALLTYPE name(SHORT value, VARIANT* result) override {                        \
         return reading(result, [&] { return newVariant(record_->name(value)); });                  \
     }
-    VKR_AUTOMATED_CALL(BeginYearShift)
-    VKR_AUTOMATED_CALL(YearShiftState)
-    VKR_AUTOMATED_CALL(EndYearShift)
-    VKR_AUTOMATED_CALL(YearShiftUnit)
+    VKR_NOTICES(VKR_AUTOMATED_CALL, VKR_AUTOMATED_READ)
+    VKR_AUTOMATED_READ(SettingsApply)
+#undef VKR_AUTOMATED_READ
 #undef VKR_AUTOMATED_CALL
 
     HRESULT STDMETHODCALLTYPE put_QuarterlyFlag(VARIANT value) override {

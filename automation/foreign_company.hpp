@@ -4,6 +4,7 @@
 #include "automation/late_bound.hpp"
 #include "record/data_list.hpp"
 #include "record/ivkr_company.hpp"
+#include "record/notice_list.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -33,21 +34,20 @@ class ForeignCompany final : public iVKR_Company {
 #undef VKR_FOREIGN
 
     void put_QuarterlyFlag(const Variant& value) override;
-    Variant BeginYearShift(std::int16_t value) override;
-    Variant YearShiftState(std::int16_t value) override;
-    Variant EndYearShift(std::int16_t value) override;
-    Variant YearShiftUnit(std::int16_t value) override;
-    [[nodiscard]] Variant get_YearShiftFirst() const override;
-    [[nodiscard]] Variant get_YearShiftLast() const override;
     [[nodiscard]] std::shared_ptr<Object> get_ReportingPeriod() const override;
-    [[nodiscard]] Variant get_YearShiftCount() const override;
-    [[nodiscard]] Variant get_ReportingPeriodEnd() const override;
-    [[nodiscard]] Variant get_YearShiftPrices() const override;
-    [[nodiscard]] Variant get_YearShiftEarnings() const override;
-    [[nodiscard]] Variant get_YearShiftDividends() const override;
-    [[nodiscard]] Variant get_YearShiftShares() const override;
     [[nodiscard]] std::shared_ptr<Object> get_Settings() const override;
-    [[nodiscard]] Variant get_SettingsApply() const override;
+#define VKR_FOREIGN_CALL(name)                                                                     \
+    Variant name(std::int16_t value) override {                                                    \
+        return call(#name, value);                                                                 \
+    }
+#define VKR_FOREIGN_READ(name)                                                                     \
+    [[nodiscard]] Variant get_##name() const override {                                            \
+        return value(#name);                                                                       \
+    }
+    VKR_NOTICES(VKR_FOREIGN_CALL, VKR_FOREIGN_READ)
+    VKR_FOREIGN_READ(SettingsApply)
+#undef VKR_FOREIGN_CALL
+#undef VKR_FOREIGN_READ
 
   private:
     [[nodiscard]] std::string read(datum_kind::Text kind, std::string_view name) const;

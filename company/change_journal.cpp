@@ -147,22 +147,11 @@ void ChangeJournal::put_QuarterlyFlag(const Variant& value) {
         return notes_->written(std::nullopt, [&] { return record()->name(value); });               \
     }
 #define VKR_NOTED_READ(name)                                                                       \
-    Variant ChangeJournal::name() const {                                                          \
-        return notes_->written(std::nullopt, [&] { return record()->name(); });                    \
+    Variant ChangeJournal::get_##name() const {                                                    \
+        return notes_->written(std::nullopt, [&] { return record()->get_##name(); });              \
     }
-VKR_NOTED_CALL(BeginYearShift)
-VKR_NOTED_CALL(YearShiftState)
-VKR_NOTED_CALL(EndYearShift)
-VKR_NOTED_CALL(YearShiftUnit)
-VKR_NOTED_READ(get_YearShiftFirst)
-VKR_NOTED_READ(get_YearShiftLast)
-VKR_NOTED_READ(get_YearShiftCount)
-VKR_NOTED_READ(get_ReportingPeriodEnd)
-VKR_NOTED_READ(get_YearShiftPrices)
-VKR_NOTED_READ(get_YearShiftEarnings)
-VKR_NOTED_READ(get_YearShiftDividends)
-VKR_NOTED_READ(get_YearShiftShares)
-VKR_NOTED_READ(get_SettingsApply)
+VKR_NOTICES(VKR_NOTED_CALL, VKR_NOTED_READ)
+VKR_NOTED_READ(SettingsApply)
 #undef VKR_NOTED_CALL
 #undef VKR_NOTED_READ
 

@@ -5,6 +5,7 @@
 #include "record/actions.hpp"
 #include "record/data_list.hpp"
 #include "record/ivkr_company.hpp"
+#include "record/notice_list.hpp"
 
 #include <functional>
 #include <memory>
@@ -106,19 +107,12 @@ class ChangeJournal final : public iVKR_Company, public ActionListener {
     [[nodiscard]] std::shared_ptr<Object> get_Settings() const override;
     [[nodiscard]] std::shared_ptr<Object> get_ReportingPeriod() const override;
     void put_QuarterlyFlag(const Variant& value) override;
-    Variant BeginYearShift(std::int16_t value) override;
-    Variant YearShiftState(std::int16_t value) override;
-    Variant EndYearShift(std::int16_t value) override;
-    Variant YearShiftUnit(std::int16_t value) override;
-    [[nodiscard]] Variant get_YearShiftFirst() const override;
-    [[nodiscard]] Variant get_YearShiftLast() const override;
-    [[nodiscard]] Variant get_YearShiftCount() const override;
-    [[nodiscard]] Variant get_ReportingPeriodEnd() const override;
-    [[nodiscard]] Variant get_YearShiftPrices() const override;
-    [[nodiscard]] Variant get_YearShiftEarnings() const override;
-    [[nodiscard]] Variant get_YearShiftDividends() const override;
-    [[nodiscard]] Variant get_YearShiftShares() const override;
-    [[nodiscard]] Variant get_SettingsApply() const override;
+#define VKR_DECLARED_CALL(name) Variant name(std::int16_t value) override;
+#define VKR_DECLARED_READ(name) [[nodiscard]] Variant get_##name() const override;
+    VKR_NOTICES(VKR_DECLARED_CALL, VKR_DECLARED_READ)
+    VKR_DECLARED_READ(SettingsApply)
+#undef VKR_DECLARED_CALL
+#undef VKR_DECLARED_READ
 
   private:
     std::shared_ptr<ChangeNotes> notes_;

@@ -3,6 +3,7 @@
 
 #include "record/data_list.hpp"
 #include "record/ivkr_company.hpp"
+#include "record/notice_list.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -61,45 +62,18 @@ class CompanyBase : public iVKR_Company {
 
     // Nothing is derived from these, and nothing goes wrong by calling them.
     void put_QuarterlyFlag(const Variant& /*value*/) override {}
-    Variant BeginYearShift(std::int16_t /*value*/) override {
-        return {};
+#define VKR_IGNORED_CALL(name)                                                                     \
+    Variant name(std::int16_t /*value*/) override {                                                \
+        return {};                                                                                 \
     }
-    Variant YearShiftState(std::int16_t /*value*/) override {
-        return {};
+#define VKR_IGNORED_READ(name)                                                                     \
+    [[nodiscard]] Variant get_##name() const override {                                            \
+        return {};                                                                                 \
     }
-    Variant EndYearShift(std::int16_t /*value*/) override {
-        return {};
-    }
-    Variant YearShiftUnit(std::int16_t /*value*/) override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftFirst() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftLast() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftCount() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_ReportingPeriodEnd() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftPrices() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftEarnings() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftDividends() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_YearShiftShares() const override {
-        return {};
-    }
-    [[nodiscard]] Variant get_SettingsApply() const override {
-        return {};
-    }
+    VKR_NOTICES(VKR_IGNORED_CALL, VKR_IGNORED_READ)
+    VKR_IGNORED_READ(SettingsApply)
+#undef VKR_IGNORED_CALL
+#undef VKR_IGNORED_READ
 
   private:
     // What the record has no place for, unless it is nothing, throws.

@@ -5,6 +5,7 @@
 #include "record/actions.hpp"
 #include "record/data_list.hpp"
 #include "record/ivkr_company.hpp"
+#include "record/notice_list.hpp"
 
 #include <functional>
 #include <map>
@@ -63,22 +64,11 @@ class KeptFigures final : public iVKR_Company, public ActionListener {
         return record_->name(value);                                                               \
     }
 #define VKR_PASSED_READ(name)                                                                      \
-    [[nodiscard]] Variant name() const override {                                                  \
-        return record_->name();                                                                    \
+    [[nodiscard]] Variant get_##name() const override {                                            \
+        return record_->get_##name();                                                              \
     }
-    VKR_PASSED_CALL(BeginYearShift)
-    VKR_PASSED_CALL(YearShiftState)
-    VKR_PASSED_CALL(EndYearShift)
-    VKR_PASSED_CALL(YearShiftUnit)
-    VKR_PASSED_READ(get_YearShiftFirst)
-    VKR_PASSED_READ(get_YearShiftLast)
-    VKR_PASSED_READ(get_YearShiftCount)
-    VKR_PASSED_READ(get_ReportingPeriodEnd)
-    VKR_PASSED_READ(get_YearShiftPrices)
-    VKR_PASSED_READ(get_YearShiftEarnings)
-    VKR_PASSED_READ(get_YearShiftDividends)
-    VKR_PASSED_READ(get_YearShiftShares)
-    VKR_PASSED_READ(get_SettingsApply)
+    VKR_NOTICES(VKR_PASSED_CALL, VKR_PASSED_READ)
+    VKR_PASSED_READ(SettingsApply)
 #undef VKR_PASSED_CALL
 #undef VKR_PASSED_READ
 

@@ -80,8 +80,11 @@ enum class DatumUnit {
 //
 // To be used with a macro of these six arguments, which declares what is wanted of one datum.
 //
+// Of the first data iVKR_Company declares the operations itself, in the order of the interface. It
+// has those of a further datum from its line.
+//
 // clang-format off
-#define VKR_DATA(ROW)                                                                                          \
+#define VKR_FIRST_DATA(ROW)                                                                                    \
     /*  kind       name              title                          unit      key                      place */\
     ROW(Text,      Exchange,         "Exchange",                    none,     "exchange",                   3) \
     ROW(Text,      Industry,         "Industry",                    none,     "industry",                   4) \
@@ -138,8 +141,12 @@ enum class DatumUnit {
     ROW(Yearly,    YNetIncSeries,    "Net Income",                  money,    "net_income_musd",            4) \
     ROW(Yearly,    YBookValSeries,   "Book Value",                  perShare, "book_value_per_share",       6) \
     ROW(Yearly,    YLowSeries,       "Low Price",                   perShare, "low",                       10) \
-    ROW(Yearly,    YEPSSeries,       "Earnings Per Share",          perShare, "eps",                        7) \
-    /* The next datum stands here, its operations at the end of iVKR_Company. */
+    ROW(Yearly,    YEPSSeries,       "Earnings Per Share",          perShare, "eps",                        7)
+
+#define VKR_FURTHER_DATA(ROW) \
+    /* The next datum stands here. */
+
+#define VKR_DATA(ROW) VKR_FIRST_DATA(ROW) VKR_FURTHER_DATA(ROW)
 // clang-format on
 
 } // namespace vkr

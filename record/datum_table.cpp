@@ -19,7 +19,7 @@ namespace {
                                  void (iVKR_Company::*)(datum_kind::kind::Argument)>,              \
                   "put_" #name " of iVKR_Company does not write a " #kind                          \
                   ", as the list of data has it");
-VKR_DATA(VKR_DATUM)
+VKR_FIRST_DATA(VKR_DATUM)
 #undef VKR_DATUM
 
 #define VKR_DATUM(kind, name, title, unit, key, place)                                             \

@@ -4,6 +4,7 @@
 #include "platform/date.hpp"
 #include "platform/object.hpp"
 #include "platform/variant.hpp"
+#include "record/data_list.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -195,6 +196,13 @@ class iVKR_Company : public Object {
     virtual void put_YLowSeries(const Variant& value) = 0;
     [[nodiscard]] virtual Variant get_YEPSSeries() const = 0;
     virtual void put_YEPSSeries(const Variant& value) = 0;
+
+    // What the list has beyond these.
+#define VKR_OPERATIONS(kind, name, title, unit, key, place)                                        \
+    [[nodiscard]] virtual datum_kind::kind::Value get_##name() const = 0;                          \
+    virtual void put_##name(datum_kind::kind::Argument value) = 0;
+    VKR_FURTHER_DATA(VKR_OPERATIONS)
+#undef VKR_OPERATIONS
 };
 
 // Identifier under which a host registers its own record class with the object factory; the

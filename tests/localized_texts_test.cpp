@@ -3,6 +3,7 @@
 #include "form/form_layout.hpp"
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
+#include "tests/support/entry_object_rows.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
@@ -447,7 +448,8 @@ TEST(WithoutALocalizer, QuestionsWarningsAndMenusKeepTheirWords) {
     };
     const auto texts = told(false);
     EXPECT_EQ(texts, told(true));
-    EXPECT_EQ(texts.size(), 4U + 15U + 4U);
+    EXPECT_EQ(texts.size(), 4U + test::expectedTextMenu("dqa", true, true, true, true).size() +
+                                test::expectedExtras("y", true).size());
     for (const auto& text : texts)
         EXPECT_FALSE(text.empty());
 }

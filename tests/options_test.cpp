@@ -4,6 +4,7 @@
 #include "tests/support/classic_figures.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
+#include "tests/support/form_fields.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
@@ -71,14 +72,17 @@ struct OptionsScene : EntryScene {
 // --- currency unit ---------------------------------------------------------------------------
 
 std::set<std::string> unitFields(bool income, bool equity) {
-    std::set<std::string> names{"txtPrefDiv",         "txtDilutedShares", "txtCommonShares",
-                                "txtPreferredShares", "txtTotalDebt",     "txtTotalCap",
-                                "txtSales",           "txtYNetInc",       "txtCSO",
-                                "txtRevenue",         "txtNetInc"};
-    if (income)
-        names.insert({"txtYOption", "txtQOption"});
-    if (equity)
-        names.insert("txtYOption2");
+    std::set<std::string> names;
+    for (const test::FormField& field : test::formFields)
+        if (field.kind == test::FieldContent::money)
+            names.emplace(field.control);
+    // Their columns show what is in no unit.
+    if (!income) {
+        names.erase("txtYOption");
+        names.erase("txtQOption");
+    }
+    if (!equity)
+        names.erase("txtYOption2");
     return names;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "company/company_record.hpp"
+#include "record/notice_list.hpp"
 
 #include <algorithm>
 #include <functional>
@@ -69,18 +70,7 @@ class ScriptedRecord final : public iVKR_Company {
     }
 
     VKR_DATA(VKR_PROPERTY)
-    VKR_CALL(BeginYearShift)
-    VKR_CALL(YearShiftState)
-    VKR_CALL(EndYearShift)
-    VKR_CALL(YearShiftUnit)
-    VKR_READ(YearShiftFirst)
-    VKR_READ(YearShiftLast)
-    VKR_READ(YearShiftCount)
-    VKR_READ(ReportingPeriodEnd)
-    VKR_READ(YearShiftPrices)
-    VKR_READ(YearShiftEarnings)
-    VKR_READ(YearShiftDividends)
-    VKR_READ(YearShiftShares)
+    VKR_NOTICES(VKR_CALL, VKR_READ)
 
 #undef VKR_CALL
 #undef VKR_READ

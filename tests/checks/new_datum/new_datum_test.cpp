@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a datum can do by its line in the list and its two operations alone. Goodwill, an amount
-// of money, is only in the copy of the sources that new_datum makes.
+// What a datum can do by its line in the list alone. Goodwill, an amount of money, is only in the
+// copy of the sources that new_datum makes.
 #include "company/company_csv.hpp"
 #include "tests/support/scripted_record.hpp"
 
