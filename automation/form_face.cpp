@@ -67,7 +67,7 @@ Styled::~Styled() {
         DeactivateActCtx(0, cookie_);
 }
 
-class FormFace::Impl {
+class FormFace::Impl final : private NativeFormOwner {
   public:
     explicit Impl(ControlOwner& control) : control_(control) {}
     ~Impl() { close(); }
@@ -76,22 +76,16 @@ class FormFace::Impl {
         close(); // one whose window is gone with that of the container
         form = std::make_unique<NativeForm>(parent, place, model);
         desktop.setForm(form.get());
-        form->tabbedOut = [this](FocusDirection direction) {
-            return control_.tabbedOut(direction);
-        };
-        form->keysCame = [this] {
-            if (control_.lacksKeys() && !std::exchange(keysCame, true))
-                tellLater(form->window(), Later::keys);
-        };
-        form->scaleFollowed = [this] { tellLater(form->window(), Later::scale); };
+        form->setOwner(this);
         SetWindowSubclass(form->window(), hear, subclassId, reinterpret_cast<DWORD_PTR>(this));
     }
     void close() {
-        keysCame = false;
+        keysToTell = false;
         if (form == nullptr)
             return;
         RemoveWindowSubclass(form->window(), hear, subclassId);
         desktop.setForm(nullptr);
+        form->setOwner(nullptr); // what is left of it asks nothing more
         form.reset();
     }
 
@@ -102,9 +96,16 @@ class FormFace::Impl {
 
     NativeServices desktop;
     std::unique_ptr<NativeForm> form;
-    bool keysCame = false; // which the control is told of later
+    bool keysToTell = false; // have come; the control is told of it later
 
   private:
+    bool tabbedOut(FocusDirection direction) override { return control_.tabbedOut(direction); }
+    void keysCame() override {
+        if (control_.lacksKeys() && !std::exchange(keysToTell, true))
+            tellLater(form->window(), Later::keys);
+    }
+    void scaleFollowed() override { tellLater(form->window(), Later::scale); }
+
     // The control may be gone at the end of each.
     void hearLater(Later what) {
         switch (what) {
@@ -112,7 +113,7 @@ class FormFace::Impl {
             releaseWaiting();
             return;
         case Later::keys:
-            if (std::exchange(keysCame, false) && hasKeys())
+            if (std::exchange(keysToTell, false) && hasKeys())
                 control_.pressed();
             return;
         case Later::scale:
@@ -177,7 +178,7 @@ void FormFace::lookForWaiting(HWND window) {
         tellLater(window, Later::releaseWaiting);
 }
 void FormFace::forgetKeys() {
-    impl_->keysCame = false;
+    impl_->keysToTell = false;
 }
 bool FormFace::translate(const MSG& message) {
     return isOpen() && impl_->form->translate(message);

@@ -112,8 +112,8 @@ std::string countedText(const EntryContext& context, int number, int count) {
 }
 
 BlockPaste::BlockPaste(const EntryContext& context, const SeriesGrid& grid, SeriesGrid::Cell at,
-                       CellTexts cells, std::optional<char> decimal, const OriginOf& originOf)
-    : context_(context), grid_(grid), placing_(std::move(cells), gridAt(at, originOf), decimal),
+                       CellTexts cells, std::optional<char> decimal, HostLine& host)
+    : context_(context), grid_(grid), placing_(std::move(cells), gridAt(at, host), decimal),
       caption_(context.text(text_number::pasteCaption)),
       cancelCaption_(context.text(text_number::pasteCancel)) {
     ReplaceAll(caption_, "%1", grid.box(at).accessibleName());
@@ -122,8 +122,7 @@ BlockPaste::BlockPaste(const EntryContext& context, const SeriesGrid& grid, Seri
     tell();
 }
 
-std::vector<std::optional<BlockGrid::Held>> BlockPaste::heldIn(Datum series,
-                                                               const OriginOf& originOf) const {
+std::vector<std::optional<BlockGrid::Held>> BlockPaste::heldIn(Datum series, HostLine& host) const {
     const Variant value =
         attemptOr(Variant(), [&] { return readSeries(*context_.company, series); });
     std::vector<std::optional<BlockGrid::Held>> held(static_cast<std::size_t>(grid_.rowCount()));
@@ -131,16 +130,13 @@ std::vector<std::optional<BlockGrid::Held>> BlockPaste::heldIn(Datum series,
         const auto element = grid_.elementOf(row);
         if (!element || !value.isArray() || !value.array().contains(*element))
             continue;
-        BlockGrid::Held figure{.figure = value.array().number(*element)};
-        if (originOf)
-            figure.origin =
-                attemptOr(std::optional<Origin>(), [&] { return originOf(series, *element); });
-        held[static_cast<std::size_t>(row)] = figure;
+        held[static_cast<std::size_t>(row)] = {.figure = value.array().number(*element),
+                                               .origin = host.originOf(series, *element)};
     }
     return held;
 }
 
-BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) const {
+BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, HostLine& host) const {
     BlockGrid grid;
     for (const auto& column : grid_.columns()) {
         const GridSeries& shown = grid_.seriesOf(column);
@@ -148,7 +144,7 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, const OriginOf& originOf) cons
                                 .otherNames = reportNamesOf(shown.series),
                                 .measure = measureOf(column, shown.series),
                                 .negatives = column.negatives});
-        grid.held.push_back(heldIn(shown.series, originOf));
+        grid.held.push_back(heldIn(shown.series, host));
     }
     for (int row = 0; row < grid_.rowCount(); ++row)
         grid.rows.push_back(grid_.periodOf(row));

@@ -3,23 +3,21 @@
 
 #include "binding/block_placing.hpp"
 #include "binding/series_grid.hpp"
+#include "control/host_line.hpp"
 #include "platform/services.hpp"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vkr {
 
-using OriginOf = std::function<std::optional<Origin>(Datum series, int element)>;
-
 // The preview of a block: how it is placed, in words.
 class BlockPaste final : public PasteForm {
   public:
-    // `originOf` may be empty. Nothing of the record is read after this.
+    // Nothing of the record is read after this, and nothing asked of the host.
     BlockPaste(const EntryContext& context, const SeriesGrid& grid, SeriesGrid::Cell at,
-               CellTexts cells, std::optional<char> decimal, const OriginOf& originOf);
+               CellTexts cells, std::optional<char> decimal, HostLine& host);
 
     [[nodiscard]] bool accepted() const { return state_ == State::accepted; }
     [[nodiscard]] std::vector<SeriesGrid::Figure> figures() const;
@@ -39,9 +37,9 @@ class BlockPaste final : public PasteForm {
     [[nodiscard]] bool visible() const override { return state_ == State::onShow; }
 
   private:
-    [[nodiscard]] std::vector<std::optional<BlockGrid::Held>>
-    heldIn(Datum series, const OriginOf& originOf) const;
-    [[nodiscard]] BlockGrid gridAt(SeriesGrid::Cell at, const OriginOf& originOf) const;
+    [[nodiscard]] std::vector<std::optional<BlockGrid::Held>> heldIn(Datum series,
+                                                                     HostLine& host) const;
+    [[nodiscard]] BlockGrid gridAt(SeriesGrid::Cell at, HostLine& host) const;
     [[nodiscard]] std::string detailText(BlockRemark remark, const std::string& detail) const;
     [[nodiscard]] std::string remarkOf(const PlacedCell& cell) const;
     void tell();

@@ -292,7 +292,7 @@ void CellCommands::preview(const Place& place, CellTexts cells, std::string_view
     const auto asked = context_.company; // the host may hand in another one meanwhile
     const auto meaning = meaningOf(*place.grid);
     BlockPaste form(context_, *place.grid, {span.firstColumn, span.firstRow}, std::move(cells),
-                    decimal, originOf_);
+                    decimal, host_);
     if (const std::int32_t unit = context_.copiedIn(text); unit != 0)
         form.setUnit(unit);
     ifPossible([&] { context_.services.showPaste(form); });

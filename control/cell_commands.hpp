@@ -17,10 +17,9 @@ namespace vkr {
 // fills them. Each change is one action; under the lock there is none, and a note says so.
 class CellCommands {
   public:
-    // `originOf` is the host's, and may be set later.
     CellCommands(EntryContext& context, YearlyGrid& yearly, QuarterlyGrid& quarterly,
-                 const OriginOf& originOf)
-        : context_(context), yearly_(yearly), quarterly_(quarterly), originOf_(originOf) {}
+                 HostLine& host)
+        : context_(context), yearly_(yearly), quarterly_(quarterly), host_(host) {}
 
     // True where the key was one of these commands.
     [[nodiscard]] bool key(Control& control, KeyCode key, int shift);
@@ -66,7 +65,7 @@ class CellCommands {
     EntryContext& context_;
     YearlyGrid& yearly_;
     QuarterlyGrid& quarterly_;
-    const OriginOf& originOf_;
+    HostLine& host_;
     CellSelection selection_;
     const Control* allOf_ = nullptr; // the cell whose text Ctrl+A has just selected
 };

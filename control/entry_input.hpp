@@ -39,6 +39,7 @@ class EntryInput final : public FormHandler {
     void onDoubleClick(Control& control) override;
     void onListChoice(ComboBox& list) override { controllers_.of(list).choose(list); }
     void onScroll(ScrollBar& bar) override { controllers_.of(bar).scroll(); }
+    bool onWheel(int steps) override { return pages_.scroll(steps); }
     void onSpin(Spinner& spinner, int steps) override { controllers_.of(spinner).spin(steps); }
     void onTabSelected(TabStrip& /*strip*/) override { pages_.tabSelected(); }
     void onFormClick() override { context_.hideHelpFrame(); }

@@ -39,4 +39,10 @@ bool HostLine::history(HistoryStep step) {
     return takesHistory() && attemptOr(false, [&] { return asked_.history(step); });
 }
 
+std::optional<Origin> HostLine::originOf(Datum series, int element) {
+    if (!asked_.originOf)
+        return std::nullopt;
+    return attemptOr(std::optional<Origin>(), [&] { return asked_.originOf(series, element); });
+}
+
 } // namespace vkr

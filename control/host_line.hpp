@@ -3,14 +3,17 @@
 
 #include "control/vkr_data_entry_events.hpp"
 #include "platform/services.hpp"
+#include "record/actions.hpp"
+#include "record/datum_table.hpp"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace vkr {
 
-// The line to the host and its container. What they throw ends with the call.
+// The line to the host and its container: the one way up. What they throw ends with the call.
 class HostLine {
   public:
     // What the host sets at the public face, to which these belong.
@@ -18,6 +21,7 @@ class HostLine {
         const std::function<void()>& stateChanged;
         const std::function<void()>& fractionDisplayChanged;
         const std::function<bool(HistoryStep)>& history;
+        const std::function<std::optional<Origin>(Datum series, int element)>& originOf;
     };
     HostLine(Services& services, const Asked& asked) : services_(services), asked_(asked) {}
 
@@ -32,6 +36,7 @@ class HostLine {
     void stateChanged();
     [[nodiscard]] bool takesHistory() const { return asked_.history != nullptr; }
     bool history(HistoryStep step); // whether the host has taken the step
+    [[nodiscard]] std::optional<Origin> originOf(Datum series, int element);
 
   private:
     Services& services_;

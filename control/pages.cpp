@@ -107,14 +107,19 @@ Control* Pages::firstField() const {
 }
 
 void Pages::scrollMouse(KeyCode key) {
+    if (key == keys::down)
+        scroll(1);
+    else if (key == keys::up)
+        scroll(-1);
+}
+
+bool Pages::scroll(int steps) {
     const bool onQuarters = shown() == toQuarterly;
     if (!onQuarters && shown() != toYearly)
-        return;
+        return false;
     auto& bar = context_[onQuarters ? controls::quarterlyBar : controls::yearlyBar];
-    if (key == keys::down)
-        bar.setValue(bar.value() + bar.smallChange());
-    else if (key == keys::up)
-        bar.setValue(bar.value() - bar.smallChange());
+    bar.setValue(bar.value() + steps * bar.smallChange());
+    return true;
 }
 
 } // namespace vkr

@@ -34,6 +34,7 @@ class Pages {
     void tabSelected();
     void focusFirstField();
     void scrollMouse(KeyCode key);
+    bool scroll(int steps); // the grid on show, down where above 0; false where there is none
 
     // While tabs are selected by start-up or restoring the focus stays where it is.
     [[nodiscard]] During keepFocus() { return During(keepsFocus_); }

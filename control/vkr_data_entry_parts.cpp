@@ -29,9 +29,9 @@ Form& built(Form& form) {
 } // namespace
 
 VKRDataEntry::Impl::Impl(Services& services, const VKRDataEntry& face)
-    : host(services, {face.stateChanged, face.fractionDisplayChanged, face.historyAsked}),
-      context(built(form), services, &consequences),
-      cells(context, yearly, quarterly, face.originOf) {
+    : host(services,
+           {face.stateChanged, face.fractionDisplayChanged, face.historyAsked, face.originOf}),
+      context(built(form), services, &consequences) {
     controllers.add(controls::ok.name, ok);
     controllers.add(controls::cancel.name, cancel);
 }

@@ -68,7 +68,7 @@ class VKRDataEntry::Impl final {
     FigurePlaces places{context, yearly, quarterly};
     HelpFrame helpFrame{context};
     MoreHelp help{context, helpFrame, pages, host};
-    CellCommands cells;
+    CellCommands cells{context, yearly, quarterly, host};
     MenuActions menuActions{context, controllers, yearly, host, cells};
     RightClickMenu menu{context, objects, helpFrame, menuActions};
     OkButton ok{context, fields, entry, host};

@@ -11,7 +11,6 @@
 
 #include <array>
 #include <deque>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -27,6 +26,15 @@ namespace vkr {
 class ControlView;
 class FieldView;
 class ZoomStyle;
+
+// Whoever zooms a form by the wheel.
+class WheelZoom {
+  public:
+    virtual void zoomTurned(int steps) = 0; // down is positive
+
+  protected:
+    ~WheelZoom() = default;
+};
 
 // Draws a form and forwards what the user does to it. The form decides everything: which key is
 // used, who has the focus, what is selected. Native focus follows the form's.
@@ -61,11 +69,9 @@ class FormView final : public QWidget, public ViewHost, private FormObserver {
     [[nodiscard]] QSize sizeOf(Twips width, Twips height) const;
     [[nodiscard]] QSize sizeOf(Twips width, Twips height, int zoom) const;
 
-    // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0);
-    // false: not used.
-    std::function<bool(int steps)> wheelTurned;
-    // The same with Ctrl, wherever the pointer is, instead of anything else; where it is set.
-    std::function<void(int steps)> zoomTurned;
+    // With Ctrl, wherever the pointer is, instead of anything else; null for none.
+    void setWheelZoom(WheelZoom* zoom) { wheelZoom_ = zoom; }
+    [[nodiscard]] bool wheelZooms() const { return wheelZoom_ != nullptr; }
 
     // A dialog or a menu is about to take the pointer: the release of a press that is under way
     // will not come here.
@@ -163,6 +169,7 @@ class FormView final : public QWidget, public ViewHost, private FormObserver {
     unsigned interruptions_ = 0;
     int following_ = 0; // native focus is being set to the form's
     WheelTurns wheelTurns_;
+    WheelZoom* wheelZoom_ = nullptr;
     bool surfacePressed_ = false;
 };
 

@@ -260,16 +260,16 @@ void FormView::turnWheel(QWheelEvent& event, ControlView* origin) {
     const QPoint angle = event.angleDelta();
     const int turn = angle.y() != 0 ? angle.y() : angle.x();
     const int steps = wheelTurns_.add(turn);
-    if (zoomTurned && event.modifiers().testFlag(Qt::ControlModifier)) {
+    if (wheelZoom_ != nullptr && event.modifiers().testFlag(Qt::ControlModifier)) {
         wheelTurns_.settle(true);
         event.accept();
         if (steps != 0)
-            zoomTurned(steps);
+            wheelZoom_->zoomTurned(steps);
         return;
     }
     const bool focused =
         origin != nullptr && origin == activeView() && origin->widget().isEnabled();
-    const bool used = (focused && origin->wheel(steps)) || (wheelTurned && wheelTurned(steps));
+    const bool used = (focused && origin->wheel(steps)) || form_->userWheel(steps);
     wheelTurns_.settle(used);
     event.setAccepted(used);
 }

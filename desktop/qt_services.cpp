@@ -299,10 +299,4 @@ std::string QtServices::applicationTitle() {
     return fromQt(title_);
 }
 
-void QtServices::propertyChanged(std::string_view name) {
-    const Call call(*this);
-    if (propertyHasChanged)
-        propertyHasChanged(name);
-}
-
 } // namespace vkr

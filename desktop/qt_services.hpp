@@ -9,7 +9,6 @@
 #include <QString>
 #include <QWidget>
 
-#include <functional>
 #include <vector>
 
 namespace vkr {
@@ -19,7 +18,7 @@ namespace vkr {
 //
 // What may be true together: there are remains only while a call has not returned, and then there
 // is no owner any more.
-class QtServices final : public Services {
+class QtServices : public Services {
   public:
     explicit QtServices(QWidget& owner) : owner_(&owner) {}
 
@@ -46,7 +45,6 @@ class QtServices final : public Services {
     void setUserMode(bool userMode) { userMode_ = userMode; }
     [[nodiscard]] QString title() const { return title_; }
     void setTitle(const QString& title) { title_ = title; }
-    std::function<void(std::string_view name)> propertyHasChanged;
 
     MessageAnswer messageBox(const std::string& text, int buttons,
                              const std::string& title) override;
@@ -70,7 +68,7 @@ class QtServices final : public Services {
     std::shared_ptr<Object> createObject(std::string_view programmaticId) override;
     bool ambientUserMode() override { return userMode_; }
     std::string applicationTitle() override;
-    void propertyChanged(std::string_view name) override;
+    void propertyChanged(std::string_view /*name*/) override {} // whoever owns it may tell
 
   private:
     [[nodiscard]] QWidget* window();

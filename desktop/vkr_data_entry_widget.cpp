@@ -35,6 +35,29 @@ QVariant variantOf(const Variant& value) {
 
 } // namespace
 
+// Turns notices of properties, and the wheel that zooms, into signals.
+class VKRDataEntryWidget::Desktop final : public QtServices, public WheelZoom {
+  public:
+    explicit Desktop(VKRDataEntryWidget& widget) : QtServices(widget), widget_(&widget) {}
+
+    void forgetWidget() { widget_ = nullptr; }
+    void propertyChanged(std::string_view name) override {
+        const Call call(*this);
+        if (widget_ != nullptr)
+            widget_->notify(name);
+    }
+    void zoomTurned(int steps) override {
+        constexpr int step = 10;
+        const int zoom = widget_->zoom();
+        const int wanted =
+            steps < 0 ? (zoom / step - steps) * step : ((zoom + step - 1) / step - steps) * step;
+        emit widget_->zoomRequested(std::clamp(wanted, smallestZoom, largestZoom));
+    }
+
+  private:
+    VKRDataEntryWidget* widget_; // null once it goes
+};
+
 // Turns the component's events into signals.
 class VKRDataEntryWidget::Events final : public VKRDataEntryEvents {
   public:
@@ -103,10 +126,9 @@ VKRDataEntryWidget::VKRDataEntryWidget(QWidget* parent)
     : VKRDataEntryWidget(ownObjects(), parent) {}
 
 VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* parent)
-    : QWidget(parent), services_(std::make_unique<QtServices>(*this)),
+    : QWidget(parent), services_(std::make_unique<Desktop>(*this)),
       events_(std::make_unique<Events>(*this)) {
     services_->factory() = objects;
-    services_->propertyHasChanged = [this](std::string_view name) { notify(name); };
     entry_ = std::make_unique<VKRDataEntry>(*services_);
     entry_->InitProperties();
     entry_->ReadProperties(PropertyBag()); // chooses the platform, and with it the texts
@@ -118,16 +140,6 @@ VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* pa
     };
 
     view_ = new FormView(entry_->form(), this);
-    view_->wheelTurned = [entry = entry_.get()](int steps) {
-        if (entry->get_CurrentTab() != toYearly && entry->get_CurrentTab() != toQuarterly)
-            return false;
-        for (int turned = 0; turned != steps; turned += steps < 0 ? -1 : 1) {
-            std::int16_t key = steps < 0 ? keys::up : keys::down;
-            std::int16_t shift = shifts::none;
-            entry->ScrollMouse(key, shift);
-        }
-        return true;
-    };
     services_->setView(view_);
     setFocusProxy(view_);
     resetNumberMarks();
@@ -138,11 +150,12 @@ VKRDataEntryWidget::VKRDataEntryWidget(const ObjectFactory& objects, QWidget* pa
 void VKRDataEntryWidget::checkInvariants() const {
     assert(services_ != nullptr && events_ != nullptr && entry_ != nullptr && view_ != nullptr);
     assert(title_.isEmpty() || record_ != nullptr);
-    assert(zoomsToFit_ == static_cast<bool>(view_->zoomTurned));
+    assert(zoomsToFit_ == view_->wheelZooms());
 }
 
 VKRDataEntryWidget::~VKRDataEntryWidget() {
-    services_->propertyHasChanged = nullptr;
+    view_->setWheelZoom(nullptr);
+    static_cast<Desktop&>(*services_).forgetWidget();
     entry_->setEvents(nullptr);
     entry_->stateChanged = nullptr;
     entry_->fractionDisplayChanged = nullptr;
@@ -277,16 +290,7 @@ void VKRDataEntryWidget::setZoomsToFit(bool fits) {
     zoomsToFit_ = fits;
     const auto policy = fits ? QSizePolicy::Preferred : QSizePolicy::Fixed;
     setSizePolicy(policy, policy);
-    const auto stepped = [this](int steps) {
-        constexpr int step = 10; // steps down are positive
-        const int wanted = steps < 0 ? (zoom() / step - steps) * step
-                                     : ((zoom() + step - 1) / step - steps) * step;
-        emit zoomRequested(std::clamp(wanted, smallestZoom, largestZoom));
-    };
-    if (fits)
-        view_->zoomTurned = stepped;
-    else
-        view_->zoomTurned = nullptr;
+    view_->setWheelZoom(fits ? &static_cast<Desktop&>(*services_) : nullptr);
     checkInvariants();
     updateGeometry();
 }

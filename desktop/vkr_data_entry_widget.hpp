@@ -240,6 +240,7 @@ class VKRDataEntryWidget : public QWidget {
     void changeEvent(QEvent* event) override;
 
   private:
+    class Desktop;
     class Events;
     class Remains;
 

@@ -14,10 +14,7 @@ namespace vkr {
 
 NativeForm::NativeForm(HWND parent, const RECT& place, Form& form)
     : form_(&form),
-      surface_(std::make_shared<Surface>(parent, place,
-                                         [this](UINT message, WPARAM wParam, LPARAM lParam) {
-                                             return handle(message, wParam, lParam);
-                                         })),
+      surface_(std::make_shared<Surface>(parent, place, static_cast<SurfaceOwner&>(*this))),
       scale_(GetDpiForWindow(window())), fonts_(std::make_unique<Fonts>(scale_)) {
     makeViews(isOnShow);
     form.setObserver(this);
@@ -187,8 +184,8 @@ void NativeForm::followDotsPerInch() {
         return;
     scale_ = PixelScale(now);
     showScale();
-    if (scaleFollowed)
-        scaleFollowed();
+    if (owner_ != nullptr)
+        owner_->scaleFollowed();
 }
 
 // Fonts first: sizes of the windows may depend on them.

@@ -7,7 +7,6 @@
 #include "platform/showing.hpp"
 #include "platform/wheel_turns.hpp"
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -17,6 +16,20 @@
 namespace vkr {
 
 class FieldWindow;
+
+// What a form asks of the control that it is the window of. All of it comes from within a message:
+// what it leads to outside is done when that is through.
+class NativeFormOwner {
+  public:
+    // Tab at the end of the tab order, when the form has been left: without an owner the focus goes
+    // to the next control of the host's window where Tab stops. False lets it wrap.
+    virtual bool tabbedOut(FocusDirection direction) = 0;
+    virtual void keysCame() = 0;      // to one of its windows, also by the form itself
+    virtual void scaleFollowed() = 0; // that of its monitor: it has another size now
+
+  protected:
+    ~NativeFormOwner() = default;
+};
 
 // Draws a form with the system's own controls, as a child of a window of the host's, and forwards
 // what the user does to it. The form decides everything: which key is used, who has the focus, what
@@ -37,7 +50,7 @@ class FieldWindow;
 // A host gives each key message of its loop to translate() first, calls focus() when its own window
 // has been activated, and move() when its size has changed. With that it is a control like others
 // in a dialog: Tab goes in and out.
-class NativeForm final : public ViewHost, private FormObserver {
+class NativeForm final : public ViewHost, private FormObserver, private SurfaceOwner {
   public:
     // `place` in pixels of the parent. The window is shown at once.
     NativeForm(HWND parent, const RECT& place, Form& form);
@@ -57,9 +70,8 @@ class NativeForm final : public ViewHost, private FormObserver {
     // further. False: it is the host's; where the host has no use for it either it is translated
     // and dispatched as always.
     bool translate(const MSG& message);
-    // What is beyond the last control in tab order. By default the next control of the host's
-    // window where Tab stops. The form is left before; false lets the focus wrap.
-    std::function<bool(FocusDirection)> tabbedOut;
+    // Null for none.
+    void setOwner(NativeFormOwner* owner) { owner_ = owner; }
 
     // Into any device context, also of a printer or a metafile: as large as its window is now, the
     // corner at the context's origin.
@@ -68,13 +80,6 @@ class NativeForm final : public ViewHost, private FormObserver {
     // Follows the monitor that it is on unless set.
     void setDotsPerInch(double dotsPerInch);
     [[nodiscard]] SIZE sizeOf(Twips width, Twips height) const;
-
-    // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0);
-    // false: not used.
-    std::function<bool(int steps)> wheelTurned;
-    // Both come from within a message: what they lead to outside is done when that is through.
-    std::function<void()> keysCame;      // to one of its windows, also by the form itself
-    std::function<void()> scaleFollowed; // that of its monitor: it has another size now
 
     // --- for the services ----------------------------------------------------------------------
     // A dialog or a menu is about to take the pointer: the release of a press that is under way
@@ -127,7 +132,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     void formChanged() override;
     bool takesTab(FocusDirection direction) override;
 
-    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::optional<LRESULT> handleInput(UINT message, WPARAM wParam, LPARAM lParam);
     [[nodiscard]] ControlWindow* viewOf(const Control* control) const;
     [[nodiscard]] ControlWindow* activeView() const;
@@ -147,6 +152,7 @@ class NativeForm final : public ViewHost, private FormObserver {
     void checkInvariants() const;
 
     Form* form_;
+    NativeFormOwner* owner_ = nullptr;
     std::shared_ptr<Surface> surface_;
     PixelScale scale_;
     bool ownScale_ = false;

@@ -109,8 +109,8 @@ void NativeForm::followFocus() {
 }
 
 void NativeForm::focusCame(ControlWindow* view) {
-    if (keysCame)
-        keysCame();
+    if (owner_ != nullptr)
+        owner_->keysCame();
     if (following_ > 0)
         return;
     const std::weak_ptr<const bool> life = life_;
@@ -131,8 +131,8 @@ void NativeForm::focusWent(HWND to) {
 }
 
 bool NativeForm::takesTab(FocusDirection direction) {
-    if (tabbedOut)
-        return tabbedOut(direction);
+    if (owner_ != nullptr)
+        return owner_->tabbedOut(direction);
     const HWND root = GetAncestor(window(), GA_ROOT);
     const bool backward = direction == FocusDirection::backward;
     const HWND next = GetNextDlgTabItem(root, window(), backward ? TRUE : FALSE);
@@ -215,7 +215,7 @@ void NativeForm::giveUpPress() {
 bool NativeForm::wheel(ControlWindow* origin, int delta) {
     const int steps = wheelTurns_.add(delta);
     const bool focused = origin != nullptr && origin == activeView();
-    const bool used = (focused && origin->wheel(steps)) || (wheelTurned && wheelTurned(steps));
+    const bool used = focused && origin->wheel(steps);
     wheelTurns_.settle(used);
     return used;
 }

@@ -264,9 +264,4 @@ std::shared_ptr<Object> NativeServices::createObject(std::string_view programmat
     return factory_.create(programmaticId);
 }
 
-void NativeServices::propertyChanged(std::string_view name) {
-    if (propertyHasChanged)
-        propertyHasChanged(name);
-}
-
 } // namespace vkr

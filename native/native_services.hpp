@@ -7,7 +7,6 @@
 #include "platform/services.hpp"
 
 #include <array>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -30,7 +29,6 @@ class NativeServices : public Services {
     [[nodiscard]] ObjectFactory& factory() { return factory_; }
     void setUserMode(bool userMode) { userMode_ = userMode; }
     void setTitle(std::string_view title) { title_ = title; }
-    std::function<void(std::string_view name)> propertyHasChanged;
 
     MessageAnswer messageBox(const std::string& text, int buttons,
                              const std::string& title) override;
@@ -53,7 +51,7 @@ class NativeServices : public Services {
     std::shared_ptr<Object> createObject(std::string_view programmaticId) override;
     bool ambientUserMode() override { return userMode_; }
     std::string applicationTitle() override { return title_; }
-    void propertyChanged(std::string_view name) override;
+    void propertyChanged(std::string_view /*name*/) override {} // whoever owns it may tell
 
   private:
     class Interruption;

@@ -5,11 +5,10 @@
 #include "native/module.hpp"
 
 #include <stdexcept>
-#include <utility>
 
 namespace vkr {
 
-Surface::Surface(HWND parent, const RECT& place, Handler handler) : handler_(std::move(handler)) {
+Surface::Surface(HWND parent, const RECT& place, SurfaceOwner& owner) : owner_(&owner) {
     window_ = CreateWindowExW(
         0, registeredKind(L"VKRDataEntryForm", &Surface::procedure, CS_DBLCLKS), L"",
         WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_TABSTOP, place.left, place.top,
@@ -28,7 +27,7 @@ Surface::~Surface() {
 
 void Surface::close() {
     ShowWindow(window_, SW_HIDE);
-    handler_ = nullptr;
+    owner_ = nullptr;
 }
 
 LRESULT CALLBACK Surface::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -38,12 +37,11 @@ LRESULT CALLBACK Surface::procedure(HWND window, UINT message, WPARAM wParam, LP
         surface->window_ = nullptr;
         surface = nullptr;
     }
-    if (surface == nullptr || surface->handler_ == nullptr)
+    if (surface == nullptr || surface->owner_ == nullptr)
         return DefWindowProcW(window, message, wParam, lParam);
     return guarded<LRESULT>(0, [&] {
         const auto stays = surface->shared_from_this();
-        const Handler handler = stays->handler_; // which may go within
-        return handler(message, wParam, lParam);
+        return stays->owner_->handle(message, wParam, lParam); // which may go within
     });
 }
 

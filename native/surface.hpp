@@ -3,18 +3,23 @@
 
 #include "native/windows_api.hpp"
 
-#include <functional>
 #include <memory>
 
 namespace vkr {
+
+class SurfaceOwner {
+  public:
+    virtual LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+
+  protected:
+    ~SurfaceOwner() = default;
+};
 
 // The window of a form. It is there until the last message of a window in it is handled, though the
 // form's view may have gone within.
 class Surface final : public std::enable_shared_from_this<Surface> {
   public:
-    using Handler = std::function<LRESULT(UINT message, WPARAM wParam, LPARAM lParam)>;
-
-    Surface(HWND parent, const RECT& place, Handler handler);
+    Surface(HWND parent, const RECT& place, SurfaceOwner& owner);
     ~Surface();
     Surface(const Surface&) = delete;
     Surface& operator=(const Surface&) = delete;
@@ -25,7 +30,7 @@ class Surface final : public std::enable_shared_from_this<Surface> {
   private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-    Handler handler_;
+    SurfaceOwner* owner_; // null once it is closed
     HWND window_ = nullptr;
 };
 

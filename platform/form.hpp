@@ -58,6 +58,9 @@ class FormHandler {
     virtual void onDoubleClick(Control& /*control*/) {}
     virtual void onListChoice(ComboBox& /*list*/) {}
     virtual void onScroll(ScrollBar& /*bar*/) {}
+    // A turn of the wheel that no control uses, in steps (down is positive, fractions come as 0).
+    // False: not used.
+    virtual bool onWheel(int /*steps*/) { return false; }
     virtual void onSpin(Spinner& /*spinner*/, int /*steps*/) {} // +1 up, -1 down
     virtual void onTabSelected(TabStrip& /*strip*/) {}
     virtual void onFormClick() {} // on the form's own surface
@@ -239,6 +242,8 @@ class Form final : private ControlSite {
     void userSpin(Spinner& spinner, int steps);
     bool userPick(ComboBox& list, int index); // false while locked
     bool userTurn(ComboBox& list, int steps); // so many entries on, not beyond the ends; likewise
+    bool
+    userWheel(int steps); // a turn that no control uses; false where the form has no use for it
     void userSelectTab(TabStrip& strip, int index);
     // Alt and a letter. A letter that a tab and something else share belongs to the tab; of
     // several others the next one in tab order takes the focus and none is pressed.

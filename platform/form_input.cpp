@@ -147,6 +147,10 @@ bool Form::userTurn(ComboBox& list, int steps) {
     return true;
 }
 
+bool Form::userWheel(int steps) {
+    return attemptOr(false, [&] { return handler().onWheel(steps); });
+}
+
 void Form::userSelectTab(TabStrip& strip, int index) {
     if (strip.isShown() && strip.isEnabled())
         strip.selectTab(index);

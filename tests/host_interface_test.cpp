@@ -680,6 +680,26 @@ TEST_F(HostInterface, TheWheelIgnoresShiftAndLeavesItsArguments) {
     EXPECT_EQ(shift, shifts::control);
 }
 
+TEST_F(HostInterface, ATurnOfTheWheelThatNoControlUsesScrollsTheGridOnShow) {
+    entry.put_VisibleQuarters(35);
+    entry.put_objCompany(fullCompany());
+    Form& form = scene.form();
+    for (const auto& [tab, name] :
+         {std::pair(toYearly, "hscrYearly"), std::pair(toQuarterly, "vscrQuarterly")}) {
+        entry.put_CurrentTab(tab);
+        EXPECT_TRUE(form.userWheel(2)) << name;
+        EXPECT_EQ(bar(name).value(), 2 * bar(name).smallChange()) << name;
+        EXPECT_TRUE(form.userWheel(-1)) << name;
+        EXPECT_EQ(bar(name).value(), bar(name).smallChange()) << name;
+        EXPECT_TRUE(form.userWheel(0)) << name << ": a part of a step";
+        EXPECT_EQ(bar(name).value(), bar(name).smallChange()) << name;
+    }
+    for (const TABObject tab : {toCompany, toOther, toOptions}) {
+        entry.put_CurrentTab(tab);
+        EXPECT_FALSE(form.userWheel(1)) << tab;
+    }
+}
+
 // --- events --------------------------------------------------------------------------------------
 
 TEST_F(HostInterface, TheHelpButtonNamesTheSelectedTab) {

@@ -320,7 +320,7 @@ TEST_F(FormViewPointer, TheWheelChangesNothingWithoutTheFocus) {
     open();
     enter(*name, "abc");
     std::vector<int> turns;
-    view->wheelTurned = [&turns](int steps) {
+    handler.wheelTurned = [&turns](int steps) {
         turns.push_back(steps);
         return true;
     };
@@ -352,14 +352,14 @@ TEST_F(FormViewPointer, TheWheelChoosesEntriesOfTheListThatHasTheFocus) {
 TEST_F(FormViewPointer, FineWheelsTurnInFractions) {
     open();
     int sum = 0;
-    view->wheelTurned = [&sum](int steps) {
+    handler.wheelTurned = [&sum](int steps) {
         sum += steps;
         return true;
     };
     for (int i = 0; i < 5; ++i)
         turnWheel(*native(*label), -48);
     EXPECT_EQ(sum, 2);
-    view->wheelTurned = [](int) { return false; };
+    handler.wheelTurned = [](int) { return false; };
     EXPECT_FALSE(turnWheel(*native(*label), -120)) << "the host may scroll instead";
 }
 

@@ -300,13 +300,7 @@ TEST_F(OnQtServices, ObjectsComeFromTheFactory) {
     EXPECT_NE(services.createObject("Some.Object"), nullptr);
 }
 
-TEST_F(OnQtServices, TheContainerIsTold) {
-    std::vector<std::string> told;
-    services.propertyHasChanged = [&told](std::string_view property) {
-        told.emplace_back(property);
-    };
-    services.propertyChanged("CurrentTab");
-    EXPECT_EQ(told, (std::vector<std::string>{"CurrentTab"}));
+TEST_F(OnQtServices, TitleAndModeAreTheContainers) {
     EXPECT_EQ(services.applicationTitle(), "Data Entry");
     services.setTitle("Mine");
     EXPECT_EQ(services.applicationTitle(), "Mine");

@@ -34,6 +34,7 @@ class RecordingHandler : public FormHandler {
     std::function<void(Control&)> clicked;
     std::function<void(TextField&)> changed;
     std::function<void(TabStrip&)> tabSelected;
+    std::function<bool(int)> wheelTurned;
 
     void onGotFocus(Control& control) override {
         note("got " + control.id());
@@ -88,6 +89,7 @@ class RecordingHandler : public FormHandler {
     void onSpin(Spinner& spinner, int steps) override {
         note("spin " + spinner.id() + " " + std::to_string(steps));
     }
+    bool onWheel(int steps) override { return wheelTurned && wheelTurned(steps); }
     void onTabSelected(TabStrip& strip) override {
         note("tab " + std::to_string(strip.selected()));
         if (tabSelected)
