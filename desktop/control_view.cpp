@@ -116,24 +116,8 @@ void ControlView::showAll() {
         show(property);
 }
 
-void ControlView::show(Property property, std::span<const Setter> setters) {
-    for (const Setter& setter : setters)
-        if (setter.property == property)
-            (this->*setter.show)();
-}
-
 void ControlView::show(Property property) {
-    static const Setter setters[] = {
-        {Property::place, &ControlView::showPlace},
-        {Property::visible, &ControlView::showVisible},
-        {Property::enabled, &ControlView::showEnabled},
-        {Property::colors, &ControlView::showColors},
-        {Property::caption, &ControlView::showNames},
-        {Property::toolTip, &ControlView::showNames},
-        {Property::mark, &ControlView::showNames},
-        {Property::order, &ControlView::showOrder},
-    };
-    show(property, setters);
+    show(property, Setter::common());
 }
 
 void ControlView::showPlace() {

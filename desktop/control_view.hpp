@@ -59,15 +59,11 @@ class ControlView : public QObject {
     void forget() { control_ = nullptr; }
 
   protected:
-    struct Setter {
-        Property property;
-        void (ControlView::*show)();
-
-        template <typename View>
-        Setter(Property changed, void (View::*setter)())
-            : property(changed), show(static_cast<void (ControlView::*)()>(setter)) {}
-    };
-    void show(Property property, std::span<const Setter> setters);
+    using Setter = vkr::Setter<ControlView>;
+    friend Setter;
+    void show(Property property, std::span<const Setter> setters) {
+        Setter::call(*this, property, setters);
+    }
 
     void setWidget(QWidget& widget);
     // Events that the kind of control treats in its own way; true when done.

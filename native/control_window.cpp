@@ -85,24 +85,8 @@ void ControlWindow::showAll() {
         show(property);
 }
 
-void ControlWindow::show(Property property, std::span<const Setter> setters) {
-    for (const Setter& setter : setters)
-        if (setter.property == property)
-            (this->*setter.show)();
-}
-
 void ControlWindow::show(Property property) {
-    static const Setter setters[] = {
-        {Property::place, &ControlWindow::showPlace},
-        {Property::visible, &ControlWindow::showVisible},
-        {Property::enabled, &ControlWindow::showEnabled},
-        {Property::colors, &ControlWindow::showColors},
-        {Property::caption, &ControlWindow::showNames},
-        {Property::toolTip, &ControlWindow::showNames},
-        {Property::mark, &ControlWindow::showNames},
-        {Property::order, &ControlWindow::showOrder},
-    };
-    show(property, setters);
+    show(property, Setter::common());
 }
 
 void ControlWindow::place() {

@@ -82,15 +82,11 @@ class ControlWindow : public Heard, public std::enable_shared_from_this<ControlW
         WNDPROC own = nullptr;
         ControlWindow* view = nullptr;
     };
-    struct Setter {
-        Property property;
-        void (ControlWindow::*show)();
-
-        template <typename View>
-        Setter(Property changed, void (View::*setter)())
-            : property(changed), show(static_cast<void (ControlWindow::*)()>(setter)) {}
-    };
-    void show(Property property, std::span<const Setter> setters);
+    using Setter = vkr::Setter<ControlWindow>;
+    friend Setter;
+    void show(Property property, std::span<const Setter> setters) {
+        Setter::call(*this, property, setters);
+    }
 
     // Makes the window, in front of those that are there, at the place of the model.
     void create(const wchar_t* kind, DWORD style, HWND parent, DWORD extended = 0);

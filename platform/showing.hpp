@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <set>
+#include <span>
 
 namespace vkr {
 
@@ -59,6 +60,33 @@ void tell(View& view, Property property) {
         view.showDue();
     view.show(property);
 }
+
+// A function by which a view shows a property. What views of all kinds show comes first; a kind has
+// a table of its own for what it has more.
+template <typename View>
+struct Setter {
+    Property property;
+    void (View::*show)();
+
+    template <typename Kind>
+    Setter(Property changed, void (Kind::*setter)())
+        : property(changed), show(static_cast<void (View::*)()>(setter)) {}
+
+    static void call(View& view, Property property, std::span<const Setter> setters) {
+        for (const Setter& setter : setters)
+            if (setter.property == property)
+                (view.*setter.show)();
+    }
+    [[nodiscard]] static std::span<const Setter> common() {
+        static const Setter setters[] = {
+            {Property::place, &View::showPlace},     {Property::visible, &View::showVisible},
+            {Property::enabled, &View::showEnabled}, {Property::colors, &View::showColors},
+            {Property::caption, &View::showNames},   {Property::toolTip, &View::showNames},
+            {Property::mark, &View::showNames},      {Property::order, &View::showOrder},
+        };
+        return setters;
+    }
+};
 
 // The frames on show whose views are up to date.
 class FramesOnShow {

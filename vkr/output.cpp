@@ -110,20 +110,19 @@ void Output::writeRow(const std::vector<std::string>& cells, const std::vector<i
 
 void Output::write(std::string_view text) {
     terminal_.makeWayFor(text);
-    if (!isRead_ || std::fwrite(text.data(), 1, text.size(), stdout) == text.size())
-        return;
-    isRead_ = false;
-    if (errno != EPIPE)
-        throw CommandFailure(ExitCode::refused, "The output could not be written: " +
-                                                    std::generic_category().message(errno) + ".");
+    if (isRead_ && std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
+        giveUp();
 }
 
 void Output::finish() {
     assert(!isOpen_);
     if (isObject_ && format_ == Format::json)
         write("\n}\n");
-    if (!isRead_ || std::fflush(stdout) == 0)
-        return;
+    if (isRead_ && std::fflush(stdout) != 0)
+        giveUp();
+}
+
+void Output::giveUp() {
     isRead_ = false;
     if (errno != EPIPE)
         throw CommandFailure(ExitCode::refused, "The output could not be written: " +

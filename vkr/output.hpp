@@ -54,6 +54,7 @@ class Output {
   private:
     void writeRow(const std::vector<std::string>& cells, const std::vector<int>& widths);
     void writeText();
+    void giveUp(); // the reader has gone, or there is a failure
 
     Format format_;
     Terminal& terminal_; // whose progress makes way

@@ -3,7 +3,9 @@
 
 #include "tests/automation/test_container.hpp"
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace vkr::automation {
 
@@ -63,6 +65,22 @@ struct Control : WithLibrary {
         wchar_t text[300] = {};
         GetWindowTextW(GetFocus(), text, 300);
         return textOf(std::wstring_view(text));
+    }
+    // The texts of everything that has a window in the form.
+    std::vector<std::wstring> texts() {
+        HWND window = nullptr;
+        EXPECT_EQ(as<IOleInPlaceObject>()->GetWindow(&window), S_OK);
+        std::vector<std::wstring> all;
+        EnumChildWindows(
+            window,
+            [](HWND child, LPARAM into) -> BOOL {
+                wchar_t text[200] = {};
+                GetWindowTextW(child, text, 200);
+                reinterpret_cast<std::vector<std::wstring>*>(into)->emplace_back(text);
+                return TRUE;
+            },
+            reinterpret_cast<LPARAM>(&all));
+        return all;
     }
     // A record that can only be called by name.
     HRESULT give(IDispatch* record) {

@@ -540,18 +540,7 @@ TEST_F(Control, HasItsCaptionsWithoutHavingBeenRestored) {
     const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
     control->putref_objCompany(company.get());
     doVerb(OLEIVERB_INPLACEACTIVATE);
-    HWND window = nullptr;
-    ASSERT_EQ(as<IOleInPlaceObject>()->GetWindow(&window), S_OK);
-    std::vector<std::wstring> captions;
-    EnumChildWindows(
-        window,
-        [](HWND child, LPARAM into) -> BOOL {
-            wchar_t text[200] = {};
-            GetWindowTextW(child, text, 200);
-            reinterpret_cast<std::vector<std::wstring>*>(into)->emplace_back(text);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&captions));
+    const auto captions = texts();
     // A text of the localizer, where the form as it is laid out has another.
     EXPECT_NE(std::ranges::find(captions, L"&Help"), captions.end());
     EXPECT_EQ(std::ranges::find(captions, L"Legend caption"), captions.end());

@@ -52,23 +52,6 @@ struct ForeignServices : Control {
         CoRevokeClassObject(cookie);
         RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
     }
-
-    // Of everything that is on show.
-    std::vector<std::wstring> texts() {
-        HWND window = nullptr;
-        EXPECT_EQ(as<IOleInPlaceObject>()->GetWindow(&window), S_OK);
-        std::vector<std::wstring> all;
-        EnumChildWindows(
-            window,
-            [](HWND child, LPARAM into) -> BOOL {
-                wchar_t text[200] = {};
-                GetWindowTextW(child, text, 200);
-                reinterpret_cast<std::vector<std::wstring>*>(into)->emplace_back(text);
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&all));
-        return all;
-    }
 };
 
 TEST_F(ForeignServices, ALocalizerGivesTheCaptions) {
