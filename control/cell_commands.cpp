@@ -111,7 +111,7 @@ bool CellCommands::key(Control& control, KeyCode key, int shift) {
     }
     const CellKey command = cellKeyOf(key, shift);
     if (command == CellKey::copyWithHeadings)
-        return copy(Headings::with);
+        return copy(Headings::with) != Copied::noCells;
     if (command == CellKey::takePrevious)
         takePrevious(*place);
     if (command == CellKey::fillDown)
@@ -128,9 +128,9 @@ bool CellCommands::keyOfSelection(const Place& place, KeyCode key, int shift) {
         (shift == shifts::control && key == 'X') || (shift == shifts::shift && key == keys::del);
     const bool deletes = shift == shifts::none && (key == keys::del || key == keys::backspace);
     if (copies)
-        return copy(Headings::without);
+        return copy(Headings::without) != Copied::noCells;
     if (cuts) {
-        if (mayChange(place) && copy(Headings::without))
+        if (mayChange(place) && copy(Headings::without) == Copied::done)
             empty(place);
         return true;
     }
@@ -238,13 +238,13 @@ void CellCommands::carryOut(MenuCommand command) {
 
 // --- copy ----------------------------------------------------------------------------------------
 
-bool CellCommands::copy(Headings headings) {
+CellCommands::Copied CellCommands::copy(Headings headings) {
     const auto place = focused();
     if (!place)
-        return false;
+        return Copied::noCells;
     const SeriesGrid& grid = *place->grid;
     if (!settle(*place))
-        return false;
+        return Copied::noCells;
     const auto span = spanOf(*place);
     CellTexts cells;
     if (headings == Headings::with) {
@@ -264,12 +264,12 @@ bool CellCommands::copy(Headings headings) {
                                : grid.exactText(column, grid.held({column, row}).value_or(0)));
         }
     }
-    ifPossible([&] {
+    const bool isThere = attempt([&] {
         const std::string text = clipboardText(cells);
         context_.services.setClipboardText(text);
         context_.noteCopy(text);
     });
-    return true;
+    return isThere ? Copied::done : Copied::refused;
 }
 
 // --- paste ---------------------------------------------------------------------------------------

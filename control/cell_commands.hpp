@@ -32,9 +32,10 @@ class CellCommands {
     // one.
     [[nodiscard]] std::optional<MenuCells> selectedWith(const Control& control) const;
     void carryOut(MenuCommand command); // on the selection
-    // The selection, or the cell that has the focus. False where no cell has it.
+    // The selection, or the cell that has the focus. Refused: by the clipboard.
     enum class Headings { without, with };
-    bool copy(Headings headings);
+    enum class Copied { noCells, refused, done };
+    Copied copy(Headings headings);
 
   private:
     using Cell = SeriesGrid::Cell;

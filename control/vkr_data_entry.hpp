@@ -131,7 +131,8 @@ class VKRDataEntry {
     // Copies the selected cells of the grid that has the focus, or the cell, as text with tabs: all
     // digits, in the currency unit and with the decimal mark of the form, so that pasting it again
     // gives the same figures. Headings are those of the columns above, with their units, and years
-    // or quarters (as 2024-03-31) beside them. False where no cell has the focus.
+    // or quarters (as 2024-03-31) beside them. False where no cell has the focus,
+    // and where the clipboard takes nothing.
     bool copyCells();
     bool copyCellsWithHeadings();
     // Brings a field, named as in MarkedField, on show with its tab and moves the focus there.

@@ -107,6 +107,11 @@ void VKRDataEntry::Impl::listMarked(MarkKind kind, std::vector<MarkedField>& res
 }
 
 // A text that waits has no field: its row comes back, and the cell as near as there is one.
+bool VKRDataEntry::Impl::copiesCells(CellCommands::Headings headings) {
+    using enum CellCommands::Copied;
+    return attemptOr(noCells, [&] { return cells.copy(headings); }) == done;
+}
+
 void VKRDataEntry::Impl::showField(std::string_view id) {
     for (SeriesGrid* grid :
          {static_cast<SeriesGrid*>(&yearly), static_cast<SeriesGrid*>(&quarterly)})

@@ -4,6 +4,7 @@
 #include "native/windows_api.hpp"
 
 #include <cstring>
+#include <stdexcept>
 
 namespace vkr::clipboard {
 
@@ -11,7 +12,8 @@ namespace {
 
 class Opened {
   public:
-    Opened() : open_(OpenClipboard(nullptr) != FALSE) {}
+    // Without an owner, who empties it may not be able to put anything there.
+    Opened() : open_(OpenClipboard(GetFocus()) != FALSE) {}
     ~Opened() {
         if (open_)
             CloseClipboard();
@@ -67,20 +69,21 @@ void clear() {
 
 void setText(const std::wstring& text) {
     const Opened opened;
-    if (!opened)
-        return;
-    EmptyClipboard();
-    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-    const HGLOBAL held = GlobalAlloc(GMEM_MOVEABLE, bytes);
-    if (held == nullptr)
-        return;
-    if (void* place = GlobalLock(held); place != nullptr) {
-        std::memcpy(place, text.c_str(), bytes);
-        GlobalUnlock(held);
-        if (SetClipboardData(CF_UNICODETEXT, held) != nullptr)
-            return;
+    if (opened) {
+        EmptyClipboard();
+        const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+        const HGLOBAL held = GlobalAlloc(GMEM_MOVEABLE, bytes);
+        if (void* place = held == nullptr ? nullptr : GlobalLock(held); place != nullptr) {
+            std::memcpy(place, text.c_str(), bytes);
+            GlobalUnlock(held);
+            if (SetClipboardData(CF_UNICODETEXT, held) != nullptr)
+                return;
+        }
+        if (held != nullptr)
+            GlobalFree(held);
     }
-    GlobalFree(held);
+    // What was to be cut must stay.
+    throw std::runtime_error("The clipboard took nothing.");
 }
 
 } // namespace vkr::clipboard

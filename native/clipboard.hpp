@@ -10,6 +10,6 @@ namespace vkr::clipboard {
 [[nodiscard]] std::wstring text(); // empty where another program holds the clipboard
 [[nodiscard]] std::string html();  // beside the text, as programs write it
 void clear();
-void setText(const std::wstring& text);
+void setText(const std::wstring& text); // throws where another program holds it
 
 } // namespace vkr::clipboard

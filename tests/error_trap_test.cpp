@@ -157,6 +157,25 @@ TEST(ErrorTrap, ACutThatReachesNoClipboardKeepsTheText) {
     EXPECT_EQ(scene.field("txtName").text(), name);
 }
 
+TEST(ErrorTrap, CellsThatReachNoClipboardAreNotCut) {
+    for (const char* keys : {"^x", "+{DEL}"}) {
+        HostileScene scene;
+        scene.start();
+        const auto company = fullCompany();
+        scene.entry->put_objCompany(company);
+        scene.desktop.clickTab(toYearly);
+        scene.desktop.click("txtSales(3)");
+        const auto before = company->get_YRevenueSeries();
+        scene.desktop.failing = {"setClipboardText"};
+        scene.desktop.type(std::string("+{DOWN}") + keys);
+        EXPECT_EQ(company->get_YRevenueSeries(), before) << keys;
+        EXPECT_FALSE(scene.entry->copyCells());
+        scene.desktop.failing.clear();
+        scene.desktop.type(keys);
+        EXPECT_NE(company->get_YRevenueSeries(), before) << keys;
+    }
+}
+
 TEST(ErrorTrap, ADateTypedWhereTheDayOfTodayIsUnknownIsMarked) {
     HostileScene scene;
     scene.start();
