@@ -124,15 +124,27 @@ void SplitDialog::preview() {
     }
 }
 
+void SplitDialog::noteTicks() {
+    for (int row = 0; row < table_->rowCount(); ++row) {
+        const DatumChange& change = changes_[static_cast<std::size_t>(row)].change;
+        if (table_->item(row, figureColumn)->checkState() == Qt::Checked)
+            unticked_.erase({change.datum, change.element});
+        else
+            unticked_.emplace(change.datum, change.element);
+    }
+}
+
 void SplitDialog::fill(const SplitChanges& split) {
     const QSignalBlocker quietly(table_);
+    noteTicks();
     changes_ = split.changes;
     table_->setRowCount(static_cast<int>(changes_.size()));
     int row = 0;
     for (const auto& [change, isInexact] : changes_) {
         auto* figure = new QTableWidgetItem(helpTitleOf(topicOf(change.datum)));
         figure->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
-        figure->setCheckState(Qt::Checked);
+        figure->setCheckState(unticked_.contains({change.datum, change.element}) ? Qt::Unchecked
+                                                                                 : Qt::Checked);
         table_->setItem(row, figureColumn, figure);
         const QString period =
             change.element ? assistantFacts(topicOf(change.datum), *record_, change.element).period

@@ -7,6 +7,9 @@
 #include <QDialog>
 
 #include <memory>
+#include <optional>
+#include <set>
+#include <utility>
 #include <vector>
 
 QT_BEGIN_NAMESPACE
@@ -37,6 +40,7 @@ class SplitDialog : public QDialog {
   private:
     void layOut();
     void preview();
+    void noteTicks();
     void fill(const SplitChanges& split);
     void showCount();
     void tell(const QString& text);
@@ -45,6 +49,8 @@ class SplitDialog : public QDialog {
     QString dateFormat_;
     Split split_;
     std::vector<SplitChange> changes_; // a row each
+    // What the person has unticked, also while it has no row.
+    std::set<std::pair<Datum, std::optional<int>>> unticked_;
     QLineEdit* ratio_;
     QLineEdit* date_;
     QLabel* told_;

@@ -75,6 +75,27 @@ TEST_F(SplitDialogTest, AdjustsWhatIsTicked) {
     EXPECT_EQ(cell.text().substr(0, 3), "0.7") << "and shows it";
 }
 
+// A slip in the ratio is mended without ticking everything again.
+TEST_F(SplitDialogTest, KeepsTheTicksOfTheRowsThatStay) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    whenUp([](SplitDialog& dialog) {
+        fill(dialog, "4:1", "2020-08-31");
+        const int row = table(dialog).findItems("2.97", Qt::MatchExactly).front()->row();
+        table(dialog).item(row, 0)->setCheckState(Qt::Unchecked);
+        for (const auto& [ratio, date] :
+             {std::pair("", "2020-08-31"), std::pair("7:1", "2020-08-31"),
+              std::pair("7:1", "2020-08-30"), std::pair("7:1", "1990-01-01"),
+              std::pair("4:1", "2020-08-31")})
+            fill(dialog, ratio, date);
+        EXPECT_EQ(table(dialog).item(row, 0)->checkState(), Qt::Unchecked);
+        EXPECT_EQ(adjust(dialog).text(), "Adjust 36 Figures");
+        table(dialog).item(row, 0)->setCheckState(Qt::Checked);
+        fill(dialog, "5:1", "2020-08-31");
+        EXPECT_EQ(adjust(dialog).text(), "Adjust 37 Figures");
+    });
+    choose(window);
+}
+
 TEST_F(SplitDialogTest, SaysWhatIsNoSplitAndNoDate) {
     CompanyWindow& window = open(*host_, "AAPL");
     whenUp([](SplitDialog& dialog) {
