@@ -174,7 +174,7 @@ bool BlockPlacing::namesPeriods() const {
 int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
     head = trimmed(head);
     for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
-        const auto& [name, others, measure, negatives] = grid_.columns[column];
+        const auto& [name, others, first, measure, negatives] = grid_.columns[column];
         const auto isHead = [&](const std::string& one) { return equalsIgnoringCase(head, one); };
         if (isHead(name) || std::ranges::any_of(others, isHead))
             return static_cast<int>(column);
@@ -188,15 +188,34 @@ int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
     return -1;
 }
 
-std::vector<int> BlockPlacing::namesOf(Run periods) const {
+// The lines' heads, where they have any.
+BlockPlacing::Line BlockPlacing::headsOf(Run periods) const {
     const bool across = periods == Run::across;
     if (across ? firstColumn_ == 0 : firstRow_ == 0)
         return {};
+    return across ? line(Run::down, 0) : line(Run::across, firstRow_ - 1);
+}
+
+std::vector<int> BlockPlacing::namesOf(Run periods) const {
+    const Line heads = headsOf(periods);
     std::vector<int> names;
-    for (const std::string& head : across ? line(Run::down, 0) : line(Run::across, firstRow_ - 1))
+    for (const std::string& head : heads)
         names.push_back(columnNamed(head));
-    const bool known = std::ranges::any_of(names, [](int column) { return column >= 0; });
-    return known ? names : std::vector<int>();
+    if (std::ranges::all_of(names, [](int column) { return column < 0; }))
+        return {};
+    for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
+        const auto goesFirst = [&](const std::string& head) {
+            return std::ranges::any_of(grid_.columns[column].firstNames, [&](const auto& name) {
+                return equalsIgnoringCase(trimmed(head), name);
+            });
+        };
+        if (std::ranges::none_of(heads, goesFirst))
+            continue;
+        for (std::size_t at = 0; at < heads.size(); ++at)
+            if (names[at] == static_cast<int>(column) && !goesFirst(heads[at]))
+                names[at] = -1;
+    }
+    return names;
 }
 
 } // namespace vkr

@@ -163,7 +163,7 @@ void BlockPlacing::suggest() {
     if (!switches_.byNames || switches_.unit != 0)
         return;
     std::set<int> units;
-    const Line heads = periods() == Run::across ? line(Run::down, 0) : cells_[firstRow_ - 1];
+    const Line heads = headsOf(periods());
     for (const std::string& head : heads) {
         int unit = 0;
         if (const int column = columnNamed(head, &unit);
@@ -251,8 +251,8 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
             cell.comments.push_back({remark, head});
     };
     if (cell.column < 0) {
-        say(BlockRemark::noSuchColumn,
-            cellIn(across ? Run::down : Run::across, across ? 0 : firstRow_ - 1, series));
+        const BlockComment why = withoutColumn(names, series);
+        say(why.remark, why.detail);
     } else if (cell.row < 0) {
         say(BlockRemark::noSuchPeriod, headOf(period));
     } else {
@@ -268,6 +268,15 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
         cell.named = headOf(period);
     }
     return cell;
+}
+
+// Why a line has no column: its head names none, or another head goes before it.
+BlockComment BlockPlacing::withoutColumn(const std::vector<int>& names, std::size_t series) const {
+    const Line heads = headsOf(periods());
+    if (const int column = columnNamed(heads[series]); column >= 0)
+        if (const auto first = std::ranges::find(names, column); first != names.end())
+            return {BlockRemark::otherHead, heads[static_cast<std::size_t>(first - names.begin())]};
+    return {BlockRemark::noSuchColumn, heads[series]};
 }
 
 void BlockPlacing::read(PlacedCell& cell) const {
@@ -328,7 +337,7 @@ void BlockPlacing::check(PlacedCell& cell) const {
                    ((units_.unclear && switches_.unit == 0) || (shares && units_.sharesUnclear)),
                BlockRemark::unitUnclear);
     const auto held = heldAt(cell.column, cell.row);
-    cell.sayIf(cell.held != 0 && cell.held != *cell.figure && held->origin == Origin::typed,
+    cell.sayIf(cell.held != 0 && cell.held != *cell.figure && held->isByHand,
                BlockRemark::replacesTyped);
 }
 

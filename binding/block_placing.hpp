@@ -5,7 +5,6 @@
 #include "input/block_figure.hpp"
 #include "platform/date.hpp"
 #include "platform/services.hpp"
-#include "record/actions.hpp"
 
 #include <optional>
 #include <string>
@@ -26,6 +25,8 @@ struct BlockGrid {
     struct Column {
         std::string name;                         // its head, without a unit
         std::vector<std::string> otherNames = {}; // that reports give it
+        // Of the other names: where a block has one of these, what is below any other is left out.
+        std::vector<std::string> firstNames = {};
         Measure measure = Measure::plain;
         bool negatives = false; // takes a minus
 
@@ -41,10 +42,10 @@ struct BlockGrid {
         int year;
         Date end;
     };
-    // A figure that the record has, and where it is from: nothing where nobody knows.
+    // A figure that the record has, and whether a person has put it there, or may have.
     struct Held {
         double figure = 0;
-        std::optional<Origin> origin = {};
+        bool isByHand = false;
     };
     struct UnitName {
         std::string text; // "(M)", as it stands behind a head
@@ -189,6 +190,9 @@ class BlockPlacing {
     [[nodiscard]] std::optional<std::string> cornerOf(Run run) const;
     [[nodiscard]] bool follows(const Period& before, const Period& period, bool mayMiss) const;
     [[nodiscard]] int columnNamed(std::string_view head, int* unit = nullptr) const;
+    [[nodiscard]] Line headsOf(Run periods) const;
+    [[nodiscard]] BlockComment withoutColumn(const std::vector<int>& names,
+                                             std::size_t series) const;
     // Columns of the grid by the block's lines; -1: none. Empty where no head is one of the grid's.
     [[nodiscard]] std::vector<int> namesOf(Run periods) const;
     [[nodiscard]] Run periods() const;

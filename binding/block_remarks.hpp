@@ -37,6 +37,7 @@ enum class BlockRemark {
     sharesUnit,  // detail: exponent of the unit that the titles tell for shares
     unnamed,     // no head above or beside it
     otherMonths, // detail: how many months the block speaks of
+    otherHead,   // detail: the head in the block that goes before its own
 };
 
 enum class RemarkKind {
@@ -81,6 +82,7 @@ inline constexpr BlockRemarkRow blockRemarks[] = {
     {BlockRemark::sharesUnit, RemarkKind::reading, 771},
     {BlockRemark::unnamed, RemarkKind::leftOut, 772},
     {BlockRemark::otherMonths, RemarkKind::doubt, 773},
+    {BlockRemark::otherHead, RemarkKind::leftOut, 774},
 };
 
 [[nodiscard]] constexpr const BlockRemarkRow& remarkRow(BlockRemark remark) {
@@ -90,7 +92,7 @@ static_assert([] {
     for (std::size_t i = 0; i < std::size(blockRemarks); ++i)
         if (blockRemarks[i].remark != static_cast<BlockRemark>(i))
             return false;
-    return std::size(blockRemarks) == static_cast<std::size_t>(BlockRemark::otherMonths) + 1;
+    return std::size(blockRemarks) == static_cast<std::size_t>(BlockRemark::otherHead) + 1;
 }());
 
 [[nodiscard]] constexpr bool isDoubt(BlockRemark remark) {

@@ -30,6 +30,7 @@ struct ReportName {
     std::string_view name;
     Datum yearly;
     std::optional<Datum> quarterly = {};
+    bool goesFirst = false; // before the other names of the column, where a block has both
 };
 using enum Datum;
 constexpr ReportName reportNames[] = {
@@ -61,10 +62,14 @@ constexpr ReportName reportNames[] = {
     {"EPS", YEPSSeries, QEPSSeries},
     {"Earnings per share", YEPSSeries, QEPSSeries},
     {"Basic EPS", YEPSSeries, QEPSSeries},
-    {"Diluted EPS", YEPSSeries, QEPSSeries},
-    {"Diluted earnings per share", YEPSSeries, QEPSSeries},
-    {"Earnings per share, diluted", YEPSSeries, QEPSSeries},
-    {"Diluted (in dollars per share)", YEPSSeries, QEPSSeries},
+    {"Basic earnings per share", YEPSSeries, QEPSSeries},
+    {"Earnings per share, basic", YEPSSeries, QEPSSeries},
+    {"EPS (Basic)", YEPSSeries, QEPSSeries},
+    {"Diluted EPS", YEPSSeries, QEPSSeries, true},
+    {"Diluted earnings per share", YEPSSeries, QEPSSeries, true},
+    {"Earnings per share, diluted", YEPSSeries, QEPSSeries, true},
+    {"EPS (Diluted)", YEPSSeries, QEPSSeries, true},
+    {"Diluted (in dollars per share)", YEPSSeries, QEPSSeries, true},
     {"Common equity", YCommEqSeries},
     {"Total shareholders\u2019 equity", YCommEqSeries},
     {"Total shareholders' equity", YCommEqSeries},
@@ -81,10 +86,10 @@ constexpr ReportName reportNames[] = {
     {"Diluted shares outstanding", YCSOSeries},
 };
 
-std::vector<std::string> reportNamesOf(Datum series) {
+std::vector<std::string> reportNamesOf(Datum series, bool firstOnly) {
     std::vector<std::string> names;
     for (const auto& row : reportNames)
-        if (row.yearly == series || row.quarterly == series)
+        if ((row.yearly == series || row.quarterly == series) && (row.goesFirst || !firstOnly))
             names.emplace_back(row.name);
     return names;
 }
@@ -130,8 +135,9 @@ std::vector<std::optional<BlockGrid::Held>> BlockPaste::heldIn(Datum series, Hos
         const auto element = grid_.elementOf(row);
         if (!element || !value.isArray() || !value.array().contains(*element))
             continue;
-        held[static_cast<std::size_t>(row)] = {.figure = value.array().number(*element),
-                                               .origin = host.originOf(series, *element)};
+        const double figure = value.array().number(*element);
+        held[static_cast<std::size_t>(row)] = {
+            .figure = figure, .isByHand = figure != 0 && host.isByHand(series, *element)};
     }
     return held;
 }
@@ -141,7 +147,8 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, HostLine& host) const {
     for (const auto& column : grid_.columns()) {
         const GridSeries& shown = grid_.seriesOf(column);
         grid.columns.push_back({.name = grid_.nameOf(static_cast<int>(grid.columns.size())),
-                                .otherNames = reportNamesOf(shown.series),
+                                .otherNames = reportNamesOf(shown.series, false),
+                                .firstNames = reportNamesOf(shown.series, true),
                                 .measure = measureOf(column, shown.series),
                                 .negatives = column.negatives});
         grid.held.push_back(heldIn(shown.series, host));

@@ -39,10 +39,11 @@ bool HostLine::history(HistoryStep step) {
     return takesHistory() && attemptOr(false, [&] { return asked_.history(step); });
 }
 
-std::optional<Origin> HostLine::originOf(Datum series, int element) {
+bool HostLine::isByHand(Datum series, int element) {
     if (!asked_.originOf)
-        return std::nullopt;
-    return attemptOr(std::optional<Origin>(), [&] { return asked_.originOf(series, element); });
+        return false;
+    return mayBeByHand(
+        attemptOr(std::optional<Origin>(), [&] { return asked_.originOf(series, element); }));
 }
 
 } // namespace vkr

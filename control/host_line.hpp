@@ -36,7 +36,8 @@ class HostLine {
     void stateChanged();
     [[nodiscard]] bool takesHistory() const { return asked_.history != nullptr; }
     bool history(HistoryStep step); // whether the host has taken the step
-    [[nodiscard]] std::optional<Origin> originOf(Datum series, int element);
+    // Whether a person has put a figure there, or may have; no where the host tells no origins.
+    [[nodiscard]] bool isByHand(Datum series, int element);
 
   private:
     Services& services_;

@@ -12,7 +12,7 @@ double ReviewRow::difference() const {
 }
 
 bool ReviewRow::isByHand() const {
-    return stored != 0 && origin != Origin::imported && origin != Origin::derived;
+    return stored != 0 && mayBeByHand(origin);
 }
 
 int FilingsReview::ticked() const {

@@ -32,8 +32,7 @@ struct ReviewRow {
     bool ticked = false;
 
     [[nodiscard]] double difference() const; // filed less stored
-    // Whether a person has put the stored figure there, or may have: of what is not known to come
-    // from a document or from arithmetic it has to be assumed.
+    // Whether a person has put the stored figure there, or may have.
     [[nodiscard]] bool isByHand() const;
 };
 

@@ -4,6 +4,7 @@
 #include "record/ivkr_company.hpp"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vkr {
@@ -17,6 +18,12 @@ enum class Origin {
     derived,  // worked out from other data
     shifted,  // moved to another period
 };
+
+// Whether a person has put a figure there, or may have: of what is not known to come from a
+// document or from arithmetic it has to be assumed.
+[[nodiscard]] constexpr bool mayBeByHand(std::optional<Origin> origin) {
+    return origin != Origin::imported && origin != Origin::derived;
+}
 
 // What a person did, be it one write or hundreds.
 struct Action {

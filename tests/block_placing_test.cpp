@@ -41,6 +41,7 @@ const char* wordFor(BlockRemark remark) {
         {BlockRemark::sharesUnit, "shares"},
         {BlockRemark::unnamed, "unnamed"},
         {BlockRemark::otherMonths, "months?"},
+        {BlockRemark::otherHead, "other"},
     };
     return words.at(remark);
 }
@@ -549,14 +550,25 @@ TEST(BlockPlacing, ADashIsNothingUnlessItIsToBeEmpty) {
 TEST(BlockPlacing, AsksTwiceBeforeATypedFigureGoes) {
     BlockGrid grid = yearly();
     hold(grid, [](int, int row) {
-        return row == 0   ? Held{7, Origin::typed}
-               : row == 1 ? Held{7, Origin::imported}
-               : row == 2 ? Held{7, std::nullopt}
-                          : Held{0, Origin::typed};
+        return row == 0 ? Held{7, true} : row == 1 ? Held{7, false} : Held{0, true};
     });
-    EXPECT_EQ(placed("1\n2\n3\n4", grid),
-              "2016 Revenue 1 typed?; 2017 Revenue 2; 2018 Revenue 3; 2019 Revenue 4");
+    EXPECT_EQ(placed("1\n2\n3", grid), "2016 Revenue 1 typed?; 2017 Revenue 2; 2018 Revenue 3");
     EXPECT_EQ(placed("7", grid), "2016 Revenue 7"); // the same figure
+}
+
+TEST(BlockPlacing, OfTwoHeadsForAColumnTakesTheOneThatGoesFirst) {
+    BlockGrid grid = yearly();
+    grid.columns[3].name = "Basic EPS";
+    grid.columns[3].otherNames = {"Diluted EPS", "EPS (Basic)"};
+    grid.columns[3].firstNames = {"Diluted EPS"};
+    EXPECT_EQ(placed("Basic EPS\tDiluted EPS\n3.3\t3.2", grid),
+              "'3.3' other=Diluted EPS; 2016 Basic EPS 3.2");
+    EXPECT_EQ(placed("diluted eps\tRevenue\tEPS (Basic)\n3.2\t7\t3.3", grid),
+              "2016 Basic EPS 3.2; 2016 Revenue 7; '3.3' other=diluted eps");
+    EXPECT_EQ(placed("\t2016\t2017\nBasic EPS\t3.3\t4.3\nDiluted EPS\t3.2\t4.2", grid),
+              "'3.3' other=Diluted EPS; '4.3' other=Diluted EPS; 2016 Basic EPS 3.2; "
+              "2017 Basic EPS 4.2");
+    EXPECT_EQ(placed("Basic EPS\n3.3", grid), "2016 Basic EPS 3.3") << "alone it is as good";
 }
 
 TEST(BlockPlacing, JoinsSignsThatWebTablesHoldApart) {

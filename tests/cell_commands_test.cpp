@@ -202,17 +202,36 @@ TEST(CellCommands, FollowTheSwitchesOfThePreview) {
 TEST(CellCommands, TellWhatAPasteReplaces) {
     Scene scene;
     scene.enter("txtSales(8)", "7.125");
-    scene.entry->originOf = [](Datum series, int element) {
-        return series == Datum::YRevenueSeries && element == 2 ? std::optional(Origin::typed)
-                                                               : std::nullopt;
+    std::optional<Origin> origin = Origin::typed;
+    scene.entry->originOf = [&](Datum, int) { return origin; };
+    const auto lastPaste = [&] {
+        scene.paste("txtSales(8)", "1\n2");
+        return scene.desktop.pastes().back().lines;
     };
-    scene.paste("txtSales(8)", "1\n2");
+    for (const auto& one :
+         {std::optional(Origin::typed), std::optional(Origin::pasted), std::optional<Origin>()}) {
+        origin = one;
+        scene.enter("txtSales(8)", "7.125");
+        const auto lines = lastPaste();
+        EXPECT_EQ(lines[0].before, "7.125");
+        EXPECT_EQ(lines[0].fate, PasteFate::doubtful);
+        EXPECT_EQ(lines[0].remark, "Replaces what was typed or pasted, or may have been.");
+    }
+    origin = Origin::imported;
+    scene.enter("txtSales(8)", "7.125");
+    EXPECT_EQ(lastPaste()[0].fate, PasteFate::taken);
+    scene.entry->originOf = {}; // a host that keeps no account
+    scene.enter("txtSales(8)", "7.125");
+    EXPECT_EQ(lastPaste()[0].remark, "");
+}
+
+TEST(CellCommands, TellWhatAPasteHasNoPlaceFor) {
+    Scene scene;
+    scene.paste("txtSales(8)", "Basic EPS\tDiluted EPS\n3.3\t3.2");
     const auto& lines = scene.desktop.pastes()[0].lines;
-    EXPECT_EQ(lines[0].before, "7.125");
-    EXPECT_EQ(lines[0].fate, PasteFate::doubtful);
-    EXPECT_EQ(lines[0].remark, "Replaces a figure that was typed.");
-    EXPECT_EQ(lines[1].before, "");
+    EXPECT_EQ(lines[0].remark, "The figures below \"Diluted EPS\" are taken for this column.");
     EXPECT_EQ(lines[1].fate, PasteFate::taken);
+    EXPECT_EQ(scene.desktop.pastes()[0].lines.size(), 2U);
 }
 
 // Quarters are counted from the record's fiscal year, and shares keep the unit that is theirs.
