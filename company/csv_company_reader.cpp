@@ -38,7 +38,7 @@ class CompanyReader {
         }
         if (const DatumRow* datum = findCsvDatum(DatumPeriod::none, name))
             std::visit([&](const auto& access) { take(row[1], *datum, access); }, datum->access);
-        else if (const SettingRow* setting = findSetting(name))
+        else if (const SettingRow* setting = settingOf(name))
             takeSetting(row[1], *setting);
         else if (!trimmed(row[1].text).empty())
             findings_.note(key.line, 1, key.text, "a record has no place for this");
@@ -62,7 +62,7 @@ class CompanyReader {
     }
     void take(const CsvCell& /*cell*/, const DatumRow& /*row*/, const SeriesAccess& /*access*/) {}
 
-    static const SettingRow* findSetting(std::string_view key) {
+    static const SettingRow* settingOf(std::string_view key) {
         const auto* row = std::find_if(std::begin(settingTable), std::end(settingTable),
                                        [&](const SettingRow& one) { return one.key == key; });
         return row == std::end(settingTable) ? nullptr : row;

@@ -3,6 +3,7 @@
 
 #include "company/exact_text.hpp"
 #include "company/period_moves.hpp"
+#include "record/setting_table.hpp"
 
 #include <algorithm>
 #include <array>
@@ -42,6 +43,17 @@ const std::array<std::size_t, datumCount + 1>& firstPlaces() {
         return first;
     }();
     return places;
+}
+
+std::size_t placesOfAll() {
+    return firstPlaces().back() + settingCount;
+}
+
+std::optional<std::size_t> placeOf(std::string_view setting) {
+    const SettingRow* const row = settingNamed(setting);
+    if (row == nullptr)
+        return std::nullopt;
+    return firstPlaces().back() + static_cast<std::size_t>(row - std::begin(settingTable));
 }
 
 std::size_t firstPlace(Datum datum) {
@@ -151,7 +163,7 @@ std::span<const Derivation> derivations() {
     return derivationTable;
 }
 
-FigureOrigins::FigureOrigins() : kinds_(1), places_(firstPlaces().back()) {}
+FigureOrigins::FigureOrigins() : kinds_(1), places_(placesOfAll()) {}
 
 FigureOrigins::Kind FigureOrigins::kindOf(const FigureOrigin& origin) {
     const auto found = std::ranges::find(kinds_, origin);
@@ -172,6 +184,16 @@ void FigureOrigins::put(Datum datum, std::optional<int> element, const FigureOri
         places_[*place] = kindOf(origin);
 }
 
+FigureOrigin FigureOrigins::ofSetting(std::string_view setting) const {
+    const auto place = placeOf(setting);
+    return place ? kinds_[places_[*place]] : FigureOrigin();
+}
+
+void FigureOrigins::putSetting(std::string_view setting, const FigureOrigin& origin) {
+    if (const auto place = placeOf(setting))
+        places_[*place] = kindOf(origin);
+}
+
 // Figures move first, then what followed from the old ones is outdated, and then comes what is
 // new, so that what is put in together with what it follows from is up to date.
 void FigureOrigins::note(const ChangeGroup& group) {
@@ -183,7 +205,9 @@ void FigureOrigins::note(const ChangeGroup& group) {
             change.origin != Origin::shifted)
             outdateWhatFollowsFrom(group, change);
     for (const Change& change : group.changes)
-        if (change.setting.empty() && change.origin != Origin::shifted)
+        if (!change.setting.empty()) // each value of it is one, "no" as well
+            putSetting(change.setting, {change.origin, change.document, false});
+        else if (change.origin != Origin::shifted)
             putEach(change);
     checkInvariants();
 }
@@ -193,7 +217,7 @@ void FigureOrigins::checkInvariants() const {
     assert(std::ranges::all_of(kinds_, [this](const FigureOrigin& kind) {
         return std::ranges::count(kinds_, kind) == 1;
     }));
-    assert(places_.size() == firstPlaces().back());
+    assert(places_.size() == placesOfAll());
     assert(std::ranges::all_of(places_, [this](Kind kind) { return kind < kinds_.size(); }));
 }
 
@@ -217,9 +241,7 @@ void FigureOrigins::shift(const ChangeGroup& group, const Change& change) {
 
 // An import replaces nothing that a person may have typed, not even by what follows from it.
 bool FigureOrigins::isSafeFrom(const Change& change, std::size_t place) const {
-    const auto& held = kinds_[places_[place]].origin;
-    return change.origin == Origin::imported &&
-           (!held || held == Origin::typed || held == Origin::pasted);
+    return change.origin == Origin::imported && mayBeByHand(kinds_[places_[place]].origin);
 }
 
 void FigureOrigins::outdate(std::size_t place) {
@@ -260,9 +282,10 @@ void FigureOrigins::putEach(const Change& change) {
 
 void FigureOrigins::tellIn(ChangeGroup& group) const {
     for (Change& change : group.changes) {
-        if (!change.setting.empty() || change.after.isArray())
+        if (change.setting.empty() && change.after.isArray())
             continue;
-        const FigureOrigin held = of(change.datum, change.element);
+        const FigureOrigin held =
+            change.setting.empty() ? of(change.datum, change.element) : ofSetting(change.setting);
         change.origin = held.origin;
         change.document = held.document;
     }
@@ -300,6 +323,9 @@ std::string FigureOrigins::text() const {
             from = to;
         }
     }
+    for (const SettingRow& row : settingTable)
+        if (const Kind kind = places_[*placeOf(row.name)]; kind != 0)
+            lines[kind].append(" ").append(row.name);
     std::string text;
     for (std::size_t i = 0; i < kinds_.size(); ++i)
         if (!lines[i].empty())
@@ -329,8 +355,10 @@ FigureOrigins FigureOrigins::fromText(std::string_view text) {
             std::string_view elements = takeUntil(line, ' ');
             const std::string_view datum = takeUntil(elements, ':');
             const auto row = std::ranges::find(datumTable(), datum, &DatumRow::name);
-            if (row == datumTable().end())
+            if (row == datumTable().end()) {
+                origins.putSetting(datum, origin);
                 continue;
+            }
             if (!isSeries(*row))
                 origins.put(row->datum, std::nullopt, origin);
             while (isSeries(*row) && !elements.empty()) {

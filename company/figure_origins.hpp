@@ -22,8 +22,9 @@ struct FigureOrigin {
     friend bool operator==(const FigureOrigin&, const FigureOrigin&) = default;
 };
 
-// Where each datum of a company comes from, and each element of its series. Follows the changes
-// that are made to the record: figures that move to another period take their origin with them.
+// Where each datum of a company comes from, each element of its series, and each setting. Follows
+// the changes that are made to the record: figures that move to another period take their origin
+// with them.
 //
 // What may be true together: each place has one of the kinds. No two of these are alike, and the
 // first is "not known", which every place has at first.
@@ -34,6 +35,9 @@ class FigureOrigins {
     [[nodiscard]] FigureOrigin of(Datum datum, std::optional<int> element = std::nullopt) const;
     // Elements that a series of CompanyRecord does not have are passed over.
     void put(Datum datum, std::optional<int> element, const FigureOrigin& origin);
+    // By its name in vkr::setting; others are passed over.
+    [[nodiscard]] FigureOrigin ofSetting(std::string_view setting) const;
+    void putSetting(std::string_view setting, const FigureOrigin& origin);
 
     // What a person did. Values that become absent have no origin any more.
     void note(const ChangeGroup& group);
@@ -65,7 +69,7 @@ class FigureOrigins {
     void putEach(const Change& change);
 
     std::vector<FigureOrigin> kinds_; // the first one is "not known"
-    std::vector<Kind> places_;        // of all data, one behind the other
+    std::vector<Kind> places_;        // of all data, one behind the other, then of the settings
 };
 
 // "typed", "pasted", ...: as it is stored.

@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vkr {
@@ -19,28 +20,38 @@ namespace vkr {
 // its place.
 struct TypedFigure {
     Datum datum{};
-    std::optional<int> element; // of a series, as the stored company counts
+    std::string_view setting = {}; // a name of vkr::setting; then it is that, and no datum
+    std::optional<int> element;    // of a series, as the stored company counts
     std::string period;   // "2024", or the end of a quarter, "2025-09-27"; "" of a single datum
     std::string stored;   // with all digits; a date as 2025-09-27
     std::string imported; // "" where it has nothing there
-    // Too old for the table once the import is in: lost either way.
-    bool leavesTheTable = false;
+    // Where the import has no row for its period any more: it is not shown then, whatever is kept.
+    enum class Leaves { no, tooOld, tooNew } leaves = Leaves::no;
+
+    [[nodiscard]] bool leavesTheTable() const { return leaves != Leaves::no; }
 };
 
-// Puts into the imported record what the import does not have at all, a table or the dates of one,
-// as it is stored. `files` are those that the data of tables are from.
+// The period of an element of a series: "2024", or the end of a quarter, "2025-09-27".
+[[nodiscard]] std::string periodText(const DatumRow& row, const iVKR_Company& company, int element);
+
+// Puts into the imported record what the import does not have at all, a table, the dates of one or
+// the unit, as it is stored. `files` are those that the data of tables are from.
 void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::string>& files,
                        CompanyRecord& imported);
 
 // What a person would lose by putting the imported record in the place of the stored one, series
-// first; years and quarters are compared by their periods.
+// first and settings last; years and quarters are compared by their periods.
 [[nodiscard]] std::vector<TypedFigure> typedFigures(const CompanyRecord& stored,
                                                     const FigureOrigins& origins,
                                                     const CompanyRecord& imported);
-// Puts them into the imported record, but for what leaves the table.
+// Puts them into the imported record, but for what it has no place for.
 void keepFigures(const CompanyRecord& stored, std::span<const TypedFigure> figures,
                  CompanyRecord& imported);
-// For people: "YRevenueSeries 2024: 391035, not 391000".
+// For people: "Yearly Revenue 2024".
+[[nodiscard]] std::string titleOf(const TypedFigure& figure);
+// "too old for the table", of one that leaves it.
+[[nodiscard]] std::string whyItLeaves(const TypedFigure& figure);
+// "Yearly Revenue 2024: 391035, not 391000".
 [[nodiscard]] std::string describe(const TypedFigure& figure);
 
 } // namespace vkr

@@ -45,9 +45,15 @@ void rememberFolder(const QString& folder) {
     programSettings().setValue(QLatin1String(folderKey), folder);
 }
 
-QString titleOf(const FolderImport::Entry& entry) {
-    const CompanyRecord& record = *entry.result.company;
+QString titleOf(const CompanyRecord& record) {
     return companyTitle(record.get_Name(), record.get_Symbol());
+}
+
+QStringList titlesOf(const std::vector<SaveRequest>& requests) {
+    QStringList titles;
+    for (const SaveRequest& request : requests)
+        titles.append(titleOf(*request.record));
+    return titles;
 }
 
 } // namespace
@@ -162,8 +168,9 @@ std::vector<CompanyKey> CsvTransfer::keep(const std::vector<FolderImport::Entry>
     if (!notes.isEmpty())
         tellNews(
             window_,
-            entries.size() == 1 ? tr("%1 was imported.").arg(titleOf(entries.front()))
-                                : tr("%1 companies were imported.").arg(chosen->size()),
+            entries.size() == 1
+                ? tr("%1 was imported.").arg(titleOf(*entries.front().result.company))
+                : tr("%1 companies were imported.").arg(chosen->size()),
             notes.size() == 1
                 ? tr("Left out: %1").arg(notes.front())
                 : tr("%1 entries have no place in a company and were left out.").arg(notes.size()),
@@ -175,32 +182,58 @@ std::optional<std::vector<SaveRequest>>
 CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
     std::vector<SaveRequest> fresh;
     std::vector<SaveRequest> known;
-    QStringList names;
+    std::vector<SaveRequest> unclear; // which of several stored ones they are of
     ImportMatches matches(store_);
     for (const FolderImport::Entry& entry : entries) {
         SaveRequest request{std::nullopt, entry.result.company, 0,
                             importedFrom(entry.prefix, entry.result)};
-        const auto stored = matches.take(*entry.result.company);
+        const auto stored = matches.of(*entry.result.company);
         if (!stored) {
             tellFault(window_, tr("Nothing was imported."), fromUtf8(stored.error().message));
             return std::nullopt;
         }
-        if (!stored.value()) {
+        const std::vector<CompanySummary>& alike = stored.value();
+        if (alike.empty()) {
             fresh.push_back(request);
             continue;
         }
-        request.id = stored.value()->key.id;
-        request.expectedRevision = stored.value()->key.revision;
+        if (alike.size() > 1) {
+            unclear.push_back(request);
+            continue;
+        }
+        matches.take(alike.front());
+        request.id = alike.front().key.id;
+        request.expectedRevision = alike.front().key.revision;
         known.push_back(request);
-        names.append(titleOf(entry));
     }
-    if (known.empty())
+    const QStringList names = titlesOf(known) + titlesOf(unclear);
+    if (names.empty())
         return fresh;
 
-    const int choice =
+    const auto choice = askAboutKnown(names);
+    if (choice == Known::cancel)
+        return std::nullopt;
+    if (choice == Known::keepBoth) {
+        for (SaveRequest& request : known)
+            request.id.reset();
+        fresh.insert(fresh.end(), unclear.begin(), unclear.end());
+    } else {
+        tellLeft(titlesOf(unclear),
+                 tr("The list has several companies of that symbol, or name where "
+                    "there is none: which one is meant is not clear. Give the "
+                    "others another one, or keep both."));
+        if (!keepWhatWasTyped(known))
+            return std::nullopt;
+    }
+    fresh.insert(fresh.end(), known.begin(), known.end());
+    return fresh;
+}
+
+CsvTransfer::Known CsvTransfer::askAboutKnown(const QStringList& names) {
+    return static_cast<Known>(
         ask(window_,
-            known.size() == 1 ? tr("%1 is in the list already.").arg(names.front())
-                              : tr("%1 companies are in the list already.").arg(known.size()),
+            names.size() == 1 ? tr("%1 is in the list already.").arg(names.front())
+                              : tr("%1 companies are in the list already.").arg(names.size()),
             tr("Replace puts the imported figures in the place of what is stored now, but for what "
                "was typed: that is asked about. It is saved now, and not undone by Ctrl+Z; "
                "\"History...\" in the company's window takes it back. Keep Both adds the "
@@ -208,16 +241,7 @@ CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
             {{tr("&Keep Both")},
              {tr("&Replace"), Choice::Role::destroy},
              {tr("&Cancel"), Choice::Role::reject}},
-            -1, known.size() == 1 ? QStringList() : names);
-    if (choice == 2)
-        return std::nullopt;
-    if (choice == 0)
-        for (SaveRequest& request : known)
-            request.id.reset();
-    else if (!keepWhatWasTyped(known))
-        return std::nullopt;
-    fresh.insert(fresh.end(), known.begin(), known.end());
-    return fresh;
+            -1, names.size() == 1 ? QStringList() : names));
 }
 
 void CsvTransfer::tellLeft(const QStringList& titles, const QString& why) {
@@ -245,7 +269,7 @@ bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
             return false;
         }
         const LoadedCompany& stored = loaded.value();
-        const QString title = companyTitle(stored.record->get_Name(), stored.record->get_Symbol());
+        const QString title = titleOf(*stored.record);
         if (isLocked(*stored.record)) {
             locked.append(title);
             continue;
@@ -332,9 +356,7 @@ void CsvTransfer::exportRecords(const std::vector<std::shared_ptr<const CompanyR
     for (const auto& record : records) {
         const CsvExport written = exportCompany(*record, nativePath(folder));
         if (!written.error.empty()) {
-            tellFault(window_,
-                      tr("%1 can't be exported.")
-                          .arg(companyTitle(record->get_Name(), record->get_Symbol())),
+            tellFault(window_, tr("%1 can't be exported.").arg(titleOf(*record)),
                       fromUtf8(written.error));
             return;
         }

@@ -41,6 +41,8 @@ class CsvTransfer {
     // Where each record goes; nothing when the user gave up.
     std::optional<std::vector<SaveRequest>>
     requests(const std::vector<FolderImport::Entry>& entries);
+    enum class Known { keepBoth, replace, cancel };
+    Known askAboutKnown(const QStringList& names);
     // Puts what was typed into what comes in its place, but for what the user ticks; leaves those
     // out that are locked or damaged. False when the user gave up, or where there was an error.
     bool keepWhatWasTyped(std::vector<SaveRequest>& replacing);

@@ -5,6 +5,7 @@
 #include "host/texts.hpp"
 #include "host/tick_delegate.hpp"
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFontMetrics>
 #include <QHBoxLayout>
@@ -24,11 +25,19 @@ enum Column { figure, typed, imported };
 
 // Figures as the user's locale has them; long texts are cut.
 QString valueText(const TypedFigure& one, const std::string& value) {
-    const bool isFigure = unitOf(one.datum) != DatumUnit::none;
+    const bool isFigure = one.setting.empty() && unitOf(one.datum) != DatumUnit::none;
     const auto number = isFigure ? exactNumber(value) : std::nullopt;
     const QString text = number ? figureText(*number) : fromUtf8(value).simplified();
     constexpr qsizetype most = 80;
     return text.size() <= most ? text : text.left(most) + QChar(0x2026);
+}
+
+QString leavingText(const TypedFigure& one) {
+    if (one.leaves == TypedFigure::Leaves::tooOld)
+        return QCoreApplication::translate("vkr::TypedFiguresDialog", "too old for the table");
+    return rowOf(one.datum).period == DatumPeriod::year
+               ? QCoreApplication::translate("vkr::TypedFiguresDialog", "after its last year")
+               : QCoreApplication::translate("vkr::TypedFiguresDialog", "after its last quarter");
 }
 
 } // namespace
@@ -92,16 +101,14 @@ void TypedFiguresDialog::fill() {
         std::vector<QTreeWidgetItem*>& items = items_.emplace_back();
         for (const TypedFigure& one : company.figures) {
             auto* item = new QTreeWidgetItem(
-                above,
-                {figureTitle(rowOf(one.datum).name, fromUtf8(one.period)),
-                 valueText(one, one.stored),
-                 one.leavesTheTable ? tr("too old for the table") : valueText(one, one.imported)});
+                above, {fromUtf8(titleOf(one)), valueText(one, one.stored),
+                        one.leavesTheTable() ? leavingText(one) : valueText(one, one.imported)});
             for (const int column : {typed, imported}) {
                 item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
                 item->setToolTip(column, item->text(column));
             }
             item->setCheckState(figure, Qt::Unchecked);
-            if (one.leavesTheTable)
+            if (one.leavesTheTable())
                 item->setFlags(item->flags() & ~(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled));
             items.push_back(item);
         }
@@ -118,7 +125,7 @@ void TypedFiguresDialog::fill() {
 void TypedFiguresDialog::tickAll(bool ticked) {
     for (std::size_t company = 0; company < items_.size(); ++company)
         for (std::size_t row = 0; row < items_[company].size(); ++row)
-            if (!companies_[company].figures[row].leavesTheTable)
+            if (!companies_[company].figures[row].leavesTheTable())
                 items_[company][row]->setCheckState(figure, ticked ? Qt::Checked : Qt::Unchecked);
 }
 

@@ -145,12 +145,8 @@ void HistoryTable::begin(const CompanyKey& key, const std::string& name, const H
     SaveAccount account;
     account.rest.name = name;
     account.origins = state.origins;
-    auto groups = exactGroups(empty, *state.record, account);
-    for (ChangeGroup& group : groups)
-        for (Change& change : group.changes)
-            if (!change.setting.empty())
-                change.origin.reset();
-    add(key, stamp.user, savedGroups(empty, groups, stamp.time));
+    add(key, stamp.user,
+        savedGroups(empty, exactGroups(empty, *state.record, account), stamp.time));
 }
 
 void HistoryTable::insertRows(const CompanyKey& key, std::int64_t place,

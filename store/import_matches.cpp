@@ -3,17 +3,16 @@
 
 namespace vkr {
 
-StoreResult<std::optional<CompanySummary>> ImportMatches::take(const CompanyRecord& imported) {
+StoreResult<std::vector<CompanySummary>> ImportMatches::of(const CompanyRecord& imported) const {
     const std::string symbol = imported.get_Symbol();
     const std::string text = symbol.empty() ? imported.get_Name() : symbol;
-    const auto alike = store_.find(symbol.empty() ? ListColumn::name : ListColumn::symbol, text);
-    if (!alike)
-        return alike.error();
-    for (const CompanySummary& stored : alike.value())
-        if ((symbol.empty() ? stored.name : stored.symbol) == text &&
-            taken_.insert(stored.key.id).second)
-            return std::optional(stored);
-    return std::optional<CompanySummary>();
+    auto alike = store_.find(symbol.empty() ? ListColumn::name : ListColumn::symbol, text);
+    if (alike)
+        std::erase_if(alike.value(), [&](const CompanySummary& stored) {
+            return (symbol.empty() ? stored.name : stored.symbol) != text ||
+                   taken_.contains(stored.key.id);
+        });
+    return alike;
 }
 
 SaveAccount importedFrom(const std::string& prefix, const CsvImport& import) {

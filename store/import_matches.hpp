@@ -5,19 +5,21 @@
 #include "store/company_store.hpp"
 
 #include <cstdint>
-#include <optional>
 #include <set>
+#include <vector>
 
 namespace vkr {
 
-// Which stored company each company of an import stands for: the one of the same symbol, or of the
-// same name where it has no symbol. No two of an import stand for the same one.
+// Which stored companies each company of an import may stand for: those of the same symbol, or of
+// the same name where it has no symbol. No two of an import stand for the same one.
 class ImportMatches {
   public:
     explicit ImportMatches(CompanyStore& store) : store_(store) {}
 
-    // Nothing where there is none.
-    StoreResult<std::optional<CompanySummary>> take(const CompanyRecord& imported);
+    // But for those that another one was taken for. Of several nobody but a person knows which one
+    // is meant.
+    [[nodiscard]] StoreResult<std::vector<CompanySummary>> of(const CompanyRecord& imported) const;
+    void take(const CompanySummary& stored) { taken_.insert(stored.key.id); }
 
   private:
     CompanyStore& store_;

@@ -197,6 +197,30 @@ TEST(FigureOrigins, OutsideOfASeriesAreUnknownAndNotKept) {
     EXPECT_EQ(origins.of(Datum::YEPSSeries, 11), FigureOrigin());
 }
 
+TEST(FigureOrigins, AreKeptOfSettingsToo) {
+    FigureOrigins origins;
+    origins.note(
+        {"",
+         {},
+         {{{{}, std::nullopt, false, true},
+           std::string(setting::taxRate),
+           Origin::imported,
+           "AAPL-company.csv"},
+          {{{}, std::nullopt, true, false}, std::string(setting::bookValue), Origin::typed, {}}}});
+    const FigureOrigin imported{Origin::imported, "AAPL-company.csv", false};
+    EXPECT_EQ(origins.ofSetting(setting::taxRate), imported);
+    EXPECT_EQ(origins.ofSetting(setting::bookValue).origin, Origin::typed);
+    EXPECT_EQ(origins.ofSetting(setting::unit), FigureOrigin());
+    EXPECT_EQ(origins.ofSetting("strNothing"), FigureOrigin());
+    EXPECT_EQ(FigureOrigins::fromText(origins.text()), origins);
+
+    ChangeGroup back{
+        "", {}, {{{{}, std::nullopt, false, true}, std::string(setting::taxRate), {}, {}}}};
+    origins.tellIn(back);
+    EXPECT_EQ(back.changes[0].origin, Origin::imported);
+    EXPECT_EQ(back.changes[0].document, "AAPL-company.csv");
+}
+
 TEST(FigureOrigins, AreTextAndBack) {
     auto origins =
         after({importedRate,

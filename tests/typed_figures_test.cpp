@@ -31,7 +31,7 @@ class TypedFigures : public testing::Test {
 
 TEST_F(TypedFigures, AreThoseThatAreTypedPastedOrOfUnknownOrigin) {
     ASSERT_EQ(found().size(), 1U) << "nobody knows";
-    EXPECT_EQ(describe(found().front()), "YRevenueSeries 2024: 391000, not 391035");
+    EXPECT_EQ(describe(found().front()), "Yearly Revenue 2024: 391000, not 391035");
     for (const Origin origin : {Origin::typed, Origin::pasted}) {
         origins.put(Datum::YRevenueSeries, 1, {origin, "", false});
         EXPECT_EQ(found().size(), 1U);
@@ -56,8 +56,8 @@ TEST_F(TypedFigures, ThatAreKeptStandAtTheirPeriod) {
     putElement(stored, Datum::YRevenueSeries, 10, 1);
     const auto typed = found();
     ASSERT_EQ(typed.size(), 3U);
-    EXPECT_EQ(describe(typed[0]), "YRevenueSeries 2023: 383000, not 383285");
-    EXPECT_EQ(describe(typed[1]), "YRevenueSeries 2014: 1 leaves the table");
+    EXPECT_EQ(describe(typed[0]), "Yearly Revenue 2023: 383000, not 383285");
+    EXPECT_EQ(describe(typed[1]), "Yearly Revenue 2014: 1, too old for the table");
     EXPECT_EQ(describe(typed[2]), "City: Graz, not Linz");
     keepFigures(stored, typed, imported);
     EXPECT_EQ(elementOf(imported, Datum::YRevenueSeries, 1), 391035);
@@ -68,7 +68,7 @@ TEST_F(TypedFigures, ThatAreKeptStandAtTheirPeriod) {
 
 TEST_F(TypedFigures, ThatANothingWouldReplaceAreTold) {
     putElement(imported, Datum::YRevenueSeries, 1, 0);
-    EXPECT_EQ(describe(found().at(0)), "YRevenueSeries 2024: 391000, not nothing");
+    EXPECT_EQ(describe(found().at(0)), "Yearly Revenue 2024: 391000, not nothing");
     EXPECT_EQ(found().at(0).imported, "");
 }
 
@@ -103,9 +103,10 @@ TEST_F(TypedFiguresOfEmptyRecords, OfQuartersStandAtTheirQuarter) {
     putElement(imported, Datum::QEPSSeries, 5, 1.4);
     const auto typed = found();
     ASSERT_EQ(typed.size(), 3U);
-    EXPECT_EQ(describe(typed[0]), "QEPSSeries 2025-06-30: 1.1, not 1.15");
-    EXPECT_EQ(describe(typed[1]), "QEPSSeries 2017-06-30: 0.7, not nothing");
-    EXPECT_EQ(describe(typed[2]), "QEPSSeries 2017-03-31: 0.8 leaves the table");
+    EXPECT_EQ(describe(typed[0]), "Quarterly Earnings Per Share 2025-06-30: 1.1, not 1.15");
+    EXPECT_EQ(describe(typed[1]), "Quarterly Earnings Per Share 2017-06-30: 0.7, not nothing");
+    EXPECT_EQ(describe(typed[2]),
+              "Quarterly Earnings Per Share 2017-03-31: 0.8, too old for the table");
     keepFigures(stored, typed, imported);
     EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 0), 0);
     EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 2), 1.1);
@@ -119,18 +120,69 @@ TEST_F(TypedFiguresOfEmptyRecords, LeaveTheTableOfAnOlderImportAtItsNewEnd) {
     putElement(stored, Datum::QEPSSeries, 1, 1.1);
     const auto typed = found();
     ASSERT_EQ(typed.size(), 2U);
-    EXPECT_EQ(describe(typed[0]), "QEPSSeries 2025-12-31: 1.2 leaves the table");
-    EXPECT_EQ(describe(typed[1]), "QEPSSeries 2025-09-30: 1.1, not nothing");
+    EXPECT_EQ(describe(typed[0]),
+              "Quarterly Earnings Per Share 2025-12-31: 1.2, after the last quarter of the "
+              "import");
+    EXPECT_EQ(describe(typed[1]), "Quarterly Earnings Per Share 2025-09-30: 1.1, not nothing");
     keepFigures(stored, typed, imported);
     EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 0), 1.1);
+}
+
+// The place of the year ahead is on no form.
+TEST_F(TypedFiguresOfEmptyRecords, OfYearsLeaveTheTableOfAnOlderImportAtItsNewEnd) {
+    stored.put_LastFY(2025);
+    imported.put_LastFY(2024);
+    putElement(stored, Datum::YEPSSeries, 0, 9); // ahead already
+    putElement(stored, Datum::YEPSSeries, 1, 8);
+    putElement(stored, Datum::YEPSSeries, 2, 7);
+    const auto typed = found();
+    ASSERT_EQ(typed.size(), 3U);
+    EXPECT_EQ(describe(typed[0]),
+              "Yearly Earnings Per Share 2026: 9, after the last year of the import");
+    EXPECT_EQ(describe(typed[1]),
+              "Yearly Earnings Per Share 2025: 8, after the last year of the import");
+    EXPECT_FALSE(typed[2].leavesTheTable());
+    keepFigures(stored, typed, imported);
+    EXPECT_EQ(elementOf(imported, Datum::YEPSSeries, 0), 8); // back where a year is added
+    EXPECT_EQ(elementOf(imported, Datum::YEPSSeries, 1), 7);
+
+    stored.put_LastFY(2023);
+    EXPECT_FALSE(found().front().leavesTheTable()) << "ahead before, shown now";
+}
+
+TEST_F(TypedFiguresOfEmptyRecords, AreSettingsThatAPersonHasChosen) {
+    stored.get_Settings()->put(setting::currencySymbol, std::string("CHF"));
+    imported.get_Settings()->put(setting::currencySymbol, std::string("EUR"));
+    imported.get_Settings()->put(setting::taxRate, true); // nobody has chosen "no"
+    const auto typed = found();
+    ASSERT_EQ(typed.size(), 1U);
+    EXPECT_EQ(describe(typed[0]), "Currency Symbol: CHF, not EUR");
+    keepFigures(stored, typed, imported);
+    EXPECT_EQ(imported.get_Settings()->get(setting::currencySymbol).toText(), "CHF");
+    EXPECT_TRUE(imported.get_Settings()->get(setting::taxRate).toBoolean());
+}
+
+TEST_F(TypedFigures, AreSettingsThatNoImportHasBrought) {
+    putElement(imported, Datum::YRevenueSeries, 1, 391000);
+    stored.get_Settings()->put(setting::unit, 1);
+    for (const Origin origin : {Origin::imported, Origin::derived}) {
+        origins.putSetting(setting::unit, {origin, "", false});
+        EXPECT_TRUE(found().empty());
+    }
+    origins.putSetting(setting::unit, {Origin::typed, "", false});
+    origins.putSetting(setting::taxRate, {Origin::typed, "", false}); // "no" is chosen, too
+    imported.get_Settings()->put(setting::taxRate, true);
+    EXPECT_EQ(found().size(), 2U);
 }
 
 TEST_F(TypedFiguresOfEmptyRecords, WithoutDatesKeepTheirPlaces) {
     const auto check = [&](const char* year, const char* quarter) {
         const auto typed = found();
         ASSERT_EQ(typed.size(), 2U);
-        EXPECT_EQ(describe(typed[0]), std::string("QEPSSeries ") + quarter + ": 1.2, not nothing");
-        EXPECT_EQ(describe(typed[1]), std::string("YEPSSeries ") + year + ": 4.5, not nothing");
+        EXPECT_EQ(describe(typed[0]),
+                  std::string("Quarterly Earnings Per Share ") + quarter + ": 1.2, not nothing");
+        EXPECT_EQ(describe(typed[1]),
+                  std::string("Yearly Earnings Per Share ") + year + ": 4.5, not nothing");
     };
     putElement(stored, Datum::QEPSSeries, 3, 1.2);
     putElement(stored, Datum::YEPSSeries, 2, 4.5);
@@ -161,8 +213,8 @@ TEST_F(TypedFiguresOfEmptyRecords, AreToldAsTheyAreKeptAndNeverTheDatesOfTheTabl
     for (const TypedFigure& one : found())
         lines.push_back(describe(one));
     std::ranges::sort(lines);
-    EXPECT_EQ(lines, (std::vector<std::string>{"PriceUpdatedDate: 2024-12-31, not nothing",
-                                               "TotalDebt: 1234.5, not 1"}));
+    EXPECT_EQ(lines, (std::vector<std::string>{"Price Update Date: 2024-12-31, not nothing",
+                                               "Total Debt: 1234.5, not 1"}));
 }
 
 // --- what an import does not have ----------------------------------------------------------------
@@ -187,6 +239,16 @@ class MissingFromTheImport : public testing::Test {
 TEST_F(MissingFromTheImport, ATableStaysAsItIsStoredWithItsDates) {
     keep();
     EXPECT_TRUE(sameAs(stored, imported));
+}
+
+// The form gives one to a record that has none.
+TEST_F(MissingFromTheImport, AUnitThatItDoesNotNameStaysAsItIsStored) {
+    stored.get_Settings()->put(setting::unit, std::int16_t{9});
+    keep();
+    EXPECT_EQ(imported.get_Settings()->get(setting::unit).toLong(), 9);
+    imported.get_Settings()->put(setting::unit, std::int16_t{3});
+    keep();
+    EXPECT_EQ(imported.get_Settings()->get(setting::unit).toLong(), 3);
 }
 
 TEST_F(MissingFromTheImport, ATableOfTheImportIsItsOwn) {

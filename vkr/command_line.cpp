@@ -38,7 +38,7 @@ constexpr OptionRow options[] = {
     {Option::sameCompany, "same-company", 0, "", Operand::none,
      "It is of this company, though it bears another name."},
     {Option::replaceTyped, "replace-typed", 0, "", Operand::none,
-     "As --replace, but for figures, too, that were typed or that nobody knows the origin of."},
+     "As --replace, but for what was typed, too, or nobody knows the origin of."},
     {Option::user, "user", 0, "USER@HOST", Operand::text, "What this person has changed."},
     {Option::from, "from", 0, "TIME", Operand::text,
      "From this moment on, UTC, as 2026-01-31 or 2026-01-31T12:00:00Z."},
@@ -46,7 +46,8 @@ constexpr OptionRow options[] = {
     {Option::origin, "origin", 0, "ORIGIN", Operand::origin,
      "What was typed, pasted, imported, derived or shifted."},
     {Option::figure, "figure", 0, "NAME", Operand::figure,
-     "Of this figure, as the column of that name has it."},
+     "Of this figure: its key, such as revenue_musd of both tables, or its title, such as \"Yearly "
+     "Revenue\"."},
     {Option::period, "period", 0, "PERIOD", Operand::text,
      "Of this year, or of the quarter with this day."},
 };

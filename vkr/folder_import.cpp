@@ -2,6 +2,7 @@
 #include "vkr/folder_import.hpp"
 
 #include "company/typed_figures.hpp"
+#include "vkr/database.hpp"
 #include "vkr/read_ahead.hpp"
 
 #include <utility>
@@ -16,6 +17,15 @@ std::vector<std::string> described(const std::vector<CsvProblem>& problems) {
     for (const CsvProblem& problem : problems)
         lines.push_back(describe(problem));
     return lines;
+}
+
+// "Apple Inc. (AAPL), id:1, and ..."
+std::string namesOf(const std::vector<CompanySummary>& companies) {
+    std::string names;
+    for (const CompanySummary& one : companies)
+        names += (names.empty() ? "" : " and ") + titleOf(one.name, one.symbol) +
+                 ", id:" + std::to_string(one.key.id);
+    return names;
 }
 
 void noteFault(ImportedCompany& company, const StoreError& error) {
@@ -73,60 +83,77 @@ void FolderImporter::choose(Pending& pending, const CsvImport& import) {
                                  ", too");
         return;
     }
-    const auto stored = matches_.take(*record);
+    const auto stored = matches_.of(*record);
     if (!stored)
         return noteFault(company, stored.error());
     SaveRequest request{std::nullopt, record, 0, importedFrom(company.prefix, import)};
     company.fate = Fate::added;
-    if (stored.value()) {
-        const CompanyKey key = stored.value()->key;
-        const auto loaded = store_.load(key.id);
+    if (stored.value().empty())
+        pending.request = std::move(request);
+    else
+        meet(pending, request, stored.value());
+}
+
+// What is stored of its symbol already.
+void FolderImporter::meet(Pending& pending, SaveRequest& request,
+                          const std::vector<CompanySummary>& stored) {
+    ImportedCompany& company = pending.company;
+    std::optional<LoadedCompany> known;
+    for (const CompanySummary& one : stored) {
+        auto loaded = store_.load(one.key.id);
         if (!loaded)
             return noteFault(company, loaded.error());
-        if (loaded.value().unreadable.empty() && sameAs(*loaded.value().record, *record)) {
+        if (loaded.value().unreadable.empty() && sameAs(*loaded.value().record, *request.record)) {
+            matches_.take(one);
             company.fate = Fate::unchanged;
             return;
         }
-        if (known_ == KnownCompany::leave) {
-            company.fate = Fate::left;
-            company.errors.emplace_back("the database has it already, with other data");
-            return;
-        }
-        if (known_ != KnownCompany::keepBoth) {
-            request.id = key.id;
-            replace(pending, request, loaded.value(), record);
-            return;
-        }
+        known = std::move(loaded.value());
     }
-    pending.request = std::move(request);
+    if (known_ == KnownCompany::keepBoth) {
+        pending.request = std::move(request);
+        return;
+    }
+    company.fate = Fate::left;
+    if (known_ == KnownCompany::leave) {
+        company.errors.emplace_back("the database has it already, with other data");
+    } else if (stored.size() > 1) {
+        company.errors.push_back(
+            "the database has several companies that it may be: " + namesOf(stored) +
+            ". Give the others another symbol, or delete them");
+    } else {
+        matches_.take(stored.front());
+        request.id = stored.front().key.id;
+        replace(pending, request, *known);
+    }
 }
 
-void FolderImporter::replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored,
-                             const std::shared_ptr<CompanyRecord>& record) {
+void FolderImporter::replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored) {
     ImportedCompany& company = pending.company;
+    const auto record = request.record->clone();
+    request.record = record;
     if (isLocked(*stored.record)) {
-        company.fate = Fate::left;
         company.errors.emplace_back("its data are locked in the database");
         return;
     }
     keepWhatIsMissing(*stored.record, request.account.documents, *record);
-    if (known_ == KnownCompany::replace) {
-        if (stored.damage) { // what was typed can't be told from what is damaged
-            company.fate = Fate::left;
-            company.errors.push_back(stored.damage->message);
-            return;
-        }
-        const auto typed = typedFigures(*stored.record, stored.origins, *record);
-        for (const TypedFigure& figure : typed)
-            if (figure.leavesTheTable) {
-                company.fate = Fate::left;
-                company.errors.push_back("what was typed would be lost: " + describe(figure));
-            }
-        if (company.fate == Fate::left)
-            return;
+    const bool keeps = known_ == KnownCompany::replace;
+    if (keeps && stored.damage) { // what was typed can't be told from what is damaged
+        company.errors.push_back(stored.damage->message);
+        return;
+    }
+    const auto typed = typedFigures(*stored.record, stored.origins, *record);
+    for (const TypedFigure& figure : typed)
+        if (!keeps)
+            company.gone.push_back("what was typed is replaced: " + describe(figure));
+        else if (figure.leavesTheTable())
+            company.errors.push_back("what was typed would be lost: " + describe(figure));
+    if (!company.errors.empty())
+        return;
+    if (keeps) {
         keepFigures(*stored.record, typed, *record);
         for (const TypedFigure& figure : typed)
-            company.notes.push_back("what was typed stays: " + describe(figure));
+            company.kept.push_back("what was typed stays: " + describe(figure));
         if (sameAs(*stored.record, *record)) {
             company.fate = Fate::unchanged;
             return;

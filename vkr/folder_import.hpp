@@ -37,6 +37,8 @@ struct ImportedCompany {
     std::string symbol;
     Fate fate = Fate::failed;
     std::vector<std::string> errors; // why it failed, or was left
+    std::vector<std::string> kept;   // what the import has otherwise, and stayed as it was typed
+    std::vector<std::string> gone;   // what was typed, and is as the import has it
     std::vector<std::string> notes;  // what was left out of it
     std::optional<StoreFault> fault; // of the database
 };
@@ -65,8 +67,8 @@ class FolderImporter {
     };
     [[nodiscard]] Pending pendingOf(const std::string& prefix, const CsvImport& import);
     void choose(Pending& pending, const CsvImport& import);
-    void replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored,
-                 const std::shared_ptr<CompanyRecord>& record);
+    void meet(Pending& pending, SaveRequest& request, const std::vector<CompanySummary>& stored);
+    void replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored);
     bool save(std::vector<Pending>& batch);
 
     CompanyStore& store_;

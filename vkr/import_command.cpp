@@ -37,11 +37,14 @@ class ImportReport {
             fault_ = company.fault;
         call_.output.row({std::string(fateNames[static_cast<std::size_t>(company.fate)]),
                           company.symbol.empty() ? company.prefix : company.symbol, company.name});
-        for (const std::string& error : company.errors)
-            call_.terminal.say(printable(company.prefix + ": " + error));
-        if (call_.line.has(Option::verbose))
-            for (const std::string& note : company.notes)
-                call_.terminal.say(printable(company.prefix + ": " + note));
+        kept_ += company.kept.size();
+        gone_ += company.gone.size();
+        tell(company, company.errors);
+        tell(company, company.kept);
+        if (isVerbose() || call_.line.has(Option::dryRun))
+            tell(company, company.gone);
+        if (isVerbose())
+            tell(company, company.notes);
     }
 
     ExitCode finish(std::size_t total, bool isStopped) {
@@ -55,10 +58,13 @@ class ImportReport {
                          std::string(fateNames[fate]);
             }
         call_.terminal.say((words.empty() ? "Nothing was imported" : words) + ".");
-        if (notes_ > 0 && !call_.line.has(Option::verbose))
+        if (gone_ > 0)
+            call_.terminal.say("Replaced though typed: " + std::to_string(gone_) +
+                               (isVerbose() ? "." : "; --verbose lists them."));
+        if (notes_ > 0 && !isVerbose())
             call_.terminal.say(std::to_string(notes_) +
-                               " entries and tables were left out, kept or are not there; "
-                               "--verbose lists them.");
+                               " entries and tables were left out or are not there; --verbose "
+                               "lists them.");
         if (seen < total)
             call_.terminal.say(std::string(isStopped ? "Stopped: " : "Given up: ") +
                                std::to_string(total - seen) + " companies were not looked at.");
@@ -68,13 +74,18 @@ class ImportReport {
     }
 
   private:
+    [[nodiscard]] bool isVerbose() const { return call_.line.has(Option::verbose); }
+    void tell(const ImportedCompany& company, const std::vector<std::string>& lines) {
+        for (const std::string& line : lines)
+            call_.terminal.say(printable(company.prefix + ": " + line));
+    }
     [[nodiscard]] std::size_t count(Fate fate) const {
         return counts_[static_cast<std::size_t>(fate)];
     }
     [[nodiscard]] ExitCode code(bool isStopped) const {
         if (isStopped)
             return ExitCode::stopped;
-        if (count(Fate::failed) + count(Fate::left) == 0)
+        if (count(Fate::failed) + count(Fate::left) + kept_ == 0)
             return ExitCode::done;
         if (count(Fate::added) + count(Fate::replaced) + count(Fate::unchanged) > 0)
             return ExitCode::partly;
@@ -86,6 +97,8 @@ class ImportReport {
     const Call& call_;
     std::array<std::size_t, std::size(fateNames)> counts_{};
     std::size_t notes_ = 0;
+    std::size_t kept_ = 0; // figures that stayed as they were typed
+    std::size_t gone_ = 0; // and those that did not
     std::optional<StoreFault> fault_;
 };
 

@@ -5,6 +5,7 @@
 #include "tests/qt/support/corrected_company.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
 #include "tests/support/earlier_company.hpp"
+#include "tests/support/elements.hpp"
 
 #include <QDir>
 #include <QFile>
@@ -176,6 +177,74 @@ TEST_F(HostReplaceTest, WhatWasTypedIsAskedAboutAgainAfterAnImportThatAddedAYear
         EXPECT_EQ(loaded.value().origins.of(Datum::YRevenueSeries, 2).origin, Origin::typed);
         EXPECT_EQ(loaded.value().origins.of(Datum::YRevenueSeries, 1).origin, Origin::imported);
     }
+}
+
+// An import of a year before has no row for what was typed last; no table shows the year ahead.
+TEST_F(HostReplaceTest, WhatIsNewerThanTheImportIsToldWithTheReason) {
+    const std::int64_t id = idOf(*host_, "AAPL");
+    {
+        const auto loaded = host_->store().load(id);
+        const auto record = loaded.value().record->clone();
+        test::putElement(*record, Datum::YRevenueSeries, 1, 416000); // of 2025
+        ASSERT_TRUE(host_->store().save(id, *record, loaded.value().revision));
+    }
+    QByteArray company = contents(companyFile());
+    ASSERT_TRUE(company.contains("last_fiscal_year,2025"));
+    company.replace("last_fiscal_year,2025", "last_fiscal_year,2024");
+    company.replace("last_fiscal_year_end,2025-09-27", "last_fiscal_year_end,2024-09-28");
+    write(companyFile(), company);
+    const QString yearly = folder() + "AAPL-yearly.csv";
+    QByteArray years = contents(yearly);
+    const auto last = years.indexOf("\n2025,");
+    ASSERT_GT(last, 0);
+    write(yearly, years.remove(last, years.indexOf('\n', last + 1) - last));
+    importing([](QWidget& dialog) {
+        const QTreeWidgetItem& sales = *figures(dialog).topLevelItem(0);
+        EXPECT_EQ(sales.text(0), "Yearly Revenue 2025");
+        EXPECT_EQ(sales.text(1), "416,000");
+        EXPECT_EQ(sales.text(2), "after its last year");
+        EXPECT_FALSE(sales.flags() & Qt::ItemIsEnabled);
+        EXPECT_EQ(figures(dialog).topLevelItem(1)->text(0), "Yearly Revenue 2024");
+        EXPECT_EQ(figures(dialog).topLevelItem(1)->text(2), "391,035");
+        DialogAnswers::clickButton(dialog, "Import");
+    });
+    const auto after = stored(*host_, "AAPL");
+    EXPECT_EQ(after->get_LastFY(), 2024);
+    EXPECT_EQ(after->get_YRevenueSeries().array().number(0), 416000); // ahead
+    EXPECT_EQ(after->get_YRevenueSeries().array().number(1), 391000);
+}
+
+TEST_F(HostReplaceTest, ASettingThatWasTypedIsAskedAboutToo) {
+    const std::int64_t id = idOf(*host_, "AAPL");
+    {
+        const auto loaded = host_->store().load(id);
+        const auto record = loaded.value().record->clone();
+        record->get_Settings()->put(setting::currencySymbol, std::string("CHF"));
+        ASSERT_TRUE(host_->store().save(id, *record, loaded.value().revision));
+    }
+    importing([](QWidget& dialog) {
+        const int rows = figures(dialog).topLevelItemCount();
+        const QTreeWidgetItem& symbol = *figures(dialog).topLevelItem(rows - 1);
+        EXPECT_EQ(symbol.text(0), "Currency Symbol");
+        EXPECT_EQ(symbol.text(1), "CHF");
+        DialogAnswers::clickButton(dialog, "Import");
+    });
+    EXPECT_EQ(stored(*host_, "AAPL")->get_Settings()->get(setting::currencySymbol).toText(), "CHF");
+}
+
+TEST_F(HostReplaceTest, OfSeveralOfASymbolNoneIsReplaced) {
+    const auto loaded = host_->store().load(idOf(*host_, "AAPL"));
+    const auto other = loaded.value().record->clone();
+    other->put_Name("Other Inc.");
+    ASSERT_TRUE(host_->store().save(std::nullopt, *other));
+    const Answers answers({"Replace", "OK"});
+    host_->importFile(companyFile());
+    EXPECT_TRUE(answers.allGiven());
+    EXPECT_TRUE(answers.told().value(1).contains("several companies of that symbol"))
+        << answers.told().value(1).toStdString();
+    EXPECT_TRUE(shownNames(*host_).contains("Corrected Inc."));
+    EXPECT_TRUE(shownNames(*host_).contains("Other Inc."));
+    EXPECT_FALSE(shownNames(*host_).contains("Apple Inc."));
 }
 
 TEST_F(HostReplaceTest, WhatIsTickedIsReplacedByKeysAlone) {

@@ -72,12 +72,23 @@ TEST_P(Rehearsal, AnImportMeetsEachStoredCompanyOnce) {
     ASSERT_DONE(store->save(std::nullopt, *listed("AB", "One")));
     ASSERT_DONE(store->save(std::nullopt, *listed("ab", "Two")));
     ASSERT_DONE(store->save(std::nullopt, *listed("", "Three")));
+    ASSERT_DONE(store->save(std::nullopt, *listed("AB", "Four")));
     ImportMatches matches(*store);
-    EXPECT_EQ(matches.take(*listed("ab", "One")).value()->key.id, 2) << "by the exact symbol";
-    EXPECT_FALSE(matches.take(*listed("ab", "One")).value()) << "taken already";
-    EXPECT_FALSE(matches.take(*listed("Ab", "One")).value());
-    EXPECT_EQ(matches.take(*listed("", "Three")).value()->key.id, 3);
-    EXPECT_EQ(matches.take(*listed("", "One")).value()->key.id, 1) << "by the name alone";
+    const auto found = [&](const char* symbol, const char* name) {
+        std::vector<std::int64_t> ids;
+        const auto stored = matches.of(*listed(symbol, name));
+        for (const CompanySummary& one : stored.value())
+            ids.push_back(one.key.id);
+        return ids;
+    };
+    using Ids = std::vector<std::int64_t>;
+    EXPECT_EQ(found("ab", "One"), Ids{2}) << "by the exact symbol";
+    EXPECT_EQ(found("AB", "One"), (Ids{1, 4})) << "whichever is meant";
+    matches.take(matches.of(*listed("ab", "One")).value().front());
+    EXPECT_EQ(found("ab", "One"), Ids{}) << "taken already";
+    EXPECT_EQ(found("Ab", "One"), Ids{});
+    EXPECT_EQ(found("", "Three"), Ids{3});
+    EXPECT_EQ(found("", "One"), Ids{1}) << "by the name alone";
 }
 
 TEST(RehearsalAtAFile, LeavesAnOldOneAsItIsAndMakesNone) {

@@ -76,7 +76,8 @@ TEST_F(ImportCommand, EachFigureNamesTheFileThatItStandsIn) {
 
 TEST_F(ImportCommand, WhatHasNoPlaceIsCountedAndListedOnRequest) {
     const auto counted = run({"import", samples(), "--create"});
-    EXPECT_TRUE(contains(counted.err, "41 entries and tables were left out, kept or are not there"))
+    EXPECT_TRUE(
+        contains(counted.err, "41 entries and tables were left out or are not there; --verbose"))
         << counted.err;
     const auto listed = run({"import", samples(), "--verbose"});
     EXPECT_EQ(std::ranges::count(listed.err, '\n'), 41 + 1);
@@ -129,9 +130,9 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
         ASSERT_TRUE(database->save(1, *record, 1));
     }
     writeNextYear({{"383285", "383286"}}); // another figure is mended
-    const auto replaced = run({"import", "in", "--replace", "--verbose"});
-    EXPECT_EQ(replaced.code, 0) << replaced.err;
-    EXPECT_TRUE(contains(replaced.err, "what was typed stays: YRevenueSeries 2024: 999, not "
+    const auto replaced = run({"import", "in", "--replace"});
+    EXPECT_EQ(replaced.code, 5) << replaced.err;
+    EXPECT_TRUE(contains(replaced.err, "what was typed stays: Yearly Revenue 2024: 999, not "
                                        "391035"))
         << replaced.err;
     auto record = store()->load(1).value().record;
@@ -141,10 +142,70 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
     EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 4), 383286);
     EXPECT_EQ(record->get_Notes(), "mine");
 
-    EXPECT_EQ(run({"import", "in", "--replace-typed"}).code, 0);
+    const auto again = run({"import", "in", "--replace", "--dry-run"});
+    EXPECT_EQ(again.code, 5) << "it is not what the files have";
+    EXPECT_TRUE(contains(again.out, "unchanged  AAPL")) << again.out;
+    EXPECT_TRUE(contains(again.err, "Notes: mine, not nothing")) << again.err;
+
+    const auto dry = run({"import", "in", "--replace-typed", "--dry-run"});
+    EXPECT_TRUE(contains(dry.err, "what was typed is replaced: Notes: mine")) << dry.err;
+    const auto all = run({"import", "in", "--replace-typed", "--verbose"});
+    EXPECT_EQ(all.code, 0);
+    EXPECT_TRUE(contains(all.err, "Replaced though typed: 2.")) << all.err;
+    EXPECT_TRUE(contains(all.err, "what was typed is replaced: Yearly Revenue 2024: 999, not "
+                                  "391035"))
+        << all.err;
     record = store()->load(1).value().record;
     EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 3), 391035);
     EXPECT_EQ(record->get_Notes(), "");
+}
+
+TEST_F(ImportCommand, ASettingThatWasTypedStaysToo) {
+    writeCompany("X", "X");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    {
+        const auto database = store();
+        const auto record = database->load(1).value().record->clone();
+        record->get_Settings()->put(setting::currencySymbol, std::string("CHF"));
+        ASSERT_TRUE(database->save(1, *record, 1));
+    }
+    write("in/X-company.csv",
+          "key,value\nname,New\nsymbol,X\ncurrency_symbol,EUR\nshow_tax_rate,true\n");
+    const auto kept = run({"import", "in", "--replace"});
+    EXPECT_EQ(kept.code, 5);
+    EXPECT_TRUE(contains(kept.err, "X: what was typed stays: Currency Symbol: CHF, not EUR"))
+        << kept.err;
+    const auto settingOf = [&](std::string_view name) {
+        return store()->load(1).value().record->get_Settings()->get(name).toText();
+    };
+    EXPECT_EQ(settingOf(setting::currencySymbol), "CHF");
+    EXPECT_EQ(settingOf(setting::taxRate), "True");
+    const auto replaced = run({"import", "in", "--replace-typed", "--verbose"});
+    EXPECT_EQ(replaced.code, 0);
+    EXPECT_TRUE(contains(replaced.err, "typed is replaced: Currency Symbol: CHF, not EUR"))
+        << replaced.err;
+    EXPECT_EQ(settingOf(setting::currencySymbol), "EUR");
+    // Now it is of an import, and the next one may have another.
+    write("in/X-company.csv", "key,value\nname,New\nsymbol,X\ncurrency_symbol,USD\n");
+    EXPECT_EQ(run({"import", "in", "--replace"}).code, 0);
+    EXPECT_EQ(settingOf(setting::currencySymbol), "USD");
+}
+
+TEST_F(ImportCommand, OfTwoStoredOnesOfASymbolNoneIsReplaced) {
+    writeCompany("X", "First");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    writeCompany("X", "Second");
+    ASSERT_EQ(run({"import", "in", "--keep-both"}).code, 0);
+    EXPECT_EQ(run({"import", "in"}).code, 0) << "the second one is just that";
+    writeCompany("X", "Third");
+    for (const char* option : {"--replace", "--replace-typed"}) {
+        const auto left = run({"import", "in", option});
+        EXPECT_EQ(left.code, 5);
+        EXPECT_TRUE(contains(left.err, "First (X), id:1 and Second (X), id:2")) << left.err;
+    }
+    const auto names = store()->list();
+    ASSERT_EQ(names.value().size(), 2U);
+    EXPECT_EQ(names.value()[0].name + names.value()[1].name, "FirstSecond");
 }
 
 // A folder with the company's file alone says nothing of its years.
@@ -181,7 +242,7 @@ TEST_F(ImportCommand, WhatWasTypedIsNotPushedOutOfTheTable) {
     writeNextYear();
     const auto left = run({"import", "in", "--replace"});
     EXPECT_EQ(left.code, 5) << left.err;
-    EXPECT_TRUE(contains(left.err, "what was typed would be lost: YRevenueSeries 2016: 999"))
+    EXPECT_TRUE(contains(left.err, "what was typed would be lost: Yearly Revenue 2016: 999"))
         << left.err;
     EXPECT_EQ(store()->load(1).value().record->get_LastFY(), 2025);
     EXPECT_EQ(run({"import", "in", "--replace-typed"}).code, 0);
@@ -200,7 +261,7 @@ TEST_F(ImportCommand, WhatWasTypedStaysTypedWhereAnImportAddsAYear) {
         ASSERT_TRUE(database->save(1, *record, 2));
     }
     for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(run({"import", samples(), "--replace"}).code, 0);
+        EXPECT_EQ(run({"import", samples(), "--replace"}).code, 5) << "999 stays";
         const auto loaded = store()->load(1);
         EXPECT_EQ(loaded.value().record->get_LastFY(), 2025);
         EXPECT_EQ(loaded.value().record->get_YRevenueSeries().array().number(1), 416161);
