@@ -13,7 +13,7 @@ namespace {
 std::string notesText(const ReviewRow& row) {
     std::string text;
     for (const FigureNote& note : row.figure.notes)
-        text += (text.empty() ? "" : "; ") + note.text;
+        text += (text.empty() ? "" : "; ") + (note.doubt ? "doubtful: " + note.text : note.text);
     return text;
 }
 

@@ -2,8 +2,8 @@
 #include "vkr/completion.hpp"
 
 #include "platform/text.hpp"
-#include "record/datum_table.hpp"
 #include "store/company_store.hpp"
+#include "vkr/figure_keys.hpp"
 
 #include <QString>
 
@@ -77,13 +77,6 @@ std::vector<std::string> symbolsIn(const TypedLine& line) {
     return symbols;
 }
 
-std::vector<std::string> figureNames() {
-    std::vector<std::string> names;
-    for (const DatumRow& row : datumTable())
-        names.emplace_back(row.name);
-    return names;
-}
-
 std::vector<std::string> valuesOf(Operand operand, const TypedLine& line) {
     switch (operand) {
     case Operand::format:
@@ -95,7 +88,7 @@ std::vector<std::string> valuesOf(Operand operand, const TypedLine& line) {
     case Operand::origin:
         return {"typed", "pasted", "imported", "derived", "shifted"};
     case Operand::figure:
-        return figureNames();
+        return figureKeys();
     case Operand::symbols:
         return symbolsIn(line);
     default:

@@ -26,7 +26,8 @@ std::string databasePlace(const CommandLine& line) {
     if (place.empty())
         throw CommandFailure(ExitCode::usage,
                              "Name the database with --database PLACE: a file, or "
-                             "postgresql://user@host:port/name. Or put it into VKR_DATABASE.");
+                             "postgresql://user@host:port/name. Or put it into VKR_DATABASE. A new "
+                             "one is made by vkr --database FILE import FOLDER --create.");
     return place;
 }
 
@@ -105,8 +106,12 @@ std::unique_ptr<CompanyStore> openDatabase(const Call& call, OpenMode mode) {
     options.patience = std::chrono::seconds(10); // nobody sits there waiting
     options.isRehearsal = call.line.has(Option::dryRun);
     const std::string place = databasePlace(call.line);
-    auto store = valueOf(
-        CompanyStore::open(placeInstead(place, mode, options).value_or(place), mode, options));
+    auto opened =
+        CompanyStore::open(placeInstead(place, mode, options).value_or(place), mode, options);
+    if (!opened && opened.error().fault == StoreFault::missing && !CompanyStore::isOnServer(place))
+        throw CommandFailure(ExitCode::input,
+                             opened.error().message + "\nvkr import FOLDER --create makes one.");
+    auto store = valueOf(std::move(opened));
     if (!store->backupPath().empty())
         call.terminal.say(store->path() +
                           " was brought up to date. As it was before it is kept as " +

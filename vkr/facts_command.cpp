@@ -6,6 +6,7 @@
 #include "platform/text.hpp"
 #include "vkr/call.hpp"
 #include "vkr/database.hpp"
+#include "vkr/figure_keys.hpp"
 
 #include <algorithm>
 #include <memory>
@@ -14,18 +15,34 @@ namespace vkr {
 
 namespace {
 
-// The figures that differ or are new; all of them with --verbose.
+// The figures that differ or are new; all of them with --verbose. For programs the first column,
+// the title, is the table and the key in it.
 void writeReview(const Call& call, const FilingsReview& review) {
+    const bool isForPrograms = call.output.format() != Format::text;
+    const auto others = reviewColumns().subspan(1);
     std::vector<Column> columns;
-    for (const ReviewColumn& column : reviewColumns())
+    if (isForPrograms)
+        columns.push_back({"table"});
+    columns.push_back({reviewColumns().front().key});
+    for (const ReviewColumn& column : others)
         columns.push_back({column.key, column.number != nullptr});
+    if (isForPrograms)
+        columns.push_back({"doubtful"});
     call.output.begin(std::move(columns));
     for (const ReviewRow& row : review.rows) {
         if (row.state == ReviewState::same && !call.line.has(Option::verbose))
             continue;
+        const FigureKey key = figureKey(row.figure.datum);
         std::vector<std::string> cells;
-        for (const ReviewColumn& column : reviewColumns())
-            cells.push_back(reviewCell(row, column));
+        if (isForPrograms)
+            cells = {std::string(key.table), std::string(key.key)};
+        else
+            cells = {reviewCell(row, reviewColumns().front())};
+        for (const ReviewColumn& column : others)
+            cells.push_back(column.number != nullptr ? inUnitOf(key, reviewCell(row, column))
+                                                     : reviewCell(row, column));
+        if (isForPrograms)
+            cells.emplace_back(row.figure.isDoubtful() ? "true" : "");
         call.output.row(std::move(cells));
     }
     call.output.end();
@@ -69,7 +86,8 @@ void takeOver(const Call& call, CompanyStore& store, const CompanySummary& compa
     if (const auto refusal = importFilings(journal, review))
         throw CommandFailure(ExitCode::refused, printable(*refusal));
     valueOf(store.save(company.key.id, *record, loaded.revision, accountOf(*journal, review)));
-    call.terminal.say(importName(review.ticked()) + ": done.");
+    call.terminal.say(importName(review.ticked()) +
+                      (call.line.has(Option::dryRun) ? ": would be done." : ": done."));
 }
 
 // A company that the database has under another symbol is not to come in twice, for a slip in it.
@@ -92,7 +110,8 @@ FilingsReview reviewOf(const Call& call, const CompanyRecord& record,
                                                  return origins.of(datum, element).origin;
                                              }});
     if (!review.refusal.empty())
-        throw CommandFailure(ExitCode::input, printable(review.refusal));
+        throw CommandFailure(ExitCode::input,
+                             printable(call.line.arguments.front() + ": " + review.refusal));
     const auto accepted = call.line.value(Option::accept);
     tick(review, !accepted            ? ReviewTicks::none
                  : *accepted == "all" ? ReviewTicks::all

@@ -2,9 +2,12 @@
 #include "record/datum_titles.hpp"
 #include "vkr/call.hpp"
 #include "vkr/database.hpp"
+#include "vkr/figure_keys.hpp"
 
 #include <QDateTime>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace vkr {
 
@@ -26,13 +29,8 @@ bool isPeriod(const QString& text) {
     return isDay(text) || year.match(text).hasMatch();
 }
 
-// As the column of figures has it: for programs the name of the property, for people its title.
-std::string shownFigure(const std::string& name, Format format) {
-    return format == Format::text ? calledDatum(name) : name;
-}
-
 bool isFigure(const QString& text) {
-    return !datumCalled(text.toStdString()).empty();
+    return !figuresCalled(text.toStdString()).empty();
 }
 
 // The option's value; "" without the option. One that it does not take would find nothing, which
@@ -61,8 +59,6 @@ HistoryQuery queryOf(const CommandLine& line) {
     query.user = line.value(Option::user).value_or("");
     query.from = momentOf(valueOf(line, Option::from, isMoment, moment));
     query.until = momentOf(valueOf(line, Option::until, isMoment, moment));
-    query.datum = datumCalled(valueOf(line, Option::figure, isFigure,
-                                      "name of a figure such as Yearly Revenue or YRevenueSeries"));
     query.period =
         valueOf(line, Option::period, isPeriod, "year such as 2025, or day such as 2025-09-27");
     if (const auto name = line.value(Option::origin)) {
@@ -75,37 +71,77 @@ HistoryQuery queryOf(const CommandLine& line) {
     return query;
 }
 
+// Rows for people call a figure by its title, those for programs by its table and key there.
+class HistoryRows {
+  public:
+    explicit HistoryRows(Output& output) : output_(output) {
+        std::vector<Column> columns{{"revision", true}, {"time"}, {"user"}, {"action"}};
+        if (isForPrograms())
+            columns.push_back({"table"});
+        for (const Column& column : {Column{"figure"},
+                                     {"period"},
+                                     {"before", true},
+                                     {"after", true},
+                                     {"origin"},
+                                     {"document"}})
+            columns.push_back(column);
+        output_.begin(std::move(columns));
+    }
+
+    void add(const HistoryGroup& group, const HistoryChange& change) {
+        row({std::to_string(group.revision), group.time, group.user, group.name}, change,
+            {change.origin ? std::string(originName(*change.origin)) : "", change.document});
+    }
+    void add(const HistoryGroup& group, const FindingVerdict& said) {
+        HistoryChange about;
+        about.datum = said.datum;
+        about.period = said.period;
+        row({"", group.time, group.user,
+             (said.isRight ? "Called right: " : "To be looked at again: ") + said.text},
+            about, {"", ""});
+    }
+
+  private:
+    [[nodiscard]] bool isForPrograms() const { return output_.format() != Format::text; }
+
+    void row(std::vector<std::string> cells, const HistoryChange& change,
+             const std::vector<std::string>& source) {
+        const FigureKey key = figureKey(change.datum);
+        if (isForPrograms())
+            cells.emplace_back(change.datum.empty() ? "" : key.table);
+        cells.push_back(isForPrograms() ? std::string(key.key) : calledDatum(change.datum));
+        for (const std::string& cell :
+             {change.period, inUnitOf(key, change.before), inUnitOf(key, change.after)})
+            cells.push_back(cell);
+        cells.insert(cells.end(), source.begin(), source.end());
+        output_.row(std::move(cells));
+    }
+
+    Output& output_;
+};
+
 } // namespace
 
 ExitCode tellHistory(const Call& call) {
-    const HistoryQuery query = queryOf(call.line);
+    HistoryQuery query = queryOf(call.line);
+    const std::vector<std::string> figures = figuresCalled(
+        valueOf(call.line, Option::figure, isFigure,
+                "name of a figure such as revenue_musd, Yearly Revenue or YRevenueSeries"));
+    if (figures.size() == 1)
+        query.datum = figures.front();
+    const auto isAsked = [&](const std::string& datum) {
+        return figures.empty() || std::ranges::find(figures, datum) != figures.end();
+    };
     const auto store = openDatabase(call);
     const CompanySummary company = findCompany(*store, call.line.arguments.front());
     const auto groups = valueOf(store->history(company.key.id, query));
-    call.output.begin({{"revision", true},
-                       {"time"},
-                       {"user"},
-                       {"action"},
-                       {"figure"},
-                       {"period"},
-                       {"before", true},
-                       {"after", true},
-                       {"origin"},
-                       {"document"}});
-    const auto figure = [&](const std::string& name) {
-        return shownFigure(name, call.output.format());
-    };
+    HistoryRows rows(call.output);
     for (const HistoryGroup& group : groups) {
-        if (const auto& said = group.verdict)
-            call.output.row(
-                {"", group.time, group.user,
-                 (said->isRight ? "Called right: " : "To be looked at again: ") + said->text,
-                 figure(said->datum), said->period, "", "", "", ""});
+        if (group.verdict && isAsked(group.verdict->datum))
+            rows.add(group, *group.verdict);
         for (const HistoryChange& change : group.changes)
-            call.output.row({std::to_string(group.revision), group.time, group.user, group.name,
-                             figure(change.datum), change.period, change.before, change.after,
-                             change.origin ? std::string(originName(*change.origin)) : "",
-                             change.document});
+            if (isAsked(change.datum))
+                rows.add(group, change);
     }
     call.output.end();
     // A changed row of the history looks like any other.

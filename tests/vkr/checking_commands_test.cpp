@@ -47,7 +47,7 @@ TEST_F(CheckingCommands, FactsAreComparedAndNothingIsChanged) {
     const QByteArray before = bytes("companies.vkr");
     const auto review = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--format", "tsv"});
     EXPECT_EQ(review.code, 1) << review.err;
-    EXPECT_TRUE(contains(review.out, "\nYearly Revenue\t2024\t\t391035\t\t")) << review.out;
+    EXPECT_TRUE(contains(review.out, "\nyearly\trevenue_musd\t2024\t\t391035\t\t")) << review.out;
     EXPECT_EQ(bytes("companies.vkr"), before);
     const auto all =
         run({"facts", facts("AAPL"), "--symbol", "AAPL", "--format", "tsv", "--verbose"});
@@ -60,6 +60,7 @@ TEST_F(CheckingCommands, FactsThatAreNewAreTakenOver) {
     const QStringList accept = {"facts", facts("AAPL"), "--symbol", "AAPL", "--accept", "new"};
     const auto dry = run(accept + QStringList("--dry-run"));
     EXPECT_EQ(bytes("companies.vkr"), before);
+    EXPECT_TRUE(contains(dry.err, "Import of 1 Figure: would be done.")) << dry.err;
     EXPECT_TRUE(contains(dry.err, "This was a dry run")) << dry.err;
     const auto done = run(accept);
     EXPECT_EQ(done.out, dry.out);
@@ -69,7 +70,7 @@ TEST_F(CheckingCommands, FactsThatAreNewAreTakenOver) {
     const auto told = run({"history", "AAPL", "--origin", "imported", "--figure", "YRevenueSeries",
                            "--period", "2024", "--format", "tsv"});
     EXPECT_EQ(told.code, 0) << told.err;
-    EXPECT_TRUE(contains(told.out, "\tYRevenueSeries\t2024\t\t391035\timported\t0000320193-"))
+    EXPECT_TRUE(contains(told.out, "\tyearly\trevenue_musd\t2024\t\t391035\timported\t0000320193-"))
         << told.out;
     const auto again = run({"facts", facts("AAPL"), "--symbol", "AAPL", "--accept", "all"});
     EXPECT_EQ(again.code, 0) << again.err;
@@ -125,7 +126,7 @@ TEST_F(CheckingCommands, FactsOfACompanyThatIsNotThereAddIt) {
     const QStringList look = {"facts", facts("AAPL"), "--symbol", "aapl", "--format", "tsv"};
     const auto review = run(look);
     EXPECT_EQ(review.code, 1) << review.err;
-    EXPECT_TRUE(contains(review.out, "\nYearly Revenue\t2024\t\t391035\t\t")) << review.out;
+    EXPECT_TRUE(contains(review.out, "\nyearly\trevenue_musd\t2024\t\t391035\t\t")) << review.out;
     EXPECT_TRUE(contains(review.err, "Apple Inc. (AAPL) is not in the database. It is added with "
                                      "what --accept takes."))
         << review.err;
@@ -157,7 +158,7 @@ TEST_F(CheckingCommands, FactsOfACompanyThatIsNotThereAddIt) {
     }
     const auto year = run({"history", "AAPL", "--period", "2024", "--format", "tsv"});
     EXPECT_EQ(year.code, 0) << year.err;
-    EXPECT_TRUE(contains(year.out, "\tYRevenueSeries\t2024\t\t391035\timported\t0000320193-"))
+    EXPECT_TRUE(contains(year.out, "\tyearly\trevenue_musd\t2024\t\t391035\timported\t0000320193-"))
         << year.out;
     const auto again = run({"facts", facts("AAPL"), "--symbol", "APPL", "--accept", "all"});
     EXPECT_EQ(again.code, 3) << "a slip in the symbol";
@@ -239,11 +240,12 @@ TEST_F(CheckingCommands, HistoryTellsWhoChangedWhatAndWhereItCameFrom) {
     emptyRevenue(2);
     const auto all = run({"history", "AAPL", "--format", "tsv"});
     EXPECT_EQ(all.code, 0) << all.err;
-    EXPECT_TRUE(all.out.starts_with("revision\ttime\tuser\taction\tfigure\tperiod\tbefore\tafter"
-                                    "\torigin\tdocument\n2\t"))
+    EXPECT_TRUE(
+        all.out.starts_with("revision\ttime\tuser\taction\ttable\tfigure\tperiod\tbefore\tafter"
+                            "\torigin\tdocument\n2\t"))
         << all.out;
-    EXPECT_TRUE(contains(all.out, "\tYRevenueSeries\t2024\t391035\t\ttyped\t\n")) << all.out;
-    EXPECT_TRUE(contains(all.out, "\tImport of AAPL\tName\t\t\tApple Inc.\timported\t"
+    EXPECT_TRUE(contains(all.out, "\tyearly\trevenue_musd\t2024\t391035\t\ttyped\t\n")) << all.out;
+    EXPECT_TRUE(contains(all.out, "\tImport of AAPL\tcompany\tname\t\t\tApple Inc.\timported\t"
                                   "AAPL-company.csv\n"))
         << all.out;
     EXPECT_EQ(lines(run({"history", "AAPL", "--origin", "typed"}).out), 2);
@@ -261,6 +263,47 @@ TEST_F(CheckingCommands, HistoryCallsASettingByItsTitle) {
     const auto told = run({"history", "AAPL", "--figure", "strCurSymbol"});
     EXPECT_TRUE(contains(told.out, "  Currency Symbol  ")) << told.out;
     EXPECT_EQ(run({"history", "AAPL", "--figure", "currency symbol"}).out, told.out);
+}
+
+// A program that has read one command's figures finds them in another's.
+TEST_F(CheckingCommands, ADatumHasOneKeyAndOneUnitInEveryCommand) {
+    change(1, [](CompanyRecord& record) {
+        record.put_CommShares(14000.5);
+        record.get_Settings()->put(setting::taxRate, true);
+    });
+    EXPECT_TRUE(
+        contains(run({"show", "AAPL", "--format", "tsv"}).out, "\ncommon_shares\t14000500000\n"));
+    const auto told = run({"history", "AAPL", "--figure", "common_shares", "--format", "tsv"});
+    EXPECT_TRUE(contains(told.out, "\tcompany\tcommon_shares\t\t")) << told.out;
+    EXPECT_TRUE(contains(told.out, "\t14000500000\ttyped\t\n")) << told.out;
+    EXPECT_TRUE(contains(run({"history", "AAPL", "--figure", "Common Shares"}).out, "14000500000"));
+    const auto filed =
+        run({"facts", facts("AAPL"), "--symbol", "AAPL", "--format", "json", "--verbose"});
+    EXPECT_TRUE(contains(filed.out, "\"table\": \"company\", \"figure\": \"common_shares\""))
+        << filed.out;
+    EXPECT_TRUE(contains(filed.out, "\"stored\": \"14000500000\"")) << filed.out;
+    const auto setting = run({"history", "AAPL", "--figure", "show_tax_rate"});
+    EXPECT_TRUE(contains(setting.out, "  Show Tax Rate  ")) << setting.out;
+    // A key of two tables is of both.
+    const auto both = run({"history", "AAPL", "--figure", "revenue_musd", "--format", "tsv"});
+    EXPECT_TRUE(contains(both.out, "\tyearly\trevenue_musd\t2025\t")) << both.out;
+    EXPECT_TRUE(contains(both.out, "\tquarterly\trevenue_musd\t2025-")) << both.out;
+    EXPECT_FALSE(contains(both.out, "net_income"));
+}
+
+TEST_F(CheckingCommands, ADoubtfulFigureIsMarked) {
+    write("doubt.json",
+          R"({"cik": 1, "entityName": "Made Up", "facts": {"us-gaap": {"ProfitLoss": {"units":
+             {"USD": [{"start": "2023-01-01", "end": "2023-12-31", "val": 7000000, "fy": 2023,
+             "fp": "FY", "form": "10-K", "filed": "2024-02-20",
+             "accn": "0000000001-24-000001"}]}}}}})");
+    const auto people = run({"facts", "doubt.json", "--symbol", "MADE"});
+    EXPECT_TRUE(contains(people.out, "  doubtful: ")) << people.out << people.err;
+    const auto tsv = run({"facts", "doubt.json", "--symbol", "MADE", "--format", "tsv"});
+    EXPECT_TRUE(contains(tsv.out, "\tdoubtful\n")) << tsv.out;
+    EXPECT_TRUE(contains(tsv.out, "\ttrue\n")) << tsv.out;
+    const auto json = run({"facts", "doubt.json", "--symbol", "MADE", "--format", "json"});
+    EXPECT_TRUE(contains(json.out, "\"doubtful\": \"true\"")) << json.out;
 }
 
 TEST_F(CheckingCommands, HistoryTakesAMomentToTheMinuteAsWell) {

@@ -48,7 +48,7 @@ TEST_F(Completion, EveryOptionThatTheHelpHas) {
         completed.sort();
         EXPECT_EQ(completed, helped) << command.toStdString();
     }
-    EXPECT_EQ(offered({"history", "X", "--figure", "yrev"}), QStringList("YRevenueSeries"));
+    EXPECT_EQ(offered({"history", "X", "--figure", "rev"}), QStringList("revenue_musd"));
     EXPECT_EQ(offered({"history", "X", "--origin", "p"}), QStringList("pasted"));
 }
 
