@@ -7,14 +7,19 @@
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <set>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace vkr {
 
 namespace {
+
+constexpr std::string_view ofCik = "CIK "; // a document that is all of a company's filings
 
 // A stored figure that is the filed one, rounded as figures of its unit are.
 double rounding(DatumUnit unit) {
@@ -60,8 +65,9 @@ class Reviewer {
         compareNames();
         if (!review_.refusal.empty())
             return std::move(review_);
-        review_.years = yearSpan(filed_.calendar, company_, options_.addsYears);
-        review_.quarters = quarterSpan(filed_.calendar, company_, options_.addsQuarters);
+        review_.years = yearSpan(filed_.calendar, company_, options_.years, options_.originOf);
+        review_.quarters =
+            quarterSpan(filed_.calendar, company_, options_.quarters, options_.originOf);
         for (const FiledFigure& figure : filed_.figures)
             add(figure);
         addEarningsSum(review_, company_);
@@ -72,9 +78,11 @@ class Reviewer {
         for (const RecordSpan* span : {&review_.years, &review_.quarters})
             review_.notes.insert(review_.notes.end(), span->told.begin(), span->told.end());
         if (outside_ > 0)
-            review_.notes.push_back(std::to_string(outside_) + " figures of " +
-                                    (outside_ == 1 ? "a period" : "periods") +
-                                    " that the table has no place for are left out.");
+            review_.notes.push_back(
+                outside_ == 1
+                    ? "1 figure of a period that the table has no place for is left out."
+                    : std::to_string(outside_) +
+                          " figures of periods that the table has no place for are left out.");
         review_.notes.insert(review_.notes.end(), filed_.notes.begin(), filed_.notes.end());
         tick(review_, ReviewTicks::preset);
         return std::move(review_);
@@ -85,6 +93,9 @@ class Reviewer {
         const std::string name = company_.get_Name();
         const std::string symbol = company_.get_Symbol();
         review_.match = matchCompany(filed_.name, name);
+        const bool wasAnother = options_.cik != 0 && filed_.cik != 0 && options_.cik != filed_.cik;
+        if (wasAnother && review_.match == CompanyMatch::same)
+            review_.match = CompanyMatch::unsure;
         if (review_.match == CompanyMatch::same)
             return;
         std::string held = name.empty() ? symbol : name;
@@ -93,6 +104,9 @@ class Reviewer {
         review_.question = "The document is of " + filed_.name + " (CIK " +
                            std::to_string(filed_.cik) + "), the company is " +
                            (held.empty() ? "one without a name" : held) + ".";
+        if (wasAnother)
+            review_.question += " It was imported from the filings of another one before (CIK " +
+                                std::to_string(options_.cik) + ").";
     }
 
     void add(const FiledFigure& figure) {
@@ -156,7 +170,7 @@ struct Part {
 };
 
 std::vector<Part> partsOf(const iVKR_Company& company, const FilingsReview& review) {
-    const Action asTheWhole{Origin::imported, {}, "CIK " + std::to_string(review.cik)};
+    const Action asTheWhole{Origin::imported, {}, std::string(ofCik) + std::to_string(review.cik)};
     std::vector<Part> parts;
     for (const RecordSpan* span : {&review.years, &review.quarters}) {
         Part dates{asTheWhole, {}};
@@ -202,6 +216,18 @@ bool isCurrent(const iVKR_Company& company, const FilingsReview& review) {
 }
 
 } // namespace
+
+std::int64_t importedCik(const FigureOrigins& origins) {
+    for (const Datum datum : {Datum::LastFYDate, Datum::LastQDateForGrid, Datum::Name}) {
+        const std::string document = origins.of(datum).document;
+        std::int64_t cik = 0;
+        if (document.starts_with(ofCik) &&
+            std::from_chars(document.data() + ofCik.size(), document.data() + document.size(), cik)
+                    .ec == std::errc())
+            return cik;
+    }
+    return 0;
+}
 
 FilingsReview reviewFilings(const FiledCompany& filed, const iVKR_Company& company,
                             const ReviewOptions& options) {

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/figure_origins.hpp"
 #include "filings/review_rows.hpp"
 
+#include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,14 +15,15 @@ namespace vkr {
 // What an import of filings would do to a record, figure by figure, before it does it, and the
 // import.
 
-// Where a stored figure comes from; nothing where nobody knows.
-using OriginQuery = std::function<std::optional<Origin>(Datum, std::optional<int> element)>;
-
 struct ReviewOptions {
     OriginQuery originOf = {}; // none: nobody knows
-    bool addsYears = true;
-    bool addsQuarters = true;
+    std::int64_t cik = 0;      // of the filings that the company was imported from before; 0: none
+    Adding years = Adding::whereNothingTypedLeaves;
+    Adding quarters = Adding::whereNothingTypedLeaves;
 };
+
+// The number of the company whose filings dates or name are from; 0 where they are from none.
+[[nodiscard]] std::int64_t importedCik(const FigureOrigins& origins);
 
 // Ticked at first are figures that the record has not, and those that differ and are known to come
 // from a document or from arithmetic; none that is doubtful. Passes on what the record throws.

@@ -97,6 +97,8 @@ class Scan {
             // Names that are written in two ways could not be told to be the same one.
             if (escaped)
                 fault_ = "The document has a name that is written in an odd way.";
+            else if (names_.size() >= bounds_.names)
+                fault_ = "The document has an object with too many names to be one of filings.";
             names_.push_back(json_.substr(begin, at_ - begin));
         }
         ++at_;

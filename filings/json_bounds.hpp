@@ -14,6 +14,7 @@ struct JsonBounds {
     std::size_t depth = 32;
     std::size_t containers = 2'000'000; // objects and arrays
     std::size_t values = 20'000'000;
+    std::size_t names = 100'000; // of the objects that are open at a time
 };
 
 // Looks at a text before it is parsed: whether it stays within the bounds, is closed at its end,

@@ -45,15 +45,42 @@ bool hasFigures(const iVKR_Company& company, DatumPeriod period) {
     return found;
 }
 
-// Whether figures leave the series when it is moved on.
-bool losesFigures(const iVKR_Company& company, DatumPeriod period, int periods) {
-    bool loses = false;
-    forEachSeries(company, period, [&](Datum, const Variant& series) {
+// The elements that leave their series when these are moved on, and have a figure.
+template <typename Visit>
+void forEachLeaving(const iVKR_Company& company, DatumPeriod period, int periods, Visit visit) {
+    forEachSeries(company, period, [&](Datum datum, const Variant& series) {
         const VariantArray& held = series.array();
         for (int i = std::max(held.lower(), held.upper() - periods + 1); i <= held.upper(); ++i)
-            loses = loses || held.number(i) != 0;
+            if (held.number(i) != 0)
+                visit(datum, i, held.number(i));
     });
-    return loses;
+}
+
+std::vector<TypedFigure> typedOnesLeaving(const iVKR_Company& company, DatumPeriod period,
+                                          int periods, const OriginQuery& originOf) {
+    std::vector<TypedFigure> leaving;
+    forEachLeaving(company, period, periods, [&](Datum datum, int element, double figure) {
+        if (!mayBeByHand(originOf ? originOf(datum, element) : std::nullopt))
+            return;
+        leaving.push_back({.datum = datum,
+                           .element = element,
+                           .period = periodText(rowOf(datum), company, element),
+                           .stored = exactNumberText(figure),
+                           .imported = {},
+                           .leaves = TypedFigure::Leaves::tooOld});
+    });
+    return leaving;
+}
+
+// "Yearly Revenue 2015: 999, ...", as many as people read.
+std::string listed(const std::vector<TypedFigure>& figures) {
+    constexpr std::size_t most = 12;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(most, figures.size()); ++i)
+        text += (i == 0 ? "" : ", ") + titleOf(figures[i]) + ": " + figures[i].stored;
+    return figures.size() <= most
+               ? text
+               : text + " and " + std::to_string(figures.size() - most) + " more";
 }
 
 void change(RecordSpan& span, const iVKR_Company& company, Datum datum, const Variant& after) {
@@ -67,19 +94,42 @@ void moveOn(RecordSpan& span, const iVKR_Company& company, DatumPeriod period, i
     forEachSeries(company, period, [&](Datum datum, const Variant& series) {
         change(span, company, datum, movedOn(series, periods));
     });
-    if (losesFigures(company, period, periods))
-        span.told.emplace_back(period == DatumPeriod::year
-                                   ? "The oldest years of the company leave the table."
-                                   : "The oldest quarters of the company leave the table.");
+    bool loses = false;
+    forEachLeaving(company, period, periods, [&](Datum, int, double) { loses = true; });
+    if (!loses)
+        return;
+    span.told.emplace_back(period == DatumPeriod::year
+                               ? "The oldest years of the company leave the table"
+                               : "The oldest quarters of the company leave the table");
+    span.told.back() +=
+        span.leaving.empty()
+            ? "."
+            : ", and what was typed, or may have been: " + listed(span.leaving) + ".";
 }
 
 std::string counted(int count, const char* one) {
     return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
 }
 
-void leaveOut(RecordSpan& span, int periods, const char* one) {
-    span.told.push_back(counted(periods, one) + " after the last one of the company " +
-                        (periods == 1 ? "is" : "are") + " left out.");
+void leaveOut(RecordSpan& span, const char* one) {
+    const bool isOne = span.later == 1;
+    span.told.push_back(counted(span.later, one) + " after the last one of the company " +
+                        (isOne ? "is" : "are") + " left out");
+    span.told.back() += span.leaving.empty()
+                            ? "."
+                            : std::string(". With ") + (isOne ? "it" : "them") +
+                                  " what was typed, or may have been, would leave the table: " +
+                                  listed(span.leaving) + ".";
+}
+
+// How many later periods there are, what they would push out, and whether they are added.
+bool addsLater(RecordSpan& span, int later, const iVKR_Company& company, DatumPeriod period,
+               Adding adding, const OriginQuery& originOf) {
+    span.later = std::max(0, later);
+    if (span.later > 0)
+        span.leaving = typedOnesLeaving(company, period, span.later, originOf);
+    return span.later > 0 && (adding == Adding::always ||
+                              (adding == Adding::whereNothingTypedLeaves && span.leaving.empty()));
 }
 
 // The year of the filings that the record has as its last one; nothing where it does not say.
@@ -94,7 +144,8 @@ std::optional<int> lastYearOf(const FiscalCalendar& calendar, const iVKR_Company
 
 } // namespace
 
-RecordSpan yearSpan(const FiscalCalendar& calendar, const iVKR_Company& company, bool adds) {
+RecordSpan yearSpan(const FiscalCalendar& calendar, const iVKR_Company& company, Adding adding,
+                    const OriginQuery& originOf) {
     RecordSpan span;
     if (calendar.years.empty() || !hasPlaces(company, DatumPeriod::year))
         return span;
@@ -105,27 +156,29 @@ RecordSpan yearSpan(const FiscalCalendar& calendar, const iVKR_Company& company,
         span.told.emplace_back("Yearly figures are left out: the company has no last fiscal year.");
         return span;
     }
-    const int later = std::max(0, newest.year - *last);
-    span.later = later;
+    const bool adds =
+        addsLater(span, newest.year - *last, company, DatumPeriod::year, adding, originOf);
     span.placed = true;
-    span.newestYear = later > 0 && adds ? newest.year : *last;
-    if (later > 0 && !adds)
-        leaveOut(span, later, "fiscal year");
-    if (isEmpty || (later > 0 && adds)) {
+    span.newestYear = adds ? newest.year : *last;
+    if (span.later > 0 && !adds)
+        leaveOut(span, "fiscal year");
+    if (isEmpty || adds) {
         // A company may count its years otherwise.
-        const int held = isEmpty ? newest.year : company.get_LastFY() + later;
+        const int held = isEmpty ? newest.year : company.get_LastFY() + span.later;
         change(span, company, Datum::LastFY, static_cast<std::int16_t>(held));
         change(span, company, Datum::LastFYDate, newest.end);
-        span.told.push_back((isEmpty ? "The last fiscal year becomes "
-                                     : counted(later, "fiscal year") + " added: the last one is ") +
-                            std::to_string(held) + ", to " + isoDateText(newest.end) + ".");
+        span.told.push_back(
+            (isEmpty ? "The last fiscal year becomes "
+                     : counted(span.later, "fiscal year") + " added: the last one is ") +
+            std::to_string(held) + ", to " + isoDateText(newest.end) + ".");
     }
-    if (later > 0 && adds)
-        moveOn(span, company, DatumPeriod::year, later);
+    if (adds)
+        moveOn(span, company, DatumPeriod::year, span.later);
     return span;
 }
 
-RecordSpan quarterSpan(const FiscalCalendar& calendar, const iVKR_Company& company, bool adds) {
+RecordSpan quarterSpan(const FiscalCalendar& calendar, const iVKR_Company& company, Adding adding,
+                       const OriginQuery& originOf) {
     RecordSpan span;
     const auto quarters = calendar.quarters();
     if (quarters.empty() || !hasPlaces(company, DatumPeriod::quarter))
@@ -139,22 +192,22 @@ RecordSpan quarterSpan(const FiscalCalendar& calendar, const iVKR_Company& compa
         span.told.emplace_back("Quarterly figures are left out: the company has no last quarter.");
         return span;
     }
-    const int later = std::max(0, nearestQuarters(last, newest));
-    span.later = later;
+    const bool adds = addsLater(span, nearestQuarters(last, newest), company, DatumPeriod::quarter,
+                                adding, originOf);
     span.placed = true;
-    span.newestQuarter = later > 0 && adds ? newest : last;
-    if (later > 0 && !adds)
-        leaveOut(span, later, "quarter");
-    if (isEmpty || (later > 0 && adds)) {
+    span.newestQuarter = adds ? newest : last;
+    if (span.later > 0 && !adds)
+        leaveOut(span, "quarter");
+    if (isEmpty || adds) {
         change(span, company, Datum::LastQDate, newest);
         change(span, company, Datum::LastQDateForGrid, newest);
-        span.told.push_back((isEmpty
-                                 ? "The last quarter becomes that to "
-                                 : counted(later, "quarter") + " added: the last one is that to ") +
-                            isoDateText(newest) + ".");
+        span.told.push_back(
+            (isEmpty ? "The last quarter becomes that to "
+                     : counted(span.later, "quarter") + " added: the last one is that to ") +
+            isoDateText(newest) + ".");
     }
-    if (later > 0 && adds)
-        moveOn(span, company, DatumPeriod::quarter, later);
+    if (adds)
+        moveOn(span, company, DatumPeriod::quarter, span.later);
     return span;
 }
 

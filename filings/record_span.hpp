@@ -1,14 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/typed_figures.hpp"
 #include "filings/fiscal_calendar.hpp"
 #include "record/datum_changes.hpp"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vkr {
+
+// Where a stored figure comes from; nothing where nobody knows.
+using OriginQuery = std::function<std::optional<Origin>(Datum, std::optional<int> element)>;
+
+// Whether years or quarters after the last one of a record are added to it.
+enum class Adding {
+    never,
+    whereNothingTypedLeaves, // the table at its other end, nor what may have been typed
+    always,
+};
 
 // Where the years or quarters of filings lie in the series of a record, once `changes` are made.
 struct RecordSpan {
@@ -16,6 +28,8 @@ struct RecordSpan {
     int added = 0; // by how many of them the record is moved on: all or none
     // What moves it, or dates a record that has no figures of such periods.
     std::vector<DatumChange> changes;
+    // What was typed, or may have been, and has no place once all later ones are added.
+    std::vector<TypedFigure> leaving;
     std::vector<std::string> told; // of the changes, and of what is left out, for people
     bool placed = false;           // the record's series have a place for any of the periods
     int newestYear = 0;            // at element 1
@@ -28,10 +42,11 @@ struct RecordSpan {
 };
 
 // A record without figures in its yearly series takes the years of the filings. In any other one
-// the last fiscal year stays where it is, but that later years are added where `adds` says so.
+// the last fiscal year stays where it is, but that later years are added where `adding` says so.
+// Without `originOf` nobody knows where figures come from.
 [[nodiscard]] RecordSpan yearSpan(const FiscalCalendar& calendar, const iVKR_Company& company,
-                                  bool adds);
+                                  Adding adding, const OriginQuery& originOf);
 [[nodiscard]] RecordSpan quarterSpan(const FiscalCalendar& calendar, const iVKR_Company& company,
-                                     bool adds);
+                                     Adding adding, const OriginQuery& originOf);
 
 } // namespace vkr

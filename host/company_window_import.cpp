@@ -34,9 +34,11 @@ void CompanyWindow::importFilings(const QString& path) {
         return;
     entry_->component().leaveField(); // what was typed last is compared, too
     FilingsImport transfer(this);
-    transfer.originOf = [now = origins()](Datum datum, std::optional<int> element) {
+    const FigureOrigins now = origins();
+    transfer.originOf = [&now](Datum datum, std::optional<int> element) {
         return now.of(datum, element).origin;
     };
+    transfer.cik = importedCik(now);
     transfer.helpAsked = [this] { emit helpAsked(help::filings); };
     const QPointer<CompanyWindow> stays(this);
     const auto figures = transfer.import(path, kept_);

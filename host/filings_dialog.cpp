@@ -59,8 +59,9 @@ FilingsDialog::FilingsDialog(Reviewer reviewer, QWidget* parent)
     notes_->setWordWrap(true);
     addsYears_->setObjectName(QStringLiteral("addsYears"));
     addsQuarters_->setObjectName(QStringLiteral("addsQuarters"));
-    addsYears_->setChecked(true);
-    addsQuarters_->setChecked(true);
+    const FilingsReview first = reviewer_({});
+    addsYears_->setChecked(first.years.leaving.empty());
+    addsQuarters_->setChecked(first.quarters.leaving.empty());
     details_->setObjectName(QStringLiteral("details"));
     details_->setReadOnly(true);
     details_->setTabChangesFocus(true);
@@ -172,8 +173,11 @@ QWidget* FilingsDialog::buildButtons() {
 }
 
 void FilingsDialog::reviewAnew() {
-    FilingsReview anew = reviewer_(
-        {.addsYears = addsYears_->isChecked(), .addsQuarters = addsQuarters_->isChecked()});
+    const auto adding = [](const QCheckBox& box) {
+        return box.isChecked() ? Adding::always : Adding::never;
+    };
+    FilingsReview anew =
+        reviewer_({.years = adding(*addsYears_), .quarters = adding(*addsQuarters_)});
     for (const ReviewRow& row : review().rows)
         ticks_[{row.figure.datum, row.period}] = row.ticked;
     for (ReviewRow& row : anew.rows)

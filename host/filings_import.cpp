@@ -37,6 +37,11 @@ FilingsReading readWaiting(const QString& path) {
     return readFilingsFile(path.toStdString());
 }
 
+FiledCompany figuresWaiting(const FilingsDocument& document) {
+    const Waiting waiting;
+    return filedFigures(document);
+}
+
 } // namespace
 
 QString FilingsImport::chosenFile() {
@@ -56,9 +61,10 @@ std::optional<int> FilingsImport::import(const QString& path,
         tellNothing(path, fromUtf8(reading.error));
         return std::nullopt;
     }
-    const FiledCompany filed = filedFigures(*reading.document);
+    const FiledCompany filed = figuresWaiting(*reading.document);
     const auto review = [&](ReviewOptions options) {
         options.originOf = originOf;
+        options.cik = cik;
         return reviewFilings(filed, *company, options);
     };
     const FilingsReview first = review({});

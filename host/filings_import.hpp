@@ -23,6 +23,7 @@ class FilingsImport {
 
     // Where stored figures come from; nobody knows without it.
     OriginQuery originOf;
+    std::int64_t cik = 0; // as in ReviewOptions
     std::function<void()> helpAsked;
 
     // The file that the user chooses; empty where they gave up.

@@ -52,6 +52,14 @@ std::string counted(std::ptrdiff_t count, const std::string& what) {
     return std::to_string(count) + " " + what;
 }
 
+// Whether later periods are not added, for what was typed in the oldest ones.
+bool keepsPeriodsBack(const FilingsReview& review) {
+    const auto keepsBack = [](const RecordSpan& span) {
+        return span.added == 0 && !span.leaving.empty();
+    };
+    return keepsBack(review.years) || keepsBack(review.quarters);
+}
+
 // What is left to look at.
 std::ptrdiff_t tellCounts(const Call& call, const FilingsReview& review) {
     const auto count = [&](ReviewState state) {
@@ -63,6 +71,8 @@ std::ptrdiff_t tellCounts(const Call& call, const FilingsReview& review) {
                       counted(count(ReviewState::same), "as they are stored."));
     for (const std::string& note : review.notes)
         call.terminal.say(printable(note));
+    if (keepsPeriodsBack(review))
+        call.terminal.say("--accept all adds them nevertheless.");
     return fresh + differing;
 }
 
@@ -105,14 +115,18 @@ void refuseKnownName(CompanyStore& store, const std::string& name) {
 
 FilingsReview reviewOf(const Call& call, const CompanyRecord& record,
                        const FigureOrigins& origins) {
-    FilingsReview review = reviewFilingsFile(call.line.arguments.front(), record,
-                                             {[&](Datum datum, std::optional<int> element) {
-                                                 return origins.of(datum, element).origin;
-                                             }});
+    const auto accepted = call.line.value(Option::accept);
+    const Adding adding = accepted == "all" ? Adding::always : Adding::whereNothingTypedLeaves;
+    FilingsReview review = reviewFilingsFile(
+        call.line.arguments.front(), record,
+        {.originOf = [&](Datum datum,
+                         std::optional<int> element) { return origins.of(datum, element).origin; },
+         .cik = importedCik(origins),
+         .years = adding,
+         .quarters = adding});
     if (!review.refusal.empty())
         throw CommandFailure(ExitCode::input,
                              printable(call.line.arguments.front() + ": " + review.refusal));
-    const auto accepted = call.line.value(Option::accept);
     tick(review, !accepted            ? ReviewTicks::none
                  : *accepted == "all" ? ReviewTicks::all
                                       : ReviewTicks::fresh);
@@ -165,7 +179,8 @@ ExitCode importFacts(const Call& call) {
         takeOver(call, *store, *found, loaded, review);
     if (call.line.has(Option::dryRun))
         call.terminal.say("This was a dry run: nothing was saved.");
-    return open > ticked || loaded.damage ? ExitCode::findings : ExitCode::done;
+    return open > ticked || keepsPeriodsBack(review) || loaded.damage ? ExitCode::findings
+                                                                      : ExitCode::done;
 }
 
 } // namespace vkr

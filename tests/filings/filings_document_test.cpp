@@ -142,6 +142,19 @@ TEST(FilingsDocument, IsRefusedBeforeItsSizeCostsMemory) {
     EXPECT_EQ(jsonOutOfBounds("[1,2,3]", {.values = 2}), std::nullopt);
 }
 
+// Each name of an object that is open is kept until it is closed.
+TEST(FilingsDocument, IsRefusedWhereAnObjectGoesOnAndOn) {
+    std::string facts = "{\"cik\":1,\"entityName\":\"Made Up\",\"facts\":{\"us-gaap\":{";
+    for (int name = 0; name < 200'000; ++name)
+        facts += "\"Concept" + std::to_string(name) + "\":0,";
+    const std::string tooMany =
+        "The document has an object with too many names to be one of filings.";
+    EXPECT_EQ(errorOf(facts), tooMany);
+    EXPECT_EQ(errorOf(facts + "\"Last\":0}}}"), tooMany);
+    EXPECT_EQ(jsonOutOfBounds(R"({"a":{"b":1},"c":{"d":1}})", {.names = 3}), std::nullopt);
+    EXPECT_EQ(jsonOutOfBounds(R"({"a":{"b":1},"c":{"d":1}})", {.names = 2}), tooMany);
+}
+
 TEST(FilingsDocument, OfTooLargeAFileNothingIsRead) {
     const auto file = std::filesystem::temp_directory_path() / "vkr-too-large-facts.json";
     std::ofstream(file) << smallDocument();

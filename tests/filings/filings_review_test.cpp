@@ -56,6 +56,12 @@ const ReviewRow& rowFor(const FilingsReview& review, Datum datum, const std::str
     return *row;
 }
 
+ReviewOptions ofOrigin(std::optional<Origin> origin) {
+    ReviewOptions options;
+    options.originOf = [=](Datum, std::optional<int>) { return origin; };
+    return options;
+}
+
 // A record that tells its actions and writes, and refuses the n-th write where it is told to.
 class ToldRecord final : public CompanyBase, public ActionListener {
   public:
@@ -199,6 +205,32 @@ TEST(FilingsReview, SaysThatTheDocumentIsOfAnotherCompany) {
               "The document is of NVIDIA CORP (CIK 1045810), the company is Apple Inc. (AAPL).");
 }
 
+TEST(FilingsReview, AsksWhereTheCompanyWasImportedFromTheFilingsOfAnotherOne) {
+    const auto company = std::make_shared<CompanyRecord>();
+    const auto journal = std::make_shared<ChangeJournal>(company);
+    ASSERT_EQ(importFilings(journal, reviewFilings(twoYears(), *company)), std::nullopt);
+    FigureOrigins origins;
+    EXPECT_EQ(importedCik(origins), 0);
+    for (const ChangeGroup& group : journal->groups())
+        origins.note(group);
+    EXPECT_EQ(importedCik(origins), 1);
+    FiledCompany filed = twoYears();
+    ReviewOptions options;
+    for (const std::int64_t before : {0, 1, 2}) {
+        options.cik = before;
+        const auto review = reviewFilings(filed, *company, options);
+        EXPECT_EQ(review.match, before == 2 ? CompanyMatch::unsure : CompanyMatch::same);
+        EXPECT_EQ(review.question,
+                  before == 2 ? "The document is of " + filed.name + " (CIK 1), the company is " +
+                                    filed.name +
+                                    ". It was imported from the filings of another one before "
+                                    "(CIK 2)."
+                              : "");
+    }
+    filed.cik = 0; // the document does not say
+    EXPECT_EQ(reviewFilings(filed, *company, options).match, CompanyMatch::same);
+}
+
 TEST(FilingsReview, OfARefusedDocumentNothingIsImported) {
     const auto company = madeUp();
     const auto file = std::string(VKR_SOURCE_DIR) + "/samples/AAPL-yearly.csv";
@@ -285,13 +317,59 @@ TEST(FilingsReview, LaterYearsAreLeftOutWhereTheyAreNotWanted) {
     company->put_LastFY(2022);
     putElement(*company, Datum::YNetIncSeries, 1, 5);
     ReviewOptions options;
-    options.addsYears = false;
+    options.years = Adding::never;
     const auto review = reviewFilings(twoYears(), *company, options);
     EXPECT_EQ(review.years.added, 0);
     EXPECT_TRUE(review.years.changes.empty());
     EXPECT_EQ(review.notes[0], "1 fiscal year after the last one of the company is left out.");
     EXPECT_EQ(review.rows.size(), 1u);
     EXPECT_EQ(rowFor(review, Datum::YNetIncSeries, "2022").state, ReviewState::same);
+}
+
+TEST(FilingsReview, LaterYearsPushNothingOutThatWasTypedUnlessTheyAreToBeAdded) {
+    const auto company = madeUp();
+    company->put_LastFY(2022);
+    putElement(*company, Datum::YNetIncSeries, 1, 5);
+    putElement(*company, Datum::YRevenueSeries, 10, 999);
+    for (const auto origin : {std::optional(Origin::typed), std::optional(Origin::pasted),
+                              std::optional<Origin>(), std::optional(Origin::imported)}) {
+        ReviewOptions options = ofOrigin(origin);
+        const bool isImported = origin == Origin::imported;
+        auto review = reviewFilings(twoYears(), *company, options);
+        EXPECT_EQ(review.years.added, isImported ? 1 : 0);
+        EXPECT_EQ(review.years.leaving.size(), isImported ? 0U : 1U);
+        EXPECT_EQ(review.years.told.back(),
+                  isImported
+                      ? "The oldest years of the company leave the table."
+                      : "1 fiscal year after the last one of the company is left out. With it what "
+                        "was typed, or may have been, would leave the table: Yearly Revenue 2013: "
+                        "999.");
+        options.years = Adding::always;
+        review = reviewFilings(twoYears(), *company, options);
+        EXPECT_EQ(review.years.added, 1);
+        EXPECT_EQ(review.years.told.back(),
+                  isImported ? "The oldest years of the company leave the table."
+                             : "The oldest years of the company leave the table, and what was "
+                               "typed, or may have been: Yearly Revenue 2013: 999.");
+    }
+}
+
+TEST(FilingsReview, LaterQuartersPushNothingOutThatWasTypedEither) {
+    const auto company = sample("AAPL");
+    test::goBack(*company, 2, 1);
+    for (const DatumRow& row : datumTable())
+        if (row.period == DatumPeriod::year)
+            for (const int element : {row.upper - 1, row.upper})
+                putElement(*company, row.datum, element, 1);
+    putElement(*company, Datum::QEPSSeries, 34, 1.5);
+    const auto review = reviewFilings(companyOf("AAPL"), *company, ofOrigin(Origin::typed));
+    EXPECT_EQ(review.quarters.added, 0);
+    EXPECT_EQ(describe(review.quarters.leaving.at(0)),
+              "Quarterly Earnings Per Share 2017-03-27: 1.5, too old for the table");
+    EXPECT_EQ(review.years.added, 0);
+    EXPECT_TRUE(review.notes[0].ends_with(
+        " and " + std::to_string(review.years.leaving.size() - 12) + " more."))
+        << review.notes[0];
 }
 
 TEST(FilingsReview, TheLastFiscalYearIsThatOfItsDayWhateverItIsCalled) {
@@ -460,12 +538,6 @@ std::shared_ptr<CompanyRecord> withoutLastEarnings(double sum) {
     putElement(*company, Datum::QEPSSeries, 0, 0);
     company->put_Last4QEPS(sum);
     return company;
-}
-
-ReviewOptions ofOrigin(std::optional<Origin> origin) {
-    ReviewOptions options;
-    options.originOf = [=](Datum, std::optional<int>) { return origin; };
-    return options;
 }
 
 } // namespace

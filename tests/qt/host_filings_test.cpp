@@ -288,6 +288,33 @@ TEST_F(HostFilingsOfLaterYears, KeepTheTicksThatWereTakenOff) {
     EXPECT_TRUE(sameAs(*window.record(), *before));
 }
 
+TEST_F(HostFilingsOfLaterYears, AreNotAddedAtFirstWhereWhatWasTypedWouldLeaveTheTable) {
+    storeAsAYearBefore();
+    const auto loaded = host_->store().load(idOf(*host_, "AAPL"));
+    test::putElement(*loaded.value().record, Datum::YRevenueSeries, 10, 999);
+    ASSERT_TRUE(
+        host_->store().save(idOf(*host_, "AAPL"), *loaded.value().record, loaded.value().revision));
+    CompanyWindow& window = open(*host_, "AAPL");
+    dialogs_.next([](QWidget& dialog) {
+        auto& adds = *dialog.findChild<QCheckBox*>("addsYears");
+        const auto& notes = *dialog.findChild<QLabel*>("notes");
+        EXPECT_TRUE(adds.isVisible());
+        EXPECT_FALSE(adds.isChecked());
+        EXPECT_TRUE(notes.text().contains("would leave the table: Yearly Revenue 2015: 999."))
+            << notes.text().toStdString();
+        adds.click();
+        EXPECT_TRUE(notes.text().contains("typed, or may have been: Yearly Revenue 2015: 999."))
+            << notes.text().toStdString();
+        show(dialog, "New");
+        EXPECT_EQ(cell(dialog, 0, "Period"), "2025");
+        adds.click();
+        DialogAnswers::clickButton(dialog, importButton(dialog));
+    });
+    window.importFilings(document("AAPL"));
+    EXPECT_EQ(window.record()->get_LastFY(), 2024);
+    EXPECT_EQ(revenue(*window.record(), 10), 999);
+}
+
 TEST_F(HostFilingsTest, TheDocumentOfAnotherCompanyIsRefused) {
     CompanyWindow& window = open(*host_, "AAPL");
     dialogs_.next([](QWidget& dialog) {

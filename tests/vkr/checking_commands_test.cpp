@@ -112,6 +112,27 @@ TEST_F(CheckingCommands, FactsThatAddAYearKeepWhereEachFigureIsFrom) {
     EXPECT_EQ(history.value().front().changes.front().document, "0000320193-25-000079");
 }
 
+TEST_F(CheckingCommands, FactsPushNothingOutThatWasTypedUnlessAllAreAccepted) {
+    change(1, [](CompanyRecord& record) {
+        goBack(record, 1, 0);
+        putElement(record, Datum::YRevenueSeries, 10, 999);
+    });
+    const QStringList call = {"facts", facts("AAPL"), "--symbol", "AAPL"};
+    const auto fresh = run(call + QStringList{"--accept", "new"});
+    EXPECT_EQ(fresh.code, 1);
+    EXPECT_TRUE(contains(fresh.err, "would leave the table: Yearly Revenue 2015: 999.\n"))
+        << fresh.err;
+    EXPECT_TRUE(contains(fresh.err, "\n--accept all adds them nevertheless.\n")) << fresh.err;
+    EXPECT_EQ(store()->load(1).value().record->get_LastFY(), 2024);
+    EXPECT_EQ(elementOf(*store()->load(1).value().record, Datum::YRevenueSeries, 10), 999);
+
+    const auto all = run(call + QStringList{"--accept", "all"});
+    EXPECT_EQ(all.code, 0);
+    EXPECT_TRUE(contains(all.err, "typed, or may have been: Yearly Revenue 2015: 999.")) << all.err;
+    EXPECT_EQ(store()->load(1).value().record->get_LastFY(), 2025);
+    EXPECT_EQ(elementOf(*store()->load(1).value().record, Datum::YRevenueSeries, 1), 416161);
+}
+
 TEST_F(CheckingCommands, FactsOfAnotherCompanyAreRefused) {
     const auto other = run({"facts", facts("AAPL"), "--symbol", "NVDA", "--accept", "all"});
     EXPECT_EQ(other.code, 3);
