@@ -173,18 +173,21 @@ bool BlockPlacing::namesPeriods() const {
 
 int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
     head = trimmed(head);
-    for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
-        const auto& [name, others, first, measure, negatives] = grid_.columns[column];
-        const auto isHead = [&](const std::string& one) { return equalsIgnoringCase(head, one); };
-        if (isHead(name) || std::ranges::any_of(others, isHead))
-            return static_cast<int>(column);
+    const auto isNamed = [&](const std::string& name) {
+        if (equalsIgnoringCase(head, name))
+            return true;
         for (const auto& shown : grid_.unitNames)
             if (equalsIgnoringCase(head, name + " " + shown.text)) {
                 if (unit != nullptr)
                     *unit = shown.exponent;
-                return static_cast<int>(column);
+                return true;
             }
-    }
+        return false;
+    };
+    for (std::size_t column = 0; column < grid_.columns.size(); ++column)
+        if (isNamed(grid_.columns[column].name) ||
+            std::ranges::any_of(grid_.columns[column].otherNames, isNamed))
+            return static_cast<int>(column);
     return -1;
 }
 

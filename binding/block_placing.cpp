@@ -172,6 +172,7 @@ void BlockPlacing::suggest() {
     }
     if (units.size() == 1)
         switches_.unit = *units.begin();
+    units_.unclear = units_.unclear || units.size() > 1;
 }
 
 // --- placing -------------------------------------------------------------------------------------
@@ -270,13 +271,17 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
     return cell;
 }
 
+const std::string& BlockPlacing::nameOf(std::size_t series) const {
+    return periods() == Run::across ? cells_[series][0] : cells_[firstRow_ - 1][series];
+}
+
 // Why a line has no column: its head names none, or another head goes before it.
 BlockComment BlockPlacing::withoutColumn(const std::vector<int>& names, std::size_t series) const {
-    const Line heads = headsOf(periods());
-    if (const int column = columnNamed(heads[series]); column >= 0)
+    if (const int column = columnNamed(nameOf(series)); column >= 0)
         if (const auto first = std::ranges::find(names, column); first != names.end())
-            return {BlockRemark::otherHead, heads[static_cast<std::size_t>(first - names.begin())]};
-    return {BlockRemark::noSuchColumn, heads[series]};
+            return {BlockRemark::otherHead,
+                    nameOf(static_cast<std::size_t>(first - names.begin()))};
+    return {BlockRemark::noSuchColumn, nameOf(series)};
 }
 
 void BlockPlacing::read(PlacedCell& cell) const {

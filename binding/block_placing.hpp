@@ -191,6 +191,7 @@ class BlockPlacing {
     [[nodiscard]] bool follows(const Period& before, const Period& period, bool mayMiss) const;
     [[nodiscard]] int columnNamed(std::string_view head, int* unit = nullptr) const;
     [[nodiscard]] Line headsOf(Run periods) const;
+    [[nodiscard]] const std::string& nameOf(std::size_t series) const; // where there are names
     [[nodiscard]] BlockComment withoutColumn(const std::vector<int>& names,
                                              std::size_t series) const;
     // Columns of the grid by the block's lines; -1: none. Empty where no head is one of the grid's.

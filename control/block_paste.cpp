@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <utility>
 
 namespace vkr {
@@ -106,6 +107,14 @@ BlockGrid::Measure measureOf(const GridColumn& column, Datum series) {
     default:
         return column.price ? price : plain;
     }
+}
+
+// Why a cell goes nowhere; nothing where it has a place.
+const BlockComment* whyWithoutPlace(const PlacedCell& cell) {
+    const auto why = std::ranges::find_if(cell.comments, [&](const BlockComment& comment) {
+        return cell.column < 0 || comment.remark == BlockRemark::twice;
+    });
+    return why == cell.comments.end() ? nullptr : &*why;
 }
 
 } // namespace
@@ -269,35 +278,68 @@ std::string BlockPaste::detailText(BlockRemark remark, const std::string& detail
     }
 }
 
+std::string BlockPaste::textOf(const BlockComment& comment) const {
+    std::string text = context_.text(remarkRow(comment.remark).text);
+    ReplaceAll(text, "%1", detailText(comment.remark, comment.detail));
+    return text;
+}
+
 std::string BlockPaste::remarkOf(const PlacedCell& cell) const {
     std::string remark;
-    for (const auto& [kind, detail] : cell.comments) {
-        std::string text = context_.text(remarkRow(kind).text);
-        ReplaceAll(text, "%1", detailText(kind, detail));
-        remark += (remark.empty() ? "" : " ") + text;
-    }
+    for (const BlockComment& comment : cell.comments)
+        remark += (remark.empty() ? "" : " ") + textOf(comment);
     return remark;
+}
+
+PasteLine BlockPaste::lineOf(const PlacedCell& cell) const {
+    PasteLine line;
+    if (cell.column >= 0) {
+        line.period = grid_.labelOf(cell.row);
+        if (!cell.named.empty())
+            line.period += " \u2190 " + cell.named;
+        line.column = grid_.headOf(cell.column);
+        line.before = grid_.exactText(cell.column, cell.held);
+        if (cell.figure)
+            line.after = grid_.exactText(cell.column, *cell.figure);
+    }
+    line.text = cell.text;
+    line.remark = remarkOf(cell);
+    line.fate = cell.fate;
+    return line;
+}
+
+PasteLine BlockPaste::lineOf(const std::vector<const PlacedCell*>& alike) const {
+    BlockComment why = *whyWithoutPlace(*alike.front());
+    if (const auto* last = whyWithoutPlace(*alike.back()); last->detail != why.detail)
+        why.detail += " \u2026 " + last->detail;
+    PasteLine line;
+    line.text = context_.text(text_number::cellsTogether);
+    ReplaceAll(line.text, "%1", std::to_string(alike.size()));
+    line.remark = textOf(why);
+    line.fate = PasteFate::leftOut;
+    return line;
+}
+
+// A block that is larger than the grid has thousands of cells that go nowhere.
+void BlockPaste::tellLines() {
+    constexpr std::size_t mostAlike = 50;
+    std::map<BlockRemark, std::vector<const PlacedCell*>> alike;
+    for (const auto& cell : placing_.cells())
+        if (const BlockComment* why = whyWithoutPlace(cell))
+            alike[why->remark].push_back(&cell);
+    lines_.clear();
+    for (const auto& cell : placing_.cells()) {
+        const BlockComment* why = whyWithoutPlace(cell);
+        if (why == nullptr || alike[why->remark].size() <= mostAlike)
+            lines_.push_back(lineOf(cell));
+        else if (alike[why->remark].front() == &cell)
+            lines_.push_back(lineOf(alike[why->remark]));
+    }
 }
 
 void BlockPaste::tell() {
     tellSwitches();
-    lines_.clear();
-    for (const auto& cell : placing_.cells()) {
-        PasteLine line;
-        if (cell.column >= 0) {
-            line.period = grid_.labelOf(cell.row);
-            if (!cell.named.empty())
-                line.period += " \u2190 " + cell.named;
-            line.column = grid_.headOf(cell.column);
-            line.before = grid_.exactText(cell.column, cell.held);
-            if (cell.figure)
-                line.after = grid_.exactText(cell.column, *cell.figure);
-        }
-        line.text = cell.text;
-        line.remark = remarkOf(cell);
-        line.fate = cell.fate;
-        lines_.push_back(std::move(line));
-    }
+    tellLines();
     const int taken = placing_.taken();
     const int leftOut = placing_.leftOut();
     const auto doubts =

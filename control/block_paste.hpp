@@ -41,8 +41,13 @@ class BlockPaste final : public PasteForm {
                                                                      HostLine& host) const;
     [[nodiscard]] BlockGrid gridAt(SeriesGrid::Cell at, HostLine& host) const;
     [[nodiscard]] std::string detailText(BlockRemark remark, const std::string& detail) const;
+    [[nodiscard]] std::string textOf(const BlockComment& comment) const;
     [[nodiscard]] std::string remarkOf(const PlacedCell& cell) const;
+    [[nodiscard]] PasteLine lineOf(const PlacedCell& cell) const;
+    // Of cells that go nowhere for the same reason.
+    [[nodiscard]] PasteLine lineOf(const std::vector<const PlacedCell*>& alike) const;
     void tell();
+    void tellLines();
     void tellSwitches();
 
     const EntryContext& context_;

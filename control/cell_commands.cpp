@@ -49,14 +49,6 @@ std::vector<int> meaningOf(const SeriesGrid& grid) {
     return meaning;
 }
 
-bool isBlock(const CellTexts& cells) {
-    bool others = false;
-    for (std::size_t row = 0; row < cells.size(); ++row)
-        for (std::size_t column = 0; column < cells[row].size(); ++column)
-            others = others || ((row > 0 || column > 0) && !trimmed(cells[row][column]).empty());
-    return others;
-}
-
 } // namespace
 
 std::optional<CellCommands::Place> CellCommands::placeOf(const Control& control) const {
@@ -97,7 +89,8 @@ bool CellCommands::key(Control& control, KeyCode key, int shift) {
     auto& field = static_cast<TextField&>(control);
     if (pastes(key, shift)) {
         const bool refused = field.locked() && attemptOr(false, [&] {
-                                 return isBlock(cellsOf(context_.services.clipboardText()));
+                                 const std::string text = context_.services.clipboardText();
+                                 return isTooLargeABlock(text) || isBlock(cellsOf(text));
                              });
         return refused && !mayChange(*place);
     }
@@ -276,10 +269,15 @@ CellCommands::Copied CellCommands::copy(Headings headings) {
 
 bool CellCommands::paste(TextField& field, std::string_view text) {
     const auto place = placeOf(field);
-    CellTexts cells = cellsOf(text);
-    if (!place || !isBlock(cells))
+    const bool tooLarge = isTooLargeABlock(text);
+    CellTexts cells = tooLarge ? CellTexts() : cellsOf(text);
+    if (!place || (!tooLarge && !isBlock(cells)))
         return false;
-    if (mayChange(*place))
+    if (!mayChange(*place))
+        return true;
+    if (tooLarge)
+        context_.tellRefused(field, text_number::noteTooManyCells);
+    else
         preview(*place, std::move(cells), text);
     return true;
 }

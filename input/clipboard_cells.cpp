@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "input/clipboard_cells.hpp"
 
+#include "platform/text.hpp"
+
 #include <algorithm>
 #include <optional>
 
@@ -54,6 +56,27 @@ bool takeBreak(std::string_view& text) {
 
 } // namespace
 
+bool isTooLargeABlock(std::string_view text) {
+    if (text.find_first_of(ends) == std::string_view::npos)
+        return false;
+    if (text.size() > mostBlockBytes)
+        return true;
+    std::size_t rows = 0;
+    std::size_t widest = 0;
+    while (!text.empty() && rows * widest <= mostBlockCells) {
+        std::size_t cells = 0;
+        do {
+            text.remove_prefix(cells == 0 ? 0 : 1); // the tab
+            takeCell(text);
+            ++cells;
+        } while (text.starts_with('\t'));
+        takeBreak(text);
+        widest = std::max(widest, cells);
+        ++rows;
+    }
+    return rows * widest > mostBlockCells;
+}
+
 CellTexts cellsOf(std::string_view text) {
     CellTexts rows;
     while (!text.empty()) {
@@ -71,6 +94,14 @@ CellTexts cellsOf(std::string_view text) {
     for (auto& row : rows)
         row.resize(widest);
     return rows;
+}
+
+bool isBlock(const CellTexts& cells) {
+    bool others = false;
+    for (std::size_t row = 0; row < cells.size(); ++row)
+        for (std::size_t column = 0; column < cells[row].size(); ++column)
+            others = others || ((row > 0 || column > 0) && !trimmed(cells[row][column]).empty());
+    return others;
 }
 
 std::string clipboardText(const CellTexts& cells) {

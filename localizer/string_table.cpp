@@ -395,6 +395,9 @@ constexpr StringRow standardRows[] = {
     {775, "Nothing is stored for %1."},
     {776, "Nothing is stored for %1 in %2."},
     {777, "No minus is taken in %3."},
+    {778, "There are more than 20 000 cells, or 2 MB of text, on the clipboard. Copy only the part "
+          "that is to be pasted."},
+    {779, "%1 cells"},
 };
 static_assert(isStringTable(standardRows));
 

@@ -656,6 +656,9 @@ TEST(BlockPlacing, IsInTheUnitOfItsHeads) {
     EXPECT_EQ(down.switches().unit, 3);
     // The title goes before the heads.
     EXPECT_EQ(BlockPlacing(cellsOf("in millions\nRevenue (K)\n1"), yearly()).switches().unit, 6);
+    EXPECT_EQ(placed("Earnings per share (K)\n1"), "2016 EPS 1") << "never in the unit";
+    EXPECT_EQ(placed("Revenue (K)\tNet Income (B)\n1\t2"),
+              "2016 Revenue 1 unit?; 2016 Net Income 2 unit?");
 }
 
 TEST(BlockPlacing, ReadsUnitsInWhateverStandsAboveOrBeside) {

@@ -234,6 +234,58 @@ TEST(CellCommands, TellWhatAPasteHasNoPlaceFor) {
     EXPECT_EQ(scene.desktop.pastes()[0].lines.size(), 2U);
 }
 
+// A whole sheet on the clipboard is a slip, and would take its time.
+TEST(CellCommands, RefuseABlockThatIsTooLarge) {
+    Scene scene;
+    std::string sheet;
+    for (int row = 0; row <= 20'000; ++row)
+        sheet += "1\n";
+    scene.paste("txtSales(8)", sheet);
+    ASSERT_EQ(scene.desktop.refusals().size(), 1U);
+    EXPECT_EQ(scene.desktop.refusals()[0].note,
+              "There are more than 20 000 cells, or 2 MB of text, on the clipboard. Copy only the "
+              "part that is to be pasted.");
+    scene.desktop.clickTab(toOptions);
+    scene.desktop.click("chkLockInfo");
+    scene.desktop.clickTab(toYearly);
+    scene.paste("txtSales(8)", sheet);
+    ASSERT_EQ(scene.desktop.refusals().size(), 2U);
+    EXPECT_NE(scene.desktop.refusals()[1].note, scene.desktop.refusals()[0].note);
+    EXPECT_TRUE(scene.desktop.pastes().empty());
+    EXPECT_EQ(scene.text("txtSales", 8), "");
+}
+
+TEST(CellCommands, TellManyCellsThatGoNowhereInOneLine) {
+    Scene scene;
+    std::string wide;
+    for (int row = 0; row < 3; ++row) {
+        for (int column = 0; column < 30; ++column)
+            wide += std::to_string(column) + "\t";
+        wide += "\n";
+    }
+    scene.paste("txtSales(8)", wide);
+    const auto& lines = scene.desktop.pastes()[0].lines;
+    const auto isTogether = [](const PasteLine& line) { return line.text.ends_with(" cells"); };
+    ASSERT_EQ(std::ranges::count_if(lines, isTogether), 1);
+    const PasteLine& outside = *std::ranges::find_if(lines, isTogether);
+    EXPECT_EQ(outside.remark, "Outside the grid.");
+    EXPECT_EQ(outside.fate, PasteFate::leftOut);
+    EXPECT_EQ(outside.period + outside.column + outside.before + outside.after, "");
+    const auto placed = static_cast<int>(lines.size()) - 1;
+    EXPECT_EQ(outside.text, std::to_string(90 - placed) + " cells");
+
+    std::string years;
+    std::string figures;
+    for (int year = 1900; year < 2025; ++year) {
+        years += "\t" + std::to_string(year);
+        figures += "\t1";
+    }
+    scene.paste("txtSales(8)", years + "\nRevenue" + figures);
+    const auto& early = scene.desktop.pastes()[1].lines.front();
+    EXPECT_EQ(early.text, "116 cells");
+    EXPECT_EQ(early.remark, "1900 \u2026 2015 is not on the form.");
+}
+
 // Quarters are counted from the record's fiscal year, and shares keep the unit that is theirs.
 TEST(CellCommands, ReadTheTitlesOfAReport) {
     Scene scene;

@@ -65,6 +65,33 @@ TEST(ClipboardCells, AreTheOnesOfTheSpreadsheet) {
     }
 }
 
+TEST(ClipboardCells, AreCountedAsIfEachRowWereAsLongAsTheLongestOne) {
+    const auto times = [](std::size_t count, const std::string& text) {
+        std::string all;
+        for (std::size_t i = 0; i < count; ++i)
+            all += text;
+        return all;
+    };
+    const std::string row = times(99, "1\t") + "1\n"; // 100 cells
+    EXPECT_FALSE(isTooLargeABlock(times(200, row)));
+    EXPECT_TRUE(isTooLargeABlock(times(200, row) + "1"));
+    EXPECT_FALSE(isTooLargeABlock(times(9'999, "\t")));
+    EXPECT_FALSE(isTooLargeABlock(times(9'999, "\t") + "\n1"));
+    EXPECT_TRUE(isTooLargeABlock(times(9'999, "\t") + "\n1\n1"));
+    EXPECT_FALSE(isTooLargeABlock(times(19'999, "\n") + "\n"));
+    EXPECT_TRUE(isTooLargeABlock(times(20'001, "\n")));
+    EXPECT_TRUE(isTooLargeABlock(times(30'000, "\t")));
+}
+
+TEST(ClipboardCells, AreNoBlockOfMegabytes) {
+    const std::string text(mostBlockBytes, 'x');
+    EXPECT_FALSE(isTooLargeABlock(text + text)) << "one cell is none";
+    EXPECT_TRUE(isTooLargeABlock(text + "\t"));
+    EXPECT_FALSE(isTooLargeABlock(text.substr(1) + "\t"));
+    const std::string quoted = "\"" + text.substr(4) + "\t";
+    EXPECT_FALSE(isTooLargeABlock(quoted + "\"")) << "a tab within a cell";
+}
+
 TEST(ClipboardCells, AreTheSameAfterCopyAndPaste) {
     std::mt19937 random(13);
     const char* const pieces[] = {"", "1", "\"", "\t", "\n", "\r", "a\"b", "\"\"", "-2.5", " "};
