@@ -4,10 +4,12 @@
 // With VKR_PICTURES=<folder> each one is drawn there, light and dark; QT_SCALE_FACTOR=1.5 and the
 // like choose the scale.
 #include "tests/qt/support/dialog_openers.hpp"
+#include "tests/qt/support/drawn_texts.hpp"
 #include "tools/themes.hpp"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QKeySequence>
@@ -16,11 +18,13 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QStyleOptionButton>
 #include <QToolButton>
 
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <set>
 
 namespace vkr {
 namespace {
@@ -37,6 +41,7 @@ struct DialogRow {
     QStringList takesReturn = {};
     // It is there while something takes its time; else it is waited for.
     bool isProgress = false;
+    bool isOfAServer = false;
 };
 
 void PrintTo(const DialogRow& row, std::ostream* out) {
@@ -121,6 +126,66 @@ class DialogTest : public DialogOpeners {
         }
         QApplication::setPalette(before);
     }
+    // Where a widget has its texts; nothing where it has none.
+    static std::vector<QRect> textPlaces(const QWidget& widget) {
+        const QRect whole = widget.rect();
+        if (const auto* label = qobject_cast<const QLabel*>(&widget))
+            return label->text().isEmpty() ? std::vector<QRect>() : std::vector{whole};
+        if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
+            if (button->text().isEmpty())
+                return {};
+            if (!button->isCheckable() || qobject_cast<const QCheckBox*>(button) == nullptr)
+                return {whole.adjusted(6, 4, -6, -4)};
+            QStyleOptionButton option;
+            option.initFrom(button);
+            return {button->style()->subElementRect(QStyle::SE_CheckBoxContents, &option, button)};
+        }
+        if (const auto* list = qobject_cast<const QComboBox*>(&widget))
+            return {whole.adjusted(4, 4, -list->height(), -4)};
+        if (const auto* edit = qobject_cast<const QLineEdit*>(&widget))
+            return edit->text().isEmpty() ? std::vector<QRect>()
+                                          : std::vector{whole.adjusted(4, 4, -4, -4)};
+        if (const auto* text = qobject_cast<const QPlainTextEdit*>(&widget))
+            return text->toPlainText().isEmpty() ? std::vector<QRect>() : std::vector{whole};
+        return {};
+    }
+    // The cells of a view that are on show and have a text.
+    static std::set<QModelIndex> cellsOnShow(const QAbstractItemView& view) {
+        constexpr int stepX = 16;
+        constexpr int stepY = 6;
+        std::set<QModelIndex> cells;
+        for (int y = 0; y < view.viewport()->height(); y += stepY)
+            for (int x = 0; x < view.viewport()->width(); x += stepX)
+                if (const auto cell = view.indexAt({x, y});
+                    !cell.data().toString().trimmed().isEmpty() &&
+                    view.viewport()->rect().contains(view.visualRect(cell)))
+                    cells.insert(cell);
+        return cells;
+    }
+    static int expectReadable(QDialog& dialog, const char* theme) {
+        int read = 0;
+        const QImage image = drawn(dialog);
+        const auto expect = [&](const QWidget& in, const QRect& text, double least) {
+            if (!in.visibleRegion().contains(text.center()))
+                return;
+            const QRect place(in.mapTo(&dialog, text.topLeft()), text.size());
+            EXPECT_GE(look(image, place).contrast, least)
+                << theme << ": " << nameOf(&in) << " at " << place.x() << ", " << place.y();
+            ++read;
+        };
+        for (const auto* widget : dialog.findChildren<QWidget*>()) {
+            if (!widget->isVisible() || widget->window() != &dialog)
+                continue;
+            if (widget->isEnabled()) // how others look is the style's
+                for (const QRect& text : textPlaces(*widget))
+                    expect(*widget, text, textContrast);
+            if (const auto* view = qobject_cast<const QAbstractItemView*>(widget))
+                for (const QModelIndex& cell : cellsOnShow(*view))
+                    expect(*view->viewport(), view->visualRect(cell).adjusted(1, 1, -1, -1),
+                           (cell.flags() & Qt::ItemIsEnabled) != 0 ? textContrast : signContrast);
+        }
+        return read;
+    }
     static void expectNothingIsCutOff(const QWidget& window) {
         for (const auto* widget : window.findChildren<QWidget*>()) {
             if (!widget->isVisibleTo(&window) || widget->window() != window.window())
@@ -145,6 +210,11 @@ class DialogTest : public DialogOpeners {
 
 class Dialogs : public DialogTest, public testing::WithParamInterface<DialogRow> {
   protected:
+    void SetUp() override {
+        if (GetParam().isOfAServer && !test::PostgresServer::instance().absence().isEmpty())
+            GTEST_SKIP() << "PostgreSQL is not tested: "
+                         << test::PostgresServer::instance().absence().toStdString();
+    }
     // Opens the dialog, and does that with it.
     void whileOpen(const std::function<void(QDialog&)>& act) {
         bool isDone = false;
@@ -308,6 +378,19 @@ TEST_P(Dialogs, NoCaptionIsCutOff) {
     });
 }
 
+TEST_P(Dialogs, EveryTextCanBeReadInTheLightAndInTheDark) {
+    whileOpen([&](QDialog& dialog) {
+        fillIn(dialog);
+        const QPalette before = QApplication::palette();
+        for (const Theme* theme : {&light, &dark}) {
+            QApplication::setPalette(paletteOf(*theme));
+            QApplication::processEvents();
+            EXPECT_GT(expectReadable(dialog, theme->name), 1);
+        }
+        QApplication::setPalette(before);
+    });
+}
+
 // The panel beside the form is worked like a dialog.
 TEST_F(DialogTest, TheFindingsPanelIsWorkedByKeysAndNothingInItIsCutOff) {
     CompanyWindow& window = open(*host_, "SNOW");
@@ -343,6 +426,10 @@ const DialogRow dialogs[] = {
     {"filings", &DialogOpeners::filings},
     {"filings-question", &DialogOpeners::filingsOfANewCompany},
     {"filings-new", &DialogOpeners::filingsOfANewCompany, {"Compare Figures"}},
+    {"filings-later", &DialogOpeners::filingsOfLaterPeriods},
+    {"filings-other", &DialogOpeners::filingsOfAnotherCompany},
+    {"filings-none", &DialogOpeners::filingsThatAreNone},
+    {"filings-locked", &DialogOpeners::filingsUnderTheLock},
     {"split", &DialogOpeners::split},
     {"paste", &DialogOpeners::paste, {}, {"pasteSwitch1"}},
     {"paste-fiscal-quarters", &DialogOpeners::pasteFiscalQuarters, {}, {"pasteSwitch1"}},
@@ -353,6 +440,7 @@ const DialogRow dialogs[] = {
     {"assistant", &DialogOpeners::assistant},
     {"cancel-changes", &DialogOpeners::cancelChanges},
     {"changes-found-discard", &DialogOpeners::changesFound, {"Discard"}},
+    {"changes-not-again", &DialogOpeners::changesFoundAfterOthers, {"Restore"}},
     {"conflict-deletion", &DialogOpeners::conflictWithADeletion},
     {"deletion", &DialogOpeners::deletion},
     {"deletion-of-several", &DialogOpeners::deletionOfSeveral},
@@ -369,6 +457,7 @@ const DialogRow dialogs[] = {
     {"pdf-refused", &DialogOpeners::pdfRefused},
     {"start-missing", &DialogOpeners::startWithoutAFile},
     {"start-other-file", &DialogOpeners::startWithAnotherFile},
+    {"start-empty-server", &DialogOpeners::startOnAnEmptyServer, {}, {}, {}, false, true},
     {"about", &DialogOpeners::about},
 };
 // clang-format on

@@ -4,6 +4,9 @@
 #include "control/vkr_data_entry.hpp"
 #include "host/start.hpp"
 #include "tests/qt/support/corrected_company.hpp"
+#include "tests/server/postgres_server.hpp"
+#include "tests/support/earlier_company.hpp"
+#include "tests/support/elements.hpp"
 
 #include <QAction>
 #include <QClipboard>
@@ -37,6 +40,18 @@ class DialogOpeners : public CorrectedCompanyTest {
         host_ = another();
         host_->offerFound();
     }
+    // What was typed, and others have saved since.
+    void changesFoundAfterOthers() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        type(window, "txtTotalDebt", "11");
+        type(window, "txtName", "Acme Inc.");
+        killWith(window);
+        host_ = another();
+        const auto theirs = stored(*host_, "AAPL");
+        theirs->put_TotalDebt(12);
+        ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), *theirs, 1));
+        host_->offerFound();
+    }
     void conflict() {
         CompanyWindow& window = open(*host_, "AAPL");
         type(window, "txtName", "Acme Inc.");
@@ -59,6 +74,30 @@ class DialogOpeners : public CorrectedCompanyTest {
         CompanyWindow& window = *host_->newCompany();
         user_.activate(window);
         type(window, "txtSymbol", "AAPL");
+        window.importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json"));
+    }
+    // Next year's document, and what was typed in the oldest periods of the table.
+    void filingsOfLaterPeriods() {
+        const auto loaded = host_->store().load(idOf(*host_, "AAPL"));
+        CompanyRecord& record = *loaded.value().record;
+        test::goBack(record, 1, 1);
+        for (const Datum datum : {Datum::YRevenueSeries, Datum::YNetIncSeries, Datum::YEPSSeries})
+            test::putElement(record, datum, 10, 1234.5);
+        test::putElement(record, Datum::QEPSSeries, 34, 1.5);
+        ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), record, loaded.value().revision));
+        filings();
+    }
+    void filingsOfAnotherCompany() {
+        open(*host_, "AAPL")
+            .importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/NVDA-facts.json"));
+    }
+    void filingsThatAreNone() {
+        open(*host_, "AAPL").importFilings(samples() + "/AAPL-yearly.csv");
+    }
+    void filingsUnderTheLock() {
+        CompanyWindow& window = open(*host_, "AAPL");
+        window.entry().setCurrentTab(toOptions);
+        user_.click(control(window, "chkLockInfo"));
         window.importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/AAPL-facts.json"));
     }
     void split() { open(*host_, "AAPL").findChild<QAction*>("split")->trigger(); }
@@ -176,6 +215,10 @@ class DialogOpeners : public CorrectedCompanyTest {
     void startWithAnotherFile() {
         write(home_.filePath("letter.txt"), QByteArray(5000, 'x'));
         EXPECT_EQ(start({home_.filePath("letter.txt"), true, samples()}), nullptr);
+    }
+    void startOnAnEmptyServer() {
+        EXPECT_EQ(start({test::PostgresServer::instance().makeDatabase(), true, samples()}),
+                  nullptr);
     }
     void about() { host_->list().findChild<QAction*>("about")->trigger(); }
 
