@@ -243,6 +243,7 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
 
     void begin(); // initialized: once
     void restore(const PropertyBag& bag);
+    void followPlace();
     [[nodiscard]] PropertyBag saved();
 
     void checkInvariants() const;
@@ -270,6 +271,7 @@ class DataEntryControl final : public DataEntryBase, private ControlOwner {
 
     bool initialized_ = false;
     bool unsaved_ = false;
+    bool restoredUnplaced_ = false;
     Storing storing_ = Storing::none;
     SavedAs savedAs_ = SavedAs::nothing; // since it was loaded, or the last save was completed
     std::map<DWORD, DWORD> safety_;      // of the dispatch and of the persistence interfaces

@@ -31,8 +31,10 @@ HRESULT DataEntryControl::SetClientSite(IOleClientSite* site) {
         if (site == nullptr)
             deactivate();
         site_.set(site);
-        if (site != nullptr)
-            followAmbient(DISPID_UNKNOWN);
+        if (site == nullptr)
+            return;
+        followPlace();
+        followAmbient(DISPID_UNKNOWN);
     });
 }
 

@@ -2,6 +2,8 @@
 #include "automation/data_entry_control.hpp"
 #include "automation/persistence.hpp"
 
+#include <utility>
+
 namespace vkr::automation {
 
 // An instance is begun once: new, or from what was saved.
@@ -14,6 +16,16 @@ void DataEntryControl::begin() {
 void DataEntryControl::restore(const PropertyBag& bag) {
     entry_->ReadProperties(bag);
     unsaved_ = false;
+    restoredUnplaced_ = !site_.site();
+}
+
+// What was restored before there was a place could not know whether the container runs.
+void DataEntryControl::followPlace() {
+    if (!std::exchange(restoredUnplaced_, false))
+        return;
+    const bool unsaved = unsaved_;
+    entry_->ReadProperties(saved());
+    unsaved_ = unsaved;
 }
 
 PropertyBag DataEntryControl::saved() {

@@ -225,15 +225,19 @@ TEST_F(Persistence, APlatformThatWasSavedShowsItsOwnWhereTheContainerRuns) {
     const auto stream = newStream();
     EXPECT_EQ(as<IPersistStreamInit>(entry)->Save(stream.get(), TRUE), S_OK);
     const auto company = library.create<::iVKR_Company>(__uuidof(::Company));
-    const auto captionWhere = [&](bool running) {
+    const auto captionWhere = [&](bool running, bool placedFirst) {
         const auto site = makeCom<TestSite>();
         site->ambients[DISPID_AMBIENT_USERMODE] = running;
         const Entry restored = create();
         const auto object = as<IOleObject>(restored);
-        EXPECT_EQ(object->SetClientSite(site.get()), S_OK);
+        if (placedFirst) {
+            EXPECT_EQ(object->SetClientSite(site.get()), S_OK);
+        }
         rewind(stream.get());
         EXPECT_EQ(as<IPersistStreamInit>(restored)->Load(stream.get()), S_OK);
+        EXPECT_EQ(object->SetClientSite(site.get()), S_OK);
         EXPECT_EQ(getByName(restored.get(), "Platform").toLong(), 1);
+        EXPECT_EQ(as<IPersistStreamInit>(restored)->IsDirty(), S_FALSE);
         EXPECT_EQ(restored->putref_objCompany(company.get()), S_OK);
         EXPECT_EQ(object->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
         HWND window = nullptr;
@@ -244,8 +248,10 @@ TEST_F(Persistence, APlatformThatWasSavedShowsItsOwnWhereTheContainerRuns) {
         return caption;
     };
     const std::string own = ZxLocalizer().LoadString(614);
-    EXPECT_EQ(captionWhere(true), own);
-    EXPECT_NE(captionWhere(false), own);
+    for (const bool placedFirst : {true, false}) {
+        EXPECT_EQ(captionWhere(true, placedFirst), own) << placedFirst;
+        EXPECT_NE(captionWhere(false, placedFirst), own) << placedFirst;
+    }
 }
 
 TEST_F(Persistence, ADamagedStreamIsRefusedAndNothingOfItTaken) {
