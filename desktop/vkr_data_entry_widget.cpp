@@ -162,7 +162,7 @@ VKRDataEntryWidget::~VKRDataEntryWidget() {
     entry_->historyAsked = nullptr;
     entry_->originOf = nullptr;
     if (services_->isCalling())
-        new Remains(*this); // deletes itself
+        static_cast<void>(std::make_unique<Remains>(*this).release()); // deletes itself
     else
         delete view_; // before the form it shows
 }
