@@ -47,7 +47,7 @@ std::vector<std::string> figureKeys() {
     for (const SettingRow& row : settingTable)
         keys.emplace_back(row.key);
     std::ranges::sort(keys);
-    keys.erase(std::ranges::unique(keys).begin(), keys.end());
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
     return keys;
 }
 
