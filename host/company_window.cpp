@@ -227,9 +227,9 @@ bool CompanyWindow::save() {
     entry_->component().leaveField(); // what was typed last counts
     if (!acceptUnstored())
         return false;
-    for (;;) {
+    for (std::optional<StoreConflict> overwritten;;) {
         const auto saving = recordToSave();
-        const auto result = store_.save(id_, *saving, revision_, account(*saving));
+        const auto result = store_.save(id_, *saving, revision_, account(*saving, overwritten));
         if (result) {
             id_ = result.value().id;
             revision_ = result.value().revision;
@@ -259,6 +259,7 @@ bool CompanyWindow::save() {
         }
         if (settle(*error.conflict, fromUtf8(error.message)) != Conflict::again)
             return false;
+        overwritten = id_ ? error.conflict : std::nullopt;
     }
 }
 

@@ -120,7 +120,8 @@ class CompanyWindow : public QMainWindow, public ShownCompany {
     bool canRestore(); // tells where not
     [[nodiscard]] ChangeGroup changesTo(const HistoryState& state, const QString& name) const;
     // What was changed since the company was opened or saved, and what saving adds.
-    [[nodiscard]] SaveAccount account(const CompanyRecord& saving) const;
+    [[nodiscard]] SaveAccount account(const CompanyRecord& saving,
+                                      const std::optional<StoreConflict>& overwritten) const;
     void unload(int mode);
     void open(std::shared_ptr<CompanyRecord> record); // as it is stored
     void showRecord(std::shared_ptr<CompanyRecord> record);

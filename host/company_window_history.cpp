@@ -76,7 +76,8 @@ std::shared_ptr<CompanyRecord> CompanyWindow::committed() const {
     return copy;
 }
 
-SaveAccount CompanyWindow::account(const CompanyRecord& saving) const {
+SaveAccount CompanyWindow::account(const CompanyRecord& saving,
+                                   const std::optional<StoreConflict>& overwritten) const {
     SaveAccount account;
     account.groups = journal_->unsaved();
     account.rest = {Origin::derived, tr("Worked out when it was saved").toStdString(), {}};
@@ -84,6 +85,20 @@ SaveAccount CompanyWindow::account(const CompanyRecord& saving) const {
     account.origins->note(changesBetween(*record_, saving, account.rest));
     if (!id_ && origins_ != FigureOrigins())
         account.rest = {Origin::typed, tr("Saved as a copy").toStdString(), {}};
+    if (!overwritten)
+        return account;
+    account.rest = {Origin::typed,
+                    tr("Overwriting what %1 saved on %2")
+                        .arg(fromUtf8(overwritten->changedBy), localTime(overwritten->changedAt))
+                        .toStdString(),
+                    {}};
+    account.overwrites = true;
+    // Steps that were counted from another year or quarter would lead to another figure.
+    if (std::ranges::any_of(overwritten->differences, [](const HistoryChange& difference) {
+            return difference.datum == rowOf(Datum::LastFY).name ||
+                   difference.datum == rowOf(Datum::LastQDateForGrid).name;
+        }))
+        account.groups.clear();
     return account;
 }
 

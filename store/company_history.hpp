@@ -25,6 +25,9 @@ struct SaveAccount {
     std::optional<FigureOrigins> origins = std::nullopt;
     // Of `rest`: the data that are from another document than the others.
     std::map<Datum, std::string> documents = {};
+    // `rest` goes over what somebody else has saved meanwhile: each of its data has the origin that
+    // it has in `origins`.
+    bool overwrites = false;
 };
 
 // One value that changed. Of a series it is told by its period, and the figures of a period that

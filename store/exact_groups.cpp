@@ -50,9 +50,12 @@ std::vector<ChangeGroup> exactGroups(const CompanyRecord& stored, const CompanyR
             change.document = found->second;
     if (account.rest.origin == Origin::imported)
         others = withMovesApart(others);
-    else if (account.origins && sameAs(stored, CompanyRecord())) {
+    else if (account.origins && (account.overwrites || sameAs(stored, CompanyRecord()))) {
         others = elementByElement(others); // it begins with figures of another one
         account.origins->tellIn(others);
+        for (Change& change : others.changes)
+            if (account.overwrites && !change.origin && change.after.toDouble() == 0)
+                change.origin = account.rest.origin; // a figure that is gone has none
     }
     for (Change& change : others.changes)
         if (!change.setting.empty() && change.origin == Origin::derived)

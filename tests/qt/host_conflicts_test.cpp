@@ -6,6 +6,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
+#include <algorithm>
 #include <csignal>
 #include <sys/resource.h>
 
@@ -56,6 +57,70 @@ INSTANTIATE_TEST_SUITE_P(
                     ConflictCase{"TakeTheirs", "Take Theirs", true, "Theirs Inc.", 4},
                     ConflictCase{"GoBack", "Go Back", true, "Theirs Inc.", 4}),
     [](const auto& row) { return row.param.test; });
+
+// A figure that goes back to what it was here was not worked out.
+TEST_F(HostTest, WhatOverwritesASaveIsToldWithItsOrigin) {
+    const auto colleague = another();
+    CompanyWindow& mine = open(*host_, "AAPL");
+    CompanyWindow& theirs = open(*colleague, "AAPL");
+    const std::int64_t id = idOf(*host_, "AAPL");
+    type(mine, "txtTotalDebt", "500");
+    mine.findChild<QAction*>("save")->trigger();
+    type(theirs, "txtName", "Theirs Inc.");
+    {
+        Answers answers({"Overwrite with Mine"});
+        click(theirs, "cmdOK");
+        EXPECT_TRUE(answers.allGiven());
+    }
+    const auto history = host_->store().history(id).value();
+    const auto told = std::ranges::find_if(history, [](const HistoryGroup& group) {
+        return group.name.starts_with("Overwriting what ");
+    });
+    ASSERT_NE(told, history.end());
+    ASSERT_EQ(told->changes.size(), 1U);
+    EXPECT_EQ(told->changes.front().datum, "TotalDebt");
+    EXPECT_EQ(told->changes.front().before, "500");
+    EXPECT_EQ(told->changes.front().origin, Origin::imported);
+    const auto stored = host_->store().load(id).value();
+    EXPECT_EQ(stored.origins.of(Datum::TotalDebt).origin, Origin::imported);
+    EXPECT_EQ(host_->store().stateAfter(id, history.front()).value().origins.of(Datum::TotalDebt),
+              stored.origins.of(Datum::TotalDebt));
+}
+
+// The year that they have added is gone again, and no step of mine ends in another one.
+TEST_F(HostTest, WhatOverwritesAnAddedYearIsOneStep) {
+    const auto colleague = another();
+    CompanyWindow& mine = open(*host_, "AAPL");
+    CompanyWindow& theirs = open(*colleague, "AAPL");
+    const std::int64_t id = idOf(*host_, "AAPL");
+    mine.entry().component().put_CurrentTab(toYearly);
+    type(mine, "txtSales(9)", "12345");
+    theirs.entry().component().put_CurrentTab(toYearly);
+    {
+        Answers answers({"Yes"});
+        click(theirs, "cmdAddYear");
+        EXPECT_TRUE(answers.allGiven());
+    }
+    click(theirs, "cmdOK");
+    {
+        Answers answers({"Overwrite with Mine"});
+        click(mine, "cmdOK");
+        EXPECT_TRUE(answers.allGiven());
+    }
+    const auto history = host_->store().history(id).value();
+    EXPECT_TRUE(history.front().name.starts_with("Overwriting what ")) << history.front().name;
+    const auto typed = std::ranges::count_if(history.front().changes, [](const HistoryChange& one) {
+        return one.datum == "YRevenueSeries" && one.origin == Origin::typed;
+    });
+    EXPECT_EQ(typed, 1);
+    const auto restored = host_->store().stateAfter(id, history.front()).value().origins;
+    const auto stored = host_->store().load(id).value().origins;
+    for (int year = 1; year <= 10; ++year) {
+        const auto from = restored.of(Datum::YRevenueSeries, year);
+        EXPECT_EQ(from, stored.of(Datum::YRevenueSeries, year)) << year;
+        EXPECT_EQ(from.origin, year == 1 ? Origin::typed : Origin::imported) << year;
+    }
+}
 
 TEST_F(HostTest, ACopyOfMineStandsBesideTheirs) {
     const auto colleague = another();
