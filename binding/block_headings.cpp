@@ -40,7 +40,7 @@ std::optional<BlockPlacing::Period> BlockPlacing::periodIn(std::string_view text
     if (isNoFigure(text)) { // "4.5" is no fourth of May
         const auto month = monthIn(text, civil(grid_.today).year + 1);
         if (const auto date = dateIn(month ? *month : text))
-            return Period{.year = {}, .date = date};
+            return Period{.year = {}, .date = date, .isDay = true};
     }
     return std::nullopt;
 }
@@ -108,6 +108,28 @@ bool BlockPlacing::follows(const Period& before, const Period& period, bool mayM
            std::abs(days - count * length.usual) <= length.most - length.usual;
 }
 
+// In a table of years: a quarter is likelier to end there. Years of 52 weeks end some days off.
+bool BlockPlacing::isOtherDay(const Period& period, std::optional<int> row) const {
+    constexpr int most = 31;
+    if (grid_.quarterly || !period.isDay || !row)
+        return false;
+    const Date end = grid_.rows[static_cast<std::size_t>(*row)].date;
+    return !isAbsent(end) && std::abs(daysBetween(end, *period.date)) > most;
+}
+
+// In a table of quarters: days that are all years apart, where no title speaks of three months.
+bool BlockPlacing::areYearsApart(const std::vector<Period>& periods) const {
+    constexpr int quarter = 3;
+    constexpr int least = 350;
+    if (!grid_.quarterly || periods.size() < 2 || !std::ranges::all_of(periods, &Period::isDay) ||
+        monthsInTitles(0) == quarter)
+        return false;
+    for (std::size_t at = 1; at < periods.size(); ++at)
+        if (std::abs(daysBetween(*periods[at - 1].date, *periods[at].date)) < least)
+            return false;
+    return true;
+}
+
 std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
     const bool across = run == Run::across;
     if (firstRow_ >= height() || firstColumn_ >= width() ||
@@ -133,9 +155,14 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
         if (!period && !(plain && (isText(cells[at]) || isBlank(cells[at]))))
             return std::nullopt;
         heading.rows.push_back(period ? rowOf(*period) : std::nullopt);
-        if (period)
+        heading.otherDays.resize(heading.rows.size());
+        if (period) {
+            heading.otherDays.back() = isOtherDay(*period, heading.rows.back());
             periods.push_back(*period);
+        }
     }
+    if (areYearsApart(periods))
+        heading.otherDays.assign(heading.rows.size(), true);
     if (periods.size() < (plain ? 1 : leastHeading))
         return std::nullopt;
     const auto isEarlier = [](const Period& one, const Period& other) {
@@ -150,6 +177,7 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
             return std::nullopt;
     heading.fiscal = std::ranges::any_of(periods, &Period::fiscal);
     heading.rows.resize(across ? width() : height());
+    heading.otherDays.resize(heading.rows.size());
     return heading;
 }
 

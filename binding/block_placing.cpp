@@ -130,15 +130,13 @@ BlockPlacing::TitleUnits BlockPlacing::unitsInTitles() const {
             .sharesUnclear = shares.size() > 1 || (shares.empty() && exceptShares)};
 }
 
-// "9 Months Ended" is no quarter, though it names the day on which one ended.
-std::optional<int> BlockPlacing::monthsInTitles() const {
-    constexpr int quarter = 3;
-    constexpr int year = 12;
+// How many months the titles speak of where not of the usual ones: "9 Months Ended" is no quarter,
+// though it names the day on which one ended.
+std::optional<int> BlockPlacing::monthsInTitles(int usual) const {
     for (std::size_t row = 0; row < height(); ++row)
         for (std::size_t column = 0; column < width(); ++column)
             if (isInTitles(row, column))
-                if (const auto months =
-                        otherMonthsIn(cells_[row][column], grid_.quarterly ? quarter : year))
+                if (const auto months = otherMonthsIn(cells_[row][column], usual))
                     return months;
     return std::nullopt;
 }
@@ -149,7 +147,7 @@ void BlockPlacing::suggest() {
             heading_ = std::move(found);
     namesPeriods_ = !heading_ && namesPeriods();
     units_ = unitsInTitles();
-    otherMonths_ = monthsInTitles();
+    otherMonths_ = monthsInTitles(grid_.quarterly ? 3 : 12);
     switches_.decimal = marks_.decimal;
     if (heading_ && heading_->isSure) {
         switches_.byPeriods = true;
@@ -208,7 +206,7 @@ void BlockPlacing::place() {
                 periodIn(cell.text))
                 cell.comments.push_back({BlockRemark::looksLikeYear, {}});
             if (cell.figure)
-                check(cell);
+                check(cell, periods() == Run::across ? column : row);
             if (isBlank(cell.text) && (!cell.figure || cell.held == 0))
                 continue;
             if (cell.figure && !targets.insert({cell.column, cell.row}).second) {
@@ -329,10 +327,13 @@ void BlockPlacing::read(PlacedCell& cell) const {
 }
 
 // What is to be said of a figure that has its place.
-void BlockPlacing::check(PlacedCell& cell) const {
+void BlockPlacing::check(PlacedCell& cell, std::size_t period) const {
     const auto& column = grid_.columns[static_cast<std::size_t>(cell.column)];
     cell.sayIf(namesPeriods_, BlockRemark::byPosition);
-    cell.sayIf(switches_.byPeriods && heading_ && heading_->fiscal, BlockRemark::fiscalQuarter);
+    if (switches_.byPeriods && heading_) {
+        cell.sayIf(heading_->fiscal, BlockRemark::fiscalQuarter);
+        cell.sayIf(heading_->otherDays[period] && !otherMonths_, BlockRemark::otherDay);
+    }
     if (otherMonths_)
         cell.sayIf(true, BlockRemark::otherMonths, std::to_string(*otherMonths_));
     const bool shares = column.measure == BlockGrid::Measure::shares;

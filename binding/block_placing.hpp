@@ -149,11 +149,13 @@ class BlockPlacing {
         bool descends = false;
         bool fiscal = false; // quarters of a fiscal year that is not the calendar's
         std::vector<std::optional<int>> rows;
+        std::vector<bool> otherDays = {}; // by period: it ends on no day of the grid's
     };
     struct Period {
         std::optional<int> year;
         std::optional<Date> date;
         bool fiscal = false;
+        bool isDay = false; // not the quarter of a year
     };
     // What the titles say of units.
     struct TitleUnits {
@@ -177,7 +179,9 @@ class BlockPlacing {
     void suggest();
     [[nodiscard]] bool isInTitles(std::size_t row, std::size_t column) const;
     [[nodiscard]] TitleUnits unitsInTitles() const;
-    [[nodiscard]] std::optional<int> monthsInTitles() const;
+    [[nodiscard]] std::optional<int> monthsInTitles(int usual) const;
+    [[nodiscard]] bool isOtherDay(const Period& period, std::optional<int> row) const;
+    [[nodiscard]] bool areYearsApart(const std::vector<Period>& periods) const;
     [[nodiscard]] bool namesPeriods() const;
 
     [[nodiscard]] std::optional<Date> dateIn(std::string_view text) const;
@@ -203,7 +207,7 @@ class BlockPlacing {
     [[nodiscard]] PlacedCell aimed(std::size_t row, std::size_t column,
                                    const std::vector<int>& names) const;
     void read(PlacedCell& cell) const;
-    void check(PlacedCell& cell) const;
+    void check(PlacedCell& cell, std::size_t period) const;
     [[nodiscard]] bool isInHeading(std::size_t row, std::size_t column) const;
     void checkInvariants() const;
 

@@ -38,6 +38,7 @@ enum class BlockRemark {
     unnamed,     // no head above or beside it
     otherMonths, // detail: how many months the block speaks of
     otherHead,   // detail: the head in the block that goes before its own
+    otherDay,    // the block's days are those of periods of another length
 };
 
 enum class RemarkKind {
@@ -83,6 +84,7 @@ inline constexpr BlockRemarkRow blockRemarks[] = {
     {BlockRemark::unnamed, RemarkKind::leftOut, 772},
     {BlockRemark::otherMonths, RemarkKind::doubt, 773},
     {BlockRemark::otherHead, RemarkKind::leftOut, 774},
+    {BlockRemark::otherDay, RemarkKind::doubt, 780},
 };
 
 [[nodiscard]] constexpr const BlockRemarkRow& remarkRow(BlockRemark remark) {
@@ -92,7 +94,7 @@ static_assert([] {
     for (std::size_t i = 0; i < std::size(blockRemarks); ++i)
         if (blockRemarks[i].remark != static_cast<BlockRemark>(i))
             return false;
-    return std::size(blockRemarks) == static_cast<std::size_t>(BlockRemark::otherHead) + 1;
+    return std::size(blockRemarks) == static_cast<std::size_t>(BlockRemark::otherDay) + 1;
 }());
 
 [[nodiscard]] constexpr bool isDoubt(BlockRemark remark) {

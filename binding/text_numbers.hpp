@@ -66,7 +66,7 @@ inline constexpr int unitAsShown = 735;
 inline constexpr int emptyCells = 736;
 inline constexpr int keepCells = 737; // its entries: keep, empty
 inline constexpr int decimalMark = 739;
-inline constexpr int pointMark = 740; // its entries: point, comma; 745 to 774: block_remarks.hpp
+inline constexpr int pointMark = 740; // its entries: point, comma; more from 745: block_remarks.hpp
 inline constexpr int firstReportingPeriod = 640; // 640 to 642, entries of cmbReportingPeriod
 } // namespace text_number
 

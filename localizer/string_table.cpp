@@ -398,6 +398,7 @@ constexpr StringRow standardRows[] = {
     {778, "There are more than 20 000 cells, or 2 MB of text, on the clipboard. Copy only the part "
           "that is to be pasted."},
     {779, "%1 cells"},
+    {780, "Periods of the block may be of another length: their days do not fit."},
 };
 static_assert(isStringTable(standardRows));
 

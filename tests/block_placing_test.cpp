@@ -42,6 +42,7 @@ const char* wordFor(BlockRemark remark) {
         {BlockRemark::unnamed, "unnamed"},
         {BlockRemark::otherMonths, "months?"},
         {BlockRemark::otherHead, "other"},
+        {BlockRemark::otherDay, "day?"},
     };
     return words.at(remark);
 }
@@ -358,7 +359,26 @@ TEST(BlockPlacing, KnowsPeriodsOfWhichSomeAreMissing) {
     }
     BlockGrid quarters = quarterly();
     EXPECT_EQ(placed("\t2026-09-30\t2025-09-30\nRevenue\t5\t1", quarters),
-              "#0 Revenue 5; #4 Revenue 1");
+              "#0 Revenue 5 day?; #4 Revenue 1 day?");
+}
+
+// A quarter in place of a year, or a year in place of a quarter, would be another figure.
+TEST(BlockPlacing, DoubtsDaysOnWhichPeriodsOfTheGridDoNotEnd) {
+    EXPECT_EQ(placed("\tJun 28, 2025\tJun 29, 2024\nRevenue\t5\t4"),
+              "2025 Revenue 5 day?; 2024 Revenue 4 day?");
+    EXPECT_EQ(placed("\tOct 4, 2025\tSep 28, 2024\nRevenue\t5\t4"),
+              "2025 Revenue 5; 2024 Revenue 4")
+        << "years of 52 or 53 weeks";
+    EXPECT_EQ(placed("\t2026-09-30\t2025-09-30\t2024-09-30\nRevenue\t5\t1\t2", quarterly()),
+              "#0 Revenue 5 day?; #4 Revenue 1 day?; '2' period=2024-09-30");
+    for (const char* title : {"3 Months Ended", "Three months ended", "13 Weeks Ended"})
+        EXPECT_EQ(
+            placed((std::string(title) + "\t\n\t2026-09-30\t2025-09-30\nRevenue\t5\t1").c_str(),
+                   quarterly()),
+            "#0 Revenue 5; #4 Revenue 1")
+            << title;
+    EXPECT_EQ(placed("\t2026-09-30\t2026-06-30\nRevenue\t5\t1", quarterly()),
+              "#0 Revenue 5; #1 Revenue 1");
 }
 
 // A comma between the words of a title is no decimal mark.
@@ -619,9 +639,9 @@ TEST(BlockPlacing, DropsSignsThatStandBesideNoFigure) {
 
 TEST(BlockPlacing, FindsThePeriodThatADateIsNextTo) {
     // Half a year and half a quarter are as far as it goes.
-    EXPECT_EQ(placed("Year\t2026-03-31\nRevenue\t5"), "2025 Revenue 5");
-    EXPECT_EQ(placed("Year\t2026-04-02\nRevenue\t5"), "2026 Revenue 5");
-    EXPECT_EQ(placed("Year\t2027-03-31\nRevenue\t5"), "2026 Revenue 5");
+    EXPECT_EQ(placed("Year\t2026-03-31\nRevenue\t5"), "2025 Revenue 5 day?");
+    EXPECT_EQ(placed("Year\t2026-04-02\nRevenue\t5"), "2026 Revenue 5 day?");
+    EXPECT_EQ(placed("Year\t2027-03-31\nRevenue\t5"), "2026 Revenue 5 day?");
     EXPECT_EQ(placed("Year\t2027-04-01\nRevenue\t5"), "'5' period=2027-04-01");
     EXPECT_EQ(placed("Quarter\t2026-11-14\nRevenue\t5", quarterly()), "#0 Revenue 5");
     EXPECT_EQ(placed("Quarter\t2026-11-15\nRevenue\t5", quarterly()), "'5' period=2026-11-15");
