@@ -215,7 +215,7 @@ void NativeForm::giveUpPress() {
 bool NativeForm::wheel(ControlWindow* origin, int delta) {
     const int steps = wheelTurns_.add(delta);
     const bool focused = origin != nullptr && origin == activeView();
-    const bool used = focused && origin->wheel(steps);
+    const bool used = (focused && origin->wheel(steps)) || form_->userWheel(steps);
     wheelTurns_.settle(used);
     return used;
 }
