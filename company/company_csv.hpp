@@ -60,7 +60,8 @@ struct CsvImport {
     std::vector<CsvProblem> errors;
     // What was left out: keys that a record has no place for, years older than the grid.
     std::vector<CsvProblem> notes;
-    // The names of the files that data are from, but for those from the company file.
+    // By datum, the name of the file that has a column or a key for it, be it empty there, or that
+    // tells the date. What is not in here no file speaks of.
     std::map<Datum, std::string> files;
 };
 

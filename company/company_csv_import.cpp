@@ -36,23 +36,20 @@ CsvImport importCompanyTexts(const CompanyTexts& texts) {
         CsvFindings findings(text.file, import);
         reader(text, *company, findings);
     };
-    const auto readTable = [&](const CsvText& text, DatumPeriod period, auto reader) {
+    const auto readTable = [&](const CsvText& text, auto reader) {
         std::map<Datum, Variant> before;
         for (const Datum date : datesOfTables)
             before[date] = company->stored(date);
         read(text, reader);
-        for (const DatumRow& row : datumTable())
-            if (row.period == period)
-                import.files[row.datum] = text.file;
         for (const auto& [date, value] : before)
             if (company->stored(date) != value)
                 import.files[date] = text.file;
     };
     read(texts.company, readCompanyCsv);
     if (texts.yearly)
-        readTable(*texts.yearly, DatumPeriod::year, readYearlyCsv);
+        readTable(*texts.yearly, readYearlyCsv);
     if (texts.quarterly)
-        readTable(*texts.quarterly, DatumPeriod::quarter, readQuarterlyCsv);
+        readTable(*texts.quarterly, readQuarterlyCsv);
     if (import.errors.empty())
         import.company = company;
     return import;

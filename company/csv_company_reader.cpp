@@ -36,12 +36,14 @@ class CompanyReader {
             findings_.error(key, 1, "stands in line " + std::to_string(first->second) + " already");
             return;
         }
-        if (const DatumRow* datum = findCsvDatum(DatumPeriod::none, name))
+        if (const DatumRow* datum = findCsvDatum(DatumPeriod::none, name)) {
+            findings_.speaksOf(datum->datum);
             std::visit([&](const auto& access) { take(row[1], *datum, access); }, datum->access);
-        else if (const SettingRow* setting = settingOf(name))
+        } else if (const SettingRow* setting = settingOf(name)) {
             takeSetting(row[1], *setting);
-        else if (!trimmed(row[1].text).empty())
+        } else if (!trimmed(row[1].text).empty()) {
             findings_.note(key.line, 1, key.text, "a record has no place for this");
+        }
     }
 
   private:

@@ -41,6 +41,10 @@ void CsvFindings::note(int line, int column, std::string_view text, std::string 
     import_.notes.push_back({file_, line, column, std::string(text), std::move(reason)});
 }
 
+void CsvFindings::speaksOf(Datum datum) {
+    import_.files[datum] = file_;
+}
+
 std::optional<double> CsvFindings::figure(const CsvCell& cell, int column, int places) {
     std::string text(trimmed(cell.text));
     if (text.empty())

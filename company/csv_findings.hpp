@@ -21,6 +21,8 @@ class CsvFindings {
     void error(const CsvCell& cell, int column, std::string reason);
     void note(int line, int column, std::string_view text, std::string reason);
 
+    void speaksOf(Datum datum); // the text has a column or a key for it
+
     // 0 for an empty cell. The decimal point of the file stands `places` further right.
     [[nodiscard]] std::optional<double> figure(const CsvCell& cell, int column, int places);
     // No date for an empty cell.

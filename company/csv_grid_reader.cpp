@@ -56,8 +56,9 @@ class GridReader {
                     isKnown = false;
                 }
                 names_ = cell.text;
-            } else if (cell.text != grid_.extraColumn &&
-                       findCsvDatum(grid_.period, cell.text) == nullptr) {
+            } else if (const DatumRow* series = findCsvDatum(grid_.period, cell.text)) {
+                findings_.speaksOf(series->datum);
+            } else if (cell.text != grid_.extraColumn) {
                 findings_.error(cell, column, "unknown column");
                 isKnown = false;
             }

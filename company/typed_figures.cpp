@@ -104,10 +104,13 @@ void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::s
                 writeDatum(imported, date, stored.stored(date));
     if (imported.get_Settings()->get(setting::unit).toLong() == 0) // it names none
         imported.get_Settings()->put(setting::unit, stored.get_Settings()->get(setting::unit));
-    for (const DatumRow& row : datumTable())
-        if (isSeries(row) && !files.contains(row.datum))
-            writeDatum(imported, row.datum,
-                       movedOn(stored.stored(row.datum), offsetOf(row, stored, imported)));
+    for (const DatumRow& row : datumTable()) {
+        if (files.contains(row.datum) || isDating(row.datum))
+            continue;
+        const Variant& held = stored.stored(row.datum);
+        writeDatum(imported, row.datum,
+                   isSeries(row) ? movedOn(held, offsetOf(row, stored, imported)) : held);
+    }
 }
 
 std::vector<TypedFigure> typedFigures(const CompanyRecord& stored, const FigureOrigins& origins,

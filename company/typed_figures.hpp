@@ -34,8 +34,8 @@ struct TypedFigure {
 // The period of an element of a series: "2024", or the end of a quarter, "2025-09-27".
 [[nodiscard]] std::string periodText(const DatumRow& row, const iVKR_Company& company, int element);
 
-// Puts into the imported record what the import does not have at all, a table, the dates of one or
-// the unit, as it is stored. `files` are those that the data of tables are from.
+// Puts into the imported record what the import does not speak of, a key, a column, a table, the
+// dates of one or the unit, as it is stored. `files` are those of CsvImport.
 void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::string>& files,
                        CompanyRecord& imported);
 

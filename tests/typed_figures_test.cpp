@@ -241,6 +241,19 @@ TEST_F(MissingFromTheImport, ATableStaysAsItIsStoredWithItsDates) {
     EXPECT_TRUE(sameAs(stored, imported));
 }
 
+TEST_F(MissingFromTheImport, AKeyOrAColumnStaysAsItIsStored) {
+    stored.put_TotalDebt(7);
+    stored.put_Industry("Mining");
+    putElement(stored, Datum::YDividendSeries, 2, 1.02);
+    imported.put_LastFY(2025);
+    imported.put_LastFYDate(day(2025, 9, 27));
+    keep({{Datum::YEPSSeries, "y.csv"}, {Datum::Industry, "c.csv"}});
+    EXPECT_EQ(imported.get_TotalDebt(), 7);
+    EXPECT_EQ(imported.get_Industry(), "") << "it is there, and empty";
+    EXPECT_EQ(elementOf(imported, Datum::YDividendSeries, 3), 1.02) << "of the same year";
+    EXPECT_EQ(elementOf(imported, Datum::YEPSSeries, 2), 0);
+}
+
 // The form gives one to a record that has none.
 TEST_F(MissingFromTheImport, AUnitThatItDoesNotNameStaysAsItIsStored) {
     stored.get_Settings()->put(setting::unit, std::int16_t{9});

@@ -136,7 +136,8 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
         company.errors.emplace_back("its data are locked in the database");
         return;
     }
-    keepWhatIsMissing(*stored.record, request.account.documents, *record);
+    if (!stored.damage) // nothing that is wrong is to become right by a save
+        keepWhatIsMissing(*stored.record, request.account.documents, *record);
     const bool keeps = known_ == KnownCompany::replace;
     if (keeps && stored.damage) { // what was typed can't be told from what is damaged
         company.errors.push_back(stored.damage->message);

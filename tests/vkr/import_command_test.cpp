@@ -126,7 +126,8 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
         const auto database = store();
         const auto record = database->load(1).value().record->clone();
         putElement(*record, Datum::YRevenueSeries, 2, 999);
-        record->put_Notes("mine");
+        record->put_City("Elsewhere");
+        record->put_Notes("mine"); // of which the files do not speak
         ASSERT_TRUE(database->save(1, *record, 1));
     }
     writeNextYear({{"383285", "383286"}}); // another figure is mended
@@ -140,15 +141,15 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
     EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 1), 500000);
     EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 3), 999);
     EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 4), 383286);
-    EXPECT_EQ(record->get_Notes(), "mine");
+    EXPECT_EQ(record->get_City(), "Elsewhere");
 
     const auto again = run({"import", "in", "--replace", "--dry-run"});
     EXPECT_EQ(again.code, 5) << "it is not what the files have";
     EXPECT_TRUE(contains(again.out, "unchanged  AAPL")) << again.out;
-    EXPECT_TRUE(contains(again.err, "Notes: mine, not nothing")) << again.err;
+    EXPECT_TRUE(contains(again.err, "City: Elsewhere, not Cupertino")) << again.err;
 
     const auto dry = run({"import", "in", "--replace-typed", "--dry-run"});
-    EXPECT_TRUE(contains(dry.err, "what was typed is replaced: Notes: mine")) << dry.err;
+    EXPECT_TRUE(contains(dry.err, "what was typed is replaced: City: Elsewhere")) << dry.err;
     const auto all = run({"import", "in", "--replace-typed", "--verbose"});
     EXPECT_EQ(all.code, 0);
     EXPECT_TRUE(contains(all.err, "Replaced though typed: 2.")) << all.err;
@@ -157,7 +158,25 @@ TEST_F(ImportCommand, WhatWasTypedStaysWhereTheRestIsReplaced) {
         << all.err;
     record = store()->load(1).value().record;
     EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 3), 391035);
-    EXPECT_EQ(record->get_Notes(), "");
+    EXPECT_EQ(record->get_City(), "Cupertino");
+    EXPECT_EQ(record->get_Notes(), "mine");
+}
+
+// An earlier import brought it, and this one does not speak of it.
+TEST_F(ImportCommand, WhatTheFilesHaveNoKeyOrColumnForStays) {
+    write("in/X-company.csv", "key,value\nname,X\nsymbol,X\nindustry,Mining\ntotal_debt_musd,5\n");
+    write("in/X-yearly.csv",
+          "fiscal_year,fiscal_year_end,revenue_musd,dividend\n2024,2024-12-31,7,1.02\n");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    write("in/X-company.csv", "key,value\nname,X\nsymbol,X\nindustry,\n");
+    write("in/X-yearly.csv",
+          "fiscal_year,fiscal_year_end,revenue_musd\n2025,2025-12-31,8\n2024,2024-12-31,7\n");
+    EXPECT_EQ(run({"import", "in", "--replace"}).code, 0);
+    const auto record = store()->load(1).value().record;
+    EXPECT_EQ(record->get_TotalDebt(), 5);
+    EXPECT_EQ(record->get_Industry(), "") << "it is there, and empty";
+    EXPECT_EQ(elementOf(*record, Datum::YDividendSeries, 2), 1.02) << "of 2024";
+    EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 1), 8);
 }
 
 TEST_F(ImportCommand, ASettingThatWasTypedStaysToo) {
