@@ -12,9 +12,9 @@
 namespace vkr {
 
 void Workspace::checkInvariants() const {
-    for (const CompanyWindow* window : windows_)
+    for ([[maybe_unused]] const CompanyWindow* window : windows_)
         assert(!window->id() || windowOf(*window->id()) == window);
-    for (const DiscardedChanges& changes : discarded_)
+    for ([[maybe_unused]] const DiscardedChanges& changes : discarded_)
         assert(!changes.company.id ||
                std::ranges::count(discarded_, changes.company.id,
                                   [](const DiscardedChanges& one) { return one.company.id; }) == 1);

@@ -17,6 +17,7 @@
 #include <QStyleOptionGroupBox>
 #include <QTabBar>
 #include <QTableView>
+#include <QTextCharFormat>
 
 #include <algorithm>
 
