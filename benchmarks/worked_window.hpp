@@ -33,7 +33,6 @@ class WorkedWindow {
 
   private:
     void work() {
-        constexpr std::size_t typed = 300;
         std::vector<DatumChange> figures;
         for (const DatumRow& row : datumTable()) {
             if (!isSeries(row))
@@ -44,8 +43,7 @@ class WorkedWindow {
                     {row.datum, i, series.array().at(i), series.array().number(i) + 1});
         }
         change(figures, {Origin::imported, "Import", "0001"});
-        for (std::size_t i = 0; i < typed; ++i) {
-            DatumChange& figure = figures.at(i);
+        for (DatumChange& figure : figures) {
             figure = {figure.datum, figure.element, figure.after, figure.after.toDouble() + 1};
             change({&figure, 1}, {Origin::typed, "", ""});
         }
