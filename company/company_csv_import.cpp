@@ -3,17 +3,10 @@
 #include "company/csv_company_reader.hpp"
 #include "company/csv_findings.hpp"
 #include "company/csv_grid_reader.hpp"
+#include "company/period_moves.hpp"
 #include "platform/text.hpp"
 
 namespace vkr {
-
-namespace {
-
-// What the rows of a table say where the company file does not.
-constexpr Datum datesOfTables[] = {Datum::LastFY, Datum::LastFYDate, Datum::LastQDate,
-                                   Datum::LastQDateForGrid};
-
-} // namespace
 
 std::string describe(const CsvProblem& problem) {
     static constexpr int longestQuote = 40;
@@ -37,8 +30,8 @@ CsvImport importCompanyTexts(const CompanyTexts& texts) {
         reader(text, *company, findings);
     };
     const auto readTable = [&](const CsvText& text, auto reader) {
-        std::map<Datum, Variant> before;
-        for (const Datum date : datesOfTables)
+        std::map<Datum, Variant> before; // its rows say it where the company file does not
+        for (const auto& [date, period] : datingData)
             before[date] = company->stored(date);
         read(text, reader);
         for (const auto& [date, value] : before)

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "company/period_moves.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 
 namespace vkr {
 
@@ -15,6 +17,12 @@ bool isSameFigure(double one, double other) {
 }
 
 } // namespace
+
+DatumPeriod periodsDatedBy(Datum datum) {
+    const auto* const found =
+        std::ranges::find(datingData, datum, &std::pair<Datum, DatumPeriod>::first);
+    return found == std::end(datingData) ? DatumPeriod::none : found->second;
+}
 
 Datum firstPeriodOf(DatumPeriod period) {
     return period == DatumPeriod::quarter ? Datum::LastQDateForGrid : Datum::LastFY;

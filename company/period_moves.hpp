@@ -4,8 +4,19 @@
 #include "record/datum_table.hpp"
 
 #include <optional>
+#include <utility>
 
 namespace vkr {
+
+// What periods are counted from.
+inline constexpr std::pair<Datum, DatumPeriod> datingData[] = {
+    {Datum::LastFY, DatumPeriod::year},
+    {Datum::LastFYDate, DatumPeriod::year},
+    {Datum::LastQDate, DatumPeriod::quarter},
+    {Datum::LastQDateForGrid, DatumPeriod::quarter},
+};
+// Those that a datum says it of; none for any other datum.
+[[nodiscard]] DatumPeriod periodsDatedBy(Datum datum);
 
 // The datum that says which year or quarter a series begins with.
 [[nodiscard]] Datum firstPeriodOf(DatumPeriod period);

@@ -13,20 +13,8 @@ namespace vkr {
 
 namespace {
 
-constexpr std::pair<Datum, DatumPeriod> datingData[] = {
-    {Datum::LastFY, DatumPeriod::year},
-    {Datum::LastFYDate, DatumPeriod::year},
-    {Datum::LastQDate, DatumPeriod::quarter},
-    {Datum::LastQDateForGrid, DatumPeriod::quarter},
-};
-
 bool dates(const Change& change, DatumPeriod period) {
-    return change.setting.empty() &&
-           std::ranges::find(datingData, std::pair(change.datum, period)) != std::end(datingData);
-}
-
-bool datesPeriods(const Change& change) {
-    return dates(change, DatumPeriod::year) || dates(change, DatumPeriod::quarter);
+    return change.setting.empty() && periodsDatedBy(change.datum) == period;
 }
 
 bool isOfWholeSeries(const Change& change) {
@@ -70,7 +58,7 @@ class GroupPlacing {
                 placeSetting(change);
             else if (change.element)
                 placeElement(change);
-            else if (!datesPeriods(change) && !isOfWholeSeries(change))
+            else if (periodsDatedBy(change.datum) == DatumPeriod::none && !isOfWholeSeries(change))
                 placeValue(change);
         if (isSplit(group_.name) && hasConflict())
             leaveAll();

@@ -73,8 +73,7 @@ void addSettings(const CompanyRecord& stored, const FigureOrigins& origins,
 
 // The dates tell which period is which, so they are always those of the import.
 bool isDating(Datum datum) {
-    return datum == Datum::LastFY || datum == Datum::LastFYDate || datum == Datum::LastQDate ||
-           datum == Datum::LastQDateForGrid;
+    return periodsDatedBy(datum) != DatumPeriod::none;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "store/history_rows.hpp"
 
 #include "company/exact_text.hpp"
+#include "company/period_moves.hpp"
 #include "platform/error_trap.hpp"
 #include "store/exact_groups.hpp"
 #include "store/history_periods.hpp"
@@ -16,17 +17,9 @@ namespace vkr {
 
 namespace {
 
-// What periods are counted from.
-constexpr Datum dating[] = {Datum::LastFY, Datum::LastFYDate, Datum::LastQDate,
-                            Datum::LastQDateForGrid};
-
-bool isDating(Datum datum) {
-    return std::ranges::find(dating, datum) != std::end(dating);
-}
-
 std::shared_ptr<CompanyRecord> datesOf(const CompanyRecord& company) {
     auto dates = std::make_shared<CompanyRecord>();
-    for (const Datum datum : dating)
+    for (const auto& [datum, period] : datingData)
         writeDatum(*dates, datum, company.stored(datum));
     return dates;
 }
@@ -150,7 +143,7 @@ std::vector<SavedGroup> savedGroups(const CompanyRecord& stored,
     FirstPeriods before(*reached);
     for (const ChangeGroup& group : groups) {
         for (Change change : group.changes)
-            if (change.setting.empty() && isDating(change.datum))
+            if (change.setting.empty() && periodsDatedBy(change.datum) != DatumPeriod::none)
                 ifPossible([&] { replay(*reached, change); });
         const FirstPeriods after(*reached);
         RowsOfGroup rows = group.counted ? RowsOfGroup(FirstPeriods(group.counted->before),
