@@ -147,22 +147,23 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
         return std::nullopt;
 
     const bool plain = corner && isCornerOfPeriods(*corner);
-    Heading heading{.run = run, .isSure = corner.has_value(), .rows = {}};
-    heading.rows.resize(from);
+    Heading heading{.run = run, .isSure = corner.has_value()};
+    heading.places.resize(from);
     std::vector<Period> periods;
     for (std::size_t at = from; at < cells.size(); ++at) {
         const auto period = periodIn(cells[at]);
         if (!period && !(plain && (isText(cells[at]) || isBlank(cells[at]))))
             return std::nullopt;
-        heading.rows.push_back(period ? rowOf(*period) : std::nullopt);
-        heading.otherDays.resize(heading.rows.size());
-        if (period) {
-            heading.otherDays.back() = isOtherDay(*period, heading.rows.back());
-            periods.push_back(*period);
-        }
+        auto& place = heading.places.emplace_back();
+        if (!period)
+            continue;
+        place.row = rowOf(*period);
+        place.isOtherDay = isOtherDay(*period, place.row);
+        periods.push_back(*period);
     }
     if (areYearsApart(periods))
-        heading.otherDays.assign(heading.rows.size(), true);
+        for (auto& place : heading.places)
+            place.isOtherDay = true;
     if (periods.size() < (plain ? 1 : leastHeading))
         return std::nullopt;
     const auto isEarlier = [](const Period& one, const Period& other) {
@@ -176,8 +177,7 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
         if (isEarlier(periods[at], periods[at - 1]) != heading.descends)
             return std::nullopt;
     heading.fiscal = std::ranges::any_of(periods, &Period::fiscal);
-    heading.rows.resize(across ? width() : height());
-    heading.otherDays.resize(heading.rows.size());
+    heading.places.resize(across ? width() : height());
     return heading;
 }
 

@@ -238,7 +238,7 @@ PlacedCell BlockPlacing::aimed(std::size_t row, std::size_t column,
     const auto placeIn = [](int from, std::size_t steps) { return from + static_cast<int>(steps); };
     cell.column = names.empty() ? placeIn(grid_.column, series - firstSeries) : names[series];
     if (headed != 0) {
-        cell.row = heading_->rows[period].value_or(-1);
+        cell.row = heading_->places[period].row.value_or(-1);
     } else {
         const std::size_t step = period - firstPeriod;
         cell.row = placeIn(grid_.row, switches_.reversed ? periods - 1 - step : step);
@@ -332,7 +332,7 @@ void BlockPlacing::check(PlacedCell& cell, std::size_t period) const {
     cell.sayIf(namesPeriods_, BlockRemark::byPosition);
     if (switches_.byPeriods && heading_) {
         cell.sayIf(heading_->fiscal, BlockRemark::fiscalQuarter);
-        cell.sayIf(heading_->otherDays[period] && !otherMonths_, BlockRemark::otherDay);
+        cell.sayIf(heading_->places[period].isOtherDay && !otherMonths_, BlockRemark::otherDay);
     }
     if (otherMonths_)
         cell.sayIf(true, BlockRemark::otherMonths, std::to_string(*otherMonths_));

@@ -148,8 +148,11 @@ class BlockPlacing {
         bool isSure = false; // it has a corner
         bool descends = false;
         bool fiscal = false; // quarters of a fiscal year that is not the calendar's
-        std::vector<std::optional<int>> rows;
-        std::vector<bool> otherDays = {}; // by period: it ends on no day of the grid's
+        struct Place {
+            std::optional<int> row = {};
+            bool isOtherDay = false; // none on which a period of the grid ends
+        };
+        std::vector<Place> places = {}; // of the lines
     };
     struct Period {
         std::optional<int> year;
