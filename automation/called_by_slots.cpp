@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "automation/called_by_slots.hpp"
 
+#include "automation/names_alone.hpp"
 #include "automation/type_library.hpp"
 
 #include <utility>
@@ -9,19 +10,10 @@ namespace vkr::automation {
 
 namespace {
 
-class BySlots final : public ComObject<IDispatch> {
+class BySlots final : public NamesAlone<> {
   public:
     explicit BySlots(ComPtr<::iVKR_Company> record) : record_(std::move(record)) {}
 
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        return guarded(this, IID_IDispatch, [&] { answer(count) = 0; });
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT /*index*/, LCID /*locale*/,
-                                          ITypeInfo** info) override {
-        if (info != nullptr)
-            *info = nullptr;
-        return DISP_E_BADINDEX;
-    }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count,
                                             LCID /*locale*/, DISPID* found) override {
         return guarded(this, IID_IDispatch,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "automation/late_bound.hpp"
 
+#include "automation/names_alone.hpp"
 #include "automation/texts.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/text.hpp"
@@ -39,21 +40,12 @@ HRESULT toldByException(HRESULT failure, EXCEPINFO* error) {
 }
 
 // An object of the component as it is seen outside. It answers to the names that the object does.
-class DispatchedObject final : public ComObject<IDispatch, InsideObject> {
+class DispatchedObject final : public NamesAlone<InsideObject> {
   public:
     explicit DispatchedObject(std::shared_ptr<Object> object) : object_(std::move(object)) {}
 
     const std::shared_ptr<Object>& inside() const override { return object_; }
 
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        return guarded(this, IID_IDispatch, [&] { answer(count) = 0; });
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT /*index*/, LCID /*locale*/,
-                                          ITypeInfo** info) override {
-        if (info != nullptr)
-            *info = nullptr;
-        return DISP_E_BADINDEX;
-    }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count,
                                             LCID /*locale*/, DISPID* found) override {
         return guarded(this, IID_IDispatch, [&] { return idsOf(reserved, names, count, found); });

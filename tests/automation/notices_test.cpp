@@ -2,6 +2,7 @@
 // Who hears of a control besides by its events: of its end, its saving and its picture, and who is
 // connected to it.
 #include "tests/automation/control_fixture.hpp"
+#include "tests/automation/memory_storage.hpp"
 
 #include <utility>
 
@@ -41,13 +42,7 @@ TEST_F(Notices, TheEndAndASaveAreTold) {
         one.pAdvSink->Release();
     all.reset();
 
-    ComPtr<ILockBytes> bytes;
-    ComPtr<IStorage> storage;
-    ASSERT_EQ(CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.receive()), S_OK);
-    ASSERT_EQ(StgCreateDocfileOnILockBytes(bytes.get(),
-                                           STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0,
-                                           storage.receive()),
-              S_OK);
+    const auto storage = newStorage();
     EXPECT_EQ(as<IPersistStorage>()->InitNew(storage.get()), S_OK);
     EXPECT_EQ(as<IPersistStorage>()->Save(storage.get(), TRUE), S_OK);
     EXPECT_EQ(heard(), Log{});

@@ -3,6 +3,7 @@
 #include "control/property_table.hpp"
 #include "localizer/localizer.hpp"
 #include "record/enumerations.hpp"
+#include "tests/automation/memory_storage.hpp"
 #include "tests/automation/test_container.hpp"
 
 #include <algorithm>
@@ -144,17 +145,6 @@ TEST_F(Persistence, ComesBackFromAStream) {
     EXPECT_EQ(as<IPersistStreamInit>(restored)->Load(stream.get()), S_OK);
     expectChanged(restored);
     EXPECT_EQ(as<IPersistStreamInit>(restored)->Load(stream.get()), E_UNEXPECTED);
-}
-
-ComPtr<IStorage> newStorage() {
-    ComPtr<ILockBytes> bytes;
-    ComPtr<IStorage> storage;
-    EXPECT_EQ(CreateILockBytesOnHGlobal(nullptr, TRUE, bytes.receive()), S_OK);
-    EXPECT_EQ(StgCreateDocfileOnILockBytes(bytes.get(),
-                                           STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0,
-                                           storage.receive()),
-              S_OK);
-    return storage;
 }
 
 TEST_F(Persistence, ComesBackFromAStorage) {
