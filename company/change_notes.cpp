@@ -308,13 +308,13 @@ std::optional<std::string> ChangeNotes::undo() {
     undone.reserve(undone.size() + 1);
     if (auto refusal = putChanges(*record, back))
         return refusal;
-    const Step step = std::move(done.back());
+    Step step = std::move(done.back());
     done.pop_back();
     tell(groupsChanged, nullptr);
     for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group)
         leadBack(*group, step.told());
     showPlace(step.groups.front());
-    undone.push_back(step);
+    undone.push_back(std::move(step));
     return std::nullopt;
 }
 

@@ -40,9 +40,10 @@ class ChangeNotes {
     std::vector<Step> undone;
     std::vector<ChangeGroup> unsaved;
     std::optional<Change> place;
-    std::function<void(const ChangeGroup* added)> unsavedChanged;
+    using Listener = std::function<void(const ChangeGroup* added)>;
+    Listener unsavedChanged;
+    Listener groupsChanged;
     std::function<void(ChangeGroup& back, const ChangeGroup& step)> nameTakenBack;
-    std::function<void(const ChangeGroup* added)> groupsChanged;
 
     [[nodiscard]] bool isOpen() const { return !open_.empty(); }
     void begin(const Action& action);
@@ -129,7 +130,6 @@ class ChangeNotes {
     // Of the way from what was saved.
     void leadTo(const ChangeGroup& group);
     void leadBack(const ChangeGroup& group, const ChangeGroup& step);
-    using Listener = std::function<void(const ChangeGroup* added)>;
     static void tell(const Listener& listener, const ChangeGroup* added);
     void showPlace(const ChangeGroup& group);
     void clearWritten();
