@@ -71,14 +71,6 @@ std::optional<std::size_t> placeOf(Datum datum, std::optional<int> element) {
     return firstPlace(datum) + static_cast<std::size_t>(index);
 }
 
-bool isAbsentValue(const Variant& value) {
-    if (const auto* text = std::get_if<std::string>(&value.value()))
-        return text->empty();
-    if (const auto* date = std::get_if<Date>(&value.value()))
-        return isAbsent(*date);
-    return value.isEmpty() || value.toDouble() == 0;
-}
-
 // By how many elements the figures of the series have moved, as the dates of the same group say.
 int movedBy(const ChangeGroup& group, const Change& series) {
     const DatumPeriod period = rowOf(series.datum).period;
@@ -147,6 +139,14 @@ std::optional<int> readWholeNumber(std::string_view text) {
 }
 
 } // namespace
+
+bool isAbsentValue(const Variant& value) {
+    if (const auto* text = std::get_if<std::string>(&value.value()))
+        return text->empty();
+    if (const auto* date = std::get_if<Date>(&value.value()))
+        return isAbsent(*date);
+    return value.isEmpty() || value.toDouble() == 0;
+}
 
 std::string_view originName(Origin origin) {
     return originNames[static_cast<std::size_t>(origin)];

@@ -72,6 +72,9 @@ class FigureOrigins {
     std::vector<Kind> places_;        // of all data, one behind the other, then of the settings
 };
 
+// No text, no date, no figure: what is absent comes from nowhere.
+[[nodiscard]] bool isAbsentValue(const Variant& value);
+
 // "typed", "pasted", ...: as it is stored.
 [[nodiscard]] std::string_view originName(Origin origin);
 [[nodiscard]] std::optional<Origin> originNamed(std::string_view name);

@@ -54,8 +54,8 @@ std::vector<ChangeGroup> exactGroups(const CompanyRecord& stored, const CompanyR
         others = elementByElement(others); // it begins with figures of another one
         account.origins->tellIn(others);
         for (Change& change : others.changes)
-            if (account.overwrites && !change.origin && change.after.toDouble() == 0)
-                change.origin = account.rest.origin; // a figure that is gone has none
+            if (account.overwrites && isAbsentValue(change.after))
+                change.origin = account.rest.origin;
     }
     for (Change& change : others.changes)
         if (!change.setting.empty() && change.origin == Origin::derived)
