@@ -240,11 +240,11 @@ std::string VKRDataEntry::fieldOf(const FigurePlace& place) const {
     return field == nullptr ? std::string() : field->id();
 }
 bool VKRDataEntry::copyCells() {
-    return impl_->copiesCells(CellCommands::Headings::without);
+    return impl_->copyCells(CellCommands::Headings::without);
 }
 
 bool VKRDataEntry::copyCellsWithHeadings() {
-    return impl_->copiesCells(CellCommands::Headings::with);
+    return impl_->copyCells(CellCommands::Headings::with);
 }
 void VKRDataEntry::showField(std::string_view control) {
     ifPossible([&] { impl_->showField(control); });

@@ -107,7 +107,7 @@ void VKRDataEntry::Impl::listMarked(MarkKind kind, std::vector<MarkedField>& res
 }
 
 // A text that waits has no field: its row comes back, and the cell as near as there is one.
-bool VKRDataEntry::Impl::copiesCells(CellCommands::Headings headings) {
+bool VKRDataEntry::Impl::copyCells(CellCommands::Headings headings) {
     using enum CellCommands::Copied;
     return attemptOr(noCells, [&] { return cells.copy(headings); }) == done;
 }

@@ -43,7 +43,7 @@ class VKRDataEntry::Impl final {
     [[nodiscard]] std::vector<MarkedField> markedFields(MarkKind kind);
     void listMarked(MarkKind kind, std::vector<MarkedField>& result) const;
     void showField(std::string_view id);
-    bool copiesCells(CellCommands::Headings headings);
+    bool copyCells(CellCommands::Headings headings);
 
     HostLine host;
     FormConsequences consequences{host, context, fields, quarterly, options, properties, company};
