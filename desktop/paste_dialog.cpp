@@ -20,6 +20,14 @@
 
 namespace vkr {
 
+namespace {
+
+Qt::Alignment alignmentOf(int column) {
+    return Qt::AlignVCenter | (paste_list::isFigure(column) ? Qt::AlignRight : Qt::AlignLeft);
+}
+
+} // namespace
+
 PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
     : FormDialog(form, parent), summary_(nullptr), lines_(nullptr) {
     setWindowTitle(toQt(form.caption()));
@@ -41,6 +49,8 @@ PasteDialog::PasteDialog(PasteForm& form, QWidget* parent)
     for (const auto& head : form.heads())
         heads << toQt(head);
     lines_->setHorizontalHeaderLabels(heads);
+    for (int place = 0; place < paste_list::columns; ++place)
+        lines_->horizontalHeaderItem(place)->setTextAlignment(alignmentOf(place));
     lines_->verticalHeader()->hide();
     lines_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lines_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -142,8 +152,7 @@ void PasteDialog::showLine(int row, const PasteLine& line) {
     const Color back = fromQt(lines_->palette().color(QPalette::Base));
     for (int column = 0; column < paste_list::columns; ++column) {
         auto* item = new QTableWidgetItem(toQt(paste_list::textIn(line, column)).simplified());
-        item->setTextAlignment(Qt::AlignVCenter |
-                               (paste_list::isFigure(column) ? Qt::AlignRight : Qt::AlignLeft));
+        item->setTextAlignment(alignmentOf(column));
         item->setForeground(toQt(paste_list::inkOf(line.fate, column, ink, back)));
         item->setToolTip(plainToolTip(item->text()));
         lines_->setItem(row, column, item);

@@ -31,6 +31,7 @@ enum Column { figureColumn, periodColumn, beforeColumn, afterColumn, columnCount
 
 constexpr int visibleRows = 14;
 constexpr int widthInCharacters = 104;
+constexpr Qt::Alignment rightAligned = Qt::AlignRight | Qt::AlignVCenter;
 
 } // namespace
 
@@ -63,6 +64,9 @@ void SplitDialog::layOut() {
     table_->setItemDelegateForColumn(0, new TickDelegate(this));
     table_->setAccessibleName(tr("Figures that change"));
     table_->setHorizontalHeaderLabels({tr("Figure"), tr("Of"), tr("Before"), tr("After")});
+    table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    for (const int figures : {beforeColumn, afterColumn})
+        table_->horizontalHeaderItem(figures)->setTextAlignment(rightAligned);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setTabKeyNavigation(false);
@@ -153,7 +157,7 @@ void SplitDialog::fill(const SplitChanges& split) {
         for (const auto& [column, value] :
              {std::pair(beforeColumn, change.before), std::pair(afterColumn, change.after)}) {
             auto* item = new QTableWidgetItem(figureText(value.toDouble()));
-            item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            item->setTextAlignment(rightAligned);
             if (isInexact)
                 item->setToolTip(tr("The opposite split would give back another last digit. Undo "
                                     "gives back the figure itself."));
