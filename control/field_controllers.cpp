@@ -154,7 +154,8 @@ void CurrencySymbolController::store(TextField& field) {
     const bool changed = checkFieldChange(field, context_);
     if (context_.company == nullptr || field.locked())
         return;
-    field.setMark({});
+    if (refused)
+        field.setMark({});
     if (changed || refused)
         noteChoice(context_, setting::currencySymbol);
 }

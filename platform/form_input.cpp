@@ -54,9 +54,12 @@ bool Form::userPaste(TextField& field, std::string_view text) {
                                                            : std::max(0, textLength(pasted) - cut);
         if (taken.text != before)
             ifPossible([&] { handler().onChange(field); });
-        const auto leftOut = textFrom(pasted, fitting);
-        if (!trimmed(leftOut).empty() && holds(field) &&
-            !attempt([&] { handler().onPasteCut(field, leftOut); }) && holds(field))
+        const auto end = textFrom(pasted, fitting);
+        if (trimmed(end).empty() || !holds(field))
+            return;
+        // The handler may have taken back what there was room for.
+        const auto leftOut = field.text() == taken.text ? end : std::string_view(pasted);
+        if (!attempt([&] { handler().onPasteCut(field, leftOut); }) && holds(field))
             ifPossible([&] { field.setMark({MarkKind::doubtful, "Cut short."}); }); // no memory
     });
     return fitting > 0;

@@ -330,6 +330,28 @@ TEST_F(DoubtfulTexts, TheEndOfAPasteThatHasNoRoomIsTold) {
     EXPECT_EQ(doubts().size(), 1U);
 }
 
+// But for dates and the last fiscal year, which are taken as a whole or not at all.
+TEST_F(DoubtfulTexts, APasteThatIsCutIsStillToldOfOnceItsFieldWasLeft) {
+    for (const TextField* field : allFields(scene)) {
+        const std::string id = field->id();
+        if (field->maxLength() == 0 || id.find("Date") != std::string::npos ||
+            id.find("Update") != std::string::npos || id == "txtLastFY")
+            continue;
+        const std::string taken(static_cast<std::size_t>(field->maxLength()), 'X');
+        pasteOver(scene, id, taken + "END");
+        EXPECT_EQ(textOf(scene, id), taken) << id;
+        if (!field->isUnstored()) {
+            EXPECT_TRUE(markOf(scene, id).ends_with("\"END\" was left out.")) << id;
+        }
+    }
+}
+
+TEST_F(DoubtfulTexts, ALastQuarterThatGaveWayLeavesNone) {
+    pasteOver(scene, "txtLastQDate", std::string(45, '1'));
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+    expectNoDoubt("txtLastQDate");
+}
+
 TEST_F(DoubtfulTexts, OfALongTextTheBeginningIsTold) {
     const std::string taken(20, '1');
     for (const int length : {40, 41}) {
@@ -385,6 +407,11 @@ TEST_F(DoubtfulTexts, AYearThatGivesWaySaysSo) {
     EXPECT_EQ(scene.text("txtLastFY"), "2019");
     EXPECT_EQ(company->get_LastFY(), 2019);
     EXPECT_EQ(doubts(), Names{"txtLastFY: Taken as 2019; \"E\" was left out."});
+    for (const std::string text : {"FY 2020", "2,020", "-2020"}) {
+        pasteOver(scene, "txtLastFY", text);
+        EXPECT_EQ(company->get_LastFY(), 2019);
+        EXPECT_EQ(doubts(), Names{"txtLastFY: Taken as 2019; \"" + text + "\" was left out."});
+    }
 }
 
 TEST_F(DoubtfulTexts, ANegativeWhereNoneIsTakenIsNotStored) {
