@@ -6,6 +6,8 @@
 #include "platform/exact_number.hpp"
 #include "record/datum_changes.hpp"
 
+#include <set>
+
 namespace vkr {
 
 std::string SeriesGrid::nameOf(int column) const {
@@ -64,8 +66,13 @@ std::optional<std::string> SeriesGrid::put(std::span<const Figure> figures, cons
         return refusal;
     context_.markChanged();
     const Form::Update update(context_.form);
-    for (const auto& [cell, figure] : figures)
+    std::set<int> columns;
+    for (const auto& [cell, figure] : figures) {
         showElement(cell);
+        columns.insert(cell.column);
+    }
+    for (const int column : columns)
+        show(column); // loading may have shown the rest of it in another unit
     const ActionScope derived(context_.company, {Origin::derived, {}, {}});
     for (const auto& [cell, figure] : figures)
         stored(cell);

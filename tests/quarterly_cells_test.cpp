@@ -190,6 +190,21 @@ TEST_P(EarningsInUnit, AreShownPerShareInTheWholeColumnOnceOneIsEntered) {
     EXPECT_EQ(elementOf(*company, "QEPSSeries", 1), 7);
 }
 
+TEST_P(EarningsInUnit, AreShownPerShareInTheWholeColumnOnceSeveralCellsAreChanged) {
+    for (const char* keys : {"+{RIGHT}{DEL}", "+{RIGHT}^'", "+{RIGHT}+{DOWN}^d", "^v"}) {
+        putElement(*company, "QEPSSeries", 0, 1.5);
+        scene.load(company);
+        ASSERT_EQ(scene.text("txtEPS", 2), loaded("-1234.56", "0.00")) << keys;
+        scene.desktop.setClipboardText("8\t9\n8\t9");
+        scene.desktop.acceptNextPaste();
+        goTo(scene, "txtRevenue(3)");
+        goTo(scene, "txtRevenue(0)");
+        scene.desktop.type(keys);
+        EXPECT_EQ(scene.text("txtEPS", 2), "-1.23") << keys;
+        goTo(scene, "txtNetInc(0)");
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Units, EarningsInUnit, testing::Values(3, 9));
 
 TEST_F(QuarterlyCells, AMinusCanBeTypedInEveryColumnButRevenue) {
