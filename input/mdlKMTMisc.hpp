@@ -49,7 +49,7 @@ void ConvertPriceText(bool toDecimal, TextField& field);
 // --- keys and focus ---------------------------------------------------------------------------
 
 // Accepts, swallows (0) or rewrites one typed character. Enter sends a Tab. Answers whether the
-// character was refused: swallowed with nothing done in its place.
+// character was refused: swallowed without doing what was meant by it.
 bool FilterNumericKey(char32_t& key, bool numeric, bool freeText, TextField& field,
                       bool allowNegative, bool upperCase);
 bool FilterNumericKey(char32_t& key, TextField& field, const KeyFilter& filter);

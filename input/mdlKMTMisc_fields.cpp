@@ -3,6 +3,7 @@
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
 #include "input/number_text.hpp"
+#include "platform/ascii.hpp"
 #include "platform/error_trap.hpp"
 #include "platform/key_codes.hpp"
 #include "platform/text.hpp"
@@ -24,6 +25,14 @@ std::string convertedPrice(bool toDecimal, std::string text) {
         ReplaceAll(text, "-", "");
     std::string converted = toDecimal ? FractionToDecimal(text) : DecimalToFraction(text, false);
     return negative && !converted.empty() ? "-" + converted : converted;
+}
+
+// Without it the digits on both sides of a hyphen are one figure.
+bool hasMinusBetweenDigits(std::string_view text) {
+    for (std::size_t i = 1; i + 1 < text.size(); ++i)
+        if (text[i] == '-' && isAsciiDigit(text[i - 1]) && isAsciiDigit(text[i + 1]))
+            return true;
+    return false;
 }
 
 // What is selected stays so: the figure that follows replaces it.
@@ -69,7 +78,7 @@ bool takeAsSign(char32_t& key, TextField& field) {
 }
 
 // A character of a figure, the decimal mark in place of the keypad's key, or nothing. False where
-// the key is swallowed and has an effect all the same.
+// the key is swallowed and has the effect that was meant.
 bool takeInFigure(char32_t& key, TextField& field, bool allowNegative) {
     const std::string& text = field.text();
     const char mark = field.form().numberMarks().decimal;
@@ -87,8 +96,9 @@ bool takeInFigure(char32_t& key, TextField& field, bool allowNegative) {
     case U'-':
         if (holds(text, '-') && !(allowNegative && replacesSign(field))) {
             key = 0;
+            const bool joins = hasMinusBetweenDigits(text);
             takeSignOff(field);
-            return false;
+            return joins;
         }
         if (!allowNegative || holds(text, '+'))
             key = 0;

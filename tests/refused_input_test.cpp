@@ -68,6 +68,19 @@ TEST_F(RefusedInput, WhatIsTakenOrHasAnEffectIsSilent) {
     EXPECT_TRUE(desktop.refusals().empty());
 }
 
+// A hyphen between digits is no sign: once it is gone they are one figure.
+TEST_F(RefusedInput, ASecondMinusThatJoinsTwoFiguresHasAVoice) {
+    for (const char* id : {"txtYEPS(9)", "txtTotalDebt"}) {
+        goTo(scene, id);
+        desktop.type("^a{DEL}2025-12");
+        desktop.forget();
+        desktop.type("-");
+        EXPECT_EQ(textOf(scene, id), "202512");
+        ASSERT_EQ(desktop.refusals().size(), 1U) << id;
+        EXPECT_EQ(desktop.refusals()[0].note, figureNote);
+    }
+}
+
 TEST_F(RefusedInput, UnderTheCommaTheVoiceNamesTheComma) {
     scene.entry->put_NumberMarks({',', "."});
     for (const char* id : {"txtYEPS(9)", "txtTotalDebt", "txtCurrentPrice"}) {
