@@ -118,6 +118,18 @@ std::string splitText(const SplitRatio& ratio) {
     return std::to_string(ratio.shares) + ':' + std::to_string(ratio.before);
 }
 
+std::optional<SplitRatio> splitRatioOf(double shares) {
+    constexpr int mostBefore = 100;
+    constexpr double rounding = 0.0005;
+    for (int before = 1; before <= mostBefore; ++before) {
+        const double exact = shares * before;
+        const double whole = std::round(exact);
+        if (whole >= 1 && whole <= mostShares && std::abs(exact - whole) <= rounding * exact)
+            return SplitRatio{static_cast<int>(whole), before};
+    }
+    return std::nullopt;
+}
+
 double afterSplit(double figure, DatumUnit unit, const SplitRatio& ratio) {
     const bool counts = unit == DatumUnit::shares;
     const int times = counts ? ratio.shares : ratio.before;

@@ -25,6 +25,9 @@ struct SplitRatio {
 // is none, for 1:1, and beyond 1000.
 [[nodiscard]] std::optional<SplitRatio> readSplitRatio(std::string_view text);
 [[nodiscard]] std::string splitText(const SplitRatio& ratio); // "4:1"
+// So many new shares for an old one: 1.5 is 3:2, 0.1 is 1:10, also where it was rounded to three
+// digits. Nothing where that takes more than 100 old shares, or more than 1000 new ones.
+[[nodiscard]] std::optional<SplitRatio> splitRatioOf(double shares);
 
 struct Split {
     SplitRatio ratio;

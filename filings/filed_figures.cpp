@@ -55,6 +55,7 @@ class Builder {
         figure.exact = inUnits(unit, amount->value);
         figure.value = amount->divided ? roundedQuotient(unit, figure.exact)
                                        : roundedFigure(unit, figure.exact);
+        figure.basis = amount->basis;
         figure.derived = derived;
         figure.source = amount->source;
         figure.notes = amount->notes;

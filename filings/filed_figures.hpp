@@ -20,6 +20,7 @@ struct FiledFigure {
     Date end; // of the year or quarter; the date of what is no series
     double value = 0;
     double exact = 0;     // before that rounding
+    double basis = 1;     // today's shares for one on the day of its filing
     bool derived = false; // no filing gives it; worked out from the year and its quarters
     FigureSource source;
     std::vector<FigureNote> notes;

@@ -4,6 +4,7 @@
 #include "company/exact_text.hpp"
 #include "filings/earnings_sum.hpp"
 #include "filings/figure_order.hpp"
+#include "filings/share_basis.hpp"
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
@@ -42,6 +43,11 @@ ReviewState stateOf(const FiledFigure& figure, double stored) {
     return std::abs(stored - figure.exact) <= most ? ReviewState::same : ReviewState::differs;
 }
 
+// Whether the figure may be taken unasked.
+bool isSafe(const ReviewRow& row) {
+    return !row.figure.isDoubtful() && !row.isByHand();
+}
+
 // A figure of the record, as it is before the spans are made.
 std::optional<double> storedFigure(const iVKR_Company& company, Datum datum,
                                    std::optional<int> element) {
@@ -73,6 +79,7 @@ class Reviewer {
         addEarningsSum(review_, company_);
         if (ReviewRow* sum = earningsSumRow(review_); sum != nullptr && options_.originOf)
             sum->origin = options_.originOf(Datum::Last4QEPS, std::nullopt);
+        compareShareBasis(review_, filed_.splits);
         std::ranges::stable_sort(
             review_.rows, {}, [](const ReviewRow& row) { return figureOrder(row.figure.datum); });
         for (const RecordSpan* span : {&review_.years, &review_.quarters})
@@ -269,16 +276,15 @@ void tick(FilingsReview& review, ReviewTicks ticks) {
             continue;
         const bool isNew = row.state == ReviewState::fresh;
         const bool changes = row.state != ReviewState::same;
-        const bool sure = !row.figure.isDoubtful();
         row.ticked = ticks == ReviewTicks::all     ? changes
                      : ticks == ReviewTicks::none  ? false
-                     : ticks == ReviewTicks::fresh ? isNew && sure
-                                                   : changes && sure && (isNew || !row.isByHand());
+                     : ticks == ReviewTicks::fresh ? isNew && isSafe(row)
+                                                   : changes && isSafe(row);
     }
     followTicks(review);
     if (sum != nullptr)
         sum->ticked = sum->state != ReviewState::same && ticks != ReviewTicks::none &&
-                      (ticks == ReviewTicks::all || !sum->isByHand());
+                      (ticks == ReviewTicks::all || isSafe(*sum));
 }
 
 void followTicks(FilingsReview& review) {
@@ -292,7 +298,7 @@ void followTicks(FilingsReview& review) {
     if (sum->state == ReviewState::same)
         sum->ticked = false;
     else if (stayed)
-        sum->ticked = !sum->isByHand();
+        sum->ticked = isSafe(*sum);
 }
 
 std::optional<std::string> importFilings(const std::shared_ptr<iVKR_Company>& company,

@@ -30,6 +30,7 @@ struct ReviewRow {
     ReviewState state = ReviewState::fresh;
     std::optional<Origin> origin; // of the stored one, where it is known
     bool ticked = false;
+    bool isOnOtherShares = false; // than stored figures are, and doubtful for that
 
     [[nodiscard]] double difference() const; // filed less stored
     // Whether a person has put the stored figure there, or may have.
@@ -49,6 +50,8 @@ struct FilingsReview {
     // newest: Last4QEPS follows from them and what is ticked.
     std::array<double, 4> lastEarnings{};
     int lastQuarter = 0;
+    // Where stored figures stand on other shares than the filed ones: which, and what to do first.
+    std::string shareBasis;
     std::vector<std::string> notes; // what is added, changed beside the figures, or left out
 
     [[nodiscard]] int ticked() const;

@@ -46,14 +46,21 @@ constexpr int visibleRows = 18;
 
 FilingsDialog::FilingsDialog(Reviewer reviewer, QWidget* parent)
     : QDialog(parent), reviewer_(std::move(reviewer)), model_(new FilingsReviewModel(this)),
-      shown_(new FilteredReview(*model_, this)), title_(new QLabel(this)), notes_(new QLabel(this)),
-      addsYears_(new FramedCheckBox(this)), addsQuarters_(new FramedCheckBox(this)),
-      table_(new QTableView(this)), details_(new QPlainTextEdit(this)) {
+      shown_(new FilteredReview(*model_, this)), title_(new QLabel(this)),
+      shareBasis_(new QLabel(this)), notes_(new QLabel(this)), addsYears_(new FramedCheckBox(this)),
+      addsQuarters_(new FramedCheckBox(this)), table_(new QTableView(this)),
+      details_(new QPlainTextEdit(this)) {
     setObjectName(QStringLiteral("filings"));
     setWindowTitle(tr("Import from Filings"));
     setSizeGripEnabled(true);
     title_->setTextFormat(Qt::PlainText);
     title_->setWordWrap(true);
+    shareBasis_->setObjectName(QStringLiteral("shareBasis"));
+    shareBasis_->setTextFormat(Qt::PlainText);
+    shareBasis_->setWordWrap(true);
+    QFont bold = shareBasis_->font();
+    bold.setBold(true);
+    shareBasis_->setFont(bold);
     notes_->setObjectName(QStringLiteral("notes"));
     notes_->setTextFormat(Qt::PlainText);
     notes_->setWordWrap(true);
@@ -77,6 +84,7 @@ FilingsDialog::FilingsDialog(Reviewer reviewer, QWidget* parent)
     buildTable();
     auto* column = new QVBoxLayout(this);
     column->addWidget(title_);
+    column->addWidget(shareBasis_);
     column->addWidget(notes_);
     column->addLayout(adds);
     column->addWidget(buildFilter());
@@ -189,6 +197,8 @@ void FilingsDialog::reviewAnew() {
     title_->setText(tr("%1 (CIK %2). Money and shares are in millions, rates in percent.")
                         .arg(fromUtf8(made.entityName))
                         .arg(made.cik));
+    shareBasis_->setText(fromUtf8(made.shareBasis));
+    shareBasis_->setVisible(!made.shareBasis.empty());
     QStringList notes;
     for (const std::string& note : made.notes)
         notes.append(fromUtf8(note));

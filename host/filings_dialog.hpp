@@ -59,6 +59,7 @@ class FilingsDialog : public QDialog {
     FilingsReviewModel* model_;
     FilteredReview* shown_;
     QLabel* title_;
+    QLabel* shareBasis_;
     QLabel* notes_;
     QComboBox* filter_ = nullptr;
     QCheckBox* addsYears_;

@@ -75,6 +75,16 @@ TEST(Split, ReadsRatiosAsPeopleWriteThem) {
     }
 }
 
+TEST(Split, RatiosOfSharesForOneAreWrittenInWholeShares) {
+    const std::pair<double, std::optional<SplitRatio>> rows[] = {
+        {10, SplitRatio{10, 1}},     {1.5, SplitRatio{3, 2}},    {0.1, SplitRatio{1, 10}},
+        {0.0667, SplitRatio{1, 15}}, {1.05, SplitRatio{21, 20}}, {1000, SplitRatio{1000, 1}},
+        {1001, std::nullopt},        {1.00372, std::nullopt},    {0, std::nullopt},
+        {-4, std::nullopt},          {0.001, std::nullopt}};
+    for (const auto& [shares, ratio] : rows)
+        EXPECT_EQ(splitRatioOf(shares), ratio) << shares;
+}
+
 TEST(Split, GivesTheExactFigureWhereItHasOne) {
     EXPECT_EQ(afterSplit(0.147, DatumUnit::perShare, {4, 1}), 0.03675);
     EXPECT_EQ(afterSplit(0.3, DatumUnit::perShare, {3, 1}), 0.1);

@@ -67,7 +67,8 @@ const CommandRow commands[] = {
      "figures that are new or differ, with the filing that each is from; with --verbose the same "
      "ones, too. --accept takes them over, all of them or none, and adds a company that the "
      "database has not, by the name that the document gives. Exit status 1 says that some were not "
-     "taken over.",
+     "taken over, or that stored ones are those of before a split: such figures are doubtful, and "
+     "--accept new leaves them out.",
      importFacts},
     {"check",
      "[SYMBOL...]",

@@ -60,6 +60,25 @@ bool keepsPeriodsBack(const FilingsReview& review) {
     return keepsBack(review.years) || keepsBack(review.quarters);
 }
 
+// What becomes of figures where stored ones are on other shares.
+void tellShareBasis(const Call& call, const FilingsReview& review) {
+    const auto accepted = call.line.value(Option::accept);
+    if (review.shareBasis.empty() || !accepted)
+        return;
+    const bool all = *accepted == "all";
+    const auto figures = std::ranges::count_if(review.rows, [&](const ReviewRow& row) {
+        return row.isOnOtherShares && (all || row.state == ReviewState::fresh);
+    });
+    if (all)
+        call.terminal.say("--accept all takes " + counted(figures,
+                                                          "figures on the shares of "
+                                                          "today. Prices, and what no "
+                                                          "filing has, stay as they are."));
+    else if (figures > 0)
+        call.terminal.say("--accept new leaves out what is new among them (" +
+                          std::to_string(figures) + ").");
+}
+
 // What is left to look at.
 std::ptrdiff_t tellCounts(const Call& call, const FilingsReview& review) {
     const auto count = [&](ReviewState state) {
@@ -71,6 +90,7 @@ std::ptrdiff_t tellCounts(const Call& call, const FilingsReview& review) {
                       counted(count(ReviewState::same), "as they are stored."));
     for (const std::string& note : review.notes)
         call.terminal.say(printable(note));
+    tellShareBasis(call, review);
     if (keepsPeriodsBack(review))
         call.terminal.say("--accept all adds them nevertheless.");
     return fresh + differing;
@@ -170,6 +190,8 @@ ExitCode importFacts(const Call& call) {
         throw CommandFailure(ExitCode::input, printable(review.question) +
                                                   "\nNothing was changed. With "
                                                   "--same-company it is taken as it is.");
+    if (!review.shareBasis.empty())
+        call.terminal.say(printable(review.shareBasis));
     writeReview(call, review);
     const auto open = tellCounts(call, review);
     const int ticked = review.ticked();
@@ -179,8 +201,9 @@ ExitCode importFacts(const Call& call) {
         takeOver(call, *store, *found, loaded, review);
     if (call.line.has(Option::dryRun))
         call.terminal.say("This was a dry run: nothing was saved.");
-    return open > ticked || keepsPeriodsBack(review) || loaded.damage ? ExitCode::findings
-                                                                      : ExitCode::done;
+    const bool isToLookAt =
+        open > ticked || keepsPeriodsBack(review) || !review.shareBasis.empty() || loaded.damage;
+    return isToLookAt ? ExitCode::findings : ExitCode::done;
 }
 
 } // namespace vkr

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "company/exact_text.hpp"
+#include "company/split.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "host/filings_dialog.hpp"
 #include "record/enumerations.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
+#include "tests/support/change_lists.hpp"
 #include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 
@@ -217,6 +219,40 @@ TEST_F(HostFilingsTest, ANewCompanyTakesItsNameItsYearsAndItsFigures) {
     const auto loaded = host_->store().load(*window.id());
     EXPECT_EQ(loaded.value().record->get_LastFYDate(), makeDate(2025, 9, 27));
     EXPECT_EQ(loaded.value().record->get_LastQDate(), makeDate(2025, 12, 27));
+}
+
+// Its user is led to the split first.
+TEST_F(HostFilingsTest, FiguresOnOtherSharesThanTheStoredOnesAreToldAndNotTicked) {
+    const std::int64_t id = idOf(*host_, "NVDA");
+    const auto loaded = host_->store().load(id);
+    CompanyRecord& record = *loaded.value().record;
+    const auto split = splitChanges(record, {{1, 10}, *makeDate(2024, 6, 30)});
+    ASSERT_EQ(applyChanges(record, test::changesOf(split)), std::nullopt);
+    test::putElement(record, Datum::YEPSSeries, 1, 0);
+    test::putElement(record, Datum::YRevenueSeries, 1, 0);
+    ASSERT_TRUE(host_->store().save(id, record, loaded.value().revision));
+    CompanyWindow& window = open(*host_, "NVDA");
+    dialogs_.next([](QWidget& dialog) {
+        const auto& told = *dialog.findChild<QLabel*>("shareBasis");
+        EXPECT_TRUE(told.isVisible());
+        EXPECT_TRUE(told.text().contains("before the split 10:1 of 2024-06-30"))
+            << told.text().toStdString();
+        EXPECT_TRUE(told.text().contains("\"Adjust for a Split...\""));
+        EXPECT_EQ(importButton(dialog), "Import 1 Figure");
+        show(dialog, "Doubtful");
+        EXPECT_EQ(shownRows(dialog), 60);
+        EXPECT_EQ(cell(dialog, 0, "Notes").right(34), "stored figures are on other shares");
+        DialogAnswers::clickButton(dialog, importButton(dialog));
+    });
+    window.importFilings(document("NVDA"));
+    EXPECT_EQ(revenue(*window.record(), 1), 215938);
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 1), 0);
+    window.discard();
+    dialogs_.next([](QWidget& dialog) {
+        EXPECT_FALSE(dialog.findChild<QLabel*>("shareBasis")->isVisible());
+        DialogAnswers::clickButton(dialog, "Cancel");
+    });
+    open(*host_, "AAPL").importFilings(document("AAPL"));
 }
 
 struct HostFilingsOfLaterYears : HostFilingsTest {

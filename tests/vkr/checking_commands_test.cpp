@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What is compared and looked at: facts, check, and the data sheet.
+#include "company/split.hpp"
 #include "plausibility/company_findings.hpp"
+#include "tests/support/change_lists.hpp"
 #include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 #include "tests/vkr/program_run.hpp"
@@ -131,6 +133,39 @@ TEST_F(CheckingCommands, FactsPushNothingOutThatWasTypedUnlessAllAreAccepted) {
     EXPECT_TRUE(contains(all.err, "typed, or may have been: Yearly Revenue 2015: 999.")) << all.err;
     EXPECT_EQ(store()->load(1).value().record->get_LastFY(), 2025);
     EXPECT_EQ(elementOf(*store()->load(1).value().record, Datum::YRevenueSeries, 1), 416161);
+}
+
+// Stored before the last split, and without what the last year has.
+TEST_F(CheckingCommands, FactsOnOtherSharesThanTheStoredOnesAreLeftOut) {
+    change(2, [](CompanyRecord& record) {
+        const auto split = splitChanges(record, {{1, 10}, *makeDate(2024, 6, 30)});
+        ASSERT_EQ(applyChanges(record, changesOf(split)), std::nullopt);
+        putElement(record, Datum::YEPSSeries, 1, 0);
+        putElement(record, Datum::YRevenueSeries, 1, 0);
+    });
+    const QStringList call = {"facts", facts("NVDA"), "--symbol", "NVDA", "--format", "tsv"};
+    const auto look = run(call);
+    EXPECT_EQ(look.code, 1);
+    EXPECT_TRUE(look.err.starts_with("57 figures per share and share counts of 2017-01-29 to "
+                                     "2024-04-28 are stored as they were before the split 10:1 "
+                                     "of 2024-06-30. "))
+        << look.err;
+    EXPECT_TRUE(contains(look.out, "doubtful: stored figures are on other shares")) << look.out;
+
+    const auto fresh = run(call + QStringList{"--accept", "new"});
+    EXPECT_EQ(fresh.code, 1);
+    EXPECT_TRUE(contains(fresh.err, "\n--accept new leaves out what is new among them (1).\n"))
+        << fresh.err;
+    EXPECT_TRUE(contains(fresh.err, "Import of 1 Figure: done.")) << fresh.err;
+    EXPECT_EQ(elementOf(*store()->load(2).value().record, Datum::YEPSSeries, 1), 0);
+    EXPECT_EQ(elementOf(*store()->load(2).value().record, Datum::YRevenueSeries, 1), 215938);
+
+    const auto all = run(call + QStringList{"--accept", "all"});
+    EXPECT_EQ(all.code, 1) << "prices stay";
+    EXPECT_TRUE(contains(all.err, "\n--accept all takes 60 figures on the shares of today. Prices, "
+                                  "and what no filing has, stay as they are.\n"))
+        << all.err;
+    EXPECT_EQ(elementOf(*store()->load(2).value().record, Datum::YEPSSeries, 1), 4.9);
 }
 
 TEST_F(CheckingCommands, FactsOfAnotherCompanyAreRefused) {
