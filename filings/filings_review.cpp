@@ -82,8 +82,6 @@ class Reviewer {
         compareShareBasis(review_, filed_.splits);
         std::ranges::stable_sort(
             review_.rows, {}, [](const ReviewRow& row) { return figureOrder(row.figure.datum); });
-        for (const RecordSpan* span : {&review_.years, &review_.quarters})
-            review_.notes.insert(review_.notes.end(), span->told.begin(), span->told.end());
         if (outside_ > 0)
             review_.notes.push_back(
                 outside_ == 1
@@ -170,6 +168,16 @@ class Reviewer {
     int outside_ = 0;
 };
 
+// Those that the ticked figures need.
+std::vector<const RecordSpan*> spansOf(const FilingsReview& review) {
+    std::vector<const RecordSpan*> spans;
+    if (review.makesSpan(DatumPeriod::year))
+        spans.push_back(&review.years);
+    if (review.makesSpan(DatumPeriod::quarter))
+        spans.push_back(&review.quarters);
+    return spans;
+}
+
 // What is written together: the inner action, and its changes.
 struct Part {
     Action action;
@@ -179,7 +187,7 @@ struct Part {
 std::vector<Part> partsOf(const iVKR_Company& company, const FilingsReview& review) {
     const Action asTheWhole{Origin::imported, {}, std::string(ofCik) + std::to_string(review.cik)};
     std::vector<Part> parts;
-    for (const RecordSpan* span : {&review.years, &review.quarters}) {
+    for (const RecordSpan* span : spansOf(review)) {
         Part dates{asTheWhole, {}};
         Part moved{{Origin::shifted, {}, {}}, {}};
         for (const DatumChange& change : span->changes)
@@ -299,6 +307,19 @@ void followTicks(FilingsReview& review) {
         sum->ticked = false;
     else if (stayed)
         sum->ticked = isSafe(*sum);
+}
+
+std::vector<std::string> notesOf(const FilingsReview& review) {
+    std::vector<std::string> notes;
+    const auto add = [&](const std::vector<std::string>& more) {
+        notes.insert(notes.end(), more.begin(), more.end());
+    };
+    for (const RecordSpan* span : spansOf(review))
+        add(span->toldOfChanges);
+    add(review.years.told);
+    add(review.quarters.told);
+    add(review.notes);
+    return notes;
 }
 
 std::optional<std::string> importFilings(const std::shared_ptr<iVKR_Company>& company,

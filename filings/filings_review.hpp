@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vkr {
 
@@ -49,6 +50,10 @@ void tick(FilingsReview& review, ReviewTicks ticks);
 // earnings become the sum of the quarters as they will be, and lose their tick where they stay as
 // they are; where they begin to change they get one, unless they may be typed.
 void followTicks(FilingsReview& review);
+
+// For people: what importing the ticked figures adds and changes beside them, and what is left out.
+// Years and quarters are added, and their dates changed, only where a figure of such is ticked.
+[[nodiscard]] std::vector<std::string> notesOf(const FilingsReview& review);
 
 // Puts the ticked figures into the record: all of them, or none where it refuses one. One action,
 // with the number of each filing as the document of its figures. No value where all are there. A

@@ -7,12 +7,19 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
+#include <map>
+#include <utility>
 
 namespace vkr {
 
 namespace {
 
 constexpr int sameYearEnd = 20; // days by which two ends of a fiscal year may differ
+
+const char* nameOf(DatumPeriod period) {
+    return period == DatumPeriod::year ? "year" : "quarter";
+}
 
 // Each series of the period that can be read, as an array.
 template <typename Visit>
@@ -89,26 +96,65 @@ void change(RecordSpan& span, const iVKR_Company& company, Datum datum, const Va
         span.changes.push_back({datum, std::nullopt, std::move(before), after});
 }
 
+std::string counted(int count, const char* one) {
+    return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
+}
+
+// "The oldest years of the company leave the table: 2014 to 2015, with 18 figures that were
+// imported or worked out." Nothing where they have no figure.
+std::string toldLeaving(const RecordSpan& span, const iVKR_Company& company, DatumPeriod period,
+                        int periods) {
+    std::map<int, std::string> leaving; // by element, the newest first
+    int figures = -static_cast<int>(span.leaving.size());
+    forEachLeaving(company, period, periods, [&](Datum datum, int element, double) {
+        leaving.try_emplace(element, periodText(rowOf(datum), company, element));
+        ++figures;
+    });
+    if (leaving.empty())
+        return {};
+    const bool isOne = leaving.size() == 1;
+    std::string told = std::string("The oldest ") + nameOf(period) +
+                       (isOne ? " of the company leaves" : "s of the company leave") +
+                       " the table: " + leaving.rbegin()->second;
+    if (!isOne)
+        told += " to " + leaving.begin()->second;
+    if (figures > 0)
+        told += ", with " + counted(figures, "figure") + " that " +
+                (figures == 1 ? "was" : "were") + " imported or worked out";
+    if (!span.leaving.empty())
+        told += std::string(figures > 0 ? ", and" : ", with") +
+                " what was typed, or may have been: " + listed(span.leaving);
+    return told + ".";
+}
+
+// " It takes the place of 2025-09-30, which was typed.": of dates that a person has put there, or
+// may have.
+std::string toldReplaced(const iVKR_Company& company, std::initializer_list<Datum> dates,
+                         Date after, const OriginQuery& originOf) {
+    std::map<Date, bool> replaced; // whether it is known to be typed
+    for (const Datum datum : dates) {
+        Date before;
+        ifPossible([&] { before = readDate(company, datum); });
+        if (isAbsent(before) || before == after)
+            continue;
+        const auto origin = originOf ? originOf(datum, std::nullopt) : std::nullopt;
+        if (mayBeByHand(origin))
+            replaced[before] |= origin == Origin::typed || origin == Origin::pasted;
+    }
+    std::string told;
+    for (const auto& [date, isKnown] : replaced)
+        told += (told.empty() ? " It takes the place of " : ", and of ") + isoDateText(date) +
+                (isKnown ? ", which was typed" : ", which may be typed");
+    return told.empty() ? told : told + ".";
+}
+
 void moveOn(RecordSpan& span, const iVKR_Company& company, DatumPeriod period, int periods) {
     span.added = periods;
     forEachSeries(company, period, [&](Datum datum, const Variant& series) {
         change(span, company, datum, movedOn(series, periods));
     });
-    bool loses = false;
-    forEachLeaving(company, period, periods, [&](Datum, int, double) { loses = true; });
-    if (!loses)
-        return;
-    span.told.emplace_back(period == DatumPeriod::year
-                               ? "The oldest years of the company leave the table"
-                               : "The oldest quarters of the company leave the table");
-    span.told.back() +=
-        span.leaving.empty()
-            ? "."
-            : ", and what was typed, or may have been: " + listed(span.leaving) + ".";
-}
-
-std::string counted(int count, const char* one) {
-    return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
+    if (std::string told = toldLeaving(span, company, period, periods); !told.empty())
+        span.toldOfChanges.push_back(std::move(told));
 }
 
 void leaveOut(RecordSpan& span, const char* one) {
@@ -167,10 +213,11 @@ RecordSpan yearSpan(const FiscalCalendar& calendar, const iVKR_Company& company,
         const int held = isEmpty ? newest.year : company.get_LastFY() + span.later;
         change(span, company, Datum::LastFY, static_cast<std::int16_t>(held));
         change(span, company, Datum::LastFYDate, newest.end);
-        span.told.push_back(
+        span.toldOfChanges.push_back(
             (isEmpty ? "The last fiscal year becomes "
                      : counted(span.later, "fiscal year") + " added: the last one is ") +
-            std::to_string(held) + ", to " + isoDateText(newest.end) + ".");
+            std::to_string(held) + ", to " + isoDateText(newest.end) + "." +
+            toldReplaced(company, {Datum::LastFYDate}, newest.end, originOf));
     }
     if (adds)
         moveOn(span, company, DatumPeriod::year, span.later);
@@ -201,10 +248,11 @@ RecordSpan quarterSpan(const FiscalCalendar& calendar, const iVKR_Company& compa
     if (isEmpty || adds) {
         change(span, company, Datum::LastQDate, newest);
         change(span, company, Datum::LastQDateForGrid, newest);
-        span.told.push_back(
+        span.toldOfChanges.push_back(
             (isEmpty ? "The last quarter becomes that to "
                      : counted(span.later, "quarter") + " added: the last one is that to ") +
-            isoDateText(newest) + ".");
+            isoDateText(newest) + "." +
+            toldReplaced(company, {Datum::LastQDate, Datum::LastQDateForGrid}, newest, originOf));
     }
     if (adds)
         moveOn(span, company, DatumPeriod::quarter, span.later);

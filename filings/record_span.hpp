@@ -30,10 +30,12 @@ struct RecordSpan {
     std::vector<DatumChange> changes;
     // What was typed, or may have been, and has no place once all later ones are added.
     std::vector<TypedFigure> leaving;
-    std::vector<std::string> told; // of the changes, and of what is left out, for people
-    bool placed = false;           // the record's series have a place for any of the periods
-    int newestYear = 0;            // at element 1
-    Date newestQuarter;            // at element 0
+    // For people: of the changes, and of what is left out, be they made or not.
+    std::vector<std::string> toldOfChanges;
+    std::vector<std::string> told;
+    bool placed = false; // the record's series have a place for any of the periods
+    int newestYear = 0;  // at element 1
+    Date newestQuarter;  // at element 0
 
     [[nodiscard]] int elementOfYear(int year) const { return newestYear - year + 1; }
     [[nodiscard]] int elementOfQuarter(Date end) const {

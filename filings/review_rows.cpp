@@ -15,6 +15,14 @@ bool ReviewRow::isByHand() const {
     return stored != 0 && mayBeByHand(origin);
 }
 
+bool FilingsReview::makesSpan(DatumPeriod period) const {
+    return std::ranges::any_of(rows, [&](const ReviewRow& row) {
+        const Datum datum = row.figure.datum;
+        return row.ticked &&
+               (datum == Datum::Last4QEPS ? DatumPeriod::quarter : rowOf(datum).period) == period;
+    });
+}
+
 int FilingsReview::ticked() const {
     return static_cast<int>(std::ranges::count_if(rows, &ReviewRow::ticked));
 }

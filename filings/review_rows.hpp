@@ -52,8 +52,11 @@ struct FilingsReview {
     int lastQuarter = 0;
     // Where stored figures stand on other shares than the filed ones: which, and what to do first.
     std::string shareBasis;
-    std::vector<std::string> notes; // what is added, changed beside the figures, or left out
+    std::vector<std::string> notes; // of the document, and of what has no place
 
+    // Whether a figure is ticked that has its place in the record only once the span of such
+    // periods is made.
+    [[nodiscard]] bool makesSpan(DatumPeriod period) const;
     [[nodiscard]] int ticked() const;
 };
 

@@ -53,17 +53,15 @@ FilingsDialog::FilingsDialog(Reviewer reviewer, QWidget* parent)
     setObjectName(QStringLiteral("filings"));
     setWindowTitle(tr("Import from Filings"));
     setSizeGripEnabled(true);
-    title_->setTextFormat(Qt::PlainText);
-    title_->setWordWrap(true);
+    for (QLabel* label : {title_, shareBasis_, notes_}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+    }
     shareBasis_->setObjectName(QStringLiteral("shareBasis"));
-    shareBasis_->setTextFormat(Qt::PlainText);
-    shareBasis_->setWordWrap(true);
     QFont bold = shareBasis_->font();
     bold.setBold(true);
     shareBasis_->setFont(bold);
     notes_->setObjectName(QStringLiteral("notes"));
-    notes_->setTextFormat(Qt::PlainText);
-    notes_->setWordWrap(true);
     addsYears_->setObjectName(QStringLiteral("addsYears"));
     addsQuarters_->setObjectName(QStringLiteral("addsQuarters"));
     const FilingsReview first = reviewer_({});
@@ -199,11 +197,6 @@ void FilingsDialog::reviewAnew() {
                         .arg(made.cik));
     shareBasis_->setText(fromUtf8(made.shareBasis));
     shareBasis_->setVisible(!made.shareBasis.empty());
-    QStringList notes;
-    for (const std::string& note : made.notes)
-        notes.append(fromUtf8(note));
-    notes_->setText(notes.join(u'\n'));
-    notes_->setVisible(!notes.isEmpty());
     addsYears_->setVisible(made.years.later > 0);
     addsYears_->setText(made.years.later == 1 ? tr("Add 1 fiscal &year")
                                               : tr("Add %1 fiscal &years").arg(made.years.later));
@@ -228,6 +221,11 @@ void FilingsDialog::showTicks() {
     const int figures = review().ticked();
     import_->setText(figures == 1 ? tr("&Import 1 Figure") : tr("&Import %1 Figures").arg(figures));
     import_->setEnabled(figures > 0);
+    QStringList notes;
+    for (const std::string& note : notesOf(review()))
+        notes.append(fromUtf8(note));
+    notes_->setText(notes.join(u'\n'));
+    notes_->setVisible(!notes.isEmpty());
     showFilterCounts();
 }
 
@@ -241,7 +239,12 @@ void FilingsDialog::setShownTicked(bool ticked) {
     QModelIndexList all;
     for (int row = 0; row < shown_->rowCount(); ++row)
         all.append(shown_->index(row, 0));
-    model_->setTicked(shown_->inReview(all), ticked);
+    all = shown_->inReview(all);
+    if (ticked) // there is nothing to take of those that are the same
+        all.removeIf([this](const QModelIndex& index) {
+            return model_->row(index.row()).state == ReviewState::same;
+        });
+    model_->setTicked(all, ticked);
 }
 
 // All of them as the first one becomes.

@@ -88,7 +88,7 @@ std::ptrdiff_t tellCounts(const Call& call, const FilingsReview& review) {
     const auto differing = count(ReviewState::differs);
     call.terminal.say(counted(fresh, "new, ") + counted(differing, "different, ") +
                       counted(count(ReviewState::same), "as they are stored."));
-    for (const std::string& note : review.notes)
+    for (const std::string& note : notesOf(review))
         call.terminal.say(printable(note));
     tellShareBasis(call, review);
     if (keepsPeriodsBack(review))

@@ -292,7 +292,8 @@ TEST(FilingsReview, LaterYearsAndQuartersAreAddedFirst) {
     const auto review = reviewFilings(companyOf("AAPL"), *company);
     EXPECT_EQ(review.years.added, 2);
     EXPECT_EQ(review.quarters.added, 5);
-    EXPECT_EQ(review.notes[0], "2 fiscal years added: the last one is 2025, to 2025-09-27.");
+    EXPECT_EQ(notesOf(review)[0], "2 fiscal years added: the last one is 2025, to 2025-09-27. It "
+                                  "takes the place of 2023-09-30, which may be typed.");
     for (const ReviewRow& row : review.rows)
         if (row.period == "2023" || row.period == "2024-09-28") {
             EXPECT_EQ(row.state, ReviewState::same) << fullTitleOf(row.figure.datum);
@@ -321,7 +322,7 @@ TEST(FilingsReview, LaterYearsAreLeftOutWhereTheyAreNotWanted) {
     const auto review = reviewFilings(twoYears(), *company, options);
     EXPECT_EQ(review.years.added, 0);
     EXPECT_TRUE(review.years.changes.empty());
-    EXPECT_EQ(review.notes[0], "1 fiscal year after the last one of the company is left out.");
+    EXPECT_EQ(notesOf(review)[0], "1 fiscal year after the last one of the company is left out.");
     EXPECT_EQ(review.rows.size(), 1u);
     EXPECT_EQ(rowFor(review, Datum::YNetIncSeries, "2022").state, ReviewState::same);
 }
@@ -338,20 +339,40 @@ TEST(FilingsReview, LaterYearsPushNothingOutThatWasTypedUnlessTheyAreToBeAdded) 
         auto review = reviewFilings(twoYears(), *company, options);
         EXPECT_EQ(review.years.added, isImported ? 1 : 0);
         EXPECT_EQ(review.years.leaving.size(), isImported ? 0U : 1U);
-        EXPECT_EQ(review.years.told.back(),
+        EXPECT_EQ(isImported ? review.years.toldOfChanges.back() : review.years.told.back(),
                   isImported
-                      ? "The oldest years of the company leave the table."
+                      ? "The oldest year of the company leaves the table: 2013, with 1 figure that "
+                        "was imported or worked out."
                       : "1 fiscal year after the last one of the company is left out. With it what "
                         "was typed, or may have been, would leave the table: Yearly Revenue 2013: "
                         "999.");
         options.years = Adding::always;
         review = reviewFilings(twoYears(), *company, options);
         EXPECT_EQ(review.years.added, 1);
-        EXPECT_EQ(review.years.told.back(),
-                  isImported ? "The oldest years of the company leave the table."
-                             : "The oldest years of the company leave the table, and what was "
-                               "typed, or may have been: Yearly Revenue 2013: 999.");
+        EXPECT_EQ(review.years.toldOfChanges.back(),
+                  isImported
+                      ? "The oldest year of the company leaves the table: 2013, with 1 figure that "
+                        "was imported or worked out."
+                      : "The oldest year of the company leaves the table: 2013, with what was "
+                        "typed, or may have been: Yearly Revenue 2013: 999.");
     }
+}
+
+TEST(FilingsReview, WhatLeavesTheTableIsCountedByYearAndByWhereItIsFrom) {
+    const auto company = sample("AAPL");
+    test::goBack(*company, 2, 1);
+    for (const Datum datum : {Datum::YRevenueSeries, Datum::YEPSSeries})
+        for (const int element : {9, 10})
+            putElement(*company, datum, element, 7);
+    ReviewOptions options;
+    options.originOf = [](Datum datum, std::optional<int> element) {
+        return datum == Datum::YEPSSeries && element == 10 ? Origin::typed : Origin::imported;
+    };
+    options.years = Adding::always;
+    EXPECT_EQ(reviewFilings(companyOf("AAPL"), *company, options).years.toldOfChanges.back(),
+              "The oldest years of the company leave the table: 2014 to 2015, with 3 figures that "
+              "were imported or worked out, and what was typed, or may have been: Yearly Earnings "
+              "Per Share 2014: 7.");
 }
 
 TEST(FilingsReview, LaterQuartersPushNothingOutThatWasTypedEither) {
@@ -367,9 +388,9 @@ TEST(FilingsReview, LaterQuartersPushNothingOutThatWasTypedEither) {
     EXPECT_EQ(describe(review.quarters.leaving.at(0)),
               "Quarterly Earnings Per Share 2017-03-27: 1.5, too old for the table");
     EXPECT_EQ(review.years.added, 0);
-    EXPECT_TRUE(review.notes[0].ends_with(
+    EXPECT_TRUE(notesOf(review)[0].ends_with(
         " and " + std::to_string(review.years.leaving.size() - 12) + " more."))
-        << review.notes[0];
+        << notesOf(review)[0];
 }
 
 TEST(FilingsReview, TheLastFiscalYearIsThatOfItsDayWhateverItIsCalled) {
@@ -390,7 +411,8 @@ TEST(FilingsReview, WithoutALastFiscalYearFiguresHaveNoPlace) {
     putElement(*company, Datum::YRevenueSeries, 1, 5);
     const auto review = reviewFilings(twoYears(), *company);
     EXPECT_TRUE(review.rows.empty());
-    EXPECT_EQ(review.notes[0], "Yearly figures are left out: the company has no last fiscal year.");
+    EXPECT_EQ(notesOf(review)[0],
+              "Yearly figures are left out: the company has no last fiscal year.");
 }
 
 // --- importing ---------------------------------------------------------------------------------
@@ -516,6 +538,61 @@ TEST(FilingsReview, OnlyTickedFiguresAreImported) {
     EXPECT_EQ(importFilings(company, review), std::nullopt);
     EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 1), 0);
     EXPECT_EQ(elementOf(*company, Datum::YNetIncSeries, 2), 5);
+}
+
+// A company with dates and no figures: they are those of the filings once figures come.
+TEST(FilingsReview, YearsAndQuartersAreDatedOnlyWhereAFigureOfSuchIsTicked) {
+    const auto typed = makeDate(2025, 6, 30);
+    struct Row {
+        Datum ticked;
+        std::optional<Date> year;
+        std::optional<Date> quarter;
+        std::size_t notes; // of changes
+    };
+    const auto filedYear = makeDate(2025, 9, 27);
+    const auto filedQuarter = makeDate(2025, 12, 27);
+    for (const Row& row :
+         {Row{Datum::TotalDebt, typed, typed, 0}, Row{Datum::YRevenueSeries, filedYear, typed, 1},
+          Row{Datum::QRevenueSeries, typed, filedQuarter, 1}}) {
+        const auto company = std::make_shared<CompanyRecord>();
+        company->put_Name("Apple Inc.");
+        company->put_LastFYDate(*typed);
+        company->put_LastQDate(*typed);
+        company->put_LastQDateForGrid(*typed);
+        auto review = reviewFilings(companyOf("AAPL"), *company, ofOrigin(Origin::typed));
+        const std::size_t all = notesOf(review).size();
+        EXPECT_EQ(notesOf(review)[0], "The last fiscal year becomes 2025, to 2025-09-27. It takes "
+                                      "the place of 2025-06-30, which was typed.");
+        EXPECT_EQ(notesOf(review)[1], "The last quarter becomes that to 2025-12-27. It takes the "
+                                      "place of 2025-06-30, which was typed.");
+        tick(review, ReviewTicks::none);
+        std::ranges::find(review.rows, row.ticked, [](const ReviewRow& one) {
+            return one.figure.datum;
+        })->ticked = true;
+        followTicks(review);
+        EXPECT_EQ(notesOf(review).size(), all - 2 + row.notes);
+        ASSERT_EQ(importFilings(company, review), std::nullopt);
+        EXPECT_EQ(company->get_LastFYDate(), row.year);
+        EXPECT_EQ(company->get_LastQDate(), row.quarter);
+        EXPECT_EQ(company->get_LastQDateForGrid(), row.quarter);
+    }
+}
+
+TEST(FilingsReview, YearsAreNotAddedForAFigureThatIsOfNone) {
+    const auto company = sample("AAPL");
+    test::goBack(*company, 1, 1);
+    company->put_TotalDebt(1);
+    auto review = reviewFilings(companyOf("AAPL"), *company);
+    EXPECT_EQ(review.years.added, 1);
+    tick(review, ReviewTicks::none);
+    std::ranges::find(review.rows, Datum::TotalDebt, [](const ReviewRow& one) {
+        return one.figure.datum;
+    })->ticked = true;
+    const auto before = company->clone();
+    ASSERT_EQ(importFilings(company, review), std::nullopt);
+    EXPECT_NE(company->get_TotalDebt(), 1);
+    company->put_TotalDebt(1);
+    EXPECT_TRUE(sameAs(*company, *before));
 }
 
 TEST(FilingsReview, TheLastFourQuartersAreSummedUpWhereTheirEarningsAreImported) {

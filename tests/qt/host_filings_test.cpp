@@ -167,6 +167,8 @@ TEST_F(HostFilingsTest, AllShownAreTickedAndUntickedAtOnce) {
         show(dialog, "Same");
         DialogAnswers::clickButton(dialog, "Untick All Shown");
         EXPECT_EQ(importButton(dialog), "Import 1 Figure");
+        DialogAnswers::clickButton(dialog, "Tick All Shown");
+        EXPECT_EQ(importButton(dialog), "Import 1 Figure") << "the same ones change nothing";
         show(dialog, "Differs");
         DialogAnswers::clickButton(dialog, "Tick All Shown");
         EXPECT_EQ(importButton(dialog), "Import 2 Figures");
@@ -302,6 +304,22 @@ TEST_F(HostFilingsOfLaterYears, AreAddedUnlessTheyAreNotWanted) {
     ASSERT_TRUE(window.save());
     EXPECT_EQ(test::elementOf(*stored(*host_, "AAPL"), Datum::YTaxRateSeries, 2), 18.1)
         << "what moves with its year is not worked out";
+}
+
+TEST_F(HostFilingsOfLaterYears, AreToldOnlyWhileAFigureOfSuchIsTicked) {
+    storeAsAYearBefore();
+    CompanyWindow& window = open(*host_, "AAPL");
+    dialogs_.next([](QWidget& dialog) {
+        const auto& notes = *dialog.findChild<QLabel*>("notes");
+        const QString added = QStringLiteral("1 fiscal year added: the last one is 2025");
+        EXPECT_TRUE(notes.text().contains(added)) << notes.text().toStdString();
+        DialogAnswers::clickButton(dialog, "Untick All Shown");
+        EXPECT_FALSE(notes.text().contains(added));
+        DialogAnswers::clickButton(dialog, "As at First");
+        EXPECT_TRUE(notes.text().contains(added));
+        DialogAnswers::clickButton(dialog, "Cancel");
+    });
+    window.importFilings(document("AAPL"));
 }
 
 TEST_F(HostFilingsOfLaterYears, KeepTheTicksThatWereTakenOff) {
