@@ -32,7 +32,7 @@ int firstShown(const DatumRow& row) {
 }
 
 void addSeries(const DatumRow& row, const CompanyRecord& stored, const FigureOrigins& origins,
-               const CompanyRecord& imported, std::vector<TypedFigure>& found) {
+               const CompanyRecord& imported, std::vector<ReplacedFigure>& found) {
     const VariantArray& before = stored.stored(row.datum).array();
     const VariantArray& after = imported.stored(row.datum).array();
     const int offset = offsetOf(row, stored, imported);
@@ -51,15 +51,15 @@ void addSeries(const DatumRow& row, const CompanyRecord& stored, const FigureOri
                          periodText(row, stored, element),
                          exactNumberText(figure),
                          isInside ? textOf(Variant(after.number(place))) : std::string(),
-                         isAhead    ? TypedFigure::Leaves::tooNew
-                         : isInside ? TypedFigure::Leaves::no
-                                    : TypedFigure::Leaves::tooOld});
+                         isAhead    ? ReplacedFigure::Leaves::tooNew
+                         : isInside ? ReplacedFigure::Leaves::no
+                                    : ReplacedFigure::Leaves::tooOld});
     }
 }
 
 // What nobody knows the origin of may be what it was from the beginning.
 void addSettings(const CompanyRecord& stored, const FigureOrigins& origins,
-                 const CompanyRecord& imported, std::vector<TypedFigure>& found) {
+                 const CompanyRecord& imported, std::vector<ReplacedFigure>& found) {
     static const CompanyRecord empty;
     for (const SettingRow& row : settingTable) {
         const Variant before = stored.get_Settings()->get(row.name);
@@ -112,10 +112,10 @@ void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::s
     }
 }
 
-std::vector<TypedFigure> typedFigures(const CompanyRecord& stored, const FigureOrigins& origins,
-                                      const CompanyRecord& imported) {
+std::vector<ReplacedFigure> typedFigures(const CompanyRecord& stored, const FigureOrigins& origins,
+                                         const CompanyRecord& imported) {
     static const CompanyRecord empty;
-    std::vector<TypedFigure> found;
+    std::vector<ReplacedFigure> found;
     for (const DatumRow& row : datumTable())
         if (isSeries(row))
             addSeries(row, stored, origins, imported, found);
@@ -134,9 +134,9 @@ std::vector<TypedFigure> typedFigures(const CompanyRecord& stored, const FigureO
     return found;
 }
 
-void keepFigures(const CompanyRecord& stored, std::span<const TypedFigure> figures,
+void keepFigures(const CompanyRecord& stored, std::span<const ReplacedFigure> figures,
                  CompanyRecord& imported) {
-    for (const TypedFigure& figure : figures) {
+    for (const ReplacedFigure& figure : figures) {
         if (!figure.setting.empty()) {
             imported.get_Settings()->put(figure.setting,
                                          stored.get_Settings()->get(figure.setting));
@@ -156,20 +156,20 @@ void keepFigures(const CompanyRecord& stored, std::span<const TypedFigure> figur
     }
 }
 
-std::string titleOf(const TypedFigure& figure) {
+std::string titleOf(const ReplacedFigure& figure) {
     if (const SettingRow* const setting = settingNamed(figure.setting))
         return std::string(setting->title);
     return fullTitleOf(figure.datum) + (figure.period.empty() ? "" : " " + figure.period);
 }
 
-std::string whyItLeaves(const TypedFigure& figure) {
-    if (figure.leaves == TypedFigure::Leaves::tooOld)
+std::string whyItLeaves(const ReplacedFigure& figure) {
+    if (figure.leaves == ReplacedFigure::Leaves::tooOld)
         return "too old for the table";
     return rowOf(figure.datum).period == DatumPeriod::year ? "after the last year of the import"
                                                            : "after the last quarter of the import";
 }
 
-std::string describe(const TypedFigure& figure) {
+std::string describe(const ReplacedFigure& figure) {
     const std::string text = titleOf(figure) + ": " + figure.stored;
     if (figure.leavesTheTable())
         return text + ", " + whyItLeaves(figure);

@@ -18,7 +18,7 @@ namespace vkr {
 
 // What a person has typed or pasted, or what nobody knows the origin of, and what an import has in
 // its place.
-struct TypedFigure {
+struct ReplacedFigure {
     Datum datum{};
     std::string_view setting = {}; // a name of vkr::setting; then it is that, and no datum
     std::optional<int> element;    // of a series, as the stored company counts
@@ -41,17 +41,17 @@ void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::s
 
 // What a person would lose by putting the imported record in the place of the stored one, series
 // first and settings last; years and quarters are compared by their periods.
-[[nodiscard]] std::vector<TypedFigure> typedFigures(const CompanyRecord& stored,
-                                                    const FigureOrigins& origins,
-                                                    const CompanyRecord& imported);
+[[nodiscard]] std::vector<ReplacedFigure> typedFigures(const CompanyRecord& stored,
+                                                       const FigureOrigins& origins,
+                                                       const CompanyRecord& imported);
 // Puts them into the imported record, but for what it has no place for.
-void keepFigures(const CompanyRecord& stored, std::span<const TypedFigure> figures,
+void keepFigures(const CompanyRecord& stored, std::span<const ReplacedFigure> figures,
                  CompanyRecord& imported);
 // For people: "Yearly Revenue 2024".
-[[nodiscard]] std::string titleOf(const TypedFigure& figure);
+[[nodiscard]] std::string titleOf(const ReplacedFigure& figure);
 // "too old for the table", of one that leaves it.
-[[nodiscard]] std::string whyItLeaves(const TypedFigure& figure);
+[[nodiscard]] std::string whyItLeaves(const ReplacedFigure& figure);
 // "Yearly Revenue 2024: 391035, not 391000".
-[[nodiscard]] std::string describe(const TypedFigure& figure);
+[[nodiscard]] std::string describe(const ReplacedFigure& figure);
 
 } // namespace vkr

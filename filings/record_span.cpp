@@ -63,9 +63,9 @@ void forEachLeaving(const iVKR_Company& company, DatumPeriod period, int periods
     });
 }
 
-std::vector<TypedFigure> typedOnesLeaving(const iVKR_Company& company, DatumPeriod period,
-                                          int periods, const OriginQuery& originOf) {
-    std::vector<TypedFigure> leaving;
+std::vector<ReplacedFigure> typedOnesLeaving(const iVKR_Company& company, DatumPeriod period,
+                                             int periods, const OriginQuery& originOf) {
+    std::vector<ReplacedFigure> leaving;
     forEachLeaving(company, period, periods, [&](Datum datum, int element, double figure) {
         if (!mayBeByHand(originOf ? originOf(datum, element) : std::nullopt))
             return;
@@ -74,13 +74,13 @@ std::vector<TypedFigure> typedOnesLeaving(const iVKR_Company& company, DatumPeri
                            .period = periodText(rowOf(datum), company, element),
                            .stored = exactNumberText(figure),
                            .imported = {},
-                           .leaves = TypedFigure::Leaves::tooOld});
+                           .leaves = ReplacedFigure::Leaves::tooOld});
     });
     return leaving;
 }
 
 // "Yearly Revenue 2015: 999, ...", as many as people read.
-std::string listed(const std::vector<TypedFigure>& figures) {
+std::string listed(const std::vector<ReplacedFigure>& figures) {
     constexpr std::size_t most = 12;
     std::string text;
     for (std::size_t i = 0; i < std::min(most, figures.size()); ++i)

@@ -29,7 +29,7 @@ struct RecordSpan {
     // What moves it, or dates a record that has no figures of such periods.
     std::vector<DatumChange> changes;
     // What was typed, or may have been, and has no place once all later ones are added.
-    std::vector<TypedFigure> leaving;
+    std::vector<ReplacedFigure> leaving;
     // For people: of the changes, and of what is left out, be they made or not.
     std::vector<std::string> toldOfChanges;
     std::vector<std::string> told;

@@ -24,7 +24,7 @@ namespace {
 enum Column { figure, typed, imported };
 
 // Figures as the user's locale has them; long texts are cut.
-QString valueText(const TypedFigure& one, const std::string& value) {
+QString valueText(const ReplacedFigure& one, const std::string& value) {
     const bool isFigure = one.setting.empty() && unitOf(one.datum) != DatumUnit::none;
     const auto number = isFigure ? exactNumber(value) : std::nullopt;
     const QString text = number ? figureText(*number) : fromUtf8(value).simplified();
@@ -32,8 +32,8 @@ QString valueText(const TypedFigure& one, const std::string& value) {
     return text.size() <= most ? text : text.left(most) + QChar(0x2026);
 }
 
-QString leavingText(const TypedFigure& one) {
-    if (one.leaves == TypedFigure::Leaves::tooOld)
+QString leavingText(const ReplacedFigure& one) {
+    if (one.leaves == ReplacedFigure::Leaves::tooOld)
         return QCoreApplication::translate("vkr::TypedFiguresDialog", "too old for the table");
     return rowOf(one.datum).period == DatumPeriod::year
                ? QCoreApplication::translate("vkr::TypedFiguresDialog", "after its last year")
@@ -99,7 +99,7 @@ void TypedFiguresDialog::fill() {
             above->setExpanded(true);
         }
         std::vector<QTreeWidgetItem*>& items = items_.emplace_back();
-        for (const TypedFigure& one : company.figures) {
+        for (const ReplacedFigure& one : company.figures) {
             auto* item = new QTreeWidgetItem(
                 above, {fromUtf8(titleOf(one)), valueText(one, one.stored),
                         one.leavesTheTable() ? leavingText(one) : valueText(one, one.imported)});
@@ -129,8 +129,8 @@ void TypedFiguresDialog::tickAll(bool ticked) {
                 items_[company][row]->setCheckState(figure, ticked ? Qt::Checked : Qt::Unchecked);
 }
 
-std::vector<TypedFigure> TypedFiguresDialog::kept(std::size_t company) const {
-    std::vector<TypedFigure> kept;
+std::vector<ReplacedFigure> TypedFiguresDialog::kept(std::size_t company) const {
+    std::vector<ReplacedFigure> kept;
     const auto& items = items_[company];
     for (std::size_t row = 0; row < items.size(); ++row)
         if (items[row]->checkState(figure) != Qt::Checked)

@@ -21,12 +21,12 @@ class TypedFiguresDialog : public QDialog {
   public:
     struct Company {
         QString title;
-        std::vector<TypedFigure> figures;
+        std::vector<ReplacedFigure> figures;
     };
     TypedFiguresDialog(std::vector<Company> companies, QWidget* parent);
 
     // The figures of a company that stay, by its place.
-    [[nodiscard]] std::vector<TypedFigure> kept(std::size_t company) const;
+    [[nodiscard]] std::vector<ReplacedFigure> kept(std::size_t company) const;
 
   private:
     void fill();

@@ -21,7 +21,7 @@ class TypedFigures : public testing::Test {
         putElement(stored, Datum::YRevenueSeries, 1, 391000);
         putElement(imported, Datum::YRevenueSeries, 1, 391035);
     }
-    [[nodiscard]] std::vector<TypedFigure> found() const {
+    [[nodiscard]] std::vector<ReplacedFigure> found() const {
         return typedFigures(stored, origins, imported);
     }
     CompanyRecord stored;
@@ -85,7 +85,7 @@ TEST_F(TypedFigures, ThatAreTickedGoByLeavingThemOut) {
 
 class TypedFiguresOfEmptyRecords : public testing::Test {
   protected:
-    [[nodiscard]] std::vector<TypedFigure> found() const {
+    [[nodiscard]] std::vector<ReplacedFigure> found() const {
         return typedFigures(stored, {}, imported);
     }
     CompanyRecord stored;
@@ -210,7 +210,7 @@ TEST_F(TypedFiguresOfEmptyRecords, AreToldAsTheyAreKeptAndNeverTheDatesOfTheTabl
     stored.put_TotalDebt(1234.5);
     imported.put_TotalDebt(1);
     std::vector<std::string> lines;
-    for (const TypedFigure& one : found())
+    for (const ReplacedFigure& one : found())
         lines.push_back(describe(one));
     std::ranges::sort(lines);
     EXPECT_EQ(lines, (std::vector<std::string>{"Price Update Date: 2024-12-31, not nothing",

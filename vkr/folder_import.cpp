@@ -144,7 +144,7 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
         return;
     }
     const auto typed = typedFigures(*stored.record, stored.origins, *record);
-    for (const TypedFigure& figure : typed)
+    for (const ReplacedFigure& figure : typed)
         if (!keeps)
             company.gone.push_back("what was typed is replaced: " + describe(figure));
         else if (figure.leavesTheTable())
@@ -153,7 +153,7 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
         return;
     if (keeps) {
         keepFigures(*stored.record, typed, *record);
-        for (const TypedFigure& figure : typed)
+        for (const ReplacedFigure& figure : typed)
             company.kept.push_back("what was typed stays: " + describe(figure));
         if (sameAs(*stored.record, *record)) {
             company.fate = Fate::unchanged;
