@@ -2,6 +2,7 @@
 #include "company/exact_text.hpp"
 
 #include "platform/ascii.hpp"
+#include "platform/text.hpp"
 
 #include <algorithm>
 #include <stdexcept>
@@ -85,34 +86,12 @@ std::string unescapedLine(std::string_view line) {
 }
 
 std::size_t validUtf8Length(std::string_view text) {
-    struct Form {
-        unsigned char mask, lead;
-        std::size_t length;
-        char32_t smallest;
-    };
-    static constexpr Form forms[] = {{0x80, 0x00, 1, 0},
-                                     {0xE0, 0xC0, 2, 0x80},
-                                     {0xF0, 0xE0, 3, 0x800},
-                                     {0xF8, 0xF0, 4, 0x10000}};
     std::size_t place = 0;
     while (place < text.size()) {
-        const auto lead = static_cast<unsigned char>(text[place]);
-        const auto* form = std::find_if(std::begin(forms), std::end(forms), [&](const Form& one) {
-            return (lead & one.mask) == one.lead;
-        });
-        if (form == std::end(forms) || text.size() - place < form->length)
+        const std::size_t size = characterSize(text.substr(place));
+        if (size == 1 && static_cast<unsigned char>(text[place]) >= 0x80)
             return place;
-        char32_t character = lead & static_cast<unsigned char>(~form->mask);
-        for (std::size_t next = 1; next < form->length; ++next) {
-            const auto byte = static_cast<unsigned char>(text[place + next]);
-            if ((byte & 0xC0) != 0x80)
-                return place;
-            character = character << 6 | (byte & 0x3FU);
-        }
-        const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
-        if (character < form->smallest || character > 0x10FFFF || isSurrogate)
-            return place;
-        place += form->length;
+        place += size;
     }
     return place;
 }

@@ -8,14 +8,22 @@ namespace vkr {
 
 namespace {
 
-// Bytes that the character at the front of `text` takes; 1 for a byte that starts none.
+std::size_t byteOffset(std::string_view text, int characters) {
+    std::size_t offset = 0;
+    for (int i = 0; i < characters && offset < text.size(); ++i)
+        offset += characterSize(text.substr(offset));
+    return offset;
+}
+
+} // namespace
+
 std::size_t characterSize(std::string_view text) {
     const auto lead = static_cast<unsigned char>(text.front());
-    const std::size_t wanted = lead < 0x80                     ? 1
-                               : (lead >= 0xC2 && lead < 0xE0) ? 2
-                               : (lead >= 0xE0 && lead < 0xF0) ? 3
-                               : (lead >= 0xF0 && lead < 0xF5) ? 4
-                                                               : 1;
+    const std::size_t wanted = lead < 0xC2   ? 1
+                               : lead < 0xE0 ? 2
+                               : lead < 0xF0 ? 3
+                               : lead < 0xF5 ? 4
+                                             : 1;
     if (wanted > text.size())
         return 1;
     for (std::size_t i = 1; i < wanted; ++i)
@@ -29,15 +37,6 @@ std::size_t characterSize(std::string_view text) {
     }
     return wanted;
 }
-
-std::size_t byteOffset(std::string_view text, int characters) {
-    std::size_t offset = 0;
-    for (int i = 0; i < characters && offset < text.size(); ++i)
-        offset += characterSize(text.substr(offset));
-    return offset;
-}
-
-} // namespace
 
 int textLength(std::string_view text) {
     int length = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,8 @@ namespace vkr {
 // UTF-8 text by characters (code points). Bytes that are no valid UTF-8 count as one character
 // each, so that no input can run out of bounds.
 
+// Bytes that the character at the front of `text` takes; 1 for a byte that starts none.
+[[nodiscard]] std::size_t characterSize(std::string_view text);
 [[nodiscard]] int textLength(std::string_view text);
 // `count` characters from `start` (0-based); out of range is cut to what is there.
 [[nodiscard]] std::string_view textMiddle(std::string_view text, int start, int count);
