@@ -216,8 +216,6 @@ class GroupPlacing {
     // What a whole series has become but for the move.
     void placeBeside(const Change& whole, int periods) {
         const Variant moved = movedOn(whole.before, periods);
-        if (periods != 0 && isSame(moved, whole.after))
-            return;
         for (int i = 0; i <= rowOf(whole.datum).upper; ++i) {
             const double from = moved.array().number(i);
             const double to = whole.after.array().number(i);

@@ -33,7 +33,7 @@ double unitOfFigure(double figure) {
 }
 
 bool isWithin(double one, double other, double times) {
-    return one > 0 && one <= other * times && other <= one * times;
+    return one <= other * times && other <= one * times;
 }
 
 } // namespace vkr

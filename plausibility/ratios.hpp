@@ -13,7 +13,7 @@ namespace vkr {
 // The last place that a figure was given to: 0.01 for 12.5 and 12.25 together is that of 12.25,
 // 1000 for 45000. At most a million.
 [[nodiscard]] double unitOfFigure(double figure);
-// Whether one is within so many times of the other. False where either is not above 0.
+// Whether one is within so many times of the other, which is above 0.
 [[nodiscard]] bool isWithin(double one, double other, double times);
 
 } // namespace vkr

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <map>
+#include <tuple>
 
 namespace vkr {
 
@@ -161,11 +162,8 @@ std::vector<Finding> Report::findings() && {
     std::ranges::stable_sort(found, [&](const Finding& one, const Finding& other) {
         const FigurePlace& first = one.places.front();
         const FigurePlace& second = other.places.front();
-        if (first == second)
-            return one.sureness > other.sureness;
-        if (surest[first] != surest[second])
-            return surest[first] > surest[second];
-        return first < second;
+        return std::tie(surest[second], first, other.sureness) <
+               std::tie(surest[first], second, one.sureness);
     });
     return found;
 }

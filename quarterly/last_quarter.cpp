@@ -104,10 +104,8 @@ void LastQuarter::moveTo(int element, std::optional<Date> typed) {
     }
     put(date);
     context_.markChanged();
-    if (grid_.isBlank()) {
-        grid_.relabel();
+    if (grid_.isBlank())
         grid_.storeMarked();
-    }
     trailing_.derive();
     if (const auto again = visited_.find(element);
         !trailing_.isDerived() && again != visited_.end() && again->second.trailing)
