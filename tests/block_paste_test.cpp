@@ -196,6 +196,27 @@ TEST_P(Blocks, GoFromTheClipboardIntoTheRecord) {
 INSTANTIATE_TEST_SUITE_P(All, Blocks, testing::ValuesIn(blocks),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST(BlockPaste, TakesDilutedEarningsBeforeBasicOnesByAnyOfTheirNames) {
+    for (const char* diluted :
+         {"Diluted EPS", "Diluted earnings per share", "Earnings per share, diluted",
+          "EPS (Diluted)", "Diluted (in dollars per share)"})
+        for (const char* basic :
+             {"EPS", "Earnings per share", "Basic EPS", "Basic earnings per share",
+              "Earnings per share, basic", "EPS (Basic)"}) {
+            SCOPED_TRACE(std::string(basic) + ", " + diluted);
+            EntryScene scene;
+            const auto record = emptyCompany();
+            scene.load(record);
+            scene.desktop.clickTab(toYearly);
+            scene.desktop.setClipboardText("\t2025\n" + std::string(basic) + "\t7.49\n" + diluted +
+                                           "\t7.46\n");
+            scene.desktop.acceptNextPaste();
+            scene.desktop.click("txtSales(0)");
+            scene.desktop.type("^v");
+            EXPECT_EQ(figuresOf(*record), "YEPSSeries 2025 7.46");
+        }
+}
+
 // As many cells as are taken at all, long and wide, with labels and without.
 TEST(BlockPaste, OfTwentyThousandCellsHasAFewLines) {
     struct Size {

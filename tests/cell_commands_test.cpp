@@ -559,6 +559,16 @@ TEST(CellCommands, CopyAllDigits) {
     EXPECT_EQ(scene.desktop.clipboardText(), "1234,56789\t\n0,1\t-3");
 }
 
+TEST(CellCommands, CopyNothingOfAQuarterThatTheRecordHasNoPlaceFor) {
+    Scene scene;
+    scene.record->put_LastQDateForGrid(*makeDate(2026, 6, 30));
+    scene.load(scene.record);
+    scene.desktop.clickTab(toQuarterly);
+    scene.enter("txtEPS(1)", "1.5");
+    scene.typeAt("txtEPS(1)", "+{UP}^c");
+    EXPECT_EQ(scene.desktop.clipboardText(), "\n1.5");
+}
+
 TEST(CellCommands, CopyOneCellWithItsHeadings) {
     Scene scene(toQuarterly);
     scene.enter("txtEPS(1)", "1.5");

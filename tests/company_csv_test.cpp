@@ -151,6 +151,7 @@ TEST(CsvText, TakesTheSeparatorFromTheHeader) {
         ASSERT_EQ(table.rows.size(), 2U);
         EXPECT_EQ(table.rows[1].size(), 3U);
     }
+    EXPECT_EQ(readCsv("a,b,c;d\n1,2,3\n").rows.at(1).size(), 3U) << "what it has most of";
     // Whatever a text holds below it.
     const CsvTable table = readCsv("key,value\nnotes,a;b;c;d;e\n");
     ASSERT_EQ(table.rows.size(), 2U);

@@ -246,6 +246,8 @@ TEST(DateReader, RefusesDaysAndMonthsOfThreeDigits) {
                              "12/31/005", "Dec 031 2005", "Dec 031", "031 Dec 2005", "031 Dec",
                              "2005 Dec 031", "12/031", "012/31", "012/2005", "2005/012", "Dec 005"})
         EXPECT_EQ(readBack(text), "none") << text;
+    EXPECT_EQ(readBack("011/05", "MM/YY"), "none");
+    EXPECT_EQ(readBack("05/011", "YY/MM"), "none");
 }
 
 TEST(DateReader, RefusesWhatIsNoTimeOfDay) {

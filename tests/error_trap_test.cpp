@@ -602,6 +602,8 @@ TEST(ErrorTrap, WhereMemoryRunsOutNoCellIsReadInOtherMarksThanTheFormHas) {
                 const bool comma = scene.form().numberMarks().decimal == ',';
                 ASSERT_EQ(scene.text("txtSales", 8), comma ? "1234,50" : "1234.50")
                     << "at allocation " << round;
+                for (const auto& marked : scene.entry->unstoredFields())
+                    ASSERT_EQ(marked.control, id) << "at allocation " << round;
                 auto& field = dynamic_cast<TextField&>(scene.desktop.control(id));
                 scene.entry->leaveField();
                 const std::string now =

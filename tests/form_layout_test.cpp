@@ -292,6 +292,19 @@ TEST_F(FormLayout, FieldsThatHoldFiguresAreAlignedRight) {
         EXPECT_EQ(dynamic_cast<const TextBox&>(control(name)).alignment(), Alignment::left) << name;
 }
 
+TEST_F(FormLayout, OnlyHeadsWithRoomForTwoLinesBreak) {
+    const Twips oneLine = form.get<Label>("lblUnit", 0).height();
+    for (const auto& control : form.controls())
+        if (const auto* label = dynamic_cast<const Label*>(control.get());
+            label != nullptr && label->height() == oneLine) {
+            EXPECT_FALSE(label->wordWrap()) << label->id();
+        }
+    for (const auto& column : quarterlyColumns()) {
+        const Label& head = column.head.in(form);
+        EXPECT_EQ(head.wordWrap(), head.height() > oneLine) << head.id();
+    }
+}
+
 TEST_F(FormLayout, AHeadLeadsToTheFirstCellOfItsColumn) {
     for (const auto columns : {yearlyColumns(), quarterlyColumns()})
         for (const auto& column : columns)

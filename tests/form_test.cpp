@@ -541,6 +541,22 @@ TEST_F(FormTest, KeyPressCanBeReplacedOrSwallowed) {
     EXPECT_FALSE(form.keyPress(character));
 }
 
+TEST_F(FormTest, AFullFieldTakesNoCharacterButThoseThatEdit) {
+    auto& first = box("txtFirst");
+    first.setMaxLength(2);
+    first.setText("ab");
+    first.setFocus();
+    first.select(2, 0);
+    for (const char32_t character : {U'x', U' ', U'\u20AC'}) {
+        char32_t pressed = character;
+        EXPECT_FALSE(form.keyPress(pressed)) << std::uint32_t{character};
+    }
+    for (const char32_t character : {U'\b', U'\r', U'\x1F', U'\x7F'}) {
+        char32_t pressed = character;
+        EXPECT_TRUE(form.keyPress(pressed)) << std::uint32_t{character};
+    }
+}
+
 TEST_F(FormTest, ASentKeyWaitsForTheOneInProgress) {
     auto& first = box("txtFirst");
     box("txtSecond");

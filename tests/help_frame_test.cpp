@@ -370,6 +370,15 @@ TEST(HelpFrame, TheKeyThatAskedForItDoesNotHideIt) {
         }
 }
 
+// Opened by the mouse, the menu may be left by Enter, whose release comes afterwards.
+TEST(HelpFrame, TheKeyThatChoseItInTheMenuDoesNotHideIt) {
+    HelpScene scene;
+    scene.desktop.type("{LEFT}");
+    scene.help("txtName");
+    scene.form().keyUp(keys::enter, shifts::none);
+    EXPECT_TRUE(scene.frame().visible());
+}
+
 TEST(HelpFrame, HiddenItLeavesF1ToTheTab) {
     HelpScene scene;
     scene.help("txtName");

@@ -165,6 +165,33 @@ TEST_F(PlacedChanges, AYearThatOthersHaveAddedTooIsAddedOnce) {
     expectOneStepBack();
 }
 
+// As an import notes it, which writes a series as a whole.
+TEST_F(PlacedChanges, AFigureThatBecameAnotherOneAsItsYearWasAddedIsPlacedWithIt) {
+    addYear();
+    auto groups = mine->unsaved();
+    for (Change& change : groups.at(0).changes)
+        if (change.datum == Datum::YRevenueSeries)
+            change.after.array().setNumber(3, 7);
+    place(groups);
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(theirs->get_LastFY(), 2025);
+    EXPECT_EQ(revenue(2), 2024);
+    EXPECT_EQ(revenue(3), 7) << "2023";
+    EXPECT_EQ(revenue(4), 2022);
+}
+
+TEST_F(PlacedChanges, AFigureThatOneGroupChangesTwiceIsWhatItWasLast) {
+    type(Datum::YRevenueSeries, 2, 7);
+    auto groups = mine->unsaved();
+    Change again = groups.at(0).changes.at(0);
+    again.before = again.after;
+    again.after = 8.0;
+    groups[0].changes.push_back(again);
+    place(groups);
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(revenue(2), 8);
+}
+
 TEST_F(PlacedChanges, AYearIsNotAddedWhereOthersHaveAddedMore) {
     addYear();
     type(Datum::YRevenueSeries, 1, 7);

@@ -217,6 +217,14 @@ TEST_F(RecordChanged, KeepsChoicesThatNoCommitHasWritten) {
     EXPECT_TRUE(scene_.form().get<OptionButton>("optCommEq", 1).value());
 }
 
+TEST_F(RecordChanged, KeepsChoicesThatOnlyACopyHas) {
+    scene_.entry->put_CurrentTab(toOptions);
+    scene_.desktop.click("optCommEq(1)");
+    scene_.entry->commitInto(company_->clone());
+    scene_.entry->recordChanged();
+    EXPECT_TRUE(scene_.form().get<OptionButton>("optCommEq", 1).value());
+}
+
 TEST_F(RecordChanged, TakesOverSettingsThatAreOthersNow) {
     company_->get_Settings()->put(setting::currencySymbol, "GBP");
     company_->get_Settings()->put(setting::bookValue, true);

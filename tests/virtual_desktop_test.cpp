@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <locale>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -326,6 +327,16 @@ TEST_F(VirtualDesktopTest, TextsThatAreNoValidTextCanBeEdited) {
     desktop.type("{END}{BS}{HOME}{RIGHT}a");
     EXPECT_EQ(name.text(), "\xFF"
                            "az");
+}
+
+TEST_F(VirtualDesktopTest, AHeldKeyComesUpOnce) {
+    desktop.click("txtName");
+    takeEvents();
+    desktop.hold("a", 3);
+    EXPECT_EQ(takeEvents(),
+              (Events{"down 65/0 txtName", "press 97 txtName", "change txtName",
+                      "down 65/0 txtName", "press 97 txtName", "change txtName",
+                      "down 65/0 txtName", "press 97 txtName", "change txtName", "up 65 txtName"}));
 }
 
 TEST_F(VirtualDesktopTest, MaxLengthStopsTypingAndCutsPastes) {
@@ -915,6 +926,19 @@ TEST_F(VirtualDesktopTest, ASnapshotShowsWhatCanBeSeen) {
                                   "    chkLockInfo (0, 0, 0 x 0) [ ] \"Lock\" disabled\n"
                                   "  vscr (0, 0, 0 x 0) 0 of 0 to 26\n"
                                   "  tbs (0, 0, 0 x 0) \"Company\" >\"Yearly\"\n");
+}
+
+TEST_F(VirtualDesktopTest, ASnapshotIsTheSameInEveryLocale) {
+    struct Grouping final : std::numpunct<char> {
+        [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+        [[nodiscard]] char do_thousands_sep() const override { return '.'; }
+    };
+    form.setSize(6000, 4000);
+    name.resize(2400, 285);
+    const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
+    const std::string snapshot = desktop.snapshot();
+    std::locale::global(before);
+    EXPECT_EQ(snapshot.find("form 6000 x 4000\n  txtName (0, 0, 2400 x 285)"), 0U) << snapshot;
 }
 
 TEST_F(VirtualDesktopTest, ASnapshotTellsTheNoteAtItsFieldAlone) {
