@@ -211,9 +211,9 @@ class Form final : private ControlSite {
     // The parts of a stroke.
     // Key down at the active control: mnemonics, the handler, tabbing, keys of buttons, options
     // and lists. False when the key is used up; else key press and the field's own editing follow.
-    // `repeated` is a key that is held down; function keys and the Menu key act once a press.
+    // Function keys and the Menu key act once, however long they are held.
     // Escape brings back what an edited field showed on entry; in any other it is not used.
-    bool keyDown(KeyCode key, int shift, bool repeated = false);
+    bool keyDown(KeyCode key, int shift, KeyDown press = KeyDown::first);
     // The character may be replaced by the handler. False when it is swallowed, or has no room.
     bool keyPress(char32_t& character);
     void keyUp(KeyCode key, int shift);

@@ -69,7 +69,7 @@ bool Form::conduct(const Stroke& stroke, NativeEditor& editor) {
     const bool altAlone = (stroke.shift & notShift) == shifts::alt;
     if (altAlone && stroke.character >= 0x80 && mnemonic(stroke.character))
         return true;
-    if (!keyDown(stroke.key, stroke.shift, stroke.held))
+    if (!keyDown(stroke.key, stroke.shift, stroke.held ? KeyDown::repeated : KeyDown::first))
         return true;
     if (!stroke.typed.empty()) {
         bool took = false;
@@ -124,12 +124,12 @@ bool Form::uses(const Stroke& stroke) const {
 
 // --- its parts ---------------------------------------------------------------------------------
 
-bool Form::keyDown(KeyCode key, int shift, bool repeated) {
+bool Form::keyDown(KeyCode key, int shift, KeyDown press) {
     pressedKey_ = key;
-    keyHeld_ = repeated;
-    if (!repeated)
+    keyHeld_ = press == KeyDown::repeated;
+    if (!keyHeld_)
         endNote();
-    if (repeated && (key == keys::menu || (key >= keys::f1 && key <= keys::f12)))
+    if (keyHeld_ && (key == keys::menu || (key >= keys::f1 && key <= keys::f12)))
         return false;
     const bool altAlone = (shift & (shifts::alt | shifts::control)) == shifts::alt;
     if (altAlone && key >= '0' && key <= 'Z' && mnemonic(static_cast<char32_t>(key)))

@@ -34,6 +34,9 @@ inline constexpr KeyCode f12 = 123;
 inline constexpr KeyCode apostrophe = 222;
 } // namespace keys
 
+// A key that is held down is pressed again and again.
+enum class KeyDown { first, repeated };
+
 // Shift state of a key event, to be added up.
 namespace shifts {
 inline constexpr int none = 0;

@@ -280,7 +280,7 @@ class VirtualDesktop : public Services, private FormObserver {
 
     class Editor;
 
-    bool strike(const KeyStroke& pressed, bool held = false);
+    bool strike(const KeyStroke& pressed, KeyDown press = KeyDown::first);
     [[nodiscard]] std::vector<KeyStroke> strokesOf(std::string_view notation);
     [[nodiscard]] TextField* editedField() const;
     [[nodiscard]] TextField& focusedField() const;

@@ -44,7 +44,7 @@ void VirtualDesktop::hold(std::string_view notation, int times) {
     for (const auto& stroke : strokesOf(notation)) {
         bool heard = false;
         for (int i = 0; i < times; ++i)
-            heard = strike(stroke, i > 0);
+            heard = strike(stroke, i == 0 ? KeyDown::first : KeyDown::repeated);
         if (heard)
             form_->keyUp(stroke.key, stroke.shift);
     }
@@ -78,13 +78,13 @@ class VirtualDesktop::Editor final : public NativeEditor {
 };
 
 // False: the form does not hear of it.
-bool VirtualDesktop::strike(const KeyStroke& pressed, bool held) {
+bool VirtualDesktop::strike(const KeyStroke& pressed, KeyDown press) {
     if (!form_->hasFocus())
         return false;
     Stroke stroke{pressed.key, pressed.shift, {}, pressed.character};
     if (pressed.character != 0 && (pressed.shift & (shifts::control | shifts::alt)) == 0)
         stroke.typed = pressed.character;
-    stroke.held = held;
+    stroke.held = press == KeyDown::repeated;
     stroke.command = VirtualFields::isCommand(pressed);
     if (hostShortcuts_.contains({pressed.key, pressed.shift}) && !form_->uses(stroke)) {
         ++firedShortcuts_;

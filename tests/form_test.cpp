@@ -179,7 +179,7 @@ TEST_F(FormTest, ANoteIsOverAsSoonAsTheUserGoesOnOrItsFieldIsLocked) {
         EXPECT_GT(observer.over, 0) << &end - ends;
     }
     observer.over = 0;
-    form.keyDown('A', shifts::none, true); // held, as it was when the note came
+    form.keyDown('A', shifts::none, KeyDown::repeated); // as when the note came
     first.setText("6");
     first.setEnabled(false);
     EXPECT_EQ(observer.over, 0);
@@ -740,14 +740,15 @@ TEST_F(FormTest, AtTheFirstAndTheLastTabAnArrowGoesNowhere) {
 TEST_F(FormTest, AKeyThatOpensSomethingActsOnceHoweverLongItIsHeld) {
     box("txtName").setFocus();
     for (const KeyCode key : {keys::menu, keys::f1, keys::f4, keys::f12})
-        for (const bool held : {false, true}) {
+        for (const KeyDown press : {KeyDown::first, KeyDown::repeated}) {
             takeEvents();
-            EXPECT_EQ(form.keyDown(key, shifts::none, held), !held) << key;
-            EXPECT_EQ(takeEvents().empty(), held) << key;
+            const bool acts = press == KeyDown::first;
+            EXPECT_EQ(form.keyDown(key, shifts::none, press), acts) << key;
+            EXPECT_EQ(takeEvents().empty(), !acts) << key;
         }
     for (const KeyCode key :
          {KeyCode{'A'}, KeyCode{keys::f1 - 1}, KeyCode{keys::f12 + 1}, keys::left})
-        EXPECT_TRUE(form.keyDown(key, shifts::none, true)) << key;
+        EXPECT_TRUE(form.keyDown(key, shifts::none, KeyDown::repeated)) << key;
 }
 
 // --- mnemonics -----------------------------------------------------------------------------------

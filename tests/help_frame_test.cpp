@@ -408,7 +408,7 @@ TEST(HelpFrame, F1ThatIsHeldDownActsOnce) {
     scene.help("txtName");
     scene.form().keyDown(keys::f1, shifts::none);
     for (int i = 0; i < 3; ++i)
-        EXPECT_FALSE(scene.form().keyDown(keys::f1, shifts::none, true));
+        EXPECT_FALSE(scene.form().keyDown(keys::f1, shifts::none, KeyDown::repeated));
     scene.form().keyUp(keys::f1, shifts::none);
     EXPECT_EQ(scene.events.log, Names{"MoreHelp 3000"});
 }
