@@ -87,10 +87,13 @@ constexpr ReportName reportNames[] = {
     {"Diluted shares outstanding", YCSOSeries},
 };
 
-std::vector<std::string> reportNamesOf(Datum series, bool firstOnly) {
+enum class ReportNames { all, goingFirst };
+
+std::vector<std::string> reportNamesOf(Datum series, ReportNames wanted) {
     std::vector<std::string> names;
     for (const auto& row : reportNames)
-        if ((row.yearly == series || row.quarterly == series) && (row.goesFirst || !firstOnly))
+        if ((row.yearly == series || row.quarterly == series) &&
+            (row.goesFirst || wanted == ReportNames::all))
             names.emplace_back(row.name);
     return names;
 }
@@ -156,8 +159,8 @@ BlockGrid BlockPaste::gridAt(SeriesGrid::Cell at, HostLine& host) const {
     for (const auto& column : grid_.columns()) {
         const GridSeries& shown = grid_.seriesOf(column);
         grid.columns.push_back({.name = grid_.nameOf(static_cast<int>(grid.columns.size())),
-                                .otherNames = reportNamesOf(shown.series, false),
-                                .firstNames = reportNamesOf(shown.series, true),
+                                .otherNames = reportNamesOf(shown.series, ReportNames::all),
+                                .firstNames = reportNamesOf(shown.series, ReportNames::goingFirst),
                                 .measure = measureOf(column, shown.series),
                                 .negatives = column.negatives});
         grid.held.push_back(heldIn(shown.series, host));
