@@ -91,6 +91,8 @@ Control& RightClickMenu::PrepareHelpText() {
         const auto& strip = context_[controls::tabs];
         for (int tab = 1; tab <= object_ - doTabCompany; ++tab)
             pendingLeft_ += strip.tab(tab).width;
+        if (pendingLeft_ == 0)
+            pendingLeft_ = shown.left();
         pendingTop_ = shown.top();
     } else {
         pendingLeft_ = shown.formLeft() - sizes::pageLeft;
