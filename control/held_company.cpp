@@ -122,7 +122,7 @@ void HeldCompany::show() {
     quarterly_.trailing().forgetTyped();
     ifPossible([&] { quarterly_.trailing().derive(); });
     loadCompany(context_, fields_, yearly_, quarterly_);
-    ifPossible([&] { quarterly_.relabel(); }); // names the last fiscal year beside its quarters
+    quarterly_.showFiscalYear(); // which has been read after the quarters
     quarterly_.shade();
     options_.showPairs();
     ifPossible([&] { options_.showUnit(); });
@@ -163,7 +163,6 @@ void HeldCompany::showAnew() {
         ifPossible([&] { captions_.showCurrency(); });
         lock_.apply();
         moved = showCompany(fields_, yearly_, quarterly_);
-        ifPossible([&] { quarterly_.relabel(); });
         quarterly_.shade();
         ifPossible([&] { options_.showUnit(); });
     }

@@ -69,12 +69,16 @@ void QuarterlyGrid::relabel() {
         label.setTag(plainNumberText(date.serial));
     }
     context_.consequences.rowsLabelled();
+    showFiscalYear();
+    checkInvariants();
+}
+
+void QuarterlyGrid::showFiscalYear() {
     ifPossible([&] {
         const auto fiscalYearEnd = fiscalYearDate();
         context_[controls::fiscalYearDateShown].setCaption(
             context_.dateText(fiscalYearEnd.value_or(Date{})));
     });
-    checkInvariants();
 }
 
 void QuarterlyGrid::clearLabels() {
@@ -161,6 +165,7 @@ std::string QuarterlyGrid::labelOfElement(int element) const {
                             : formatDate(addQuarters(newest, -element), "Short Date");
 }
 
+// As it is on show: a record that is asked again may fail, or have another newest quarter by now.
 BlockGrid::Row QuarterlyGrid::periodOf(int row) const {
     return {.year = 0, .date = Date{leadingNumber(context_[controls::quarterLabel[row]].tag())}};
 }

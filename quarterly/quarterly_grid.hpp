@@ -30,6 +30,7 @@ class QuarterlyGrid final : public SeriesGrid {
     void showSpan() override; // txtLastQDate and spinner, from the record
     int followSpan() override;
     void relabel(); // labels, top element and the date of the last fiscal year
+    void showFiscalYear();
     void clearLabels();
     void shade();
     void setShade(Color color);
