@@ -6,11 +6,13 @@
 #include "platform/text_field.hpp"
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vkr {
@@ -285,13 +287,21 @@ class Form final : private ControlSite {
     [[noreturn]] static void fail(std::string_view name, int index);
     [[nodiscard]] FormHandler& handler() const;
 
+    // Names are looked up without being copied.
+    struct NameHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view name) const {
+            return std::hash<std::string_view>()(name);
+        }
+    };
+
     FormHandler* handler_ = nullptr;
     FormObserver* observer_ = nullptr;
     int updates_ = 0;
     std::vector<Control*> changed_; // within an update
     bool focusMoved_ = false;       // the same
     std::vector<std::unique_ptr<Control>> controls_;
-    std::map<std::string, std::map<int, Control*>, std::less<>> byName_;
+    std::unordered_map<std::string, std::map<int, Control*>, NameHash, std::equal_to<>> byName_;
     std::vector<Control*> tabOrder_;
     Control* active_ = nullptr;
     bool focused_ = false;
