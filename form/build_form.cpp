@@ -7,9 +7,7 @@
 #include "localizer/string_table.hpp"
 #include "platform/text.hpp"
 
-#include <map>
 #include <string>
-#include <utility>
 
 namespace vkr {
 
@@ -151,14 +149,17 @@ void buildForm(Form& form) {
 }
 
 void nameFields(Form& form) {
-    std::map<std::pair<std::string_view, int>, int> lines; // of fields that share a label
+    ControlId before{}; // fields that share a label follow one another
+    int line = 0;
     for (const auto& declared : formLayout()) {
         if (!declared.labelledBy)
             continue;
+        const ControlId label = *declared.labelledBy;
+        line = label == before ? line + 1 : 1;
+        before = label;
         std::string name = withoutMnemonic(declared.labelledBy->in(form).caption());
-        if (const int line = ++lines[{declared.labelledBy->name, declared.labelledBy->index}];
-            line > 1)
-            name += " " + std::to_string(line);
+        if (line > 1)
+            name.append(" ").append(std::to_string(line));
         form.find(declared.control.name, declared.control.index)->setAccessibleName(name);
     }
     nameCells(form);

@@ -287,6 +287,16 @@ constexpr bool labelIsThere(const ControlRow& row) {
     });
 }
 
+// Which is how they are numbered.
+constexpr bool fieldsOfALabelFollowEachOther() {
+    Rows<ControlId> labels;
+    for (const ControlRow& row : rows)
+        if (row.labelledBy &&
+            (labels.count == 0 || labels.all[labels.count - 1] != ControlId(*row.labelledBy)))
+            labels.add(*row.labelledBy);
+    return eachOnce(std::span(labels.all.data(), labels.count), std::identity());
+}
+
 constexpr bool fitsItsDatum(const FieldRow& field) {
     switch (field.kind) {
     case FieldKind::text:
@@ -305,6 +315,7 @@ constexpr bool hasItsPlace(const FieldRow& field) {
 
 static_assert(eachOnce(rows, nameOf), "two controls of one name");
 static_assert(std::ranges::all_of(rows, labelIsThere), "a field whose label no row declares");
+static_assert(fieldsOfALabelFollowEachOther(), "a field apart from the others of its label");
 static_assert(eachOnce(companyFields, &FieldRow::datum), "two fields of one datum");
 static_assert(eachOnce(companyFields, &FieldRow::load), "two fields with one place in loading");
 static_assert(std::ranges::all_of(companyFields, hasItsPlace),

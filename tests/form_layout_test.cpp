@@ -260,6 +260,8 @@ TEST_F(FormLayout, EveryFieldHasANameToReadOut) {
     EXPECT_EQ(control("cmdColor(0)").accessibleName(), "Locked Company Data");
     EXPECT_EQ(control("txtTel").accessibleName(), "Telephone");
     EXPECT_EQ(control("txtNotes").accessibleName(), "Notes");
+    EXPECT_EQ(control("txtAddress1").accessibleName(), "Address");
+    EXPECT_EQ(control("txtAddress2").accessibleName(), "Address 2");
 }
 
 TEST_F(FormLayout, ACellIsNamedAfterItsColumnAndItsRow) {
