@@ -91,16 +91,19 @@ void SeriesGrid::draw(int column, const GridSeries& series, const VariantArray& 
     std::vector<double> shown;
     std::vector<TextBox*> fields;
     const auto column_cells = cells(column);
+    shown.reserve(column_cells.size());
+    fields.reserve(column_cells.size());
     for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
         TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
         const auto element = elementOf(row);
-        const bool isReached = element && figures.contains(*element);
-        cell.setRemark(isReached ? context_.remarks.of({series.series, element}) : "");
-        cell.setOrigin(isReached ? context_.origins.of({series.series, element}) : FieldOrigin());
-        if (isReached) {
+        if (element && figures.contains(*element)) {
+            cell.setRemark(context_.remarks.of({series.series, element}));
+            cell.setOrigin(context_.origins.of({series.series, element}));
             shown.push_back(figures.number(*element));
             fields.push_back(&cell);
         } else {
+            cell.setRemark({});
+            cell.setOrigin({});
             cell.showStored("");
             cell.setEnabled(false);
             shownIn({column, row}).reset();

@@ -32,6 +32,11 @@ FieldMark TypedUnit::follow(const EntryContext& context, const FieldMark& mark,
 
 void TypedUnit::follow(const EntryContext& context, TextField& field, std::int32_t before) {
     const bool typed = field.isTyped();
+    if (!typed && !field.isUnstored()) { // as nearly all are
+        if (unit_ != 0)
+            *this = {};
+        return;
+    }
     if (typed && !field.isUnstored()) {
         field.lookAtText();
         field.setMark(context.unstored(text_number::reasonRefused));

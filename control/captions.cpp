@@ -55,9 +55,10 @@ std::string Captions::unitSuffix() const {
 }
 
 void Captions::followUnit() {
+    const std::string suffix = unitSuffix();
     for (const auto& [number, label] : controls::unitLabel.all(context_.form)) {
         const auto bare = unitCaptions_.try_emplace(number, label->caption()).first;
-        label->setCaption(bare->second + unitSuffix());
+        label->setCaption(bare->second + suffix);
     }
     followOptions();
     nameFields(context_.form);

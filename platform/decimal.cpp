@@ -34,11 +34,12 @@ Decimal toDecimal(double value) {
     const auto written = std::to_chars(std::begin(text), std::end(text), std::fabs(value),
                                        std::chars_format::scientific);
     number.negative = value < 0;
-    const char* next = text;
-    for (; *next != 'e'; ++next)
-        if (*next != '.')
-            number.digits[static_cast<std::size_t>(number.count++)] = *next;
-    ++next;
+    const char* const mark = std::find<const char*>(text, written.ptr, 'e');
+    number.digits[0] = text[0];
+    if (text[1] == '.')
+        std::copy<const char*>(text + 2, mark, number.digits.begin() + 1);
+    number.count = static_cast<int>(std::max<std::ptrdiff_t>(mark - text - 1, 1));
+    const char* next = mark + 1;
     if (*next == '+')
         ++next;
     int exponent = 0;
@@ -79,12 +80,16 @@ void roundToPlaces(Decimal& number, int places) {
 double toDouble(const Decimal& number) {
     if (number.isZero())
         return 0;
-    const NumberSpan span{number.negative,
-                          {number.digits.data(), static_cast<std::size_t>(number.count)},
-                          std::int64_t{number.point} - number.count,
-                          0};
-    constexpr double infinite = std::numeric_limits<double>::infinity();
-    return valueOf(span).value_or(number.negative ? -infinite : infinite);
+    std::array<char, Decimal::capacity + 24> text; // digits, a mark and the longest exponent
+    char* end = std::copy_n(number.digits.data(), number.count, text.data());
+    *end++ = 'e';
+    end = std::to_chars(end, text.data() + text.size(), std::int64_t{number.point} - number.count)
+              .ptr;
+    const auto value = nearestDouble({text.data(), static_cast<std::size_t>(end - text.data())});
+    if (!value && number.point <= 0)
+        return 0; // too small
+    const double size = value.value_or(std::numeric_limits<double>::infinity());
+    return number.negative ? -size : size;
 }
 
 NumberSpan scanNumber(std::string_view text) {

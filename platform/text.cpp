@@ -232,12 +232,10 @@ char32_t mnemonicOf(std::string_view caption) {
 }
 
 std::string withoutMnemonic(std::string_view caption) {
-    std::string result;
-    for (std::size_t i = 0; i < caption.size(); ++i) {
-        if (caption[i] == '&' && ++i == caption.size())
-            break;
-        result.push_back(caption[i]);
-    }
+    std::string result(caption);
+    // What follows a mark stays, be it another mark.
+    for (std::size_t mark = 0; (mark = result.find('&', mark)) != std::string::npos; ++mark)
+        result.erase(mark, 1);
     return result;
 }
 

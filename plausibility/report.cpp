@@ -120,17 +120,19 @@ std::string Report::keyOf(const std::vector<FigurePlace>& places) const {
 void Report::speak(Sureness sureness, std::vector<FigurePlace> places, std::size_t suspects,
                    std::initializer_list<std::string> words) {
     Finding finding{rule_, sureness, {}, std::string(), keyOf(places)};
-    for (std::size_t at = 0; at < sentence_.size(); ++at) {
-        const auto word = sentence_[at] == '%' && at + 1 < sentence_.size()
-                              ? static_cast<std::size_t>(sentence_[at + 1] - '1')
-                              : words.size();
-        if (word < words.size()) {
-            finding.text += *(words.begin() + word);
+    std::string_view rest = sentence_;
+    for (std::size_t at = 0; (at = rest.find('%', at)) != std::string_view::npos;) {
+        const auto word =
+            at + 1 < rest.size() ? static_cast<std::size_t>(rest[at + 1] - '1') : words.size();
+        if (word >= words.size()) {
             ++at;
-        } else {
-            finding.text += sentence_[at];
+            continue;
         }
+        finding.text.append(rest.substr(0, at)).append(*(words.begin() + word));
+        rest.remove_prefix(at + 2);
+        at = 0;
     }
+    finding.text += rest;
     char& first = finding.text.front();
     if (first >= 'a' && first <= 'z') // a datum's name begins the sentence
         first = static_cast<char>(first - 'a' + 'A');
