@@ -80,6 +80,6 @@ void switchUnit(benchmark::State& state) {
         unit = (unit + 1) % 3;
     }
 }
-BENCHMARK(switchUnit)->Name("component/unit")->Unit(benchmark::kMicrosecond);
+BENCHMARK(switchUnit)->Name("component/unit")->Unit(benchmark::kMicrosecond)->Apply(counted);
 
 } // namespace

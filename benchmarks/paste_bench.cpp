@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Ctrl+V of 35 rows with 4 figures each until the preview has been painted, against a bare dialog
 // that parts the same text at tabs and breaks, reads each cell by QLocale, and shows as many lines.
+#include "benchmarks/counted.hpp"
 #include "benchmarks/worked_window.hpp"
 #include "form/controls.hpp"
 
@@ -86,7 +87,7 @@ void pasteWidget(benchmark::State& state) {
         std::abort();
     state.counters["lines"] = shown;
 }
-BENCHMARK(pasteWidget)->Name("paste/widget")->Unit(benchmark::kMillisecond);
+BENCHMARK(pasteWidget)->Name("paste/widget")->Unit(benchmark::kMillisecond)->Apply(counted);
 
 void pasteBare(benchmark::State& state) {
     QWidget window;
@@ -127,6 +128,6 @@ void pasteBare(benchmark::State& state) {
     }
     state.counters["lines"] = shown;
 }
-BENCHMARK(pasteBare)->Name("paste/bare")->Unit(benchmark::kMillisecond);
+BENCHMARK(pasteBare)->Name("paste/bare")->Unit(benchmark::kMillisecond)->Apply(counted);
 
 } // namespace

@@ -17,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <array>
 
 namespace vkr {
 
@@ -141,8 +142,7 @@ void PasteDialog::showLines() {
     lines_->setRowCount(static_cast<int>(shown.size()));
     for (int row = 0; row < lines_->rowCount(); ++row)
         showLine(row, shown[static_cast<std::size_t>(row)]);
-    lines_->resizeColumnsToContents();
-    lines_->resizeRowsToContents();
+    fitLines();
     if (lines_->currentRow() < 0 && lines_->rowCount() > 0)
         lines_->setCurrentCell(0, 0);
 }
@@ -157,6 +157,28 @@ void PasteDialog::showLine(int row, const PasteLine& line) {
         item->setToolTip(plainToolTip(item->text()));
         lines_->setItem(row, column, item);
     }
+}
+
+// Columns and rows as large as their cells. Each cell is asked once: its text is laid out for the
+// answer, which takes longer than all the rest.
+void PasteDialog::fitLines() {
+    lines_->ensurePolished();
+    const int grid = lines_->showGrid() ? 1 : 0;
+    std::array<int, paste_list::columns> widths{};
+    for (int row = 0; row < lines_->rowCount(); ++row) {
+        int height = lines_->verticalHeader()->sectionSizeHint(row);
+        for (int column = 0; column < paste_list::columns; ++column) {
+            const QSize cell = lines_->sizeHintForIndex(lines_->model()->index(row, column));
+            auto& width = widths[static_cast<std::size_t>(column)];
+            width = std::max(width, cell.width() + grid);
+            height = std::max(height, cell.height() + grid);
+        }
+        lines_->setRowHeight(row, height);
+    }
+    for (int column = 0; column < paste_list::columns; ++column)
+        lines_->setColumnWidth(column,
+                               std::max(widths[static_cast<std::size_t>(column)],
+                                        lines_->horizontalHeader()->sectionSizeHint(column)));
 }
 
 // In the colours of the other theme, once the table has them.

@@ -28,6 +28,7 @@ class PasteDialog final : public FormDialog<PasteForm> {
     void showForm();
     void showLines();
     void showLine(int row, const PasteLine& line);
+    void fitLines();
 
     std::vector<QWidget*> switches_; // a check box or a list each
     QLabel* summary_;
