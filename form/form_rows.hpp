@@ -85,6 +85,7 @@ struct LoadPlace {
     LoadStep step{};
     int place = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): not what it takes the generated comparison for
     friend constexpr auto operator<=>(const LoadPlace&, const LoadPlace&) = default;
 };
 
