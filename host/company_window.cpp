@@ -237,8 +237,11 @@ bool CompanyWindow::save() {
             if (const auto stored = store_.load(*id_))
                 calledRight_ = stored.value().calledRight;
             startFrom(*saving);
+            const QPointer<CompanyWindow> stays(this);
             if (history_ != nullptr && history_->isVisible())
                 history_->refresh();
+            if (!stays)
+                return true;
             if (assistant_ != nullptr)
                 assistant_->checkStored();
             showTitle();

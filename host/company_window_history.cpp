@@ -103,10 +103,11 @@ SaveAccount CompanyWindow::account(const CompanyRecord& saving,
 }
 
 bool CompanyWindow::hasHistory() {
-    if (!id_)
+    const bool isStored = id_.has_value();
+    if (!isStored)
         tellNews(this, tr("%1 has no history yet.").arg(title()),
                  tr("It begins when the company is saved."));
-    return id_.has_value();
+    return isStored;
 }
 
 HistoryWindow& CompanyWindow::history() {
@@ -172,12 +173,12 @@ bool CompanyWindow::restore(const HistoryState& state, const QString& name) {
     if (!canRestore())
         return false;
     const auto refusal = journal_->apply(changesTo(state, name));
+    if (!refusal)
+        showRestored();
+    showTitle();
     if (refusal)
         tellFault(this, tr("Nothing was restored."),
                   QStringLiteral("%1: %2").arg(fromUtf8(name.toStdString()), fromUtf8(*refusal)));
-    else
-        showRestored();
-    showTitle();
     return !refusal;
 }
 

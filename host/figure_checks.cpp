@@ -119,10 +119,10 @@ void FigureChecks::silence(const Finding& finding, bool silence) {
         else
             silenced_->speakAgain(finding);
     });
-    if (failure)
-        tellFault(&window_, tr("This could not be kept."), fromUtf8(*failure));
     look();
     emit judged();
+    if (failure)
+        tellFault(&window_, tr("This could not be kept."), fromUtf8(*failure));
 }
 
 } // namespace vkr

@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMap>
+#include <QPointer>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -186,7 +187,10 @@ void HistoryWindow::layOut() {
 
 void HistoryWindow::showAll() {
     asked_.reset();
+    const QPointer<HistoryWindow> stays(this);
     readChoices();
+    if (!stays)
+        return;
     choose(*figure_, QVariant());
     choose(*period_, QVariant());
     fillTree();
@@ -195,7 +199,10 @@ void HistoryWindow::showAll() {
 
 void HistoryWindow::showFigure(Datum datum, const QString& period) {
     asked_ = {fromUtf8(rowOf(datum).name), period};
+    const QPointer<HistoryWindow> stays(this);
     readChoices();
+    if (!stays)
+        return;
     choose(*figure_, asked_->datum);
     choose(*period_, period);
     fillTree();
@@ -335,14 +342,17 @@ void HistoryWindow::setLimit(int row) {
     const std::int64_t saves = limit_->itemData(row).toLongLong();
     const auto before = store_.historyLimit();
     const bool isFewer = before && saves > 0 && (before.value() == 0 || saves < before.value());
-    if (isFewer && !askFirst(this, tr("Keep %1 saves of each company?").arg(saves),
+    const QPointer<HistoryWindow> stays(this); // its company may be deleted under a question
+    const bool isAgreed =
+        !isFewer || askFirst(this, tr("Keep %1 saves of each company?").arg(saves),
                              tr("What is older becomes one entry when a company is saved, for "
                                 "everybody who uses this database. That can't be undone."),
-                             tr("&Keep %1").arg(saves)))
-        return showExtent();
-    if (const auto done = store_.setHistoryLimit(saves); !done)
-        tellFault(this, tr("The setting was not saved."), fromUtf8(done.error().message));
-    showExtent();
+                             tr("&Keep %1").arg(saves));
+    if (isAgreed)
+        if (const auto done = store_.setHistoryLimit(saves); !done)
+            tellFault(this, tr("The setting was not saved."), fromUtf8(done.error().message));
+    if (stays)
+        showExtent();
 }
 
 } // namespace vkr

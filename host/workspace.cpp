@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QCollator>
 #include <QFileInfo>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -176,7 +177,7 @@ CompanyWindow* Workspace::openCompany(std::int64_t id) {
         return nullptr;
     }
     forgetDiscarded(id);
-    CompanyWindow* window = show(id, loaded.value());
+    const QPointer<CompanyWindow> window = show(id, loaded.value()); // it may go under a question
     if (loaded.value().damage) {
         tellDamage(*window, *loaded.value().damage);
     } else if (!loaded.value().unreadable.empty()) {

@@ -13,6 +13,8 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QPointer>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace vkr {
@@ -239,6 +241,38 @@ TEST_F(HostHistory, IsBoundedAfterAQuestion) {
     }
     EXPECT_EQ(host_->store().historyLimit().value(), 20);
     window.discard();
+}
+
+// Its questions are modal to its window alone: the list can still be used.
+TEST_F(HostHistory, GoesWithItsCompanyUnderItsQuestions) {
+    const auto deleteOnceAsked = [&](HistoryWindow& history, const char* symbol, auto ask) {
+        const QPointer<HistoryWindow> watched(&history);
+        QTimer waiting;
+        QObject::connect(&waiting, &QTimer::timeout, [&] {
+            if (QApplication::activeModalWidget() == nullptr)
+                return;
+            waiting.stop();
+            const Answers answers({"Delete"});
+            host_->deleteCompanies({idOf(*host_, symbol)});
+            EXPECT_TRUE(answers.allGiven());
+        });
+        waiting.start(0);
+        ask(history);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(watched.isNull()) << symbol;
+        EXPECT_TRUE(host_->windows().isEmpty()) << symbol;
+    };
+    deleteOnceAsked(shownHistory(open(*host_, "AAPL")), "AAPL",
+                    [](HistoryWindow& history) { chooseText(history, "limit", "20 saves"); });
+    CompanyWindow& window = open(*host_, "NVDA");
+    change(window, Datum::City, "Graz");
+    ASSERT_TRUE(window.save());
+    deleteOnceAsked(shownHistory(window), "NVDA", [](HistoryWindow& history) {
+        QTreeWidget& tree = changes(history);
+        tree.setCurrentItem(tree.topLevelItem(tree.topLevelItemCount() - 1));
+        history.findChild<QPushButton*>("restore")->click();
+    });
+    EXPECT_EQ(host_->store().historyLimit().value(), 0);
 }
 
 TEST_F(HostHistory, HasWhatWasSavedOfACompanyThatIsDamaged) {
