@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,6 +64,8 @@ struct CsvImport {
     // By datum, the name of the file that has a column or a key for it, be it empty there, or that
     // tells the date. What is not in here no file speaks of.
     std::map<Datum, std::string> files;
+    // Names in vkr::setting of what the company file has a key and a value for, or an empty text.
+    std::set<std::string_view> settings;
 };
 
 // Never throws for what the texts hold. All errors of the three texts are found in one go.

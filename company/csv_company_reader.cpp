@@ -72,10 +72,11 @@ class CompanyReader {
 
     void takeSetting(const CsvCell& cell, const SettingRow& row) {
         const auto settings = company_.get_Settings();
+        if (row.kind != SettingKind::text && trimmed(cell.text).empty())
+            return;
+        findings_.speaksOf(row);
         if (row.kind == SettingKind::text)
             return settings->put(row.name, std::string(withoutTextMark(cell.text)));
-        if (trimmed(cell.text).empty())
-            return;
         if (row.kind == SettingKind::flag) {
             if (const auto value = flag(trimmed(cell.text)))
                 settings->put(row.name, *value);

@@ -45,6 +45,10 @@ void CsvFindings::speaksOf(Datum datum) {
     import_.files[datum] = file_;
 }
 
+void CsvFindings::speaksOf(const SettingRow& setting) {
+    import_.settings.insert(setting.name);
+}
+
 std::optional<double> CsvFindings::figure(const CsvCell& cell, int column, int places) {
     std::string text(trimmed(cell.text));
     if (text.empty())

@@ -4,6 +4,7 @@
 #include "company/company_csv.hpp"
 #include "company/csv_text.hpp"
 #include "platform/date.hpp"
+#include "record/setting_table.hpp"
 
 #include <optional>
 #include <string>
@@ -22,6 +23,7 @@ class CsvFindings {
     void note(int line, int column, std::string_view text, std::string reason);
 
     void speaksOf(Datum datum); // the text has a column or a key for it
+    void speaksOf(const SettingRow& setting);
 
     // 0 for an empty cell. The decimal point of the file stands `places` further right.
     [[nodiscard]] std::optional<double> figure(const CsvCell& cell, int column, int places);

@@ -13,6 +13,11 @@ namespace vkr {
 
 namespace {
 
+const CompanyRecord& nothingStored() {
+    static const CompanyRecord empty;
+    return empty;
+}
+
 std::string textOf(const Variant& value) {
     if (const auto* number = std::get_if<double>(&value.value()))
         return *number == 0 ? std::string() : exactNumberText(*number);
@@ -31,8 +36,12 @@ int firstShown(const DatumRow& row) {
     return row.period == DatumPeriod::year ? 1 : 0;
 }
 
+// Whether what comes from there is looked for.
+using OriginFilter = bool (*)(std::optional<Origin> origin);
+
 void addSeries(const DatumRow& row, const CompanyRecord& stored, const FigureOrigins& origins,
-               const CompanyRecord& imported, std::vector<ReplacedFigure>& found) {
+               OriginFilter isLookedFor, const CompanyRecord& imported,
+               std::vector<ReplacedFigure>& found) {
     const VariantArray& before = stored.stored(row.datum).array();
     const VariantArray& after = imported.stored(row.datum).array();
     const int offset = offsetOf(row, stored, imported);
@@ -42,7 +51,7 @@ void addSeries(const DatumRow& row, const CompanyRecord& stored, const FigureOri
         const bool isInside = after.contains(place);
         // That of the year ahead is shown by no table, but a figure that was there already.
         const bool isAhead = place < firstShown(row) && place < element;
-        if (figure == 0 || !mayBeByHand(origins.of(row.datum, element).origin) ||
+        if (figure == 0 || !isLookedFor(origins.of(row.datum, element).origin) ||
             (isInside && after.number(place) == figure))
             continue;
         found.push_back({row.datum,
@@ -57,23 +66,50 @@ void addSeries(const DatumRow& row, const CompanyRecord& stored, const FigureOri
     }
 }
 
+// The dates tell which period is which, so they are always those of the import.
+bool isDating(Datum datum) {
+    return periodsDatedBy(datum) != DatumPeriod::none;
+}
+
+void addDatum(const DatumRow& row, const CompanyRecord& stored, const CompanyRecord& imported,
+              std::vector<ReplacedFigure>& found) {
+    const Variant& before = stored.stored(row.datum);
+    const Variant& after = imported.stored(row.datum);
+    if (before != nothingStored().stored(row.datum) && before != after)
+        found.push_back({row.datum, {}, std::nullopt, {}, textOf(before), textOf(after)});
+}
+
 // What nobody knows the origin of may be what it was from the beginning.
 void addSettings(const CompanyRecord& stored, const FigureOrigins& origins,
-                 const CompanyRecord& imported, std::vector<ReplacedFigure>& found) {
-    static const CompanyRecord empty;
+                 OriginFilter isLookedFor, const CompanyRecord& imported,
+                 std::vector<ReplacedFigure>& found) {
     for (const SettingRow& row : settingTable) {
         const Variant before = stored.get_Settings()->get(row.name);
         const Variant after = imported.get_Settings()->get(row.name);
         const auto origin = origins.ofSetting(row.name).origin;
-        const bool isChosen = origin || before != empty.get_Settings()->get(row.name);
-        if (before != after && isChosen && mayBeByHand(origin))
+        const bool isChosen = origin || before != nothingStored().get_Settings()->get(row.name);
+        if (before != after && isChosen && isLookedFor(origin))
             found.push_back({{}, row.name, std::nullopt, {}, before.toText(), after.toText()});
     }
 }
 
-// The dates tell which period is which, so they are always those of the import.
-bool isDating(Datum datum) {
-    return periodsDatedBy(datum) != DatumPeriod::none;
+// Series, then single data, then settings.
+std::vector<ReplacedFigure> replacedFigures(const CompanyRecord& stored,
+                                            const FigureOrigins& origins, OriginFilter isLookedFor,
+                                            const CompanyRecord& imported) {
+    std::vector<ReplacedFigure> found;
+    for (const DatumRow& row : datumTable())
+        if (isSeries(row))
+            addSeries(row, stored, origins, isLookedFor, imported, found);
+    for (const DatumRow& row : datumTable())
+        if (!isSeries(row) && !isDating(row.datum) && isLookedFor(origins.of(row.datum).origin))
+            addDatum(row, stored, imported, found);
+    addSettings(stored, origins, isLookedFor, imported, found);
+    return found;
+}
+
+bool isOfAnImport(std::optional<Origin> origin) {
+    return origin == Origin::imported;
 }
 
 } // namespace
@@ -91,20 +127,27 @@ std::string periodText(const DatumRow& row, const iVKR_Company& company, int ele
     return "(" + std::to_string(element) + ")";
 }
 
-void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::string>& files,
+void keepWhatIsMissing(const CompanyRecord& stored, const CsvImport& import,
                        CompanyRecord& imported) {
     constexpr std::pair<Datum, Datum> dating[] = {{Datum::LastFY, Datum::LastFYDate},
                                                   {Datum::LastQDate, Datum::LastQDateForGrid}};
-    static const CompanyRecord empty;
-    const auto lacks = [&](Datum date) { return imported.stored(date) == empty.stored(date); };
+    const auto lacks = [&](Datum date) {
+        return imported.stored(date) == nothingStored().stored(date);
+    };
     for (const auto& [one, other] : dating)
         if (lacks(one) && lacks(other))
             for (const Datum date : {one, other})
                 writeDatum(imported, date, stored.stored(date));
-    if (imported.get_Settings()->get(setting::unit).toLong() == 0) // it names none
-        imported.get_Settings()->put(setting::unit, stored.get_Settings()->get(setting::unit));
+    if (lacks(Datum::LastFYDate) && !import.files.contains(Datum::LastFYDate) &&
+        imported.stored(Datum::LastFY) == stored.stored(Datum::LastFY))
+        writeDatum(imported, Datum::LastFYDate, stored.stored(Datum::LastFYDate));
+    const auto settings = imported.get_Settings();
+    for (const SettingRow& row : settingTable)
+        if (!import.settings.contains(row.name) ||
+            (row.name == setting::unit && settings->get(row.name).toLong() == 0)) // it names none
+            settings->put(row.name, stored.get_Settings()->get(row.name));
     for (const DatumRow& row : datumTable()) {
-        if (files.contains(row.datum) || isDating(row.datum))
+        if (import.files.contains(row.datum) || isDating(row.datum))
             continue;
         const Variant& held = stored.stored(row.datum);
         writeDatum(imported, row.datum,
@@ -114,24 +157,19 @@ void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::s
 
 std::vector<ReplacedFigure> typedFigures(const CompanyRecord& stored, const FigureOrigins& origins,
                                          const CompanyRecord& imported) {
-    static const CompanyRecord empty;
-    std::vector<ReplacedFigure> found;
-    for (const DatumRow& row : datumTable())
-        if (isSeries(row))
-            addSeries(row, stored, origins, imported, found);
-    for (const DatumRow& row : datumTable()) {
-        const Variant& before = stored.stored(row.datum);
-        if (!isSeries(row) && !isDating(row.datum) && before != empty.stored(row.datum) &&
-            before != imported.stored(row.datum) && mayBeByHand(origins.of(row.datum).origin))
-            found.push_back({row.datum,
-                             {},
-                             std::nullopt,
-                             {},
-                             textOf(before),
-                             textOf(imported.stored(row.datum))});
+    return replacedFigures(stored, origins, mayBeByHand, imported);
+}
+
+std::vector<ReplacedFigure> goneFigures(const CompanyRecord& stored, const FigureOrigins& origins,
+                                        const CompanyRecord& imported) {
+    std::vector<ReplacedFigure> gone = replacedFigures(stored, origins, isOfAnImport, imported);
+    std::erase_if(gone, [](const ReplacedFigure& one) { return !one.imported.empty(); });
+    for (const auto& [datum, period] : datingData) {
+        const Variant before = readDatum(stored, datum);
+        if (!isAbsentValue(before) && isAbsentValue(readDatum(imported, datum)))
+            gone.push_back({datum, {}, std::nullopt, {}, textOf(before), {}});
     }
-    addSettings(stored, origins, imported, found);
-    return found;
+    return gone;
 }
 
 void keepFigures(const CompanyRecord& stored, std::span<const ReplacedFigure> figures,
@@ -174,6 +212,31 @@ std::string describe(const ReplacedFigure& figure) {
     if (figure.leavesTheTable())
         return text + ", " + whyItLeaves(figure);
     return text + ", not " + (figure.imported.empty() ? "nothing" : figure.imported);
+}
+
+std::string describeGone(const ReplacedFigure& figure) {
+    return titleOf(figure) + ": " + figure.stored +
+           (figure.leavesTheTable() ? ", " + whyItLeaves(figure) : "");
+}
+
+std::vector<std::string> goneInWords(std::span<const ReplacedFigure> figures) {
+    constexpr std::size_t named = 3;
+    std::vector<std::string> sentences;
+    for (const bool tooOld : {false, true}) {
+        std::string names;
+        std::size_t count = 0;
+        for (const ReplacedFigure& one : figures)
+            if ((one.leaves == ReplacedFigure::Leaves::tooOld) == tooOld && ++count <= named)
+                names += (names.empty() ? "" : ", ") + titleOf(one);
+        if (count == 0)
+            continue;
+        if (count > named)
+            names += " and " + std::to_string(count - named) + " more";
+        sentences.push_back(std::to_string(count) + (count == 1 ? " figure " : " figures ") +
+                            (tooOld ? "too old for the table" : "that the files do not have") +
+                            (count == 1 ? " is" : " are") + " gone: " + names + ".");
+    }
+    return sentences;
 }
 
 } // namespace vkr

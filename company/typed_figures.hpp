@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/company_csv.hpp"
 #include "company/company_record.hpp"
 #include "company/figure_origins.hpp"
 
-#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -16,8 +16,7 @@ namespace vkr {
 // Whether a person has locked the company against changes.
 [[nodiscard]] bool isLocked(const iVKR_Company& company);
 
-// What a person has typed or pasted, or what nobody knows the origin of, and what an import has in
-// its place.
+// What is stored, and what an import has in its place.
 struct ReplacedFigure {
     Datum datum{};
     std::string_view setting = {}; // a name of vkr::setting; then it is that, and no datum
@@ -34,24 +33,35 @@ struct ReplacedFigure {
 // The period of an element of a series: "2024", or the end of a quarter, "2025-09-27".
 [[nodiscard]] std::string periodText(const DatumRow& row, const iVKR_Company& company, int element);
 
-// Puts into the imported record what the import does not speak of, a key, a column, a table, the
-// dates of one or the unit, as it is stored. `files` are those of CsvImport.
-void keepWhatIsMissing(const CompanyRecord& stored, const std::map<Datum, std::string>& files,
+// Puts into a record what the import that it is of does not speak of, a key, a column, a table,
+// the dates of one or a setting, as it is stored.
+void keepWhatIsMissing(const CompanyRecord& stored, const CsvImport& import,
                        CompanyRecord& imported);
 
-// What a person would lose by putting the imported record in the place of the stored one, series
-// first and settings last; years and quarters are compared by their periods.
+// What a person has typed or pasted, or nobody knows the origin of, and would be lost by putting
+// the imported record in the place of the stored one, series first and settings last; years and
+// quarters are compared by their periods.
 [[nodiscard]] std::vector<ReplacedFigure> typedFigures(const CompanyRecord& stored,
                                                        const FigureOrigins& origins,
                                                        const CompanyRecord& imported);
 // Puts them into the imported record, but for what it has no place for.
 void keepFigures(const CompanyRecord& stored, std::span<const ReplacedFigure> figures,
                  CompanyRecord& imported);
+// What else goes because the imported record has nothing in its place, or no place for it. What
+// was worked out is not in it: that follows from the figures that are there.
+[[nodiscard]] std::vector<ReplacedFigure> goneFigures(const CompanyRecord& stored,
+                                                      const FigureOrigins& origins,
+                                                      const CompanyRecord& imported);
 // For people: "Yearly Revenue 2024".
 [[nodiscard]] std::string titleOf(const ReplacedFigure& figure);
 // "too old for the table", of one that leaves it.
 [[nodiscard]] std::string whyItLeaves(const ReplacedFigure& figure);
 // "Yearly Revenue 2024: 391035, not 391000".
 [[nodiscard]] std::string describe(const ReplacedFigure& figure);
+// "Yearly Revenue 2015: 233715, too old for the table".
+[[nodiscard]] std::string describeGone(const ReplacedFigure& figure);
+// How many are gone, and the names of the first ones: a sentence for what the files do not have,
+// and one for what is too old for the table.
+[[nodiscard]] std::vector<std::string> goneInWords(std::span<const ReplacedFigure> figures);
 
 } // namespace vkr

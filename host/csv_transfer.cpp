@@ -3,7 +3,6 @@
 
 #include "host/messages.hpp"
 #include "host/texts.hpp"
-#include "host/typed_figures_dialog.hpp"
 #include "host/window_memory.hpp"
 #include "store/import_matches.hpp"
 
@@ -154,7 +153,8 @@ std::vector<CompanyKey> CsvTransfer::importFolder(const QString& path) {
 }
 
 std::vector<CompanyKey> CsvTransfer::keep(const std::vector<FolderImport::Entry>& entries) {
-    const auto chosen = requests(entries);
+    GoneFigures gone;
+    const auto chosen = requests(entries, gone);
     if (!chosen || chosen->empty())
         return {};
     const auto saved = store_.saveAll(*chosen);
@@ -165,23 +165,32 @@ std::vector<CompanyKey> CsvTransfer::keep(const std::vector<FolderImport::Entry>
     QStringList notes;
     for (const FolderImport::Entry& entry : entries)
         notes += described(entry.result.notes);
-    if (!notes.isEmpty())
-        tellNews(
-            window_,
-            entries.size() == 1
-                ? tr("%1 was imported.").arg(titleOf(*entries.front().result.company))
-                : tr("%1 companies were imported.").arg(chosen->size()),
-            notes.size() == 1
-                ? tr("Left out: %1").arg(notes.front())
-                : tr("%1 entries have no place in a company and were left out.").arg(notes.size()),
-            notes.size() == 1 ? QStringList() : notes);
+    tellImported(entries.size() == 1
+                     ? tr("%1 was imported.").arg(titleOf(*entries.front().result.company))
+                     : tr("%1 companies were imported.").arg(chosen->size()),
+                 gone, notes);
     return saved.value();
 }
 
+void CsvTransfer::tellImported(const QString& what, const GoneFigures& gone,
+                               const QStringList& notes) {
+    QStringList words = gone.words;
+    if (!gone.words.isEmpty())
+        words.append(tr("\"History...\" in the company's window brings them back."));
+    if (notes.size() == 1)
+        words.append(tr("Left out: %1").arg(notes.front()));
+    else if (!notes.isEmpty())
+        words.append(
+            tr("%1 entries have no place in a company and were left out.").arg(notes.size()));
+    if (!words.isEmpty())
+        tellNews(window_, what, words.join(QStringLiteral("\n\n")),
+                 gone.lines + (notes.size() == 1 ? QStringList() : notes));
+}
+
 std::optional<std::vector<SaveRequest>>
-CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
+CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries, GoneFigures& gone) {
     std::vector<SaveRequest> fresh;
-    std::vector<SaveRequest> known;
+    std::vector<ReplacingImport> known;
     std::vector<SaveRequest> unclear; // which of several stored ones they are of
     ImportMatches matches(store_);
     for (const FolderImport::Entry& entry : entries) {
@@ -204,9 +213,12 @@ CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
         matches.take(alike.front());
         request.id = alike.front().key.id;
         request.expectedRevision = alike.front().key.revision;
-        known.push_back(request);
+        known.push_back({request, &entry.result});
     }
-    const QStringList names = titlesOf(known) + titlesOf(unclear);
+    QStringList names;
+    for (const ReplacingImport& one : known)
+        names.append(titleOf(*one.request.record));
+    names += titlesOf(unclear);
     if (names.empty())
         return fresh;
 
@@ -214,18 +226,22 @@ CsvTransfer::requests(const std::vector<FolderImport::Entry>& entries) {
     if (choice == Known::cancel)
         return std::nullopt;
     if (choice == Known::keepBoth) {
-        for (SaveRequest& request : known)
-            request.id.reset();
+        for (ReplacingImport& one : known)
+            one.request.id.reset();
         fresh.insert(fresh.end(), unclear.begin(), unclear.end());
     } else {
-        tellLeft(titlesOf(unclear),
+        tellLeft(window_, titlesOf(unclear),
                  tr("The list has several companies of that symbol, or name where "
                     "there is none: which one is meant is not clear. Give the "
                     "others another one, or keep both."));
-        if (!keepWhatWasTyped(known))
+        auto prepared = replacing(store_, window_, std::move(known));
+        if (!prepared)
             return std::nullopt;
+        known = std::move(prepared->imports);
+        gone = std::move(prepared->gone);
     }
-    fresh.insert(fresh.end(), known.begin(), known.end());
+    for (ReplacingImport& one : known)
+        fresh.push_back(std::move(one.request));
     return fresh;
 }
 
@@ -242,65 +258,6 @@ CsvTransfer::Known CsvTransfer::askAboutKnown(const QStringList& names) {
              {tr("&Replace"), Choice::Role::destroy},
              {tr("&Cancel"), Choice::Role::reject}},
             -1, names.size() == 1 ? QStringList() : names));
-}
-
-void CsvTransfer::tellLeft(const QStringList& titles, const QString& why) {
-    if (!titles.isEmpty())
-        tellNews(window_,
-                 titles.size() == 1 ? tr("%1 stays as it is.").arg(titles.front())
-                                    : tr("%1 companies stay as they are.").arg(titles.size()),
-                 why, titles.size() == 1 ? QStringList() : titles);
-}
-
-bool CsvTransfer::keepWhatWasTyped(std::vector<SaveRequest>& replacing) {
-    struct Replaced {
-        std::shared_ptr<const CompanyRecord> stored;
-        std::shared_ptr<CompanyRecord> imported;
-    };
-    std::vector<TypedFiguresDialog::Company> asked;
-    std::vector<Replaced> records;
-    QStringList locked;
-    QStringList damaged;
-    std::vector<SaveRequest> unlocked;
-    for (SaveRequest& request : replacing) {
-        const auto loaded = store_.load(*request.id);
-        if (!loaded) {
-            tellFault(window_, tr("Nothing was imported."), fromUtf8(loaded.error().message));
-            return false;
-        }
-        const LoadedCompany& stored = loaded.value();
-        const QString title = titleOf(*stored.record);
-        if (isLocked(*stored.record)) {
-            locked.append(title);
-            continue;
-        }
-        if (stored.damage) { // a save would make it final
-            damaged.append(title);
-            continue;
-        }
-        const auto imported = request.record->clone();
-        request.record = imported;
-        request.expectedRevision = stored.revision;
-        keepWhatIsMissing(*stored.record, request.account.documents, *imported);
-        auto typed = typedFigures(*stored.record, stored.origins, *imported);
-        if (!typed.empty()) {
-            asked.push_back({title, std::move(typed)});
-            records.push_back({stored.record, imported});
-        }
-        unlocked.push_back(request);
-    }
-    tellLeft(locked, tr("The data is locked. Unlock it to import figures."));
-    tellLeft(damaged, tr("What is stored is not as it was saved. Open it, and save what it is to "
-                         "be, before figures are imported."));
-    replacing = std::move(unlocked);
-    if (asked.empty())
-        return true;
-    TypedFiguresDialog dialog(asked, window_);
-    if (dialog.exec() != QDialog::Accepted)
-        return false;
-    for (std::size_t company = 0; company < records.size(); ++company)
-        keepFigures(*records[company].stored, dialog.kept(company), *records[company].imported);
-    return true;
 }
 
 void CsvTransfer::exportCompanies(const std::vector<CompanySummary>& companies,

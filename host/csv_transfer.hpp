@@ -2,9 +2,11 @@
 #pragma once
 
 #include "company/company_csv.hpp"
+#include "host/replacing_import.hpp"
 #include "store/company_store.hpp"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -38,15 +40,12 @@ class CsvTransfer {
     // With its progress, which can be stopped.
     FolderImport readFolder(const QString& path);
     std::vector<CompanyKey> keep(const std::vector<FolderImport::Entry>& entries);
-    // Where each record goes; nothing when the user gave up.
+    // Where each record goes, and what is gone then; nothing when the user gave up.
     std::optional<std::vector<SaveRequest>>
-    requests(const std::vector<FolderImport::Entry>& entries);
+    requests(const std::vector<FolderImport::Entry>& entries, GoneFigures& gone);
+    void tellImported(const QString& what, const GoneFigures& gone, const QStringList& notes);
     enum class Known { keepBoth, replace, cancel };
     Known askAboutKnown(const QStringList& names);
-    // Puts what was typed into what comes in its place, but for what the user ticks; leaves those
-    // out that are locked or damaged. False when the user gave up, or where there was an error.
-    bool keepWhatWasTyped(std::vector<SaveRequest>& replacing);
-    void tellLeft(const QStringList& titles, const QString& why);
 
     CompanyStore& store_;
     QMainWindow* window_;

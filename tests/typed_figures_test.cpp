@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/typed_figures.hpp"
+#include "record/setting_table.hpp"
 #include "tests/support/dates.hpp"
 #include "tests/support/elements.hpp"
 
@@ -229,8 +230,12 @@ class MissingFromTheImport : public testing::Test {
         putElement(stored, Datum::YEPSSeries, 1, 6);
         putElement(stored, Datum::QEPSSeries, 0, 1.5);
     }
-    void keep(const std::map<Datum, std::string>& files = {}) {
-        keepWhatIsMissing(stored, files, imported);
+    void keep(const std::map<Datum, std::string>& files = {},
+              const std::set<std::string_view>& settings = {}) {
+        CsvImport import;
+        import.files = files;
+        import.settings = settings;
+        keepWhatIsMissing(stored, import, imported);
     }
     CompanyRecord stored;
     CompanyRecord imported;
@@ -257,11 +262,36 @@ TEST_F(MissingFromTheImport, AKeyOrAColumnStaysAsItIsStored) {
 // The form gives one to a record that has none.
 TEST_F(MissingFromTheImport, AUnitThatItDoesNotNameStaysAsItIsStored) {
     stored.get_Settings()->put(setting::unit, std::int16_t{9});
-    keep();
-    EXPECT_EQ(imported.get_Settings()->get(setting::unit).toLong(), 9);
+    keep({}, {setting::unit});
+    EXPECT_EQ(imported.get_Settings()->get(setting::unit).toLong(), 9) << "0 is none";
     imported.get_Settings()->put(setting::unit, std::int16_t{3});
-    keep();
+    keep({}, {setting::unit});
     EXPECT_EQ(imported.get_Settings()->get(setting::unit).toLong(), 3);
+}
+
+TEST_F(MissingFromTheImport, ASettingThatItDoesNotNameStaysAsItIsStored) {
+    stored.get_Settings()->put(setting::currencySymbol, std::string("EUR"));
+    stored.get_Settings()->put(setting::leadPeriod, std::int16_t{2});
+    stored.get_Settings()->put(setting::taxRate, true);
+    stored.get_Settings()->put(setting::bookValue, true);
+    keep({}, {setting::bookValue});
+    const auto settings = imported.get_Settings();
+    EXPECT_EQ(settings->get(setting::currencySymbol).toText(), "EUR");
+    EXPECT_EQ(settings->get(setting::leadPeriod).toLong(), 2);
+    EXPECT_TRUE(settings->get(setting::taxRate).toBoolean());
+    EXPECT_FALSE(settings->get(setting::bookValue).toBoolean()) << "it says so";
+}
+
+TEST_F(MissingFromTheImport, TheEndOfTheSameYearStaysAsItIsStored) {
+    imported.put_LastFY(2024);
+    keep({{Datum::YEPSSeries, "y.csv"}});
+    EXPECT_EQ(imported.get_LastFYDate(), day(2024, 9, 28));
+}
+
+TEST_F(MissingFromTheImport, TheEndOfTheSameYearGoesWhereItIsThereAndEmpty) {
+    imported.put_LastFY(2024);
+    keep({{Datum::LastFYDate, "c.csv"}});
+    EXPECT_EQ(imported.stored(Datum::LastFYDate), CompanyRecord().stored(Datum::LastFYDate));
 }
 
 TEST_F(MissingFromTheImport, ATableOfTheImportIsItsOwn) {
@@ -291,6 +321,119 @@ TEST_F(MissingFromTheImport, TheOtherDateOfATableIsNotTakenOver) {
     EXPECT_EQ(imported.stored(Datum::LastQDate), CompanyRecord().stored(Datum::LastQDate));
     EXPECT_EQ(elementOf(imported, Datum::YEPSSeries, 2), 6);
     EXPECT_EQ(elementOf(imported, Datum::QEPSSeries, 1), 1.5);
+}
+
+// --- what goes by an import ----------------------------------------------------------------------
+
+class GoneFigures : public testing::Test {
+  protected:
+    GoneFigures() {
+        for (CompanyRecord* record : {&stored, &imported}) {
+            record->put_LastFY(2024);
+            record->put_LastQDate(day(2025, 3, 31));
+        }
+        for (const DatumRow& row : datumTable())
+            for (int element = 0; element <= CompanyRecord::quarterlyUpper; ++element)
+                origins.put(row.datum, isSeries(row) ? std::optional(element) : std::nullopt,
+                            {Origin::imported, "x.csv", false});
+        for (const SettingRow& row : settingTable)
+            origins.putSetting(row.name, {Origin::imported, "x.csv", false});
+    }
+    [[nodiscard]] std::vector<std::string> lines() const {
+        std::vector<std::string> lines;
+        for (const ReplacedFigure& one : goneFigures(stored, origins, imported))
+            lines.push_back(describeGone(one));
+        return lines;
+    }
+    using Lines = std::vector<std::string>;
+    CompanyRecord stored;
+    CompanyRecord imported;
+    FigureOrigins origins;
+};
+
+TEST_F(GoneFigures, AreThoseThatTheImportHasNothingFor) {
+    putElement(stored, Datum::YRevenueSeries, 1, 391035);
+    putElement(stored, Datum::YRevenueSeries, 2, 383285);
+    putElement(imported, Datum::YRevenueSeries, 2, 383286);
+    putElement(imported, Datum::YRevenueSeries, 3, 1);
+    putElement(stored, Datum::QEPSSeries, 1, 2.4);
+    stored.put_City("Graz");
+    stored.put_TotalDebt(1234.5);
+    stored.put_PriceUpdatedDate(day(2025, 1, 2));
+    stored.get_Settings()->put(setting::currencySymbol, std::string("EUR"));
+    EXPECT_EQ(lines(),
+              (Lines{"Quarterly Earnings Per Share 2024-12-31: 2.4", "Yearly Revenue 2024: 391035",
+                     "Total Debt: 1234.5", "Price Update Date: 2025-01-02", "City: Graz",
+                     "Currency Symbol: EUR"}));
+    EXPECT_TRUE(goneFigures(stored, origins, stored).empty());
+}
+
+TEST_F(GoneFigures, AreNotThoseThatOnlyMove) {
+    putElement(stored, Datum::YRevenueSeries, 1, 391035);
+    putElement(stored, Datum::QEPSSeries, 0, 2.4);
+    imported.put_LastFY(2025);
+    imported.put_LastQDate(day(2025, 9, 30));
+    putElement(imported, Datum::YRevenueSeries, 2, 391035);
+    putElement(imported, Datum::QEPSSeries, 2, 2.4);
+    EXPECT_EQ(lines(), Lines());
+}
+
+TEST_F(GoneFigures, AreThoseThatHaveNoPlaceAnyMore) {
+    putElement(stored, Datum::YRevenueSeries, 10, 215639);
+    putElement(stored, Datum::QEPSSeries, 0, 2.4);
+    imported.put_LastFY(2025);
+    imported.put_LastQDate(day(2024, 12, 31));
+    EXPECT_EQ(lines(),
+              (Lines{"Quarterly Earnings Per Share 2025-03-31: 2.4, after the last quarter of the "
+                     "import",
+                     "Yearly Revenue 2015: 215639, too old for the table"}));
+}
+
+// What a person would lose is told apart, and what is worked out comes again.
+TEST_F(GoneFigures, AreNotThoseThatWereTypedOrWorkedOut) {
+    putElement(stored, Datum::YRevenueSeries, 1, 391035);
+    stored.put_City("Graz");
+    for (const std::optional<Origin> origin :
+         {std::optional(Origin::typed), std::optional(Origin::pasted),
+          std::optional(Origin::derived), std::optional<Origin>()}) {
+        origins.put(Datum::YRevenueSeries, 1, {origin, "", false});
+        origins.put(Datum::City, {}, {origin, "", false});
+        EXPECT_EQ(lines(), Lines());
+    }
+}
+
+// Whoever typed it: the dates are always those of the import.
+TEST_F(GoneFigures, AreDatesThatTheImportDoesNotHave) {
+    stored.put_LastFYDate(day(2024, 9, 28));
+    origins.put(Datum::LastFYDate, {}, {Origin::typed, "", false});
+    ASSERT_EQ(lines().size(), 1U);
+    EXPECT_TRUE(lines().front().ends_with(": 2024-09-28")) << lines().front();
+    imported.put_LastFYDate(day(2025, 9, 27));
+    stored.put_LastQDateForGrid(day(2025, 3, 31));
+    EXPECT_EQ(lines(), Lines()) << "the other date of the quarters says it";
+}
+
+TEST_F(GoneFigures, AreToldByTheirNumberAndTheFirstOfThem) {
+    const auto told = [&] { return goneInWords(goneFigures(stored, origins, imported)); };
+    EXPECT_EQ(told(), Lines());
+    putElement(stored, Datum::YRevenueSeries, 1, 391035);
+    EXPECT_EQ(told(), Lines{"1 figure that the files do not have is gone: Yearly Revenue 2024."});
+    putElement(stored, Datum::YRevenueSeries, 2, 1);
+    putElement(stored, Datum::YRevenueSeries, 3, 1);
+    EXPECT_EQ(told(), Lines{"3 figures that the files do not have are gone: Yearly Revenue 2024, "
+                            "Yearly Revenue 2023, Yearly Revenue 2022."});
+    putElement(stored, Datum::YRevenueSeries, 4, 1);
+    putElement(stored, Datum::YRevenueSeries, 5, 1);
+    EXPECT_EQ(told(), Lines{"5 figures that the files do not have are gone: Yearly Revenue 2024, "
+                            "Yearly Revenue 2023, Yearly Revenue 2022 and 2 more."});
+    putElement(stored, Datum::YRevenueSeries, 10, 1);
+    imported.put_LastFY(2025);
+    putElement(imported, Datum::YRevenueSeries, 2, 391035);
+    putElement(imported, Datum::YRevenueSeries, 3, 1);
+    putElement(imported, Datum::YRevenueSeries, 4, 1);
+    putElement(imported, Datum::YRevenueSeries, 5, 1);
+    EXPECT_EQ(told(), (Lines{"1 figure that the files do not have is gone: Yearly Revenue 2020.",
+                             "1 figure too old for the table is gone: Yearly Revenue 2015."}));
 }
 
 } // namespace

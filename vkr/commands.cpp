@@ -53,7 +53,8 @@ const CommandRow commands[] = {
      "Reads every company of a folder of CSV files. A company that can't be read keeps none of "
      "the others out. One that the database has already with other data is left alone, unless "
      "--replace or --keep-both says otherwise; --replace leaves alone what was typed, and "
-     "companies that are locked. A hundred companies are saved at a time: what was listed is "
+     "companies that are locked, and says how many figures are gone since the files do not have "
+     "them. A hundred companies are saved at a time: what was listed is "
      "saved, also when the program is stopped.",
      importCompanies},
     {"facts",

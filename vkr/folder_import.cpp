@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "vkr/folder_import.hpp"
 
-#include "company/typed_figures.hpp"
 #include "vkr/database.hpp"
 #include "vkr/read_ahead.hpp"
 
@@ -31,6 +30,7 @@ std::string namesOf(const std::vector<CompanySummary>& companies) {
 void noteFault(ImportedCompany& company, const StoreError& error) {
     company.fate = Fate::failed;
     company.errors.push_back(error.message);
+    company.gone.clear();
     company.fault = error.fault;
 }
 
@@ -91,11 +91,11 @@ void FolderImporter::choose(Pending& pending, const CsvImport& import) {
     if (stored.value().empty())
         pending.request = std::move(request);
     else
-        meet(pending, request, stored.value());
+        meet(pending, import, request, stored.value());
 }
 
 // What is stored of its symbol already.
-void FolderImporter::meet(Pending& pending, SaveRequest& request,
+void FolderImporter::meet(Pending& pending, const CsvImport& import, SaveRequest& request,
                           const std::vector<CompanySummary>& stored) {
     ImportedCompany& company = pending.company;
     std::optional<LoadedCompany> known;
@@ -124,11 +124,12 @@ void FolderImporter::meet(Pending& pending, SaveRequest& request,
     } else {
         matches_.take(stored.front());
         request.id = stored.front().key.id;
-        replace(pending, request, *known);
+        replace(pending, import, request, *known);
     }
 }
 
-void FolderImporter::replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored) {
+void FolderImporter::replace(Pending& pending, const CsvImport& import, SaveRequest& request,
+                             const LoadedCompany& stored) {
     ImportedCompany& company = pending.company;
     const auto record = request.record->clone();
     request.record = record;
@@ -137,7 +138,7 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
         return;
     }
     if (!stored.damage) // nothing that is wrong is to become right by a save
-        keepWhatIsMissing(*stored.record, request.account.documents, *record);
+        keepWhatIsMissing(*stored.record, import, *record);
     const bool keeps = known_ == KnownCompany::replace;
     if (keeps && stored.damage) { // what was typed can't be told from what is damaged
         company.errors.push_back(stored.damage->message);
@@ -146,7 +147,7 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
     const auto typed = typedFigures(*stored.record, stored.origins, *record);
     for (const ReplacedFigure& figure : typed)
         if (!keeps)
-            company.gone.push_back("what was typed is replaced: " + describe(figure));
+            company.typed.push_back("what was typed is replaced: " + describe(figure));
         else if (figure.leavesTheTable())
             company.errors.push_back("what was typed would be lost: " + describe(figure));
     if (!company.errors.empty())
@@ -160,6 +161,7 @@ void FolderImporter::replace(Pending& pending, SaveRequest& request, const Loade
             return;
         }
     }
+    company.gone = goneFigures(*stored.record, stored.origins, *record);
     company.fate = Fate::replaced;
     request.expectedRevision = stored.revision;
     pending.request = std::move(request);

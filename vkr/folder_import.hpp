@@ -2,6 +2,7 @@
 #pragma once
 
 #include "company/company_csv.hpp"
+#include "company/typed_figures.hpp"
 #include "store/company_store.hpp"
 #include "store/import_matches.hpp"
 
@@ -36,11 +37,12 @@ struct ImportedCompany {
     std::string name;
     std::string symbol;
     Fate fate = Fate::failed;
-    std::vector<std::string> errors; // why it failed, or was left
-    std::vector<std::string> kept;   // what the import has otherwise, and stayed as it was typed
-    std::vector<std::string> gone;   // what was typed, and is as the import has it
-    std::vector<std::string> notes;  // what was left out of it
-    std::optional<StoreFault> fault; // of the database
+    std::vector<std::string> errors;  // why it failed, or was left
+    std::vector<std::string> kept;    // what the import has otherwise, and stayed as it was typed
+    std::vector<std::string> typed;   // what was typed, and is as the import has it
+    std::vector<ReplacedFigure> gone; // what else was stored, and the import has nothing for
+    std::vector<std::string> notes;   // what was left out of it
+    std::optional<StoreFault> fault;  // of the database
 };
 
 // Brings the companies of a folder of CSV files into a database, a hundred by each transaction:
@@ -67,8 +69,10 @@ class FolderImporter {
     };
     [[nodiscard]] Pending pendingOf(const std::string& prefix, const CsvImport& import);
     void choose(Pending& pending, const CsvImport& import);
-    void meet(Pending& pending, SaveRequest& request, const std::vector<CompanySummary>& stored);
-    void replace(Pending& pending, SaveRequest& request, const LoadedCompany& stored);
+    void meet(Pending& pending, const CsvImport& import, SaveRequest& request,
+              const std::vector<CompanySummary>& stored);
+    void replace(Pending& pending, const CsvImport& import, SaveRequest& request,
+                 const LoadedCompany& stored);
     bool save(std::vector<Pending>& batch);
 
     CompanyStore& store_;

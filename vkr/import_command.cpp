@@ -4,6 +4,7 @@
 #include "vkr/folder_import.hpp"
 
 #include <array>
+#include <utility>
 
 namespace vkr {
 
@@ -26,8 +27,11 @@ KnownCompany knownIn(const CommandLine& line) {
 class ImportReport {
   public:
     explicit ImportReport(const Call& call) : call_(call) {
-        call_.output.begin({{.name = "fate", .width = 9}, {.name = "symbol", .width = 8}, {"name"}},
-                           {}, Rows::oneByOne);
+        std::vector<Column> columns = {
+            {.name = "fate", .width = 9}, {.name = "symbol", .width = 8}, {"name"}};
+        if (isForPrograms())
+            columns.push_back({"gone"});
+        call_.output.begin(std::move(columns), {}, Rows::oneByOne);
     }
 
     void add(const ImportedCompany& company) {
@@ -35,14 +39,19 @@ class ImportReport {
         notes_ += company.notes.size();
         if (company.fault && !fault_)
             fault_ = company.fault;
-        call_.output.row({std::string(fateNames[static_cast<std::size_t>(company.fate)]),
-                          company.symbol.empty() ? company.prefix : company.symbol, company.name});
+        std::vector<std::string> row = {
+            std::string(fateNames[static_cast<std::size_t>(company.fate)]),
+            company.symbol.empty() ? company.prefix : company.symbol, company.name};
+        if (isForPrograms())
+            row.push_back(std::to_string(company.gone.size()));
+        call_.output.row(std::move(row));
         kept_ += company.kept.size();
-        gone_ += company.gone.size();
+        typed_ += company.typed.size();
         tell(company, company.errors);
         tell(company, company.kept);
-        if (isVerbose() || call_.line.has(Option::dryRun))
-            tell(company, company.gone);
+        if (listsWhatGoes())
+            tell(company, company.typed);
+        tellGone(company);
         if (isVerbose())
             tell(company, company.notes);
     }
@@ -58,8 +67,8 @@ class ImportReport {
                          std::string(fateNames[fate]);
             }
         call_.terminal.say((words.empty() ? "Nothing was imported" : words) + ".");
-        if (gone_ > 0)
-            call_.terminal.say("Replaced though typed: " + std::to_string(gone_) +
+        if (typed_ > 0)
+            call_.terminal.say("Replaced though typed: " + std::to_string(typed_) +
                                (isVerbose() ? "." : "; --verbose lists them."));
         if (notes_ > 0 && !isVerbose())
             call_.terminal.say(std::to_string(notes_) +
@@ -75,6 +84,19 @@ class ImportReport {
 
   private:
     [[nodiscard]] bool isVerbose() const { return call_.line.has(Option::verbose); }
+    [[nodiscard]] bool listsWhatGoes() const {
+        return isVerbose() || call_.line.has(Option::dryRun);
+    }
+    [[nodiscard]] bool isForPrograms() const { return call_.output.format() != Format::text; }
+    // Each of them, or how many and the first ones.
+    void tellGone(const ImportedCompany& company) {
+        if (!listsWhatGoes())
+            return tell(company, goneInWords(company.gone));
+        std::vector<std::string> lines;
+        for (const ReplacedFigure& figure : company.gone)
+            lines.push_back("gone: " + describeGone(figure));
+        tell(company, lines);
+    }
     void tell(const ImportedCompany& company, const std::vector<std::string>& lines) {
         for (const std::string& line : lines)
             call_.terminal.say(printable(company.prefix + ": " + line));
@@ -97,8 +119,8 @@ class ImportReport {
     const Call& call_;
     std::array<std::size_t, std::size(fateNames)> counts_{};
     std::size_t notes_ = 0;
-    std::size_t kept_ = 0; // figures that stayed as they were typed
-    std::size_t gone_ = 0; // and those that did not
+    std::size_t kept_ = 0;  // figures that stayed as they were typed
+    std::size_t typed_ = 0; // and those that did not
     std::optional<StoreFault> fault_;
 };
 

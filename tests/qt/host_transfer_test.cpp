@@ -198,7 +198,9 @@ TEST_F(HostReplaceTest, WhatIsNewerThanTheImportIsToldWithTheReason) {
     const auto last = years.indexOf("\n2025,");
     ASSERT_GT(last, 0);
     write(yearly, years.remove(last, years.indexOf('\n', last + 1) - last));
-    importing([](QWidget& dialog) {
+    DialogAnswers answers;
+    answers.nextButton("Replace");
+    answers.next([](QWidget& dialog) {
         const QTreeWidgetItem& sales = *figures(dialog).topLevelItem(0);
         EXPECT_EQ(sales.text(0), "Yearly Revenue 2025");
         EXPECT_EQ(sales.text(1), "416,000");
@@ -208,6 +210,14 @@ TEST_F(HostReplaceTest, WhatIsNewerThanTheImportIsToldWithTheReason) {
         EXPECT_EQ(figures(dialog).topLevelItem(1)->text(2), "391,035");
         DialogAnswers::clickButton(dialog, "Import");
     });
+    answers.next([](QWidget& dialog) { // the rest of that year
+        const QString told = dynamic_cast<const QMessageBox&>(dialog).detailedText();
+        EXPECT_TRUE(told.contains(
+            "Yearly Earnings Per Share 2025: 7.46, after the last year of the import"))
+            << told.toStdString();
+        DialogAnswers::clickButton(dialog, "OK");
+    });
+    host_->importFile(companyFile());
     const auto after = stored(*host_, "AAPL");
     EXPECT_EQ(after->get_LastFY(), 2024);
     EXPECT_EQ(after->get_YRevenueSeries().array().number(0), 416000); // ahead
@@ -230,6 +240,38 @@ TEST_F(HostReplaceTest, ASettingThatWasTypedIsAskedAboutToo) {
         DialogAnswers::clickButton(dialog, "Import");
     });
     EXPECT_EQ(stored(*host_, "AAPL")->get_Settings()->get(setting::currencySymbol).toText(), "CHF");
+}
+
+// A year and a cell that an earlier import has brought.
+TEST_F(HostReplaceTest, WhatGoesBecauseTheFilesDoNotHaveItIsTold) {
+    const QString yearly = folder() + "AAPL-yearly.csv";
+    QByteArray years = contents(yearly);
+    const auto from = years.indexOf("\n2017,");
+    ASSERT_GT(from, 0);
+    write(yearly, years.remove(from, years.indexOf('\n', from + 1) - from));
+    QByteArray company = contents(companyFile());
+    const auto city = company.indexOf("\ncity,");
+    ASSERT_GT(city, 0);
+    company.replace(city, company.indexOf('\n', city + 1) - city, "\ncity,\r");
+    write(companyFile(), company);
+
+    QString told;
+    DialogAnswers answers;
+    answers.nextButton("Replace");
+    answers.nextButton("Import"); // what was typed stays
+    answers.next([&](QWidget& dialog) {
+        const auto& box = dynamic_cast<const QMessageBox&>(dialog);
+        told = box.text() + '\n' + box.informativeText() + '\n' + box.detailedText();
+        DialogAnswers::clickButton(dialog, "OK");
+    });
+    host_->importFile(companyFile());
+    EXPECT_TRUE(told.startsWith("Apple Inc. (AAPL) was imported.\n")) << told.toStdString();
+    EXPECT_TRUE(told.contains(" figures that the files do not have are gone: Yearly "))
+        << told.toStdString();
+    EXPECT_TRUE(told.contains("\"History...\"")) << told.toStdString();
+    EXPECT_TRUE(told.contains("\nYearly Revenue 2017: 229234\n")) << told.toStdString();
+    EXPECT_TRUE(told.endsWith("\nCity: Cupertino")) << told.toStdString();
+    EXPECT_EQ(stored(*host_, "AAPL")->get_City(), "");
 }
 
 TEST_F(HostReplaceTest, OfSeveralOfASymbolNoneIsReplaced) {

@@ -39,9 +39,9 @@ TEST_F(ImportCommand, TheSamplesComeInWholeAndASecondTimeChangeNothing) {
     importSamples();
     const auto again = run({"import", samples(), "--format", "tsv"});
     EXPECT_EQ(again.code, 0) << again.err;
-    EXPECT_EQ(again.out, "fate\tsymbol\tname\nunchanged\tAAPL\tApple Inc.\n"
-                         "unchanged\tNVDA\tNVIDIA CORP\nunchanged\tSNOW\tSNOWFLAKE INC.\n"
-                         "unchanged\tTSLA\tTesla, Inc.\n");
+    EXPECT_EQ(again.out, "fate\tsymbol\tname\tgone\nunchanged\tAAPL\tApple Inc.\t0\n"
+                         "unchanged\tNVDA\tNVIDIA CORP\t0\nunchanged\tSNOW\tSNOWFLAKE INC.\t0\n"
+                         "unchanged\tTSLA\tTesla, Inc.\t0\n");
     const auto database = store();
     const auto list = database->list();
     ASSERT_EQ(list.value().size(), 4U);
@@ -177,6 +177,57 @@ TEST_F(ImportCommand, WhatTheFilesHaveNoKeyOrColumnForStays) {
     EXPECT_EQ(record->get_Industry(), "") << "it is there, and empty";
     EXPECT_EQ(elementOf(*record, Datum::YDividendSeries, 2), 1.02) << "of 2024";
     EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 1), 8);
+}
+
+// A year and a cell that an earlier import has brought, and this one has nothing for.
+TEST_F(ImportCommand, WhatGoesBecauseTheFilesDoNotHaveItIsTold) {
+    const QByteArray company = "key,value\nname,X\nsymbol,X\n";
+    const QByteArray head = "fiscal_year,fiscal_year_end,revenue_musd,dividend\n";
+    write("in/X-company.csv", company + "industry,Mining\ncurrency_symbol,EUR\n");
+    write("in/X-yearly.csv", head + "2024,2024-12-31,7,1.02\n2023,2023-12-31,6,\n");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    write("in/X-company.csv", company + "industry,\n");
+    write("in/X-yearly.csv", head + "2025,2025-12-31,8,1.1\n2024,2024-12-31,7,\n");
+
+    const auto dry = run({"import", "in", "--replace", "--dry-run", "--format", "tsv"});
+    EXPECT_EQ(dry.code, 0);
+    EXPECT_EQ(dry.out, "fate\tsymbol\tname\tgone\nreplaced\tX\tX\t3\n");
+    for (const char* gone :
+         {"X: gone: Industry: Mining\n", "X: gone: Yearly Dividends Declared 2024: 1.02\n",
+          "X: gone: Yearly Revenue 2023: 6\n"})
+        EXPECT_TRUE(contains(dry.err, gone)) << dry.err;
+    const auto json = run({"import", "in", "--replace", "--dry-run", "--format", "json"});
+    EXPECT_TRUE(contains(json.out, "\"gone\": \"3\"")) << json.out;
+
+    const auto replaced = run({"import", "in", "--replace"});
+    EXPECT_EQ(replaced.code, 0);
+    EXPECT_EQ(replaced.out, "fate       symbol    name\nreplaced   X         X\n");
+    EXPECT_TRUE(contains(replaced.err, "X: 3 figures that the files do not have are gone: Yearly "))
+        << replaced.err;
+    EXPECT_TRUE(contains(replaced.err, ", Industry.\n")) << replaced.err;
+    const auto record = store()->load(1).value().record;
+    EXPECT_EQ(elementOf(*record, Datum::YRevenueSeries, 3), 0);
+    EXPECT_EQ(record->get_Settings()->get(setting::currencySymbol).toText(), "EUR")
+        << "of which the file does not speak";
+    EXPECT_FALSE(contains(run({"import", "in", "--replace"}).err, "gone")) << "it is gone already";
+}
+
+TEST_F(ImportCommand, WhatANewYearPushesOutIsTold) {
+    importSamples();
+    writeNextYear();
+    const auto replaced = run({"import", "in", "--replace"});
+    EXPECT_EQ(replaced.code, 0) << replaced.err;
+    EXPECT_TRUE(contains(replaced.err, " figures too old for the table are gone: Yearly "))
+        << replaced.err;
+    EXPECT_FALSE(contains(replaced.err, "do not have")) << replaced.err;
+}
+
+TEST_F(ImportCommand, NothingIsGoneWhereNothingIsReplaced) {
+    write("in/X-company.csv", "key,value\nname,X\nsymbol,X\nindustry,Mining\n");
+    ASSERT_EQ(run({"import", "in", "--create"}).code, 0);
+    write("in/X-company.csv", "key,value\nname,X\nsymbol,X\nindustry,\n");
+    for (const char* option : {"--dry-run", "--keep-both"})
+        EXPECT_FALSE(contains(run({"import", "in", option}).err, "gone")) << option;
 }
 
 TEST_F(ImportCommand, ASettingThatWasTypedStaysToo) {
