@@ -17,6 +17,8 @@ namespace vkr {
 
 namespace {
 
+constexpr char outdatedSign = '!';
+
 std::shared_ptr<CompanyRecord> datesOf(const CompanyRecord& company) {
     auto dates = std::make_shared<CompanyRecord>();
     for (const auto& [datum, period] : datingData)
@@ -49,15 +51,11 @@ std::string utcText(std::chrono::system_clock::time_point at) {
     return {text, std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts)};
 }
 
-std::string originText(const Change& change) {
-    return change.origin ? std::string(originName(*change.origin)) : std::string();
-}
-
 // The rows of one group while they are put together.
 class RowsOfGroup {
   public:
-    RowsOfGroup(FirstPeriods before, FirstPeriods after)
-        : before_(std::move(before)), after_(std::move(after)) {}
+    RowsOfGroup(FirstPeriods before, FirstPeriods after, const FigureOrigins* origins)
+        : before_(std::move(before)), after_(std::move(after)), origins_(origins) {}
 
     void add(const Change& change) {
         if (!change.setting.empty()) {
@@ -102,6 +100,15 @@ class RowsOfGroup {
         bool hasBefore = true;
     };
 
+    [[nodiscard]] std::string originText(const Change& change) const {
+        std::string text(change.origin ? originName(*change.origin) : std::string_view());
+        const bool isFigure = change.setting.empty() && !change.after.isArray();
+        if (origins_ != nullptr && isFigure &&
+            origins_->of(change.datum, change.element).isOutdated)
+            text += outdatedSign;
+        return text;
+    }
+
     Open& openRow(const DatumRow& row, const Change& change) {
         const std::string origin = originText(change);
         const std::string& from = before_.of(row.period);
@@ -130,14 +137,19 @@ class RowsOfGroup {
 
     FirstPeriods before_;
     FirstPeriods after_;
+    const FigureOrigins* origins_;
     std::vector<Open> rows_;
 };
 
 } // namespace
 
+bool isOutdated(const HistoryRow& row) {
+    return row.origin.ends_with(outdatedSign);
+}
+
 std::vector<SavedGroup> savedGroups(const CompanyRecord& stored,
-                                    const std::vector<ChangeGroup>& groups,
-                                    const std::string& time) {
+                                    const std::vector<ChangeGroup>& groups, const std::string& time,
+                                    const FigureOrigins* origins) {
     std::vector<SavedGroup> saved;
     const auto reached = datesOf(stored);
     FirstPeriods before(*reached);
@@ -147,8 +159,8 @@ std::vector<SavedGroup> savedGroups(const CompanyRecord& stored,
                 ifPossible([&] { replay(*reached, change); });
         const FirstPeriods after(*reached);
         RowsOfGroup rows = group.counted ? RowsOfGroup(FirstPeriods(group.counted->before),
-                                                       FirstPeriods(group.counted->after))
-                                         : RowsOfGroup(before, after);
+                                                       FirstPeriods(group.counted->after), origins)
+                                         : RowsOfGroup(before, after, origins);
         for (const Change& change : group.changes)
             rows.add(change);
         saved.push_back(

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "company/company_record.hpp"
+#include "company/figure_origins.hpp"
 #include "store/company_history.hpp"
 
 #include <string>
@@ -19,6 +20,7 @@ struct HistoryRow {
     // The values of these elements one behind the other, "" where all of them are absent.
     std::string before;
     std::string after;
+    // "typed"; "typed!" where one of the figures that it follows from had changed since.
     std::string origin;
     std::string document;
 };
@@ -31,15 +33,17 @@ struct SavedGroup {
 };
 
 // Groups as they are stored. `stored` is the company before the first of them, `time` that of the
-// save.
+// save. `origins`: of what a history begins with, of which the changes before are not known.
 [[nodiscard]] std::vector<SavedGroup> savedGroups(const CompanyRecord& stored,
                                                   const std::vector<ChangeGroup>& groups,
-                                                  const std::string& time);
+                                                  const std::string& time,
+                                                  const FigureOrigins* origins = nullptr);
 
 // What the row says happened, value by value.
 [[nodiscard]] std::vector<HistoryChange> changesOf(const HistoryRow& row);
 // Makes of the company before the change the one after it, and adds what that was; false where the
 // row can't be read.
 bool redo(const HistoryRow& row, CompanyRecord& record, std::vector<Change>& done);
+[[nodiscard]] bool isOutdated(const HistoryRow& row);
 
 } // namespace vkr

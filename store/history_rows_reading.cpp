@@ -76,6 +76,11 @@ std::optional<int> elementOf(std::string_view text) {
                                                                     : std::nullopt;
 }
 
+std::optional<Origin> originOf(const HistoryRow& row) {
+    return originNamed(
+        std::string_view(row.origin).substr(0, row.origin.size() - (isOutdated(row) ? 1 : 0)));
+}
+
 // By how many elements the periods of a row stand further on after the change.
 int movedBy(const DatumRow& row, std::string_view before, std::string_view after) {
     if (row.period == DatumPeriod::quarter) {
@@ -167,8 +172,8 @@ bool redoSetting(const HistoryRow& row, const SettingRow& setting, CompanyRecord
 } // namespace
 
 std::vector<HistoryChange> changesOf(const HistoryRow& row) {
-    HistoryChange like{
-        row.datum, std::nullopt, {}, row.before, row.after, originNamed(row.origin), row.document};
+    HistoryChange like{row.datum, std::nullopt,  {},          row.before,
+                       row.after, originOf(row), row.document};
     const DatumRow* datum = datumNamed(row.datum);
     if (datum == nullptr || !isSeries(*datum)) {
         if (datum != nullptr && !isOf<datum_kind::Text>(datum->datum)) {
@@ -206,8 +211,7 @@ bool redo(const HistoryRow& row, CompanyRecord& record, std::vector<Change>& don
     if (datum == nullptr)
         return false;
     const Variant& held = record.stored(datum->datum);
-    Change change{
-        {datum->datum, std::nullopt, held, held}, {}, originNamed(row.origin), row.document};
+    Change change{{datum->datum, std::nullopt, held, held}, {}, originOf(row), row.document};
     if (isSeries(*datum)) {
         if (!redoSeries(row, change, record))
             return false;

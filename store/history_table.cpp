@@ -101,6 +101,26 @@ bool isAsked(const HistoryChange& change, const HistoryQuery& query) {
            (query.period.empty() || isPeriod(change.period, query.period));
 }
 
+// False where a row can't be read.
+bool redoGroup(const std::vector<HistoryRow>& rows, HistoryState& state) {
+    bool isSound = true;
+    ChangeGroup done;
+    std::vector<Change> outdated;
+    for (const HistoryRow& row : rows) {
+        const auto before = std::ssize(done.changes);
+        isSound &= redo(row, *state.record, done.changes);
+        if (isOutdated(row))
+            outdated.insert(outdated.end(), done.changes.begin() + before, done.changes.end());
+    }
+    state.origins.note(done);
+    for (const Change& change : outdated) {
+        FigureOrigin origin = state.origins.of(change.datum, change.element);
+        origin.isOutdated = true;
+        state.origins.put(change.datum, change.element, origin);
+    }
+    return isSound;
+}
+
 } // namespace
 
 bool isAsked(const HistoryGroup& group, const HistoryQuery& query) {
@@ -146,7 +166,7 @@ void HistoryTable::begin(const CompanyKey& key, const std::string& name, const H
     account.rest.name = name;
     account.origins = state.origins;
     add(key, stamp.user,
-        savedGroups(empty, exactGroups(empty, *state.record, account), stamp.time));
+        savedGroups(empty, exactGroups(empty, *state.record, account), stamp.time, &state.origins));
 }
 
 void HistoryTable::insertRows(const CompanyKey& key, std::int64_t place,
@@ -254,10 +274,7 @@ HistoryTable::Replayed HistoryTable::replay(std::int64_t id, std::int64_t revisi
             replayed.record = std::make_shared<CompanyRecord>();
         replayed.revision = stored.group.revision;
         replayed.isSound &= stored.isSound;
-        ChangeGroup done;
-        for (const HistoryRow& row : stored.rows)
-            replayed.isSound &= redo(row, *replayed.record, done.changes);
-        replayed.origins.note(done);
+        replayed.isSound &= redoGroup(stored.rows, replayed);
         return true;
     });
     return replayed;

@@ -145,7 +145,9 @@ CompanyKey StoreSession::write(const StoredState& stored, const SaveRequest& req
     else
         companies_.update(key, company);
     const CompanyRecord& before = isChangedOutside ? *stored.lastSaved : *stored.record;
-    history_.add(key, saved.user, savedGroups(before, groups, saved.time));
+    const bool isCopy = isNew && request.account.origins && groups.size() == 1;
+    history_.add(key, saved.user,
+                 savedGroups(before, groups, saved.time, isCopy ? &origins : nullptr));
     if (const auto until = history_.shorten(key))
         verdicts_.shorten(key.id, *until);
     writeListing(*connection_, listingOf(key.id, *record, saved.time));

@@ -452,6 +452,41 @@ TEST_P(CompanyHistory, KnowsOfEachStateWhereItsFiguresCameFrom) {
     EXPECT_EQ(store->history(1).value().back().name, "Earlier changes");
 }
 
+// A sum that was typed, and quarters that were typed after it: it may be worked out.
+TEST_P(CompanyHistory, StillKnowsWhatIsOutdatedWhereItIsBounded) {
+    const auto store = open(place());
+    ASSERT_DONE(store->setHistoryLimit(4));
+    const auto record = company();
+    record->put_Last4QEPS(1.6);
+    putElement(*record, Datum::YTaxRateSeries, 1, 21);
+    putElement(*record, Datum::YTaxRateSeries, 2, 22);
+    ASSERT_DONE(store->save(std::nullopt, *record));
+    putElement(*record, Datum::QEPSSeries, 0, 0.5);
+    putElement(*record, Datum::YNetIncSeries, 2, 7);
+    ASSERT_DONE(store->save(1, *record, 1));
+    for (int save = 2; save < 9; ++save) {
+        record->put_TotalDebt(save);
+        ASSERT_DONE(store->save(1, *record, save));
+    }
+    const auto expectMarks = [&](std::int64_t id) {
+        EXPECT_TRUE(store->load(id).value().origins.of(Datum::Last4QEPS).isOutdated);
+        for (const HistoryGroup& group : store->history(id).value()) {
+            const FigureOrigins origins = store->stateAfter(id, group).value().origins;
+            EXPECT_EQ(origins.of(Datum::Last4QEPS), (FigureOrigin{Origin::typed, "", true}));
+            EXPECT_FALSE(origins.of(Datum::YTaxRateSeries, 1).isOutdated);
+            EXPECT_TRUE(origins.of(Datum::YTaxRateSeries, 2).isOutdated);
+            EXPECT_FALSE(origins.of(Datum::QEPSSeries, 0).isOutdated);
+        }
+    };
+    expectMarks(1);
+    const HistoryGroup earliest = store->history(1).value().back();
+    EXPECT_EQ(earliest.name, "Earlier changes");
+    for (const HistoryChange& change : earliest.changes)
+        EXPECT_EQ(change.origin, Origin::typed) << change.datum;
+    EXPECT_EQ(store->check(1).value(), std::nullopt);
+    expectMarks(store->duplicate(1).value().id);
+}
+
 TEST_P(CompanyHistory, OfACopyTellsWhereItsFiguresCameFrom) {
     const auto store = open(place());
     SaveAccount imported;
