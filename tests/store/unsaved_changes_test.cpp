@@ -320,8 +320,7 @@ TEST_F(UnsavedFiles, LoseAtMostTheFigureThatIsBeingTypedWhenTheProgramIsKilled) 
     const QTemporaryDir folder(QFileInfo("/dev/shm").isWritable()
                                    ? "/dev/shm/vkr-XXXXXX"
                                    : QDir::tempPath() + "/vkr-XXXXXX");
-    killWhileTyping({folder.path().toStdString(), "companies.vkr.unsaved-"},
-                    qEnvironmentVariableIsSet("VKR_LONG_TESTS") ? 200 : 25);
+    killWhileTyping({folder.path().toStdString(), "companies.vkr.unsaved-"}, 200);
 }
 
 } // namespace
