@@ -119,7 +119,6 @@ void EntryContext::ComputeUnitFactor() {
         const auto held = settingObject(*company, SettingHolder::settings);
         stored = held->get(setting::unit).toLong();
         if (stored == 0) {
-            stored = defaultUnit;
             held->put(setting::unit, defaultUnit);
             applySettings(*company, SettingHolder::settings);
         }

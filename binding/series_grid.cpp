@@ -237,8 +237,8 @@ void SeriesGrid::takeText(Cell cell) {
         shownIn(cell)->typedIn.endEntry();
     if (!element || (waits && !untouched))
         return;
-    const auto& before = shownIn(cell);
-    shownIn(cell) = ShownFigure{{series.series, element}, before ? before->figure : 0, {}};
+    auto& shown = shownIn(cell);
+    shown = ShownFigure{{series.series, element}, shown.value_or(ShownFigure()).figure, {}};
     if (!untouched) {
         forgetWaiting({series.series, element});
         std::string reason = reasonNotToStore();

@@ -50,6 +50,7 @@ class SeriesGrid {
     }
     [[nodiscard]] DataEntryObject objectOf(const Control& control) const;
     [[nodiscard]] std::optional<Cell> find(const Control& control) const;
+    [[nodiscard]] Form& form() const { return context_.form; }
     [[nodiscard]] int rowCount() const { return static_cast<int>(cells_.front().size()); }
     [[nodiscard]] TextBox& box(Cell cell) const {
         return *cells(cell.column)[static_cast<std::size_t>(cell.row)];

@@ -31,7 +31,7 @@ void CellSelection::setAll(SeriesGrid& grid) {
 }
 
 void CellSelection::set(SeriesGrid& grid, const Span& span, Cell end) {
-    const Form::Update update(grid.box({0, 0}).form());
+    const Form::Update update(grid.form());
     clear();
     if (span.firstColumn == span.lastColumn && span.firstRow == span.lastRow)
         return;
@@ -42,7 +42,7 @@ void CellSelection::set(SeriesGrid& grid, const Span& span, Cell end) {
 void CellSelection::clear() {
     if (!isActive())
         return;
-    const Form::Update update(grid()->box({0, 0}).form());
+    const Form::Update update(grid()->form());
     setHighlighted(false);
     selected_.reset();
 }
