@@ -166,6 +166,17 @@ TEST(CompanyFindings, pointAtTheFigureThatMostOfThemSuspect) {
         EXPECT_EQ(one.places.front(), (FigurePlace{YNetIncSeries, 3})) << one.text;
 }
 
+TEST(CompanyFindings, pointAtTheDateThatIsToCome) {
+    const auto company = soundCompany();
+    const Date toCome = makeDate(2027, 12, 31).value();
+    company->put_LastFYDate(toCome);
+    company->put_LastQDateForGrid(toCome);
+    const auto findings = companyFindings(*company, {{}, makeDate(2026, 11, 21).value()});
+    ASSERT_EQ(rulesOf(findings),
+              (std::vector<std::string>{"year-unlike-its-end", "day-to-come", "day-to-come"}));
+    EXPECT_EQ(findings[0].places.front(), (FigurePlace{LastFYDate, {}}));
+}
+
 TEST(CompanyFindings, putTheSurestFigureFirstAndKeepThoseOfOneTogether) {
     const auto company = soundCompany();
     company->put_DilutedShares(98);            // a hint
