@@ -295,10 +295,10 @@ constexpr StringRow standardRows[] = {
     {632, "This value could not be stored."},
     {633, "Without a date of the last quarter this figure has no quarter and was not stored."},
     {634, "These figures could not be moved. They stand in another period now:"},
-    {635,
-     "Stored for now. The four quarters add up to another figure, which will replace this one:"},
+    {635, "Stored for now. The earnings in the tables give another figure, which will replace "
+          "this one:"},
     {636, "It was typed in %1. Type it anew in %2."},
-    {637, "%1 was typed here. What the four quarters add up to has taken its place."},
+    {637, "%1 was typed here. What the earnings in the tables give has taken its place."},
     {638, "Copied in %1, and stored as it stands in %2."},
     {639,
      "The yearly figures stand in other years now: the newest ones in %1, not in %2. To keep them "

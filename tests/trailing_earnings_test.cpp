@@ -131,6 +131,9 @@ TEST_F(FiscalYearEarnings, AreTheYearlyFigureAsSoonAsItIsTyped) {
     typeOver(scene, "txtYEPS(9)", "10.1");
     EXPECT_EQ(shown(), "10.10");
     EXPECT_EQ(company->get_Last4QEPS(), 10.1);
+    typeOver(scene, "txtLast4QEPS", "9");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "Stored for now. The earnings in the tables give "
+                                             "another figure, which will replace this one: 10.10");
     typeOver(scene, "txtEPS(0)", "1.5");
     EXPECT_EQ(shown(), "10.50") << "all four are there";
     typeOver(scene, "txtYEPS(9)", "11");
@@ -206,9 +209,10 @@ TEST_F(LastFourQuarters, TypedByHandAreDoubtfulWhereTheQuartersSaySomethingElse)
     load();
     typeOver(scene, "txtLast4QEPS", "10.25");
     EXPECT_EQ(company->get_Last4QEPS(), 10.25) << "stored all the same";
-    EXPECT_EQ(scene.field("txtLast4QEPS").mark(),
-              (FieldMark{MarkKind::doubtful, "Stored for now. The four quarters add up to another "
-                                             "figure, which will replace this one: 10.00"}));
+    EXPECT_EQ(
+        scene.field("txtLast4QEPS").mark(),
+        (FieldMark{MarkKind::doubtful, "Stored for now. The earnings in the tables give another "
+                                       "figure, which will replace this one: 10.00"}));
     EXPECT_TRUE(scene.entry->unstoredFields().empty());
     goTo(scene, "txtEPS(7)");
     desktop.type("{TAB}"); // the company is a changed one
@@ -222,8 +226,8 @@ TEST_F(LastFourQuarters, TypedByHandAreDoubtfulWhereTheQuartersSaySomethingElse)
 }
 
 TEST_F(LastFourQuarters, TypedByHandStayDoubtfulWhoeverAgrees) {
-    const std::string doubt = "Stored for now. The four quarters add up to another figure, which "
-                              "will replace this one: 10.00";
+    const std::string doubt = "Stored for now. The earnings in the tables give another figure, "
+                              "which will replace this one: 10.00";
     quarters({1, 2, 3, 4});
     load();
     pasteOver(scene, "txtLast4QEPS", "10.25M");
@@ -249,8 +253,8 @@ TEST_F(LastFourQuarters, TypedByHandAreToldWhereTheyGiveWayUnannounced) {
     typeOver(scene, "txtEPS(0)", "1");
     EXPECT_EQ(shown(), "10.00");
     EXPECT_EQ(scene.field("txtLast4QEPS").mark(),
-              (FieldMark{MarkKind::doubtful, "9.99 was typed here. What the four quarters add up "
-                                             "to has taken its place."}));
+              (FieldMark{MarkKind::doubtful, "9.99 was typed here. What the earnings in the tables "
+                                             "give has taken its place."}));
     typeOver(scene, "txtEPS(0)", "2");
     EXPECT_EQ(shown(), "11.00");
     EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "") << "nobody has typed the 10";
