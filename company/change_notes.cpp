@@ -31,6 +31,26 @@ Change changeOf(Datum datum, std::optional<int> element, Variant before, Variant
     return change;
 }
 
+// Of the two dates of the quarters a record may let one follow the other until it is stated: where
+// a group changes one of them alone the other stays.
+std::vector<Change> withOtherDate(const iVKR_Company& record, std::vector<Change> changes) {
+    const auto speakOf = [&](Datum datum) {
+        return std::ranges::any_of(changes, [&](const Change& change) {
+            return change.setting.empty() && change.datum == datum;
+        });
+    };
+    const bool isOfLast = speakOf(Datum::LastQDate);
+    if (isOfLast == speakOf(Datum::LastQDateForGrid))
+        return changes;
+    const Datum other = isOfLast ? Datum::LastQDateForGrid : Datum::LastQDate;
+    ifPossible([&] {
+        const Variant held = readDatum(record, other);
+        if (held == readDatum(record, isOfLast ? Datum::LastQDate : Datum::LastQDateForGrid))
+            changes.push_back(changeOf(other, std::nullopt, held, held));
+    });
+    return changes;
+}
+
 // Without the lock, which stays as it is.
 void addChanges(std::vector<Change>& all, const ChangeGroup& group) {
     std::ranges::copy_if(group.changes, std::back_inserter(all),
@@ -342,7 +362,7 @@ std::optional<std::string> ChangeNotes::apply(const ChangeGroup& group) {
     if (isOpen())
         return std::string();
     const RecordSnapshot before = snapshotOf(*record);
-    if (auto refusal = putChanges(*record, group.changes))
+    if (auto refusal = putChanges(*record, withOtherDate(*record, group.changes)))
         return refusal;
     for (const Change& change : group.changes) {
         const int order = nextOrder();

@@ -740,9 +740,22 @@ TEST_F(JournalOfTheForm, AGroupKnowsWhenItWasMade) {
     EXPECT_LE(last().at, std::chrono::system_clock::now());
 }
 
+// As the form does it: quarters are counted from that date, and would move with the other one.
+TEST_F(Journal, ADateThatFollowedAnotherAndWasStatedDoesNotFollowItWhenDoneAgain) {
+    company->put_LastQDateForGrid({});
+    const auto saved = company->clone();
+    {
+        const ActionScope typing(journal, {});
+        journal->put_LastQDateForGrid(journal->get_LastQDateForGrid());
+        journal->put_LastQDate(addQuarters(journal->get_LastQDate(), -2));
+    }
+    expectTheWayFrom(*saved);
+}
+
 // --- any session ---------------------------------------------------------------------------------
 
-// Somebody at random, with a record that refuses at random where `refuses` says so.
+// Somebody at random, who saves now and then, with a record that refuses at random where `refuses`
+// says so, and a program that crashes.
 class AnySession : public JournalOfTheForm, public testing::WithParamInterface<unsigned> {
   protected:
     int within(int low, int high) { return std::uniform_int_distribution(low, high)(random_); }
@@ -807,12 +820,78 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
         static_cast<void>(
             scene.entry->changeRecord(changes, {Origin::imported, "Import", "tables"}));
     }
+    void save() {
+        static_cast<void>(scene.entry->get_objCompany());
+        setSavePoint();
+    }
+    void setSavePoint() {
+        saved = company->clone();
+        journal->setSavePoint();
+        kept.clear();
+    }
+    // A program that is started anew on what was saved, with another journal and other objects.
+    void loadSaved() {
+        company = saved->clone();
+        record = std::make_shared<ScriptedRecord>(company);
+        journal = std::make_shared<ChangeJournal>(record);
+        scene.load(journal);
+        begin();
+    }
+    // What is there now is how it began, and saved; what follows is kept as on a disk.
+    void begin() {
+        journal->startOver();
+        beginning = company->clone();
+        setSavePoint();
+        journal->onUnsavedChanged([this](const ChangeGroup* added) {
+            if (added != nullptr)
+                kept.push_back(*added);
+            else
+                kept.pop_back();
+        });
+    }
+    // All that was not saved, as one step to undo. What the record refuses is left out.
+    void restore(const std::vector<ChangeGroup>& groups) {
+        journal->beginStep("Restore");
+        for (const ChangeGroup& group : groups) {
+            const auto before = company->clone();
+            if (journal->apply(group))
+                expectSame(*before, *company);
+        }
+        journal->endStep();
+        scene.entry->recordChanged();
+    }
+    // It ends without a word, or by Cancel, and is restored by the next one.
+    void endAndRestore(bool isCancel) {
+        if (isCancel && scene.desktop.canReach("cmdCancel"))
+            scene.desktop.click("cmdCancel");
+        EXPECT_EQ(kept, journal->unsaved());
+        const std::vector<ChangeGroup> groups = isCancel ? journal->unsaved() : kept;
+        const auto ended = company->clone();
+        const auto wasSaved = saved->clone();
+        loadSaved();
+        const bool refuses = GetParam() % 2 == 1 && within(0, 2) == 0;
+        if (refuses)
+            refuseSomething();
+        restore(groups);
+        record->failing.clear();
+        expectTheWayFrom(*saved);
+        if (refuses)
+            return;
+        if (sameAs(*wasSaved, *saved))
+            expectSame(*ended, *company);
+        if (!journal->canUndo())
+            return;
+        ASSERT_EQ(journal->undo(), std::nullopt);
+        expectSame(*saved, *company);
+        ASSERT_EQ(journal->redo(), std::nullopt);
+        scene.entry->recordChanged();
+    }
     void act() {
         static const char* const buttons[] = {"cmdAddYear",   "cmdRemoveYear",  "cmdAddQuarter",
                                               "optCommEq(0)", "optCommEq(1)",   "optPTI(0)",
                                               "optPTI(1)",    "optCurrency(0)", "optCurrency(2)"};
         const bool refuses = GetParam() % 2 == 1;
-        switch (const int what = within(0, 26)) {
+        switch (const int what = within(0, 29)) {
         case 20:
         case 21:
         case 22:
@@ -834,6 +913,13 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
             static_cast<void>(test::importPeriods(journal, static_cast<unsigned>(within(0, 999))));
             scene.entry->recordChanged();
             record->failing.clear();
+            break;
+        case 27:
+        case 28:
+            save();
+            break;
+        case 29:
+            endAndRestore(within(0, 1) == 0);
             break;
         case 0:
         case 1:
@@ -876,40 +962,62 @@ class AnySession : public JournalOfTheForm, public testing::WithParamInterface<u
                           << " is " << one.after;
     }
 
+    std::shared_ptr<CompanyRecord> beginning;
+    std::shared_ptr<CompanyRecord> saved;
+    std::vector<ChangeGroup> kept; // on the disk
     std::mt19937 random_{GetParam()};
 };
 
 TEST_P(AnySession, LeadsBackToItsBeginningAndForwardToItsEnd) {
     static_cast<void>(scene.entry->get_objCompany()); // what a commit works out of the beginning
-    journal->startOver();
-    const auto beginning = company->clone();
-    for (int i = 0; i < 60; ++i)
+    begin();
+    for (int i = 0; i < 60; ++i) {
+        SCOPED_TRACE(i);
         act();
+        expectTheWayFrom(*saved);
+        if (HasFailure())
+            return;
+    }
     const auto end = company->clone();
-    expectTheWayFrom(*beginning);
     int steps = 0;
-    for (; journal->canUndo(); ++steps)
+    for (; journal->canUndo(); ++steps) {
         ASSERT_EQ(journal->undo(), std::nullopt);
+        if (within(0, 9) == 0)
+            setSavePoint();
+    }
     expectSame(*beginning, *company);
-    EXPECT_TRUE(journal->unsaved().empty());
+    expectTheWayFrom(*saved);
     scene.entry->recordChanged();
     expectSame(*beginning, *company); // showing it is no change
-    for (; steps > 0; --steps)        // what was taken back before the end comes later
+    for (; steps > 0; --steps) {      // what was taken back before the end comes later
         ASSERT_EQ(journal->redo(), std::nullopt);
+        if (within(0, 9) == 0)
+            setSavePoint();
+    }
     expectSame(*end, *company);
     while (journal->canRedo())
         ASSERT_EQ(journal->redo(), std::nullopt);
-    if (!HasFailure() && journal->unsaved().size() > 0)
-        expectTheWayFrom(*beginning);
+    expectTheWayFrom(*saved);
+    EXPECT_EQ(kept, journal->unsaved());
     while (journal->canUndo())
         ASSERT_EQ(journal->undo(), std::nullopt);
     expectSame(*beginning, *company);
+    expectTheWayFrom(*saved);
+}
+
+TEST_P(AnySession, ThatIsNotSavedHasNothingUnsavedAtItsBeginning) {
+    begin();
+    for (int i = 0; i < 30; ++i)
+        typeSomewhere();
+    while (journal->canUndo())
+        ASSERT_EQ(journal->undo(), std::nullopt);
+    expectSame(*beginning, *company);
+    EXPECT_TRUE(journal->unsaved().empty());
 }
 
 TEST_P(AnySession, OfTypingAloneIsRedoneToItsEnd) {
     static_cast<void>(scene.entry->get_objCompany());
-    journal->startOver();
-    const auto beginning = company->clone();
+    begin();
     for (int i = 0; i < 40; ++i)
         typeSomewhere();
     const auto end = company->clone();
