@@ -174,8 +174,10 @@ void QuarterlyGrid::enter(Cell cell) {
     bringIntoView(cell);
     const TextBox& shown = box(cell);
     if (isOfEarnings(cell) && context_.unitFactor() != 1 && context_.company != nullptr &&
-        !blank_ && !shown.isTyped())
-        show(Datum::QEPSSeries); // per share, as they are typed
+        !blank_ && !shown.isTyped()) {
+        show(Datum::QEPSSeries);    // per share, as they are typed
+        box(cell).setEnabled(true); // it has the focus, also where they can't be read now
+    }
     SeriesGrid::enter(cell);
 }
 

@@ -414,6 +414,21 @@ TEST_F(FailingRecord, LeavingAnyFieldStandsAnyFailure) {
     }
 }
 
+// It is shown anew there, per share, and empty where that can't be read.
+TEST_F(FailingRecord, ACellThatIsEnteredStaysEnabledWhereItsSeriesCannotBeReadThen) {
+    const auto record = scripted();
+    entry.put_objCompany(record);
+    entry.put_CurrentTab(toQuarterly);
+    const auto before = record->company->clone();
+    record->failing = {"read QEPSSeries"};
+    desktop.click("txtEPS(3)");
+    EXPECT_EQ(desktop.focusedId(), "txtEPS(3)");
+    EXPECT_TRUE(scene.field("txtEPS", 3).isEnabled());
+    EXPECT_EQ(scene.field("txtEPS", 3).text(), "");
+    desktop.type("{TAB}");
+    EXPECT_TRUE(sameAs(*before, *record->company));
+}
+
 TEST_F(FailingRecord, LookingAroundChangesNothing) {
     const auto record = scripted();
     entry.put_objCompany(record);
