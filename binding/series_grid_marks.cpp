@@ -78,6 +78,8 @@ bool SeriesGrid::putBack(const MarkedText& text) {
         return false;
     auto& shown = *shownIn(*cell);
     if (text.mark.kind == MarkKind::unstored) {
+        if (text.text.empty() && box(*cell).text().empty())
+            return true; // nothing is stored by now
         box(*cell).putBackRefused(text.text, text.mark);
         shown.typedIn = text.typedIn;
     } else if (shown.figure == text.figure) {

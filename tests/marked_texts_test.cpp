@@ -446,6 +446,19 @@ TEST_F(MarkedTexts, OfAnotherRecordAreNone) {
     EXPECT_EQ(marked(), Names{});
 }
 
+TEST_F(MarkedTexts, ThatAreEmptyAreNoneOnceNothingIsStored) {
+    putElement(*company, "YRevenueSeries", 1, 900);
+    scene.load(record);
+    record->failing = {"write YRevenueSeries"};
+    goTo(scene, "txtSales(9)");
+    desktop.type("^a{DEL}{TAB}");
+    record->failing.clear();
+    ASSERT_EQ(marked(), Names{"txtSales(9)="});
+    putElement(*company, "YRevenueSeries", 1, 0);
+    scene.entry->recordChanged();
+    EXPECT_EQ(marked(), Names());
+}
+
 TEST_F(MarkedTexts, GiveWayToWhatTakesTheirPlace) {
     pasteOver(scene, "txtSales(9)", "1e400");
     pasteOver(scene, "txtSales(8)", "1.5M");
