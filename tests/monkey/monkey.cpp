@@ -65,7 +65,29 @@ void MonkeyScene::load(const std::shared_ptr<ScriptedRecord>& loaded) {
     entry->put_objCompany(shown);
     journal->startOver();
     if (journal == journal_) // else the host has loaded another one on the way
-        beginning_ = loaded->company->clone();
+        begin();
+}
+
+void MonkeyScene::begin() {
+    beginning_ = record->company->clone();
+    setSavePoint();
+    settled_.clear();
+    journal_->onUnsavedChanged([this](const ChangeGroup* added) {
+        if (added != nullptr)
+            onDisk_.push_back(*added);
+        else
+            onDisk_.pop_back();
+    });
+}
+
+void MonkeyScene::setSavePoint() {
+    for (ChangeGroup group : journal_->unsaved()) {
+        std::erase_if(group.changes, [](const Change& one) { return one.setting.empty(); });
+        settled_.push_back(std::move(group));
+    }
+    journal_->setSavePoint();
+    saved_ = record->company->clone();
+    onDisk_.clear();
 }
 
 void MonkeyScene::loadRandom(unsigned number, int missing) {
@@ -77,7 +99,7 @@ void MonkeyScene::loadRandom(unsigned number, int missing) {
 void MonkeyScene::loadNothing() {
     entry->put_objCompany(nullptr);
     journal_->startOver();
-    beginning_ = record->company->clone();
+    begin();
 }
 
 void MonkeyScene::fail(std::string_view operation) {
@@ -348,7 +370,9 @@ void MonkeyScene::walkBackAndForth() {
     for (const ChangeGroup& group : journal_->groups())
         expect(!workedOut.apply(group), "walk", "not worked out");
     // How figures are shown is settled by a commit, and stays.
-    for (ChangeGroup group : journal_->unsaved()) {
+    std::vector<ChangeGroup> shown = settled_;
+    shown.insert(shown.end(), journal_->unsaved().begin(), journal_->unsaved().end());
+    for (ChangeGroup& group : shown) {
         std::erase_if(group.changes, [](const Change& one) { return one.setting.empty(); });
         expect(group.changes.empty() || !workedOut.apply(group), "walk", "not settled");
     }
@@ -358,6 +382,50 @@ void MonkeyScene::walkBackAndForth() {
     expectSame(*end, "end");
     entry->recordChanged();
     hostCalled = true;
+}
+
+bool MonkeyScene::isWatched() const {
+    return record != nullptr && isAllNoted_ && record->failing.empty() && saved_ != nullptr;
+}
+
+void MonkeyScene::expectTheWayFromSaved(const char* invariant) {
+    expect(onDisk_ == journal_->unsaved(), invariant, "the disk has something else");
+    const auto reached = std::make_shared<ScriptedRecord>(saved_->clone());
+    reached->missing = record->missing;
+    ChangeJournal way(reached);
+    for (const ChangeGroup& group : onDisk_)
+        expect(!way.apply(group), invariant, "refused");
+    expectSame(*reached->company, invariant);
+}
+
+void MonkeyScene::save() {
+    commit();
+    if (!isWatched())
+        return;
+    expectTheWayFromSaved("way from what was saved");
+    setSavePoint();
+}
+
+// A record that loading has suggested a date for is another one than the changes are of.
+void MonkeyScene::endAndRestore() {
+    if (!isWatched())
+        return;
+    expectTheWayFromSaved("way that is on the disk");
+    const auto ended = record->company->clone();
+    const std::vector<ChangeGroup> found = onDisk_;
+    const auto saved = saved_;
+    const auto stored = std::make_shared<ScriptedRecord>(saved->clone());
+    stored->missing = record->missing;
+    load(stored);
+    hostCalled = true;
+    if (record != stored || !sameAs(*saved, *stored->company))
+        return;
+    journal_->beginStep("Restore");
+    for (const ChangeGroup& group : found)
+        expect(!journal_->apply(group), "restore", "refused");
+    journal_->endStep();
+    expectSame(*ended, "restore");
+    entry->recordChanged();
 }
 
 namespace {
@@ -715,6 +783,10 @@ constexpr Act
              [](Scene& scene, const Step&) { scene.lookOver(); }},
             {By::host, 10, "scene.walkBackAndForth();", chooseNothing,
              [](Scene& scene, const Step&) { scene.walkBackAndForth(); }},
+            {By::host, 10, "scene.save();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.save(); }},
+            {By::host, 10, "scene.endAndRestore();", chooseNothing,
+             [](Scene& scene, const Step&) { scene.endAndRestore(); }},
             {By::host, 10, "scene.entry->put_blnDirty($n);", chooseNumber<0, 1>,
              [](Scene& scene, const Step& step) { scene.entry->put_blnDirty(step.number != 0); }},
             {By::host, 3, "scene.entry->Clear();", chooseNothing,

@@ -59,6 +59,8 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void importPeriods(unsigned number); // as of filings: later years and quarters, and figures
     void lookOver();                     // findings, as marks at their fields
     void walkBackAndForth();             // all that was done is taken back, and done again
+    void save();                         // what was done since is kept as on a disk
+    void endAndRestore();                // the next program finds it there
     [[nodiscard]] bool isLocked() const;
 
   private:
@@ -67,6 +69,10 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     void Assistant(std::int16_t, const Variant&) override { answer(2); }
     void UnloadRequest(UnloadModeType) override { answer(4); }
     void answer(int event);
+    void begin();
+    void setSavePoint();
+    [[nodiscard]] bool isWatched() const;
+    void expectTheWayFromSaved(const char* invariant);
     std::shared_ptr<iVKR_Company> hold(const std::shared_ptr<ScriptedRecord>& loaded);
     bool takeStep(HistoryStep asked);
     void expect(bool holds, const char* invariant, const std::string& particulars);
@@ -76,7 +82,10 @@ class MonkeyScene final : public EntryScene, private VKRDataEntryEvents {
     std::shared_ptr<ChangeJournal> journal_;
     std::shared_ptr<KeptFigures> kept_;
     std::shared_ptr<const CompanyRecord> beginning_; // of the journal
-    bool isAllNoted_ = true;                         // no reading has failed since
+    std::shared_ptr<const CompanyRecord> saved_;
+    std::vector<ChangeGroup> onDisk_;  // what is not saved
+    std::vector<ChangeGroup> settled_; // what was saved of settings
+    bool isAllNoted_ = true;           // no reading has failed since
     int reaction_ = 0;
     bool answering_ = false;
     unsigned loads_ = 0;
