@@ -6,6 +6,7 @@
 #include "host/history_items.hpp"
 #include "host/messages.hpp"
 #include "host/texts.hpp"
+#include "host/wide_margins.hpp"
 #include "host/window_memory.hpp"
 #include "store/history_periods.hpp"
 
@@ -137,6 +138,7 @@ void HistoryWindow::setUpTree() {
     tree_->setAlternatingRowColors(true);
     tree_->setUniformRowHeights(true);
     tree_->header()->setStretchLastSection(true);
+    WideMargins::giveTo(*tree_);
 }
 
 QLayout* HistoryWindow::limitRow() {

@@ -12,8 +12,10 @@
 #include "tests/support/samples.hpp"
 
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPointer>
+#include <QStyleOptionHeader>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -83,6 +85,20 @@ TEST_F(HostHistory, TellsWhatWasTypedAndFiltersIt) {
     EXPECT_EQ(changes(history).topLevelItemCount(), 1);
     chooseText(history, "figure", "City");
     EXPECT_EQ(changes(history).topLevelItem(0)->text(2), "Import of AAPL");
+    window.discard();
+}
+
+// One that ends on the right stands before one that begins on the left.
+TEST_F(HostHistory, HasColumnsThatStandApart) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    const QHeaderView& heads = *changes(shownHistory(window)).header();
+    QStyleOptionHeader head;
+    head.initFrom(&heads);
+    head.rect = QRect(0, 0, 200, 24);
+    const QRect text = heads.style()->subElementRect(QStyle::SE_HeaderLabel, &head, &heads);
+    const int letter = heads.fontMetrics().averageCharWidth();
+    EXPECT_GE(text.left(), letter);
+    EXPECT_LE(text.right(), head.rect.right() - letter);
     window.discard();
 }
 
