@@ -142,6 +142,24 @@ TEST_F(HostUndo, WhatAKilledProgramLeftBehindIsOfferedAndRestored) {
     EXPECT_EQ(stored(*host_, "AAPL")->get_TotalDebt(), 11);
 }
 
+// The tables of a company state one of its two dates, and the other one follows it.
+TEST_F(HostUndo, QuartersStayAtTheirDatesWhereAnEarlierLastQuarterIsRestored) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    Form& form = window.entry().component().form();
+    window.entry().setCurrentTab(toQuarterly);
+    form.userSpin(form.get<Spinner>("spnQuarter"), -1);
+    const Date last = window.record()->get_LastQDate();
+    const Date newest = window.record()->get_LastQDateForGrid();
+    ASSERT_LT(last, newest);
+    killWith(window);
+    host_ = another();
+    const Answers answers({"Restore"});
+    host_->offerFound();
+    const auto restored = host_->windows().front()->record();
+    EXPECT_EQ(restored->get_LastQDate(), last);
+    EXPECT_EQ(restored->get_LastQDateForGrid(), newest);
+}
+
 TEST_F(HostUndo, WhatWasFoundAndCannotBeMadeAgainIsOfferedAloneAfterwards) {
     {
         const UnsavedPlace place = unsavedPlaceOf(host_->store());
