@@ -526,6 +526,22 @@ TEST_F(Journal, TheSavedValueComesBackWhereItIsRetypedAndTakenBack) {
     EXPECT_TRUE(journal->unsaved().empty());
 }
 
+TEST_F(Journal, GroupsUnderATitleAreOneStepAndWhatComesAfterThemIsNot) {
+    const double before = test::elementOf(*company, Datum::YRevenueSeries, 1);
+    journal->beginStep("Restore");
+    type(Datum::YRevenueSeries, 1, 7);
+    type(Datum::YRevenueSeries, 2, 8);
+    journal->endStep();
+    type(Datum::YRevenueSeries, 3, 9);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(test::elementOf(*company, Datum::YRevenueSeries, 1), 7);
+    ASSERT_TRUE(journal->canUndo());
+    EXPECT_EQ(journal->toUndo()->name, "Restore");
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(test::elementOf(*company, Datum::YRevenueSeries, 1), before);
+    EXPECT_FALSE(journal->canUndo());
+}
+
 TEST_F(Journal, SaysWhereTheStepWas) {
     type(Datum::YRevenueSeries, 3, 7);
     journal->put_Name("Acme");
