@@ -17,7 +17,8 @@ namespace vkr {
 
 namespace {
 
-constexpr std::string_view originNames[] = {"typed", "pasted", "imported", "derived", "shifted"};
+constexpr std::string_view originNames[] = {"typed",   "pasted",  "imported",
+                                            "derived", "shifted", "adjusted"};
 constexpr std::string_view unknownName = "unknown";
 
 // The hidden member of each pair, and the trailing sum.
@@ -200,6 +201,7 @@ void FigureOrigins::note(const ChangeGroup& group) {
     for (const Change& change : group.changes)
         if (change.setting.empty() && change.origin == Origin::shifted)
             shift(group, change);
+    const std::vector<Kind> before = places_;
     for (const Change& change : group.changes)
         if (change.setting.empty() && change.origin != Origin::derived &&
             change.origin != Origin::shifted)
@@ -207,6 +209,8 @@ void FigureOrigins::note(const ChangeGroup& group) {
     for (const Change& change : group.changes)
         if (!change.setting.empty()) // each value of it is one, "no" as well
             putSetting(change.setting, {change.origin, change.document, false});
+        else if (change.origin == Origin::adjusted && change.document.empty())
+            adjust(change, before);
         else if (change.origin != Origin::shifted)
             putEach(change);
     checkInvariants();
@@ -278,6 +282,16 @@ void FigureOrigins::putEach(const Change& change) {
                 isAbsentValue(after) ? FigureOrigin()
                                      : FigureOrigin{change.origin, change.document, false});
         });
+}
+
+void FigureOrigins::adjust(const Change& change, const std::vector<Kind>& before) {
+    const auto place = placeOf(change.datum, change.element);
+    if (!place || change.after.isArray())
+        return putEach(change);
+    FigureOrigin held = kinds_[before[*place]];
+    if (held.origin == Origin::imported)
+        held.origin = Origin::adjusted;
+    places_[*place] = kindOf(isAbsentValue(change.after) ? FigureOrigin() : held);
 }
 
 void FigureOrigins::tellIn(ChangeGroup& group) const {

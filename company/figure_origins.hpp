@@ -24,7 +24,7 @@ struct FigureOrigin {
 
 // Where each datum of a company comes from, each element of its series, and each setting. Follows
 // the changes that are made to the record: figures that move to another period take their origin
-// with them.
+// with them, and figures that a split adjusts keep it.
 //
 // What may be true together: each place has one of the kinds. No two of these are alike, and the
 // first is "not known", which every place has at first.
@@ -67,6 +67,7 @@ class FigureOrigins {
     [[nodiscard]] bool isSafeFrom(const Change& change, std::size_t place) const;
     void outdate(std::size_t place);
     void putEach(const Change& change);
+    void adjust(const Change& change, const std::vector<Kind>& before);
 
     std::vector<FigureOrigin> kinds_; // the first one is "not known"
     std::vector<Kind> places_;        // of all data, one behind the other, then of the settings

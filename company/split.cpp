@@ -182,7 +182,7 @@ SplitChanges splitChanges(const iVKR_Company& company, const Split& split) {
 constexpr std::string_view splitWord = "Split ";
 
 Action splitAction(const SplitRatio& ratio) {
-    return {Origin::typed, std::string(splitWord) + splitText(ratio), {}};
+    return {Origin::adjusted, std::string(splitWord) + splitText(ratio), {}};
 }
 
 bool isSplit(std::string_view actionName) {

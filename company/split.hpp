@@ -62,8 +62,8 @@ struct SplitChanges {
 // stay. What the record can't read is left out.
 [[nodiscard]] SplitChanges splitChanges(const iVKR_Company& company, const Split& split);
 
-// What a split is as one action of the user's, with its changes: "Split 4:1". Who orders a split
-// has seen the figures, so that they stand above imported ones like those that were typed.
+// What a split is as one action of the user's, with its changes: "Split 4:1". Each figure is from
+// where it was before: what was typed stays typed, and an import may replace what was imported.
 [[nodiscard]] Action splitAction(const SplitRatio& ratio);
 // Whether an action of this name is one of these.
 [[nodiscard]] bool isSplit(std::string_view actionName);

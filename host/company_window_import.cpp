@@ -7,8 +7,11 @@
 #include "host/filings_import.hpp"
 #include "host/help_pages.hpp"
 #include "host/messages.hpp"
+#include "host/suggested_dates.hpp"
 
 #include <QPointer>
+
+#include <algorithm>
 
 namespace vkr {
 
@@ -35,8 +38,10 @@ void CompanyWindow::importFilings(const QString& path) {
     entry_->component().leaveField(); // what was typed last is compared, too
     FilingsImport transfer(this);
     const FigureOrigins now = origins();
-    transfer.originOf = [&now](Datum datum, std::optional<int> element) {
-        return now.of(datum, element).origin;
+    const auto suggested = withThoseBeside(entry_->component().suggestedDates(), *record_);
+    transfer.originOf = [&](Datum datum, std::optional<int> element) {
+        const bool isSuggested = std::ranges::find(suggested, datum) != suggested.end();
+        return isSuggested ? std::optional(Origin::derived) : now.of(datum, element).origin;
     };
     transfer.cik = importedCik(now);
     transfer.helpAsked = [this] { emit helpAsked(help::filings); };

@@ -20,6 +20,7 @@ constexpr OriginRow origins[] = {
     {Origin::imported, QT_TRANSLATE_NOOP("history", "imported")},
     {Origin::derived, QT_TRANSLATE_NOOP("history", "worked out")},
     {Origin::shifted, QT_TRANSLATE_NOOP("history", "moved to another period")},
+    {Origin::adjusted, QT_TRANSLATE_NOOP("history", "adjusted for a split")},
 };
 
 // Numbers as the user's locale has them, with all their digits.
@@ -83,6 +84,8 @@ QString originText(const std::optional<Origin>& origin, const QString& document)
     if (!origin)
         return told("not known");
     const auto* const row = std::ranges::find(origins, *origin, &OriginRow::origin);
+    if (origin == Origin::adjusted && !document.isEmpty())
+        return told("imported from %1, adjusted for a split").arg(document);
     return document.isEmpty() ? told(row->text) : told("%1 from %2").arg(told(row->text), document);
 }
 

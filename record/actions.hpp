@@ -17,12 +17,15 @@ enum class Origin {
     imported, // from a document
     derived,  // worked out from other data
     shifted,  // moved to another period
+    // Brought to the shares after a split. Figures that are known to be from elsewhere stay of that
+    // origin; an imported one becomes of this, and keeps its document.
+    adjusted,
 };
 
 // Whether a person has put a figure there, or may have: of what is not known to come from a
 // document or from arithmetic it has to be assumed.
 [[nodiscard]] constexpr bool mayBeByHand(std::optional<Origin> origin) {
-    return origin != Origin::imported && origin != Origin::derived;
+    return origin != Origin::imported && origin != Origin::derived && origin != Origin::adjusted;
 }
 
 // What a person did, be it one write or hundreds.

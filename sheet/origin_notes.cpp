@@ -29,6 +29,9 @@ QString wordsOf(std::optional<Origin> origin, const QString& document) {
         return document.isEmpty() ? tr("imported") : tr("imported from %1").arg(document);
     case Origin::derived:
         return tr("worked out from others");
+    case Origin::adjusted:
+        return document.isEmpty() ? tr("adjusted for a split")
+                                  : tr("imported from %1, adjusted for a split").arg(document);
     case Origin::shifted:
         break;
     }

@@ -207,7 +207,7 @@ ChangeGroup ByteReader::group() {
         change.before = value();
         change.after = value();
         const auto origin = number(1);
-        if (origin > static_cast<std::uint64_t>(Origin::shifted) && origin != unknownOrigin)
+        if (origin > static_cast<std::uint64_t>(Origin::adjusted) && origin != unknownOrigin)
             refuse();
         change.origin =
             origin == unknownOrigin ? std::nullopt : std::optional(static_cast<Origin>(origin));

@@ -125,6 +125,49 @@ TEST(FigureOrigins, MoveWithTheirFigures) {
     EXPECT_EQ(origins.of(Datum::LastFY).origin, Origin::shifted);
 }
 
+// A split makes another figure of each, from the same place.
+TEST(FigureOrigins, StayWhereASplitAdjustsTheirFigures) {
+    const ChangeGroup split{"Split 4:1",
+                            {},
+                            {figure(Datum::YEPSSeries, 3, 4, 1, Origin::adjusted),
+                             figure(Datum::CommShares, std::nullopt, 1, 4, Origin::adjusted)}};
+    for (const Origin origin : {Origin::typed, Origin::pasted, Origin::derived, Origin::shifted}) {
+        FigureOrigins origins;
+        const FigureOrigin held{origin, "0001-24", true};
+        origins.put(Datum::YEPSSeries, 3, held);
+        origins.note(split);
+        EXPECT_EQ(origins.of(Datum::YEPSSeries, 3), held);
+        EXPECT_EQ(origins.of(Datum::CommShares), FigureOrigin()) << "nobody knows, as before";
+    }
+    FigureOrigins origins;
+    origins.put(Datum::YEPSSeries, 3, {Origin::imported, "0001-24", false});
+    const FigureOrigin adjusted{Origin::adjusted, "0001-24", false};
+    for (int times = 0; times < 2; ++times) {
+        origins.note(split);
+        EXPECT_EQ(origins.of(Datum::YEPSSeries, 3), adjusted);
+        EXPECT_FALSE(mayBeByHand(origins.of(Datum::YEPSSeries, 3).origin));
+        EXPECT_EQ(FigureOrigins::fromText(origins.text()), origins);
+    }
+    // Typed over since, and taken back.
+    ChangeGroup back{"", {}, {figure(Datum::YEPSSeries, 3, 2, 1, Origin::typed)}};
+    origins.tellIn(back);
+    FigureOrigins typed;
+    typed.put(Datum::YEPSSeries, 3, {Origin::typed, "", false});
+    typed.note(back);
+    EXPECT_EQ(typed.of(Datum::YEPSSeries, 3), adjusted);
+}
+
+TEST(FigureOrigins, OfASumThatASplitAdjustsWithItsQuartersAreNotOutdated) {
+    FigureOrigins origins;
+    origins.put(Datum::Last4QEPS, std::nullopt, {Origin::imported, "0001-24", false});
+    const Change quarter = figure(Datum::QEPSSeries, 0, 4, 1, Origin::adjusted);
+    const Change sum = figure(Datum::Last4QEPS, std::nullopt, 16, 4, Origin::adjusted);
+    origins.note({"Split 4:1", {}, {sum, quarter}});
+    EXPECT_FALSE(origins.mayDerive(Datum::Last4QEPS, std::nullopt));
+    origins.note({"Split 4:1", {}, {quarter}});
+    EXPECT_TRUE(origins.mayDerive(Datum::Last4QEPS, std::nullopt));
+}
+
 TEST(FigureOrigins, MoveWithTheQuartersOfAWeekBasedYear) {
     FigureOrigins origins;
     origins.put(Datum::QEPSSeries, 0, {Origin::typed, {}, false});

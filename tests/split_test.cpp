@@ -223,7 +223,7 @@ TEST(Split, IsOneActionAllOrNone) {
     ASSERT_EQ(company->actions.size(), 2U);
     EXPECT_EQ(company->ended, 2);
     EXPECT_EQ(company->actions[1].name, "Split 4:1");
-    EXPECT_EQ(company->actions[1].origin, Origin::typed);
+    EXPECT_EQ(company->actions[1].origin, Origin::adjusted);
 }
 
 TEST(Split, AndItsInverseGiveBackEachSampleBitForBit) {

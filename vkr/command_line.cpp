@@ -44,7 +44,7 @@ constexpr OptionRow options[] = {
      "From this moment on, UTC, as 2026-01-31 or 2026-01-31T12:00:00Z."},
     {Option::until, "until", 0, "TIME", Operand::text, "Before this moment."},
     {Option::origin, "origin", 0, "ORIGIN", Operand::origin,
-     "What was typed, pasted, imported, derived or shifted."},
+     "What was typed, pasted, imported, derived, shifted or adjusted for a split."},
     {Option::figure, "figure", 0, "NAME", Operand::figure,
      "Of this figure: its key, such as revenue_musd of both tables, or its title, such as \"Yearly "
      "Revenue\"."},

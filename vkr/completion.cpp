@@ -86,7 +86,7 @@ std::vector<std::string> valuesOf(Operand operand, const TypedLine& line) {
     case Operand::accept:
         return {"new", "all"};
     case Operand::origin:
-        return {"typed", "pasted", "imported", "derived", "shifted"};
+        return {"typed", "pasted", "imported", "derived", "shifted", "adjusted"};
     case Operand::figure:
         return figureKeys();
     case Operand::symbols:

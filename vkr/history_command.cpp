@@ -66,7 +66,7 @@ HistoryQuery queryOf(const CommandLine& line) {
         if (!query.origin)
             throw CommandFailure(ExitCode::usage,
                                  "There is no origin " + *name +
-                                     ": typed, pasted, imported, derived or shifted.");
+                                     ": typed, pasted, imported, derived, shifted or adjusted.");
     }
     return query;
 }

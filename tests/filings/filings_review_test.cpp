@@ -4,12 +4,14 @@
 #include "company/exact_text.hpp"
 #include "company/figure_origins.hpp"
 #include "company/kept_figures.hpp"
+#include "company/split.hpp"
 #include "filings/filings_review.hpp"
 #include "filings/review_table.hpp"
 #include "record/datum_titles.hpp"
 #include "source_folder.hpp"
 #include "tests/filings/filing_texts.hpp"
 #include "tests/filings/made_document.hpp"
+#include "tests/support/change_lists.hpp"
 #include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 #include "tests/support/samples.hpp"
@@ -525,6 +527,34 @@ TEST(FilingsReview, AnImportThatAddsPeriodsIsUndoneAndRedoneAsOneStep) {
             EXPECT_EQ(earlier.origins(), origins) << seed;
         }
     }
+}
+
+// What was typed before a split stays typed after it, and what was imported stays imported.
+TEST(FilingsReview, AfterASplitAnImportReplacesWhatItWouldHaveReplacedBefore) {
+    const auto company = std::make_shared<CompanyRecord>();
+    const auto journal = std::make_shared<ChangeJournal>(company);
+    ASSERT_EQ(importFilings(journal, reviewFilings(companyOf("AAPL"), *company)), std::nullopt);
+    putElement(*journal, Datum::YEPSSeries, 2, 6.09);
+    const Split split{{4, 1}, *makeDate(2026, 6, 1)};
+    {
+        const ActionScope action(journal, splitAction(split.ratio));
+        ASSERT_EQ(applyChanges(*journal, test::changesOf(splitChanges(*company, split))),
+                  std::nullopt);
+    }
+    FigureOrigins origins;
+    for (const ChangeGroup& group : journal->groups())
+        origins.note(group);
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 1),
+              (FigureOrigin{Origin::adjusted, "0000320193-25-000079", false}));
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 2).origin, Origin::typed);
+    putElement(*company, Datum::YEPSSeries, 1, 7.45); // on the shares of the filings again
+    putElement(*company, Datum::YEPSSeries, 2, 6.09);
+    auto review =
+        reviewFilings(companyOf("AAPL"), *company, {[&](Datum datum, std::optional<int> element) {
+                          return origins.of(datum, element).origin;
+                      }});
+    EXPECT_FALSE(rowFor(review, Datum::YEPSSeries, "2025").isByHand());
+    EXPECT_TRUE(rowFor(review, Datum::YEPSSeries, "2024").isByHand());
 }
 
 TEST(FilingsReview, OnlyTickedFiguresAreImported) {

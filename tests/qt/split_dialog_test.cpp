@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/assistant.hpp"
 #include "host/split_dialog.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/support/elements.hpp"
@@ -73,6 +74,39 @@ TEST_F(SplitDialogTest, AdjustsWhatIsTicked) {
     EXPECT_TRUE(window.isWindowModified());
     const auto& cell = window.entry().component().form().get<TextBox>("txtYEPS", 2);
     EXPECT_EQ(cell.text().substr(0, 3), "0.7") << "and shows it";
+}
+
+TEST_F(SplitDialogTest, LeavesEachFigureFromWhereItWas) {
+    CompanyWindow& window = open(*host_, "AAPL");
+    window.entry().setCurrentTab(toYearly);
+    type(window, "txtYEPS(3)", "3");
+    whenUp([](SplitDialog& dialog) {
+        fill(dialog, "4:1", "2026-06-01");
+        adjust(dialog).click();
+    });
+    choose(window);
+    const auto origin = [&](int element) {
+        return window.origins().of(Datum::YEPSSeries, element);
+    };
+    const FigureOrigin imported{Origin::imported, "AAPL-yearly.csv", false};
+    const FigureOrigin adjusted{Origin::adjusted, "AAPL-yearly.csv", false};
+    EXPECT_EQ(test::elementOf(*window.record(), Datum::YEPSSeries, 7), 0.75);
+    EXPECT_EQ(origin(7).origin, Origin::typed);
+    EXPECT_EQ(origin(8), adjusted);
+    emit window.entry().assistant(doCommShares, QString());
+    EXPECT_EQ(window.findChild<Assistant*>()->findChild<QLabel*>("origin")->text(),
+              "Where it comes from: imported from AAPL-company.csv, adjusted for a split");
+
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(origin(8), imported);
+    window.entry().component().step(HistoryStep::redo);
+    EXPECT_EQ(origin(8), adjusted);
+    ASSERT_TRUE(window.save());
+    EXPECT_EQ(host_->store().load(*window.id()).value().origins.of(Datum::YEPSSeries, 8), adjusted);
+    window.entry().component().step(HistoryStep::undo);
+    EXPECT_EQ(origin(8), imported) << "also after a save";
+    EXPECT_EQ(origin(7).origin, Origin::typed);
+    window.discard();
 }
 
 // A slip in the ratio is mended without ticking everything again.
