@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <optional>
 #include <set>
 #include <string>
@@ -130,8 +131,7 @@ std::optional<std::string> toldByFilings(const FilingsReview& review,
                                          std::span<const FiledSplit> splits) {
     const std::vector<KnownBasis> bases = knownBases(splits);
     std::vector<double> ratios;
-    for (const KnownBasis& one : bases)
-        ratios.push_back(one.ratio);
+    std::ranges::transform(bases, std::back_inserter(ratios), &KnownBasis::ratio);
     const Evidence evidence = evidenceFor(review, ratios, roughlyKnown);
     if (!evidence.isEnough)
         return std::nullopt;
