@@ -272,6 +272,12 @@ std::string doubtfulGroup(std::string_view plain, const NumberMarks& marks) {
     return !usual && hasOnlyGroup(plain, ',') ? mark : std::string();
 }
 
+// A figure that is 0 only because nothing smaller can be stored.
+bool isTooSmall(const NumericText& number, int exponent) {
+    return number.text.find_first_of("123456789") != std::string::npos &&
+           shiftDecimal(number.text, exponent) == 0;
+}
+
 } // namespace
 
 std::string markOfOnlyGroup(std::string_view text, const NumberMarks& marks) {
@@ -283,6 +289,8 @@ NumericText cleanNumericText(std::string_view text, NumericKind kind, int expone
                              const NumberMarks& marks) {
     const std::string plain = exchangeMarks(text, marks);
     NumericText result = cleanPlainText(plain, kind, exponent);
+    if (result.leftOut.empty() && isTooSmall(result, exponent))
+        result.leftOut = withoutBlanks(plain);
     result.leftOut =
         result.leftOut.empty() ? doubtfulGroup(plain, marks) : exchangeMarks(result.leftOut, marks);
     return result;

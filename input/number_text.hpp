@@ -17,7 +17,7 @@ enum class NumericKind {
 struct NumericText {
     std::string text;    // plain decimal text such as "-1234.50"; "" when there is no number
     bool fits = true;    // false: times the power of ten asked for it is too large for a double
-    std::string leftOut; // what of the text the number does not say: "M" of "1.5M"
+    std::string leftOut; // what of the text the number does not say: "M" of "1.5M", all of "1e-400"
 };
 
 // The text of a field as a plain decimal text with every digit that was typed.

@@ -48,6 +48,7 @@ TEST_F(DoubtfulTexts, WhatIsLeftOutOfAFigureIsTold) {
         {"USD 12.5", 0, "", "Taken as 0; \"USD 12.5\" was left out."},
         {"n/a", 0, "", "Taken as 0; \"n/a\" was left out."},
         {"-", 0, "", "Taken as 0; \"-\" was left out."},
+        {"1e-400", 0, "", "Taken as 0; \"1e-400\" was left out."},
     };
     for (const char* id : {"txtEPSProj", "txtLast4QEPS", "txtTotalDebt", "txtYEPS(9)", "txtEPS(0)",
                            "txtTaxRate", "txtYNetInc(4)"})

@@ -256,6 +256,18 @@ TEST(NumberText, CleansAPriceWithItsFraction) {
     }
 }
 
+TEST(NumberText, LeavesOutAllOfWhatIsTooSmall) {
+    const NumberMarks comma{.decimal = ',', .grouping = "."};
+    EXPECT_EQ(cleanNumericText("1e-400", NumericKind::PlainNumber).leftOut, "1e-400");
+    EXPECT_EQ(cleanNumericText(" -1.5e-900 ", NumericKind::PriceText).leftOut, "-1.5e-900");
+    EXPECT_EQ(cleanNumericText("1,5e-400", NumericKind::PlainNumber, 3, comma).leftOut, "1,5e-400");
+    EXPECT_EQ(cleanNumericText("1e-325", NumericKind::PlainNumber).leftOut, "1e-325");
+    EXPECT_EQ(cleanNumericText("1e-325", NumericKind::PlainNumber, 6).leftOut, "");
+    EXPECT_EQ(cleanNumericText("1e-320", NumericKind::PlainNumber).leftOut, "");
+    EXPECT_EQ(cleanNumericText("0e-400", NumericKind::PlainNumber).leftOut, "");
+    EXPECT_EQ(cleanNumericText("0.000", NumericKind::PlainNumber).leftOut, "");
+}
+
 TEST(NumberText, TellsWhatOfATextIsNotInTheNumber) {
     struct Row {
         const char* text;
