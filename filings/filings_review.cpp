@@ -246,7 +246,15 @@ std::int64_t importedCik(const FigureOrigins& origins) {
 
 FilingsReview reviewFilings(const FiledCompany& filed, const iVKR_Company& company,
                             const ReviewOptions& options) {
-    return Reviewer(filed, company, options).review();
+    FilingsReview review = Reviewer(filed, company, options).review();
+    if (review.shareBasis.empty())
+        return review;
+    // Before the split is made: later periods would move its figures to where it does not reach.
+    ReviewOptions without = options;
+    for (Adding* adding : {&without.years, &without.quarters})
+        if (*adding == Adding::whereNothingTypedLeaves)
+            *adding = Adding::never;
+    return Reviewer(filed, company, without).review();
 }
 
 FilingsReview reviewFilingsFile(const std::filesystem::path& file, const iVKR_Company& company,

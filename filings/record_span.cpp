@@ -131,20 +131,26 @@ std::string toldLeaving(const RecordSpan& span, const iVKR_Company& company, Dat
 // may have.
 std::string toldReplaced(const iVKR_Company& company, std::initializer_list<Datum> dates,
                          Date after, const OriginQuery& originOf) {
-    std::map<Date, bool> replaced; // whether it is known to be typed
+    struct Known {
+        bool byHand = false;
+        bool otherwise = false; // then a second date only follows it
+    };
+    std::map<Date, Known> replaced;
     for (const Datum datum : dates) {
         Date before;
         ifPossible([&] { before = readDate(company, datum); });
         if (isAbsent(before) || before == after)
             continue;
         const auto origin = originOf ? originOf(datum, std::nullopt) : std::nullopt;
-        if (mayBeByHand(origin))
-            replaced[before] |= origin == Origin::typed || origin == Origin::pasted;
+        Known& known = replaced[before];
+        known.byHand |= origin == Origin::typed || origin == Origin::pasted;
+        known.otherwise |= !mayBeByHand(origin);
     }
     std::string told;
-    for (const auto& [date, isKnown] : replaced)
-        told += (told.empty() ? " It takes the place of " : ", and of ") + isoDateText(date) +
-                (isKnown ? ", which was typed" : ", which may be typed");
+    for (const auto& [date, known] : replaced)
+        if (known.byHand || !known.otherwise)
+            told += (told.empty() ? " It takes the place of " : ", and of ") + isoDateText(date) +
+                    (known.byHand ? ", which was typed" : ", which may be typed");
     return told.empty() ? told : told + ".";
 }
 

@@ -18,7 +18,9 @@ using OriginQuery = std::function<std::optional<Origin>(Datum, std::optional<int
 // Whether years or quarters after the last one of a record are added to it.
 enum class Adding {
     never,
-    whereNothingTypedLeaves, // the table at its other end, nor what may have been typed
+    // The table at its other end, nor what may have been typed; and where the stored figures are
+    // not those of before a split.
+    whereNothingTypedLeaves,
     always,
 };
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -18,6 +19,7 @@ namespace vkr {
 namespace {
 
 constexpr std::size_t leastPeriods = 2;
+constexpr std::size_t leastFigures = 2; // of a split that the filings tell
 constexpr double halfACent = 0.005;
 constexpr double sameCount = 0.005; // by which a count may differ, relative
 // How much of a figure its rounding may be, for it to speak for a split.
@@ -58,25 +60,47 @@ bool speaksFor(const ReviewRow& row, double ratio, double mostRounding) {
            onBasis(row, ratio).rounding <= mostRounding * std::abs(row.stored);
 }
 
+// How many figures differ from the filed ones, and how many of them a split explains.
+struct Differences {
+    int differing = 0;
+    int fitting = 0;
+
+    [[nodiscard]] bool areMostlyFitting() const { return 2 * fitting > differing; }
+};
+
+bool isDifferent(const ReviewRow& row) {
+    return isCompared(row) && row.state == ReviewState::differs;
+}
+
+std::map<Datum, Differences> differencesOf(const FilingsReview& review,
+                                           const std::vector<double>& ratios) {
+    std::map<Datum, Differences> found;
+    for (const ReviewRow& row : review.rows) {
+        if (!isDifferent(row))
+            continue;
+        Differences& one = found[row.figure.datum];
+        ++one.differing;
+        if (std::ranges::any_of(ratios, [&](double ratio) { return fits(row, ratio); }))
+            ++one.fitting;
+    }
+    return found;
+}
+
 // What a review has for a basis, or for several.
 struct Evidence {
     std::vector<double> ratios; // those that figures speak for
     std::vector<const ReviewRow*> rows;
     std::set<std::string> periods;
-    bool isEnough = false;
 };
 
+// A datum whose figures the company counts in another way, such as earnings, says nothing.
 Evidence evidenceFor(const FilingsReview& review, const std::vector<double>& ratios,
                      double mostRounding) {
+    const std::map<Datum, Differences> differences = differencesOf(review, ratios);
     Evidence found;
-    int differing = 0;
-    int fitting = 0;
     for (const ReviewRow& row : review.rows) {
-        if (!isCompared(row) || row.state != ReviewState::differs)
+        if (!isDifferent(row) || !differences.at(row.figure.datum).areMostlyFitting())
             continue;
-        ++differing;
-        fitting +=
-            std::ranges::any_of(ratios, [&](double ratio) { return fits(row, ratio); }) ? 1 : 0;
         const auto said = std::ranges::find_if(
             ratios, [&](double ratio) { return speaksFor(row, ratio, mostRounding); });
         if (said == ratios.end())
@@ -86,8 +110,16 @@ Evidence evidenceFor(const FilingsReview& review, const std::vector<double>& rat
         if (std::ranges::find(found.ratios, *said) == found.ratios.end())
             found.ratios.push_back(*said);
     }
-    found.isEnough = found.periods.size() >= leastPeriods && 2 * fitting > differing;
     return found;
+}
+
+bool explainsMost(const FilingsReview& review, double ratio) {
+    Differences all;
+    for (const auto& [datum, one] : differencesOf(review, {ratio})) {
+        all.differing += one.differing;
+        all.fitting += one.fitting;
+    }
+    return all.areMostlyFitting();
 }
 
 // The splits since which figures may stand as they did: the newest one, the two newest, ...
@@ -118,9 +150,10 @@ std::string ratioText(double shares) {
 std::string toldRows(const Evidence& evidence) {
     const auto [first, last] = std::ranges::minmax_element(
         evidence.rows, {}, [](const ReviewRow* row) { return row->figure.end; });
+    const std::string oldest = isoDateText((*first)->figure.end);
+    const std::string newest = isoDateText((*last)->figure.end);
     return std::to_string(evidence.rows.size()) + " figures per share and share counts of " +
-           isoDateText((*first)->figure.end) + " to " + isoDateText((*last)->figure.end) +
-           " are stored as they were ";
+           oldest + (newest == oldest ? "" : " to " + newest) + " are stored as they were ";
 }
 
 constexpr std::string_view adjustFirst =
@@ -133,14 +166,14 @@ std::optional<std::string> toldByFilings(const FilingsReview& review,
     std::vector<double> ratios;
     std::ranges::transform(bases, std::back_inserter(ratios), &KnownBasis::ratio);
     const Evidence evidence = evidenceFor(review, ratios, roughlyKnown);
-    if (!evidence.isEnough)
+    if (evidence.rows.size() < leastFigures)
         return std::nullopt;
     const auto oldest = std::ranges::find_if(bases.rbegin(), bases.rend(), [&](const auto& one) {
         return std::ranges::find(evidence.ratios, one.ratio) != evidence.ratios.end();
     });
     std::string told;
     for (const FiledSplit& one : oldest->splits)
-        told += (told.empty() ? "" : " and ") + ratioText(one.ratio) + " of " +
+        told += (told.empty() ? "" : " and ") + ratioText(one.ratio) + ", in effect by " +
                 isoDateText(one.effective);
     return toldRows(evidence) + "before the split" + (oldest->splits.size() > 1 ? "s " : " ") +
            told + ". The filed ones are on the shares of today. Choose " + std::string(adjustFirst);
@@ -166,7 +199,8 @@ std::optional<std::string> toldByFigures(const FilingsReview& review) {
     }
     for (const double ratio : usual) {
         const Evidence evidence = evidenceFor(review, {ratio}, wellKnown);
-        if (evidence.isEnough && !isContradicted(review, evidence))
+        if (evidence.periods.size() >= leastPeriods && explainsMost(review, ratio) &&
+            !isContradicted(review, evidence))
             return toldRows(evidence) + "before a split " + ratioText(ratio) + ", or after one " +
                    ratioText(1 / ratio) +
                    ". The filings do not tell of it. Where the filed ones are right, choose " +

@@ -65,8 +65,8 @@ FilingsDialog::FilingsDialog(Reviewer reviewer, QWidget* parent)
     addsYears_->setObjectName(QStringLiteral("addsYears"));
     addsQuarters_->setObjectName(QStringLiteral("addsQuarters"));
     const FilingsReview first = reviewer_({});
-    addsYears_->setChecked(first.years.leaving.empty());
-    addsQuarters_->setChecked(first.quarters.leaving.empty());
+    addsYears_->setChecked(first.years.added > 0);
+    addsQuarters_->setChecked(first.quarters.added > 0);
     details_->setObjectName(QStringLiteral("details"));
     details_->setReadOnly(true);
     details_->setTabChangesFocus(true);

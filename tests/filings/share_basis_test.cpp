@@ -100,11 +100,13 @@ std::string basisOf(const CompanyRecord& company) {
 TEST(ShareBasis, OfFiguresFromBeforeASplitTheReviewSaysSo) {
     EXPECT_EQ(reviewOf(*before(1), Origin::typed).shareBasis,
               "57 figures per share and share counts of 2017-01-29 to 2024-04-28 are stored as "
-              "they were before the split 10:1 of 2024-06-30. The filed ones are on the shares of "
+              "they were before the split 10:1, in effect by 2024-06-30. The filed ones are on the "
+              "shares of "
               "today. Choose \"Adjust for a Split...\" in the menu Figures first: until then such "
               "figures that are new or differ are doubtful.");
     EXPECT_TRUE(contains(reviewOf(*before(2), Origin::typed).shareBasis,
-                         " before the splits 4:1 of 2021-07-19 and 10:1 of 2024-06-30. "));
+                         " before the splits 4:1, in effect by 2021-07-19 and 10:1, in effect by "
+                         "2024-06-30. "));
 }
 
 TEST(ShareBasis, NothingThatGoesByItIsTickedByItself) {
@@ -171,6 +173,58 @@ TEST(ShareBasis, OtherDifferencesAreNoSplit) {
     EXPECT_EQ(basisOf(*twoOfThem({3.3, 2.2}, {23, 19})), "") << "no ratio";
     EXPECT_EQ(basisOf(*twoOfThem({-6, -5}, {0, 0})), "") << "another sign";
     EXPECT_EQ(basisOf(*twoOfThem({1500, 1250}, {0.044, 0.04})), "") << "another unit";
+}
+
+TEST(ShareBasis, OfEarningsOfAnotherKindTheOtherFiguresSpeakAllTheSame) {
+    const auto company = before(1);
+    for (const auto& [datum, least] :
+         {std::pair(Datum::YEPSSeries, 1), std::pair(Datum::QEPSSeries, 0)})
+        for (int element = least; element <= rowOf(datum).upper; ++element)
+            putElement(*company, datum, element, test::elementOf(*company, datum, element) * 1.13);
+    const auto review = reviewOf(*company, Origin::imported);
+    EXPECT_TRUE(contains(review.shareBasis, " before the split 10:1, in effect by 2024-06-30. "));
+    for (const ReviewRow& row : review.rows)
+        EXPECT_FALSE(isByShares(row) && row.ticked) << row.period;
+}
+
+TEST(ShareBasis, TwoFiguresOfOneYearSpeakForASplitThatTheFilingsTell) {
+    const auto stored = before(1);
+    auto company = std::make_shared<CompanyRecord>();
+    company->put_Name(stored->get_Name());
+    company->put_LastFY(stored->get_LastFY());
+    company->put_LastFYDate(stored->get_LastFYDate());
+    for (const Datum datum : {Datum::YEPSSeries, Datum::YCSOSeries})
+        putElement(*company, datum, 4, test::elementOf(*stored, datum, 4));
+    EXPECT_TRUE(contains(reviewOf(*company, Origin::imported).shareBasis,
+                         "2 figures per share and share counts of 2023-01-29 are stored "));
+    putElement(*company, Datum::YCSOSeries, 4, 0);
+    EXPECT_EQ(reviewOf(*company, Origin::imported).shareBasis, "") << "by chance, perhaps";
+}
+
+// They would move what is stored, and a split goes by the day of a period.
+TEST(ShareBasis, UntilTheSplitIsMadeNoLaterPeriodIsAddedByItself) {
+    const auto stored = before(1);
+    auto company = std::make_shared<CompanyRecord>();
+    company->put_Name(stored->get_Name());
+    company->put_LastFY(2024);
+    company->put_LastFYDate(*makeDate(2024, 1, 28));
+    for (const Datum datum : {Datum::YEPSSeries, Datum::YCSOSeries})
+        for (const int element : {1, 2, 3})
+            putElement(*company, datum, element, test::elementOf(*stored, datum, element + 2));
+    const auto reviewed = [&](Adding adding) {
+        return reviewFilings(
+            companyOf("NVDA"), *company,
+            {.originOf = [](Datum, std::optional<int>) { return Origin::imported; },
+             .years = adding,
+             .quarters = adding});
+    };
+    for (const auto& [adding, added] :
+         {std::pair(Adding::whereNothingTypedLeaves, 0), std::pair(Adding::always, 2)}) {
+        const FilingsReview review = reviewed(adding);
+        EXPECT_NE(review.shareBasis, "");
+        EXPECT_EQ(review.years.later, 2);
+        EXPECT_EQ(review.years.added, added);
+    }
 }
 
 // Earnings of another kind are by chance as before a split in some periods.

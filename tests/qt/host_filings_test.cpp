@@ -238,7 +238,7 @@ TEST_F(HostFilingsTest, FiguresOnOtherSharesThanTheStoredOnesAreToldAndNotTicked
     dialogs_.next([](QWidget& dialog) {
         const auto& told = *dialog.findChild<QLabel*>("shareBasis");
         EXPECT_TRUE(told.isVisible());
-        EXPECT_TRUE(told.text().contains("before the split 10:1 of 2024-06-30"))
+        EXPECT_TRUE(told.text().contains("before the split 10:1, in effect by 2024-06-30"))
             << told.text().toStdString();
         EXPECT_TRUE(told.text().contains("\"Adjust for a Split...\""));
         EXPECT_EQ(importButton(dialog), "Import 1 Figure");

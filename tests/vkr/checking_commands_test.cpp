@@ -147,8 +147,8 @@ TEST_F(CheckingCommands, FactsOnOtherSharesThanTheStoredOnesAreLeftOut) {
     const auto look = run(call);
     EXPECT_EQ(look.code, 1);
     EXPECT_TRUE(look.err.starts_with("57 figures per share and share counts of 2017-01-29 to "
-                                     "2024-04-28 are stored as they were before the split 10:1 "
-                                     "of 2024-06-30. "))
+                                     "2024-04-28 are stored as they were before the split 10:1, "
+                                     "in effect by 2024-06-30. "))
         << look.err;
     EXPECT_TRUE(contains(look.out, "doubtful: stored figures are on other shares")) << look.out;
 
