@@ -112,6 +112,21 @@ bool isOfAnImport(std::optional<Origin> origin) {
     return origin == Origin::imported;
 }
 
+// Whether the earnings of the last four quarters, or those quarters, are others.
+bool haveOtherLastQuarters(const CompanyRecord& stored, const CompanyRecord& imported) {
+    const VariantArray& before = stored.stored(Datum::QEPSSeries).array();
+    const VariantArray& after = imported.stored(Datum::QEPSSeries).array();
+    for (int quarter = 0; quarter < 4; ++quarter)
+        if (before.number(quarter) != after.number(quarter))
+            return true;
+    return offsetOf(rowOf(Datum::QEPSSeries), stored, imported) != 0;
+}
+
+// The files may be those of before the split.
+bool isByHandOrAdjusted(std::optional<Origin> origin) {
+    return mayBeByHand(origin) || origin == Origin::adjusted;
+}
+
 } // namespace
 
 bool isLocked(const iVKR_Company& company) {
@@ -127,8 +142,8 @@ std::string periodText(const DatumRow& row, const iVKR_Company& company, int ele
     return "(" + std::to_string(element) + ")";
 }
 
-void keepWhatIsMissing(const CompanyRecord& stored, const CsvImport& import,
-                       CompanyRecord& imported) {
+void keepWhatIsMissing(const CompanyRecord& stored, const FigureOrigins& origins,
+                       const CsvImport& import, CompanyRecord& imported) {
     constexpr std::pair<Datum, Datum> dating[] = {{Datum::LastFY, Datum::LastFYDate},
                                                   {Datum::LastQDate, Datum::LastQDateForGrid}};
     const auto lacks = [&](Datum date) {
@@ -153,11 +168,16 @@ void keepWhatIsMissing(const CompanyRecord& stored, const CsvImport& import,
         writeDatum(imported, row.datum,
                    isSeries(row) ? movedOn(held, offsetOf(row, stored, imported)) : held);
     }
+    // The form works it out of the new ones.
+    if (!import.files.contains(Datum::Last4QEPS) &&
+        origins.of(Datum::Last4QEPS).origin == Origin::derived &&
+        haveOtherLastQuarters(stored, imported))
+        imported.put_Last4QEPS(0);
 }
 
 std::vector<ReplacedFigure> typedFigures(const CompanyRecord& stored, const FigureOrigins& origins,
                                          const CompanyRecord& imported) {
-    return replacedFigures(stored, origins, mayBeByHand, imported);
+    return replacedFigures(stored, origins, isByHandOrAdjusted, imported);
 }
 
 std::vector<ReplacedFigure> goneFigures(const CompanyRecord& stored, const FigureOrigins& origins,

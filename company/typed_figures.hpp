@@ -34,13 +34,14 @@ struct ReplacedFigure {
 [[nodiscard]] std::string periodText(const DatumRow& row, const iVKR_Company& company, int element);
 
 // Puts into a record what the import that it is of does not speak of, a key, a column, a table,
-// the dates of one or a setting, as it is stored.
-void keepWhatIsMissing(const CompanyRecord& stored, const CsvImport& import,
-                       CompanyRecord& imported);
+// the dates of one or a setting, as it is stored; but not the sum of quarters that it brings others
+// of.
+void keepWhatIsMissing(const CompanyRecord& stored, const FigureOrigins& origins,
+                       const CsvImport& import, CompanyRecord& imported);
 
-// What a person has typed or pasted, or nobody knows the origin of, and would be lost by putting
-// the imported record in the place of the stored one, series first and settings last; years and
-// quarters are compared by their periods.
+// What a person has typed, pasted or adjusted for a split, or nobody knows the origin of, and would
+// be lost by putting the imported record in the place of the stored one, series first and settings
+// last; years and quarters are compared by their periods.
 [[nodiscard]] std::vector<ReplacedFigure> typedFigures(const CompanyRecord& stored,
                                                        const FigureOrigins& origins,
                                                        const CompanyRecord& imported);

@@ -95,7 +95,7 @@ std::optional<PreparedImports> replacing(CompanyStore& store, QWidget* window,
         const auto imported = one.request.record->clone();
         one.request.record = imported;
         one.request.expectedRevision = stored.revision;
-        keepWhatIsMissing(*stored.record, *one.import, *imported);
+        keepWhatIsMissing(*stored.record, stored.origins, *one.import, *imported);
         auto typed = typedFigures(*stored.record, stored.origins, *imported);
         companies.push_back({title, std::move(stored), imported, std::move(typed)});
         prepared.imports.push_back(std::move(one));

@@ -176,7 +176,7 @@ void addCompany(const Call& call, CompanyStore& store, const std::string& symbol
 
 ExitCode importFacts(const Call& call) {
     const auto symbol = call.line.value(Option::symbol);
-    if (!symbol)
+    if (!symbol || trimmed(*symbol).empty())
         throw CommandFailure(ExitCode::usage, "Name the company with --symbol SYMBOL.");
     const auto store =
         openDatabase(call, call.line.has(Option::accept) ? OpenMode::existing : OpenMode::reading);

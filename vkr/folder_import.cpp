@@ -138,7 +138,7 @@ void FolderImporter::replace(Pending& pending, const CsvImport& import, SaveRequ
         return;
     }
     if (!stored.damage) // nothing that is wrong is to become right by a save
-        keepWhatIsMissing(*stored.record, import, *record);
+        keepWhatIsMissing(*stored.record, stored.origins, import, *record);
     const bool keeps = known_ == KnownCompany::replace;
     if (keeps && stored.damage) { // what was typed can't be told from what is damaged
         company.errors.push_back(stored.damage->message);

@@ -3,6 +3,7 @@
 #include "vkr/database.hpp"
 #include "vkr/folder_import.hpp"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -52,6 +53,9 @@ class ImportReport {
         if (listsWhatGoes())
             tell(company, company.typed);
         tellGone(company);
+        lacksWhatWasThere_ |= std::ranges::any_of(company.gone, [](const ReplacedFigure& one) {
+            return one.leaves != ReplacedFigure::Leaves::tooOld;
+        });
         if (isVerbose())
             tell(company, company.notes);
     }
@@ -108,7 +112,7 @@ class ImportReport {
         if (isStopped)
             return ExitCode::stopped;
         if (count(Fate::failed) + count(Fate::left) + kept_ == 0)
-            return ExitCode::done;
+            return lacksWhatWasThere_ ? ExitCode::findings : ExitCode::done;
         if (count(Fate::added) + count(Fate::replaced) + count(Fate::unchanged) > 0)
             return ExitCode::partly;
         if (fault_)
@@ -119,8 +123,9 @@ class ImportReport {
     const Call& call_;
     std::array<std::size_t, std::size(fateNames)> counts_{};
     std::size_t notes_ = 0;
-    std::size_t kept_ = 0;  // figures that stayed as they were typed
-    std::size_t typed_ = 0; // and those that did not
+    std::size_t kept_ = 0;           // figures that stayed as they were typed
+    std::size_t typed_ = 0;          // and those that did not
+    bool lacksWhatWasThere_ = false; // something that was stored, and the files do not have
     std::optional<StoreFault> fault_;
 };
 

@@ -229,6 +229,7 @@ TEST_F(CheckingCommands, ADocumentThatIsNoneIsRefused) {
         EXPECT_TRUE(refused.err.starts_with("vkr: ")) << refused.err;
     }
     EXPECT_EQ(run({"facts", "cut.json"}).code, 2);
+    EXPECT_EQ(run({"facts", "cut.json", "--symbol", "  "}).code, 2);
     EXPECT_EQ(run({"facts", "cut.json", "--symbol", "AAPL", "--accept", "some"}).code, 2);
 }
 

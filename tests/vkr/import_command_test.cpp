@@ -171,7 +171,7 @@ TEST_F(ImportCommand, WhatTheFilesHaveNoKeyOrColumnForStays) {
     write("in/X-company.csv", "key,value\nname,X\nsymbol,X\nindustry,\n");
     write("in/X-yearly.csv",
           "fiscal_year,fiscal_year_end,revenue_musd\n2025,2025-12-31,8\n2024,2024-12-31,7\n");
-    EXPECT_EQ(run({"import", "in", "--replace"}).code, 0);
+    EXPECT_EQ(run({"import", "in", "--replace"}).code, 1) << "the industry is gone";
     const auto record = store()->load(1).value().record;
     EXPECT_EQ(record->get_TotalDebt(), 5);
     EXPECT_EQ(record->get_Industry(), "") << "it is there, and empty";
@@ -190,7 +190,7 @@ TEST_F(ImportCommand, WhatGoesBecauseTheFilesDoNotHaveItIsTold) {
     write("in/X-yearly.csv", head + "2025,2025-12-31,8,1.1\n2024,2024-12-31,7,\n");
 
     const auto dry = run({"import", "in", "--replace", "--dry-run", "--format", "tsv"});
-    EXPECT_EQ(dry.code, 0);
+    EXPECT_EQ(dry.code, 1);
     EXPECT_EQ(dry.out, "fate\tsymbol\tname\tgone\nreplaced\tX\tX\t3\n");
     for (const char* gone :
          {"X: gone: Industry: Mining\n", "X: gone: Yearly Dividends Declared 2024: 1.02\n",
@@ -200,7 +200,7 @@ TEST_F(ImportCommand, WhatGoesBecauseTheFilesDoNotHaveItIsTold) {
     EXPECT_TRUE(contains(json.out, "\"gone\": \"3\"")) << json.out;
 
     const auto replaced = run({"import", "in", "--replace"});
-    EXPECT_EQ(replaced.code, 0);
+    EXPECT_EQ(replaced.code, 1);
     EXPECT_EQ(replaced.out, "fate       symbol    name\nreplaced   X         X\n");
     EXPECT_TRUE(contains(replaced.err, "X: 3 figures that the files do not have are gone: Yearly "))
         << replaced.err;
