@@ -56,10 +56,13 @@ class [[nodiscard]] StoreResult {
     StoreResult(StoreError error) : content_(std::move(error)) {}
 
     [[nodiscard]] explicit operator bool() const { return std::holds_alternative<Value>(content_); }
-    // Each throws std::bad_variant_access where it is the other one.
-    [[nodiscard]] Value& value() { return std::get<Value>(content_); }
-    [[nodiscard]] const Value& value() const { return std::get<Value>(content_); }
-    [[nodiscard]] const StoreError& error() const { return std::get<StoreError>(content_); }
+    // Each throws std::bad_variant_access where it is the other one. Of a temporary the value
+    // itself, which outlives it: for (const HistoryGroup& group : store.history(id).value()).
+    [[nodiscard]] Value& value() & { return std::get<Value>(content_); }
+    [[nodiscard]] const Value& value() const& { return std::get<Value>(content_); }
+    [[nodiscard]] Value value() && { return std::get<Value>(std::move(content_)); }
+    [[nodiscard]] const StoreError& error() const& { return std::get<StoreError>(content_); }
+    [[nodiscard]] StoreError error() && { return std::get<StoreError>(std::move(content_)); }
 
   private:
     std::variant<Value, StoreError> content_;
