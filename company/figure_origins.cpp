@@ -17,8 +17,6 @@ namespace vkr {
 
 namespace {
 
-constexpr std::string_view originNames[] = {"typed",   "pasted",  "imported",
-                                            "derived", "shifted", "adjusted"};
 constexpr std::string_view unknownName = "unknown";
 
 // The hidden member of each pair, and the trailing sum.

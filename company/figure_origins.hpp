@@ -76,7 +76,9 @@ class FigureOrigins {
 // No text, no date, no figure: what is absent comes from nowhere.
 [[nodiscard]] bool isAbsentValue(const Variant& value);
 
-// "typed", "pasted", ...: as it is stored.
+// As it is stored.
+inline constexpr std::string_view originNames[] = {"typed",   "pasted",  "imported",
+                                                   "derived", "shifted", "adjusted"};
 [[nodiscard]] std::string_view originName(Origin origin);
 [[nodiscard]] std::optional<Origin> originNamed(std::string_view name);
 

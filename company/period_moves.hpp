@@ -17,6 +17,9 @@ inline constexpr std::pair<Datum, DatumPeriod> datingData[] = {
 };
 // Those that a datum says it of; none for any other datum.
 [[nodiscard]] DatumPeriod periodsDatedBy(Datum datum);
+[[nodiscard]] inline bool isDating(Datum datum) {
+    return periodsDatedBy(datum) != DatumPeriod::none;
+}
 
 // The datum that says which year or quarter a series begins with.
 [[nodiscard]] Datum firstPeriodOf(DatumPeriod period);

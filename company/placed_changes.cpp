@@ -58,7 +58,7 @@ class GroupPlacing {
                 placeSetting(change);
             else if (change.element)
                 placeElement(change);
-            else if (periodsDatedBy(change.datum) == DatumPeriod::none && !isOfWholeSeries(change))
+            else if (!isDating(change.datum) && !isOfWholeSeries(change))
                 placeValue(change);
         if (isSplit(group_.name) && hasConflict())
             leaveAll();

@@ -63,7 +63,7 @@ struct SplitChanges {
 [[nodiscard]] SplitChanges splitChanges(const iVKR_Company& company, const Split& split);
 
 // What a split is as one action of the user's, with its changes: "Split 4:1". Each figure is from
-// where it was before: what was typed stays typed, and an import may replace what was imported.
+// where it was before: what was typed stays typed, and filings may replace what was imported.
 [[nodiscard]] Action splitAction(const SplitRatio& ratio);
 // Whether an action of this name is one of these.
 [[nodiscard]] bool isSplit(std::string_view actionName);

@@ -66,11 +66,6 @@ void addSeries(const DatumRow& row, const CompanyRecord& stored, const FigureOri
     }
 }
 
-// The dates tell which period is which, so they are always those of the import.
-bool isDating(Datum datum) {
-    return periodsDatedBy(datum) != DatumPeriod::none;
-}
-
 void addDatum(const DatumRow& row, const CompanyRecord& stored, const CompanyRecord& imported,
               std::vector<ReplacedFigure>& found) {
     const Variant& before = stored.stored(row.datum);
@@ -93,7 +88,8 @@ void addSettings(const CompanyRecord& stored, const FigureOrigins& origins,
     }
 }
 
-// Series, then single data, then settings.
+// Series, then single data, then settings. The dates tell which period is which, so they are
+// always those of the import.
 std::vector<ReplacedFigure> replacedFigures(const CompanyRecord& stored,
                                             const FigureOrigins& origins, OriginFilter isLookedFor,
                                             const CompanyRecord& imported) {

@@ -34,8 +34,8 @@ struct ReplacedFigure {
 [[nodiscard]] std::string periodText(const DatumRow& row, const iVKR_Company& company, int element);
 
 // Puts into a record what the import that it is of does not speak of, a key, a column, a table,
-// the dates of one or a setting, as it is stored; but not the sum of quarters that it brings others
-// of.
+// the dates of one or a setting, as it is stored. A sum of the last four quarters that was worked
+// out is left out where the import has others.
 void keepWhatIsMissing(const CompanyRecord& stored, const FigureOrigins& origins,
                        const CsvImport& import, CompanyRecord& imported);
 

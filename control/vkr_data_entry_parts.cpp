@@ -106,12 +106,12 @@ void VKRDataEntry::Impl::listMarked(MarkKind kind, std::vector<MarkedField>& res
                                   waiting->mark.reason});
 }
 
-// A text that waits has no field: its row comes back, and the cell as near as there is one.
 bool VKRDataEntry::Impl::copyCells(CellCommands::Headings headings) {
     using enum CellCommands::Copied;
     return attemptOr(noCells, [&] { return cells.copy(headings); }) == done;
 }
 
+// A text that waits has no field: its row comes back, and the cell as near as there is one.
 void VKRDataEntry::Impl::showField(std::string_view id) {
     for (SeriesGrid* grid :
          {static_cast<SeriesGrid*>(&yearly), static_cast<SeriesGrid*>(&quarterly)})

@@ -190,7 +190,7 @@ bool isContradicted(const FilingsReview& review, const Evidence& evidence) {
 std::optional<std::string> toldByFigures(const FilingsReview& review) {
     std::set<double> usual;
     for (const ReviewRow& row : review.rows) {
-        if (!isCompared(row) || row.state != ReviewState::differs || row.figure.exact == 0)
+        if (!isDifferent(row) || row.figure.exact == 0)
             continue;
         const double filed = row.stored / row.figure.exact;
         const bool counts = unitOf(row.figure.datum) == DatumUnit::shares;

@@ -155,7 +155,7 @@ std::vector<SavedGroup> savedGroups(const CompanyRecord& stored,
     FirstPeriods before(*reached);
     for (const ChangeGroup& group : groups) {
         for (Change change : group.changes)
-            if (change.setting.empty() && periodsDatedBy(change.datum) != DatumPeriod::none)
+            if (change.setting.empty() && isDating(change.datum))
                 ifPossible([&] { replay(*reached, change); });
         const FirstPeriods after(*reached);
         RowsOfGroup rows = group.counted ? RowsOfGroup(FirstPeriods(group.counted->before),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "vkr/completion.hpp"
 
+#include "company/figure_origins.hpp"
 #include "platform/text.hpp"
 #include "store/company_store.hpp"
 #include "vkr/figure_keys.hpp"
@@ -86,7 +87,7 @@ std::vector<std::string> valuesOf(Operand operand, const TypedLine& line) {
     case Operand::accept:
         return {"new", "all"};
     case Operand::origin:
-        return {"typed", "pasted", "imported", "derived", "shifted", "adjusted"};
+        return {std::begin(originNames), std::end(originNames)};
     case Operand::figure:
         return figureKeys();
     case Operand::symbols:

@@ -63,10 +63,14 @@ HistoryQuery queryOf(const CommandLine& line) {
         valueOf(line, Option::period, isPeriod, "year such as 2025, or day such as 2025-09-27");
     if (const auto name = line.value(Option::origin)) {
         query.origin = originNamed(*name);
-        if (!query.origin)
-            throw CommandFailure(ExitCode::usage,
-                                 "There is no origin " + *name +
-                                     ": typed, pasted, imported, derived, shifted or adjusted.");
+        if (!query.origin) {
+            std::string known;
+            for (const std::string_view& one : originNames) {
+                const bool isLast = &one == std::end(originNames) - 1;
+                known += (known.empty() ? ": " : isLast ? " or " : ", ") + std::string(one);
+            }
+            throw CommandFailure(ExitCode::usage, "There is no origin " + *name + known + ".");
+        }
     }
     return query;
 }
