@@ -67,10 +67,11 @@ ViewMenu::ViewMenu(QMainWindow& window, VKRDataEntryWidget& entry)
     entry_.setZoomsToFit(true);
     entry_.setZoom(zoomAtStart(entry_));
     grouping->setChecked(programSettings().value(QLatin1String(groupingKey)).toBool());
-    // A panel beside the form comes and goes without taking room from it.
+    // A panel beside the form comes and goes without taking room from it. A window that ends hides
+    // its panels when the form has gone.
     for (auto* panel : window.findChildren<QDockWidget*>())
-        connect(panel, &QDockWidget::visibilityChanged, this, [this] {
-            QTimer::singleShot(0, this, [this, zoom = entry_.zoom()] {
+        connect(panel, &QDockWidget::visibilityChanged, &entry_, [this] {
+            QTimer::singleShot(0, &entry_, [this, zoom = entry_.zoom()] {
                 if (!fillsScreen())
                     zoomTo(zoom);
             });

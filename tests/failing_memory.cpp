@@ -21,6 +21,14 @@ void* operator new(std::size_t size) {
         return place;
     throw std::bad_alloc();
 }
+// Where the sanitizers are, it would be theirs, and not fit what frees it.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
 void operator delete(void* place) noexcept {
     std::free(place);
 }
