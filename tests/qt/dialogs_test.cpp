@@ -427,6 +427,7 @@ const DialogRow dialogs[] = {
     {"filings-question", &DialogOpeners::filingsOfANewCompany},
     {"filings-new", &DialogOpeners::filingsOfANewCompany, {"Compare Figures"}},
     {"filings-later", &DialogOpeners::filingsOfLaterPeriods},
+    {"filings-shares", &DialogOpeners::filingsOnOtherShares},
     {"filings-other", &DialogOpeners::filingsOfAnotherCompany},
     {"filings-none", &DialogOpeners::filingsThatAreNone},
     {"filings-locked", &DialogOpeners::filingsUnderTheLock},

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "company/split.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "host/start.hpp"
 #include "tests/qt/support/corrected_company.hpp"
 #include "tests/server/postgres_server.hpp"
+#include "tests/support/change_lists.hpp"
 #include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 
@@ -86,6 +88,17 @@ class DialogOpeners : public CorrectedCompanyTest {
         test::putElement(record, Datum::QEPSSeries, 34, 1.5);
         ASSERT_TRUE(host_->store().save(idOf(*host_, "AAPL"), record, loaded.value().revision));
         filings();
+    }
+    void filingsOnOtherShares() {
+        const std::int64_t id = idOf(*host_, "NVDA");
+        const auto loaded = host_->store().load(id);
+        CompanyRecord& record = *loaded.value().record;
+        const auto split = splitChanges(record, {{1, 10}, *makeDate(2024, 6, 30)});
+        ASSERT_EQ(applyChanges(record, test::changesOf(split)), std::nullopt);
+        test::putElement(record, Datum::YEPSSeries, 1, 0);
+        ASSERT_TRUE(host_->store().save(id, record, loaded.value().revision));
+        open(*host_, "NVDA")
+            .importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/NVDA-facts.json"));
     }
     void filingsOfAnotherCompany() {
         open(*host_, "AAPL")
