@@ -51,7 +51,7 @@ class Caret {
     }
     void putBack() const {
         const int end = textLength(field_.text());
-        if (length_ > 0 && length_ == textLength(text_))
+        if (length_ == textLength(text_))
             field_.select(0, end);
         else if (field_.text() == text_)
             field_.select(start_, length_);
@@ -101,6 +101,7 @@ void rewriteMarks(const NumberMarks& before, TextField& field,
     refused.rewrite(typed);
     if (!showStored()) {
         field.rewriteState(rewritten);
+        field.setText(field.tag()); // Escape goes back to it
         field.rewriteText(typed);
     } else if (untouched) {
         field.setMark(mark);

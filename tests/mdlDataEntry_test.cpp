@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "input/mdlDataEntry.hpp"
+#include "platform/form.hpp"
+#include "tests/support/failing_memory.hpp"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+
+namespace vkr {
+namespace {
+
+const NumberMarks points{'.', ","};
+const NumberMarks commas{',', "."};
+
+// A field whose figure can't be read from the record anew.
+struct UnreadFigure {
+    Form form;
+    TextBox& field = form.add<TextBox>("txtFigure");
+
+    explicit UnreadFigure(std::string_view stored) { field.showStored(stored); }
+    void type(std::string_view text) { form.userEdit(field, text, 0, 0); }
+    void showPrices(bool asDecimals) {
+        followPriceDisplay(asDecimals, field, [] { return false; });
+    }
+    void showCommas() {
+        form.setNumberMarks(commas);
+        followNumberMarks(points, field, [] { return false; });
+    }
+};
+
+TEST(FollowPriceDisplay, RewritesWhatStandsThereWhereNothingCanBeReadAnew) {
+    UnreadFigure price("3.125");
+    price.showPrices(false);
+    EXPECT_EQ(price.field.text(), "3 1/8");
+    EXPECT_TRUE(price.field.standsForStored());
+    price.type("7.25");
+    price.showPrices(false);
+    EXPECT_EQ(price.field.text(), "7 1/4");
+    EXPECT_TRUE(price.field.isTyped());
+    price.showPrices(true);
+    EXPECT_EQ(price.field.text(), "7.25");
+    price.type("3 1/");
+    price.showPrices(true);
+    EXPECT_EQ(price.field.text(), "3 1/") << "no price yet";
+    EXPECT_TRUE(price.field.isTyped());
+}
+
+TEST(FollowNumberMarks, RewritesWhatStandsThereWhereNothingCanBeReadAnew) {
+    UnreadFigure stored("1,234.5");
+    stored.showCommas();
+    EXPECT_EQ(stored.field.text(), "1.234,5");
+    EXPECT_TRUE(stored.field.standsForStored());
+    UnreadFigure typed("1.5");
+    typed.type("2.5");
+    typed.showCommas();
+    EXPECT_EQ(typed.field.text(), "2,5");
+    EXPECT_EQ(typed.field.tag(), "1,5");
+    EXPECT_EQ(typed.field.entryText(), "1,5");
+    EXPECT_TRUE(typed.field.isTyped());
+}
+
+TEST(FollowNumberMarks, WhereMemoryRunsOutNoTextStaysInOtherMarksWithoutAMark) {
+    const std::string digits(60, '1'); // no string keeps them without memory
+    for (const bool isTyped : {true, false}) {
+        bool failed = true;
+        for (int nth = 1; failed; ++nth) {
+            SCOPED_TRACE(std::to_string(nth));
+            UnreadFigure figure(isTyped ? "1" : digits + ".5");
+            if (isTyped)
+                figure.type(digits + ".5");
+            {
+                const FailingMemory memory(nth);
+                figure.showCommas();
+                failed = memory.hasFailed();
+            }
+            const TextField& field = figure.field;
+            EXPECT_TRUE(field.text() == digits + ",5" ||
+                        (isTyped ? field.isUnstored() : field.text().empty()))
+                << field.text();
+        }
+    }
+}
+
+} // namespace
+} // namespace vkr
