@@ -89,35 +89,19 @@ std::string_view digitsWithMarks(std::string_view text) {
     return core;
 }
 
-// "1.234.567": groups of three behind the first one, with the same mark.
-bool areGroups(std::string_view text, char mark) {
-    auto at = text.find(mark);
-    if (at < 1 || at > 3 || text.front() == '0')
-        return false;
-    while (at < text.size()) {
-        const std::string_view group = text.substr(at + 1, 3);
-        if (text[at] != mark || group.size() != 3 ||
-            !std::all_of(group.begin(), group.end(), isAsciiDigit))
-            return false;
-        at += 4;
-    }
-    return true;
-}
-
-MarkVote voteOf(std::string_view cell) {
-    const std::string_view digits = digitsWithMarks(cell);
+// Of a figure: what stands in front of its last mark are groups.
+MarkVote voteOf(std::string_view figure) {
+    const std::string_view digits = digitsWithMarks(figure);
     const auto points = std::count(digits.begin(), digits.end(), '.');
     const auto commas = std::count(digits.begin(), digits.end(), ',');
     if (points + commas == 0)
         return MarkVote::none;
     const auto last = digits.find_last_of(".,");
     const char mark = digits[last];
-    const auto ofLast = mark == '.' ? points : commas;
-    if (points > 0 && commas > 0) // the last one, with groups in front of it
-        return ofLast == 1 && areGroups(digits.substr(0, last), otherMark(mark)) ? voteFor(mark)
-                                                                                 : MarkVote::none;
-    if (ofLast > 1)
-        return areGroups(digits, mark) ? voteFor(otherMark(mark)) : MarkVote::none;
+    if (points > 0 && commas > 0)
+        return voteFor(mark);
+    if (points + commas > 1)
+        return voteFor(otherMark(mark));
     const std::string_view whole = digits.substr(0, last);
     const std::string_view behind = digits.substr(last + 1);
     const auto allDigits = [](std::string_view text) {
@@ -125,9 +109,9 @@ MarkVote voteOf(std::string_view cell) {
     };
     if (!allDigits(behind))
         return MarkVote::none;
-    if (behind.size() != 3 || !allDigits(whole)) // groups by blanks: "1 234,567"
-        return voteFor(mark);
-    return areGroups(digits, mark) ? MarkVote::either : voteFor(mark);
+    const bool mayBeGroup = behind.size() == 3 && !whole.empty() && whole.size() <= 3 &&
+                            whole.front() != '0' && allDigits(whole); // by blanks: "1 234,567"
+    return mayBeGroup ? MarkVote::either : voteFor(mark);
 }
 
 // --- what is no figure ---------------------------------------------------------------------------

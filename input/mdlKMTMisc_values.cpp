@@ -22,7 +22,7 @@ std::string toDecimalText(std::string_view text) {
     if (blank != std::string_view::npos && blank > slash)
         return {};
     const std::size_t wholeSize = blank == std::string_view::npos ? 0 : blank + 1;
-    const double numerator = leadingNumber(text.substr(wholeSize, slash - wholeSize));
+    const double numerator = leadingNumber(text.substr(wholeSize));
     if (numerator == 0)
         return {};
     const std::string_view wholeText = text.substr(0, wholeSize);

@@ -88,7 +88,6 @@ class Builder {
     Builder(Form& form, const MenuTexts& texts) : form_(form), texts_(texts) {
         for (int i = menuEntry.last(form); i > 0; --i)
             form.remove(menuEntry[i].in(form));
-        menuEntry[0].in(form).setVisible(false);
     }
     void add(int text, MenuCommand command, bool enabled) {
         auto& entry =

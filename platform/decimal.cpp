@@ -45,10 +45,7 @@ Decimal toDecimal(double value) {
     int exponent = 0;
     std::from_chars(next, written.ptr, exponent);
     number.point = exponent + 1;
-    if (number.count > Decimal::capacity)
-        roundToDigits(number, Decimal::capacity);
-    else
-        dropTrailingZeros(number);
+    roundToDigits(number, Decimal::capacity);
     return number;
 }
 

@@ -24,7 +24,7 @@ void FieldState::lookAt(std::string_view text) {
 
 void FieldState::replace(std::string_view text) {
     if (isUnstored()) {
-        held_ = !standing_;
+        held_ = false;
         accepted_ = standing_ ? *standing_ : std::string(text);
         mark_ = {};
         standing_.reset();

@@ -71,10 +71,11 @@ bool Form::moveFocus(FocusDirection direction, AtEnd atEnd) {
     const auto count = std::ssize(tabOrder_);
     if (count == 0)
         return false;
-    const std::ptrdiff_t step = direction == FocusDirection::forward ? 1 : -1;
+    const bool forward = direction == FocusDirection::forward;
+    const std::ptrdiff_t step = forward ? 1 : -1;
     auto place = std::find(tabOrder_.begin(), tabOrder_.end(), active_) - tabOrder_.begin();
     if (place == count)
-        place = step > 0 ? -1 : count;
+        place = forward ? -1 : count;
     for (std::ptrdiff_t tried = 0; tried < count; ++tried) {
         place += step;
         if (place < 0 || place >= count) {

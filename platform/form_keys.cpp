@@ -207,9 +207,7 @@ bool Form::builtInKey(Control& control, KeyCode key, int shift) {
         const bool vertical = key == keys::up || key == keys::down;
         if (!plain || !vertical)
             return false;
-        const int target = list.listIndex() + step;
-        if (target >= 0 && target < static_cast<int>(list.list().size()))
-            userPick(list, target);
+        userPick(list, list.listIndex() + step);
         return true;
     }
     default:

@@ -163,7 +163,7 @@ TextField::Edit TextField::taken(std::string_view edited, int caret) const {
         maxLength_ > 0 ? textLeft(putIn, std::max(0, maxLength_ - front - back)) : putIn;
     if (fitting.empty() && !putIn.empty())
         return {text_, selStart_};
-    Edit result{std::string(textLeft(edited, front)), 0};
+    Edit result{.text = std::string(textLeft(edited, front))};
     result.text += capitals_ ? upperCase(fitting) : std::string(fitting);
     result.text += textFrom(edited, newLength - back);
     result.caret = std::min(caret, textLength(result.text) - back);

@@ -39,36 +39,31 @@ constexpr bool isFigure(const DatumRow& row) {
     return std::holds_alternative<NumberAccess>(row.access) || isSeries(row);
 }
 
-constexpr bool everyFigureHasItsUnit() {
-    for (const DatumRow& row : table)
-        if (isFigure(row) != (row.unit != DatumUnit::none))
-            return false;
-    return true;
+constexpr bool hasUnitIfFigure(const DatumRow& row) {
+    return isFigure(row) == (row.unit != DatumUnit::none);
 }
-static_assert(everyFigureHasItsUnit(), "a figure needs a unit, anything else has none");
+static_assert(std::all_of(table.begin(), table.end(), hasUnitIfFigure),
+              "a figure needs a unit, anything else has none");
 
 constexpr bool isTitled(const DatumRow& row) {
     return !row.title.empty();
 }
 static_assert(std::all_of(table.begin(), table.end(), isTitled), "a datum needs a title");
 
-constexpr bool everyKeyTellsItsUnit() {
-    for (const DatumRow& row : table)
-        if (row.key.ends_with("_pct") != (row.unit == DatumUnit::percent) ||
-            (row.unit == DatumUnit::money && !row.key.ends_with("_musd")))
-            return false;
-    return true;
+constexpr bool keyTellsUnit(const DatumRow& row) {
+    return row.key.ends_with("_pct") == (row.unit == DatumUnit::percent) &&
+           (row.unit != DatumUnit::money || row.key.ends_with("_musd"));
 }
-static_assert(everyKeyTellsItsUnit(), "_musd ends the key of money, _pct that of percent");
+static_assert(std::all_of(table.begin(), table.end(), keyTellsUnit),
+              "_musd ends the key of money, _pct that of percent");
 
-constexpr bool noKeyStandsTwice() {
-    for (const DatumRow& row : table)
-        for (const DatumRow& other : table)
-            if (row.datum != other.datum && row.period == other.period && row.key == other.key)
-                return false;
-    return true;
+constexpr bool keyStandsOnce(const DatumRow& row) {
+    return 1 == std::count_if(table.begin(), table.end(), [&](const DatumRow& other) {
+               return row.period == other.period && row.key == other.key;
+           });
 }
-static_assert(noKeyStandsTwice(), "two data of one CSV file have the same key");
+static_assert(std::all_of(table.begin(), table.end(), keyStandsOnce),
+              "two data of one CSV file have the same key");
 
 } // namespace
 
