@@ -430,6 +430,10 @@ TEST_F(ControlTest, AListKnowsTheEntryWhoseTextStandsInTheField) {
     EXPECT_EQ(list.text(), "");
     EXPECT_THROW(list.setListIndex(2), std::out_of_range);
     EXPECT_THROW(list.setListIndex(-2), std::out_of_range);
+    list.setText("Nasdaq");
+    EXPECT_EQ(list.listIndex(), 1);
+    list.setText("Amex");
+    EXPECT_EQ(list.listIndex(), -1);
     list.setText("NYSE");
     list.clearList();
     EXPECT_EQ(list.listIndex(), -1);

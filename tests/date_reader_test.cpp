@@ -303,6 +303,10 @@ TEST(DateReader, RefusesWhatIsNoDate) {
         "0000-00-00",
         "12/30/1899", // kept as absent
         "12/31/2005\n",
+        "12.2005",
+        "12 2005",
+        "2005.12",
+        "12:2005",
         "\xF0\x9F\x93\x85",
         "12/31/2005 \xF0\x9F\x93\x85",
         "\xD9\xA1/\xD9\xA2/2005",
@@ -406,6 +410,9 @@ TEST(DateReader, ReadsShortYearsOfAPatternWithoutDays) {
         {"05-11", "YY-MM", "2005-11-01"},
         {"05 Nov", "YY MMM", "2005-11-01"},
         {"13/05", "MM/YY", "none"},
+        {"5/11", "YY/MM", "2024-05-11"}, // of one digit it is no year
+        {"05/2005", "YY/MM", "2005-05-01"},
+        {"2005/05", "YY/MM", "2005-05-01"},
         {"Nov 2005", "MMM YY", "2005-11-01"},
         {"Nov 5", "MMM YY", "2024-11-05"},
         {"Nov 05th", "MMM YY", "2024-11-05"},

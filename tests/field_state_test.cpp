@@ -86,6 +86,14 @@ TEST(FieldState, AnotherDatumInTheSameWordsIsTyped) {
     }
 }
 
+TEST(FieldState, WhatTakesThePlaceOfARefusedTextIsHeldNoMore) {
+    FieldState state = refusing("May 2004", "soon");
+    state.holdAsTyped();
+    state.replace("Dec 2005");
+    EXPECT_TRUE(state.isTyped("Dec 2005"));
+    EXPECT_TRUE(state.standsForStored("May 2004"));
+}
+
 TEST(FieldState, InPlaceOfARefusedTextTheStoredOneIsStillKnown) {
     FieldState state = refusing("May 2004", "soon");
     state.replace("Dec 2005");

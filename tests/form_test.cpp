@@ -368,6 +368,38 @@ TEST_F(FormTest, ObserverHearsWhereTheFocusHasSettled) {
 
 // --- tab order -----------------------------------------------------------------------------------
 
+TEST_F(FormTest, AnUpdateTellsOnceWhereTheFocusHasSettledAndOnlyWhereItMoved) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    Observer observer;
+    form.setObserver(&observer);
+    {
+        const Form::Update update(form);
+        first.setFocus();
+        second.setFocus();
+        EXPECT_EQ(observer.events, Events{});
+    }
+    EXPECT_EQ(observer.events, Events{"focus"});
+    {
+        const Form::Update update(form);
+        second.setFocus();
+    }
+    EXPECT_EQ(observer.events, Events{"focus"});
+}
+
+TEST_F(FormTest, AFocusThatCameToWhatTakesNoneGoesWhereItWas) {
+    box("txtFirst");
+    auto& second = box("txtSecond");
+    auto& shown = form.add<Label>("lblShown");
+    second.setFocus();
+    for (Control* control : {static_cast<Control*>(nullptr), static_cast<Control*>(&shown)}) {
+        form.focusLeft();
+        form.focusCame(control, std::nullopt);
+        EXPECT_TRUE(form.hasFocus());
+        EXPECT_EQ(active(), "txtSecond");
+    }
+}
+
 TEST_F(FormTest, TabGoesThroughTheTabOrderAndAround) {
     auto& first = box("txtFirst");
     box("txtSecond");
@@ -627,6 +659,19 @@ TEST_F(FormTest, ArrowsChooseTheNextOptionThatCanBeChosen) {
     EXPECT_TRUE(first.value());
 }
 
+TEST_F(FormTest, TheSpaceBarChoosesTheOptionThatHasTheFocus) {
+    auto& first = option("optUnit", 0);
+    auto& second = option("optUnit", 1);
+    first.setValue(true);
+    second.setFocus();
+    takeEvents();
+    EXPECT_FALSE(form.keyDown(keys::space, shifts::none));
+    EXPECT_TRUE(second.value());
+    EXPECT_FALSE(first.value());
+    EXPECT_EQ(takeEvents(), (Events{"down 32/0 optUnit(1)", "mouse 1 optUnit(1)",
+                                    "click optUnit(1)", "ended optUnit(1)"}));
+}
+
 TEST_F(FormTest, AnArrowChoosesTheNeighbourAlone) {
     auto& first = option("optUnit", 0);
     auto& next = option("optUnit", 1);
@@ -676,6 +721,10 @@ TEST_F(FormTest, ArrowsChooseListEntriesUnlessLocked) {
     list.setLocked(true);
     EXPECT_FALSE(form.keyDown(keys::up, shifts::none));
     EXPECT_EQ(list.text(), "Nasdaq");
+    list.setLocked(false);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_FALSE(form.keyDown(keys::up, shifts::none));
+    EXPECT_EQ(list.listIndex(), 0);
 }
 
 TEST_F(FormTest, OnlyItsOwnKeysActOnAControlAndOnlyAlone) {
@@ -1010,6 +1059,42 @@ TEST_F(FormTest, PickingAnEntryIsAChoiceOnlyWhenItIsAnotherOne) {
     EXPECT_EQ(list.text(), "Nasdaq");
     EXPECT_EQ(list.selText(), "Nasdaq");
     EXPECT_EQ(takeEvents(), Events{"choice 1 cmbExchange"});
+}
+
+TEST_F(FormTest, OfEqualEntriesThePickedOneIsChosen) {
+    auto& list = form.add<ComboBox>("cmbExchange");
+    list.setList({"NYSE", "NYSE"});
+    form.userPick(list, 1);
+    EXPECT_EQ(list.listIndex(), 1);
+    form.userPick(list, 1);
+    EXPECT_EQ(takeEvents(), Events{"choice 1 cmbExchange"});
+}
+
+TEST_F(FormTest, ATurnGoesThroughTheEntriesOfAListUpToItsEnds) {
+    auto& list = form.add<ComboBox>("cmbExchange");
+    EXPECT_TRUE(form.userTurn(list, 1));
+    EXPECT_EQ(list.listIndex(), -1) << "nothing to choose";
+    struct Row {
+        std::vector<std::string> entries;
+        int before;
+        int steps;
+        int after;
+    };
+    const std::vector<std::string> three{"NYSE", "Nasdaq", "Amex"};
+    const Row rows[] = {{three, -1, 1, 0}, {three, 0, 1, 1},    {three, 1, 5, 2},
+                        {three, 2, 1, 2},  {three, 2, -1, 1},   {three, 1, -5, 0},
+                        {three, 0, -1, 0}, {{"NYSE"}, -1, 2, 0}};
+    for (const Row& row : rows) {
+        list.setList(row.entries);
+        list.setListIndex(row.before);
+        EXPECT_TRUE(form.userTurn(list, row.steps));
+        EXPECT_EQ(list.listIndex(), row.after) << row.before << " by " << row.steps;
+    }
+    list.select(1, 2);
+    EXPECT_TRUE(form.userTurn(list, 1));
+    EXPECT_EQ(list.selText(), "YS") << "what leads nowhere leaves the selection";
+    list.setLocked(true);
+    EXPECT_FALSE(form.userTurn(list, 1)) << "the page turns in its place";
 }
 
 TEST_F(FormTest, BarsSpinnersTabsAndTheSurfaceReport) {

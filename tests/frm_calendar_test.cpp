@@ -62,6 +62,32 @@ TEST(Calendar, OkHidesTheForm) {
     EXPECT_EQ(desktop.calendars()[0].shown, *makeDate(2026, 1, 1));
 }
 
+TEST(Calendar, CancelHidesItAtOnce) {
+    struct Cancelling : VirtualDesktop {
+        void showModal(CalendarForm& form) override {
+            EXPECT_TRUE(form.visible());
+            form.pressOk();
+            EXPECT_TRUE(form.visible()) << "no date to take";
+            form.pressCancel();
+            EXPECT_FALSE(form.visible());
+        }
+    } cancelling;
+    frmCalendar("Pick").Show(cancelling);
+}
+
+TEST(Calendar, ADesktopThatCannotShowItLeavesItHidden) {
+    struct Failing : VirtualDesktop {
+        void showModal(CalendarForm& form) override {
+            EXPECT_TRUE(form.visible());
+            throw std::runtime_error("no window");
+        }
+    } failing;
+    frmCalendar calendar("Pick");
+    calendar.Show(failing);
+    EXPECT_FALSE(calendar.visible());
+    EXPECT_EQ(calendar.Tag(), "");
+}
+
 TEST(Calendar, OkWithoutAValidDateStaysOpen) {
     const Date start = *makeDate(2026, 1, 1);
     for (const Date none : {Date{}, *makeDate(1899, 12, 31), *makeDate(2999, 12, 31)}) {

@@ -100,6 +100,20 @@ TEST_F(MenuBuilder, EntriesAreEnabledByWhatTheFieldHolds) {
     }
 }
 
+TEST_F(MenuBuilder, WhatTheDesktopCannotTellIsNotOffered) {
+    struct Failing : VirtualDesktop {
+        bool canUndo(const TextField& /*field*/) override {
+            throw std::runtime_error("no history");
+        }
+        bool clipboardHasText() override { throw std::runtime_error("the clipboard is in use"); }
+    } failing;
+    BuildMenu(
+        form, failing, [](int number) { return std::to_string(number); }, meNone, field, field);
+    EXPECT_FALSE(enabled(mcUndo));
+    EXPECT_FALSE(enabled(mcPaste));
+    EXPECT_TRUE(enabled(mcHelp));
+}
+
 struct ExtrasRow {
     unsigned extras;
     Strings captions;

@@ -193,6 +193,7 @@ TEST(NumberPattern, LeavesOtherCharactersAsTheyStand) {
         {5, "0\\\u20AC", "5\u20AC"},
         {5, "\"text\"", "text"},
         {-5, "\"text\"", "-text"},
+        {0, "\"text\"", "text"},
         {1.5, "0\" whole \".0", "1 whole .5"},
         {1.25, "0.0\"-\"0", "1.2-5"},
         {1234567, "#,##0\" k\"", "1,234,567 k"},

@@ -324,6 +324,7 @@ TEST(NumberText, TellsWhatOfATextIsNotInTheNumber) {
         {"-x/8", "", "-x/8"},   {"x 1/8", "0.125", "x 1/8"},
         {"12.5x", "12.5", "x"}, {"3 1/8/2", "3.125", "/2"},
         {"abc/8", "", "abc/8"}, {"3\u00BD USD", "3", "\u00BD USD"},
+        {"1 3/0", "1", "3/0"},  {"0 3/0", "0", "0 3/0"},
     };
     for (const auto& row : prices) {
         const NumericText read = cleanNumericText(row.text, NumericKind::PriceText);

@@ -81,6 +81,17 @@ TEST_F(RefusedInput, ASecondMinusThatJoinsTwoFiguresHasAVoice) {
     }
 }
 
+TEST_F(RefusedInput, ASecondMinusThatJoinsNoFiguresIsSilent) {
+    for (const char* text : {"5- 2", "5 -2", "5-", "-5"}) {
+        goTo(scene, "txtYEPS(9)");
+        desktop.type("^a{DEL}" + std::string(text));
+        desktop.forget();
+        desktop.type("-");
+        EXPECT_EQ(textOf(scene, "txtYEPS(9)").find('-'), std::string::npos) << text;
+        EXPECT_TRUE(desktop.refusals().empty()) << text;
+    }
+}
+
 TEST_F(RefusedInput, UnderTheCommaTheVoiceNamesTheComma) {
     scene.entry->put_NumberMarks({',', "."});
     for (const char* id : {"txtYEPS(9)", "txtTotalDebt", "txtCurrentPrice"}) {

@@ -199,6 +199,7 @@ TEST(VariantArrayTest, BoundsFarFromZeroDoNotRunOver) {
     EXPECT_EQ(low.upper(), lowest + 1);
     EXPECT_EQ(low.number(lowest + 1), 2);
     EXPECT_FALSE(low.contains(highest));
+    EXPECT_EQ(VariantArray(lowest, std::vector<double>{1}).upper(), lowest);
     const VariantArray high(highest, std::vector<double>{1});
     EXPECT_EQ(high.upper(), highest);
     EXPECT_EQ(high.number(highest), 1);

@@ -3,6 +3,7 @@
 #include "tests/support/date_picking.hpp"
 #include "tests/support/form_recorder.hpp"
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <locale>
@@ -219,6 +220,26 @@ TEST_F(VirtualDesktopTest, TypingNeedsTheFocus) {
     EXPECT_EQ(name.text(), "a");
     VirtualDesktop bare;
     EXPECT_THROW(bare.type("a"), std::logic_error);
+}
+
+TEST_F(VirtualDesktopTest, KeysGoElsewhereOnceTheFocusHasLeftTheForm) {
+    desktop.click("txtName");
+    takeEvents();
+    heard.keyPress = [this](char32_t&) { form.focusLeft(); };
+    desktop.type("a");
+    const auto after = takeEvents();
+    EXPECT_EQ(after, (Events{"down 65/0 txtName", "press 97 txtName", "lost txtName",
+                             "left the form", "up 65 txtName"}));
+    desktop.click("txtName");
+    takeEvents();
+    desktop.type("ab");
+    EXPECT_EQ(takeEvents(), after) << "nothing of the second key";
+    desktop.click("txtName");
+    takeEvents();
+    desktop.hold("a", 3);
+    EXPECT_EQ(takeEvents(), (Events{after.begin(), after.end() - 1}))
+        << "where it is let go is another window's";
+    EXPECT_EQ(name.text(), "");
 }
 
 TEST_F(VirtualDesktopTest, AFilterCanReplaceOrSwallowCharacters) {
@@ -615,6 +636,27 @@ TEST_F(VirtualDesktopTest, TheRightButtonClicksNothing) {
                                     "mouse 2 cmdOK", "lost txtName", "got cmdOK", "ended cmdOK"}));
 }
 
+TEST_F(VirtualDesktopTest, TheLeftButtonDragsFromWhatIsEnabled) {
+    struct : FormHandler {
+        Events drags;
+        bool onDrag(Control& pressed, Control& over) override {
+            drags.push_back(pressed.id() + " to " + over.id());
+            return true;
+        }
+    } dragged;
+    form.setHandler(&dragged);
+    for (const auto button : {MouseButton::left, MouseButton::right}) {
+        desktop.press("txtName", Control::noIndex, button);
+        desktop.dragTo("cmdOK");
+        desktop.dragAway();
+    }
+    ok.setEnabled(false);
+    desktop.press("cmdOK");
+    desktop.dragTo("txtName");
+    desktop.dragAway();
+    EXPECT_EQ(dragged.drags, Events{"txtName to cmdOK"});
+}
+
 TEST_F(VirtualDesktopTest, ADoubleClickIsAClickAndADoubleClickOrTwoPresses) {
     auto& lock = form.add<CheckBox>("chkLockInfo");
     desktop.doubleClick("txtName");
@@ -624,6 +666,14 @@ TEST_F(VirtualDesktopTest, ADoubleClickIsAClickAndADoubleClickOrTwoPresses) {
     EXPECT_FALSE(lock.value());
     desktop.click("chkLockInfo");
     EXPECT_TRUE(lock.value());
+    form.add<OptionButton>("optUnit", 0);
+    for (const std::string twice : {"optUnit(0)", "cmdOK"}) {
+        takeEvents();
+        desktop.doubleClick(twice);
+        const Events heardOf = takeEvents();
+        EXPECT_EQ(std::count(heardOf.begin(), heardOf.end(), "click " + twice), 2);
+        EXPECT_EQ(std::count(heardOf.begin(), heardOf.end(), "double " + twice), 0);
+    }
 }
 
 TEST_F(VirtualDesktopTest, ADoubleClickEndsWhereItsFirstClickHidTheControl) {
@@ -702,8 +752,26 @@ TEST_F(VirtualDesktopTest, WhatNobodyCouldReachThrowsAndSaysWhy) {
     EXPECT_TRUE(desktop.canReach("txtName"));
     form.add<MenuItem>("mnuItem", 0);
     EXPECT_FALSE(desktop.canReach("mnuItem(0)"));
-    form.setSize(400, 400);
+    cell.setVisible(true);
+    const std::pair<Twips, Twips> unsized[] = {{0, 100}, {100, 0}, {0, 0}};
+    for (const auto& [width, height] : unsized) {
+        view.resize(width, height);
+        EXPECT_TRUE(desktop.canReach("txtSales(9)")) << width << " by " << height;
+    }
+    view.resize(1, 1);
+    EXPECT_FALSE(desktop.canReach("txtSales(9)"));
     name.move(400, 0);
+    for (const auto& [width, height] : unsized) {
+        form.setSize(width, height);
+        EXPECT_TRUE(desktop.canReach("txtName")) << width << " by " << height;
+    }
+    form.setSize(1, 1);
+    EXPECT_FALSE(desktop.canReach("txtName"));
+    form.setSize(400, 400);
+    EXPECT_FALSE(desktop.canReach("txtName"));
+    name.move(399, 0);
+    EXPECT_TRUE(desktop.canReach("txtName"));
+    name.move(0, 400);
     EXPECT_FALSE(desktop.canReach("txtName"));
 }
 
@@ -848,10 +916,17 @@ TEST_F(VirtualDesktopTest, GoingToAHostControlLeavesTheField) {
     desktop.tabInto(FocusDirection::backward);
     EXPECT_EQ(desktop.focusedId(), "cmdOK");
     heard.lostFocus = [](Control& left) { left.setFocus(); };
+    desktop.switchAway();
     EXPECT_FALSE(desktop.leaveForm());
     EXPECT_EQ(desktop.focusedId(), "cmdOK");
+    EXPECT_NO_THROW(desktop.type("{LEFT}"));
     desktop.tabInto();
     EXPECT_EQ(desktop.focusedId(), "cmdOK") << "the form has kept the focus";
+    heard.lostFocus = nullptr;
+    desktop.leaveForm();
+    desktop.switchAway();
+    desktop.tabInto();
+    EXPECT_NO_THROW(desktop.type("{LEFT}"));
 }
 
 TEST_F(VirtualDesktopTest, TabbingPastTheEndGoesToTheHostWhereItHasControls) {
@@ -947,6 +1022,12 @@ TEST_F(VirtualDesktopTest, ASnapshotTellsTheNoteAtItsFieldAlone) {
     const auto line = snapshot.substr(snapshot.find("txtName"));
     EXPECT_NE(line.substr(0, line.find('\n')).find(" note \"Figures only.\""), std::string::npos);
     EXPECT_EQ(snapshot.find(" note "), snapshot.rfind(" note "));
+    ok.setEnabled(false);
+    desktop.click("cmdOK");
+    EXPECT_TRUE(desktop.note().has_value()) << "a press on nothing";
+    ok.setEnabled(true);
+    desktop.click("cmdOK");
+    EXPECT_FALSE(desktop.note().has_value());
 }
 
 TEST_F(VirtualDesktopTest, WithoutAFormThereIsNothingToActOn) {
