@@ -7,6 +7,7 @@
 #include "platform/error_trap.hpp"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace vkr {
@@ -24,10 +25,10 @@ bool isOfWholeSeries(const Change& change) {
 // How many periods later the other one begins; nothing where only one of them is known.
 std::optional<int> distance(DatumPeriod period, const NewestPeriods& from,
                             const NewestPeriods& to) {
-    const auto known = [period](const NewestPeriods& one) {
-        return period == DatumPeriod::quarter ? !isAbsent(one.quarter) : one.year != 0;
-    };
-    if (known(from) != known(to))
+    const bool isOneUnknown = period == DatumPeriod::quarter
+                                  ? isAbsent(from.quarter) != isAbsent(to.quarter)
+                                  : (from.year == 0) != (to.year == 0);
+    if (isOneUnknown)
         return std::nullopt;
     return period == DatumPeriod::quarter ? periodsBetween(period, from.quarter, to.quarter)
                                           : periodsBetween(period, from.year, to.year);
@@ -146,12 +147,12 @@ class GroupPlacing {
         const auto& [before, after] = *group_.counted;
         const int moved = series.empty() ? 0 : distance(period, before, after).value_or(0);
         const auto ahead = distance(period, after, newestPeriods(*reached_));
-        const bool isBeyond = moved != 0 && ahead && (moved > 0 ? *ahead > 0 : *ahead < 0);
+        const bool isBeyond = ahead && (moved > 0 ? *ahead > 0 : moved < 0 && *ahead < 0);
         if (!isBeyond && (moved == 0 || ahead == 0))
             placeDates(stated, NotPlaced::changedSince);
         else if (!isBeyond)
             move(period, moved, stated, series);
-        offset(period) = distance(period, after, newestPeriods(*reached_));
+        offsets_[period] = distance(period, after, newestPeriods(*reached_));
         for (const Change& whole : series)
             placeBeside(whole, moved);
     }
@@ -204,9 +205,7 @@ class GroupPlacing {
             const VariantArray& held = reached_->stored(row.datum).array();
             for (int i = 0; i <= row.upper; ++i) {
                 const bool isLeaving = i + periods < 0 || i + periods > row.upper;
-                const double noted = whole == series.end() || !whole->before.isArray()
-                                         ? 0
-                                         : whole->before.array().number(i);
+                const double noted = whole == series.end() ? 0 : whole->before.array().number(i);
                 if (isLeaving && held.number(i) != 0 && held.number(i) != noted)
                     return true;
             }
@@ -241,7 +240,7 @@ class GroupPlacing {
 
     void placeElement(const Change& change) {
         const DatumRow& row = rowOf(change.datum);
-        const auto moved = offset(row.period);
+        const auto moved = offsets_[row.period];
         const int element = *change.element + moved.value_or(0);
         const VariantArray& series = reached_->stored(change.datum).array();
         if (!series.contains(element))
@@ -257,17 +256,14 @@ class GroupPlacing {
         here.element = element;
         add(change, here);
     }
-    [[nodiscard]] std::optional<int>& offset(DatumPeriod period) {
-        return offsets_[period == DatumPeriod::quarter ? 1 : 0];
-    }
 
     const ChangePlacing& all_;
     const ChangeGroup& group_;
     std::shared_ptr<CompanyRecord> reached_;
     ChangePlacing::Placed placed_;
-    std::vector<Change> noted_;     // those that are placed
-    bool isStep_;                   // back to what was worked out
-    std::optional<int> offsets_[2]; // of elements, by period; nothing where it is not known
+    std::vector<Change> noted_;                         // those that are placed
+    bool isStep_;                                       // back to what was worked out
+    std::map<DatumPeriod, std::optional<int>> offsets_; // of elements; nothing: not known
 };
 
 } // namespace

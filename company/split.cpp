@@ -27,10 +27,8 @@ std::string_view trimmedBlanks(std::string_view text) {
 // A whole number at the start, which is taken off; 0 where there is none, or it is too large.
 int takeNumber(std::string_view& text) {
     int number = 0;
-    std::size_t length = 0;
-    while (length < text.size() && isAsciiDigit(text[length]) && number <= mostShares)
-        number = number * 10 + (text[length++] - '0');
-    text.remove_prefix(length);
+    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
     return number > mostShares ? 0 : number;
 }
 

@@ -33,9 +33,23 @@ TEST(PeriodMoves, AreFoundInTheFigures) {
     EXPECT_EQ(moved({0, 1, 2, 3}, {0, 0, 1, 2}, 2), 1) << "against the dates";
     const double none = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(moved({1, none, 2}, {0, 1, none}), 1);
+    EXPECT_EQ(moved({1, none, 2}, {0, 1, 5}), std::nullopt);
+    EXPECT_EQ(moved({1, 2, 3}, {1, 2, 3}), std::nullopt);
+    EXPECT_EQ(moved({1, 2}, {0, 0}), std::nullopt) << "all are gone";
     EXPECT_EQ(moved({1, 2}, {0, 1, 2}), std::nullopt);
     EXPECT_EQ(periodsMoved(numberArray({1, 2}), numberArray({0, 1}, 1)), std::nullopt);
     EXPECT_EQ(periodsMoved(1.5, numberArray({1})), std::nullopt);
+}
+
+TEST(PeriodMoves, AreFoundWithinAnyTableOfTheRecord) {
+    Figures before(60);
+    before[0] = 1;
+    for (const int periods : {1, 34, 40, 41}) {
+        Figures after(60);
+        after[static_cast<std::size_t>(periods)] = 1;
+        EXPECT_EQ(periodsMoved(numberArray(before), numberArray(after)),
+                  periods <= 40 ? std::optional(periods) : std::nullopt);
+    }
 }
 
 // A quarter of a week-based year may end in a month of the one before or after.

@@ -6,6 +6,7 @@
 #include "support/elements.hpp"
 #include "support/random_company.hpp"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace vkr {
@@ -75,6 +76,15 @@ class PlacedChanges : public testing::Test {
             }
         }
         restored->endStep();
+    }
+    // Counted as their record is.
+    void placeAlone(Datum datum, const Variant& from, const Variant& to) {
+        const NewestPeriods newest = newestPeriods(*theirs);
+        left.clear();
+        place({{"",
+                {},
+                {{{datum, std::nullopt, from, to}, {}, Origin::typed, {}}},
+                CountedFrom{newest, newest}}});
     }
     void expectOneStepBack() const {
         ASSERT_TRUE(restored->canUndo());
@@ -171,10 +181,13 @@ TEST_F(PlacedChanges, AFigureThatBecameAnotherOneAsItsYearWasAddedIsPlacedWithIt
     auto groups = mine->unsaved();
     for (Change& change : groups.at(0).changes)
         if (change.datum == Datum::YRevenueSeries)
-            change.after.array().setNumber(3, 7);
+            for (const int element : {0, 3, 10})
+                change.after.array().setNumber(element, 7);
     place(groups);
     EXPECT_TRUE(left.empty());
     EXPECT_EQ(theirs->get_LastFY(), 2025);
+    EXPECT_EQ(revenue(0), 7);
+    EXPECT_EQ(revenue(10), 7);
     EXPECT_EQ(revenue(2), 2024);
     EXPECT_EQ(revenue(3), 7) << "2023";
     EXPECT_EQ(revenue(4), 2022);
@@ -394,6 +407,267 @@ TEST_F(PlacedChanges, OfAYearThatOthersHaveRelabelledGoToItsLabel) {
     place();
     EXPECT_EQ(whys(), Whys{NotPlaced::changedSince}) << "there is the figure of another year";
     EXPECT_TRUE(sameAs(*theirs, *before));
+}
+
+TEST_F(PlacedChanges, AYearIsNotRemovedOverAFigureOfOthers) {
+    addYear(-1);
+    putElement(*theirs, Datum::YRevenueSeries, 0, 99); // the year ahead
+    place();
+    EXPECT_TRUE(sameAs(*theirs, *before));
+    EXPECT_EQ(whys(), Whys(left.size(), NotPlaced::periodsMoved));
+    EXPECT_FALSE(left.empty());
+}
+
+TEST_F(PlacedChanges, AYearIsNotAddedOverAFigureInASeriesThatWasEmpty) {
+    addYear();
+    putElement(*theirs, Datum::YHighSeries, 10, 1);
+    place();
+    EXPECT_TRUE(sameAs(*theirs, *before));
+    EXPECT_FALSE(left.empty());
+}
+
+TEST_F(PlacedChanges, OfAPeriodThatOthersHaveMovedTooLackOnlyItsDate) {
+    for (const int years : {1, -1}) {
+        company->put_LastFY(2024);
+        company->put_LastFYDate(*makeDate(2024, 9, 28));
+        theirs = company->clone();
+        mine = std::make_shared<ChangeJournal>(company);
+        addYear(years);
+        const Date end = theirs->get_LastFYDate();
+        moveYears(*theirs, years);
+        theirs->put_LastFYDate(end);
+        place();
+        EXPECT_TRUE(left.empty());
+        EXPECT_TRUE(sameAs(*theirs, *company)) << years;
+    }
+}
+
+TEST_F(PlacedChanges, AYearWhoseEndOthersHaveStatedIsNotAddedAndItsSeriesAreTold) {
+    addYear();
+    theirs->put_LastFYDate(*makeDate(2024, 10, 31));
+    place();
+    EXPECT_TRUE(sameAs(*theirs, *before));
+    EXPECT_EQ(whys(), Whys(left.size(), NotPlaced::periodsMoved));
+    for (const Datum told :
+         {Datum::LastFY, Datum::LastFYDate, Datum::YRevenueSeries, Datum::YEPSSeries})
+        EXPECT_EQ(std::ranges::count(left, told, [](const auto& one) { return one.change.datum; }),
+                  1)
+            << rowOf(told).name;
+}
+
+TEST_F(PlacedChanges, OfADateThatOthersHaveStatedTheOtherOneIsOfAnotherPeriod) {
+    theirs->put_LastFYDate(*makeDate(2024, 10, 31));
+    for (const int year : {2023, 2025}) {
+        left.clear();
+        mine->startOver();
+        {
+            const ActionScope action(mine, {Origin::typed, "Last FY", {}});
+            mine->put_LastFY(static_cast<std::int16_t>(year));
+            mine->put_LastFYDate(*makeDate(year, 9, 30));
+        }
+        place();
+        EXPECT_TRUE(sameAs(*theirs, *before));
+        ASSERT_EQ(left.size(), 2U) << year;
+        for (const UnplacedChange& one : left) {
+            const bool isYear = one.change.datum == Datum::LastFY;
+            EXPECT_EQ(one.why, isYear ? NotPlaced::periodsMoved : NotPlaced::changedSince);
+            EXPECT_EQ(one.found, readDatum(*theirs, one.change.datum));
+        }
+        company->put_LastFY(2024);
+        company->put_LastFYDate(*makeDate(2024, 9, 28));
+    }
+}
+
+// The other date of the quarters stands in for one that is absent.
+TEST_F(PlacedChanges, ADateIsFreeWhereItIsAsBeforeOrAsAfterOnShowOrInTheRecord) {
+    const Date shown = *makeDate(2024, 9, 28);
+    const Date other = *makeDate(2024, 6, 29);
+    const Date another = *makeDate(2024, 3, 30);
+    struct Row {
+        Date from;
+        Date to;
+        bool isFree;
+    };
+    for (const Row& row : {Row{shown, other, true}, Row{other, shown, true}, Row{{}, other, true},
+                           Row{another, other, false}}) {
+        theirs->put_LastQDate({});
+        placeAlone(Datum::LastQDate, row.from, row.to);
+        EXPECT_EQ(left.empty(), row.isFree);
+        EXPECT_EQ(theirs->stored(Datum::LastQDate), Variant(row.isFree ? row.to : Date{}));
+    }
+}
+
+TEST_F(PlacedChanges, WhatNobodyHasStatedGivesWay) {
+    mine->put_TotalDebt(6);
+    mine->put_PrefShares(7);
+    theirs->put_TotalDebt(9);
+    theirs->put_PrefShares(9);
+    const ChangeGroup debt = mine->unsaved().front();
+    const ChangePlacing placing(mine->unsaved(), {Datum::PrefShares});
+    const auto placed = placing.place(mine->unsaved().back(), *theirs);
+    EXPECT_TRUE(placed.left.empty());
+    EXPECT_EQ(placed.group.changes, mine->unsaved().back().changes);
+    EXPECT_EQ(placing.place(debt, *theirs).left.size(), 1U);
+}
+
+TEST_F(PlacedChanges, WhatIsThereAsALaterGroupMakesItIsLeftOut) {
+    for (const char* symbol : {"EUR", "CHF"})
+        mine->get_Settings()->put(setting::currencySymbol, symbol);
+    type(Datum::YRevenueSeries, 1, 7);
+    addYear();
+    type(Datum::YRevenueSeries, 2, 8); // the same year
+    theirs->get_Settings()->put(setting::currencySymbol, "CHF");
+    putElement(*theirs, Datum::YRevenueSeries, 1, 8);
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_TRUE(sameAs(*theirs, *company));
+    left.clear();
+    theirs->get_Settings()->put(setting::currencySymbol, "EUR");
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(theirs->get_Settings()->get(setting::currencySymbol), Variant("CHF"));
+}
+
+// A change of a record that has other series.
+TEST_F(PlacedChanges, ASeriesOfOtherBoundsIsOfNoYear) {
+    const Variant held = company->get_YRevenueSeries();
+    for (const Variant& series :
+         {numberArray({1, 2, 3}), numberArray(std::vector<double>(11), 1),
+          numberArray(std::vector<double>(10), 1),
+          Variant(VariantArray(0, std::vector<std::string>(11, "1"))), Variant(1.0)})
+        for (const auto& [from, to] : {std::pair(series, held), std::pair(held, series)}) {
+            placeAlone(Datum::YRevenueSeries, from, to);
+            EXPECT_EQ(whys(), Whys{NotPlaced::notDated});
+            EXPECT_TRUE(sameAs(*theirs, *before));
+        }
+}
+
+TEST_F(PlacedChanges, WhatWasWorkedOutIsToldOnlyWhereItIsAllOfAStep) {
+    theirs->put_Last4QEPS(7);
+    theirs->put_TotalDebt(9);
+    const Change sum{{Datum::Last4QEPS, {}, 5.0, 6.0}, {}, Origin::derived, {}};
+    const Change debt{{Datum::TotalDebt, {}, 5.0, 6.0}, {}, Origin::typed, {}};
+    struct Row {
+        const char* name;
+        std::vector<Change> changes;
+        std::size_t told;
+    };
+    for (const Row& row : {Row{"Undo", {sum}, 1}, Row{"", {sum}, 0}, Row{"Undo", {debt, sum}, 1},
+                           Row{"", {debt}, 1}}) {
+        left.clear();
+        place({{row.name, {}, row.changes}});
+        EXPECT_EQ(whys(), Whys(row.told, NotPlaced::changedSince)) << row.name;
+    }
+}
+
+TEST_F(PlacedChanges, ASplitIsMadeOfWhatTheTableStillHas) {
+    {
+        const ActionScope action(mine, splitAction(*readSplitRatio("2:1")));
+        type(Datum::YEPSSeries, 9, 9.5);
+        type(Datum::YEPSSeries, 10, 10);
+    }
+    moveYears(*theirs, 1);
+    place();
+    EXPECT_EQ(whys(), Whys{NotPlaced::outsideTable});
+    EXPECT_EQ(elementOf(*theirs, Datum::YEPSSeries, 10), 9.5);
+}
+
+TEST_F(PlacedChanges, OfUnknownYearsMoveWhatIsAsItWas) {
+    addYear();
+    auto groups = mine->unsaved();
+    groups.front().counted.reset();
+    place(groups);
+    EXPECT_TRUE(left.empty());
+    EXPECT_TRUE(sameAs(*theirs, *company));
+    place(groups);
+    EXPECT_TRUE(left.empty());
+    EXPECT_FALSE(restored->canUndo());
+}
+
+// The figures at both ends go no farther than to the edge.
+TEST_F(PlacedChanges, AYearIsAddedOrRemovedWhereWhatOthersHaveTypedStaysInTheTable) {
+    for (const auto& [years, element] : {std::pair(1, 9), std::pair(-1, 1)}) {
+        const auto as = theirs->clone();
+        mine = std::make_shared<ChangeJournal>(theirs->clone());
+        addYear(years);
+        putElement(*theirs, Datum::YRevenueSeries, element, 99);
+        place();
+        EXPECT_TRUE(left.empty()) << years;
+        EXPECT_EQ(revenue(element + years), 99);
+        theirs = as;
+    }
+}
+
+TEST_F(PlacedChanges, OfPeriodsThatTheirsDoesNotKnowGoOnlyWhereTheFigureBeforeIs) {
+    type(Datum::YRevenueSeries, 2, 7);
+    type(Datum::YHighSeries, 2, 8);
+    type(Datum::QRevenueSeries, 2, 7);
+    type(Datum::QEPSSeries, 2, 8);
+    const auto dated = theirs->clone();
+    for (const bool isYear : {true, false}) {
+        theirs = dated->clone();
+        left.clear();
+        if (isYear) {
+            theirs->put_LastFY(0);
+            theirs->put_LastFYDate({});
+        } else {
+            theirs->put_LastQDate({});
+            theirs->put_LastQDateForGrid({});
+        }
+        place();
+        EXPECT_EQ(revenue(2), 7);
+        EXPECT_EQ(elementOf(*theirs, Datum::QRevenueSeries, 2), 7);
+        ASSERT_EQ(whys(), Whys{NotPlaced::notDated});
+        EXPECT_EQ(left[0].change.datum, isYear ? Datum::YHighSeries : Datum::QEPSSeries);
+    }
+}
+
+TEST_F(PlacedChanges, OfPeriodsThatAreStatedForTheFirstTimeAreNotMoved) {
+    const NewestPeriods newest = newestPeriods(*theirs);
+    theirs->put_LastFY(0);
+    theirs->put_LastFYDate({});
+    const Variant held = theirs->get_YRevenueSeries();
+    Variant other = held;
+    other.array().setNumber(3, 7);
+    place({{"",
+            {},
+            {{{Datum::LastFY, {}, std::int16_t{0}, std::int16_t{2024}}, {}, Origin::typed, {}},
+             {{Datum::YRevenueSeries, {}, held, other}, {}, Origin::typed, {}}},
+            CountedFrom{{0, newest.quarter}, newest}}});
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(theirs->get_LastFY(), 2024);
+    EXPECT_EQ(theirs->get_YRevenueSeries(), other);
+}
+
+TEST_F(PlacedChanges, OfKnownAndUnknownYearsGoEachByWhatIsKnown) {
+    type(Datum::YRevenueSeries, 2, 7);
+    type(Datum::YRevenueSeries, 3, 8);
+    auto groups = mine->unsaved();
+    groups.back().counted.reset();
+    place(groups);
+    EXPECT_TRUE(left.empty());
+    EXPECT_TRUE(sameAs(*theirs, *company));
+}
+
+TEST_F(PlacedChanges, WhatIsThereAlreadyIsNoChangeThoughItChangesLater) {
+    mine->put_TotalDebt(6);
+    mine->put_TotalDebt(7);
+    theirs->put_TotalDebt(6);
+    const auto groups = mine->unsaved();
+    const auto placed = ChangePlacing(groups).place(groups.front(), *theirs);
+    EXPECT_TRUE(placed.group.changes.empty());
+    EXPECT_TRUE(placed.left.empty());
+}
+
+TEST_F(PlacedChanges, ASettingBesideADatumIsNotTakenForOne) {
+    {
+        const ActionScope action(mine, {Origin::typed, "Both", {}});
+        mine->get_Settings()->put(setting::currencySymbol, "EUR");
+        writeText(*mine, Datum{}, "Acme");
+    }
+    place();
+    EXPECT_TRUE(left.empty());
+    EXPECT_TRUE(sameAs(*theirs, *company));
 }
 
 } // namespace

@@ -59,6 +59,7 @@ TEST(Split, ReadsRatiosAsPeopleWriteThem) {
                         {"", std::nullopt},
                         {":", std::nullopt},
                         {"4:", std::nullopt},
+                        {"4 1", std::nullopt},
                         {"-4:1", std::nullopt},
                         {"4:1:1", std::nullopt},
                         {"1.5:1", std::nullopt},
@@ -80,7 +81,8 @@ TEST(Split, RatiosOfSharesForOneAreWrittenInWholeShares) {
         {10, SplitRatio{10, 1}},     {1.5, SplitRatio{3, 2}},    {0.1, SplitRatio{1, 10}},
         {0.0667, SplitRatio{1, 15}}, {1.05, SplitRatio{21, 20}}, {1000, SplitRatio{1000, 1}},
         {1001, std::nullopt},        {1.00372, std::nullopt},    {0, std::nullopt},
-        {-4, std::nullopt},          {0.001, std::nullopt}};
+        {-4, std::nullopt},          {0.001, std::nullopt},      {0.01, SplitRatio{1, 100}},
+        {1.0 / 101, std::nullopt},   {0.5002525, std::nullopt}};
     for (const auto& [shares, ratio] : rows)
         EXPECT_EQ(splitRatioOf(shares), ratio) << shares;
 }
@@ -187,6 +189,15 @@ TEST(Split, SaysWhichDatesItMisses) {
     EXPECT_TRUE(split.changes.empty());
     EXPECT_EQ(split.missingDates,
               (std::vector<Datum>{PriceUpdatedDate, LastQDateForGrid, LastFYDate}));
+}
+
+TEST(Split, ConcernsNoFigureThatIsAbsentOrWouldBeTooLarge) {
+    CompanyRecord company;
+    const Split split{{4, 1}, day(2026, 1, 1)};
+    EXPECT_TRUE(splitChanges(company, split).missingDates.empty());
+    company.put_LastQDateForGrid(day(2025, 12, 31));
+    company.put_CommShares(1e308);
+    EXPECT_TRUE(splitChanges(company, split).changes.empty());
 }
 
 // A record that listens to actions.
