@@ -19,8 +19,6 @@ double finite(double value) {
 
 CompanyFigures::CompanyFigures(const iVKR_Company& company) {
     for (const DatumRow& row : datumTable()) {
-        if (std::holds_alternative<TextAccess>(row.access))
-            continue;
         auto& values = values_[static_cast<std::size_t>(row.datum)];
         ifPossible([&] {
             const Variant value = readDatum(company, row.datum);
@@ -57,19 +55,16 @@ int CompanyFigures::newestQuarterOf(int year) const {
     const Date newest = date(Datum::LastQDateForGrid);
     if (isAbsent(yearEnd) || isAbsent(newest))
         return -1;
-    const int between = nearestQuarters(yearEnd, newest) + quartersPerYear * (year - 1);
-    return between < 0 ? -1 : between;
+    return nearestQuarters(yearEnd, newest) + quartersPerYear * (year - 1);
 }
 
 int CompanyFigures::yearOf(int quarter) const {
     const Date yearEnd = date(Datum::LastFYDate);
     const Date newest = date(Datum::LastQDateForGrid);
     if (isAbsent(yearEnd) || isAbsent(newest))
-        return -1;
-    // Quarters from the end of the last fiscal year to this one, negative within the year.
-    const int after = nearestQuarters(yearEnd, newest) - quarter;
-    return after > 0 ? 1 - (after + quartersPerYear - 1) / quartersPerYear
-                     : 1 + -after / quartersPerYear;
+        return 1;
+    const int beforeYearEnd = quarter - nearestQuarters(yearEnd, newest);
+    return 1 + std::max(beforeYearEnd, 0) / quartersPerYear;
 }
 
 } // namespace vkr

@@ -28,10 +28,11 @@ class CompanyFigures {
     [[nodiscard]] Date date(Datum datum) const { return Date{number(datum)}; }
     [[nodiscard]] int lastFiscalYear() const;
 
-    // Elements of the oldest and the newest quarter that a fiscal year has, four of them from the
-    // newest on; -1 where the dates to count by are missing. The newest may be no quarter yet.
+    // The element of the newest quarter that a fiscal year has, which has four from there on. Below
+    // 0 where that quarter is still to come, or the dates to count by are missing.
     [[nodiscard]] int newestQuarterOf(int year) const;
-    // The fiscal year that a quarter lies in; 0 is the one after the last.
+    // The fiscal year that a quarter lies in; the last one for what came after it, too, and where
+    // no date says.
     [[nodiscard]] int yearOf(int quarter) const;
     // The day on which a quarter ends, as the grid counts it; absent where no date is known.
     [[nodiscard]] Date endOf(int quarter) const;

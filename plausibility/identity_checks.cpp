@@ -162,7 +162,7 @@ void quarterlyEarningsTimesShares(const CompanyFigures& figures, Report& report)
     for (int quarter = 0; quarter <= CompanyFigures::oldestQuarter; ++quarter) {
         const double earnings = figures.at(QEPSSeries, quarter);
         const double income = figures.at(QNetIncSeries, quarter);
-        const int year = std::max(figures.yearOf(quarter), 1);
+        const int year = figures.yearOf(quarter);
         const double shares = figures.at(YCSOSeries, year);
         const double implied = income / earnings;
         if (!(implied > 0) || !std::isfinite(implied) || shares <= 0)

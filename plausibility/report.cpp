@@ -121,16 +121,9 @@ void Report::speak(Sureness sureness, std::vector<FigurePlace> places, std::size
                    std::initializer_list<std::string> words) {
     Finding finding{rule_, sureness, {}, std::string(), keyOf(places)};
     std::string_view rest = sentence_;
-    for (std::size_t at = 0; (at = rest.find('%', at)) != std::string_view::npos;) {
-        const auto word =
-            at + 1 < rest.size() ? static_cast<std::size_t>(rest[at + 1] - '1') : words.size();
-        if (word >= words.size()) {
-            ++at;
-            continue;
-        }
-        finding.text.append(rest.substr(0, at)).append(*(words.begin() + word));
+    for (auto at = rest.find('%'); at != std::string_view::npos; at = rest.find('%')) {
+        finding.text.append(rest.substr(0, at)).append(words.begin()[rest[at + 1] - '1']);
         rest.remove_prefix(at + 2);
-        at = 0;
     }
     finding.text += rest;
     char& first = finding.text.front();

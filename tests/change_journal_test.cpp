@@ -273,6 +273,17 @@ TEST_F(MovingJournal, ThereAndBackIsNoMove) {
     EXPECT_EQ(brief(0), Lines{"YRevenueSeries(1) 1 > 9"});
 }
 
+TEST_F(MovingJournal, OtherFiguresThatAreTypedBackWithinTheActionAreNoChange) {
+    {
+        const ActionScope whole(journal, {Origin::shifted, "Add New Year", {}});
+        const Variant held = company->get_YRevenueSeries();
+        journal->put_YRevenueSeries(numberArray(std::vector<double>(11, 4)));
+        const ActionScope back(journal, {Origin::typed, {}, {}});
+        journal->put_YRevenueSeries(held);
+    }
+    EXPECT_TRUE(journal->groups().empty());
+}
+
 // The move comes first there as well: where a figure is from can be told for the record it leads
 // to.
 TEST_F(MovingJournal, AStepTakenBackAfterASaveIsNamedAndKnowsWhereItsFiguresAreFrom) {
@@ -570,6 +581,17 @@ TEST_F(Journal, DoesAGroupOnceMore) {
     beyond.changes.front().element = 77;
     EXPECT_TRUE(other->apply(beyond));
     EXPECT_TRUE(sameAs(*other, *before));
+}
+
+TEST_F(Journal, StartsOverWithoutAWayBackOrForward) {
+    journal->put_TotalDebt(1);
+    journal->put_TotalDebt(2);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    journal->startOver();
+    EXPECT_FALSE(journal->canUndo());
+    EXPECT_FALSE(journal->canRedo());
+    EXPECT_TRUE(journal->unsaved().empty());
+    EXPECT_EQ(journal->place(), std::nullopt);
 }
 
 // A step back over what nobody has noted would leave that behind.

@@ -399,6 +399,18 @@ TEST(CompanyCsv, YearsThatAFileCannotNameAreNumbered) {
     }
 }
 
+// The grid would come near to the day that stands for no date.
+TEST(CompanyCsv, QuartersBefore1910AreNumbered) {
+    for (const int year : {1909, 1910}) {
+        CompanyRecord company;
+        company.put_LastQDateForGrid(*makeDate(year, 12, 31));
+        test::putElement(company, "QRevenueSeries", 1, 5);
+        const std::string text = exportCompanyTexts(company).quarterly->text;
+        EXPECT_EQ(text.find("quarter_end") != std::string::npos, year == 1910);
+        EXPECT_EQ(text.find("element") != std::string::npos, year == 1909);
+    }
+}
+
 TEST(CompanyCsv, AQuoteIsCutWhereItIsTooLong) {
     const std::string fitting(40, 'x');
     EXPECT_EQ(describe({"c.csv", 2, 3, fitting, "no number"}),

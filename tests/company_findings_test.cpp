@@ -249,6 +249,7 @@ TEST(CompanyFindings, passOverWhatTheRecordCannotRead) {
             return VariantArray(2, std::vector<std::string>{"100", "-5", "x"});
         }
         [[nodiscard]] double get_High52W() const override { return std::nan(""); }
+        [[nodiscard]] double get_Low52W() const override { return 55; }
     };
     const auto findings = companyFindings(Broken());
     ASSERT_EQ(rulesOf(findings), std::vector<std::string>{"negative-figure"});
@@ -894,6 +895,41 @@ TEST(PlausibilityRules, holdQuartersWithoutADateAgainstTheLastYear) {
         ASSERT_NE(found, findings.end()) << wordsOf(missing);
         EXPECT_EQ(std::ranges::count(found->places, FigurePlace{YCSOSeries, 1}), 1);
     }
+}
+
+TEST(PlausibilityRules, holdNoYearAgainstQuartersWithoutADate) {
+    for (const auto& [missing, stated] :
+         {std::pair(LastFYDate, LastQDateForGrid), std::pair(LastQDateForGrid, LastFYDate)}) {
+        const auto company = soundCompany();
+        company->put_LastQDate({});
+        writeDate(*company, missing, {});
+        writeDate(*company, stated, *makeDate(1900, 3, 31)); // beside the day that is none
+        for (int year = 1; year <= 8; ++year)
+            putElement(*company, YRevenueSeries, year, 7000);
+        const auto names = rulesOf(companyFindings(*company));
+        EXPECT_EQ(std::ranges::count(names, "quarters-against-year"), 0) << wordsOf(missing);
+    }
+}
+
+// Quarters after the last fiscal year are held against its shares.
+TEST(PlausibilityRules, holdEachQuarterAgainstTheSharesOfItsYear) {
+    for (const int later : {0, 1, 4, 5})
+        for (const int quarter : {0, 1, 3, 4, 5, 7, 8}) {
+            const auto company = soundCompany();
+            const Date newest = addQuarters(*makeDate(2025, 12, 31), later);
+            company->put_LastQDate(newest);
+            company->put_LastQDateForGrid(newest);
+            putElement(*company, QNetIncSeries, quarter, 900);
+            const auto findings = companyFindings(*company);
+            const auto found = std::ranges::find_if(findings, [&](const Finding& one) {
+                return one.rule == "quarterly-earnings-times-shares" &&
+                       std::ranges::count(one.places, FigurePlace{QNetIncSeries, quarter}) == 1;
+            });
+            ASSERT_NE(found, findings.end());
+            const int year = quarter < later ? 1 : 1 + (quarter - later) / 4;
+            EXPECT_EQ(std::ranges::count(found->places, FigurePlace{YCSOSeries, year}), 1)
+                << later << ' ' << quarter << found->text;
+        }
 }
 
 TEST(PlausibilityRules, areSurerOfWhatIsFartherOff) {
