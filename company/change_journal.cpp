@@ -51,7 +51,6 @@ ChangeJournal::ChangeJournal(std::shared_ptr<iVKR_Company> record)
 // A settings object that was handed out may note on; nobody hears of it any more.
 ChangeJournal::~ChangeJournal() {
     notes_->unsavedChanged = nullptr;
-    notes_->nameTakenBack = nullptr;
     notes_->groupsChanged = nullptr;
 }
 

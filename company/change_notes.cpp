@@ -141,14 +141,7 @@ void ChangeNotes::noteMove(Datum series, const Variant& before, const Variant& a
     mark({series, whole}, said);
     if (!after.isArray())
         return;
-    const Datum dating = firstPeriodOf(rowOf(series).period);
-    const auto& dated = (*before_)[static_cast<std::size_t>(dating)];
-    int likely = 0;
-    if (dated)
-        ifPossible([&] {
-            likely = periodsBetween(rowOf(series).period, *dated, readDatum(*record, dating));
-        });
-    const auto periods = periodsMoved(before, after, likely);
+    const auto periods = periodsMoved(before, after);
     if (periods)
         moveMarks(series, *periods);
     const auto [found, isFirst] = wholes_.try_emplace(series, Whole{periods, after});
@@ -366,7 +359,7 @@ std::optional<std::string> ChangeNotes::apply(const ChangeGroup& group) {
         return refusal;
     for (const Change& change : group.changes) {
         const int order = nextOrder();
-        if (change.setting.empty() && !change.element && change.after.isArray())
+        if (change.after.isArray())
             wholes_.insert_or_assign(change.datum, Whole{std::nullopt, change.after});
         if (change.setting.empty())
             mark(keyOf(change), {order, change.origin, change.document});

@@ -12,7 +12,8 @@ namespace vkr {
 
 namespace {
 
-// A series that was moved is moved back first, and what stands elsewhere than before comes then.
+// A series that was moved, which no other change was, is moved back first, and what stands
+// elsewhere than before comes then.
 void moveBackFirst(ChangeGroup& back, const Change& moved) {
     const auto periods = periodsMoved(moved.before, moved.after);
     if (!periods)
@@ -54,7 +55,7 @@ ChangeGroup inverse(ChangeGroup group) {
 ChangeGroup takenBack(const ChangeGroup& group) {
     ChangeGroup back = inverse(group);
     for (const Change& change : group.changes)
-        if (change.setting.empty() && change.origin == Origin::shifted && change.after.isArray())
+        if (change.origin == Origin::shifted)
             moveBackFirst(back, change);
     return back;
 }

@@ -15,6 +15,7 @@
 #include "support/random_company.hpp"
 #include "support/scripted_record.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <random>
@@ -66,6 +67,8 @@ TEST_F(Journal, PassesEverythingOn) {
     EXPECT_EQ(company->get_Settings()->get(setting::unit).toLong(), 9);
     static_cast<void>(journal->BeginYearShift(0));
     static_cast<void>(journal->get_YearShiftPrices());
+    journal->put_QuarterlyFlag(true);
+    EXPECT_EQ(record->logged("write QuarterlyFlag").size(), 1U);
     EXPECT_EQ(record->logged("call"), Lines{"call BeginYearShift"});
     EXPECT_TRUE(sameAs(*journal, *company));
     record->withoutObjects = true;
@@ -273,6 +276,42 @@ TEST_F(MovingJournal, ThereAndBackIsNoMove) {
     EXPECT_EQ(brief(0), Lines{"YRevenueSeries(1) 1 > 9"});
 }
 
+TEST_F(MovingJournal, AMoveAndOtherFiguresAreOneChangeOfTheSeries) {
+    const auto before = company->clone();
+    const Variant other = numberArray(std::vector<double>(11, 4));
+    for (const bool isMovedFirst : {true, false}) {
+        {
+            const ActionScope whole(journal, {Origin::shifted, "Add New Year", {}});
+            if (!isMovedFirst)
+                journal->put_YRevenueSeries(other);
+            moveYears(1);
+            if (isMovedFirst)
+                journal->put_YRevenueSeries(other);
+        }
+        Lines changes = brief(0);
+        std::ranges::sort(changes);
+        EXPECT_EQ(changes, (Lines{"LastFY 2024 > 2025", "YRevenueSeries series > series"}));
+        EXPECT_EQ(journal->undo(), std::nullopt);
+        EXPECT_TRUE(sameAs(*company, *before));
+        journal->startOver();
+    }
+}
+
+// A commit states every year once more.
+TEST_F(MovingJournal, ASeriesThatIsWrittenAsItIsIsNoMove) {
+    {
+        const ActionScope whole(journal, {});
+        type(Datum::YRevenueSeries, 3, 33);
+        {
+            const ActionScope shift(journal, {Origin::shifted, {}, {}});
+            journal->put_YRevenueSeries(company->get_YRevenueSeries());
+            journal->put_LastFY(2025);
+        }
+        journal->put_LastFY(2026);
+    }
+    EXPECT_EQ(brief(0), (Lines{"YRevenueSeries(3) 30 > 33", "LastFY 2024 > 2026"}));
+}
+
 TEST_F(MovingJournal, OtherFiguresThatAreTypedBackWithinTheActionAreNoChange) {
     {
         const ActionScope whole(journal, {Origin::shifted, "Add New Year", {}});
@@ -421,9 +460,12 @@ TEST_F(Journal, SettingsThatAreLentAreTakenBackAsWell) {
 }
 
 TEST_F(Journal, TheLockIsNotedAndNeverTakenBack) {
+    journal->get_Settings()->put(setting::lockBasicInfo, true);
+    EXPECT_TRUE(journal->groups().empty());
+    journal->get_Settings()->put(setting::lockBasicInfo, false);
     journal->put_Name("Acme");
     journal->get_Settings()->put(setting::lockBasicInfo, true);
-    EXPECT_EQ(journal->unsaved().size(), 2U);
+    EXPECT_EQ(journal->unsaved().size(), 4U);
     EXPECT_EQ(journal->toUndo()->changes.front().datum, Datum::Name);
     EXPECT_EQ(journal->undo(), std::nullopt);
     EXPECT_TRUE(company->get_Settings()->get(setting::lockBasicInfo).toBoolean());
@@ -498,9 +540,13 @@ TEST_F(Journal, ARefusalOfAnyWriteLeavesRecordAndStackAsTheyWere) {
 
 TEST_F(Journal, NothingIsTakenBackInTheMiddleOfAnAction) {
     journal->put_Name("Acme");
+    journal->put_TotalDebt(77);
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    const auto before = company->clone();
     const ActionScope action(journal, {});
     EXPECT_TRUE(journal->undo());
-    EXPECT_EQ(company->get_Name(), "Acme");
+    EXPECT_TRUE(journal->redo());
+    EXPECT_TRUE(sameAs(*company, *before));
 }
 
 TEST_F(Journal, LeadsFromWhatWasSavedToWhatIsThere) {
@@ -561,6 +607,74 @@ TEST_F(Journal, SaysWhereTheStepWas) {
     EXPECT_EQ(journal->undo(), std::nullopt);
     EXPECT_EQ(journal->place()->datum, Datum::YRevenueSeries);
     EXPECT_EQ(journal->place()->element, 3);
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_EQ(journal->redo(), std::nullopt);
+    EXPECT_EQ(journal->place()->datum, Datum::Name);
+    journal->startOver();
+    Change debt;
+    debt.datum = Datum::TotalDebt;
+    debt.before = company->get_TotalDebt();
+    debt.after = 77.0;
+    EXPECT_EQ(journal->apply({"", {}, {debt}}), std::nullopt);
+    EXPECT_EQ(journal->place()->datum, Datum::TotalDebt);
+}
+
+// What follows from it, and the lock, are no place to go to.
+TEST_F(Journal, SaysWhereAPersonHasChangedSomething) {
+    {
+        const ActionScope action(journal, {});
+        journal->get_Settings()->put(setting::lockBasicInfo, true);
+        {
+            const ActionScope commit(journal, {Origin::derived, {}, {}});
+            journal->put_Last4QEPS(99);
+        }
+        journal->put_Name("Acme");
+    }
+    EXPECT_EQ(journal->undo(), std::nullopt);
+    EXPECT_EQ(journal->place()->datum, Datum::Name);
+}
+
+TEST_F(Journal, AFigureIsFromWhereItWasWrittenLast) {
+    const Action imported{Origin::imported, {}, "0001-24"};
+    for (const auto& [first, last] :
+         {std::pair(Action{}, imported), std::pair(imported, Action{})}) {
+        journal->startOver();
+        {
+            const ActionScope action(journal, {});
+            for (const Action& inner : {first, last}) {
+                const ActionScope scope(journal, inner);
+                journal->put_TotalDebt(company->get_TotalDebt() + 1);
+            }
+        }
+        const Change change = journal->groups().at(0).changes.at(0);
+        EXPECT_EQ(change.origin, last.origin);
+        EXPECT_EQ(change.document, last.document);
+    }
+}
+
+TEST_F(Journal, AStepWithoutAGroupIsNone) {
+    journal->beginStep("Restore");
+    journal->endStep();
+    journal->put_Name("Acme");
+    EXPECT_EQ(journal->toUndo()->name, "");
+}
+
+TEST_F(Journal, WhatIsTypedBackAfterASaveIsAChangeToo) {
+    const double debt = company->get_TotalDebt();
+    journal->put_TotalDebt(debt + 1);
+    journal->put_TotalDebt(debt);
+    EXPECT_EQ(journal->unsaved().size(), 2U);
+}
+
+TEST_F(Journal, GroupsOfTheSameMomentAreApart) {
+    for (const Datum datum : {Datum::TotalDebt, Datum::PrefDiv}) {
+        Change change;
+        change.datum = datum;
+        change.before = company->stored(datum);
+        change.after = 77.0;
+        EXPECT_EQ(journal->apply({"", {}, {change}}), std::nullopt);
+    }
+    EXPECT_EQ(journal->unsaved().size(), 2U);
 }
 
 TEST_F(Journal, DoesAGroupOnceMore) {
@@ -631,6 +745,7 @@ TEST_F(Journal, TakesDatesAwayThatOthersStandInFor) {
 TEST_F(Journal, ASettingsObjectOutlivesIt) {
     const auto settings = journal->get_Settings();
     journal->onUnsavedChanged([](const ChangeGroup*) { FAIL(); });
+    journal->onGroupsChanged([](const ChangeGroup*) { FAIL(); });
     journal.reset();
     settings->put(setting::unit, std::int16_t{9});
     EXPECT_EQ(company->get_Settings()->get(setting::unit).toLong(), 9);
