@@ -159,6 +159,7 @@ class SeriesGrid {
     // record does not hand out as an array is left alone. Names those that stay since the record
     // can't read or write them.
     [[nodiscard]] std::vector<std::string> shiftAll(int periods);
+    [[nodiscard]] std::optional<Cell> activeCell() const;
     void moveMarked(int periods); // the figures of all series have moved so far
     void setMarkedAside();        // before cells go
     void tellStayed(const std::vector<std::string>& names);
@@ -167,7 +168,6 @@ class SeriesGrid {
     EntryContext& context_;
 
   private:
-    [[nodiscard]] std::optional<Cell> activeCell() const;
     [[nodiscard]] std::string nameOf(const GridSeries& series) const;
     [[nodiscard]] bool shiftSeries(Datum series, int periods);
     void follow(const std::function<bool(const GridColumn&)>& concerns,

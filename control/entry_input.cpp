@@ -112,12 +112,14 @@ void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
         this->step(*step);
         return;
     }
-    if (!opens(control, key, shift) && !turnsPage(control, key, shift))
+    if (opens(control, key, shift) || turnsPage(control, key, shift))
+        key = keys::none;
+    else
         controllers_.of(control).key(control, key, shift);
 }
 
 // The Menu key and Shift+F10 open the menu, F4 and Alt+Down the calendar of a date.
-bool EntryInput::opens(Control& control, KeyCode& key, int shift) {
+bool EntryInput::opens(Control& control, KeyCode key, int shift) {
     const bool menu = opensMenu(key, shift);
     const bool calendar = ((key == keys::f4 && shift == shifts::none) ||
                            (key == keys::down && shift == shifts::alt)) &&
@@ -125,7 +127,6 @@ bool EntryInput::opens(Control& control, KeyCode& key, int shift) {
     if (!menu && !calendar)
         return false;
     keyWentDown_ = false;
-    key = keys::none;
     if (menu)
         menu_.openFromKeyboard(control);
     else
@@ -134,7 +135,7 @@ bool EntryInput::opens(Control& control, KeyCode& key, int shift) {
 }
 
 // Page keys with Ctrl turn the tabs, without it the rows of the quarters.
-bool EntryInput::turnsPage(Control& control, KeyCode& key, int shift) {
+bool EntryInput::turnsPage(Control& control, KeyCode key, int shift) {
     if (key != keys::pageDown && key != keys::pageUp)
         return false;
     const int step = key == keys::pageDown ? 1 : -1;
@@ -144,7 +145,6 @@ bool EntryInput::turnsPage(Control& control, KeyCode& key, int shift) {
         quarterly_.turnPage(control, step);
     else
         return false;
-    key = keys::none;
     return true;
 }
 

@@ -47,8 +47,8 @@ class EntryInput final : public FormHandler {
 
   private:
     [[nodiscard]] std::optional<std::string> inMarksOfForm(std::string_view text) const;
-    bool opens(Control& control, KeyCode& key, int shift);
-    bool turnsPage(Control& control, KeyCode& key, int shift);
+    bool opens(Control& control, KeyCode key, int shift);
+    bool turnsPage(Control& control, KeyCode key, int shift);
 
     EntryContext& context_;
     Controllers& controllers_;

@@ -234,6 +234,7 @@ void HeldCompany::clear() {
     context_[controls::lastQuarterDate].showStored("");
     yearly_.clear();
     yearly_.clearLabels();
+    rowsLabelled();
     fields_.clear(toYearly);
     context_[controls::lastFiscalYear].showStored("");
     context_[controls::lastFiscalYearDate].showStored("");

@@ -16,7 +16,6 @@ TabStrip& Pages::strip() const {
 }
 
 void Pages::step(int step) {
-    context_.hideHelpFrame();
     const int count = strip().count();
     int target = strip().selected() + step;
     target = target > count ? 1 : target < 1 ? count : target;

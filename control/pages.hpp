@@ -26,7 +26,6 @@ class Pages {
     [[nodiscard]] TabStrip& strip() const;
     [[nodiscard]] TABObject shown() const { return static_cast<TABObject>(strip().selected()); }
     [[nodiscard]] TABObject reported() const { return reported_; }
-    void startOver() { reported_ = toCompany; } // nothing was told yet
 
     void show(int tab) { strip().selectTab(tab); } // a tab that is none is left alone
     void step(int step);                           // round the ends

@@ -50,7 +50,6 @@ void VKRDataEntry::Impl::initialize() {
     for (const auto& list : {controls::industry, controls::exchange, controls::source})
         context[list].clearList();
     controls::reportingPeriod.in(form).clearList();
-    pages.startOver();
     applyColorScheme();
 
     controls::addYear.in(form).setVisible(false);

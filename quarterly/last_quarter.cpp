@@ -56,14 +56,14 @@ void LastQuarter::add() {
 void LastQuarter::move(int quarters) {
     const auto& field = context_[controls::lastQuarterDate];
     const EntryContext::UpdateScope updating(context_, typingIn(field));
-    if (context_.company == nullptr || !grid_.shown() || quarters == 0 || refusesWhileLocked())
+    if (!grid_.shown() || quarters == 0 || refusesWhileLocked())
         return;
     settle();
     tryMove(grid_.topElement() - quarters);
 }
 
 void LastQuarter::tryMove(int element) {
-    if (context_.company == nullptr || !grid_.shown() || element > oldestElement)
+    if (!grid_.shown() || element > oldestElement)
         return;
     if (const auto refusal = failureOf([&] { moveTo(element); }))
         grid_.tellRefused(*refusal);

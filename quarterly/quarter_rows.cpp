@@ -12,7 +12,7 @@
 namespace vkr {
 
 void QuarterRows::make(int count) {
-    count_ = std::clamp(count, 1, most);
+    count_ = count;
     Form& form = context_.form;
     std::vector<std::string_view> arrays{controls::quarterLabel.name}; // an element each a row
     for (const auto& column : quarterlyColumns())
@@ -42,12 +42,10 @@ void QuarterRows::add(std::string_view array, int row) {
         box.setLocked(model.locked());
         added = &box;
     }
-    added->setVisible(false);
     added->setBackColor(above.backColor());
     added->setForeColor(above.foreColor());
-    added->resize(above.width(), above.height());
     added->move(above.left(), above.top() + sizes::cellPitch);
-    added->setVisible(true);
+    added->resize(above.width(), above.height()); // nothing of it is seen before
     added->setTabIndex(above.tabIndex() + 1);
 }
 
@@ -57,7 +55,7 @@ void QuarterRows::layOut() {
     const Twips pitch = sizes::cellPitch;
     const int fitting = std::max(1, static_cast<int>((view.height() - 15) / pitch));
     auto& bar = context_[controls::quarterlyBar];
-    bar.setRange(0, std::max(0, count_ - fitting), 1, fitting);
+    bar.setRange(0, count_ - fitting, 1, fitting);
     bar.setVisible(count_ > fitting);
     panel.resize(panel.width(), std::max(view.height(), count_ * pitch + 15));
     scroll();

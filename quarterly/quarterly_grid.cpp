@@ -91,7 +91,6 @@ void QuarterlyGrid::clearLabels() {
         label.setCaption("");
         label.setTag("");
     }
-    context_.consequences.rowsLabelled();
     if (context_.company != nullptr)
         context_[controls::fiscalYearDateShown].setCaption("");
     checkInvariants();
@@ -114,20 +113,17 @@ void QuarterlyGrid::shade() {
     for (int column = 0; column < static_cast<int>(columns().size()); ++column)
         for (TextBox* cell : cells(column))
             cell->setBackColor(cellColor(cell->index()));
-    for (int row = 0; row < visibleRows(); ++row)
+    for (int row = yellowRow; row < visibleRows(); ++row) // a new row is as the one above it
         context_[controls::quarterLabel[row]].setBackColor(row == yellowRow ? colors::yellow
                                                                             : colors::buttonFace);
 }
 
 void QuarterlyGrid::setVisibleRows(int count) {
-    const Form& form = context_.form;
-    const int last = std::clamp(count, 1, mostRows) - 1;
-    if (const auto* active = form.activeControl(); active != nullptr && form.hasFocus())
-        if (const auto cell = find(*active)) {
-            settleCell();
-            if (cell->row > last)
-                box({cell->column, last}).setFocus();
-        }
+    if (const auto cell = activeCell()) {
+        settleCell();
+        if (cell->row >= count)
+            box({cell->column, count - 1}).setFocus();
+    }
     setMarkedAside();
     rows_.make(count);
     collectCells();
@@ -167,7 +163,7 @@ std::string QuarterlyGrid::labelOfElement(int element) const {
 
 // As it is on show: a record that is asked again may fail, or have another newest quarter by now.
 BlockGrid::Row QuarterlyGrid::periodOf(int row) const {
-    return {.year = 0, .date = Date{leadingNumber(context_[controls::quarterLabel[row]].tag())}};
+    return {.date = Date{leadingNumber(context_[controls::quarterLabel[row]].tag())}};
 }
 
 void QuarterlyGrid::enter(Cell cell) {
@@ -199,8 +195,8 @@ bool QuarterlyGrid::existsData() const {
                 *context_.company, seriesOf(columns()[static_cast<std::size_t>(column)]).series);
             const VariantArray& figures = value.array();
             const std::int64_t last = figures.upper(); // which may be the end of int
-            for (std::int64_t i = std::max(0, figures.lower()); i <= last && !found; ++i)
-                found = leadingNumber(figures.text(static_cast<int>(i))) != 0;
+            for (std::int64_t i = std::max(0, figures.lower()); i <= last; ++i)
+                found = found || leadingNumber(figures.text(static_cast<int>(i))) != 0;
         });
         if (found || std::ranges::any_of(cells(column), [](const TextBox* cell) {
                 return leadingNumber(cell->text()) != 0;

@@ -37,7 +37,7 @@ class QuarterlyGrid final : public SeriesGrid {
     [[nodiscard]] Color shadeColor() const { return shadeColor_; }
 
     [[nodiscard]] int visibleRows() const { return rows_.count(); }
-    void setVisibleRows(int count); // cut to 1 to 35
+    void setVisibleRows(int count); // 1 to 35
     void layOut() { rows_.layOut(); }
     void scroll() { rows_.scroll(); }
     // Scrolls by as many rows as are in view, 1 down and -1 up. A cell that has the focus hands it

@@ -77,7 +77,6 @@ void YearlyGrid::relabel() {
 void YearlyGrid::clearLabels() {
     for (int i = 0; i < rows; ++i)
         context_[controls::yearLabel[i]].setCaption("");
-    context_.consequences.rowsLabelled();
 }
 
 void YearlyGrid::setShade(Color color) {
@@ -244,7 +243,7 @@ void YearlyGrid::setUpBar() {
     auto& bar = context_[controls::yearlyBar];
     const int hidden = static_cast<int>(panel.width() - view.width());
     bar.setVisible(hidden > 0);
-    bar.setRange(0, std::max(0, hidden), std::max(1, hidden / 4), std::max(1, hidden));
+    bar.setRange(0, hidden, hidden / 4, hidden);
 }
 
 void YearlyGrid::pan() {
