@@ -77,6 +77,7 @@ void VKRDataEntry::Impl::applyColorScheme() {
 
 // Never leaves one out: where memory runs out it has no words.
 std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) {
+    ifPossible([&] { lastResort.resize(1); });
     std::vector<MarkedField> result;
     if (attempt([&] { listMarked(kind, result); }))
         return result;
@@ -87,7 +88,6 @@ std::vector<MarkedField> VKRDataEntry::Impl::markedFields(MarkKind kind) {
         return result;
     if (result.empty())
         result.swap(lastResort);
-    ifPossible([&] { lastResort.resize(1); });
     return result;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/failing_memory.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
@@ -114,6 +115,21 @@ TEST_F(Closing, AnInvalidDateIsNotStoredAndTheHostCanTell) {
     EXPECT_EQ(unstored[0].label, "Price Update Date");
     EXPECT_EQ(unstored[0].text, "someday");
     EXPECT_EQ(unstored[0].reason, "This is not a date and was not stored.");
+}
+
+TEST_F(Closing, ATextThatIsNotStoredIsToldOfWithoutItsWordsWhereThereIsNoMemoryForThem) {
+    typeInto("txtPriceUpdate", "someday{TAB}");
+    for (int time = 0; time < 2; ++time) {
+        std::vector<MarkedField> told;
+        {
+            const FailingMemory memory(1, FailingMemory::Fails::fromThenOn);
+            told = entry.unstoredFields();
+        }
+        EXPECT_EQ(told.size(), 1U);
+        told = entry.unstoredFields();
+        ASSERT_EQ(told.size(), 1U);
+        EXPECT_EQ(told[0].control, "txtPriceUpdate");
+    }
 }
 
 TEST_F(Closing, TheFirstOkProcessesAPendingDateAndTheSecondConfirms) {
@@ -293,6 +309,19 @@ TEST_F(Closing, CancelSkipsThePendingDatesWithoutAWord) {
             EXPECT_TRUE(entry.unstoredFields().empty());
             EXPECT_TRUE(sameAs(*before, *company));
         }
+}
+
+TEST_F(Closing, ADateThatWasPickedAndThatCancelSkipsIsStillAChange) {
+    for (const auto& date : pendingDates) {
+        start();
+        entry.put_blnDirty(false);
+        desktop.clickTab(date.tab);
+        desktop.answerNextDate(*makeDate(2026, 12, 31));
+        desktop.click(date.field);
+        desktop.type("{F4}");
+        desktop.click("cmdCancel");
+        EXPECT_TRUE(entry.get_blnDirty()) << date.field;
+    }
 }
 
 TEST_F(Closing, CancelByItsLetterSkipsThemToo) {

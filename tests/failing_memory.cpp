@@ -9,12 +9,14 @@ namespace {
 
 int allocationsLeft = 0; // 0: none fails
 bool failed = false;
+bool failsOn = false;
 
 } // namespace
 
 void* operator new(std::size_t size) {
     if (allocationsLeft > 0 && --allocationsLeft == 0) {
         failed = true;
+        allocationsLeft = failsOn ? 1 : 0;
         throw std::bad_alloc();
     }
     if (void* place = std::malloc(size == 0 ? 1 : size))
@@ -38,8 +40,9 @@ void operator delete(void* place, std::size_t /*size*/) noexcept {
 
 namespace vkr {
 
-FailingMemory::FailingMemory(int nth) {
+FailingMemory::FailingMemory(int nth, Fails fails) {
     failed = false;
+    failsOn = fails == Fails::fromThenOn;
     allocationsLeft = nth;
 }
 FailingMemory::~FailingMemory() {

@@ -3,10 +3,12 @@
 
 namespace vkr {
 
-// While one lives, the n-th allocation from its beginning on fails, once.
+// While one lives, the n-th allocation from its beginning on fails, and maybe all that follow.
 class FailingMemory {
   public:
-    explicit FailingMemory(int nth);
+    enum class Fails { once, fromThenOn };
+
+    explicit FailingMemory(int nth, Fails fails = Fails::once);
     ~FailingMemory();
     FailingMemory(const FailingMemory&) = delete;
     FailingMemory& operator=(const FailingMemory&) = delete;
