@@ -217,6 +217,23 @@ TEST(BlockPaste, TakesDilutedEarningsBeforeBasicOnesByAnyOfTheirNames) {
         }
 }
 
+TEST(BlockPaste, ReadsTheDatesOfItsHeadingsAsTheFormWritesThem) {
+    for (const auto& [pattern, figures] :
+         {std::pair{"DD/MM/YYYY", "YRevenueSeries 2025 416161, 2024 391035"},
+          {"MM/DD/YYYY", "YRevenueSeries 2024 416161, 2023 391035"}}) {
+        EntryScene scene;
+        scene.entry->put_DateFormat(pattern);
+        const auto record = emptyCompany();
+        scene.load(record);
+        scene.desktop.clickTab(toYearly);
+        scene.desktop.setClipboardText("\t03/10/2025\t03/10/2024\nNet sales\t416161\t391035\n");
+        scene.desktop.acceptNextPaste();
+        scene.desktop.click("txtSales(0)");
+        scene.desktop.type("^v");
+        EXPECT_EQ(figuresOf(*record), figures) << pattern;
+    }
+}
+
 // As many cells as are taken at all, long and wide, with labels and without.
 TEST(BlockPaste, OfTwentyThousandCellsHasAFewLines) {
     struct Size {

@@ -444,6 +444,13 @@ TEST(CellCommands, SelectCellsByShiftAndArrows) {
     EXPECT_EQ(scene.desktop.focusedId(), "txtSales(4)");
 }
 
+TEST(CellCommands, OfAnotherRecordAreNotSelected) {
+    Scene scene;
+    scene.typeAt("txtSales(3)", "+{DOWN}");
+    scene.load(datedRecord());
+    EXPECT_TRUE(scene.highlighted().empty());
+}
+
 // Else the host's dialog would close while somebody only wants to end the selection.
 TEST(CellCommands, EndTheSelectionByEscapeBeforeTheHostHearsOfIt) {
     Scene scene;

@@ -413,10 +413,15 @@ TEST_F(MarkedTexts, GoWithTheirQuarter) {
 TEST_F(MarkedTexts, WaitWhereTheirRowIsTakenAway) {
     pasteOver(scene, "txtRevenue(0)", "1e400");
     pasteOver(scene, "txtRevenue(5)", "1e400");
+    pasteOver(scene, "txtEPS(6)", "1.5M");
+    const std::string doubt = markOf(scene, "txtEPS(6)");
+    ASSERT_NE(doubt, "");
     scene.entry->put_VisibleQuarters(2);
-    EXPECT_EQ(marked(), (Names{"txtRevenue(0)=1e400", "QRevenueSeries(5)=1e400"}));
+    EXPECT_EQ(marked(),
+              (Names{"txtRevenue(0)=1e400", "QRevenueSeries(5)=1e400", "QEPSSeries(6)=1.50"}));
     scene.entry->put_VisibleQuarters(12);
-    EXPECT_EQ(marked(), (Names{"txtRevenue(0)=1e400", "txtRevenue(5)=1e400"}));
+    EXPECT_EQ(marked(), (Names{"txtRevenue(0)=1e400", "txtRevenue(5)=1e400", "txtEPS(6)=1.50"}));
+    EXPECT_EQ(markOf(scene, "txtEPS(6)"), doubt);
 }
 
 TEST_F(MarkedTexts, WaitForTheirQuarterWhereTheHostAddsOnes) {
@@ -427,6 +432,24 @@ TEST_F(MarkedTexts, WaitForTheirQuarterWhereTheHostAddsOnes) {
     scene.entry->recordChanged();
     EXPECT_EQ(marked(), Names{"txtRevenue(1)=1e400"});
     EXPECT_EQ(scene.form().get<Label>("lblQLabel", 1).caption(), "9/30/2026");
+}
+
+TEST_F(MarkedTexts, StayInTheirRowWhereTheDateComesAndGoes) {
+    record->failing = {"read LastQDate", "read LastQDateForGrid"};
+    scene.load(record);
+    pasteOver(scene, "txtRevenue(1)", "1e400");
+    const Names texts{"txtRevenue(1)=1e400"};
+    ASSERT_EQ(marked(), texts);
+    for (const bool dated : {true, false}) {
+        if (dated)
+            record->failing.clear();
+        else
+            record->failing = {"read LastQDate", "read LastQDateForGrid"};
+        scene.entry->recordChanged();
+        EXPECT_EQ(scene.form().get<Label>("lblQLabel", 0).caption() != "", dated);
+        EXPECT_EQ(marked(), texts) << dated;
+        EXPECT_NE(markOf(scene, "txtRevenue(1)"), "") << dated;
+    }
 }
 
 // --- what ends them ------------------------------------------------------------------------------

@@ -207,6 +207,14 @@ TEST_P(EarningsInUnit, AreShownPerShareInTheWholeColumnOnceSeveralCellsAreChange
 
 INSTANTIATE_TEST_SUITE_P(Units, EarningsInUnit, testing::Values(3, 9));
 
+TEST_F(QuarterlyCells, EarningsInMillionsAreNotReadAgainWhereOneIsEntered) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    open(record);
+    record->log.clear();
+    goTo(scene, "txtEPS(1)");
+    EXPECT_EQ(record->logged("read QEPSSeries"), std::vector<std::string>{});
+}
+
 TEST_F(QuarterlyCells, AMinusCanBeTypedInEveryColumnButRevenue) {
     for (const auto& column : quarterlyColumns()) {
         const auto id = std::string(column.cells.name) + "(1)";

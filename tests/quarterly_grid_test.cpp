@@ -91,6 +91,15 @@ TEST_F(QuarterSpan, NoAndTheDefaultChangeNothing) {
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
+TEST_F(QuarterSpan, TheHelpFrameClosesWhenAQuarterIsAskedFor) {
+    load(*makeDate(2026, 9, 30));
+    desktop.form().focus(desktop.control("cmdAddQuarter"));
+    desktop.control("fraDE", 0).setVisible(true);
+    desktop.type("~");
+    EXPECT_EQ(desktop.messages().size(), 1U);
+    EXPECT_FALSE(desktop.control("fraDE", 0).visible());
+}
+
 TEST_F(QuarterSpan, AddingFromAnOlderLastQuarterGoesOnAtTheNewest) {
     fill();
     load(*makeDate(2026, 9, 30));
@@ -186,10 +195,11 @@ TEST_F(QuarterSpan, ALastQuarterThatTheRecordRefusedIsTriedAgain) {
     typeDate("9/29/2026");
     EXPECT_EQ(scene.text("txtLastQDate"), "Sep/29/2026");
     EXPECT_NE(markOf(scene, "txtLastQDate"), "");
+    scene.entry->put_blnDirty(false);
     goTo(scene, "txtLastQDate");
     desktop.type("{TAB}");
     EXPECT_NE(markOf(scene, "txtLastQDate"), "");
-    scene.entry->put_blnDirty(false);
+    EXPECT_FALSE(scene.entry->get_blnDirty());
     record->failing.clear();
     goTo(scene, "txtLastQDate");
     desktop.type("{TAB}");
@@ -361,6 +371,7 @@ TEST_F(QuarterSpan, TypedDatesOfTheNextThreeQuartersAreAdded) {
         {*makeDate(2006, 3, 31), "12/31/2006", 3, "Sep 1997 - Mar 1998"},
         {*makeDate(2025, 12, 27), "3/28/2026", 1, "Jun 2017"},
         {*makeDate(2022, 12, 31), "4/1/2023", 1, "Jun 2014"},
+        {*makeDate(2025, 9, 27), "1/3/2026", 1, "Mar 2017"}, // a week later than it would be
         {*makeDate(2023, 4, 1), "9/30/2023", 2, "Oct 2014 - Jan 2015"},
     };
     for (const auto& row : rows) {
@@ -402,6 +413,64 @@ TEST_F(QuarterSpan, AnyOtherDateIsRefusedAndTheOldOneReturns) {
     }
     EXPECT_TRUE(sameAs(*before, *company));
     EXPECT_FALSE(scene.entry->get_blnDirty());
+    load(*makeDate(2025, 9, 27));
+    typeDate("1/4/2026"); // more than a week later than the next one would be
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/27/2025");
+    scene.entry->Clear();
+    for (const char* typed : {"no date", "1/31/2027"}) {
+        desktop.forget();
+        typeDate(typed);
+        EXPECT_EQ(desktop.messages().size(), 1U) << typed;
+        EXPECT_EQ(scene.text("txtLastQDate"), "") << typed;
+    }
+}
+
+TEST_F(QuarterSpan, WithoutALastQuarterNoneIsAdded) {
+    fill();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"read LastQDate"};
+    open(record);
+    desktop.click("cmdAddQuarter");
+    desktop.spin("spnQuarter", 1);
+    desktop.click("chkLockInfo");
+    desktop.spin("spnQuarter", -1);
+    desktop.click("chkLockInfo");
+    EXPECT_TRUE(desktop.messages().empty());
+    EXPECT_EQ(scene.text("txtLastQDate"), "");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 0), 100);
+}
+
+TEST_F(QuarterSpan, ANextQuarterThatIsTypedInsideOfTheRecordLeavesTheNewestOne) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    desktop.spin("spnQuarter", -3);
+    typeDate("Mar/29/2026");
+    EXPECT_TRUE(desktop.messages().empty());
+    EXPECT_EQ(scene.text("txtLastQDate"), "Mar/29/2026");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 3, 29));
+    EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2026, 9, 30));
+    EXPECT_EQ(scene.text("txtRevenue", 0), "102.00");
+}
+
+TEST_F(QuarterSpan, TheSameDateInOtherWordsIsStoredOnlyWhereTheRecordHasAnother) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    for (const char* failing : {"", "read LastQDate"}) {
+        open(record);
+        scene.entry->put_blnDirty(false);
+        record->failing = {failing};
+        record->log.clear();
+        typeDate("9/30/2026");
+        EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+        EXPECT_EQ(record->logged("write LastQ"), std::vector<std::string>{}) << failing;
+        EXPECT_FALSE(scene.entry->get_blnDirty()) << failing;
+        record->failing.clear();
+    }
+    company->put_LastQDate(*makeDate(2026, 6, 30)); // by the host
+    typeDate("9/30/2026");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 30));
+    EXPECT_TRUE(scene.entry->get_blnDirty());
 }
 
 TEST_F(QuarterSpan, AnotherDayOfTheSameQuarterCorrectsTheDate) {
@@ -418,13 +487,19 @@ TEST_F(QuarterSpan, AnotherDayOfTheSameQuarterCorrectsTheDate) {
 
 TEST_F(QuarterSpan, WithoutFiguresAnyDateIsTheLastQuarter) {
     load(*makeDate(2025, 12, 31));
+    desktop.spin("spnQuarter", -1);
+    desktop.spin("spnQuarter", -1);
+    scene.entry->put_blnDirty(false);
     typeDate("4/26/2022");
     EXPECT_TRUE(desktop.messages().empty());
+    EXPECT_TRUE(scene.entry->get_blnDirty());
     EXPECT_EQ(company->get_LastQDate(), *makeDate(2022, 4, 26));
     EXPECT_EQ(company->get_LastQDateForGrid(), *makeDate(2022, 4, 26));
     typeOver(scene, "txtNetInc(1)", "4");
     EXPECT_EQ(label(1), "1/26/2022");
     EXPECT_EQ(elementOf(*company, "QNetIncSeries", 1), 4);
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Jan/26/2022") << "not that which was visited before";
 }
 
 TEST_F(QuarterSpan, ARefusedLastQuarterThatIsTypedAgainIsFollowedByTheTrailingEarnings) {
@@ -442,7 +517,70 @@ TEST_F(QuarterSpan, ARefusedLastQuarterThatIsTypedAgainIsFollowedByTheTrailingEa
         typeDate(typed);
         EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 6, 30));
         EXPECT_EQ(company->get_Last4QEPS(), 14) << typed;
+        EXPECT_EQ(scene.text("txtLast4QEPS"), "14.00");
         EXPECT_EQ(markOf(scene, "txtLastQDate"), "");
+    }
+}
+
+TEST_F(QuarterSpan, ARefusedLastQuarterThatACommitFindsStoredIsFollowedUnlessItIsTypedOrLocked) {
+    for (int i = 0; i < 8; ++i)
+        putElement(*company, "QEPSSeries", i, 1 + i);
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    const auto refuse = [&] {
+        record->failing.clear();
+        company->put_LastQDate(*makeDate(2026, 9, 30));
+        open(record);
+        record->failing = {"write LastQDate"};
+        desktop.spin("spnQuarter", -1);
+        record->failing.clear();
+        ASSERT_NE(markOf(scene, "txtLastQDate"), "");
+        ASSERT_EQ(company->get_Last4QEPS(), 10);
+    };
+    const auto commit = [&] {
+        std::ignore = scene.entry->get_objCompany();
+        EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 6, 30));
+        return markOf(scene, "txtLastQDate").empty();
+    };
+    refuse();
+    EXPECT_TRUE(commit());
+    EXPECT_EQ(company->get_Last4QEPS(), 14);
+    EXPECT_EQ(scene.text("txtLast4QEPS"), "14.00");
+    refuse();
+    goTo(scene, "txtLastQDate");
+    desktop.type("^a{DEL}6/30/2026");
+    EXPECT_FALSE(commit());
+    EXPECT_EQ(company->get_Last4QEPS(), 10) << "until it is left";
+    desktop.type("{TAB}");
+    EXPECT_EQ(company->get_Last4QEPS(), 14);
+    refuse();
+    record->failing = {"write LastQDate", "read LastQDate"};
+    std::ignore = scene.entry->get_objCompany();
+    EXPECT_NE(markOf(scene, "txtLastQDate"), "") << "nobody knows";
+    refuse();
+    desktop.click("chkLockInfo");
+    company->put_LastQDate(*makeDate(2026, 6, 30)); // by the host
+    EXPECT_FALSE(commit());
+    EXPECT_EQ(company->get_Last4QEPS(), 10);
+}
+
+TEST_F(QuarterSpan, ARefusedLastQuarterIsTriedAgainWhereAnotherTextIsRejected) {
+    for (int i = 0; i < 8; ++i)
+        putElement(*company, "QEPSSeries", i, 1 + i);
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    using Failing = std::set<std::string, std::less<>>;
+    for (const auto& failing : {Failing{"write LastQDate"}, Failing{"read LastQDate"}, Failing{}}) {
+        record->failing.clear();
+        company->put_LastQDate(*makeDate(2026, 9, 30));
+        open(record);
+        record->failing = {"write LastQDate"};
+        desktop.spin("spnQuarter", -1);
+        record->failing = failing;
+        typeDate("no date");
+        EXPECT_EQ(scene.text("txtLastQDate"), "Jun/30/2026");
+        EXPECT_EQ(markOf(scene, "txtLastQDate").empty(), failing.empty());
+        EXPECT_EQ(scene.text("txtLast4QEPS"), failing.empty() ? "14.00" : "10.00");
     }
 }
 
@@ -483,11 +621,15 @@ TEST_F(QuarterSpan, ADateThatIsTypedWhereNoneIsShownRenamesNothing) {
         const char* typed;
         const char* shown; // afterwards
         int element;       // of the top row
-    } rows[] = {{"9/30/2026", "Sep/30/2026", 0},
-                {"6/30/2026", "Jun/30/2026", 1},
-                {"12/31/2026", "Dec/31/2026", -1},
-                {"6/30/2010", "", 0},
-                {"no date", "", 0}};
+        int row;           // that shows an element
+    } rows[] = {{"9/30/2026", "Sep/30/2026", 0, 2},
+                {"6/30/2026", "Jun/30/2026", 1, 2},
+                {"3/31/2018", "Mar/31/2018", 34, 0}, // the oldest one
+                {"12/31/2017", "", 0, 2},
+                {"12/31/2026", "Dec/31/2026", -1, 2},
+                {"6/30/2027", "Jun/30/2027", -3, 4},
+                {"9/30/2027", "", 0, 2},
+                {"no date", "", 0, 2}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.typed);
         fill();
@@ -504,9 +646,10 @@ TEST_F(QuarterSpan, ADateThatIsTypedWhereNoneIsShownRenamesNothing) {
         for (int i = 0; i < 35; ++i)
             EXPECT_EQ(elementOf(*company, "QRevenueSeries", i), 100 + i);
         if (*row.shown != 0) {
-            EXPECT_EQ(scene.text("txtRevenue", 2), std::to_string(102 + row.element) + ".00");
-            typeOver(scene, "txtRevenue(2)", "7");
-            EXPECT_EQ(elementOf(*company, "QRevenueSeries", 2 + row.element), 7);
+            EXPECT_EQ(scene.text("txtRevenue", row.row),
+                      std::to_string(100 + row.row + row.element) + ".00");
+            typeOver(scene, "txtRevenue(" + std::to_string(row.row) + ")", "7");
+            EXPECT_EQ(elementOf(*company, "QRevenueSeries", row.row + row.element), 7);
         }
     }
 }
@@ -626,8 +769,10 @@ TEST_F(QuarterSpan, ARowThatGoesAwayWithTheFocusIsStoredFirst) {
     load(*makeDate(2026, 9, 30));
     goTo(scene, "txtNetInc(8)");
     desktop.type("55");
-    scene.entry->put_VisibleQuarters(4);
+    scene.entry->put_VisibleQuarters(8);
     EXPECT_EQ(elementOf(*company, "QNetIncSeries", 8), 55);
+    EXPECT_EQ(desktop.focusedId(), "txtNetInc(7)");
+    scene.entry->put_VisibleQuarters(4);
     EXPECT_EQ(desktop.focusedId(), "txtNetInc(3)");
     desktop.type("66{TAB}");
     EXPECT_EQ(elementOf(*company, "QNetIncSeries", 3), 66);
@@ -734,6 +879,7 @@ TEST_F(QuarterSpan, PageKeysLookAtAllQuartersAndChangeNothing) {
         desktop.type("{PGDN}");
     EXPECT_EQ(bar().value(), bar().maximum());
     EXPECT_EQ(desktop.focusedId(), "txtEPS(34)");
+    EXPECT_FALSE(scene.form().keyDown(keys::pageDown, shifts::none)) << "no key of the cell's";
     for (int i = 0; i < 5; ++i)
         desktop.type("{PGUP}");
     EXPECT_EQ(bar().value(), 0);
@@ -769,11 +915,12 @@ TEST_F(QuarterSpan, DataIsFoundInTheRecordAndOnTheScreen) {
     EXPECT_FALSE(scene.entry->blnExistsQuarterlyData()) << "no record";
     load(*makeDate(2026, 9, 30));
     EXPECT_FALSE(scene.entry->blnExistsQuarterlyData());
-    for (const char* name : {"QRevenueSeries", "QEPSSeries", "QPTISeries", "QNetIncSeries"}) {
-        putElement(*company, name, 34, -0.5);
-        EXPECT_TRUE(scene.entry->blnExistsQuarterlyData()) << name;
-        putElement(*company, name, 34, 0);
-    }
+    for (const char* name : {"QRevenueSeries", "QEPSSeries", "QPTISeries", "QNetIncSeries"})
+        for (const int element : {0, 34}) {
+            putElement(*company, name, element, -0.5);
+            EXPECT_TRUE(scene.entry->blnExistsQuarterlyData()) << name << element;
+            putElement(*company, name, element, 0);
+        }
     putElement(*company, "QTaxRateSeries", 1, 20);
     EXPECT_FALSE(scene.entry->blnExistsQuarterlyData()) << "not on show";
     goTo(scene, "txtRevenue(3)");
@@ -836,6 +983,64 @@ TEST_F(QuarterSpan, ADateThatIsTakenBackAfterACommitIsTakenBackInTheRecord) {
         desktop.type("{TAB}");
         EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 29)) << "nothing was typed";
     }
+}
+
+TEST_F(QuarterSpan, WhatWasCommittedIntoOneRecordIsNotTakenBackInTheNext) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    desktop.click("txtLastQDate");
+    desktop.type("^a12/31/2005");
+    scene.entry->put_blnDirty(false);
+    const auto next = datedCompany();
+    open(next);
+    desktop.click("txtLastQDate");
+    next->put_LastQDate(*makeDate(2026, 9, 29)); // by the host
+    desktop.type("{TAB}");
+    EXPECT_EQ(next->get_LastQDate(), *makeDate(2026, 9, 29));
+}
+
+TEST_F(QuarterSpan, ADateThatIsRejectedWhereNoneCouldBeReadLeavesThatOfNoOtherRecord) {
+    load(*makeDate(2020, 3, 31));
+    company = datedCompany();
+    fill();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"read LastQDate"};
+    open(record);
+    record->failing.clear();
+    desktop.click("txtLastQDate");
+    desktop.type("^a12/31/2005");
+    std::ignore = scene.entry->get_objCompany();
+    ASSERT_EQ(company->get_LastQDate(), *makeDate(2005, 12, 31));
+    desktop.type("{TAB}");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 30)) << "as the newest quarter says";
+}
+
+TEST_F(QuarterSpan, ALastQuarterThatCanNotBeReadAnewNamesNoQuarters) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    open(record);
+    record->failing = {"read LastQDate"};
+    scene.entry->recordChanged();
+    EXPECT_EQ(label(0), "");
+    typeOver(scene, "txtRevenue(0)", "7");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 0), 100);
+    record->failing.clear();
+    scene.entry->recordChanged();
+    EXPECT_EQ(label(0), "9/30/2026");
+}
+
+TEST_F(QuarterSpan, AClearedFormNamesNoQuartersAndNoFiscalYear) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    ASSERT_EQ(desktop.control("txtRevenue(1)").accessibleName(), "Revenue (M) 6/30/2026");
+    ASSERT_NE(scene.form().get<Label>("lblDatOfLastFY").caption(), "");
+    scene.entry->Clear();
+    for (int row = 0; row < 9; ++row)
+        EXPECT_EQ(label(row), "");
+    EXPECT_EQ(desktop.control("txtRevenue(1)").accessibleName(), "Revenue (M)");
+    EXPECT_EQ(desktop.control("txtSales(1)").accessibleName(), "Revenue (M)");
+    EXPECT_EQ(scene.form().get<Label>("lblDatOfLastFY").caption(), "");
 }
 
 TEST_F(QuarterSpan, ADateThatIsRejectedInAClearedFormLeavesTheRecordsOwn) {

@@ -403,6 +403,10 @@ TEST_F(YearSpan, ARefusedYearKeepsItsMarkUntilItIsStored) {
     }
     ASSERT_EQ(scene.entry->unstoredFields().size(), 1U);
     EXPECT_EQ(scene.entry->unstoredFields()[0].control, "txtLastFY");
+    typeOver(scene, "txtLastFY", "2005");
+    EXPECT_EQ(markOf(scene, "txtLastFY"), "") << "which the record has";
+    typeOver(scene, "txtLastFY", "2010");
+    ASSERT_TRUE(scene.field("txtLastFY").isUnstored());
     record->failing.clear();
     desktop.click("txtLastFY");
     desktop.type("{TAB}");
