@@ -8,7 +8,6 @@
 #include "platform/text.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdlib>
 
@@ -104,7 +103,7 @@ bool BlockPlacing::follows(const Period& before, const Period& period, bool mayM
     if (days >= length.least && days <= length.most)
         return true;
     const double count = std::round(days / length.usual);
-    return mayMiss && count > 1 &&
+    return mayMiss && count != 0 &&
            std::abs(days - count * length.usual) <= length.most - length.usual;
 }
 
@@ -140,8 +139,8 @@ std::optional<BlockPlacing::Heading> BlockPlacing::headingIn(Run run) const {
         return std::nullopt; // figures that look like years
     Line cells = line(run, across ? firstRow_ : firstColumn_);
     std::size_t from = across ? firstColumn_ : firstRow_;
-    from += corner && *corner == cells[from] && !periodIn(cells[from]) ? 1U : 0U;
-    while (cells.size() > from && isBlank(cells.back()))
+    from += corner && *corner == cells[from] ? 1U : 0U;
+    while (!cells.empty() && isBlank(cells.back()))
         cells.pop_back();
     if (across && !standsAbove(cells))
         return std::nullopt;
@@ -188,19 +187,18 @@ bool BlockPlacing::namesPeriods() const {
             if (isInTitles(row, column) && isText(cells_[row][column]) &&
                 namesPeriod(cells_[row][column]))
                 return true;
-    if (firstRow_ >= height() || firstColumn_ >= width())
-        return false;
-    return std::ranges::any_of(std::array{Run::across, Run::down}, [this](Run run) {
+    const auto isLike = [this](Run run) { // a heading
         const auto corner = cornerOf(run);
         const Line cells = line(run, run == Run::across ? firstRow_ : firstColumn_);
         return corner && isCornerOfPeriods(*corner) &&
                std::ranges::any_of(
                    cells, [this](const auto& cell) { return yearIn(cell) || isOfPeriods(cell); });
-    });
+    };
+    return firstRow_ < height() && firstColumn_ < width() &&
+           (isLike(Run::across) || isLike(Run::down));
 }
 
 int BlockPlacing::columnNamed(std::string_view head, int* unit) const {
-    head = trimmed(head);
     const auto isNamed = [&](const std::string& name) {
         if (equalsIgnoringCase(head, name))
             return true;
@@ -237,7 +235,7 @@ std::vector<int> BlockPlacing::namesOf(Run periods) const {
     for (std::size_t column = 0; column < grid_.columns.size(); ++column) {
         const auto goesFirst = [&](const std::string& head) {
             return std::ranges::any_of(grid_.columns[column].firstNames, [&](const auto& name) {
-                return equalsIgnoringCase(trimmed(head), name);
+                return equalsIgnoringCase(head, name);
             });
         };
         if (std::ranges::none_of(heads, goesFirst))

@@ -64,7 +64,6 @@ BlockPlacing::Line BlockPlacing::line(Run run, std::size_t index) const {
     if (run == Run::across)
         return cells_[index];
     Line column;
-    column.reserve(height());
     for (const auto& row : cells_)
         column.push_back(row[index]);
     return column;
@@ -88,7 +87,7 @@ void BlockPlacing::peelTitles() {
     while (firstRow_ < height() &&
            (isTitle(cells_[firstRow_], 0) || (firstRow_ > 0 && isEmpty(cells_[firstRow_]))))
         ++firstRow_;
-    if (firstRow_ < height() && isTitle(line(Run::down, 0), firstRow_))
+    if (isTitle(line(Run::down, 0), firstRow_))
         firstColumn_ = 1;
 }
 
@@ -114,8 +113,8 @@ BlockPlacing::TitleUnits BlockPlacing::unitsInTitles() const {
                 }
         const std::string rest = text.substr(from);
         exceptShares =
-            exceptShares || (from > 0 && (rest.find("EXCEPT SHARE") != std::string::npos ||
-                                          rest.find("SHARES") != std::string::npos));
+            exceptShares || (from != 0 && (rest.find("EXCEPT SHARE") != std::string::npos ||
+                                           rest.find("SHARES") != std::string::npos));
     };
     for (std::size_t row = 0; row < height(); ++row)
         for (std::size_t column = 0; column < width(); ++column)
@@ -127,7 +126,7 @@ BlockPlacing::TitleUnits BlockPlacing::unitsInTitles() const {
     return {.money = only(money),
             .shares = only(shares),
             .unclear = money.size() > 1,
-            .sharesUnclear = shares.size() > 1 || (shares.empty() && exceptShares)};
+            .sharesUnclear = !shares.empty() || exceptShares};
 }
 
 // How many months the titles speak of where not of the usual ones: "9 Months Ended" is no quarter,
@@ -300,7 +299,6 @@ void BlockPlacing::read(PlacedCell& cell) const {
             cell.figure = 0;
         cell.sayIf(switches_.emptyCells, empties);
         cell.sayIf(!switches_.emptyCells && read.kind == CellKind::dash, dash);
-        return;
     }
     cell.sayIf(read.kind == CellKind::notAvailable, notAvailable);
     cell.sayIf(read.kind == CellKind::hidden, hidden);

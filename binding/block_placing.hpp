@@ -165,7 +165,7 @@ class BlockPlacing {
         int money = 0;  // exponent; 0: nothing
         int shares = 0; // the same, where it is said of shares alone
         bool unclear = false;
-        bool sharesUnclear = false;
+        bool sharesUnclear = false; // where `shares` is nothing
     };
 
     [[nodiscard]] std::size_t height() const { return cells_.size(); }

@@ -88,7 +88,6 @@ void BlockPlacing::straighten() {
     Line periods = cells_[*heading];
     if (isOfPeriods(periods[0]))
         periods.insert(periods.begin(), std::string());
-    const bool lacksCorner = periods.size() > width();
     const auto from = cells_.begin() + static_cast<std::ptrdiff_t>(*heading) + 1;
     const auto hasLabel = [](const Line& row) { return isLabel(row[0]); };
     const auto isNamed = [](const Line& row) { return isText(row[0]); };
@@ -108,7 +107,7 @@ void BlockPlacing::straighten() {
             cells.resize(1);
             std::ranges::move(values[row], std::back_inserter(cells));
         }
-    } else if (lacksCorner && isBlank(periods.back())) {
+    } else if (isBlank(periods.back())) {
         periods.pop_back();
         cells_[*heading] = periods; // and the figures stay in their columns
     }

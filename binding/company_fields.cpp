@@ -9,7 +9,7 @@
 #include "platform/error_trap.hpp"
 #include "platform/text.hpp"
 
-#include <array>
+#include <algorithm>
 
 namespace vkr {
 
@@ -22,7 +22,6 @@ constexpr std::string_view sourcesStatingRates[] = {"S & P", "Value Line"};
 } // namespace
 
 CompanyFields::CompanyFields(EntryContext& context) : context_(context) {
-    controls_.reserve(companyFieldTable().size());
     for (const auto& field : companyFieldTable()) {
         controls_.push_back(&context.form.get<TextField>(field.control.name, field.control.index));
         controls_.back()->setCapitals(field.filter.upperCase);
@@ -47,25 +46,17 @@ void CompanyFields::load(LoadStep step) {
 
 void CompanyFields::show(const FieldRow& field) {
     const auto& company = *context_.company;
-    switch (field.kind) {
-    case text:
-    case list:
+    if (field.kind == text || field.kind == list) {
         control(field).showStored(readText(company, *field.datum));
-        break;
-    case date:
+    } else if (field.kind == date) {
         control(field).showStored(context_.dateText(readDate(company, *field.datum)));
-        break;
-    case number:
-    case price:
-    case percent: {
+    } else {
         double stored = readNumber(company, *field.datum);
         if (field.datum == Datum::CommDiv) {
             const double alternate = company.get_CommDivAlternate();
             stored = alternate != 0 ? alternate : stored;
         }
         showNumber(field, stored);
-        break;
-    }
     }
 }
 
@@ -104,12 +95,11 @@ void CompanyFields::keepUnit(std::int32_t before) {
             ifPossible([&] { typedIn_[*field.datum].follow(context_, control(field), before); });
 }
 
-void CompanyFields::clear(TABObject page) {
+void CompanyFields::clear() {
     movedEnds_.clear();
     typedIn_.clear();
-    for (const auto& field : companyFieldTable())
-        if (field.page == page)
-            control(field).showStored("");
+    for (TextField* field : controls_)
+        field->showStored("");
 }
 
 void CompanyFields::leave(const FieldRow& field) {
@@ -137,26 +127,17 @@ void CompanyFields::takeText(const FieldRow& field) {
         return;
     }
     const FieldMark doubt = left.mark(); // of a paste that was cut
-    switch (field.kind) {
-    case text:
-    case list:
+    if (field.kind == text || field.kind == list) {
         store(field, left.text());
         if (field.datum == Datum::Source && changed)
             followSource();
-        break;
-    case date:
+    } else if (field.kind == date) {
         storeDate(field, left);
-        break;
-    case number:
-    case price:
-    case percent:
+    } else {
         storeNumber(field, left);
-        break;
     }
     if (doubt.kind == MarkKind::doubtful && left.mark().kind == MarkKind::none)
         left.setMark(doubt);
-    if (field.datum == Datum::Name || field.datum == Datum::Symbol)
-        context_.tellState();
 }
 
 // The stored figure, not its rounded picture.
@@ -228,7 +209,7 @@ void CompanyFields::followPrice(double price) {
     const Date today = attemptOr(Date{}, [&] { return context_.services.today(); });
     const Date pricedOn =
         attemptOr(Date{}, [&] { return context_.company->get_PriceUpdatedDate(); });
-    const auto follow = [&](Datum datum, const Handle<TextBox>& shown, auto beyond) {
+    const auto follow = [&](Datum datum, const Handle<TextBox>& shown, auto farther) {
         ifPossible([&] {
             const double held = readNumber(*context_.company, datum);
             const auto moved = movedEnds_.find(datum);
@@ -236,8 +217,7 @@ void CompanyFields::followPrice(double price) {
                                   moved->second.typedOn == today &&
                                   moved->second.pricedOn == pricedOn;
             const double before = corrects ? moved->second.before : held;
-            const bool widens = price != 0 && beyond(before);
-            const double after = widens ? price : before;
+            const double after = price == 0 ? before : farther(before);
             if (after != held) {
                 writeNumber(*context_.company, datum, after);
                 auto& end = context_[shown];
@@ -245,14 +225,15 @@ void CompanyFields::followPrice(double price) {
                 show(*find(end));
                 refused.putBack();
             }
-            if (widens)
+            if (after != before)
                 movedEnds_[datum] = {before, after, today, pricedOn};
             else
                 movedEnds_.erase(datum);
         });
     };
-    follow(Datum::High52W, controls::high52Week, [&](double high) { return price > high; });
-    follow(Datum::Low52W, controls::low52Week, [&](double low) { return price < low; });
+    follow(Datum::High52W, controls::high52Week,
+           [&](double high) { return std::max(high, price); });
+    follow(Datum::Low52W, controls::low52Week, [&](double low) { return std::min(low, price); });
 }
 
 void CompanyFields::followSource() {

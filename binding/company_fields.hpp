@@ -22,7 +22,7 @@ class CompanyFields {
     void showScaled(); // all fields that follow the currency unit; marked texts stay
     // The currency unit was `before` until now: amounts that are not stored were typed in that one.
     void keepUnit(std::int32_t before);
-    void clear(TABObject page); // text and tag
+    void clear(); // text and tag
 
     // Leaving: change check, conversion, record, display. Under the lock nothing is written.
     void leave(const FieldRow& field);

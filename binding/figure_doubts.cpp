@@ -5,6 +5,7 @@
 #include "input/text_signs.hpp"
 #include "platform/text.hpp"
 
+#include <algorithm>
 #include <iterator>
 
 namespace vkr {
@@ -29,12 +30,13 @@ std::string saidBeside(std::string_view text, Datum datum, std::string_view symb
     if (unit != DatumUnit::percent && contains(text, "%"))
         return "%";
     const bool amount = unit == DatumUnit::money || unit == DatumUnit::perShare;
-    for (std::size_t i = 0; i < std::size(currencySigns); ++i)
-        if (const auto sign = currencySigns[i]; contains(text, sign)) {
-            const bool own = contains(symbol, sign) || equalsIgnoringCase(symbol, signNames[i]);
-            return amount && own ? std::string() : std::string(sign);
-        }
-    return {};
+    const auto sign = std::ranges::find_if(
+        currencySigns, [&](std::string_view one) { return contains(text, one); });
+    if (sign == std::end(currencySigns))
+        return {};
+    const auto& name = signNames[sign - std::begin(currencySigns)];
+    const bool own = contains(symbol, *sign) || equalsIgnoringCase(symbol, name);
+    return amount && own ? std::string() : std::string(*sign);
 }
 
 } // namespace vkr

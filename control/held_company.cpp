@@ -228,17 +228,15 @@ void HeldCompany::holdCommitted() {
 
 void HeldCompany::clear() {
     context_.hideHelpFrame();
-    fields_.clear(toCompany);
+    fields_.clear();
     quarterly_.clear();
     quarterly_.clearLabels();
     context_[controls::lastQuarterDate].showStored("");
     yearly_.clear();
     yearly_.clearLabels();
     rowsLabelled();
-    fields_.clear(toYearly);
     context_[controls::lastFiscalYear].showStored("");
     context_[controls::lastFiscalYearDate].showStored("");
-    fields_.clear(toOther);
     context_[controls::reportingPeriod].showStored("");
     lock_.set(false);
 }
