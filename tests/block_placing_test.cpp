@@ -170,6 +170,7 @@ TEST(BlockPlacing, KnowsTheYearsOfAReport) {
          "2025 Revenue 5; 2024 Revenue 4; 2025 Net Income 2; 2024 Net Income 1"},
         {"Years ended\t2024\t2025\nSales\t4\t5", "2024 Revenue 4; 2025 Revenue 5"},
         {"\tFY2024\tFY 2025\nSales\t4\t5", "2024 Revenue 4; 2025 Revenue 5"},
+        {"Report\n\n\t2024\t2025\nSales\t4\t5", "2024 Revenue 4; 2025 Revenue 5"},
         {"Income statement\nin millions\n\t2024\t2025\nSales\t4\t5",
          "2024 Revenue 4; 2025 Revenue 5"},
         // down the side
@@ -201,8 +202,29 @@ TEST(BlockPlacing, KnowsDatesThatAreAYearOrAQuarterApart) {
     const BlockGrid years = yearly();
     const BlockGrid quarters = quarterly();
     const Row rows[] = {
-        {years, 349, false},   {years, 350, true},   {years, 380, true},    {years, 381, false},
-        {quarters, 79, false}, {quarters, 80, true}, {quarters, 100, true}, {quarters, 101, false},
+        {years, 349, false},
+        {years, 350, true},
+        {years, 380, true},
+        {years, 381, false},
+        {quarters, 79, false},
+        {quarters, 80, true},
+        {quarters, 100, true},
+        {quarters, 101, false},
+        // with some missing in between
+        {years, 715, false},
+        {years, 716, true},
+        {years, 745, true},
+        {years, 746, false},
+        {years, 1080, false},
+        {years, 1081, true},
+        {years, 1110, true},
+        {years, 1111, false},
+        {quarters, 173, false},
+        {quarters, 174, true},
+        {quarters, 191, true},
+        {quarters, 192, false},
+        {quarters, 1360, false},
+        {quarters, 1361, true},
     };
     for (const auto& row : rows)
         for (const int direction : {1, -1}) {
@@ -283,6 +305,13 @@ TEST(BlockPlacing, PutsTheFiguresOfATableBelowItsPeriods) {
          "'2025' unnamed; '2024' unnamed; '$' none; 2017 Revenue 5 place?; "
          "2019 Revenue 4 place?; 2016 EPS 1 place?; 2017 EPS 2 place?; 2018 EPS 3 place?; "
          "2019 EPS 5 place?"},
+        {"\t\t2025\t\t2024\nRevenue\t\t5\t\t4\n7\t\t2\t\t1",
+         "'Revenue' unnamed; 2025 Revenue 5; 2024 Revenue 4; '7' unnamed; 2025 Tax Rate 2; "
+         "2024 Tax Rate 1"},
+        {"\t\t2025\t\t2024\n\t5\t\t4\t",
+         "2016 Net Income 2025 place?; 2016 High 2024 place?; 2017 Tax Rate 5 place?; "
+         "2017 EPS 4 place?"},
+        {"\t\t2025\nRevenue\t5\t", "'2025' unnamed; 2016 Revenue 5 place?"},
         // no labels, no table of a report
         {"2025\t\t2024\n5\t\t4", "2016 Revenue 2025; 2016 Net Income 2024; 2017 Revenue 5; "
                                  "2017 Net Income 4"},
@@ -298,7 +327,8 @@ TEST(BlockPlacing, KnowsYearsAndMonthsInTwoDigits) {
     EXPECT_EQ(placed("\tSep-25\tSep-24\nRevenue\t5\t4"), "2025 Revenue 5; 2024 Revenue 4");
     EXPECT_EQ(placed("\tSep '26\tJun \u201926\nRevenue\t5\t4", quarterly()),
               "#0 Revenue 5; #1 Revenue 4");
-    // Of a year to come it is the day of a month of this year.
+    EXPECT_EQ(placed("\tSep-27\tSep-26\nRevenue\t6\t5"), "'6' period=Sep-27; 2026 Revenue 5");
+    // Of a later year it is the day of a month of this year.
     EXPECT_EQ(placed("\tSep-30\tJun-30\nRevenue\t5\t4", quarterly()), "#0 Revenue 5; #1 Revenue 4");
 }
 
@@ -318,6 +348,10 @@ TEST(BlockPlacing, DoubtsFiguresOfMoreOrFewerMonths) {
               "2025 Revenue 5; 2024 Revenue 4");
     EXPECT_EQ(placed("13 weeks ended\n\t2025\t2024\nRevenue\t5\t4"),
               "2025 Revenue 5 months?=3; 2024 Revenue 4 months?=3");
+    for (const char* title : {"Report\n13 weeks ended", "Report\t13 weeks ended"})
+        EXPECT_EQ(placed((std::string(title) + "\n\t2025\t2024\nRevenue\t5\t4").c_str()),
+                  "2025 Revenue 5 months?=3; 2024 Revenue 4 months?=3")
+            << title;
 }
 
 // Without their figures nobody would know that they are left out.
@@ -350,6 +384,8 @@ TEST(BlockPlacing, KnowsPeriodsOfWhichSomeAreMissing) {
         // named, and not understood
         {"\tQ4 2025\nRevenue\t5", "2016 Revenue 5 place?"},
         {"12 months to Sep 2025\n5", "2016 Revenue 5 place?"},
+        {"Report\nTTM\n5", "2016 Revenue 5 place?"},
+        {"Revenue\t5\nTTM\t6", "2016 Revenue 5 place?; '6' column=TTM"},
         // a figure beside a label that speaks of no period
         {"Staff\t2019\nRevenue\t5", "'2019' column=Staff; 2016 Revenue 5"},
     };
@@ -369,6 +405,8 @@ TEST(BlockPlacing, DoubtsDaysOnWhichPeriodsOfTheGridDoNotEnd) {
     EXPECT_EQ(placed("\tOct 4, 2025\tSep 28, 2024\nRevenue\t5\t4"),
               "2025 Revenue 5; 2024 Revenue 4")
         << "years of 52 or 53 weeks";
+    EXPECT_EQ(placed("Year\t2025-10-31\nRevenue\t5"), "2025 Revenue 5");
+    EXPECT_EQ(placed("Year\t2025-11-01\nRevenue\t5"), "2025 Revenue 5 day?");
     EXPECT_EQ(placed("\t2026-09-30\t2025-09-30\t2024-09-30\nRevenue\t5\t1\t2", quarterly()),
               "#0 Revenue 5 day?; #4 Revenue 1 day?; '2' period=2024-09-30");
     for (const char* title : {"3 Months Ended", "Three months ended", "13 Weeks Ended"})
@@ -420,6 +458,8 @@ TEST(BlockPlacing, KnowsTheUnitOfShares) {
          "2016 Revenue 416161; 2016 Shares 15004.697 unit?"},
         {"in thousands\nby number of shares", "2016 Revenue 416.161; 2016 Shares 15.004697"},
         {"shares in thousands", "2016 Revenue 416161; 2016 Shares 15.004697 shares=3"},
+        {"In thousands, in millions of shares",
+         "2016 Revenue 416161 unit?; 2016 Shares 15004.697 unit?"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(placed((std::string(row.title) + "\nRevenue\tShares\n416161\t15004.697").c_str()),
@@ -452,6 +492,11 @@ TEST(BlockPlacing, TakesNoFiguresForYears) {
         // nobody can tell: as it stands, with a doubt
         {"2019\t5\n2020\t6",
          "2016 Revenue 2019 year?; 2016 Tax Rate 5; 2017 Revenue 2020 year?; 2017 Tax Rate 6"},
+        {"2019\t2020\n5\t6",
+         "2016 Revenue 2019 year?; 2016 Tax Rate 2020 year?; 2017 Revenue 5; 2017 Tax Rate 6"},
+        {"5\t2019\t2020\n1\t6\t7", "2016 Revenue 5; 2016 Tax Rate 2019; 2016 Net Income 2020; "
+                                   "2017 Revenue 1; 2017 Tax Rate 6; 2017 Net Income 7"},
+        {"Costs\t2019\nStaff\t2020", "2016 Revenue 2019; 2017 Revenue 2020"},
         {"\t1.5\t4.5\nx\t1\t2",
          "2016 Revenue 1.5; 2016 Tax Rate 4.5; 2017 Revenue 1; 2017 Tax Rate 2"},
     };
@@ -459,6 +504,23 @@ TEST(BlockPlacing, TakesNoFiguresForYears) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(placed(row.text), row.told);
     }
+}
+
+TEST(BlockPlacing, KnowsAHeadingByTheTextInItsCorner) {
+    EXPECT_EQ(placed("Staff\t2024\t2025\n1\t5\t6"),
+              "'1' period=Staff; 2024 Revenue 5; 2025 Revenue 6");
+    EXPECT_EQ(placed("Staff\t5\n2024\t1\n2025\t2"),
+              "'5' period=Staff; 2024 Revenue 1; 2025 Revenue 2");
+    EXPECT_EQ(placed("Staff\tnote\t2024\t2025\nRevenue\t\t5\t6"),
+              "'note' column=Staff; '2024' column=Staff; '2025' column=Staff; "
+              "2017 Revenue 5; 2018 Revenue 6");
+    EXPECT_EQ(placed("Sep-25\tSep-24\n5\t4"),
+              "'Sep-25' none; 'Sep-24' none; 2017 Revenue 5; 2017 Tax Rate 4");
+    EXPECT_EQ(placed("2025-06-30\t2024-06-30\n5\t4"),
+              "'2025-06-30' none; '2024-06-30' none; 2017 Revenue 5; 2017 Tax Rate 4");
+    EXPECT_EQ(placed("Year\t2024\t2025\n2024\t1\t2\n2025\t3\t4"),
+              "'2024' period=Year; 2024 Revenue 1; 2025 Revenue 2; '2025' period=Year; "
+              "2024 Tax Rate 3; 2025 Tax Rate 4");
 }
 
 TEST(BlockPlacing, IsPlacedByYearsOnRequest) {
@@ -549,6 +611,7 @@ TEST(BlockPlacing, FindsTheUnitInItsTitles) {
     EXPECT_EQ(unitOf("1\t2"), 0);
     EXPECT_EQ(unitOf("(In thousands, except per share)\t2024\t2025\nSales\t1\t2"), 3);
     EXPECT_EQ(unitOf("Dollars in billions\n1\t2"), 9);
+    EXPECT_EQ(unitOf("Report\tin billions\n1\t2"), 9);
     EXPECT_EQ(unitOf("in millions, shares in thousands\n1\t2"), 6);
     EXPECT_EQ(unitOf("in millions\nin thousands\n1\t2"), 0); // nobody can tell
     EXPECT_EQ(unitOf("Revenue (K)\tEPS\n1\t2"), 3);
@@ -589,6 +652,8 @@ TEST(BlockPlacing, OfTwoHeadsForAColumnTakesTheOneThatGoesFirst) {
               "'3.3' other=Diluted EPS; '4.3' other=Diluted EPS; 2016 Basic EPS 3.2; "
               "2017 Basic EPS 4.2");
     EXPECT_EQ(placed("Basic EPS\n3.3", grid), "2016 Basic EPS 3.3") << "alone it is as good";
+    grid.columns[0].otherNames = grid.columns[0].firstNames = {"Net sales"};
+    EXPECT_EQ(placed("Revenue\tNet sales\n1\t2", grid), "'1' other=Net sales; 2016 Revenue 2");
 }
 
 TEST(BlockPlacing, JoinsSignsThatWebTablesHoldApart) {
@@ -645,6 +710,8 @@ TEST(BlockPlacing, FindsThePeriodThatADateIsNextTo) {
     EXPECT_EQ(placed("Year\t2027-04-01\nRevenue\t5"), "'5' period=2027-04-01");
     EXPECT_EQ(placed("Quarter\t2026-11-14\nRevenue\t5", quarterly()), "#0 Revenue 5");
     EXPECT_EQ(placed("Quarter\t2026-11-15\nRevenue\t5", quarterly()), "'5' period=2026-11-15");
+    // In the middle between two it is the one on top.
+    EXPECT_EQ(placed("Quarter\t2026-02-14\nRevenue\t5", quarterly()), "#2 Revenue 5");
     // A form without dates knows a year by its number.
     BlockGrid dateless = yearly();
     for (auto& row : dateless.rows)
@@ -686,6 +753,7 @@ TEST(BlockPlacing, ReadsUnitsInWhateverStandsAboveOrBeside) {
     // Among the figures it is a text as any.
     EXPECT_EQ(placed("1\t2\n3\tin thousands"),
               "2016 Revenue 1; 2016 Tax Rate 2; 2017 Revenue 3; 'in thousands' none");
+    EXPECT_EQ(placed("Report\n3\tin thousands"), "2016 Revenue 3; 'in thousands' none");
 }
 
 TEST(BlockPlacing, IsNothingWhereNothingIsLeftBehindTitles) {

@@ -943,6 +943,11 @@ TEST(CompanyNumbers, ATooLargeNumberStaysTypedAndMarked) {
                           "This number is too large and was not stored.");
                 EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
             }
+            if (row.kind != money) {
+                pasteOver(scene, row.control, "1e308");
+                EXPECT_EQ(markOf(scene, row.control), "") << row.control;
+                EXPECT_EQ(readNumber(*company, datumNamed(row.datum)), 1e308) << row.control;
+            }
             typeOver(scene, row.control, "150");
             EXPECT_EQ(markOf(scene, row.control), "") << row.control;
             EXPECT_EQ(readNumber(*company, datumNamed(row.datum)), row.kind != money || unit == 6
@@ -1188,6 +1193,20 @@ TEST(CompanyFields, ARefusedWriteKeepsTheTextMarkedAndIsTriedAgain) {
             EXPECT_EQ(readNumber(*company->company, datum), 125000);
     }
     EXPECT_TRUE(scene.entry->unstoredFields().empty());
+}
+
+TEST(CompanyFields, OneThatIsOnlyLeftPutsBackWhatIsStored) {
+    EntryScene scene;
+    showEveryField(scene);
+    const auto company = std::make_shared<ScriptedRecord>(distinctCompany(6));
+    scene.load(company);
+    for (const FormField& row : rows) {
+        goTo(scene, row.control);
+        company->log.clear();
+        scene.desktop.type("{TAB}");
+        EXPECT_EQ(company->logged("write "),
+                  std::vector<std::string>{"write " + std::string(row.datum)});
+    }
 }
 
 TEST(CompanyFields, ARefusedTextSurvivesASwitchOfThePriceDisplay) {

@@ -455,6 +455,21 @@ TEST_F(Loading, TheSettingsChooseWhatTheOptionRowsShow) {
         }
 }
 
+TEST_F(Loading, APeriodThatTheListDoesNotHaveIsNone) {
+    const auto record = fullCompany();
+    load(record);
+    const auto& list = scene.form().get<ComboBox>("cmbReportingPeriod");
+    const auto size = static_cast<int>(list.list().size());
+    for (const int period : {size, size + 1, -1, -2}) {
+        for (const int now : {size - 1, period}) {
+            record->get_ReportingPeriod()->put(setting::leadPeriod, now);
+            entry.recordChanged();
+            EXPECT_EQ(list.listIndex(), now == period ? -1 : now);
+        }
+        EXPECT_EQ(list.text(), "");
+    }
+}
+
 TEST_F(Loading, TheLockFollowsTheRecord) {
     const auto record = fullCompany();
     for (const bool locked : {true, false, true}) {

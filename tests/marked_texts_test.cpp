@@ -469,6 +469,19 @@ TEST_F(MarkedTexts, OfAnotherRecordAreNone) {
     EXPECT_EQ(marked(), Names{});
 }
 
+TEST_F(MarkedTexts, OfAnotherRecordLeaveNoUnitBehind) {
+    typeAt(scene, "txtTotalDebt", "^a90");
+    company->get_Settings()->put(setting::unit, 3);
+    scene.entry->recordChanged();
+    const auto other = datedCompany(3);
+    scene.load(other);
+    typeAt(scene, "txtTotalDebt", "^a90");
+    other->get_Settings()->put(setting::unit, 9);
+    scene.entry->recordChanged();
+    EXPECT_EQ(markOf(scene, "txtTotalDebt"),
+              "This value could not be stored. It was typed in (K). Type it anew in (B).");
+}
+
 TEST_F(MarkedTexts, ThatAreEmptyAreNoneOnceNothingIsStored) {
     putElement(*company, "YRevenueSeries", 1, 900);
     scene.load(record);

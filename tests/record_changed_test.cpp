@@ -61,6 +61,20 @@ TEST_F(RecordChanged, WritesNothing) {
     EXPECT_EQ(written(), std::vector<std::string>());
 }
 
+TEST_F(RecordChanged, KeepsAUnitThatTheRecordHasNoMore) {
+    const auto setUnit = [&](int unit) {
+        company_->get_Settings()->put(setting::unit, unit);
+        scene_.entry->recordChanged();
+        return scene_.desktop.control("lblYOption").caption();
+    };
+    EXPECT_EQ(setUnit(3), "Pre-Tax Income (K)");
+    EXPECT_EQ(setUnit(0), "Pre-Tax Income (K)");
+    record_->failing = {"get intUnit"};
+    EXPECT_EQ(setUnit(9), "Pre-Tax Income (K)");
+    record_->failing.clear();
+    EXPECT_EQ(setUnit(9), "Pre-Tax Income (B)");
+}
+
 TEST_F(RecordChanged, LeavesTabFocusScrollingAndTheDirtyFlagAlone) {
     scene_.entry->put_CurrentTab(toQuarterly);
     scene_.desktop.click("txtRevenue(2)");

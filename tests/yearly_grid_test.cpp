@@ -454,9 +454,13 @@ TEST_F(YearSpan, AYearThatIsTypedWhereThereAreNoFiguresIsNot) {
         typeOver(scene, "txtLastFY", year);
         EXPECT_EQ(markOf(scene, "txtLastFY"), "");
     }
-    putElement(*company, "YEPSSeries", 3, 1.5);
-    typeOver(scene, "txtLastFY", "2006");
-    EXPECT_NE(markOf(scene, "txtLastFY"), "");
+    for (const int element : {0, 3, 10}) {
+        company = datedCompany();
+        putElement(*company, "YEPSSeries", element, 1.5);
+        scene.load(company);
+        typeOver(scene, "txtLastFY", "2006");
+        EXPECT_NE(markOf(scene, "txtLastFY"), "") << element;
+    }
 }
 
 // --- the date of the last fiscal year ------------------------------------------------------------
