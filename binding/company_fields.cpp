@@ -46,17 +46,25 @@ void CompanyFields::load(LoadStep step) {
 
 void CompanyFields::show(const FieldRow& field) {
     const auto& company = *context_.company;
-    if (field.kind == text || field.kind == list) {
+    switch (field.kind) {
+    case text:
+    case list:
         control(field).showStored(readText(company, *field.datum));
-    } else if (field.kind == date) {
+        break;
+    case date:
         control(field).showStored(context_.dateText(readDate(company, *field.datum)));
-    } else {
+        break;
+    case number:
+    case price:
+    case percent: {
         double stored = readNumber(company, *field.datum);
         if (field.datum == Datum::CommDiv) {
             const double alternate = company.get_CommDivAlternate();
             stored = alternate != 0 ? alternate : stored;
         }
         showNumber(field, stored);
+        break;
+    }
     }
 }
 
@@ -127,14 +135,21 @@ void CompanyFields::takeText(const FieldRow& field) {
         return;
     }
     const FieldMark doubt = left.mark(); // of a paste that was cut
-    if (field.kind == text || field.kind == list) {
+    switch (field.kind) {
+    case text:
+    case list:
         store(field, left.text());
         if (field.datum == Datum::Source && changed)
             followSource();
-    } else if (field.kind == date) {
+        break;
+    case date:
         storeDate(field, left);
-    } else {
+        break;
+    case number:
+    case price:
+    case percent:
         storeNumber(field, left);
+        break;
     }
     if (doubt.kind == MarkKind::doubtful && left.mark().kind == MarkKind::none)
         left.setMark(doubt);

@@ -40,11 +40,15 @@ void SeriesGrid::checkInvariants() const {
 }
 
 const GridSeries& SeriesGrid::seriesOf(const GridColumn& column) const {
-    const bool isUsual =
-        column.choice == ColumnChoice::income   ? context_.incomeRow == IncomeRow::preTaxIncome
-        : column.choice == ColumnChoice::equity ? context_.equityRow == EquityRow::commonEquity
-                                                : true;
-    return isUsual ? column.usual : *column.alternative;
+    switch (column.choice) {
+    case ColumnChoice::income:
+        return context_.incomeRow == IncomeRow::preTaxIncome ? column.usual : *column.alternative;
+    case ColumnChoice::equity:
+        return context_.equityRow == EquityRow::commonEquity ? column.usual : *column.alternative;
+    case ColumnChoice::none:
+        break;
+    }
+    return column.usual;
 }
 
 std::optional<SeriesGrid::Cell> SeriesGrid::find(const Control& control) const {

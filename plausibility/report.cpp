@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cmath>
 #include <cstdint>
 #include <map>
@@ -122,6 +123,7 @@ void Report::speak(Sureness sureness, std::vector<FigurePlace> places, std::size
     Finding finding{rule_, sureness, {}, std::string(), keyOf(places)};
     std::string_view rest = sentence_;
     for (auto at = rest.find('%'); at != std::string_view::npos; at = rest.find('%')) {
+        assert(at + 1 < rest.size() && static_cast<std::size_t>(rest[at + 1] - '1') < words.size());
         finding.text.append(rest.substr(0, at)).append(words.begin()[rest[at + 1] - '1']);
         rest.remove_prefix(at + 2);
     }
