@@ -108,11 +108,11 @@ void appendDigits(std::string& text, const Decimal& number, int first, int count
 NumberPattern::NumberPattern(std::string_view pattern) {
     if (pattern.size() > maxLength)
         pattern = fallbackNumberPattern;
-    for (const NamedPattern& named : namedPatterns)
-        if (equalsAscii(pattern, named.name)) {
-            pattern = named.pattern;
-            break;
-        }
+    const auto* const named =
+        std::find_if(std::begin(namedPatterns), std::end(namedPatterns),
+                     [&](const NamedPattern& one) { return equalsAscii(pattern, one.name); });
+    if (named != std::end(namedPatterns))
+        pattern = named->pattern;
     std::size_t section = 0;
     std::size_t start = 0;
     forEachPiece(pattern, [&](const Piece& piece, std::string_view rest) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/form.hpp"
 #include "platform/text_field.hpp"
+#include "tests/support/failing_memory.hpp"
 
 #include <algorithm>
 #include <functional>
@@ -465,6 +466,19 @@ TEST_F(ControlTest, OneOptionOfAnArrayIsChosen) {
     EXPECT_FALSE(third.value());
 }
 
+TEST_F(ControlTest, OptionsAndCheckBoxesCanBeChosen) {
+    auto& option = form.add<OptionButton>("optUnit", 0);
+    auto& box = form.add<CheckBox>("chkLockInfo");
+    const auto& button = form.add<CommandButton>("cmdOK");
+    EXPECT_FALSE(isChosen(option));
+    EXPECT_FALSE(isChosen(box));
+    EXPECT_FALSE(isChosen(button));
+    option.setValue(true);
+    box.setValue(true);
+    EXPECT_TRUE(isChosen(option));
+    EXPECT_TRUE(isChosen(box));
+}
+
 TEST_F(ControlTest, AScrollBarKeepsItsValueInRange) {
     auto& bar = form.add<ScrollBar>("vscr");
     bar.setRange(0, 26, 1, 9);
@@ -526,6 +540,20 @@ TEST_F(ControlTest, AnUpdateTellsEachChangeOnceInTheEnd) {
     EXPECT_EQ(told, expected);
     box.setText("three");
     EXPECT_EQ(takeChanges(), Changes{Property::text});
+}
+
+TEST_F(ControlTest, WhereMemoryRunsOutAChangeWithinAnUpdateIsToldAtOnce) {
+    auto& box = form.add<TextBox>("txtName");
+    takeChanges();
+    {
+        const Form::Update update(form);
+        {
+            const FailingMemory memory(1);
+            box.setEnabled(false);
+        }
+        EXPECT_EQ(takeChanges(), Changes{Property::enabled});
+    }
+    EXPECT_EQ(takeChanges(), Changes{});
 }
 
 TEST_F(ControlTest, AMarkIsToldOfWhenItComesAndWhenItGoes) {

@@ -115,6 +115,21 @@ TEST(DateReader, TakesWhatCanMeanOneDayOnly) {
     });
 }
 
+TEST(DateReader, EachDayOfAMonthHasOneEnding) {
+    const auto endingOf = [](int day) {
+        return day == 1 || day == 21 || day == 31 ? "st"
+               : day == 2 || day == 22            ? "nd"
+               : day == 3 || day == 23            ? "rd"
+                                                  : "th";
+    };
+    for (int day = 1; day <= 31; ++day)
+        for (const std::string ending : {"st", "nd", "rd", "th"}) {
+            const std::string text = "March " + std::to_string(day) + ending + ", 2006";
+            const bool fits = endingOf(day) == ending;
+            EXPECT_EQ(readDate(text, today), fits ? makeDate(2006, 3, day) : std::nullopt) << text;
+        }
+}
+
 TEST(DateReader, RefusesWhatLooksLikeASlipInTheDay) {
     expectRows({
         {"March 3th, 2006", "none"}, // the 3rd, the 13th or the 30th

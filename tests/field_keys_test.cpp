@@ -505,6 +505,12 @@ TEST(MoveInGrid, GoesToTheTargetOfEachKey) {
         EXPECT_EQ(form.inGrid(key, 1), "start") << key;
 }
 
+TEST(MoveInGrid, AColumnOfOneCellBeginsWhereItEnds) {
+    MoveForm one(1);
+    EXPECT_EQ(one.inGrid(keys::up, 0), "cell(0)");
+    EXPECT_EQ(one.inGrid(keys::down, 0), "right");
+}
+
 TEST(MoveInGrid, WithoutATargetTheFocusStays) {
     MoveForm form(3);
     for (const KeyCode key : {keys::right, keys::left, keys::home, keys::end})

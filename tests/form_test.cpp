@@ -83,6 +83,16 @@ TEST_F(FormTest, AskingForAnotherKindOfControlThrows) {
     box("txtName");
     EXPECT_THROW(static_cast<void>(form.get<Label>("txtName")), std::out_of_range);
     EXPECT_THROW(static_cast<void>(form.get<TextBox>("txtName", 4)), std::out_of_range);
+    const auto failureOf = [this](int index) {
+        try {
+            static_cast<void>(form.get<Label>("txtName", index));
+        } catch (const std::out_of_range& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    EXPECT_EQ(failureOf(Control::noIndex), "no control txtName");
+    EXPECT_EQ(failureOf(4), "no control txtName(4)");
 }
 
 TEST_F(FormTest, ObserverHearsOfControlsThatComeAndGo) {
@@ -400,6 +410,21 @@ TEST_F(FormTest, AFocusThatCameToWhatTakesNoneGoesWhereItWas) {
     }
 }
 
+TEST_F(FormTest, AFocusThatWasTabbedInStartsAtTheEndItComesFrom) {
+    box("txtFirst");
+    auto& second = box("txtSecond");
+    box("txtLast");
+    second.setFocus();
+    form.focusLeft();
+    form.focusCame(&second, FocusDirection::forward);
+    EXPECT_EQ(active(), "txtFirst");
+    form.focusCame(&second, FocusDirection::forward);
+    EXPECT_EQ(active(), "txtSecond") << "within the form it is where it came";
+    form.focusLeft();
+    form.focusCame(nullptr, FocusDirection::backward);
+    EXPECT_EQ(active(), "txtLast");
+}
+
 TEST_F(FormTest, TabGoesThroughTheTabOrderAndAround) {
     auto& first = box("txtFirst");
     box("txtSecond");
@@ -571,6 +596,14 @@ TEST_F(FormTest, KeyPressCanBeReplacedOrSwallowed) {
     EXPECT_EQ(character, U'A');
     heard.keyPress = [](char32_t& pressed) { pressed = 0; };
     EXPECT_FALSE(form.keyPress(character));
+}
+
+TEST_F(FormTest, ACharacterThatTheFilterHasNotSeenIsNotTyped) {
+    box("txtName").setFocus();
+    heard.keyPress = [](char32_t&) { throw std::runtime_error("no memory"); };
+    char32_t character = 'a';
+    EXPECT_FALSE(form.keyPress(character));
+    EXPECT_EQ(character, 0U);
 }
 
 TEST_F(FormTest, AFullFieldTakesNoCharacterButThoseThatEdit) {
@@ -920,8 +953,19 @@ TEST_F(FormTest, ASharedMnemonicGoesAroundWithoutPressing) {
 TEST_F(FormTest, MnemonicsThatCannotBeSeenOrUsedDoNothing) {
     button("cmdHidden", "&Add").setVisible(false);
     button("cmdDisabled", "&Add").setEnabled(false);
+    auto& label = form.add<Label>("lblName");
+    label.setCaption("&Name");
+    auto& field = box("txtName");
     EXPECT_FALSE(form.mnemonic('A'));
     EXPECT_FALSE(form.mnemonic('Z'));
+    label.setVisible(false);
+    EXPECT_FALSE(form.mnemonic('N'));
+    label.setVisible(true);
+    label.setEnabled(false);
+    EXPECT_FALSE(form.mnemonic('N'));
+    label.setEnabled(true);
+    EXPECT_TRUE(form.mnemonic('N'));
+    EXPECT_EQ(form.activeControl(), &field);
 }
 
 TEST_F(FormTest, EntriesOfTheMenuHaveNoMnemonicsOnTheForm) {
@@ -947,6 +991,24 @@ TEST_F(FormTest, AnEditOfTheUserIsAChange) {
     EXPECT_EQ(name.selText(), "b");
     EXPECT_TRUE(form.userEdit(name, "abc", 3, 0));
     EXPECT_EQ(takeEvents(), Events{"change txtName"});
+}
+
+TEST_F(FormTest, AHandlerThatCannotTellOfACutLeavesADoubtBehind) {
+    struct : FormHandler {
+        bool onPaste(TextField& /*field*/, std::string_view /*text*/) override { return true; }
+        void onPasteCut(TextField& /*field*/, std::string_view /*leftOut*/) override {
+            throw std::runtime_error("no memory");
+        }
+    } failing;
+    form.setHandler(&failing);
+    auto& name = box("txtName");
+    name.setMaxLength(3);
+    EXPECT_TRUE(form.userPaste(name, "abc"));
+    EXPECT_FALSE(name.isDoubtful());
+    form.userEdit(name, "", 0, 0);
+    EXPECT_TRUE(form.userPaste(name, "abcd"));
+    EXPECT_EQ(name.text(), "abc");
+    EXPECT_EQ(name.mark(), (FieldMark{MarkKind::doubtful, "Cut short."}));
 }
 
 TEST_F(FormTest, ALockedFieldRefusesEditsAndTakesSelections) {

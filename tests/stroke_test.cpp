@@ -31,6 +31,8 @@ class StrokeTest : public testing::Test, protected FormHandler, protected Native
     }
     void onKeyPress(Control&, char32_t& character) override {
         log.push_back("press");
+        if (keyPressed)
+            keyPressed(character);
         if (swallows)
             character = 0;
     }
@@ -65,6 +67,7 @@ class StrokeTest : public testing::Test, protected FormHandler, protected Native
     CommandButton& ok;
     Lines log;
     std::function<void(KeyCode&)> keyDown;
+    std::function<void(char32_t)> keyPressed;
     bool swallows = false;
     bool takes = true;
 };
@@ -148,6 +151,15 @@ TEST_F(StrokeTest, ComposedTextPassesTheFilterToo) {
     log.clear();
     form.commit(U"ab", *this);
     EXPECT_EQ(log, (Lines{"press", "press"}));
+}
+
+TEST_F(StrokeTest, AKeySentForAComposedCharacterComesBeforeTheNextOne) {
+    keyPressed = [this](char32_t character) {
+        if (character == U'a')
+            form.sendKey(keys::tab);
+    };
+    form.commit(U"ab", *this);
+    EXPECT_EQ(log, (Lines{"press", "type a", "down txtName", "got cmdOK", "press", "type b"}));
 }
 
 TEST_F(StrokeTest, IsUsedBeforeItIsAShortcutOfTheHost) {

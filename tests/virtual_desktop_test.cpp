@@ -1016,6 +1016,11 @@ TEST_F(VirtualDesktopTest, ASnapshotIsTheSameInEveryLocale) {
     EXPECT_EQ(snapshot.find("form 6000 x 4000\n  txtName (0, 0, 2400 x 285)"), 0U) << snapshot;
 }
 
+TEST_F(VirtualDesktopTest, ASnapshotKeepsEachControlOnItsLine) {
+    notes.setText("one\r\ntwo");
+    EXPECT_NE(desktop.snapshot().find("\"one\\r\\ntwo\""), std::string::npos);
+}
+
 TEST_F(VirtualDesktopTest, ASnapshotTellsTheNoteAtItsFieldAlone) {
     desktop.tellRefused(name, "Figures only.");
     const std::string snapshot = desktop.snapshot();
