@@ -104,13 +104,11 @@ MarkVote voteOf(std::string_view figure) {
         return voteFor(otherMark(mark));
     const std::string_view whole = digits.substr(0, last);
     const std::string_view behind = digits.substr(last + 1);
-    const auto allDigits = [](std::string_view text) {
-        return std::all_of(text.begin(), text.end(), isAsciiDigit);
-    };
-    if (!allDigits(behind))
+    if (!std::all_of(behind.begin(), behind.end(), isAsciiDigit))
         return MarkVote::none;
-    const bool mayBeGroup = behind.size() == 3 && !whole.empty() && whole.size() <= 3 &&
-                            whole.front() != '0' && allDigits(whole); // by blanks: "1 234,567"
+    // Not "1 234,567", whose groups are blanks.
+    const bool mayBeGroup =
+        behind.size() == 3 && !whole.empty() && whole.size() <= 3 && whole.front() != '0';
     return mayBeGroup ? MarkVote::either : voteFor(mark);
 }
 

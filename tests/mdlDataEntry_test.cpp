@@ -60,6 +60,23 @@ TEST(FollowNumberMarks, RewritesWhatStandsThereWhereNothingCanBeReadAnew) {
     EXPECT_TRUE(typed.field.isTyped());
 }
 
+TEST(FollowNumberMarks, ARefusedTextStaysRefusedAndIsNotTypedAnew) {
+    UnreadFigure refused("5");
+    TextField& field = refused.field;
+    refused.type("1.5x");
+    field.lookAtText();
+    field.setMark({MarkKind::unstored, "no figure"});
+    refused.form.setNumberMarks(commas);
+    followNumberMarks(points, field, [&] {
+        field.showStored("5");
+        return true;
+    });
+    EXPECT_EQ(field.text(), "1,5x");
+    EXPECT_EQ(field.mark(), (FieldMark{MarkKind::unstored, "no figure"}));
+    EXPECT_FALSE(field.isTyped());
+    EXPECT_TRUE(field.state().standsForStored("5"));
+}
+
 TEST(FollowNumberMarks, WhereMemoryRunsOutNoTextStaysInOtherMarksWithoutAMark) {
     const std::string digits(60, '1'); // no string keeps them without memory
     for (const bool isTyped : {true, false}) {
