@@ -123,7 +123,7 @@ void BlockPlacing::straighten() {
 // Whether the figures stand below the periods. One beside them in a row that has none below one of
 // them, and a sign alone below one, say that they do not.
 bool BlockPlacing::standsAbove(const Line& periods) const {
-    return std::none_of(cells_.begin() + static_cast<std::ptrdiff_t>(firstRow_) + 1, cells_.end(),
+    return std::none_of(cells_.begin() + static_cast<std::ptrdiff_t>(firstRow_), cells_.end(),
                         [&](const Line& row) {
                             bool beside = false;
                             bool lacks = false;

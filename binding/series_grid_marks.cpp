@@ -153,7 +153,6 @@ void SeriesGrid::moveMarked(int periods) {
 
 std::vector<const SeriesGrid::MarkedText*> SeriesGrid::waitingTexts() const {
     std::vector<const MarkedText*> texts;
-    texts.reserve(waiting_.size());
     for (const auto& text : waiting_) {
         const auto cell = cellShowing(text.place);
         if (!cell || box(*cell).mark() != text.mark)
