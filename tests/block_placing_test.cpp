@@ -288,6 +288,7 @@ TEST(BlockPlacing, PutsTheFiguresOfATableBelowItsPeriods) {
          "2025 Net Income -2 brackets; 2024 Net Income -1 brackets"},
         {"in thousands\n\tYears ended\n\t2025\t\t2024\nRevenue\t\t5\t\t4",
          "2025 Revenue 0.005; 2024 Revenue 0.004"},
+        {"Year\t\t2025\t\t2024\nRevenue\t5\t4", "2025 Revenue 5; 2024 Revenue 4"},
         {"\t2025\tTTM\n\nRevenue\t\t5\t\t6", "2025 Revenue 5; '6' period=TTM"},
         // a line break within a cell
         {"\t\"Sep 27,\n2025\"\t\"Sep 28,\n2024\"\n\"Net\nIncome\"\t5\t4",

@@ -139,6 +139,7 @@ TEST(BlockTexts, TellHowManyMonthsAFigureIsOf) {
                         {"13 weeks", 3, std::nullopt},
                         {"twelve months", std::nullopt, 12},
                         {"thirteen weeks", 3, std::nullopt},
+                        {"thirteen months", 13, 13},
                         {"Months ended", std::nullopt, std::nullopt},
                         {"2025 months", std::nullopt, std::nullopt},
                         {"9 Monthss", std::nullopt, std::nullopt},

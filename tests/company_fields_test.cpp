@@ -354,6 +354,15 @@ TEST_F(CorrectedPrice, OfAnotherRecordIsNone) {
     expectRange(10, 222);
 }
 
+TEST_F(CorrectedPrice, WithinTheRangeLeavesNothingToTakeBack) {
+    price("222");
+    price("22");
+    company->put_High52W(222); // by the host
+    scene.entry->recordChanged();
+    price("23");
+    expectRange(10, 222);
+}
+
 TEST_F(CorrectedPrice, OfAnotherDayIsNone) {
     price("26");
     scene.desktop.setToday(*makeDate(2026, 11, 23));

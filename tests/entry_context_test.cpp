@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "binding/entry_context.hpp"
 #include "form/build_form.hpp"
+#include "form/controls.hpp"
 #include "platform/virtual_desktop.hpp"
 
 #include <gtest/gtest.h>
@@ -83,6 +84,16 @@ TEST_F(EntryContextTest, CutsWhatARecordSaysOfARefusalWhereItIsTooLong) {
     EXPECT_EQ(context.refusedText(std::string(201, 'x')), said + " " + std::string(200, 'x'));
     EXPECT_EQ(context.refusedText(" No\tlosses \r\n"), said + " No losses");
     EXPECT_EQ(context.refusedText(" \n"), said);
+}
+
+TEST_F(EntryContextTest, CutsWhatWasLeftOutWhereItIsTooLong) {
+    auto& field = context[controls::name];
+    for (const std::size_t length : {40, 41}) {
+        context.markDoubtful(field, std::string(length, 'x'));
+        const std::string& reason = field.mark().reason;
+        EXPECT_NE(reason.find(std::string(40, 'x')), std::string::npos);
+        EXPECT_EQ(reason.find("\u2026") != std::string::npos, length == 41);
+    }
 }
 
 TEST_F(EntryContextTest, AUnitThatIsNoneIsMillions) {

@@ -170,8 +170,8 @@ TEST_F(MarkedTexts, AreThoseThatAreBeingTypedWhenTheHostChangesTheUnit) {
         company->get_Settings()->put(setting::unit, unit);
         scene.entry->recordChanged();
     };
-    for (const char* id :
-         {"txtTotalDebt", "txtTotalCap", "txtSales(9)", "txtYOption(9)", "txtRevenue(1)"}) {
+    for (const char* id : {"txtTotalDebt", "txtTotalCap", "txtSales(9)", "txtSales(0)",
+                           "txtYOption(9)", "txtRevenue(1)"}) {
         SCOPED_TRACE(id);
         const auto before = company->clone();
         const auto changed = [&] {
@@ -287,6 +287,31 @@ TEST_F(MarkedTexts, WaitWhereTheirRowIsSwitchedAway) {
     EXPECT_EQ(marked(), (Names{"txtYOption(9)=1e400", "txtYOption2(3)=1e400",
                                "YTaxRateSeries(1)=2e400", "txtQOption(1)=12.50"}));
     EXPECT_EQ(scene.entry->unstoredFields()[2].label, "Tax Rate (%) 2025");
+}
+
+TEST_F(MarkedTexts, ThatWaitAreCalledWithTheUnitOfTheirSeries) {
+    const auto label = [&] {
+        const auto fields = scene.entry->unstoredFields();
+        return fields.size() == 1 ? fields[0].label : std::to_string(fields.size());
+    };
+    const struct {
+        const char* cell;
+        const char* row;
+        const char* other;
+        const char* label;
+    } cases[] = {{"txtYOption(9)", "optPTI(1)", "optPTI(0)", "Tax Rate (%) 2025"},
+                 {"txtYOption(9)", "optPTI(0)", "optPTI(1)", "Pre-Tax Income (M) 2025"},
+                 {"txtYOption2(9)", "optCommEq(1)", "optCommEq(0)", "Book Value 2025"},
+                 {"txtYOption2(9)", "optCommEq(0)", "optCommEq(1)", "Common Equity (M) 2025"}};
+    for (const auto& one : cases) {
+        choose(one.row);
+        pasteOver(scene, one.cell, "1e400");
+        choose(one.other);
+        EXPECT_EQ(label(), one.label);
+        choose(one.row);
+        typeOver(scene, one.cell, "");
+        EXPECT_EQ(label(), "0");
+    }
 }
 
 TEST_F(MarkedTexts, ThatWaitAreLedToByTheirRow) {

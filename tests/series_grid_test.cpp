@@ -400,6 +400,35 @@ TEST(GridKeys, EnterAndArrowsWalkDownAColumnAndIntoTheNext) {
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
+TEST(GridKeys, CtrlPassesOverAColumnThatCannotBeRead) {
+    EntryScene scene;
+    const auto company = std::make_shared<ScriptedRecord>(gridCompany(6));
+    company->failing = {"read YPTISeries"};
+    scene.load(company);
+    typeAt(scene, "txtSales(4)", "^{RIGHT}");
+    EXPECT_EQ(scene.desktop.focusedId(), "txtYNetInc(4)");
+    scene.desktop.type("^{LEFT}");
+    EXPECT_EQ(scene.desktop.focusedId(), "txtSales(4)");
+}
+
+TEST(GridKeys, WhatIsTypedBehindCtrlTakesThePlaceOfTheNextFigure) {
+    EntryScene scene;
+    const auto company = gridCompany(6);
+    putElement(*company, "YPTISeries", 6, 5);
+    scene.load(company);
+    typeAt(scene, "txtSales(4)", "^{RIGHT}7{TAB}");
+    EXPECT_EQ(elementOf(*company, "YPTISeries", 6), 7);
+}
+
+TEST(GridKeys, AltWithAnArrowAndCtrlWithEnterLeadNowhere) {
+    EntryScene scene;
+    scene.load(gridCompany(6));
+    for (const char* keys : {"%{DOWN}", "%{UP}", "^~"}) {
+        typeAt(scene, "txtSales(4)", keys);
+        EXPECT_EQ(scene.desktop.focusedId(), "txtSales(4)") << keys;
+    }
+}
+
 TEST(GridKeys, FiguresTypedOneBelowTheOtherAreAllStored) {
     EntryScene scene;
     const auto company = gridCompany(3);
