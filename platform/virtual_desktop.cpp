@@ -171,8 +171,8 @@ void VirtualDesktop::showModal(CalendarForm& form) {
 }
 
 void VirtualDesktop::showPaste(PasteForm& form) {
-    pastes_.push_back(
-        {form.caption(), form.lines(), form.switches(), form.summary(), form.okCaption()});
+    pastes_.push_back({form.caption(), form.heads(), form.lines(), form.switches(), form.summary(),
+                       form.okCaption()});
     if (const auto answer = takeFront(pasteAnswers_))
         (*answer)(form);
     if (form.visible())

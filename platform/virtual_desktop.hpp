@@ -103,6 +103,7 @@ class VirtualDesktop : public Services, private FormObserver {
     };
     struct PasteDialog {
         std::string caption;
+        std::vector<std::string> heads;
         std::vector<PasteLine> lines; // as it opened
         std::vector<PasteSwitch> switches;
         std::string summary;

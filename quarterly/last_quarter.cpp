@@ -165,9 +165,7 @@ void LastQuarter::leave() {
     const auto typed = context_.typedDate(field);
     const bool sameDay = typed && before && daysBetween(*before, *typed) == 0;
     const FieldMark mark = field.isUnstored() ? field.mark() : FieldMark();
-    bool stored = true;
-    ifPossible([&] { stored = context_.company->get_LastQDate() == before; });
-    if (sameDay && (field.isUnstored() || !stored)) {
+    if (sameDay && field.isUnstored()) {
         retry(*before);
         return;
     }

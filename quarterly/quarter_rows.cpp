@@ -53,7 +53,7 @@ void QuarterRows::layOut() {
     auto& panel = context_[controls::quarterlyPanel];
     const auto& view = *panel.container();
     const Twips pitch = sizes::cellPitch;
-    const int fitting = std::max(1, static_cast<int>((view.height() - 15) / pitch));
+    const auto fitting = static_cast<int>((view.height() - 15) / pitch);
     auto& bar = context_[controls::quarterlyBar];
     bar.setRange(0, count_ - fitting, 1, fitting);
     bar.setVisible(count_ > fitting);
@@ -61,14 +61,10 @@ void QuarterRows::layOut() {
     scroll();
 }
 
-int QuarterRows::firstInView() const {
-    const auto& bar = context_[controls::quarterlyBar];
-    return bar.value() / bar.smallChange(); // which is never 0
-}
-
 void QuarterRows::scroll() {
     auto& panel = context_[controls::quarterlyPanel];
-    const auto& cell = context_[controls::quarterlyEarnings[firstInView()]];
+    const auto& cell =
+        context_[controls::quarterlyEarnings[context_[controls::quarterlyBar].value()]];
     panel.move(panel.left(), 15 - cell.top());
     for (int i = 0; i <= controls::quarterlyCurrency.last(context_.form); ++i) {
         auto& label = context_[controls::quarterlyCurrency[i]];

@@ -27,7 +27,6 @@ class QuarterRows {
 
   private:
     void add(std::string_view array, int row);
-    [[nodiscard]] int firstInView() const;
 
     EntryContext& context_;
     int count_ = atStart;

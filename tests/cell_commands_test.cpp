@@ -114,6 +114,7 @@ TEST(CellCommands, ShowABlockBeforeItIsPasted) {
     ASSERT_EQ(scene.desktop.pastes().size(), 1U);
     const auto& shown = scene.desktop.pastes()[0];
     EXPECT_EQ(shown.caption, "Paste into Revenue (M) 2024");
+    EXPECT_EQ(shown.heads, (Ids{"Period", "Column", "Clipboard", "Now", "Then", "Remark"}));
     ASSERT_EQ(shown.lines.size(), 4U);
     EXPECT_EQ(shown.lines[0].period, "2024");
     EXPECT_EQ(shown.lines[0].column, "Revenue (M)");
@@ -442,6 +443,13 @@ TEST(CellCommands, SelectCellsByShiftAndArrows) {
     scene.desktop.type("+{DOWN}{DOWN}");
     EXPECT_TRUE(scene.highlighted().empty());
     EXPECT_EQ(scene.desktop.focusedId(), "txtSales(4)");
+}
+
+TEST(CellCommands, AreNoLongerSelectedWhereTheFocusIsTakenElsewhere) {
+    Scene scene;
+    scene.typeAt("txtSales(3)", "+{DOWN}");
+    scene.entry->put_CurrentTab(toCompany);
+    EXPECT_TRUE(scene.highlighted().empty());
 }
 
 TEST(CellCommands, OfAnotherRecordAreNotSelected) {

@@ -282,10 +282,9 @@ std::string YearlyGrid::labelOfElement(int element) const {
 }
 
 BlockGrid::Row YearlyGrid::periodOf(int row) const {
-    const int newest = lastFiscalYear();
     const auto end = context_.dateOf(context_[controls::lastFiscalYearDate], Datum::LastFYDate);
-    const int years = row - lastYearRow;
-    return {.year = newest == 0 ? 0 : newest + years, .date = end ? addYears(*end, years) : Date{}};
+    return {.year = static_cast<int>(leadingNumber(labelOf(row))),
+            .date = end ? addYears(*end, row - lastYearRow) : Date{}};
 }
 
 void YearlyGrid::enter(Cell cell) {
