@@ -157,6 +157,22 @@ TEST(ErrorTrap, ACutThatReachesNoClipboardKeepsTheText) {
     EXPECT_EQ(scene.field("txtName").text(), name);
 }
 
+TEST(ErrorTrap, ALockedCellSaysNothingOfABlockThatNobodyCanRead) {
+    HostileScene scene;
+    scene.start();
+    scene.entry->put_objCompany(fullCompany());
+    scene.desktop.clickTab(toYearly);
+    scene.desktop.click("chkLockInfo");
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.setClipboardText("1\t2");
+    scene.desktop.failing = {"clipboardText"};
+    EXPECT_TRUE(scene.desktop.form().keyDown('V', shifts::control)) << "the field's own paste";
+    EXPECT_TRUE(scene.desktop.refusals().empty());
+    scene.desktop.failing.clear();
+    scene.desktop.type("^v");
+    EXPECT_EQ(scene.desktop.refusals().size(), 1U);
+}
+
 TEST(ErrorTrap, CellsThatReachNoClipboardAreNotCut) {
     for (const char* keys : {"^x", "+{DEL}"}) {
         HostileScene scene;

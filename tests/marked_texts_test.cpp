@@ -389,6 +389,17 @@ TEST_F(MarkedTexts, GoWithTheirYear) {
     EXPECT_EQ(marked(), (Names{"txtSales(9)=1e400", "YPTISeries(1)=1e400", "txtYEPS(9)=1.50"}));
 }
 
+TEST_F(MarkedTexts, StayInTheirRowWhereTheYearComes) {
+    record->failing = {"read LastFY"};
+    scene.load(record);
+    pasteOver(scene, "txtSales(9)", "1e400");
+    ASSERT_EQ(scene.text("txtLastFY"), "");
+    record->failing.clear();
+    scene.entry->recordChanged();
+    EXPECT_EQ(scene.text("txtLastFY"), "2025");
+    EXPECT_EQ(marked(), Names{"txtSales(9)=1e400"});
+}
+
 TEST_F(MarkedTexts, OfAYearThatDropsOutGoWithIt) {
     pasteOver(scene, "txtSales(0)", "1e400");
     pasteOver(scene, "txtYOption(0)", "1e400");

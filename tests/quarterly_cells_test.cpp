@@ -299,6 +299,19 @@ TEST_F(QuarterlyCells, WithTheDateEmptiedOrUnreadableNothingIsWrittenUntilItIsBa
     }
 }
 
+TEST_F(QuarterlyCells, FiguresThatWaitForADateThatCancelHasSkippedAreStoredOnceItIsBack) {
+    goTo(scene, "txtLastQDate");
+    desktop.type("^a{DEL}no date");
+    desktop.click("cmdCancel"); // the host stays open
+    typeOver(scene, "txtRevenue(1)", "7");
+    ASSERT_NE(markOf(scene, "txtRevenue(1)"), "");
+    goTo(scene, "txtLastQDate");
+    const std::string date = scene.entry->form().get<TextBox>("txtLastQDate").tag();
+    desktop.type("^a" + date + "{TAB}");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), 7);
+    EXPECT_EQ(markOf(scene, "txtRevenue(1)"), "");
+}
+
 TEST_F(QuarterlyCells, FiguresThatWaitForTheDateGoIntoTheQuartersBesideThem) {
     goTo(scene, "txtLastQDate");
     desktop.type("^a{DEL}");
@@ -389,8 +402,8 @@ TEST_F(QuarterlyCells, TypedIntoAClearedFormBelongToTheQuartersBelowTheTypedDate
         int moved; // before the form was cleared
         int element;
     } rows[] = {
-        {"9/30/2026", 0, 0},  {"6/30/2026", 0, 1},   {"9/30/2026", -2, 0},
-        {"6/30/2026", -2, 1}, {"12/31/2026", -2, 0}, {"3/31/2027", 0, 0},
+        {"9/30/2026", 0, 0},   {"6/30/2026", 0, 1}, {"9/30/2026", -2, 0}, {"6/30/2026", -2, 1},
+        {"12/31/2026", -2, 0}, {"3/31/2027", 0, 0}, {"6/30/2027", 0, 0},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.typed) + " " + std::to_string(row.moved));

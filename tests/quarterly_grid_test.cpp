@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "quarterly/quarterly_grid.hpp"
 #include "tests/support/field_steps.hpp"
+#include "tests/support/hostile_desktop.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
@@ -76,6 +77,17 @@ TEST_F(QuarterSpan, AddingNamesTheQuarterThatLeavesAndKeepsEveryFigureInItsQuart
     EXPECT_EQ(scene.text("txtRevenue", 1), "100.00");
 }
 
+TEST_F(QuarterSpan, AddingNamesAllQuartersWhereNoneOfThemStays) {
+    fill();
+    company->put_LastQDateForGrid(*makeDate(2026, 9, 30));
+    company->put_LastQDate(*makeDate(2036, 9, 30));
+    open(company);
+    desktop.click("cmdAddQuarter");
+    ASSERT_EQ(desktop.messages().size(), 1U);
+    EXPECT_NE(desktop.messages()[0].text.find("of Mar 2018 - Sep 2026 will"), std::string::npos)
+        << desktop.messages()[0].text;
+}
+
 TEST_F(QuarterSpan, NoAndTheDefaultChangeNothing) {
     fill();
     load(*makeDate(2006, 3, 31));
@@ -91,13 +103,21 @@ TEST_F(QuarterSpan, NoAndTheDefaultChangeNothing) {
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
-TEST_F(QuarterSpan, TheHelpFrameClosesWhenAQuarterIsAskedFor) {
-    load(*makeDate(2026, 9, 30));
-    desktop.form().focus(desktop.control("cmdAddQuarter"));
-    desktop.control("fraDE", 0).setVisible(true);
-    desktop.type("~");
-    EXPECT_EQ(desktop.messages().size(), 1U);
-    EXPECT_FALSE(desktop.control("fraDE", 0).visible());
+TEST(AddingAPeriod, ClosesTheHelpFrameBeforeItAsks) {
+    for (const auto& [button, tab] :
+         {std::pair{"cmdAddYear", toYearly}, {"cmdAddQuarter", toQuarterly}}) {
+        HostileScene scene;
+        scene.start();
+        scene.entry->put_objCompany(fullCompany());
+        scene.entry->put_CurrentTab(tab);
+        auto& frame = scene.desktop.control("fraDE", 0);
+        scene.desktop.form().focus(scene.desktop.control(button));
+        frame.setVisible(true);
+        std::optional<bool> seen;
+        scene.desktop.duringMessage = [&] { seen = frame.visible(); };
+        scene.desktop.type("~");
+        EXPECT_EQ(seen, false) << button;
+    }
 }
 
 TEST_F(QuarterSpan, AddingFromAnOlderLastQuarterGoesOnAtTheNewest) {
@@ -131,6 +151,17 @@ TEST_F(QuarterSpan, ARecordThatRefusesTheNewDateKeepsItsFiguresWhereTheyAre) {
     EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
     company->put_Last4QEPS(before->get_Last4QEPS());
     EXPECT_TRUE(sameAs(*before, *company));
+}
+
+TEST_F(QuarterSpan, ARecordThatRefusesTheNewDateKeepsTheOneThatTheHostHasGivenIt) {
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"write LastQDateForGrid"};
+    open(record);
+    company->put_LastQDate(*makeDate(2026, 9, 29));
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 9, 29));
 }
 
 TEST_F(QuarterSpan, FiguresThatTheRecordDoesNotLetMoveAreToldOf) {
@@ -414,13 +445,17 @@ TEST_F(QuarterSpan, AnyOtherDateIsRefusedAndTheOldOneReturns) {
     EXPECT_TRUE(sameAs(*before, *company));
     EXPECT_FALSE(scene.entry->get_blnDirty());
     load(*makeDate(2025, 9, 27));
-    typeDate("1/4/2026"); // more than a week later than the next one would be
-    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/27/2025");
-    scene.entry->Clear();
-    for (const char* typed : {"no date", "1/31/2027"}) {
+    const auto isRejected = [&](const char* typed) {
         desktop.forget();
         typeDate(typed);
-        EXPECT_EQ(desktop.messages().size(), 1U) << typed;
+        return desktop.messages().size() == 1 &&
+               desktop.messages()[0].buttons == message_box::exclamationIcon;
+    };
+    EXPECT_TRUE(isRejected("1/4/2026")) << "more than a week later than the next one would be";
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/27/2025");
+    scene.entry->Clear();
+    for (const char* typed : {"no date", "9/26/2026"}) {
+        EXPECT_TRUE(isRejected(typed)) << typed;
         EXPECT_EQ(scene.text("txtLastQDate"), "") << typed;
     }
 }
@@ -836,6 +871,9 @@ TEST_F(QuarterSpan, TheFourQuartersOfTheLastFiscalYearAreShaded) {
             EXPECT_EQ(shaded, row.rows) << cells;
         }
     }
+    load(*makeDate(2026, 9, 30));
+    desktop.spin("spnQuarter", -3);
+    EXPECT_EQ(back("txtEPS", 0), colors::paleCyan) << "with their quarters";
 }
 
 // --- scrolling -----------------------------------------------------------------------------------
@@ -964,6 +1002,20 @@ TEST_F(QuarterSpan, ADateThatIsRejectedAfterACommitLeavesTheCompanyChanged) {
     }
 }
 
+TEST_F(QuarterSpan, ADateThatTheRecordDoesNotTakeBackAfterACommitIsMarked) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    open(record);
+    desktop.click("txtLastQDate");
+    desktop.type("^a12/31/2005");
+    scene.entry->put_blnDirty(false);
+    record->failing = {"write LastQDate"};
+    desktop.type("{TAB}");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+    EXPECT_TRUE(scene.field("txtLastQDate").isUnstored());
+}
+
 TEST_F(QuarterSpan, ADateThatIsTakenBackAfterACommitIsTakenBackInTheRecord) {
     fill();
     for (const char* takenBack : {"{ESC}", "^z", "^aSep/30/2026"}) {
@@ -992,8 +1044,8 @@ TEST_F(QuarterSpan, WhatWasCommittedIntoOneRecordIsNotTakenBackInTheNext) {
     desktop.type("^a12/31/2005");
     scene.entry->put_blnDirty(false);
     const auto next = datedCompany();
-    open(next);
-    desktop.click("txtLastQDate");
+    scene.load(next);
+    ASSERT_EQ(desktop.focusedId(), "txtLastQDate");
     next->put_LastQDate(*makeDate(2026, 9, 29)); // by the host
     desktop.type("{TAB}");
     EXPECT_EQ(next->get_LastQDate(), *makeDate(2026, 9, 29));

@@ -567,6 +567,13 @@ TEST_F(RightClick, TheLastQuartersDateIsTakenOver) {
     EXPECT_TRUE(desktop.messages().empty());
 }
 
+TEST_F(RightClick, OfAClearedFormNoLastQuartersDateIsTakenOver) {
+    entry.Clear();
+    goTo(scene, "txtDateofLastFY");
+    choose("txtDateofLastFY", "Use Date of Last Quarter");
+    EXPECT_EQ(textOf(scene, "txtDateofLastFY"), "");
+}
+
 TEST_F(RightClick, TheLastQuartersDateIsTakenOverFromEveryLabel) {
     for (const auto* id : {"lblLabel(21)", "lblLabel(31)", "lblDatOfLastFY"}) {
         SCOPED_TRACE(id);
@@ -962,6 +969,16 @@ TEST(DatePicking, ADateIsForTheRecordThatItWasPickedFor) {
     EXPECT_TRUE(scene.desktop.scriptUsedUp());
     scene.desktop.type("{TAB}");
     EXPECT_EQ(other->get_LastUpdate(), before->get_LastUpdate());
+}
+
+TEST(DatePicking, LeadsToTheFieldOfTheDate) {
+    EntryScene scene;
+    scene.load(fullCompany());
+    scene.typeAt("txtName", "A");
+    scene.desktop.answerNextMenu("Pick a Date...");
+    scene.desktop.answerNextDate(*makeDate(2026, 2, 28));
+    scene.desktop.rightClick("lblLabel(5)");
+    EXPECT_EQ(scene.desktop.focusedId(), "txtLastUpdate");
 }
 
 struct LossyRow {

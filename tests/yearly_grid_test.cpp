@@ -142,6 +142,15 @@ TEST_F(YearSpan, IsRefusedAtItsLimitsBeforeTheQuestion) {
     EXPECT_EQ(scene.text("txtLastFY"), "1980");
 }
 
+TEST_F(YearSpan, IsMovedUpToItsLimits) {
+    load(YearlyGrid::lastYear - 1);
+    press("cmdAddYear", MessageAnswer::yes);
+    EXPECT_EQ(company->get_LastFY(), YearlyGrid::lastYear);
+    load(YearlyGrid::firstYear + 1);
+    press("cmdRemoveYear", MessageAnswer::yes);
+    EXPECT_EQ(company->get_LastFY(), YearlyGrid::firstYear);
+}
+
 TEST_F(YearSpan, TheDateKeepsItsDayWhereThereIsOneAndStaysWhereItIsNone) {
     const struct {
         Date end;
@@ -495,6 +504,8 @@ TEST_F(YearSpan, TheBarMovesThePanelAloneAndClosesTheHelpFrame) {
     const auto before = company->clone();
     ASSERT_TRUE(bar.visible());
     EXPECT_EQ(bar.maximum(), panel.width() - panel.container()->width());
+    EXPECT_EQ(bar.smallChange(), bar.maximum() / 4);
+    EXPECT_EQ(bar.largeChange(), bar.maximum());
     const Twips top = panel.top();
     desktop.control("fraDE", 0).setVisible(true);
     desktop.scroll("hscrYearly", 700);
