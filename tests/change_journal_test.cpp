@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
+#include <map>
 #include <random>
 
 namespace vkr {
@@ -650,6 +651,36 @@ TEST_F(Journal, AFigureIsFromWhereItWasWrittenLast) {
         EXPECT_EQ(change.origin, last.origin);
         EXPECT_EQ(change.document, last.document);
     }
+}
+
+TEST_F(Journal, WhatCouldNotBeReadBeforeAWriteIsNoChange) {
+    for (const int failures : {1, 2}) { // of all data, and of the one that is written
+        std::map<std::string, int> reads;
+        record->hook = [&](const std::string& operation) {
+            if ((operation == "read TotalDebt" || operation == "read YRevenueSeries" ||
+                 operation == "get strCurSymbol") &&
+                ++reads[operation] <= failures)
+                throw std::runtime_error("not now");
+        };
+        journal->put_TotalDebt(company->get_TotalDebt() + 1);
+        reads.clear();
+        {
+            const ActionScope shift(journal, {Origin::shifted, {}, {}});
+            journal->put_YRevenueSeries(movedOn(company->get_YRevenueSeries(), 1));
+        }
+        journal->get_Settings()->put(setting::currencySymbol, "EUR");
+        EXPECT_TRUE(journal->groups().empty()) << failures;
+    }
+}
+
+TEST_F(Journal, AGroupSaysEachSettingOnce) {
+    company->get_Settings()->put(setting::currencySymbol, "$");
+    {
+        const ActionScope action(journal, {});
+        for (const char* symbol : {"EUR", "CHF"})
+            journal->get_Settings()->put(setting::currencySymbol, symbol);
+    }
+    EXPECT_EQ(brief(0), Lines{"strCurSymbol $ > CHF"});
 }
 
 TEST_F(Journal, AStepWithoutAGroupIsNone) {

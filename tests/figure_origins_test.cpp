@@ -168,6 +168,112 @@ TEST(FigureOrigins, OfASumThatASplitAdjustsWithItsQuartersAreNotOutdated) {
     EXPECT_TRUE(origins.mayDerive(Datum::Last4QEPS, std::nullopt));
 }
 
+// Of the same year, all of it in one group, and with the same product.
+TEST(FigureOrigins, OfATotalThatASplitLeavesAreNotOutdated) {
+    const auto figures = [](int element, double each, double shares) {
+        return std::vector{figure(Datum::YBookValSeries, element, 20, each, Origin::typed),
+                           figure(Datum::YCSOSeries, element, 100, shares, Origin::typed)};
+    };
+    const auto mayDerive = [](std::vector<Change> changes) {
+        FigureOrigins origins;
+        origins.put(Datum::YCommEqSeries, 3, {Origin::imported, "0001-24", false});
+        origins.note({"Split", {}, std::move(changes)});
+        return origins.mayDerive(Datum::YCommEqSeries, 3);
+    };
+    EXPECT_FALSE(mayDerive(figures(3, 5, 400)));
+    EXPECT_FALSE(mayDerive(figures(3, 20 / 3.0, 300)));
+    EXPECT_TRUE(mayDerive(figures(3, 80, 400)));
+    EXPECT_TRUE(mayDerive(figures(3, 5, 400.001)));
+    EXPECT_TRUE(mayDerive(figures(3, 5, 300)));
+    EXPECT_TRUE(mayDerive(figures(3, -5, 400)));
+    auto others = figures(4, 5, 400);
+    EXPECT_FALSE(mayDerive(others)) << "of another year";
+    others.push_back(figure(Datum::YBookValSeries, 3, 20, 5, Origin::typed));
+    EXPECT_TRUE(mayDerive(others));
+    EXPECT_TRUE(mayDerive({figures(3, 5, 400)[1]}));
+    EXPECT_FALSE(mayDerive(
+        {{{Datum::YBookValSeries, {}, numberArray({0, 0, 0, 20}), numberArray({0, 0, 0, 5})},
+          {},
+          Origin::typed,
+          {}},
+         figures(3, 5, 400)[1]}));
+}
+
+TEST(FigureOrigins, OfASeriesThatIsLongerThanBeforeAreThoseOfWhatCameIn) {
+    const auto origins =
+        after({{"Import",
+                {},
+                {{{Datum::YEPSSeries, {}, numberArray({1, 2}), numberArray({1, 2, 3, 4}, -1)},
+                  {},
+                  Origin::imported,
+                  {}},
+                 {{Datum::YHighSeries, {}, 1.0, numberArray({1, 2})}, {}, Origin::imported, {}}}}});
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 0).origin, Origin::imported);
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 2).origin, Origin::imported);
+    EXPECT_EQ(origins.of(Datum::YHighSeries, 1).origin, Origin::imported);
+}
+
+TEST(FigureOrigins, OfAWholeSeriesThatIsAdjustedAreThoseOfItsElements) {
+    FigureOrigins origins;
+    origins.put(Datum::YEPSSeries, 1, {Origin::typed, {}, false});
+    origins.note({"Split 2:1",
+                  {},
+                  {{{Datum::YEPSSeries, {}, numberArray({0, 2, 4}), numberArray({0, 1, 2})},
+                    {},
+                    Origin::adjusted,
+                    {}}}});
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 0).origin, std::nullopt);
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 2).origin, Origin::adjusted);
+}
+
+TEST(FigureOrigins, OfAMovedDateAreNotOutdated) {
+    FigureOrigins origins;
+    origins.note(
+        {"Add New Year",
+         {},
+         {{{Datum::LastFY, {}, std::int16_t{2024}, std::int16_t{2025}}, {}, Origin::shifted, {}}}});
+    EXPECT_EQ(origins.of(Datum::LastFY), (FigureOrigin{Origin::shifted, "", false}));
+}
+
+// No place is taken for one of another series.
+TEST(FigureOrigins, OfASeriesThatIsMovedBeyondItsTableAreGone) {
+    FigureOrigins origins;
+    for (const int element : {0, 10})
+        origins.put(Datum::YEPSSeries, element, {Origin::typed, {}, false});
+    std::vector<double> before(13, 1);
+    std::vector<double> later(13, 1);
+    later[0] = 0;
+    origins.note({"Add New Year",
+                  {},
+                  {{{Datum::YEPSSeries, {}, numberArray(before), numberArray(later)},
+                    {},
+                    Origin::shifted,
+                    {}}}});
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 0), FigureOrigin());
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 1).origin, Origin::typed);
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 10), FigureOrigin());
+}
+
+TEST(FigureOrigins, OfAWholeSeriesAreNotToldAsOne) {
+    FigureOrigins origins;
+    origins.put(Datum::YEPSSeries, 0, {Origin::imported, "0001-24", false});
+    ChangeGroup group{
+        "",
+        {},
+        {{{Datum::YEPSSeries, {}, numberArray({1}), numberArray({2})}, {}, Origin::typed, {}}}};
+    const ChangeGroup before = group;
+    origins.tellIn(group);
+    EXPECT_EQ(group, before);
+}
+
+TEST(FigureOrigins, AreTheSameWhereEachPlaceIs) {
+    for (const DatumRow& row : datumTable()) {
+        FigureOrigins origins;
+        origins.put(row.datum, 0, {Origin::typed, {}, false});
+        EXPECT_NE(origins, FigureOrigins()) << row.name;
+    }
+}
+
 TEST(FigureOrigins, MoveWithTheQuartersOfAWeekBasedYear) {
     FigureOrigins origins;
     origins.put(Datum::QEPSSeries, 0, {Origin::typed, {}, false});
@@ -288,6 +394,8 @@ TEST(FigureOrigins, AreReadFromWhateverTextAsFarAsItGoes) {
         FigureOrigins::fromText("typed\t\tGoodwill:1 YEPSSeries:9-2000000000 Name\nnonsense\n");
     EXPECT_EQ(origins.of(Datum::YEPSSeries, 10).origin, Origin::typed);
     EXPECT_EQ(origins.of(Datum::Name).origin, Origin::typed);
+    for (const char* text : {"nothing\t\tName\n", "typed\t\tlngNothing\n"})
+        EXPECT_EQ(FigureOrigins::fromText(text), FigureOrigins()) << text;
     EXPECT_EQ(FigureOrigins::fromText("typed\ta\\\tName\n").of(Datum::Name).document, "a\\");
 }
 

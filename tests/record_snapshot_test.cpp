@@ -81,6 +81,9 @@ struct Unmoved final : CompanyBase {
     [[nodiscard]] std::int16_t get_LastFY() const override { return 2024; }
     void put_LastFY(std::int16_t) override {}
     [[nodiscard]] Date get_LastFYDate() const override { return end; }
+    [[nodiscard]] Date get_LastQDate() const override { return end; }
+    void put_LastQDate(Date) override {}
+    [[nodiscard]] Date get_LastQDateForGrid() const override { return *makeDate(2024, 9, 28); }
     Date end;
 };
 
@@ -100,6 +103,50 @@ TEST(RecordSnapshot, AYearIsAbsentWhereTheDateAnswersForIt) {
         EXPECT_EQ(putChanges(company, std::vector{year}) == std::nullopt, row.isTaken)
             << row.dated << ' ' << row.year;
     }
+}
+
+TEST(RecordSnapshot, ADateOfTheQuartersIsAbsentWhereTheOtherOneAnswersForIt) {
+    struct Row {
+        int dated;
+        Date after;
+        bool isTaken;
+    };
+    for (const Row& row :
+         {Row{2024, {}, true}, Row{2024, *makeDate(2023, 9, 28), false}, Row{2025, {}, false}}) {
+        Unmoved company(row.dated);
+        Change date;
+        date.datum = Datum::LastQDate;
+        date.before = company.end;
+        date.after = row.after;
+        EXPECT_EQ(putChanges(company, std::vector{date}) == std::nullopt, row.isTaken) << row.dated;
+    }
+}
+
+// Takes the year from a date that is written.
+struct DatedYear final : CompanyBase {
+    [[nodiscard]] std::int16_t get_LastFY() const override { return year; }
+    void put_LastFY(std::int16_t value) override { year = value; }
+    [[nodiscard]] Date get_LastFYDate() const override { return end; }
+    void put_LastFYDate(Date value) override {
+        end = value;
+        year = static_cast<std::int16_t>(civil(value).year);
+    }
+    std::int16_t year = 2024;
+    Date end = *makeDate(2025, 1, 3);
+};
+
+TEST(RecordSnapshot, AYearComesBackThoughItsDateMovesIt) {
+    DatedYear company;
+    Change date;
+    date.datum = Datum::LastFYDate;
+    date.before = company.end;
+    date.after = *makeDate(2026, 1, 2);
+    Change unit;
+    unit.setting = setting::unit;
+    unit.after = "many";
+    EXPECT_TRUE(putChanges(company, std::vector{date, unit}));
+    EXPECT_EQ(company.year, 2024);
+    EXPECT_EQ(company.end, *makeDate(2025, 1, 3));
 }
 
 TEST(RecordSnapshot, SettingsComeBackWhereALaterOneIsRefused) {
