@@ -137,6 +137,16 @@ std::optional<int> readWholeNumber(std::string_view text) {
                                                                     : std::nullopt;
 }
 
+// "3", or "3-7".
+void putRun(FigureOrigins& origins, const DatumRow& series, std::string_view run,
+            const FigureOrigin& origin) {
+    const auto from = readWholeNumber(takeUntil(run, '-'));
+    const auto to = run.empty() ? from : readWholeNumber(run);
+    if (from && to)
+        for (int i = *from; i <= std::min(*to, series.upper); ++i)
+            origins.put(series.datum, i, origin);
+}
+
 } // namespace
 
 bool isAbsentValue(const Variant& value) {
@@ -367,19 +377,13 @@ FigureOrigins FigureOrigins::fromText(std::string_view text) {
             std::string_view elements = takeUntil(line, ' ');
             const std::string_view datum = takeUntil(elements, ':');
             const auto row = std::ranges::find(datumTable(), datum, &DatumRow::name);
-            if (row == datumTable().end()) {
+            if (row == datumTable().end())
                 origins.putSetting(datum, origin);
-                continue;
-            }
-            if (!isSeries(*row))
+            else if (!isSeries(*row))
                 origins.put(row->datum, std::nullopt, origin);
-            while (isSeries(*row) && !elements.empty()) {
-                std::string_view run = takeUntil(elements, ',');
-                const auto from = readWholeNumber(takeUntil(run, '-'));
-                const auto to = run.empty() ? from : readWholeNumber(run);
-                for (int i = from.value_or(0); from && to && i <= std::min(*to, row->upper); ++i)
-                    origins.put(row->datum, i, origin);
-            }
+            else
+                while (!elements.empty())
+                    putRun(origins, *row, takeUntil(elements, ','), origin);
         }
     }
     return origins;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "company/company_base.hpp"
 #include "company/company_record.hpp"
 #include "company/figure_origins.hpp"
 
@@ -182,6 +183,11 @@ TEST(FigureOrigins, OfATotalThatASplitLeavesAreNotOutdated) {
     };
     EXPECT_FALSE(mayDerive(figures(3, 5, 400)));
     EXPECT_FALSE(mayDerive(figures(3, 20 / 3.0, 300)));
+    for (int shares = 101; shares <= 199; ++shares)
+        EXPECT_FALSE(mayDerive(figures(3, 2000.0 / shares, shares))) << shares;
+    auto more = figures(3, 5, 400);
+    more.push_back(figure(Datum::YEPSSeries, 3, 4, 3, Origin::typed));
+    EXPECT_FALSE(mayDerive(more)) << "other figures are others";
     EXPECT_TRUE(mayDerive(figures(3, 80, 400)));
     EXPECT_TRUE(mayDerive(figures(3, 5, 400.001)));
     EXPECT_TRUE(mayDerive(figures(3, 5, 300)));
@@ -252,6 +258,41 @@ TEST(FigureOrigins, OfASeriesThatIsMovedBeyondItsTableAreGone) {
     EXPECT_EQ(origins.of(Datum::YEPSSeries, 0), FigureOrigin());
     EXPECT_EQ(origins.of(Datum::YEPSSeries, 1).origin, Origin::typed);
     EXPECT_EQ(origins.of(Datum::YEPSSeries, 10), FigureOrigin());
+}
+
+TEST(FigureOrigins, StayInTheirPlaceWhereNoDateSaysThatOtherFiguresMoved) {
+    const Change other{{Datum::YEPSSeries, {}, numberArray({1, 2, 3}), numberArray({1, 2, 9})},
+                       {},
+                       Origin::shifted,
+                       {}};
+    const Change year{
+        {Datum::LastFY, {}, std::int16_t{2025}, std::int16_t{2024}}, {}, Origin::shifted, {}};
+    FigureOrigins origins;
+    origins.put(Datum::YEPSSeries, 1, {Origin::typed, {}, false});
+    origins.note({"", {}, {other}});
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 1).origin, Origin::typed);
+    origins.note({"", {}, {year, other}});
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 0).origin, Origin::typed);
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 1).origin, std::nullopt);
+    std::vector<double> before(11, 1);
+    std::vector<double> later(11, 2);
+    origins.note({"",
+                  {},
+                  {year,
+                   {{Datum::YEPSSeries, {}, numberArray(before), numberArray(later)},
+                    {},
+                    Origin::shifted,
+                    {}}}});
+    EXPECT_EQ(origins.of(Datum::YEPSSeries, 10), FigureOrigin()) << "nothing stands behind it";
+}
+
+TEST(FigureOrigins, OfSettingsAreBesideThoseOfTheData) {
+    FigureOrigins origins;
+    for (const auto name : settingNames())
+        origins.putSetting(name, {Origin::typed, {}, false});
+    for (const DatumRow& row : datumTable())
+        for (int element = 0; element <= row.upper; ++element)
+            EXPECT_EQ(origins.of(row.datum, element), FigureOrigin()) << row.name;
 }
 
 TEST(FigureOrigins, OfAWholeSeriesAreNotToldAsOne) {
@@ -394,7 +435,7 @@ TEST(FigureOrigins, AreReadFromWhateverTextAsFarAsItGoes) {
         FigureOrigins::fromText("typed\t\tGoodwill:1 YEPSSeries:9-2000000000 Name\nnonsense\n");
     EXPECT_EQ(origins.of(Datum::YEPSSeries, 10).origin, Origin::typed);
     EXPECT_EQ(origins.of(Datum::Name).origin, Origin::typed);
-    for (const char* text : {"nothing\t\tName\n", "typed\t\tlngNothing\n"})
+    for (const char* text : {"nothing\t0001-24\tName\n", "typed\t\tlngNothing\n"})
         EXPECT_EQ(FigureOrigins::fromText(text), FigureOrigins()) << text;
     EXPECT_EQ(FigureOrigins::fromText("typed\ta\\\tName\n").of(Datum::Name).document, "a\\");
 }
