@@ -88,7 +88,7 @@ TEST_F(EntryContextTest, CutsWhatARecordSaysOfARefusalWhereItIsTooLong) {
 
 TEST_F(EntryContextTest, CutsWhatWasLeftOutWhereItIsTooLong) {
     auto& field = context[controls::name];
-    for (const std::size_t length : {40, 41}) {
+    for (const std::size_t length : {40U, 41U}) {
         context.markDoubtful(field, std::string(length, 'x'));
         const std::string& reason = field.mark().reason;
         EXPECT_NE(reason.find(std::string(40, 'x')), std::string::npos);
