@@ -187,7 +187,7 @@ bool BlockPlacing::namesPeriods() const {
             if (isInTitles(row, column) && isText(cells_[row][column]) &&
                 namesPeriod(cells_[row][column]))
                 return true;
-    const auto isLike = [this](Run run) { // a heading
+    const auto looksLikeHeading = [this](Run run) {
         const auto corner = cornerOf(run);
         const Line cells = line(run, run == Run::across ? firstRow_ : firstColumn_);
         return corner && isCornerOfPeriods(*corner) &&
@@ -195,7 +195,7 @@ bool BlockPlacing::namesPeriods() const {
                    cells, [this](const auto& cell) { return yearIn(cell) || isOfPeriods(cell); });
     };
     return firstRow_ < height() && firstColumn_ < width() &&
-           (isLike(Run::across) || isLike(Run::down));
+           (looksLikeHeading(Run::across) || looksLikeHeading(Run::down));
 }
 
 int BlockPlacing::columnNamed(std::string_view head, int* unit) const {

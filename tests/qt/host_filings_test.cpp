@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "company/exact_text.hpp"
-#include "company/split.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "host/filings_dialog.hpp"
 #include "record/enumerations.hpp"
 #include "tests/qt/host_fixture.hpp"
 #include "tests/qt/support/dialog_answers.hpp"
-#include "tests/support/change_lists.hpp"
 #include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 
@@ -229,9 +227,7 @@ TEST_F(HostFilingsTest, FiguresOnOtherSharesThanTheStoredOnesAreToldAndNotTicked
     const std::int64_t id = idOf(*host_, "NVDA");
     const auto loaded = host_->store().load(id);
     CompanyRecord& record = *loaded.value().record;
-    const auto split = splitChanges(record, {{1, 10}, *makeDate(2024, 6, 30)});
-    ASSERT_EQ(applyChanges(record, test::changesOf(split)), std::nullopt);
-    test::putElement(record, Datum::YEPSSeries, 1, 0);
+    test::goBeforeSplit(record);
     test::putElement(record, Datum::YRevenueSeries, 1, 0);
     ASSERT_TRUE(host_->store().save(id, record, loaded.value().revision));
     CompanyWindow& window = open(*host_, "NVDA");

@@ -3,6 +3,11 @@
 
 #include "company/company_record.hpp"
 #include "company/period_moves.hpp"
+#include "company/split.hpp"
+#include "tests/support/change_lists.hpp"
+#include "tests/support/elements.hpp"
+
+#include <gtest/gtest.h>
 
 namespace vkr::test {
 
@@ -25,6 +30,13 @@ inline void goBack(CompanyRecord& record, int years, int quarters) {
         record.put_LastQDateForGrid(addQuarters(record.get_LastQDateForGrid(), -quarters));
         record.put_LastQDate(record.get_LastQDateForGrid());
     }
+}
+
+// Makes of NVDA's figures what they were before its split of 2024, and leaves out a later one.
+inline void goBeforeSplit(CompanyRecord& record) {
+    const auto split = splitChanges(record, {{1, 10}, *makeDate(2024, 6, 30)});
+    ASSERT_EQ(applyChanges(record, changesOf(split)), std::nullopt);
+    putElement(record, Datum::YEPSSeries, 1, 0);
 }
 
 } // namespace vkr::test

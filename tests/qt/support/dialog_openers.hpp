@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "company/split.hpp"
 #include "control/vkr_data_entry.hpp"
 #include "host/start.hpp"
 #include "tests/qt/support/corrected_company.hpp"
 #include "tests/server/postgres_server.hpp"
-#include "tests/support/change_lists.hpp"
 #include "tests/support/earlier_company.hpp"
 #include "tests/support/elements.hpp"
 
@@ -93,9 +91,7 @@ class DialogOpeners : public CorrectedCompanyTest {
         const std::int64_t id = idOf(*host_, "NVDA");
         const auto loaded = host_->store().load(id);
         CompanyRecord& record = *loaded.value().record;
-        const auto split = splitChanges(record, {{1, 10}, *makeDate(2024, 6, 30)});
-        ASSERT_EQ(applyChanges(record, test::changesOf(split)), std::nullopt);
-        test::putElement(record, Datum::YEPSSeries, 1, 0);
+        test::goBeforeSplit(record);
         ASSERT_TRUE(host_->store().save(id, record, loaded.value().revision));
         open(*host_, "NVDA")
             .importFilings(QStringLiteral(VKR_SOURCE_DIR "/tests/filings/NVDA-facts.json"));
