@@ -64,8 +64,8 @@ Control& make(Form& form, const ControlRow& declared, int index, Frame* containe
 void place(Control& control, const ControlRow& declared, int number) {
     control.move(declared.at.left, declared.at.top + number * declared.pitch);
     control.resize(declared.size.width, declared.size.height);
-    if (const auto caption = designCaption(declared); control.hasCaption() && !caption.empty())
-        control.setCaption(caption);
+    if (control.hasCaption())
+        control.setCaption(designCaption(declared));
     if (declared.caption != 0)
         control.setTag(std::to_string(declared.caption));
     control.setVisible(declared.visible);

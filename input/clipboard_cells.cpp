@@ -45,13 +45,10 @@ std::string takeCell(std::string_view& text) {
     return cell;
 }
 
-bool takeBreak(std::string_view& text) {
-    for (const std::string_view one : {"\r\n", "\n", "\r"})
-        if (text.starts_with(one)) {
-            text.remove_prefix(one.size());
-            return true;
-        }
-    return false;
+void takeBreak(std::string_view& text) {
+    text.remove_prefix(text.starts_with("\r\n")                           ? 2
+                       : text.starts_with('\n') || text.starts_with('\r') ? 1
+                                                                          : 0);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
 
 namespace vkr {
@@ -344,16 +345,16 @@ DateOrder dateOrder(std::string_view pattern) {
 }
 
 std::string_view monthName(int month) {
-    static constexpr std::string_view names[] = {
+    static constexpr std::array<std::string_view, 13> names{
         "",     "January", "February",  "March",   "April",    "May",     "June",
         "July", "August",  "September", "October", "November", "December"};
-    return month >= 1 && month <= 12 ? names[month] : names[0];
+    return names[month >= 1 && month <= 12 ? static_cast<std::size_t>(month) : 0];
 }
 
 std::string_view weekdayName(int weekday) {
-    static constexpr std::string_view names[] = {"",          "Sunday",   "Monday", "Tuesday",
-                                                 "Wednesday", "Thursday", "Friday", "Saturday"};
-    return weekday >= 1 && weekday <= 7 ? names[weekday] : names[0];
+    static constexpr std::array<std::string_view, 8> names{
+        "", "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
+    return names[weekday >= 1 && weekday <= 7 ? static_cast<std::size_t>(weekday) : 0];
 }
 
 } // namespace vkr

@@ -43,7 +43,7 @@ std::optional<Parts> split(std::string_view text) {
             continue;
         }
         if (std::string_view("/-.,:").find(c) != std::string_view::npos) {
-            if (part.mark != 0 || parts.count == 0)
+            if (part.mark != 0)
                 return std::nullopt;
             part.mark = c;
             text.remove_prefix(1);

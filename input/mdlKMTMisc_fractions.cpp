@@ -45,7 +45,7 @@ std::string toFraction(std::string_view text, bool keepZero) {
     const std::string reformatted = formatNumber(leadingNumber(input), "0.000");
     // Where rounding adds a digit (9.9999), the place before rounding holds.
     const auto found = reformatted.find('.');
-    if (found != point + 1 || input.find_first_not_of("-9") != point)
+    if (found != point + 1)
         point = found;
     std::string whole = reformatted.substr(0, point) + ' ';
     if (leadingNumber(whole) == 0)

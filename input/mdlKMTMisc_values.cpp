@@ -21,7 +21,7 @@ std::string toDecimalText(std::string_view text) {
     const auto blank = text.find(' ');
     if (blank != std::string_view::npos && blank > slash)
         return {};
-    const std::size_t wholeSize = blank == std::string_view::npos ? 0 : blank + 1;
+    const std::size_t wholeSize = blank == std::string_view::npos ? 0 : blank;
     const double numerator = leadingNumber(text.substr(wholeSize));
     if (numerator == 0)
         return {};

@@ -6,8 +6,10 @@
 #include "platform/number_text.hpp"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <mutex>
@@ -65,18 +67,18 @@ void forEachPiece(std::string_view pattern, Visit&& visit) {
     }
 }
 
-constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                  1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::array powersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // magnitude x 10^exponent as a whole number, where plain arithmetic is certain to round as the
 // decimal text does: not within the reach of its errors from a half. Nothing otherwise.
 bool roundQuickly(double magnitude, int exponent, std::uint64_t& whole) {
-    constexpr int limit = static_cast<int>(std::size(powersOfTen)) - 1;
-    if (exponent > limit || exponent < -limit)
+    constexpr int limit = static_cast<int>(powersOfTen.size()) - 1;
+    if (std::abs(exponent) > limit)
         return false;
-    const double scaled =
-        exponent >= 0 ? magnitude * powersOfTen[exponent] : magnitude / powersOfTen[-exponent];
+    const double power = powersOfTen[static_cast<std::size_t>(std::abs(exponent))];
+    const double scaled = exponent > 0 ? magnitude * power : magnitude / power;
     if (!(scaled < 1e13))
         return false;
     whole = static_cast<std::uint64_t>(scaled);

@@ -2,7 +2,9 @@
 #include "platform/date.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 namespace vkr {
@@ -57,8 +59,9 @@ Parts split(Date date) {
     // One day beyond either end is enough to know that it has to be clamped.
     const double serial = std::clamp(date.serial, firstDay - 1.0, lastDay + 1.0);
     const double whole = std::trunc(serial);
-    Parts parts{static_cast<int>(whole), 0, std::fabs(serial - whole)};
-    parts.second = static_cast<int>(std::lround(parts.fraction * secondsPerDay));
+    const double fraction = std::fabs(serial - whole);
+    Parts parts{static_cast<int>(whole), static_cast<int>(std::lround(fraction * secondsPerDay)),
+                fraction};
     if (parts.second == secondsPerDay)
         parts = {parts.day + 1, 0, 0};
     if (parts.day < firstDay)
@@ -133,10 +136,10 @@ int quarter(Date date) {
 }
 
 int daysInMonth(int year, int month) {
-    static constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    static constexpr std::array days{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     if (month < 1 || month > 12)
         return 0;
-    return month == 2 && isLeapYear(year) ? 29 : days[month - 1];
+    return month == 2 && isLeapYear(year) ? 29 : days[static_cast<std::size_t>(month) - 1];
 }
 
 Date addDays(Date date, int days) {

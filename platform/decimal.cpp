@@ -70,8 +70,8 @@ void roundToDigits(Decimal& number, int significant) {
 
 void roundToPlaces(Decimal& number, int places) {
     const std::int64_t significant = std::int64_t{number.point} + places;
-    if (significant < number.count)
-        roundToDigits(number, static_cast<int>(std::max<std::int64_t>(significant, -1)));
+    roundToDigits(number,
+                  static_cast<int>(std::clamp<std::int64_t>(significant, -1, number.count)));
 }
 
 double toDouble(const Decimal& number) {

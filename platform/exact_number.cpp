@@ -34,8 +34,7 @@ std::string shiftDecimalPoint(std::string_view number, int places) {
         digits.insert(0, static_cast<std::size_t>(1 - whole), '0');
         whole = 1;
     }
-    if (digits.size() < static_cast<std::size_t>(whole))
-        digits.resize(static_cast<std::size_t>(whole), '0');
+    digits.resize(std::max(digits.size(), static_cast<std::size_t>(whole)), '0');
     std::string decimals = digits.substr(static_cast<std::size_t>(whole));
     digits.resize(static_cast<std::size_t>(whole));
     digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));

@@ -51,7 +51,7 @@ bool Form::userPaste(TextField& field, std::string_view text) {
         const int cut = textLength(edited) - textLength(taken.text);
         field.editText(taken.text, taken.caret);               // from here on nothing fails
         fitting = taken.text == before && edited != before ? 0 // no room at all
-                                                           : std::max(0, textLength(pasted) - cut);
+                                                           : textLength(pasted) - cut;
         if (taken.text != before)
             ifPossible([&] { handler().onChange(field); });
         const auto end = textFrom(pasted, fitting);

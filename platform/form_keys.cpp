@@ -106,7 +106,7 @@ bool Form::uses(const Stroke& stroke) const {
     case shifts::none:
         break;
     case shifts::alt:
-        return stroke.character != 0 && hasMnemonic(stroke.character);
+        return hasMnemonic(stroke.character);
     case shifts::control:
         return stroke.key == keys::pageUp || stroke.key == keys::pageDown ||
                (stroke.command && field != nullptr) || wanted();

@@ -78,14 +78,14 @@ char32_t firstCharacter(std::string_view text) {
 }
 
 void appendCharacter(std::string& text, char32_t character) {
+    if (character >= 0xD800U && character < 0xE000U)
+        return; // half of a surrogate pair
     const auto put = [&](char32_t bits) { text.push_back(static_cast<char>(bits)); };
     if (character < 0x80U) {
         put(character);
     } else if (character < 0x800U) {
         put(0xC0U | (character >> 6U));
         put(0x80U | (character & 0x3FU));
-    } else if (character >= 0xD800U && character < 0xE000U) {
-        return; // half of a surrogate pair
     } else if (character < 0x10000U) {
         put(0xE0U | (character >> 12U));
         put(0x80U | ((character >> 6U) & 0x3FU));

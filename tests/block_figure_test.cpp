@@ -203,6 +203,18 @@ TEST(BlockFigure, IsReadFromACell) {
         {"5 6", "other"},
         {"'5", "other"},
         {"\xFF", "other"},
+        {"EURO 5", "other"},
+        {"5 xUSD", "other"},
+        {"5 \u0100USD", "other"},
+        {"5 xUS$", "other"},
+        {"-  USD 5", "-5 USD"},
+        {"(  USD 5)", "-5 brackets USD"},
+        {"(5 USD  )", "-5 brackets USD"},
+        {"5 USD  %", "5 USD percent"},
+        {"$  -", "dash"},
+        {"$ $ -", "dash"},
+        {"  $ -", "dash"},
+        {"1,234.5,6", "other"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);

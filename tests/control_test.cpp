@@ -210,6 +210,7 @@ TEST_F(ControlTest, AFieldIsFullWhereNoCharacterMoreHasRoom) {
     box.setMaxLength(2);
     EXPECT_TRUE(box.isFull());
     box.setMaxLength(1);
+    EXPECT_TRUE(box.isFull());
     box.setText("");
     EXPECT_FALSE(box.isFull());
 }
@@ -439,6 +440,9 @@ TEST_F(ControlTest, AListKnowsTheEntryWhoseTextStandsInTheField) {
     list.clearList();
     EXPECT_EQ(list.listIndex(), -1);
     EXPECT_EQ(list.text(), "NYSE");
+    takeChanges();
+    list.clearList();
+    EXPECT_EQ(takeChanges(), Changes{}) << "it was empty";
 }
 
 TEST_F(ControlTest, OfEqualEntriesTheOneAskedForIsChosen) {
@@ -554,6 +558,11 @@ TEST_F(ControlTest, WhereMemoryRunsOutAChangeWithinAnUpdateIsToldAtOnce) {
         EXPECT_EQ(takeChanges(), Changes{Property::enabled});
     }
     EXPECT_EQ(takeChanges(), Changes{});
+    {
+        const Form::Update update(form);
+        box.setVisible(false);
+    }
+    EXPECT_EQ(takeChanges(), Changes{Property::visible});
 }
 
 TEST_F(ControlTest, AMarkIsToldOfWhenItComesAndWhenItGoes) {

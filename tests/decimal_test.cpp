@@ -147,6 +147,8 @@ TEST(Decimal, TellsWhatIsTooLargeFromWhatIsTooSmall) {
         {"1e-400", 0, 0.0},
         {"-1e-400", 0, 0.0},
         {"1e-400", 400, 1.0},
+        {"1e100", 300, std::nullopt},
+        {"1e-100", -300, 0.0},
         {"0e400", 0, 0.0},
         {"0.000e400", 0, 0.0},
         {"0.0001e400", 0, std::nullopt},

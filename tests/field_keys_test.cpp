@@ -388,6 +388,28 @@ TEST(FilterNumericKey, LettersOnlyTakesTheLettersOfTheAlphabet) {
     }
 }
 
+TEST(FilterNumericKey, TellsOfAKeyThatIsSwallowedWithoutEffect) {
+    FilterForm form;
+    const auto refuses = [&](char32_t key, const char* text) {
+        form.box.setText(text);
+        form.box.select(1, 99);
+        return FilterNumericKey(key, form.box, {.allowNegative = true}) && key == 0;
+    };
+    EXPECT_TRUE(refuses(U'x', "5"));
+    for (const char32_t taken : {U'5', U' ', U'\b'})
+        EXPECT_FALSE(refuses(taken, "5"));
+    EXPECT_FALSE(refuses(U')', "-5")) << "the minus is there";
+    EXPECT_FALSE(refuses(U'-', "-5")) << "it stands for itself";
+}
+
+TEST(FilterNumericKey, ABracketBehindANegativeFigureIsNotTyped) {
+    FilterForm form;
+    form.box.setText("-5");
+    char32_t key = U')';
+    FilterNumericKey(key, form.box, {.allowNegative = true});
+    EXPECT_EQ(key, 0U);
+}
+
 TEST(FilterNumericKey, FreeTextLooksAtNoKeyButEnter) {
     FilterForm form;
     form.box.setText("5.5/-");
@@ -545,7 +567,8 @@ TEST(FieldKeys, AMinusOverAFigureOrItsSignBeginsAnotherFigure) {
         const char* becomes;
     } rows[] = {{"-350", 1, 3, "-5", "-5"}, {"-350", 1, 3, "(5)", "-5"},
                 {"-350", 0, 4, "-5", "-5"}, {"-12.50", 0, 3, "-7", "-7.50"},
-                {"-350", 4, 0, "-", "350"}, {"-350", 0, 1, "-", "350"}};
+                {"-350", 4, 0, "-", "350"}, {"-350", 0, 1, "-", "350"},
+                {"-5", 1, 1, "-", "-"},     {"-5", 2, 0, ")", "-5"}};
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.shown) + " " + row.keys);
         EntryScene scene;

@@ -114,6 +114,16 @@ TEST(FieldState, ARefusedTextIsBackOverWhatIsShownAnew) {
     EXPECT_FALSE(state.standsForStored("x"));
 }
 
+TEST(FieldState, WhatStoodForADatumOfBeforeIsForgotten) {
+    for (const auto& settled : {+[](FieldState& state) { state.show("3.00"); },
+                                +[](FieldState& state) { state.replace("3.00"); }}) {
+        FieldState state = refusing("1.00", "x");
+        settled(state);
+        state.setMark(refused);
+        EXPECT_FALSE(state.standsForStored("1.00"));
+    }
+}
+
 TEST(FieldState, IsTheSameInOtherWords) {
     FieldState state = refusing("1.00", "x.5");
     state.rewrite([](std::string text) {
@@ -133,6 +143,10 @@ TEST(FieldState, TheTagIsTheAcceptedText) {
     EXPECT_TRUE(field.isTyped());
     field.takeTypedBack();
     EXPECT_EQ(field.text(), "B");
+    EXPECT_FALSE(field.isTyped());
+    field.replaceStored(); // the same text, for another datum
+    EXPECT_TRUE(field.isTyped());
+    field.takeTypedBack();
     EXPECT_FALSE(field.isTyped());
     const Control& control = field;
     EXPECT_EQ(control.tag(), "B");

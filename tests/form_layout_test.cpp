@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "form/build_form.hpp"
 #include "form/form_layout.hpp"
 #include "platform/text.hpp"
 #include "tests/support/company_on_form.hpp"
@@ -311,6 +312,58 @@ TEST_F(FormLayout, AHeadLeadsToTheFirstCellOfItsColumn) {
     for (const auto columns : {yearlyColumns(), quarterlyColumns()})
         for (const auto& column : columns)
             EXPECT_EQ(column.head.in(form).buddy(), &column.cells[0].in(form));
+}
+
+TEST(BuiltForm, HasTheLooksThatNoPlaceTells) {
+    Form form;
+    buildForm(form);
+    for (const auto& declared : formLayout()) {
+        const int first = declared.control.index;
+        for (int i = 0; i < declared.count; ++i) {
+            const int index = first == Control::noIndex ? first : first + i;
+            const auto* field = dynamic_cast<TextField*>(form.find(declared.control.name, index));
+            if (field != nullptr) {
+                EXPECT_EQ(field->maxLength(), declared.length) << field->id();
+            }
+        }
+    }
+    for (const auto& [index, control] : form.elements("fraDE")) {
+        const auto& frame = dynamic_cast<Frame&>(*control);
+        EXPECT_EQ(frame.border() == FrameBorder::group,
+                  index >= frame::unitGroup && index <= frame::colorGroup)
+            << index;
+        EXPECT_EQ(frame.enabled(), index <= frame::firstPage) << index;
+    }
+    EXPECT_EQ(controls::quarterlyBar.in(form).orientation(), Orientation::vertical);
+    EXPECT_EQ(controls::yearlyBar.in(form).orientation(), Orientation::horizontal);
+    for (const int chosen : {0, 1}) {
+        EXPECT_EQ(controls::unitOption[chosen].in(form).value(), chosen == 1);
+        EXPECT_EQ(controls::displayOption[chosen].in(form).value(), chosen == 0);
+        EXPECT_EQ(controls::incomeOption[chosen].in(form).value(), chosen == 0);
+        EXPECT_EQ(controls::equityOption[chosen].in(form).value(), chosen == 0);
+    }
+    EXPECT_FALSE(controls::helpBorder.in(form).filled());
+    EXPECT_TRUE(controls::helpBackground.in(form).filled());
+    const auto& link = controls::moreHelp.in(form);
+    EXPECT_TRUE(link.isLink());
+    EXPECT_EQ(link.foreColor(), colors::blue);
+    const Color ground = controls::helpBackground.in(form).backColor();
+    EXPECT_NE(ground, form.add<Shape>("shaPlain").backColor());
+    EXPECT_EQ(controls::helpPicture.in(form).backColor(), ground);
+    EXPECT_EQ(controls::helpText.in(form).backColor(), ground);
+    EXPECT_EQ(link.backColor(), ground);
+}
+
+TEST(BuiltForm, HeadsOfGroupsAndTheLabelOfADateLeadToFields) {
+    Form form;
+    buildForm(form);
+    EXPECT_EQ(controls::fiscalYearDateLabel.in(form).buddy(),
+              &controls::fiscalYearDateShown.in(form));
+    for (const auto columns : {yearlyColumns(), quarterlyColumns()})
+        for (const auto& column : columns)
+            if (column.group && column.group->head.in(form).buddy() != nullptr) {
+                EXPECT_EQ(column.group->head.in(form).buddy()->index(), 0);
+            }
 }
 
 } // namespace

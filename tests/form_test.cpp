@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "platform/error_trap.hpp"
 #include "platform/form.hpp"
+#include "platform/stroke.hpp"
+#include "tests/support/failing_memory.hpp"
 #include "tests/support/form_recorder.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -69,6 +74,9 @@ TEST_F(FormTest, FindsControlsByNameAndIndex) {
     EXPECT_EQ(form.find("txtnone", 0), nullptr);
     EXPECT_EQ(form.lowerBound("txtSales"), 1);
     EXPECT_EQ(form.upperBound("txtSales"), 3);
+    option("optUnit", 0);
+    EXPECT_EQ(form.lowerBound("optUnit"), 0);
+    EXPECT_EQ(form.lowerBound("txtName"), 0);
     EXPECT_EQ(form.lowerBound("none"), 0);
     EXPECT_EQ(form.upperBound("none"), -1);
 }
@@ -119,6 +127,54 @@ TEST_F(FormTest, RemovingTheFocusedControlLeavesNoFocusBehind) {
     EXPECT_EQ(takeEvents(), Events{});
     second.setFocus();
     EXPECT_EQ(takeEvents(), Events{"got txtSecond"});
+}
+
+TEST_F(FormTest, WhereMemoryRunsOutAControlIsNotThere) {
+    for (int before = 0; before < 40; ++before) {
+        const std::string added = "txtAdded" + std::to_string(before);
+        bool failed = true;
+        for (int nth = 1; failed; ++nth) {
+            {
+                const FailingMemory memory(nth);
+                static_cast<void>(attempt([&] { box(added); }));
+                failed = memory.hasFailed();
+            }
+            const std::size_t there = static_cast<std::size_t>(before) + (failed ? 0 : 1);
+            ASSERT_EQ(form.find(added) != nullptr, !failed) << nth;
+            ASSERT_EQ(form.controls().size(), there) << nth;
+            ASSERT_EQ(form.tabOrder().size(), there) << nth;
+        }
+    }
+}
+
+TEST_F(FormTest, OfARemovedControlNothingIsToldAtTheEndOfAnUpdate) {
+    Observer observer;
+    form.setObserver(&observer);
+    auto& name = box("txtName");
+    {
+        const Form::Update update(form);
+        name.setEnabled(false);
+        form.remove(name);
+        observer.events.clear();
+    }
+    EXPECT_EQ(observer.events, Events{});
+}
+
+TEST_F(FormTest, AnUpdateWithinAnotherTellsAtTheEndOfBoth) {
+    Observer observer;
+    auto& name = box("txtName");
+    form.setObserver(&observer);
+    {
+        const Form::Update outer(form);
+        {
+            const Form::Update inner(form);
+            name.setEnabled(false);
+        }
+        EXPECT_EQ(observer.events, Events{});
+    }
+    EXPECT_EQ(observer.events.size(), 1U);
+    name.setEnabled(true);
+    EXPECT_EQ(observer.events.size(), 2U);
 }
 
 TEST_F(FormTest, RemovingAFrameRemovesWhatItHolds) {
@@ -342,11 +398,32 @@ TEST_F(FormTest, ALeaveHandlerMayRemoveTheControlThatIsLeft) {
     first.setFocus();
     takeEvents();
     heard.lostFocus = [&](Control& left) { form.remove(left); };
-    form.focus(second);
+    EXPECT_TRUE(form.focus(second));
+    EXPECT_EQ(active(), "txtSecond");
     EXPECT_EQ(form.find("txtFirst"), nullptr);
     heard.lostFocus = nullptr;
     second.setFocus();
     EXPECT_EQ(active(), "txtSecond");
+}
+
+TEST_F(FormTest, WhereALeaveHandlerHasSentTheFocusItIsLeftAgain) {
+    auto& first = box("txtFirst");
+    auto& second = box("txtSecond");
+    auto& third = box("txtThird");
+    auto& fourth = box("txtFourth");
+    first.setFocus();
+    takeEvents();
+    heard.lostFocus = [&](Control& left) {
+        if (&left == &first)
+            third.setFocus();
+    };
+    heard.gotFocus = [&](Control& entered) {
+        if (&entered == &third)
+            fourth.setFocus();
+    };
+    form.focus(second);
+    EXPECT_EQ(takeEvents(),
+              (Events{"lost txtFirst", "got txtThird", "lost txtThird", "got txtFourth"}));
 }
 
 TEST_F(FormTest, LeavingTheFormLeavesTheControlAndRemembersIt) {
@@ -374,6 +451,13 @@ TEST_F(FormTest, ObserverHearsWhereTheFocusHasSettled) {
     heard.lostFocus = [&](Control& left) { left.setFocus(); };
     first.setFocus();
     EXPECT_EQ(observer.events, Events{"focus"}); // so that an adapter takes it back as well
+    form.setObserver(nullptr);
+    heard.lostFocus = [&](Control&) { first.setEnabled(false); };
+    form.setObserver(&observer);
+    observer.events.clear();
+    EXPECT_FALSE(form.focus(first));
+    EXPECT_EQ(active(), "txtSecond");
+    EXPECT_EQ(std::count(observer.events.begin(), observer.events.end(), "focus"), 1);
 }
 
 // --- tab order -----------------------------------------------------------------------------------
@@ -507,6 +591,12 @@ TEST_F(FormTest, TabbingOutIsOfferedToTheAdapterAtTheEndsOnly) {
     form.keyDown(keys::tab, shifts::none);
     EXPECT_EQ(offered, std::vector{FocusDirection::forward});
     EXPECT_EQ(active(), "txtSecond"); // where the adapter has taken the focus is its own business
+    offered.clear();
+    form.keyDown(keys::tab, shifts::shift);
+    EXPECT_TRUE(offered.empty());
+    EXPECT_EQ(active(), "txtFirst");
+    form.keyDown(keys::tab, shifts::shift);
+    EXPECT_EQ(offered, std::vector{FocusDirection::backward});
 }
 
 TEST_F(FormTest, TabInAFieldThatKeepsTheFocusGoesNowhere) {
@@ -560,6 +650,12 @@ TEST_F(FormTest, EnteringWithTabStartsAtTheEndItComesFrom) {
     EXPECT_EQ(active(), "txtLast");
 }
 
+TEST_F(FormTest, AFormOfOneControlIsEnteredThere) {
+    box("txtOnly");
+    EXPECT_TRUE(form.enterFocus(FocusDirection::forward));
+    EXPECT_EQ(active(), "txtOnly");
+}
+
 TEST_F(FormTest, AFormWithNothingToFocusTakesNoFocus) {
     form.add<Label>("lblName");
     EXPECT_FALSE(form.enterFocus(FocusDirection::forward));
@@ -586,6 +682,24 @@ TEST_F(FormTest, AHandlerThatMovesTheFocusUsesTheKeyUp) {
     first.setFocus();
     heard.keyDown = [&](Control&, KeyCode&) { second.setFocus(); };
     EXPECT_FALSE(form.keyDown(keys::enter, shifts::none));
+}
+
+TEST_F(FormTest, AKeyEndsWhereItsHandlerHasTakenTheControlAway) {
+    for (const bool moved : {false, true}) {
+        auto& first = box("txtFirst");
+        auto& second = box("txtSecond");
+        auto& third = box("txtThird");
+        first.setFocus();
+        heard.keyDown = [&](Control&, KeyCode&) {
+            if (moved)
+                second.setFocus();
+            form.remove(*form.activeControl());
+        };
+        EXPECT_FALSE(form.keyDown(keys::tab, shifts::none));
+        EXPECT_EQ(active(), "");
+        form.remove(moved ? first : second);
+        form.remove(third);
+    }
 }
 
 TEST_F(FormTest, KeyPressCanBeReplacedOrSwallowed) {
@@ -1011,11 +1125,53 @@ TEST_F(FormTest, AHandlerThatCannotTellOfACutLeavesADoubtBehind) {
     EXPECT_EQ(name.mark(), (FieldMark{MarkKind::doubtful, "Cut short."}));
 }
 
+TEST_F(FormTest, APasteTellsWhetherAnyOfItWasTaken) {
+    auto& name = box("txtName");
+    name.setMaxLength(3);
+    EXPECT_FALSE(form.userPaste(name, ""));
+    EXPECT_FALSE(form.userPaste(name, "\n"));
+    EXPECT_TRUE(form.userPaste(name, "ab"));
+    EXPECT_TRUE(form.userPaste(name, "c"));
+    EXPECT_FALSE(form.userPaste(name, "d"));
+    name.setText("abcde"); // more than a person may enter
+    EXPECT_FALSE(form.userPaste(name, "f"));
+    EXPECT_EQ(name.text(), "abcde");
+}
+
+TEST_F(FormTest, AHandlerThatFailsHasAnsweredNo) {
+    struct : FormHandler {
+        bool onPaste(TextField& /*field*/, std::string_view /*text*/) override { fail(); }
+        bool onWheel(int /*steps*/) override { fail(); }
+        bool onDrag(Control& /*pressed*/, Control& /*over*/) override { fail(); }
+        [[nodiscard]] bool keepsFocus(const Control& /*control*/,
+                                      MouseButton /*button*/) const override {
+            fail();
+        }
+        [[nodiscard]] bool wantsKey(const Control& /*control*/, KeyCode /*key*/,
+                                    int /*shift*/) const override {
+            fail();
+        }
+        [[noreturn]] static void fail() { throw std::runtime_error("no memory"); }
+    } failing;
+    auto& name = box("txtName");
+    auto& ok = button("cmdOK");
+    ok.setFocus();
+    form.setHandler(&failing);
+    EXPECT_FALSE(form.userPaste(name, "abc"));
+    EXPECT_EQ(name.text(), "");
+    EXPECT_FALSE(form.userWheel(1));
+    EXPECT_FALSE(form.userDrag(name, ok));
+    EXPECT_FALSE(form.uses(Stroke{keys::escape, shifts::none, {}, 0}));
+    form.mouseDown(name, MouseButton::left);
+    EXPECT_EQ(active(), "txtName");
+}
+
 TEST_F(FormTest, ALockedFieldRefusesEditsAndTakesSelections) {
     auto& name = box("txtName");
     name.setText("abc");
     name.setLocked(true);
     EXPECT_FALSE(form.userEdit(name, "x", 0, 0));
+    EXPECT_FALSE(form.userPaste(name, "x"));
     form.userSelect(name, 1, 99);
     EXPECT_EQ(name.text(), "abc");
     EXPECT_EQ(name.selText(), "bc");
@@ -1043,6 +1199,10 @@ TEST_F(FormTest, ButtonsHearOfThePointerBeforeTheFocusMovesAndFieldsAfter) {
     EXPECT_EQ(takeEvents(), (Events{"mouse 1 cmdCancel", "lost txtName", "got cmdCancel"}));
     form.mouseDown(city, MouseButton::left);
     EXPECT_EQ(takeEvents(), (Events{"lost cmdCancel", "got txtCity", "mouse 1 txtCity"}));
+    form.mouseDown(option("optUnit", 0), MouseButton::left);
+    EXPECT_EQ(takeEvents(), (Events{"mouse 1 optUnit(0)", "lost txtCity", "got optUnit(0)"}));
+    form.mouseDown(form.add<CheckBox>("chkLockInfo"), MouseButton::left);
+    EXPECT_EQ(takeEvents(), (Events{"mouse 1 chkLockInfo", "lost optUnit(0)", "got chkLockInfo"}));
 }
 
 TEST_F(FormTest, AControlThatIsTakenAwayByThePressOnItHearsNoMore) {
@@ -1081,6 +1241,10 @@ TEST_F(FormTest, AClickTakesTheChoiceFromTheOtherOptions) {
     EXPECT_FALSE(first.value());
     EXPECT_TRUE(second.value());
     EXPECT_TRUE(other.value());
+    form.add<CommandButton>("optUnit", 2); // no choice to take away
+    form.click(first);
+    EXPECT_TRUE(first.value());
+    EXPECT_FALSE(second.value());
 }
 
 TEST_F(FormTest, APressGivenUpEndsWithoutAClick) {
@@ -1172,6 +1336,13 @@ TEST_F(FormTest, BarsSpinnersTabsAndTheSurfaceReport) {
     form.surfaceClick();
     EXPECT_EQ(takeEvents(), (Events{"scroll 26 vscrQuarterly", "spin -1 spnQuarter",
                                     "tab 1 tbsDataEntry", "surface"}));
+    strip.addTab({});
+    strip.setEnabled(false);
+    form.userSelectTab(strip, 2);
+    strip.setEnabled(true);
+    strip.setVisible(false);
+    form.userSelectTab(strip, 2);
+    EXPECT_EQ(takeEvents(), Events{});
 }
 
 } // namespace

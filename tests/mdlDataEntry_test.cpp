@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vkr {
 namespace {
@@ -79,7 +80,10 @@ TEST(FollowNumberMarks, ARefusedTextStaysRefusedAndIsNotTypedAnew) {
 
 TEST(FollowNumberMarks, WhereMemoryRunsOutNoTextStaysInOtherMarksWithoutAMark) {
     const std::string digits(60, '1'); // no string keeps them without memory
-    for (const bool isTyped : {true, false}) {
+    using Fails = FailingMemory::Fails;
+    for (const auto& [isTyped, fails] :
+         {std::pair(true, Fails::once), std::pair(false, Fails::once),
+          std::pair(true, Fails::fromThenOn), std::pair(false, Fails::fromThenOn)}) {
         bool failed = true;
         for (int nth = 1; failed; ++nth) {
             SCOPED_TRACE(std::to_string(nth));
@@ -87,7 +91,7 @@ TEST(FollowNumberMarks, WhereMemoryRunsOutNoTextStaysInOtherMarksWithoutAMark) {
             if (isTyped)
                 figure.type(digits + ".5");
             {
-                const FailingMemory memory(nth);
+                const FailingMemory memory(nth, fails);
                 figure.showCommas();
                 failed = memory.hasFailed();
             }
@@ -95,6 +99,7 @@ TEST(FollowNumberMarks, WhereMemoryRunsOutNoTextStaysInOtherMarksWithoutAMark) {
             EXPECT_TRUE(field.text() == digits + ",5" ||
                         (isTyped ? field.isUnstored() : field.text().empty()))
                 << field.text();
+            EXPECT_TRUE(isTyped || !field.isUnstored());
         }
     }
 }

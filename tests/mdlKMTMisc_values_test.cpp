@@ -172,6 +172,8 @@ TEST(SafeDivide, DividesOrAnswersWithTheValueGiven) {
     EXPECT_EQ(divide(-7, 2, true, true), negative);
     EXPECT_EQ(divide(7, -2, true, true), negative);
     EXPECT_EQ(divide(-7, 0, true, true), negative);
+    EXPECT_EQ(divide(0, 2, true, true), Variant(0.0));
+    EXPECT_EQ(divide(0.5, 2, true, true), Variant(0.25));
     EXPECT_EQ(divide("7", "2", true, false), Variant(3.5));
     EXPECT_EQ(divide(Variant(), 2, true, false), Variant(0.0));
     EXPECT_EQ(divide(7, Variant(), true, false), zero);

@@ -86,7 +86,7 @@ TEST_F(MenuBuilder, EntriesAreEnabledByWhatTheFieldHolds) {
             field->editText(text + "x", 0);
             field->editText(text, 0);
         }
-        field->select(0, selected ? 2 : 0);
+        field->select(0, selected ? 1 : 0);
         field->setLocked(locked);
         desktop.setClipboardText(clipboard ? "held" : "");
         build(meNone, field, field);

@@ -340,9 +340,15 @@ TEST(NumberMarks, AChangeKeepsAFigureThatIsBeingTyped) {
         MarkScene scene(american);
         goTo(scene, id);
         const std::string stored = textOf(scene, id);
-        scene.desktop.type("^a{DEL}12.5");
+        scene.desktop.type("^a{DEL}12.5+{HOME}");
+        const auto& field = dynamic_cast<const TextField&>(*scene.form().activeControl());
         scene.entry->put_NumberMarks(german);
         EXPECT_EQ(textOf(scene, id), "12,5");
+        EXPECT_EQ(field.selText(), "12,5") << "all of it, as before";
+        scene.desktop.type("{END}");
+        scene.entry->put_NumberMarks(american);
+        EXPECT_EQ(field.selStart(), 4);
+        scene.entry->put_NumberMarks(german);
         EXPECT_FALSE(scene.entry->get_blnDirty());
         scene.desktop.type("{TAB}");
         EXPECT_TRUE(scene.entry->get_blnDirty());

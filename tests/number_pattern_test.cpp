@@ -272,6 +272,9 @@ TEST(NumberPattern, ShowsTheLargestAndSmallestNumbers) {
     EXPECT_EQ(largest.substr(0, 16), "1797693134862320");
     EXPECT_EQ(largest.size(), 311U);
     EXPECT_EQ(formatNumber(std::numeric_limits<double>::denorm_min(), "0.00E+000"), "5.00E-324");
+    for (const std::size_t places : {22U, 23U})
+        EXPECT_EQ(formatNumber(1e-21, "0." + std::string(places, '0')),
+                  "0." + std::string(20, '0') + "1" + std::string(places - 21, '0'));
     EXPECT_EQ(formatNumber(1, std::string(127, '0') + "." + std::string(127, '0')),
               std::string(126, '0') + "1." + std::string(127, '0'));
 }

@@ -38,6 +38,7 @@ TEST(PasteList, FatesAreToldByColorsThatCanBeReadOnLightAndDark) {
             EXPECT_GE(contrast(color, back), textContrast);
         EXPECT_NE(faded, ink);
         EXPECT_NE(refused, doubtful);
+        EXPECT_EQ(refused, readable(mark_colors::unstored, back));
     }
 }
 

@@ -209,6 +209,7 @@ TEST(TextTest, ComparesIgnoringCase) {
     EXPECT_FALSE(equalsIgnoringCase("\x80", "\xC2\x80")) << "a byte is no character";
     EXPECT_TRUE(equalsIgnoringCase("\x80", "\x80"));
     EXPECT_FALSE(equalsIgnoringCase("\x80", "\x81"));
+    EXPECT_FALSE(equalsIgnoringCase("\x80", "\xF4\x8F\xBE\x80")) << "nor the last but some";
     EXPECT_FALSE(equalsIgnoringCase("\xE9", "\xC9")) << "nor has it a case";
     EXPECT_FALSE(equalsIgnoringCase("a\xC3", "a\xC4"));
     EXPECT_FALSE(equalsIgnoringCase("\xC3", "\xC3\x83")) << "a byte is no character";

@@ -708,6 +708,7 @@ TEST_F(VirtualDesktopTest, AClickIntoTheFocusedFieldPlacesTheCaret) {
 }
 
 TEST_F(VirtualDesktopTest, ControlsAreGivenByIdOrByNameAndIndex) {
+    form.add<TextBox>("txtSales", 0);
     auto& cell = form.add<TextBox>("txtSales", 3);
     desktop.click("txtSales(3)");
     EXPECT_EQ(desktop.focusedId(), "txtSales(3)");
@@ -716,8 +717,18 @@ TEST_F(VirtualDesktopTest, ControlsAreGivenByIdOrByNameAndIndex) {
     EXPECT_EQ(form.activeControl(), &cell);
     EXPECT_EQ(&desktop.control("txtSales(3)"), &cell);
     for (const char* unknown : {"", "txtSales", "txtSales(4)", "txtSales(x)", "txtSales()", "()",
-                                ")(", "txtSales(99999999999)", "txtSales(-1)"})
+                                ")(", "txtSales(99999999999)", "txtSales(-1)", "txtSales(3x)"})
         EXPECT_THROW(static_cast<void>(desktop.control(unknown)), std::logic_error) << unknown;
+    const auto messageFor = [&](int index) {
+        try {
+            static_cast<void>(desktop.control("txtSales", index));
+        } catch (const std::logic_error& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    EXPECT_EQ(messageFor(4), "there is no control txtSales(4)");
+    EXPECT_EQ(messageFor(Control::noIndex), "there is no control txtSales");
 }
 
 TEST_F(VirtualDesktopTest, WhatNobodyCouldReachThrowsAndSaysWhy) {
@@ -737,6 +748,8 @@ TEST_F(VirtualDesktopTest, WhatNobodyCouldReachThrowsAndSaysWhy) {
         }
         return std::string();
     };
+    EXPECT_EQ(message(), "txtSales(9) can't be clicked: it is scrolled out of view");
+    panel.move(-3500, -400);
     EXPECT_EQ(message(), "txtSales(9) can't be clicked: it is scrolled out of view");
     panel.move(-3500, 0);
     EXPECT_EQ(message(), "");
@@ -923,10 +936,25 @@ TEST_F(VirtualDesktopTest, GoingToAHostControlLeavesTheField) {
     desktop.tabInto();
     EXPECT_EQ(desktop.focusedId(), "cmdOK") << "the form has kept the focus";
     heard.lostFocus = nullptr;
+    desktop.tabInto();
+    EXPECT_EQ(desktop.focusedId(), "txtName") << "as from a control of the host";
     desktop.leaveForm();
     desktop.switchAway();
     desktop.tabInto();
     EXPECT_NO_THROW(desktop.type("{LEFT}"));
+}
+
+TEST_F(VirtualDesktopTest, AKeyThatTheFormDoesNotHearOfIsNotLetGoThere) {
+    desktop.click("txtName");
+    desktop.addHostShortcut("^n");
+    takeEvents();
+    desktop.type("^n");
+    desktop.hold("a", 0);
+    EXPECT_EQ(takeEvents(), Events{});
+    heard.change = [&](TextField&) { form.focusLeft(); };
+    desktop.type("ab");
+    EXPECT_EQ(takeEvents(), (Events{"down 65/0 txtName", "press 97 txtName", "change txtName",
+                                    "lost txtName", "left the form", "up 65 txtName"}));
 }
 
 TEST_F(VirtualDesktopTest, TabbingPastTheEndGoesToTheHostWhereItHasControls) {
