@@ -23,8 +23,17 @@ constexpr std::string_view currencyWords[] = {
     "DKK", "CNY", "RMB", "HKD", "SGD",     "INR",    "KRW",    "TWD",    "BRL",   "MXN",
     "ZAR", "PLN", "ILS", "kr",  "z\u0142", "\u20B9", "\u20A9", "\u20BD", "\u20AA"};
 
-bool isLetter(char character) {
-    return isAsciiLetter(character) || static_cast<unsigned char>(character) >= 0x80;
+// Of the alphabets; neither blanks nor signs.
+bool isLetter(char32_t character) {
+    const char32_t capital = upperCase(character);
+    return (capital >= U'A' && capital <= U'Z') || (capital >= 0xC0 && capital < 0x2000);
+}
+
+bool beginsWithLetter(std::string_view text) {
+    return isLetter(firstCharacter(text));
+}
+bool endsWithLetter(std::string_view text) {
+    return beginsWithLetter(textFrom(text, textLength(text) - 1));
 }
 
 // --- currency words ------------------------------------------------------------------------------
@@ -40,15 +49,15 @@ std::string takeCurrencyWord(std::string& text) {
     while (skipBack(back, closings) || skipBack(back, blanks)) {
     }
     for (const std::string_view word : currencyWords) {
-        const bool isSign = !isLetter(word.back());
+        const bool isSign = !endsWithLetter(word);
         const std::string_view behind = front.substr(std::min(word.size(), front.size()));
-        if (front.starts_with(word) && (isSign || behind.empty() || !isLetter(behind.front()))) {
+        if (front.starts_with(word) && (isSign || !beginsWithLetter(behind))) {
             text.erase(text.size() - front.size(), word.size());
             return std::string(word);
         }
         const std::string_view before =
             back.substr(0, back.size() - std::min(word.size(), back.size()));
-        if (back.ends_with(word) && (isSign || before.empty() || !isLetter(before.back()))) {
+        if (back.ends_with(word) && (isSign || !endsWithLetter(before))) {
             text.erase(back.size() - word.size(), word.size());
             return std::string(word);
         }

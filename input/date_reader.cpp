@@ -43,7 +43,7 @@ std::optional<Parts> split(std::string_view text) {
             continue;
         }
         if (std::string_view("/-.,:").find(c) != std::string_view::npos) {
-            if (part.mark != 0)
+            if (part.mark != 0 || parts.count == 0)
                 return std::nullopt;
             part.mark = c;
             text.remove_prefix(1);
@@ -68,7 +68,7 @@ std::optional<Parts> split(std::string_view text) {
         text.remove_prefix(part.text.size());
         part = {};
     }
-    if (part.mark != 0 || parts.count == 0)
+    if (part.mark != 0)
         return std::nullopt;
     return parts;
 }
@@ -148,7 +148,7 @@ class Reader {
     }
     // The second part is a year of two digits, and nothing of a date follows.
     bool endsInShortYear() const {
-        return isNumber(1, 2) && !startsTime(1) && !isYear(2) && !isOrdinal(here(1), here(2));
+        return isNumber(1, 2) && !isYear(2) && !isOrdinal(here(1), here(2));
     }
     // The year, then the month.
     bool yearLeads() const {
@@ -258,7 +258,7 @@ class Reader {
 
     void readNumbers() {
         const char mark = here(1).mark;
-        if (startsTime(1) || mark == ',')
+        if (mark == ',')
             return;
         if (here(2).kind != Part::Number || startsTime(2))
             readTwoNumbers(mark);

@@ -352,18 +352,17 @@ class LatePatterns {
     std::string format(double value, std::string_view pattern, const NumberMarks& marks) {
         const std::scoped_lock lock(lock_);
         for (const Entry& entry : entries_)
-            if (entry.used && entry.text == pattern)
+            if (entry.text == pattern)
                 return entry.pattern.format(value, marks);
         Entry& entry = entries_[oldest_];
         oldest_ = (oldest_ + 1) % entries_.size();
-        entry = {true, std::string(pattern), NumberPattern(pattern)};
+        entry = {std::string(pattern), NumberPattern(pattern)};
         return entry.pattern.format(value, marks);
     }
 
   private:
     struct Entry {
-        bool used = false;
-        std::string text;
+        std::string text; // of the empty pattern at first
         NumberPattern pattern;
     };
     std::mutex lock_;

@@ -63,13 +63,13 @@ class VirtualDesktop::Editor final : public NativeEditor {
         auto* field = desktop_.editedField();
         if (field != nullptr)
             desktop_.fields_.character(*field, character);
-        return true; // nobody waits for what is not used
+        return true; // nobody asks whether it was used
     }
     bool edit() override {
         auto* field = desktop_.editedField();
         if (field != nullptr)
             desktop_.fields_.key(*field, stroke_);
-        return true;
+        return true; // nobody asks whether it was used
     }
 
   private:

@@ -125,6 +125,9 @@ TEST(BlockFigure, IsReadFromACell) {
         {"USD", "other"},
         {"$$5", "other"},
         {"EURO 5", "other"},
+        {"EUR\u22125", "-5 EUR"},
+        {"EUR\u00A05", "5 EUR"},
+        {"5\u00A0EUR", "5 EUR"},
         // percent
         {"12.5%", "12.5 percent"},
         {"-20 %", "-20 percent"},

@@ -297,6 +297,8 @@ TEST(DateReader, RefusesWhatIsNoDate) {
         "12//31/2005",
         "12/31//2005",
         "/12/31/2005",
+        ",12/31/2005",
+        ".12/31/2005",
         "12/31/2005/",
         "12/31/2005x",
         "12/31/2005 x",
@@ -343,6 +345,7 @@ TEST(DateReader, ReadsNumbersInTheOrderOfTheDisplayPattern) {
     EXPECT_EQ(readBack("Apr 5, 2005", "DD/MM/YYYY"), "2005-04-05");
     EXPECT_EQ(readBack("2005-04-05", "DD/MM/YYYY"), "2005-04-05");
     EXPECT_EQ(readBack("05-04-03", "YY-MM-DD"), "2005-04-03");
+    EXPECT_EQ(readBack("05-4-03", "YY-MM-DD"), "2005-04-03");
     EXPECT_EQ(readBack("2005/04/03", "YYYY/DD/MM"), "2005-03-04");
     EXPECT_EQ(readBack("05/04/2005", "MMM/DD/YYYY"), "2005-05-04");
 }
@@ -419,6 +422,10 @@ TEST(DateReader, ReadsShortYearsOfAPatternWithoutDays) {
         {"Nov 05", "MMM YY", "2005-11-01"},
         {"Nov 31", "MMM YY", "1931-11-01"},
         {"Nov/05", "MMM/YY", "2005-11-01"},
+        {"Nov 21st", "MMM YY", "2024-11-21"},
+        {"Nov 12:30", "MMM YY", "none"},
+        {"11/12:30", "MM/YY", "none"},
+        {"11 12:30", "MM/YY", "none"},
         {"11/05", "MM/YY", "2005-11-01"},
         {"11-05", "MM-YY", "2005-11-01"},
         {"11.97", "MM.YY", "1997-11-01"},

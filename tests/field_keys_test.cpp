@@ -393,7 +393,7 @@ TEST(FilterNumericKey, TellsOfAKeyThatIsSwallowedWithoutEffect) {
     const auto refuses = [&](char32_t key, const char* text) {
         form.box.setText(text);
         form.box.select(1, 99);
-        return FilterNumericKey(key, form.box, {.allowNegative = true}) && key == 0;
+        return FilterNumericKey(key, form.box, {.allowNegative = true});
     };
     EXPECT_TRUE(refuses(U'x', "5"));
     for (const char32_t taken : {U'5', U' ', U'\b'})
