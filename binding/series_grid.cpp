@@ -80,12 +80,11 @@ void SeriesGrid::show(int column, std::optional<double> unitFactor) {
     static const VariantArray none;
     const VariantArray* const held = value.isArray() ? &value.array() : nullptr;
     setMarkedAside(column);
-    draw(column, series, held == nullptr ? none : *held, unitFactor.value_or(scaleOf(series)));
+    draw(column, held == nullptr ? none : *held, unitFactor.value_or(scaleOf(series)));
     putMarkedBack(column, held);
 }
 
-void SeriesGrid::draw(int column, const GridSeries& series, const VariantArray& figures,
-                      double unitFactor) {
+void SeriesGrid::draw(int column, const VariantArray& figures, double unitFactor) {
     const GridColumn& description = columns_[static_cast<std::size_t>(column)];
     // The rows that the series reaches are one run of cells; the others are empty and disabled.
     std::vector<double> shown;
@@ -95,11 +94,11 @@ void SeriesGrid::draw(int column, const GridSeries& series, const VariantArray& 
     fields.reserve(column_cells.size());
     for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
         TextBox& cell = *column_cells[static_cast<std::size_t>(row)];
-        const auto element = elementOf(row);
-        if (element && figures.contains(*element)) {
-            cell.setRemark(context_.remarks.of({series.series, element}));
-            cell.setOrigin(context_.origins.of({series.series, element}));
-            shown.push_back(figures.number(*element));
+        const FigurePlace place = placeOf({column, row});
+        if (figures.contains(*place.element)) {
+            cell.setRemark(context_.remarks.of(place));
+            cell.setOrigin(context_.origins.of(place));
+            shown.push_back(figures.number(*place.element));
             fields.push_back(&cell);
         } else {
             cell.setRemark({});
@@ -113,28 +112,39 @@ void SeriesGrid::draw(int column, const GridSeries& series, const VariantArray& 
                        shown, fields, description.negatives, unitFactor,
                        description.price && context_.fractionDisplay);
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        const int row = fields[i]->index();
-        shownIn({column, row}) = ShownFigure{{series.series, elementOf(row)}, shown[i], {}};
+        const Cell cell{column, fields[i]->index()};
+        shownIn(cell) = ShownFigure{placeOf(cell), shown[i], {}};
     }
 }
 
+void SeriesGrid::showThose(const std::function<bool(const GridColumn&)>& wanted) {
+    for (int column = 0; column < static_cast<int>(columns_.size()); ++column)
+        if (wanted(columns_[static_cast<std::size_t>(column)]))
+            show(column);
+}
+
 void SeriesGrid::show(Datum series) {
-    for (std::size_t column = 0; column < columns_.size(); ++column)
-        if (seriesOf(columns_[column]).series == series)
-            show(static_cast<int>(column));
+    showThose([&](const GridColumn& column) { return seriesOf(column).series == series; });
 }
 
 void SeriesGrid::showAll() {
-    for (int column = 0; column < static_cast<int>(columns_.size()); ++column)
-        show(column);
+    showThose([](const GridColumn& /*column*/) { return true; });
+}
+
+void SeriesGrid::showScaled() {
+    showThose([this](const GridColumn& column) { return seriesOf(column).isScaled(); });
+}
+
+void SeriesGrid::showChoice(ColumnChoice choice) {
+    showThose([&](const GridColumn& column) { return column.choice == choice; });
 }
 
 void SeriesGrid::showNotes() {
     for (std::size_t column = 0; column < columns_.size(); ++column)
         for (std::size_t row = 0; row < cells_[column].size(); ++row)
             if (TextBox& cell = *cells_[column][row]; cell.enabled()) {
-                const FigurePlace place{seriesOf(columns_[column]).series,
-                                        elementOf(static_cast<int>(row))};
+                const FigurePlace place =
+                    placeOf({static_cast<int>(column), static_cast<int>(row)});
                 cell.setRemark(context_.remarks.of(place));
                 cell.setOrigin(context_.origins.of(place));
             }
@@ -151,18 +161,6 @@ TextBox* SeriesGrid::cellOf(Datum series, int element) const {
                 return cells_[column][row];
     }
     return nullptr;
-}
-
-void SeriesGrid::showScaled() {
-    for (std::size_t column = 0; column < columns_.size(); ++column)
-        if (seriesOf(columns_[column]).isScaled())
-            show(static_cast<int>(column));
-}
-
-void SeriesGrid::showChoice(ColumnChoice choice) {
-    for (std::size_t column = 0; column < columns_.size(); ++column)
-        if (columns_[column].choice == choice)
-            show(static_cast<int>(column));
 }
 
 void SeriesGrid::followPriceDisplay() {
@@ -193,11 +191,11 @@ void SeriesGrid::follow(
                 [&] { value = readSeries(*context_.company, seriesOf(description).series); });
         const auto column_cells = cells(column);
         for (int row = 0; row < static_cast<int>(column_cells.size()); ++row) {
-            const auto element = elementOf(row);
+            const int element = elementOf(row);
             const auto showElement = [&] {
-                const bool held = element && value.isArray() && value.array().contains(*element);
+                const bool held = value.isArray() && value.array().contains(element);
                 if (held)
-                    showStored({column, row}, value.array().number(*element));
+                    showStored({column, row}, value.array().number(element));
                 return held;
             };
             ifPossibleAtLast(
@@ -232,15 +230,15 @@ void SeriesGrid::takeText(Cell cell) {
     checkFieldChange(left, context_);
     if (context_.company == nullptr || left.locked())
         return;
-    const auto element = elementOf(cell.row);
-    if (waits && !untouched)
-        shownIn(cell)->typedIn.endEntry();
-    if (!element || (waits && !untouched))
-        return;
     auto& shown = shownIn(cell);
-    shown = ShownFigure{{series.series, element}, shown.value_or(ShownFigure()).figure, {}};
+    if (waits && !untouched) {
+        shown->typedIn.endEntry();
+        return;
+    }
+    const FigurePlace place = placeOf(cell);
+    shown = ShownFigure{place, shown.value_or(ShownFigure()).figure, {}};
     if (!untouched) {
-        forgetWaiting({series.series, element});
+        forgetWaiting(place);
         std::string reason = reasonNotToStore();
         if (reason.empty() && !clean.fits)
             reason = context_.text(text_number::reasonTooLarge);
@@ -258,7 +256,7 @@ void SeriesGrid::takeText(Cell cell) {
         if (untouched)
             return;
         stored = UnscaledFromText(clean.text, scaleOf(series));
-        figures.setNumber(*element, stored);
+        figures.setNumber(*place.element, stored);
     });
     if (holds)
         refusal = failureOf([&] { writeSeries(*context_.company, series.series, value); });
@@ -371,9 +369,7 @@ void SeriesGrid::showStored(Cell cell, double stored) {
     if (column.price && context_.fractionDisplay)
         ConvertPriceText(false, shown);
     auto& figure = shownIn(cell);
-    figure = ShownFigure{{seriesOf(column).series, elementOf(cell.row)},
-                         stored,
-                         figure ? figure->typedIn : TypedUnit()};
+    figure = ShownFigure{placeOf(cell), stored, figure ? figure->typedIn : TypedUnit()};
 }
 
 } // namespace vkr

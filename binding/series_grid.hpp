@@ -102,7 +102,9 @@ class SeriesGrid {
         TextBox* cell;
     };
     [[nodiscard]] std::optional<WayBack> wayBackTo(const FigurePlace& place) const;
-    [[nodiscard]] std::optional<FigurePlace> placeOf(Cell cell) const; // that it shows
+    [[nodiscard]] FigurePlace placeOf(Cell cell) const { // of the figure that it shows
+        return {seriesOf(cell.column).series, elementOf(cell.row)};
+    }
     void putMarked(MarkedText text); // into the cell of its figure, or it waits
     void forgetMarked() noexcept;    // another record comes
     // The currency unit was `before` until now: amounts that are not stored were typed in that one.
@@ -127,8 +129,8 @@ class SeriesGrid {
     [[nodiscard]] virtual std::string labelOfElement(int element) const = 0;
     [[nodiscard]] virtual BlockGrid::Row periodOf(int row) const = 0;
     [[nodiscard]] virtual bool isQuarterly() const = 0; // newest on top then, else at the bottom
-    // The element of a series that a row shows; nothing where the row shows none.
-    [[nodiscard]] virtual std::optional<int> elementOf(int row) const = 0;
+    // The element of a series that a row shows; a record may have none of that number.
+    [[nodiscard]] virtual int elementOf(int row) const = 0;
     // Why nothing can be stored at the moment; empty when it can.
     [[nodiscard]] virtual std::string reasonNotToStore() const { return {}; }
     // Columns that the keys reach at the moment; the others are out of sight.
@@ -170,6 +172,7 @@ class SeriesGrid {
   private:
     [[nodiscard]] std::string nameOf(const GridSeries& series) const;
     [[nodiscard]] bool shiftSeries(Datum series, int periods);
+    void showThose(const std::function<bool(const GridColumn&)>& wanted);
     void follow(const std::function<bool(const GridColumn&)>& concerns,
                 const std::function<void(TextField&, const std::function<bool()>&)>& cellFollows);
     void moveWithControl(Cell cell, KeyCode key);
@@ -194,7 +197,7 @@ class SeriesGrid {
     }
     [[nodiscard]] std::optional<int> columnOf(Datum series) const; // that shows it in its turn
     [[nodiscard]] std::optional<Cell> cellShowing(const FigurePlace& place) const;
-    void draw(int column, const GridSeries& series, const VariantArray& figures, double unitFactor);
+    void draw(int column, const VariantArray& figures, double unitFactor);
     void wait(MarkedText text);
     void forgetWaiting(const FigurePlace& place);
     void setMarkedAside(int column);

@@ -20,15 +20,12 @@ std::string SeriesGrid::headOf(int column) const {
 }
 
 std::optional<double> SeriesGrid::held(Cell cell) const {
-    std::optional<double> figure;
-    const auto element = elementOf(cell.row);
-    if (element && context_.company != nullptr)
-        ifPossible([&] {
-            const Variant value = readSeries(*context_.company, seriesOf(cell.column).series);
-            if (value.isArray() && value.array().contains(*element))
-                figure = value.array().number(*element);
-        });
-    return figure;
+    if (context_.company == nullptr)
+        return std::nullopt;
+    return attemptOr(std::optional<double>(), [&] {
+        const auto& [series, element] = placeOf(cell);
+        return readSeries(*context_.company, series).array().number(*element);
+    });
 }
 
 bool SeriesGrid::holdsFigures() const {

@@ -27,15 +27,6 @@ std::optional<int> SeriesGrid::columnOf(Datum series) const {
                                    : std::optional(static_cast<int>(found - columns_.begin()));
 }
 
-std::optional<FigurePlace> SeriesGrid::placeOf(Cell cell) const {
-    const auto& shown = shownIn(cell);
-    if (shown)
-        return shown->place;
-    const auto element = elementOf(cell.row);
-    return element ? std::optional(FigurePlace{seriesOf(cell.column).series, element})
-                   : std::nullopt;
-}
-
 std::optional<SeriesGrid::Cell> SeriesGrid::cellShowing(const FigurePlace& place) const {
     const auto column = columnOf(place.datum);
     if (!column)
@@ -180,7 +171,7 @@ std::optional<SeriesGrid::WayBack> SeriesGrid::wayBackTo(const FigurePlace& plac
         return std::nullopt;
     const GridColumn& description = columns_[static_cast<std::size_t>(*column)];
     const auto apart = [&](const TextBox* cell) {
-        return std::abs(elementOf(cell->index()).value_or(0) - *place.element);
+        return std::abs(elementOf(cell->index()) - *place.element);
     };
     return WayBack{description.choice,
                    description.usual.series == place.datum ? PairRow::usual : PairRow::alternative,

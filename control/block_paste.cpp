@@ -144,12 +144,12 @@ std::vector<std::optional<BlockGrid::Held>> BlockPaste::heldIn(Datum series, Hos
         attemptOr(Variant(), [&] { return readSeries(*context_.company, series); });
     std::vector<std::optional<BlockGrid::Held>> held(static_cast<std::size_t>(grid_.rowCount()));
     for (int row = 0; row < grid_.rowCount(); ++row) {
-        const auto element = grid_.elementOf(row);
-        if (!element || !value.isArray() || !value.array().contains(*element))
+        const int element = grid_.elementOf(row);
+        if (!value.isArray() || !value.array().contains(element))
             continue;
-        const double figure = value.array().number(*element);
+        const double figure = value.array().number(element);
         held[static_cast<std::size_t>(row)] = {
-            .figure = figure, .isByHand = figure != 0 && host.isByHand(series, *element)};
+            .figure = figure, .isByHand = figure != 0 && host.isByHand(series, element)};
     }
     return held;
 }

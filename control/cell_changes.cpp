@@ -89,7 +89,7 @@ void CellCommands::carry(const Place& place, const CellSelection::Span& span, in
                 figures.push_back({{column, row}, figure});
     }
     std::string note;
-    const std::string period = grid.labelOfElement(grid.elementOf(source).value_or(0));
+    const std::string period = grid.labelOfElement(grid.elementOf(source));
     if (!without.empty() && !period.empty())
         note = context_.text(span.firstColumn == span.lastColumn ? text_number::noteNoSource
                                                                  : text_number::noteNoSourceIn);

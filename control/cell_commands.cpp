@@ -43,7 +43,7 @@ std::vector<int> meaningOf(const SeriesGrid& grid) {
     std::vector<int> meaning;
     meaning.reserve(static_cast<std::size_t>(grid.rowCount()) + grid.columns().size());
     for (int row = 0; row < grid.rowCount(); ++row)
-        meaning.push_back(grid.elementOf(row).value_or(-1));
+        meaning.push_back(grid.elementOf(row));
     for (const auto& column : grid.columns())
         meaning.push_back(static_cast<int>(grid.seriesOf(column).series));
     return meaning;

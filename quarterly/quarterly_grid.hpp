@@ -65,7 +65,7 @@ class QuarterlyGrid final : public SeriesGrid {
     [[nodiscard]] std::string labelOfElement(int element) const override;
     [[nodiscard]] BlockGrid::Row periodOf(int row) const override;
     [[nodiscard]] bool isQuarterly() const override { return true; }
-    [[nodiscard]] std::optional<int> elementOf(int row) const override { return row + element_; }
+    [[nodiscard]] int elementOf(int row) const override { return row + element_; }
     [[nodiscard]] std::string reasonNotToStore() const override;
 
     // What moves the last quarter does with the cells.

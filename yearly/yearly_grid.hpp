@@ -42,7 +42,7 @@ class YearlyGrid final : public SeriesGrid {
     [[nodiscard]] std::string labelOfElement(int element) const override;
     [[nodiscard]] BlockGrid::Row periodOf(int row) const override;
     [[nodiscard]] bool isQuarterly() const override { return false; }
-    [[nodiscard]] std::optional<int> elementOf(int row) const override { return rows - 1 - row; }
+    [[nodiscard]] int elementOf(int row) const override { return rows - 1 - row; }
     [[nodiscard]] int reachableColumns() const override;
 
   protected:
