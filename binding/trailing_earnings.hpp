@@ -23,7 +23,7 @@ struct EarningsInput {
     Date lastQuarter;   // as the form shows it
     Date newestQuarter; // that of element 0 of the series
     Variant quarterly;  // the series of quarterly earnings, newest first
-    double yearly;      // the latest yearly figure
+    double yearly = 0;  // the latest yearly figure
     Date fiscalYearEnd; // that of the yearly figure
 };
 

@@ -24,10 +24,7 @@ EarningsInput TrailingSum::asked() const {
     if (isAbsent(input.newestQuarter))
         input.newestQuarter = input.lastQuarter;
     input.quarterly = company.get_QEPSSeries();
-    ifPossible([&] {
-        const Variant yearly = company.get_YEPSSeries();
-        input.yearly = yearly.array().contains(1) ? yearly.array().number(1) : 0;
-    });
+    ifPossible([&] { input.yearly = company.get_YEPSSeries().array().number(1); });
     ifPossible([&] { input.fiscalYearEnd = valid(company.get_LastFYDate()); });
     return input;
 }
@@ -99,10 +96,9 @@ void TrailingSum::followYear() {
 }
 
 void TrailingSum::typed() {
-    typed_.reset();
-    if (context_[controls::trailingEarnings].isUnstored())
-        return;
-    ifPossible([&] { typed_ = Typed{context_.company->get_Last4QEPS(), false}; });
+    typed_ = attemptOr(std::optional<Typed>(), [&] {
+        return Typed{context_.company->get_Last4QEPS(), false};
+    });
     doubtTyped();
 }
 
@@ -130,7 +126,6 @@ void TrailingSum::show() {
         return;
     const FieldState before = field.state();
     context_.consequences.trailingEarningsDerived();
-    context_.hideHelpFrame();
     if (before.isTyped(field.text()))
         context_.markChanged();
     field.setMark(before.mark());

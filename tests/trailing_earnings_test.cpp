@@ -248,26 +248,68 @@ TEST_F(LastFourQuarters, TypedByHandStayDoubtfulWhoeverAgrees) {
 TEST_F(LastFourQuarters, TypedByHandAreToldWhereTheyGiveWayUnannounced) {
     quarters({0, 2, 3, 4});
     load();
-    typeOver(scene, "txtLast4QEPS", "9.99");
-    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "") << "nothing would replace them";
-    typeOver(scene, "txtEPS(0)", "1");
-    EXPECT_EQ(shown(), "10.00");
-    EXPECT_EQ(scene.field("txtLast4QEPS").mark(),
-              (FieldMark{MarkKind::doubtful, "9.99 was typed here. What the earnings in the tables "
-                                             "give has taken its place."}));
+    for (const auto& [typed, doubt] :
+         {std::pair{"9.99", ""}, {"9.99M", "Taken as 9.99; \"M\" was left out."}}) {
+        SCOPED_TRACE(typed);
+        pasteOver(scene, "txtLast4QEPS", typed);
+        EXPECT_EQ(markOf(scene, "txtLast4QEPS"), doubt) << "nothing would replace them";
+        typeOver(scene, "txtEPS(0)", "1");
+        EXPECT_EQ(shown(), "10.00");
+        EXPECT_EQ(scene.field("txtLast4QEPS").mark(),
+                  (FieldMark{MarkKind::doubtful, "9.99 was typed here. What the earnings in the "
+                                                 "tables give has taken its place."}));
+        typeOver(scene, "txtEPS(0)", "2");
+        EXPECT_EQ(shown(), "11.00");
+        EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "") << "nobody has typed the 10";
+        typeOver(scene, "txtEPS(0)", "");
+    }
+}
+
+TEST_F(LastFourQuarters, TypedByHandAreInNoDoubtWhileNobodyKnowsWhetherTheyAreStillThere) {
+    quarters({1, 2, 3, 4});
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    typeOver(scene, "txtLast4QEPS", "10.25");
+    record->failing = {"read Last4QEPS"};
+    typeAt(scene, "txtLast4QEPS", "~");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "");
+    record->failing.clear();
     typeOver(scene, "txtEPS(0)", "2");
-    EXPECT_EQ(shown(), "11.00");
-    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "") << "nobody has typed the 10";
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"),
+              "10.25 was typed here. What the earnings in the tables give has taken its place.");
+}
+
+TEST_F(LastFourQuarters, TypedByHandAreComparedWithWhatTheRecordHasNow) {
+    quarters({1, 2, 3, 4});
+    load();
+    putElement(*company, "QEPSSeries", 0, 2); // by the host
+    typeOver(scene, "txtLast4QEPS", "10");
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "Stored for now. The earnings in the tables give "
+                                             "another figure, which will replace this one: 11.00");
+}
+
+TEST_F(LastFourQuarters, AreFlaggedInTheRecordOnceTheyAreWorkedOut) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    EXPECT_TRUE(record->quarterlyFlag.isEmpty());
+    quarters({1, 2, 3, 4});
+    scene.load(record);
+    EXPECT_EQ(record->quarterlyFlag, Variant(true));
 }
 
 TEST_F(LastFourQuarters, AreStoredWhereWhatWasThereCantBeRead) {
-    quarters({1, 2, 3, 4});
+    quarters({0, 2, 3, 4});
     const auto record = std::make_shared<ScriptedRecord>(company);
     scene.load(record);
     typeOver(scene, "txtLast4QEPS", "9");
     record->failing = {"read Last4QEPS"};
+    record->hook = [&](const std::string& operation) {
+        if (operation == "write Last4QEPS")
+            record->failing.clear();
+    };
     typeOver(scene, "txtEPS(0)", "2");
     EXPECT_EQ(company->get_Last4QEPS(), 11);
+    EXPECT_EQ(markOf(scene, "txtLast4QEPS"), "") << "nobody knows what it has replaced";
 }
 
 TEST_F(LastFourQuarters, TypedIntoAnotherCompanyAreNone) {
@@ -298,6 +340,18 @@ TEST_F(LastFourQuarters, AreWorkedOutAnewWhenAnEarningsCellOfAChangedCompanyIsLe
     desktop.type("{TAB}");
     EXPECT_EQ(company->get_Last4QEPS(), 10);
     EXPECT_EQ(shown(), "10.00");
+}
+
+TEST_F(LastFourQuarters, ThatFollowWhatTheHostHasPutIntoAQuarterAreAChange) {
+    quarters({1, 2, 3, 4});
+    load();
+    putElement(*company, "QEPSSeries", 0, 2);
+    goTo(scene, "txtYEPS(9)");
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+    desktop.type("{TAB}");
+    EXPECT_EQ(shown(), "11.00");
+    EXPECT_EQ(company->get_Last4QEPS(), 11);
+    EXPECT_TRUE(scene.entry->get_blnDirty());
 }
 
 TEST_F(LastFourQuarters, RestWhileTheDateIsEmptied) {
@@ -364,6 +418,28 @@ TEST_F(RuleOfAHost, IsToldTheDatesTheQuartersAndTheYear) {
     EXPECT_EQ(input.fiscalYearEnd, *makeDate(2025, 12, 31));
     EXPECT_EQ(company->get_Last4QEPS(), 42);
     EXPECT_EQ(shown(), "42.00");
+}
+
+TEST_F(RuleOfAHost, IsToldNoYearlyFigureWhereTheRecordHasNone) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    for (const int missing : {0, 10}) { // it can't be read, there is no element 1
+        record->failing.clear();
+        record->missing = missing;
+        if (missing == 0)
+            record->failing = {"read YEPSSeries"};
+        scene.load(record);
+        ASSERT_FALSE(rule->asked.empty());
+        EXPECT_EQ(rule->asked.back().yearly, 0) << missing;
+    }
+}
+
+TEST_F(RuleOfAHost, IsToldTheLastQuarterAsTheNewestWhereTheRecordNamesNone) {
+    company->put_LastQDateForGrid(Date{-346306}); // of no year
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"write LastQDateForGrid"};
+    scene.load(record);
+    ASSERT_FALSE(rule->asked.empty());
+    EXPECT_EQ(rule->asked.back().newestQuarter, *makeDate(2026, 6, 30));
 }
 
 TEST_F(RuleOfAHost, LeavesWhatIsStoredWhereItFailsOrHasNoAnswer) {

@@ -38,6 +38,7 @@ class ScriptedRecord final : public iVKR_Company {
     std::optional<double> everyFigure;  // read in place of all numbers and elements
     int first = 0;                      // the lower bound of its series
     std::optional<Variant> everySeries; // read in place of all series
+    Variant quarterlyFlag;              // as it was written last
     bool datesFollowYear = false;       // writing LastFY moves LastFYDate into that year
 
     // The operations of one kind that were asked for, oldest first.
@@ -78,6 +79,7 @@ class ScriptedRecord final : public iVKR_Company {
 
     void put_QuarterlyFlag(const Variant& value) override {
         note("write QuarterlyFlag");
+        quarterlyFlag = value;
         company->put_QuarterlyFlag(value);
     }
     [[nodiscard]] std::shared_ptr<Object> get_Settings() const override {
