@@ -114,7 +114,7 @@ std::string EntryContext::unitText(std::int32_t ofUnit) const {
 }
 
 void EntryContext::ComputeUnitFactor() {
-    std::int32_t stored = 0;
+    std::int32_t stored = defaultUnit;
     ifPossible([&] {
         const auto held = settingObject(*company, SettingHolder::settings);
         stored = held->get(setting::unit).toLong();

@@ -10,10 +10,8 @@ namespace vkr {
 
 FieldMark TypedUnit::follow(const EntryContext& context, const FieldMark& mark,
                             std::int32_t before) {
-    if (mark.kind != MarkKind::unstored) {
-        *this = {};
+    if (mark.kind != MarkKind::unstored)
         return mark;
-    }
     if (unit_ == 0) {
         unit_ = before;
         reason_ = mark.reason;
@@ -33,8 +31,7 @@ FieldMark TypedUnit::follow(const EntryContext& context, const FieldMark& mark,
 void TypedUnit::follow(const EntryContext& context, TextField& field, std::int32_t before) {
     const bool typed = field.isTyped();
     if (!typed && !field.isUnstored()) { // as nearly all are
-        if (unit_ != 0)
-            *this = {};
+        *this = {};
         return;
     }
     if (typed && !field.isUnstored()) {

@@ -272,7 +272,6 @@ void LastQuarter::setAnchor(Date date, Figures figures) {
     if (figures == Figures::follow || grid_.isBlank())
         grid_.relabel();
     grid_.storeMarked(); // what was typed over a figure takes its place
-    grid_.relabel();
     trailing_.derive();
     redisplay();
 }

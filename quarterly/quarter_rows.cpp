@@ -25,7 +25,7 @@ void QuarterRows::make(int count) {
             add(name, row);
 }
 
-// As the one above it.
+// As the one above it, but for the colour behind it, which comes with the shading.
 void QuarterRows::add(std::string_view array, int row) {
     Form& form = context_.form;
     const Control& above = *form.find(array, row - 1);
@@ -38,11 +38,9 @@ void QuarterRows::add(std::string_view array, int row) {
         auto& box = form.add<TextBox>(array, row, above.container());
         const auto& model = static_cast<const TextBox&>(above);
         box.setAlignment(model.alignment());
-        box.setMaxLength(model.maxLength());
         box.setLocked(model.locked());
         added = &box;
     }
-    added->setBackColor(above.backColor());
     added->setForeColor(above.foreColor());
     added->move(above.left(), above.top() + sizes::cellPitch);
     added->resize(above.width(), above.height()); // nothing of it is seen before

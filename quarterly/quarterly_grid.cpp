@@ -113,9 +113,8 @@ void QuarterlyGrid::shade() {
     for (int column = 0; column < static_cast<int>(columns().size()); ++column)
         for (TextBox* cell : cells(column))
             cell->setBackColor(cellColor(cell->index()));
-    for (int row = yellowRow; row < visibleRows(); ++row) // a new row is as the one above it
-        context_[controls::quarterLabel[row]].setBackColor(row == yellowRow ? colors::yellow
-                                                                            : colors::buttonFace);
+    if (yellowRow < visibleRows())
+        context_[controls::quarterLabel[yellowRow]].setBackColor(colors::yellow);
 }
 
 void QuarterlyGrid::setVisibleRows(int count) {

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "binding/entry_context.hpp"
+#include "company/company_base.hpp"
 #include "form/build_form.hpp"
 #include "form/controls.hpp"
 #include "platform/virtual_desktop.hpp"
+#include "tests/support/failing_memory.hpp"
 
 #include <gtest/gtest.h>
+#include <new>
+#include <string>
+#include <vector>
 
 namespace vkr {
 namespace {
@@ -44,6 +49,27 @@ TEST_F(EntryContextTest, TellsAtTheEndOfTheWorkAndNotBefore) {
     { const EntryContext::UpdateScope nothing(context); }
     EXPECT_EQ(told.works, 2);
     EXPECT_EQ(told.states, 1);
+}
+
+// Writes down which actions it is told of.
+struct ListeningRecord final : CompanyBase, ActionListener {
+    void beginAction(const Action& action) override { heard.push_back("begin " + action.name); }
+    void endAction() noexcept override { heard.emplace_back("end"); }
+
+    std::vector<std::string> heard;
+};
+
+TEST_F(EntryContextTest, MakesOneActionOfTheWorkAndThoseThatAreNamedWithinIt) {
+    const auto record = std::make_shared<ListeningRecord>();
+    context.company = record;
+    {
+        const EntryContext::UpdateScope outer(context);
+        const EntryContext::UpdateScope nested(context);
+        const EntryContext::UpdateScope named(context, Action{Origin::shifted, "Add", {}});
+    }
+    { const EntryContext::UpdateScope first(context, Action{Origin::typed, "Type", {}}); }
+    EXPECT_EQ(record->heard,
+              (std::vector<std::string>{"begin ", "begin Add", "end", "end", "begin Type", "end"}));
 }
 
 // Whoever counts what there is to save looks again, also where something was changed before.
@@ -94,6 +120,16 @@ TEST_F(EntryContextTest, CutsWhatWasLeftOutWhereItIsTooLong) {
         EXPECT_NE(reason.find(std::string(40, 'x')), std::string::npos);
         EXPECT_EQ(reason.find("\u2026") != std::string::npos, length == 41);
     }
+}
+
+TEST_F(EntryContextTest, ATextThatIsNotStoredForWantOfMemoryIsToldAllTheSame) {
+    auto& field = context[controls::name];
+    field.setText("Typed");
+    {
+        const FailingMemory memory(1, FailingMemory::Fails::fromThenOn);
+        context.guarded(field, [] { throw std::bad_alloc(); });
+    }
+    EXPECT_EQ(field.mark(), (FieldMark{MarkKind::unstored, "Not stored."}));
 }
 
 TEST_F(EntryContextTest, AUnitThatIsNoneIsMillions) {

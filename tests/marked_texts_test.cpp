@@ -470,6 +470,23 @@ TEST_F(MarkedTexts, WaitForTheirQuarterWhereTheHostAddsOnes) {
     EXPECT_EQ(scene.form().get<Label>("lblQLabel", 1).caption(), "9/30/2026");
 }
 
+TEST_F(MarkedTexts, AreThoseThatAreBeingTypedWhenTheHostMovesTheQuarters) {
+    spin(-2);
+    typeAt(scene, "txtRevenue(3)", "^a90");
+    company->put_LastQDate(*makeDate(2025, 12, 31));
+    scene.entry->recordChanged();
+    EXPECT_EQ(marked(), Names{"txtRevenue(2)=90"});
+    typeOver(scene, "txtRevenue(2)", "7");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 5), 7);
+    EXPECT_EQ(marked(), Names{});
+    typeAt(scene, "txtRevenue(0)", "^a90");
+    company->put_LastQDate(*makeDate(2025, 9, 30));
+    scene.entry->recordChanged();
+    EXPECT_EQ(marked(), Names{"QRevenueSeries(3)=90"});
+    spin(1);
+    EXPECT_EQ(marked(), Names{"txtRevenue(0)=90"});
+}
+
 TEST_F(MarkedTexts, StayInTheirRowWhereTheDateComesAndGoes) {
     record->failing = {"read LastQDate", "read LastQDateForGrid"};
     scene.load(record);
@@ -529,6 +546,21 @@ TEST_F(MarkedTexts, ThatAreEmptyAreNoneOnceNothingIsStored) {
     putElement(*company, "YRevenueSeries", 1, 0);
     scene.entry->recordChanged();
     EXPECT_EQ(marked(), Names());
+}
+
+// Where a cell is entered whose series can't be read for a moment, its text waits.
+TEST_F(MarkedTexts, ThatWaitGiveWayToWhatIsTypedInTheirCell) {
+    company->get_Settings()->put(setting::unit, 3);
+    scene.load(record);
+    pasteOver(scene, "txtEPS(0)", "1e400");
+    goTo(scene, "txtRevenue(0)");
+    record->failing = {"read QEPSSeries"};
+    goTo(scene, "txtEPS(0)");
+    EXPECT_EQ(marked(), Names{"QEPSSeries(0)=1e400"});
+    record->failing.clear();
+    desktop.type("5{TAB}");
+    EXPECT_EQ(elementOf(*company, "QEPSSeries", 0), 5);
+    EXPECT_EQ(marked(), Names{});
 }
 
 TEST_F(MarkedTexts, GiveWayToWhatTakesTheirPlace) {

@@ -4,6 +4,7 @@
 #include "tests/support/hostile_desktop.hpp"
 #include "tests/support/scripted_record.hpp"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace vkr {
@@ -103,20 +104,28 @@ TEST_F(QuarterSpan, NoAndTheDefaultChangeNothing) {
     EXPECT_FALSE(scene.entry->get_blnDirty());
 }
 
+// Also for those who press without a pointer, as a screen reader does.
 TEST(AddingAPeriod, ClosesTheHelpFrameBeforeItAsks) {
-    for (const auto& [button, tab] :
-         {std::pair{"cmdAddYear", toYearly}, {"cmdAddQuarter", toQuarterly}}) {
+    const struct {
+        TABObject tab;
+        std::function<void(VirtualDesktop&)> press;
+    } ways[] = {
+        {toYearly, [](auto& desktop) { desktop.form().click(desktop.control("cmdAddYear")); }},
+        {toQuarterly,
+         [](auto& desktop) { desktop.form().click(desktop.control("cmdAddQuarter")); }},
+        {toQuarterly, [](auto& desktop) { desktop.spin("spnQuarter", 1); }},
+    };
+    for (const auto& way : ways) {
         HostileScene scene;
         scene.start();
         scene.entry->put_objCompany(fullCompany());
-        scene.entry->put_CurrentTab(tab);
+        scene.entry->put_CurrentTab(way.tab);
         auto& frame = scene.desktop.control("fraDE", 0);
-        scene.desktop.form().focus(scene.desktop.control(button));
         frame.setVisible(true);
         std::optional<bool> seen;
         scene.desktop.duringMessage = [&] { seen = frame.visible(); };
-        scene.desktop.type("~");
-        EXPECT_EQ(seen, false) << button;
+        way.press(scene.desktop);
+        EXPECT_EQ(seen, false);
     }
 }
 
@@ -129,6 +138,33 @@ TEST_F(QuarterSpan, AddingFromAnOlderLastQuarterGoesOnAtTheNewest) {
     EXPECT_EQ(scene.text("txtLastQDate"), "Dec/31/2026");
     EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), 100);
     EXPECT_EQ(elementOf(*company, "QRevenueSeries", 2), 101);
+}
+
+TEST_F(QuarterSpan, AddingForgetsTheDaysOfTheQuartersThatWereVisitedBefore) {
+    company->put_LastQDateForGrid(*makeDate(2026, 9, 26));
+    company->put_LastQDate(*makeDate(2026, 6, 27));
+    fill();
+    open(company);
+    desktop.spin("spnQuarter", 1);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    ASSERT_EQ(scene.text("txtLastQDate"), "Dec/26/2026");
+    desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/26/2026");
+}
+
+TEST_F(QuarterSpan, AddingSettlesADateThatCancelHasSkipped) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    goTo(scene, "txtLastQDate");
+    desktop.type("^a{DEL}no date");
+    desktop.click("cmdCancel"); // the host stays open
+    typeOver(scene, "txtRevenue(1)", "7");
+    desktop.forget();
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(scene.text("txtLastQDate"), "Sep/30/2026");
+    EXPECT_EQ(elementOf(*company, "QRevenueSeries", 1), 7);
+    EXPECT_EQ(desktop.messages().size(), 2U) << "that it was put back, and the question";
 }
 
 TEST_F(QuarterSpan, ARecordThatRefusesTheNewDateKeepsItsFiguresWhereTheyAre) {
@@ -681,6 +717,9 @@ TEST_F(QuarterSpan, ADateThatIsTypedWhereNoneIsShownRenamesNothing) {
         for (int i = 0; i < 35; ++i)
             EXPECT_EQ(elementOf(*company, "QRevenueSeries", i), 100 + i);
         if (*row.shown != 0) {
+            if (row.element >= 0 && row.element <= 31) {
+                EXPECT_EQ(company->get_Last4QEPS(), 4 * (100 + row.element) + 6) << "of that one";
+            }
             EXPECT_EQ(scene.text("txtRevenue", row.row),
                       std::to_string(100 + row.row + row.element) + ".00");
             typeOver(scene, "txtRevenue(" + std::to_string(row.row) + ")", "7");

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/company_on_form.hpp"
+#include "tests/support/scripted_record.hpp"
 #include "yearly/yearly_grid.hpp"
 
 #include <gtest/gtest.h>
@@ -57,6 +58,23 @@ TEST_F(YearlyCells, RightFromTheLowsPansToTheShares) {
     auto& bar = scene.form().get<ScrollBar>("hscrYearly");
     EXPECT_EQ(after("txtLow(4)", "^{RIGHT}"), "txtCSO(4)");
     EXPECT_EQ(bar.value(), bar.maximum());
+}
+
+TEST_F(YearlyCells, KeysOfTheGridThatLeadNowhereMoveNoCaret) {
+    EXPECT_EQ(after("txtCSO(3)", "^{END}"), "txtCSO(3)");
+    EXPECT_EQ(scene.field("txtCSO", 3).selText(), scene.text("txtCSO", 3));
+}
+
+TEST_F(YearlyCells, AStepToTheNextColumnLeavesOneCellAlone) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    for (const char* key : {"~", "{DOWN}"}) {
+        goTo(scene, "txtSales(10)");
+        record->log.clear();
+        desktop.type(key);
+        EXPECT_EQ(desktop.focusedId(), "txtYOption(0)") << key;
+        EXPECT_EQ(record->logged("write "), std::vector<std::string>{"write YRevenueSeries"});
+    }
 }
 
 // One press moves once; at the ends of the grid it stores the figure where it stands.
