@@ -49,11 +49,9 @@ void CompanyFields::show(const FieldRow& field) {
     switch (field.kind) {
     case text:
     case list:
-        control(field).showStored(readText(company, *field.datum));
-        break;
+        return control(field).showStored(readText(company, *field.datum));
     case date:
-        control(field).showStored(context_.dateText(readDate(company, *field.datum)));
-        break;
+        return control(field).showStored(context_.dateText(readDate(company, *field.datum)));
     case number:
     case price:
     case percent: {
@@ -62,8 +60,7 @@ void CompanyFields::show(const FieldRow& field) {
             const double alternate = company.get_CommDivAlternate();
             stored = alternate != 0 ? alternate : stored;
         }
-        showNumber(field, stored);
-        break;
+        return showNumber(field, stored);
     }
     }
 }
@@ -149,7 +146,6 @@ void CompanyFields::takeText(const FieldRow& field) {
     case price:
     case percent:
         storeNumber(field, left);
-        break;
     }
     if (doubt.kind == MarkKind::doubtful && left.mark().kind == MarkKind::none)
         left.setMark(doubt);

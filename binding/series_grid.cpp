@@ -30,10 +30,10 @@ void SeriesGrid::collectCells() {
 
 void SeriesGrid::checkInvariants() const {
     assert(cells_.size() == columns_.size() && shown_.size() == columns_.size());
-    for (std::size_t column = 0; column < columns_.size(); ++column) {
-        assert(cells_[column].size() == cells_.front().size());
-        assert(shown_[column].size() == cells_[column].size());
-    }
+    for ([[maybe_unused]] const auto& column : cells_)
+        assert(column.size() == cells_.front().size());
+    for ([[maybe_unused]] const auto& column : shown_)
+        assert(column.size() == cells_.front().size());
     for (auto text = waiting_.begin(); text != waiting_.end(); ++text)
         assert(std::ranges::find(text + 1, waiting_.end(), text->place, &MarkedText::place) ==
                waiting_.end());
@@ -248,15 +248,13 @@ void SeriesGrid::takeText(Cell cell) {
         if (left.isUnstored())
             return;
     }
-    double stored = 0;
+    const double stored = UnscaledFromText(clean.text, scaleOf(series));
     Variant value;
     auto refusal = failureOf([&] { value = readSeries(*context_.company, series.series); });
     const bool holds = !refusal && attempt([&] {
         VariantArray& figures = value.array();
-        if (untouched)
-            return;
-        stored = UnscaledFromText(clean.text, scaleOf(series));
-        figures.setNumber(*place.element, stored);
+        if (!untouched)
+            figures.setNumber(*place.element, stored);
     });
     if (holds)
         refusal = failureOf([&] { writeSeries(*context_.company, series.series, value); });
@@ -299,15 +297,6 @@ void SeriesGrid::storeMarked() {
                 leave({column, row});
 }
 
-void SeriesGrid::showElement(Cell cell) {
-    box(cell).showStored("");
-    shownIn(cell).reset();
-    if (const auto stored = held(cell)) {
-        showStored(cell, *stored);
-        forgetWaiting(shownIn(cell)->place);
-    }
-}
-
 std::string SeriesGrid::nameOf(const GridSeries& series) const {
     return series.name == 0 ? std::string(series.nameWithoutNumber) : context_.text(series.name);
 }
@@ -329,18 +318,16 @@ bool SeriesGrid::shiftSeries(Datum series, int periods) {
     if (!value.isArray())
         return true;
     return attempt([&] {
-        VariantArray& figures = value.array();
+        const VariantArray before = value.array();
         // Wider than an index: the bounds may be its ends.
-        const std::int64_t lower = figures.lower();
-        const std::int64_t upper = figures.upper();
-        const auto moved = [&](std::int64_t element) {
+        const std::int64_t lower = before.lower();
+        const std::int64_t upper = before.upper();
+        for (std::int64_t element = lower; element <= upper; ++element) {
             const std::int64_t from = element - periods;
-            return from < lower || from > upper ? 0 : figures.number(static_cast<int>(from));
-        };
-        const int step = periods > 0 ? -1 : 1; // from the end that is moved to
-        for (std::int64_t element = periods > 0 ? upper : lower;
-             element >= lower && element <= upper; element += step)
-            figures.setNumber(static_cast<int>(element), moved(element));
+            value.array().setNumber(
+                static_cast<int>(element),
+                from < lower || from > upper ? 0 : before.number(static_cast<int>(from)));
+        }
         writeSeries(*context_.company, series, value);
         moveMarked(series, periods);
     });

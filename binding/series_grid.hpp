@@ -150,8 +150,6 @@ class SeriesGrid {
     virtual void stored(Cell /*cell*/) {}     // left, and written back where it was not touched
     void collectCells();                      // again after rows were made or removed
     void storeMarked();                       // tries again what could not be stored
-    // Shows a cell's figure anew from the record; nothing where it can't be read.
-    void showElement(Cell cell);
     // Every series that a column can show, once.
     template <typename Act>
     void forEachSeries(Act&& act) const {

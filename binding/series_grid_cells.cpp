@@ -65,7 +65,8 @@ std::optional<std::string> SeriesGrid::put(std::span<const Figure> figures, cons
     const Form::Update update(context_.form);
     std::set<int> columns;
     for (const auto& [cell, figure] : figures) {
-        showElement(cell);
+        shownIn(cell).reset(); // its mark goes with what was there
+        forgetWaiting(placeOf(cell));
         columns.insert(cell.column);
     }
     for (const int column : columns)

@@ -162,7 +162,8 @@ std::string SeriesGrid::nameOf(const FigurePlace& place) const {
     const std::string unit = series.isScaled() ? " " + context_.unitText()
                              : rate            ? " " + context_.text(text_number::unitPercent)
                                                : std::string();
-    return nameOf(series) + unit + " " + labelOfElement(*place.element);
+    const std::string period = labelOfElement(*place.element);
+    return nameOf(series) + unit + (period.empty() ? "" : " " + period);
 }
 
 std::optional<SeriesGrid::WayBack> SeriesGrid::wayBackTo(const FigurePlace& place) const {

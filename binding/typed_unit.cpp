@@ -10,8 +10,10 @@ namespace vkr {
 
 FieldMark TypedUnit::follow(const EntryContext& context, const FieldMark& mark,
                             std::int32_t before) {
-    if (mark.kind != MarkKind::unstored)
+    if (mark.kind != MarkKind::unstored) {
+        *this = {};
         return mark;
+    }
     if (unit_ == 0) {
         unit_ = before;
         reason_ = mark.reason;
@@ -30,10 +32,6 @@ FieldMark TypedUnit::follow(const EntryContext& context, const FieldMark& mark,
 
 void TypedUnit::follow(const EntryContext& context, TextField& field, std::int32_t before) {
     const bool typed = field.isTyped();
-    if (!typed && !field.isUnstored()) { // as nearly all are
-        *this = {};
-        return;
-    }
     if (typed && !field.isUnstored()) {
         field.lookAtText();
         field.setMark(context.unstored(text_number::reasonRefused));

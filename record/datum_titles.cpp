@@ -12,11 +12,11 @@ namespace vkr {
 
 namespace {
 
-constexpr bool isCapital(char letter) {
-    return letter >= 'A' && letter <= 'Z';
+bool isCapital(char letter) {
+    return asciiLower(letter) != letter;
 }
-constexpr bool isSmall(char letter) {
-    return letter >= 'a' && letter <= 'z';
+bool isSmall(char letter) {
+    return isAsciiLetter(letter) && !isCapital(letter);
 }
 
 } // namespace

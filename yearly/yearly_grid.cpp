@@ -138,14 +138,11 @@ void YearlyGrid::changeSpan(int years) {
     figuresYear_ += years;
     context_[controls::lastFiscalYear].setText(std::to_string(target));
     acceptLastFiscalYear(target);
-    context_.markChanged();
     selectCell();
     tellStayed(stayed);
 }
 
 std::vector<std::string> YearlyGrid::shift(int years, std::optional<Date> end) {
-    if (years == 0)
-        return {};
     auto stayed = shiftAll(years);
     showAll();
     context_.consequences.yearsShifted();
@@ -242,7 +239,6 @@ void YearlyGrid::setUpBar() {
     const auto& view = *panel.container();
     auto& bar = context_[controls::yearlyBar];
     const int hidden = static_cast<int>(panel.width() - view.width());
-    bar.setVisible(hidden > 0);
     bar.setRange(0, hidden, hidden / 4, hidden);
 }
 
