@@ -231,11 +231,15 @@ TEST(BlockPlacing, KnowsDatesThatAreAYearOrAQuarterApart) {
             const Date first = *makeDate(2025, 3, 31);
             const Date next = addDays(first, direction * row.apart);
             const auto iso = [](Date date) { return formatDate(date, "yyyy-mm-dd"); };
-            const auto text = "\t" + iso(first) + "\t" + iso(next) + "\nRevenue\t4\t5";
-            SCOPED_TRACE(text);
-            const bool isHeading =
-                placed(text.c_str(), row.grid).find("'" + iso(first) + "'") == std::string::npos;
-            EXPECT_EQ(isHeading, row.follows);
+            const bool misses = row.apart > (row.grid.quarterly ? 101 : 381);
+            for (const std::string corner : {"", "Figures"}) { // which misses none
+                const auto text = corner + "\t" + iso(first) + "\t" + iso(next) + "\nRevenue\t4\t5";
+                SCOPED_TRACE(text);
+                const bool isHeading =
+                    placed(text.c_str(), row.grid).find("'" + iso(first) + "'") ==
+                    std::string::npos;
+                EXPECT_EQ(isHeading, row.follows && (corner.empty() || !misses));
+            }
         }
 }
 
@@ -666,6 +670,29 @@ TEST(BlockPlacing, JoinsSignsThatWebTablesHoldApart) {
               "2016 Tax Rate 21.5 percent; 2017 Tax Rate 20 percent");
     // A column that is empty is one of the block.
     EXPECT_EQ(placed("5\t\t6", yearly(2, 0)), "2016 Net Income 5; 2016 High 6");
+}
+
+TEST(BlockPlacing, TakesASignForTheFigureBehindItAlone) {
+    EXPECT_EQ(placed("\t2024\t\t2025\nRevenue\t$\t4\t5"),
+              "2024 Revenue 4 currency=$; 2025 Revenue 5");
+}
+
+// A column behind them would empty cells where empty cells do.
+TEST(BlockPlacing, HasNoColumnBehindThoseThatItPutsTogether) {
+    const auto emptied = [](const char* text) {
+        BlockGrid grid = yearly();
+        hold(grid, [](int, int) { return Held{.figure = 7}; });
+        BlockPlacing placing(cellsOf(text), grid);
+        BlockSwitches switches = placing.switches();
+        switches.byPeriods = false;
+        switches.emptyCells = true;
+        placing.setSwitches(switches);
+        return told(placing);
+    };
+    EXPECT_EQ(emptied("2024\t2025\t\nRevenue\t4\t5\nNet Income\t3\t"),
+              emptied("\t2024\t2025\nRevenue\t4\t5\nNet Income\t3\t"));
+    EXPECT_EQ(emptied("Acme Inc.\t\t\t\t\n\t2024\t\t2025\t\nRevenue\t$\t4\t$\t5"),
+              emptied("Acme Inc.\t\t\n\t2024\t2025\nRevenue\t$4\t$5"));
 }
 
 TEST(BlockPlacing, ReadsWithTheMarksThatTheClipboardNames) {

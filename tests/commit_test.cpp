@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "company/change_journal.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
@@ -139,9 +140,9 @@ TEST_F(Commit, WithoutARecordThereIsNone) {
 
 TEST_F(Commit, CommonEquityFollowsBookValueTimesShares) {
     chooseBookValue();
-    set(Datum::YBookValSeries, {2.5, 3, 0, -1, 7});
-    set(Datum::YCSOSeries, {100, 0, 50, 50, 2});
-    set(Datum::YCommEqSeries, {1, 2, 3, 4, 5});
+    set(Datum::YBookValSeries, {2.5, 3, 0, -1, 7, 0.5, 10, 1});
+    set(Datum::YCSOSeries, {100, 0, 50, 50, 2, 10, 0.5, 1});
+    set(Datum::YCommEqSeries, {1, 2, 3, 4, 5, 6, 7, 1.00000000000001});
     load();
     commit();
     EXPECT_EQ(element(Datum::YCommEqSeries, 1), 250);
@@ -149,6 +150,9 @@ TEST_F(Commit, CommonEquityFollowsBookValueTimesShares) {
     EXPECT_EQ(element(Datum::YCommEqSeries, 3), 3); // no book value
     EXPECT_EQ(element(Datum::YCommEqSeries, 4), 4); // negative
     EXPECT_EQ(element(Datum::YCommEqSeries, 5), 14);
+    EXPECT_EQ(element(Datum::YCommEqSeries, 6), 5);
+    EXPECT_EQ(element(Datum::YCommEqSeries, 7), 5);
+    EXPECT_EQ(element(Datum::YCommEqSeries, 8), 1) << "all fifteen digits count";
     EXPECT_EQ(element(Datum::YBookValSeries, 1), 2.5);
 }
 
@@ -401,6 +405,31 @@ TEST_F(Commit, ARecordThatLendsItsSettingsTakesThemOverTogether) {
     EXPECT_EQ(held->get(setting::bookValue), Variant(true));
     EXPECT_EQ(held->get(setting::taxRate), Variant(true));
     EXPECT_EQ(held->get(setting::lockBasicInfo), Variant(true));
+}
+
+TEST_F(Commit, ASettingThatTheLockCameUponIsNotWritten) {
+    figures->get_Settings()->put(setting::currencySymbol, "$");
+    load();
+    const auto isWritten = [&] { return std::ranges::count(commit(), "put strCurSymbol") > 0; };
+    EXPECT_TRUE(isWritten());
+    entry.put_CurrentTab(toOptions);
+    scene.typeAt("txtCurSymbol", "^aSFr");
+    figures->get_Settings()->put(setting::lockBasicInfo, true);
+    entry.recordChanged();
+    EXPECT_FALSE(isWritten()) << "it is being typed";
+    scene.desktop.type("{TAB}");
+    scene.desktop.click("chkLockInfo");
+    ASSERT_EQ(entry.unstoredFields().size(), 1U);
+    EXPECT_FALSE(isWritten()) << "it is refused";
+    EXPECT_EQ(figures->get_Settings()->get(setting::currencySymbol), Variant("$"));
+}
+
+TEST_F(Commit, ARecordThatListensTakesOverEachChoiceAtOnce) {
+    record->lendsSettings = true;
+    entry.put_objCompany(std::make_shared<ChangeJournal>(record));
+    entry.put_CurrentTab(toOptions);
+    scene.desktop.click("optCommEq(1)");
+    EXPECT_EQ(figures->get_Settings()->get(setting::bookValue), Variant(true));
 }
 
 TEST_F(Commit, TheTextStillBeingTypedCountsOnceTheFieldIsLeft) {

@@ -518,6 +518,24 @@ TEST_F(Loading, NothingOfTheFormerCompanyStays) {
     EXPECT_TRUE(entry.unstoredFields().empty());
 }
 
+TEST_F(Loading, NoSettingOfTheFormerCompanyStaysWhereTheNextHasNone) {
+    const auto former = fullCompany();
+    for (const auto name : {setting::taxRate, setting::bookValue, setting::lockBasicInfo})
+        former->get_Settings()->put(name, true);
+    former->get_Settings()->put(setting::leadPeriod, std::int16_t{1});
+    former->get_Settings()->put(setting::currencySymbol, "SFr");
+    load(former);
+    ASSERT_EQ(text("txtCurSymbol"), "SFr");
+    const auto next = std::make_shared<ScriptedRecord>(emptyCompany());
+    next->withoutObjects = true;
+    entry.put_objCompany(next);
+    EXPECT_EQ(text("txtCurSymbol"), "$");
+    EXPECT_EQ(text("cmbReportingPeriod"), "");
+    for (const char* option : {"optPTI", "optCommEq"})
+        EXPECT_TRUE(scene.form().get<OptionButton>(option, 0).value()) << option;
+    EXPECT_FALSE(scene.form().get<CheckBox>("chkLockInfo").value());
+}
+
 TEST_F(Loading, AnOpenedRecordTellsItsHostOfTheNewIdentity) {
     int told = 0;
     entry.stateChanged = [&] { ++told; };

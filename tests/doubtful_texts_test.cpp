@@ -254,6 +254,12 @@ TEST_F(DoubtfulTexts, WhatTheDisplayAddsIsNotLeftOut) {
     expectNoDoubt("txtEPSProj");
 }
 
+TEST_F(DoubtfulTexts, DigitsThatAreLeftOutAreToldAlsoWhereTheFigureEndsAlike) {
+    pasteOver(scene, "txtSales(9)", "12.50 or 50");
+    EXPECT_EQ(textOf(scene, "txtSales(9)"), "12.50");
+    EXPECT_EQ(markOf(scene, "txtSales(9)"), "Taken as 12.50; \"or 50\" was left out.");
+}
+
 TEST_F(DoubtfulTexts, ADoubtStaysUntilItsFieldIsEditedOrEnterAgrees) {
     pasteOver(scene, "txtEPSProj", "1.5M");
     pasteOver(scene, "txtYEPS(9)", "1.5M");

@@ -3,8 +3,9 @@
 #include "company/company_base.hpp"
 #include "form/build_form.hpp"
 #include "form/controls.hpp"
-#include "platform/virtual_desktop.hpp"
 #include "tests/support/failing_memory.hpp"
+#include "tests/support/hostile_desktop.hpp"
+#include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
 #include <new>
@@ -25,7 +26,7 @@ struct Counted : Consequences {
 struct EntryContextTest : testing::Test {
     EntryContextTest() { buildForm(form); }
 
-    VirtualDesktop desktop;
+    HostileDesktop desktop;
     Form form;
     Counted told;
     EntryContext context{form, desktop, &told};
@@ -67,9 +68,59 @@ TEST_F(EntryContextTest, MakesOneActionOfTheWorkAndThoseThatAreNamedWithinIt) {
         const EntryContext::UpdateScope nested(context);
         const EntryContext::UpdateScope named(context, Action{Origin::shifted, "Add", {}});
     }
+    { const EntryContext::UpdateScope alone(context); }
     { const EntryContext::UpdateScope first(context, Action{Origin::typed, "Type", {}}); }
-    EXPECT_EQ(record->heard,
-              (std::vector<std::string>{"begin ", "begin Add", "end", "end", "begin Type", "end"}));
+    EXPECT_EQ(record->heard, (std::vector<std::string>{"begin ", "begin Add", "end", "end",
+                                                       "begin ", "end", "begin Type", "end"}));
+}
+
+TEST_F(EntryContextTest, EndsTheActionBeforeAnybodyHearsOfIt) {
+    struct Asking : Consequences {
+        void workDone() override { record->heard.emplace_back("done"); }
+        void stateChanged() override { record->heard.emplace_back("state"); }
+        std::shared_ptr<ListeningRecord> record = std::make_shared<ListeningRecord>();
+    } asking;
+    EntryContext asked(form, desktop, &asking);
+    asked.company = asking.record;
+    {
+        const EntryContext::UpdateScope work(asked);
+        asked.markChanged();
+    }
+    EXPECT_EQ(asking.record->heard, (std::vector<std::string>{"begin ", "end", "done", "state"}));
+}
+
+TEST_F(EntryContextTest, KnowsInWhichUnitATextWasCopiedWhileItCanBeAsked) {
+    desktop.setClipboardText("5");
+    context.noteCopy("5");
+    EXPECT_EQ(context.copiedIn("5"), 0) << "the same unit";
+    context.takeUnit(3);
+    EXPECT_EQ(context.copiedIn("5"), 6);
+    EXPECT_EQ(context.copiedIn("6"), 0);
+    desktop.failing = {"clipboardText"};
+    EXPECT_EQ(context.copiedIn("5"), 0);
+}
+
+TEST_F(EntryContextTest, ReadsADateThatTheRecordHasNoValidOneFor) {
+    const auto record = std::make_shared<CompanyRecord>();
+    context.company = record;
+    auto& field = context[controls::lastFiscalYearDate];
+    field.showStored("12/31/2025");
+    record->put_LastFYDate(*makeDate(2025, 12, 30)); // which the pattern may not show
+    EXPECT_EQ(context.dateOf(field, Datum::LastFYDate), *makeDate(2025, 12, 30));
+    record->put_LastFYDate(Date{-346306});
+    EXPECT_EQ(context.dateOf(field, Datum::LastFYDate), *makeDate(2025, 12, 31));
+}
+
+TEST_F(EntryContextTest, ARefusalIsNoneOnlyWhereTheRecordShowsTheDate) {
+    const auto record = std::make_shared<ScriptedRecord>(std::make_shared<CompanyRecord>());
+    context.company = record;
+    const Date date = *makeDate(2025, 12, 31);
+    record->failing = {"write LastFYDate"};
+    EXPECT_EQ(context.refusalOf(Datum::LastFYDate, date), "write LastFYDate fails");
+    record->company->put_LastFYDate(date);
+    EXPECT_EQ(context.refusalOf(Datum::LastFYDate, date), std::nullopt);
+    record->failing = {"write LastFYDate", "read LastFYDate"};
+    EXPECT_EQ(context.refusalOf(Datum::LastFYDate, date), "write LastFYDate fails");
 }
 
 // Whoever counts what there is to save looks again, also where something was changed before.
@@ -124,12 +175,17 @@ TEST_F(EntryContextTest, CutsWhatWasLeftOutWhereItIsTooLong) {
 
 TEST_F(EntryContextTest, ATextThatIsNotStoredForWantOfMemoryIsToldAllTheSame) {
     auto& field = context[controls::name];
-    field.setText("Typed");
-    {
+    for (const bool locked : {false, true}) {
+        field.showStored("");
+        field.setText("Typed");
+        field.setLocked(locked);
         const FailingMemory memory(1, FailingMemory::Fails::fromThenOn);
-        context.guarded(field, [] { throw std::bad_alloc(); });
+        context.guarded(field, [&] {
+            if (!locked)
+                throw std::bad_alloc();
+        });
+        EXPECT_TRUE((field.mark() == FieldMark{MarkKind::unstored, "Not stored."}));
     }
-    EXPECT_EQ(field.mark(), (FieldMark{MarkKind::unstored, "Not stored."}));
 }
 
 TEST_F(EntryContextTest, AUnitThatIsNoneIsMillions) {

@@ -684,7 +684,10 @@ TEST(ErrorTrap, RowsThatARecordTakesAwayFromWithinItsWriteGoAfterIt) {
 }
 
 TEST(ErrorTrap, AddingAYearFromWithinItsOwnQuestionAddsOne) {
-    for (const auto answer : {MessageAnswer::yes, MessageAnswer::no}) {
+    for (const auto& [answer, within] : {std::pair{MessageAnswer::yes, "cmdAddYear"},
+                                         {MessageAnswer::no, "cmdAddYear"},
+                                         {MessageAnswer::yes, "cmdRemoveYear"},
+                                         {MessageAnswer::no, "cmdRemoveYear"}}) {
         HostileScene scene;
         scene.start();
         const auto company = fullCompany();
@@ -692,12 +695,11 @@ TEST(ErrorTrap, AddingAYearFromWithinItsOwnQuestionAddsOne) {
         scene.entry->put_objCompany(company);
         scene.desktop.clickTab(toYearly);
         bool nested = false;
-        scene.desktop.duringMessage = [&] {
+        scene.desktop.duringMessage = [&, button = within] {
             if (nested)
                 return;
             nested = true;
-            scene.entry->form().click(scene.desktop.control("cmdAddYear"));
-            scene.entry->form().click(scene.desktop.control("cmdRemoveYear"));
+            scene.entry->form().click(scene.desktop.control(button));
         };
         scene.desktop.answerNext(answer);
         scene.desktop.click("cmdAddYear");

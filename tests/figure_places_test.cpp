@@ -25,6 +25,11 @@ class FigurePlacesTest : public ::testing::Test {
         return entry().showFigure(place) ? scene.form().activeControl()->id() : "";
     }
 
+    // Another row of its pair is on show.
+    static bool isPaired(Datum datum) {
+        return datum == YTaxRateSeries || datum == YBookValSeries || datum == QTaxRateSeries;
+    }
+
     EntryScene scene;
     std::shared_ptr<CompanyRecord> company = test::sample("AAPL");
 };
@@ -76,6 +81,30 @@ TEST_F(FigurePlacesTest, ARemarkGoesWithItsFigure) {
     EXPECT_EQ(field("txtRevenue(3)").remark(), "");
     EXPECT_EQ(field("txtRevenue(4)").remark(), "Else.");
     EXPECT_EQ(field("txtTotalDebt").remark(), "");
+}
+
+TEST_F(FigurePlacesTest, EveryCellOnShowHasTheNotesOfItsFigure) {
+    std::map<FigurePlace, std::string> remarks;
+    std::map<FigurePlace, FieldOrigin> origins;
+    for (const DatumRow& row : datumTable())
+        for (int element = 0; isSeries(row) && element <= row.upper; ++element) {
+            const std::string name = std::string(row.name) + std::to_string(element);
+            remarks[{row.datum, element}] = name;
+            origins[{row.datum, element}] = {"Of " + name, false};
+        }
+    entry().setRemarks(remarks);
+    entry().setOrigins(origins);
+    for (const auto& [place, remark] : remarks)
+        if (!isPaired(place.datum)) {
+            const TextField& cell = field(entry().fieldOf(place));
+            EXPECT_EQ(cell.remark(), remark);
+            EXPECT_EQ(cell.origin(), origins[place]);
+        }
+    entry().put_CurrentTab(toQuarterly);
+    scene.desktop.spin("spnQuarter", -1);
+    EXPECT_EQ(field("txtRevenue(33)").remark(), "QRevenueSeries34");
+    EXPECT_EQ(field("txtRevenue(34)").remark(), "") << "it shows no quarter";
+    EXPECT_EQ(field("txtRevenue(34)").origin(), FieldOrigin());
 }
 
 TEST_F(FigurePlacesTest, AnotherRecordAndClearTakeRemarksAway) {

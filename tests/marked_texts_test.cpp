@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/failing_memory.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
 
@@ -398,6 +399,18 @@ TEST_F(MarkedTexts, StayInTheirRowWhereTheYearComes) {
     scene.entry->recordChanged();
     EXPECT_EQ(scene.text("txtLastFY"), "2025");
     EXPECT_EQ(marked(), Names{"txtSales(9)=1e400"});
+    company->put_LastFY(9999); // which is none
+    scene.entry->recordChanged();
+    EXPECT_EQ(marked(), Names{"txtSales(9)=1e400"});
+}
+
+TEST_F(MarkedTexts, ThatWaitWithoutAYearAreCalledWithoutOne) {
+    company->put_LastFY(9999);
+    scene.load(record);
+    pasteOver(scene, "txtYOption(9)", "1e400");
+    choose("optPTI(1)");
+    ASSERT_EQ(scene.entry->unstoredFields().size(), 1U);
+    EXPECT_EQ(scene.entry->unstoredFields()[0].label, "Pre-Tax Income (M)");
 }
 
 TEST_F(MarkedTexts, OfAYearThatDropsOutGoWithIt) {
@@ -487,6 +500,13 @@ TEST_F(MarkedTexts, AreThoseThatAreBeingTypedWhenTheHostMovesTheQuarters) {
     EXPECT_EQ(marked(), Names{"txtRevenue(0)=90"});
 }
 
+TEST_F(MarkedTexts, GoOnToTheirRowWhereNoneIsLeftInTheirPlace) {
+    pasteOver(scene, "txtRevenue(0)", "1e400");
+    company->put_LastQDate(*makeDate(2026, 12, 31)); // a quarter without figures on top
+    scene.entry->recordChanged();
+    EXPECT_EQ(marked(), Names{"txtRevenue(1)=1e400"});
+}
+
 TEST_F(MarkedTexts, StayInTheirRowWhereTheDateComesAndGoes) {
     record->failing = {"read LastQDate", "read LastQDateForGrid"};
     scene.load(record);
@@ -549,18 +569,40 @@ TEST_F(MarkedTexts, ThatAreEmptyAreNoneOnceNothingIsStored) {
 }
 
 // Where a cell is entered whose series can't be read for a moment, its text waits.
-TEST_F(MarkedTexts, ThatWaitGiveWayToWhatIsTypedInTheirCell) {
+TEST_F(MarkedTexts, ThatWaitGiveWayToWhatIsPutIntoTheirCell) {
     company->get_Settings()->put(setting::unit, 3);
-    scene.load(record);
-    pasteOver(scene, "txtEPS(0)", "1e400");
-    goTo(scene, "txtRevenue(0)");
-    record->failing = {"read QEPSSeries"};
-    goTo(scene, "txtEPS(0)");
-    EXPECT_EQ(marked(), Names{"QEPSSeries(0)=1e400"});
-    record->failing.clear();
-    desktop.type("5{TAB}");
-    EXPECT_EQ(elementOf(*company, "QEPSSeries", 0), 5);
-    EXPECT_EQ(marked(), Names{});
+    for (const auto& [keys, figure] : {std::pair{"5{TAB}", 5}, {"+{DOWN}{DEL}", 0}}) {
+        SCOPED_TRACE(keys);
+        putElement(*company, "QEPSSeries", 0, 4);
+        scene.load(record);
+        pasteOver(scene, "txtEPS(0)", "1e400");
+        goTo(scene, "txtRevenue(0)");
+        record->failing = {"read QEPSSeries"};
+        goTo(scene, "txtEPS(0)");
+        EXPECT_EQ(marked(), Names{"QEPSSeries(0)=1e400"});
+        record->failing.clear();
+        desktop.type(keys);
+        EXPECT_EQ(elementOf(*company, "QEPSSeries", 0), figure);
+        EXPECT_EQ(marked(), Names{});
+    }
+}
+
+TEST_F(MarkedTexts, AreToldOnceHoweverMemoryFailsWhereTheyAreShownAnew) {
+    bool failed = true;
+    for (int round = 1; failed; round += 1 + round / 8) {
+        pasteOver(scene, "txtSales(9)", "1e400");
+        {
+            const FailingMemory memory(round);
+            scene.entry->recordChanged();
+            failed = memory.hasFailed();
+        }
+        ASSERT_LE(marked().size(), 1U) << "at allocation " << round;
+        scene.entry->recordChanged();
+        ASSERT_EQ(marked(), Names{"txtSales(9)=1e400"}) << "at allocation " << round;
+        pasteOver(scene, "txtSales(9)", "2e400");
+        scene.entry->recordChanged();
+        ASSERT_EQ(marked(), Names{"txtSales(9)=2e400"}) << "at allocation " << round;
+    }
 }
 
 TEST_F(MarkedTexts, GiveWayToWhatTakesTheirPlace) {

@@ -216,6 +216,18 @@ TEST_F(QuarterSpan, FiguresThatTheRecordDoesNotLetMoveAreToldOf) {
         "These figures could not be moved. They stand in another period now:\rEarnings Per Share");
 }
 
+TEST_F(QuarterSpan, SeriesThatAreNoneStayWithoutAWord) {
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->everySeries = Variant("none");
+    open(record);
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.click("cmdAddQuarter");
+    EXPECT_EQ(desktop.messages().size(), 1U) << "the question";
+    EXPECT_EQ(record->logged("write QRevenueSeries"), std::vector<std::string>{});
+    EXPECT_EQ(company->get_LastQDate(), *makeDate(2026, 12, 31));
+}
+
 TEST_F(QuarterSpan, FiguresThatTheRecordCouldNotReadAreToldOf) {
     fill();
     load(*makeDate(2026, 9, 30));
@@ -852,6 +864,18 @@ TEST_F(QuarterSpan, ARowThatGoesAwayWithTheFocusIsStoredFirst) {
     EXPECT_EQ(elementOf(*company, "QNetIncSeries", 3), 66);
     scene.entry->put_VisibleQuarters(9);
     EXPECT_EQ(scene.text("txtNetInc", 8), "55.00");
+}
+
+TEST_F(QuarterSpan, NewRowsStoreNothingOfACellThatWasLeftForAnotherWindow) {
+    fill();
+    load(*makeDate(2026, 9, 30));
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    open(record);
+    goTo(scene, "txtRevenue(8)");
+    ASSERT_TRUE(desktop.leaveForm());
+    record->log.clear();
+    scene.entry->put_VisibleQuarters(12);
+    EXPECT_EQ(record->logged("write "), std::vector<std::string>{});
 }
 
 TEST_F(QuarterSpan, AFigureThatIsBeingTypedSurvivesNewRows) {

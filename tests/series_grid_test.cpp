@@ -326,6 +326,17 @@ TEST(GridCells, AFigureTypedBackToWhatIsStoredIsNotMarked) {
     }
 }
 
+TEST(GridCells, WhatIsBeingTypedIsWrittenInEighthsWhereItIsAPrice) {
+    for (const Column& column : columns) {
+        EntryScene scene;
+        scene.load(gridCompany(6));
+        typeAt(scene, cellId(column.cells, 3), "2.5");
+        scene.entry->put_FractionDisplay(true);
+        EXPECT_EQ(textOf(scene, cellId(column.cells, 3)), column.price ? "2 1/2" : "2.5")
+            << column.cells;
+    }
+}
+
 TEST(GridCells, UnderTheLockNothingIsWritten) {
     EntryScene scene;
     const auto company = gridCompany(6);

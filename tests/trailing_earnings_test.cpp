@@ -346,6 +346,11 @@ TEST_F(LastFourQuarters, ThatFollowWhatTheHostHasPutIntoAQuarterAreAChange) {
     quarters({1, 2, 3, 4});
     load();
     putElement(*company, "QEPSSeries", 0, 2);
+    for (const char* id : {"txtYEPS(8)", "txtSales(9)"}) {
+        goTo(scene, id);
+        goTo(scene, "txtSales(0)");
+        EXPECT_EQ(company->get_Last4QEPS(), 10) << id;
+    }
     goTo(scene, "txtYEPS(9)");
     EXPECT_FALSE(scene.entry->get_blnDirty());
     desktop.type("{TAB}");
@@ -364,6 +369,28 @@ TEST_F(LastFourQuarters, RestWhileTheDateIsEmptied) {
     typeOver(scene, "txtEPS(0)", "5");
     EXPECT_EQ(company->get_Last4QEPS(), 10.25);
     EXPECT_EQ(shown(), "10.25");
+}
+
+TEST(TrailingEarningsRule, IsTheProjectsOwnOnceItIsRegistered) {
+    ObjectFactory factory;
+    EXPECT_EQ(factory.create(trailingEarningsId), nullptr);
+    registerTrailingEarnings(factory);
+    EXPECT_NE(std::dynamic_pointer_cast<TrailingEarnings>(factory.create(trailingEarningsId)),
+              nullptr);
+}
+
+TEST(TrailingEarningsRule, NeedsBothDatesOfTheQuarters) {
+    const Date end = *makeDate(2025, 12, 31);
+    const auto ofYear = [&](Date lastQuarter, Date newestQuarter) {
+        return newTrailingEarnings()->lastFour({.lastQuarter = lastQuarter,
+                                                .newestQuarter = newestQuarter,
+                                                .quarterly = numberArray({}),
+                                                .yearly = 10,
+                                                .fiscalYearEnd = end});
+    };
+    EXPECT_EQ(ofYear(end, end), 10);
+    EXPECT_EQ(ofYear(end, {}), std::nullopt);
+    EXPECT_EQ(ofYear({}, end), std::nullopt);
 }
 
 // --- the rule of a host --------------------------------------------------------------------------

@@ -347,6 +347,38 @@ TEST_F(YearSpan, AFigureThatIsBeingTypedIsStoredInItsYearFirst) {
     EXPECT_EQ(scene.text("txtSales", 8), "777.00");
 }
 
+// A screen reader presses a button and leaves the focus where it is.
+TEST_F(YearSpan, WhatHasTheFocusIsSettledFirstAndSelectedAnew) {
+    load();
+    goTo(scene, "txtSales(9)");
+    desktop.type("^a7");
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.form().click(desktop.control("cmdAddYear"));
+    EXPECT_EQ(elementOf(*company, "YRevenueSeries", 2), 7);
+    EXPECT_EQ(desktop.focusedId(), "txtSales(9)");
+    EXPECT_EQ(scene.field("txtSales", 9).selText(), "2006.00");
+    goTo(scene, "txtLastFY");
+    desktop.type("^a20");
+    desktop.answerNext(MessageAnswer::yes);
+    desktop.form().click(desktop.control("cmdAddYear"));
+    EXPECT_EQ(company->get_LastFY(), 2007) << "a year that is half typed is none";
+}
+
+TEST_F(YearSpan, AYearThatIsNoneNamesNoRows) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    for (const auto& [year, shown] : {std::pair{0, ""}, {9999, "9999"}, {2005, "2005"}}) {
+        record->failing.clear();
+        company->put_LastFY(static_cast<std::int16_t>(year));
+        company->put_LastFYDate({});
+        record->failing = {"write LastFY", "write LastFYDate"};
+        scene.load(record);
+        EXPECT_EQ(scene.text("txtLastFY"), shown);
+        EXPECT_EQ(label(9), year == 2005 ? "2005" : "");
+        EXPECT_EQ(label(10), year == 2005 ? "2006" : "");
+    }
+}
+
 TEST_F(YearSpan, TheHelpFrameClosesWhenTheSpanIsAskedFor) {
     load();
     desktop.control("fraDE", 0).setVisible(true);
@@ -456,6 +488,37 @@ TEST_F(YearSpan, AYearThatIsTypedOverFiguresIsInDoubt) {
     EXPECT_EQ(type("2003"), doubt(2003, 2004));
 }
 
+TEST_F(YearSpan, AYearThatIsTypedWhereNoneWasShownIsNot) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    record->failing = {"read LastFY"};
+    scene.load(record);
+    record->failing.clear();
+    typeOver(scene, "txtLastFY", "2004");
+    EXPECT_EQ(company->get_LastFY(), 2004);
+    EXPECT_EQ(markOf(scene, "txtLastFY"), "");
+}
+
+TEST_F(YearSpan, AYearThatTheRecordRefusesAndDoesNotShowIsMarked) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    record->failing = {"write LastFY", "read LastFY"};
+    typeOver(scene, "txtLastFY", "2004");
+    EXPECT_EQ(markOf(scene, "txtLastFY"), "This value could not be stored. write LastFY fails");
+}
+
+TEST_F(YearSpan, ADateThatTheLockComesUponIsNotStored) {
+    load();
+    goTo(scene, "txtDateofLastFY");
+    desktop.type("^a12/31/2004");
+    company->get_Settings()->put(setting::lockBasicInfo, true);
+    scene.entry->recordChanged();
+    ASSERT_EQ(scene.text("txtDateofLastFY"), "12/31/2004");
+    desktop.type("{TAB}");
+    EXPECT_EQ(company->get_LastFYDate(), *makeDate(2005, 12, 31));
+}
+
 TEST_F(YearSpan, AYearThatIsTypedWhereThereAreNoFiguresIsNot) {
     company = datedCompany();
     scene.load(company);
@@ -527,8 +590,10 @@ TEST_F(YearSpan, ACellThatTakesTheFocusComesIntoView) {
     EXPECT_EQ(panel.left() + last.left() + last.width(), panel.container()->width())
         << "no farther than it takes";
     const Twips before = panel.left();
-    desktop.type("+{TAB}{TAB}");
-    EXPECT_EQ(panel.left(), before) << "in view already";
+    for (const char* key : {"+{TAB}", "{TAB}"}) {
+        desktop.type(key);
+        EXPECT_EQ(panel.left(), before) << "in view already";
+    }
     desktop.type("^{HOME}");
     EXPECT_EQ(panel.left(), -desktop.control("txtSales", 3).left());
     EXPECT_EQ(desktop.focusedId(), "txtSales(3)");
