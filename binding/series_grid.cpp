@@ -205,7 +205,6 @@ void SeriesGrid::follow(
 }
 
 void SeriesGrid::clear() {
-    forgetMarked();
     for (const auto& column : cells_)
         for (TextBox* cell : column)
             cell->showStored("");

@@ -166,17 +166,15 @@ std::string SeriesGrid::nameOf(const FigurePlace& place) const {
     return nameOf(series) + unit + (period.empty() ? "" : " " + period);
 }
 
-std::optional<SeriesGrid::WayBack> SeriesGrid::wayBackTo(const FigurePlace& place) const {
-    const auto column = columnOf(place.datum);
-    if (!column)
-        return std::nullopt;
-    const GridColumn& description = columns_[static_cast<std::size_t>(*column)];
+SeriesGrid::WayBack SeriesGrid::wayBackTo(const FigurePlace& place) const {
+    const int column = columnOf(place.datum).value();
+    const GridColumn& description = columns_[static_cast<std::size_t>(column)];
     const auto apart = [&](const TextBox* cell) {
         return std::abs(elementOf(cell->index()) - *place.element);
     };
     return WayBack{description.choice,
                    description.usual.series == place.datum ? PairRow::usual : PairRow::alternative,
-                   *std::ranges::min_element(cells(*column), {}, apart)};
+                   *std::ranges::min_element(cells(column), {}, apart)};
 }
 
 // --- the unit ------------------------------------------------------------------------------------

@@ -14,7 +14,7 @@ bool CellCommands::mayChange(const Place& place) {
     TextBox& field = place.grid->box(place.cell);
     if (context_.company == nullptr)
         return false;
-    if (context_.isLocked() || field.locked())
+    if (field.locked())
         context_.tellRefused(field, text_number::dataLocked);
     else if (!place.grid->reasonNotToStore().empty())
         context_.tellRefused(field, text_number::reasonNoQuarter);
@@ -77,9 +77,10 @@ void CellCommands::carry(const Place& place, const CellSelection::Span& span, in
     std::string below;
     for (int column = span.firstColumn; column <= span.lastColumn; ++column) {
         const double figure = grid.held({column, source}).value_or(0);
-        const bool negatives = grid.columns()[static_cast<std::size_t>(column)].negatives;
-        if (figure == 0 || (figure < 0 && !negatives)) {
-            std::string& list = figure == 0 ? without : below;
+        const bool refused =
+            figure < 0 && !grid.columns()[static_cast<std::size_t>(column)].negatives;
+        if (figure == 0 || refused) {
+            std::string& list = refused ? below : without;
             list += (list.empty() ? "" : ", ") + grid.headOf(column);
             continue;
         }

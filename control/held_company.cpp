@@ -114,8 +114,6 @@ void HeldCompany::load(std::shared_ptr<iVKR_Company> company) {
 void HeldCompany::show() {
     const During loading(loading_); // cells get their names once, with the captions of the unit
     checkInvariants();
-    yearly_.forgetMarked();
-    quarterly_.forgetMarked();
     ifPossible([&] { clear(); });
     ifPossible([&] { listReportingPeriods(); });
     context_.ComputeUnitFactor();
@@ -166,7 +164,6 @@ void HeldCompany::showAnew() {
         quarterly_.shade();
         ifPossible([&] { options_.showUnit(); });
     }
-    nameCells(form);
     for (std::size_t i = 0; i < dates.size(); ++i)
         if (const auto& one = suggestedDates[i]; context_[one.second].tag() != dates[i])
             ifPossible(
@@ -227,6 +224,8 @@ void HeldCompany::holdCommitted() {
 }
 
 void HeldCompany::clear() {
+    yearly_.forgetMarked();
+    quarterly_.forgetMarked();
     context_.hideHelpFrame();
     fields_.clear();
     quarterly_.clear();

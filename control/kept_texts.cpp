@@ -24,28 +24,20 @@ void KeptTexts::takeActive() {
     auto* field = form.hasFocus() ? textFieldOf(form.activeControl()) : nullptr;
     if (field == nullptr)
         return;
-    SeriesGrid* const grid = yearly_.find(*field)      ? &yearly_
-                             : quarterly_.find(*field) ? &quarterly_
-                                                       : nullptr;
     active_ = Active{.field = field,
                      .text = field->text(),
                      .mark = field->mark(),
                      .start = field->selStart(),
                      .length = field->selLength(),
                      .typed = field->mark().kind != MarkKind::unstored && !field->standsForStored(),
-                     .grid = grid,
-                     .place = {}};
-    if (grid != nullptr)
-        if (const auto cell = grid->find(*field))
-            active_->place = grid->placeOf(*cell);
-    if (active_->typed && grid != nullptr)
-        field->setMark({}); // else the grid would keep what is being typed as well
+                     .cell = {}};
+    for (SeriesGrid* grid : {&yearly_, &quarterly_})
+        if (const auto at = grid->find(*field))
+            active_->cell = ActiveCell{grid, *at, grid->placeOf(*at)};
 }
 
 void KeptTexts::putBack(const PeriodsMoved& moved) {
     for (const Kept& kept : kept_) {
-        if (active_ && active_->typed && active_->field == kept.field)
-            continue;
         if (kept.mark.kind == MarkKind::unstored)
             kept.field->putBackRefused(kept.text, kept.mark);
         else if (kept.field->text() == kept.text)
@@ -59,17 +51,13 @@ void KeptTexts::putBack(const PeriodsMoved& moved) {
 bool KeptTexts::staysTyped(const PeriodsMoved& moved) {
     if (!active_->typed)
         return false;
-    if (active_->grid == nullptr)
+    if (!active_->cell)
         return true;
-    const auto cell = active_->grid->find(*active_->field);
-    if (!cell || !active_->place)
-        return false;
-    FigurePlace place = *active_->place;
-    place.element = *place.element + (active_->grid == &yearly_ ? moved.years : moved.quarters);
-    if (active_->grid->placeOf(*cell) == place && active_->field->enabled())
+    auto [grid, at, place] = *active_->cell;
+    place.element = *place.element + (grid->isQuarterly() ? moved.quarters : moved.years);
+    if (grid->placeOf(at) == place && active_->field->enabled())
         return true;
-    active_->grid->putMarked(
-        {place, active_->text, context_.unstored(text_number::reasonRefused), 0, {}});
+    grid->putMarked({place, active_->text, context_.unstored(text_number::reasonRefused), {}, {}});
     return false;
 }
 

@@ -27,6 +27,11 @@ class KeptTexts {
         std::string text;
         FieldMark mark;
     };
+    struct ActiveCell {
+        SeriesGrid* grid;
+        SeriesGrid::Cell at;
+        FigurePlace place; // that it shows
+    };
     struct Active {
         TextField* field;
         std::string text;
@@ -34,8 +39,7 @@ class KeptTexts {
         int start;
         int length;
         bool typed;
-        SeriesGrid* grid; // null for what is no cell
-        std::optional<FigurePlace> place;
+        std::optional<ActiveCell> cell;
     };
 
     void takeActive();

@@ -44,7 +44,6 @@ void VKRDataEntry::Impl::initialize() {
         texts.startUp();
     company.clear();
     context.priceFormat = startPriceFormat;
-    controls::quarterlyPanel.in(form).move(0, 0);
     controls::yearlyIncomeHead.in(form).setAutoSize(true);
     context[controls::currencySymbol].showStored(startCurrencySymbol);
     for (const auto& list : {controls::industry, controls::exchange, controls::source})
@@ -112,21 +111,23 @@ bool VKRDataEntry::Impl::copyCells(CellCommands::Headings headings) {
 
 // A text that waits has no field: its row comes back, and the cell as near as there is one.
 void VKRDataEntry::Impl::showField(std::string_view id) {
+    SeriesGrid* waitsIn = nullptr;
+    FigurePlace place{};
     for (SeriesGrid* grid :
          {static_cast<SeriesGrid*>(&yearly), static_cast<SeriesGrid*>(&quarterly)})
-        for (const auto* waiting : grid->waitingTexts()) {
-            if (idOf(waiting->place) != id)
-                continue;
-            const FigurePlace place = waiting->place;
-            const auto way = grid->wayBackTo(place);
-            if (!way)
-                return;
-            if (way->choice != ColumnChoice::none)
-                options.showRow(way->choice, way->row);
-            pages.showField(way->cell->id());
-            return;
-        }
-    pages.showField(id);
+        for (const auto* waiting : grid->waitingTexts())
+            if (idOf(waiting->place) == id) {
+                waitsIn = grid;
+                place = waiting->place;
+            }
+    if (waitsIn == nullptr) {
+        pages.showField(id);
+        return;
+    }
+    const auto way = waitsIn->wayBackTo(place);
+    if (way.choice != ColumnChoice::none)
+        options.showRow(way.choice, way.row);
+    pages.showField(way.cell->id());
 }
 
 } // namespace vkr
