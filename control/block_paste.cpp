@@ -14,12 +14,21 @@ namespace vkr {
 
 namespace {
 
-// The switches in their order on the preview.
-enum SwitchPlace { byPeriods, byNames, turned, reversed, unit, emptyCells, decimal };
-
 constexpr int units[] = {0, 3, 6, 9};
 constexpr int captionsOfUnits[] = {549, 550, 551}; // thousands, millions, billions
 constexpr char decimalMarks[] = {'.', ','};
+
+// What a person chooses, by the place of the switch on the preview.
+using Choose = void (*)(BlockSwitches& switches, int chosen);
+constexpr Choose choices[] = {
+    [](BlockSwitches& switches, int chosen) { switches.byPeriods = chosen != 0; },
+    [](BlockSwitches& switches, int chosen) { switches.byNames = chosen != 0; },
+    [](BlockSwitches& switches, int chosen) { switches.turned = chosen != 0; },
+    [](BlockSwitches& switches, int chosen) { switches.reversed = chosen != 0; },
+    [](BlockSwitches& switches, int chosen) { switches.unit = units[chosen]; },
+    [](BlockSwitches& switches, int chosen) { switches.emptyCells = chosen != 0; },
+    [](BlockSwitches& switches, int chosen) { switches.decimal = decimalMarks[chosen]; },
+};
 
 template <typename Values, typename Value>
 int placeOf(const Values& values, Value value) {
@@ -198,43 +207,25 @@ void BlockPaste::setSwitch(int index, int chosen) {
     if (index < 0 || index >= static_cast<int>(switches_.size()))
         return;
     const PasteSwitch& turnedOne = switches_[static_cast<std::size_t>(index)];
-    const int choices = turnedOne.entries.empty() ? 2 : static_cast<int>(turnedOne.entries.size());
-    if (!turnedOne.enabled || chosen < 0 || chosen >= choices)
+    const int count = turnedOne.entries.empty() ? 2 : static_cast<int>(turnedOne.entries.size());
+    if (!turnedOne.enabled || chosen < 0 || chosen >= count)
         return;
     BlockSwitches switches = placing_.switches();
-    const bool on = chosen != 0;
-    switch (index) {
-    case byPeriods:
-        switches.byPeriods = on;
-        break;
-    case byNames:
-        switches.byNames = on;
-        break;
-    case turned:
-        switches.turned = on;
-        break;
-    case reversed:
-        switches.reversed = on;
-        break;
-    case unit:
-        switches.unit = units[chosen];
-        break;
-    case emptyCells:
-        switches.emptyCells = on;
-        break;
-    case decimal:
-        switches.decimal = decimalMarks[chosen];
-        break;
-    default:
-        break;
-    }
-    placing_.setSwitches(switches);
-    tell();
+    choices[index](switches, chosen);
+    set(switches);
 }
 
 void BlockPaste::setUnit(std::int32_t exponent) {
-    if (placing_.switches().unit == 0)
-        setSwitch(SwitchPlace::unit, placeOf(units, exponent));
+    BlockSwitches switches = placing_.switches();
+    if (switches.unit != 0)
+        return;
+    switches.unit = exponent;
+    set(switches);
+}
+
+void BlockPaste::set(const BlockSwitches& switches) {
+    placing_.setSwitches(switches);
+    tell();
 }
 
 void BlockPaste::pressOk() {
@@ -245,19 +236,18 @@ void BlockPaste::pressOk() {
 void BlockPaste::tellSwitches() {
     using namespace text_number;
     const BlockSwitches& set = placing_.switches();
-    const bool headed = set.byPeriods && placing_.hasPeriods();
     const auto say = [&](int number) { return context_.text(number); };
     std::vector<std::string> unitEntries = {say(unitAsShown) + " " + context_.unitText()};
     for (const int caption : captionsOfUnits)
         unitEntries.push_back(say(caption));
     switches_ = {
-        {say(text_number::byPeriods), {}, headed ? 1 : 0, placing_.hasPeriods()},
+        {say(text_number::byPeriods), {}, set.byPeriods ? 1 : 0, placing_.hasPeriods()},
         {say(text_number::byNames),
          {},
          set.byNames && placing_.hasNames() ? 1 : 0,
          placing_.hasNames()},
-        {say(text_number::turned), {}, set.turned ? 1 : 0, !headed},
-        {say(text_number::reversed), {}, set.reversed ? 1 : 0, !headed},
+        {say(text_number::turned), {}, set.turned ? 1 : 0, !set.byPeriods},
+        {say(text_number::reversed), {}, set.reversed ? 1 : 0, !set.byPeriods},
         {say(blockUnit), unitEntries, placeOf(units, set.unit), true},
         {say(text_number::emptyCells),
          {say(keepCells), say(keepCells + 1)},

@@ -46,6 +46,7 @@ class BlockPaste final : public PasteForm {
     [[nodiscard]] PasteLine lineOf(const PlacedCell& cell) const;
     // Of cells that go nowhere for the same reason.
     [[nodiscard]] PasteLine lineOf(const std::vector<const PlacedCell*>& alike) const;
+    void set(const BlockSwitches& switches);
     void tell();
     void tellLines();
     void tellSwitches();

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Blocks as spreadsheets, web pages and reports put them on the clipboard, up to the record.
+#include "company/company_base.hpp"
 #include "control/block_paste.hpp"
 #include "platform/exact_number.hpp"
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 namespace vkr {
 namespace {
@@ -169,11 +172,24 @@ const Block blocks[] = {
     {"AnIncomeStatementWithBothEarnings", "txtSales(0)",
      "\t2025\t2024\nBasic EPS\t7.49\t6.11\nDiluted EPS\t7.46\t6.08\n",
      "YEPSSeries 2025 7.46, 2024 6.08", "2 figures will be pasted. 2 are left out."},
+    {"MonthsWithTheirYears", "txtSales(0)", "\tSep-25\tSep-24\nRevenue\t416161\t391035\n",
+     "YRevenueSeries 2025 416161, 2024 391035", "2 figures will be pasted."},
     {"HeadsWithTheirUnit", "txtSales(0)",
      "\tSales (B)\tNet income (B)\n2024\t391.035\t93.736\n2025\t416.161\t112.01\n",
      "YRevenueSeries 2025 416161, 2024 391035; YNetIncSeries 2025 112010, 2024 93736",
      "4 figures will be pasted."},
 };
+
+// "7.46: 2025 Earnings Per Share 7.46; n/a: "
+std::string told(const std::vector<PasteLine>& lines) {
+    std::string text;
+    for (const auto& line : lines) {
+        text += (text.empty() ? "" : "; ") + line.text + ": ";
+        if (!line.after.empty())
+            text += line.period + " " + line.column + " " + line.after;
+    }
+    return text;
+}
 
 class Blocks : public testing::TestWithParam<Block> {};
 
@@ -197,24 +213,160 @@ INSTANTIATE_TEST_SUITE_P(All, Blocks, testing::ValuesIn(blocks),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(BlockPaste, TakesDilutedEarningsBeforeBasicOnesByAnyOfTheirNames) {
+    EntryScene scene;
+    scene.load(emptyCompany());
+    scene.desktop.clickTab(toYearly);
+    scene.desktop.click("txtSales(0)");
     for (const char* diluted :
          {"Diluted EPS", "Diluted earnings per share", "Earnings per share, diluted",
           "EPS (Diluted)", "Diluted (in dollars per share)"})
         for (const char* basic :
              {"EPS", "Earnings per share", "Basic EPS", "Basic earnings per share",
               "Earnings per share, basic", "EPS (Basic)"}) {
-            SCOPED_TRACE(std::string(basic) + ", " + diluted);
-            EntryScene scene;
-            const auto record = emptyCompany();
-            scene.load(record);
-            scene.desktop.clickTab(toYearly);
             scene.desktop.setClipboardText("\t2025\n" + std::string(basic) + "\t7.49\n" + diluted +
                                            "\t7.46\n");
-            scene.desktop.acceptNextPaste();
-            scene.desktop.click("txtSales(0)");
             scene.desktop.type("^v");
-            EXPECT_EQ(figuresOf(*record), "YEPSSeries 2025 7.46");
+            EXPECT_EQ(told(scene.desktop.pastes().back().lines),
+                      "7.49: ; 7.46: 2025 Basic EPS 7.46")
+                << basic << ", " << diluted;
         }
+}
+
+TEST(BlockPaste, ReadsItsFiguresByTheDecimalMarkOfTheForm) {
+    EntryScene scene;
+    scene.load(emptyCompany());
+    scene.desktop.clickTab(toYearly);
+    scene.desktop.setClipboardText("1,234\t2");
+    scene.typeAt("txtSales(8)", "^v");
+    EXPECT_EQ(scene.desktop.pastes().back().lines[0].after, "1234");
+    scene.entry->put_NumberMarks({.decimal = ',', .grouping = "."});
+    scene.desktop.type("^v");
+    EXPECT_EQ(scene.desktop.pastes().back().lines[0].after, "1,234");
+}
+
+// Its quarters are dated, its years are not, or without an end.
+class RecordOfQuarters final : public CompanyBase {
+  public:
+    RecordOfQuarters(std::int16_t year, Date end) : year_(year), end_(end) {}
+    [[nodiscard]] std::int16_t get_LastFY() const override { return year_; }
+    [[nodiscard]] Date get_LastFYDate() const override { return end_; }
+    void put_LastFYDate(Date /*suggested*/) override {}
+    [[nodiscard]] Date get_LastQDate() const override { return *makeDate(2025, 12, 27); }
+    [[nodiscard]] Date get_LastQDateForGrid() const override { return get_LastQDate(); }
+    [[nodiscard]] Variant get_QRevenueSeries() const override {
+        return numberArray(std::vector<double>(35), 0);
+    }
+
+  private:
+    std::int16_t year_;
+    Date end_;
+};
+
+TEST(BlockPaste, NamesQuartersWhereTheRecordHasAFiscalYearAndItsEnd) {
+    struct Row {
+        std::int16_t year;
+        Date end;
+        const char* lines;
+    };
+    const Date end = *makeDate(2025, 9, 27);
+    for (const auto& [year, ends, lines] :
+         {Row{2025, end, "5: 9/27/2025 \u2190 Q4 2025 Revenue (M) 5"},
+          Row{0, end, "5: 12/27/2025 Revenue (M) 5"},
+          Row{2025, Date{}, "5: 12/27/2025 Revenue (M) 5"}}) {
+        EntryScene scene;
+        scene.load(std::make_shared<RecordOfQuarters>(year, ends));
+        scene.desktop.clickTab(toQuarterly);
+        scene.desktop.setClipboardText("\tQ4 2025\nRevenue\t5");
+        scene.typeAt("txtRevenue(0)", "^v");
+        ASSERT_EQ(scene.desktop.pastes().size(), 1U);
+        EXPECT_EQ(told(scene.desktop.pastes()[0].lines), lines) << year;
+    }
+}
+
+TEST(BlockPaste, LeavesOutTheFiguresOfASeriesThatCannotBeRead) {
+    const auto record = std::make_shared<ScriptedRecord>(emptyCompany());
+    EntryScene scene;
+    scene.load(record);
+    record->failing = {"read YPTISeries"};
+    scene.desktop.clickTab(toYearly);
+    scene.desktop.setClipboardText("1\t2\t3");
+    scene.typeAt("txtSales(9)", "^v");
+    ASSERT_EQ(scene.desktop.pastes().size(), 1U);
+    EXPECT_EQ(told(scene.desktop.pastes()[0].lines),
+              "1: 2025 Revenue (M) 1; 2: ; 3: 2025 Net Inc. (M) 3");
+}
+
+// --- switches ------------------------------------------------------------------------------------
+
+std::vector<int> chosenIn(const PasteForm& form) {
+    std::vector<int> chosen;
+    for (const auto& one : form.switches())
+        chosen.push_back(one.chosen);
+    return chosen;
+}
+
+// Of blocks that have everything: what is enabled can be chosen, and the rest stays as it is.
+TEST(BlockPaste, EachSwitchTurnsAlone) {
+    EntryScene scene;
+    scene.load(emptyCompany());
+    scene.desktop.clickTab(toYearly);
+    scene.desktop.click("txtSales(0)");
+    for (const char* block : {"\t2024\t2025\nRevenue\t1.5\t2.5\nNet income\t-\t4.5", "1.5\t2.5"}) {
+        SCOPED_TRACE(block);
+        scene.desktop.setClipboardText(block);
+        scene.desktop.answerNextPaste([](PasteForm& form) {
+            const auto count = form.lines().size();
+            for (int index = 0; index < std::ssize(form.switches()); ++index)
+                for (const int choice : {1, 0, 2, 3, 1, 0}) {
+                    const PasteSwitch before = form.switches()[static_cast<std::size_t>(index)];
+                    auto expected = chosenIn(form);
+                    const int choices =
+                        before.entries.empty() ? 2 : static_cast<int>(before.entries.size());
+                    if (before.enabled && choice < choices)
+                        expected[static_cast<std::size_t>(index)] = choice;
+                    form.setSwitch(index, choice);
+                    EXPECT_EQ(chosenIn(form), expected) << before.caption << " " << choice;
+                }
+            form.setSwitch(0, 1);
+            form.setSwitch(1, 1);
+            EXPECT_EQ(form.lines().size(), count) << "each cell is told once";
+        });
+        scene.desktop.type("^v");
+    }
+    EXPECT_TRUE(scene.desktop.scriptUsedUp());
+}
+
+// --- cells that go nowhere -----------------------------------------------------------------------
+
+TEST(BlockPaste, UpToFiftyCellsThatGoNowhereHaveALineEach) {
+    EntryScene scene;
+    scene.load(emptyCompany());
+    scene.desktop.clickTab(toYearly);
+    const auto linesOf = [&](int outside) {
+        std::string text = "1\n";
+        for (int row = 0; row < outside; ++row)
+            text += "2\n";
+        scene.desktop.setClipboardText(text);
+        scene.typeAt("txtSales(10)", "^v");
+        return scene.desktop.pastes().back().lines;
+    };
+    EXPECT_EQ(linesOf(50).size(), 51U);
+    EXPECT_EQ(told(linesOf(51)), "1: 2026 Revenue (M) 1; 51 cells: ");
+}
+
+// What there is to look at in a figure does not count with what is left out.
+TEST(BlockPaste, CellsWhosePlaceIsTakenAreToldTogether) {
+    EntryScene scene;
+    scene.load(emptyCompany());
+    scene.desktop.clickTab(toYearly);
+    std::string text = "\t2025\n";
+    for (int row = 0; row < 60; ++row)
+        text += "Revenue\t1e3\n";
+    scene.desktop.setClipboardText(text);
+    scene.typeAt("txtSales(0)", "^v");
+    const auto& lines = scene.desktop.pastes()[0].lines;
+    EXPECT_EQ(told(lines), "1e3: 2025 Revenue (M) 1000; 59 cells: ");
+    EXPECT_EQ(lines.back().remark, "A second figure for the same place.");
 }
 
 TEST(BlockPaste, ReadsTheDatesOfItsHeadingsAsTheFormWritesThem) {
