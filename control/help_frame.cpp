@@ -27,14 +27,15 @@ constexpr Twips guessedLineHeight = 240; // where the desktop can't tell
 
 // Parted by CR, LF, or both.
 std::vector<std::string_view> linesIn(std::string_view text) {
+    constexpr std::string_view breaks = "\r\n";
     std::vector<std::string_view> lines;
-    while (true) {
-        const auto end = text.find_first_of("\r\n");
+    for (auto end = text.find_first_of(breaks); end != std::string_view::npos;
+         end = text.find_first_of(breaks)) {
         lines.push_back(text.substr(0, end));
-        if (end == std::string_view::npos)
-            return lines;
-        text.remove_prefix(end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
+        text.remove_prefix(end + (text.substr(end).starts_with(breaks) ? 2 : 1));
     }
+    lines.push_back(text);
+    return lines;
 }
 
 Twips upToPixel(Twips length) {
@@ -56,8 +57,6 @@ void HelpFrame::ShowHelpFrame(std::string_view text, Twips left, Twips top,
                               DataEntryObject object) {
     const Form::Update update(context_.form);
     auto& label = context_[controls::helpText];
-    label.setCaption("");
-    label.setWordWrap(false);
     label.setCaption(literalCaption(text));
     context_[controls::moreHelp].setTag(std::to_string(object));
     SizeHelpFrame();
@@ -75,10 +74,10 @@ Twips HelpFrame::widthOf(std::string_view text) const {
     return attemptOr(textLength(text) * guessed, [&] { return context_.services.textWidth(text); });
 }
 
-// As many characters as a line has room for, one at least.
+// As many characters of a word that is too long as a line has room for, one at least.
 int HelpFrame::fitting(std::string_view word, Twips width) const {
     int fits = 1;
-    for (int tooMany = textLength(word) + 1; tooMany - fits > 1;) {
+    for (int tooMany = textLength(word); tooMany - fits > 1;) {
         const int tried = (fits + tooMany) / 2;
         (widthOf(textLeft(word, tried)) > width ? tooMany : fits) = tried;
     }
@@ -123,7 +122,7 @@ void HelpFrame::SizeHelpFrame() {
     const Twips widest = std::max(narrowest, std::min(screen, sizes::workingWidth) / 2);
 
     const auto ownLines = linesIn(label.caption());
-    Twips width = 0;
+    Twips width = slack;
     for (const auto line : ownLines)
         width = std::max(width, upToPixel(widthOf(line)) + slack);
     auto lines = static_cast<int>(ownLines.size());
@@ -143,17 +142,13 @@ void HelpFrame::SizeHelpFrame() {
     lines = std::min(lines, most);
     label.setWordWrap(lines > 1);
     width = std::max(width, narrowest);
-    label.move(margin / 2, margin / 2);
     label.resize(width, lines * lineHeight);
-    link.move(margin / 2, label.top() + label.height() + linkGap);
+    link.move(label.left(), label.top() + label.height() + linkGap);
     link.resize(linkWidth, lineHeight);
     auto& frame = context_[controls::helpFrame];
     frame.resize(label.width() + margin, link.top() + link.height() + margin / 2);
-    for (const auto& name : {controls::helpBackground, controls::helpBorder}) {
-        auto& shape = context_[name];
-        shape.move(0, 0);
-        shape.resize(frame.width(), frame.height());
-    }
+    for (const auto& name : {controls::helpBackground, controls::helpBorder})
+        context_[name].resize(frame.width(), frame.height());
 }
 
 } // namespace vkr

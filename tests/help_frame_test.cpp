@@ -422,6 +422,14 @@ TEST(HelpFrame, HidesWhenTheFocusGoesFromABoxToTheHost) {
     EXPECT_FALSE(scene.frame().visible());
 }
 
+// An assistive technology clicks without a pointer.
+TEST(HelpFrame, HidesWhereAnOptionIsChosenWithoutAPointer) {
+    HelpScene scene;
+    scene.help("optCurrency(1)");
+    scene.form().click(scene.desktop.control("optCurrency(2)"));
+    EXPECT_FALSE(scene.frame().visible());
+}
+
 TEST(HelpFrame, IsReadOutWithItsText) {
     HelpScene scene;
     scene.help("txtName");
@@ -643,6 +651,93 @@ TEST_F(HelpFrameSize, OfAShortTextIsAsWideAsOneAndAHalfLinks) {
     showText("x");
     EXPECT_EQ(get("lblToolTip").width(), 1.5 * desktop.textWidth("More Help..."));
     EXPECT_EQ(frame().width(), get("lblToolTip").width() + 300);
+}
+
+// A desktop that measures texts as a test says.
+struct MeasuringDesktop final : VirtualDesktop {
+    std::function<Twips(std::string_view)> width;
+    std::function<Twips()> height;
+    Twips textWidth(std::string_view text) override { return width(text); }
+    Twips textHeight() override { return height(); }
+};
+
+class HelpFrameMeasured : public testing::Test {
+  protected:
+    // "2160x195 at 150,150"
+    [[nodiscard]] std::string placeOf(std::string_view id) const {
+        const Control* control = nullptr;
+        for (const auto& any : form.controls())
+            if (any->id() == id)
+                control = any.get();
+        const auto number = [](Twips twips) { return std::to_string(static_cast<int>(twips)); };
+        return number(control->width()) + "x" + number(control->height()) + " at " +
+               number(control->left()) + "," + number(control->top());
+    }
+    void expectPlaces(std::string_view text, std::string_view label, std::string_view link,
+                      std::string_view size) {
+        help.ShowHelpFrame(text, 8000, 5000, doSymbol);
+        EXPECT_EQ(placeOf("lblToolTip"), label) << text;
+        EXPECT_EQ(placeOf("lblMoreHelp"), link) << text;
+        for (const char* shape : {"shaBackground", "shaBorder"})
+            EXPECT_EQ(placeOf(shape), std::string(size) + " at 0,0") << text;
+        EXPECT_TRUE(placeOf("fraDE(0)").starts_with(size)) << text;
+    }
+
+    MeasuringDesktop desktop;
+    Form form;
+    struct Built {
+        explicit Built(Form& form) { buildForm(form); }
+    } built{form};
+    EntryContext context{form, desktop};
+    HelpFrame help{context};
+};
+
+TEST_F(HelpFrameMeasured, HasItsTextAndItsLinkAtWholePixels) {
+    desktop.width = [](std::string_view text) { return 101.0 * textLength(text); };
+    desktop.height = [] { return 201.0; };
+    expectPlaces("About twenty letters", "2085x210 at 150,150", "1215x210 at 150,450", "2385x810");
+    expectPlaces("Short\r\nAbout twenty letters\nShort", "2085x630 at 150,150",
+                 "1215x210 at 150,870", "2385x1230");
+    expectPlaces("Short\rAbout twenty letters", "2085x420 at 150,150", "1215x210 at 150,660",
+                 "2385x1020");
+    expectPlaces("About twenty letters\r\nAbout twenty letters", "2085x420 at 150,150",
+                 "1215x210 at 150,660", "2385x1020");
+}
+
+TEST_F(HelpFrameMeasured, GuessesWhatTheDesktopCannotMeasure) {
+    desktop.width = [](std::string_view) -> Twips { throw std::runtime_error("no display"); };
+    desktop.height = []() -> Twips { throw std::runtime_error("no display"); };
+    expectPlaces("About twenty letters", "1860x240 at 150,150", "1080x240 at 150,480", "2160x870");
+}
+
+TEST_F(HelpFrameMeasured, ALetterThatIsTooWideForALineHasOneOfItsOwn) {
+    desktop.width = [](std::string_view text) {
+        return 100.0 * textLength(text) +
+               100'000.0 * static_cast<double>(std::ranges::count(text, 'W'));
+    };
+    desktop.height = [] { return 195.0; };
+    for (const auto& [text, lines] :
+         {std::pair{"WWW", 3}, std::pair{"a WW", 3}, std::pair{"W W", 2}, std::pair{"W a", 2}}) {
+        help.ShowHelpFrame(text, 8000, 5000, doSymbol);
+        EXPECT_EQ(form.get<Label>("lblToolTip").height(), 195.0 * lines) << text;
+    }
+}
+
+// Pages and what a host has put on the form would hide it.
+TEST_F(HelpFrameMeasured, ComesToTheFront) {
+    struct Order final : FormObserver {
+        std::vector<std::string> raised;
+        void controlChanged(Control& control, Property property) override {
+            if (property == Property::order)
+                raised.push_back(control.id());
+        }
+    } observer;
+    desktop.width = [](std::string_view) { return 1000.0; };
+    desktop.height = [] { return 195.0; };
+    form.setObserver(&observer);
+    help.ShowHelpFrame("Text", 8000, 5000, doSymbol);
+    form.setObserver(nullptr);
+    EXPECT_EQ(observer.raised, Names{"fraDE(0)"});
 }
 
 // --- without texts -------------------------------------------------------------------------------
