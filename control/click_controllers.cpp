@@ -101,8 +101,7 @@ ClickControllers::ClickControllers(EntryContext& context, YearlyGrid& yearly,
         lock.apply();
         yearly.shade();
         quarterly.shade();
-        if (context.company != nullptr)
-            noteChoice(context, setting::lockBasicInfo);
+        noteChoice(context, setting::lockBasicInfo);
         context.markChanged();
     });
     for (const auto option :

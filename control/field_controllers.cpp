@@ -122,12 +122,6 @@ void PendingDateController::enter(Control& control) {
     context_.dates.setPending(true);
 }
 
-void PendingDateController::startOver() {
-    FieldController::startOver();
-    if (context_.form.hasFocus() && context_.form.activeControl() == &field())
-        context_.dates.setPending(true);
-}
-
 bool PendingDateController::isSkipped() const {
     return field().isTyped() && !field().locked();
 }
@@ -140,7 +134,7 @@ LastQuarterDateController::LastQuarterDateController(EntryContext& context, Last
     : PendingDateController(context, controls::lastQuarterDate), quarter_(quarter) {}
 
 void LastQuarterDateController::startOver() {
-    PendingDateController::startOver();
+    FieldController::startOver();
     quarter_.startOver();
 }
 
@@ -152,7 +146,7 @@ CurrencySymbolController::CurrencySymbolController(EntryContext& context, Captio
 void CurrencySymbolController::store(TextField& field) {
     const bool refused = field.isUnstored(); // while the data was locked
     const bool changed = checkFieldChange(field, context_);
-    if (context_.company == nullptr || field.locked())
+    if (field.locked())
         return;
     if (refused)
         field.setMark({});

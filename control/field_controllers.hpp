@@ -98,7 +98,6 @@ class PendingDateController : public FieldController {
 
     void enter(Control& control) override;
     [[nodiscard]] bool hasCalendar() const override { return true; }
-    void startOver() override;
 
     [[nodiscard]] TextBox& field() const { return context_[handle_]; }
     // Cancel skips a date that is being typed: it is still to be left.

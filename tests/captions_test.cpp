@@ -199,10 +199,10 @@ TEST_F(CaptionPass, OnlyAPositiveNumberInTheTagCounts) {
     };
     for (const auto& [tag, expected] :
          {Row{"0", "as designed"}, Row{"-501", "as designed"}, Row{"abc", "as designed"},
-          Row{"", "as designed"}, Row{"501", "found"}, Row{" 501 ", "found"}}) {
+          Row{"", "as designed"}, Row{"501", "found"}, Row{" 501 ", "found"}, Row{"1", "first"}}) {
         control("lblLabel(0)").setTag(tag);
         control("lblLabel(0)").setCaption("as designed");
-        localize({{501, "found"}, {0, "nought"}});
+        localize({{501, "found"}, {0, "nought"}, {1, "first"}});
         EXPECT_EQ(caption("lblLabel(0)"), expected) << tag;
     }
 }

@@ -896,13 +896,21 @@ TEST_F(JournalOfTheForm, AChosenPeriodIsAGroupOnceItsListIsLeft) {
     test::show(scene, "cmbReportingPeriod");
     for (const int period : {0, 1}) {
         scene.desktop.pick("cmbReportingPeriod", period);
-        scene.desktop.type("{TAB}");
         EXPECT_EQ(company->get_ReportingPeriod()->get(setting::leadPeriod).toLong(), period);
+        scene.desktop.type("{TAB}");
     }
     EXPECT_EQ(journal->groups().size(), 2U);
     scene.entry->step(HistoryStep::undo);
     scene.entry->step(HistoryStep::undo);
     EXPECT_EQ(company->get_ReportingPeriod()->get(setting::leadPeriod).toLong(), 2);
+}
+
+TEST_F(JournalOfTheForm, TheLockIsWrittenAtOnce) {
+    test::show(scene, "chkLockInfo");
+    for (const bool locked : {true, false}) {
+        scene.desktop.click("chkLockInfo");
+        EXPECT_EQ(company->get_Settings()->get(setting::lockBasicInfo).toBoolean(), locked);
+    }
 }
 
 TEST_F(JournalOfTheForm, NothingIsTakenBackUnderTheLock) {

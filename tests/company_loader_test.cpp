@@ -208,6 +208,18 @@ TEST_F(SuggestedDates, ATypedDateIsNoneAlsoTheOneThatStoodThere) {
     }
 }
 
+// What was typed goes with its company.
+TEST_F(SuggestedDates, AreThoseOfTheCompanyThatIsHeldBeforeWhatIsTypedIsLeft) {
+    for (const char* field :
+         {"txtLastUpdate", "txtPriceUpdate", "txtLastFY", "txtDateofLastFY", "txtLastQDate"}) {
+        load(emptyCompany());
+        test::typeAt(scene, field, "1");
+        load(emptyCompany());
+        scene.desktop.type("{TAB}");
+        EXPECT_EQ(entry.suggestedDates().size(), 4U) << field;
+    }
+}
+
 TEST_F(SuggestedDates, ADateThatWasPickedIsNoneAlsoTheOneThatStoodThere) {
     load(company);
     int told = 0;
@@ -220,6 +232,33 @@ TEST_F(SuggestedDates, ADateThatWasPickedIsNoneAlsoTheOneThatStoodThere) {
     scene.desktop.answerNextDate(std::nullopt);
     scene.desktop.doubleClick("txtPriceUpdate");
     EXPECT_TRUE(isSuggested(Datum::PriceUpdatedDate)) << "closing the calendar picks nothing";
+}
+
+// The field may show less of a day than was picked.
+TEST_F(Loading, APickedDayCountsUntilSomethingElseIsTypedOrItIsStored) {
+    const auto company = fullCompany();
+    entry.put_DateFormat("MMM/YYYY");
+    load(company);
+    const auto pick = [&](Date day) {
+        scene.desktop.answerNextDate(day);
+        scene.desktop.doubleClick("txtLastUpdate");
+    };
+    pick(*makeDate(2026, 2, 3));
+    scene.desktop.type("{TAB}");
+    EXPECT_EQ(company->get_LastUpdate(), *makeDate(2026, 2, 3));
+    ASSERT_EQ(scene.text("txtLastUpdate"), "Feb/2026");
+
+    scene.desktop.setClipboardText("Feb/2026");
+    pick(*makeDate(2026, 2, 5));
+    scene.desktop.type("^a{DEL}^v{TAB}"); // the same text, but nobody's day
+    EXPECT_EQ(company->get_LastUpdate(), *makeDate(2026, 2, 1));
+
+    pick(*makeDate(2026, 2, 7));
+    scene.desktop.type("{TAB}");
+    company->put_LastUpdate(*makeDate(2026, 3, 17)); // by somebody else
+    entry.recordChanged();
+    scene.typeAt("txtLastUpdate", "^a^v{TAB}");
+    EXPECT_EQ(company->get_LastUpdate(), *makeDate(2026, 2, 1));
 }
 
 TEST_F(SuggestedDates, AQuarterThatIsAddedMakesTheDateThePersons) {

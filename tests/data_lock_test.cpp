@@ -216,6 +216,8 @@ TEST(DataLockFromElsewhere, WhatWasTypedBeforeItIsStoredOnceItIsOff) {
         lock(true);
         scene.desktop.type("{TAB}");
         EXPECT_EQ(scene.entry->unstoredFields().size(), 1U) << id;
+        test::typeAt(scene, id, "{TAB}");
+        EXPECT_EQ(scene.entry->unstoredFields().size(), 1U) << id;
         lock(false);
         EXPECT_EQ(scene.entry->unstoredFields().size(), 1U) << id;
         test::typeAt(scene, id, "{TAB}");

@@ -234,6 +234,27 @@ TEST_F(Lifecycle, ThePlaceholderComesOnceAndDoesNotRecurse) {
     EXPECT_EQ(container.sizes, 2); // the container's change and the answer to it
 }
 
+// Without an end to it they would answer each other for ever.
+TEST_F(Lifecycle, ThePlaceholderGivesInToAContainerThatInsists) {
+    struct Insisting final : FormObserver {
+        explicit Insisting(VKRDataEntry& placed) : entry(placed) { entry.form().setObserver(this); }
+        ~Insisting() override { entry.form().setObserver(nullptr); }
+        Insisting(const Insisting&) = delete;
+        Insisting& operator=(const Insisting&) = delete;
+        void formChanged() override {
+            if (++sizes > 20)
+                return;
+            entry.form().setSize(1000, 1000);
+            entry.Resize(1000, 1000);
+        }
+        VKRDataEntry& entry;
+        int sizes = 0;
+    };
+    Insisting container(create());
+    entry->form().setSize(5000, 4000);
+    EXPECT_LT(container.sizes, 20);
+}
+
 TEST_F(Lifecycle, WithARecordItHasItsWorkingSizeWhateverTheContainerWants) {
     Container container(restore({}));
     entry->put_objCompany(nullptr);
@@ -252,6 +273,14 @@ TEST_F(Lifecycle, LoadingBringsTheWorkingSizeAtOnce) {
     EXPECT_EQ(entry->form().width(), VKRDataEntry::workingWidth);
     EXPECT_EQ(entry->form().height(), VKRDataEntry::workingHeight);
     EXPECT_TRUE(desktop.canReach("tbsDataEntry"));
+}
+
+TEST_F(Lifecycle, LoadingSelectsNothingWhileTheFocusIsInTheHost) {
+    restore({}).put_objCompany(fullCompany());
+    desktop.click("txtCurrentPrice");
+    ASSERT_TRUE(desktop.leaveForm());
+    entry->put_objCompany(fullCompany());
+    EXPECT_EQ(entry->form().get<TextBox>("txtCurrentPrice").selLength(), 0);
 }
 
 // --- property set --------------------------------------------------------------------------------
@@ -603,6 +632,10 @@ TEST_F(Lifecycle, AFormThatWasOnlyCreatedShowsWhatEveryHostHas) {
     EXPECT_TRUE(chosen("optCurrency", 1)) << "millions";
     for (int unit : {0, 2})
         EXPECT_FALSE(chosen("optCurrency", unit));
+    for (const char* ofOtherTabs : {"cmdAddYear", "cmdRemoveYear"})
+        EXPECT_FALSE(control(ofOtherTabs).visible()) << ofOtherTabs;
+    EXPECT_FALSE(control("vscrQuarterly").visible()) << "all nine quarters have room";
+    EXPECT_EQ(form.width(), 382.5) << "there is no company";
 }
 
 } // namespace

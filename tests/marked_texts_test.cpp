@@ -337,6 +337,17 @@ TEST_F(MarkedTexts, ThatWaitAreLedToByTheirRow) {
     EXPECT_EQ(marked(), Names{});
 }
 
+TEST_F(MarkedTexts, ThatWaitTogetherAreLedToByTheirNames) {
+    for (const char* cell : {"txtYOption(9)", "txtYOption(8)", "txtQOption(1)"})
+        pasteOver(scene, cell, "1e400");
+    for (const auto& [way, cell] : {std::pair{"YPTISeries(2)", "txtYOption(8)"},
+                                    std::pair{"QPTISeries(1)", "txtQOption(1)"}}) {
+        choose("optPTI(1)");
+        scene.entry->showField(way);
+        EXPECT_EQ(desktop.focusedId(), cell);
+    }
+}
+
 TEST_F(MarkedTexts, KeepTheirUnitWhileTheyWait) {
     record->failing = {"write YPTISeries"};
     typeOver(scene, "txtYOption(9)", "900");

@@ -741,5 +741,19 @@ TEST(ColorOptions, AChosenColourIsShownAndMarksTheCompany) {
     }
 }
 
+// Escape would bring it back as it was written before.
+TEST(Options, APriceThatWasRefusedIsNotTakenBackInTheOtherDisplay) {
+    const auto record = std::make_shared<ScriptedRecord>(evenCompany());
+    EntryScene scene;
+    scene.load(record);
+    record->failing = {"write CurrentPrice"};
+    scene.typeAt("txtCurrentPrice", "^a7");
+    scene.entry->leaveField();
+    ASSERT_TRUE(scene.field("txtCurrentPrice").isUnstored());
+    scene.entry->put_FractionDisplay(true);
+    scene.desktop.type("{ESC}");
+    EXPECT_EQ(scene.text("txtCurrentPrice"), "7");
+}
+
 } // namespace
 } // namespace vkr

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "company/period_moves.hpp"
+#include "platform/text.hpp"
 #include "support/elements.hpp"
 #include "support/entry_scene.hpp"
 #include "support/field_steps.hpp"
+#include "support/samples.hpp"
 #include "support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
+#include <stdexcept>
+#include <tuple>
 
 namespace vkr {
 namespace {
@@ -217,6 +221,7 @@ TEST_F(RecordChanged, TakesWhatIsBeingTypedAlongWithItsPeriod) {
         const std::string name(std::string_view(cell).substr(0, std::string_view(cell).find('(')));
         EXPECT_NE(test::textOf(scene, cell), "123");
         EXPECT_EQ(scene.text(name, row), "123");
+        EXPECT_EQ(scene.entry->unstoredFields().size(), 1U);
         EXPECT_TRUE(scene.field(name, row).isUnstored());
     }
 }
@@ -288,6 +293,32 @@ TEST_F(RecordChanged, KeepsAWholeSelectionWhole) {
     scene_.entry->recordChanged();
     EXPECT_EQ(scene_.field("txtName").selStart(), 12);
     EXPECT_EQ(scene_.field("txtName").selLength(), 0);
+    for (const auto& [before, keys, after] :
+         {std::tuple{"Another Inc.", "{HOME}+{RIGHT}", "Other Inc."},
+          std::tuple{"", "{HOME}", "Another Inc."}}) {
+        company_->put_Name(before);
+        scene_.entry->recordChanged();
+        scene_.desktop.type(keys);
+        company_->put_Name(after);
+        scene_.entry->recordChanged();
+        EXPECT_EQ(scene_.field("txtName").selStart(), textLength(after)) << before;
+        EXPECT_EQ(scene_.field("txtName").selLength(), 0) << before;
+    }
+}
+
+// A paste that was cut, and is not left yet.
+TEST_F(RecordChanged, KeepsTheDoubtAboutWhatIsBeingTyped) {
+    scene_.entry->put_CurrentTab(toOther);
+    scene_.desktop.setClipboardText(std::string(20, '1') + "END");
+    scene_.typeAt("txtZip", "^a^v");
+    const FieldMark doubt = scene_.field("txtZip").mark();
+    ASSERT_EQ(doubt.kind, MarkKind::doubtful);
+    company_->put_Zip("other");
+    scene_.entry->recordChanged();
+    EXPECT_EQ(scene_.text("txtZip"), std::string(20, '1'));
+    EXPECT_EQ(scene_.field("txtZip").mark(), doubt);
+    scene_.desktop.type("{TAB}");
+    EXPECT_EQ(company_->get_Zip(), std::string(20, '1'));
 }
 
 TEST_F(RecordChanged, ShowsTheCurrencyOfOthersBesideEveryAmount) {
@@ -335,19 +366,33 @@ TEST_F(RecordChanged, NamesItsCellsByTheirYearsAndTellsTheHost) {
 }
 
 TEST_F(RecordChanged, KnowsASuggestedDateThatIsBack) {
-    EntryScene scene;
-    const auto company = std::make_shared<CompanyRecord>();
-    scene.load(company);
-    const Date suggested = company->get_PriceUpdatedDate();
-    ASSERT_EQ(scene.entry->suggestedDates().size(), 4U);
-    scene.enter("txtPriceUpdate", "1/2/2020");
-    ASSERT_EQ(scene.entry->suggestedDates().size(), 3U);
-    company->put_PriceUpdatedDate(suggested);
-    scene.entry->recordChanged();
-    EXPECT_EQ(scene.entry->suggestedDates().size(), 4U);
-    company->put_PriceUpdatedDate(*makeDate(2021, 1, 1));
-    scene.entry->recordChanged();
-    EXPECT_EQ(scene.entry->suggestedDates().size(), 3U);
+    struct Row {
+        const char* field;
+        Datum datum;
+    };
+    for (const auto& [field, datum] :
+         {Row{"txtPriceUpdate", Datum::PriceUpdatedDate}, Row{"txtLastUpdate", Datum::LastUpdate},
+          Row{"txtDateofLastFY", Datum::LastFYDate}, Row{"txtLastQDate", Datum::LastQDate}}) {
+        SCOPED_TRACE(field);
+        EntryScene scene;
+        const auto company = std::make_shared<CompanyRecord>();
+        scene.load(company);
+        const Date suggested = readDate(*company, datum);
+        ASSERT_EQ(scene.entry->suggestedDates().size(), 4U);
+        test::typeOver(scene, field, scene.field(field).text());
+        ASSERT_EQ(scene.entry->suggestedDates().size(), 3U);
+        writeDate(*company, datum, addDays(suggested, -1));
+        scene.entry->recordChanged();
+        EXPECT_EQ(scene.entry->suggestedDates().size(), 3U);
+        writeDate(*company, datum, suggested);
+        scene.entry->recordChanged();
+        EXPECT_EQ(scene.entry->suggestedDates().size(), 4U);
+        test::typeAt(scene, field, "{TAB}");
+        EXPECT_EQ(scene.entry->suggestedDates().size(), 4U) << "nothing was typed over it";
+        writeDate(*company, datum, addDays(suggested, -1));
+        scene.entry->recordChanged();
+        EXPECT_EQ(scene.entry->suggestedDates().size(), 3U);
+    }
 }
 
 TEST_F(RecordChanged, IsNothingWithoutARecord) {
@@ -399,6 +444,57 @@ TEST_F(RecordChanged, TrailingEarningsFollowQuartersThatAreChanged) {
     EXPECT_EQ(scene.entry->changeRecord(changes, {Origin::pasted, "", ""}), std::nullopt);
     EXPECT_EQ(company->get_Last4QEPS(), 6);
     EXPECT_EQ(scene.text("txtLast4QEPS"), "6.00");
+}
+
+// Only what they are worked out of counts.
+TEST_F(RecordChanged, TypedTrailingEarningsStayWhereOtherDataIsChanged) {
+    EntryScene scene;
+    const auto company = test::datedCompany();
+    for (int quarter = 0; quarter < 4; ++quarter)
+        test::putElement(*company, Datum::QEPSSeries, quarter, 1);
+    scene.load(company);
+    ASSERT_EQ(company->get_Last4QEPS(), 4);
+    test::typeOver(scene, "txtLast4QEPS", "9.5");
+    const DatumChange debt[] = {{Datum::TotalDebt, {}, {}, 12.0}};
+    EXPECT_EQ(scene.entry->changeRecord(debt, {}), std::nullopt);
+    EXPECT_EQ(company->get_Last4QEPS(), 9.5);
+    // What somebody else has changed does not count as a change of the next one.
+    test::putElement(*company, Datum::QEPSSeries, 0, 2);
+    scene.entry->recordChanged();
+    test::typeOver(scene, "txtYEPS(9)", "3");
+    EXPECT_EQ(company->get_Last4QEPS(), 9.5);
+    const DatumChange earnings[] = {{Datum::QEPSSeries, 1, {}, 2.0}};
+    EXPECT_EQ(scene.entry->changeRecord(earnings, {}), std::nullopt);
+    EXPECT_EQ(company->get_Last4QEPS(), 6);
+}
+
+// Also what goes by other data: names of cells, shades, captions.
+TEST_F(RecordChanged, ShowsWhatLoadingWouldShow) {
+    const auto shown = [](const EntryScene& scene) {
+        std::vector<std::string> lines;
+        for (const auto& control : scene.form().controls()) {
+            const auto* field = dynamic_cast<const TextField*>(control.get());
+            lines.push_back(
+                control->id() + "|" + (control->hasCaption() ? control->caption() : std::string()) +
+                "|" + (field != nullptr ? field->text() : std::string()) + "|" +
+                control->accessibleName() + "|" + std::to_string(control->backColor()) +
+                (control->enabled() ? "" : " disabled") + (control->visible() ? "" : " hidden"));
+        }
+        return lines;
+    };
+    for (const char* name : {"NVDA", "SNOW"}) {
+        const auto other = test::sample(name);
+        EntryScene loaded;
+        loaded.load(other);
+        for (const DatumRow& row : datumTable())
+            writeDatum(*company_, row.datum, readDatum(*other, row.datum));
+        scene_.entry->recordChanged();
+        const auto now = shown(scene_);
+        const auto then = shown(loaded);
+        ASSERT_EQ(now.size(), then.size());
+        for (std::size_t i = 0; i < now.size(); ++i)
+            EXPECT_EQ(now[i], then[i]) << name;
+    }
 }
 
 // --- the keys ------------------------------------------------------------------------------------
@@ -469,6 +565,9 @@ TEST_F(HistoryKeys, ChangeNothingWhereTheHostHasNoStep) {
     answer_ = false;
     scene_.typeAt("txtTotalDebt", "^z");
     EXPECT_EQ(asked_, "u");
+    EXPECT_FALSE(scene_.entry->get_blnDirty());
+    scene_.entry->historyAsked = [](HistoryStep) -> bool { throw std::runtime_error("no step"); };
+    scene_.desktop.type("^z");
     EXPECT_FALSE(scene_.entry->get_blnDirty());
 }
 
