@@ -64,7 +64,7 @@ int CompanyFigures::yearOf(int quarter) const {
     if (isAbsent(yearEnd) || isAbsent(newest))
         return 1;
     const int beforeYearEnd = quarter - nearestQuarters(yearEnd, newest);
-    return 1 + std::max(beforeYearEnd, 0) / quartersPerYear;
+    return std::max(1 + beforeYearEnd / quartersPerYear, 1);
 }
 
 } // namespace vkr

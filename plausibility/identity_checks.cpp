@@ -8,6 +8,8 @@
 #include <array>
 #include <cmath>
 #include <initializer_list>
+#include <optional>
+#include <utility>
 
 namespace vkr::checks {
 
@@ -22,10 +24,10 @@ constexpr double byPowerOfTen = 1.1;
 // A year and its four quarters, all of them known.
 struct YearOfQuarters {
     std::vector<FigurePlace> places; // the year in front
-    double year = 0;
-    double sum = 0;
-    double unit = 0;   // that of the coarsest of them
-    double finest = 0; // and of the finest
+    double year;
+    double sum;
+    double unit;   // that of the coarsest of them
+    double finest; // and of the finest quarter
 };
 
 // Figures of some size that end on noughts do so by chance, or were rounded a little: a unit above
@@ -37,25 +39,25 @@ double likelyUnit(double unit, double figure) {
 
 // The quarters of a year come from like documents: the finest of them tells what they are given
 // in, as a figure may end on a nought by chance.
-bool gather(const CompanyFigures& figures, Datum yearly, Datum quarterly, int year,
-            YearOfQuarters& found) {
+std::optional<YearOfQuarters> gather(const CompanyFigures& figures, Datum yearly, Datum quarterly,
+                                     int year) {
     const int newest = figures.newestQuarterOf(year);
-    found = {{{yearly, year}}, figures.at(yearly, year)};
-    if (found.year == 0)
-        return false;
-    found.finest = unitOfFigure(figures.at(quarterly, newest));
+    const double ofYear = figures.at(yearly, year);
+    if (ofYear == 0)
+        return std::nullopt;
+    std::vector<FigurePlace> places{{yearly, year}};
+    double sum = 0;
+    double finest = unitOfFigure(figures.at(quarterly, newest));
     for (int quarter = newest; quarter < newest + quartersPerYear; ++quarter) {
         const double figure = figures.at(quarterly, quarter);
         if (figure == 0)
-            return false;
-        found.places.push_back({quarterly, quarter});
-        found.sum += figure;
-        found.finest = std::min(found.finest, unitOfFigure(figure));
+            return std::nullopt;
+        places.push_back({quarterly, quarter});
+        sum += figure;
+        finest = std::min(finest, unitOfFigure(figure));
     }
-    const double unitOfYear = unitOfFigure(found.year);
-    found.unit = likelyUnit(std::max(found.finest, unitOfYear), found.year);
-    found.finest = std::min(found.finest, unitOfYear);
-    return true;
+    const double unit = likelyUnit(std::max(finest, unitOfFigure(ofYear)), ofYear);
+    return YearOfQuarters{std::move(places), ofYear, sum, unit, finest};
 }
 
 double roundedTo(double unit, double value) {
@@ -104,14 +106,14 @@ void quartersAgainstYear(const CompanyFigures& figures, Report& report) {
         {YRevenueSeries, QRevenueSeries}, {YPTISeries, QPTISeries}, {YNetIncSeries, QNetIncSeries}};
     constexpr double units = 2.0001; // two, but for binary noise
     constexpr double much = 0.1;
-    YearOfQuarters found;
     for (const auto& [yearly, quarterly] : pairs)
         for (int year = 1; year <= CompanyFigures::oldestYear; ++year) {
-            if (!gather(figures, yearly, quarterly, year, found))
+            const auto found = gather(figures, yearly, quarterly, year);
+            if (!found)
                 continue;
-            const double off = std::abs(found.sum - found.year);
-            if (off > units * found.unit)
-                tellSum(report, off > much * std::abs(found.year) ? sure : likely, found);
+            const double off = std::abs(found->sum - found->year);
+            if (off > units * found->unit)
+                tellSum(report, off > much * std::abs(found->year) ? sure : likely, *found);
         }
 }
 
@@ -121,14 +123,14 @@ void quarterlyEarningsAgainstYear(const CompanyFigures& figures, Report& report)
     constexpr double cent = 0.01;
     constexpr double share = 0.02;
     constexpr double much = 0.1;
-    YearOfQuarters found;
     for (int year = 1; year <= CompanyFigures::oldestYear; ++year) {
-        if (!gather(figures, YEPSSeries, QEPSSeries, year, found))
+        const auto found = gather(figures, YEPSSeries, QEPSSeries, year);
+        if (!found)
             continue;
-        const double off = std::abs(found.sum - found.year);
-        const double least = found.unit < cent * 0.99 ? centsBeforeSplit : cents;
-        if (off > std::max(least, share * std::abs(found.year)) + 1e-9)
-            tellSum(report, off > much * std::abs(found.year) ? likely : hint, found);
+        const double off = std::abs(found->sum - found->year);
+        const double least = found->unit < cent * 0.99 ? centsBeforeSplit : cents;
+        if (off > std::max(least, share * std::abs(found->year)) + 1e-9)
+            tellSum(report, off > much * std::abs(found->year) ? likely : hint, *found);
     }
 }
 

@@ -158,15 +158,14 @@ void rangesApart(const CompanyFigures& figures, Report& report) {
         const FigurePlace highBefore{YHighSeries, year + 1};
         const FigurePlace lowBefore{YLowSeries, year + 1};
         const auto above = [&](const FigurePlace& one, const FigurePlace& other) {
-            return figures.figure(other) > 0 &&
-                   figures.figure(one) > figures.figure(other) * overNight;
+            return figures.figure(one) > figures.figure(other) * overNight;
         };
-        if (figures.figure(high) <= 0 || figures.figure(highBefore) <= 0 ||
-            (!above(low, highBefore) && !above(lowBefore, high)))
-            continue;
-        report.speak(likely, {high, low, highBefore, lowBefore}, 4,
-                     {report.period(highBefore), report.text(lowBefore), report.text(highBefore),
-                      report.period(high), report.text(low), report.text(high)});
+        if (figures.figure(high) > 0 && figures.figure(highBefore) > 0 &&
+            (above(low, highBefore) || above(lowBefore, high)))
+            report.speak(likely, {high, low, highBefore, lowBefore}, 4,
+                         {report.period(highBefore), report.text(lowBefore),
+                          report.text(highBefore), report.period(high), report.text(low),
+                          report.text(high)});
     }
 }
 

@@ -27,9 +27,8 @@ std::optional<double> splitRatioNear(double ratio, double tolerance) {
 }
 
 double unitOfFigure(double figure) {
-    constexpr int mostZeros = 6;
     const Decimal decimal = toDecimal(figure);
-    return std::pow(10.0, std::min(decimal.point - decimal.count, mostZeros));
+    return std::pow(10.0, decimal.point - decimal.count);
 }
 
 bool isWithin(double one, double other, double times) {

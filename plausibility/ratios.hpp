@@ -11,7 +11,7 @@ namespace vkr {
 // The same for the ratios by which shares are usually split: 1.5, 2, 3, ... and their inverses.
 [[nodiscard]] std::optional<double> splitRatioNear(double ratio, double tolerance);
 // The last place that a figure was given to: 0.01 for 12.5 and 12.25 together is that of 12.25,
-// 1000 for 45000. At most a million.
+// 1000 for 45000.
 [[nodiscard]] double unitOfFigure(double figure);
 // Whether one is within so many times of the other, which is above 0.
 [[nodiscard]] bool isWithin(double one, double other, double times);

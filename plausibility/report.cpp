@@ -2,6 +2,7 @@
 #include "plausibility/report.hpp"
 
 #include "platform/number_text.hpp"
+#include "platform/text.hpp"
 
 #include <algorithm>
 #include <bit>
@@ -41,8 +42,8 @@ std::string hexadecimal(std::uint64_t value) {
 std::string Report::number(double value) const {
     std::string text = plainNumberText(value);
     const auto point = std::min(text.find_first_of(".E"), text.size());
-    const std::size_t first = value < 0 ? 1 : 0;
-    if (point < text.size() && text[point] == '.')
+    const std::size_t first = text.front() == '-' ? 1 : 0;
+    if (text[point] == '.')
         text[point] = marks_.decimal;
     for (std::size_t place = point; place > first + 3;)
         text.insert(place -= 3, marks_.grouping);
@@ -71,7 +72,7 @@ std::string Report::day(Date date) {
 }
 
 std::string Report::period(const FigurePlace& place) const {
-    const int element = place.element.value_or(0);
+    const int element = place.element.value();
     if (rowOf(place.datum).period == DatumPeriod::year) {
         const int last = figures_.lastFiscalYear();
         if (last != 0)
@@ -128,9 +129,8 @@ void Report::speak(Sureness sureness, std::vector<FigurePlace> places, std::size
         rest.remove_prefix(at + 2);
     }
     finding.text += rest;
-    char& first = finding.text.front();
-    if (first >= 'a' && first <= 'z') // a datum's name begins the sentence
-        first = static_cast<char>(first - 'a' + 'A');
+    // A datum's name may begin the sentence.
+    finding.text.replace(0, 1, upperCase(finding.text.substr(0, 1)));
     finding.places = std::move(places);
     spoken_.push_back({std::move(finding), suspects});
 }

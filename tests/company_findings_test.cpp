@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plausibility/company_findings.hpp"
 #include "plausibility/plausibility_rules.hpp"
+#include "plausibility/report.hpp"
 #include "plausibility/silenced_findings.hpp"
 #include "record/datum_titles.hpp"
 #include "tests/support/elements.hpp"
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <map>
 #include <set>
 #include <stdexcept>
 
@@ -29,7 +31,7 @@ std::shared_ptr<CompanyRecord> soundCompany() {
     company->put_LastQDate(makeDate(2025, 12, 31).value());
     company->put_LastQDateForGrid(makeDate(2025, 12, 31).value());
     for (int year = 1; year <= 8; ++year) {
-        const double growth = 1 + 0.05 * (8 - year);
+        const double growth = (100 + 5 * (8 - year)) / 100.0; // by one rounding: keys go by it
         putElement(*company, YRevenueSeries, year, 4000 * growth);
         putElement(*company, YPTISeries, year, 500 * growth);
         putElement(*company, YTaxRateSeries, year, 20);
@@ -164,6 +166,12 @@ TEST(CompanyFindings, pointAtTheFigureThatMostOfThemSuspect) {
     EXPECT_EQ(findings.size(), 3U);
     for (const Finding& one : findings)
         EXPECT_EQ(one.places.front(), (FigurePlace{YNetIncSeries, 3})) << one.text;
+    for (const double figure : {-1350.0, 135000.0}) { // a quarter, and the sum is another one
+        const auto another = soundCompany();
+        putElement(*another, QRevenueSeries, 2, figure);
+        for (const Finding& one : companyFindings(*another))
+            EXPECT_EQ(one.places.front(), (FigurePlace{QRevenueSeries, 2})) << one.text;
+    }
 }
 
 TEST(CompanyFindings, pointAtTheDateThatIsToCome) {
@@ -186,6 +194,11 @@ TEST(CompanyFindings, putTheSurestFigureFirstAndKeepThoseOfOneTogether) {
     ASSERT_EQ(rulesOf(findings), (std::vector<std::string>{"high-below-low", "missing-quarter",
                                                            "diluted-below-common"}));
     EXPECT_TRUE(std::ranges::is_sorted(findings, std::greater(), &Finding::sureness));
+    company->put_DilutedShares(10); // likely by one rule, sure by another
+    putElement(*company, YLowSeries, 2, 52);
+    EXPECT_EQ(rulesOf(companyFindings(*company)),
+              (std::vector<std::string>{"share-counts-apart", "diluted-below-common",
+                                        "missing-quarter"}));
 }
 
 // A key stays as long as the figures do, whatever comes before or after them.
@@ -333,6 +346,7 @@ std::vector<Case> cases() {
         {"income-after-tax", {{{YTaxRateSeries, 8}, 36}}, {{{YTaxRateSeries, 8}, 34}}},
         {"income-after-tax", {{{QTaxRateSeries, 8}, 46}}, {{{QTaxRateSeries, 8}, 44}}},
         {"jump-of-hundreds", {{{YDividendSeries, 4}, 42}}, {{{YDividendSeries, 4}, 37}}},
+        {"jump-of-hundreds", {{{YDividendSeries, 4}, 0.012}}, {{{YDividendSeries, 4}, 0.12}}},
         {"jump-of-ten", {{{YDividendSeries, 4}, 9.5}}, {{{YDividendSeries, 4}, 9}}},
         {"jump-at-end", {{{YDividendSeries, 1}, 42}}, {{{YDividendSeries, 1}, 40}}},
         {"jump-at-end",
@@ -484,6 +498,7 @@ TEST(PlausibilityRules, passOverAFigureThatIsMissing) {
         {"quarterly-earnings-times-shares", {{{QNetIncSeries, 3}, 0}}, false},
         {"quarterly-earnings-times-shares", {{{QEPSSeries, 3}, -2}}, false},
         {"quarterly-earnings-times-shares", {{{YCSOSeries, 1}, 0}, {{QEPSSeries, 3}, 5}}, false},
+        {"quarterly-earnings-times-shares", {{{YCSOSeries, 1}, 0}, {{QEPSSeries, 3}, 0.5}}, false},
         {"book-value-times-shares", {{{YBookValSeries, 4}, 0}}, false},
         {"book-value-times-shares", {{{YCommEqSeries, 4}, 0}}, false},
         {"book-value-times-shares", {{{YCSOSeries, 4}, 0}}, false},
@@ -509,6 +524,7 @@ TEST(PlausibilityRules, passOverAFigureThatIsMissing) {
           {{YLowSeries, 5}, 0}},
          false},
         {"ranges-apart", {{{YHighSeries, 1}, 0}}, false},
+        {"ranges-apart", {{{YHighSeries, 1}, 0}, {{YLowSeries, 1}, 500}}, false},
         {"ranges-apart", {{{YHighSeries, 2}, 0}, {{YLowSeries, 1}, 500}}, false},
         {"split-step", {{{YCSOSeries, 1}, 141}, {{YEPSSeries, 1}, 0}}, false},
         {"split-step", {{{YCSOSeries, 1}, 0}, {{YEPSSeries, 1}, 8}}, false},
@@ -581,6 +597,7 @@ TEST(PlausibilityRules, lookAtEveryPeriod) {
         {"jump-of-ten", {{{YDividendSeries, 9}, 10}, {{YDividendSeries, 10}, 1}}, true},
         {"jump-of-ten", {{{QRevenueSeries, 1}, 13500}}, true},
         {"jump-at-end", {{{YDividendSeries, 8}, 42}}, true},
+        {"jump-at-end", {{{YDividendSeries, 1}, 0}, {{YDividendSeries, 2}, 42}}, true},
         {"jump-at-end", {{{YDividendSeries, 0}, 42}}, false},
         {"jump-at-end", {{{YDividendSeries, 9}, 1}, {{YDividendSeries, 10}, 42}}, true},
         {"jump-at-end", {{{QEPSSeries, 0}, 50}}, true},
@@ -624,6 +641,7 @@ TEST(PlausibilityRules, lookAtEveryPeriod) {
         {"split-step", {{{YCSOSeries, 1}, -71}, {{YEPSSeries, 1}, 7.6}}, false},
         {"missing-year", {{{YRevenueSeries, 2}, 0}}, true},
         {"missing-year", {{{YRevenueSeries, 1}, 0}}, false},
+        {"missing-year", {{{YRevenueSeries, 1}, 0}, {{YRevenueSeries, 2}, 0}}, false},
         {"missing-year", {{{YRevenueSeries, 0}, 1}, {{YRevenueSeries, 1}, 0}}, false},
         {"missing-year", {{{YRevenueSeries, 10}, 1}}, true},
         {"missing-year", {{{YRevenueSeries, 8}, 0}}, false},
@@ -746,6 +764,7 @@ TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
         {"jump-of-hundreds", dividends(1, 316.2, 10), true},
         {"jump-of-hundreds", dividends(1, 324, 10.5), false},
         {"jump-of-hundreds", dividends(1, 31.705, 1), true},
+        {"jump-of-hundreds", dividends(1, 31.7, 1), true},
         {"jump-of-hundreds", dividends(1, 31.69, 1), false},
         {"jump-of-hundreds", dividends(1, 1 / 31.705, 1), true},
         {"jump-of-hundreds", dividends(1, 3161.5, 1), true},
@@ -775,10 +794,19 @@ TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
         {"prices-by-split-ratio", range(2.1, 1.9), false},
         {"prices-by-split-ratio", range(10, 10), true},
         {"prices-by-split-ratio", range(9.2, 9.2), true},
+        {"share-counts-apart", {{{CommShares, onCard}, 140}}, false},
+        {"share-counts-apart",
+         {{{CommShares, onCard}, 50}, {{DilutedShares, onCard}, 60}, {{YCSOSeries, 1}, 70}},
+         false},
         {"ranges-apart", {{{YLowSeries, 1}, 97.55}}, true},
         {"ranges-apart", {{{YLowSeries, 1}, 97.5}}, false},
         {"split-step", {{{YCSOSeries, 1}, 140.5}, {{YEPSSeries, 1}, 3.7}}, true},
         {"split-step", {{{YCSOSeries, 1}, 140}, {{YEPSSeries, 1}, 3.7}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 141}, {{YEPSSeries, 1}, 5}, {{YEPSSeries, 2}, 7}}, false},
+        {"split-step", {{{YCSOSeries, 1}, 71}, {{YEPSSeries, 1}, 7}, {{YEPSSeries, 2}, 5}}, false},
+        {"split-step",
+         {{{YCSOSeries, 1}, 50}, {{YCSOSeries, 2}, 70}, {{YEPSSeries, 1}, 7.6}},
+         false},
         {"split-step", {{{YCSOSeries, 1}, 71.2}, {{YEPSSeries, 1}, 7.303}}, true},
         {"earnings-times-shares", {{{YEPSSeries, 8}, 4.2002}}, true},
         {"earnings-times-shares", {{{YEPSSeries, 8}, 4.1998}}, false},
@@ -791,6 +819,7 @@ TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
         {"earnings-times-shares", {{{YEPSSeries, 8}, 3.5}}, true},
         {"earnings-times-shares", {{{YEPSSeries, 8}, 3.5}, {{PrefDiv, onCard}, 50}}, false},
         {"book-value-times-shares", {{{YBookValSeries, 8}, 25.01}}, true},
+        {"book-value-times-shares", {{{YBookValSeries, 8}, 25}}, false},
         {"income-after-tax", {{{YTaxRateSeries, 8}, 35.02}}, true},
         {"income-after-tax", {{{YTaxRateSeries, 8}, 34.98}}, false},
         {"income-after-tax", {{{QTaxRateSeries, 8}, 45.02}}, true},
@@ -805,6 +834,9 @@ TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
          false},
         {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 115.58}}, true},
         {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 115.57}}, false},
+        {"quarterly-earnings-times-shares",
+         {{{QEPSSeries, 31}, 0.005}, {{QNetIncSeries, 31}, 1.15}},
+         false},
         // The shares of a quarter lie between those of the years beside it.
         {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 130}}, true},
         {"quarterly-earnings-times-shares",
@@ -816,6 +848,9 @@ TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
         {"quarterly-earnings-times-shares",
          {{{QNetIncSeries, 31}, 130}, {{YCSOSeries, 6}, 120}},
          true},
+        {"quarterly-earnings-times-shares",
+         {{{QNetIncSeries, 31}, 0.85}, {{YCSOSeries, 9}, 0.9}},
+         false},
         {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 80}}, true},
         {"quarterly-earnings-times-shares",
          {{{QNetIncSeries, 31}, 80}, {{YCSOSeries, 7}, 80}},
@@ -881,6 +916,29 @@ TEST(PlausibilityRules, compareNoDatesWhereNothingGoesByThem) {
     }
 }
 
+TEST(PlausibilityRules, takeFiguresOfTheNewestAndTheOldestPeriodForSomeThatDatesGoBy) {
+    for (const bool isNewest : {true, false}) {
+        CompanyRecord company;
+        putElement(company, {{{LastFY, onCard}, 2024},
+                             {{LastFYDate, onCard}, day(2025, 12, 31)},
+                             {{LastQDateForGrid, onCard}, day(2025, 6, 30)},
+                             {{YHighSeries, isNewest ? 0 : 10}, 5},
+                             {{QPTISeries, isNewest ? 0 : 34}, 5}});
+        EXPECT_EQ(rulesOf(companyFindings(company)),
+                  (std::vector<std::string>{"year-unlike-its-end", "quarter-before-year-end"}));
+    }
+}
+
+// A record of a host's own, which takes the year from no date.
+TEST(PlausibilityRules, compareNoDateWithAYearThatIsMissing) {
+    class Undated final : public CompanyBase {
+      public:
+        [[nodiscard]] Date get_LastFYDate() const override { return *makeDate(2025, 12, 31); }
+        [[nodiscard]] Variant get_YRevenueSeries() const override { return numberArray({1, 2, 3}); }
+    };
+    EXPECT_EQ(rulesOf(companyFindings(Undated())), std::vector<std::string>());
+}
+
 // A quarter of which no date says its year stands beside the last one.
 TEST(PlausibilityRules, holdQuartersWithoutADateAgainstTheLastYear) {
     for (const Datum missing : {LastFYDate, LastQDateForGrid}) {
@@ -908,6 +966,24 @@ TEST(PlausibilityRules, holdNoYearAgainstQuartersWithoutADate) {
             putElement(*company, YRevenueSeries, year, 7000);
         const auto names = rulesOf(companyFindings(*company));
         EXPECT_EQ(std::ranges::count(names, "quarters-against-year"), 0) << wordsOf(missing);
+    }
+}
+
+// The dates may be far apart: the quarters of the table are those of any year, but of none to come.
+TEST(PlausibilityRules, holdEachYearAgainstItsQuarters) {
+    for (int year = 0; year <= 10; ++year) {
+        CompanyRecord company;
+        company.put_LastFYDate(*makeDate(2025, 12, 31));
+        company.put_LastQDateForGrid(addQuarters(*makeDate(2025, 12, 31), 4 - 4 * year));
+        for (const auto& [yearly, quarterly] :
+             {std::pair(YRevenueSeries, QRevenueSeries), std::pair(YEPSSeries, QEPSSeries)}) {
+            putElement(company, yearly, year, 7);
+            for (int quarter = 0; quarter < 4; ++quarter)
+                putElement(company, quarterly, quarter, 1);
+        }
+        const auto names = rulesOf(companyFindings(company));
+        for (const char* rule : {"quarters-against-year", "quarterly-earnings-against-year"})
+            EXPECT_EQ(std::ranges::count(names, rule), year == 0 ? 0 : 1) << rule << year;
     }
 }
 
@@ -941,22 +1017,35 @@ TEST(PlausibilityRules, areSurerOfWhatIsFartherOff) {
     const Row rows[] = {
         {"diluted-below-common", {{{DilutedShares, onCard}, 94.06}}, hint},
         {"diluted-below-common", {{{DilutedShares, onCard}, 94.04}}, likely},
+        {"diluted-below-common",
+         {{{DilutedShares, onCard}, 95}, {{CommShares, onCard}, 100}},
+         hint},
         {"share-counts-apart", {{{CommShares, onCard}, 850}}, sure},
-        {"share-counts-apart", {{{CommShares, onCard}, 820}}, likely},
+        {"share-counts-apart", {{{CommShares, onCard}, 830}}, likely},
         {"share-counts-apart", {{{CommShares, onCard}, 0.1}}, sure},
+        {"share-counts-apart", {{{CommShares, onCard}, 1e11}}, sure},
+        {"share-counts-apart", {{{CommShares, onCard}, 1e12}}, likely},
         {"quarters-against-year", {{{YRevenueSeries, 8}, 4444}}, likely},
         {"quarters-against-year", {{{YRevenueSeries, 8}, 4445}}, sure},
+        {"quarters-against-year",
+         {{{YRevenueSeries, 8}, 5000}, {{QRevenueSeries, 31}, 1500}},
+         likely},
         {"quarterly-earnings-against-year", {{{YEPSSeries, 8}, 4.44}}, hint},
         {"quarterly-earnings-against-year", {{{YEPSSeries, 8}, 4.45}}, likely},
+        {"quarterly-earnings-against-year", {{{YEPSSeries, 8}, 5}, {{QEPSSeries, 31}, 1.5}}, hint},
         {"earnings-times-shares", {{{YEPSSeries, 8}, 43.9}}, sure},
         {"earnings-times-shares", {{{YEPSSeries, 8}, 44.1}}, likely},
         {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 1149}}, sure},
         {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 1151}}, hint},
         {"quarterly-earnings-times-shares", {{{QNetIncSeries, 31}, 0.101}}, sure},
+        {"quarterly-earnings-times-shares",
+         {{{QNetIncSeries, 31}, 2000}, {{YCSOSeries, 7}, 200}, {{YCSOSeries, 8}, 200}},
+         sure},
         {"book-value-times-shares", {{{YBookValSeries, 8}, 2.19}}, sure},
         {"book-value-times-shares", {{{YBookValSeries, 8}, 2.21}}, hint},
         {"income-after-tax", {{{YTaxRateSeries, 8}, 69.9}}, hint},
         {"income-after-tax", {{{YTaxRateSeries, 8}, 70.1}}, likely},
+        {"income-after-tax", {{{YTaxRateSeries, 8}, 50}, {{YNetIncSeries, 8}, 500}}, hint},
         {"income-after-tax", {{{YPTISeries, 8}, 5499}}, sure},
         {"income-after-tax", {{{YPTISeries, 8}, 5501}}, likely},
     };
@@ -1017,6 +1106,8 @@ TEST(PlausibilityRules, sayWhatTheyHaveFound) {
         "leaves 84.38 million, net income is 125 million. Minority holders can be the reason.",
         "sure: Dividends declared of fiscal year 2022, 42, is about 35 times the figures beside "
         "it, 1.15 and 1.25.",
+        "sure: Dividends declared of fiscal year 2022, 0.012, is about 1/99.9 of the figures "
+        "beside it, 1.15 and 1.25.",
         "likely: Dividends declared of fiscal year 2022, 9.5, is about 7.92 times the figures "
         "beside it, 1.15 and 1.25.",
         "likely: Dividends declared of fiscal year 2025, 42, is about 32.9 times the next figures, "
@@ -1069,6 +1160,138 @@ TEST(CompanyFindings, haveKeysThatStay) {
               "missing-quarter QNetIncSeries 2025Q1 c0c897006ad0f058");
     EXPECT_EQ(keyOf({{{CurrentPrice, onCard}, 54}}),
               "price-outside-range CurrentPrice 2453ae044c7624dd");
+    EXPECT_EQ(keyOf({{{High52W, onCard}, 1}}), "range-reversed High52W c466a4e0d26d31bb");
+    // A quarter is named after the one that its middle lies in.
+    const auto quarterOf = [&](double end) {
+        return keyOf({{{LastQDateForGrid, onCard}, end}, {{QRevenueSeries, 0}, -1}});
+    };
+    EXPECT_EQ(quarterOf(day(2026, 2, 14)),
+              "negative-figure QRevenueSeries 2025Q4 3d95df7965ae55cc");
+    EXPECT_EQ(quarterOf(day(2026, 2, 15)),
+              "negative-figure QRevenueSeries 2026Q1 3d95df7965ae55cc");
+    std::vector<std::string> keys;
+    for (const Case& one : cases()) {
+        const auto company = soundCompany();
+        putElement(*company, one.speaks);
+        const auto findings = companyFindings(*company, {{}, makeDate(2026, 6, 1).value()});
+        const auto found = std::ranges::find(findings, one.rule, &Finding::rule);
+        ASSERT_NE(found, findings.end()) << one.rule;
+        keys.push_back(found->key);
+    }
+    const std::vector<std::string> expected = {
+        "high-below-low YHighSeries 2025 9ad149b0b9a357dc",
+        "range-too-wide YHighSeries 2025 643545009b4f1728",
+        "range-reversed High52W 17a5d6a93b738d1f",
+        "price-outside-range CurrentPrice 2453ae044c7624dd",
+        "price-outside-range CurrentPrice fd1974ae7f2c1a06",
+        "negative-figure TotalDebt ccc95faf7b3ddd49",
+        "sign-of-earnings QEPSSeries 2025Q1 8d5a9b780e05d441",
+        "sign-of-book-value YBookValSeries 2025 9afe00f4fb7396bb",
+        "sign-of-pre-tax-income YPTISeries 2018 aecff9d2185bfcd9",
+        "preferred-above-income PrefDiv 8f584c16c65dc18a",
+        "diluted-below-common DilutedShares e23d464242559bab",
+        "share-counts-apart DilutedShares d49536fdd06f2805",
+        "quarters-against-year YRevenueSeries 2018 4592eb0e13602ed9",
+        "quarterly-earnings-against-year YEPSSeries 2025 48abe41b4c03e6a4",
+        "earnings-times-shares YEPSSeries 2018 c4bdb7379c4c25df",
+        "quarterly-earnings-times-shares QEPSSeries 2025Q1 166ed2657a26b7d5",
+        "book-value-times-shares YBookValSeries 2018 61b31dcc8696af4a",
+        "income-after-tax YNetIncSeries 2018 9142945927abb574",
+        "income-after-tax QNetIncSeries 2023Q4 d0339ee045825aa7",
+        "jump-of-hundreds YDividendSeries 2022 14c518c0db4aa08d",
+        "jump-of-hundreds YDividendSeries 2022 a5e07ee2c97f140e",
+        "jump-of-ten YDividendSeries 2022 26e2226dc7e8e5eb",
+        "jump-at-end YDividendSeries 2025 c9aa280dfdbb221a",
+        "jump-at-end YDividendSeries 2025 c9aa280dfdbb221a",
+        "split-ratio-jump YDividendSeries 2022 f2fd3a399398648c",
+        "prices-by-split-ratio YHighSeries 2022 2309ca216d9360fe",
+        "ranges-apart YHighSeries 2025 ca6d8a061153a6c4",
+        "split-step YCSOSeries 2024 3714496593c125b0",
+        "missing-year YRevenueSeries 2023 28a13c2a59cdd3f9",
+        "missing-year YPTISeries 2023 fba0690b635254ba",
+        "missing-quarter QNetIncSeries 2025Q1 c0c897006ad0f058",
+        "year-unlike-its-end LastFY f6469d48bcff9950",
+        "year-unlike-its-end LastFY 3a02c3f7e0e6c28b",
+        "quarter-before-year-end LastQDateForGrid ec8842db435a227f",
+        "year-behind-quarters LastFYDate fe1fa3ac62b2cfbc",
+        "source-before-quarter DateOfSource cccc451419978c97",
+        "day-to-come PriceUpdatedDate 559a1ad2b0b56e96",
+        "day-to-come PriceUpdatedDate 559a1ad2b0b56e96",
+        "day-to-come LastFYDate 8acb88877b2f0b57",
+        "day-to-come LastFYDate 8acb88877b2f0b57",
+        "day-to-come LastQDateForGrid 3bd15a39ecceeb6c",
+        "day-to-come LastQDateForGrid 3bd15a39ecceeb6c",
+        "day-to-come DateOfSource 4d6e107062f6f476",
+        "day-to-come LastUpdate 20b0a4d7a8368a17"};
+    EXPECT_EQ(keys, expected);
+}
+
+// A figure that it only goes by is not the one to look at, whatever else is said of it.
+TEST(PlausibilityRules, pointAtNoFigureThatTheyDoNotSuspect) {
+    const auto findingsOf = [](const Case& one, const FigurePlace* suspected) {
+        const auto company = soundCompany();
+        putElement(*company, one.speaks);
+        const CompanyFigures figures(*company);
+        Report report(figures, {}, makeDate(2026, 6, 1).value());
+        report.beginRule("another", "It is odd.");
+        for (int times = 0; suspected != nullptr && times < 9; ++times)
+            report.speak(hint, {*suspected}, 1, {});
+        const PlausibilityRule& rule = *findPlausibilityRule(one.rule);
+        report.beginRule(rule.name, rule.says);
+        rule.look(figures, report);
+        auto found = std::move(report).findings();
+        std::erase_if(found, [](const Finding& finding) { return finding.rule == "another"; });
+        return found;
+    };
+    std::map<std::string_view, std::size_t> suspects;
+    for (const Case& one : cases()) {
+        const auto all = findingsOf(one, nullptr);
+        ASSERT_FALSE(all.empty()) << one.rule;
+        suspects[one.rule] = static_cast<std::size_t>(
+            std::ranges::count_if(all.front().places, [&](const FigurePlace& place) {
+                const auto found = findingsOf(one, &place);
+                const auto same = std::ranges::find(found, all.front().key, &Finding::key);
+                return same != found.end() && same->places.front() == place;
+            }));
+    }
+    const std::map<std::string_view, std::size_t> expected = {
+        {"book-value-times-shares", 3},
+        {"day-to-come", 1},
+        {"diluted-below-common", 2},
+        {"earnings-times-shares", 3},
+        {"high-below-low", 2},
+        {"income-after-tax", 3},
+        {"jump-at-end", 1},
+        {"jump-of-hundreds", 1},
+        {"jump-of-ten", 1},
+        {"missing-quarter", 1},
+        {"missing-year", 1},
+        {"negative-figure", 1},
+        {"preferred-above-income", 2},
+        {"price-outside-range", 2},
+        {"prices-by-split-ratio", 2},
+        {"quarter-before-year-end", 2},
+        {"quarterly-earnings-against-year", 5},
+        {"quarterly-earnings-times-shares", 3},
+        {"quarters-against-year", 5},
+        {"range-reversed", 2},
+        {"range-too-wide", 2},
+        {"ranges-apart", 4},
+        {"share-counts-apart", 2},
+        {"sign-of-book-value", 2},
+        {"sign-of-earnings", 2},
+        {"sign-of-pre-tax-income", 2},
+        {"source-before-quarter", 2},
+        {"split-ratio-jump", 1},
+        {"split-step", 2},
+        {"year-behind-quarters", 2},
+        {"year-unlike-its-end", 2}};
+    EXPECT_EQ(suspects, expected);
+}
+
+TEST(Report, saysADayWithTwoDigits) {
+    EXPECT_EQ(Report::day(*makeDate(2025, 10, 9)), "2025-10-09");
+    EXPECT_EQ(Report::day(*makeDate(2025, 9, 10)), "2025-09-10");
 }
 
 TEST(CompanyFindings, nameAPeriodByItsPlaceWhereThereIsNoDate) {
