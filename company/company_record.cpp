@@ -74,7 +74,10 @@ void compare(std::string_view name, const Variant& before, const Variant& after,
         return;
     if (before.isArray() && after.isArray())
         return compareSeries(name, before.array(), after.array(), found);
-    found.push_back({std::string(name), std::nullopt, exactText(before), exactText(after)});
+    const auto text = [](const Variant& value) {
+        return value.isArray() ? std::string() : exactText(value);
+    };
+    found.push_back({std::string(name), std::nullopt, text(before), text(after)});
 }
 
 } // namespace

@@ -120,6 +120,15 @@ TEST(CompanyRecord, RefusesWhatItCannotGiveBackAndKeepsWhatItHad) {
     EXPECT_EQ(company.get_LastUpdate(), day(2024, 1, 1));
 }
 
+TEST(CompanyRecord, TakesTheDaysOfFourDigitYears) {
+    CompanyRecord company;
+    for (const Date first : {day(100, 1, 1), *atTime(day(9999, 12, 31), {23, 59, 59})})
+        EXPECT_NO_THROW(company.put_LastUpdate(first));
+    EXPECT_EQ(company.get_LastUpdate(), day(9999, 12, 31));
+    for (const double serial : {day(100, 1, 1).serial - 1, day(9999, 12, 31).serial + 1})
+        EXPECT_THROW(company.put_LastUpdate(Date{serial}), std::invalid_argument) << serial;
+}
+
 TEST(CompanyRecord, HasOneZero) {
     CompanyRecord company;
     company.put_TaxRate(-0.0);
@@ -182,7 +191,12 @@ TEST(CompanyRecord, SettingsRefuseOtherNamesAndKinds) {
         EXPECT_THROW(settings->put(name, 1), std::invalid_argument) << name;
     }
     EXPECT_THROW(settings->put(setting::unit, "many"), std::invalid_argument);
-    EXPECT_THROW(settings->put(setting::unit, 40000), std::overflow_error);
+    for (const int whole : {-32768, 32767})
+        EXPECT_NO_THROW(settings->put(setting::unit, whole));
+    for (const int whole : {-32769, 32768, 40000})
+        EXPECT_THROW(settings->put(setting::unit, whole), std::overflow_error) << whole;
+    EXPECT_EQ(settings->get(setting::unit).toLong(), 32767);
+    settings->put(setting::unit, Variant());
     EXPECT_THROW(settings->put(setting::bookValue, "perhaps"), std::invalid_argument);
     EXPECT_EQ(settings->get(setting::unit).toLong(), 0);
 }
@@ -242,6 +256,27 @@ TEST(CompanyRecord, NamesEachDifference) {
     };
     EXPECT_EQ(differences(before, *after), expected);
     EXPECT_TRUE(differences(before, before).empty());
+}
+
+// Of a host's own record, whose series have other bounds.
+TEST(CompanyRecord, NamesEachElementThatOneOfTwoSeriesLacks) {
+    class Host final : public CompanyBase {
+      public:
+        explicit Host(Variant earnings) : earnings_(std::move(earnings)) {}
+        [[nodiscard]] Variant get_YEPSSeries() const override { return earnings_; }
+
+      private:
+        Variant earnings_;
+    };
+    using Differences = std::vector<Difference>;
+    const Host one(numberArray({1, 2, 3}, 1));
+    EXPECT_EQ(differences(one, Host(numberArray({9, 1, 2, 4}, 0))),
+              (Differences{{"YEPSSeries", 0, "", "9"}, {"YEPSSeries", 3, "3", "4"}}));
+    EXPECT_EQ(differences(one, Host(numberArray({2, 3, 5}, 2))),
+              (Differences{{"YEPSSeries", 1, "1", ""}, {"YEPSSeries", 4, "", "5"}}));
+    EXPECT_EQ(differences(one, Host(5.0)), (Differences{{"YEPSSeries", std::nullopt, "", "5"}}));
+    EXPECT_EQ(differences(Host(5.0), one), (Differences{{"YEPSSeries", std::nullopt, "5", ""}}));
+    EXPECT_TRUE(sameAs(one, Host(numberArray({1, 2, 3}, 1))));
 }
 
 TEST(CompanyRecord, IgnoresTheCallsAroundAShiftOfYears) {
