@@ -41,17 +41,7 @@ class CompanySettings final : public Object {
         const auto index = find(name);
         if (index == settingCount)
             return Object::put(name, value);
-        switch (settingTable[index].kind) {
-        case SettingKind::number:
-            values_[index] = validInteger(value);
-            break;
-        case SettingKind::text:
-            values_[index] = validText(value.toText());
-            break;
-        case SettingKind::flag:
-            values_[index] = value.toBoolean();
-            break;
-        }
+        values_[index] = taken(settingTable[index].kind, value);
     }
 
   private:
@@ -63,6 +53,18 @@ class CompanySettings final : public Object {
             return "";
         case SettingKind::flag:
             return false;
+        }
+        return {};
+    }
+
+    static Variant taken(SettingKind kind, const Variant& value) {
+        switch (kind) {
+        case SettingKind::number:
+            return validInteger(value);
+        case SettingKind::text:
+            return validText(value.toText());
+        case SettingKind::flag:
+            return value.toBoolean();
         }
         return {};
     }

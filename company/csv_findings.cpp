@@ -53,7 +53,7 @@ std::optional<double> CsvFindings::figure(const CsvCell& cell, int column, int p
     std::string text(trimmed(cell.text));
     if (text.empty())
         return 0;
-    if (places != 0 && isPlainNumber(text))
+    if (isPlainNumber(text))
         text = shiftDecimalPoint(text, -places);
     const auto value = exactNumber(text);
     if (!value)

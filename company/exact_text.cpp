@@ -36,7 +36,7 @@ std::optional<Date> dateFromIso(std::string_view text) {
         return std::nullopt;
     const auto year = text.substr(0, 4);
     const auto month = text.substr(5, 2);
-    const auto day = text.substr(8, 2);
+    const auto day = text.substr(8);
     if (!areAsciiDigits(year) || !areAsciiDigits(month) || !areAsciiDigits(day))
         return std::nullopt;
     const auto date = makeDate(wholeNumber(year), wholeNumber(month), wholeNumber(day));

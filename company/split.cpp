@@ -44,14 +44,15 @@ bool takeParting(std::string_view& text) {
 }
 
 // By which date a datum is known to be of before a split.
-enum class DatedBy { period, price, quarter };
+enum class DatedBy { itsYear, itsQuarter, price, quarter };
 
 // Data of DatumUnit::perShare and shares, in the order of the record's data.
-DatedBy datedBy(Datum datum) {
-    if (isSeries(rowOf(datum)))
-        return DatedBy::period;
-    return datum == CurrentPrice || datum == High52W || datum == Low52W ? DatedBy::price
-                                                                        : DatedBy::quarter;
+DatedBy datedBy(const DatumRow& row) {
+    if (isSeries(row))
+        return row.period == DatumPeriod::year ? DatedBy::itsYear : DatedBy::itsQuarter;
+    return row.datum == CurrentPrice || row.datum == High52W || row.datum == Low52W
+               ? DatedBy::price
+               : DatedBy::quarter;
 }
 
 struct Dates {
@@ -70,22 +71,21 @@ struct Dates {
 
     // Absent where there is none to go by; `wanted` is then the one that is missing.
     [[nodiscard]] Date of(const DatumRow& row, int element, Datum& wanted) const {
-        switch (datedBy(row.datum)) {
+        switch (datedBy(row)) {
         case DatedBy::price:
             wanted = PriceUpdatedDate;
             return price;
         case DatedBy::quarter:
             wanted = LastQDateForGrid;
             return isAbsent(quarter) ? year : quarter;
-        case DatedBy::period:
-            break;
-        }
-        if (row.period == DatumPeriod::year) {
+        case DatedBy::itsYear:
             wanted = LastFYDate;
             return addYears(year, 1 - element);
+        case DatedBy::itsQuarter:
+            wanted = LastQDateForGrid;
+            return addQuarters(quarter, -element);
         }
-        wanted = LastQDateForGrid;
-        return addQuarters(quarter, -element);
+        return {};
     }
 };
 

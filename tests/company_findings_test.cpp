@@ -195,10 +195,11 @@ TEST(CompanyFindings, putTheSurestFigureFirstAndKeepThoseOfOneTogether) {
                                                            "diluted-below-common"}));
     EXPECT_TRUE(std::ranges::is_sorted(findings, std::greater(), &Finding::sureness));
     company->put_DilutedShares(10); // likely by one rule, sure by another
+    company->put_CurrentPrice(54);  // likely
     putElement(*company, YLowSeries, 2, 52);
     EXPECT_EQ(rulesOf(companyFindings(*company)),
               (std::vector<std::string>{"share-counts-apart", "diluted-below-common",
-                                        "missing-quarter"}));
+                                        "price-outside-range", "missing-quarter"}));
 }
 
 // A key stays as long as the figures do, whatever comes before or after them.
@@ -568,6 +569,13 @@ TEST(PlausibilityRules, takeEveryFigureThatIsThereHoweverSmall) {
          true},
         {"ranges-apart",
          {{{YLowSeries, 2}, 0.5}, {{YHighSeries, 1}, 0.3}, {{YLowSeries, 1}, 0.2}},
+         true},
+        {"ranges-apart",
+         {{{YLowSeries, 0}, 0.8},
+          {{YHighSeries, 0}, 0.9},
+          {{YLowSeries, 1}, 0.3},
+          {{YHighSeries, 1}, 0.5},
+          {{YLowSeries, 2}, 0}},
          true},
         {"quarterly-earnings-times-shares",
          {{{YCSOSeries, 1}, 1},

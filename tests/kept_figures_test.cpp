@@ -201,6 +201,112 @@ TEST_F(KeptFiguresTest, TheTrailingSumFollowsAQuarterThatWasLeft) {
     EXPECT_EQ(record->get_Last4QEPS(), 4) << "the action has ended";
 }
 
+// A sum is of all quarters, whichever moves, and of the dates that name them.
+TEST_F(KeptFiguresTest, TheTrailingSumFollowsQuartersThatMoveAndTheirDates) {
+    record->put_Last4QEPS(4);
+    test::putElement(*record, Datum::QEPSSeries, 2, 1.25);
+    origins.put(Datum::Last4QEPS, {}, {Origin::typed, "", false});
+    const auto sumAfter = [&](Origin origin, const auto& write) {
+        record->put_Last4QEPS(4);
+        const ActionScope action(kept, {origin, {}, {}});
+        write();
+        const ActionScope working(kept, {Origin::derived, {}, {}});
+        kept->put_Last4QEPS(5);
+        return record->get_Last4QEPS();
+    };
+    const Date last = record->get_LastQDateForGrid();
+    EXPECT_EQ(sumAfter(Origin::shifted,
+                       [&] { kept->put_QEPSSeries(movedOn(kept->get_QEPSSeries(), 1)); }),
+              5);
+    EXPECT_EQ(sumAfter(Origin::typed, [&] { kept->put_LastQDateForGrid(last); }), 4);
+    EXPECT_EQ(sumAfter(Origin::typed, [&] { kept->put_LastQDateForGrid(addQuarters(last, 1)); }),
+              5);
+}
+
+TEST_F(KeptFiguresTest, AFigureThatIsEmptiedIsNoMove) {
+    came(Origin::typed);
+    const ActionScope leaving(kept, {Origin::typed, {}, {}});
+    test::putElement(*kept, Datum::YPTISeries, year, 0);
+    derive(0);
+    EXPECT_EQ(rate(), 0);
+}
+
+TEST_F(KeptFiguresTest, WhatIsWorkedOutIsNoNewInput) {
+    put(Datum::YCommEqSeries, 100);
+    origins.put(Datum::YCommEqSeries, year, {Origin::typed, "", false});
+    const ActionScope commit(kept, {Origin::derived, {}, {}});
+    test::putElement(*kept, Datum::YBookValSeries, year, 7);
+    test::putElement(*kept, Datum::YCommEqSeries, year, 101);
+    EXPECT_EQ(test::elementOf(*record, Datum::YCommEqSeries, year), 100);
+}
+
+// The origins are those of before the action, the elements those of after it.
+TEST_F(KeptFiguresTest, WhatHasMovedIsKeptAtItsNewPlace) {
+    for (const int periods : {1, -1}) {
+        SCOPED_TRACE(periods);
+        const auto before = record->clone();
+        put(Datum::YTaxRateSeries, 30, year + 2);
+        put(Datum::YTaxRateSeries, 31, year - 2);
+        came(Origin::imported);
+        for (const int element : {year + 2, year - 2})
+            origins.put(Datum::YTaxRateSeries, element, {Origin::derived, "", false});
+        {
+            const ActionScope adding(kept, {Origin::shifted, {}, {}});
+            for (const Datum series :
+                 {Datum::YTaxRateSeries, Datum::YNetIncSeries, Datum::YPTISeries})
+                writeSeries(*kept, series, movedOn(readSeries(*kept, series), periods));
+            derive(22, year + periods);
+            derive(23, year + 2 + periods);
+            EXPECT_EQ(rate(year + periods), 18.1);
+            EXPECT_EQ(rate(year + 2 + periods), 23);
+        }
+        for (const DatumRow& row : datumTable())
+            writeDatum(*record, row.datum, before->stored(row.datum));
+    }
+}
+
+TEST_F(KeptFiguresTest, AnInputGoesWithItsSeriesAndLeavesNoneBehind) {
+    for (const int typed : {0, year}) {
+        SCOPED_TRACE(typed);
+        for (const int element : {typed, typed + 1, typed + 2}) {
+            put(Datum::YTaxRateSeries, 18.1, element);
+            origins.put(Datum::YTaxRateSeries, element, {Origin::typed, "", false});
+        }
+        const ActionScope adding(kept, {Origin::shifted, {}, {}});
+        {
+            const ActionScope typing(kept, {Origin::typed, {}, {}});
+            test::putElement(*kept, Datum::YPTISeries, typed, 11000);
+        }
+        kept->put_YPTISeries(movedOn(kept->get_YPTISeries(), 1));
+        for (const int element : {typed, typed + 1, typed + 2}) {
+            derive(22, element);
+            EXPECT_EQ(rate(element), element == typed + 1 ? 22 : 18.1) << element;
+        }
+    }
+}
+
+// A record of a host's own that has no series at first.
+TEST_F(KeptFiguresTest, ASeriesThatComesInPlaceOfSomethingElseIsAnInput) {
+    class Host final : public CompanyBase {
+      public:
+        [[nodiscard]] Variant get_QEPSSeries() const override { return earnings; }
+        void put_QEPSSeries(const Variant& value) override { earnings = value; }
+        [[nodiscard]] double get_Last4QEPS() const override { return sum; }
+        void put_Last4QEPS(double value) override { sum = value; }
+        Variant earnings = 1.0;
+        double sum = 4;
+    };
+    const auto host = std::make_shared<Host>();
+    KeptFigures above(host, [] { return FigureOrigins(); });
+    above.beginAction({Origin::typed, {}, {}});
+    above.put_QEPSSeries(numberArray({1, 2, 3, 4}));
+    above.beginAction({Origin::derived, {}, {}});
+    above.put_Last4QEPS(10);
+    above.endAction();
+    above.endAction();
+    EXPECT_EQ(host->sum, 10);
+}
+
 // Of two inputs that were written, only those of the series that moves go with it.
 TEST_F(KeptFiguresTest, AnInputBesideAMovedSeriesStaysWhereItIs) {
     came(Origin::typed);

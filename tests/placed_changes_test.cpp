@@ -622,6 +622,18 @@ TEST_F(PlacedChanges, OfPeriodsThatTheirsDoesNotKnowGoOnlyWhereTheFigureBeforeIs
     }
 }
 
+TEST_F(PlacedChanges, OfPeriodsThatNobodyHadStatedGoOnlyWhereTheFigureBeforeIs) {
+    type(Datum::YRevenueSeries, 2, 7);
+    type(Datum::YHighSeries, 2, 8);
+    auto groups = mine->unsaved();
+    for (ChangeGroup& group : groups)
+        group.counted->before.year = group.counted->after.year = 0;
+    place(groups);
+    EXPECT_EQ(revenue(2), 7);
+    ASSERT_EQ(whys(), Whys{NotPlaced::notDated});
+    EXPECT_EQ(left[0].change.datum, Datum::YHighSeries);
+}
+
 TEST_F(PlacedChanges, OfPeriodsThatAreStatedForTheFirstTimeAreNotMoved) {
     const NewestPeriods newest = newestPeriods(*theirs);
     theirs->put_LastFY(0);

@@ -87,6 +87,33 @@ TEST(Split, RatiosOfSharesForOneAreWrittenInWholeShares) {
         EXPECT_EQ(splitRatioOf(shares), ratio) << shares;
 }
 
+TEST(Split, AdjustsTheNewestPeriodsOfASeries) {
+    CompanyRecord company;
+    company.put_LastFYDate(day(2024, 12, 31));
+    company.put_LastQDateForGrid(day(2025, 3, 31));
+    for (const Datum series : {YEPSSeries, QEPSSeries})
+        for (const int element : {0, 1})
+            test::putElement(company, series, element, 4);
+    const auto changes = splitChanges(company, {{2, 1}, day(2030, 1, 1)}).changes;
+    EXPECT_EQ(changes.size(), 4U);
+    for (const SplitChange& one : changes)
+        EXPECT_EQ(one.change.after, Variant(2.0));
+}
+
+TEST(Split, TellsTheDateThatAFigureLacks) {
+    for (const auto& [datum, missing] :
+         {std::pair(QEPSSeries, LastQDateForGrid), std::pair(YEPSSeries, LastFYDate),
+          std::pair(CurrentPrice, PriceUpdatedDate), std::pair(CommShares, LastQDateForGrid)}) {
+        CompanyRecord company;
+        if (isSeries(rowOf(datum)))
+            test::putElement(company, datum, 0, 4);
+        else
+            writeNumber(company, datum, 4);
+        EXPECT_EQ(splitChanges(company, {{2, 1}, day(2025, 1, 1)}).missingDates,
+                  std::vector{missing});
+    }
+}
+
 TEST(Split, GivesTheExactFigureWhereItHasOne) {
     EXPECT_EQ(afterSplit(0.147, DatumUnit::perShare, {4, 1}), 0.03675);
     EXPECT_EQ(afterSplit(0.3, DatumUnit::perShare, {3, 1}), 0.1);

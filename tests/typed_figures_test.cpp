@@ -67,6 +67,21 @@ TEST_F(TypedFigures, ThatAreKeptStandAtTheirPeriod) {
     EXPECT_EQ(imported.get_LastFY(), 2024);
 }
 
+TEST_F(TypedFigures, AreNotDataThatNobodyHasEnteredOrThatAreTheSame) {
+    putElement(imported, Datum::YRevenueSeries, 1, 391000);
+    imported.put_City("Linz");
+    for (CompanyRecord* record : {&stored, &imported})
+        record->put_Industry("Mining");
+    EXPECT_TRUE(found().empty());
+}
+
+TEST_F(TypedFigures, OfTheYearAheadStandInTheTableWhereItStaysAhead) {
+    putElement(imported, Datum::YRevenueSeries, 1, 391000);
+    putElement(stored, Datum::YRevenueSeries, 0, 400000);
+    ASSERT_EQ(found().size(), 1U);
+    EXPECT_EQ(describe(found()[0]), "Yearly Revenue 2025: 400000, not nothing");
+}
+
 TEST_F(TypedFigures, ThatANothingWouldReplaceAreTold) {
     putElement(imported, Datum::YRevenueSeries, 1, 0);
     EXPECT_EQ(describe(found().at(0)), "Yearly Revenue 2024: 391000, not nothing");
@@ -155,12 +170,14 @@ TEST_F(TypedFiguresOfEmptyRecords, AreSettingsThatAPersonHasChosen) {
     stored.get_Settings()->put(setting::currencySymbol, std::string("CHF"));
     imported.get_Settings()->put(setting::currencySymbol, std::string("EUR"));
     imported.get_Settings()->put(setting::taxRate, true); // nobody has chosen "no"
+    imported.put_Exchange("NYSE");
     const auto typed = found();
     ASSERT_EQ(typed.size(), 1U);
     EXPECT_EQ(describe(typed[0]), "Currency Symbol: CHF, not EUR");
     keepFigures(stored, typed, imported);
     EXPECT_EQ(imported.get_Settings()->get(setting::currencySymbol).toText(), "CHF");
     EXPECT_TRUE(imported.get_Settings()->get(setting::taxRate).toBoolean());
+    EXPECT_EQ(imported.get_Exchange(), "NYSE");
 }
 
 TEST_F(TypedFigures, AreSettingsThatNoImportHasBrought) {
@@ -314,6 +331,11 @@ TEST_F(MissingFromTheImport, ASumOfQuartersThatAreOthersNowDoesNotStay) {
     EXPECT_EQ(kept(Origin::derived, day(2025, 6, 28), 1.5), 0);
     EXPECT_EQ(kept(Origin::typed, day(2025, 6, 28), 1.75), 6.5);
     EXPECT_EQ(kept(Origin::imported, day(2025, 6, 28), 1.75), 6.5);
+    for (int quarter = 0; quarter <= 4; ++quarter) {
+        putElement(stored, Datum::QEPSSeries, quarter, 3);
+        EXPECT_EQ(kept(Origin::derived, day(2025, 3, 29), 1.5), quarter < 4 ? 0 : 6.5) << quarter;
+        putElement(stored, Datum::QEPSSeries, quarter, quarter == 0 ? 1.5 : 0);
+    }
 }
 
 TEST_F(MissingFromTheImport, ATableOfTheImportIsItsOwn) {
