@@ -36,7 +36,6 @@ void CancelButton::key(Control& /*control*/, KeyCode& key, int shift) {
     if (key != keys::tab || shift != shifts::none)
         return;
     pages_.focusFirstField();
-    key = keys::none;
 }
 
 void CancelButton::click(Control& /*control*/) {

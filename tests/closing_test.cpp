@@ -403,6 +403,17 @@ TEST_F(Closing, TabOnCancelGoesToTheFirstFieldOfThePage) {
     }
 }
 
+TEST_F(Closing, TabOnCancelGoesOnWhereThePageHasNoFirstField) {
+    const auto none = std::make_shared<ScriptedRecord>(company);
+    none->missing = 35;
+    entry.put_objCompany(none);
+    desktop.clickTab(toQuarterly);
+    desktop.click("cmdCancel");
+    desktop.type("{TAB}");
+    EXPECT_NE(desktop.focusedId(), "cmdCancel");
+    EXPECT_TRUE(desktop.control(desktop.focusedId()).canTakeFocus()) << desktop.focusedId();
+}
+
 TEST_F(Closing, ShiftTabOnCancelGoesBack) {
     desktop.click("cmdCancel");
     desktop.type("+{TAB}");
