@@ -11,6 +11,17 @@
 
 namespace vkr {
 
+namespace {
+
+// Each page, and whether its tab is the selected one.
+template <typename Act>
+void forEachPage(const Form& form, const TabStrip& strip, Act act) {
+    for (int page = 0; page < strip.count(); ++page)
+        act(controls::frames[frame::firstPage + page].in(form), page == strip.selected() - 1);
+}
+
+} // namespace
+
 TabStrip& Pages::strip() const {
     return context_[controls::tabs];
 }
@@ -44,12 +55,10 @@ void Pages::tabSelected() {
     Form& form = context_.form;
     {
         const Form::Update update(form);
-        for (int page = 0; page < strip().count(); ++page) {
-            auto& panel = controls::frames[frame::firstPage + page].in(form);
-            const bool selected = page == strip().selected() - 1;
+        forEachPage(form, strip(), [](Frame& panel, bool selected) {
             panel.move(selected ? sizes::pageLeft : Control::parkedLeft, panel.top());
             panel.setEnabled(selected);
-        }
+        });
         const bool onYearly = shown() == toYearly;
         controls::addYear.in(form).setVisible(onYearly);
         controls::removeYear.in(form).setVisible(onYearly);
@@ -66,12 +75,10 @@ void Pages::tabSelected() {
 
 void Pages::checkInvariants() const {
 #ifndef NDEBUG // nor is anything looked up
-    for (int page = 0; page < strip().count(); ++page) {
-        const auto& panel = controls::frames[frame::firstPage + page].in(context_.form);
-        const bool selected = page == strip().selected() - 1;
+    forEachPage(context_.form, strip(), [](const Frame& panel, bool selected) {
         assert(panel.left() == (selected ? sizes::pageLeft : Control::parkedLeft));
         assert(panel.enabled() == selected);
-    }
+    });
     assert(controls::addYear.in(context_.form).visible() == (shown() == toYearly));
     assert(controls::removeYear.in(context_.form).visible() == (shown() == toYearly));
 #endif

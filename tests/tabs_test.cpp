@@ -84,6 +84,19 @@ TEST_F(Tabs, EveryWayOfSelectingShowsThePage) {
     expectShown(toYearly);
 }
 
+TEST_F(Tabs, PageKeysWithoutCtrlAreUsedByTheQuartersAlone) {
+    entry.put_VisibleQuarters(20);
+    for (int tab = toCompany; tab <= toOptions; ++tab)
+        for (const KeyCode key : {keys::pageDown, keys::pageUp})
+            for (const int shift : {shifts::none + 0, shifts::shift + 0, shifts::alt + 0}) {
+                desktop.clickTab(tab);
+                EXPECT_EQ(!scene.form().keyDown(key, shift),
+                          tab == toQuarterly && shift == shifts::none)
+                    << tab << " with " << shift;
+                EXPECT_EQ(strip().selected(), tab);
+            }
+}
+
 TEST_F(Tabs, TheFirstFieldOfThePageGetsTheFocus) {
     struct Row {
         int tab;
@@ -233,6 +246,15 @@ TEST_F(Tabs, WithoutItsFirstFieldAPageTakesTheFocusInTheNextOne) {
     entry.put_CurrentTab(toQuarterly);
     EXPECT_FALSE(desktop.control("txtRevenue(0)").enabled());
     EXPECT_TRUE(desktop.control(desktop.focusedId()).isShown()) << desktop.focusedId();
+}
+
+TEST_F(Tabs, AFieldThatAnotherPlatformLacksLosesTheFocusToOneOnShow) {
+    desktop.click("txtTotalDebt");
+    PropertyBag bag;
+    bag.write("Platform", std::int32_t{ptZX}, std::int32_t{-1});
+    entry.ReadProperties(bag);
+    EXPECT_FALSE(desktop.control("txtTotalDebt").visible());
+    EXPECT_TRUE(desktop.control(desktop.focusedId()).canTakeFocus()) << desktop.focusedId();
 }
 
 TEST_F(Tabs, AFieldThatTheHostHidesLosesTheFocusToOneOnShow) {
