@@ -41,8 +41,7 @@ CellKey cellKeyOf(KeyCode key, int shift) {
 // What the cells of a grid stand for: the host may change it while a dialog is open.
 std::vector<int> meaningOf(const SeriesGrid& grid) {
     std::vector<int> meaning;
-    meaning.reserve(static_cast<std::size_t>(grid.rowCount()) + grid.columns().size());
-    for (int row = 0; row < grid.rowCount(); ++row)
+    for (int row = 0; row != grid.rowCount(); ++row)
         meaning.push_back(grid.elementOf(row));
     for (const auto& column : grid.columns())
         meaning.push_back(static_cast<int>(grid.seriesOf(column).series));
@@ -168,13 +167,15 @@ void CellCommands::selectAll(const Place& place) {
 
 bool CellCommands::drag(Control& pressed, Control& over) {
     const auto from = placeOf(pressed);
-    const auto to = placeOf(over);
-    if (!from || !to || from->grid != to->grid || context_.form.activeControl() != &pressed)
+    if (!from || context_.form.activeControl() != &pressed)
+        return false;
+    const auto to = from->grid->find(over);
+    if (!to)
         return false;
     const EntryContext::UpdateScope updating(context_);
     if (!selection_.isActive())
         from->grid->settleCell();
-    selection_.set(*from->grid, from->cell, to->cell);
+    selection_.set(*from->grid, from->cell, *to);
     if (selection_.isActive())
         SelectAllText(from->grid->box(from->cell));
     return true;
@@ -291,8 +292,7 @@ void CellCommands::preview(const Place& place, CellTexts cells, std::string_view
     const auto meaning = meaningOf(*place.grid);
     BlockPaste form(context_, *place.grid, {span.firstColumn, span.firstRow}, std::move(cells),
                     decimal, host_);
-    if (const std::int32_t unit = context_.copiedIn(text); unit != 0)
-        form.setUnit(unit);
+    form.setUnit(context_.copiedIn(text));
     ifPossible([&] { context_.services.showPaste(form); });
     if (!form.accepted() || context_.company != asked || meaningOf(*place.grid) != meaning ||
         !mayChange(place))

@@ -60,6 +60,14 @@ bool copies(KeyCode key, int shift) {
 
 } // namespace
 
+bool EntryInput::takesStep(KeyCode key, int shift) {
+    const auto asked = stepOf(key, shift);
+    if (!asked || !host_.takesHistory())
+        return false;
+    ifPossible([&] { step(*asked); });
+    return true;
+}
+
 bool EntryInput::wantsKey(const Control& control, KeyCode key, int shift) const {
     return (stepOf(key, shift) && host_.takesHistory()) || cells_.wants(control, key, shift);
 }
@@ -103,16 +111,8 @@ void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
             help_.aboutObject();
         return;
     }
-    if (cells_.key(control, key, shift)) {
-        key = keys::none;
-        return;
-    }
-    if (const auto step = stepOf(key, shift); step && host_.takesHistory()) {
-        key = keys::none;
-        this->step(*step);
-        return;
-    }
-    if (opens(control, key, shift) || turnsPage(control, key, shift))
+    if (cells_.key(control, key, shift) || takesStep(key, shift) || opens(control, key, shift) ||
+        turnsPage(control, key, shift))
         key = keys::none;
     else
         controllers_.of(control).key(control, key, shift);
@@ -171,11 +171,8 @@ void EntryInput::onKeyUp(Control& /*control*/, KeyCode key, int /*shift*/) {
     // The key that has chosen the frame in the menu comes up afterwards.
     if (keyWentDown_)
         context_.hideHelpFrame();
-    if (key != keys::f1)
-        return;
-    if (!helpKeyDown_)
+    if (key == keys::f1 && !helpKeyDown_)
         help_.aboutPage();
-    helpKeyDown_ = false;
 }
 
 // --- paste and pointer ---------------------------------------------------------------------------
@@ -203,8 +200,7 @@ std::optional<std::string> EntryInput::inMarksOfForm(std::string_view text) cons
     const auto declared = context_.declaredMark(text);
     if (!declared || *declared == marks.decimal)
         return std::nullopt;
-    const CellFigure read =
-        readCell(text, NumericKind::PlainNumber, 0, {.decimal = *declared, .isSure = true});
+    const CellFigure read = readCell(text, NumericKind::PlainNumber, 0, {.decimal = *declared});
     if (read.kind != CellKind::figure)
         return std::nullopt;
     const std::string own = exchangeMarks(read.number.text, marks);

@@ -47,6 +47,7 @@ class EntryInput final : public FormHandler {
 
   private:
     [[nodiscard]] std::optional<std::string> inMarksOfForm(std::string_view text) const;
+    bool takesStep(KeyCode key, int shift);
     bool opens(Control& control, KeyCode key, int shift);
     bool turnsPage(Control& control, KeyCode key, int shift);
 
@@ -60,7 +61,7 @@ class EntryInput final : public FormHandler {
     HostLine& host_;
     CellCommands& cells_;
     // They are free of each other.
-    bool helpKeyDown_ = false; // F1 went down on the help frame. Coming up it must not ask again
+    bool helpKeyDown_ = false; // F1 last went down on the help frame: coming up it asks nothing
     bool keyWentDown_ = false; // a key did since the help frame was shown
     bool toldOfKey_ = false;   // the key that is held was refused, and a note said so once
     bool tookBack_ = false;    // the field has taken back an edit since it was entered

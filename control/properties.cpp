@@ -177,9 +177,8 @@ void Properties::write(PropertyBag& bag) {
     inOrder(&BagPlaces::saved, [&](const Kept& one, const PropertyRow& row) {
         bag.write(row.name, bagValue(row.type, one.get(*this)),
                   bagValue(row.type, row.start.number));
-        if (row.property == EntryProperty::CurrentTab)
-            ifPossible([&] { pages_.show(pages_.reported()); });
     });
+    ifPossible([&] { pages_.show(pages_.reported()); });
 }
 
 // --- assignments ---------------------------------------------------------------------------------
@@ -255,8 +254,6 @@ void Properties::showVLs(bool shown) {
 
 void Properties::putVisibleQuarters(int rows) {
     rows = std::clamp(rows, 1, QuarterlyGrid::mostRows);
-    if (rows == visibleQuarters())
-        return;
     wantedQuarters_ = rows;
     if (!context_.isUpdating()) // else the cell that is being stored might be gone under it
         ifPossible([&] { makeWantedQuarters(); });
@@ -300,8 +297,6 @@ void Properties::putList(EntryProperty property, const Variant& items) {
                        : property == EntryProperty::vntExchange ? controls::exchange
                                                                 : controls::industry;
     assign(property, [&] {
-        if (items.varType() <= Variant::vtArray)
-            return;
         std::vector<std::string> texts;
         const VariantArray& array = items.array();
         const std::int64_t last = array.upper(); // which may be the end of int

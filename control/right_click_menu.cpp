@@ -24,8 +24,7 @@ void RightClickMenu::MouseDown(MouseButton button, Control& control, int tab) {
     if (button != MouseButton::right)
         return;
     // A box or option would get the focus only now, and the field that is left closes the frame.
-    if (control.isFocusable() && objects_.of(control, tab))
-        control.setFocus();
+    control.setFocus();
     // A field that did not get the focus is not the one to act on.
     if (dynamic_cast<TextField*>(&control) != nullptr && context_.form.activeControl() != &control)
         return;
@@ -55,7 +54,7 @@ void RightClickMenu::open(Control& control, int tab, Twips left, Twips top) {
     const int chosen = attemptOr(
         -1, [&] { return context_.services.popUpMenu(menuEntries(context_.form), left, top); });
     // The host may have changed the form while the menu was up.
-    if (chosen >= 0 && context_.form.find(name, index) == &control)
+    if (context_.form.find(name, index) == &control)
         mnuItem_Click(chosen);
 }
 
@@ -85,7 +84,6 @@ Control& RightClickMenu::PrepareHelpText() {
     Control& shown = field_ != nullptr && field_->isShown() ? *field_ : *control_;
     const auto& page = context_[controls::frames[frame::firstPage]];
     pendingLeft_ = 0;
-    pendingTop_ = 0;
     pendingText_ = context_.text(helpTextOf(object_), "");
     if (object_ >= doTabCompany && object_ <= doTabOptions) {
         const auto& strip = context_[controls::tabs];
@@ -103,8 +101,8 @@ Control& RightClickMenu::PrepareHelpText() {
 
 // --- commands ------------------------------------------------------------------------------------
 
-void RightClickMenu::edit(TextField& field, std::string_view text, int caret) {
-    if (field.text() != text && field.editText(text, caret))
+void RightClickMenu::edit(TextField& field, std::string_view text) {
+    if (field.text() != text && field.editText(text, textLength(text)))
         host_.fieldChanged(field);
 }
 
@@ -128,10 +126,8 @@ void RightClickMenu::takeLastQuarterDate() {
 }
 
 void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
-    if (isOfCells(intCommand)) {
+    if (isOfCells(intCommand)) // none of those below
         host_.carryOut(static_cast<MenuCommand>(intCommand));
-        return;
-    }
     enum class Needs { nothing, anyField, unlockedField };
     using enum Needs;
     struct Command {
@@ -145,13 +141,13 @@ void RightClickMenu::DoMenuCommand(int intCommand, TextField* field) {
         {mcCut, unlockedField,
          [](RightClickMenu& menu, TextField* target) {
              if (menu.copy(*target)) // else the text would be nowhere
-                 menu.edit(*target, "", 0);
+                 menu.edit(*target, "");
          }},
         {mcCopy, anyField, [](RightClickMenu& menu, TextField* target) { menu.copy(*target); }},
         {mcPaste, unlockedField,
          [](RightClickMenu& menu, TextField* target) { menu.paste(*target); }},
         {mcClear, unlockedField,
-         [](RightClickMenu& menu, TextField* target) { menu.edit(*target, "", 0); }},
+         [](RightClickMenu& menu, TextField* target) { menu.edit(*target, ""); }},
         {mcSelectAll, anyField,
          [](RightClickMenu&, TextField* target) { target->select(0, textLength(target->text())); }},
         {mcAddYear, nothing, [](RightClickMenu& menu, TextField*) { menu.host_.addYear(); }},
@@ -216,7 +212,7 @@ void RightClickMenu::putDate(TextField& field, Date date) {
     field.setFocus();
     const std::string text = context_.dateText(date);
     context_.dates.pick(field, text, date);
-    edit(field, text, textLength(text));
+    edit(field, text);
     field.replaceStored(); // the pattern may hide what has changed
     context_.markPicked();
     if (!context_.form.hasFocus() || context_.form.activeControl() != &field)

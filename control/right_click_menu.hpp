@@ -54,7 +54,7 @@ class RightClickMenu {
     void checkInvariants() const;
     void open(Control& control, int tab, Twips left, Twips top);
     Control& PrepareHelpText();
-    void edit(TextField& field, std::string_view text, int caret);
+    void edit(TextField& field, std::string_view text);
     bool copy(const TextField& field); // all of it; false where the clipboard took nothing
     void paste(TextField& field);
     void takeLastQuarterDate();
