@@ -4,13 +4,17 @@
 #include "platform/exact_number.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
+#include "tests/support/hostile_desktop.hpp"
 #include "tests/support/scripted_record.hpp"
 
+#include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vkr {
@@ -393,6 +397,62 @@ TEST(CellCommands, PasteNothingIntoAnotherCompany) {
     EXPECT_EQ(other->get_YRevenueSeries().array().number(2), 0);
 }
 
+// Of each grid, while the preview is open: other rows, other quarters, the other row of a pair.
+TEST(CellCommands, PasteNothingIntoCellsThatStandForOtherFigures) {
+    struct Change {
+        const char* what;
+        int tab;
+        std::int16_t quarters;
+        std::function<void(Scene& scene)> make;
+    };
+    const auto chooseTaxRate = [](Scene& scene) {
+        scene.entry->put_CurrentTab(toOptions);
+        scene.desktop.click("optPTI(1)");
+    };
+    const auto moveQuarter = [](Scene& scene) {
+        scene.record->put_LastQDate(*makeDate(2026, 6, 30));
+        scene.entry->recordChanged();
+    };
+    const Change changes[] = {
+        {"nothing", toYearly, 9, [](Scene&) {}},
+        {"nothing", toQuarterly, 9, [](Scene&) {}},
+        {"rows", toQuarterly, 9, [](Scene& scene) { scene.entry->put_VisibleQuarters(12); }},
+        {"quarter", toQuarterly, 9, moveQuarter},
+        {"the one quarter", toQuarterly, 1, moveQuarter},
+        {"series of a year", toYearly, 9, chooseTaxRate},
+        {"series of a quarter", toQuarterly, 9, chooseTaxRate},
+    };
+    for (const auto& change : changes) {
+        SCOPED_TRACE(change.what);
+        Scene scene(change.tab);
+        scene.entry->put_VisibleQuarters(change.quarters);
+        scene.desktop.answerNextPaste([&](PasteForm& form) {
+            change.make(scene);
+            form.pressOk();
+        });
+        scene.record->actions.clear();
+        scene.paste(change.tab == toYearly ? "txtSales(0)" : "txtRevenue(0)", "1\t2");
+        ASSERT_EQ(scene.desktop.pastes().size(), 1U);
+        EXPECT_TRUE(scene.desktop.scriptUsedUp());
+        EXPECT_EQ(std::ranges::any_of(scene.record->actions,
+                                      [](const ListeningRecord::Done& done) {
+                                          return done.action.origin == Origin::pasted;
+                                      }),
+                  std::string_view(change.what) == "nothing");
+    }
+}
+
+TEST(CellCommands, EndTheSelectionByAPasteThatWasAgreedTo) {
+    Scene scene;
+    scene.desktop.setClipboardText("1\n2");
+    scene.typeAt("txtSales(3)", "+{DOWN}^v");
+    EXPECT_EQ(scene.highlighted().size(), 2U);
+    scene.desktop.acceptNextPaste();
+    scene.desktop.type("^v");
+    EXPECT_EQ(scene.desktop.pastes().size(), 2U);
+    EXPECT_TRUE(scene.highlighted().empty());
+}
+
 // One that the host hands in when it hears of what was being typed.
 TEST(CellCommands, ChangeAndMarkNothingInAnotherCompany) {
     for (const char* keys : {"^+c", "^d", "^'", "^v", "+{DOWN}"}) {
@@ -556,6 +616,37 @@ TEST(CellCommands, SelectByDragging) {
     EXPECT_TRUE(scene.highlighted().empty());
 }
 
+// So that whoever goes on by typing replaces the figure, as after any other way to select.
+TEST(CellCommands, SelectTheTextOfTheFirstCellThatIsDragged) {
+    Scene scene;
+    scene.enter("txtSales(3)", "1234");
+    scene.desktop.click("txtSales(3)");
+    scene.desktop.press("txtSales(3)"); // the caret goes behind the text
+    EXPECT_EQ(scene.field("txtSales", 3).selText(), "");
+    scene.desktop.dragTo("txtSales(4)");
+    EXPECT_EQ(scene.field("txtSales", 3).selText(), "1234.00");
+    scene.field("txtSales", 3).select(2, 0);
+    scene.desktop.dragTo("txtSales(3)");
+    EXPECT_EQ(scene.field("txtSales", 3).selText(), "");
+}
+
+TEST(CellCommands, AreSelectedByDraggingFromTheFocusToACellAlone) {
+    Scene scene;
+    scene.desktop.click("txtSales(3)");
+    const auto selects = [&](const char* pressed, const char* over) {
+        const bool selected =
+            scene.form().userDrag(scene.desktop.control(pressed), scene.desktop.control(over));
+        EXPECT_EQ(selected, !scene.highlighted().empty()) << pressed << " to " << over;
+        return selected;
+    };
+    EXPECT_FALSE(selects("txtSales(4)", "txtSales(5)")); // without the focus
+    EXPECT_FALSE(selects("txtSales(3)", "lblYear(5)"));
+    EXPECT_FALSE(selects("txtSales(3)", "txtLastFY"));
+    EXPECT_TRUE(selects("txtSales(3)", "txtSales(5)"));
+    scene.desktop.click("txtLastFY");
+    EXPECT_FALSE(selects("txtLastFY", "txtSales(5)"));
+}
+
 TEST(CellCommands, SelectTheGridByCtrlATwice) {
     Scene scene(toQuarterly);
     scene.typeAt("txtRevenue(1)", "^a");
@@ -605,6 +696,17 @@ TEST(CellCommands, CopyOneCellWithItsHeadings) {
     scene.desktop.clickTab(toCompany);
     scene.desktop.click("txtName");
     EXPECT_FALSE(scene.entry->copyCellsWithHeadings());
+}
+
+TEST(CellCommands, CopyNothingWhileTheFocusIsBesideTheForm) {
+    Scene scene;
+    scene.enter("txtSales(3)", "3");
+    scene.desktop.click("txtSales(3)");
+    EXPECT_TRUE(scene.entry->copyCells());
+    scene.desktop.setClipboardText("before");
+    scene.desktop.leaveForm();
+    EXPECT_FALSE(scene.entry->copyCells());
+    EXPECT_EQ(scene.desktop.clipboardText(), "before");
 }
 
 // What is pasted back gives the same figures, in any unit, with any mark, with and without heads.
@@ -713,8 +815,60 @@ TEST(CellCommands, KnowEachCommandByItsOtherKeys) {
     for (const char* keys : {"{DEL}", "{BACKSPACE}"})
         EXPECT_EQ(after(keys), " emptied") << keys;
     EXPECT_EQ(after("^d"), " filled");
+    EXPECT_EQ(after("{F1}"), "") << "help is about the cells as they are";
     for (const char* keys : {"^+d", "^+x", "{HOME}", "{F2}"})
         EXPECT_EQ(after(keys), " ended") << keys;
+}
+
+// Neither the field nor a shortcut of the host has a use for them then.
+TEST(CellCommands, UseUpTheirKeys) {
+    constexpr int both = shifts::control | shifts::shift;
+    const struct {
+        KeyCode key;
+        int shift;
+        bool ofACell;
+        bool ofASelection;
+    } rows[] = {
+        {'C', both, true, true},
+        {'D', shifts::control, true, true},
+        {keys::apostrophe, shifts::control, true, true},
+        {keys::apostrophe, both, true, true},
+        {'C', shifts::control, false, true},
+        {keys::insert, shifts::control, false, true},
+        {'X', shifts::control, false, true},
+        {keys::del, shifts::shift, false, true},
+        {keys::del, shifts::none, false, true},
+        {keys::backspace, shifts::none, false, true},
+        {keys::escape, shifts::none, false, true},
+        {keys::escape, shifts::shift, false, false},
+        {keys::escape, shifts::control, false, false},
+        {keys::home, shifts::none, false, false},
+        {keys::left, shifts::shift, true, true},
+        {keys::down, shifts::shift, true, true},
+        {'V', shifts::control, false, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::to_string(row.key) + " with " + std::to_string(row.shift));
+        Scene scene;
+        scene.enter("txtSales(3)", "3");
+        scene.desktop.click("txtSales(3)");
+        EXPECT_EQ(!scene.form().keyDown(row.key, row.shift), row.ofACell);
+        scene.desktop.click("txtYOption(4)");
+        scene.typeAt("txtSales(3)", "+{DOWN}");
+        EXPECT_EQ(!scene.form().keyDown(row.key, row.shift), row.ofASelection);
+    }
+}
+
+TEST(CellCommands, LeaveTheFigureWhereTheRecordRefusesToEmptyIt) {
+    for (const char* keys : {"{DEL}", "{BACKSPACE}", "^x"}) {
+        Scene scene;
+        scene.enter("txtSales(3)", "3");
+        scene.record->refused = Datum::YRevenueSeries;
+        scene.typeAt("txtSales(3)", "+{DOWN}");
+        scene.desktop.type(keys);
+        EXPECT_EQ(scene.text("txtSales", 3), "3.00") << keys;
+        EXPECT_EQ(scene.desktop.messages().size(), 1U) << keys;
+    }
 }
 
 TEST(CellCommands, TakeTheFigureBeforeWithOrWithoutShift) {
@@ -856,6 +1010,30 @@ TEST(CellCommands, AreCarriedOutByTheMenu) {
     EXPECT_EQ(revenue(2), 0);
     EXPECT_EQ(revenue(3), 0);
     EXPECT_EQ(revenue(4), 7);
+}
+
+// The host changes the form while the menu is up.
+TEST(CellCommands, DoNothingByTheMenuOfASelectionThatIsGone) {
+    for (const char* caption : {"Copy Cells", "Copy Cells with Headings", "Delete Figures",
+                                "Fill Down", "Take Figures from the Quarter Before"}) {
+        HostileScene scene;
+        scene.start();
+        const auto company = fullCompany();
+        scene.entry->put_objCompany(company);
+        scene.desktop.clickTab(toQuarterly);
+        scene.desktop.click("txtRevenue(2)");
+        scene.desktop.type("+{DOWN}");
+        const auto before = company->clone();
+        scene.desktop.setClipboardText("before");
+        scene.desktop.failing = {"popUpMenu"};
+        scene.desktop.fail = [&] { scene.entry->put_VisibleQuarters(12); };
+        scene.desktop.answerNextMenu(caption);
+        scene.desktop.type("+{F10}");
+        ASSERT_EQ(scene.desktop.menus().size(), 1U);
+        EXPECT_EQ(scene.desktop.menus()[0].refusal, "") << caption;
+        EXPECT_EQ(scene.desktop.clipboardText(), "before") << caption;
+        EXPECT_EQ(test::changedData(*before, *company), Ids()) << caption;
+    }
 }
 
 TEST(CellCommands, LeaveTheMenuBesideTheSelectionToTheField) {

@@ -889,6 +889,22 @@ TEST_F(JournalOfTheForm, AChoiceIsAGroupAtOnce) {
     EXPECT_EQ(scene.form().get<OptionButton>("optCommEq", 1).value(), bookValue);
 }
 
+TEST_F(JournalOfTheForm, EachChoiceIsAGroupOfItsName) {
+    struct Choice {
+        const char* option;
+        const char* name;
+    };
+    for (const auto& [option, name] :
+         {Choice{"optCommEq(1)", "Book Value"}, Choice{"optCommEq(0)", "Common Equity"},
+          Choice{"optPTI(1)", "Tax Rate"}, Choice{"optPTI(0)", "Pre-Tax Income"},
+          Choice{"optCurrency(0)", "Currency Unit"}}) {
+        test::show(scene, option);
+        scene.desktop.click(option);
+        EXPECT_EQ(last().name, name);
+    }
+    EXPECT_EQ(journal->groups().size(), 5U);
+}
+
 TEST_F(JournalOfTheForm, AChosenPeriodIsAGroupOnceItsListIsLeft) {
     company->get_ReportingPeriod()->put(setting::leadPeriod, std::int16_t{2});
     scene.load(journal);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "company/split.hpp"
+#include "form/form_layout.hpp"
 #include "tests/support/change_lists.hpp"
 #include "tests/support/company_on_form.hpp"
 #include "tests/support/period_import.hpp"
@@ -325,6 +326,16 @@ TEST_F(DataLock, LabelsOfLockedDataTakeTheirShade) {
     EXPECT_EQ(label.backColor(), 0x445566U);
     lock(false);
     EXPECT_EQ(label.backColor(), colors::buttonFace);
+}
+
+TEST_F(DataLock, OnlyLabelsOfTheCompanysPagesTakeTheShade) {
+    entry.put_ShadeColorLocked(0x112233);
+    lock(true);
+    for (const auto& field : fieldRows()) {
+        const Label& label = field.label.control.in(scene.form());
+        EXPECT_EQ(label.backColor() == 0x112233U, field.page == toCompany || field.page == toOther)
+            << label.id();
+    }
 }
 
 TEST_F(DataLock, ShadesAreRedrawn) {

@@ -203,10 +203,12 @@ TEST_F(DoubtfulTexts, AFigureThatWasCopiedInAnotherUnitIsOne) {
     };
     const std::string doubt = "Copied in (M), and stored as it stands in (K).";
     desktop.answerNextMenu("Copy");
+    int next = 900;
     for (const char* keys : {"^c", "^{INSERT}", "^x", "+{DEL}", ""}) {
         SCOPED_TRACE(keys);
+        const std::string figure = std::to_string(next++);
         setUnit(6);
-        typeOver(scene, "txtTotalDebt", "900");
+        typeOver(scene, "txtTotalDebt", figure);
         goTo(scene, "txtTotalDebt");
         if (*keys == '\0')
             desktop.rightClick("txtTotalDebt");
@@ -218,7 +220,7 @@ TEST_F(DoubtfulTexts, AFigureThatWasCopiedInAnotherUnitIsOne) {
         setUnit(3);
         for (const char* id : {"txtTotalCap", "txtSales(9)", "txtRevenue(0)"}) {
             typeAt(scene, id, "^a^v{TAB}");
-            EXPECT_EQ(textOf(scene, id), "900.00");
+            EXPECT_EQ(textOf(scene, id), figure + ".00");
             EXPECT_EQ(markOf(scene, id), doubt) << id;
             typeOver(scene, id, "1");
         }
@@ -232,6 +234,13 @@ TEST_F(DoubtfulTexts, AFigureThatWasCopiedInAnotherUnitIsOne) {
     typeAt(scene, "txtTotalDebt", "^a^c{TAB}");
     for (const char* keys : {"{HOME}+{END}+{LEFT}", "^a^{HOME}", "^a{RIGHT}+{HOME}"})
         typeAt(scene, "txtName", std::string("^aACME") + keys);
+    setUnit(3);
+    typeAt(scene, "txtTotalCap", "^a^v{TAB}");
+    EXPECT_EQ(markOf(scene, "txtTotalCap"), doubt);
+    typeOver(scene, "txtTotalCap", "1");
+    // A single digit, and what it was while nothing is selected.
+    setUnit(6);
+    typeAt(scene, "txtTotalDebt", "^a{DEL}5^a^c{END}^c{TAB}");
     setUnit(3);
     typeAt(scene, "txtTotalCap", "^a^v{TAB}");
     EXPECT_EQ(markOf(scene, "txtTotalCap"), doubt);

@@ -157,6 +157,28 @@ TEST(ErrorTrap, ACutThatReachesNoClipboardKeepsTheText) {
     EXPECT_EQ(scene.field("txtName").text(), name);
 }
 
+TEST(ErrorTrap, AMenuThatDoesNotOpenChoosesNothing) {
+    HostileScene scene;
+    scene.start();
+    scene.entry->put_objCompany(fullCompany());
+    scene.desktop.click("txtName");
+    scene.desktop.type("^aTyped");
+    scene.desktop.failing = {"popUpMenu"};
+    scene.desktop.rightClick("txtName");
+    EXPECT_TRUE(scene.desktop.asked.contains("popUpMenu"));
+    EXPECT_EQ(scene.field("txtName").text(), "Typed");
+    EXPECT_TRUE(scene.events.log.empty());
+}
+
+TEST(ErrorTrap, ATitleThatNobodyCanReadIsThatOfTheStandardPlatform) {
+    HostileScene scene;
+    scene.desktop.setUserMode(false);
+    scene.desktop.failing = {"applicationTitle"};
+    scene.start();
+    EXPECT_TRUE(scene.desktop.asked.contains("applicationTitle"));
+    EXPECT_EQ(scene.entry->get_Platform(), ptStandard);
+}
+
 TEST(ErrorTrap, ALockedCellSaysNothingOfABlockThatNobodyCanRead) {
     HostileScene scene;
     scene.start();

@@ -187,6 +187,17 @@ TEST(HelpFrame, ATabsFrameBeginsBehindTheTabsInFrontOfIt) {
     expectInside(scene);
 }
 
+TEST(HelpFrame, OfATabAtOneOfItsControlsStandsAboveIt) {
+    HelpScene scene;
+    for (const char* id : {"txtCurSymbol", "lblLabel(28)"}) {
+        scene.help(id);
+        const auto& frame = scene.frame();
+        const auto& control = scene.desktop.control(id);
+        EXPECT_GT(frame.top(), 0);
+        EXPECT_EQ(frame.top(), control.formTop() - frame.height()) << id;
+    }
+}
+
 TEST(HelpFrame, AnyTabsMenuShowsItsOwnTextWhicheverIsSelected) {
     HelpScene scene;
     scene.desktop.clickTab(toOther);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "record/enumerations.hpp"
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/failing_memory.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
@@ -590,6 +591,25 @@ TEST_F(HostInterface, ClearBlanksTheFourDataTabs) {
     EXPECT_EQ(scene.form().get<ComboBox>("cmbExchange").list(), Names{"NYSE"});
 }
 
+TEST_F(HostInterface, ClearAndAnotherCompanyTakeAwayWhatTheHostSaidOfFigures) {
+    const FieldOrigin filed{"Filed.", true};
+    for (const bool clears : {true, false}) {
+        entry.put_objCompany(fullCompany());
+        entry.setRemarks({{{Datum::TotalDebt, {}}, "Odd."}, {{Datum::YEPSSeries, 1}, "Odd."}});
+        entry.setOrigins({{{Datum::TotalDebt, {}}, filed}, {{Datum::YEPSSeries, 1}, filed}});
+        ASSERT_EQ(scene.field("txtTotalDebt").origin(), filed);
+        ASSERT_EQ(scene.field("txtYEPS", 9).remark(), "Odd.");
+        if (clears)
+            entry.Clear();
+        else
+            entry.put_objCompany(fullCompany());
+        for (const auto* field : {&scene.field("txtTotalDebt"), &scene.field("txtYEPS", 9)}) {
+            EXPECT_EQ(field->origin(), FieldOrigin()) << field->id();
+            EXPECT_EQ(field->remark(), "") << field->id();
+        }
+    }
+}
+
 TEST_F(HostInterface, ClearTouchesNeitherRecordNorDirtyFlag) {
     const auto figures = fullCompany();
     const auto record = std::make_shared<ScriptedRecord>(figures);
@@ -865,6 +885,28 @@ TEST_F(HostInterface, ACellThatTheHostTakesAwayWhileItIsPressedIsGone) {
     }
 }
 
+TEST_F(HostInterface, OnlyTheFieldThatHasTheFocusIsLeftForTheHost) {
+    entry.put_objCompany(fullCompany());
+    auto& name = scene.field("txtName");
+    // Beside the form there is none.
+    desktop.click("txtName");
+    desktop.leaveForm();
+    name.select(1, 0);
+    entry.leaveField();
+    EXPECT_EQ(name.selText(), "");
+    // It hands the focus on.
+    desktop.click("txtName");
+    desktop.type("x");
+    name.select(1, 0);
+    entry.stateChanged = [&] {
+        entry.stateChanged = nullptr;
+        entry.put_CurrentTab(toOther);
+    };
+    entry.leaveField();
+    EXPECT_EQ(desktop.focusedId(), "txtAddress1");
+    EXPECT_EQ(name.selText(), "");
+}
+
 // --- a field that the user is led to -----------------------------------------------------------
 
 TEST_F(HostInterface, AFieldIsShownFromAnyTab) {
@@ -890,6 +932,25 @@ TEST_F(HostInterface, AFieldIsShownFromAnyTab) {
         entry.showField(none);
         EXPECT_EQ(desktop.focusedId(), "txtCurSymbol");
     }
+}
+
+TEST_F(HostInterface, AFigureThatIsShownIsSelectedAlsoWhereItHadTheFocus) {
+    entry.put_objCompany(fullCompany());
+    desktop.click("txtTotalDebt");
+    desktop.type("{END}");
+    EXPECT_TRUE(entry.showFigure({Datum::TotalDebt, {}}));
+    EXPECT_EQ(scene.field("txtTotalDebt").selText(), scene.text("txtTotalDebt"));
+}
+
+TEST_F(HostInterface, AFigureThatThereIsNoMemoryToShowIsToldAsNotShown) {
+    entry.put_objCompany(fullCompany());
+    bool shown = true;
+    {
+        const FailingMemory memory(1, FailingMemory::Fails::fromThenOn);
+        shown = entry.showFigure({Datum::YEPSSeries, 1});
+    }
+    EXPECT_FALSE(shown);
+    EXPECT_TRUE(entry.showFigure({Datum::YEPSSeries, 1}));
 }
 
 // --- quarterly data ------------------------------------------------------------------------------

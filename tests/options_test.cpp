@@ -133,6 +133,25 @@ TEST(UnitOption, StoresTheUnitAndMarksTheCompany) {
     }
 }
 
+TEST(UnitOption, IsHandedBackToARecordThatLendsItsSettings) {
+    const auto record = std::make_shared<ScriptedRecord>(datedCompany());
+    record->lendsSettings = true;
+    EntryScene scene;
+    scene.load(record);
+    scene.desktop.clickTab(toOptions);
+    scene.desktop.click("optCurrency(2)");
+    EXPECT_EQ(record->company->get_Settings()->get(setting::unit).toLong(), 9);
+}
+
+TEST(UnitOption, ChangesNothingBeforeThereIsACompany) {
+    EntryScene scene;
+    scene.entry->put_CurrentTab(toOptions);
+    const std::string head = scene.desktop.control("lblUnit(0)").caption();
+    scene.form().click(scene.desktop.control("optCurrency(2)"));
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+    EXPECT_EQ(scene.desktop.control("lblUnit(0)").caption(), head);
+}
+
 TEST(UnitOption, NamesTheUnitInTheCaptions) {
     struct {
         int index;
@@ -551,6 +570,24 @@ TEST(OptionRows, SwitchTheSeriesTheScaleAndTheCaption) {
             EXPECT_EQ(elementOf(*scene.company, series, row.element), -2.5);
             EXPECT_EQ(textOf(scene, row.cell), index == 0 ? "-2500.00" : "-2.50");
         }
+}
+
+TEST(OptionRows, SwitchTheHeadsAlsoBeforeThereIsACompany) {
+    EntryScene scene;
+    scene.entry->put_CurrentTab(toOptions);
+    const auto headsAfter = [&](const char* income, const char* equity) {
+        for (const char* option : {income, equity})
+            scene.form().click(scene.desktop.control(option));
+        std::vector<std::string> captions;
+        for (const char* id : {"lblYOption", "lblQOption", "lblYOption2"})
+            captions.push_back(scene.desktop.control(id).caption());
+        return captions;
+    };
+    EXPECT_EQ(headsAfter("optPTI(1)", "optCommEq(1)"),
+              (std::vector<std::string>{"Tax Rate (%)", "Tax Rate (%)", "Book Value"}));
+    EXPECT_EQ(headsAfter("optPTI(0)", "optCommEq(0)"),
+              (std::vector<std::string>{"Pre-Tax Income (M)", "Pre-Tax Income (M)",
+                                        "Common Equity (M)"}));
 }
 
 TEST(OptionRows, SwitchingWritesNoSeries) {

@@ -939,6 +939,15 @@ TEST_F(QuarterSpan, TheFourQuartersOfTheLastFiscalYearAreShaded) {
     EXPECT_EQ(back("txtEPS", 0), colors::paleCyan) << "with their quarters";
 }
 
+TEST_F(QuarterSpan, TheShadeFollowsTheDateOfTheLastFiscalYear) {
+    load(*makeDate(2026, 9, 30));
+    ASSERT_EQ(back("txtEPS", 3), colors::paleCyan);
+    typeOver(scene, "txtDateofLastFY", "Sep/30/2026");
+    EXPECT_EQ(back("txtEPS", 0), colors::paleCyan);
+    EXPECT_EQ(back("txtEPS", 3), colors::paleCyan);
+    EXPECT_EQ(back("txtEPS", 5), colors::white);
+}
+
 // --- scrolling -----------------------------------------------------------------------------------
 
 TEST_F(QuarterSpan, TheBarBringsARowToTheTopWithItsCurrencySigns) {

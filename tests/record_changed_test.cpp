@@ -497,6 +497,15 @@ TEST_F(RecordChanged, ShowsWhatLoadingWouldShow) {
     }
 }
 
+TEST_F(RecordChanged, StoresWhatIsBeingTypedBeforeAHostChangesOtherFigures) {
+    scene_.typeAt("txtName", "Typed");
+    EXPECT_EQ(scene_.entry->changeRecord(std::vector<DatumChange>{{Datum::TotalDebt, {}, {}, 7.0}},
+                                         {Origin::pasted, "", ""}),
+              std::nullopt);
+    EXPECT_EQ(company_->get_Name(), "Typed");
+    EXPECT_EQ(company_->get_TotalDebt(), 7);
+}
+
 // --- the keys ------------------------------------------------------------------------------------
 
 class HistoryKeys : public RecordChanged {
@@ -540,6 +549,29 @@ TEST_F(HistoryKeys, AreTheFieldsOwnWhileItIsTypedIn) {
     EXPECT_EQ(asked_, "");
     scene_.desktop.type("^z");
     EXPECT_EQ(asked_, "u");
+}
+
+TEST_F(HistoryKeys, GoOneStepInTheFieldAndNoneAtTheHost) {
+    listen();
+    focusedTotalDebt();
+    scene_.desktop.type("7{BACKSPACE}8^z");
+    EXPECT_EQ(scene_.text("txtTotalDebt"), "");
+    scene_.desktop.type("^y^+z"); // which this desktop's fields don't know
+    EXPECT_EQ(asked_, "");
+}
+
+// What was taken back there is none of the next field's.
+TEST_F(HistoryKeys, AskTheHostInTheFieldBehindOneThatTookBack) {
+    listen();
+    scene_.typeAt("txtTotalDebt", "5^z{TAB}^y");
+    EXPECT_EQ(asked_, "r");
+}
+
+TEST_F(HistoryKeys, AreNoOthers) {
+    listen();
+    scene_.typeAt("txtName", "zZyY^+t^+y^t+{F5}^{F5}");
+    EXPECT_EQ(scene_.text("txtName"), "zZyY");
+    EXPECT_EQ(asked_, "");
 }
 
 TEST_F(HistoryKeys, TakeBackAsAWholeWhatTheFieldCanNot) {
@@ -599,6 +631,11 @@ TEST_F(HistoryKeys, AreTheHostsMenuToo) {
     EXPECT_EQ(scene_.text("txtTotalDebt"), shown);
     scene_.entry->step(HistoryStep::undo);
     scene_.entry->step(HistoryStep::redo);
+    EXPECT_EQ(asked_, "ur");
+    scene_.desktop.type("5");
+    scene_.field("txtTotalDebt").rewriteText("55"); // no edit that the field knows of
+    scene_.entry->step(HistoryStep::undo);
+    EXPECT_EQ(scene_.text("txtTotalDebt"), shown);
     EXPECT_EQ(asked_, "ur");
 }
 

@@ -3,9 +3,12 @@
 #include "platform/text.hpp"
 #include "tests/support/component_parts.hpp"
 #include "tests/support/entry_object_rows.hpp"
+#include "tests/support/hostile_desktop.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <gtest/gtest.h>
+#include <initializer_list>
+#include <utility>
 
 namespace vkr {
 namespace {
@@ -264,6 +267,19 @@ TEST_F(RightClick, TheTabStripOpensTheMenuOfItsSelectedTab) {
     }
 }
 
+// The desktop's own menu stays away, and the letter of the key.
+TEST_F(RightClick, TheKeysThatOpenSomethingAreUsedUp) {
+    desktop.click("txtLastUpdate");
+    for (const auto& [key, shift] :
+         std::initializer_list<std::pair<KeyCode, int>>{{keys::menu, shifts::none},
+                                                        {keys::f10, shifts::shift},
+                                                        {keys::f4, shifts::none},
+                                                        {keys::down, shifts::alt}})
+        EXPECT_FALSE(scene.form().keyDown(key, shift)) << key;
+    EXPECT_EQ(desktop.menus().size(), 2U);
+    EXPECT_EQ(desktop.calendars().size(), 2U);
+}
+
 TEST_F(RightClick, OtherShiftsOpenNoMenu) {
     desktop.click("txtName");
     desktop.type("{F10}^{F10}%{F10}+^{F10}+{MENU}^{MENU}");
@@ -440,6 +456,33 @@ TEST_F(RightClick, APastedCurrencySymbolIsShownAtOnce) {
     EXPECT_EQ(desktop.control("lblCurrency(0)").caption(), "CHF");
     choose("txtCurSymbol", "Undo");
     EXPECT_EQ(desktop.control("lblCurrency(0)").caption(), "$");
+}
+
+TEST_F(RightClick, ACurrencySymbolThatIsTakenAwayIsShownNoLonger) {
+    for (const auto* command : {"Cut", "Clear"}) {
+        typeOver(scene, "txtCurSymbol", "CHF");
+        goTo(scene, "txtCurSymbol");
+        ASSERT_EQ(desktop.control("lblCurrency(0)").caption(), "CHF");
+        choose("txtCurSymbol", command);
+        EXPECT_EQ(textOf(scene, "txtCurSymbol"), "");
+        EXPECT_NE(desktop.control("lblCurrency(0)").caption(), "CHF") << command;
+    }
+}
+
+TEST_F(RightClick, AFieldThatDoesNotGetTheFocusHasNoMenu) {
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    entry.put_objCompany(record);
+    desktop.click("txtTotalDebt");
+    record->hook = [&](const std::string& operation) {
+        if (operation == "write TotalDebt")
+            fieldOf("txtTotalDebt").setFocus(); // the host holds on to it
+    };
+    desktop.rightClick("txtName");
+    EXPECT_EQ(desktop.focusedId(), "txtTotalDebt");
+    EXPECT_TRUE(desktop.menus().empty());
+    record->hook = nullptr;
+    desktop.rightClick("txtName");
+    EXPECT_EQ(desktop.menus().size(), 1U);
 }
 
 TEST_F(RightClick, TheMenuActsOnTheFieldUnderThePointer) {
@@ -1097,6 +1140,38 @@ TEST(DatePicking, OtherFieldsOpenNoCalendar) {
         scene.desktop.type("{F4}%{DOWN}");
     }
     EXPECT_TRUE(scene.desktop.calendars().empty());
+}
+
+TEST(DatePicking, OtherKeysOpenNoCalendar) {
+    EntryScene scene;
+    scene.load(fullCompany());
+    for (const auto* keys : {"{DOWN}", "+{DOWN}", "^{DOWN}", "%{UP}", "%{LEFT}", "%{DEL}", "+{F4}",
+                             "^{F4}", "%{F4}", "{F2}"})
+        typeAt(scene, "txtLastUpdate", keys);
+    EXPECT_TRUE(scene.desktop.calendars().empty());
+}
+
+TEST(DatePicking, TheLockThatComesMeanwhileKeepsTheDate) {
+    HostileScene scene;
+    scene.start();
+    const auto company = fullCompany();
+    scene.entry->put_objCompany(company);
+    const auto loaded = company->clone();
+    const std::string shown = scene.field("txtLastUpdate").text();
+    scene.desktop.failing = {"showModal"};
+    scene.desktop.fail = [&] {
+        company->get_Settings()->put(setting::lockBasicInfo, true);
+        scene.entry->recordChanged();
+    };
+    scene.desktop.answerNextDate(*makeDate(2026, 2, 28));
+    scene.desktop.click("txtLastUpdate");
+    scene.desktop.type("{F4}");
+    ASSERT_EQ(scene.desktop.calendars().size(), 1U);
+    EXPECT_EQ(scene.field("txtLastUpdate").text(), shown);
+    EXPECT_FALSE(scene.entry->get_blnDirty());
+    scene.desktop.type("{TAB}");
+    EXPECT_TRUE(scene.entry->unstoredFields().empty());
+    EXPECT_EQ(changedData(*loaded, *company), (Names{"blnLockBasicInfo"}));
 }
 
 TEST(DatePicking, ALabelOfAnotherPageStoresAtOnce) {
