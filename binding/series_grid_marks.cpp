@@ -99,9 +99,6 @@ void SeriesGrid::forgetMarked() noexcept {
     waiting_.clear();
     for (auto& column : shown_)
         std::ranges::fill(column, std::nullopt);
-    for (const auto& column : cells_)
-        for (TextBox* cell : column)
-            cell->setMark({});
 }
 
 void SeriesGrid::forgetWaiting(const FigurePlace& place) {

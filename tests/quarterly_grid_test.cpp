@@ -121,6 +121,7 @@ TEST(AddingAPeriod, ClosesTheHelpFrameBeforeItAsks) {
         scene.entry->put_objCompany(fullCompany());
         scene.entry->put_CurrentTab(way.tab);
         auto& frame = scene.desktop.control("fraDE", 0);
+        scene.desktop.form().focus(scene.desktop.control("cmdOK"));
         frame.setVisible(true);
         std::optional<bool> seen;
         scene.desktop.duringMessage = [&] { seen = frame.visible(); };
