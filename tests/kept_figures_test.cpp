@@ -160,10 +160,11 @@ TEST_F(KeptFiguresTest, TheFirstAndTheLastYearAreNoOthers) {
     }
 }
 
-TEST_F(KeptFiguresTest, AnInputOfAnotherYearChangesNothing) {
+TEST_F(KeptFiguresTest, AnInputOfAnotherYearOrFigureChangesNothing) {
     came(Origin::typed);
     const ActionScope leaving(kept, {Origin::typed, {}, {}});
     test::putElement(*kept, Datum::YPTISeries, year + 1, 11000);
+    test::putElement(*kept, Datum::YBookValSeries, year, 7);
     derive(27.3);
     EXPECT_EQ(rate(), 18.1);
 }
