@@ -206,28 +206,25 @@ std::optional<MenuCells> CellCommands::selectedWith(const Control& control) cons
 }
 
 void CellCommands::carryOut(MenuCommand command) {
+    struct Row {
+        MenuCommand command;
+        void (*act)(CellCommands& cells, const Place& place);
+    };
+    static constexpr Row rows[] = {
+        {mcCopyCells, [](CellCommands& cells, const Place&) { cells.copy(Headings::without); }},
+        {mcCopyCellsWithHeadings,
+         [](CellCommands& cells, const Place&) { cells.copy(Headings::with); }},
+        {mcDeleteFigures, [](CellCommands& cells, const Place& place) { cells.empty(place); }},
+        {mcFillDown, [](CellCommands& cells, const Place& place) { cells.fillDown(place); }},
+        {mcTakePrevious,
+         [](CellCommands& cells, const Place& place) { cells.takePrevious(place); }},
+    };
     const auto place = focused();
     if (!place || !selection_.isActive())
         return;
-    switch (command) {
-    case mcCopyCells:
-        copy(Headings::without);
-        break;
-    case mcCopyCellsWithHeadings:
-        copy(Headings::with);
-        break;
-    case mcDeleteFigures:
-        empty(*place);
-        break;
-    case mcFillDown:
-        fillDown(*place);
-        break;
-    case mcTakePrevious:
-        takePrevious(*place);
-        break;
-    default:
-        break;
-    }
+    for (const auto& row : rows)
+        if (row.command == command)
+            row.act(*this, *place);
 }
 
 // --- copy ----------------------------------------------------------------------------------------

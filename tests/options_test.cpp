@@ -575,19 +575,20 @@ TEST(OptionRows, SwitchTheSeriesTheScaleAndTheCaption) {
 TEST(OptionRows, SwitchTheHeadsAlsoBeforeThereIsACompany) {
     EntryScene scene;
     scene.entry->put_CurrentTab(toOptions);
-    const auto headsAfter = [&](const char* income, const char* equity) {
-        for (const char* option : {income, equity})
-            scene.form().click(scene.desktop.control(option));
+    const auto headsAfter = [&](const char* option) {
+        scene.form().click(scene.desktop.control(option));
         std::vector<std::string> captions;
         for (const char* id : {"lblYOption", "lblQOption", "lblYOption2"})
             captions.push_back(scene.desktop.control(id).caption());
         return captions;
     };
-    EXPECT_EQ(headsAfter("optPTI(1)", "optCommEq(1)"),
-              (std::vector<std::string>{"Tax Rate (%)", "Tax Rate (%)", "Book Value"}));
-    EXPECT_EQ(headsAfter("optPTI(0)", "optCommEq(0)"),
-              (std::vector<std::string>{"Pre-Tax Income (M)", "Pre-Tax Income (M)",
-                                        "Common Equity (M)"}));
+    const std::string income = "Pre-Tax Income (M)";
+    const std::string rate = "Tax Rate (%)";
+    using Captions = std::vector<std::string>;
+    EXPECT_EQ(headsAfter("optCommEq(1)"), (Captions{income, income, "Book Value"}));
+    EXPECT_EQ(headsAfter("optPTI(1)"), (Captions{rate, rate, "Book Value"}));
+    EXPECT_EQ(headsAfter("optCommEq(0)"), (Captions{rate, rate, "Common Equity (M)"}));
+    EXPECT_EQ(headsAfter("optPTI(0)"), (Captions{income, income, "Common Equity (M)"}));
 }
 
 TEST(OptionRows, SwitchingWritesNoSeries) {
