@@ -174,9 +174,9 @@ TEST(ErrorTrap, ATitleThatNobodyCanReadIsThatOfTheStandardPlatform) {
     HostileScene scene;
     scene.desktop.setUserMode(false);
     scene.desktop.failing = {"applicationTitle"};
-    scene.start();
+    const VKRDataEntry untouched(scene.desktop);
     EXPECT_TRUE(scene.desktop.asked.contains("applicationTitle"));
-    EXPECT_EQ(scene.entry->get_Platform(), ptStandard);
+    EXPECT_EQ(untouched.get_Platform(), ptStandard);
 }
 
 TEST(ErrorTrap, ALockedCellSaysNothingOfABlockThatNobodyCanRead) {

@@ -936,10 +936,13 @@ TEST_F(HostInterface, AFieldIsShownFromAnyTab) {
 
 TEST_F(HostInterface, AFigureThatIsShownIsSelectedAlsoWhereItHadTheFocus) {
     entry.put_objCompany(fullCompany());
-    desktop.click("txtTotalDebt");
-    desktop.type("{END}");
-    EXPECT_TRUE(entry.showFigure({Datum::TotalDebt, {}}));
-    EXPECT_EQ(scene.field("txtTotalDebt").selText(), scene.text("txtTotalDebt"));
+    for (const auto& [id, datum] : {std::pair("txtCurrentPrice", Datum::CurrentPrice),
+                                    std::pair("txtTotalDebt", Datum::TotalDebt)}) {
+        desktop.click(id);
+        desktop.type("{END}");
+        EXPECT_TRUE(entry.showFigure({datum, {}}));
+        EXPECT_EQ(scene.field(id).selText(), scene.text(id));
+    }
 }
 
 TEST_F(HostInterface, AFigureThatThereIsNoMemoryToShowIsToldAsNotShown) {
