@@ -73,7 +73,7 @@ class SeriesGrid {
     void showChoice(ColumnChoice choice);
     void followPriceDisplay(); // decimals or eighths, also of what is being typed
     void followNumberMarks(const NumberMarks& before); // those of the form are others by now
-    void clear(); // its cells alone
+    void clear();                                      // its cells alone
     void showNotes(); // remarks and origins of the figures that are on show
 
     // The cell that shows an element of a series, or of the one that takes turns with it; null

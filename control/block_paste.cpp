@@ -217,9 +217,8 @@ void BlockPaste::setSwitch(int index, int chosen) {
 
 void BlockPaste::setUnit(std::int32_t exponent) {
     BlockSwitches switches = placing_.switches();
-    if (switches.unit != 0)
-        return;
-    switches.unit = exponent;
+    if (switches.unit == 0)
+        switches.unit = exponent;
     set(switches);
 }
 

@@ -32,14 +32,6 @@ void FigureDisplay::setFractions(bool fractions) {
     auto& option = context_[controls::displayOption[fractions ? 1 : 0]];
     if (!option.value())
         option.setValue(true);
-    // Its entry begins at the text that was accepted last: Escape goes back to that.
-    auto& price = context_[controls::currentPrice];
-    const std::string kept = price.text();
-    const int caret = price.selStart();
-    const int selected = price.selLength();
-    price.setText(price.tag());
-    price.rewriteText(kept);
-    price.select(caret, selected);
     follow([](FieldKind kind) { return kind == FieldKind::price; },
            [&](TextField& field, const std::function<bool()>& showStored) {
                followPriceDisplay(!fractions, field, showStored);

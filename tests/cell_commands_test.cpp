@@ -377,7 +377,9 @@ TEST(CellCommands, KnowTheMarksThatTheClipboardNames) {
 
 TEST(CellCommands, ChangeNothingWithoutACompany) {
     EntryScene scene;
+    scene.entry->put_CurrentTab(toYearly);
     scene.form().focusCame(&scene.desktop.control("txtSales(8)"));
+    ASSERT_EQ(scene.desktop.focusedId(), "txtSales(8)");
     scene.desktop.setClipboardText("1\t2");
     scene.desktop.type("^v^d");
     EXPECT_TRUE(scene.desktop.pastes().empty());

@@ -929,6 +929,22 @@ TEST_F(JournalOfTheForm, TheLockIsWrittenAtOnce) {
     }
 }
 
+// The lock came upon it from elsewhere.
+TEST_F(JournalOfTheForm, ASymbolIsNotWrittenUnderTheLock) {
+    const auto symbol = [&] {
+        return company->get_Settings()->get(setting::currencySymbol).toText();
+    };
+    const std::string before = symbol();
+    test::typeAt(scene, "txtCurSymbol", "^a7");
+    company->get_Settings()->put(setting::lockBasicInfo, true);
+    scene.entry->recordChanged();
+    for (int time = 0; time < 2; ++time) {
+        test::typeAt(scene, "txtCurSymbol", "{TAB}");
+        EXPECT_EQ(symbol(), before);
+        EXPECT_EQ(scene.entry->unstoredFields().size(), 1U);
+    }
+}
+
 TEST_F(JournalOfTheForm, NothingIsTakenBackUnderTheLock) {
     enter("txtTotalDebt", "77");
     test::show(scene, "chkLockInfo");

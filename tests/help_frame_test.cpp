@@ -711,6 +711,8 @@ TEST_F(HelpFrameMeasured, HasItsTextAndItsLinkAtWholePixels) {
                  "1215x210 at 150,870", "2385x1230");
     expectPlaces("Short\rAbout twenty letters", "2085x420 at 150,150", "1215x210 at 150,660",
                  "2385x1020");
+    expectPlaces("About twenty letters\r\nShort", "2085x420 at 150,150", "1215x210 at 150,660",
+                 "2385x1020");
     expectPlaces("About twenty letters\r\nAbout twenty letters", "2085x420 at 150,150",
                  "1215x210 at 150,660", "2385x1020");
 }

@@ -541,6 +541,7 @@ TEST_F(MarkedTexts, StayInTheirRowWhereTheDateComesAndGoes) {
 TEST_F(MarkedTexts, OfAnotherRecordAreNone) {
     pasteOver(scene, "txtYOption(9)", "1e400");
     pasteOver(scene, "txtRevenue(5)", "1e400");
+    pasteOver(scene, "txtQOption(1)", "1e400");
     pasteOver(scene, "txtTotalCap", "-5");
     choose("optPTI(1)");
     scene.load(datedCompany());

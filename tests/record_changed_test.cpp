@@ -111,6 +111,7 @@ TEST_F(RecordChanged, KeepsWhatIsBeingTypedOverTheFigureThatIsStoredNow) {
     company_->put_TotalDebt(77);
     scene_.entry->recordChanged();
     EXPECT_EQ(scene_.text("txtTotalDebt"), "55");
+    EXPECT_FALSE(scene_.field("txtTotalDebt").isUnstored());
     scene_.desktop.type("{ESC}");
     EXPECT_EQ(scene_.text("txtTotalDebt"), "77.00");
     scene_.desktop.type("^a{DEL}56{TAB}");
