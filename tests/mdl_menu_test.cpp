@@ -4,6 +4,7 @@
 #include "platform/virtual_desktop.hpp"
 
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,10 +25,11 @@ class MenuBuilder : public testing::Test {
         form.setHandler(&handler);
     }
 
-    void build(unsigned extras, const TextBox* box, const TextField* changeable) {
+    void build(unsigned extras, const TextBox* box, const TextField* changeable,
+               const std::optional<MenuCells>& cells = std::nullopt) {
         BuildMenu(
             form, desktop, [](int number) { return "#" + std::to_string(number); }, extras, box,
-            changeable);
+            changeable, cells);
     }
     [[nodiscard]] Strings captions() const {
         Strings found;
@@ -157,6 +159,21 @@ TEST_F(MenuBuilder, ExtrasThatChangeAFieldNeedOneThatIsNotLocked) {
     expectChanging(false);
     build(every, nullptr, nullptr);
     expectChanging(false);
+}
+
+TEST_F(MenuBuilder, CellsThatCannotChangeCanBeCopied) {
+    for (const bool quarters : {false, true})
+        for (const bool changeable : {true, false}) {
+            build(meNone, nullptr, nullptr,
+                  MenuCells{.changeable = changeable, .quarters = quarters});
+            EXPECT_EQ(captions(), (Strings{"#651", "#652", "#653", "#654",
+                                           quarters ? "#656" : "#655", "-", "#422"}));
+            EXPECT_TRUE(enabled(mcCopyCells));
+            EXPECT_TRUE(enabled(mcCopyCellsWithHeadings));
+            EXPECT_EQ(enabled(mcDeleteFigures), changeable);
+            EXPECT_EQ(enabled(mcFillDown), changeable);
+            EXPECT_EQ(enabled(mcTakePrevious), changeable);
+        }
 }
 
 TEST_F(MenuBuilder, EachMenuIsBuiltAnew) {
