@@ -60,10 +60,6 @@ std::optional<YearOfQuarters> gather(const CompanyFigures& figures, Datum yearly
     return YearOfQuarters{std::move(places), ofYear, sum, unit, finest};
 }
 
-double roundedTo(double unit, double value) {
-    return std::round(value / unit) * unit;
-}
-
 void tellSum(Report& report, Sureness sureness, const YearOfQuarters& found) {
     const FigurePlace& year = found.places.front();
     const DatumUnit unit = unitOf(year.datum);
@@ -81,13 +77,19 @@ struct Product {
     double bound; // relative
 };
 
+// To a part of one: 1000 for thousandths.
+double roundedToPart(double parts, double value) {
+    const double rounded = std::round(value * parts) / parts;
+    return std::isfinite(rounded) ? rounded : value;
+}
+
 void compareProduct(const CompanyFigures& figures, Report& report, const Product& product,
                     Sureness sureness) {
     const double expected = figures.figure(product.whole);
     const double ratio = product.made / expected;
     if (!(ratio > 0) || !std::isfinite(ratio) || std::abs(ratio - 1) <= product.bound)
         return;
-    const double shown = std::round(product.made * 1000) / 1000;
+    const double shown = roundedToPart(1000, product.made);
     report.speak(powerOfTenNear(ratio, byPowerOfTen) ? sure : sureness,
                  {product.one, product.other, product.whole}, 3,
                  {report.period(product.whole), report.text(product.one),
@@ -183,7 +185,7 @@ void quarterlyEarningsTimesShares(const CompanyFigures& figures, Report& report)
                      {{QEPSSeries, quarter}, {QNetIncSeries, quarter}, {YCSOSeries, year}}, 3,
                      {report.period({QEPSSeries, quarter}), report.text({QEPSSeries, quarter}),
                       report.text({QNetIncSeries, quarter}),
-                      report.text(std::round(implied * 10) / 10, DatumUnit::shares),
+                      report.text(roundedToPart(10, implied), DatumUnit::shares),
                       report.period({YCSOSeries, year}), report.text({YCSOSeries, year})});
     }
 }

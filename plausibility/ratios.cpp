@@ -31,6 +31,11 @@ double unitOfFigure(double figure) {
     return std::pow(10.0, decimal.point - decimal.count);
 }
 
+double roundedTo(double unit, double value) {
+    const double rounded = std::round(value / unit) * unit;
+    return std::isfinite(rounded) ? rounded : value;
+}
+
 bool isWithin(double one, double other, double times) {
     return one <= other * times && other <= one * times;
 }

@@ -13,6 +13,8 @@ namespace vkr {
 // The last place that a figure was given to: 0.01 for 12.5 and 12.25 together is that of 12.25,
 // 1000 for 45000.
 [[nodiscard]] double unitOfFigure(double figure);
+// To whole units; as it is where that is no number, as at the ends of what numbers can be.
+[[nodiscard]] double roundedTo(double unit, double value);
 // Whether one is within so many times of the other, which is above 0.
 [[nodiscard]] bool isWithin(double one, double other, double times);
 

@@ -3,12 +3,14 @@
 
 #include "platform/number_text.hpp"
 #include "platform/text.hpp"
+#include "plausibility/ratios.hpp"
 
 #include <algorithm>
 #include <bit>
 #include <cassert>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <tuple>
 
@@ -40,6 +42,9 @@ std::string hexadecimal(std::uint64_t value) {
 } // namespace
 
 std::string Report::number(double value) const {
+    if (!std::isfinite(value)) // sums, products and ratios of figures that are none
+        return (value < 0 ? "less than " : "more than ") +
+               number(std::copysign(std::numeric_limits<double>::max(), value));
     std::string text = plainNumberText(value);
     const auto point = std::min(text.find_first_of(".E"), text.size());
     const std::size_t first = text.front() == '-' ? 1 : 0;
@@ -91,8 +96,7 @@ std::string Report::period(const FigurePlace& place) const {
 std::string Report::times(double ratio) const {
     // Within a hundredth: 998.7 times is about 999 times.
     const auto rounded = [](double value) {
-        const double unit = std::pow(10.0, std::floor(std::log10(value)) - 2);
-        return std::round(value / unit) * unit;
+        return roundedTo(std::pow(10.0, std::floor(std::log10(value)) - 2), value);
     };
     return ratio >= 1 ? "about " + number(rounded(ratio)) + " times"
                       : "about 1/" + number(rounded(1 / ratio)) + " of";

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <map>
+#include <random>
 #include <set>
 #include <stdexcept>
 
@@ -457,6 +458,30 @@ TEST(PlausibilityRules, leaveNoPlaceOfTheirSentencesOpen) {
             for (const char* open : {"%1", "%2", "%3", "%4", "%5", "%6", "Series", "nan", "inf"})
                 EXPECT_EQ(finding.text.find(open), std::string::npos) << finding.text;
     }
+}
+
+// Sums, products and ratios of them may be beyond all numbers.
+TEST(PlausibilityRules, leaveNoPlaceOfTheirSentencesEmptyForTheLargestAndTheSmallestFigures) {
+    constexpr double extremes[] = {1e308, -1e308, 1.5e308, 5e-324, -5e-324, 1e-310, 1e-9, 1, 50};
+    std::mt19937 random(1);
+    std::uniform_int_distribution<std::size_t> pick(0, std::size(extremes) - 1);
+    std::size_t found = 0;
+    for (int round = 0; round < 100; ++round) {
+        const auto company = soundCompany();
+        for (const auto& row : datumTable())
+            if (isSeries(row)) {
+                for (int element = 0; element <= row.upper; ++element)
+                    putElement(*company, row.datum, element, extremes[pick(random)]);
+            } else if (isOf<datum_kind::Number>(row.datum)) {
+                writeNumber(*company, row.datum, extremes[pick(random)]);
+            }
+        for (const Finding& finding : companyFindings(*company)) {
+            ++found;
+            for (const char* hole : {"  ", " .", " ,", " ;", "( ", " )", "nan", "inf"})
+                ASSERT_EQ(finding.text.find(hole), std::string::npos) << finding.text;
+        }
+    }
+    EXPECT_GT(found, 1000U);
 }
 
 struct Single {
