@@ -18,23 +18,10 @@ constexpr std::string_view notAvailable[] = {"n/a", "n.a.", "n.a",  "na",   "nm"
 
 // Written out in place of a sign, or more than a sign.
 constexpr std::string_view currencyWords[] = {
-    "US$", "CA$", "AU$", "HK$", "NZ$",     "NT$",    "R$",     "C$",     "A$",    "S$",
-    "USD", "EUR", "GBP", "JPY", "CHF",     "CAD",    "AUD",    "NZD",    "SEK",   "NOK",
-    "DKK", "CNY", "RMB", "HKD", "SGD",     "INR",    "KRW",    "TWD",    "BRL",   "MXN",
-    "ZAR", "PLN", "ILS", "kr",  "z\u0142", "\u20B9", "\u20A9", "\u20BD", "\u20AA"};
-
-// Of the alphabets; neither blanks nor signs.
-bool isLetter(char32_t character) {
-    const char32_t capital = upperCase(character);
-    return (capital >= U'A' && capital <= U'Z') || (capital >= 0xC0 && capital < 0x2000);
-}
-
-bool beginsWithLetter(std::string_view text) {
-    return isLetter(firstCharacter(text));
-}
-bool endsWithLetter(std::string_view text) {
-    return beginsWithLetter(textFrom(text, textLength(text) - 1));
-}
+    "US$", "CA$", "AU$", "HK$", "NZ$", "NT$",     "R$",     "C$",     "A$",     "S$",
+    "USD", "EUR", "GBP", "JPY", "CHF", "CAD",     "AUD",    "NZD",    "SEK",    "NOK",
+    "DKK", "CNY", "RMB", "HKD", "SGD", "INR",     "KRW",    "TWD",    "BRL",    "MXN",
+    "ZAR", "PLN", "ILS", "kr.", "kr",  "z\u0142", "\u20B9", "\u20A9", "\u20BD", "\u20AA"};
 
 // --- currency words ------------------------------------------------------------------------------
 
@@ -49,15 +36,11 @@ std::string takeCurrencyWord(std::string& text) {
     while (skipBack(back, closings) || skipBack(back, blanks)) {
     }
     for (const std::string_view word : currencyWords) {
-        const bool isSign = !endsWithLetter(word);
-        const std::string_view behind = front.substr(std::min(word.size(), front.size()));
-        if (front.starts_with(word) && (isSign || !beginsWithLetter(behind))) {
+        if (front.starts_with(word)) {
             text.erase(text.size() - front.size(), word.size());
             return std::string(word);
         }
-        const std::string_view before =
-            back.substr(0, back.size() - std::min(word.size(), back.size()));
-        if (back.ends_with(word) && (isSign || !endsWithLetter(before))) {
+        if (back.ends_with(word)) {
             text.erase(back.size() - word.size(), word.size());
             return std::string(word);
         }
@@ -185,7 +168,11 @@ BlockMarks marksOf(const CellTexts& cells, char own) {
     };
     for (const auto& row : cells)
         for (const std::string& cell : row) {
-            const MarkVote vote = isFigure(cell) ? voteOf(cell) : MarkVote::none;
+            if (!isFigure(cell))
+                continue;
+            std::string figure = cell;
+            takeCurrencyWord(figure); // "kr." has a mark of its own
+            const MarkVote vote = voteOf(figure);
             point = point || vote == MarkVote::point;
             comma = comma || vote == MarkVote::comma;
         }

@@ -118,6 +118,9 @@ TEST(BlockFigure, IsReadFromACell) {
         {"XUSD 5", "other"},
         {"5 xUSD", "other"},
         {"5 kr", "5 kr"},
+        {"5 kr.", "5 kr."},
+        {"kr.500", "500 kr."},
+        {"kr. -1,234.50", "-1234.50 kr."},
         {"\u20B9"
          "5",
          "5 \u20B9"},
@@ -218,6 +221,8 @@ TEST(BlockFigure, IsReadFromACell) {
         {"$ $ -", "dash"},
         {"  $ -", "dash"},
         {"1,234.5,6", "other"},
+        {"1,234*", "other"},
+        {"1,234 x", "other"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
@@ -270,6 +275,7 @@ TEST(BlockFigure, MarksAreThoseOfTheWholeBlock) {
         {{{"0.5", "0,5"}}, '.', "0.5"},
         {{{"1,234", "Revenue", "12.05.2023"}}, '.', "1234 or 1.234"}, // a date has no say
         {{{"1,234", "2024", "n/a"}}, '.', "1234 or 1.234"},
+        {{{"1,234", "kr.500", "5 kr."}}, ',', "1.234 or 1234"}, // nor has the word a mark
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.cells[0][0] + " of " + row.own);
