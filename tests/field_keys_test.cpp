@@ -396,7 +396,7 @@ TEST(FilterNumericKey, TellsOfAKeyThatIsSwallowedWithoutEffect) {
         return FilterNumericKey(key, form.box, {.allowNegative = true});
     };
     EXPECT_TRUE(refuses(U'x', "5"));
-    for (const char32_t taken : {U'5', U' ', U'\b'})
+    for (const char32_t taken : {U'5', U' ', U'\b', U'\r'})
         EXPECT_FALSE(refuses(taken, "5"));
     EXPECT_FALSE(refuses(U')', "-5")) << "the minus is there";
     EXPECT_FALSE(refuses(U'-', "-5")) << "it stands for itself";

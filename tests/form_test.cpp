@@ -1107,6 +1107,23 @@ TEST_F(FormTest, AnEditOfTheUserIsAChange) {
     EXPECT_EQ(takeEvents(), Events{"change txtName"});
 }
 
+TEST_F(FormTest, WhereMemoryRunsOutAnEditIsNone) {
+    const std::string longText(100, 'x');
+    auto& name = box("txtName");
+    bool failed = true;
+    for (int nth = 1; failed; ++nth) {
+        bool edited = false;
+        {
+            const FailingMemory memory(nth);
+            edited = form.userEdit(name, longText, 0, 0);
+            failed = memory.hasFailed();
+        }
+        ASSERT_EQ(edited, !failed) << nth;
+        ASSERT_EQ(name.text(), failed ? "" : longText) << nth;
+    }
+    EXPECT_EQ(takeEvents(), Events{"change txtName"});
+}
+
 TEST_F(FormTest, AHandlerThatCannotTellOfACutLeavesADoubtBehind) {
     struct : FormHandler {
         bool onPaste(TextField& /*field*/, std::string_view /*text*/) override { return true; }
