@@ -78,13 +78,13 @@ void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>&
         const std::string typed = field.text();
         convertTypedPrice(toDecimal, field);
         const std::string rewritten = field.text();
+        if (!showStored())
+            field.setText(field.tag()); // Escape goes back to it
         // The tag is the stored price in the new form. A typed text may look the same and mean
         // another price.
-        if (showStored()) {
-            field.rewriteText(rewritten == field.tag() ? typed : rewritten);
-            if (field.text() == field.tag())
-                field.holdAsTyped();
-        }
+        field.rewriteText(rewritten == field.tag() ? typed : rewritten);
+        if (field.text() == field.tag())
+            field.holdAsTyped();
     }
 }
 

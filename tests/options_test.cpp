@@ -406,6 +406,38 @@ TEST(PriceDisplay, KeepsAPriceThatIsBeingTyped) {
     EXPECT_EQ(elementOf(*scene.company, "YHighSeries", 6), 9.375);
 }
 
+TEST(PriceDisplay, GivesUpAPriceThatIsBeingTypedForTheStoredOne) {
+    struct {
+        const char* id;
+        const char* datum;
+        const char* typed; // in eighths
+    } rows[] = {{"txtCurrentPrice", "CurrentPrice", "7 1/2"},
+                {"txt52WHigh", "High52W", "3 1/"},
+                {"txtHigh(0)", "YHighSeries", "7 1/2"}};
+    for (const auto& row : rows)
+        for (const bool readable : {true, false}) {
+            SCOPED_TRACE(std::string(row.id) + (readable ? "" : ", which cannot be read"));
+            const auto company = datedCompany();
+            company->put_CurrentPrice(5.125);
+            company->put_High52W(5.125);
+            putElement(*company, "YHighSeries", 10, 5.125);
+            const auto before = company->clone();
+            const auto record = std::make_shared<ScriptedRecord>(company);
+            EntryScene scene;
+            scene.load(record);
+            scene.entry->put_FractionDisplay(true);
+            typeAt(scene, row.id, std::string("^a{DEL}") + row.typed);
+            if (!readable)
+                record->failing = {std::string("read ") + row.datum};
+            scene.entry->put_FractionDisplay(false);
+            scene.desktop.type("{ESC}");
+            EXPECT_EQ(textOf(scene, row.id), readable ? "5.125" : "5 1/8");
+            record->failing.clear();
+            scene.desktop.type("{TAB}");
+            EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
+        }
+}
+
 // Eighths would lose digits that nobody has stored yet.
 TEST(PriceDisplay, KeepsTheDigitsOfAPriceThatIsBeingTyped) {
     struct {
