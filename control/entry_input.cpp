@@ -18,6 +18,7 @@ EntryInput::EntryInput(EntryContext& context, Controllers& controllers, Quarterl
 }
 
 void EntryInput::onLostFocus(Control& control) {
+    context_.hideHelpFrame();
     cells_.endSelection();
     controllers_.of(control).leave(control);
 }

@@ -293,6 +293,21 @@ TEST_P(HelpFrameHides, After) {
     EXPECT_FALSE(scene.frame().visible());
 }
 
+TEST(HelpFrame, GoesWhereTheHostLeavesAnyField) {
+    for (const char* typed : {"", "1"}) {
+        HelpScene scene;
+        for (const auto* id : {"txtName", "txtCurSymbol", "txtSales(3)", "txtLastFY",
+                               "txtDateofLastFY", "txtLastQDate", "optCurrency(0)"}) {
+            test::show(scene, id);
+            scene.help(id);
+            if (auto* field = dynamic_cast<TextField*>(&scene.desktop.control(id)))
+                scene.form().userEdit(*field, field->text() + typed, 0, 0);
+            scene.entry->leaveField();
+            EXPECT_FALSE(scene.frame().visible()) << id << typed;
+        }
+    }
+}
+
 TEST(HelpFrame, OptionClicksHideIt) {
     HelpScene scene;
     for (const auto* id : {"optCurrency(0)", "optDisplay(1)", "optPTI(1)", "optCommEq(1)"}) {
