@@ -53,21 +53,24 @@ std::string SeriesGrid::exactText(int column, double stored) const {
 std::optional<std::string> SeriesGrid::put(std::span<const Figure> figures, const Action& action) {
     const EntryContext::UpdateScope updating(context_);
     std::vector<DatumChange> changes;
-    for (const auto& [cell, stored] : figures)
+    std::set<int> columns;
+    for (const auto& [cell, stored] : figures) {
         changes.push_back({.datum = seriesOf(cell.column).series,
                            .element = elementOf(cell.row),
                            .before = held(cell).value_or(0),
                            .after = stored});
+        columns.insert(cell.column);
+    }
     const ActionScope scope(context_.company, action);
     if (auto refusal = applyChanges(*context_.company, changes))
         return refusal;
     context_.markChanged();
     const Form::Update update(context_.form);
-    std::set<int> columns;
+    // Of what was there nothing is stored again, even where memory runs out below.
     for (const auto& [cell, figure] : figures) {
-        shownIn(cell).reset(); // its mark goes with what was there
+        box(cell).showStored("");
+        shownIn(cell).reset();
         forgetWaiting(placeOf(cell));
-        columns.insert(cell.column);
     }
     for (const int column : columns)
         show(column); // loading may have shown the rest of it in another unit
