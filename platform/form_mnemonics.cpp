@@ -59,10 +59,11 @@ Control* Form::mnemonicTarget(const Control& control) const {
 }
 
 bool Form::hasMnemonic(char32_t letter) const {
-    return std::any_of(controls_.begin(), controls_.end(),
-                       [this, upper = upperCase(letter)](const auto& control) {
-                           return bearsMnemonic(*control, upper);
-                       });
+    // A key without a character is no letter, as a caption without a mnemonic has none.
+    return letter != 0 && std::any_of(controls_.begin(), controls_.end(),
+                                      [this, upper = upperCase(letter)](const auto& control) {
+                                          return bearsMnemonic(*control, upper);
+                                      });
 }
 
 bool Form::mnemonic(char32_t letter) {

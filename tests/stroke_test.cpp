@@ -197,8 +197,10 @@ TEST_F(StrokeTest, IsUsedBeforeItIsAShortcutOfTheHost) {
         {with(shifts::alt, U'o'), true, true},
         {with(shifts::alt, U'x'), false, false},
         {key(keys::left, shifts::alt), false, false},
+        {key(keys::f4, shifts::alt), false, false},
         {with(shifts::control | shifts::alt, U'o'), false, false},
     };
+    form.add<CommandButton>("cmdPlain").setCaption("Has no letter");
     for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(row.stroke.key) + "+" + std::to_string(row.stroke.shift));
         form.focus(name);

@@ -887,28 +887,30 @@ void aDateIsPicked(Desktop& desktop) {
 
 void theHostsShortcutsAreThoseTheFormHasNoUseFor(Desktop& desktop) {
     desktop.load(fullCompany());
-    for (const char* shortcut : {"^s", "^a", "{F1}", "{ESC}", "%y", "{DEL}"})
+    for (const char* shortcut : {"^s", "^a", "{F1}", "{ESC}", "%y", "%{LEFT}", "{DEL}"})
         desktop.addHostShortcut(shortcut);
     desktop.click("txtName");
     desktop.type("^s");
     EXPECT_EQ(desktop.hostShortcutsFired(), 1);
+    desktop.type("%{LEFT}");
+    EXPECT_EQ(desktop.hostShortcutsFired(), 2);
     desktop.type("^ab"); // all of the text is replaced
     EXPECT_EQ(desktop.shownText("txtName"), "b");
     desktop.type("{ESC}");
     EXPECT_EQ(desktop.shownText("txtName"), "Name text");
     desktop.type("{DEL}");
     EXPECT_EQ(desktop.shownText("txtName"), "");
-    EXPECT_EQ(desktop.hostShortcutsFired(), 1);
-    desktop.type("{TAB}{ESC}"); // nothing was edited here
     EXPECT_EQ(desktop.hostShortcutsFired(), 2);
+    desktop.type("{TAB}{ESC}"); // nothing was edited here
+    EXPECT_EQ(desktop.hostShortcutsFired(), 3);
     desktop.type("%y");
     EXPECT_EQ(desktop.focusedId(), "txtLastFY");
     desktop.type("{F1}");
-    EXPECT_EQ(desktop.hostShortcutsFired(), 2);
+    EXPECT_EQ(desktop.hostShortcutsFired(), 3);
     desktop.clickTab(toCompany);
     desktop.click("chkLockInfo");
     desktop.type("{DEL}^a"); // no field has the keys
-    EXPECT_EQ(desktop.hostShortcutsFired(), 4);
+    EXPECT_EQ(desktop.hostShortcutsFired(), 5);
 }
 
 void theFocusGoesToTheHostAndComesBack(Desktop& desktop) {
