@@ -115,9 +115,10 @@ void TextField::replaceStored() {
 }
 
 void TextField::putBackRefused(std::string_view text, const FieldMark& mark) {
-    const std::string stored = text_;
+    FieldState refused = state_; // as a whole or not at all: memory may run out in between
+    refused.putBackRefused(text, text_, mark);
     setText(text);
-    state_.putBackRefused(text, stored, mark);
+    state_ = std::move(refused);
     notify(Property::mark);
 }
 

@@ -948,11 +948,13 @@ TEST_F(HostInterface, AFigureThatIsShownIsSelectedAlsoWhereItHadTheFocus) {
 TEST_F(HostInterface, AFigureThatThereIsNoMemoryToShowIsToldAsNotShown) {
     entry.put_objCompany(fullCompany());
     bool shown = true;
+    bool failed = false;
     {
         const FailingMemory memory(1, FailingMemory::Fails::fromThenOn);
         shown = entry.showFigure({Datum::YEPSSeries, 1});
+        failed = memory.hasFailed(); // not every library needs any for its short texts
     }
-    EXPECT_FALSE(shown);
+    EXPECT_NE(shown, failed);
     EXPECT_TRUE(entry.showFigure({Datum::YEPSSeries, 1}));
 }
 
