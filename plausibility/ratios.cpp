@@ -27,8 +27,9 @@ std::optional<double> splitRatioNear(double ratio, double tolerance) {
 }
 
 double unitOfFigure(double figure) {
+    constexpr int mostZeros = 6;
     const Decimal decimal = toDecimal(figure);
-    return std::pow(10.0, decimal.point - decimal.count);
+    return std::pow(10.0, std::min(decimal.point - decimal.count, mostZeros));
 }
 
 double roundedTo(double unit, double value) {

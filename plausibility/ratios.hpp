@@ -11,7 +11,7 @@ namespace vkr {
 // The same for the ratios by which shares are usually split: 1.5, 2, 3, ... and their inverses.
 [[nodiscard]] std::optional<double> splitRatioNear(double ratio, double tolerance);
 // The last place that a figure was given to: 0.01 for 12.5 and 12.25 together is that of 12.25,
-// 1000 for 45000.
+// 1000 for 45000. At most a million.
 [[nodiscard]] double unitOfFigure(double figure);
 // To whole units; as it is where that is no number, as at the ends of what numbers can be.
 [[nodiscard]] double roundedTo(double unit, double value);

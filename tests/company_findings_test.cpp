@@ -771,6 +771,37 @@ TEST(PlausibilityRules, speakOfWhatAYearLacksInOneSentence) {
         << findings[0].text;
 }
 
+// It takes its part in what else is said of the years beside it.
+TEST(CompanyFindings, pointAtAFigureThatIsMissing) {
+    const auto company = soundCompany();
+    const double highs[] = {60, 20, 62, 64, 66};
+    const double lows[] = {40, 0, 41, 42, 43};
+    for (int year = 1; year <= 5; ++year) {
+        putElement(*company, YHighSeries, year, highs[year - 1]);
+        putElement(*company, YLowSeries, year, lows[year - 1]);
+    }
+    int apart = 0;
+    for (const Finding& one : companyFindings(*company))
+        if (one.rule == "ranges-apart") {
+            ++apart;
+            EXPECT_EQ(one.places.front(), (FigurePlace{YLowSeries, 2})) << one.text;
+        }
+    EXPECT_EQ(apart, 2);
+}
+
+// Noughts at the end of a figure in units say nothing above a million.
+TEST(PlausibilityRules, knowFiguresInUnits) {
+    const auto revenue = [](double year) {
+        return std::vector<std::pair<FigurePlace, double>>{{{YRevenueSeries, 8}, year},
+                                                           {{QRevenueSeries, 28}, 11.03e9},
+                                                           {{QRevenueSeries, 29}, 10e9},
+                                                           {{QRevenueSeries, 30}, 10e9},
+                                                           {{QRevenueSeries, 31}, 10e9}};
+    };
+    tryEach({{"quarters-against-year", revenue(41'046'412'000), true},
+             {"quarters-against-year", revenue(41'031'500'000), false}});
+}
+
 TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
     using Figures = std::vector<std::pair<FigurePlace, double>>;
     // A figure between an older and a newer one.
