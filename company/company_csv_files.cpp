@@ -25,13 +25,9 @@ std::string textOf(const fs::path& path) {
     return {utf8.begin(), utf8.end()};
 }
 
-// What the system tells of what a stream does next; a fault of reading or writing where it does
-// not.
-void expectFault() {
-    errno = EIO;
-}
+// Of reading or writing where the system tells nothing.
 std::string lastFault() {
-    return std::generic_category().message(errno);
+    return std::generic_category().message(errno == 0 ? EIO : errno);
 }
 
 // Nothing where there is no such file. A file that is there and cannot be read is a problem.
@@ -51,7 +47,7 @@ std::optional<CsvText> readText(const fs::path& path, CsvImport& import) {
         import.errors.push_back({text.file, 0, 0, "", "cannot be read: it is no file"});
         return text;
     }
-    expectFault();
+    errno = 0;
     std::ifstream file(path, std::ios::binary);
     // By the stream, which keeps to itself what its buffer throws, as for a folder.
     std::array<char, 1 << 14> block;
@@ -63,7 +59,7 @@ std::optional<CsvText> readText(const fs::path& path, CsvImport& import) {
 }
 
 bool writeText(const fs::path& path, const std::string& text) {
-    expectFault();
+    errno = 0;
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(text.data(), static_cast<std::streamsize>(text.size()));
     file.close();

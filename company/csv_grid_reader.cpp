@@ -99,13 +99,11 @@ class GridReader {
         for (const GridRow& row : rows) {
             if (!row.element)
                 continue;
-            if (const auto [first, isNew] = lines.emplace(*row.element, row.name.line); !isNew) {
+            if (const auto [first, isNew] = lines.emplace(*row.element, row.name.line); !isNew)
                 findings_.error(row.name, row.nameColumn,
                                 "the same " + std::string(grid_.word) + " as in line " +
                                     std::to_string(first->second));
-                continue;
-            }
-            for (const auto& [series, figure] : row.figures) {
+            for (const auto& [series, figure] : row.figures) { // of a record that an error drops
                 Variant values = company_.stored(series);
                 values.array().setNumber(*row.element, figure);
                 writeSeries(company_, series, values);

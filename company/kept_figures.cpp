@@ -11,7 +11,7 @@ namespace vkr {
 
 namespace {
 
-constexpr int anyElement = -1; // of a series that was moved
+constexpr int anyElement = -1; // of a series that was moved, or of what is no series
 
 bool isDerived(Datum datum) {
     return std::ranges::find(derivations(), datum, &Derivation::derived) != derivations().end();
@@ -93,12 +93,13 @@ bool KeptFigures::hasNewInput(Datum derived, std::optional<int> element) const {
 }
 
 void KeptFigures::noteInput(Datum datum, const Variant& before, const Variant& after) {
-    if (!after.isArray() || !before.isArray()) {
+    if (!after.isArray()) {
         if (before != after)
-            inputs_.emplace(datum, 0);
+            inputs_.emplace(datum, anyElement);
         return;
     }
-    const VariantArray& old = before.array();
+    const VariantArray none;
+    const VariantArray& old = before.isArray() ? before.array() : none;
     const VariantArray& now = after.array();
     for (int i = now.lower(); i <= now.upper(); ++i)
         if (!old.contains(i) || old.number(i) != now.number(i))

@@ -136,12 +136,10 @@ std::optional<double> valueOf(const NumberSpan& number, int shift) {
         return number.negative ? -*value : *value;
     // Too large or too small: the place of the first digit that counts tells which.
     const auto first = number.mantissa.find_first_of("123456789");
-    if (first == std::string_view::npos)
-        return 0.0;
     const auto point = std::min(number.mantissa.find('.'), number.mantissa.size());
     const auto magnitude = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first) +
                            number.exponent + shift;
-    if (magnitude > 0)
+    if (first != std::string_view::npos && magnitude > 0)
         return std::nullopt;
     return 0.0;
 }

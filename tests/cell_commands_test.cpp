@@ -208,7 +208,7 @@ TEST(CellCommands, FollowTheSwitchesOfThePreview) {
 
 TEST(CellCommands, TellWhatAPasteReplaces) {
     Scene scene;
-    scene.enter("txtSales(8)", "1");
+    scene.enter("txtSales(8)", "7.125");
     std::optional<Origin> origin = Origin::typed;
     scene.entry->originOf = [&](Datum, int) { return origin; };
     const auto lastPaste = [&] {
@@ -219,7 +219,7 @@ TEST(CellCommands, TellWhatAPasteReplaces) {
          {std::optional(Origin::typed), std::optional(Origin::pasted), std::optional<Origin>()}) {
         origin = one;
         const auto lines = lastPaste();
-        EXPECT_EQ(lines[0].before, "1");
+        EXPECT_EQ(lines[0].before, "7.125") << "what is stored, not what is shown";
         EXPECT_EQ(lines[0].fate, PasteFate::doubtful);
         EXPECT_EQ(lines[0].remark, "Replaces what was typed or pasted, or may have been.");
     }

@@ -106,10 +106,18 @@ TEST_F(QuarterSpan, NoAndTheDefaultChangeNothing) {
 
 // Also for those who press without a pointer, as a screen reader does.
 TEST(AddingAPeriod, ClosesTheHelpFrameBeforeItAsks) {
+    const auto enterOn = [](const char* button) {
+        return [button](VirtualDesktop& desktop) {
+            desktop.form().focus(desktop.control(button));
+            desktop.type("~");
+        };
+    };
     const struct {
         TABObject tab;
         std::function<void(VirtualDesktop&)> press;
     } ways[] = {
+        {toYearly, enterOn("cmdAddYear")},
+        {toQuarterly, enterOn("cmdAddQuarter")},
         {toYearly, [](auto& desktop) { desktop.form().click(desktop.control("cmdAddYear")); }},
         {toQuarterly,
          [](auto& desktop) { desktop.form().click(desktop.control("cmdAddQuarter")); }},
