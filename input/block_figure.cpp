@@ -129,12 +129,15 @@ std::optional<CellKind> kindWithoutFigure(std::string_view text) {
     return std::nullopt;
 }
 
-// In front of what closes a figure: "100.50-", "20-%".
-bool hasMinusBehind(std::string_view text) {
+// In front of what closes a figure: "100.50-", "20-%". In "5.-" a dash stands for the cents.
+bool hasMinusBehind(std::string_view text, char decimal) {
     constexpr std::string_view closings[] = {"%", ")"};
     while (skipBack(text, closings) || skipBack(text, blanks) || skipBack(text, currencySigns)) {
     }
-    return skipBack(text, minusSigns);
+    bool behind = false;
+    while (skipBack(text, minusSigns))
+        behind = true;
+    return behind && !text.ends_with(decimal);
 }
 
 NumberMarks marksWith(char decimal) {
@@ -203,7 +206,7 @@ CellFigure readCell(std::string_view text, NumericKind kind, int exponent,
     cell.exponent = figure.find_first_of("eE") != std::string::npos;
     cell.fraction =
         figure.find('/') != std::string::npos || figure.find("\u2044") != std::string::npos;
-    cell.minusBehind = hasMinusBehind(figure);
+    cell.minusBehind = hasMinusBehind(figure, marks.decimal);
     auto read = wholeFigure(figure, kind, exponent, marks.decimal);
     if (!read)
         return cell;

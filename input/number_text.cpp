@@ -59,6 +59,15 @@ Bare bare(std::string_view text) {
                 (!number.signedAtAll && skipFront(text, plusSigns) && take(Sign::plus)) ||
                 (!number.signedAtAll && skipFront(text, opening) && (bracket = take(Sign::minus)));
     }
+    // "5.-" has a dash in place of the cents.
+    constexpr std::string_view noCents[] = {".--", ".-", ".\u2212", ".\u2013", ".\u2014"};
+    bool dashed = false;
+    const auto takeNoCents = [&] { // the mark stays, and says what the marks before it are
+        std::string_view whole = text;
+        if (skipBack(whole, noCents))
+            text = text.substr(0, whole.size() + 1);
+        return whole.size() < text.size();
+    };
     bool percented = false;
     bool closed = !bracket;
     for (bool found = true; found; trim(text)) {
@@ -66,7 +75,8 @@ Bare bare(std::string_view text) {
         found = (!percented && (percented = skipBack(text, percent))) ||
                 (!closed && (closed = skipBack(text, closing))) ||
                 (!currency && (currency = skipBack(text, currencySigns))) ||
-                (!number.signedAtAll && skipBack(text, minusSigns) && take(Sign::minus));
+                (!dashed && (dashed = takeNoCents())) ||
+                (!number.signedAtAll && !dashed && skipBack(text, minusSigns) && take(Sign::minus));
     }
     if (closed)
         number.body = text;
