@@ -78,8 +78,10 @@ void rewritePrice(bool toDecimal, TextField& field, const std::function<bool()>&
         const std::string typed = field.text();
         convertTypedPrice(toDecimal, field);
         const std::string rewritten = field.text();
-        if (!showStored())
+        if (!showStored()) {
             field.setText(field.tag()); // Escape goes back to it
+            ConvertPriceText(toDecimal, field);
+        }
         // The tag is the stored price in the new form. A typed text may look the same and mean
         // another price.
         field.rewriteText(rewritten == field.tag() ? typed : rewritten);
@@ -113,16 +115,32 @@ void rewriteMarks(const NumberMarks& before, TextField& field,
     }
 }
 
+// What was typed stays where memory runs out, and is told as not stored.
+void keepTyped(TextField& field, const std::string& typed) {
+    ifPossible([&] { field.rewriteText(typed); });
+    ifPossible([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
+}
+
 } // namespace
 
 void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bool()>& showStored) {
-    const Caret caret(field);
+    const bool untouched = field.standsForStored();
+    const std::string typed = field.text();
     const FieldMark mark = field.mark();
-    rewritePrice(toDecimal, field, showStored);
-    if (mark.kind == MarkKind::doubtful)
-        field.setMark(mark); // the figure is the same
-    if (field.form().activeControl() == &field)
-        caret.putBack();
+    const auto rewrite = [&] {
+        const Caret caret(field);
+        rewritePrice(toDecimal, field, showStored);
+        if (mark.kind == MarkKind::doubtful)
+            field.setMark(mark); // the figure is the same
+        if (field.form().activeControl() == &field)
+            caret.putBack();
+    };
+    if (attempt(rewrite))
+        return;
+    if (untouched)
+        ifPossible(rewrite);
+    else
+        keepTyped(field, typed);
 }
 
 void followNumberMarks(const NumberMarks& before, TextField& field,
@@ -147,9 +165,7 @@ void followNumberMarks(const NumberMarks& before, TextField& field,
             ifPossible([&] { field.showStored(""); });
         return;
     }
-    if (kept)
-        ifPossible([&] { field.rewriteText(typed); });
-    ifPossible([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
+    keepTyped(field, kept ? typed : field.text());
 }
 
 } // namespace vkr

@@ -3,6 +3,7 @@
 #include "platform/text.hpp"
 #include "tests/support/classic_figures.hpp"
 #include "tests/support/entry_scene.hpp"
+#include "tests/support/failing_memory.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/form_fields.hpp"
 #include "tests/support/scripted_record.hpp"
@@ -406,6 +407,13 @@ TEST(PriceDisplay, KeepsAPriceThatIsBeingTyped) {
     EXPECT_EQ(elementOf(*scene.company, "YHighSeries", 6), 9.375);
 }
 
+std::shared_ptr<CompanyRecord> pricedCompany(double price) {
+    auto company = datedCompany();
+    company->put_CurrentPrice(price);
+    putElement(*company, "YHighSeries", 10, price);
+    return company;
+}
+
 TEST(PriceDisplay, GivesUpAPriceThatIsBeingTypedForTheStoredOne) {
     struct {
         const char* id;
@@ -417,10 +425,8 @@ TEST(PriceDisplay, GivesUpAPriceThatIsBeingTypedForTheStoredOne) {
     for (const auto& row : rows)
         for (const bool readable : {true, false}) {
             SCOPED_TRACE(std::string(row.id) + (readable ? "" : ", which cannot be read"));
-            const auto company = datedCompany();
-            company->put_CurrentPrice(5.125);
+            const auto company = pricedCompany(5.125);
             company->put_High52W(5.125);
-            putElement(*company, "YHighSeries", 10, 5.125);
             const auto before = company->clone();
             const auto record = std::make_shared<ScriptedRecord>(company);
             EntryScene scene;
@@ -431,10 +437,40 @@ TEST(PriceDisplay, GivesUpAPriceThatIsBeingTypedForTheStoredOne) {
                 record->failing = {std::string("read ") + row.datum};
             scene.entry->put_FractionDisplay(false);
             scene.desktop.type("{ESC}");
-            EXPECT_EQ(textOf(scene, row.id), readable ? "5.125" : "5 1/8");
+            EXPECT_EQ(textOf(scene, row.id), "5.125");
             record->failing.clear();
             scene.desktop.type("{TAB}");
             EXPECT_EQ(changedData(*before, *company), std::vector<std::string>{});
+        }
+}
+
+TEST(PriceDisplay, LosesNoPriceThatIsBeingTypedWhereMemoryRunsOut) {
+    for (const bool readable : {true, false})
+        for (const char* id : {"txtCurrentPrice", "txtHigh(0)"}) {
+            bool failed = true;
+            for (int nth = 1; failed; ++nth) {
+                SCOPED_TRACE(std::string(id) + (readable ? " " : " unreadable ") +
+                             std::to_string(nth));
+                const auto company = pricedCompany(5.125);
+                const auto record = std::make_shared<ScriptedRecord>(company);
+                EntryScene scene;
+                scene.load(record);
+                scene.entry->put_FractionDisplay(true);
+                typeAt(scene, id, "^a{DEL}7 1/2");
+                if (!readable)
+                    record->failing = {"read CurrentPrice", "read YHighSeries"};
+                {
+                    const FailingMemory memory(nth);
+                    scene.entry->put_FractionDisplay(false);
+                    failed = memory.hasFailed();
+                }
+                record->failing.clear();
+                typeAt(scene, id, "{TAB}");
+                EXPECT_EQ(std::string_view(id) == "txtHigh(0)"
+                              ? elementOf(*company, "YHighSeries", 10)
+                              : company->get_CurrentPrice(),
+                          7.5);
+            }
         }
 }
 
@@ -464,13 +500,6 @@ TEST(PriceDisplay, KeepsTheDigitsOfAPriceThatIsBeingTyped) {
             EXPECT_EQ(stored.at(id), one.stored);
             EXPECT_EQ(textOf(scene, id), one.eighths);
         }
-}
-
-std::shared_ptr<CompanyRecord> pricedCompany(double price) {
-    auto company = datedCompany();
-    company->put_CurrentPrice(price);
-    putElement(*company, "YHighSeries", 10, price);
-    return company;
 }
 
 TEST(PriceDisplay, HoldsAPriceThatIsBeingTypedAgainstTheStoredOneInTheNewForm) {
