@@ -70,7 +70,8 @@ bool EntryInput::takesStep(KeyCode key, int shift) {
 }
 
 bool EntryInput::wantsKey(const Control& control, KeyCode key, int shift) const {
-    return (stepOf(key, shift) && host_.takesHistory()) || cells_.wants(control, key, shift);
+    return (stepOf(key, shift) && host_.takesHistory()) || cells_.wants(control, key, shift) ||
+           opensCalendar(control, key, shift);
 }
 
 void EntryInput::step(HistoryStep step) {
@@ -119,13 +120,17 @@ void EntryInput::onKeyDown(Control& control, KeyCode& key, int shift) {
         controllers_.of(control).key(control, key, shift);
 }
 
-// The Menu key and Shift+F10 open the menu, F4 and Alt+Down the calendar of a date.
+// F4 and Alt+Down, of a date.
+bool EntryInput::opensCalendar(const Control& control, KeyCode key, int shift) const {
+    return ((key == keys::f4 && shift == shifts::none) ||
+            (key == keys::down && shift == shifts::alt)) &&
+           controllers_.of(control).hasCalendar();
+}
+
+// The Menu key and Shift+F10 open the menu.
 bool EntryInput::opens(Control& control, KeyCode key, int shift) {
     const bool menu = opensMenu(key, shift);
-    const bool calendar = ((key == keys::f4 && shift == shifts::none) ||
-                           (key == keys::down && shift == shifts::alt)) &&
-                          controllers_.of(control).hasCalendar();
-    if (!menu && !calendar)
+    if (!menu && !opensCalendar(control, key, shift))
         return false;
     keyWentDown_ = false;
     if (menu)

@@ -48,6 +48,7 @@ class EntryInput final : public FormHandler {
   private:
     [[nodiscard]] std::optional<std::string> inMarksOfForm(std::string_view text) const;
     bool takesStep(KeyCode key, int shift);
+    [[nodiscard]] bool opensCalendar(const Control& control, KeyCode key, int shift) const;
     bool opens(Control& control, KeyCode key, int shift);
     bool turnsPage(Control& control, KeyCode key, int shift);
 

@@ -31,8 +31,8 @@ class FormHandler {
     virtual void onLostFocus(Control& /*control*/) {}
     // Setting the key to keys::none uses it up: no key press, no edit, no move follows.
     virtual void onKeyDown(Control& /*control*/, KeyCode& /*key*/, int /*shift*/) {}
-    // A key with Ctrl, or Escape, that it takes at this control, before a shortcut of the host
-    // does.
+    // A key with Ctrl or Alt, or Escape, that it takes at this control, before a shortcut of the
+    // host does.
     [[nodiscard]] virtual bool wantsKey(const Control& /*control*/, KeyCode /*key*/,
                                         int /*shift*/) const {
         return false;

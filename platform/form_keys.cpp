@@ -32,6 +32,11 @@ bool editsField(KeyCode key) {
     }
 }
 
+// With Alt, of a list.
+bool opensList(KeyCode key) {
+    return key == keys::down || key == keys::up;
+}
+
 // A key that every control uses, or tabbing does.
 bool movesInForm(KeyCode key) {
     switch (key) {
@@ -106,7 +111,8 @@ bool Form::uses(const Stroke& stroke) const {
     case shifts::none:
         break;
     case shifts::alt:
-        return hasMnemonic(stroke.character);
+        return hasMnemonic(stroke.character) || wanted() ||
+               (dynamic_cast<const ComboBox*>(active_) != nullptr && opensList(stroke.key));
     case shifts::control:
         return stroke.key == keys::pageUp || stroke.key == keys::pageDown ||
                (stroke.command && field != nullptr) || wanted();

@@ -738,6 +738,7 @@ void openCalendar(EntryScene& scene, const DateField& row, int way) {
         scene.desktop.type("{F4}");
         break;
     case 2:
+        scene.desktop.addHostShortcut("%{DOWN}"); // it has no use for here
         scene.desktop.type("%{DOWN}");
         break;
     case 3:

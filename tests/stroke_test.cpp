@@ -214,6 +214,10 @@ TEST_F(StrokeTest, IsUsedBeforeItIsAShortcutOfTheHost) {
     form.focus(name);
     form.userEdit(name, "edited", 0, 0);
     EXPECT_TRUE(form.uses(key(keys::escape))) << "it takes the edit back";
+    form.focus(form.add<ComboBox>("cmbSource"));
+    for (const KeyCode opening : {keys::down, keys::up})
+        EXPECT_TRUE(form.uses(key(opening, shifts::alt)));
+    EXPECT_FALSE(form.uses(key(keys::left, shifts::alt)));
 }
 
 // --- native focus ------------------------------------------------------------------------------
