@@ -77,12 +77,6 @@ struct Product {
     double bound; // relative
 };
 
-// To a part of one: 1000 for thousandths.
-double roundedToPart(double parts, double value) {
-    const double rounded = std::round(value * parts) / parts;
-    return std::isfinite(rounded) ? rounded : value;
-}
-
 void compareProduct(const CompanyFigures& figures, Report& report, const Product& product,
                     Sureness sureness) {
     const double expected = figures.figure(product.whole);

@@ -37,6 +37,11 @@ double roundedTo(double unit, double value) {
     return std::isfinite(rounded) ? rounded : value;
 }
 
+double roundedToPart(double parts, double value) {
+    const double rounded = std::round(value * parts) / parts;
+    return std::isfinite(rounded) ? rounded : value;
+}
+
 bool isWithin(double one, double other, double times) {
     return one <= other * times && other <= one * times;
 }

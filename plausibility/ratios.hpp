@@ -15,6 +15,8 @@ namespace vkr {
 [[nodiscard]] double unitOfFigure(double figure);
 // To whole units; as it is where that is no number, as at the ends of what numbers can be.
 [[nodiscard]] double roundedTo(double unit, double value);
+// The same to a part of one: 1000 for thousandths.
+[[nodiscard]] double roundedToPart(double parts, double value);
 // Whether one is within so many times of the other, which is above 0.
 [[nodiscard]] bool isWithin(double one, double other, double times);
 

@@ -42,7 +42,7 @@ std::string hexadecimal(std::uint64_t value) {
 } // namespace
 
 std::string Report::number(double value) const {
-    if (!std::isfinite(value)) // sums, products and ratios of figures that are none
+    if (!std::isfinite(value)) // a sum or product beyond all numbers
         return (value < 0 ? "less than " : "more than ") +
                number(std::copysign(std::numeric_limits<double>::max(), value));
     std::string text = plainNumberText(value);
@@ -98,8 +98,12 @@ std::string Report::times(double ratio) const {
     const auto rounded = [](double value) {
         return roundedTo(std::pow(10.0, std::floor(std::log10(value)) - 2), value);
     };
-    return ratio >= 1 ? "about " + number(rounded(ratio)) + " times"
-                      : "about 1/" + number(rounded(1 / ratio)) + " of";
+    const bool larger = ratio >= 1;
+    const double factor = larger ? ratio : 1 / ratio;
+    constexpr double most = std::numeric_limits<double>::max();
+    const std::string text = number(rounded(std::min(factor, most)));
+    const std::string about = factor <= most ? "about " : larger ? "more than " : "less than ";
+    return about + (larger ? text + " times" : "1/" + text + " of");
 }
 
 // The period by the calendar, so that it stays when the grid moves on: the day that a grid counts

@@ -477,7 +477,8 @@ TEST(PlausibilityRules, leaveNoPlaceOfTheirSentencesEmptyForTheLargestAndTheSmal
             }
         for (const Finding& finding : companyFindings(*company)) {
             ++found;
-            for (const char* hole : {"  ", " .", " ,", " ;", "( ", " )", "nan", "inf"})
+            for (const char* hole :
+                 {"  ", " .", " ,", " ;", "( ", " )", "nan", "inf", "about more", "1/more"})
                 ASSERT_EQ(finding.text.find(hole), std::string::npos) << finding.text;
         }
     }
