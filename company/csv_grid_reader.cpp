@@ -103,7 +103,8 @@ class GridReader {
                 findings_.error(row.name, row.nameColumn,
                                 "the same " + std::string(grid_.word) + " as in line " +
                                     std::to_string(first->second));
-            for (const auto& [series, figure] : row.figures) { // of a record that an error drops
+            // Where there is an error nothing of the import is kept.
+            for (const auto& [series, figure] : row.figures) {
                 Variant values = company_.stored(series);
                 values.array().setNumber(*row.element, figure);
                 writeSeries(company_, series, values);

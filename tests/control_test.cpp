@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/error_trap.hpp"
 #include "platform/form.hpp"
 #include "platform/text_field.hpp"
 #include "tests/support/failing_memory.hpp"
@@ -175,6 +176,24 @@ TEST_F(ControlTest, AFieldTellsOfEveryChangeOfItsMark) {
     EXPECT_EQ(takeChanges(), Changes{Property::mark});
     box.replaceStored();
     EXPECT_EQ(takeChanges(), Changes{Property::mark});
+}
+
+TEST_F(ControlTest, ARefusedTextIsPutBackAsAWholeOrNotAtAll) {
+    const FieldMark mark{MarkKind::unstored, std::string(60, 'r')};
+    const std::string refused(60, 'x');
+    const std::string stored(60, '1');
+    bool failed = true;
+    for (int nth = 1; failed; ++nth) {
+        auto& box = form.add<TextBox>("txtName", nth);
+        box.showStored(stored);
+        {
+            const FailingMemory memory(nth);
+            failed = !attempt([&] { box.putBackRefused(refused, mark); });
+        }
+        EXPECT_EQ(box.text(), failed ? stored : refused) << nth;
+        EXPECT_EQ(box.mark(), failed ? FieldMark() : mark) << nth;
+        EXPECT_EQ(box.standsForStored(), failed) << nth;
+    }
 }
 
 TEST_F(ControlTest, ABarKeepsItsValueWithinItsRange) {

@@ -308,6 +308,33 @@ TEST_F(KeptFiguresTest, ASeriesThatComesInPlaceOfSomethingElseIsAnInput) {
     EXPECT_EQ(host->sum, 10);
 }
 
+TEST_F(KeptFiguresTest, AllOfASeriesThatComesInPlaceOfSomethingElseIsNew) {
+    class Host final : public CompanyBase {
+      public:
+        [[nodiscard]] Variant get_YPTISeries() const override { return income; }
+        void put_YPTISeries(const Variant& value) override { income = value; }
+        [[nodiscard]] Variant get_YTaxRateSeries() const override { return rates; }
+        void put_YTaxRateSeries(const Variant& value) override { rates = value; }
+        Variant income = 1.0;
+        Variant rates = numberArray({20, 21, 22}, 0);
+    };
+    const auto host = std::make_shared<Host>();
+    const auto typed = [] {
+        FigureOrigins all;
+        for (int element = 0; element < 3; ++element)
+            all.put(Datum::YTaxRateSeries, element, {Origin::typed, "", false});
+        return all;
+    };
+    KeptFigures above(host, typed);
+    above.beginAction({Origin::typed, {}, {}});
+    above.put_YPTISeries(numberArray({1, 2}, 0));
+    above.beginAction({Origin::derived, {}, {}});
+    above.put_YTaxRateSeries(numberArray({5, 6, 7}, 0));
+    above.endAction();
+    above.endAction();
+    EXPECT_EQ(host->rates, Variant(numberArray({5, 6, 22}, 0))) << "the last one has no new income";
+}
+
 // Of two inputs that were written, only those of the series that moves go with it.
 TEST_F(KeptFiguresTest, AnInputBesideAMovedSeriesStaysWhereItIs) {
     came(Origin::typed);

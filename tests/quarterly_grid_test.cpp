@@ -106,18 +106,14 @@ TEST_F(QuarterSpan, NoAndTheDefaultChangeNothing) {
 
 // Also for those who press without a pointer, as a screen reader does.
 TEST(AddingAPeriod, ClosesTheHelpFrameBeforeItAsks) {
-    const auto enterOn = [](const char* button) {
-        return [button](VirtualDesktop& desktop) {
-            desktop.form().focus(desktop.control(button));
-            desktop.type("~");
-        };
-    };
+    const auto enter = [](VirtualDesktop& desktop) { desktop.type("~"); };
     const struct {
         TABObject tab;
         std::function<void(VirtualDesktop&)> press;
+        const char* focus = "cmdOK";
     } ways[] = {
-        {toYearly, enterOn("cmdAddYear")},
-        {toQuarterly, enterOn("cmdAddQuarter")},
+        {toYearly, enter, "cmdAddYear"},
+        {toQuarterly, enter, "cmdAddQuarter"},
         {toYearly, [](auto& desktop) { desktop.form().click(desktop.control("cmdAddYear")); }},
         {toQuarterly,
          [](auto& desktop) { desktop.form().click(desktop.control("cmdAddQuarter")); }},
@@ -129,7 +125,7 @@ TEST(AddingAPeriod, ClosesTheHelpFrameBeforeItAsks) {
         scene.entry->put_objCompany(fullCompany());
         scene.entry->put_CurrentTab(way.tab);
         auto& frame = scene.desktop.control("fraDE", 0);
-        scene.desktop.form().focus(scene.desktop.control("cmdOK"));
+        scene.desktop.form().focus(scene.desktop.control(way.focus));
         frame.setVisible(true);
         std::optional<bool> seen;
         scene.desktop.duringMessage = [&] { seen = frame.visible(); };
