@@ -73,7 +73,7 @@ void ChangeNotes::end() noexcept {
         open_.pop_back();
         return;
     }
-    const bool whole_ = attempt([&] {
+    noteDone([&] {
         if (before_) {
             ChangeGroup group = noted(*before_);
             group.name = name_;
@@ -82,13 +82,17 @@ void ChangeNotes::end() noexcept {
                 add(std::move(group));
         }
     });
-    if (!whole_)
-        forget(); // for want of memory: no step leads back over what is not known
     open_.clear();
     name_.clear();
     before_.reset();
-    clearWritten();
     checkInvariants();
+}
+
+template <typename Notes>
+void ChangeNotes::noteDone(const Notes& notes) noexcept {
+    if (!attempt(notes))
+        forget();
+    clearWritten();
 }
 
 void ChangeNotes::clearWritten() {
@@ -318,16 +322,17 @@ std::optional<std::string> ChangeNotes::undo() {
     std::vector<Change> back;
     for (auto group = groups.rbegin(); group != groups.rend(); ++group)
         addChanges(back, inverse(*group));
-    undone.reserve(undone.size() + 1);
     if (auto refusal = putChanges(*record, back))
         return refusal;
-    Step step = std::move(done.back());
-    done.pop_back();
-    tell(groupsChanged, nullptr);
-    for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group)
-        leadBack(*group, step.told());
-    showPlace(step.groups.front());
-    undone.push_back(std::move(step));
+    noteDone([&] {
+        Step step = std::move(done.back());
+        done.pop_back();
+        tell(groupsChanged, nullptr);
+        for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group)
+            leadBack(*group, step.told());
+        showPlace(step.groups.front());
+        undone.push_back(std::move(step));
+    });
     return std::nullopt;
 }
 
@@ -339,15 +344,17 @@ std::optional<std::string> ChangeNotes::redo() {
         addChanges(again, group);
     if (auto refusal = putChanges(*record, again))
         return refusal;
-    Step step = std::move(undone.back());
-    undone.pop_back();
-    done.push_back({{}, std::move(step.title)});
-    for (ChangeGroup& group : step.groups) {
-        leadTo(group);
-        done.back().groups.push_back(std::move(group));
-        tell(groupsChanged, &done.back().groups.back());
-    }
-    showPlace(done.back().groups.front());
+    noteDone([&] {
+        Step step = std::move(undone.back());
+        undone.pop_back();
+        done.push_back({{}, std::move(step.title)});
+        for (ChangeGroup& group : step.groups) {
+            leadTo(group);
+            done.back().groups.push_back(std::move(group));
+            tell(groupsChanged, &done.back().groups.back());
+        }
+        showPlace(done.back().groups.front());
+    });
     return std::nullopt;
 }
 
@@ -357,23 +364,25 @@ std::optional<std::string> ChangeNotes::apply(const ChangeGroup& group) {
     const RecordSnapshot before = snapshotOf(*record);
     if (auto refusal = putChanges(*record, withOtherDate(*record, group.changes)))
         return refusal;
-    for (const Change& change : group.changes) {
-        const int order = nextOrder();
-        if (change.after.isArray())
-            wholes_.insert_or_assign(change.datum, Whole{std::nullopt, change.after});
-        if (change.setting.empty())
-            mark(keyOf(change), {order, change.origin, change.document});
-        else
-            settings_.emplace_back(order, change);
-    }
-    ChangeGroup again = noted(before);
-    clearWritten();
+    noteDone([&] {
+        for (const Change& change : group.changes) {
+            const int order = nextOrder();
+            if (change.after.isArray())
+                wholes_.insert_or_assign(change.datum, Whole{std::nullopt, change.after});
+            if (change.setting.empty())
+                mark(keyOf(change), {order, change.origin, change.document});
+            else
+                settings_.emplace_back(order, change);
+        }
+        ChangeGroup again = noted(before);
+        clearWritten(); // who hears of the group may go on
+        again.name = group.name;
+        again.at = group.at;
+        showPlace(again);
+        if (!again.changes.empty())
+            add(std::move(again));
+    });
     checkInvariants();
-    again.name = group.name;
-    again.at = group.at;
-    showPlace(again);
-    if (!again.changes.empty())
-        add(std::move(again));
     return std::nullopt;
 }
 

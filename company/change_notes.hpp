@@ -132,6 +132,9 @@ class ChangeNotes {
     void leadBack(const ChangeGroup& group, const ChangeGroup& step);
     static void tell(const Listener& listener, const ChangeGroup* added);
     void showPlace(const ChangeGroup& group);
+    // After the record has changed: no step leads back over what is not known for want of memory.
+    template <typename Notes>
+    void noteDone(const Notes& notes) noexcept;
     void clearWritten();
     void checkInvariants() const;
 

@@ -6,6 +6,7 @@
 #include "company/period_moves.hpp"
 #include "company/record_snapshot.hpp"
 #include "company/split.hpp"
+#include "platform/error_trap.hpp"
 #include "support/change_lists.hpp"
 #include "support/elements.hpp"
 #include "support/entry_scene.hpp"
@@ -757,6 +758,59 @@ TEST_F(Journal, NoStepLeadsBackOverWhatThereWasNoMemoryToNote) {
         ASSERT_TRUE(groups.empty() || groups.size() == 2) << nth;
     }
     EXPECT_EQ(journal->groups().size(), 2U);
+}
+
+// A step of two data is taken back, done again, or done in another record: at whichever place
+// memory runs out, either nothing of it is done, or all of it and no step leads over what was not
+// noted.
+TEST_F(Journal, WhereMemoryRunsOutAStepIsDoneWholeOrNotAtAll) {
+    const std::string address(60, 'a');
+    const auto doneWhole = [&] {
+        const bool number = company->get_CommDiv() == 2;
+        EXPECT_EQ(company->get_Address1() == address, number);
+        return number;
+    };
+    const auto typed = [&] {
+        const ActionScope scope(journal, {Origin::typed, std::string(60, 'n'), {}});
+        journal->put_CommDiv(2);
+        journal->put_Address1(address);
+    };
+    typed();
+    const ChangeGroup step = journal->groups().back();
+    enum class Way { undo, redo, apply };
+    for (const Way way : {Way::undo, Way::redo, Way::apply}) {
+        bool failed = true;
+        for (int nth = 1; failed; ++nth) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(way)) + ", " + std::to_string(nth));
+            company->put_CommDiv(1);
+            company->put_Address1("");
+            journal = std::make_shared<ChangeJournal>(company);
+            if (way != Way::apply)
+                typed();
+            if (way == Way::redo) {
+                ASSERT_EQ(journal->undo(), std::nullopt);
+            }
+            const bool before = way == Way::undo;
+            bool isDone = false;
+            {
+                const FailingMemory memory(nth);
+                ifPossible([&] {
+                    const auto refusal = way == Way::undo   ? journal->undo()
+                                         : way == Way::redo ? journal->redo()
+                                                            : journal->apply(step);
+                    isDone = !refusal;
+                });
+                failed = memory.hasFailed();
+            }
+            EXPECT_EQ(doneWhole(), isDone ? !before : before);
+            if (!isDone) {
+                EXPECT_EQ(journal->canUndo(), way == Way::undo);
+                EXPECT_EQ(journal->canRedo(), way == Way::redo);
+            }
+            journal->put_TotalDebt(nth); // goes on
+            EXPECT_TRUE(journal->canUndo());
+        }
+    }
 }
 
 // The other dates answer for them, so they are never seen to be absent.
