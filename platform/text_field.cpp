@@ -167,7 +167,8 @@ TextField::Edit TextField::taken(std::string_view edited, int caret) const {
     Edit result{.text = std::string(textLeft(edited, front))};
     result.text += capitals_ ? upperCase(fitting) : std::string(fitting);
     result.text += textFrom(edited, newLength - back);
-    result.caret = std::min(caret, textLength(result.text) - back);
+    const bool isCut = fitting.size() < putIn.size();
+    result.caret = isCut ? std::min(caret, textLength(result.text) - back) : caret;
     return result;
 }
 

@@ -1107,6 +1107,21 @@ TEST_F(FormTest, AnEditOfTheUserIsAChange) {
     EXPECT_EQ(takeEvents(), Events{"change txtName"});
 }
 
+TEST_F(FormTest, TheCaretStandsBehindWhatWasPutInBetweenLikeLetters) {
+    for (const auto& [length, capitals] :
+         {std::pair{0, false}, {4, false}, {5, false}, {0, true}, {4, true}}) {
+        SCOPED_TRACE(std::to_string(length) + (capitals ? " capitals" : ""));
+        auto& name = box("txtName" + std::to_string(length) + (capitals ? "C" : ""));
+        name.setMaxLength(length);
+        name.setCapitals(capitals);
+        name.setText("ABB");
+        name.select(1, 1);
+        EXPECT_TRUE(form.userPaste(name, "XB"));
+        EXPECT_EQ(name.text(), "AXBB");
+        EXPECT_EQ(name.selStart(), 3);
+    }
+}
+
 TEST_F(FormTest, WhereMemoryRunsOutAnEditIsNone) {
     const std::string longText(100, 'x');
     auto& name = box("txtName");
