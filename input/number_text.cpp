@@ -284,7 +284,9 @@ std::string doubtfulGroup(std::string_view plain, const NumberMarks& marks) {
 
 // A figure that is 0 only because nothing smaller can be stored.
 bool isTooSmall(const NumericText& number, int exponent) {
-    return number.text.find_first_of("123456789") != std::string::npos &&
+    const std::string_view mantissa =
+        std::string_view(number.text).substr(0, number.text.find('E'));
+    return mantissa.find_first_of("123456789") != std::string_view::npos &&
            shiftDecimal(number.text, exponent) == 0;
 }
 

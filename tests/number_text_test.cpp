@@ -256,6 +256,18 @@ TEST(NumberText, CleansAPriceWithItsFraction) {
     }
 }
 
+TEST(NumberText, WritesExponentsBeyondFourHundredAsTheyAre) {
+    const std::string zeros(400, '0');
+    const std::pair<std::string, std::string> rows[] = {
+        {"1e400", "1" + zeros},
+        {"1e401", "1E401"},
+        {"1e-400", "0." + zeros.substr(1) + "1"},
+        {"1e-401", "1E-401"},
+    };
+    for (const auto& [text, written] : rows)
+        EXPECT_EQ(cleanNumericText(text, NumericKind::PlainNumber).text, written) << text;
+}
+
 TEST(NumberText, LeavesOutAllOfWhatIsTooSmall) {
     const NumberMarks comma{.decimal = ',', .grouping = "."};
     EXPECT_EQ(cleanNumericText("1e-400", NumericKind::PlainNumber).leftOut, "1e-400");
@@ -266,6 +278,8 @@ TEST(NumberText, LeavesOutAllOfWhatIsTooSmall) {
     EXPECT_EQ(cleanNumericText("1e-320", NumericKind::PlainNumber).leftOut, "");
     EXPECT_EQ(cleanNumericText("0e-400", NumericKind::PlainNumber).leftOut, "");
     EXPECT_EQ(cleanNumericText("0.000", NumericKind::PlainNumber).leftOut, "");
+    for (const char* zero : {"0e401", "0e-401", "0e999999"})
+        EXPECT_EQ(cleanNumericText(zero, NumericKind::PlainNumber).leftOut, "") << zero;
 }
 
 TEST(NumberText, TellsWhatOfATextIsNotInTheNumber) {
