@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "company/change_journal.hpp"
+#include "company/company_base.hpp"
 #include "tests/support/entry_scene.hpp"
 #include "tests/support/field_steps.hpp"
 #include "tests/support/scripted_record.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <limits>
 #include <set>
 
 namespace vkr {
@@ -166,6 +168,31 @@ TEST_F(Commit, AResultThatIsTooLargeLeavesItsElementAlone) {
     EXPECT_EQ(element(Datum::YCommEqSeries, 1), 250);
     EXPECT_EQ(element(Datum::YCommEqSeries, 2), 2);
     EXPECT_EQ(element(Datum::YCommEqSeries, 3), 14);
+}
+
+// A host's record may hold one.
+TEST_F(Commit, AnInfiniteFigureThatIsHiddenGivesWay) {
+    class Host final : public CompanyBase {
+      public:
+        [[nodiscard]] Variant get_YBookValSeries() const override { return ofYear(2); }
+        [[nodiscard]] Variant get_YCSOSeries() const override { return ofYear(3); }
+        [[nodiscard]] Variant get_YCommEqSeries() const override { return ofYear(equity); }
+        void put_YCommEqSeries(const Variant& value) override { equity = value.array().number(1); }
+        double equity = 0;
+
+      private:
+        static Variant ofYear(double figure) { return numberArray({0, figure}, 0); }
+    };
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    for (const double held : {infinite, -infinite}) {
+        const auto host = std::make_shared<Host>();
+        host->equity = held;
+        entry.put_objCompany(host);
+        entry.put_CurrentTab(toOptions);
+        scene.desktop.click("optCommEq(1)");
+        static_cast<void>(entry.get_objCompany());
+        EXPECT_EQ(host->equity, 6);
+    }
 }
 
 TEST_F(Commit, CommonEquityIsNeverTurnedIntoBookValue) {
