@@ -282,6 +282,8 @@ TEST(BlockFigure, MarksAreThoseOfTheWholeBlock) {
         {{{"1,234", "Revenue", "12.05.2023"}}, '.', "1234 or 1.234"}, // a date has no say
         {{{"1,234", "2024", "n/a"}}, '.', "1234 or 1.234"},
         {{{"1,234", "kr.500", "5 kr."}}, ',', "1.234 or 1234"}, // nor has the word a mark
+        {{{"1,234", "1,5E-324"}}, '.', "1234 or 1.234"}, // nor what is too small to be stored
+        {{{"1,234", "1,5E-323"}}, '.', "1.234"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.cells[0][0] + " of " + row.own);

@@ -11,7 +11,7 @@ TEST(BlockTexts, AreBlankTextOrFigure) {
         EXPECT_TRUE(isBlank(blank));
     for (const char* other : {"-", "0", "n/a", "x"})
         EXPECT_FALSE(isBlank(other)) << other;
-    for (const char* text : {"Revenue", "\u00D6", "1,5 Mio", "Q4 2025", "2025E"})
+    for (const char* text : {"Revenue", "\u00D6", "\x80", "1,5 Mio", "Q4 2025", "2025E"})
         EXPECT_TRUE(isText(text)) << text;
     for (const char* other : {"", "-", "100-50", "n/a", "EUR 5", "1e5", "1.234,5", "1,234.5"})
         EXPECT_FALSE(isText(other)) << other;
@@ -23,6 +23,15 @@ TEST(BlockTexts, AreBlankTextOrFigure) {
         EXPECT_TRUE(isClosingSign(sign)) << sign;
     for (const char* other : {"", "(", "5)", "$"})
         EXPECT_FALSE(isClosingSign(other)) << other;
+}
+
+TEST(BlockTexts, AreNoFigureWhereNothingSoSmallIsStored) {
+    for (const char* text : {"1e-324", "1,5e-324"})
+        EXPECT_TRUE(isNoFigure(text)) << text;
+    for (const char* figure : {"1e-323", "1,5e-323"})
+        EXPECT_FALSE(isNoFigure(figure)) << figure;
+    EXPECT_FALSE(isScaledFigure("1e-324M"));
+    EXPECT_TRUE(isScaledFigure("1e-323M"));
 }
 
 TEST(BlockTexts, NameYears) {

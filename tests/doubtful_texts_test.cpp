@@ -540,5 +540,17 @@ TEST(DoubtfulPastes, OneCellIsReadByTheMarkOfItsProgramAsABlockIs) {
     EXPECT_EQ(company->get_Name(), "1.234");
 }
 
+TEST(DoubtfulPastes, AFigureThatIsTooSmallIsToldAsItWasCopied) {
+    EntryScene scene;
+    scene.load(datedCompany());
+    scene.desktop.setClipboardText("1e-324");
+    scene.desktop.setClipboardDecimalMark(',');
+    typeAt(scene, "txtCurrentPrice", "^a^v");
+    EXPECT_EQ(scene.text("txtCurrentPrice"), "1e-324");
+    scene.desktop.type("{TAB}");
+    ASSERT_EQ(scene.entry->doubtfulFields().size(), 1U);
+    EXPECT_EQ(scene.entry->doubtfulFields()[0].reason, "Taken as 0; \"1e-324\" was left out.");
+}
+
 } // namespace
 } // namespace vkr
