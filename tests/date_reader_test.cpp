@@ -462,6 +462,12 @@ TEST(DateReader, ReadsShortYearsOfAPatternWithoutDays) {
             }
 }
 
+TEST(DateReader, NoDateIsLongerThanEightyCharacters) {
+    const std::string date = "12/31/2005";
+    EXPECT_EQ(readBack(std::string(80 - date.size(), ' ') + date), "2005-12-31");
+    EXPECT_EQ(readBack(std::string(81 - date.size(), ' ') + date), "none");
+}
+
 TEST(DateReader, AnyBytesHaveAnAnswer) {
     const auto seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));

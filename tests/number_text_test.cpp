@@ -481,6 +481,17 @@ TEST(NumberText, AMarkOfTheByteOrderAroundAFigureIsABlank) {
     }
 }
 
+TEST(NumberText, NoPriceIsLongerThanSixtyFourCharacters) {
+    const auto leftOut = [](std::size_t blanks) {
+        const std::string price = "3" + std::string(blanks, ' ') + "1/2";
+        const NumericText read = cleanNumericText(price + " abc", NumericKind::PriceText);
+        EXPECT_EQ(read.text, "3.5") << blanks;
+        return read.leftOut == price + " abc" ? "all" : read.leftOut;
+    };
+    EXPECT_EQ(leftOut(60), "abc");
+    EXPECT_EQ(leftOut(61), "all");
+}
+
 TEST(NumberText, TellsWhatItLeavesOutBehindASign) {
     struct Row {
         const char* typed;
