@@ -3,6 +3,7 @@
 #include "tests/support/scripted_record.hpp"
 #include "yearly/yearly_grid.hpp"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace vkr {
@@ -194,6 +195,26 @@ TEST_F(YearSpan, TheSeriesMoveInTheOrderOfTheirColumns) {
                                                "YNetIncSeries", "YCommEqSeries", "YBookValSeries",
                                                "YEPSSeries", "YDividendSeries", "YHighSeries",
                                                "YLowSeries", "YCSOSeries"}));
+}
+
+// Records may be far away.
+TEST_F(YearSpan, EachSeriesThatMovesIsReadAndWrittenOnce) {
+    load();
+    const auto record = std::make_shared<ScriptedRecord>(company);
+    scene.load(record);
+    record->log.clear();
+    press("cmdAddYear", MessageAnswer::yes);
+    const auto& log = record->log;
+    const auto first = std::ranges::find(log, "write YRevenueSeries");
+    const auto last = std::ranges::find(log, "write YCSOSeries");
+    ASSERT_NE(first, log.begin());
+    ASSERT_LT(first, last);
+    std::vector<std::string> expected;
+    for (const char* series : {"YRevenue", "YPTI", "YTaxRate", "YNetInc", "YCommEq", "YBookVal",
+                               "YEPS", "YDividend", "YHigh", "YLow", "YCSO"})
+        for (const char* operation : {"read ", "write "})
+            expected.push_back(operation + std::string(series) + "Series");
+    EXPECT_EQ(std::vector<std::string>(first - 1, last + 1), expected);
 }
 
 // Where a record has no element for the year after, the last fiscal year is its first one.
