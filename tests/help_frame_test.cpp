@@ -751,6 +751,25 @@ TEST_F(HelpFrameMeasured, ALetterThatIsTooWideForALineHasOneOfItsOwn) {
     }
 }
 
+TEST(HelpFrame, OfATabAtItsPageIsAsHighUpForEveryTab) {
+    MeasuringDesktop desktop;
+    desktop.width = [](std::string_view) { return 1500.0; };
+    desktop.height = [] { return 15.0; };
+    registerLocalizers(desktop.factory());
+    VKRDataEntry entry(desktop);
+    desktop.attach(entry.form());
+    entry.InitProperties();
+    entry.ReadProperties(PropertyBag());
+    for (int tab = toCompany; tab <= toOptions; ++tab) {
+        entry.put_CurrentTab(static_cast<TABObject>(tab));
+        desktop.answerNextMenu(helpEntry);
+        desktop.rightClick("fraDE(" + std::to_string(frame::companyPage + tab - toCompany) + ")");
+        const auto& shown = entry.form().get<Frame>("fraDE", frame::help);
+        ASSERT_TRUE(shown.visible()) << tab;
+        EXPECT_EQ(shown.top(), 300) << tab;
+    }
+}
+
 // Pages and what a host has put on the form would hide it.
 TEST_F(HelpFrameMeasured, ComesToTheFront) {
     struct Order final : FormObserver {
