@@ -58,6 +58,25 @@ TEST(Readable, ChangesAColourOnlyAsFarAsItTakes) {
     EXPECT_EQ(readable(colorOf(90, 0, 0), colors::black, 30), colors::white);
 }
 
+TEST(Readable, ChangesAColourByTwentiethsOfTheWay) {
+    const Color gray = colorOf(128, 128, 128);
+    const struct {
+        Color wanted;
+        Color behind;
+        double least;
+        Color shown;
+    } rows[] = {
+        {colorOf(255, 255, 0), colors::white, textContrast, colorOf(114, 114, 0)},
+        {colorOf(200, 0, 0), colors::black, textContrast, colorOf(213, 63, 63)},
+        {colorOf(0, 0, 160), colors::black, signContrast, colorOf(76, 76, 188)},
+        {gray, colorOf(60, 60, 60), textContrast, colorOf(166, 166, 166)},
+        {gray, colorOf(140, 140, 140), textContrast, colorOf(38, 38, 38)},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(readable(row.wanted, row.behind, row.least), row.shown)
+            << row.wanted << " on " << row.behind;
+}
+
 TEST(MarkColor, IsRedForWhatIsNotStoredAmberForADoubtAndElseQuiet) {
     EXPECT_EQ(markColor(MarkKind::unstored), mark_colors::unstored);
     EXPECT_EQ(markColor(MarkKind::doubtful), mark_colors::doubtful);
