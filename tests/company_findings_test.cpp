@@ -1359,6 +1359,15 @@ TEST(Report, saysADayWithTwoDigits) {
     EXPECT_EQ(Report::day(*makeDate(2025, 9, 10)), "2025-09-10");
 }
 
+TEST(Report, saysHowManyTimesFromOneOn) {
+    const CompanyRecord company;
+    const CompanyFigures figures(company);
+    const Report report(figures, {}, {});
+    EXPECT_EQ(report.times(1), "about 1 times");
+    EXPECT_EQ(report.times(10), "about 10 times");
+    EXPECT_EQ(report.times(0.1), "about 1/10 of");
+}
+
 TEST(CompanyFindings, nameAPeriodByItsPlaceWhereThereIsNoDate) {
     CompanyRecord company;
     for (const int year : {0, 1, 2, 3}) {
