@@ -925,6 +925,17 @@ TEST(PlausibilityRules, haveTheirBoundsWhereTheyAreSaidToBe) {
         {"year-behind-quarters", {{{LastQDateForGrid, onCard}, day(2026, 12, 24)}}, true},
         {"year-behind-quarters", {{{LastQDateForGrid, onCard}, day(2026, 12, 23)}}, false},
     });
+    // Two units of a hundred, and a little more than binary noise.
+    const auto revenue = [](double lastQuarter) {
+        Figures figures{{{YRevenueSeries, 8}, 100'000}, {{QRevenueSeries, 31}, lastQuarter}};
+        for (int quarter = 28; quarter < 31; ++quarter)
+            figures.push_back({{QRevenueSeries, quarter}, 25'000});
+        return figures;
+    };
+    tryEach({
+        {"quarters-against-year", revenue(25'200.0105), true},
+        {"quarters-against-year", revenue(25'200.0095), false},
+    });
     // Cents that are rounded away, four times and once more; with more decimals, half of it.
     const auto earnings = [](double year, double lastQuarter) {
         Figures figures{{{YEPSSeries, 8}, year}, {{QEPSSeries, 31}, lastQuarter}};
