@@ -197,6 +197,14 @@ TEST(FigureOrigins, OfATotalThatASplitLeavesAreNotOutdated) {
     others.push_back(figure(Datum::YBookValSeries, 3, 20, 5, Origin::typed));
     EXPECT_TRUE(mayDerive(others));
     EXPECT_TRUE(mayDerive({figures(3, 5, 400)[1]}));
+    EXPECT_FALSE(mayDerive(figures(3, 1.666666666667, 1200))) << "written with thirteen digits";
+    // Of a year without book value: nothing before the split and nothing behind it.
+    EXPECT_FALSE(mayDerive(
+        {{{Datum::YBookValSeries, {}, numberArray({0, 0, 0, 0, 5}), numberArray({0, 0, 0, 0, 2.5})},
+          {},
+          Origin::typed,
+          {}},
+         figure(Datum::YCSOSeries, 3, 100, 200, Origin::typed)}));
     EXPECT_FALSE(mayDerive(
         {{{Datum::YBookValSeries, {}, numberArray({0, 0, 0, 20}), numberArray({0, 0, 0, 5})},
           {},
@@ -438,6 +446,12 @@ TEST(FigureOrigins, AreReadFromWhateverTextAsFarAsItGoes) {
     for (const char* text : {"nothing\t0001-24\tName\n", "typed\t\tlngNothing\n"})
         EXPECT_EQ(FigureOrigins::fromText(text), FigureOrigins()) << text;
     EXPECT_EQ(FigureOrigins::fromText("typed\ta\\\tName\n").of(Datum::Name).document, "a\\");
+}
+
+TEST(FigureOrigins, AreReadToTheEndOfTheirTextAndNotBeyond) {
+    const std::string_view longer = "typed\t\tYEPSSeries:12";
+    const auto origins = FigureOrigins::fromText(longer.substr(0, longer.size() - 1));
+    EXPECT_EQ(origins.text(), "typed\t\tYEPSSeries:1\n");
 }
 
 TEST(FigureOrigins, KnowWhatEachFigureFollowsFrom) {

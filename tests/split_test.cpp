@@ -76,6 +76,11 @@ TEST(Split, ReadsRatiosAsPeopleWriteThem) {
     }
 }
 
+TEST(Split, ReadsARatioToTheEndOfItsTextAndNotBeyond) {
+    EXPECT_EQ(readSplitRatio(std::string_view("2:12").substr(0, 3)), (SplitRatio{2, 1}));
+    EXPECT_EQ(readSplitRatio(std::string_view("212").substr(0, 1)), (SplitRatio{2, 1}));
+}
+
 TEST(Split, RatiosOfSharesForOneAreWrittenInWholeShares) {
     const std::pair<double, std::optional<SplitRatio>> rows[] = {
         {10, SplitRatio{10, 1}},     {1.5, SplitRatio{3, 2}},    {0.1, SplitRatio{1, 10}},
@@ -123,6 +128,8 @@ TEST(Split, GivesTheExactFigureWhereItHasOne) {
     EXPECT_EQ(afterSplit(63250.188, DatumUnit::shares, {1, 4}), 15812.547);
     EXPECT_EQ(afterSplit(-0.7, DatumUnit::perShare, {7, 1}), -0.1);
     EXPECT_EQ(afterSplit(0, DatumUnit::perShare, {7, 1}), 0);
+    // As far from fifteen digits as two roundings to binary lead.
+    EXPECT_EQ(afterSplit(0.00060245218373462112, DatumUnit::shares, {1, 9}), 6.6939131526069e-05);
     // No short decimal: what is nearest to it, without a rounding to cents.
     EXPECT_EQ(afterSplit(0.1, DatumUnit::perShare, {7, 1}), 0.1 / 7);
     EXPECT_EQ(afterSplit(1, DatumUnit::perShare, {3, 1}), 1.0 / 3);
