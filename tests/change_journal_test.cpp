@@ -176,6 +176,15 @@ TEST_F(Journal, AShiftedSeriesIsOneChange) {
     EXPECT_TRUE(sameAs(*company, *fullCompany()));
 }
 
+TEST_F(Journal, NotesShiftedSeriesInTheOrderInWhichTheyWereShifted) {
+    {
+        const ActionScope shift(journal, {Origin::shifted, "Add New Year", {}});
+        journal->put_YEPSSeries(movedOn(company->get_YEPSSeries(), 1));
+        journal->put_YRevenueSeries(movedOn(company->get_YRevenueSeries(), 1));
+    }
+    EXPECT_EQ(brief(0), (Lines{"YEPSSeries series > series", "YRevenueSeries series > series"}));
+}
+
 // --- a series that is moved and written into
 
 class MovingJournal : public Journal {

@@ -4,8 +4,10 @@
 #include "company/record_snapshot.hpp"
 #include "record/setting_table.hpp"
 
+#include <array>
 #include <gtest/gtest.h>
 #include <limits>
+#include <span>
 
 namespace vkr {
 namespace {
@@ -73,6 +75,16 @@ TEST(RecordSnapshot, CountsFromOneYearWhereTheOnlySeriesIsMoved) {
     EXPECT_TRUE(countedFrom(from, to, {move}));
     move.datum = Datum::YRevenueSeries;
     EXPECT_FALSE(countedFrom(from, to, {move}));
+}
+
+TEST(RecordSnapshot, CountsFromOneYearWhateverADatumThatIsNoSeriesBecomes) {
+    const auto one = with({{Datum::LastFY, std::int16_t{2024}},
+                           {Datum::LastQDateForGrid, *makeDate(2024, 9, 28)},
+                           {Datum::YEPSSeries, numberArray({0, 1, 2})}});
+    Change price;
+    price.datum = Datum::CurrentPrice;
+    price.after = numberArray({1, 2});
+    EXPECT_TRUE(countedFrom(one, one, {price}));
 }
 
 // Shows the same year whatever is written.
@@ -147,6 +159,58 @@ TEST(RecordSnapshot, AYearComesBackThoughItsDateMovesIt) {
     EXPECT_TRUE(putChanges(company, std::vector{date, unit}));
     EXPECT_EQ(company.year, 2024);
     EXPECT_EQ(company.end, *makeDate(2025, 1, 3));
+}
+
+// Each price or dividend that is written empties the one in front of it.
+struct Emptying final : CompanyBase {
+    using Figures = std::array<double, 4>;
+    explicit Emptying(const Figures& figures) : held(figures) {}
+    [[nodiscard]] double get_CurrentPrice() const override { return held[0]; }
+    void put_CurrentPrice(double value) override { held[0] = value; }
+    [[nodiscard]] double get_CommDiv() const override { return held[1]; }
+    void put_CommDiv(double value) override { write(1, value); }
+    [[nodiscard]] double get_High52W() const override { return held[2]; }
+    void put_High52W(double value) override { write(2, value); }
+    [[nodiscard]] double get_Low52W() const override { return held[3]; }
+    void put_Low52W(double value) override { write(3, value); }
+    void put_TotalDebt(double value) override {
+        held = {9, 9, 9, held[3]};
+        CompanyBase::put_TotalDebt(value); // throws
+    }
+    void write(std::size_t at, double value) {
+        held[at - 1] = 0;
+        held[at] = value;
+    }
+    Figures held;
+};
+
+TEST(RecordSnapshot, FiguresThatStillEmptyEachOtherTheThirdTimeAreRefused) {
+    const auto change = [](Datum datum, double figure) {
+        Change one;
+        one.datum = datum;
+        one.after = figure;
+        return one;
+    };
+    const Change changes[] = {change(Datum::CurrentPrice, 1), change(Datum::CommDiv, 2),
+                              change(Datum::High52W, 3), change(Datum::Low52W, 4)};
+    Emptying three({});
+    EXPECT_EQ(putChanges(three, std::span(changes).first(3)), std::nullopt);
+    EXPECT_EQ(three.held, (Emptying::Figures{1, 2, 3, 0}));
+    Emptying four({});
+    EXPECT_TRUE(putChanges(four, changes));
+    EXPECT_EQ(four.held, Emptying::Figures());
+}
+
+TEST(RecordSnapshot, IsBroughtBackAsFarAsWritingTwiceLeads) {
+    Change debt;
+    debt.datum = Datum::TotalDebt;
+    debt.after = 5.0;
+    Emptying two({0, 2, 3, 0});
+    EXPECT_TRUE(putChanges(two, std::span(&debt, 1)));
+    EXPECT_EQ(two.held, (Emptying::Figures{0, 2, 3, 0}));
+    Emptying three({1, 2, 3, 0});
+    EXPECT_TRUE(putChanges(three, std::span(&debt, 1)));
+    EXPECT_EQ(three.held, (Emptying::Figures{0, 2, 3, 0}));
 }
 
 TEST(RecordSnapshot, SettingsComeBackWhereALaterOneIsRefused) {
