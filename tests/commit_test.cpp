@@ -262,6 +262,20 @@ TEST_F(Commit, WhatIsWorkedOutHasNoStrayDigits) {
     EXPECT_EQ(newest(Datum::YCommEqSeries, 2), (Figures{1.21, 7}));
 }
 
+// The income that the rate leads back to is a few last bits off, where rounding to fifteen digits
+// goes the other way.
+TEST_F(Commit, ARateThatLeadsBackToTheIncomeButForItsLastBitsStays) {
+    for (const auto& pair : pairs) {
+        set(pair.netIncome, {3.85, 14356.919564306727});
+        set(pair.income, {3.9900507824645057, 14551.91522836685});
+        set(pair.rate, {3.51, 1.34});
+    }
+    load();
+    commit();
+    for (const auto& pair : pairs)
+        EXPECT_EQ(newest(pair.rate, 2), (Figures{3.51, 1.34}));
+}
+
 TEST_F(Commit, EveryElementOfTheSeriesIsBroughtUpToDate) {
     set(Datum::YNetIncSeries, std::vector<double>(10, 50));
     set(Datum::YPTISeries, std::vector<double>(10, 100));
