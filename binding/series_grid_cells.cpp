@@ -55,10 +55,7 @@ std::optional<std::string> SeriesGrid::put(std::span<const Figure> figures, cons
     std::vector<DatumChange> changes;
     std::set<int> columns;
     for (const auto& [cell, stored] : figures) {
-        changes.push_back({.datum = seriesOf(cell.column).series,
-                           .element = elementOf(cell.row),
-                           .before = held(cell).value_or(0),
-                           .after = stored});
+        changes.push_back({seriesOf(cell.column).series, elementOf(cell.row), {}, stored});
         columns.insert(cell.column);
     }
     const ActionScope scope(context_.company, action);
