@@ -10,6 +10,7 @@
 #include "input/date_reader.hpp"
 #include "input/mdlKMTMisc.hpp"
 #include "input/number_pattern.hpp"
+#include "input/text_signs.hpp"
 #include "localizer/string_table.hpp"
 #include "platform/during.hpp"
 #include "platform/error_trap.hpp"
@@ -139,7 +140,11 @@ NumericText EntryContext::typedNumber(std::string_view text, int exponent) const
     };
     const NumericText asItStands = read(text);
     std::string typed(text);
-    if (formatNumber(grouped, numberFormat).find(',') != std::string::npos)
+    // "5,-" has a dash in place of the cents, whatever its mark stands for here.
+    const bool dashed = std::ranges::any_of(minusSigns, [&](std::string_view dash) {
+        return text.find(marks.grouping + std::string(dash)) != std::string_view::npos;
+    });
+    if (!dashed && formatNumber(grouped, numberFormat).find(',') != std::string::npos)
         ReplaceAll(typed, marks.grouping, "");
     NumericText result = read(typed);
     // Without a decimal mark, or behind it, the one that was passed over may have been meant.

@@ -115,10 +115,13 @@ void rewriteMarks(const NumberMarks& before, TextField& field,
     }
 }
 
-// What was typed stays where memory runs out, and is told as not stored.
-void keepTyped(TextField& field, const std::string& typed) {
-    ifPossible([&] { field.rewriteText(typed); });
-    ifPossible([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // needs no memory
+// What was typed stays where memory runs out, and is told as not stored, by the reason of before
+// where there is one.
+void keepTyped(TextField& field, const std::string& typed, const FieldMark& before) {
+    if (!attempt([&] { field.rewriteText(typed); }))
+        ifPossible([&] { field.setText(typed); }); // Escape does not go beyond it
+    if (before.kind != MarkKind::unstored || !attempt([&] { field.setMark(before); }))
+        ifPossible([&] { field.setMark({MarkKind::unstored, "Not stored."}); }); // no memory needed
 }
 
 } // namespace
@@ -140,12 +143,14 @@ void followPriceDisplay(bool toDecimal, TextField& field, const std::function<bo
     if (untouched)
         ifPossible(rewrite);
     else
-        keepTyped(field, typed);
+        keepTyped(field, typed, mark);
 }
 
 void followNumberMarks(const NumberMarks& before, TextField& field,
                        const std::function<bool()>& showStored) {
     const bool untouched = field.standsForStored();
+    FieldMark mark;
+    ifPossible([&] { mark = field.mark(); });
     std::string typed;
     const bool kept =
         untouched || attempt([&] {
@@ -165,7 +170,7 @@ void followNumberMarks(const NumberMarks& before, TextField& field,
             ifPossible([&] { field.showStored(""); });
         return;
     }
-    keepTyped(field, kept ? typed : field.text());
+    keepTyped(field, kept ? typed : field.text(), mark);
 }
 
 } // namespace vkr

@@ -60,8 +60,10 @@ Bare bare(std::string_view text) {
                 (!number.signedAtAll && skipFront(text, opening) && (bracket = take(Sign::minus)));
     }
     // "5.-" has a dash in place of the cents.
-    constexpr std::string_view noCents[] = {".--", ".-", ".\u2212", ".\u2013", ".\u2014"};
+    constexpr std::string_view noCents[] = {".--",     ".-",      ".\u2212",
+                                            ".\u2012", ".\u2013", ".\u2014"};
     bool dashed = false;
+    bool behind = false;           // a minus
     const auto takeNoCents = [&] { // the mark stays, and says what the marks before it are
         std::string_view whole = text;
         if (skipBack(whole, noCents))
@@ -75,8 +77,9 @@ Bare bare(std::string_view text) {
         found = (!percented && (percented = skipBack(text, percent))) ||
                 (!closed && (closed = skipBack(text, closing))) ||
                 (!currency && (currency = skipBack(text, currencySigns))) ||
-                (!dashed && (dashed = takeNoCents())) ||
-                (!number.signedAtAll && !dashed && skipBack(text, minusSigns) && take(Sign::minus));
+                (!dashed && !behind && (dashed = takeNoCents())) ||
+                (!number.signedAtAll && !dashed && skipBack(text, minusSigns) &&
+                 (behind = take(Sign::minus)));
     }
     if (closed)
         number.body = text;

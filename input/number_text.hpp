@@ -24,9 +24,10 @@ struct NumericText {
 //
 // A text that is one number in a well-known written form is read as a whole: groups of thousands
 // ("1,234,567.89", also with blanks or apostrophes), a currency sign ($ euro pound yen), a minus
-// before or behind ("12-", also U+2212 and dashes), accounting brackets ("(1,234)"), "+", a percent
-// sign (which counts for nothing), no-break blanks around. A price may be a fraction in place of a
-// decimal: "3 1/8", "3-1/8", "3/8", "3" followed by the character for 1/8.
+// before or behind ("12-", also U+2212 and dashes; "12.-" has one for the cents), accounting
+// brackets ("(1,234)"), "+", a percent sign (which counts for nothing), no-break blanks around. A
+// price may be a fraction in place of a decimal: "3 1/8", "3-1/8", "3/8", "3" followed by the
+// character for 1/8.
 //
 // Of any other text it is the number at its start, as readLeadingNumber finds it.
 //

@@ -175,6 +175,12 @@ TEST(NumberMarks, WhatAGroupedPatternPassesOverIsInDoubtWithoutADecimalMark) {
         {german, "1.2345,50", "12345.50", ""},
         {german, "1234", "1234", ""},
         {american, "", "", ""},
+        {american, "5.-", "5", ""},
+        {american, "5,-", "5", ",-"},
+        {american, "5,\u2013", "5", ",\u2013"},
+        {american, "1,234-", "-1234", ""},
+        {german, "5.-", "5", ".-"},
+        {german, "1.234,-", "1234", ""},
     };
     for (const auto& one : cases) {
         form.setNumberMarks(one.marks);
