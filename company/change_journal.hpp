@@ -40,7 +40,8 @@ class ChangeNotes;
 // before it; the settings that a commit writes stay, whatever is taken back, and so does the lock.
 //
 // What the host's record throws is passed on. The journal itself throws nothing but std::bad_alloc,
-// before anything is written.
+// before anything is written. Where memory runs out behind that, there is nothing to undo and to
+// redo any more, and what was done last may be missing in unsaved().
 class ChangeJournal final : public iVKR_Company, public ActionListener {
   public:
     explicit ChangeJournal(std::shared_ptr<iVKR_Company> record);

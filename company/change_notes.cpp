@@ -85,13 +85,15 @@ void ChangeNotes::end() noexcept {
     open_.clear();
     name_.clear();
     before_.reset();
+    clearWritten();
     checkInvariants();
 }
 
 template <typename Notes>
 void ChangeNotes::noteDone(const Notes& notes) noexcept {
-    if (!attempt(notes))
-        forget();
+    if (attempt(notes))
+        return;
+    forget();
     clearWritten();
 }
 
@@ -265,18 +267,17 @@ void ChangeNotes::add(ChangeGroup group) {
     tell(groupsChanged, &done.back().groups.back());
 }
 
-void ChangeNotes::leadTo(const ChangeGroup& group) {
+void ChangeNotes::leadTo(ChangeGroup group) {
     if (!unsaved.empty() && takesBack(unsaved.back(), group)) {
         unsaved.pop_back();
         tell(unsavedChanged, nullptr);
     } else {
-        unsaved.push_back(group);
+        unsaved.push_back(std::move(group));
         tell(unsavedChanged, &unsaved.back());
     }
 }
 
-void ChangeNotes::leadBack(const ChangeGroup& group, const ChangeGroup& step) {
-    ChangeGroup back = takenBack(group);
+void ChangeNotes::leadBack(const ChangeGroup& group, ChangeGroup back, const ChangeGroup& step) {
     if (!unsaved.empty() && unsaved.back() == group) {
         unsaved.pop_back();
         return tell(unsavedChanged, nullptr);
@@ -322,14 +323,22 @@ std::optional<std::string> ChangeNotes::undo() {
     std::vector<Change> back;
     for (auto group = groups.rbegin(); group != groups.rend(); ++group)
         addChanges(back, inverse(*group));
+    // All that needs memory comes before the record changes.
+    std::vector<ChangeGroup> ways;
+    for (const ChangeGroup& group : groups)
+        ways.push_back(takenBack(group));
+    unsaved.reserve(unsaved.size() + groups.size());
+    undone.reserve(undone.size() + 1);
     if (auto refusal = putChanges(*record, back))
         return refusal;
     noteDone([&] {
         Step step = std::move(done.back());
         done.pop_back();
         tell(groupsChanged, nullptr);
-        for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group)
-            leadBack(*group, step.told());
+        for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group) {
+            leadBack(*group, std::move(ways.back()), step.told());
+            ways.pop_back();
+        }
         showPlace(step.groups.front());
         undone.push_back(std::move(step));
     });
@@ -342,15 +351,20 @@ std::optional<std::string> ChangeNotes::redo() {
     std::vector<Change> again;
     for (const ChangeGroup& group : undone.back().groups)
         addChanges(again, group);
+    std::vector<ChangeGroup> ways = undone.back().groups;
+    unsaved.reserve(unsaved.size() + ways.size());
+    done.reserve(done.size() + 1);
+    std::vector<ChangeGroup> shown;
+    shown.reserve(ways.size());
     if (auto refusal = putChanges(*record, again))
         return refusal;
     noteDone([&] {
         Step step = std::move(undone.back());
         undone.pop_back();
-        done.push_back({{}, std::move(step.title)});
-        for (ChangeGroup& group : step.groups) {
-            leadTo(group);
-            done.back().groups.push_back(std::move(group));
+        done.push_back({std::move(shown), std::move(step.title)});
+        for (std::size_t i = 0; i < ways.size(); ++i) {
+            leadTo(std::move(ways[i]));
+            done.back().groups.push_back(std::move(step.groups[i]));
             tell(groupsChanged, &done.back().groups.back());
         }
         showPlace(done.back().groups.front());
@@ -375,7 +389,7 @@ std::optional<std::string> ChangeNotes::apply(const ChangeGroup& group) {
                 settings_.emplace_back(order, change);
         }
         ChangeGroup again = noted(before);
-        clearWritten(); // who hears of the group may go on
+        clearWritten(); // before the listeners, who may write
         again.name = group.name;
         again.at = group.at;
         showPlace(again);

@@ -128,8 +128,8 @@ class ChangeNotes {
     ChangeGroup noted(const RecordSnapshot& before) const;
     void add(ChangeGroup group);
     // Of the way from what was saved.
-    void leadTo(const ChangeGroup& group);
-    void leadBack(const ChangeGroup& group, const ChangeGroup& step);
+    void leadTo(ChangeGroup group);
+    void leadBack(const ChangeGroup& group, ChangeGroup back, const ChangeGroup& step);
     static void tell(const Listener& listener, const ChangeGroup* added);
     void showPlace(const ChangeGroup& group);
     // After the record has changed: no step leads back over what is not known for want of memory.

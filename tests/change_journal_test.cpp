@@ -793,7 +793,9 @@ TEST_F(Journal, WhereMemoryRunsOutAStepIsDoneWholeOrNotAtAll) {
             SCOPED_TRACE(std::to_string(static_cast<int>(way)) + ", " + std::to_string(nth));
             company->put_CommDiv(1);
             company->put_Address1("");
+            company->put_TotalDebt(0);
             journal = std::make_shared<ChangeJournal>(company);
+            const auto saved = company->clone();
             if (way != Way::apply)
                 typed();
             if (way == Way::redo) {
@@ -816,8 +818,15 @@ TEST_F(Journal, WhereMemoryRunsOutAStepIsDoneWholeOrNotAtAll) {
                 EXPECT_EQ(journal->canUndo(), way == Way::undo);
                 EXPECT_EQ(journal->canRedo(), way == Way::redo);
             }
-            journal->put_TotalDebt(nth); // goes on
-            EXPECT_TRUE(journal->canUndo());
+            if (way != Way::apply || !failed)
+                expectTheWayFrom(*saved);
+            // It goes on, and no step leads over what was not noted.
+            const bool isThere = doneWhole();
+            const bool isKnown = journal->canUndo();
+            journal->put_TotalDebt(nth);
+            EXPECT_EQ(journal->undo(), std::nullopt);
+            EXPECT_EQ(doneWhole(), isThere);
+            EXPECT_EQ(journal->canUndo(), isKnown);
         }
     }
 }
