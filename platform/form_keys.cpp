@@ -32,9 +32,8 @@ bool editsField(KeyCode key) {
     }
 }
 
-// With Alt, of a list.
-bool opensList(KeyCode key) {
-    return key == keys::down || key == keys::up;
+bool opensList(KeyCode key, int shift) {
+    return (key == keys::down || key == keys::up) && shift == shifts::alt;
 }
 
 // A key that every control uses, or tabbing does.
@@ -112,7 +111,8 @@ bool Form::uses(const Stroke& stroke) const {
         break;
     case shifts::alt:
         return hasMnemonic(stroke.character) || wanted() ||
-               (dynamic_cast<const ComboBox*>(active_) != nullptr && opensList(stroke.key));
+               (dynamic_cast<const ComboBox*>(active_) != nullptr &&
+                opensList(stroke.key, stroke.shift));
     case shifts::control:
         return stroke.key == keys::pageUp || stroke.key == keys::pageDown ||
                (stroke.command && field != nullptr) || wanted();

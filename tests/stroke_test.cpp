@@ -198,6 +198,7 @@ TEST_F(StrokeTest, IsUsedBeforeItIsAShortcutOfTheHost) {
         {with(shifts::alt, U'x'), false, false},
         {key(keys::left, shifts::alt), false, false},
         {key(keys::f4, shifts::alt), false, false},
+        {key(keys::down, shifts::alt), false, false},
         {with(shifts::control | shifts::alt, U'o'), false, false},
     };
     form.add<CommandButton>("cmdPlain").setCaption("Has no letter");
@@ -215,8 +216,10 @@ TEST_F(StrokeTest, IsUsedBeforeItIsAShortcutOfTheHost) {
     form.userEdit(name, "edited", 0, 0);
     EXPECT_TRUE(form.uses(key(keys::escape))) << "it takes the edit back";
     form.focus(form.add<ComboBox>("cmbSource"));
-    for (const KeyCode opening : {keys::down, keys::up})
+    for (const KeyCode opening : {keys::down, keys::up}) {
         EXPECT_TRUE(form.uses(key(opening, shifts::alt)));
+        EXPECT_FALSE(form.uses(key(opening, shifts::alt | shifts::shift)));
+    }
     EXPECT_FALSE(form.uses(key(keys::left, shifts::alt)));
 }
 
