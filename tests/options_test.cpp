@@ -446,7 +446,10 @@ TEST(PriceDisplay, GivesUpAPriceThatIsBeingTypedForTheStoredOne) {
 
 TEST(PriceDisplay, LosesNoPriceThatIsBeingTypedWhereMemoryRunsOut) {
     for (const bool readable : {true, false})
-        for (const char* id : {"txtCurrentPrice", "txtHigh(0)"}) {
+        for (const auto& [id, fails] : {std::pair{"txtCurrentPrice", FailingMemory::Fails::once},
+                                        {"txtCurrentPrice", FailingMemory::Fails::fromThenOn},
+                                        {"txtHigh(0)", FailingMemory::Fails::once},
+                                        {"txtHigh(0)", FailingMemory::Fails::fromThenOn}}) {
             bool failed = true;
             for (int nth = 1; failed; ++nth) {
                 SCOPED_TRACE(std::string(id) + (readable ? " " : " unreadable ") +
@@ -460,7 +463,7 @@ TEST(PriceDisplay, LosesNoPriceThatIsBeingTypedWhereMemoryRunsOut) {
                 if (!readable)
                     record->failing = {"read CurrentPrice", "read YHighSeries"};
                 {
-                    const FailingMemory memory(nth);
+                    const FailingMemory memory(nth, fails);
                     scene.entry->put_FractionDisplay(false);
                     failed = memory.hasFailed();
                 }
