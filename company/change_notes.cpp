@@ -110,8 +110,7 @@ void ChangeNotes::forget() {
 }
 
 void ChangeNotes::checkInvariants() const {
-    assert(isOpen() || !before_);
-    assert(isOpen() || name_.empty());
+    assert(isOpen() || (!before_ && name_.empty()));
     assert(before_ || (marks_.empty() && wholes_.empty() && settings_.empty()));
 }
 
@@ -270,11 +269,10 @@ void ChangeNotes::add(ChangeGroup group) {
 void ChangeNotes::leadTo(ChangeGroup group) {
     if (!unsaved.empty() && takesBack(unsaved.back(), group)) {
         unsaved.pop_back();
-        tell(unsavedChanged, nullptr);
-    } else {
-        unsaved.push_back(std::move(group));
-        tell(unsavedChanged, &unsaved.back());
+        return tell(unsavedChanged, nullptr);
     }
+    unsaved.push_back(std::move(group));
+    tell(unsavedChanged, &unsaved.back());
 }
 
 void ChangeNotes::leadBack(const ChangeGroup& group, ChangeGroup back, const ChangeGroup& step) {
@@ -321,12 +319,12 @@ std::optional<std::string> ChangeNotes::undo() {
         return std::string();
     const std::vector<ChangeGroup>& groups = done.back().groups;
     std::vector<Change> back;
-    for (auto group = groups.rbegin(); group != groups.rend(); ++group)
-        addChanges(back, inverse(*group));
     // All that needs memory comes before the record changes.
     std::vector<ChangeGroup> ways;
-    for (const ChangeGroup& group : groups)
-        ways.push_back(takenBack(group));
+    for (auto group = groups.rbegin(); group != groups.rend(); ++group) {
+        addChanges(back, inverse(*group));
+        ways.push_back(takenBack(*group));
+    }
     unsaved.reserve(unsaved.size() + groups.size());
     undone.reserve(undone.size() + 1);
     if (auto refusal = putChanges(*record, back))
@@ -335,10 +333,9 @@ std::optional<std::string> ChangeNotes::undo() {
         Step step = std::move(done.back());
         done.pop_back();
         tell(groupsChanged, nullptr);
-        for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group) {
-            leadBack(*group, std::move(ways.back()), step.told());
-            ways.pop_back();
-        }
+        auto way = ways.begin();
+        for (auto group = step.groups.rbegin(); group != step.groups.rend(); ++group)
+            leadBack(*group, std::move(*way++), step.told());
         showPlace(step.groups.front());
         undone.push_back(std::move(step));
     });
