@@ -208,20 +208,22 @@ TEST(CellCommands, FollowTheSwitchesOfThePreview) {
 
 TEST(CellCommands, TellWhatAPasteReplaces) {
     Scene scene;
-    scene.enter("txtSales(8)", "7.125");
     std::optional<Origin> origin = Origin::typed;
     scene.entry->originOf = [&](Datum, int) { return origin; };
     const auto lastPaste = [&] {
         scene.paste("txtSales(8)", "3\n2");
         return scene.desktop.pastes().back().lines;
     };
-    for (const auto& one :
-         {std::optional(Origin::typed), std::optional(Origin::pasted), std::optional<Origin>()}) {
-        origin = one;
-        const auto lines = lastPaste();
-        EXPECT_EQ(lines[0].before, "7.125") << "what is stored, not what is shown";
-        EXPECT_EQ(lines[0].fate, PasteFate::doubtful);
-        EXPECT_EQ(lines[0].remark, "Replaces what was typed or pasted, or may have been.");
+    for (const char* stored : {"1", "7.125"}) { // what is stored, not what is shown
+        scene.enter("txtSales(8)", stored);
+        for (const auto& one : {std::optional(Origin::typed), std::optional(Origin::pasted),
+                                std::optional<Origin>()}) {
+            origin = one;
+            const auto lines = lastPaste();
+            EXPECT_EQ(lines[0].before, stored);
+            EXPECT_EQ(lines[0].fate, PasteFate::doubtful);
+            EXPECT_EQ(lines[0].remark, "Replaces what was typed or pasted, or may have been.");
+        }
     }
     origin = Origin::imported;
     EXPECT_EQ(lastPaste()[0].fate, PasteFate::taken);

@@ -772,6 +772,20 @@ TEST(PlausibilityRules, speakOfWhatAYearLacksInOneSentence) {
         << findings[0].text;
 }
 
+TEST(PlausibilityRules, sayOnWhichSideASumIsBeyondAllNumbers) {
+    for (const auto& [figure, said] : {std::pair{1.5e308, "more than 1.79769313486232E+308"},
+                                       {-1.5e308, "less than -1.79769313486232E+308"}}) {
+        const auto company = soundCompany();
+        putElement(*company, YNetIncSeries, 8, figure);
+        for (int quarter = 28; quarter < 32; ++quarter)
+            putElement(*company, QNetIncSeries, quarter, figure);
+        const auto findings = companyFindings(*company);
+        EXPECT_TRUE(std::ranges::any_of(findings, [&](const Finding& one) {
+            return one.rule == "quarters-against-year" && one.text.find(said) != std::string::npos;
+        })) << said;
+    }
+}
+
 // It takes its part in what else is said of the years beside it.
 TEST(CompanyFindings, pointAtAFigureThatIsMissing) {
     const auto company = soundCompany();

@@ -30,6 +30,39 @@ struct UnreadFigure {
     }
 };
 
+TEST(CheckFieldChange, HidesTheHelpFrameAndMarksWhatWasChanged) {
+    struct Host final : FieldHost {
+        void hideHelpFrame() override { ++hidden; }
+        void markChanged() override { ++marked; }
+        int hidden = 0;
+        int marked = 0;
+    } host;
+    Form form;
+    auto& field = form.add<TextBox>("txtFigure");
+    field.showStored("1.00");
+    EXPECT_FALSE(checkFieldChange(field, host));
+    EXPECT_EQ(std::pair(host.hidden, host.marked), std::pair(1, 0));
+    form.userEdit(field, "2", 0, 0);
+    EXPECT_TRUE(checkFieldChange(field, host));
+    EXPECT_EQ(field.tag(), "2");
+    EXPECT_FALSE(checkFieldChange(field, host)) << "it is the accepted text by now";
+    EXPECT_EQ(std::pair(host.hidden, host.marked), std::pair(3, 1));
+}
+
+TEST(FollowPriceDisplay, TriesOnceMoreWhereMemoryRanOut) {
+    bool failed = true;
+    for (int nth = 1; failed; ++nth) {
+        UnreadFigure price("3.125");
+        {
+            const FailingMemory memory(nth);
+            price.showPrices(false);
+            failed = memory.hasFailed();
+        }
+        EXPECT_EQ(price.field.text(), "3 1/8") << nth;
+        EXPECT_TRUE(price.field.standsForStored()) << nth;
+    }
+}
+
 TEST(FollowPriceDisplay, RewritesWhatStandsThereWhereNothingCanBeReadAnew) {
     UnreadFigure price("3.125");
     price.showPrices(false);
