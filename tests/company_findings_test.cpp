@@ -1078,6 +1078,18 @@ TEST(PlausibilityRules, holdEachYearAgainstItsQuarters) {
 }
 
 // Quarters after the last fiscal year are held against its shares.
+TEST(PlausibilityRules, holdAQuarterAgainstTheSharesOfTheYearsBesideItsOwn) {
+    const double earnings = 1.25; // of the quarter 9, in the third year
+    const auto with = [&](int year, double shares, double implied) {
+        return std::vector<std::pair<FigurePlace, double>>{
+            {{YCSOSeries, year}, shares}, {{QNetIncSeries, 9}, earnings * implied}};
+    };
+    tryEach({{"quarterly-earnings-times-shares", with(2, 200, 190), false},
+             {"quarterly-earnings-times-shares", with(4, 50, 55), false},
+             {"quarterly-earnings-times-shares", with(3, 100, 190), true},
+             {"quarterly-earnings-times-shares", with(3, 100, 55), true}});
+}
+
 TEST(PlausibilityRules, holdEachQuarterAgainstTheSharesOfItsYear) {
     for (const int later : {0, 1, 4, 5})
         for (const int quarter : {0, 1, 3, 4, 5, 7, 8}) {
