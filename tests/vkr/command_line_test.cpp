@@ -231,8 +231,13 @@ class OnATerminal : public ProgramTest {
         close(terminal); // the program alone writes there: it is read to the end of that
         std::string text;
         std::string part(4096, '\0');
-        for (ssize_t size = 0; (size = read(watcher, part.data(), part.size())) > 0;)
-            text.append(part, 0, static_cast<std::size_t>(size));
+        for (;;) {
+            const ssize_t size = read(watcher, part.data(), part.size());
+            if (size > 0)
+                text.append(part, 0, static_cast<std::size_t>(size));
+            else if (size == 0 || errno != EINTR) // the end of a child interrupts
+                break;
+        }
         close(watcher);
         static_cast<void>(ended(process));
         return text;
